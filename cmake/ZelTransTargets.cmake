@@ -1,0 +1,27 @@
+# Properties that every target of the project shares stand on one interface target, zel_build.
+add_library(zel_build INTERFACE)
+target_compile_options(zel_build INTERFACE -Wall -Wextra -Wpedantic -Wconversion -fno-strict-aliasing)
+target_include_directories(zel_build INTERFACE ${PROJECT_SOURCE_DIR}/src)
+
+# Width, sanitizers and counters hold for third-party sources (GoogleTest) too, so they are set for the whole tree.
+if(ZELTRANS_32BIT)
+  add_compile_options(-m32 -msse2 -mfpmath=sse)
+  add_compile_definitions(_FILE_OFFSET_BITS=64)
+  add_link_options(-m32)
+endif()
+if(ZELTRANS_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(ZELTRANS_COVERAGE)
+  add_compile_options(--coverage)
+  add_link_options(--coverage)
+endif()
+
+# zel_library(<name> [SHARED|STATIC|OBJECT] SOURCES <file>... [LIBS <target>...]): one folder's code as one target, hidden by default.
+function(zel_library name kind)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  add_library(${name} ${kind} ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC zel_build ${arg_LIBS})
+  set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()

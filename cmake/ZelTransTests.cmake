@@ -1,0 +1,18 @@
+# GoogleTest is built from Debian's sources (package googletest), so that it has the width and the sanitizers of the build.
+include(GoogleTest)
+find_path(ZELTRANS_GTEST_SOURCES googletest/CMakeLists.txt HINTS /usr/src/googletest NO_CMAKE_FIND_ROOT_PATH)
+if(NOT ZELTRANS_GTEST_SOURCES)
+  message(FATAL_ERROR "GoogleTest's sources are missing: install the package googletest, or set ZELTRANS_DEVELOPER=OFF")
+endif()
+set(INSTALL_GTEST OFF CACHE INTERNAL "")
+add_subdirectory(${ZELTRANS_GTEST_SOURCES} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+
+# zeltrans_test(<folder> SOURCES <file>... [LIBS <target>...]): the tests of one folder, as one program and one CTest label.
+function(zeltrans_test folder)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  set(target ${folder}_tests)
+  add_executable(${target} ${arg_SOURCES})
+  target_link_libraries(${target} PRIVATE zel_build ${arg_LIBS} GTest::gmock GTest::gtest_main)
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  gtest_discover_tests(${target} TEST_PREFIX ${folder}. PROPERTIES LABELS ${folder} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
+endfunction()
