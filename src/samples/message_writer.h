@@ -1,0 +1,168 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "samples/byte_writer.h"
+#include "samples/psos_header.h"
+
+/// Describes a message file section by section and writes its bytes. Fields have the names of the format; `b2_bit5`
+/// is bit 5 of a record's byte 2, a field that is carried and not read. A field wider than its place is cut to it.
+/// An optional field that is left out is worked out from what the description holds.
+namespace samples {
+
+/// A character record, 8 bytes.
+struct CharCell {
+    bool b0_bit7 = false;
+    bool place_flag = false;   ///< b0 bit 6
+    bool chain_end = false;    ///< b0 bit 5
+    unsigned b0_bits4to2 = 0;  ///< 3 bits
+    unsigned char_x = 0;       ///< 10 bits, pixels
+    unsigned b2_bits7to6 = 0;  ///< 2 bits
+    bool b2_bit5 = false;
+    unsigned colour_set = 0;  ///< 3 bits
+    unsigned char_y = 0;      ///< 10 bits, lines
+    unsigned char_font = 0;   ///< 6 bits, a slot below 16
+    unsigned char_code = 0;   ///< 10 bits
+    unsigned b6_word = 0;     ///< 10 bits, b6 and the top of b7
+    unsigned next_char = 63;  ///< 6 bits, 63 ends the chain
+};
+
+/// A row: its head of 8 bytes, then its records. The records are written whatever `row_empty` says.
+struct RowText {
+    bool b0_bit7 = false;
+    bool b0_bit6 = false;
+    bool row_empty = false;              ///< b0 bit 5
+    unsigned b0_bits4to2 = 0;            ///< 3 bits
+    unsigned row_y = 0;                  ///< 10 bits, lines
+    unsigned first_char = 0;             ///< 6 bits
+    unsigned row_top = 0;                ///< 10 bits, lines below row_y
+    std::optional<unsigned> char_count;  ///< 6 bits; left out: the number of records
+    unsigned row_bottom = 0;             ///< 10 bits, lines below row_y
+    unsigned b6 = 0;                     ///< byte 6 whole
+    unsigned b7 = 0;                     ///< byte 7 whole
+    std::vector<CharCell> cells;
+};
+
+/// The palette section.
+struct PaletteBlock {
+    unsigned palette_lead = 0;
+    std::optional<unsigned> palette_words;  ///< left out: two for each entry
+    std::vector<std::uint32_t> entries;     ///< stored entries, 256 in a whole palette, set 0 entry 0 first
+};
+
+/// The background section, of words that all hold the same value.
+struct BackgroundBlock {
+    unsigned tag = 0xBBBB;
+    std::optional<std::size_t> words;  ///< left out: 1536, 1154 or 974 by the tag, 0 for a foreign tag
+    unsigned value = 0;
+};
+
+/// A record of the tab table, 26 bytes.
+struct TabField {
+    unsigned tab_start = 0;
+    unsigned tab_end = 0;
+    unsigned tab_byte = 0;
+    std::string tab_name = "un-named";  ///< 17 bytes
+    unsigned tab_row = 0;               ///< 6 bits
+    unsigned tab_a = 0;                 ///< 4 bits
+    unsigned tab_font = 0;              ///< 5 bits
+    unsigned tab_colour = 0;            ///< 4 bits
+    unsigned tab_flags = 0;             ///< 5 bits, b24 bits 4 to 0
+    unsigned b25 = 0;
+};
+
+/// The tab table.
+struct TabTable {
+    unsigned tab_version = 2;
+    std::optional<unsigned> tab_words;  ///< left out: 13 for each record
+    unsigned third_word = 0;
+    std::vector<TabField> fields;
+};
+
+/// The flash font block, of which a reader looks at the two sizes only; every other byte is `fill`.
+struct FlashFont {
+    std::uint32_t encoding_size = 0;
+    std::uint32_t word_table_size = 0;
+    std::optional<std::size_t> data_size;  ///< bytes of font data; left out: the sum of the two sizes
+    std::uint8_t fill = 0xEE;
+};
+
+/// The 26 words of message values.
+struct MessageHeader {
+    unsigned word_0 = 0;
+    unsigned word_2 = 0;
+    std::optional<unsigned> last_row;  ///< left out: one less than the number of rows
+    unsigned frame_left = 0;
+    unsigned frame_top = 0;
+    unsigned frame_right = 0;
+    unsigned frame_bottom = 0;
+    unsigned word_14 = 0;
+    unsigned word_16 = 0;
+    unsigned word_18 = 0;
+    std::array<std::uint16_t, 16> font_numbers = NoFonts();
+
+    /// 65535 in all 16 slots.
+    static constexpr std::array<std::uint16_t, 16> NoFonts() noexcept {
+        std::array<std::uint16_t, 16> numbers{};
+        for (auto& number : numbers) number = 65535;
+        return numbers;
+    }
+};
+
+/// A whole message file. A section that isn't there isn't written.
+struct MessageFile {
+    PsosHeader psos{702, 0, ""};
+    bool pal = false;                       ///< bit 15 of section_flags, when those are left out
+    std::optional<unsigned> section_flags;  ///< left out: the bits of the sections that are there, and of `pal`
+    std::array<std::uint16_t, 7> more_flags{};
+    std::optional<FlashFont> flash_font;
+    MessageHeader header;
+    std::vector<RowText> rows;
+    std::optional<PaletteBlock> palette;
+    std::optional<BackgroundBlock> background;
+    std::optional<TabTable> tabs;
+    Bytes tail;  ///< bytes behind the last section
+};
+
+/// Where the sections of a written message lie; a section that isn't there lies where it would have begun.
+struct MessageOffsets {
+    std::size_t flags = 0, flash_font = 0, header = 0, rows = 0, palette = 0, background = 0, tabs = 0, tail = 0;
+};
+
+/// The file's bytes. `offsets` may be null.
+Bytes WriteMessage(const MessageFile& message, MessageOffsets* offsets = nullptr);
+
+/// The bytes of one record each, as they stand in the file.
+std::array<std::uint8_t, 8> WriteCharCell(const CharCell& cell);
+std::array<std::uint8_t, 8> WriteRowHead(const RowText& row);
+Bytes WriteTabField(const TabField& field);
+
+/// A stored palette entry of a colour: green, blue, 255, red from the top byte down.
+constexpr std::uint32_t PaletteEntry(unsigned red, unsigned green, unsigned blue) noexcept {
+    return (green & 0xFFU) << 24 | (blue & 0xFFU) << 16 | 0xFF00U | (red & 0xFFU);
+}
+
+/// A row of one text: each character `advance` pixels after the one before, else like `like`, chained in order.
+RowText RowFromText(unsigned row_y, std::string_view text, unsigned char_x, unsigned advance,
+                    const CharCell& like = {});
+
+/// A row without characters.
+RowText EmptyRow(unsigned row_y);
+
+/// Links the records in their order: `first_char` 0, the last one 63 and `chain_end`.
+void ChainInOrder(RowText& row);
+
+/// Moves the records of a row that is chained in order, and keeps the reading order by the chain.
+/// @param places  places[k] is the record that the k-th character takes; a permutation of 0 to the number of records
+/// - 1.
+/// @throws std::invalid_argument when it isn't one.
+void ShuffleRecords(RowText& row, std::span<const unsigned> places);
+
+}  // namespace samples

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "samples/byte_writer.h"
+
+namespace samples {
+
+/// The 136-byte header that opens message and font files alike.
+struct PsosHeader {
+    std::uint32_t file_type = 0;  ///<   0  702 a message, 500 a font, 714 and 717 an RGBA file
+    std::uint32_t word_4 = 0;     ///<   4
+    std::string type_name;        ///<   8  up to 128 bytes; 128 characters leave no room for a terminator
+};
+
+/// Appends the header's 136 bytes.
+inline void WritePsosHeader(const PsosHeader& header, ByteWriter& out) {
+    out.U32(header.file_type).U32(header.word_4).Text(header.type_name, 136 - 8);
+}
+
+}  // namespace samples
