@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/framework/cobject.h"
+#include "platform/system/messages.h"
+
+/// Message maps: which handler of a class takes which command, notification or message. Offered: ON_COMMAND,
+/// ON_CONTROL, ON_BN_CLICKED, ON_EN_CHANGE, ON_EN_UPDATE and ON_WM_CLOSE, all with handlers without arguments and
+/// result.
+
+/// A handler, cast to the common base.
+using AFX_PMSG = void (CCmdTarget::*)();
+
+/// One line of a map; the last has nMessage 0.
+struct AFX_MSGMAP_ENTRY {
+    UINT nMessage;  // WM_COMMAND, or the message itself
+    UINT nCode;     // notification code; 0 is a command or a click
+    UINT nID;       // first control id
+    UINT nLastID;   // last control id
+    AFX_PMSG pfn;
+};
+
+struct AFX_MSGMAP {
+    const AFX_MSGMAP* (*pfnGetBaseMap)();  // null for the root
+    const AFX_MSGMAP_ENTRY* lpEntries;
+};
+
+#define afx_msg
+
+/// Declares a class's map; `api` marks the two functions for export.
+#define DECLARE_MESSAGE_MAP_EXPORT(api)               \
+  protected:                                          \
+    api static const AFX_MSGMAP* GetThisMessageMap(); \
+    api const AFX_MSGMAP* GetMessageMap() const override;
+
+#define DECLARE_MESSAGE_MAP() DECLARE_MESSAGE_MAP_EXPORT()
+
+#define BEGIN_MESSAGE_MAP(theClass, baseClass)          \
+    const AFX_MSGMAP* theClass::GetMessageMap() const { \
+        return GetThisMessageMap();                     \
+    }                                                   \
+    const AFX_MSGMAP* theClass::GetThisMessageMap() {   \
+        using ThisClass = theClass;                     \
+        using TheBaseClass = baseClass;                 \
+        static const AFX_MSGMAP_ENTRY entries[] = {
+#define END_MESSAGE_MAP()                                                      \
+    { 0, 0, 0, 0, nullptr }                                                    \
+    }                                                                          \
+    ;                                                                          \
+    static const AFX_MSGMAP map = {&TheBaseClass::GetThisMessageMap, entries}; \
+    return &map;                                                               \
+    }
+
+#define ZEL_MSG_HANDLER(memberFxn) static_cast<AFX_PMSG>(static_cast<void (ThisClass::*)()>(memberFxn))
+#define ON_CONTROL(code, id, memberFxn) {WM_COMMAND, code, id, id, ZEL_MSG_HANDLER(memberFxn)},
+#define ON_COMMAND(id, memberFxn) ON_CONTROL(0, id, memberFxn)
+#define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)
+#define ON_EN_CHANGE(id, memberFxn) ON_CONTROL(EN_CHANGE, id, memberFxn)
+#define ON_EN_UPDATE(id, memberFxn) ON_CONTROL(EN_UPDATE, id, memberFxn)
+#define ON_WM_CLOSE() {WM_CLOSE, 0, 0, 0, ZEL_MSG_HANDLER(&ThisClass::OnClose)},

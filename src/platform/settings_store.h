@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/api.h"
+#include "platform/system/types.h"
+
+/// One value of the registry.
+struct RegistryValue {
+    DWORD type = 0;  // REG_SZ ...
+    std::vector<BYTE> bytes;
+
+    bool operator==(const RegistryValue&) const = default;
+};
+
+/// Where the application's profile and the registry of the user keep their values. Names are compared without regard to
+/// the case of ASCII letters. A write that returns true is kept.
+class ZEL_PLATFORM_API SettingsStore {
+  public:
+    virtual ~SettingsStore();
+
+    /// Profile values; nothing when the entry is missing or holds the other kind. A write replaces either kind.
+    virtual std::optional<int> GetProfileInt(const std::string& section, const std::string& entry) = 0;
+    virtual std::optional<std::string> GetProfileText(const std::string& section, const std::string& entry) = 0;
+    virtual bool SetProfileInt(const std::string& section, const std::string& entry, int value) = 0;
+    virtual bool SetProfileText(const std::string& section, const std::string& entry, const std::string& text) = 0;
+
+    /// Registry keys, by their path below the user's root: names joined by single backslashes, none at the ends. The
+    /// root, "", exists.
+    virtual bool KeyExists(const std::string& key) = 0;
+    virtual bool KeyHasSubKeys(const std::string& key) = 0;
+    /// Makes a key and every key on the way to it.
+    virtual bool CreateKey(const std::string& key) = 0;
+    /// Deletes a key with its values; the caller has seen to it that it exists and has no keys below it.
+    virtual bool DeleteKey(const std::string& key) = 0;
+
+    /// Values of an existing key; nothing when there is no such value.
+    virtual std::optional<RegistryValue> GetValue(const std::string& key, const std::string& name) = 0;
+    virtual bool SetValue(const std::string& key, const std::string& name, const RegistryValue& value) = 0;
+};
+
+/// Makes a store the current one, null for the default: a MemorySettingsStore of the process. The caller keeps it
+/// alive.
+/// @return the one before, null if that was the default.
+ZEL_PLATFORM_API SettingsStore* SetSettingsStore(SettingsStore* store);
+ZEL_PLATFORM_API SettingsStore& GetSettingsStore();

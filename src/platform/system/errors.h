@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/api.h"
+#include "platform/system/types.h"
+
+/// The thread's last error and the system's words for it.
+
+inline constexpr DWORD ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2, ERROR_PATH_NOT_FOUND = 3,
+                       ERROR_TOO_MANY_OPEN_FILES = 4, ERROR_ACCESS_DENIED = 5, ERROR_INVALID_HANDLE = 6,
+                       ERROR_NOT_ENOUGH_MEMORY = 8, ERROR_NOT_READY = 21, ERROR_SEEK = 25, ERROR_NOT_DOS_DISK = 26,
+                       ERROR_GEN_FAILURE = 31, ERROR_SHARING_VIOLATION = 32, ERROR_INVALID_PARAMETER = 87,
+                       ERROR_DISK_FULL = 112, ERROR_INSUFFICIENT_BUFFER = 122, ERROR_MOD_NOT_FOUND = 126,
+                       ERROR_FILENAME_EXCED_RANGE = 206, ERROR_MORE_DATA = 234, ERROR_MR_MID_NOT_FOUND = 317,
+                       ERROR_DLL_INIT_FAILED = 1114, ERROR_IO_DEVICE = 1117, ERROR_INVALID_WINDOW_HANDLE = 1400;
+
+/// Error number of this thread's last failed system call; a call that succeeds leaves it alone.
+ZEL_PLATFORM_API DWORD GetLastError() noexcept;
+ZEL_PLATFORM_API void SetLastError(DWORD error) noexcept;
+
+/// The system's error number for a value of errno; ERROR_GEN_FAILURE for one that has no counterpart.
+ZEL_PLATFORM_API DWORD ErrorFromErrno(int value) noexcept;
+
+inline constexpr DWORD FORMAT_MESSAGE_ALLOCATE_BUFFER = 0x100, FORMAT_MESSAGE_FROM_SYSTEM = 0x1000;
+
+/// The system's text of an error, which ends in CR LF. Only the flags 0x1100 are offered: `buffer` is then the address
+/// of a char*, which receives a text that the caller frees with LocalFree. `source`, `language`, `size` and `arguments`
+/// aren't looked at.
+/// @return the text's length; 0, with the char* null, for an unknown number (last error 317) or other flags (87).
+ZEL_PLATFORM_API DWORD FormatMessageA(DWORD flags, const void* source, DWORD message, DWORD language, char* buffer,
+                                      DWORD size, void* arguments) noexcept;
+
+/// Frees what FormatMessageA allocated; null is no error. Always null.
+ZEL_PLATFORM_API void* LocalFree(void* memory) noexcept;
