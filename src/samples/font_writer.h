@@ -26,27 +26,27 @@ constexpr unsigned kSampleFirstFont = 18;  ///< encoding data, then a sample blo
 
 /// The font header, 128 bytes.
 struct FontHeader {
-    std::string font_name;                         ///<   0  70 bytes
-    std::string font_id_text;                      ///<  70  4 bytes
-    std::uint32_t dword_74 = 0;                    ///<  74
-    int font_height = 0;                           ///<  78  lines, edge included
-    int row_top_offset = 0;                        ///<  80  lines
-    unsigned word_82 = 0;                          ///<  82
-    unsigned edge_type = 0;                        ///<  84  4 bits: 1 border, 2 drop shadow, 3 offset
-    unsigned edge_direction = 0;                   ///<  84  4 bits
-    unsigned edge_size = 0;                        ///<  85
-    unsigned bits_86 = 0;                          ///<  86  7 bits
-    unsigned bits_87 = 0;                          ///<  86  9 bits
-    std::array<std::uint8_t, 6> bytes_88{};        ///<  88
-    std::uint32_t dword_94 = 0;                    ///<  94
-    std::optional<std::uint32_t> encoding_size;    ///<  98  left out: the size of the encoding data
-    std::optional<int> aux_block_size;             ///< 102  left out: the size of the auxiliary block
-    unsigned font_flags = kPlainFont;              ///< 104
-    std::array<std::uint16_t, 6> words_106{};      ///< 106
-    int row_inset = 0;                             ///< 118  lines
-    std::optional<std::uint32_t> word_table_size;  ///< 120  left out: two bytes for each word
-    std::optional<unsigned> sample_present;        ///< 124  left out: 1 with a sample block, else 0
-    unsigned word_126 = 0;                         ///< 126
+    std::string font_name{};                         ///<   0  70 bytes
+    std::string font_id_text{};                      ///<  70  4 bytes
+    std::uint32_t dword_74 = 0;                      ///<  74
+    int font_height = 0;                             ///<  78  lines, edge included
+    int row_top_offset = 0;                          ///<  80  lines
+    unsigned word_82 = 0;                            ///<  82
+    unsigned edge_type = 0;                          ///<  84  4 bits: 1 border, 2 drop shadow, 3 offset
+    unsigned edge_direction = 0;                     ///<  84  4 bits
+    unsigned edge_size = 0;                          ///<  85
+    unsigned bits_86 = 0;                            ///<  86  7 bits
+    unsigned bits_87 = 0;                            ///<  86  9 bits
+    std::array<std::uint8_t, 6> bytes_88{};          ///<  88
+    std::uint32_t dword_94 = 0;                      ///<  94
+    std::optional<std::uint32_t> encoding_size{};    ///<  98  left out: the size of the encoding data
+    std::optional<int> aux_block_size{};             ///< 102  left out: the size of the auxiliary block
+    unsigned font_flags = kPlainFont;                ///< 104
+    std::array<std::uint16_t, 6> words_106{};        ///< 106
+    int row_inset = 0;                               ///< 118  lines
+    std::optional<std::uint32_t> word_table_size{};  ///< 120  left out: two bytes for each word
+    std::optional<unsigned> sample_present{};        ///< 124  left out: 1 with a sample block, else 0
+    unsigned word_126 = 0;                           ///< 126
 };
 
 /// A directory entry, 10 bytes; the character code is its index.
@@ -66,42 +66,42 @@ struct CharEntry {
 struct StoredGlyph {
     unsigned width = 0;
     unsigned height = 0;
-    Bytes pixels;                         ///< alpha, blue, green, red, the colours multiplied by alpha; top row first
-    std::optional<std::uint32_t> length;  ///< left out: 12 and the size of the pixels
-    unsigned flags_word = 0;              ///< bit 15 is the flag that reaches the host
+    Bytes pixels{};                         ///< alpha, blue, green, red, the colours multiplied by alpha; top row first
+    std::optional<std::uint32_t> length{};  ///< left out: 12 and the size of the pixels
+    unsigned flags_word = 0;                ///< bit 15 is the flag that reaches the host
     unsigned word_6 = 0;
-    std::optional<unsigned> width_word;   ///< left out: width + 1
-    std::optional<unsigned> height_word;  ///< left out: height
+    std::optional<unsigned> width_word{};   ///< left out: width + 1
+    std::optional<unsigned> height_word{};  ///< left out: height
 };
 
 /// One of the two samples of a sample block.
 struct Sample {
     int width = 0;   ///< bytes in a row
     int height = 0;  ///< rows
-    Bytes rows;      ///< written as they are
+    Bytes rows{};    ///< written as they are
 };
 
 /// A sample block: a head of 10 bytes, then the rows of both samples.
 struct SampleBlock {
     unsigned first_word = 0;
-    Sample a;
-    Sample b;
+    Sample a{};
+    Sample b{};
 };
 
 /// A whole font file.
 struct FontFile {
     PsosHeader psos{500, 0, ""};
-    FontHeader header;
+    FontHeader header{};
     std::array<CharEntry, kFontCharCount> directory{};
-    Bytes encoding;                           ///< written with font_flags 18 or with bit 0x20 set
-    std::optional<SampleBlock> first_sample;  ///< directly behind the encoding data; read with font_flags 18
-    Bytes aux_block;
-    std::vector<std::uint16_t> word_table;
-    Bytes char_table_a;  ///< 384 bytes, filled up with zeros; written with bit 0x04 of font_flags
-    Bytes char_table_b;
-    std::optional<SampleBlock> sample;       ///< the usual place, behind the tables
-    std::map<unsigned, StoredGlyph> stored;  ///< records by character code, which is their order in the file
-    Bytes tail;                              ///< bytes behind the last record
+    Bytes encoding{};                           ///< written with font_flags 18 or with bit 0x20 set
+    std::optional<SampleBlock> first_sample{};  ///< directly behind the encoding data; read with font_flags 18
+    Bytes aux_block{};
+    std::vector<std::uint16_t> word_table{};
+    Bytes char_table_a{};  ///< 384 bytes, filled up with zeros; written with bit 0x04 of font_flags
+    Bytes char_table_b{};
+    std::optional<SampleBlock> sample{};       ///< the usual place, behind the tables
+    std::map<unsigned, StoredGlyph> stored{};  ///< records by character code, which is their order in the file
+    Bytes tail{};                              ///< bytes behind the last record
 
     /// Adds run codes to the encoding data and points the character's entry at them.
     void AddRunCoded(unsigned char_code, const RunCodes& codes, unsigned glyph_top, unsigned glyph_metric);
@@ -113,7 +113,7 @@ struct FontFile {
 struct FontOffsets {
     std::size_t header = 0, directory = 0, encoding = 0, first_sample = 0, aux_block = 0, word_table = 0,
                 char_tables = 0, sample = 0, tail = 0;
-    std::map<unsigned, std::size_t> stored;  ///< by character code
+    std::map<unsigned, std::size_t> stored{};  ///< by character code
 };
 
 /// The file's bytes. `offsets` may be null.

@@ -38,29 +38,29 @@ struct CharCell {
 struct RowText {
     bool b0_bit7 = false;
     bool b0_bit6 = false;
-    bool row_empty = false;              ///< b0 bit 5
-    unsigned b0_bits4to2 = 0;            ///< 3 bits
-    unsigned row_y = 0;                  ///< 10 bits, lines
-    unsigned first_char = 0;             ///< 6 bits
-    unsigned row_top = 0;                ///< 10 bits, lines below row_y
-    std::optional<unsigned> char_count;  ///< 6 bits; left out: the number of records
-    unsigned row_bottom = 0;             ///< 10 bits, lines below row_y
-    unsigned b6 = 0;                     ///< byte 6 whole
-    unsigned b7 = 0;                     ///< byte 7 whole
-    std::vector<CharCell> cells;
+    bool row_empty = false;                ///< b0 bit 5
+    unsigned b0_bits4to2 = 0;              ///< 3 bits
+    unsigned row_y = 0;                    ///< 10 bits, lines
+    unsigned first_char = 0;               ///< 6 bits
+    unsigned row_top = 0;                  ///< 10 bits, lines below row_y
+    std::optional<unsigned> char_count{};  ///< 6 bits; left out: the number of records
+    unsigned row_bottom = 0;               ///< 10 bits, lines below row_y
+    unsigned b6 = 0;                       ///< byte 6 whole
+    unsigned b7 = 0;                       ///< byte 7 whole
+    std::vector<CharCell> cells{};
 };
 
 /// The palette section.
 struct PaletteBlock {
     unsigned palette_lead = 0;
-    std::optional<unsigned> palette_words;  ///< left out: two for each entry
-    std::vector<std::uint32_t> entries;     ///< stored entries, 256 in a whole palette, set 0 entry 0 first
+    std::optional<unsigned> palette_words{};  ///< left out: two for each entry
+    std::vector<std::uint32_t> entries{};     ///< stored entries, 256 in a whole palette, set 0 entry 0 first
 };
 
 /// The background section, of words that all hold the same value.
 struct BackgroundBlock {
     unsigned tag = 0xBBBB;
-    std::optional<std::size_t> words;  ///< left out: 1536, 1154 or 974 by the tag, 0 for a foreign tag
+    std::optional<std::size_t> words{};  ///< left out: 1536, 1154 or 974 by the tag, 0 for a foreign tag
     unsigned value = 0;
 };
 
@@ -81,16 +81,16 @@ struct TabField {
 /// The tab table.
 struct TabTable {
     unsigned tab_version = 2;
-    std::optional<unsigned> tab_words;  ///< left out: 13 for each record
+    std::optional<unsigned> tab_words{};  ///< left out: 13 for each record
     unsigned third_word = 0;
-    std::vector<TabField> fields;
+    std::vector<TabField> fields{};
 };
 
 /// The flash font block, of which a reader looks at the two sizes only; every other byte is `fill`.
 struct FlashFont {
     std::uint32_t encoding_size = 0;
     std::uint32_t word_table_size = 0;
-    std::optional<std::size_t> data_size;  ///< bytes of font data; left out: the sum of the two sizes
+    std::optional<std::size_t> data_size{};  ///< bytes of font data; left out: the sum of the two sizes
     std::uint8_t fill = 0xEE;
 };
 
@@ -98,7 +98,7 @@ struct FlashFont {
 struct MessageHeader {
     unsigned word_0 = 0;
     unsigned word_2 = 0;
-    std::optional<unsigned> last_row;  ///< left out: one less than the number of rows
+    std::optional<unsigned> last_row{};  ///< left out: one less than the number of rows
     unsigned frame_left = 0;
     unsigned frame_top = 0;
     unsigned frame_right = 0;
@@ -119,16 +119,16 @@ struct MessageHeader {
 /// A whole message file. A section that isn't there isn't written.
 struct MessageFile {
     PsosHeader psos{702, 0, ""};
-    bool pal = false;                       ///< bit 15 of section_flags, when those are left out
-    std::optional<unsigned> section_flags;  ///< left out: the bits of the sections that are there, and of `pal`
+    bool pal = false;                         ///< bit 15 of section_flags, when those are left out
+    std::optional<unsigned> section_flags{};  ///< left out: the bits of the sections that are there, and of `pal`
     std::array<std::uint16_t, 7> more_flags{};
-    std::optional<FlashFont> flash_font;
-    MessageHeader header;
-    std::vector<RowText> rows;
-    std::optional<PaletteBlock> palette;
-    std::optional<BackgroundBlock> background;
-    std::optional<TabTable> tabs;
-    Bytes tail;  ///< bytes behind the last section
+    std::optional<FlashFont> flash_font{};
+    MessageHeader header{};
+    std::vector<RowText> rows{};
+    std::optional<PaletteBlock> palette{};
+    std::optional<BackgroundBlock> background{};
+    std::optional<TabTable> tabs{};
+    Bytes tail{};  ///< bytes behind the last section
 };
 
 /// Where the sections of a written message lie; a section that isn't there lies where it would have begun.

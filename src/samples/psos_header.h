@@ -11,7 +11,7 @@ namespace samples {
 struct PsosHeader {
     std::uint32_t file_type = 0;  ///<   0  702 a message, 500 a font, 714 and 717 an RGBA file
     std::uint32_t word_4 = 0;     ///<   4
-    std::string type_name;        ///<   8  up to 128 bytes; 128 characters leave no room for a terminator
+    std::string type_name{};      ///<   8  up to 128 bytes; 128 characters leave no room for a terminator
 };
 
 /// Appends the header's 136 bytes.

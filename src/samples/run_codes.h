@@ -61,7 +61,7 @@ static_assert(ColourRun(1, 255, 4) == 0x0001FFE1 && ColourRun(1, 255, 32) == 0x0
 struct Coverage {
     unsigned width = 0;
     unsigned height = 0;
-    std::vector<std::uint8_t> alpha;  ///< width x height values, 0 to 255
+    std::vector<std::uint8_t> alpha{};  ///< width x height values, 0 to 255
 
     std::uint8_t At(unsigned x, unsigned y) const { return alpha[std::size_t{y} * width + x]; }
     std::uint8_t& At(unsigned x, unsigned y) { return alpha[std::size_t{y} * width + x]; }
