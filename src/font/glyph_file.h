@@ -1,0 +1,7 @@
+#pragma once
+
+struct tag_font_memory;
+class CFile;
+
+/// Opens the font file that a slot's stored bitmap glyphs lie in. When that fails, tells the user unless warnings are skipped.
+bool OpenGlyphFile(CFile& file, const tag_font_memory& font);

@@ -1,0 +1,87 @@
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "font/zel_font.h"
+#include "platform/framework/module_entry.h"
+#include "platform/system/files.h"
+#include "translate/effpar.h"
+
+int CZelFont::m_bIgnoreErrors = 0;
+bool CZelFont::m_bCancelFontBrowse = false;
+int CZelFont::m_iZelYOffset = 0;
+ZEL_MODULE_STATIC CString CZelFont::m_SFontBrowseDir;
+
+CZelFont::CZelFont()
+    : m_Palette{}, m_MessageBlock(nullptr), m_bSpareA(false), m_bSpareB(false), m_FaceColor(0xFFFFFF), m_EdgeColor(0), m_BackColor(0) {}
+
+CZelFont::~CZelFont() = default;
+
+CZelFont& CZelFont::operator=(const CZelFont& other) = default;
+
+bool CZelFont::IsValidFontIndex(int index) { return static_cast<unsigned>(index) < static_cast<unsigned>(kFontSlots); }
+
+namespace {
+
+template <typename T>
+void Delete(T*& block) {
+    delete block;
+    block = nullptr;
+}
+
+template <typename T>
+void Free(T*& block) {
+    std::free(block);
+    block = nullptr;
+}
+
+}  // namespace
+
+void ReleaseFontBlocks(tag_font_memory& font) noexcept {
+    Delete(font.font_header);
+    Free(font.char_directory);
+    Delete(font.spare_block_a);
+    Free(font.encoding_data);
+    Free(font.aux_block);
+    Free(font.word_table);
+    Free(font.char_table_a);
+    Free(font.char_table_b);
+    Delete(font.spare_block_b);
+    Delete(font.psos_header);
+    Free(font.sample_a.data);
+    Free(font.sample_b.data);
+    Delete(font.log_font);
+    Delete(font.effect_params);
+}
+
+void CZelFont::ReleaseFontData(tag_font_memory* slot) {
+    if (slot == nullptr) return;
+    ReleaseFontBlocks(*slot);
+    crt::_heapmin();
+}
+
+void CZelFont::ReleaseUnfinishedSlot(tag_font_memory* slot) {
+    if (slot->font_copy == nullptr) {
+        ReleaseFontBlocks(*slot);
+        *slot = tag_font_memory();
+    }
+    slot->font_header = nullptr;
+    slot->font_copy = nullptr;
+}
+
+int CZelFont::FindZelmaraFont(LOGFONT& font) {
+    constexpr std::size_t kBeforeFace = offsetof(LOGFONT, lfFaceName);
+    for (int i = 0; i < kFontSlots; ++i) {
+        const LOGFONT* known = m_Slots[i].log_font;
+        if (known == nullptr || std::memcmp(known, &font, kBeforeFace) != 0) continue;
+        if (std::strncmp(known->lfFaceName, font.lfFaceName, sizeof font.lfFaceName) == 0) return i;
+    }
+    char face[sizeof font.lfFaceName + 1] = {};
+    std::memcpy(face, font.lfFaceName, sizeof font.lfFaceName);
+    int index = -1;
+    if (std::sscanf(face, "Zelmara! (%9d)", &index) != 1) index = -1;
+    if (IsValidFontIndex(index) && m_Slots[index].log_font != nullptr) font = *m_Slots[index].log_font;
+    return index;
+}
+
+bool IsZelmaraFont(LOGFONT& font) { return std::strncmp(font.lfFaceName, "Zelmara", 7) == 0; }

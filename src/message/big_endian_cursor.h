@@ -1,0 +1,57 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+#include "message/byte_order.h"
+
+/// Reads big-endian fields from a span, front to back. Bytes beyond the span's end read as zeros, so that a record cut short
+/// is filled up with zeros and never with what memory held; Short() tells that it happened.
+///
+/// | call    | moves by | gives                                   |
+/// |---------|----------|-----------------------------------------|
+/// | U8      | 1        | the byte                                |
+/// | U16     | 2        | the word, converted                     |
+/// | U32     | 4        | the double word, converted              |
+/// | Bytes   | its size | the bytes as they stand                 |
+/// | Skip    | n        | nothing                                 |
+class BigEndianCursor {
+  public:
+    explicit BigEndianCursor(std::span<const std::uint8_t> bytes) noexcept : m_bytes(bytes) {}
+
+    std::uint8_t U8() noexcept { return Bytes<1>()[0]; }
+    std::uint16_t U16() noexcept { return SwapWord(std::bit_cast<std::uint16_t>(Bytes<2>())); }
+    std::uint32_t U32() noexcept { return SwapLong(std::bit_cast<std::uint32_t>(Bytes<4>())); }
+
+    template <std::size_t N>
+    std::array<std::uint8_t, N> Bytes() noexcept {
+        std::array<std::uint8_t, N> out{};
+        const std::size_t there = Take(N);
+        if (there != 0) std::memcpy(out.data(), m_bytes.data() + (m_offset - there), there);
+        return out;
+    }
+
+    void Skip(std::size_t count) noexcept { Take(count); }
+
+    /// Offset of the next byte; never beyond the end.
+    std::size_t Offset() const noexcept { return m_offset; }
+
+    /// True for good once a read went beyond the end.
+    bool Short() const noexcept { return m_short; }
+
+  private:
+    std::size_t Take(std::size_t count) noexcept {
+        const std::size_t there = std::min(count, m_bytes.size() - m_offset);
+        m_offset += there;
+        if (there != count) m_short = true;
+        return there;
+    }
+
+    std::span<const std::uint8_t> m_bytes;
+    std::size_t m_offset = 0;
+    bool m_short = false;
+};

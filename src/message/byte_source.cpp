@@ -1,0 +1,42 @@
+#include "message/byte_source.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/framework/cfile.h"
+
+ByteSource::ByteSource(std::span<const std::uint8_t> bytes) noexcept : m_window(bytes), m_size(bytes.size()) {}
+
+ByteSource::ByteSource(CFile& file) : m_size(static_cast<std::uint64_t>(file.GetLength())), m_file(&file) {}
+
+std::span<const std::uint8_t> ByteSource::At(std::uint64_t offset, std::size_t count) {
+    count = static_cast<std::size_t>(std::min<std::uint64_t>(count, Left(offset)));
+    if (count == 0) return {};
+    if (m_file != nullptr &&
+        (offset < m_window_offset || offset - m_window_offset > m_window.size() || count > m_window.size() - (offset - m_window_offset))) {
+        const std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(kWindow, Left(offset)));
+        if (!m_buffer) m_buffer = std::make_unique_for_overwrite<std::uint8_t[]>(static_cast<std::size_t>(std::min<std::uint64_t>(kWindow, m_size)));
+        m_window_offset = offset;
+        m_window = {m_buffer.get(), ReadFile(offset, {m_buffer.get(), size})};
+    }
+    const std::span<const std::uint8_t> rest = m_window.subspan(static_cast<std::size_t>(offset - m_window_offset));
+    return rest.first(std::min(count, rest.size()));
+}
+
+std::size_t ByteSource::Read(std::uint64_t offset, std::span<std::uint8_t> out) {
+    const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(out.size(), Left(offset)));
+    if (wanted == 0) return 0;
+    std::size_t done = 0;
+    if (offset >= m_window_offset && offset - m_window_offset < m_window.size()) {
+        const auto held = m_window.subspan(static_cast<std::size_t>(offset - m_window_offset));
+        done = std::min(wanted, held.size());
+        std::memcpy(out.data(), held.data(), done);
+    }
+    if (done == wanted || m_file == nullptr) return done;
+    return done + ReadFile(offset + done, out.subspan(done, wanted - done));
+}
+
+std::size_t ByteSource::ReadFile(std::uint64_t offset, std::span<std::uint8_t> out) {
+    m_file->Seek(static_cast<LONGLONG>(offset), CFile::begin);
+    return m_file->Read(out.data(), static_cast<UINT>(out.size()));
+}

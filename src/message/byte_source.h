@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+class CFile;
+
+/// The bytes of one file, given out by position: from memory (tests, fuzzers, benchmarks) or from an open file, through a
+/// window, so that an ordinary message or font costs one read and a part that is passed over costs none.
+class ByteSource {
+  public:
+    /// @param bytes  must outlive the source.
+    explicit ByteSource(std::span<const std::uint8_t> bytes) noexcept;
+    /// @param file  open for reading; must outlive the source.
+    explicit ByteSource(CFile& file);
+
+    /// Length of the file in bytes, as it was when the source was made.
+    std::uint64_t Size() const noexcept { return m_size; }
+
+    /// Bytes from `offset` to the end of the file.
+    std::uint64_t Left(std::uint64_t offset) const noexcept { return offset < m_size ? m_size - offset : 0; }
+
+    /// Up to `count` bytes from `offset`, fewer at the end of the file. Good until the next call.
+    /// @param count  at most kWindow.
+    std::span<const std::uint8_t> At(std::uint64_t offset, std::size_t count);
+
+    /// Copies bytes from `offset` to `out`; what the window doesn't hold is read straight to its place.
+    /// @return how many came, fewer than asked at the end of the file; the rest of `out` is not written.
+    std::size_t Read(std::uint64_t offset, std::span<std::uint8_t> out);
+
+    /// Holds every ordinary message, and the head of every font up to its stored glyphs.
+    static constexpr std::size_t kWindow = 65536;
+
+  private:
+    std::size_t ReadFile(std::uint64_t offset, std::span<std::uint8_t> out);
+
+    std::span<const std::uint8_t> m_window;  // the bytes at m_window_offset
+    std::uint64_t m_window_offset = 0;
+    std::uint64_t m_size = 0;
+    CFile* m_file = nullptr;
+    std::unique_ptr<std::uint8_t[]> m_buffer;
+};

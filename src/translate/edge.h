@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+/// edge_type of a font; stored values. Types above 3 carry no edge.
+enum EdgeType : int { kEdgeNone = 0, kEdgeBorder = 1, kEdgeShadow = 2, kEdgeOffset = 3 };
+
+/// Degrees of a font's 4-bit edge direction.
+constexpr int EdgeAngle(int direction) noexcept {
+    constexpr int kDegrees[8] = {135, 180, 225, 270, 315, 0, 45, 90};
+    return direction >= 0 && direction < 8 ? kDegrees[direction] : 135;
+}
+
+/// Lines of a font's height that its edge takes up. A border lies on both sides of a glyph; the direction doesn't count.
+constexpr int EdgeHeight(int edge_type, int /*direction*/, int edge_size) noexcept {
+    switch (edge_type) {
+        case kEdgeBorder: return static_cast<std::uint16_t>(2 * edge_size);
+        case kEdgeShadow:
+        case kEdgeOffset: return edge_size;
+        default: return 0;
+    }
+}
+
+/// True for the edge types that draw one.
+constexpr bool HasEdge(int edge_type) noexcept { return edge_type >= kEdgeBorder && edge_type <= kEdgeOffset; }
