@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+
+#include "samples/font_writer.h"
+
+/// Pictures in colour, as stored glyphs hold them: alpha first, colours multiplied by alpha.
+namespace samples {
+
+/// A colour of 0 to 255 a part, and how much it covers, 0 to 1.
+struct Paint {
+    double red = 0, green = 0, blue = 0;
+    double alpha = 1;
+};
+
+Paint Mix(const Paint& from, const Paint& to, double share);
+
+/// `over` laid on `under`; neither is multiplied by its alpha.
+Paint Over(const Paint& over, const Paint& under);
+
+/// Paints a picture point by point; each pixel is the mean of 4 x 4 points, which smooths every outline.
+/// @param paint  takes pixels and lines from the upper left corner.
+StoredGlyph PaintPicture(unsigned width, unsigned height, const std::function<Paint(double x, double y)>& paint);
+
+/// Paints a picture one call for each pixel, with its column and line.
+StoredGlyph PaintPixels(unsigned width, unsigned height, const std::function<Paint(unsigned x, unsigned y)>& paint);
+
+/// The pictures of the demonstration disk's artwork font, by their codes in it.
+enum class Artwork : unsigned {
+    kLowerThird = 'L',
+    kRule = 'R',
+    kStrip = 'S',
+    kDarkStrip = 'T',
+    kSun = '1',
+    kCloud = '2',
+    kRain = '3',
+};
+StoredGlyph PaintArtwork(Artwork which);
+
+/// The pictures of the RGBA files: a round station mark, and a full-screen background.
+StoredGlyph PaintStationMark();
+StoredGlyph PaintBackdrop();
+
+/// The colour of a metal letter at a height, from 0 at its foot to 1 at its head.
+Paint Chrome(double height);
+Paint Gold(double height);
+
+}  // namespace samples
