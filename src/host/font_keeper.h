@@ -1,0 +1,33 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <vector>
+
+#include "font/zel_font.h"
+
+/// Holds the fonts that an import has handed over, and gives their data back when the host is done with them. The
+/// blocks of a slot are released through its font_copy, which shares them, since the font set itself may be gone by
+/// then.
+class FontKeeper {
+  public:
+    FontKeeper() = default;
+    ~FontKeeper() { Release(); }
+    FontKeeper(const FontKeeper&) = delete;
+    FontKeeper& operator=(const FontKeeper&) = delete;
+
+    /// Takes over the fonts of a set, which stays the module's. What was held before is released.
+    void Take(CZelFont& fonts);
+
+    /// Slot of a font_copy; nothing for null and for one that isn't held.
+    std::optional<int> SlotOf(const tag_font_memory* font_copy) const noexcept;
+
+    /// Releases the data of all fonts held, and their copies.
+    void Release();
+    /// As above; the slots of the set, which must still be alive, are emptied too.
+    void ReleaseWithSet();
+
+  private:
+    CZelFont* m_set = nullptr;
+    std::array<tag_font_memory*, kFontSlots> m_copies{};
+};

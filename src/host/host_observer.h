@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/headless_desktop.h"
+#include "translate/char_inf.h"
+
+class GlyphBitmaps;
+struct MessageRecord;
+
+/// The window that a message was sent to.
+enum class Target { kHost, kExport, kMain };
+
+/// A window message as it arrived, with what the host answered. `lParam` is the object that host_messages.h tells.
+struct SentMessage {
+    UINT message = 0;
+    Target target = Target::kHost;
+    WPARAM wParam = 0;
+    LPARAM lParam = 0;
+    LRESULT answer = 0;
+};
+
+/// A call of the character callback.
+struct SentCharacter {
+    const tag_CharInf& info;
+    unsigned character;            ///< the callback's third argument.
+    std::optional<int> font_slot;  ///< slot whose font_copy the record carries; empty in text form.
+    GlyphBitmaps& glyphs;          ///< pixels of the characters of this message.
+};
+
+/// What a run of the module was for.
+enum class Road { kImport, kBatch, kExport, kFont };
+
+/// How a run of the module ended.
+struct RunEnd {
+    Road road = Road::kImport;
+    std::optional<int> status;  ///< m_iStatus of the last import; empty when there was no dialog.
+    std::string next_id;        ///< id that the next dialog starts with, in the module's bytes.
+    int y_offset = 0;           ///< lines that the rows of the last message were moved up by.
+};
+
+/// Hears what happens between module and host, in the order in which it happens. References and what they lead to are
+/// good until the call returns. An observer throws nothing: the calls come from inside the module.
+class HostObserver {
+  public:
+    virtual ~HostObserver() = default;
+
+    virtual void OnBox(const HeadlessDesktop::Box& /*box*/) {}
+    virtual void OnFileDialog(const HeadlessDesktop::FileDialog& /*dialog*/) {}
+    virtual void OnSend(const SentMessage& /*message*/) {}
+    virtual void OnChar(const SentCharacter& /*character*/) {}
+    /// An import has come to its end and the host has copied what it keeps; comes after the WM_PAINT that ends it.
+    virtual void OnMessage(const MessageRecord& /*message*/) {}
+    /// An exception has left the module; nothing comes after it.
+    virtual void OnException(const std::string& /*text*/) {}
+    virtual void OnEnd(const RunEnd& /*end*/) {}
+};

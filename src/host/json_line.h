@@ -1,0 +1,38 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Builds one line of JSON in a string that is used again and again, so that a line costs no allocation. The caller
+/// opens and closes objects and arrays in pairs. Keys are written as they are.
+class JsonLine {
+  public:
+    /// The line without its line feed, good until the next Clear.
+    const std::string& Text() const noexcept { return m_text; }
+    void Clear() noexcept { m_text.clear(); }
+
+    JsonLine& Open(char bracket);   ///< '{' or '[', as a value.
+    JsonLine& Close(char bracket);  ///< '}' or ']'.
+    JsonLine& Key(std::string_view key);
+
+    JsonLine& Number(std::integral auto value) {
+        return static_cast<std::int64_t>(value) < 0 ? Signed(static_cast<std::int64_t>(value))
+                                                    : Unsigned(static_cast<std::uint64_t>(value));
+    }
+    JsonLine& Float(float value);  ///< the shortest digits that give the value again; null when it isn't finite.
+    JsonLine& Null();
+    /// Text of the module: each byte is the code point of the same value.
+    JsonLine& Bytes(std::string_view bytes);
+
+    JsonLine& Number(std::string_view key, std::integral auto value) { return Key(key).Number(value); }
+    JsonLine& Bytes(std::string_view key, std::string_view bytes) { return Key(key).Bytes(bytes); }
+
+  private:
+    JsonLine& Signed(std::int64_t value);
+    JsonLine& Unsigned(std::uint64_t value);
+    void Separate();
+
+    std::string m_text;
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "font/font_memory.h"
+#include "message/msg_header.h"
+#include "message/tab_field.h"
+#include "platform/system/types.h"
+#include "translate/char_inf.h"
+
+/// The host's copies of what arrived in one import. Texts are the module's bytes, one character each.
+
+/// One font slot that held a font.
+struct FontRecord {
+    tag_font_header header{};
+    std::string file_name;
+    LOGFONT log_font{};
+};
+
+/// One call of the character callback.
+struct CharacterRecord {
+    tag_CharInf info{};  ///< log_font and font_copy are null: they die with the call and the fonts.
+    LOGFONT log_font{};
+    unsigned character = 0;        ///< 13 for a row without characters.
+    std::optional<int> font_slot;  ///< of a character in bitmap form.
+};
+
+/// One row of the message.
+struct RowRecord {
+    int y = 0;       ///< lines
+    int top = 0;     ///< lines below y
+    int bottom = 0;  ///< lines below y
+    bool empty = false;
+    std::string text;  ///< the characters that arrived, in reading order.
+};
+
+struct MessageRecord {
+    std::string id;       ///< name of the message file in its directory.
+    bool rgba = false;    ///< a picture, of which nothing but the choice arrives.
+    bool object = false;  ///< of a picture: insert as object, else as background.
+    int lines = 486;      ///< active lines of the message's own video standard, 486 or 576.
+    tag_msg_header header{};
+    std::vector<RowRecord> rows;
+    std::vector<CharacterRecord> characters;
+    std::vector<tag_tab_field> tabs;
+    std::array<std::optional<FontRecord>, kFontSlots> fonts;
+    std::array<std::uint32_t, 256> palette{};  ///< stored entries, 8 sets of 32.
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/system/types.h"
+
+/// Checks that messages and characters come in the order of the contract, and notes each breach. Zero breaches is a
+/// pass.
+class OrderChecker {
+  public:
+    /// A message has arrived.
+    void OnMessage(UINT message, WPARAM wParam);
+    /// A character has arrived.
+    void OnCharacter();
+    /// The call into the module has returned: an import that is under way was not brought to its end.
+    void OnReturn();
+    /// An exception has left the module; whatever was under way is over.
+    void OnException() noexcept;
+
+    const std::vector<std::string>& Breaches() const noexcept { return m_breaches; }
+
+  private:
+    enum class Stage {
+        kIdle,
+        kCharacters,  ///< behind 1157
+        kRowsDone,    ///< behind 1181
+        kTabs,        ///< behind 1158
+        kHandedOver,  ///< behind 1180 or 1211
+        kImportDone,  ///< behind 1213
+    };
+
+    void Expect(bool right, const std::string& what);
+
+    Stage m_stage = Stage::kIdle;
+    bool m_imported = false;  ///< the last that came was the end of an import that arrived.
+    bool m_exported = false;  ///< the last that came was 1168 or 1190.
+    bool m_asked = false;     ///< the last that came was 1125.
+    std::vector<std::string> m_breaches;
+};

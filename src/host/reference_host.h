@@ -1,0 +1,93 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/font_keeper.h"
+#include "host/glyph_bitmaps.h"
+#include "host/host_observer.h"
+#include "host/message_record.h"
+#include "host/order_checker.h"
+#include "platform/framework/cwnd.h"
+#include "translate/char_inf.h"
+
+class CZelTransDlg;
+
+/// What the host sets in the dialog of an import, and what it registers.
+struct HostOptions {
+    int lines = 486;  ///< active lines of the host's video standard, 486 or 576.
+    bool tt_convert = false;
+    bool baseline_align = true;
+    std::optional<std::string>
+        maps;  ///< this system's path of the name lists' directory; without it no directory is registered.
+};
+
+/// A host could not be made as it was asked for.
+class HostError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// A host for the module: it has the windows that the module's messages go to and the registered callback, takes copies
+/// of what dies with an import, and gives the font data back. One at a time, on the user-interface thread; what was
+/// registered before it (main window, callback) comes back when it ends.
+class ReferenceHost : private WindowListener {
+  public:
+    /// @throws HostError when the directory of the name lists is longer than the 258 characters that can be registered.
+    explicit ReferenceHost(const HostOptions& options);
+    ~ReferenceHost() override;
+    ReferenceHost(const ReferenceHost&) = delete;
+    ReferenceHost& operator=(const ReferenceHost&) = delete;
+
+    CWnd* HostWindow() const noexcept;
+    CWnd* ExportWindow() const noexcept;
+
+    /// Not owned; must outlive the host.
+    void AddObserver(HostObserver* observer) { m_observers.push_back(observer); }
+    void SetHasMessage(std::function<bool(int id)> has_message) { m_has_message = std::move(has_message); }
+
+    /// To be called when a call into the module has returned, or has been left by an exception: gives back what fonts
+    /// are still held.
+    void EndCall(bool by_exception);
+
+    /// The last import that came to its end; nothing when none did. It is given once.
+    std::optional<MessageRecord> TakeMessage() { return std::exchange(m_done, std::nullopt); }
+    /// m_iStatus of the last dialog, taken when its window went.
+    std::optional<int> Status() const noexcept { return m_status; }
+    const std::vector<std::string>& Breaches() const noexcept { return m_order.Breaches(); }
+    const std::vector<std::string>& GlyphFailures() const noexcept { return m_glyphs.Failures(); }
+
+  private:
+    class MessageWindow;
+
+    static void OnCharCall(CWnd* window, tag_CharInf* info, unsigned int character);
+
+    LRESULT OnMessage(Target target, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnCharacter(const tag_CharInf& info, unsigned character);
+    void SetUpDialog(CZelTransDlg& dialog);
+    void FinishImport();
+    void WindowChanged(CWnd& window, WindowChange change) override;
+
+    static ReferenceHost* s_current;  ///< the callback carries no context of its own.
+
+    HostOptions m_options;
+    std::unique_ptr<MessageWindow> m_main_window, m_host_window, m_export_window;
+    std::vector<HostObserver*> m_observers;
+    std::function<bool(int)> m_has_message;
+    BYTE m_nuvo_state = 0;
+    OrderChecker m_order;
+    GlyphBitmaps m_glyphs;
+    FontKeeper m_fonts;
+    MessageRecord m_message;  ///< of the import under way.
+    std::optional<MessageRecord> m_done;
+    CZelTransDlg* m_dialog = nullptr;  ///< while its window lives.
+    std::optional<int> m_status;
+    ReferenceHost* m_previous;
+    CWnd* m_previous_main;
+    OnCharCallback m_previous_callback;
+};

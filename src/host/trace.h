@@ -1,0 +1,36 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+#include "host/host_observer.h"
+#include "host/json_line.h"
+
+class CZelFont;
+
+/// Whether the trace tells size and checksum of each character's pixels.
+enum class TracePixels { kNo, kYes };
+
+/// Writes what happens as JSON, one object a line, in the order in which it happens; docs/trace.md lists the keys.
+class TraceWriter : public HostObserver {
+  public:
+    /// @param out  not owned; its state tells whether everything could be written.
+    explicit TraceWriter(std::ostream& out, TracePixels pixels = TracePixels::kNo);
+
+    void OnBox(const HeadlessDesktop::Box& box) override;
+    void OnFileDialog(const HeadlessDesktop::FileDialog& dialog) override;
+    void OnSend(const SentMessage& message) override;
+    void OnChar(const SentCharacter& character) override;
+    void OnException(const std::string& text) override;
+    void OnEnd(const RunEnd& end) override;
+
+    /// The event `font`: what CZelTransExport::MakeTavroFont gave.
+    void WriteFont(bool result, const CZelFont& fonts);
+
+  private:
+    void Write();
+
+    std::ostream& m_out;
+    TracePixels m_pixels;
+    JsonLine m_line;
+};
