@@ -36,7 +36,7 @@ MessageFile MixedFonts(const FontShelf& fonts) {
     page.Row(270, fonts.lantern_bold_38);
     x = kSafeLeft;
     unsigned colour_set = 0;
-    for (const char* word : {"one ", "row ", "in ", "eight ", "sets ", "of ", "two ", "each"}) {
+    for (const char* word : {"A ", "row ", "in ", "eight ", "sets ", "of ", "two ", "..."}) {
         x = append(fonts.lantern_shade_32, colour_set++, x, word);
     }
     page.Row(350, fonts.lantern_28);

@@ -1,0 +1,45 @@
+#include "samples/write_file.h"
+
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
+#include "samples/scratch_directory.h"
+
+namespace samples {
+namespace {
+
+using samples_test::ReadAll;
+using samples_test::ScratchDirectory;
+
+TEST(WriteWholeFile, MakesDirectoriesAndReplacesWhatWasThere) {
+    const ScratchDirectory scratch;
+    const auto file = scratch.Path() / "a" / "b" / ".0001";
+    WriteWholeFile(file, "a longer first text");
+    WriteWholeFile(file, "second");
+    EXPECT_EQ(ReadAll(file), "second");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(file.parent_path()), {}), 1) << "no draft is left";
+}
+
+TEST(WriteWholeFile, NamesTheFileAndTheReason) {
+    const ScratchDirectory scratch;
+    WriteWholeFile(scratch.Path() / "plain", "a file, no directory");
+    try {
+        WriteWholeFile(scratch.Path() / "plain" / ".0001", "text");
+        FAIL() << "nothing was thrown";
+    } catch (const std::runtime_error& error) {
+        EXPECT_NE(std::string(error.what()).find("plain/.0001: "), std::string::npos) << error.what();
+    }
+}
+
+TEST(WriteWholeFile, LeavesNoDraftWhenADirectoryStandsInTheWay) {
+    const ScratchDirectory scratch;
+    std::filesystem::create_directories(scratch.Path() / ".0001" / "inside");
+    EXPECT_THROW(WriteWholeFile(scratch.Path() / ".0001", "text"), std::runtime_error);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(scratch.Path()), {}), 1);
+}
+
+}  // namespace
+}  // namespace samples
