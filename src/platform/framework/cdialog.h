@@ -11,6 +11,7 @@
 class ZEL_PLATFORM_API CDialog : public CWnd {
   public:
     CDialog() = default;
+    /// @param parent  of no account: a dialog is a top window.
     explicit CDialog(UINT templateId, CWnd* parent = nullptr);
     ~CDialog() override;
 
@@ -53,10 +54,9 @@ class ZEL_PLATFORM_API CDialog : public CWnd {
     DECLARE_MESSAGE_MAP()
 
   private:
-    bool MakeControls(const DialogTemplate& source, CWnd* parent);
+    bool MakeWindow();
 
     UINT m_templateId = 0;
-    CWnd* m_parent = nullptr;
     const DialogTemplate* m_template = nullptr;
     UINT m_defaultId = 0;
     INT_PTR m_result = -1;

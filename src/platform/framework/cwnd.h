@@ -82,8 +82,9 @@ class ZEL_PLATFORM_API CWnd : public CCmdTarget {
     /// TRUE when the window and all its parents are shown.
     BOOL IsWindowVisible() const;
 
-    /// Rectangle in pixels: of a top window on the screen, of a control in its parent.
+    /// Rectangle on the screen, in pixels; empty without a window.
     void GetWindowRect(RECT* rect) const;
+    /// Moves a top window on the screen, a control in its parent.
     void MoveWindow(int x, int y, int width, int height, BOOL repaint = TRUE);
     void MoveWindow(const RECT* rect, BOOL repaint = TRUE);
 

@@ -39,7 +39,7 @@ struct AFX_MSGMAP {
         return GetThisMessageMap();                     \
     }                                                   \
     const AFX_MSGMAP* theClass::GetThisMessageMap() {   \
-        using ThisClass = theClass;                     \
+        using ThisClass [[maybe_unused]] = theClass;    \
         using TheBaseClass = baseClass;                 \
         static const AFX_MSGMAP_ENTRY entries[] = {
 #define END_MESSAGE_MAP()                                                      \

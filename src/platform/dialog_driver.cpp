@@ -1,0 +1,98 @@
+#include "platform/dialog_driver.h"
+
+#include "platform/framework/window.h"
+
+CWnd* DialogDriver::Usable(int id) const {
+    CWnd* const control = m_dialog.HasEnded() ? nullptr : m_dialog.GetDlgItem(id);
+    return control != nullptr && control->IsWindowVisible() && control->IsWindowEnabled() ? control : nullptr;
+}
+
+bool DialogDriver::Type(int id, const std::string& text) {
+    CWnd* const control = Usable(id);
+    if (control == nullptr) return false;
+    control->SetFocus();
+    control->SetWindowText(text.substr(0, control->m_hWnd->limit).c_str());
+    return true;
+}
+
+bool DialogDriver::Press(int id) {
+    CWnd* const control = Usable(id);
+    if (control == nullptr) return false;
+    control->SendMessage(BM_CLICK);
+    return true;
+}
+
+bool DialogDriver::Check(int id, bool on) {
+    return Usable(id) != nullptr && (IsChecked(id) == on || Press(id));
+}
+
+bool DialogDriver::Choose(int id, int index) {
+    CWnd* const control = Usable(id);
+    if (control == nullptr || index < 0) return false;
+    control->SetFocus();
+    return index < control->SendMessage(CB_GETCOUNT) &&
+           control->SendMessage(CB_SETCURSEL, static_cast<WPARAM>(index)) == index;
+}
+
+bool DialogDriver::Choose(int id, const std::string& text) {
+    const std::vector<std::string> list = List(id);
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (list[i] == text) return Choose(id, static_cast<int>(i));
+    }
+    return false;
+}
+
+bool DialogDriver::PressEnter() {
+    if (m_dialog.HasEnded()) return false;
+    const UINT id = m_dialog.GetDefID() != 0 ? m_dialog.GetDefID() : static_cast<UINT>(IDOK);
+    if (m_dialog.GetDlgItem(static_cast<int>(id)) != nullptr) return Press(static_cast<int>(id));
+    m_dialog.SendMessage(WM_COMMAND, id);
+    return true;
+}
+
+void DialogDriver::PressEscape() {
+    m_dialog.SendMessage(WM_COMMAND, IDCANCEL);
+}
+void DialogDriver::Close() {
+    m_dialog.SendMessage(WM_CLOSE);
+}
+
+std::string DialogDriver::Caption() const {
+    CString caption;
+    m_dialog.GetWindowText(caption);
+    return caption.GetString();
+}
+
+std::string DialogDriver::Text(int id) const {
+    CString text;
+    m_dialog.GetDlgItemText(id, text);
+    return text.GetString();
+}
+
+std::vector<std::string> DialogDriver::List(int id) const {
+    std::vector<std::string> list;
+    CWnd* const control = m_dialog.GetDlgItem(id);
+    const LRESULT count = control != nullptr ? control->SendMessage(CB_GETCOUNT) : 0;
+    for (LRESULT i = 0; i < count; ++i) {
+        const auto index = static_cast<WPARAM>(i);
+        std::string entry(static_cast<std::size_t>(control->SendMessage(CB_GETLBTEXTLEN, index)), '\0');
+        control->SendMessage(CB_GETLBTEXT, index, ToParam(entry.data()));
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+bool DialogDriver::IsChecked(int id) const {
+    CWnd* const control = m_dialog.GetDlgItem(id);
+    return control != nullptr && control->SendMessage(BM_GETCHECK) != 0;
+}
+
+bool DialogDriver::IsEnabled(int id) const {
+    const CWnd* const control = m_dialog.GetDlgItem(id);
+    return control != nullptr && control->IsWindowEnabled();
+}
+
+bool DialogDriver::IsVisible(int id) const {
+    const CWnd* const control = m_dialog.GetDlgItem(id);
+    return control != nullptr && control->IsWindowVisible();
+}

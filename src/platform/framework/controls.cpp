@@ -1,0 +1,265 @@
+#include <algorithm>
+#include <string_view>
+
+#include "platform/framework/window.h"
+
+/// The controls' answers to their messages, as the system's own controls give them.
+
+namespace {
+
+/// Start and end of a selected text.
+struct Selection {
+    std::size_t start = 0;
+    std::size_t end = 0;
+};
+
+/// Edit: says EN_UPDATE and EN_CHANGE for every text that it is given, its old one too.
+class EditWindow : public HWND__ {
+  public:
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case EM_SETSEL:
+                Select(wParam, lParam);
+                return TRUE;
+            case EM_GETSEL:
+                if (wParam != 0) *FromParam<DWORD>(wParam) = static_cast<DWORD>(m_selection.start);
+                if (lParam != 0) *FromParam<DWORD>(lParam) = static_cast<DWORD>(m_selection.end);
+                return static_cast<LRESULT>(
+                    MAKEWPARAM(static_cast<UINT>(m_selection.start), static_cast<UINT>(m_selection.end)));
+            case EM_LIMITTEXT:
+                limit = wParam != 0 ? wParam : INT_MAX;
+                return 0;
+            case EM_GETLIMITTEXT:
+                return static_cast<LRESULT>(limit);
+            default:
+                return HWND__::Handle(message, wParam, lParam);
+        }
+    }
+
+  protected:
+    void SetText(const char* newText) override {
+        m_selection = {};
+        HWND__::SetText(newText);
+        const HWND self = this;
+        Notify(EN_UPDATE);
+        if (IsWindow(self)) Notify(EN_CHANGE);
+    }
+
+  private:
+    /// From `start` to `end`; an end of -1 is the text's, a start of -1 selects nothing.
+    void Select(WPARAM start, LPARAM end) {
+        const auto first = static_cast<LPARAM>(start);
+        const std::size_t last = end < 0 ? text.size() : std::min(static_cast<std::size_t>(end), text.size());
+        m_selection.start = first < 0 ? last : std::min(static_cast<std::size_t>(first), last);
+        m_selection.end = last;
+        Changed(WindowChange::selection);
+    }
+
+    Selection m_selection;
+};
+
+constexpr char Fold(char c) noexcept {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+bool EqualsFolded(std::string_view a, std::string_view b) noexcept {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Fold(x) == Fold(y); });
+}
+
+/// Drop-down combo box: a list, and an edit field, whose text is the window's text.
+class ComboWindow : public HWND__ {
+  public:
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case CB_ADDSTRING:
+                return Insert(SortedPlace(lParam), lParam);
+            case CB_INSERTSTRING:
+                return Insert(static_cast<LRESULT>(wParam) == -1 ? m_list.size() : wParam, lParam);
+            case CB_DELETESTRING:
+                return Delete(wParam);
+            case CB_RESETCONTENT:
+                m_list.clear();
+                Changed(WindowChange::list);
+                Choose(0);
+                return 0;
+            case CB_GETCOUNT:
+                return static_cast<LRESULT>(m_list.size());
+            case CB_GETCURSEL:
+                return m_current;
+            case CB_SETCURSEL:
+                return Choose(wParam);
+            case CB_GETLBTEXT: {
+                if (wParam >= m_list.size() || lParam == 0) return CB_ERR;
+                const std::string& entry = m_list[wParam];
+                std::copy_n(entry.c_str(), entry.size() + 1, FromParam<char>(lParam));
+                return static_cast<LRESULT>(entry.size());
+            }
+            case CB_GETLBTEXTLEN:
+                return wParam < m_list.size() ? static_cast<LRESULT>(m_list[wParam].size()) : CB_ERR;
+            case CB_LIMITTEXT:
+                limit = wParam != 0 ? wParam : INT_MAX;
+                return TRUE;
+            case CB_FINDSTRINGEXACT:
+                return Find(static_cast<LRESULT>(wParam), lParam);
+            default:
+                return HWND__::Handle(message, wParam, lParam);
+        }
+    }
+
+  protected:
+    void SetText(const char* newText) override {
+        m_current = CB_ERR;
+        HWND__::SetText(newText);
+    }
+
+  private:
+    std::size_t SortedPlace(LPARAM entry) const {
+        if ((flags & ctl_sorted) == 0 || entry == 0) return m_list.size();
+        const auto less = [](std::string_view a, std::string_view b) {
+            return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                                [](char x, char y) { return Fold(x) < Fold(y); });
+        };
+        const auto place =
+            std::upper_bound(m_list.begin(), m_list.end(), std::string_view(FromParam<const char>(entry)), less);
+        return static_cast<std::size_t>(place - m_list.begin());
+    }
+
+    LRESULT Insert(std::size_t index, LPARAM entry) {
+        if (index > m_list.size() || entry == 0) return CB_ERR;
+        m_list.insert(m_list.begin() + static_cast<std::ptrdiff_t>(index), FromParam<const char>(entry));
+        if (m_current != CB_ERR && static_cast<std::size_t>(m_current) >= index) ++m_current;
+        Changed(WindowChange::list);
+        return static_cast<LRESULT>(index);
+    }
+
+    LRESULT Delete(std::size_t index) {
+        if (index >= m_list.size()) return CB_ERR;
+        m_list.erase(m_list.begin() + static_cast<std::ptrdiff_t>(index));
+        const auto deleted = static_cast<LRESULT>(index);
+        if (m_current == deleted) {
+            m_current = CB_ERR;
+        } else if (m_current > deleted) {
+            --m_current;
+        }
+        Changed(WindowChange::list);
+        return static_cast<LRESULT>(m_list.size());
+    }
+
+    /// An index outside the list takes the selection away and empties the edit field.
+    LRESULT Choose(std::size_t index) {
+        const bool inside = index < m_list.size();
+        m_current = inside ? static_cast<LRESULT>(index) : CB_ERR;
+        text = inside ? m_list[index] : std::string();
+        Changed(WindowChange::selection);
+        Changed(WindowChange::text);
+        return m_current;
+    }
+
+    /// Looks behind `before`, then from the first entry on.
+    LRESULT Find(LRESULT before, LPARAM wanted) const {
+        const auto count = static_cast<LRESULT>(m_list.size());
+        if (wanted == 0) return CB_ERR;
+        if (before < 0 || before >= count) before = -1;
+        for (LRESULT step = 1; step <= count; ++step) {
+            const LRESULT index = (before + step) % count;
+            if (EqualsFolded(m_list[static_cast<std::size_t>(index)], FromParam<const char>(wanted))) return index;
+        }
+        return CB_ERR;
+    }
+
+    std::vector<std::string> m_list;
+    LRESULT m_current = CB_ERR;
+};
+
+/// Push button, check box or radio button.
+class ButtonWindow : public HWND__ {
+  public:
+    explicit ButtonWindow(ControlKind kind) : m_kind(kind) {}
+
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case BM_GETCHECK:
+                return static_cast<LRESULT>(m_check);
+            case BM_SETCHECK:
+                SetCheck(wParam);
+                return 0;
+            case BM_CLICK:
+                Click();
+                return 0;
+            default:
+                return HWND__::Handle(message, wParam, lParam);
+        }
+    }
+
+  private:
+    bool IsPush() const { return m_kind != ControlKind::check_box && m_kind != ControlKind::radio_button; }
+
+    void SetCheck(WPARAM state) {
+        if (IsPush() || m_check == state) return;
+        m_check = state;
+        Changed(WindowChange::check);
+    }
+
+    void Click() {
+        if (!enabled) return;
+        SetFocus();
+        if ((flags & ctl_auto) != 0 && m_kind == ControlKind::check_box) {
+            SetCheck(m_check == BST_UNCHECKED ? BST_CHECKED : BST_UNCHECKED);
+        } else if ((flags & ctl_auto) != 0 && m_kind == ControlKind::radio_button) {
+            for (ButtonWindow* const other : Group()) other->SetCheck(other == this ? BST_CHECKED : BST_UNCHECKED);
+        }
+        Notify(BN_CLICKED);
+    }
+
+    /// The automatic radio buttons of this one's group.
+    std::vector<ButtonWindow*> Group() const {
+        std::vector<ButtonWindow*> group;
+        bool isOwn = false;
+        for (const auto& sibling : parent->children) {
+            if ((sibling->flags & ctl_group) != 0) {
+                if (isOwn) break;
+                group.clear();
+            }
+            isOwn = isOwn || sibling.get() == this;
+            auto* const button = dynamic_cast<ButtonWindow*>(sibling.get());
+            if (button != nullptr && button->m_kind == ControlKind::radio_button && (button->flags & ctl_auto) != 0) {
+                group.push_back(button);
+            }
+        }
+        return group;
+    }
+
+    ControlKind m_kind;
+    WPARAM m_check = BST_UNCHECKED;
+};
+
+std::unique_ptr<HWND__> MakeKind(ControlKind kind) {
+    switch (kind) {
+        case ControlKind::edit:
+            return std::make_unique<EditWindow>();
+        case ControlKind::combo_box:
+            return std::make_unique<ComboWindow>();
+        case ControlKind::push_button:
+        case ControlKind::default_button:
+        case ControlKind::multi_line_button:
+        case ControlKind::check_box:
+        case ControlKind::radio_button:
+            return std::make_unique<ButtonWindow>(kind);
+        case ControlKind::group_box:
+        case ControlKind::static_text:
+            break;
+    }
+    return std::make_unique<HWND__>();
+}
+
+}  // namespace
+
+std::unique_ptr<HWND__> MakeControl(const ControlTemplate& control) {
+    auto window = MakeKind(control.kind);
+    window->id = control.id == 0xFFFF ? IDC_STATIC : control.id;
+    window->flags = control.flags;
+    window->text = control.text != nullptr ? control.text : "";
+    window->shown = (control.flags & ctl_hidden) == 0;
+    window->enabled = (control.flags & ctl_disabled) == 0;
+    return window;
+}

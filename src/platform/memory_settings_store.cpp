@@ -1,0 +1,106 @@
+#include "platform/memory_settings_store.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr unsigned char Fold(char c) noexcept {
+    return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+}
+
+template <class T, class Map>
+std::optional<T> ProfileValue(const Map& profile, const std::string& section, const std::string& entry) {
+    const auto found = profile.find({section, entry});
+    if (found == profile.end() || !std::holds_alternative<T>(found->second)) return std::nullopt;
+    return std::get<T>(found->second);
+}
+
+SettingsStore* g_store = nullptr;
+
+}  // namespace
+
+bool NameLess::operator()(std::string_view a, std::string_view b) const noexcept {
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                        [](char x, char y) { return Fold(x) < Fold(y); });
+}
+
+bool NameLess::operator()(const std::pair<std::string, std::string>& a,
+                          const std::pair<std::string, std::string>& b) const noexcept {
+    if ((*this)(a.first, b.first)) return true;
+    return !(*this)(b.first, a.first) && (*this)(a.second, b.second);
+}
+
+SettingsStore::~SettingsStore() = default;
+
+SettingsStore* SetSettingsStore(SettingsStore* store) {
+    return std::exchange(g_store, store);
+}
+
+SettingsStore& GetSettingsStore() {
+    if (g_store != nullptr) return *g_store;
+    static auto& store = *new MemorySettingsStore;  // outlives every module
+    return store;
+}
+
+MemorySettingsStore::MemorySettingsStore() {
+    m_keys[""];
+}
+MemorySettingsStore::~MemorySettingsStore() = default;
+
+std::optional<int> MemorySettingsStore::GetProfileInt(const std::string& section, const std::string& entry) {
+    return ProfileValue<int>(m_profile, section, entry);
+}
+
+std::optional<std::string> MemorySettingsStore::GetProfileText(const std::string& section, const std::string& entry) {
+    return ProfileValue<std::string>(m_profile, section, entry);
+}
+
+bool MemorySettingsStore::SetProfileInt(const std::string& section, const std::string& entry, int value) {
+    m_profile[{section, entry}] = value;
+    return true;
+}
+
+bool MemorySettingsStore::SetProfileText(const std::string& section, const std::string& entry,
+                                         const std::string& text) {
+    m_profile[{section, entry}] = text;
+    return true;
+}
+
+bool MemorySettingsStore::KeyExists(const std::string& key) {
+    return m_keys.contains(key);
+}
+
+bool MemorySettingsStore::KeyHasSubKeys(const std::string& key) {
+    const std::string prefix = key.empty() ? key : key + "\\";
+    const auto isBelow = [&](const auto& entry) {
+        return entry.first.size() > prefix.size() && std::equal(prefix.begin(), prefix.end(), entry.first.begin(),
+                                                                [](char a, char b) { return Fold(a) == Fold(b); });
+    };
+    return std::any_of(m_keys.begin(), m_keys.end(), isBelow);
+}
+
+bool MemorySettingsStore::CreateKey(const std::string& key) {
+    for (std::size_t end = key.find('\\'); end != std::string::npos; end = key.find('\\', end + 1))
+        m_keys[key.substr(0, end)];
+    m_keys[key];
+    return true;
+}
+
+bool MemorySettingsStore::DeleteKey(const std::string& key) {
+    return !key.empty() && m_keys.erase(key) == 1;
+}
+
+std::optional<RegistryValue> MemorySettingsStore::GetValue(const std::string& key, const std::string& name) {
+    const auto found = m_keys.find(key);
+    if (found == m_keys.end()) return std::nullopt;
+    const auto value = found->second.find(name);
+    if (value == found->second.end()) return std::nullopt;
+    return value->second;
+}
+
+bool MemorySettingsStore::SetValue(const std::string& key, const std::string& name, const RegistryValue& value) {
+    const auto found = m_keys.find(key);
+    if (found == m_keys.end()) return false;
+    found->second[name] = value;
+    return true;
+}
