@@ -18,7 +18,7 @@
 struct GlyphBitmap {
     CRect rect;
     std::vector<std::uint8_t> pixels;    ///< empty for an empty rectangle, and when they could not be had.
-    std::optional<std::uint32_t> crc32;  ///< of the pixels; empty without any.
+    std::optional<std::uint32_t> crc32;  ///< of the pixels, once it was asked for.
 };
 
 /// The pixels of the characters of one message, asked of its font set and kept, so that a stored glyph that is used
@@ -32,14 +32,17 @@ class GlyphBitmaps {
     /// from being had is noted in Failures, nothing is thrown but std::bad_alloc.
     const GlyphBitmap& Get(const tag_CharInf& info, unsigned character);
 
+    /// Checksum of the glyph's pixels, worked out once; nothing without pixels.
+    std::optional<std::uint32_t> Checksum(const tag_CharInf& info, unsigned character);
+
     /// A line for each glyph that could not be had.
     const std::vector<std::string>& Failures() const noexcept { return m_failures; }
 
   private:
     using Key = std::tuple<const tag_font_memory*, unsigned, int>;
 
-    GlyphBitmap Fetch(const tag_CharInf& info, unsigned character);
-    bool Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
+    GlyphBitmap& Find(const tag_CharInf& info, unsigned character);
+    void Fetch(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
 
     CZelFont* m_fonts = nullptr;
     std::map<Key, GlyphBitmap> m_glyphs;

@@ -4,14 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "host/target.h"
 #include "platform/headless_desktop.h"
 #include "translate/char_inf.h"
 
 class GlyphBitmaps;
 struct MessageRecord;
-
-/// The window that a message was sent to.
-enum class Target { kHost, kExport, kMain };
 
 /// A window message as it arrived, with what the host answered. `lParam` is the object that host_messages.h tells.
 struct SentMessage {

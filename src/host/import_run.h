@@ -3,7 +3,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/host_observer.h"
@@ -52,9 +51,3 @@ struct ImportOutcome {
 /// @param observers  hear what happens; not owned, none of them null.
 /// What can't be begun (a maps directory that is too long) is told in `failure`; nothing is thrown but std::bad_alloc.
 ImportOutcome RunImport(const ImportRequest& request, std::span<HostObserver* const> observers = {});
-
-/// A path of this system made absolute by putting the current directory in front, else as it is.
-std::string AbsolutePath(const std::string& path);
-
-/// The module's text, a byte a character, as UTF-8; each byte is the code point of the same value.
-std::string Utf8FromBytes(std::string_view bytes);

@@ -21,7 +21,7 @@ class JsonLine {
         return static_cast<std::int64_t>(value) < 0 ? Signed(static_cast<std::int64_t>(value))
                                                     : Unsigned(static_cast<std::uint64_t>(value));
     }
-    JsonLine& Float(float value);  ///< the shortest digits that give the value again; null when it isn't finite.
+    JsonLine& Float(double value);  ///< the shortest digits that give the value again; null when it isn't finite.
     JsonLine& Null();
     /// Text of the module: each byte is the code point of the same value.
     JsonLine& Bytes(std::string_view bytes);

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "host/target.h"
 #include "platform/system/types.h"
 
 /// Checks that messages and characters come in the order of the contract, and notes each breach. Zero breaches is a
@@ -10,7 +11,7 @@
 class OrderChecker {
   public:
     /// A message has arrived.
-    void OnMessage(UINT message, WPARAM wParam);
+    void OnMessage(Target target, UINT message, WPARAM wParam);
     /// A character has arrived.
     void OnCharacter();
     /// The call into the module has returned: an import that is under way was not brought to its end.
@@ -30,11 +31,12 @@ class OrderChecker {
         kImportDone,  ///< behind 1213
     };
 
-    void Expect(bool right, const std::string& what);
+    void OnImportMessage(UINT message, WPARAM wParam);
+    void OnToolMessage(UINT message);
+    void Step(bool right, Stage next, UINT message);
+    void Breach(const std::string& what);
 
     Stage m_stage = Stage::kIdle;
-    bool m_imported = false;  ///< the last that came was the end of an import that arrived.
-    bool m_exported = false;  ///< the last that came was 1168 or 1190.
-    bool m_asked = false;     ///< the last that came was 1125.
+    UINT m_last = 0;  ///< the message that came last, 0 for a character.
     std::vector<std::string> m_breaches;
 };

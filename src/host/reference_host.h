@@ -18,6 +18,8 @@
 
 class CZelTransDlg;
 
+enum class HowCallEnded { kReturned, kException };
+
 /// What the host sets in the dialog of an import, and what it registers.
 struct HostOptions {
     int lines = 486;  ///< active lines of the host's video standard, 486 or 576.
@@ -52,7 +54,7 @@ class ReferenceHost : private WindowListener {
 
     /// To be called when a call into the module has returned, or has been left by an exception: gives back what fonts
     /// are still held.
-    void EndCall(bool by_exception);
+    void EndCall(HowCallEnded how);
 
     /// The last import that came to its end; nothing when none did. It is given once.
     std::optional<MessageRecord> TakeMessage() { return std::exchange(m_done, std::nullopt); }
@@ -70,6 +72,8 @@ class ReferenceHost : private WindowListener {
     LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam);
     void OnCharacter(const tag_CharInf& info, unsigned character);
     void SetUpDialog(CZelTransDlg& dialog);
+    void BeginMessage(CZelFont& fonts);
+    MessageRecord& Message();
     void FinishImport();
     void WindowChanged(CWnd& window, WindowChange change) override;
 
@@ -83,7 +87,7 @@ class ReferenceHost : private WindowListener {
     OrderChecker m_order;
     GlyphBitmaps m_glyphs;
     FontKeeper m_fonts;
-    MessageRecord m_message;  ///< of the import under way.
+    std::optional<MessageRecord> m_message;  ///< of the import under way.
     std::optional<MessageRecord> m_done;
     CZelTransDlg* m_dialog = nullptr;  ///< while its window lives.
     std::optional<int> m_status;

@@ -28,6 +28,7 @@ class TraceWriter : public HostObserver {
     void WriteFont(bool result, const CZelFont& fonts);
 
   private:
+    JsonLine& Begin(const char* event);
     void Write();
 
     std::ostream& m_out;

@@ -1,0 +1,87 @@
+#include "host/failure_text.h"
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include "dialog/zel_trans_dlg.h"
+#include "host/import_run.h"
+#include "host/module_text.h"
+#include "host/native_path.h"
+#include "message/psos_header.h"
+#include "platform/system/files.h"
+
+namespace {
+
+std::string DirectoryTrouble(const std::string& what, const std::string& module_path) {
+    const std::string path = NativePath(module_path.c_str());
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    std::string text = "the " + what + " directory " + path;
+    if (!std::filesystem::exists(status)) return text + " is not there";
+    if (!std::filesystem::is_directory(status)) return text + " is not a directory";
+    return text + " could not be used";
+}
+
+/// The file type that the file's first bytes tell; nothing when it has fewer than four.
+std::optional<std::uint32_t> FileType(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    unsigned char bytes[4] = {};
+    if (!file.read(reinterpret_cast<char*>(bytes), sizeof bytes)) return std::nullopt;
+    return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
+           static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+}
+
+std::string LoadTrouble(const ImportPaths& paths, const ImportOutcome& outcome) {
+    if (!outcome.boxes.empty()) return OneLine(outcome.boxes.back().text);
+    const std::string path = NativePath(paths.message.c_str());
+    const std::optional<std::uint32_t> type = FileType(path);
+    if (type == kFontFileType) return "not a message file but a font file";
+    if (type && *type != kMessageFileType && !IsRgbaFileType(*type)) {
+        return "not a message file: its type is " + std::to_string(*type) + ", a message's is " +
+               std::to_string(kMessageFileType);
+    }
+    return "the message file is broken; \"zeltrans info\" tells where";
+}
+
+std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
+    if (outcome.exception) return "reading stopped: " + *outcome.exception;
+    if (!outcome.status) return "the import did not begin";
+    switch (*outcome.status) {
+        case kImportFinished:
+            break;
+        case kBadFontDirectory:
+            return DirectoryTrouble("font", paths.font_directory);
+        case kBadMessageDirectory:
+            return DirectoryTrouble("message", paths.message_directory);
+        case kMessageNotFound:
+            return "there is no such message file";
+        case kLoadFailed:
+            return LoadTrouble(paths, outcome);
+        case kFontPromptCancelled:
+            return "cancelled when a font was missing";
+        default:
+            return "the import ended with status " + std::to_string(*outcome.status);
+    }
+    if (!outcome.order_breaches.empty()) return "the module broke its contract: " + outcome.order_breaches.front();
+    return {};
+}
+
+}  // namespace
+
+ImportPaths PathsOf(const ImportRequest& request) {
+    ImportPaths paths;
+    paths.message = ModulePath(AbsolutePath(request.message));
+    const ModulePathParts parts = SplitModulePath(paths.message);
+    paths.message_directory = parts.directory;
+    paths.id = parts.name;
+    paths.font_directory =
+        request.fonts ? ModulePath(AbsolutePath(*request.fonts)) : MachineDirectory(paths.message_directory);
+    return paths;
+}
+
+std::string DescribeFailure(const ImportRequest& request, const ImportPaths& paths, const ImportOutcome& outcome) {
+    const std::string reason = Reason(paths, outcome);
+    return reason.empty() ? std::string() : request.message + ": " + reason;
+}

@@ -1,0 +1,36 @@
+#include "host/font_keeper.h"
+
+#include <algorithm>
+
+void FontKeeper::Take(CZelFont& fonts) {
+    Release();
+    m_set = &fonts;
+    for (std::size_t slot = 0; slot < m_copies.size(); ++slot) m_copies[slot] = fonts.m_Slots[slot].font_copy;
+}
+
+std::optional<int> FontKeeper::SlotOf(const tag_font_memory* font_copy) const noexcept {
+    if (font_copy == nullptr) return std::nullopt;
+    const auto found = std::find(m_copies.begin(), m_copies.end(), font_copy);
+    if (found == m_copies.end()) return std::nullopt;
+    return static_cast<int>(found - m_copies.begin());
+}
+
+void FontKeeper::Release() {
+    CZelFont releaser;  // the release asks nothing of the set that it is called on
+    for (tag_font_memory*& copy : m_copies) {
+        if (copy == nullptr) continue;
+        releaser.ReleaseFontData(copy);
+        delete copy;
+        copy = nullptr;
+    }
+    m_set = nullptr;
+}
+
+void FontKeeper::ReleaseWithSet() {
+    if (m_set != nullptr) {
+        for (std::size_t slot = 0; slot < m_copies.size(); ++slot) {
+            if (m_copies[slot] != nullptr) m_set->m_Slots[slot] = tag_font_memory{};
+        }
+    }
+    Release();
+}

@@ -1,0 +1,303 @@
+#include "host/trace.h"
+
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+#include <string_view>
+
+#include "dialog/zel_trans_dlg.h"
+#include "font/zel_font.h"
+#include "host/glyph_bitmaps.h"
+#include "message/zel_message.h"
+#include "pipeline/host_messages.h"
+#include "platform/system/messages.h"
+#include "translate/effpar.h"
+
+namespace {
+
+/// Text of a fixed field, up to its first NUL.
+template <std::size_t Size>
+std::string_view Field(const char (&text)[Size]) noexcept {
+    return {text, static_cast<std::size_t>(std::find(std::begin(text), std::end(text), '\0') - std::begin(text))};
+}
+
+std::string_view View(const CString& text) noexcept {
+    return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
+
+const char* Name(Target target) noexcept {
+    switch (target) {
+        case Target::kHost:
+            return "host";
+        case Target::kExport:
+            return "export";
+        case Target::kMain:
+            return "main";
+    }
+    return "";
+}
+
+const char* Name(Road road) noexcept {
+    switch (road) {
+        case Road::kImport:
+            return "import";
+        case Road::kBatch:
+            return "batch";
+        case Road::kExport:
+            return "export";
+        case Road::kFont:
+            return "font";
+    }
+    return "";
+}
+
+void AddLogFont(JsonLine& line, const LOGFONT* font) {
+    line.Key("log_font");
+    if (font == nullptr) {
+        line.Null();
+        return;
+    }
+    line.Open('{')
+        .Number("lfHeight", font->lfHeight)
+        .Number("lfWeight", font->lfWeight)
+        .Number("lfItalic", font->lfItalic)
+        .Number("lfPitchAndFamily", font->lfPitchAndFamily)
+        .Bytes("lfFaceName", Field(font->lfFaceName))
+        .Close('}');
+}
+
+void AddEffect(JsonLine& line, const EFFPAR* effect) {
+    line.Key("effect");
+    if (effect == nullptr) {
+        line.Null();
+        return;
+    }
+    line.Open('{').Number("face_colour", COLORREF{effect->face_colour});
+    line.Key("effect_ratio").Float(effect->effect_ratio);
+    line.Number("effect_const", std::int32_t{effect->effect_const})
+        .Number("edge_size", std::int32_t{effect->edge_size})
+        .Number("edge_angle", std::int32_t{effect->edge_angle})
+        .Number("edge_type", std::int32_t{effect->edge_type})
+        .Number("edge_colour", COLORREF{effect->edge_colour})
+        .Number("edge_on", std::int32_t{effect->edge_on})
+        .Close('}');
+}
+
+void AddFont(JsonLine& line, const tag_font_memory& slot) {
+    const tag_font_header& header = *slot.font_header;
+    line.Open('{')
+        .Bytes("file_name", Field(slot.file_name))
+        .Bytes("font_name", header.Name())
+        .Bytes("font_id_text", header.IdText())
+        .Number("font_height", std::int16_t{header.font_height})
+        .Number("row_top_offset", std::int16_t{header.row_top_offset})
+        .Number("row_inset", std::int16_t{header.row_inset})
+        .Number("font_flags", std::uint16_t{header.font_flags})
+        .Number("edge_type", header.EdgeType())
+        .Number("edge_direction", header.EdgeDirection())
+        .Number("edge_size", header.edge_size)
+        .Number("encoding_size", std::uint32_t{header.encoding_size});
+    AddLogFont(line, slot.log_font);
+    AddEffect(line, slot.effect_params);
+    line.Close('}');
+}
+
+void AddFonts(JsonLine& line, const CZelFont& fonts) {
+    line.Key("fonts").Open('[');
+    for (const tag_font_memory& slot : fonts.m_Slots) {
+        if (slot.font_header == nullptr) {
+            line.Null();
+        } else {
+            AddFont(line, slot);
+        }
+    }
+    line.Close(']');
+}
+
+void AddPalette(JsonLine& line, const CZelFont& fonts) {
+    line.Key("palette").Open('[');
+    for (std::size_t entry = 1; entry < std::size(fonts.m_Palette); ++entry) line.Number(fonts.m_Palette[entry]);
+    line.Close(']');
+}
+
+void AddHeader(JsonLine& line, const CZelMessage& message) {
+    const tag_msg_header& header = *message.m_pMsgHeader;
+    line.Number("rows", header.RowCount())
+        .Number("frame_left", header.frame_left)
+        .Number("frame_top", header.frame_top)
+        .Number("frame_right", header.frame_right)
+        .Number("frame_bottom", header.frame_bottom);
+    line.Key("font_numbers").Open('[');
+    for (const std::uint16_t number : header.font_numbers) line.Number(number);
+    line.Close(']');
+}
+
+void AddTabs(JsonLine& line, const tag_tab_field* tabs, std::size_t count) {
+    line.Key("tabs").Open('[');
+    for (std::size_t index = 0; index < count; ++index) {
+        const tag_tab_field& tab = tabs[index];
+        line.Open('{')
+            .Number("tab_start", std::uint16_t{tab.tab_start})
+            .Number("tab_end", std::uint16_t{tab.tab_end})
+            .Number("tab_top", std::uint16_t{tab.tab_top})
+            .Number("tab_bottom", std::uint16_t{tab.tab_bottom})
+            .Number("tab_byte", tab.tab_byte)
+            .Bytes("tab_name", Field(tab.tab_name))
+            .Number("tab_bits", std::uint32_t{tab.tab_bits})
+            .Close('}');
+    }
+    line.Close(']');
+}
+
+void AddMessageKeys(JsonLine& line, const SentMessage& sent) {
+    switch (sent.message) {
+        case kMsgFonts: {
+            const CZelFont& fonts = *reinterpret_cast<const CZelFont*>(sent.lParam);
+            AddFonts(line, fonts);
+            AddPalette(line, fonts);
+            break;
+        }
+        case kMsgRowsDone:
+        case kMsgMessageDone:
+            AddHeader(line, *reinterpret_cast<const CZelMessage*>(sent.lParam));
+            break;
+        case kMsgTabs:
+            AddTabs(line, reinterpret_cast<const tag_tab_field*>(sent.lParam), sent.wParam);
+            break;
+        case kMsgImportDone:
+            line.Bytes("id", View(reinterpret_cast<const CZelTransDlg*>(sent.lParam)->m_sMessageID));
+            break;
+        case kMsgRecord:
+            line.Number("id", sent.lParam);
+            break;
+        case kMsgExportFlagged:
+        case kMsgExportPlain:
+        case kMsgExportFinish:
+            line.Number("id", sent.wParam).Bytes("path", View(*reinterpret_cast<const CString*>(sent.lParam)));
+            break;
+        case kMsgHasMessage:
+            line.Number("id", sent.wParam).Number("answer", sent.answer);
+            break;
+        case kMsgNuvoOut:
+            line.Number("state", sent.wParam == 1 ? LPARAM{*reinterpret_cast<const BYTE*>(sent.lParam)} : sent.lParam);
+            break;
+        default:
+            break;
+    }
+}
+
+void AddCharInf(JsonLine& line, const SentCharacter& sent) {
+    const tag_CharInf& info = sent.info;
+    AddLogFont(line, info.log_font);
+    line.Number("x", info.x)
+        .Number("y", info.y)
+        .Number("place_flag", info.place_flag)
+        .Number("row_start", info.row_start)
+        .Number("row_index", info.row_index)
+        .Number("message_start", info.message_start)
+        .Number("left_margin", info.left_margin)
+        .Number("base_shift", info.base_shift)
+        .Number("reserved_zero", info.reserved_zero)
+        .Number("row_top", info.row_top)
+        .Number("row_depth", info.row_depth)
+        .Number("face_colour", info.face_colour);
+    line.Key("effect_ratio").Float(info.effect_ratio);
+    line.Number("edge_type", info.edge_type)
+        .Number("edge_angle", info.edge_angle)
+        .Number("edge_size", info.edge_size)
+        .Number("edge_colour", info.edge_colour);
+    line.Key("font_copy");
+    sent.font_slot ? line.Number(*sent.font_slot) : line.Null();
+    line.Number("slot", info.slot)
+        .Number("char_code", info.char_code)
+        .Number("colour_set", info.colour_set)
+        .Number("glyph_metric", info.glyph_metric)
+        .Number("glyph_height", info.glyph_height)
+        .Number("glyph_y", info.glyph_y)
+        .Number("glyph_step", info.glyph_step)
+        .Number("mf_flag", info.mf_flag ? 1 : 0);
+}
+
+void AddPixels(JsonLine& line, const SentCharacter& sent) {
+    const CRect rect = sent.glyphs.Get(sent.info, sent.character).rect;
+    line.Key("pixels")
+        .Open('{')
+        .Number("left", rect.left)
+        .Number("top", rect.top)
+        .Number("right", rect.right)
+        .Number("bottom", rect.bottom);
+    if (const auto crc32 = sent.glyphs.Checksum(sent.info, sent.character)) line.Number("crc32", *crc32);
+    line.Close('}');
+}
+
+}  // namespace
+
+TraceWriter::TraceWriter(std::ostream& out, TracePixels pixels) : m_out(out), m_pixels(pixels) {}
+
+JsonLine& TraceWriter::Begin(const char* event) {
+    m_line.Clear();
+    return m_line.Open('{').Bytes("event", event);
+}
+
+void TraceWriter::Write() {
+    m_line.Close('}');
+    m_out << m_line.Text() << '\n';
+}
+
+void TraceWriter::OnBox(const HeadlessDesktop::Box& box) {
+    Begin("box")
+        .Bytes("text", box.text)
+        .Bytes("caption", box.caption)
+        .Number("style", box.style)
+        .Number("answer", box.answer);
+    Write();
+}
+
+void TraceWriter::OnFileDialog(const HeadlessDesktop::FileDialog& dialog) {
+    Begin("file_dialog")
+        .Bytes("title", dialog.title)
+        .Bytes("initial_dir", dialog.initial_dir)
+        .Bytes("initial_name", dialog.initial_name)
+        .Number("answer", dialog.answer);
+    if (dialog.answer == IDOK) m_line.Bytes("path", dialog.path);
+    Write();
+}
+
+void TraceWriter::OnSend(const SentMessage& message) {
+    Begin("send")
+        .Number("message", message.message)
+        .Bytes("target", Name(message.target))
+        .Number("wParam", message.wParam);
+    AddMessageKeys(m_line, message);
+    Write();
+}
+
+void TraceWriter::OnChar(const SentCharacter& character) {
+    const bool pixels = m_pixels == TracePixels::kYes && character.font_slot.has_value();
+    // A missing font file gives a box while the pixels are asked for: they come before the line is begun.
+    if (pixels) character.glyphs.Get(character.info, character.character);
+    Begin("char").Number("char", character.character);
+    AddCharInf(m_line, character);
+    if (pixels) AddPixels(m_line, character);
+    Write();
+}
+
+void TraceWriter::OnException(const std::string& text) {
+    Begin("exception").Bytes("text", text);
+    Write();
+    m_out.flush();
+}
+
+void TraceWriter::OnEnd(const RunEnd& end) {
+    Begin("end").Bytes("road", Name(end.road));
+    if (end.status) m_line.Number("status", *end.status);
+    m_line.Bytes("next_id", end.next_id).Number("y_offset", end.y_offset);
+    Write();
+    m_out.flush();
+}
+
+void TraceWriter::WriteFont(bool result, const CZelFont& fonts) {
+    Begin("font").Number("result", result ? 1 : 0);
+    AddFonts(m_line, fonts);
+    Write();
+}
