@@ -1,0 +1,112 @@
+#include "inspect/font_inspector.h"
+
+#include "font/font_loader.h"
+#include "inspect/glyph_check.h"
+#include "inspect/section_list.h"
+#include "inspect/words.h"
+#include "translate/edge.h"
+
+namespace inspect {
+
+namespace {
+
+// A slot whose blocks go with it.
+struct OwnedSlot : tag_font_memory {
+    OwnedSlot() = default;
+    OwnedSlot(const OwnedSlot&) = delete;
+    OwnedSlot& operator=(const OwnedSlot&) = delete;
+    ~OwnedSlot() { ReleaseFontBlocks(*this); }
+};
+
+std::string NoMemoryReason(const tag_font_header& header) {
+    if (header.aux_block_size < 0)
+        return "its auxiliary block has a negative size, " + std::to_string(header.aux_block_size);
+    if (header.WordTableBytes() < 0)
+        return "its word table has a negative size, " + std::to_string(header.WordTableBytes());
+    return "a sample in it has a negative size";
+}
+
+std::string Reason(FontOutcome outcome, const tag_font_memory& slot, const SectionList& found) {
+    switch (outcome) {
+        case FontOutcome::kRead:
+            return {};
+        case FontOutcome::kWrongType:
+            return "it is no font";
+        case FontOutcome::kNoDirectoryMemory:
+            return "there is no memory for its character directory";
+        case FontOutcome::kNoMemory:
+            return slot.font_header != nullptr ? NoMemoryReason(*slot.font_header) : "there is no memory for it";
+        case FontOutcome::kShortSampleRow:
+            if (found.sections.back().present == found.sections.back().size)
+                return "a sample in it has rows of no bytes";
+            break;
+        case FontOutcome::kShortPsosHeader:
+        case FontOutcome::kShortFontHeader:
+        case FontOutcome::kShortDirectory:
+        case FontOutcome::kShortEncoding:
+        case FontOutcome::kShortLeadingEncoding:
+        case FontOutcome::kShortLeadingSample:
+        case FontOutcome::kShortBlock:
+            break;
+    }
+    const Section& last = found.sections.back();
+    if (last.count > 1) return "the file ends in its " + Count(static_cast<std::uint64_t>(last.count), last.name);
+    return "its " + last.name + " is cut short, " + Number(last.present) + " of " + Count(last.size, "byte") +
+           " present";
+}
+
+std::string FlagsInWords(int flags) {
+    std::vector<std::string> words;
+    if (flags == kFontFlagsLeadingSample) {
+        words.emplace_back("encoding data and a sample block first");
+    } else {
+        words.emplace_back((flags & kFontPlain) != 0 ? "plain" : "not plain, so that its encoding data isn't read");
+    }
+    if ((flags & kFontCharTables) != 0) words.emplace_back("character tables");
+    if ((flags & kFontOwnLimits) != 0) words.emplace_back("gives no limits to empty rows");
+    return Listed(words);
+}
+
+void FillHeader(const tag_font_header& header, FontReport& font) {
+    font.name = Printable(header.Name());
+    font.id = Printable(header.IdText());
+    font.height = header.font_height;
+    font.row_top_offset = header.row_top_offset;
+    font.row_inset = header.row_inset;
+    font.edge_type = header.EdgeType();
+    font.edge_angle = EdgeAngle(header.EdgeDirection());
+    font.edge_size = header.edge_size;
+    font.flags = header.font_flags;
+    font.flags_in_words = FlagsInWords(header.font_flags);
+    font.encoding_size = header.encoding_size;
+}
+
+}  // namespace
+
+void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report) {
+    ByteSource source(bytes);
+    OwnedSlot slot;
+    SectionList found;
+    bool tessor = false;
+    const FontOutcome outcome = LoadFont(source, slot, tessor, &found);
+    FontReport& font = report.font.emplace();
+    report.sections = found.sections;
+    report.reason = Reason(outcome, slot, found);
+    ReportCutSections(report);
+    if (slot.psos_header != nullptr && outcome != FontOutcome::kShortPsosHeader)
+        font.type_name = Printable(slot.psos_header->TypeName());
+    const bool has_header = slot.font_header != nullptr && outcome != FontOutcome::kShortFontHeader;
+    if (has_header) FillHeader(*slot.font_header, font);
+    if (has_header && slot.char_directory != nullptr && outcome != FontOutcome::kShortDirectory) {
+        CheckGlyphs(bytes, slot, outcome, report);
+    }
+    if (tessor) report.remarks.emplace_back("the import shows the box \"Tessor Encoded Data!\", whatever is skipped");
+    if (outcome == FontOutcome::kRead && found.End() < bytes.size()) {
+        ReportTrailingBytes(bytes.subspan(static_cast<std::size_t>(found.End())), report);
+    }
+    report.verdict = outcome != FontOutcome::kRead ? Verdict::kBroken
+                     : report.defects.empty()      ? Verdict::kWhole
+                                                   : Verdict::kReadable;
+}
+
+}  // namespace inspect

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "inspect/report.h"
+
+namespace inspect {
+
+/// Inspects a font, type 500, which may end anywhere.
+/// @param report  takes all but name, size, kind and file type.
+void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report);
+
+}  // namespace inspect

@@ -1,0 +1,173 @@
+#include "inspect/glyph_check.h"
+
+#include <algorithm>
+#include <map>
+
+#include "font/run_codes.h"
+#include "font/stored_glyph.h"
+#include "inspect/words.h"
+
+namespace inspect {
+
+namespace {
+
+// What is wrong with a glyph; in this order the defects are told.
+enum class GlyphFault {
+    kNone,
+    kNoEncodingData,
+    kOutsideEncoding,
+    kRunsPastEncoding,
+    kNeverEnds,
+    kHeadCutShort,
+    kNoPixels,
+    kTooSmall,
+    kPixelsCutShort,
+};
+
+// The words of a defect, for one glyph and for several.
+struct FaultWords {
+    const char* one;
+    const char* many;
+};
+
+FaultWords WordsOf(GlyphFault fault) {
+    switch (fault) {
+        case GlyphFault::kNone:
+            break;
+        case GlyphFault::kNoEncodingData:
+            return {"run-coded glyph has no pixels, as no encoding data are read",
+                    "run-coded glyphs have no pixels, as no encoding data are read"};
+        case GlyphFault::kOutsideEncoding:
+            return {"run-coded glyph begins behind the encoding data",
+                    "run-coded glyphs begin behind the encoding data"};
+        case GlyphFault::kRunsPastEncoding:
+            return {"run-coded glyph runs past the end of the encoding data",
+                    "run-coded glyphs run past the end of the encoding data"};
+        case GlyphFault::kNeverEnds:
+            return {"run-coded glyph goes on past 500 lines, or 500 runs in a line, and is cut there",
+                    "run-coded glyphs go on past 500 lines, or 500 runs in a line, and are cut there"};
+        case GlyphFault::kHeadCutShort:
+            return {"stored glyph ends with the file before its size",
+                    "stored glyphs end with the file before their size"};
+        case GlyphFault::kNoPixels:
+            return {"stored glyph has a size without pixels", "stored glyphs have a size without pixels"};
+        case GlyphFault::kTooSmall:
+            return {"stored glyph's record is too small for its pixels",
+                    "stored glyphs' records are too small for their pixels"};
+        case GlyphFault::kPixelsCutShort:
+            return {"stored glyph is cut short by the file's end", "stored glyphs are cut short by the file's end"};
+    }
+    return {"", ""};
+}
+
+// Follows a glyph's codes as far as drawing and measuring do.
+GlyphFault CheckRunCodes(std::span<const std::uint8_t> encoding, std::uint32_t offset) {
+    if (offset >= encoding.size()) return GlyphFault::kOutsideEncoding;
+    RunCodeReader codes(encoding, offset);
+    std::size_t left = (encoding.size() - offset) / 4;
+    for (int lines = 0, runs = 0; lines < kMaxGlyphLines && runs < kMaxLineRuns; --left) {
+        if (left == 0) return GlyphFault::kRunsPastEncoding;
+        const RunCode code = codes.Next();
+        if (code.EndsGlyph()) return GlyphFault::kNone;
+        if (code.Operation() == RunOperation::kEndOfLine) {
+            ++lines;
+            runs = 0;
+        } else if (!code.Stay()) {
+            ++runs;
+        }
+    }
+    return GlyphFault::kNeverEnds;
+}
+
+GlyphFault CheckStoredGlyph(const StoredGlyphHead& head, std::size_t present) {
+    if (present < kStoredGlyphHeadSize) return GlyphFault::kHeadCutShort;
+    if (head.width <= 0 || head.height <= 0) return GlyphFault::kNoPixels;
+    const std::uint64_t pixels = static_cast<std::uint64_t>(head.width) * static_cast<std::uint64_t>(head.height) * 4;
+    if (head.length < kStoredGlyphHeadSize + pixels) return GlyphFault::kTooSmall;
+    return present < head.length ? GlyphFault::kPixelsCutShort : GlyphFault::kNone;
+}
+
+class GlyphChecker {
+  public:
+    // whole: the font was read to its end, so that its stored glyphs are located and missing blocks are none of its
+    // ending early.
+    GlyphChecker(std::span<const std::uint8_t> bytes, const tag_font_memory& slot, bool whole, FontReport& font)
+        : m_bytes(bytes), m_whole(whole), m_font(font) {
+        if (slot.encoding_data != nullptr) m_encoding = {slot.encoding_data, slot.font_header->encoding_size};
+    }
+
+    void Check(int code, const tag_char_entry& entry);
+    void ReportFaults(std::vector<std::string>& defects) const;
+
+  private:
+    void CheckRunCoded(int code, const tag_char_entry& entry);
+    void CheckStored(int code, const tag_char_entry& entry);
+    void Fault(int code, GlyphFault fault) {
+        if (fault != GlyphFault::kNone) m_faults[fault].push_back(CodeName(code));
+    }
+    void Measured(int code, int width, int height);
+
+    std::span<const std::uint8_t> m_bytes;
+    const bool m_whole;
+    FontReport& m_font;
+    std::span<const std::uint8_t> m_encoding;
+    std::map<GlyphFault, std::vector<std::string>> m_faults;
+};
+
+void GlyphChecker::Check(int code, const tag_char_entry& entry) {
+    if (entry.IsStored()) {
+        ++m_font.stored_glyphs;
+        if (m_whole) CheckStored(code, entry);
+    } else if (entry.IsRunCoded()) {
+        ++m_font.run_coded_glyphs;
+        CheckRunCoded(code, entry);
+    } else {
+        ++m_font.without_glyph;
+    }
+}
+
+void GlyphChecker::CheckRunCoded(int code, const tag_char_entry& entry) {
+    if (m_encoding.empty()) {
+        if (m_whole) Fault(code, GlyphFault::kNoEncodingData);
+        return;
+    }
+    Fault(code, CheckRunCodes(m_encoding, entry.glyph_offset));
+    const GlyphSize size = MeasureRunCodes(RunCodeReader(m_encoding, entry.glyph_offset));
+    Measured(code, size.width, size.height);
+}
+
+void GlyphChecker::CheckStored(int code, const tag_char_entry& entry) {
+    const std::size_t offset = std::min<std::size_t>(entry.glyph_offset, m_bytes.size());
+    const auto record = m_bytes.subspan(offset);
+    const StoredGlyphHead head = ConvertStoredGlyphHead(record.first(std::min(record.size(), kStoredGlyphHeadSize)));
+    Fault(code, CheckStoredGlyph(head, record.size()));
+    if (record.size() >= kStoredGlyphHeadSize) Measured(code, head.width, head.height);
+}
+
+// A glyph without pixels, such as a blank, has no part in the sizes.
+void GlyphChecker::Measured(int code, int width, int height) {
+    if (width <= 0 || height <= 0) return;
+    const GlyphReport glyph{code, width, height};
+    const auto area = [](const GlyphReport& of) { return static_cast<std::int64_t>(of.width) * of.height; };
+    if (!m_font.smallest || area(glyph) < area(*m_font.smallest)) m_font.smallest = glyph;
+    if (!m_font.largest || area(glyph) > area(*m_font.largest)) m_font.largest = glyph;
+}
+
+void GlyphChecker::ReportFaults(std::vector<std::string>& defects) const {
+    for (const auto& [fault, codes] : m_faults) {
+        const FaultWords words = WordsOf(fault);
+        defects.push_back(Count(codes.size(), words.one, words.many) + " (" + (codes.size() == 1 ? "code " : "codes ") +
+                          Listed(codes) + ")");
+    }
+}
+
+}  // namespace
+
+void CheckGlyphs(std::span<const std::uint8_t> bytes, const tag_font_memory& slot, FontOutcome outcome,
+                 FileReport& report) {
+    GlyphChecker checker(bytes, slot, outcome == FontOutcome::kRead, *report.font);
+    for (int code = 0; code < kDirectoryEntries; ++code) checker.Check(code, slot.char_directory[code]);
+    checker.ReportFaults(report.defects);
+}
+
+}  // namespace inspect

@@ -1,0 +1,174 @@
+#include "inspect/other_files.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <set>
+#include <utility>
+
+#include "fontmap/name_lists.h"
+#include "inspect/words.h"
+#include "message/byte_order.h"
+#include "message/psos_header.h"
+
+namespace inspect {
+
+namespace {
+
+constexpr std::size_t kHeadings = 2;           // lines that every list begins with
+constexpr std::size_t kLongestListLine = 198;  // what a list's reader takes as one line
+constexpr std::size_t kShownBytes = 16;
+
+std::string Lower(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    return lower;
+}
+
+bool IsText(std::string_view bytes) {
+    if (bytes.empty()) return false;
+    return std::ranges::all_of(bytes, [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte >= ' ' ? byte != 0x7F
+                           : byte == '\t' || byte == '\n' || byte == '\r' || byte == '\f' || byte == 0x1A;
+    });
+}
+
+std::vector<std::string_view> Lines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        std::string_view line = text.substr(0, end);
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+// What a list's reader finds in the lines behind the headings.
+struct ListContent {
+    int entry_lines = 0;
+    std::set<std::string> keys;
+    std::set<std::string> twice;
+
+    void Add(const std::string& key) {
+        ++entry_lines;
+        if (!keys.insert(key).second) twice.insert(key);
+    }
+};
+
+ListContent ReadBitstreamList(const std::vector<std::string_view>& lines) {
+    ListContent content;
+    BitstreamLineReader reader;
+    for (std::size_t i = kHeadings; i < lines.size(); ++i) {
+        if (const auto entry = reader.Read(lines[i])) content.Add(std::to_string(entry->number));
+    }
+    return content;
+}
+
+ListContent ReadTypefaceList(const std::vector<std::string_view>& lines) {
+    ListContent content;
+    for (std::size_t i = kHeadings; i < lines.size(); ++i) {
+        if (const auto entry = ReadTypefaceLine(lines[i])) content.Add(std::string(entry->bitstream_name));
+    }
+    return content;
+}
+
+bool LooksLikeTypefaceList(const std::vector<std::string_view>& lines) {
+    std::size_t entries = 0;
+    for (std::size_t i = kHeadings; i < lines.size(); ++i) {
+        const auto entry = ReadTypefaceLine(lines[i]);
+        if (entry && entry->bitstream_name.ends_with(" BT")) ++entries;
+    }
+    return entries != 0 && entries + kHeadings == lines.size();
+}
+
+bool LooksLikeBitstreamList(const std::vector<std::string_view>& lines) {
+    const auto entries = static_cast<std::size_t>(ReadBitstreamList(lines).entry_lines);
+    return entries != 0 && entries * 2 + kHeadings >= lines.size();
+}
+
+FileKind KindOfText(std::string_view name, bool text, const std::vector<std::string_view>& lines) {
+    const std::string lower = Lower(name);
+    if (lower == "bitstream_fontlist.txt") return FileKind::kBitstreamList;
+    if (lower == "typeface_list.txt") return FileKind::kTypefaceList;
+    if (!text) return FileKind::kOther;
+    if (LooksLikeTypefaceList(lines)) return FileKind::kTypefaceList;
+    return LooksLikeBitstreamList(lines) ? FileKind::kBitstreamList : FileKind::kText;
+}
+
+void FillList(const std::vector<std::string_view>& lines, bool text, bool last_line_ends, FileReport& report) {
+    const bool bitstream = report.kind == FileKind::kBitstreamList;
+    const ListContent content = bitstream ? ReadBitstreamList(lines) : ReadTypefaceList(lines);
+    report.list = ListReport{static_cast<int>(lines.size()), static_cast<int>(content.keys.size())};
+    const std::vector<std::string> twice(content.twice.begin(), content.twice.end());
+    if (!text) report.defects.emplace_back("it holds bytes that are no text");
+    if (!twice.empty()) {
+        std::vector<std::string> names;
+        for (const std::string& key : twice) names.push_back(bitstream ? key : '"' + Printable(key) + '"');
+        report.remarks.push_back((bitstream ? "numbers that stand more than once, of which the last counts: "
+                                            : "names that stand more than once, of which the last counts: ") +
+                                 Listed(names));
+    }
+    const auto too_long =
+        std::ranges::count_if(lines, [](std::string_view line) { return line.size() > kLongestListLine; });
+    if (too_long != 0) {
+        report.defects.push_back(Count(static_cast<std::uint64_t>(too_long), "line is", "lines are") + " longer than " +
+                                 std::to_string(kLongestListLine) + " characters, and taken as several");
+    }
+    if (!last_line_ends) report.remarks.emplace_back("the last line has no line end");
+    report.verdict = report.defects.empty() ? Verdict::kWhole : Verdict::kReadable;
+}
+
+std::string FirstBytes(std::span<const std::uint8_t> bytes) {
+    std::string hex, text;
+    for (const std::uint8_t byte : bytes.first(std::min(bytes.size(), kShownBytes))) {
+        char pair[4];
+        std::snprintf(pair, sizeof pair, "%02X ", static_cast<unsigned>(byte));
+        hex += pair;
+        text += byte >= ' ' && byte <= '~' ? static_cast<char>(byte) : '.';
+    }
+    return "its first bytes are " + hex + " \"" + text + '"';
+}
+
+// A foreign type, or a known one whose bytes a copying program has turned round.
+std::string ForeignReason(std::span<const std::uint8_t> bytes) {
+    if (bytes.empty()) return "it is empty";
+    if (bytes.size() < 4) return FirstBytes(bytes);
+    const tag_psos_header header = ConvertPsosHeader(bytes);
+    for (const std::uint32_t known : {kMessageFileType, kFontFileType, kRgbaFileTypeA, kRgbaFileTypeB}) {
+        if (header.file_type == SwapLong(known)) {
+            return "its file type " + std::to_string(known) +
+                   " stands in it with the bytes reversed: it may be whole, but in another byte order";
+        }
+        const std::uint32_t pairs = std::uint32_t{SwapWord(static_cast<std::uint16_t>(known))};
+        if (header.file_type == pairs) {
+            return "its file type " + std::to_string(known) +
+                   " stands in it with each two bytes exchanged: a copy may have done that";
+        }
+    }
+    const std::string_view type_name = header.TypeName();
+    if (header.file_type != 0 && header.file_type < 0x10000 && type_name.size() > 2 &&
+        type_name.size() < sizeof header.type_name && IsText(type_name)) {
+        return "a file of type " + std::to_string(header.file_type) + ", \"" + Printable(type_name) +
+               "\", that the import doesn't take";
+    }
+    return FirstBytes(bytes);
+}
+
+}  // namespace
+
+void InspectOther(std::span<const std::uint8_t> bytes, std::string_view name, FileReport& report) {
+    const std::string_view content(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    const bool text = IsText(content);
+    const auto lines = Lines(content);
+    report.kind = KindOfText(name, text, lines);
+    if (report.kind == FileKind::kBitstreamList || report.kind == FileKind::kTypefaceList) {
+        FillList(lines, text || content.empty(), content.empty() || content.ends_with('\n'), report);
+        return;
+    }
+    report.verdict = Verdict::kForeign;
+    report.reason = report.kind == FileKind::kText ? "text, but none of the two name lists" : ForeignReason(bytes);
+}
+
+}  // namespace inspect

@@ -1,0 +1,219 @@
+#include "inspect/row_check.h"
+
+#include <algorithm>
+#include <bitset>
+#include <map>
+#include <set>
+#include <span>
+
+#include "font/char_entry.h"
+#include "inspect/words.h"
+
+namespace inspect {
+
+namespace {
+
+// The reading order of a row, as far as its chain holds.
+struct Chain {
+    std::vector<int> order;
+    std::string fault;  // empty for a chain that reaches every record
+};
+
+Chain FollowChain(const tag_msg_row& row) {
+    const int count = row.CharCount();
+    Chain chain;
+    std::bitset<kChainEnd + 1> seen;
+    int at = row.FirstChar();
+    int from = -1;
+    while (static_cast<int>(chain.order.size()) < count) {
+        const std::string read =
+            std::to_string(chain.order.size()) + " of " + Count(static_cast<std::uint64_t>(count), "character");
+        if (at >= count) {
+            if (from < 0) {
+                chain.fault = "the chain starts at record " + std::to_string(at) + ", but the last one is " +
+                              std::to_string(count - 1);
+            } else if (at == kChainEnd) {
+                chain.fault = "the chain ends at record " + std::to_string(from) + " after " + read;
+            } else {
+                chain.fault = "record " + std::to_string(from) + " leads to record " + std::to_string(at) +
+                              ", but the last one is " + std::to_string(count - 1);
+            }
+            break;
+        }
+        const auto index = static_cast<std::size_t>(at);
+        if (seen[index]) {
+            chain.fault = "the chain returns to record " + std::to_string(at) + " after " + read;
+            break;
+        }
+        seen.set(index);
+        chain.order.push_back(at);
+        from = at;
+        at = row.chars[index].Next();
+    }
+    const int unreached = count - static_cast<int>(chain.order.size());
+    if (!chain.fault.empty() && unreached > 0) {
+        chain.fault +=
+            "; " + Count(static_cast<std::uint64_t>(unreached), "record isn't", "records aren't") + " reached";
+    }
+    return chain;
+}
+
+// Where in a message something happens: how often, and in which rows.
+struct Places {
+    int times = 0;
+    std::set<int> rows;
+
+    void Add(int row) {
+        ++times;
+        rows.insert(row);
+    }
+    std::string Rows() const {
+        std::vector<std::string> names;
+        for (const int row : rows) names.push_back(std::to_string(row));
+        return (rows.size() == 1 ? "row " : "rows ") + Listed(names);
+    }
+    std::string Characters(std::string_view one, std::string_view many) const {
+        return Count(static_cast<std::uint64_t>(times), "character ", "characters ") +
+               std::string(times == 1 ? one : many);
+    }
+};
+
+class RowChecker {
+  public:
+    RowChecker(const LoadedMessage& loaded, FileReport& report) : m_loaded(loaded), m_report(report) {}
+
+    void Check(std::uint64_t start);
+
+  private:
+    void CheckRow(int index, std::uint64_t present);
+    void CheckText(const tag_msg_row& row, const std::vector<int>& order, RowReport& out);
+    void ReportSlots();
+    void ReportCodes();
+    void Defect(int row, const std::string& what) {
+        m_report.defects.push_back("row " + std::to_string(row) + ": " + what);
+    }
+
+    const LoadedMessage& m_loaded;
+    FileReport& m_report;
+    std::map<int, Places> m_slots;
+    Places m_codes_without_glyph;
+    Places m_cut_codes;
+};
+
+void RowChecker::Check(std::uint64_t start) {
+    MessageReport& message = *m_report.message;
+    message.row_count = m_loaded.header->RowCount();
+    std::uint64_t offset = start;
+    for (int index = 0; index < message.row_count; ++index) {
+        if (offset >= m_report.size) {
+            if (index == 0) break;  // the whole section is missing, which has been told
+            const int missing = message.row_count - index;
+            m_report.defects.push_back((missing == 1 ? "row " + std::to_string(index) + " is"
+                                                     : "rows " + std::to_string(index) + " to " +
+                                                           std::to_string(message.row_count - 1) + " are") +
+                                       " missing, and empty on import");
+            break;
+        }
+        CheckRow(index, m_report.size - offset);
+        const tag_msg_row& row = m_loaded.rows[static_cast<std::size_t>(index)];
+        offset +=
+            sizeof(RowHead) + (row.Empty() ? 0 : static_cast<std::uint64_t>(row.CharCount()) * sizeof(tag_msg_char));
+    }
+    ReportSlots();
+    ReportCodes();
+}
+
+void RowChecker::CheckRow(int index, std::uint64_t present) {
+    const tag_msg_row& row = m_loaded.rows[static_cast<std::size_t>(index)];
+    RowReport out;
+    out.index = index;
+    out.y = row.Y();
+    out.top = row.Top();
+    out.bottom = row.Bottom();
+    out.empty = row.Empty();
+    out.characters = row.Empty() ? 0 : row.CharCount();
+    if (present < sizeof(RowHead)) {
+        Defect(index, "its head is cut short");
+    } else if (row.Empty()) {
+        if (row.CharCount() != 0) {
+            m_report.remarks.push_back("row " + std::to_string(index) + " is marked empty, but counts " +
+                                       Count(static_cast<std::uint64_t>(row.CharCount()), "character"));
+        }
+    } else {
+        const int held = static_cast<int>(std::min<std::uint64_t>((present - sizeof(RowHead)) / sizeof(tag_msg_char),
+                                                                  static_cast<std::uint64_t>(row.CharCount())));
+        Chain chain = FollowChain(row);
+        if (held < row.CharCount()) {
+            // What is missing reads as zeros, so that the chain says nothing any more.
+            Defect(index, "cut short, " + std::to_string(held) + " of " +
+                              Count(static_cast<std::uint64_t>(row.CharCount()), "character") + " present");
+            std::erase_if(chain.order, [held](int record) { return record >= held; });
+        } else if (!chain.fault.empty()) {
+            Defect(index, chain.fault);
+        }
+        CheckText(row, chain.order, out);
+    }
+    m_report.message->rows.push_back(std::move(out));
+}
+
+void RowChecker::CheckText(const tag_msg_row& row, const std::vector<int>& order, RowReport& out) {
+    std::set<int> slots, colour_sets;
+    for (const int record : order) {
+        const tag_msg_char& character = row.chars[record];
+        out.text += PrintableCode(character.Code());
+        slots.insert(character.Font());
+        colour_sets.insert(character.ColourSet());
+        m_slots[character.Font()].Add(out.index);
+        // A font's directory is looked up by the low 8 bits.
+        if ((character.Code() & 0xFF) >= kDirectoryEntries) {
+            m_codes_without_glyph.Add(out.index);
+        } else if (character.Code() > 0xFF) {
+            m_cut_codes.Add(out.index);
+        }
+    }
+    out.slots.assign(slots.begin(), slots.end());
+    out.colour_sets.assign(colour_sets.begin(), colour_sets.end());
+}
+
+void RowChecker::ReportSlots() {
+    MessageReport& message = *m_report.message;
+    for (int slot = 0; slot < kFontSlots; ++slot) {
+        const std::uint16_t number = m_loaded.header->font_numbers[slot];
+        const bool used = m_slots.contains(slot);
+        if (number == kNoFont && !used) continue;
+        SlotReport& out = message.slots.emplace_back();
+        out.slot = slot;
+        if (number != kNoFont) out.number = number;
+        if (used) out.characters = m_slots[slot].times;
+    }
+    for (const auto& [slot, places] : m_slots) {
+        if (slot >= kFontSlots) {
+            m_report.defects.push_back(places.Characters("uses", "use") + " slot " + std::to_string(slot) +
+                                       ", but the last one is " + std::to_string(kFontSlots - 1) + " (" +
+                                       places.Rows() + "): left out on import");
+        } else if (m_loaded.header->font_numbers[slot] == kNoFont) {
+            m_report.defects.push_back(places.Characters("uses", "use") + " slot " + std::to_string(slot) +
+                                       ", which names no font (" + places.Rows() +
+                                       "): left out on import, with the rest of the row");
+        }
+    }
+}
+
+void RowChecker::ReportCodes() {
+    if (m_codes_without_glyph.times != 0) {
+        m_report.defects.push_back(m_codes_without_glyph.Characters("has a code", "have codes") +
+                                   " that no font has, 192 to 255 (" + m_codes_without_glyph.Rows() + ")");
+    }
+    if (m_cut_codes.times != 0) {
+        m_report.remarks.push_back(m_cut_codes.Characters("has a code", "have codes") +
+                                   " above 255, of which the low 8 bits count (" + m_cut_codes.Rows() + ")");
+    }
+}
+
+}  // namespace
+
+void CheckRows(const LoadedMessage& loaded, std::uint64_t start, FileReport& report) {
+    RowChecker(loaded, report).Check(start);
+}
+
+}  // namespace inspect

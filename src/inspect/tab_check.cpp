@@ -1,0 +1,54 @@
+#include "inspect/tab_check.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "inspect/words.h"
+
+namespace inspect {
+
+namespace {
+
+std::string WhyRejected(const tag_tab_field& tab, const LoadedMessage& loaded) {
+    if (tab.Row() >= loaded.header->RowCount()) {
+        return "it lies in row " + std::to_string(tab.Row()) + ", but the last one is " +
+               std::to_string(loaded.header->RowCount() - 1);
+    }
+    if (tab.tab_start >= tab.tab_end) {
+        return "its start " + std::to_string(tab.tab_start) + " isn't left of its end " + std::to_string(tab.tab_end);
+    }
+    return {};
+}
+
+TabReport Describe(const tag_tab_field& tab, const LoadedMessage& loaded) {
+    const std::string_view name(tab.tab_name, sizeof tab.tab_name);
+    TabReport out;
+    out.name = Printable(name.substr(0, name.find('\0')));
+    out.start = tab.tab_start + kXOffset;
+    out.end = tab.tab_end + kXOffset;
+    out.row = tab.Row();
+    if (tab.Font() < kFontSlots) out.slot = tab.Font();
+    out.colour_set = tab.ColourSet();
+    out.rejected = WhyRejected(tab, loaded);
+    return out;
+}
+
+}  // namespace
+
+void CheckTabs(std::span<const std::uint8_t> bytes, const Section& table, const LoadedMessage& loaded,
+               FileReport& report) {
+    if (loaded.tabs == nullptr || table.present <= kTabHeadSize) return;
+    auto records = bytes.subspan(static_cast<std::size_t>(table.offset) + kTabHeadSize,
+                                 static_cast<std::size_t>(table.present) - kTabHeadSize);
+    std::vector<TabReport>& tabs = report.message->tabs;
+    while (!records.empty()) {
+        const auto record = records.first(std::min<std::size_t>(kTabRecordSize, records.size()));
+        records = records.subspan(record.size());
+        tabs.push_back(Describe(ConvertTabRecord(record), loaded));
+        if (tabs.back().rejected.empty()) continue;
+        report.defects.push_back("tab field " + std::to_string(tabs.size() - 1) + ": left out on import, " +
+                                 tabs.back().rejected);
+    }
+}
+
+}  // namespace inspect
