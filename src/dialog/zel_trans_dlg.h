@@ -29,7 +29,7 @@ enum ImportControl : int {
 
 /// Result of the last import, in m_iStatus.
 enum ImportStatus : std::int32_t {
-    kImportFinished = 0,       ///< also when the user cancelled the choice for an RGBA file.
+    kImportFinished = 0,  ///< also when the user cancelled the choice for an RGBA file.
     kBadFontDirectory = 1,
     kBadMessageDirectory = 2,
     kMessageNotFound = 3,
@@ -37,9 +37,9 @@ enum ImportStatus : std::int32_t {
     kFontPromptCancelled = 5,
 };
 
-/// The object of an import: the dialog where the user names directories and a message id, and behind it the owner of paths,
-/// options, font name maps and font set, also where no dialog is shown. The host receives pointers to it, so its members and
-/// their order are part of the contract.
+/// The object of an import: the dialog where the user names directories and a message id, and behind it the owner of
+/// paths, options, font name maps and font set, also where no dialog is shown. The host receives pointers to it, so its
+/// members and their order are part of the contract.
 class CZelTransDlg : public CDialog {
   public:
     /// For DoModal. The parent isn't used.
@@ -60,12 +60,12 @@ class CZelTransDlg : public CDialog {
     ZELTRANS_API bool MapBitStreamFont();
     ZELTRANS_API bool MapTypeFace();
 
-    /// Loads one font file into slot 0 of the caller's font set and gives the set the default palette. Success shows in slot 0,
-    /// whose font_header isn't null then.
+    /// Loads one font file into slot 0 of the caller's font set and gives the set the default palette. Success shows in
+    /// slot 0, whose font_header isn't null then.
     ZELTRANS_API void MakeTavroFont(char* path, CZelFont* font);
 
-    /// Reads and checks the controls for directories and id. On success sets m_sFontDir, m_sMessageDir and m_sMessageID, else
-    /// tells the user and sets m_iStatus.
+    /// Reads and checks the controls for directories and id. On success sets m_sFontDir, m_sMessageDir and
+    /// m_sMessageID, else tells the user and sets m_iStatus.
     ZELTRANS_API void ReadDirectoryPaths();
     /// True when the directory has a file for the id. Sets m_bNumericName and m_sNumericName.
     ZELTRANS_API bool CheckFileExist(const char* name, const char* dir);
@@ -81,9 +81,9 @@ class CZelTransDlg : public CDialog {
     ZELTRANS_API bool IsZelTransRegistrySubKeyExist(char* list, char* name);
     ZELTRANS_API void DeleteZelTransRegistrySubKey(char* list);
 
-    CMap<WORD, WORD, CString, CString> m_mapBitStreamId;               ///< Bitstream number to built name.
-    CMap<CString, const char*, CString, CString> m_mapTypeFace;        ///< built name to installed typeface.
-    CMap<CString, const char*, CString, CString> m_mapBitStreamFamily; ///< first word of a built name to that name.
+    CMap<WORD, WORD, CString, CString> m_mapBitStreamId;                ///< Bitstream number to built name.
+    CMap<CString, const char*, CString, CString> m_mapTypeFace;         ///< built name to installed typeface.
+    CMap<CString, const char*, CString, CString> m_mapBitStreamFamily;  ///< first word of a built name to that name.
     CWnd* m_pHostWnd = nullptr;
     CWnd* m_pExportWnd = nullptr;
     std::int32_t m_iStatus = kImportFinished;

@@ -21,10 +21,10 @@ static_assert(RepackGlyphWord(0xFC000000) == 0x0000003F && RepackGlyphWord(0x000
 
 /// Directory entry of one character, 10 bytes.
 struct [[gnu::packed]] tag_char_entry {
-    std::uint8_t glyph_kind;      //  0  170: stored bitmap glyph; else bit 0x02 or 0x40: run-coded; else no glyph
-    std::uint8_t unread_1;        //  1
-    std::uint32_t glyph_word;     //  2  from bit 0: glyph_bits_a:6, glyph_bits_b:6, glyph_top:10, glyph_metric:10
-    std::uint32_t glyph_offset;   //  6  byte in the encoding data, or file position of the stored glyph's record
+    std::uint8_t glyph_kind;     //  0  170: stored bitmap glyph; else bit 0x02 or 0x40: run-coded; else no glyph
+    std::uint8_t unread_1;       //  1
+    std::uint32_t glyph_word;    //  2  from bit 0: glyph_bits_a:6, glyph_bits_b:6, glyph_top:10, glyph_metric:10
+    std::uint32_t glyph_offset;  //  6  byte in the encoding data, or file position of the stored glyph's record
 
     bool IsStored() const noexcept { return glyph_kind == kStoredGlyph; }
     bool IsRunCoded() const noexcept { return !IsStored() && (glyph_kind & kRunCodedBits) != 0; }

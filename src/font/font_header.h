@@ -7,32 +7,34 @@
 #include <type_traits>
 
 /// Value and bits of font_flags; stored values.
-inline constexpr std::uint16_t kFontFlagsLeadingSample = 18;  ///< Encoding data and a sample block straight after the directory.
-inline constexpr std::uint16_t kFontPlain = 0x20;             ///< Encoding data in the ordinary place; clear: "Tessor" encoded.
-inline constexpr std::uint16_t kFontCharTables = 0x04;        ///< Two character tables are present.
-inline constexpr std::uint16_t kFontOwnLimits = 0x10 | 0x40;  ///< An empty row doesn't take its limits from such a font.
+inline constexpr std::uint16_t kFontFlagsLeadingSample =
+    18;                                            ///< Encoding data and a sample block straight after the directory.
+inline constexpr std::uint16_t kFontPlain = 0x20;  ///< Encoding data in the ordinary place; clear: "Tessor" encoded.
+inline constexpr std::uint16_t kFontCharTables = 0x04;  ///< Two character tables are present.
+inline constexpr std::uint16_t kFontOwnLimits =
+    0x10 | 0x40;  ///< An empty row doesn't take its limits from such a font.
 
 /// Header of a font, 128 bytes at file offset 136, kept in memory at the file's offsets with its words converted.
 struct [[gnu::packed]] tag_font_header {
-    char font_name[70];              //   0  ended by NUL, or by the field
-    char font_id_text[4];            //  70  digits
-    std::uint8_t unread_74[4];       //  74
-    std::int16_t font_height;        //  78  pixels, edge included
-    std::int16_t row_top_offset;     //  80
-    std::uint16_t unread_82;         //  82
-    std::uint8_t edge_bits;          //  84  low nibble edge_type, high nibble edge_direction (the file has them exchanged)
-    std::uint8_t edge_size;          //  85  pixels
-    std::uint16_t unread_86;         //  86  from bit 0: 7 bits, 9 bits
-    std::uint8_t unread_88[6];       //  88
-    std::uint32_t unread_94;         //  94
-    std::uint32_t encoding_size;     //  98  bytes
-    std::int16_t aux_block_size;     // 102  bytes
-    std::uint16_t font_flags;        // 104
-    std::uint16_t unread_106[6];     // 106
-    std::int16_t row_inset;          // 118
-    std::uint32_t word_table_size;   // 120  bytes; the low 16 bits count, signed
-    std::uint16_t sample_present;    // 124
-    std::uint8_t unread_126[2];      // 126
+    char font_name[70];           //   0  ended by NUL, or by the field
+    char font_id_text[4];         //  70  digits
+    std::uint8_t unread_74[4];    //  74
+    std::int16_t font_height;     //  78  pixels, edge included
+    std::int16_t row_top_offset;  //  80
+    std::uint16_t unread_82;      //  82
+    std::uint8_t edge_bits;       //  84  low nibble edge_type, high nibble edge_direction (the file has them exchanged)
+    std::uint8_t edge_size;       //  85  pixels
+    std::uint16_t unread_86;      //  86  from bit 0: 7 bits, 9 bits
+    std::uint8_t unread_88[6];    //  88
+    std::uint32_t unread_94;      //  94
+    std::uint32_t encoding_size;  //  98  bytes
+    std::int16_t aux_block_size;  // 102  bytes
+    std::uint16_t font_flags;     // 104
+    std::uint16_t unread_106[6];  // 106
+    std::int16_t row_inset;       // 118
+    std::uint32_t word_table_size;  // 120  bytes; the low 16 bits count, signed
+    std::uint16_t sample_present;   // 124
+    std::uint8_t unread_126[2];     // 126
 
     int EdgeType() const noexcept { return edge_bits & 0xF; }
     int EdgeDirection() const noexcept { return edge_bits >> 4; }

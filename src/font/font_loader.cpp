@@ -98,8 +98,8 @@ FontOutcome FontReader::ReadDirectory() {
 }
 
 FontOutcome FontReader::ReadLeadingBlocks() {
-    const FontOutcome end =
-        ReadBlock("encoding data", m_slot.font_header->encoding_size, m_slot.encoding_data, FontOutcome::kShortLeadingEncoding);
+    const FontOutcome end = ReadBlock("encoding data", m_slot.font_header->encoding_size, m_slot.encoding_data,
+                                      FontOutcome::kShortLeadingEncoding);
     if (end != FontOutcome::kRead || m_slot.font_header->sample_present == 0) return end;
     return ReadSampleBlock(FontOutcome::kShortLeadingSample);
 }
@@ -128,7 +128,8 @@ FontOutcome FontReader::ReadWordTable() {
 }
 
 FontOutcome FontReader::ReadCharTables() {
-    const FontOutcome end = ReadBlock("character table a", kCharTableSize, m_slot.char_table_a, FontOutcome::kShortBlock);
+    const FontOutcome end =
+        ReadBlock("character table a", kCharTableSize, m_slot.char_table_a, FontOutcome::kShortBlock);
     if (end != FontOutcome::kRead) return end;
     return ReadBlock("character table b", kCharTableSize, m_slot.char_table_b, FontOutcome::kShortBlock);
 }
@@ -139,7 +140,8 @@ FontOutcome FontReader::ReadSampleBlock(FontOutcome when_head_short) {
     const auto rows_size = [](std::int16_t width, std::int16_t height) {
         return static_cast<std::uint64_t>(std::max(width * SampleRows(height), 0));
     };
-    Observe("sample block", sizeof samp + rows_size(samp.width_a, samp.height_a) + rows_size(samp.width_b, samp.height_b));
+    Observe("sample block",
+            sizeof samp + rows_size(samp.width_a, samp.height_a) + rows_size(samp.width_b, samp.height_b));
     if (bytes.size() != sizeof samp) return when_head_short;
     m_offset += sizeof samp;
     // The second block of a font takes the place of the first, whose rows nobody reads any more.
@@ -153,9 +155,12 @@ FontOutcome FontReader::ReadSampleBlock(FontOutcome when_head_short) {
         return came == width;
     };
     switch (ReadSamples(samp, m_slot.sample_a, m_slot.sample_b, m_file.Left(m_offset), read_row)) {
-        case SampleOutcome::kRead: return FontOutcome::kRead;
-        case SampleOutcome::kNoMemory: return FontOutcome::kNoMemory;
-        case SampleOutcome::kShortRow: break;
+        case SampleOutcome::kRead:
+            return FontOutcome::kRead;
+        case SampleOutcome::kNoMemory:
+            return FontOutcome::kNoMemory;
+        case SampleOutcome::kShortRow:
+            break;
     }
     return FontOutcome::kShortSampleRow;
 }

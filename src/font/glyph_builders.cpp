@@ -22,8 +22,10 @@ Bytes AllocateBytes(std::size_t size) {
 
 // The pixels of a bitmap; empty for one without any.
 std::span<std::uint8_t> BitmapBytes(const DIBSECTION* dib) noexcept {
-    if (dib == nullptr || dib->dsBm.bmBits == nullptr || dib->dsBmih.biWidth <= 0 || dib->dsBmih.biHeight <= 0) return {};
-    const std::size_t width = static_cast<std::size_t>(dib->dsBmih.biWidth), height = static_cast<std::size_t>(dib->dsBmih.biHeight);
+    if (dib == nullptr || dib->dsBm.bmBits == nullptr || dib->dsBmih.biWidth <= 0 || dib->dsBmih.biHeight <= 0)
+        return {};
+    const std::size_t width = static_cast<std::size_t>(dib->dsBmih.biWidth),
+                      height = static_cast<std::size_t>(dib->dsBmih.biHeight);
     if (width > SIZE_MAX / 4 / height) return {};
     return {static_cast<std::uint8_t*>(dib->dsBm.bmBits), width * height * 4};
 }
@@ -49,7 +51,8 @@ class GlyphColours {
 
   private:
     static RunColour FromPacked(COLORREF colour) noexcept {
-        return {static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8), static_cast<std::uint8_t>(colour >> 16)};
+        return {static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
+                static_cast<std::uint8_t>(colour >> 16)};
     }
 
     RunColour m_colours[kSetEntries] = {};
@@ -91,7 +94,8 @@ void BuildStoredGlyph(const tag_font_memory& font, const tag_char_entry& entry, 
     if (!OpenGlyphFile(file, font)) return;
     const StoredRecord record = ReadStoredRecord(file, font, entry.glyph_offset);
     if (record.head.width <= 0 || record.head.height <= 0 || record.size < kStoredGlyphHeadSize) return;
-    const std::size_t row_size = static_cast<std::size_t>(record.head.width) * 4, height = static_cast<std::size_t>(record.head.height);
+    const std::size_t row_size = static_cast<std::size_t>(record.head.width) * 4,
+                      height = static_cast<std::size_t>(record.head.height);
     // Pixels that the record is too short for aren't drawn; bytes behind the last pixel aren't looked at.
     std::span<std::uint8_t> pixels(record.bytes.get() + kStoredGlyphHeadSize, record.size - kStoredGlyphHeadSize);
     pixels = pixels.first(std::min(pixels.size(), row_size * height));
@@ -122,7 +126,8 @@ void CZelFont::BuildMFTagData(FontAddress font, DIBSECTION* dib, int /*font_inde
     const std::span<std::uint8_t> pixels(work.get(), bitmap.size());
     std::fill(pixels.begin(), pixels.end(), static_cast<std::uint8_t>(m_BackColor >> 16));
     const GlyphColours colours(*this, palette_set);
-    DrawRunCodes(RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset), colours.Colours(),
-                 dib->dsBmih.biWidth, dib->dsBmih.biHeight, pixels);
-    CopyRowsReversed(pixels, static_cast<std::size_t>(dib->dsBmih.biWidth) * 4, static_cast<std::size_t>(dib->dsBmih.biHeight), bitmap);
+    DrawRunCodes(RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset),
+                 colours.Colours(), dib->dsBmih.biWidth, dib->dsBmih.biHeight, pixels);
+    CopyRowsReversed(pixels, static_cast<std::size_t>(dib->dsBmih.biWidth) * 4,
+                     static_cast<std::size_t>(dib->dsBmih.biHeight), bitmap);
 }

@@ -3,5 +3,6 @@
 struct tag_font_memory;
 class CFile;
 
-/// Opens the font file that a slot's stored bitmap glyphs lie in. When that fails, tells the user unless warnings are skipped.
+/// Opens the font file that a slot's stored bitmap glyphs lie in. When that fails, tells the user unless warnings are
+/// skipped.
 bool OpenGlyphFile(CFile& file, const tag_font_memory& font);

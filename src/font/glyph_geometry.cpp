@@ -51,6 +51,7 @@ CRect CZelFont::GetTagRect(FontAddress font, int /*font_index*/, DWORD char_code
     if (entry == nullptr) return CRect(0, 0, 0, 0);
     top = entry->Top();
     if (slot.encoding_data == nullptr) return CRect(0, 0, 0, 0);
-    const GlyphSize size = MeasureRunCodes(RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset));
+    const GlyphSize size =
+        MeasureRunCodes(RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset));
     return CRect(0, 0, size.width, size.height);
 }

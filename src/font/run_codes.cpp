@@ -35,7 +35,9 @@ struct Pixel {
 static_assert(sizeof(Pixel) == 4);
 
 // value / 255, rounded to the nearest; 255 is odd, so there is never a tie.
-constexpr unsigned DivideBy255(unsigned value) noexcept { return (value + 127) / 255; }
+constexpr unsigned DivideBy255(unsigned value) noexcept {
+    return (value + 127) / 255;
+}
 
 // colour * 255 / level, rounded half up: the straight colour of one that was multiplied by alpha.
 constexpr std::uint8_t Straighten(unsigned colour, unsigned level) noexcept {
@@ -54,12 +56,18 @@ class RunPainter {
     void FillRest(Pixel pixel) noexcept { Fill(m_width - m_x, pixel); }
     void Fill(int count, Pixel pixel) noexcept;
     void DrawColour(RunCode code) noexcept;
-    void Advance(int count) noexcept { m_x = std::min(m_x + count, m_width); }  // a run past the line's end is cut there
+    void Advance(int count) noexcept {
+        m_x = std::min(m_x + count, m_width);
+    }  // a run past the line's end is cut there
     bool Visible() const noexcept { return m_row < m_height && m_x < m_width; }
     std::uint8_t* At() noexcept {
-        return m_pixels.data() + (static_cast<std::size_t>(m_row) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(m_x)) * 4;
+        return m_pixels.data() +
+               (static_cast<std::size_t>(m_row) * static_cast<std::size_t>(m_width) + static_cast<std::size_t>(m_x)) *
+                   4;
     }
-    Pixel Background() const noexcept { return {m_colours.background.blue, m_colours.background.green, m_colours.background.red, 0}; }
+    Pixel Background() const noexcept {
+        return {m_colours.background.blue, m_colours.background.green, m_colours.background.red, 0};
+    }
 
     const RunColours& m_colours;
     const int m_width;
@@ -130,8 +138,11 @@ void RunPainter::DrawColour(RunCode code) noexcept {
 
 }  // namespace
 
-void DrawRunCodes(RunCodeReader codes, const RunColours& colours, int width, int height, std::span<std::uint8_t> pixels) noexcept {
-    if (width <= 0 || height <= 0 || pixels.size() / 4 / static_cast<std::size_t>(width) < static_cast<std::size_t>(height)) return;
+void DrawRunCodes(RunCodeReader codes, const RunColours& colours, int width, int height,
+                  std::span<std::uint8_t> pixels) noexcept {
+    if (width <= 0 || height <= 0 ||
+        pixels.size() / 4 / static_cast<std::size_t>(width) < static_cast<std::size_t>(height))
+        return;
     RunPainter painter(colours, width, height, pixels);
     while (painter.Draw(codes.Next())) {
     }

@@ -12,10 +12,10 @@ struct RunCode {
 
     bool EndsGlyph() const noexcept { return value == 0; }
     RunOperation Operation() const noexcept { return static_cast<RunOperation>(value & 3); }
-    bool Stay() const noexcept { return value >> 31 != 0; }                               ///< Draw and don't move.
+    bool Stay() const noexcept { return value >> 31 != 0; }  ///< Draw and don't move.
     std::uint8_t ColourIndex() const noexcept { return static_cast<std::uint8_t>(value >> 16 & 0xFF); }
     std::uint8_t Level() const noexcept { return static_cast<std::uint8_t>(value >> 8 & 0xFF); }  ///< Alpha, 0 to 255.
-    int Count() const noexcept { return 32 - static_cast<int>(value >> 3 & 0x1F); }       ///< Pixels, 1 to 32.
+    int Count() const noexcept { return 32 - static_cast<int>(value >> 3 & 0x1F); }               ///< Pixels, 1 to 32.
 };
 
 /// A glyph ends at the latest after so many lines, or so many runs in one line, which keeps a damaged glyph bounded.
@@ -27,11 +27,13 @@ class RunCodeReader {
   public:
     /// @param encoding_data  a font's, big-endian.
     RunCodeReader(std::span<const std::uint8_t> encoding_data, std::uint32_t glyph_offset) noexcept
-        : m_rest(glyph_offset <= encoding_data.size() ? encoding_data.subspan(glyph_offset) : std::span<const std::uint8_t>()) {}
+        : m_rest(glyph_offset <= encoding_data.size() ? encoding_data.subspan(glyph_offset)
+                                                      : std::span<const std::uint8_t>()) {}
 
     RunCode Next() noexcept {
         if (m_rest.size() < 4) return {0};
-        const std::uint32_t value = static_cast<std::uint32_t>(m_rest[0]) << 24 | static_cast<std::uint32_t>(m_rest[1]) << 16 |
+        const std::uint32_t value = static_cast<std::uint32_t>(m_rest[0]) << 24 |
+                                    static_cast<std::uint32_t>(m_rest[1]) << 16 |
                                     static_cast<std::uint32_t>(m_rest[2]) << 8 | m_rest[3];
         m_rest = m_rest.subspan(4);
         return {value};
@@ -48,8 +50,8 @@ struct GlyphSize {
     bool operator==(const GlyphSize&) const = default;
 };
 
-/// Size of a run-coded glyph's bitmap: the longest line rounded up to a multiple of 4, and the lines with a blank row above
-/// and one below.
+/// Size of a run-coded glyph's bitmap: the longest line rounded up to a multiple of 4, and the lines with a blank row
+/// above and one below.
 GlyphSize MeasureRunCodes(RunCodeReader codes) noexcept;
 
 /// Red, green and blue.
@@ -62,10 +64,14 @@ struct RunColours {
     std::span<const RunColour> colours;  ///< by index.
     RunColour background;
 
-    RunColour operator[](std::uint8_t index) const noexcept { return index < colours.size() ? colours[index] : RunColour{}; }
+    RunColour operator[](std::uint8_t index) const noexcept {
+        return index < colours.size() ? colours[index] : RunColour{};
+    }
 };
 
-/// Draws a run-coded glyph into rows of pixels (blue, green, red, alpha), top row first. The first row and whatever the glyph
-/// doesn't reach keep what they hold, and blended runs mix with it. Codes beyond a line's end or the last row draw nothing.
+/// Draws a run-coded glyph into rows of pixels (blue, green, red, alpha), top row first. The first row and whatever the
+/// glyph doesn't reach keep what they hold, and blended runs mix with it. Codes beyond a line's end or the last row
+/// draw nothing.
 /// @param pixels  width * height * 4 bytes.
-void DrawRunCodes(RunCodeReader codes, const RunColours& colours, int width, int height, std::span<std::uint8_t> pixels) noexcept;
+void DrawRunCodes(RunCodeReader codes, const RunColours& colours, int width, int height,
+                  std::span<std::uint8_t> pixels) noexcept;

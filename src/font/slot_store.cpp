@@ -13,13 +13,21 @@ int CZelFont::m_iZelYOffset = 0;
 ZEL_MODULE_STATIC CString CZelFont::m_SFontBrowseDir;
 
 CZelFont::CZelFont()
-    : m_Palette{}, m_MessageBlock(nullptr), m_bSpareA(false), m_bSpareB(false), m_FaceColor(0xFFFFFF), m_EdgeColor(0), m_BackColor(0) {}
+    : m_Palette{},
+      m_MessageBlock(nullptr),
+      m_bSpareA(false),
+      m_bSpareB(false),
+      m_FaceColor(0xFFFFFF),
+      m_EdgeColor(0),
+      m_BackColor(0) {}
 
 CZelFont::~CZelFont() = default;
 
 CZelFont& CZelFont::operator=(const CZelFont& other) = default;
 
-bool CZelFont::IsValidFontIndex(int index) { return static_cast<unsigned>(index) < static_cast<unsigned>(kFontSlots); }
+bool CZelFont::IsValidFontIndex(int index) {
+    return static_cast<unsigned>(index) < static_cast<unsigned>(kFontSlots);
+}
 
 namespace {
 
@@ -84,4 +92,6 @@ int CZelFont::FindZelmaraFont(LOGFONT& font) {
     return index;
 }
 
-bool IsZelmaraFont(LOGFONT& font) { return std::strncmp(font.lfFaceName, "Zelmara", 7) == 0; }
+bool IsZelmaraFont(LOGFONT& font) {
+    return std::strncmp(font.lfFaceName, "Zelmara", 7) == 0;
+}

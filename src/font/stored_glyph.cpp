@@ -8,11 +8,11 @@
 StoredGlyphHead ConvertStoredGlyphHead(std::span<const std::uint8_t> record) noexcept {
     BigEndianCursor in(record);
     StoredGlyphHead head{};
-    head.length = in.U32();                                      //  0
-    head.flags = in.U16();                                       //  4
-    head.unread_6 = in.U16();                                    //  6
-    head.width = static_cast<std::int16_t>(in.U16() - 1);        //  8
-    head.height = static_cast<std::int16_t>(in.U16());           // 10
+    head.length = in.U32();                                //  0
+    head.flags = in.U16();                                 //  4
+    head.unread_6 = in.U16();                              //  6
+    head.width = static_cast<std::int16_t>(in.U16() - 1);  //  8
+    head.height = static_cast<std::int16_t>(in.U16());     // 10
     return head;
 }
 
@@ -32,7 +32,8 @@ void StraightenPixels(std::span<std::uint8_t> pixels) noexcept {
     }
 }
 
-void CopyRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height, std::span<std::uint8_t> bottom_up) noexcept {
+void CopyRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
+                      std::span<std::uint8_t> bottom_up) noexcept {
     if (row_size == 0) return;
     const std::size_t fit = std::min(height, bottom_up.size() / row_size);
     for (std::size_t row = 0; row < fit; ++row) {

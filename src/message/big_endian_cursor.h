@@ -9,8 +9,8 @@
 
 #include "message/byte_order.h"
 
-/// Reads big-endian fields from a span, front to back. Bytes beyond the span's end read as zeros, so that a record cut short
-/// is filled up with zeros and never with what memory held; Short() tells that it happened.
+/// Reads big-endian fields from a span, front to back. Bytes beyond the span's end read as zeros, so that a record cut
+/// short is filled up with zeros and never with what memory held; Short() tells that it happened.
 ///
 /// | call    | moves by | gives                                   |
 /// |---------|----------|-----------------------------------------|

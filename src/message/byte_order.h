@@ -5,7 +5,8 @@
 
 static_assert(std::endian::native == std::endian::little, "the records in memory are little-endian words");
 
-/// The 32-bit value with its four bytes reversed. Zelmara! files are big-endian, every field is converted once, on reading.
+/// The 32-bit value with its four bytes reversed. Zelmara! files are big-endian, every field is converted once, on
+/// reading.
 constexpr std::uint32_t SwapLong(std::uint32_t value) noexcept {
     return value >> 24 | (value >> 8 & 0xFF00U) | (value << 8 & 0xFF0000U) | value << 24;
 }

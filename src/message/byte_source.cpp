@@ -12,10 +12,12 @@ ByteSource::ByteSource(CFile& file) : m_size(static_cast<std::uint64_t>(file.Get
 std::span<const std::uint8_t> ByteSource::At(std::uint64_t offset, std::size_t count) {
     count = static_cast<std::size_t>(std::min<std::uint64_t>(count, Left(offset)));
     if (count == 0) return {};
-    if (m_file != nullptr &&
-        (offset < m_window_offset || offset - m_window_offset > m_window.size() || count > m_window.size() - (offset - m_window_offset))) {
+    if (m_file != nullptr && (offset < m_window_offset || offset - m_window_offset > m_window.size() ||
+                              count > m_window.size() - (offset - m_window_offset))) {
         const std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(kWindow, Left(offset)));
-        if (!m_buffer) m_buffer = std::make_unique_for_overwrite<std::uint8_t[]>(static_cast<std::size_t>(std::min<std::uint64_t>(kWindow, m_size)));
+        if (!m_buffer)
+            m_buffer = std::make_unique_for_overwrite<std::uint8_t[]>(
+                static_cast<std::size_t>(std::min<std::uint64_t>(kWindow, m_size)));
         m_window_offset = offset;
         m_window = {m_buffer.get(), ReadFile(offset, {m_buffer.get(), size})};
     }

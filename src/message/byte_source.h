@@ -7,8 +7,8 @@
 
 class CFile;
 
-/// The bytes of one file, given out by position: from memory (tests, fuzzers, benchmarks) or from an open file, through a
-/// window, so that an ordinary message or font costs one read and a part that is passed over costs none.
+/// The bytes of one file, given out by position: from memory (tests, fuzzers, benchmarks) or from an open file, through
+/// a window, so that an ordinary message or font costs one read and a part that is passed over costs none.
 class ByteSource {
   public:
     /// @param bytes  must outlive the source.

@@ -8,17 +8,20 @@
 
 #include "message/big_endian_cursor.h"
 
-void FreeRows::operator()(tag_msg_row* rows) const noexcept { std::free(rows); }
+void FreeRows::operator()(tag_msg_row* rows) const noexcept {
+    std::free(rows);
+}
 
 namespace {
 
-constexpr std::size_t kFlashHeaderSize = 4 + 4 + 128;    // two double words and a font header
-constexpr std::size_t kFlashDirectorySize = 192 * 10;    // its character directory, passed over
+constexpr std::size_t kFlashHeaderSize = 4 + 4 + 128;     // two double words and a font header
+constexpr std::size_t kFlashDirectorySize = 192 * 10;     // its character directory, passed over
 constexpr std::size_t kFlashEncodingSizeAt = 4 + 4 + 98;  // encoding_size in the flash font's header
 constexpr std::size_t kFlashWordTableSizeAt = 4 + 4 + 120;
 constexpr std::size_t kMaxPaletteWords = kColourSets * kSetEntries * 2;
 
-// The sections of one message file, in file order. Each reader takes what it needs from m_file at m_offset and moves on.
+// The sections of one message file, in file order. Each reader takes what it needs from m_file at m_offset and moves
+// on.
 class MessageReader {
   public:
     MessageReader(ByteSource& file, LoadedMessage& message, SectionObserver* observer) noexcept
@@ -102,7 +105,9 @@ MessageOutcome MessageReader::CheckType() const {
 void MessageReader::SkipFlashFont() {
     const std::uint64_t start = m_offset;
     const auto header = Next(kFlashHeaderSize);
-    const auto size_at = [&](std::size_t at) { return BigEndianCursor(header.subspan(std::min(at, header.size()))).U32(); };
+    const auto size_at = [&](std::size_t at) {
+        return BigEndianCursor(header.subspan(std::min(at, header.size()))).U32();
+    };
     m_offset += std::uint64_t{size_at(kFlashEncodingSizeAt)} + size_at(kFlashWordTableSizeAt) + kFlashDirectorySize;
     Observe("flash font", start, m_offset - start);
     m_message.flash_font = true;
@@ -110,7 +115,8 @@ void MessageReader::SkipFlashFont() {
 
 void MessageReader::ReadHeader() {
     const std::uint64_t start = m_offset;
-    m_message.header = std::make_unique<tag_msg_header>(ConvertMsgHeader(Next(sizeof(tag_msg_header)), m_message.flags->LineOffset()));
+    m_message.header =
+        std::make_unique<tag_msg_header>(ConvertMsgHeader(Next(sizeof(tag_msg_header)), m_message.flags->LineOffset()));
     Observe("message header", start, sizeof(tag_msg_header));
 }
 
@@ -138,7 +144,8 @@ void MessageReader::ReadRows() {
         }
     }
     Observe("rows", start, m_offset - start);
-    // Correct the rows only where there is something to correct, so that rows beyond the file's end stay untouched memory.
+    // Correct the rows only where there is something to correct, so that rows beyond the file's end stay untouched
+    // memory.
     for (int r = 0; y_offset != 0 && r < count; ++r) {
         tag_msg_row& row = m_message.rows[static_cast<std::size_t>(r)];
         row.SetY(row.Y() - y_offset);

@@ -11,7 +11,8 @@
 #include "message/section_observer.h"
 #include "message/tab_field.h"
 
-/// How the reading of a message file ended; 0 is the only success. Box texts stand in the same order in zel_message.cpp.
+/// How the reading of a message file ended; 0 is the only success. Box texts stand in the same order in
+/// zel_message.cpp.
 enum class MessageOutcome {
     kRead = 0,
     kShortFileHeader,       ///< Fewer than 136 bytes.
@@ -39,16 +40,16 @@ struct LoadedMessage {
     std::unique_ptr<tag_msg_header> header;
     std::unique_ptr<tag_msg_row[], FreeRows> rows;  ///< header->RowCount() of them, row_y corrected.
     std::unique_ptr<tag_palete> palette;
-    std::unique_ptr<tag_tab_field[]> tabs;          ///< null without tab records.
-    int tab_count = 0;                              ///< records in tabs, rejected ones left out.
-    std::optional<int> y_offset;                    ///< lines that the rows were moved up by; empty when none was read.
-    bool flash_font = false;                        ///< a flash font was passed over.
-    bool bad_tab_row = false;                       ///< a tab record named a row that the message doesn't have.
-    bool bad_tab_field = false;                     ///< a tab record's start wasn't below its end.
+    std::unique_ptr<tag_tab_field[]> tabs;  ///< null without tab records.
+    int tab_count = 0;                      ///< records in tabs, rejected ones left out.
+    std::optional<int> y_offset;            ///< lines that the rows were moved up by; empty when none was read.
+    bool flash_font = false;                ///< a flash font was passed over.
+    bool bad_tab_row = false;               ///< a tab record named a row that the message doesn't have.
+    bool bad_tab_field = false;             ///< a tab record's start wasn't below its end.
 };
 
-/// Reads a message file, section by section in file order. Needs no path, dialog or host. Past the end of the file the sections
-/// up to the rows read as zeros, as the legacy importer read on there.
+/// Reads a message file, section by section in file order. Needs no path, dialog or host. Past the end of the file the
+/// sections up to the rows read as zeros, as the legacy importer read on there.
 /// @param message   filled as far as the file goes, also when the outcome isn't kRead.
 /// @param observer  may be null.
 /// @throws std::bad_alloc

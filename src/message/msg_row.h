@@ -5,8 +5,8 @@
 #include <span>
 #include <type_traits>
 
-// Rows and characters lie in the file with their bit fields packed from the top bit of a byte down, in memory in 16-bit words
-// packed from the lowest bit up. The host reads the memory form.
+// Rows and characters lie in the file with their bit fields packed from the top bit of a byte down, in memory in 16-bit
+// words packed from the lowest bit up. The host reads the memory form.
 
 /// Bits [low, low + width) of a word; the way in which every field below is read and written.
 template <int Low, int Width>
@@ -32,15 +32,15 @@ struct tag_msg_char {
 
     bool PlaceFlag() const noexcept { return WordBits<1, 1>::Get(word0) != 0; }
     void SetChainEnd(bool end) noexcept { WordBits<2, 1>::Set(word0, end ? 1 : 0); }
-    int X() const noexcept { return WordBits<6, 10>::Get(word0); }           ///< char_x, pixels.
+    int X() const noexcept { return WordBits<6, 10>::Get(word0); }  ///< char_x, pixels.
     void SetX(int x) noexcept { WordBits<6, 10>::Set(word0, x); }
-    int ColourSet() const noexcept { return WordBits<3, 3>::Get(word1); }    ///< colour_set, 0 to 7.
+    int ColourSet() const noexcept { return WordBits<3, 3>::Get(word1); }  ///< colour_set, 0 to 7.
     void SetColourSet(int set) noexcept { WordBits<3, 3>::Set(word1, set); }
-    int Y() const noexcept { return WordBits<6, 10>::Get(word1); }           ///< char_y, lines in the row.
+    int Y() const noexcept { return WordBits<6, 10>::Get(word1); }  ///< char_y, lines in the row.
     void SetY(int y) noexcept { WordBits<6, 10>::Set(word1, y); }
-    int Font() const noexcept { return WordBits<0, 6>::Get(word2); }         ///< char_font: slot, valid below 16.
-    int Code() const noexcept { return WordBits<6, 10>::Get(word2); }        ///< char_code, all 10 bits.
-    int Next() const noexcept { return WordBits<10, 6>::Get(word3); }        ///< next_char, kChainEnd at the end.
+    int Font() const noexcept { return WordBits<0, 6>::Get(word2); }   ///< char_font: slot, valid below 16.
+    int Code() const noexcept { return WordBits<6, 10>::Get(word2); }  ///< char_code, all 10 bits.
+    int Next() const noexcept { return WordBits<10, 6>::Get(word3); }  ///< next_char, kChainEnd at the end.
     void SetNext(int next) noexcept { WordBits<10, 6>::Set(word3, next); }
 
     bool operator==(const tag_msg_char&) const = default;
@@ -56,15 +56,15 @@ struct RowHead {
 
     bool Empty() const noexcept { return WordBits<2, 1>::Get(word0) != 0; }  ///< row_empty: no records in the file.
     void SetEmpty(bool empty) noexcept { WordBits<2, 1>::Set(word0, empty ? 1 : 0); }
-    int Y() const noexcept { return WordBits<6, 10>::Get(word0); }           ///< row_y, lines.
+    int Y() const noexcept { return WordBits<6, 10>::Get(word0); }  ///< row_y, lines.
     void SetY(int y) noexcept { WordBits<6, 10>::Set(word0, y); }
-    int FirstChar() const noexcept { return WordBits<0, 6>::Get(word1); }    ///< first_char: start of the chain.
+    int FirstChar() const noexcept { return WordBits<0, 6>::Get(word1); }  ///< first_char: start of the chain.
     void SetFirstChar(int index) noexcept { WordBits<0, 6>::Set(word1, index); }
-    int Top() const noexcept { return WordBits<6, 10>::Get(word1); }         ///< row_top, lines below row_y.
+    int Top() const noexcept { return WordBits<6, 10>::Get(word1); }  ///< row_top, lines below row_y.
     void SetTop(int top) noexcept { WordBits<6, 10>::Set(word1, top); }
-    int CharCount() const noexcept { return WordBits<0, 6>::Get(word2); }    ///< char_count, 0 to 63.
+    int CharCount() const noexcept { return WordBits<0, 6>::Get(word2); }  ///< char_count, 0 to 63.
     void SetCharCount(int count) noexcept { WordBits<0, 6>::Set(word2, count); }
-    int Bottom() const noexcept { return WordBits<6, 10>::Get(word2); }      ///< row_bottom, lines below row_y.
+    int Bottom() const noexcept { return WordBits<6, 10>::Get(word2); }  ///< row_bottom, lines below row_y.
     void SetBottom(int bottom) noexcept { WordBits<6, 10>::Set(word2, bottom); }
 
     bool operator==(const RowHead&) const = default;

@@ -25,12 +25,12 @@ static_assert(PackColour(0x12345678) == 0x341278);
 
 /// Palette block of a message, copied whole into the CZelFont that the host receives.
 struct tag_palete {
-    std::uint16_t palette_lead;                             // 0  as in the file, not converted
-    std::uint16_t palette_words;                            // 2  size of the section in 16-bit words
-    std::uint32_t colour_sets[kColourSets][kSetEntries];    // 4  entries, converted
+    std::uint16_t palette_lead;                           // 0  as in the file, not converted
+    std::uint16_t palette_words;                          // 2  size of the section in 16-bit words
+    std::uint32_t colour_sets[kColourSets][kSetEntries];  // 4  entries, converted
 
-    /// Index of the first set, 0 to 7, whose face colour, and with the effect's edge on whose edge colour too, are those of
-    /// the effect; -1 without one.
+    /// Index of the first set, 0 to 7, whose face colour, and with the effect's edge on whose edge colour too, are
+    /// those of the effect; -1 without one.
     ZELTRANS_API int FindPaletteEntry(EFFPAR& effect);
 };
 static_assert(sizeof(tag_palete) == 257 * 4 && std::is_trivially_copyable_v<tag_palete>);

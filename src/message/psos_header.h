@@ -19,9 +19,9 @@ constexpr bool IsRgbaFileType(std::uint32_t file_type) noexcept {
 
 /// The header that opens message, font and RGBA files, 136 bytes.
 struct tag_psos_header {
-    std::uint32_t file_type;   //   0
-    std::uint32_t unread_4;    //   4
-    char type_name[128];       //   8  zero-terminated text; without a zero it ends with the header
+    std::uint32_t file_type;  //   0
+    std::uint32_t unread_4;   //   4
+    char type_name[128];      //   8  zero-terminated text; without a zero it ends with the header
 
     /// type_name up to its first NUL, or to the header's end.
     std::string_view TypeName() const noexcept {

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// Hears of each section of a file as it is read, in file order; what shows a person where a file is broken. Readers take a
-/// pointer to one that may be null.
+/// Hears of each section of a file as it is read, in file order; what shows a person where a file is broken. Readers
+/// take a pointer to one that may be null.
 class SectionObserver {
   public:
     /// @param name     the section's name in the format's own words.

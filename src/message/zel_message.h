@@ -16,8 +16,8 @@ class CZelTransDlg;
 struct EFFPAR;
 struct tag_font_memory;
 
-/// One loaded message. The host receives a pointer to it, so its members and their order are part of the contract; the blocks
-/// belong to the message and end with it.
+/// One loaded message. The host receives a pointer to it, so its members and their order are part of the contract; the
+/// blocks belong to the message and end with it.
 class CZelMessage {
   public:
     /// Copies the texts, each of which may be null in a message that loads no file, and touches no file.
@@ -28,8 +28,9 @@ class CZelMessage {
     CZelMessage(const CZelMessage&) = delete;
     CZelMessage& operator=(const CZelMessage&) = delete;
 
-    /// Loads the file of that name in the message directory, whole. Sets dlg's m_bImportSkip to the Skip Warnings setting and,
-    /// unless it is on, tells the user what failed and what the file holds that the module doesn't carry over.
+    /// Loads the file of that name in the message directory, whole. Sets dlg's m_bImportSkip to the Skip Warnings
+    /// setting and, unless it is on, tells the user what failed and what the file holds that the module doesn't carry
+    /// over.
     /// @return false on every failure; the blocks read so far stay, m_pFileHeader among them if the header came whole.
     /// @throws CMemoryException
     bool ReadMessage(CZelTransDlg* dlg);
@@ -41,9 +42,9 @@ class CZelMessage {
     /// Writes the default colour sets into the block that m_pPalette points to.
     void DefaultPalette();
 
-    /// Writes a blank character at the start of each tab field that holds no text, in the field's font and colour. To be
-    /// called after the fonts are read; needs dlg's m_pFont. Changes rows for good. One box at most, when a template was made
-    /// and a field had no font of its own, unless warnings are skipped.
+    /// Writes a blank character at the start of each tab field that holds no text, in the field's font and colour. To
+    /// be called after the fonts are read; needs dlg's m_pFont. Changes rows for good. One box at most, when a template
+    /// was made and a field had no font of its own, unless warnings are skipped.
     void MakeTemplates(CZelTransDlg* dlg);
 
     /// Fills `lf` with the description of the slot's font: face, weight, italic, height.
@@ -61,13 +62,13 @@ class CZelMessage {
 
     CString m_sFontDir;
     CString m_sMessageDir;
-    CString m_sMessageID;                     ///< name of the file in m_sMessageDir.
+    CString m_sMessageID;  ///< name of the file in m_sMessageDir.
     CZelTransDlg* m_pOwner;
     tag_psos_header* m_pFileHeader = nullptr;
     tag_palete* m_pPalette = nullptr;
     tag_msg_header* m_pMsgHeader = nullptr;
-    tag_msg_row* m_pRows = nullptr;           ///< m_pMsgHeader->RowCount() rows.
+    tag_msg_row* m_pRows = nullptr;  ///< m_pMsgHeader->RowCount() rows.
     tag_msg_flags* m_pMsgFlags = nullptr;
-    std::int32_t m_nTabs = 0;                 ///< counts only while m_pTabs isn't null.
+    std::int32_t m_nTabs = 0;  ///< counts only while m_pTabs isn't null.
     tag_tab_field* m_pTabs = nullptr;
 };

@@ -10,7 +10,7 @@
 extern AFX_EXTENSION_MODULE ZelTransDLL;  ///< the module's record with the framework.
 extern HINSTANCE g_hZelResource;          ///< the module's resources; its dialog templates are found through it.
 extern OnCharCallback g_pfnOnChar;        ///< the registered callback, null for none.
-extern char g_szMapDir[MAX_PATH];         ///< directory of the name lists, with its closing separator; always terminated.
+extern char g_szMapDir[MAX_PATH];  ///< directory of the name lists, with its closing separator; always terminated.
 
 /// Registers the host's callback for characters and the directory of the two name lists.
 /// @param callback  may be null: characters then go nowhere.

@@ -7,9 +7,10 @@
 class CWnd;
 class CZelFont;
 
-/// All that the host asks of the module, beside Register_GLV_OnChar, which it calls first. Any instance serves; calls come one
-/// after the other on the user-interface thread. The windows passed in stay the host's and must outlive the call. Nothing is
-/// caught: a CFileException or CMemoryException (thrown as pointers) leaves after the import's objects are gone.
+/// All that the host asks of the module, beside Register_GLV_OnChar, which it calls first. Any instance serves; calls
+/// come one after the other on the user-interface thread. The windows passed in stay the host's and must outlive the
+/// call. Nothing is caught: a CFileException or CMemoryException (thrown as pointers) leaves after the import's objects
+/// are gone.
 class CZelTransExport {
   public:
     /// Does nothing: there is no state.

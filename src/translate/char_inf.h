@@ -7,9 +7,9 @@
 #include "font/font_memory.h"
 #include "platform/system/types.h"
 
-/// What the host's callback receives for each character: 104 bytes on the 32-bit system whose offsets stand here. One record
-/// and one LOGFONT serve a whole message, a field that a call doesn't set keeps what it held, and neither pointer is good after
-/// the call.
+/// What the host's callback receives for each character: 104 bytes on the 32-bit system whose offsets stand here. One
+/// record and one LOGFONT serve a whole message, a field that a call doesn't set keeps what it held, and neither
+/// pointer is good after the call.
 struct tag_CharInf {
     LOGFONT* log_font;            //   0
     std::int32_t x;               //   4  pixels
@@ -61,6 +61,6 @@ static_assert(sizeof(void*) != 4 ||
 
 class CWnd;
 
-/// The host's callback: the window of the import, the record, and the character, which is the low 8 bits of char_code or 13
-/// for a row without characters.
+/// The host's callback: the window of the import, the record, and the character, which is the low 8 bits of char_code
+/// or 13 for a row without characters.
 using OnCharCallback = void (*)(CWnd*, tag_CharInf*, unsigned int);

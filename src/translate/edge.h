@@ -11,15 +11,21 @@ constexpr int EdgeAngle(int direction) noexcept {
     return direction >= 0 && direction < 8 ? kDegrees[direction] : 135;
 }
 
-/// Lines of a font's height that its edge takes up. A border lies on both sides of a glyph; the direction doesn't count.
+/// Lines of a font's height that its edge takes up. A border lies on both sides of a glyph; the direction doesn't
+/// count.
 constexpr int EdgeHeight(int edge_type, int /*direction*/, int edge_size) noexcept {
     switch (edge_type) {
-        case kEdgeBorder: return static_cast<std::uint16_t>(2 * edge_size);
+        case kEdgeBorder:
+            return static_cast<std::uint16_t>(2 * edge_size);
         case kEdgeShadow:
-        case kEdgeOffset: return edge_size;
-        default: return 0;
+        case kEdgeOffset:
+            return edge_size;
+        default:
+            return 0;
     }
 }
 
 /// True for the edge types that draw one.
-constexpr bool HasEdge(int edge_type) noexcept { return edge_type >= kEdgeBorder && edge_type <= kEdgeOffset; }
+constexpr bool HasEdge(int edge_type) noexcept {
+    return edge_type >= kEdgeBorder && edge_type <= kEdgeOffset;
+}

@@ -6,8 +6,8 @@
 
 #include "platform/system/types.h"
 
-/// The host's effect record, 3680 bytes. The module sets the named fields, whose offsets the host fixes, and leaves every
-/// other byte 0.
+/// The host's effect record, 3680 bytes. The module sets the named fields, whose offsets the host fixes, and leaves
+/// every other byte 0.
 struct [[gnu::packed, gnu::aligned(4)]] EFFPAR {
     COLORREF face_colour;               //   0  entry 1 of colour set 7
     std::uint8_t host_4[36];            //   4
@@ -26,6 +26,7 @@ struct [[gnu::packed, gnu::aligned(4)]] EFFPAR {
     std::uint8_t host_452[3680 - 452];  // 452
 };
 static_assert(sizeof(EFFPAR) == 3680 && std::is_trivially_copyable_v<EFFPAR>);
-static_assert(offsetof(EFFPAR, effect_ratio) == 40 && offsetof(EFFPAR, effect_const) == 48 && offsetof(EFFPAR, edge_size) == 232 &&
-              offsetof(EFFPAR, edge_angle) == 256 && offsetof(EFFPAR, edge_type) == 304 && offsetof(EFFPAR, edge_colour) == 328 &&
+static_assert(offsetof(EFFPAR, effect_ratio) == 40 && offsetof(EFFPAR, effect_const) == 48 &&
+              offsetof(EFFPAR, edge_size) == 232 && offsetof(EFFPAR, edge_angle) == 256 &&
+              offsetof(EFFPAR, edge_type) == 304 && offsetof(EFFPAR, edge_colour) == 328 &&
               offsetof(EFFPAR, edge_on) == 448);

@@ -1,0 +1,79 @@
+#include "dialog/recent_list.h"
+
+#include <cstring>
+
+#include "dialog/zel_trans_dlg.h"
+#include "platform/framework/cstring.h"
+#include "platform/system/errors.h"
+#include "platform/system/registry.h"
+
+namespace {
+
+// A list is a key of its own; its entries are values of that key.
+CString ListKey(const char* list) {
+    CString key;
+    key.Format("Software\\Kovesh\\Tavro\\ZelTrans\\%s", list);
+    return key;
+}
+
+CString EntryName(const char* list, int index) {
+    CString name;
+    name.Format("%s %1d", list, index);
+    return name;
+}
+
+}  // namespace
+
+bool ReadRecentEntry(const char* list, int index, char (&out)[MAX_PATH]) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, ListKey(list), 0, KEY_ALL_ACCESS, &key) != ERROR_SUCCESS) return false;
+    const CString name = EntryName(list, index);
+    char text[MAX_PATH] = {};
+    DWORD type = 0, size = 0;
+    const bool read =
+        RegQueryValueExA(key, name, nullptr, &type, nullptr, &size) == ERROR_SUCCESS && size <= sizeof text &&
+        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(text), &size) == ERROR_SUCCESS;
+    RegCloseKey(key);
+    if (!read || std::memchr(text, '\0', sizeof text) == nullptr) return false;
+    std::memcpy(out, text, sizeof text);
+    return true;
+}
+
+bool CZelTransDlg::RestoreRecentList(int index, char* list, char* out) {
+    char text[MAX_PATH];
+    if (!ReadRecentEntry(list, index, text)) return false;
+    std::strcpy(out, text);
+    return true;
+}
+
+void CZelTransDlg::StoreRecentList(int index, char* list, char* text) {
+    HKEY key = nullptr;
+    if (RegCreateKeyExA(HKEY_CURRENT_USER, ListKey(list), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS, nullptr,
+                        &key, nullptr) != ERROR_SUCCESS) {
+        return;
+    }
+    RegSetValueExA(key, EntryName(list, index), 0, REG_SZ, reinterpret_cast<const BYTE*>(text),
+                   static_cast<DWORD>(std::strlen(text) + 1));
+    RegCloseKey(key);
+}
+
+bool CZelTransDlg::IsZelTransRegistrySubKeyExist(char* list, char* name) {
+    CString path = ListKey(list);
+    path += "\\";
+    path += name;
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, path, 0, KEY_ALL_ACCESS, &key) != ERROR_SUCCESS) return false;
+    RegCloseKey(key);
+    return true;
+}
+
+// The entries are values, so this pass over sub-keys leaves them; the new list is written over them, index by index.
+void CZelTransDlg::DeleteZelTransRegistrySubKey(char* list) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, ListKey(list), 0, KEY_ALL_ACCESS, &key) != ERROR_SUCCESS) return;
+    for (int n = 0; n < 10; ++n) {
+        CString name = EntryName(list, n);
+        if (IsZelTransRegistrySubKeyExist(list, name.GetBuffer(0))) RegDeleteKeyA(key, name);
+    }
+    RegCloseKey(key);
+}

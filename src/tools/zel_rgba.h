@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/framework/cdialog.h"
+
+inline constexpr UINT kRgbaDialog = 135;
+enum RgbaControl : int { kRgbaObjectRadio = 1341, kRgbaBackgroundRadio = 1344 };
+
+/// Asks how the picture of an RGBA file is to be inserted. DoModal gives IDOK or IDCANCEL.
+class CZelRGBA : public CDialog {
+  public:
+    explicit CZelRGBA(CWnd* parent);
+
+    BOOL m_bInsertObject = 1;
+    BOOL m_bInsertBackground = 0;
+
+    INT_PTR DoModal() override;
+
+  protected:
+    void DoDataExchange(CDataExchange* exchange) override;
+    BOOL OnInitDialog() override;
+    void OnOK() override;
+    void OnCancel() override;
+    afx_msg void OnRadioObject();
+    afx_msg void OnRadioBackground();
+
+    DECLARE_MESSAGE_MAP()
+};
