@@ -1,11 +1,9 @@
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "font/zel_font.h"
 #include "platform/framework/module_entry.h"
 #include "platform/system/files.h"
-#include "translate/effpar.h"
 
 int CZelFont::m_bIgnoreErrors = 0;
 bool CZelFont::m_bCancelFontBrowse = false;
@@ -27,39 +25,6 @@ CZelFont& CZelFont::operator=(const CZelFont& other) = default;
 
 bool CZelFont::IsValidFontIndex(int index) {
     return static_cast<unsigned>(index) < static_cast<unsigned>(kFontSlots);
-}
-
-namespace {
-
-template <typename T>
-void Delete(T*& block) {
-    delete block;
-    block = nullptr;
-}
-
-template <typename T>
-void Free(T*& block) {
-    std::free(block);
-    block = nullptr;
-}
-
-}  // namespace
-
-void ReleaseFontBlocks(tag_font_memory& font) noexcept {
-    Delete(font.font_header);
-    Free(font.char_directory);
-    Delete(font.spare_block_a);
-    Free(font.encoding_data);
-    Free(font.aux_block);
-    Free(font.word_table);
-    Free(font.char_table_a);
-    Free(font.char_table_b);
-    Delete(font.spare_block_b);
-    Delete(font.psos_header);
-    Free(font.sample_a.data);
-    Free(font.sample_b.data);
-    Delete(font.log_font);
-    Delete(font.effect_params);
 }
 
 void CZelFont::ReleaseFontData(tag_font_memory* slot) {
