@@ -1,16 +1,5 @@
 #include "message/palette.h"
 
-#include "translate/effpar.h"
-
-int tag_palete::FindPaletteEntry(EFFPAR& effect) {
-    for (int set = 0; set < kColourSets; ++set) {
-        const bool face = PackColour(colour_sets[set][kFaceEntry]) == effect.face_colour;
-        const bool edge = effect.edge_on == 0 || PackColour(colour_sets[set][kEdgeEntry]) == effect.edge_colour;
-        if (face && edge) return set;
-    }
-    return -1;
-}
-
 void FillDefaultPalette(tag_palete& palette) noexcept {
     struct Set {
         std::uint32_t face, edge, ramp_start, ramp_step;
