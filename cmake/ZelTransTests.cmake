@@ -1,3 +1,5 @@
+set(ZELTRANS_TEST_PREFIX "" CACHE STRING "Put before the names of the tests, so that several builds can be told apart")
+
 # GoogleTest is built from Debian's sources (package googletest), so that it has the width and the sanitizers of the build.
 include(GoogleTest)
 find_path(ZELTRANS_GTEST_SOURCES googletest/CMakeLists.txt HINTS /usr/src/googletest NO_CMAKE_FIND_ROOT_PATH)
@@ -14,5 +16,5 @@ function(zeltrans_test folder)
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE zel_build ${arg_LIBS} GTest::gmock GTest::gtest_main)
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  gtest_discover_tests(${target} TEST_PREFIX ${folder}. PROPERTIES LABELS ${folder} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
+  gtest_discover_tests(${target} TEST_PREFIX ${ZELTRANS_TEST_PREFIX}${folder}. PROPERTIES LABELS ${folder} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
 endfunction()
