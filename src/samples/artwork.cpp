@@ -133,7 +133,8 @@ StoredGlyph PaintPicture(unsigned width, unsigned height, const std::function<Pa
     return PaintPixels(width, height, [&](unsigned x, unsigned y) {
         Paint sum = kClear;
         for (unsigned n = 0; n < kPoints * kPoints; ++n) {
-            const Paint point = paint(x + (n % kPoints + 0.5) / kPoints, y + (n / kPoints + 0.5) / kPoints);
+            const unsigned column = n % kPoints, line = n / kPoints;
+            const Paint point = paint(x + (column + 0.5) / kPoints, y + (line + 0.5) / kPoints);
             sum.red += point.red * point.alpha;
             sum.green += point.green * point.alpha;
             sum.blue += point.blue * point.alpha;

@@ -20,6 +20,7 @@ struct Freer {
         Free(object);
     }
 };
+using Config = std::unique_ptr<FcConfig, Freer<FcConfigDestroy>>;
 using Pattern = std::unique_ptr<FcPattern, Freer<FcPatternDestroy>>;
 using Library = std::unique_ptr<std::remove_pointer_t<FT_Library>, Freer<FT_Done_FreeType>>;
 using FaceHandle = std::unique_ptr<std::remove_pointer_t<FT_Face>, Freer<FT_Done_Face>>;
@@ -43,15 +44,17 @@ bool HasFamily(FcPattern* pattern, std::string_view family) {
 
 /// The file of exactly this typeface; fontconfig would offer another one in its place.
 FoundFile FindTypeface(const FaceChoice& choice) {
+    // A configuration of our own: fontconfig never gives back the shared one.
+    static const Config config(FcInitLoadConfigAndFonts());
     const Pattern wish(FcPatternCreate());
     FcPatternAddString(wish.get(), FC_FAMILY, FcText(choice.family));
     FcPatternAddInteger(wish.get(), FC_WEIGHT, choice.bold ? FC_WEIGHT_BOLD : FC_WEIGHT_NORMAL);
     FcPatternAddInteger(wish.get(), FC_SLANT, FC_SLANT_ROMAN);
     FcPatternAddInteger(wish.get(), FC_WIDTH, FC_WIDTH_NORMAL);
-    FcConfigSubstitute(nullptr, wish.get(), FcMatchPattern);
+    FcConfigSubstitute(config.get(), wish.get(), FcMatchPattern);
     FcDefaultSubstitute(wish.get());
     FcResult result = FcResultNoMatch;
-    const Pattern match(FcFontMatch(nullptr, wish.get(), &result));
+    const Pattern match(FcFontMatch(config.get(), wish.get(), &result));
     FcChar8* path = nullptr;
     if (match == nullptr || !HasFamily(match.get(), choice.family) ||
         FcPatternGetString(match.get(), FC_FILE, 0, &path) != FcResultMatch) {

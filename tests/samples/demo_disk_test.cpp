@@ -39,7 +39,7 @@ TEST(DemonstrationDisk, HasFontsMessagesAndBothLists) {
     const auto written = WriteDemonstrationDisk(scratch.Path() / "disk");
     const auto files = FilesBelow(scratch.Path() / "disk");
     std::vector<std::string> expected;
-    for (const unsigned font : {1, 2, 3, 12, 14, 15, 16, 18, 20, 21, 31, 32, 40, 60}) {
+    for (const unsigned font : {1U, 2U, 3U, 12U, 14U, 15U, 16U, 18U, 20U, 21U, 31U, 32U, 40U, 60U}) {
         expected.push_back("MACHINE/" + NumberedName(font));
     }
     for (unsigned message = 1; message <= 21; ++message) expected.push_back("MESSAGES/" + NumberedName(message));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -35,7 +36,7 @@ class RunDecoder {
     unsigned MostRunsInALine() const { return m_most_runs; }
 
   private:
-    static int Rounded(double value) { return static_cast<int>(value + 0.5); }
+    static int Rounded(double value) { return static_cast<int>(std::lround(value)); }
     static int Blend(int level, int over, int under) { return Rounded((level * over + (255 - level) * under) / 255.0); }
 
     void Step(std::uint32_t code) {
