@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-namespace {
+#include "platform/fold.h"
 
-constexpr unsigned char Fold(char c) noexcept {
-    return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
-}
+namespace {
 
 template <class T, class Map>
 std::optional<T> ProfileValue(const Map& profile, const std::string& section, const std::string& entry) {
@@ -20,8 +18,7 @@ SettingsStore* g_store = nullptr;
 }  // namespace
 
 bool NameLess::operator()(std::string_view a, std::string_view b) const noexcept {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char x, char y) { return Fold(x) < Fold(y); });
+    return LessFolded(a, b);
 }
 
 bool NameLess::operator()(const std::pair<std::string, std::string>& a,
@@ -73,8 +70,8 @@ bool MemorySettingsStore::KeyExists(const std::string& key) {
 bool MemorySettingsStore::KeyHasSubKeys(const std::string& key) {
     const std::string prefix = key.empty() ? key : key + "\\";
     const auto isBelow = [&](const auto& entry) {
-        return entry.first.size() > prefix.size() && std::equal(prefix.begin(), prefix.end(), entry.first.begin(),
-                                                                [](char a, char b) { return Fold(a) == Fold(b); });
+        const std::string_view path = entry.first;
+        return path.size() > prefix.size() && EqualsFolded(path.substr(0, prefix.size()), prefix);
     };
     return std::any_of(m_keys.begin(), m_keys.end(), isBelow);
 }

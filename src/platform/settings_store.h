@@ -16,7 +16,7 @@ struct RegistryValue {
 };
 
 /// Where the application's profile and the registry of the user keep their values. Names are compared without regard to
-/// the case of ASCII letters. A write that returns true is kept.
+/// the case of ASCII letters; texts are bytes in no particular encoding. A write that returns true is kept.
 class ZEL_PLATFORM_API SettingsStore {
   public:
     virtual ~SettingsStore();

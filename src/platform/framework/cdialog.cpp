@@ -112,7 +112,7 @@ LRESULT CDialog::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case DM_SETDEFID:
             m_defaultId = static_cast<UINT>(wParam);
-            m_hWnd->Changed(WindowChange::default_button);
+            if (m_hWnd != nullptr) m_hWnd->Changed(WindowChange::default_button);
             return TRUE;
         case DM_GETDEFID:
             return m_defaultId != 0 ? static_cast<LRESULT>(MAKEWPARAM(m_defaultId, DC_HASDEFID)) : 0;

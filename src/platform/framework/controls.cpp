@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/fold.h"
 #include "platform/framework/window.h"
 
 /// The controls' answers to their messages, as the system's own controls give them.
@@ -58,14 +59,6 @@ class EditWindow : public HWND__ {
     Selection m_selection;
 };
 
-constexpr char Fold(char c) noexcept {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-bool EqualsFolded(std::string_view a, std::string_view b) noexcept {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Fold(x) == Fold(y); });
-}
-
 /// Drop-down combo box: a list, and an edit field, whose text is the window's text.
 class ComboWindow : public HWND__ {
   public:
@@ -115,12 +108,8 @@ class ComboWindow : public HWND__ {
   private:
     std::size_t SortedPlace(LPARAM entry) const {
         if ((flags & ctl_sorted) == 0 || entry == 0) return m_list.size();
-        const auto less = [](std::string_view a, std::string_view b) {
-            return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                                [](char x, char y) { return Fold(x) < Fold(y); });
-        };
         const auto place =
-            std::upper_bound(m_list.begin(), m_list.end(), std::string_view(FromParam<const char>(entry)), less);
+            std::upper_bound(m_list.begin(), m_list.end(), std::string_view(FromParam<const char>(entry)), LessFolded);
         return static_cast<std::size_t>(place - m_list.begin());
     }
 

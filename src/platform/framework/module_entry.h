@@ -11,7 +11,7 @@
 ///
 /// and when it is loaded, the hook is called first, then the marked statics are built, then the main entry is called,
 /// both with DLL_PROCESS_ATTACH. When it goes, the main entry is called with DLL_PROCESS_DETACH, the statics die, and
-/// the hook is called so.
+/// the hook is called so. With g++ a module is compiled with -fno-gnu-unique, or the loader keeps it for good.
 
 inline constexpr DWORD DLL_PROCESS_DETACH = 0, DLL_PROCESS_ATTACH = 1, DLL_THREAD_ATTACH = 2, DLL_THREAD_DETACH = 3;
 

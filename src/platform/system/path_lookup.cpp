@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/fold.h"
 #include "platform/system/errors.h"
 #include "platform/system/files.h"
 
@@ -26,11 +27,8 @@ std::array<Drive, 26>& Drives() {
     return drives;
 }
 
-constexpr char Fold(char c) noexcept {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
 constexpr bool IsLetter(char c) noexcept {
-    return Fold(c) >= 'a' && Fold(c) <= 'z';
+    return FoldCase(c) >= 'a' && FoldCase(c) <= 'z';
 }
 constexpr char Turn(char c) noexcept {
     return c == '\\' ? '/' : c;
@@ -39,7 +37,7 @@ constexpr char Turn(char c) noexcept {
 /// The drive that a path begins with, null for none.
 Drive* DriveOf(std::string_view path) {
     if (path.size() < 2 || path[1] != ':' || !IsLetter(path[0])) return nullptr;
-    return &Drives()[static_cast<std::size_t>(Fold(path[0]) - 'a')];
+    return &Drives()[static_cast<std::size_t>(FoldCase(path[0]) - 'a')];
 }
 
 bool Exists(const char* path) noexcept {
@@ -50,10 +48,6 @@ bool Exists(const char* path) noexcept {
 bool IsDirectory(const char* path) noexcept {
     struct stat status {};
     return ::stat(path, &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-bool EqualsFolded(std::string_view a, std::string_view b) noexcept {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Fold(x) == Fold(y); });
 }
 
 /// Writes over `name`, which lies in a path, the directory's entry that equals it but for case; the first in byte order
@@ -124,7 +118,7 @@ DWORD NativeName::Set(const char* modulePath) noexcept {
         if (drive->directory.empty()) return ERROR_PATH_NOT_FOUND;
         out = std::copy(drive->directory.begin(), drive->directory.end(), out);
         path.remove_prefix(2);
-        *out++ = '/';
+        if (path.empty() || Turn(path.front()) != '/') *out++ = '/';
     }
     out = std::transform(path.begin(), path.end(), out, Turn);
     *out = '\0';

@@ -1,0 +1,121 @@
+#include "platform/framework/cstring.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(CStringSharing, CopiesAndAssignmentsUseTheSameCharacters) {
+    const CString text("PROMO");
+    const CString copy(text);
+    CString assigned;
+    assigned = copy;
+    EXPECT_EQ(copy.GetString(), text.GetString());
+    EXPECT_EQ(assigned.GetString(), text.GetString());
+}
+
+TEST(CStringSharing, EndsWhenOneOfThemChanges) {
+    const CString text("PROMO");
+    CString changed = text, appended = text, buffered = text, emptied = text;
+    changed.SetAt(0, 'X');
+    appended += '!';
+    buffered.GetBuffer(0)[4] = 'E';
+    buffered.ReleaseBuffer();
+    emptied.Empty();
+    EXPECT_STREQ(text, "PROMO");
+    EXPECT_STREQ(changed, "XROMO");
+    EXPECT_STREQ(appended, "PROMO!");
+    EXPECT_STREQ(buffered, "PROME");
+    EXPECT_TRUE(emptied.IsEmpty());
+}
+
+TEST(CStringSharing, SurvivesAssignmentToItselfAndOfItsOwnPart) {
+    CString text("MACHINE");
+    const CString& same = text;
+    text = same;
+    EXPECT_STREQ(text, "MACHINE");
+    text = text.GetString() + 3;
+    EXPECT_STREQ(text, "HINE");
+    text += text;
+    text += text.GetString() + 4;
+    EXPECT_STREQ(text, "HINEHINEHINE");
+    text.Format("%s/%s", text.Left(2).GetString(), text.GetString());
+    EXPECT_STREQ(text, "HI/HINEHINEHINE");
+}
+
+TEST(CStringMaking, TakesNullLengthsAndRepeats) {
+    EXPECT_EQ(CString(static_cast<const char*>(nullptr)).GetLength(), 0);
+    EXPECT_STREQ(CString("abcdef", 3), "abc");
+    EXPECT_STREQ(CString("abc", -1), "");
+    EXPECT_STREQ(CString('-', 3), "---");
+    EXPECT_STREQ("a" + CString("b") + 'c' + "d" + CString("e"), "abcde");
+    EXPECT_EQ(CString("a\0b", 3).GetLength(), 3);
+}
+
+struct PartCase {
+    const char* name;
+    CString part;
+    const char* expected;
+};
+void PrintTo(const PartCase& part, std::ostream* out) {
+    *out << part.name;
+}
+class CStringPart : public testing::TestWithParam<PartCase> {};
+TEST_P(CStringPart, IsLimitedToTheText) {
+    EXPECT_STREQ(GetParam().part, GetParam().expected);
+}
+INSTANTIATE_TEST_SUITE_P(Each, CStringPart,
+                         testing::Values(PartCase{"left", CString("abcd").Left(2), "ab"},
+                                         PartCase{"left_beyond", CString("abcd").Left(9), "abcd"},
+                                         PartCase{"left_negative", CString("abcd").Left(-1), ""},
+                                         PartCase{"right", CString("abcd").Right(3), "bcd"},
+                                         PartCase{"right_negative", CString("abcd").Right(-3), ""},
+                                         PartCase{"mid", CString("abcd").Mid(1, 2), "bc"},
+                                         PartCase{"mid_to_the_end", CString("abcd").Mid(2), "cd"},
+                                         PartCase{"mid_count_that_would_wrap", CString("abcd").Mid(3, 0x7FFFFFFF), "d"},
+                                         PartCase{"mid_behind_the_end", CString("abcd").Mid(5), ""},
+                                         PartCase{"mid_before_the_start", CString("abcd").Mid(-2, 1), "a"}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(CStringSearch, FindsCharactersAndTexts) {
+    const CString path("\\a\\b.0012");
+    EXPECT_EQ(path.Find('\\'), 0);
+    EXPECT_EQ(path.Find('\\', 1), 2);
+    EXPECT_EQ(path.Find('x'), -1);
+    EXPECT_EQ(path.Find('\\', 99), -1);
+    EXPECT_EQ(path.Find(".00"), 4);
+    EXPECT_EQ(path.Find(".00", 5), -1);
+    EXPECT_EQ(path.ReverseFind('\\'), 2);
+    EXPECT_EQ(CString().ReverseFind('\\'), -1);
+    EXPECT_EQ(path[99], '\0');
+}
+
+TEST(CStringComparison, GoesByBytes) {
+    EXPECT_TRUE(CString("a") == "a" && "a" == CString("a") && CString("a") != CString("A"));
+    EXPECT_TRUE(CString("A") < CString("a") && !(CString("b") < "a"));
+    EXPECT_GT(CString("\xE4").Compare("z"), 0);
+}
+
+TEST(CStringFormat, HasNoLimit) {
+    CString text;
+    text.Format("%s\\.%04d", std::string(2000, 'd').c_str(), 12);
+    EXPECT_EQ(text.GetLength(), 2006);
+    EXPECT_STREQ(text.Right(6), "\\.0012");
+}
+
+TEST(CStringBuffer, TakesItsLengthFromTheWrittenText) {
+    CString text;
+    std::snprintf(text.GetBuffer(20), 21, "written");
+    text.ReleaseBuffer();
+    EXPECT_STREQ(text, "written");
+    text.ReleaseBuffer(3);
+    EXPECT_STREQ(text, "wri");
+    text.GetBufferSetLength(80)[79] = 'x';
+    EXPECT_EQ(text.GetLength(), 80);
+    EXPECT_EQ(text[79], 'x');
+    text.ReleaseBuffer(1 << 30);
+    EXPECT_LT(text.GetLength(), 1 << 10) << "a length is limited to the buffer";
+}
+
+}  // namespace

@@ -1,0 +1,175 @@
+#include <gtest/gtest.h>
+
+#include "platform/framework/cdialog.h"
+#include "platform/framework/exceptions.h"
+#include "platform/headless_desktop.h"
+#include "platform/system/errors.h"
+#include "test_dialog.h"
+
+BEGIN_MESSAGE_MAP(TestDialog, CDialog)
+ON_EN_UPDATE(kEdit, &TestDialog::OnEditUpdate)
+ON_EN_CHANGE(kEdit, &TestDialog::OnEditChange)
+ON_BN_CLICKED(kCheck, &TestDialog::OnCheck)
+ON_WM_CLOSE()
+END_MESSAGE_MAP()
+
+namespace {
+
+class Dialogs : public testing::Test {
+  protected:
+    void SetUp() override { SetDesktop(&m_desktop); }
+    void TearDown() override { SetDesktop(nullptr); }
+
+    const ResourcesInForce m_resources;
+    HeadlessDesktop m_desktop;
+    TestDialog m_dialog;
+};
+
+TEST_F(Dialogs, AreMadeFromTheTemplateOfTheCurrentModuleOnly) {
+    TestDialog other;
+    EXPECT_FALSE(other.Create(kTestDialog + 1));
+    EXPECT_EQ(other.GetTemplate(), nullptr);
+    AfxGetModuleState()->m_hCurrentResourceHandle = nullptr;
+    EXPECT_EQ(m_dialog.DoModal(), -1);
+    AfxGetModuleState()->m_hCurrentResourceHandle = &kTestModule;
+    ASSERT_TRUE(m_dialog.Create(kTestDialog));
+    EXPECT_FALSE(m_dialog.Create(kTestDialog)) << "a second window";
+    EXPECT_EQ(m_dialog.GetTemplate(), &kTestDialogs[0]);
+    EXPECT_FALSE(m_dialog.IsWindowVisible());
+    EXPECT_EQ(m_dialog.GetControl(1), m_dialog.GetDlgItem(kEdit));
+    EXPECT_NE(m_dialog.GetControl(0), nullptr) << "a control without an id";
+    EXPECT_EQ(m_dialog.GetDlgItem(IDC_STATIC), nullptr);
+    EXPECT_EQ(m_dialog.GetControl(99), nullptr);
+}
+
+TEST_F(Dialogs, ShowTheirMembersAndTakeThemBackOnOk) {
+    m_dialog.edit_text = "before";
+    m_dialog.checked = 1;
+    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) {
+        DialogDriver user(dialog);
+        EXPECT_EQ(user.Caption(), "Test");
+        EXPECT_EQ(user.Text(kEdit), "before");
+        EXPECT_TRUE(user.IsChecked(kCheck));
+        user.Type(kEdit, "after");
+        user.Check(kCheck, false);
+        user.PressEnter();
+    });
+    EXPECT_EQ(m_dialog.DoModal(), IDOK);
+    EXPECT_STREQ(m_dialog.edit_text, "after");
+    EXPECT_EQ(m_dialog.checked, 0);
+    EXPECT_EQ(m_dialog.m_hWnd, nullptr);
+}
+
+TEST_F(Dialogs, HearNoNotificationWhileTheirControlsAreFilled) {
+    m_dialog.edit_text = "before";
+    ASSERT_TRUE(m_dialog.Create(kTestDialog));
+    EXPECT_EQ(m_dialog.events, "");
+    m_dialog.edit_text = "after";
+    EXPECT_TRUE(m_dialog.UpdateData(FALSE));
+    EXPECT_EQ(m_dialog.events, "");
+    m_dialog.SetDlgItemText(kEdit, "typed");
+    EXPECT_EQ(m_dialog.events, "update change ");
+}
+
+TEST_F(Dialogs, EndByEscapeAndByTheirTitleBarAlike) {
+    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { DialogDriver(dialog).PressEscape(); });
+    EXPECT_EQ(m_dialog.DoModal(), IDCANCEL);
+    EXPECT_EQ(m_dialog.events, "cancel ");
+    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { DialogDriver(dialog).Close(); });
+    EXPECT_EQ(m_dialog.DoModal(), IDCANCEL);
+    EXPECT_EQ(m_dialog.events, "cancel close cancel ");
+}
+
+TEST_F(Dialogs, RunTheirDefaultButtonOnEnter) {
+    ASSERT_TRUE(m_dialog.Create(kTestDialog));
+    m_dialog.ShowWindow(SW_SHOW);
+    EXPECT_EQ(m_dialog.SendMessage(DM_GETDEFID), static_cast<LRESULT>(MAKEWPARAM(IDOK, DC_HASDEFID)));
+    m_dialog.SendMessage(DM_SETDEFID, kCheck);
+    EXPECT_TRUE(DialogDriver(m_dialog).PressEnter());
+    EXPECT_EQ(m_dialog.events, "check1 ");
+    m_dialog.SendMessage(DM_SETDEFID, kDisabled);
+    EXPECT_FALSE(DialogDriver(m_dialog).PressEnter());
+    EXPECT_FALSE(m_dialog.HasEnded());
+}
+
+TEST_F(Dialogs, FocusTheirFirstControlUnlessToldOtherwise) {
+    ASSERT_TRUE(m_dialog.Create(kTestDialog));
+    EXPECT_EQ(CWnd::GetFocus(), m_dialog.GetDlgItem(kEdit));
+    m_dialog.SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(m_dialog.GetDlgItem(kCombo)->m_hWnd), 1);
+    EXPECT_EQ(CWnd::GetFocus(), m_dialog.GetDlgItem(kCombo));
+    m_dialog.DestroyWindow();
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+    m_dialog.focus_is_open = FALSE;
+    ASSERT_TRUE(m_dialog.Create(kTestDialog));
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+}
+
+TEST_F(Dialogs, AreDestroyedWhenAnExceptionPasses) {
+    m_dialog.on_check = [] { AfxThrowMemoryException(); };
+    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { DialogDriver(dialog).Press(kCheck); });
+    EXPECT_THROW(m_dialog.DoModal(), CMemoryException*);
+    EXPECT_EQ(m_dialog.m_hWnd, nullptr);
+}
+
+TEST_F(Dialogs, MayBeDestroyedByTheirOwnHandlers) {
+    ASSERT_TRUE(m_dialog.Create(kTestDialog));
+    const HWND check = m_dialog.GetDlgItem(kCheck)->m_hWnd;
+    m_dialog.on_check = [&] { m_dialog.DestroyWindow(); };
+    SendMessageA(check, BM_CLICK, 0, 0);
+    EXPECT_FALSE(IsWindow(check));
+    EXPECT_EQ(SendMessageA(check, BM_GETCHECK, 0, 0), 0);
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_WINDOW_HANDLE);
+}
+
+TEST_F(Dialogs, TellTheirListenerOfEveryChange) {
+    struct Listener : WindowListener {
+        void WindowChanged(CWnd&, WindowChange change) override { seen.push_back(change); }
+        std::vector<WindowChange> seen;
+    } listener;
+    ASSERT_TRUE(m_dialog.Create(kTestDialog));
+    m_dialog.SetChangeListener(&listener);
+    m_dialog.SetDlgItemText(kEdit, "x");
+    m_dialog.GetDlgItem(kEdit)->SendMessage(EM_SETSEL, 0, -1);
+    m_dialog.GetDlgItem(kCombo)->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("x"));
+    m_dialog.GetDlgItem(kCheck)->SendMessage(BM_SETCHECK, 1);
+    m_dialog.GetDlgItem(kCheck)->EnableWindow(FALSE);
+    m_dialog.GetDlgItem(kCheck)->EnableWindow(FALSE);
+    m_dialog.GetDlgItem(kHidden)->ShowWindow(SW_SHOW);
+    m_dialog.GetDlgItem(kCombo)->SetFocus();
+    m_dialog.SendMessage(DM_SETDEFID, kCheck);
+    m_dialog.MoveWindow(1, 2, 3, 4);
+    m_dialog.EndDialog(5);
+    m_dialog.DestroyWindow();
+    using enum WindowChange;
+    EXPECT_EQ(listener.seen, (std::vector{text, selection, list, check, enabled, visible, focus, default_button, rect,
+                                          ended, destroyed}));
+}
+
+/// A host's window, which keeps the messages that it gets.
+class HostWindow : public CWnd {
+  public:
+    std::vector<UINT> messages;
+
+  protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        messages.push_back(message);
+        return message == 1125 ? static_cast<LRESULT>(wParam) : CWnd::WindowProc(message, wParam, lParam);
+    }
+};
+
+TEST(HostWindows, ReceiveWhatIsSentToThemOnceTheyAreMade) {
+    HostWindow host;
+    EXPECT_EQ(host.SendMessage(1125, 12), 0) << "no window yet";
+    ASSERT_TRUE(host.CreateHostWindow("host"));
+    EXPECT_EQ(host.SendMessage(1125, 12), 12);
+    EXPECT_EQ(SendMessageA(host.m_hWnd, 1181, 0, 1), 0);
+    EXPECT_EQ(CWnd::FromHandle(host.m_hWnd), &host);
+    EXPECT_EQ(host.messages, (std::vector<UINT>{1125, 1181}));
+    AfxGetThread()->m_pMainWnd = &host;
+    host.SendMessage(WM_CLOSE);
+    EXPECT_EQ(host.m_hWnd, nullptr);
+    EXPECT_EQ(AfxGetMainWnd(), &host);
+    AfxGetThread()->m_pMainWnd = nullptr;
+}
+
+}  // namespace
