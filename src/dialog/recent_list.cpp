@@ -42,7 +42,7 @@ bool ReadRecentEntry(const char* list, int index, char (&out)[MAX_PATH]) {
 bool CZelTransDlg::RestoreRecentList(int index, char* list, char* out) {
     char text[MAX_PATH];
     if (!ReadRecentEntry(list, index, text)) return false;
-    std::strcpy(out, text);
+    std::memcpy(out, text, std::strlen(text) + 1);
     return true;
 }
 

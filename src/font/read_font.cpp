@@ -116,7 +116,7 @@ constexpr char kSampleRowName[] = "Zelmara Font File";
 
 /// What the user hears of an outcome.
 struct FontComplaint {
-    enum Kind { kSilent, kBox, kBoxUnlessSkipped, kFileError } kind;
+    enum Kind : std::uint8_t { kSilent, kBox, kBoxUnlessSkipped, kFileError } kind;
     const char* text;     // of a box, with %s for the opened file; null for a file error
     const char* caption;  // of a box; null for the usual one
     bool releases;        // the slot's blocks go; else they stay for the caller, who clears the slot

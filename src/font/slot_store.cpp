@@ -1,5 +1,5 @@
-#include <cstdio>
 #include <cstring>
+#include <string_view>
 
 #include "font/zel_font.h"
 #include "platform/framework/module_entry.h"
@@ -42,6 +42,22 @@ void CZelFont::ReleaseUnfinishedSlot(tag_font_memory* slot) {
     slot->font_copy = nullptr;
 }
 
+namespace {
+
+// The number in a face name of the form "Zelmara! (3) Name"; -1 for another form.
+int SlotOfLegacyFace(const LOGFONT& font) noexcept {
+    constexpr std::string_view kMark = "Zelmara! (";
+    char face[sizeof font.lfFaceName + 1] = {};
+    std::memcpy(face, font.lfFaceName, sizeof font.lfFaceName);
+    if (std::strncmp(face, kMark.data(), kMark.size()) != 0) return -1;
+    const char* const digits = face + kMark.size();
+    char* end = nullptr;
+    const long index = std::strtol(digits, &end, 10);
+    return end != digits && index >= INT_MIN && index <= INT_MAX ? static_cast<int>(index) : -1;
+}
+
+}  // namespace
+
 int CZelFont::FindZelmaraFont(LOGFONT& font) {
     constexpr std::size_t kBeforeFace = offsetof(LOGFONT, lfFaceName);
     for (int i = 0; i < kFontSlots; ++i) {
@@ -49,10 +65,7 @@ int CZelFont::FindZelmaraFont(LOGFONT& font) {
         if (known == nullptr || std::memcmp(known, &font, kBeforeFace) != 0) continue;
         if (std::strncmp(known->lfFaceName, font.lfFaceName, sizeof font.lfFaceName) == 0) return i;
     }
-    char face[sizeof font.lfFaceName + 1] = {};
-    std::memcpy(face, font.lfFaceName, sizeof font.lfFaceName);
-    int index = -1;
-    if (std::sscanf(face, "Zelmara! (%9d)", &index) != 1) index = -1;
+    const int index = SlotOfLegacyFace(font);
     if (IsValidFontIndex(index) && m_Slots[index].log_font != nullptr) font = *m_Slots[index].log_font;
     return index;
 }
