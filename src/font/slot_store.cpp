@@ -1,3 +1,5 @@
+#include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 
