@@ -1,7 +1,5 @@
 #include "host/message_document.h"
 
-#include <algorithm>
-#include <cstdio>
 #include <string_view>
 
 #include <nlohmann/json.hpp>
@@ -14,8 +12,12 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 std::string HexColour(COLORREF colour) {
-    char text[8];
-    std::snprintf(text, sizeof text, "#%02X%02X%02X", colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text = "#";
+    for (const int shift : {0, 8, 16}) {
+        text += kDigits[colour >> (shift + 4) & 15];
+        text += kDigits[colour >> shift & 15];
+    }
     return text;
 }
 

@@ -4,8 +4,12 @@
 #include <optional>
 #include <vector>
 
+#include "host/composite.h"
 #include "host/host_observer.h"
 #include "host/text_face.h"
+
+class CZelFont;
+class CZelMessage;
 
 inline constexpr int kPictureWidth = 720;  ///< pixels of a line in both video standards.
 
@@ -16,21 +20,32 @@ struct Picture {
     std::vector<std::uint8_t> rgba;
 };
 
-/// Composes the picture of each message while its characters arrive, the later ones over the earlier ones, on a clear
-/// ground: 720 x 486 pixels for NTSC and 720 x 576 for PAL, by the message's own standard.
+/// Composes the picture of each message on a clear ground, a later character over the earlier ones: 720 x 486 pixels
+/// for NTSC and 720 x 576 for PAL, by the message's own standard. A character in bitmap form lies where its record
+/// says; one in text form stands on the baseline that its bitmap would have stood on.
 class PictureComposer : public HostObserver {
   public:
     void OnSend(const SentMessage& message) override;
     void OnChar(const SentCharacter& character) override;
 
-    /// The last message whose characters arrived whole; nothing when there is none, as for an RGBA file. It is given
+    /// The picture of the last message that arrived whole; nothing when there is none, as for an RGBA file. It is given
     /// once.
     std::optional<Picture> TakePicture();
 
   private:
-    void DrawGlyph(const SentCharacter& character);
+    /// A character as it came, kept until the message with its rows arrives.
+    struct Arrived {
+        tag_CharInf info;
+        LOGFONT log_font;
+        unsigned character;
+    };
 
-    std::vector<std::uint8_t> m_canvas;  ///< as high as the higher standard; the message's own is known at its end.
-    int m_lines = 0;                     ///< 0 until the characters have arrived.
+    void Compose(const CZelMessage& message);
+    void LayText(const Canvas& canvas, const Arrived& arrived, const CZelMessage& message);
+
+    CZelFont* m_fonts = nullptr;        ///< of the message under way.
+    GlyphBitmaps* m_bitmaps = nullptr;  ///< of the message under way; null until a character has come.
+    std::vector<Arrived> m_arrived;
+    std::optional<Picture> m_picture;
     TextFaces m_faces;
 };

@@ -7,9 +7,11 @@
 
 #include "platform/settings_store.h"
 
+class SettingsDatabase;
+
 /// Settings in one SQLite file, settings.sqlite, of a directory that is made if it is missing. Each write is on the
 /// disk when the call returns; a second process sees it, and a crash leaves the values of before or after. The file is
-/// opened by the first call. A file that isn't a database is set aside under another name, and a fresh one begun.
+/// opened by the first call. A file that is damaged is set aside under another name, and a fresh one begun.
 class SqliteSettingsStore : public SettingsStore {
   public:
     explicit SqliteSettingsStore(std::filesystem::path directory);
@@ -35,11 +37,12 @@ class SqliteSettingsStore : public SettingsStore {
     bool SetValue(const std::string& key, const std::string& name, const RegistryValue& value) override;
 
   private:
-    class Database;
-    Database* Open();
+    SettingsDatabase* Open();
+    std::unique_ptr<SettingsDatabase> BeginAfresh(const std::filesystem::path& file);
+    bool Stored(bool stored, const SettingsDatabase* database);
 
     std::filesystem::path m_directory;
-    std::unique_ptr<Database> m_database;
+    std::unique_ptr<SettingsDatabase> m_database;
     bool m_tried = false;
     std::string m_note;
 };

@@ -1,0 +1,61 @@
+#include "host/composite.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace {
+
+/// The part of a box that lies on the canvas, in the box's own pixels.
+struct Part {
+    int left, top, right, bottom;
+};
+
+/// Sizes and places are those of the formats, 16 bits or so: their sums can't wrap.
+Part PartOn(const Canvas& canvas, int x, int y, int width, int height) noexcept {
+    return {std::max(0, -x), std::max(0, -y), std::min(width, canvas.width - x), std::min(height, canvas.height - y)};
+}
+
+std::uint8_t* PixelAt(const Canvas& canvas, int x, int y) noexcept {
+    const std::size_t index = static_cast<std::size_t>(y) * static_cast<std::size_t>(canvas.width);
+    return canvas.rgba.data() + (index + static_cast<std::size_t>(x)) * 4;
+}
+
+inline void LayPixel(Rgba source, std::uint8_t* pixel) noexcept {
+    const Rgba mixed = Over(source, {pixel[0], pixel[1], pixel[2], pixel[3]});
+    pixel[0] = mixed.red;
+    pixel[1] = mixed.green;
+    pixel[2] = mixed.blue;
+    pixel[3] = mixed.alpha;
+}
+
+}  // namespace
+
+void LayBitmap(const Canvas& canvas, int x, int y, int width, int height, std::span<const std::uint8_t> bgra) noexcept {
+    const Part part = PartOn(canvas, x, y, width, height);
+    for (int row = part.top; row < part.bottom && part.left < part.right; ++row) {
+        const auto from_bottom = static_cast<std::size_t>(height - 1 - row);
+        const std::uint8_t* source =
+            bgra.data() + (from_bottom * static_cast<std::size_t>(width) + static_cast<std::size_t>(part.left)) * 4;
+        std::uint8_t* pixel = PixelAt(canvas, x + part.left, y + row);
+        for (int column = part.left; column < part.right; ++column, source += 4, pixel += 4) {
+            if (source[3] != 0) LayPixel({source[2], source[1], source[0], source[3]}, pixel);
+        }
+    }
+}
+
+void LayColour(const Canvas& canvas, int x, int y, int width, int height, std::span<const std::uint8_t> coverage,
+               COLORREF colour) noexcept {
+    const Part part = PartOn(canvas, x, y, width, height);
+    Rgba paint{static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
+               static_cast<std::uint8_t>(colour >> 16), 0};
+    for (int row = part.top; row < part.bottom && part.left < part.right; ++row) {
+        const std::uint8_t* source = coverage.data() + static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +
+                                     static_cast<std::size_t>(part.left);
+        std::uint8_t* pixel = PixelAt(canvas, x + part.left, y + row);
+        for (int column = part.left; column < part.right; ++column, ++source, pixel += 4) {
+            if (*source == 0) continue;
+            paint.alpha = *source;
+            LayPixel(paint, pixel);
+        }
+    }
+}
