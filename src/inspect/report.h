@@ -35,9 +35,9 @@ struct RowReport {
     int bottom = 0;  ///< lines below y.
     bool empty = false;
     int characters = 0;
-    std::string text;              ///< in the order of the chain.
-    std::vector<int> slots;        ///< that its characters use, ascending.
-    std::vector<int> colour_sets;  ///< likewise.
+    std::vector<std::string> runs;  ///< the text in the order of the chain, cut where slot or colour set change.
+    std::vector<int> slots;         ///< that its characters use, ascending.
+    std::vector<int> colour_sets;   ///< likewise.
 };
 
 /// A font slot that names a font or that characters use.

@@ -42,6 +42,12 @@ std::string Joined(const std::vector<int>& numbers) {
     return text;
 }
 
+std::string RunsText(const std::vector<std::string>& runs) {
+    std::string text;
+    for (const std::string& run : runs) text.append(text.empty() ? "\"" : " \"").append(run).append("\"");
+    return text.empty() ? "-" : text;
+}
+
 std::size_t CountOf(int number) {
     return static_cast<std::size_t>(std::max(number, 0));
 }
@@ -174,7 +180,12 @@ void Writer::Rows(const MessageReport& message) {
     if (message.y_offset != 0) title += ", moved up by " + Count(CountOf(message.y_offset), "line") + " on import";
     Title(title);
     if (size == 0) return;
-    Line("    row     y   top  bottom  slots     colours   chars  text");
+    std::size_t slots = 7, colours = 9;  // columns
+    for (const RowReport& row : message.rows) {
+        slots = std::max(slots, Joined(row.slots).size() + 2);
+        colours = std::max(colours, Joined(row.colour_sets).size() + 2);
+    }
+    Line("    row     y   top  bottom  " + Left("slots", slots) + Left("colours", colours) + "chars  text");
     std::size_t listed = 0;
     for (std::size_t i = 0; i < size; ++i) {
         const RowReport& row = message.rows[i];
@@ -192,8 +203,8 @@ void Writer::Rows(const MessageReport& message) {
             continue;
         }
         Line("  " + Right(row.index, 5) + Right(row.y, 6) + Right(row.top, 6) + Right(row.bottom, 8) + "  " +
-             Left(Joined(row.slots), 10) + Left(Joined(row.colour_sets), 10) + Right(row.characters, 5) + "  " +
-             (row.characters == 0 ? "-" : '"' + row.text + '"'));
+             Left(Joined(row.slots), slots) + Left(Joined(row.colour_sets), colours) + Right(row.characters, 5) + "  " +
+             RunsText(row.runs));
     }
 }
 

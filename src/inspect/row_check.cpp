@@ -158,9 +158,14 @@ void RowChecker::CheckRow(int index, std::uint64_t present) {
 
 void RowChecker::CheckText(const tag_msg_row& row, const std::vector<int>& order, RowReport& out) {
     std::set<int> slots, colour_sets;
+    const tag_msg_char* before = nullptr;
     for (const int record : order) {
         const tag_msg_char& character = row.chars[record];
-        out.text += PrintableCode(character.Code());
+        if (before == nullptr || before->Font() != character.Font() || before->ColourSet() != character.ColourSet()) {
+            out.runs.emplace_back();
+        }
+        out.runs.back() += PrintableCode(character.Code());
+        before = &character;
         slots.insert(character.Font());
         colour_sets.insert(character.ColourSet());
         m_slots[character.Font()].Add(out.index);

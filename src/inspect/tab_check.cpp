@@ -15,7 +15,8 @@ std::string WhyRejected(const tag_tab_field& tab, const LoadedMessage& loaded) {
                std::to_string(loaded.header->RowCount() - 1);
     }
     if (tab.tab_start >= tab.tab_end) {
-        return "its start " + std::to_string(tab.tab_start) + " isn't left of its end " + std::to_string(tab.tab_end);
+        return "its start " + std::to_string(tab.tab_start + kXOffset) + " isn't left of its end " +
+               std::to_string(tab.tab_end + kXOffset);
     }
     return {};
 }

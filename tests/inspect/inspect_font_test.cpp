@@ -1,0 +1,122 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "inspect/sample_files.h"
+
+namespace {
+
+using inspect::FileReport;
+using inspect::Verdict;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+FileReport Inspect(const samples::FontFile& font) {
+    return inspect::InspectBytes(samples::WriteFont(font), ".0012");
+}
+
+TEST(InspectFont, TellsWhatAWholeFontHolds) {
+    const FileReport report = Inspect(GoodFont());
+    EXPECT_EQ(report.kind, inspect::FileKind::kFont);
+    EXPECT_EQ(report.verdict, Verdict::kWhole) << Lines(report.defects);
+    EXPECT_THAT(report.remarks, IsEmpty());
+    const inspect::FontReport& font = *report.font;
+    EXPECT_EQ(font.name, "Quay Bold");
+    EXPECT_EQ(font.id, "5021");
+    EXPECT_EQ(font.height, 40);
+    EXPECT_EQ(font.edge_type, 2);
+    EXPECT_EQ(font.edge_angle, 135);
+    EXPECT_EQ(font.stored_glyphs, 2);
+    EXPECT_EQ(font.run_coded_glyphs, 2);
+    EXPECT_EQ(font.without_glyph, 188);
+    ASSERT_TRUE(font.smallest && font.largest);
+    EXPECT_EQ(font.smallest->code, 67);
+    EXPECT_EQ(font.largest->code, 66);
+    EXPECT_EQ(font.largest->width, 8);
+    EXPECT_EQ(font.largest->height, 3);
+    EXPECT_EQ(report.sections.back().count, 2);
+    EXPECT_EQ(report.sections.back().offset + report.sections.back().size, report.size);
+}
+
+struct FontCase {
+    const char* name;
+    void (*break_it)(samples::FontFile&);
+    Verdict verdict;
+    const char* told;
+};
+void PrintTo(const FontCase& font, std::ostream* out) {
+    *out << font.name;
+}
+
+class BrokenFont : public testing::TestWithParam<FontCase> {};
+
+TEST_P(BrokenFont, IsToldWithWhatIsWrong) {
+    samples::FontFile font = GoodFont();
+    GetParam().break_it(font);
+    const FileReport report = Inspect(font);
+    EXPECT_EQ(report.verdict, GetParam().verdict);
+    const std::string told = GetParam().verdict == Verdict::kBroken  ? report.reason
+                             : GetParam().verdict == Verdict::kWhole ? Lines(report.remarks)
+                                                                     : Lines(report.defects);
+    EXPECT_THAT(told, HasSubstr(GetParam().told));
+}
+
+constexpr auto kBroken = Verdict::kBroken;
+constexpr auto kReadable = Verdict::kReadable;
+constexpr auto kWhole = Verdict::kWhole;
+using F = samples::FontFile;
+
+INSTANTIATE_TEST_SUITE_P(
+    RunCodes, BrokenFont,
+    testing::Values(FontCase{"a_glyph_begins_behind_the_data", [](F& f) { f.directory[65].glyph_offset = 5000; },
+                             kReadable, "1 run-coded glyph begins behind the encoding data (code 65 'A')"},
+                    FontCase{"a_glyph_runs_past_the_data", [](F& f) { f.encoding.resize(f.encoding.size() - 4); },
+                             kReadable, "1 run-coded glyph runs past the end of the encoding data (code 66 'B')"},
+                    FontCase{"a_glyph_never_ends",
+                             [](F& f) { f.AddRunCoded(70, samples::RunCodes(501, samples::EndOfLine()), 0, 0); },
+                             kReadable, "1 run-coded glyph goes on past 500 lines"},
+                    FontCase{"several_glyphs_are_told_in_one_line",
+                             [](F& f) { f.directory[65].glyph_offset = f.directory[66].glyph_offset = 5000; },
+                             kReadable, "2 run-coded glyphs begin behind the encoding data (codes 65 'A', 66 'B')"},
+                    FontCase{"the_data_are_never_read",
+                             [](F& f) {
+                                 f.header.font_flags = 0;
+                                 f.header.encoding_size = 24;
+                             },
+                             kReadable, "2 run-coded glyphs have no pixels, as no encoding data are read"},
+                    FontCase{"a_font_of_another_coding_shows_a_box",
+                             [](F& f) {
+                                 f.header.font_flags = 0;
+                                 f.directory[65] = f.directory[66] = {};
+                             },
+                             kWhole, "\"Tessor Encoded Data!\""}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(
+    StoredGlyphs, BrokenFont,
+    testing::Values(FontCase{"a_record_is_too_small_for_its_pixels", [](F& f) { f.stored[67].height = 4; }, kReadable,
+                             "1 stored glyph's record is too small for its pixels (code 67 'C')"},
+                    FontCase{"a_size_holds_no_pixels", [](F& f) { f.stored[67].width_word = 1; }, kReadable,
+                             "1 stored glyph has a size without pixels (code 67 'C')"},
+                    FontCase{"the_last_record_is_cut_short", [](F& f) { f.stored[68].length = 12 + 80 + 400; },
+                             kReadable, "1 stored glyph is cut short by the file's end (code 68 'D')"},
+                    FontCase{"a_length_leads_out_of_the_file", [](F& f) { f.stored[67].length = 100000; }, kBroken,
+                             "the file ends in its 2 stored glyphs"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(
+    Blocks, BrokenFont,
+    testing::Values(FontCase{"a_negative_auxiliary_block", [](F& f) { f.header.aux_block_size = -5; }, kBroken,
+                             "its auxiliary block has a negative size, -5"},
+                    FontCase{"a_negative_word_table", [](F& f) { f.header.word_table_size = 0x8001; }, kBroken,
+                             "its word table has a negative size, -32767"},
+                    FontCase{"a_negative_sample", [](F& f) { f.sample->b = {.width = -1, .height = 4}; }, kBroken,
+                             "a sample in it has a negative size"},
+                    FontCase{"a_sample_of_empty_rows", [](F& f) { f.sample->b = {.width = 0, .height = 4}; }, kBroken,
+                             "a sample in it has rows of no bytes"},
+                    FontCase{"encoding_data_that_the_file_cannot_hold", [](F& f) { f.header.encoding_size = 1U << 30; },
+                             kBroken, "its encoding data is cut short"},
+                    FontCase{"bytes_behind_the_end", [](F& f) { f.tail = {1}; }, kReadable,
+                             "1 byte behind the last section"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace

@@ -1,0 +1,96 @@
+#include <filesystem>
+#include <string_view>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "inspect/sample_files.h"
+#include "samples/name_lists.h"
+#include "samples/write_file.h"
+
+namespace {
+
+using inspect::FileKind;
+using inspect::FileReport;
+using inspect::Verdict;
+using testing::HasSubstr;
+
+FileReport Inspect(std::string_view content, std::string_view name = "file") {
+    return inspect::InspectBytes({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()}, name);
+}
+
+std::string BitstreamText() {
+    return samples::BitstreamList().Family("Lantern").Style("Bold", 21).Style("Italic", 22).Plain("Quay", 33).Written();
+}
+
+TEST(InspectNameLists, AreKnownByTheirContentAndByTheirName) {
+    const FileReport list = Inspect(BitstreamText());
+    EXPECT_EQ(list.kind, FileKind::kBitstreamList);
+    EXPECT_EQ(list.list->entries, 3);
+    const std::string typefaces = samples::TypefaceList().Typeface("DejaVu Sans", "Quay BT").Written();
+    EXPECT_EQ(Inspect(typefaces).kind, FileKind::kTypefaceList);
+    EXPECT_EQ(Inspect("", "D:\\MAPS\\Typeface_List.txt").kind, FileKind::kTypefaceList);
+    EXPECT_EQ(Inspect("two\nheadings\n", "maps/bitstream_fontlist.txt").verdict, Verdict::kWhole);
+    EXPECT_EQ(Inspect("some\nother\ntext\n").kind, FileKind::kText);
+}
+
+TEST(InspectNameLists, TellWhatIsUnusual) {
+    const FileReport report = Inspect(BitstreamText() + "Chrome\t33\n" + std::string(300, 'x') + "\t\t44");
+    EXPECT_THAT(Lines(report.remarks), HasSubstr("stand more than once, of which the last counts: 33"));
+    EXPECT_THAT(Lines(report.remarks), HasSubstr("the last line has no line end"));
+    EXPECT_THAT(Lines(report.defects), HasSubstr("1 line is longer than 198 characters"));
+    EXPECT_EQ(report.verdict, Verdict::kReadable);
+}
+
+struct ForeignCase {
+    const char* name;
+    std::string_view content;
+    const char* told;
+};
+void PrintTo(const ForeignCase& foreign, std::ostream* out) {
+    *out << foreign.name;
+}
+
+class ForeignFile : public testing::TestWithParam<ForeignCase> {};
+
+TEST_P(ForeignFile, IsToldByItsFirstBytes) {
+    const FileReport report = Inspect(GetParam().content);
+    EXPECT_EQ(report.verdict, Verdict::kForeign);
+    EXPECT_THAT(report.reason, HasSubstr(GetParam().told));
+}
+
+using namespace std::string_view_literals;
+INSTANTIATE_TEST_SUITE_P(Each, ForeignFile,
+                         testing::Values(ForeignCase{"nothing", ""sv, "it is empty"},
+                                         ForeignCase{"three_bytes", "\x00\x00\x02"sv, "00 00 02  \"...\""},
+                                         ForeignCase{"another_format", "\x89PNG\r\n\x1A\n\0\0"sv,
+                                                     "89 50 4E 47 0D 0A 1A 0A 00 00  \".PNG......\""},
+                                         ForeignCase{"another_byte_order", "\xBE\x02\0\0\0\0"sv,
+                                                     "its file type 702 stands in it with the bytes reversed"},
+                                         ForeignCase{"exchanged_pairs", "\0\0\xF4\x01\0\0"sv,
+                                                     "its file type 500 stands in it with each two bytes exchanged"},
+                                         ForeignCase{
+                                             "another_type", "\0\0\x02\xC1\0\0\0\0STILL PICTURE\0"sv,
+                                             "a file of type 705, \"STILL PICTURE\", that the import doesn't take"}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(InspectFile, ReadsAFileAndSaysWhyItCannot) {
+    const std::filesystem::path directory = std::filesystem::path(testing::TempDir()) / "inspect file";
+    const std::filesystem::path file = directory / ".0012";
+    samples::WriteWholeFile(file, samples::WriteMessage(GoodMessage()));
+    const FileReport report = inspect::InspectFile(file);
+    EXPECT_EQ(report.name, file.string());
+    EXPECT_EQ(report.verdict, Verdict::kWhole);
+    const auto why = [](const std::filesystem::path& path) {
+        try {
+            return inspect::InspectFile(path).reason;
+        } catch (const std::runtime_error& error) {
+            return std::string(error.what());
+        }
+    };
+    EXPECT_EQ(why(directory / "none"), "No such file or directory");
+    EXPECT_EQ(why(directory), "a directory, not a file");
+    EXPECT_EQ(why("/dev/null"), "not a plain file");
+}
+
+}  // namespace
