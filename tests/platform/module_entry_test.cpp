@@ -12,7 +12,10 @@ namespace {
 class ModuleLoading : public testing::Test {
   protected:
     void SetUp() override { ::unsetenv("MODULE_TRACE"); }
-    static std::string Trace() { return std::getenv("MODULE_TRACE"); }
+    static std::string Trace() {
+        const char* const trace = std::getenv("MODULE_TRACE");
+        return trace != nullptr ? trace : "";
+    }
 };
 
 TEST_F(ModuleLoading, CallsHookStaticsAndEntryInOrderAndBackwardsAtTheEnd) {

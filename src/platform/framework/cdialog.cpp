@@ -72,7 +72,7 @@ bool CDialog::MakeWindow() {
         if (first == nullptr && (control.flags & ctl_tab_stop) != 0 && made->shown && made->enabled) first = made;
     }
     const bool focusIsOpen = SendMessage(WM_INITDIALOG, static_cast<WPARAM>(ToParam(first)), 0) != 0;
-    if (focusIsOpen && IsWindow(first)) first->SetFocus();
+    if (focusIsOpen && first != nullptr && IsWindow(first)) first->SetFocus();
     if (m_hWnd != nullptr && !m_hasEnded && (source->style & WS_VISIBLE) != 0) m_hWnd->SetShown(true);
     return m_hWnd != nullptr;
 }
