@@ -27,7 +27,8 @@ ZEL_PLATFORM_API void MountDrive(char letter, const std::string& directory);
 ZEL_PLATFORM_API void MountUnreadableDrive(char letter, DWORD error);
 
 /// This system's path for a path in the module's form: separators turned, the drive letter replaced by its directory,
-/// and the case mended of as much of the path as exists in another. A path on a drive that isn't mounted keeps its letter.
+/// and the case mended of as much of the path as exists in another. A path on a drive that isn't mounted keeps its
+/// letter.
 ZEL_PLATFORM_API std::string NativePath(const char* modulePath);
 
 /// The module's form of a path of this system: slashes become backslashes, and a mounted directory in front becomes its
