@@ -1,0 +1,38 @@
+#include "cli/arguments.h"
+
+#include <algorithm>
+#include <cstdio>
+
+void SayError(const std::string& text) {
+    std::fprintf(stderr, "zeltrans: %s\n", text.c_str());
+}
+
+void SayNote(const std::string& text) {
+    std::fprintf(stderr, "note: %s\n", text.c_str());
+}
+
+std::string ShellWord(const std::string& path) {
+    const auto plain = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               std::string_view("/._-+,:@%").find(c) != std::string_view::npos;
+    };
+    if (!path.empty() && std::ranges::all_of(path, plain)) return path;
+    std::string word = "'";
+    for (const char c : path) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return word + "'";
+}
+
+void AddPath(CLI::App& command, const std::string& name, std::optional<std::string>& path, const std::string& type,
+             const std::string& description) {
+    const auto not_empty = [](const std::string& text) { return text.empty() ? "the path is empty" : std::string(); };
+    command.add_option(name, path, description)->type_name(type)->check(not_empty, "");
+}
+
+void AddSettings(CLI::App& command, std::optional<std::string>& directory) {
+    AddPath(command, "--settings", directory, "DIR",
+            "where the stored settings live [zeltrans in the user's configuration directory]");
+}
+
+void AddExample(CLI::App& command, const std::string& example) {
+    command.footer("Example:\n  " + example);
+}

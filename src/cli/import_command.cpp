@@ -1,0 +1,216 @@
+#include "cli/import_command.h"
+
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/output_file.h"
+#include "cli/settings_scope.h"
+#include "cli/warnings_printer.h"
+#include "host/import_run.h"
+#include "host/message_document.h"
+#include "host/picture.h"
+#include "host/png_writer.h"
+#include "host/trace.h"
+
+namespace {
+
+struct ImportArguments {
+    ImportRequest request;
+    std::optional<std::string> png, json, trace, settings;
+    TracePixels pixels = TracePixels::kNo;
+    bool warnings = false;
+    bool no_baseline_align = false;
+
+    bool TraceToStandardOutput() const { return trace == "-"; }
+};
+
+// The trace, on standard output or in a file that appears whole.
+class TraceOutput {
+  public:
+    TraceOutput(const std::string& path, TracePixels pixels)
+        : m_file(path == "-" ? nullptr : std::make_unique<OutputFile>(path)), m_writer(Stream(), pixels) {}
+
+    HostObserver& Observer() noexcept { return m_writer; }
+
+    void Commit() {
+        if (m_file) {
+            m_file->Commit();
+        } else if (!std::cout.flush()) {
+            throw CommandError("standard output: the trace can't be written");
+        }
+    }
+
+  private:
+    std::ostream& Stream() { return m_file ? m_file->Stream() : std::cout; }
+
+    std::unique_ptr<OutputFile> m_file;
+    TraceWriter m_writer;
+};
+
+std::string CountOf(std::size_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+// Fonts that the message names and that didn't arrive, by number.
+std::string MissingFonts(const MessageRecord& message) {
+    std::string numbers;
+    for (std::size_t slot = 0; slot < message.fonts.size(); ++slot) {
+        const std::uint16_t number = message.header.font_numbers[slot];
+        if (number == kNoFont || message.fonts[slot]) continue;
+        numbers += (numbers.empty() ? "" : ", ") + std::to_string(number);
+    }
+    return numbers;
+}
+
+class Import {
+  public:
+    explicit Import(const ImportArguments& arguments);
+
+    int Run();
+
+  private:
+    void WritePicture(const ImportOutcome& outcome);
+    void WriteDocument(const MessageRecord& message);
+    void SayWhatArrived(const ImportOutcome& outcome) const;
+
+    const ImportArguments& m_arguments;
+    SettingsScope m_settings;
+    std::unique_ptr<TraceOutput> m_trace;
+    std::unique_ptr<OutputFile> m_json;
+    std::string m_png;  // what --png leads to
+    PictureComposer m_picture;
+    std::string m_written;
+};
+
+// Whatever can't be written is told before the module is asked for anything.
+Import::Import(const ImportArguments& arguments) : m_arguments(arguments), m_settings(arguments.settings) {
+    if (arguments.png) m_png = CheckPlainOutput(*arguments.png);
+    if (arguments.json) m_json = std::make_unique<OutputFile>(*arguments.json);
+    if (arguments.trace) m_trace = std::make_unique<TraceOutput>(*arguments.trace, arguments.pixels);
+}
+
+int Import::Run() {
+    WarningsPrinter warnings;
+    std::vector<HostObserver*> observers;
+    if (m_trace) observers.push_back(&m_trace->Observer());
+    if (m_arguments.png) observers.push_back(&m_picture);
+    if (m_arguments.warnings) observers.push_back(&warnings);
+    const ImportOutcome outcome = RunImport(m_arguments.request, observers);
+    if (m_trace) m_trace->Commit();
+    if (!outcome.Done()) throw CommandError(outcome.failure);
+    if (m_arguments.png) WritePicture(outcome);
+    if (m_json && outcome.message) WriteDocument(*outcome.message);
+    SayWhatArrived(outcome);
+    if (!m_settings.Note().empty()) SayNote(m_settings.Note());
+    return kDone;
+}
+
+void Import::WritePicture(const ImportOutcome& outcome) {
+    const std::optional<Picture> picture = m_picture.TakePicture();
+    if (!picture) {
+        if (outcome.message && outcome.message->rgba) {
+            SayNote(m_arguments.request.message + " is an RGBA picture, which the host loads by itself; " +
+                    *m_arguments.png + " was not written");
+        }
+        return;
+    }
+    try {
+        WritePng(m_png, *picture);
+    } catch (const std::runtime_error& error) {
+        throw CommandError(error.what());
+    }
+    m_written += ", " + *m_arguments.png;
+}
+
+void Import::WriteDocument(const MessageRecord& message) {
+    constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
+    m_json->Stream() << MessageDocument(message, m_arguments.request.message).dump(2, ' ', false, kReplaceBadUtf8)
+                     << '\n';
+    m_json->Commit();
+    m_written += ", " + *m_arguments.json;
+}
+
+void Import::SayWhatArrived(const ImportOutcome& outcome) const {
+    std::string line = m_arguments.request.message + ": ";
+    if (!outcome.message) {
+        line += "an RGBA picture, not inserted";
+    } else if (outcome.message->rgba) {
+        line += std::string("an RGBA picture, inserted as ") + (outcome.message->object ? "an object" : "a background");
+    } else {
+        std::size_t characters = 0;
+        for (const CharacterRecord& character : outcome.message->characters)
+            characters += character.info.slot >= 0 ? 1 : 0;
+        line += CountOf(outcome.message->rows.size(), "row") + ", " + CountOf(characters, "character");
+        if (!outcome.message->tabs.empty()) line += ", " + CountOf(outcome.message->tabs.size(), "tab field");
+        const std::string missing = MissingFonts(*outcome.message);
+        if (!missing.empty()) {
+            SayNote("without font " + missing + ", which can't be found or read; rows end where they use it");
+        }
+        if (!outcome.glyph_failures.empty()) {
+            SayNote(CountOf(outcome.glyph_failures.size(), "glyph") +
+                    " couldn't be drawn: " + outcome.glyph_failures.front());
+        }
+    }
+    if (!m_written.empty()) line += "; wrote " + m_written.substr(2);
+    if (!m_arguments.TraceToStandardOutput()) std::cout << line << std::endl;
+}
+
+void AddInputs(CLI::App& command, ImportArguments& arguments) {
+    ImportRequest& request = arguments.request;
+    command.add_option("MESSAGE", request.message, "the message file, such as DISK/MESSAGES/.0012")
+        ->required()
+        ->type_name("");
+    AddPath(command, "--fonts", request.fonts, "DIR", "the font directory [MACHINE beside the message's directory]");
+    AddPath(command, "--maps", request.host.maps, "DIR", "the directory of the two name lists [none]");
+    AddPath(command, "--browse", request.browse, "FILE",
+            "the file that the file dialog for a missing font gives [cancelled]");
+    AddSettings(command, arguments.settings);
+}
+
+void AddOutputs(CLI::App& command, ImportArguments& arguments) {
+    AddPath(command, "--png", arguments.png, "FILE", "write the message's picture, 720 x 486 or 720 x 576 pixels");
+    AddPath(command, "--json", arguments.json, "FILE", "write the message as a JSON document");
+    AddPath(command, "--trace", arguments.trace, "FILE|-",
+            "write all that the host hears, one JSON object a line; - is standard output");
+    command.add_flag_callback(
+        "--pixels", [&arguments] { arguments.pixels = TracePixels::kYes; },
+        "with --trace: size and checksum of each character's pixels");
+}
+
+void AddChoices(CLI::App& command, ImportArguments& arguments) {
+    ImportRequest& request = arguments.request;
+    command.add_flag("--warnings", arguments.warnings,
+                     "import by the main dialog, and print each box on standard error");
+    AddChoice<BoxAnswer>(command, "--answer", request.box_answer,
+                         {{"yes", BoxAnswer::kYes}, {"no", BoxAnswer::kNo}, {"cancel", BoxAnswer::kCancel}},
+                         "answer of the prompt to browse for a missing font");
+    AddChoice<RgbaAnswer>(
+        command, "--rgba", request.rgba,
+        {{"object", RgbaAnswer::kObject}, {"background", RgbaAnswer::kBackground}, {"cancel", RgbaAnswer::kCancel}},
+        "how an RGBA picture is inserted");
+    AddChoice<int>(command, "--lines", request.host.lines, {{"486", 486}, {"576", 576}},
+                   "active lines of the host's video standard");
+    command.add_flag("--tt-convert", request.host.tt_convert,
+                     "send run-coded characters as text in an installed typeface");
+    command.add_flag("--no-baseline-align", arguments.no_baseline_align, "give text the vertical shift of its bitmap");
+}
+
+}  // namespace
+
+void AddImportCommand(CLI::App& app, CommandRun& run) {
+    const auto arguments = std::make_shared<ImportArguments>();
+    CLI::App& command = *app.add_subcommand(
+        "import", "Imports one message, and writes what arrives as a picture, a document or a trace.");
+    AddInputs(command, *arguments);
+    AddOutputs(command, *arguments);
+    AddChoices(command, *arguments);
+    AddExample(command, "zeltrans import DISK/MESSAGES/.0012 --maps DISK --png 0012.png");
+    command.callback([arguments, &run] {
+        arguments->request.road = arguments->warnings ? ImportRoad::kDialog : ImportRoad::kSilent;
+        arguments->request.host.baseline_align = !arguments->no_baseline_align;
+        run = [arguments] { return Import(*arguments).Run(); };
+    });
+}

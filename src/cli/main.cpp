@@ -1,0 +1,33 @@
+#include <exception>
+#include <iostream>
+#include <new>
+
+#include <CLI/CLI.hpp>
+
+#include "cli/arguments.h"
+#include "cli/import_command.h"
+#include "cli/info_command.h"
+#include "cli/sample_command.h"
+
+int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);  // a trace has many lines
+    CLI::App app("Imports Zelmara! messages and fonts through the ZelTrans module.", "zeltrans");
+    app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION);
+    app.require_subcommand(1);
+    CommandRun run;
+    AddImportCommand(app, run);
+    AddInfoCommand(app, run);
+    AddSampleCommand(app, run);
+    try {
+        app.parse(argc, argv);
+        return run();
+    } catch (const CLI::ParseError& error) {
+        // Help and version are no errors, and CLI11 prints them.
+        return app.exit(error) == 0 ? kDone : kWrongArguments;
+    } catch (const std::bad_alloc&) {
+        SayError("out of memory");
+    } catch (const std::exception& error) {
+        SayError(error.what());
+    }
+    return kNotDone;
+}

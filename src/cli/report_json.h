@@ -1,0 +1,9 @@
+#pragma once
+
+#include <string>
+
+#include "inspect/report.h"
+
+/// A report as one line of JSON, without a line end. Texts of the file are as in the report: bytes that aren't
+/// printable ASCII stand as \xNN.
+std::string ReportJson(const inspect::FileReport& report);
