@@ -1,6 +1,8 @@
 # Properties that every target of the project shares stand on one interface target, zel_build.
 add_library(zel_build INTERFACE)
 target_compile_options(zel_build INTERFACE -Wall -Wextra -Wpedantic -Wconversion -fno-strict-aliasing)
+# Without unique symbols, which would keep the module loaded for good.
+target_compile_options(zel_build INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 target_include_directories(zel_build INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
 # Width, sanitizers and counters hold for third-party sources (GoogleTest) too, so they are set for the whole tree.

@@ -30,6 +30,7 @@ CZelTransDlg::CZelTransDlg(CString& message_path, CString& font_dir) : m_sMessag
 
 CZelTransDlg::~CZelTransDlg() = default;
 
+// The host's contract hears a change of the id by notification 1024, which an edit sends before it shows the new text.
 BEGIN_MESSAGE_MAP(CZelTransDlg, CDialog)
 ON_BN_CLICKED(kBrowseFontButton, &CZelTransDlg::OnButtonBrowserFont)
 ON_BN_CLICKED(kReadButton, &CZelTransDlg::OnButtonRead)
@@ -41,7 +42,7 @@ ON_BN_CLICKED(kSkipWarningsCheck, &CZelTransDlg::OnCheckImportSkip)
 ON_WM_CLOSE()
 ON_BN_CLICKED(kCopyFilesButton, &CZelTransDlg::OnButtonZeltransCopyFiles)
 ON_BN_CLICKED(kFtpButton, &CZelTransDlg::OnButtonZeltransFTP)
-ON_EN_CHANGE(kMessageIdEdit, &CZelTransDlg::OnMessageNameChanged)
+ON_EN_UPDATE(kMessageIdEdit, &CZelTransDlg::OnMessageNameChanged)
 END_MESSAGE_MAP()
 
 namespace {
