@@ -1,0 +1,175 @@
+#include "support/module_fixture.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+
+#include "pipeline/module_state.h"
+#include "pipeline/zel_trans_export.h"
+#include "platform/system/files.h"
+#include "samples/write_file.h"
+
+namespace module_test {
+
+namespace {
+
+ModuleTest* g_test = nullptr;
+
+bool IsForHost(UINT message) {
+    return message == WM_PAINT || message > 1100;
+}
+
+}  // namespace
+
+FontSet::~FontSet() {
+    for (tag_font_memory& slot : m_Slots) {
+        ReleaseFontData(&slot);
+        delete slot.font_copy;
+    }
+}
+
+LRESULT ModuleTest::Window::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (IsForHost(message)) m_test.Hear({m_target, message, wParam, lParam});
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
+ModuleTest::ModuleTest() {
+    std::string name = (std::filesystem::temp_directory_path() / "zel-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no scratch directory");
+    m_disk = name;
+    for (const char* directory : {"MESSAGES", "MACHINE", "MAPS"}) std::filesystem::create_directory(Native(directory));
+    MountDrive('D', m_disk.string());
+    SetDesktop(&desktop);
+    SetSettingsStore(&settings);
+    m_host.CreateHostWindow("host");
+    m_main.CreateHostWindow("main");
+    AfxGetThread()->m_pMainWnd = &m_main;
+    g_test = this;
+    char map_dir[MAX_PATH] = "D:\\MAPS\\";
+    Register_GLV_OnChar(&ModuleTest::OnChar, map_dir);
+    CZelFont::m_bIgnoreErrors = 0;
+    CZelFont::m_bCancelFontBrowse = false;
+    CZelFont::m_iZelYOffset = 0;
+    CZelFont::m_SFontBrowseDir.Empty();
+    OpenDialog::M_sNextMessage.Empty();
+}
+
+ModuleTest::~ModuleTest() {
+    for (tag_font_memory& font : m_fonts) {
+        delete font.font_copy;
+        ReleaseFontBlocks(font);
+    }
+    CZelFont::m_SFontBrowseDir.Empty();
+    OpenDialog::M_sNextMessage.Empty();
+    g_test = nullptr;
+    g_pfnOnChar = nullptr;
+    AfxGetThread()->m_pMainWnd = nullptr;
+    SetSettingsStore(nullptr);
+    SetDesktop(nullptr);
+    MountDrive('D', "");
+    std::error_code ignored;
+    std::filesystem::remove_all(m_disk, ignored);
+}
+
+void ModuleTest::WriteFile(std::string_view name, std::span<const std::uint8_t> bytes) const {
+    samples::WriteWholeFile(Native(name), bytes);
+}
+
+void ModuleTest::WriteFile(std::string_view name, std::string_view text) const {
+    samples::WriteWholeFile(Native(name), text);
+}
+
+void ModuleTest::WriteMessage(const samples::MessageFile& message, const std::string& name) const {
+    WriteFile("MESSAGES/" + name, samples::WriteMessage(message));
+}
+
+void ModuleTest::WriteFont(unsigned number, const samples::FontFile& font) const {
+    WriteFile("MACHINE/" + samples::NumberedName(number), samples::WriteFont(font));
+}
+
+void ModuleTest::Import(const std::string& name) {
+    CString path(("D:\\MESSAGES\\" + name).c_str()), font_dir;
+    CZelTransExport().ReadZelmaraMessage(&m_host, path, font_dir);
+}
+
+void ModuleTest::RunDialog(std::function<void(DialogDriver&, CZelTransDlg&)> user) {
+    desktop.HandleDialog(kImportDialog, [&user](CDialog& dialog) {
+        DialogDriver driver(dialog);
+        driver.Type(kFontDirBox, "D:\\MACHINE");
+        driver.Type(kMessageDirBox, "D:\\MESSAGES");
+        user(driver, static_cast<CZelTransDlg&>(dialog));
+    });
+    CZelTransExport().ZelTranslation(&m_host);
+}
+
+void ModuleTest::OnChar(CWnd* host, tag_CharInf* info, unsigned character) {
+    EXPECT_EQ(host, &g_test->m_host);
+    g_test->chars.push_back({*info, *info->log_font, character});
+    g_test->m_order.emplace_back("char");
+}
+
+void ModuleTest::Hear(const WindowMessage& message) {
+    messages.push_back(message);
+    m_order.push_back(std::to_string(message.message));
+    if (message.message == 1157) {
+        for (const tag_font_memory& slot : reinterpret_cast<CZelFont*>(message.lParam)->m_Slots) {
+            if (slot.font_header != nullptr) m_fonts.push_back(slot);
+        }
+    }
+    if (on_message) on_message(message);
+}
+
+std::string ModuleTest::Order() const {
+    std::string order;
+    for (std::size_t i = 0; i < m_order.size();) {
+        std::size_t end = i + 1;
+        while (end < m_order.size() && m_order[i] == "char" && m_order[end] == "char") ++end;
+        order += (order.empty() ? "" : " ") + m_order[i] + (m_order[i] == "char" ? "*" + std::to_string(end - i) : "");
+        i = end;
+    }
+    return order;
+}
+
+std::vector<std::string> ModuleTest::Boxes() const {
+    std::vector<std::string> boxes;
+    for (const HeadlessDesktop::Box& box : desktop.Boxes()) boxes.push_back(box.caption + "|" + box.text);
+    return boxes;
+}
+
+std::vector<std::string> ModuleTest::NewBoxes() {
+    std::vector<std::string> boxes = Boxes();
+    boxes.erase(boxes.begin(), boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_seen));
+    m_boxes_seen += boxes.size();
+    return boxes;
+}
+
+samples::FontFile PlainFont(std::string_view name, std::string_view characters) {
+    samples::FontFile font;
+    font.header.font_name = name;
+    font.header.font_height = 40;
+    for (const char c : characters) {
+        font.AddRunCoded(static_cast<unsigned char>(c),
+                         {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::ColourRun(2, 255, 3),
+                          samples::EndOfLine(), samples::EndOfGlyph()},
+                         10, 5);
+    }
+    return font;
+}
+
+samples::StoredGlyph SolidGlyph(unsigned width, unsigned height, unsigned flags_word) {
+    samples::StoredGlyph glyph;
+    glyph.width = width;
+    glyph.height = height;
+    glyph.flags_word = flags_word;
+    for (unsigned i = 0; i < width * height; ++i) glyph.pixels.insert(glyph.pixels.end(), {255, 10, 20, 30});
+    return glyph;
+}
+
+samples::MessageFile MessageOf(std::vector<samples::RowText> rows) {
+    samples::MessageFile message;
+    message.header.font_numbers[0] = 1;
+    message.rows = std::move(rows);
+    return message;
+}
+
+}  // namespace module_test
