@@ -7,11 +7,6 @@
 #include "font/samples.h"
 #include "message/big_endian_cursor.h"
 
-std::uint8_t* AllocateSample(std::int16_t width, std::int16_t height) noexcept {
-    const std::size_t size = static_cast<std::size_t>(std::max(SampleBytes(width, height), 1));
-    return static_cast<std::uint8_t*>(std::calloc(size, 1));
-}
-
 namespace {
 
 // The sections of one font file, in file order. Each reader takes what it needs from m_file at m_offset and moves on.
