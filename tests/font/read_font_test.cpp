@@ -1,0 +1,260 @@
+// Finding a font's file, and what the user hears of one that can't be read.
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include "platform/framework/exceptions.h"
+#include "platform/system/registry.h"
+#include "samples/write_file.h"
+#include "support/module_fixture.h"
+
+namespace {
+
+using module_test::FontSet;
+using module_test::ModuleTest;
+using module_test::PlainFont;
+using samples::FontFile;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ReadFont : public ModuleTest {
+  protected:
+    void Store(const std::string& directory) {
+        const std::string key = "Software\\Kovesh\\Tavro\\ZelTrans\\FontDir";
+        settings.CreateKey(key);
+        settings.SetValue(key, "FontDir 0", {REG_SZ, {directory.c_str(), directory.c_str() + directory.size() + 1}});
+    }
+    void WriteAt(const std::string& name) { WriteFile(name, samples::WriteFont(PlainFont())); }
+    int Read(const char* directory = "D:\\MACHINE", int number = 12) {
+        path = directory;
+        return fonts.ReadFont(path, number, 3, false);
+    }
+
+    FontSet fonts;
+    CString path;
+};
+
+constexpr const char* kCandidates[] = {"MACHINE/.0012", "MACHINE/.12", "STORED/.0012", "STORED/.12", "BROWSED/.0012"};
+constexpr const char* kOpened[] = {"D:\\MACHINE\\.0012", "D:\\MACHINE\\.12", "D:\\STORED\\.0012", "D:\\STORED\\.12",
+                                   "D:\\BROWSED\\.0012"};
+
+TEST_F(ReadFont, TriesFiveNamesAndStopsAtTheFirst) {
+    Store("D:\\STORED");
+    CZelFont::m_SFontBrowseDir = "D:\\BROWSED";
+    for (const char* name : kCandidates) WriteAt(name);
+    for (std::size_t first = 0; first < std::size(kCandidates); ++first) {
+        FontSet set;
+        path = "D:\\MACHINE";
+        EXPECT_EQ(set.ReadFont(path, 12, 3, false), 1);
+        EXPECT_STREQ(set.m_Slots[3].file_name, kOpened[first]);
+        EXPECT_EQ(path, "D:\\MACHINE\\");
+        std::filesystem::remove(Native(kCandidates[first]));
+    }
+    WriteAt("BROWSED/.12");
+    EXPECT_EQ(Read(), 0) << "the browse directory knows the long name only";
+    EXPECT_EQ(CZelFont::m_SFontBrowseDir, "D:\\BROWSED");
+    EXPECT_THAT(NewBoxes(), ElementsAre("Couldn't Find Font File |Couldn't Find Zelmara! Font File: "
+                                        "D:\\MACHINE\\.0012\nWould you like to browse for this file?"));
+}
+
+TEST_F(ReadFont, StoredDirectoryTooLongForAPathIsLeftOut) {
+    Store("D:\\" + std::string(258, 's'));
+    CZelFont::m_bIgnoreErrors = 1;
+    EXPECT_EQ(Read(), 0);
+}
+
+struct NumberCase {
+    const char* directory;
+    int number;
+    const char* file;
+    const char* path;
+};
+
+TEST_F(ReadFont, PathComesBackWithItsBackslash) {
+    for (const char* name : {"MACHINE/.0012", "MACHINE/.0000", "MACHINE/.65534"}) WriteAt(name);
+    for (const NumberCase& row : {NumberCase{"D:\\MACHINE", 12, "D:\\MACHINE\\.0012", "D:\\MACHINE\\"},
+                                  NumberCase{"D:\\MACHINE\\", 0, "D:\\MACHINE\\.0000", "D:\\MACHINE\\"},
+                                  NumberCase{"D:/MACHINE", 65534, "D:/MACHINE\\.65534", "D:/MACHINE\\"}}) {
+        FontSet set;
+        path = row.directory;
+        EXPECT_EQ(set.ReadFont(path, row.number, 0, false), 1) << row.number;
+        EXPECT_STREQ(set.m_Slots[0].file_name, row.file);
+        EXPECT_EQ(path, row.path);
+    }
+    EXPECT_EQ(Read("", 12), 0);
+    EXPECT_EQ(path, "") << "an empty directory stays the current one";
+    EXPECT_THAT(NewBoxes(), ElementsAre(testing::HasSubstr("Font File: .0012\n")));
+    EXPECT_EQ(Read("D:\\MACHINE", -1), 0);
+    EXPECT_EQ(path, "D:\\MACHINE") << "no number, no search";
+    EXPECT_THAT(NewBoxes(), IsEmpty());
+}
+
+TEST_F(ReadFont, NoAtThePromptLeavesTheSlot) {
+    desktop.QueueBoxAnswer(IDNO);
+    EXPECT_EQ(Read(), 0);
+    EXPECT_EQ(path, "D:\\MACHINE\\");
+    EXPECT_EQ(desktop.Boxes()[0].style, 0x40033U);
+    EXPECT_EQ(desktop.Boxes()[0].owner, nullptr);
+    EXPECT_FALSE(CZelFont::m_bCancelFontBrowse);
+    EXPECT_EQ(fonts.m_Slots[3].font_header, nullptr);
+}
+
+TEST_F(ReadFont, CancelSilencesThePromptUntilItIsAllowedAgain) {
+    desktop.QueueBoxAnswer(IDCANCEL);
+    EXPECT_EQ(Read(), -1);
+    EXPECT_TRUE(CZelFont::m_bCancelFontBrowse);
+    EXPECT_EQ(Read(), 0);
+    EXPECT_EQ(desktop.Boxes().size(), 1U);
+    CZelFont::m_bCancelFontBrowse = false;
+    EXPECT_EQ(Read(), 0);
+    EXPECT_EQ(desktop.Boxes().size(), 2U);
+}
+
+TEST_F(ReadFont, YesBrowsesAndKeepsTheDirectory) {
+    WriteAt("ELSEWHERE/MY.FONT");
+    WriteAt("ELSEWHERE/.0013");
+    desktop.SetYesNoAnswer(IDYES);
+    desktop.QueueFile(Native("ELSEWHERE/MY.FONT").string());
+    EXPECT_EQ(Read(), 1);
+    EXPECT_STREQ(fonts.m_Slots[3].file_name, "D:\\ELSEWHERE\\MY.FONT");
+    EXPECT_EQ(path, "D:\\ELSEWHERE");
+    EXPECT_EQ(CZelFont::m_SFontBrowseDir, "D:\\ELSEWHERE");
+    const HeadlessDesktop::FileDialog& files = desktop.FileDialogs()[0];
+    EXPECT_EQ(files.title, "Browse for Font File");
+    EXPECT_EQ(files.initial_dir, "\\MACHINE\\");
+    EXPECT_EQ(files.initial_name, ".0012");
+    EXPECT_EQ(files.filter, ".*");
+    FontSet set;
+    path = "D:\\MACHINE";
+    EXPECT_EQ(set.ReadFont(path, 13, 0, false), 1) << "found where the user browsed before";
+}
+
+TEST_F(ReadFont, BrowsingThatEndsInNothingGivesNothing) {
+    desktop.SetYesNoAnswer(IDYES);
+    for (const auto& file : {std::optional<std::string>(), std::optional<std::string>("D:\\NOWHERE\\.0012")}) {
+        desktop.QueueFile(file);
+        EXPECT_EQ(Read(), 0);
+        EXPECT_EQ(path, "D:\\MACHINE\\");
+        EXPECT_TRUE(CZelFont::m_SFontBrowseDir.IsEmpty());
+    }
+}
+
+struct ComplaintCase {
+    const char* name;
+    void (*change)(FontFile&);
+    std::size_t cut;  // bytes of the file, 0 for all
+    std::vector<std::string> boxes, boxes_when_skipped;
+    int result = 0;
+    bool released = false;
+};
+
+std::string Couldnt(const char* what) {
+    return "Couldn't Read the Zelmara! Font File|Couldn't Read Zelmara! Font File's " + std::string(what) +
+           ": D:\\MACHINE\\.0012";
+}
+std::string FileError(const char* name) {
+    return "Tavro|An unknown error occurred while accessing " + std::string(name) + ".";
+}
+constexpr char kTessor[] = "ZELMARA Import|Tessor Encoded Data!";
+
+TEST_F(ReadFont, FailuresHaveTheirWords) {
+    const auto leading = [](FontFile& f) {
+        f.header.font_flags = 18;
+        f.first_sample = samples::SampleBlock{};
+        f.sample = samples::SampleBlock{};
+    };
+    const std::string directory = FileError("D:\\MACHINE\\"), file = FileError("D:\\MACHINE\\.0012"),
+                      rows = FileError("Zelmara Font File");
+    const std::size_t behind_codes = 2184 + PlainFont().encoding.size();
+    const ComplaintCase kCases[] = {
+        {"short Psos header", [](FontFile&) {}, 135, {Couldnt("Psos File Header")}, {}},
+        {"wrong type",
+         [](FontFile& f) { f.psos.file_type = 702; },
+         0,
+         {"Not an Zelmara Font File Type |Not an Zelmara! Font File: D:\\MACHINE\\.0012"},
+         {}},
+        {"short font header", [](FontFile&) {}, 263, {Couldnt("Font Header")}, {}},
+        {"short directory", [](FontFile&) {}, 2183, {Couldnt("Character Directory")}, {Couldnt("Character Directory")}},
+        {"short codes", [](FontFile&) {}, 2185, {Couldnt("Encoding Data")}, {Couldnt("Encoding Data")}},
+        {"short auxiliary block", [](FontFile& f) { f.header.aux_block_size = 9; }, 0, {file}, {file}, 0, true},
+        {"short leading codes", leading, 2185, {directory}, {directory}, 0, true},
+        {"short leading sample", leading, behind_codes + 9, {directory}, {directory}, 0, true},
+        {"short second sample", leading, behind_codes + 19, {kTessor, file}, {kTessor, file}, 0, true},
+        {"short sample row",
+         [](FontFile& f) {
+             f.sample = samples::SampleBlock{0, {2, 2, {1, 2, 3}}, {}};
+         },
+         0,
+         {rows},
+         {rows},
+         0,
+         true},
+        {"negative block", [](FontFile& f) { f.header.aux_block_size = -2; }, 0, {}, {}, 0, true},
+        {"not plain", [](FontFile& f) { f.header.font_flags = 0; }, 0, {kTessor}, {kTessor}, 1},
+        {"missing record", [](FontFile& f) { f.directory[0].glyph_kind = 170; }, 0, {file}, {file}, 0, true},
+    };
+    for (const ComplaintCase& row : kCases) {
+        SCOPED_TRACE(row.name);
+        FontFile font = PlainFont();
+        row.change(font);
+        samples::Bytes bytes = samples::WriteFont(font);
+        if (row.cut != 0) bytes.resize(row.cut);
+        WriteFile("MACHINE/.0012", bytes);
+        for (const int skip : {0, 1}) {
+            CZelFont::m_bIgnoreErrors = skip;
+            FontSet set;
+            path = "D:\\MACHINE";
+            EXPECT_EQ(set.ReadFont(path, 12, 3, false), row.result);
+            EXPECT_EQ(NewBoxes(), skip != 0 ? row.boxes_when_skipped : row.boxes);
+            EXPECT_EQ(set.m_Slots[3].font_copy != nullptr, row.result == 1);
+            if (row.released) {
+                EXPECT_EQ(set.m_Slots[3].psos_header, nullptr);
+            }
+        }
+    }
+    for (const HeadlessDesktop::Box& box : desktop.Boxes())
+        EXPECT_EQ(box.style, box.caption == "ZELMARA Import" || box.caption == "Tavro" ? 0U : 48U) << box.text;
+}
+
+TEST_F(ReadFont, FilledSlotIsSharedByItsCopy) {
+    WriteAt("MACHINE/.0012");
+    ASSERT_EQ(Read(), 1);
+    const tag_font_memory& slot = fonts.m_Slots[3];
+    ASSERT_NE(slot.font_copy, nullptr);
+    EXPECT_EQ(slot.font_copy->font_header, slot.font_header);
+    EXPECT_EQ(slot.font_copy->encoding_data, slot.encoding_data);
+    EXPECT_EQ(slot.font_copy->log_font, slot.log_font);
+    EXPECT_EQ(slot.font_copy->effect_params, slot.effect_params);
+    EXPECT_EQ(slot.font_copy->font_copy, slot.font_copy);
+    EXPECT_STREQ(slot.font_copy->file_name, "D:\\MACHINE\\.0012");
+}
+
+TEST_F(ReadFont, WriteSampleDataReadsFromTheFilesPosition) {
+    WriteFile("SAMPLES", "xABCDEFGH");
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(Native("SAMPLES").c_str(), "rb"),
+                                                               &std::fclose);
+    std::fgetc(file.get());
+    tag_graphic_rectangle a, b;
+    fonts.write_sample_data(file.get(), &a, &b, {0, 2, 3, 1, 2});
+    EXPECT_EQ(std::string(a.data, a.data + 6), "ABCDEF");
+    EXPECT_EQ(std::string(b.data, b.data + 2), "GH");
+    EXPECT_EQ(a.width * 10 + a.height, 23);
+    EXPECT_EQ(std::ftell(file.get()), 9);
+    std::free(a.data);
+    std::free(b.data);
+    std::rewind(file.get());
+    a.data = b.data = nullptr;
+    try {
+        fonts.write_sample_data(file.get(), &a, &b, {0, 4, 2, 2, 1});
+        ADD_FAILURE() << "the last row is short by a byte";
+    } catch (CFileException* error) {
+        EXPECT_EQ(error->m_cause, 1);
+        EXPECT_EQ(error->m_lOsError, -1);
+        EXPECT_EQ(error->m_strFileName, "Zelmara Font File");
+        error->Delete();
+    }
+    std::free(a.data);
+    EXPECT_THROW(fonts.write_sample_data(file.get(), &a, &b, {0, 4, -2, 0, 0}), CMemoryException*);
+}
+
+}  // namespace
