@@ -1,9 +1,11 @@
 #include "host/failure_text.h"
 
+#include <array>
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <optional>
+#include <system_error>
 
 #include "dialog/zel_trans_dlg.h"
 #include "host/import_run.h"
@@ -24,21 +26,22 @@ std::string DirectoryTrouble(const std::string& what, const std::string& module_
     return text + " could not be used";
 }
 
-/// The file type that the file's first bytes tell; nothing when it has fewer than four.
+/// The file's type; nothing when the file ends within its first header.
 std::optional<std::uint32_t> FileType(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    unsigned char bytes[4] = {};
-    if (!file.read(reinterpret_cast<char*>(bytes), sizeof bytes)) return std::nullopt;
-    return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
-           static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+    std::array<char, sizeof(tag_psos_header)> bytes{};
+    if (!file.read(bytes.data(), bytes.size())) return std::nullopt;
+    std::uint32_t type = 0;
+    for (std::size_t byte = 0; byte < sizeof type; ++byte) type = type << 8 | static_cast<unsigned char>(bytes[byte]);
+    return type;
 }
 
 std::string LoadTrouble(const ImportPaths& paths, const ImportOutcome& outcome) {
     if (!outcome.boxes.empty()) return OneLine(outcome.boxes.back().text);
-    const std::string path = NativePath(paths.message.c_str());
-    const std::optional<std::uint32_t> type = FileType(path);
-    if (type == kFontFileType) return "not a message file but a font file";
-    if (type && *type != kMessageFileType && !IsRgbaFileType(*type)) {
+    const std::optional<std::uint32_t> type = FileType(NativePath(paths.message.c_str()));
+    if (!type) return "the message file ends within its first header";
+    if (*type == kFontFileType) return "not a message file but a font file";
+    if (*type != kMessageFileType && !IsRgbaFileType(*type)) {
         return "not a message file: its type is " + std::to_string(*type) + ", a message's is " +
                std::to_string(kMessageFileType);
     }

@@ -7,6 +7,9 @@ namespace {
 /// Milliseconds that a call waits for a second process to end its write.
 constexpr int kBusyTimeout = 5000;
 
+/// Of the tables below, kept in the file.
+constexpr std::int64_t kVersion = 1;
+
 /// Names are compared without regard to the case of ASCII letters, which is what NOCASE does.
 constexpr const char* kSchema[] = {
     "CREATE TABLE IF NOT EXISTS profile (section TEXT NOT NULL COLLATE NOCASE, entry TEXT NOT NULL COLLATE NOCASE,"
@@ -91,16 +94,29 @@ SettingsDatabase::SettingsDatabase(const std::filesystem::path& file) {
 SettingsDatabase::State SettingsDatabase::Check() {
     sqlite3_extended_result_codes(m_handle.get(), 1);
     sqlite3_busy_timeout(m_handle.get(), kBusyTimeout);
-    bool good = Run("PRAGMA synchronous = FULL");
+    // A write-ahead log costs one wait for the disk at each write, a rollback journal three. The log stays when the
+    // file is closed: whoever opens the file next takes it over.
+    sqlite3_db_config(m_handle.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    bool good = Run("PRAGMA journal_mode = WAL") && Run("PRAGMA synchronous = FULL");
     {
         SettingsStatement check = Prepare("PRAGMA quick_check(1)");
         const bool answered = good && check.Next();
         if (answered && check.Bytes(0) != "ok") return State::kDamaged;
         good = answered;
     }
-    for (const char* table : kSchema) good = good && Run(table);
-    if (good) return State::kReady;
+    if (good && MakeTables()) return State::kReady;
     return IsDamage(sqlite3_errcode(m_handle.get())) ? State::kDamaged : State::kUnusable;
+}
+
+bool SettingsDatabase::MakeTables() {
+    SettingsStatement version = Prepare("PRAGMA user_version");
+    if (!version.Next()) return false;
+    if (version.Int(0) == kVersion) return true;
+    version.Run();
+    SettingsTransaction transaction(*this);  // one wait for the disk, not one for each table
+    bool made = transaction.IsOpen();
+    for (const char* table : kSchema) made = made && Run(table);
+    return made && Run("PRAGMA user_version = 1") && transaction.Commit();
 }
 
 std::string SettingsDatabase::Error() const {

@@ -54,6 +54,7 @@ class SettingsDatabase {
 
   private:
     State Check();
+    bool MakeTables();
 
     struct Close {
         void operator()(sqlite3* database) const noexcept;

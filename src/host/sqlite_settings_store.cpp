@@ -96,7 +96,8 @@ std::unique_ptr<SettingsDatabase> SqliteSettingsStore::BeginAfresh(const std::fi
     const std::filesystem::path aside = FreeName(file);
     std::error_code error;
     std::filesystem::rename(file, aside, error);
-    std::filesystem::remove(file.string() + "-journal", error);  // it belongs to the damaged file
+    std::filesystem::rename(file.string() + "-wal", aside.string() + "-wal", error);  // the log of the last writes
+    std::filesystem::remove(file.string() + "-shm", error);
     m_note = file.string() + ": the stored settings were damaged; they are kept as " + aside.filename().string() +
              ", and the settings start afresh";
     return std::make_unique<SettingsDatabase>(file);
@@ -128,6 +129,7 @@ std::optional<std::string> SqliteSettingsStore::GetProfileText(const std::string
 bool SqliteSettingsStore::SetProfileInt(const std::string& section, const std::string& entry, int value) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
+    if (GetProfileInt(section, entry) == value) return true;  // a write waits for the disk
     auto write = database->Prepare("REPLACE INTO profile (section, entry, number) VALUES (?, ?, ?)");
     return Stored(write.Bind(section).Bind(entry).Bind(std::int64_t{value}).Run(), database);
 }
@@ -136,6 +138,7 @@ bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::
                                          const std::string& text) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
+    if (GetProfileText(section, entry) == text) return true;
     auto write = database->Prepare("REPLACE INTO profile (section, entry, text) VALUES (?, ?, ?)");
     return Stored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
 }
@@ -186,6 +189,7 @@ std::optional<RegistryValue> SqliteSettingsStore::GetValue(const std::string& ke
 bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& name, const RegistryValue& value) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
+    if (GetValue(key, name) == value) return true;
     SettingsTransaction transaction(*database);  // the key must not go between the question and the write
     if (!transaction.IsOpen()) return Stored(false, database);
     if (!HasKey(*database, key)) return false;

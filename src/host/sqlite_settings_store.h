@@ -9,9 +9,10 @@
 
 class SettingsDatabase;
 
-/// Settings in one SQLite file, settings.sqlite, of a directory that is made if it is missing. Each write is on the
-/// disk when the call returns; a second process sees it, and a crash leaves the values of before or after. The file is
-/// opened by the first call. A file that is damaged is set aside under another name, and a fresh one begun.
+/// Settings in one SQLite file, settings.sqlite with its log beside it, of a directory that is made if it is missing.
+/// Each write is on the disk when the call returns; a second process sees it, and a crash leaves the values of before
+/// or after. The file is opened by the first call. A file that is damaged is set aside under another name, and a fresh
+/// one begun.
 class SqliteSettingsStore : public SettingsStore {
   public:
     explicit SqliteSettingsStore(std::filesystem::path directory);

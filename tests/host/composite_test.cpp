@@ -1,0 +1,110 @@
+#include "host/composite.h"
+
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct OverCase {
+    const char* name;
+    Rgba source, ground, result;
+};
+void PrintTo(const OverCase& over, std::ostream* out) {
+    *out << over.name;
+}
+class StraightAlpha : public testing::TestWithParam<OverCase> {};
+TEST_P(StraightAlpha, IsLaidOverStraightAlpha) {
+    EXPECT_EQ(Over(GetParam().source, GetParam().ground), GetParam().result);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Each, StraightAlpha,
+    testing::Values(OverCase{"nothing_leaves_the_ground", {9, 9, 9, 0}, {1, 2, 3, 4}, {1, 2, 3, 4}},
+                    OverCase{"a_full_source_hides_the_ground", {9, 8, 7, 255}, {1, 2, 3, 4}, {9, 8, 7, 255}},
+                    OverCase{"a_clear_ground_adds_no_colour", {9, 8, 7, 3}, {200, 200, 200, 0}, {9, 8, 7, 3}},
+                    OverCase{
+                        "half_on_half_covers_three_quarters", {255, 0, 0, 128}, {0, 0, 255, 128}, {170, 0, 85, 192}},
+                    OverCase{"one_colour_stays_itself", {77, 77, 77, 10}, {77, 77, 77, 200}, {77, 77, 77, 202}},
+                    OverCase{"half_on_full_is_the_mean", {100, 0, 0, 128}, {0, 100, 0, 255}, {50, 50, 0, 255}}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(StraightAlpha, AgreesWithTheFormulaEverywhere) {
+    for (unsigned source_alpha = 1; source_alpha < 256; source_alpha += 2) {
+        for (unsigned ground_alpha = 0; ground_alpha < 256; ground_alpha += 3) {
+            const double s = source_alpha / 255.0, g = ground_alpha / 255.0 * (1 - s);
+            const Rgba mixed = Over({200, 30, 0, static_cast<std::uint8_t>(source_alpha)},
+                                    {10, 250, 255, static_cast<std::uint8_t>(ground_alpha)});
+            ASSERT_NEAR(mixed.alpha, (s + g) * 255, 0.5001);
+            ASSERT_NEAR(mixed.red, (200 * s + 10 * g) / (s + g), 0.5001);
+            ASSERT_NEAR(mixed.green, (30 * s + 250 * g) / (s + g), 0.5001);
+        }
+    }
+}
+
+/// A canvas of 3 x 2 pixels, read back as one letter each: the red channel's, '.' for a clear pixel.
+class SmallCanvas : public testing::Test {
+  protected:
+    std::string Drawn() const {
+        std::string text;
+        for (int row = 0; row < 2; ++row) {
+            for (int column = 0; column < 3; ++column) {
+                const std::uint8_t* pixel = &m_bytes[static_cast<std::size_t>(row * 3 + column) * 4];
+                text += pixel[3] != 0 ? static_cast<char>(pixel[0]) : '.';
+            }
+            text += row == 0 ? "|" : "";
+        }
+        return text;
+    }
+    /// A bitmap of 2 x 2 pixels, bottom row first: "ab" above "cd".
+    static std::vector<std::uint8_t> Bitmap() {
+        return {1, 2, 'c', 255, 1, 2, 'd', 255, 1, 2, 'a', 255, 1, 2, 'b', 255};
+    }
+
+    std::array<std::uint8_t, 24> m_bytes{};
+    Canvas m_canvas{3, 2, m_bytes};
+};
+
+struct PlaceCase {
+    const char* name;
+    int x, y;
+    const char* drawn;
+};
+void PrintTo(const PlaceCase& place, std::ostream* out) {
+    *out << place.name;
+}
+class BitmapPlace : public SmallCanvas, public testing::WithParamInterface<PlaceCase> {};
+TEST_P(BitmapPlace, IsCutToTheCanvas) {
+    LayBitmap(m_canvas, GetParam().x, GetParam().y, 2, 2, Bitmap());
+    EXPECT_EQ(Drawn(), GetParam().drawn);
+}
+INSTANTIATE_TEST_SUITE_P(Each, BitmapPlace,
+                         testing::Values(PlaceCase{"inside", 1, 0, ".ab|.cd"},
+                                         PlaceCase{"over_the_left_edge", -1, 0, "b..|d.."},
+                                         PlaceCase{"over_the_right_edge", 2, 0, "..a|..c"},
+                                         PlaceCase{"over_the_upper_edge", 0, -1, "cd.|..."},
+                                         PlaceCase{"over_the_lower_edge", 0, 1, "...|ab."},
+                                         PlaceCase{"left_of_the_canvas", -2, 0, "...|..."},
+                                         PlaceCase{"right_of_the_canvas", 3, 0, "...|..."},
+                                         PlaceCase{"below_the_canvas", 0, 2, "...|..."},
+                                         PlaceCase{"far_away", 100000, -100000, "...|..."}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(SmallCanvas, TakesBlueGreenRedFromABitmap) {
+    LayBitmap(m_canvas, 0, 0, 2, 2, Bitmap());
+    EXPECT_EQ(m_bytes[0], 'a');
+    EXPECT_EQ(m_bytes[1], 2);
+    EXPECT_EQ(m_bytes[2], 1);
+}
+
+TEST_F(SmallCanvas, TakesAColourWhereTheCoverageLetsItThrough) {
+    const std::vector<std::uint8_t> coverage{255, 0, 128, 255};
+    LayColour(m_canvas, 1, 0, 2, 2, coverage, RGB('r', 'g', 'b'));
+    EXPECT_EQ(Drawn(), ".r.|.rr");
+    EXPECT_EQ(m_bytes[5], 'g');
+    EXPECT_EQ(m_bytes[6], 'b');
+    EXPECT_EQ(m_bytes[16 + 3], 128);
+}
+
+}  // namespace

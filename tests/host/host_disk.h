@@ -1,0 +1,99 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "host/import_run.h"
+#include "platform/memory_settings_store.h"
+#include "samples/font_writer.h"
+#include "samples/message_writer.h"
+#include "samples/name_lists.h"
+#include "samples/scratch_directory.h"
+#include "samples/write_file.h"
+
+/// A disk with MESSAGES, MACHINE and empty name lists, settings of its own, and an import in a few words.
+class HostDisk : public testing::Test {
+  protected:
+    HostDisk() : m_previous(SetSettingsStore(&m_settings)) {
+        std::filesystem::create_directories(m_scratch.Path() / "MESSAGES");
+        std::filesystem::create_directories(m_scratch.Path() / "MACHINE");
+        samples::WriteWholeFile(Path(std::string(samples::kBitstreamListName)), samples::BitstreamList().Written());
+        samples::WriteWholeFile(Path(std::string(samples::kTypefaceListName)), samples::TypefaceList().Written());
+        m_request.message = Path("MESSAGES/.0001");
+        m_request.host.maps = m_scratch.Path().string();
+    }
+    ~HostDisk() override { SetSettingsStore(m_previous); }
+
+    std::string Path(const std::string& name) const { return (m_scratch.Path() / name).string(); }
+
+    void WriteMessage(const samples::MessageFile& message, const std::string& name = ".0001") const {
+        samples::WriteWholeFile(Path("MESSAGES/" + name), samples::WriteMessage(message));
+    }
+    void WriteFont(const samples::FontFile& font, unsigned number = 1) const {
+        samples::WriteWholeFile(Path("MACHINE/" + samples::NumberedName(number)), samples::WriteFont(font));
+    }
+
+    ImportOutcome Import(std::vector<HostObserver*> observers = {}) { return RunImport(m_request, observers); }
+
+    /// A font whose characters A to C are blocks of the face colour, 4 x 2 pixels and a blank line above and below,
+    /// which stand on the baseline.
+    static samples::FontFile BlockFont() {
+        samples::FontFile font;
+        font.header.font_name = "Block";
+        font.header.font_id_text = "0001";
+        font.header.font_height = 20;
+        const samples::RunCodes codes{samples::ColourRun(1, 255, 4), samples::EndOfLine(),
+                                      samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()};
+        for (const unsigned code : {'A', 'B', 'C'}) font.AddRunCoded(code, codes, 3, 4);
+        return font;
+    }
+
+    /// A font whose character A is a stored glyph of 2 x 2 opaque red pixels.
+    static samples::FontFile StoredFont() {
+        samples::FontFile font;
+        font.header.font_name = "Stored";
+        font.header.font_height = 20;
+        samples::Bytes pixels;
+        for (int pixel = 0; pixel < 4; ++pixel) pixels.insert(pixels.end(), {255, 0, 0, 255});
+        font.AddStored('A', {.width = 2, .height = 2, .pixels = pixels}, 2, 2);
+        return font;
+    }
+
+    /// An NTSC message whose one row, at line 100 of the picture, says `text` in font 1.
+    static samples::MessageFile OneRow(std::string_view text) {
+        samples::MessageFile message;
+        message.header.font_numbers[0] = 1;
+        samples::CharCell like;
+        like.char_y = 10;
+        like.colour_set = 2;
+        message.rows.push_back(samples::RowFromText(120, text, 50, 10, like));
+        message.rows.back().row_bottom = 20;
+        return message;
+    }
+
+    samples_test::ScratchDirectory m_scratch;
+    MemorySettingsStore m_settings;
+    SettingsStore* m_previous;
+    ImportRequest m_request;
+};
+
+/// Notes what happens as short words: "1157 char 1181".
+class OrderRecorder : public HostObserver {
+  public:
+    void OnBox(const HeadlessDesktop::Box& box) override { Note("box:" + box.caption); }
+    void OnSend(const SentMessage& message) override { Note(std::to_string(message.message)); }
+    void OnChar(const SentCharacter& /*character*/) override { Note("char"); }
+    void OnMessage(const MessageRecord& /*message*/) override { Note("message"); }
+    void OnException(const std::string& /*text*/) override { Note("exception"); }
+    void OnEnd(const RunEnd& /*end*/) override { Note("end"); }
+
+    std::string order;
+
+  private:
+    void Note(const std::string& word) { order += order.empty() ? word : " " + word; }
+};

@@ -1,0 +1,256 @@
+#include "host/import_run.h"
+
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/host_disk.h"
+#include "host/trace.h"
+#include "pipeline/module_state.h"
+#include "platform/framework/cwinapp.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class ImportRun : public HostDisk {
+  protected:
+    std::string TraceOf(TracePixels pixels = TracePixels::kYes) {
+        std::ostringstream out;
+        TraceWriter trace(out, pixels);
+        Import({&trace});
+        return out.str();
+    }
+};
+
+TEST_F(ImportRun, BringsAMessageFromItsFilesToTheHost) {
+    WriteFont(BlockFont());
+    WriteMessage(OneRow("CAB"));
+    OrderRecorder recorder;
+    const ImportOutcome outcome = Import({&recorder});
+    EXPECT_EQ(recorder.order, "1212 1157 char char char 1181 1180 1213 15 message end");
+    EXPECT_TRUE(outcome.Done()) << outcome.failure;
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.next_id, ".0002");
+    EXPECT_EQ(outcome.y_offset, 20);
+    EXPECT_THAT(outcome.order_breaches, IsEmpty());
+    ASSERT_TRUE(outcome.message.has_value());
+    ASSERT_EQ(outcome.message->rows.size(), 1U);
+    EXPECT_EQ(outcome.message->rows[0].text, "CAB");
+    EXPECT_EQ(outcome.message->rows[0].y, 100);
+    ASSERT_EQ(outcome.message->characters.size(), 3U);
+    const CharacterRecord& first = outcome.message->characters[0];
+    EXPECT_EQ(first.character, unsigned{'C'});
+    EXPECT_EQ(first.font_slot, 0);
+    EXPECT_EQ(first.info.x, 57);
+    EXPECT_EQ(first.info.log_font, nullptr);
+    EXPECT_STREQ(first.log_font.lfFaceName, "Zelmara! (0) Block");
+    EXPECT_EQ(outcome.message->fonts[0]->header.Name(), "Block");
+}
+
+TEST_F(ImportRun, TakesBothRoadsToTheSameMessage) {
+    WriteFont(BlockFont());
+    WriteMessage(OneRow("AB"));
+    const std::string silent = TraceOf();
+    m_request.road = ImportRoad::kDialog;
+    EXPECT_EQ(TraceOf(), silent);
+    EXPECT_THAT(silent, HasSubstr("\"pixels\":{\"left\":0,\"top\":0,\"right\":4,\"bottom\":4,\"crc32\":"));
+}
+
+TEST_F(ImportRun, FindsARelativePathFromTheCurrentDirectory) {
+    WriteFont(BlockFont());
+    WriteMessage(OneRow("A"));
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(m_scratch.Path());
+    m_request.message = "MESSAGES/.0001";
+    const ImportOutcome outcome = Import();
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(outcome.Done()) << outcome.failure;
+    EXPECT_EQ(outcome.message->characters.size(), 1U);
+}
+
+TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
+    WriteFont(BlockFont());
+    WriteMessage(OneRow("A"));
+    m_request.host.tt_convert = true;
+    m_request.host.baseline_align = false;
+    for (const ImportRoad road : {ImportRoad::kSilent, ImportRoad::kDialog}) {
+        m_request.road = road;
+        const ImportOutcome outcome = Import();
+        ASSERT_TRUE(outcome.message.has_value()) << outcome.failure;
+        const CharacterRecord& character = outcome.message->characters.at(0);
+        EXPECT_EQ(character.font_slot, std::nullopt);
+        EXPECT_EQ(character.info.base_shift, 7);  // char_y 10, glyph_top 3
+    }
+}
+
+TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {
+    WriteFont(BlockFont());
+    samples::MessageFile message = OneRow("A");
+    message.pal = true;
+    WriteMessage(message);
+    m_request.road = ImportRoad::kDialog;
+    const ImportOutcome warned = Import();
+    EXPECT_EQ(warned.message->lines, 576);
+    ASSERT_EQ(warned.boxes.size(), 1U);
+    EXPECT_THAT(warned.boxes[0].text, StartsWith("The Zelmara! message being imported is a PAL message"));
+    EXPECT_TRUE(warned.Done());
+    m_request.host.lines = 576;
+    EXPECT_THAT(Import().boxes, IsEmpty());
+}
+
+TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
+    WriteFont(BlockFont(), 2);
+    WriteMessage(OneRow("A"));
+    m_request.road = ImportRoad::kDialog;
+    const ImportOutcome without = Import();
+    EXPECT_EQ(without.status, 0);
+    EXPECT_EQ(without.boxes.at(0).answer, IDNO);
+    EXPECT_THAT(without.message->characters, IsEmpty());
+
+    m_request.box_answer = BoxAnswer::kCancel;
+    const ImportOutcome cancelled = Import();
+    EXPECT_EQ(cancelled.status, 5);
+    EXPECT_THAT(cancelled.failure, EndsWith(".0001: cancelled when a font was missing"));
+
+    m_request.box_answer = BoxAnswer::kYes;
+    m_request.browse = Path("MACHINE/.0002");
+    const std::string trace = TraceOf();
+    EXPECT_THAT(trace, HasSubstr("\"event\":\"file_dialog\""));
+    EXPECT_THAT(trace, HasSubstr("\"font_copy\":0"));
+}
+
+TEST_F(ImportRun, AnswersTheChoiceForAPicture) {
+    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, {}));
+    OrderRecorder recorder;
+    const ImportOutcome object = Import({&recorder});
+    EXPECT_EQ(recorder.order, "1212 1211 1213 15 message end");
+    EXPECT_TRUE(object.message->rgba && object.message->object);
+    m_request.rgba = RgbaAnswer::kBackground;
+    const ImportOutcome background = Import();
+    EXPECT_TRUE(background.message->rgba && !background.message->object);
+    m_request.rgba = RgbaAnswer::kCancel;
+    const ImportOutcome cancelled = Import();
+    EXPECT_TRUE(cancelled.Done()) << cancelled.failure;
+    EXPECT_FALSE(cancelled.message.has_value());
+}
+
+TEST_F(ImportRun, RegistersTheDirectoryOfTheNameLists) {
+    samples::FontFile font = BlockFont();
+    font.header.font_id_text = "5021";
+    WriteFont(font);
+    WriteMessage(OneRow("A"));
+    samples::WriteWholeFile(Path(std::string(samples::kBitstreamListName)),
+                            samples::BitstreamList().Plain("Lantern", 21).Written());
+    samples::WriteWholeFile(Path(std::string(samples::kTypefaceListName)),
+                            samples::TypefaceList().Typeface("DejaVu Sans", "Lantern BT").Written());
+    m_request.host.tt_convert = true;
+    const ImportOutcome outcome = Import();
+    EXPECT_STREQ(outcome.message->characters.at(0).log_font.lfFaceName, "                    DejaVu Sans");
+}
+
+TEST_F(ImportRun, RefusesANameListDirectoryThatIsTooLong) {
+    OrderRecorder recorder;
+    m_request.host.maps = "/" + std::string(258, 'm');
+    const ImportOutcome outcome = Import({&recorder});
+    EXPECT_THAT(outcome.failure, HasSubstr("longer than the 258 characters"));
+    EXPECT_EQ(recorder.order, "");
+    m_request.host.maps = "/" + std::string(257, 'm');
+    EXPECT_THAT(Import().failure, testing::Not(HasSubstr("258")));
+}
+
+TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
+    samples::FontFile font = StoredFont();
+    samples::Bytes bytes = samples::WriteFont(font);
+    samples::FontOffsets offsets;
+    samples::WriteFont(font, &offsets);
+    samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(bytes).first(offsets.stored.at('A') + 6));
+    WriteMessage(OneRow("A"));
+    OrderRecorder recorder;
+    const ImportOutcome outcome = Import({&recorder});
+    EXPECT_EQ(recorder.order, "1212 1157 exception");
+    EXPECT_THAT(outcome.failure, HasSubstr("MESSAGES/.0001: reading stopped: "));
+    EXPECT_THAT(outcome.failure, HasSubstr("\\MACHINE\\.0001"));
+    EXPECT_FALSE(outcome.message.has_value());
+}
+
+TEST_F(ImportRun, KeepsAnExceptionOfItsOwnPixelsToItself) {
+    samples::FontFile font = StoredFont();
+    samples::Bytes bytes = samples::WriteFont(font);
+    bytes.resize(bytes.size() - 4);  // the head is whole, the pixels aren't
+    samples::WriteWholeFile(Path("MACHINE/.0001"), bytes);
+    WriteMessage(OneRow("A"));
+    EXPECT_THAT(TraceOf(), HasSubstr("\"pixels\":{\"left\":0,\"top\":0,\"right\":2,\"bottom\":2}}"));
+    std::ostringstream out;
+    TraceWriter trace(out, TracePixels::kYes);
+    const ImportOutcome outcome = Import({&trace});
+    EXPECT_TRUE(outcome.Done()) << outcome.failure;
+    EXPECT_THAT(outcome.glyph_failures, ElementsAre(StartsWith("character 65 of ")));
+}
+
+TEST_F(ImportRun, PutsBackWhatItRegistered) {
+    CWnd* const main_window = AfxGetThread()->m_pMainWnd;
+    Import();
+    EXPECT_EQ(AfxGetThread()->m_pMainWnd, main_window);
+    char no_directory[MAX_PATH] = {};
+    EXPECT_EQ(Register_GLV_OnChar(nullptr, no_directory), nullptr);
+}
+
+TEST_F(ImportRun, LeavesSkipWarningsAsTheRoadSetIt) {
+    m_request.road = ImportRoad::kDialog;
+    Import();
+    EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 0);
+    m_request.road = ImportRoad::kSilent;
+    Import();
+    EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
+}
+
+struct FailureCase {
+    const char* name;
+    const char* message;
+    int status;
+    const char* reason;
+};
+void PrintTo(const FailureCase& failure, std::ostream* out) {
+    *out << failure.name;
+}
+
+class FailedImport : public HostDisk, public testing::WithParamInterface<FailureCase> {};
+
+TEST_P(FailedImport, NamesTheFileAndTheReason) {
+    samples::WriteWholeFile(Path("NOFONTS/MESSAGES/.0001"), samples::WriteMessage(OneRow("A")));
+    samples::WriteWholeFile(Path("MESSAGES/.0005"), samples::WriteFont(BlockFont()));
+    samples::WriteWholeFile(Path("MESSAGES/.0006"), std::string_view("short"));
+    samples::Bytes bytes = samples::WriteMessage(OneRow("A"));
+    samples::WriteWholeFile(Path("MESSAGES/.0008"), std::span(bytes).first(140));
+    samples::WriteWholeFile(Path("MESSAGES/.0007"), samples::WriteRgbaFile(703, {}));
+    m_request.message = Path(GetParam().message);
+    for (const ImportRoad road : {ImportRoad::kSilent, ImportRoad::kDialog}) {
+        m_request.road = road;
+        const ImportOutcome outcome = Import();
+        EXPECT_EQ(outcome.status, GetParam().status);
+        EXPECT_FALSE(outcome.message.has_value());
+        EXPECT_THAT(outcome.failure, StartsWith(m_request.message + ": "));
+        const std::string reason = road == ImportRoad::kSilent ? GetParam().reason : "";  // else it is the box's
+        EXPECT_THAT(outcome.failure, HasSubstr(reason));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, FailedImport,
+    testing::Values(FailureCase{"no_font_directory", "NOFONTS/MESSAGES/.0001", 1, "/NOFONTS/MACHINE is not there"},
+                    FailureCase{"no_message_directory", "NOWHERE/.0001", 2, "/NOWHERE is not there"},
+                    FailureCase{"no_message_file", "MESSAGES/.0404", 3, "there is no such message file"},
+                    FailureCase{"a_font_file", "MESSAGES/.0005", 4, "not a message file but a font file"},
+                    FailureCase{"a_file_of_few_bytes", "MESSAGES/.0006", 4, "ends within its first header"},
+                    FailureCase{"a_file_cut_short", "MESSAGES/.0008", 4, "zeltrans info"},
+                    FailureCase{"a_foreign_type", "MESSAGES/.0007", 4, "its type is 703"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace

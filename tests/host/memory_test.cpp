@@ -1,0 +1,46 @@
+#include <malloc.h>
+
+#include "host/host_disk.h"
+
+namespace {
+
+/// Bytes that the program holds of the heap.
+std::size_t HeapInUse() {
+    return mallinfo2().uordblks;
+}
+
+class Memory : public HostDisk {
+  protected:
+    void ImportMany(int count) {
+        for (int n = 0; n < count; ++n) Import();
+    }
+};
+
+// Sanitizers have a heap of their own, which mallinfo2 doesn't count; there the leak check takes over.
+TEST_F(Memory, DoesNotGrowWithTheNumberOfImports) {
+    WriteFont(BlockFont());
+    WriteMessage(OneRow("ABC"));
+    for (const ImportRoad road : {ImportRoad::kSilent, ImportRoad::kDialog}) {
+        m_request.road = road;
+        ImportMany(20);
+        const std::size_t before = HeapInUse();
+        ImportMany(1000);
+        EXPECT_LT(HeapInUse(), before + 4096);
+    }
+}
+
+TEST_F(Memory, DoesNotGrowWhenAnExceptionEndsEachImport) {
+    samples::FontOffsets offsets;
+    samples::Bytes bytes = samples::WriteFont(StoredFont(), &offsets);
+    samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(bytes).first(offsets.stored.at('A') + 6));
+    WriteMessage(OneRow("A"));
+    for (const ImportRoad road : {ImportRoad::kSilent, ImportRoad::kDialog}) {
+        m_request.road = road;
+        ImportMany(5);
+        const std::size_t before = HeapInUse();
+        ImportMany(200);
+        EXPECT_LT(HeapInUse(), before + 4096);
+    }
+}
+
+}  // namespace

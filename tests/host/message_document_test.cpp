@@ -1,0 +1,75 @@
+#include "host/message_document.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "host/host_disk.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+class Document : public HostDisk {
+  protected:
+    Json Import() {
+        const ImportOutcome outcome = HostDisk::Import();
+        EXPECT_TRUE(outcome.message.has_value()) << outcome.failure;
+        return outcome.message ? MessageDocument(*outcome.message, "here/.0001") : Json();
+    }
+};
+
+TEST_F(Document, TellsRowsCharactersAndFonts) {
+    WriteFont(BlockFont());
+    samples::MessageFile message = OneRow("AB");
+    message.header.frame_left = 40;
+    message.header.frame_top = 10;  // above the picture
+    message.palette =
+        samples::PaletteBlock{.entries = std::vector<std::uint32_t>(256, samples::PaletteEntry(1, 2, 254))};
+    message.rows.back().row_top = 4;
+    WriteMessage(message);
+    const Json document = Import();
+    EXPECT_EQ(document["source"], "here/.0001");
+    EXPECT_EQ(document["standard"], "NTSC");
+    EXPECT_EQ(document["frame"]["top"], -10);
+    EXPECT_EQ(document["rows"], Json::parse(R"([{"row":0,"y":100,"top":4,"depth":16,"text":"AB"}])"));
+    ASSERT_EQ(document["characters"].size(), 2U);
+    const Json& second = document["characters"][1];
+    EXPECT_EQ(second["text"], "B");
+    EXPECT_EQ(second["x"], 67);
+    EXPECT_EQ(second["form"], "bitmap");
+    EXPECT_EQ(second["font"], Json::parse(R"({"slot":0,"number":1,"name":"Block"})"));
+    EXPECT_EQ(second["face_colour"], "#0102FE");
+    EXPECT_EQ(document["fonts"][0]["height"], 20);
+    EXPECT_EQ(document["palette"][7][31], "#0102FE");
+}
+
+TEST_F(Document, TellsTheTypefaceOfACharacterInTextForm) {
+    WriteFont(BlockFont());
+    WriteMessage(OneRow("A"));
+    m_request.host.tt_convert = true;
+    const Json character = Import()["characters"][0];
+    EXPECT_EQ(character["form"], "text");
+    EXPECT_EQ(character["typeface"], Json::parse(R"({"name":"Arial","height":24,"weight":400,"italic":false})"));
+}
+
+TEST_F(Document, TellsTabFieldsWithTheirFontAndColour) {
+    WriteFont(BlockFont());
+    samples::MessageFile message = OneRow("A");
+    samples::TabField named{.tab_start = 10, .tab_end = 90, .tab_name = "Score\xE9"};
+    samples::TabField fontless{.tab_start = 10, .tab_end = 90, .tab_font = 16};
+    message.tabs = samples::TabTable{.fields = {named, fontless}};
+    WriteMessage(message);
+    const Json fields = Import()["tab_fields"];
+    ASSERT_EQ(fields.size(), 2U);
+    EXPECT_EQ(fields[0]["name"], "Score\xC3\xA9");
+    EXPECT_EQ(fields[0]["frame"], Json::parse(R"({"left":17,"top":100,"right":97,"bottom":120})"));
+    EXPECT_EQ(fields[0]["font"]["slot"], 0);
+    EXPECT_TRUE(fields[1]["font"].is_null());
+}
+
+TEST_F(Document, TellsHowAPictureIsInserted) {
+    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(717, {}));
+    EXPECT_EQ(Import(), Json::parse(R"({"source":"here/.0001","id":".0001","kind":"picture","insert_as":"object"})"));
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+#include "host/picture.h"
+
+#include <gtest/gtest.h>
+
+#include "host/host_disk.h"
+
+namespace {
+
+class PictureOf : public HostDisk {
+  protected:
+    Picture Compose() {
+        PictureComposer composer;
+        const ImportOutcome outcome = Import({&composer});
+        EXPECT_TRUE(outcome.Done()) << outcome.failure;
+        return composer.TakePicture().value_or(Picture{});
+    }
+    static Rgba At(const Picture& picture, int x, int y) {
+        const std::uint8_t* pixel = picture.rgba.data() + static_cast<std::ptrdiff_t>(y * picture.width + x) * 4;
+        return {pixel[0], pixel[1], pixel[2], pixel[3]};
+    }
+
+    /// The smallest box that holds all that was drawn: left, top, right, bottom.
+    static std::array<int, 4> Ink(const Picture& picture) {
+        std::array<int, 4> box{picture.width, picture.height, -1, -1};
+        for (int y = 0; y < picture.height; ++y) {
+            for (int x = 0; x < picture.width; ++x) {
+                if (At(picture, x, y).alpha == 0) continue;
+                box = {std::min(box[0], x), std::min(box[1], y), std::max(box[2], x + 1), std::max(box[3], y + 1)};
+            }
+        }
+        return box;
+    }
+
+    static samples::PaletteBlock Palette() {
+        samples::PaletteBlock palette{.entries = std::vector<std::uint32_t>(256, 0)};
+        palette.entries[2 * 32 + 1] = samples::PaletteEntry(10, 20, 30);    // face of set 2
+        palette.entries[2 * 32 + 2] = samples::PaletteEntry(200, 100, 50);  // edge of set 2
+        return palette;
+    }
+};
+
+TEST_F(PictureOf, AMessageHasItsGlyphsInPlaceAndColour) {
+    WriteFont(BlockFont());
+    samples::MessageFile message = OneRow("A");
+    message.palette = Palette();
+    WriteMessage(message);
+    const Picture picture = Compose();
+    EXPECT_EQ(picture.width, 720);
+    EXPECT_EQ(picture.height, 486);
+    // x 50 + 7; y 100 + char_y 10 - glyph_top 3, and the glyph's blank first line.
+    EXPECT_EQ(Ink(picture), (std::array{57, 108, 61, 110}));
+    EXPECT_EQ(At(picture, 57, 108), (Rgba{10, 20, 30, 255}));
+}
+
+TEST_F(PictureOf, APalMessageIsHigher) {
+    WriteFont(BlockFont());
+    samples::MessageFile message = OneRow("A");
+    message.pal = true;
+    WriteMessage(message);
+    const Picture picture = Compose();
+    EXPECT_EQ(picture.height, 576);
+    EXPECT_EQ(Ink(picture), (std::array{57, 95, 61, 97}));  // 33 lines are above the picture, not 20
+}
+
+TEST_F(PictureOf, AStoredGlyphStandsUpright) {
+    samples::FontFile font;
+    font.header.font_height = 20;
+    // Red above, half blue below; alpha, blue, green, red, the colours multiplied by alpha.
+    font.AddStored('A', {.width = 1, .height = 2, .pixels = {255, 0, 0, 255, 128, 128, 0, 0}}, 2, 1);
+    WriteFont(font);
+    WriteMessage(OneRow("A"));
+    const Picture picture = Compose();
+    EXPECT_EQ(At(picture, 57, 108), (Rgba{255, 0, 0, 255}));
+    EXPECT_EQ(At(picture, 57, 109), (Rgba{0, 0, 255, 128}));
+}
+
+TEST_F(PictureOf, ALaterCharacterLiesOverAnEarlierOne) {
+    WriteFont(BlockFont());
+    samples::MessageFile message = OneRow("AB");
+    message.palette = Palette();
+    message.palette->entries[3 * 32 + 1] = samples::PaletteEntry(99, 99, 99);
+    message.rows[0].cells[1].char_x = 52;
+    message.rows[0].cells[1].colour_set = 3;
+    WriteMessage(message);
+    const Picture picture = Compose();
+    EXPECT_EQ(At(picture, 58, 108).red, 10);
+    EXPECT_EQ(At(picture, 59, 108).red, 99);
+}
+
+TEST_F(PictureOf, ACharacterOutsideThePictureIsCutOff) {
+    WriteFont(BlockFont());
+    samples::MessageFile message = OneRow("AB");
+    message.rows[0].cells[0].char_x = 711;   // x 718
+    message.rows[0].cells[1].char_y = 1023;  // below the last line
+    WriteMessage(message);
+    EXPECT_EQ(Ink(Compose()), (std::array{718, 108, 720, 110}));
+}
+
+TEST_F(PictureOf, TextStandsOnTheBaselineOfItsBitmaps) {
+    samples::FontFile font = BlockFont();
+    font.header.font_height = 60;
+    WriteFont(font);
+    WriteMessage(OneRow("B"));
+    m_request.host.tt_convert = true;
+    for (const bool align : {true, false}) {
+        m_request.host.baseline_align = align;
+        const auto ink = Ink(Compose());
+        EXPECT_EQ(ink[3], 110) << align;  // the bitmap's last line is 109
+        EXPECT_GT(ink[3] - ink[1], 30) << align;
+        EXPECT_NEAR(ink[0], 57, 6) << align;
+    }
+}
+
+TEST_F(PictureOf, TextHasItsFaceColourOverItsEdge) {
+    samples::FontFile font = BlockFont();
+    font.header.font_height = 60;
+    font.header.edge_size = 4;
+    samples::MessageFile message = OneRow("A");
+    message.palette = Palette();
+    WriteMessage(message);
+    m_request.host.tt_convert = true;
+    WriteFont(font);
+    const auto plain = Ink(Compose());
+    font.header.font_height = 60 + 8;  // the edge takes part of the height
+    font.header.edge_type = 1;
+    WriteFont(font);
+    const Picture bordered = Compose();
+    EXPECT_EQ(Ink(bordered), (std::array{plain[0] - 4, plain[1] - 4, plain[2] + 4, plain[3] + 4}));
+    int faces = 0, edges = 0;
+    for (int y = plain[1]; y < plain[3]; ++y) {
+        for (int x = plain[0]; x < plain[2]; ++x) {
+            faces += At(bordered, x, y) == Rgba{10, 20, 30, 255};
+            edges += At(bordered, x, y) == Rgba{200, 100, 50, 255};
+        }
+    }
+    EXPECT_GT(faces, 100);
+    EXPECT_GT(edges, 100);
+}
+
+TEST_F(PictureOf, AFileWithoutCharactersIsNone) {
+    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, {}));
+    PictureComposer composer;
+    Import({&composer});
+    EXPECT_FALSE(composer.TakePicture().has_value());
+}
+
+}  // namespace

@@ -1,0 +1,48 @@
+#include "host/text_edge.h"
+
+#include <array>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "translate/edge.h"
+
+namespace {
+
+TEST(EdgeOfText, GoesTheWayOfTheDirection) {
+    // Direction 0 is down and to the right, then clockwise.
+    constexpr std::array<std::pair<int, int>, 8> kSigns{
+        {{1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}, {1, 0}}};
+    for (int direction = 0; direction < 8; ++direction) {
+        const auto [right, down] = kSigns[static_cast<std::size_t>(direction)];
+        const int length = right != 0 && down != 0 ? 7 : 10;  // ten pixels on the slant are seven each way
+        const EdgeWay way = WayOfEdge(EdgeAngle(direction), 10);
+        EXPECT_EQ(way.right, right * length) << direction;
+        EXPECT_EQ(way.down, down * length) << direction;
+    }
+}
+
+TEST(EdgeOfText, OfAnOffsetIsTheFaceMoved) {
+    const Coverage moved = MovedBy({5, 9, 1, 1, {200}}, {3, 4});
+    EXPECT_EQ(moved.left, 8);
+    EXPECT_EQ(moved.top, 5);
+    EXPECT_EQ(moved.bytes, std::vector<std::uint8_t>{200});
+}
+
+TEST(EdgeOfText, OfAShadowIsDrawnOutSolid) {
+    const Coverage shadow = DrawnOutAlong({0, 1, 1, 1, {255}}, {2, 2});
+    EXPECT_EQ(shadow.left, 0);
+    EXPECT_EQ(shadow.top, 1);
+    EXPECT_EQ(shadow.bytes, (std::vector<std::uint8_t>{0, 0, 0, 0, 255, 0, 0, 0, 255}));
+    const Coverage up = DrawnOutAlong({0, 1, 1, 1, {255}}, {-2, -1});
+    EXPECT_EQ(up.left, -2);
+    EXPECT_EQ(up.top, 2);
+    EXPECT_EQ(up.bytes, (std::vector<std::uint8_t>{255, 0, 0, 0, 255, 0}));
+}
+
+TEST(EdgeOfText, OfAnEmptyFaceIsEmpty) {
+    EXPECT_TRUE(DrawnOutAlong({}, {2, 2}).bytes.empty());
+    EXPECT_TRUE(MovedBy({}, {2, 2}).bytes.empty());
+}
+
+}  // namespace
