@@ -35,9 +35,9 @@ void AddChoice(CLI::App& command, const std::string& name, T& value, const std::
         allowed += (allowed.empty() ? "" : "|") + word;
         if (meaning == value) at_first = word;
     }
-    const auto take = [&value, words, allowed](const std::string& word) {
+    const auto take = [&value, words, allowed, name](const std::string& word) {
         const auto found = words.find(word);
-        if (found == words.end()) throw CLI::ValidationError("\"" + word + "\" is none of " + allowed);
+        if (found == words.end()) throw CLI::ValidationError(name, "\"" + word + "\" is none of " + allowed);
         value = found->second;
     };
     command.add_option_function<std::string>(name, take, description + " [" + at_first + "]")->type_name(allowed);

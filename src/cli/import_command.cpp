@@ -36,11 +36,7 @@ class TraceOutput {
     HostObserver& Observer() noexcept { return m_writer; }
 
     void Commit() {
-        if (m_file) {
-            m_file->Commit();
-        } else if (!std::cout.flush()) {
-            throw CommandError("standard output: the trace can't be written");
-        }
+        if (m_file) m_file->Commit();
     }
 
   private:
@@ -111,10 +107,10 @@ int Import::Run() {
 void Import::WritePicture(const ImportOutcome& outcome) {
     const std::optional<Picture> picture = m_picture.TakePicture();
     if (!picture) {
-        if (outcome.message && outcome.message->rgba) {
-            SayNote(m_arguments.request.message + " is an RGBA picture, which the host loads by itself; " +
-                    *m_arguments.png + " was not written");
-        }
+        const bool rgba = !outcome.message || outcome.message->rgba;
+        SayNote(m_arguments.request.message +
+                (rgba ? " is an RGBA picture, which a host loads by itself; " : " has no picture; ") +
+                *m_arguments.png + " was not written");
         return;
     }
     try {
@@ -127,8 +123,7 @@ void Import::WritePicture(const ImportOutcome& outcome) {
 
 void Import::WriteDocument(const MessageRecord& message) {
     constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
-    m_json->Stream() << MessageDocument(message, m_arguments.request.message).dump(2, ' ', false, kReplaceBadUtf8)
-                     << '\n';
+    m_json->Write(MessageDocument(message, m_arguments.request.message).dump(2, ' ', false, kReplaceBadUtf8) + "\n");
     m_json->Commit();
     m_written += ", " + *m_arguments.json;
 }
@@ -146,9 +141,7 @@ void Import::SayWhatArrived(const ImportOutcome& outcome) const {
         line += CountOf(outcome.message->rows.size(), "row") + ", " + CountOf(characters, "character");
         if (!outcome.message->tabs.empty()) line += ", " + CountOf(outcome.message->tabs.size(), "tab field");
         const std::string missing = MissingFonts(*outcome.message);
-        if (!missing.empty()) {
-            SayNote("without font " + missing + ", which can't be found or read; rows end where they use it");
-        }
+        if (!missing.empty()) SayNote("not found or not readable: font " + missing + "; a row ends where it is used");
         if (!outcome.glyph_failures.empty()) {
             SayNote(CountOf(outcome.glyph_failures.size(), "glyph") +
                     " couldn't be drawn: " + outcome.glyph_failures.front());

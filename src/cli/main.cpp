@@ -20,8 +20,15 @@ int main(int argc, char** argv) {
     AddSampleCommand(app, run);
     try {
         app.parse(argc, argv);
-        return run();
+        const int exit_code = run();
+        if (std::cout.flush() || exit_code != kDone) return exit_code;
+        SayError("standard output: not everything could be written");
     } catch (const CLI::ParseError& error) {
+        if (error.get_name() == "RequiredError" && app.get_subcommands().empty() && app.remaining_size() != 0) {
+            std::cerr << "There is no command \"" << app.remaining().front()
+                      << "\"\nRun with --help for more information.\n";
+            return kWrongArguments;
+        }
         // Help and version are no errors, and CLI11 prints them.
         return app.exit(error) == 0 ? kDone : kWrongArguments;
     } catch (const std::bad_alloc&) {

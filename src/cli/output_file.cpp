@@ -20,12 +20,17 @@ namespace fs = std::filesystem;
     Fail(path, std::generic_category().message(errno != 0 ? errno : EIO));
 }
 
-// What the path leads to: the file behind a link, which keeps the link.
+// What the path leads to: the file behind a link, which need not be there yet, so that the link stays a link.
 std::string TargetOf(const std::string& path) {
+    constexpr int kMostLinks = 40;  // as the system follows
+    fs::path target = path;
     std::error_code error;
-    if (!fs::is_symlink(fs::symlink_status(path, error))) return path;
-    const fs::path target = fs::weakly_canonical(path, error);
-    if (error) Fail(path, error.message());
+    for (int links = 0; fs::is_symlink(fs::symlink_status(target, error)); ++links) {
+        if (links == kMostLinks) Fail(path, std::generic_category().message(ELOOP));
+        const fs::path next = fs::read_symlink(target, error);
+        if (error) Fail(path, error.message());
+        target = target.parent_path() / next;
+    }
     return target.string();
 }
 
@@ -49,7 +54,15 @@ OutputFile::~OutputFile() {
     fs::remove(m_draft, ignored);
 }
 
+void OutputFile::Write(std::string_view text) {
+    errno = 0;
+    m_stream.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
+    if (!m_stream) FailErrno(m_path);
+}
+
 void OutputFile::Commit() {
+    // What failed while the module ran has left no reason behind.
+    if (!m_stream) Fail(m_path, "not everything could be written");
     errno = 0;
     m_stream.close();
     if (!m_stream) FailErrno(m_path);

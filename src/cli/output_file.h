@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 /// A file that appears whole or not at all: written under another name beside it, which takes its place at the end. A
 /// device or a pipe is written as it stands.
@@ -15,6 +16,10 @@ class OutputFile {
     OutputFile& operator=(const OutputFile&) = delete;
 
     std::ostream& Stream() noexcept { return m_stream; }
+
+    /// Writes a text that is there as a whole.
+    /// @throws CommandError with the reason.
+    void Write(std::string_view text);
 
     /// @throws CommandError when not everything could be written; the file is then as it was.
     void Commit();

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <sys/wait.h>
+
+#include "inspect/sample_files.h"
+#include "samples/write_file.h"
+
+/// What the command gave.
+struct CommandResult {
+    int exit_code = -1;
+    std::string out;
+    std::string err;
+
+    int ErrorLines() const { return static_cast<int>(std::ranges::count(err, '\n')); }
+};
+
+/// A directory of its own, with blanks in its name, that is the command's current one and holds a small disk: the
+/// message .0012, whose font 31 is missing, its font .0012, the RGBA file .0020 and stored settings.
+class CommandDisk {
+  public:
+    CommandDisk() {
+        std::string name = (std::filesystem::temp_directory_path() / "zeltrans it's XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no scratch directory");
+        m_path = name;
+        samples::WriteWholeFile(m_path / "MESSAGES/.0012", samples::WriteMessage(GoodMessage()));
+        samples::WriteWholeFile(m_path / "MACHINE/.0012", samples::WriteFont(GoodFont()));
+        const samples::StoredGlyph picture{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
+        samples::WriteWholeFile(m_path / "MESSAGES/.0020", samples::WriteRgbaFile(714, picture));
+    }
+    ~CommandDisk() {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    CommandDisk(const CommandDisk&) = delete;
+    CommandDisk& operator=(const CommandDisk&) = delete;
+
+    std::filesystem::path operator/(const std::string& name) const { return m_path / name; }
+
+    std::string Read(const std::string& name) const {
+        std::ifstream in(m_path / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+
+    /// Names of what lies in the directory itself, but for what the runs leave behind.
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(m_path)) {
+            const std::string name = entry.path().filename().string();
+            if (!name.starts_with("run.")) names.push_back(name);
+        }
+        std::ranges::sort(names);
+        return names;
+    }
+
+    /// Runs a line of shell in the directory, where `zeltrans` is the command.
+    CommandResult Shell(const std::string& line) const {
+        const std::string script =
+            "cd " + Quoted(m_path.string()) + " && export XDG_CONFIG_HOME=\"$PWD/run.settings\" && zeltrans() { " +
+            Quoted(ZELTRANS_COMMAND) + " \"$@\"; } && { " + line + "\n} >run.out 2>run.err </dev/null";
+        const int status = std::system(script.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("run.out"), Read("run.err")};
+    }
+
+    static std::string Quoted(const std::string& text) {
+        std::string quoted = "'";
+        for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+        return quoted + "'";
+    }
+
+  private:
+    std::filesystem::path m_path;
+};
