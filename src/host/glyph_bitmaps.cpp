@@ -41,6 +41,12 @@ const GlyphBitmap& GlyphBitmaps::Get(const tag_CharInf& info, unsigned character
     return Find(info, character);
 }
 
+const GlyphBitmap& GlyphBitmaps::Demand(const tag_CharInf& info, unsigned character) {
+    const GlyphBitmap& glyph = Find(info, character);
+    if (glyph.broken) AfxThrowFileException(CFileException::genericException, -1, info.font_copy->file_name);
+    return glyph;
+}
+
 std::optional<std::uint32_t> GlyphBitmaps::Checksum(const tag_CharInf& info, unsigned character) {
     GlyphBitmap& glyph = Find(info, character);
     if (!glyph.crc32 && !glyph.pixels.empty()) glyph.crc32 = Crc32(glyph.pixels);
@@ -74,6 +80,9 @@ void GlyphBitmaps::Fetch(const tag_CharInf& info, unsigned character, GlyphBitma
         DIBSECTION dib = BitmapOver(pixels, glyph.rect);
         m_fonts->BuildMFData(address, &dib, info.slot, character, info.colour_set);
         glyph.pixels = std::move(pixels);
+    } catch (CFileException* error) {
+        glyph.broken = true;
+        m_failures.push_back(name + TakeText(error));
     } catch (CException* error) {
         m_failures.push_back(name + TakeText(error));
     } catch (const std::bad_alloc&) {

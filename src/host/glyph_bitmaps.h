@@ -19,6 +19,7 @@ struct GlyphBitmap {
     CRect rect;
     std::vector<std::uint8_t> pixels;    ///< empty for an empty rectangle, and when they could not be had.
     std::optional<std::uint32_t> crc32;  ///< of the pixels, once it was asked for.
+    bool broken = false;                 ///< its record in the font file is cut short.
 };
 
 /// The pixels of the characters of one message, asked of its font set and kept, so that a stored glyph that is used
@@ -31,6 +32,10 @@ class GlyphBitmaps {
     /// The glyph of a character in bitmap form; the empty one in text form. Good until the next call. What keeps it
     /// from being had is noted in Failures, nothing is thrown but std::bad_alloc.
     const GlyphBitmap& Get(const tag_CharInf& info, unsigned character);
+
+    /// As Get, but a glyph whose record is cut short ends the caller's import, as it would in a host that catches nothing.
+    /// @throws CFileException, cause 1, OS error -1, with the font file's name.
+    const GlyphBitmap& Demand(const tag_CharInf& info, unsigned character);
 
     /// Checksum of the glyph's pixels, worked out once; nothing without pixels.
     std::optional<std::uint32_t> Checksum(const tag_CharInf& info, unsigned character);

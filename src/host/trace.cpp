@@ -274,8 +274,8 @@ void TraceWriter::OnSend(const SentMessage& message) {
 
 void TraceWriter::OnChar(const SentCharacter& character) {
     const bool pixels = m_pixels == TracePixels::kYes && character.font_slot.has_value();
-    // A missing font file gives a box while the pixels are asked for: they come before the line is begun.
-    if (pixels) character.glyphs.Get(character.info, character.character);
+    // They come before the line is begun: a missing font file gives a box meanwhile, a record cut short ends the trace.
+    if (pixels) character.glyphs.Demand(character.info, character.character);
     Begin("char").Number("char", character.character);
     AddCharInf(m_line, character);
     if (pixels) AddPixels(m_line, character);

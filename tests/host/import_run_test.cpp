@@ -17,6 +17,7 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::StartsWith;
 
 class ImportRun : public HostDisk {
@@ -180,18 +181,19 @@ TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
     EXPECT_FALSE(outcome.message.has_value());
 }
 
-TEST_F(ImportRun, KeepsAnExceptionOfItsOwnPixelsToItself) {
+TEST_F(ImportRun, EndsTheTraceAtPixelsThatAreCutShortAndOnlyWhenTheyAreAskedFor) {
     samples::FontFile font = StoredFont();
     samples::Bytes bytes = samples::WriteFont(font);
     bytes.resize(bytes.size() - 4);  // the head is whole, the pixels aren't
     samples::WriteWholeFile(Path("MACHINE/.0001"), bytes);
     WriteMessage(OneRow("A"));
-    EXPECT_THAT(TraceOf(), HasSubstr("\"pixels\":{\"left\":0,\"top\":0,\"right\":2,\"bottom\":2}}"));
+    const std::string trace_with_pixels = TraceOf();
+    EXPECT_THAT(trace_with_pixels, HasSubstr("{\"event\":\"exception\",\"text\":"));
+    EXPECT_THAT(trace_with_pixels, Not(HasSubstr("\"event\":\"char\"")));
     std::ostringstream out;
-    TraceWriter trace(out, TracePixels::kYes);
-    const ImportOutcome outcome = Import({&trace});
-    EXPECT_TRUE(outcome.Done()) << outcome.failure;
-    EXPECT_THAT(outcome.glyph_failures, ElementsAre(StartsWith("character 65 of ")));
+    TraceWriter trace(out, TracePixels::kNo);
+    EXPECT_TRUE(Import({&trace}).Done());
+    EXPECT_THAT(out.str(), HasSubstr("\"event\":\"char\""));
 }
 
 TEST_F(ImportRun, PutsBackWhatItRegistered) {
