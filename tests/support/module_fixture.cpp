@@ -21,10 +21,11 @@ bool IsForHost(UINT message) {
 
 }  // namespace
 
-FontSet::~FontSet() {
+void FontSet::Clear() {
     for (tag_font_memory& slot : m_Slots) {
         ReleaseFontData(&slot);
         delete slot.font_copy;
+        slot = tag_font_memory();
     }
 }
 

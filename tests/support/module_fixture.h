@@ -23,7 +23,8 @@ namespace module_test {
 class FontSet : public CZelFont {
   public:
     FontSet() = default;
-    ~FontSet();
+    ~FontSet() { Clear(); }
+    void Clear();
 };
 
 /// The main dialog with its protected members open.
