@@ -40,7 +40,8 @@ struct RunEnd {
 };
 
 /// Hears what happens between module and host, in the order in which it happens. References and what they lead to are
-/// good until the call returns. An observer throws nothing: the calls come from inside the module.
+/// good until the call returns. The calls come from inside the module, so that what OnSend and OnChar throw passes
+/// through it and ends the import; the other calls throw nothing.
 class HostObserver {
   public:
     virtual ~HostObserver() = default;

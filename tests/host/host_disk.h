@@ -49,7 +49,7 @@ class HostDisk : public testing::Test {
         font.header.font_height = 20;
         const samples::RunCodes codes{samples::ColourRun(1, 255, 4), samples::EndOfLine(),
                                       samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()};
-        for (const unsigned code : {'A', 'B', 'C'}) font.AddRunCoded(code, codes, 3, 4);
+        for (const unsigned code : {65U, 66U, 67U}) font.AddRunCoded(code, codes, 3, 4);
         return font;
     }
 

@@ -183,9 +183,9 @@ TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
 
 TEST_F(ImportRun, EndsTheTraceAtPixelsThatAreCutShortAndOnlyWhenTheyAreAskedFor) {
     samples::FontFile font = StoredFont();
-    samples::Bytes bytes = samples::WriteFont(font);
-    bytes.resize(bytes.size() - 4);  // the head is whole, the pixels aren't
-    samples::WriteWholeFile(Path("MACHINE/.0001"), bytes);
+    const samples::Bytes bytes = samples::WriteFont(font);
+    const auto cut = std::span(bytes).first(bytes.size() - 4);  // the head is whole, the pixels aren't
+    samples::WriteWholeFile(Path("MACHINE/.0001"), cut);
     WriteMessage(OneRow("A"));
     const std::string trace_with_pixels = TraceOf();
     EXPECT_THAT(trace_with_pixels, HasSubstr("{\"event\":\"exception\",\"text\":"));
