@@ -51,7 +51,9 @@ extern "C" __attribute__((visibility("default"))) int CountedOpen64(const char* 
 }
 
 #ifdef COUNT_BY_HOOK
-#include <sanitizer/allocator_interface.h>
+// Declared here, as not every compiler brings its header along.
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*malloc_hook)(const volatile void*, std::size_t),
+                                                         void (*free_hook)(const volatile void*));
 namespace {
 const int g_hook = __sanitizer_install_malloc_and_free_hooks([](const volatile void*, std::size_t) { ++g_allocations; },
                                                              [](const volatile void*) {});
