@@ -1,6 +1,7 @@
 #include "host/failure_text.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -16,7 +17,12 @@
 
 namespace {
 
+std::string TooLong(std::size_t length) {
+    return "has " + std::to_string(length) + " characters, and the module takes " + std::to_string(MAX_PATH - 1);
+}
+
 std::string DirectoryTrouble(const std::string& what, const std::string& module_path) {
+    if (module_path.size() >= MAX_PATH) return "the path of the " + what + " directory " + TooLong(module_path.size());
     const std::string path = NativePath(module_path.c_str());
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
@@ -24,6 +30,19 @@ std::string DirectoryTrouble(const std::string& what, const std::string& module_
     if (!std::filesystem::exists(status)) return text + " is not there";
     if (!std::filesystem::is_directory(status)) return text + " is not a directory";
     return text + " could not be used";
+}
+
+/// Why the module didn't find a message, which may well be there.
+std::string MessageTrouble(const ImportPaths& paths) {
+    if (paths.message.size() >= MAX_PATH) return "its absolute path " + TooLong(paths.message.size());
+    const std::string path = NativePath(paths.message.c_str());
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (std::filesystem::is_directory(status)) return "a directory, not a message file";
+    if (!std::filesystem::exists(status)) return "there is no such message file";
+    errno = 0;
+    if (!std::ifstream(path)) return "the message file can't be opened: " + std::generic_category().message(errno);
+    return "the module takes what is behind a name's first dot for the message's id, and finds no file of that name";
 }
 
 /// The file's type; nothing when the file ends within its first header.
@@ -59,7 +78,7 @@ std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
         case kBadMessageDirectory:
             return DirectoryTrouble("message", paths.message_directory);
         case kMessageNotFound:
-            return "there is no such message file";
+            return MessageTrouble(paths);
         case kLoadFailed:
             return LoadTrouble(paths, outcome);
         case kFontPromptCancelled:
