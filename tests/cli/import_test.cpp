@@ -136,7 +136,11 @@ INSTANTIATE_TEST_SUITE_P(
                                 "nowhere/.0012: the message directory "},
                     FailureCase{"font_as_message", "zeltrans import MACHINE/.0012 --fonts MACHINE", 4,
                                 "MACHINE/.0012: not a message file but a font file"},
-                    FailureCase{"directory_as_message", "zeltrans import MESSAGES --fonts MACHINE", 3, "MESSAGES: "},
+                    FailureCase{"directory_as_message", "zeltrans import MESSAGES --fonts MACHINE", 3,
+                                "MESSAGES: a directory, not a message file"},
+                    FailureCase{"message_whose_name_goes_on_behind_a_dot",
+                                "cp MESSAGES/.0012 MESSAGES/0012.msg; zeltrans import MESSAGES/0012.msg", 3,
+                                "MESSAGES/0012.msg: the module takes what is behind a name's first dot"},
                     FailureCase{"cut_message", "head -c 1000 MESSAGES/.0012 >cut; zeltrans import cut --fonts MACHINE",
                                 4, "cut: the message file is broken"}),
     [](const auto& info) { return std::string(info.param.name); });
@@ -155,7 +159,8 @@ TEST(ImportCommand, RefusesAPathThatIsTooLongWithOneLine) {
                                             " && zeltrans import " + deep + "/MESSAGES/.0012");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.ErrorLines(), 1);
-    EXPECT_THAT(result.err, StartsWith("zeltrans: " + deep));
+    EXPECT_THAT(result.err, StartsWith("zeltrans: " + deep + "/MESSAGES/.0012: the path of the "));
+    EXPECT_THAT(result.err, HasSubstr(" characters, and the module takes 259"));
 }
 
 }  // namespace
