@@ -34,6 +34,10 @@ std::string FaceName(const LOGFONT& font) {
     return begin == std::string::npos ? std::string() : name.substr(begin);
 }
 
+std::uint32_t StoredEntry(const MessageRecord& message, int index) {
+    return message.palette[static_cast<std::size_t>(index)];
+}
+
 Json FontOf(const MessageRecord& message, int slot) {
     Json font = {{"slot", slot}};
     if (slot < 0 || slot >= kFontSlots) return font;
@@ -97,7 +101,7 @@ Json Characters(const MessageRecord& message) {
 Json TabFields(const MessageRecord& message) {
     Json fields = Json::array();
     for (const tag_tab_field& tab : message.tabs) {
-        const std::size_t face = static_cast<std::size_t>(tab.ColourSet() * kSetEntries + kFaceEntry);
+        const int face = tab.ColourSet() * kSetEntries + kFaceEntry;
         fields.push_back({{"name", FieldText(tab.tab_name)},
                           {"row", tab.Row()},
                           {"frame",
@@ -106,7 +110,7 @@ Json TabFields(const MessageRecord& message) {
                             {"right", std::uint16_t{tab.tab_end}},
                             {"bottom", std::uint16_t{tab.tab_bottom}}}},
                           {"font", tab.Font() < kFontSlots ? FontOf(message, tab.Font()) : Json()},
-                          {"colour", HexColour(PackColour(message.palette[face]))}});
+                          {"colour", HexColour(PackColour(StoredEntry(message, face)))}});
     }
     return fields;
 }
@@ -133,8 +137,7 @@ Json Palette(const MessageRecord& message) {
     for (int set = 0; set < kColourSets; ++set) {
         Json colours = Json::array();
         for (int entry = 0; entry < kSetEntries; ++entry) {
-            colours.push_back(
-                HexColour(PackColour(message.palette[static_cast<std::size_t>(set * kSetEntries + entry)])));
+            colours.push_back(HexColour(PackColour(StoredEntry(message, set * kSetEntries + entry))));
         }
         sets.push_back(std::move(colours));
     }

@@ -127,18 +127,18 @@ std::optional<std::string> SqliteSettingsStore::GetProfileText(const std::string
 }
 
 bool SqliteSettingsStore::SetProfileInt(const std::string& section, const std::string& entry, int value) {
+    if (GetProfileInt(section, entry) == value) return true;  // a write waits for the disk
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    if (GetProfileInt(section, entry) == value) return true;  // a write waits for the disk
     auto write = database->Prepare("REPLACE INTO profile (section, entry, number) VALUES (?, ?, ?)");
     return Stored(write.Bind(section).Bind(entry).Bind(std::int64_t{value}).Run(), database);
 }
 
 bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::string& entry,
                                          const std::string& text) {
+    if (GetProfileText(section, entry) == text) return true;
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    if (GetProfileText(section, entry) == text) return true;
     auto write = database->Prepare("REPLACE INTO profile (section, entry, text) VALUES (?, ?, ?)");
     return Stored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
 }
@@ -187,9 +187,9 @@ std::optional<RegistryValue> SqliteSettingsStore::GetValue(const std::string& ke
 }
 
 bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& name, const RegistryValue& value) {
+    if (GetValue(key, name) == value) return true;
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    if (GetValue(key, name) == value) return true;
     SettingsTransaction transaction(*database);  // the key must not go between the question and the write
     if (!transaction.IsOpen()) return Stored(false, database);
     if (!HasKey(*database, key)) return false;

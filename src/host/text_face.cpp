@@ -1,6 +1,7 @@
 #include "host/text_face.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <optional>
 #include <string>
@@ -87,7 +88,7 @@ bool SetHeight(FT_Face face, LONG height) {
         if (cell <= 0) return false;
         em = static_cast<double>(lines) * face->units_per_EM / cell;
     }
-    const auto size = static_cast<FT_F26Dot6>(em * 64 + 0.5);
+    const auto size = FT_F26Dot6{std::lround(em * 64)};
     return size > 0 && FT_Set_Char_Size(face, 0, size, 72, 72) == 0;
 }
 

@@ -137,7 +137,7 @@ TEST_F(StoredSettings, TellWhyTheyCanNotBeStored) {
 }
 
 TEST_F(StoredSettings, CostNothingUntilTheyAreAskedFor) {
-    SqliteSettingsStore{m_directory};
+    const SqliteSettingsStore store(m_directory);
     EXPECT_FALSE(std::filesystem::exists(m_directory));
 }
 
