@@ -84,6 +84,7 @@ DirectoryTable::DirectoryTable(const std::string& directory) : m_directory(direc
     }
     if (error) m_error = error.message();
     std::ranges::sort(files);
+    m_entries.reserve(files.size());
     for (const fs::path& file : files) m_entries.push_back(Inspect(file, file.lexically_relative(directory).string()));
 }
 
