@@ -9,6 +9,12 @@ endif()
 set(INSTALL_GTEST OFF CACHE INTERNAL "")
 add_subdirectory(${ZELTRANS_GTEST_SOURCES} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
 
+# Tests are compiled quickly rather than for speed: most of their time goes into GoogleTest's headers, which are compiled once.
+add_executable(zel_test_headers ${CMAKE_CURRENT_LIST_DIR}/test_headers.cpp)
+target_link_libraries(zel_test_headers PRIVATE zel_build GTest::gmock GTest::gtest_main)
+target_precompile_headers(zel_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h> <string> <vector> <filesystem>)
+target_compile_options(zel_test_headers PRIVATE -O0)
+
 # zeltrans_test(<folder> SOURCES <file>... [LIBS <target>...]): the tests of one folder, as one program and one CTest label.
 function(zeltrans_test folder)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
@@ -16,5 +22,7 @@ function(zeltrans_test folder)
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE zel_build ${arg_LIBS} GTest::gmock GTest::gtest_main)
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_options(${target} PRIVATE -O0)
+  target_precompile_headers(${target} REUSE_FROM zel_test_headers)
   gtest_discover_tests(${target} TEST_PREFIX ${ZELTRANS_TEST_PREFIX}${folder}. PROPERTIES LABELS ${folder} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
 endfunction()
