@@ -6,10 +6,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "dialog/zel_trans_dlg.h"
 #include "host/host_disk.h"
 #include "host/trace.h"
 #include "pipeline/module_state.h"
 #include "platform/framework/cwinapp.h"
+#include "platform/system/files.h"
 
 namespace {
 
@@ -88,6 +90,15 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
         EXPECT_EQ(character.font_slot, std::nullopt);
         EXPECT_EQ(character.info.base_shift, 7);  // char_y 10, glyph_top 3
     }
+}
+
+TEST_F(ImportRun, ShowsTheOptionsInTheDialog) {
+    ReferenceHost host({.tt_convert = true, .baseline_align = false, .maps = m_request.host.maps});
+    CString message(ModulePath(m_request.message).c_str()), fonts;
+    CZelTransDlg dialog(message, fonts);
+    const DialogDriver user(dialog);
+    EXPECT_TRUE(user.IsChecked(kTrueFontCheck));
+    EXPECT_FALSE(user.IsChecked(kBaselineAlignCheck));
 }
 
 TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {

@@ -99,13 +99,19 @@ TEST_F(PictureOf, ACharacterOutsideThePictureIsCutOff) {
 TEST_F(PictureOf, TextStandsOnTheBaselineOfItsBitmaps) {
     samples::FontFile font = BlockFont();
     font.header.font_height = 60;
+    font.header.row_inset = 2;
+    font.header.row_top_offset = 1;
     WriteFont(font);
-    WriteMessage(OneRow("B"));
+    samples::MessageFile message = OneRow("B");
+    message.rows[0].row_top = 9;  // the row is set for a font that reaches six lines higher
+    WriteMessage(message);
+    const int baseline = Ink(Compose())[3];
+    EXPECT_EQ(baseline, 104);
     m_request.host.tt_convert = true;
     for (const bool align : {true, false}) {
         m_request.host.baseline_align = align;
         const auto ink = Ink(Compose());
-        EXPECT_EQ(ink[3], 110) << align;  // the bitmap's last line is 109
+        EXPECT_EQ(ink[3], baseline) << align;
         EXPECT_GT(ink[3] - ink[1], 30) << align;
         EXPECT_NEAR(ink[0], 57, 6) << align;
     }
