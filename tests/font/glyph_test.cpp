@@ -163,7 +163,8 @@ TEST_F(Glyphs, StoredIsStraightenedAndTurnedOver) {
 
 TEST_F(Glyphs, StoredPixelsStayInsideBothBlocks) {
     samples::FontFile font = PlainFont();
-    for (const unsigned code : {'B', 'S', 'Z'}) font.AddStored(code, SolidGlyph(4, 4), 0, 0);
+    for (const unsigned code : {unsigned{'B'}, unsigned{'S'}, unsigned{'Z'}})
+        font.AddStored(code, SolidGlyph(4, 4), 0, 0);
     font.stored['S'].pixels.resize(30);  // too few for its rows
     font.stored['Z'].length = 3;         // not even a head
     Load(font);
