@@ -117,6 +117,19 @@ TEST_F(PictureOf, TextStandsOnTheBaselineOfItsBitmaps) {
     }
 }
 
+TEST_F(PictureOf, TextIsRaisedOrLoweredByItselfUnlessItIsAligned) {
+    samples::FontFile font = BlockFont();
+    font.header.font_height = 60;
+    WriteFont(font);
+    samples::MessageFile message = OneRow("BB");
+    message.rows[0].cells[1].char_y = 30;
+    WriteMessage(message);
+    m_request.host.tt_convert = true;
+    EXPECT_EQ(Ink(Compose())[3], 110);
+    m_request.host.baseline_align = false;
+    EXPECT_EQ(Ink(Compose())[3], 130);
+}
+
 TEST_F(PictureOf, TextHasItsFaceColourOverItsEdge) {
     samples::FontFile font = BlockFont();
     font.header.font_height = 60;
