@@ -38,7 +38,7 @@ void PrintTo(const FaceCase& row, std::ostream* out) {
 class Face : public ModuleTest, public testing::WithParamInterface<FaceCase> {
   protected:
     Face() {
-        for (const WORD key : {0, 1}) m_dialog.m_mapBitStreamId.SetAt(key, "Number One bold BT");
+        for (const WORD key : {WORD{0}, WORD{1}}) m_dialog.m_mapBitStreamId.SetAt(key, "Number One bold BT");
         m_dialog.m_mapBitStreamId.SetAt(2077, "Lost italic BT");
         m_dialog.m_mapBitStreamId.SetAt(60535, "Wrapped BT");
         m_dialog.m_mapBitStreamFamily.SetAt("Fam", "Fam bold italic BT");
