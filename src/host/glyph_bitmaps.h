@@ -33,7 +33,8 @@ class GlyphBitmaps {
     /// from being had is noted in Failures, nothing is thrown but std::bad_alloc.
     const GlyphBitmap& Get(const tag_CharInf& info, unsigned character);
 
-    /// As Get, but a glyph whose record is cut short ends the caller's import, as it would in a host that catches nothing.
+    /// As Get, but a glyph whose record is cut short ends the caller's import, as it would in a host that catches
+    /// nothing.
     /// @throws CFileException, cause 1, OS error -1, with the font file's name.
     const GlyphBitmap& Demand(const tag_CharInf& info, unsigned character);
 
