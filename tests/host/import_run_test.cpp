@@ -93,6 +93,7 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
 }
 
 TEST_F(ImportRun, ShowsTheOptionsInTheDialog) {
+    Import();  // the module's resources are the current ones from here on
     ReferenceHost host({.tt_convert = true, .baseline_align = false, .maps = m_request.host.maps});
     CString message(ModulePath(m_request.message).c_str()), fonts;
     CZelTransDlg dialog(message, fonts);

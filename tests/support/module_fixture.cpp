@@ -45,6 +45,7 @@ ModuleTest::ModuleTest() {
     m_host.CreateHostWindow("host");
     m_main.CreateHostWindow("main");
     AfxGetThread()->m_pMainWnd = &m_main;
+    AfxGetModuleState()->m_hCurrentResourceHandle = g_hZelResource;
     g_test = this;
     char map_dir[MAX_PATH] = "D:\\MAPS\\";
     Register_GLV_OnChar(&ModuleTest::OnChar, map_dir);
