@@ -9,6 +9,7 @@
 #include "cli/output_file.h"
 #include "cli/settings_scope.h"
 #include "cli/warnings_printer.h"
+#include "host/field_overlay.h"
 #include "host/import_run.h"
 #include "host/message_document.h"
 #include "host/picture.h"
@@ -22,6 +23,7 @@ struct ImportArguments {
     std::optional<std::string> png, json, trace, settings;
     TracePixels pixels = TracePixels::kNo;
     bool warnings = false;
+    bool fields = false;
     bool no_baseline_align = false;
 
     bool TraceToStandardOutput() const { return trace == "-"; }
@@ -105,7 +107,7 @@ int Import::Run() {
 }
 
 void Import::WritePicture(const ImportOutcome& outcome) {
-    const std::optional<Picture> picture = m_picture.TakePicture();
+    std::optional<Picture> picture = m_picture.TakePicture();
     if (!picture) {
         const bool rgba = !outcome.message || outcome.message->rgba;
         SayNote(m_arguments.request.message +
@@ -113,6 +115,7 @@ void Import::WritePicture(const ImportOutcome& outcome) {
                 *m_arguments.png + " was not written");
         return;
     }
+    if (m_arguments.fields) DrawTabFields(*picture, *outcome.message);
     try {
         WritePng(m_png, *picture);
     } catch (const std::runtime_error& error) {
@@ -165,6 +168,7 @@ void AddInputs(CLI::App& command, ImportArguments& arguments) {
 
 void AddOutputs(CLI::App& command, ImportArguments& arguments) {
     AddPath(command, "--png", arguments.png, "FILE", "write the message's picture, 720 x 486 or 720 x 576 pixels");
+    command.add_flag("--fields", arguments.fields, "with --png: frames and names of the tab fields over the picture");
     AddPath(command, "--json", arguments.json, "FILE", "write the message as a JSON document");
     AddPath(command, "--trace", arguments.trace, "FILE|-",
             "write all that the host hears, one JSON object a line; - is standard output");
