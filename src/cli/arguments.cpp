@@ -28,6 +28,17 @@ void AddPath(CLI::App& command, const std::string& name, std::optional<std::stri
     command.add_option(name, path, description)->type_name(type)->check(not_empty, "");
 }
 
+void AddMaps(CLI::App& command, std::optional<std::string>& directory) {
+    AddPath(command, "--maps", directory, "DIR", "the directory of the two name lists [none]");
+}
+
+void AddFontPrompt(CLI::App& command, BoxAnswer& answer, std::optional<std::string>& browse) {
+    AddChoice<BoxAnswer>(command, "--answer", answer,
+                         {{"yes", BoxAnswer::kYes}, {"no", BoxAnswer::kNo}, {"cancel", BoxAnswer::kCancel}},
+                         "answer of the prompt to browse for a missing font");
+    AddPath(command, "--browse", browse, "FILE", "the file that the file dialog for a missing font gives [cancelled]");
+}
+
 void AddSettings(CLI::App& command, std::optional<std::string>& directory) {
     AddPath(command, "--settings", directory, "DIR",
             "where the stored settings live [zeltrans in the user's configuration directory]");

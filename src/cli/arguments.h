@@ -8,6 +8,8 @@
 
 #include <CLI/App.hpp>
 
+#include "host/user_desktop.h"
+
 /// Exit codes of the command.
 enum ExitCode { kDone = 0, kNotDone = 1, kWrongArguments = 2 };
 
@@ -46,6 +48,10 @@ void AddChoice(CLI::App& command, const std::string& name, T& value, const std::
 /// A path that may be left out, but not empty.
 void AddPath(CLI::App& command, const std::string& name, std::optional<std::string>& path, const std::string& type,
              const std::string& description);
+
+/// The directory of the name lists, and how a prompt for a missing font is answered.
+void AddMaps(CLI::App& command, std::optional<std::string>& directory);
+void AddFontPrompt(CLI::App& command, BoxAnswer& answer, std::optional<std::string>& browse);
 
 /// The directory of the stored settings, and an example of the command in its help.
 void AddSettings(CLI::App& command, std::optional<std::string>& directory);

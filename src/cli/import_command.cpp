@@ -6,15 +6,14 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/output_file.h"
 #include "cli/settings_scope.h"
+#include "cli/trace_output.h"
 #include "cli/warnings_printer.h"
 #include "host/field_overlay.h"
 #include "host/import_run.h"
 #include "host/message_document.h"
 #include "host/picture.h"
 #include "host/png_writer.h"
-#include "host/trace.h"
 
 namespace {
 
@@ -27,25 +26,6 @@ struct ImportArguments {
     bool no_baseline_align = false;
 
     bool TraceToStandardOutput() const { return trace == "-"; }
-};
-
-// The trace, on standard output or in a file that appears whole.
-class TraceOutput {
-  public:
-    TraceOutput(const std::string& path, TracePixels pixels)
-        : m_file(path == "-" ? nullptr : std::make_unique<OutputFile>(path)), m_writer(Stream(), pixels) {}
-
-    HostObserver& Observer() noexcept { return m_writer; }
-
-    void Commit() {
-        if (m_file) m_file->Commit();
-    }
-
-  private:
-    std::ostream& Stream() { return m_file ? m_file->Stream() : std::cout; }
-
-    std::unique_ptr<OutputFile> m_file;
-    TraceWriter m_writer;
 };
 
 std::string CountOf(std::size_t count, const char* what) {
@@ -160,9 +140,7 @@ void AddInputs(CLI::App& command, ImportArguments& arguments) {
         ->required()
         ->type_name("");
     AddPath(command, "--fonts", request.fonts, "DIR", "the font directory [MACHINE beside the message's directory]");
-    AddPath(command, "--maps", request.host.maps, "DIR", "the directory of the two name lists [none]");
-    AddPath(command, "--browse", request.browse, "FILE",
-            "the file that the file dialog for a missing font gives [cancelled]");
+    AddMaps(command, request.host.maps);
     AddSettings(command, arguments.settings);
 }
 
@@ -181,9 +159,7 @@ void AddChoices(CLI::App& command, ImportArguments& arguments) {
     ImportRequest& request = arguments.request;
     command.add_flag("--warnings", arguments.warnings,
                      "import by the main dialog, and print each box on standard error");
-    AddChoice<BoxAnswer>(command, "--answer", request.box_answer,
-                         {{"yes", BoxAnswer::kYes}, {"no", BoxAnswer::kNo}, {"cancel", BoxAnswer::kCancel}},
-                         "answer of the prompt to browse for a missing font");
+    AddFontPrompt(command, request.box_answer, request.browse);
     AddChoice<RgbaAnswer>(
         command, "--rgba", request.rgba,
         {{"object", RgbaAnswer::kObject}, {"background", RgbaAnswer::kBackground}, {"cancel", RgbaAnswer::kCancel}},

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/arguments.h"
+#include "cli/font_command.h"
 #include "cli/import_command.h"
 #include "cli/info_command.h"
 #include "cli/sample_command.h"
@@ -27,6 +28,7 @@ int RunCommand(int argc, char** argv) {
     app.require_subcommand(1);
     CommandRun run;
     AddImportCommand(app, run);
+    AddFontCommand(app, run);
     AddInfoCommand(app, run);
     AddSampleCommand(app, run);
     try {

@@ -8,6 +8,7 @@
 #include "platform/headless_desktop.h"
 #include "translate/char_inf.h"
 
+class CZelFont;
 class GlyphBitmaps;
 struct MessageRecord;
 
@@ -52,6 +53,8 @@ class HostObserver {
     virtual void OnChar(const SentCharacter& /*character*/) {}
     /// An import has come to its end and the host has copied what it keeps; comes after the WM_PAINT that ends it.
     virtual void OnMessage(const MessageRecord& /*message*/) {}
+    /// CZelTransExport::MakeTavroFont has returned `result`, and left its font in slot 0 if that is true.
+    virtual void OnFont(bool /*result*/, const CZelFont& /*fonts*/) {}
     /// An exception has left the module; nothing comes after it.
     virtual void OnException(const std::string& /*text*/) {}
     virtual void OnEnd(const RunEnd& /*end*/) {}

@@ -1,15 +1,10 @@
 #include "host/import_run.h"
 
-#include <memory>
-
 #include "dialog/zel_trans_dlg.h"
 #include "host/failure_text.h"
-#include "host/module_text.h"
-#include "host/native_path.h"
+#include "host/module_call.h"
 #include "pipeline/zel_trans_export.h"
-#include "platform/framework/exceptions.h"
 #include "platform/settings_store.h"
-#include "platform/system/files.h"
 
 namespace {
 
@@ -21,36 +16,6 @@ constexpr int kInsertBackground = 1344;
 /// Where the module keeps its Skip Warnings setting.
 constexpr char kSettingsSection[] = "ZELFNTSaveOptions";
 constexpr char kSkipWarnings[] = "SkipWarnings";
-
-/// Makes a desktop the current one for as long as it lives.
-class DesktopScope {
-  public:
-    explicit DesktopScope(Desktop& desktop) : m_previous(SetDesktop(&desktop)) {}
-    ~DesktopScope() { SetDesktop(m_previous); }
-    DesktopScope(const DesktopScope&) = delete;
-    DesktopScope& operator=(const DesktopScope&) = delete;
-
-  private:
-    Desktop* m_previous;
-};
-
-/// Reaches the id that the next dialog starts with, which is the dialog's own affair; no object is ever made.
-class NextMessage : public CZelTransDlg {
-  public:
-    static std::string Id() { return M_sNextMessage.GetString(); }
-};
-
-int AnswerId(BoxAnswer answer) noexcept {
-    switch (answer) {
-        case BoxAnswer::kYes:
-            return IDYES;
-        case BoxAnswer::kNo:
-            return IDNO;
-        case BoxAnswer::kCancel:
-            return IDCANCEL;
-    }
-    return IDNO;
-}
 
 void AnswerRgba(CDialog& dialog, RgbaAnswer answer) {
     DialogDriver user(dialog);
@@ -68,18 +33,7 @@ void DriveMainDialog(CDialog& dialog, const ImportPaths& paths) {
     user.Close();
 }
 
-void SetUpUser(HeadlessDesktop& desktop, const ImportRequest& request, const ImportPaths& paths,
-               std::span<HostObserver* const> observers) {
-    desktop.SetYesNoAnswer(AnswerId(request.box_answer));
-    desktop.AnswerFileDialogs([&request](const HeadlessDesktop::FileDialog&) {
-        return request.browse ? std::optional(AbsolutePath(*request.browse)) : std::nullopt;
-    });
-    desktop.ObserveBoxes([observers](const HeadlessDesktop::Box& box) {
-        for (HostObserver* observer : observers) observer->OnBox(box);
-    });
-    desktop.ObserveFileDialogs([observers](const HeadlessDesktop::FileDialog& dialog) {
-        for (HostObserver* observer : observers) observer->OnFileDialog(dialog);
-    });
+void DriveDialogs(HeadlessDesktop& desktop, const ImportRequest& request, const ImportPaths& paths) {
     desktop.HandleDialog(kImportDialog, [&paths](CDialog& dialog) { DriveMainDialog(dialog, paths); });
     desktop.HandleDialog(kRgbaDialog, [answer = request.rgba](CDialog& dialog) { AnswerRgba(dialog, answer); });
 }
@@ -96,33 +50,18 @@ void CallModule(const ImportRequest& request, const ImportPaths& paths, Referenc
     module.ReadZelmaraMessage(host.HostWindow(), message, fonts);
 }
 
-/// Calls the module and sees to it that what it leaves behind is taken back, whichever way it ends.
-void RunInHost(const ImportRequest& request, const ImportPaths& paths, ReferenceHost& host, ImportOutcome& outcome) {
-    try {
-        CallModule(request, paths, host);
-        host.EndCall(HowCallEnded::kReturned);
-        outcome.status = host.Status();
-    } catch (CException* error) {
-        host.EndCall(HowCallEnded::kException);
-        outcome.exception = TakeText(error);
-    } catch (...) {
-        host.EndCall(HowCallEnded::kException);
-        throw;
-    }
-}
-
 }  // namespace
 
 ImportOutcome RunImport(const ImportRequest& request, std::span<HostObserver* const> observers) {
     ImportOutcome outcome;
     const ImportPaths paths = PathsOf(request);
-    HeadlessDesktop desktop;
-    const DesktopScope scope(desktop);
+    UserDesktop desktop(request.box_answer, request.browse, observers);
     try {
         ReferenceHost host(request.host);
         for (HostObserver* observer : observers) host.AddObserver(observer);
-        SetUpUser(desktop, request, paths, observers);
-        RunInHost(request, paths, host, outcome);
+        DriveDialogs(desktop, request, paths);
+        outcome.exception = CallInHost(host, [&] { CallModule(request, paths, host); });
+        if (!outcome.exception) outcome.status = host.Status();
         outcome.message = host.TakeMessage();
         outcome.order_breaches = host.Breaches();
         outcome.glyph_failures = host.GlyphFailures();
@@ -131,14 +70,15 @@ ImportOutcome RunImport(const ImportRequest& request, std::span<HostObserver* co
         return outcome;
     }
     outcome.boxes = desktop.Boxes();
-    outcome.next_id = NextMessage::Id();
-    outcome.y_offset = ZelYOffset();
+    const RunEnd end = EndOf(Road::kImport, outcome.status);
+    outcome.next_id = end.next_id;
+    outcome.y_offset = end.y_offset;
     outcome.failure = DescribeFailure(request, paths, outcome);
     for (HostObserver* observer : observers) {
         if (outcome.exception) {
             observer->OnException(*outcome.exception);
         } else {
-            observer->OnEnd({Road::kImport, outcome.status, outcome.next_id, outcome.y_offset});
+            observer->OnEnd(end);
         }
     }
     return outcome;

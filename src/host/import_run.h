@@ -8,10 +8,7 @@
 #include "host/host_observer.h"
 #include "host/message_record.h"
 #include "host/reference_host.h"
-#include "platform/headless_desktop.h"
-
-/// How a prompt for a missing font is answered.
-enum class BoxAnswer { kYes, kNo, kCancel };
+#include "host/user_desktop.h"
 
 /// How the choice for an RGBA file is answered.
 enum class RgbaAnswer { kObject, kBackground, kCancel };

@@ -282,6 +282,12 @@ void TraceWriter::OnChar(const SentCharacter& character) {
     Write();
 }
 
+void TraceWriter::OnFont(bool result, const CZelFont& fonts) {
+    Begin("font").Number("result", result ? 1 : 0);
+    AddFonts(m_line, fonts);
+    Write();
+}
+
 void TraceWriter::OnException(const std::string& text) {
     Begin("exception").Bytes("text", text);
     Write();
@@ -294,10 +300,4 @@ void TraceWriter::OnEnd(const RunEnd& end) {
     m_line.Bytes("next_id", end.next_id).Number("y_offset", end.y_offset);
     Write();
     m_out.flush();
-}
-
-void TraceWriter::WriteFont(bool result, const CZelFont& fonts) {
-    Begin("font").Number("result", result ? 1 : 0);
-    AddFonts(m_line, fonts);
-    Write();
 }

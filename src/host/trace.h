@@ -6,8 +6,6 @@
 #include "host/host_observer.h"
 #include "host/json_line.h"
 
-class CZelFont;
-
 /// Whether the trace tells size and checksum of each character's pixels.
 enum class TracePixels { kNo, kYes };
 
@@ -21,11 +19,9 @@ class TraceWriter : public HostObserver {
     void OnFileDialog(const HeadlessDesktop::FileDialog& dialog) override;
     void OnSend(const SentMessage& message) override;
     void OnChar(const SentCharacter& character) override;
+    void OnFont(bool result, const CZelFont& fonts) override;
     void OnException(const std::string& text) override;
     void OnEnd(const RunEnd& end) override;
-
-    /// The event `font`: what CZelTransExport::MakeTavroFont gave.
-    void WriteFont(bool result, const CZelFont& fonts);
 
   private:
     JsonLine& Begin(const char* event);

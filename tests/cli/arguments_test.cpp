@@ -10,7 +10,7 @@ using testing::StartsWith;
 
 TEST(Help, OfEachCommandSaysWhatItIsForAndGivesAnExample) {
     const CommandDisk disk;
-    for (const std::string command : {"import", "info", "sample"}) {
+    for (const std::string command : {"import", "font", "info", "sample"}) {
         const CommandResult result = disk.Shell("zeltrans " + command + " --help");
         EXPECT_EQ(result.exit_code, 0);
         EXPECT_THAT(result.out, HasSubstr("Example:\n  zeltrans " + command));
@@ -51,6 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
         WrongCase{"unknown_answer", "import MESSAGES/.0012 --answer maybe", "--answer: \"maybe\" is none of"},
         WrongCase{"unknown_insertion", "import MESSAGES/.0012 --rgba both", "--rgba: \"both\" is none of"},
         WrongCase{"empty_output", "import MESSAGES/.0012 --png ''", "--png: the path is empty"},
+        WrongCase{"no_font", "font", "FONTFILE is required"},
         WrongCase{"no_file_to_inspect", "info", "FILE is required"},
         WrongCase{"no_directory_to_write", "sample", "DIR is required"}),
     [](const auto& info) { return std::string(info.param.name); });

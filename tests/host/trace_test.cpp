@@ -130,7 +130,7 @@ constexpr char kSlotJson[] =
 TEST_F(Trace, WritesTheFontSetWithNullForAnEmptySlot) {
     const auto fonts = std::make_unique<CZelFont>();
     const LoadedSlot loaded(fonts->m_Slots[1]);
-    m_trace.WriteFont(true, *fonts);
+    m_trace.OnFont(true, *fonts);
     std::string expected = "{\"event\":\"font\",\"result\":1,\"fonts\":[null,";
     expected += kSlotJson;
     for (int slot = 2; slot < 16; ++slot) expected += ",null";

@@ -1,0 +1,151 @@
+#include "host/font_run.h"
+
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "font/zel_font.h"
+#include "host/host_disk.h"
+#include "host/trace.h"
+#include "pipeline/module_state.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class FontRun : public HostDisk {
+  protected:
+    FontRun() {
+        CancelZelFontBrowse();
+        CZelFont::m_SFontBrowseDir.Empty();
+        m_font.file = Path("MACHINE/.0012");
+        m_font.maps = m_scratch.Path().string();
+    }
+
+    std::string TraceOf() {
+        std::ostringstream out;
+        TraceWriter trace(out);
+        HostObserver* const observers[] = {&trace};
+        RunFont(m_font, observers);
+        return out.str();
+    }
+
+    FontRunRequest m_font;
+};
+
+TEST_F(FontRun, HandsTheFontOverWithTheDefaultPaletteOnceTheTraceHasEnded) {
+    WriteFont(BlockFont(), 12);
+    std::ostringstream out;
+    TraceWriter trace(out);
+    HostObserver* const observers[] = {&trace};
+    std::string traced;
+    const FontRunOutcome outcome = RunFont(m_font, observers, [&](CZelFont& fonts) {
+        traced = out.str();
+        EXPECT_EQ(fonts.m_Slots[0].font_header->Name(), "Block");
+        EXPECT_EQ(fonts.m_Palette[1 + 7 * 32 + 1], 0xD9D9FFD9U);
+    });
+    EXPECT_TRUE(outcome.Done()) << outcome.failure;
+    EXPECT_EQ(outcome.read_from, std::nullopt);
+    EXPECT_THAT(traced, StartsWith("{\"event\":\"font\",\"result\":1,\"fonts\":[{\"file_name\":"));
+    EXPECT_THAT(traced, HasSubstr(",null,null]}\n{\"event\":\"end\",\"road\":\"font\",\"next_id\":"));
+}
+
+TEST_F(FontRun, SetsSkipWarningsInTheModuleAndInTheSettings) {
+    for (const bool warnings : {true, false}) {
+        m_font.warnings = warnings;
+        CZelFont::m_bIgnoreErrors = warnings ? 1 : 0;
+        RunFont(m_font);
+        EXPECT_EQ(IgnoreZelFontErrors(), !warnings);
+        EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), warnings ? 0 : 1);
+    }
+}
+
+TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
+    m_font.warnings = true;
+    m_font.box_answer = BoxAnswer::kYes;
+    const std::string trace = TraceOf();
+    EXPECT_THAT(trace, StartsWith("{\"event\":\"box\",\"text\":\"Couldn't Find Zelmara! Font File: "));
+    EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"file_dialog\",\"title\":\"Browse for Font File\""));
+    EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"font\",\"result\":0,\"fonts\":[null,"));
+}
+
+TEST_F(FontRun, TellsWhichFileItReadInPlaceOfTheOneAskedFor) {
+    WriteFont(BlockFont(), 2);
+    m_font.warnings = true;
+    m_font.box_answer = BoxAnswer::kYes;
+    m_font.browse = Path("MACHINE/.0002");
+    EXPECT_EQ(RunFont(m_font).read_from, Path("MACHINE/.0002"));
+}
+
+struct FailureCase {
+    const char* name;
+    const char* file;
+    const char* reason;
+    std::optional<BoxAnswer> answer = std::nullopt;  // with warnings
+    const char* browse = nullptr;
+};
+void PrintTo(const FailureCase& failure, std::ostream* out) {
+    *out << failure.name;
+}
+
+class FailedFont : public FontRun, public testing::WithParamInterface<FailureCase> {};
+
+TEST_P(FailedFont, NamesTheFileAndTheReason) {
+    const samples::Bytes bytes = samples::WriteFont(BlockFont());
+    const auto write = [this](const char* name, std::size_t size, const samples::Bytes& file) {
+        samples::WriteWholeFile(Path(name), std::span(file).first(size));
+    };
+    for (const char* name : {"MACHINE/FONT.TXT", "MACHINE/ab.0012", "MACHINE/.00013", "x.0012/.0012"}) {
+        write(name, bytes.size(), bytes);
+    }
+    write("MACHINE/.0014", 100, bytes);
+    write("MACHINE/.0015", bytes.size() - 1, bytes);
+    samples::WriteWholeFile(Path("MACHINE/.0016"), samples::WriteMessage(OneRow("A")));
+    samples::WriteWholeFile(Path("MACHINE/.0017"), samples::WriteRgbaFile(714, {}));
+    std::filesystem::create_directory(Path("MACHINE/.0018"));
+    const FailureCase& failure = GetParam();
+    m_font.file = Path(failure.file);
+    m_font.warnings = failure.answer.has_value();
+    m_font.box_answer = failure.answer.value_or(BoxAnswer::kNo);
+    if (failure.browse != nullptr) m_font.browse = Path(failure.browse);
+    const FontRunOutcome outcome = RunFont(m_font, {}, [](CZelFont&) { FAIL() << "there is no font"; });
+    EXPECT_THAT(outcome.failure, StartsWith(m_font.file + ": "));
+    EXPECT_THAT(outcome.failure, HasSubstr(failure.reason));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, FailedFont,
+    testing::Values(
+        FailureCase{"an_extension_without_a_number", "MACHINE/FONT.TXT", "named by a dot and a number, such as .0012"},
+        FailureCase{"no_dot", "MACHINE", "named by a dot and a number, such as .0012"},
+        FailureCase{"a_stem", "MACHINE/ab.0012", "such as .0012, without \"ab\" in front"},
+        FailureCase{"the_name_in_a_directory", "x.0012/.0012", "the first \".0012\" in the path"},
+        FailureCase{"too_many_zeros", "MACHINE/.00013", "under the names .0013 and .13 only"},
+        FailureCase{"a_long_path",
+                    "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
+                    "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
+                    "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../.0012",
+                    "characters, and the module takes 259"},
+        FailureCase{"a_missing_file", "MACHINE/.0012", "there is no such font file"},
+        FailureCase{"a_declined_prompt", "MACHINE/.0012",
+                    "no such font file, and the prompt to browse for it was answered", BoxAnswer::kNo},
+        FailureCase{"a_cancelled_prompt", "MACHINE/.0012", "the prompt to browse for it was cancelled",
+                    BoxAnswer::kCancel},
+        FailureCase{"a_cancelled_file_dialog", "MACHINE/.0012", "and the file dialog was cancelled", BoxAnswer::kYes},
+        FailureCase{"a_wrong_file_browsed_for", "MACHINE/.0012", "MACHINE/.0016: not a font file but a message file",
+                    BoxAnswer::kYes, "MACHINE/.0016"},
+        FailureCase{"a_few_bytes", "MACHINE/.0014", "the font file ends within its first header"},
+        FailureCase{"a_file_cut_short", "MACHINE/.0015", "the font file is broken; \"zeltrans info\" tells where"},
+        FailureCase{"a_message", "MACHINE/.0016", "not a font file but a message file"},
+        FailureCase{"a_picture", "MACHINE/.0017", "not a font file: its type is 714, a font's is 500"},
+        FailureCase{"a_directory", "MACHINE/.0018", "a directory, not a font file"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(FontRun, RefusesANameListDirectoryThatIsTooLong) {
+    m_font.maps = "/" + std::string(258, 'm');
+    EXPECT_THAT(RunFont(m_font).failure, HasSubstr("longer than the 258 characters"));
+}
+
+}  // namespace
