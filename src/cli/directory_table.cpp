@@ -118,6 +118,7 @@ std::string DirectoryTable::Totals() const {
         if (entry.report->verdict == Verdict::kReadable) ++defects;
     }
     std::vector<std::string> parts;
+    parts.reserve(kinds.size());
     for (const auto& [kind, count] : kinds) {
         parts.push_back(kind == FileKind::kOther || kind == FileKind::kText
                             ? inspect::Number(count) + " " + inspect::KindName(kind)

@@ -75,7 +75,7 @@ void OutputFile::Commit() {
 
 std::string CheckPlainOutput(const std::string& path) {
     const OutputFile probe(path);
-    const std::string target = TargetOf(path);
+    std::string target = TargetOf(path);
     std::error_code error;
     const fs::file_status status = fs::status(target, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) Fail(path, "it is no plain file");
