@@ -52,7 +52,7 @@ class FontGroups {
 /// One pass over a message's tab fields.
 class TemplateMaker {
   public:
-    TemplateMaker(const FontGroups& groups) noexcept : m_groups(groups) {}
+    explicit TemplateMaker(const FontGroups& groups) noexcept : m_groups(groups) {}
 
     void Make(const tag_tab_field& tab, tag_msg_row& row);
     /// A template was made, and a field went without a font of its own, not necessarily the same one.

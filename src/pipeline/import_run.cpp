@@ -29,9 +29,9 @@ class ImportRun {
     void ReleaseFonts(int last_slot);
     void HandOver(CZelMessage& message);
     void Advance();
-    void SendToHost(UINT text, WPARAM wParam, const void* object) {
+    void SendToHost(UINT message, WPARAM wParam, const void* object) {
         if (m_dialog.m_pHostWnd != nullptr)
-            m_dialog.m_pHostWnd->SendMessage(text, wParam, reinterpret_cast<LPARAM>(object));
+            m_dialog.m_pHostWnd->SendMessage(message, wParam, reinterpret_cast<LPARAM>(object));
     }
 
     CZelTransDlg& m_dialog;

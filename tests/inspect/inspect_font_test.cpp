@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "inspect/sample_files.h"
+#include "inspect/break_case.h"
 
 namespace {
 
@@ -37,32 +37,15 @@ TEST(InspectFont, TellsWhatAWholeFontHolds) {
     EXPECT_EQ(report.sections.back().offset + report.sections.back().size, report.size);
 }
 
-struct FontCase {
-    const char* name;
-    void (*break_it)(samples::FontFile&);
-    Verdict verdict;
-    const char* told;
-};
-void PrintTo(const FontCase& font, std::ostream* out) {
-    *out << font.name;
-}
-
+using FontCase = BreakCase<samples::FontFile>;
 class BrokenFont : public testing::TestWithParam<FontCase> {};
 
 TEST_P(BrokenFont, IsToldWithWhatIsWrong) {
     samples::FontFile font = GoodFont();
     GetParam().break_it(font);
-    const FileReport report = Inspect(font);
-    EXPECT_EQ(report.verdict, GetParam().verdict);
-    const std::string told = GetParam().verdict == Verdict::kBroken  ? report.reason
-                             : GetParam().verdict == Verdict::kWhole ? Lines(report.remarks)
-                                                                     : Lines(report.defects);
-    EXPECT_THAT(told, HasSubstr(GetParam().told));
+    ExpectTold(Inspect(font), GetParam());
 }
 
-constexpr auto kBroken = Verdict::kBroken;
-constexpr auto kReadable = Verdict::kReadable;
-constexpr auto kWhole = Verdict::kWhole;
 using F = samples::FontFile;
 
 INSTANTIATE_TEST_SUITE_P(

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "inspect/sample_files.h"
+#include "inspect/break_case.h"
 
 namespace {
 
@@ -74,33 +74,15 @@ TEST(InspectMessage, ReadsARowAlongItsChainAndCutsTheTextWhereTheFontChanges) {
     EXPECT_EQ(report.verdict, Verdict::kWhole);
 }
 
-// One thing broken in a good message, and where it is told.
-struct MessageCase {
-    const char* name;
-    void (*break_it)(samples::MessageFile&);
-    Verdict verdict;
-    const char* told;
-};
-void PrintTo(const MessageCase& message, std::ostream* out) {
-    *out << message.name;
-}
-
+using MessageCase = BreakCase<samples::MessageFile>;
 class BrokenMessage : public testing::TestWithParam<MessageCase> {};
 
 TEST_P(BrokenMessage, IsToldWithWhatIsWrong) {
     samples::MessageFile message = GoodMessage();
     GetParam().break_it(message);
-    const FileReport report = Inspect(message);
-    EXPECT_EQ(report.verdict, GetParam().verdict);
-    const std::string told = GetParam().verdict == Verdict::kBroken  ? report.reason
-                             : GetParam().verdict == Verdict::kWhole ? Lines(report.remarks)
-                                                                     : Lines(report.defects);
-    EXPECT_THAT(told, HasSubstr(GetParam().told));
+    ExpectTold(Inspect(message), GetParam());
 }
 
-constexpr auto kBroken = Verdict::kBroken;
-constexpr auto kReadable = Verdict::kReadable;
-constexpr auto kWhole = Verdict::kWhole;
 using M = samples::MessageFile;
 
 INSTANTIATE_TEST_SUITE_P(
