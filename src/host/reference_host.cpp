@@ -172,7 +172,7 @@ LRESULT ReferenceHost::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
             Message().id = reinterpret_cast<const CZelTransDlg*>(lParam)->m_sMessageID.GetString();
             return 0;
         case kMsgHasMessage:
-            return m_has_message && m_has_message(static_cast<int>(wParam)) ? 1 : 0;
+            return 0;  // nothing is recorded that could be exported
         case kMsgNuvoOut:
             if (wParam == 1) {
                 *reinterpret_cast<BYTE*>(lParam) = m_nuvo_state;

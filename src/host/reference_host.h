@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -50,7 +49,6 @@ class ReferenceHost : private WindowListener {
 
     /// Not owned; must outlive the host.
     void AddObserver(HostObserver* observer) { m_observers.push_back(observer); }
-    void SetHasMessage(std::function<bool(int id)> has_message) { m_has_message = std::move(has_message); }
 
     /// To be called when a call into the module has returned, or has been left by an exception: gives back what fonts
     /// are still held.
@@ -82,7 +80,6 @@ class ReferenceHost : private WindowListener {
     HostOptions m_options;
     std::unique_ptr<MessageWindow> m_main_window, m_host_window, m_export_window;
     std::vector<HostObserver*> m_observers;
-    std::function<bool(int)> m_has_message;
     BYTE m_nuvo_state = 0;
     OrderChecker m_order;
     GlyphBitmaps m_glyphs;

@@ -10,7 +10,7 @@
 #include "message/byte_order.h"
 
 /// Reads big-endian fields from a span, front to back. Bytes beyond the span's end read as zeros, so that a record cut
-/// short is filled up with zeros and never with what memory held; Short() tells that it happened.
+/// short is filled up with zeros and never with what memory held.
 ///
 /// | call    | moves by | gives                                   |
 /// |---------|----------|-----------------------------------------|
@@ -18,7 +18,6 @@
 /// | U16     | 2        | the word, converted                     |
 /// | U32     | 4        | the double word, converted              |
 /// | Bytes   | its size | the bytes as they stand                 |
-/// | Skip    | n        | nothing                                 |
 class BigEndianCursor {
   public:
     explicit BigEndianCursor(std::span<const std::uint8_t> bytes) noexcept : m_bytes(bytes) {}
@@ -35,23 +34,13 @@ class BigEndianCursor {
         return out;
     }
 
-    void Skip(std::size_t count) noexcept { Take(count); }
-
-    /// Offset of the next byte; never beyond the end.
-    std::size_t Offset() const noexcept { return m_offset; }
-
-    /// True for good once a read went beyond the end.
-    bool Short() const noexcept { return m_short; }
-
   private:
     std::size_t Take(std::size_t count) noexcept {
         const std::size_t there = std::min(count, m_bytes.size() - m_offset);
         m_offset += there;
-        if (there != count) m_short = true;
         return there;
     }
 
     std::span<const std::uint8_t> m_bytes;
     std::size_t m_offset = 0;
-    bool m_short = false;
 };
