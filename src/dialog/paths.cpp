@@ -1,7 +1,7 @@
-#include <climits>
 #include <cstring>
 #include <string_view>
 
+#include "dialog/id_text.h"
 #include "dialog/zel_trans_dlg.h"
 #include "pipeline/module_state.h"
 #include "platform/framework/cfile.h"
@@ -20,21 +20,6 @@ bool FileOpens(const char* dir, const char* name) {
     path.Format("%s\\%s", dir, name);
     CFile file;
     return file.Open(path, CFile::modeRead | CFile::shareDenyNone) != FALSE;
-}
-
-std::size_t CountDigits(std::string_view text) noexcept {
-    const std::size_t end = text.find_first_not_of("0123456789");
-    return end == std::string_view::npos ? text.size() : end;
-}
-
-// Value of the text's leading digits, as far as an int holds it.
-int NumberOf(std::string_view digits) noexcept {
-    long long value = 0;
-    for (const char c : digits.substr(0, CountDigits(digits))) {
-        value = value * 10 + (c - '0');
-        if (value > INT_MAX) return INT_MAX;
-    }
-    return static_cast<int>(value);
 }
 
 }  // namespace
@@ -127,7 +112,7 @@ bool CZelTransDlg::CheckFileExist(const char* name, const char* dir) {
 }
 
 void CZelTransDlg::IncrementFileName(const char* name) {
-    const std::string_view bare(name[0] == '.' ? name + 1 : name);
+    const std::string_view bare = WithoutLeadingDot(name);
     if (bare.size() < 5 && CountDigits(bare) == bare.size()) {
         const int next = NumberOf(bare) + 1;
         m_sMessageID.Format(".%04d", next > 9999 ? 0 : next);

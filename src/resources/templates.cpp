@@ -1,11 +1,12 @@
 #include "resources/templates.h"
 
+#include "resources/batch_dialog.h"
 #include "resources/import_dialog.h"
 #include "resources/rgba_dialog.h"
 
 namespace {
 
-constexpr DialogTemplate kDialogs[] = {kImportDialogTemplate, kRgbaDialogTemplate};
+constexpr DialogTemplate kDialogs[] = {kImportDialogTemplate, kBatchDialogTemplate, kRgbaDialogTemplate};
 
 }  // namespace
 

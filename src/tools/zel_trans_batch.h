@@ -1,21 +1,56 @@
 #pragma once
 
+#include "platform/framework/cdialog.h"
 #include "platform/framework/cstring.h"
-#include "platform/system/types.h"
 
-class CWnd;
 class CZelTransDlg;
 
-/// The run over a range of numbered messages. This version carries its members, which the callers set, and no dialog:
-/// DoModal tells the user so and runs nothing.
-class CZelTransBatch {
+inline constexpr UINT kBatchDialog = 130;
+enum BatchControl : int {
+    kStartIdEdit = 1013,
+    kEndIdEdit = 1014,
+    kBatchStatusLabel = 1015,
+    kBatchSkipWarningsCheck = 1016,
+    kSkipNuvoOutCheck = 1018,
+};
+
+/// Runs over a range of numbered messages: imports each and has the host record it, or, in export mode, has the host
+/// export those that it holds. ESC ends a run; a run always closes the dialog.
+class CZelTransBatch : public CDialog {
   public:
     explicit CZelTransBatch(CWnd* parent);
 
-    CZelTransDlg* m_pTransDlg = nullptr;  ///< the main dialog; set right after construction.
-    BOOL m_bExport = 0;                   ///< non-zero: export mode.
-    CString m_strExportPath;              ///< the host's, to be handed back with each export message.
+    CZelTransDlg* m_pTransDlg =
+        nullptr;  ///< the main dialog; set right after construction. Has no window in export mode.
+    CString m_strEndId;
+    CString m_strStartId;
+    BOOL m_bSkipWarnings;
+    BOOL m_bSkipNuvoOut = 0;  ///< turn the host's Nuvo output off for the run; the dialog hides the choice.
+    BOOL m_bExport = 0;       ///< non-zero: export mode.
+    CString m_strExportPath;  ///< the host's, handed back with each export message.
 
-    /// @return IDCANCEL.
-    INT_PTR DoModal();
+    using CDialog::Create;
+    /// Modeless; all but the parent is of no account.
+    BOOL Create(const char* className, const char* windowName, DWORD style, const RECT& rect, CWnd* parent, UINT id,
+                CCreateContext* context = nullptr) override;
+
+    /// In import mode both boxes open with the main dialog's message id.
+    INT_PTR DoModal() override;
+
+  protected:
+    void DoDataExchange(CDataExchange* exchange) override;
+    BOOL OnInitDialog() override;
+    void OnOK() override;
+    void OnCancel() override;
+    afx_msg void OnCheckSkipWarnings();
+
+    DECLARE_MESSAGE_MAP()
+
+  private:
+    bool IsNumber(const CString& text, const char* trouble, const char* caption);
+    bool IsRange(int first, int last);
+    void Run(int first, int last);
+    bool Import(int id, const char* id_text);
+    void Export(CWnd& main_window, int id, const char* id_text);
+    void ShowStatus(const char* format, const char* id_text);
 };

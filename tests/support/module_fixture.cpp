@@ -30,7 +30,7 @@ void FontSet::Clear() {
 }
 
 LRESULT ModuleTest::Window::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (IsForHost(message)) m_test.Hear({m_target, message, wParam, lParam});
+    if (IsForHost(message)) return m_test.Hear({m_target, message, wParam, lParam});
     return CWnd::WindowProc(message, wParam, lParam);
 }
 
@@ -110,7 +110,7 @@ void ModuleTest::OnChar(CWnd* host, tag_CharInf* info, unsigned character) {
     g_test->m_order.emplace_back("char");
 }
 
-void ModuleTest::Hear(const WindowMessage& message) {
+LRESULT ModuleTest::Hear(const WindowMessage& message) {
     messages.push_back(message);
     m_order.push_back(std::to_string(message.message));
     if (message.message == 1157) {
@@ -119,6 +119,7 @@ void ModuleTest::Hear(const WindowMessage& message) {
         }
     }
     if (on_message) on_message(message);
+    return Answer(message);
 }
 
 std::string ModuleTest::Order() const {

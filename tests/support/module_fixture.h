@@ -80,6 +80,7 @@ class ModuleTest : public testing::Test {
     std::vector<WindowMessage> messages;
     std::vector<CharCall> chars;
     std::function<void(const WindowMessage&)> on_message;  // called once the message is recorded
+    virtual LRESULT Answer(const WindowMessage& /*sent*/) { return 0; }
     CWnd& Host() { return m_host; }
 
   private:
@@ -95,7 +96,7 @@ class ModuleTest : public testing::Test {
         const char m_target;
     };
     static void OnChar(CWnd* host, tag_CharInf* info, unsigned character);
-    void Hear(const WindowMessage& message);
+    LRESULT Hear(const WindowMessage& message);
 
     std::filesystem::path m_disk;
     Window m_host{*this, 'h'};
