@@ -1,10 +1,19 @@
 #include "platform/dialog_driver.h"
 
+#include <algorithm>
+
 #include "platform/framework/window.h"
 
 CWnd* DialogDriver::Usable(int id) const {
     CWnd* const control = m_dialog.HasEnded() ? nullptr : m_dialog.GetDlgItem(id);
     return control != nullptr && control->IsWindowVisible() && control->IsWindowEnabled() ? control : nullptr;
+}
+
+bool DialogDriver::IsListBox(int id) const {
+    const DialogTemplate* const source = m_dialog.GetTemplate();
+    return source != nullptr &&
+           std::any_of(source->controls.begin(), source->controls.end(),
+                       [id](const auto& control) { return control.id == id && control.kind == ControlKind::list_box; });
 }
 
 bool DialogDriver::Type(int id, const std::string& text) {
@@ -30,8 +39,9 @@ bool DialogDriver::Choose(int id, int index) {
     CWnd* const control = Usable(id);
     if (control == nullptr || index < 0) return false;
     control->SetFocus();
-    return index < control->SendMessage(CB_GETCOUNT) &&
-           control->SendMessage(CB_SETCURSEL, static_cast<WPARAM>(index)) == index;
+    const bool box = IsListBox(id);
+    return index < control->SendMessage(box ? LB_GETCOUNT : CB_GETCOUNT) &&
+           control->SendMessage(box ? LB_SETCURSEL : CB_SETCURSEL, static_cast<WPARAM>(index)) == index;
 }
 
 bool DialogDriver::Choose(int id, const std::string& text) {
@@ -72,11 +82,13 @@ std::string DialogDriver::Text(int id) const {
 std::vector<std::string> DialogDriver::List(int id) const {
     std::vector<std::string> list;
     CWnd* const control = m_dialog.GetDlgItem(id);
-    const LRESULT count = control != nullptr ? control->SendMessage(CB_GETCOUNT) : 0;
+    const bool box = IsListBox(id);
+    const LRESULT count = control != nullptr ? control->SendMessage(box ? LB_GETCOUNT : CB_GETCOUNT) : 0;
     for (LRESULT i = 0; i < count; ++i) {
         const auto index = static_cast<WPARAM>(i);
-        std::string entry(static_cast<std::size_t>(control->SendMessage(CB_GETLBTEXTLEN, index)), '\0');
-        control->SendMessage(CB_GETLBTEXT, index, ToParam(entry.data()));
+        const LRESULT length = control->SendMessage(box ? LB_GETTEXTLEN : CB_GETLBTEXTLEN, index);
+        std::string entry(static_cast<std::size_t>(length), '\0');
+        control->SendMessage(box ? LB_GETTEXT : CB_GETLBTEXT, index, ToParam(entry.data()));
         list.push_back(std::move(entry));
     }
     return list;

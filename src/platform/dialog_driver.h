@@ -17,7 +17,7 @@ class ZEL_PLATFORM_API DialogDriver {
     bool Press(int id);
     /// Clicks a check box or radio button unless it has the wanted state.
     bool Check(int id, bool on = true);
-    /// Chooses an entry of a combo box's list, by its index or its text.
+    /// Chooses an entry of a combo box's list or of a list box, by its index or its text.
     bool Choose(int id, int index);
     bool Choose(int id, const std::string& text);
     /// Enter runs the default button, or IDOK without one; Escape runs IDCANCEL; Close is the title bar's button.
@@ -35,6 +35,7 @@ class ZEL_PLATFORM_API DialogDriver {
 
   private:
     CWnd* Usable(int id) const;
+    bool IsListBox(int id) const;
 
     CDialog& m_dialog;
 };

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/dialog_driver.h"
 #include "platform/framework/cdialog.h"
 #include "platform/framework/cwinapp.h"
 #include "test_dialog.h"
@@ -30,6 +31,7 @@ class Controls : public testing::Test {
     TestDialog m_dialog;
 };
 using ComboBox = Controls;
+using ListBox = Controls;
 using Edit = Controls;
 using Button = Controls;
 
@@ -82,6 +84,21 @@ TEST_F(ComboBox, SortsItsListOnlyIfAsked) {
     for (const char* entry : {"b", "C", "a"}) Send(kSorted, CB_ADDSTRING, 0, Text(entry));
     EXPECT_EQ(Send(kSorted, CB_FINDSTRINGEXACT, 0, Text("C")), 2);
     EXPECT_EQ(Send(kSorted, CB_FINDSTRINGEXACT, 0, Text("a")), 0);
+}
+
+TEST_F(ListBox, HoldsEntriesOfWhichOneIsChosen) {
+    for (const char* entry : {"b", "a"}) EXPECT_NE(Send(kList, LB_ADDSTRING, 0, Text(entry)), LB_ERR);
+    m_dialog.ShowWindow(SW_SHOW);
+    DialogDriver user(m_dialog);
+    EXPECT_EQ(user.List(kList), (std::vector<std::string>{"b", "a"}));
+    EXPECT_EQ(Send(kList, LB_GETCURSEL), LB_ERR);
+    EXPECT_TRUE(user.Choose(kList, "a"));
+    EXPECT_EQ(Send(kList, LB_GETCURSEL), 1);
+    EXPECT_FALSE(user.Choose(kList, 2));
+    EXPECT_EQ(Send(kList, LB_SETCURSEL, static_cast<WPARAM>(-1)), LB_ERR);
+    EXPECT_EQ(Send(kList, LB_GETTEXTLEN, 2), LB_ERR);
+    Send(kList, LB_RESETCONTENT);
+    EXPECT_EQ(Send(kList, LB_GETCOUNT), 0);
 }
 
 TEST_F(Edit, TellsItsDialogOfEveryTextThatItIsGiven) {

@@ -9,7 +9,7 @@
 
 inline constexpr UINT kTestDialog = 500;
 inline constexpr int kEdit = 10, kCombo = 11, kSorted = 12, kCheck = 13, kRadioA = 14, kRadioB = 15, kRadioOther = 16,
-                     kHidden = 17, kDisabled = 18;
+                     kHidden = 17, kDisabled = 18, kList = 19;
 
 inline constexpr ControlTemplate kTestControls[] = {
     {IDC_STATIC, ControlKind::group_box, "Options", 0, 0, 200, 100, ctl_none},
@@ -22,6 +22,7 @@ inline constexpr ControlTemplate kTestControls[] = {
     {kRadioOther, ControlKind::radio_button, "Other", 0, 0, 1, 1, ctl_auto | ctl_group},
     {kHidden, ControlKind::push_button, "Hidden", 0, 0, 1, 1, ctl_hidden},
     {kDisabled, ControlKind::push_button, "Disabled", 0, 0, 1, 1, ctl_disabled},
+    {kList, ControlKind::list_box, nullptr, 0, 0, 1, 1, ctl_tab_stop},
     {IDOK, ControlKind::default_button, "OK", 0, 0, 1, 1, ctl_tab_stop},
 };
 inline constexpr DialogTemplate kTestDialogs[] = {

@@ -59,13 +59,52 @@ class EditWindow : public HWND__ {
     Selection m_selection;
 };
 
+/// The entries of a combo box or list box, and which of them is selected.
+class ListWindow : public HWND__ {
+  protected:
+    LRESULT Add(LPARAM entry) { return Insert(SortedPlace(entry), entry); }
+
+    LRESULT Insert(std::size_t index, LPARAM entry) {
+        if (index > m_list.size() || entry == 0) return CB_ERR;
+        m_list.insert(m_list.begin() + static_cast<std::ptrdiff_t>(index), FromParam<const char>(entry));
+        if (m_current != CB_ERR && static_cast<std::size_t>(m_current) >= index) ++m_current;
+        Changed(WindowChange::list);
+        return static_cast<LRESULT>(index);
+    }
+
+    LRESULT CopyEntry(std::size_t index, LPARAM out) const {
+        if (index >= m_list.size() || out == 0) return CB_ERR;
+        const std::string& entry = m_list[index];
+        std::copy_n(entry.c_str(), entry.size() + 1, FromParam<char>(out));
+        return static_cast<LRESULT>(entry.size());
+    }
+
+    LRESULT EntryLength(std::size_t index) const {
+        return index < m_list.size() ? static_cast<LRESULT>(m_list[index].size()) : CB_ERR;
+    }
+
+    LRESULT Count() const { return static_cast<LRESULT>(m_list.size()); }
+
+    std::vector<std::string> m_list;
+    LRESULT m_current = CB_ERR;
+
+  private:
+    std::size_t SortedPlace(LPARAM entry) const {
+        if ((flags & ctl_sorted) == 0 || entry == 0) return m_list.size();
+        const auto place =
+            std::upper_bound(m_list.begin(), m_list.end(), std::string_view(FromParam<const char>(entry)), LessFolded);
+        return static_cast<std::size_t>(place - m_list.begin());
+    }
+};
+static_assert(LB_ERR == CB_ERR);
+
 /// Drop-down combo box: a list, and an edit field, whose text is the window's text.
-class ComboWindow : public HWND__ {
+class ComboWindow : public ListWindow {
   public:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
         switch (message) {
             case CB_ADDSTRING:
-                return Insert(SortedPlace(lParam), lParam);
+                return Add(lParam);
             case CB_INSERTSTRING:
                 return Insert(static_cast<LRESULT>(wParam) == -1 ? m_list.size() : wParam, lParam);
             case CB_DELETESTRING:
@@ -76,19 +115,15 @@ class ComboWindow : public HWND__ {
                 Choose(0);
                 return 0;
             case CB_GETCOUNT:
-                return static_cast<LRESULT>(m_list.size());
+                return Count();
             case CB_GETCURSEL:
                 return m_current;
             case CB_SETCURSEL:
                 return Choose(wParam);
-            case CB_GETLBTEXT: {
-                if (wParam >= m_list.size() || lParam == 0) return CB_ERR;
-                const std::string& entry = m_list[wParam];
-                std::copy_n(entry.c_str(), entry.size() + 1, FromParam<char>(lParam));
-                return static_cast<LRESULT>(entry.size());
-            }
+            case CB_GETLBTEXT:
+                return CopyEntry(wParam, lParam);
             case CB_GETLBTEXTLEN:
-                return wParam < m_list.size() ? static_cast<LRESULT>(m_list[wParam].size()) : CB_ERR;
+                return EntryLength(wParam);
             case CB_LIMITTEXT:
                 limit = wParam != 0 ? wParam : INT_MAX;
                 return TRUE;
@@ -106,21 +141,6 @@ class ComboWindow : public HWND__ {
     }
 
   private:
-    std::size_t SortedPlace(LPARAM entry) const {
-        if ((flags & ctl_sorted) == 0 || entry == 0) return m_list.size();
-        const auto place =
-            std::upper_bound(m_list.begin(), m_list.end(), std::string_view(FromParam<const char>(entry)), LessFolded);
-        return static_cast<std::size_t>(place - m_list.begin());
-    }
-
-    LRESULT Insert(std::size_t index, LPARAM entry) {
-        if (index > m_list.size() || entry == 0) return CB_ERR;
-        m_list.insert(m_list.begin() + static_cast<std::ptrdiff_t>(index), FromParam<const char>(entry));
-        if (m_current != CB_ERR && static_cast<std::size_t>(m_current) >= index) ++m_current;
-        Changed(WindowChange::list);
-        return static_cast<LRESULT>(index);
-    }
-
     LRESULT Delete(std::size_t index) {
         if (index >= m_list.size()) return CB_ERR;
         m_list.erase(m_list.begin() + static_cast<std::ptrdiff_t>(index));
@@ -131,7 +151,7 @@ class ComboWindow : public HWND__ {
             --m_current;
         }
         Changed(WindowChange::list);
-        return static_cast<LRESULT>(m_list.size());
+        return Count();
     }
 
     /// An index outside the list takes the selection away and empties the edit field.
@@ -146,7 +166,7 @@ class ComboWindow : public HWND__ {
 
     /// Looks behind `before`, then from the first entry on.
     LRESULT Find(LRESULT before, LPARAM wanted) const {
-        const auto count = static_cast<LRESULT>(m_list.size());
+        const LRESULT count = Count();
         if (wanted == 0) return CB_ERR;
         if (before < 0 || before >= count) before = -1;
         for (LRESULT step = 1; step <= count; ++step) {
@@ -155,9 +175,36 @@ class ComboWindow : public HWND__ {
         }
         return CB_ERR;
     }
+};
 
-    std::vector<std::string> m_list;
-    LRESULT m_current = CB_ERR;
+/// List box with at most one selected entry. Selecting says nothing to the parent.
+class ListBoxWindow : public ListWindow {
+  public:
+    LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case LB_ADDSTRING:
+                return Add(lParam);
+            case LB_RESETCONTENT:
+                m_list.clear();
+                m_current = LB_ERR;
+                Changed(WindowChange::list);
+                return 0;
+            case LB_GETCOUNT:
+                return Count();
+            case LB_GETCURSEL:
+                return m_current;
+            case LB_SETCURSEL:
+                m_current = wParam < m_list.size() ? static_cast<LRESULT>(wParam) : LB_ERR;
+                Changed(WindowChange::selection);
+                return m_current;
+            case LB_GETTEXT:
+                return CopyEntry(wParam, lParam);
+            case LB_GETTEXTLEN:
+                return EntryLength(wParam);
+            default:
+                return HWND__::Handle(message, wParam, lParam);
+        }
+    }
 };
 
 /// Push button, check box or radio button.
@@ -228,6 +275,8 @@ std::unique_ptr<HWND__> MakeKind(ControlKind kind) {
             return std::make_unique<EditWindow>();
         case ControlKind::combo_box:
             return std::make_unique<ComboWindow>();
+        case ControlKind::list_box:
+            return std::make_unique<ListBoxWindow>();
         case ControlKind::push_button:
         case ControlKind::default_button:
         case ControlKind::multi_line_button:

@@ -16,8 +16,8 @@ struct CCreateContext;
 enum class WindowChange {
     text,
     check,
-    list,       // entries of a combo box
-    selection,  // selected entry of a combo box, selected text of an edit
+    list,       // entries of a combo box or list box
+    selection,  // selected entry of a combo box or list box, selected text of an edit
     enabled,
     visible,
     rect,

@@ -12,6 +12,7 @@ enum class ControlKind {
     static_text,
     edit,
     combo_box,  // drop-down, with an edit field
+    list_box,   // scrolling, at most one entry selected; ctl_sorted keeps its entries in order
     push_button,
     default_button,
     multi_line_button,

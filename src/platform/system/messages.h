@@ -27,6 +27,10 @@ inline constexpr UINT CB_LIMITTEXT = 0x0141, CB_ADDSTRING = 0x0143, CB_DELETESTR
                       CB_RESETCONTENT = 0x014B, CB_SETCURSEL = 0x014E, CB_FINDSTRINGEXACT = 0x0158;
 inline constexpr LRESULT CB_ERR = -1;
 
+inline constexpr UINT LB_ADDSTRING = 0x0180, LB_RESETCONTENT = 0x0184, LB_SETCURSEL = 0x0186, LB_GETCURSEL = 0x0188,
+                      LB_GETTEXT = 0x0189, LB_GETTEXTLEN = 0x018A, LB_GETCOUNT = 0x018B;
+inline constexpr LRESULT LB_ERR = -1;
+
 /// Sends a message and waits for its result. A null or dead window gives 0, with the last error 1400.
 ZEL_PLATFORM_API LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
