@@ -158,7 +158,7 @@ bool SqliteSettingsStore::CreateKey(const std::string& key) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     if (HasKey(*database, key)) return true;
-    SettingsTransaction transaction(*database);
+    SqliteTransaction transaction(*database);
     bool made = transaction.IsOpen();
     for (std::size_t end = key.find('\\'); made && end != std::string::npos; end = key.find('\\', end + 1)) {
         made = InsertKey(*database, key.substr(0, end));
@@ -169,7 +169,7 @@ bool SqliteSettingsStore::CreateKey(const std::string& key) {
 bool SqliteSettingsStore::DeleteKey(const std::string& key) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    SettingsTransaction transaction(*database);
+    SqliteTransaction transaction(*database);
     const bool gone = transaction.IsOpen() &&
                       database->Prepare("DELETE FROM registry_value WHERE path = ?").Bind(key).Run() &&
                       database->Prepare("DELETE FROM registry_key WHERE path = ?").Bind(key).Run();
@@ -190,7 +190,7 @@ bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& na
     if (GetValue(key, name) == value) return true;
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    SettingsTransaction transaction(*database);  // the key must not go between the question and the write
+    SqliteTransaction transaction(*database);  // the key must not go between the question and the write
     if (!transaction.IsOpen()) return Stored(false, database);
     if (!HasKey(*database, key)) return false;
     auto write = database->Prepare("REPLACE INTO registry_value (path, name, type, bytes) VALUES (?, ?, ?, ?)");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -49,8 +50,10 @@ class Library {
         kWrite,  ///< the file is made if it is missing.
     };
 
+    /// @param patience  how long a call waits for another program that writes, before it fails.
     /// @throws LibraryError also for a file of a newer version, or one that is no library.
-    Library(const std::filesystem::path& file, Access access);
+    Library(const std::filesystem::path& file, Access access,
+            std::chrono::milliseconds patience = std::chrono::seconds(5));
     ~Library();
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
@@ -70,7 +73,7 @@ class Library {
     /// Recordings by disk and number. @param disk  without it, of all disks.
     std::vector<LibraryEntry> List(const std::optional<std::string>& disk = std::nullopt);
     /// Recordings whose text, field names or source hold every word, which may be the beginning of one; the best first.
-    /// Any text is a question, also one with a full text search's own signs.
+    /// Any text is a question, also one with a full text search's own signs; one without words finds all.
     std::vector<LibraryEntry> Search(const std::string& words);
 
     bool Remove(const RecordingKey& key);

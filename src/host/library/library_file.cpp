@@ -1,0 +1,236 @@
+#include "host/library/library_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <system_error>
+#include <vector>
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include "host/library/library_schema.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Bytes of the longest text or picture, and of a row. A picture of 720 x 576 pixels has less than 2 MB.
+constexpr int kLongestCell = 64 << 20;
+
+std::string Errno(int error) {
+    return error != 0 ? ": " + std::generic_category().message(error) : "";
+}
+
+/// Why SQLite failed, in words that follow a file's name.
+std::string Reason(const SqliteDatabase& database) {
+    const std::string errno_words = Errno(database.Handle() != nullptr ? sqlite3_system_errno(database.Handle()) : 0);
+    switch (database.ErrorCode() & 0xFF) {
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return "another program keeps the library locked";
+        case SQLITE_FULL:
+            return "the disk is full";
+        case SQLITE_READONLY:
+            return "the library can't be written";
+        case SQLITE_CANTOPEN:
+            return "the library, or its log beside it, can't be opened" + errno_words;
+        case SQLITE_IOERR:
+            return "the library can't be read or written" + errno_words;
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+            return "the library is damaged: " + database.Error();
+        default:
+            return database.Error();
+    }
+}
+
+std::uint32_t BigEndian(const std::array<char, 100>& header, std::size_t offset) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(header[offset + i]);
+    return value;
+}
+
+/// A draft that a library is made in, gone at the end.
+struct Draft {
+    explicit Draft(const fs::path& file) : path(file.string() + ".part-" + std::to_string(getpid())) { Remove(); }
+    ~Draft() { Remove(); }
+    Draft(const Draft&) = delete;
+    Draft& operator=(const Draft&) = delete;
+
+    void Remove() const {
+        std::error_code ignored;
+        for (const char* part : {"", "-wal", "-shm", "-journal"}) fs::remove(path.string() + part, ignored);
+    }
+
+    const fs::path path;
+};
+
+/// The name of a new file is on the disk when its directory is.
+void SyncDirectory(const fs::path& file) {
+    const fs::path directory = file.has_parent_path() ? file.parent_path() : ".";
+    const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    fsync(descriptor);
+    close(descriptor);
+}
+
+bool MakeTables(SqliteDatabase& database) {
+    SqliteTransaction transaction(database);
+    bool made = transaction.IsOpen();
+    for (const char* table : LibrarySchema()) made = made && database.Run(table);
+    const std::string id = "PRAGMA application_id = " + std::to_string(kLibraryId);
+    const std::string version = "PRAGMA user_version = " + std::to_string(kLibraryVersion);
+    return made && database.Run(id.c_str()) && database.Run(version.c_str()) && transaction.Commit() &&
+           database.Run("PRAGMA journal_mode = WAL");
+}
+
+bool HasLog(const fs::path& file) {
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(file.string() + "-wal", error);
+    return !error && size != 0;
+}
+
+}  // namespace
+
+LibraryFile::LibraryFile(const fs::path& file, Library::Access access, std::chrono::milliseconds patience)
+    : m_path(file) {
+    std::error_code error;
+    const bool there = fs::exists(file, error);
+    if (!there && !error && access == Library::Access::kWrite) Make(patience);
+    CheckHeader();
+    Open(access, patience);
+    Protect(access);
+    SqliteStatement id = Prepare("PRAGMA application_id"), version = Prepare("PRAGMA user_version");
+    if (!Next(id) || !Next(version)) FailAsDatabase();
+    CheckVersion(id.Int(0), version.Int(0));
+    CheckLayout();
+    sqlite3_db_config(m_database->Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+}
+
+void LibraryFile::CheckHeader() const {
+    // Before SQLite opens the file, which may write to it.
+    std::error_code error;
+    if (fs::is_directory(m_path, error)) Fail("it is a directory, not a library");
+    errno = 0;
+    std::ifstream in(m_path, std::ios::binary);
+    if (!in) Fail("the library can't be opened" + Errno(errno));
+    std::array<char, 100> header{};
+    in.read(header.data(), header.size());
+    constexpr char kMagic[] = "SQLite format 3";
+    if (in.gcount() != header.size() || std::memcmp(header.data(), kMagic, sizeof kMagic) != 0) {
+        Fail("it is no library of recorded messages");
+    }
+    CheckVersion(BigEndian(header, 68), static_cast<std::int32_t>(BigEndian(header, 60)));
+}
+
+void LibraryFile::CheckVersion(std::int64_t id, std::int64_t version) const {
+    if (id != kLibraryId) Fail("it is another program's database, no library of recorded messages");
+    if (version != kLibraryVersion) {
+        Fail("the library has version " + std::to_string(version) + ", and this program reads version " +
+             std::to_string(kLibraryVersion));
+    }
+}
+
+void LibraryFile::CheckLayout() {
+    // What the file defines beyond the tables, such as a trigger, would run as a part of our statements. The tables of
+    // the full text search are SQLite's own.
+    SqliteStatement query = Prepare(
+        "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL AND substr(name, 1, 7) <> 'sqlite_'"
+        " AND (type <> 'table' OR substr(name, 1, 7) <> 'search_')");
+    std::vector<std::string> found;
+    while (Next(query)) found.push_back(query.Text(0));
+    std::vector<std::string> expected(LibrarySchema().begin(), LibrarySchema().end());
+    std::ranges::sort(found);
+    std::ranges::sort(expected);
+    if (found != expected) Fail("the library's tables are not those of its version");
+}
+
+void LibraryFile::Make(std::chrono::milliseconds patience) {
+    // Under its own name the file is never there without its tables.
+    const Draft draft(m_path);
+    {
+        SqliteDatabase database(draft.path, SqliteDatabase::Opening::kMake, patience);
+        if (!MakeTables(database)) Fail("the library can't be made: " + Reason(database));
+    }
+    // A link gives way to a library that another program has made meanwhile. Some file systems have none.
+    if (link(draft.path.c_str(), m_path.c_str()) != 0 && errno != EEXIST) {
+        std::error_code error;
+        if (!fs::exists(m_path, error)) fs::rename(draft.path, m_path, error);
+        if (error) Fail("the library can't be made: " + error.message());
+    }
+    SyncDirectory(m_path);
+}
+
+void LibraryFile::Open(Library::Access access, std::chrono::milliseconds patience) {
+    using Opening = SqliteDatabase::Opening;
+    m_database = std::make_unique<SqliteDatabase>(m_path, Opening::kExisting, patience);
+    // Until the file has shown what it is, it is left as it is.
+    if (m_database->ErrorCode() == SQLITE_OK) {
+        sqlite3_db_config(m_database->Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    }
+    if (m_database->Run("PRAGMA schema_version")) return;
+    const int code = m_database->ErrorCode() & 0xFF;
+    const bool refused = code == SQLITE_CANTOPEN || code == SQLITE_READONLY;
+    if (!refused || access != Library::Access::kRead || HasLog(m_path)) FailAsDatabase();
+    // In a directory where nothing can be made, such as a disk that can't be written, the file stands alone.
+    m_database = std::make_unique<SqliteDatabase>(m_path, Opening::kImmutable, patience);
+}
+
+void LibraryFile::Protect(Library::Access access) {
+    sqlite3* handle = m_database->Handle();
+    for (const auto& [option, value] : {std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
+                                        {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+                                        {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+                                        {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+                                        {SQLITE_DBCONFIG_ENABLE_FKEY, 1}}) {
+        sqlite3_db_config(handle, option, value, nullptr);
+    }
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kLongestCell);
+    Run("PRAGMA cell_size_check = ON");
+    if (access == Library::Access::kRead) {
+        Run("PRAGMA query_only = ON");
+        return;
+    }
+    if (sqlite3_db_readonly(handle, "main") != 0) Fail("the library can't be written");
+    Run("PRAGMA journal_mode = WAL");
+    Run("PRAGMA synchronous = FULL");
+}
+
+bool LibraryFile::Next(SqliteStatement& statement) const {
+    const bool row = statement.Next();
+    if (!row && statement.Failed()) FailAsDatabase();
+    return row;
+}
+
+void LibraryFile::Run(SqliteStatement& statement) const {
+    if (!statement.Run()) FailAsDatabase();
+}
+
+void LibraryFile::Run(const char* sql) const {
+    if (!m_database->Run(sql)) FailAsDatabase();
+}
+
+void LibraryFile::Write(const std::function<void()>& work) {
+    SqliteTransaction transaction(*m_database);
+    if (!transaction.IsOpen()) FailAsDatabase();
+    work();
+    if (!transaction.Commit()) FailAsDatabase();
+}
+
+void LibraryFile::Read(const std::function<void()>& work) {
+    const SqliteTransaction transaction(*m_database, "BEGIN");
+    if (!transaction.IsOpen()) FailAsDatabase();
+    work();
+}
+
+void LibraryFile::Fail(const std::string& reason) const {
+    throw LibraryError(m_path.string() + ": " + reason);
+}
+
+void LibraryFile::FailAsDatabase() const {
+    Fail(Reason(*m_database));
+}

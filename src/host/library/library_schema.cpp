@@ -1,0 +1,47 @@
+#include "host/library/library_schema.h"
+
+namespace {
+
+// Texts are UTF-8. What isn't asked for in a list, the document and the picture, lies in tables of its own, so that the
+// rows of the recordings stay short. A position counts from 0. SQLite holds these conditions on each write; a file that
+// was written otherwise may break them, so a reader checks what it depends on.
+constexpr const char* kSchema[] = {
+    "CREATE TABLE recording (id INTEGER PRIMARY KEY, disk TEXT NOT NULL,"
+    " number INTEGER NOT NULL CHECK (number BETWEEN 0 AND 9999),"
+    " kind TEXT NOT NULL CHECK (kind IN ('message', 'rgba_object', 'rgba_background')),"
+    " recorded_at TEXT NOT NULL, options TEXT NOT NULL, lines INTEGER NOT NULL CHECK (lines IN (486, 576)),"
+    " text TEXT NOT NULL, UNIQUE (disk, number)) STRICT",
+
+    "CREATE TABLE document (recording INTEGER PRIMARY KEY REFERENCES recording ON DELETE CASCADE,"
+    " json TEXT NOT NULL) STRICT",
+
+    "CREATE TABLE picture (recording INTEGER PRIMARY KEY REFERENCES recording ON DELETE CASCADE,"
+    " width INTEGER NOT NULL CHECK (width BETWEEN 1 AND 32767),"
+    " height INTEGER NOT NULL CHECK (height BETWEEN 1 AND 32767), png BLOB NOT NULL) STRICT",
+
+    "CREATE TABLE font (recording INTEGER NOT NULL REFERENCES recording ON DELETE CASCADE,"
+    " position INTEGER NOT NULL, name TEXT NOT NULL, PRIMARY KEY (recording, position)) STRICT, WITHOUT ROWID",
+
+    "CREATE TABLE field (recording INTEGER NOT NULL REFERENCES recording ON DELETE CASCADE,"
+    " position INTEGER NOT NULL, name TEXT NOT NULL, \"left\" INTEGER NOT NULL, top INTEGER NOT NULL,"
+    " \"right\" INTEGER NOT NULL, bottom INTEGER NOT NULL, PRIMARY KEY (recording, position)) STRICT, WITHOUT ROWID",
+
+    "CREATE TABLE warning (recording INTEGER NOT NULL REFERENCES recording ON DELETE CASCADE,"
+    " position INTEGER NOT NULL, text TEXT NOT NULL, PRIMARY KEY (recording, position)) STRICT, WITHOUT ROWID",
+
+    "CREATE TABLE source (recording INTEGER NOT NULL REFERENCES recording ON DELETE CASCADE,"
+    " position INTEGER NOT NULL, path TEXT NOT NULL, font_number INTEGER CHECK (font_number BETWEEN 0 AND 65535),"
+    " size INTEGER NOT NULL CHECK (size >= 0),"
+    " sha256 TEXT NOT NULL CHECK (length(sha256) = 64 AND sha256 NOT GLOB '*[^0-9a-f]*'),"
+    " PRIMARY KEY (recording, position)) STRICT, WITHOUT ROWID",
+
+    // The row number is the recording's id.
+    "CREATE VIRTUAL TABLE search USING fts5(text, fields, source, tokenize = \"unicode61 remove_diacritics 2\","
+    " prefix = '2 3')",
+};
+
+}  // namespace
+
+std::span<const char* const> LibrarySchema() noexcept {
+    return kSchema;
+}

@@ -1,0 +1,256 @@
+#include "host/library/recording_rows.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+namespace {
+
+constexpr std::array<std::pair<RecordingKind, const char*>, 3> kKinds{{
+    {RecordingKind::kMessage, "message"},
+    {RecordingKind::kRgbaObject, "rgba_object"},
+    {RecordingKind::kRgbaBackground, "rgba_background"},
+}};
+
+const char* KindWord(RecordingKind kind) {
+    return std::ranges::find(kKinds, kind, &std::pair<RecordingKind, const char*>::first)->second;
+}
+
+/// Reads the columns of a row one after another. A value that no library has is the file's fault.
+class Columns {
+  public:
+    Columns(const LibraryFile& file, const SqliteStatement& row) : m_file(file), m_row(row) {}
+
+    int Int(const char* what, std::int64_t low = std::numeric_limits<int>::min(),
+            std::int64_t high = std::numeric_limits<int>::max()) {
+        const std::int64_t value = m_row.Int(m_column);
+        if (m_row.IsNull(m_column++) || value < low || value > high) {
+            m_file.Fail("the library is damaged: a recording has the " + std::string(what) + ' ' +
+                        std::to_string(value));
+        }
+        return static_cast<int>(value);
+    }
+    std::optional<int> OptionalInt(const char* what, std::int64_t low, std::int64_t high) {
+        if (!m_row.IsNull(m_column)) return Int(what, low, high);
+        ++m_column;
+        return std::nullopt;
+    }
+    std::uint64_t Size() { return static_cast<std::uint64_t>(std::max<std::int64_t>(0, m_row.Int(m_column++))); }
+    std::string Text() { return m_row.Text(m_column++); }
+    std::string Bytes() { return m_row.Bytes(m_column++); }
+
+    RecordingKey Key() {
+        std::string disk = Text();
+        return {std::move(disk), Int("number", 0, 9999)};
+    }
+    RecordingKind Kind() {
+        const std::string word = Text();
+        for (const auto& [kind, name] : kKinds) {
+            if (word == name) return kind;
+        }
+        m_file.Fail("the library is damaged: a recording is of an unknown kind");
+    }
+
+  private:
+    const LibraryFile& m_file;
+    const SqliteStatement& m_row;
+    int m_column = 0;
+};
+
+bool IsSha256(const std::string& digits) {
+    return digits.size() == 64 && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+std::string Joined(const std::vector<RecordedField>& fields) {
+    std::string text;
+    for (const RecordedField& field : fields) text += (text.empty() ? "" : "\n") + field.name;
+    return text;
+}
+
+std::string Joined(const std::vector<SourceFile>& sources) {
+    std::string text;
+    for (const SourceFile& source : sources) {
+        if (!source.font_number) text += (text.empty() ? "" : "\n") + source.path;
+    }
+    return text;
+}
+
+RecordingId InsertHead(LibraryFile& file, const Recording& recording) {
+    SqliteStatement insert = file.Prepare(
+        "INSERT INTO recording (disk, number, kind, recorded_at, options, lines, text) VALUES (?, ?, ?, ?, ?, ?, ?)");
+    insert.Bind(recording.disk).Bind(recording.number).Bind(KindWord(recording.kind)).Bind(recording.recorded_at);
+    file.Run(insert.Bind(recording.options).Bind(recording.lines).Bind(recording.text));
+    return file.LastRow();
+}
+
+void InsertContents(LibraryFile& file, RecordingId id, const Recording& recording) {
+    if (!recording.document.empty()) {
+        file.Run(file.Prepare("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
+    }
+    if (!recording.picture.empty()) {
+        SqliteStatement insert = file.Prepare("INSERT INTO picture VALUES (?, ?, ?, ?)");
+        file.Run(insert.Bind(id).Bind(recording.width).Bind(recording.height).BindBytes(recording.picture));
+    }
+    SqliteStatement search = file.Prepare("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
+    file.Run(search.Bind(id).Bind(recording.text).Bind(Joined(recording.fields)).Bind(Joined(recording.sources)));
+}
+
+void InsertTexts(LibraryFile& file, const char* sql, RecordingId id, const std::vector<std::string>& texts) {
+    SqliteStatement insert = file.Prepare(sql);
+    std::int64_t position = 0;
+    for (const std::string& text : texts) file.Run(insert.Again().Bind(id).Bind(position++).Bind(text));
+}
+
+void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedField>& fields) {
+    SqliteStatement insert = file.Prepare("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
+    std::int64_t position = 0;
+    for (const RecordedField& field : fields) {
+        insert.Again().Bind(id).Bind(position++).Bind(field.name);
+        file.Run(insert.Bind(field.left).Bind(field.top).Bind(field.right).Bind(field.bottom));
+    }
+}
+
+void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFile>& sources) {
+    SqliteStatement insert = file.Prepare("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
+    std::int64_t position = 0;
+    for (const SourceFile& source : sources) {
+        insert.Again().Bind(id).Bind(position++).Bind(source.path);
+        if (source.font_number) {
+            insert.Bind(*source.font_number);
+        } else {
+            insert.BindNull();
+        }
+        file.Run(insert.Bind(static_cast<std::int64_t>(source.size)).Bind(source.sha256));
+    }
+}
+
+std::vector<std::string> ReadTexts(LibraryFile& file, const char* sql, RecordingId id) {
+    SqliteStatement query = file.Prepare(sql);
+    std::vector<std::string> texts;
+    for (query.Bind(id); file.Next(query);) texts.push_back(query.Text(0));
+    return texts;
+}
+
+std::vector<RecordedField> ReadFields(LibraryFile& file, RecordingId id) {
+    SqliteStatement query =
+        file.Prepare("SELECT name, \"left\", top, \"right\", bottom FROM field WHERE recording = ? ORDER BY position");
+    std::vector<RecordedField> fields;
+    for (query.Bind(id); file.Next(query);) {
+        Columns columns(file, query);
+        RecordedField& field = fields.emplace_back();
+        field.name = columns.Text();
+        for (int* edge : {&field.left, &field.top, &field.right, &field.bottom}) *edge = columns.Int("field's edge");
+    }
+    return fields;
+}
+
+std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
+    SqliteStatement query =
+        file.Prepare("SELECT path, font_number, size, sha256 FROM source WHERE recording = ? ORDER BY position");
+    std::vector<SourceFile> sources;
+    for (query.Bind(id); file.Next(query);) {
+        Columns columns(file, query);
+        SourceFile& source = sources.emplace_back();
+        source.path = columns.Text();
+        source.font_number = columns.OptionalInt("font number", 0, 65535);
+        source.size = columns.Size();
+        source.sha256 = columns.Text();
+        if (!IsSha256(source.sha256)) file.Fail("the library is damaged: a file's checksum is none");
+    }
+    return sources;
+}
+
+}  // namespace
+
+std::optional<RecordingId> FindRecording(LibraryFile& file, const RecordingKey& key) {
+    SqliteStatement query = file.Prepare("SELECT id FROM recording WHERE disk = ? AND number = ?");
+    if (!file.Next(query.Bind(key.disk).Bind(key.number))) return std::nullopt;
+    return query.Int(0);
+}
+
+void InsertRecording(LibraryFile& file, const Recording& recording) {
+    const RecordingId id = InsertHead(file, recording);
+    InsertContents(file, id, recording);
+    InsertTexts(file, "INSERT INTO font VALUES (?, ?, ?)", id, recording.fonts);
+    InsertTexts(file, "INSERT INTO warning VALUES (?, ?, ?)", id, recording.warnings);
+    InsertFields(file, id, recording.fields);
+    InsertSources(file, id, recording.sources);
+}
+
+void DeleteRecording(LibraryFile& file, RecordingId id) {
+    file.Run(file.Prepare("DELETE FROM search WHERE rowid = ?").Bind(id));
+    file.Run(file.Prepare("DELETE FROM recording WHERE id = ?").Bind(id));
+}
+
+Recording ReadRecording(LibraryFile& file, RecordingId id) {
+    SqliteStatement query = file.Prepare(
+        "SELECT disk, number, kind, recorded_at, options, lines, text, json, width, height, png FROM recording"
+        " LEFT JOIN document ON document.recording = id LEFT JOIN picture ON picture.recording = id WHERE id = ?");
+    if (!file.Next(query.Bind(id))) file.Fail("the library is damaged: a recording is missing");
+    Columns columns(file, query);
+    Recording recording;
+    RecordingKey key = columns.Key();
+    recording.disk = std::move(key.disk);
+    recording.number = key.number;
+    recording.kind = columns.Kind();
+    recording.recorded_at = columns.Text();
+    recording.options = columns.Text();
+    recording.lines = columns.Int("number of lines", 486, 576);
+    recording.text = columns.Text();
+    recording.document = columns.Text();
+    recording.width = columns.OptionalInt("width", 1, 32767).value_or(0);
+    recording.height = columns.OptionalInt("height", 1, 32767).value_or(0);
+    recording.picture = columns.Bytes();
+    recording.fonts = ReadTexts(file, "SELECT name FROM font WHERE recording = ? ORDER BY position", id);
+    recording.warnings = ReadTexts(file, "SELECT text FROM warning WHERE recording = ? ORDER BY position", id);
+    recording.fields = ReadFields(file, id);
+    recording.sources = ReadSources(file, id);
+    return recording;
+}
+
+RecordingOrigin ReadOrigin(LibraryFile& file, RecordingId id) {
+    SqliteStatement query =
+        file.Prepare("SELECT options, (SELECT count(*) FROM warning WHERE recording = id) FROM recording WHERE id = ?");
+    if (!file.Next(query.Bind(id))) file.Fail("the library is damaged: a recording is missing");
+    Columns columns(file, query);
+    RecordingOrigin origin;
+    origin.options = columns.Text();
+    origin.warnings = columns.Int("number of warnings", 0);
+    origin.sources = ReadSources(file, id);
+    return origin;
+}
+
+std::string ReadPicture(LibraryFile& file, RecordingId id) {
+    SqliteStatement query = file.Prepare("SELECT png FROM picture WHERE recording = ?");
+    return file.Next(query.Bind(id)) ? query.Bytes(0) : std::string();
+}
+
+std::vector<RecordingId> ReadIds(LibraryFile& file) {
+    SqliteStatement query = file.Prepare("SELECT id FROM recording ORDER BY disk, number");
+    std::vector<RecordingId> ids;
+    while (file.Next(query)) ids.push_back(query.Int(0));
+    return ids;
+}
+
+std::string SelectEntries(const std::string& rest) {
+    return "SELECT recording.disk, recording.number, recording.kind, recording.text, recording.recorded_at,"
+           " (SELECT path FROM source WHERE source.recording = recording.id ORDER BY position LIMIT 1),"
+           " (SELECT count(*) FROM warning WHERE warning.recording = recording.id) FROM recording " +
+           rest;
+}
+
+std::vector<LibraryEntry> ReadEntries(LibraryFile& file, SqliteStatement& query) {
+    std::vector<LibraryEntry> entries;
+    while (file.Next(query)) {
+        Columns columns(file, query);
+        LibraryEntry& entry = entries.emplace_back();
+        entry.key = columns.Key();
+        entry.kind = columns.Kind();
+        entry.text = columns.Text();
+        entry.recorded_at = columns.Text();
+        entry.source = columns.Text();
+        entry.warnings = columns.Int("number of warnings", 0);
+    }
+    return entries;
+}

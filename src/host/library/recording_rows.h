@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/library/library_file.h"
+#include "host/library/recording.h"
+
+// A recording in the tables of a library. What writes is called within a transaction; all throw LibraryError.
+
+/// Number of the recording's row.
+using RecordingId = std::int64_t;
+
+std::optional<RecordingId> FindRecording(LibraryFile& file, const RecordingKey& key);
+
+/// The recording must not be there.
+void InsertRecording(LibraryFile& file, const Recording& recording);
+
+/// Nothing of the recording is left.
+void DeleteRecording(LibraryFile& file, RecordingId id);
+
+Recording ReadRecording(LibraryFile& file, RecordingId id);
+RecordingOrigin ReadOrigin(LibraryFile& file, RecordingId id);
+std::string ReadPicture(LibraryFile& file, RecordingId id);
+
+/// Every recording, by disk and number.
+std::vector<RecordingId> ReadIds(LibraryFile& file);
+
+/// A query of entries, of the table `recording` and what `rest` joins to it.
+std::string SelectEntries(const std::string& rest);
+/// The rows of such a query.
+std::vector<LibraryEntry> ReadEntries(LibraryFile& file, SqliteStatement& query);
