@@ -40,6 +40,20 @@ struct RunEnd {
     int y_offset = 0;           ///< lines that the rows of the last message were moved up by.
 };
 
+/// What became of one number of a batch.
+enum class ItemOutcome {
+    kRecorded,     ///< imported, and the host was told to record it.
+    kNotInserted,  ///< an RGBA file whose choice was cancelled: there is nothing to record.
+    kMissing,      ///< no such message.
+    kFailed,       ///< a message that is there couldn't be imported.
+};
+
+struct BatchItem {
+    int number = 0;
+    ItemOutcome outcome = ItemOutcome::kRecorded;
+    std::string reason;  ///< of a failure: one line that names the file.
+};
+
 /// Hears what happens between module and host, in the order in which it happens. References and what they lead to are
 /// good until the call returns. The calls come from inside the module, so that what OnSend and OnChar throw passes
 /// through it and ends the import; the other calls throw nothing.
@@ -53,9 +67,11 @@ class HostObserver {
     virtual void OnChar(const SentCharacter& /*character*/) {}
     /// An import has come to its end and the host has copied what it keeps; comes after the WM_PAINT that ends it.
     virtual void OnMessage(const MessageRecord& /*message*/) {}
+    /// One number of a batch is done with. What it throws ends the batch.
+    virtual void OnBatchItem(const BatchItem& /*item*/) {}
     /// CZelTransExport::MakeTavroFont has returned `result`, and left its font in slot 0 if that is true.
     virtual void OnFont(bool /*result*/, const CZelFont& /*fonts*/) {}
-    /// An exception has left the module; nothing comes after it.
+    /// An exception has left the module. In a batch the rest of the range follows in another call of the module.
     virtual void OnException(const std::string& /*text*/) {}
     virtual void OnEnd(const RunEnd& /*end*/) {}
 };

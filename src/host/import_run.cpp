@@ -4,30 +4,13 @@
 #include "host/failure_text.h"
 #include "host/module_call.h"
 #include "pipeline/zel_trans_export.h"
-#include "platform/settings_store.h"
 
 namespace {
-
-/// Controls of the choice for an RGBA file.
-constexpr UINT kRgbaDialog = 135;
-constexpr int kInsertObject = 1341;
-constexpr int kInsertBackground = 1344;
-
-/// Where the module keeps its Skip Warnings setting.
-constexpr char kSettingsSection[] = "ZELFNTSaveOptions";
-constexpr char kSkipWarnings[] = "SkipWarnings";
-
-void AnswerRgba(CDialog& dialog, RgbaAnswer answer) {
-    DialogDriver user(dialog);
-    if (answer != RgbaAnswer::kCancel) user.Check(answer == RgbaAnswer::kObject ? kInsertObject : kInsertBackground);
-    user.Press(answer == RgbaAnswer::kCancel ? IDCANCEL : IDOK);
-}
 
 /// What a user does in the main dialog to import one message.
 void DriveMainDialog(CDialog& dialog, const ImportPaths& paths) {
     DialogDriver user(dialog);
-    user.Type(kMessageDirBox, paths.message_directory);
-    user.Type(kFontDirBox, paths.font_directory);
+    EnterDirectories(user, paths.message_directory, paths.font_directory);
     user.Type(kMessageIdEdit, paths.id);
     user.Press(kReadButton);
     user.Close();
@@ -35,13 +18,13 @@ void DriveMainDialog(CDialog& dialog, const ImportPaths& paths) {
 
 void DriveDialogs(HeadlessDesktop& desktop, const ImportRequest& request, const ImportPaths& paths) {
     desktop.HandleDialog(kImportDialog, [&paths](CDialog& dialog) { DriveMainDialog(dialog, paths); });
-    desktop.HandleDialog(kRgbaDialog, [answer = request.rgba](CDialog& dialog) { AnswerRgba(dialog, answer); });
+    AnswerRgbaChoice(desktop, request.rgba);
 }
 
 void CallModule(const ImportRequest& request, const ImportPaths& paths, ReferenceHost& host) {
     CZelTransExport module;
     if (request.road == ImportRoad::kDialog) {
-        GetSettingsStore().SetProfileInt(kSettingsSection, kSkipWarnings, 0);
+        StoreSkipWarnings(false);
         module.ZelTranslation(host.HostWindow());
         return;
     }

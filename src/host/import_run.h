@@ -5,13 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "host/dialog_script.h"
 #include "host/host_observer.h"
 #include "host/message_record.h"
 #include "host/reference_host.h"
 #include "host/user_desktop.h"
-
-/// How the choice for an RGBA file is answered.
-enum class RgbaAnswer { kObject, kBackground, kCancel };
 
 enum class ImportRoad {
     kSilent,  ///< no dialog, Skip Warnings on.

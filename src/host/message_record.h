@@ -40,6 +40,7 @@ struct RowRecord {
 
 struct MessageRecord {
     std::string id;       ///< name of the message file in its directory.
+    std::string file;     ///< the message file's path, in the module's form.
     bool rgba = false;    ///< a picture, of which nothing but the choice arrives.
     bool object = false;  ///< of a picture: insert as object, else as background.
     int lines = 486;      ///< active lines of the message's own video standard, 486 or 576.

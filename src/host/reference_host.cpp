@@ -14,10 +14,11 @@
 #include "platform/system/files.h"
 
 /// A window that hands each of the module's messages to the host and leaves the rest to the framework.
-class ReferenceHost::MessageWindow : public CWnd {
+template <class Window>
+class ReferenceHost::MessageWindow : public Window {
   public:
     MessageWindow(ReferenceHost& host, Target target, const char* name) : m_host(host), m_target(target) {
-        CreateHostWindow(name);
+        this->CreateHostWindow(name);
     }
 
   protected:
@@ -40,7 +41,7 @@ class ReferenceHost::MessageWindow : public CWnd {
             case WM_PAINT:
                 return m_host.OnMessage(m_target, message, wParam, lParam);
             default:
-                return CWnd::WindowProc(message, wParam, lParam);
+                return Window::WindowProc(message, wParam, lParam);
         }
     }
 
@@ -100,14 +101,24 @@ void RecordRows(const CZelMessage& source, MessageRecord& message) {
     }
 }
 
+/// The message file of a dialog's import, in the module's form.
+std::string FileOf(const CZelTransDlg& dialog) {
+    return std::string(dialog.m_sMessageDir.GetString()) + "\\" + dialog.m_sMessageID.GetString();
+}
+
+const char* PathIn(LPARAM string) {
+    return reinterpret_cast<const CString*>(string)->GetString();
+}
+
 }  // namespace
 
 ReferenceHost::ReferenceHost(const HostOptions& options)
     : m_options(options), m_previous(s_current), m_previous_main(AfxGetThread()->m_pMainWnd) {
     MapDirBuffer map_dir = MapDirectory(options.maps);
-    m_main_window = std::make_unique<MessageWindow>(*this, Target::kMain, "Tavro");
-    m_host_window = std::make_unique<MessageWindow>(*this, Target::kHost, "Message");
-    m_export_window = std::make_unique<MessageWindow>(*this, Target::kExport, "Export");
+    m_main_window = std::make_unique<MessageWindow<CWnd>>(*this, Target::kMain, "Tavro");
+    m_host_window = std::make_unique<MessageWindow<CWnd>>(*this, Target::kHost, "Message");
+    m_export_window = std::make_unique<MessageWindow<CZelExportWnd>>(*this, Target::kExport, "Export");
+    m_export_window->m_bExportFlag = options.export_flag ? TRUE : FALSE;
     AfxGetThread()->m_pMainWnd = m_main_window.get();
     s_current = this;
     m_previous_callback = Register_GLV_OnChar(&ReferenceHost::OnCharCall, map_dir.data());
@@ -167,12 +178,23 @@ LRESULT ReferenceHost::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
             m_message.emplace();
             m_message->rgba = true;
             m_message->object = wParam != 0;
+            m_message->file = FileOf(*reinterpret_cast<const CZelTransDlg*>(lParam));
             return 0;
-        case kMsgImportDone:
-            Message().id = reinterpret_cast<const CZelTransDlg*>(lParam)->m_sMessageID.GetString();
+        case kMsgImportDone: {
+            const auto& dialog = *reinterpret_cast<const CZelTransDlg*>(lParam);
+            Message().id = dialog.m_sMessageID.GetString();
+            Message().file = FileOf(dialog);
             return 0;
+        }
         case kMsgHasMessage:
-            return 0;  // nothing is recorded that could be exported
+            return m_options.exports != nullptr && m_options.exports->Has(static_cast<int>(wParam)) ? 1 : 0;
+        case kMsgExportFlagged:
+        case kMsgExportPlain:
+            if (m_options.exports != nullptr) m_options.exports->Begin(static_cast<int>(wParam));
+            return 0;
+        case kMsgExportFinish:
+            if (m_options.exports != nullptr) m_options.exports->Complete(static_cast<int>(wParam), PathIn(lParam));
+            return 0;
         case kMsgNuvoOut:
             if (wParam == 1) {
                 *reinterpret_cast<BYTE*>(lParam) = m_nuvo_state;

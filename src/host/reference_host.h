@@ -7,11 +7,13 @@
 #include <utility>
 #include <vector>
 
+#include "host/export_service.h"
 #include "host/font_keeper.h"
 #include "host/glyph_bitmaps.h"
 #include "host/host_observer.h"
 #include "host/message_record.h"
 #include "host/order_checker.h"
+#include "pipeline/export_window.h"
 #include "platform/framework/cwnd.h"
 #include "translate/char_inf.h"
 
@@ -26,6 +28,8 @@ struct HostOptions {
     bool baseline_align = true;
     std::optional<std::string>
         maps;  ///< this system's path of the name lists' directory; without it no directory is registered.
+    ExportService* exports = nullptr;  ///< not owned; without it the host has no message to export.
+    bool export_flag = false;          ///< of the export window: an export begins at the host's window.
 };
 
 /// A host could not be made as it was asked for.
@@ -62,6 +66,7 @@ class ReferenceHost : private WindowListener {
     const std::vector<std::string>& GlyphFailures() const noexcept { return m_glyphs.Failures(); }
 
   private:
+    template <class Window>
     class MessageWindow;
 
     static void OnCharCall(CWnd* window, tag_CharInf* info, unsigned int character);
@@ -78,7 +83,8 @@ class ReferenceHost : private WindowListener {
     static ReferenceHost* s_current;  ///< the callback carries no context of its own.
 
     HostOptions m_options;
-    std::unique_ptr<MessageWindow> m_main_window, m_host_window, m_export_window;
+    std::unique_ptr<MessageWindow<CWnd>> m_main_window, m_host_window;
+    std::unique_ptr<MessageWindow<CZelExportWnd>> m_export_window;
     std::vector<HostObserver*> m_observers;
     BYTE m_nuvo_state = 0;
     OrderChecker m_order;

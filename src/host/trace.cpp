@@ -11,6 +11,7 @@
 #include "message/zel_message.h"
 #include "pipeline/host_messages.h"
 #include "platform/system/messages.h"
+#include "tools/zel_trans_ftp.h"
 #include "translate/effpar.h"
 
 namespace {
@@ -181,6 +182,9 @@ void AddMessageKeys(JsonLine& line, const SentMessage& sent) {
         case kMsgNuvoOut:
             line.Number("state", sent.wParam == 1 ? LPARAM{*reinterpret_cast<const BYTE*>(sent.lParam)} : sent.lParam);
             break;
+        case kMsgFtp:
+            line.Number("execute", reinterpret_cast<const CZelTransFTP*>(sent.lParam)->m_bExecute ? 1 : 0);
+            break;
         default:
             break;
     }
@@ -241,6 +245,7 @@ JsonLine& TraceWriter::Begin(const char* event) {
 
 void TraceWriter::Write() {
     m_line.Close('}');
+    if (m_ended) return;
     m_out << m_line.Text() << '\n';
 }
 
@@ -291,6 +296,7 @@ void TraceWriter::OnFont(bool result, const CZelFont& fonts) {
 void TraceWriter::OnException(const std::string& text) {
     Begin("exception").Bytes("text", text);
     Write();
+    m_ended = true;
     m_out.flush();
 }
 

@@ -30,4 +30,5 @@ class TraceWriter : public HostObserver {
     std::ostream& m_out;
     TracePixels m_pixels;
     JsonLine m_line;
+    bool m_ended = false;  // by an exception, which is the last line
 };
