@@ -6,11 +6,13 @@
 #include "font/zel_font.h"
 #include "pipeline/host_messages.h"
 #include "pipeline/module_state.h"
+#include "platform/diskcopy/copy_dlg.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/data_exchange.h"
 #include "platform/framework/message_box.h"
 #include "platform/framework/module_entry.h"
 #include "platform/system/version.h"
+#include "tools/open_copy_log.h"
 #include "tools/zel_trans_batch.h"
 
 ZEL_MODULE_STATIC CString CZelTransDlg::M_sNextMessage;
@@ -162,7 +164,8 @@ void CZelTransDlg::OnButtonZeltransBatch() {
 }
 
 void CZelTransDlg::OnButtonZeltransCopyFiles() {
-    AfxMessageBox("Copying from Zelmara! disks isn't part of this version.");
+    CCopyDlg copy(nullptr);
+    copy.OpenDialog(&OpenCopyLog);
 }
 
 void CZelTransDlg::OnButtonZeltransFTP() {
