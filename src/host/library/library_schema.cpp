@@ -32,7 +32,7 @@ constexpr const char* kSchema[] = {
     "CREATE TABLE source (recording INTEGER NOT NULL REFERENCES recording ON DELETE CASCADE,"
     " position INTEGER NOT NULL, path TEXT NOT NULL, font_number INTEGER CHECK (font_number BETWEEN 0 AND 65535),"
     " size INTEGER NOT NULL CHECK (size >= 0),"
-    " sha256 TEXT NOT NULL CHECK (length(sha256) = 64 AND sha256 NOT GLOB '*[^0-9a-f]*'),"
+    " sha256 TEXT NOT NULL CHECK (length(sha256) IN (0, 64) AND sha256 NOT GLOB '*[^0-9a-f]*'),"
     " PRIMARY KEY (recording, position)) STRICT, WITHOUT ROWID",
 
     // The row number is the recording's id.

@@ -13,7 +13,7 @@ struct SourceFile {
     std::string path;                ///< absolute, this system's.
     std::optional<int> font_number;  ///< of a font; without it the file is the message's own.
     std::uint64_t size = 0;          ///< bytes
-    std::string sha256;              ///< 64 digits, lower case.
+    std::string sha256;              ///< 64 digits, lower case; empty for a font that wasn't there.
 };
 
 /// Name and place of a tab field, in pixels and lines of the picture.

@@ -25,10 +25,7 @@ class Columns {
     int Int(const char* what, std::int64_t low = std::numeric_limits<int>::min(),
             std::int64_t high = std::numeric_limits<int>::max()) {
         const std::int64_t value = m_row.Int(m_column);
-        if (m_row.IsNull(m_column++) || value < low || value > high) {
-            m_file.Fail("the library is damaged: a recording has the " + std::string(what) + ' ' +
-                        std::to_string(value));
-        }
+        if (m_row.IsNull(m_column++) || value < low || value > high) FailAt(what, value);
         return static_cast<int>(value);
     }
     std::optional<int> OptionalInt(const char* what, std::int64_t low, std::int64_t high) {
@@ -52,7 +49,18 @@ class Columns {
         m_file.Fail("the library is damaged: a recording is of an unknown kind");
     }
 
+    int Lines() {
+        constexpr const char* kWhat = "number of lines";
+        const int lines = Int(kWhat);
+        if (lines != 486 && lines != 576) FailAt(kWhat, lines);
+        return lines;
+    }
+
   private:
+    [[noreturn]] void FailAt(const std::string& what, std::int64_t value) const {
+        m_file.Fail("the library is damaged: a recording has the " + what + ' ' + std::to_string(value));
+    }
+
     const LibraryFile& m_file;
     const SqliteStatement& m_row;
     int m_column = 0;
@@ -196,7 +204,7 @@ Recording ReadRecording(LibraryFile& file, RecordingId id) {
     recording.kind = columns.Kind();
     recording.recorded_at = columns.Text();
     recording.options = columns.Text();
-    recording.lines = columns.Int("number of lines", 486, 576);
+    recording.lines = columns.Lines();
     recording.text = columns.Text();
     recording.document = columns.Text();
     recording.width = columns.OptionalInt("width", 1, 32767).value_or(0);

@@ -1,0 +1,309 @@
+#include "host/library/library.h"
+
+#include <csignal>
+#include <fstream>
+#include <random>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "samples/scratch_directory.h"
+#include "samples/write_file.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Access = Library::Access;
+
+/// A recording with something in each of its parts, which differ with the number.
+Recording Numbered(int number, const std::string& text = "Station identification", const std::string& disk = "") {
+    Recording recording;
+    recording.disk = disk;
+    recording.number = number;
+    recording.recorded_at = "2026-11-22T23:51:32Z";
+    recording.options = "lines=486";
+    recording.document = R"({"rows":)" + std::to_string(number) + "}";
+    recording.text = text;
+    recording.fonts = {"Sans", "Serif"};
+    recording.fields = {{"Score_Home", 1, 2, 30, number}, {"Clock", -5, 0, 7, 9}};
+    recording.warnings.assign(static_cast<std::size_t>(number % 3), "font 31 is missing");
+    recording.sources = {{"/disk/MESSAGES/." + std::to_string(number), {}, 700, std::string(64, 'a')},
+                         {"/disk/MACHINE/.0012", 12, 900, std::string(64, 'b')}};
+    recording.lines = 576;
+    recording.width = 720;
+    recording.height = 576;
+    recording.picture = std::string("\x89PNG\0", 5) + std::string(20000, static_cast<char>(number));
+    return recording;
+}
+
+std::string Dump(const Recording& r) {
+    std::ostringstream out;
+    out << r.disk << '|' << r.number << '|' << int(r.kind) << '|' << r.recorded_at << '|' << r.options << '|'
+        << r.document << '|' << r.text << '|' << r.lines << '|' << r.width << 'x' << r.height << '|' << r.picture;
+    for (const std::string& name : r.fonts) out << "|font " << name;
+    for (const std::string& warning : r.warnings) out << "|warning " << warning;
+    for (const auto& f : r.fields) out << '|' << f.name << f.left << ',' << f.top << ',' << f.right << ',' << f.bottom;
+    for (const auto& s : r.sources) out << '|' << s.path << s.font_number.value_or(-1) << ' ' << s.size << s.sha256;
+    return out.str();
+}
+
+std::vector<int> Numbers(const std::vector<LibraryEntry>& entries) {
+    std::vector<int> numbers;
+    for (const LibraryEntry& entry : entries) numbers.push_back(entry.key.number);
+    return numbers;
+}
+
+class RecordedLibrary : public testing::Test {
+  protected:
+    /// What another program does to the file.
+    void Tamper(const std::string& sql) const {
+        sqlite3* database = nullptr;
+        sqlite3_open(m_file.c_str(), &database);
+        sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+        char* error = nullptr;
+        EXPECT_EQ(sqlite3_exec(database, sql.c_str(), nullptr, nullptr, &error), SQLITE_OK) << error;
+        sqlite3_close(database);
+    }
+
+    std::string Failure(Access access, std::chrono::milliseconds patience = std::chrono::milliseconds(20)) const {
+        try {
+            Library library(m_file, access, patience);
+            for (const LibraryEntry& entry : library.List()) library.Find(entry.key);
+            library.Search("station");
+            if (access == Access::kWrite) library.Record(std::vector{Numbered(77)});
+        } catch (const LibraryError& error) {
+            return error.what();
+        }
+        return "";
+    }
+
+    samples_test::ScratchDirectory m_scratch;
+    std::filesystem::path m_file = m_scratch.Path() / "lib #1?.zlib";
+};
+
+TEST_F(RecordedLibrary, GivesBackWholeWhatWasRecorded) {
+    Recording rgba = Numbered(9999, "", "Disk B");
+    rgba.kind = RecordingKind::kRgbaBackground;
+    rgba.document.clear();
+    rgba.sources.resize(1);
+    Library(m_file, Access::kWrite).Record(std::vector{Numbered(3), rgba});
+    Library library(m_file, Access::kRead);
+    EXPECT_EQ(Dump(library.Find({"", 3}).value()), Dump(Numbered(3)));
+    EXPECT_EQ(Dump(library.Find({"Disk B", 9999}).value()), Dump(rgba));
+    EXPECT_EQ(library.Picture({"", 3}), Numbered(3).picture);
+    EXPECT_EQ(library.Origin({"", 3})->sources.at(1).font_number, 12);
+    EXPECT_FALSE(library.Find({"", 4}) || library.Origin({"", 4}) || library.Has({"Disk B", 3}));
+    EXPECT_THAT(library.Disks(), ElementsAre("", "Disk B"));
+    EXPECT_THAT(Numbers(library.List("Disk B")), ElementsAre(9999));
+    EXPECT_THROW(library.Record(std::vector{Numbered(4)}), LibraryError);
+}
+
+TEST_F(RecordedLibrary, KeepsNothingOfWhatIsReplacedOrRemoved) {
+    Library library(m_file, Access::kWrite);
+    library.Record(std::vector{Numbered(2, "stale words")});
+    Recording bare;
+    bare.number = 2;
+    library.Record(std::vector{bare});
+    EXPECT_EQ(Dump(library.Find({"", 2}).value()), Dump(bare));
+    EXPECT_THAT(library.Search("stale"), IsEmpty());
+    EXPECT_THAT(library.Search("clock"), IsEmpty());
+    EXPECT_TRUE(library.Remove({"", 2}));
+    EXPECT_FALSE(library.Remove({"", 2}));
+    EXPECT_THAT(library.List(), IsEmpty());
+}
+
+TEST_F(RecordedLibrary, RecordsAllOrNothing) {
+    Library library(m_file, Access::kWrite);
+    EXPECT_THROW(library.Record(std::vector{Numbered(1), Numbered(10000)}), LibraryError);
+    EXPECT_THAT(library.List(), IsEmpty());
+}
+
+TEST_F(RecordedLibrary, FindsByTheBeginningsOfWords) {
+    Library library(m_file, Access::kWrite);
+    library.Record(
+        std::vector{Numbered(1, "Caf\xC3\xA9 at NOON"), Numbered(2, "a \"quoted\" score*"), Numbered(3, "noon noon")});
+    const std::pair<const char*, std::vector<int>> cases[] = {
+        {"noo", {3, 1}},
+        {"cafe no", {1}},
+        {"oon", {}},
+        {"\"quoted", {2}},
+        {"score* AND", {}},
+        {"NEAR(noon", {}},
+        {"-noon", {3, 1}},
+        {"text:noon", {}},
+        {"!!! score", {1, 2, 3}},
+        {"!!!", {}},
+        {" \t ", {1, 2, 3}},
+        {"/disk/MESSAGES/.2", {2}},
+        {"home score_h", {1, 2, 3}},
+        {"\xFF\xC3 ^{}()", {}},
+        {"", {1, 2, 3}},
+    };
+    for (const auto& [words, found] : cases) {
+        std::vector<int> numbers = Numbers(library.Search(words));
+        if (found.size() == 3) std::ranges::sort(numbers);
+        EXPECT_EQ(numbers, found) << words;
+    }
+}
+
+TEST_F(RecordedLibrary, MergesWhatIsNewOrMadeOtherwise) {
+    const std::filesystem::path other = m_scratch.Path() / "other";
+    Recording same = Numbered(2), options = Numbered(3), font = Numbered(4), picture = Numbered(5);
+    same.sources[0].path = same.sources[1].path = "/elsewhere";
+    same.recorded_at = "later";
+    options.options = "lines=576";
+    font.sources[1].sha256.back() = 'c';
+    picture.picture += '1';
+    Library(other, Access::kWrite).Record(std::vector{Numbered(1), same, options, font, picture});
+    Library library(m_file, Access::kWrite);
+    library.Record(std::vector{Numbered(2), Numbered(3), Numbered(4), Numbered(5), Numbered(6)});
+    const MergeCount first = library.Merge(other), second = library.Merge(other), itself = library.Merge(m_file);
+    EXPECT_THAT((std::vector{first.added, first.replaced, first.unchanged}), ElementsAre(1, 3, 1));
+    EXPECT_THAT((std::vector{second.added, second.replaced, second.unchanged}), ElementsAre(0, 0, 5));
+    EXPECT_EQ(itself.unchanged, 6);
+    EXPECT_EQ(library.Find({"", 4})->sources.at(1).sha256.back(), 'c');
+    EXPECT_THROW(library.Merge(m_scratch.Path() / "missing"), LibraryError);
+}
+
+struct Refusal {
+    const char* name;
+    const char* sql;
+    const char* words;
+};
+
+TEST_F(RecordedLibrary, RefusesWhatItCanNotTrust) {
+    const std::string unchecked = "PRAGMA ignore_check_constraints = 1; ";
+    const Refusal cases[] = {
+        {"newer", "PRAGMA user_version = 9", "the library has version 9, and this program reads version 1"},
+        {"foreign", "PRAGMA application_id = 5", "another program's database"},
+        {"trigger", "CREATE TRIGGER t AFTER INSERT ON font BEGIN DELETE FROM recording; END", "tables are not those"},
+        {"column", "ALTER TABLE warning ADD COLUMN x TEXT", "tables are not those"},
+        {"number", "UPDATE recording SET number = 70000", "number 70000"},
+        {"kind", "UPDATE recording SET kind = 'x'", "unknown kind"},
+        {"lines", "UPDATE recording SET lines = 500", "lines 500"},
+        {"width", "UPDATE picture SET width = -1", "width -1"},
+        {"edge", "UPDATE field SET \"left\" = 1 << 40", "field's edge"},
+        {"font", "UPDATE source SET font_number = -7", "font number -7"},
+        {"checksum", "UPDATE source SET sha256 = 'x'", "checksum"},
+        {"null",
+         "PRAGMA writable_schema = 1; UPDATE sqlite_schema SET sql = replace(sql, 'kind TEXT NOT NULL', 'kind TEXT')",
+         "tables are not those"},
+        {"words", "DELETE FROM search_data", "damaged"},
+    };
+    for (const Refusal& refusal : cases) {
+        std::filesystem::remove(m_file);
+        Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
+        Tamper(unchecked + refusal.sql);
+        for (const Access access : {Access::kRead, Access::kWrite}) {
+            EXPECT_THAT(Failure(access), AllOf(HasSubstr(m_file.string() + ": "), HasSubstr(refusal.words)))
+                << refusal.name;
+        }
+    }
+}
+
+TEST_F(RecordedLibrary, LeavesOtherFilesUntouched) {
+    Tamper("PRAGMA journal_mode = WAL; CREATE TABLE t (x)");
+    const std::string database = samples_test::ReadAll(m_file);
+    for (const std::string& bytes : {database, std::string(), std::string("a letter"), std::string(5000, 'x')}) {
+        samples::WriteWholeFile(m_file, std::string_view(bytes));
+        EXPECT_THAT(Failure(Access::kWrite), HasSubstr("no library of recorded messages"));
+        EXPECT_EQ(samples_test::ReadAll(m_file), bytes);
+    }
+}
+
+TEST_F(RecordedLibrary, TellsWhyItCanNotBeOpened) {
+    EXPECT_THAT(Failure(Access::kRead), HasSubstr("lib #1?.zlib: the library can't be opened: No such file"));
+    EXPECT_FALSE(std::filesystem::exists(m_file));
+    m_file = m_scratch.Path() / "no directory" / "lib";
+    EXPECT_THAT(Failure(Access::kWrite), HasSubstr("No such file"));
+    m_file = m_scratch.Path();
+    EXPECT_THAT(Failure(Access::kWrite), HasSubstr("is a directory"));
+}
+
+TEST_F(RecordedLibrary, IsReadWhereNothingCanBeWritten) {
+    Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
+    std::filesystem::permissions(m_scratch.Path(), std::filesystem::perms{0555});
+    const uid_t user = geteuid();
+    ASSERT_TRUE(user != 0 || seteuid(65534) == 0);
+    EXPECT_EQ(Failure(Access::kRead), "");
+    EXPECT_THAT(Failure(Access::kWrite), HasSubstr("can't be"));
+    ASSERT_EQ(seteuid(user), 0);
+    std::filesystem::permissions(m_scratch.Path(), std::filesystem::perms{0700});
+}
+
+TEST_F(RecordedLibrary, WaitsForAnotherProgramAndTellsOfIt) {
+    Library library(m_file, Access::kWrite);
+    sqlite3* other = nullptr;
+    sqlite3_open(m_file.c_str(), &other);
+    sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    EXPECT_EQ(Failure(Access::kRead), "");
+    EXPECT_THAT(Failure(Access::kWrite), HasSubstr("another program keeps the library locked"));
+    sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr);
+    EXPECT_EQ(Failure(Access::kWrite), "");
+    sqlite3_close(other);
+}
+
+TEST_F(RecordedLibrary, StaysAsItWasWhenThereIsNoRoom) {
+    Library library(m_file, Access::kWrite);
+    library.Record(std::vector{Numbered(1)});
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{300'000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    Recording large = Numbered(2);
+    large.picture.assign(1 << 20, 'x');
+    EXPECT_THROW(library.Record(std::vector{Numbered(1, "other"), large}), LibraryError);
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(Dump(library.Find({"", 1}).value()), Dump(Numbered(1)));
+    library.Record(std::vector{large});
+    EXPECT_EQ(library.Picture({"", 2}), large.picture);
+}
+
+/// Records two at a time and reports each number when it is recorded, until it is killed.
+[[noreturn]] void RecordForEver(const std::filesystem::path& file, int begin, int report) {
+    try {
+        Library library(file, Access::kWrite);
+        for (int number = begin;; number += 2) {
+            library.Record(std::vector{Numbered(number), Numbered(number + 1)});
+            if (write(report, &number, sizeof number) != sizeof number) break;
+        }
+    } catch (const std::exception&) {
+    }
+    _exit(1);
+}
+
+TEST_F(RecordedLibrary, HoldsAllThatWasReportedBeforeAKill) {
+    std::minstd_rand random(4711);
+    std::vector<int> reported;
+    for (int round = 0; round < 8; ++round) {
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        const pid_t child = fork();
+        if (child == 0) RecordForEver(m_file, round * 1000, ends[1]);
+        close(ends[1]);
+        usleep(static_cast<useconds_t>(random() % 60'000));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        for (int number; read(ends[0], &number, sizeof number) == sizeof number;) reported.push_back(number);
+        close(ends[0]);
+    }
+    ASSERT_GT(reported.size(), 5U);
+    Library library(m_file, Access::kWrite);
+    for (const int number : reported) ASSERT_TRUE(library.Has({"", number}) && library.Has({"", number + 1}));
+    const std::vector<LibraryEntry> entries = library.List();
+    for (const LibraryEntry& entry : entries)
+        EXPECT_EQ(Dump(library.Find(entry.key).value()), Dump(Numbered(entry.key.number)));
+    EXPECT_EQ(entries.size() % 2, 0U);
+    EXPECT_EQ(library.Search("station").size(), entries.size());
+}
+
+}  // namespace
