@@ -1,0 +1,103 @@
+#include "host/ftp/remote_name.h"
+
+#include <algorithm>
+
+namespace ftp {
+
+namespace {
+
+constexpr std::size_t kMostDigits = 8;  // of a long number; a file of the disk has a stem of as many characters
+constexpr std::size_t kMostDirectoryName = 255;
+constexpr std::size_t kMostShown = 80;
+
+constexpr bool IsDigit(char c) noexcept {
+    return c >= '0' && c <= '9';
+}
+constexpr char Lower(char c) noexcept {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+constexpr bool IsLetterOrDigit(char c) noexcept {
+    return IsDigit(c) || (Lower(c) >= 'a' && Lower(c) <= 'z');
+}
+constexpr bool IsStemCharacter(char c) noexcept {
+    return IsLetterOrDigit(c) || c == '_' || c == '-' || c == '~';
+}
+
+bool AllDigits(std::string_view text) noexcept {
+    return !text.empty() && std::ranges::all_of(text, IsDigit);
+}
+
+// A name cut at the dot of its extension; a leading dot belongs to the stem.
+struct NameParts {
+    std::string_view stem;
+    std::optional<std::string_view> extension;
+};
+NameParts Cut(std::string_view name) noexcept {
+    const std::size_t dot = name.find('.', name.starts_with('.') ? 1 : 0);
+    if (dot == std::string_view::npos) return {name, std::nullopt};
+    return {name.substr(0, dot), name.substr(dot + 1)};
+}
+
+std::string_view WithoutDot(std::string_view name) noexcept {
+    return name.starts_with('.') ? name.substr(1) : name;
+}
+
+}  // namespace
+
+bool IsFileName(std::string_view name) noexcept {
+    const auto [stem, extension] = Cut(name);
+    const bool numbered = AllDigits(WithoutDot(stem)) && WithoutDot(stem).size() <= kMostDigits;
+    const bool named = !stem.empty() && stem.size() <= kMostDigits && stem.front() != '-' &&
+                       std::ranges::all_of(stem, IsStemCharacter);
+    if (!numbered && !named) return false;
+    if (!extension) return true;
+    if (named && extension->size() == 4 && AllDigits(*extension)) return true;
+    return !extension->empty() && extension->size() <= 3 && std::ranges::all_of(*extension, IsLetterOrDigit);
+}
+
+bool IsDirectoryName(std::string_view name) noexcept {
+    if (name.empty() || name.size() > kMostDirectoryName || name == "." || name == "..") return false;
+    return std::ranges::all_of(name, [](char c) { return c >= ' ' && c <= '~' && c != '/' && c != '\\'; });
+}
+
+std::optional<NumberedName> NumberOf(std::string_view name) noexcept {
+    const auto [stem, extension] = Cut(name);
+    const std::string_view digits = WithoutDot(stem);
+    if (!AllDigits(digits) || digits.size() > kMostDigits) return std::nullopt;
+    if (extension && *extension != "TN") return std::nullopt;
+    unsigned long number = 0;
+    for (const char c : digits) number = number * 10 + static_cast<unsigned long>(c - '0');
+    return NumberedName{number, extension.has_value()};
+}
+
+bool SameName(std::string_view a, std::string_view b) noexcept {
+    return std::ranges::equal(a, b, {}, Lower, Lower);
+}
+
+std::string_view LastPart(std::string_view path) noexcept {
+    while (path.ends_with('/')) path.remove_suffix(1);
+    const std::size_t cut = path.rfind('/');
+    return cut == std::string_view::npos ? path : path.substr(cut + 1);
+}
+
+std::string Sibling(std::string_view path, std::string_view name) {
+    while (path.ends_with('/')) path.remove_suffix(1);
+    path.remove_suffix(LastPart(path).size());
+    return std::string(path).append(name);
+}
+
+std::string Below(std::string_view path, std::string_view name) {
+    std::string below(path);
+    if (!below.empty() && below.back() != '/') below += '/';
+    return below.append(name);
+}
+
+std::string Shown(std::string_view bytes) {
+    std::string text(bytes.substr(0, kMostShown));
+    std::ranges::replace_if(
+        text, [](char c) { return c < ' ' || c > '~'; }, '?');
+    if (bytes.size() > kMostShown) text += "...";
+    return text;
+}
+
+}  // namespace ftp
