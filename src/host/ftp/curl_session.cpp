@@ -1,0 +1,259 @@
+#include <algorithm>
+#include <csignal>
+#include <ctime>
+#include <string_view>
+#include <utility>
+
+#include <curl/curl.h>
+
+#include "host/ftp/curl_words.h"
+#include "host/ftp/ftp_session.h"
+
+// The library's own face: libcurl, with every option set that keeps a hostile server out.
+
+namespace ftp {
+
+namespace {
+
+// Keeps a connection that the server has closed from ending the program.
+class BrokenPipeIgnored {
+  public:
+    BrokenPipeIgnored() {
+        sigset_t pipe;
+        sigemptyset(&pipe);
+        sigaddset(&pipe, SIGPIPE);
+        pthread_sigmask(SIG_BLOCK, &pipe, &m_before);
+    }
+    ~BrokenPipeIgnored() {
+        sigset_t pipe;
+        sigemptyset(&pipe);
+        sigaddset(&pipe, SIGPIPE);
+        const timespec at_once{};
+        if (sigismember(&m_before, SIGPIPE) == 0) {
+            while (sigtimedwait(&pipe, nullptr, &at_once) > 0) {
+            }
+        }
+        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    }
+    BrokenPipeIgnored(const BrokenPipeIgnored&) = delete;
+    BrokenPipeIgnored& operator=(const BrokenPipeIgnored&) = delete;
+
+  private:
+    sigset_t m_before{};
+};
+
+bool HasControlCharacter(std::string_view text) {
+    return std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 127; });
+}
+
+// Nothing that would end the host's part of a URL.
+bool IsHostName(const std::string& text) {
+    constexpr std::string_view kAllowed = "-._:[]%";
+    return !text.empty() && std::ranges::all_of(text, [&](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               kAllowed.find(c) != std::string_view::npos;
+    });
+}
+
+const char* CommandOf(ListCommand command) {
+    switch (command) {
+        case ListCommand::kMlsd:
+            return "MLSD";
+        case ListCommand::kListAll:
+            return "LIST -a";
+        case ListCommand::kList:
+            return "LIST";
+        case ListCommand::kNlst:
+            return "NLST";
+    }
+    return "LIST";
+}
+
+// A path or name for a URL: everything but the plainest characters is escaped.
+std::string Escaped(const std::string& text, bool keep_slashes) {
+    constexpr char kHex[] = "0123456789ABCDEF";
+    std::string escaped;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+                           c == '-' || c == '~' || (c == '/' && keep_slashes);
+        if (plain) {
+            escaped += c;
+        } else {
+            escaped.append({'%', kHex[byte >> 4], kHex[byte & 15]});
+        }
+    }
+    return escaped;
+}
+
+class CurlSession : public FtpSession {
+  public:
+    CurlSession(ServerOptions&& options, Cancelled&& cancelled)
+        : m_options(std::move(options)), m_cancelled(std::move(cancelled)), m_curl(curl_easy_init()) {}
+    ~CurlSession() override { curl_easy_cleanup(m_curl); }
+    CurlSession(const CurlSession&) = delete;
+    CurlSession& operator=(const CurlSession&) = delete;
+
+    FtpResult List(const std::string& directory, ListCommand command, const Receiver& receiver) override {
+        if (const FtpResult result = Prepare(directory, ""); !result.Done()) return result;
+        curl_easy_setopt(m_curl, CURLOPT_CUSTOMREQUEST, CommandOf(command));
+        return Perform(&receiver);
+    }
+
+    FtpResult Ask(const std::string& directory, const std::string& name, FileFacts& facts) override {
+        if (const FtpResult result = Prepare(directory, name); !result.Done()) return result;
+        curl_easy_setopt(m_curl, CURLOPT_NOBODY, 1L);
+        curl_easy_setopt(m_curl, CURLOPT_FILETIME, 1L);
+        const FtpResult result = Perform(nullptr);
+        if (!result.Done()) return result;
+        curl_off_t size = -1, time = -1;
+        curl_easy_getinfo(m_curl, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &size);
+        curl_easy_getinfo(m_curl, CURLINFO_FILETIME_T, &time);
+        facts = {};
+        if (size >= 0) facts.size = static_cast<std::uint64_t>(size);
+        if (time >= 0) facts.modified = TimeText(static_cast<std::time_t>(time));
+        return result;
+    }
+
+    FtpResult Fetch(const std::string& directory, const std::string& name, std::uint64_t offset,
+                    const Receiver& receiver) override {
+        if (const FtpResult result = Prepare(directory, name); !result.Done()) return result;
+        curl_easy_setopt(m_curl, CURLOPT_RESUME_FROM_LARGE, static_cast<curl_off_t>(offset));
+        if (m_options.file_limit != 0) {
+            curl_easy_setopt(m_curl, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(m_options.file_limit));
+        }
+        return Perform(&receiver);
+    }
+
+    std::string LoginDirectory() const override { return m_login_directory; }
+
+  private:
+    static std::string TimeText(std::time_t time) {
+        std::tm parts{};
+        char text[32] = {};
+        if (gmtime_r(&time, &parts) == nullptr) return {};
+        return {text, std::strftime(text, sizeof text, "%Y%m%d%H%M%S", &parts)};
+    }
+
+    static std::size_t OnBytes(char* bytes, std::size_t /*one*/, std::size_t count, void* self) {
+        auto& session = *static_cast<CurlSession*>(self);
+        if (session.m_receiver == nullptr) return count;
+        const bool taken = (*session.m_receiver)({reinterpret_cast<const std::uint8_t*>(bytes), count});
+        if (!taken) session.m_stopped = true;
+        return taken ? count : CURL_WRITEFUNC_ERROR;
+    }
+    static int OnProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+        const auto& cancelled = static_cast<CurlSession*>(self)->m_cancelled;
+        return cancelled && cancelled() ? 1 : 0;
+    }
+
+    // Sets everything anew; the connection stays. The name is empty for a directory.
+    FtpResult Prepare(const std::string& directory, const std::string& name) {
+        if (m_curl == nullptr) return {FtpError::kOther, "out of memory"};
+        for (const std::string_view text : {std::string_view(m_options.host), std::string_view(m_options.user),
+                                            std::string_view(directory), std::string_view(name)}) {
+            if (HasControlCharacter(text)) return {FtpError::kBadOption, "a control character can't be sent"};
+        }
+        if (!IsHostName(m_options.host)) return {FtpError::kBadOption, "the server's name can't be one"};
+        if (HasControlCharacter(m_options.password.Reveal())) {
+            return {FtpError::kBadOption, "the password has a control character, which can't be sent"};
+        }
+        curl_easy_reset(m_curl);
+        SetUrl(directory, name);
+        SetLimits();
+        SetAccount();
+        SetEncryption();
+        curl_easy_setopt(m_curl, CURLOPT_WRITEFUNCTION, &CurlSession::OnBytes);
+        curl_easy_setopt(m_curl, CURLOPT_WRITEDATA, this);
+        curl_easy_setopt(m_curl, CURLOPT_XFERINFOFUNCTION, &CurlSession::OnProgress);
+        curl_easy_setopt(m_curl, CURLOPT_XFERINFODATA, this);
+        curl_easy_setopt(m_curl, CURLOPT_NOPROGRESS, 0L);
+        return {};
+    }
+
+    void SetUrl(const std::string& directory, const std::string& name) {
+        std::string url = m_options.tls_from_start ? "ftps://" : "ftp://";
+        const bool bare_ipv6 = m_options.host.find(':') != std::string::npos && !m_options.host.starts_with('[');
+        url += bare_ipv6 ? "[" + m_options.host + "]" : m_options.host;
+        if (m_options.port != 0) url += ":" + std::to_string(m_options.port);
+        // Behind the first slash a path begins in the directory of the login; a second one is the path's own.
+        url +=
+            '/' + (directory.starts_with('/') ? "%2F" + Escaped(directory.substr(1), true) : Escaped(directory, true));
+        if (url.back() != '/') url += '/';
+        if (!name.empty()) url += Escaped(name, false);
+        curl_easy_setopt(m_curl, CURLOPT_URL, url.c_str());
+        curl_easy_setopt(m_curl, CURLOPT_PATH_AS_IS, 1L);
+        curl_easy_setopt(m_curl, CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_SINGLECWD));
+    }
+
+    void SetLimits() {
+        const long connect = m_options.connect_seconds, stall = m_options.stall_seconds;
+        curl_easy_setopt(m_curl, CURLOPT_PROTOCOLS_STR, "ftp,ftps");
+        curl_easy_setopt(m_curl, CURLOPT_REDIR_PROTOCOLS_STR, "ftp,ftps");
+        curl_easy_setopt(m_curl, CURLOPT_FOLLOWLOCATION, 0L);
+        curl_easy_setopt(m_curl, CURLOPT_PROXY, "");  // nor one from the environment
+        curl_easy_setopt(m_curl, CURLOPT_NOSIGNAL, 1L);
+        curl_easy_setopt(m_curl, CURLOPT_TCP_KEEPALIVE, 1L);
+        curl_easy_setopt(m_curl, CURLOPT_CONNECTTIMEOUT, connect);
+        curl_easy_setopt(m_curl, CURLOPT_ACCEPTTIMEOUT_MS, connect * 1000);
+        curl_easy_setopt(m_curl, CURLOPT_SERVER_RESPONSE_TIMEOUT, stall);
+        curl_easy_setopt(m_curl, CURLOPT_LOW_SPEED_TIME, stall);
+        curl_easy_setopt(m_curl, CURLOPT_LOW_SPEED_LIMIT, static_cast<long>(kSlowestBytes));
+        // Data come from the server itself, not from wherever it points to.
+        curl_easy_setopt(m_curl, CURLOPT_FTP_SKIP_PASV_IP, 1L);
+        if (!m_options.passive) curl_easy_setopt(m_curl, CURLOPT_FTPPORT, "-");
+    }
+
+    void SetAccount() {
+        const bool anonymous = m_options.user.empty();
+        curl_easy_setopt(m_curl, CURLOPT_NETRC, static_cast<long>(CURL_NETRC_IGNORED));
+        curl_easy_setopt(m_curl, CURLOPT_USERNAME, anonymous ? "anonymous" : m_options.user.c_str());
+        curl_easy_setopt(m_curl, CURLOPT_PASSWORD, anonymous ? "zeltrans@" : m_options.password.Reveal().c_str());
+    }
+
+    void SetEncryption() {
+        const bool require = m_options.tls == Tls::kRequire || m_options.tls_from_start;
+        const long use = require ? CURLUSESSL_ALL : m_options.tls == Tls::kTry ? CURLUSESSL_TRY : CURLUSESSL_NONE;
+        curl_easy_setopt(m_curl, CURLOPT_USE_SSL, use);
+        curl_easy_setopt(m_curl, CURLOPT_FTPSSLAUTH, static_cast<long>(CURLFTPAUTH_TLS));
+        curl_easy_setopt(m_curl, CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+        curl_easy_setopt(m_curl, CURLOPT_SSL_VERIFYPEER, require ? 1L : 0L);
+        curl_easy_setopt(m_curl, CURLOPT_SSL_VERIFYHOST, require ? 2L : 0L);
+        if (!m_options.certificates.empty()) {
+            curl_easy_setopt(m_curl, CURLOPT_CAINFO, m_options.certificates.c_str());
+            curl_easy_setopt(m_curl, CURLOPT_CAPATH, nullptr);
+        }
+    }
+
+    FtpResult Perform(const Receiver* receiver) {
+        const BrokenPipeIgnored no_signal;
+        m_receiver = receiver;
+        m_stopped = false;
+        const CURLcode code = curl_easy_perform(m_curl);
+        m_receiver = nullptr;
+        long reply = 0;
+        curl_easy_getinfo(m_curl, CURLINFO_RESPONSE_CODE, &reply);
+        char* entry = nullptr;
+        if (curl_easy_getinfo(m_curl, CURLINFO_FTP_ENTRY_PATH, &entry) == CURLE_OK && entry != nullptr) {
+            m_login_directory = entry;
+        }
+        if (m_stopped) return {FtpError::kStopped, "stopped"};
+        return ResultOf(code, reply);
+    }
+
+    ServerOptions m_options;
+    Cancelled m_cancelled;
+    CURL* m_curl;
+    const Receiver* m_receiver = nullptr;
+    bool m_stopped = false;
+    std::string m_login_directory;
+};
+
+}  // namespace
+
+}  // namespace ftp
+
+extern "C" [[gnu::visibility("default")]] ftp::FtpSession* ZelTransMakeCurlSession(
+    ftp::ServerOptions&& options, ftp::FtpSession::Cancelled&& cancelled) {
+    return new ftp::CurlSession(std::move(options), std::move(cancelled));
+}
