@@ -10,6 +10,7 @@
 #include "platform/system/commands.h"
 #include "platform/system/errors.h"
 #include "platform/system/keys.h"
+#include "platform/system/random.h"
 #include "platform/system/version.h"
 
 namespace {
@@ -116,6 +117,18 @@ TEST_F(Services, AskTheDesktopForKeysAndCommands) {
     EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
     EXPECT_GT(WinExec("Notepad a.txt; rm -r x", 5), 31u);
     EXPECT_EQ(m_desktop.Commands().at(0), "Notepad a.txt; rm -r x");
+}
+
+TEST_F(Services, DrawNumbersOf15BitsInTheSeedsOrder) {
+    crt::srand(1);
+    EXPECT_EQ(crt::rand(), 16838);
+    EXPECT_EQ(crt::rand(), 5758);
+    for (int i = 0; i < 1000; ++i) ASSERT_EQ(crt::rand() & ~crt::kRandMax, 0);
+    crt::srand(0xFFFFFFFF);
+    const int first = crt::rand();
+    crt::srand(0xFFFFFFFF);
+    EXPECT_EQ(crt::rand(), first);
+    EXPECT_NE(crt::rand(), first);
 }
 
 TEST_F(Services, TellAVersionThatMayBeSet) {
