@@ -93,5 +93,5 @@ std::string WriteCopyLog(const CopyPlan& plan, const CopyOutcome& outcome, const
     const std::string text = LogText(plan, outcome, source, request);
     Draft draft(folder);
     if (!draft.IsOpen() || !draft.Write(text.data(), text.size()) || !draft.Commit(name)) return {};
-    return ModulePath(path + (path.ends_with('/') ? "" : "/") + name);
+    return ModulePath(Join(path, name));
 }

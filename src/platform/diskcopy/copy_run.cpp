@@ -97,8 +97,8 @@ class Run {
             }
         }
         const std::string name = there.empty() ? item.name : there;
-        if (ModulePath(m_path + "/" + kDiskFolderNames[static_cast<std::size_t>(item.target)] + "/" + name).size() >=
-            MAX_PATH)
+        const char* const folder = kDiskFolderNames[static_cast<std::size_t>(item.target)];
+        if (ModulePath(Join(Join(m_path, folder), name)).size() >= MAX_PATH)
             return "its path would be longer than 259 characters";
         return Copy(item, target.folder, name, record);
     }

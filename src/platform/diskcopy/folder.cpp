@@ -28,6 +28,10 @@ std::string ErrorWords(int error) {
     return std::generic_category().message(error);
 }
 
+std::string Join(const std::string& path, const std::string& name) {
+    return path + (path.ends_with('/') ? "" : "/") + name;
+}
+
 long ReadSome(int descriptor, void* buffer, std::size_t size) noexcept {
     ssize_t got = -1;
     do {

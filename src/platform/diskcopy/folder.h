@@ -32,6 +32,9 @@ class Descriptor {
 /// The system's words for a value of errno.
 std::string ErrorWords(int error);
 
+/// A path of this system with a name put behind it.
+std::string Join(const std::string& path, const std::string& name);
+
 /// Reads up to `size` bytes. @return the bytes read, 0 at the end, -1 with errno set.
 long ReadSome(int descriptor, void* buffer, std::size_t size) noexcept;
 
