@@ -39,6 +39,19 @@ void AddFontPrompt(CLI::App& command, BoxAnswer& answer, std::optional<std::stri
     AddPath(command, "--browse", browse, "FILE", "the file that the file dialog for a missing font gives [cancelled]");
 }
 
+void AddHostOptions(CLI::App& command, HostOptions& options, RgbaAnswer& rgba) {
+    AddChoice<RgbaAnswer>(
+        command, "--rgba", rgba,
+        {{"object", RgbaAnswer::kObject}, {"background", RgbaAnswer::kBackground}, {"cancel", RgbaAnswer::kCancel}},
+        "how an RGBA picture is inserted");
+    AddChoice<int>(command, "--lines", options.lines, {{"486", 486}, {"576", 576}},
+                   "active lines of the host's video standard");
+    command.add_flag("--tt-convert", options.tt_convert, "send run-coded characters as text in an installed typeface");
+    command.add_flag_callback(
+        "--no-baseline-align", [&options] { options.baseline_align = false; },
+        "give text the vertical shift of its bitmap");
+}
+
 void AddSettings(CLI::App& command, std::optional<std::string>& directory) {
     AddPath(command, "--settings", directory, "DIR",
             "where the stored settings live [zeltrans in the user's configuration directory]");

@@ -8,6 +8,8 @@
 
 #include <CLI/App.hpp>
 
+#include "host/dialog_script.h"
+#include "host/reference_host.h"
 #include "host/user_desktop.h"
 
 /// Exit codes of the command.
@@ -52,6 +54,9 @@ void AddPath(CLI::App& command, const std::string& name, std::optional<std::stri
 /// The directory of the name lists, and how a prompt for a missing font is answered.
 void AddMaps(CLI::App& command, std::optional<std::string>& directory);
 void AddFontPrompt(CLI::App& command, BoxAnswer& answer, std::optional<std::string>& browse);
+
+/// What the host sets in the module's dialog, and how the choice for an RGBA picture is answered.
+void AddHostOptions(CLI::App& command, HostOptions& options, RgbaAnswer& rgba);
 
 /// The directory of the stored settings, and an example of the command in its help.
 void AddSettings(CLI::App& command, std::optional<std::string>& directory);

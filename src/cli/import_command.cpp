@@ -12,6 +12,7 @@
 #include "host/field_overlay.h"
 #include "host/import_run.h"
 #include "host/message_document.h"
+#include "host/message_warnings.h"
 #include "host/picture.h"
 #include "host/png_writer.h"
 
@@ -23,24 +24,12 @@ struct ImportArguments {
     TracePixels pixels = TracePixels::kNo;
     bool warnings = false;
     bool fields = false;
-    bool no_baseline_align = false;
 
     bool TraceToStandardOutput() const { return trace == "-"; }
 };
 
 std::string CountOf(std::size_t count, const char* what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
-// Fonts that the message names and that didn't arrive, by number.
-std::string MissingFonts(const MessageRecord& message) {
-    std::string numbers;
-    for (std::size_t slot = 0; slot < message.fonts.size(); ++slot) {
-        const std::uint16_t number = message.header.font_numbers[slot];
-        if (number == kNoFont || message.fonts[slot]) continue;
-        numbers += (numbers.empty() ? "" : ", ") + std::to_string(number);
-    }
-    return numbers;
 }
 
 class Import {
@@ -89,9 +78,11 @@ int Import::Run() {
 void Import::WritePicture(const ImportOutcome& outcome) {
     std::optional<Picture> picture = m_picture.TakePicture();
     if (!picture) {
-        const bool rgba = !outcome.message || outcome.message->rgba;
+        const std::string& trouble = m_picture.Trouble();
         SayNote(m_arguments.request.message +
-                (rgba ? " is an RGBA picture, which a host loads by itself; " : " has no picture; ") +
+                (!outcome.message   ? " was not inserted; "
+                 : !trouble.empty() ? ": " + trouble + "; "
+                                    : " has no picture; ") +
                 *m_arguments.png + " was not written");
         return;
     }
@@ -123,12 +114,7 @@ void Import::SayWhatArrived(const ImportOutcome& outcome) const {
             characters += character.info.slot >= 0 ? 1 : 0;
         line += CountOf(outcome.message->rows.size(), "row") + ", " + CountOf(characters, "character");
         if (!outcome.message->tabs.empty()) line += ", " + CountOf(outcome.message->tabs.size(), "tab field");
-        const std::string missing = MissingFonts(*outcome.message);
-        if (!missing.empty()) SayNote("not found or not readable: font " + missing + "; a row ends where it is used");
-        if (!outcome.glyph_failures.empty()) {
-            SayNote(CountOf(outcome.glyph_failures.size(), "glyph") +
-                    " couldn't be drawn: " + outcome.glyph_failures.front());
-        }
+        for (const std::string& warning : WarningsOf(*outcome.message)) SayNote(warning);
     }
     if (!m_written.empty()) line += "; wrote " + m_written.substr(2);
     if (!m_arguments.TraceToStandardOutput()) std::cout << line << std::endl;
@@ -160,15 +146,7 @@ void AddChoices(CLI::App& command, ImportArguments& arguments) {
     command.add_flag("--warnings", arguments.warnings,
                      "import by the main dialog, and print each box on standard error");
     AddFontPrompt(command, request.box_answer, request.browse);
-    AddChoice<RgbaAnswer>(
-        command, "--rgba", request.rgba,
-        {{"object", RgbaAnswer::kObject}, {"background", RgbaAnswer::kBackground}, {"cancel", RgbaAnswer::kCancel}},
-        "how an RGBA picture is inserted");
-    AddChoice<int>(command, "--lines", request.host.lines, {{"486", 486}, {"576", 576}},
-                   "active lines of the host's video standard");
-    command.add_flag("--tt-convert", request.host.tt_convert,
-                     "send run-coded characters as text in an installed typeface");
-    command.add_flag("--no-baseline-align", arguments.no_baseline_align, "give text the vertical shift of its bitmap");
+    AddHostOptions(command, request.host, request.rgba);
 }
 
 }  // namespace
@@ -183,7 +161,6 @@ void AddImportCommand(CLI::App& app, CommandRun& run) {
     AddExample(command, "zeltrans import DISK/MESSAGES/.0012 --maps DISK --png 0012.png");
     command.callback([arguments, &run] {
         arguments->request.road = arguments->warnings ? ImportRoad::kDialog : ImportRoad::kSilent;
-        arguments->request.host.baseline_align = !arguments->no_baseline_align;
         run = [arguments] { return Import(*arguments).Run(); };
     });
 }

@@ -5,10 +5,12 @@
 #include <CLI/CLI.hpp>
 
 #include "cli/arguments.h"
+#include "cli/batch_command.h"
 #include "cli/font_command.h"
 #include "cli/import_command.h"
 #include "cli/info_command.h"
 #include "cli/sample_command.h"
+#include "cli/settings_command.h"
 
 namespace {
 
@@ -28,9 +30,11 @@ int RunCommand(int argc, char** argv) {
     app.require_subcommand(1);
     CommandRun run;
     AddImportCommand(app, run);
+    AddBatchCommand(app, run);
     AddFontCommand(app, run);
     AddInfoCommand(app, run);
     AddSampleCommand(app, run);
+    AddSettingsCommand(app, run);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

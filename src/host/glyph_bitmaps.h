@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "font/zel_font.h"
@@ -41,8 +42,9 @@ class GlyphBitmaps {
     /// Checksum of the glyph's pixels, worked out once; nothing without pixels.
     std::optional<std::uint32_t> Checksum(const tag_CharInf& info, unsigned character);
 
-    /// A line for each glyph that could not be had.
+    /// A line for each glyph that could not be had, and the same given away.
     const std::vector<std::string>& Failures() const noexcept { return m_failures; }
+    std::vector<std::string> TakeFailures() { return std::exchange(m_failures, {}); }
 
   private:
     using Key = std::tuple<const tag_font_memory*, unsigned, int>;

@@ -47,7 +47,6 @@ ImportOutcome RunImport(const ImportRequest& request, std::span<HostObserver* co
         if (!outcome.exception) outcome.status = host.Status();
         outcome.message = host.TakeMessage();
         outcome.order_breaches = host.Breaches();
-        outcome.glyph_failures = host.GlyphFailures();
     } catch (const HostError& error) {
         outcome.failure = error.what();
         return outcome;

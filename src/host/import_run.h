@@ -35,7 +35,6 @@ struct ImportOutcome {
     std::string next_id;
     int y_offset = 0;
     std::vector<std::string> order_breaches;  ///< calls out of place; empty is as it should be.
-    std::vector<std::string> glyph_failures;  ///< glyphs whose pixels could not be had.
     std::string failure;  ///< one line that names the file and the reason; empty when all went well.
 
     bool Done() const noexcept { return failure.empty(); }

@@ -50,4 +50,5 @@ struct MessageRecord {
     std::vector<tag_tab_field> tabs;
     std::array<std::optional<FontRecord>, kFontSlots> fonts;
     std::array<std::uint32_t, 256> palette{};  ///< stored entries, 8 sets of 32.
+    std::vector<std::string> glyph_failures;   ///< glyphs whose pixels could not be had.
 };

@@ -248,6 +248,7 @@ void ReferenceHost::FinishImport() {
     m_glyphs.SetFonts(nullptr);
     m_fonts.ReleaseWithSet();
     if (!m_message) return;
+    m_message->glyph_failures = m_glyphs.TakeFailures();
     m_done = std::exchange(m_message, std::nullopt);
     for (HostObserver* observer : m_observers) observer->OnMessage(*m_done);
 }

@@ -63,7 +63,6 @@ class ReferenceHost : private WindowListener {
     /// m_iStatus of the last dialog, taken when its window went.
     std::optional<int> Status() const noexcept { return m_status; }
     const std::vector<std::string>& Breaches() const noexcept { return m_order.Breaches(); }
-    const std::vector<std::string>& GlyphFailures() const noexcept { return m_glyphs.Failures(); }
 
   private:
     template <class Window>

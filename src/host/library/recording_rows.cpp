@@ -164,7 +164,8 @@ std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
         source.font_number = columns.OptionalInt("font number", 0, 65535);
         source.size = columns.Size();
         source.sha256 = columns.Text();
-        if (!IsSha256(source.sha256)) file.Fail("the library is damaged: a file's checksum is none");
+        if (!source.sha256.empty() && !IsSha256(source.sha256))
+            file.Fail("the library is damaged: a file's checksum is none");
     }
     return sources;
 }

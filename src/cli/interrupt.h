@@ -1,0 +1,6 @@
+#pragma once
+
+/// Takes Ctrl-C, and a polite request to end, as a wish to end cleanly: from now on the first sets WasInterrupted, and
+/// a second one ends the program at once.
+void HeedInterrupts();
+bool WasInterrupted() noexcept;

@@ -1,0 +1,92 @@
+#include "host/recorder/batch_recorder.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+#include <utility>
+
+#include <nlohmann/json.hpp>
+
+#include "host/whole_file.h"
+
+namespace {
+
+constexpr std::size_t kLargestChunk = 16;
+constexpr auto kLongestWait = std::chrono::milliseconds(200);
+constexpr std::size_t kWaitingPerThread = 4;
+
+std::filesystem::path FileOf(int number, const std::string& directory, const char* extension) {
+    char name[32];
+    std::snprintf(name, sizeof name, "%04d%s", number, extension);
+    return std::filesystem::path(directory) / name;
+}
+
+void MakeDirectory(const std::string& directory) {
+    std::error_code error;
+    std::filesystem::create_directories(directory, error);
+    if (error) throw std::runtime_error(directory + ": " + error.message());
+}
+
+}  // namespace
+
+void WriteRecordingFiles(const Recording& recording, const std::string& directory) {
+    if (!recording.picture.empty()) WriteWholeFile(FileOf(recording.number, directory, ".png"), recording.picture);
+    WriteWholeFile(FileOf(recording.number, directory, ".json"),
+                   nlohmann::ordered_json::parse(recording.document).dump(2) + "\n");
+}
+
+bool HasRecordingFiles(int number, const std::string& directory, bool with_picture) {
+    std::error_code error;
+    return std::filesystem::exists(FileOf(number, directory, ".json"), error) &&
+           (!with_picture || std::filesystem::exists(FileOf(number, directory, ".png"), error));
+}
+
+BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digests,
+                             std::function<void(const RecordedItem&)> done)
+    : m_options(options), m_digests(digests), m_done(std::move(done)), m_kept_at(std::chrono::steady_clock::now()) {
+    if (options.library) m_library.emplace(*options.library, Library::Access::kWrite);
+    if (options.directory) MakeDirectory(*options.directory);
+    m_workers = std::make_unique<OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
+                                                         [this](Result result) { Take(std::move(result)); });
+}
+
+BatchRecorder::~BatchRecorder() = default;
+
+void BatchRecorder::OnMessage(const MessageRecord& message) {
+    m_arrived = ArrivedMessage{0, message, m_pictures.TakePicture()};
+}
+
+void BatchRecorder::OnBatchItem(const BatchItem& item) {
+    if (item.outcome != ItemOutcome::kRecorded || !m_arrived) {
+        m_workers->Give([item] { return Result{{item, {}}, std::nullopt}; });
+        return;
+    }
+    m_arrived->number = item.number;
+    m_workers->Give([this, item, arrived = std::move(*m_arrived)] { return Record(item, arrived); });
+    m_arrived.reset();
+}
+
+BatchRecorder::Result BatchRecorder::Record(const BatchItem& item, const ArrivedMessage& arrived) {
+    Recording recording = MakeRecording(arrived, m_options.context, m_digests);
+    if (m_options.directory) WriteRecordingFiles(recording, *m_options.directory);
+    return {{item, recording.warnings}, std::move(recording)};
+}
+
+void BatchRecorder::Take(Result result) {
+    m_items.push_back(std::move(result.item));
+    if (m_library && result.recording) m_chunk.push_back(std::move(*result.recording));
+    const bool due = m_chunk.size() >= kLargestChunk || std::chrono::steady_clock::now() - m_kept_at > kLongestWait;
+    if (m_chunk.empty() || due) Keep();
+}
+
+void BatchRecorder::Keep() {
+    if (!m_chunk.empty()) m_library->Record(m_chunk);
+    m_chunk.clear();
+    for (const RecordedItem& item : std::exchange(m_items, {})) m_done(item);
+    m_kept_at = std::chrono::steady_clock::now();
+}
+
+void BatchRecorder::Finish() {
+    m_workers->Finish();
+    Keep();
+}

@@ -1,0 +1,88 @@
+#include "host/recorder/make_recording.h"
+
+#include <ctime>
+
+#include <nlohmann/json.hpp>
+
+#include "host/message_document.h"
+#include "host/message_warnings.h"
+#include "host/module_text.h"
+#include "host/native_path.h"
+#include "host/png_writer.h"
+#include "platform/system/files.h"
+
+namespace {
+
+std::string UtcNow() {
+    const std::time_t now = std::time(nullptr);
+    std::tm utc{};
+    gmtime_r(&now, &utc);
+    char text[32];
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &utc);
+    return text;
+}
+
+std::string TextOf(const MessageRecord& message) {
+    std::string text;
+    for (const RowRecord& row : message.rows) {
+        if (row.text.empty()) continue;
+        if (!text.empty()) text += '\n';
+        text += Utf8FromBytes(row.text);
+    }
+    return text;
+}
+
+std::string FieldName(const tag_tab_field& tab) {
+    const std::string_view name(tab.tab_name, sizeof tab.tab_name);
+    return Utf8FromBytes(name.substr(0, name.find('\0')));
+}
+
+RecordingKind KindOf(const MessageRecord& message) {
+    if (!message.rgba) return RecordingKind::kMessage;
+    return message.object ? RecordingKind::kRgbaObject : RecordingKind::kRgbaBackground;
+}
+
+void AddParts(const MessageRecord& message, Recording& recording) {
+    for (const auto& font : message.fonts) {
+        if (font) recording.fonts.push_back(Utf8FromBytes(font->header.Name()));
+    }
+    for (const tag_tab_field& tab : message.tabs) {
+        recording.fields.push_back({FieldName(tab), tab.tab_start, tab.tab_top, tab.tab_end, tab.tab_bottom});
+    }
+    recording.warnings = WarningsOf(message);
+    recording.text = TextOf(message);
+    constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
+    recording.document =
+        MessageDocument(message, NativePath(message.file.c_str())).dump(-1, ' ', false, kReplaceBadUtf8);
+}
+
+}  // namespace
+
+Recording MakeRecording(const ArrivedMessage& arrived, const RecordingContext& context, FileDigests& digests) {
+    Recording recording;
+    recording.disk = context.disk;
+    recording.number = arrived.number;
+    recording.kind = KindOf(arrived.message);
+    recording.recorded_at = UtcNow();
+    recording.options = context.options;
+    recording.lines = arrived.message.lines;
+    AddParts(arrived.message, recording);
+    recording.sources = SourcesOf(arrived.message, context.font_directory, digests);
+    if (arrived.picture) {
+        recording.width = arrived.picture->width;
+        recording.height = arrived.picture->height;
+        recording.picture = EncodePng(*arrived.picture);
+    }
+    return recording;
+}
+
+std::string DescribeOptions(const HostOptions& options, FileDigests& digests) {
+    std::string text = "lines=" + std::to_string(options.lines);
+    if (options.tt_convert) text += " tt-convert";
+    if (!options.baseline_align) text += " no-baseline-align";
+    if (!options.maps) return text;
+    for (const char* list : {"bitstream_fontlist.txt", "typeface_list.txt"}) {
+        text += std::string(" ") + list + "=" + digests.Of(AbsolutePath(*options.maps) + "/" + list).sha256;
+    }
+    return text;
+}

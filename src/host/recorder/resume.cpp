@@ -1,0 +1,28 @@
+#include "host/recorder/resume.h"
+
+#include <algorithm>
+
+std::set<int> UpToDateNumbers(Library& library, const RecordingContext& context, int first, int last,
+                              FileDigests& digests) {
+    std::set<int> numbers;
+    for (const LibraryEntry& entry : library.List(context.disk)) {
+        if (entry.key.number < first || entry.key.number > last) continue;
+        const std::optional<RecordingOrigin> origin = library.Origin(entry.key);
+        if (origin && origin->options == context.options &&
+            AreUnchanged(origin->sources, context.font_directory, digests)) {
+            numbers.insert(entry.key.number);
+        }
+    }
+    return numbers;
+}
+
+std::vector<NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last) {
+    std::vector<NumberRange> ranges;
+    for (int begin = first; begin <= last;) {
+        const auto next = numbers.lower_bound(begin);
+        const int end = next == numbers.end() ? last : std::min(*next - 1, last);
+        if (begin <= end) ranges.push_back({std::to_string(begin), std::to_string(end)});
+        begin = end + 2;
+    }
+    return ranges;
+}

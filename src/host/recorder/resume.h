@@ -1,0 +1,17 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/library/library.h"
+#include "host/range_entry.h"
+#include "host/recorder/make_recording.h"
+
+/// Numbers from `first` to `last` that a library holds recordings of, made with the same options from files that are
+/// still the same.
+std::set<int> UpToDateNumbers(Library& library, const RecordingContext& context, int first, int last,
+                              FileDigests& digests);
+
+/// What is left of a range, as ranges that are not next to each other.
+std::vector<NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last);
