@@ -81,7 +81,9 @@ Json Character(const MessageRecord& message, const CharacterRecord& character) {
                  {"face_colour", HexColour(info.face_colour)},
                  {"edge_colour", HexColour(info.edge_colour)},
                  {"edge", Edge(info)}};
-    if (!character.font_slot) {
+    if (character.font_slot) {
+        json["step"] = info.glyph_step;
+    } else {
         json["typeface"] = {{"name", FaceName(character.log_font)},
                             {"height", character.log_font.lfHeight},
                             {"weight", character.log_font.lfWeight},

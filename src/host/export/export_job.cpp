@@ -1,0 +1,179 @@
+#include "host/export/export_job.h"
+
+#include <algorithm>
+#include <functional>
+#include <stdexcept>
+#include <system_error>
+
+#include "host/export/resample.h"
+#include "host/sha256.h"
+#include "host/whole_file.h"
+
+namespace {
+
+const ExportFormat& FindFormat(const std::string& name) {
+    const auto& formats = ExportFormats();
+    const auto found = std::find_if(formats.begin(), formats.end(), [&](const auto& f) { return f.name == name; });
+    if (found == formats.end()) throw std::runtime_error("there is no export format " + name);
+    return *found;
+}
+
+std::vector<std::string> WithoutRepeats(const std::vector<std::string>& names) {
+    std::vector<std::string> once;
+    for (const std::string& name : names) {
+        if (std::find(once.begin(), once.end(), name) == once.end()) once.push_back(name);
+    }
+    return once;
+}
+
+bool Holds(const std::vector<std::string>& names, const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// Runs a step and gives its failure's reason; empty when all went well.
+std::string ReasonOf(const std::function<void()>& step) {
+    try {
+        step();
+    } catch (const std::bad_alloc&) {
+        return "out of memory";
+    } catch (const std::exception& error) {
+        return error.what();
+    }
+    return {};
+}
+
+}  // namespace
+
+struct ExportJob::Outcome {
+    ExportedMessage message;
+    std::vector<ManifestFile> files;
+    std::vector<std::string> failures;
+};
+
+ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::string>& formats,
+                     const ExportOptions& options, int jobs)
+    : m_directory(std::move(directory)),
+      m_jobs(static_cast<std::size_t>(std::max(jobs, 1))),
+      m_formats(WithoutRepeats(formats)) {
+    if (Holds(m_formats, "png") && Holds(m_formats, "key-fill")) {
+        throw std::runtime_error("png and key-fill write files of the same name: export them to two directories");
+    }
+    for (const std::string& name : m_formats) {
+        m_exporters.push_back(FindFormat(name).make(options));
+        m_wants_thumbnails = m_wants_thumbnails || m_exporters.back()->WantsThumbnails();
+    }
+    m_manifest.formats = m_formats;
+    m_manifest.premultiplied = options.premultiplied;
+    std::error_code error;
+    std::filesystem::create_directories(m_directory, error);
+    if (error) throw std::runtime_error(m_directory.string() + ": could not be made: " + error.message());
+    if (!std::filesystem::is_directory(m_directory, error)) {
+        throw std::runtime_error(m_directory.string() + ": is no directory");
+    }
+}
+
+ExportJob::~ExportJob() = default;
+
+void ExportJob::Export(const Recording& recording) {
+    ++m_summary.messages;
+    if (const std::string reason = ReasonOf([&] { CheckNames(recording); }); !reason.empty()) {
+        ++m_summary.failed_messages;
+        m_summary.failures.push_back(std::to_string(recording.number) + ": " + reason);
+        return;
+    }
+    if (m_jobs == 1) {
+        Collect(Work(recording));
+        return;
+    }
+    if (m_under_way.size() == m_jobs) CollectOldest();
+    const auto work = [this, recording] { return Work(recording); };
+    try {
+        m_under_way.push_back(std::async(std::launch::async, work));
+    } catch (const std::system_error&) {
+        m_under_way.push_back(std::async(std::launch::deferred, work));  // no thread is to be had: done when it is due
+    }
+}
+
+/// @throws std::runtime_error for a message whose files can't have names of their own.
+void ExportJob::CheckNames(const Recording& recording) {
+    const std::string stem = StemOf(recording.disk, recording.number);
+    if (!m_stems.insert(stem).second) throw std::runtime_error("another message has the file name " + stem);
+}
+
+ExportSummary ExportJob::Finish() {
+    while (!m_under_way.empty()) CollectOldest();
+    for (std::size_t n = 0; n < m_exporters.size(); ++n) {
+        const std::string reason = ReasonOf([&] { WriteRangeFiles(m_exporters[n]->Finish()); });
+        if (!reason.empty()) m_summary.failures.push_back(m_formats[n] + ": " + reason);
+    }
+    const std::string reason = ReasonOf([this] { WriteManifest(); });
+    if (!reason.empty()) m_summary.failures.push_back(reason);
+    return std::move(m_summary);
+}
+
+/// Runs on a thread of its own; nothing of the job is changed.
+ExportJob::Outcome ExportJob::Work(const Recording& recording) const {
+    Outcome outcome;
+    outcome.message.disk = recording.disk;
+    outcome.message.number = recording.number;
+    outcome.message.title = TitleOf(recording.text);
+    ExportSubject subject(recording);
+    outcome.message.stem = subject.Stem();
+    for (std::size_t n = 0; n < m_exporters.size(); ++n) ExportIn(n, subject, outcome);
+    if (m_wants_thumbnails && !recording.picture.empty()) {
+        const std::string reason = ReasonOf([&] { outcome.message.thumbnail = Thumbnail(subject.Frame()); });
+        if (!reason.empty()) outcome.failures.push_back("thumbnail: " + reason);
+    }
+    for (const ManifestFile& file : outcome.files) outcome.message.files.push_back(file.name);
+    return outcome;
+}
+
+void ExportJob::ExportIn(std::size_t format, ExportSubject& message, Outcome& outcome) const {
+    const std::string reason = ReasonOf([&] {
+        for (const ExportedFile& file : m_exporters[format]->Export(message)) outcome.files.push_back(Write(file));
+    });
+    if (!reason.empty()) outcome.failures.push_back(m_formats[format] + ": " + reason);
+}
+
+ManifestFile ExportJob::Write(const ExportedFile& file) const {
+    WriteWholeFile(m_directory / file.name, file.bytes);
+    return {file.name, file.bytes.size(), Sha256(file.bytes)};
+}
+
+void ExportJob::CollectOldest() {
+    std::future<Outcome> oldest = std::move(m_under_way.front());
+    m_under_way.pop_front();
+    Collect(oldest.get());
+}
+
+void ExportJob::Collect(Outcome outcome) {
+    const ExportedMessage& message = outcome.message;
+    for (std::size_t n = 0; n < m_exporters.size(); ++n) {
+        const std::string reason = ReasonOf([&] { WriteRangeFiles(m_exporters[n]->Collect(message)); });
+        if (!reason.empty()) m_summary.failures.push_back(m_formats[n] + ": " + reason);
+    }
+    for (const ManifestFile& file : outcome.files) Count(file);
+    for (const std::string& failure : outcome.failures) {
+        m_summary.failures.push_back(message.stem + ": " + failure);
+    }
+    if (!outcome.failures.empty()) ++m_summary.failed_messages;
+    m_manifest.messages.push_back(
+        {message.disk, message.number, message.title, std::move(outcome.files), std::move(outcome.failures)});
+}
+
+void ExportJob::WriteRangeFiles(const std::vector<ExportedFile>& files) {
+    for (const ExportedFile& file : files) {
+        m_manifest.range_files.push_back(Write(file));
+        Count(m_manifest.range_files.back());
+    }
+}
+
+void ExportJob::WriteManifest() {
+    WriteRangeFiles({{"manifest.json", ManifestJson(m_manifest)}});
+    Count(Write({"SHA256SUMS", ChecksumLines(m_manifest)}));
+}
+
+void ExportJob::Count(const ManifestFile& file) {
+    ++m_summary.files;
+    m_summary.bytes += file.size;
+}

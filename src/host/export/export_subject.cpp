@@ -1,0 +1,61 @@
+#include "host/export/export_subject.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "host/export/frame.h"
+#include "host/export/utf8.h"
+#include "host/png_reader.h"
+#include "host/sha256.h"
+
+namespace {
+
+constexpr std::size_t kLongestDiskName = 40;
+constexpr std::size_t kLongestTitle = 100;
+
+constexpr bool IsPlain(char c) noexcept {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+}
+
+std::string PlainDiskName(const std::string& disk) {
+    std::string name = disk.substr(0, kLongestDiskName);
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return !IsPlain(c); }, '_');
+    return name == disk ? name : name + '-' + Sha256(disk).substr(0, 6);
+}
+
+}  // namespace
+
+ExportSubject::ExportSubject(const Recording& recording)
+    : m_recording(recording), m_stem(StemOf(recording.disk, recording.number)) {}
+
+const Picture& ExportSubject::Frame() {
+    if (!m_frame) {
+        if (m_recording.picture.empty()) throw std::runtime_error("there is no picture");
+        m_frame = PlacedOnFrame(DecodePng(m_recording.picture), FrameLines(m_recording.lines));
+    }
+    return *m_frame;
+}
+
+std::string FourDigits(int number) {
+    if (number < 0 || number > 9999) throw std::runtime_error("the number isn't 0 to 9999");
+    const std::string digits = std::to_string(number);
+    return std::string(4 - digits.size(), '0') + digits;
+}
+
+std::string StemOf(const std::string& disk, int number) {
+    return (disk.empty() ? disk : PlainDiskName(disk) + '_') + FourDigits(number);
+}
+
+std::string TitleOf(const std::string& text) {
+    std::string title;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        const std::string line = ValidUtf8(std::string_view(text).substr(begin, std::min(end - begin, kLongestTitle)));
+        const std::size_t first = line.find_first_not_of(' ');
+        if (first != std::string::npos && (title.empty() || line.size() > first + 1)) title = line.substr(first);
+        if (title.size() > 1) break;
+        begin = end + 1;
+    }
+    return title;
+}

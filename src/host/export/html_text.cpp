@@ -1,0 +1,51 @@
+#include "host/export/html_text.h"
+
+#include <nettle/base64.h>
+
+#include "host/export/utf8.h"
+#include "host/sha256.h"
+
+std::string HtmlText(std::string_view text) {
+    std::string html;
+    for (const char c : ValidUtf8(text)) {
+        switch (c) {
+            case '&':
+                html += "&amp;";
+                break;
+            case '<':
+                html += "&lt;";
+                break;
+            case '>':
+                html += "&gt;";
+                break;
+            case '"':
+                html += "&quot;";
+                break;
+            case '\'':
+                html += "&#39;";
+                break;
+            default:
+                html += c;
+        }
+    }
+    return html;
+}
+
+std::string Base64(std::string_view bytes) {
+    std::string text(BASE64_ENCODE_RAW_LENGTH(bytes.size()), '\0');
+    base64_encode_raw(text.data(), bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
+    return text;
+}
+
+std::string HtmlHead(std::string_view title, std::string_view style) {
+    const std::string policy = "default-src 'none'; img-src data:; style-src 'sha256-" + Base64(Sha256Raw(style)) +
+                               "'; base-uri 'none'; form-action 'none'";
+    std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
+    html += "<meta http-equiv=\"Content-Security-Policy\" content=\"" + policy + "\">\n";
+    html += "<meta name=\"referrer\" content=\"no-referrer\">\n";
+    html += "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n";
+    html += "<title>" + HtmlText(title) + "</title>\n<style>";
+    html += style;
+    html += "</style>\n</head>\n<body>\n";
+    return html;
+}

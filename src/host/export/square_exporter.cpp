@@ -1,0 +1,27 @@
+#include "host/export/export_formats.h"
+#include "host/export/frame.h"
+#include "host/export/resample.h"
+#include "host/png_writer.h"
+
+namespace {
+
+class SquareExporter : public Exporter {
+  public:
+    explicit SquareExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
+
+    std::vector<ExportedFile> Export(ExportSubject& message) const override {
+        Picture picture = WithSquarePixels(message.Frame());
+        if (m_premultiplied) picture = Premultiplied(std::move(picture));
+        const PngForm form{PngChannels::kColourAndAlpha, PixelShape::kSquare};
+        return {{message.Stem() + "_square.png", EncodePng(picture, form)}};
+    }
+
+  private:
+    const bool m_premultiplied;
+};
+
+}  // namespace
+
+std::unique_ptr<Exporter> MakeSquareExporter(const ExportOptions& options) {
+    return std::make_unique<SquareExporter>(options.premultiplied);
+}

@@ -1,0 +1,79 @@
+#include <cstring>
+
+#include "host/export/export_formats.h"
+#include "host/export/frame.h"
+
+namespace {
+
+/// What the extension area says of the alpha.
+enum class AlphaType : std::uint8_t { kStraight = 3, kPremultiplied = 4 };
+
+constexpr std::size_t kHeaderSize = 18, kExtensionSize = 495, kFooterSize = 26;
+
+void Put16(std::string& bytes, std::size_t offset, unsigned value) {
+    bytes[offset] = static_cast<char>(value & 0xFF);
+    bytes[offset + 1] = static_cast<char>(value >> 8 & 0xFF);
+}
+
+void Put32(std::string& bytes, std::size_t offset, std::size_t value) {
+    Put16(bytes, offset, value & 0xFFFF);
+    Put16(bytes, offset + 2, value >> 16 & 0xFFFF);
+}
+
+std::string Header(const Picture& picture) {
+    std::string header(kHeaderSize, '\0');
+    header[2] = 2;  // true colour, not compressed
+    Put16(header, 12, static_cast<unsigned>(picture.width));
+    Put16(header, 14, static_cast<unsigned>(picture.height));
+    header[16] = 32;        // bits a pixel
+    header[17] = 0x20 | 8;  // first pixel at the upper left; 8 of the bits are alpha
+    return header;
+}
+
+/// Blue, green, red, alpha.
+std::string Pixels(const Picture& picture) {
+    std::string pixels(picture.rgba.begin(), picture.rgba.end());
+    for (std::size_t n = 0; n + 3 < pixels.size(); n += 4) std::swap(pixels[n], pixels[n + 2]);
+    return pixels;
+}
+
+std::string Extension(int lines, AlphaType alpha) {
+    std::string extension(kExtensionSize, '\0');
+    Put16(extension, 0, kExtensionSize);
+    std::memcpy(&extension[426], "ZelTrans", 8);    // software
+    extension[469] = ' ';                           // letter of its version: none
+    Put16(extension, 474, lines == 576 ? 12 : 10);  // width of a pixel
+    Put16(extension, 476, 11);                      // height of a pixel
+    extension[494] = static_cast<char>(alpha);
+    return extension;
+}
+
+std::string Footer(std::size_t extension_offset) {
+    std::string footer(kFooterSize, '\0');
+    Put32(footer, 0, extension_offset);
+    std::memcpy(&footer[8], "TRUEVISION-XFILE.", 17);
+    return footer;
+}
+
+class TgaExporter : public Exporter {
+  public:
+    explicit TgaExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
+
+    std::vector<ExportedFile> Export(ExportSubject& message) const override {
+        const Picture& frame = message.Frame();
+        std::string bytes = Header(frame) + Pixels(m_premultiplied ? Premultiplied(frame) : frame);
+        const std::size_t extension = bytes.size();
+        bytes += Extension(frame.height, m_premultiplied ? AlphaType::kPremultiplied : AlphaType::kStraight);
+        bytes += Footer(extension);
+        return {{message.Stem() + ".tga", std::move(bytes)}};
+    }
+
+  private:
+    const bool m_premultiplied;
+};
+
+}  // namespace
+
+std::unique_ptr<Exporter> MakeTgaExporter(const ExportOptions& options) {
+    return std::make_unique<TgaExporter>(options.premultiplied);
+}
