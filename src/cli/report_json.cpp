@@ -132,6 +132,7 @@ std::string ReportJson(const inspect::FileReport& report) {
                  {"remarks", report.remarks}};
     if (report.message) json["message"] = Message(*report.message);
     if (report.font) json["font"] = Font(*report.font);
+    if (report.picture) json["picture"] = {{"width", report.picture->width}, {"height", report.picture->height}};
     if (report.list) json["list"] = {{"lines", report.list->lines}, {"entries", report.list->entries}};
     // A file's name needn't be UTF-8.
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);

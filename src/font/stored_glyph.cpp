@@ -16,6 +16,14 @@ StoredGlyphHead ConvertStoredGlyphHead(std::span<const std::uint8_t> record) noe
     return head;
 }
 
+StoredGlyphFault CheckStoredGlyph(const StoredGlyphHead& head, std::size_t present) noexcept {
+    if (present < kStoredGlyphHeadSize) return StoredGlyphFault::kHeadCutShort;
+    if (head.width <= 0 || head.height <= 0) return StoredGlyphFault::kNoPixels;
+    const std::uint64_t pixels = static_cast<std::uint64_t>(head.width) * static_cast<std::uint64_t>(head.height) * 4;
+    if (head.length < kStoredGlyphHeadSize + pixels) return StoredGlyphFault::kTooSmall;
+    return present < head.length ? StoredGlyphFault::kPixelsCutShort : StoredGlyphFault::kNone;
+}
+
 void StraightenPixels(std::span<std::uint8_t> pixels) noexcept {
     for (; pixels.size() >= 4; pixels = pixels.subspan(4)) {
         const unsigned alpha = pixels[0];

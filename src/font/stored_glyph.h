@@ -19,6 +19,18 @@ inline constexpr std::size_t kStoredGlyphHeadSize = 4 + 2 + 2 + 2 + 2;
 /// The head from the record's first bytes; missing ones read as zero.
 StoredGlyphHead ConvertStoredGlyphHead(std::span<const std::uint8_t> record) noexcept;
 
+/// What is wrong with a stored bitmap glyph's record.
+enum class StoredGlyphFault {
+    kNone = 0,
+    kHeadCutShort,    ///< the file ends within the head.
+    kNoPixels,        ///< the width or the height is 0 or below.
+    kTooSmall,        ///< the length is too small for the pixels.
+    kPixelsCutShort,  ///< the file ends within the record.
+};
+
+/// @param present  bytes from the record's first to the file's end.
+StoredGlyphFault CheckStoredGlyph(const StoredGlyphHead& head, std::size_t present) noexcept;
+
 /// Converts pixels in place, from alpha, blue, green, red with the colour multiplied by alpha to blue, green, red,
 /// alpha with the straight colour. A colour byte above its alpha counts as its alpha; a pixel of alpha 0 becomes all
 /// zero.

@@ -5,8 +5,10 @@
 #include "dialog/zel_trans_dlg.h"
 #include "font/zel_font.h"
 #include "host/glyph_bitmaps.h"
+#include "host/rgba_file.h"
 #include "message/zel_message.h"
 #include "pipeline/host_messages.h"
+#include "platform/system/files.h"
 
 namespace {
 
@@ -42,9 +44,10 @@ void PictureComposer::OnSend(const SentMessage& message) {
             m_bitmaps = nullptr;
             m_arrived.clear();
             m_picture.reset();
+            m_trouble.clear();
             break;
         case kMsgRgba:
-            m_picture.reset();
+            LoadRgba(*reinterpret_cast<const CZelTransDlg*>(message.lParam));
             break;
         case kMsgRowsDone:
             Compose(*reinterpret_cast<const CZelMessage*>(message.lParam));
@@ -59,6 +62,13 @@ void PictureComposer::OnChar(const SentCharacter& character) {
     m_bitmaps = &character.glyphs;
     const LOGFONT* font = character.info.log_font;
     m_arrived.push_back({character.info, font != nullptr ? *font : LOGFONT{}, character.character});
+}
+
+void PictureComposer::LoadRgba(const CZelTransDlg& dialog) {
+    const std::string file = std::string(dialog.m_sMessageDir.GetString()) + '\\' + dialog.m_sMessageID.GetString();
+    RgbaPicture rgba = ReadRgbaFile(NativePath(file.c_str()));
+    m_picture = std::move(rgba.picture);
+    m_trouble = std::move(rgba.trouble);
 }
 
 void PictureComposer::Compose(const CZelMessage& message) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "host/composite.h"
@@ -10,6 +11,7 @@
 
 class CZelFont;
 class CZelMessage;
+class CZelTransDlg;
 
 inline constexpr int kPictureWidth = 720;  ///< pixels of a line in both video standards.
 
@@ -22,15 +24,18 @@ struct Picture {
 
 /// Composes the picture of each message on a clear ground, a later character over the earlier ones: 720 x 486 pixels
 /// for NTSC and 720 x 576 for PAL, by the message's own standard. A character in bitmap form lies where its record
-/// says; one in text form stands on the baseline that its bitmap would have stood on.
+/// says; one in text form stands on the baseline that its bitmap would have stood on. The picture of an RGBA file is
+/// the file's own, in its own size, whether it is inserted as an object or as a background.
 class PictureComposer : public HostObserver {
   public:
     void OnSend(const SentMessage& message) override;
     void OnChar(const SentCharacter& character) override;
 
-    /// The picture of the last message that arrived whole; nothing when there is none, as for an RGBA file. It is given
-    /// once.
+    /// The picture of the last message that arrived whole; nothing when there is none. It is given once.
     std::optional<Picture> TakePicture();
+
+    /// Why the last RGBA file gave no picture, in words that follow the file's name; empty when it gave one.
+    const std::string& Trouble() const noexcept { return m_trouble; }
 
   private:
     /// A character as it came, kept until the message with its rows arrives.
@@ -40,6 +45,7 @@ class PictureComposer : public HostObserver {
         unsigned character;
     };
 
+    void LoadRgba(const CZelTransDlg& dialog);
     void Compose(const CZelMessage& message);
     void LayText(const Canvas& canvas, const Arrived& arrived, const CZelMessage& message);
 
@@ -47,5 +53,6 @@ class PictureComposer : public HostObserver {
     GlyphBitmaps* m_bitmaps = nullptr;  ///< of the message under way; null until a character has come.
     std::vector<Arrived> m_arrived;
     std::optional<Picture> m_picture;
+    std::string m_trouble;
     TextFaces m_faces;
 };

@@ -79,12 +79,20 @@ GlyphFault CheckRunCodes(std::span<const std::uint8_t> encoding, std::uint32_t o
     return GlyphFault::kNeverEnds;
 }
 
-GlyphFault CheckStoredGlyph(const StoredGlyphHead& head, std::size_t present) {
-    if (present < kStoredGlyphHeadSize) return GlyphFault::kHeadCutShort;
-    if (head.width <= 0 || head.height <= 0) return GlyphFault::kNoPixels;
-    const std::uint64_t pixels = static_cast<std::uint64_t>(head.width) * static_cast<std::uint64_t>(head.height) * 4;
-    if (head.length < kStoredGlyphHeadSize + pixels) return GlyphFault::kTooSmall;
-    return present < head.length ? GlyphFault::kPixelsCutShort : GlyphFault::kNone;
+GlyphFault FaultOf(StoredGlyphFault fault) {
+    switch (fault) {
+        case StoredGlyphFault::kNone:
+            break;
+        case StoredGlyphFault::kHeadCutShort:
+            return GlyphFault::kHeadCutShort;
+        case StoredGlyphFault::kNoPixels:
+            return GlyphFault::kNoPixels;
+        case StoredGlyphFault::kTooSmall:
+            return GlyphFault::kTooSmall;
+        case StoredGlyphFault::kPixelsCutShort:
+            return GlyphFault::kPixelsCutShort;
+    }
+    return GlyphFault::kNone;
 }
 
 class GlyphChecker {
@@ -140,7 +148,7 @@ void GlyphChecker::CheckStored(int code, const tag_char_entry& entry) {
     const std::size_t offset = std::min<std::size_t>(entry.glyph_offset, m_bytes.size());
     const auto record = m_bytes.subspan(offset);
     const StoredGlyphHead head = ConvertStoredGlyphHead(record.first(std::min(record.size(), kStoredGlyphHeadSize)));
-    Fault(code, CheckStoredGlyph(head, record.size()));
+    Fault(code, FaultOf(CheckStoredGlyph(head, record.size())));
     if (record.size() >= kStoredGlyphHeadSize) Measured(code, head.width, head.height);
 }
 

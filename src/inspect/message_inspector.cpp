@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "font/stored_glyph.h"
 #include "inspect/row_check.h"
 #include "inspect/section_list.h"
 #include "inspect/tab_check.h"
@@ -130,6 +131,26 @@ void InspectMessage(std::span<const std::uint8_t> bytes, FileReport& report) {
                                                       : Verdict::kReadable;
 }
 
+namespace {
+
+std::string PictureDefect(StoredGlyphFault fault) {
+    switch (fault) {
+        case StoredGlyphFault::kNone:
+            break;
+        case StoredGlyphFault::kHeadCutShort:
+            return "the file ends before the picture's size";
+        case StoredGlyphFault::kNoPixels:
+            return "the picture has a size without pixels";
+        case StoredGlyphFault::kTooSmall:
+            return "the picture's record is too small for its pixels";
+        case StoredGlyphFault::kPixelsCutShort:
+            return "the picture is cut short by the file's end";
+    }
+    return {};
+}
+
+}  // namespace
+
 void InspectRgba(std::span<const std::uint8_t> bytes, FileReport& report) {
     ByteSource source(bytes);
     LoadedMessage loaded;
@@ -140,9 +161,18 @@ void InspectRgba(std::span<const std::uint8_t> bytes, FileReport& report) {
         report.reason = "cut short, " + Number(bytes.size()) + " of at least 152 bytes present";
         return;
     }
+    const auto record = bytes.subspan(sizeof(tag_psos_header));
+    const StoredGlyphHead head = ConvertStoredGlyphHead(record);
+    report.picture = PictureReport{head.width, head.height};
+    const std::uint64_t present = std::min<std::uint64_t>(record.size(), head.length);
     report.sections = found.sections;
-    report.sections.push_back({"picture", found.End(), bytes.size() - found.End(), bytes.size() - found.End(), 1});
-    report.verdict = Verdict::kWhole;
+    report.sections.push_back({"picture", sizeof(tag_psos_header), head.length, present, 1});
+    const std::string defect = PictureDefect(CheckStoredGlyph(head, record.size()));
+    if (!defect.empty()) report.defects.push_back(defect);
+    if (defect.empty() && present < record.size()) {
+        ReportTrailingBytes(record.subspan(static_cast<std::size_t>(present)), report);
+    }
+    report.verdict = defect.empty() ? Verdict::kWhole : Verdict::kReadable;
 }
 
 }  // namespace inspect

@@ -111,6 +111,12 @@ struct ListReport {
     int entries = 0;  ///< numbers of the Bitstream list, names of the typeface list.
 };
 
+/// The picture of an RGBA file, pixels.
+struct PictureReport {
+    int width = 0;
+    int height = 0;
+};
+
 struct FileReport {
     std::string name;  ///< as given.
     std::uint64_t size = 0;
@@ -123,6 +129,7 @@ struct FileReport {
     std::vector<std::string> remarks;   ///< what is unusual, but loses nothing.
     std::optional<MessageReport> message;
     std::optional<FontReport> font;
+    std::optional<PictureReport> picture;  ///< none of a broken file.
     std::optional<ListReport> list;
 };
 

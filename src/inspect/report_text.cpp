@@ -86,8 +86,7 @@ std::string Writer::Write() {
     if (m_report.message) Message(*m_report.message);
     if (m_report.font) Font(*m_report.font);
     if (m_report.kind == FileKind::kRgba) {
-        Labelled("Picture", Count(m_report.size - std::min<std::uint64_t>(m_report.size, 136), "byte") +
-                                " behind the 136-byte header");
+        if (m_report.picture) Labelled("Picture", Contents(m_report) + " pixels");
         Labelled("Import", "hands it to the host, as an object or as a background; the module reads no further");
     }
     if (m_report.list) {
@@ -325,6 +324,7 @@ std::string Contents(const FileReport& report) {
         return '"' + report.font->name + "\", " + Count(CountOf(report.font->height), "line") + ", " +
                Count(CountOf(report.font->stored_glyphs + report.font->run_coded_glyphs), "glyph");
     }
+    if (report.picture) return std::to_string(report.picture->width) + " x " + std::to_string(report.picture->height);
     if (report.list) return Count(CountOf(report.list->entries), "entry", "entries");
     return {};
 }

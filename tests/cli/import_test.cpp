@@ -83,16 +83,17 @@ TEST(ImportCommand, FindsAMessageByItsNumberAndByAnAbsolutePath) {
     EXPECT_EQ(disk.Shell("zeltrans import \"$PWD/MESSAGES/.0012\" --fonts \"$PWD/MACHINE\" --maps .").exit_code, 0);
 }
 
-TEST(ImportCommand, SaysThatAnRgbaFileGivesNoPicture) {
+TEST(ImportCommand, WritesTheRgbaPictureThatWasInserted) {
     const CommandDisk disk;
-    const CommandResult result = disk.Shell("zeltrans import MESSAGES/.0020 --rgba background --png a.png");
+    CommandResult result = disk.Shell("zeltrans import MESSAGES/.0020 --rgba background --png a.png");
     EXPECT_EQ(result.exit_code, 0);
-    EXPECT_EQ(result.out, "MESSAGES/.0020: an RGBA picture, inserted as a background\n");
-    EXPECT_EQ(result.err,
-              "note: MESSAGES/.0020 is an RGBA picture, which a host loads by itself; a.png was not written\n");
-    EXPECT_FALSE(std::filesystem::exists(disk / "a.png"));
-    EXPECT_EQ(disk.Shell("zeltrans import MESSAGES/.0020 --rgba cancel").out,
-              "MESSAGES/.0020: an RGBA picture, not inserted\n");
+    EXPECT_EQ(result.out, "MESSAGES/.0020: an RGBA picture, inserted as a background; wrote a.png\n");
+    EXPECT_TRUE(std::filesystem::exists(disk / "a.png"));
+    result = disk.Shell("zeltrans import MESSAGES/.0020 --rgba cancel --png b.png");
+    EXPECT_EQ(result.out, "MESSAGES/.0020: an RGBA picture, not inserted\n");
+    EXPECT_EQ(result.err, "note: MESSAGES/.0020 was not inserted; b.png was not written\n");
+    result = disk.Shell("truncate -s 200 MESSAGES/.0020; zeltrans import MESSAGES/.0020 --png b.png");
+    EXPECT_EQ(result.err, "note: MESSAGES/.0020: the picture is cut short by the file's end; b.png was not written\n");
 }
 
 TEST(ImportCommand, KeepsItsSettingsWhereItIsToldTo) {

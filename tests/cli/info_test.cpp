@@ -47,7 +47,7 @@ TEST(InfoCommand, ListsADirectoryWithALineForEachFile) {
               "disk: 4 files (1 message, 1 font, 1 RGBA picture, 1 text), 1 with defects\n"
               "  MACHINE/.0012   font          3,135  1 defect  \"Quay Bold\", 40 lines, 4 glyphs\n"
               "  MESSAGES/.0012  message       4,476  whole     3 rows, 11 characters, fonts 12 31, 2 tabs\n"
-              "  MESSAGES/.0020  RGBA picture    212  whole\n"
+              "  MESSAGES/.0020  RGBA picture    212  whole     4 x 4\n"
               "  README          text              6  -         text, but none of the two name lists\n"
               "\n"
               "  font 31 is not here; named by MESSAGES/.0012\n");

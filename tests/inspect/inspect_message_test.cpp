@@ -175,6 +175,19 @@ TEST(InspectMessage, TellsWhichRowTheFileEndsIn) {
     EXPECT_THAT(report.message->rows[1].runs, ElementsAre("at"));
 }
 
+TEST(InspectMessage, TellsWhatIsAmissWithAPicture) {
+    const std::pair<samples::StoredGlyph, const char*> cases[] = {
+        {{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9), .length = 77}, "is cut short by the file's end"},
+        {{.width = 4, .height = 5, .pixels = samples::Bytes(64, 9)}, "too small for its pixels"},
+        {{.width = 4, .height = 0, .pixels = samples::Bytes(64, 9)}, "a size without pixels"},
+        {{.width = 4, .height = 4, .pixels = samples::Bytes(65, 9), .length = 76}, "1 byte behind the last section"},
+    };
+    for (const auto& [picture, defect] : cases) {
+        const FileReport report = inspect::InspectBytes(samples::WriteRgbaFile(714, picture), ".0020");
+        EXPECT_THAT(Lines(report.defects), HasSubstr(defect));
+    }
+}
+
 TEST(InspectMessage, TellsAnRgbaFile) {
     const samples::StoredGlyph picture{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
     for (const std::uint32_t type : {714U, 717U}) {
@@ -182,6 +195,8 @@ TEST(InspectMessage, TellsAnRgbaFile) {
         EXPECT_EQ(report.kind, inspect::FileKind::kRgba);
         EXPECT_EQ(report.verdict, Verdict::kWhole);
         EXPECT_EQ(report.sections.back().size, 12U + 64U);
+        EXPECT_EQ(report.picture->width, 4);
+        EXPECT_THAT(report.defects, testing::IsEmpty());
     }
 }
 

@@ -1,0 +1,79 @@
+#include "host/rgba_file.h"
+
+#include "host/host_disk.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+/// 2 x 2 pixels: opaque red, half-covering blue, clear with stray colour, and a colour above its alpha.
+const samples::StoredGlyph kFour{
+    .width = 2, .height = 2, .pixels = {255, 0, 0, 255, 128, 128, 0, 0, 0, 9, 9, 9, 100, 0, 200, 50}};
+
+TEST(RgbaFile, GivesItsPixelsTopRowFirstInStraightColours) {
+    for (const std::uint32_t type : {714U, 717U}) {
+        const RgbaPicture rgba = ConvertRgbaFile(samples::WriteRgbaFile(type, kFour));
+        ASSERT_TRUE(rgba.picture) << rgba.trouble;
+        EXPECT_EQ(rgba.picture->width, 2);
+        EXPECT_EQ(rgba.picture->height, 2);
+        EXPECT_EQ(rgba.picture->rgba, (samples::Bytes{255, 0, 0, 255, 0, 0, 255, 128, 0, 0, 0, 0, 128, 255, 0, 100}));
+    }
+}
+
+TEST(RgbaFile, IsRefusedWhenItsPixelsAreNotAllThere) {
+    samples::StoredGlyph wide = kFour, high = kFour, none = kFour, below = kFour, more = kFour, less = kFour;
+    wide.width_word = 4098;
+    wide.pixels.resize(4097 * 2 * 4);
+    high.height_word = 3;
+    none.width_word = 1;
+    below.height_word = 0xFFFF;
+    more.length = 29;
+    less.length = 27;
+    const std::pair<samples::StoredGlyph, const char*> cases[] = {
+        {wide, "4097 x 2 pixels, of which at most 4096"},
+        {high, "too small for 2 x 3"},
+        {none, "size is 0 x 2"},
+        {below, "size is 2 x -1"},
+        {more, "cut short by the file's end"},
+        {less, "too small for 2 x 2"},
+    };
+    for (const auto& [glyph, trouble] : cases) {
+        const RgbaPicture rgba = ConvertRgbaFile(samples::WriteRgbaFile(714, glyph));
+        EXPECT_FALSE(rgba.picture);
+        EXPECT_THAT(rgba.trouble, HasSubstr(trouble));
+    }
+    EXPECT_EQ(ConvertRgbaFile(samples::WriteRgbaFile(702, kFour)).trouble, "it is no RGBA file");
+    const samples::Bytes whole = samples::WriteRgbaFile(714, kFour);
+    for (std::size_t n = 0; n < whole.size(); ++n) {
+        EXPECT_FALSE(ConvertRgbaFile(std::span(whole).first(n)).picture) << n;
+    }
+}
+
+class RgbaImport : public HostDisk {};
+
+TEST_F(RgbaImport, GivesThePictureOfEitherChoice) {
+    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(717, kFour));
+    PictureComposer composer;
+    for (const RgbaAnswer answer : {RgbaAnswer::kObject, RgbaAnswer::kBackground, RgbaAnswer::kCancel}) {
+        m_request.rgba = answer;
+        Import({&composer});
+        const std::optional<Picture> picture = composer.TakePicture();
+        EXPECT_EQ(picture.has_value(), answer != RgbaAnswer::kCancel);
+        if (picture) {
+            EXPECT_EQ(picture->rgba[0], 255);
+        }
+    }
+}
+
+TEST_F(RgbaImport, TellsWhyThereIsNoPicture) {
+    samples::StoredGlyph cut = kFour;
+    cut.length = 1000;
+    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, cut));
+    PictureComposer composer;
+    Import({&composer});
+    EXPECT_FALSE(composer.TakePicture());
+    EXPECT_EQ(composer.Trouble(), "the picture is cut short by the file's end");
+    EXPECT_THAT(ReadRgbaFile(Path("missing")).trouble, HasSubstr("No such file"));
+}
+
+}  // namespace
