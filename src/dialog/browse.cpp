@@ -1,3 +1,5 @@
+#include "dialog/browse.h"
+
 #include <cstdio>
 
 #include "dialog/zel_trans_dlg.h"
@@ -14,15 +16,6 @@ void BringToTop(CDialog& dialog, int combo_box, const char* text) {
     box->SendMessage(CB_SETCURSEL, 0);
 }
 
-namespace {
-
-/// A picked file, its path in two.
-struct PickedFile {
-    char directory[MAX_PATH];
-    CString name;
-};
-
-// Lets the user pick a file, which stands for the directory that it lies in.
 bool PickFile(CDialog& dialog, int combo_box, const char* title, PickedFile& picked) {
     CFileDialog files(TRUE, "*.*", nullptr, OFN_HIDEREADONLY | OFN_EXPLORER, "*.*||", AfxGetThread()->m_pMainWnd);
     files.m_ofn.lpstrTitle = title;
@@ -39,8 +32,6 @@ bool PickFile(CDialog& dialog, int combo_box, const char* title, PickedFile& pic
     picked.name = path.Mid(last + 1);
     return true;
 }
-
-}  // namespace
 
 void CZelTransDlg::OnButtonBrowserFont() {
     PickedFile picked;

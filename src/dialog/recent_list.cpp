@@ -1,5 +1,6 @@
 #include "dialog/recent_list.h"
 
+#include <cstdio>
 #include <cstring>
 
 #include "dialog/zel_trans_dlg.h"
@@ -76,4 +77,26 @@ void CZelTransDlg::DeleteZelTransRegistrySubKey(char* list) {
         if (IsZelTransRegistrySubKeyExist(list, name.GetBuffer(0))) RegDeleteKeyA(key, name);
     }
     RegCloseKey(key);
+}
+
+void AppendRecentEntry(CZelTransDlg& main, int index, const char* list, CDialog& dialog, int combo_box) {
+    char list_name[16], text[MAX_PATH];
+    std::snprintf(list_name, sizeof list_name, "%s", list);
+    CWnd* const box = dialog.GetDlgItem(combo_box);
+    if (box != nullptr && main.RestoreRecentList(index, list_name, text))
+        box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+}
+
+void StoreRecentEntries(CZelTransDlg& main, char* list, CDialog& dialog, int combo_box) {
+    CWnd* const box = dialog.GetDlgItem(combo_box);
+    if (box == nullptr) return;
+    const LRESULT count = box->SendMessage(CB_GETCOUNT);
+    int stored = 0;
+    for (LRESULT index = 0; index < count; ++index) {
+        char text[MAX_PATH] = {};
+        const LRESULT length = box->SendMessage(CB_GETLBTEXTLEN, static_cast<WPARAM>(index));
+        if (length < 0 || length > kMaxRecentText) continue;
+        if (box->SendMessage(CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text)) < 0) continue;
+        main.StoreRecentList(stored++, list, text);
+    }
 }

@@ -1,19 +1,17 @@
 #include "dialog/zel_trans_dlg.h"
 
-#include <cstdio>
-#include <cstring>
-
+#include "dialog/recent_list.h"
 #include "font/zel_font.h"
 #include "pipeline/host_messages.h"
 #include "pipeline/module_state.h"
 #include "platform/diskcopy/copy_dlg.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/data_exchange.h"
-#include "platform/framework/message_box.h"
 #include "platform/framework/module_entry.h"
 #include "platform/system/version.h"
 #include "tools/open_copy_log.h"
 #include "tools/zel_trans_batch.h"
+#include "tools/zel_trans_ftp.h"
 
 ZEL_MODULE_STATIC CString CZelTransDlg::M_sNextMessage;
 
@@ -54,15 +52,6 @@ void AppendAndSelect(CDialog& dialog, int combo_box, const char* text) {
     if (box == nullptr) return;
     const LRESULT index = box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
     box->SendMessage(CB_SETCURSEL, static_cast<WPARAM>(index));
-}
-
-// Appends the entries of a stored list; a missing one leaves no gap.
-void AppendStoredEntry(CZelTransDlg& dialog, int index, const char* list, int combo_box) {
-    char list_name[16], text[MAX_PATH];
-    std::snprintf(list_name, sizeof list_name, "%s", list);
-    CWnd* const box = dialog.GetDlgItem(combo_box);
-    if (box != nullptr && dialog.RestoreRecentList(index, list_name, text))
-        box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
 }
 
 // The disk library behind the copy button serves systems 5.0 and older, and 6.0.
@@ -115,8 +104,8 @@ BOOL CZelTransDlg::OnInitDialog() {
     CDialog::OnInitDialog();
     AfxGetThread()->m_pMainWnd->SendMessage(kMsgDialogReady, 0, reinterpret_cast<LPARAM>(this));
     for (int n = 0; n < 10; ++n) {
-        AppendStoredEntry(*this, n, "FontDir", kFontDirBox);
-        AppendStoredEntry(*this, n, "MessageDir", kMessageDirBox);
+        AppendRecentEntry(*this, n, "FontDir", *this, kFontDirBox);
+        AppendRecentEntry(*this, n, "MessageDir", *this, kMessageDirBox);
     }
     for (const int combo_box : {kFontDirBox, kMessageDirBox}) {
         if (CWnd* const box = GetDlgItem(combo_box)) box->SendMessage(CB_SETCURSEL, 0);
@@ -169,7 +158,9 @@ void CZelTransDlg::OnButtonZeltransCopyFiles() {
 }
 
 void CZelTransDlg::OnButtonZeltransFTP() {
-    AfxMessageBox("Copying over FTP isn't part of this version.");
+    CZelTransFTP ftp(nullptr);
+    ftp.m_pTransDlg = this;
+    ftp.DoModal();
     m_bImportSkip = IgnoreZelFontErrors() ? 1 : 0;
     UpdateData(FALSE);
 }

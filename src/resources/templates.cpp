@@ -1,12 +1,14 @@
 #include "resources/templates.h"
 
 #include "resources/batch_dialog.h"
+#include "resources/ftp_dialog.h"
 #include "resources/import_dialog.h"
 #include "resources/rgba_dialog.h"
 
 namespace {
 
-constexpr DialogTemplate kDialogs[] = {kImportDialogTemplate, kBatchDialogTemplate, kRgbaDialogTemplate};
+constexpr DialogTemplate kDialogs[] = {kImportDialogTemplate, kFtpDialogTemplate, kBatchDialogTemplate,
+                                       kRgbaDialogTemplate};
 
 }  // namespace
 

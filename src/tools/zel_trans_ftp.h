@@ -73,6 +73,7 @@ class CZelTransFTP : public CDialog {
 
   private:
     void ReadAccount(const char* section);
+    void ShowAccount();
     void RequestHostFtp();
     void SaveFtpOptions();
 };
