@@ -143,6 +143,25 @@ bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::
     return Stored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
 }
 
+std::vector<ProfileEntry> SqliteSettingsStore::ProfileEntries() {
+    std::vector<ProfileEntry> entries;
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return entries;
+    auto found = database->Prepare("SELECT section, entry, text, number FROM profile ORDER BY section, entry");
+    while (found.Next()) {
+        ProfileEntry& entry = entries.emplace_back(ProfileEntry{found.Bytes(0), found.Bytes(1), found.Bytes(2)});
+        if (!found.IsNull(3)) entry.value = static_cast<int>(found.Int(3));
+    }
+    return entries;
+}
+
+bool SqliteSettingsStore::DeleteProfileEntry(const std::string& section, const std::string& entry) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    auto gone = database->Prepare("DELETE FROM profile WHERE section = ? AND entry = ?");
+    return Stored(gone.Bind(section).Bind(entry).Run(), database) && database->Changes() == 1;
+}
+
 bool SqliteSettingsStore::KeyExists(const std::string& key) {
     SettingsDatabase* database = Open();
     return database != nullptr && HasKey(*database, key);
@@ -198,4 +217,21 @@ bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& na
     const bool written =
         write.Bind(key).Bind(name).Bind(std::int64_t{value.type}).BindBytes({bytes, value.bytes.size()}).Run();
     return Stored(written && transaction.Commit(), database);
+}
+
+std::vector<std::string> SqliteSettingsStore::ValueNames(const std::string& key) {
+    std::vector<std::string> names;
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return names;
+    auto found = database->Prepare("SELECT name FROM registry_value WHERE path = ? ORDER BY name");
+    found.Bind(key);
+    while (found.Next()) names.push_back(found.Bytes(0));
+    return names;
+}
+
+bool SqliteSettingsStore::DeleteValue(const std::string& key, const std::string& name) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    auto gone = database->Prepare("DELETE FROM registry_value WHERE path = ? AND name = ?");
+    return Stored(gone.Bind(key).Bind(name).Run(), database) && database->Changes() == 1;
 }

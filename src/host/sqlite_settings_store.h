@@ -21,6 +21,9 @@ class SqliteSettingsStore : public SettingsStore {
     /// The user's directory: zeltrans below $XDG_CONFIG_HOME, or below .config of the home directory.
     static std::filesystem::path UserDirectory();
 
+    /// Whether there is a file to read and write, which is opened.
+    bool IsUsable() { return Open() != nullptr; }
+
     /// What a person should know: a damaged file that was set aside, or why nothing can be stored; empty when all is
     /// well.
     const std::string& Note() const noexcept { return m_note; }
@@ -29,6 +32,8 @@ class SqliteSettingsStore : public SettingsStore {
     std::optional<std::string> GetProfileText(const std::string& section, const std::string& entry) override;
     bool SetProfileInt(const std::string& section, const std::string& entry, int value) override;
     bool SetProfileText(const std::string& section, const std::string& entry, const std::string& text) override;
+    std::vector<ProfileEntry> ProfileEntries() override;
+    bool DeleteProfileEntry(const std::string& section, const std::string& entry) override;
 
     bool KeyExists(const std::string& key) override;
     bool KeyHasSubKeys(const std::string& key) override;
@@ -36,6 +41,8 @@ class SqliteSettingsStore : public SettingsStore {
     bool DeleteKey(const std::string& key) override;
     std::optional<RegistryValue> GetValue(const std::string& key, const std::string& name) override;
     bool SetValue(const std::string& key, const std::string& name, const RegistryValue& value) override;
+    std::vector<std::string> ValueNames(const std::string& key) override;
+    bool DeleteValue(const std::string& key, const std::string& name) override;
 
   private:
     SettingsDatabase* Open();

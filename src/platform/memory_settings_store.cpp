@@ -63,6 +63,17 @@ bool MemorySettingsStore::SetProfileText(const std::string& section, const std::
     return true;
 }
 
+std::vector<ProfileEntry> MemorySettingsStore::ProfileEntries() {
+    std::vector<ProfileEntry> entries;
+    entries.reserve(m_profile.size());
+    for (const auto& [names, value] : m_profile) entries.push_back({names.first, names.second, value});
+    return entries;
+}
+
+bool MemorySettingsStore::DeleteProfileEntry(const std::string& section, const std::string& entry) {
+    return m_profile.erase({section, entry}) == 1;
+}
+
 bool MemorySettingsStore::KeyExists(const std::string& key) {
     return m_keys.contains(key);
 }
@@ -100,4 +111,17 @@ bool MemorySettingsStore::SetValue(const std::string& key, const std::string& na
     if (found == m_keys.end()) return false;
     found->second[name] = value;
     return true;
+}
+
+std::vector<std::string> MemorySettingsStore::ValueNames(const std::string& key) {
+    std::vector<std::string> names;
+    const auto found = m_keys.find(key);
+    if (found == m_keys.end()) return names;
+    for (const auto& [name, value] : found->second) names.push_back(name);
+    return names;
+}
+
+bool MemorySettingsStore::DeleteValue(const std::string& key, const std::string& name) {
+    const auto found = m_keys.find(key);
+    return found != m_keys.end() && found->second.erase(name) == 1;
 }

@@ -24,6 +24,8 @@ class ZEL_PLATFORM_API MemorySettingsStore : public SettingsStore {
     std::optional<std::string> GetProfileText(const std::string& section, const std::string& entry) override;
     bool SetProfileInt(const std::string& section, const std::string& entry, int value) override;
     bool SetProfileText(const std::string& section, const std::string& entry, const std::string& text) override;
+    std::vector<ProfileEntry> ProfileEntries() override;
+    bool DeleteProfileEntry(const std::string& section, const std::string& entry) override;
 
     bool KeyExists(const std::string& key) override;
     bool KeyHasSubKeys(const std::string& key) override;
@@ -31,6 +33,8 @@ class ZEL_PLATFORM_API MemorySettingsStore : public SettingsStore {
     bool DeleteKey(const std::string& key) override;
     std::optional<RegistryValue> GetValue(const std::string& key, const std::string& name) override;
     bool SetValue(const std::string& key, const std::string& name, const RegistryValue& value) override;
+    std::vector<std::string> ValueNames(const std::string& key) override;
+    bool DeleteValue(const std::string& key, const std::string& name) override;
 
   private:
     std::map<std::pair<std::string, std::string>, std::variant<int, std::string>, NameLess> m_profile;

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "platform/api.h"
@@ -13,6 +14,13 @@ struct RegistryValue {
     std::vector<BYTE> bytes;
 
     bool operator==(const RegistryValue&) const = default;
+};
+
+/// One entry of the profile: a number or a text.
+struct ProfileEntry {
+    std::string section;
+    std::string entry;
+    std::variant<int, std::string> value;
 };
 
 /// Where the application's profile and the registry of the user keep their values. Names are compared without regard to
@@ -27,6 +35,11 @@ class ZEL_PLATFORM_API SettingsStore {
     virtual bool SetProfileInt(const std::string& section, const std::string& entry, int value) = 0;
     virtual bool SetProfileText(const std::string& section, const std::string& entry, const std::string& text) = 0;
 
+    /// All entries, by section and entry.
+    virtual std::vector<ProfileEntry> ProfileEntries() = 0;
+    /// @return false when there is no such entry, or it could not be deleted.
+    virtual bool DeleteProfileEntry(const std::string& section, const std::string& entry) = 0;
+
     /// Registry keys, by their path below the user's root: names joined by single backslashes, none at the ends. The
     /// root, "", exists.
     virtual bool KeyExists(const std::string& key) = 0;
@@ -39,6 +52,10 @@ class ZEL_PLATFORM_API SettingsStore {
     /// Values of an existing key; nothing when there is no such value.
     virtual std::optional<RegistryValue> GetValue(const std::string& key, const std::string& name) = 0;
     virtual bool SetValue(const std::string& key, const std::string& name, const RegistryValue& value) = 0;
+    /// Names of a key's values, in order.
+    virtual std::vector<std::string> ValueNames(const std::string& key) = 0;
+    /// @return false when there is no such value, or it could not be deleted.
+    virtual bool DeleteValue(const std::string& key, const std::string& name) = 0;
 };
 
 /// Makes a store the current one, null for the default: a MemorySettingsStore of the process. The caller keeps it
