@@ -17,6 +17,8 @@ class SettingsScope {
     SettingsScope(const SettingsScope&) = delete;
     SettingsScope& operator=(const SettingsScope&) = delete;
 
+    bool IsUsable() { return m_store.IsUsable(); }
+
     /// What a person should know of the settings; empty when all is well.
     const std::string& Note() const noexcept { return m_store.Note(); }
 
