@@ -11,7 +11,6 @@
 #include "cli/info_command.h"
 #include "cli/sample_command.h"
 #include "cli/settings_command.h"
-#include "cli/settings_command.h"
 
 namespace {
 
@@ -35,7 +34,6 @@ int RunCommand(int argc, char** argv) {
     AddFontCommand(app, run);
     AddInfoCommand(app, run);
     AddSampleCommand(app, run);
-    AddSettingsCommand(app, run);
     AddSettingsCommand(app, run);
     try {
         app.parse(argc, argv);
