@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <csignal>
 #include <ctime>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -86,6 +87,10 @@ std::string Escaped(const std::string& text, bool keep_slashes) {
     return escaped;
 }
 
+struct FreeList {
+    void operator()(curl_slist* list) const noexcept { curl_slist_free_all(list); }
+};
+
 class CurlSession : public FtpSession {
   public:
     CurlSession(ServerOptions&& options, Cancelled&& cancelled)
@@ -118,11 +123,16 @@ class CurlSession : public FtpSession {
     FtpResult Fetch(const std::string& directory, const std::string& name, std::uint64_t offset,
                     const Receiver& receiver) override {
         if (const FtpResult result = Prepare(directory, name); !result.Done()) return result;
-        curl_easy_setopt(m_curl, CURLOPT_RESUME_FROM_LARGE, static_cast<curl_off_t>(offset));
-        if (m_options.file_limit != 0) {
-            curl_easy_setopt(m_curl, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(m_options.file_limit));
-        }
-        return Perform(&receiver);
+        // Else a transfer would end at the size that the server tells, as though that were all. The library then asks
+        // for no later start by itself.
+        curl_easy_setopt(m_curl, CURLOPT_IGNORE_CONTENT_LENGTH, 1L);
+        if (offset == 0) return Perform(&receiver);
+        const std::string restart = "REST " + std::to_string(offset);
+        const std::unique_ptr<curl_slist, FreeList> commands(curl_slist_append(nullptr, restart.c_str()));
+        curl_easy_setopt(m_curl, CURLOPT_PREQUOTE, commands.get());
+        FtpResult result = Perform(&receiver);
+        curl_easy_setopt(m_curl, CURLOPT_PREQUOTE, nullptr);
+        return result;
     }
 
     std::string LoginDirectory() const override { return m_login_directory; }

@@ -25,10 +25,7 @@ constexpr Meaning kMeanings[] = {
      true},
     {CURLE_REMOTE_FILE_NOT_FOUND, FtpError::kRefused, "the server doesn't have it, or doesn't give it", true},
     {CURLE_FTP_COULDNT_RETR_FILE, FtpError::kRefused, "the server doesn't give it", true},
-    {CURLE_QUOTE_ERROR, FtpError::kRefused, "the server refused a command", true},
-    {CURLE_FILESIZE_EXCEEDED, FtpError::kTooLarge, "larger than a message or a font can be", false},
-    {CURLE_BAD_DOWNLOAD_RESUME, FtpError::kCannotResume, "the server's file is shorter than what is there", false},
-    {CURLE_FTP_COULDNT_USE_REST, FtpError::kCannotResume, "the server can't resume", true},
+    {CURLE_QUOTE_ERROR, FtpError::kCannotResume, "the server can't resume", true},  // REST alone is sent this way
     {CURLE_COULDNT_RESOLVE_HOST, FtpError::kUnreachable, "there is no host of that name", false},
     {CURLE_COULDNT_CONNECT, FtpError::kUnreachable, "nothing answers there", false},
     {CURLE_PARTIAL_FILE, FtpError::kCut, "the connection was cut", false},

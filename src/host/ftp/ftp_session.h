@@ -30,7 +30,6 @@ struct ServerOptions {
     std::string certificates;      ///< file of those that kRequire trusts; empty: the system's.
     int connect_seconds = 15;      ///< for connecting, and for the server's connection back in active mode.
     int stall_seconds = 30;        ///< without a reply, or without kSlowestBytes a second.
-    std::uint64_t file_limit = 0;  ///< bytes of a file, as the server tells them; 0: no limit.
 };
 inline constexpr int kSlowestBytes = 10;
 
@@ -43,7 +42,6 @@ enum class FtpError {
     kTls,        ///< no encryption, or a certificate that isn't good.
     kNoDirectory,
     kRefused,       ///< the server doesn't have it, or doesn't give it, or doesn't know the command.
-    kTooLarge,      ///< the file_limit.
     kCannotResume,  ///< the server begins at a file's start only.
     kUnreachable,   ///< no such host, or nothing answers there.
     kCut,           ///< the connection broke off, or brought less than the server had told.
