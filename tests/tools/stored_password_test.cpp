@@ -37,13 +37,6 @@ TEST(StoredPassword, OfAnEarlierBuildIsRead) {
               "Caf\xE9 & Cr\xE8me, 24 Sugars");
 }
 
-TEST(StoredPassword, SlotsAreFixedAndEndAt79) {
-    EXPECT_EQ(PasswordSlot(0), 75);
-    EXPECT_EQ(PasswordSlot(1), 61);
-    EXPECT_EQ(PasswordSlot(79), 6);
-    for (const int outside : {80, 81, 0x7FFFFFFF, -1, -0x7FFFFFFF}) EXPECT_EQ(PasswordSlot(outside), 0);
-}
-
 TEST(StoredPassword, OfAnyLengthComesBack) {
     for (int length = 0; length <= 78; ++length) {
         std::string password;
@@ -57,7 +50,6 @@ TEST(StoredPassword, OfAnyLengthComesBack) {
 
 TEST(StoredPassword, ThatTheFieldCannotHoldIsNotStored) {
     EXPECT_EQ(Scrambled(std::string(79, 'p')), "");
-    EXPECT_EQ(Scrambled(std::string(5000, 'p')), "");
     EXPECT_EQ(Scrambled("a\rb"), "");
 }
 
@@ -77,12 +69,12 @@ TEST(StoredPassword, HasTheFillerOfTheSecond) {
         const int drawn = crt::rand();
         if (drawn >= 32 && drawn <= 122) expected += static_cast<char>(drawn ^ '\r');
     }
-    int filler_left = 0, of_full = 0;
+    int unlike = 0, of_full = 0;
     for (std::size_t i = 0; i < 80; ++i) {
-        filler_left += one[i] == expected[i] ? 1 : 0;
+        unlike += one[i] != expected[i] ? 1 : 0;
         of_full += full[i] == ('q' ^ '\r') ? 1 : 0;
     }
-    EXPECT_GE(filler_left, 77) << "but for two digits and one character";
+    EXPECT_LE(unlike, 3) << "two digits and one character";
     EXPECT_EQ(of_full, 78) << "no filler is left";
 }
 
@@ -95,9 +87,9 @@ TEST(StoredPassword, DamagedGivesSomeTextOrNone) {
     EXPECT_EQ(Unscrambled(Field('x', '/', '9')), "") << "a length below 0";
     EXPECT_EQ(Unscrambled(Field('x', '\x80', '\x80')), "") << "digits are signed";
     EXPECT_EQ(Unscrambled(Field('x', '0', '1')), "x");
-    const std::string most = Unscrambled(Field('x', '\x7F', '\x7F'));
-    EXPECT_EQ(most.size(), 869U) << "the slots beyond the last are slot 0";
-    EXPECT_EQ(most, std::string(869, 'x'));
+    EXPECT_EQ(Unscrambled(Field('x', '\x7F', '\x7F')), std::string(869, 'x'))
+        << "the last slot is followed by position 0";
+    for (const int outside : {80, 0x7FFFFFFF, -1, -0x7FFFFFFF}) EXPECT_EQ(PasswordSlot(outside), 0);
     EXPECT_EQ(Unscrambled(Field('\0', '0', '3')), std::string(3, '\0'));
 }
 
