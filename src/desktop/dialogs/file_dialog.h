@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+class CFileDialog;
+class QWidget;
+
+/// Lets the user pick a file as dialog.m_ofn tells. Files whose name begins with a dot, as those of messages do, are
+/// shown too.
+/// @param parent  may be null. @param path  receives this system's path. @return IDOK or IDCANCEL.
+int PickFile(QWidget* parent, const CFileDialog& dialog, std::string& path);
