@@ -9,8 +9,18 @@
 
 namespace {
 
+/// A text whose control characters stand as \xNN; a path keeps its backslashes.
+std::string Shown(const std::string& text) {
+    std::string shown;
+    for (const char c : text) {
+        const bool control = static_cast<unsigned char>(c) < ' ' || c == 0x7F;
+        shown += control ? inspect::PrintableCode(static_cast<unsigned char>(c)) : std::string(1, c);
+    }
+    return shown;
+}
+
 std::string Line(const std::string& name, const std::string& value, const std::string& remark) {
-    return "  " + inspect::Printable(name) + " = " + value + (remark.empty() ? "" : "  (" + remark + ")") + "\n";
+    return "  " + Shown(name) + " = " + value + (remark.empty() ? "" : "  (" + remark + ")") + "\n";
 }
 
 std::string EntryLine(const ProfileEntry& stored) {
@@ -29,7 +39,7 @@ std::string EntryLine(const ProfileEntry& stored) {
                known != nullptr && known->kind == SettingKind::kPassword) {
         value = text.empty() ? "" : "(stored)";
     } else {
-        value = inspect::Printable(text);
+        value = Shown(text);
     }
     return Line(stored.entry, value, remark);
 }
@@ -54,7 +64,7 @@ std::string ListText(SettingsStore& store, const RecentList& list) {
     std::string text;
     for (const auto& [index, name] : names) {
         const RegistryValue value = store.GetValue(list.Key(), name).value_or(RegistryValue());
-        text += Line(std::to_string(index), inspect::Printable(RecentText(value)), ListRemark(index, value));
+        text += Line(std::to_string(index), Shown(RecentText(value)), ListRemark(index, value));
     }
     return text;
 }
@@ -68,7 +78,7 @@ std::string RecentText(const RegistryValue& value) {
 std::string SettingsText(SettingsStore& store) {
     std::string text, section;
     const auto begin = [&](const std::string& name) {
-        text += (text.empty() ? "" : "\n") + inspect::Printable(name) + "\n";
+        text += (text.empty() ? "" : "\n") + Shown(name) + "\n";
         section = name;
     };
     for (const ProfileEntry& stored : store.ProfileEntries()) {
