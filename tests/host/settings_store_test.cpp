@@ -1,5 +1,6 @@
 #include <csignal>
 #include <fstream>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include <unistd.h>
 
 #include "host/sqlite_settings_store.h"
+#include "platform/memory_settings_store.h"
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
 
@@ -86,20 +88,93 @@ TEST_F(StoredSettings, AreSharedByTwoStores) {
     }
 }
 
-TEST_F(StoredSettings, SurviveAWriterThatIsKilled) {
-    SqliteSettingsStore(m_directory).SetProfileInt("S", "E", 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        SqliteSettingsStore store(m_directory);
-        for (int n = 1;; ++n, usleep(500)) store.SetProfileInt("S", "E", n);
+/// A process that counts up in entries and values of its own, and says each number once it is stored.
+class Writer {
+  public:
+    Writer(const std::filesystem::path& directory, const std::string& name, int from) : m_name(name) {
+        if (pipe(m_pipe) != 0) throw std::runtime_error("no pipe");
+        m_child = fork();
+        if (m_child == 0) Count(directory, from);
+        close(m_pipe[1]);
     }
-    SqliteSettingsStore store(m_directory);
-    while (store.GetProfileInt("S", "E").value_or(0) < 3) usleep(1000);
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    EXPECT_GE(store.GetProfileInt("S", "E").value_or(-1), 3);
-    EXPECT_TRUE(store.SetProfileInt("S", "E", 1));
-    EXPECT_EQ(store.Note(), "");
+    ~Writer() {
+        if (m_child > 0) Kill();
+    }
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+
+    /// Waits for the process's first number. @return false when it ended without one.
+    bool HasBegun() { return read(m_pipe[0], &m_said, sizeof m_said) == sizeof m_said; }
+    /// Kills the process. @return the last number that it said.
+    int Kill() {
+        kill(m_child, SIGKILL);
+        waitpid(std::exchange(m_child, -1), nullptr, 0);
+        while (HasBegun()) {
+        }
+        close(m_pipe[0]);
+        return m_said;
+    }
+
+  private:
+    [[noreturn]] void Count(const std::filesystem::path& directory, int from) const {
+        SqliteSettingsStore store(directory);
+        store.CreateKey("Lists\\" + m_name);
+        for (int n = from;; ++n, usleep(300)) {  // or the other process would seldom get its turn
+            const auto byte = static_cast<BYTE>(n);
+            if (!store.SetProfileInt(m_name, std::to_string(n), n) ||
+                !store.SetValue("Lists\\" + m_name, "0", {1, {byte, byte}}) ||
+                write(m_pipe[1], &n, sizeof n) != sizeof n)
+                _exit(1);
+        }
+    }
+
+    std::string m_name;
+    int m_pipe[2];
+    pid_t m_child;
+    int m_said = -1;
+};
+
+TEST_F(StoredSettings, OutliveTwoWritersThatAreKilledAtAnyMoment) {
+    int stored[] = {-1, -1};
+    for (int round = 0; round < 6; ++round) {
+        Writer one(m_directory, "one", stored[0] + 1), other(m_directory, "other", stored[1] + 1);
+        ASSERT_TRUE(one.HasBegun() && other.HasBegun());
+        usleep(static_cast<useconds_t>(round * 3700));
+        const int said[] = {one.Kill(), other.Kill()};
+        SqliteSettingsStore store(m_directory);
+        for (int writer = 0; writer < 2; ++writer) {
+            const std::string name = writer == 0 ? "one" : "other";
+            stored[writer] = said[writer];
+            for (int n = 0; n <= stored[writer]; ++n) ASSERT_EQ(store.GetProfileInt(name, std::to_string(n)), n);
+            const auto value = store.GetValue("Lists\\" + name, "0");
+            ASSERT_TRUE(value && value->bytes.size() == 2 && value->bytes[0] == value->bytes[1]) << "half a value";
+            ASSERT_LE(static_cast<BYTE>(value->bytes[0] - static_cast<BYTE>(stored[writer])), 1) << "an older one";
+        }
+        ASSERT_EQ(store.Note(), "");
+    }
+}
+
+TEST_F(StoredSettings, CanBeListedAndDeleted) {
+    SqliteSettingsStore sqlite(m_directory);
+    MemorySettingsStore memory;
+    for (SettingsStore* store : {static_cast<SettingsStore*>(&sqlite), static_cast<SettingsStore*>(&memory)}) {
+        store->SetProfileText("b", "Text", "t");
+        store->SetProfileInt("A", "y", 2);
+        store->SetProfileInt("a", "X", 1);
+        std::string listed;
+        for (const ProfileEntry& entry : store->ProfileEntries())
+            listed += entry.section + entry.entry + (entry.value.index() == 0 ? "# " : "$ ");
+        EXPECT_EQ(listed, "aX# Ay# bText$ ");
+        store->CreateKey("K");
+        for (const char* name : {"z", "Y"}) store->SetValue("K", name, {1, {}});
+        EXPECT_EQ(store->ValueNames("k"), (std::vector<std::string>{"Y", "z"}));
+        EXPECT_TRUE(store->DeleteProfileEntry("B", "TEXT"));
+        EXPECT_FALSE(store->DeleteProfileEntry("B", "TEXT"));
+        EXPECT_TRUE(store->DeleteValue("K", "Z"));
+        EXPECT_FALSE(store->DeleteValue("no", "Z"));
+        EXPECT_EQ(store->ProfileEntries().size(), 2u);
+        EXPECT_EQ(store->ValueNames("K"), (std::vector<std::string>{"Y"}));
+    }
 }
 
 TEST_F(StoredSettings, BeginAfreshBesideADamagedFile) {
