@@ -51,10 +51,13 @@ std::string TitleOf(const std::string& text) {
     std::string title;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find('\n', begin), text.size());
-        const std::string line = ValidUtf8(std::string_view(text).substr(begin, std::min(end - begin, kLongestTitle)));
-        const std::size_t first = line.find_first_not_of(' ');
-        if (first != std::string::npos && (title.empty() || line.size() > first + 1)) title = line.substr(first);
-        if (title.size() > 1) break;
+        const std::vector<char32_t> line = CodePoints(std::string_view(text).substr(begin, end - begin));
+        const auto first = std::find_if(line.begin(), line.end(), [](char32_t code) { return code != ' '; });
+        const auto size = static_cast<std::size_t>(line.end() - first);
+        if (size > 1 || (size == 1 && title.empty())) {
+            title = Utf8({line.data() + (first - line.begin()), std::min(size, kLongestTitle)});
+        }
+        if (size > 1) break;
         begin = end + 1;
     }
     return title;

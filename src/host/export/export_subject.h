@@ -38,5 +38,5 @@ std::string FourDigits(int number);
 std::string StemOf(const std::string& disk, int number);
 
 /// A message in words: the first line with more than one character, since a single one is mostly a piece of artwork;
-/// without it the first that isn't empty. At most 100 bytes of valid UTF-8; empty without text.
+/// without it the first that isn't empty. At most 100 characters, as valid UTF-8; empty without text.
 std::string TitleOf(const std::string& text);

@@ -48,12 +48,29 @@ std::vector<char32_t> CodePoints(std::string_view text) {
     return codes;
 }
 
-std::string ValidUtf8(std::string_view text) {
-    std::string valid;
-    while (!text.empty()) {
-        const Decoded decoded = DecodeFirst(text);
-        valid += decoded.code == kReplacement ? std::string_view("\xEF\xBF\xBD") : text.substr(0, decoded.size);
-        text.remove_prefix(decoded.size);
+std::string Utf8(std::span<const char32_t> codes) {
+    std::string text;
+    const auto follow = [&](char32_t bits) { text += static_cast<char>(0x80 | (bits & 0x3F)); };
+    for (const char32_t code : codes) {
+        if (code < 0x80) {
+            text += static_cast<char>(code);
+        } else if (code < 0x800) {
+            text += static_cast<char>(0xC0 | code >> 6);
+            follow(code);
+        } else if (code < 0x10000) {
+            text += static_cast<char>(0xE0 | code >> 12);
+            follow(code >> 6);
+            follow(code);
+        } else {
+            text += static_cast<char>(0xF0 | code >> 18);
+            follow(code >> 12);
+            follow(code >> 6);
+            follow(code);
+        }
     }
-    return valid;
+    return text;
+}
+
+std::string ValidUtf8(std::string_view text) {
+    return Utf8(CodePoints(text));
 }
