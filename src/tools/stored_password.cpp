@@ -44,6 +44,11 @@ void Alter(char* field) {
     for (int i = 0; i < kStoredPasswordSize; ++i) field[i] = static_cast<char>(field[i] ^ kScrambling);
 }
 
+int SignedByte(char byte) {
+    const int value = static_cast<unsigned char>(byte);
+    return value < 0x80 ? value : value - 0x100;
+}
+
 }  // namespace
 
 std::int32_t PasswordSlot(int i) noexcept {
@@ -71,9 +76,8 @@ void UnscramblePassword(CString& s) {
     if (s.GetLength() != kStoredPasswordSize) return;
     char* const field = s.GetBuffer(kStoredPasswordSize);
     Alter(field);
-    const int tens = static_cast<std::int8_t>(field[PasswordSlot(0)]);
-    const int units = static_cast<std::int8_t>(field[PasswordSlot(1)]);
-    const int n = std::max(10 * tens + units - 11 * '0', 0);
+    const int length = 10 * SignedByte(field[PasswordSlot(0)]) + SignedByte(field[PasswordSlot(1)]) - 11 * '0';
+    const int n = std::max(length, 0);
     CString password;
     char* const out = password.GetBufferSetLength(n);  // a damaged field may ask for more than its slots hold
     for (int i = 0; i < n; ++i) out[i] = field[PasswordSlot(i + 2)];
