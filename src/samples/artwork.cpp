@@ -103,6 +103,17 @@ StoredGlyph PaintRain() {
     });
 }
 
+/// A horizon in a golden ring, within a circle of 58 pixels around 60, 60.
+Paint PaintMark(double x, double y) {
+    if (!InCircle(x, y, 60, 60, 58)) return kClear;
+    if (!InCircle(x, y, 60, 60, 53)) return Gold(1 - y / 120);
+    if (InCircle(x, y, 60, 60, 50) && !InCircle(x, y, 60, 60, 48)) return {236, 240, 250, 0.9};
+    const double wave = 66 + 7 * std::sin(x / 9.5);
+    if (InCircle(x, y, 60, 48, 17)) return {250, 214, 110, 1};
+    return y < wave ? Mix({62, 110, 180, 1}, {150, 190, 232, 1}, y / 66)
+                    : Mix({20, 60, 120, 1}, {8, 24, 60, 1}, (y - 59) / 60);
+}
+
 }  // namespace
 
 Paint Mix(const Paint& from, const Paint& to, double share) {
@@ -166,14 +177,11 @@ StoredGlyph PaintArtwork(Artwork which) {
 }
 
 StoredGlyph PaintStationMark() {
-    return PaintPicture(120, 120, [](double x, double y) -> Paint {
-        if (!InCircle(x, y, 60, 60, 58)) return kClear;
-        if (!InCircle(x, y, 60, 60, 53)) return Gold(1 - y / 120);
-        if (InCircle(x, y, 60, 60, 50) && !InCircle(x, y, 60, 60, 48)) return {236, 240, 250, 0.9};
-        const double wave = 66 + 7 * std::sin(x / 9.5);
-        if (InCircle(x, y, 60, 48, 17)) return {250, 214, 110, 1};
-        return y < wave ? Mix({62, 110, 180, 1}, {150, 190, 232, 1}, y / 66)
-                        : Mix({20, 60, 120, 1}, {8, 24, 60, 1}, (y - 59) / 60);
+    constexpr double kMargin = 12;  // around the mark, for its shadow
+    return PaintPicture(144, 144, [](double x, double y) {
+        const double from_mark = std::hypot(x - 72, y - 75) - 54;
+        const Paint shadow{0, 4, 16, 0.6 * std::clamp(1 - from_mark / 14, 0.0, 1.0)};
+        return Over(PaintMark(x - kMargin, y - kMargin), shadow);
     });
 }
 

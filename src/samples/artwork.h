@@ -37,7 +37,7 @@ enum class Artwork : unsigned {
 };
 StoredGlyph PaintArtwork(Artwork which);
 
-/// The pictures of the RGBA files: a round station mark, and a full-screen background.
+/// The pictures of the RGBA files: a round station mark with a soft shadow, and a full-screen background.
 StoredGlyph PaintStationMark();
 StoredGlyph PaintBackdrop();
 
