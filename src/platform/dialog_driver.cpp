@@ -4,6 +4,53 @@
 
 #include "platform/framework/window.h"
 
+namespace {
+
+DialogActor* g_actor = nullptr;
+
+DialogActor& Actor() {
+    static DialogActor messages;
+    return g_actor != nullptr ? *g_actor : messages;
+}
+
+}  // namespace
+
+void SetDialogActor(DialogActor* actor) {
+    g_actor = actor;
+}
+
+DialogActor::~DialogActor() = default;
+
+void DialogActor::Type(CDialog&, CWnd& control, const std::string& text) {
+    control.SetFocus();
+    control.SetWindowText(text.substr(0, control.m_hWnd->limit).c_str());
+}
+
+void DialogActor::Press(CDialog&, CWnd& control) {
+    control.SendMessage(BM_CLICK);
+}
+
+void DialogActor::Choose(CDialog&, CWnd& control, bool box, int index) {
+    control.SetFocus();
+    control.SendMessage(box ? LB_SETCURSEL : CB_SETCURSEL, static_cast<WPARAM>(index));
+}
+
+void DialogActor::PressEnter(CDialog& dialog, CWnd* button) {
+    if (button != nullptr) {
+        button->SendMessage(BM_CLICK);
+    } else {
+        dialog.SendMessage(WM_COMMAND, dialog.GetDefID() != 0 ? dialog.GetDefID() : static_cast<UINT>(IDOK));
+    }
+}
+
+void DialogActor::PressEscape(CDialog& dialog) {
+    dialog.SendMessage(WM_COMMAND, IDCANCEL);
+}
+
+void DialogActor::Close(CDialog& dialog) {
+    dialog.SendMessage(WM_CLOSE);
+}
+
 CWnd* DialogDriver::Usable(int id) const {
     CWnd* const control = m_dialog.HasEnded() ? nullptr : m_dialog.GetDlgItem(id);
     return control != nullptr && control->IsWindowVisible() && control->IsWindowEnabled() ? control : nullptr;
@@ -19,15 +66,14 @@ bool DialogDriver::IsListBox(int id) const {
 bool DialogDriver::Type(int id, const std::string& text) {
     CWnd* const control = Usable(id);
     if (control == nullptr) return false;
-    control->SetFocus();
-    control->SetWindowText(text.substr(0, control->m_hWnd->limit).c_str());
+    Actor().Type(m_dialog, *control, text);
     return true;
 }
 
 bool DialogDriver::Press(int id) {
     CWnd* const control = Usable(id);
     if (control == nullptr) return false;
-    control->SendMessage(BM_CLICK);
+    Actor().Press(m_dialog, *control);
     return true;
 }
 
@@ -38,10 +84,10 @@ bool DialogDriver::Check(int id, bool on) {
 bool DialogDriver::Choose(int id, int index) {
     CWnd* const control = Usable(id);
     if (control == nullptr || index < 0) return false;
-    control->SetFocus();
     const bool box = IsListBox(id);
-    return index < control->SendMessage(box ? LB_GETCOUNT : CB_GETCOUNT) &&
-           control->SendMessage(box ? LB_SETCURSEL : CB_SETCURSEL, static_cast<WPARAM>(index)) == index;
+    if (index >= control->SendMessage(box ? LB_GETCOUNT : CB_GETCOUNT)) return false;
+    Actor().Choose(m_dialog, *control, box, index);
+    return true;
 }
 
 bool DialogDriver::Choose(int id, const std::string& text) {
@@ -54,17 +100,18 @@ bool DialogDriver::Choose(int id, const std::string& text) {
 
 bool DialogDriver::PressEnter() {
     if (m_dialog.HasEnded()) return false;
-    const UINT id = m_dialog.GetDefID() != 0 ? m_dialog.GetDefID() : static_cast<UINT>(IDOK);
-    if (m_dialog.GetDlgItem(static_cast<int>(id)) != nullptr) return Press(static_cast<int>(id));
-    m_dialog.SendMessage(WM_COMMAND, id);
+    const int id = m_dialog.GetDefID() != 0 ? static_cast<int>(m_dialog.GetDefID()) : IDOK;
+    CWnd* const button = Usable(id);
+    if (button == nullptr && m_dialog.GetDlgItem(id) != nullptr) return false;
+    Actor().PressEnter(m_dialog, button);
     return true;
 }
 
 void DialogDriver::PressEscape() {
-    m_dialog.SendMessage(WM_COMMAND, IDCANCEL);
+    Actor().PressEscape(m_dialog);
 }
 void DialogDriver::Close() {
-    m_dialog.SendMessage(WM_CLOSE);
+    Actor().Close(m_dialog);
 }
 
 std::string DialogDriver::Caption() const {

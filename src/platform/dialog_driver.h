@@ -5,6 +5,24 @@
 
 #include "platform/framework/cdialog.h"
 
+/// How a user's doings reach a dialog. This one sends the control messages; that of a screen works the widgets. The
+/// controls exist, and are visible and enabled.
+class ZEL_PLATFORM_API DialogActor {
+  public:
+    virtual ~DialogActor();
+    virtual void Type(CDialog& dialog, CWnd& control, const std::string& text);
+    virtual void Press(CDialog& dialog, CWnd& control);
+    /// @param box  the control is a list box, not a combo box. @param index  of an entry.
+    virtual void Choose(CDialog& dialog, CWnd& control, bool box, int index);
+    /// @param button  the default button; null when the dialog has none.
+    virtual void PressEnter(CDialog& dialog, CWnd* button);
+    virtual void PressEscape(CDialog& dialog);
+    virtual void Close(CDialog& dialog);
+};
+
+/// Sets who acts for every DialogDriver, null for the one that sends messages. The caller keeps it alive.
+ZEL_PLATFORM_API void SetDialogActor(DialogActor* actor);
+
 /// Does what a user does in a dialog, through the same control messages. An action on a control that is missing, hidden
 /// or disabled does nothing and returns false, since a user couldn't do it either.
 class ZEL_PLATFORM_API DialogDriver {

@@ -21,6 +21,8 @@ bool IsForHost(UINT message) {
 
 }  // namespace
 
+std::unique_ptr<HeadlessDesktop> (*make_desktop)() = [] { return std::make_unique<HeadlessDesktop>(); };
+
 void FontSet::Clear() {
     for (tag_font_memory& slot : m_Slots) {
         ReleaseFontData(&slot);

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -49,6 +50,9 @@ struct WindowMessage {
     LPARAM lParam;
 };
 
+/// Makes the desktop of every test; a program that has a screen sets another maker before the tests run.
+extern std::unique_ptr<HeadlessDesktop> (*make_desktop)();
+
 /// A fresh module on a fresh machine: no settings, nobody at the screen, and a host that only records. The scratch disk
 /// is drive D: with MESSAGES, MACHINE and MAPS, and MAPS is registered for the name lists.
 class ModuleTest : public testing::Test {
@@ -75,7 +79,11 @@ class ModuleTest : public testing::Test {
     /// What the user saw since the last call.
     std::vector<std::string> NewBoxes();
 
-    HeadlessDesktop desktop;
+  private:
+    const std::unique_ptr<HeadlessDesktop> m_desktop = make_desktop();
+
+  protected:
+    HeadlessDesktop& desktop = *m_desktop;
     MemorySettingsStore settings;
     std::vector<WindowMessage> messages;
     std::vector<CharCall> chars;
