@@ -6,6 +6,7 @@
 #include <typeinfo>
 
 #include "dialog/zel_trans_dlg.h"
+#include "host/ftp_service.h"
 #include "host/native_path.h"
 #include "message/zel_message.h"
 #include "pipeline/host_messages.h"
@@ -201,6 +202,9 @@ LRESULT ReferenceHost::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
             } else {
                 m_nuvo_state = static_cast<BYTE>(lParam & 0xFF);
             }
+            return 0;
+        case kMsgFtp:
+            if (m_ftp != nullptr) m_ftp->Handle(*reinterpret_cast<CZelTransFTP*>(lParam));
             return 0;
         default:
             return 0;

@@ -18,6 +18,7 @@
 #include "translate/char_inf.h"
 
 class CZelTransDlg;
+class FtpService;
 
 enum class HowCallEnded { kReturned, kException };
 
@@ -54,6 +55,9 @@ class ReferenceHost : private WindowListener {
     /// Not owned; must outlive the host.
     void AddObserver(HostObserver* observer) { m_observers.push_back(observer); }
 
+    /// Who answers the dialog of the FTP copy; not owned, null for nobody.
+    void SetFtpService(FtpService* service) noexcept { m_ftp = service; }
+
     /// To be called when a call into the module has returned, or has been left by an exception: gives back what fonts
     /// are still held.
     void EndCall(HowCallEnded how);
@@ -85,6 +89,7 @@ class ReferenceHost : private WindowListener {
     std::unique_ptr<MessageWindow<CWnd>> m_main_window, m_host_window;
     std::unique_ptr<MessageWindow<CZelExportWnd>> m_export_window;
     std::vector<HostObserver*> m_observers;
+    FtpService* m_ftp = nullptr;
     BYTE m_nuvo_state = 0;
     OrderChecker m_order;
     GlyphBitmaps m_glyphs;
