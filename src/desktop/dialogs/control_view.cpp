@@ -116,9 +116,11 @@ class ButtonView : public ControlView {
 class PushView : public ButtonView {
   public:
     PushView(DialogView& dialog, const ControlTemplate& source, CWnd& control)
-        : ButtonView(dialog, source, control,
-                     source.kind == ControlKind::multi_line_button ? new MultiLineButton(&dialog)
-                                                                   : new QPushButton(&dialog)) {}
+        : ButtonView(
+              dialog, source, control,
+              source.kind == ControlKind::multi_line_button ? new MultiLineButton(&dialog) : new QPushButton(&dialog)) {
+        static_cast<QPushButton&>(Widget()).setAutoDefault(false);  // a dialog may have no default button
+    }
 
     QSizeF Needed() const override {
         const QFontMetricsF font(Widget().font());
@@ -197,7 +199,7 @@ void ControlView::Mirror(WindowChange change) {
             m_widget->setVisible(Control().IsWindowVisible() != FALSE);
             break;
         case WindowChange::focus:
-            if (!Input().hasFocus()) Input().setFocus();
+            if (!m_widget->hasFocus()) m_widget->setFocus();
             break;
         case WindowChange::rect:
         case WindowChange::default_button:

@@ -23,8 +23,6 @@ class ControlView {
     QWidget& Widget() const noexcept { return *m_widget; }
     const ControlTemplate& Source() const noexcept { return m_source; }
     HWND Handle() const noexcept { return m_handle; }
-    /// The widget that has the keyboard.
-    virtual QWidget& Input() const { return *m_widget; }
 
     /// Room that the control's rectangle has, in dialog units, and the pixels that it takes not to cut its text; an
     /// empty size asks for nothing.

@@ -65,7 +65,7 @@ void DialogView::Run() {
     GoToStart();
     show();
     if (ControlView* const focused = CWnd::GetFocus() != nullptr ? Find(CWnd::GetFocus()->m_hWnd) : nullptr)
-        focused->Input().setFocus(Qt::TabFocusReason);  // which selects the text
+        focused->Widget().setFocus(Qt::TabFocusReason);  // which selects the text
     activateWindow();
     if (!m_left) m_loop.exec();
     if (m_error) std::rethrow_exception(std::exchange(m_error, nullptr));
@@ -141,7 +141,7 @@ void DialogView::changeEvent(QEvent* event) {
 bool DialogView::eventFilter(QObject* receiver, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
         const auto owner = std::find_if(m_controls.begin(), m_controls.end(),
-                                        [receiver](const auto& view) { return &view->Input() == receiver; });
+                                        [receiver](const auto& view) { return &view->Widget() == receiver; });
         if (owner != m_controls.end() && !m_left) CWnd::FromHandle((*owner)->Handle())->SetFocus();
     } else if (event->type() == QEvent::KeyPress) {
         auto* const key = static_cast<QKeyEvent*>(event);
@@ -201,8 +201,6 @@ void DialogView::MakeControls() {
         if (control == nullptr) continue;
         m_controls.push_back(MakeControlView(*this, source.controls[i], *control));
         m_controls.back()->Widget().installEventFilter(this);
-        if (&m_controls.back()->Input() != &m_controls.back()->Widget())
-            m_controls.back()->Input().installEventFilter(this);
     }
 }
 

@@ -3,6 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QTreeView>
 
 #include "desktop/dialogs/screen_text.h"
 #include "platform/framework/cfiledialog.h"
@@ -29,6 +32,18 @@ QStringList NameFilters(const QString& filter) {
     return filters;
 }
 
+/// Sizes, kinds and dates whole, and the rest for the names.
+void MakeRoom(QFileDialog& files) {
+    constexpr int kColumns = 120, kLines = 28;
+    const QFontMetrics metrics = files.fontMetrics();
+    files.resize(metrics.averageCharWidth() * kColumns, metrics.lineSpacing() * kLines);
+    auto* const list = files.findChild<QTreeView*>();
+    if (list == nullptr) return;
+    list->header()->setStretchLastSection(false);
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
 }  // namespace
 
 int PickFile(QWidget* parent, const CFileDialog& dialog, std::string& path) {
@@ -38,13 +53,14 @@ int PickFile(QWidget* parent, const CFileDialog& dialog, std::string& path) {
     files.setOption(QFileDialog::DontUseNativeDialog);
     files.setFilter(QDir::AllDirs | QDir::Files | QDir::Hidden | QDir::NoDot);
     files.setAcceptMode(dialog.m_bOpenFileDialog != FALSE ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
-    files.setFileMode(dialog.m_bOpenFileDialog != FALSE ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    files.setFileMode(QFileDialog::AnyFile);  // a name that isn't there is the caller's affair
     if ((told.Flags & OFN_OVERWRITEPROMPT) == 0) files.setOption(QFileDialog::DontConfirmOverwrite);
     const QStringList filters = NameFilters(TextOf(told.lpstrFilter));
     if (!filters.isEmpty()) files.setNameFilters(filters);
     if (told.lpstrInitialDir != nullptr && *told.lpstrInitialDir != '\0')
         files.setDirectory(QFile::decodeName(NativePath(told.lpstrInitialDir).c_str()));
     if (told.lpstrFile != nullptr && *told.lpstrFile != '\0') files.selectFile(TextOf(told.lpstrFile));
+    MakeRoom(files);
     if (files.exec() != QDialog::Accepted || files.selectedFiles().isEmpty()) return IDCANCEL;
     path = QFile::encodeName(files.selectedFiles().front()).toStdString();
     return IDOK;

@@ -52,7 +52,6 @@ class ComboView : public ControlView {
         });
     }
 
-    QWidget& Input() const override { return *Box().lineEdit(); }
     QSizeF Units() const override { return QSizeF(Source().cx, kClosedHeight); }
     QSizeF Needed() const override {
         const int frame = Box().style()->pixelMetric(QStyle::PM_ComboBoxFrameWidth, nullptr, &Box());
