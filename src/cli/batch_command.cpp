@@ -19,6 +19,7 @@
 #include "host/native_path.h"
 #include "host/recorder/batch_recorder.h"
 #include "host/recorder/resume.h"
+#include "platform/system/files.h"
 
 namespace {
 
@@ -92,7 +93,7 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
     m_recorder_options.context.disk = arguments.name;
     m_recorder_options.context.font_directory =
         m_request.fonts ? AbsolutePath(*m_request.fonts)
-                        : MachineDirectory(AbsolutePath(MessageDirectoryOf(m_request.disk)));
+                        : NativePath(MachineDirectory(ModulePath(AbsolutePath(MessageDirectoryOf(m_request.disk)))).c_str());
     m_recorder_options.context.options = DescribeOptions(m_request.host, m_digests);
     m_recorder_options.library = arguments.library;
     m_recorder_options.directory = arguments.directory;

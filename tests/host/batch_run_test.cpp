@@ -1,0 +1,170 @@
+#include "host/batch_run.h"
+
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/export_run.h"
+#include "host/host_disk.h"
+#include "host/trace.h"
+#include "pipeline/host_messages.h"
+#include "platform/framework/exceptions.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+/// Notes the numbers of a batch as words such as "5 recorded", and each failure's reason.
+class ItemRecorder : public HostObserver {
+  public:
+    void OnBatchItem(const BatchItem& item) override {
+        static constexpr const char* kWords[] = {"recorded", "not inserted", "missing", "failed"};
+        items.push_back(std::to_string(item.number) + " " + kWords[static_cast<int>(item.outcome)]);
+        if (!item.reason.empty()) reasons.push_back(item.reason);
+    }
+
+    std::vector<std::string> items, reasons;
+};
+
+class BatchRun : public HostDisk {
+  protected:
+    BatchRun() {
+        WriteFont(BlockFont());
+        m_batch.disk = m_scratch.Path().string();
+        m_batch.ranges = {{"1", "4"}};
+        m_batch.host.maps = m_batch.disk;
+    }
+
+    BatchOutcome Run(HostObserver* also = nullptr) {
+        m_items = ItemRecorder();
+        std::vector<HostObserver*> observers{&m_items};
+        if (also != nullptr) observers.push_back(also);
+        return RunBatch(m_batch, observers);
+    }
+
+    BatchRequest m_batch;
+    ItemRecorder m_items;
+};
+
+TEST_F(BatchRun, TellsWhatBecomesOfEachNumber) {
+    WriteMessage(OneRow("A"), ".0001");
+    samples::WriteWholeFile(Path("MESSAGES/.0003"), std::string_view("not a message at all, though long enough"));
+    const samples::StoredGlyph picture{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
+    samples::WriteWholeFile(Path("MESSAGES/0004"), samples::WriteRgbaFile(714, picture));
+    struct {
+        bool warnings;
+        RgbaAnswer rgba;
+        const char* last;
+    } const cases[] = {{false, RgbaAnswer::kObject, "4 recorded"},
+                       {true, RgbaAnswer::kBackground, "4 recorded"},
+                       {false, RgbaAnswer::kCancel, "4 not inserted"}};
+    for (const auto& row : cases) {
+        m_batch.warnings = row.warnings;
+        m_batch.rgba = row.rgba;
+        const BatchOutcome outcome = Run();
+        EXPECT_EQ(outcome.end, BatchEnd::kCompleted);
+        EXPECT_THAT(m_items.items, ElementsAre("1 recorded", "2 missing", "3 failed", row.last));
+        EXPECT_THAT(m_items.reasons, ElementsAre(StartsWith(Path("MESSAGES/.0003") + ": ")));
+        EXPECT_THAT(outcome.order_breaches, IsEmpty());
+        EXPECT_EQ(outcome.status, 0);
+    }
+}
+
+TEST_F(BatchRun, FailsEveryNumberOfADiskWithoutMessages) {
+    std::filesystem::remove(Path("MESSAGES"));
+    Run();
+    EXPECT_EQ(m_items.items.size(), 4U);
+    EXPECT_THAT(m_items.reasons.at(3), HasSubstr("MESSAGES is not there"));
+}
+
+TEST_F(BatchRun, RunsSeveralRangesInOneDialog) {
+    for (const char* name : {".0001", ".0003", ".0009"}) WriteMessage(OneRow("A"), name);
+    m_batch.ranges = {{"1", "1"}, {"0003", ".0003"}, {"9", "9"}};
+    OrderRecorder order;
+    Run(&order);
+    EXPECT_THAT(m_items.items, ElementsAre("1 recorded", "3 recorded", "9 recorded"));
+    EXPECT_EQ(order.order.find("1212"), order.order.rfind("1212"));
+}
+
+TEST_F(BatchRun, SaysWhyTheModuleRefusesARange) {
+    m_batch.ranges = {{"1", "x"}, {"1", "2"}};
+    const BatchOutcome outcome = Run();
+    EXPECT_EQ(outcome.end, BatchEnd::kRefused);
+    EXPECT_THAT(outcome.failure, StartsWith("Non-numeric End ID: x"));
+    EXPECT_THAT(m_items.items, IsEmpty());
+}
+
+TEST_F(BatchRun, StopsWhereverItIsAskedTo) {
+    for (const char* name : {".0001", ".0002", ".0003", ".0004"}) WriteMessage(OneRow("A"), name);
+    for (const int asking : {1, 2, 3, 6}) {
+        int asked = 0;
+        m_batch.stop = [&] { return ++asked >= asking; };
+        EXPECT_EQ(Run().end, BatchEnd::kStopped);
+        EXPECT_EQ(m_items.items.size(), static_cast<std::size_t>((asking - 1) / 2)) << asking;
+        EXPECT_EQ(asked, asking);
+    }
+}
+
+/// Has the memory run out in the middle of the second message that comes.
+class OutOfMemoryOnce : public HostObserver {
+  public:
+    void OnChar(const SentCharacter& /*character*/) override {
+        if (++m_count == 2) AfxThrowMemoryException();
+    }
+
+  private:
+    int m_count = 0;
+};
+
+TEST_F(BatchRun, GoesOnBehindAMessageThatEndsInAnException) {
+    for (const char* name : {".0001", ".0002", ".0003"}) WriteMessage(OneRow("A"), name);
+    OutOfMemoryOnce trouble;
+    std::ostringstream text;
+    TraceWriter trace(text, TracePixels::kNo);
+    ItemRecorder items;
+    std::vector<HostObserver*> observers{&items, &trace, &trouble};
+    const BatchOutcome outcome = RunBatch(m_batch, observers);
+    EXPECT_THAT(items.items, ElementsAre("1 recorded", "2 failed", "3 recorded", "4 missing"));
+    EXPECT_EQ(items.reasons.at(0), Path("MESSAGES/.0002") + ": reading stopped: Out of memory.");
+    EXPECT_TRUE(outcome.exception.has_value());
+    EXPECT_THAT(text.str(), testing::EndsWith("{\"event\":\"exception\",\"text\":\"Out of memory.\"}\n"));
+}
+
+/// A host that has what is in `held`.
+class Shelf : public ExportService {
+  public:
+    bool Has(int number) override { return held.contains(number); }
+    void Begin(int number) override { done.push_back("begin " + std::to_string(number)); }
+    void Complete(int number, const std::string& path) override {
+        done.push_back("complete " + std::to_string(number) + " " + path);
+    }
+
+    std::set<int> held{2, 4};
+    std::vector<std::string> done;
+};
+
+TEST_F(BatchRun, ExportsWhatTheHostHolds) {
+    for (const bool flag : {false, true}) {
+        Shelf shelf;
+        OrderRecorder order;
+        std::vector<HostObserver*> observers{&order};
+        const ExportOutcome outcome = RunExport({{"1", "4"}, "/out", &shelf, flag, {}}, observers);
+        EXPECT_EQ(outcome.end, BatchEnd::kCompleted);
+        EXPECT_THAT(shelf.done, ElementsAre("begin 2", "complete 2 \\out", "begin 4", "complete 4 \\out"));
+        const std::string first = flag ? "1168" : "1190";
+        EXPECT_EQ(order.order, "1125 1125 " + first + " 1189 1125 1125 " + first + " 1189 end");
+        EXPECT_THAT(outcome.order_breaches, IsEmpty());
+    }
+    Shelf shelf;
+    EXPECT_EQ(RunExport({{"5", "4"}, "/out", &shelf, false, {}}, {}).failure, "Invalid Range: 0005 - 0004 ");
+    int asked = 0;
+    EXPECT_EQ(RunExport({{"1", "4"}, "/out", &shelf, false, [&] { return ++asked == 3; }}, {}).end, BatchEnd::kStopped);
+    EXPECT_THAT(shelf.done, ElementsAre("begin 2", "complete 2 \\out"));
+}
+
+}  // namespace
