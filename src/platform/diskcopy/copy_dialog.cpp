@@ -81,7 +81,6 @@ void CopyDialog::OnOK() {
         const CWaitCursor wait;
         Copy();
     } catch (const std::exception& refusal) {
-        SetDlgItemText(kCopyStatus, "");
         MessageBox(refusal.what(), kCaption, MB_ICONEXCLAMATION);
     }
     EnableControls(true);
