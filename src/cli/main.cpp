@@ -9,6 +9,7 @@
 #include "cli/font_command.h"
 #include "cli/import_command.h"
 #include "cli/info_command.h"
+#include "cli/library_command.h"
 #include "cli/sample_command.h"
 #include "cli/settings_command.h"
 
@@ -33,6 +34,7 @@ int RunCommand(int argc, char** argv) {
     AddBatchCommand(app, run);
     AddFontCommand(app, run);
     AddInfoCommand(app, run);
+    AddLibraryCommand(app, run);
     AddSampleCommand(app, run);
     AddSettingsCommand(app, run);
     try {
