@@ -50,10 +50,10 @@ TEST(Tga, TellsItsSizeItsOriginAndItsAlpha) {
         const auto at = [&](std::size_t n) { return static_cast<std::uint8_t>(bytes.at(n)); };
         ASSERT_EQ(bytes.size(), 18U + 720 * 486 * 4 + 495 + 26);
         EXPECT_EQ(bytes.substr(0, 18), std::string("\0\0\2\0\0\0\0\0\0\0\0\0\xD0\x02\xE6\x01\x20\x28", 18));
-        const std::size_t extension = at(bytes.size() - 26) | at(bytes.size() - 25) << 8 | at(bytes.size() - 24) << 16;
-        EXPECT_EQ(extension, 18U + 720 * 486 * 4);
-        EXPECT_EQ(at(extension) | at(extension + 1) << 8, 495);
-        EXPECT_EQ(at(extension + 494), premultiplied ? 4 : 3);
+        const int extension = at(bytes.size() - 26) | at(bytes.size() - 25) << 8 | at(bytes.size() - 24) << 16;
+        ASSERT_EQ(extension, 18 + 720 * 486 * 4);
+        EXPECT_EQ(at(bytes.size() - 26 - 495) | at(bytes.size() - 26 - 494) << 8, 495);
+        EXPECT_EQ(at(bytes.size() - 26 - 1), premultiplied ? 4 : 3);
         EXPECT_EQ(bytes.substr(bytes.size() - 18), std::string("TRUEVISION-XFILE.\0", 18));
         const Picture picture = premultiplied ? Premultiplied(Colourful()) : Colourful();
         for (std::size_t n = 0; n < picture.rgba.size(); n += 4) {

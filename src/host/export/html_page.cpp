@@ -118,7 +118,8 @@ std::string MessagePage(ExportSubject& message) {
 std::string IndexPage(const std::vector<std::pair<std::string, std::string>>& messages) {
     std::string html = HtmlHead("Messages", kIndexStyle) + "<h1>Messages</h1>\n<ul>\n";
     for (const auto& [stem, title] : messages) {
-        html += "<li><a href=\"" + stem + ".html\"><b>" + stem + "</b><span>" + HtmlText(title) + "</span></a></li>\n";
+        html.append("<li><a href=\"").append(stem).append(".html\"><b>").append(stem).append("</b><span>");
+        html.append(HtmlText(title)).append("</span></a></li>\n");
     }
     return html + "</ul>\n</body>\n</html>\n";
 }
