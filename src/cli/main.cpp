@@ -6,6 +6,8 @@
 
 #include "cli/arguments.h"
 #include "cli/batch_command.h"
+#include "cli/export_command.h"
+#include "cli/fetch_command.h"
 #include "cli/font_command.h"
 #include "cli/import_command.h"
 #include "cli/info_command.h"
@@ -32,9 +34,11 @@ int RunCommand(int argc, char** argv) {
     CommandRun run;
     AddImportCommand(app, run);
     AddBatchCommand(app, run);
+    AddExportCommand(app, run);
     AddFontCommand(app, run);
     AddInfoCommand(app, run);
     AddLibraryCommand(app, run);
+    AddFetchCommand(app, run);
     AddSampleCommand(app, run);
     AddSettingsCommand(app, run);
     try {
