@@ -87,10 +87,13 @@ void BusyInput::NoteEscape(const QEvent& event) {
 
 bool BusyInput::IsLetIn(const QObject& receiver) const {
     if (m_running.empty()) return true;
-    const Handler& latest = m_running.back();
-    if (latest.source == nullptr || !IsWindow(latest.source) || CWnd::FromHandle(latest.source)->IsWindowEnabled())
-        return false;
-    if (&receiver == latest.view->windowHandle()) return true;
+    const DialogView& view = *m_running.back().view;
+    if (!IsInterruptible(view)) return false;
     const auto* const widget = qobject_cast<const QWidget*>(&receiver);
-    return widget != nullptr && widget->window() == latest.view;
+    return &receiver == view.windowHandle() || (widget != nullptr && widget->window() == &view);
+}
+
+bool BusyInput::IsInterruptible(const DialogView& view) const {
+    const Handler& latest = m_running.back();
+    return latest.view == &view && IsWindow(latest.source) && !CWnd::FromHandle(latest.source)->IsWindowEnabled();
 }

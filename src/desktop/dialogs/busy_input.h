@@ -32,6 +32,8 @@ class BusyInput : public QObject {
     bool TakeEscape();
 
     bool IsBusy() const noexcept { return !m_running.empty(); }
+    /// Whether a handler of the view must not be called now, because another one runs that can't be interrupted.
+    bool Refuses(const DialogView& view) const { return m_taking && !IsInterruptible(view); }
 
   protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -44,6 +46,7 @@ class BusyInput : public QObject {
 
     void NoteEscape(const QEvent& event);
     bool IsLetIn(const QObject& receiver) const;
+    bool IsInterruptible(const DialogView& view) const;
 
     std::vector<Handler> m_running;
     bool m_taking = false;

@@ -9,14 +9,22 @@ namespace {
 
 const QString kLetters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
 
+constexpr double kLargestStretch = 1.5;
+
 }  // namespace
 
 DialogUnits::DialogUnits(const QFontMetricsF& font)
-    : m_x(font.horizontalAdvance(kLetters) / static_cast<double>(kLetters.size()) / 4), m_y(font.height() / 8) {}
+    : m_x(font.horizontalAdvance(kLetters) / static_cast<double>(kLetters.size()) / 4),
+      m_y(font.height() / 8),
+      m_largest_x(m_x * kLargestStretch),
+      m_largest_y(m_y * kLargestStretch) {}
 
 void DialogUnits::MakeRoom(const QSizeF& units, const QSizeF& pixels) {
-    if (units.width() > 0) m_x = std::max(m_x, pixels.width() / units.width());
-    if (units.height() > 0) m_y = std::max(m_y, pixels.height() / units.height());
+    const auto widen = [](double& unit, double largest, double room, double needed) {
+        if (room > 0) unit = std::min(largest, std::max(unit, needed / room));
+    };
+    widen(m_x, m_largest_x, units.width(), pixels.width());
+    widen(m_y, m_largest_y, units.height(), pixels.height());
 }
 
 QRect DialogUnits::Pixels(double x, double y, double cx, double cy) const {

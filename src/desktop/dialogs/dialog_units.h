@@ -12,7 +12,8 @@ class DialogUnits {
     /// Average width of the 52 letters, and the height.
     explicit DialogUnits(const QFontMetricsF& font);
 
-    /// Widens the units until `units`, a width and height in dialog units, hold `pixels`. Zero asks for nothing.
+    /// Widens the units until `units`, a width and height in dialog units, hold `pixels`, but never beyond half as much
+    /// again as the font's own. Zero asks for nothing.
     void MakeRoom(const QSizeF& units, const QSizeF& pixels);
 
     /// The edges are rounded, not the size, so that controls which touch in units touch in pixels.
@@ -21,6 +22,8 @@ class DialogUnits {
   private:
     double m_x;  // pixels a unit
     double m_y;
+    double m_largest_x;
+    double m_largest_y;
 };
 
 /// The lines of a text of a button that breaks at blanks to fit `width` pixels; an access key takes no room.

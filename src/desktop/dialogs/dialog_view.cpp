@@ -73,7 +73,7 @@ void DialogView::Run() {
 }
 
 void DialogView::Act(HWND source, const std::function<void()>& action) {
-    if (m_left) return;
+    if (m_left || m_input.Refuses(*this)) return;
     const BusyInput::Running running(m_input, *this, source);
     try {
         action();
