@@ -25,6 +25,14 @@ std::string Errno(int error) {
     return error != 0 ? ": " + std::generic_category().message(error) : "";
 }
 
+/// SQLite's words, which may quote the file: nothing of it reaches a terminal as more than text.
+std::string Words(const SqliteDatabase& database) {
+    std::string words = database.Error();
+    std::ranges::replace_if(
+        words, [](char c) { return c < ' ' || c > '~'; }, '?');
+    return words;
+}
+
 /// Why SQLite failed, in words that follow a file's name.
 std::string Reason(const SqliteDatabase& database) {
     const std::string errno_words = Errno(database.Handle() != nullptr ? sqlite3_system_errno(database.Handle()) : 0);
@@ -42,9 +50,9 @@ std::string Reason(const SqliteDatabase& database) {
             return "the library can't be read or written" + errno_words;
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
-            return "the library is damaged: " + database.Error();
+            return "the library is damaged: " + Words(database);
         default:
-            return database.Error();
+            return Words(database);
     }
 }
 
