@@ -27,9 +27,9 @@ TEST_F(FtpFetch, BringsTheSourcesBytesThroughAHundredCuts) {
 class AfterAStop : public FtpFetch {
   protected:
     void Stop(const std::vector<std::string>& options) {
-        WriteRandom("MESSAGES/.0001", 3000000, 1);
+        WriteRandom("MESSAGES/.0001", 800000, 1);
         Serve(options);
-        m_cancel_at = 500000;
+        m_cancel_at = 200000;
         const ftp::FetchReport report = Fetch("1");
         EXPECT_TRUE(report.cancelled);
         EXPECT_THAT(Names("MESSAGES"), ElementsAre(testing::EndsWith(".part")));
@@ -51,7 +51,7 @@ TEST_F(AfterAStop, GoesOnWhereItWas) {
 }
 TEST_F(AfterAStop, BeginsAnewForAFileOfAnotherTime) {
     Stop({});
-    WriteRandom("MESSAGES/.0001", 3000000, 2);
+    WriteRandom("MESSAGES/.0001", 800000, 2);
     std::filesystem::last_write_time(Disk() / "MESSAGES/.0001",
                                      std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
     EXPECT_EQ(Told(Fetch("1")), "MESSAGES/.0001 fetched");
@@ -60,7 +60,7 @@ TEST_F(AfterAStop, BeginsAnewForAFileOfAnotherTime) {
 TEST_F(AfterAStop, BeginsAnewForAnotherFileOfTheSameTime) {
     Stop({});
     const auto time = std::filesystem::last_write_time(Disk() / "MESSAGES/.0001");
-    WriteRandom("MESSAGES/.0001", 3000000, 2);
+    WriteRandom("MESSAGES/.0001", 800000, 2);
     std::filesystem::last_write_time(Disk() / "MESSAGES/.0001", time);
     EXPECT_EQ(Told(Fetch("1")), "MESSAGES/.0001 fetched");
     ExpectWhole();

@@ -10,6 +10,9 @@ struct Chosen {
     const char* text;
     const char* names;
 };
+void PrintTo(const Chosen& row, std::ostream* out) {
+    *out << '"' << row.text << '"';
+}
 class SelectionTexts : public testing::TestWithParam<Chosen> {};
 
 TEST_P(SelectionTexts, ChooseByTheImportsRules) {

@@ -94,8 +94,15 @@ struct FreeList {
 class CurlSession : public FtpSession {
   public:
     CurlSession(ServerOptions&& options, Cancelled&& cancelled)
-        : m_options(std::move(options)), m_cancelled(std::move(cancelled)), m_curl(curl_easy_init()) {}
-    ~CurlSession() override { curl_easy_cleanup(m_curl); }
+        : m_options(std::move(options)),
+          m_cancelled(std::move(cancelled)),
+          m_curl(curl_easy_init()),
+          m_multi(curl_multi_init()) {}
+    ~CurlSession() override {
+        const BrokenPipeIgnored no_signal;
+        curl_multi_cleanup(m_multi);
+        curl_easy_cleanup(m_curl);
+    }
     CurlSession(const CurlSession&) = delete;
     CurlSession& operator=(const CurlSession&) = delete;
 
@@ -159,7 +166,7 @@ class CurlSession : public FtpSession {
 
     // Sets everything anew; the connection stays. The name is empty for a directory.
     FtpResult Prepare(const std::string& directory, const std::string& name) {
-        if (m_curl == nullptr) return {FtpError::kOther, "out of memory"};
+        if (m_curl == nullptr || m_multi == nullptr) return {FtpError::kOther, "out of memory"};
         for (const std::string_view text : {std::string_view(m_options.host), std::string_view(m_options.user),
                                             std::string_view(directory), std::string_view(name)}) {
             if (HasControlCharacter(text)) return {FtpError::kBadOption, "a control character can't be sent"};
@@ -239,7 +246,7 @@ class CurlSession : public FtpSession {
         const BrokenPipeIgnored no_signal;
         m_receiver = receiver;
         m_stopped = false;
-        const CURLcode code = curl_easy_perform(m_curl);
+        const CURLcode code = Transfer();
         m_receiver = nullptr;
         long reply = 0;
         curl_easy_getinfo(m_curl, CURLINFO_RESPONSE_CODE, &reply);
@@ -251,9 +258,28 @@ class CurlSession : public FtpSession {
         return ResultOf(code, reply);
     }
 
+    // The library's own loop waits for a second when a reply about the data connection comes at once.
+    CURLcode Transfer() {
+        constexpr int kWaitMilliseconds = 20;
+        if (curl_multi_add_handle(m_multi, m_curl) != CURLM_OK) return CURLE_OUT_OF_MEMORY;
+        CURLcode code = CURLE_FAILED_INIT;
+        for (int running = 1; running != 0;) {
+            if (curl_multi_perform(m_multi, &running) != CURLM_OK) break;
+            int left = 0;
+            if (const CURLMsg* message = curl_multi_info_read(m_multi, &left)) {
+                code = message->data.result;
+                break;
+            }
+            if (running != 0) curl_multi_poll(m_multi, nullptr, 0, kWaitMilliseconds, nullptr);
+        }
+        curl_multi_remove_handle(m_multi, m_curl);
+        return code;
+    }
+
     ServerOptions m_options;
     Cancelled m_cancelled;
     CURL* m_curl;
+    CURLM* m_multi;  // keeps the connection
     const Receiver* m_receiver = nullptr;
     bool m_stopped = false;
     std::string m_login_directory;

@@ -26,10 +26,10 @@ struct ServerOptions {
     Secret password;
     bool passive = true;
     Tls tls = Tls::kTry;
-    bool tls_from_start = false;   ///< ftps: encrypted before the first word; as kRequire.
-    std::string certificates;      ///< file of those that kRequire trusts; empty: the system's.
-    int connect_seconds = 15;      ///< for connecting, and for the server's connection back in active mode.
-    int stall_seconds = 30;        ///< without a reply, or without kSlowestBytes a second.
+    bool tls_from_start = false;  ///< ftps: encrypted before the first word; as kRequire.
+    std::string certificates;     ///< file of those that kRequire trusts; empty: the system's.
+    int connect_seconds = 15;     ///< for connecting, and for the server's connection back in active mode.
+    int stall_seconds = 30;       ///< without a reply, or without kSlowestBytes a second.
 };
 inline constexpr int kSlowestBytes = 10;
 

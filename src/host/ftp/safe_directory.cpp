@@ -145,7 +145,8 @@ SafeDirectory SafeDirectory::Below(const std::string& name) const {
         const auto other = std::ranges::find_if(names, [&](const auto& entry) { return SameName(entry, name); });
         if (other != names.end()) found = *other;
     }
-    if (mkdirat(m_directory.Get(), found.c_str(), 0777) != 0 && errno != EEXIST) Fail((found + ": can't be made").c_str());
+    if (mkdirat(m_directory.Get(), found.c_str(), 0777) != 0 && errno != EEXIST)
+        Fail((found + ": can't be made").c_str());
     Descriptor below = OpenBelow(m_directory.Get(), found);
     if (below.Get() < 0) {
         if (errno == ELOOP || errno == ENOTDIR) throw LocalError(found + ": is there and is no directory");

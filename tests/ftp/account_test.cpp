@@ -1,0 +1,58 @@
+#include <gtest/gtest.h>
+
+#include "host/ftp/netrc.h"
+#include "host/ftp/remote_url.h"
+
+namespace {
+
+struct UrlCase {
+    const char* text;
+    const char* told;  // scheme, user, host, port and directory, or what is wrong
+};
+void PrintTo(const UrlCase& row, std::ostream* out) {
+    *out << '"' << row.text << '"';
+}
+class RemoteUrls : public testing::TestWithParam<UrlCase> {};
+
+TEST_P(RemoteUrls, AreTakenApart) {
+    std::string why;
+    const auto url = ftp::ParseRemoteUrl(GetParam().text, why);
+    const std::string told = url ? (url->tls_from_start ? "s " : "- ") + url->user + "@" + url->host + ":" +
+                                       std::to_string(url->port) + " " + url->directory
+                                 : why;
+    EXPECT_EQ(told, GetParam().told);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Each, RemoteUrls,
+    testing::Values(UrlCase{"ftp://192.0.2.7/DISK", "- @192.0.2.7:0 DISK"},
+                    UrlCase{"FTPS://anna@host.example:2121//srv/a%20b/", "s anna@host.example:2121 /srv/a b/"},
+                    UrlCase{"ftp://[::1]:21", "- @::1:21 "}, UrlCase{"ftp://h", "- @h:0 "},
+                    UrlCase{"http://host/", "the address begins with neither ftp:// nor ftps://"},
+                    UrlCase{"ftp:///DISK", "the address's host or port can't be one"},
+                    UrlCase{"ftp://h:0/", "the address's host or port can't be one"},
+                    UrlCase{"ftp://h:99999/", "the address's host or port can't be one"},
+                    UrlCase{"ftp://-h/", "the address's host or port can't be one"},
+                    UrlCase{"ftp://h/a%0D%0ADELE%20x", "the address's directory can't be one"},
+                    UrlCase{"ftp://h/a%4", "the address's directory can't be one"},
+                    UrlCase{"ftp://anna:sw@fish@h/",
+                            "a password in the address can be read by everyone on this machine; leave it out: it is "
+                            "taken from ZELTRANS_FTP_PASSWORD, from a netrc file, or asked for"}));
+
+TEST(Netrc, GivesThePasswordOfHostAndUser) {
+    constexpr std::string_view kText =
+        "# machine h login anna password no\nmachine other password x\nmacdef init\npassword no\n\n"
+        "machine h login ben password bens\nmachine H password \"a \\\"b\\\" c\" login anna\ndefault login anna "
+        "password rest";
+    const auto find = [&](std::string_view host, std::string_view user) {
+        const auto password = ftp::FindNetrcPassword(kText, host, user);
+        return password ? password->Reveal() : "none";
+    };
+    EXPECT_EQ(find("h", "anna"), "a \"b\" c");
+    EXPECT_EQ(find("h", "ben"), "bens");
+    EXPECT_EQ(find("other", "anyone"), "x");
+    EXPECT_EQ(find("elsewhere", "anna"), "rest");
+    EXPECT_EQ(find("elsewhere", "ben"), "none");
+    EXPECT_FALSE(ftp::FindNetrcPassword("machine h login anna password", "h", "ben"));
+}
+
+}  // namespace
