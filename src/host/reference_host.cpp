@@ -213,7 +213,7 @@ LRESULT ReferenceHost::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void ReferenceHost::SetUpDialog(CZelTransDlg& dialog) {
     m_dialog = &dialog;
-    dialog.SetChangeListener(this);
+    dialog.AddChangeListener(*this);
     dialog.m_iLines = m_options.lines;
     dialog.m_bTrueFont = m_options.tt_convert ? TRUE : FALSE;
     dialog.m_bBaselineAlign = m_options.baseline_align ? TRUE : FALSE;

@@ -127,7 +127,7 @@ TEST_F(Dialogs, TellTheirListenerOfEveryChange) {
         std::vector<WindowChange> seen;
     } listener;
     ASSERT_TRUE(m_dialog.Create(kTestDialog));
-    m_dialog.SetChangeListener(&listener);
+    m_dialog.AddChangeListener(listener);
     m_dialog.SetDlgItemText(kEdit, "x");
     m_dialog.GetDlgItem(kEdit)->SendMessage(EM_SETSEL, 0, -1);
     m_dialog.GetDlgItem(kCombo)->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>("x"));

@@ -54,11 +54,11 @@ DialogView::DialogView(CDialog& dialog, BusyInput& input, QWidget* parent)
     ShowTitle();
     ShowDefaultButton();
     Arrange();
-    m_dialog.SetChangeListener(this);
+    m_dialog.AddChangeListener(*this);
 }
 
 DialogView::~DialogView() {
-    m_dialog.SetChangeListener(nullptr);
+    m_dialog.RemoveChangeListener(*this);
 }
 
 void DialogView::Run() {

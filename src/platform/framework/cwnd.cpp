@@ -218,8 +218,12 @@ int CWnd::MessageBox(const char* text, const char* caption, UINT type) {
     return MessageBoxA(m_hWnd, text, caption != nullptr ? caption : AfxGetApp()->m_pszAppName.GetString(), type);
 }
 
-void CWnd::SetChangeListener(WindowListener* listener) {
-    if (m_hWnd != nullptr) m_hWnd->listener = listener;
+void CWnd::AddChangeListener(WindowListener& listener) {
+    if (m_hWnd != nullptr) m_hWnd->listeners.push_back(&listener);
+}
+
+void CWnd::RemoveChangeListener(WindowListener& listener) {
+    if (m_hWnd != nullptr) std::erase(m_hWnd->listeners, &listener);
 }
 
 LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {

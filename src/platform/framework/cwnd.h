@@ -97,8 +97,10 @@ class ZEL_PLATFORM_API CWnd : public CCmdTarget {
 
     int MessageBox(const char* text, const char* caption = nullptr, UINT type = 0);
 
-    /// Sets who hears of changes in this top window; null for nobody. The caller keeps it alive.
-    void SetChangeListener(WindowListener* listener);
+    /// Who hears of changes in this top window, the first that was added first. The caller keeps it alive until it is
+    /// removed or the window is gone.
+    void AddChangeListener(WindowListener& listener);
+    void RemoveChangeListener(WindowListener& listener);
 
   protected:
     friend LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -128,7 +128,8 @@ void HWND__::SetEnabled(bool on) {
 }
 
 void HWND__::Changed(WindowChange change) {
-    if (WindowListener* const hearer = Top().listener) hearer->WindowChanged(Object(), change);
+    const std::vector<WindowListener*> hearers = Top().listeners;  // one may remove itself
+    for (WindowListener* const hearer : hearers) hearer->WindowChanged(Object(), change);
 }
 
 void HWND__::Notify(UINT code) {

@@ -41,7 +41,7 @@ struct HWND__ {
     void Notify(UINT code);
 
     CWnd* object = nullptr;
-    WindowListener* listener = nullptr;  // of a top window
+    std::vector<WindowListener*> listeners;  // of a top window
     HWND parent = nullptr;
     std::vector<std::unique_ptr<HWND__>> children;
 
