@@ -134,7 +134,7 @@ void DialogView::moveEvent(QMoveEvent* event) {
 
 void DialogView::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Arrange();
+    if (!m_left && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) Arrange();
 }
 
 /// Fields take keys that are the dialog's, and a wheel must not change a field that it only passes over.
