@@ -4,9 +4,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QTemporaryDir>
 #include <QTreeView>
 #include <QWindow>
-#include <filesystem>
 #include <fstream>
 
 #include <gmock/gmock.h>
@@ -126,11 +126,11 @@ TEST_F(Screen, RunThatDisablesItsButtonCanBeStopped) {
 }
 
 TEST_F(Screen, FileDialogShowsFilesThatBeginWithADot) {
-    const std::filesystem::path disk = std::filesystem::temp_directory_path() / "zel-screen-files";
-    std::filesystem::create_directories(disk);
-    std::ofstream(disk / ".0012") << "text of the file";
+    const QTemporaryDir disk;
+    const std::string native = disk.path().toStdString();
+    std::ofstream(native + "/.0012") << "text of the file";
     CFileDialog files(TRUE, "*.*", nullptr, OFN_HIDEREADONLY | OFN_EXPLORER, "*.*||", nullptr);
-    const std::string start = ModulePath(disk.string());
+    const std::string start = ModulePath(native);
     files.m_ofn.lpstrInitialDir = start.c_str();
     files.m_ofn.lpstrTitle = "Zelmara Font Directory";
     Then([&] {
@@ -151,7 +151,6 @@ TEST_F(Screen, FileDialogShowsFilesThatBeginWithADot) {
     EXPECT_EQ(viewer->findChild<QPlainTextEdit*>()->toPlainText(), "text of the file");
     viewer->close();
     EXPECT_LE(WinExec("Notepad D:\\none", 1), 31U);
-    std::filesystem::remove_all(disk);
 }
 
 }  // namespace
