@@ -22,10 +22,13 @@ std::string ShellWord(const std::string& path) {
     return word + "'";
 }
 
+std::string NotEmpty(const std::string& path) {
+    return path.empty() ? "the path is empty" : std::string();
+}
+
 void AddPath(CLI::App& command, const std::string& name, std::optional<std::string>& path, const std::string& type,
              const std::string& description) {
-    const auto not_empty = [](const std::string& text) { return text.empty() ? "the path is empty" : std::string(); };
-    command.add_option(name, path, description)->type_name(type)->check(not_empty, "");
+    command.add_option(name, path, description)->type_name(type)->check(NotEmpty, "");
 }
 
 void AddMaps(CLI::App& command, std::optional<std::string>& directory) {

@@ -47,6 +47,9 @@ void AddChoice(CLI::App& command, const std::string& name, T& value, const std::
     command.add_option_function<std::string>(name, take, description + " [" + at_first + "]")->type_name(allowed);
 }
 
+/// Says what is wrong with an empty path, for CLI::Option::check.
+std::string NotEmpty(const std::string& path);
+
 /// A path that may be left out, but not empty.
 void AddPath(CLI::App& command, const std::string& name, std::optional<std::string>& path, const std::string& type,
              const std::string& description);

@@ -92,8 +92,9 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
     if (arguments.trace) m_trace = std::make_unique<TraceOutput>(*arguments.trace, arguments.pixels);
     m_recorder_options.context.disk = arguments.name;
     m_recorder_options.context.font_directory =
-        m_request.fonts ? AbsolutePath(*m_request.fonts)
-                        : NativePath(MachineDirectory(ModulePath(AbsolutePath(MessageDirectoryOf(m_request.disk)))).c_str());
+        m_request.fonts
+            ? AbsolutePath(*m_request.fonts)
+            : NativePath(MachineDirectory(ModulePath(AbsolutePath(MessageDirectoryOf(m_request.disk)))).c_str());
     m_recorder_options.context.options = DescribeOptions(m_request.host, m_digests);
     m_recorder_options.library = arguments.library;
     m_recorder_options.directory = arguments.directory;
@@ -150,7 +151,7 @@ int BatchCommand::Run() {
     const std::size_t failed = m_progress.FailureCount();
     if (failed == 1) throw CommandError(m_progress.FirstFailure());
     if (failed > 1) {
-        throw CommandError(std::to_string(failed) + " messages failed, the first: " + m_progress.FirstFailure());
+        throw CommandError(std::to_string(failed) + " numbers failed, the first: " + m_progress.FirstFailure());
     }
     return kDone;
 }
@@ -170,7 +171,8 @@ void AddInputs(CLI::App& command, BatchArguments& arguments) {
     BatchRequest& request = arguments.request;
     command.add_option("DISK", request.disk, "the disk: a directory with MESSAGES and MACHINE")
         ->required()
-        ->type_name("");
+        ->type_name("")
+        ->check(NotEmpty, "");
     command.add_option("FIRST", arguments.range.first, "the first number")->required()->type_name("");
     command.add_option("LAST", arguments.range.last, "the last number, up to 9999")->required()->type_name("");
     AddPath(command, "--fonts", request.fonts, "DIR", "the font directory [MACHINE on the disk]");
@@ -181,7 +183,7 @@ void AddInputs(CLI::App& command, BatchArguments& arguments) {
 void AddOutputs(CLI::App& command, BatchArguments& arguments) {
     AddPath(command, "--library", arguments.library, "FILE", "record each message in a library");
     command
-        .add_option("--name", arguments.name,
+        .add_option("--disk", arguments.name,
                     "with --library: name of the disk, so that a library can hold the same number of several disks")
         ->type_name("NAME");
     command.add_flag("--resume", arguments.resume,
@@ -214,7 +216,7 @@ void AddBatchCommand(CLI::App& app, CommandRun& run) {
     AddExample(command, "zeltrans batch DISK 1 9999 --library messages.zellib --resume");
     command.callback([arguments, &run] {
         if (arguments->resume && !arguments->library) throw CLI::RequiresError("--resume", "--library");
-        if (!arguments->name.empty() && !arguments->library) throw CLI::RequiresError("--name", "--library");
+        if (!arguments->name.empty() && !arguments->library) throw CLI::RequiresError("--disk", "--library");
         run = [arguments] { return BatchCommand(*arguments).Run(); };
     });
 }

@@ -66,7 +66,7 @@ std::string DiskOf(Library& library, const ExportArguments& arguments) {
     if (disks.size() <= 1) return disks.empty() ? std::string() : disks.front();
     std::string names;
     for (const std::string& disk : disks) names += (names.empty() ? "\"" : ", \"") + disk + "\"";
-    throw CommandError(arguments.library + ": messages of several disks; choose one by --name: " + names);
+    throw CommandError(arguments.library + ": messages of several disks; choose one by --disk: " + names);
 }
 
 /// One line that tells of all failures; empty without any.
@@ -140,7 +140,7 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     command.add_flag_callback("--list-formats", ListFormats, "list the formats")->trigger_on_parse();
     command.add_flag("--premultiplied", arguments->options.premultiplied,
                      "colours multiplied by their alpha, in the formats with an alpha of their own");
-    command.add_option("--name", arguments->name, "name of the disk, when the library holds several")
+    command.add_option("--disk", arguments->name, "name of the disk, when the library holds several")
         ->type_name("NAME");
     command.add_option("--jobs", arguments->jobs, "messages worked on at once [one a core]")
         ->type_name("N")

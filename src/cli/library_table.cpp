@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "host/export/export_subject.h"
+
 namespace {
 
 constexpr std::size_t kLongestText = 60;  // characters of a line of text
@@ -34,10 +36,9 @@ std::size_t Characters(std::string_view text) {
         std::ranges::count_if(text, [](char c) { return (static_cast<std::uint8_t>(c) & 0xC0) != 0x80; }));
 }
 
-// The text's first line that isn't empty, cut to what a table has room for.
-std::string FirstLine(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \n"), text.size()));
-    std::string line = TerminalText(text.substr(0, text.find('\n')));
+// What a message says, cut to what a table has room for.
+std::string FirstLine(const std::string& text) {
+    std::string line = TerminalText(TitleOf(text));
     if (Characters(line) <= kLongestText) return line;
     std::size_t end = 0;
     for (std::size_t n = 0; n < kLongestText - 3; ++n) end += CharacterSize(std::string_view(line).substr(end));

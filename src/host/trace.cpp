@@ -278,6 +278,7 @@ void TraceWriter::OnSend(const SentMessage& message) {
 }
 
 void TraceWriter::OnChar(const SentCharacter& character) {
+    if (m_ended) return;
     const bool pixels = m_pixels == TracePixels::kYes && character.font_slot.has_value();
     // They come before the line is begun: a missing font file gives a box meanwhile, a record cut short ends the trace.
     if (pixels) character.glyphs.Demand(character.info, character.character);

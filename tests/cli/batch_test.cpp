@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
         ResumeCase{"a_font", "printf x >> MACHINE/.0012", "", "1 imported, 7 missing, 0 failed, 1 unchanged"},
         ResumeCase{"the_missing_font_came", "cp MACHINE/.0012 MACHINE/.0031", "", "1 imported"},
         ResumeCase{"other_options", "true", "--tt-convert", "2 imported, 7 missing, 0 failed"},
-        ResumeCase{"another_disk", "true", "--name other", "2 imported, 7 missing, 0 failed"}),
+        ResumeCase{"another_disk", "true", "--disk other", "2 imported, 7 missing, 0 failed"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(BatchCommand, LosesNothingReportedWhenItIsKilled) {

@@ -53,7 +53,7 @@ BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digest
 BatchRecorder::~BatchRecorder() = default;
 
 void BatchRecorder::OnMessage(const MessageRecord& message) {
-    m_arrived = ArrivedMessage{0, message, m_pictures.TakePicture()};
+    m_arrived = ArrivedMessage{0, message, m_pictures.TakePicture(), m_pictures.Trouble()};
 }
 
 void BatchRecorder::OnBatchItem(const BatchItem& item) {

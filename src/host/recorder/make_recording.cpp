@@ -67,6 +67,7 @@ Recording MakeRecording(const ArrivedMessage& arrived, const RecordingContext& c
     recording.options = context.options;
     recording.lines = arrived.message.lines;
     AddParts(arrived.message, recording);
+    if (!arrived.picture_trouble.empty()) recording.warnings.push_back(arrived.picture_trouble);
     recording.sources = SourcesOf(arrived.message, context.font_directory, digests);
     if (arrived.picture) {
         recording.width = arrived.picture->width;

@@ -20,6 +20,7 @@ struct ArrivedMessage {
     int number = 0;
     MessageRecord message;
     std::optional<Picture> picture;
+    std::string picture_trouble{};  ///< why an RGBA file has none; empty when it has.
 };
 
 /// The recording of a message, with its picture as PNG, its document and the checksums of its files, dated now.
