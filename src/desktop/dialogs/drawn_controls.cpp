@@ -3,6 +3,7 @@
 #include <QStyleOptionButton>
 #include <QStyleOptionFrame>
 #include <QStylePainter>
+#include <cmath>
 
 #include "desktop/dialogs/dialog_units.h"
 #include "desktop/dialogs/screen_text.h"
@@ -22,13 +23,13 @@ void GroupFrame::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);
     const QFontMetricsF metrics(font());
     const double indent = metrics.averageCharWidth();
-    QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    // The upper line runs through the middle of the title's, also without one.
+    const QRectF frame = QRectF(rect()).adjusted(0.5, std::floor(metrics.height() / 2) + 0.5, -0.5, -0.5);
     if (!m_title.isEmpty()) {
         const QRectF title(indent, 0, TextWidth(m_title, metrics) + indent, metrics.height());
         painter.drawItemText(title.toAlignedRect(), Qt::AlignCenter | Qt::TextShowMnemonic, palette(), isEnabled(),
                              m_title, QPalette::WindowText);
         painter.setClipRegion(QRegion(rect()) - QRegion(title.toAlignedRect()));
-        frame.setTop(metrics.height() / 2);
     }
     QColor line = palette().color(QPalette::WindowText);
     line.setAlphaF(0.25F);  // stands out from a light and from a dark window alike
