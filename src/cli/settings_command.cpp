@@ -108,7 +108,6 @@ void Get(SettingsStore& store, const SettingsArguments& arguments) {
 void Set(SettingsStore& store, const SettingsArguments& arguments) {
     const NamedSetting setting(arguments.section, arguments.key);
     if (!setting.Set(store, arguments.value)) throw CommandError(setting.Name() + ": it could not be stored");
-    std::cout << setting.Name() << " = " << setting.Get(store) << '\n';
 }
 void Unset(SettingsStore& store, const SettingsArguments& arguments) {
     NamedSetting(arguments.section, arguments.key).Unset(store);

@@ -26,7 +26,7 @@ TEST(Readme, ItsExamplesWorkAsTheyStand) {
     for (const std::string& example : examples) {
         const CommandResult result = disk.Shell(example);
         EXPECT_EQ(result.exit_code, 0) << example << "\n" << result.err;
-        EXPECT_FALSE(result.out.empty()) << example;
+        EXPECT_EQ(result.out.empty(), example.starts_with("zeltrans settings set ")) << example;
     }
 }
 
