@@ -55,14 +55,16 @@ TEST_F(FetchCommand, RefusesAPasswordInTheAddress) {
 }
 
 TEST_F(FetchCommand, GoesOnAfterAnInterrupt) {
-    m_disk.Shell("head -c 60000000 /dev/urandom >MESSAGES/.0001");
-    CommandResult result = m_disk.Shell(
-        CommandDisk::Quoted(ZELTRANS_COMMAND) + " fetch " + m_server.Url("") +
-        " 1 --to here & while ! ls here/MESSAGES/*.part; do sleep 0.01; done >run.ls 2>&1; kill -INT $!; wait $!");
+    const TestServer slow({"hostile_server.py", (m_disk / "").string(), "--slow"});
+    m_disk.Shell("head -c 5000000 /dev/urandom >MESSAGES/.0001");
+    const std::string fetch = CommandDisk::Quoted(ZELTRANS_COMMAND) + " fetch " + slow.Url("") + " 1 --to here";
+    CommandResult result = m_disk.Shell(fetch +
+                                        " & while kill -0 $! && ! [ -s here/MESSAGES/.*.part ]; do sleep 0.01; done "
+                                        ">run.ls 2>&1; kill -INT $!; wait $!");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.err, "zeltrans: stopped; the same command goes on from here\n");
-    result = Fetch("", "1 --to here");
-    EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0001 resumed, 60,000,000 bytes"));
+    result = m_disk.Shell(fetch);
+    EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0001 resumed, 5,000,000 bytes"));
     EXPECT_EQ(m_disk.Shell("cmp MESSAGES/.0001 here/MESSAGES/.0001").exit_code, 0);
 }
 

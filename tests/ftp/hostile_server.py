@@ -17,6 +17,7 @@ parser.add_argument("--size", type=int, help="of every file, as it is told")
 parser.add_argument("--no-time", action="store_true", help="knows neither MLSD nor MDTM")
 parser.add_argument("--listing", help="file that is sent as each listing")
 parser.add_argument("--endless", action="store_true", help="listings and files don't end")
+parser.add_argument("--slow", action="store_true", help="6 MB a second")
 parser.add_argument("--stall", choices=["greeting", "data", "reply"])
 parser.add_argument("--elsewhere", action="store_true", help="names another host for the data")
 parser.add_argument("--echo", action="store_true", help="refuses the login, with the password in the reply")
@@ -125,7 +126,10 @@ class Session:
         self.listener.close()
         if cut:
             content = content[: chance.randrange(len(content) + 1)]
-        data.sendall(content)
+        piece = 65536 if options.slow else max(len(content), 1)
+        for start in range(0, len(content), piece):
+            data.sendall(content[start : start + piece])
+            time.sleep(0.01 if options.slow else 0)
         while options.endless:
             data.sendall(content)
         if options.stall == "data":

@@ -57,8 +57,9 @@ class Parser {
     Listing Done(bool cut) {
         m_listing.cut = cut;
         std::ranges::stable_sort(m_listing.entries, {}, &ListingEntry::name);
-        const auto doubled = std::ranges::unique(m_listing.entries, {}, &ListingEntry::name);
-        m_listing.entries.erase(doubled.begin(), doubled.end());
+        const auto doubled = std::unique(m_listing.entries.begin(), m_listing.entries.end(),
+                                         [](const auto& a, const auto& b) { return a.name == b.name; });
+        m_listing.entries.erase(doubled, m_listing.entries.end());
         return std::move(m_listing);
     }
 
