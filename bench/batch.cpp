@@ -1,0 +1,130 @@
+// Batches over a whole disk, with and without pictures.
+#include <atomic>
+#include <thread>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "host/batch_run.h"
+#include "host/picture.h"
+#include "host/png_writer.h"
+#include "host/recorder/batch_recorder.h"
+#include "platform/memory_settings_store.h"
+#include "scratch_disk.h"
+
+namespace {
+
+constexpr unsigned kMessages = 1000, kFonts = 4;
+/// Of the messages with pictures, so that the run stays short.
+constexpr unsigned kPictures = 100;
+
+class BatchDisk {
+  public:
+    BatchDisk() {
+        for (unsigned font = 1; font <= kFonts; ++font) m_disk.WriteFont(font, RunCodedFont("Font " + std::to_string(font)));
+        for (unsigned message = 1; message <= kMessages; ++message) m_disk.WriteMessage(message, FullMessage(8, 24, kFonts));
+        SetSettingsStore(&m_settings);
+    }
+    ~BatchDisk() { SetSettingsStore(nullptr); }
+
+    std::string Path(std::string_view name = "") const { return m_disk.Path(name); }
+    BatchRequest Request(unsigned last) const {
+        BatchRequest request;
+        request.disk = Path();
+        request.ranges = {{"1", std::to_string(last)}};
+        return request;
+    }
+
+  private:
+    ScratchDisk m_disk;
+    MemorySettingsStore m_settings;
+};
+
+const BatchDisk& TheDisk() {
+    static const BatchDisk disk;
+    return disk;
+}
+
+/// Counts what was recorded.
+struct Counter : HostObserver {
+    void OnBatchItem(const BatchItem& item) override { recorded += item.outcome == ItemOutcome::kRecorded ? 1U : 0U; }
+    unsigned recorded = 0;
+};
+
+void RunNumbers(benchmark::State& state) {
+    const BatchRequest request = TheDisk().Request(kMessages);
+    for (auto _ : state) {
+        Counter counter;
+        HostObserver* const observers[] = {&counter};
+        RunBatch(request, observers);
+        if (counter.recorded != kMessages) state.SkipWithError("not everything was recorded");
+    }
+}
+BENCHMARK(RunNumbers)->Name("batch/plain/module")->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void ReadNumbers(benchmark::State& state) {
+    const BatchDisk& disk = TheDisk();
+    std::string buffer;
+    for (auto _ : state) {
+        for (unsigned number = 1; number <= kMessages; ++number) {
+            ReadWholeFile(disk.Path("MESSAGES/" + samples::NumberedName(number)).c_str(), buffer);
+            for (unsigned font = 1; font <= kFonts; ++font)
+                ReadWholeFile(disk.Path("MACHINE/" + samples::NumberedName(font)).c_str(), buffer);
+        }
+        benchmark::DoNotOptimize(buffer.data());
+    }
+}
+BENCHMARK(ReadNumbers)->Name("batch/plain/raw")->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void RecordPictures(benchmark::State& state) {
+    const BatchRequest request = TheDisk().Request(kPictures);
+    for (auto _ : state) {
+        const ScratchDisk out;
+        FileDigests digests;
+        RecorderOptions options;
+        options.directory = out.Path("out");
+        options.context.font_directory = TheDisk().Path("MACHINE");
+        options.jobs = std::thread::hardware_concurrency();
+        unsigned recorded = 0;
+        BatchRecorder recorder(options, digests, [&recorded](const RecordedItem&) { ++recorded; });
+        HostObserver* const observers[] = {&recorder.Pictures(), &recorder};
+        RunBatch(request, observers);
+        recorder.Finish();
+        if (recorded != kPictures) state.SkipWithError("not everything was recorded");
+    }
+}
+BENCHMARK(RecordPictures)->Name("batch/pictures/module")->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// The pictures of the first messages.
+class Pictures : public HostObserver {
+  public:
+    Pictures() {
+        HostObserver* const observers[] = {&m_composer, this};
+        RunBatch(TheDisk().Request(kPictures), observers);
+    }
+    void OnMessage(const MessageRecord& /*message*/) override {
+        if (auto picture = m_composer.TakePicture()) taken.push_back(std::move(*picture));
+    }
+    std::vector<Picture> taken;
+
+  private:
+    PictureComposer m_composer;
+};
+
+void EncodeOnly(benchmark::State& state) {
+    static const Pictures pictures;
+    if (pictures.taken.size() != kPictures) state.SkipWithError("not every picture came");
+    for (auto _ : state) {
+        std::atomic<std::size_t> next = 0;
+        std::vector<std::jthread> threads;
+        for (unsigned thread = 0; thread < std::thread::hardware_concurrency(); ++thread) {
+            threads.emplace_back([&next] {
+                for (std::size_t i = next++; i < pictures.taken.size(); i = next++)
+                    benchmark::DoNotOptimize(EncodePng(pictures.taken[i]));
+            });
+        }
+    }
+}
+BENCHMARK(EncodeOnly)->Name("batch/pictures/encoder")->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace

@@ -1,0 +1,108 @@
+// Stored glyphs: the conversion of their pixels and the row flip.
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "font/stored_glyph.h"
+#include "scratch_disk.h"
+
+#ifdef ZELTRANS_BENCH_QIMAGE
+#include <QImage>
+#endif
+
+namespace {
+
+struct Glyph {
+    std::size_t width, height;
+    samples::Bytes pixels;
+};
+
+/// Every pair of an alpha and a colour once in each channel, 256 by 256.
+const Glyph& AllPairs() {
+    static const Glyph glyph = [] {
+        Glyph all{256, 256, {}};
+        for (unsigned n = 0; n < 65536; ++n) {
+            const unsigned mixed = n * 40503U & 0xFFFFU;  // odd factor: a permutation, so that neighbours differ
+            const unsigned colour = mixed & 0xFF;
+            for (const unsigned byte : {mixed >> 8, colour, colour ^ 0x55U, 255 - colour})
+                all.pixels.push_back(static_cast<std::uint8_t>(byte));
+        }
+        return all;
+    }();
+    return glyph;
+}
+
+const Glyph& Letter() {
+    static const Glyph glyph{40, 30, SmoothPixels(40, 30)};
+    return glyph;
+}
+
+// As the format states it, in doubles.
+void StraightenAsStated(std::uint8_t* pixel, std::size_t count) {
+    for (; count > 0; --count, pixel += 4) {
+        const std::uint8_t alpha = pixel[0];
+        if (alpha == 0) {
+            std::memset(pixel, 0, 4);
+            continue;
+        }
+        for (int i = 1; i < 4; ++i) {
+            const std::uint8_t colour = std::min(pixel[i], alpha);
+            pixel[i - 1] = static_cast<std::uint8_t>(colour * 255.0 / alpha + 0.5);
+        }
+        pixel[3] = alpha;
+    }
+}
+
+/// Each round works on a fresh copy, as the conversion is done in place.
+template <class Convert>
+void Run(benchmark::State& state, const Glyph& glyph, Convert convert) {
+    std::vector<std::uint8_t> work(glyph.pixels.size()), bitmap(glyph.pixels.size());
+    for (auto _ : state) {
+        std::memcpy(work.data(), glyph.pixels.data(), work.size());
+        convert(work);
+        CopyRowsReversed(work, glyph.width * 4, glyph.height, bitmap);
+        benchmark::DoNotOptimize(bitmap.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(glyph.width * glyph.height));
+}
+
+void Module(benchmark::State& state, const Glyph& (*glyph)()) {
+    Run(state, glyph(), [](std::vector<std::uint8_t>& work) { StraightenPixels(work); });
+}
+
+void Stated(benchmark::State& state, const Glyph& (*glyph)()) {
+    Run(state, glyph(), [](std::vector<std::uint8_t>& work) { StraightenAsStated(work.data(), work.size() / 4); });
+}
+
+void Copied(benchmark::State& state, const Glyph& (*glyph)()) {
+    Run(state, glyph(), [](std::vector<std::uint8_t>&) {});
+}
+
+BENCHMARK_CAPTURE(Module, all_pairs, AllPairs)->Name("stored/pairs/module");
+BENCHMARK_CAPTURE(Stated, all_pairs, AllPairs)->Name("stored/pairs/stated");
+BENCHMARK_CAPTURE(Copied, all_pairs, AllPairs)->Name("stored/pairs/memcpy");
+BENCHMARK_CAPTURE(Module, letter, Letter)->Name("stored/letter/module");
+BENCHMARK_CAPTURE(Stated, letter, Letter)->Name("stored/letter/stated");
+BENCHMARK_CAPTURE(Copied, letter, Letter)->Name("stored/letter/memcpy");
+
+#ifdef ZELTRANS_BENCH_QIMAGE
+// Qt has alpha last from the start.
+void Qt(benchmark::State& state, const Glyph& (*get)()) {
+    Glyph glyph = get();
+    for (std::size_t i = 0; i < glyph.pixels.size(); i += 4)
+        std::rotate(&glyph.pixels[i], &glyph.pixels[i + 1], glyph.pixels.data() + i + 4);
+    Run(state, glyph, [&glyph](std::vector<std::uint8_t>& work) {
+        QImage image(work.data(), static_cast<int>(glyph.width), static_cast<int>(glyph.height),
+                     QImage::Format_ARGB32_Premultiplied);
+        image.convertTo(QImage::Format_ARGB32);
+        benchmark::DoNotOptimize(image.constBits());
+    });
+}
+BENCHMARK_CAPTURE(Qt, all_pairs, AllPairs)->Name("stored/pairs/qimage");
+BENCHMARK_CAPTURE(Qt, letter, Letter)->Name("stored/letter/qimage");
+#endif
+
+}  // namespace
