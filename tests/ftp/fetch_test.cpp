@@ -66,7 +66,7 @@ TEST_F(FromARealServer, SaysWhatCouldntBeDone) {
     EXPECT_THAT(Fetch("1").failure, HasSubstr("refused (reply 530)"));
     m_options.user = "anna";
     m_password = "swordfish";
-    EXPECT_THAT(Fetch("99").failure, HasSubstr("nothing there is what was asked for"));
+    EXPECT_THAT(Fetch("99").failure, HasSubstr("nothing of what was asked for is there"));
     m_directory = "NOWHERE";
     EXPECT_THAT(Fetch("1").failure, HasSubstr("NOWHERE: the server has no such directory"));
     m_directory = "a\r\nDELE .0001";

@@ -118,7 +118,7 @@ class Fetcher {
         }
         if (chosen.empty()) {
             Fail((m_messages.remote.empty() ? m_request.source : Shown(m_messages.remote)) +
-                 ": nothing there is what was asked for");
+                 ": nothing of what was asked for is there");
             return;
         }
         OpenLocal();
