@@ -1,0 +1,34 @@
+// The list of Bitstream fonts: by lines, and through the module's maps.
+#include <map>
+#include <string>
+
+#include "fontmap/name_lists.h"
+#include "fontmap/text_lines.h"
+#include "module_room.h"
+#include "samples/name_lists.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const fuzz::ModuleRoom room;
+    const std::string text = fuzz::AsText({data, size});
+    std::map<std::uint16_t, std::string> entries;
+    TextLines lines(text);
+    lines.SkipHeadings();
+    BitstreamLineReader reader;
+    while (const auto line = lines.Next()) {
+        fuzz::Require(line->size() <= TextLines::kMaxLine, "a line's length");
+        const auto entry = reader.Read(*line);
+        if (!entry) continue;
+        fuzz::Require(entry->number <= 9999 && entry->name.ends_with(" BT"), "a number and a built name");
+        entries[entry->number] = entry->name;
+    }
+    room.Put(samples::kBitstreamListName, {data, size});
+    CZelTransDlg dialog(nullptr);
+    fuzz::Require(dialog.MapBitStreamFont(), "the list is read");
+    fuzz::Require(dialog.m_mapBitStreamId.GetCount() == static_cast<INT_PTR>(entries.size()), "one entry a number");
+    for (const auto& [number, name] : entries) {
+        CString mapped;
+        fuzz::Require(dialog.m_mapBitStreamId.Lookup(number, mapped) && mapped == name.c_str(),
+                      "the last entry stands");
+    }
+    return 0;
+}

@@ -1,0 +1,122 @@
+// Font files: read, then each character measured and drawn.
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "font/font_loader.h"
+#include "module_room.h"
+#include "platform/framework/exceptions.h"
+#include "samples/font_writer.h"
+#include "section_mutator.h"
+
+namespace {
+
+using fuzz::Require;
+
+constexpr std::uint32_t kMostPixels = 65536;  // drawn of one font; a larger glyph is measured only
+constexpr std::size_t kGuard = 64;            // bytes before and behind a bitmap
+
+void CheckWrittenAgain(const tag_char_entry& entry) {
+    const samples::CharEntry description{.glyph_kind = entry.glyph_kind,
+                                         .byte_1 = entry.unread_1,
+                                         .glyph_bits_a = entry.glyph_word & 0x3F,
+                                         .glyph_bits_b = entry.glyph_word >> 6 & 0x3F,
+                                         .glyph_top = static_cast<unsigned>(entry.Top()),
+                                         .glyph_metric = static_cast<unsigned>(entry.Metric()),
+                                         .glyph_offset = entry.glyph_offset};
+    const tag_char_entry again = ConvertCharEntry(samples::WriteCharEntry(description));
+    Require(std::memcmp(&again, &entry, sizeof entry) == 0, "a directory entry");
+}
+
+/// Draws into a bitmap of the announced size. @return its pixels.
+std::uint32_t Draw(CZelFont& fonts, FontAddress font, DWORD code) {
+    int top = 0;
+    bool flag = false;
+    const CRect rect = fonts.GetMFRect(font, 0, code, top, &flag);
+    Require(rect.left == 0 && rect.top == 0, "the rectangle begins at 0");
+    if (rect.right <= 0 || rect.bottom <= 0) return 0;
+    const auto pixels = static_cast<std::uint64_t>(rect.right) * static_cast<std::uint64_t>(rect.bottom);
+    if (pixels > kMostPixels) return 0;
+    constexpr std::uint8_t kUntouched = 0x5A;
+    std::vector<std::uint8_t> memory(2 * kGuard + static_cast<std::size_t>(pixels) * 4, kUntouched);
+    DIBSECTION dib{};
+    dib.dsBm.bmBits = memory.data() + kGuard;
+    dib.dsBmih.biWidth = rect.right;
+    dib.dsBmih.biHeight = rect.bottom;
+    fonts.BuildMFData(font, &dib, 0, code, static_cast<int>(code % 10) - 1);
+    const auto untouched = [](std::uint8_t byte) { return byte == kUntouched; };
+    Require(std::all_of(memory.begin(), memory.begin() + kGuard, untouched) &&
+                std::all_of(memory.end() - kGuard, memory.end(), untouched),
+            "pixels stay inside the announced rectangle");
+    return static_cast<std::uint32_t>(pixels);
+}
+
+samples::Bytes Describe(fuzz::Random& random) {
+    const auto value = [&random] { return fuzz::HostileValue(random); };
+    const auto any = [&random](std::size_t end) { return static_cast<unsigned>(fuzz::Below(random, end)); };
+    samples::FontFile font;
+    font.header.font_flags = any(3) == 0 ? samples::kSampleFirstFont : any(0x80);
+    font.header.font_height = static_cast<int>(value() & 0xFFFF);
+    if (any(8) == 0) font.header.encoding_size = value();
+    for (unsigned glyph = any(6); glyph-- > 0;) {
+        samples::RunCodes codes(any(20));
+        for (auto& code : codes) {
+            code =
+                samples::RunCode(static_cast<samples::RunOperation>(any(4)), any(40), any(256), any(33), any(8) == 0);
+        }
+        font.AddRunCoded(any(samples::kFontCharCount), codes, any(1024), any(1024));
+        if (any(4) == 0)
+            font.directory[any(samples::kFontCharCount)] = {.glyph_kind = any(256), .glyph_offset = value()};
+    }
+    for (unsigned glyph = any(3); glyph-- > 0;) {
+        const unsigned width = 1 + any(6), height = 1 + any(6);
+        samples::StoredGlyph stored{
+            .width = width, .height = height, .pixels = samples::Bytes(width * height * 4, 200)};
+        if (any(4) == 0) stored.width_word = value();
+        if (any(4) == 0) stored.length = value();
+        font.AddStored(any(samples::kFontCharCount), stored, any(1024), any(1024));
+    }
+    font.aux_block.resize(any(2) * any(40));
+    font.word_table.resize(any(2) * any(40));
+    for (auto* sample : {&font.first_sample, &font.sample}) {
+        if (any(2) == 0) continue;
+        const int width = static_cast<int>(any(5)), height = static_cast<int>(any(5));
+        sample->emplace().a = {width, height, samples::Bytes(static_cast<std::size_t>(width * height), 1)};
+        if (any(4) == 0) (*sample)->b.height = static_cast<int>(value() & 0xFFFF);
+    }
+    return samples::WriteFont(font);
+}
+
+void Observe(fuzz::Input file, SectionObserver& sections) {
+    ByteSource source(file);
+    tag_font_memory slot;
+    bool tessor = false;
+    LoadFont(source, slot, tessor, &sections);
+    ReleaseFontBlocks(slot);
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const fuzz::ModuleRoom room;
+    CZelFont::m_bIgnoreErrors = static_cast<int>(size % 2);
+    room.Put(".0001", {data, size});
+    CZelFont fonts;
+    if (!fuzz::ModuleRoom::ReadFont(fonts, 1, 0)) return 0;
+    tag_font_memory& slot = fonts.m_Slots[0];
+    std::uint32_t pixels = 0;
+    for (DWORD code = 0; code < 256 && pixels < kMostPixels; ++code) {
+        if (const tag_char_entry* entry = slot.Entry(code)) CheckWrittenAgain(*entry);
+        try {
+            pixels += Draw(fonts, reinterpret_cast<FontAddress>(slot.font_copy), code);
+        } catch (CFileException* cut_short) {
+            cut_short->Delete();
+        }
+    }
+    fuzz::ModuleRoom::Release(slot);
+    return 0;
+}
+
+std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t max_size, unsigned seed) {
+    return fuzz::MutateSections({&Observe, &Describe}, data, size, max_size, seed);
+}

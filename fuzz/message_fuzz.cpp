@@ -1,0 +1,135 @@
+// Message files: read, given templates, and walked character by character.
+#include "message/message_loader.h"
+#include "message/zel_message.h"
+#include "module_room.h"
+#include "pipeline/module_state.h"
+#include "samples/font_writer.h"
+#include "samples/message_writer.h"
+#include "samples/name_lists.h"
+#include "section_mutator.h"
+
+namespace {
+
+using fuzz::Require;
+
+constexpr int kMostRows = 256;  // rows beyond the file's end cost time and show nothing; they have a test of their own
+
+/// A dialog with the lists and five fonts: plain, with a border, installed, stored, of another height.
+struct Room : fuzz::ModuleRoom {
+    Room() {
+        const auto list = [this](std::string_view name, const std::string& text) {
+            Put(name, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+        };
+        list(samples::kBitstreamListName, samples::BitstreamList().Plain("Quay", 21).Written());
+        list(samples::kTypefaceListName, samples::TypefaceList().Typeface("Arial", "Quay BT").Written());
+        dialog.MapBitStreamFont();
+        dialog.MapTypeFace();
+        dialog.m_pFont = new CZelFont();
+        constexpr const char* kNames[] = {"Plain", "Quay Bold", "TT Arial Bold Italic", "Stored", "Tall"};
+        for (int i = 0; i < 5; ++i) {
+            samples::FontFile font;
+            font.header = {.font_name = kNames[i],
+                           .font_id_text = "5021",
+                           .font_height = 40 + 10 * i,
+                           .row_top_offset = i,
+                           .edge_type = static_cast<unsigned>(i),
+                           .row_inset = 3};
+            font.AddRunCoded('A', {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()}, 2, 9);
+            if (i == 3) font.AddStored('A', {.width = 1, .height = 1, .pixels = samples::Bytes(4, 9)}, 0, 2);
+            Put(samples::NumberedName(static_cast<unsigned>(i) + 1), samples::WriteFont(font));
+            Require(ReadFont(*dialog.m_pFont, i + 1, i * 3), "a font");
+        }
+    }
+    ~Room() {
+        for (tag_font_memory& slot : dialog.m_pFont->m_Slots) Release(slot);
+    }
+    CZelTransDlg dialog{nullptr};
+};
+
+void CheckCall(CWnd*, tag_CharInf* info, unsigned character) {
+    Require(info->row_index >= 0 && info->row_index < kMostRows, "the row is one of the message");
+    Require(info->slot >= -1 && info->slot < kFontSlots && character < 256, "slot and character are in range");
+    Require(info->font_copy == nullptr || info->slot >= 0, "a bitmap has a slot");
+}
+
+/// A record written from what was read of it, and read again, is the same but for the bits that have no name.
+void CheckWrittenAgain(const tag_msg_row& row) {
+    samples::RowText text;
+    text.row_empty = row.Empty();
+    text.row_y = static_cast<unsigned>(row.Y());
+    text.first_char = static_cast<unsigned>(row.FirstChar());
+    text.row_top = static_cast<unsigned>(row.Top());
+    text.char_count = static_cast<unsigned>(row.CharCount());
+    text.row_bottom = static_cast<unsigned>(row.Bottom());
+    const RowHead again = ConvertRowHead(samples::WriteRowHead(text));
+    Require(again.word0 == (row.word0 & 0xFFC4) && again.word1 == row.word1 && again.word2 == row.word2, "a row head");
+    for (const tag_msg_char& character : row.chars) {
+        samples::CharCell cell;
+        cell.place_flag = character.PlaceFlag();
+        cell.chain_end = (character.word0 & 4) != 0;
+        cell.char_x = static_cast<unsigned>(character.X());
+        cell.colour_set = static_cast<unsigned>(character.ColourSet());
+        cell.char_y = static_cast<unsigned>(character.Y());
+        cell.char_font = static_cast<unsigned>(character.Font());
+        cell.char_code = static_cast<unsigned>(character.Code());
+        cell.next_char = static_cast<unsigned>(character.Next());
+        const tag_msg_char same = ConvertMsgChar(samples::WriteCharCell(cell));
+        Require(same.word0 == (character.word0 & 0xFFC6) && same.word1 == (character.word1 & 0xFFF8) &&
+                    same.word2 == character.word2 && same.word3 == (character.word3 & 0xFC00),
+                "a character record");
+    }
+}
+
+samples::Bytes Describe(fuzz::Random& random) {
+    const auto value = [&random] { return fuzz::HostileValue(random); };
+    const auto any = [&random](std::size_t end) { return static_cast<unsigned>(fuzz::Below(random, end)); };
+    samples::MessageFile file;
+    file.pal = any(2) != 0;
+    for (auto& number : file.header.font_numbers) number = static_cast<std::uint16_t>(any(20));
+    for (unsigned row = any(5); row-- > 0;) {
+        file.rows.push_back(samples::RowFromText(value(), std::string(any(64), 'A'), value(), value(),
+                                                 {.colour_set = any(8), .char_y = value(), .char_font = any(17)}));
+        if (any(2) != 0) file.rows.push_back(samples::EmptyRow(value()));
+        for (auto& cell : file.rows.back().cells) {
+            if (any(8) == 0) cell.next_char = value();
+        }
+    }
+    if (any(4) == 0) file.header.last_row = any(kMostRows);
+    if (any(4) == 0) file.flash_font.emplace().encoding_size = any(64);
+    if (any(2) != 0) file.palette.emplace().entries.assign(any(300), value());
+    if (any(8) == 0) file.background.emplace().tag = 0xBBBB + any(3);
+    if (any(2) != 0) {
+        file.tabs.emplace();
+        for (unsigned tab = any(any(8) == 0 ? 210 : 4); tab-- > 0;) {
+            file.tabs->fields.push_back(
+                {.tab_start = value(), .tab_end = value(), .tab_row = any(5), .tab_font = any(32)});
+        }
+    }
+    return samples::WriteMessage(file);
+}
+
+void Observe(fuzz::Input file, SectionObserver& sections) {
+    ByteSource source(file);
+    LoadedMessage message;
+    LoadMessage(source, message, &sections);
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static Room room;
+    g_pfnOnChar = &CheckCall;
+    CZelFont::m_bIgnoreErrors = static_cast<int>(size % 2);
+    room.Put(".0000", {data, size});
+    CZelMessage message("", "D:", ".0000", &room.dialog);
+    if (!message.ReadMessage(&room.dialog) || message.m_pMsgHeader->RowCount() > kMostRows) return 0;
+    const auto rows = std::span(message.m_pRows, static_cast<std::size_t>(message.m_pMsgHeader->RowCount()));
+    for (const tag_msg_row& row : rows) CheckWrittenAgain(row);
+    message.MakeTemplates(&room.dialog);
+    for (const bool convert : {false, true}) message.EmitCharacters(nullptr, room.dialog.m_pFont, !convert, convert);
+    return 0;
+}
+
+std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t max_size, unsigned seed) {
+    return fuzz::MutateSections({&Observe, &Describe}, data, size, max_size, seed);
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "dialog/zel_trans_dlg.h"
+#include "font/zel_font.h"
+#include "fuzz_target.h"
+#include "platform/desktop.h"
+#include "platform/memory_settings_store.h"
+
+namespace fuzz {
+
+/// Nobody at the screen: answers boxes with OK, or No where it is asked, and keeps nothing.
+class SilentDesktop : public Desktop {
+  public:
+    int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override;
+    void RunModal(CDialog& dialog) override;
+    int RunFileDialog(CFileDialog&, std::string&) override { return IDCANCEL; }
+    bool IsKeyDown(int) override { return false; }
+    void SetWaitCursor(bool) override {}
+    bool RunCommand(const std::string&) override { return false; }
+};
+
+/// What the module needs around it to read files: a silent desktop, settings in memory, and drive D:, a directory in
+/// memory where files can be put.
+class ModuleRoom {
+  public:
+    ModuleRoom();
+    ~ModuleRoom();
+    ModuleRoom(const ModuleRoom&) = delete;
+    ModuleRoom& operator=(const ModuleRoom&) = delete;
+
+    /// Puts a file of these bytes on the drive, in place of one of that name.
+    void Put(std::string_view name, Input bytes) const;
+
+    /// Loads D:\.<number> into a slot. @return whether it was filled.
+    static bool ReadFont(CZelFont& fonts, int number, int slot);
+    static void Release(tag_font_memory& slot);
+
+  private:
+    SilentDesktop m_desktop;
+    MemorySettingsStore m_settings;
+    std::filesystem::path m_directory;
+};
+
+/// What a text file's bytes give when it is read as text: up to the mark of a text's end, CR LF as LF.
+std::string AsText(Input bytes);
+
+}  // namespace fuzz

@@ -1,0 +1,22 @@
+// The stored password: damaged forms give some text, and a password stored and read is the same.
+#include <algorithm>
+#include <string>
+
+#include "fuzz_target.h"
+#include "platform/framework/cstring.h"
+#include "tools/stored_password.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    CString stored(reinterpret_cast<const char*>(data), static_cast<int>(std::min<std::size_t>(size, 200)));
+    const CString password = stored;
+    UnscramblePassword(stored);
+    fuzz::Require(size == kStoredPasswordSize || stored == password, "a text of another length stays");
+
+    CString kept = password;
+    ScramblePassword(kept);
+    if (kept.IsEmpty()) return 0;
+    fuzz::Require(kept.GetLength() == kStoredPasswordSize && kept.Find('\0') < 0, "the stored form is a text");
+    UnscramblePassword(kept);
+    fuzz::Require(kept == password, "a password stored and read");
+    return 0;
+}

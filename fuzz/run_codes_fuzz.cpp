@@ -1,0 +1,58 @@
+// Run codes alone: measured and drawn as they come, and as a picture written and drawn again.
+#include <algorithm>
+#include <vector>
+
+#include "font/run_codes.h"
+#include "fuzz_target.h"
+#include "samples/run_codes.h"
+
+namespace {
+
+using fuzz::Require;
+
+constexpr RunColour kColours[] = {{1, 2, 3}, {255, 255, 255}, {0, 200, 0}, {9, 9, 9}};
+constexpr RunColours kSet{kColours, {0, 0, 0}};
+constexpr int kMostPixels = 1 << 18;
+
+std::vector<std::uint8_t> Draw(fuzz::Input codes, GlyphSize size) {
+    std::vector<std::uint8_t> pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4);
+    DrawRunCodes(RunCodeReader(codes, 0), kSet, size.width, size.height, pixels);
+    return pixels;
+}
+
+void CheckAsTheyCome(fuzz::Input codes) {
+    const GlyphSize size = MeasureRunCodes(RunCodeReader(codes, 0));
+    Require(size.width >= 0 && size.width % 4 == 0 && size.height >= 2 && size.height <= kMaxGlyphLines + 2, "a size");
+    if (size.width * size.height > kMostPixels) return;
+    const std::vector<std::uint8_t> pixels = Draw(codes, size);
+    const auto first_row = std::span(pixels).first(static_cast<std::size_t>(size.width) * 4);
+    Require(std::ranges::all_of(first_row, [](std::uint8_t byte) { return byte == 0; }), "the first row stays blank");
+    Draw(codes, {std::max(size.width - 3, 1), size.height / 2});  // a bitmap that is too small
+}
+
+/// A picture of one colour keeps the alpha of each pixel.
+void CheckPicture(fuzz::Input bytes) {
+    if (bytes.size() < 2) return;
+    samples::Coverage face{.width = 1U + bytes[0] % 40};
+    face.alpha.assign(bytes.begin() + 1, bytes.end());
+    face.height = std::min(static_cast<unsigned>(face.alpha.size()) / face.width, 64U);
+    const samples::Bytes codes = samples::RunCodeBytes(samples::EncodeFace(face));
+    const GlyphSize size = MeasureRunCodes(RunCodeReader(codes, 0));
+    Require(size.width == (face.height != 0 ? static_cast<int>(face.width + 3) / 4 * 4 : 0), "the picture's width");
+    Require(size.height == static_cast<int>(face.height) + 2, "the picture's height");
+    const std::vector<std::uint8_t> pixels = Draw(codes, size);
+    for (unsigned y = 0; y < face.height; ++y) {
+        for (unsigned x = 0; x < face.width; ++x) {
+            const std::size_t at = ((y + 1) * static_cast<std::size_t>(size.width) + x) * 4 + 3;
+            Require(pixels[at] == face.At(x, y), "the picture's alpha");
+        }
+    }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    CheckAsTheyCome({data, size});
+    CheckPicture({data, size});
+    return 0;
+}

@@ -1,0 +1,38 @@
+// The list of typefaces: by lines, and through the module's map.
+#include <map>
+#include <string>
+
+#include "fontmap/name_lists.h"
+#include "fontmap/text_lines.h"
+#include "module_room.h"
+#include "samples/name_lists.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const fuzz::ModuleRoom room;
+    const std::string text = fuzz::AsText({data, size});
+    std::map<std::string, std::string, std::less<>> entries;
+    TextLines lines(text);
+    lines.SkipHeadings();
+    while (const auto line = lines.Next()) {
+        const auto entry = ReadTypefaceLine(*line);
+        if (!entry) continue;
+        const std::string written = samples::TypefaceList().Typeface(entry->typeface, entry->bitstream_name).Written();
+        TextLines again(written);
+        again.SkipHeadings();
+        if (const auto whole = again.Next(); whole->size() < TextLines::kMaxLine) {
+            const auto same = ReadTypefaceLine(*whole);
+            fuzz::Require(same && same->typeface == entry->typeface && same->bitstream_name == entry->bitstream_name,
+                          "an entry written and read");
+        }
+        entries[std::string(entry->bitstream_name)] = entry->typeface;
+    }
+    room.Put(samples::kTypefaceListName, {data, size});
+    CZelTransDlg dialog(nullptr);
+    fuzz::Require(dialog.MapTypeFace(), "the list is read");
+    for (const auto& [name, typeface] : entries) {
+        CString mapped;
+        fuzz::Require(dialog.m_mapTypeFace.Lookup(name.c_str(), mapped) && mapped == typeface.c_str(),
+                      "the last entry stands");
+    }
+    return 0;
+}
