@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QBrush>
+
+namespace desktop {
+
+/// Light and dark squares, as they stand behind what can be seen through.
+QBrush Checkerboard();
+
+}  // namespace desktop

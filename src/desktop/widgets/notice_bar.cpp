@@ -1,0 +1,54 @@
+#include "desktop/widgets/notice_bar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStyle>
+#include <QToolButton>
+
+namespace desktop {
+
+namespace {
+
+/// What can be broken at the end of a line: a path is longer than the window is wide.
+QString Breakable(QString text) {
+    return text.replace(QLatin1Char('/'), QStringLiteral("/\u200B"));
+}
+
+}  // namespace
+
+NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), m_icon(new QLabel(this)), m_text(new QLabel(this)) {
+    setObjectName(QStringLiteral("notice"));
+    setFrameShape(QFrame::StyledPanel);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::ToolTipBase);
+    m_text->setForegroundRole(QPalette::ToolTipText);
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setWordWrap(true);
+    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_text->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    auto* const close = new QToolButton(this);
+    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    close->setAutoRaise(true);
+    close->setToolTip(tr("Close this notice"));
+    close->setAccessibleName(tr("Close this notice"));
+    connect(close, &QToolButton::clicked, this, &QWidget::hide);
+    auto* const row = new QHBoxLayout(this);
+    row->addWidget(m_icon, 0, Qt::AlignTop);
+    row->addWidget(m_text);
+    row->addWidget(close, 0, Qt::AlignTop);
+    hide();
+}
+
+void NoticeBar::Warn(const QString& text, const QString& advice) {
+    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    m_icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side, side));
+    m_text->setText(Breakable(advice.isEmpty() ? text : text + u'\n' + advice));
+    m_text->setAccessibleName(Text());
+    show();
+}
+
+QString NoticeBar::Text() const {
+    return m_text->text().remove(QChar(0x200B));
+}
+
+}  // namespace desktop

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QBrush>
+#include <QStyledItemDelegate>
+
+namespace desktop {
+
+/// Draws a recording of the library: its thumbnail on a checkerboard, its number, the beginning of its text.
+class ThumbnailDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
+  public:
+    static constexpr QSize kThumbnail{144, 108};
+
+    explicit ThumbnailDelegate(QObject* parent = nullptr);
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+  private:
+    QBrush m_ground;
+};
+
+}  // namespace desktop

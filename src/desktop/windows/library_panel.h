@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/library/recording.h"
+
+class QLabel;
+class QLineEdit;
+class QListView;
+class QStackedWidget;
+class QTimer;
+
+namespace desktop {
+
+class LibraryModel;
+
+/// The library as thumbnails, with a line to search it.
+class LibraryPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit LibraryPanel(std::string library, QWidget* parent = nullptr);
+
+    /// Reads the library anew; what is chosen stays chosen.
+    void Reload();
+    /// As Reload, soon; asked often, it is done now and then.
+    void ReloadSoon();
+
+    std::optional<RecordingKey> Current() const;
+    std::vector<RecordingKey> Selected() const;
+    /// All that the search has left.
+    std::vector<RecordingKey> Shown() const;
+    bool IsSearching() const;
+    void FocusSearch();
+
+  Q_SIGNALS:
+    /// Another recording is the current one, or it was recorded anew, or there is none any more.
+    void chosen();
+    void reloaded();
+    /// The library can't be read.
+    void failed(const QString& reason);
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  private:
+    void ShowWords();
+    void KeepChoice(const std::optional<RecordingKey>& key);
+
+    LibraryModel* m_model;
+    QLineEdit* m_search;
+    QListView* m_list;
+    QLabel* m_words;
+    QStackedWidget* m_pages;
+    QTimer* m_search_timer;
+    QTimer* m_reload_timer;
+    bool m_readable = true;
+};
+
+}  // namespace desktop

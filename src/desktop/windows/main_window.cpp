@@ -1,0 +1,215 @@
+#include "desktop/windows/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QDragEnterEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "desktop/models/picture_image.h"
+#include "desktop/widgets/notice_bar.h"
+#include "desktop/widgets/picture_view.h"
+#include "desktop/windows/detail_docks.h"
+#include "desktop/windows/library_panel.h"
+#include "host/library/library.h"
+
+namespace desktop {
+
+namespace {
+
+/// Of the layout that restoreState takes; another one when docks or bars change.
+constexpr int kLayoutVersion = 1;
+
+}  // namespace
+
+MainWindow::MainWindow(const Places& places)
+    : m_places(places),
+      m_settings(places.settings, QSettings::IniFormat),
+      m_desktop(this),
+      m_previous_desktop(SetDesktop(&m_desktop)),
+      m_library(new LibraryPanel(places.library)),
+      m_picture(new PictureView),
+      m_notice(new NoticeBar),
+      m_pointed(new QLabel),
+      m_zoom(new QLabel),
+      m_task(new QLabel),
+      m_progress(new QProgressBar),
+      m_stop(new QPushButton(tr("Stop"))),
+      m_import(new DiskImport(places.library, this)) {
+    setObjectName(QStringLiteral("main"));
+    setWindowTitle(tr("ZelTrans"));
+    setAcceptDrops(true);
+    LayOut();
+    MakeMenus();
+    RestoreLayout();
+
+    connect(m_library, &LibraryPanel::chosen, this, &MainWindow::ShowCurrent);
+    connect(m_library, &LibraryPanel::reloaded, this, &MainWindow::ShowCount);
+    connect(m_library, &LibraryPanel::failed, this, [this](const QString& reason) {
+        Warn(reason, tr("Nothing is lost. Close the program that holds the library, or look after the file, then press "
+                        "F5; or start with another library by --library FILE."));
+    });
+    connect(m_picture, &PictureView::pointedAt, m_pointed, &QLabel::setText);
+    connect(m_picture, &PictureView::dragged, this, &MainWindow::DragPicture);
+    connect(m_picture, &PictureView::zoomed, this,
+            [this](double zoom) { m_zoom->setText(tr("%1 %").arg(qRound(zoom * 100))); });
+    connect(m_docks, &DetailDocks::marked, m_picture, &PictureView::Mark);
+    connect(m_docks, &DetailDocks::pointedAt, m_pointed, &QLabel::setText);
+    connect(m_docks, &DetailDocks::fontOpened, this, &MainWindow::ShowFont);
+    connect(m_import, &DiskImport::recorded, m_library, &LibraryPanel::ReloadSoon);
+    connect(m_import, &DiskImport::progressed, this, [this](int done, int total, const QString& name) {
+        ShowTask(tr("Importing %1").arg(name.section(u'/', -1)), done, total);
+    });
+    connect(m_import, &DiskImport::finished, this, &MainWindow::ImportEnded);
+    connect(m_stop, &QPushButton::clicked, this, &MainWindow::StopTask);
+    m_library->Reload();
+}
+
+MainWindow::~MainWindow() {
+    m_import->disconnect();
+    m_import->Cancel();
+    delete m_export;
+    delete m_fetch;
+    SetDesktop(m_previous_desktop);
+}
+
+void MainWindow::LayOut() {
+    auto* const centre = new QWidget;
+    auto* const column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_notice);
+    column->addWidget(m_picture, 1);
+    setCentralWidget(centre);
+
+    auto* const dock = new QDockWidget(tr("Library"), this);
+    dock->setObjectName(QStringLiteral("library_dock"));
+    dock->setFeatures(QDockWidget::DockWidgetMovable);
+    dock->setWidget(m_library);
+    addDockWidget(Qt::LeftDockWidgetArea, dock);
+    setDockOptions(dockOptions() | QMainWindow::AllowTabbedDocks);
+    setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
+    m_docks = new DetailDocks(this);
+
+    m_pointed->setObjectName(QStringLiteral("pointed"));
+    m_pointed->setTextFormat(Qt::PlainText);
+    m_task->setObjectName(QStringLiteral("task"));
+    m_task->setTextFormat(Qt::PlainText);
+    m_progress->setObjectName(QStringLiteral("progress"));
+    m_progress->setMaximumWidth(200);
+    m_stop->setObjectName(QStringLiteral("stop"));
+    statusBar()->addWidget(m_pointed, 1);
+    for (QWidget* const widget : {static_cast<QWidget*>(m_task), static_cast<QWidget*>(m_progress),
+                                  static_cast<QWidget*>(m_stop), static_cast<QWidget*>(m_zoom)})
+        statusBar()->addPermanentWidget(widget);
+    m_progress->hide();
+    m_stop->hide();
+}
+
+void MainWindow::RestoreLayout() {
+    const QByteArray geometry = m_settings.value(QStringLiteral("window/geometry")).toByteArray();
+    if (geometry.isEmpty() || !restoreGeometry(geometry)) resize(1280, 800);
+    const QByteArray state = m_settings.value(QStringLiteral("window/state")).toByteArray();
+    if (!state.isEmpty() && restoreState(state, kLayoutVersion)) return;
+    resizeDocks({findChild<QDockWidget*>(QStringLiteral("library_dock")), m_docks->Docks().front()}, {350, 330},
+                Qt::Horizontal);
+    resizeDocks({m_docks->Docks()[0], m_docks->Docks()[2], m_docks->Docks()[4]}, {340, 260, 130}, Qt::Vertical);
+}
+
+bool MainWindow::IsBusy() const {
+    return m_import->IsRunning() || m_export || m_fetch;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    m_import->Cancel();
+    m_settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
+    m_settings.setValue(QStringLiteral("window/state"), saveState(kLayoutVersion));
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    // What is dragged out of this window isn't to be dropped in.
+    if (event->source() == nullptr && event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    QStringList paths;
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (url.isLocalFile()) {
+            paths.append(url.toLocalFile());
+        } else {
+            Warn(tr("%1 isn't on this machine.").arg(url.toDisplayString()),
+                 tr("A disk on an FTP server comes by Fetch over FTP… in the menu File."));
+        }
+    }
+    Open(paths);
+}
+
+void MainWindow::ShowCurrent() {
+    const std::optional<RecordingKey> key = m_library->Current();
+    QString words;
+    m_current.reset();
+    try {
+        if (key) m_current = Library(m_places.library, Library::Access::kRead).Find(*key);
+        if (m_current && m_current->picture.empty()) words = tr("This recording has no picture.");
+    } catch (const LibraryError& error) {
+        words = QString::fromUtf8(error.what());
+    }
+    const MessageDetails details = m_current ? DetailsOf(*m_current) : MessageDetails();
+    const QImage picture = m_current ? ImageOfPng(m_current->picture) : QImage();
+    if (m_current && picture.isNull() && words.isEmpty()) words = tr("The picture of this recording is damaged.");
+    m_picture->Show(picture, details, words);
+    m_docks->Show(details);
+    setWindowTitle(m_current ? tr("%1 – ZelTrans").arg(details.title) : tr("ZelTrans"));
+    EnableActions();
+}
+
+void MainWindow::ShowCount() {
+    const auto count = static_cast<int>(m_library->Shown().size());
+    if (!IsBusy())
+        m_task->setText(m_library->IsSearching() ? tr("%n found", nullptr, count)
+                        : count == 1             ? tr("1 message")
+                                                 : tr("%n messages", nullptr, count));
+    EnableActions();
+}
+
+void MainWindow::Warn(const QString& text, const QString& advice) {
+    m_notice->Warn(text, advice);
+}
+
+void MainWindow::ShowTask(const QString& what, int done, int total) {
+    m_task->setText(what);
+    m_progress->setRange(0, total);
+    m_progress->setValue(done);
+    if (!m_progress->isVisible()) {
+        m_progress->show();
+        m_stop->show();
+        EnableActions();
+    }
+}
+
+void MainWindow::EndTask(const QString& result) {
+    m_progress->hide();
+    m_stop->hide();
+    m_task->setText(result);
+    EnableActions();
+}
+
+HostOptions MainWindow::ImportOptions() const {
+    HostOptions options;
+    options.lines = m_settings.value(QStringLiteral("import/lines"), options.lines).toInt() == 576 ? 576 : 486;
+    options.tt_convert = m_settings.value(QStringLiteral("import/typefaces"), false).toBool();
+    options.baseline_align = m_settings.value(QStringLiteral("import/baseline"), true).toBool();
+    const QString maps = m_settings.value(QStringLiteral("import/maps")).toString();
+    if (!maps.isEmpty()) options.maps = QFile::encodeName(maps).toStdString();
+    return options;
+}
+
+}  // namespace desktop
