@@ -107,16 +107,16 @@ class CurlSession : public FtpSession {
     CurlSession& operator=(const CurlSession&) = delete;
 
     FtpResult List(const std::string& directory, ListCommand command, const Receiver& receiver) override {
-        if (const FtpResult result = Prepare(directory, ""); !result.Done()) return result;
+        if (FtpResult result = Prepare(directory, ""); !result.Done()) return result;
         curl_easy_setopt(m_curl, CURLOPT_CUSTOMREQUEST, CommandOf(command));
         return Perform(&receiver);
     }
 
     FtpResult Ask(const std::string& directory, const std::string& name, FileFacts& facts) override {
-        if (const FtpResult result = Prepare(directory, name); !result.Done()) return result;
+        if (FtpResult result = Prepare(directory, name); !result.Done()) return result;
         curl_easy_setopt(m_curl, CURLOPT_NOBODY, 1L);
         curl_easy_setopt(m_curl, CURLOPT_FILETIME, 1L);
-        const FtpResult result = Perform(nullptr);
+        FtpResult result = Perform(nullptr);
         if (!result.Done()) return result;
         curl_off_t size = -1, time = -1;
         curl_easy_getinfo(m_curl, CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &size);
@@ -129,7 +129,7 @@ class CurlSession : public FtpSession {
 
     FtpResult Fetch(const std::string& directory, const std::string& name, std::uint64_t offset,
                     const Receiver& receiver) override {
-        if (const FtpResult result = Prepare(directory, name); !result.Done()) return result;
+        if (FtpResult result = Prepare(directory, name); !result.Done()) return result;
         // Else a transfer would end at the size that the server tells, as though that were all. The library then asks
         // for no later start by itself.
         curl_easy_setopt(m_curl, CURLOPT_IGNORE_CONTENT_LENGTH, 1L);

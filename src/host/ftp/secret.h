@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <string>
-#include <utility>
 
 namespace ftp {
 
@@ -10,12 +9,17 @@ namespace ftp {
 class Secret {
   public:
     Secret() = default;
-    explicit Secret(std::string text) : m_text(std::move(text)) { Wipe(text); }
-    Secret(Secret&& other) noexcept : m_text(std::move(other.m_text)) { Wipe(other.m_text); }
+    explicit Secret(std::string text) {
+        m_text.swap(text);
+        Wipe(text);
+    }
+    Secret(Secret&& other) noexcept {
+        m_text.swap(other.m_text);
+        Wipe(other.m_text);
+    }
     Secret& operator=(Secret&& other) noexcept {
         if (this != &other) {
-            Wipe(m_text);
-            m_text = std::move(other.m_text);
+            m_text.swap(other.m_text);
             Wipe(other.m_text);
         }
         return *this;
@@ -24,8 +28,9 @@ class Secret {
 
     const std::string& Reveal() const noexcept { return m_text; }
 
-    /// Zeroes a text's bytes and empties it.
+    /// Zeroes a text's bytes, those of a short one that has been moved away too, and empties it.
     static void Wipe(std::string& text) noexcept {
+        text.resize(text.capacity());
         explicit_bzero(text.data(), text.size());
         text.clear();
     }
