@@ -57,17 +57,23 @@ class Fetcher {
         return false;
     }
 
+    // A directory of the server, for a person.
+    std::string Where(const std::string& directory) const {
+        if (directory.empty()) return m_request.source;
+        return m_request.source + (directory.starts_with('/') ? "" : "/") + Shown(directory);
+    }
+
     std::optional<Listing> List(const std::string& directory) {
         Listing listing;
         const FtpResult result =
             ListDirectory(m_session, directory, m_request.listing_limits, m_request.fruitless_tries, listing);
         if (result.Done()) return listing;
-        Fail((directory.empty() ? m_request.source : Shown(directory)) + ": " + result.words);
+        Fail(Where(directory) + ": " + result.words);
         return std::nullopt;
     }
 
     void Note(const Listing& listing, const std::string& directory) {
-        const std::string where = directory.empty() ? m_request.source : Shown(directory);
+        const std::string where = Where(directory);
         if (listing.refused != 0) {
             m_observer.OnNote(where + ": " + std::to_string(listing.refused) +
                               " names that no message or font can have, such as " + listing.first_refused);
@@ -117,8 +123,7 @@ class Fetcher {
             chosen.push_back({.name = m_request.selection.UsualName(), .kind = EntryKind::kUnknown});
         }
         if (chosen.empty()) {
-            Fail((m_messages.remote.empty() ? m_request.source : Shown(m_messages.remote)) +
-                 ": nothing of what was asked for is there");
+            Fail(Where(m_messages.remote) + ": nothing of what was asked for is there");
             return;
         }
         OpenLocal();
@@ -161,9 +166,9 @@ class Fetcher {
         const FtpResult result =
             ListDirectory(m_session, machine.remote, m_request.listing_limits, m_request.fruitless_tries, listing);
         if (result.error == FtpError::kNoDirectory || result.error == FtpError::kRefused) {
-            m_observer.OnNote(Shown(machine.remote) + ": " + result.words + "; no fonts are fetched");
+            m_observer.OnNote(Where(machine.remote) + ": " + result.words + "; no fonts are fetched");
         } else if (!result.Done()) {
-            Fail(Shown(machine.remote) + ": " + result.words);
+            Fail(Where(machine.remote) + ": " + result.words);
         }
         if (!result.Done()) return;
         machine.listing = std::move(listing);
