@@ -21,8 +21,10 @@ constexpr unsigned kPictures = 100;
 class BatchDisk {
   public:
     BatchDisk() {
-        for (unsigned font = 1; font <= kFonts; ++font) m_disk.WriteFont(font, RunCodedFont("Font " + std::to_string(font)));
-        for (unsigned message = 1; message <= kMessages; ++message) m_disk.WriteMessage(message, FullMessage(8, 24, kFonts));
+        for (unsigned font = 1; font <= kFonts; ++font)
+            m_disk.WriteFont(font, RunCodedFont("Font " + std::to_string(font)));
+        for (unsigned message = 1; message <= kMessages; ++message)
+            m_disk.WriteMessage(message, FullMessage(8, 24, kFonts));
         SetSettingsStore(&m_settings);
     }
     ~BatchDisk() { SetSettingsStore(nullptr); }

@@ -2,9 +2,9 @@
 #include <benchmark/benchmark.h>
 
 #include "dialog/zel_trans_dlg.h"
+#include "font/zel_font.h"
 #include "message/zel_message.h"
 #include "pipeline/module_state.h"
-#include "font/zel_font.h"
 #include "platform/headless_desktop.h"
 #include "platform/memory_settings_store.h"
 #include "scratch_disk.h"

@@ -1,4 +1,6 @@
 // The two name lists, of 10,000 lines each.
+#include "samples/name_lists.h"
+
 #include <fstream>
 
 #include <benchmark/benchmark.h>
@@ -7,7 +9,6 @@
 #include "pipeline/module_state.h"
 #include "platform/headless_desktop.h"
 #include "platform/memory_settings_store.h"
-#include "samples/name_lists.h"
 #include "scratch_disk.h"
 
 namespace {

@@ -1,4 +1,6 @@
 // Run-coded glyphs: drawing and measuring.
+#include "samples/run_codes.h"
+
 #include <algorithm>
 #include <cstring>
 #include <vector>
@@ -6,7 +8,6 @@
 #include <benchmark/benchmark.h>
 
 #include "font/zel_font.h"
-#include "samples/run_codes.h"
 #include "scratch_disk.h"
 
 namespace {
@@ -78,7 +79,8 @@ std::uint8_t Cut(double value) {
 /// As the format states it: a buffer that is filled, then pixel by pixel in doubles, then the row flip.
 void DrawAsStated(const GlyphInMemory& glyph) {
     const int width = glyph.dib.dsBmih.biWidth, height = glyph.dib.dsBmih.biHeight;
-    const std::size_t row_size = static_cast<std::size_t>(width) * 4, size = row_size * static_cast<std::size_t>(height);
+    const std::size_t row_size = static_cast<std::size_t>(width) * 4,
+                      size = row_size * static_cast<std::size_t>(height);
     std::vector<std::uint8_t> work(size, static_cast<std::uint8_t>(glyph.font.m_BackColor >> 16));
     std::uint8_t* out = work.data() + row_size;
     const std::uint8_t* code = glyph.Encoding().data();
@@ -111,7 +113,8 @@ void DrawAsStated(const GlyphInMemory& glyph) {
         }
     }
     auto* bits = static_cast<std::uint8_t*>(glyph.dib.dsBm.bmBits);
-    for (std::size_t at = 0; at < size; at += row_size) std::memcpy(bits + at, work.data() + size - row_size - at, row_size);
+    for (std::size_t at = 0; at < size; at += row_size)
+        std::memcpy(bits + at, work.data() + size - row_size - at, row_size);
 }
 
 void Stated(benchmark::State& state, GlyphInMemory (*make)()) {

@@ -89,7 +89,8 @@ samples::FontFile RunCodedFont(std::string_view name) {
 
 samples::MessageFile FullMessage(unsigned rows, unsigned characters, unsigned fonts) {
     samples::MessageFile message;
-    for (unsigned slot = 0; slot < fonts; ++slot) message.header.font_numbers[slot] = static_cast<std::uint16_t>(slot + 1);
+    for (unsigned slot = 0; slot < fonts; ++slot)
+        message.header.font_numbers[slot] = static_cast<std::uint16_t>(slot + 1);
     for (unsigned r = 0; r < rows; ++r) {
         std::string text;
         for (unsigned k = 0; k < characters; ++k) text += static_cast<char>('!' + (r * 7 + k) % 94);

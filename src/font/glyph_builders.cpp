@@ -96,11 +96,10 @@ void BuildStoredGlyph(const tag_font_memory& font, const tag_char_entry& entry, 
     if (record.head.width <= 0 || record.head.height <= 0 || record.size < kStoredGlyphHeadSize) return;
     const std::size_t row_size = static_cast<std::size_t>(record.head.width) * 4,
                       height = static_cast<std::size_t>(record.head.height);
-    // Pixels that the record is too short for aren't drawn; bytes behind the last pixel aren't looked at.
-    std::span<std::uint8_t> pixels(record.bytes.get() + kStoredGlyphHeadSize, record.size - kStoredGlyphHeadSize);
-    pixels = pixels.first(std::min(pixels.size(), row_size * height));
-    StraightenPixels(pixels);
-    CopyRowsReversed(pixels, row_size, height, BitmapBytes(dib));
+    // Rows that the record is too short for aren't drawn; bytes behind the last pixel aren't looked at.
+    const std::span<const std::uint8_t> pixels(record.bytes.get() + kStoredGlyphHeadSize,
+                                               record.size - kStoredGlyphHeadSize);
+    StraightenRowsReversed(pixels, row_size, height, BitmapBytes(dib));
 }
 
 }  // namespace
@@ -122,12 +121,10 @@ void CZelFont::BuildMFTagData(FontAddress font, DIBSECTION* dib, int /*font_inde
     const tag_char_entry* entry = slot.Entry(char_code);
     const std::span<std::uint8_t> bitmap = BitmapBytes(dib);
     if (entry == nullptr || slot.encoding_data == nullptr || bitmap.empty()) return;
-    const Bytes work = AllocateBytes(bitmap.size());
-    const std::span<std::uint8_t> pixels(work.get(), bitmap.size());
-    std::fill(pixels.begin(), pixels.end(), static_cast<std::uint8_t>(m_BackColor >> 16));
     const GlyphColours colours(*this, palette_set);
+    const std::ptrdiff_t row_size = std::ptrdiff_t{dib->dsBmih.biWidth} * 4;
+    const PixelRows rows{bitmap.data() + bitmap.size() - row_size, -row_size, dib->dsBmih.biWidth, dib->dsBmih.biHeight,
+                         static_cast<std::uint8_t>(m_BackColor >> 16)};
     DrawRunCodes(RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset),
-                 colours.Colours(), dib->dsBmih.biWidth, dib->dsBmih.biHeight, pixels);
-    CopyRowsReversed(pixels, static_cast<std::size_t>(dib->dsBmih.biWidth) * 4,
-                     static_cast<std::size_t>(dib->dsBmih.biHeight), bitmap);
+                 colours.Colours(), rows);
 }

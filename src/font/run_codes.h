@@ -1,7 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <optional>
 #include <span>
+
+#include "message/byte_order.h"
 
 /// What a run code does; stored values, in bits 1 and 0.
 enum class RunOperation : std::uint8_t { kBackground = 0, kColour = 1, kBlended = 2, kEndOfLine = 3 };
@@ -32,12 +37,14 @@ class RunCodeReader {
 
     RunCode Next() noexcept {
         if (m_rest.size() < 4) return {0};
-        const std::uint32_t value = static_cast<std::uint32_t>(m_rest[0]) << 24 |
-                                    static_cast<std::uint32_t>(m_rest[1]) << 16 |
-                                    static_cast<std::uint32_t>(m_rest[2]) << 8 | m_rest[3];
+        std::uint32_t value = 0;
+        std::memcpy(&value, m_rest.data(), sizeof value);
         m_rest = m_rest.subspan(4);
-        return {value};
+        return {SwapLong(value)};
     }
+
+    /// What Next has not read yet.
+    std::span<const std::uint8_t> Rest() const noexcept { return m_rest; }
 
   private:
     std::span<const std::uint8_t> m_rest;
@@ -53,6 +60,8 @@ struct GlyphSize {
 /// Size of a run-coded glyph's bitmap: the longest line rounded up to a multiple of 4, and the lines with a blank row
 /// above and one below.
 GlyphSize MeasureRunCodes(RunCodeReader codes) noexcept;
+/// The same without vector instructions, as a processor without them goes.
+GlyphSize MeasureRunCodesScalar(RunCodeReader codes) noexcept;
 
 /// Red, green and blue.
 struct RunColour {
@@ -61,7 +70,9 @@ struct RunColour {
 
 /// Colours that a glyph's colour indexes select. An index without a colour gives black.
 struct RunColours {
-    std::span<const RunColour> colours;  ///< by index.
+    static constexpr std::size_t kMost = 32;
+
+    std::span<const RunColour> colours;  ///< by index; kMost at most.
     RunColour background;
 
     RunColour operator[](std::uint8_t index) const noexcept {
@@ -69,9 +80,16 @@ struct RunColours {
     }
 };
 
-/// Draws a run-coded glyph into rows of pixels (blue, green, red, alpha), top row first. The first row and whatever the
-/// glyph doesn't reach keep what they hold, and blended runs mix with it. Codes beyond a line's end or the last row
-/// draw nothing.
-/// @param pixels  width * height * 4 bytes.
-void DrawRunCodes(RunCodeReader codes, const RunColours& colours, int width, int height,
-                  std::span<std::uint8_t> pixels) noexcept;
+/// Rows of pixels (blue, green, red, alpha) from the top one on.
+struct PixelRows {
+    std::uint8_t* top = nullptr;
+    std::ptrdiff_t stride = 0;  ///< bytes from a row to the one below; negative in a bottom-up bitmap.
+    int width = 0;              ///< pixels.
+    int height = 0;
+    /// What every byte holds before the glyph is drawn; without it, what stands there.
+    std::optional<std::uint8_t> fill{};
+};
+
+/// Draws a run-coded glyph. The first row and whatever the glyph doesn't reach keep what they hold, and blended runs
+/// mix with it. Codes beyond a line's end or the last row draw nothing.
+void DrawRunCodes(RunCodeReader codes, const RunColours& colours, const PixelRows& rows) noexcept;

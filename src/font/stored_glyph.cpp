@@ -1,8 +1,8 @@
 #include "font/stored_glyph.h"
 
 #include <algorithm>
-#include <cstring>
 
+#include "font/straighten.h"
 #include "message/big_endian_cursor.h"
 
 StoredGlyphHead ConvertStoredGlyphHead(std::span<const std::uint8_t> record) noexcept {
@@ -25,28 +25,17 @@ StoredGlyphFault CheckStoredGlyph(const StoredGlyphHead& head, std::size_t prese
 }
 
 void StraightenPixels(std::span<std::uint8_t> pixels) noexcept {
-    for (; pixels.size() >= 4; pixels = pixels.subspan(4)) {
-        const unsigned alpha = pixels[0];
-        if (alpha == 0) {
-            std::memset(pixels.data(), 0, 4);
-            continue;
-        }
-        // c * 255 / alpha + 0.5, cut off, in integers
-        for (std::size_t i = 1; i < 4; ++i) {
-            const unsigned colour = std::min<unsigned>(pixels[i], alpha);
-            pixels[i - 1] = static_cast<std::uint8_t>((colour * 510 + alpha) / (2 * alpha));
-        }
-        pixels[3] = static_cast<std::uint8_t>(alpha);
-    }
+    straighten::Paths().front().convert(pixels.data(), pixels.data(), pixels.size() / 4);
 }
 
-void CopyRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
-                      std::span<std::uint8_t> bottom_up) noexcept {
+void StraightenRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
+                            std::span<std::uint8_t> bottom_up) noexcept {
     if (row_size == 0) return;
+    const auto convert = straighten::Paths().front().convert;
     const std::size_t fit = std::min(height, bottom_up.size() / row_size);
     for (std::size_t row = 0; row < fit; ++row) {
         const std::size_t source = height - 1 - row;
         if (source >= rows.size() / row_size) continue;
-        std::memcpy(bottom_up.data() + row * row_size, rows.data() + source * row_size, row_size);
+        convert(rows.data() + source * row_size, bottom_up.data() + row * row_size, row_size / 4);
     }
 }

@@ -37,8 +37,8 @@ StoredGlyphFault CheckStoredGlyph(const StoredGlyphHead& head, std::size_t prese
 /// @param pixels  whole pixels of 4 bytes; what is left over at the end stays as it is.
 void StraightenPixels(std::span<std::uint8_t> pixels) noexcept;
 
-/// Copies rows in reverse, the last row of `rows` first, as a bottom-up bitmap wants them.
-/// @param rows      `height` rows of `row_size` bytes; rows that end beyond it are left out.
+/// Converts the rows of a glyph and lays them down in reverse, the last row first, as a bottom-up bitmap wants them.
+/// @param rows      `height` rows of `row_size` bytes, whole pixels; rows that end beyond it are left out.
 /// @param bottom_up receives them back to back; a row that doesn't fit whole is left out.
-void CopyRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
-                      std::span<std::uint8_t> bottom_up) noexcept;
+void StraightenRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
+                            std::span<std::uint8_t> bottom_up) noexcept;

@@ -1,7 +1,7 @@
 // Rectangles and pixels of characters, as the host asks for them.
 #include <gmock/gmock.h>
 
-#include "font/stored_glyph.h"
+#include "font/straighten.h"
 #include "platform/framework/exceptions.h"
 #include "support/module_fixture.h"
 
@@ -18,17 +18,23 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-TEST(StoredPixels, AreTheFormulaInDoublesForEveryColourAndAlpha) {
+TEST(StoredPixels, AreTheFormulaInDoublesForEveryColourAndAlphaOnEveryPath) {
+    std::vector<std::uint8_t> stored, wanted;
     for (unsigned alpha = 0; alpha < 256; ++alpha) {
         for (unsigned c = 0; c < 256; ++c) {
-            std::uint8_t pixel[] = {static_cast<std::uint8_t>(alpha), static_cast<std::uint8_t>(c),
-                                    static_cast<std::uint8_t>(255 - c), 0};
-            StraightenPixels(pixel);
-            const auto straight = [alpha](unsigned colour) {
-                return alpha == 0 ? 0 : static_cast<int>(std::min(colour, alpha) * 255.0 / alpha + 0.5);
-            };
-            ASSERT_THAT(std::vector<int>(pixel, pixel + 4),
-                        ElementsAre(straight(c), straight(255 - c), 0, static_cast<int>(alpha)));
+            for (const unsigned byte : {alpha, c, 255 - c, 0U}) stored.push_back(static_cast<std::uint8_t>(byte));
+            for (const unsigned colour : {c, 255 - c, 0U})
+                wanted.push_back(alpha == 0 ? 0
+                                            : static_cast<std::uint8_t>(std::min(colour, alpha) * 255.0 / alpha + 0.5));
+            wanted.push_back(static_cast<std::uint8_t>(alpha));
+        }
+    }
+    for (const straighten::Path& path : straighten::Paths()) {
+        for (const std::size_t first : {0U, 4U}) {  // and with what is left over behind the last whole step
+            std::vector<std::uint8_t> pixels(stored.begin() + static_cast<std::ptrdiff_t>(first), stored.end());
+            path.convert(pixels.data(), pixels.data(), pixels.size() / 4);
+            EXPECT_TRUE(std::equal(pixels.begin(), pixels.end(), wanted.begin() + static_cast<std::ptrdiff_t>(first)))
+                << path.name;
         }
     }
 }

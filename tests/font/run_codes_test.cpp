@@ -56,6 +56,18 @@ TEST(Measure, EndsAfter500LinesOrRuns) {
     EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (GlyphSize{500, 4}));
 }
 
+TEST(Measure, IsTheSameWithoutVectorInstructions) {
+    std::mt19937 random(4711);
+    for (int round = 0; round < 5000; ++round) {
+        RunCodes codes(random() % 600);
+        for (std::uint32_t& code : codes) code = random() % 100 == 0 ? 0 : static_cast<std::uint32_t>(random());
+        if (round % 3 == 0) std::ranges::replace(codes, 0U, ColourRun(1, 9, 1));
+        const samples::Bytes bytes = samples::RunCodeBytes(codes);
+        const RunCodeReader reader = Reader(bytes, static_cast<std::uint32_t>(random() % 9));
+        ASSERT_EQ(MeasureRunCodes(reader), MeasureRunCodesScalar(reader)) << "round " << round;
+    }
+}
+
 TEST(RunCodeReader, StaysInTheEncodingData) {
     const samples::Bytes bytes = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
     EXPECT_FALSE(Reader(bytes, 3).Next().EndsGlyph()) << "at any byte";
@@ -66,7 +78,7 @@ TEST(RunCodeReader, StaysInTheEncodingData) {
 struct Canvas {
     Canvas(int w, int h, const RunCodes& codes, std::uint8_t fill = 0x11) : width(w), pixels(Size(w, h), fill) {
         const RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
-        DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}}, w, h, pixels);
+        DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}}, {pixels.data(), w * 4, w, h});
     }
     static std::size_t Size(int w, int h) { return static_cast<std::size_t>(w * h * 4); }
     std::string At(int x, int y) const {
@@ -153,7 +165,7 @@ TEST(Draw, NeverLeavesTheBuffer) {
         std::vector<std::uint8_t> memory(2 * kMargin + Canvas::Size(width, height), 0xC5);
         const RunColour colours[] = {{}, {200, 100, 50}};
         DrawRunCodes(Reader(samples::RunCodeBytes(codes), static_cast<std::uint32_t>(random() % 8)), {colours, {}},
-                     width, height, std::span(memory).subspan(kMargin, Canvas::Size(width, height)));
+                     {memory.data() + kMargin, width * 4, width, height});
         const auto untouched = [&](std::size_t from, std::size_t count) {
             return std::all_of(memory.begin() + static_cast<std::ptrdiff_t>(from),
                                memory.begin() + static_cast<std::ptrdiff_t>(from + count),
@@ -176,7 +188,7 @@ std::vector<std::uint8_t> DrawOver(const RunCodes& codes, RunColour colour, std:
         pixels[1024 + 4 * p + 3] = alpha;
     }
     const RunColour colours[] = {{}, colour};
-    DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {}}, 256, 2, pixels);
+    DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {}}, {pixels.data(), 1024, 256, 2});
     return {pixels.begin() + 1024, pixels.end()};
 }
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace straighten {
+
+/// 255 / alpha in 20 fractional bits, rounded up; 0 for alpha 0.
+inline constexpr auto kFactors = [] {
+    std::array<std::uint32_t, 256> factors{};
+    for (std::uint32_t alpha = 1; alpha < 256; ++alpha) factors[alpha] = ((255U << 20) + alpha - 1) / alpha;
+    return factors;
+}();
+
+/// A colour that was multiplied by alpha, straight: colour * 255 / alpha + 0.5, cut off. A rounded-up factor brings the
+/// result at most 255 / 2^20 too high, and no quotient that isn't a half already lies closer than 1 / 510 to one.
+/// @param colour  at most `alpha`.
+constexpr std::uint8_t Colour(unsigned colour, unsigned alpha) noexcept {
+    return static_cast<std::uint8_t>((colour * kFactors[alpha] + (1U << 19)) >> 20);
+}
+
+/// One way of converting `count` pixels, as StraightenPixels describes. All ways give the same bytes.
+struct Path {
+    const char* name;
+    /// @param to  room for the pixels; may be `from`, and else lies apart from it.
+    void (*convert)(const std::uint8_t* from, std::uint8_t* to, std::size_t count) noexcept;
+};
+
+/// The ways that this processor can go, the fastest first, the one without vector instructions last.
+std::span<const Path> Paths() noexcept;
+
+}  // namespace straighten
