@@ -74,8 +74,8 @@ void Grabber::Run() {
     window.show();
     Save(window, QStringLiteral("empty"));
     window.Open({home.path() + QStringLiteral("/no disk here"), m_disk});
-    QTest::qWait(100);
-    Save(window, QStringLiteral("importing"));
+    QTest::qWait(20);
+    window.grab().save(m_directory + QStringLiteral("/importing.png"));
     if (!QTest::qWaitFor([&] { return !window.IsBusy(); }, 60000)) std::cerr << "the import doesn't end\n";
     QTest::qWait(500);
     auto& list = *window.findChild<QListView*>(QStringLiteral("library"));
@@ -89,6 +89,8 @@ void Grabber::Run() {
     for (const char* const action : {"field_frames", "safe_areas"}) Press(action);
     auto& picture = *window.findChild<QWidget*>(QStringLiteral("picture"));
     picture.setFocus();
+    for (const char* const dock : {"fields_dock", "facts_dock"})
+        window.findChild<QWidget*>(QLatin1String(dock))->raise();
     for (int i = 0; i < 4; ++i) QTest::keyClick(&picture, Qt::Key_Right);
     Save(window, QStringLiteral("main_frames"));
     for (const char* const action : {"key", "actual_pixels"}) Press(action);

@@ -111,7 +111,7 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const {
             return TitleOf(entry.key);
         case Qt::ToolTipRole:
         case Qt::AccessibleDescriptionRole:
-            return entry.warnings == 0 ? text : text + tr("\n%n warning(s)", nullptr, entry.warnings).trimmed();
+            return entry.warnings == 0 ? text : text + QStringLiteral("\n") + tr("Warnings: %1").arg(entry.warnings);
         case Qt::AccessibleTextRole:
             return TitleOf(entry.key) + QStringLiteral(", ") + text.section(u'\n', 0, 0);
         case kThumbnail:

@@ -68,8 +68,7 @@ std::vector<CharacterDetail> CharactersOf(const Json& characters, const std::vec
         character.row = Get(json, "row", 0);
         const auto row = std::ranges::find(rows, character.row, &RowDetail::index);
         const QRect band = row != rows.end() ? row->band : QRect(0, Get(json, "y", 0), 1, 1);
-        character.place =
-            QRect(Get(json, "x", 0), band.top() + Get(json, "base_shift", 0), Get(json, "step", 0), band.height());
+        character.place = QRect(Get(json, "x", 0), band.top(), Get(json, "step", 0), band.height());
         const Json& font = Child(json, "font");
         character.font = GetText(font, "name");
         character.font_number = Get(font, "number", 0);

@@ -8,6 +8,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "desktop/models/picture_image.h"
 #include "desktop/widgets/checkerboard.h"
@@ -25,7 +26,9 @@ constexpr double kActionSafe = 0.93, kTitleSafe = 0.90;
 
 /// The alpha as an opaque grey.
 QImage KeyOf(const QImage& picture) {
-    return picture.convertToFormat(QImage::Format_Alpha8).convertToFormat(QImage::Format_RGB32);
+    QImage key = picture.convertToFormat(QImage::Format_Alpha8);
+    key.reinterpretAsFormat(QImage::Format_Grayscale8);
+    return key.convertToFormat(QImage::Format_RGB32);
 }
 
 }  // namespace
@@ -36,6 +39,7 @@ PictureView::PictureView(QWidget* parent) : QAbstractScrollArea(parent), m_groun
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setMouseTracking(true);
     setFrameShape(QFrame::NoFrame);
+    setMinimumSize(320, 240);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
@@ -257,6 +261,7 @@ void PictureView::PaintOverlays(QPainter& painter) const {
 
 void PictureView::PaintFields(QPainter& painter) const {
     const QTransform to_view = ToView();
+    QList<QRectF> plates;
     for (const FieldDetail& field : m_details.fields) {
         const QRectF frame = to_view.mapRect(QRectF(field.frame));
         painter.setPen(QPen(kFieldColour, 1));
@@ -264,6 +269,11 @@ void PictureView::PaintFields(QPainter& painter) const {
         QRectF plate = QRectF(painter.fontMetrics().boundingRect(field.name)).adjusted(-3, -1, 3, 1);
         plate.moveBottomLeft(frame.topLeft());
         if (plate.top() < 0) plate.moveTopLeft(frame.topLeft());
+        // Fields may begin in the same place.
+        for (const QRectF& placed : std::as_const(plates)) {
+            if (placed.intersects(plate)) plate.moveLeft(placed.right() + 2);
+        }
+        plates.append(plate);
         painter.fillRect(plate, QColor(0, 24, 40, 208));
         painter.setPen(QColor(0xC8, 0xF4, 0xFF));
         painter.drawText(plate, Qt::AlignCenter, field.name);

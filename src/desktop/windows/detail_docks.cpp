@@ -52,9 +52,9 @@ DetailDocks::DetailDocks(QMainWindow* window)
     QDockWidget* const fonts = m_docks[2];
     QDockWidget* const facts = m_docks[3];
     QDockWidget* const palette = m_docks[4];
-    window->tabifyDockWidget(rows, fields);
     window->splitDockWidget(rows, fonts, Qt::Vertical);
     window->splitDockWidget(fonts, palette, Qt::Vertical);
+    window->tabifyDockWidget(rows, fields);
     window->tabifyDockWidget(fonts, facts);
     rows->raise();
     fonts->raise();

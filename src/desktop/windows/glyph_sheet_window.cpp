@@ -27,7 +27,7 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
     setWindowTitle(tr("%1 – glyphs").arg(name.isEmpty() ? file : name));
 
     auto* const facts =
-        new QLabel(tr("%n glyph(s), height %1 lines   %2", nullptr, sheet.glyphs).arg(sheet.height).arg(file), this);
+        new QLabel(tr("%1 glyphs, height %2 lines   %3").arg(sheet.glyphs).arg(sheet.height).arg(file), this);
     facts->setTextInteractionFlags(Qt::TextSelectableByMouse);
     facts->setTextFormat(Qt::PlainText);
     auto* const picture = new QLabel;

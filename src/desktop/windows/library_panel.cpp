@@ -37,6 +37,7 @@ QListView* MakeList(QAbstractItemModel* model, QWidget* parent) {
     list->setSpacing(2);
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    list->setMinimumWidth(ThumbnailDelegate::kThumbnail.width() + 48);
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     return list;
 }
@@ -165,6 +166,10 @@ std::vector<RecordingKey> LibraryPanel::Shown() const {
     for (int row = 0; row < m_model->rowCount(); ++row) keys.push_back(m_model->EntryAt(row).key);
     std::ranges::sort(keys);
     return keys;
+}
+
+void LibraryPanel::FocusList() {
+    m_list->setFocus(Qt::OtherFocusReason);
 }
 
 void LibraryPanel::FocusSearch() {

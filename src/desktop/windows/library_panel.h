@@ -35,6 +35,7 @@ class LibraryPanel : public QWidget {
     std::vector<RecordingKey> Shown() const;
     bool IsSearching() const;
     void FocusSearch();
+    void FocusList();
 
   Q_SIGNALS:
     /// Another recording is the current one, or it was recorded anew, or there is none any more.

@@ -77,8 +77,7 @@ void MainWindow::SavePicture() {
 void MainWindow::RemoveSelected() {
     const std::vector<RecordingKey> keys = m_library->Selected();
     if (keys.empty()) return;
-    const QString what =
-        keys.size() == 1 ? TitleOf(keys.front()) : tr("%n messages", nullptr, static_cast<int>(keys.size()));
+    const QString what = keys.size() == 1 ? TitleOf(keys.front()) : tr("%1 messages").arg(keys.size());
     if (QMessageBox::question(this, tr("Remove from library"),
                               tr("Remove %1 from the library? The disk's own files stay as they are.").arg(what),
                               QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)

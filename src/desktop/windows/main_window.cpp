@@ -39,6 +39,7 @@ MainWindow::MainWindow(const Places& places)
       m_pointed(new QLabel),
       m_zoom(new QLabel),
       m_task(new QLabel),
+      m_count(new QLabel),
       m_progress(new QProgressBar),
       m_stop(new QPushButton(tr("Stop"))),
       m_import(new DiskImport(places.library, this)) {
@@ -58,7 +59,7 @@ MainWindow::MainWindow(const Places& places)
     connect(m_picture, &PictureView::pointedAt, m_pointed, &QLabel::setText);
     connect(m_picture, &PictureView::dragged, this, &MainWindow::DragPicture);
     connect(m_picture, &PictureView::zoomed, this,
-            [this](double zoom) { m_zoom->setText(tr("%1 %").arg(qRound(zoom * 100))); });
+            [this](double zoom) { m_zoom->setText(m_current ? tr("%1 %").arg(qRound(zoom * 100)) : QString()); });
     connect(m_docks, &DetailDocks::marked, m_picture, &PictureView::Mark);
     connect(m_docks, &DetailDocks::pointedAt, m_pointed, &QLabel::setText);
     connect(m_docks, &DetailDocks::fontOpened, this, &MainWindow::ShowFont);
@@ -69,6 +70,7 @@ MainWindow::MainWindow(const Places& places)
     connect(m_import, &DiskImport::finished, this, &MainWindow::ImportEnded);
     connect(m_stop, &QPushButton::clicked, this, &MainWindow::StopTask);
     m_library->Reload();
+    m_library->FocusList();
 }
 
 MainWindow::~MainWindow() {
@@ -99,14 +101,17 @@ void MainWindow::LayOut() {
 
     m_pointed->setObjectName(QStringLiteral("pointed"));
     m_pointed->setTextFormat(Qt::PlainText);
+    m_pointed->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_count->setObjectName(QStringLiteral("count"));
     m_task->setObjectName(QStringLiteral("task"));
     m_task->setTextFormat(Qt::PlainText);
     m_progress->setObjectName(QStringLiteral("progress"));
     m_progress->setMaximumWidth(200);
     m_stop->setObjectName(QStringLiteral("stop"));
     statusBar()->addWidget(m_pointed, 1);
-    for (QWidget* const widget : {static_cast<QWidget*>(m_task), static_cast<QWidget*>(m_progress),
-                                  static_cast<QWidget*>(m_stop), static_cast<QWidget*>(m_zoom)})
+    for (QWidget* const widget :
+         {static_cast<QWidget*>(m_task), static_cast<QWidget*>(m_progress), static_cast<QWidget*>(m_stop),
+          static_cast<QWidget*>(m_count), static_cast<QWidget*>(m_zoom)})
         statusBar()->addPermanentWidget(widget);
     m_progress->hide();
     m_stop->hide();
@@ -117,7 +122,7 @@ void MainWindow::RestoreLayout() {
     if (geometry.isEmpty() || !restoreGeometry(geometry)) resize(1280, 800);
     const QByteArray state = m_settings.value(QStringLiteral("window/state")).toByteArray();
     if (!state.isEmpty() && restoreState(state, kLayoutVersion)) return;
-    resizeDocks({findChild<QDockWidget*>(QStringLiteral("library_dock")), m_docks->Docks().front()}, {350, 330},
+    resizeDocks({findChild<QDockWidget*>(QStringLiteral("library_dock")), m_docks->Docks().front()}, {350, 360},
                 Qt::Horizontal);
     resizeDocks({m_docks->Docks()[0], m_docks->Docks()[2], m_docks->Docks()[4]}, {340, 260, 130}, Qt::Vertical);
 }
@@ -173,10 +178,9 @@ void MainWindow::ShowCurrent() {
 
 void MainWindow::ShowCount() {
     const auto count = static_cast<int>(m_library->Shown().size());
-    if (!IsBusy())
-        m_task->setText(m_library->IsSearching() ? tr("%n found", nullptr, count)
-                        : count == 1             ? tr("1 message")
-                                                 : tr("%n messages", nullptr, count));
+    m_count->setText(m_library->IsSearching() ? tr("%1 found").arg(count)
+                     : count == 1             ? tr("1 message")
+                                              : tr("%1 messages").arg(count));
     EnableActions();
 }
 

@@ -113,6 +113,7 @@ class MainWindow : public QMainWindow {
     QLabel* m_pointed;
     QLabel* m_zoom;
     QLabel* m_task;
+    QLabel* m_count;
     QProgressBar* m_progress;
     QPushButton* m_stop;
     QMenu* m_recent = nullptr;

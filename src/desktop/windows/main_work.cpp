@@ -11,6 +11,7 @@
 #include "desktop/windows/library_panel.h"
 #include "desktop/windows/main_window.h"
 #include "desktop/windows/pick.h"
+#include "desktop/windows/remote_chooser.h"
 #include "desktop/work/dialog_import.h"
 #include "host/library/library.h"
 
@@ -82,8 +83,8 @@ void MainWindow::ImportFolder() {
 }
 
 void MainWindow::ImportEnded(const ImportSummary& summary) {
-    EndTask(summary.Text());
     m_library->Reload();
+    EndTask(summary.Text());
     if (!summary.stopped_by.isEmpty()) {
         Warn(summary.stopped_by, tr("%1. What was recorded stays. When the library can be written again, import once "
                                     "more: what is unchanged is passed over.")
@@ -108,9 +109,15 @@ void MainWindow::ImportByModule() {
                                      .arg(text));
         });
     };
+    ftp::FetchServiceOptions service_options;
+    service_options.chooser = [](const ftp::RemoteView& view) {
+        return ChooseRemote(view, QApplication::activeModalWidget());
+    };
+    ftp::FetchService service(std::move(service_options));
     m_import->SetPaused(true);
     try {
-        const DialogImportOutcome outcome = ImportByDialog(m_places.library, m_desktop, ImportOptions(), nullptr, told);
+        const DialogImportOutcome outcome =
+            ImportByDialog(m_places.library, m_desktop, ImportOptions(), &service, told);
         if (!outcome.failure.empty()) Warn(Text(outcome.failure));
     } catch (const std::exception& error) {
         Warn(Text(error.what()), tr("Nothing was imported."));
