@@ -1,7 +1,9 @@
 // Grabs the host's windows into PNG files, with a disk imported: grab_host_windows DIRECTORY light|dark DISK.
 // QT_SCALE_FACTOR sets the scale.
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
+#include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
@@ -108,6 +110,11 @@ void Grabber::Run() {
     SaveDialog("remove", QStringLiteral("remove"));
     QTimer::singleShot(300, [&] {
         QWidget& dialog = *QApplication::activeModalWidget();
+        for (const auto& [box, folder] : {std::pair(kMessageDirBox, "MESSAGES"), std::pair(kFontDirBox, "MACHINE")}) {
+            auto& combo = *dialog.findChild<QComboBox*>(QString::number(box));
+            combo.setFocus();
+            QTest::keyClicks(combo.lineEdit(), m_disk + u'/' + QLatin1String(folder));
+        }
         Save(dialog, QStringLiteral("import_dialog"));
         dialog.close();
     });

@@ -6,12 +6,12 @@
 
 #include "desktop/models/message_details.h"
 #include "desktop/models/thumbnail_loader.h"
+#include "desktop/work/patience.h"
 
 namespace desktop {
 
 namespace {
 
-constexpr auto kPatience = std::chrono::milliseconds(400);
 /// Several screens full.
 constexpr int kCachedThumbnails = 600;
 

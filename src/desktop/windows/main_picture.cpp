@@ -12,6 +12,7 @@
 #include "desktop/windows/library_panel.h"
 #include "desktop/windows/main_window.h"
 #include "desktop/windows/pick.h"
+#include "desktop/work/patience.h"
 #include "host/library/library.h"
 #include "host/whole_file.h"
 
@@ -83,7 +84,7 @@ void MainWindow::RemoveSelected() {
                               QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)
         return;
     try {
-        Library library(m_places.library, Library::Access::kWrite);
+        Library library(m_places.library, Library::Access::kWrite, kPatience);
         for (const RecordingKey& key : keys) library.Remove(key);
     } catch (const LibraryError& error) {
         Warn(QString::fromUtf8(error.what()), tr("Close the program that holds the library, then try again."));

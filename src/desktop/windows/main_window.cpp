@@ -17,6 +17,7 @@
 #include "desktop/widgets/picture_view.h"
 #include "desktop/windows/detail_docks.h"
 #include "desktop/windows/library_panel.h"
+#include "desktop/work/patience.h"
 #include "host/library/library.h"
 
 namespace desktop {
@@ -162,7 +163,7 @@ void MainWindow::ShowCurrent() {
     QString words;
     m_current.reset();
     try {
-        if (key) m_current = Library(m_places.library, Library::Access::kRead).Find(*key);
+        if (key) m_current = Library(m_places.library, Library::Access::kRead, kPatience).Find(*key);
         if (m_current && m_current->picture.empty()) words = tr("This recording has no picture.");
     } catch (const LibraryError& error) {
         words = QString::fromUtf8(error.what());

@@ -13,6 +13,7 @@
 #include "desktop/windows/pick.h"
 #include "desktop/windows/remote_chooser.h"
 #include "desktop/work/dialog_import.h"
+#include "desktop/work/patience.h"
 #include "host/library/library.h"
 
 namespace desktop {
@@ -44,7 +45,7 @@ void MainWindow::AddPlace(const QString& path) {
     if (!info.isReadable()) return Warn(tr("%1 can't be read.").arg(path), tr("Ask for the right to read it."));
     if (info.isFile() && KindOf(place) == FileKind::kFont) return ShowFont(path);
     try {
-        Library library(m_places.library, Library::Access::kWrite, std::chrono::milliseconds(400));
+        Library library(m_places.library, Library::Access::kWrite, kPatience);
         const MessageSource source = FindMessages(place, library, m_names);
         if (source.messages.empty()) {
             return info.isDir()
@@ -151,7 +152,7 @@ namespace {
 ExportDialog::Offer OfferOf(const LibraryPanel& library, const std::string& file, const std::optional<Recording>& now,
                             bool asks_range) {
     ExportDialog::Offer offer{
-        library.Selected(), library.Shown(), Library(file, Library::Access::kRead).Disks(), {}, asks_range};
+        library.Selected(), library.Shown(), Library(file, Library::Access::kRead, kPatience).Disks(), {}, asks_range};
     offer.disk = now ? now->disk : offer.disks.empty() ? std::string() : offer.disks.front();
     return offer;
 }
@@ -160,7 +161,7 @@ std::vector<RecordingKey> KeysOf(const ExportDialog& dialog, const std::string& 
     const ExportDialog::Choice choice = dialog.Chosen();
     if (!choice.is_range) return choice.keys;
     std::vector<RecordingKey> keys;
-    for (const LibraryEntry& entry : Library(file, Library::Access::kRead).List(dialog.Disk())) {
+    for (const LibraryEntry& entry : Library(file, Library::Access::kRead, kPatience).List(dialog.Disk())) {
         if (entry.key.number >= choice.first && entry.key.number <= choice.last) keys.push_back(entry.key);
     }
     return keys;

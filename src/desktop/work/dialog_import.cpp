@@ -3,6 +3,7 @@
 #include "desktop/work/library_writer.h"
 #include "desktop/work/message_files.h"
 #include "desktop/work/module_desktop.h"
+#include "desktop/work/patience.h"
 #include "dialog/zel_trans_dlg.h"
 #include "host/module_call.h"
 #include "pipeline/host_messages.h"
@@ -69,7 +70,7 @@ DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDeskt
                                    FtpService* service, const DialogImportTold& told) {
     LibraryWriter writer(
         library, [&](const RecordingKey&) { told.recorded(); }, told.failed);
-    Library names(library, Library::Access::kRead);
+    Library names(library, Library::Access::kRead, kPatience);
     PictureComposer pictures;
     DialogRecorder recorder(names, writer, desktop, options, pictures);
     ReferenceHost host(options);

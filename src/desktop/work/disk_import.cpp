@@ -5,14 +5,13 @@
 #include <filesystem>
 
 #include "desktop/work/library_writer.h"
+#include "desktop/work/patience.h"
 #include "host/import_run.h"
 #include "host/picture.h"
 
 namespace desktop {
 
 namespace {
-
-constexpr auto kPatience = std::chrono::milliseconds(400);
 
 QString Counted(int count, const char* one, const char* many) {
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
@@ -62,6 +61,8 @@ void DiskImport::Add(const MessageSource& source, const HostOptions& options) {
     }
     for (const MessageFile& message : source.messages) m_items.push_back({message, source.font_directory, options});
     m_timer->start();
+    Q_EMIT progressed(static_cast<int>(m_next), static_cast<int>(m_items.size()),
+                      QFile::decodeName(source.place.c_str()));
 }
 
 void DiskImport::SetPaused(bool paused) {

@@ -4,12 +4,12 @@
 #include <thread>
 #include <utility>
 
+#include "desktop/work/patience.h"
+
 namespace desktop {
 
 namespace {
 
-// The window would stand still for as long when another program holds the library.
-constexpr auto kPatience = std::chrono::milliseconds(400);
 constexpr std::size_t kWaitingPerThread = 4;
 
 std::size_t Threads() {

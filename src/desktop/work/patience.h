@@ -1,0 +1,10 @@
+#pragma once
+
+#include <chrono>
+
+namespace desktop {
+
+/// How long the windows stand still at most for another program that holds the library.
+inline constexpr auto kPatience = std::chrono::milliseconds(400);
+
+}  // namespace desktop
