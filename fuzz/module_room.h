@@ -34,6 +34,10 @@ class ModuleRoom {
 
     /// Puts a file of these bytes on the drive, in place of one of that name.
     void Put(std::string_view name, Input bytes) const;
+    void PutText(std::string_view name, std::string_view text) const {
+        Put(name, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    }
+    const std::filesystem::path& Directory() const noexcept { return m_directory; }
 
     /// Loads D:\.<number> into a slot. @return whether it was filled.
     static bool ReadFont(CZelFont& fonts, int number, int slot);

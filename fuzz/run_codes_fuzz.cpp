@@ -16,12 +16,13 @@ constexpr int kMostPixels = 1 << 18;
 
 std::vector<std::uint8_t> Draw(fuzz::Input codes, GlyphSize size) {
     std::vector<std::uint8_t> pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4);
-    DrawRunCodes(RunCodeReader(codes, 0), kSet, size.width, size.height, pixels);
+    DrawRunCodes(RunCodeReader(codes, 0), kSet, {pixels.data(), size.width * 4, size.width, size.height});
     return pixels;
 }
 
 void CheckAsTheyCome(fuzz::Input codes) {
     const GlyphSize size = MeasureRunCodes(RunCodeReader(codes, 0));
+    Require(size == MeasureRunCodesScalar(RunCodeReader(codes, 0)), "one size with vectors and without");
     Require(size.width >= 0 && size.width % 4 == 0 && size.height >= 2 && size.height <= kMaxGlyphLines + 2, "a size");
     if (size.width * size.height > kMostPixels) return;
     const std::vector<std::uint8_t> pixels = Draw(codes, size);
@@ -38,13 +39,12 @@ void CheckPicture(fuzz::Input bytes) {
     face.height = std::min(static_cast<unsigned>(face.alpha.size()) / face.width, 64U);
     const samples::Bytes codes = samples::RunCodeBytes(samples::EncodeFace(face));
     const GlyphSize size = MeasureRunCodes(RunCodeReader(codes, 0));
-    Require(size.width == (face.height != 0 ? static_cast<int>(face.width + 3) / 4 * 4 : 0), "the picture's width");
-    Require(size.height == static_cast<int>(face.height) + 2, "the picture's height");
     const std::vector<std::uint8_t> pixels = Draw(codes, size);
     for (unsigned y = 0; y < face.height; ++y) {
         for (unsigned x = 0; x < face.width; ++x) {
+            const bool inside = static_cast<int>(x) < size.width && static_cast<int>(y) + 1 < size.height;
             const std::size_t at = ((y + 1) * static_cast<std::size_t>(size.width) + x) * 4 + 3;
-            Require(pixels[at] == face.At(x, y), "the picture's alpha");
+            Require((inside ? pixels[at] : 0) == face.At(x, y), "the picture's alpha");
         }
     }
 }
