@@ -16,6 +16,28 @@ namespace {
 /// How the reading of a message's fonts ended.
 enum class FontsOutcome { kRead, kCancelled };
 
+/// The fonts of an import until the host is told of them, whether it is cancelled before or memory runs out.
+class UntoldFonts {
+  public:
+    UntoldFonts() = default;
+    ~UntoldFonts() {
+        if (m_fonts == nullptr) return;
+        for (tag_font_memory& font : m_fonts->m_Slots) {
+            delete font.font_copy;
+            font.font_copy = nullptr;
+            m_fonts->ReleaseFontData(&font);
+        }
+    }
+    UntoldFonts(const UntoldFonts&) = delete;
+    UntoldFonts& operator=(const UntoldFonts&) = delete;
+
+    void Hold(CZelFont& fonts) noexcept { m_fonts = &fonts; }
+    void LetGo() noexcept { m_fonts = nullptr; }
+
+  private:
+    CZelFont* m_fonts = nullptr;
+};
+
 /// One import of the message that a dialog's controls name, from the path check to the last word to the host.
 class ImportRun {
   public:
@@ -26,7 +48,6 @@ class ImportRun {
     ImportStatus Import(const CString& font_dir);
     bool OfferRgba();
     FontsOutcome ReadFonts(CZelMessage& message, const CString& font_dir);
-    void ReleaseFonts(int last_slot);
     void HandOver(CZelMessage& message);
     void Advance();
     void SendToHost(UINT message, WPARAM wParam, const void* object) {
@@ -35,6 +56,7 @@ class ImportRun {
     }
 
     CZelTransDlg& m_dialog;
+    UntoldFonts m_untold;
 };
 
 void ImportRun::Run() {
@@ -77,6 +99,7 @@ FontsOutcome ImportRun::ReadFonts(CZelMessage& message, const CString& font_dir)
     m_dialog.m_pFont = nullptr;
     m_dialog.m_pFont = new CZelFont();
     CZelFont& fonts = *m_dialog.m_pFont;
+    m_untold.Hold(fonts);
     CZelFont::m_bIgnoreErrors = IgnoreZelFontErrors() ? 1 : 0;
     CancelZelFontBrowse();
     for (int slot = 0; slot < kFontSlots; ++slot) {
@@ -91,23 +114,9 @@ FontsOutcome ImportRun::ReadFonts(CZelMessage& message, const CString& font_dir)
             continue;
         }
         CZelFont::ReleaseUnfinishedSlot(&font);
-        if (result == -1) {
-            ReleaseFonts(slot);
-            return FontsOutcome::kCancelled;
-        }
+        if (result == -1) return FontsOutcome::kCancelled;
     }
     return FontsOutcome::kRead;
-}
-
-// The host has seen nothing of these fonts, so their copies go with them.
-void ImportRun::ReleaseFonts(int last_slot) {
-    for (int slot = 0; slot <= last_slot; ++slot) {
-        tag_font_memory& font = m_dialog.m_pFont->m_Slots[slot];
-        if (font.font_header == nullptr) continue;
-        m_dialog.m_pFont->ReleaseFontData(&font);
-        delete font.font_copy;
-        font.font_copy = nullptr;
-    }
 }
 
 void ImportRun::HandOver(CZelMessage& message) {
@@ -117,6 +126,7 @@ void ImportRun::HandOver(CZelMessage& message) {
     fonts.m_MessageBlock = message.m_pMsgHeader;
     static_assert(sizeof fonts.m_Palette == sizeof *message.m_pPalette);
     std::memcpy(fonts.m_Palette, message.m_pPalette, sizeof fonts.m_Palette);
+    m_untold.LetGo();
     SendToHost(kMsgFonts, 0, &fonts);
     message.EmitCharacters(m_dialog.m_pHostWnd, &fonts, m_dialog.m_bBaselineAlign != 0, m_dialog.m_bTrueFont != 0);
     SendToHost(kMsgRowsDone, 0, &message);
