@@ -13,7 +13,7 @@ if(ZELTRANS_32BIT)
 endif()
 if(ZELTRANS_SANITIZE)
   # The check of virtual tables would need type information that the module doesn't export.
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
   add_link_options(-fsanitize=address,undefined)
 endif()
 if(ZELTRANS_FUZZ)
@@ -27,6 +27,13 @@ if(ZELTRANS_COVERAGE)
   add_compile_options(--coverage)
   add_link_options(--coverage)
 endif()
+
+# What is mostly made of the libraries' templates (JSON, command line) is compiled quickly under the sanitizers, rather than for speed.
+macro(zel_compile_quickly_when_sanitized)
+  if(ZELTRANS_SANITIZE)
+    add_compile_options(-O0)
+  endif()
+endmacro()
 
 # zel_library(<name> [SHARED|STATIC|OBJECT] SOURCES <file>... [LIBS <target>...]): one folder's code as one target, hidden by default.
 function(zel_library name kind)
