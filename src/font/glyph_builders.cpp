@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -11,14 +12,6 @@
 #include "platform/framework/exceptions.h"
 
 namespace {
-
-using Bytes = std::unique_ptr<std::uint8_t[]>;
-
-Bytes AllocateBytes(std::size_t size) {
-    Bytes bytes(new (std::nothrow) std::uint8_t[size]);
-    if (!bytes) AfxThrowMemoryException();
-    return bytes;
-}
 
 // The pixels of a bitmap; empty for one without any.
 std::span<std::uint8_t> BitmapBytes(const DIBSECTION* dib) noexcept {
@@ -60,45 +53,51 @@ class GlyphColours {
     RunColour m_background;
 };
 
-// The whole record of a stored glyph. Takes memory only for what the file holds of it.
-struct StoredRecord {
-    StoredGlyphHead head{};
-    Bytes bytes;
-    std::size_t size = 0;
+// The record of a stored glyph. One read brings it with its head, unless it is larger than most; then it takes memory
+// for what the file holds of it, and a second read.
+class StoredRecord {
+  public:
+    StoredRecord(CFile& file, const tag_font_memory& font, std::uint32_t offset);
+
+    std::span<const std::uint8_t> Bytes() const noexcept { return m_bytes; }
+
+  private:
+    static constexpr std::size_t kLengthBytes = 4;
+
+    std::array<std::uint8_t, 8192> m_first;
+    std::unique_ptr<std::uint8_t[]> m_larger;
+    std::span<const std::uint8_t> m_bytes;
 };
 
-StoredRecord ReadStoredRecord(CFile& file, const tag_font_memory& font, std::uint32_t offset) {
-    std::uint8_t length_bytes[4] = {};
+StoredRecord::StoredRecord(CFile& file, const tag_font_memory& font, std::uint32_t offset) {
     file.Seek(static_cast<LONGLONG>(offset), CFile::begin);
-    if (file.Read(length_bytes, sizeof length_bytes) != sizeof length_bytes) {
+    const std::size_t came = file.Read(m_first.data(), static_cast<UINT>(m_first.size()));
+    const std::size_t length = ConvertStoredGlyphHead(std::span(m_first).first(came)).length;
+    const std::size_t size = std::max(length, kLengthBytes);
+    if (came < kLengthBytes || file.GetLength() - offset < size) {
         AfxThrowFileException(CFileException::genericException, -1, font.file_name);
     }
-    StoredRecord record;
-    const std::uint32_t length = ConvertStoredGlyphHead(length_bytes).length;
-    const std::uint32_t rest = length - std::min<std::uint32_t>(length, sizeof length_bytes);
-    if (file.GetLength() < static_cast<ULONGLONG>(offset) + sizeof length_bytes + rest) {
+    m_bytes = std::span(m_first).first(std::min(size, came));
+    if (size <= came) return;
+    m_larger.reset(new (std::nothrow) std::uint8_t[size]);
+    if (!m_larger) AfxThrowMemoryException();
+    std::memcpy(m_larger.get(), m_first.data(), came);
+    if (file.Read(m_larger.get() + came, static_cast<UINT>(size - came)) != size - came) {
         AfxThrowFileException(CFileException::genericException, -1, font.file_name);
     }
-    record.size = sizeof length_bytes + rest;
-    record.bytes = AllocateBytes(record.size);
-    std::memcpy(record.bytes.get(), length_bytes, sizeof length_bytes);
-    if (file.Read(record.bytes.get() + sizeof length_bytes, rest) != rest) {
-        AfxThrowFileException(CFileException::genericException, -1, font.file_name);
-    }
-    record.head = ConvertStoredGlyphHead({record.bytes.get(), record.size});
-    return record;
+    m_bytes = {m_larger.get(), size};
 }
 
 void BuildStoredGlyph(const tag_font_memory& font, const tag_char_entry& entry, DIBSECTION* dib) {
     CFile file;
     if (!OpenGlyphFile(file, font)) return;
-    const StoredRecord record = ReadStoredRecord(file, font, entry.glyph_offset);
-    if (record.head.width <= 0 || record.head.height <= 0 || record.size < kStoredGlyphHeadSize) return;
-    const std::size_t row_size = static_cast<std::size_t>(record.head.width) * 4,
-                      height = static_cast<std::size_t>(record.head.height);
+    const StoredRecord record(file, font, entry.glyph_offset);
+    const StoredGlyphHead head = ConvertStoredGlyphHead(record.Bytes());
+    if (head.width <= 0 || head.height <= 0 || record.Bytes().size() < kStoredGlyphHeadSize) return;
+    const std::size_t row_size = static_cast<std::size_t>(head.width) * 4,
+                      height = static_cast<std::size_t>(head.height);
     // Rows that the record is too short for aren't drawn; bytes behind the last pixel aren't looked at.
-    const std::span<const std::uint8_t> pixels(record.bytes.get() + kStoredGlyphHeadSize,
-                                               record.size - kStoredGlyphHeadSize);
+    const std::span<const std::uint8_t> pixels = record.Bytes().subspan(kStoredGlyphHeadSize);
     StraightenRowsReversed(pixels, row_size, height, BitmapBytes(dib));
 }
 

@@ -29,18 +29,16 @@ class BigEndianCursor {
     template <std::size_t N>
     std::array<std::uint8_t, N> Bytes() noexcept {
         std::array<std::uint8_t, N> out{};
-        const std::size_t there = Take(N);
-        if (there != 0) std::memcpy(out.data(), m_bytes.data() + (m_offset - there), there);
+        if (m_bytes.size() >= N) {  // a copy of fixed length is one or two instructions
+            std::memcpy(out.data(), m_bytes.data(), N);
+            m_bytes = m_bytes.subspan(N);
+        } else {
+            std::copy(m_bytes.begin(), m_bytes.end(), out.begin());
+            m_bytes = {};
+        }
         return out;
     }
 
   private:
-    std::size_t Take(std::size_t count) noexcept {
-        const std::size_t there = std::min(count, m_bytes.size() - m_offset);
-        m_offset += there;
-        return there;
-    }
-
-    std::span<const std::uint8_t> m_bytes;
-    std::size_t m_offset = 0;
+    std::span<const std::uint8_t> m_bytes;  // what is left
 };

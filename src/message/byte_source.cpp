@@ -14,10 +14,9 @@ std::span<const std::uint8_t> ByteSource::At(std::uint64_t offset, std::size_t c
     if (count == 0) return {};
     if (m_file != nullptr && (offset < m_window_offset || offset - m_window_offset > m_window.size() ||
                               count > m_window.size() - (offset - m_window_offset))) {
-        const std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(kWindow, Left(offset)));
-        if (!m_buffer)
-            m_buffer = std::make_unique_for_overwrite<std::uint8_t[]>(
-                static_cast<std::size_t>(std::min<std::uint64_t>(kWindow, m_size)));
+        const std::size_t window = m_size <= kWholeFile ? static_cast<std::size_t>(m_size) : kSmallWindow;
+        const std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(window, Left(offset)));
+        if (!m_buffer) m_buffer = std::make_unique_for_overwrite<std::uint8_t[]>(window);
         m_window_offset = offset;
         m_window = {m_buffer.get(), ReadFile(offset, {m_buffer.get(), size})};
     }

@@ -23,15 +23,17 @@ class ByteSource {
     std::uint64_t Left(std::uint64_t offset) const noexcept { return offset < m_size ? m_size - offset : 0; }
 
     /// Up to `count` bytes from `offset`, fewer at the end of the file. Good until the next call.
-    /// @param count  at most kWindow.
+    /// @param count  at most kSmallWindow.
     std::span<const std::uint8_t> At(std::uint64_t offset, std::size_t count);
 
     /// Copies bytes from `offset` to `out`; what the window doesn't hold is read straight to its place.
     /// @return how many came, fewer than asked at the end of the file; the rest of `out` is not written.
     std::size_t Read(std::uint64_t offset, std::span<std::uint8_t> out);
 
-    /// Holds every ordinary message, and the head of every font up to its stored glyphs.
-    static constexpr std::size_t kWindow = 65536;
+    /// A file of this size and below is read in one: that is every ordinary message and most fonts.
+    static constexpr std::size_t kWholeFile = 32768;
+    /// Window of a larger file, whose large blocks are read straight to their places.
+    static constexpr std::size_t kSmallWindow = 4096;
 
   private:
     std::size_t ReadFile(std::uint64_t offset, std::span<std::uint8_t> out);

@@ -139,9 +139,7 @@ void MessageReader::ReadRows() {
         if (row.Empty()) continue;
         const std::size_t char_count = static_cast<std::size_t>(row.CharCount());
         const auto records = Next(char_count * sizeof(tag_msg_char));
-        for (std::size_t k = 0; k * sizeof(tag_msg_char) < records.size(); ++k) {
-            row.chars[k] = ConvertMsgChar(records.subspan(k * sizeof(tag_msg_char)));
-        }
+        ConvertMsgChars(records, row.chars);
     }
     Observe("rows", start, m_offset - start);
     // Correct the rows only where there is something to correct, so that rows beyond the file's end stay untouched

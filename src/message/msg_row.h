@@ -80,3 +80,7 @@ static_assert(sizeof(tag_msg_row) == 512 && std::is_trivially_copyable_v<tag_msg
 /// File form to memory form, 8 bytes each; what is missing of the 8 reads as zero.
 RowHead ConvertRowHead(std::span<const std::uint8_t> bytes) noexcept;
 tag_msg_char ConvertMsgChar(std::span<const std::uint8_t> bytes) noexcept;
+
+/// Converts the records of a row into `chars`, as many as there are bytes for.
+/// @param bytes  at most those of kRowChars records.
+void ConvertMsgChars(std::span<const std::uint8_t> bytes, tag_msg_char* chars) noexcept;

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/system/errors.h"
@@ -17,7 +16,7 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
     if ((flags & ~(modeRead | shareDenyNone | typeBinary)) != 0) {
         SetLastError(ERROR_INVALID_PARAMETER);
     } else {
-        m_descriptor = OpenForReading(name);
+        m_descriptor = OpenForReading(name, &m_length);
     }
     if (m_descriptor >= 0) return TRUE;
     if (error != nullptr) {
@@ -29,26 +28,20 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
 }
 
 UINT CFile::Read(void* buffer, UINT count) noexcept {
-    return static_cast<UINT>(ReadFully(m_descriptor, buffer, count));
+    const std::size_t came = ReadFully(m_descriptor, buffer, count, m_position);
+    m_position += came;
+    return static_cast<UINT>(came);
 }
 
 ULONGLONG CFile::Seek(LONGLONG offset, UINT from) {
-    const int origin = from == end ? SEEK_END : from == current ? SEEK_CUR : SEEK_SET;
-    const off_t place = ::lseek(m_descriptor, offset, origin);
-    if (place < 0) AfxThrowFileException(CFileException::badSeek, static_cast<LONG>(ERROR_SEEK));
-    return static_cast<ULONGLONG>(place);
-}
-
-ULONGLONG CFile::GetPosition() const noexcept {
-    const off_t place = ::lseek(m_descriptor, 0, SEEK_CUR);
-    return place > 0 ? static_cast<ULONGLONG>(place) : 0;
-}
-
-ULONGLONG CFile::GetLength() const noexcept {
-    struct stat status {};
-    return ::fstat(m_descriptor, &status) == 0 && status.st_size > 0 ? static_cast<ULONGLONG>(status.st_size) : 0;
+    const ULONGLONG origin = from == end ? m_length : from == current ? m_position : 0;
+    LONGLONG place = 0;
+    if (m_descriptor < 0 || __builtin_add_overflow(origin, offset, &place) || place < 0)
+        AfxThrowFileException(CFileException::badSeek, static_cast<LONG>(ERROR_SEEK));
+    return m_position = static_cast<ULONGLONG>(place);
 }
 
 void CFile::Close() noexcept {
     if (m_descriptor >= 0) ::close(std::exchange(m_descriptor, -1));
+    m_position = m_length = 0;
 }

@@ -26,10 +26,14 @@ class ZEL_PLATFORM_API CFile : public CObject {
     /// @throws CFileException, cause badSeek, for a position before the start.
     ULONGLONG Seek(LONGLONG offset, UINT from);
 
-    ULONGLONG GetPosition() const noexcept;
-    ULONGLONG GetLength() const noexcept;
+    ULONGLONG GetPosition() const noexcept { return m_position; }
+    /// Bytes that the file had when it was opened.
+    ULONGLONG GetLength() const noexcept { return m_length; }
     void Close() noexcept;
 
   private:
     int m_descriptor = -1;
+    // Kept here, so that neither moving nor asking costs a call of the system.
+    ULONGLONG m_position = 0;
+    ULONGLONG m_length = 0;
 };

@@ -40,7 +40,6 @@ DWORD GetFileAttributesA(const char* path) noexcept {
 
 namespace {
 
-constexpr int kEndOfFile = -1;
 constexpr int kEndOfText = 26;
 
 /// A file read as text: its bytes, with line ends turned, up to the byte that ends a text.
@@ -54,33 +53,46 @@ class TextFile {
 
     std::size_t Read(char* buffer, std::size_t size) noexcept {
         std::size_t count = 0;
-        while (count < size) {
-            int c = Peek();
-            if (c == kEndOfFile || c == kEndOfText) break;
-            ++m_next;
-            if (c == '\r' && Peek() == '\n') {
-                c = '\n';
-                ++m_next;
-            }
-            buffer[count++] = static_cast<char>(c);
-        }
+        while (count < size && Fill()) count += Turn(buffer + count, size - count);
         return count;
     }
 
   private:
-    int Peek() noexcept {
-        if (m_next == m_filled) {
-            m_next = 0;
-            m_filled = ReadFully(m_descriptor, m_bytes.data(), m_bytes.size());
-            if (m_filled == 0) return kEndOfFile;
-        }
-        return m_bytes[m_next];
+    // Copies what is read already, up to `size` characters: stretches without a carriage return whole, and of a
+    // carriage return and a line feed only the line feed.
+    std::size_t Turn(char* buffer, std::size_t size) noexcept {
+        const char* const next = m_bytes.data() + m_next;
+        const std::size_t there = std::min(size, m_filled - m_next);
+        const auto* const turn = static_cast<const char*>(std::memchr(next, '\r', there));
+        const std::size_t plain = turn != nullptr ? static_cast<std::size_t>(turn - next) : there;
+        std::memcpy(buffer, next, plain);
+        m_next += plain;
+        if (turn == nullptr) return plain;
+        ++m_next;
+        if (Fill() && m_bytes[m_next] == '\n') return plain;  // which comes next
+        buffer[plain] = '\r';
+        return plain + 1;
+    }
+
+    // Makes sure that there is a byte to come; false at the end of the text.
+    bool Fill() noexcept {
+        if (m_next < m_filled) return true;
+        if (m_ended) return false;
+        m_next = 0;
+        m_filled = ReadFully(m_descriptor, m_bytes.data(), m_bytes.size(), m_offset);
+        m_offset += m_filled;
+        const auto* const end = static_cast<const char*>(std::memchr(m_bytes.data(), kEndOfText, m_filled));
+        m_ended = end != nullptr || m_filled < m_bytes.size();
+        if (end != nullptr) m_filled = static_cast<std::size_t>(end - m_bytes.data());
+        return m_filled > 0;
     }
 
     int m_descriptor;
+    bool m_ended = false;  // nothing follows what is read already
     std::size_t m_next = 0;
     std::size_t m_filled = 0;
-    std::array<unsigned char, 4096> m_bytes{};
+    ULONGLONG m_offset = 0;
+    std::array<char, 16384> m_bytes;  // m_filled of them are set
 };
 
 ssize_t ReadText(void* file, char* buffer, std::size_t size) {

@@ -129,7 +129,7 @@ DWORD NativeName::MendCase() noexcept {
     return MendPath(m_path.data());
 }
 
-int OpenForReading(const char* modulePath) noexcept {
+int OpenForReading(const char* modulePath, ULONGLONG* length) noexcept {
     NativeName name;
     if (const DWORD error = name.Set(modulePath)) {
         return Fail(error, error == ERROR_FILENAME_EXCED_RANGE ? ENAMETOOLONG : ENOENT);
@@ -141,16 +141,20 @@ int OpenForReading(const char* modulePath) noexcept {
     }
     if (descriptor < 0) return Fail(ErrorFromErrno(errno), errno);
     struct stat status {};
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) return descriptor;
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+        if (length != nullptr) *length = static_cast<ULONGLONG>(status.st_size);
+        return descriptor;
+    }
     ::close(descriptor);
     return Fail(ERROR_ACCESS_DENIED, EACCES);
 }
 
-std::size_t ReadFully(int descriptor, void* buffer, std::size_t count) noexcept {
+std::size_t ReadFully(int descriptor, void* buffer, std::size_t count, ULONGLONG offset) noexcept {
     constexpr std::size_t kMaximum = 1 << 30;  // of one call, well below what the system takes
     std::size_t done = 0;
     while (done < count) {
-        const ssize_t got = ::read(descriptor, static_cast<char*>(buffer) + done, std::min(count - done, kMaximum));
+        const ssize_t got = ::pread(descriptor, static_cast<char*>(buffer) + done, std::min(count - done, kMaximum),
+                                    static_cast<off_t>(offset + done));
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) break;
         done += static_cast<std::size_t>(got);

@@ -28,8 +28,10 @@ class NativeName {
 };
 
 /// Opens a regular file for reading, without blocking on what isn't one.
+/// @param length  receives the file's bytes; may be null.
 /// @return the descriptor, or -1 with the last error and errno set.
-int OpenForReading(const char* modulePath) noexcept;
+int OpenForReading(const char* modulePath, ULONGLONG* length = nullptr) noexcept;
 
-/// Reads until `count` bytes are there, the file ends or an error comes. @return the bytes read.
-std::size_t ReadFully(int descriptor, void* buffer, std::size_t count) noexcept;
+/// Reads from a place in the file until `count` bytes are there, the file ends or an error comes. The descriptor's own
+/// position stays. @return the bytes read.
+std::size_t ReadFully(int descriptor, void* buffer, std::size_t count, ULONGLONG offset) noexcept;
