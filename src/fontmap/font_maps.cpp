@@ -1,9 +1,17 @@
+#include <algorithm>
+
 #include "dialog/zel_trans_dlg.h"
 #include "fontmap/name_lists.h"
 #include "fontmap/text_lines.h"
 #include "pipeline/module_state.h"
 
 namespace {
+
+// Buckets for a list of so many bytes: the lines of real lists are longer than this.
+UINT BucketsFor(const std::string& text) {
+    constexpr std::size_t kShortLine = 24, kMost = 65536;
+    return static_cast<UINT>(std::min(text.size() / kShortLine, kMost) | 1);
+}
 
 CString Text(std::string_view text) {
     return CString(text.data(), static_cast<int>(text.size()));
@@ -20,17 +28,21 @@ bool CZelTransDlg::MapBitStreamFont() {
         if (m_bImportSkip == 0) ReportError(complaint);
         return false;
     }
+    m_mapBitStreamId.InitHashTable(BucketsFor(*text));
+    m_mapBitStreamFamily.InitHashTable(BucketsFor(*text));
     TextLines lines(*text);
     lines.SkipHeadings();
     BitstreamLineReader reader;
+    std::string word;
+    CString family;
     while (const auto line = lines.Next()) {
         const std::optional<BitstreamEntry> entry = reader.Read(*line);
         if (!entry) continue;
-        const CString name = Text(entry->name), word = Text(entry->FirstWord());
+        const CString name = Text(entry->name);
+        word = entry->FirstWord();
         m_mapBitStreamId.SetAt(entry->number, name);
         // The first entry of a family stands for it.
-        CString family;
-        if (!m_mapBitStreamFamily.Lookup(word, family)) m_mapBitStreamFamily.SetAt(word, name);
+        if (!m_mapBitStreamFamily.Lookup(word.c_str(), family)) m_mapBitStreamFamily.SetAt(word.c_str(), name);
     }
     return true;
 }
@@ -44,6 +56,7 @@ bool CZelTransDlg::MapTypeFace() {
         if (!IgnoreZelFontErrors()) ReportError(complaint);
         return false;
     }
+    m_mapTypeFace.InitHashTable(BucketsFor(*text));
     TextLines lines(*text);
     lines.SkipHeadings();
     while (const auto line = lines.Next()) {

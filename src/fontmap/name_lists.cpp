@@ -49,10 +49,10 @@ std::optional<BitstreamEntry> BitstreamLineReader::Read(std::string_view line) {
     if (tab == std::string_view::npos) return std::nullopt;
     const std::string_view name = BeforeAnnotation(line.substr(0, tab));
     const auto number = std::find_if(line.begin() + static_cast<std::ptrdiff_t>(tab), line.end(), IsDigit);
-    BitstreamEntry entry{LeadingNumber(line.substr(static_cast<std::size_t>(number - line.begin()))), {}};
-    if (indented) entry.name.append(m_family).append(" ");
-    entry.name.append(name).append(" BT");
-    return entry;
+    m_name.clear();
+    if (indented) m_name.append(m_family).append(" ");
+    m_name.append(name).append(" BT");
+    return BitstreamEntry{LeadingNumber(line.substr(static_cast<std::size_t>(number - line.begin()))), m_name};
 }
 
 std::optional<TypefaceEntry> ReadTypefaceLine(std::string_view line) noexcept {

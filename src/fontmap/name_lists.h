@@ -15,21 +15,23 @@
 /// One typeface of the Bitstream list.
 struct BitstreamEntry {
     std::uint16_t number;
-    std::string name;  ///< the built name: family, style and "BT", or name and "BT".
+    std::string_view name;  ///< the built name: family, style and "BT", or name and "BT".
 
     /// What stands before the name's first blank.
-    std::string_view FirstWord() const noexcept { return std::string_view(name).substr(0, name.find(' ')); }
+    std::string_view FirstWord() const noexcept { return name.substr(0, name.find(' ')); }
 };
 
 /// Reads the lines of the Bitstream list in order, keeping the family that headings set.
 class BitstreamLineReader {
   public:
     /// @param line  without its newline.
-    /// @return the entry; nothing for a heading and for an indented line without a second TAB.
+    /// @return the entry, whose name is good until the next line is read; nothing for a heading and for an indented
+    /// line without a second TAB.
     std::optional<BitstreamEntry> Read(std::string_view line);
 
   private:
     std::string m_family;
+    std::string m_name;
 };
 
 /// One line of the typeface list.
