@@ -66,6 +66,8 @@ int main(int argc, char** argv) {
         desktop::MainWindow window({QFile::encodeName(QFileInfo(arguments.library).absoluteFilePath()).toStdString(),
                                     arguments.settings + QStringLiteral("/desktop.ini")});
         window.show();
+        store.IsUsable();
+        if (!store.Note().empty()) window.Tell(QString::fromUtf8(store.Note().c_str()));
         window.Open(arguments.files);
         exit_code = QApplication::exec();
     }

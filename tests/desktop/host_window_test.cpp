@@ -191,7 +191,9 @@ TEST_F(HostWindow, WorksByKeyboardAlone) {
     EXPECT_EQ(Picture().Zoom(), 1.0);
     Key(*window, Qt::Key_0, Qt::ControlModifier);
     EXPECT_TRUE(Picture().FitsItself());
-    Picture().setFocus();
+    Key(*window, Qt::Key_5, Qt::AltModifier);
+    EXPECT_TRUE(Find("fonts").hasFocus());
+    Key(*window, Qt::Key_2, Qt::AltModifier);
     Key(*window, Qt::Key_Right);
     Key(*window, Qt::Key_Right);
     EXPECT_THAT(Find<QLabel>("pointed").text().toStdString(), HasSubstr("“M”   code 77   font 0001 Lantern Bold 38"));

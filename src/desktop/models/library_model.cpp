@@ -15,12 +15,12 @@ namespace {
 /// Several screens full.
 constexpr int kCachedThumbnails = 600;
 
+}  // namespace
+
 bool IsSame(const LibraryEntry& one, const LibraryEntry& other) {
     return one.key == other.key && one.recorded_at == other.recorded_at && one.text == other.text &&
            one.warnings == other.warnings && one.source == other.source;
 }
-
-}  // namespace
 
 LibraryModel::LibraryModel(std::string library, QSize thumbnail, QObject* parent)
     : QAbstractListModel(parent),

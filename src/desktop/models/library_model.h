@@ -17,6 +17,9 @@ namespace desktop {
 
 class ThumbnailLoader;
 
+/// Whether two entries tell the same of the same recording.
+bool IsSame(const LibraryEntry& one, const LibraryEntry& other);
+
 /// The recordings of a library, or those that a search finds, with their thumbnails, which are read when they are
 /// first shown.
 class LibraryModel : public QAbstractListModel {

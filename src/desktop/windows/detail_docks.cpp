@@ -31,7 +31,9 @@ void AddLine(const QTableView& table, const QStringList& texts, const QColor& co
 
 /// The last column takes what is left.
 void FitColumns(QTableView& table) {
-    for (int column = 0; column + 1 < ModelOf(table).columnCount(); ++column) table.resizeColumnToContents(column);
+    table.horizontalHeader()->setStretchLastSection(false);
+    table.resizeColumnsToContents();
+    table.horizontalHeader()->setStretchLastSection(true);
 }
 
 }  // namespace

@@ -32,6 +32,9 @@ ExportDialog::ExportDialog(Offer offer, QSettings& settings, QWidget* parent)
     for (const std::string& disk : m_offer.disks)
         m_ui->disk->addItem(disk.empty() ? tr("(without a name)") : Text(disk), Text(disk));
     m_ui->disk->setCurrentIndex(m_ui->disk->findData(Text(m_offer.disk)));
+    const bool asks_disk = m_ui->disk->count() > 1;
+    m_ui->disk->setVisible(asks_disk);
+    m_ui->disk_label->setVisible(asks_disk);
     FillFormats();
     m_ui->premultiplied->setChecked(m_settings.value(QStringLiteral("export/premultiplied")).toBool());
     const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
@@ -81,7 +84,7 @@ void ExportDialog::Enable() {
     const bool range = m_ui->range->isChecked();
     m_ui->first->setEnabled(range);
     m_ui->last->setEnabled(range);
-    m_ui->disk->setEnabled((range || m_offer.asks_range) && m_ui->disk->count() > 1);
+    m_ui->disk->setEnabled(range || m_offer.asks_range);
     m_ui->buttons->button(QDialogButtonBox::Ok)
         ->setEnabled(!Checked().isEmpty() && !m_ui->directory->text().trimmed().isEmpty());
 }

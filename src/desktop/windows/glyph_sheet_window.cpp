@@ -32,6 +32,7 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
     facts->setTextFormat(Qt::PlainText);
     auto* const picture = new QLabel;
     QPixmap pixmap = QPixmap::fromImage(m_image);
+    pixmap.setDevicePixelRatio(devicePixelRatioF());
     picture->setPixmap(pixmap);
     picture->setAccessibleName(tr("All glyphs with their codes in hexadecimal"));
     auto* const area = new QScrollArea(this);

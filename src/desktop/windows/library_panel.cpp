@@ -77,7 +77,7 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     connect(m_search, &QLineEdit::textChanged, m_search_timer, [this] { m_search_timer->start(kSearchDelay_ms); });
     connect(m_search_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
     connect(m_reload_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
-    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryPanel::chosen);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryPanel::TellChoice);
 }
 
 // Down in the search line goes to what was found.
@@ -107,6 +107,7 @@ void LibraryPanel::Reload() {
         m_model->Search(m_search->text());
     } catch (const LibraryError& error) {
         m_readable = false;
+        m_told.reset();
         Q_EMIT failed(QString::fromUtf8(error.what()));
     }
     m_reload_timer->setInterval(std::max(kReloadDelay_ms, static_cast<int>(taken.elapsed()) * kReloadShare));
@@ -125,8 +126,18 @@ void LibraryPanel::KeepChoice(const std::optional<RecordingKey>& key) {
     if (now.isValid() && m_list->currentIndex() != now) {
         m_list->setCurrentIndex(now);
     } else {
-        Q_EMIT chosen();
+        TellChoice();
     }
+}
+
+/// Says nothing of a choice that is as it was, so that a reload doesn't disturb whoever looks at it.
+void LibraryPanel::TellChoice() {
+    const QModelIndex current = m_list->currentIndex();
+    std::optional<LibraryEntry> now;
+    if (current.isValid()) now = m_model->EntryAt(current.row());
+    const bool same = m_told.has_value() == now.has_value() && (!now || IsSame(*m_told, *now));
+    m_told = std::move(now);
+    if (!same) Q_EMIT chosen();
 }
 
 void LibraryPanel::ShowWords() {
@@ -141,6 +152,10 @@ void LibraryPanel::ShowWords() {
             tr("The library is empty.\n\nDrop a disk, a folder or a message file here, or choose Import… in the menu "
                "File."));
     }
+}
+
+int LibraryPanel::Count() const {
+    return m_model->rowCount();
 }
 
 bool LibraryPanel::IsSearching() const {

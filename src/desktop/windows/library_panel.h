@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/library/recording.h"
+#include "host/library/library.h"
 
 class QLabel;
 class QLineEdit;
@@ -33,6 +33,7 @@ class LibraryPanel : public QWidget {
     std::vector<RecordingKey> Selected() const;
     /// All that the search has left.
     std::vector<RecordingKey> Shown() const;
+    int Count() const;
     bool IsSearching() const;
     void FocusSearch();
     void FocusList();
@@ -50,6 +51,7 @@ class LibraryPanel : public QWidget {
   private:
     void ShowWords();
     void KeepChoice(const std::optional<RecordingKey>& key);
+    void TellChoice();
 
     LibraryModel* m_model;
     QLineEdit* m_search;
@@ -59,6 +61,7 @@ class LibraryPanel : public QWidget {
     QTimer* m_search_timer;
     QTimer* m_reload_timer;
     bool m_readable = true;
+    std::optional<LibraryEntry> m_told;  // what was chosen last
 };
 
 }  // namespace desktop

@@ -75,6 +75,7 @@ void MainWindow::MakeFileMenu() {
     file->addSeparator();
     add("make_font", tr("&Make font…"), tr("Ctrl+G"), &MainWindow::MakeFont);
     file->addSeparator();
+    m_needs_task.append(add("stop_task", tr("St&op what is under way"), tr("Ctrl+."), &MainWindow::StopTask));
     AddAction(file, QStringLiteral("quit"), tr("&Quit"), {QKeySequence(tr("Ctrl+Q"))}, [this] { close(); });
 }
 
@@ -110,12 +111,31 @@ void MainWindow::MakeViewMenu() {
     AddToggle(view, QStringLiteral("safe_areas"), tr("&Safe areas"), tr("Ctrl+L"), false,
               [this](bool on) { m_picture->SetSafeAreas(on); });
     view->addSeparator();
-    QMenu* const panels = view->addMenu(tr("Pa&nels"));
-    for (QDockWidget* const dock : m_docks->Docks()) panels->addAction(dock->toggleViewAction());
+    MakePanels(view->addMenu(tr("&Go to")), view->addMenu(tr("Pa&nels")));
     AddAction(view, QStringLiteral("reload"), tr("&Reload library"), {QKeySequence::Refresh}, [this] {
         m_names = {};
         m_library->Reload();
     });
+}
+
+/// By the keyboard one comes to a panel by its number, since the tabs of panels take no focus.
+void MainWindow::MakePanels(QMenu* go_to, QMenu* shown) {
+    int number = 0;
+    const auto add = [&](const QString& text, const std::function<void()>& call) {
+        ++number;
+        AddAction(go_to, QStringLiteral("go_to_%1").arg(number), QStringLiteral("&%1 %2").arg(number).arg(text),
+                  {QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number))}, call);
+    };
+    add(tr("Library"), [this] { m_library->FocusList(); });
+    add(tr("Picture"), [this] { m_picture->setFocus(Qt::ShortcutFocusReason); });
+    for (QDockWidget* const dock : m_docks->Docks()) {
+        shown->addAction(dock->toggleViewAction());
+        add(dock->windowTitle(), [dock] {
+            dock->show();
+            dock->raise();
+            dock->widget()->setFocus(Qt::ShortcutFocusReason);
+        });
+    }
 }
 
 void MainWindow::MakeGrounds(QMenu* menu) {
@@ -153,10 +173,11 @@ void MainWindow::MakeHelpMenu() {
 
 void MainWindow::EnableActions() {
     const bool picture = m_current.has_value();
-    const bool messages = !m_library->Shown().empty();
+    const bool messages = m_library->Count() != 0;
     const bool busy = IsBusy();
     for (QAction* const action : std::as_const(m_needs_picture)) action->setEnabled(picture);
     for (QAction* const action : std::as_const(m_needs_messages)) action->setEnabled(messages && !busy);
+    for (QAction* const action : std::as_const(m_needs_task)) action->setEnabled(busy);
     for (QAction* const action : std::as_const(m_needs_module)) action->setEnabled(!busy);
 }
 

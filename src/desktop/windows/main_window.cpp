@@ -70,6 +70,7 @@ MainWindow::MainWindow(const Places& places)
     });
     connect(m_import, &DiskImport::finished, this, &MainWindow::ImportEnded);
     connect(m_stop, &QPushButton::clicked, this, &MainWindow::StopTask);
+    ShowCurrent();
     m_library->Reload();
     m_library->FocusList();
 }
@@ -178,7 +179,7 @@ void MainWindow::ShowCurrent() {
 }
 
 void MainWindow::ShowCount() {
-    const auto count = static_cast<int>(m_library->Shown().size());
+    const auto count = m_library->Count();
     m_count->setText(m_library->IsSearching() ? tr("%1 found").arg(count)
                      : count == 1             ? tr("1 message")
                                               : tr("%1 messages").arg(count));

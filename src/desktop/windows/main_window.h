@@ -46,6 +46,9 @@ class MainWindow : public QMainWindow {
     /// Imports messages, folders and disks; shows fonts. Everything else is told.
     void Open(const QStringList& paths);
 
+    /// Tells what a person should know.
+    void Tell(const QString& text) { Warn(text); }
+
     bool IsBusy() const;
 
   protected:
@@ -75,6 +78,7 @@ class MainWindow : public QMainWindow {
     QAction* AddToggle(QMenu* menu, const QString& name, const QString& text, const QKeySequence& keys, bool on,
                        const std::function<void(bool)>& call);
     void MakeGrounds(QMenu* menu);
+    void MakePanels(QMenu* go_to, QMenu* shown);
     void EnableActions();
     void ShowRecentDisks();
     void Remember(const QString& place);
@@ -117,14 +121,13 @@ class MainWindow : public QMainWindow {
     QProgressBar* m_progress;
     QPushButton* m_stop;
     QMenu* m_recent = nullptr;
-    QList<QAction*> m_needs_picture, m_needs_messages, m_needs_module;
+    QList<QAction*> m_needs_picture, m_needs_messages, m_needs_module, m_needs_task;
 
     std::optional<Recording> m_current;
     DiskNames m_names;
     DiskImport* m_import;
     QPointer<ExportTask> m_export;
     QPointer<FetchTask> m_fetch;
-    bool m_in_module = false;
     QTemporaryDir m_dragged;
 };
 
