@@ -1,6 +1,9 @@
 // Font files: read, then each character measured and drawn.
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <vector>
 
 #include "font/font_loader.h"
@@ -36,19 +39,51 @@ std::uint32_t Draw(CZelFont& fonts, FontAddress font, DWORD code) {
     Require(rect.left == 0 && rect.top == 0, "the rectangle begins at 0");
     if (rect.right <= 0 || rect.bottom <= 0) return 0;
     const auto pixels = static_cast<std::uint64_t>(rect.right) * static_cast<std::uint64_t>(rect.bottom);
-    if (pixels > kMostPixels) return 0;
+    if (pixels > kMostPixels) {
+        fonts.BuildMFData(font, nullptr, 0, code, 0);
+        return 0;
+    }
     constexpr std::uint8_t kUntouched = 0x5A;
     std::vector<std::uint8_t> memory(2 * kGuard + static_cast<std::size_t>(pixels) * 4, kUntouched);
     DIBSECTION dib{};
     dib.dsBm.bmBits = memory.data() + kGuard;
     dib.dsBmih.biWidth = rect.right;
     dib.dsBmih.biHeight = rect.bottom;
-    fonts.BuildMFData(font, &dib, 0, code, static_cast<int>(code % 10) - 1);
+    fonts.BuildMFData(font, &dib, 0, code, static_cast<int>(code % 5) - 1);
     const auto untouched = [](std::uint8_t byte) { return byte == kUntouched; };
     Require(std::all_of(memory.begin(), memory.begin() + kGuard, untouched) &&
                 std::all_of(memory.end() - kGuard, memory.end(), untouched),
             "pixels stay inside the announced rectangle");
     return static_cast<std::uint32_t>(pixels);
+}
+
+/// @return pixels drawn of all codes.
+std::uint32_t DrawAll(CZelFont& fonts, tag_font_memory* font) {
+    std::uint32_t pixels = 0;
+    for (DWORD code = 0; code < 256 && pixels < kMostPixels; ++code) {
+        try {
+            pixels += Draw(fonts, reinterpret_cast<FontAddress>(font), code);
+        } catch (CFileException* cut_short) {
+            cut_short->Delete();
+        }
+    }
+    return pixels;
+}
+
+/// The rows of a sample block, which the host may read from a file of its own.
+void ReadSamples(fuzz::Input file) {
+    constexpr std::size_t kHead = sizeof(tag_samp_struct);
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
+        ::fmemopen(const_cast<std::uint8_t*>(file.data()), file.size(), "rb"), &std::fclose);
+    if (stream == nullptr) return;
+    std::fseek(stream.get(), kHead, SEEK_SET);
+    tag_graphic_rectangle samples[2];
+    try {
+        CZelFont().write_sample_data(stream.get(), &samples[0], &samples[1], ConvertSampleHead(file));
+    } catch (CException* short_row) {
+        short_row->Delete();
+    }
+    for (const tag_graphic_rectangle& sample : samples) std::free(sample.data);
 }
 
 samples::Bytes Describe(fuzz::Random& random) {
@@ -101,17 +136,16 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::ModuleRoom room;
     CZelFont::m_bIgnoreErrors = static_cast<int>(size % 2);
     room.Put(".0001", {data, size});
+    if (size % 8 == 1) ReadSamples({data, size});
     CZelFont fonts;
-    if (!fuzz::ModuleRoom::ReadFont(fonts, 1, 0)) return 0;
+    // The user finds font 2, which isn't there, in the file of font 1.
+    if (!fuzz::ModuleRoom::ReadFont(fonts, size % 16 == 2 ? 2 : 1, 0)) return 0;
     tag_font_memory& slot = fonts.m_Slots[0];
-    std::uint32_t pixels = 0;
-    for (DWORD code = 0; code < 256 && pixels < kMostPixels; ++code) {
-        if (size % 8 == 0 && code < kDirectoryEntries) CheckWrittenAgain(*slot.Entry(code));
-        try {
-            pixels += Draw(fonts, reinterpret_cast<FontAddress>(slot.font_copy), code);
-        } catch (CFileException* cut_short) {
-            cut_short->Delete();
-        }
+    if (size % 8 == 0) std::for_each_n(slot.char_directory, kDirectoryEntries, &CheckWrittenAgain);
+    DrawAll(fonts, slot.font_copy);
+    if (size % 8 < 2) {  // the file has gone since
+        slot.font_copy->file_name[0] = '\0';
+        DrawAll(fonts, slot.font_copy);
     }
     fuzz::ModuleRoom::Release(slot);
     return 0;

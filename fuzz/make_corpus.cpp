@@ -47,6 +47,8 @@ void PutMessages() {
     Put("message", "cut_in_flags", First(plain, 140));
     Put("message", "cut_in_rows", First(plain, 300));
     PutMessage("plain", [](MessageFile&) {});
+    PutMessage("tail_of_4", [](MessageFile& m) { m.tail.resize(4); });
+    PutMessage("tail_of_12", [](MessageFile& m) { m.tail.resize(12); });
     PutMessage("font_file_type", [](MessageFile& m) { m.psos = {500, 0, ""}; });
     PutMessage("named_type", [](MessageFile& m) { m.psos = {9, 0, "PICTURE"}; });
     PutMessage("rgba_type", [](MessageFile& m) { m.psos = {717, 0, ""}; });
@@ -83,6 +85,10 @@ void PutMessages() {
         m.header.font_numbers = samples::MessageHeader::NoFonts();
         m.tabs.emplace().fields = {{.tab_start = 10, .tab_end = 20, .tab_row = 5}};
     });
+    PutMessage("fields_of_an_empty_slot_and_of_other_limits", [](MessageFile& m) {
+        m.tabs.emplace().fields = {{.tab_start = 10, .tab_end = 20, .tab_row = 5, .tab_font = 1},
+                                   {.tab_start = 10, .tab_end = 20, .tab_row = 5, .tab_font = 31}};
+    });
     PutMessage("201_fields", [](MessageFile& m) { m.tabs.emplace().fields.resize(201); });
     PutMessage("tab_version_1", [](MessageFile& m) { m.tabs.emplace().tab_version = 1; });
     PutMessage("tab_version_3", [](MessageFile& m) { m.tabs.emplace().tab_version = 3; });
@@ -98,6 +104,7 @@ samples::FontFile Font() {
         {samples::ColourRun(1, 255, 4), samples::Stay(2, 128), samples::BlendedRun(1, 99, 5), samples::EndOfLine(),
          samples::BackgroundRun(3), samples::ColourRun(1, 0, 1), samples::EndOfGlyph()},
         2, 9);
+    font.AddRunCoded(66, {samples::ColourRun(1, 255, 8), samples::EndOfGlyph()}, 2, 9);
     font.AddStored(67, {.width = 2, .height = 3, .pixels = samples::Bytes(24, 200)}, 0, 2);
     return font;
 }
@@ -130,6 +137,15 @@ void PutFonts() {
         f.header.font_flags = samples::kSampleFirstFont;
         f.first_sample.emplace().b = {1, 3, samples::Bytes(3, 1)};
         f.sample.emplace().a = {2, 2, samples::Bytes(4, 1)};
+    });
+    PutFont("first_codes_cut", [](FontFile& f) {
+        f.header.font_flags = samples::kSampleFirstFont;
+        f.header.encoding_size = 60000;
+    });
+    PutFont("first_sample_cut", [](FontFile& f) {
+        f.header.font_flags = samples::kSampleFirstFont;
+        f.header.sample_present = 1;
+        f.stored.clear();
     });
     PutFont("sample_too_short", [](FontFile& f) {
         f.stored.clear();
@@ -194,12 +210,15 @@ void PutTexts() {
     std::string many;
     for (unsigned i = 0; i < 40; ++i) many += samples::NumberedName(i) + "\n";
     Put("listing", "more_than_the_limit", many);
+    for (unsigned i = 0; i < 800; ++i) many += samples::NumberedName(i) + "\n";
+    Put("listing", "longer_than_the_limit", many);
 }
 
 void PutPictures() {
     const samples::StoredGlyph picture{.width = 3, .height = 2, .pixels = samples::Bytes(24, 200)};
     const samples::Bytes bytes = samples::WriteRgbaFile(714, picture);
     Put("rgba", "picture", bytes);
+    Put("rgba", "opaque", samples::WriteRgbaFile(717, {.width = 4, .height = 9, .pixels = samples::Bytes(144, 255)}));
     Put("rgba", "no_record", First(bytes, 130));
     Put("rgba", "cut_in_head", First(bytes, 140));
     Put("rgba", "cut_in_pixels", First(bytes, 160));

@@ -20,6 +20,7 @@ constexpr int kMostRows = 32;  // more cost time and show nothing; they have a t
 /// A dialog with the lists and five fonts: plain, with a border, installed, stored, of another height.
 struct Room : fuzz::ModuleRoom {
     Room() {
+        Require(!dialog.MapBitStreamFont() && !dialog.MapTypeFace(), "lists that aren't there yet aren't read");
         PutText(samples::kBitstreamListName, samples::BitstreamList().Plain("Quay", 21).Written());
         PutText(samples::kTypefaceListName, samples::TypefaceList().Typeface("Arial", "Quay BT").Written());
         dialog.MapBitStreamFont();
@@ -29,12 +30,14 @@ struct Room : fuzz::ModuleRoom {
         for (int i = 0; i < 5; ++i) {
             samples::FontFile font;
             font.header = {.font_name = kNames[i],
-                           .font_id_text = "5021",
+                           .font_id_text = i % 2 == 0 ? "5021" : "12",
                            .font_height = 40 + 10 * i,
                            .row_top_offset = i,
                            .edge_type = static_cast<unsigned>(i),
                            .row_inset = 3};
-            font.AddRunCoded('A', {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()}, 2, 9);
+            if (i != 2)
+                font.AddRunCoded('A', {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()}, 2,
+                                 9);
             if (i == 3) font.AddStored('A', {.width = 1, .height = 1, .pixels = samples::Bytes(4, 9)}, 0, 2);
             Put(samples::NumberedName(static_cast<unsigned>(i) + 1), samples::WriteFont(font));
             Require(ReadFont(*dialog.m_pFont, i + 1, i * 3), "a font");
@@ -132,11 +135,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (AnnouncesTooMuch({data, size})) return 0;
     g_pfnOnChar = &CheckCall;
     CZelFont::m_bIgnoreErrors = static_cast<int>(size % 2);
+    room.dialog.m_iLines = size % 16 < 8 ? 486 : 576;
     room.Put(".0000", {data, size});
     CZelMessage message("", "D:", ".0000", &room.dialog);
     if (!message.ReadMessage(&room.dialog)) return 0;
     const auto rows = std::span(message.m_pRows, static_cast<std::size_t>(message.m_pMsgHeader->RowCount()));
     if (size % 8 == 0) std::ranges::for_each(rows, &CheckWrittenAgain);
+    for (int slot = 0; slot < kFontSlots; ++slot) {
+        tag_font_memory& font = room.dialog.m_pFont->m_Slots[slot];
+        if (font.font_header == nullptr) continue;
+        message.MakeFontDescription(&font, font.log_font, slot);
+        message.ApplySlotEffects(&font, font.effect_params);
+    }
     message.MakeTemplates(&room.dialog);
     const bool convert = size % 4 < 2;
     message.EmitCharacters(nullptr, room.dialog.m_pFont, !convert, convert);

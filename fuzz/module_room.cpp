@@ -14,7 +14,12 @@ namespace fuzz {
 
 int SilentDesktop::ShowMessageBox(HWND, const std::string&, const std::string&, UINT style) {
     const UINT buttons = style & 0xF;
-    return buttons == MB_YESNOCANCEL || buttons == MB_YESNO ? IDNO : IDOK;
+    return buttons == MB_YESNOCANCEL || buttons == MB_YESNO ? IDYES : IDOK;
+}
+
+int SilentDesktop::RunFileDialog(CFileDialog&, std::string& path) {
+    path = "D:\\.0001";
+    return IDOK;
 }
 
 void SilentDesktop::RunModal(CDialog& dialog) {

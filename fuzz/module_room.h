@@ -12,12 +12,12 @@
 
 namespace fuzz {
 
-/// Nobody at the screen: answers boxes with OK, or No where it is asked, and keeps nothing.
+/// A user who answers OK, or Yes where it is asked, and picks D:\.0001 for a file. Keeps nothing.
 class SilentDesktop : public Desktop {
   public:
     int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override;
     void RunModal(CDialog& dialog) override;
-    int RunFileDialog(CFileDialog&, std::string&) override { return IDCANCEL; }
+    int RunFileDialog(CFileDialog& dialog, std::string& path) override;
     bool IsKeyDown(int) override { return false; }
     void SetWaitCursor(bool) override {}
     bool RunCommand(const std::string&) override { return false; }

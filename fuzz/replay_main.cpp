@@ -1,5 +1,5 @@
-// Runs a fuzz target without libFuzzer: on each file of the corpus, and on some changed copies of each. The changes are
-// the same on every run.
+// Runs a fuzz target without libFuzzer, on each file of the directories that are named, and on some changed copies of
+// each, which are the same on every run; behind --as-it-is, without the copies.
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
@@ -16,9 +16,9 @@
 namespace {
 
 constexpr std::size_t kRoom = 65536;  // for a file that grows
-constexpr int kCopies = 50;
 
 std::minstd_rand g_random;
+int g_copies = 50;
 
 void Replay(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
@@ -28,7 +28,7 @@ void Replay(const std::filesystem::path& file) {
     std::vector<std::uint8_t> copy(bytes);
     copy.resize(std::max(bytes.size(), kRoom));
     std::size_t size = bytes.size();
-    for (int i = 0; i < kCopies; ++i) {
+    for (int i = 0; i < g_copies; ++i) {
         size = LLVMFuzzerCustomMutator != nullptr
                    ? LLVMFuzzerCustomMutator(copy.data(), size, copy.size(), static_cast<unsigned>(i))
                    : LLVMFuzzerMutate(copy.data(), size, copy.size());
@@ -48,6 +48,10 @@ std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t m
 int main(int argc, char** argv) {
     int files = 0;
     for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--as-it-is") == 0) {
+            g_copies = 0;
+            continue;
+        }
         std::vector<std::filesystem::path> inputs;
         for (const auto& entry : std::filesystem::directory_iterator(argv[i])) inputs.push_back(entry.path());
         std::sort(inputs.begin(), inputs.end());

@@ -1,9 +1,43 @@
 // RGBA files: a picture of the size that the file tells, or a reason.
+#include <string>
+#include <vector>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "font/straighten.h"
 #include "fuzz_target.h"
 #include "host/rgba_file.h"
 
+namespace {
+
+/// Pixels are converted alike with vector instructions and without.
+void CheckPaths(fuzz::Input bytes) {
+    const std::size_t count = bytes.size() / 4;
+    std::vector<std::uint8_t> first(count * 4), other(count * 4);
+    for (const straighten::Path& path : straighten::Paths()) {
+        path.convert(bytes.data(), other.data(), count);
+        if (&path == &straighten::Paths().front()) first = other;
+        fuzz::Require(other == first, path.name);
+    }
+}
+
+/// A file gives what its bytes give.
+void CheckFile(fuzz::Input bytes, const RgbaPicture& read) {
+    static const int file = ::memfd_create("rgba", MFD_CLOEXEC);
+    fuzz::Require(::ftruncate(file, 0) == 0 && ::pwrite(file, bytes.data(), bytes.size(), 0) >= 0, "a file in memory");
+    const RgbaPicture again = ReadRgbaFile("/proc/self/fd/" + std::to_string(file));
+    fuzz::Require(again.trouble == read.trouble && again.picture.has_value() == read.picture.has_value(),
+                  "one outcome");
+    fuzz::Require(!read.picture || again.picture->rgba == read.picture->rgba, "one picture");
+}
+
+}  // namespace
+
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    CheckPaths({data, size});
     const RgbaPicture read = ConvertRgbaFile({data, size});
+    CheckFile({data, size}, read);
     fuzz::Require(read.picture.has_value() == read.trouble.empty(), "a picture or a reason");
     if (!read.picture) return 0;
     const Picture& picture = *read.picture;
