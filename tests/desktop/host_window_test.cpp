@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
+#include <QPointer>
 #include <QPushButton>
 #include <QTableView>
 #include <QUrl>
@@ -65,6 +66,21 @@ TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
     EXPECT_EQ(static_cast<std::ptrdiff_t>(Recorded().size()), s_count + 2);
 }
 
+/// Works the module's batch dialog as soon as it is open.
+void EnterRange(const char* first, const char* last) {
+    const QPointer<QWidget> batch = QApplication::activeModalWidget();
+    if (!batch || batch->objectName() != QStringLiteral("dialog_%1").arg(kBatchDialog))
+        return Then([=] { EnterRange(first, last); });
+    EXPECT_TRUE(QTest::qWaitForWindowActive(batch));
+    for (const auto& [control, id] : {std::pair(kStartIdEdit, first), std::pair(kEndIdEdit, last)}) {
+        Click(*batch->findChild<QWidget*>(QString::number(control)));
+        Key(*batch, Qt::Key_A, Qt::ControlModifier);
+        TypeText(*batch, QLatin1String(id));
+    }
+    Click(*batch->findChild<QWidget*>(QString::number(IDOK)));
+    if (batch) batch->close();
+}
+
 /// Works the module's import dialog, which is open.
 void ImportOne(QWidget& dialog, const QString& disk, const QString& id) {
     const auto type = [&](int control, const QString& text) {
@@ -86,17 +102,7 @@ TEST_F(HostWindow, RecordsWhatTheModulesDialogImports) {
         ImportOne(dialog, Disk(), QStringLiteral("3"));
         EXPECT_TRUE(QTest::qWaitFor([&] { return Library_().rowCount() == 1; }, kPatience_ms))
             << "while the dialog is still open";
-        Then([&] {
-            QWidget& batch = *QApplication::activeModalWidget();
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&batch));
-            for (const auto& [control, id] : {std::pair(kStartIdEdit, "1"), std::pair(kEndIdEdit, "4")}) {
-                Click(*batch.findChild<QWidget*>(QString::number(control)));
-                Key(batch, Qt::Key_A, Qt::ControlModifier);
-                TypeText(batch, QLatin1String(id));
-            }
-            Click(*batch.findChild<QWidget*>(QString::number(IDOK)));
-            if (QApplication::activeModalWidget() == &batch) batch.close();
-        });
+        Then([] { EnterRange("1", "4"); });
         Click(*dialog.findChild<QWidget*>(QString::number(kBatchButton)));
         dialog.close();
     });
@@ -238,6 +244,20 @@ TEST_F(HostWindow, ExportsWhatIsShown) {
     EXPECT_EQ(Notice(), "");
     EXPECT_TRUE(QFileInfo::exists(In("out/manifest.json")));
     EXPECT_THAT(Find<QLabel>("task").text().toStdString(), HasSubstr(std::to_string(s_count) + " messages exported"));
+}
+
+TEST_F(HostWindow, ExportsByTheModulesBatchDialog) {
+    Import(Disk());
+    Then([&] {
+        QWidget& dialog = *QApplication::activeModalWidget();
+        dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("out"));
+        Then([&] { EnterRange("2", "40"); });
+        Key(dialog, Qt::Key_Return);
+    });
+    Trigger("batch_export");
+    EXPECT_EQ(Notice(), "");
+    EXPECT_THAT(Find<QLabel>("task").text().toStdString(),
+                HasSubstr(std::to_string(s_count - 1) + " messages exported"));
 }
 
 TEST_F(HostWindow, KeepsFetchDialogOpenUntilItCanBeTried) {

@@ -31,9 +31,12 @@ void AddLine(const QTableView& table, const QStringList& texts, const QColor& co
 
 /// The last column takes what is left.
 void FitColumns(QTableView& table) {
-    table.horizontalHeader()->setStretchLastSection(false);
-    table.resizeColumnsToContents();
-    table.horizontalHeader()->setStretchLastSection(true);
+    QHeaderView& heads = *table.horizontalHeader();
+    heads.setStretchLastSection(false);
+    const int last = ModelOf(table).columnCount() - 1;
+    for (int column = 0; column < last; ++column) table.resizeColumnToContents(column);
+    heads.resizeSection(last, heads.minimumSectionSize());
+    heads.setStretchLastSection(true);
 }
 
 }  // namespace

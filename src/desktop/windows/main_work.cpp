@@ -102,7 +102,7 @@ void MainWindow::ImportByModule() {
     DialogImportTold told;
     told.recorded = [this, later] { later([this] { m_library->ReloadSoon(); }); };
     told.failed = [this, later](const std::string& reason) {
-        later([this, text = Text(reason)] {
+        later([text = Text(reason)] {
             QMessageBox::warning(QApplication::activeWindow(), tr("ZelTrans"),
                                  tr("%1\n\nWhat is imported from now on isn't kept in the library. Close the import "
                                     "dialog, free some space or close the program that holds the library, and import "
