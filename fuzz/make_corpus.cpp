@@ -47,8 +47,12 @@ void PutMessages() {
     Put("message", "cut_in_flags", First(plain, 140));
     Put("message", "cut_in_rows", First(plain, 300));
     PutMessage("plain", [](MessageFile&) {});
-    PutMessage("tail_of_4", [](MessageFile& m) { m.tail.resize(4); });
-    PutMessage("tail_of_12", [](MessageFile& m) { m.tail.resize(12); });
+    // The target does some things by the size of a file.
+    for (const std::size_t size : {0U, 8U}) {
+        samples::MessageFile message = Message();
+        message.tail.resize((16 + size - plain.size() % 16) % 16);
+        Put("message", "plain_of_size_" + std::to_string(size) + "_in_16", samples::WriteMessage(message));
+    }
     PutMessage("font_file_type", [](MessageFile& m) { m.psos = {500, 0, ""}; });
     PutMessage("named_type", [](MessageFile& m) { m.psos = {9, 0, "PICTURE"}; });
     PutMessage("rgba_type", [](MessageFile& m) { m.psos = {717, 0, ""}; });
@@ -126,6 +130,11 @@ void PutFonts() {
     Put("font", "cut_before_stored_glyph", First(plain, at.stored[67]));
     Put("font", "cut_in_pixels", First(plain, plain.size() - 3));
     PutFont("plain", [](FontFile&) {});
+    for (const std::size_t size : {0U, 1U, 2U}) {
+        samples::FontFile font = Font();
+        font.tail.resize((16 + size - plain.size() % 16) % 16);
+        Put("font", "plain_of_size_" + std::to_string(size) + "_in_16", samples::WriteFont(font));
+    }
     PutFont("message_file_type", [](FontFile& f) { f.psos.file_type = 702; });
     PutFont("every_block", [](FontFile& f) {
         f.header.font_flags = samples::kPlainFont | samples::kHasCharTables;
