@@ -2,7 +2,9 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QStandardPaths>
-#include <iostream>
+#include <algorithm>
+#include <memory>
+#include <string_view>
 
 #include "desktop/windows/main_window.h"
 #include "host/sqlite_settings_store.h"
@@ -23,7 +25,7 @@ QString UserLibrary() {
            QStringLiteral("/zeltrans/library.zellib");
 }
 
-Arguments Parse(const QApplication& application) {
+Arguments Parse(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Imports Zelmara! messages and shows them."));
     parser.addHelpOption();
@@ -50,14 +52,23 @@ void MakeParent(const QString& file) {
     QDir().mkpath(QFileInfo(file).absolutePath());
 }
 
+/// Help and version are for machines without a screen, too.
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
+    const bool tells_only = std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
+        return argument == "--help" || argument == "-h" || argument == "--version" || argument == "-v";
+    });
+    if (tells_only) return std::make_unique<QCoreApplication>(argc, argv);
+    return std::make_unique<QApplication>(argc, argv);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
+    const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zeltrans-desktop"));
-    QApplication::setApplicationDisplayName(QStringLiteral("ZelTrans"));
     QApplication::setApplicationVersion(QStringLiteral(ZELTRANS_VERSION));
-    const Arguments arguments = Parse(application);
+    const Arguments arguments = Parse(*application);
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("ZelTrans"));
     MakeParent(arguments.library);
     SqliteSettingsStore store(QFile::encodeName(arguments.settings).toStdString());
     SetSettingsStore(&store);
