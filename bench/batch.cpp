@@ -62,7 +62,7 @@ void RunNumbers(benchmark::State& state) {
         if (counter.recorded != kMessages) state.SkipWithError("not everything was recorded");
     }
 }
-BENCHMARK(RunNumbers)->Name("batch/plain/module")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(RunNumbers)->Name("batch/plain/module")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 void ReadNumbers(benchmark::State& state) {
     const BatchDisk& disk = TheDisk();
@@ -76,7 +76,7 @@ void ReadNumbers(benchmark::State& state) {
         benchmark::DoNotOptimize(buffer.data());
     }
 }
-BENCHMARK(ReadNumbers)->Name("batch/plain/raw")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(ReadNumbers)->Name("batch/plain/raw")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 void RecordPictures(benchmark::State& state) {
     const BatchRequest request = TheDisk().Request(kPictures);
@@ -84,7 +84,7 @@ void RecordPictures(benchmark::State& state) {
         const ScratchDisk out;
         FileDigests digests;
         RecorderOptions options;
-        options.directory = out.Path("out");
+        options.library = out.Path("library");
         options.context.font_directory = TheDisk().Path("MACHINE");
         options.jobs = std::thread::hardware_concurrency();
         unsigned recorded = 0;
@@ -95,7 +95,7 @@ void RecordPictures(benchmark::State& state) {
         if (recorded != kPictures) state.SkipWithError("not everything was recorded");
     }
 }
-BENCHMARK(RecordPictures)->Name("batch/pictures/module")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(RecordPictures)->Name("batch/pictures/module")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 /// The pictures of the first messages.
 class Pictures : public HostObserver {
@@ -127,6 +127,6 @@ void EncodeOnly(benchmark::State& state) {
         }
     }
 }
-BENCHMARK(EncodeOnly)->Name("batch/pictures/encoder")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(EncodeOnly)->Name("batch/pictures/encoder")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 }  // namespace

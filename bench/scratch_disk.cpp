@@ -92,8 +92,9 @@ samples::MessageFile FullMessage(unsigned rows, unsigned characters, unsigned fo
     for (unsigned slot = 0; slot < fonts; ++slot)
         message.header.font_numbers[slot] = static_cast<std::uint16_t>(slot + 1);
     for (unsigned r = 0; r < rows; ++r) {
+        constexpr std::string_view kWords = "The mayor opens the new bridge tonight at 8, live from the east bank. ";
         std::string text;
-        for (unsigned k = 0; k < characters; ++k) text += static_cast<char>('!' + (r * 7 + k) % 94);
+        for (unsigned k = 0; k < characters; ++k) text += kWords[(r * 17 + k) % kWords.size()];
         samples::CharCell like;
         like.char_font = r % fonts;
         like.colour_set = r % 8;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -164,8 +166,17 @@ void _splitpath(const char* path, char* drive, char* dir, char* fname, char* ext
     CopyPart(ext, _MAX_EXT, rest.substr(dot));
 }
 
+// A batch asks for this with every font that it is done with, and needs the same pages for the next one; so memory goes
+// back when nothing has gone back for a while.
 int _heapmin() noexcept {
-    ::malloc_trim(0);
+    using Clock = std::chrono::steady_clock;
+    constexpr auto kPause = std::chrono::milliseconds(200);
+    static std::atomic<Clock::rep> next{0};
+    const Clock::rep now = Clock::now().time_since_epoch().count();
+    Clock::rep due = next.load(std::memory_order_relaxed);
+    if (now < due) return 0;
+    if (next.compare_exchange_strong(due, now + std::chrono::duration_cast<Clock::duration>(kPause).count()))
+        ::malloc_trim(0);
     return 0;
 }
 
