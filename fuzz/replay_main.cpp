@@ -18,7 +18,8 @@ namespace {
 constexpr std::size_t kRoom = 65536;  // for a file that grows
 
 std::minstd_rand g_random;
-int g_copies = 50;
+constexpr int kChanges = 4;  // that one copy goes through
+int g_copies = 60;
 
 void Replay(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
@@ -29,6 +30,10 @@ void Replay(const std::filesystem::path& file) {
     copy.resize(std::max(bytes.size(), kRoom));
     std::size_t size = bytes.size();
     for (int i = 0; i < g_copies; ++i) {
+        if (i % kChanges == 0) {
+            std::copy(bytes.begin(), bytes.end(), copy.begin());
+            size = bytes.size();
+        }
         size = LLVMFuzzerCustomMutator != nullptr
                    ? LLVMFuzzerCustomMutator(copy.data(), size, copy.size(), static_cast<unsigned>(i))
                    : LLVMFuzzerMutate(copy.data(), size, copy.size());
