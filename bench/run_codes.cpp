@@ -19,7 +19,7 @@ class GlyphInMemory {
   public:
     explicit GlyphInMemory(const samples::RunCodes& codes)
         : m_codes(codes), m_encoding(samples::RunCodeBytes(codes)), m_directory(kDirectoryEntries) {
-        m_header.encoding_size = static_cast<std::int32_t>(m_encoding.size());
+        m_header.encoding_size = static_cast<std::uint32_t>(m_encoding.size());
         m_directory[kCode].glyph_kind = 2;
         m_slot.font_header = &m_header;
         m_slot.char_directory = m_directory.data();
