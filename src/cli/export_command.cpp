@@ -10,6 +10,7 @@
 #include "cli/settings_scope.h"
 #include "cli/trace_output.h"
 #include "host/export/export_job.h"
+#include "host/export/library_shelf.h"
 #include "host/export_run.h"
 #include "host/library/library.h"
 
@@ -22,38 +23,6 @@ struct ExportArguments {
     std::vector<std::string> formats{"png"};
     ExportOptions options;
     unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
-};
-
-/// What a library holds of one disk, handed to an export number by number.
-class LibraryShelf : public ExportService {
-  public:
-    LibraryShelf(Library& library, std::string disk, ExportJob& job)
-        : m_library(library), m_disk(std::move(disk)), m_job(job) {}
-
-    bool Has(int number) override { return m_library.Has({m_disk, number}); }
-
-    void Begin(int number) override {
-        m_recording.reset();
-        try {
-            m_recording = m_library.Find({m_disk, number});
-        } catch (const LibraryError& error) {
-            m_failures.push_back(std::to_string(number) + ": " + error.what());
-        }
-    }
-
-    void Complete(int /*number*/, const std::string& /*path*/) override {
-        if (m_recording) m_job.Export(*m_recording);
-        m_recording.reset();
-    }
-
-    const std::vector<std::string>& Failures() const noexcept { return m_failures; }
-
-  private:
-    Library& m_library;
-    const std::string m_disk;
-    ExportJob& m_job;
-    std::optional<Recording> m_recording;  // between the two steps
-    std::vector<std::string> m_failures;
 };
 
 /// The disk that is meant: the one named, else the only one.

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "host/export/export_job.h"
+#include "host/export/library_shelf.h"
 #include "host/library/library.h"
 #include "host/module_call.h"
 #include "host/native_path.h"
@@ -29,26 +30,6 @@ void Take(const ExportSummary& summary, ExportResult& result) {
     result.files = summary.files;
     for (const std::string& failure : summary.failures) result.failures.append(QString::fromUtf8(failure.c_str()));
 }
-
-/// What a library holds of one disk, handed to an export number by number.
-class LibraryShelf : public ExportService {
-  public:
-    LibraryShelf(Library& library, std::string disk, ExportJob& job)
-        : m_library(library), m_disk(std::move(disk)), m_job(job) {}
-
-    bool Has(int number) override { return m_library.Has({m_disk, number}); }
-    void Begin(int number) override { m_recording = m_library.Find({m_disk, number}); }
-    void Complete(int /*number*/, const std::string& /*path*/) override {
-        if (m_recording) m_job.Export(*m_recording);
-        m_recording.reset();
-    }
-
-  private:
-    Library& m_library;
-    const std::string m_disk;
-    ExportJob& m_job;
-    std::optional<Recording> m_recording;  // between the two steps
-};
 
 }  // namespace
 
@@ -105,6 +86,7 @@ ExportResult ExportByDialog(const std::string& library_file, const std::string& 
             CZelTransExport().ZelBatchExport(host.HostWindow(), path, host.ExportWindow());
         });
         Take(job.Finish(), result);
+        for (const std::string& failure : shelf.Failures()) result.failures.append(QString::fromUtf8(failure.c_str()));
         if (exception) result.stopped_by = QString::fromUtf8(exception->c_str());
     } catch (const std::exception& error) {
         result.stopped_by = QString::fromUtf8(error.what());

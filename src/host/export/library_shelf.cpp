@@ -1,0 +1,19 @@
+#include "host/export/library_shelf.h"
+
+bool LibraryShelf::Has(int number) {
+    return m_library.Has({m_disk, number});
+}
+
+void LibraryShelf::Begin(int number) {
+    m_recording.reset();
+    try {
+        m_recording = m_library.Find({m_disk, number});
+    } catch (const LibraryError& error) {
+        m_failures.push_back(std::to_string(number) + ": " + error.what());
+    }
+}
+
+void LibraryShelf::Complete(int /*number*/, const std::string& /*path*/) {
+    if (m_recording) m_job.Export(*m_recording);
+    m_recording.reset();
+}

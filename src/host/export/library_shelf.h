@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/export/export_job.h"
+#include "host/export_service.h"
+#include "host/library/library.h"
+
+/// What a library holds of one disk, handed to an export number by number.
+class LibraryShelf : public ExportService {
+  public:
+    /// All are kept alive by the caller.
+    LibraryShelf(Library& library, std::string disk, ExportJob& job)
+        : m_library(library), m_disk(std::move(disk)), m_job(job) {}
+
+    bool Has(int number) override;
+    void Begin(int number) override;
+    void Complete(int number, const std::string& path) override;
+
+    /// A line for each recording that could not be read, and so was left out.
+    const std::vector<std::string>& Failures() const noexcept { return m_failures; }
+
+  private:
+    Library& m_library;
+    const std::string m_disk;
+    ExportJob& m_job;
+    std::optional<Recording> m_recording;  // between the two steps
+    std::vector<std::string> m_failures;
+};
