@@ -12,7 +12,9 @@ def read(path):
     """The least processor time of each benchmark in nanoseconds, and the counters of its last run."""
     times, counters = {}, {}
     for run in json.load(open(path))["benchmarks"]:
-        if run.get("run_type") != "iteration" or run.get("error_occurred"):
+        if run.get("error_occurred"):
+            sys.exit(f"{run['name']}: {run['error_message']}")
+        if run.get("run_type") != "iteration":
             continue
         words = run["run_name"].split("/")
         name = "/".join(word for word in words if not re.match(r"iterations:|process_time|manual_time|real_time", word))
