@@ -50,7 +50,7 @@ TEST_F(LibraryCommand, SaysWhatItFindsAndWhatIsWrong) {
         {"list a.zellib",
          "a.zellib: 3 recordings, 1 with warnings\n"
          "  .0012          message      2 warnings  GOOD EVENING\n"
-         "  .0012  Disk B  message                  Caf\xC3\xA9 ?[2J?\n"
+         "  .0012  Disk B  message                  Caf\xC3\xA9 \xEF\xBF\xBD[2J\xEF\xBF\xBD\n"
          "  .0020  Disk B  RGBA object\n",
          ""},
         {"list a.zellib --disk ''",
