@@ -14,7 +14,8 @@ endif()
 if(ZELTRANS_SANITIZE)
   # The check of virtual tables would need type information that the module doesn't export.
   add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1 -g1)
-  add_link_options(-fsanitize=address,undefined)
+  # The sanitizer's dlopen looks for libraries by the older kind of run path only.
+  add_link_options(-fsanitize=address,undefined -Wl,--disable-new-dtags)
 endif()
 if(ZELTRANS_FUZZ)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
