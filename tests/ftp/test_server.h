@@ -8,10 +8,11 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// An FTP server of this folder's scripts, which ends with the object. Each test starts its own.
+/// An FTP server of this folder's scripts, which ends with the object, and with the test if that crashes. Each test starts its own.
 class TestServer {
   public:
     /// @param arguments  the script's name, the directory to serve, options.
@@ -25,6 +26,7 @@ class TestServer {
         words.push_back(nullptr);
         m_process = fork();
         if (m_process == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
             dup2(ends[1], STDOUT_FILENO);
             execv(words[0], words.data());
             _exit(127);
