@@ -23,8 +23,6 @@
 
 namespace {
 
-constexpr int kLargestNumber = 9999;
-
 struct BatchArguments {
     BatchRequest request;
     NumberRange range;

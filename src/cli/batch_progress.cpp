@@ -6,9 +6,10 @@
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
+#include "cli/drawing_pace.h"
+
 namespace {
 
-constexpr auto kBetweenDrawings = std::chrono::milliseconds(100);
 constexpr std::size_t kMostReasons = 20;
 
 std::string Name(int number) {

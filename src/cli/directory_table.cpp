@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 
+#include "cli/text_columns.h"
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
 #include "inspect/words.h"
@@ -55,11 +56,6 @@ Cells CellsOf(const DirectoryEntry& entry) {
     return cells;
 }
 
-std::string Padded(const std::string& text, std::size_t width, bool right = false) {
-    const std::string blanks(width > text.size() ? width - text.size() : 0, ' ');
-    return right ? blanks + text : text + blanks;
-}
-
 // The number in a font file's name, which is a dot and digits.
 std::optional<int> FontNumber(const std::string& path) {
     const std::string name = fs::path(path).filename().string();
@@ -93,10 +89,10 @@ std::string DirectoryTable::Text() const {
     std::size_t name = 0, kind = 0, size = 0, verdict = 0;
     for (const DirectoryEntry& entry : m_entries) {
         const Cells& cells = lines.emplace_back(CellsOf(entry));
-        name = std::max(name, cells.name.size());
-        kind = std::max(kind, cells.kind.size());
-        size = std::max(size, cells.size.size());
-        verdict = std::max(verdict, cells.verdict.size());
+        name = std::max(name, Characters(cells.name));
+        kind = std::max(kind, Characters(cells.kind));
+        size = std::max(size, Characters(cells.size));
+        verdict = std::max(verdict, Characters(cells.verdict));
     }
     std::string text = inspect::Printable(m_directory) + ": " + (m_entries.empty() ? "no files" : Totals()) + "\n";
     for (const Cells& cells : lines) {

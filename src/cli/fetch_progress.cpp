@@ -5,12 +5,11 @@
 #include <unistd.h>
 
 #include "cli/arguments.h"
+#include "cli/drawing_pace.h"
 #include "cli/interrupt.h"
 #include "inspect/words.h"
 
 namespace {
-
-constexpr auto kBetweenDrawings = std::chrono::milliseconds(100);
 
 std::string LineOf(const ftp::FileReport& file) {
     const auto bytes = [&] {

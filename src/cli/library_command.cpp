@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr int kLargestNumber = 9999;
-
 struct LibraryArguments {
     std::string library;
     std::vector<std::string> words;   // of a search

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "cli/text_columns.h"
 #include "host/export/export_subject.h"
 
 namespace {
@@ -30,12 +31,6 @@ bool IsControl(std::string_view character) {
     return first < ' ' || first == 0x7F || (first == 0xC2 && static_cast<std::uint8_t>(character[1]) < 0xA0);
 }
 
-// Of a text that TerminalText gave.
-std::size_t Characters(std::string_view text) {
-    return static_cast<std::size_t>(
-        std::ranges::count_if(text, [](char c) { return (static_cast<std::uint8_t>(c) & 0xC0) != 0x80; }));
-}
-
 // What a message says, cut to what a table has room for.
 std::string FirstLine(const std::string& text) {
     std::string line = TerminalText(TitleOf(text));
@@ -43,11 +38,6 @@ std::string FirstLine(const std::string& text) {
     std::size_t end = 0;
     for (std::size_t n = 0; n < kLongestText - 3; ++n) end += CharacterSize(std::string_view(line).substr(end));
     return line.substr(0, end) + "...";
-}
-
-std::string Padded(std::string text, std::size_t width) {
-    text.append(width - std::min(width, Characters(text)), ' ');
-    return text;
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ const char* AnswerName(int answer) noexcept {
     }
 }
 
-std::string Shown(const std::string& text) {
+std::string OnOneLine(const std::string& text) {
     std::string line = Utf8FromBytes(OneLine(text));
     while (line.ends_with(' ')) line.pop_back();
     return line;
@@ -30,12 +30,12 @@ std::string Shown(const std::string& text) {
 }  // namespace
 
 void WarningsPrinter::OnBox(const HeadlessDesktop::Box& box) {
-    std::fprintf(stderr, "box: %s: %s (%s)\n", Shown(box.caption).c_str(), Shown(box.text).c_str(),
+    std::fprintf(stderr, "box: %s: %s (%s)\n", OnOneLine(box.caption).c_str(), OnOneLine(box.text).c_str(),
                  AnswerName(box.answer));
 }
 
 void WarningsPrinter::OnFileDialog(const HeadlessDesktop::FileDialog& dialog) {
     const std::string answer = dialog.answer == IDOK ? dialog.path : "Cancel";
-    std::fprintf(stderr, "file dialog: %s: %s (%s)\n", Shown(dialog.title).c_str(), Shown(dialog.initial_name).c_str(),
-                 Shown(answer).c_str());
+    std::fprintf(stderr, "file dialog: %s: %s (%s)\n", OnOneLine(dialog.title).c_str(),
+                 OnOneLine(dialog.initial_name).c_str(), OnOneLine(answer).c_str());
 }

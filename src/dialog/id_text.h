@@ -6,6 +6,8 @@
 
 // Message ids as a user types them: digits, with or without a dot in front.
 
+constexpr int kLargestNumber = 9999;  // which four digits hold
+
 inline std::string_view WithoutLeadingDot(std::string_view id) noexcept {
     return id.starts_with('.') ? id.substr(1) : id;
 }

@@ -115,7 +115,7 @@ void CZelTransDlg::IncrementFileName(const char* name) {
     const std::string_view bare = WithoutLeadingDot(name);
     if (bare.size() < 5 && CountDigits(bare) == bare.size()) {
         const int next = NumberOf(bare) + 1;
-        m_sMessageID.Format(".%04d", next > 9999 ? 0 : next);
+        m_sMessageID.Format(".%04d", next > kLargestNumber ? 0 : next);
     }
     M_sNextMessage = m_sMessageID;
 }

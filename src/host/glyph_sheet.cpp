@@ -15,7 +15,7 @@ constexpr int kColourSet = 7;  ///< light grey with a grey edge in the default p
 
 constexpr int kGap = 4;         ///< between cells, and around them.
 constexpr int kLabelScale = 2;  ///< pixels of a label's dot.
-constexpr int kLabelHeight = 5 * kLabelScale + kGap;
+constexpr int kCodeHeight = 5 * kLabelScale + kGap;
 constexpr int kLabelWidth = 7 * kLabelScale;  ///< two digits of 3 dots and a dot between them.
 constexpr int kCheck = 6;                     ///< side of a square of the checkerboard.
 
@@ -80,10 +80,10 @@ Cells FetchCells(CZelFont& fonts, GlyphSheet& sheet) {
 /// Where the code's cell begins and what it measures.
 struct Grid {
     int glyph_width = kLabelWidth;
-    int glyph_height = kLabelHeight;
+    int glyph_height = kCodeHeight;
 
     int StepX() const noexcept { return glyph_width + kGap; }
-    int StepY() const noexcept { return kLabelHeight + glyph_height + kGap; }
+    int StepY() const noexcept { return kCodeHeight + glyph_height + kGap; }
 };
 
 Grid GridFor(const Cells& cells) {
@@ -125,7 +125,7 @@ void DrawLabel(Picture& picture, int left, int top, unsigned code) {
 void DrawCell(Picture& picture, const Grid& grid, unsigned code, const Cell& cell) {
     const int left = kGap + static_cast<int>(code % kColumns) * grid.StepX();
     const int label = kGap + static_cast<int>(code / kColumns) * grid.StepY();
-    const int top = label + kLabelHeight;
+    const int top = label + kCodeHeight;
     DrawLabel(picture, left, label, code);
     const Rgba ground = cell.broken ? kBrokenCell : kEmptyCell;
     Fill(picture, left, top, grid.glyph_width, grid.glyph_height, [ground](int, int) { return ground; });

@@ -1,5 +1,6 @@
 #include "host/json_line.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -29,6 +30,23 @@ void AppendControl(std::string& text, unsigned char byte) {
             text += "\\u00";
             text += kDigits[byte >> 4];
             text += kDigits[byte & 15];
+    }
+}
+
+/// Whether a byte stands for itself in a JSON text.
+constexpr bool IsPlain(char c) noexcept {
+    return c >= ' ' && c <= '~' && c != '"' && c != '\\';
+}
+
+void AppendOther(std::string& text, unsigned char byte) {
+    if (byte < 0x20) {
+        AppendControl(text, byte);
+    } else if (byte < 0x80) {
+        if (byte != 0x7F) text += '\\';
+        text += static_cast<char>(byte);
+    } else {
+        text += static_cast<char>(0xC0 | byte >> 6);
+        text += static_cast<char>(0x80 | (byte & 0x3F));
     }
 }
 
@@ -86,27 +104,29 @@ JsonLine& JsonLine::Float(double value) {
 }
 
 JsonLine& JsonLine::Null() {
+    return Written("null");
+}
+
+JsonLine& JsonLine::Bool(bool value) {
+    return Written(value ? "true" : "false");
+}
+
+JsonLine& JsonLine::Written(std::string_view json) {
     Separate();
-    m_text += "null";
+    m_text += json;
     return *this;
 }
 
 JsonLine& JsonLine::Bytes(std::string_view bytes) {
     Separate();
     m_text += '"';
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte == '"' || byte == '\\') {
-            m_text += '\\';
-            m_text += c;
-        } else if (byte < 0x20) {
-            AppendControl(m_text, byte);
-        } else if (byte < 0x80) {
-            m_text += c;
-        } else {
-            m_text += static_cast<char>(0xC0 | byte >> 6);
-            m_text += static_cast<char>(0x80 | (byte & 0x3F));
-        }
+    while (!bytes.empty()) {
+        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(bytes, IsPlain) - bytes.begin());
+        m_text += bytes.substr(0, plain);
+        bytes.remove_prefix(plain);
+        if (bytes.empty()) break;
+        AppendOther(m_text, static_cast<unsigned char>(bytes.front()));
+        bytes.remove_prefix(1);
     }
     m_text += '"';
     return *this;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// Builds one line of JSON in a string that is used again and again, so that a line costs no allocation. The caller
 /// opens and closes objects and arrays in pairs. Keys are written as they are.
@@ -12,6 +13,7 @@ class JsonLine {
     /// The line without its line feed, good until the next Clear.
     const std::string& Text() const noexcept { return m_text; }
     void Clear() noexcept { m_text.clear(); }
+    std::string Take() noexcept { return std::exchange(m_text, {}); }
 
     JsonLine& Open(char bracket);   ///< '{' or '[', as a value.
     JsonLine& Close(char bracket);  ///< '}' or ']'.
@@ -23,6 +25,8 @@ class JsonLine {
     }
     JsonLine& Float(double value);  ///< the shortest digits that give the value again; null when it isn't finite.
     JsonLine& Null();
+    JsonLine& Bool(bool value);
+    JsonLine& Written(std::string_view json);  ///< a value that is JSON already.
     /// Text of the module: each byte is the code point of the same value.
     JsonLine& Bytes(std::string_view bytes);
 

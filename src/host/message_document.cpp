@@ -1,173 +1,192 @@
 #include "host/message_document.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include <nlohmann/json.hpp>
 
-#include "host/module_text.h"
+#include "host/json_line.h"
 #include "message/palette.h"
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-std::string HexColour(COLORREF colour) {
-    static constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text = "#";
-    for (const int shift : {0, 8, 16}) {
-        text += kDigits[colour >> (shift + 4) & 15];
-        text += kDigits[colour >> shift & 15];
-    }
-    return text;
-}
-
 template <std::size_t Size>
-std::string FieldText(const char (&field)[Size]) {
+std::string_view FieldText(const char (&field)[Size]) noexcept {
     const std::string_view all(field, Size);
-    return Utf8FromBytes(all.substr(0, all.find('\0')));
+    return all.substr(0, all.find('\0'));
 }
 
 /// Face name without the blanks that right-justify it.
-std::string FaceName(const LOGFONT& font) {
-    const std::string name = FieldText(font.lfFaceName);
-    const std::size_t begin = name.find_first_not_of(' ');
-    return begin == std::string::npos ? std::string() : name.substr(begin);
+std::string_view FaceName(const LOGFONT& font) noexcept {
+    std::string_view name = FieldText(font.lfFaceName);
+    name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
+    return name;
 }
 
-std::uint32_t StoredEntry(const MessageRecord& message, int index) {
-    return message.palette[static_cast<std::size_t>(index)];
+/// Writes the document straight as text: an object for each character would cost more than all the rest of a
+/// recording but its picture.
+class DocumentWriter {
+  public:
+    explicit DocumentWriter(const MessageRecord& message) : m_message(message) {}
+
+    std::string Write(const std::string& source);
+
+  private:
+    void Head();
+    void Colour(COLORREF colour);
+    void StoredColour(int entry) { Colour(PackColour(m_message.palette[static_cast<std::size_t>(entry)])); }
+    void Font(int slot);
+    void Edge(const tag_CharInf& info);
+    void Character(const CharacterRecord& character);
+    void Rows();
+    void Characters();
+    void TabField(const tag_tab_field& tab);
+    void TabFields();
+    void Fonts();
+    void Palette();
+
+    const MessageRecord& m_message;
+    JsonLine m_json;
+};
+
+void DocumentWriter::Colour(COLORREF colour) {
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    char text[7] = {'#'};
+    for (int n = 0; n < 6; ++n) text[n + 1] = kDigits[colour >> ((n ^ 1) * 4) & 15];
+    m_json.Bytes({text, sizeof text});
 }
 
-Json FontOf(const MessageRecord& message, int slot) {
-    Json font = {{"slot", slot}};
-    if (slot < 0 || slot >= kFontSlots) return font;
-    font["number"] = message.header.font_numbers[slot];
-    if (const auto& record = message.fonts[static_cast<std::size_t>(slot)]) {
-        font["name"] = Utf8FromBytes(record->header.Name());
+void DocumentWriter::Font(int slot) {
+    m_json.Key("font").Open('{').Number("slot", slot);
+    if (slot >= 0 && slot < kFontSlots) {
+        m_json.Number("number", m_message.header.font_numbers[slot]);
+        const auto& record = m_message.fonts[static_cast<std::size_t>(slot)];
+        if (record) m_json.Bytes("name", record->header.Name());
     }
-    return font;
+    m_json.Close('}');
 }
 
-Json Rows(const MessageRecord& message) {
-    Json rows = Json::array();
-    for (std::size_t index = 0; index < message.rows.size(); ++index) {
-        const RowRecord& row = message.rows[index];
-        rows.push_back({{"row", index},
-                        {"y", row.y},
-                        {"top", row.top},
-                        {"depth", row.bottom - row.top},
-                        {"text", Utf8FromBytes(row.text)}});
+void DocumentWriter::Rows() {
+    m_json.Key("rows").Open('[');
+    for (std::size_t index = 0; index < m_message.rows.size(); ++index) {
+        const RowRecord& row = m_message.rows[index];
+        m_json.Open('{').Number("row", index).Number("y", row.y).Number("top", row.top);
+        m_json.Number("depth", row.bottom - row.top).Bytes("text", row.text).Close('}');
     }
-    return rows;
+    m_json.Close(']');
 }
 
-Json Edge(const tag_CharInf& info) {
+void DocumentWriter::Edge(const tag_CharInf& info) {
     static constexpr const char* kNames[] = {"none", "border", "drop shadow", "offset"};
-    if (info.edge_type < 1 || info.edge_type > 3) return {{"type", kNames[0]}};
-    return {{"type", kNames[info.edge_type]}, {"angle", info.edge_angle}, {"size", info.edge_size}};
+    const bool has_edge = info.edge_type >= 1 && info.edge_type <= 3;
+    m_json.Key("edge").Open('{').Bytes("type", kNames[has_edge ? info.edge_type : 0]);
+    if (has_edge) m_json.Number("angle", info.edge_angle).Number("size", info.edge_size);
+    m_json.Close('}');
 }
 
-Json Character(const MessageRecord& message, const CharacterRecord& character) {
+void DocumentWriter::Character(const CharacterRecord& character) {
     const tag_CharInf& info = character.info;
     const char code = static_cast<char>(character.character);
-    Json json = {{"text", Utf8FromBytes({&code, 1})},
-                 {"code", info.char_code},
-                 {"row", info.row_index},
-                 {"x", info.x},
-                 {"y", info.y},
-                 {"base_shift", info.base_shift},
-                 {"form", character.font_slot ? "bitmap" : "text"},
-                 {"font", FontOf(message, info.slot)},
-                 {"face_colour", HexColour(info.face_colour)},
-                 {"edge_colour", HexColour(info.edge_colour)},
-                 {"edge", Edge(info)}};
+    m_json.Open('{').Bytes("text", {&code, 1}).Number("code", info.char_code).Number("row", info.row_index);
+    m_json.Number("x", info.x).Number("y", info.y).Number("base_shift", info.base_shift);
+    m_json.Bytes("form", character.font_slot ? "bitmap" : "text");
+    Font(info.slot);
+    m_json.Key("face_colour");
+    Colour(info.face_colour);
+    m_json.Key("edge_colour");
+    Colour(info.edge_colour);
+    Edge(info);
     if (character.font_slot) {
-        json["step"] = info.glyph_step;
+        m_json.Number("step", info.glyph_step);
     } else {
-        json["typeface"] = {{"name", FaceName(character.log_font)},
-                            {"height", character.log_font.lfHeight},
-                            {"weight", character.log_font.lfWeight},
-                            {"italic", character.log_font.lfItalic != 0}};
+        const LOGFONT& font = character.log_font;
+        m_json.Key("typeface").Open('{').Bytes("name", FaceName(font)).Number("height", font.lfHeight);
+        m_json.Number("weight", font.lfWeight).Key("italic").Bool(font.lfItalic != 0).Close('}');
     }
-    return json;
+    m_json.Close('}');
 }
 
-Json Characters(const MessageRecord& message) {
-    Json characters = Json::array();
-    for (const CharacterRecord& character : message.characters) {
-        if (character.info.slot >= 0) characters.push_back(Character(message, character));
+void DocumentWriter::Characters() {
+    m_json.Key("characters").Open('[');
+    for (const CharacterRecord& character : m_message.characters) {
+        if (character.info.slot >= 0) Character(character);
     }
-    return characters;
+    m_json.Close(']');
 }
 
-Json TabFields(const MessageRecord& message) {
-    Json fields = Json::array();
-    for (const tag_tab_field& tab : message.tabs) {
-        const int face = tab.ColourSet() * kSetEntries + kFaceEntry;
-        fields.push_back({{"name", FieldText(tab.tab_name)},
-                          {"row", tab.Row()},
-                          {"frame",
-                           {{"left", std::uint16_t{tab.tab_start}},
-                            {"top", std::uint16_t{tab.tab_top}},
-                            {"right", std::uint16_t{tab.tab_end}},
-                            {"bottom", std::uint16_t{tab.tab_bottom}}}},
-                          {"font", tab.Font() < kFontSlots ? FontOf(message, tab.Font()) : Json()},
-                          {"colour", HexColour(PackColour(StoredEntry(message, face)))}});
+void DocumentWriter::TabField(const tag_tab_field& tab) {
+    m_json.Open('{').Bytes("name", FieldText(tab.tab_name)).Number("row", tab.Row()).Key("frame").Open('{');
+    m_json.Number("left", std::uint16_t{tab.tab_start}).Number("top", std::uint16_t{tab.tab_top});
+    m_json.Number("right", std::uint16_t{tab.tab_end}).Number("bottom", std::uint16_t{tab.tab_bottom}).Close('}');
+    if (tab.Font() < kFontSlots) {
+        Font(tab.Font());
+    } else {
+        m_json.Key("font").Null();
     }
-    return fields;
+    m_json.Key("colour");
+    StoredColour(tab.ColourSet() * kSetEntries + kFaceEntry);
+    m_json.Close('}');
 }
 
-Json Fonts(const MessageRecord& message) {
-    Json fonts = Json::array();
+void DocumentWriter::TabFields() {
+    m_json.Key("tab_fields").Open('[');
+    for (const tag_tab_field& tab : m_message.tabs) TabField(tab);
+    m_json.Close(']');
+}
+
+void DocumentWriter::Fonts() {
+    m_json.Key("fonts").Open('[');
     for (int slot = 0; slot < kFontSlots; ++slot) {
-        const auto& record = message.fonts[static_cast<std::size_t>(slot)];
+        const auto& record = m_message.fonts[static_cast<std::size_t>(slot)];
         if (!record) continue;
         const tag_font_header& header = record->header;
-        fonts.push_back({{"slot", slot},
-                         {"number", message.header.font_numbers[slot]},
-                         {"name", Utf8FromBytes(header.Name())},
-                         {"file", Utf8FromBytes(record->file_name)},
-                         {"height", std::int16_t{header.font_height}},
-                         {"edge_type", header.EdgeType()},
-                         {"edge_size", header.edge_size}});
+        m_json.Open('{').Number("slot", slot).Number("number", m_message.header.font_numbers[slot]);
+        m_json.Bytes("name", header.Name()).Bytes("file", record->file_name);
+        m_json.Number("height", std::int16_t{header.font_height}).Number("edge_type", header.EdgeType());
+        m_json.Number("edge_size", header.edge_size).Close('}');
     }
-    return fonts;
+    m_json.Close(']');
 }
 
-Json Palette(const MessageRecord& message) {
-    Json sets = Json::array();
+void DocumentWriter::Palette() {
+    m_json.Key("palette").Open('[');
     for (int set = 0; set < kColourSets; ++set) {
-        Json colours = Json::array();
-        for (int entry = 0; entry < kSetEntries; ++entry) {
-            colours.push_back(HexColour(PackColour(StoredEntry(message, set * kSetEntries + entry))));
-        }
-        sets.push_back(std::move(colours));
+        m_json.Open('[');
+        for (int entry = 0; entry < kSetEntries; ++entry) StoredColour(set * kSetEntries + entry);
+        m_json.Close(']');
     }
-    return sets;
+    m_json.Close(']');
+}
+
+void DocumentWriter::Head() {
+    const tag_msg_header& header = m_message.header;
+    m_json.Bytes("kind", "message").Bytes("standard", m_message.lines == 576 ? "PAL" : "NTSC");
+    // The frame is stored in 16 bits, less the lines above the picture: a frame that begins above it is below 0.
+    m_json.Number("lines", m_message.lines).Key("frame").Open('{').Number("left", header.frame_left);
+    m_json.Number("top", static_cast<std::int16_t>(header.frame_top)).Number("right", header.frame_right);
+    m_json.Number("bottom", static_cast<std::int16_t>(header.frame_bottom)).Close('}');
+}
+
+std::string DocumentWriter::Write(const std::string& source) {
+    constexpr auto kReplaceBadUtf8 = nlohmann::json::error_handler_t::replace;
+    m_json.Open('{').Key("source").Written(nlohmann::json(source).dump(-1, ' ', false, kReplaceBadUtf8));
+    m_json.Bytes("id", m_message.id);
+    if (m_message.rgba) {
+        m_json.Bytes("kind", "picture").Bytes("insert_as", m_message.object ? "object" : "background");
+    } else {
+        Head();
+        Rows();
+        Characters();
+        TabFields();
+        Fonts();
+        Palette();
+    }
+    m_json.Close('}');
+    return m_json.Take();
 }
 
 }  // namespace
 
-nlohmann::ordered_json MessageDocument(const MessageRecord& message, const std::string& source) {
-    Json document = {{"source", source}, {"id", Utf8FromBytes(message.id)}};
-    if (message.rgba) {
-        document["kind"] = "picture";
-        document["insert_as"] = message.object ? "object" : "background";
-        return document;
-    }
-    const tag_msg_header& header = message.header;
-    document["kind"] = "message";
-    document["standard"] = message.lines == 576 ? "PAL" : "NTSC";
-    document["lines"] = message.lines;
-    // The frame is stored in 16 bits, less the lines above the picture: a frame that begins above it is below 0.
-    document["frame"] = {{"left", header.frame_left},
-                         {"top", static_cast<std::int16_t>(header.frame_top)},
-                         {"right", header.frame_right},
-                         {"bottom", static_cast<std::int16_t>(header.frame_bottom)}};
-    document["rows"] = Rows(message);
-    document["characters"] = Characters(message);
-    document["tab_fields"] = TabFields(message);
-    document["fonts"] = Fonts(message);
-    document["palette"] = Palette(message);
-    return document;
+std::string MessageDocument(const MessageRecord& message, const std::string& source) {
+    return DocumentWriter(message).Write(source);
 }

@@ -5,7 +5,7 @@
 
 namespace {
 
-const char* Name(Target target) noexcept {
+const char* WindowName(Target target) noexcept {
     switch (target) {
         case Target::kHost:
             return "the host window";
@@ -35,7 +35,7 @@ Target RightTarget(UINT message) noexcept {
 }  // namespace
 
 void OrderChecker::OnMessage(Target target, UINT message, WPARAM wParam) {
-    if (target != RightTarget(message)) Breach("message " + std::to_string(message) + " came to " + Name(target));
+    if (target != RightTarget(message)) Breach("message " + std::to_string(message) + " came to " + WindowName(target));
     switch (message) {
         case kMsgFonts:
         case kMsgRowsDone:

@@ -22,7 +22,7 @@ namespace {
 /// A taller character covers the whole picture many times over; heights come from a file.
 constexpr LONG kMaxHeight = 2048;
 /// Glyphs that are kept for further use; a message of ordinary text needs a hundredth of it.
-constexpr std::size_t kKeptBytes = std::size_t{32} << 20;
+constexpr std::size_t kKeptCoverage = std::size_t{32} << 20;
 
 /// Frees a handle of one of the libraries.
 template <auto Free>
@@ -129,7 +129,7 @@ class TextFaces::Library {
                       character);
         if (const auto found = m_glyphs.find(key); found != m_glyphs.end())
             return found->second ? &*found->second : nullptr;
-        if (m_bytes > kKeptBytes) {
+        if (m_bytes > kKeptCoverage) {
             m_glyphs.clear();
             m_bytes = 0;
         }

@@ -4,6 +4,7 @@
 
 #include "platform/framework/cfiledialog.h"
 #include "platform/system/files.h"
+#include "platform/system/text.h"
 
 namespace {
 
@@ -16,10 +17,6 @@ std::optional<T> TakeNext(std::deque<T>& queue) {
     std::optional<T> next(std::move(queue.front()));
     queue.pop_front();
     return next;
-}
-
-std::string OrEmpty(const char* text) {
-    return text != nullptr ? text : "";
 }
 
 }  // namespace

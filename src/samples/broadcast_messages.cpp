@@ -16,11 +16,6 @@ void Picture(Page& page, const FontShelf& fonts, Artwork which, int left, int to
     page.Line(top, fonts.artwork, kLight, left, std::string(1, static_cast<char>(which)));
 }
 
-MessageFile Styled(Page& page) {
-    page.File().palette = HousePalette();
-    return page.Finish();
-}
-
 MessageFile LowerThird(const FontShelf& fonts) {
     Page page;
     Picture(page, fonts, Artwork::kLowerThird, kSafeLeft, 344);
@@ -179,6 +174,11 @@ MessageFile PalProgramme(const FontShelf& fonts) {
 }
 
 }  // namespace
+
+MessageFile Styled(Page& page) {
+    page.File().palette = HousePalette();
+    return page.Finish();
+}
 
 PaletteBlock HousePalette() {
     return MakePalette({{{0xFFFFFF, 0x101820},

@@ -20,6 +20,11 @@ std::vector<DiskMessage> MakeBroadcastMessages(const FontShelf& fonts);
 /// Messages that show one side of the format each, and the two RGBA files.
 std::vector<DiskMessage> MakeFormatMessages(const FontShelf& fonts);
 
+class Page;
+
+/// The page as a message in the house style.
+MessageFile Styled(Page& page);
+
 /// The colour sets of the disk's house style: white, yellow, sky, mint, coral, amber, steel, light.
 PaletteBlock HousePalette();
 

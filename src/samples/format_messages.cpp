@@ -12,11 +12,6 @@ namespace {
 /// A number that no font of the disk has.
 constexpr unsigned kMissingFont = 99;
 
-MessageFile Styled(Page& page) {
-    page.File().palette = HousePalette();
-    return page.Finish();
-}
-
 void Title(Page& page, const FontShelf& fonts, const char* title) {
     page.Line(92, fonts.lantern_28, 6, kSafeLeft, title);
 }

@@ -79,18 +79,18 @@ TEST_F(FontRun, TellsWhichFileItReadInPlaceOfTheOneAskedFor) {
     EXPECT_EQ(RunFont(m_font).read_from, Path("MACHINE/.0002"));
 }
 
-struct FailureCase {
+struct RefusedFont {
     const char* name;
     const char* file;
     const char* reason;
     std::optional<BoxAnswer> answer = std::nullopt;  // with warnings
     const char* browse = nullptr;
 };
-void PrintTo(const FailureCase& failure, std::ostream* out) {
+void PrintTo(const RefusedFont& failure, std::ostream* out) {
     *out << failure.name;
 }
 
-class FailedFont : public FontRun, public testing::WithParamInterface<FailureCase> {};
+class FailedFont : public FontRun, public testing::WithParamInterface<RefusedFont> {};
 
 TEST_P(FailedFont, NamesTheFileAndTheReason) {
     const samples::Bytes bytes = samples::WriteFont(BlockFont());
@@ -105,7 +105,7 @@ TEST_P(FailedFont, NamesTheFileAndTheReason) {
     samples::WriteWholeFile(Path("MACHINE/.0016"), samples::WriteMessage(OneRow("A")));
     samples::WriteWholeFile(Path("MACHINE/.0017"), samples::WriteRgbaFile(714, {}));
     std::filesystem::create_directory(Path("MACHINE/.0018"));
-    const FailureCase& failure = GetParam();
+    const RefusedFont& failure = GetParam();
     m_font.file = Path(failure.file);
     m_font.warnings = failure.answer.has_value();
     m_font.box_answer = failure.answer.value_or(BoxAnswer::kNo);
@@ -118,29 +118,29 @@ TEST_P(FailedFont, NamesTheFileAndTheReason) {
 INSTANTIATE_TEST_SUITE_P(
     Each, FailedFont,
     testing::Values(
-        FailureCase{"an_extension_without_a_number", "MACHINE/FONT.TXT", "named by a dot and a number, such as .0012"},
-        FailureCase{"no_dot", "MACHINE", "named by a dot and a number, such as .0012"},
-        FailureCase{"a_stem", "MACHINE/ab.0012", "such as .0012, without \"ab\" in front"},
-        FailureCase{"the_name_in_a_directory", "x.0012/.0012", "the first \".0012\" in the path"},
-        FailureCase{"too_many_zeros", "MACHINE/.00013", "under the names .0013 and .13 only"},
-        FailureCase{"a_long_path",
+        RefusedFont{"an_extension_without_a_number", "MACHINE/FONT.TXT", "named by a dot and a number, such as .0012"},
+        RefusedFont{"no_dot", "MACHINE", "named by a dot and a number, such as .0012"},
+        RefusedFont{"a_stem", "MACHINE/ab.0012", "such as .0012, without \"ab\" in front"},
+        RefusedFont{"the_name_in_a_directory", "x.0012/.0012", "the first \".0012\" in the path"},
+        RefusedFont{"too_many_zeros", "MACHINE/.00013", "under the names .0013 and .13 only"},
+        RefusedFont{"a_long_path",
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../.0012",
                     "characters, and the module takes 259"},
-        FailureCase{"a_missing_file", "MACHINE/.0012", "there is no such font file"},
-        FailureCase{"a_declined_prompt", "MACHINE/.0012",
+        RefusedFont{"a_missing_file", "MACHINE/.0012", "there is no such font file"},
+        RefusedFont{"a_declined_prompt", "MACHINE/.0012",
                     "no such font file, and the prompt to browse for it was answered", BoxAnswer::kNo},
-        FailureCase{"a_cancelled_prompt", "MACHINE/.0012", "the prompt to browse for it was cancelled",
+        RefusedFont{"a_cancelled_prompt", "MACHINE/.0012", "the prompt to browse for it was cancelled",
                     BoxAnswer::kCancel},
-        FailureCase{"a_cancelled_file_dialog", "MACHINE/.0012", "and the file dialog was cancelled", BoxAnswer::kYes},
-        FailureCase{"a_wrong_file_browsed_for", "MACHINE/.0012", "MACHINE/.0016: not a font file but a message file",
+        RefusedFont{"a_cancelled_file_dialog", "MACHINE/.0012", "and the file dialog was cancelled", BoxAnswer::kYes},
+        RefusedFont{"a_wrong_file_browsed_for", "MACHINE/.0012", "MACHINE/.0016: not a font file but a message file",
                     BoxAnswer::kYes, "MACHINE/.0016"},
-        FailureCase{"a_few_bytes", "MACHINE/.0014", "the font file ends within its first header"},
-        FailureCase{"a_file_cut_short", "MACHINE/.0015", "the font file is broken; \"zeltrans info\" tells where"},
-        FailureCase{"a_message", "MACHINE/.0016", "not a font file but a message file"},
-        FailureCase{"a_picture", "MACHINE/.0017", "not a font file: its type is 714, a font's is 500"},
-        FailureCase{"a_directory", "MACHINE/.0018", "a directory, not a font file"}),
+        RefusedFont{"a_few_bytes", "MACHINE/.0014", "the font file ends within its first header"},
+        RefusedFont{"a_file_cut_short", "MACHINE/.0015", "the font file is broken; \"zeltrans info\" tells where"},
+        RefusedFont{"a_message", "MACHINE/.0016", "not a font file but a message file"},
+        RefusedFont{"a_picture", "MACHINE/.0017", "not a font file: its type is 714, a font's is 500"},
+        RefusedFont{"a_directory", "MACHINE/.0018", "a directory, not a font file"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(FontRun, RefusesANameListDirectoryThatIsTooLong) {

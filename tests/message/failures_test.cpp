@@ -66,7 +66,7 @@ void Tabs(MessageFile& file, unsigned version, std::vector<samples::TabField> fi
     file.tabs->tab_version = version;
     file.tabs->fields = std::move(fields);
 }
-samples::TabField Tab(unsigned start, unsigned end, unsigned row) {
+samples::TabField TabOf(unsigned start, unsigned end, unsigned row) {
     samples::TabField tab;
     tab.tab_start = start;
     tab.tab_end = end;
@@ -150,7 +150,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 [](MessageFile& f) {
                                     f.background.emplace();
                                     f.background->tag = 0xBBBC;
-                                    Tabs(f, 2, {Tab(1, 2, 0)});
+                                    Tabs(f, 2, {TabOf(1, 2, 0)});
                                 },
                                 0,
                                 true,
@@ -166,20 +166,20 @@ INSTANTIATE_TEST_SUITE_P(
                                 false,
                                 {Couldnt("Zelmara! Tab Versions prior to 2 not supported: ")}},
                     FailureCase{"too_many_tabs",
-                                [](MessageFile& f) { Tabs(f, 2, std::vector<samples::TabField>(201, Tab(1, 2, 0))); },
+                                [](MessageFile& f) { Tabs(f, 2, std::vector<samples::TabField>(201, TabOf(1, 2, 0))); },
                                 0,
                                 false,
                                 {Couldnt("Zelmara! Maximum Tabs Exceeded: ")}},
                     FailureCase{"bad_tab_row",
                                 [](MessageFile& f) {
-                                    Tabs(f, 2, {Tab(2, 1, 1), Tab(1, 1, 0), Tab(1, 2, 0)});
+                                    Tabs(f, 2, {TabOf(2, 1, 1), TabOf(1, 1, 0), TabOf(1, 2, 0)});
                                 },
                                 0,
                                 true,
                                 {"Zelmara! Import Error|Invalid Tab row count in D:\\MESSAGES\\.0001"}},
                     FailureCase{"bad_tab_field",
                                 [](MessageFile& f) {
-                                    Tabs(f, 2, {Tab(2, 1, 0), Tab(1, 1, 0)});
+                                    Tabs(f, 2, {TabOf(2, 1, 0), TabOf(1, 1, 0)});
                                 },
                                 0,
                                 true,

@@ -14,8 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kLargestNumber = 9999;
-
 bool IsNamed(const fs::path& path, std::string_view name) {
     const std::string own = path.filename().string();
     return std::ranges::equal(own, name, [](char a, char b) { return (a >= 'a' && a <= 'z' ? a - 32 : a) == b; });

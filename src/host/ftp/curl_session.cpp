@@ -48,7 +48,7 @@ bool HasControlCharacter(std::string_view text) {
 }
 
 // Nothing that would end the host's part of a URL.
-bool IsHostName(const std::string& text) {
+bool FitsIntoUrl(const std::string& text) {
     constexpr std::string_view kAllowed = "-._:[]%";
     return !text.empty() && std::ranges::all_of(text, [&](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
@@ -171,7 +171,7 @@ class CurlSession : public FtpSession {
                                             std::string_view(directory), std::string_view(name)}) {
             if (HasControlCharacter(text)) return {FtpError::kBadOption, "a control character can't be sent"};
         }
-        if (!IsHostName(m_options.host)) return {FtpError::kBadOption, "the server's name can't be one"};
+        if (!FitsIntoUrl(m_options.host)) return {FtpError::kBadOption, "the server's name can't be one"};
         if (HasControlCharacter(m_options.password.Reveal())) {
             return {FtpError::kBadOption, "the password has a control character, which can't be sent"};
         }

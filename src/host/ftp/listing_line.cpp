@@ -9,10 +9,6 @@ namespace ftp {
 
 namespace {
 
-bool IsDigit(char c) noexcept {
-    return c >= '0' && c <= '9';
-}
-
 std::optional<std::uint64_t> Number(std::string_view text) noexcept {
     std::uint64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);

@@ -10,9 +10,6 @@ constexpr std::size_t kMostDigits = 8;  // of a long number; a file of the disk 
 constexpr std::size_t kMostDirectoryName = 255;
 constexpr std::size_t kMostShown = 80;
 
-constexpr bool IsDigit(char c) noexcept {
-    return c >= '0' && c <= '9';
-}
 constexpr char Lower(char c) noexcept {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }

@@ -25,6 +25,11 @@ struct NumberedName {
 };
 std::optional<NumberedName> NumberOf(std::string_view name) noexcept;
 
+/// An ASCII digit, whatever the locale.
+constexpr bool IsDigit(char c) noexcept {
+    return c >= '0' && c <= '9';
+}
+
 /// Equal but for the case of ASCII letters.
 bool SameName(std::string_view a, std::string_view b) noexcept;
 

@@ -3,6 +3,7 @@
 #include "platform/desktop.h"
 #include "platform/framework/message_box.h"
 #include "platform/settings_store.h"
+#include "platform/system/text.h"
 
 namespace {
 
@@ -12,10 +13,6 @@ int g_waitCursors = 0;
 AFX_MODULE_STATE& State() {
     static auto& state = *new AFX_MODULE_STATE;  // outlives every module
     return state;
-}
-
-std::string OrEmpty(const char* text) {
-    return text != nullptr ? text : "";
 }
 
 }  // namespace

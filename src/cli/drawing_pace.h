@@ -1,0 +1,6 @@
+#pragma once
+
+#include <chrono>
+
+/// Least time between two drawings of a line of progress: often enough to look steady, seldom enough to cost nothing.
+constexpr std::chrono::milliseconds kBetweenDrawings{100};

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+
+/// A text of the system's interfaces, in which null stands for the empty one.
+inline std::string OrEmpty(const char* text) {
+    return text != nullptr ? text : "";
+}
