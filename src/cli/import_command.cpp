@@ -4,13 +4,12 @@
 #include <memory>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
 #include "cli/settings_scope.h"
 #include "cli/trace_output.h"
 #include "cli/warnings_printer.h"
 #include "host/field_overlay.h"
 #include "host/import_run.h"
+#include "host/indented_json.h"
 #include "host/message_document.h"
 #include "host/message_warnings.h"
 #include "host/picture.h"
@@ -96,8 +95,7 @@ void Import::WritePicture(const ImportOutcome& outcome) {
 }
 
 void Import::WriteDocument(const MessageRecord& message) {
-    constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
-    m_json->Write(MessageDocument(message, m_arguments.request.message).dump(2, ' ', false, kReplaceBadUtf8) + "\n");
+    m_json->Write(IndentedJson(MessageDocument(message, m_arguments.request.message)) + "\n");
     m_json->Commit();
     m_written += ", " + *m_arguments.json;
 }

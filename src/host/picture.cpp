@@ -37,6 +37,24 @@ int TextBaseline(const CZelFont& fonts, const CZelMessage& message, const tag_Ch
 
 }  // namespace
 
+std::vector<std::uint8_t> SparePixels::Take(std::size_t size) {
+    std::vector<std::uint8_t> pixels;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_spare.empty()) {
+            pixels = std::move(m_spare.back());
+            m_spare.pop_back();
+        }
+    }
+    pixels.assign(size, 0);
+    return pixels;
+}
+
+void SparePixels::Give(std::vector<std::uint8_t> pixels) {
+    const std::lock_guard lock(m_mutex);
+    m_spare.push_back(std::move(pixels));
+}
+
 void PictureComposer::OnSend(const SentMessage& message) {
     switch (message.message) {
         case kMsgFonts:
@@ -76,7 +94,7 @@ void PictureComposer::Compose(const CZelMessage& message) {
     Picture& picture = m_picture.emplace();
     picture.width = kPictureWidth;
     picture.height = message.m_pMsgFlags->Lines();
-    picture.rgba.assign(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height) * 4, 0);
+    picture.rgba = m_spare.Take(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height) * 4);
     const Canvas canvas{picture.width, picture.height, picture.rgba};
     for (const Arrived& arrived : m_arrived) {
         if (arrived.info.font_copy == nullptr) {
@@ -107,4 +125,9 @@ void PictureComposer::LayText(const Canvas& canvas, const Arrived& arrived, cons
 
 std::optional<Picture> PictureComposer::TakePicture() {
     return std::exchange(m_picture, std::nullopt);
+}
+
+void PictureComposer::GiveBack(Picture picture) {
+    // One of an RGBA file has a size of its own.
+    if (picture.width == kPictureWidth) m_spare.Give(std::move(picture.rgba));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,6 +23,19 @@ struct Picture {
     std::vector<std::uint8_t> rgba;
 };
 
+/// The memory of pictures that are done with, for those to come: fresh memory would have to be had from the system,
+/// page by page, for each. May be asked from several threads.
+class SparePixels {
+  public:
+    /// Room for so many bytes, all of them 0.
+    std::vector<std::uint8_t> Take(std::size_t size);
+    void Give(std::vector<std::uint8_t> pixels);
+
+  private:
+    std::mutex m_mutex;
+    std::vector<std::vector<std::uint8_t>> m_spare;
+};
+
 /// Composes the picture of each message on a clear ground, a later character over the earlier ones: 720 x 486 pixels
 /// for NTSC and 720 x 576 for PAL, by the message's own standard. A character in bitmap form lies where its record
 /// says; one in text form stands on the baseline that its bitmap would have stood on. The picture of an RGBA file is
@@ -33,6 +47,9 @@ class PictureComposer : public HostObserver {
 
     /// The picture of the last message that arrived whole; nothing when there is none. It is given once.
     std::optional<Picture> TakePicture();
+
+    /// Gives a picture back that is done with; from any thread.
+    void GiveBack(Picture picture);
 
     /// Why the last RGBA file gave no picture, in words that follow the file's name; empty when it gave one.
     const std::string& Trouble() const noexcept { return m_trouble; }
@@ -53,6 +70,7 @@ class PictureComposer : public HostObserver {
     GlyphBitmaps* m_bitmaps = nullptr;  ///< of the message under way; null until a character has come.
     std::vector<Arrived> m_arrived;
     std::optional<Picture> m_picture;
+    SparePixels m_spare;
     std::string m_trouble;
     TextFaces m_faces;
 };

@@ -82,7 +82,7 @@ TEST_F(ImportedText, LiesWhereItsCharactersLie) {
     const ImportOutcome outcome = Import();
     ASSERT_TRUE(outcome.message);
     Recording recording = Recorded();
-    recording.document = MessageDocument(*outcome.message, "here").dump();
+    recording.document = MessageDocument(*outcome.message, "here");
     const std::vector<PlacedRow> rows = TextLayer(Json::parse(recording.document));
     ASSERT_EQ(rows.size(), 1U);
     ASSERT_EQ(rows[0].characters.size(), 2U);

@@ -14,7 +14,7 @@ class Document : public HostDisk {
     Json Import() {
         const ImportOutcome outcome = HostDisk::Import();
         EXPECT_TRUE(outcome.message.has_value()) << outcome.failure;
-        return outcome.message ? MessageDocument(*outcome.message, "here/.0001") : Json();
+        return outcome.message ? Json::parse(MessageDocument(*outcome.message, "here/.0001")) : Json();
     }
 };
 

@@ -5,8 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include <nlohmann/json.hpp>
-
+#include "host/indented_json.h"
 #include "host/whole_file.h"
 
 namespace {
@@ -31,8 +30,7 @@ void MakeDirectory(const std::string& directory) {
 
 void WriteRecordingFiles(const Recording& recording, const std::string& directory) {
     if (!recording.picture.empty()) WriteWholeFile(FileOf(recording.number, directory, ".png"), recording.picture);
-    WriteWholeFile(FileOf(recording.number, directory, ".json"),
-                   nlohmann::ordered_json::parse(recording.document).dump(2) + "\n");
+    WriteWholeFile(FileOf(recording.number, directory, ".json"), IndentedJson(recording.document) + "\n");
 }
 
 bool HasRecordingFiles(int number, const std::string& directory, bool with_picture) {
@@ -62,12 +60,14 @@ void BatchRecorder::OnBatchItem(const BatchItem& item) {
         return;
     }
     m_arrived->number = item.number;
-    m_workers->Give([this, item, arrived = std::move(*m_arrived)] { return Record(item, arrived); });
+    m_workers->Give(
+        [this, item, arrived = std::move(*m_arrived)]() mutable { return Record(item, std::move(arrived)); });
     m_arrived.reset();
 }
 
-BatchRecorder::Result BatchRecorder::Record(const BatchItem& item, const ArrivedMessage& arrived) {
+BatchRecorder::Result BatchRecorder::Record(const BatchItem& item, ArrivedMessage arrived) {
     Recording recording = MakeRecording(arrived, m_options.context, m_digests);
+    if (arrived.picture) m_pictures.GiveBack(std::move(*arrived.picture));
     if (m_options.directory) WriteRecordingFiles(recording, *m_options.directory);
     return {{item, recording.warnings}, std::move(recording)};
 }

@@ -52,7 +52,7 @@ class BatchRecorder : public HostObserver {
         std::optional<Recording> recording;
     };
 
-    Result Record(const BatchItem& item, const ArrivedMessage& arrived);
+    Result Record(const BatchItem& item, ArrivedMessage arrived);
     void Take(Result result);
     void Keep();
 

@@ -2,8 +2,6 @@
 
 #include <ctime>
 
-#include <nlohmann/json.hpp>
-
 #include "host/message_document.h"
 #include "host/message_warnings.h"
 #include "host/module_text.h"
@@ -51,9 +49,7 @@ void AddParts(const MessageRecord& message, Recording& recording) {
     }
     recording.warnings = WarningsOf(message);
     recording.text = TextOf(message);
-    constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
-    recording.document =
-        MessageDocument(message, NativePath(message.file.c_str())).dump(-1, ' ', false, kReplaceBadUtf8);
+    recording.document = MessageDocument(message, NativePath(message.file.c_str()));
 }
 
 }  // namespace
