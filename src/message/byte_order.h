@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <span>
 
 static_assert(std::endian::native == std::endian::little, "the records in memory are little-endian words");
 
@@ -15,5 +16,8 @@ constexpr std::uint32_t SwapLong(std::uint32_t value) noexcept {
 constexpr std::uint16_t SwapWord(std::uint16_t value) noexcept {
     return static_cast<std::uint16_t>(value >> 8 | value << 8);
 }
+
+/// SwapLong of each value, in place.
+void SwapLongs(std::span<std::uint32_t> values) noexcept;
 
 static_assert(SwapLong(0x12345678) == 0x78563412 && SwapWord(0x1234) == 0x3412);

@@ -7,18 +7,18 @@
 
 ByteSource::ByteSource(std::span<const std::uint8_t> bytes) noexcept : m_window(bytes), m_size(bytes.size()) {}
 
-ByteSource::ByteSource(CFile& file) : m_size(static_cast<std::uint64_t>(file.GetLength())), m_file(&file) {}
+ByteSource::ByteSource(CFile& file) noexcept : m_size(static_cast<std::uint64_t>(file.GetLength())), m_file(&file) {}
 
-std::span<const std::uint8_t> ByteSource::At(std::uint64_t offset, std::size_t count) {
+// What the window doesn't hold whole.
+std::span<const std::uint8_t> ByteSource::Fetch(std::uint64_t offset, std::size_t count) {
     count = static_cast<std::size_t>(std::min<std::uint64_t>(count, Left(offset)));
     if (count == 0) return {};
     if (m_file != nullptr && (offset < m_window_offset || offset - m_window_offset > m_window.size() ||
                               count > m_window.size() - (offset - m_window_offset))) {
         const std::size_t window = m_size <= kWholeFile ? static_cast<std::size_t>(m_size) : kSmallWindow;
         const std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(window, Left(offset)));
-        if (!m_buffer) m_buffer = std::make_unique_for_overwrite<std::uint8_t[]>(window);
         m_window_offset = offset;
-        m_window = {m_buffer.get(), ReadFile(offset, {m_buffer.get(), size})};
+        m_window = {m_buffer.data(), ReadFile(offset, {m_buffer.data(), size})};
     }
     const std::span<const std::uint8_t> rest = m_window.subspan(static_cast<std::size_t>(offset - m_window_offset));
     return rest.first(std::min(count, rest.size()));

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 
 class CFile;
@@ -14,7 +14,9 @@ class ByteSource {
     /// @param bytes  must outlive the source.
     explicit ByteSource(std::span<const std::uint8_t> bytes) noexcept;
     /// @param file  open for reading; must outlive the source.
-    explicit ByteSource(CFile& file);
+    explicit ByteSource(CFile& file) noexcept;
+    ByteSource(const ByteSource&) = delete;
+    ByteSource& operator=(const ByteSource&) = delete;
 
     /// Length of the file in bytes, as it was when the source was made.
     std::uint64_t Size() const noexcept { return m_size; }
@@ -24,7 +26,14 @@ class ByteSource {
 
     /// Up to `count` bytes from `offset`, fewer at the end of the file. Good until the next call.
     /// @param count  at most kSmallWindow.
-    std::span<const std::uint8_t> At(std::uint64_t offset, std::size_t count);
+    std::span<const std::uint8_t> At(std::uint64_t offset, std::size_t count) {
+        if (offset >= m_window_offset) {
+            const std::uint64_t start = offset - m_window_offset;
+            if (start <= m_window.size() && count <= m_window.size() - start)
+                return m_window.subspan(static_cast<std::size_t>(start), count);
+        }
+        return Fetch(offset, count);
+    }
 
     /// Copies bytes from `offset` to `out`; what the window doesn't hold is read straight to its place.
     /// @return how many came, fewer than asked at the end of the file; the rest of `out` is not written.
@@ -36,11 +45,12 @@ class ByteSource {
     static constexpr std::size_t kSmallWindow = 4096;
 
   private:
+    std::span<const std::uint8_t> Fetch(std::uint64_t offset, std::size_t count);
     std::size_t ReadFile(std::uint64_t offset, std::span<std::uint8_t> out);
 
     std::span<const std::uint8_t> m_window;  // the bytes at m_window_offset
     std::uint64_t m_window_offset = 0;
     std::uint64_t m_size = 0;
     CFile* m_file = nullptr;
-    std::unique_ptr<std::uint8_t[]> m_buffer;
+    std::array<std::uint8_t, kWholeFile> m_buffer;  // of a file only
 };

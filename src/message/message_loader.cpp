@@ -65,8 +65,8 @@ MessageOutcome MessageReader::Read() {
     if (flags.Has(kSectionFlashFont)) SkipFlashFont();
     ReadHeader();
     ReadRows();
-    m_message.palette = std::make_unique<tag_palete>();
     if (!flags.Has(kSectionPalette)) {
+        m_message.palette = std::make_unique<tag_palete>();
         FillDefaultPalette(*m_message.palette);
     } else if (!ReadPalette()) {
         return MessageOutcome::kShortPalette;
@@ -82,7 +82,7 @@ bool MessageReader::ReadFileHeader() {
     Observe("Psos file header", 0, sizeof(tag_psos_header));
     // A header that the file doesn't hold whole tells no type, so none is kept.
     if (bytes.size() != sizeof(tag_psos_header)) return false;
-    m_message.file_header = std::make_unique<tag_psos_header>(ConvertPsosHeader(bytes));
+    m_message.file_header.reset(new tag_psos_header(ConvertPsosHeader(bytes)));
     return true;
 }
 
@@ -91,7 +91,7 @@ bool MessageReader::ReadFlags() {
     const auto bytes = Next(sizeof(tag_msg_flags));
     // A picture or another type of file has no flags here; only a message's are reported.
     if (m_message.file_header->file_type == kMessageFileType) Observe("section flags", start, sizeof(tag_msg_flags));
-    m_message.flags = std::make_unique<tag_msg_flags>(ConvertMsgFlags(bytes));
+    m_message.flags.reset(new tag_msg_flags(ConvertMsgFlags(bytes)));
     return bytes.size() == sizeof(tag_msg_flags);
 }
 
@@ -115,8 +115,8 @@ void MessageReader::SkipFlashFont() {
 
 void MessageReader::ReadHeader() {
     const std::uint64_t start = m_offset;
-    m_message.header =
-        std::make_unique<tag_msg_header>(ConvertMsgHeader(Next(sizeof(tag_msg_header)), m_message.flags->LineOffset()));
+    m_message.header.reset(
+        new tag_msg_header(ConvertMsgHeader(Next(sizeof(tag_msg_header)), m_message.flags->LineOffset())));
     Observe("message header", start, sizeof(tag_msg_header));
 }
 
@@ -127,19 +127,15 @@ void MessageReader::ReadRows() {
     const std::uint64_t start = m_offset;
     int y_offset = m_message.flags->LineOffset();
     for (int r = 0; r < count; ++r) {
-        tag_msg_row& row = m_message.rows[static_cast<std::size_t>(r)];
-        const auto head = Next(sizeof(RowHead));
-        if (head.empty()) {  // all further rows read as zeros, which is what they hold
-            m_offset += static_cast<std::uint64_t>(count - 1 - r) * sizeof(RowHead);
+        const auto bytes = m_file.At(m_offset, sizeof(tag_msg_row));
+        if (bytes.empty()) {  // all further rows read as zeros, which is what they hold
+            m_offset += static_cast<std::uint64_t>(count - r) * sizeof(RowHead);
             y_offset = 0;
             break;
         }
-        static_cast<RowHead&>(row) = ConvertRowHead(head);
+        tag_msg_row& row = m_message.rows[static_cast<std::size_t>(r)];
+        m_offset += ConvertRow(bytes, row);
         y_offset = std::min(y_offset, row.Y());
-        if (row.Empty()) continue;
-        const std::size_t char_count = static_cast<std::size_t>(row.CharCount());
-        const auto records = Next(char_count * sizeof(tag_msg_char));
-        ConvertMsgChars(records, row.chars);
     }
     Observe("rows", start, m_offset - start);
     // Correct the rows only where there is something to correct, so that rows beyond the file's end stay untouched
@@ -153,6 +149,7 @@ void MessageReader::ReadRows() {
 
 bool MessageReader::ReadPalette() {
     const std::uint64_t start = m_offset;
+    m_message.palette = std::make_unique_for_overwrite<tag_palete>();
     tag_palete& palette = *m_message.palette;
     BigEndianCursor head(Next(4));
     palette.palette_lead = std::bit_cast<std::uint16_t>(head.Bytes<2>());
@@ -160,12 +157,14 @@ bool MessageReader::ReadPalette() {
     const std::size_t size = std::min<std::size_t>(palette.palette_words, kMaxPaletteWords) * 2;
     const auto entries = Next(size);
     Observe("palette", start, 4 + size);
-    if (size == 0 || entries.size() != size) return false;
-    // Entries that a section of fewer words doesn't reach are zero: black.
-    BigEndianCursor in(entries);
-    for (auto& set : palette.colour_sets) {
-        for (std::uint32_t& entry : set) entry = in.U32();
+    if (size == 0 || entries.size() != size) {
+        palette = {};
+        return false;
     }
+    // Entries that a section of fewer words doesn't reach are zero: black.
+    if (size < sizeof palette.colour_sets) std::memset(palette.colour_sets, 0, sizeof palette.colour_sets);
+    std::memcpy(palette.colour_sets, entries.data(), size);
+    SwapLongs({&palette.colour_sets[0][0], kColourSets * kSetEntries});
     return true;
 }
 

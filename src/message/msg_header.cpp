@@ -1,16 +1,21 @@
 #include "message/msg_header.h"
 
+#include <cstring>
+
 #include "message/big_endian_cursor.h"
 #include "message/psos_header.h"
 
 tag_psos_header ConvertPsosHeader(std::span<const std::uint8_t> file) noexcept {
-    BigEndianCursor in(file);
-    tag_psos_header header{};
-    header.file_type = in.U32();                            //   0
-    header.unread_4 = in.U32();                             //   4
-    const auto name = in.Bytes<sizeof header.type_name>();  //   8
-    std::memcpy(header.type_name, name.data(), name.size());
-    return header;
+    tag_psos_header header;
+    if (file.size() >= sizeof header) {  // a copy of fixed length takes a few instructions
+        std::memcpy(&header, file.data(), sizeof header);
+    } else {
+        header = {};
+        if (!file.empty()) std::memcpy(&header, file.data(), file.size());
+    }
+    header.file_type = SwapLong(header.file_type);  // 0
+    header.unread_4 = SwapLong(header.unread_4);    // 4
+    return header;                                  // 8  type_name, as it stands
 }
 
 tag_msg_flags ConvertMsgFlags(std::span<const std::uint8_t> bytes) noexcept {

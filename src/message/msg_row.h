@@ -81,6 +81,7 @@ static_assert(sizeof(tag_msg_row) == 512 && std::is_trivially_copyable_v<tag_msg
 RowHead ConvertRowHead(std::span<const std::uint8_t> bytes) noexcept;
 tag_msg_char ConvertMsgChar(std::span<const std::uint8_t> bytes) noexcept;
 
-/// Converts the records of a row into `chars`, as many as there are bytes for.
-/// @param bytes  at most those of kRowChars records.
-void ConvertMsgChars(std::span<const std::uint8_t> bytes, tag_msg_char* chars) noexcept;
+/// Converts a row as far as there are bytes for it and leaves the rest of it alone.
+/// @param bytes  the file from the row on; a record cut short is filled up with zeros.
+/// @return the bytes that the row takes in a file that holds it whole.
+std::size_t ConvertRow(std::span<const std::uint8_t> bytes, tag_msg_row& row) noexcept;

@@ -1,8 +1,11 @@
 // The bit fields of rows, characters and tab fields, bit by bit.
 #include <array>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "message/byte_order.h"
+#include "message/msg_chars.h"
 #include "message/msg_row.h"
 #include "message/tab_field.h"
 
@@ -74,9 +77,37 @@ TEST(RowBits, EachBitOfAHeadGoesToItsPlace) {
         EXPECT_EQ(Words(ConvertRowHead(OneBit<8>(bit))), Expected(kRowHead, bit)) << "bit " << bit;
 }
 
-TEST(RowBits, EachBitOfACharacterGoesToItsPlace) {
-    for (unsigned bit = 0; bit < 64; ++bit)
-        EXPECT_EQ(Words(ConvertMsgChar(OneBit<8>(bit))), Expected(kChar, bit)) << "bit " << bit;
+// Each bit and each number of records, so that every place in a vector and every remainder is met.
+TEST(RowBits, EveryPathConvertsCharactersAlike) {
+    std::array<std::uint8_t, 8 * 64> file{};
+    for (unsigned bit = 0; bit < 8 * file.size(); ++bit) file[bit / 8] ^= bit * 40503U >> 7 & 1 ? 0x80U >> bit % 8 : 0;
+    const std::size_t most = file.size() / 8;
+    for (const msg_chars::Path& path : msg_chars::Paths()) {
+        for (std::size_t count = 0; count <= most; ++count) {
+            std::array<tag_msg_char, 65> chars;
+            chars.fill({0xA5A5, 0, 0, 0});
+            path.convert(file.data(), chars.data(), count);
+            for (std::size_t n = 0; n < count; ++n)
+                ASSERT_EQ(chars[n], ConvertMsgChar(std::span(file).subspan(8 * n, 8))) << path.name << ' ' << n;
+            EXPECT_EQ(chars[count].word0, 0xA5A5) << path.name << " wrote behind " << count;
+        }
+        for (unsigned bit = 0; bit < 64; ++bit) {
+            std::array<tag_msg_char, 8> chars;
+            std::array<std::uint8_t, 64> records{};
+            records[8 * (bit % 8) + bit / 8] = static_cast<std::uint8_t>(0x80U >> bit % 8);
+            path.convert(records.data(), chars.data(), 8);
+            EXPECT_EQ(Words(chars[bit % 8]), Expected(kChar, bit)) << path.name << ' ' << bit;
+        }
+    }
+}
+
+TEST(ByteOrder, ValuesAreSwappedWhateverTheirNumber) {
+    for (std::size_t count = 0; count < 20; ++count) {
+        std::vector<std::uint32_t> values(count);
+        for (std::size_t n = 0; n < count; ++n) values[n] = static_cast<std::uint32_t>(0x01020300 + n);
+        SwapLongs(values);
+        for (std::size_t n = 0; n < count; ++n) EXPECT_EQ(values[n], 0x00030201U + (n << 24)) << count;
+    }
 }
 
 TEST(RowBits, EachBitOfATabFieldGoesToItsPlace) {
