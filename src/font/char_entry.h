@@ -37,3 +37,6 @@ static_assert(offsetof(tag_char_entry, glyph_word) == 2 && offsetof(tag_char_ent
 
 /// The entry from its 10 bytes in the file; missing ones read as zero.
 tag_char_entry ConvertCharEntry(std::span<const std::uint8_t> bytes) noexcept;
+
+/// Converts a directory, as many entries as there are whole ones in `bytes`.
+void ConvertCharEntries(std::span<const std::uint8_t> bytes, tag_char_entry* entries) noexcept;

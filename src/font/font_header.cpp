@@ -1,5 +1,9 @@
 #include "font/font_header.h"
 
+#include <algorithm>
+#include <array>
+#include <cstring>
+
 #include "font/char_entry.h"
 #include "message/big_endian_cursor.h"
 
@@ -46,13 +50,22 @@ tag_font_header ConvertFontHeader(std::span<const std::uint8_t> bytes) noexcept 
 }
 
 tag_char_entry ConvertCharEntry(std::span<const std::uint8_t> bytes) noexcept {
-    BigEndianCursor in(bytes);
+    std::array<std::uint8_t, sizeof(tag_char_entry)> whole{};
+    std::copy_n(bytes.begin(), std::min(bytes.size(), whole.size()), whole.begin());
     tag_char_entry entry{};
-    entry.glyph_kind = in.U8();                    //  0
-    entry.unread_1 = in.U8();                      //  1
-    entry.glyph_word = RepackGlyphWord(in.U32());  //  2
-    entry.glyph_offset = in.U32();                 //  6
+    ConvertCharEntries(whole, &entry);
     return entry;
+}
+
+void ConvertCharEntries(std::span<const std::uint8_t> bytes, tag_char_entry* entries) noexcept {
+    for (; bytes.size() >= sizeof *entries; bytes = bytes.subspan(sizeof *entries), ++entries) {
+        tag_char_entry file;
+        std::memcpy(&file, bytes.data(), sizeof file);
+        entries->glyph_kind = file.glyph_kind;
+        entries->unread_1 = file.unread_1;
+        entries->glyph_word = RepackGlyphWord(SwapLong(file.glyph_word));
+        entries->glyph_offset = SwapLong(file.glyph_offset);
+    }
 }
 
 tag_samp_struct ConvertSampleHead(std::span<const std::uint8_t> bytes) noexcept {

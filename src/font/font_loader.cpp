@@ -86,9 +86,7 @@ FontOutcome FontReader::ReadDirectory() {
     const auto bytes = m_file.At(m_offset, kSize);
     m_offset += kSize;
     if (bytes.size() != kSize) return FontOutcome::kShortDirectory;
-    for (std::size_t i = 0; i < kDirectoryEntries; ++i) {
-        m_slot.char_directory[i] = ConvertCharEntry(bytes.subspan(i * sizeof(tag_char_entry), sizeof(tag_char_entry)));
-    }
+    ConvertCharEntries(bytes, m_slot.char_directory);
     return FontOutcome::kRead;
 }
 
