@@ -13,6 +13,7 @@ class JsonLine {
     /// The line without its line feed, good until the next Clear.
     const std::string& Text() const noexcept { return m_text; }
     void Clear() noexcept { m_text.clear(); }
+    void Reserve(std::size_t size) { m_text.reserve(size); }
     std::string Take() noexcept { return std::exchange(m_text, {}); }
 
     JsonLine& Open(char bracket);   ///< '{' or '[', as a value.

@@ -168,6 +168,8 @@ void DocumentWriter::Head() {
 }
 
 std::string DocumentWriter::Write(const std::string& source) {
+    constexpr std::size_t kAroundCharacters = 8192, kCharacter = 384;  // bytes, so that it seldom grows
+    m_json.Reserve(kAroundCharacters + m_message.characters.size() * kCharacter);
     constexpr auto kReplaceBadUtf8 = nlohmann::json::error_handler_t::replace;
     m_json.Open('{').Key("source").Written(nlohmann::json(source).dump(-1, ' ', false, kReplaceBadUtf8));
     m_json.Bytes("id", m_message.id);

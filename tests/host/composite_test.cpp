@@ -98,6 +98,25 @@ TEST_F(SmallCanvas, TakesBlueGreenRedFromABitmap) {
     EXPECT_EQ(m_bytes[2], 1);
 }
 
+TEST(Bitmap, IsLaidOverEachPixelOfALongRow) {
+    constexpr int kWidth = 27;
+    std::vector<std::uint8_t> bitmap(kWidth * 4), bytes(kWidth * 4);
+    for (int solid = 0; solid < 3; ++solid) {
+        for (std::size_t n = 0; n < bitmap.size(); ++n) {
+            bitmap[n] = static_cast<std::uint8_t>(n % 4 != 3 ? n * 37 : n / 20 % 3 * 100);
+            bytes[n] =
+                static_cast<std::uint8_t>(n % 4 != 3 ? n * 53 : n / 28 % 2 * 127U * static_cast<unsigned>(solid));
+        }
+        const std::vector<std::uint8_t> ground = bytes;
+        LayBitmap({kWidth, 1, bytes}, 0, 0, kWidth, 1, bitmap);
+        for (std::size_t n = 0; n < bytes.size(); n += 4) {
+            const Rgba laid = Over({bitmap[n + 2], bitmap[n + 1], bitmap[n], bitmap[n + 3]},
+                                   {ground[n], ground[n + 1], ground[n + 2], ground[n + 3]});
+            EXPECT_EQ((Rgba{bytes[n], bytes[n + 1], bytes[n + 2], bytes[n + 3]}), laid) << n << ' ' << solid;
+        }
+    }
+}
+
 TEST_F(SmallCanvas, TakesAColourWhereTheCoverageLetsItThrough) {
     const std::vector<std::uint8_t> coverage{255, 0, 128, 255};
     LayColour(m_canvas, 1, 0, 2, 2, coverage, RGB('r', 'g', 'b'));

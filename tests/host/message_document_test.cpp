@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/host_disk.h"
+#include "host/indented_json.h"
 
 namespace {
 
@@ -70,6 +71,13 @@ TEST_F(Document, TellsTabFieldsWithTheirFontAndColour) {
 TEST_F(Document, TellsHowAPictureIsInserted) {
     samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(717, {}));
     EXPECT_EQ(Import(), Json::parse(R"({"source":"here/.0001","id":".0001","kind":"picture","insert_as":"object"})"));
+}
+
+TEST(IndentedJsonText, IsThatOfTheDocument) {
+    for (const char* json : {R"({"a":[],"b":{},"c":[1,"x,{]\"\\",{"d":null}],"e":[[],[{}]]})", "[]", "7", R"("a:b")"}) {
+        EXPECT_EQ(IndentedJson(json), Json::parse(json).dump(2));
+    }
+    EXPECT_EQ(IndentedJson("]}\"\\"), "]\n}\"\\") << "no document, but a text";
 }
 
 }  // namespace

@@ -20,6 +20,8 @@ namespace fs = std::filesystem;
 
 /// Bytes of the longest text or picture, and of a row. A picture of 720 x 576 pixels has less than 2 MB.
 constexpr int kLongestCell = 64 << 20;
+/// Documents and pictures are tens of kilobytes, and each page costs calls of the system of its own.
+constexpr const char* kPageSize = "PRAGMA page_size = 8192";
 
 std::string Errno(int error) {
     return error != 0 ? ": " + std::generic_category().message(error) : "";
@@ -87,8 +89,9 @@ void SyncDirectory(const fs::path& file) {
 }
 
 bool MakeTables(SqliteDatabase& database) {
+    bool made = database.Run(kPageSize);
     SqliteTransaction transaction(database);
-    bool made = transaction.IsOpen();
+    made = made && transaction.IsOpen();
     for (const char* table : LibrarySchema()) made = made && database.Run(table);
     const std::string id = "PRAGMA application_id = " + std::to_string(kLibraryId);
     const std::string version = "PRAGMA user_version = " + std::to_string(kLibraryVersion);
@@ -206,6 +209,12 @@ void LibraryFile::Protect(Library::Access access) {
     if (sqlite3_db_readonly(handle, "main") != 0) Fail("the library can't be written");
     Run("PRAGMA journal_mode = WAL");
     Run("PRAGMA synchronous = FULL");
+}
+
+SqliteStatement& LibraryFile::Kept(const char* sql) {
+    const auto found = m_kept.find(sql);
+    if (found != m_kept.end() && !found->second.Failed()) return found->second.Again();
+    return m_kept.insert_or_assign(sql, Prepare(sql)).first->second;
 }
 
 bool LibraryFile::Next(SqliteStatement& statement) const {

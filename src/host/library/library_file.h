@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,10 @@ class LibraryFile {
     LibraryFile(const std::filesystem::path& file, Library::Access access, std::chrono::milliseconds patience);
 
     SqliteStatement Prepare(const char* sql) { return m_database->Prepare(sql); }
+    /// For a statement that writes and is used often: made once, kept, and ready to be bound again. It is run to its
+    /// end each time.
+    /// @param sql  a constant text.
+    SqliteStatement& Kept(const char* sql);
     /// Moves to the next row; false behind the last.
     bool Next(SqliteStatement& statement) const;
     void Run(SqliteStatement& statement) const;
@@ -41,4 +46,5 @@ class LibraryFile {
 
     std::filesystem::path m_path;
     std::unique_ptr<SqliteDatabase> m_database;
+    std::map<std::string_view, SqliteStatement> m_kept;
 };

@@ -85,7 +85,7 @@ std::string Joined(const std::vector<SourceFile>& sources) {
 }
 
 RecordingId InsertHead(LibraryFile& file, const Recording& recording) {
-    SqliteStatement insert = file.Prepare(
+    SqliteStatement& insert = file.Kept(
         "INSERT INTO recording (disk, number, kind, recorded_at, options, lines, text) VALUES (?, ?, ?, ?, ?, ?, ?)");
     insert.Bind(recording.disk).Bind(recording.number).Bind(KindWord(recording.kind)).Bind(recording.recorded_at);
     file.Run(insert.Bind(recording.options).Bind(recording.lines).Bind(recording.text));
@@ -94,24 +94,24 @@ RecordingId InsertHead(LibraryFile& file, const Recording& recording) {
 
 void InsertContents(LibraryFile& file, RecordingId id, const Recording& recording) {
     if (!recording.document.empty()) {
-        file.Run(file.Prepare("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
+        file.Run(file.Kept("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
     }
     if (!recording.picture.empty()) {
-        SqliteStatement insert = file.Prepare("INSERT INTO picture VALUES (?, ?, ?, ?)");
+        SqliteStatement& insert = file.Kept("INSERT INTO picture VALUES (?, ?, ?, ?)");
         file.Run(insert.Bind(id).Bind(recording.width).Bind(recording.height).BindBytes(recording.picture));
     }
-    SqliteStatement search = file.Prepare("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
+    SqliteStatement& search = file.Kept("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
     file.Run(search.Bind(id).Bind(recording.text).Bind(Joined(recording.fields)).Bind(Joined(recording.sources)));
 }
 
 void InsertTexts(LibraryFile& file, const char* sql, RecordingId id, const std::vector<std::string>& texts) {
-    SqliteStatement insert = file.Prepare(sql);
+    SqliteStatement& insert = file.Kept(sql);
     std::int64_t position = 0;
     for (const std::string& text : texts) file.Run(insert.Again().Bind(id).Bind(position++).Bind(text));
 }
 
 void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedField>& fields) {
-    SqliteStatement insert = file.Prepare("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
+    SqliteStatement& insert = file.Kept("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
     std::int64_t position = 0;
     for (const RecordedField& field : fields) {
         insert.Again().Bind(id).Bind(position++).Bind(field.name);
@@ -120,7 +120,7 @@ void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedF
 }
 
 void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFile>& sources) {
-    SqliteStatement insert = file.Prepare("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
+    SqliteStatement& insert = file.Kept("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
     std::int64_t position = 0;
     for (const SourceFile& source : sources) {
         insert.Again().Bind(id).Bind(position++).Bind(source.path);
@@ -188,8 +188,8 @@ void InsertRecording(LibraryFile& file, const Recording& recording) {
 }
 
 void DeleteRecording(LibraryFile& file, RecordingId id) {
-    file.Run(file.Prepare("DELETE FROM search WHERE rowid = ?").Bind(id));
-    file.Run(file.Prepare("DELETE FROM recording WHERE id = ?").Bind(id));
+    file.Run(file.Kept("DELETE FROM search WHERE rowid = ?").Bind(id));
+    file.Run(file.Kept("DELETE FROM recording WHERE id = ?").Bind(id));
 }
 
 Recording ReadRecording(LibraryFile& file, RecordingId id) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLargestChunk = 16;
 constexpr auto kLongestWait = std::chrono::milliseconds(200);
-constexpr std::size_t kWaitingPerThread = 4;
+constexpr std::size_t kWaitingPerThread = 2;
 
 std::filesystem::path FileOf(int number, const std::string& directory, const char* extension) {
     char name[32];

@@ -11,6 +11,9 @@
 
 namespace {
 
+/// Files whose checksums are remembered, so that a long batch needs no more memory than a short one.
+constexpr std::size_t kMostKnown = 256;
+
 std::string FontPath(const std::string& directory, int number) {
     char name[16];
     std::snprintf(name, sizeof name, "/.%04d", number);
@@ -37,6 +40,8 @@ SourceFile FileDigests::Of(const std::string& path) {
         return file;
     }
     const std::lock_guard lock(m_mutex);
+    // A message's own file is hardly asked for again; its fonts soon come back.
+    if (m_known.size() >= kMostKnown) m_known.clear();
     m_known.insert_or_assign(path, Known{changed, file});
     return file;
 }

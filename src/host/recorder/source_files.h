@@ -9,8 +9,8 @@
 #include "host/library/recording.h"
 #include "host/message_record.h"
 
-/// Checksums of files, each taken once for as long as its size and time of change stay the same. May be asked from
-/// several threads.
+/// Checksums of files, each remembered for a while and given again as long as its size and time of change stay the
+/// same. May be asked from several threads.
 class FileDigests {
   public:
     /// What is under a path now; without a checksum when there is no such file or it can't be read.
