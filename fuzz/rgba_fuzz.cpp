@@ -16,7 +16,7 @@ void CheckPaths(fuzz::Input bytes) {
     const std::size_t count = bytes.size() / 4;
     std::vector<std::uint8_t> first(count * 4), other(count * 4);
     for (const straighten::Path& path : straighten::Paths()) {
-        path.convert(bytes.data(), other.data(), count);
+        path.Convert(bytes.data(), other.data(), count);
         if (&path == &straighten::Paths().front()) first = other;
         fuzz::Require(other == first, path.name);
     }

@@ -2,10 +2,7 @@
 #include <optional>
 
 #include "font/run_codes.h"
-
-#if defined(__SSE2__)
-#include <immintrin.h>
-#endif
+#include "message/vector_support.h"
 
 namespace {
 
@@ -14,8 +11,6 @@ GlyphSize SizeOf(int max_width, int lines) noexcept {
 }
 
 #if defined(__SSE2__)
-
-#define ZEL_AVX2 __attribute__((target("avx2")))
 
 /// The sums of eight counts up to each of them.
 ZEL_AVX2 inline __m256i RunningSum(__m256i counts) noexcept {
@@ -118,8 +113,7 @@ GlyphSize MeasureRunCodesScalar(RunCodeReader codes) noexcept {
 
 GlyphSize MeasureRunCodes(RunCodeReader codes) noexcept {
 #if defined(__SSE2__)
-    static const bool has_avx2 = __builtin_cpu_supports("avx2") != 0;
-    if (has_avx2) {
+    if (HasAvx2()) {
         if (const std::optional<GlyphSize> size = MeasureAvx2(codes.Rest())) return *size;
     }
 #endif

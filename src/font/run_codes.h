@@ -6,21 +6,27 @@
 #include <optional>
 #include <span>
 
-#include "message/byte_order.h"
-
 /// What a run code does; stored values, in bits 1 and 0.
 enum class RunOperation : std::uint8_t { kBackground = 0, kColour = 1, kBlended = 2, kEndOfLine = 3 };
 
 /// One 32-bit run code. A code of 0 as a whole ends the glyph.
 struct RunCode {
-    std::uint32_t value;
+    std::uint32_t file;  ///< the four bytes as they lie in the file, the first lowest.
 
-    bool EndsGlyph() const noexcept { return value == 0; }
-    RunOperation Operation() const noexcept { return static_cast<RunOperation>(value & 3); }
-    bool Stay() const noexcept { return value >> 31 != 0; }  ///< Draw and don't move.
-    std::uint8_t ColourIndex() const noexcept { return static_cast<std::uint8_t>(value >> 16 & 0xFF); }
-    std::uint8_t Level() const noexcept { return static_cast<std::uint8_t>(value >> 8 & 0xFF); }  ///< Alpha, 0 to 255.
-    int Count() const noexcept { return 32 - static_cast<int>(value >> 3 & 0x1F); }               ///< Pixels, 1 to 32.
+    bool EndsGlyph() const noexcept { return file == 0; }
+    RunOperation Operation() const noexcept { return static_cast<RunOperation>(file >> 24 & 3); }
+    bool Stay() const noexcept { return (file & 0x80) != 0; }  ///< Draw and don't move.
+    std::uint8_t ColourIndex() const noexcept { return static_cast<std::uint8_t>(file >> 8); }
+    std::uint8_t Level() const noexcept { return static_cast<std::uint8_t>(file >> 16); }  ///< Alpha, 0 to 255.
+    int Count() const noexcept { return 32 - static_cast<int>(file >> 27); }               ///< Pixels, 1 to 32.
+
+    /// A colour run that moves on.
+    bool IsColourRun() const noexcept { return (file & kOperationAndStay) == 1U << 24; }
+    /// A background run, but for those with the stay bit, which means nothing there.
+    bool IsBackgroundRun() const noexcept { return (file & kOperationAndStay) == 0 && !EndsGlyph(); }
+
+  private:
+    static constexpr std::uint32_t kOperationAndStay = 3U << 24 | 0x80;
 };
 
 /// A glyph ends at the latest after so many lines, or so many runs in one line, which keeps a damaged glyph bounded.
@@ -36,12 +42,22 @@ class RunCodeReader {
                                                       : std::span<const std::uint8_t>()) {}
 
     RunCode Next() noexcept {
-        if (m_rest.size() < 4) return {0};
-        std::uint32_t value = 0;
-        std::memcpy(&value, m_rest.data(), sizeof value);
-        m_rest = m_rest.subspan(4);
-        return {SwapLong(value)};
+        if (Left() == 0) return {0};
+        const RunCode code = At(0);
+        Skip(1);
+        return code;
     }
+
+    /// Codes that Next has not read yet.
+    std::size_t Left() const noexcept { return m_rest.size() / 4; }
+    /// @param index  from the next code on, below Left().
+    RunCode At(std::size_t index) const noexcept {
+        RunCode code{};
+        std::memcpy(&code, m_rest.data() + index * 4, sizeof code);
+        return code;
+    }
+    /// @param count  at most Left().
+    void Skip(std::size_t count) noexcept { m_rest = m_rest.subspan(count * 4); }
 
     /// What Next has not read yet.
     std::span<const std::uint8_t> Rest() const noexcept { return m_rest; }

@@ -25,17 +25,18 @@ StoredGlyphFault CheckStoredGlyph(const StoredGlyphHead& head, std::size_t prese
 }
 
 void StraightenPixels(std::span<std::uint8_t> pixels) noexcept {
-    straighten::Paths().front().convert(pixels.data(), pixels.data(), pixels.size() / 4);
+    straighten::Paths().front().Convert(pixels.data(), pixels.data(), pixels.size() / 4);
 }
 
 void StraightenRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
                             std::span<std::uint8_t> bottom_up) noexcept {
     if (row_size == 0) return;
-    const auto convert = straighten::Paths().front().convert;
-    const std::size_t fit = std::min(height, bottom_up.size() / row_size);
-    for (std::size_t row = 0; row < fit; ++row) {
-        const std::size_t source = height - 1 - row;
-        if (source >= rows.size() / row_size) continue;
-        convert(rows.data() + source * row_size, bottom_up.data() + row * row_size, row_size / 4);
-    }
+    // Of the rows that the bitmap has room for, those at its start come last in `rows`, which may not hold them.
+    const std::size_t fit = std::min(height, bottom_up.size() / row_size),
+                      held = std::min(height, rows.size() / row_size);
+    const std::size_t missing = height - held;
+    if (missing >= fit) return;
+    straighten::Paths().front().convert_rows({rows.data() + (held - 1) * row_size,
+                                              -static_cast<std::ptrdiff_t>(row_size),
+                                              bottom_up.data() + missing * row_size, row_size / 4, fit - missing});
 }

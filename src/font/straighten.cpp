@@ -3,15 +3,20 @@
 #include <algorithm>
 #include <cstring>
 
-#if defined(__SSE2__)
-#include <immintrin.h>
-#endif
+#include "message/vector_support.h"
 
 namespace straighten {
 
 namespace {
 
-void ConvertScalar(const std::uint8_t* from, std::uint8_t* to, std::size_t count) noexcept {
+const std::uint8_t* FromOf(const Rows& rows, std::size_t row) noexcept {
+    return rows.from + static_cast<std::ptrdiff_t>(row) * rows.from_stride;
+}
+std::uint8_t* ToOf(const Rows& rows, std::size_t row) noexcept {
+    return rows.to + row * rows.width * 4;
+}
+
+inline void ConvertScalar(const std::uint8_t* from, std::uint8_t* to, std::size_t count) noexcept {
     for (; count > 0; --count, from += 4, to += 4) {
         const unsigned alpha = from[0];
         for (std::size_t i = 1; i < 4; ++i) to[i - 1] = Colour(std::min<unsigned>(from[i], alpha), alpha);
@@ -29,7 +34,7 @@ constexpr float kRound = 1 << 23;
 constexpr int kRoundBits = 0x4B000000;
 constexpr int kFirstByteOnly = ~0x7F7F7FFF;  // 0x80 in all bytes but the first
 
-void ConvertSse2(const std::uint8_t* from, std::uint8_t* to, std::size_t count) noexcept {
+inline void ConvertSse2(const std::uint8_t* from, std::uint8_t* to, std::size_t count) noexcept {
     const __m128i low_byte = _mm_set1_epi32(0xFF);
     for (; count >= 4; count -= 4, from += 16, to += 16) {
         const __m128i in = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
@@ -52,51 +57,61 @@ void ConvertSse2(const std::uint8_t* from, std::uint8_t* to, std::size_t count) 
     ConvertScalar(from, to, count);
 }
 
-__attribute__((target("avx2"))) void ConvertAvx2(const std::uint8_t* from, std::uint8_t* to,
-                                                 std::size_t count) noexcept {
+ZEL_AVX2 inline __m256i StraightenEight(__m256i in) noexcept {
     const __m256i low_byte = _mm256_set1_epi32(0xFF), rounding = _mm256_set1_epi32(kRoundBits);
+    // Most of a glyph is either empty or solid.
+    if (_mm256_testz_si256(in, low_byte)) return _mm256_setzero_si256();
+    if (_mm256_testc_si256(in, low_byte)) return _mm256_or_si256(_mm256_srli_epi32(in, 8), _mm256_slli_epi32(in, 24));
     // For each pixel, the place of its byte; a place of 0x80 gives zero.
     const __m256i pixel = _mm256_set1_epi64x(0x0404040400000000),
                   pick_alpha = _mm256_add_epi32(pixel, _mm256_set_epi64x(0x0808080808080808, 0, 0x0808080808080808, 0)),
                   pick_blue = _mm256_or_si256(pick_alpha, _mm256_set1_epi32(kFirstByteOnly + 1)),
                   pick_green = _mm256_or_si256(pick_alpha, _mm256_set1_epi32(kFirstByteOnly + 2));
-    for (; count >= 8; count -= 8, from += 32, to += 32) {
-        auto* const place = reinterpret_cast<__m256i*>(to);
-        const __m256i in = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
-        // Most of a glyph is either empty or solid.
-        if (_mm256_testz_si256(in, low_byte)) {
-            _mm256_storeu_si256(place, _mm256_setzero_si256());
-            continue;
-        }
-        if (_mm256_testc_si256(in, low_byte)) {
-            _mm256_storeu_si256(place, _mm256_or_si256(_mm256_srli_epi32(in, 8), _mm256_slli_epi32(in, 24)));
-            continue;
-        }
-        const __m256i alpha = _mm256_and_si256(in, low_byte);
-        const __m256i limited = _mm256_min_epu8(in, _mm256_shuffle_epi8(in, pick_alpha));
-        const __m256 factor =
-            _mm256_div_ps(_mm256_set1_ps(kRaised255), _mm256_max_ps(_mm256_cvtepi32_ps(alpha), _mm256_set1_ps(1.0F)));
-        const auto straight = [factor](__m256i colour) __attribute__((target("avx2"))) {
-            return _mm256_castps_si256(
-                _mm256_add_ps(_mm256_mul_ps(_mm256_cvtepi32_ps(colour), factor), _mm256_set1_ps(kRound)));
-        };
-        const __m256i blue = straight(_mm256_shuffle_epi8(limited, pick_blue)),
-                      green = straight(_mm256_shuffle_epi8(limited, pick_green)),
-                      red = straight(_mm256_srli_epi32(limited, 24));
-        const __m256i top = _mm256_xor_si256(_mm256_slli_epi32(alpha, 24), rounding);
-        const __m256i out = _mm256_or_si256(_mm256_xor_si256(blue, top),
-                                            _mm256_or_si256(_mm256_slli_epi32(green, 8), _mm256_slli_epi32(red, 16)));
-        _mm256_storeu_si256(place, out);
-    }
-    ConvertScalar(from, to, count);
+    const __m256i alpha = _mm256_and_si256(in, low_byte);
+    const __m256i limited = _mm256_min_epu8(in, _mm256_shuffle_epi8(in, pick_alpha));
+    const __m256 factor =
+        _mm256_div_ps(_mm256_set1_ps(kRaised255), _mm256_max_ps(_mm256_cvtepi32_ps(alpha), _mm256_set1_ps(1.0F)));
+    const auto straight = [factor](__m256i colour) ZEL_AVX2 {
+        return _mm256_castps_si256(_mm256_fmadd_ps(_mm256_cvtepi32_ps(colour), factor, _mm256_set1_ps(kRound)));
+    };
+    const __m256i blue = straight(_mm256_shuffle_epi8(limited, pick_blue)),
+                  green = straight(_mm256_shuffle_epi8(limited, pick_green)),
+                  red = straight(_mm256_srli_epi32(limited, 24));
+    const __m256i top = _mm256_xor_si256(_mm256_slli_epi32(alpha, 24), rounding);
+    return _mm256_or_si256(_mm256_xor_si256(blue, top),
+                           _mm256_or_si256(_mm256_slli_epi32(green, 8), _mm256_slli_epi32(red, 16)));
 }
 
-constexpr Path kPaths[] = {{"AVX2", ConvertAvx2}, {"SSE2", ConvertSse2}, {"scalar", ConvertScalar}};
+ZEL_AVX2 void RowsAvx2(const Rows& rows) noexcept {
+    const int rest = static_cast<int>(rows.width % 8);
+    const __m256i of_rest = _mm256_cmpgt_epi32(_mm256_set1_epi32(rest), _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7));
+    for (std::size_t row = 0; row < rows.height; ++row) {
+        const std::uint8_t* from = FromOf(rows, row);
+        std::uint8_t* to = ToOf(rows, row);
+        for (std::size_t step = 0; step < rows.width / 8; ++step, from += 32, to += 32) {
+            const __m256i in = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
+            _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), StraightenEight(in));
+        }
+        if (rest == 0) continue;
+        const __m256i in = _mm256_maskload_epi32(reinterpret_cast<const int*>(from), of_rest);
+        _mm256_maskstore_epi32(reinterpret_cast<int*>(to), of_rest, StraightenEight(in));
+    }
+}
 
+void RowsSse2(const Rows& rows) noexcept {
+    for (std::size_t row = 0; row < rows.height; ++row) ConvertSse2(FromOf(rows, row), ToOf(rows, row), rows.width);
+}
+
+#endif
+
+void RowsScalar(const Rows& rows) noexcept {
+    for (std::size_t row = 0; row < rows.height; ++row) ConvertScalar(FromOf(rows, row), ToOf(rows, row), rows.width);
+}
+
+#if defined(__SSE2__)
+constexpr Path kPaths[] = {{"AVX2", RowsAvx2}, {"SSE2", RowsSse2}, {"scalar", RowsScalar}};
 #else
-
-constexpr Path kPaths[] = {{"scalar", ConvertScalar}};
-
+constexpr Path kPaths[] = {{"scalar", RowsScalar}};
 #endif
 
 }  // namespace
@@ -104,10 +119,10 @@ constexpr Path kPaths[] = {{"scalar", ConvertScalar}};
 std::span<const Path> Paths() noexcept {
     const std::span<const Path> paths(kPaths);
 #if defined(__SSE2__)
-    static const bool has_avx2 = __builtin_cpu_supports("avx2") != 0;
-    if (!has_avx2) return paths.subspan(1);
-#endif
+    return paths.subspan(HasAvx2() ? 0 : 1);
+#else
     return paths;
+#endif
 }
 
 }  // namespace straighten

@@ -21,11 +21,23 @@ constexpr std::uint8_t Colour(unsigned colour, unsigned alpha) noexcept {
     return static_cast<std::uint8_t>((colour * kFactors[alpha] + (1U << 19)) >> 20);
 }
 
-/// One way of converting `count` pixels, as StraightenPixels describes. All ways give the same bytes.
+/// Rows of pixels, as StraightenPixels describes them.
+struct Rows {
+    const std::uint8_t* from;
+    std::ptrdiff_t from_stride;  ///< bytes from a row to the next one, which may lie in front of it.
+    std::uint8_t* to;            ///< the rows back to back; may be `from`, and else lies apart from it.
+    std::size_t width;           ///< pixels.
+    std::size_t height;
+};
+
+/// One way of converting pixels. All ways give the same bytes.
 struct Path {
     const char* name;
-    /// @param to  room for the pixels; may be `from`, and else lies apart from it.
-    void (*convert)(const std::uint8_t* from, std::uint8_t* to, std::size_t count) noexcept;
+    void (*convert_rows)(const Rows& rows) noexcept;
+
+    void Convert(const std::uint8_t* from, std::uint8_t* to, std::size_t count) const noexcept {
+        convert_rows({from, 0, to, count, 1});
+    }
 };
 
 /// The ways that this processor can go, the fastest first, the one without vector instructions last.

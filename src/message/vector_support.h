@@ -6,11 +6,12 @@
 #if defined(__SSE2__)
 #include <immintrin.h>
 
-#define ZEL_AVX2 __attribute__((target("avx2")))
+#define ZEL_AVX2 __attribute__((target("avx2,fma")))
 #define ZEL_VBMI __attribute__((target("avx512bw,avx512vbmi,avx512vbmi2")))
 
+/// With the fused multiplication that comes with it in all but a few processors.
 inline bool HasAvx2() noexcept {
-    static const bool has = __builtin_cpu_supports("avx2") != 0;
+    static const bool has = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
     return has;
 }
 

@@ -32,9 +32,27 @@ TEST(StoredPixels, AreTheFormulaInDoublesForEveryColourAndAlphaOnEveryPath) {
     for (const straighten::Path& path : straighten::Paths()) {
         for (const std::size_t first : {0U, 4U}) {  // and with what is left over behind the last whole step
             std::vector<std::uint8_t> pixels(stored.begin() + static_cast<std::ptrdiff_t>(first), stored.end());
-            path.convert(pixels.data(), pixels.data(), pixels.size() / 4);
+            path.Convert(pixels.data(), pixels.data(), pixels.size() / 4);
             EXPECT_TRUE(std::equal(pixels.begin(), pixels.end(), wanted.begin() + static_cast<std::ptrdiff_t>(first)))
                 << path.name;
+        }
+    }
+}
+
+TEST(StoredPixels, OfRowsOfAnyWidthAreTheSameOnEveryPath) {
+    std::vector<std::uint8_t> stored(4 * 3 * 20);
+    for (std::size_t i = 0; i < stored.size(); ++i) stored[i] = static_cast<std::uint8_t>(i * 167 >> 1);
+    for (std::size_t width = 1; width <= 20; ++width) {
+        std::vector<std::uint8_t> wanted(stored.size(), 0xEE), got = wanted;
+        const auto convert = [&](const straighten::Path& path, std::vector<std::uint8_t>& to) {
+            const auto row = static_cast<std::ptrdiff_t>(width) * 4;
+            path.convert_rows({stored.data() + 2 * row, -row, to.data(), width, 3});  // the last row first
+            return path.name;
+        };
+        convert(straighten::Paths().back(), wanted);
+        for (const straighten::Path& path : straighten::Paths()) {
+            const char* const name = convert(path, got);
+            EXPECT_EQ(got, wanted) << name << ", " << width;
         }
     }
 }

@@ -155,6 +155,29 @@ TEST(Draw, EndsAfter500ColourRunsOrLines) {
     EXPECT_EQ(Canvas(1, 502, lines).At(0, 500), kFace);
 }
 
+TEST(Draw, FillsRowsAsIfTheyHadBeenFilledBefore) {
+    std::mt19937 random(20040607);
+    const auto any = [&random](unsigned below) { return static_cast<unsigned>(random() % below); };
+    for (int round = 0; round < 3000; ++round) {
+        const int width = static_cast<int>(any(40)) + 1, height = static_cast<int>(any(6)) + 1;
+        RunCodes codes(any(80));
+        for (std::uint32_t& code : codes) {
+            const unsigned colour = any(4), level = any(256), count = any(12) + 1;
+            const std::uint32_t kinds[] = {BackgroundRun(count), ColourRun(colour, level, count),  EndOfLine(),
+                                           Stay(colour, level),  BlendedRun(colour, level, count), kStayingBackground,
+                                           ColourRun(1, 255, 32)};
+            code = kinds[any(std::size(kinds))];
+        }
+        if (round % 4 == 0) codes.insert(codes.begin(), 496, Stay(1, 9));  // so that the line ends by its runs
+        const Canvas before(width, height, codes, 0x21);
+        std::vector<std::uint8_t> pixels(before.pixels.size(), 0xEE);
+        const RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
+        DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}},
+                     {pixels.data(), width * 4, width, height, 0x21});
+        ASSERT_EQ(pixels, before.pixels) << "round " << round;
+    }
+}
+
 TEST(Draw, NeverLeavesTheBuffer) {
     constexpr std::size_t kMargin = 256;
     std::mt19937 random(20240229);
@@ -165,7 +188,8 @@ TEST(Draw, NeverLeavesTheBuffer) {
         std::vector<std::uint8_t> memory(2 * kMargin + Canvas::Size(width, height), 0xC5);
         const RunColour colours[] = {{}, {200, 100, 50}};
         DrawRunCodes(Reader(samples::RunCodeBytes(codes), static_cast<std::uint32_t>(random() % 8)), {colours, {}},
-                     {memory.data() + kMargin, width * 4, width, height});
+                     {memory.data() + kMargin, width * 4, width, height,
+                      round % 2 == 0 ? std::optional<std::uint8_t>(0xC5) : std::nullopt});
         const auto untouched = [&](std::size_t from, std::size_t count) {
             return std::all_of(memory.begin() + static_cast<std::ptrdiff_t>(from),
                                memory.begin() + static_cast<std::ptrdiff_t>(from + count),
