@@ -43,17 +43,15 @@ TEST(StoredPixels, OfRowsOfAnyWidthAreTheSameOnEveryPath) {
     std::vector<std::uint8_t> stored(4 * 3 * 20);
     for (std::size_t i = 0; i < stored.size(); ++i) stored[i] = static_cast<std::uint8_t>(i * 167 >> 1);
     for (std::size_t width = 1; width <= 20; ++width) {
-        std::vector<std::uint8_t> wanted(stored.size(), 0xEE), got = wanted;
-        const auto convert = [&](const straighten::Path& path, std::vector<std::uint8_t>& to) {
-            const auto row = static_cast<std::ptrdiff_t>(width) * 4;
-            path.convert_rows({stored.data() + 2 * row, -row, to.data(), width, 3});  // the last row first
-            return path.name;
+        const auto row = static_cast<std::ptrdiff_t>(width) * 4;
+        const auto converted = [&](const straighten::Path& path) {
+            std::vector<std::uint8_t> pixels(stored.size(), 0xEE);
+            path.convert_rows({stored.data() + 2 * row, -row, pixels.data(), width, 3});  // the last row first
+            return pixels;
         };
-        convert(straighten::Paths().back(), wanted);
-        for (const straighten::Path& path : straighten::Paths()) {
-            const char* const name = convert(path, got);
-            EXPECT_EQ(got, wanted) << name << ", " << width;
-        }
+        const auto wanted = converted(straighten::Paths().back());
+        for (const straighten::Path& path : straighten::Paths())
+            EXPECT_EQ(converted(path), wanted) << path.name << ", " << width;
     }
 }
 
