@@ -6,6 +6,7 @@
 #include <memory>
 #include <string_view>
 
+#include "desktop/widgets/program_icon.h"
 #include "desktop/windows/main_window.h"
 #include "host/sqlite_settings_store.h"
 
@@ -68,12 +69,12 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("zeltrans-desktop"));
     QApplication::setApplicationVersion(QStringLiteral(ZELTRANS_VERSION));
     const Arguments arguments = Parse(*application);
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("ZelTrans"));
     MakeParent(arguments.library);
     SqliteSettingsStore store(QFile::encodeName(arguments.settings).toStdString());
     SetSettingsStore(&store);
     int exit_code = 0;
     {
+        QGuiApplication::setWindowIcon(desktop::ProgramIcon());
         desktop::MainWindow window({QFile::encodeName(QFileInfo(arguments.library).absoluteFilePath()).toStdString(),
                                     arguments.settings + QStringLiteral("/desktop.ini")});
         window.show();

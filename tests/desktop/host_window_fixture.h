@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QLabel>
 #include <QListView>
+#include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QUrl>
 #include <filesystem>
 #include <memory>
 
@@ -61,6 +64,16 @@ class HostWindow : public testing::Test {
     desktop::PictureView& Picture() { return Find<desktop::PictureView>("picture"); }
     std::string Notice() { return Find<desktop::NoticeBar>("notice").Text().toStdString(); }
     void Trigger(const char* action) { Find<QAction>(action).trigger(); }
+
+    void Drop(const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &drop);
+    }
 
     void Finish() {
         EXPECT_TRUE(QTest::qWaitFor([&] { return !window->IsBusy(); }, kPatience_ms));

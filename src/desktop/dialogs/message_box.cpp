@@ -63,7 +63,9 @@ QMessageBox::Icon IconOf(UINT style) {
 /// A box that can be made to insist on an answer.
 class Box : public QMessageBox {
   public:
-    Box(QWidget* parent, bool insists) : QMessageBox(parent), m_insists(insists) {}
+    Box(QWidget* parent, bool insists) : QMessageBox(parent), m_insists(insists) {
+        setObjectName(QStringLiteral("message_box"));
+    }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {

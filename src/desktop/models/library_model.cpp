@@ -7,6 +7,7 @@
 #include "desktop/models/message_details.h"
 #include "desktop/models/thumbnail_loader.h"
 #include "desktop/work/patience.h"
+#include "host/export/export_subject.h"
 
 namespace desktop {
 
@@ -113,11 +114,11 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleDescriptionRole:
             return entry.warnings == 0 ? text : text + QStringLiteral("\n") + tr("Warnings: %1").arg(entry.warnings);
         case Qt::AccessibleTextRole:
-            return TitleOf(entry.key) + QStringLiteral(", ") + text.section(u'\n', 0, 0);
+            return TitleOf(entry.key) + QStringLiteral(", ") + QString::fromUtf8(::TitleOf(entry.text).c_str());
         case kThumbnail:
             return ThumbnailOf(entry);
         case kText:
-            return text.simplified();
+            return QString::fromUtf8(::TitleOf(entry.text).c_str()).simplified();
         case kWarnings:
             return entry.warnings;
         default:

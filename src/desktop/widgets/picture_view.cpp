@@ -282,19 +282,22 @@ void PictureView::PaintFields(QPainter& painter) const {
 
 void PictureView::PaintSafeAreas(QPainter& painter) const {
     const QRectF whole = ToView().mapRect(QRectF(m_shown.rect()));
-    const auto paint = [&](double part, const QColor& colour, const QString& name) {
+    const auto paint = [&](double part, const QColor& colour, const QString& name, Qt::Alignment side) {
         QRectF area(0, 0, whole.width() * part, whole.height() * part);
         area.moveCenter(whole.center());
         painter.setPen(QPen(colour, 1, Qt::DashLine));
         painter.drawRect(area);
-        const QRectF label = area.adjusted(4, 2, -4, -2);
+        // Both names stand inside the inner area: between the two there is no room.
+        QRectF label(0, 0, whole.width() * kTitleSafe, whole.height() * kTitleSafe);
+        label.moveCenter(whole.center());
+        label.adjust(4, 2, -4, -2);
         painter.setPen(Qt::black);
-        painter.drawText(label.translated(1, 1), Qt::AlignRight | Qt::AlignBottom, name);
+        painter.drawText(label.translated(1, 1), side | Qt::AlignBottom, name);
         painter.setPen(colour);
-        painter.drawText(label, Qt::AlignRight | Qt::AlignBottom, name);
+        painter.drawText(label, side | Qt::AlignBottom, name);
     };
-    paint(kActionSafe, kActionColour, QString());
-    paint(kTitleSafe, kTitleColour, tr("outer frame: action safe, 93 %; inner: title safe, 90 %"));
+    paint(kActionSafe, kActionColour, tr("action safe, 93 %"), Qt::AlignLeft);
+    paint(kTitleSafe, kTitleColour, tr("title safe, 90 %"), Qt::AlignRight);
 }
 
 void PictureView::PaintWords(QPainter& painter) const {

@@ -1,68 +1,43 @@
 #include "desktop/windows/detail_docks.h"
 
+#include <QAction>
 #include <QDockWidget>
 #include <QFile>
-#include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QMainWindow>
-#include <QStandardItemModel>
-#include <QTableView>
+#include <algorithm>
+#include <utility>
 
+#include "desktop/widgets/detail_table.h"
 #include "desktop/widgets/palette_view.h"
 
 namespace desktop {
 
-namespace {
-
-QStandardItemModel& ModelOf(const QTableView& table) {
-    return *static_cast<QStandardItemModel*>(table.model());
-}
-
-void AddLine(const QTableView& table, const QStringList& texts, const QColor& colour = {}) {
-    QList<QStandardItem*> items;
-    for (const QString& text : texts) {
-        items.append(new QStandardItem(text));
-        items.back()->setEditable(false);
-        items.back()->setToolTip(text);
-    }
-    if (colour.isValid()) items.front()->setData(colour, Qt::DecorationRole);
-    ModelOf(table).appendRow(items);
-}
-
-/// The last column takes what is left.
-void FitColumns(QTableView& table) {
-    QHeaderView& heads = *table.horizontalHeader();
-    heads.setStretchLastSection(false);
-    const int last = ModelOf(table).columnCount() - 1;
-    for (int column = 0; column < last; ++column) table.resizeColumnToContents(column);
-    heads.resizeSection(last, heads.minimumSectionSize());
-    heads.setStretchLastSection(true);
-}
-
-}  // namespace
-
 DetailDocks::DetailDocks(QMainWindow* window)
     : QObject(window),
-      m_rows(AddTable(window, tr("Rows"), QStringLiteral("rows"), {tr("Row"), tr("Y"), tr("Lines"), tr("Text")})),
-      m_fields(AddTable(window, tr("Tab fields"), QStringLiteral("fields"),
+      m_window(window),
+      m_rows(
+          AddTable(tr("Rows"), QStringLiteral("rows"), tr("No rows"), {tr("Row"), tr("Y"), tr("Lines"), tr("Text")})),
+      m_fields(AddTable(tr("Tab fields"), QStringLiteral("fields"), tr("No tab fields"),
                         {tr("Name"), tr("Row"), tr("Left"), tr("Top"), tr("Right"), tr("Bottom")})),
-      m_fonts(
-          AddTable(window, tr("Fonts"), QStringLiteral("fonts"), {tr("Slot"), tr("Number"), tr("Lines"), tr("Name")})),
-      m_facts(AddTable(window, tr("Details"), QStringLiteral("facts"), {tr("What"), tr("Value")})),
+      m_fonts(AddTable(tr("Fonts"), QStringLiteral("fonts"), tr("No fonts"),
+                       {tr("Slot"), tr("Number"), tr("Lines"), tr("Name")})),
       m_palette(new PaletteView) {
-    Add(window, tr("Palette"), QStringLiteral("palette_dock"), m_palette);
-    // Rows above, the palette and the rest below, a tab each.
-    QDockWidget* const rows = m_docks[0];
-    QDockWidget* const fields = m_docks[1];
-    QDockWidget* const fonts = m_docks[2];
-    QDockWidget* const facts = m_docks[3];
-    QDockWidget* const palette = m_docks[4];
-    window->splitDockWidget(rows, fonts, Qt::Vertical);
-    window->splitDockWidget(fonts, palette, Qt::Vertical);
-    window->tabifyDockWidget(rows, fields);
-    window->tabifyDockWidget(fonts, facts);
-    rows->raise();
-    fonts->raise();
+    m_facts = AddTable(tr("Details"), QStringLiteral("facts"), tr("No message is chosen"), {tr("What"), tr("Value")});
+    // What is in the picture above, where it comes from and its colours below.
+    enum { kRows, kFields, kFonts, kFacts, kPalette };
+    Add(tr("Palette"), QStringLiteral("palette_dock"), m_palette);
+    window->splitDockWidget(m_docks[kRows], m_docks[kFonts], Qt::Vertical);
+    window->splitDockWidget(m_docks[kFonts], m_docks[kPalette], Qt::Vertical);
+    window->tabifyDockWidget(m_docks[kRows], m_docks[kFields]);
+    window->tabifyDockWidget(m_docks[kFonts], m_docks[kFacts]);
+    m_docks[kRows]->raise();
+    m_docks[kFonts]->raise();
+    for (QDockWidget* const dock : m_docks) {
+        for (const auto& changed : {&QDockWidget::topLevelChanged, &QDockWidget::visibilityChanged})
+            connect(dock, changed, this, &DetailDocks::TitleSoon);
+        connect(dock, &QDockWidget::dockLocationChanged, this, &DetailDocks::TitleSoon);
+    }
     const auto mark = [this](const auto& list, const QModelIndex& index, auto part) {
         const auto at = static_cast<std::size_t>(index.row());
         Q_EMIT marked(index.isValid() && at < list.size() ? list[at].*part : QRect());
@@ -79,57 +54,62 @@ DetailDocks::DetailDocks(QMainWindow* window)
     m_fonts->setToolTip(tr("Enter or a double click shows a font's glyphs"));
 }
 
-QTableView* DetailDocks::AddTable(QMainWindow* window, const QString& title, const QString& name,
-                                  const QStringList& heads) {
-    auto* const table = new QTableView;
-    auto* const model = new QStandardItemModel(0, static_cast<int>(heads.size()), table);
-    model->setHorizontalHeaderLabels(heads);
+DetailTable* DetailDocks::AddTable(const QString& title, const QString& name, const QString& words,
+                                   const QStringList& heads) {
+    auto* const table = new DetailTable(heads, words);
     table->setObjectName(name);
     table->setAccessibleName(title);
-    table->setModel(model);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->setTabKeyNavigation(false);
-    table->setShowGrid(false);
-    table->setAlternatingRowColors(true);
-    table->setWordWrap(false);
-    table->verticalHeader()->hide();
-    table->verticalHeader()->setDefaultSectionSize(table->fontMetrics().height() + 6);
-    table->horizontalHeader()->setStretchLastSection(true);
-    table->horizontalHeader()->setHighlightSections(false);
-    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    Add(window, title, name + QStringLiteral("_dock"), table);
+    Add(title, name + QStringLiteral("_dock"), table);
     return table;
 }
 
-void DetailDocks::Add(QMainWindow* window, const QString& title, const QString& name, QWidget* content) {
-    auto* const dock = new QDockWidget(title, window);
+void DetailDocks::Add(const QString& title, const QString& name, QWidget* content) {
+    auto* const dock = new QDockWidget(title, m_window);
     dock->setObjectName(name);
     dock->setWidget(content);
-    window->addDockWidget(Qt::RightDockWidgetArea, dock);
+    m_window->addDockWidget(Qt::RightDockWidgetArea, dock);
     m_docks.push_back(dock);
+}
+
+/// The docks tell of a change before they are where they go.
+void DetailDocks::TitleSoon() {
+    if (!std::exchange(m_titles_due, true)) QMetaObject::invokeMethod(this, &DetailDocks::Title, Qt::QueuedConnection);
+}
+
+/// A dock among tabs has its title on the tab.
+void DetailDocks::Title() {
+    m_titles_due = false;
+    const auto is_shown = [](const QDockWidget* dock) { return dock->toggleViewAction()->isChecked(); };
+    for (QDockWidget* const dock : m_docks) {
+        const QList<QDockWidget*> beside = m_window->tabifiedDockWidgets(dock);
+        const bool has_tab = !dock->isFloating() && std::any_of(beside.begin(), beside.end(), is_shown);
+        if (has_tab == (dock->titleBarWidget() != nullptr)) continue;
+        QWidget* const before = dock->titleBarWidget();
+        dock->setTitleBarWidget(has_tab ? new QWidget(dock) : nullptr);
+        if (before != nullptr) before->deleteLater();
+    }
 }
 
 void DetailDocks::Show(const MessageDetails& details) {
     m_details = details;
-    for (QTableView* const table : {m_rows, m_fields, m_fonts, m_facts}) ModelOf(*table).setRowCount(0);
+    for (DetailTable* const table : {m_rows, m_fields, m_fonts, m_facts}) table->Clear();
     for (const RowDetail& row : details.rows) {
-        AddLine(*m_rows, {QString::number(row.index), QString::number(row.band.top()),
-                          QString::number(row.band.height()), row.text});
+        m_rows->AddLine({QString::number(row.index), QString::number(row.band.top()),
+                         QString::number(row.band.height()), row.text});
     }
     for (const FieldDetail& field : details.fields) {
         const QRect& frame = field.frame;
-        AddLine(*m_fields,
-                {field.name, QString::number(field.row), QString::number(frame.left()), QString::number(frame.top()),
-                 QString::number(frame.left() + frame.width()), QString::number(frame.top() + frame.height())},
-                field.colour);
+        m_fields->AddLine(
+            {field.name, QString::number(field.row), QString::number(frame.left()), QString::number(frame.top()),
+             QString::number(frame.left() + frame.width()), QString::number(frame.top() + frame.height())},
+            field.colour);
     }
     for (const FontDetail& font : details.fonts) {
-        AddLine(*m_fonts, {QString::number(font.slot), QStringLiteral("%1").arg(font.number, 4, 10, QLatin1Char('0')),
-                           QString::number(font.height), font.name});
+        m_fonts->AddLine({QString::number(font.slot), QStringLiteral("%1").arg(font.number, 4, 10, QLatin1Char('0')),
+                          QString::number(font.height), font.name});
     }
-    for (const auto& [name, value] : details.facts) AddLine(*m_facts, {name, value});
-    for (QTableView* const table : {m_rows, m_fields, m_fonts, m_facts}) FitColumns(*table);
+    for (const auto& [name, value] : details.facts) m_facts->AddLine({name, value});
+    for (DetailTable* const table : {m_rows, m_fields, m_fonts, m_facts}) table->FitColumns();
     m_palette->Show(details.palette);
 }
 

@@ -9,10 +9,10 @@
 
 class QDockWidget;
 class QMainWindow;
-class QTableView;
 
 namespace desktop {
 
+class DetailTable;
 class PaletteView;
 
 /// What a message holds, beside its picture: rows, tab fields, fonts, palette, details.
@@ -32,16 +32,20 @@ class DetailDocks : public QObject {
     void pointedAt(const QString& name);
 
   private:
-    QTableView* AddTable(QMainWindow* window, const QString& title, const QString& name, const QStringList& heads);
-    void Add(QMainWindow* window, const QString& title, const QString& name, QWidget* content);
+    DetailTable* AddTable(const QString& title, const QString& name, const QString& words, const QStringList& heads);
+    void Add(const QString& title, const QString& name, QWidget* content);
+    void TitleSoon();
+    void Title();
 
+    QMainWindow* m_window;
     MessageDetails m_details;
     std::vector<QDockWidget*> m_docks;
-    QTableView* m_rows;
-    QTableView* m_fields;
-    QTableView* m_fonts;
-    QTableView* m_facts;
+    bool m_titles_due = false;
+    DetailTable* m_rows;
+    DetailTable* m_fields;
+    DetailTable* m_fonts;
     PaletteView* m_palette;
+    DetailTable* m_facts;
 };
 
 }  // namespace desktop

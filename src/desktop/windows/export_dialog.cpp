@@ -65,9 +65,10 @@ void ExportDialog::FillFormats() {
         m_ui->formats->addItem(item);
     }
     m_ui->formats->setCurrentRow(0);
-    constexpr int kFrame = 8;
+    constexpr int kFrame = 8, kBetween = 2;
     const int lines = m_ui->formats->count();
-    m_ui->formats->setMinimumHeight(lines * m_ui->formats->sizeHintForRow(0) + kFrame);
+    m_ui->formats->setSpacing(kBetween);
+    m_ui->formats->setMinimumHeight(lines * (m_ui->formats->sizeHintForRow(0) + 2 * kBetween) + kFrame);
     m_ui->formats->setMinimumWidth(m_ui->formats->sizeHintForColumn(0) + 4 * kFrame);
 }
 

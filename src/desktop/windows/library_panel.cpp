@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "desktop/models/library_model.h"
 #include "desktop/widgets/thumbnail_delegate.h"
@@ -120,9 +121,15 @@ void LibraryPanel::ReloadSoon() {
     if (!m_reload_timer->isActive()) m_reload_timer->start();
 }
 
-void LibraryPanel::KeepChoice(const std::optional<RecordingKey>& key) {
-    const int before = key ? m_model->RowOf(*key) : -1;
-    const QModelIndex now = m_model->index(before >= 0 ? before : 0);
+void LibraryPanel::ChooseSoon(const RecordingKey& key) {
+    m_wanted = key;
+    ReloadSoon();
+}
+
+void LibraryPanel::KeepChoice(const std::optional<RecordingKey>& before) {
+    const auto row_of = [this](const std::optional<RecordingKey>& key) { return key ? m_model->RowOf(*key) : -1; };
+    const int wanted = row_of(std::exchange(m_wanted, std::nullopt));
+    const QModelIndex now = m_model->index(wanted >= 0 ? wanted : std::max(row_of(before), 0));
     if (now.isValid() && m_list->currentIndex() != now) {
         m_list->setCurrentIndex(now);
     } else {
@@ -148,14 +155,16 @@ void LibraryPanel::ShowWords() {
     } else if (IsSearching()) {
         m_words->setText(tr("No message holds “%1”.").arg(m_search->text().trimmed()));
     } else {
-        m_words->setText(
-            tr("The library is empty.\n\nDrop a disk, a folder or a message file here, or choose Import… in the menu "
-               "File."));
+        m_words->setText(tr("The library is empty."));
     }
 }
 
 int LibraryPanel::Count() const {
     return m_model->rowCount();
+}
+
+bool LibraryPanel::IsEmpty() const {
+    return m_readable && !IsSearching() && Count() == 0;
 }
 
 bool LibraryPanel::IsSearching() const {

@@ -29,12 +29,17 @@ class LibraryPanel : public QWidget {
     /// As Reload, soon; asked often, it is done now and then.
     void ReloadSoon();
 
+    /// As ReloadSoon, and this one is the current one then, if it is shown.
+    void ChooseSoon(const RecordingKey& key);
+
     std::optional<RecordingKey> Current() const;
     std::vector<RecordingKey> Selected() const;
     /// All that the search has left.
     std::vector<RecordingKey> Shown() const;
     int Count() const;
     bool IsSearching() const;
+    /// Nothing is recorded: it isn't that nothing is found or can be read.
+    bool IsEmpty() const;
     void FocusSearch();
     void FocusList();
 
@@ -50,7 +55,7 @@ class LibraryPanel : public QWidget {
 
   private:
     void ShowWords();
-    void KeepChoice(const std::optional<RecordingKey>& key);
+    void KeepChoice(const std::optional<RecordingKey>& before);
     void TellChoice();
 
     LibraryModel* m_model;
@@ -61,7 +66,8 @@ class LibraryPanel : public QWidget {
     QTimer* m_search_timer;
     QTimer* m_reload_timer;
     bool m_readable = true;
-    std::optional<LibraryEntry> m_told;  // what was chosen last
+    std::optional<RecordingKey> m_wanted;  // to be chosen by the next reload
+    std::optional<LibraryEntry> m_told;    // what was chosen last
 };
 
 }  // namespace desktop

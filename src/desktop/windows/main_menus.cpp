@@ -17,10 +17,6 @@ namespace {
 
 constexpr int kRecentDisks = 10;
 
-QString RecentKey() {
-    return QStringLiteral("recent/disks");
-}
-
 }  // namespace
 
 QAction* MainWindow::AddAction(QMenu* menu, const QString& name, const QString& text, const QList<QKeySequence>& keys,
@@ -111,7 +107,9 @@ void MainWindow::MakeViewMenu() {
     AddToggle(view, QStringLiteral("safe_areas"), tr("&Safe areas"), tr("Ctrl+L"), false,
               [this](bool on) { m_picture->SetSafeAreas(on); });
     view->addSeparator();
-    MakePanels(view->addMenu(tr("&Go to")), view->addMenu(tr("Pa&nels")));
+    QMenu* const go_to = view->addMenu(tr("&Go to"));
+    m_panels = view->addMenu(tr("Pa&nels"));
+    MakePanels(go_to, m_panels);
     AddAction(view, QStringLiteral("reload"), tr("&Reload library"), {QKeySequence::Refresh}, [this] {
         m_names = {};
         m_library->Reload();
@@ -183,7 +181,7 @@ void MainWindow::EnableActions() {
 
 void MainWindow::ShowRecentDisks() {
     m_recent->clear();
-    const QStringList disks = m_settings.value(RecentKey()).toStringList();
+    const QStringList disks = RecentDisks();
     for (const QString& disk : disks) {
         QString text = QDir(disk).dirName() + QStringLiteral("  –  ") + disk;
         const QString words =
@@ -194,11 +192,15 @@ void MainWindow::ShowRecentDisks() {
     if (disks.isEmpty()) m_recent->addAction(tr("None yet"))->setEnabled(false);
 }
 
+QStringList MainWindow::RecentDisks() const {
+    return m_settings.value(QStringLiteral("recent/disks")).toStringList();
+}
+
 void MainWindow::Remember(const QString& place) {
-    QStringList disks = m_settings.value(RecentKey()).toStringList();
+    QStringList disks = RecentDisks();
     disks.removeAll(place);
     disks.prepend(place);
-    m_settings.setValue(RecentKey(), disks.mid(0, kRecentDisks));
+    m_settings.setValue(QStringLiteral("recent/disks"), disks.mid(0, kRecentDisks));
 }
 
 }  // namespace desktop

@@ -4,10 +4,12 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -15,8 +17,10 @@
 #include "desktop/models/picture_image.h"
 #include "desktop/widgets/notice_bar.h"
 #include "desktop/widgets/picture_view.h"
+#include "desktop/widgets/start_page.h"
 #include "desktop/windows/detail_docks.h"
 #include "desktop/windows/library_panel.h"
+#include "desktop/work/name_lists.h"
 #include "desktop/work/patience.h"
 #include "host/library/library.h"
 
@@ -25,7 +29,19 @@ namespace desktop {
 namespace {
 
 /// Of the layout that restoreState takes; another one when docks or bars change.
-constexpr int kLayoutVersion = 1;
+constexpr int kLayoutVersion = 2;
+
+QString Counted(std::size_t count, const char* one, const char* many) {
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
+}
+
+/// What a message is, in a line.
+QString SummaryOf(const MessageDetails& details) {
+    return QStringList{details.title, details.standard, Counted(details.rows.size(), "row", "rows"),
+                       Counted(details.fonts.size(), "font", "fonts"),
+                       Counted(details.fields.size(), "tab field", "tab fields")}
+        .join(QStringLiteral("   "));
+}
 
 }  // namespace
 
@@ -36,6 +52,8 @@ MainWindow::MainWindow(const Places& places)
       m_previous_desktop(SetDesktop(&m_desktop)),
       m_library(new LibraryPanel(places.library)),
       m_picture(new PictureView),
+      m_start(new StartPage),
+      m_centre(new QStackedWidget),
       m_notice(new NoticeBar),
       m_pointed(new QLabel),
       m_zoom(new QLabel),
@@ -49,6 +67,7 @@ MainWindow::MainWindow(const Places& places)
     setAcceptDrops(true);
     LayOut();
     MakeMenus();
+    MakeToolbar();
     RestoreLayout();
 
     connect(m_library, &LibraryPanel::chosen, this, &MainWindow::ShowCurrent);
@@ -57,12 +76,12 @@ MainWindow::MainWindow(const Places& places)
         Warn(reason, tr("Nothing is lost. Close the program that holds the library, or look after the file, then press "
                         "F5; or start with another library by --library FILE."));
     });
-    connect(m_picture, &PictureView::pointedAt, m_pointed, &QLabel::setText);
+    connect(m_picture, &PictureView::pointedAt, this, &MainWindow::ShowPointed);
     connect(m_picture, &PictureView::dragged, this, &MainWindow::DragPicture);
     connect(m_picture, &PictureView::zoomed, this,
             [this](double zoom) { m_zoom->setText(m_current ? tr("%1 %").arg(qRound(zoom * 100)) : QString()); });
     connect(m_docks, &DetailDocks::marked, m_picture, &PictureView::Mark);
-    connect(m_docks, &DetailDocks::pointedAt, m_pointed, &QLabel::setText);
+    connect(m_docks, &DetailDocks::pointedAt, this, &MainWindow::ShowPointed);
     connect(m_docks, &DetailDocks::fontOpened, this, &MainWindow::ShowFont);
     connect(m_import, &DiskImport::recorded, m_library, &LibraryPanel::ReloadSoon);
     connect(m_import, &DiskImport::progressed, this, [this](int done, int total, const QString& name) {
@@ -72,7 +91,11 @@ MainWindow::MainWindow(const Places& places)
     connect(m_stop, &QPushButton::clicked, this, &MainWindow::StopTask);
     ShowCurrent();
     m_library->Reload();
-    m_library->FocusList();
+    if (m_library->IsEmpty()) {
+        m_start->setFocus();
+    } else {
+        m_library->FocusList();
+    }
 }
 
 MainWindow::~MainWindow() {
@@ -89,12 +112,15 @@ void MainWindow::LayOut() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_notice);
-    column->addWidget(m_picture, 1);
+    column->addWidget(m_centre, 1);
+    m_centre->addWidget(m_picture);
+    m_centre->addWidget(m_start);
     setCentralWidget(centre);
 
     auto* const dock = new QDockWidget(tr("Library"), this);
     dock->setObjectName(QStringLiteral("library_dock"));
-    dock->setFeatures(QDockWidget::DockWidgetMovable);
+    dock->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    dock->setTitleBarWidget(new QWidget(dock));
     dock->setWidget(m_library);
     addDockWidget(Qt::LeftDockWidgetArea, dock);
     setDockOptions(dockOptions() | QMainWindow::AllowTabbedDocks);
@@ -104,6 +130,7 @@ void MainWindow::LayOut() {
     m_pointed->setObjectName(QStringLiteral("pointed"));
     m_pointed->setTextFormat(Qt::PlainText);
     m_pointed->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    for (QLabel* const label : {m_pointed, m_task, m_count, m_zoom}) label->setContentsMargins(8, 0, 8, 0);
     m_count->setObjectName(QStringLiteral("count"));
     m_task->setObjectName(QStringLiteral("task"));
     m_task->setTextFormat(Qt::PlainText);
@@ -124,9 +151,9 @@ void MainWindow::RestoreLayout() {
     if (geometry.isEmpty() || !restoreGeometry(geometry)) resize(1280, 800);
     const QByteArray state = m_settings.value(QStringLiteral("window/state")).toByteArray();
     if (!state.isEmpty() && restoreState(state, kLayoutVersion)) return;
-    resizeDocks({findChild<QDockWidget*>(QStringLiteral("library_dock")), m_docks->Docks().front()}, {350, 360},
+    resizeDocks({findChild<QDockWidget*>(QStringLiteral("library_dock")), m_docks->Docks().front()}, {350, 370},
                 Qt::Horizontal);
-    resizeDocks({m_docks->Docks()[0], m_docks->Docks()[2], m_docks->Docks()[4]}, {340, 260, 130}, Qt::Vertical);
+    resizeDocks({m_docks->Docks()[0], m_docks->Docks()[2], m_docks->Docks()[4]}, {330, 260, 130}, Qt::Vertical);
 }
 
 bool MainWindow::IsBusy() const {
@@ -170,12 +197,19 @@ void MainWindow::ShowCurrent() {
         words = QString::fromUtf8(error.what());
     }
     const MessageDetails details = m_current ? DetailsOf(*m_current) : MessageDetails();
+    m_summary = m_current ? SummaryOf(details) : QString();
     const QImage picture = m_current ? ImageOfPng(m_current->picture) : QImage();
     if (m_current && picture.isNull() && words.isEmpty()) words = tr("The picture of this recording is damaged.");
     m_picture->Show(picture, details, words);
     m_docks->Show(details);
+    ShowPointed({});
     setWindowTitle(m_current ? tr("%1 – ZelTrans").arg(details.title) : tr("ZelTrans"));
     EnableActions();
+}
+
+/// Without anything to point at, what is on the screen is told.
+void MainWindow::ShowPointed(const QString& name) {
+    m_pointed->setText(name.isEmpty() ? m_summary : name);
 }
 
 void MainWindow::ShowCount() {
@@ -183,6 +217,9 @@ void MainWindow::ShowCount() {
     m_count->setText(m_library->IsSearching() ? tr("%1 found").arg(count)
                      : count == 1             ? tr("1 message")
                                               : tr("%1 messages").arg(count));
+    const bool started = m_start->isAncestorOf(focusWidget()) && !m_library->IsEmpty();
+    m_centre->setCurrentWidget(m_library->IsEmpty() ? static_cast<QWidget*>(m_start) : m_picture);
+    if (started) m_library->FocusList();
     EnableActions();
 }
 
@@ -208,13 +245,19 @@ void MainWindow::EndTask(const QString& result) {
     EnableActions();
 }
 
-HostOptions MainWindow::ImportOptions() const {
+/// @param places  beside which name lists are looked for.
+HostOptions MainWindow::ImportOptions(const QStringList& places) const {
     HostOptions options;
     options.lines = m_settings.value(QStringLiteral("import/lines"), options.lines).toInt() == 576 ? 576 : 486;
     options.tt_convert = m_settings.value(QStringLiteral("import/typefaces"), false).toBool();
     options.baseline_align = m_settings.value(QStringLiteral("import/baseline"), true).toBool();
-    const QString maps = m_settings.value(QStringLiteral("import/maps")).toString();
-    if (!maps.isEmpty()) options.maps = QFile::encodeName(maps).toStdString();
+    const auto native = [](const QString& path) { return QFile::encodeName(path).toStdString(); };
+    std::vector<std::string> near;
+    for (const QString& place : places) near.push_back(native(place));
+    const QString own = QFileInfo(m_places.settings).absolutePath() + QStringLiteral("/name-lists");
+    const std::string maps =
+        NameListsFor(native(m_settings.value(QStringLiteral("import/maps")).toString()), near, native(own));
+    if (!maps.empty()) options.maps = maps;
     return options;
 }
 

@@ -18,6 +18,7 @@
 class QLabel;
 class QProgressBar;
 class QPushButton;
+class QStackedWidget;
 class QMimeData;
 
 namespace desktop {
@@ -26,6 +27,7 @@ class DetailDocks;
 class LibraryPanel;
 class NoticeBar;
 class PictureView;
+class StartPage;
 
 /// Where the program keeps what it knows.
 struct Places {
@@ -61,11 +63,12 @@ class MainWindow : public QMainWindow {
     void LayOut();
     void ShowCurrent();
     void ShowCount();
+    void ShowPointed(const QString& name);
     void RestoreLayout();
     void Warn(const QString& text, const QString& advice = {});
     void ShowTask(const QString& what, int done, int total);
     void EndTask(const QString& result);
-    HostOptions ImportOptions() const;
+    HostOptions ImportOptions(const QStringList& places) const;
 
     // main_menus.cpp
     void MakeMenus();
@@ -81,10 +84,16 @@ class MainWindow : public QMainWindow {
     void MakePanels(QMenu* go_to, QMenu* shown);
     void EnableActions();
     void ShowRecentDisks();
+    /// The newest first.
+    QStringList RecentDisks() const;
     void Remember(const QString& place);
+
+    // main_toolbar.cpp
+    void MakeToolbar();
 
     // main_work.cpp
     void ImportByModule();
+    QString StartFolder(const QString& setting, const QString& in_disk) const;
     void ImportFiles();
     void ImportFolder();
     void AddPlace(const QString& path);
@@ -112,6 +121,8 @@ class MainWindow : public QMainWindow {
     Desktop* m_previous_desktop;
     LibraryPanel* m_library;
     PictureView* m_picture;
+    StartPage* m_start;
+    QStackedWidget* m_centre;
     NoticeBar* m_notice;
     DetailDocks* m_docks = nullptr;
     QLabel* m_pointed;
@@ -121,9 +132,11 @@ class MainWindow : public QMainWindow {
     QProgressBar* m_progress;
     QPushButton* m_stop;
     QMenu* m_recent = nullptr;
+    QMenu* m_panels = nullptr;
     QList<QAction*> m_needs_picture, m_needs_messages, m_needs_module, m_needs_task;
 
     std::optional<Recording> m_current;
+    QString m_summary;  // of it
     DiskNames m_names;
     DiskImport* m_import;
     QPointer<ExportTask> m_export;

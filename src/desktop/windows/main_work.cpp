@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <algorithm>
 #include <utility>
 
 #include "desktop/windows/export_dialog.h"
@@ -56,7 +57,7 @@ void MainWindow::AddPlace(const QString& path) {
                               tr("Message files lie in the folder MESSAGES of a disk, fonts in MACHINE; their names "
                                  "are a dot and a number, such as .0012."));
         }
-        m_import->Add(source, ImportOptions());
+        m_import->Add(source, ImportOptions({QFile::decodeName(source.directory.c_str())}));
         if (info.isDir()) Remember(path);
     } catch (const LibraryError& error) {
         Warn(Text(error.what()), tr("Nothing was imported. Close the program that holds the library, or look after the "
@@ -67,17 +68,27 @@ void MainWindow::AddPlace(const QString& path) {
     EnableActions();
 }
 
+/// Where a file dialog begins: where it ended the last time, else in the disk that was opened last, else at home.
+QString MainWindow::StartFolder(const QString& setting, const QString& in_disk) const {
+    QStringList folders{m_settings.value(setting).toString()};
+    for (const QString& disk : RecentDisks()) folders << QDir::cleanPath(disk + u'/' + in_disk) << disk;
+    const auto found = std::find_if(folders.cbegin(), folders.cend(),
+                                    [](const QString& folder) { return !folder.isEmpty() && QDir(folder).exists(); });
+    return found != folders.cend() ? *found : QDir::homePath();
+}
+
 void MainWindow::ImportFiles() {
-    const QString start = m_settings.value(QStringLiteral("import/directory"), QDir::homePath()).toString();
-    const QStringList files = PickFiles(this, tr("Import message files"), start, true);
+    const QStringList files =
+        PickFiles(this, tr("Import message files"),
+                  StartFolder(QStringLiteral("import/directory"), QStringLiteral("MESSAGES")), true);
     if (files.isEmpty()) return;
     m_settings.setValue(QStringLiteral("import/directory"), QFileInfo(files.front()).absolutePath());
     Open(files);
 }
 
 void MainWindow::ImportFolder() {
-    const QString start = m_settings.value(QStringLiteral("import/disk"), QDir::homePath()).toString();
-    const QString folder = PickFolder(this, tr("Import a disk or folder"), start);
+    const QString folder = PickFolder(this, tr("Import a disk or folder"),
+                                      StartFolder(QStringLiteral("import/disk"), QStringLiteral("..")));
     if (folder.isEmpty()) return;
     m_settings.setValue(QStringLiteral("import/disk"), QFileInfo(folder).absolutePath());
     Open({folder});
@@ -100,7 +111,7 @@ void MainWindow::ImportByModule() {
         QMetaObject::invokeMethod(this, call, Qt::QueuedConnection);
     };
     DialogImportTold told;
-    told.recorded = [this, later] { later([this] { m_library->ReloadSoon(); }); };
+    told.recorded = [this, later](const RecordingKey& key) { later([this, key] { m_library->ChooseSoon(key); }); };
     told.failed = [this, later](const std::string& reason) {
         later([text = Text(reason)] {
             QMessageBox::warning(QApplication::activeWindow(), tr("ZelTrans"),
@@ -118,7 +129,7 @@ void MainWindow::ImportByModule() {
     m_import->SetPaused(true);
     try {
         const DialogImportOutcome outcome =
-            ImportByDialog(m_places.library, m_desktop, ImportOptions(), &service, told);
+            ImportByDialog(m_places.library, m_desktop, ImportOptions(RecentDisks()), &service, told);
         if (!outcome.failure.empty()) Warn(Text(outcome.failure));
     } catch (const std::exception& error) {
         Warn(Text(error.what()), tr("Nothing was imported."));
@@ -140,8 +151,8 @@ void MainWindow::ShowFont(const QString& file) {
 }
 
 void MainWindow::MakeFont() {
-    const QString start = m_settings.value(QStringLiteral("font/directory"), QDir::homePath()).toString();
-    const QStringList files = PickFiles(this, tr("Make font"), start, false);
+    const QStringList files = PickFiles(
+        this, tr("Make font"), StartFolder(QStringLiteral("font/directory"), QStringLiteral("MACHINE")), false);
     if (files.isEmpty()) return;
     m_settings.setValue(QStringLiteral("font/directory"), QFileInfo(files.front()).absolutePath());
     ShowFont(files.front());
@@ -228,7 +239,9 @@ void MainWindow::Fetch() {
 void MainWindow::FetchEnded(const FetchResult& result, const QString& directory, bool imports) {
     EndTask(result.summary);
     if (!result.failure.isEmpty()) {
-        Warn(result.failure, tr("What has come stays in %1; fetching again goes on from there.").arg(directory));
+        Warn(result.failure, result.tried_files
+                                 ? tr("What has come stays in %1; fetching again goes on from there.").arg(directory)
+                                 : QString());
     } else if (!result.failed.isEmpty()) {
         Warn(Beginning(result.failed));
     }

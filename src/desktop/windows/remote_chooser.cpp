@@ -49,11 +49,11 @@ std::optional<ftp::RemoteChoice> ChooseRemote(const ftp::RemoteView& view, QWidg
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     QPushButton* const open = buttons->addButton(QObject::tr("&Open"), QDialogButtonBox::ActionRole);
     QPushButton* const here = buttons->addButton(QObject::tr("&Take this directory"), QDialogButtonBox::ActionRole);
-    open->setDefault(true);
     auto* const column = new QVBoxLayout(&dialog);
     column->addWidget(where);
     column->addWidget(list);
     column->addWidget(buttons);
+    open->setDefault(true);  // by the dialog, in which it has to be for that
 
     std::optional<ftp::RemoteChoice> choice;
     const auto take = [&] {

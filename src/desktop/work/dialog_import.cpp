@@ -68,8 +68,7 @@ bool DialogRecorder::Record() {
 
 DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDesktop& desktop, const HostOptions& options,
                                    FtpService* service, const DialogImportTold& told) {
-    LibraryWriter writer(
-        library, [&](const RecordingKey&) { told.recorded(); }, told.failed);
+    LibraryWriter writer(library, told.recorded, told.failed);
     Library names(library, Library::Access::kRead, kPatience);
     PictureComposer pictures;
     DialogRecorder recorder(names, writer, desktop, options, pictures);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "host/library/recording.h"
 #include "host/reference_host.h"
 
 class FtpService;
@@ -13,8 +14,8 @@ class ModuleDesktop;
 
 /// Who hears of an import by the module's own dialog.
 struct DialogImportTold {
-    std::function<void()> recorded;                  ///< on another thread, each time something is kept.
-    std::function<void(const std::string&)> failed;  ///< on another thread, when nothing can be recorded any more.
+    std::function<void(const RecordingKey&)> recorded;  ///< on another thread, each time something is kept.
+    std::function<void(const std::string&)> failed;     ///< on another thread, when nothing can be recorded any more.
 };
 
 struct DialogImportOutcome {

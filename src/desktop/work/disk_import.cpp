@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "desktop/work/library_writer.h"
+#include "desktop/work/own_settings.h"
 #include "desktop/work/patience.h"
 #include "host/import_run.h"
 #include "host/picture.h"
@@ -113,6 +114,7 @@ void DiskImport::Import(const Item& item) {
     request.fonts = item.font_directory;
     request.host = item.options;
     HostObserver* const observers[] = {&pictures, &arrival};
+    const OwnSettings settings;
     const ImportOutcome outcome = RunImport(request, observers);
     if (!outcome.Done() || !arrival.arrived) {
         m_summary.failures.append(QString::fromUtf8(outcome.failure.c_str()));

@@ -72,6 +72,7 @@ FetchResult FetchTask::Work() {
     result.summary = Text(report.Summary());
     result.failure = Text(report.failure);
     result.cancelled = report.cancelled;
+    result.tried_files = !report.files.empty();
     for (const ftp::FileReport& file : report.files) {
         if (file.outcome == ftp::FileOutcome::kFailed || file.outcome == ftp::FileOutcome::kMissing)
             result.failed.append(Text(file.name + ": " + file.reason));

@@ -27,9 +27,10 @@ struct FetchOrder {
 };
 
 struct FetchResult {
-    QString summary;     ///< "3 fetched, 1 was there"
-    QString failure;     ///< why nothing more could be done; empty when the work came to its end.
-    QStringList failed;  ///< a line for each file that isn't there.
+    QString summary;           ///< "3 fetched, 1 was there"
+    QString failure;           ///< why nothing more could be done; empty when the work came to its end.
+    QStringList failed;        ///< a line for each file that isn't there.
+    bool tried_files = false;  ///< so that some may have come, in part at least.
     bool cancelled = false;
 };
 

@@ -1,5 +1,6 @@
 #include "desktop/work/font_sheet.h"
 
+#include "desktop/work/own_settings.h"
 #include "font/zel_font.h"
 #include "host/font_run.h"
 #include "host/glyph_sheet.h"
@@ -27,6 +28,7 @@ std::string Remark(const GlyphSheet& sheet) {
 FontSheet MakeFontSheet(const std::string& file) {
     FontSheet result;
     result.file = file;
+    const OwnSettings settings;
     FontRunRequest request;
     request.file = file;
     const FontRunOutcome outcome = RunFont(request, {}, [&](CZelFont& fonts) {

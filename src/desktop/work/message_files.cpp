@@ -89,7 +89,7 @@ RecordingKey KeyOf(const std::string& disk, const std::string& name) {
 }
 
 MessageSource FindMessages(const std::string& place, Library& library, DiskNames& names) {
-    MessageSource source{place, {}, {}};
+    MessageSource source{place, {}, {}, {}};
     std::vector<std::string> files;
     fs::path directory(place);
     if (fs::is_directory(directory)) {
@@ -101,6 +101,7 @@ MessageSource FindMessages(const std::string& place, Library& library, DiskNames
         if (KindOf(place) == FileKind::kMessage) files = {place};
     }
     if (files.empty()) return source;
+    source.directory = directory.string();
     source.font_directory = FontsOf(directory);
     const std::string disk = names.NameOf(library, directory.string());
     std::set<RecordingKey> taken;

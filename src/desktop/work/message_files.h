@@ -42,7 +42,8 @@ struct MessageFile {
 
 /// Messages of one directory. Paths are absolute and this system's.
 struct MessageSource {
-    std::string place;  ///< what the user named: a disk, a directory or a file.
+    std::string place;      ///< what the user named: a disk, a directory or a file.
+    std::string directory;  ///< that the messages lie in.
     std::string font_directory;
     std::vector<MessageFile> messages;  ///< by name; none when there is no message.
 };
