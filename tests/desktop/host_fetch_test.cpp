@@ -133,7 +133,7 @@ TEST_F(HostFetch, AnswersTheModulesDialog) {
         dialog.close();
     });
     Trigger("import");
-    EXPECT_TRUE(QFileInfo::exists(In("copied/MESSAGES/.0003")));
+    EXPECT_TRUE(QFileInfo::exists(In("copied/.0003")));
 }
 
 }  // namespace
