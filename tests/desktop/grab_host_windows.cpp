@@ -13,7 +13,10 @@
 #include <QTimer>
 #include <iostream>
 
+#include "desktop/widgets/notice_bar.h"
+#include "desktop/widgets/program_icon.h"
 #include "desktop/windows/main_window.h"
+#include "desktop/windows/remote_chooser.h"
 #include "dialog/zel_trans_dlg.h"
 #include "platform/dialog_driver.h"
 #include "platform/memory_settings_store.h"
@@ -43,21 +46,35 @@ class Grabber {
         if (!window.grab().save(file)) std::cerr << "can't write " << file.toStdString() << '\n';
     }
     void Press(const char* action) { m_window->findChild<QAction*>(QLatin1String(action))->trigger(); }
-    /// A dialog that an action opens, modal.
-    void SaveDialog(const char* action, const QString& name) {
-        QTimer::singleShot(300, [&] {
+    /// The dialog that comes next, modal.
+    void SaveNext(const QString& name) {
+        QTimer::singleShot(300, [this, name] {
             QWidget* const dialog = QApplication::activeModalWidget();
             if (dialog == nullptr) return;
             Save(*dialog, name);
             dialog->close();
         });
+    }
+    void SaveDialog(const char* action, const QString& name) {
+        SaveNext(name);
         Press(action);
     }
+    void SaveServer();
     void SaveMenus();
 
     const QString m_directory, m_disk;
     desktop::MainWindow* m_window = nullptr;
 };
+
+void Grabber::SaveServer() {
+    ftp::RemoteView view;
+    view.directory = "/disks/NEWS/MESSAGES";
+    for (const char* const name : {".0001", ".0002", ".0012", "PROMO"}) view.listing.entries.emplace_back().name = name;
+    view.listing.entries.emplace_back().name = "OLD";
+    view.listing.entries.back().kind = ftp::EntryKind::kDirectory;
+    SaveNext(QStringLiteral("server"));
+    desktop::ChooseRemote(view, m_window);
+}
 
 void Grabber::SaveMenus() {
     for (QAction* const head : m_window->findChild<QMenuBar*>()->actions()) {
@@ -82,7 +99,7 @@ void Grabber::Run() {
     QTest::qWait(500);
     auto& list = *window.findChild<QListView*>(QStringLiteral("library"));
     Save(window, QStringLiteral("notice"));
-    window.findChild<QWidget*>(QStringLiteral("notice"))->hide();
+    window.findChild<desktop::NoticeBar*>()->Clear();
     list.setCurrentIndex(list.model()->index(0, 0));
     list.setFocus();
     QTest::qWait(500);
@@ -108,6 +125,7 @@ void Grabber::Run() {
     SaveDialog("import_file", QStringLiteral("import_file"));
     SaveDialog("about", QStringLiteral("about"));
     SaveDialog("remove", QStringLiteral("remove"));
+    SaveServer();
     QTimer::singleShot(300, [&] {
         QWidget& dialog = *QApplication::activeModalWidget();
         for (const auto& [box, folder] : {std::pair(kMessageDirBox, "MESSAGES"), std::pair(kFontDirBox, "MACHINE")}) {
@@ -135,6 +153,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (argc != 4) return 2;
+    QApplication::setWindowIcon(desktop::ProgramIcon());
     if (std::string_view(argv[2]) == "dark") QApplication::setPalette(Dark());
     MemorySettingsStore settings;
     SetSettingsStore(&settings);

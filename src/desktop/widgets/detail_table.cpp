@@ -9,7 +9,7 @@ namespace desktop {
 
 namespace {
 
-constexpr int kBetweenColumns = 8;
+constexpr int kBetweenColumns = 6;
 
 /// A frame around it shows also a colour that is the table's own.
 QPixmap SwatchOf(const QColor& colour) {

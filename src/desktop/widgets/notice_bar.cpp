@@ -9,6 +9,8 @@ namespace desktop {
 
 namespace {
 
+constexpr qsizetype kMost = 4;
+
 /// What can be broken at the end of a line: a path is longer than the window is wide.
 QString Breakable(QString text) {
     return text.replace(QLatin1Char('/'), QStringLiteral("/\u200B"));
@@ -31,7 +33,7 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), m_icon(new QLabel(this))
     close->setAutoRaise(true);
     close->setToolTip(tr("Close this notice"));
     close->setAccessibleName(tr("Close this notice"));
-    connect(close, &QToolButton::clicked, this, &QWidget::hide);
+    connect(close, &QToolButton::clicked, this, &NoticeBar::Clear);
     auto* const row = new QHBoxLayout(this);
     row->addWidget(m_icon, 0, Qt::AlignTop);
     row->addWidget(m_text);
@@ -42,9 +44,24 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), m_icon(new QLabel(this))
 void NoticeBar::Warn(const QString& text, const QString& advice) {
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side, side));
-    m_text->setText(Breakable(advice.isEmpty() ? text : text + u'\n' + advice));
+    const QString told = advice.isEmpty() ? text : text + u'\n' + advice;
+    m_told.removeAll(told);
+    m_told.append(told);
+    if (m_told.size() > kMost) {
+        m_told.removeFirst();
+        ++m_left_out;
+    }
+    const QString before = m_left_out == 0 ? QString() : tr("… and %1 before this:").arg(m_left_out) + u'\n';
+    m_text->setText(Breakable(before + m_told.join(u'\n')));
     m_text->setAccessibleName(Text());
     show();
+}
+
+void NoticeBar::Clear() {
+    m_told.clear();
+    m_left_out = 0;
+    m_text->clear();
+    hide();
 }
 
 QString NoticeBar::Text() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QStringList>
 
 class QLabel;
 
@@ -13,11 +14,16 @@ class NoticeBar : public QFrame {
   public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
+    /// Stands below what was told before, the oldest of which goes when there is too much.
     /// @param advice  what can be done about it; may be empty.
     void Warn(const QString& text, const QString& advice = {});
+    /// Empties and hides it.
+    void Clear();
     QString Text() const;
 
   private:
+    QStringList m_told;
+    int m_left_out = 0;
     QLabel* m_icon;
     QLabel* m_text;
 };

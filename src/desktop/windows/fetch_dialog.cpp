@@ -3,11 +3,20 @@
 #include <QDir>
 #include <QPushButton>
 #include <QSettings>
+#include <QStandardPaths>
 
 #include "desktop/windows/pick.h"
 #include "ui_fetch_dialog.h"
 
 namespace desktop {
+
+namespace {
+
+QString UsualFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation) + QStringLiteral("/ZelTrans");
+}
+
+}  // namespace
 
 FetchDialog::FetchDialog(QSettings& settings, QWidget* parent)
     : QDialog(parent), m_settings(settings), m_ui(std::make_unique<Ui::FetchDialog>()) {
@@ -18,7 +27,7 @@ FetchDialog::FetchDialog(QSettings& settings, QWidget* parent)
     m_ui->url->setText(m_settings.value(QStringLiteral("url")).toString());
     m_ui->user->setText(m_settings.value(QStringLiteral("user")).toString());
     m_ui->selection->setText(m_settings.value(QStringLiteral("selection"), m_ui->selection->text()).toString());
-    m_ui->directory->setText(m_settings.value(QStringLiteral("directory")).toString());
+    m_ui->directory->setText(m_settings.value(QStringLiteral("directory"), UsualFolder()).toString());
     m_ui->tls->setCurrentIndex(m_settings.value(QStringLiteral("tls"), 1).toInt());
     m_ui->passive->setChecked(m_settings.value(QStringLiteral("passive"), true).toBool());
     m_settings.endGroup();

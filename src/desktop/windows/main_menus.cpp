@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 
+#include "desktop/widgets/notice_bar.h"
 #include "desktop/widgets/picture_view.h"
 #include "desktop/windows/detail_docks.h"
 #include "desktop/windows/library_panel.h"
@@ -186,7 +187,10 @@ void MainWindow::ShowRecentDisks() {
         QString text = QDir(disk).dirName() + QStringLiteral("  –  ") + disk;
         const QString words =
             m_recent->fontMetrics().elidedText(text.replace(u'&', QStringLiteral("&&")), Qt::ElideMiddle, 420);
-        QAction* const action = m_recent->addAction(words, this, [this, disk] { Open({disk}); });
+        QAction* const action = m_recent->addAction(words, this, [this, disk] {
+            m_notice->Clear();
+            Open({disk});
+        });
         action->setToolTip(disk);
     }
     if (disks.isEmpty()) m_recent->addAction(tr("None yet"))->setEnabled(false);

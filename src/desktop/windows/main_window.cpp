@@ -151,7 +151,7 @@ void MainWindow::RestoreLayout() {
     if (geometry.isEmpty() || !restoreGeometry(geometry)) resize(1280, 800);
     const QByteArray state = m_settings.value(QStringLiteral("window/state")).toByteArray();
     if (!state.isEmpty() && restoreState(state, kLayoutVersion)) return;
-    resizeDocks({findChild<QDockWidget*>(QStringLiteral("library_dock")), m_docks->Docks().front()}, {350, 370},
+    resizeDocks({findChild<QDockWidget*>(QStringLiteral("library_dock")), m_docks->Docks().front()}, {350, 390},
                 Qt::Horizontal);
     resizeDocks({m_docks->Docks()[0], m_docks->Docks()[2], m_docks->Docks()[4]}, {330, 260, 130}, Qt::Vertical);
 }
@@ -174,6 +174,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
+    m_notice->Clear();
     QStringList paths;
     for (const QUrl& url : event->mimeData()->urls()) {
         if (url.isLocalFile()) {

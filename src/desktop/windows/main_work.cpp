@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/widgets/notice_bar.h"
 #include "desktop/windows/export_dialog.h"
 #include "desktop/windows/fetch_dialog.h"
 #include "desktop/windows/glyph_sheet_window.h"
@@ -83,6 +84,7 @@ void MainWindow::ImportFiles() {
                   StartFolder(QStringLiteral("import/directory"), QStringLiteral("MESSAGES")), true);
     if (files.isEmpty()) return;
     m_settings.setValue(QStringLiteral("import/directory"), QFileInfo(files.front()).absolutePath());
+    m_notice->Clear();
     Open(files);
 }
 
@@ -91,6 +93,7 @@ void MainWindow::ImportFolder() {
                                       StartFolder(QStringLiteral("import/disk"), QStringLiteral("..")));
     if (folder.isEmpty()) return;
     m_settings.setValue(QStringLiteral("import/disk"), QFileInfo(folder).absolutePath());
+    m_notice->Clear();
     Open({folder});
 }
 
@@ -126,6 +129,7 @@ void MainWindow::ImportByModule() {
         return ChooseRemote(view, QApplication::activeModalWidget());
     };
     ftp::FetchService service(std::move(service_options));
+    m_notice->Clear();
     m_import->SetPaused(true);
     try {
         const DialogImportOutcome outcome =
@@ -183,6 +187,7 @@ std::vector<RecordingKey> KeysOf(const ExportDialog& dialog, const std::string& 
 void MainWindow::Export() try {
     ExportDialog dialog(OfferOf(*m_library, m_places.library, m_current, false), m_settings, this);
     if (dialog.exec() != QDialog::Accepted) return;
+    m_notice->Clear();
     std::vector<RecordingKey> keys = KeysOf(dialog, m_places.library);
     if (keys.empty()) return Warn(tr("No message of this disk has a number in this range."));
     const auto total = static_cast<int>(keys.size());
@@ -204,13 +209,16 @@ void MainWindow::ExportEnded(const ExportResult& result, const QString& director
     if (!result.stopped_by.isEmpty()) {
         Warn(result.stopped_by, tr("Choose another folder, or other formats, and export again."));
     } else if (!result.failures.isEmpty()) {
-        Warn(Beginning(result.failures), tr("Everything else is in %1.").arg(directory));
+        Warn(Beginning(result.failures), result.files != 0
+                                             ? tr("Everything else is in %1.").arg(directory)
+                                             : tr("Choose another folder, or free some space, and export again."));
     }
 }
 
 void MainWindow::BatchExport() try {
     ExportDialog dialog(OfferOf(*m_library, m_places.library, m_current, true), m_settings, this);
     if (dialog.exec() != QDialog::Accepted) return;
+    m_notice->Clear();
     const ExportOrder order = dialog.Order();
     ExportEnded(ExportByDialog(m_places.library, dialog.Disk(), order), order.directory);
 } catch (const LibraryError& error) {
@@ -220,6 +228,7 @@ void MainWindow::BatchExport() try {
 void MainWindow::Fetch() {
     FetchDialog dialog(m_settings, this);
     if (dialog.exec() != QDialog::Accepted) return;
+    m_notice->Clear();
     const FetchOrder order = dialog.Order();
     m_fetch = new FetchTask(order, this);
     connect(m_fetch, &FetchTask::progressed, this, [this](const QString& name, qint64 bytes, qint64 size) {

@@ -34,6 +34,7 @@ void Take(const ExportSummary& summary, ExportResult& result) {
 }  // namespace
 
 QString ExportResult::Text(const QString& directory) const {
+    if (files == 0) return QStringLiteral("nothing exported");
     const QString text = QStringLiteral("%1 %2 exported, %3 files in %4")
                              .arg(messages)
                              .arg(QLatin1String(messages == 1 ? "message" : "messages"))

@@ -26,7 +26,7 @@ struct ExportResult {
     QString stopped_by;  ///< why there is no export; empty when there is one.
     bool cancelled = false;
 
-    /// "12 messages, 26 files in DIRECTORY"
+    /// "12 messages exported, 26 files in DIRECTORY"
     QString Text(const QString& directory) const;
 };
 
