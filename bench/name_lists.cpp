@@ -24,8 +24,9 @@ class Lists {
         for (unsigned family = 0; family < kLines / 5; ++family) {
             const std::string name = "Family" + std::to_string(family);
             bitstream.Family(name);
+            unsigned number = family * 4;
             for (const char* style : {"Roman", "Italic", "Bold", "Bold Italic"}) {
-                bitstream.Style(style, (family * 4 + 1) % kLines);
+                bitstream.Style(style, number++);
                 typefaces.Typeface(name + " MT", name + " " + style + " BT");
             }
             typefaces.Typeface(name + " Alt", name + " BT");
@@ -53,15 +54,32 @@ class Lists {
     ScratchDisk m_disk;
 };
 
-void Map(benchmark::State& state, bool (CZelTransDlg::*map)()) {
+/// Reads a list and asks for the names of as many fonts as a message can have.
+template <class Ask>
+void Map(benchmark::State& state, bool (CZelTransDlg::*map)(), Ask ask) {
     const Lists lists;
     for (auto _ : state) {
         CZelTransDlg dialog;
-        if (!(dialog.*map)()) state.SkipWithError("not read");
+        bool all = (dialog.*map)();
+        CString name;
+        for (unsigned slot = 0; slot < 16; ++slot) all = all && ask(dialog, slot * (kLines / 5 / 16), name);
+        if (!all) state.SkipWithError("not read");
     }
 }
-BENCHMARK_CAPTURE(Map, bitstream, &CZelTransDlg::MapBitStreamFont)->Name("name_lists/bitstream/module");
-BENCHMARK_CAPTURE(Map, typefaces, &CZelTransDlg::MapTypeFace)->Name("name_lists/typefaces/module");
+
+bool AskBitstream(CZelTransDlg& dialog, unsigned family, CString& name) {
+    const std::string word = "Family" + std::to_string(family);
+    return dialog.m_mapBitStreamId.Lookup(static_cast<WORD>(family * 4 + 1), name) != 0 &&
+           name == (word + " Italic BT").c_str() && dialog.m_mapBitStreamFamily.Lookup(word.c_str(), name) != 0 &&
+           name == (word + " Roman BT").c_str();
+}
+bool AskTypeface(CZelTransDlg& dialog, unsigned family, CString& name) {
+    const std::string bitstream = "Family" + std::to_string(family);
+    return dialog.m_mapTypeFace.Lookup((bitstream + " Bold Italic BT").c_str(), name) != 0 &&
+           name == (bitstream + " MT").c_str();
+}
+BENCHMARK_CAPTURE(Map, bitstream, &CZelTransDlg::MapBitStreamFont, &AskBitstream)->Name("name_lists/bitstream/module");
+BENCHMARK_CAPTURE(Map, typefaces, &CZelTransDlg::MapTypeFace, &AskTypeface)->Name("name_lists/typefaces/module");
 
 void ByLines(benchmark::State& state, std::string_view name) {
     const Lists lists;

@@ -14,12 +14,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     TextLines lines(text);
     lines.SkipHeadings();
     BitstreamLineReader reader;
+    BitstreamEntry entry;
     while (const auto line = lines.Next()) {
         fuzz::Require(line->size() <= TextLines::kMaxLine, "a line's length");
-        const auto entry = reader.Read(*line);
-        if (!entry) continue;
-        fuzz::Require(entry->number <= 9999 && entry->name.ends_with(" BT"), "a number and a built name");
-        entries[entry->number] = entry->name;
+        if (!reader.Read(*line, entry)) continue;
+        fuzz::Require(entry.number <= 9999, "a number");
+        std::string& name = entries[entry.number];
+        name = entry.indented ? std::string(entry.family) + " " : std::string();
+        name.append(entry.name).append(" BT");
     }
     room.Put(samples::kBitstreamListName, {data, size});
     CZelTransDlg dialog(nullptr);

@@ -2,9 +2,9 @@
 
 #include <cstdint>
 
+#include "fontmap/name_maps.h"
 #include "pipeline/zeltrans_api.h"
 #include "platform/framework/cdialog.h"
-#include "platform/framework/cmap.h"
 #include "platform/framework/cstring.h"
 #include "platform/framework/message_map.h"
 
@@ -81,9 +81,9 @@ class CZelTransDlg : public CDialog {
     ZELTRANS_API bool IsZelTransRegistrySubKeyExist(char* list, char* name);
     ZELTRANS_API void DeleteZelTransRegistrySubKey(char* list);
 
-    CMap<WORD, WORD, CString, CString> m_mapBitStreamId;                ///< Bitstream number to built name.
-    CMap<CString, const char*, CString, CString> m_mapTypeFace;         ///< built name to installed typeface.
-    CMap<CString, const char*, CString, CString> m_mapBitStreamFamily;  ///< first word of a built name to that name.
+    NumberedNames m_mapBitStreamId;   ///< Bitstream number to built name.
+    NamedNames m_mapTypeFace;         ///< built name to installed typeface.
+    NamedNames m_mapBitStreamFamily;  ///< first word of a built name to that name.
     CWnd* m_pHostWnd = nullptr;
     CWnd* m_pExportWnd = nullptr;
     std::int32_t m_iStatus = kImportFinished;

@@ -7,61 +7,65 @@
 
 namespace {
 
-// Buckets for a list of so many bytes: the lines of real lists are longer than this.
-UINT BucketsFor(const std::string& text) {
-    constexpr std::size_t kShortLine = 24, kMost = 65536;
-    return static_cast<UINT>(std::min(text.size() / kShortLine, kMost) | 1);
+/// Entries that a list of so many bytes is likely to have: the lines of real lists are longer than this.
+std::size_t LikelyEntries(const NameText& text) {
+    constexpr std::size_t kShortLine = 32, kMost = 65536;
+    return std::min(text.List().size() / kShortLine, kMost);
 }
 
-CString Text(std::string_view text) {
-    return CString(text.data(), static_cast<int>(text.size()));
+NameParts PartsOf(const BitstreamEntry& entry, const NameText& text) {
+    if (!entry.indented) return {NameParts::Form::kPlain, text.SliceOf(entry.name)};
+    return {NameParts::Form::kStyled, text.SliceOf(entry.family), text.SliceOf(entry.name)};
 }
 
 }  // namespace
 
 bool CZelTransDlg::MapBitStreamFont() {
     std::string path;
-    const std::optional<std::string> text = ReadNameList("bitstream_fontlist.txt", path);
+    const std::shared_ptr<NameText> text = ReadNameList("bitstream_fontlist.txt", path);
     if (!text) {
         CString complaint;
         complaint.Format("Couldn't Open BitStream Font Mapping File: %s", path.c_str());
         if (m_bImportSkip == 0) ReportError(complaint);
         return false;
     }
-    m_mapBitStreamId.InitHashTable(BucketsFor(*text));
-    m_mapBitStreamFamily.InitHashTable(BucketsFor(*text));
-    TextLines lines(*text);
+    m_mapBitStreamId.UseText(text, LikelyEntries(*text));
+    m_mapBitStreamFamily.UseText(text, LikelyEntries(*text) / 4);  // a family has several styles
+    TextLines lines(text->List());
     lines.SkipHeadings();
     BitstreamLineReader reader;
-    std::string word;
-    CString family;
+    BitstreamEntry entry;
+    std::string_view last_word;
     while (const auto line = lines.Next()) {
-        const std::optional<BitstreamEntry> entry = reader.Read(*line);
-        if (!entry) continue;
-        const CString name = Text(entry->name);
-        word = entry->FirstWord();
-        m_mapBitStreamId.SetAt(entry->number, name);
+        if (!reader.Read(*line, entry)) continue;
+        const NameParts name = PartsOf(entry, *text);
+        m_mapBitStreamId.Add(entry.number, name);
         // The first entry of a family stands for it.
-        if (!m_mapBitStreamFamily.Lookup(word.c_str(), family)) m_mapBitStreamFamily.SetAt(word.c_str(), name);
+        const std::string_view word = entry.FirstWord();
+        if (word.data() == last_word.data() && !word.empty()) continue;
+        m_mapBitStreamFamily.Add(text->SliceOf(word), name, NamedNames::WhenThere::kKeep);
+        last_word = word;
     }
     return true;
 }
 
 bool CZelTransDlg::MapTypeFace() {
     std::string path;
-    const std::optional<std::string> text = ReadNameList("typeface_list.txt", path);
+    const std::shared_ptr<NameText> text = ReadNameList("typeface_list.txt", path);
     if (!text) {
         CString complaint;
         complaint.Format("Couldn't Find Typeface Mapping File: %s", path.c_str());
         if (!IgnoreZelFontErrors()) ReportError(complaint);
         return false;
     }
-    m_mapTypeFace.InitHashTable(BucketsFor(*text));
-    TextLines lines(*text);
+    m_mapTypeFace.UseText(text, LikelyEntries(*text));
+    TextLines lines(text->List());
     lines.SkipHeadings();
     while (const auto line = lines.Next()) {
-        if (const auto entry = ReadTypefaceLine(*line))
-            m_mapTypeFace.SetAt(Text(entry->bitstream_name), Text(entry->typeface));
+        const std::optional<TypefaceEntry> entry = ReadTypefaceLine(*line);
+        if (!entry) continue;
+        m_mapTypeFace.Add(text->SliceOf(entry->bitstream_name),
+                          {NameParts::Form::kWhole, text->SliceOf(entry->typeface)}, NamedNames::WhenThere::kReplace);
     }
     return true;
 }

@@ -1,29 +1,33 @@
 #include "fontmap/name_lists.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr bool IsDigit(char c) noexcept {
     return c >= '0' && c <= '9';
 }
 
-// What stands before an annotation: the text up to the first "=", less the character in front of it, in the format a
-// blank. A text that begins with "=" keeps nothing.
-std::string_view BeforeAnnotation(std::string_view text) noexcept {
-    const std::size_t equals = text.find('=');
-    if (equals == std::string_view::npos) return text;
+// Where a character stands, or the text's end. Fields are short: this is sooner done than a call of the library.
+constexpr std::size_t PlaceOf(char c, std::string_view text) noexcept {
+    std::size_t place = 0;
+    while (place < text.size() && text[place] != c) ++place;
+    return place;
+}
+
+// What stands before an annotation, whose "=" is at `equals`, less the character in front of it, in the format a blank.
+// A text that begins with "=" keeps nothing.
+constexpr std::string_view BeforeAnnotation(std::string_view text, std::size_t equals) noexcept {
     return text.substr(0, equals == 0 ? 0 : equals - 1);
 }
 
 // An entry ends in a digit and holds a TAB; a family's name may end in a digit too.
 bool IsHeading(std::string_view line) noexcept {
-    return line.empty() || !IsDigit(line.back()) || line.find('\t') == std::string_view::npos;
+    return line.empty() || !IsDigit(line.back()) || PlaceOf('\t', line) == line.size();
 }
 
 std::string_view HeadingFamily(std::string_view line) noexcept {
     while (line.size() > 2 && line.back() == '\t') line.remove_suffix(1);
-    return BeforeAnnotation(line);
+    const std::size_t equals = PlaceOf('=', line);
+    return equals < line.size() ? BeforeAnnotation(line, equals) : line;
 }
 
 // At most four characters from the first digit on, up to the first that isn't one.
@@ -38,27 +42,32 @@ std::uint16_t LeadingNumber(std::string_view text) noexcept {
 
 }  // namespace
 
-std::optional<BitstreamEntry> BitstreamLineReader::Read(std::string_view line) {
+bool BitstreamLineReader::Read(std::string_view line, BitstreamEntry& entry) noexcept {
     if (IsHeading(line)) {
         m_family = HeadingFamily(line);
-        return std::nullopt;
+        return false;
     }
-    const bool indented = line.front() == '\t';
-    if (indented) line.remove_prefix(1);
-    const std::size_t tab = line.find('\t');
-    if (tab == std::string_view::npos) return std::nullopt;
-    const std::string_view name = BeforeAnnotation(line.substr(0, tab));
-    const auto number = std::find_if(line.begin() + static_cast<std::ptrdiff_t>(tab), line.end(), IsDigit);
-    m_name.clear();
-    if (indented) m_name.append(m_family).append(" ");
-    m_name.append(name).append(" BT");
-    return BitstreamEntry{LeadingNumber(line.substr(static_cast<std::size_t>(number - line.begin()))), m_name};
+    entry.indented = line.front() == '\t';
+    if (entry.indented) line.remove_prefix(1);
+    std::size_t end = 0;
+    while (end < line.size() && line[end] != '\t' && line[end] != '=') ++end;
+    entry.name = line.substr(0, end);
+    line.remove_prefix(end);
+    if (line.starts_with('=')) {
+        entry.name = BeforeAnnotation(entry.name, end);
+        line.remove_prefix(PlaceOf('\t', line));
+    }
+    if (line.empty()) return false;
+    entry.family = m_family;
+    while (!IsDigit(line.front())) line.remove_prefix(1);  // the line ends in one
+    entry.number = LeadingNumber(line);
+    return true;
 }
 
 std::optional<TypefaceEntry> ReadTypefaceLine(std::string_view line) noexcept {
-    const std::size_t tab = line.find('\t');
-    if (tab == std::string_view::npos) return std::nullopt;
-    const std::size_t name = line.find_first_not_of('\t', tab);
-    if (name == std::string_view::npos) return std::nullopt;
-    return TypefaceEntry{line.substr(0, tab), line.substr(name)};
+    const std::string_view typeface = line.substr(0, PlaceOf('\t', line));
+    line.remove_prefix(typeface.size());
+    while (line.starts_with('\t')) line.remove_prefix(1);
+    if (line.empty()) return std::nullopt;
+    return TypefaceEntry{typeface, line};
 }

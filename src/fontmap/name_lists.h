@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 
 // The two name lists, line by line; pure functions over text.
@@ -14,24 +13,28 @@
 
 /// One typeface of the Bitstream list.
 struct BitstreamEntry {
-    std::uint16_t number;
-    std::string_view name;  ///< the built name: family, style and "BT", or name and "BT".
+    std::uint16_t number = 0;
+    bool indented = false;
+    std::string_view family;  ///< of an indented entry.
+    std::string_view name;    ///< the style of an indented entry, else the name.
 
-    /// What stands before the name's first blank.
-    std::string_view FirstWord() const noexcept { return name.substr(0, name.find(' ')); }
+    /// What stands before the first blank of the built name: "%s %s BT" of an indented entry, else "%s BT".
+    std::string_view FirstWord() const noexcept {
+        const std::string_view first = indented ? family : name;
+        return first.substr(0, first.find(' '));
+    }
 };
 
 /// Reads the lines of the Bitstream list in order, keeping the family that headings set.
 class BitstreamLineReader {
   public:
-    /// @param line  without its newline.
-    /// @return the entry, whose name is good until the next line is read; nothing for a heading and for an indented
-    /// line without a second TAB.
-    std::optional<BitstreamEntry> Read(std::string_view line);
+    /// @param line   without its newline; its characters must outlive the reader and the entry.
+    /// @param entry  receives what the line adds.
+    /// @return false for a heading and for an indented line without a second TAB, which add nothing.
+    bool Read(std::string_view line, BitstreamEntry& entry) noexcept;
 
   private:
-    std::string m_family;
-    std::string m_name;
+    std::string_view m_family;
 };
 
 /// One line of the typeface list.

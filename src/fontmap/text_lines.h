@@ -1,9 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "fontmap/name_maps.h"
 
 /// The lines of a name list, taken as the legacy importer took them: through a buffer of 200 bytes, so that a longer
 /// line comes as several.
@@ -13,7 +17,7 @@ class TextLines {
     static constexpr std::size_t kMaxLine = 199;
 
     /// @param text  must outlive the lines.
-    explicit TextLines(std::string_view text) noexcept : m_rest(text) {}
+    explicit TextLines(std::string_view text) noexcept : m_rest(text) { FindNul(); }
 
     /// The next line without its newline, good as long as the text; nothing at the end. A NUL ends the line's text.
     std::optional<std::string_view> Next() noexcept;
@@ -25,10 +29,12 @@ class TextLines {
     }
 
   private:
+    void FindNul() noexcept { m_nul = m_rest.data() + std::min(m_rest.find('\0'), m_rest.size()); }
+
     std::string_view m_rest;
+    const char* m_nul = nullptr;  // the first one of the rest, or its end
 };
 
-/// A name list's text by its file name in the registered directory, CR LF turned into LF; nothing when it can't be
-/// opened.
+/// A name list's text by its file name in the registered directory, CR LF turned into LF; null when it can't be opened.
 /// @param path  receives the path that was tried.
-std::optional<std::string> ReadNameList(const char* file_name, std::string& path);
+std::shared_ptr<NameText> ReadNameList(const char* file_name, std::string& path);

@@ -60,8 +60,9 @@ struct ListContent {
 ListContent ReadBitstreamList(const std::vector<std::string_view>& lines) {
     ListContent content;
     BitstreamLineReader reader;
+    BitstreamEntry entry;
     for (std::size_t i = kHeadings; i < lines.size(); ++i) {
-        if (const auto entry = reader.Read(lines[i])) content.Add(std::to_string(entry->number));
+        if (reader.Read(lines[i], entry)) content.Add(std::to_string(entry.number));
     }
     return content;
 }

@@ -71,8 +71,35 @@ INSTANTIATE_TEST_SUITE_P(
                       {{"A", "A x BT"}}},
         BitstreamCase{"indented_line_without_a_second_tab", "F\n\ta1\n\tb\t2\n", {{2, "F b BT"}}},
         BitstreamCase{"carriage_returns", "F\r\n\ta\t1\r\n", {{1, "F a BT"}}},
+        BitstreamCase{"carriage_return_alone_and_the_end_of_text",
+                      "A\rB\t1\r\r\nC\t2\n\x1A"
+                      "D\t3\n",
+                      {{2, "C BT"}}},
+        BitstreamCase{"annotation_that_begins_a_field", "F\n\t=x\t1\n=y\t2\n", {{1, "F  BT"}, {2, " BT"}}},
         BitstreamCase{"number_0", "A\t0000\n", {{0, "A BT"}}}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST(NameMaps, KeepThousandsOfKeysOfAnyLength) {
+    NamedNames names;
+    NumberedNames numbers;
+    const auto key = [](int n) { return std::string(static_cast<std::size_t>(n % 40), 'k') + std::to_string(n); };
+    for (int n = 0; n < 5000; ++n) {
+        names.SetAt(key(n).c_str(), "early");
+        names.SetAt(key(n).c_str(), key(n + 1).c_str());
+        numbers.SetAt(static_cast<WORD>(n * 13), key(n).c_str());
+    }
+    EXPECT_EQ(names.GetCount(), 5000);
+    EXPECT_EQ(numbers.GetCount(), 5000);
+    CString found;
+    for (int n = 0; n < 5000; ++n) {
+        ASSERT_TRUE(names.Lookup(key(n).c_str(), found));
+        ASSERT_EQ(found, key(n + 1).c_str());
+        ASSERT_TRUE(numbers.Lookup(static_cast<WORD>(n * 13), found));
+        ASSERT_EQ(found, key(n).c_str());
+    }
+    EXPECT_FALSE(names.Lookup("", found));
+    EXPECT_FALSE(numbers.Lookup(12, found));
+}
 
 TEST(TextLines, LineOfMoreThan199CharactersComesAsSeveral) {
     const std::string text = std::string(198, 'a') + "\n" + std::string(199, 'b') + "\n" + std::string(200, 'c');

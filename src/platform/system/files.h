@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdio>
 #include <string>
 
 #include "platform/api.h"
@@ -39,12 +38,6 @@ ZEL_PLATFORM_API std::string ModulePath(const std::string& nativePath);
 namespace crt {
 
 inline constexpr int _MAX_DRIVE = 3, _MAX_DIR = 256, _MAX_FNAME = 256, _MAX_EXT = 256;
-
-/// Opens a file for reading: "rb", or "r" and "rt", where CR LF is read as LF and the byte 26 ends the file. Other
-/// modes fail with ERROR_INVALID_PARAMETER. Only a regular file opens; a directory fails with ERROR_ACCESS_DENIED, a
-/// path of more than 259 characters with ERROR_FILENAME_EXCED_RANGE. The caller closes it with std::fclose.
-/// @return null on failure, with the thread's last error and errno set.
-ZEL_PLATFORM_API std::FILE* fopen(const char* path, const char* mode) noexcept;
 
 /// Splits a path into drive ("D:"), directory (with its closing separator), file name and extension (with its dot).
 /// Each output may be null; else it has room for _MAX_DRIVE, _MAX_DIR, _MAX_FNAME or _MAX_EXT characters, and a longer

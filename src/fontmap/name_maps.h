@@ -1,0 +1,214 @@
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/framework/cstring.h"
+#include "platform/framework/exceptions.h"
+#include "platform/system/types.h"
+
+// The maps from fonts to typefaces. A name list has thousands of names, of which an import asks for a few. So an entry
+// keeps where its parts stand in the list's text, and a look-up puts them together.
+
+/// A stretch of a NameText.
+struct TextSlice {
+    std::uint32_t begin = 0;
+    std::uint16_t size = 0;
+};
+
+/// A name as it stands, or built from its parts.
+struct NameParts {
+    enum class Form : std::uint8_t {
+        kWhole,   ///< `first`
+        kPlain,   ///< "%s BT"
+        kStyled,  ///< "%s %s BT"
+    };
+    NameParts() = default;
+    NameParts(Form name_form, TextSlice first, TextSlice second = {}) noexcept
+        : first_begin(first.begin),
+          second_begin(second.begin),
+          first_size(first.size),
+          second_size(second.size),
+          form(name_form) {}
+    TextSlice First() const noexcept { return {first_begin, first_size}; }
+    TextSlice Second() const noexcept { return {second_begin, second_size}; }
+
+    // One after another, so that the many entries of a list stay small.
+    std::uint32_t first_begin = 0, second_begin = 0;
+    std::uint16_t first_size = 0, second_size = 0;
+    Form form = Form::kWhole;
+};
+
+/// The characters of a list, and behind them those of names that came later.
+class NameText {
+  public:
+    /// @param list  of less than 4 GiB.
+    explicit NameText(std::string list = {}) noexcept : m_text(std::move(list)) {}
+
+    std::string_view List() const noexcept { return m_text; }
+    std::string_view Of(TextSlice slice) const noexcept { return {m_text.data() + slice.begin, slice.size}; }
+
+    /// @param part  a part of a line of List.
+    TextSlice SliceOf(std::string_view part) const noexcept {
+        if (part.empty()) return {};
+        return {static_cast<std::uint32_t>(part.data() - m_text.data()), static_cast<std::uint16_t>(part.size())};
+    }
+
+    /// Keeps another text. @throws CMemoryException for one of 64 KiB and above.
+    TextSlice Add(std::string_view text) {
+        if (text.size() > UINT16_MAX || text.size() > UINT32_MAX - m_text.size()) AfxThrowMemoryException();
+        const TextSlice slice{static_cast<std::uint32_t>(m_text.size()), static_cast<std::uint16_t>(text.size())};
+        m_text += text;
+        return slice;
+    }
+
+    CString Built(const NameParts& parts) const {
+        std::string name(Of(parts.First()));
+        if (parts.form == NameParts::Form::kStyled) (name += ' ') += Of(parts.Second());
+        if (parts.form != NameParts::Form::kWhole) name += " BT";
+        return {name.data(), static_cast<int>(name.size())};
+    }
+
+  private:
+    std::string m_text;
+};
+
+/// From Bitstream numbers to names.
+class NumberedNames {
+  public:
+    /// As of the framework's maps: FALSE, and `value` untouched, when the key isn't there.
+    BOOL Lookup(WORD key, CString& value) const {
+        if (key >= m_places.size() || m_places[key] == 0) return FALSE;
+        value = m_text->Built(m_names[m_places[key] - 1]);
+        return TRUE;
+    }
+    void SetAt(WORD key, const char* value) { Add(key, {NameParts::Form::kWhole, m_text->Add(value)}); }
+    int GetCount() const noexcept { return static_cast<int>(m_names.size()); }
+
+    /// Empties the map; from now on its names are of this text.
+    /// @param entries  how many are likely to come.
+    void UseText(std::shared_ptr<NameText> text, std::size_t entries) {
+        *this = NumberedNames();
+        m_text = std::move(text);
+        m_names.reserve(std::min(entries, kUsualKeys));
+    }
+    void Add(WORD key, const NameParts& name) {
+        if (key >= m_places.size()) m_places.resize(key < kUsualKeys ? kUsualKeys : std::size_t{key} + 1);
+        if (m_places[key] == 0) {
+            m_names.push_back(name);
+            m_places[key] = static_cast<std::uint32_t>(m_names.size());
+        } else {
+            m_names[m_places[key] - 1] = name;
+        }
+    }
+
+  private:
+    static constexpr std::size_t kUsualKeys = 10000;  // a number in a list has four digits
+
+    std::shared_ptr<NameText> m_text = std::make_shared<NameText>();
+    std::vector<NameParts> m_names;
+    std::vector<std::uint32_t> m_places;  // a number's place among the names, from 1 on; 0 for none
+};
+
+/// From names to names. Keys are exact.
+class NamedNames {
+  public:
+    /// As of the framework's maps: FALSE, and `value` untouched, when the key isn't there.
+    BOOL Lookup(const char* key, CString& value) const {
+        if (m_slots.empty()) return FALSE;
+        const std::string_view wanted(key);
+        const std::uint32_t place = m_slots[Find(wanted)];
+        if (place == 0) return FALSE;
+        value = m_text->Built(m_entries[place - 1].name);
+        return TRUE;
+    }
+    void SetAt(const char* key, const char* value) {
+        const TextSlice kept = m_text->Add(key);
+        Add(kept, {NameParts::Form::kWhole, m_text->Add(value)}, WhenThere::kReplace);
+    }
+    int GetCount() const noexcept { return static_cast<int>(m_entries.size()); }
+
+    /// Empties the map; from now on its keys and names are of this text.
+    /// @param entries  how many are likely to come.
+    void UseText(std::shared_ptr<NameText> text, std::size_t entries) {
+        *this = NamedNames();
+        m_text = std::move(text);
+        m_entries.reserve(entries);
+        MakeSlots(entries);
+    }
+
+    enum class WhenThere { kReplace, kKeep };
+    void Add(TextSlice key, const NameParts& name, WhenThere when) {
+        if (m_entries.size() >= m_most) MakeSlots(m_entries.size() * 2);
+        std::uint32_t& place = m_slots[Find(m_text->Of(key))];
+        if (place == 0) {
+            m_entries.push_back({key, name});
+            place = static_cast<std::uint32_t>(m_entries.size());
+        } else if (when == WhenThere::kReplace) {
+            m_entries[place - 1].name = name;
+        }
+    }
+
+  private:
+    struct Entry {
+        TextSlice key;
+        NameParts name;
+    };
+    static std::uint64_t WordAt(const char* text) noexcept {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text, sizeof word);
+        return word;
+    }
+
+    /// Takes 16 characters at a time, the last 8 or 16 of which may have been taken before.
+    static std::uint32_t HashOf(std::string_view text) noexcept {
+        constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15U;  // 2 to the 64 over the golden ratio
+        constexpr std::uint64_t kOther = 0xC2B2AE3D27D4EB4FU;   // odd too, and no neighbour of it
+        constexpr std::size_t kWord = sizeof(std::uint64_t);
+        std::uint64_t hash = text.size();
+        const auto mix = [&hash](std::uint64_t first, std::uint64_t second) {
+            hash = (hash ^ first) * kFactor + second * kOther;
+            hash ^= hash >> 32;
+        };
+        if (text.size() >= 2 * kWord) {
+            const char* const last = text.data() + text.size() - kWord;
+            for (const char* at = text.data(); at + kWord < last; at += 2 * kWord) mix(WordAt(at), WordAt(at + kWord));
+            mix(WordAt(last - kWord), WordAt(last));
+        } else if (text.size() >= kWord) {
+            mix(WordAt(text.data()), WordAt(text.data() + text.size() - kWord));
+        } else {
+            std::uint64_t word = 0;
+            for (const char c : text) word = word << 8 | static_cast<unsigned char>(c);
+            mix(word, 0);
+        }
+        return static_cast<std::uint32_t>(hash * kFactor >> 32);
+    }
+
+    /// Slot of a key, or the empty one where it belongs. There are slots, and half of them are empty.
+    std::size_t Find(std::string_view key) const noexcept {
+        std::size_t at = HashOf(key) & m_mask;
+        while (m_slots[at] != 0 && m_text->Of(m_entries[m_slots[at] - 1].key) != key) at = (at + 1) & m_mask;
+        return at;
+    }
+
+    void MakeSlots(std::size_t entries) {
+        m_most = std::bit_ceil(std::max<std::size_t>(entries, 8));
+        m_mask = m_most * 2 - 1;
+        m_slots.assign(m_mask + 1, 0);
+        for (std::uint32_t place = 1; place <= m_entries.size(); ++place)
+            m_slots[Find(m_text->Of(m_entries[place - 1].key))] = place;
+    }
+
+    std::shared_ptr<NameText> m_text = std::make_shared<NameText>();
+    std::vector<Entry> m_entries;
+    std::vector<std::uint32_t> m_slots;  // an entry's place, from 1 on; 0 for none
+    std::size_t m_mask = 0;              // the number of slots, a power of 2, less 1
+    std::size_t m_most = 0;              // entries that the slots are enough for
+};
