@@ -7,9 +7,10 @@ enum EdgeType : int { kEdgeNone = 0, kEdgeBorder = 1, kEdgeShadow = 2, kEdgeOffs
 
 /// Degrees of a font's 4-bit edge direction.
 constexpr int EdgeAngle(int direction) noexcept {
-    constexpr int kDegrees[8] = {135, 180, 225, 270, 315, 0, 45, 90};
-    return direction >= 0 && direction < 8 ? kDegrees[direction] : 135;
+    return direction >= 0 && direction < 8 ? (direction * 45 + 135) % 360 : 135;
 }
+static_assert(EdgeAngle(0) == 135 && EdgeAngle(4) == 315 && EdgeAngle(5) == 0 && EdgeAngle(7) == 90 &&
+              EdgeAngle(8) == 135);
 
 /// Lines of a font's height that its edge takes up. A border lies on both sides of a glyph; the direction doesn't
 /// count.

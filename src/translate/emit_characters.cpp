@@ -1,4 +1,5 @@
 #include <array>
+#include <bitset>
 #include <cstring>
 #include <memory>
 
@@ -15,14 +16,29 @@ namespace {
 constexpr unsigned kEmptyRowCharacter = 13;
 // Codes of 192 and above have no directory entry; such a character reaches the host as one without a glyph.
 constexpr tag_char_entry kNoEntry{};
+constexpr tag_char_entry kNoDirectory[kDirectoryEntries]{};
 
-/// What all characters of a slot share, worked out at the first of them: the description in both forms, and the sizes
-/// of run-coded glyphs.
+/// Colours and edge of the characters of one slot and colour set, as they lie in the record.
+struct Look {
+    COLORREF face_colour;
+    float effect_ratio;
+    std::int32_t edge_type, edge_angle, edge_size;
+    COLORREF edge_colour;
+};
+
+static_assert(offsetof(tag_CharInf, edge_colour) - offsetof(tag_CharInf, face_colour) == offsetof(Look, edge_colour));
+
+/// What all characters of a slot share, worked out at the first of them: the description in both forms, the looks, and
+/// the sizes of run-coded glyphs.
 struct SlotFace {
-    const tag_font_header* header = nullptr;  // of the font that this was made from
-    LOGFONT text_form{}, bitmap_form{};
-    CString found_before, found;  // CharacterWalk::m_found before and after the look-up
-    std::array<CSize, kDirectoryEntries> sizes{};
+    const tag_font_header* header = nullptr;  // of the font that this was made from, with which all else is set
+    const tag_char_entry* directory;          // its entries, of which a slot without a directory has none
+    int base;                                 // row_top of a row set in this font
+    LOGFONT text_form, bitmap_form;
+    std::array<Look, kColourSets> looks;
+    CString found_before, found;              // CharacterWalk::m_found before and after the look-up
+    std::bitset<kDirectoryEntries> measured;  // which of the sizes are known
+    std::array<SIZE, kDirectoryEntries> sizes;
 
     // A font that the maps know is described alike whatever was found before.
     bool Holds(const tag_font_header& of, const CString& found_now) const noexcept {
@@ -41,14 +57,16 @@ class CharacterWalk {
   private:
     void EmitEmptyRow(const tag_msg_row& row);
     void EmitRow(const tag_msg_row& row);
-    void EmitChar(const tag_msg_row& row, int index, bool last_step);
+    void EmitChar(const tag_msg_row& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
+                  const tag_msg_char* next);
+    [[gnu::noinline]] void DropChar(const tag_msg_char& character);
     void StartRow(const tag_msg_row& row);
     SlotFace& FaceOf(int slot, const tag_font_header& header);
+    // Apart from what is done for each character, as are the rarer roads below.
+    [[gnu::noinline]] void MakeFace(int slot, const tag_font_header& header, std::unique_ptr<SlotFace>& held);
     void DescribeFont(const tag_font_header& header, LOGFONT& font);
-    CSize GlyphSizeOf(const tag_msg_char& character, tag_font_memory& slot, const tag_char_entry& entry,
-                      SlotFace& face);
-    void FillBitmapForm(const tag_msg_row& row, const tag_msg_char& character, const tag_char_entry& entry, CSize size,
-                        bool last_step);
+    void FillBitmapForm(const tag_msg_char& character, tag_font_memory& slot, const tag_char_entry& entry,
+                        SlotFace& face, const tag_msg_char* next);
 
     const CZelMessage& m_message;
     CZelFont& m_fonts;
@@ -57,8 +75,7 @@ class CharacterWalk {
     const bool m_tt_convert;
     const std::unique_ptr<LOGFONT> m_log_font;
     const std::unique_ptr<tag_CharInf> m_info;  // zeroed: a field never set is 0
-    CZelFont m_scratch;
-    std::array<SlotFace, kFontSlots> m_faces;
+    std::array<std::unique_ptr<SlotFace>, kFontSlots> m_faces;
     CString m_found;  // never cleared: a font that no map knows goes by the look-up of an earlier character
 };
 
@@ -110,23 +127,31 @@ void CharacterWalk::EmitEmptyRow(const tag_msg_row& row) {
     CallOnChar(m_host, m_info.get(), kEmptyRowCharacter);
 }
 
+// A character that is dropped leaves these four all the same.
+void CharacterWalk::DropChar(const tag_msg_char& character) {
+    InitLogFont(m_log_font.get());
+    m_info->row_start = 0;
+    m_info->mf_flag = false;
+    m_info->char_code = character.Code();
+}
+
 // The count ends the walk, not the index 63: only a chain that comes to 63 too early ends there, as there is no such
 // record.
 void CharacterWalk::EmitRow(const tag_msg_row& row) {
     int index = row.FirstChar();
     for (int step = 0; step < row.CharCount() && index != kChainEnd; ++step) {
         const tag_msg_char& character = row.chars[index];
-        // A character that is then dropped leaves these four in the record all the same.
-        m_info->row_start = 0;
-        m_info->mf_flag = false;
-        m_info->char_code = character.Code();
-        const bool has_slot = character.Font() < kFontSlots;
-        const bool empty_slot = has_slot && m_fonts.m_Slots[character.Font()].font_header == nullptr;
-        if (!has_slot || empty_slot) InitLogFont(m_log_font.get());
-        // An empty slot holds the walk at its record, so no further character of the row is emitted.
-        if (empty_slot) break;
-        if (has_slot) EmitChar(row, index, step == row.CharCount() - 1);
-        index = character.Next();
+        const int font = character.Font(), next = character.Next();
+        if (font >= kFontSlots) {
+            DropChar(character);
+        } else if (tag_font_memory& slot = m_fonts.m_Slots[font]; slot.font_header == nullptr) {
+            DropChar(character);
+            break;  // An empty slot holds the walk at its record, so no further character of the row is emitted.
+        } else {
+            const bool has_next = step != row.CharCount() - 1 && next != kChainEnd;
+            EmitChar(row, character, slot, index == row.FirstChar(), has_next ? &row.chars[next] : nullptr);
+        }
+        index = next;
     }
     m_info->font_copy = nullptr;
     m_info->slot = -1;
@@ -144,82 +169,99 @@ void CharacterWalk::DescribeFont(const tag_font_header& header, LOGFONT& font) {
 }
 
 SlotFace& CharacterWalk::FaceOf(int slot, const tag_font_header& header) {
-    SlotFace& face = m_faces[static_cast<std::size_t>(slot)];
-    if (face.Holds(header, m_found)) {
-        if (m_found.GetString() != face.found.GetString()) m_found = face.found;
-        return face;
+    std::unique_ptr<SlotFace>& face = m_faces[static_cast<std::size_t>(slot)];
+    if (!face || !face->Holds(header, m_found)) {
+        MakeFace(slot, header, face);
+    } else if (m_found.GetString() != face->found.GetString()) {
+        m_found = face->found;
     }
-    if (face.header != &header) face.sizes = {};
+    return *face;
+}
+
+void CharacterWalk::MakeFace(int slot, const tag_font_header& header, std::unique_ptr<SlotFace>& held) {
+    if (!held) held = std::make_unique_for_overwrite<SlotFace>();
+    SlotFace& face = *held;
+    if (face.header != &header) face.measured.reset();
     face.header = &header;
+    const tag_char_entry* const directory = m_fonts.m_Slots[slot].char_directory;
+    face.directory = directory != nullptr ? directory : kNoDirectory;
+    face.base = header.row_inset + header.row_top_offset;
+    for (std::size_t set = 0; set < face.looks.size(); ++set) {
+        const auto& colours = m_message.m_pPalette->colour_sets[set];
+        face.looks[set] = {PackColour(colours[kFaceEntry]),
+                           0.75F,
+                           header.EdgeType(),
+                           EdgeAngle(header.EdgeDirection()),
+                           header.edge_size,
+                           PackColour(colours[kEdgeEntry])};
+    }
     face.found_before = m_found;
     DescribeFont(header, face.text_form);
     face.found = m_found;
     face.bitmap_form = face.text_form;
     WriteLegacyFace(face.bitmap_form, slot, header.Name());
     face.bitmap_form.lfPitchAndFamily = 34;
-    return face;
 }
 
-CSize CharacterWalk::GlyphSizeOf(const tag_msg_char& character, tag_font_memory& slot, const tag_char_entry& entry,
-                                 SlotFace& face) {
+/// @param next  the record that follows, null for the last one.
+void CharacterWalk::EmitChar(const tag_msg_row& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
+                             const tag_msg_char* next) {
+    SlotFace& face = FaceOf(character.Font(), *slot.font_header);
     const unsigned code = static_cast<unsigned>(character.Code()) & 0xFF;
-    const auto measure = [&] {
-        int unused_top = 0;
-        const CRect rect = m_scratch.GetMFRect(reinterpret_cast<FontAddress>(&slot), character.Font(), code, unused_top,
-                                               &m_info->mf_flag);
-        return CSize(rect.right - rect.left, rect.bottom - rect.top);
-    };
-    if (!entry.IsRunCoded()) return measure();
-    CSize& size = face.sizes[code];  // only a code with an entry is run-coded
-    if (size.cy == 0) size = measure();
-    return size;
+    const tag_char_entry& entry = code < kDirectoryEntries ? face.directory[code] : kNoEntry;
+    const bool stored = entry.IsStored(), bitmap_form = stored || !m_tt_convert;
+    tag_CharInf& info = *m_info;
+
+    *m_log_font = bitmap_form ? face.bitmap_form : face.text_form;
+    std::memcpy(reinterpret_cast<std::uint8_t*>(&info) + offsetof(tag_CharInf, face_colour),
+                &face.looks[static_cast<std::size_t>(character.ColourSet())], sizeof(Look));
+    info.x = character.X() + kXOffset;
+    info.y = row.Y();
+    info.place_flag = static_cast<std::uint8_t>(character.PlaceFlag());
+    info.row_start = 0;
+    info.slot = character.Font();
+    info.char_code = character.Code();
+    info.glyph_metric = entry.Metric();
+    info.reserved_zero = 0;
+    info.mf_flag = false;
+    if (first) StartRow(row);
+    // In a row set in one font the second bracket is 0.
+    const int base_shift = (character.Y() - entry.Top()) - (row.Top() - face.base);
+    if (bitmap_form) {
+        info.base_shift = base_shift;
+        info.font_copy = slot.font_copy;
+        info.colour_set = stored ? -1 : character.ColourSet();
+        FillBitmapForm(character, slot, entry, face, next);
+    } else {
+        info.base_shift = m_baseline_align ? 0 : base_shift;
+        info.font_copy = nullptr;
+        info.colour_set = -1;
+    }
+    CallOnChar(m_host, m_info.get(), code);
+    info.message_start = 0;
 }
 
-void CharacterWalk::FillBitmapForm(const tag_msg_row& row, const tag_msg_char& character, const tag_char_entry& entry,
-                                   CSize size, bool last_step) {
+void CharacterWalk::FillBitmapForm(const tag_msg_char& character, tag_font_memory& slot, const tag_char_entry& entry,
+                                   SlotFace& face, const tag_msg_char* next) {
+    const unsigned code = static_cast<unsigned>(character.Code()) & 0xFF;
+    const bool kept = entry.IsRunCoded();  // only a code with an entry is
+    SIZE size{};
+    if (kept && face.measured[code]) {
+        size = face.sizes[code];
+    } else if (entry.HasGlyph()) {
+        int unused_top = 0;
+        const CRect rect = m_fonts.GetMFRect(reinterpret_cast<FontAddress>(&slot), character.Font(), code, unused_top,
+                                             &m_info->mf_flag);
+        size = {rect.right - rect.left, rect.bottom - rect.top};
+        if (kept) {
+            face.sizes[code] = size;
+            face.measured.set(code);
+        }
+    }
     m_info->glyph_height = size.cy;
     m_info->glyph_y = character.Y() + (entry.IsStored() ? 1 : 0);
     m_info->place_flag = 1;
-    const bool has_next = !last_step && character.Next() != kChainEnd;
-    m_info->glyph_step = has_next ? row.chars[character.Next()].X() - character.X() : size.cx;
-}
-
-void CharacterWalk::EmitChar(const tag_msg_row& row, int index, bool last_step) {
-    const tag_msg_char& character = row.chars[index];
-    tag_font_memory& slot = m_fonts.m_Slots[character.Font()];
-    const tag_font_header& header = *slot.font_header;
-    const unsigned code = static_cast<unsigned>(character.Code()) & 0xFF;
-    const tag_char_entry* found_entry = slot.Entry(code);
-    const tag_char_entry& entry = found_entry != nullptr ? *found_entry : kNoEntry;
-    tag_CharInf& info = *m_info;
-
-    SlotFace& face = FaceOf(character.Font(), header);
-    const bool bitmap_form = entry.IsStored() || !m_tt_convert;
-    *m_log_font = bitmap_form ? face.bitmap_form : face.text_form;
-    info.x = character.X() + kXOffset;
-    info.y = row.Y();
-    info.place_flag = character.PlaceFlag() ? 1 : 0;
-    if (index == row.FirstChar()) StartRow(row);
-
-    // In a row set in one font the second bracket is 0.
-    const int base_shift = (character.Y() - entry.Top()) - (row.Top() - header.row_inset - header.row_top_offset);
-    info.base_shift = bitmap_form || !m_baseline_align ? base_shift : 0;
-    if (bitmap_form) FillBitmapForm(row, character, entry, GlyphSizeOf(character, slot, entry, face), last_step);
-
-    info.reserved_zero = 0;
-    const auto& colours = m_message.m_pPalette->colour_sets[character.ColourSet()];
-    info.face_colour = PackColour(colours[kFaceEntry]);
-    info.edge_colour = PackColour(colours[kEdgeEntry]);
-    info.edge_type = header.EdgeType();
-    info.edge_angle = EdgeAngle(header.EdgeDirection());
-    info.edge_size = header.edge_size;
-    info.glyph_metric = entry.Metric();
-    info.slot = character.Font();
-    info.effect_ratio = 0.75F;
-    info.colour_set = bitmap_form && !entry.IsStored() ? character.ColourSet() : -1;
-    info.font_copy = bitmap_form ? slot.font_copy : nullptr;
-    CallOnChar(m_host, m_info.get(), code);
-    info.message_start = 0;
+    m_info->glyph_step = next != nullptr ? next->X() - character.X() : size.cx;
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "translate/font_face.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <charconv>
 #include <cstdlib>
 #include <cstring>
 
@@ -39,10 +39,12 @@ bool FaceByNumber(const tag_font_header& header, CZelTransDlg& owner, CString& f
         !owner.m_mapTypeFace.Lookup(found, typeface)) {
         return false;
     }
-    char face[sizeof lf.lfFaceName];
-    std::snprintf(face, sizeof face, "%31s",
-                  static_cast<const char*>(typeface));  // right-justified, as the host knows it
-    WriteFace(lf, face);
+    // Right-justified, as the host knows it.
+    char face[sizeof lf.lfFaceName - 1];
+    const std::string_view name = std::string_view(typeface).substr(0, sizeof face);
+    std::memset(face, ' ', sizeof face);
+    name.copy(face + sizeof face - name.size(), name.size());
+    WriteFace(lf, {face, sizeof face});
     return true;
 }
 
@@ -97,8 +99,12 @@ void ApplyFontHeight(const tag_font_header& header, LOGFONT& lf) noexcept {
 }
 
 void WriteLegacyFace(LOGFONT& lf, int slot, std::string_view font_name) noexcept {
-    char face[sizeof lf.lfFaceName];
-    std::snprintf(face, sizeof face, "Zelmara! (%d) %.*s", slot,
-                  static_cast<int>(std::min<std::size_t>(font_name.size(), 14)), font_name.data());
-    WriteFace(lf, face);
+    constexpr std::string_view kMark = "Zelmara! (", kAfterNumber = ") ";
+    constexpr std::size_t kMostOfName = 14;
+    char face[kMark.size() + 11 + kAfterNumber.size() + kMostOfName];  // 11: of any int
+    char* end = face + kMark.copy(face, kMark.size());
+    end = std::to_chars(end, end + 11, slot).ptr;
+    end += kAfterNumber.copy(end, kAfterNumber.size());
+    end += font_name.copy(end, kMostOfName);
+    WriteFace(lf, {face, end});
 }
