@@ -29,22 +29,27 @@ struct Look {
 static_assert(offsetof(tag_CharInf, edge_colour) - offsetof(tag_CharInf, face_colour) == offsetof(Look, edge_colour));
 
 /// What all characters of a slot share, worked out at the first of them: the description in both forms, the looks, and
-/// the sizes of run-coded glyphs.
+/// the sizes of glyphs that aren't stored.
 struct SlotFace {
     const tag_font_header* header = nullptr;  // of the font that this was made from, with which all else is set
     const tag_char_entry* directory;          // its entries, of which a slot without a directory has none
     int base;                                 // row_top of a row set in this font
     LOGFONT text_form, bitmap_form;
     std::array<Look, kColourSets> looks;
-    CString found_before, found;              // CharacterWalk::m_found before and after the look-up
-    std::bitset<kDirectoryEntries> measured;  // which of the sizes are known
-    std::array<SIZE, kDirectoryEntries> sizes;
+    CString found_before, found;  // CharacterWalk::m_found before and after the look-up
+    std::bitset<256> measured;    // which of the sizes are known
+    std::array<SIZE, 256> sizes;  // by the low 8 bits of the code
 
     // A font that the maps know is described alike whatever was found before.
     bool Holds(const tag_font_header& of, const CString& found_now) const noexcept {
         return header == &of &&
                (found.GetString() != found_before.GetString() || found_now.GetString() == found_before.GetString());
     }
+};
+
+/// Where a row stands, in lines: y of all its characters, and its limits.
+struct RowPlace {
+    int y, top, depth;
 };
 
 /// One walk over a message. The record, the LOGFONT and the texts live for the whole of it; nothing is allocated per
@@ -57,10 +62,10 @@ class CharacterWalk {
   private:
     void EmitEmptyRow(const tag_msg_row& row);
     void EmitRow(const tag_msg_row& row);
-    void EmitChar(const tag_msg_row& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
+    void EmitChar(const RowPlace& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
                   const tag_msg_char* next);
     [[gnu::noinline]] void DropChar(const tag_msg_char& character);
-    void StartRow(const tag_msg_row& row);
+    void StartRow(const RowPlace& row);
     SlotFace& FaceOf(int slot, const tag_font_header& header);
     // Apart from what is done for each character, as are the rarer roads below.
     [[gnu::noinline]] void MakeFace(int slot, const tag_font_header& header, std::unique_ptr<SlotFace>& held);
@@ -109,11 +114,11 @@ void CharacterWalk::Run() {
     }
 }
 
-void CharacterWalk::StartRow(const tag_msg_row& row) {
+void CharacterWalk::StartRow(const RowPlace& row) {
     m_info->row_start = 1;
     m_info->place_flag = 1;
-    m_info->row_top = row.Top();
-    m_info->row_depth = row.Bottom() - row.Top();
+    m_info->row_top = row.top;
+    m_info->row_depth = row.depth;
 }
 
 void CharacterWalk::EmitEmptyRow(const tag_msg_row& row) {
@@ -123,7 +128,7 @@ void CharacterWalk::EmitEmptyRow(const tag_msg_row& row) {
     m_info->reserved_zero = 0;
     m_info->font_copy = nullptr;
     m_info->slot = -1;
-    StartRow(row);
+    StartRow({row.Y(), row.Top(), row.Bottom() - row.Top()});
     CallOnChar(m_host, m_info.get(), kEmptyRowCharacter);
 }
 
@@ -138,8 +143,10 @@ void CharacterWalk::DropChar(const tag_msg_char& character) {
 // The count ends the walk, not the index 63: only a chain that comes to 63 too early ends there, as there is no such
 // record.
 void CharacterWalk::EmitRow(const tag_msg_row& row) {
-    int index = row.FirstChar();
-    for (int step = 0; step < row.CharCount() && index != kChainEnd; ++step) {
+    const int count = row.CharCount(), first = row.FirstChar();
+    const RowPlace place{row.Y(), row.Top(), row.Bottom() - row.Top()};
+    int index = first;
+    for (int step = 0; step < count && index != kChainEnd; ++step) {
         const tag_msg_char& character = row.chars[index];
         const int font = character.Font(), next = character.Next();
         if (font >= kFontSlots) {
@@ -148,8 +155,8 @@ void CharacterWalk::EmitRow(const tag_msg_row& row) {
             DropChar(character);
             break;  // An empty slot holds the walk at its record, so no further character of the row is emitted.
         } else {
-            const bool has_next = step != row.CharCount() - 1 && next != kChainEnd;
-            EmitChar(row, character, slot, index == row.FirstChar(), has_next ? &row.chars[next] : nullptr);
+            const bool has_next = step != count - 1 && next != kChainEnd;
+            EmitChar(place, character, slot, index == first, has_next ? &row.chars[next] : nullptr);
         }
         index = next;
     }
@@ -204,7 +211,7 @@ void CharacterWalk::MakeFace(int slot, const tag_font_header& header, std::uniqu
 }
 
 /// @param next  the record that follows, null for the last one.
-void CharacterWalk::EmitChar(const tag_msg_row& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
+void CharacterWalk::EmitChar(const RowPlace& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
                              const tag_msg_char* next) {
     SlotFace& face = FaceOf(character.Font(), *slot.font_header);
     const unsigned code = static_cast<unsigned>(character.Code()) & 0xFF;
@@ -216,7 +223,7 @@ void CharacterWalk::EmitChar(const tag_msg_row& row, const tag_msg_char& charact
     std::memcpy(reinterpret_cast<std::uint8_t*>(&info) + offsetof(tag_CharInf, face_colour),
                 &face.looks[static_cast<std::size_t>(character.ColourSet())], sizeof(Look));
     info.x = character.X() + kXOffset;
-    info.y = row.Y();
+    info.y = row.y;
     info.place_flag = static_cast<std::uint8_t>(character.PlaceFlag());
     info.row_start = 0;
     info.slot = character.Font();
@@ -226,7 +233,7 @@ void CharacterWalk::EmitChar(const tag_msg_row& row, const tag_msg_char& charact
     info.mf_flag = false;
     if (first) StartRow(row);
     // In a row set in one font the second bracket is 0.
-    const int base_shift = (character.Y() - entry.Top()) - (row.Top() - face.base);
+    const int base_shift = (character.Y() - entry.Top()) - (row.top - face.base);
     if (bitmap_form) {
         info.base_shift = base_shift;
         info.font_copy = slot.font_copy;
@@ -244,20 +251,15 @@ void CharacterWalk::EmitChar(const tag_msg_row& row, const tag_msg_char& charact
 void CharacterWalk::FillBitmapForm(const tag_msg_char& character, tag_font_memory& slot, const tag_char_entry& entry,
                                    SlotFace& face, const tag_msg_char* next) {
     const unsigned code = static_cast<unsigned>(character.Code()) & 0xFF;
-    const bool kept = entry.IsRunCoded();  // only a code with an entry is
-    SIZE size{};
-    if (kept && face.measured[code]) {
-        size = face.sizes[code];
-    } else if (entry.HasGlyph()) {
+    // A stored glyph is measured in its file each time.
+    if (entry.IsStored() || !face.measured[code]) {
         int unused_top = 0;
         const CRect rect = m_fonts.GetMFRect(reinterpret_cast<FontAddress>(&slot), character.Font(), code, unused_top,
                                              &m_info->mf_flag);
-        size = {rect.right - rect.left, rect.bottom - rect.top};
-        if (kept) {
-            face.sizes[code] = size;
-            face.measured.set(code);
-        }
+        face.sizes[code] = {rect.right - rect.left, rect.bottom - rect.top};
+        face.measured.set(code);
     }
+    const SIZE size = face.sizes[code];
     m_info->glyph_height = size.cy;
     m_info->glyph_y = character.Y() + (entry.IsStored() ? 1 : 0);
     m_info->place_flag = 1;
