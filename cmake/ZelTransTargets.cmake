@@ -3,6 +3,10 @@ add_library(zel_build INTERFACE)
 target_compile_options(zel_build INTERFACE -Wall -Wextra -Wpedantic -Wconversion -fno-strict-aliasing)
 # Without unique symbols, which would keep the module loaded for good.
 target_compile_options(zel_build INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+# A file that is compiled together with others counts as a header, whose unnamed namespaces the compiler warns of.
+if(CMAKE_UNITY_BUILD)
+  target_compile_options(zel_build INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 target_include_directories(zel_build INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
 # Width, sanitizers and counters hold for third-party sources (GoogleTest) too, so they are set for the whole tree.

@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "desktop/words.h"
 #include "platform/system/files.h"
 
 namespace desktop {
@@ -12,10 +13,6 @@ namespace desktop {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-QString Text(const std::string& utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
 
 /// A member of an object, or the value that stands for a missing one or one of another kind.
 template <class Value>

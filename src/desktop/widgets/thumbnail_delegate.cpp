@@ -10,7 +10,7 @@ namespace desktop {
 
 namespace {
 
-constexpr int kMargin = 6;
+constexpr int kCellMargin = 6;
 
 void DrawMark(QPainter& painter, const QRect& frame) {
     constexpr int kSize = 16;
@@ -23,7 +23,8 @@ void DrawMark(QPainter& painter, const QRect& frame) {
 ThumbnailDelegate::ThumbnailDelegate(QObject* parent) : QStyledItemDelegate(parent), m_ground(Checkerboard()) {}
 
 QSize ThumbnailDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
-    return {kThumbnail.width() + 2 * kMargin, kThumbnail.height() + 2 * option.fontMetrics.height() + 3 * kMargin};
+    return {kThumbnail.width() + 2 * kCellMargin,
+            kThumbnail.height() + 2 * option.fontMetrics.height() + 3 * kCellMargin};
 }
 
 void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
@@ -31,7 +32,7 @@ void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     QStyle& style = *QApplication::style();
     style.drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, option.widget);
 
-    const QRect inner = option.rect.adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    const QRect inner = option.rect.adjusted(kCellMargin, kCellMargin, -kCellMargin, -kCellMargin);
     const QRect frame(inner.left() + (inner.width() - kThumbnail.width()) / 2, inner.top(), kThumbnail.width(),
                       kThumbnail.height());
     const auto thumbnail = index.data(LibraryModel::kThumbnail).value<QImage>();
@@ -47,7 +48,7 @@ void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const bool selected = (option.state & QStyle::State_Selected) != 0;
     const auto group = (option.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
     painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
-    QRect line(inner.left(), frame.bottom() + kMargin, inner.width(), option.fontMetrics.height());
+    QRect line(inner.left(), frame.bottom() + kCellMargin, inner.width(), option.fontMetrics.height());
     const auto draw = [&](const QString& text, Qt::TextElideMode mode) {
         painter->drawText(line, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextSingleLine,
                           option.fontMetrics.elidedText(text, mode, line.width()));

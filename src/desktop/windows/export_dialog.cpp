@@ -6,18 +6,11 @@
 #include <QStandardPaths>
 
 #include "desktop/windows/pick.h"
+#include "desktop/words.h"
 #include "host/export/exporter.h"
 #include "ui_export_dialog.h"
 
 namespace desktop {
-
-namespace {
-
-QString Text(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-}  // namespace
 
 ExportDialog::ExportDialog(Offer offer, QSettings& settings, QWidget* parent)
     : QDialog(parent), m_offer(std::move(offer)), m_settings(settings), m_ui(std::make_unique<Ui::ExportDialog>()) {

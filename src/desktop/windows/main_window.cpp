@@ -20,6 +20,7 @@
 #include "desktop/widgets/start_page.h"
 #include "desktop/windows/detail_docks.h"
 #include "desktop/windows/library_panel.h"
+#include "desktop/words.h"
 #include "desktop/work/name_lists.h"
 #include "desktop/work/patience.h"
 #include "host/library/library.h"
@@ -30,10 +31,6 @@ namespace {
 
 /// Of the layout that restoreState takes; another one when docks or bars change.
 constexpr int kLayoutVersion = 2;
-
-QString Counted(std::size_t count, const char* one, const char* many) {
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
-}
 
 /// What a message is, in a line.
 QString SummaryOf(const MessageDetails& details) {

@@ -14,6 +14,7 @@
 #include "desktop/windows/main_window.h"
 #include "desktop/windows/pick.h"
 #include "desktop/windows/remote_chooser.h"
+#include "desktop/words.h"
 #include "desktop/work/dialog_import.h"
 #include "desktop/work/patience.h"
 #include "host/library/library.h"
@@ -21,10 +22,6 @@
 namespace desktop {
 
 namespace {
-
-QString Text(const std::string& text) {
-    return QString::fromUtf8(text.c_str());
-}
 
 /// The first lines, and how many more there are.
 QString Beginning(const QStringList& lines) {

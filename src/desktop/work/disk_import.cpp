@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <filesystem>
 
+#include "desktop/words.h"
 #include "desktop/work/library_writer.h"
 #include "desktop/work/own_settings.h"
 #include "desktop/work/patience.h"
@@ -13,10 +14,6 @@
 namespace desktop {
 
 namespace {
-
-QString Counted(int count, const char* one, const char* many) {
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
-}
 
 /// Keeps the picture of what arrives.
 class Arrival : public HostObserver {

@@ -2,15 +2,12 @@
 
 #include <QFile>
 
+#include "desktop/words.h"
 #include "host/ftp/remote_url.h"
 
 namespace desktop {
 
 namespace {
-
-QString Text(const std::string& text) {
-    return QString::fromUtf8(text.c_str());
-}
 
 ftp::ServerOptions ServerOf(const FetchOrder& order, const ftp::RemoteUrl& url) {
     ftp::ServerOptions server;

@@ -7,12 +7,12 @@ namespace desktop {
 
 namespace {
 
-class Counted {
+class OpenDialogs {
   public:
-    Counted(int& count, int step) : m_count(count), m_step(step) { m_count += m_step; }
-    ~Counted() { m_count -= m_step; }
-    Counted(const Counted&) = delete;
-    Counted& operator=(const Counted&) = delete;
+    OpenDialogs(int& count, int step) : m_count(count), m_step(step) { m_count += m_step; }
+    ~OpenDialogs() { m_count -= m_step; }
+    OpenDialogs(const OpenDialogs&) = delete;
+    OpenDialogs& operator=(const OpenDialogs&) = delete;
 
   private:
     int& m_count;
@@ -22,7 +22,7 @@ class Counted {
 }  // namespace
 
 void ModuleDesktop::RunModal(CDialog& dialog) {
-    const Counted batch(m_batches, dialog.GetTemplateId() == kBatchDialog ? 1 : 0);
+    const OpenDialogs batch(m_batches, dialog.GetTemplateId() == kBatchDialog ? 1 : 0);
     QtDesktop::RunModal(dialog);
 }
 
