@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
-#include "message/big_endian_cursor.h"
+#include "message/byte_order.h"
 #include "message/msg_chars.h"
 
 namespace {
@@ -23,8 +24,13 @@ static_assert(ReverseSixFlags(0x80) == 0x01 && ReverseSixFlags(0x20) == 0x04 && 
 }  // namespace
 
 RowHead ConvertRowHead(std::span<const std::uint8_t> bytes) noexcept {
-    BigEndianCursor in(bytes);
-    const unsigned w0 = in.U16(), w1 = in.U16(), w2 = in.U16(), w3 = in.U16();
+    std::array<std::uint16_t, 4> words{};
+    if (bytes.size() >= sizeof words) {  // a copy of fixed length takes an instruction
+        std::memcpy(words.data(), bytes.data(), sizeof words);
+    } else if (!bytes.empty()) {
+        std::memcpy(words.data(), bytes.data(), bytes.size());
+    }
+    const unsigned w0 = SwapWord(words[0]), w1 = SwapWord(words[1]), w2 = SwapWord(words[2]), w3 = SwapWord(words[3]);
     RowHead head{};
     head.word0 = Word(ReverseSixFlags(w0 >> 8), w0);  // flags, row_y
     head.word1 = Word(w1 >> 10, w1);                  // first_char, row_top
@@ -44,7 +50,7 @@ tag_msg_char ConvertMsgChar(std::span<const std::uint8_t> bytes) noexcept {
 }
 
 std::size_t ConvertRow(std::span<const std::uint8_t> bytes, tag_msg_row& row) noexcept {
-    const RowHead head = ConvertRowHead(bytes.first(std::min(bytes.size(), sizeof(RowHead))));
+    const RowHead head = ConvertRowHead(bytes);
     static_cast<RowHead&>(row) = head;
     constexpr std::size_t kRecord = sizeof(tag_msg_char);
     const std::size_t size = head.Empty() ? 0 : static_cast<std::size_t>(head.CharCount()) * kRecord;
