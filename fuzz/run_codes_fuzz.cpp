@@ -16,13 +16,16 @@ constexpr int kMostPixels = 1 << 18;
 
 std::vector<std::uint8_t> Draw(fuzz::Input codes, GlyphSize size) {
     std::vector<std::uint8_t> pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4);
+    std::vector<std::uint8_t> filled(pixels.size(), 0xEE);
     DrawRunCodes(RunCodeReader(codes, 0), kSet, {pixels.data(), size.width * 4, size.width, size.height});
+    DrawRunCodes(RunCodeReader(codes, 0), kSet, {filled.data(), size.width * 4, size.width, size.height, 0});
+    Require(filled == pixels, "a fill is what would have stood there");
     return pixels;
 }
 
 void CheckAsTheyCome(fuzz::Input codes) {
     const GlyphSize size = MeasureRunCodes(RunCodeReader(codes, 0));
-    Require(size == MeasureRunCodesScalar(RunCodeReader(codes, 0)), "one size with vectors and without");
+    for (const MeasurePath& path : MeasurePaths()) Require(size == path.measure(RunCodeReader(codes, 0)), path.name);
     Require(size.width >= 0 && size.width % 4 == 0 && size.height >= 2 && size.height <= kMaxGlyphLines + 2, "a size");
     if (size.width * size.height > kMostPixels) return;
     const std::vector<std::uint8_t> pixels = Draw(codes, size);

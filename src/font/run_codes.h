@@ -76,8 +76,15 @@ struct GlyphSize {
 /// Size of a run-coded glyph's bitmap: the longest line rounded up to a multiple of 4, and the lines with a blank row
 /// above and one below.
 GlyphSize MeasureRunCodes(RunCodeReader codes) noexcept;
-/// The same without vector instructions, as a processor without them goes.
-GlyphSize MeasureRunCodesScalar(RunCodeReader codes) noexcept;
+
+/// One way of measuring. All ways give the same size.
+struct MeasurePath {
+    const char* name;
+    GlyphSize (*measure)(RunCodeReader codes) noexcept;
+};
+
+/// The ways that this processor can go, the fastest first, the one without vector instructions last.
+std::span<const MeasurePath> MeasurePaths() noexcept;
 
 /// Red, green and blue.
 struct RunColour {
