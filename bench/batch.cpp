@@ -16,7 +16,7 @@ namespace {
 
 constexpr unsigned kMessages = 1000, kFonts = 4;
 /// Of the messages with pictures, so that the run stays short.
-constexpr unsigned kPictures = 100;
+constexpr unsigned kPictures = 300;
 
 class BatchDisk {
   public:

@@ -58,7 +58,7 @@ ROWS = [
      [("std::getline", "name_lists/typefaces/lines", 2, "within")]),
     ("A batch of 1,000 messages with 4 fonts each", "batch/plain/module",
      [("reading the same files", "batch/plain/raw", 2, "within")]),
-    ("A batch of 100 messages with pictures", "batch/pictures/module",
+    ("A batch of 300 messages with pictures", "batch/pictures/module",
      [("the PNG encoder alone", "batch/pictures/encoder", 1.2, "within")]),
     ("`zeltrans info`", "process/info", [("an empty program", "process/empty", 1.5, "within")]),
     ("`zeltrans import`", "process/import", [("an empty program", "process/empty", 3, "within")]),

@@ -1,10 +1,15 @@
 #include "host/glyph_bitmaps.h"
 
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
 #include <new>
+#include <system_error>
 
 #include "host/crc32.h"
 #include "host/module_text.h"
 #include "platform/framework/exceptions.h"
+#include "platform/system/files.h"
 
 namespace {
 
@@ -12,6 +17,23 @@ namespace {
 constexpr std::uint64_t kMaxGlyphBytes = 8192ULL * 8192 * 4;
 /// Pixels that are kept for further use; a message of ordinary text needs a tenth of it.
 constexpr std::size_t kKeptBytes = std::size_t{64} << 20;
+/// With so much of run-coded glyphs and their fonts, the next message begins anew.
+constexpr std::size_t kKeptForTheNext = std::size_t{4} << 20;
+/// A bitmap of up to this size, larger than a screen, is made whatever the font file holds of it.
+constexpr std::uint64_t kBeyondAScreen = 4 << 20;
+
+bool IsRunCoded(const tag_font_memory& font, unsigned character) noexcept {
+    const tag_char_entry* entry = font.Entry(character);
+    return entry != nullptr && entry->IsRunCoded() && font.encoding_data != nullptr && font.font_header != nullptr;
+}
+
+/// Whether a font file has as many bytes as a bitmap, so that it may hold a stored glyph of this size. The size that a
+/// glyph tells is taken for true before its pixels are read.
+bool MayHold(const tag_font_memory& font, std::uint64_t bytes) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(NativePath(font.file_name), error);
+    return !error && size >= bytes;
+}
 
 DIBSECTION BitmapOver(std::vector<std::uint8_t>& pixels, const CRect& rect) noexcept {
     DIBSECTION dib{};
@@ -33,8 +55,45 @@ DIBSECTION BitmapOver(std::vector<std::uint8_t>& pixels, const CRect& rect) noex
 
 void GlyphBitmaps::SetFonts(CZelFont* fonts) {
     m_fonts = fonts;
-    m_glyphs.clear();
-    m_bytes = 0;
+    m_numbers.clear();
+    m_stored.clear();
+    m_stored_bytes = 0;
+    // What couldn't be had is to be told of again.
+    std::erase_if(m_run_coded, [](const auto& glyph) { return glyph.second.pixels.empty(); });
+    if (m_run_coded_bytes > kKeptForTheNext) ForgetRunCoded();
+}
+
+void GlyphBitmaps::ForgetRunCoded() {
+    m_run_coded.clear();
+    m_drawings.clear();
+    m_numbers.clear();
+    m_run_coded_bytes = 0;
+}
+
+std::size_t GlyphBitmaps::NumberOf(const tag_font_memory& font) {
+    if (m_numbers.empty()) {
+        Colours colours{{}, m_fonts->m_FaceColor, m_fonts->m_EdgeColor, m_fonts->m_BackColor};
+        std::copy(std::begin(m_fonts->m_Palette), std::end(m_fonts->m_Palette), colours.palette.begin());
+        if (colours != m_colours) ForgetRunCoded();
+        m_colours = colours;
+    }
+    const auto known = std::ranges::find(m_numbers, &font, &decltype(m_numbers)::value_type::first);
+    if (known != m_numbers.end()) return known->second;
+    const std::span codes(font.encoding_data, font.font_header->encoding_size);
+    const std::span directory(font.char_directory, std::size_t{kDirectoryEntries});
+    const auto is_same = [&](const Drawing& drawing) {
+        return drawing.codes.size() == codes.size() &&
+               std::memcmp(drawing.directory.data(), directory.data(), directory.size_bytes()) == 0 &&
+               std::memcmp(drawing.codes.data(), codes.data(), codes.size()) == 0;
+    };
+    const auto found = std::ranges::find_if(m_drawings, is_same);
+    const auto number = static_cast<std::size_t>(found - m_drawings.begin());
+    if (found == m_drawings.end()) {
+        m_drawings.push_back({{codes.begin(), codes.end()}, {directory.begin(), directory.end()}});
+        m_run_coded_bytes += codes.size() + directory.size_bytes();
+    }
+    m_numbers.emplace_back(&font, number);
+    return number;
 }
 
 const GlyphBitmap& GlyphBitmaps::Get(const tag_CharInf& info, unsigned character) {
@@ -54,12 +113,20 @@ std::optional<std::uint32_t> GlyphBitmaps::Checksum(const tag_CharInf& info, uns
 }
 
 GlyphBitmap& GlyphBitmaps::Find(const tag_CharInf& info, unsigned character) {
-    const Key key(info.font_copy, character, info.colour_set);
-    if (const auto found = m_glyphs.find(key); found != m_glyphs.end()) return found->second;
-    if (m_bytes > kKeptBytes) SetFonts(m_fonts);
-    GlyphBitmap& glyph = m_glyphs[key];
-    if (m_fonts != nullptr && info.font_copy != nullptr) Fetch(info, character, glyph);
-    m_bytes += glyph.pixels.size();
+    const tag_font_memory* const font = m_fonts != nullptr ? info.font_copy : nullptr;
+    const bool run_coded = font != nullptr && IsRunCoded(*font, character);
+    if (m_stored_bytes + m_run_coded_bytes > kKeptBytes) {
+        ForgetRunCoded();
+        SetFonts(m_fonts);
+    }
+    Glyphs& glyphs = run_coded ? m_run_coded : m_stored;
+    const Key key(run_coded ? NumberOf(*font) : reinterpret_cast<std::uintptr_t>(info.font_copy), character,
+                  info.colour_set);
+    const auto [found, is_new] = glyphs.try_emplace(key);
+    GlyphBitmap& glyph = found->second;
+    if (!is_new) return glyph;
+    if (font != nullptr) Fetch(info, character, glyph);
+    (run_coded ? m_run_coded_bytes : m_stored_bytes) += glyph.pixels.size();
     return glyph;
 }
 
@@ -74,6 +141,10 @@ void GlyphBitmaps::Fetch(const tag_CharInf& info, unsigned character, GlyphBitma
             static_cast<std::uint64_t>(glyph.rect.Width()) * static_cast<std::uint64_t>(glyph.rect.Height()) * 4;
         if (bytes > kMaxGlyphBytes) {
             m_failures.push_back(name + "too large to be drawn");
+            return;
+        }
+        if (bytes > kBeyondAScreen && !IsRunCoded(*info.font_copy, character) && !MayHold(*info.font_copy, bytes)) {
+            m_failures.push_back(name + "larger than its font file");
             return;
         }
         std::vector<std::uint8_t> pixels(static_cast<std::size_t>(bytes));

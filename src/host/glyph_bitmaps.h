@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -7,6 +8,7 @@
 #include <span>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -24,10 +26,12 @@ struct GlyphBitmap {
 };
 
 /// The pixels of the characters of one message, asked of its font set and kept, so that a stored glyph that is used
-/// again costs no second opening of the font file.
+/// again costs no second opening of the font file. Run-coded glyphs stay for the messages that follow: a disk has few
+/// fonts. They are known again by the font's run codes and directory and by all colours, which is what they are drawn
+/// from.
 class GlyphBitmaps {
   public:
-    /// Forgets all glyphs and takes them from this font set from now on; null for none.
+    /// Takes glyphs from this font set from now on, null for none, and forgets those that only its files hold.
     void SetFonts(CZelFont* fonts);
 
     /// The glyph of a character in bitmap form; the empty one in text form. Good until the next call. What keeps it
@@ -47,13 +51,33 @@ class GlyphBitmaps {
     std::vector<std::string> TakeFailures() { return std::exchange(m_failures, {}); }
 
   private:
-    using Key = std::tuple<const tag_font_memory*, unsigned, int>;
+    /// Font, character, colour set. A font is known by its address, or for its run-coded glyphs by its number.
+    using Key = std::tuple<std::uintptr_t, unsigned, int>;
+    using Glyphs = std::map<Key, GlyphBitmap>;
 
+    /// What the run-coded glyphs of a font are drawn from.
+    struct Drawing {
+        std::vector<std::uint8_t> codes;
+        std::vector<tag_char_entry> directory;
+    };
+    struct Colours {
+        std::array<std::uint32_t, std::extent_v<decltype(CZelFont::m_Palette)>> palette{};
+        COLORREF face = 0, edge = 0, background = 0;
+        bool operator==(const Colours&) const = default;
+    };
+
+    std::size_t NumberOf(const tag_font_memory& font);
+    void ForgetRunCoded();
     GlyphBitmap& Find(const tag_CharInf& info, unsigned character);
     void Fetch(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
 
     CZelFont* m_fonts = nullptr;
-    std::map<Key, GlyphBitmap> m_glyphs;
-    std::size_t m_bytes = 0;
+    Glyphs m_stored;
+    Glyphs m_run_coded;
+    std::vector<Drawing> m_drawings;                                        // a font's number is its place here
+    std::vector<std::pair<const tag_font_memory*, std::size_t>> m_numbers;  // of the fonts of this message
+    Colours m_colours;
+    std::size_t m_stored_bytes = 0;
+    std::size_t m_run_coded_bytes = 0;  // with the drawings
     std::vector<std::string> m_failures;
 };

@@ -28,6 +28,11 @@ class JsonLine {
     JsonLine& Null();
     JsonLine& Bool(bool value);
     JsonLine& Written(std::string_view json);  ///< a value that is JSON already.
+    /// Writes a part of Text once more, which was written in a place of the same kind.
+    JsonLine& Repeat(std::size_t begin, std::size_t end) {
+        m_text.append(m_text, begin, end - begin);
+        return *this;
+    }
     /// Text of the module: each byte is the code point of the same value.
     JsonLine& Bytes(std::string_view bytes);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <tuple>
 
 #include <nlohmann/json.hpp>
 
@@ -23,6 +24,16 @@ std::string_view FaceName(const LOGFONT& font) noexcept {
     return name;
 }
 
+/// Whether two characters differ in nothing but what they say and where they stand, as those of a row mostly do.
+bool LooksLike(const CharacterRecord& one, const CharacterRecord& other) noexcept {
+    const auto look = [](const CharacterRecord& character) {
+        const tag_CharInf& info = character.info;
+        return std::tuple(character.font_slot.has_value(), info.slot, info.face_colour, info.edge_colour,
+                          info.edge_type, info.edge_angle, info.edge_size);
+    };
+    return look(one) == look(other);
+}
+
 /// Writes the document straight as text: an object for each character would cost more than all the rest of a
 /// recording but its picture.
 class DocumentWriter {
@@ -37,6 +48,7 @@ class DocumentWriter {
     void StoredColour(int entry) { Colour(PackColour(m_message.palette[static_cast<std::size_t>(entry)])); }
     void Font(int slot);
     void Edge(const tag_CharInf& info);
+    void Look(const CharacterRecord& character);
     void Character(const CharacterRecord& character);
     void Rows();
     void Characters();
@@ -47,6 +59,8 @@ class DocumentWriter {
 
     const MessageRecord& m_message;
     JsonLine m_json;
+    const CharacterRecord* m_looked = nullptr;  // the character that a look was written for last
+    std::size_t m_look = 0, m_look_end = 0;     // where it stands
 };
 
 void DocumentWriter::Colour(COLORREF colour) {
@@ -84,11 +98,8 @@ void DocumentWriter::Edge(const tag_CharInf& info) {
     m_json.Close('}');
 }
 
-void DocumentWriter::Character(const CharacterRecord& character) {
+void DocumentWriter::Look(const CharacterRecord& character) {
     const tag_CharInf& info = character.info;
-    const char code = static_cast<char>(character.character);
-    m_json.Open('{').Bytes("text", {&code, 1}).Number("code", info.char_code).Number("row", info.row_index);
-    m_json.Number("x", info.x).Number("y", info.y).Number("base_shift", info.base_shift);
     m_json.Bytes("form", character.font_slot ? "bitmap" : "text");
     Font(info.slot);
     m_json.Key("face_colour");
@@ -96,6 +107,21 @@ void DocumentWriter::Character(const CharacterRecord& character) {
     m_json.Key("edge_colour");
     Colour(info.edge_colour);
     Edge(info);
+}
+
+void DocumentWriter::Character(const CharacterRecord& character) {
+    const tag_CharInf& info = character.info;
+    const char code = static_cast<char>(character.character);
+    m_json.Open('{').Bytes("text", {&code, 1}).Number("code", info.char_code).Number("row", info.row_index);
+    m_json.Number("x", info.x).Number("y", info.y).Number("base_shift", info.base_shift);
+    if (m_looked != nullptr && LooksLike(*m_looked, character)) {
+        m_json.Repeat(m_look, m_look_end);
+    } else {
+        m_looked = &character;
+        m_look = m_json.Text().size();
+        Look(character);
+        m_look_end = m_json.Text().size();
+    }
     if (character.font_slot) {
         m_json.Number("step", info.glyph_step);
     } else {
