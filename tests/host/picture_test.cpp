@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "host/batch_run.h"
 #include "host/host_disk.h"
+#include "platform/system/files.h"
 
 namespace {
 
@@ -60,6 +62,60 @@ TEST_F(PictureOf, APalMessageIsHigher) {
     const Picture picture = Compose();
     EXPECT_EQ(picture.height, 576);
     EXPECT_EQ(Ink(picture), (std::array{57, 95, 61, 97}));  // 33 lines are above the picture, not 20
+}
+
+/// What the composer made of each message of a batch.
+struct PictureTaker : HostObserver {
+    void OnMessage(const MessageRecord& message) override {
+        pictures.push_back(composer.TakePicture().value_or(Picture{}));
+        failures.push_back(message.glyph_failures);
+        if (pictures.size() == 1) composer.GiveBack(pictures.front());
+    }
+    PictureComposer composer;
+    std::vector<Picture> pictures;
+    std::vector<std::vector<std::string>> failures;
+};
+
+TEST_F(PictureOf, EachMessageOfABatchHasItsOwnGlyphs) {
+    samples::FontFile edged = BlockFont();  // another colour of the palette in the same places
+    edged.encoding.clear();
+    const samples::RunCodes codes{samples::ColourRun(2, 255, 4), samples::EndOfLine(), samples::ColourRun(2, 255, 4),
+                                  samples::EndOfLine(), samples::EndOfGlyph()};
+    for (const unsigned code : {65U, 66U, 67U}) edged.AddRunCoded(code, codes, 3, 4);
+    WriteFont(BlockFont());
+    WriteFont(edged, 2);
+    samples::MessageFile message = OneRow("AB");
+    message.palette = Palette();
+    WriteMessage(message);
+    WriteMessage(OneRow("A"), ".0002");
+    message.rows = OneRow("A").rows;
+    WriteMessage(message, ".0003");
+    message.header.font_numbers[0] = 2;
+    WriteMessage(message, ".0004");
+    BatchRequest request;
+    request.disk = m_scratch.Path().string();
+    request.ranges = {{"1", "4"}};
+    PictureTaker taker;
+    RunBatch(request, std::array<HostObserver*, 2>{&taker.composer, &taker});
+    ASSERT_EQ(taker.pictures.size(), 4U);
+    EXPECT_EQ(Ink(taker.pictures[0]), (std::array{57, 108, 71, 110}));
+    EXPECT_EQ(Ink(taker.pictures[1]), (std::array{57, 108, 61, 110})) << "nothing is left of the picture before";
+    EXPECT_NE(At(taker.pictures[1], 57, 108), At(taker.pictures[0], 57, 108)) << "another palette";
+    EXPECT_EQ(At(taker.pictures[2], 57, 108), (Rgba{10, 20, 30, 255}));
+    EXPECT_EQ(At(taker.pictures[3], 57, 108), (Rgba{200, 100, 50, 255})) << "another font of the same directory";
+}
+
+TEST_F(PictureOf, AStoredGlyphLargerThanItsFileIsLeftOut) {
+    samples::FontFile font;
+    font.header.font_height = 20;
+    font.AddStored('A', {.width = 8000, .height = 8000, .pixels = {255, 0, 0, 255}}, 2, 1);
+    WriteFont(font);
+    WriteMessage(OneRow("A"));
+    PictureTaker taker;
+    Import({&taker.composer, &taker});
+    EXPECT_EQ(taker.failures,
+              (std::vector<std::vector<std::string>>{
+                  {"character 65 of " + ModulePath(Path("MACHINE/.0001")) + ": larger than its font file"}}));
 }
 
 TEST_F(PictureOf, AStoredGlyphStandsUpright) {
