@@ -8,8 +8,10 @@ void FontKeeper::Take(CZelFont& fonts) {
     for (std::size_t slot = 0; slot < m_copies.size(); ++slot) m_copies[slot] = fonts.m_Slots[slot].font_copy;
 }
 
-std::optional<int> FontKeeper::SlotOf(const tag_font_memory* font_copy) const noexcept {
+std::optional<int> FontKeeper::SlotOf(const tag_font_memory* font_copy, int likely) const noexcept {
     if (font_copy == nullptr) return std::nullopt;
+    const bool is_slot = likely >= 0 && static_cast<std::size_t>(likely) < m_copies.size();
+    if (is_slot && m_copies[static_cast<std::size_t>(likely)] == font_copy) return likely;
     const auto found = std::find(m_copies.begin(), m_copies.end(), font_copy);
     if (found == m_copies.end()) return std::nullopt;
     return static_cast<int>(found - m_copies.begin());

@@ -20,7 +20,8 @@ class FontKeeper {
     void Take(CZelFont& fonts);
 
     /// Slot of a font_copy; nothing for null and for one that isn't held.
-    std::optional<int> SlotOf(const tag_font_memory* font_copy) const noexcept;
+    /// @param likely  where to look first.
+    std::optional<int> SlotOf(const tag_font_memory* font_copy, int likely = 0) const noexcept;
 
     /// Releases the data of all fonts held, and their copies.
     void Release();

@@ -224,6 +224,7 @@ void ReferenceHost::BeginMessage(CZelFont& fonts) {
     m_fonts.Take(fonts);
     m_glyphs.SetFonts(&fonts);
     m_message.emplace();
+    if (m_done) m_message->characters.reserve(m_done->characters.size());  // messages of a disk are alike
     RecordFonts(fonts, *m_message);
 }
 
@@ -237,7 +238,7 @@ void ReferenceHost::OnCharCall(CWnd* /*window*/, tag_CharInf* info, unsigned int
 
 void ReferenceHost::OnCharacter(const tag_CharInf& info, unsigned character) {
     m_order.OnCharacter();
-    const std::optional<int> slot = m_fonts.SlotOf(info.font_copy);
+    const std::optional<int> slot = m_fonts.SlotOf(info.font_copy, info.slot);
     CharacterRecord& record = Message().characters.emplace_back();
     record.info = info;
     record.info.log_font = nullptr;
