@@ -100,7 +100,7 @@ void Grabber::Run() {
     auto& list = *window.findChild<QListView*>(QStringLiteral("library"));
     Save(window, QStringLiteral("notice"));
     window.findChild<desktop::NoticeBar*>()->Clear();
-    list.setCurrentIndex(list.model()->index(0, 0));
+    list.setCurrentIndex(list.model()->index(5, 0));
     list.setFocus();
     QTest::qWait(500);
     Save(window, QStringLiteral("main"));

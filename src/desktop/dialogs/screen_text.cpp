@@ -25,7 +25,8 @@ int ScreenPosition(std::string_view bytes, std::size_t position) {
     const QString all = ScreenText(bytes);
     if (position >= bytes.size()) return static_cast<int>(all.size());
     const bool byte_a_character = static_cast<std::size_t>(all.size()) == bytes.size();
-    return static_cast<int>(byte_a_character ? position : ScreenText(bytes.substr(0, position)).size());
+    return byte_a_character ? static_cast<int>(position)
+                            : static_cast<int>(ScreenText(bytes.substr(0, position)).size());
 }
 
 QString CutToBytes(const QString& text, std::size_t limit) {

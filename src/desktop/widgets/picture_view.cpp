@@ -282,7 +282,7 @@ void PictureView::PaintFields(QPainter& painter) const {
 
 void PictureView::PaintSafeAreas(QPainter& painter) const {
     const QRectF whole = ToView().mapRect(QRectF(m_shown.rect()));
-    const auto paint = [&](double part, const QColor& colour, const QString& name, Qt::Alignment side) {
+    const auto paint = [&](double part, const QColor& colour, const QString& name, int side) {
         QRectF area(0, 0, whole.width() * part, whole.height() * part);
         area.moveCenter(whole.center());
         painter.setPen(QPen(colour, 1, Qt::DashLine));

@@ -112,7 +112,7 @@ void MainWindow::ImportByModule() {
     };
     DialogImportTold told;
     told.recorded = [this, later](const RecordingKey& key) { later([this, key] { m_library->ChooseSoon(key); }); };
-    told.failed = [this, later](const std::string& reason) {
+    told.failed = [later](const std::string& reason) {
         later([text = Text(reason)] {
             QMessageBox::warning(QApplication::activeWindow(), tr("ZelTrans"),
                                  tr("%1\n\nWhat is imported from now on isn't kept in the library. Close the import "

@@ -33,7 +33,7 @@ class Arrival : public HostObserver {
 }  // namespace
 
 QString ImportSummary::Text() const {
-    QString text = Counted(recorded, "message imported", "messages imported");
+    QString text = Counted(static_cast<std::size_t>(recorded), "message imported", "messages imported");
     if (unchanged != 0) text += QStringLiteral(", %1 unchanged").arg(unchanged);
     if (!failures.isEmpty()) text += QStringLiteral(", ") + QStringLiteral("%1 failed").arg(failures.size());
     if (cancelled) text += QStringLiteral("; stopped");
