@@ -83,18 +83,25 @@ ZEL_AVX2 inline __m256i StraightenEight(__m256i in) noexcept {
 }
 
 ZEL_AVX2 void RowsAvx2(const Rows& rows) noexcept {
-    const int rest = static_cast<int>(rows.width % 8);
-    const __m256i of_rest = _mm256_cmpgt_epi32(_mm256_set1_epi32(rest), _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7));
-    for (std::size_t row = 0; row < rows.height; ++row) {
-        const std::uint8_t* from = FromOf(rows, row);
-        std::uint8_t* to = ToOf(rows, row);
-        for (std::size_t step = 0; step < rows.width / 8; ++step, from += 32, to += 32) {
+    // Copies, as the compiler must take it that the pixels written may lie in `rows`.
+    const std::size_t steps = rows.width / 8, rest = rows.width % 8;
+    const std::ptrdiff_t from_stride = rows.from_stride;
+    const __m256i of_rest =
+        _mm256_cmpgt_epi32(_mm256_set1_epi32(static_cast<int>(rest)), _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7));
+    const std::uint8_t* row = rows.from;
+    std::uint8_t* to = rows.to;
+    for (std::size_t left = rows.height; left > 0; --left) {
+        const std::uint8_t* from = row;
+        for (std::size_t step = steps; step > 0; --step, from += 32, to += 32) {
             const __m256i in = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
             _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), StraightenEight(in));
         }
-        if (rest == 0) continue;
-        const __m256i in = _mm256_maskload_epi32(reinterpret_cast<const int*>(from), of_rest);
-        _mm256_maskstore_epi32(reinterpret_cast<int*>(to), of_rest, StraightenEight(in));
+        if (rest != 0) {
+            const __m256i in = _mm256_maskload_epi32(reinterpret_cast<const int*>(from), of_rest);
+            _mm256_maskstore_epi32(reinterpret_cast<int*>(to), of_rest, StraightenEight(in));
+            to += rest * 4;
+        }
+        if (left > 1) row += from_stride;
     }
 }
 
