@@ -52,6 +52,11 @@ std::string DirectoryOf(const std::string& file) {
     return fs::path(file).parent_path().string();
 }
 
+/// The disk of a single file.
+std::string OwnDisk(const std::string& disk, const std::string& name) {
+    return disk.empty() ? name : disk + " " + name;
+}
+
 }  // namespace
 
 FileKind KindOf(const std::string& path) {
@@ -74,7 +79,10 @@ std::string DiskNames::NameOf(Library& library, const std::string& directory) {
         if (!entries.empty()) return DirectoryOf(entries.front().source) == directory;
         return std::ranges::find(m_given, name, &Given::name) == m_given.end();
     };
-    std::string name = usual;
+    // A batch of the command records without a name, unless it is given one.
+    const std::vector<LibraryEntry> unnamed = library.List("");
+    const bool is_unnamed = !unnamed.empty() && DirectoryOf(unnamed.front().source) == directory;
+    std::string name = is_unnamed ? std::string() : usual;
     for (int count = 2; !is_free(name); ++count) name = usual + " (" + std::to_string(count) + ")";
     m_given.push_back({directory, name});
     return name;
@@ -85,7 +93,7 @@ RecordingKey KeyOf(const std::string& disk, const std::string& name) {
     const std::string_view digits = dot == std::string::npos ? name : std::string_view(name).substr(dot + 1);
     const bool is_number = !digits.empty() && CountDigits(digits) == digits.size();
     if (is_number && NumberOf(digits) <= kLargestNumber) return {disk, NumberOf(digits)};
-    return {disk + " " + name, 0};
+    return {OwnDisk(disk, name), 0};
 }
 
 MessageSource FindMessages(const std::string& place, Library& library, DiskNames& names) {
@@ -108,7 +116,7 @@ MessageSource FindMessages(const std::string& place, Library& library, DiskNames
     for (const std::string& file : files) {
         const std::string name = fs::path(file).filename().string();
         RecordingKey key = KeyOf(disk, name);
-        if (!taken.insert(key).second) key = {disk + " " + name, key.number};
+        if (!taken.insert(key).second) key = {OwnDisk(disk, name), key.number};
         source.messages.push_back({file, key});
     }
     return source;
