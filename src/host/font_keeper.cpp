@@ -18,6 +18,8 @@ std::optional<int> FontKeeper::SlotOf(const tag_font_memory* font_copy, int like
 }
 
 void FontKeeper::Release() {
+    m_set = nullptr;
+    if (std::ranges::all_of(m_copies, [](const tag_font_memory* copy) { return copy == nullptr; })) return;
     CZelFont releaser;  // the release asks nothing of the set that it is called on
     for (tag_font_memory*& copy : m_copies) {
         if (copy == nullptr) continue;
@@ -25,7 +27,6 @@ void FontKeeper::Release() {
         delete copy;
         copy = nullptr;
     }
-    m_set = nullptr;
 }
 
 void FontKeeper::ReleaseWithSet() {
