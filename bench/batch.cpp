@@ -5,10 +5,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include "host/batch_run.h"
-#include "host/picture.h"
-#include "host/png_writer.h"
+#include "host/picture/picture.h"
+#include "host/picture/png_writer.h"
 #include "host/recorder/batch_recorder.h"
+#include "host/run/batch_run.h"
 #include "platform/memory_settings_store.h"
 #include "scratch_disk.h"
 

@@ -7,7 +7,7 @@
 
 #include "font/straighten.h"
 #include "fuzz_target.h"
-#include "host/rgba_file.h"
+#include "host/picture/rgba_file.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 
 #include <CLI/App.hpp>
 
-#include "host/dialog_script.h"
 #include "host/reference_host.h"
+#include "host/run/dialog_script.h"
 #include "host/user_desktop.h"
 
 /// Exit codes of the command.

@@ -15,10 +15,10 @@
 #include "cli/trace_output.h"
 #include "cli/warnings_printer.h"
 #include "dialog/id_text.h"
-#include "host/batch_run.h"
-#include "host/native_path.h"
+#include "host/files/native_path.h"
 #include "host/recorder/batch_recorder.h"
 #include "host/recorder/resume.h"
+#include "host/run/batch_run.h"
 #include "platform/system/files.h"
 
 namespace {

@@ -11,8 +11,8 @@
 #include "cli/trace_output.h"
 #include "host/export/export_job.h"
 #include "host/export/library_shelf.h"
-#include "host/export_run.h"
 #include "host/library/library.h"
+#include "host/run/export_run.h"
 
 namespace {
 

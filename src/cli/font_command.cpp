@@ -8,10 +8,10 @@
 #include "cli/trace_output.h"
 #include "cli/warnings_printer.h"
 #include "font/zel_font.h"
-#include "host/font_run.h"
-#include "host/glyph_sheet.h"
 #include "host/module_text.h"
-#include "host/png_writer.h"
+#include "host/picture/glyph_sheet.h"
+#include "host/picture/png_writer.h"
+#include "host/run/font_run.h"
 
 namespace {
 

@@ -7,13 +7,13 @@
 #include "cli/settings_scope.h"
 #include "cli/trace_output.h"
 #include "cli/warnings_printer.h"
-#include "host/field_overlay.h"
-#include "host/import_run.h"
-#include "host/indented_json.h"
-#include "host/message_document.h"
-#include "host/message_warnings.h"
-#include "host/picture.h"
-#include "host/png_writer.h"
+#include "host/document/indented_json.h"
+#include "host/document/message_document.h"
+#include "host/document/message_warnings.h"
+#include "host/picture/field_overlay.h"
+#include "host/picture/picture.h"
+#include "host/picture/png_writer.h"
+#include "host/run/import_run.h"
 
 namespace {
 

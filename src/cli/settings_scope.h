@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "host/sqlite_settings_store.h"
+#include "host/settings/sqlite_settings_store.h"
 
 /// Keeps the stored settings in a file for as long as it lives, which is opened when the module first asks for one.
 class SettingsScope {

@@ -8,7 +8,7 @@
 
 #include "desktop/widgets/program_icon.h"
 #include "desktop/windows/main_window.h"
-#include "host/sqlite_settings_store.h"
+#include "host/settings/sqlite_settings_store.h"
 
 namespace {
 

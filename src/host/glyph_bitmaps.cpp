@@ -6,8 +6,8 @@
 #include <new>
 #include <system_error>
 
-#include "host/crc32.h"
 #include "host/module_text.h"
+#include "host/picture/crc32.h"
 #include "platform/framework/exceptions.h"
 #include "platform/system/files.h"
 

@@ -6,8 +6,8 @@
 #include <typeinfo>
 
 #include "dialog/zel_trans_dlg.h"
+#include "host/files/native_path.h"
 #include "host/ftp_service.h"
-#include "host/native_path.h"
 #include "message/zel_message.h"
 #include "pipeline/host_messages.h"
 #include "pipeline/module_state.h"

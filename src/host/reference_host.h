@@ -7,11 +7,11 @@
 #include <utility>
 #include <vector>
 
+#include "host/document/message_record.h"
 #include "host/export_service.h"
 #include "host/font_keeper.h"
 #include "host/glyph_bitmaps.h"
 #include "host/host_observer.h"
-#include "host/message_record.h"
 #include "host/order_checker.h"
 #include "pipeline/export_window.h"
 #include "platform/framework/cwnd.h"

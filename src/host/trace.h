@@ -3,8 +3,8 @@
 #include <iosfwd>
 #include <string>
 
+#include "host/document/json_line.h"
 #include "host/host_observer.h"
-#include "host/json_line.h"
 
 /// Whether the trace tells size and checksum of each character's pixels.
 enum class TracePixels { kNo, kYes };

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/command_disk.h"
-#include "host/sqlite_settings_store.h"
+#include "host/settings/sqlite_settings_store.h"
 
 namespace {
 

@@ -19,7 +19,7 @@
 
 #include "desktop/host_window_fixture.h"
 #include "dialog/zel_trans_dlg.h"
-#include "host/dialog_script.h"
+#include "host/run/dialog_script.h"
 #include "tools/zel_trans_batch.h"
 
 namespace screen_test {

@@ -10,7 +10,7 @@
 #include <sys/resource.h>
 
 #include "export/recordings.h"
-#include "host/sha256.h"
+#include "host/files/sha256.h"
 #include "samples/scratch_directory.h"
 
 namespace {

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "export/recordings.h"
-#include "host/composite.h"
 #include "host/export/frame.h"
+#include "host/picture/composite.h"
 
 namespace {
 

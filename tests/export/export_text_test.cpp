@@ -3,13 +3,13 @@
 #include <nlohmann/json.hpp>
 
 #include "export/recordings.h"
+#include "host/document/message_document.h"
 #include "host/export/html_text.h"
 #include "host/export/parsed_document.h"
 #include "host/export/text_layer.h"
 #include "host/export/utf8.h"
+#include "host/files/sha256.h"
 #include "host/host_disk.h"
-#include "host/message_document.h"
-#include "host/sha256.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/export/exporter.h"
-#include "host/png_reader.h"
-#include "host/png_writer.h"
+#include "host/picture/png_reader.h"
+#include "host/picture/png_writer.h"
 
 /// A picture in which colours and alpha take all values, clear pixels with a colour among them.
 inline Picture Colourful(int width = 720, int height = 486) {

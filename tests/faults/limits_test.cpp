@@ -60,7 +60,7 @@ TEST(AnnouncedRows, OfAShortFileArentTouched) {
     samples::MessageFile message = GoodMessage();
     message.header.last_row = 65535;
     const samples::Bytes bytes = samples::WriteMessage(message);
-    const std::size_t before = Resident();
+    [[maybe_unused]] const std::size_t before = Resident();
     ByteSource source(bytes);
     LoadedMessage loaded;
     LoadMessage(source, loaded);

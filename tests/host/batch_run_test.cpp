@@ -1,4 +1,4 @@
-#include "host/batch_run.h"
+#include "host/run/batch_run.h"
 
 #include <fstream>
 #include <sstream>
@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/export_run.h"
 #include "host/host_disk.h"
+#include "host/run/export_run.h"
 #include "host/trace.h"
 #include "pipeline/host_messages.h"
 #include "platform/framework/exceptions.h"

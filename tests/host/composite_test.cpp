@@ -1,4 +1,4 @@
-#include "host/composite.h"
+#include "host/picture/composite.h"
 
 #include <array>
 #include <cmath>

@@ -1,11 +1,11 @@
-#include "host/field_overlay.h"
+#include "host/picture/field_overlay.h"
 
 #include <cstring>
 #include <string_view>
 
 #include <gtest/gtest.h>
 
-#include "host/composite.h"
+#include "host/picture/composite.h"
 
 namespace {
 

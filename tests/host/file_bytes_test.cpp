@@ -1,10 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/png_reader.h"
-#include "host/png_writer.h"
-#include "host/sha256.h"
-#include "host/whole_file.h"
+#include "host/files/sha256.h"
+#include "host/files/whole_file.h"
+#include "host/picture/png_reader.h"
+#include "host/picture/png_writer.h"
 #include "samples/scratch_directory.h"
 
 namespace {

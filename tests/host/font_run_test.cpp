@@ -1,4 +1,4 @@
-#include "host/font_run.h"
+#include "host/run/font_run.h"
 
 #include <sstream>
 

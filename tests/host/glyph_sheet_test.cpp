@@ -1,10 +1,10 @@
-#include "host/glyph_sheet.h"
+#include "host/picture/glyph_sheet.h"
 
 #include <gtest/gtest.h>
 
 #include "font/zel_font.h"
-#include "host/font_run.h"
 #include "host/host_disk.h"
+#include "host/run/font_run.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/import_run.h"
+#include "host/run/import_run.h"
 #include "platform/memory_settings_store.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"

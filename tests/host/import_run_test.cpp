@@ -1,4 +1,4 @@
-#include "host/import_run.h"
+#include "host/run/import_run.h"
 
 #include <fstream>
 #include <sstream>

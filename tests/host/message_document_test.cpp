@@ -1,10 +1,10 @@
-#include "host/message_document.h"
+#include "host/document/message_document.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "host/document/indented_json.h"
 #include "host/host_disk.h"
-#include "host/indented_json.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include "host/picture.h"
+#include "host/picture/picture.h"
 
 #include <gtest/gtest.h>
 
-#include "host/batch_run.h"
 #include "host/host_disk.h"
+#include "host/run/batch_run.h"
 #include "platform/system/files.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <png.h>
 
-#include "host/png_writer.h"
+#include "host/picture/png_writer.h"
 #include "samples/scratch_directory.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "host/rgba_file.h"
+#include "host/picture/rgba_file.h"
 
 #include "host/host_disk.h"
 

@@ -7,7 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "host/sqlite_settings_store.h"
+#include "host/settings/sqlite_settings_store.h"
 #include "platform/memory_settings_store.h"
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"

@@ -1,4 +1,4 @@
-#include "host/text_edge.h"
+#include "host/picture/text_edge.h"
 
 #include <array>
 #include <utility>

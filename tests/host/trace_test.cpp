@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "font/zel_font.h"
-#include "host/crc32.h"
 #include "host/glyph_bitmaps.h"
+#include "host/picture/crc32.h"
 #include "message/tab_field.h"
 #include "pipeline/host_messages.h"
 #include "platform/framework/cstring.h"

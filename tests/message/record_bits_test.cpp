@@ -80,7 +80,10 @@ TEST(RowBits, EachBitOfAHeadGoesToItsPlace) {
 // Each bit and each number of records, so that every place in a vector and every remainder is met.
 TEST(RowBits, EveryPathConvertsCharactersAlike) {
     std::array<std::uint8_t, 8 * 64> file{};
-    for (unsigned bit = 0; bit < 8 * file.size(); ++bit) file[bit / 8] ^= bit * 40503U >> 7 & 1 ? 0x80U >> bit % 8 : 0;
+    for (unsigned bit = 0; bit < 8 * file.size(); ++bit) {
+        const unsigned byte = file[bit / 8] | ((bit * 40503U >> 7 & 1) << (7 - bit % 8));
+        file[bit / 8] = static_cast<std::uint8_t>(byte);
+    }
     const std::size_t most = file.size() / 8;
     for (const msg_chars::Path& path : msg_chars::Paths()) {
         for (std::size_t count = 0; count <= most; ++count) {

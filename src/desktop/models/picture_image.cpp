@@ -3,7 +3,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "host/png_reader.h"
+#include "host/picture/png_reader.h"
 
 namespace desktop {
 

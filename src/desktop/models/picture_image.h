@@ -3,7 +3,7 @@
 #include <QImage>
 #include <string>
 
-#include "host/picture.h"
+#include "host/picture/picture.h"
 
 namespace desktop {
 

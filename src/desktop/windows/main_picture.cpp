@@ -13,8 +13,8 @@
 #include "desktop/windows/main_window.h"
 #include "desktop/windows/pick.h"
 #include "desktop/work/patience.h"
+#include "host/files/whole_file.h"
 #include "host/library/library.h"
-#include "host/whole_file.h"
 
 namespace desktop {
 

@@ -8,8 +8,8 @@
 #include "desktop/work/library_writer.h"
 #include "desktop/work/own_settings.h"
 #include "desktop/work/patience.h"
-#include "host/import_run.h"
-#include "host/picture.h"
+#include "host/picture/picture.h"
+#include "host/run/import_run.h"
 
 namespace desktop {
 

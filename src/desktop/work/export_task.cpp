@@ -6,9 +6,9 @@
 
 #include "host/export/export_job.h"
 #include "host/export/library_shelf.h"
+#include "host/files/native_path.h"
 #include "host/library/library.h"
 #include "host/module_call.h"
-#include "host/native_path.h"
 #include "host/reference_host.h"
 #include "pipeline/zel_trans_export.h"
 #include "platform/framework/cstring.h"

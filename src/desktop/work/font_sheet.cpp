@@ -2,9 +2,9 @@
 
 #include "desktop/work/own_settings.h"
 #include "font/zel_font.h"
-#include "host/font_run.h"
-#include "host/glyph_sheet.h"
 #include "host/module_text.h"
+#include "host/picture/glyph_sheet.h"
+#include "host/run/font_run.h"
 
 namespace desktop {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/picture.h"
+#include "host/picture/picture.h"
 
 namespace desktop {
 

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "host/library/library.h"
-#include "host/ordered_workers.h"
 #include "host/recorder/make_recording.h"
+#include "host/recorder/ordered_workers.h"
 
 namespace desktop {
 

@@ -5,7 +5,7 @@
 #include <set>
 
 #include "dialog/id_text.h"
-#include "host/file_trouble.h"
+#include "host/files/file_trouble.h"
 #include "message/psos_header.h"
 
 namespace desktop {

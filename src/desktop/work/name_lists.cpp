@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "host/whole_file.h"
+#include "host/files/whole_file.h"
 
 namespace desktop {
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "host/composite.h"
 #include "host/export/export_formats.h"
 #include "host/export/resample.h"
 #include "host/export/utf8.h"
-#include "host/png_writer.h"
+#include "host/picture/composite.h"
+#include "host/picture/png_writer.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/export/exporter.h"
-#include "host/picture.h"
-#include "host/text_face.h"
+#include "host/picture/picture.h"
+#include "host/picture/text_face.h"
 
 /// One page of thumbnails, 5 across and 6 down, each over a checkerboard with the message's number and title below.
 class ContactSheet {

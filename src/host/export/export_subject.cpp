@@ -5,8 +5,8 @@
 
 #include "host/export/frame.h"
 #include "host/export/utf8.h"
-#include "host/png_reader.h"
-#include "host/sha256.h"
+#include "host/files/sha256.h"
+#include "host/picture/png_reader.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/library/recording.h"
-#include "host/picture.h"
+#include "host/picture/picture.h"
 
 /// A message under export: what several formats need of it is made once. Used by one thread.
 class ExportSubject {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/export/export_subject.h"
-#include "host/picture.h"
+#include "host/picture/picture.h"
 
 struct ExportOptions {
     /// Colours multiplied by their alpha, in the formats with an alpha of their own: PNG, square-pixel PNG and TGA.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/picture.h"
+#include "host/picture/picture.h"
 
 /// Lines of the frame that a recording is shown on: 576 for 576, else 486.
 constexpr int FrameLines(int lines) noexcept {

@@ -7,7 +7,7 @@
 #include "host/export/html_text.h"
 #include "host/export/parsed_document.h"
 #include "host/export/text_layer.h"
-#include "host/png_writer.h"
+#include "host/picture/png_writer.h"
 
 namespace {
 

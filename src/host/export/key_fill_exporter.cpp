@@ -1,5 +1,5 @@
 #include "host/export/export_formats.h"
-#include "host/png_writer.h"
+#include "host/picture/png_writer.h"
 
 namespace {
 

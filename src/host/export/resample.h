@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/picture.h"
+#include "host/picture/picture.h"
 
 /// The picture in another size. Colours are weighed with their alpha, so that a clear pixel's colour leaves no fringe.
 /// @param x_scale  pixels of the result for one of the picture; the two have the same middle.

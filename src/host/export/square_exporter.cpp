@@ -1,7 +1,7 @@
 #include "host/export/export_formats.h"
 #include "host/export/frame.h"
 #include "host/export/resample.h"
-#include "host/png_writer.h"
+#include "host/picture/png_writer.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "host/files/sqlite_database.h"
 #include "host/library/library.h"
-#include "host/sqlite_database.h"
 
 /// A library's file, known to be one, with failures as LibraryError.
 class LibraryFile {

@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "host/indented_json.h"
-#include "host/whole_file.h"
+#include "host/document/indented_json.h"
+#include "host/files/whole_file.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 
 #include "host/host_observer.h"
 #include "host/library/library.h"
-#include "host/ordered_workers.h"
 #include "host/recorder/make_recording.h"
+#include "host/recorder/ordered_workers.h"
 
 /// One number of a batch, recorded or not.
 struct RecordedItem {

@@ -2,11 +2,11 @@
 
 #include <ctime>
 
-#include "host/message_document.h"
-#include "host/message_warnings.h"
+#include "host/document/message_document.h"
+#include "host/document/message_warnings.h"
+#include "host/files/native_path.h"
 #include "host/module_text.h"
-#include "host/native_path.h"
-#include "host/png_writer.h"
+#include "host/picture/png_writer.h"
 #include "platform/system/files.h"
 
 namespace {

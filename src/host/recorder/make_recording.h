@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/library/recording.h"
-#include "host/picture.h"
+#include "host/picture/picture.h"
 #include "host/recorder/source_files.h"
 #include "host/reference_host.h"
 

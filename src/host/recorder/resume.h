@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/library/library.h"
-#include "host/range_entry.h"
 #include "host/recorder/make_recording.h"
+#include "host/run/range_entry.h"
 
 /// Numbers from `first` to `last` that a library holds recordings of, made with the same options from files that are
 /// still the same.

@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "host/message_warnings.h"
-#include "host/sha256.h"
+#include "host/document/message_warnings.h"
+#include "host/files/sha256.h"
 #include "platform/system/files.h"
 
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "host/document/message_record.h"
 #include "host/library/recording.h"
-#include "host/message_record.h"
 
 /// Checksums of files, each remembered for a while and given again as long as its size and time of change stay the
 /// same. May be asked from several threads.

@@ -1,0 +1,28 @@
+#include "host/document/message_warnings.h"
+
+#include "message/msg_header.h"
+
+std::vector<int> MissingFonts(const MessageRecord& message) {
+    std::vector<int> numbers;
+    if (message.rgba) return numbers;
+    for (std::size_t slot = 0; slot < message.fonts.size(); ++slot) {
+        const std::uint16_t number = message.header.font_numbers[slot];
+        if (number != kNoFont && !message.fonts[slot]) numbers.push_back(number);
+    }
+    return numbers;
+}
+
+std::vector<std::string> WarningsOf(const MessageRecord& message) {
+    std::vector<std::string> warnings;
+    std::string numbers;
+    for (const int number : MissingFonts(message)) numbers += (numbers.empty() ? "" : ", ") + std::to_string(number);
+    if (!numbers.empty()) {
+        warnings.push_back("not found or not readable: font " + numbers + "; a row ends where it is used");
+    }
+    if (!message.glyph_failures.empty()) {
+        const std::size_t count = message.glyph_failures.size();
+        warnings.push_back(std::to_string(count) + (count == 1 ? " glyph" : " glyphs") +
+                           " couldn't be drawn: " + message.glyph_failures.front());
+    }
+    return warnings;
+}

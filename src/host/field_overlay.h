@@ -1,8 +1,0 @@
-#pragma once
-
-#include "host/message_record.h"
-#include "host/picture.h"
-
-/// Draws the frames of a message's tab fields over its picture, each with its name, or with its number, from 1, when it
-/// has none. They are for looking at and no part of the message.
-void DrawTabFields(Picture& picture, const MessageRecord& message);

@@ -1,0 +1,76 @@
+#include "host/picture/rgba_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "font/stored_glyph.h"
+#include "message/psos_header.h"
+
+namespace {
+
+/// Bytes of the largest picture's file.
+constexpr std::uintmax_t kLargestRgbaFile =
+    sizeof(tag_psos_header) + kStoredGlyphHeadSize + std::uintmax_t{4} * kLargestRgbaSide * kLargestRgbaSide;
+
+RgbaPicture No(std::string trouble) {
+    return {std::nullopt, std::move(trouble)};
+}
+
+std::string SizeText(const StoredGlyphHead& head) {
+    return std::to_string(head.width) + " x " + std::to_string(head.height) + " pixels";
+}
+
+/// Why a record gives no picture; empty when it gives one.
+std::string Trouble(const StoredGlyphHead& head, std::size_t present) {
+    switch (CheckStoredGlyph(head, present)) {
+        case StoredGlyphFault::kNone:
+            break;
+        case StoredGlyphFault::kHeadCutShort:
+            return "the picture's size is missing";
+        case StoredGlyphFault::kNoPixels:
+            return "the picture's size is " + SizeText(head);
+        case StoredGlyphFault::kTooSmall:
+            return "the picture's record is too small for " + SizeText(head);
+        case StoredGlyphFault::kPixelsCutShort:
+            return "the picture is cut short by the file's end";
+    }
+    if (head.width <= kLargestRgbaSide && head.height <= kLargestRgbaSide) return {};
+    return "the picture's size is " + SizeText(head) + ", of which at most " + std::to_string(kLargestRgbaSide) +
+           " each way are read";
+}
+
+}  // namespace
+
+RgbaPicture ConvertRgbaFile(std::span<const std::uint8_t> file) {
+    if (!IsRgbaFileType(ConvertPsosHeader(file).file_type)) return No("it is no RGBA file");
+    if (file.size() < sizeof(tag_psos_header)) return No("the picture's size is missing");
+    const auto record = file.subspan(sizeof(tag_psos_header));
+    const StoredGlyphHead head = ConvertStoredGlyphHead(record);
+    std::string trouble = Trouble(head, record.size());
+    if (!trouble.empty()) return No(std::move(trouble));
+    Picture picture{head.width, head.height, {}};
+    const std::size_t size = static_cast<std::size_t>(head.width) * static_cast<std::size_t>(head.height) * 4;
+    const auto pixels = record.subspan(kStoredGlyphHeadSize, size);
+    picture.rgba.assign(pixels.begin(), pixels.end());
+    StraightenPixels(picture.rgba);
+    for (std::size_t n = 0; n < size; n += 4) std::swap(picture.rgba[n], picture.rgba[n + 2]);  // red to the front
+    return {std::move(picture), {}};
+}
+
+RgbaPicture ReadRgbaFile(const std::string& path) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (error) return No("the picture can't be read: " + error.message());
+    errno = 0;
+    std::ifstream in(path, std::ios::binary);
+    // What lies behind the largest picture isn't looked at.
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(std::min(size, kLargestRgbaFile)));
+    in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    if (!in) return No("the picture can't be read: " + std::generic_category().message(errno != 0 ? errno : EIO));
+    return ConvertRgbaFile(bytes);
+}

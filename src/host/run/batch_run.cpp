@@ -1,0 +1,230 @@
+#include "host/run/batch_run.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+
+#include "dialog/id_text.h"
+#include "dialog/zel_trans_dlg.h"
+#include "host/files/file_trouble.h"
+#include "host/files/native_path.h"
+#include "host/module_call.h"
+#include "host/run/failure_text.h"
+#include "host/run/import_run.h"
+#include "pipeline/host_messages.h"
+#include "pipeline/zel_trans_export.h"
+#include "platform/system/files.h"
+#include "tools/zel_trans_batch.h"
+
+namespace {
+
+std::string NameOf(int number) {
+    char name[16];
+    std::snprintf(name, sizeof name, ".%04d", number);
+    return name;
+}
+
+bool IsThere(const std::string& module_path) {
+    std::error_code ignored;
+    return std::filesystem::exists(std::filesystem::symlink_status(NativePath(module_path.c_str()), ignored));
+}
+
+/// Follows a batch by what the module asks and sends: for each number of the range it asks for the ESC key before the
+/// message is read and after, and sends 1160 behind that when the message was read.
+class BatchWatch : public HostObserver {
+  public:
+    BatchWatch(const BatchRequest& request, const UserDesktop& desktop, std::span<HostObserver* const> observers)
+        : m_request(request), m_desktop(desktop), m_observers(observers) {}
+
+    void OnSend(const SentMessage& sent) override;
+
+    void BeginRange(int first) {
+        m_next = first;
+        m_reading = false;
+    }
+    bool EscapePressed();
+
+    bool Stopped() const noexcept { return m_stopped; }
+    /// The number whose message was being read when an exception passed; nothing between two of them.
+    std::optional<int> FailUnderWay(const std::string& exception);
+
+  private:
+    void AfterRead();
+    void Settle(BatchItem item) {
+        for (HostObserver* observer : m_observers) observer->OnBatchItem(item);
+    }
+    BatchItem Failed(int status) const;
+
+    const BatchRequest& m_request;
+    const UserDesktop& m_desktop;
+    std::span<HostObserver* const> m_observers;
+    const CZelTransDlg* m_main = nullptr;
+    int m_next = 0;
+    int m_number = 0;        // under way
+    bool m_reading = false;  // between the two askings for a number
+    bool m_arrived = false;  // something came with the message under way
+    bool m_stopped = false;
+    std::size_t m_boxes_before = 0;
+};
+
+void BatchWatch::OnSend(const SentMessage& sent) {
+    if (sent.message == kMsgDialogReady) m_main = reinterpret_cast<const CZelTransDlg*>(sent.lParam);
+    if (sent.message == kMsgImportDone) m_arrived = true;
+    if (sent.message == kMsgRecord) {
+        Settle({static_cast<int>(sent.lParam), m_arrived ? ItemOutcome::kRecorded : ItemOutcome::kNotInserted, {}});
+    }
+}
+
+bool BatchWatch::EscapePressed() {
+    m_stopped = m_stopped || (m_request.stop && m_request.stop());
+    if (m_reading) {
+        m_reading = false;
+        if (!m_stopped) AfterRead();
+    } else if (!m_stopped) {
+        m_reading = true;
+        m_number = m_next++;
+        m_arrived = false;
+        m_boxes_before = m_desktop.Boxes().size();
+    }
+    return m_stopped;
+}
+
+void BatchWatch::AfterRead() {
+    if (m_main != nullptr && m_main->m_iStatus != kImportFinished) Settle(Failed(m_main->m_iStatus));
+}
+
+BatchItem BatchWatch::Failed(int status) const {
+    const bool was_found = status == kLoadFailed || status == kFontPromptCancelled;
+    ImportRequest import;
+    import.message =
+        MessageDirectoryOf(m_request.disk) + "/" + (was_found ? m_main->m_sMessageID.GetString() : NameOf(m_number));
+    import.fonts = m_request.fonts;
+    ImportOutcome outcome;
+    outcome.status = status;
+    const auto& boxes = m_desktop.Boxes();
+    outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
+    const ImportPaths paths = PathsOf(import);
+    if (status == kMessageNotFound && !IsThere(paths.message) &&
+        !IsThere(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
+        return {m_number, ItemOutcome::kMissing, {}};
+    }
+    return {m_number, ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
+}
+
+std::optional<int> BatchWatch::FailUnderWay(const std::string& exception) {
+    if (!m_reading) return std::nullopt;
+    m_reading = false;
+    Settle({m_number, ItemOutcome::kFailed,
+            MessageDirectoryOf(m_request.disk) + "/" + NameOf(m_number) + ": reading stopped: " + exception});
+    return m_number;
+}
+
+/// One batch from the first range to the last.
+class Batch {
+  public:
+    Batch(const BatchRequest& request, std::span<HostObserver* const> observers);
+    BatchOutcome Run();
+
+  private:
+    void CallModule();
+    void DriveMainDialog(CDialog& dialog);
+    void DriveBatchDialog(CDialog& dialog, const NumberRange& range);
+    void TellException(const std::string& text);
+
+    const BatchRequest& m_request;
+    std::span<HostObserver* const> m_observers;
+    std::vector<NumberRange> m_ranges;  // what is left, the one under way first
+    std::string m_message_directory, m_font_directory;
+    UserDesktop m_desktop;
+    BatchWatch m_watch;
+    BatchOutcome m_outcome;
+};
+
+Batch::Batch(const BatchRequest& request, std::span<HostObserver* const> observers)
+    : m_request(request),
+      m_observers(observers),
+      m_ranges(request.ranges),
+      m_message_directory(ModulePath(AbsolutePath(MessageDirectoryOf(request.disk)))),
+      m_font_directory(request.fonts ? ModulePath(AbsolutePath(*request.fonts))
+                                     : MachineDirectory(m_message_directory)),
+      m_desktop(request.box_answer, request.browse, observers),
+      m_watch(request, m_desktop, observers) {
+    m_desktop.AnswerKeys([this](int key) { return key == VK_ESCAPE && m_watch.EscapePressed(); });
+    m_desktop.HandleDialog(kImportDialog, [this](CDialog& dialog) { DriveMainDialog(dialog); });
+    AnswerRgbaChoice(m_desktop, request.rgba);
+}
+
+void Batch::DriveMainDialog(CDialog& dialog) {
+    DialogDriver user(dialog);
+    EnterDirectories(user, m_message_directory, m_font_directory);
+    while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
+        m_desktop.HandleDialog(kBatchDialog,
+                               [this](CDialog& batch) { DriveBatchDialog(batch, NumberRange(m_ranges.front())); });
+        user.Press(kBatchButton);
+        m_ranges.erase(m_ranges.begin());
+    }
+    user.Close();
+}
+
+void Batch::DriveBatchDialog(CDialog& dialog, const NumberRange& range) {
+    m_watch.BeginRange(NumberOf(WithoutLeadingDot(range.first)));
+    const std::optional<std::string> refusal = EnterRange(m_desktop, dialog, range);
+    if (m_watch.Stopped()) m_outcome.end = BatchEnd::kStopped;
+    if (!refusal) return;
+    m_outcome.end = BatchEnd::kRefused;
+    m_outcome.failure = *refusal;
+}
+
+void Batch::TellException(const std::string& text) {
+    for (HostObserver* observer : m_observers) observer->OnException(text);
+    if (!m_outcome.exception) m_outcome.exception = text;
+}
+
+// An exception takes the dialogs down; what is left of the range is run in another call.
+void Batch::CallModule() {
+    ReferenceHost host(m_request.host);
+    for (HostObserver* observer : m_observers) host.AddObserver(observer);
+    host.AddObserver(&m_watch);
+    while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
+        const std::optional<std::string> exception = CallInHost(host, [&] {
+            StoreSkipWarnings(!m_request.warnings);
+            CZelTransExport().ZelTranslation(host.HostWindow());
+        });
+        m_outcome.status = host.Status();
+        if (!exception) break;
+        TellException(*exception);
+        const std::optional<int> number = m_watch.FailUnderWay(*exception);
+        const int last = NumberOf(WithoutLeadingDot(m_ranges.front().last));
+        if (number && *number < last) {
+            m_ranges.front().first = std::to_string(*number + 1);
+        } else {
+            m_ranges.erase(m_ranges.begin());
+        }
+    }
+    m_outcome.order_breaches = host.Breaches();
+}
+
+BatchOutcome Batch::Run() {
+    try {
+        CallModule();
+    } catch (const HostError& error) {
+        m_outcome.end = BatchEnd::kRefused;
+        m_outcome.failure = error.what();
+        return m_outcome;
+    }
+    const RunEnd end = EndOf(Road::kBatch, m_outcome.status);
+    m_outcome.next_id = end.next_id;
+    m_outcome.y_offset = end.y_offset;
+    for (HostObserver* observer : m_observers) observer->OnEnd(end);
+    return m_outcome;
+}
+
+}  // namespace
+
+std::string MessageDirectoryOf(const std::string& disk) {
+    return disk + (disk.ends_with('/') ? "MESSAGES" : "/MESSAGES");
+}
+
+BatchOutcome RunBatch(const BatchRequest& request, std::span<HostObserver* const> observers) {
+    return Batch(request, observers).Run();
+}

@@ -1,0 +1,81 @@
+#include "host/run/failure_text.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "dialog/zel_trans_dlg.h"
+#include "host/files/file_trouble.h"
+#include "host/files/native_path.h"
+#include "host/module_text.h"
+#include "host/run/import_run.h"
+#include "message/psos_header.h"
+#include "platform/system/files.h"
+
+namespace {
+
+std::string DirectoryTrouble(const std::string& what, const std::string& module_path) {
+    if (module_path.size() >= MAX_PATH) return "the path of the " + what + " directory " + TooLong(module_path.size());
+    const std::string path = NativePath(module_path.c_str());
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    std::string text = "the " + what + " directory " + path;
+    if (!std::filesystem::exists(status)) return text + " is not there";
+    if (!std::filesystem::is_directory(status)) return text + " is not a directory";
+    return text + " could not be used";
+}
+
+/// Why the module didn't find a message, which may well be there.
+std::string MessageTrouble(const ImportPaths& paths) {
+    const std::string trouble = OpenTrouble("message", paths.message);
+    if (!trouble.empty()) return trouble;
+    return "the module takes what is behind a name's first dot for the message's id, and finds no file of that name";
+}
+
+std::string LoadTrouble(const ImportPaths& paths, const ImportOutcome& outcome) {
+    if (!outcome.boxes.empty()) return OneLine(outcome.boxes.back().text);
+    const std::optional<std::uint32_t> type = FileType(NativePath(paths.message.c_str()));
+    return ContentTrouble("message", type && IsRgbaFileType(*type) ? kMessageFileType : type);
+}
+
+std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
+    if (outcome.exception) return "reading stopped: " + *outcome.exception;
+    if (!outcome.status) return "the import did not begin";
+    switch (*outcome.status) {
+        case kImportFinished:
+            break;
+        case kBadFontDirectory:
+            return DirectoryTrouble("font", paths.font_directory);
+        case kBadMessageDirectory:
+            return DirectoryTrouble("message", paths.message_directory);
+        case kMessageNotFound:
+            return MessageTrouble(paths);
+        case kLoadFailed:
+            return LoadTrouble(paths, outcome);
+        case kFontPromptCancelled:
+            return "cancelled when a font was missing";
+        default:
+            return "the import ended with status " + std::to_string(*outcome.status);
+    }
+    if (!outcome.order_breaches.empty()) return "the module broke its contract: " + outcome.order_breaches.front();
+    return {};
+}
+
+}  // namespace
+
+ImportPaths PathsOf(const ImportRequest& request) {
+    ImportPaths paths;
+    paths.message = ModulePath(AbsolutePath(request.message));
+    const ModulePathParts parts = SplitModulePath(paths.message);
+    paths.message_directory = parts.directory;
+    paths.id = parts.name;
+    paths.font_directory =
+        request.fonts ? ModulePath(AbsolutePath(*request.fonts)) : MachineDirectory(paths.message_directory);
+    return paths;
+}
+
+std::string DescribeFailure(const ImportRequest& request, const ImportPaths& paths, const ImportOutcome& outcome) {
+    const std::string reason = Reason(paths, outcome);
+    return reason.empty() ? std::string() : request.message + ": " + reason;
+}

@@ -1,0 +1,134 @@
+#include "host/run/font_run.h"
+
+#include <algorithm>
+
+#include "font/zel_font.h"
+#include "host/files/file_trouble.h"
+#include "host/files/native_path.h"
+#include "host/module_call.h"
+#include "host/reference_host.h"
+#include "pipeline/zel_trans_export.h"
+#include "platform/system/commands.h"
+#include "platform/system/files.h"
+
+namespace {
+
+/// A fresh font set whose slot 0 is released in the end.
+class FontSet {
+  public:
+    FontSet() = default;
+    ~FontSet() {
+        fonts.ReleaseFontData(&Slot());
+        delete Slot().font_copy;
+    }
+    FontSet(const FontSet&) = delete;
+    FontSet& operator=(const FontSet&) = delete;
+
+    tag_font_memory& Slot() noexcept { return fonts.m_Slots[0]; }
+
+    CZelFont fonts;
+};
+
+/// Why the module doesn't look for a font file where the path says; empty when it does.
+std::string NameTrouble(const std::string& module_path) {
+    const std::string name = SplitModulePath(module_path).name;
+    const std::size_t dot = name.rfind('.');
+    const std::string digits = dot == std::string::npos ? "" : name.substr(dot + 1);
+    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+    if (digits.empty() || !std::ranges::all_of(digits, is_digit)) {
+        return "a font file is named by a dot and a number, such as .0012";
+    }
+    if (dot != 0) {
+        return "a font file is named by a dot and a number alone, such as ." + digits + ", without \"" +
+               name.substr(0, dot) + "\" in front";
+    }
+    if (module_path.find(name) != module_path.size() - name.size()) {
+        return "the module takes the first \"" + name + "\" in the path for the file's name, and that is a directory's";
+    }
+    std::string number = digits.substr(std::min(digits.find_first_not_of('0'), digits.size() - 1));
+    const std::string padded = std::string(number.size() < 4 ? 4 - number.size() : 0, '0') + number;
+    if (digits == number || digits == padded) return {};
+    return "the module looks for this number under the names ." + padded + " and ." + number + " only";
+}
+
+/// How the prompt for a font that isn't there ended; empty without one.
+std::string PromptEnd(const HeadlessDesktop& desktop) {
+    if (!desktop.FileDialogs().empty()) return ", and the file dialog was cancelled";
+    for (const HeadlessDesktop::Box& box : desktop.Boxes()) {
+        if (box.answer == IDCANCEL) return ", and the prompt to browse for it was cancelled";
+        if (box.answer == IDNO) return ", and the prompt to browse for it was answered with No";
+    }
+    return {};
+}
+
+std::string FileTrouble(const std::string& module_path, const std::string& prompt_end) {
+    const std::string trouble = OpenTrouble("font", module_path);
+    if (!trouble.empty()) return trouble + prompt_end;
+    return ContentTrouble("font", FileType(NativePath(module_path.c_str())));
+}
+
+std::string Reason(const std::string& module_path, const HeadlessDesktop& desktop) {
+    if (!desktop.FileDialogs().empty() && desktop.FileDialogs().back().answer == IDOK) {
+        const std::string& browsed = desktop.FileDialogs().back().path;
+        return "not found, and of the file browsed for, " + NativePath(browsed.c_str()) + ": " +
+               FileTrouble(browsed, {});
+    }
+    const std::string trouble = module_path.size() < MAX_PATH ? NameTrouble(module_path) : std::string();
+    return trouble.empty() ? FileTrouble(module_path, PromptEnd(desktop)) : trouble;
+}
+
+struct Call {
+    bool filled = false;
+    std::optional<std::string> exception;
+};
+
+Call MakeFont(const FontRunRequest& request, std::string module_path, std::span<HostObserver* const> observers,
+              CZelFont& fonts) {
+    ReferenceHost host({.maps = request.maps});
+    for (HostObserver* observer : observers) host.AddObserver(observer);
+    SaveWarningPref(request.warnings ? 0 : 1);
+    Call call;
+    call.exception =
+        CallInHost(host, [&] { call.filled = CZelTransExport().MakeTavroFont(module_path.data(), &fonts); });
+    return call;
+}
+
+void Tell(std::span<HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
+    const RunEnd end = EndOf(Road::kFont, std::nullopt);
+    for (HostObserver* observer : observers) {
+        if (call.exception) {
+            observer->OnException(*call.exception);
+        } else {
+            observer->OnFont(call.filled, fonts);
+            observer->OnEnd(end);
+        }
+    }
+}
+
+}  // namespace
+
+FontRunOutcome RunFont(const FontRunRequest& request, std::span<HostObserver* const> observers,
+                       const std::function<void(CZelFont&)>& use) {
+    FontRunOutcome outcome;
+    const std::string module_path = ModulePath(AbsolutePath(request.file));
+    UserDesktop desktop(request.box_answer, request.browse, observers);
+    FontSet set;
+    Call call;
+    try {
+        call = MakeFont(request, module_path, observers, set.fonts);
+    } catch (const HostError& error) {
+        outcome.failure = error.what();
+        return outcome;
+    }
+    Tell(observers, call, set.fonts);
+    if (call.exception) {
+        outcome.failure = request.file + ": reading stopped: " + *call.exception;
+    } else if (!call.filled) {
+        outcome.failure = request.file + ": " + Reason(module_path, desktop);
+    } else {
+        if (set.Slot().file_name != module_path) outcome.read_from = NativePath(set.Slot().file_name);
+        desktop.ObserveBoxes({});
+        if (use) use(set.fonts);
+    }
+    return outcome;
+}

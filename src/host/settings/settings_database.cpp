@@ -1,0 +1,54 @@
+#include "host/settings/settings_database.h"
+
+#include <sqlite3.h>
+
+namespace {
+
+/// Of the tables below, kept in the file.
+constexpr int kVersion = 1;
+
+/// Names are compared without regard to the case of ASCII letters, which is what NOCASE does.
+constexpr const char* kSchema[] = {
+    "CREATE TABLE IF NOT EXISTS profile (section TEXT NOT NULL COLLATE NOCASE, entry TEXT NOT NULL COLLATE NOCASE,"
+    " number INTEGER, text BLOB, PRIMARY KEY (section, entry)) WITHOUT ROWID",
+    "CREATE TABLE IF NOT EXISTS registry_key (path TEXT NOT NULL COLLATE NOCASE PRIMARY KEY,"
+    " parent TEXT NOT NULL COLLATE NOCASE) WITHOUT ROWID",
+    "CREATE TABLE IF NOT EXISTS registry_value (path TEXT NOT NULL COLLATE NOCASE, name TEXT NOT NULL COLLATE NOCASE,"
+    " type INTEGER NOT NULL, bytes BLOB NOT NULL, PRIMARY KEY (path, name)) WITHOUT ROWID",
+};
+
+bool IsDamage(int result) noexcept {
+    return (result & 0xFF) == SQLITE_NOTADB || (result & 0xFF) == SQLITE_CORRUPT;
+}
+
+}  // namespace
+
+SettingsDatabase::SettingsDatabase(const std::filesystem::path& file)
+    : SqliteDatabase(file, Opening::kMake), m_state(Check()) {}
+
+SettingsDatabase::State SettingsDatabase::Check() {
+    if (ErrorCode() != SQLITE_OK) return State::kUnusable;
+    // A write-ahead log costs one wait for the disk at each write, a rollback journal three. The log stays when the
+    // file is closed: whoever opens the file next takes it over.
+    sqlite3_db_config(Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    bool good = Run("PRAGMA journal_mode = WAL") && Run("PRAGMA synchronous = FULL");
+    {
+        SqliteStatement check = Prepare("PRAGMA quick_check(1)");
+        const bool answered = good && check.Next();
+        if (answered && check.Bytes(0) != "ok") return State::kDamaged;
+        good = answered;
+    }
+    if (good && MakeTables()) return State::kReady;
+    return IsDamage(ErrorCode()) ? State::kDamaged : State::kUnusable;
+}
+
+bool SettingsDatabase::MakeTables() {
+    SqliteStatement version = Prepare("PRAGMA user_version");
+    if (!version.Next()) return false;
+    if (version.Int(0) == kVersion) return true;
+    version.Run();
+    SqliteTransaction transaction(*this);  // one wait for the disk, not one for each table
+    bool made = transaction.IsOpen();
+    for (const char* table : kSchema) made = made && Run(table);
+    return made && Run("PRAGMA user_version = 1") && transaction.Commit();
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+
+#include "host/files/sqlite_database.h"
+
+/// The file of the stored settings, with the tables that it needs.
+class SettingsDatabase : public SqliteDatabase {
+  public:
+    enum class State { kReady, kDamaged, kUnusable };
+
+    /// Opens the file, which is made if it is missing.
+    explicit SettingsDatabase(const std::filesystem::path& file);
+
+    State GetState() const noexcept { return m_state; }
+
+  private:
+    State Check();
+    bool MakeTables();
+
+    State m_state;
+};

@@ -1,0 +1,237 @@
+#include "host/settings/sqlite_settings_store.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include "host/settings/settings_database.h"
+
+namespace {
+
+constexpr char kFileName[] = "settings.sqlite";
+
+/// Keeps other processes out of a directory's set-up for as long as it lives; without the lock the work goes on all the
+/// same.
+class DirectoryLock {
+  public:
+    explicit DirectoryLock(const std::filesystem::path& directory)
+        : m_descriptor(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        if (m_descriptor >= 0) flock(m_descriptor, LOCK_EX);
+    }
+    ~DirectoryLock() {
+        if (m_descriptor >= 0) close(m_descriptor);
+    }
+    DirectoryLock(const DirectoryLock&) = delete;
+    DirectoryLock& operator=(const DirectoryLock&) = delete;
+
+  private:
+    int m_descriptor;
+};
+
+/// A name beside the file that isn't taken.
+std::filesystem::path FreeName(const std::filesystem::path& file) {
+    for (int number = 1;; ++number) {
+        std::filesystem::path name = file.string() + ".damaged-" + std::to_string(number);
+        std::error_code error;
+        if (!std::filesystem::exists(std::filesystem::symlink_status(name, error))) return name;
+    }
+}
+
+std::string ParentKey(const std::string& key) {
+    const std::size_t cut = key.rfind('\\');
+    return cut == std::string::npos ? std::string() : key.substr(0, cut);
+}
+
+bool InsertKey(SettingsDatabase& database, const std::string& key) {
+    return database.Prepare("INSERT OR IGNORE INTO registry_key (path, parent) VALUES (?, ?)")
+        .Bind(key)
+        .Bind(ParentKey(key))
+        .Run();
+}
+
+bool HasKey(SettingsDatabase& database, const std::string& key) {
+    return key.empty() || database.Prepare("SELECT 1 FROM registry_key WHERE path = ?").Bind(key).Next();
+}
+
+}  // namespace
+
+SqliteSettingsStore::SqliteSettingsStore(std::filesystem::path directory) : m_directory(std::move(directory)) {}
+
+SqliteSettingsStore::~SqliteSettingsStore() = default;
+
+std::filesystem::path SqliteSettingsStore::UserDirectory() {
+    const char* config = std::getenv("XDG_CONFIG_HOME");
+    if (config != nullptr && config[0] == '/') return std::filesystem::path(config) / "zeltrans";
+    const char* home = std::getenv("HOME");
+    return std::filesystem::path(home != nullptr && home[0] != '\0' ? home : ".") / ".config" / "zeltrans";
+}
+
+SettingsDatabase* SqliteSettingsStore::Open() {
+    if (std::exchange(m_tried, true)) return m_database.get();
+    const std::filesystem::path file = m_directory / kFileName;
+    std::error_code error;
+    std::filesystem::create_directories(m_directory, error);
+    if (error) {
+        m_note = file.string() + ": settings can't be stored: " + error.message();
+        return nullptr;
+    }
+    auto database = std::make_unique<SettingsDatabase>(file);
+    if (database->GetState() == SettingsDatabase::State::kDamaged) database = BeginAfresh(file);
+    if (database->GetState() == SettingsDatabase::State::kReady) {
+        m_database = std::move(database);
+    } else {
+        m_note = file.string() + ": settings can't be stored: " + database->Error();
+    }
+    return m_database.get();
+}
+
+std::unique_ptr<SettingsDatabase> SqliteSettingsStore::BeginAfresh(const std::filesystem::path& file) {
+    const DirectoryLock lock(m_directory);
+    auto database = std::make_unique<SettingsDatabase>(file);  // a second process may have begun afresh meanwhile
+    if (database->GetState() != SettingsDatabase::State::kDamaged) return database;
+    database.reset();
+    const std::filesystem::path aside = FreeName(file);
+    std::error_code error;
+    std::filesystem::rename(file, aside, error);
+    std::filesystem::rename(file.string() + "-wal", aside.string() + "-wal", error);  // the log of the last writes
+    std::filesystem::remove(file.string() + "-shm", error);
+    m_note = file.string() + ": the stored settings were damaged; they are kept as " + aside.filename().string() +
+             ", and the settings start afresh";
+    return std::make_unique<SettingsDatabase>(file);
+}
+
+bool SqliteSettingsStore::Stored(bool stored, const SettingsDatabase* database) {
+    if (!stored && database != nullptr) {
+        m_note = (m_directory / kFileName).string() + ": a setting could not be stored: " + database->Error();
+    }
+    return stored;
+}
+
+std::optional<int> SqliteSettingsStore::GetProfileInt(const std::string& section, const std::string& entry) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return std::nullopt;
+    auto found = database->Prepare("SELECT number FROM profile WHERE section = ? AND entry = ? AND number IS NOT NULL");
+    if (!found.Bind(section).Bind(entry).Next()) return std::nullopt;
+    return static_cast<int>(found.Int(0));
+}
+
+std::optional<std::string> SqliteSettingsStore::GetProfileText(const std::string& section, const std::string& entry) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return std::nullopt;
+    auto found = database->Prepare("SELECT text FROM profile WHERE section = ? AND entry = ? AND text IS NOT NULL");
+    if (!found.Bind(section).Bind(entry).Next()) return std::nullopt;
+    return found.Bytes(0);
+}
+
+bool SqliteSettingsStore::SetProfileInt(const std::string& section, const std::string& entry, int value) {
+    if (GetProfileInt(section, entry) == value) return true;  // a write waits for the disk
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    auto write = database->Prepare("REPLACE INTO profile (section, entry, number) VALUES (?, ?, ?)");
+    return Stored(write.Bind(section).Bind(entry).Bind(std::int64_t{value}).Run(), database);
+}
+
+bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::string& entry,
+                                         const std::string& text) {
+    if (GetProfileText(section, entry) == text) return true;
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    auto write = database->Prepare("REPLACE INTO profile (section, entry, text) VALUES (?, ?, ?)");
+    return Stored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
+}
+
+std::vector<ProfileEntry> SqliteSettingsStore::ProfileEntries() {
+    std::vector<ProfileEntry> entries;
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return entries;
+    auto found = database->Prepare("SELECT section, entry, text, number FROM profile ORDER BY section, entry");
+    while (found.Next()) {
+        ProfileEntry& entry = entries.emplace_back(ProfileEntry{found.Bytes(0), found.Bytes(1), found.Bytes(2)});
+        if (!found.IsNull(3)) entry.value = static_cast<int>(found.Int(3));
+    }
+    return entries;
+}
+
+bool SqliteSettingsStore::DeleteProfileEntry(const std::string& section, const std::string& entry) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    auto gone = database->Prepare("DELETE FROM profile WHERE section = ? AND entry = ?");
+    return Stored(gone.Bind(section).Bind(entry).Run(), database) && database->Changes() == 1;
+}
+
+bool SqliteSettingsStore::KeyExists(const std::string& key) {
+    SettingsDatabase* database = Open();
+    return database != nullptr && HasKey(*database, key);
+}
+
+bool SqliteSettingsStore::KeyHasSubKeys(const std::string& key) {
+    SettingsDatabase* database = Open();
+    return database != nullptr &&
+           database->Prepare("SELECT 1 FROM registry_key WHERE parent = ? AND path <> '' LIMIT 1").Bind(key).Next();
+}
+
+bool SqliteSettingsStore::CreateKey(const std::string& key) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    if (HasKey(*database, key)) return true;
+    SqliteTransaction transaction(*database);
+    bool made = transaction.IsOpen();
+    for (std::size_t end = key.find('\\'); made && end != std::string::npos; end = key.find('\\', end + 1)) {
+        made = InsertKey(*database, key.substr(0, end));
+    }
+    return Stored(made && InsertKey(*database, key) && transaction.Commit(), database);
+}
+
+bool SqliteSettingsStore::DeleteKey(const std::string& key) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    SqliteTransaction transaction(*database);
+    const bool gone = transaction.IsOpen() &&
+                      database->Prepare("DELETE FROM registry_value WHERE path = ?").Bind(key).Run() &&
+                      database->Prepare("DELETE FROM registry_key WHERE path = ?").Bind(key).Run();
+    if (gone && database->Changes() == 0) return false;
+    return Stored(gone && transaction.Commit(), database);
+}
+
+std::optional<RegistryValue> SqliteSettingsStore::GetValue(const std::string& key, const std::string& name) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return std::nullopt;
+    auto found = database->Prepare("SELECT type, bytes FROM registry_value WHERE path = ? AND name = ?");
+    if (!found.Bind(key).Bind(name).Next()) return std::nullopt;
+    const std::string bytes = found.Bytes(1);
+    return RegistryValue{static_cast<DWORD>(found.Int(0)), {bytes.begin(), bytes.end()}};
+}
+
+bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& name, const RegistryValue& value) {
+    if (GetValue(key, name) == value) return true;
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    SqliteTransaction transaction(*database);  // the key must not go between the question and the write
+    if (!transaction.IsOpen()) return Stored(false, database);
+    if (!HasKey(*database, key)) return false;
+    auto write = database->Prepare("REPLACE INTO registry_value (path, name, type, bytes) VALUES (?, ?, ?, ?)");
+    const auto* bytes = reinterpret_cast<const char*>(value.bytes.data());
+    const bool written =
+        write.Bind(key).Bind(name).Bind(std::int64_t{value.type}).BindBytes({bytes, value.bytes.size()}).Run();
+    return Stored(written && transaction.Commit(), database);
+}
+
+std::vector<std::string> SqliteSettingsStore::ValueNames(const std::string& key) {
+    std::vector<std::string> names;
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return names;
+    auto found = database->Prepare("SELECT name FROM registry_value WHERE path = ? ORDER BY name");
+    found.Bind(key);
+    while (found.Next()) names.push_back(found.Bytes(0));
+    return names;
+}
+
+bool SqliteSettingsStore::DeleteValue(const std::string& key, const std::string& name) {
+    SettingsDatabase* database = Open();
+    if (database == nullptr) return false;
+    auto gone = database->Prepare("DELETE FROM registry_value WHERE path = ? AND name = ?");
+    return Stored(gone.Bind(key).Bind(name).Run(), database) && database->Changes() == 1;
+}
