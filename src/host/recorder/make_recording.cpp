@@ -1,5 +1,6 @@
 #include "host/recorder/make_recording.h"
 
+#include <algorithm>
 #include <ctime>
 
 #include "host/document/message_document.h"
@@ -20,14 +21,26 @@ std::string UtcNow() {
     return text;
 }
 
+/// The rows' texts, a line each. A blank parts what stands apart in a row, as the columns of a table do: by more than
+/// the row's height, or to the left.
 std::string TextOf(const MessageRecord& message) {
-    std::string text;
-    for (const RowRecord& row : message.rows) {
-        if (row.text.empty()) continue;
-        if (!text.empty()) text += '\n';
-        text += Utf8FromBytes(row.text);
+    std::string bytes;
+    std::size_t line = message.rows.size();
+    int x = 0;
+    for (const CharacterRecord& character : message.characters) {
+        const auto row = static_cast<std::size_t>(character.info.row_index);
+        if (character.info.slot < 0 || row >= message.rows.size()) continue;
+        if (row != line) {
+            if (!bytes.empty()) bytes += '\n';
+        } else if (const int height = message.rows[row].bottom - message.rows[row].top;
+                   (character.info.x < x || character.info.x - x > std::max(height, 1)) && bytes.back() != ' ') {
+            bytes += ' ';
+        }
+        bytes += static_cast<char>(character.character);
+        line = row;
+        x = character.info.x;
     }
-    return text;
+    return Utf8FromBytes(bytes);
 }
 
 std::string FieldName(const tag_tab_field& tab) {

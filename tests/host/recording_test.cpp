@@ -1,0 +1,38 @@
+// What a library can search: the texts of a recording's rows.
+#include <gtest/gtest.h>
+
+#include "host/recorder/make_recording.h"
+
+namespace {
+
+/// A row of 30 lines, with its characters and their places.
+struct Row {
+    std::string text;
+    std::vector<int> places;
+};
+
+std::string RecordedText(const std::vector<Row>& rows) {
+    ArrivedMessage arrived{.number = 7, .message = {}, .picture = {}};
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        arrived.message.rows.push_back({.y = 100, .top = -24, .bottom = 6, .empty = false, .text = rows[row].text});
+        for (std::size_t n = 0; n < rows[row].text.size(); ++n) {
+            CharacterRecord character;
+            character.info.row_index = static_cast<int>(row);
+            character.info.x = rows[row].places[n];
+            character.character = static_cast<unsigned char>(rows[row].text[n]);
+            arrived.message.characters.push_back(character);
+        }
+    }
+    FileDigests digests;
+    return MakeRecording(arrived, {}, digests).text;
+}
+
+TEST(RecordedText, PartsWhatStandsApart) {
+    EXPECT_EQ(RecordedText({{"wide", {0, 30, 60, 90}}}), "wide");
+    EXPECT_EQ(RecordedText({{"abcd", {0, 20, 400, 420}}}), "ab cd");
+    EXPECT_EQ(RecordedText({{"ab d", {0, 20, 40, 400}}}), "ab d");
+    EXPECT_EQ(RecordedText({{"abcd", {400, 420, 0, 20}}, {"e", {0}}}), "ab cd\ne");
+    EXPECT_EQ(RecordedText({{"", {}}, {"\xE9", {0}}, {"", {}}}), "\xC3\xA9");
+}
+
+}  // namespace
