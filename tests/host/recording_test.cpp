@@ -28,7 +28,7 @@ std::string RecordedText(const std::vector<Row>& rows) {
 }
 
 TEST(RecordedText, PartsWhatStandsApart) {
-    EXPECT_EQ(RecordedText({{"wide", {0, 30, 60, 90}}}), "wide");
+    EXPECT_EQ(RecordedText({{"wide", {0, 32, 64, 96}}}), "wide");
     EXPECT_EQ(RecordedText({{"abcd", {0, 20, 400, 420}}}), "ab cd");
     EXPECT_EQ(RecordedText({{"ab d", {0, 20, 40, 400}}}), "ab d");
     EXPECT_EQ(RecordedText({{"abcd", {400, 420, 0, 20}}, {"e", {0}}}), "ab cd\ne");

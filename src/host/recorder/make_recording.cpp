@@ -21,6 +21,8 @@ std::string UtcNow() {
     return text;
 }
 
+constexpr int kLeastGap = 32;  // pixels between what stands apart in a row that tells no height
+
 /// The rows' texts, a line each. A blank parts what stands apart in a row, as the columns of a table do: by more than
 /// the row's height, or to the left.
 std::string TextOf(const MessageRecord& message) {
@@ -33,7 +35,8 @@ std::string TextOf(const MessageRecord& message) {
         if (row != line) {
             if (!bytes.empty()) bytes += '\n';
         } else if (const int height = message.rows[row].bottom - message.rows[row].top;
-                   (character.info.x < x || character.info.x - x > std::max(height, 1)) && bytes.back() != ' ') {
+                   (character.info.x < x || character.info.x - x > std::max(height, kLeastGap)) &&
+                   bytes.back() != ' ') {
             bytes += ' ';
         }
         bytes += static_cast<char>(character.character);
