@@ -14,7 +14,6 @@
 
 namespace {
 
-
 bool EscapePressed() {
     return GetAsyncKeyState(VK_ESCAPE) != 0;
 }

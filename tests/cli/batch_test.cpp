@@ -82,7 +82,8 @@ INSTANTIATE_TEST_SUITE_P(
     Each, Resume,
     testing::Values(
         ResumeCase{"nothing_changed", "true", "", "0 imported, 7 missing, 0 failed, 2 unchanged"},
-        ResumeCase{"touched_only", "touch MESSAGES/.0012 MACHINE/.0012", "", "0 imported, 7 missing, 0 failed, 2 unchanged"},
+        ResumeCase{"touched_only", "touch MESSAGES/.0012 MACHINE/.0012", "",
+                   "0 imported, 7 missing, 0 failed, 2 unchanged"},
         ResumeCase{"a_picture_is_gone", "rm out/0012.png", "", "0 imported, 7 missing, 0 failed, 2 unchanged"},
         ResumeCase{"the_message", "printf x >> MESSAGES/.0012", "", "1 imported, 7 missing, 0 failed, 1 unchanged"},
         ResumeCase{"a_font", "printf x >> MACHINE/.0012", "", "1 imported, 7 missing, 0 failed, 1 unchanged"},

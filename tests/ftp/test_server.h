@@ -12,7 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// An FTP server of this folder's scripts, which ends with the object, and with the test if that crashes. Each test starts its own.
+/// An FTP server of this folder's scripts, which ends with the object, and with the test if that crashes. Each test
+/// starts its own.
 class TestServer {
   public:
     /// @param arguments  the script's name, the directory to serve, options.
