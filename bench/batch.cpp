@@ -9,7 +9,7 @@
 #include "host/picture/png_writer.h"
 #include "host/recorder/batch_recorder.h"
 #include "host/run/batch_run.h"
-#include "platform/memory_settings_store.h"
+#include "platform/script/memory_settings_store.h"
 #include "scratch_disk.h"
 
 namespace {

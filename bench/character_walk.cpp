@@ -1,13 +1,14 @@
 // The walk over a message's characters.
 #include <benchmark/benchmark.h>
 
-#include "dialog/zel_trans_dlg.h"
-#include "font/zel_font.h"
-#include "message/zel_message.h"
-#include "pipeline/module_state.h"
-#include "platform/headless_desktop.h"
-#include "platform/memory_settings_store.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_font.h"
+#include "module/contract/zel_message.h"
+#include "module/state/module_state.h"
+#include "platform/script/headless_desktop.h"
+#include "platform/script/memory_settings_store.h"
 #include "scratch_disk.h"
+#include "module/font/format/font_blocks.h"
 
 namespace {
 

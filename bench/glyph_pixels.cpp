@@ -5,7 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "font/stored_glyph.h"
+#include "module/font/format/stored_glyph.h"
 #include "scratch_disk.h"
 
 #ifdef ZELTRANS_BENCH_QIMAGE

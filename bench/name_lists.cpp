@@ -5,10 +5,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include "dialog/zel_trans_dlg.h"
-#include "pipeline/module_state.h"
-#include "platform/headless_desktop.h"
-#include "platform/memory_settings_store.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/state/module_state.h"
+#include "platform/script/headless_desktop.h"
+#include "platform/script/memory_settings_store.h"
 #include "scratch_disk.h"
 
 namespace {

@@ -5,10 +5,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "font/zel_font.h"
-#include "message/message_loader.h"
+#include "module/contract/zel_font.h"
+#include "module/message/format/message_loader.h"
 #include "platform/framework/cfile.h"
 #include "scratch_disk.h"
+#include "module/font/format/font_blocks.h"
+#include "module/message/cfile_bytes.h"
 
 namespace {
 
@@ -54,7 +56,8 @@ void ReadMessage(benchmark::State& state) {
     for (auto _ : state) {
         CFile file;
         if (!file.Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone)) state.SkipWithError("not opened");
-        ByteSource source(file);
+        CFileBytes file_bytes(file);
+        ByteSource source(file_bytes);
         LoadedMessage message;
         if (LoadMessage(source, message) != MessageOutcome::kRead) state.SkipWithError("not read");
         benchmark::DoNotOptimize(message.rows.get());

@@ -7,7 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "font/zel_font.h"
+#include "module/contract/zel_font.h"
 #include "scratch_disk.h"
 
 namespace {

@@ -6,11 +6,14 @@
 #include <memory>
 #include <vector>
 
-#include "font/font_loader.h"
+#include "module/font/format/font_loader.h"
 #include "module_room.h"
 #include "platform/framework/exceptions.h"
 #include "samples/font_writer.h"
 #include "section_mutator.h"
+#include "module/font/format/convert_font_header.h"
+#include "module/font/format/convert_char_entry.h"
+#include "module/font/format/font_blocks.h"
 
 namespace {
 

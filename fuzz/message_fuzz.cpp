@@ -1,15 +1,16 @@
 // Message files: read, given templates, and walked character by character.
 #include <algorithm>
 
-#include "message/big_endian_cursor.h"
-#include "message/message_loader.h"
-#include "message/zel_message.h"
+#include "module/message/format/big_endian_cursor.h"
+#include "module/message/format/message_loader.h"
+#include "module/contract/zel_message.h"
 #include "module_room.h"
-#include "pipeline/module_state.h"
+#include "module/state/module_state.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 #include "samples/name_lists.h"
 #include "section_mutator.h"
+#include "module/message/format/convert_row.h"
 
 namespace {
 

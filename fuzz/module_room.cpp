@@ -6,9 +6,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "pipeline/module_state.h"
+#include "module/state/module_state.h"
 #include "platform/framework/cdialog.h"
 #include "platform/system/files.h"
+#include "module/font/format/font_blocks.h"
 
 namespace fuzz {
 

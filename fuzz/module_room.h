@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-#include "dialog/zel_trans_dlg.h"
-#include "font/zel_font.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_font.h"
 #include "fuzz_target.h"
-#include "platform/desktop.h"
-#include "platform/memory_settings_store.h"
+#include "platform/seam/desktop.h"
+#include "platform/script/memory_settings_store.h"
 
 namespace fuzz {
 

@@ -4,7 +4,7 @@
 
 #include "fuzz_target.h"
 #include "platform/framework/cstring.h"
-#include "tools/stored_password.h"
+#include "module/tools/stored_password.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     CString stored(reinterpret_cast<const char*>(data), static_cast<int>(std::min<std::size_t>(size, 200)));

@@ -5,7 +5,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "font/straighten.h"
+#include "module/font/format/straighten.h"
 #include "fuzz_target.h"
 #include "host/picture/rgba_file.h"
 

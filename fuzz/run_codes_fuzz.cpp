@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "font/run_codes.h"
+#include "module/font/format/run_codes.h"
 #include "fuzz_target.h"
 #include "samples/run_codes.h"
 

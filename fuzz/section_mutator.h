@@ -3,7 +3,7 @@
 #include <random>
 
 #include "fuzz_target.h"
-#include "message/section_observer.h"
+#include "module/message/format/section_observer.h"
 #include "samples/byte_writer.h"
 
 namespace fuzz {

@@ -2,8 +2,8 @@
 #include <map>
 #include <string>
 
-#include "fontmap/name_lists.h"
-#include "fontmap/text_lines.h"
+#include "module/fontmap/format/name_lists.h"
+#include "module/fontmap/format/text_lines.h"
 #include "module_room.h"
 #include "samples/name_lists.h"
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "font/zel_font.h"
+#include "module/contract/zel_font.h"
 
 /// Holds the fonts that an import has handed over, and gives their data back when the host is done with them. The
 /// blocks of a slot are released through its font_copy, which shares them, since the font set itself may be gone by

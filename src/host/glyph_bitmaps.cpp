@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "host/module_text.h"
-#include "host/picture/crc32.h"
+#include "base/crc32.h"
 #include "platform/framework/exceptions.h"
 #include "platform/system/files.h"
 

@@ -12,9 +12,9 @@
 #include <utility>
 #include <vector>
 
-#include "font/zel_font.h"
+#include "module/contract/zel_font.h"
 #include "platform/framework/geometry.h"
-#include "translate/char_inf.h"
+#include "module/contract/records/char_inf.h"
 
 /// One glyph: its rectangle and its pixels as BuildMFData leaves them, 4 bytes each (blue, green, red, alpha), bottom
 /// row first.

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "host/target.h"
-#include "platform/headless_desktop.h"
-#include "translate/char_inf.h"
+#include "platform/script/headless_desktop.h"
+#include "module/contract/records/char_inf.h"
 
 class CZelFont;
 class GlyphBitmaps;

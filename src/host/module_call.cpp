@@ -1,9 +1,9 @@
 #include "host/module_call.h"
 
-#include "dialog/zel_trans_dlg.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "host/module_text.h"
 #include "host/reference_host.h"
-#include "pipeline/module_state.h"
+#include "module/state/module_state.h"
 #include "platform/framework/exceptions.h"
 
 namespace {

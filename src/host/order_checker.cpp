@@ -1,6 +1,6 @@
 #include "host/order_checker.h"
 
-#include "pipeline/host_messages.h"
+#include "module/contract/host_messages.h"
 #include "platform/system/messages.h"
 
 namespace {

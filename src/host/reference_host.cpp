@@ -5,12 +5,12 @@
 #include <cstring>
 #include <typeinfo>
 
-#include "dialog/zel_trans_dlg.h"
-#include "host/files/native_path.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "host/native_path.h"
 #include "host/ftp_service.h"
-#include "message/zel_message.h"
-#include "pipeline/host_messages.h"
-#include "pipeline/module_state.h"
+#include "module/contract/zel_message.h"
+#include "module/contract/host_messages.h"
+#include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
 

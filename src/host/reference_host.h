@@ -13,9 +13,9 @@
 #include "host/glyph_bitmaps.h"
 #include "host/host_observer.h"
 #include "host/order_checker.h"
-#include "pipeline/export_window.h"
+#include "module/contract/export_window.h"
 #include "platform/framework/cwnd.h"
-#include "translate/char_inf.h"
+#include "module/contract/records/char_inf.h"
 
 class CZelTransDlg;
 class FtpService;

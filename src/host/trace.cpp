@@ -5,14 +5,14 @@
 #include <ostream>
 #include <string_view>
 
-#include "dialog/zel_trans_dlg.h"
-#include "font/zel_font.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_font.h"
 #include "host/glyph_bitmaps.h"
-#include "message/zel_message.h"
-#include "pipeline/host_messages.h"
+#include "module/contract/zel_message.h"
+#include "module/contract/host_messages.h"
 #include "platform/system/messages.h"
-#include "tools/zel_trans_ftp.h"
-#include "translate/effpar.h"
+#include "module/contract/zel_trans_ftp.h"
+#include "module/contract/records/effpar.h"
 
 namespace {
 

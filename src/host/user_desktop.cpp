@@ -1,6 +1,6 @@
 #include "host/user_desktop.h"
 
-#include "host/files/native_path.h"
+#include "host/native_path.h"
 #include "platform/system/commands.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "host/host_observer.h"
-#include "platform/headless_desktop.h"
+#include "platform/script/headless_desktop.h"
 
 /// How a prompt for a missing font is answered.
 enum class BoxAnswer { kYes, kNo, kCancel };

@@ -1,10 +1,11 @@
 #include "inspect/font_inspector.h"
 
-#include "font/font_loader.h"
+#include "module/font/format/font_loader.h"
 #include "inspect/glyph_check.h"
 #include "inspect/section_list.h"
 #include "inspect/words.h"
-#include "translate/edge.h"
+#include "module/translate/edge.h"
+#include "module/font/format/font_blocks.h"
 
 namespace inspect {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <map>
 
-#include "font/run_codes.h"
-#include "font/stored_glyph.h"
+#include "module/font/format/run_codes.h"
+#include "module/font/format/stored_glyph.h"
 #include "inspect/words.h"
 
 namespace inspect {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-#include "font/font_loader.h"
+#include "module/font/format/font_loader.h"
 #include "inspect/report.h"
 
 namespace inspect {

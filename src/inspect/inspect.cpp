@@ -9,8 +9,8 @@
 #include "inspect/font_inspector.h"
 #include "inspect/message_inspector.h"
 #include "inspect/other_files.h"
-#include "message/big_endian_cursor.h"
-#include "message/psos_header.h"
+#include "module/message/format/big_endian_cursor.h"
+#include "module/contract/records/psos_header.h"
 
 namespace inspect {
 

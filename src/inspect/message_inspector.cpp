@@ -2,13 +2,14 @@
 
 #include <algorithm>
 
-#include "font/stored_glyph.h"
+#include "module/font/format/stored_glyph.h"
 #include "inspect/row_check.h"
 #include "inspect/section_list.h"
 #include "inspect/tab_check.h"
 #include "inspect/words.h"
-#include "message/big_endian_cursor.h"
-#include "message/message_loader.h"
+#include "module/message/format/big_endian_cursor.h"
+#include "module/message/format/message_loader.h"
+#include "module/message/format/convert_tab_field.h"
 
 namespace inspect {
 

@@ -5,10 +5,11 @@
 #include <set>
 #include <utility>
 
-#include "fontmap/name_lists.h"
+#include "module/fontmap/format/name_lists.h"
 #include "inspect/words.h"
-#include "message/byte_order.h"
-#include "message/psos_header.h"
+#include "module/message/format/byte_order.h"
+#include "module/contract/records/psos_header.h"
+#include "module/message/format/convert_headers.h"
 
 namespace inspect {
 

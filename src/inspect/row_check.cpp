@@ -6,7 +6,7 @@
 #include <set>
 #include <span>
 
-#include "font/char_entry.h"
+#include "module/contract/records/char_entry.h"
 #include "inspect/words.h"
 
 namespace inspect {

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "inspect/report.h"
-#include "message/message_loader.h"
+#include "module/message/format/message_loader.h"
 
 namespace inspect {
 

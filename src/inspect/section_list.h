@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "inspect/report.h"
-#include "message/section_observer.h"
+#include "module/message/format/section_observer.h"
 
 namespace inspect {
 

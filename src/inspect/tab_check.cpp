@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "inspect/words.h"
+#include "module/message/format/convert_tab_field.h"
 
 namespace inspect {
 

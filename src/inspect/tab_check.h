@@ -5,7 +5,7 @@
 #include <span>
 
 #include "inspect/report.h"
-#include "message/message_loader.h"
+#include "module/message/format/message_loader.h"
 
 namespace inspect {
 

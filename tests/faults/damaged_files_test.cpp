@@ -8,13 +8,14 @@
 #include <gmock/gmock.h>
 
 #include "faults/failing.h"
-#include "font/font_loader.h"
+#include "module/font/format/font_loader.h"
 #include "inspect/inspect.h"
 #include "inspect/sample_files.h"
-#include "message/message_loader.h"
+#include "module/message/format/message_loader.h"
 
 #if defined(ZELTRANS_SAMPLE_DISK)
-#include "samples/demo_disk.h"
+#include "samples/disk/demo_disk.h"
+#include "module/font/format/font_blocks.h"
 #endif
 
 namespace {

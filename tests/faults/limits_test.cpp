@@ -5,10 +5,11 @@
 #include <gtest/gtest.h>
 
 #include "faults/failing.h"
-#include "font/font_loader.h"
+#include "module/font/format/font_loader.h"
 #include "inspect/sample_files.h"
-#include "message/message_loader.h"
+#include "module/message/format/message_loader.h"
 #include "support/module_fixture.h"
+#include "module/font/format/font_blocks.h"
 
 namespace {
 

@@ -5,13 +5,14 @@
 #include <optional>
 
 #include "faults/failing.h"
-#include "pipeline/module_state.h"
-#include "pipeline/zel_trans_export.h"
+#include "module/state/module_state.h"
+#include "module/contract/zel_trans_export.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 #include "samples/name_lists.h"
+#include "module/font/format/font_blocks.h"
 
 namespace faults {
 

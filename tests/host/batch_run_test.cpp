@@ -9,7 +9,7 @@
 #include "host/host_disk.h"
 #include "host/run/export_run.h"
 #include "host/trace.h"
-#include "pipeline/host_messages.h"
+#include "module/contract/host_messages.h"
 #include "platform/framework/exceptions.h"
 
 namespace {

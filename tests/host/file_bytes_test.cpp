@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/files/sha256.h"
-#include "host/files/whole_file.h"
+#include "base/sha256.h"
+#include "base/whole_file.h"
 #include "host/picture/png_reader.h"
 #include "host/picture/png_writer.h"
 #include "samples/scratch_directory.h"

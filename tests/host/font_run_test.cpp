@@ -5,10 +5,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "font/zel_font.h"
+#include "module/contract/zel_font.h"
 #include "host/host_disk.h"
 #include "host/trace.h"
-#include "pipeline/module_state.h"
+#include "module/state/module_state.h"
 
 namespace {
 

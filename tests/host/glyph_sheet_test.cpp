@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "font/zel_font.h"
+#include "module/contract/zel_font.h"
 #include "host/host_disk.h"
 #include "host/run/font_run.h"
 

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "host/run/import_run.h"
-#include "platform/memory_settings_store.h"
+#include "platform/script/memory_settings_store.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 #include "samples/name_lists.h"

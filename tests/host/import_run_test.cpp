@@ -6,10 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "dialog/zel_trans_dlg.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "host/host_disk.h"
 #include "host/trace.h"
-#include "pipeline/module_state.h"
+#include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
 

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "pipeline/host_messages.h"
+#include "module/contract/host_messages.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "host/settings/sqlite_settings_store.h"
-#include "platform/memory_settings_store.h"
+#include "platform/script/memory_settings_store.h"
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "translate/edge.h"
+#include "module/translate/edge.h"
 
 namespace {
 

@@ -6,13 +6,13 @@
 
 #include <gtest/gtest.h>
 
-#include "font/zel_font.h"
+#include "module/contract/zel_font.h"
 #include "host/glyph_bitmaps.h"
-#include "host/picture/crc32.h"
-#include "message/tab_field.h"
-#include "pipeline/host_messages.h"
+#include "base/crc32.h"
+#include "module/contract/records/tab_field.h"
+#include "module/contract/host_messages.h"
 #include "platform/framework/cstring.h"
-#include "translate/effpar.h"
+#include "module/contract/records/effpar.h"
 
 namespace {
 

@@ -3,10 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "font/font_loader.h"
+#include "module/font/format/font_loader.h"
 #include "inspect/report_text.h"
 #include "inspect/sample_files.h"
-#include "message/message_loader.h"
+#include "module/message/format/message_loader.h"
+#include "module/font/format/font_blocks.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/dialog_driver.h"
+#include "platform/script/dialog_driver.h"
 #include "platform/framework/cdialog.h"
 #include "platform/framework/cwinapp.h"
 #include "test_dialog.h"

@@ -2,7 +2,7 @@
 
 #include "platform/framework/cdialog.h"
 #include "platform/framework/exceptions.h"
-#include "platform/headless_desktop.h"
+#include "platform/script/headless_desktop.h"
 #include "platform/system/errors.h"
 #include "test_dialog.h"
 

@@ -1,4 +1,4 @@
-#include "platform/headless_desktop.h"
+#include "platform/script/headless_desktop.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/framework/cwinapp.h"
-#include "platform/memory_settings_store.h"
+#include "platform/script/memory_settings_store.h"
 #include "platform/system/errors.h"
 
 namespace {

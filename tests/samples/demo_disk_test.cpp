@@ -1,4 +1,4 @@
-#include "samples/demo_disk.h"
+#include "samples/disk/demo_disk.h"
 
 #include <algorithm>
 #include <array>
@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include "samples/disk_fonts.h"
-#include "samples/disk_messages.h"
-#include "samples/page.h"
+#include "samples/disk/disk_fonts.h"
+#include "samples/disk/disk_messages.h"
+#include "samples/disk/page.h"
 #include "samples/run_decoder.h"
 #include "samples/scratch_directory.h"
 

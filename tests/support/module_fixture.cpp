@@ -4,10 +4,11 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "pipeline/module_state.h"
-#include "pipeline/zel_trans_export.h"
+#include "module/state/module_state.h"
+#include "module/contract/zel_trans_export.h"
 #include "platform/system/files.h"
 #include "samples/write_file.h"
+#include "module/font/format/font_blocks.h"
 
 namespace module_test {
 

@@ -10,13 +10,13 @@
 
 #include <gtest/gtest.h>
 
-#include "dialog/zel_trans_dlg.h"
-#include "font/zel_font.h"
-#include "platform/headless_desktop.h"
-#include "platform/memory_settings_store.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_font.h"
+#include "platform/script/headless_desktop.h"
+#include "platform/script/memory_settings_store.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
-#include "translate/char_inf.h"
+#include "module/contract/records/char_inf.h"
 
 namespace module_test {
 

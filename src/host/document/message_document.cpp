@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "host/document/json_line.h"
-#include "message/palette.h"
+#include "module/contract/records/palette.h"
 
 namespace {
 

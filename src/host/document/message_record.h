@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "font/font_memory.h"
-#include "message/msg_header.h"
-#include "message/tab_field.h"
+#include "module/contract/records/font_memory.h"
+#include "module/contract/records/msg_header.h"
+#include "module/contract/records/tab_field.h"
 #include "platform/system/types.h"
-#include "translate/char_inf.h"
+#include "module/contract/records/char_inf.h"
 
 /// The host's copies of what arrived in one import. Texts are the module's bytes, one character each.
 

@@ -1,6 +1,6 @@
 #include "host/document/message_warnings.h"
 
-#include "message/msg_header.h"
+#include "module/contract/records/msg_header.h"
 
 std::vector<int> MissingFonts(const MessageRecord& message) {
     std::vector<int> numbers;

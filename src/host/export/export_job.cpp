@@ -6,8 +6,8 @@
 #include <system_error>
 
 #include "host/export/resample.h"
-#include "host/files/sha256.h"
-#include "host/files/whole_file.h"
+#include "base/sha256.h"
+#include "base/whole_file.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "host/export/frame.h"
 #include "host/export/utf8.h"
-#include "host/files/sha256.h"
+#include "base/sha256.h"
 #include "host/picture/png_reader.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <nettle/base64.h>
 
 #include "host/export/utf8.h"
-#include "host/files/sha256.h"
+#include "base/sha256.h"
 
 std::string HtmlText(std::string_view text) {
     std::string html;

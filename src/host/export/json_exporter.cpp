@@ -1,6 +1,6 @@
 #include "host/export/export_formats.h"
 #include "host/export/parsed_document.h"
-#include "host/files/sha256.h"
+#include "base/sha256.h"
 
 namespace {
 

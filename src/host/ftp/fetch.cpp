@@ -7,7 +7,7 @@
 #include "host/ftp/fetch_file.h"
 #include "host/ftp/remote_name.h"
 #include "host/ftp/safe_directory.h"
-#include "message/message_loader.h"
+#include "module/message/format/message_loader.h"
 
 namespace ftp {
 

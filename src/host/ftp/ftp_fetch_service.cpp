@@ -5,9 +5,9 @@
 
 #include "host/ftp/remote_name.h"
 #include "host/ftp/remote_url.h"
-#include "platform/desktop.h"
+#include "platform/seam/desktop.h"
 #include "platform/system/files.h"
-#include "tools/zel_trans_ftp.h"
+#include "module/contract/zel_trans_ftp.h"
 
 namespace ftp {
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "host/files/sqlite_database.h"
+#include "base/sqlite_database.h"
 #include "host/library/library.h"
 
 /// A library's file, known to be one, with failures as LibraryError.

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "font/zel_font.h"
+#include "module/contract/zel_font.h"
 #include "host/glyph_bitmaps.h"
 
 namespace {

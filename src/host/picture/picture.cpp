@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "dialog/zel_trans_dlg.h"
-#include "font/zel_font.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_font.h"
 #include "host/glyph_bitmaps.h"
 #include "host/picture/rgba_file.h"
-#include "message/zel_message.h"
-#include "pipeline/host_messages.h"
+#include "module/contract/zel_message.h"
+#include "module/contract/host_messages.h"
 #include "platform/system/files.h"
 
 namespace {

@@ -8,7 +8,7 @@
 
 #include <png.h>
 
-#include "host/files/whole_file.h"
+#include "base/whole_file.h"
 
 namespace {
 

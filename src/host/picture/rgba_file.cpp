@@ -8,8 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "font/stored_glyph.h"
-#include "message/psos_header.h"
+#include "module/font/format/stored_glyph.h"
+#include "module/contract/records/psos_header.h"
+#include "module/message/format/convert_headers.h"
 
 namespace {
 

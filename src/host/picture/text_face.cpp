@@ -15,7 +15,7 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include "host/picture/text_edge.h"
-#include "translate/edge.h"
+#include "module/translate/edge.h"
 
 namespace {
 

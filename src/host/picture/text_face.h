@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/system/types.h"
-#include "translate/char_inf.h"
+#include "module/contract/records/char_inf.h"
 
 /// Coverage of a text character, 0 to 255 a pixel, and where it lies around the pen on the baseline.
 struct Coverage {

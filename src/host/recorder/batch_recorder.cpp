@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "host/document/indented_json.h"
-#include "host/files/whole_file.h"
+#include "base/whole_file.h"
 
 namespace {
 

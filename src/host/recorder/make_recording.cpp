@@ -5,7 +5,7 @@
 
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
-#include "host/files/native_path.h"
+#include "host/native_path.h"
 #include "host/module_text.h"
 #include "host/picture/png_writer.h"
 #include "platform/system/files.h"

@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "host/document/message_warnings.h"
-#include "host/files/sha256.h"
+#include "base/sha256.h"
 #include "platform/system/files.h"
 
 namespace {

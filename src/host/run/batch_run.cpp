@@ -4,17 +4,17 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "dialog/id_text.h"
-#include "dialog/zel_trans_dlg.h"
-#include "host/files/file_trouble.h"
-#include "host/files/native_path.h"
+#include "module/dialog/id_text.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "host/run/file_trouble.h"
+#include "host/native_path.h"
 #include "host/module_call.h"
 #include "host/run/failure_text.h"
 #include "host/run/import_run.h"
-#include "pipeline/host_messages.h"
-#include "pipeline/zel_trans_export.h"
+#include "module/contract/host_messages.h"
+#include "module/contract/zel_trans_export.h"
 #include "platform/system/files.h"
-#include "tools/zel_trans_batch.h"
+#include "module/tools/zel_trans_batch.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "host/run/dialog_script.h"
 
-#include "dialog/zel_trans_dlg.h"
-#include "platform/settings_store.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "platform/seam/settings_store.h"
 
 namespace {
 

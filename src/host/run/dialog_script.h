@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/dialog_driver.h"
-#include "platform/headless_desktop.h"
+#include "platform/script/dialog_driver.h"
+#include "platform/script/headless_desktop.h"
 
 /// How the choice for an RGBA file is answered.
 enum class RgbaAnswer { kObject, kBackground, kCancel };

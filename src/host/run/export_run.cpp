@@ -1,11 +1,11 @@
 #include "host/run/export_run.h"
 
-#include "host/files/native_path.h"
+#include "host/native_path.h"
 #include "host/module_call.h"
 #include "host/run/range_entry.h"
-#include "pipeline/zel_trans_export.h"
+#include "module/contract/zel_trans_export.h"
 #include "platform/system/files.h"
-#include "tools/zel_trans_batch.h"
+#include "module/tools/zel_trans_batch.h"
 
 ExportOutcome RunExport(const ExportRequest& request, std::span<HostObserver* const> observers) {
     ExportOutcome outcome;

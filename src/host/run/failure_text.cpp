@@ -5,12 +5,12 @@
 #include <optional>
 #include <system_error>
 
-#include "dialog/zel_trans_dlg.h"
-#include "host/files/file_trouble.h"
-#include "host/files/native_path.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "host/run/file_trouble.h"
+#include "host/native_path.h"
 #include "host/module_text.h"
 #include "host/run/import_run.h"
-#include "message/psos_header.h"
+#include "module/contract/records/psos_header.h"
 #include "platform/system/files.h"
 
 namespace {

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 
-#include "font/zel_font.h"
-#include "host/files/file_trouble.h"
-#include "host/files/native_path.h"
+#include "module/contract/zel_font.h"
+#include "host/run/file_trouble.h"
+#include "host/native_path.h"
 #include "host/module_call.h"
 #include "host/reference_host.h"
-#include "pipeline/zel_trans_export.h"
+#include "module/contract/zel_trans_export.h"
 #include "platform/system/commands.h"
 #include "platform/system/files.h"
+#include "module/contract/registration.h"
 
 namespace {
 

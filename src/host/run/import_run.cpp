@@ -1,9 +1,9 @@
 #include "host/run/import_run.h"
 
-#include "dialog/zel_trans_dlg.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "host/module_call.h"
 #include "host/run/failure_text.h"
-#include "pipeline/zel_trans_export.h"
+#include "module/contract/zel_trans_export.h"
 
 namespace {
 

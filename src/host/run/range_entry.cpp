@@ -1,8 +1,8 @@
 #include "host/run/range_entry.h"
 
 #include "host/module_text.h"
-#include "platform/dialog_driver.h"
-#include "tools/zel_trans_batch.h"
+#include "platform/script/dialog_driver.h"
+#include "module/tools/zel_trans_batch.h"
 
 std::optional<std::string> EnterRange(const HeadlessDesktop& desktop, CDialog& dialog, const NumberRange& range) {
     DialogDriver user(dialog);

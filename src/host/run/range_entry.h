@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/headless_desktop.h"
+#include "platform/script/headless_desktop.h"
 
 /// A range of message numbers, as it is typed into the batch dialog.
 struct NumberRange {

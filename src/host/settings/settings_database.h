@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "host/files/sqlite_database.h"
+#include "base/sqlite_database.h"
 
 /// The file of the stored settings, with the tables that it needs.
 class SettingsDatabase : public SqliteDatabase {

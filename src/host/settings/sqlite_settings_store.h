@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/settings_store.h"
+#include "platform/seam/settings_store.h"
 
 class SettingsDatabase;
 

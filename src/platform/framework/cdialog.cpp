@@ -1,6 +1,6 @@
 #include "platform/framework/cdialog.h"
 
-#include "platform/desktop.h"
+#include "platform/seam/desktop.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/window.h"
 

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "platform/desktop.h"
+#include "platform/seam/desktop.h"
 #include "platform/system/files.h"
 
 CFileDialog::CFileDialog(BOOL openFileDialog, const char* defExt, const char* fileName, DWORD flags, const char* filter,

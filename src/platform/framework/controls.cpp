@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/fold.h"
+#include "base/fold_case.h"
 #include "platform/framework/window.h"
 
 /// The controls' answers to their messages, as the system's own controls give them.

@@ -1,8 +1,8 @@
 #include "platform/framework/cwinapp.h"
 
-#include "platform/desktop.h"
+#include "platform/seam/desktop.h"
 #include "platform/framework/message_box.h"
-#include "platform/settings_store.h"
+#include "platform/seam/settings_store.h"
 #include "platform/system/text.h"
 
 namespace {

@@ -30,6 +30,10 @@ ZEL_PLATFORM_API void MountUnreadableDrive(char letter, DWORD error);
 /// letter.
 ZEL_PLATFORM_API std::string NativePath(const char* modulePath);
 
+/// Error number of a path in the module's form that can't name anything (empty, too long, on a drive that isn't
+/// mounted); 0 for a path that can, whether or not it exists.
+ZEL_PLATFORM_API DWORD PathError(const char* modulePath) noexcept;
+
 /// The module's form of a path of this system: slashes become backslashes, and a mounted directory in front becomes its
 /// drive letter. An absolute path outside every mount keeps its leading separator.
 ZEL_PLATFORM_API std::string ModulePath(const std::string& nativePath);

@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/fold.h"
+#include "base/fold_case.h"
 #include "platform/system/errors.h"
 #include "platform/system/files.h"
 
@@ -174,6 +174,11 @@ void MountDrive(char letter, const std::string& directory) {
 void MountUnreadableDrive(char letter, DWORD error) {
     const char name[] = {letter, ':'};
     if (Drive* const drive = DriveOf({name, 2})) *drive = {std::string(), error};
+}
+
+DWORD PathError(const char* modulePath) noexcept {
+    NativeName name;
+    return name.Set(modulePath);
 }
 
 std::string NativePath(const char* modulePath) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/settings_store.h"
+#include "platform/seam/settings_store.h"
 #include "platform/system/errors.h"
 
 /// An open key: its path below the root.

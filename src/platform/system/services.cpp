@@ -1,4 +1,4 @@
-#include "platform/desktop.h"
+#include "platform/seam/desktop.h"
 #include "platform/system/commands.h"
 #include "platform/system/errors.h"
 #include "platform/system/keys.h"

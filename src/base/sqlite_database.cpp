@@ -1,0 +1,140 @@
+#include "base/sqlite_database.h"
+
+#include <sqlite3.h>
+
+namespace {
+
+/// A path that stands for itself: a name of SQLite's own, such as :memory: or a URI, is never absolute.
+std::string PlainName(const std::filesystem::path& file) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(file, error);
+    return error ? file.string() : absolute.string();
+}
+
+std::string ImmutableName(const std::filesystem::path& file) {
+    std::string uri = "file://";
+    for (const char c : PlainName(file)) {
+        constexpr char kDigits[] = "0123456789ABCDEF";
+        if (c != '%' && c != '?' && c != '#') {
+            uri += c;
+        } else {
+            uri += {'%', kDigits[c >> 4 & 15], kDigits[c & 15]};
+        }
+    }
+    return uri + "?immutable=1";
+}
+
+}  // namespace
+
+void SqliteStatement::Finalize::operator()(sqlite3_stmt* statement) const noexcept {
+    sqlite3_finalize(statement);
+}
+
+SqliteStatement::SqliteStatement(sqlite3* database, const char* sql) {
+    sqlite3_stmt* statement = nullptr;
+    m_result = sqlite3_prepare_v2(database, sql, -1, &statement, nullptr);
+    m_statement.reset(statement);
+}
+
+SqliteStatement& SqliteStatement::Bound(int result) {
+    if (m_result == SQLITE_OK) m_result = result;
+    return *this;
+}
+
+SqliteStatement& SqliteStatement::Bind(std::string_view text) {
+    if (!m_statement) return *this;
+    // A null address would bind NULL.
+    const char* data = text.empty() ? "" : text.data();
+    return Bound(sqlite3_bind_text64(m_statement.get(), ++m_bound, data, text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
+SqliteStatement& SqliteStatement::Bind(std::int64_t value) {
+    return m_statement ? Bound(sqlite3_bind_int64(m_statement.get(), ++m_bound, value)) : *this;
+}
+
+SqliteStatement& SqliteStatement::BindBytes(std::string_view bytes) {
+    if (!m_statement) return *this;
+    const char* data = bytes.empty() ? "" : bytes.data();
+    return Bound(sqlite3_bind_blob64(m_statement.get(), ++m_bound, data, bytes.size(), SQLITE_TRANSIENT));
+}
+
+SqliteStatement& SqliteStatement::BindNull() {
+    return m_statement ? Bound(sqlite3_bind_null(m_statement.get(), ++m_bound)) : *this;
+}
+
+bool SqliteStatement::Next() {
+    if (!m_statement || (m_result != SQLITE_OK && m_result != SQLITE_ROW)) return false;
+    m_result = sqlite3_step(m_statement.get());
+    return m_result == SQLITE_ROW;
+}
+
+bool SqliteStatement::Run() {
+    while (Next()) {
+    }
+    return m_result == SQLITE_DONE;
+}
+
+SqliteStatement& SqliteStatement::Again() {
+    if (m_statement && !Failed()) m_result = sqlite3_reset(m_statement.get());
+    m_bound = 0;
+    return *this;
+}
+
+bool SqliteStatement::Failed() const noexcept {
+    return m_result != SQLITE_OK && m_result != SQLITE_ROW && m_result != SQLITE_DONE;
+}
+
+bool SqliteStatement::IsNull(int column) const {
+    return sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL;
+}
+
+std::int64_t SqliteStatement::Int(int column) const {
+    return sqlite3_column_int64(m_statement.get(), column);
+}
+
+std::string SqliteStatement::Text(int column) const {
+    const unsigned char* data = sqlite3_column_text(m_statement.get(), column);
+    const int size = sqlite3_column_bytes(m_statement.get(), column);
+    return data == nullptr ? std::string()
+                           : std::string(reinterpret_cast<const char*>(data), static_cast<std::size_t>(size));
+}
+
+std::string SqliteStatement::Bytes(int column) const {
+    const void* data = sqlite3_column_blob(m_statement.get(), column);
+    const int size = sqlite3_column_bytes(m_statement.get(), column);
+    return data == nullptr ? std::string()
+                           : std::string(static_cast<const char*>(data), static_cast<std::size_t>(size));
+}
+
+void SqliteDatabase::Close::operator()(sqlite3* database) const noexcept {
+    sqlite3_close_v2(database);
+}
+
+SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, Opening opening, std::chrono::milliseconds patience) {
+    const bool immutable = opening == Opening::kImmutable;
+    const int flags = immutable ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI
+                                : SQLITE_OPEN_READWRITE | (opening == Opening::kMake ? SQLITE_OPEN_CREATE : 0);
+    sqlite3* handle = nullptr;
+    const int result =
+        sqlite3_open_v2((immutable ? ImmutableName(file) : PlainName(file)).c_str(), &handle, flags, nullptr);
+    m_handle.reset(handle);
+    if (result != SQLITE_OK) return;  // the handle keeps the reason
+    sqlite3_extended_result_codes(handle, 1);
+    sqlite3_busy_timeout(handle, static_cast<int>(patience.count()));
+}
+
+int SqliteDatabase::ErrorCode() const {
+    return m_handle ? sqlite3_errcode(m_handle.get()) : SQLITE_NOMEM;
+}
+
+std::string SqliteDatabase::Error() const {
+    return m_handle ? sqlite3_errmsg(m_handle.get()) : "out of memory";
+}
+
+int SqliteDatabase::Changes() const {
+    return sqlite3_changes(m_handle.get());
+}
+
+std::int64_t SqliteDatabase::LastRow() const {
+    return sqlite3_last_insert_rowid(m_handle.get());
+}

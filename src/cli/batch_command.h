@@ -1,6 +1,0 @@
-#pragma once
-
-#include "cli/arguments.h"
-
-/// `zeltrans batch`: imports a range of messages through the module's batch dialog, and records what arrives.
-void AddBatchCommand(CLI::App& app, CommandRun& run);

@@ -1,6 +1,0 @@
-#pragma once
-
-#include "cli/arguments.h"
-
-/// `zeltrans export`: runs the module's batch export over a library, and writes what it holds as files.
-void AddExportCommand(CLI::App& app, CommandRun& run);

@@ -1,7 +1,0 @@
-#pragma once
-
-#include "cli/arguments.h"
-
-/// Adds `fetch`: messages and their fonts from an FTP server.
-/// @param run  set when the command was called with right arguments.
-void AddFetchCommand(CLI::App& app, CommandRun& run);

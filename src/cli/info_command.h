@@ -1,7 +1,0 @@
-#pragma once
-
-#include "cli/arguments.h"
-
-/// Adds `info`: what a file is and what it holds.
-/// @param run  set when the command was called with right arguments.
-void AddInfoCommand(CLI::App& app, CommandRun& run);

@@ -1,7 +1,0 @@
-#pragma once
-
-#include "cli/arguments.h"
-
-/// Adds `library`: lists, searches, shows, merges and removes the recordings of a library.
-/// @param run  set when the command was called with right arguments.
-void AddLibraryCommand(CLI::App& app, CommandRun& run);

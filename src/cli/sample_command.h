@@ -1,7 +1,0 @@
-#pragma once
-
-#include "cli/arguments.h"
-
-/// Adds `sample`: the demonstration disk.
-/// @param run  set when the command was called with right arguments.
-void AddSampleCommand(CLI::App& app, CommandRun& run);

@@ -1,7 +1,0 @@
-#pragma once
-
-#include "cli/arguments.h"
-
-/// Adds `settings`: lists, tells, changes and removes what the module has stored.
-/// @param run  set when the command was called with right arguments.
-void AddSettingsCommand(CLI::App& app, CommandRun& run);

@@ -1,0 +1,41 @@
+#include "diskcopy/copy_dlg.h"
+
+#include <string>
+#include <utility>
+
+#include "diskcopy/copy_dialog.h"
+#include "platform/framework/cwinapp.h"
+
+namespace {
+
+/// Makes the dialog's own templates the current ones for as long as the object lives: they are the library's, and the
+/// caller's own must be in force again when it is called back.
+class OwnResources {
+  public:
+    OwnResources() : m_before(std::exchange(AfxGetModuleState()->m_hCurrentResourceHandle, CopyDialog::Resources())) {}
+    ~OwnResources() { AfxGetModuleState()->m_hCurrentResourceHandle = m_before; }
+    OwnResources(const OwnResources&) = delete;
+    OwnResources& operator=(const OwnResources&) = delete;
+
+  private:
+    HINSTANCE m_before;
+};
+
+}  // namespace
+
+CCopyDlg::CCopyDlg(CWnd*) {}
+
+CCopyDlg::~CCopyDlg() = default;
+
+int CCopyDlg::OpenDialog(void (*open_log)(char*)) {
+    std::string log;
+    int result = -1;
+    {
+        const OwnResources resources;
+        CopyDialog dialog;
+        result = static_cast<int>(dialog.DoModal());
+        log = dialog.LogPath();
+    }
+    if (open_log != nullptr && !log.empty()) open_log(log.data());
+    return result;
+}

@@ -1,0 +1,147 @@
+#include "diskcopy/copy_plan.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <string_view>
+
+#include "module/contract/records/psos_header.h"
+#include "platform/system/errors.h"
+#include "platform/system/files.h"
+
+namespace {
+
+/// The number that a file begins with, big-endian, and what it says.
+struct FileType {
+    std::uint32_t number;
+    const char* kind;
+    DiskFolder folder;
+};
+constexpr FileType kFileTypes[] = {
+    {kFontFileType, "font", DiskFolder::kMachine},
+    {kMessageFileType, "message", DiskFolder::kMessages},
+    {kRgbaFileTypeA, "RGBA picture", DiskFolder::kMessages},
+    {kRgbaFileTypeB, "RGBA picture", DiskFolder::kMessages},
+};
+
+const FileType* FindType(const std::array<std::uint8_t, 4>& bytes) noexcept {
+    const std::uint32_t number =
+        std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 | std::uint32_t{bytes[2]} << 8 | bytes[3];
+    const auto* const found = std::find_if(std::begin(kFileTypes), std::end(kFileTypes),
+                                           [&](const FileType& type) { return type.number == number; });
+    return found != std::end(kFileTypes) ? found : nullptr;
+}
+
+bool IsControl(char c) noexcept {
+    return static_cast<unsigned char>(c) < ' ' || c == 0x7F;
+}
+
+/// A name fit for a line of text.
+std::string Shown(std::string name) {
+    std::replace_if(name.begin(), name.end(), IsControl, '?');
+    return name;
+}
+
+/// Whether a path of the module's form can hold a name.
+bool IsReachable(const std::string& name) {
+    return std::none_of(name.begin(), name.end(), [](char c) { return IsControl(c) || c == '\\'; });
+}
+
+/// The system's words for an error number, without the line end.
+std::string SystemWords(DWORD error) {
+    char* text = nullptr;
+    FormatMessageA(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, nullptr, error, 0,
+                   reinterpret_cast<char*>(&text), 0, nullptr);
+    std::string words = text != nullptr ? text : "Error " + std::to_string(error) + ".";
+    LocalFree(text);
+    words.erase(words.find_last_not_of("\r\n") + 1);
+    return words;
+}
+
+/// Goes through the files of the source's folders.
+class Planner {
+  public:
+    explicit Planner(CopyPlan& plan) : m_plan(plan) {}
+
+    /// Adds a folder's files. @param bound_for  their folder on the target, null for that of their type.
+    void Add(Folder folder, const std::string& label, const DiskFolder* bound_for) {
+        m_plan.sources.push_back(std::move(folder));
+        m_label = label;
+        m_bound_for = bound_for;
+        int error = 0;
+        for (const std::string& name : m_plan.sources.back().Names(error)) Look(name);
+        if (error != 0) AddTrouble(label, "the folder can't be read to its end: " + ErrorWords(error));
+    }
+
+    void AddTrouble(const std::string& label, const std::string& trouble) {
+        CopyItem& item = m_plan.items.emplace_back();
+        item.label = label;
+        item.trouble = trouble;
+    }
+
+    void PassOver(const std::string& label, const char* reason) { m_plan.passed_over.push_back(label + ": " + reason); }
+
+  private:
+    void Look(const std::string& name) {
+        const std::string label = m_label.empty() ? Shown(name) : m_label + "\\" + Shown(name);
+        const Folder& folder = m_plan.sources.back();
+        struct stat status {};
+        if (!folder.Status(name, status)) return AddTrouble(label, "can't be read: " + ErrorWords(errno));
+        if (S_ISDIR(status.st_mode)) return;
+        if (S_ISLNK(status.st_mode)) return PassOver(label, "it is a link");
+        if (!S_ISREG(status.st_mode)) return PassOver(label, "it is no plain file");
+
+        const Descriptor file = folder.OpenFile(name);
+        std::array<std::uint8_t, 4> bytes{};
+        const long got = file.IsOpen() ? ReadSome(file.Get(), bytes.data(), bytes.size()) : -1;
+        if (got < 0) return AddTrouble(label, "can't be read: " + ErrorWords(errno));
+        const FileType* const type = FindType(bytes);
+        if (type == nullptr) {
+            ++m_plan.other_files;
+        } else if (!IsReachable(name)) {
+            PassOver(label, "no import can open a file of that name");
+        } else {
+            m_plan.items.push_back({m_plan.sources.size() - 1, name, label, type->kind,
+                                    m_bound_for != nullptr ? *m_bound_for : type->folder,
+                                    static_cast<std::uint64_t>(status.st_size), std::string()});
+        }
+    }
+
+    CopyPlan& m_plan;
+    std::string m_label;
+    const DiskFolder* m_bound_for = nullptr;
+};
+
+}  // namespace
+
+std::string FolderPath(const std::string& path, const char* role) {
+    if (path.empty()) throw CopyRefused(std::string("Name the ") + role + " folder.");
+    if (const DWORD error = PathError(path.c_str()))
+        throw CopyRefused(std::string("The ") + role + " " + path + " can't be used.\n" + SystemWords(error));
+    return NativePath(path.c_str());
+}
+
+CopyPlan PlanCopy(const std::string& source) {
+    CopyPlan plan;
+    plan.root = Folder::Open(FolderPath(source, "source"));
+    const Folder& root = plan.root;
+    if (!root.IsOpen()) throw CopyRefused("The source " + source + " can't be read.\n" + ErrorWords(errno));
+    Planner planner(plan);
+    bool is_disk = false;
+    for (const DiskFolder folder : {DiskFolder::kMessages, DiskFolder::kMachine}) {
+        const std::string name = root.Find(kDiskFolderNames[static_cast<std::size_t>(folder)]);
+        struct stat status {};
+        if (name.empty() || !root.Status(name, status)) continue;
+        if (S_ISLNK(status.st_mode)) planner.PassOver(name, "it is a link");
+        if (!S_ISDIR(status.st_mode)) continue;
+        is_disk = true;
+        Folder files = root.OpenIn(name, false);
+        if (files.IsOpen()) {
+            planner.Add(std::move(files), name, &folder);
+        } else {
+            planner.AddTrouble(name, "can't be read: " + ErrorWords(errno));
+        }
+    }
+    if (!is_disk) planner.Add(root.OpenIn(".", false), std::string(), nullptr);
+    return plan;
+}

@@ -1,0 +1,19 @@
+#include "module/dialog/recent_list.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_font.h"
+#include "platform/framework/cwinapp.h"
+
+void CZelTransDlg::SavePath() {
+    RECT rect{};
+    GetWindowRect(&rect);
+    CWinApp* const app = AfxGetModuleState()->m_pCurrentWinApp;
+    app->WriteProfileInt("ZELFTPSaveOptions", "DialogX", static_cast<int>(rect.left));
+    app->WriteProfileInt("ZELFTPSaveOptions", "DialogY", static_cast<int>(rect.top));
+    char font_list[] = "FontDir", message_list[] = "MessageDir";
+    DeleteZelTransRegistrySubKey(font_list);
+    DeleteZelTransRegistrySubKey(message_list);
+    StoreRecentEntries(*this, font_list, *this, kFontDirBox);
+    StoreRecentEntries(*this, message_list, *this, kMessageDirBox);
+    delete m_pFont;
+    m_pFont = nullptr;  // the dialog is ending, but its object may outlive it
+}

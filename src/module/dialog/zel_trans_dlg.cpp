@@ -1,0 +1,141 @@
+#include "module/contract/zel_trans_dlg.h"
+
+#include "module/dialog/recent_list.h"
+#include "module/contract/zel_font.h"
+#include "module/contract/host_messages.h"
+#include "module/state/module_state.h"
+#include "platform/framework/cwinapp.h"
+#include "platform/framework/data_exchange.h"
+#include "platform/framework/module_entry.h"
+#include "platform/system/version.h"
+
+ZEL_MODULE_STATIC CString CZelTransDlg::M_sNextMessage;
+
+CZelTransDlg::CZelTransDlg(CWnd* /*parent*/) : CDialog(kImportDialog, nullptr), m_sMessageID(M_sNextMessage) {
+    m_bImportSkip = static_cast<BOOL>(
+        AfxGetModuleState()->m_pCurrentWinApp->GetProfileIntA("ZELFNTSaveOptions", "SkipWarnings", 0));
+    SaveWarningPref(m_bImportSkip);
+}
+
+CZelTransDlg::CZelTransDlg(CString& message_path, CString& font_dir) : m_sMessageID(M_sNextMessage) {
+    m_bImportSkip = 1;
+    SaveWarningPref(1);
+    CDialog::Create(kImportDialog, nullptr);
+    FillHiddenControls(message_path, font_dir);
+}
+
+CZelTransDlg::~CZelTransDlg() = default;
+
+// The host's contract hears a change of the id by notification 1024, which an edit sends before it shows the new text.
+BEGIN_MESSAGE_MAP(CZelTransDlg, CDialog)
+ON_BN_CLICKED(kBrowseFontButton, &CZelTransDlg::OnButtonBrowserFont)
+ON_BN_CLICKED(kReadButton, &CZelTransDlg::OnButtonRead)
+ON_BN_CLICKED(kBrowseMessageButton, &CZelTransDlg::OnButtonBrowserMessage)
+ON_BN_CLICKED(kTrueFontCheck, &CZelTransDlg::OnCheckTrueFont)
+ON_BN_CLICKED(kBaselineAlignCheck, &CZelTransDlg::OnCheckBaselineAlign)
+ON_BN_CLICKED(kBatchButton, &CZelTransDlg::OnButtonZeltransBatch)
+ON_BN_CLICKED(kSkipWarningsCheck, &CZelTransDlg::OnCheckImportSkip)
+ON_WM_CLOSE()
+ON_BN_CLICKED(kCopyFilesButton, &CZelTransDlg::OnButtonZeltransCopyFiles)
+ON_BN_CLICKED(kFtpButton, &CZelTransDlg::OnButtonZeltransFTP)
+ON_EN_UPDATE(kMessageIdEdit, &CZelTransDlg::OnMessageNameChanged)
+END_MESSAGE_MAP()
+
+namespace {
+
+void AppendAndSelect(CDialog& dialog, int combo_box, const char* text) {
+    CWnd* const box = dialog.GetDlgItem(combo_box);
+    if (box == nullptr) return;
+    const LRESULT index = box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    box->SendMessage(CB_SETCURSEL, static_cast<WPARAM>(index));
+}
+
+// The disk library behind the copy button serves systems 5.0 and older, and 6.0.
+void EnableCopyButton(CDialog& dialog) {
+    CWnd* const button = dialog.GetDlgItem(kCopyFilesButton);
+    if (button == nullptr) return;
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    GetVersionExA(&version);
+    button->EnableWindow(version.dwMajorVersion < 5 || version.dwMinorVersion == 0 ? TRUE : FALSE);
+}
+
+void RestorePosition(CDialog& dialog) {
+    CWinApp* const app = AfxGetModuleState()->m_pCurrentWinApp;
+    const int x = static_cast<int>(app->GetProfileIntA("ZELFTPSaveOptions", "DialogX", 0));
+    const int y = static_cast<int>(app->GetProfileIntA("ZELFTPSaveOptions", "DialogY", 0));
+    if (x < 1 || x > 1999 || y < 1 || y > 1999) return;
+    RECT rect{};
+    dialog.GetWindowRect(&rect);
+    dialog.MoveWindow(x, y, rect.right - rect.left, rect.bottom - rect.top, TRUE);
+}
+
+}  // namespace
+
+// Takes a message path apart: the directory, the id behind the last backslash (behind its first dot, if it has one),
+// and beside the directory the fonts' place. A path without two backslashes fills nothing.
+void CZelTransDlg::FillHiddenControls(const CString& message_path, const CString& font_dir) {
+    const int last = message_path.ReverseFind('\\');
+    if (last < 0) return;
+    const CString message_dir = message_path.Left(last);
+    CString id = message_path.Mid(last + 1);
+    const int dot = id.Find('.');
+    if (dot >= 0) id = id.Mid(dot + 1);
+    const int parent = message_dir.ReverseFind('\\');
+    if (parent < 0) return;
+    AppendAndSelect(*this, kFontDirBox, font_dir.IsEmpty() ? message_dir.Left(parent + 1) + "MACHINE" : font_dir);
+    AppendAndSelect(*this, kMessageDirBox, message_dir);
+    SetDlgItemText(kMessageIdEdit, id);
+}
+
+void CZelTransDlg::DoDataExchange(CDataExchange* exchange) {
+    CDialog::DoDataExchange(exchange);
+    DDX_Text(exchange, kMessageIdEdit, m_sMessageID);
+    DDX_Check(exchange, kTrueFontCheck, m_bTrueFont);
+    DDX_Check(exchange, kBaselineAlignCheck, m_bBaselineAlign);
+    DDX_Check(exchange, kSkipWarningsCheck, m_bImportSkip);
+}
+
+BOOL CZelTransDlg::OnInitDialog() {
+    CDialog::OnInitDialog();
+    AfxGetThread()->m_pMainWnd->SendMessage(kMsgDialogReady, 0, reinterpret_cast<LPARAM>(this));
+    for (int n = 0; n < 10; ++n) {
+        AppendRecentEntry(*this, n, "FontDir", *this, kFontDirBox);
+        AppendRecentEntry(*this, n, "MessageDir", *this, kMessageDirBox);
+    }
+    for (const int combo_box : {kFontDirBox, kMessageDirBox}) {
+        if (CWnd* const box = GetDlgItem(combo_box)) box->SendMessage(CB_SETCURSEL, 0);
+    }
+    EnableCopyButton(*this);
+    if (CWnd* const edit = GetDlgItem(kMessageIdEdit))
+        SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(edit->m_hWnd), 1);
+    RestorePosition(*this);
+    return 0;  // the focus is set
+}
+
+void CZelTransDlg::OnOK() {
+    SavePath();
+    CDialog::OnOK();
+}
+
+void CZelTransDlg::OnCancel() {
+    SavePath();
+    CDialog::OnCancel();
+}
+
+void CZelTransDlg::OnCheckTrueFont() {
+    m_bTrueFont = m_bTrueFont == 0;
+}
+
+void CZelTransDlg::OnCheckBaselineAlign() {
+    m_bBaselineAlign = m_bBaselineAlign == 0;
+}
+
+void CZelTransDlg::OnCheckImportSkip() {
+    SaveWarningPref(IgnoreZelFontErrors() ? 0 : 1);
+}
+
+// From now on Enter means Read.
+void CZelTransDlg::OnMessageNameChanged() {
+    SendMessage(DM_SETDEFID, kReadButton);
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "module/contract/records/font_memory.h"
+
+/// Frees all blocks of a slot but font_copy and clears their pointers.
+void ReleaseFontBlocks(tag_font_memory& font) noexcept;

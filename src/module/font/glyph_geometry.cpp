@@ -1,0 +1,57 @@
+#include <cstdint>
+
+#include "module/font/glyph_file.h"
+#include "module/font/format/run_codes.h"
+#include "module/font/format/stored_glyph.h"
+#include "module/contract/zel_font.h"
+#include "platform/framework/cfile.h"
+#include "platform/framework/exceptions.h"
+#include "platform/framework/message_box.h"
+
+bool OpenGlyphFile(CFile& file, const tag_font_memory& font) {
+    if (file.Open(font.file_name, CFile::modeRead | CFile::shareDenyNone)) return true;
+    if (CZelFont::m_bIgnoreErrors == 0) {
+        CString text;
+        text.Format("Couldn't Find Zelmara! Font File: %s", font.file_name);
+        MessageBoxA(nullptr, text, "Couldn't Find Font File ", MB_OK | MB_ICONEXCLAMATION);
+    }
+    return false;
+}
+
+namespace {
+
+CRect StoredGlyphRect(const tag_font_memory& font, const tag_char_entry& entry, bool* flag) {
+    CFile file;
+    if (!OpenGlyphFile(file, font)) return CRect(0, 0, 0, 0);
+    std::uint8_t bytes[kStoredGlyphHeadSize] = {};
+    file.Seek(static_cast<LONGLONG>(std::uint32_t{entry.glyph_offset}), CFile::begin);
+    const UINT came = file.Read(bytes, sizeof bytes);
+    const StoredGlyphHead head = ConvertStoredGlyphHead(bytes);
+    // The flag is known once its word has come, whatever becomes of the words behind it.
+    if (flag != nullptr && came >= 6) *flag = head.Flag();
+    file.Close();
+    if (came != sizeof bytes) AfxThrowFileException(CFileException::genericException, -1, font.file_name);
+    return CRect(0, 0, head.width, head.height);
+}
+
+}  // namespace
+
+CRect CZelFont::GetMFRect(FontAddress font, int font_index, DWORD char_code, int& top, bool* flag) {
+    if (font == 0) return CRect(0, 0, 0, 0);
+    const tag_font_memory& slot = *reinterpret_cast<const tag_font_memory*>(font);
+    const tag_char_entry* entry = slot.Entry(char_code);
+    if (entry == nullptr || !entry->HasGlyph()) return CRect(0, 0, 0, 0);
+    if (entry->IsStored()) return StoredGlyphRect(slot, *entry, flag);
+    return GetTagRect(font, font_index, char_code, top);
+}
+
+CRect CZelFont::GetTagRect(FontAddress font, int /*font_index*/, DWORD char_code, int& top) {
+    const tag_font_memory& slot = *reinterpret_cast<const tag_font_memory*>(font);
+    const tag_char_entry* entry = slot.Entry(char_code);
+    if (entry == nullptr) return CRect(0, 0, 0, 0);
+    top = entry->Top();
+    if (slot.encoding_data == nullptr) return CRect(0, 0, 0, 0);
+    const GlyphSize size =
+        MeasureRunCodes(RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset));
+    return CRect(0, 0, size.width, size.height);
+}

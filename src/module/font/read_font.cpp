@@ -1,0 +1,243 @@
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include "module/state/recent_entry.h"
+#include "module/font/format/font_loader.h"
+#include "module/font/format/samples.h"
+#include "module/contract/zel_font.h"
+#include "module/contract/zel_message.h"
+#include "platform/framework/cfile.h"
+#include "platform/framework/cfiledialog.h"
+#include "platform/framework/cwinapp.h"
+#include "platform/framework/exceptions.h"
+#include "platform/framework/message_box.h"
+#include "platform/system/files.h"
+#include "module/contract/records/effpar.h"
+#include "module/message/cfile_bytes.h"
+
+namespace {
+
+constexpr int kNotLoaded = 0;
+constexpr int kLoaded = 1;
+constexpr int kCancelled = -1;
+
+void EndInBackslash(CString& path) {
+    if (!path.IsEmpty() && path[path.GetLength() - 1] != '\\') path += "\\";
+}
+
+// "D:\f\.0012": the name of a font file has no stem, only a dot and the number.
+CString LongName(const CString& directory, int number) {
+    CString name;
+    name.Format("%s.%04d", static_cast<const char*>(directory), number);
+    return name;
+}
+
+CString ShortName(const CString& directory, int number) {
+    CString name;
+    name.Format("%s.%d", static_cast<const char*>(directory), number);
+    return name;
+}
+
+bool Open(CFile& file, CString& opened, const CString& name) {
+    if (!file.Open(name, CFile::modeRead | CFile::shareDenyNone)) return false;
+    opened = name;
+    return true;
+}
+
+}  // namespace
+
+// Tries the font directory, the newest directory of the stored list and the directory last browsed for, in this order.
+bool CZelFont::FindFontFile(CFile& file, CString& name, CString& path, int font_number) {
+    EndInBackslash(path);
+    if (Open(file, name, LongName(path, font_number)) || Open(file, name, ShortName(path, font_number))) return true;
+    char stored[MAX_PATH];
+    if (ReadRecentEntry("FontDir", 0, stored)) {
+        CString directory(stored);
+        EndInBackslash(directory);
+        if (Open(file, name, LongName(directory, font_number)) || Open(file, name, ShortName(directory, font_number)))
+            return true;
+    }
+    if (m_SFontBrowseDir.IsEmpty()) return false;
+    CString directory(m_SFontBrowseDir);
+    EndInBackslash(directory);
+    return Open(file, name, LongName(directory, font_number));
+}
+
+/// @param wanted  the name that the user is told of.
+/// @return kLoaded with the file open, else what ReadFont returns.
+int CZelFont::BrowseForFontFile(CFile& file, CString& name, CString& path, int font_number, const CString& wanted) {
+    constexpr UINT kTopmost = 0x40000;
+    CString text;
+    text.Format("Couldn't Find Zelmara! Font File: %s\nWould you like to browse for this file?",
+                static_cast<const char*>(wanted));
+    const int answer =
+        MessageBoxA(nullptr, text, "Couldn't Find Font File ", MB_YESNOCANCEL | MB_ICONEXCLAMATION | kTopmost);
+    if (answer == IDCANCEL) {
+        m_bCancelFontBrowse = true;
+        return kCancelled;
+    }
+    if (answer != IDYES) return kNotLoaded;
+
+    char directory[crt::_MAX_DIR] = {}, initial_name[MAX_PATH] = {};
+    static_assert(sizeof initial_name >= crt::_MAX_EXT);
+    crt::_splitpath(path, nullptr, directory, nullptr, initial_name);
+    if (initial_name[0] == '\0') std::snprintf(initial_name, sizeof initial_name, ".%04d", font_number);
+    CWinThread* const thread = AfxGetThread();
+    CFileDialog dialog(TRUE, nullptr, nullptr, 0, nullptr, thread != nullptr ? thread->m_pMainWnd : nullptr);
+    dialog.m_ofn.lpstrInitialDir = directory;
+    dialog.m_ofn.lpstrFile = initial_name;
+    dialog.m_ofn.nMaxFile = sizeof initial_name;
+    dialog.m_ofn.lpstrTitle = "Browse for Font File";
+    dialog.m_ofn.lpstrFilter = ".*";
+    if (dialog.DoModal() != IDOK || !Open(file, name, dialog.GetPathName())) return kNotLoaded;
+    const int last_backslash = name.ReverseFind('\\');
+    if (!dialog.GetFileTitle().IsEmpty() && last_backslash >= 0) {
+        path = name.Left(last_backslash);
+        m_SFontBrowseDir = path;
+    }
+    return kLoaded;
+}
+
+int CZelFont::ReadFont(CString& path, int font_number, int slot, bool make_description) {
+    if (font_number == -1) return kNotLoaded;
+    CFile file;
+    CString name;
+    if (!FindFontFile(file, name, path, font_number)) {
+        if (m_bIgnoreErrors != 0 || m_bCancelFontBrowse) return kNotLoaded;
+        const int browsed = BrowseForFontFile(file, name, path, font_number, LongName(path, font_number));
+        if (browsed != kLoaded) return browsed;
+    }
+    return LoadFontFile(file, name, path, slot, make_description);
+}
+
+namespace {
+
+constexpr char kSampleRowName[] = "Zelmara Font File";
+
+/// What the user hears of an outcome.
+struct FontComplaint {
+    enum Kind : std::uint8_t { kSilent, kBox, kBoxUnlessSkipped, kFileError } kind;
+    const char* text;     // of a box, with %s for the opened file; null for a file error
+    const char* caption;  // of a box; null for the usual one
+    bool releases;        // the slot's blocks go; else they stay for the caller, who clears the slot
+};
+
+// In the order of FontOutcome.
+constexpr FontComplaint kComplaints[] = {
+    {FontComplaint::kSilent, nullptr, nullptr, false},
+    {FontComplaint::kBoxUnlessSkipped, "Couldn't Read Zelmara! Font File's Psos File Header: %s", nullptr, false},
+    {FontComplaint::kBoxUnlessSkipped, "Not an Zelmara! Font File: %s", "Not an Zelmara Font File Type ", false},
+    {FontComplaint::kBoxUnlessSkipped, "Couldn't Read Zelmara! Font File's Font Header: %s", nullptr, false},
+    {FontComplaint::kBox, "Out Of Memory", "Couldn't Allocate Memory to Read Zelmara Font", false},
+    {FontComplaint::kBox, "Couldn't Read Zelmara! Font File's Character Directory: %s", nullptr, false},
+    {FontComplaint::kBox, "Couldn't Read Zelmara! Font File's Encoding Data: %s", nullptr, false},
+    {FontComplaint::kFileError, nullptr, nullptr, true},
+    {FontComplaint::kFileError, nullptr, nullptr, true},
+    {FontComplaint::kFileError, nullptr, nullptr, true},
+    {FontComplaint::kFileError, nullptr, nullptr, true},
+    {FontComplaint::kSilent, nullptr, nullptr, true},
+};
+static_assert(std::size(kComplaints) == static_cast<std::size_t>(FontOutcome::kNoMemory) + 1);
+static_assert(kComplaints[static_cast<int>(FontOutcome::kShortEncoding)].kind == FontComplaint::kBox &&
+              kComplaints[static_cast<int>(FontOutcome::kShortBlock)].kind == FontComplaint::kFileError);
+
+// The name that a file error carries: the font directory for the blocks straight after the directory, which the legacy
+// importer never gave a better one.
+const char* ErrorName(FontOutcome outcome, const char* name, const char* path) {
+    switch (outcome) {
+        case FontOutcome::kShortLeadingEncoding:
+        case FontOutcome::kShortLeadingSample:
+            return path;
+        case FontOutcome::kShortSampleRow:
+            return kSampleRowName;
+        default:
+            return name;
+    }
+}
+
+void Complain(FontOutcome outcome, const char* name, const char* path) {
+    const FontComplaint& complaint = kComplaints[static_cast<int>(outcome)];
+    switch (complaint.kind) {
+        case FontComplaint::kSilent:
+            return;
+        case FontComplaint::kFileError:
+            CFileException(CFileException::genericException, -1, ErrorName(outcome, name, path)).ReportError(0, 0);
+            return;
+        case FontComplaint::kBoxUnlessSkipped:
+            if (CZelFont::m_bIgnoreErrors != 0) return;
+            break;
+        case FontComplaint::kBox:
+            break;
+    }
+    CString text;
+    text.Format(complaint.text, name);
+    MessageBoxA(nullptr, text,
+                complaint.caption != nullptr ? complaint.caption : "Couldn't Read the Zelmara! Font File",
+                MB_OK | MB_ICONEXCLAMATION);
+}
+
+// The description of a font that has no message around it: an empty message lends its members, and the set its palette.
+void DescribeAlone(CZelFont& fonts, tag_font_memory& slot, int slot_index) {
+    tag_palete palette;
+    static_assert(sizeof palette == sizeof fonts.m_Palette);
+    std::memcpy(&palette, fonts.m_Palette, sizeof palette);
+    CZelMessage lender(nullptr, nullptr, nullptr, nullptr);
+    lender.MakeFontDescription(&slot, slot.log_font, slot_index);
+    lender.m_pPalette = &palette;
+    lender.ApplySlotEffects(&slot, slot.effect_params);
+    lender.m_pPalette = nullptr;  // not the message's to free
+}
+
+}  // namespace
+
+int CZelFont::LoadFontFile(CFile& file, const CString& name, const CString& path, int slot_index,
+                           bool make_description) {
+    tag_font_memory& slot = m_Slots[slot_index];
+    slot = tag_font_memory();  // blocks of a font that was here belong to whoever holds its font_copy
+    std::snprintf(slot.file_name, sizeof slot.file_name, "%s", static_cast<const char*>(name));
+    FontOutcome outcome = FontOutcome::kNoMemory;
+    bool tessor = false;
+    try {
+        CFileBytes file_bytes(file);
+        ByteSource source(file_bytes);
+        outcome = LoadFont(source, slot, tessor);
+        if (outcome == FontOutcome::kRead) {
+            slot.log_font = new LOGFONT();
+            slot.effect_params = new EFFPAR();
+            slot.font_copy = new tag_font_memory();
+        }
+    } catch (const std::bad_alloc&) {
+        outcome = FontOutcome::kNoMemory;
+    }
+    file.Close();
+    if (tessor) MessageBoxA(nullptr, "Tessor Encoded Data!", "ZELMARA Import", MB_OK);
+    if (outcome != FontOutcome::kRead) {
+        if (kComplaints[static_cast<int>(outcome)].releases) ReleaseFontData(&slot);
+        Complain(outcome, name, path);
+        return kNotLoaded;
+    }
+    *slot.font_copy = slot;
+    if (make_description) DescribeAlone(*this, slot, slot_index);
+    return kLoaded;
+}
+
+void CZelFont::write_sample_data(std::FILE* file, tag_graphic_rectangle* first, tag_graphic_rectangle* second,
+                                 tag_samp_struct samp) {
+    const long position = std::ftell(file);
+    std::uint64_t left = 0;
+    if (position >= 0 && std::fseek(file, 0, SEEK_END) == 0) {
+        const long size = std::ftell(file);
+        left = size > position ? static_cast<std::uint64_t>(size - position) : 0;
+        std::fseek(file, position, SEEK_SET);
+    }
+    const auto read_row = [file](std::uint8_t* row, std::size_t width) { return std::fread(row, width, 1, file) == 1; };
+    switch (ReadSamples(samp, *first, *second, left, read_row)) {
+        case SampleOutcome::kRead:
+            return;
+        case SampleOutcome::kNoMemory:
+            AfxThrowMemoryException();
+        case SampleOutcome::kShortRow:
+            AfxThrowFileException(CFileException::genericException, -1, kSampleRowName);
+    }
+}

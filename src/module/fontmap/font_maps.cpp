@@ -1,0 +1,72 @@
+#include <algorithm>
+
+#include "module/contract/zel_trans_dlg.h"
+#include "module/fontmap/format/name_lists.h"
+#include "module/fontmap/format/text_lines.h"
+#include "module/fontmap/read_name_list.h"
+#include "module/state/module_state.h"
+
+namespace {
+
+/// Entries that a list of so many bytes is likely to have: the lines of real lists are longer than this.
+std::size_t LikelyEntries(const NameText& text) {
+    constexpr std::size_t kShortLine = 32, kMost = 65536;
+    return std::min(text.List().size() / kShortLine, kMost);
+}
+
+NameParts PartsOf(const BitstreamEntry& entry, const NameText& text) {
+    if (!entry.indented) return {NameParts::Form::kPlain, text.SliceOf(entry.name)};
+    return {NameParts::Form::kStyled, text.SliceOf(entry.family), text.SliceOf(entry.name)};
+}
+
+}  // namespace
+
+bool CZelTransDlg::MapBitStreamFont() {
+    std::string path;
+    const std::shared_ptr<NameText> text = ReadNameList("bitstream_fontlist.txt", path);
+    if (!text) {
+        CString complaint;
+        complaint.Format("Couldn't Open BitStream Font Mapping File: %s", path.c_str());
+        if (m_bImportSkip == 0) ReportError(complaint);
+        return false;
+    }
+    m_mapBitStreamId.UseText(text, LikelyEntries(*text));
+    m_mapBitStreamFamily.UseText(text, LikelyEntries(*text) / 4);  // a family has several styles
+    TextLines lines(text->List());
+    lines.SkipHeadings();
+    BitstreamLineReader reader;
+    BitstreamEntry entry;
+    std::string_view last_word;
+    while (const auto line = lines.Next()) {
+        if (!reader.Read(*line, entry)) continue;
+        const NameParts name = PartsOf(entry, *text);
+        m_mapBitStreamId.Add(entry.number, name);
+        // The first entry of a family stands for it.
+        const std::string_view word = entry.FirstWord();
+        if (word.data() == last_word.data() && !word.empty()) continue;
+        m_mapBitStreamFamily.Add(text->SliceOf(word), name, NamedNames::WhenThere::kKeep);
+        last_word = word;
+    }
+    return true;
+}
+
+bool CZelTransDlg::MapTypeFace() {
+    std::string path;
+    const std::shared_ptr<NameText> text = ReadNameList("typeface_list.txt", path);
+    if (!text) {
+        CString complaint;
+        complaint.Format("Couldn't Find Typeface Mapping File: %s", path.c_str());
+        if (!IgnoreZelFontErrors()) ReportError(complaint);
+        return false;
+    }
+    m_mapTypeFace.UseText(text, LikelyEntries(*text));
+    TextLines lines(text->List());
+    lines.SkipHeadings();
+    while (const auto line = lines.Next()) {
+        const std::optional<TypefaceEntry> entry = ReadTypefaceLine(*line);
+        if (!entry) continue;
+        m_mapTypeFace.Add(text->SliceOf(entry->bitstream_name),
+                          {NameParts::Form::kWhole, text->SliceOf(entry->typeface)}, NamedNames::WhenThere::kReplace);
+    }
+    return true;
+}

@@ -1,0 +1,48 @@
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_font.h"
+#include "module/contract/zel_message.h"
+#include "platform/system/files.h"
+
+namespace {
+
+/// A font file's path taken apart into what ReadFont wants.
+struct FontPath {
+    CString directory;
+    int number = 0;  // 0 too when what stands behind the dot isn't a number
+};
+
+FontPath SplitFontPath(const char* path) {
+    char extension[MAX_PATH] = {};
+    static_assert(sizeof extension >= crt::_MAX_EXT);
+    crt::_splitpath(path, nullptr, nullptr, nullptr, extension);
+    FontPath split{path, 0};
+    if (extension[0] != '.') return split;
+    // Cut at the first place where the extension's text stands, less the backslash before the dot.
+    const int at = split.directory.Find(extension);
+    split.directory = split.directory.Left(at > 0 ? at - 1 : 0);
+    char* end = nullptr;
+    const char* const digits = extension + 1;
+    const long number = std::strtol(digits, &end, 10);
+    if (*end == '\0') split.number = static_cast<int>(std::clamp<long>(number, INT_MIN, INT_MAX));
+    return split;
+}
+
+}  // namespace
+
+void CZelTransDlg::MakeTavroFont(char* path, CZelFont* font) {
+    CZelMessage palette_holder(nullptr, nullptr, nullptr, this);
+    palette_holder.m_pPalette = new tag_palete();
+    palette_holder.DefaultPalette();
+    FontPath split = SplitFontPath(path);
+    if (font->ReadFont(split.directory, split.number, 0, true) == 0) {
+        CZelFont::ReleaseUnfinishedSlot(&font->m_Slots[0]);
+        return;
+    }
+    static_assert(sizeof font->m_Palette == sizeof *palette_holder.m_pPalette);
+    std::memcpy(font->m_Palette, palette_holder.m_pPalette, sizeof font->m_Palette);
+}

@@ -1,0 +1,157 @@
+#include <cstring>
+#include <new>
+
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_font.h"
+#include "module/contract/zel_message.h"
+#include "module/contract/host_messages.h"
+#include "module/state/module_state.h"
+#include "platform/framework/cwinapp.h"
+#include "platform/framework/exceptions.h"
+#include "platform/framework/message_box.h"
+#include "module/tools/zel_rgba.h"
+
+namespace {
+
+/// How the reading of a message's fonts ended.
+enum class FontsOutcome { kRead, kCancelled };
+
+/// The fonts of an import until the host is told of them, whether it is cancelled before or memory runs out.
+class UntoldFonts {
+  public:
+    UntoldFonts() = default;
+    ~UntoldFonts() {
+        if (m_fonts == nullptr) return;
+        for (tag_font_memory& font : m_fonts->m_Slots) {
+            delete font.font_copy;
+            font.font_copy = nullptr;
+            m_fonts->ReleaseFontData(&font);
+        }
+    }
+    UntoldFonts(const UntoldFonts&) = delete;
+    UntoldFonts& operator=(const UntoldFonts&) = delete;
+
+    void Hold(CZelFont& fonts) noexcept { m_fonts = &fonts; }
+    void LetGo() noexcept { m_fonts = nullptr; }
+
+  private:
+    CZelFont* m_fonts = nullptr;
+};
+
+/// One import of the message that a dialog's controls name, from the path check to the last word to the host.
+class ImportRun {
+  public:
+    explicit ImportRun(CZelTransDlg& dialog) : m_dialog(dialog) {}
+    void Run();
+
+  private:
+    ImportStatus Import(const CString& font_dir);
+    bool OfferRgba();
+    FontsOutcome ReadFonts(CZelMessage& message, const CString& font_dir);
+    void HandOver(CZelMessage& message);
+    void Advance();
+    void SendToHost(UINT message, WPARAM wParam, const void* object) {
+        if (m_dialog.m_pHostWnd != nullptr)
+            m_dialog.m_pHostWnd->SendMessage(message, wParam, reinterpret_cast<LPARAM>(object));
+    }
+
+    CZelTransDlg& m_dialog;
+    UntoldFonts m_untold;
+};
+
+void ImportRun::Run() {
+    m_dialog.m_iStatus = kImportFinished;
+    const CWaitCursor wait;
+    CString font_dir;
+    m_dialog.GetDlgItemText(kFontDirBox, font_dir);
+    m_dialog.ReadDirectoryPaths();
+    if (m_dialog.m_iStatus != kImportFinished) return;
+    m_dialog.m_iStatus = Import(font_dir);
+    if (m_dialog.m_iStatus != kImportFinished) return;
+    m_dialog.SendMessage(DM_SETDEFID, kReadButton);
+    SendToHost(WM_PAINT, 0, nullptr);
+}
+
+// The life of the message: what the host was given of it dies here.
+ImportStatus ImportRun::Import(const CString& font_dir) {
+    CZelMessage message(m_dialog.m_sFontDir, m_dialog.m_sMessageDir, m_dialog.m_sMessageID, &m_dialog);
+    if (message.ReadMessage(&m_dialog)) {
+        if (ReadFonts(message, font_dir) == FontsOutcome::kCancelled) return kFontPromptCancelled;
+        HandOver(message);
+        Advance();
+        return kImportFinished;
+    }
+    if (message.m_pFileHeader == nullptr || !IsRgbaFileType(message.m_pFileHeader->file_type)) return kLoadFailed;
+    if (OfferRgba()) Advance();
+    return kImportFinished;
+}
+
+// A picture, not a message: the host takes it from here, as object or background.
+bool ImportRun::OfferRgba() {
+    CZelRGBA choice(nullptr);
+    if (choice.DoModal() != IDOK) return false;
+    SendToHost(kMsgRgba, choice.m_bInsertObject != 0 ? 1 : 0, &m_dialog);
+    return true;
+}
+
+FontsOutcome ImportRun::ReadFonts(CZelMessage& message, const CString& font_dir) {
+    delete m_dialog.m_pFont;
+    m_dialog.m_pFont = nullptr;
+    m_dialog.m_pFont = new CZelFont();
+    CZelFont& fonts = *m_dialog.m_pFont;
+    m_untold.Hold(fonts);
+    CZelFont::m_bIgnoreErrors = IgnoreZelFontErrors() ? 1 : 0;
+    CancelZelFontBrowse();
+    for (int slot = 0; slot < kFontSlots; ++slot) {
+        const std::uint16_t number = message.GetSlotFontID(slot);
+        if (number == kNoFont) continue;
+        m_dialog.m_sFontDir = font_dir;  // anew for each slot, as ReadFont changes it
+        const int result = fonts.ReadFont(m_dialog.m_sFontDir, number, slot, false);
+        tag_font_memory& font = fonts.m_Slots[slot];
+        if (result == 1) {
+            message.MakeFontDescription(&font, font.log_font, slot);
+            message.ApplySlotEffects(&font, font.effect_params);
+            continue;
+        }
+        CZelFont::ReleaseUnfinishedSlot(&font);
+        if (result == -1) return FontsOutcome::kCancelled;
+    }
+    return FontsOutcome::kRead;
+}
+
+void ImportRun::HandOver(CZelMessage& message) {
+    CZelFont& fonts = *m_dialog.m_pFont;
+    const bool has_tabs = message.m_pTabs != nullptr && message.m_nTabs > 0;
+    if (has_tabs) message.MakeTemplates(&m_dialog);
+    fonts.m_MessageBlock = message.m_pMsgHeader;
+    static_assert(sizeof fonts.m_Palette == sizeof *message.m_pPalette);
+    std::memcpy(fonts.m_Palette, message.m_pPalette, sizeof fonts.m_Palette);
+    m_untold.LetGo();
+    SendToHost(kMsgFonts, 0, &fonts);
+    message.EmitCharacters(m_dialog.m_pHostWnd, &fonts, m_dialog.m_bBaselineAlign != 0, m_dialog.m_bTrueFont != 0);
+    SendToHost(kMsgRowsDone, 0, &message);
+    if (has_tabs) SendToHost(kMsgTabs, static_cast<WPARAM>(message.m_nTabs), message.m_pTabs);
+    SendToHost(kMsgMessageDone, 0, &message);
+}
+
+void ImportRun::Advance() {
+    AfxGetThread()->m_pMainWnd->SendMessage(kMsgImportDone, 0, reinterpret_cast<LPARAM>(&m_dialog));
+    const CString id = m_dialog.m_sMessageID;
+    m_dialog.IncrementFileName(id);
+    m_dialog.SetDlgItemText(kMessageIdEdit, m_dialog.m_sMessageID);
+    if (CWnd* const edit = m_dialog.GetDlgItem(kMessageIdEdit)) edit->SendMessage(EM_SETSEL, 0, -1);
+}
+
+}  // namespace
+
+void CZelTransDlg::Read() {
+    OnButtonRead();
+}
+
+void CZelTransDlg::OnButtonRead() {
+    try {
+        ImportRun(*this).Run();
+    } catch (const std::bad_alloc&) {
+        AfxThrowMemoryException();
+    }
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/system/types.h"
+
+/// Makes the module's resources the current ones for as long as it lives, or for good.
+class ResourceSwitch {
+  public:
+    enum class After { kKeep, kRestore };
+    explicit ResourceSwitch(After after);
+    ~ResourceSwitch();
+    ResourceSwitch(const ResourceSwitch&) = delete;
+    ResourceSwitch& operator=(const ResourceSwitch&) = delete;
+
+  private:
+    HINSTANCE m_saved;
+    After m_after;
+};

@@ -1,0 +1,16 @@
+#include "module/resources/templates.h"
+
+#include "module/resources/batch_dialog.h"
+#include "module/resources/ftp_dialog.h"
+#include "module/resources/import_dialog.h"
+#include "module/resources/rgba_dialog.h"
+
+namespace {
+
+constexpr DialogTemplate kDialogs[] = {kImportDialogTemplate, kFtpDialogTemplate, kBatchDialogTemplate,
+                                       kRgbaDialogTemplate};
+
+}  // namespace
+
+// Constant, so that it stands before any code of the module runs.
+constinit const ModuleInstance kModuleInstance = {"ZelTrans", kDialogs};

@@ -1,0 +1,43 @@
+#include "module/state/module_state.h"
+
+#include <cstring>
+
+#include "module/contract/zel_font.h"
+
+AFX_EXTENSION_MODULE ZelTransDLL = {};
+HINSTANCE g_hZelResource = nullptr;
+OnCharCallback g_pfnOnChar = nullptr;
+char g_szMapDir[MAX_PATH] = {};
+
+OnCharCallback Register_GLV_OnChar(OnCharCallback callback, char* map_dir) {
+    const OnCharCallback before = g_pfnOnChar;
+    g_pfnOnChar = callback;
+    std::memcpy(g_szMapDir, map_dir, sizeof g_szMapDir);
+    g_szMapDir[sizeof g_szMapDir - 1] = '\0';  // for a host that gave no terminated text
+    return before;
+}
+
+bool IgnoreZelFontErrors() {
+    return CZelFont::m_bIgnoreErrors != 0;
+}
+
+void SaveWarningPref(int value) {
+    CZelFont::m_bIgnoreErrors = value;
+    AfxGetModuleState()->m_pCurrentWinApp->WriteProfileInt("ZELFNTSaveOptions", "SkipWarnings", value);
+}
+
+void CancelZelFontBrowse() {
+    CZelFont::m_bCancelFontBrowse = false;
+}
+
+int ZelYOffset() {
+    return CZelFont::m_iZelYOffset;
+}
+
+void ZelYOffsetReset(int value) {
+    CZelFont::m_iZelYOffset = value;
+}
+
+void CallOnChar(CWnd* host, tag_CharInf* info, unsigned int character) {
+    if (g_pfnOnChar != nullptr) g_pfnOnChar(host, info, character);
+}

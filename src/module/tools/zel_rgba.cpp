@@ -1,0 +1,43 @@
+#include "module/tools/zel_rgba.h"
+
+#include "platform/framework/data_exchange.h"
+
+CZelRGBA::CZelRGBA(CWnd* parent) : CDialog(kRgbaDialog, parent) {}
+
+BEGIN_MESSAGE_MAP(CZelRGBA, CDialog)
+ON_BN_CLICKED(kRgbaObjectRadio, &CZelRGBA::OnRadioObject)
+ON_BN_CLICKED(kRgbaBackgroundRadio, &CZelRGBA::OnRadioBackground)
+END_MESSAGE_MAP()
+
+void CZelRGBA::DoDataExchange(CDataExchange* exchange) {
+    CDialog::DoDataExchange(exchange);
+    DDX_Check(exchange, kRgbaObjectRadio, m_bInsertObject);
+    DDX_Check(exchange, kRgbaBackgroundRadio, m_bInsertBackground);
+}
+
+INT_PTR CZelRGBA::DoModal() {
+    return CDialog::DoModal();
+}
+
+BOOL CZelRGBA::OnInitDialog() {
+    CDialog::OnInitDialog();
+    if (CWnd* const object = GetDlgItem(kRgbaObjectRadio)) object->SendMessage(BM_SETCHECK, 1);
+    return 1;
+}
+
+void CZelRGBA::OnOK() {
+    CDialog::OnOK();
+}
+
+void CZelRGBA::OnCancel() {
+    CDialog::OnCancel();
+}
+
+// The data exchange of OnOK sets both members from the buttons' real state.
+void CZelRGBA::OnRadioObject() {
+    m_bInsertObject = m_bInsertObject == 0;
+}
+
+void CZelRGBA::OnRadioBackground() {
+    m_bInsertBackground = m_bInsertBackground == 0;
+}

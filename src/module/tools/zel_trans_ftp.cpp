@@ -1,0 +1,195 @@
+#include "module/contract/zel_trans_ftp.h"
+
+#include <cstddef>
+#include <iterator>
+
+#include "module/dialog/browse.h"
+#include "module/dialog/recent_list.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/host_messages.h"
+#include "module/state/module_state.h"
+#include "platform/framework/cwinapp.h"
+#include "platform/framework/data_exchange.h"
+#include "module/tools/stored_password.h"
+
+#define FTP_OFFSET(member) (offsetof(CZelTransFTP, member) - offsetof(CZelTransFTP, m_pTransDlg))
+// What the host reads, counted from the first member.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+static_assert(sizeof(void*) != 4 ||
+              (FTP_OFFSET(m_pParentFtp) == 4 && FTP_OFFSET(m_strIpAddress) == 8 && FTP_OFFSET(m_strUsername) == 12 &&
+               FTP_OFFSET(m_bSavePassword) == 16 && FTP_OFFSET(m_strPassword) == 20 &&
+               FTP_OFFSET(m_strRemoteDir) == 24 && FTP_OFFSET(m_strLocalDir) == 28 && FTP_OFFSET(m_strFile) == 32 &&
+               FTP_OFFSET(m_bExecute) == 36 && FTP_OFFSET(m_bSkipWarnings) == 40 && FTP_OFFSET(m_bOverwriteAll) == 44 &&
+               FTP_OFFSET(m_nHostValue) == 48 && FTP_OFFSET(m_bPassive) == 52 && FTP_OFFSET(m_listFiles) == 56));
+#pragma GCC diagnostic pop
+#undef FTP_OFFSET
+
+namespace {
+
+constexpr char kSection[] = "ZELFTPSaveOptions";
+constexpr char kFallbackSection[] = "RGBFTPSaveOptions";  // read as long as the first has no address
+
+/// A combo box and the recent list behind it, in the order in which they are stored.
+struct RecentBox {
+    int combo_box;
+    const char* list;
+};
+constexpr RecentBox kRecentBoxes[] = {
+    {kFtpLocalDirBox, "FTPLocalDir"}, {kFtpRemoteDirBox, "FTPRemoteDir"}, {kFtpAddressBox, "FTPIpAddr"}};
+
+CWinApp& App() {
+    return *AfxGetModuleState()->m_pCurrentWinApp;
+}
+
+// A box without entries keeps the text that it has.
+void SelectNewest(CDialog& dialog, int combo_box) {
+    CWnd* const box = dialog.GetDlgItem(combo_box);
+    if (box != nullptr && box->SendMessage(CB_GETCOUNT) > 0) box->SendMessage(CB_SETCURSEL, 0);
+}
+
+}  // namespace
+
+CZelTransFTP::CZelTransFTP(CWnd* parent) : CDialog(kFtpDialog, parent) {
+    CWinApp& app = App();
+    m_strIpAddress = app.GetProfileStringA(kSection, "IPAddress");
+    m_strFile = app.GetProfileStringA(kSection, "MessageNumber");
+    m_bSkipWarnings = static_cast<BOOL>(app.GetProfileIntA("ZELFNTSaveOptions", "SkipWarnings", 0));
+    m_bOverwriteAll = static_cast<BOOL>(app.GetProfileIntA(kSection, "OverwriteAll", 0));
+    m_bPassive = static_cast<BOOL>(app.GetProfileIntA(kSection, "Passive FTP Transfer", 0));
+    SaveWarningPref(m_bSkipWarnings);
+}
+
+BEGIN_MESSAGE_MAP(CZelTransFTP, CDialog)
+ON_BN_CLICKED(kFtpBrowseLocalButton, &CZelTransFTP::OnButtonBrowseLocal)
+ON_BN_CLICKED(kFtpBrowseRemoteButton, &CZelTransFTP::OnButtonBrowseRemote)
+ON_BN_CLICKED(kFtpExecuteButton, &CZelTransFTP::OnButtonFtpExecute)
+ON_BN_CLICKED(kFtpSkipWarningsCheck, &CZelTransFTP::OnCheckImportSkip)
+ON_BN_CLICKED(kFtpOverwriteCheck, &CZelTransFTP::OnCheckOverwriteAll)
+END_MESSAGE_MAP()
+
+BOOL CZelTransFTP::Create(const char*, const char*, DWORD, const RECT&, CWnd* parent, UINT, CCreateContext*) {
+    return CDialog::Create(kFtpDialog, parent);
+}
+
+void CZelTransFTP::DoDataExchange(CDataExchange* exchange) {
+    CDialog::DoDataExchange(exchange);
+    DDX_Text(exchange, kFtpAddressBox, m_strIpAddress);
+    DDX_Text(exchange, kFtpUsernameEdit, m_strUsername);
+    DDX_Check(exchange, kFtpSavePasswordCheck, m_bSavePassword);
+    DDX_Text(exchange, kFtpPasswordEdit, m_strPassword);
+    DDX_Text(exchange, kFtpRemoteDirBox, m_strRemoteDir);
+    DDX_Text(exchange, kFtpLocalDirBox, m_strLocalDir);
+    DDX_Text(exchange, kFtpFileEdit, m_strFile);
+    DDX_Check(exchange, kFtpSkipWarningsCheck, m_bSkipWarnings);
+    DDX_Check(exchange, kFtpOverwriteCheck, m_bOverwriteAll);
+    DDX_Check(exchange, kFtpPassiveCheck, m_bPassive);
+}
+
+INT_PTR CZelTransFTP::DoModal() {
+    return CDialog::DoModal();
+}
+
+BOOL CZelTransFTP::OnInitDialog() {
+    CDialog::OnInitDialog();
+    const bool has_address = !m_strIpAddress.IsEmpty();
+    if (!has_address) m_strIpAddress = App().GetProfileStringA(kFallbackSection, "IPAddress");
+    if (!has_address && !m_strIpAddress.IsEmpty()) {
+        if (CWnd* const box = GetDlgItem(kFtpAddressBox))
+            box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(m_strIpAddress.GetString()));
+        SelectNewest(*this, kFtpAddressBox);
+        ReadAccount(kFallbackSection);
+    } else {
+        ReadAccount(kSection);
+    }
+    ShowAccount();
+    for (int n = 0; n < 10; ++n) {
+        for (const RecentBox& recent : kRecentBoxes)
+            AppendRecentEntry(*m_pTransDlg, n, recent.list, *this, recent.combo_box);
+    }
+    for (const RecentBox& recent : kRecentBoxes) SelectNewest(*this, recent.combo_box);
+    if (CWnd* const file = GetDlgItem(kFtpFileEdit)) file->SetFocus();
+    return 0;  // the focus is set
+}
+
+void CZelTransFTP::ReadAccount(const char* section) {
+    CWinApp& app = App();
+    m_strUsername = app.GetProfileStringA(section, "Username");
+    m_bSavePassword = static_cast<BOOL>(app.GetProfileIntA(section, "SavePassword", 0));
+    if (m_bSavePassword != 0) m_strPassword = app.GetProfileStringA(section, "Password");
+    if (m_bSavePassword != 0 && !m_strPassword.IsEmpty()) UnscramblePassword(m_strPassword);
+}
+
+void CZelTransFTP::ShowAccount() {
+    SetDlgItemText(kFtpUsernameEdit, m_strUsername);
+    SetDlgItemText(kFtpPasswordEdit, m_strPassword);
+    if (CWnd* const save = GetDlgItem(kFtpSavePasswordCheck))
+        save->SendMessage(BM_SETCHECK, m_bSavePassword != 0 ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void CZelTransFTP::RequestHostFtp() {
+    UpdateData(TRUE);
+    AfxGetThread()->m_pMainWnd->SendMessage(kMsgFtp, 0, reinterpret_cast<LPARAM>(this));
+    SetDlgItemText(kFtpRemoteDirBox, m_strRemoteDir);
+    SetDlgItemText(kFtpFileEdit, m_strFile);
+    for (const RecentBox& recent : kRecentBoxes) {
+        CString text;
+        GetDlgItemText(recent.combo_box, text);
+        BringToTop(*this, recent.combo_box, text);
+    }
+    SaveFtpOptions();
+}
+
+void CZelTransFTP::SaveFtpOptions() {
+    UpdateData(TRUE);
+    CString lists[std::size(kRecentBoxes)];
+    for (std::size_t i = 0; i < std::size(lists); ++i) {
+        lists[i] = kRecentBoxes[i].list;
+        m_pTransDlg->DeleteZelTransRegistrySubKey(lists[i].GetBuffer(0));
+    }
+    for (std::size_t i = 0; i < std::size(lists); ++i)
+        StoreRecentEntries(*m_pTransDlg, lists[i].GetBuffer(0), *this, kRecentBoxes[i].combo_box);
+    CWinApp& app = App();
+    app.WriteProfileInt(kSection, "OverwriteAll", m_bOverwriteAll);
+    app.WriteProfileStringA(kSection, "MessageNumber", m_strFile);
+    app.WriteProfileStringA(kSection, "IPAddress", m_strIpAddress);
+    app.WriteProfileStringA(kSection, "Username", m_strUsername);
+    app.WriteProfileInt(kSection, "SavePassword", m_bSavePassword);
+    app.WriteProfileInt(kSection, "Passive FTP Transfer", m_bPassive);
+    if (m_bSavePassword == 0 || m_strPassword.IsEmpty()) return;
+    ScramblePassword(m_strPassword);
+    app.WriteProfileStringA(kSection, "Password", m_strPassword);
+}
+
+void CZelTransFTP::OnOK() {
+    UpdateData(TRUE);
+    CDialog::OnOK();
+}
+
+void CZelTransFTP::OnCancel() {
+    CDialog::OnCancel();
+}
+
+void CZelTransFTP::OnButtonFtpExecute() {
+    m_bExecute = true;
+    RequestHostFtp();
+    m_bExecute = false;
+}
+
+void CZelTransFTP::OnButtonBrowseRemote() {
+    RequestHostFtp();
+}
+
+void CZelTransFTP::OnButtonBrowseLocal() {
+    PickedFile picked;
+    if (PickFile(*this, kFtpLocalDirBox, "Local Directory", picked))
+        BringToTop(*this, kFtpLocalDirBox, picked.directory);
+}
+
+void CZelTransFTP::OnCheckImportSkip() {
+    SaveWarningPref(IgnoreZelFontErrors() ? 0 : 1);
+}
+
+void CZelTransFTP::OnCheckOverwriteAll() {
+    m_bOverwriteAll = m_bOverwriteAll == 0;
+}

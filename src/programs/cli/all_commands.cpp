@@ -1,0 +1,21 @@
+#include "programs/cli/batch_command.h"
+#include "programs/cli/export_command.h"
+#include "programs/cli/fetch_command.h"
+#include "programs/cli/font_command.h"
+#include "programs/cli/import_command.h"
+#include "programs/cli/info_command.h"
+#include "programs/cli/library_command.h"
+#include "programs/cli/run_program.h"
+#include "programs/cli/sample_command.h"
+#include "programs/cli/settings_command.h"
+
+extern "C" __attribute__((visibility("default"))) int RunAnyCommand(int argc, char** argv) {
+    // In the order in which the help lists them.
+    static constexpr NamedCommand kCommands[] = {
+        {"import", AddImportCommand}, {"batch", AddBatchCommand},   {"export", AddExportCommand},
+        {"font", AddFontCommand},     {"info", AddInfoCommand},     {"library", AddLibraryCommand},
+        {"fetch", AddFetchCommand},   {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
+    };
+    static_assert(std::is_same_v<decltype(&RunAnyCommand), RunAnyCommandFunction>);
+    return RunProgram(argc, argv, kCommands);
+}

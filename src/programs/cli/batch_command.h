@@ -1,0 +1,6 @@
+#pragma once
+
+#include "programs/cli/arguments.h"
+
+/// `zeltrans batch`: imports a range of messages through the module's batch dialog, and records what arrives.
+void AddBatchCommand(CLI::App& app, CommandRun& run);

@@ -1,0 +1,163 @@
+#include "programs/cli/directory_table.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "programs/cli/text_columns.h"
+#include "inspect/inspect.h"
+#include "inspect/report_text.h"
+#include "inspect/words.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using inspect::Count;
+using inspect::FileKind;
+using inspect::Verdict;
+
+DirectoryEntry Inspect(const fs::path& file, const std::string& name) {
+    DirectoryEntry entry{name, {}, {}};
+    try {
+        entry.report = inspect::InspectFile(file);
+    } catch (const std::runtime_error& error) {
+        entry.error = error.what();
+    }
+    return entry;
+}
+
+// Columns of a line.
+struct Cells {
+    std::string name, kind, size, verdict, contents;
+};
+
+Cells CellsOf(const DirectoryEntry& entry) {
+    const std::string name = inspect::Printable(entry.name);
+    if (!entry.report) return {name, "", "", "unreadable", entry.error};
+    const inspect::FileReport& report = *entry.report;
+    Cells cells{name, inspect::KindName(report.kind), inspect::Number(report.size), "", inspect::Contents(report)};
+    switch (report.verdict) {
+        case Verdict::kWhole:
+            cells.verdict = "whole";
+            break;
+        case Verdict::kReadable:
+            cells.verdict = Count(report.defects.size(), "defect");
+            break;
+        case Verdict::kBroken:
+            cells.verdict = "broken";
+            cells.contents = report.reason;
+            break;
+        case Verdict::kForeign:
+            cells.verdict = "-";
+            cells.contents = report.reason;
+            break;
+    }
+    return cells;
+}
+
+// The number in a font file's name, which is a dot and digits.
+std::optional<int> FontNumber(const std::string& path) {
+    const std::string name = fs::path(path).filename().string();
+    if (name.size() < 2 || name.size() > 6 || name[0] != '.') return std::nullopt;
+    int number = 0;
+    for (const char c : name.substr(1)) {
+        if (c < '0' || c > '9') return std::nullopt;
+        number = number * 10 + (c - '0');
+    }
+    return number;
+}
+
+}  // namespace
+
+DirectoryTable::DirectoryTable(const std::string& directory) : m_directory(directory) {
+    std::error_code error;
+    std::vector<fs::path> files;
+    fs::recursive_directory_iterator it(directory, fs::directory_options::skip_permission_denied, error);
+    for (const fs::recursive_directory_iterator end; !error && it != end; it.increment(error)) {
+        std::error_code ignored;
+        if (!it->is_directory(ignored)) files.push_back(it->path());
+    }
+    if (error) m_error = error.message();
+    std::ranges::sort(files);
+    m_entries.reserve(files.size());
+    for (const fs::path& file : files) m_entries.push_back(Inspect(file, file.lexically_relative(directory).string()));
+}
+
+std::string DirectoryTable::Text() const {
+    std::vector<Cells> lines;
+    std::size_t name = 0, kind = 0, size = 0, verdict = 0;
+    for (const DirectoryEntry& entry : m_entries) {
+        const Cells& cells = lines.emplace_back(CellsOf(entry));
+        name = std::max(name, Characters(cells.name));
+        kind = std::max(kind, Characters(cells.kind));
+        size = std::max(size, Characters(cells.size));
+        verdict = std::max(verdict, Characters(cells.verdict));
+    }
+    std::string text = inspect::Printable(m_directory) + ": " + (m_entries.empty() ? "no files" : Totals()) + "\n";
+    for (const Cells& cells : lines) {
+        std::string line = "  " + Padded(cells.name, name) + "  " + Padded(cells.kind, kind) + "  " +
+                           Padded(cells.size, size, true) + "  " + Padded(cells.verdict, verdict) + "  " +
+                           cells.contents;
+        line.erase(line.find_last_not_of(' ') + 1);
+        text += line + "\n";
+    }
+    return text + MissingFonts();
+}
+
+std::string DirectoryTable::Totals() const {
+    std::map<FileKind, std::size_t> kinds;
+    std::size_t defects = 0;
+    for (const DirectoryEntry& entry : m_entries) {
+        if (!entry.report) continue;
+        ++kinds[entry.report->kind];
+        if (entry.report->verdict == Verdict::kReadable) ++defects;
+    }
+    std::vector<std::string> parts;
+    parts.reserve(kinds.size());
+    for (const auto& [kind, count] : kinds) {
+        parts.push_back(kind == FileKind::kOther || kind == FileKind::kText
+                            ? inspect::Number(count) + " " + inspect::KindName(kind)
+                            : Count(count, inspect::KindName(kind)));
+    }
+    std::string text = Count(m_entries.size(), "file") + " (" + inspect::Listed(parts) + ")";
+    if (defects != 0) text += ", " + inspect::Number(defects) + " with defects";
+    const std::string failure = Failure();
+    return failure.empty() ? text : text + ", " + failure;
+}
+
+std::string DirectoryTable::MissingFonts() const {
+    std::set<int> there;
+    std::map<int, std::vector<std::string>> named;
+    for (const DirectoryEntry& entry : m_entries) {
+        if (!entry.report) continue;
+        if (entry.report->font) there.insert(FontNumber(entry.name).value_or(-1));
+        if (!entry.report->message) continue;
+        for (const inspect::SlotReport& slot : entry.report->message->slots) {
+            if (slot.number) named[*slot.number].push_back(inspect::Printable(entry.name));
+        }
+    }
+    if (there.empty()) return {};  // the fonts lie elsewhere
+    std::string text;
+    for (const auto& [number, messages] : named) {
+        if (!there.contains(number))
+            text += "  font " + std::to_string(number) + " is not here; named by " + inspect::Listed(messages) + "\n";
+    }
+    return text.empty() ? text : "\n" + text;
+}
+
+std::string DirectoryTable::Failure() const {
+    if (!m_error.empty()) return m_error;
+    std::size_t broken = 0, unreadable = 0;
+    for (const DirectoryEntry& entry : m_entries) {
+        if (!entry.report) {
+            ++unreadable;
+        } else if (entry.report->verdict == Verdict::kBroken) {
+            ++broken;
+        }
+    }
+    std::string text;
+    if (broken != 0) text = inspect::Number(broken) + " broken";
+    if (unreadable != 0) text += (text.empty() ? "" : ", ") + inspect::Number(unreadable) + " unreadable";
+    return text;
+}

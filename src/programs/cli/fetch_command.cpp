@@ -1,0 +1,110 @@
+#include "programs/cli/fetch_command.h"
+
+#include <iostream>
+#include <memory>
+
+#include "programs/cli/fetch_progress.h"
+#include "programs/cli/ftp_password.h"
+#include "programs/cli/interrupt.h"
+#include "host/ftp/fetch.h"
+#include "host/ftp/remote_url.h"
+
+namespace {
+
+struct FetchArguments {
+    std::string url, range, to;
+    std::optional<std::string> user, netrc, certificates;
+    ftp::Tls tls = ftp::Tls::kTry;
+    int connect_seconds = 15, stall_seconds = 30;
+    bool active = false, overwrite = false, no_fonts = false;
+};
+
+int RunFetchCommand(const FetchArguments& arguments) {
+    std::string why;
+    const ftp::RemoteUrl url = *ftp::ParseRemoteUrl(arguments.url, why);
+    ftp::ServerOptions server;
+    server.host = url.host;
+    server.port = url.port;
+    server.user = arguments.user.value_or(url.user);
+    server.passive = !arguments.active;
+    server.tls = arguments.tls;
+    server.tls_from_start = url.tls_from_start;
+    server.certificates = arguments.certificates.value_or("");
+    server.connect_seconds = arguments.connect_seconds;
+    server.stall_seconds = arguments.stall_seconds;
+    if (!server.user.empty()) server.password = FindFtpPassword(server.host, server.user, arguments.netrc);
+
+    HeedInterrupts();
+    const auto session = ftp::MakeFtpSession(
+        std::move(server), [] { return WasInterrupted(); }, why);
+    if (!session) throw CommandError(why);
+    FetchProgress progress;
+    const ftp::FetchRequest request{.source = url.host + (url.port == 0 ? "" : ":" + std::to_string(url.port)),
+                                    .directory = url.directory,
+                                    .selection = *ftp::Selection::Parse(arguments.range, why),
+                                    .to = arguments.to,
+                                    .overwrite = arguments.overwrite,
+                                    .fonts = !arguments.no_fonts,
+                                    .listing_limits = {}};
+    const ftp::FetchReport report = ftp::RunFetch(*session, request, progress);
+    progress.Clear();
+    if (!report.files.empty()) std::cout << report.Summary() << std::endl;
+    if (report.cancelled) throw CommandError("stopped; the same command goes on from here");
+    if (!report.failure.empty()) throw CommandError(report.failure);
+    return report.Done() ? kDone : kNotDone;
+}
+
+void AddOptions(CLI::App& command, FetchArguments& arguments) {
+    const auto good_url = [](const std::string& text) {
+        std::string why;
+        return ftp::ParseRemoteUrl(text, why) ? std::string() : why;
+    };
+    const auto good_range = [](const std::string& text) {
+        std::string why;
+        return ftp::Selection::Parse(text, why) ? std::string() : why;
+    };
+    constexpr int kMostSeconds = 3600;
+    command
+        .add_option("URL", arguments.url,
+                    "ftp://HOST/DIR; a directory from the login's, or with a second slash the server's")
+        ->required()
+        ->check(good_url, "")
+        ->type_name("");
+    command.add_option("RANGE", arguments.range, "a number, a range such as 1-20, a name, or a pattern such as '.00*'")
+        ->required()
+        ->check(good_range, "")
+        ->type_name("");
+    command.add_option("--to", arguments.to, "the directory to fetch to, made if it is missing")
+        ->required()
+        ->type_name("DIR");
+    command.add_option("--user", arguments.user, "who logs in [anonymous]")->type_name("NAME");
+    AddPath(command, "--netrc", arguments.netrc, "FILE",
+            "where passwords are looked for [.netrc in the home directory]");
+    AddChoice<ftp::Tls>(command, "--tls", arguments.tls,
+                        {{"off", ftp::Tls::kOff}, {"try", ftp::Tls::kTry}, {"require", ftp::Tls::kRequire}},
+                        "encryption; require also checks the server's certificate");
+    AddPath(command, "--ca", arguments.certificates, "FILE",
+            "the certificates that --tls require trusts [the system's]");
+    command.add_flag("--active", arguments.active, "let the server connect back for data");
+    command.add_flag("--overwrite", arguments.overwrite, "fetch files anew that are there");
+    command.add_flag("--no-fonts", arguments.no_fonts, "leave out the fonts that the messages name");
+    command.add_option("--connect-timeout", arguments.connect_seconds, "seconds for connecting [15]")
+        ->check(CLI::Range(1, kMostSeconds), "")
+        ->type_name("S");
+    command.add_option("--stall-timeout", arguments.stall_seconds, "seconds without data or an answer [30]")
+        ->check(CLI::Range(1, kMostSeconds), "")
+        ->type_name("S");
+}
+
+}  // namespace
+
+void AddFetchCommand(CLI::App& app, CommandRun& run) {
+    const auto arguments = std::make_shared<FetchArguments>();
+    CLI::App& command = *app.add_subcommand(
+        "fetch",
+        "Fetches messages, with the fonts that they name, from an FTP server. The password comes from "
+        "ZELTRANS_FTP_PASSWORD, from a netrc file, or is asked for.");
+    AddOptions(command, *arguments);
+    AddExample(command, "zeltrans fetch ftp://192.0.2.7/DISK 1-20 --to DISK");
+    command.callback([arguments, &run] { run = [arguments] { return RunFetchCommand(*arguments); }; });
+}

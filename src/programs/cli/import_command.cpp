@@ -1,0 +1,164 @@
+#include "programs/cli/import_command.h"
+
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include "programs/cli/settings_scope.h"
+#include "programs/cli/trace_output.h"
+#include "programs/cli/warnings_printer.h"
+#include "host/document/indented_json.h"
+#include "host/document/message_document.h"
+#include "host/document/message_warnings.h"
+#include "host/picture/field_overlay.h"
+#include "host/picture/picture.h"
+#include "host/picture/png_writer.h"
+#include "host/run/import_run.h"
+
+namespace {
+
+struct ImportArguments {
+    ImportRequest request;
+    std::optional<std::string> png, json, trace, settings;
+    TracePixels pixels = TracePixels::kNo;
+    bool warnings = false;
+    bool fields = false;
+
+    bool TraceToStandardOutput() const { return trace == "-"; }
+};
+
+std::string CountOf(std::size_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+class Import {
+  public:
+    explicit Import(const ImportArguments& arguments);
+
+    int Run();
+
+  private:
+    void WritePicture(const ImportOutcome& outcome);
+    void WriteDocument(const MessageRecord& message);
+    void SayWhatArrived(const ImportOutcome& outcome) const;
+
+    const ImportArguments& m_arguments;
+    SettingsScope m_settings;
+    std::unique_ptr<TraceOutput> m_trace;
+    std::unique_ptr<OutputFile> m_json;
+    std::string m_png;  // what --png leads to
+    PictureComposer m_picture;
+    std::string m_written;
+};
+
+// Whatever can't be written is told before the module is asked for anything.
+Import::Import(const ImportArguments& arguments) : m_arguments(arguments), m_settings(arguments.settings) {
+    if (arguments.png) m_png = CheckPlainOutput(*arguments.png);
+    if (arguments.json) m_json = std::make_unique<OutputFile>(*arguments.json);
+    if (arguments.trace) m_trace = std::make_unique<TraceOutput>(*arguments.trace, arguments.pixels);
+}
+
+int Import::Run() {
+    WarningsPrinter warnings;
+    std::vector<HostObserver*> observers;
+    if (m_trace) observers.push_back(&m_trace->Observer());
+    if (m_arguments.png) observers.push_back(&m_picture);
+    if (m_arguments.warnings) observers.push_back(&warnings);
+    const ImportOutcome outcome = RunImport(m_arguments.request, observers);
+    if (m_trace) m_trace->Commit();
+    if (!outcome.Done()) throw CommandError(outcome.failure);
+    if (m_arguments.png) WritePicture(outcome);
+    if (m_json && outcome.message) WriteDocument(*outcome.message);
+    SayWhatArrived(outcome);
+    if (!m_settings.Note().empty()) SayNote(m_settings.Note());
+    return kDone;
+}
+
+void Import::WritePicture(const ImportOutcome& outcome) {
+    std::optional<Picture> picture = m_picture.TakePicture();
+    if (!picture) {
+        const std::string& trouble = m_picture.Trouble();
+        SayNote(m_arguments.request.message +
+                (!outcome.message   ? " was not inserted; "
+                 : !trouble.empty() ? ": " + trouble + "; "
+                                    : " has no picture; ") +
+                *m_arguments.png + " was not written");
+        return;
+    }
+    if (m_arguments.fields) DrawTabFields(*picture, *outcome.message);
+    try {
+        WritePng(m_png, *picture);
+    } catch (const std::runtime_error& error) {
+        throw CommandError(error.what());
+    }
+    m_written += ", " + *m_arguments.png;
+}
+
+void Import::WriteDocument(const MessageRecord& message) {
+    m_json->Write(IndentedJson(MessageDocument(message, m_arguments.request.message)) + "\n");
+    m_json->Commit();
+    m_written += ", " + *m_arguments.json;
+}
+
+void Import::SayWhatArrived(const ImportOutcome& outcome) const {
+    std::string line = m_arguments.request.message + ": ";
+    if (!outcome.message) {
+        line += "an RGBA picture, not inserted";
+    } else if (outcome.message->rgba) {
+        line += std::string("an RGBA picture, inserted as ") + (outcome.message->object ? "an object" : "a background");
+    } else {
+        std::size_t characters = 0;
+        for (const CharacterRecord& character : outcome.message->characters)
+            characters += character.info.slot >= 0 ? 1 : 0;
+        line += CountOf(outcome.message->rows.size(), "row") + ", " + CountOf(characters, "character");
+        if (!outcome.message->tabs.empty()) line += ", " + CountOf(outcome.message->tabs.size(), "tab field");
+        for (const std::string& warning : WarningsOf(*outcome.message)) SayNote(warning);
+    }
+    if (!m_written.empty()) line += "; wrote " + m_written.substr(2);
+    if (!m_arguments.TraceToStandardOutput()) std::cout << line << std::endl;
+}
+
+void AddInputs(CLI::App& command, ImportArguments& arguments) {
+    ImportRequest& request = arguments.request;
+    command.add_option("MESSAGE", request.message, "the message file, such as DISK/MESSAGES/.0012")
+        ->required()
+        ->type_name("");
+    AddPath(command, "--fonts", request.fonts, "DIR", "the font directory [MACHINE beside the message's directory]");
+    AddMaps(command, request.host.maps);
+    AddSettings(command, arguments.settings);
+}
+
+void AddOutputs(CLI::App& command, ImportArguments& arguments) {
+    AddPath(command, "--png", arguments.png, "FILE", "write the message's picture, 720 x 486 or 720 x 576 pixels");
+    command.add_flag("--fields", arguments.fields, "with --png: frames and names of the tab fields over the picture");
+    AddPath(command, "--json", arguments.json, "FILE", "write the message as a JSON document");
+    AddPath(command, "--trace", arguments.trace, "FILE|-",
+            "write all that the host hears, one JSON object a line; - is standard output");
+    command.add_flag_callback(
+        "--pixels", [&arguments] { arguments.pixels = TracePixels::kYes; },
+        "with --trace: size and checksum of each character's pixels");
+}
+
+void AddChoices(CLI::App& command, ImportArguments& arguments) {
+    ImportRequest& request = arguments.request;
+    command.add_flag("--warnings", arguments.warnings,
+                     "import by the main dialog, and print each box on standard error");
+    AddFontPrompt(command, request.box_answer, request.browse);
+    AddHostOptions(command, request.host, request.rgba);
+}
+
+}  // namespace
+
+void AddImportCommand(CLI::App& app, CommandRun& run) {
+    const auto arguments = std::make_shared<ImportArguments>();
+    CLI::App& command = *app.add_subcommand(
+        "import", "Imports one message, and writes what arrives as a picture, a document or a trace.");
+    AddInputs(command, *arguments);
+    AddOutputs(command, *arguments);
+    AddChoices(command, *arguments);
+    AddExample(command, "zeltrans import DISK/MESSAGES/.0012 --maps DISK --png 0012.png");
+    command.callback([arguments, &run] {
+        arguments->request.road = arguments->warnings ? ImportRoad::kDialog : ImportRoad::kSilent;
+        run = [arguments] { return Import(*arguments).Run(); };
+    });
+}

@@ -1,0 +1,94 @@
+#include "programs/cli/info_command.h"
+
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include "programs/cli/directory_table.h"
+#include "programs/cli/report_json.h"
+#include "inspect/inspect.h"
+#include "inspect/report_text.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct InfoArguments {
+    std::vector<std::string> files;
+    bool json = false;
+};
+
+class Info {
+  public:
+    explicit Info(const InfoArguments& arguments) : m_arguments(arguments) {}
+
+    int Run() {
+        for (const std::string& file : m_arguments.files) {
+            std::error_code error;
+            if (fs::is_directory(file, error)) {
+                ShowDirectory(file);
+            } else {
+                ShowFile(file);
+            }
+        }
+        std::cout.flush();
+        return m_exit_code;
+    }
+
+  private:
+    void Fail(const std::string& text) {
+        SayError(text);
+        m_exit_code = kNotDone;
+    }
+
+    // A blank line between the reports of two files.
+    void Show(const std::string& text) {
+        if (m_shown && !m_arguments.json) std::cout << '\n';
+        m_shown = true;
+        std::cout << text << std::flush;
+    }
+
+    void ShowFile(const std::string& file) {
+        try {
+            const inspect::FileReport report = inspect::InspectFile(file);
+            Show(m_arguments.json ? ReportJson(report) + "\n" : inspect::ReportText(report));
+            const bool good =
+                report.verdict == inspect::Verdict::kWhole || report.verdict == inspect::Verdict::kReadable;
+            if (!good) Fail(file + ": " + inspect::VerdictText(report));
+        } catch (const std::runtime_error& error) {
+            Fail(file + ": " + error.what());
+        }
+    }
+
+    void ShowDirectory(const std::string& directory) {
+        const DirectoryTable table(directory);
+        if (m_arguments.json) {
+            for (const DirectoryEntry& entry : table.Entries()) {
+                if (entry.report) Show(ReportJson(*entry.report) + "\n");
+            }
+        } else {
+            Show(table.Text());
+        }
+        if (!table.Failure().empty()) Fail(directory + ": " + table.Failure());
+    }
+
+    const InfoArguments& m_arguments;
+    bool m_shown = false;
+    int m_exit_code = kDone;
+};
+
+}  // namespace
+
+void AddInfoCommand(CLI::App& app, CommandRun& run) {
+    const auto arguments = std::make_shared<InfoArguments>();
+    CLI::App& command = *app.add_subcommand("info", "Tells what files are, what they hold, and where they are broken.");
+    command
+        .add_option("FILE", arguments->files,
+                    "message, font, RGBA or name list files; of a directory, all that lie in it")
+        ->required()
+        ->type_name("");
+    command.add_flag("--json", arguments->json, "one JSON object a line for each file");
+    AddExample(command, "zeltrans info DISK/MESSAGES/.0012\n  zeltrans info DISK");
+    command.callback([arguments, &run] { run = [arguments] { return Info(*arguments).Run(); }; });
+}

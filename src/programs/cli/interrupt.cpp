@@ -1,0 +1,25 @@
+#include "programs/cli/interrupt.h"
+
+#include <csignal>
+
+namespace {
+
+volatile std::sig_atomic_t g_interrupted = 0;
+
+extern "C" void OnInterrupt(int /*signal*/) {
+    g_interrupted = 1;
+}
+
+}  // namespace
+
+void HeedInterrupts() {
+    struct sigaction action {};
+    action.sa_handler = OnInterrupt;
+    action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool WasInterrupted() noexcept {
+    return g_interrupted != 0;
+}

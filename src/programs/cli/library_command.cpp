@@ -1,0 +1,221 @@
+#include "programs/cli/library_command.h"
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include "programs/cli/library_table.h"
+#include "programs/cli/output_file.h"
+#include "module/dialog/id_text.h"
+#include "host/library/library.h"
+
+namespace {
+
+struct LibraryArguments {
+    std::string library;
+    std::vector<std::string> words;   // of a search
+    std::vector<std::string> shards;  // of a merge
+    int number = 0;
+    std::optional<std::string> disk, png, json;
+};
+
+std::string Named(const std::string& disk) {
+    return disk.empty() ? "the disk without a name" : '"' + TerminalText(disk) + '"';
+}
+
+// The recording that is meant: of the disk that was named, or of the only one that has the number.
+RecordingKey KeyOf(Library& library, const LibraryArguments& arguments) {
+    std::vector<RecordingKey> found;
+    std::string of_disks;
+    for (const std::string& disk : arguments.disk ? std::vector{*arguments.disk} : library.Disks()) {
+        if (!library.Has({disk, arguments.number})) continue;
+        found.push_back({disk, arguments.number});
+        of_disks += (of_disks.empty() ? "" : ", ") + Named(disk);
+    }
+    const std::string what = arguments.library + ": message " + NumberName(arguments.number);
+    if (found.size() > 1) {
+        throw CommandError(what + " is recorded of several disks, so --disk must tell one: " + of_disks);
+    }
+    if (found.empty())
+        throw CommandError(what + " isn't recorded" + (arguments.disk ? " of " + Named(*arguments.disk) : ""));
+    return found.front();
+}
+
+int PrintEntries(const LibraryArguments& arguments, const std::vector<LibraryEntry>& entries) {
+    const auto warned = static_cast<std::size_t>(
+        std::ranges::count_if(entries, [](const LibraryEntry& entry) { return entry.warnings != 0; }));
+    std::cout << arguments.library << ": " << CountOf(entries.size(), "recording")
+              << (warned != 0 ? ", " + std::to_string(warned) + " with warnings" : "") << '\n'
+              << LibraryTable(entries);
+    return kDone;
+}
+
+int ListLibrary(const LibraryArguments& arguments) {
+    return PrintEntries(arguments, Library(arguments.library, Library::Access::kRead).List(arguments.disk));
+}
+
+int SearchLibrary(const LibraryArguments& arguments) {
+    std::string question;
+    for (const std::string& word : arguments.words) question += word + ' ';
+    return PrintEntries(arguments, Library(arguments.library, Library::Access::kRead).Search(question));
+}
+
+void PrintLabelled(const std::string& label, const std::string& text) {
+    if (!text.empty()) std::cout << "  " << label << std::string(12 - label.size(), ' ') << text << '\n';
+}
+
+void PrintEach(const std::string& title, const std::vector<std::string>& lines) {
+    if (!lines.empty()) std::cout << "\n  " << title << '\n';
+    for (const std::string& line : lines) std::cout << "    " << TerminalText(line) << '\n';
+}
+
+std::vector<std::string> LinesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        lines.push_back(text.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return lines;
+}
+
+std::vector<std::string> FieldLines(const Recording& recording) {
+    std::vector<std::string> lines;
+    for (const RecordedField& field : recording.fields) {
+        lines.push_back((field.name.empty() ? "unnamed" : field.name) + ": " + std::to_string(field.left) + ", " +
+                        std::to_string(field.top) + " to " + std::to_string(field.right) + ", " +
+                        std::to_string(field.bottom));
+    }
+    return lines;
+}
+
+std::vector<std::string> SourceLines(const Recording& recording) {
+    std::vector<std::string> lines;
+    for (const SourceFile& source : recording.sources) {
+        lines.push_back(source.path + (source.sha256.empty() ? ", missing" : ", sha256 " + source.sha256));
+    }
+    return lines;
+}
+
+void PrintRecording(const LibraryArguments& arguments, const Recording& recording) {
+    std::cout << arguments.library << ": " << KindWords(recording.kind) << ' ' << NumberName(recording.number) << '\n';
+    PrintLabelled("Disk", TerminalText(recording.disk));
+    PrintLabelled("Recorded", TerminalText(recording.recorded_at));
+    PrintLabelled("Options", TerminalText(recording.options));
+    PrintLabelled("Lines", std::to_string(recording.lines));
+    PrintLabelled("Picture", recording.picture.empty() ? "none"
+                                                       : std::to_string(recording.width) + " x " +
+                                                             std::to_string(recording.height) + " pixels");
+    PrintEach("Text", LinesOf(recording.text));
+    PrintEach("Fonts", recording.fonts);
+    PrintEach("Tab fields", FieldLines(recording));
+    PrintEach("Made from", SourceLines(recording));
+    PrintEach("Warnings", recording.warnings);
+}
+
+// What the recording doesn't have isn't written.
+void WritePart(const std::optional<std::string>& path, const std::string& bytes, const char* what) {
+    if (!path) return;
+    if (bytes.empty()) {
+        SayNote(std::string("the recording has no ") + what + "; " + *path + " was not written");
+        return;
+    }
+    OutputFile file(*path);
+    file.Write(bytes);
+    file.Commit();
+    std::cout << "wrote " << *path << '\n';
+}
+
+int ShowRecording(const LibraryArguments& arguments) {
+    Library library(arguments.library, Library::Access::kRead);
+    const std::optional<Recording> recording = library.Find(KeyOf(library, arguments));
+    if (!recording) throw CommandError(arguments.library + ": the recording has just been removed");
+    if (!arguments.png && !arguments.json) PrintRecording(arguments, *recording);
+    WritePart(arguments.png, recording->picture, "picture");
+    WritePart(arguments.json, recording->document.empty() ? "" : recording->document + '\n', "document");
+    return kDone;
+}
+
+int MergeLibraries(const LibraryArguments& arguments) {
+    Library library(arguments.library, Library::Access::kWrite);
+    for (const std::string& shard : arguments.shards) {
+        const MergeCount count = library.Merge(shard);
+        std::cout << shard << ": " << count.added << " added, " << count.replaced << " replaced, " << count.unchanged
+                  << " there already" << std::endl;
+    }
+    return kDone;
+}
+
+int RemoveRecording(const LibraryArguments& arguments) {
+    // A library that isn't there is no reason to make one.
+    const RecordingKey key = [&] {
+        Library library(arguments.library, Library::Access::kRead);
+        return KeyOf(library, arguments);
+    }();
+    Library(arguments.library, Library::Access::kWrite).Remove(key);
+    std::cout << arguments.library << ": removed " << NumberName(key.number)
+              << (key.disk.empty() ? "" : " of " + Named(key.disk)) << '\n';
+    return kDone;
+}
+
+void AddNumber(CLI::App& command, LibraryArguments& arguments) {
+    const auto take = [&arguments](const std::string& text) {
+        const std::string_view digits = WithoutLeadingDot(text);
+        if (digits.empty() || CountDigits(digits) != digits.size() || NumberOf(digits) > kLargestNumber) {
+            throw CLI::ValidationError("NUMBER", '"' + text + "\" is no number from 0 to 9999");
+        }
+        arguments.number = NumberOf(digits);
+    };
+    command.add_option_function<std::string>("NUMBER", take, "the message's number, such as 12 or .0012")
+        ->required()
+        ->type_name("");
+}
+
+void AddDisk(CLI::App& command, LibraryArguments& arguments) {
+    command.add_option("--disk", arguments.disk, "of the disk that was recorded under this name")->type_name("NAME");
+}
+
+// One command of `library`, with the library's file as its first argument.
+CLI::App& AddPart(CLI::App& library, const std::string& name, const std::string& description,
+                  const std::shared_ptr<LibraryArguments>& arguments, CommandRun& run,
+                  int (*work)(const LibraryArguments&)) {
+    CLI::App& command = *library.add_subcommand(name, description);
+    command.add_option("LIBRARY", arguments->library, "the library's file")->required()->type_name("");
+    command.callback([arguments, &run, work] { run = [arguments, work] { return work(*arguments); }; });
+    return command;
+}
+
+}  // namespace
+
+void AddLibraryCommand(CLI::App& app, CommandRun& run) {
+    const auto arguments = std::make_shared<LibraryArguments>();
+    CLI::App& library = *app.add_subcommand("library", "Lists, searches, shows, merges and removes recorded messages.");
+    library.require_subcommand(1);
+    const auto add = [&](const std::string& name, const std::string& description,
+                         int (*work)(const LibraryArguments&)) -> CLI::App& {
+        return AddPart(library, name, description, arguments, run, work);
+    };
+    AddDisk(add("list", "Lists the recordings by disk and number.", ListLibrary), *arguments);
+
+    add("search", "Finds recordings by their text, tab fields and file.", SearchLibrary)
+        .add_option("WORDS", arguments->words, "words that are all there, or their beginnings")
+        ->required()
+        ->type_name("");
+
+    CLI::App& show = add("show", "Shows one recording, or writes what it holds.", ShowRecording);
+    AddNumber(show, *arguments);
+    AddDisk(show, *arguments);
+    AddPath(show, "--png", arguments->png, "FILE", "write the picture");
+    AddPath(show, "--json", arguments->json, "FILE", "write the message as a JSON document");
+
+    add("merge", "Takes over the recordings of other libraries; the last one's stay.", MergeLibraries)
+        .add_option("SHARD", arguments->shards, "the other libraries' files")
+        ->required()
+        ->type_name("");
+
+    CLI::App& remove = add("remove", "Removes one recording.", RemoveRecording);
+    AddNumber(remove, *arguments);
+    AddDisk(remove, *arguments);
+    AddExample(library, "zeltrans library search messages.zellib weather");
+}

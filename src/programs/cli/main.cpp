@@ -1,0 +1,33 @@
+#include <string>
+#include <string_view>
+
+#include <dlfcn.h>
+
+#include "programs/cli/info_command.h"
+#include "programs/cli/run_program.h"
+
+namespace {
+
+// The libraries below the commands take longer to load than "info" takes to run, and it needs none of them.
+constexpr NamedCommand kOwnCommands[] = {{"info", AddInfoCommand}};
+
+int RunFromLibrary(int argc, char** argv) {
+    // Looked for by the program's own run path; it stays loaded.
+    void* const library = ::dlopen(ZELTRANS_COMMAND_LIBRARY, RTLD_LAZY | RTLD_LOCAL);
+    void* const entry = library != nullptr ? ::dlsym(library, kCommandLibraryEntry) : nullptr;
+    if (entry == nullptr) {
+        const char* const reason = ::dlerror();
+        SayError(std::string(ZELTRANS_COMMAND_LIBRARY " can't be used: ") + (reason != nullptr ? reason : "no entry"));
+        return kNotDone;
+    }
+    return reinterpret_cast<RunAnyCommandFunction>(entry)(argc, argv);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    for (const NamedCommand& command : kOwnCommands) {
+        if (argc > 1 && std::string_view(argv[1]) == command.name) return RunProgram(argc, argv, kOwnCommands);
+    }
+    return RunFromLibrary(argc, argv);
+}

@@ -1,0 +1,57 @@
+#include "programs/cli/run_program.h"
+
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <new>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+int WrongArguments(const CLI::App& app, const CLI::ParseError& error) {
+    if (error.get_name() == "RequiredError" && app.get_subcommands().empty() && app.remaining_size() != 0) {
+        std::cerr << "There is no command \"" << app.remaining().front()
+                  << "\"\nRun with --help for more information.\n";
+        return kWrongArguments;
+    }
+    // Help and version are no errors, and CLI11 prints them.
+    return app.exit(error) == 0 ? kDone : kWrongArguments;
+}
+
+std::span<const NamedCommand> Needed(std::span<const NamedCommand> commands, int argc, char** argv) {
+    const auto named = std::ranges::find_if(
+        commands, [&](const NamedCommand& command) { return argc > 1 && std::string_view(argv[1]) == command.name; });
+    return named != commands.end() ? std::span(&*named, 1) : commands;
+}
+
+int RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
+    CLI::App app("Imports Zelmara! messages and fonts through the ZelTrans module.", "zeltrans");
+    app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION);
+    app.require_subcommand(1);
+    CommandRun run;
+    for (const NamedCommand& command : Needed(commands, argc, argv)) command.add(app, run);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return WrongArguments(app, error);
+    }
+    const int exit_code = run();
+    if (std::cout.flush() || exit_code != kDone) return exit_code;
+    throw CommandError("standard output: not everything could be written");
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
+    try {
+        std::ios::sync_with_stdio(false);  // a trace has many lines
+        return RunCommand(argc, argv, commands);
+    } catch (const std::bad_alloc&) {
+        SayError("out of memory");
+    } catch (const std::exception& error) {
+        SayError(error.what());
+    }
+    return kNotDone;
+}

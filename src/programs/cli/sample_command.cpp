@@ -1,0 +1,54 @@
+#include "programs/cli/sample_command.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include "samples/disk/demo_disk.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+int WriteSample(const std::string& directory) {
+    std::vector<fs::path> written;
+    try {
+        written = samples::WriteDemonstrationDisk(directory);
+    } catch (const std::runtime_error& error) {
+        throw CommandError(error.what());
+    }
+    const auto in = [&](const char* name) {
+        return std::ranges::count_if(written,
+                                     [&](const fs::path& file) { return file.parent_path().filename() == name; });
+    };
+    const auto messages = in("MESSAGES"), fonts = in("MACHINE");
+    const fs::path disk(directory);
+    const auto first =
+        std::ranges::find_if(written, [](const fs::path& file) { return file.parent_path().filename() == "MESSAGES"; });
+    std::cout << "Wrote a demonstration disk to " << disk.string() << ":\n"
+              << "  " << messages << " messages in MESSAGES, " << fonts << " fonts in MACHINE, "
+              << static_cast<std::ptrdiff_t>(written.size()) - messages - fonts << " name lists\n";
+    if (first != written.end()) {
+        std::cout << "Next:\n  zeltrans info " << ShellWord(disk.string()) << "\n  zeltrans import "
+                  << ShellWord(first->string()) << " --maps " << ShellWord(disk.string()) << " --png message.png\n";
+    }
+    std::cout.flush();
+    return kDone;
+}
+
+}  // namespace
+
+void AddSampleCommand(CLI::App& app, CommandRun& run) {
+    const auto directory = std::make_shared<std::string>();
+    CLI::App& command =
+        *app.add_subcommand("sample", "Writes a demonstration disk: messages, fonts and the two name lists.");
+    command
+        .add_option("DIR", *directory,
+                    "the disk's directory, made if it is missing; files of the same names are replaced")
+        ->required()
+        ->type_name("");
+    AddExample(command, "zeltrans sample DISK");
+    command.callback([directory, &run] { run = [directory] { return WriteSample(*directory); }; });
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "programs/cli/arguments.h"
+
+/// Adds `sample`: the demonstration disk.
+/// @param run  set when the command was called with right arguments.
+void AddSampleCommand(CLI::App& app, CommandRun& run);

@@ -1,0 +1,161 @@
+#include "programs/cli/settings_command.h"
+
+#include <charconv>
+#include <iostream>
+#include <memory>
+
+#include "programs/cli/known_settings.h"
+#include "programs/cli/settings_listing.h"
+#include "programs/cli/settings_scope.h"
+#include "platform/system/registry.h"
+
+namespace {
+
+struct SettingsArguments {
+    std::optional<std::string> directory;
+    std::string section, key, value;
+};
+
+/// The arguments name nothing that there is.
+class WrongSetting : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+std::optional<int> Number(const std::string& text) {
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end && !text.empty() ? std::optional(number) : std::nullopt;
+}
+
+/// One setting that the user has named: an entry of a known section, or one of a recent list.
+class NamedSetting {
+  public:
+    NamedSetting(const std::string& section, const std::string& key)
+        : m_known(FindKnownSetting(section, key)), m_list(FindRecentList(section)) {
+        if (m_known != nullptr) return;
+        const std::optional<int> index = m_list != nullptr ? Number(key) : std::nullopt;
+        if (!index || *index < 0 || *index >= kRecentEntries)
+            throw WrongSetting("there is no setting " + section + " " + key + ". There are:" + KnownNames());
+        m_index = *index;
+    }
+
+    std::string Name() const {
+        return m_known != nullptr ? std::string(m_known->section) + " " + m_known->entry
+                                  : std::string(m_list->name) + " " + std::to_string(m_index);
+    }
+
+    /// @throws CommandError for a password, or when nothing is stored.
+    std::string Get(SettingsStore& store) const {
+        if (m_known == nullptr) {
+            const auto value = store.GetValue(m_list->Key(), m_list->ValueName(m_index));
+            return value ? RecentText(*value) : throw NothingStored();
+        }
+        if (m_known->kind == SettingKind::kPassword) throw CommandError(Name() + ": a password isn't shown");
+        if (m_known->kind == SettingKind::kNumber) {
+            const auto number = store.GetProfileInt(m_known->section, m_known->entry);
+            return number ? std::to_string(*number) : throw NothingStored();
+        }
+        const auto text = store.GetProfileText(m_known->section, m_known->entry);
+        return text ? *text : throw NothingStored();
+    }
+
+    /// @return false when it could not be stored. @throws WrongSetting for a value that the module wouldn't take.
+    bool Set(SettingsStore& store, const std::string& value) const {
+        if (m_known == nullptr) return SetRecent(store, value);
+        if (m_known->kind == SettingKind::kPassword)
+            throw WrongSetting(Name() + ": a password isn't taken from the command line; the FTP dialog stores it");
+        if (m_known->kind == SettingKind::kText) return store.SetProfileText(m_known->section, m_known->entry, value);
+        const std::optional<int> number = Number(value);
+        if (!number) throw WrongSetting(Name() + ": \"" + value + "\" is no whole number of 32 bits");
+        return store.SetProfileInt(m_known->section, m_known->entry, *number);
+    }
+
+    /// @throws CommandError when nothing is stored.
+    void Unset(SettingsStore& store) const {
+        if (!(m_known != nullptr ? store.DeleteProfileEntry(m_known->section, m_known->entry)
+                                 : store.DeleteValue(m_list->Key(), m_list->ValueName(m_index))))
+            throw NothingStored();
+    }
+
+  private:
+    CommandError NothingStored() const { return CommandError(Name() + ": nothing is stored"); }
+
+    bool SetRecent(SettingsStore& store, const std::string& text) const {
+        if (text.size() > kLongestRecentText) {
+            throw WrongSetting(Name() + ": the module has room for " + std::to_string(kLongestRecentText) +
+                               " characters, and these are " + std::to_string(text.size()));
+        }
+        RegistryValue value{REG_SZ, {text.begin(), text.end()}};
+        value.bytes.push_back(0);
+        return store.CreateKey(m_list->Key()) && store.SetValue(m_list->Key(), m_list->ValueName(m_index), value);
+    }
+
+    const KnownSetting* m_known;
+    const RecentList* m_list;
+    int m_index = 0;
+};
+
+using Action = void (*)(SettingsStore&, const SettingsArguments&);
+
+void List(SettingsStore& store, const SettingsArguments&) {
+    const std::string text = SettingsText(store);
+    std::cout << (text.empty() ? "No settings are stored.\n" : text);
+}
+void Get(SettingsStore& store, const SettingsArguments& arguments) {
+    std::cout << NamedSetting(arguments.section, arguments.key).Get(store) << '\n';
+}
+void Set(SettingsStore& store, const SettingsArguments& arguments) {
+    const NamedSetting setting(arguments.section, arguments.key);
+    if (!setting.Set(store, arguments.value)) throw CommandError(setting.Name() + ": it could not be stored");
+}
+void Unset(SettingsStore& store, const SettingsArguments& arguments) {
+    NamedSetting(arguments.section, arguments.key).Unset(store);
+}
+
+int RunSettings(Action action, const SettingsArguments& arguments) {
+    SettingsScope settings(arguments.directory);
+    if (!settings.IsUsable()) throw CommandError(settings.Note());
+    if (!settings.Note().empty()) SayNote(settings.Note());
+    try {
+        action(GetSettingsStore(), arguments);
+    } catch (const WrongSetting& error) {
+        SayError(error.what());
+        return kWrongArguments;
+    }
+    return kDone;
+}
+
+/// Adds an action on one setting.
+CLI::App& AddAction(CLI::App& settings, const std::string& name, const std::string& description,
+                    const std::shared_ptr<SettingsArguments>& arguments, CommandRun& run, Action action) {
+    CLI::App& command = *settings.add_subcommand(name, description);
+    command.add_option("SECTION", arguments->section, "the section, or a recent list such as FontDir")
+        ->required()
+        ->type_name("");
+    command.add_option("KEY", arguments->key, "the entry, or an index of the list, 0 the newest")
+        ->required()
+        ->type_name("");
+    command.fallthrough();
+    command.callback([arguments, action, &run] { run = [=] { return RunSettings(action, *arguments); }; });
+    return command;
+}
+
+}  // namespace
+
+void AddSettingsCommand(CLI::App& app, CommandRun& run) {
+    const auto arguments = std::make_shared<SettingsArguments>();
+    CLI::App& settings = *app.add_subcommand("settings", "Lists the stored settings; tells, changes or removes one.");
+    AddSettings(settings, arguments->directory);
+    settings.require_subcommand(0, 1);
+    AddAction(settings, "get", "Prints one setting.", arguments, run, &Get);
+    AddAction(settings, "set", "Stores one setting.", arguments, run, &Set)
+        .add_option("VALUE", arguments->value, "a whole number or a text, as the entry needs")
+        ->required()
+        ->type_name("");
+    AddAction(settings, "unset", "Removes one setting, so that its default holds.", arguments, run, &Unset);
+    AddExample(settings, "zeltrans settings set ZELFNTSaveOptions SkipWarnings 1");
+    settings.callback([arguments, &settings, &run] {
+        if (settings.get_subcommands().empty()) run = [arguments] { return RunSettings(&List, *arguments); };
+    });
+}

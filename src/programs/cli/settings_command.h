@@ -1,0 +1,7 @@
+#pragma once
+
+#include "programs/cli/arguments.h"
+
+/// Adds `settings`: lists, tells, changes and removes what the module has stored.
+/// @param run  set when the command was called with right arguments.
+void AddSettingsCommand(CLI::App& app, CommandRun& run);

@@ -1,0 +1,95 @@
+#include "programs/cli/settings_listing.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "programs/cli/known_settings.h"
+#include "inspect/words.h"
+
+namespace {
+
+/// A text whose control characters stand as \xNN; a path keeps its backslashes.
+std::string Shown(const std::string& text) {
+    std::string shown;
+    for (const char c : text) {
+        const bool control = static_cast<unsigned char>(c) < ' ' || c == 0x7F;
+        shown += control ? inspect::PrintableCode(static_cast<unsigned char>(c)) : std::string(1, c);
+    }
+    return shown;
+}
+
+std::string Line(const std::string& name, const std::string& value, const std::string& remark) {
+    return "  " + Shown(name) + " = " + value + (remark.empty() ? "" : "  (" + remark + ")") + "\n";
+}
+
+std::string EntryLine(const ProfileEntry& stored) {
+    const KnownSetting* const known = FindKnownSetting(stored.section, stored.entry);
+    const auto* const number = std::get_if<int>(&stored.value);
+    std::string remark;
+    if (known == nullptr) {
+        remark = "unknown to the module";
+    } else if ((known->kind == SettingKind::kNumber) != (number != nullptr)) {
+        remark = known->kind == SettingKind::kNumber ? "ignored: it isn't a number" : "ignored: it isn't a text";
+    }
+    std::string value;
+    if (number != nullptr) {
+        value = std::to_string(*number);
+    } else if (const std::string& text = std::get<std::string>(stored.value);
+               known != nullptr && known->kind == SettingKind::kPassword) {
+        value = text.empty() ? "" : "(stored)";
+    } else {
+        value = Shown(text);
+    }
+    return Line(stored.entry, value, remark);
+}
+
+/// Why the module doesn't take an entry; empty when it does.
+std::string ListRemark(int index, const RegistryValue& value) {
+    const std::size_t room = kLongestRecentText + 1;
+    const bool ends = std::ranges::find(value.bytes, BYTE{0}) != value.bytes.end();
+    if (value.bytes.size() > room || (value.bytes.size() == room && !ends)) {
+        return "ignored: " + inspect::Count(RecentText(value).size(), "character") + ", and the module has room for " +
+               std::to_string(kLongestRecentText);
+    }
+    return index < kRecentEntries ? "" : "not read: only 0 to " + std::to_string(kRecentEntries - 1) + " are";
+}
+
+std::string ListText(SettingsStore& store, const RecentList& list) {
+    std::vector<std::pair<int, std::string>> names;
+    for (const std::string& name : store.ValueNames(list.Key())) {
+        if (const auto index = list.Index(name)) names.emplace_back(*index, name);
+    }
+    std::ranges::sort(names);
+    std::string text;
+    for (const auto& [index, name] : names) {
+        const RegistryValue value = store.GetValue(list.Key(), name).value_or(RegistryValue());
+        text += Line(std::to_string(index), Shown(RecentText(value)), ListRemark(index, value));
+    }
+    return text;
+}
+
+}  // namespace
+
+std::string RecentText(const RegistryValue& value) {
+    return {value.bytes.begin(), std::ranges::find(value.bytes, BYTE{0})};
+}
+
+std::string SettingsText(SettingsStore& store) {
+    std::string text, section;
+    const auto begin = [&](const std::string& name) {
+        text += (text.empty() ? "" : "\n") + Shown(name) + "\n";
+        section = name;
+    };
+    for (const ProfileEntry& stored : store.ProfileEntries()) {
+        if (text.empty() || stored.section != section) begin(stored.section);
+        text += EntryLine(stored);
+    }
+    for (const RecentList& list : RecentLists()) {
+        const std::string lines = ListText(store, list);
+        if (lines.empty()) continue;
+        begin(list.name);
+        text += lines;
+    }
+    return text;
+}

@@ -1,0 +1,99 @@
+#include "programs/desktop/dialogs/busy_input.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QWindow>
+#include <utility>
+
+#include "programs/desktop/dialogs/dialog_view.h"
+
+namespace {
+
+bool IsUserInput(QEvent::Type type) {
+    switch (type) {
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::ShortcutOverride:
+        case QEvent::Shortcut:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::ContextMenu:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletRelease:
+        case QEvent::InputMethod:
+        case QEvent::Drop:
+        case QEvent::Close:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+BusyInput::BusyInput() {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+BusyInput::Running::Running(BusyInput& input, DialogView& view, HWND source) : m_input(input) {
+    if (!input.IsBusy()) input.m_escapePressed = false;
+    input.m_running.push_back({&view, source});
+}
+
+BusyInput::Running::~Running() {
+    m_input.m_running.pop_back();
+}
+
+bool BusyInput::TakeEscape() {
+    if (IsBusy() && !m_taking) {
+        m_taking = true;
+        QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
+        m_taking = false;
+    }
+    const bool pressed = std::exchange(m_escapePressed, false);
+    return pressed || m_escapeDown;
+}
+
+bool BusyInput::eventFilter(QObject* receiver, QEvent* event) {
+    NoteEscape(*event);
+    if (!m_taking || !IsUserInput(event->type()) || IsLetIn(*receiver)) return false;
+    if (event->type() == QEvent::Close) event->ignore();
+    return true;
+}
+
+void BusyInput::NoteEscape(const QEvent& event) {
+    switch (event.type()) {
+        case QEvent::ApplicationStateChange:  // the key may go up elsewhere
+            m_escapeDown = false;
+            break;
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease: {
+            const auto& key = static_cast<const QKeyEvent&>(event);
+            if (key.key() != Qt::Key_Escape || key.isAutoRepeat()) break;
+            m_escapeDown = event.type() == QEvent::KeyPress;
+            m_escapePressed = m_escapePressed || m_escapeDown;
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+bool BusyInput::IsLetIn(const QObject& receiver) const {
+    if (m_running.empty()) return true;
+    const DialogView& view = *m_running.back().view;
+    if (!IsInterruptible(view)) return false;
+    const auto* const widget = qobject_cast<const QWidget*>(&receiver);
+    return &receiver == view.windowHandle() || (widget != nullptr && widget->window() == &view);
+}
+
+bool BusyInput::IsInterruptible(const DialogView& view) const {
+    const Handler& latest = m_running.back();
+    return latest.view == &view && IsWindow(latest.source) && !CWnd::FromHandle(latest.source)->IsWindowEnabled();
+}

@@ -1,0 +1,310 @@
+#include "programs/desktop/dialogs/dialog_view.h"
+
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+
+#include "programs/desktop/dialogs/dialog_units.h"
+#include "programs/desktop/dialogs/screen_text.h"
+
+namespace {
+
+bool IsEnter(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+bool IsTabStop(const ControlView& control) {
+    return (control.Source().flags & ctl_tab_stop) != 0;
+}
+
+/// The place nearest to `wanted` where a window of this size is seen whole, if a screen is large enough for that.
+QPoint OnScreen(const QPoint& wanted, const QSize& size) {
+    const QScreen* screen = QGuiApplication::screenAt(wanted);
+    if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+    const QRect room = screen->availableGeometry();
+    const auto inside = [](int at, int extent, int first, int room_extent) {
+        return std::max(first, std::min(at, first + room_extent - extent));
+    };
+    return {inside(wanted.x(), size.width(), room.x(), room.width()),
+            inside(wanted.y(), size.height(), room.y(), room.height())};
+}
+
+}  // namespace
+
+DialogView::DialogView(CDialog& dialog, BusyInput& input, QWidget* parent)
+    : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowCloseButtonHint),
+      m_dialog(dialog),
+      m_input(input) {
+    setWindowModality(Qt::ApplicationModal);
+    setObjectName(QStringLiteral("dialog_%1").arg(dialog.GetTemplateId()));
+    MakeControls();
+    GroupRadioButtons();
+    ChainControls();
+    NameBuddies();
+    for (const auto& control : m_controls) control->MirrorAll();
+    ShowTitle();
+    ShowDefaultButton();
+    Arrange();
+    m_dialog.AddChangeListener(*this);
+}
+
+DialogView::~DialogView() {
+    m_dialog.RemoveChangeListener(*this);
+}
+
+void DialogView::Run() {
+    GoToStart();
+    show();
+    if (ControlView* const focused = CWnd::GetFocus() != nullptr ? Find(CWnd::GetFocus()->m_hWnd) : nullptr)
+        focused->Widget().setFocus(Qt::TabFocusReason);  // which selects the text
+    activateWindow();
+    if (!m_left) m_loop.exec();
+    if (m_error) std::rethrow_exception(std::exchange(m_error, nullptr));
+    if (m_dialog.m_hWnd != nullptr && !m_dialog.HasEnded()) m_dialog.EndDialog(IDCANCEL);  // the program is ending
+}
+
+void DialogView::Act(HWND source, const std::function<void()>& action) {
+    if (m_left || m_input.Refuses(*this)) return;
+    const BusyInput::Running running(m_input, *this, source);
+    try {
+        action();
+    } catch (...) {
+        m_error = std::current_exception();
+        Leave();
+    }
+}
+
+void DialogView::PressEnter() {
+    const UINT id = m_dialog.GetDefID() != 0 ? m_dialog.GetDefID() : static_cast<UINT>(IDOK);
+    const CWnd* const control = m_dialog.GetDlgItem(static_cast<int>(id));
+    ControlView* const button = control != nullptr ? Find(control->m_hWnd) : nullptr;
+    if (button == nullptr) {
+        Act(nullptr, [&] { m_dialog.SendMessage(WM_COMMAND, id); });
+    } else if (auto* const push = qobject_cast<QPushButton*>(&button->Widget()); push != nullptr && push->isVisible()) {
+        push->click();  // nothing while it is disabled
+    }
+}
+
+void DialogView::PressEscape() {
+    Act(nullptr, [&] { m_dialog.SendMessage(WM_COMMAND, IDCANCEL); });
+}
+
+void DialogView::MirrorChecks() {
+    if (m_left) return;
+    for (const auto& control : m_controls) control->Mirror(WindowChange::check);
+}
+
+ControlView* DialogView::Find(HWND control) const {
+    const auto found = std::find_if(m_controls.begin(), m_controls.end(),
+                                    [control](const auto& view) { return view->Handle() == control; });
+    return found != m_controls.end() ? found->get() : nullptr;
+}
+
+void DialogView::keyPressEvent(QKeyEvent* event) {
+    auto* const focused = qobject_cast<QPushButton*>(focusWidget());
+    if (event->key() == Qt::Key_Escape) {
+        PressEscape();
+    } else if (IsEnter(event->key()) && focused != nullptr) {
+        focused->click();
+    } else if (IsEnter(event->key())) {
+        PressEnter();
+    } else {
+        event->ignore();
+    }
+}
+
+void DialogView::closeEvent(QCloseEvent* event) {
+    event->ignore();  // the dialog decides
+    Act(nullptr, [&] { m_dialog.SendMessage(WM_CLOSE); });
+}
+
+void DialogView::moveEvent(QMoveEvent* event) {
+    QDialog::moveEvent(event);
+    if (isVisible() && pos() != m_asked) TellPlace();
+}
+
+void DialogView::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (!m_left && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) Arrange();
+}
+
+/// Fields take keys that are the dialog's, and a wheel must not change a field that it only passes over.
+bool DialogView::eventFilter(QObject* receiver, QEvent* event) {
+    if (event->type() == QEvent::FocusIn) {
+        const auto owner = std::find_if(m_controls.begin(), m_controls.end(),
+                                        [receiver](const auto& view) { return &view->Widget() == receiver; });
+        if (owner != m_controls.end() && !m_left) CWnd::FromHandle((*owner)->Handle())->SetFocus();
+    } else if (event->type() == QEvent::KeyPress) {
+        auto* const key = static_cast<QKeyEvent*>(event);
+        const bool button = qobject_cast<QAbstractButton*>(receiver) != nullptr;
+        if (!button && (IsEnter(key->key()) || key->key() == Qt::Key_Escape)) {
+            keyPressEvent(key);
+            return true;
+        }
+    } else if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(receiver) != nullptr) {
+        return true;
+    }
+    return QDialog::eventFilter(receiver, event);
+}
+
+void DialogView::WindowChanged(CWnd& window, WindowChange change) {
+    if (m_left) return;
+    if (window.m_hWnd == m_dialog.m_hWnd) {
+        DialogChanged(change);
+    } else if (ControlView* const control = Find(window.m_hWnd)) {
+        control->Mirror(change);
+    }
+}
+
+void DialogView::DialogChanged(WindowChange change) {
+    switch (change) {
+        case WindowChange::text:
+            ShowTitle();
+            break;
+        case WindowChange::enabled:
+            setEnabled(m_dialog.IsWindowEnabled() != FALSE);
+            break;
+        case WindowChange::visible:
+            setVisible(m_dialog.IsWindowVisible() != FALSE);
+            break;
+        case WindowChange::rect:
+            if (!m_telling) GoToPlace();
+            break;
+        case WindowChange::default_button:
+            ShowDefaultButton();
+            break;
+        case WindowChange::ended:
+        case WindowChange::destroyed:
+            Leave();
+            break;
+        case WindowChange::check:
+        case WindowChange::list:
+        case WindowChange::selection:
+        case WindowChange::focus:
+            break;
+    }
+}
+
+void DialogView::MakeControls() {
+    const DialogTemplate& source = *m_dialog.GetTemplate();
+    for (std::size_t i = 0; i < source.controls.size(); ++i) {
+        CWnd* const control = m_dialog.GetControl(i);
+        if (control == nullptr) continue;
+        m_controls.push_back(MakeControlView(*this, source.controls[i], *control));
+        m_controls.back()->Widget().installEventFilter(this);
+    }
+}
+
+/// The arrow keys walk within a group, and Tab finds its checked button.
+void DialogView::GroupRadioButtons() {
+    QButtonGroup* group = nullptr;
+    for (const auto& control : m_controls) {
+        if ((control->Source().flags & ctl_group) != 0) group = nullptr;
+        auto* const radio = qobject_cast<QRadioButton*>(&control->Widget());
+        if (radio == nullptr || (control->Source().flags & ctl_auto) == 0) continue;
+        if (group == nullptr) group = new QButtonGroup(this);
+        group->addButton(radio);
+    }
+}
+
+void DialogView::ChainControls() {
+    QWidget* before = nullptr;
+    for (const auto& control : m_controls) {
+        QWidget& widget = control->Widget();
+        if (widget.focusPolicy() == Qt::NoFocus) continue;
+        const bool radio = qobject_cast<QRadioButton*>(&widget) != nullptr;
+        if (!radio) widget.setFocusPolicy(IsTabStop(*control) ? Qt::StrongFocus : Qt::ClickFocus);
+        if (before != nullptr) setTabOrder(before, &widget);
+        before = &widget;
+    }
+}
+
+/// The access key of a label leads to the tab stop behind it.
+void DialogView::NameBuddies() {
+    QLabel* waiting = nullptr;
+    for (const auto& control : m_controls) {
+        const char* const text = control->Source().text;
+        if (auto* const label = qobject_cast<QLabel*>(&control->Widget())) {
+            waiting = text != nullptr && std::string_view(text).find('&') != std::string_view::npos ? label : nullptr;
+        } else if (waiting != nullptr && IsTabStop(*control)) {
+            waiting->setBuddy(&control->Widget());
+            waiting = nullptr;
+        }
+    }
+}
+
+void DialogView::Arrange() {
+    const DialogTemplate& source = *m_dialog.GetTemplate();
+    DialogUnits units{QFontMetricsF(font())};
+    for (const auto& control : m_controls) {
+        if ((control->Source().flags & ctl_hidden) == 0) units.MakeRoom(control->Units(), control->Needed());
+    }
+    for (const auto& control : m_controls) {
+        const QSizeF size = control->Units();
+        control->Widget().setGeometry(
+            units.Pixels(control->Source().x, control->Source().y, size.width(), size.height()));
+    }
+    setFixedSize(units.Pixels(0, 0, source.cx, source.cy).size());
+}
+
+void DialogView::ShowTitle() {
+    CString title;
+    m_dialog.GetWindowText(title);
+    setWindowTitle(ScreenText(title.GetString()));
+}
+
+void DialogView::ShowDefaultButton() {
+    for (const auto& control : m_controls) {
+        auto* const button = qobject_cast<QPushButton*>(&control->Widget());
+        if (button == nullptr) continue;
+        const bool is_default =
+            m_dialog.GetDefID() != 0 && control->Source().id == static_cast<int>(m_dialog.GetDefID());
+        button->setDefault(is_default);
+    }
+}
+
+/// A dialog that nobody has placed opens in the middle of its parent or the screen.
+void DialogView::GoToStart() {
+    RECT rect{};
+    m_dialog.GetWindowRect(&rect);
+    const bool placed = rect.left != 0 || rect.top != 0;
+    const QWidget* const over = parentWidget();
+    const QRect room = over != nullptr && over->isVisible() ? over->frameGeometry()
+                                                            : QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint start = room.center() - QPoint(width() / 2, height() / 2);
+    m_asked = OnScreen(placed ? QPoint(rect.left, rect.top) : start, frameSize());
+    move(m_asked);
+    const QPoint told = placed ? QPoint(rect.left, rect.top) : m_asked;
+    m_telling = true;
+    m_dialog.MoveWindow(told.x(), told.y(), frameSize().width(), frameSize().height());
+    m_telling = false;
+}
+
+void DialogView::GoToPlace() {
+    RECT rect{};
+    m_dialog.GetWindowRect(&rect);
+    m_asked = OnScreen({rect.left, rect.top}, frameSize());
+    move(m_asked);
+}
+
+void DialogView::TellPlace() {
+    if (m_left) return;
+    m_telling = true;
+    m_dialog.MoveWindow(x(), y(), frameSize().width(), frameSize().height());
+    m_telling = false;
+}
+
+void DialogView::Leave() {
+    m_left = true;
+    hide();
+    m_loop.quit();
+}

@@ -1,0 +1,88 @@
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QStandardPaths>
+#include <algorithm>
+#include <memory>
+#include <string_view>
+
+#include "programs/desktop/widgets/program_icon.h"
+#include "programs/desktop/windows/main_window.h"
+#include "host/settings/sqlite_settings_store.h"
+
+namespace {
+
+struct Arguments {
+    QString library, settings;
+    QStringList files;
+};
+
+QString UserSettings() {
+    return QString::fromStdString(SqliteSettingsStore::UserDirectory().string());
+}
+
+QString UserLibrary() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/zeltrans/library.zellib");
+}
+
+Arguments Parse(const QCoreApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Imports Zelmara! messages and shows them."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption library(QStringLiteral("library"),
+                                     QStringLiteral("The library, made when it is missing [%1].").arg(UserLibrary()),
+                                     QStringLiteral("FILE"));
+    const QCommandLineOption settings(QStringLiteral("settings"),
+                                      QStringLiteral("Where settings are kept [%1].").arg(UserSettings()),
+                                      QStringLiteral("DIR"));
+    parser.addOptions({library, settings});
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("Disks, folders and message files to import, fonts to show."),
+                                 QStringLiteral("[FILE...]"));
+    parser.process(application);
+    Arguments arguments{UserLibrary(), UserSettings(), parser.positionalArguments()};
+    if (parser.isSet(library)) arguments.library = parser.value(library);
+    if (parser.isSet(settings)) arguments.settings = parser.value(settings);
+    return arguments;
+}
+
+/// The directory of a file, made if it is missing; whoever opens the file tells when that failed.
+void MakeParent(const QString& file) {
+    QDir().mkpath(QFileInfo(file).absolutePath());
+}
+
+/// Help and version are for machines without a screen, too.
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
+    const bool tells_only = std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
+        return argument == "--help" || argument == "-h" || argument == "--version" || argument == "-v";
+    });
+    if (tells_only) return std::make_unique<QCoreApplication>(argc, argv);
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zeltrans-desktop"));
+    QApplication::setApplicationVersion(QStringLiteral(ZELTRANS_VERSION));
+    const Arguments arguments = Parse(*application);
+    MakeParent(arguments.library);
+    SqliteSettingsStore store(QFile::encodeName(arguments.settings).toStdString());
+    SetSettingsStore(&store);
+    int exit_code = 0;
+    {
+        QGuiApplication::setWindowIcon(desktop::ProgramIcon());
+        desktop::MainWindow window({QFile::encodeName(QFileInfo(arguments.library).absoluteFilePath()).toStdString(),
+                                    arguments.settings + QStringLiteral("/desktop.ini")});
+        window.show();
+        store.IsUsable();
+        if (!store.Note().empty()) window.Tell(QString::fromUtf8(store.Note().c_str()));
+        window.Open(arguments.files);
+        exit_code = QApplication::exec();
+    }
+    SetSettingsStore(nullptr);
+    return exit_code;
+}

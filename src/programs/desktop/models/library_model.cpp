@@ -1,0 +1,147 @@
+#include "programs/desktop/models/library_model.h"
+
+#include <algorithm>
+#include <map>
+#include <string_view>
+
+#include "programs/desktop/models/message_details.h"
+#include "programs/desktop/models/thumbnail_loader.h"
+#include "programs/desktop/work/patience.h"
+#include "host/export/export_subject.h"
+
+namespace desktop {
+
+namespace {
+
+/// Several screens full.
+constexpr int kCachedThumbnails = 600;
+
+}  // namespace
+
+bool IsSame(const LibraryEntry& one, const LibraryEntry& other) {
+    return one.key == other.key && one.recorded_at == other.recorded_at && one.text == other.text &&
+           one.warnings == other.warnings && one.source == other.source;
+}
+
+LibraryModel::LibraryModel(std::string library, QSize thumbnail, QObject* parent)
+    : QAbstractListModel(parent),
+      m_file(std::move(library)),
+      m_loader(new ThumbnailLoader(m_file, thumbnail, this)),
+      m_thumbnails(kCachedThumbnails) {
+    connect(m_loader, &ThumbnailLoader::loaded, this, &LibraryModel::TakeThumbnail);
+    connect(m_loader, &ThumbnailLoader::dropped, this, [this](const QString& disk, int number) {
+        m_asked.remove(CacheKey({disk.toStdString(), number}));
+    });
+}
+
+LibraryModel::~LibraryModel() = default;
+
+QString LibraryModel::CacheKey(const RecordingKey& key) {
+    return QString::fromUtf8(key.disk.c_str()) + QLatin1Char('\n') + QString::number(key.number);
+}
+
+void LibraryModel::Reload() {
+    if (!m_library) m_library.emplace(m_file, Library::Access::kWrite, kPatience);
+    Take(m_library->Search(m_words.toStdString()));
+}
+
+void LibraryModel::Search(const QString& words) {
+    m_words = words;
+    Reload();
+}
+
+int LibraryModel::RowOf(const RecordingKey& key) const {
+    const auto found = std::ranges::find(m_entries, key, &LibraryEntry::key);
+    return found == m_entries.end() ? -1 : static_cast<int>(found - m_entries.begin());
+}
+
+int LibraryModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
+}
+
+void LibraryModel::Take(std::vector<LibraryEntry> entries) {
+    std::map<RecordingKey, std::string_view> recorded_at;
+    for (const LibraryEntry& entry : m_entries) recorded_at.emplace(entry.key, entry.recorded_at);
+    for (const LibraryEntry& entry : entries) {
+        const auto before = recorded_at.find(entry.key);
+        if (before != recorded_at.end() && before->second != entry.recorded_at)
+            m_thumbnails.remove(CacheKey(entry.key));
+    }
+    if (InsertInto(entries)) return;
+    beginResetModel();
+    m_entries = std::move(entries);
+    endResetModel();
+}
+
+/// Takes new ones over between those that are there, when none of these is gone or has moved.
+bool LibraryModel::InsertInto(std::vector<LibraryEntry>& entries) {
+    std::size_t old = 0;
+    for (const LibraryEntry& entry : entries) {
+        if (old < m_entries.size() && m_entries[old].key == entry.key) ++old;
+    }
+    if (old != m_entries.size() || m_entries.empty()) return false;
+    for (std::size_t row = 0; row < entries.size();) {
+        if (row < m_entries.size() && m_entries[row].key == entries[row].key) {
+            if (!IsSame(m_entries[row], entries[row])) {
+                m_entries[row] = std::move(entries[row]);
+                const QModelIndex changed = index(static_cast<int>(row));
+                Q_EMIT dataChanged(changed, changed);
+            }
+            ++row;
+            continue;
+        }
+        std::size_t end = row;
+        while (end < entries.size() && (row >= m_entries.size() || entries[end].key != m_entries[row].key)) ++end;
+        beginInsertRows({}, static_cast<int>(row), static_cast<int>(end) - 1);
+        const auto at = [](std::vector<LibraryEntry>& list, std::size_t index) {
+            return list.begin() + static_cast<std::ptrdiff_t>(index);
+        };
+        m_entries.insert(at(m_entries, row), at(entries, row), at(entries, end));
+        endInsertRows();
+        row = end;
+    }
+    return true;
+}
+
+QVariant LibraryModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    const LibraryEntry& entry = EntryAt(index.row());
+    const QString text = QString::fromUtf8(entry.text.c_str());
+    switch (role) {
+        case Qt::DisplayRole:
+            return TitleOf(entry.key);
+        case Qt::ToolTipRole:
+        case Qt::AccessibleDescriptionRole:
+            return entry.warnings == 0 ? text : text + QStringLiteral("\n") + tr("Warnings: %1").arg(entry.warnings);
+        case Qt::AccessibleTextRole:
+            return TitleOf(entry.key) + QStringLiteral(", ") + QString::fromUtf8(::TitleOf(entry.text).c_str());
+        case kThumbnail:
+            return ThumbnailOf(entry);
+        case kText:
+            return QString::fromUtf8(::TitleOf(entry.text).c_str()).simplified();
+        case kWarnings:
+            return entry.warnings;
+        default:
+            return {};
+    }
+}
+
+QImage LibraryModel::ThumbnailOf(const LibraryEntry& entry) const {
+    const QString key = CacheKey(entry.key);
+    if (const QImage* image = m_thumbnails.object(key)) return *image;
+    if (!m_asked.contains(key)) {
+        m_asked.insert(key);
+        m_loader->Ask(entry.key);
+    }
+    return {};
+}
+
+void LibraryModel::TakeThumbnail(const QString& disk, int number, const QImage& image) {
+    const RecordingKey key{disk.toStdString(), number};
+    m_asked.remove(CacheKey(key));
+    m_thumbnails.insert(CacheKey(key), new QImage(image));
+    const int row = RowOf(key);
+    if (row >= 0) Q_EMIT dataChanged(index(row), index(row), {kThumbnail});
+}
+
+}  // namespace desktop

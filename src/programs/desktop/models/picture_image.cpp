@@ -1,0 +1,32 @@
+#include "programs/desktop/models/picture_image.h"
+
+#include <cstring>
+#include <stdexcept>
+
+#include "host/picture/png_reader.h"
+
+namespace desktop {
+
+QImage ImageOf(const Picture& picture) {
+    QImage image(picture.width, picture.height, QImage::Format_RGBA8888);
+    const auto bytes = static_cast<std::size_t>(picture.width) * 4;
+    for (int y = 0; y < image.height(); ++y)
+        std::memcpy(image.scanLine(y), picture.rgba.data() + static_cast<std::size_t>(y) * bytes, bytes);
+    return image;
+}
+
+QImage ImageOfPng(const std::string& png) {
+    if (png.empty()) return {};
+    try {
+        return ImageOf(DecodePng(png));
+    } catch (const std::runtime_error&) {
+        return {};
+    }
+}
+
+double PixelAspect(int width, int lines) {
+    if (width != kPictureWidth) return 1.0;
+    return lines == 576 ? 12.0 / 11.0 : 10.0 / 11.0;
+}
+
+}  // namespace desktop

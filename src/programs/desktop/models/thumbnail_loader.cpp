@@ -1,0 +1,74 @@
+#include "programs/desktop/models/thumbnail_loader.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "programs/desktop/models/picture_image.h"
+#include "host/library/library.h"
+
+namespace desktop {
+
+namespace {
+
+/// More than a screen shows.
+constexpr std::size_t kMostRequests = 128;
+
+QImage Thumbnail(const QImage& picture, QSize most) {
+    if (picture.isNull()) return picture;
+    const double aspect = PixelAspect(picture.width(), picture.height());
+    const QSize shape(qRound(picture.width() * aspect), picture.height());
+    return picture.convertToFormat(QImage::Format_ARGB32_Premultiplied)
+        .scaled(shape.scaled(most, Qt::KeepAspectRatio), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+}  // namespace
+
+ThumbnailLoader::ThumbnailLoader(std::string library, QSize size, QObject* parent)
+    : QObject(parent), m_library(std::move(library)), m_size(size), m_thread([this] { Work(); }) {}
+
+ThumbnailLoader::~ThumbnailLoader() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_closed = true;
+    }
+    m_changed.notify_all();
+    m_thread.join();
+}
+
+void ThumbnailLoader::Ask(const RecordingKey& key) {
+    std::optional<RecordingKey> given_up;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_requests.push_back(key);
+        if (m_requests.size() > kMostRequests) {
+            given_up = m_requests.front();
+            m_requests.pop_front();
+        }
+    }
+    m_changed.notify_all();
+    if (given_up) Q_EMIT dropped(QString::fromUtf8(given_up->disk.c_str()), given_up->number);
+}
+
+void ThumbnailLoader::Work() {
+    std::optional<Library> library;
+    for (;;) {
+        RecordingKey key;
+        {
+            std::unique_lock lock(m_mutex);
+            m_changed.wait(lock, [this] { return m_closed || !m_requests.empty(); });
+            if (m_closed) return;
+            key = std::move(m_requests.back());
+            m_requests.pop_back();
+        }
+        QImage image;
+        try {
+            if (!library) library.emplace(m_library, Library::Access::kRead);
+            image = Thumbnail(ImageOfPng(library->Picture(key)), m_size);
+        } catch (const LibraryError&) {
+            library.reset();
+        }
+        Q_EMIT loaded(QString::fromUtf8(key.disk.c_str()), key.number, image);
+    }
+}
+
+}  // namespace desktop

@@ -1,0 +1,92 @@
+#include "programs/desktop/qt_desktop.h"
+
+#include <QGuiApplication>
+#include <algorithm>
+#include <utility>
+
+#include "programs/desktop/dialogs/dialog_view.h"
+#include "programs/desktop/dialogs/file_dialog.h"
+#include "programs/desktop/dialogs/message_box.h"
+#include "programs/desktop/dialogs/text_viewer.h"
+#include "platform/framework/cfiledialog.h"
+
+namespace {
+
+/// The plain cursor while the user is asked something, also in the middle of a run.
+class PlainCursor {
+  public:
+    PlainCursor(QtDesktop& desktop, bool waiting) : m_desktop(desktop), m_waiting(waiting) {
+        m_desktop.SetWaitCursor(false);
+    }
+    ~PlainCursor() { m_desktop.SetWaitCursor(m_waiting); }
+    PlainCursor(const PlainCursor&) = delete;
+    PlainCursor& operator=(const PlainCursor&) = delete;
+
+  private:
+    QtDesktop& m_desktop;
+    bool m_waiting;
+};
+
+/// Keeps a dialog among those that run.
+class Listed {
+  public:
+    Listed(std::vector<DialogView*>& list, DialogView& dialog) : m_list(list) { m_list.push_back(&dialog); }
+    ~Listed() { m_list.pop_back(); }
+    Listed(const Listed&) = delete;
+    Listed& operator=(const Listed&) = delete;
+
+  private:
+    std::vector<DialogView*>& m_list;
+};
+
+}  // namespace
+
+int QtDesktop::ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) {
+    const PlainCursor plain(*this, m_waitCursor);
+    return RunMessageBox(ParentFor(owner), text, caption, style);
+}
+
+void QtDesktop::RunModal(CDialog& dialog) {
+    const PlainCursor plain(*this, m_waitCursor);
+    DialogView view(dialog, m_input, ParentFor(nullptr));
+    const Listed listed(m_dialogs, view);
+    view.Run();
+}
+
+int QtDesktop::RunFileDialog(CFileDialog& dialog, std::string& path) {
+    const PlainCursor plain(*this, m_waitCursor);
+    return PickFile(ParentFor(dialog.m_ofn.hwndOwner), dialog, path);
+}
+
+bool QtDesktop::IsKeyDown(int virtualKey) {
+    return virtualKey == VK_ESCAPE && m_input.TakeEscape();
+}
+
+void QtDesktop::SetWaitCursor(bool on) {
+    if (std::exchange(m_waitCursor, on) == on) return;
+    if (on) {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QGuiApplication::restoreOverrideCursor();
+    }
+}
+
+bool QtDesktop::RunCommand(const std::string& commandLine) {
+    return ShowTextFile(ParentFor(nullptr), commandLine);
+}
+
+DialogView* QtDesktop::Find(const CDialog& dialog) const {
+    const auto found =
+        std::find_if(m_dialogs.begin(), m_dialogs.end(), [&](const DialogView* view) { return view->Shows(dialog); });
+    return found != m_dialogs.end() ? *found : nullptr;
+}
+
+/// The owner's window, else the innermost one that can be seen.
+QWidget* QtDesktop::ParentFor(HWND owner) const {
+    for (DialogView* const view : m_dialogs) {
+        if (view->Shows(owner) && view->isVisible()) return view;
+    }
+    const auto seen =
+        std::find_if(m_dialogs.rbegin(), m_dialogs.rend(), [](const DialogView* view) { return view->isVisible(); });
+    return seen != m_dialogs.rend() ? *seen : m_mainWindow.data();
+}

@@ -1,0 +1,309 @@
+#include "programs/desktop/widgets/picture_view.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "programs/desktop/models/picture_image.h"
+#include "programs/desktop/widgets/checkerboard.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr double kSmallest = 0.1, kLargest = 16.0, kStep = 1.25;
+/// Around a picture that fits itself, pixels.
+constexpr int kMargin = 12;
+const QColor kFieldColour(0, 216, 255), kMarkColour(255, 200, 0), kActionColour(255, 80, 80), kTitleColour(80, 255, 80);
+/// Parts of width and height that every screen shows, and that titles stay in.
+constexpr double kActionSafe = 0.93, kTitleSafe = 0.90;
+
+/// The alpha as an opaque grey.
+QImage KeyOf(const QImage& picture) {
+    QImage key = picture.convertToFormat(QImage::Format_Alpha8);
+    key.reinterpretAsFormat(QImage::Format_Grayscale8);
+    return key.convertToFormat(QImage::Format_RGB32);
+}
+
+}  // namespace
+
+PictureView::PictureView(QWidget* parent) : QAbstractScrollArea(parent), m_ground(Checkerboard()) {
+    setObjectName(QStringLiteral("picture"));
+    setAccessibleName(tr("Picture of the message"));
+    setFocusPolicy(Qt::StrongFocus);
+    viewport()->setMouseTracking(true);
+    setFrameShape(QFrame::NoFrame);
+    setMinimumSize(320, 240);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void PictureView::Show(const QImage& picture, const MessageDetails& details, const QString& words) {
+    m_picture = picture;
+    m_details = details;
+    m_words = words;
+    m_mark = {};
+    PointAt(-1);
+    SetKeyAlone(m_key);
+    Place();
+}
+
+void PictureView::SetGround(Ground ground, const QColor& colour) {
+    m_kind = ground;
+    m_ground = ground == Ground::kCheckerboard ? Checkerboard() : QBrush(colour);
+    viewport()->update();
+}
+
+void PictureView::SetKeyAlone(bool on) {
+    m_key = on;
+    m_shown = {};
+    if (!m_picture.isNull())
+        m_shown = on ? KeyOf(m_picture) : m_picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    viewport()->update();
+}
+
+void PictureView::SetPixelAspect(bool on) {
+    m_aspect = on;
+    Place();
+}
+
+void PictureView::SetFields(bool on) {
+    m_fields = on;
+    viewport()->update();
+}
+
+void PictureView::SetSafeAreas(bool on) {
+    m_safe = on;
+    viewport()->update();
+}
+
+void PictureView::Mark(const QRect& part) {
+    m_mark = part;
+    viewport()->update();
+}
+
+double PictureView::Aspect() const {
+    return m_aspect ? PixelAspect(m_picture.width(), m_picture.height()) : 1.0;
+}
+
+QSizeF PictureView::SizeAt(double zoom) const {
+    const double scale = zoom / devicePixelRatioF();
+    return {m_picture.width() * Aspect() * scale, m_picture.height() * scale};
+}
+
+QPointF PictureView::Origin() const {
+    const QSizeF size = SizeAt(m_zoom);
+    const QSizeF view = viewport()->size();
+    const auto along = [](double room, double length, int scrolled) {
+        return length <= room ? std::floor((room - length) / 2) : -scrolled;
+    };
+    return {along(view.width(), size.width(), horizontalScrollBar()->value()),
+            along(view.height(), size.height(), verticalScrollBar()->value())};
+}
+
+QTransform PictureView::ToView() const {
+    const double scale = m_zoom / devicePixelRatioF();
+    const QPointF origin = Origin();
+    return QTransform::fromTranslate(origin.x(), origin.y()).scale(Aspect() * scale, scale);
+}
+
+/// Takes over a new size of picture or view.
+void PictureView::Place() {
+    if (m_fits && !m_picture.isNull()) {
+        const QSizeF one = SizeAt(1.0);
+        const QSize room = maximumViewportSize() - QSize(2 * kMargin, 2 * kMargin);
+        m_zoom = std::clamp(std::min(room.width() / one.width(), room.height() / one.height()), kSmallest, kLargest);
+    }
+    const QSizeF size = m_picture.isNull() ? QSizeF(0, 0) : SizeAt(m_zoom);
+    const auto set = [](QScrollBar& bar, double length, int room) {
+        bar.setPageStep(room);
+        bar.setSingleStep(20);
+        bar.setRange(0, std::max(0, static_cast<int>(std::ceil(length)) - room));
+    };
+    set(*horizontalScrollBar(), size.width(), viewport()->width());
+    set(*verticalScrollBar(), size.height(), viewport()->height());
+    viewport()->update();
+    Q_EMIT zoomed(m_zoom);
+}
+
+/// @param around  place of the view that keeps its part of the picture.
+void PictureView::ZoomTo(double zoom, QPointF around) {
+    if (m_picture.isNull()) return;
+    const QPointF in_picture = ToView().inverted().map(around);
+    m_fits = false;
+    m_zoom = std::clamp(zoom, kSmallest, kLargest);
+    Place();
+    const QPointF moved = ToView().map(in_picture) - around;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(moved.x()));
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(moved.y()));
+}
+
+void PictureView::ZoomIn() {
+    ZoomTo(m_zoom * kStep, QRectF(viewport()->rect()).center());
+}
+
+void PictureView::ZoomOut() {
+    ZoomTo(m_zoom / kStep, QRectF(viewport()->rect()).center());
+}
+
+void PictureView::ShowActualPixels() {
+    ZoomTo(1.0, QRectF(viewport()->rect()).center());
+}
+
+void PictureView::Fit() {
+    m_fits = true;
+    Place();
+}
+
+void PictureView::resizeEvent(QResizeEvent* /*event*/) {
+    Place();
+}
+
+void PictureView::wheelEvent(QWheelEvent* event) {
+    if ((event->modifiers() & Qt::ControlModifier) == 0) return QAbstractScrollArea::wheelEvent(event);
+    ZoomTo(m_zoom * std::pow(kStep, event->angleDelta().y() / 120.0), event->position());
+    event->accept();
+}
+
+void PictureView::PointAt(int character) {
+    if (m_pointed == character) return;
+    m_pointed = character;
+    viewport()->update();
+    const bool none = character < 0;
+    Q_EMIT pointedAt(none ? QString() : m_details.characters[static_cast<std::size_t>(character)].Name());
+}
+
+// The arrow keys go from character to character, as the pointer does.
+void PictureView::keyPressEvent(QKeyEvent* event) {
+    const int count = static_cast<int>(m_details.characters.size());
+    const int step = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
+    if (event->key() == Qt::Key_Escape) return PointAt(-1);
+    if (step == 0 || count == 0) return QAbstractScrollArea::keyPressEvent(event);
+    PointAt(std::clamp(m_pointed < 0 && step < 0 ? count - 1 : m_pointed + step, 0, count - 1));
+}
+
+void PictureView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) m_pressed = event->pos();
+}
+
+void PictureView::mouseMoveEvent(QMouseEvent* event) {
+    if ((event->buttons() & Qt::LeftButton) != 0) {
+        if (!m_pressed || m_picture.isNull()) return;
+        if ((event->pos() - *m_pressed).manhattanLength() < QApplication::startDragDistance()) return;
+        m_pressed.reset();
+        Q_EMIT dragged();
+        return;
+    }
+    m_pressed.reset();
+    const QPointF place = ToView().inverted().map(event->position());
+    PointAt(m_details.CharacterAt({static_cast<int>(std::floor(place.x())), static_cast<int>(std::floor(place.y()))}));
+}
+
+void PictureView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (m_fits) {
+        ZoomTo(1.0, event->position());
+    } else {
+        Fit();
+    }
+}
+
+bool PictureView::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Leave && !hasFocus()) PointAt(-1);
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        QToolTip::showText(help->globalPos(),
+                           m_pointed < 0 ? QString() : m_details.characters[static_cast<std::size_t>(m_pointed)].Name(),
+                           viewport());
+        return true;
+    }
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+void PictureView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(viewport());
+    painter.fillRect(viewport()->rect(), palette().color(QPalette::Window));
+    if (m_shown.isNull()) return PaintWords(painter);
+    const QTransform to_view = ToView();
+    const QRectF place = to_view.mapRect(QRectF(m_shown.rect()));
+    painter.setBrushOrigin(place.topLeft());
+    painter.fillRect(place, m_key ? QBrush(Qt::black) : m_ground);
+    // Enlarged far, pixels are to be seen as they are.
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_zoom < 4.0);
+    painter.drawImage(place, m_shown);
+    PaintOverlays(painter);
+    if (hasFocus()) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
+    }
+}
+
+void PictureView::PaintOverlays(QPainter& painter) const {
+    const QTransform to_view = ToView();
+    painter.setBrush(Qt::NoBrush);
+    if (m_safe) PaintSafeAreas(painter);
+    if (m_fields) PaintFields(painter);
+    painter.setPen(QPen(kMarkColour, 2));
+    if (!m_mark.isEmpty()) painter.drawRect(to_view.mapRect(QRectF(m_mark)));
+    if (m_pointed >= 0) {
+        const QRectF place(m_details.characters[static_cast<std::size_t>(m_pointed)].place);
+        painter.setPen(QPen(Qt::black, 3));
+        painter.drawRect(to_view.mapRect(place));
+        painter.setPen(QPen(kMarkColour, 1));
+        painter.drawRect(to_view.mapRect(place));
+    }
+}
+
+void PictureView::PaintFields(QPainter& painter) const {
+    const QTransform to_view = ToView();
+    QList<QRectF> plates;
+    for (const FieldDetail& field : m_details.fields) {
+        const QRectF frame = to_view.mapRect(QRectF(field.frame));
+        painter.setPen(QPen(kFieldColour, 1));
+        painter.drawRect(frame);
+        QRectF plate = QRectF(painter.fontMetrics().boundingRect(field.name)).adjusted(-3, -1, 3, 1);
+        plate.moveBottomLeft(frame.topLeft());
+        if (plate.top() < 0) plate.moveTopLeft(frame.topLeft());
+        // Fields may begin in the same place.
+        for (const QRectF& placed : std::as_const(plates)) {
+            if (placed.intersects(plate)) plate.moveLeft(placed.right() + 2);
+        }
+        plates.append(plate);
+        painter.fillRect(plate, QColor(0, 24, 40, 208));
+        painter.setPen(QColor(0xC8, 0xF4, 0xFF));
+        painter.drawText(plate, Qt::AlignCenter, field.name);
+    }
+}
+
+void PictureView::PaintSafeAreas(QPainter& painter) const {
+    const QRectF whole = ToView().mapRect(QRectF(m_shown.rect()));
+    const auto paint = [&](double part, const QColor& colour, const QString& name, int side) {
+        QRectF area(0, 0, whole.width() * part, whole.height() * part);
+        area.moveCenter(whole.center());
+        painter.setPen(QPen(colour, 1, Qt::DashLine));
+        painter.drawRect(area);
+        // Both names stand inside the inner area: between the two there is no room.
+        QRectF label(0, 0, whole.width() * kTitleSafe, whole.height() * kTitleSafe);
+        label.moveCenter(whole.center());
+        label.adjust(4, 2, -4, -2);
+        painter.setPen(Qt::black);
+        painter.drawText(label.translated(1, 1), side | Qt::AlignBottom, name);
+        painter.setPen(colour);
+        painter.drawText(label, side | Qt::AlignBottom, name);
+    };
+    paint(kActionSafe, kActionColour, tr("action safe, 93 %"), Qt::AlignLeft);
+    paint(kTitleSafe, kTitleColour, tr("title safe, 90 %"), Qt::AlignRight);
+}
+
+void PictureView::PaintWords(QPainter& painter) const {
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                     Qt::AlignCenter | Qt::TextWordWrap, m_words);
+}
+
+}  // namespace desktop

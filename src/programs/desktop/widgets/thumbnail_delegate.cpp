@@ -1,0 +1,71 @@
+#include "programs/desktop/widgets/thumbnail_delegate.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include "programs/desktop/models/library_model.h"
+#include "programs/desktop/widgets/checkerboard.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr int kCellMargin = 6;
+
+void DrawMark(QPainter& painter, const QRect& frame) {
+    constexpr int kSize = 16;
+    const QIcon icon = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    icon.paint(&painter, QRect(frame.right() - kSize - 3, frame.top() + 4, kSize, kSize));
+}
+
+}  // namespace
+
+ThumbnailDelegate::ThumbnailDelegate(QObject* parent) : QStyledItemDelegate(parent), m_ground(Checkerboard()) {}
+
+QSize ThumbnailDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
+    return {kThumbnail.width() + 2 * kCellMargin,
+            kThumbnail.height() + 2 * option.fontMetrics.height() + 3 * kCellMargin};
+}
+
+void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QStyleOptionViewItem item = option;
+    QStyle& style = *QApplication::style();
+    style.drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, option.widget);
+
+    const QRect inner = option.rect.adjusted(kCellMargin, kCellMargin, -kCellMargin, -kCellMargin);
+    const QRect frame(inner.left() + (inner.width() - kThumbnail.width()) / 2, inner.top(), kThumbnail.width(),
+                      kThumbnail.height());
+    const auto thumbnail = index.data(LibraryModel::kThumbnail).value<QImage>();
+    QRect place(QPoint(), thumbnail.isNull() ? kThumbnail : thumbnail.size().scaled(kThumbnail, Qt::KeepAspectRatio));
+    place.moveCenter(frame.center());
+    painter->save();
+    painter->setBrushOrigin(place.topLeft());
+    painter->fillRect(place, m_ground);
+    painter->setRenderHint(QPainter::SmoothPixmapTransform);
+    if (!thumbnail.isNull()) painter->drawImage(place, thumbnail);
+    if (index.data(LibraryModel::kWarnings).toInt() != 0) DrawMark(*painter, frame);
+
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    const auto group = (option.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
+    painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+    QRect line(inner.left(), frame.bottom() + kCellMargin, inner.width(), option.fontMetrics.height());
+    const auto draw = [&](const QString& text, Qt::TextElideMode mode) {
+        painter->drawText(line, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextSingleLine,
+                          option.fontMetrics.elidedText(text, mode, line.width()));
+        line.translate(0, line.height());
+    };
+    QFont bold = option.font;
+    bold.setBold(true);
+    painter->setFont(bold);
+    draw(index.data(Qt::DisplayRole).toString(), Qt::ElideMiddle);
+    painter->setFont(option.font);
+    draw(index.data(LibraryModel::kText).toString(), Qt::ElideRight);
+    painter->restore();
+    if ((option.state & QStyle::State_HasFocus) != 0) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(option);
+        style.drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
+    }
+}
+
+}  // namespace desktop

@@ -1,0 +1,108 @@
+#include "programs/desktop/windows/export_dialog.h"
+
+#include <QDir>
+#include <QPushButton>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include "programs/desktop/windows/pick.h"
+#include "programs/desktop/words.h"
+#include "host/export/exporter.h"
+#include "ui_export_dialog.h"
+
+namespace desktop {
+
+ExportDialog::ExportDialog(Offer offer, QSettings& settings, QWidget* parent)
+    : QDialog(parent), m_offer(std::move(offer)), m_settings(settings), m_ui(std::make_unique<Ui::ExportDialog>()) {
+    m_ui->setupUi(this);
+    m_ui->buttons->button(QDialogButtonBox::Ok)->setText(m_offer.asks_range ? tr("&Next…") : tr("&Export"));
+    setWindowTitle(m_offer.asks_range ? tr("Batch export") : tr("Export"));
+    m_ui->what->setVisible(!m_offer.asks_range);
+    m_ui->selected->setText(m_ui->selected->text() + QStringLiteral(" (%1)").arg(m_offer.selected.size()));
+    m_ui->shown->setText(m_ui->shown->text() + QStringLiteral(" (%1)").arg(m_offer.shown.size()));
+    m_ui->selected->setEnabled(!m_offer.selected.empty());
+    (m_offer.selected.empty() ? m_ui->shown : m_ui->selected)->setChecked(true);
+    for (const std::string& disk : m_offer.disks)
+        m_ui->disk->addItem(disk.empty() ? tr("(without a name)") : Text(disk), Text(disk));
+    m_ui->disk->setCurrentIndex(m_ui->disk->findData(Text(m_offer.disk)));
+    const bool asks_disk = m_ui->disk->count() > 1;
+    m_ui->disk->setVisible(asks_disk);
+    m_ui->disk_label->setVisible(asks_disk);
+    FillFormats();
+    m_ui->premultiplied->setChecked(m_settings.value(QStringLiteral("export/premultiplied")).toBool());
+    const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    m_ui->directory->setText(m_settings.value(QStringLiteral("export/directory"), pictures).toString());
+    connect(m_ui->browse, &QPushButton::clicked, this, [this] {
+        const QString folder = PickFolder(this, tr("Folder to export to"), m_ui->directory->text());
+        if (!folder.isEmpty()) m_ui->directory->setText(folder);
+    });
+    for (QRadioButton* const button : {m_ui->selected, m_ui->shown, m_ui->range})
+        connect(button, &QRadioButton::toggled, this, &ExportDialog::Enable);
+    connect(m_ui->formats, &QListWidget::itemChanged, this, &ExportDialog::Enable);
+    connect(m_ui->directory, &QLineEdit::textChanged, this, &ExportDialog::Enable);
+    connect(m_ui->buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_ui->buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    Enable();
+}
+
+ExportDialog::~ExportDialog() = default;
+
+void ExportDialog::FillFormats() {
+    const QStringList chosen =
+        m_settings.value(QStringLiteral("export/formats"), QStringList{QStringLiteral("png")}).toStringList();
+    for (const ExportFormat& format : ExportFormats()) {
+        auto* const item = new QListWidgetItem(Text(format.name) + QStringLiteral(" – ") + Text(format.description));
+        item->setData(Qt::UserRole, Text(format.name));
+        item->setFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+        item->setCheckState(chosen.contains(Text(format.name)) ? Qt::Checked : Qt::Unchecked);
+        m_ui->formats->addItem(item);
+    }
+    m_ui->formats->setCurrentRow(0);
+    constexpr int kFrame = 8, kBetween = 2;
+    const int lines = m_ui->formats->count();
+    m_ui->formats->setSpacing(kBetween);
+    m_ui->formats->setMinimumHeight(lines * (m_ui->formats->sizeHintForRow(0) + 2 * kBetween) + kFrame);
+    m_ui->formats->setMinimumWidth(m_ui->formats->sizeHintForColumn(0) + 4 * kFrame);
+}
+
+QStringList ExportDialog::Checked() const {
+    QStringList names;
+    for (int row = 0; row < m_ui->formats->count(); ++row) {
+        const QListWidgetItem& item = *m_ui->formats->item(row);
+        if (item.checkState() == Qt::Checked) names.append(item.data(Qt::UserRole).toString());
+    }
+    return names;
+}
+
+void ExportDialog::Enable() {
+    const bool range = m_ui->range->isChecked();
+    m_ui->first->setEnabled(range);
+    m_ui->last->setEnabled(range);
+    m_ui->disk->setEnabled(range || m_offer.asks_range);
+    m_ui->buttons->button(QDialogButtonBox::Ok)
+        ->setEnabled(!Checked().isEmpty() && !m_ui->directory->text().trimmed().isEmpty());
+}
+
+void ExportDialog::done(int result) {
+    if (result == QDialog::Accepted) {
+        m_settings.setValue(QStringLiteral("export/formats"), Checked());
+        m_settings.setValue(QStringLiteral("export/premultiplied"), m_ui->premultiplied->isChecked());
+        m_settings.setValue(QStringLiteral("export/directory"), m_ui->directory->text());
+    }
+    QDialog::done(result);
+}
+
+ExportOrder ExportDialog::Order() const {
+    return {QDir(m_ui->directory->text().trimmed()).absolutePath(), Checked(), m_ui->premultiplied->isChecked()};
+}
+
+std::string ExportDialog::Disk() const {
+    return m_ui->disk->currentData().toString().toStdString();
+}
+
+ExportDialog::Choice ExportDialog::Chosen() const {
+    if (m_ui->range->isChecked()) return {{}, true, m_ui->first->value(), m_ui->last->value()};
+    return {m_ui->selected->isChecked() ? m_offer.selected : m_offer.shown};
+}
+
+}  // namespace desktop

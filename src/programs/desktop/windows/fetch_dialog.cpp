@@ -1,0 +1,82 @@
+#include "programs/desktop/windows/fetch_dialog.h"
+
+#include <QDir>
+#include <QPushButton>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include "programs/desktop/windows/pick.h"
+#include "ui_fetch_dialog.h"
+
+namespace desktop {
+
+namespace {
+
+QString UsualFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation) + QStringLiteral("/ZelTrans");
+}
+
+}  // namespace
+
+FetchDialog::FetchDialog(QSettings& settings, QWidget* parent)
+    : QDialog(parent), m_settings(settings), m_ui(std::make_unique<Ui::FetchDialog>()) {
+    m_ui->setupUi(this);
+    m_ui->buttons->button(QDialogButtonBox::Ok)->setText(tr("Fe&tch"));
+    m_ui->trouble->hide();
+    m_settings.beginGroup(QStringLiteral("fetch"));
+    m_ui->url->setText(m_settings.value(QStringLiteral("url")).toString());
+    m_ui->user->setText(m_settings.value(QStringLiteral("user")).toString());
+    m_ui->selection->setText(m_settings.value(QStringLiteral("selection"), m_ui->selection->text()).toString());
+    m_ui->directory->setText(m_settings.value(QStringLiteral("directory"), UsualFolder()).toString());
+    m_ui->tls->setCurrentIndex(m_settings.value(QStringLiteral("tls"), 1).toInt());
+    m_ui->passive->setChecked(m_settings.value(QStringLiteral("passive"), true).toBool());
+    m_settings.endGroup();
+    connect(m_ui->browse, &QPushButton::clicked, this, [this] {
+        const QString folder = PickFolder(this, tr("Folder to fetch to"), m_ui->directory->text());
+        if (!folder.isEmpty()) m_ui->directory->setText(folder);
+    });
+    connect(m_ui->buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(m_ui->buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+FetchDialog::~FetchDialog() = default;
+
+FetchOrder FetchDialog::Order() const {
+    FetchOrder order;
+    order.url = m_ui->url->text().trimmed();
+    order.user = m_ui->user->text();
+    order.password = m_ui->password->text();
+    order.selection = m_ui->selection->text();
+    const QString directory = m_ui->directory->text().trimmed();
+    if (!directory.isEmpty()) order.directory = QDir(directory).absolutePath();
+    order.overwrite = m_ui->overwrite->isChecked();
+    order.fonts = m_ui->fonts->isChecked();
+    order.passive = m_ui->passive->isChecked();
+    constexpr ftp::Tls kChoices[] = {ftp::Tls::kOff, ftp::Tls::kTry, ftp::Tls::kRequire};
+    order.tls = kChoices[qBound(0, m_ui->tls->currentIndex(), 2)];
+    return order;
+}
+
+bool FetchDialog::ImportsAfterwards() const {
+    return m_ui->import->isChecked();
+}
+
+void FetchDialog::accept() {
+    const FetchOrder order = Order();
+    const QString trouble = order.Trouble();
+    m_ui->trouble->setVisible(!trouble.isEmpty());
+    m_ui->trouble->setText(trouble);
+    if (!trouble.isEmpty()) return;
+    m_settings.beginGroup(QStringLiteral("fetch"));
+    // An address may hold a password; the dialog's own line is for that, and isn't stored.
+    if (!order.url.contains(u'@')) m_settings.setValue(QStringLiteral("url"), order.url);
+    m_settings.setValue(QStringLiteral("user"), order.user);
+    m_settings.setValue(QStringLiteral("selection"), order.selection);
+    m_settings.setValue(QStringLiteral("directory"), order.directory);
+    m_settings.setValue(QStringLiteral("tls"), m_ui->tls->currentIndex());
+    m_settings.setValue(QStringLiteral("passive"), order.passive);
+    m_settings.endGroup();
+    QDialog::accept();
+}
+
+}  // namespace desktop

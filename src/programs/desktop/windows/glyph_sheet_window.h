@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QWidget>
+
+#include "programs/desktop/work/font_sheet.h"
+
+namespace desktop {
+
+/// A window of its own with the glyphs of a font. It deletes itself when it is closed.
+class GlyphSheetWindow : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// @param parent  whose window it stands over.
+    GlyphSheetWindow(const FontSheet& sheet, QWidget* parent);
+
+  private:
+    void Copy();
+    void Save();
+
+    QImage m_image;
+    QString m_file_name;
+};
+
+}  // namespace desktop

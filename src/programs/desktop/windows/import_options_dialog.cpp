@@ -1,0 +1,31 @@
+#include "programs/desktop/windows/import_options_dialog.h"
+
+#include <QSettings>
+
+#include "programs/desktop/windows/pick.h"
+#include "ui_import_options_dialog.h"
+
+namespace desktop {
+
+ImportOptionsDialog::ImportOptionsDialog(QSettings& settings, QWidget* parent) : QDialog(parent) {
+    Ui::ImportOptionsDialog ui;
+    ui.setupUi(this);
+    ui.lines->setCurrentIndex(settings.value(QStringLiteral("import/lines"), 486).toInt() == 576 ? 1 : 0);
+    ui.maps->setText(settings.value(QStringLiteral("import/maps")).toString());
+    ui.typefaces->setChecked(settings.value(QStringLiteral("import/typefaces"), false).toBool());
+    ui.baseline->setChecked(settings.value(QStringLiteral("import/baseline"), true).toBool());
+    connect(ui.browse, &QPushButton::clicked, this, [this, ui] {
+        const QString folder = PickFolder(this, tr("Folder of the name lists"), ui.maps->text());
+        if (!folder.isEmpty()) ui.maps->setText(folder);
+    });
+    connect(ui.buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(ui.buttons, &QDialogButtonBox::accepted, this, [this, ui, &settings] {
+        settings.setValue(QStringLiteral("import/lines"), ui.lines->currentIndex() == 1 ? 576 : 486);
+        settings.setValue(QStringLiteral("import/maps"), ui.maps->text().trimmed());
+        settings.setValue(QStringLiteral("import/typefaces"), ui.typefaces->isChecked());
+        settings.setValue(QStringLiteral("import/baseline"), ui.baseline->isChecked());
+        accept();
+    });
+}
+
+}  // namespace desktop

@@ -1,0 +1,204 @@
+#include "programs/desktop/windows/library_panel.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "programs/desktop/models/library_model.h"
+#include "programs/desktop/widgets/thumbnail_delegate.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr int kSearchDelay_ms = 200;
+constexpr int kReloadDelay_ms = 150;
+/// A reload takes at most this part of the time.
+constexpr int kReloadShare = 10;
+
+QListView* MakeList(QAbstractItemModel* model, QWidget* parent) {
+    auto* const list = new QListView(parent);
+    list->setObjectName(QStringLiteral("library"));
+    list->setAccessibleName(LibraryPanel::tr("Library"));
+    list->setModel(model);
+    list->setItemDelegate(new ThumbnailDelegate(list));
+    list->setFlow(QListView::LeftToRight);
+    list->setWrapping(true);
+    list->setResizeMode(QListView::Adjust);
+    list->setUniformItemSizes(true);
+    list->setSpacing(2);
+    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    list->setMinimumWidth(ThumbnailDelegate::kThumbnail.width() + 48);
+    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    return list;
+}
+
+}  // namespace
+
+LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
+    : QWidget(parent),
+      m_model(new LibraryModel(std::move(library), ThumbnailDelegate::kThumbnail * qGuiApp->devicePixelRatio(), this)),
+      m_search(new QLineEdit(this)),
+      m_list(MakeList(m_model, this)),
+      m_words(new QLabel(this)),
+      m_pages(new QStackedWidget(this)),
+      m_search_timer(new QTimer(this)),
+      m_reload_timer(new QTimer(this)) {
+    m_search->setObjectName(QStringLiteral("search"));
+    m_search->setPlaceholderText(tr("Search texts, fields and files"));
+    m_search->setAccessibleName(tr("Search the library"));
+    m_search->setClearButtonEnabled(true);
+    m_search->installEventFilter(this);
+    m_words->setObjectName(QStringLiteral("library_words"));
+    m_words->setAlignment(Qt::AlignCenter);
+    m_words->setWordWrap(true);
+    m_words->setMargin(12);
+    m_words->setTextFormat(Qt::PlainText);
+    m_pages->addWidget(m_list);
+    m_pages->addWidget(m_words);
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(6, 6, 0, 6);
+    column->addWidget(m_search);
+    column->addWidget(m_pages);
+
+    m_search_timer->setSingleShot(true);
+    m_reload_timer->setSingleShot(true);
+    m_reload_timer->setInterval(kReloadDelay_ms);
+    connect(m_search, &QLineEdit::textChanged, m_search_timer, [this] { m_search_timer->start(kSearchDelay_ms); });
+    connect(m_search_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
+    connect(m_reload_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryPanel::TellChoice);
+}
+
+// Down in the search line goes to what was found.
+bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
+    if (object == m_search && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Escape && !m_search->text().isEmpty()) {
+            m_search->clear();
+            return true;
+        }
+        if (key == Qt::Key_Down || key == Qt::Key_Return) {
+            if (m_search_timer->isActive()) Reload();
+            m_list->setFocus();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+void LibraryPanel::Reload() {
+    m_search_timer->stop();
+    const std::optional<RecordingKey> current = Current();
+    QElapsedTimer taken;
+    taken.start();
+    m_readable = true;
+    try {
+        m_model->Search(m_search->text());
+    } catch (const LibraryError& error) {
+        m_readable = false;
+        m_told.reset();
+        Q_EMIT failed(QString::fromUtf8(error.what()));
+    }
+    m_reload_timer->setInterval(std::max(kReloadDelay_ms, static_cast<int>(taken.elapsed()) * kReloadShare));
+    ShowWords();
+    KeepChoice(current);
+    Q_EMIT reloaded();
+}
+
+void LibraryPanel::ReloadSoon() {
+    if (!m_reload_timer->isActive()) m_reload_timer->start();
+}
+
+void LibraryPanel::ChooseSoon(const RecordingKey& key) {
+    m_wanted = key;
+    ReloadSoon();
+}
+
+void LibraryPanel::KeepChoice(const std::optional<RecordingKey>& before) {
+    const auto row_of = [this](const std::optional<RecordingKey>& key) { return key ? m_model->RowOf(*key) : -1; };
+    const int wanted = row_of(std::exchange(m_wanted, std::nullopt));
+    const QModelIndex now = m_model->index(wanted >= 0 ? wanted : std::max(row_of(before), 0));
+    if (now.isValid() && m_list->currentIndex() != now) {
+        m_list->setCurrentIndex(now);
+    } else {
+        TellChoice();
+    }
+}
+
+/// Says nothing of a choice that is as it was, so that a reload doesn't disturb whoever looks at it.
+void LibraryPanel::TellChoice() {
+    const QModelIndex current = m_list->currentIndex();
+    std::optional<LibraryEntry> now;
+    if (current.isValid()) now = m_model->EntryAt(current.row());
+    const bool same = m_told.has_value() == now.has_value() && (!now || IsSame(*m_told, *now));
+    m_told = std::move(now);
+    if (!same) Q_EMIT chosen();
+}
+
+void LibraryPanel::ShowWords() {
+    const bool empty = m_model->rowCount() == 0;
+    m_pages->setCurrentIndex(empty ? 1 : 0);
+    if (!m_readable) {
+        m_words->setText(tr("The library can't be read."));
+    } else if (IsSearching()) {
+        m_words->setText(tr("No message holds “%1”.").arg(m_search->text().trimmed()));
+    } else {
+        m_words->setText(tr("The library is empty."));
+    }
+}
+
+int LibraryPanel::Count() const {
+    return m_model->rowCount();
+}
+
+bool LibraryPanel::IsEmpty() const {
+    return m_readable && !IsSearching() && Count() == 0;
+}
+
+bool LibraryPanel::IsSearching() const {
+    return !m_search->text().trimmed().isEmpty();
+}
+
+std::optional<RecordingKey> LibraryPanel::Current() const {
+    const QModelIndex current = m_list->currentIndex();
+    if (!current.isValid()) return std::nullopt;
+    return m_model->EntryAt(current.row()).key;
+}
+
+std::vector<RecordingKey> LibraryPanel::Selected() const {
+    std::vector<RecordingKey> keys;
+    for (const QModelIndex& index : m_list->selectionModel()->selectedIndexes())
+        keys.push_back(m_model->EntryAt(index.row()).key);
+    std::ranges::sort(keys);
+    return keys;
+}
+
+std::vector<RecordingKey> LibraryPanel::Shown() const {
+    std::vector<RecordingKey> keys;
+    for (int row = 0; row < m_model->rowCount(); ++row) keys.push_back(m_model->EntryAt(row).key);
+    std::ranges::sort(keys);
+    return keys;
+}
+
+void LibraryPanel::FocusList() {
+    m_list->setFocus(Qt::OtherFocusReason);
+}
+
+void LibraryPanel::FocusSearch() {
+    m_search->setFocus(Qt::ShortcutFocusReason);
+    m_search->selectAll();
+}
+
+}  // namespace desktop

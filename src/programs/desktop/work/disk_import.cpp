@@ -1,0 +1,134 @@
+#include "programs/desktop/work/disk_import.h"
+
+#include <QFile>
+#include <QTimer>
+#include <filesystem>
+
+#include "programs/desktop/words.h"
+#include "programs/desktop/work/library_writer.h"
+#include "programs/desktop/work/own_settings.h"
+#include "programs/desktop/work/patience.h"
+#include "host/picture/picture.h"
+#include "host/run/import_run.h"
+
+namespace desktop {
+
+namespace {
+
+/// Keeps the picture of what arrives.
+class Arrival : public HostObserver {
+  public:
+    explicit Arrival(PictureComposer& pictures) : m_pictures(pictures) {}
+
+    void OnMessage(const MessageRecord& message) override {
+        arrived = ArrivedMessage{0, message, m_pictures.TakePicture()};
+    }
+
+    std::optional<ArrivedMessage> arrived;
+
+  private:
+    PictureComposer& m_pictures;
+};
+
+}  // namespace
+
+QString ImportSummary::Text() const {
+    QString text = Counted(static_cast<std::size_t>(recorded), "message imported", "messages imported");
+    if (unchanged != 0) text += QStringLiteral(", %1 unchanged").arg(unchanged);
+    if (!failures.isEmpty()) text += QStringLiteral(", ") + QStringLiteral("%1 failed").arg(failures.size());
+    if (cancelled) text += QStringLiteral("; stopped");
+    return text;
+}
+
+DiskImport::DiskImport(std::string library, QObject* parent)
+    : QObject(parent), m_library_file(std::move(library)), m_timer(new QTimer(this)) {
+    m_timer->setInterval(0);
+    connect(m_timer, &QTimer::timeout, this, &DiskImport::Step);
+}
+
+DiskImport::~DiskImport() = default;
+
+void DiskImport::Add(const MessageSource& source, const HostOptions& options) {
+    if (!m_writer) {
+        const auto kept = [this](const RecordingKey&) { Q_EMIT recorded(); };
+        m_writer = std::make_unique<LibraryWriter>(m_library_file, kept, [](const std::string&) {});
+        m_library = std::make_unique<Library>(m_library_file, Library::Access::kRead, kPatience);
+        m_items.clear();
+        m_next = 0;
+        m_summary = {};
+    }
+    for (const MessageFile& message : source.messages) m_items.push_back({message, source.font_directory, options});
+    m_timer->start();
+    Q_EMIT progressed(static_cast<int>(m_next), static_cast<int>(m_items.size()),
+                      QFile::decodeName(source.place.c_str()));
+}
+
+void DiskImport::SetPaused(bool paused) {
+    if (paused) {
+        m_timer->stop();
+    } else if (IsRunning()) {
+        m_timer->start();
+    }
+}
+
+void DiskImport::Cancel() {
+    if (!IsRunning()) return;
+    m_summary.cancelled = m_next < m_items.size();
+    Finish();
+}
+
+void DiskImport::Step() {
+    if (m_next == m_items.size()) return Finish();
+    const Item item = m_items[m_next++];
+    Q_EMIT progressed(static_cast<int>(m_next) - 1, static_cast<int>(m_items.size()),
+                      QFile::decodeName(item.message.path.c_str()));
+    try {
+        Import(item);
+    } catch (const std::exception& error) {
+        m_summary.stopped_by = QString::fromUtf8(error.what());
+        Finish();
+    }
+}
+
+bool DiskImport::IsUnchanged(const Item& item, const std::string& options) {
+    const std::optional<RecordingOrigin> origin = m_library->Origin(item.message.key);
+    return origin && origin->options == options && !origin->sources.empty() &&
+           origin->sources.front().path == item.message.path &&
+           AreUnchanged(origin->sources, item.font_directory, m_writer->Digests());
+}
+
+void DiskImport::Import(const Item& item) {
+    const RecordingContext context{item.message.key.disk, item.font_directory,
+                                   DescribeOptions(item.options, m_writer->Digests())};
+    if (IsUnchanged(item, context.options)) {
+        ++m_summary.unchanged;
+        return;
+    }
+    PictureComposer pictures;
+    Arrival arrival(pictures);
+    ImportRequest request;
+    request.message = item.message.path;
+    request.fonts = item.font_directory;
+    request.host = item.options;
+    HostObserver* const observers[] = {&pictures, &arrival};
+    const OwnSettings settings;
+    const ImportOutcome outcome = RunImport(request, observers);
+    if (!outcome.Done() || !arrival.arrived) {
+        m_summary.failures.append(QString::fromUtf8(outcome.failure.c_str()));
+        return;
+    }
+    arrival.arrived->number = item.message.key.number;
+    if (!m_writer->Record(std::move(*arrival.arrived), context)) Finish();
+}
+
+void DiskImport::Finish() {
+    m_timer->stop();
+    const std::string failure = m_writer->Finish();
+    m_summary.recorded = m_writer->Count();
+    if (!failure.empty()) m_summary.stopped_by = QString::fromUtf8(failure.c_str());
+    m_writer.reset();
+    m_library.reset();
+    Q_EMIT finished(m_summary);
+}
+
+}  // namespace desktop

@@ -1,0 +1,98 @@
+#include "programs/desktop/work/export_task.h"
+
+#include <QFile>
+#include <algorithm>
+#include <optional>
+
+#include "host/export/export_job.h"
+#include "host/export/library_shelf.h"
+#include "host/native_path.h"
+#include "host/library/library.h"
+#include "host/module_call.h"
+#include "host/reference_host.h"
+#include "module/contract/zel_trans_export.h"
+#include "platform/framework/cstring.h"
+#include "platform/system/files.h"
+
+namespace desktop {
+
+namespace {
+
+ExportJob MakeJob(const ExportOrder& order) {
+    std::vector<std::string> formats;
+    for (const QString& format : order.formats) formats.push_back(format.toStdString());
+    const int jobs = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+    return ExportJob(QFile::encodeName(order.directory).toStdString(), formats, {order.premultiplied}, jobs);
+}
+
+void Take(const ExportSummary& summary, ExportResult& result) {
+    result.messages = summary.messages;
+    result.files = summary.files;
+    for (const std::string& failure : summary.failures) result.failures.append(QString::fromUtf8(failure.c_str()));
+}
+
+}  // namespace
+
+QString ExportResult::Text(const QString& directory) const {
+    if (files == 0) return QStringLiteral("nothing exported");
+    const QString text = QStringLiteral("%1 %2 exported, %3 files in %4")
+                             .arg(messages)
+                             .arg(QLatin1String(messages == 1 ? "message" : "messages"))
+                             .arg(files)
+                             .arg(directory);
+    return cancelled ? text + QStringLiteral("; stopped") : text;
+}
+
+ExportTask::ExportTask(std::string library, std::vector<RecordingKey> keys, ExportOrder order, QObject* parent)
+    : QObject(parent), m_library(std::move(library)), m_keys(std::move(keys)), m_order(std::move(order)) {}
+
+ExportTask::~ExportTask() {
+    Cancel();
+    if (m_thread.joinable()) m_thread.join();
+}
+
+void ExportTask::Start() {
+    m_thread = std::thread([this] { Q_EMIT finished(Work()); });
+}
+
+ExportResult ExportTask::Work() {
+    ExportResult result;
+    try {
+        Library library(m_library, Library::Access::kRead);
+        ExportJob job = MakeJob(m_order);
+        int done = 0;
+        for (const RecordingKey& key : m_keys) {
+            if ((result.cancelled = m_cancelled)) break;
+            if (const auto recording = library.Find(key)) job.Export(*recording);
+            Q_EMIT progressed(++done, static_cast<int>(m_keys.size()));
+        }
+        Take(job.Finish(), result);
+    } catch (const std::exception& error) {
+        result.stopped_by = QString::fromUtf8(error.what());
+    }
+    return result;
+}
+
+ExportResult ExportByDialog(const std::string& library_file, const std::string& disk, const ExportOrder& order) {
+    ExportResult result;
+    try {
+        Library library(library_file, Library::Access::kRead);
+        ExportJob job = MakeJob(order);
+        LibraryShelf shelf(library, disk, job);
+        HostOptions options;
+        options.exports = &shelf;
+        ReferenceHost host(options);
+        const std::optional<std::string> exception = CallInHost(host, [&] {
+            CString path(ModulePath(AbsolutePath(QFile::encodeName(order.directory).toStdString())).c_str());
+            CZelTransExport().ZelBatchExport(host.HostWindow(), path, host.ExportWindow());
+        });
+        Take(job.Finish(), result);
+        for (const std::string& failure : shelf.Failures()) result.failures.append(QString::fromUtf8(failure.c_str()));
+        if (exception) result.stopped_by = QString::fromUtf8(exception->c_str());
+    } catch (const std::exception& error) {
+        result.stopped_by = QString::fromUtf8(error.what());
+    }
+    return result;
+}
+
+}  // namespace desktop

@@ -1,0 +1,48 @@
+#include "programs/desktop/work/font_sheet.h"
+
+#include "programs/desktop/work/own_settings.h"
+#include "module/contract/zel_font.h"
+#include "host/module_text.h"
+#include "host/picture/glyph_sheet.h"
+#include "host/run/font_run.h"
+
+namespace desktop {
+
+namespace {
+
+std::string Remark(const GlyphSheet& sheet) {
+    std::string remark;
+    if (!sheet.failures.empty()) {
+        remark = std::to_string(sheet.failures.size()) +
+                 " couldn't be drawn and are red in the sheet, the first: " + sheet.failures.front();
+    }
+    if (sheet.cut != 0) {
+        remark += (remark.empty() ? "" : "; ") + std::to_string(sheet.cut) + " are larger than " +
+                  std::to_string(kLargestGlyphCell) + " pixels and shown in part";
+    }
+    return remark;
+}
+
+}  // namespace
+
+FontSheet MakeFontSheet(const std::string& file) {
+    FontSheet result;
+    result.file = file;
+    const OwnSettings settings;
+    FontRunRequest request;
+    request.file = file;
+    const FontRunOutcome outcome = RunFont(request, {}, [&](CZelFont& fonts) {
+        const tag_font_header& header = *fonts.m_Slots[0].font_header;
+        result.name = Utf8FromBytes(header.Name());
+        result.height = header.font_height;
+        GlyphSheet sheet = DrawGlyphSheet(fonts);
+        result.glyphs = sheet.glyphs;
+        result.remark = Remark(sheet);
+        result.picture = std::move(sheet.picture);
+    });
+    result.failure = outcome.failure;
+    if (outcome.read_from) result.file = *outcome.read_from;
+    return result;
+}
+
+}  // namespace desktop

@@ -1,0 +1,68 @@
+#include "programs/desktop/work/library_writer.h"
+
+#include <algorithm>
+#include <thread>
+#include <utility>
+
+#include "programs/desktop/work/patience.h"
+
+namespace desktop {
+
+namespace {
+
+constexpr std::size_t kWaitingPerThread = 4;
+
+std::size_t Threads() {
+    return std::clamp(std::thread::hardware_concurrency(), 1U, 8U);
+}
+
+}  // namespace
+
+LibraryWriter::LibraryWriter(const std::string& library, Kept kept, Failed failed)
+    : m_library(library, Library::Access::kWrite, kPatience),
+      m_kept(std::move(kept)),
+      m_failed(std::move(failed)),
+      m_workers(std::make_unique<OrderedWorkers<Recording>>(Threads(), Threads() * kWaitingPerThread,
+                                                            [this](const Recording& recording) { Keep(recording); })) {}
+
+void LibraryWriter::Keep(const Recording& recording) {
+    try {
+        m_library.Record({&recording, 1});
+    } catch (const std::exception& error) {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_failure = error.what();
+        }
+        m_failed(error.what());
+        throw;
+    }
+    ++m_count;
+    m_kept({recording.disk, recording.number});
+}
+
+bool LibraryWriter::Record(ArrivedMessage arrived, RecordingContext context) {
+    try {
+        m_workers->Give([this, arrived = std::move(arrived), context = std::move(context)] {
+            return MakeRecording(arrived, context, m_digests);
+        });
+        return true;
+    } catch (const std::exception&) {
+        return false;  // it was told
+    }
+}
+
+std::string LibraryWriter::Finish() {
+    if (m_workers) {
+        try {
+            m_workers->Finish();
+        } catch (const std::exception& error) {
+            const std::lock_guard lock(m_mutex);
+            if (m_failure.empty()) m_failure = error.what();
+        }
+        m_workers.reset();
+    }
+    const std::lock_guard lock(m_mutex);
+    return m_failure;
+}
+
+}  // namespace desktop

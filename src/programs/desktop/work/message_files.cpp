@@ -1,0 +1,125 @@
+#include "programs/desktop/work/message_files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+
+#include "module/dialog/id_text.h"
+#include "host/run/file_trouble.h"
+#include "module/contract/records/psos_header.h"
+
+namespace desktop {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool IsNamed(const fs::path& path, std::string_view name) {
+    const std::string own = path.filename().string();
+    return std::ranges::equal(own, name, [](char a, char b) { return (a >= 'a' && a <= 'z' ? a - 32 : a) == b; });
+}
+
+/// The directory of a name, whatever its case, in another; empty when there is none.
+fs::path DirectoryIn(const fs::path& parent, std::string_view name) {
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(parent, error)) {
+        if (IsNamed(entry.path(), name) && entry.is_directory(error)) return entry.path();
+    }
+    return {};
+}
+
+/// Fonts lie beside the messages, in MACHINE, or among them.
+std::string FontsOf(const fs::path& messages) {
+    for (const fs::path& parent : {messages.parent_path(), messages}) {
+        const fs::path machine = DirectoryIn(parent, "MACHINE");
+        if (!machine.empty()) return machine.string();
+    }
+    return IsNamed(messages, "MESSAGES") ? (messages.parent_path() / "MACHINE").string() : messages.string();
+}
+
+std::vector<std::string> MessagesIn(const fs::path& directory) {
+    std::vector<std::string> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory)) {
+        std::error_code error;
+        if (entry.is_regular_file(error) && KindOf(entry.path().string()) == FileKind::kMessage)
+            files.push_back(entry.path().string());
+    }
+    std::ranges::sort(files);
+    return files;
+}
+
+std::string DirectoryOf(const std::string& file) {
+    return fs::path(file).parent_path().string();
+}
+
+/// The disk of a single file.
+std::string OwnDisk(const std::string& disk, const std::string& name) {
+    return disk.empty() ? name : disk + " " + name;
+}
+
+}  // namespace
+
+FileKind KindOf(const std::string& path) {
+    std::error_code error;
+    if (!fs::is_regular_file(path, error)) return FileKind::kUnreadable;
+    const std::optional<std::uint32_t> type = FileType(path);
+    if (type == kFontFileType) return FileKind::kFont;
+    return type && (*type == kMessageFileType || IsRgbaFileType(*type)) ? FileKind::kMessage : FileKind::kOther;
+}
+
+std::string DiskNames::NameOf(Library& library, const std::string& directory) {
+    for (const Given& given : m_given) {
+        if (given.directory == directory) return given.name;
+    }
+    const fs::path path(directory);
+    const fs::path shown = IsNamed(path, "MESSAGES") ? path.parent_path() : path;
+    const std::string usual = shown.filename().empty() ? shown.string() : shown.filename().string();
+    const auto is_free = [&](const std::string& name) {
+        const std::vector<LibraryEntry> entries = library.List(name);
+        if (!entries.empty()) return DirectoryOf(entries.front().source) == directory;
+        return std::ranges::find(m_given, name, &Given::name) == m_given.end();
+    };
+    // A batch of the command records without a name, unless it is given one.
+    const std::vector<LibraryEntry> unnamed = library.List("");
+    const bool is_unnamed = !unnamed.empty() && DirectoryOf(unnamed.front().source) == directory;
+    std::string name = is_unnamed ? std::string() : usual;
+    for (int count = 2; !is_free(name); ++count) name = usual + " (" + std::to_string(count) + ")";
+    m_given.push_back({directory, name});
+    return name;
+}
+
+RecordingKey KeyOf(const std::string& disk, const std::string& name) {
+    const std::size_t dot = name.rfind('.');
+    const std::string_view digits = dot == std::string::npos ? name : std::string_view(name).substr(dot + 1);
+    const bool is_number = !digits.empty() && CountDigits(digits) == digits.size();
+    if (is_number && NumberOf(digits) <= kLargestNumber) return {disk, NumberOf(digits)};
+    return {OwnDisk(disk, name), 0};
+}
+
+MessageSource FindMessages(const std::string& place, Library& library, DiskNames& names) {
+    MessageSource source{place, {}, {}, {}};
+    std::vector<std::string> files;
+    fs::path directory(place);
+    if (fs::is_directory(directory)) {
+        const fs::path messages = DirectoryIn(directory, "MESSAGES");
+        if (!messages.empty()) directory = messages;
+        files = MessagesIn(directory);
+    } else {
+        directory = directory.parent_path();
+        if (KindOf(place) == FileKind::kMessage) files = {place};
+    }
+    if (files.empty()) return source;
+    source.directory = directory.string();
+    source.font_directory = FontsOf(directory);
+    const std::string disk = names.NameOf(library, directory.string());
+    std::set<RecordingKey> taken;
+    for (const std::string& file : files) {
+        const std::string name = fs::path(file).filename().string();
+        RecordingKey key = KeyOf(disk, name);
+        if (!taken.insert(key).second) key = {OwnDisk(disk, name), key.number};
+        source.messages.push_back({file, key});
+    }
+    return source;
+}
+
+}  // namespace desktop

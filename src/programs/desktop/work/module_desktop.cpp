@@ -1,0 +1,29 @@
+#include "programs/desktop/work/module_desktop.h"
+
+#include "platform/framework/cdialog.h"
+#include "module/tools/zel_trans_batch.h"
+
+namespace desktop {
+
+namespace {
+
+class OpenDialogs {
+  public:
+    OpenDialogs(int& count, int step) : m_count(count), m_step(step) { m_count += m_step; }
+    ~OpenDialogs() { m_count -= m_step; }
+    OpenDialogs(const OpenDialogs&) = delete;
+    OpenDialogs& operator=(const OpenDialogs&) = delete;
+
+  private:
+    int& m_count;
+    int m_step;
+};
+
+}  // namespace
+
+void ModuleDesktop::RunModal(CDialog& dialog) {
+    const OpenDialogs batch(m_batches, dialog.GetTemplateId() == kBatchDialog ? 1 : 0);
+    QtDesktop::RunModal(dialog);
+}
+
+}  // namespace desktop

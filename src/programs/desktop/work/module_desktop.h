@@ -1,0 +1,19 @@
+#pragma once
+
+#include "programs/desktop/qt_desktop.h"
+
+namespace desktop {
+
+/// The screen of this program, which knows whether the module's batch dialog is open.
+class ModuleDesktop : public QtDesktop {
+  public:
+    using QtDesktop::QtDesktop;
+
+    void RunModal(CDialog& dialog) override;
+    bool IsBatchOpen() const noexcept { return m_batches != 0; }
+
+  private:
+    int m_batches = 0;
+};
+
+}  // namespace desktop

@@ -1,0 +1,27 @@
+#include "samples/disk/demo_disk.h"
+
+#include "samples/disk/disk_fonts.h"
+#include "samples/disk/disk_messages.h"
+#include "samples/write_file.h"
+
+namespace samples {
+
+std::vector<std::filesystem::path> WriteDemonstrationDisk(const std::filesystem::path& directory) {
+    const FontShelf fonts = MakeFontShelf();
+    std::vector<std::filesystem::path> written;
+    const auto write = [&](const std::filesystem::path& file, const auto& content) {
+        WriteWholeFile(file, content);
+        written.push_back(file);
+    };
+    for (const DiskFont* font : fonts.All())
+        write(directory / "MACHINE" / NumberedName(font->number), WriteFont(font->file));
+    for (const auto& messages : {MakeBroadcastMessages(fonts), MakeFormatMessages(fonts)}) {
+        for (const auto& message : messages)
+            write(directory / "MESSAGES" / NumberedName(message.number), message.bytes);
+    }
+    write(directory / kBitstreamListName, MakeBitstreamList().Written());
+    write(directory / kTypefaceListName, MakeTypefaceList().Written());
+    return written;
+}
+
+}  // namespace samples

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <vector>
+
+#include "samples/disk/disk_fonts.h"
+#include "samples/message_writer.h"
+
+namespace samples {
+
+/// A file of the demonstration disk's message directory.
+struct DiskMessage {
+    unsigned number = 0;
+    const char* title = "";  ///< what it shows
+    Bytes bytes;
+};
+
+/// Messages that look like television: lower third, list, score, credits, clock, weather, prices, PAL.
+std::vector<DiskMessage> MakeBroadcastMessages(const FontShelf& fonts);
+
+/// Messages that show one side of the format each, and the two RGBA files.
+std::vector<DiskMessage> MakeFormatMessages(const FontShelf& fonts);
+
+class Page;
+
+/// The page as a message in the house style.
+MessageFile Styled(Page& page);
+
+/// The colour sets of the disk's house style: white, yellow, sky, mint, coral, amber, steel, light.
+PaletteBlock HousePalette();
+
+}  // namespace samples

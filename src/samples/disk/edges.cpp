@@ -1,0 +1,86 @@
+#include "samples/disk/edges.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+
+namespace samples {
+namespace {
+
+struct Step {
+    int x = 0, y = 0;
+};
+
+/// The whole way of a shadow or an offset.
+Step WayOf(const Edge& edge) {
+    constexpr std::array<Step, 8> kDirections{{{1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}, {1, 0}}};
+    const Step direction = kDirections[edge.direction % 8];
+    const bool diagonal = direction.x != 0 && direction.y != 0;
+    const int length = static_cast<int>(std::lround(edge.size * (diagonal ? std::sqrt(0.5) : 1.0)));
+    return {direction.x * length, direction.y * length};
+}
+
+/// Lays the face over `edge`, moved by `step`, at a strength from 0 to 1; the stronger of the two stays.
+void Stamp(const Coverage& face, Step step, double strength, Coverage& edge) {
+    for (unsigned y = 0; y < face.height; ++y) {
+        const int to_y = static_cast<int>(y) + step.y;
+        if (to_y < 0 || to_y >= static_cast<int>(face.height)) continue;
+        for (unsigned x = 0; x < face.width; ++x) {
+            const int to_x = static_cast<int>(x) + step.x;
+            if (to_x < 0 || to_x >= static_cast<int>(face.width)) continue;
+            auto& target = edge.At(static_cast<unsigned>(to_x), static_cast<unsigned>(to_y));
+            target = std::max(target, static_cast<std::uint8_t>(std::lround(face.At(x, y) * strength)));
+        }
+    }
+}
+
+void StampBorder(const Coverage& face, int size, Coverage& edge) {
+    for (int y = -size; y <= size; ++y) {
+        for (int x = -size; x <= size; ++x) {
+            const double strength = std::clamp(size + 1.0 - std::hypot(x, y), 0.0, 1.0);
+            if (strength > 0) Stamp(face, {x, y}, strength, edge);
+        }
+    }
+}
+
+/// The face itself isn't part of a shadow: it would darken the smooth outline on the lit side.
+void StampShadow(const Coverage& face, Step way, Coverage& edge) {
+    const int steps = std::max(std::abs(way.x), std::abs(way.y));
+    for (int n = 1; n <= steps; ++n) Stamp(face, {way.x * n / steps, way.y * n / steps}, 1.0, edge);
+}
+
+}  // namespace
+
+EdgeReach ReachOf(const Edge& edge) {
+    if (edge.type == EdgeType::kNone) return {};
+    if (edge.type == EdgeType::kBorder) return {edge.size, edge.size, edge.size, edge.size};
+    const Step way = WayOf(edge);
+    const auto beyond = [](int distance) { return static_cast<unsigned>(std::max(distance, 0)); };
+    return {beyond(-way.x), beyond(way.x), beyond(-way.y), beyond(way.y)};
+}
+
+unsigned EdgeHeight(const Edge& edge) {
+    if (edge.type == EdgeType::kNone) return 0;
+    return edge.type == EdgeType::kBorder ? 2 * edge.size : edge.size;
+}
+
+Coverage DrawEdge(const Coverage& face, const Edge& edge) {
+    Coverage drawn{face.width, face.height, Bytes(face.alpha.size(), 0)};
+    switch (edge.type) {
+        case EdgeType::kNone:
+            break;
+        case EdgeType::kBorder:
+            StampBorder(face, static_cast<int>(edge.size), drawn);
+            break;
+        case EdgeType::kDropShadow:
+            StampShadow(face, WayOf(edge), drawn);
+            break;
+        case EdgeType::kOffset:
+            Stamp(face, WayOf(edge), 1.0, drawn);
+            break;
+    }
+    return drawn;
+}
+
+}  // namespace samples

@@ -1,0 +1,127 @@
+#include "host/export/export_job.h"
+
+#include <csignal>
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sys/resource.h>
+
+#include "host/export/recordings.h"
+#include "base/sha256.h"
+#include "samples/scratch_directory.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+using testing::ThrowsMessage;
+
+class Job : public testing::Test {
+  protected:
+    ExportSummary Run(const std::filesystem::path& directory, const std::vector<std::string>& formats,
+                      const std::vector<Recording>& recordings, int jobs = 1) {
+        ExportJob job(directory, formats, {}, jobs);
+        for (const Recording& recording : recordings) job.Export(recording);
+        return job.Finish();
+    }
+
+    static std::map<std::string, std::string> FilesIn(const std::filesystem::path& directory) {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : std::filesystem::directory_iterator(directory)) {
+            files[entry.path().filename()] = entry.is_directory() ? "" : samples_test::ReadAll(entry.path());
+        }
+        return files;
+    }
+
+    samples_test::ScratchDirectory m_scratch;
+    const std::filesystem::path m_out = m_scratch.Path() / "deep" / "out";
+};
+
+TEST_F(Job, WritesTheSameFilesWithAnyNumberOfJobs) {
+    std::vector<Recording> recordings;
+    for (int n = 1; n <= 32; ++n) recordings.push_back(Recorded(n, Colourful(8 + n, 8)));
+    recordings.back().disk = "z";
+    const std::vector<std::string> formats = {"json", "html", "sheet"};
+    const ExportSummary alone = Run(m_out, formats, recordings);
+    EXPECT_THAT(alone.failures, IsEmpty());
+    EXPECT_EQ(alone.messages, 32);
+    const auto files = FilesIn(m_out);
+    EXPECT_EQ(files.size(), 32U * 2 + 2 + 1 + 2);  // two sheets, the index, manifest.json and SHA256SUMS
+    EXPECT_EQ(static_cast<int>(files.size()), alone.files);
+    EXPECT_TRUE(files.contains("contact-sheet-002.png") && files.contains("z_0032.html"));
+    EXPECT_THAT(files.at("index.html"), HasSubstr("<a href=\"z_0032.html\">"));
+    Run(m_scratch.Path() / "four", formats, recordings, 4);
+    EXPECT_EQ(FilesIn(m_scratch.Path() / "four"), files);
+}
+
+TEST_F(Job, ListsEveryFileWithItsChecksum) {
+    Run(m_out, {"tga", "sheet"}, {Recorded(3), Recorded(4)});
+    std::istringstream lines(samples_test::ReadAll(m_out / "SHA256SUMS"));
+    std::vector<std::string> names;
+    for (std::string sum, name; lines >> sum >> name; names.push_back(name)) {
+        EXPECT_EQ(Sha256OfFile(m_out / name), sum) << name;
+    }
+    EXPECT_THAT(names, ElementsAre("0003.tga", "0004.tga", "contact-sheet-001.png", "manifest.json"));
+    const auto manifest = nlohmann::json::parse(samples_test::ReadAll(m_out / "manifest.json"));
+    EXPECT_EQ(manifest["messages"][1]["number"], 4);
+    EXPECT_EQ(manifest["messages"][1]["files"][0]["name"], "0004.tga");
+}
+
+TEST_F(Job, GoesOnAfterAMessageThatFails) {
+    std::vector<Recording> recordings = {Recorded(1), Recorded(2),     Recorded(3),
+                                         Recorded(3), Recorded(10000), Recorded(4)};
+    recordings[0].picture.clear();
+    recordings[1].picture.resize(100);
+    const ExportSummary summary = Run(m_out, {"png", "json", "sheet"}, recordings, 2);
+    EXPECT_THAT(summary.failures,
+                testing::UnorderedElementsAre(
+                    "0001: png: there is no picture", StartsWith("0002: png: "), StartsWith("0002: thumbnail: "),
+                    "3: another message has the file name 0003", "10000: the number isn't 0 to 9999"));
+    EXPECT_EQ(summary.failed_messages, 4);
+    const auto files = FilesIn(m_out);
+    EXPECT_TRUE(files.contains("0002.json") && files.contains("0004.png") && !files.contains("0002.png"));
+}
+
+TEST_F(Job, TellsWhichFileCouldNotBeWrittenAndLeavesNoHalfOfIt) {
+    std::filesystem::create_directories(m_out / "0001.json");
+    const ExportSummary summary = Run(m_out, {"json"}, {Recorded(1), Recorded(2)});
+    EXPECT_THAT(summary.failures, ElementsAre(AllOf(StartsWith("0001: json: " + (m_out / "0001.json").string()),
+                                                    HasSubstr("Is a directory"))));
+    EXPECT_EQ(FilesIn(m_out).size(), 4U);
+}
+
+TEST_F(Job, LeavesNothingOfAFileThatHasNoRoom) {
+    const auto previous_handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit previous{};
+    getrlimit(RLIMIT_FSIZE, &previous);
+    rlimit small = previous;
+    small.rlim_cur = 200000;
+    setrlimit(RLIMIT_FSIZE, &small);
+    const ExportSummary summary = Run(m_out, {"tga", "json"}, {Recorded(1)});
+    setrlimit(RLIMIT_FSIZE, &previous);
+    std::signal(SIGXFSZ, previous_handler);
+    EXPECT_THAT(summary.failures, ElementsAre(AllOf(StartsWith("0001: tga: "), HasSubstr("File too large"))));
+    EXPECT_THAT(FilesIn(m_out),
+                ElementsAre(testing::Key("0001.json"), testing::Key("SHA256SUMS"), testing::Key("manifest.json")));
+}
+
+TEST_F(Job, IsRefusedBeforeAnythingIsWritten) {
+    const auto refused = [&](const std::filesystem::path& directory, std::vector<std::string> formats,
+                             const std::string& words) {
+        EXPECT_THAT([&] { ExportJob(directory, formats, {}); }, ThrowsMessage<std::runtime_error>(HasSubstr(words)));
+    };
+    refused(m_out, {"png", "gif"}, "there is no export format gif");
+    refused(m_out, {"key-fill", "png"}, "png and key-fill");
+    EXPECT_FALSE(std::filesystem::exists(m_out));
+    std::ofstream(m_scratch.Path() / "file") << 'x';
+    refused(m_scratch.Path() / "file" / "out", {"png"}, (m_scratch.Path() / "file").string());
+    refused(m_scratch.Path() / "file", {"png"}, (m_scratch.Path() / "file").string());
+}
+
+}  // namespace

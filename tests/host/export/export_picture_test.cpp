@@ -1,0 +1,120 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/export/recordings.h"
+#include "host/export/frame.h"
+#include "host/picture/composite.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Key;
+
+Rgba PixelOf(const Picture& picture, int x, int y) {
+    const auto n = static_cast<std::size_t>(y * picture.width + x) * 4;
+    return {picture.rgba[n], picture.rgba[n + 1], picture.rgba[n + 2], picture.rgba[n + 3]};
+}
+
+TEST(KeyAndFill, GiveThePictureBack) {
+    const Picture picture = Colourful();
+    auto files = Exported("key-fill", Recorded());
+    EXPECT_THAT(files, ElementsAre(Key("0012.png"), Key("0012_A.png")));
+    const Picture fill = DecodePng(files["0012.png"]), key = DecodePng(files["0012_A.png"]);
+    for (int y = 0; y < 486; y += 5) {
+        for (int x = 0; x < 720; ++x) {
+            const Rgba whole = PixelOf(picture, x, y), colour = PixelOf(fill, x, y);
+            ASSERT_EQ(PixelOf(key, x, y).red, whole.alpha);
+            const Rgba seen = whole.alpha != 0 ? Rgba{whole.red, whole.green, whole.blue, 255} : Rgba{0, 0, 0, 255};
+            ASSERT_EQ(colour, seen) << x << ' ' << y;
+        }
+    }
+}
+
+TEST(Png, IsStraightUnlessItIsAskedFor) {
+    const Picture picture = Colourful();
+    EXPECT_EQ(DecodePng(Exported("png", Recorded())["0012.png"]).rgba, picture.rgba);
+    const Picture multiplied = DecodePng(Exported("png", Recorded(), {.premultiplied = true})["0012.png"]);
+    for (std::size_t n = 0; n < picture.rgba.size(); ++n) {
+        const int alpha = picture.rgba[n | 3];
+        ASSERT_LE(multiplied.rgba[n], alpha);
+        if (n % 4 != 3) {
+            ASSERT_NEAR(multiplied.rgba[n] * 255, picture.rgba[n] * alpha, 127);
+        }
+    }
+}
+
+TEST(Tga, TellsItsSizeItsOriginAndItsAlpha) {
+    for (const bool premultiplied : {false, true}) {
+        const std::string bytes = Exported("tga", Recorded(), {.premultiplied = premultiplied})["0012.tga"];
+        const auto at = [&](std::size_t n) { return static_cast<std::uint8_t>(bytes.at(n)); };
+        ASSERT_EQ(bytes.size(), 18U + 720 * 486 * 4 + 495 + 26);
+        EXPECT_EQ(bytes.substr(0, 18), std::string("\0\0\2\0\0\0\0\0\0\0\0\0\xD0\x02\xE6\x01\x20\x28", 18));
+        const int extension = at(bytes.size() - 26) | at(bytes.size() - 25) << 8 | at(bytes.size() - 24) << 16;
+        ASSERT_EQ(extension, 18 + 720 * 486 * 4);
+        EXPECT_EQ(at(bytes.size() - 26 - 495) | at(bytes.size() - 26 - 494) << 8, 495);
+        EXPECT_EQ(at(bytes.size() - 26 - 1), premultiplied ? 4 : 3);
+        EXPECT_EQ(bytes.substr(bytes.size() - 18), std::string("TRUEVISION-XFILE.\0", 18));
+        const Picture picture = premultiplied ? Premultiplied(Colourful()) : Colourful();
+        for (std::size_t n = 0; n < picture.rgba.size(); n += 4) {
+            const Rgba pixel{at(18 + n + 2), at(18 + n + 1), at(18 + n), at(18 + n + 3)};
+            ASSERT_EQ(pixel, PixelOf(picture, static_cast<int>(n / 4), 0));
+        }
+    }
+}
+
+struct PlaceCase {
+    const char* name;
+    int width, height, lines;
+    int x, y;              // a pixel of the picture
+    int frame_x, frame_y;  // where it lies
+};
+void PrintTo(const PlaceCase& row, std::ostream* out) {
+    *out << row.name;
+}
+class Placed : public testing::TestWithParam<PlaceCase> {};
+TEST_P(Placed, InTheMiddleOfTheFrame) {
+    const PlaceCase& row = GetParam();
+    const Picture picture = Colourful(row.width, row.height);
+    const Picture frame = PlacedOnFrame(picture, row.lines);
+    EXPECT_EQ(frame.width, 720);
+    EXPECT_EQ(frame.height, row.lines);
+    EXPECT_EQ(PixelOf(frame, row.frame_x, row.frame_y), PixelOf(picture, row.x, row.y));
+    if (row.frame_x > 0) {
+        EXPECT_EQ(PixelOf(frame, row.frame_x - 1, row.frame_y), Rgba{});
+    }
+}
+INSTANTIATE_TEST_SUITE_P(Each, Placed,
+                         testing::Values(PlaceCase{"of_its_size", 720, 576, 576, 0, 575, 0, 575},
+                                         PlaceCase{"small", 300, 101, 486, 0, 60, 210, 252},
+                                         PlaceCase{"too_large", 800, 600, 486, 40, 56, 0, 0},
+                                         PlaceCase{"too_high_alone", 700, 491, 486, 0, 2, 10, 0}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(SquarePixels, HaveTheWidthOfTheScreenAndSayThatTheyAreSquare) {
+    for (const auto& [lines, width] : {std::pair(486, 655), std::pair(576, 785)}) {
+        const std::string bytes = Exported("square", Recorded(12, Colourful(720, lines)))["0012_square.png"];
+        EXPECT_EQ(DecodePng(bytes).width, width);
+        EXPECT_EQ(DecodePng(bytes).height, lines);
+        EXPECT_THAT(bytes, HasSubstr(std::string("pHYs\0\0\0\1\0\0\0\1\0", 13)));
+    }
+}
+
+TEST(SquarePixels, HaveNoFringeOfClearPixelsAndKeepTheMiddle) {
+    Picture picture{720, 486, {}};
+    for (int n = 0; n < 720 * 486; ++n) {
+        const bool seen = n % 720 < 360;
+        for (const int value : {seen ? 250 : 0, seen ? 200 : 90, seen ? 10 : 255, seen ? 255 : 0}) {
+            picture.rgba.push_back(static_cast<std::uint8_t>(value));
+        }
+    }
+    const Picture square = DecodePng(Exported("square", Recorded(12, picture))["0012_square.png"]);
+    for (int x = 0; x < square.width; ++x) {
+        const Rgba pixel = PixelOf(square, x, 200);
+        EXPECT_EQ(pixel.alpha > 127, x <= 327) << x;  // the middle one of 655 is half seen
+        if (pixel.alpha == 0) continue;
+        EXPECT_EQ(pixel, (Rgba{250, 200, 10, pixel.alpha})) << x;
+    }
+}
+
+}  // namespace

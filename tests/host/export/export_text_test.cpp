@@ -1,0 +1,135 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "host/export/recordings.h"
+#include "host/document/message_document.h"
+#include "host/export/html_text.h"
+#include "host/export/parsed_document.h"
+#include "host/export/text_layer.h"
+#include "host/export/utf8.h"
+#include "base/sha256.h"
+#include "host/host_disk.h"
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(Names, AreOfLettersDigitsAndSignsAndDifferForEachDisk) {
+    EXPECT_EQ(StemOf("", 7), "0007");
+    EXPECT_EQ(StemOf("news-2", 9999), "news-2_9999");
+    std::set<std::string> stems;
+    const std::string long_name(300, 'x');
+    for (const std::string& disk : {std::string("a b"), std::string("a_b"), std::string("a/b"), std::string("../b"),
+                                    std::string("\xC3\xA9"), long_name, long_name + 'y'}) {
+        const std::string stem = StemOf(disk, 1);
+        EXPECT_TRUE(stems.insert(stem).second) << disk;
+        EXPECT_THAT(stem, testing::MatchesRegex("[A-Za-z0-9_-]{1,60}_0001")) << disk;
+    }
+    EXPECT_THROW(StemOf("", 10000), std::runtime_error);
+    EXPECT_THROW(StemOf("", -1), std::runtime_error);
+}
+
+TEST(Titles, AreTheFirstLineThatIsMoreThanAPieceOfArtwork) {
+    const std::pair<const char*, std::string> cases[] = {
+        {"", ""}, {"R\n", "R"}, {"\n \nR\n  News\nx y", "News"}, {"\xC3\xA9\nab", "ab"}, {"a\xFF", "a\xEF\xBF\xBD"}};
+    for (const auto& [text, title] : cases) EXPECT_EQ(TitleOf(text), title) << text;
+    EXPECT_EQ(TitleOf(std::string(500, 'a')), std::string(100, 'a'));
+}
+
+TEST(Utf8Text, ReplacesWhatIsNoCharacter) {
+    const std::string mark = "\xEF\xBF\xBD", good = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x99\x82";
+    EXPECT_EQ(ValidUtf8(good), good);
+    const std::pair<std::string, std::string> cases[] = {{"\xC0\xAF", mark + mark},
+                                                         {"\xED\xA0\x80", mark},
+                                                         {"\xE2\x82", mark + mark},
+                                                         {"\xF8z", mark + "z"},
+                                                         {std::string(1, '\0'), mark}};
+    for (const auto& [text, valid] : cases) EXPECT_EQ(ValidUtf8(text), valid);
+}
+
+TEST(Page, HoldsHostileTextAsText) {
+    const std::string hostile = "\"'><script>alert(1)</script>&amp;";
+    Recording recording = Recorded();
+    recording.text = hostile;
+    recording.fonts = recording.warnings = {hostile};
+    recording.fields = {{hostile, 0, 0, 2000000000, -2000000000}};
+    recording.document =
+        Json{{"rows", {{{"y", 10}, {"depth", 20}}}}, {"characters", {{{"row", 0}, {"text", hostile}, {"x", 5}}}}}
+            .dump();
+    const std::string page = Exported("html", recording)["0012.html"];
+    EXPECT_THAT(page, Not(HasSubstr("<script")));
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = page.find(HtmlText(hostile), at)) != std::string::npos; ++at) ++count;
+    EXPECT_EQ(count, 7U);  // title, heading, row, box, and three lists
+}
+
+TEST(Page, AllowsItsOwnStyleAndNothingElse) {
+    const std::string page = Exported("html", Recorded())["0012.html"];
+    const std::size_t begin = page.find("<style>") + 7;
+    const std::string sum = Base64(Sha256Raw(page.substr(begin, page.find("</style>") - begin)));
+    EXPECT_THAT(page, HasSubstr("content=\"default-src 'none'; img-src data:; style-src 'sha256-" + sum + "';"));
+    EXPECT_THAT(page, Not(HasSubstr("style=")));
+}
+
+class ImportedText : public HostDisk {};
+
+TEST_F(ImportedText, LiesWhereItsCharactersLie) {
+    WriteFont(BlockFont());
+    WriteMessage(OneRow("AB"));
+    const ImportOutcome outcome = Import();
+    ASSERT_TRUE(outcome.message);
+    Recording recording = Recorded();
+    recording.document = MessageDocument(*outcome.message, "here");
+    const std::vector<PlacedRow> rows = TextLayer(Json::parse(recording.document));
+    ASSERT_EQ(rows.size(), 1U);
+    ASSERT_EQ(rows[0].characters.size(), 2U);
+    const auto& [first, second] = std::pair(rows[0].characters[0], rows[0].characters[1]);
+    EXPECT_EQ(first.text + second.text, "AB");
+    EXPECT_EQ(first.x + first.width, second.x);
+    EXPECT_EQ(second.x, outcome.message->characters[1].info.x);
+    EXPECT_EQ(second.width, outcome.message->characters[1].info.glyph_step);
+    const std::string span = "<tspan x=\"" + std::to_string(second.x) + "\" textLength=\"" +
+                             std::to_string(second.width) + "\" lengthAdjust=\"spacingAndGlyphs\">B</tspan></text>";
+    EXPECT_THAT(Exported("html", recording)["0012.html"], HasSubstr(span));
+}
+
+TEST(TextLayer, LeavesOutWhatIsNoRowOrCharacter) {
+    for (const char* document :
+         {"null", "[]", "{}", R"({"rows":7,"characters":"x"})", R"({"characters":[{"row":0,"text":"a"}]})",
+          R"({"rows":[{}],"characters":[{"row":-1,"text":"a"},{"row":1,"text":"a"},{"row":0,"text":5},3]})",
+          R"({"rows":[{}],"characters":[{"row":1e30,"text":"a"},{"row":"0","text":"a"}]})"}) {
+        EXPECT_TRUE(TextLayer(Json::parse(document)).empty()) << document;
+    }
+    const auto rows = TextLayer(Json::parse(
+        R"({"rows":[{"y":1e300,"depth":-5}],"characters":[{"row":0,"text":"a","x":-1e300,"step":1e300}]})"));
+    ASSERT_EQ(rows.size(), 1U);
+    EXPECT_LT(rows[0].top, 10000);
+    EXPECT_GT(rows[0].height, 0);
+}
+
+TEST(JsonFile, HoldsTheDocumentAndTheSources) {
+    Recording recording = Recorded();
+    recording.disk = "news";
+    recording.kind = RecordingKind::kRgbaObject;
+    recording.text = "bad \xFF byte";
+    recording.sources = {{"/disk/.0012", {}, 7, "ab"}, {"/disk/f", 3, 8, "cd"}};
+    const Json json = Json::parse(Exported("json", recording)["news_0012.json"]);
+    EXPECT_EQ(json["kind"], "object");
+    EXPECT_EQ(json["message"], Json::parse(recording.document));
+    EXPECT_EQ(json["sources"][1], Json::parse(R"({"path":"/disk/f","font_number":3,"size":8,"sha256":"cd"})"));
+    EXPECT_FALSE(json["sources"][0].contains("font_number"));
+    EXPECT_EQ(json["picture"]["sha256"], Sha256(recording.picture));
+}
+
+TEST(JsonFile, IsRefusedForADocumentThatIsNoMessage) {
+    for (const std::string& text :
+         {std::string("{"), std::string("[]"), std::string("7"), "{\"a\":" + std::string(100000, '[')}) {
+        EXPECT_THROW(ParsedDocument(text), std::runtime_error) << text.substr(0, 10);
+    }
+    EXPECT_TRUE(ParsedDocument("").is_null());
+}
+
+}  // namespace

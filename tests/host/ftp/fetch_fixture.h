@@ -1,0 +1,104 @@
+#pragma once
+
+#include <fstream>
+#include <memory>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "host/ftp/test_server.h"
+#include "host/ftp/fetch.h"
+#include "inspect/sample_files.h"
+#include "samples/scratch_directory.h"
+#include "samples/write_file.h"
+
+/// A small disk to serve, in "disk" of a directory of its own: messages .0001 to .0003, which name the fonts 12 and 31,
+/// of which 12 is there. What is fetched goes to "here".
+class FtpFetch : public testing::Test, public ftp::FetchObserver {
+  protected:
+    FtpFetch() {
+        const auto message = samples::WriteMessage(GoodMessage());
+        for (const char* name : {".0001", ".0002", ".0003"})
+            samples::WriteWholeFile(Disk() / "MESSAGES" / name, message);
+        samples::WriteWholeFile(Disk() / "MACHINE/.0012", samples::WriteFont(GoodFont()));
+    }
+
+    std::filesystem::path Disk() const { return m_scratch.Path() / "disk"; }
+    std::filesystem::path Here() const { return m_scratch.Path() / "here"; }
+
+    /// A file of bytes that are the same for the same seed.
+    void WriteRandom(const std::string& name, std::size_t size, unsigned seed) const {
+        std::minstd_rand random(seed);
+        samples::Bytes bytes(size);
+        for (auto& byte : bytes) byte = static_cast<std::uint8_t>(random() >> 8);
+        samples::WriteWholeFile(Disk() / name, bytes);
+    }
+
+    void Serve(std::vector<std::string> options, const char* script = "hostile_server.py") {
+        options.insert(options.begin(), {script, Disk().string()});
+        m_server = std::make_unique<TestServer>(options);
+        m_options.port = m_server->Port();
+    }
+
+    ftp::FetchReport Fetch(const std::string& what) {
+        ftp::ServerOptions options;
+        options.host = "127.0.0.1";
+        options.port = m_options.port;
+        options.user = m_options.user;
+        options.password = ftp::Secret(m_password);
+        options.passive = m_options.passive;
+        options.tls = m_options.tls;
+        options.certificates = m_options.certificates;
+        options.stall_seconds = 1;
+        options.connect_seconds = 2;
+        std::string why;
+        const auto session = ftp::MakeFtpSession(
+            std::move(options), [this] { return Cancelled(); }, why);
+        EXPECT_TRUE(session) << why;
+        ftp::FetchRequest request{.source = "127.0.0.1",
+                                  .directory = m_directory,
+                                  .selection = ftp::Selection::Parse(what, why).value(),
+                                  .to = Here(),
+                                  .overwrite = m_overwrite,
+                                  .fonts = true,
+                                  .file_limit = m_limit,
+                                  .listing_limits = {},
+                                  .fruitless_tries = m_tries,
+                                  .pause = std::chrono::milliseconds(1)};
+        return ftp::RunFetch(*session, request, *this);
+    }
+
+    std::string Fetched(const std::string& name) const { return samples_test::ReadAll(Here() / name); }
+    std::string Served(const std::string& name) const { return samples_test::ReadAll(Disk() / name); }
+
+    /// "MESSAGES/.0001 fetched, ..." of what the report tells of files.
+    static std::string Told(const ftp::FetchReport& report) {
+        constexpr const char* kWords[] = {"fetched", "resumed", "overwritten", "was there", "missing", "failed"};
+        std::string text = report.failure;
+        for (const ftp::FileReport& file : report.files) {
+            text += (text.empty() ? "" : ", ") + file.name + " " + kWords[static_cast<int>(file.outcome)];
+        }
+        return text;
+    }
+
+    std::vector<std::string> Names(const std::string& directory) const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(Here() / directory)) {
+            names.push_back(entry.path().filename().string());
+        }
+        std::ranges::sort(names);
+        return names;
+    }
+
+    void OnProgress(const std::string&, std::uint64_t bytes, std::uint64_t) override { m_came = bytes; }
+    void OnNote(const std::string& text) override { m_notes += text + "\n"; }
+    bool Cancelled() override { return m_came >= m_cancel_at; }
+
+    samples_test::ScratchDirectory m_scratch;
+    std::unique_ptr<TestServer> m_server;
+    ftp::ServerOptions m_options;
+    std::string m_password, m_directory, m_notes;
+    std::uint64_t m_limit = ftp::kLargestRemoteFile, m_came = 0, m_cancel_at = UINT64_MAX;
+    int m_tries = 3;
+    bool m_overwrite = false;
+};

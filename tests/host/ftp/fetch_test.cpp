@@ -1,0 +1,101 @@
+#include <cstdlib>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/ftp/fetch_fixture.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+// Against a server of the distribution's, which behaves.
+class FromARealServer : public FtpFetch {
+  protected:
+    void SetUp() override {
+        if (!ZELTRANS_HAS_PYFTPDLIB) GTEST_SKIP() << "python3-pyftpdlib or python3-openssl is missing";
+    }
+    void ServeWell(const std::vector<std::string>& options = {}) { Serve(options, "server.py"); }
+
+    void ExpectMessages(const std::string& directory) {
+        for (const char* name : {".0001", ".0002", ".0003"}) {
+            EXPECT_EQ(Fetched(directory + name), Served(std::string("MESSAGES/") + name)) << name;
+        }
+    }
+};
+
+TEST_F(FromARealServer, FetchesADiskWithTheFontsThatItsMessagesName) {
+    ServeWell();
+    const ftp::FetchReport report = Fetch("1-20");
+    EXPECT_EQ(Told(report),
+              "MESSAGES/.0001 fetched, MESSAGES/.0002 fetched, MESSAGES/.0003 fetched, "
+              "MACHINE/.0012 fetched, MACHINE/.0031 missing");
+    EXPECT_TRUE(report.Done());
+    ExpectMessages("MESSAGES/");
+    EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
+}
+
+TEST_F(FromARealServer, FetchesByActiveTransferToo) {
+    ServeWell();
+    m_options.passive = false;
+    EXPECT_EQ(Told(Fetch("2")), "MESSAGES/.0002 fetched, MACHINE/.0012 fetched, MACHINE/.0031 missing");
+}
+
+TEST_F(FromARealServer, KeepsMessagesAndFontsApartInADirectoryOfMessages) {
+    ServeWell();
+    m_directory = "/MESSAGES";
+    EXPECT_EQ(Told(Fetch(".000*")),
+              ".0001 fetched, .0002 fetched, .0003 fetched, MACHINE/.0012 fetched, MACHINE/.0031 missing");
+    ExpectMessages("");
+    EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
+}
+
+TEST_F(FromARealServer, LeavesWhatIsThereUnlessItIsToOverwrite) {
+    ServeWell();
+    m_directory = "MACHINE";
+    samples::WriteWholeFile(Here() / ".0012", "mine");
+    EXPECT_EQ(Told(Fetch("12")), ".0012 was there");
+    EXPECT_EQ(Fetched(".0012"), "mine");
+    m_overwrite = true;
+    EXPECT_EQ(Told(Fetch("12")), ".0012 overwritten");
+    EXPECT_EQ(Fetched(".0012"), Served("MACHINE/.0012"));
+}
+
+TEST_F(FromARealServer, SaysWhatCouldntBeDone) {
+    ServeWell({"--user", "anna", "--password", "swordfish"});
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("refused (reply 530)"));
+    m_options.user = "anna";
+    m_password = "swordfish";
+    EXPECT_THAT(Fetch("99").failure, HasSubstr("nothing of what was asked for is there"));
+    m_directory = "NOWHERE";
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("NOWHERE: the server has no such directory"));
+    m_directory = "a\r\nDELE .0001";
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("a control character can't be sent"));
+    m_server.reset();
+    m_directory.clear();
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("nothing answers there"));
+}
+
+TEST_F(FromARealServer, EncryptsAndChecksTheCertificateWhenThatIsRequired) {
+    const std::string pem = (m_scratch.Path() / "server.pem").string();
+    const std::string make =
+        "openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj /CN=localhost -addext "
+        "subjectAltName=IP:127.0.0.1 -keyout '" +
+        pem + ".key' -out '" + pem + ".crt' 2>/dev/null && cat '" + pem + ".key' '" + pem + ".crt' >'" + pem + "'";
+    if (std::system(make.c_str()) != 0) GTEST_SKIP() << "openssl is missing";
+    ServeWell({"--certificate", pem});
+    m_options.tls = ftp::Tls::kOff;
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("refused"));
+    m_options.tls = ftp::Tls::kRequire;
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("certificate isn't good"));
+    m_options.certificates = pem + ".crt";
+    EXPECT_THAT(Told(Fetch("1")), HasSubstr("MESSAGES/.0001 fetched"));
+    m_options.tls = ftp::Tls::kTry;
+    m_options.certificates.clear();
+    EXPECT_THAT(Told(Fetch("2")), HasSubstr("MESSAGES/.0002 fetched"));
+    ServeWell();
+    m_options.tls = ftp::Tls::kRequire;
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("the server doesn't encrypt"));
+}
+
+}  // namespace

@@ -1,0 +1,112 @@
+// The dialog of the FTP copy against a server, by way of the host.
+#include <gmock/gmock.h>
+
+#include "host/ftp/fetch_fixture.h"
+#include "host/ftp/ftp_fetch_service.h"
+#include "host/reference_host.h"
+#include "module/contract/zel_trans_export.h"
+#include "platform/script/memory_settings_store.h"
+#include "module/resources/ftp_dialog.h"
+#include "module/resources/import_dialog.h"
+#include "module/contract/zel_trans_ftp.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class FtpDialog : public FtpFetch {
+  protected:
+    FtpDialog() : m_store_before(SetSettingsStore(&m_store)), m_desktop_before(SetDesktop(&m_desktop)) {}
+    ~FtpDialog() override {
+        SetDesktop(m_desktop_before);
+        SetSettingsStore(m_store_before);
+    }
+
+    /// Opens the dialog, fills it in, and leaves it to the user.
+    void Run(const std::function<void(DialogDriver&)>& user) {
+        ftp::FetchService service(m_service);
+        ReferenceHost host{HostOptions()};
+        host.SetFtpService(&service);
+        m_desktop.HandleDialog(kFtpDialog, [&](CDialog& dialog) {
+            DialogDriver driver(dialog);
+            driver.Type(kFtpAddressBox, "127.0.0.1:" + std::to_string(m_options.port));
+            driver.Type(kFtpLocalDirBox, Here().string());
+            driver.Type(kFtpFileEdit, "1-2");
+            driver.Check(kFtpPassiveCheck);
+            user(driver);
+        });
+        m_desktop.HandleDialog(kImportDialog, [](CDialog& dialog) { DialogDriver(dialog).Press(kFtpButton); });
+        CZelTransExport().ZelTranslation(host.HostWindow());
+        host.EndCall(HowCallEnded::kReturned);
+    }
+
+    /// The newest box of the copy.
+    std::string Box() const {
+        std::string text = "none";
+        for (const HeadlessDesktop::Box& box : m_desktop.Boxes()) {
+            if (box.caption == "Copy Zelmara! Files via FTP") text = box.text;
+        }
+        return text;
+    }
+
+    MemorySettingsStore m_store;
+    HeadlessDesktop m_desktop;
+    SettingsStore* m_store_before;
+    Desktop* m_desktop_before;
+    ftp::FetchServiceOptions m_service;
+};
+
+TEST_F(FtpDialog, ExecuteFetchesAndTellsHowItEnded) {
+    Serve({});
+    Run([](DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    EXPECT_EQ(Box(), "3 fetched, 1 missing\nMACHINE/.0031: the server doesn't have it");
+    EXPECT_EQ(Fetched("MESSAGES/.0002"), Served("MESSAGES/.0002"));
+    EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
+}
+
+TEST_F(FtpDialog, SkipWarningsTellsOnlyThatNothingCouldBeDone) {
+    Serve({});
+    Run([&](DialogDriver& user) {
+        user.Check(kFtpSkipWarningsCheck);
+        user.Press(kFtpExecuteButton);
+        EXPECT_EQ(Box(), "none");
+        user.Type(kFtpRemoteDirBox, "/NOWHERE");
+        user.Press(kFtpExecuteButton);
+        EXPECT_THAT(Box(), HasSubstr("/NOWHERE: the server has no such directory"));
+        user.Type(kFtpFileEdit, "../x");
+        user.Press(kFtpExecuteButton);
+        EXPECT_EQ(Box(), "no message or font can have the name ../x");
+    });
+}
+
+TEST_F(FtpDialog, EscapeStopsIt) {
+    WriteRandom("MESSAGES/.0001", 3000000, 1);
+    Serve({});
+    int asked = 0;
+    m_desktop.AnswerKeys([&](int key) { return key == VK_ESCAPE && ++asked == 5; });
+    Run([](DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    EXPECT_THAT(Box(), StartsWith("Stopped: "));
+    EXPECT_FALSE(std::filesystem::exists(Here() / "MESSAGES/.0002"));
+}
+
+TEST_F(FtpDialog, BrowseLeadsToADirectoryAndAFile) {
+    Serve({});
+    std::string seen;
+    using Kind = ftp::RemoteChoice::Kind;
+    std::vector<ftp::RemoteChoice> choices{
+        {Kind::kOpen, "MACHINE"}, {Kind::kOpen, ".."}, {Kind::kOpen, "MESSAGES"}, {Kind::kTake, ".0003"}};
+    m_service.chooser = [&, step = std::size_t{0}](const ftp::RemoteView& view) mutable {
+        seen += view.directory + "(" + std::to_string(view.listing.entries.size()) + ") ";
+        return std::optional(choices.at(step++));
+    };
+    Run([](DialogDriver& user) {
+        user.Press(kFtpBrowseRemoteButton);
+        EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/MESSAGES");
+        EXPECT_EQ(user.Text(kFtpFileEdit), ".0003");
+    });
+    EXPECT_EQ(seen, "/(2) /MACHINE(1) /(2) /MESSAGES(3) ");
+    EXPECT_EQ(Box(), "none");
+}
+
+}  // namespace

@@ -1,0 +1,195 @@
+// The main dialog as a user sees and works it.
+#include <gmock/gmock.h>
+
+#include "module/contract/zel_trans_export.h"
+#include "platform/system/registry.h"
+#include "platform/system/version.h"
+#include "support/module_fixture.h"
+
+namespace {
+
+using module_test::MessageOf;
+using module_test::ModuleTest;
+using module_test::OpenDialog;
+using module_test::WindowMessage;
+using testing::ElementsAre;
+
+class ImportDialog : public ModuleTest {};
+
+struct ControlRow {
+    int id;
+    ControlKind kind;
+    const char* text;
+    int x, y, cx, cy;
+    bool hidden = false;
+};
+
+TEST_F(ImportDialog, IsTheTemplateThatTheHostKnows) {
+    using enum ControlKind;
+    constexpr ControlRow kControls[] = {
+        {-1, group_box, "Import From Local Drive", 7, 2, 273, 61},
+        {-1, static_text, "&Font Dir :", 10, 12, 32, 12},
+        {1000, combo_box, "", 41, 11, 173, 51},
+        {-1, static_text, "&Msg Dir :", 10, 26, 32, 12},
+        {1002, combo_box, "", 41, 25, 173, 55},
+        {-1, static_text, "Msg I&D :", 10, 43, 32, 12},
+        {1007, edit, "", 41, 42, 70, 14},
+        {1006, push_button, "&Read ", 160, 42, 53, 16},
+        {1001, push_button, "Brow&se Font", 220, 11, 53, 12},
+        {1003, push_button, "Brows&e Msg", 220, 26, 53, 12},
+        {1008, push_button, "&Batch Convert", 220, 42, 53, 16},
+        {1010, multi_line_button, " C&opy files from   Zelmara! Disk", 285, 7, 53, 22},
+        {1045, multi_line_button, "Co&py Zelmara!    files via FTP", 285, 36, 53, 22},
+        {1, default_button, "Cancel", 347, 7, 53, 16},
+        {1011, check_box, "TT Convert", 344, 26, 55, 10, true},
+        {-1, group_box, "Options", 345, 33, 66, 25},
+        {132, check_box, "Skip &Warnings", 350, 42, 58, 10},
+        {1012, check_box, "Baseline Align", 343, 26, 60, 10, true},
+        {-1, static_text,
+         "Note : Before Importing Zelmara! messages,  files must be transferred to Windows formatted media.", 7, 64,
+         339, 11},
+    };
+    RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
+        const DialogTemplate& shown = *dialog.GetTemplate();
+        EXPECT_STREQ(shown.font_name, "MS Sans Serif");
+        EXPECT_THAT((std::vector<int>{static_cast<int>(shown.id), shown.point_size, shown.cx, shown.cy}),
+                    ElementsAre(129, 8, 418, 82));
+        EXPECT_EQ(user.Caption(), "Zelmara! Message Import");
+        ASSERT_EQ(shown.controls.size(), std::size(kControls));
+        for (std::size_t i = 0; i < std::size(kControls); ++i) {
+            const ControlTemplate& control = shown.controls[i];
+            const ControlRow& row = kControls[i];
+            EXPECT_EQ(control.id, row.id) << i;
+            EXPECT_EQ(control.kind, row.kind) << i;
+            EXPECT_STREQ(control.text, row.text);
+            EXPECT_THAT((std::vector<int>{control.x, control.y, control.cx, control.cy}),
+                        ElementsAre(row.x, row.y, row.cx, row.cy))
+                << i;
+            EXPECT_EQ(dialog.GetControl(i)->IsWindowVisible() == FALSE, row.hidden) << row.text;
+        }
+    });
+}
+
+TEST_F(ImportDialog, BeginsWithTheLastIdAndTheFocusInIt) {
+    OpenDialog::M_sNextMessage = ".0041";
+    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+        EXPECT_EQ(user.Text(kMessageIdEdit), ".0041");
+        EXPECT_EQ(CWnd::GetFocus()->m_hWnd == dialog.GetDlgItem(kMessageDirBox)->m_hWnd, true) << "typed in last";
+        EXPECT_EQ(dialog.GetDefID(), 1U) << "Enter means the button captioned Cancel";
+        user.Type(kMessageIdEdit, "5");
+        EXPECT_EQ(dialog.GetDefID(), static_cast<UINT>(kReadButton)) << "and Read once the id was changed";
+    });
+    CString empty;
+    OpenDialog dialog(empty, empty);
+    EXPECT_EQ(CWnd::GetFocus()->m_hWnd, dialog.GetDlgItem(kMessageIdEdit)->m_hWnd);
+}
+
+struct PlaceCase {
+    int x, y;
+    bool moved;
+};
+
+TEST_F(ImportDialog, ReturnsToItsPlaceInsideItsLimits) {
+    RECT free{};
+    RunDialog([&](DialogDriver&, CZelTransDlg& dialog) { dialog.GetWindowRect(&free); });
+    for (const PlaceCase& row :
+         {PlaceCase{1, 1999, true}, {1999, 1, true}, {0, 5, false}, {5, 2000, false}, {-3, 5, false}, {5, 0, false}}) {
+        settings.SetProfileInt("ZELFTPSaveOptions", "DialogX", row.x);
+        settings.SetProfileInt("ZELFTPSaveOptions", "DialogY", row.y);
+        RunDialog([&](DialogDriver&, CZelTransDlg& dialog) {
+            RECT rect{};
+            dialog.GetWindowRect(&rect);
+            EXPECT_EQ(rect.left, row.moved ? row.x : free.left) << row.x << " " << row.y;
+            EXPECT_EQ(rect.top, row.moved ? row.y : free.top) << row.x << " " << row.y;
+            EXPECT_EQ(rect.right - rect.left, free.right - free.left);
+        });
+        EXPECT_EQ(settings.GetProfileInt("ZELFTPSaveOptions", "DialogX"), row.moved ? row.x : free.left);
+    }
+}
+
+TEST_F(ImportDialog, CopyButtonGoesByTheSystemsVersion) {
+    struct Case {
+        DWORD major, minor;
+        bool enabled;
+    };
+    for (const Case& row : {Case{4, 10, true}, {5, 0, true}, {5, 1, false}, {6, 1, false}, {6, 0, true}}) {
+        SetSystemVersion(row.major, row.minor);
+        RunDialog([&](DialogDriver& user, CZelTransDlg&) {
+            EXPECT_EQ(user.IsEnabled(kCopyFilesButton), row.enabled) << row.major << "." << row.minor;
+        });
+    }
+    SetSystemVersion(5, 0);
+}
+
+TEST_F(ImportDialog, SkipWarningsIsStoredAtOnce) {
+    RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
+        EXPECT_FALSE(user.IsChecked(kSkipWarningsCheck));
+        for (const int on : {1, 0}) {
+            user.Press(kSkipWarningsCheck);
+            EXPECT_EQ(CZelFont::m_bIgnoreErrors, on);
+            EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), on);
+            EXPECT_EQ(dialog.m_bImportSkip, 0) << "not touched";
+        }
+    });
+}
+
+TEST_F(ImportDialog, HiddenCheckBoxesTurnTheirMembersOver) {
+    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+        EXPECT_FALSE(user.Press(kTrueFontCheck)) << "a user can't";
+        for (const int on : {1, 0}) {
+            dialog.SendMessage(WM_COMMAND, kTrueFontCheck);
+            dialog.SendMessage(WM_COMMAND, kBaselineAlignCheck);
+            EXPECT_EQ(dialog.m_bTrueFont, on);
+            EXPECT_EQ(dialog.m_bBaselineAlign, 1 - on);
+        }
+    });
+}
+
+TEST_F(ImportDialog, BrowsingForFontsTakesTheDirectoryAndTheOldId) {
+    WriteFile("ELSEWHERE/.0009", "x");
+    OpenDialog::M_sNextMessage = ".0003";
+    desktop.QueueFile(std::nullopt);
+    desktop.QueueFile("D:\\ELSEWHERE\\.0009");
+    RunDialog([](DialogDriver& user, CZelTransDlg&) {
+        user.Type(kMessageIdEdit, "typed");
+        user.Press(kBrowseFontButton);
+        EXPECT_EQ(user.Text(kFontDirBox), "D:\\MACHINE") << "a cancelled dialog changes nothing";
+        EXPECT_EQ(user.Text(kMessageIdEdit), "typed");
+        user.Press(kBrowseFontButton);
+        EXPECT_EQ(user.Text(kFontDirBox), "D:\\ELSEWHERE");
+        EXPECT_THAT(user.List(kFontDirBox), ElementsAre("D:\\ELSEWHERE"));
+        EXPECT_EQ(user.Text(kMessageIdEdit), ".0003") << "written over by the member";
+    });
+    EXPECT_EQ(desktop.FileDialogs()[0].title, "Zelmara Font Directory");
+    EXPECT_EQ(desktop.FileDialogs()[0].initial_dir, "D:\\MACHINE");
+    EXPECT_EQ(desktop.FileDialogs()[0].initial_name, "");
+}
+
+TEST_F(ImportDialog, BrowsingForAMessageTakesItsNameToo) {
+    desktop.QueueFile("D:\\MESSAGES\\.0009");
+    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+        user.Type(kMessageDirBox, "D:\\NONE");
+        user.Press(kBrowseMessageButton);
+        EXPECT_EQ(user.Text(kMessageDirBox), "D:\\MESSAGES");
+        EXPECT_EQ(user.Text(kMessageIdEdit), ".0009");
+        EXPECT_EQ(dialog.GetDefID(), static_cast<UINT>(kReadButton));
+    });
+    EXPECT_EQ(desktop.FileDialogs()[0].title, "Zelmara Message Directory");
+    EXPECT_EQ(desktop.FileDialogs()[0].initial_dir, "") << "there is no such directory";
+}
+
+TEST_F(ImportDialog, ImportsOneMessageAfterTheOther) {
+    for (const char* name : {".0007", ".0008"}) WriteMessage(MessageOf({samples::EmptyRow(0)}), name);
+    desktop.SetYesNoAnswer(IDNO);
+    RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
+        user.Type(kMessageIdEdit, "7");
+        user.PressEnter();
+        EXPECT_EQ(user.Text(kMessageIdEdit), ".0008");
+        EXPECT_EQ(dialog.GetDlgItem(kMessageIdEdit)->SendMessage(EM_GETSEL), 5 << 16);
+        user.PressEnter();
+    });
+    EXPECT_EQ(Order(), "1212 1157 char*1 1181 1180 1213 15 1157 char*1 1181 1180 1213 15");
+    EXPECT_EQ(OpenDialog::M_sNextMessage, ".0009");
+}
+
+}  // namespace

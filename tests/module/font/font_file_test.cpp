@@ -1,0 +1,263 @@
+// A font file's records and sections over bytes.
+#include <algorithm>
+#include <cstring>
+#include <random>
+
+#include <gmock/gmock.h>
+
+#include "module/font/format/font_loader.h"
+#include "samples/font_writer.h"
+#include "module/font/format/convert_font_header.h"
+#include "module/font/format/convert_char_entry.h"
+#include "module/font/format/font_blocks.h"
+
+namespace {
+
+using samples::Bytes;
+using samples::FontFile;
+using testing::ElementsAre;
+
+struct Loaded {
+    explicit Loaded(std::span<const std::uint8_t> bytes, SectionObserver* observer = nullptr) {
+        ByteSource source(bytes);
+        outcome = LoadFont(source, slot, tessor, observer);
+    }
+    ~Loaded() { ReleaseFontBlocks(slot); }
+    Loaded(const Loaded&) = delete;
+    Loaded& operator=(const Loaded&) = delete;
+
+    tag_font_memory slot;
+    bool tessor = false;
+    FontOutcome outcome;
+};
+
+class SectionNames : public SectionObserver {
+  public:
+    void OnSection(const char* name, std::uint64_t offset, std::uint64_t, std::uint64_t) override {
+        sections.push_back(name + ("@" + std::to_string(offset)));
+    }
+    std::vector<std::string> sections;
+};
+
+TEST(FontHeader, KeepsItsOffsetsWithItsWordsConverted) {
+    std::mt19937 random(4711);
+    for (int round = 0; round < 200; ++round) {
+        std::array<std::uint8_t, 128> file{};
+        for (std::uint8_t& byte : file) byte = static_cast<std::uint8_t>(random());
+        std::array<std::uint8_t, 128> expected = file;
+        for (const int at : {78, 80, 82, 102, 104, 106, 108, 110, 112, 114, 116, 118, 124})
+            std::reverse(expected.begin() + at, expected.begin() + at + 2);
+        for (const int at : {94, 98, 120}) std::reverse(expected.begin() + at, expected.begin() + at + 4);
+        expected[84] = static_cast<std::uint8_t>(file[84] >> 4 | file[84] << 4);
+        const unsigned v = file[86] * 256U + file[87], split = v >> 9 | (v & 0x1FF) << 7;
+        expected[86] = static_cast<std::uint8_t>(split & 255);
+        expected[87] = static_cast<std::uint8_t>(split >> 8);
+        const tag_font_header header = ConvertFontHeader(file);
+        ASSERT_EQ(std::memcmp(&header, expected.data(), sizeof header), 0) << round;
+    }
+}
+
+TEST(FontHeader, FieldsAreTheWrittenOnes) {
+    FontFile font;
+    font.header.font_name = std::string(70, 'n');
+    font.header.font_id_text = "7077";
+    font.header.font_height = -40;
+    font.header.row_top_offset = -3;
+    font.header.row_inset = 9;
+    font.header.edge_type = 1;
+    font.header.edge_direction = 3;
+    font.header.edge_size = 200;
+    font.header.word_table_size = 0x12340000;
+    const Loaded loaded(samples::WriteFont(font));
+    ASSERT_EQ(loaded.outcome, FontOutcome::kRead) << "the low 16 bits of the word table's size are 0";
+    const tag_font_header header = *loaded.slot.font_header;
+    EXPECT_EQ(header.Name(), std::string(70, 'n'));
+    EXPECT_EQ(header.IdText(), "7077");
+    EXPECT_THAT((std::vector<int>{header.font_height, header.row_top_offset, header.row_inset, header.EdgeType(),
+                                  header.EdgeDirection(), header.edge_bits, header.edge_size}),
+                ElementsAre(-40, -3, 9, 1, 3, 0x31, 200));
+}
+
+TEST(DirectoryEntry, BitFieldsStandFromTheLowestBitUp) {
+    const auto word = [](const samples::CharEntry& entry) {
+        return std::uint32_t{ConvertCharEntry(samples::WriteCharEntry(entry)).glyph_word};
+    };
+    for (unsigned bit = 0; bit < 6; ++bit) {
+        EXPECT_EQ(word({.glyph_bits_a = 1U << bit}), 1U << bit);
+        EXPECT_EQ(word({.glyph_bits_b = 1U << bit}), 1U << (6 + bit));
+    }
+    for (unsigned bit = 0; bit < 10; ++bit) {
+        EXPECT_EQ(word({.glyph_top = 1U << bit}), 1U << (12 + bit));
+        EXPECT_EQ(word({.glyph_metric = 1U << bit}), 1U << (22 + bit));
+    }
+    const tag_char_entry entry =
+        ConvertCharEntry(std::array<std::uint8_t, 10>{170, 0, 0x08, 0x10, 0x10, 0x21, 1, 2, 3, 4});
+    EXPECT_EQ(std::uint32_t{entry.glyph_word}, 2U | 1U << 6 | 4U << 12 | 33U << 22);
+    EXPECT_EQ(std::uint32_t{entry.glyph_offset}, 0x01020304U);
+    EXPECT_EQ(entry.Top(), 4);
+    EXPECT_EQ(entry.Metric(), 33);
+}
+
+TEST(DirectoryEntry, KindsAreToldApartStoredFirst) {
+    for (unsigned kind = 0; kind < 256; ++kind) {
+        const tag_char_entry entry{static_cast<std::uint8_t>(kind), 0, 0, 0};
+        EXPECT_EQ(entry.IsStored(), kind == 170);
+        EXPECT_EQ(entry.IsRunCoded(), kind != 170 && (kind & 0x42) != 0) << kind;
+    }
+}
+
+FontFile WithAllBlocks(unsigned font_flags) {
+    FontFile font;
+    font.header.font_flags = font_flags;
+    font.encoding = {1, 2, 3, 4, 5};
+    font.aux_block = {6, 7, 8};
+    font.word_table = {0x1122, 0x3344};
+    font.char_table_a = Bytes(384, 0xA);
+    font.char_table_b = Bytes(384, 0xB);
+    font.sample = samples::SampleBlock{0x0102, {2, 2, {1, 2, 3, 4}}, {1, 3, {5, 6, 7}}};
+    if (font_flags == 18) font.first_sample = samples::SampleBlock{9, {1, 1, {8}}, {0, 0, {}}};
+    samples::StoredGlyph glyph;
+    glyph.width = 1;
+    glyph.height = 2;
+    glyph.pixels = Bytes(8, 0xEE);
+    font.AddStored(7, glyph, 0, 0);
+    font.AddStored(191, glyph, 0, 0);
+    font.tail = {1, 1, 1, 1};
+    return font;
+}
+
+struct BlocksCase {
+    const char* name;
+    unsigned font_flags;
+    std::vector<std::string> sections;  // behind the directory, without their places
+    bool tessor;
+};
+
+TEST(FontSections, FollowFromTheFlags) {
+    const BlocksCase kCases[] = {
+        {"plain", 0x20, {"encoding data", "auxiliary block", "word table", "sample block"}, false},
+        {"plain with tables",
+         0x24,
+         {"encoding data", "auxiliary block", "word table", "character table a", "character table b", "sample block"},
+         false},
+        {"leading sample",
+         18,
+         {"encoding data", "sample block", "auxiliary block", "word table", "sample block"},
+         true},
+        {"18 and another bit", 19, {"auxiliary block", "word table", "sample block"}, true},
+        {"no encoding data", 0, {"auxiliary block", "word table", "sample block"}, true},
+    };
+    for (const BlocksCase& row : kCases) {
+        SCOPED_TRACE(row.name);
+        FontFile font = WithAllBlocks(row.font_flags);
+        if (row.font_flags != 18) font.first_sample.reset();
+        samples::FontOffsets at;
+        SectionNames names;
+        const Loaded loaded(samples::WriteFont(font, &at), &names);
+        ASSERT_EQ(loaded.outcome, FontOutcome::kRead);
+        EXPECT_EQ(loaded.tessor, row.tessor);
+        std::vector<std::string> kinds;
+        for (const std::string& section : names.sections) kinds.push_back(section.substr(0, section.find('@')));
+        std::vector<std::string> expected = {"Psos file header", "font header", "character directory"};
+        expected.insert(expected.end(), row.sections.begin(), row.sections.end());
+        expected.insert(expected.end(), 2, "stored glyph");
+        EXPECT_EQ(kinds, expected);
+        EXPECT_EQ(std::uint32_t{loaded.slot.char_directory[7].glyph_offset}, at.stored[7]);
+        EXPECT_EQ(std::uint32_t{loaded.slot.char_directory[191].glyph_offset}, at.stored[191]);
+        EXPECT_EQ(loaded.slot.encoding_data != nullptr, row.font_flags == 18 || (row.font_flags & 0x20) != 0);
+        EXPECT_THAT(std::vector<int>(loaded.slot.aux_block, loaded.slot.aux_block + 3), ElementsAre(6, 7, 8));
+        EXPECT_THAT(std::vector<int>(loaded.slot.word_table, loaded.slot.word_table + 2), ElementsAre(0x1122, 0x3344));
+        const tag_graphic_rectangle& a = loaded.slot.sample_a;
+        EXPECT_THAT(std::vector<int>(a.data, a.data + 4), ElementsAre(1, 2, 3, 4)) << "the second block's";
+        EXPECT_EQ(loaded.slot.sample_b.height, 3);
+    }
+}
+
+FontOutcome OutcomeOfPrefix(std::size_t n, const samples::FontOffsets& at, bool leading) {
+    if (n < 136) return FontOutcome::kShortPsosHeader;
+    if (n < at.directory) return FontOutcome::kShortFontHeader;
+    if (n < at.encoding) return FontOutcome::kShortDirectory;
+    if (n < at.first_sample) return leading ? FontOutcome::kShortLeadingEncoding : FontOutcome::kShortEncoding;
+    if (leading && n < at.first_sample + 10) return FontOutcome::kShortLeadingSample;
+    if (n < at.aux_block) return FontOutcome::kShortSampleRow;
+    if (n < at.sample + 10) return FontOutcome::kShortBlock;
+    if (n < at.stored.at(7)) return FontOutcome::kShortSampleRow;
+    return n < at.stored.at(191) + 4 ? FontOutcome::kShortBlock : FontOutcome::kRead;
+}
+
+TEST(FontTruncation, EveryPrefixHasItsOutcome) {
+    for (const unsigned flags : {0x24U, 18U}) {
+        samples::FontOffsets at;
+        const Bytes bytes = samples::WriteFont(WithAllBlocks(flags), &at);
+        for (std::size_t n = 0; n <= bytes.size(); ++n) {
+            const Loaded loaded{std::span(bytes).first(n)};
+            ASSERT_EQ(loaded.outcome, OutcomeOfPrefix(n, at, flags == 18)) << flags << " " << n;
+        }
+    }
+}
+
+struct SizeCase {
+    const char* name;
+    void (*change)(FontFile&);
+    FontOutcome outcome;
+};
+
+TEST(FontSizes, AreHeldAgainstTheFileBeforeMemoryIsTaken) {
+    const SizeCase kCases[] = {
+        {"a negative auxiliary block", [](FontFile& f) { f.header.aux_block_size = -1; }, FontOutcome::kNoMemory},
+        {"a negative word table", [](FontFile& f) { f.header.word_table_size = 0x8000; }, FontOutcome::kNoMemory},
+        {"a word table of an odd size", [](FontFile& f) { f.header.word_table_size = 3; }, FontOutcome::kShortBlock},
+        {"the largest encoding data", [](FontFile& f) { f.header.encoding_size = 0xFFFFFFFF; },
+         FontOutcome::kShortEncoding},
+        {"a sample of negative height",
+         [](FontFile& f) {
+             f.sample = samples::SampleBlock{0, {5, -1, {}}, {}};
+         },
+         FontOutcome::kNoMemory},
+        {"a sample of negative width",
+         [](FontFile& f) {
+             f.sample = samples::SampleBlock{0, {}, {-1, 2, {}}};
+         },
+         FontOutcome::kNoMemory},
+        {"a sample of both negative",
+         [](FontFile& f) {
+             f.sample = samples::SampleBlock{0, {-5, -5, {}}, {}};
+         },
+         FontOutcome::kRead},
+        {"a sample without rows",
+         [](FontFile& f) {
+             f.sample = samples::SampleBlock{0, {5, 0, {}}, {}};
+         },
+         FontOutcome::kRead},
+        {"a row of width 0",
+         [](FontFile& f) {
+             f.sample = samples::SampleBlock{0, {0, 1, {}}, {}};
+         },
+         FontOutcome::kShortSampleRow},
+        {"the largest sample",
+         [](FontFile& f) {
+             f.sample = samples::SampleBlock{0, {32767, 32767, {}}, {}};
+         },
+         FontOutcome::kShortSampleRow},
+    };
+    for (const SizeCase& row : kCases) {
+        FontFile font;
+        row.change(font);
+        EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, row.outcome) << row.name;
+    }
+}
+
+TEST(StoredGlyphs, LengthsThatRunPastTheEndAreNoticedByTheNextOnly) {
+    FontFile font = WithAllBlocks(0x20);
+    font.stored[191].length = 0xFFFFFFFF;
+    EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, FontOutcome::kRead);
+    font.stored[7].length = 0xFFFFFFFF;
+    EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, FontOutcome::kShortBlock);
+    font.stored[7].length = 0;  // the next record is then the same
+    const Loaded same(samples::WriteFont(font));
+    EXPECT_EQ(same.outcome, FontOutcome::kRead);
+    EXPECT_EQ(std::uint32_t{same.slot.char_directory[7].glyph_offset},
+              std::uint32_t{same.slot.char_directory[191].glyph_offset});
+}
+
+}  // namespace

@@ -1,0 +1,253 @@
+// Measuring and drawing run-coded glyphs.
+#include "module/font/format/run_codes.h"
+
+#include <cmath>
+#include <random>
+
+#include <gmock/gmock.h>
+
+#include "samples/run_codes.h"
+
+namespace {
+
+using samples::BackgroundRun;
+using samples::BlendedRun;
+using samples::ColourRun;
+using samples::EndOfLine;
+using samples::RunCodes;
+using samples::Stay;
+
+RunCodeReader Reader(const samples::Bytes& bytes, std::uint32_t offset = 0) {
+    return {bytes, offset};
+}
+
+constexpr std::uint32_t kStayingBackground = 1U << 31 | BackgroundRun(5);
+
+struct MeasureCase {
+    const char* name;
+    RunCodes codes;
+    GlyphSize size;
+};
+
+TEST(Measure, FollowsTheCodes) {
+    const MeasureCase kCases[] = {
+        {"an empty glyph has its two blank rows", {0}, {0, 2}},
+        {"no codes at all end the glyph", {}, {0, 2}},
+        {"two lines, widths rounded up",
+         {ColourRun(1, 255, 10), EndOfLine(), ColourRun(1, 255, 13), EndOfLine(), 0},
+         {16, 4}},
+        {"an unfinished last line counts", {ColourRun(1, 255, 10), EndOfLine(), ColourRun(1, 255, 13), 0}, {16, 4}},
+        {"a multiple of four stays", {ColourRun(1, 255, 12), EndOfLine(), 0}, {12, 3}},
+        {"a stay code doesn't widen", {Stay(2, 255), ColourRun(1, 255, 5), EndOfLine(), 0}, {8, 3}},
+        {"nor does a background run with the bit", {kStayingBackground, ColourRun(1, 255, 4), EndOfLine(), 0}, {4, 3}},
+        {"a line of stay codes only isn't unfinished", {EndOfLine(), Stay(1, 255), 0}, {0, 3}},
+        {"background runs widen", {BackgroundRun(32), BlendedRun(1, 9, 1), EndOfLine(), 0}, {36, 3}},
+        {"codes behind the end don't count", {0, ColourRun(1, 255, 9), EndOfLine()}, {0, 2}},
+    };
+    for (const MeasureCase& row : kCases)
+        EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(row.codes))), row.size) << row.name;
+}
+
+TEST(Measure, EndsAfter500LinesOrRuns) {
+    EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(RunCodes(600, EndOfLine())))), (GlyphSize{0, 502}));
+    RunCodes codes(600, ColourRun(1, 255, 1));
+    EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (GlyphSize{0, 2})) << "the line has no end";
+    codes.insert(codes.begin() + 499, EndOfLine());
+    EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (GlyphSize{500, 4}));
+}
+
+TEST(Measure, IsTheSameOnEveryPath) {
+    std::mt19937 random(4711);
+    for (int round = 0; round < 5000; ++round) {
+        RunCodes codes(random() % 600);
+        for (std::uint32_t& code : codes) code = random() % 100 == 0 ? 0 : static_cast<std::uint32_t>(random());
+        if (round % 3 == 0) std::ranges::replace(codes, 0U, ColourRun(1, 9, 1));
+        const samples::Bytes bytes = samples::RunCodeBytes(codes);
+        const RunCodeReader reader = Reader(bytes, static_cast<std::uint32_t>(random() % 9));
+        const GlyphSize size = MeasurePaths().back().measure(reader);
+        for (const MeasurePath& path : MeasurePaths())
+            ASSERT_EQ(path.measure(reader), size) << path.name << ", round " << round;
+    }
+}
+
+TEST(RunCodeReader, StaysInTheEncodingData) {
+    const samples::Bytes bytes = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    EXPECT_FALSE(Reader(bytes, 3).Next().EndsGlyph()) << "at any byte";
+    for (const std::uint32_t offset : {4U, 7U, 8U, 0xFFFFFFFFU}) EXPECT_TRUE(Reader(bytes, offset).Next().EndsGlyph());
+}
+
+/// A canvas whose every byte is `fill` before the glyph is drawn; a pixel reads as "blue green red alpha".
+struct Canvas {
+    Canvas(int w, int h, const RunCodes& codes, std::uint8_t fill = 0x11) : width(w), pixels(Size(w, h), fill) {
+        const RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
+        DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}}, {pixels.data(), w * 4, w, h});
+    }
+    static std::size_t Size(int w, int h) { return static_cast<std::size_t>(w * h * 4); }
+    std::string At(int x, int y) const {
+        std::string text;
+        for (std::size_t i = 0; i < 4; ++i)
+            text += (i == 0 ? "" : " ") + std::to_string(pixels[Size(width, y) + Size(x, 1) + i]);
+        return text;
+    }
+    int width;
+    std::vector<std::uint8_t> pixels;
+};
+
+struct DrawCase {
+    const char* name;
+    RunCodes codes;
+    std::vector<std::string> line;  // the second row of a canvas of four by four
+};
+
+constexpr char kFill[] = "17 17 17 17", kZero[] = "0 0 0 0", kBack[] = "9 8 7 0", kFace[] = "50 100 200 255";
+
+TEST(Draw, FollowsTheCodes) {
+    const DrawCase kCases[] = {
+        {"an empty glyph keeps the fill", {0}, {kFill, kFill, kFill, kFill}},
+        {"a run moves on", {ColourRun(1, 255, 2)}, {kFace, kFace, kBack, kBack}},
+        {"the end of a line pads with zeros", {ColourRun(1, 255, 1), EndOfLine()}, {kFace, kZero, kZero, kZero}},
+        {"the end of the glyph pads a line that has begun", {BackgroundRun(1)}, {kBack, kBack, kBack, kBack}},
+        {"a full line is padded by nothing", {ColourRun(1, 255, 4)}, {kFace, kFace, kFace, kFace}},
+        {"a run past the line's end is cut", {ColourRun(1, 255, 32)}, {kFace, kFace, kFace, kFace}},
+        {"colour bytes are limited to the level",
+         {ColourRun(1, 128, 4)},
+         {"100 199 255 128", "100 199 255 128", "100 199 255 128", "100 199 255 128"}},
+        {"level 0 is all zero", {ColourRun(1, 0, 4)}, {kZero, kZero, kZero, kZero}},
+        {"a colour without an entry is black",
+         {ColourRun(200, 255, 4)},
+         {"0 0 0 255", "0 0 0 255", "0 0 0 255", "0 0 0 255"}},
+        {"a stay code leaves multiplied bytes and the position",
+         {Stay(1, 100), EndOfLine()},
+         {kZero, kZero, kZero, kZero}},
+        {"the stay bit of a background run isn't looked at", {kStayingBackground}, {kBack, kBack, kBack, kBack}},
+        {"a blended run mixes once, with its first pixel",
+         {Stay(2, 255), BlendedRun(1, 128, 2), ColourRun(1, 255, 2)},
+         {"27 51 101 255", "27 51 101 255", kFace, kFace}},
+        {"on an empty pixel it is the colour with the level as alpha",
+         {Stay(1, 0), BlendedRun(1, 100, 4)},
+         {"51 99 199 100", "51 99 199 100", "51 99 199 100", "51 99 199 100"}},
+    };
+    for (const DrawCase& row : kCases) {
+        const Canvas canvas(4, 4, row.codes);
+        for (int x = 0; x < 4; ++x) {
+            EXPECT_EQ(canvas.At(x, 1), row.line[static_cast<std::size_t>(x)]) << row.name << ", pixel " << x;
+            EXPECT_EQ(canvas.At(x, 0), kFill) << row.name << ": the first row stays";
+            EXPECT_EQ(canvas.At(x, 3), kFill) << row.name << ": rows that aren't reached stay";
+        }
+    }
+}
+
+TEST(Draw, StayLeavesItsBytesForTheNextCode) {
+    RunCodes codes = {Stay(1, 60)};
+    codes.insert(codes.end(), {samples::EndOfGlyph()});
+    EXPECT_EQ(Canvas(2, 2, codes).At(0, 1), "50 60 60 60") << "limited, not divided";
+}
+
+TEST(Draw, EndsAfter500ColourRunsOrLines) {
+    RunCodes codes(500, Stay(2, 255));
+    codes.push_back(ColourRun(1, 255, 1));
+    EXPECT_EQ(Canvas(1, 2, codes).At(0, 1), "3 2 1 255") << "stay codes count, and the 501st isn't drawn";
+    codes[0] = BackgroundRun(1);
+    codes[1] = EndOfLine();  // sets the count back
+    EXPECT_EQ(Canvas(1, 3, codes).At(0, 2), kFace);
+    RunCodes lines(500, EndOfLine());
+    lines.push_back(ColourRun(1, 255, 1));
+    EXPECT_EQ(Canvas(1, 502, lines).At(0, 501), kFill);
+    lines.erase(lines.begin());
+    EXPECT_EQ(Canvas(1, 502, lines).At(0, 500), kFace);
+}
+
+TEST(Draw, FillsRowsAsIfTheyHadBeenFilledBefore) {
+    std::mt19937 random(20040607);
+    const auto any = [&random](unsigned below) { return static_cast<unsigned>(random() % below); };
+    for (int round = 0; round < 3000; ++round) {
+        const int width = static_cast<int>(any(40)) + 1, height = static_cast<int>(any(6)) + 1;
+        RunCodes codes(any(80));
+        for (std::uint32_t& code : codes) {
+            const unsigned colour = any(4), level = any(256), count = any(12) + 1;
+            const std::uint32_t kinds[] = {BackgroundRun(count), ColourRun(colour, level, count),  EndOfLine(),
+                                           Stay(colour, level),  BlendedRun(colour, level, count), kStayingBackground,
+                                           ColourRun(1, 255, 32)};
+            code = kinds[any(std::size(kinds))];
+        }
+        if (round % 4 == 0) codes.insert(codes.begin(), 496, Stay(1, 9));  // so that the line ends by its runs
+        const Canvas before(width, height, codes, 0x21);
+        std::vector<std::uint8_t> pixels(before.pixels.size(), 0xEE);
+        const RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
+        DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}},
+                     {pixels.data(), width * 4, width, height, 0x21});
+        ASSERT_EQ(pixels, before.pixels) << "round " << round;
+    }
+}
+
+TEST(Draw, NeverLeavesTheBuffer) {
+    constexpr std::size_t kMargin = 256;
+    std::mt19937 random(20240229);
+    for (int round = 0; round < 3000; ++round) {
+        const int width = static_cast<int>(random() % 40), height = static_cast<int>(random() % 12);
+        RunCodes codes(random() % 60);
+        for (std::uint32_t& code : codes) code = static_cast<std::uint32_t>(random());
+        std::vector<std::uint8_t> memory(2 * kMargin + Canvas::Size(width, height), 0xC5);
+        const RunColour colours[] = {{}, {200, 100, 50}};
+        DrawRunCodes(Reader(samples::RunCodeBytes(codes), static_cast<std::uint32_t>(random() % 8)), {colours, {}},
+                     {memory.data() + kMargin, width * 4, width, height,
+                      round % 2 == 0 ? std::optional<std::uint8_t>(0xC5) : std::nullopt});
+        const auto untouched = [&](std::size_t from, std::size_t count) {
+            return std::all_of(memory.begin() + static_cast<std::ptrdiff_t>(from),
+                               memory.begin() + static_cast<std::ptrdiff_t>(from + count),
+                               [](std::uint8_t byte) { return byte == 0xC5; });
+        };
+        ASSERT_TRUE(untouched(0, kMargin + Canvas::Size(width, std::min(height, 1)))) << "round " << round;
+        ASSERT_TRUE(untouched(memory.size() - kMargin, kMargin)) << "round " << round;
+    }
+}
+
+unsigned Cut(double value) {
+    return static_cast<unsigned>(value + 0.5);
+}
+
+// Draws one row of 256 pixels, pixel p holding p in every colour byte and `alpha`, with one code for each of them.
+std::vector<std::uint8_t> DrawOver(const RunCodes& codes, RunColour colour, std::uint8_t alpha) {
+    std::vector<std::uint8_t> pixels(Canvas::Size(256, 2));
+    for (unsigned p = 0; p < 256; ++p) {
+        std::fill_n(pixels.begin() + 1024 + 4 * p, 3, static_cast<std::uint8_t>(p));
+        pixels[1024 + 4 * p + 3] = alpha;
+    }
+    const RunColour colours[] = {{}, colour};
+    DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {}}, {pixels.data(), 1024, 256, 2});
+    return {pixels.begin() + 1024, pixels.end()};
+}
+
+TEST(Mixing, IsTheFormulaInDoublesForEveryLevelColourAndPixel) {
+    for (unsigned level = 0; level < 256; ++level) {
+        const RunCodes codes(256, BlendedRun(1, level, 1));
+        for (unsigned c = 0; c < 258; c += 3) {
+            const unsigned shown[3] = {c % 256, (c + 1) % 256, (c + 2) % 256};  // blue, green, red
+            const auto byte = [&](int i) { return static_cast<std::uint8_t>(shown[i]); };
+            // On an opaque pixel the result is opaque, so that nothing is limited or divided.
+            const auto line = DrawOver(codes, {byte(2), byte(1), byte(0)}, 255);
+            for (unsigned p = 0; p < 256; ++p) {
+                for (unsigned i = 0; i < 3; ++i)
+                    ASSERT_EQ(line[4 * p + i], Cut((level * shown[i] + (255 - level) * p) / 255.0));
+                ASSERT_EQ(line[4 * p + 3], 255);
+            }
+        }
+    }
+}
+
+TEST(Mixing, AlphaAndDivisionAreTheFormulaInDoubles) {
+    for (unsigned level = 0; level < 256; ++level) {
+        const RunCodes codes(256, BlendedRun(1, level, 1));
+        for (unsigned alpha = 0; alpha < 256; ++alpha) {
+            const auto line = DrawOver(codes, {255, 255, 255}, static_cast<std::uint8_t>(alpha));
+            const unsigned mixed_level = level + Cut((255 - level) / 255.0 * alpha);
+            for (unsigned p = 0; p < 256; p += 5) {
+                const unsigned mixed = std::min(Cut((level * 255 + (255 - level) * p) / 255.0), mixed_level);
+                ASSERT_EQ(line[4 * p + 3], mixed_level);
+                ASSERT_EQ(line[4 * p], mixed_level == 0 ? 0 : Cut(mixed * 255.0 / mixed_level));
+            }
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,97 @@
+// One font for the host, without a message around it.
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include "module/contract/zel_trans_export.h"
+#include "support/module_fixture.h"
+#include "module/contract/records/effpar.h"
+#include "module/font/format/font_blocks.h"
+
+namespace {
+
+using module_test::FontSet;
+using module_test::ModuleTest;
+using module_test::PlainFont;
+using testing::ElementsAre;
+
+class MakeFont : public ModuleTest {
+  protected:
+    bool Make(std::string path) { return CZelTransExport().MakeTavroFont(path.data(), &fonts); }
+    FontSet fonts;
+};
+
+struct PathCase {
+    const char* path;
+    const char* wanted;  // the file that is looked for
+};
+
+TEST_F(MakeFont, TakesThePathApart) {
+    CZelFont::m_bIgnoreErrors = 0;
+    for (const PathCase& row : {
+             PathCase{"D:\\F\\.0012", "D:\\F\\.0012"},
+             PathCase{"D:\\F\\.12", "D:\\F\\.0012"},
+             PathCase{"D:\\F\\.70000", "D:\\F\\.70000"},
+             PathCase{"D:\\F", "D:\\F\\.0000"},        // no extension: all of it is the directory
+             PathCase{"D:\\F\\.TXT", "D:\\F\\.0000"},  // not a number
+             PathCase{"D:\\F\\.12a", "D:\\F\\.0000"},  // not all of it one
+             PathCase{"D:\\F\\.", "D:\\F\\.0000"},
+             PathCase{"D:\\F\\STEM.0012", "D:\\F\\STE\\.0012"},  // the cut takes the stem's last character
+             PathCase{"D:\\A.0012\\F\\.0012", "D:\\.0012"},      // and happens at the first place
+             PathCase{".0012", ".0012"},
+             PathCase{"", ".0000"},
+         }) {
+        EXPECT_FALSE(Make(row.path)) << row.path;
+        const std::vector<std::string> boxes = NewBoxes();
+        EXPECT_EQ(boxes.back(), "Couldn't Find Font File |Couldn't Find Zelmara! Font File: " +
+                                    std::string(row.wanted) + "\nWould you like to browse for this file?");
+    }
+}
+
+TEST_F(MakeFont, FilledSlotHasADescriptionWithoutMaps) {
+    WriteFile("MAPS/bitstream_fontlist.txt", "\n\nName\t1\n");
+    WriteFile("MAPS/typeface_list.txt", "\n\nMapped\tName BT\n");
+    WriteFont(12, PlainFont("Name Bold Italic X", ""));
+    fonts.m_Palette[1 + 7 * 32 + 1] = 0x22330011;
+    ASSERT_TRUE(Make("D:\\MACHINE\\.0012"));
+    EXPECT_STREQ(fonts.m_Slots[0].log_font->lfFaceName, "Zelmara! (0) Name Bold Ital");
+    EXPECT_EQ(fonts.m_Slots[0].log_font->lfWeight, 700);
+    EXPECT_EQ(fonts.m_Slots[0].log_font->lfItalic, 1);
+    EXPECT_EQ(fonts.m_Slots[0].effect_params->face_colour, 0x332211U) << "of the palette that the set brought";
+    EXPECT_EQ(fonts.m_Palette[1 + 7 * 32 + 1], 0xD9D9FFD9U) << "the default palette from now on";
+}
+
+TEST_F(MakeFont, FailureEmptiesTheSlotAndLeavesThePalette) {
+    fonts.m_Palette[5] = 77;
+    WriteFile("MACHINE/.0012", "too short");
+    EXPECT_FALSE(Make("D:\\MACHINE\\.0012"));
+    EXPECT_EQ(fonts.m_Slots[0].font_header, nullptr);
+    EXPECT_EQ(fonts.m_Slots[0].font_copy, nullptr);
+    EXPECT_EQ(fonts.m_Palette[5], 77U);
+}
+
+TEST_F(MakeFont, CancelStillCopiesThePalette) {
+    desktop.SetYesNoAnswer(IDCANCEL);
+    EXPECT_FALSE(Make("D:\\MACHINE\\.0012"));
+    EXPECT_EQ(fonts.m_Palette[1], 0x0000FE00U);
+    EXPECT_TRUE(CZelFont::m_bCancelFontBrowse);
+    EXPECT_FALSE(Make("D:\\MACHINE\\.0012"));
+    EXPECT_EQ(desktop.Boxes().size(), 3U) << "the prompt stays silent; each call tells of the typeface list, once";
+}
+
+TEST_F(MakeFont, FontThatTheSetHeldBeforeStaysTheHolders) {
+    WriteFont(12, PlainFont());
+    ASSERT_TRUE(Make("D:\\MACHINE\\.0012"));
+    tag_font_memory held = fonts.m_Slots[0];
+    CZelFont::m_bIgnoreErrors = 1;
+    for (const char* failing : {"D:\\MACHINE\\.0013", "D:\\MACHINE\\.0014"}) {
+        WriteFile("MACHINE/.0014", "too short");
+        EXPECT_FALSE(Make(failing));
+        EXPECT_EQ(held.font_header->font_height, 40) << "not freed";
+    }
+    fonts.m_Slots[0] = tag_font_memory();
+    delete held.font_copy;
+    ReleaseFontBlocks(held);
+}
+
+}  // namespace

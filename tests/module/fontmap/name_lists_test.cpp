@@ -1,0 +1,169 @@
+// The two name lists and the three maps that they fill.
+#include <gmock/gmock.h>
+
+#include "module/fontmap/format/text_lines.h"
+#include "module/state/module_state.h"
+#include "support/module_fixture.h"
+
+namespace {
+
+using module_test::ModuleTest;
+using module_test::OpenDialog;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr char kHeadings[] = "one\ntwo\t9\n";
+
+struct BitstreamCase {
+    const char* name;
+    const char* lines;
+    std::vector<std::pair<WORD, const char*>> ids;
+    std::vector<std::pair<const char*, const char*>> families = {};
+    int id_count = -1;  // as many as ids
+};
+void PrintTo(const BitstreamCase& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class BitstreamList : public ModuleTest, public testing::WithParamInterface<BitstreamCase> {};
+
+TEST_P(BitstreamList, FillsItsMaps) {
+    WriteFile("MAPS/bitstream_fontlist.txt", std::string(kHeadings) + GetParam().lines);
+    OpenDialog dialog(nullptr);
+    EXPECT_TRUE(dialog.MapBitStreamFont());
+    for (const auto& [id, name] : GetParam().ids) {
+        CString found;
+        EXPECT_TRUE(dialog.m_mapBitStreamId.Lookup(id, found)) << id;
+        EXPECT_EQ(found, name);
+    }
+    EXPECT_EQ(dialog.m_mapBitStreamId.GetCount(), static_cast<int>(GetParam().ids.size()));
+    for (const auto& [word, name] : GetParam().families) {
+        CString found;
+        EXPECT_TRUE(dialog.m_mapBitStreamFamily.Lookup(word, found)) << word;
+        EXPECT_EQ(found, name);
+    }
+    EXPECT_THAT(Boxes(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, BitstreamList,
+    testing::Values(
+        BitstreamCase{"headings_only", "", {}},
+        BitstreamCase{"indented_entry_of_a_family",
+                      "Swiss 721 =Helvetica\t\n\troman\t\t7\n",
+                      {{7, "Swiss 721 roman BT"}},
+                      {{"Swiss", "Swiss 721 roman BT"}}},
+        BitstreamCase{"family_may_end_in_a_digit", "Swiss 721\n\tbold\t8\n", {{8, "Swiss 721 bold BT"}}},
+        BitstreamCase{"annotation_of_a_style", "F\n\tbold =Heavy = x\t9\n", {{9, "F bold BT"}}},
+        BitstreamCase{"character_before_the_equals_sign_goes", "Fam=x\n\ts=y\t1\n", {{1, "Fa  BT"}}},
+        BitstreamCase{"plain_entry_keeps_the_family",
+                      "F\n\ta\t1\nPlain One\t2\n\tb\t3\n",
+                      {{1, "F a BT"}, {2, "Plain One BT"}, {3, "F b BT"}},
+                      {{"F", "F a BT"}, {"Plain", "Plain One BT"}}},
+        BitstreamCase{"blank_behind_the_number_makes_a_heading", "F\n\ta\t1 \n\tb\t2\n", {{2, "\ta\t1  b BT"}}},
+        BitstreamCase{"empty_line_empties_the_family", "F\n\n\ta\t1\n", {{1, " a BT"}}, {{"", " a BT"}}},
+        BitstreamCase{"tabs_at_a_headings_end_go_but_not_its_first_two", "\t\t\t\n\ta\t1\n", {{1, "\t\t a BT"}}},
+        BitstreamCase{"only_four_digits_count", "A\t12345\n", {{1234, "A BT"}}},
+        BitstreamCase{"text_before_and_behind_the_number", "A\tno. 12ab 34\n", {{12, "A BT"}}},
+        BitstreamCase{"later_number_and_earlier_family_stay",
+                      "A x\t5\nA y\t5\nA z\t6\n",
+                      {{5, "A y BT"}, {6, "A z BT"}},
+                      {{"A", "A x BT"}}},
+        BitstreamCase{"indented_line_without_a_second_tab", "F\n\ta1\n\tb\t2\n", {{2, "F b BT"}}},
+        BitstreamCase{"carriage_returns", "F\r\n\ta\t1\r\n", {{1, "F a BT"}}},
+        BitstreamCase{"carriage_return_alone_and_the_end_of_text",
+                      "A\rB\t1\r\r\nC\t2\n\x1A"
+                      "D\t3\n",
+                      {{2, "C BT"}}},
+        BitstreamCase{"annotation_that_begins_a_field", "F\n\t=x\t1\n=y\t2\n", {{1, "F  BT"}, {2, " BT"}}},
+        BitstreamCase{"number_0", "A\t0000\n", {{0, "A BT"}}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(NameMaps, KeepThousandsOfKeysOfAnyLength) {
+    NamedNames names;
+    NumberedNames numbers;
+    const auto key = [](int n) { return std::string(static_cast<std::size_t>(n % 40), 'k') + std::to_string(n); };
+    for (int n = 0; n < 5000; ++n) {
+        names.SetAt(key(n).c_str(), "early");
+        names.SetAt(key(n).c_str(), key(n + 1).c_str());
+        numbers.SetAt(static_cast<WORD>(n * 13), key(n).c_str());
+    }
+    EXPECT_EQ(names.GetCount(), 5000);
+    EXPECT_EQ(numbers.GetCount(), 5000);
+    CString found;
+    for (int n = 0; n < 5000; ++n) {
+        ASSERT_TRUE(names.Lookup(key(n).c_str(), found));
+        ASSERT_EQ(found, key(n + 1).c_str());
+        ASSERT_TRUE(numbers.Lookup(static_cast<WORD>(n * 13), found));
+        ASSERT_EQ(found, key(n).c_str());
+    }
+    EXPECT_FALSE(names.Lookup("", found));
+    EXPECT_FALSE(numbers.Lookup(12, found));
+}
+
+TEST(TextLines, LineOfMoreThan199CharactersComesAsSeveral) {
+    const std::string text = std::string(198, 'a') + "\n" + std::string(199, 'b') + "\n" + std::string(200, 'c');
+    TextLines lines(text);
+    std::vector<std::size_t> lengths;
+    while (const auto line = lines.Next()) lengths.push_back(line->size());
+    EXPECT_THAT(lengths, ElementsAre(198, 199, 0, 199, 1));
+}
+
+class NameLists : public ModuleTest {};
+
+TEST_F(NameLists, TypefacesStandUnderTheirBitstreamNames) {
+    WriteFile("MAPS/typeface_list.txt", std::string(kHeadings) +
+                                            "Arial\t\tSwiss BT\n\tNo Face BT\nno tab BT\nEnds\t\t\n\nA =x\tB =y\n"
+                                            "Blank\tTrailing BT \nFirst\tTwice BT\nSecond\tTwice BT\nT\ta\tb\n");
+    OpenDialog dialog(nullptr);
+    EXPECT_TRUE(dialog.MapTypeFace());
+    EXPECT_EQ(dialog.m_mapTypeFace.GetCount(), 6);
+    for (const auto& [key, value] : {std::pair("Swiss BT", "Arial"),
+                                     {"No Face BT", ""},
+                                     {"B =y", "A =x"},
+                                     {"Trailing BT ", "Blank"},
+                                     {"Twice BT", "Second"},
+                                     {"a\tb", "T"}}) {
+        CString found("?");
+        EXPECT_TRUE(dialog.m_mapTypeFace.Lookup(key, found)) << key;
+        EXPECT_EQ(found, value);
+    }
+    CString found("untouched");
+    EXPECT_FALSE(dialog.m_mapTypeFace.Lookup("swiss BT", found));
+    EXPECT_EQ(found, "untouched");
+}
+
+struct MissingCase {
+    int import_skip, ignore_errors;
+    bool bitstream_box, typeface_box;
+};
+
+TEST_F(NameLists, MissingListsAreToldByASwitchOfTheirOwn) {
+    for (const MissingCase& row : {MissingCase{0, 0, true, true}, MissingCase{1, 0, false, true},
+                                   MissingCase{0, 1, true, false}, MissingCase{1, 1, false, false}}) {
+        OpenDialog dialog(nullptr);
+        dialog.m_bImportSkip = row.import_skip;
+        CZelFont::m_bIgnoreErrors = row.ignore_errors;
+        EXPECT_FALSE(dialog.MapBitStreamFont());
+        EXPECT_FALSE(dialog.MapTypeFace());
+        std::vector<std::string> boxes;
+        for (const auto& [shown, text] :
+             {std::pair(row.bitstream_box, "Open BitStream Font Mapping File: D:\\MAPS\\bitstream_fontlist.txt"),
+              {row.typeface_box, "Find Typeface Mapping File: D:\\MAPS\\typeface_list.txt"}}) {
+            if (shown)
+                boxes.push_back("Zelmara! Import Error|Couldn't " + std::string(text) +
+                                "\n           The system cannot find the file specified.\r\n");
+        }
+        EXPECT_EQ(NewBoxes(), boxes) << row.import_skip << row.ignore_errors;
+    }
+}
+
+TEST_F(NameLists, WithoutADirectoryTheyLieInTheCurrentOne) {
+    char nothing[MAX_PATH] = {};
+    Register_GLV_OnChar(nullptr, nothing);
+    OpenDialog dialog(nullptr);
+    EXPECT_FALSE(dialog.MapTypeFace());
+    EXPECT_THAT(Boxes(), ElementsAre(testing::HasSubstr("File: typeface_list.txt\n")));
+}
+
+}  // namespace

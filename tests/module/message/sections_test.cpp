@@ -1,0 +1,336 @@
+// A message file's sections over bytes: where they lie, what they hold, and what a file that ends early gives.
+#include <map>
+
+#include <gmock/gmock.h>
+
+#include "module/message/format/message_loader.h"
+#include "samples/message_writer.h"
+#include "module/contract/records/effpar.h"
+
+namespace {
+
+using samples::Bytes;
+using testing::ElementsAre;
+
+class Sections : public SectionObserver {
+  public:
+    void OnSection(const char* name, std::uint64_t offset, std::uint64_t, std::uint64_t) override {
+        offsets[name] = offset;
+    }
+    std::map<std::string, std::uint64_t> offsets;
+};
+
+MessageOutcome Load(std::span<const std::uint8_t> bytes, LoadedMessage& message, SectionObserver* observer = nullptr) {
+    ByteSource source(bytes);
+    return LoadMessage(source, message, observer);
+}
+
+MessageOutcome Load(const samples::MessageFile& file, LoadedMessage& message) {
+    return Load(samples::WriteMessage(file), message);
+}
+
+samples::TabField Tab(unsigned start, unsigned end, unsigned row, const std::string& name = "NAME") {
+    samples::TabField tab;
+    tab.tab_start = start;
+    tab.tab_end = end;
+    tab.tab_row = row;
+    tab.tab_name = name;
+    return tab;
+}
+
+samples::MessageFile WithAllSections() {
+    samples::MessageFile file;
+    file.flash_font.emplace();
+    file.flash_font->encoding_size = 30;
+    file.flash_font->word_table_size = 7;
+    file.header.frame_left = 50;
+    file.header.frame_top = 60;
+    file.header.frame_bottom = 400;
+    file.header.font_numbers[15] = 4711;
+    file.rows = {samples::RowFromText(100, "AB", 10, 20), samples::EmptyRow(200), samples::RowFromText(300, "C", 0, 0)};
+    file.palette.emplace();
+    for (unsigned i = 0; i < 256; ++i) file.palette->entries.push_back(0x10203000U + i);
+    file.background.emplace();
+    file.background->tag = 0xBBBD;
+    file.tabs.emplace();
+    file.tabs->fields = {Tab(5, 90, 2)};
+    return file;
+}
+
+TEST(MessageSections, LieWhereTheFormatPutsThem) {
+    samples::MessageOffsets at;
+    const Bytes bytes = samples::WriteMessage(WithAllSections(), &at);
+    LoadedMessage message;
+    Sections sections;
+    ASSERT_EQ(Load(bytes, message, &sections), MessageOutcome::kRead);
+    EXPECT_EQ(sections.offsets, (std::map<std::string, std::uint64_t>{{"Psos file header", 0},
+                                                                      {"section flags", 136},
+                                                                      {"flash font", at.flash_font},
+                                                                      {"message header", at.header},
+                                                                      {"rows", at.rows},
+                                                                      {"palette", at.palette},
+                                                                      {"background", at.background},
+                                                                      {"tab table", at.tabs}}));
+    EXPECT_TRUE(message.flash_font);
+    EXPECT_EQ(message.header->frame_left, 50);
+    EXPECT_EQ(message.header->frame_top, 40);
+    EXPECT_EQ(message.header->frame_bottom, 380);
+    EXPECT_EQ(message.header->font_numbers[0], kNoFont);
+    EXPECT_EQ(message.header->font_numbers[15], 4711);
+    EXPECT_EQ(message.rows[0].chars[1].Code(), 'B');
+    EXPECT_TRUE(message.rows[1].Empty());
+    EXPECT_EQ(message.rows[2].chars[0].Code(), 'C');
+    EXPECT_EQ(message.palette->colour_sets[7][31], 0x102030FFU);
+    EXPECT_EQ(message.tab_count, 1);
+    EXPECT_EQ(std::uint16_t{message.tabs[0].tab_top}, 280);
+}
+
+TEST(MessageSections, FileOfRowsOnlyHasTheDefaultPalette) {
+    samples::MessageFile file;
+    file.rows = {samples::EmptyRow(0)};
+    LoadedMessage message;
+    ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+    struct Set {
+        std::uint32_t face, edge, first, last, packed_face, packed_edge;
+    };
+    constexpr Set kSets[8] = {
+        {0x0000FF00, 0x8080FF80, 0x0808FF08, 0xE8E8FFE8, 0x000000, 0x808080},
+        {0xBF00FF00, 0x8000FF00, 0xFF08FF00, 0xFFE8FF00, 0x00BF00, 0x008000},
+        {0x00BFFF00, 0x0080FF00, 0x00FFFF08, 0x00FFFFE8, 0xBF0000, 0x800000},
+        {0xBFBFFF00, 0x8080FF00, 0xFFFFFF08, 0xFFFFFFE8, 0xBFBF00, 0x808000},
+        {0x0000FFBF, 0x0000FF80, 0x0800FFFF, 0xE800FFFF, 0x0000BF, 0x000080},
+        {0xBF00FFBF, 0x8000FF80, 0xFF08FFFF, 0xFFE8FFFF, 0x00BFBF, 0x008080},
+        {0x00BFFFBF, 0x0080FF80, 0x08FFFFFF, 0xE8FFFFFF, 0xBF00BF, 0x800080},
+        {0xD9D9FFD9, 0x8080FF80, 0xF8F8FFF8, 0x1818FF18, 0xD9D9D9, 0x808080},
+    };
+    for (int set = 0; set < 8; ++set) {
+        SCOPED_TRACE(set);
+        const auto& entries = message.palette->colour_sets[set];
+        EXPECT_EQ(entries[0], 0x0000FE00U);
+        EXPECT_EQ(entries[1], kSets[set].face);
+        EXPECT_EQ(entries[2], kSets[set].edge);
+        EXPECT_EQ(entries[3], kSets[set].first);
+        EXPECT_EQ(entries[31], kSets[set].last);
+        EXPECT_EQ(entries[17] - entries[3], (entries[4] - entries[3]) * 14);
+        EXPECT_EQ(PackColour(entries[1]), kSets[set].packed_face);
+        EXPECT_EQ(PackColour(entries[2]), kSets[set].packed_edge);
+    }
+}
+
+struct PaletteCase {
+    const char* name;
+    unsigned words;
+    MessageOutcome outcome;
+};
+
+TEST(PaletteSection, GoesByItsWordCount) {
+    constexpr PaletteCase kCases[] = {{"none fail", 0, MessageOutcome::kShortPalette},
+                                      {"one word", 1, MessageOutcome::kRead},
+                                      {"three words", 3, MessageOutcome::kRead},
+                                      {"the full 512", 512, MessageOutcome::kRead},
+                                      {"more than the file has", 513, MessageOutcome::kRead}};
+    for (const PaletteCase& row : kCases) {
+        SCOPED_TRACE(row.name);
+        samples::MessageFile file;
+        file.rows = {samples::EmptyRow(0)};
+        file.palette.emplace();
+        file.palette->palette_lead = 0x1234;
+        file.palette->palette_words = row.words;
+        file.palette->entries.assign((std::min(row.words, 512U) + 1) / 2, 0xA1B2C3D4);
+        LoadedMessage message;
+        EXPECT_EQ(Load(file, message), row.outcome);
+        if (row.words == 0) continue;
+        EXPECT_EQ(message.palette->palette_lead, 0x3412) << "not converted";
+        EXPECT_EQ(message.palette->palette_words, row.words);
+        for (unsigned i = 0; i < 256; ++i) {
+            const unsigned words = std::min(row.words, 512U);
+            const std::uint32_t entry = i < words / 2 ? 0xA1B2C3D4 : i == words / 2 && words % 2 != 0 ? 0xA1B20000 : 0;
+            EXPECT_EQ(message.palette->colour_sets[i / 32][i % 32], entry) << i;
+        }
+    }
+}
+
+TEST(PaletteSection, BeyondItsLimitTheNextSectionBeginsInItsRemainder) {
+    samples::MessageFile file;
+    file.rows = {samples::EmptyRow(0)};
+    file.palette.emplace();
+    file.palette->entries.assign(300, 0xBBBD0000);  // the tag of a background, where the 513th word stands
+    file.background.emplace();
+    file.background->tag = 0x1111;
+    file.background->words = 974 - 88 + 1;  // the body begins 88 words early, behind a tag that isn't read
+    LoadedMessage message;
+    EXPECT_EQ(Load(file, message), MessageOutcome::kRead);
+    file.background->words = 974 - 88 - 1;
+    EXPECT_EQ(Load(file, message), MessageOutcome::kShortBackground);
+}
+
+TEST(PaletteSection, FindsTheFirstSetOfAnEffect) {
+    tag_palete palette{};
+    for (std::uint32_t set = 0; set < 8; ++set) palette.colour_sets[set][1] = palette.colour_sets[set][2] = set << 24;
+    palette.colour_sets[5][1] = palette.colour_sets[3][1];
+    struct Case {
+        COLORREF face, edge;
+        int on, set;
+    };
+    for (const Case& row : {Case{0x0300, 0x9999, 0, 3}, Case{0x0300, 0x0300, 1, 3}, Case{0x0300, 0x0500, 7, 5},
+                            Case{0x0300, 0x0400, 1, -1}, Case{0x0900, 0, 0, -1}, Case{0, 0, 1, 0}}) {
+        EFFPAR effect{};
+        effect.face_colour = row.face;
+        effect.edge_colour = row.edge;
+        effect.edge_on = row.on;
+        EXPECT_EQ(palette.FindPaletteEntry(effect), row.set) << row.face << " " << row.edge << " " << row.on;
+    }
+}
+
+struct LineCase {
+    const char* name;
+    bool pal;
+    std::vector<unsigned> rows;
+    int offset;
+    std::vector<int> corrected;
+};
+
+TEST(VerticalCorrection, MovesUpByTheSmallestRowAtMostByTheLineOffset) {
+    const LineCase kCases[] = {
+        {"rows below the offset keep their distance", false, {40, 400}, 20, {20, 380}},
+        {"a row above it is what counts", false, {40, 5, 7}, 5, {35, 0, 2}},
+        {"a row at 0 moves nothing", false, {0, 1023}, 0, {0, 1023}},
+        {"a PAL message has 33 lines above its picture", true, {33, 34}, 33, {0, 1}},
+    };
+    for (const LineCase& row : kCases) {
+        SCOPED_TRACE(row.name);
+        samples::MessageFile file;
+        file.pal = row.pal;
+        for (std::size_t i = 0; i < row.rows.size(); ++i) {
+            file.rows.push_back(i % 2 == 0 ? samples::RowFromText(row.rows[i], "A", 0, 0)
+                                           : samples::EmptyRow(row.rows[i]));
+        }
+        LoadedMessage message;
+        ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+        EXPECT_EQ(message.y_offset, row.offset);
+        for (std::size_t i = 0; i < row.rows.size(); ++i) EXPECT_EQ(message.rows[i].Y(), row.corrected[i]);
+        EXPECT_EQ(message.header->frame_top, static_cast<std::uint16_t>(row.pal ? -33 : -20)) << "wraps in 16 bits";
+    }
+}
+
+TEST(TabTable, RecordsAreConvertedAndHeldAgainstTheRows) {
+    samples::MessageFile file;
+    file.rows = {samples::RowFromText(120, "A", 0, 0)};
+    file.rows[0].row_bottom = 44;
+    file.tabs.emplace();
+    file.tabs->third_word = 0xFFFF;
+    file.tabs->fields = {Tab(10, 20, 0, "un-named"), Tab(9, 9, 0), Tab(30, 40, 1), Tab(50, 40, 1),
+                         Tab(0, 65535, 0, "un-named field 12")};
+    file.tabs->fields[0].tab_byte = 0xCD;
+    LoadedMessage message;
+    ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+    EXPECT_TRUE(message.bad_tab_row);
+    EXPECT_TRUE(message.bad_tab_field);
+    ASSERT_EQ(message.tab_count, 2);
+    const tag_tab_field first = message.tabs[0], second = message.tabs[1];
+    EXPECT_THAT((std::vector<int>{first.tab_start, first.tab_end, first.tab_top, first.tab_bottom, first.tab_byte}),
+                ElementsAre(17, 27, 100, 144, 0xCD));
+    EXPECT_EQ(std::string(first.tab_name, 17), std::string(17, '\0'));
+    EXPECT_EQ(std::string(second.tab_name, 17), "un-named field 12");
+    EXPECT_THAT((std::vector<int>{second.tab_start, second.tab_end}), ElementsAre(7, 6)) << "wraps in 16 bits";
+}
+
+struct TabCountCase {
+    unsigned words;
+    std::size_t records;
+    MessageOutcome outcome;
+    int kept;
+};
+
+TEST(TabTable, CountsItsRecordsInWords) {
+    for (const TabCountCase& row :
+         {TabCountCase{0, 0, MessageOutcome::kRead, 0}, TabCountCase{12, 0, MessageOutcome::kRead, 0},
+          TabCountCase{13, 1, MessageOutcome::kRead, 1}, TabCountCase{14, 1, MessageOutcome::kRead, 1},
+          TabCountCase{2600, 200, MessageOutcome::kRead, 200}, TabCountCase{2612, 200, MessageOutcome::kRead, 200},
+          TabCountCase{2613, 201, MessageOutcome::kTooManyTabs, 0},
+          TabCountCase{65535, 0, MessageOutcome::kTooManyTabs, 0}}) {
+        SCOPED_TRACE(row.words);
+        samples::MessageFile file;
+        file.rows = {samples::EmptyRow(0)};
+        file.tabs.emplace();
+        file.tabs->fields.assign(row.records, Tab(1, 2, 0));
+        file.tabs->tab_words = row.words;
+        LoadedMessage message;
+        EXPECT_EQ(Load(file, message), row.outcome);
+        EXPECT_EQ(message.tab_count, row.kept);
+        EXPECT_EQ(message.tabs != nullptr, row.kept > 0);
+    }
+}
+
+TEST(TabTable, TableOfRejectedRecordsKeepsItsEmptyArray) {
+    samples::MessageFile file;
+    file.rows = {samples::EmptyRow(0)};
+    file.tabs.emplace();
+    file.tabs->fields = {Tab(1, 2, 63)};
+    LoadedMessage message;
+    ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+    EXPECT_EQ(message.tab_count, 0);
+    EXPECT_NE(message.tabs, nullptr);
+    EXPECT_TRUE(message.bad_tab_row);
+    EXPECT_FALSE(message.bad_tab_field);
+}
+
+MessageOutcome OutcomeOfPrefix(std::size_t n, const samples::MessageOffsets& at) {
+    if (n < 136) return MessageOutcome::kShortFileHeader;
+    if (n < 152) return MessageOutcome::kShortFlags;
+    if (n < at.background) return MessageOutcome::kShortPalette;
+    if (n < at.background + 2) return MessageOutcome::kUnknownBackground;
+    if (n < at.tabs) return MessageOutcome::kShortBackground;
+    return n < at.tabs + 2 ? MessageOutcome::kTabVersionBelow2 : MessageOutcome::kRead;
+}
+
+TEST(Truncation, EveryPrefixGivesItsOutcomeAndZerosForTheRest) {
+    samples::MessageOffsets at;
+    samples::MessageFile file = WithAllSections();
+    file.rows = {samples::RowFromText(20, std::string(63, 'x'), 1000, 0)};
+    file.rows[0].cells[5].b6_word = 0x3FF;
+    const Bytes bytes = samples::WriteMessage(file, &at);
+    LoadedMessage whole;
+    ASSERT_EQ(Load(bytes, whole), MessageOutcome::kRead);
+    for (std::size_t n = 0; n <= bytes.size(); ++n) {
+        LoadedMessage message;
+        const MessageOutcome outcome = Load(std::span(bytes).first(n), message);
+        ASSERT_EQ(outcome, OutcomeOfPrefix(n, at)) << n;
+        EXPECT_EQ(message.file_header != nullptr, n >= 136);
+        if (n < 152) continue;
+        EXPECT_EQ(message.header->last_row, 0);
+        for (std::size_t k = 0; k < kRowChars; ++k) {
+            const std::size_t start = at.rows + 8 + 8 * k;
+            if (start + 8 <= n) {
+                ASSERT_EQ(message.rows[0].chars[k], whole.rows[0].chars[k]) << n << " " << k;
+            } else if (start >= n) {
+                ASSERT_EQ(message.rows[0].chars[k], tag_msg_char()) << n << " " << k;
+            }
+        }
+    }
+}
+
+TEST(Truncation, AnnouncedRowsThatTheFileDoesNotHoldAreZero) {
+    samples::MessageFile file;
+    file.rows = {samples::RowFromText(400, "A", 0, 0)};
+    file.header.last_row = 65535;
+    LoadedMessage message;
+    ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+    EXPECT_EQ(message.header->RowCount(), 65536);
+    EXPECT_EQ(message.y_offset, 0);
+    EXPECT_EQ(message.rows[0].Y(), 400);
+    EXPECT_EQ(static_cast<const RowHead&>(message.rows[65535]), RowHead());
+}
+
+TEST(Truncation, FlashFontOfAnySizeStaysInsideTheFile) {
+    for (const std::uint32_t size : {0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
+        samples::MessageFile file = WithAllSections();
+        file.flash_font->encoding_size = file.flash_font->word_table_size = size;
+        file.flash_font->data_size = 0;
+        LoadedMessage message;
+        EXPECT_EQ(Load(file, message), MessageOutcome::kShortPalette);
+        EXPECT_EQ(message.header->last_row, 0);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,217 @@
+// Blank characters for empty tab fields.
+#include <cstdlib>
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include "module/contract/zel_message.h"
+#include "support/module_fixture.h"
+
+namespace {
+
+using module_test::ModuleTest;
+using module_test::OpenDialog;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr char kBox[] = "Tavro|Templates created with default font.\n";
+
+/// A message of four rows whose fonts, tab fields and texts a test lays down in a line each.
+class Templates : public ModuleTest {
+  protected:
+    Templates() {
+        m_message.m_pMsgHeader = new tag_msg_header{};
+        m_message.m_pMsgHeader->last_row = 3;
+        for (std::uint16_t& number : m_message.m_pMsgHeader->font_numbers) number = kNoFont;
+        m_message.m_pRows = static_cast<tag_msg_row*>(std::calloc(4, sizeof(tag_msg_row)));
+        m_dialog.m_pFont = &m_fonts;
+    }
+    ~Templates() override { m_message.m_pTabs = nullptr; }
+
+    /// A font whose rows have these limits.
+    void Font(int slot, std::uint16_t number, int group_top, int group_bottom, std::uint16_t flags = 0) {
+        tag_font_header& header = m_headers[slot];
+        header.row_inset = 3;
+        header.row_top_offset = static_cast<std::int16_t>(group_top - 3);
+        header.font_height = static_cast<std::int16_t>(group_bottom - 3 - 2);
+        header.font_flags = flags;
+        m_fonts.m_Slots[slot].font_header = &header;
+        m_message.m_pMsgHeader->font_numbers[slot] = number;
+    }
+    tag_msg_row& Empty(int r, int top = 0, int bottom = 60) {
+        tag_msg_row& row = Row(r);
+        row.SetEmpty(true);
+        row.SetTop(top);
+        row.SetBottom(bottom);
+        return row;
+    }
+    tag_msg_row& Text(int r, std::vector<int> xs, int top = 0, int bottom = 60) {
+        tag_msg_row& row = Empty(r, top, bottom);
+        row.SetEmpty(false);
+        row.SetCharCount(static_cast<int>(xs.size()));
+        for (std::size_t k = 0; k < xs.size(); ++k) {
+            row.chars[k].SetX(xs[k]);
+            row.chars[k].SetNext(k + 1 < xs.size() ? static_cast<int>(k + 1) : kChainEnd);
+            row.chars[k].SetChainEnd(k + 1 == xs.size());
+        }
+        return row;
+    }
+    /// A tab field with the file's own ends.
+    void Tab(int row, int start, int end, unsigned font, unsigned colour = 0) {
+        tag_tab_field tab{};
+        tab.tab_start = static_cast<std::uint16_t>(start + 7);
+        tab.tab_end = static_cast<std::uint16_t>(end + 7);
+        tab.tab_bits = static_cast<unsigned>(row) | font << 10 | colour << 15;
+        m_tabs.push_back(tab);
+    }
+    void Make() {
+        m_message.m_pTabs = m_tabs.data();
+        m_message.m_nTabs = static_cast<std::int32_t>(m_tabs.size());
+        m_message.MakeTemplates(&m_dialog);
+    }
+    tag_msg_row& Row(int r) { return m_message.m_pRows[r]; }
+
+  private:
+    OpenDialog m_dialog{nullptr};
+    CZelFont m_fonts;
+    CZelMessage m_message{nullptr, nullptr, nullptr, nullptr};
+    tag_font_header m_headers[kFontSlots] = {};
+    std::vector<tag_tab_field> m_tabs;
+};
+
+struct LimitsCase {
+    const char* name;
+    int bottom;
+    std::uint16_t flags;
+    int top_after, bottom_after;
+};
+void PrintTo(const LimitsCase& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class EmptyRowLimits : public Templates, public testing::WithParamInterface<LimitsCase> {};
+
+TEST_P(EmptyRowLimits, ComeFromTheFieldsFont) {
+    Font(3, 77, 10, 50, GetParam().flags);
+    tag_msg_row& row = Empty(1, 4, GetParam().bottom);
+    Tab(1, 100, 200, 3, 13);
+    Make();
+    EXPECT_EQ(row.Top(), GetParam().top_after);
+    EXPECT_EQ(row.Bottom(), GetParam().bottom_after);
+    EXPECT_FALSE(row.Empty());
+    EXPECT_EQ(row.CharCount(), 1);
+    EXPECT_EQ(row.FirstChar(), 0);
+    const tag_msg_char& blank = row.chars[0];
+    EXPECT_EQ(blank.X(), 107);
+    EXPECT_EQ(blank.Y(), 0);
+    EXPECT_EQ(blank.ColourSet(), 5) << "the low three bits of 13";
+    EXPECT_EQ(blank.word2, 0x803);
+    EXPECT_EQ(blank.word3, 0xFC00);
+    EXPECT_EQ(blank.word0 & 4, 4) << "chain_end";
+    EXPECT_THAT(Boxes(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, EmptyRowLimits,
+                         testing::Values(LimitsCase{"larger_limits_shrink", 60, 0, 10, 50},
+                                         LimitsCase{"a_smaller_bottom_stays", 40, 0, 10, 40},
+                                         LimitsCase{"flag_0x40_leaves_them_alone", 60, 0x40, 4, 60},
+                                         LimitsCase{"flag_0x10_leaves_them_alone", 60, 0x30, 4, 60},
+                                         LimitsCase{"other_flags_do_not_count", 60, 0x2F, 10, 50}),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Templates, FieldWithTextInItIsDone) {
+    Font(0, 1, 10, 50);
+    Text(0, {100});
+    Text(1, {100});
+    Text(2, {100});
+    Tab(0, 90, 120, 0);
+    Tab(1, 100, 100, 0);
+    Tab(2, 101, 120, 0);
+    Make();
+    EXPECT_EQ(Row(0).CharCount(), 1);
+    EXPECT_EQ(Row(1).CharCount(), 1);
+    ASSERT_EQ(Row(2).CharCount(), 2);
+    EXPECT_EQ(Row(2).chars[1].X(), 108);
+    EXPECT_EQ(Row(2).Bottom(), 60) << "a row with text keeps its limits";
+}
+
+TEST_F(Templates, OldEndOfTheChainLeadsToTheBlank) {
+    Font(0, 1, 10, 50);
+    Text(0, {10, 20});
+    Tab(0, 100, 200, 0);
+    Tab(0, 300, 400, 0);
+    Make();
+    std::vector<int> next, ends;
+    for (int k = 0; k < Row(0).CharCount(); ++k) {
+        next.push_back(Row(0).chars[k].Next());
+        ends.push_back(Row(0).chars[k].word0 >> 2 & 1);
+    }
+    EXPECT_THAT(next, ElementsAre(1, 2, 3, 63));
+    EXPECT_THAT(ends, ElementsAre(0, 0, 0, 1));
+}
+
+TEST_F(Templates, RowOf63CharactersStaysAsItIs) {
+    Text(0, std::vector<int>(63, 500));
+    const tag_msg_row before = Row(0);
+    Tab(0, 10, 20, 0);
+    Make();
+    EXPECT_EQ(std::memcmp(&before, &Row(0), sizeof before), 0);
+    EXPECT_THAT(Boxes(), IsEmpty()) << "no template was made";
+}
+
+TEST_F(Templates, FieldWithoutAFontTakesTheOneThatItsRowFits) {
+    Font(2, 9, 10, 50);
+    Font(5, 9, 20, 60);  // the same number: the first slot stands for it
+    Font(7, 8, 20, 60);
+    Empty(0, 20, 60);
+    Tab(0, 1, 2, 20);
+    Make();
+    EXPECT_EQ(Row(0).chars[0].Font(), 7);
+    EXPECT_THAT(Boxes(), ElementsAre(kBox));
+}
+
+TEST_F(Templates, FieldThatFitsNoFontKeepsItsNumber) {
+    Font(2, 9, 10, 50);
+    Empty(0, 1, 60);
+    Tab(0, 1, 2, 20);
+    Make();
+    EXPECT_EQ(Row(0).chars[0].Font(), 20);
+    EXPECT_EQ(Row(0).Top(), 1) << "the default leaves the limits";
+    EXPECT_THAT(Boxes(), ElementsAre(kBox));
+}
+
+TEST_F(Templates, OnceAFieldHasMatchedItsLimitsServeOn) {
+    Font(2, 9, 10, 50);
+    Empty(0);
+    Empty(1);
+    Empty(2, 1, 70);
+    Tab(0, 1, 2, 2);
+    Tab(1, 1, 2, 4);  // a slot without a font
+    Make();
+    EXPECT_EQ(Row(1).Top(), 10);
+    EXPECT_EQ(Row(1).chars[0].Font(), 4);
+    EXPECT_THAT(Boxes(), IsEmpty());
+    Tab(2, 1, 2, 31);  // no font, and a row that fits none
+    Empty(0);
+    Empty(1);
+    Make();
+    EXPECT_EQ(Row(2).Top(), 10);
+    EXPECT_EQ(Row(2).chars[0].Font(), 2);
+    EXPECT_THAT(Boxes(), ElementsAre(kBox));
+}
+
+TEST_F(Templates, WithoutAnyFontTheDefaultIsToldUnlessWarningsAreSkipped) {
+    Empty(0);
+    Tab(0, 1, 2, 0);
+    Make();
+    EXPECT_EQ(Row(0).CharCount(), 1);
+    EXPECT_THAT(NewBoxes(), ElementsAre(kBox));
+    EXPECT_EQ(desktop.Boxes()[0].style, 0U);
+    CZelFont::m_bIgnoreErrors = 1;
+    Empty(0);
+    Make();
+    EXPECT_THAT(NewBoxes(), IsEmpty());
+    EXPECT_EQ(Row(0).CharCount(), 2) << "inside its six bits, from what the head said";
+}
+
+}  // namespace

@@ -1,0 +1,274 @@
+// The run over a range of messages, as a user starts it and as the host's export does.
+#include <gmock/gmock.h>
+
+#include "module/contract/export_window.h"
+#include "module/contract/host_messages.h"
+#include "module/contract/zel_trans_export.h"
+#include "support/module_fixture.h"
+#include "module/tools/zel_trans_batch.h"
+
+namespace {
+
+using module_test::MessageOf;
+using module_test::ModuleTest;
+using module_test::PlainFont;
+using module_test::WindowMessage;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A host's export window that records what it hears.
+class ExportWindow : public CZelExportWnd {
+  public:
+    explicit ExportWindow(std::vector<std::string>& heard) : m_heard(heard) { CreateHostWindow("export"); }
+
+  protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message == kMsgExportPlain || message == kMsgExportFinish)
+            m_heard.push_back(std::to_string(message) + " " + std::to_string(wParam) + " " +
+                              reinterpret_cast<CString*>(lParam)->GetString());
+        return CZelExportWnd::WindowProc(message, wParam, lParam);
+    }
+
+  private:
+    std::vector<std::string>& m_heard;
+};
+
+class Batch : public ModuleTest {
+  protected:
+    Batch() {
+        on_message = [this](const WindowMessage& sent) { Hear(sent); };
+    }
+
+    /// The demonstration of a range: 5 and 7 are there, 6 isn't; 8 has no font.
+    void WriteDisk() const {
+        WriteFont(1, PlainFont());
+        for (const char* name : {".0005", ".0007"})
+            WriteMessage(MessageOf({samples::RowFromText(60, "AB", 0, 0)}), name);
+        samples::MessageFile without_font = MessageOf({samples::RowFromText(60, "A", 0, 0)});
+        without_font.header.font_numbers[0] = 2;
+        WriteMessage(without_font, ".0008");
+    }
+
+    /// Presses Batch Convert in the main dialog, then types and presses OK in the batch's, and ends what stays open.
+    void Run(const std::string& start, const std::string& end, bool skip_warnings = true) {
+        settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", skip_warnings ? 1 : 0);
+        HandleBatch([=, this](DialogDriver& user) {
+            user.Type(kStartIdEdit, start);
+            user.Type(kEndIdEdit, end);
+            user.Press(IDOK);
+            stayed_open = user.Caption() + "|" + user.Text(kStartIdEdit) + "|" + user.Text(kEndIdEdit);
+        });
+        RunDialog([](DialogDriver& user, CZelTransDlg&) { user.Press(kBatchButton); });
+    }
+
+    void HandleBatch(std::function<void(DialogDriver&)> user) {
+        desktop.HandleDialog(kBatchDialog, [this, user = std::move(user)](CDialog& dialog) {
+            batch = &dialog;
+            DialogDriver driver(dialog);
+            user(driver);
+            ended = dialog.HasEnded();
+            batch = nullptr;
+        });
+    }
+
+    void Hear(const WindowMessage& sent) {
+        if (sent.message == kMsgImportDone)
+            heard.push_back(std::string("read ") +
+                            reinterpret_cast<CZelTransDlg*>(sent.lParam)->m_sMessageID.GetString());
+        if (sent.message == kMsgRecord) {
+            EXPECT_EQ(sent.target, 'h');
+            EXPECT_EQ(sent.wParam, 0U);
+            heard.push_back("record " + std::to_string(sent.lParam) + " | " +
+                            DialogDriver(*batch).Text(kBatchStatusLabel));
+        }
+    }
+
+    CDialog* batch = nullptr;
+    bool ended = false;
+    std::string stayed_open;
+    std::vector<std::string> heard;
+};
+
+TEST_F(Batch, OpensWithTheMessageOfTheMainDialogAndTheChoicesHidden) {
+    HandleBatch([](DialogDriver& user) {
+        EXPECT_EQ(user.Caption(), "Import Batch Convert");
+        EXPECT_EQ(user.Text(kStartIdEdit), ".0031");
+        EXPECT_EQ(user.Text(kEndIdEdit), ".0031");
+        EXPECT_FALSE(user.IsVisible(kBatchSkipWarningsCheck));
+        EXPECT_FALSE(user.IsVisible(kSkipNuvoOutCheck));
+        user.Press(IDCANCEL);
+    });
+    RunDialog([](DialogDriver& user, CZelTransDlg&) {
+        user.Type(kMessageIdEdit, ".0031");
+        user.Press(kBatchButton);
+    });
+    EXPECT_TRUE(ended);
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+TEST_F(Batch, RecordsWhatIsReadAndPassesOverWhatIsNot) {
+    WriteDisk();
+    WriteFile("MESSAGES/.0009", "not a message, and long enough for one header");
+    Run(".0005", "0009");
+    EXPECT_THAT(heard, ElementsAre("read .0005", "record 5 | Recording .0005", "read .0007",
+                                   "record 7 | Recording .0007", "read .0008", "record 8 | Recording .0008"));
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_TRUE(ended);
+}
+
+TEST_F(Batch, TellsOfAMissingMessageUnlessWarningsAreSkipped) {
+    Run("1", "2", false);
+    EXPECT_EQ(Boxes().size(), 4U) << "two about the name lists, one a number";
+    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_TRUE(ended);
+}
+
+TEST_F(Batch, BeginsWithNumberZeroForAnEmptyStart) {
+    for (const char* name : {".0000", ".0001"}) WriteMessage(MessageOf({samples::RowFromText(60, "A", 0, 0)}), name);
+    Run("", "1");
+    EXPECT_THAT(heard,
+                ElementsAre("read .0000", "record 0 | Recording .0000", "read .0001", "record 1 | Recording .0001"));
+}
+
+struct RefusedRange {
+    const char* name;
+    const char* start;
+    const char* end;
+    const char* box;
+};
+void PrintTo(const RefusedRange& row, std::ostream* out) {
+    *out << row.name;
+}
+class RefusedRanges : public Batch, public testing::WithParamInterface<RefusedRange> {};
+
+TEST_P(RefusedRanges, StayInTheBoxes) {
+    WriteDisk();
+    Run(GetParam().start, GetParam().end);
+    EXPECT_THAT(Boxes(), ElementsAre(GetParam().box));
+    EXPECT_EQ(desktop.Boxes().at(0).style, 48U);
+    EXPECT_FALSE(ended);
+    EXPECT_EQ(stayed_open, std::string("Import Batch Convert|") + GetParam().start + "|" + GetParam().end);
+    EXPECT_THAT(heard, IsEmpty());
+}
+INSTANTIATE_TEST_SUITE_P(
+    Each, RefusedRanges,
+    testing::Values(RefusedRange{"two_dots", "..5", "7", "Invalid Start ID|Non-numeric Start ID: ..5"},
+                    RefusedRange{"minus", "-5", "x", "Invalid Start ID|Non-numeric Start ID: -5"},
+                    RefusedRange{"blank", ".5 ", "7", "Invalid Start ID|Non-numeric Start ID: .5 "},
+                    RefusedRange{"dot_inside_the_end", "5", ".7.0", "Invalid End ID|Non-numeric End ID: .7.0"},
+                    RefusedRange{"both_empty", "", "", "Invalid Range|Invalid Range: 0000 - 0000 "},
+                    RefusedRange{"end_above_the_largest", "5", "10000", "Invalid Range|Invalid Range: 0005 - 10000 "},
+                    RefusedRange{"start_above_the_end", "8", "7", "Invalid Range|Invalid Range: 0008 - 0007 "},
+                    RefusedRange{"larger_than_an_int", "99999999999", "7",
+                                 "Invalid Range|Invalid Range: 2147483647 - 0007 "}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(Batch, EndsAtAnyPressOfEscape) {
+    WriteDisk();
+    struct {
+        int asking;  // the one that finds the key pressed
+        std::vector<std::string> heard;
+    } const cases[] = {
+        {1, {}},
+        {2, {"read .0005"}},  // pressed while the message was read: it isn't recorded
+        {3, {"read .0005", "record 5 | Recording .0005"}},
+        {4, {"read .0005", "record 5 | Recording .0005"}},  // while a missing one was looked for
+    };
+    for (const auto& row : cases) {
+        heard.clear();
+        int asked = 0;
+        desktop.AnswerKeys([&](int key) { return key == VK_ESCAPE && ++asked == row.asking; });
+        Run("5", "7");
+        EXPECT_EQ(heard, row.heard) << row.asking;
+        EXPECT_EQ(asked, row.asking);
+        EXPECT_TRUE(ended);
+    }
+}
+
+TEST_F(Batch, TakesOverSkipWarningsAsTheModuleHasIt) {
+    WriteDisk();
+    settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", 7);
+    HandleBatch([](DialogDriver& user) {
+        user.Type(kStartIdEdit, "5");
+        user.Type(kEndIdEdit, "5");
+        user.Press(IDOK);
+    });
+    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+        user.Press(kBatchButton);
+        EXPECT_EQ(dialog.m_bImportSkip, 1);
+        EXPECT_TRUE(user.IsChecked(kSkipWarningsCheck));
+    });
+    EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
+}
+
+TEST_F(Batch, GivesTheNuvoOutputBackHoweverTheRunEnds) {
+    WriteDisk();
+    for (const char* start : {"5", "wrong"}) {
+        std::string sent;
+        BYTE state = 0xC8;
+        on_message = [&](const WindowMessage& message) {
+            if (message.message != kMsgNuvoOut) return;
+            if (message.wParam == 1) *reinterpret_cast<BYTE*>(message.lParam) = state;
+            if (message.wParam == 2) state = static_cast<BYTE>(message.lParam);
+            sent += std::to_string(message.wParam) + ":" + std::to_string(state) + " ";
+        };
+        HandleBatch([&](DialogDriver& user) {
+            static_cast<CWnd*>(batch->GetDlgItem(kSkipNuvoOutCheck))->SendMessage(BM_SETCHECK, 1);
+            user.Type(kStartIdEdit, start);
+            user.Type(kEndIdEdit, "5");
+            user.Press(IDOK);
+        });
+        RunDialog([](DialogDriver& user, CZelTransDlg&) { user.Press(kBatchButton); });
+        EXPECT_EQ(sent, "1:200 2:0 2:200 ") << start;
+    }
+}
+
+class BatchExport : public Batch {
+  protected:
+    /// The host has every even number.
+    void Export(const std::string& start, const std::string& end, CWnd* export_window) {
+        HandleBatch([=](DialogDriver& user) {
+            EXPECT_EQ(user.Caption(), "Batch Export");
+            EXPECT_EQ(user.Text(kStartIdEdit) + user.Text(kEndIdEdit), "");
+            user.Type(kStartIdEdit, start);
+            user.Type(kEndIdEdit, end);
+            user.Press(IDOK);
+        });
+        CString path("C:\\OUT");
+        EXPECT_TRUE(CZelTransExport().ZelBatchExport(&Host(), path, export_window));
+    }
+
+    LRESULT Answer(const WindowMessage& sent) override {
+        if (sent.message == kMsgHasMessage) return sent.target == 'm' && sent.wParam % 2 == 0 ? 1 : 0;
+        if (sent.message == kMsgExportFlagged)
+            heard.push_back("1168 " + std::to_string(sent.wParam) + " " +
+                            reinterpret_cast<CString*>(sent.lParam)->GetString());
+        return 0;
+    }
+};
+
+TEST_F(BatchExport, HasTheHostExportWhatItHolds) {
+    ExportWindow window(heard);
+    Export("1", "4", &window);
+    EXPECT_THAT(heard, ElementsAre("1190 2 C:\\OUT", "1189 2 C:\\OUT", "1190 4 C:\\OUT", "1189 4 C:\\OUT"));
+    EXPECT_EQ(Order(), "1125 1125 1125 1125");
+    EXPECT_THAT(Boxes(), IsEmpty());
+    EXPECT_TRUE(ended);
+}
+
+TEST_F(BatchExport, BeginsWithTheHostsWindowWhileTheFlagIsSet) {
+    ExportWindow window(heard);
+    window.m_bExportFlag = 4;
+    Export("2", "3", &window);
+    EXPECT_THAT(heard, ElementsAre("1168 2 C:\\OUT", "1189 2 C:\\OUT"));
+}
+
+TEST_F(BatchExport, TakesAWindowWithoutAFlagAndNoWindowAtAll) {
+    for (CWnd* window : {static_cast<CWnd*>(&Host()), static_cast<CWnd*>(nullptr)}) {
+        Export("2", "2", window);
+        EXPECT_TRUE(ended);
+    }
+    EXPECT_EQ(Order(), "1125 1190 1189 1125");
+}
+
+}  // namespace

@@ -1,0 +1,49 @@
+// The copy button of the main dialog.
+#include <gmock/gmock.h>
+
+#include "diskcopy/copy_controls.h"
+#include "support/module_fixture.h"
+#include "module/tools/open_copy_log.h"
+
+namespace {
+
+using module_test::MessageOf;
+using module_test::ModuleTest;
+using testing::ElementsAre;
+
+class CopyButton : public ModuleTest {};
+
+TEST_F(CopyButton, CopiesADiskAndShowsTheLog) {
+    WriteMessage(MessageOf({samples::RowFromText(60, "AB", 0, 0)}), ".0012");
+    WriteFont(1, module_test::PlainFont());
+    desktop.HandleDialog(kCopyDialog, [](CDialog& dialog) {
+        DialogDriver user(dialog);
+        EXPECT_TRUE(user.Type(kCopySourceEdit, "D:\\"));
+        EXPECT_TRUE(user.Type(kCopyTargetEdit, "D:\\a copy"));
+        EXPECT_TRUE(user.Press(IDOK));
+    });
+    RunDialog([&](DialogDriver& user, CZelTransDlg&) {
+        EXPECT_TRUE(user.Press(kCopyFilesButton));
+        EXPECT_THAT(desktop.Commands(), ElementsAre("Notepad D:\\a copy\\CopyLog.txt"));
+        user.Type(kMessageDirBox, "D:\\a copy\\MESSAGES");
+        user.Type(kFontDirBox, "D:\\a copy\\MACHINE");
+        user.Type(kMessageIdEdit, "12");
+        user.Press(kReadButton);
+    });
+    EXPECT_EQ(chars.size(), 2u) << "what was copied can be imported";
+}
+
+TEST_F(CopyButton, CanBeLeftWithoutCopying) {
+    RunDialog([](DialogDriver& user, CZelTransDlg&) { user.Press(kCopyFilesButton); });
+    EXPECT_EQ(desktop.Modals().at(0).template_id, kCopyDialog);
+    EXPECT_THAT(desktop.Commands(), testing::IsEmpty());
+}
+
+TEST_F(CopyButton, HandsAnyLogTextOnAsItStands) {
+    std::string text = "$(touch x) \"; %s %n" + std::string(100000, 'n');
+    OpenCopyLog(text.data());
+    OpenCopyLog(nullptr);
+    EXPECT_THAT(desktop.Commands(), ElementsAre("Notepad " + text, "Notepad "));
+}
+
+}  // namespace

@@ -1,0 +1,332 @@
+// The dialog of the FTP copy as a user works it, the host hears it and the settings keep it.
+#include <algorithm>
+
+#include <gmock/gmock.h>
+
+#include "module/contract/host_messages.h"
+#include "platform/framework/geometry.h"
+#include "module/resources/ftp_dialog.h"
+#include "support/module_fixture.h"
+#include "module/tools/stored_password.h"
+#include "module/contract/zel_trans_ftp.h"
+
+namespace {
+
+using module_test::ModuleTest;
+using module_test::OpenDialog;
+using module_test::WindowMessage;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr char kSection[] = "ZELFTPSaveOptions";
+constexpr char kFallback[] = "RGBFTPSaveOptions";
+
+std::string Scrambled(const char* password) {
+    CString s(password);
+    ScramblePassword(s);
+    return s.GetString();
+}
+
+class Ftp : public ModuleTest {
+  protected:
+    Ftp() {
+        on_message = [this](const WindowMessage& sent) { Hear(sent); };
+    }
+
+    /// Opens the dialog from the main dialog's button; what the user leaves open is closed.
+    void Run(std::function<void(DialogDriver&)> user) {
+        desktop.HandleDialog(kFtpDialog, [this, &user](CDialog& dialog) {
+            shown = static_cast<CZelTransFTP*>(&dialog);
+            DialogDriver driver(dialog);
+            user(driver);
+        });
+        RunDialog([](DialogDriver& main, CZelTransDlg&) { main.Press(kFtpButton); });
+    }
+
+    void StoreList(const std::string& list, const std::vector<std::string>& entries) {
+        OpenDialog main(nullptr);
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            std::string name = list, text = entries[i];
+            main.StoreRecentList(static_cast<int>(i), name.data(), text.data());
+        }
+    }
+    std::vector<std::string> StoredList(const std::string& list) {
+        OpenDialog main(nullptr);
+        std::vector<std::string> entries;
+        std::string name = list;
+        char text[MAX_PATH];
+        while (main.RestoreRecentList(static_cast<int>(entries.size()), name.data(), text)) entries.emplace_back(text);
+        return entries;
+    }
+    std::string Text(const char* entry, const char* section = kSection) {
+        return settings.GetProfileText(section, entry).value_or("none");
+    }
+    int Number(const char* entry) { return settings.GetProfileInt(kSection, entry).value_or(-1); }
+
+    /// What the host reads from the object.
+    void Hear(const WindowMessage& sent) {
+        if (sent.message != kMsgFtp) return;
+        EXPECT_EQ(sent.target, 'm');
+        EXPECT_EQ(sent.wParam, 0U);
+        auto& ftp = *reinterpret_cast<CZelTransFTP*>(sent.lParam);
+        EXPECT_EQ(&ftp, shown);
+        EXPECT_NE(ftp.m_pTransDlg, nullptr);
+        CString fields;
+        fields.Format("%s %s@%s '%s' %s > %s : %s, save %d skip %d over %d passive %d",
+                      ftp.m_bExecute ? "copy" : "browse", ftp.m_strUsername.GetString(), ftp.m_strIpAddress.GetString(),
+                      ftp.m_strPassword.GetString(), ftp.m_strRemoteDir.GetString(), ftp.m_strLocalDir.GetString(),
+                      ftp.m_strFile.GetString(), ftp.m_bSavePassword, ftp.m_bSkipWarnings, ftp.m_bOverwriteAll,
+                      ftp.m_bPassive);
+        heard.emplace_back(fields);
+        if (host) host(ftp);
+    }
+
+    static void FillIn(DialogDriver& user) {
+        user.Type(kFtpLocalDirBox, "D:\\MESSAGES");
+        user.Type(kFtpRemoteDirBox, "/msgs");
+        user.Type(kFtpFileEdit, ".0012");
+        user.Type(kFtpAddressBox, "10.0.0.1");
+        user.Type(kFtpUsernameEdit, "guest");
+        user.Type(kFtpPasswordEdit, "secret");
+        user.Check(kFtpSavePasswordCheck);
+        user.Check(kFtpOverwriteCheck);
+        user.Check(kFtpPassiveCheck);
+    }
+
+    std::vector<std::string> heard;
+    std::function<void(CZelTransFTP&)> host;
+    CZelTransFTP* shown = nullptr;
+};
+
+const char* const kFilled = "guest@10.0.0.1 'secret' /msgs > D:\\MESSAGES : .0012, save 1 skip 0 over 1 passive 1";
+
+// The request to the host.
+
+TEST_F(Ftp, HandsTheHostWhatTheControlsHold) {
+    Run([&](DialogDriver& user) {
+        EXPECT_EQ(user.Caption(), "Copy Zelmara! Files via FTP");
+        EXPECT_EQ(CWnd::GetFocus()->m_hWnd, shown->GetDlgItem(kFtpFileEdit)->m_hWnd);
+        user.Press(kFtpExecuteButton);
+        FillIn(user);
+        EXPECT_EQ(shown->m_bOverwriteAll, 1) << "at its click";
+        user.Press(kFtpExecuteButton);
+        EXPECT_EQ(shown->m_strPassword.GetLength(), 80) << "in its stored form";
+        user.Press(kFtpExecuteButton);
+        user.Press(kFtpBrowseRemoteButton);
+    });
+    EXPECT_THAT(heard, ElementsAre("copy @ ''  >  : , save 0 skip 0 over 0 passive 0", std::string("copy ") + kFilled,
+                                   std::string("copy ") + kFilled, std::string("browse ") + kFilled));
+}
+
+TEST_F(Ftp, ShowsAndListsWhatTheHostLeaves) {
+    StoreList("FTPRemoteDir", {"/a", "/FOUND"});
+    host = [](CZelTransFTP& ftp) {
+        ftp.m_strRemoteDir = "/found";
+        ftp.m_strFile = ".0033";
+        ftp.m_strLocalDir = "not shown";
+    };
+    Run([](DialogDriver& user) {
+        EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/a") << "the newest entry";
+        user.Press(kFtpBrowseRemoteButton);
+        EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/found");
+        EXPECT_EQ(user.Text(kFtpFileEdit), ".0033");
+        EXPECT_EQ(user.Text(kFtpLocalDirBox), "");
+        EXPECT_THAT(user.List(kFtpRemoteDirBox), ElementsAre("/found", "/a"));
+    });
+    EXPECT_THAT(StoredList("FTPRemoteDir"), ElementsAre("/found", "/a"));
+    EXPECT_EQ(Text("MessageNumber"), ".0033");
+}
+
+// What is stored.
+
+TEST_F(Ftp, StoresAllAfterARequestAndBeginsWithIt) {
+    Run([](DialogDriver& user) {
+        FillIn(user);
+        user.Press(kFtpBrowseRemoteButton);
+    });
+    EXPECT_EQ(Text("IPAddress") + Text("Username") + Text("MessageNumber"), "10.0.0.1guest.0012");
+    EXPECT_EQ(Number("SavePassword") + Number("OverwriteAll") + Number("Passive FTP Transfer"), 3);
+    EXPECT_EQ(Text("Password").size(), 80U);
+    EXPECT_EQ(Text("Password").find("secret"), std::string::npos);
+    Run([](DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    EXPECT_EQ(heard.back(), std::string("copy ") + kFilled);
+    EXPECT_THAT(StoredList("FTPIpAddr"), ElementsAre("10.0.0.1"));
+}
+
+TEST_F(Ftp, ClosingStoresNothing) {
+    for (const bool enter : {true, false}) {
+        Run([&](DialogDriver& user) {
+            FillIn(user);
+            enter ? user.PressEnter() : user.Press(IDCANCEL);
+            EXPECT_EQ(shown->GetResult(), enter ? IDOK : IDCANCEL);
+            EXPECT_EQ(shown->m_strFile, enter ? ".0012" : "");
+        });
+    }
+    EXPECT_EQ(Text("IPAddress"), "none");
+    EXPECT_THAT(StoredList("FTPLocalDir"), IsEmpty());
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+struct PasswordCase {
+    const char* name;
+    bool save;
+    std::string typed;
+    const char* shown_next;
+};
+
+TEST_F(Ftp, KeepsAnEarlierPasswordUnlessThereIsANewOneToSave) {
+    for (const PasswordCase& row : {PasswordCase{"save off", false, "new", ""},
+                                    {"nothing typed", true, "", "old"},
+                                    {"saved", true, "new", "new"},
+                                    {"too long for the stored form", true, std::string(79, 'x'), ""}}) {
+        settings.SetProfileText(kSection, "IPAddress", "host");
+        settings.SetProfileInt(kSection, "SavePassword", 1);
+        const std::string before = Scrambled("old");
+        settings.SetProfileText(kSection, "Password", before);
+        Run([&](DialogDriver& user) {
+            EXPECT_EQ(user.Text(kFtpPasswordEdit), "old");
+            user.Type(kFtpPasswordEdit, row.typed);
+            user.Check(kFtpSavePasswordCheck, row.save);
+            user.Press(kFtpExecuteButton);
+        });
+        EXPECT_EQ(Number("SavePassword"), row.save ? 1 : 0) << row.name;
+        EXPECT_EQ(Text("Password") == before, !row.save || row.typed.empty()) << row.name;
+        Run([&](DialogDriver& user) { EXPECT_EQ(user.Text(kFtpPasswordEdit), row.shown_next) << row.name; });
+    }
+}
+
+TEST_F(Ftp, SkipWarningsIsStoredAtOnceAndTakenOverByTheMainDialog) {
+    desktop.HandleDialog(kFtpDialog, [&](CDialog& dialog) {
+        DialogDriver(dialog).Press(kFtpSkipWarningsCheck);
+        EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
+    });
+    RunDialog([](DialogDriver& main, CZelTransDlg& dialog) {
+        main.Press(kFtpButton);
+        EXPECT_EQ(dialog.m_bImportSkip, 1);
+        EXPECT_TRUE(main.IsChecked(kSkipWarningsCheck));
+    });
+    Run([](DialogDriver& user) { EXPECT_TRUE(user.IsChecked(kFtpSkipWarningsCheck)); });
+}
+
+// The second section.
+
+TEST_F(Ftp, TakesTheAccountOfTheOtherSectionOnAFirstRun) {
+    settings.SetProfileText(kFallback, "IPAddress", "10.9.9.9");
+    settings.SetProfileText(kFallback, "Username", "other");
+    settings.SetProfileInt(kFallback, "SavePassword", 1);
+    settings.SetProfileText(kFallback, "Password", "never scrambled");
+    settings.SetProfileText(kSection, "Username", "own");
+    StoreList("FTPIpAddr", {"older"});
+    Run([](DialogDriver& user) {
+        EXPECT_EQ(user.Text(kFtpAddressBox), "10.9.9.9");
+        EXPECT_THAT(user.List(kFtpAddressBox), ElementsAre("10.9.9.9", "older"));
+        EXPECT_EQ(user.Text(kFtpUsernameEdit), "other");
+        EXPECT_EQ(user.Text(kFtpPasswordEdit), "never scrambled");
+        EXPECT_TRUE(user.IsChecked(kFtpSavePasswordCheck));
+        user.Press(kFtpExecuteButton);
+    });
+    EXPECT_EQ(Text("IPAddress") + Text("Username"), "10.9.9.9other");
+    EXPECT_EQ(Text("Password", kFallback), "never scrambled");
+    settings.SetProfileText(kFallback, "IPAddress", "changed");
+    Run([](DialogDriver& user) { EXPECT_EQ(user.Text(kFtpAddressBox), "10.9.9.9"); });
+}
+
+TEST_F(Ftp, KeepsItsOwnAccountAndAStoredAddressThatNoListHas) {
+    settings.SetProfileText(kSection, "Username", "own");
+    settings.SetProfileText(kSection, "Password", "not read");
+    settings.SetProfileText(kFallback, "Username", "other");
+    for (const char* address : {"", "10.0.0.1"}) {
+        settings.SetProfileText(kSection, "IPAddress", address);
+        Run([&](DialogDriver& user) {
+            EXPECT_EQ(user.Text(kFtpAddressBox), address);
+            EXPECT_EQ(user.Text(kFtpUsernameEdit) + user.Text(kFtpPasswordEdit), "own");
+        });
+    }
+}
+
+// Recent lists.
+
+TEST_F(Ftp, AnEntryInOtherCapitalsMovesToTheTopInTheNewOnes) {
+    StoreList("FTPIpAddr", {"one", "Two", "three"});
+    StoreList("FTPLocalDir", {"D:\\a", "D:\\b"});
+    Run([](DialogDriver& user) {
+        user.Type(kFtpAddressBox, "TWO");
+        user.Choose(kFtpLocalDirBox, 1);
+        user.Press(kFtpExecuteButton);
+        EXPECT_EQ(user.Text(kFtpAddressBox), "TWO");
+    });
+    EXPECT_THAT(StoredList("FTPIpAddr"), ElementsAre("TWO", "one", "three"));
+    EXPECT_THAT(StoredList("FTPLocalDir"), ElementsAre("D:\\b", "D:\\a"));
+}
+
+TEST_F(Ftp, AllEntriesAreStoredAndTenReadBack) {
+    StoreList("FTPRemoteDir", {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "never read"});
+    Run([](DialogDriver& user) {
+        for (const std::string& typed : {std::string("x"), std::string(300, 'z'), std::string("y")}) {
+            user.Type(kFtpRemoteDirBox, typed);
+            user.Press(kFtpExecuteButton);
+        }
+        EXPECT_EQ(user.List(kFtpRemoteDirBox).size(), 13U);
+    });
+    EXPECT_THAT(StoredList("FTPRemoteDir"), ElementsAre("y", "x", "0", "1", "2", "3", "4", "5", "6", "7", "8", "9"));
+    Run([](DialogDriver& user) { EXPECT_EQ(user.List(kFtpRemoteDirBox).size(), 10U); });
+}
+
+// The local Browse.
+
+TEST_F(Ftp, BrowsesForALocalDirectory) {
+    WriteFile("ELSEWHERE/.0009", "x");
+    desktop.QueueFile(std::nullopt);
+    desktop.QueueFile("D:\\ELSEWHERE\\.0009");
+    desktop.QueueFile(std::nullopt);
+    Run([](DialogDriver& user) {
+        user.Type(kFtpLocalDirBox, "D:\\MESSAGES");
+        user.Press(kFtpBrowseLocalButton);
+        EXPECT_EQ(user.Text(kFtpLocalDirBox), "D:\\MESSAGES");
+        EXPECT_THAT(user.List(kFtpLocalDirBox), IsEmpty()) << "a cancelled choice changes nothing";
+        user.Press(kFtpBrowseLocalButton);
+        EXPECT_EQ(user.Text(kFtpLocalDirBox), "D:\\ELSEWHERE");
+        EXPECT_THAT(user.List(kFtpLocalDirBox), ElementsAre("D:\\ELSEWHERE"));
+        EXPECT_EQ(user.Text(kFtpFileEdit), "") << "the file name is dropped";
+        user.Type(kFtpLocalDirBox, "D:\\ELSEWHERE\\.0009");
+        user.Press(kFtpBrowseLocalButton);
+    });
+    const auto& asked = desktop.FileDialogs();
+    EXPECT_EQ(asked.at(0).title, "Local Directory");
+    EXPECT_EQ(asked[0].initial_dir, "D:\\MESSAGES");
+    EXPECT_EQ(asked[2].initial_dir, "") << "not a directory";
+    EXPECT_THAT(StoredList("FTPLocalDir"), IsEmpty());
+    EXPECT_THAT(heard, IsEmpty());
+}
+
+// The template.
+
+/// The part of a control that is always on the screen; a combo box's rectangle has its open list in it.
+CRect Seen(const ControlTemplate& control) {
+    const int height = control.kind == ControlKind::combo_box ? 14 : control.cy;
+    return {control.x, control.y, control.x + control.cx, control.y + height};
+}
+
+TEST(FtpTemplate, HasItsWordsAndRoomForEach) {
+    std::string words;
+    for (const ControlTemplate& control : kFtpControls) {
+        words += (control.id > 0 ? std::to_string(control.id) : std::string()) + control.text + "|";
+        const CRect seen = Seen(control);
+        EXPECT_TRUE(seen.left >= 7 && seen.top >= 7 && seen.right <= 293 && seen.bottom <= 153) << control.text;
+        for (const ControlTemplate* other = &control + 1; other != std::end(kFtpControls); ++other) {
+            const RECT next = Seen(*other);
+            const CRect common(std::max(seen.left, next.left), std::max(seen.top, next.top),
+                               std::min(seen.right, next.right), std::min(seen.bottom, next.bottom));
+            const bool framed = control.kind == ControlKind::group_box && common == next;
+            EXPECT_TRUE(common.IsRectEmpty() || framed) << control.text << control.id << other->text << other->id;
+            if (control.kind != ControlKind::group_box || other->id < kFtpAddressBox) continue;
+            EXPECT_EQ(framed, (other->id <= kFtpSavePasswordCheck) == (*control.text == '\0')) << other->id;
+        }
+    }
+    EXPECT_EQ(words,
+              "&Local Dir :|1051|1053&Browse |&Remote Dir :|1050|1052Brows&e |&File :|1044||&IP Address : |1039|"
+              "&Username : |1040|&Password : |1041|1042&Save|Options|1055Skip &Warnings|1054&Overwrite All|"
+              "1060Passi&ve FTP |1038FTP E&xecute|2Close|");
+}
+
+}  // namespace

@@ -1,0 +1,96 @@
+// The password as it is stored.
+#include "module/tools/stored_password.h"
+
+#include <ctime>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "platform/framework/cstring.h"
+#include "platform/system/random.h"
+
+namespace {
+
+std::string Scrambled(const std::string& password) {
+    CString s(password.c_str());
+    ScramblePassword(s);
+    return {s.GetString(), static_cast<std::size_t>(s.GetLength())};
+}
+
+std::string Unscrambled(const std::string& stored) {
+    CString s(stored.data(), static_cast<int>(stored.size()));
+    UnscramblePassword(s);
+    return {s.GetString(), static_cast<std::size_t>(s.GetLength())};
+}
+
+/// A form whose bytes are all `filler`, with `tens` and `units` as the digits of its length.
+std::string Field(char filler, char tens, char units) {
+    std::string field(80, filler);
+    field[static_cast<std::size_t>(PasswordSlot(0))] = tens;
+    field[static_cast<std::size_t>(PasswordSlot(1))] = units;
+    for (char& byte : field) byte = static_cast<char>(byte ^ '\r');
+    return field;
+}
+
+TEST(StoredPassword, OfAnEarlierBuildIsRead) {
+    EXPECT_EQ(Unscrambled("Cl9~cinz#T/<l)+hcUhZjnnXO2`L-w'I%\xE5W_?-G?NN*a+-tYQEu?5N^!_-[>PY:k.[x2\xE4oU-i?!+Zy"),
+              "Caf\xE9 & Cr\xE8me, 24 Sugars");
+}
+
+TEST(StoredPassword, OfAnyLengthComesBack) {
+    for (int length = 0; length <= 78; ++length) {
+        std::string password;
+        for (int i = 0; i < length; ++i) password += static_cast<char>(i % 2 != 0 ? 33 + i : 255 - i);
+        const std::string stored = Scrambled(password);
+        ASSERT_EQ(stored.size(), 80U);
+        EXPECT_EQ(stored.find('\0'), std::string::npos);
+        EXPECT_EQ(Unscrambled(stored), password);
+    }
+}
+
+TEST(StoredPassword, ThatTheFieldCannotHoldIsNotStored) {
+    EXPECT_EQ(Scrambled(std::string(79, 'p')), "");
+    EXPECT_EQ(Scrambled("a\rb"), "");
+}
+
+TEST(StoredPassword, HasTheFillerOfTheSecond) {
+    std::time_t second = 0;
+    std::string one, two, full;
+    do {
+        second = std::time(nullptr);
+        one = Scrambled("x");
+        two = Scrambled("x");
+        full = Scrambled(std::string(78, 'q'));
+    } while (std::time(nullptr) != second);
+    EXPECT_EQ(one, two);
+    std::string expected;
+    crt::srand(static_cast<unsigned>(second));
+    while (expected.size() < 80) {
+        const int drawn = crt::rand();
+        if (drawn >= 32 && drawn <= 122) expected += static_cast<char>(drawn ^ '\r');
+    }
+    int unlike = 0, of_full = 0;
+    for (std::size_t i = 0; i < 80; ++i) {
+        unlike += one[i] != expected[i] ? 1 : 0;
+        of_full += full[i] == ('q' ^ '\r') ? 1 : 0;
+    }
+    EXPECT_LE(unlike, 3) << "two digits and one character";
+    EXPECT_EQ(of_full, 78) << "no filler is left";
+}
+
+TEST(StoredPassword, DamagedGivesSomeTextOrNone) {
+    for (const std::size_t length : {0U, 1U, 79U, 81U, 200U}) {
+        const std::string text(length, 'x');
+        EXPECT_EQ(Unscrambled(text), text) << "never scrambled";
+    }
+    EXPECT_EQ(Unscrambled(Field('x', '0', '0')), "");
+    EXPECT_EQ(Unscrambled(Field('x', '/', '9')), "") << "a length below 0";
+    EXPECT_EQ(Unscrambled(Field('x', '\x80', '\x80')), "") << "digits are signed";
+    EXPECT_EQ(Unscrambled(Field('x', '0', '1')), "x");
+    EXPECT_EQ(Unscrambled(Field('x', '\x7F', '\x7F')), std::string(869, 'x'))
+        << "the last slot is followed by position 0";
+    for (const int outside : {80, 0x7FFFFFFF, -1, -0x7FFFFFFF}) EXPECT_EQ(PasswordSlot(outside), 0);
+    EXPECT_EQ(Unscrambled(Field('\0', '0', '3')), std::string(3, '\0'));
+}
+
+}  // namespace

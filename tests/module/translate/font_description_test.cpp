@@ -1,0 +1,189 @@
+// From a font's header to the description and the effect that the host gets.
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include "module/contract/zel_message.h"
+#include "support/module_fixture.h"
+#include "module/translate/edge.h"
+#include "module/contract/records/effpar.h"
+#include "module/translate/font_face.h"
+#include "module/font/format/convert_font_header.h"
+
+namespace {
+
+using module_test::ModuleTest;
+using module_test::OpenDialog;
+
+tag_font_header Header(const std::string& name, const std::string& id = "") {
+    samples::FontFile font;
+    font.header.font_name = name;
+    font.header.font_id_text = id;
+    font.header.font_height = 40;
+    return ConvertFontHeader(samples::WriteFontHeader(font));
+}
+
+struct FaceCase {
+    const char* name;
+    const char* font_name;
+    const char* id;
+    const char* face;
+    int weight;
+    int italic;
+    const char* found_before = "";  // what an earlier character has looked up
+};
+void PrintTo(const FaceCase& row, std::ostream* out) {
+    *out << row.name;
+}
+
+class Face : public ModuleTest, public testing::WithParamInterface<FaceCase> {
+  protected:
+    Face() {
+        for (const WORD key : {WORD{0}, WORD{1}}) m_dialog.m_mapBitStreamId.SetAt(key, "Number One bold BT");
+        m_dialog.m_mapBitStreamId.SetAt(2077, "Lost italic BT");
+        m_dialog.m_mapBitStreamId.SetAt(60535, "Wrapped BT");
+        m_dialog.m_mapBitStreamFamily.SetAt("Fam", "Fam bold italic BT");
+        m_dialog.m_mapBitStreamFamily.SetAt("Long", "Long BT");
+        m_dialog.m_mapBitStreamFamily.SetAt("NoFace", "NoFace bold BT");
+        m_dialog.m_mapTypeFace.SetAt("Number One bold BT", "One");
+        m_dialog.m_mapTypeFace.SetAt("Wrapped BT", "An installed face of more than thirty-one characters");
+        m_dialog.m_mapTypeFace.SetAt("Fam bold italic BT", "Family");
+        m_dialog.m_mapTypeFace.SetAt("Long BT", "A face of forty characters, no less, x");
+    }
+    OpenDialog m_dialog{nullptr};
+};
+
+TEST_P(Face, GoesByNameNumberAndMaps) {
+    const tag_font_header header = Header(GetParam().font_name, GetParam().id);
+    LOGFONT font;
+    InitLogFont(&font);
+    if (IsTrueTypeName(header.Name())) {
+        ApplyTrueTypeName(header.Name(), font);
+    } else {
+        CString found(GetParam().found_before);
+        ApplyFontMaps(header, m_dialog, found, font);
+    }
+    EXPECT_STREQ(font.lfFaceName, GetParam().face);
+    EXPECT_EQ(font.lfWeight, GetParam().weight);
+    EXPECT_EQ(font.lfItalic, GetParam().italic);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, Face,
+    testing::Values(FaceCase{"tt_plain", "TT Arial", "", "Arial", 400, 0},
+                    FaceCase{"tt_bold_italic", "TT Times Bold Italic", "", "Times", 700, 1},
+                    FaceCase{"tt_italic_bold_keeps_italic_in_the_face", "TT Times Italic Bold", "", "Times Italic", 700,
+                             1},
+                    FaceCase{"tt_italic", "TT Comic Sans Italic", "", "Comic Sans", 400, 1},
+                    FaceCase{"tt_boldly_counts_as_bold", "TT Face Boldly", "", "Face", 700, 0},
+                    FaceCase{"tt_is_cut_at_31", "TT 1234567890123456789012345678901234567890", "",
+                             "1234567890123456789012345678901", 400, 0},
+                    FaceCase{"tt_bold_alone_keeps_the_default_face", "TT Bold", "", "Arial", 700, 0},
+                    FaceCase{"tt_without_a_face", "TT ", "", "", 400, 0},
+                    FaceCase{"tt_needs_its_blank", "TTArial", "", "Arial", 400, 0},
+                    FaceCase{"tt_case_counts", "tt Times Bold", "", "Arial", 400, 0},
+                    FaceCase{"number_5000_is_none", "x", "5000", "Arial", 400, 0},
+                    FaceCase{"number_5001_is_the_first", "Fam", "5001", "                            One", 700, 0},
+                    FaceCase{"number_wraps_in_16_bits", "x", "-001", "An installed face of more than ", 400, 0},
+                    FaceCase{"number_known_but_not_installed_goes_by_name", "Fam x", "7077", "Family", 700, 1},
+                    FaceCase{"its_style_stays_when_the_name_is_unknown", "x", "7077", "Arial", 400, 1},
+                    FaceCase{"first_word", "Fam Light", "12", "Family", 700, 1},
+                    FaceCase{"first_word_is_exact", "Family", "", "Arial", 400, 0},
+                    FaceCase{"name_is_cut_at_31", "Long", "", "A face of forty characters, no ", 400, 0},
+                    FaceCase{"not_installed_still_has_its_style", "NoFace", "", "Arial", 700, 0},
+                    FaceCase{"style_of_the_font_name_does_not_count", "x Bold Italic ", "", "Arial", 400, 0},
+                    FaceCase{"unknown_goes_by_the_last_look_up", "x", "", "Arial", 700, 1, "Other bold italic BT"},
+                    FaceCase{"styles_need_their_blanks", "x", "", "Arial", 400, 0, "bold italic"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+struct HeightCase {
+    int font_height, edge_type, edge_size;
+    LONG height;
+};
+
+TEST(FontHeight, IsWithoutTheEdgeTimes118) {
+    for (const HeightCase& row : {HeightCase{40, 0, 9, 47},
+                                  {40, 1, 2, 42},
+                                  {40, 2, 2, 45},
+                                  {40, 3, 2, 45},
+                                  {40, 4, 2, 47},
+                                  {40, 15, 2, 47},
+                                  {7, 2, 10, -3},
+                                  {0, 0, 0, 0},
+                                  {-32768, 1, 255, -39267},
+                                  {32767, 0, 0, 38665}}) {
+        tag_font_header header{};
+        header.font_height = static_cast<std::int16_t>(row.font_height);
+        header.edge_bits = static_cast<std::uint8_t>(row.edge_type | 0x70);
+        header.edge_size = static_cast<std::uint8_t>(row.edge_size);
+        LOGFONT font{};
+        ApplyFontHeight(header, font);
+        EXPECT_EQ(font.lfHeight, row.height) << row.font_height << " " << row.edge_type;
+    }
+}
+
+TEST(Edge, AnglesAndSwitch) {
+    constexpr int kAngles[] = {135, 180, 225, 270, 315, 0, 45, 90, 135, 135, 135, 135, 135, 135, 135, 135};
+    for (int direction = 0; direction < 16; ++direction) EXPECT_EQ(EdgeAngle(direction), kAngles[direction]);
+    for (int type = 0; type < 16; ++type) {
+        tag_font_header header{};
+        header.edge_bits = static_cast<std::uint8_t>(type | 9 << 4);
+        header.edge_size = 200;
+        tag_font_memory slot;
+        slot.font_header = &header;
+        CZelMessage message(nullptr, nullptr, nullptr, nullptr);
+        EFFPAR effect;
+        std::memset(&effect, 0xFF, sizeof effect);
+        message.ApplySlotEffects(&slot, &effect);
+        EFFPAR expected{};
+        expected.effect_ratio = 0.75;
+        expected.effect_const = 4;
+        expected.edge_size = 200;
+        expected.edge_angle = 135;
+        expected.edge_type = type;
+        expected.edge_on = type >= 1 && type <= 3 ? 1 : 0;
+        EXPECT_EQ(std::memcmp(&effect, &expected, sizeof effect), 0) << type;
+        message.m_pPalette = new tag_palete{};
+        message.DefaultPalette();
+        message.ApplySlotEffects(&slot, &effect);
+        EXPECT_EQ(effect.face_colour, 0xD9D9D9U);
+        EXPECT_EQ(effect.edge_colour, 0x808080U);
+        message.ApplySlotEffects(&slot, nullptr);
+    }
+}
+
+struct LegacyCase {
+    const char* font_name;
+    int glyph_kind;  // of the last character
+    bool owner;
+    const char* face;
+    int weight;
+};
+
+TEST_F(Face, OneDrawableGlyphMakesASlotALegacyFont) {
+    for (const LegacyCase& row : {
+             LegacyCase{"Fam", 0, true, "Family", 700},
+             LegacyCase{"Fam", 0x80, true, "Family", 700},
+             LegacyCase{"Fam", 170, true, "Zelmara! (15) Fam", 700},
+             LegacyCase{"TT A name longer than 14", 0x40, true, "Zelmara! (15) TT A name long", 400},
+             LegacyCase{"Fam Bold x", 0, false, "Zelmara! (15) Fam Bold x", 700},
+             LegacyCase{"Fam Bold", 2, false, "Zelmara! (15) Fam Bold", 400},
+             LegacyCase{"TT Times Bold", 0, false, "Times", 700},
+         }) {
+        tag_font_header header = Header(row.font_name);
+        tag_char_entry directory[kDirectoryEntries] = {};
+        directory[191].glyph_kind = static_cast<std::uint8_t>(row.glyph_kind);
+        tag_font_memory slot;
+        slot.font_header = &header;
+        slot.char_directory = directory;
+        CZelMessage message(nullptr, nullptr, nullptr, row.owner ? &m_dialog : nullptr);
+        LOGFONT font;
+        message.MakeFontDescription(&slot, &font, 15);
+        EXPECT_STREQ(font.lfFaceName, row.face);
+        EXPECT_EQ(font.lfWeight, row.weight) << row.font_name;
+        EXPECT_EQ(font.lfHeight, 47);
+        message.MakeFontDescription(&slot, nullptr, 15);
+    }
+}
+
+}  // namespace

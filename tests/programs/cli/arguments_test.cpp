@@ -1,0 +1,59 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "programs/cli/command_disk.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(Help, OfEachCommandSaysWhatItIsForAndGivesAnExample) {
+    const CommandDisk disk;
+    for (const std::string command : {"import", "font", "info", "sample"}) {
+        const CommandResult result = disk.Shell("zeltrans " + command + " --help");
+        EXPECT_EQ(result.exit_code, 0);
+        EXPECT_THAT(result.out, HasSubstr("Example:\n  zeltrans " + command));
+        EXPECT_EQ(result.err, "");
+    }
+    EXPECT_EQ(disk.Shell("zeltrans --help").exit_code, 0);
+    EXPECT_THAT(disk.Shell("zeltrans --version").out, StartsWith("zeltrans "));
+}
+
+struct WrongCase {
+    const char* name;
+    const char* arguments;
+    const char* told;
+};
+void PrintTo(const WrongCase& wrong, std::ostream* out) {
+    *out << wrong.name;
+}
+
+class WrongArguments : public testing::TestWithParam<WrongCase> {};
+
+TEST_P(WrongArguments, GiveTwoAndSayWhatIsWrong) {
+    const CommandDisk disk;
+    const CommandResult result = disk.Shell(std::string("zeltrans ") + GetParam().arguments);
+    EXPECT_EQ(result.exit_code, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.err, HasSubstr(GetParam().told));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, WrongArguments,
+    testing::Values(
+        WrongCase{"no_command", "", "A subcommand is required"},
+        WrongCase{"unknown_command", "imprt x", "There is no command \"imprt\""},
+        WrongCase{"no_message", "import", "MESSAGE is required"},
+        WrongCase{"two_messages", "import MESSAGES/.0012 MESSAGES/.0020", "MESSAGES/.0020"},
+        WrongCase{"unknown_option", "import MESSAGES/.0012 --pgn x", "--pgn"},
+        WrongCase{"lines_of_no_standard", "import MESSAGES/.0012 --lines 500", "--lines: \"500\" is none of 486|576"},
+        WrongCase{"unknown_answer", "import MESSAGES/.0012 --answer maybe", "--answer: \"maybe\" is none of"},
+        WrongCase{"unknown_insertion", "import MESSAGES/.0012 --rgba both", "--rgba: \"both\" is none of"},
+        WrongCase{"empty_output", "import MESSAGES/.0012 --png ''", "--png: the path is empty"},
+        WrongCase{"no_font", "font", "FONTFILE is required"},
+        WrongCase{"no_file_to_inspect", "info", "FILE is required"},
+        WrongCase{"no_directory_to_write", "sample", "DIR is required"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace

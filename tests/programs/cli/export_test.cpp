@@ -1,0 +1,84 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "programs/cli/command_disk.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ExportCommand : public testing::Test {
+  protected:
+    ExportCommand() { m_disk.Shell("zeltrans batch . 12 20 --library lib"); }
+
+    CommandDisk m_disk;
+};
+
+TEST_F(ExportCommand, WritesEachFormatAndAManifestThatHolds) {
+    const CommandResult result = m_disk.Shell(
+        "zeltrans export lib .0000 9999 --out out --format png --format json && cd out && sha256sum -c --quiet "
+        "SHA256SUMS");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out, "2 messages, 6 files in out\n");
+    EXPECT_EQ(m_disk.Shell("ls out").out, "0012.json\n0012.png\n0020.json\n0020.png\nSHA256SUMS\nmanifest.json\n");
+    EXPECT_EQ(json::parse(m_disk.Read("out/0012.json"))["number"], 12);
+}
+
+TEST_F(ExportCommand, TracesTheModulesBatchExport) {
+    const CommandResult result = m_disk.Shell("zeltrans export lib 11 12 --out out --trace -");
+    const std::string path = "\\\\out\"}\n";
+    EXPECT_THAT(
+        result.out,
+        StartsWith("{\"event\":\"send\",\"message\":1125,\"target\":\"main\",\"wParam\":11,\"id\":11,\"answer\":0}\n"
+                   "{\"event\":\"send\",\"message\":1125,\"target\":\"main\",\"wParam\":12,\"id\":12,\"answer\":1}\n"
+                   "{\"event\":\"send\",\"message\":1190,\"target\":\"export\",\"wParam\":12,\"id\":12,\"path\":\""));
+    EXPECT_THAT(
+        result.out,
+        HasSubstr(path +
+                  "{\"event\":\"send\",\"message\":1189,\"target\":\"export\",\"wParam\":12,\"id\":12,\"path\":\""));
+    EXPECT_THAT(result.out, HasSubstr(path + "{\"event\":\"end\",\"road\":\"export\",\"next_id\":\"\",\"y_offset\":"));
+}
+
+TEST_F(ExportCommand, SaysWhatItCannotDo) {
+    m_disk.Shell("zeltrans batch . 12 12 --library lib --disk other");
+    struct {
+        const char* arguments;
+        int exit_code;
+        const char* error;
+    } const cases[] = {
+        {"lib 1 9999 --out out", 1,
+         "zeltrans: lib: messages of several disks; choose one by --disk: \"\", \"other\"\n"},
+        {"lib 1 9999 --out out --disk x", 1, "zeltrans: lib: there is no disk of the name \"x\"\n"},
+        {"lib 1 11 --out out --disk other", 1, "zeltrans: lib: holds no message of this range\n"},
+        {"lib 3 1 --out out --disk other", 1, "zeltrans: lib: Invalid Range: 0003 - 0001 \n"},
+        {"nolib 1 2 --out out", 1, "zeltrans: nolib: "},
+        {"MESSAGES/.0012 1 2 --out out", 1, "zeltrans: MESSAGES/.0012: "},
+        {"lib 1 2 --out MESSAGES/.0012 --disk other", 1, "zeltrans: MESSAGES/.0012: "},
+        {"lib 1 2 --out out --format gif", 2, "--format: \"gif\" is no format"},
+    };
+    for (const auto& row : cases) {
+        const CommandResult result = m_disk.Shell(std::string("zeltrans export ") + row.arguments);
+        EXPECT_EQ(result.exit_code, row.exit_code) << row.arguments;
+        EXPECT_THAT(result.err, StartsWith(row.error)) << row.arguments;
+    }
+    EXPECT_THAT(m_disk.Shell("zeltrans export --list-formats").out, StartsWith("png "));
+}
+
+TEST(ManyDisks, AreConvertedByTwoProcessesAtOnceAndMerged) {
+    const CommandDisk disk;
+    disk.Shell("mkdir archive shards; for d in a b c d; do mkdir archive/$d; cp -r MESSAGES MACHINE archive/$d; done");
+    const std::string batch = "zeltrans batch archive/$d 0 30 --disk $d --settings s/$d --resume --jobs 1 --library ";
+    disk.Shell("(for d in a b; do " + batch + "shards/$d; done) & (for d in c d; do " + batch +
+               "shards/$d; done) & wait");
+    const CommandResult merged = disk.Shell("zeltrans library merge all shards/*; zeltrans library merge all shards/a");
+    EXPECT_EQ(merged.exit_code, 0) << merged.err;
+    EXPECT_EQ(disk.Shell("zeltrans library list all | grep -c '  .00'").out, "8\n");
+    // Several processes may also write one library at once.
+    disk.Shell("for d in a b c d; do " + batch + "one & done; wait");
+    EXPECT_EQ(disk.Shell("zeltrans library merge all one").out, "one: 0 added, 0 replaced, 8 there already\n");
+}
+
+}  // namespace

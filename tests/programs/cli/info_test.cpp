@@ -1,0 +1,75 @@
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "programs/cli/command_disk.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(InfoCommand, TellsOneFileAfterTheOther) {
+    const CommandDisk disk;
+    const CommandResult result = disk.Shell("zeltrans info MESSAGES/.0012 MACHINE/.0012");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_THAT(result.out, StartsWith("MESSAGES/.0012: message, whole\n"));
+    EXPECT_THAT(result.out, HasSubstr("\n\nMACHINE/.0012: font, whole\n"));
+}
+
+TEST(InfoCommand, GivesOneForABrokenFileAndGoesOn) {
+    const CommandDisk disk;
+    const CommandResult result =
+        disk.Shell("head -c 1000 MESSAGES/.0012 >cut; echo hello >text; zeltrans info cut none text MACHINE/.0012");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err,
+              "zeltrans: cut: broken: its palette is cut short, 684 of 1,028 bytes present\n"
+              "zeltrans: none: No such file or directory\n"
+              "zeltrans: text: none of the kinds that the import reads: text, but none of the two name lists\n");
+    EXPECT_THAT(result.out, HasSubstr("MACHINE/.0012: font, whole\n"));
+}
+
+TEST(InfoCommand, GivesZeroForAFileThatIsReadWithDefects) {
+    const CommandDisk disk;
+    EXPECT_EQ(disk.Shell("printf x >>MESSAGES/.0012; zeltrans info MESSAGES/.0012").exit_code, 0);
+}
+
+TEST(InfoCommand, ListsADirectoryWithALineForEachFile) {
+    const CommandDisk disk;
+    disk.Shell(
+        "rm -rf run.*; mkdir disk; mv MESSAGES MACHINE disk; echo hello >disk/README; printf x >>disk/MACHINE/.0012");
+    CommandResult result = disk.Shell("zeltrans info disk");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.out,
+              "disk: 4 files (1 message, 1 font, 1 RGBA picture, 1 text), 1 with defects\n"
+              "  MACHINE/.0012   font          3,135  1 defect  \"Quay Bold\", 40 lines, 4 glyphs\n"
+              "  MESSAGES/.0012  message       4,476  whole     3 rows, 11 characters, fonts 12 31, 2 tabs\n"
+              "  MESSAGES/.0020  RGBA picture    212  whole     4 x 4\n"
+              "  README          text              6  -         text, but none of the two name lists\n"
+              "\n"
+              "  font 31 is not here; named by MESSAGES/.0012\n");
+    result = disk.Shell("head -c 1000 disk/MESSAGES/.0012 >disk/MESSAGES/.0013; zeltrans info disk");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.out, HasSubstr("broken    its palette is cut short"));
+    EXPECT_EQ(result.err, "zeltrans: disk: 1 broken\n");
+}
+
+TEST(InfoCommand, WritesAnObjectALineForMachines) {
+    const CommandDisk disk;
+    const CommandResult result = disk.Shell("zeltrans info --json MESSAGES/.0012 MACHINE");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    std::istringstream lines(result.out);
+    std::string line;
+    ASSERT_TRUE(std::getline(lines, line));
+    const json message = json::parse(line);
+    EXPECT_EQ(message["verdict"], "whole");
+    EXPECT_EQ(message["message"]["rows"][0]["text"][0], "NEWS");
+    ASSERT_TRUE(std::getline(lines, line));
+    EXPECT_EQ(json::parse(line)["font"]["name"], "Quay Bold");
+    EXPECT_FALSE(std::getline(lines, line));
+}
+
+}  // namespace

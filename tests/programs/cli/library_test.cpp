@@ -1,0 +1,87 @@
+#include "host/library/library.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "programs/cli/command_disk.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+/// Three recordings in a.zellib, of two disks, and one of them otherwise in b.zellib.
+class LibraryCommand : public testing::Test {
+  protected:
+    LibraryCommand() {
+        Recording news = Numbered(12, "\n GOOD EVENING\nand welcome", "");
+        news.fields = {{"Home", 1, 2, 3, 4}};
+        news.warnings = {"font 31 is missing", "2 glyphs couldn't be drawn"};
+        Recording other = Numbered(12, "Caf\xC3\xA9 \x1B[2J\xFF", "Disk B");
+        Recording mark = Numbered(20, "", "Disk B");
+        mark.kind = RecordingKind::kRgbaObject;
+        mark.document.clear();
+        Library(m_disk / "a.zellib", Library::Access::kWrite).Record(std::vector{news, other, mark});
+        other.options = "lines=576";
+        Library(m_disk / "b.zellib", Library::Access::kWrite).Record(std::vector{other, mark, Numbered(5, "five", "")});
+    }
+
+    static Recording Numbered(int number, const std::string& text, const std::string& disk) {
+        Recording recording;
+        recording.disk = disk;
+        recording.number = number;
+        recording.text = text;
+        recording.document = "{}";
+        recording.picture = "a picture";
+        recording.width = recording.height = 4;
+        return recording;
+    }
+
+    CommandDisk m_disk;
+};
+
+struct LibraryCase {
+    const char* arguments;
+    const char* out;
+    const char* err;
+};
+
+TEST_F(LibraryCommand, SaysWhatItFindsAndWhatIsWrong) {
+    const LibraryCase cases[] = {
+        {"list a.zellib",
+         "a.zellib: 3 recordings, 1 with warnings\n"
+         "  .0012          message      2 warnings  GOOD EVENING\n"
+         "  .0012  Disk B  message                  Caf\xC3\xA9 \xEF\xBF\xBD[2J\xEF\xBF\xBD\n"
+         "  .0020  Disk B  RGBA object\n",
+         ""},
+        {"list a.zellib --disk ''",
+         "a.zellib: 1 recording, 1 with warnings\n  .0012  message  2 warnings  GOOD EVENING\n", ""},
+        {"search a.zellib eve hom",
+         "a.zellib: 1 recording, 1 with warnings\n  .0012  message  2 warnings  GOOD EVENING\n", ""},
+        {"search a.zellib '\"' nothing", "a.zellib: 0 recordings\n", ""},
+        {"show a.zellib .0020 --png p.png --json j.json", "wrote p.png\n",
+         "note: the recording has no document; j.json was not written\n"},
+        {"show a.zellib 12", "",
+         "zeltrans: a.zellib: message .0012 is recorded of several disks, so --disk must tell one: the disk without a"
+         " name, \"Disk B\"\n"},
+        {"show a.zellib 7 --disk 'Disk B'", "", "zeltrans: a.zellib: message .0007 isn't recorded of \"Disk B\"\n"},
+        {"merge a.zellib b.zellib", "b.zellib: 1 added, 1 replaced, 1 there already\n", ""},
+        {"merge a.zellib b.zellib MESSAGES/.0012", "b.zellib: 0 added, 0 replaced, 3 there already\n",
+         "zeltrans: MESSAGES/.0012: it is no library of recorded messages\n"},
+        {"remove a.zellib 5", "a.zellib: removed .0005\n", ""},
+        {"remove missing.zellib 5", "",
+         "zeltrans: missing.zellib: the library can't be opened: No such file or directory\n"},
+        {"list a.zellib --disk 'Disk C'", "a.zellib: 0 recordings\n", ""},
+    };
+    for (const LibraryCase& line : cases) {
+        const CommandResult result = m_disk.Shell(std::string("zeltrans library ") + line.arguments);
+        EXPECT_EQ(result.out, line.out) << line.arguments;
+        EXPECT_EQ(result.err, line.err) << line.arguments;
+        EXPECT_EQ(result.exit_code, std::string_view(line.err).starts_with("zeltrans:") ? 1 : 0) << line.arguments;
+    }
+    EXPECT_EQ(m_disk.Read("p.png"), "a picture");
+    EXPECT_EQ(m_disk.Shell("zeltrans library show a.zellib 10000").exit_code, 2);
+    EXPECT_THAT(m_disk.Shell("zeltrans library show a.zellib 0012 --disk ''").out,
+                HasSubstr("\n  Tab fields\n    Home: 1, 2 to 3, 4\n"));
+}
+
+}  // namespace

@@ -1,0 +1,202 @@
+// A dialog's window: its looks, the keyboard, and its state on both sides.
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QStyleOptionButton>
+
+#include <gmock/gmock.h>
+
+#include "programs/desktop/dialogs/dialog_units.h"
+#include "programs/desktop/test_window.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/state/module_state.h"
+
+namespace screen_test {
+
+BEGIN_MESSAGE_MAP(WindowDialog, CDialog)
+ON_BN_CLICKED(kRun, &WindowDialog::OnRun)
+ON_EN_CHANGE(kEdit, &WindowDialog::OnChange)
+ON_WM_CLOSE()
+END_MESSAGE_MAP()
+
+namespace {
+
+using DialogWindow = OnScreen;
+
+/// Text that the widget cuts off, empty for none.
+std::string CutText(const QWidget& widget) {
+    if (const auto* const label = qobject_cast<const QLabel*>(&widget)) return label->toolTip().toStdString();
+    const auto* const button = qobject_cast<const QPushButton*>(&widget);
+    if (button == nullptr) return {};
+    const QFontMetricsF font(button->font());
+    const bool multi_line = button->height() > 2 * font.height();
+    const QStringList lines = BrokenLines(button->text(), button->width() - 4, font);
+    return lines.size() > (multi_line ? 2 : 1) ? button->text().toStdString() : std::string();
+}
+
+TEST_F(DialogWindow, OfTheModuleCutsNoTextInAnyFont) {
+    AfxGetModuleState()->m_hCurrentResourceHandle = g_hZelResource;
+    const QFont before = QApplication::font();
+    for (const char* family : {"DejaVu Sans", "DejaVu Serif", "DejaVu Sans Mono", "DejaVu Sans Condensed"}) {
+        for (const int points : {6, 9, 13, 22}) {
+            QApplication::setFont(QFont(QString::fromLatin1(family), points));
+            for (const DialogTemplate& source : g_hZelResource->dialogs) {
+                CDialog shown(source.id);
+                Run(shown, [&](DialogView& view) {
+                    for (const auto& control : view.Controls()) {
+                        const QWidget& widget = control->Widget();
+                        EXPECT_EQ(widget.isVisible() ? CutText(widget) : "", "") << family << points;
+                        EXPECT_TRUE(!widget.isVisible() || view.rect().contains(widget.geometry())) << source.id;
+                    }
+                });
+            }
+        }
+    }
+    QApplication::setFont(before);
+}
+
+TEST_F(DialogWindow, TabVisitsTheTabStopsInTheTemplatesOrder) {
+    Run([&](DialogView& view) {
+        std::vector<std::string> visited{Focused()};
+        for (int i = 0; i < 9; ++i) {
+            Key(view, Qt::Key_Tab);
+            visited.push_back(Focused());
+        }
+        EXPECT_THAT(visited, testing::ElementsAre("10", "11", "12", "13", "14", "15", "18", "1", "2", "10"));
+    });
+}
+
+TEST_F(DialogWindow, AccessKeysReachFieldsAndButtons) {
+    Run([&](DialogView& view) {
+        Key(view, Qt::Key_C, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.GetDlgItem(kCheck)->SendMessage(BM_GETCHECK) == 1; }));
+        Key(view, Qt::Key_N, Qt::AltModifier);
+        EXPECT_EQ(Focused(), "10");
+        EXPECT_EQ(CWnd::GetFocus()->m_hWnd, dialog.GetDlgItem(kEdit)->m_hWnd);
+        Key(view, Qt::Key_R, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Events() == "run "; }));
+    });
+}
+
+TEST_F(DialogWindow, EnterEscapeAndTheTitleBarGoTheSystemsWays) {
+    Run([&](DialogView& view) {
+        for (const int field : {kEdit, kCombo, kList, kCheck}) {
+            Widget(field).setFocus();
+            Key(view, Qt::Key_Return);
+            EXPECT_EQ(Events(), "ok ") << field;
+            Key(view, Qt::Key_Escape);
+            EXPECT_EQ(Events(), "cancel ") << field;
+        }
+        Widget(kRun).setFocus();
+        Key(view, Qt::Key_Enter);
+        EXPECT_EQ(Events(), "run ") << "the button that has the focus";
+        Widget(kEdit).setFocus();
+        dialog.SendMessage(DM_SETDEFID, kRun);
+        EXPECT_TRUE(Widget<QPushButton>(kRun).isDefault());
+        EXPECT_FALSE(Widget<QPushButton>(IDOK).isDefault());
+        Key(view, Qt::Key_Return);
+        EXPECT_EQ(Events(), "run ");
+        dialog.GetDlgItem(kRun)->EnableWindow(FALSE);
+        Widget(kEdit).setFocus();
+        Key(view, Qt::Key_Return);
+        EXPECT_EQ(Events(), "") << "a disabled default button";
+        view.close();
+        EXPECT_EQ(Events(), "close cancel ");
+        EXPECT_TRUE(view.isVisible()) << "the dialog hasn't ended";
+    });
+}
+
+TEST_F(DialogWindow, ShowsWhatTheProgramDoesToItsControls) {
+    Run([&](DialogView& view) {
+        CWnd& combo = *dialog.GetDlgItem(kCombo);
+        for (const char* entry : {"one", "two"}) {
+            combo.SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
+            dialog.GetDlgItem(kList)->SendMessage(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
+        }
+        combo.SendMessage(CB_SETCURSEL, 1);
+        EXPECT_EQ(Widget<QComboBox>(kCombo).currentText(), "two");
+        combo.SendMessage(CB_DELETESTRING, 1);
+        EXPECT_EQ(Widget<QComboBox>(kCombo).currentText(), "two") << "the field keeps its text";
+        dialog.GetDlgItem(kList)->SendMessage(LB_SETCURSEL, 0);
+        EXPECT_EQ(Widget<QListWidget>(kList).currentRow(), 0);
+        dialog.GetDlgItem(kRadioB)->SendMessage(BM_CLICK);
+        dialog.GetDlgItem(kRadioB)->SendMessage(BM_SETCHECK, BST_UNCHECKED);
+        dialog.SetDlgItemText(kEdit, "G\xC3\xA4nse");
+        dialog.GetDlgItem(kEdit)->SendMessage(EM_SETSEL, 3, 5);
+        EXPECT_EQ(Widget<QLineEdit>(kEdit).selectedText(), "ns") << "positions are bytes";
+        dialog.GetDlgItem(kCheck)->ShowWindow(SW_HIDE);
+        dialog.GetDlgItem(kRun)->EnableWindow(FALSE);
+        dialog.SetWindowText("Other");
+        EXPECT_EQ(view.windowTitle(), "Other");
+        EXPECT_EQ(Widget<QLineEdit>(kPassword).echoMode(), QLineEdit::Password);
+        CompareWithControls(view);
+    });
+}
+
+TEST_F(DialogWindow, TellsTheControlsWhatTheUserDoes) {
+    Run([&](DialogView& view) {
+        for (const char* entry : {"one", "two"}) {
+            dialog.GetDlgItem(kCombo)->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
+            dialog.GetDlgItem(kList)->SendMessage(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
+        }
+        Widget<QComboBox>(kCombo).setFocus();
+        Key(view, Qt::Key_Down);
+        EXPECT_EQ(dialog.GetDlgItem(kCombo)->SendMessage(CB_GETCURSEL), 0);
+        TypeText(view, QStringLiteral("x"));
+        EXPECT_EQ(Text(kCombo), "onex");
+        EXPECT_EQ(dialog.GetDlgItem(kCombo)->SendMessage(CB_GETCURSEL), CB_ERR);
+        Widget(kList).setFocus();
+        Key(view, Qt::Key_End);
+        EXPECT_EQ(dialog.GetDlgItem(kList)->SendMessage(LB_GETCURSEL), 1);
+        Click(Widget(kRadioB));
+        EXPECT_EQ(dialog.GetDlgItem(kRadioB)->SendMessage(BM_GETCHECK), 1);
+        Key(view, Qt::Key_Left);
+        EXPECT_EQ(dialog.GetDlgItem(kRadioA)->SendMessage(BM_GETCHECK), 1) << "arrows walk in the group";
+        CompareWithControls(view);
+    });
+}
+
+TEST_F(DialogWindow, TextIsUtf8AndLatin1WhereItIsNot) {
+    Run([&](DialogView& view) {
+        dialog.SetDlgItemText(kStatus, "Caf\xE9 & Co");
+        EXPECT_EQ(Widget<QLabel>(kStatus).text(), QString::fromUtf8("Caf\xC3\xA9 & Co"));
+        dialog.GetDlgItem(kEdit)->SendMessage(EM_LIMITTEXT, 6);
+        Events();
+        TypeText(view, QString::fromUtf8("\xC3\x9C\xE2\x82\xAC\x61\xC3\xA9"));
+        EXPECT_EQ(Text(kEdit), "\xC3\x9C\xE2\x82\xAC\x61") << "cut before the character that doesn't fit whole";
+        EXPECT_EQ(Widget<QLineEdit>(kEdit).text().size(), 3);
+    });
+}
+
+TEST_F(DialogWindow, ItsPlaceIsFollowedAndTold) {
+    Run([&](DialogView& view) {
+        const auto place = [&] {
+            RECT rect{};
+            dialog.GetWindowRect(&rect);
+            return QPoint(rect.left, rect.top);
+        };
+        EXPECT_EQ(place(), view.pos());
+        dialog.MoveWindow(70, 80, 1, 1);
+        EXPECT_EQ(view.pos(), QPoint(70, 80));
+        view.move(33, 44);  // as the window system tells of the user's
+        EXPECT_EQ(place(), QPoint(33, 44));
+        dialog.MoveWindow(1999, 1999, 1, 1);
+        EXPECT_TRUE(view.screen()->availableGeometry().contains(view.frameGeometry()));
+        EXPECT_EQ(place(), QPoint(1999, 1999)) << "kept as asked until the user moves it";
+    });
+}
+
+TEST_F(DialogWindow, ExceptionOfAHandlerLeavesTheEventLoopOnTheRightSide) {
+    dialog.on_run = [] { throw 7; };
+    EXPECT_THROW(Run([&](DialogView&) { Click(Widget(kRun)); }), int);
+    EXPECT_EQ(dialog.m_hWnd, nullptr);
+    dialog.on_run = [&] { dialog.DestroyWindow(); };
+    Run([&](DialogView&) { Click(Widget(kRun)); });
+}
+
+}  // namespace
+
+}  // namespace screen_test

@@ -1,0 +1,127 @@
+// Grabs the module's windows into PNG files: grab_windows DIRECTORY light|dark. QT_SCALE_FACTOR sets the scale.
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStyleFactory>
+#include <QTimer>
+#include <iostream>
+
+#include "programs/desktop/dialogs/dialog_view.h"
+#include "programs/desktop/qt_desktop.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/state/module_state.h"
+#include "module/contract/zel_trans_export.h"
+#include "diskcopy/copy_dlg.h"
+#include "platform/framework/cwinapp.h"
+#include "platform/framework/message_box.h"
+#include "platform/script/memory_settings_store.h"
+#include "module/tools/zel_rgba.h"
+#include "module/tools/zel_trans_batch.h"
+#include "module/contract/zel_trans_ftp.h"
+#include "module/dialog/browse.h"
+
+namespace {
+
+QPalette Dark() {
+    QPalette dark(QColor(45, 45, 48), QColor(45, 45, 48));
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
+    return dark;
+}
+
+/// A desktop that takes a picture of every dialog and closes it.
+class GrabbingDesktop : public QtDesktop {
+  public:
+    explicit GrabbingDesktop(QString directory) : m_directory(std::move(directory)) {}
+
+    void RunModal(CDialog& dialog) override {
+        QTimer::singleShot(200, [&] {
+            const QString name = QStringLiteral("dialog_%1").arg(dialog.GetTemplateId());
+            if (before_grab) before_grab(dialog);
+            QCoreApplication::processEvents();
+            Grab(*Find(dialog), name);
+            dialog.EndDialog(IDCANCEL);
+        });
+        QtDesktop::RunModal(dialog);
+    }
+    int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override {
+        QTimer::singleShot(200, [&] {
+            QWidget& box = *QApplication::activeModalWidget();
+            Grab(box, QStringLiteral("box_%1").arg(style));
+            static_cast<QMessageBox&>(box).buttons().front()->click();
+        });
+        return QtDesktop::ShowMessageBox(owner, text, caption, style);
+    }
+    int RunFileDialog(CFileDialog& dialog, std::string& path) override {
+        QTimer::singleShot(500, [&] {
+            QWidget& files = *QApplication::activeModalWidget();
+            Grab(files, QStringLiteral("files"));
+            files.close();
+        });
+        return QtDesktop::RunFileDialog(dialog, path);
+    }
+
+    std::function<void(CDialog&)> before_grab;
+
+  private:
+    void Grab(QWidget& window, const QString& name) {
+        const QString file = m_directory + u'/' + name + QStringLiteral(".png");
+        if (!window.grab().save(file)) std::cerr << "can't write " << file.toStdString() << '\n';
+    }
+
+    QString m_directory;
+};
+
+void Fill(CDialog& dialog) {
+    if (dialog.GetTemplateId() == kImportDialog) {
+        BringToTop(dialog, kMessageDirBox,
+                   "D:\\MESSAGES\\\xC3\x9C"
+                   "bersicht");
+        BringToTop(dialog, kFontDirBox, "D:\\MACHINE");
+        dialog.SetDlgItemText(kMessageIdEdit, ".0012");
+    } else if (dialog.GetTemplateId() == kBatchDialog) {
+        dialog.SetDlgItemText(kStartIdEdit, ".0005");
+        dialog.SetDlgItemText(kEndIdEdit, ".0017");
+        dialog.SetDlgItemText(kBatchStatusLabel, "Recording .0009");
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    if (argc < 3) return 2;
+    if (std::string_view(argv[2]) == "dark") QApplication::setPalette(Dark());
+
+    MemorySettingsStore settings;
+    SetSettingsStore(&settings);
+    GrabbingDesktop desktop(QString::fromLocal8Bit(argv[1]));
+    desktop.before_grab = Fill;
+    SetDesktop(&desktop);
+    CWnd host;
+    host.CreateHostWindow("host");
+    AfxGetThread()->m_pMainWnd = &host;
+    AfxGetModuleState()->m_hCurrentResourceHandle = g_hZelResource;
+
+    CZelTransExport().ZelTranslation(&host);
+    CString empty;
+    CZelTransDlg main_dialog(empty, empty);
+    for (const int button : {kBatchButton, kFtpButton, kCopyFilesButton, kBrowseFontButton})
+        main_dialog.SendMessage(WM_COMMAND, static_cast<WPARAM>(button));
+    AfxGetModuleState()->m_hCurrentResourceHandle = g_hZelResource;
+    CDialog(kRgbaDialog).DoModal();
+    const std::string text = "Couldn't Find Zelmara! Font File: D:\\MACHINE\\.0001\n\nDo you want to browse for it?";
+    for (const UINT style : {MB_YESNOCANCEL | MB_ICONQUESTION, MB_OK | MB_ICONEXCLAMATION})
+        MessageBoxA(nullptr, text.c_str(), "Zelmara! Import Error", style);
+    const std::string path = "D:\\" + std::string(250, 'm') + "\\.0001";
+    MessageBoxA(nullptr, ("Couldn't open Zelmara! Message File: " + path).c_str(), "Zelmara! Import Error",
+                MB_ICONHAND);
+    main_dialog.DestroyWindow();
+    AfxGetThread()->m_pMainWnd = nullptr;
+    SetDesktop(nullptr);
+    SetSettingsStore(nullptr);
+    return 0;
+}

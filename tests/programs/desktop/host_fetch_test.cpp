@@ -1,0 +1,141 @@
+// Disks that come over FTP: by the program's dialog and by the module's.
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <gmock/gmock.h>
+
+#include "programs/desktop/host_window_fixture.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "host/ftp/test_server.h"
+#include "module/contract/zel_trans_ftp.h"
+
+namespace screen_test {
+
+namespace {
+
+using testing::HasSubstr;
+
+class HostFetch : public HostWindow {
+  protected:
+    void Serve(std::vector<std::string> options = {}) {
+        options.insert(options.begin(), {"hostile_server.py", Disk().toStdString()});
+        server = std::make_unique<TestServer>(options);
+    }
+
+    /// Fills in the program's dialog and presses Enter; what it does goes on behind it.
+    void Fetch(const QString& messages) {
+        Then([&, messages] {
+            QWidget& dialog = *QApplication::activeModalWidget();
+            const auto type = [&](const char* line, const QString& text) {
+                dialog.findChild<QLineEdit*>(QLatin1String(line))->setText(text);
+            };
+            type("url", QString::fromStdString(server->Url("")));
+            type("selection", messages);
+            type("directory", In("fetched"));
+            Key(dialog, Qt::Key_Return);
+        });
+        Trigger("fetch");
+    }
+
+    std::unique_ptr<TestServer> server;
+};
+
+TEST_F(HostFetch, ImportsWhatItFetched) {
+    Serve();
+    Fetch(QStringLiteral("2-4"));
+    EXPECT_TRUE(Find("stop").isVisible());
+    Finish();
+    Finish();  // of the import that follows
+    EXPECT_EQ(Notice(), "");
+    EXPECT_EQ(Library_().rowCount(), 3);
+    EXPECT_TRUE(QFileInfo::exists(In("fetched/MACHINE/.0012")));
+}
+
+TEST_F(HostFetch, SaysWhatTheServerDoesNotHave) {
+    Serve();
+    Fetch(QStringLiteral("7000"));
+    Finish();
+    EXPECT_THAT(Notice(), HasSubstr("nothing of what was asked for is there"));
+    EXPECT_EQ(Library_().rowCount(), 0);
+}
+
+TEST_F(HostFetch, StopsAtOnceWhenItIsClosedInTheMiddle) {
+    Serve({"--stall", "data"});
+    Fetch(QStringLiteral("1-9999"));
+    EXPECT_TRUE(window->IsBusy());
+    QTest::qWait(100);
+    QElapsedTimer taken;
+    taken.start();
+    window->close();
+    Start();
+    EXPECT_LT(taken.elapsed(), 5000);
+    EXPECT_FALSE(window->IsBusy());
+}
+
+/// Runs `user` as soon as a modal window is in front that it takes; the server takes its time.
+void WhenOpen(const std::function<bool(QWidget&)>& user) {
+    QTimer::singleShot(5, [user] {
+        QWidget* const front = QApplication::activeModalWidget();
+        if (front == nullptr || !front->isVisible() || !user(*front)) WhenOpen(user);
+    });
+}
+
+/// Chooses a name in the box that shows it of the server.
+void Choose(const QString& name) {
+    WhenOpen([name](QWidget& box) {
+        auto* const list = box.objectName() == QLatin1String("remote") ? box.findChild<QListWidget*>() : nullptr;
+        if (list == nullptr || list->findItems(name, Qt::MatchExactly).isEmpty()) return false;
+        list->setCurrentItem(list->findItems(name, Qt::MatchExactly).front());
+        Key(box, Qt::Key_Return);
+        return true;
+    });
+}
+
+/// Works the module's dialog of the FTP copy, which is open.
+void CopyOne(QWidget& dialog, const std::string& address, const QString& to) {
+    const auto at = [&](int control) -> QWidget& { return *dialog.findChild<QWidget*>(QString::number(control)); };
+    Click(at(kFtpAddressBox));
+    TypeText(dialog, QString::fromStdString(address));
+    Click(at(kFtpLocalDirBox));
+    TypeText(dialog, to);
+    Click(at(kFtpPassiveCheck));
+    Choose(QStringLiteral("MESSAGES"));
+    Choose(QStringLiteral(".0003"));
+    Click(at(kFtpBrowseRemoteButton));
+    EXPECT_EQ(dialog.findChild<QLineEdit*>(QString::number(kFtpFileEdit))->text(), QStringLiteral(".0003"));
+
+    WhenOpen([](QWidget& box) {
+        if (box.objectName() != QLatin1String("message_box")) return false;
+        EXPECT_THAT(static_cast<QMessageBox&>(box).text().toStdString(), HasSubstr("fetched"));
+        Key(box, Qt::Key_Return);
+        return true;
+    });
+    Click(at(kFtpExecuteButton));
+    dialog.close();
+}
+
+TEST_F(HostFetch, AnswersTheModulesDialog) {
+    Serve();
+    Then([&] {
+        QWidget& dialog = *QApplication::activeModalWidget();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        Then([&] {
+            QWidget& copy = *QApplication::activeModalWidget();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&copy));
+            CopyOne(copy, "127.0.0.1:" + std::to_string(server->Port()), In("copied"));
+        });
+        Click(*dialog.findChild<QWidget*>(QString::number(kFtpButton)));
+        dialog.close();
+    });
+    Trigger("import");
+    EXPECT_TRUE(QFileInfo::exists(In("copied/.0003")));
+}
+
+}  // namespace
+
+}  // namespace screen_test

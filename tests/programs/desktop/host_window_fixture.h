@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QLabel>
+#include <QListView>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+#include <filesystem>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "programs/desktop/screen_desktop.h"
+#include "programs/desktop/widgets/notice_bar.h"
+#include "programs/desktop/widgets/picture_view.h"
+#include "programs/desktop/windows/main_window.h"
+#include "host/library/library.h"
+#include "platform/script/memory_settings_store.h"
+#include "samples/disk/demo_disk.h"
+
+namespace screen_test {
+
+constexpr int kPatience_ms = 30000;
+
+/// The program's window over an empty library, beside the demonstration disk, with nobody's settings.
+class HostWindow : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        s_disk = std::make_unique<QTemporaryDir>();
+        samples::WriteDemonstrationDisk(Disk().toStdString());
+        s_count = std::distance(std::filesystem::directory_iterator(Disk().toStdString() + "/MESSAGES"), {});
+    }
+    static void TearDownTestSuite() { s_disk.reset(); }
+
+    HostWindow() {
+        SetSettingsStore(&settings);
+        Start();
+    }
+    ~HostWindow() override {
+        window.reset();
+        SetSettingsStore(nullptr);
+    }
+
+    void Start() {
+        window.reset();
+        window = std::make_unique<desktop::MainWindow>(desktop::Places{LibraryFile(), In("desktop.ini")});
+        window->show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+
+    static QString Disk() { return s_disk->filePath(QStringLiteral("NEWS")); }
+    QString In(const char* name) const { return home.filePath(QLatin1String(name)); }
+    std::string LibraryFile() const { return In("library.zellib").toStdString(); }
+
+    template <class Kind = QWidget>
+    Kind& Find(const char* name) {
+        return *window->findChild<Kind*>(QLatin1String(name));
+    }
+    QAbstractItemModel& Library_() { return *Find<QListView>("library").model(); }
+    desktop::PictureView& Picture() { return Find<desktop::PictureView>("picture"); }
+    std::string Notice() { return Find<desktop::NoticeBar>("notice").Text().toStdString(); }
+    void Trigger(const char* action) { Find<QAction>(action).trigger(); }
+
+    void Drop(const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &drop);
+    }
+
+    void Finish() {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !window->IsBusy(); }, kPatience_ms));
+    }
+    void Import(const QString& place) {
+        window->Open({place});
+        Finish();
+    }
+    std::vector<LibraryEntry> Recorded() { return Library(LibraryFile(), Library::Access::kRead).List(); }
+
+    QTemporaryDir home;
+    MemorySettingsStore settings;
+    std::unique_ptr<desktop::MainWindow> window;
+    inline static std::unique_ptr<QTemporaryDir> s_disk;
+    inline static std::ptrdiff_t s_count = 0;
+};
+
+}  // namespace screen_test

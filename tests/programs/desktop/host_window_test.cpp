@@ -1,0 +1,307 @@
+// The program's window, from a disk that is dropped to the picture and out again.
+#include <QClipboard>
+#include <QComboBox>
+#include <QDialog>
+#include <QDrag>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
+#include <QPointer>
+#include <QPushButton>
+#include <QTableView>
+#include <csignal>
+#include <fstream>
+
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+#include <sys/resource.h>
+
+#include "programs/desktop/host_window_fixture.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "host/run/dialog_script.h"
+#include "module/tools/zel_trans_batch.h"
+
+namespace screen_test {
+
+namespace {
+
+using testing::HasSubstr;
+
+TEST_F(HostWindow, TakesADroppedDiskFromStartToPicture) {
+    EXPECT_TRUE(Find("start_page").isVisible());
+    Drop({QUrl::fromLocalFile(Disk())});
+    EXPECT_TRUE(window->IsBusy());
+    EXPECT_TRUE(Find("stop").isVisible());
+    Finish();
+    EXPECT_FALSE(Find("start_page").isVisible());
+    EXPECT_EQ(Library_().rowCount(), s_count);
+    EXPECT_EQ(Recorded().front().key, (RecordingKey{"NEWS", 1}));
+    EXPECT_EQ(Picture().Shown().size(), QSize(720, 486));
+    EXPECT_EQ(Find<QTableView>("rows").model()->index(1, 3).data(), "Margit Alden");
+    EXPECT_EQ(Notice(), "");
+    const QModelIndex first = Library_().index(0, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !first.data(Qt::UserRole).value<QImage>().isNull(); }, kPatience_ms));
+    Import(Disk());
+    EXPECT_EQ(Find<QLabel>("task").text(), QStringLiteral("0 messages imported, %1 unchanged").arg(s_count));
+}
+
+TEST_F(HostWindow, TakesFontsFoldersAndFilesThatAreDropped) {
+    const auto at = [](const char* path) { return QUrl::fromLocalFile(Disk() + QLatin1String(path)); };
+    Drop({at("/MACHINE/.0012"), at("/MESSAGES/.0003"), QUrl(QStringLiteral("ftp://host/DISK"))});
+    Finish();
+    EXPECT_NE(window->findChild<QWidget*>(QStringLiteral("glyph_sheet")), nullptr);
+    EXPECT_EQ(Recorded().front().key, (RecordingKey{"NEWS", 3}));
+    EXPECT_THAT(Notice(), HasSubstr("Fetch over FTP"));
+    Drop({at("/MESSAGES")});
+    Finish();
+    EXPECT_EQ(Library_().rowCount(), s_count);
+}
+
+TEST_F(HostWindow, LetsThePictureBeDraggedOutWithItsAlpha) {
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    const std::string recorded = Library(LibraryFile(), Library::Access::kRead).Picture({"NEWS", 1});
+    QWidget& view = *Picture().viewport();
+    QTest::mousePress(&view, Qt::LeftButton, {}, view.rect().center());
+    QMouseEvent move(QEvent::MouseMove, view.rect().center() + QPoint(40, 0), view.mapToGlobal(QPoint()), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&view, &move);
+    // This platform ends a drag at once, and what was dragged goes with the next turn.
+    const auto* const drag = Picture().findChild<QDrag*>();
+    ASSERT_NE(drag, nullptr);
+    const QMimeData& data = *drag->mimeData();
+    EXPECT_EQ(data.data(QStringLiteral("image/png")).toStdString(), recorded);
+    EXPECT_EQ(qAlpha(qvariant_cast<QImage>(data.imageData()).pixel(120, 400)), 224);
+    QFile file(data.urls().value(0).toLocalFile());
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QFileInfo(file).fileName(), "NEWS 0001.png");
+    EXPECT_EQ(file.readAll().toStdString(), recorded);
+}
+
+TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
+    const QString other = In("other") + QStringLiteral("/NEWS");
+    std::filesystem::create_directories(other.toStdString());
+    std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0002", other.toStdString() + "/.0001");
+    std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0002", other.toStdString() + "/PROMO");
+    window->Open({Disk(), other});
+    Finish();
+    EXPECT_EQ(Library(LibraryFile(), Library::Access::kRead).Disks(),
+              (std::vector<std::string>{"NEWS", "NEWS (2)", "NEWS (2) PROMO"}));
+    Start();
+    Import(other);
+    EXPECT_EQ(static_cast<std::ptrdiff_t>(Recorded().size()), s_count + 2);
+}
+
+/// Works the module's batch dialog as soon as it is open.
+void EnterRange(const char* first, const char* last) {
+    const QPointer<QWidget> batch = QApplication::activeModalWidget();
+    if (!batch || batch->objectName() != QStringLiteral("dialog_%1").arg(kBatchDialog))
+        return Then([=] { EnterRange(first, last); });
+    EXPECT_TRUE(QTest::qWaitForWindowActive(batch));
+    for (const auto& [control, id] : {std::pair(kStartIdEdit, first), std::pair(kEndIdEdit, last)}) {
+        Click(*batch->findChild<QWidget*>(QString::number(control)));
+        Key(*batch, Qt::Key_A, Qt::ControlModifier);
+        TypeText(*batch, QLatin1String(id));
+    }
+    Click(*batch->findChild<QWidget*>(QString::number(IDOK)));
+    if (batch) batch->close();
+}
+
+/// Works the module's import dialog, which is open.
+void ImportOne(QWidget& dialog, const QString& disk, const QString& id) {
+    const auto type = [&](int control, const QString& text) {
+        Click(*dialog.findChild<QWidget*>(QString::number(control)));
+        Key(dialog, Qt::Key_A, Qt::ControlModifier);
+        TypeText(dialog, text);
+    };
+    type(kFontDirBox, disk + QStringLiteral("/MACHINE"));
+    type(kMessageDirBox, disk + QStringLiteral("/MESSAGES"));
+    type(kMessageIdEdit, id);
+    Click(*dialog.findChild<QWidget*>(QString::number(kReadButton)));
+}
+
+TEST_F(HostWindow, RecordsWhatTheModulesDialogImports) {
+    Then([&] {  // without boxes about the name lists: the host has some
+        QWidget& dialog = *QApplication::activeModalWidget();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        ImportOne(dialog, Disk(), QStringLiteral("3"));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return window->windowTitle() == "NEWS 0003 – ZelTrans"; }, kPatience_ms))
+            << "while the dialog is still open";
+        Then([] { EnterRange("1", "4"); });
+        Click(*dialog.findChild<QWidget*>(QString::number(kBatchButton)));
+        dialog.close();
+    });
+    Trigger("import");
+    std::vector<int> numbers;
+    for (const LibraryEntry& entry : Recorded()) numbers.push_back(entry.key.number);
+    EXPECT_THAT(numbers, testing::ElementsAre(1, 2, 3, 4));
+    EXPECT_EQ(Library_().rowCount(), 4);
+}
+
+struct BadPlace {
+    const char* name;
+    const char* path;  // below the home
+    const char* told;
+};
+
+TEST_F(HostWindow, SaysWhatIsWrongAndStaysUsable) {
+    std::filesystem::create_directories(In("empty").toStdString());
+    std::ofstream(In("letter.txt").toStdString()) << "Dear reader";
+    std::ofstream(In(".0012").toStdString()) << "xx";
+    for (const BadPlace& bad : {BadPlace{"a text", "letter.txt", "neither a message nor a font"},
+                                {"a file cut short", ".0012", "neither a message nor a font"},
+                                {"a folder without messages", "empty", "holds no messages"},
+                                {"nothing", "none", "there is no such file"}}) {
+        Import(In(bad.path));
+        EXPECT_THAT(Notice(), HasSubstr(bad.told)) << bad.name;
+        EXPECT_TRUE(Find("notice").isVisible()) << bad.name;
+    }
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    EXPECT_EQ(Library_().rowCount(), 1);
+    Import(Disk() + QStringLiteral("/MACHINE/.0012"));
+    EXPECT_NE(window->findChild<QWidget*>(QStringLiteral("glyph_sheet")), nullptr);
+}
+
+TEST_F(HostWindow, OutlivesALibraryThatIsHeldOrHasNoRoom) {
+    const QString message = Disk() + QStringLiteral("/MESSAGES/.0002");
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    sqlite3* other = nullptr;
+    sqlite3_open(LibraryFile().c_str(), &other);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    Import(message);
+    EXPECT_THAT(Notice(), HasSubstr("locked"));
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{4096, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    Import(message);
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_THAT(Notice(), HasSubstr("What was recorded stays"));
+    EXPECT_EQ(Recorded().size(), 1U);
+
+    Import(message);
+    EXPECT_EQ(Library_().rowCount(), 2);
+}
+
+TEST_F(HostWindow, LosesNothingWhenItIsClosedInTheMiddle) {
+    window->Open({Disk()});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Library_().rowCount() > 0; }, kPatience_ms));
+    window->close();
+    const auto kept = static_cast<std::ptrdiff_t>(Recorded().size());
+    EXPECT_GT(kept, 0);
+    Start();
+    EXPECT_EQ(Library_().rowCount(), kept);
+    Import(Disk());
+    EXPECT_EQ(Library_().rowCount(), s_count);
+    EXPECT_THAT(Find<QLabel>("task").text().toStdString(), HasSubstr(std::to_string(kept) + " unchanged"));
+}
+
+TEST_F(HostWindow, WorksByKeyboardAlone) {
+    Import(Disk());
+    Key(*window, Qt::Key_F, Qt::ControlModifier);
+    TypeText(*window, QStringLiteral("harbour mast"));
+    Key(*window, Qt::Key_Down);
+    EXPECT_EQ(Library_().rowCount(), 1);
+    EXPECT_EQ(window->windowTitle(), "NEWS 0001 – ZelTrans");
+    Key(*window, Qt::Key_C, Qt::ControlModifier);
+    const QMimeData& copied = *QApplication::clipboard()->mimeData();
+    EXPECT_EQ(copied.data(QStringLiteral("image/png")).toStdString(),
+              Library(LibraryFile(), Library::Access::kRead).Picture({"NEWS", 1}));
+    const QImage image = qvariant_cast<QImage>(copied.imageData());
+    EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
+    EXPECT_EQ(qAlpha(image.pixel(120, 400)), 224);
+
+    const double fitting = Picture().Zoom();
+    Key(*window, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_GT(Picture().Zoom(), fitting);
+    Key(*window, Qt::Key_1, Qt::ControlModifier);
+    EXPECT_EQ(Picture().Zoom(), 1.0);
+    Key(*window, Qt::Key_0, Qt::ControlModifier);
+    EXPECT_TRUE(Picture().FitsItself());
+    Key(*window, Qt::Key_5, Qt::AltModifier);
+    EXPECT_TRUE(Find("fonts").hasFocus());
+    Key(*window, Qt::Key_2, Qt::AltModifier);
+    Key(*window, Qt::Key_Right);
+    Key(*window, Qt::Key_Right);
+    EXPECT_THAT(Find<QLabel>("pointed").text().toStdString(), HasSubstr("“M”   code 77   font 0001 Lantern Bold 38"));
+}
+
+TEST_F(HostWindow, ShowsThePictureAsItIsAsked) {
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    QWidget& view = *Picture().viewport();
+    const auto empty = [&] { return view.grab().toImage().pixelColor(view.rect().center()); };
+    Trigger("white");
+    EXPECT_EQ(empty(), QColor(Qt::white));
+    Trigger("black");
+    EXPECT_EQ(empty(), QColor(Qt::black));
+    Trigger("white");
+    Trigger("key");
+    EXPECT_EQ(empty(), QColor(Qt::black));
+    EXPECT_EQ(Picture().Shown().pixelColor(120, 400), QColor(224, 224, 224));
+    Trigger("key");
+
+    Trigger("actual_pixels");
+    Trigger("aspect");
+    Picture().Fit();
+    QTest::mouseMove(&view, view.rect().center());
+    EXPECT_EQ(Find<QLabel>("pointed").text(), "NEWS 0001   NTSC, 486 lines   3 rows   3 fonts   0 tab fields");
+    const QPoint in_band(view.width() / 2, view.height() / 2 + qRound((410 - 243) * Picture().Zoom()));
+    QTest::mouseMove(&view, in_band);
+    EXPECT_THAT(Find<QLabel>("pointed").text().toStdString(), HasSubstr("font 0002 Lantern 28"));
+}
+
+TEST_F(HostWindow, ExportsWhatIsShown) {
+    Import(Disk());
+    Then([&] {
+        auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
+        dialog.findChild<QAbstractButton*>(QStringLiteral("shown"))->click();
+        for (int row = 0; auto* const item = dialog.findChild<QListWidget*>()->item(row); ++row)
+            item->setCheckState(item->text().startsWith(QLatin1String("json")) ? Qt::Checked : Qt::Unchecked);
+        dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("out"));
+        Key(dialog, Qt::Key_Return);
+    });
+    Trigger("export");
+    Finish();
+    EXPECT_EQ(Notice(), "");
+    EXPECT_TRUE(QFileInfo::exists(In("out/manifest.json")));
+    EXPECT_THAT(Find<QLabel>("task").text().toStdString(), HasSubstr(std::to_string(s_count) + " messages exported"));
+}
+
+TEST_F(HostWindow, ExportsByTheModulesBatchDialog) {
+    Import(Disk());
+    Then([&] {
+        QWidget& dialog = *QApplication::activeModalWidget();
+        dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("out"));
+        Then([&] { EnterRange("2", "40"); });
+        Key(dialog, Qt::Key_Return);
+    });
+    Trigger("batch_export");
+    EXPECT_EQ(Notice(), "");
+    EXPECT_THAT(Find<QLabel>("task").text().toStdString(),
+                HasSubstr(std::to_string(s_count - 1) + " messages exported"));
+}
+
+TEST_F(HostWindow, KeepsFetchDialogOpenUntilItCanBeTried) {
+    Then([&] {
+        auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
+        auto& url = *dialog.findChild<QLineEdit*>(QStringLiteral("url"));
+        url.setText(QStringLiteral("http://host/"));
+        Key(dialog, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_THAT(dialog.findChild<QLabel*>(QStringLiteral("trouble"))->text().toStdString(), HasSubstr("Address"));
+        url.setText(QStringLiteral("ftp://127.0.0.1:1/DISK"));
+        dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("fetched"));
+        Key(dialog, Qt::Key_Return);
+    });
+    Trigger("fetch");
+    Finish();
+    EXPECT_THAT(Notice(), HasSubstr("127.0.0.1"));
+}
+
+}  // namespace
+
+}  // namespace screen_test

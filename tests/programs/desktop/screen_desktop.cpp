@@ -1,0 +1,235 @@
+#include "programs/desktop/screen_desktop.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+#include "programs/desktop/dialogs/dialog_view.h"
+#include "programs/desktop/dialogs/screen_text.h"
+#include "platform/system/files.h"
+
+namespace screen_test {
+
+namespace {
+
+constexpr int kTypedByHand = 40;  // characters; what is longer is pasted
+
+QMessageBox::StandardButton ButtonOf(int id) {
+    switch (id) {
+        case IDCANCEL:
+            return QMessageBox::Cancel;
+        case IDABORT:
+            return QMessageBox::Abort;
+        case IDRETRY:
+            return QMessageBox::Retry;
+        case IDIGNORE:
+            return QMessageBox::Ignore;
+        case IDYES:
+            return QMessageBox::Yes;
+        case IDNO:
+            return QMessageBox::No;
+        default:
+            return QMessageBox::Ok;
+    }
+}
+
+void AnswerBox(int answer, const std::string& text, const std::string& caption) {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr) << "a box that nobody sees";
+    EXPECT_EQ(WithoutBreaks(box->text()).toStdString(), ScreenText(text).remove(u'\r').toStdString());
+    EXPECT_EQ(box->windowTitle().toStdString(), ScreenText(caption).toStdString());
+    QAbstractButton* const button = box->button(ButtonOf(answer));
+    if (button != nullptr) return Click(*button);
+    ADD_FAILURE() << "the box has no such button: " << answer;
+    box->done(0);
+}
+
+void AnswerFiles(int answer, const std::string& path) {
+    auto* const files = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(files, nullptr) << "a file dialog that nobody sees";
+    if (answer != IDOK) return Key(*files, Qt::Key_Escape);
+    files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QFile::decodeName(path.c_str()));
+    Click(*files->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open));
+}
+
+std::string ShownText(const QWidget& widget) {
+    if (const auto* const edit = qobject_cast<const QLineEdit*>(&widget)) return ModuleText(edit->text());
+    if (const auto* const combo = qobject_cast<const QComboBox*>(&widget)) return ModuleText(combo->currentText());
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget)) return ModuleText(button->text());
+    return {};
+}
+
+std::vector<std::string> ShownList(const QComboBox& combo) {
+    std::vector<std::string> list;
+    for (int i = 0; i < combo.count(); ++i) list.push_back(ModuleText(combo.itemText(i)));
+    return list;
+}
+
+}  // namespace
+
+void Click(QWidget& widget) {
+    const bool check =
+        qobject_cast<QAbstractButton*>(&widget) != nullptr && static_cast<QAbstractButton&>(widget).isCheckable();
+    const QPoint at = check ? QPoint(widget.height() / 2, widget.height() / 2) : widget.rect().center();
+    QTest::mouseClick(widget.window()->windowHandle(), Qt::LeftButton, {}, widget.mapTo(widget.window(), at));
+}
+
+void Key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(window.window()->windowHandle(), key, modifiers);
+}
+
+void TypeText(QWidget& window, const QString& text) {
+    if (text.size() > kTypedByHand) {
+        QGuiApplication::clipboard()->setText(text);
+        return Key(window, Qt::Key_V, Qt::ControlModifier);
+    }
+    for (const QChar c : text)
+        QTest::sendKeyEvent(QTest::Click, window.window()->windowHandle(), Qt::Key_unknown, QString(c), Qt::NoModifier);
+}
+
+void CompareWithControls(const DialogView& view) {
+    for (const auto& control : view.Controls()) {
+        CWnd* const window = CWnd::FromHandle(control->Handle());
+        if (window == nullptr) return;  // the dialog is over
+        const QWidget& widget = control->Widget();
+        SCOPED_TRACE(widget.objectName().toStdString());
+        EXPECT_EQ(widget.isVisible(), window->IsWindowVisible() != FALSE);
+        EXPECT_EQ(widget.isEnabled(), window->IsWindowEnabled() != FALSE);
+        CString text;
+        window->GetWindowText(text);
+        const ControlKind kind = control->Source().kind;
+        if (kind != ControlKind::static_text && kind != ControlKind::group_box && kind != ControlKind::list_box) {
+            EXPECT_EQ(ShownText(widget), ModuleText(ScreenText(text.GetString())));
+        }
+        if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget)) {
+            EXPECT_EQ(button->isChecked(), window->SendMessage(BM_GETCHECK) != 0);
+        }
+        if (const auto* const combo = qobject_cast<const QComboBox*>(&widget)) {
+            EXPECT_EQ(static_cast<LRESULT>(ShownList(*combo).size()), window->SendMessage(CB_GETCOUNT));
+        }
+    }
+}
+
+void Then(std::function<void()> user) {
+    QTimer::singleShot(0, std::move(user));
+}
+
+std::unique_ptr<HeadlessDesktop> MakeScreenDesktop() {
+    return std::make_unique<ScreenDesktop>();
+}
+
+ScreenDesktop::ScreenDesktop() {
+    SetDialogActor(this);
+}
+ScreenDesktop::~ScreenDesktop() {
+    SetDialogActor(nullptr);
+}
+
+int ScreenDesktop::ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) {
+    const int answer = HeadlessDesktop::ShowMessageBox(owner, text, caption, style);
+    Then([&] { AnswerBox(answer, text, caption); });
+    EXPECT_EQ(m_screen.ShowMessageBox(owner, text, caption, style), answer);
+    return answer;
+}
+
+void ScreenDesktop::RunModal(CDialog& dialog) {
+    Then([&] {
+        DialogView& view = *m_screen.Find(dialog);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
+        CompareWithControls(view);
+        view.Act(nullptr, [&] { HeadlessDesktop::RunModal(dialog); });
+    });
+    m_screen.RunModal(dialog);
+}
+
+int ScreenDesktop::RunFileDialog(CFileDialog& dialog, std::string& path) {
+    const int answer = HeadlessDesktop::RunFileDialog(dialog, path);
+    const std::string wanted = NativePath(path.c_str());
+    Then([&] { AnswerFiles(answer, wanted); });
+    EXPECT_EQ(m_screen.RunFileDialog(dialog, path), answer);
+    return answer;
+}
+
+bool ScreenDesktop::IsKeyDown(int virtualKey) {
+    const bool down = HeadlessDesktop::IsKeyDown(virtualKey);
+    if (down) {
+        QWindow* const window = QGuiApplication::focusWindow();
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+            QCoreApplication::postEvent(window, new QKeyEvent(type, Qt::Key_Escape, Qt::NoModifier));
+    }
+    EXPECT_EQ(m_screen.IsKeyDown(virtualKey), down);
+    return down;
+}
+
+void ScreenDesktop::SetWaitCursor(bool on) {
+    HeadlessDesktop::SetWaitCursor(on);
+    m_screen.SetWaitCursor(on);
+    EXPECT_EQ(QGuiApplication::overrideCursor() != nullptr, on);
+}
+
+void ScreenDesktop::Type(CDialog& dialog, CWnd& control, const std::string& text) {
+    DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return DialogActor::Type(dialog, control, text);
+    Click(view->Find(control.m_hWnd)->Widget());
+    Key(*view, Qt::Key_A, Qt::ControlModifier);
+    if (text.empty()) {
+        Key(*view, Qt::Key_Delete);
+    } else {
+        TypeText(*view, ScreenText(text));
+    }
+    CompareWithControls(*view);
+}
+
+void ScreenDesktop::Press(CDialog& dialog, CWnd& control) {
+    DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return DialogActor::Press(dialog, control);
+    Click(view->Find(control.m_hWnd)->Widget());
+    CompareWithControls(*view);
+}
+
+void ScreenDesktop::Choose(CDialog& dialog, CWnd& control, bool box, int index) {
+    DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return DialogActor::Choose(dialog, control, box, index);
+    QWidget& widget = view->Find(control.m_hWnd)->Widget();
+    auto* const combo = qobject_cast<QComboBox*>(&widget);
+    if (combo != nullptr) combo->showPopup();
+    QAbstractItemView& list = combo != nullptr ? *combo->view() : static_cast<QListWidget&>(widget);
+    const QModelIndex entry = list.model()->index(index, 0);
+    list.scrollTo(entry);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(entry).center());
+    CompareWithControls(*view);
+}
+
+void ScreenDesktop::PressEnter(CDialog& dialog, CWnd* button) {
+    DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return DialogActor::PressEnter(dialog, button);
+    Key(*view, Qt::Key_Return);
+    CompareWithControls(*view);
+}
+
+void ScreenDesktop::PressEscape(CDialog& dialog) {
+    DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return DialogActor::PressEscape(dialog);
+    Key(*view, Qt::Key_Escape);
+}
+
+void ScreenDesktop::Close(CDialog& dialog) {
+    DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return DialogActor::Close(dialog);
+    view->close();
+}
+
+}  // namespace screen_test

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+
+#include "programs/desktop/make_screen_desktop.h"
+#include "programs/desktop/qt_desktop.h"
+
+namespace screen_test {
+
+/// A desktop that is driven by the same script as one without a screen, while everything it is asked is really shown:
+/// the script's user presses the widgets' buttons, types into them, and answers the boxes that come. Each answer is
+/// compared with the script's, and each window with the controls that it shows.
+class ScreenDesktop : public HeadlessDesktop, private DialogActor {
+  public:
+    ScreenDesktop();
+    ~ScreenDesktop() override;
+
+    int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override;
+    void RunModal(CDialog& dialog) override;
+    int RunFileDialog(CFileDialog& dialog, std::string& path) override;
+    bool IsKeyDown(int virtualKey) override;
+    void SetWaitCursor(bool on) override;
+
+  private:
+    void Type(CDialog& dialog, CWnd& control, const std::string& text) override;
+    void Press(CDialog& dialog, CWnd& control) override;
+    void Choose(CDialog& dialog, CWnd& control, bool box, int index) override;
+    void PressEnter(CDialog& dialog, CWnd* button) override;
+    void PressEscape(CDialog& dialog) override;
+    void Close(CDialog& dialog) override;
+
+    QtDesktop m_screen;
+};
+
+/// Clicks a widget, or types a key into the active window, as the window system tells of it.
+void Click(QWidget& widget);
+void Key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void TypeText(QWidget& window, const QString& text);
+
+/// Fails unless every widget shows what its control holds.
+void CompareWithControls(const DialogView& view);
+
+/// Runs `user` as soon as the next window has come.
+void Then(std::function<void()> user);
+
+}  // namespace screen_test

@@ -1,0 +1,9 @@
+// The dialogs' own tests, on a screen.
+#include "programs/desktop/make_screen_desktop.h"
+#include "support/module_fixture.h"
+
+namespace {
+
+[[maybe_unused]] const auto g_headless = std::exchange(module_test::make_desktop, &screen_test::MakeScreenDesktop);
+
+}  // namespace
