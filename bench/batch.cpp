@@ -12,6 +12,8 @@
 #include "platform/script/memory_settings_store.h"
 #include "scratch_disk.h"
 
+using namespace zel;
+
 namespace {
 
 constexpr unsigned kMessages = 1000, kFonts = 4;
@@ -25,13 +27,13 @@ class BatchDisk {
             m_disk.WriteFont(font, RunCodedFont("Font " + std::to_string(font)));
         for (unsigned message = 1; message <= kMessages; ++message)
             m_disk.WriteMessage(message, FullMessage(8, 24, kFonts));
-        SetSettingsStore(&m_settings);
+        seam::SetSettingsStore(&m_settings);
     }
-    ~BatchDisk() { SetSettingsStore(nullptr); }
+    ~BatchDisk() { seam::SetSettingsStore(nullptr); }
 
     std::string Path(std::string_view name = "") const { return m_disk.Path(name); }
-    BatchRequest Request(unsigned last) const {
-        BatchRequest request;
+    run::BatchRequest Request(unsigned last) const {
+        run::BatchRequest request;
         request.disk = Path();
         request.ranges = {{"1", std::to_string(last)}};
         return request;
@@ -39,7 +41,7 @@ class BatchDisk {
 
   private:
     ScratchDisk m_disk;
-    MemorySettingsStore m_settings;
+    script::MemorySettingsStore m_settings;
 };
 
 const BatchDisk& TheDisk() {
@@ -48,17 +50,19 @@ const BatchDisk& TheDisk() {
 }
 
 /// Counts what was recorded.
-struct Counter : HostObserver {
-    void OnBatchItem(const BatchItem& item) override { recorded += item.outcome == ItemOutcome::kRecorded ? 1U : 0U; }
+struct Counter : host::HostObserver {
+    void OnBatchItem(const host::BatchItem& item) override {
+        recorded += item.outcome == host::ItemOutcome::kRecorded ? 1U : 0U;
+    }
     unsigned recorded = 0;
 };
 
 void RunNumbers(benchmark::State& state) {
-    const BatchRequest request = TheDisk().Request(kMessages);
+    const run::BatchRequest request = TheDisk().Request(kMessages);
     for (auto _ : state) {
         Counter counter;
-        HostObserver* const observers[] = {&counter};
-        RunBatch(request, observers);
+        host::HostObserver* const observers[] = {&counter};
+        run::RunBatch(request, observers);
         if (counter.recorded != kMessages) state.SkipWithError("not everything was recorded");
     }
 }
@@ -79,18 +83,18 @@ void ReadNumbers(benchmark::State& state) {
 BENCHMARK(ReadNumbers)->Name("batch/plain/raw")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 void RecordPictures(benchmark::State& state) {
-    const BatchRequest request = TheDisk().Request(kPictures);
+    const run::BatchRequest request = TheDisk().Request(kPictures);
     for (auto _ : state) {
         const ScratchDisk out;
-        FileDigests digests;
-        RecorderOptions options;
+        recorder::FileDigests digests;
+        recorder::RecorderOptions options;
         options.library = out.Path("library");
         options.context.font_directory = TheDisk().Path("MACHINE");
         options.jobs = std::thread::hardware_concurrency();
         unsigned recorded = 0;
-        BatchRecorder recorder(options, digests, [&recorded](const RecordedItem&) { ++recorded; });
-        HostObserver* const observers[] = {&recorder.Pictures(), &recorder};
-        RunBatch(request, observers);
+        recorder::BatchRecorder recorder(options, digests, [&recorded](const recorder::RecordedItem&) { ++recorded; });
+        host::HostObserver* const observers[] = {&recorder.Pictures(), &recorder};
+        run::RunBatch(request, observers);
         recorder.Finish();
         if (recorded != kPictures) state.SkipWithError("not everything was recorded");
     }
@@ -98,19 +102,19 @@ void RecordPictures(benchmark::State& state) {
 BENCHMARK(RecordPictures)->Name("batch/pictures/module")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 /// The pictures of the first messages.
-class Pictures : public HostObserver {
+class Pictures : public host::HostObserver {
   public:
     Pictures() {
-        HostObserver* const observers[] = {&m_composer, this};
-        RunBatch(TheDisk().Request(kPictures), observers);
+        host::HostObserver* const observers[] = {&m_composer, this};
+        run::RunBatch(TheDisk().Request(kPictures), observers);
     }
-    void OnMessage(const MessageRecord& /*message*/) override {
+    void OnMessage(const document::MessageRecord& /*message*/) override {
         if (auto picture = m_composer.TakePicture()) taken.push_back(std::move(*picture));
     }
-    std::vector<Picture> taken;
+    std::vector<picture::Picture> taken;
 
   private:
-    PictureComposer m_composer;
+    picture::PictureComposer m_composer;
 };
 
 void EncodeOnly(benchmark::State& state) {
@@ -122,7 +126,7 @@ void EncodeOnly(benchmark::State& state) {
         for (unsigned thread = 0; thread < std::thread::hardware_concurrency(); ++thread) {
             threads.emplace_back([&next] {
                 for (std::size_t i = next++; i < pictures.taken.size(); i = next++)
-                    benchmark::DoNotOptimize(EncodePng(pictures.taken[i]));
+                    benchmark::DoNotOptimize(picture::EncodePng(pictures.taken[i]));
             });
         }
     }

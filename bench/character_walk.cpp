@@ -1,14 +1,16 @@
 // The walk over a message's characters.
 #include <benchmark/benchmark.h>
 
-#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/font/format/font_blocks.h"
 #include "module/state/module_state.h"
 #include "platform/script/headless_desktop.h"
 #include "platform/script/memory_settings_store.h"
 #include "scratch_disk.h"
-#include "module/font/format/font_blocks.h"
+
+using namespace zel;
 
 namespace {
 
@@ -42,7 +44,7 @@ class Walked {
     ~Walked() {
         Register_GLV_OnChar(nullptr, std::string(MAX_PATH, '\0').data());
         for (tag_font_memory& slot : m_fonts.m_Slots) {
-            ReleaseFontBlocks(slot);
+            font::ReleaseFontBlocks(slot);
             delete slot.font_copy;
         }
     }
@@ -53,17 +55,17 @@ class Walked {
   private:
     /// The module's surroundings, put in place before the module's objects are made.
     struct InUse {
-        explicit InUse(HeadlessDesktop* desktop) {
-            SetDesktop(desktop);
-            SetSettingsStore(&settings);
+        explicit InUse(script::HeadlessDesktop* desktop) {
+            seam::SetDesktop(desktop);
+            seam::SetSettingsStore(&settings);
         }
         ~InUse() {
-            SetSettingsStore(nullptr);
-            SetDesktop(nullptr);
+            seam::SetSettingsStore(nullptr);
+            seam::SetDesktop(nullptr);
         }
-        MemorySettingsStore settings;
+        script::MemorySettingsStore settings;
     };
-    HeadlessDesktop m_desktop;
+    script::HeadlessDesktop m_desktop;
     InUse desktop_in_use;
     ScratchDisk m_disk;
     CZelTransDlg m_owner;

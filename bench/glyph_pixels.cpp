@@ -12,6 +12,8 @@
 #include <QImage>
 #endif
 
+using namespace zel;
+
 namespace {
 
 struct Glyph {
@@ -78,7 +80,7 @@ using Bytes = std::vector<std::uint8_t>;
 void Module(benchmark::State& state, const Glyph& (*get)()) {
     const Glyph& glyph = get();
     Run(state, glyph, [&glyph](Bytes& /*work*/, Bytes& bitmap) {
-        StraightenRowsReversed(glyph.pixels, glyph.width * 4, glyph.height, bitmap);
+        font::StraightenRowsReversed(glyph.pixels, glyph.width * 4, glyph.height, bitmap);
     });
 }
 

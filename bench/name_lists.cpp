@@ -11,6 +11,8 @@
 #include "platform/script/memory_settings_store.h"
 #include "scratch_disk.h"
 
+using namespace zel;
+
 namespace {
 
 constexpr unsigned kLines = 10000;
@@ -39,18 +41,18 @@ class Lists {
         char directory[MAX_PATH] = {};
         m_disk.Path("").copy(directory, sizeof directory - 1);
         Register_GLV_OnChar(nullptr, directory);
-        SetDesktop(&m_desktop);
-        SetSettingsStore(&m_settings);
+        seam::SetDesktop(&m_desktop);
+        seam::SetSettingsStore(&m_settings);
     }
     ~Lists() {
-        SetSettingsStore(nullptr);
-        SetDesktop(nullptr);
+        seam::SetSettingsStore(nullptr);
+        seam::SetDesktop(nullptr);
     }
     std::string Path(std::string_view name) const { return m_disk.Path(name); }
 
   private:
-    HeadlessDesktop m_desktop;
-    MemorySettingsStore m_settings;
+    script::HeadlessDesktop m_desktop;
+    script::MemorySettingsStore m_settings;
     ScratchDisk m_disk;
 };
 

@@ -11,6 +11,8 @@
 
 #include "scratch_disk.h"
 
+using namespace zel;
+
 namespace {
 
 struct Ended {

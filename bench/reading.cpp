@@ -6,11 +6,13 @@
 #include <unistd.h>
 
 #include "module/contract/zel_font.h"
+#include "module/font/format/font_blocks.h"
+#include "module/message/cfile_bytes.h"
 #include "module/message/format/message_loader.h"
 #include "platform/framework/cfile.h"
 #include "scratch_disk.h"
-#include "module/font/format/font_blocks.h"
-#include "module/message/cfile_bytes.h"
+
+using namespace zel;
 
 namespace {
 
@@ -56,17 +58,17 @@ void ReadMessage(benchmark::State& state) {
     for (auto _ : state) {
         CFile file;
         if (!file.Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone)) state.SkipWithError("not opened");
-        CFileBytes file_bytes(file);
-        ByteSource source(file_bytes);
-        LoadedMessage message;
-        if (LoadMessage(source, message) != MessageOutcome::kRead) state.SkipWithError("not read");
+        message::CFileBytes file_bytes(file);
+        message::ByteSource source(file_bytes);
+        message::LoadedMessage message;
+        if (message::LoadMessage(source, message) != message::MessageOutcome::kRead) state.SkipWithError("not read");
         benchmark::DoNotOptimize(message.rows.get());
     }
 }
 BENCHMARK(ReadMessage)->Name("message/module");
 
 void Release(CZelFont& fonts) {
-    ReleaseFontBlocks(fonts.m_Slots[0]);
+    font::ReleaseFontBlocks(fonts.m_Slots[0]);
     delete fonts.m_Slots[0].font_copy;
     fonts.m_Slots[0] = tag_font_memory();
 }

@@ -10,6 +10,8 @@
 #include "module/contract/zel_font.h"
 #include "scratch_disk.h"
 
+using namespace zel;
+
 namespace {
 
 constexpr unsigned kCode = 65;

@@ -11,6 +11,8 @@
 
 #include "samples/write_file.h"
 
+using namespace zel;
+
 namespace {
 
 // How much of a pixel a ring covers, 0 to 255: the shape of a round letter.

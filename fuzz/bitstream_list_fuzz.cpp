@@ -7,16 +7,18 @@
 #include "module_room.h"
 #include "samples/name_lists.h"
 
+using namespace zel;
+
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::ModuleRoom room;
     const std::string text = fuzz::AsText({data, size});
     std::map<std::uint16_t, std::string> entries;
-    TextLines lines(text);
+    fontmap::TextLines lines(text);
     lines.SkipHeadings();
-    BitstreamLineReader reader;
-    BitstreamEntry entry;
+    fontmap::BitstreamLineReader reader;
+    fontmap::BitstreamEntry entry;
     while (const auto line = lines.Next()) {
-        fuzz::Require(line->size() <= TextLines::kMaxLine, "a line's length");
+        fuzz::Require(line->size() <= fontmap::TextLines::kMaxLine, "a line's length");
         if (!reader.Read(*line, entry)) continue;
         fuzz::Require(entry.number <= 9999, "a number");
         std::string& name = entries[entry.number];

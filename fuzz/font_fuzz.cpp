@@ -6,14 +6,16 @@
 #include <memory>
 #include <vector>
 
+#include "module/font/format/convert_char_entry.h"
+#include "module/font/format/convert_font_header.h"
+#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "module_room.h"
 #include "platform/framework/exceptions.h"
 #include "samples/font_writer.h"
 #include "section_mutator.h"
-#include "module/font/format/convert_font_header.h"
-#include "module/font/format/convert_char_entry.h"
-#include "module/font/format/font_blocks.h"
+
+using namespace zel;
 
 namespace {
 
@@ -30,7 +32,7 @@ void CheckWrittenAgain(const tag_char_entry& entry) {
                                          .glyph_top = static_cast<unsigned>(entry.Top()),
                                          .glyph_metric = static_cast<unsigned>(entry.Metric()),
                                          .glyph_offset = entry.glyph_offset};
-    const tag_char_entry again = ConvertCharEntry(samples::WriteCharEntry(description));
+    const tag_char_entry again = font::ConvertCharEntry(samples::WriteCharEntry(description));
     Require(std::memcmp(&again, &entry, sizeof entry) == 0, "a directory entry");
 }
 
@@ -82,7 +84,7 @@ void ReadSamples(fuzz::Input file) {
     std::fseek(stream.get(), kHead, SEEK_SET);
     tag_graphic_rectangle samples[2];
     try {
-        CZelFont().write_sample_data(stream.get(), &samples[0], &samples[1], ConvertSampleHead(file));
+        CZelFont().write_sample_data(stream.get(), &samples[0], &samples[1], font::ConvertSampleHead(file));
     } catch (CException* short_row) {
         short_row->Delete();
     }
@@ -125,12 +127,12 @@ samples::Bytes Describe(fuzz::Random& random) {
     return samples::WriteFont(font);
 }
 
-void Observe(fuzz::Input file, SectionObserver& sections) {
-    ByteSource source(file);
+void Observe(fuzz::Input file, message::SectionObserver& sections) {
+    message::ByteSource source(file);
     tag_font_memory slot;
     bool tessor = false;
-    LoadFont(source, slot, tessor, &sections);
-    ReleaseFontBlocks(slot);
+    font::LoadFont(source, slot, tessor, &sections);
+    font::ReleaseFontBlocks(slot);
 }
 
 }  // namespace

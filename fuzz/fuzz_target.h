@@ -13,7 +13,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
                                                unsigned seed);
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t max_size);
 
-namespace fuzz {
+namespace zel::fuzz {
 
 using Input = std::span<const std::uint8_t>;
 
@@ -24,4 +24,4 @@ inline void Require(bool holds, const char* what) {
     std::abort();
 }
 
-}  // namespace fuzz
+}  // namespace zel::fuzz

@@ -5,6 +5,8 @@
 #include "host/ftp/listing.h"
 #include "host/ftp/remote_name.h"
 
+using namespace zel;
+
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     constexpr ftp::ListingLimits kLimits{.bytes = 4096, .line_bytes = 128, .entries = 32};

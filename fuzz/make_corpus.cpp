@@ -9,6 +9,8 @@
 #include "samples/name_lists.h"
 #include "samples/write_file.h"
 
+using namespace zel;
+
 namespace {
 
 std::filesystem::path g_corpus;

@@ -1,16 +1,18 @@
 // Message files: read, given templates, and walked character by character.
 #include <algorithm>
 
-#include "module/message/format/big_endian_cursor.h"
-#include "module/message/format/message_loader.h"
 #include "module/contract/zel_message.h"
-#include "module_room.h"
+#include "module/message/format/big_endian_cursor.h"
+#include "module/message/format/convert_row.h"
+#include "module/message/format/message_loader.h"
 #include "module/state/module_state.h"
+#include "module_room.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 #include "samples/name_lists.h"
 #include "section_mutator.h"
-#include "module/message/format/convert_row.h"
+
+using namespace zel;
 
 namespace {
 
@@ -65,7 +67,7 @@ void CheckWrittenAgain(const tag_msg_row& row) {
     text.row_top = static_cast<unsigned>(row.Top());
     text.char_count = static_cast<unsigned>(row.CharCount());
     text.row_bottom = static_cast<unsigned>(row.Bottom());
-    const RowHead again = ConvertRowHead(samples::WriteRowHead(text));
+    const RowHead again = message::ConvertRowHead(samples::WriteRowHead(text));
     Require(again.word0 == (row.word0 & 0xFFC4) && again.word1 == row.word1 && again.word2 == row.word2, "a row head");
     for (const tag_msg_char& character : std::span(row.chars).first(static_cast<std::size_t>(row.CharCount()))) {
         samples::CharCell cell;
@@ -77,7 +79,7 @@ void CheckWrittenAgain(const tag_msg_row& row) {
         cell.char_font = static_cast<unsigned>(character.Font());
         cell.char_code = static_cast<unsigned>(character.Code());
         cell.next_char = static_cast<unsigned>(character.Next());
-        const tag_msg_char same = ConvertMsgChar(samples::WriteCharCell(cell));
+        const tag_msg_char same = message::ConvertMsgChar(samples::WriteCharCell(cell));
         Require(same.word0 == (character.word0 & 0xFFC6) && same.word1 == (character.word1 & 0xFFF8) &&
                     same.word2 == character.word2 && same.word3 == (character.word3 & 0xFC00),
                 "a character record");
@@ -115,18 +117,20 @@ samples::Bytes Describe(fuzz::Random& random) {
 /// Whether a file announces more rows than are of use here.
 bool AnnouncesTooMuch(fuzz::Input file) {
     constexpr std::size_t kFlashFont = 136 + 16, kFlashHeader = kFlashFont + 8, kFlashSize = 8 + 128 + 1920;
-    const auto u32 = [file](std::size_t at) { return BigEndianCursor(file.subspan(std::min(at, file.size()))).U32(); };
+    const auto u32 = [file](std::size_t at) {
+        return message::BigEndianCursor(file.subspan(std::min(at, file.size()))).U32();
+    };
     std::uint64_t header = kFlashFont;
     if ((u32(136) >> 16 & kSectionFlashFont) != 0)
         header += kFlashSize + std::uint64_t{u32(kFlashHeader + 98)} + u32(kFlashHeader + 120);
     return header < file.size() && u32(static_cast<std::size_t>(header) + 4) >> 16 >= kMostRows;
 }
 
-void Observe(fuzz::Input file, SectionObserver& sections) {
+void Observe(fuzz::Input file, message::SectionObserver& sections) {
     if (AnnouncesTooMuch(file)) return;
-    ByteSource source(file);
-    LoadedMessage message;
-    LoadMessage(source, message, &sections);
+    message::ByteSource source(file);
+    message::LoadedMessage message;
+    message::LoadMessage(source, message, &sections);
 }
 
 }  // namespace

@@ -6,12 +6,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "module/font/format/font_blocks.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cdialog.h"
 #include "platform/system/files.h"
-#include "module/font/format/font_blocks.h"
 
-namespace fuzz {
+namespace zel::fuzz {
 
 int SilentDesktop::ShowMessageBox(HWND, const std::string&, const std::string&, UINT style) {
     const UINT buttons = style & 0xF;
@@ -36,16 +36,16 @@ ModuleRoom::ModuleRoom() {
             .string();
     Require(mkdtemp(name.data()) != nullptr, "a scratch directory");
     m_directory = name;
-    MountDrive('D', name);
-    SetDesktop(&m_desktop);
-    SetSettingsStore(&m_settings);
+    system::MountDrive('D', name);
+    seam::SetDesktop(&m_desktop);
+    seam::SetSettingsStore(&m_settings);
     char map_dir[MAX_PATH] = "D:\\";
     Register_GLV_OnChar(nullptr, map_dir);
 }
 
 ModuleRoom::~ModuleRoom() {
-    SetSettingsStore(nullptr);
-    SetDesktop(nullptr);
+    seam::SetSettingsStore(nullptr);
+    seam::SetDesktop(nullptr);
     std::error_code ignored;
     std::filesystem::remove_all(m_directory, ignored);
 }
@@ -66,7 +66,7 @@ bool ModuleRoom::ReadFont(CZelFont& fonts, int number, int slot) {
 
 void ModuleRoom::Release(tag_font_memory& slot) {
     delete slot.font_copy;
-    ReleaseFontBlocks(slot);
+    font::ReleaseFontBlocks(slot);
     slot = tag_font_memory();
 }
 
@@ -78,4 +78,4 @@ std::string AsText(Input bytes) {
     return text;
 }
 
-}  // namespace fuzz
+}  // namespace zel::fuzz

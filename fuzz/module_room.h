@@ -4,16 +4,16 @@
 #include <string>
 #include <string_view>
 
-#include "module/contract/zel_trans_dlg.h"
-#include "module/contract/zel_font.h"
 #include "fuzz_target.h"
-#include "platform/seam/desktop.h"
+#include "module/contract/zel_font.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "platform/script/memory_settings_store.h"
+#include "platform/seam/desktop.h"
 
-namespace fuzz {
+namespace zel::fuzz {
 
 /// A user who answers OK, or Yes where it is asked, and picks D:\.0001 for a file. Keeps nothing.
-class SilentDesktop : public Desktop {
+class SilentDesktop : public seam::Desktop {
   public:
     int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override;
     void RunModal(CDialog& dialog) override;
@@ -45,11 +45,11 @@ class ModuleRoom {
 
   private:
     SilentDesktop m_desktop;
-    MemorySettingsStore m_settings;
+    script::MemorySettingsStore m_settings;
     std::filesystem::path m_directory;
 };
 
 /// What a text file's bytes give when it is read as text: up to the mark of a text's end, CR LF as LF.
 std::string AsText(Input bytes);
 
-}  // namespace fuzz
+}  // namespace zel::fuzz

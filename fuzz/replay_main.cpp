@@ -11,6 +11,8 @@
 
 #include "fuzz_target.h"
 
+using namespace zel;
+
 #pragma weak LLVMFuzzerCustomMutator
 
 namespace {

@@ -5,9 +5,11 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "module/font/format/straighten.h"
 #include "fuzz_target.h"
 #include "host/picture/rgba_file.h"
+#include "module/font/format/straighten.h"
+
+using namespace zel;
 
 namespace {
 
@@ -15,18 +17,18 @@ namespace {
 void CheckPaths(fuzz::Input bytes) {
     const std::size_t count = bytes.size() / 4;
     std::vector<std::uint8_t> first(count * 4), other(count * 4);
-    for (const straighten::Path& path : straighten::Paths()) {
+    for (const font::straighten::Path& path : font::straighten::Paths()) {
         path.Convert(bytes.data(), other.data(), count);
-        if (&path == &straighten::Paths().front()) first = other;
+        if (&path == &font::straighten::Paths().front()) first = other;
         fuzz::Require(other == first, path.name);
     }
 }
 
 /// A file gives what its bytes give.
-void CheckFile(fuzz::Input bytes, const RgbaPicture& read) {
+void CheckFile(fuzz::Input bytes, const picture::RgbaPicture& read) {
     static const int file = ::memfd_create("rgba", MFD_CLOEXEC);
     fuzz::Require(::ftruncate(file, 0) == 0 && ::pwrite(file, bytes.data(), bytes.size(), 0) >= 0, "a file in memory");
-    const RgbaPicture again = ReadRgbaFile("/proc/self/fd/" + std::to_string(file));
+    const picture::RgbaPicture again = picture::ReadRgbaFile("/proc/self/fd/" + std::to_string(file));
     fuzz::Require(again.trouble == read.trouble && again.picture.has_value() == read.picture.has_value(),
                   "one outcome");
     fuzz::Require(!read.picture || again.picture->rgba == read.picture->rgba, "one picture");
@@ -36,13 +38,13 @@ void CheckFile(fuzz::Input bytes, const RgbaPicture& read) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     CheckPaths({data, size});
-    const RgbaPicture read = ConvertRgbaFile({data, size});
+    const picture::RgbaPicture read = picture::ConvertRgbaFile({data, size});
     CheckFile({data, size}, read);
     fuzz::Require(read.picture.has_value() == read.trouble.empty(), "a picture or a reason");
     if (!read.picture) return 0;
-    const Picture& picture = *read.picture;
-    fuzz::Require(picture.width > 0 && picture.width <= kLargestRgbaSide && picture.height > 0 &&
-                      picture.height <= kLargestRgbaSide,
+    const picture::Picture& picture = *read.picture;
+    fuzz::Require(picture.width > 0 && picture.width <= picture::kLargestRgbaSide && picture.height > 0 &&
+                      picture.height <= picture::kLargestRgbaSide,
                   "a size in range");
     fuzz::Require(
         picture.rgba.size() == static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height) * 4,

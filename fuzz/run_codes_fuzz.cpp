@@ -2,31 +2,36 @@
 #include <algorithm>
 #include <vector>
 
-#include "module/font/format/run_codes.h"
 #include "fuzz_target.h"
+#include "module/font/format/run_codes.h"
 #include "samples/run_codes.h"
+
+using namespace zel;
 
 namespace {
 
 using fuzz::Require;
 
-constexpr RunColour kColours[] = {{1, 2, 3}, {255, 255, 255}, {0, 200, 0}, {9, 9, 9}};
-constexpr RunColours kSet{kColours, {0, 0, 0}};
+constexpr font::RunColour kColours[] = {{1, 2, 3}, {255, 255, 255}, {0, 200, 0}, {9, 9, 9}};
+constexpr font::RunColours kSet{kColours, {0, 0, 0}};
 constexpr int kMostPixels = 1 << 18;
 
-std::vector<std::uint8_t> Draw(fuzz::Input codes, GlyphSize size) {
+std::vector<std::uint8_t> Draw(fuzz::Input codes, font::GlyphSize size) {
     std::vector<std::uint8_t> pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height) * 4);
     std::vector<std::uint8_t> filled(pixels.size(), 0xEE);
-    DrawRunCodes(RunCodeReader(codes, 0), kSet, {pixels.data(), size.width * 4, size.width, size.height});
-    DrawRunCodes(RunCodeReader(codes, 0), kSet, {filled.data(), size.width * 4, size.width, size.height, 0});
+    font::DrawRunCodes(font::RunCodeReader(codes, 0), kSet, {pixels.data(), size.width * 4, size.width, size.height});
+    font::DrawRunCodes(font::RunCodeReader(codes, 0), kSet,
+                       {filled.data(), size.width * 4, size.width, size.height, 0});
     Require(filled == pixels, "a fill is what would have stood there");
     return pixels;
 }
 
 void CheckAsTheyCome(fuzz::Input codes) {
-    const GlyphSize size = MeasureRunCodes(RunCodeReader(codes, 0));
-    for (const MeasurePath& path : MeasurePaths()) Require(size == path.measure(RunCodeReader(codes, 0)), path.name);
-    Require(size.width >= 0 && size.width % 4 == 0 && size.height >= 2 && size.height <= kMaxGlyphLines + 2, "a size");
+    const font::GlyphSize size = font::MeasureRunCodes(font::RunCodeReader(codes, 0));
+    for (const font::MeasurePath& path : font::MeasurePaths())
+        Require(size == path.measure(font::RunCodeReader(codes, 0)), path.name);
+    Require(size.width >= 0 && size.width % 4 == 0 && size.height >= 2 && size.height <= font::kMaxGlyphLines + 2,
+            "a size");
     if (size.width * size.height > kMostPixels) return;
     const std::vector<std::uint8_t> pixels = Draw(codes, size);
     const auto first_row = std::span(pixels).first(static_cast<std::size_t>(size.width) * 4);
@@ -41,7 +46,7 @@ void CheckPicture(fuzz::Input bytes) {
     face.alpha.assign(bytes.begin() + 1, bytes.end());
     face.height = std::min(static_cast<unsigned>(face.alpha.size()) / face.width, 64U);
     const samples::Bytes codes = samples::RunCodeBytes(samples::EncodeFace(face));
-    const GlyphSize size = MeasureRunCodes(RunCodeReader(codes, 0));
+    const font::GlyphSize size = font::MeasureRunCodes(font::RunCodeReader(codes, 0));
     const std::vector<std::uint8_t> pixels = Draw(codes, size);
     for (unsigned y = 0; y < face.height; ++y) {
         for (unsigned x = 0; x < face.width; ++x) {

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-namespace fuzz {
+namespace zel::fuzz {
 
 namespace {
 
@@ -14,7 +14,7 @@ struct Stretch {
     std::size_t offset, size;
 };
 
-class Sections : public SectionObserver {
+class Sections : public message::SectionObserver {
   public:
     void OnSection(const char*, std::uint64_t offset, std::uint64_t, std::uint64_t present) override {
         if (present != 0 && list.size() < kMaxListed)
@@ -67,4 +67,4 @@ std::size_t MutateSections(const Format& format, std::uint8_t* data, std::size_t
     return size;
 }
 
-}  // namespace fuzz
+}  // namespace zel::fuzz

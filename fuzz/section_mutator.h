@@ -6,7 +6,7 @@
 #include "module/message/format/section_observer.h"
 #include "samples/byte_writer.h"
 
-namespace fuzz {
+namespace zel::fuzz {
 
 using Random = std::minstd_rand;
 
@@ -19,7 +19,7 @@ unsigned HostileValue(Random& random);
 /// How a mutator sees one of the two binary formats.
 struct Format {
     /// Tells the observer the sections that a file has.
-    void (*observe)(Input file, SectionObserver& sections);
+    void (*observe)(Input file, message::SectionObserver& sections);
     /// A new file of sections that are valid, with hostile values in them.
     samples::Bytes (*describe)(Random& random);
 };
@@ -29,4 +29,4 @@ struct Format {
 std::size_t MutateSections(const Format& format, std::uint8_t* data, std::size_t size, std::size_t max_size,
                            unsigned seed);
 
-}  // namespace fuzz
+}  // namespace zel::fuzz

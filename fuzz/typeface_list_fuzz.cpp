@@ -7,20 +7,22 @@
 #include "module_room.h"
 #include "samples/name_lists.h"
 
+using namespace zel;
+
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const fuzz::ModuleRoom room;
     const std::string text = fuzz::AsText({data, size});
     std::map<std::string, std::string, std::less<>> entries;
-    TextLines lines(text);
+    fontmap::TextLines lines(text);
     lines.SkipHeadings();
     while (const auto line = lines.Next()) {
-        const auto entry = ReadTypefaceLine(*line);
+        const auto entry = fontmap::ReadTypefaceLine(*line);
         if (!entry) continue;
         const std::string written = samples::TypefaceList().Typeface(entry->typeface, entry->bitstream_name).Written();
-        TextLines again(written);
+        fontmap::TextLines again(written);
         again.SkipHeadings();
-        if (const auto whole = again.Next(); whole->size() < TextLines::kMaxLine) {
-            const auto same = ReadTypefaceLine(*whole);
+        if (const auto whole = again.Next(); whole->size() < fontmap::TextLines::kMaxLine) {
+            const auto same = fontmap::ReadTypefaceLine(*whole);
             fuzz::Require(same && same->typeface == entry->typeface && same->bitstream_name == entry->bitstream_name,
                           "an entry written and read");
         }

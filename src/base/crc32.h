@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <span>
 
+namespace zel::base {
+
 namespace crc32_detail {
 
 /// Remainders of each byte under the polynomial 0xEDB88320, the reflected one of zlib and PNG.
@@ -26,3 +28,5 @@ constexpr std::uint32_t Crc32(std::span<const std::uint8_t> bytes) noexcept {
     for (const std::uint8_t byte : bytes) value = crc32_detail::kTable[(value ^ byte) & 0xFF] ^ value >> 8;
     return ~value;
 }
+
+}  // namespace zel::base

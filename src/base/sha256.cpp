@@ -11,6 +11,8 @@
 #include <nettle/base16.h>
 #include <nettle/sha2.h>
 
+namespace zel::base {
+
 namespace {
 
 class Digest {
@@ -71,3 +73,5 @@ std::string Sha256Raw(std::string_view bytes) {
     digest.Add(bytes);
     return digest.Take();
 }
+
+}  // namespace zel::base

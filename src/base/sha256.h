@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace zel::base {
+
 /// SHA-256 as 64 hexadecimal digits, lower case.
 std::string Sha256(std::string_view bytes);
 
@@ -13,3 +15,5 @@ std::string Sha256OfFile(const std::filesystem::path& file);
 
 /// SHA-256 as its 32 bytes.
 std::string Sha256Raw(std::string_view bytes);
+
+}  // namespace zel::base

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+namespace zel::base {
+
 namespace {
 
 /// A path that stands for itself: a name of SQLite's own, such as :memory: or a URI, is never absolute.
@@ -138,3 +140,5 @@ int SqliteDatabase::Changes() const {
 std::int64_t SqliteDatabase::LastRow() const {
     return sqlite3_last_insert_rowid(m_handle.get());
 }
+
+}  // namespace zel::base

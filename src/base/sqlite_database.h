@@ -10,6 +10,8 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
+namespace zel::base {
+
 /// One SQL statement that is being run. Values are bound and read in the order of the statement. A statement that could
 /// not be made, or failed, has no rows and isn't done.
 class SqliteStatement {
@@ -98,3 +100,5 @@ class SqliteTransaction {
     SqliteDatabase& m_database;
     bool m_open;
 };
+
+}  // namespace zel::base

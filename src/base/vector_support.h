@@ -6,6 +6,8 @@
 #if defined(__SSE2__)
 #include <immintrin.h>
 
+namespace zel::base {
+
 #define ZEL_AVX2 __attribute__((target("avx2,fma")))
 #define ZEL_VBMI __attribute__((target("avx512bw,avx512vbmi,avx512vbmi2")))
 
@@ -22,3 +24,5 @@ inline bool HasVbmi() noexcept {
     return has;
 }
 #endif
+
+}  // namespace zel::base

@@ -9,6 +9,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace zel::base {
+
 namespace {
 
 /// An open file that has no name until it is whole, so that a program that is killed leaves nothing behind; where the
@@ -82,3 +84,5 @@ void WriteWholeFile(const std::filesystem::path& file, std::string_view bytes) {
     const int error = errno;
     throw std::runtime_error(file.string() + ": could not be written: " + std::generic_category().message(error));
 }
+
+}  // namespace zel::base

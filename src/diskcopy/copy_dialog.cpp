@@ -4,38 +4,44 @@
 #include <cerrno>
 #include <string_view>
 
+#include "base/fold_case.h"
 #include "diskcopy/copy_controls.h"
 #include "diskcopy/copy_log.h"
-#include "base/fold_case.h"
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/message_box.h"
 #include "platform/system/files.h"
 #include "platform/system/keys.h"
 
+namespace zel::diskcopy {
+
+namespace ctl = framework::ctl;
+
 namespace {
 
 constexpr char kCaption[] = "Copy Zelmara! Files";
 
-constexpr ControlTemplate kControls[] = {
-    {IDC_STATIC, ControlKind::static_text, "Copy &from :", 7, 9, 44, 10, ctl_none},
-    {kCopySourceEdit, ControlKind::edit, nullptr, 54, 7, 190, 14, ctl_tab_stop | ctl_auto_scroll},
-    {kCopySourceBrowse, ControlKind::push_button, "&Browse", 250, 7, 53, 14, ctl_tab_stop},
-    {IDC_STATIC, ControlKind::static_text, "Copy &to :", 7, 27, 44, 10, ctl_none},
-    {kCopyTargetEdit, ControlKind::edit, nullptr, 54, 25, 190, 14, ctl_tab_stop | ctl_auto_scroll},
-    {kCopyTargetBrowse, ControlKind::push_button, "B&rowse", 250, 25, 53, 14, ctl_tab_stop},
-    {IDC_STATIC, ControlKind::static_text, "Files that are there already :", 7, 45, 100, 10, ctl_none},
-    {kCopySkipRadio, ControlKind::radio_button, "&Skip", 110, 44, 40, 11, ctl_auto | ctl_group | ctl_tab_stop},
-    {kCopyOverwriteRadio, ControlKind::radio_button, "&Overwrite", 154, 44, 60, 11, ctl_auto},
-    {IDC_STATIC, ControlKind::static_text, "Files to &copy :", 7, 60, 100, 10, ctl_group},
-    {kCopyFileList, ControlKind::list_box, nullptr, 7, 71, 237, 110, ctl_tab_stop},
-    {kCopyShowButton, ControlKind::push_button, "Sho&w Files", 250, 71, 53, 16, ctl_tab_stop},
-    {IDOK, ControlKind::default_button, "Co&py", 250, 143, 53, 16, ctl_tab_stop},
-    {IDCANCEL, ControlKind::push_button, "Close", 250, 165, 53, 16, ctl_tab_stop},
-    {kCopyStatus, ControlKind::static_text, "", 7, 186, 296, 11, ctl_static_edge},
+constexpr framework::ControlTemplate kControls[] = {
+    {IDC_STATIC, framework::ControlKind::static_text, "Copy &from :", 7, 9, 44, 10, ctl::none},
+    {kCopySourceEdit, framework::ControlKind::edit, nullptr, 54, 7, 190, 14, ctl::tab_stop | ctl::auto_scroll},
+    {kCopySourceBrowse, framework::ControlKind::push_button, "&Browse", 250, 7, 53, 14, ctl::tab_stop},
+    {IDC_STATIC, framework::ControlKind::static_text, "Copy &to :", 7, 27, 44, 10, ctl::none},
+    {kCopyTargetEdit, framework::ControlKind::edit, nullptr, 54, 25, 190, 14, ctl::tab_stop | ctl::auto_scroll},
+    {kCopyTargetBrowse, framework::ControlKind::push_button, "B&rowse", 250, 25, 53, 14, ctl::tab_stop},
+    {IDC_STATIC, framework::ControlKind::static_text, "Files that are there already :", 7, 45, 100, 10, ctl::none},
+    {kCopySkipRadio, framework::ControlKind::radio_button, "&Skip", 110, 44, 40, 11,
+     ctl::automatic | ctl::group | ctl::tab_stop},
+    {kCopyOverwriteRadio, framework::ControlKind::radio_button, "&Overwrite", 154, 44, 60, 11, ctl::automatic},
+    {IDC_STATIC, framework::ControlKind::static_text, "Files to &copy :", 7, 60, 100, 10, ctl::group},
+    {kCopyFileList, framework::ControlKind::list_box, nullptr, 7, 71, 237, 110, ctl::tab_stop},
+    {kCopyShowButton, framework::ControlKind::push_button, "Sho&w Files", 250, 71, 53, 16, ctl::tab_stop},
+    {IDOK, framework::ControlKind::default_button, "Co&py", 250, 143, 53, 16, ctl::tab_stop},
+    {IDCANCEL, framework::ControlKind::push_button, "Close", 250, 165, 53, 16, ctl::tab_stop},
+    {kCopyStatus, framework::ControlKind::static_text, "", 7, 186, 296, 11, ctl::static_edge},
 };
-constexpr DialogTemplate kDialogs[] = {{kCopyDialog, kCaption, "MS Sans Serif", 8, 310, 203,
-                                        WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT, kControls}};
-constexpr ModuleInstance kInstance{"diskcopy", kDialogs};
+constexpr framework::DialogTemplate kDialogs[] = {{kCopyDialog, kCaption, "MS Sans Serif", 8, 310, 203,
+                                                   WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFONT,
+                                                   kControls}};
+constexpr HINSTANCE__ kInstance{"diskcopy", kDialogs};
 
 /// The folder of a path that a file dialog gave; of a file on a disk, the disk's.
 std::string FolderOf(std::string path) {
@@ -43,7 +49,7 @@ std::string FolderOf(std::string path) {
     cut();
     const std::string_view last = std::string_view(path).substr(path.rfind('\\') + 1);
     for (const char* name : kDiskFolderNames) {
-        if (!EqualsFolded(last, name)) continue;
+        if (!base::EqualsFolded(last, name)) continue;
         cut();
         break;
     }
@@ -189,3 +195,5 @@ void CopyDialog::EnableControls(bool on) {
         GetDlgItem(id)->EnableWindow(on);
     SetDlgItemText(IDCANCEL, on ? "Close" : "Stop");
 }
+
+}  // namespace zel::diskcopy

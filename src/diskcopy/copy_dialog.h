@@ -5,6 +5,8 @@
 #include "diskcopy/copy_run.h"
 #include "platform/framework/cdialog.h"
 
+namespace zel::diskcopy {
+
 /// The dialog of CCopyDlg. Its template is found while Resources() is the current resource handle. Private to the
 /// platform.
 class CopyDialog : public CDialog {
@@ -43,3 +45,5 @@ class CopyDialog : public CDialog {
     bool m_running = false;
     bool m_stop = false;
 };
+
+}  // namespace zel::diskcopy

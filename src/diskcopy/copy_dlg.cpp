@@ -6,13 +6,16 @@
 #include "diskcopy/copy_dialog.h"
 #include "platform/framework/cwinapp.h"
 
+using namespace zel;
+
 namespace {
 
 /// Makes the dialog's own templates the current ones for as long as the object lives: they are the library's, and the
 /// caller's own must be in force again when it is called back.
 class OwnResources {
   public:
-    OwnResources() : m_before(std::exchange(AfxGetModuleState()->m_hCurrentResourceHandle, CopyDialog::Resources())) {}
+    OwnResources()
+        : m_before(std::exchange(AfxGetModuleState()->m_hCurrentResourceHandle, diskcopy::CopyDialog::Resources())) {}
     ~OwnResources() { AfxGetModuleState()->m_hCurrentResourceHandle = m_before; }
     OwnResources(const OwnResources&) = delete;
     OwnResources& operator=(const OwnResources&) = delete;
@@ -32,7 +35,7 @@ int CCopyDlg::OpenDialog(void (*open_log)(char*)) {
     int result = -1;
     {
         const OwnResources resources;
-        CopyDialog dialog;
+        diskcopy::CopyDialog dialog;
         result = static_cast<int>(dialog.DoModal());
         log = dialog.LogPath();
     }

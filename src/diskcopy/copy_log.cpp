@@ -9,6 +9,8 @@
 #include "diskcopy/draft.h"
 #include "platform/system/files.h"
 
+namespace zel::diskcopy {
+
 namespace {
 
 /// Digits in groups of three.
@@ -93,5 +95,7 @@ std::string WriteCopyLog(const CopyPlan& plan, const CopyOutcome& outcome, const
     const std::string text = LogText(plan, outcome, source, request);
     Draft draft(folder);
     if (!draft.IsOpen() || !draft.Write(text.data(), text.size()) || !draft.Commit(name)) return {};
-    return ModulePath(Join(path, name));
+    return system::ModulePath(Join(path, name));
 }
+
+}  // namespace zel::diskcopy

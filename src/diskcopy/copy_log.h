@@ -4,6 +4,8 @@
 
 #include "diskcopy/copy_run.h"
 
+namespace zel::diskcopy {
+
 /// What is told of a run. Private to the platform.
 
 /// One line: "2 copied (1,234 bytes), 1 skipped", with what else there was.
@@ -14,3 +16,5 @@ std::string CopySummary(const CopyOutcome& outcome);
 /// @return its path in the module's form; empty when it could not be written, with errno set.
 std::string WriteCopyLog(const CopyPlan& plan, const CopyOutcome& outcome, const std::string& source,
                          const CopyRequest& request);
+
+}  // namespace zel::diskcopy

@@ -9,6 +9,8 @@
 #include "platform/system/errors.h"
 #include "platform/system/files.h"
 
+namespace zel::diskcopy {
+
 namespace {
 
 /// The number that a file begins with, big-endian, and what it says.
@@ -116,9 +118,9 @@ class Planner {
 
 std::string FolderPath(const std::string& path, const char* role) {
     if (path.empty()) throw CopyRefused(std::string("Name the ") + role + " folder.");
-    if (const DWORD error = PathError(path.c_str()))
+    if (const DWORD error = system::PathError(path.c_str()))
         throw CopyRefused(std::string("The ") + role + " " + path + " can't be used.\n" + SystemWords(error));
-    return NativePath(path.c_str());
+    return system::NativePath(path.c_str());
 }
 
 CopyPlan PlanCopy(const std::string& source) {
@@ -145,3 +147,5 @@ CopyPlan PlanCopy(const std::string& source) {
     if (!is_disk) planner.Add(root.OpenIn(".", false), std::string(), nullptr);
     return plan;
 }
+
+}  // namespace zel::diskcopy

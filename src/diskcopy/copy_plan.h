@@ -8,6 +8,8 @@
 
 #include "diskcopy/folder.h"
 
+namespace zel::diskcopy {
+
 /// What a copy would do, found out without writing anything. Private to the platform.
 
 /// The work can't begin; what() is for the user.
@@ -48,3 +50,5 @@ CopyPlan PlanCopy(const std::string& source);
 /// @param role  "source" or "target", for the refusal.
 /// @throws CopyRefused for no path at all, one that is too long, or a drive that isn't there.
 std::string FolderPath(const std::string& path, const char* role);
+
+}  // namespace zel::diskcopy

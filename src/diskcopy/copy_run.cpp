@@ -15,6 +15,8 @@
 #include "platform/system/files.h"
 #include "platform/system/types.h"
 
+namespace zel::diskcopy {
+
 namespace {
 
 /// One folder of the target, opened or made when the first file for it comes.
@@ -98,7 +100,7 @@ class Run {
         }
         const std::string name = there.empty() ? item.name : there;
         const char* const folder = kDiskFolderNames[static_cast<std::size_t>(item.target)];
-        if (ModulePath(Join(Join(m_path, folder), name)).size() >= MAX_PATH)
+        if (system::ModulePath(Join(Join(m_path, folder), name)).size() >= MAX_PATH)
             return "its path would be longer than 259 characters";
         return Copy(item, target.folder, name, record);
     }
@@ -164,3 +166,5 @@ class Run {
 CopyOutcome RunCopy(const CopyPlan& plan, const CopyRequest& request) {
     return std::make_unique<Run>(plan, request)->Go();
 }
+
+}  // namespace zel::diskcopy

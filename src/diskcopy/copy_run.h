@@ -7,6 +7,8 @@
 
 #include "diskcopy/copy_plan.h"
 
+namespace zel::diskcopy {
+
 /// Copying what a plan holds. Private to the platform.
 
 enum class CopyResult { kNotReached, kCopied, kSkipped, kFailed };
@@ -38,3 +40,5 @@ struct CopyRequest {
 /// @throws CopyRefused, with nothing written, when the target can't be used: it is the source, it can't be made, or a
 /// second copy to it is under way.
 CopyOutcome RunCopy(const CopyPlan& plan, const CopyRequest& request);
+
+}  // namespace zel::diskcopy

@@ -5,6 +5,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace zel::diskcopy {
+
 Draft::Draft(const Folder& folder) : m_folder(folder) {
     ::unlinkat(m_folder.Get(), kName, 0);
     m_file = Descriptor(::openat(m_folder.Get(), kName, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
@@ -42,3 +44,5 @@ void Draft::TakeTimes(int descriptor) noexcept {
     const timespec times[] = {status.st_atim, status.st_mtim};
     ::futimens(m_file.Get(), times);
 }
+
+}  // namespace zel::diskcopy

@@ -4,6 +4,8 @@
 
 #include "diskcopy/folder.h"
 
+namespace zel::diskcopy {
+
 /// A file that is being written in a folder, under a name that it gives up for its own once all of it is on the disk.
 /// Without that it is removed. Private to the platform.
 class Draft {
@@ -30,3 +32,5 @@ class Draft {
     Descriptor m_file;
     bool m_made = false;
 };
+
+}  // namespace zel::diskcopy

@@ -11,6 +11,8 @@
 
 #include "base/fold_case.h"
 
+namespace zel::diskcopy {
+
 namespace {
 
 struct CloseStream {
@@ -71,11 +73,12 @@ std::vector<std::string> Folder::Names(int& error) const {
 std::string Folder::Find(const std::string& name) const {
     struct stat status {};
     if (Status(name, status)) return name;
-    if (std::none_of(name.begin(), name.end(), [](char c) { return FoldCase(c) >= 'a' && FoldCase(c) <= 'z'; }))
+    if (std::none_of(name.begin(), name.end(),
+                     [](char c) { return base::FoldCase(c) >= 'a' && base::FoldCase(c) <= 'z'; }))
         return {};  // there is no other case
     int error = 0;
     for (const std::string& candidate : Names(error)) {
-        if (EqualsFolded(candidate, name)) return candidate;
+        if (base::EqualsFolded(candidate, name)) return candidate;
     }
     return {};
 }
@@ -99,3 +102,5 @@ bool Folder::IsSame(const Folder& other) const noexcept {
     return ::fstat(Get(), &one) == 0 && ::fstat(other.Get(), &two) == 0 && one.st_dev == two.st_dev &&
            one.st_ino == two.st_ino;
 }
+
+}  // namespace zel::diskcopy

@@ -6,6 +6,8 @@
 
 #include <sys/stat.h>
 
+namespace zel::diskcopy {
+
 /// Descriptors of folders and files. Names are looked up in an open folder, so that nothing that is renamed or linked
 /// meanwhile leads out of it. Private to the platform.
 
@@ -65,3 +67,5 @@ class Folder {
     explicit Folder(int descriptor) noexcept : m_descriptor(descriptor) {}
     Descriptor m_descriptor;
 };
+
+}  // namespace zel::diskcopy

@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace zel::host {
+
 /// What a host does in a batch export, number by number. The calls come from inside the module.
 class ExportService {
   public:
@@ -14,3 +16,5 @@ class ExportService {
     /// Second step: writes it out. @param path  the export path, as the host gave it to the module.
     virtual void Complete(int number, const std::string& path) = 0;
 };
+
+}  // namespace zel::host

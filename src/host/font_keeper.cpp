@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace zel::host {
+
 void FontKeeper::Take(CZelFont& fonts) {
     Release();
     m_set = &fonts;
@@ -37,3 +39,5 @@ void FontKeeper::ReleaseWithSet() {
     }
     Release();
 }
+
+}  // namespace zel::host

@@ -6,6 +6,8 @@
 
 #include "module/contract/zel_font.h"
 
+namespace zel::host {
+
 /// Holds the fonts that an import has handed over, and gives their data back when the host is done with them. The
 /// blocks of a slot are released through its font_copy, which shares them, since the font set itself may be gone by
 /// then.
@@ -32,3 +34,5 @@ class FontKeeper {
     CZelFont* m_set = nullptr;
     std::array<tag_font_memory*, kFontSlots> m_copies{};
 };
+
+}  // namespace zel::host

@@ -2,6 +2,8 @@
 
 class CZelTransFTP;
 
+namespace zel::host {
+
 /// Does what the dialog of the FTP copy asks the host for.
 class FtpService {
   public:
@@ -11,3 +13,5 @@ class FtpService {
     /// m_strRemoteDir and m_strFile are left as the dialog is to show them. Throws nothing but for want of memory.
     virtual void Handle(CZelTransFTP& dialog) = 0;
 };
+
+}  // namespace zel::host

@@ -6,10 +6,12 @@
 #include <new>
 #include <system_error>
 
-#include "host/module_text.h"
 #include "base/crc32.h"
+#include "host/module_text.h"
 #include "platform/framework/exceptions.h"
 #include "platform/system/files.h"
+
+namespace zel::host {
 
 namespace {
 
@@ -31,7 +33,7 @@ bool IsRunCoded(const tag_font_memory& font, unsigned character) noexcept {
 /// glyph tells is taken for true before its pixels are read.
 bool MayHold(const tag_font_memory& font, std::uint64_t bytes) {
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(NativePath(font.file_name), error);
+    const std::uintmax_t size = std::filesystem::file_size(system::NativePath(font.file_name), error);
     return !error && size >= bytes;
 }
 
@@ -108,7 +110,7 @@ const GlyphBitmap& GlyphBitmaps::Demand(const tag_CharInf& info, unsigned charac
 
 std::optional<std::uint32_t> GlyphBitmaps::Checksum(const tag_CharInf& info, unsigned character) {
     GlyphBitmap& glyph = Find(info, character);
-    if (!glyph.crc32 && !glyph.pixels.empty()) glyph.crc32 = Crc32(glyph.pixels);
+    if (!glyph.crc32 && !glyph.pixels.empty()) glyph.crc32 = base::Crc32(glyph.pixels);
     return glyph.crc32;
 }
 
@@ -160,3 +162,5 @@ void GlyphBitmaps::Fetch(const tag_CharInf& info, unsigned character, GlyphBitma
         m_failures.push_back(name + "too large for the memory at hand");
     }
 }
+
+}  // namespace zel::host

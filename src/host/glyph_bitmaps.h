@@ -12,9 +12,11 @@
 #include <utility>
 #include <vector>
 
+#include "module/contract/records/char_inf.h"
 #include "module/contract/zel_font.h"
 #include "platform/framework/geometry.h"
-#include "module/contract/records/char_inf.h"
+
+namespace zel::host {
 
 /// One glyph: its rectangle and its pixels as BuildMFData leaves them, 4 bytes each (blue, green, red, alpha), bottom
 /// row first.
@@ -81,3 +83,5 @@ class GlyphBitmaps {
     std::size_t m_run_coded_bytes = 0;  // with the drawings
     std::vector<std::string> m_failures;
 };
+
+}  // namespace zel::host

@@ -5,12 +5,18 @@
 #include <string>
 
 #include "host/target.h"
-#include "platform/script/headless_desktop.h"
 #include "module/contract/records/char_inf.h"
+#include "platform/script/headless_desktop.h"
 
 class CZelFont;
-class GlyphBitmaps;
+
+namespace zel::document {
 struct MessageRecord;
+}  // namespace zel::document
+
+namespace zel::host {
+
+class GlyphBitmaps;
 
 /// A window message as it arrived, with what the host answered. `lParam` is the object that host_messages.h tells.
 struct SentMessage {
@@ -61,12 +67,12 @@ class HostObserver {
   public:
     virtual ~HostObserver() = default;
 
-    virtual void OnBox(const HeadlessDesktop::Box& /*box*/) {}
-    virtual void OnFileDialog(const HeadlessDesktop::FileDialog& /*dialog*/) {}
+    virtual void OnBox(const script::HeadlessDesktop::Box& /*box*/) {}
+    virtual void OnFileDialog(const script::HeadlessDesktop::FileDialog& /*dialog*/) {}
     virtual void OnSend(const SentMessage& /*message*/) {}
     virtual void OnChar(const SentCharacter& /*character*/) {}
     /// An import has come to its end and the host has copied what it keeps; comes after the WM_PAINT that ends it.
-    virtual void OnMessage(const MessageRecord& /*message*/) {}
+    virtual void OnMessage(const document::MessageRecord& /*message*/) {}
     /// One number of a batch is done with. What it throws ends the batch.
     virtual void OnBatchItem(const BatchItem& /*item*/) {}
     /// CZelTransExport::MakeTavroFont has returned `result`, and left its font in slot 0 if that is true.
@@ -75,3 +81,5 @@ class HostObserver {
     virtual void OnException(const std::string& /*text*/) {}
     virtual void OnEnd(const RunEnd& /*end*/) {}
 };
+
+}  // namespace zel::host

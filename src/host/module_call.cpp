@@ -1,10 +1,12 @@
 #include "host/module_call.h"
 
-#include "module/contract/zel_trans_dlg.h"
 #include "host/module_text.h"
 #include "host/reference_host.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
 #include "platform/framework/exceptions.h"
+
+namespace zel::host {
 
 namespace {
 
@@ -33,3 +35,5 @@ std::optional<std::string> CallInHost(ReferenceHost& host, const std::function<v
 RunEnd EndOf(Road road, std::optional<int> status) {
     return {road, status, NextMessage::Id(), ZelYOffset()};
 }
+
+}  // namespace zel::host

@@ -6,6 +6,8 @@
 
 #include "host/host_observer.h"
 
+namespace zel::host {
+
 class ReferenceHost;
 
 /// Calls the module and sees to it that what it leaves behind is taken back, whichever way it ends.
@@ -14,3 +16,5 @@ std::optional<std::string> CallInHost(ReferenceHost& host, const std::function<v
 
 /// How a run has ended, with what the module keeps from call to call.
 RunEnd EndOf(Road road, std::optional<int> status);
+
+}  // namespace zel::host

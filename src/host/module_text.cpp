@@ -2,6 +2,8 @@
 
 #include "platform/framework/exceptions.h"
 
+namespace zel::host {
+
 std::string TakeText(CException* error) {
     char text[1024] = {};
     error->GetErrorMessage(text, sizeof text);
@@ -40,3 +42,5 @@ std::string Utf8FromBytes(std::string_view bytes) {
     }
     return text;
 }
+
+}  // namespace zel::host

@@ -5,6 +5,8 @@
 
 class CException;
 
+namespace zel::host {
+
 /// Text of an exception of the module as one line; the exception is deleted.
 std::string TakeText(CException* error);
 
@@ -13,3 +15,5 @@ std::string OneLine(std::string_view text);
 
 /// The module's text, a byte a character, as UTF-8; each byte is the code point of the same value.
 std::string Utf8FromBytes(std::string_view bytes);
+
+}  // namespace zel::host

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <system_error>
 
+namespace zel::host {
+
 std::string AbsolutePath(const std::string& path) {
     if (!path.empty() && path.front() == '/') return path;
     std::error_code error;
@@ -21,3 +23,5 @@ std::string MachineDirectory(const std::string& message_directory) {
     const std::string parent = SplitModulePath(message_directory).directory;
     return parent == "\\" ? "\\MACHINE" : parent + "\\MACHINE";
 }
+
+}  // namespace zel::host

@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace zel::host {
+
 /// A path of this system made absolute by putting the current directory in front, else as it is. Nothing else is
 /// changed: neither dots nor links nor doubled separators are resolved.
 std::string AbsolutePath(const std::string& path);
@@ -16,3 +18,5 @@ ModulePathParts SplitModulePath(const std::string& path);
 
 /// The directory MACHINE beside a message directory, both in the module's form.
 std::string MachineDirectory(const std::string& message_directory);
+
+}  // namespace zel::host

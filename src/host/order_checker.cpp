@@ -3,6 +3,8 @@
 #include "module/contract/host_messages.h"
 #include "platform/system/messages.h"
 
+namespace zel::host {
+
 namespace {
 
 const char* WindowName(Target target) noexcept {
@@ -110,3 +112,5 @@ void OrderChecker::Step(bool right, Stage next, UINT message) {
 void OrderChecker::Breach(const std::string& what) {
     m_breaches.push_back(what);
 }
+
+}  // namespace zel::host

@@ -6,6 +6,8 @@
 #include "host/target.h"
 #include "platform/system/types.h"
 
+namespace zel::host {
+
 /// Checks that messages and characters come in the order of the contract, and notes each breach. Zero breaches is a
 /// pass.
 class OrderChecker {
@@ -40,3 +42,5 @@ class OrderChecker {
     UINT m_last = 0;  ///< the message that came last, 0 for a character.
     std::vector<std::string> m_breaches;
 };
+
+}  // namespace zel::host

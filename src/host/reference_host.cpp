@@ -5,14 +5,16 @@
 #include <cstring>
 #include <typeinfo>
 
-#include "module/contract/zel_trans_dlg.h"
-#include "host/native_path.h"
 #include "host/ftp_service.h"
-#include "module/contract/zel_message.h"
+#include "host/native_path.h"
 #include "module/contract/host_messages.h"
+#include "module/contract/zel_message.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
+
+namespace zel::host {
 
 /// A window that hands each of the module's messages to the host and leaves the rest to the framework.
 template <class Window>
@@ -61,7 +63,7 @@ using MapDirBuffer = std::array<char, MAX_PATH>;
 MapDirBuffer MapDirectory(const std::optional<std::string>& maps) {
     MapDirBuffer buffer{};
     if (!maps) return buffer;
-    std::string directory = ModulePath(AbsolutePath(*maps));
+    std::string directory = system::ModulePath(AbsolutePath(*maps));
     if (directory.empty() || directory.back() != '\\') directory += '\\';
     if (directory.size() >= buffer.size()) {
         throw HostError(*maps +
@@ -71,22 +73,22 @@ MapDirBuffer MapDirectory(const std::optional<std::string>& maps) {
     return buffer;
 }
 
-FontRecord RecordFont(const tag_font_memory& slot) {
-    FontRecord record;
+document::FontRecord RecordFont(const tag_font_memory& slot) {
+    document::FontRecord record;
     record.header = *slot.font_header;
     record.file_name.assign(slot.file_name, strnlen(slot.file_name, sizeof slot.file_name));
     if (slot.log_font != nullptr) record.log_font = *slot.log_font;
     return record;
 }
 
-void RecordFonts(const CZelFont& fonts, MessageRecord& message) {
+void RecordFonts(const CZelFont& fonts, document::MessageRecord& message) {
     for (std::size_t slot = 0; slot < message.fonts.size(); ++slot) {
         if (fonts.m_Slots[slot].font_header != nullptr) message.fonts[slot] = RecordFont(fonts.m_Slots[slot]);
     }
     std::copy(std::begin(fonts.m_Palette) + 1, std::end(fonts.m_Palette), message.palette.begin());
 }
 
-void RecordRows(const CZelMessage& source, MessageRecord& message) {
+void RecordRows(const CZelMessage& source, document::MessageRecord& message) {
     message.header = *source.m_pMsgHeader;
     message.lines = source.m_pMsgFlags->Lines();
     message.rows.resize(static_cast<std::size_t>(message.header.RowCount()));
@@ -94,7 +96,7 @@ void RecordRows(const CZelMessage& source, MessageRecord& message) {
         const tag_msg_row& row = source.m_pRows[index];
         message.rows[index] = {row.Y(), row.Top(), row.Bottom(), row.Empty(), {}};
     }
-    for (const CharacterRecord& character : message.characters) {
+    for (const document::CharacterRecord& character : message.characters) {
         const auto row = static_cast<std::size_t>(character.info.row_index);
         if (character.info.slot >= 0 && row < message.rows.size()) {
             message.rows[row].text += static_cast<char>(character.character);
@@ -228,7 +230,7 @@ void ReferenceHost::BeginMessage(CZelFont& fonts) {
     RecordFonts(fonts, *m_message);
 }
 
-MessageRecord& ReferenceHost::Message() {
+document::MessageRecord& ReferenceHost::Message() {
     return m_message ? *m_message : m_message.emplace();  // a message out of place may come before the one that begins
 }
 
@@ -239,7 +241,7 @@ void ReferenceHost::OnCharCall(CWnd* /*window*/, tag_CharInf* info, unsigned int
 void ReferenceHost::OnCharacter(const tag_CharInf& info, unsigned character) {
     m_order.OnCharacter();
     const std::optional<int> slot = m_fonts.SlotOf(info.font_copy, info.slot);
-    CharacterRecord& record = Message().characters.emplace_back();
+    document::CharacterRecord& record = Message().characters.emplace_back();
     record.info = info;
     record.info.log_font = nullptr;
     record.info.font_copy = nullptr;
@@ -258,11 +260,13 @@ void ReferenceHost::FinishImport() {
     for (HostObserver* observer : m_observers) observer->OnMessage(*m_done);
 }
 
-void ReferenceHost::WindowChanged(CWnd& window, WindowChange change) {
-    if (change != WindowChange::destroyed || &window != m_dialog) return;
+void ReferenceHost::WindowChanged(CWnd& window, framework::WindowChange change) {
+    if (change != framework::WindowChange::destroyed || &window != m_dialog) return;
     // An exception can bring the window down from the destructor of a base class: the dialog's own members are gone
     // then.
     const std::type_info& type = typeid(window);
     if (type != typeid(CDialog) && type != typeid(CWnd)) m_status = m_dialog->m_iStatus;
     m_dialog = nullptr;
 }
+
+}  // namespace zel::host

@@ -14,10 +14,13 @@
 #include "host/host_observer.h"
 #include "host/order_checker.h"
 #include "module/contract/export_window.h"
-#include "platform/framework/cwnd.h"
 #include "module/contract/records/char_inf.h"
+#include "platform/framework/cwnd.h"
 
 class CZelTransDlg;
+
+namespace zel::host {
+
 class FtpService;
 
 enum class HowCallEnded { kReturned, kException };
@@ -41,7 +44,7 @@ class HostError : public std::runtime_error {
 /// A host for the module: it has the windows that the module's messages go to and the registered callback, takes copies
 /// of what dies with an import, and gives the font data back. One at a time, on the user-interface thread; what was
 /// registered before it (main window, callback) comes back when it ends.
-class ReferenceHost : private WindowListener {
+class ReferenceHost : private framework::WindowListener {
   public:
     /// @throws HostError when the directory of the name lists is longer than the 258 characters that can be registered.
     explicit ReferenceHost(const HostOptions& options);
@@ -63,7 +66,7 @@ class ReferenceHost : private WindowListener {
     void EndCall(HowCallEnded how);
 
     /// The last import that came to its end; nothing when none did. It is given once.
-    std::optional<MessageRecord> TakeMessage() { return std::exchange(m_done, std::nullopt); }
+    std::optional<document::MessageRecord> TakeMessage() { return std::exchange(m_done, std::nullopt); }
     /// m_iStatus of the last dialog, taken when its window went.
     std::optional<int> Status() const noexcept { return m_status; }
     const std::vector<std::string>& Breaches() const noexcept { return m_order.Breaches(); }
@@ -79,9 +82,9 @@ class ReferenceHost : private WindowListener {
     void OnCharacter(const tag_CharInf& info, unsigned character);
     void SetUpDialog(CZelTransDlg& dialog);
     void BeginMessage(CZelFont& fonts);
-    MessageRecord& Message();
+    document::MessageRecord& Message();
     void FinishImport();
-    void WindowChanged(CWnd& window, WindowChange change) override;
+    void WindowChanged(CWnd& window, framework::WindowChange change) override;
 
     static ReferenceHost* s_current;  ///< the callback carries no context of its own.
 
@@ -94,11 +97,13 @@ class ReferenceHost : private WindowListener {
     OrderChecker m_order;
     GlyphBitmaps m_glyphs;
     FontKeeper m_fonts;
-    std::optional<MessageRecord> m_message;  ///< of the import under way.
-    std::optional<MessageRecord> m_done;
+    std::optional<document::MessageRecord> m_message;  ///< of the import under way.
+    std::optional<document::MessageRecord> m_done;
     CZelTransDlg* m_dialog = nullptr;  ///< while its window lives.
     std::optional<int> m_status;
     ReferenceHost* m_previous;
     CWnd* m_previous_main;
     OnCharCallback m_previous_callback;
 };
+
+}  // namespace zel::host

@@ -5,14 +5,16 @@
 #include <ostream>
 #include <string_view>
 
-#include "module/contract/zel_trans_dlg.h"
-#include "module/contract/zel_font.h"
 #include "host/glyph_bitmaps.h"
-#include "module/contract/zel_message.h"
 #include "module/contract/host_messages.h"
-#include "platform/system/messages.h"
-#include "module/contract/zel_trans_ftp.h"
 #include "module/contract/records/effpar.h"
+#include "module/contract/zel_font.h"
+#include "module/contract/zel_message.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_trans_ftp.h"
+#include "platform/system/messages.h"
+
+namespace zel::host {
 
 namespace {
 
@@ -52,7 +54,7 @@ const char* Name(Road road) noexcept {
     return "";
 }
 
-void AddLogFont(JsonLine& line, const LOGFONT* font) {
+void AddLogFont(document::JsonLine& line, const LOGFONT* font) {
     line.Key("log_font");
     if (font == nullptr) {
         line.Null();
@@ -67,7 +69,7 @@ void AddLogFont(JsonLine& line, const LOGFONT* font) {
         .Close('}');
 }
 
-void AddEffect(JsonLine& line, const EFFPAR* effect) {
+void AddEffect(document::JsonLine& line, const EFFPAR* effect) {
     line.Key("effect");
     if (effect == nullptr) {
         line.Null();
@@ -84,7 +86,7 @@ void AddEffect(JsonLine& line, const EFFPAR* effect) {
         .Close('}');
 }
 
-void AddFont(JsonLine& line, const tag_font_memory& slot) {
+void AddFont(document::JsonLine& line, const tag_font_memory& slot) {
     const tag_font_header& header = *slot.font_header;
     line.Open('{')
         .Bytes("file_name", Field(slot.file_name))
@@ -103,7 +105,7 @@ void AddFont(JsonLine& line, const tag_font_memory& slot) {
     line.Close('}');
 }
 
-void AddFonts(JsonLine& line, const CZelFont& fonts) {
+void AddFonts(document::JsonLine& line, const CZelFont& fonts) {
     line.Key("fonts").Open('[');
     for (const tag_font_memory& slot : fonts.m_Slots) {
         if (slot.font_header == nullptr) {
@@ -115,13 +117,13 @@ void AddFonts(JsonLine& line, const CZelFont& fonts) {
     line.Close(']');
 }
 
-void AddPalette(JsonLine& line, const CZelFont& fonts) {
+void AddPalette(document::JsonLine& line, const CZelFont& fonts) {
     line.Key("palette").Open('[');
     for (std::size_t entry = 1; entry < std::size(fonts.m_Palette); ++entry) line.Number(fonts.m_Palette[entry]);
     line.Close(']');
 }
 
-void AddHeader(JsonLine& line, const CZelMessage& message) {
+void AddHeader(document::JsonLine& line, const CZelMessage& message) {
     const tag_msg_header& header = *message.m_pMsgHeader;
     line.Number("rows", header.RowCount())
         .Number("frame_left", header.frame_left)
@@ -133,7 +135,7 @@ void AddHeader(JsonLine& line, const CZelMessage& message) {
     line.Close(']');
 }
 
-void AddTabs(JsonLine& line, const tag_tab_field* tabs, std::size_t count) {
+void AddTabs(document::JsonLine& line, const tag_tab_field* tabs, std::size_t count) {
     line.Key("tabs").Open('[');
     for (std::size_t index = 0; index < count; ++index) {
         const tag_tab_field& tab = tabs[index];
@@ -150,7 +152,7 @@ void AddTabs(JsonLine& line, const tag_tab_field* tabs, std::size_t count) {
     line.Close(']');
 }
 
-void AddMessageKeys(JsonLine& line, const SentMessage& sent) {
+void AddMessageKeys(document::JsonLine& line, const SentMessage& sent) {
     switch (sent.message) {
         case kMsgFonts: {
             const CZelFont& fonts = *reinterpret_cast<const CZelFont*>(sent.lParam);
@@ -190,7 +192,7 @@ void AddMessageKeys(JsonLine& line, const SentMessage& sent) {
     }
 }
 
-void AddCharInf(JsonLine& line, const SentCharacter& sent) {
+void AddCharInf(document::JsonLine& line, const SentCharacter& sent) {
     const tag_CharInf& info = sent.info;
     AddLogFont(line, info.log_font);
     line.Number("x", info.x)
@@ -222,7 +224,7 @@ void AddCharInf(JsonLine& line, const SentCharacter& sent) {
         .Number("mf_flag", info.mf_flag ? 1 : 0);
 }
 
-void AddPixels(JsonLine& line, const SentCharacter& sent) {
+void AddPixels(document::JsonLine& line, const SentCharacter& sent) {
     const CRect rect = sent.glyphs.Get(sent.info, sent.character).rect;
     line.Key("pixels")
         .Open('{')
@@ -238,7 +240,7 @@ void AddPixels(JsonLine& line, const SentCharacter& sent) {
 
 TraceWriter::TraceWriter(std::ostream& out, TracePixels pixels) : m_out(out), m_pixels(pixels) {}
 
-JsonLine& TraceWriter::Begin(const char* event) {
+document::JsonLine& TraceWriter::Begin(const char* event) {
     m_line.Clear();
     return m_line.Open('{').Bytes("event", event);
 }
@@ -249,7 +251,7 @@ void TraceWriter::Write() {
     m_out << m_line.Text() << '\n';
 }
 
-void TraceWriter::OnBox(const HeadlessDesktop::Box& box) {
+void TraceWriter::OnBox(const script::HeadlessDesktop::Box& box) {
     Begin("box")
         .Bytes("text", box.text)
         .Bytes("caption", box.caption)
@@ -258,7 +260,7 @@ void TraceWriter::OnBox(const HeadlessDesktop::Box& box) {
     Write();
 }
 
-void TraceWriter::OnFileDialog(const HeadlessDesktop::FileDialog& dialog) {
+void TraceWriter::OnFileDialog(const script::HeadlessDesktop::FileDialog& dialog) {
     Begin("file_dialog")
         .Bytes("title", dialog.title)
         .Bytes("initial_dir", dialog.initial_dir)
@@ -308,3 +310,5 @@ void TraceWriter::OnEnd(const RunEnd& end) {
     Write();
     m_out.flush();
 }
+
+}  // namespace zel::host

@@ -6,6 +6,8 @@
 #include "host/document/json_line.h"
 #include "host/host_observer.h"
 
+namespace zel::host {
+
 /// Whether the trace tells size and checksum of each character's pixels.
 enum class TracePixels { kNo, kYes };
 
@@ -15,8 +17,8 @@ class TraceWriter : public HostObserver {
     /// @param out  not owned; its state tells whether everything could be written.
     explicit TraceWriter(std::ostream& out, TracePixels pixels = TracePixels::kNo);
 
-    void OnBox(const HeadlessDesktop::Box& box) override;
-    void OnFileDialog(const HeadlessDesktop::FileDialog& dialog) override;
+    void OnBox(const script::HeadlessDesktop::Box& box) override;
+    void OnFileDialog(const script::HeadlessDesktop::FileDialog& dialog) override;
     void OnSend(const SentMessage& message) override;
     void OnChar(const SentCharacter& character) override;
     void OnFont(bool result, const CZelFont& fonts) override;
@@ -24,11 +26,13 @@ class TraceWriter : public HostObserver {
     void OnEnd(const RunEnd& end) override;
 
   private:
-    JsonLine& Begin(const char* event);
+    document::JsonLine& Begin(const char* event);
     void Write();
 
     std::ostream& m_out;
     TracePixels m_pixels;
-    JsonLine m_line;
+    document::JsonLine m_line;
     bool m_ended = false;  // by an exception, which is the last line
 };
+
+}  // namespace zel::host

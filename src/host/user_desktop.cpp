@@ -3,6 +3,8 @@
 #include "host/native_path.h"
 #include "platform/system/commands.h"
 
+namespace zel::host {
+
 namespace {
 
 int AnswerId(BoxAnswer answer) noexcept {
@@ -21,7 +23,7 @@ int AnswerId(BoxAnswer answer) noexcept {
 
 UserDesktop::UserDesktop(BoxAnswer answer, const std::optional<std::string>& browse,
                          std::span<HostObserver* const> observers)
-    : m_previous(SetDesktop(this)) {
+    : m_previous(seam::SetDesktop(this)) {
     SetYesNoAnswer(AnswerId(answer));
     AnswerFileDialogs(
         [path = browse ? std::optional(AbsolutePath(*browse)) : std::nullopt](const FileDialog&) { return path; });
@@ -32,3 +34,5 @@ UserDesktop::UserDesktop(BoxAnswer answer, const std::optional<std::string>& bro
         for (HostObserver* observer : observers) observer->OnFileDialog(dialog);
     });
 }
+
+}  // namespace zel::host

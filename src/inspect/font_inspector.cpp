@@ -1,13 +1,13 @@
 #include "inspect/font_inspector.h"
 
-#include "module/font/format/font_loader.h"
 #include "inspect/glyph_check.h"
 #include "inspect/section_list.h"
 #include "inspect/words.h"
-#include "module/translate/edge.h"
 #include "module/font/format/font_blocks.h"
+#include "module/font/format/font_loader.h"
+#include "module/translate/edge.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
@@ -16,7 +16,7 @@ struct OwnedSlot : tag_font_memory {
     OwnedSlot() = default;
     OwnedSlot(const OwnedSlot&) = delete;
     OwnedSlot& operator=(const OwnedSlot&) = delete;
-    ~OwnedSlot() { ReleaseFontBlocks(*this); }
+    ~OwnedSlot() { font::ReleaseFontBlocks(*this); }
 };
 
 std::string NoMemoryReason(const tag_font_header& header) {
@@ -27,27 +27,27 @@ std::string NoMemoryReason(const tag_font_header& header) {
     return "a sample in it has a negative size";
 }
 
-std::string Reason(FontOutcome outcome, const tag_font_memory& slot, const SectionList& found) {
+std::string Reason(font::FontOutcome outcome, const tag_font_memory& slot, const SectionList& found) {
     switch (outcome) {
-        case FontOutcome::kRead:
+        case font::FontOutcome::kRead:
             return {};
-        case FontOutcome::kWrongType:
+        case font::FontOutcome::kWrongType:
             return "it is no font";
-        case FontOutcome::kNoDirectoryMemory:
+        case font::FontOutcome::kNoDirectoryMemory:
             return "there is no memory for its character directory";
-        case FontOutcome::kNoMemory:
+        case font::FontOutcome::kNoMemory:
             return slot.font_header != nullptr ? NoMemoryReason(*slot.font_header) : "there is no memory for it";
-        case FontOutcome::kShortSampleRow:
+        case font::FontOutcome::kShortSampleRow:
             if (found.sections.back().present == found.sections.back().size)
                 return "a sample in it has rows of no bytes";
             break;
-        case FontOutcome::kShortPsosHeader:
-        case FontOutcome::kShortFontHeader:
-        case FontOutcome::kShortDirectory:
-        case FontOutcome::kShortEncoding:
-        case FontOutcome::kShortLeadingEncoding:
-        case FontOutcome::kShortLeadingSample:
-        case FontOutcome::kShortBlock:
+        case font::FontOutcome::kShortPsosHeader:
+        case font::FontOutcome::kShortFontHeader:
+        case font::FontOutcome::kShortDirectory:
+        case font::FontOutcome::kShortEncoding:
+        case font::FontOutcome::kShortLeadingEncoding:
+        case font::FontOutcome::kShortLeadingSample:
+        case font::FontOutcome::kShortBlock:
             break;
     }
     const Section& last = found.sections.back();
@@ -75,7 +75,7 @@ void FillHeader(const tag_font_header& header, FontReport& font) {
     font.row_top_offset = header.row_top_offset;
     font.row_inset = header.row_inset;
     font.edge_type = header.EdgeType();
-    font.edge_angle = EdgeAngle(header.EdgeDirection());
+    font.edge_angle = translate::EdgeAngle(header.EdgeDirection());
     font.edge_size = header.edge_size;
     font.flags = header.font_flags;
     font.flags_in_words = FlagsInWords(header.font_flags);
@@ -85,29 +85,29 @@ void FillHeader(const tag_font_header& header, FontReport& font) {
 }  // namespace
 
 void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report) {
-    ByteSource source(bytes);
+    message::ByteSource source(bytes);
     OwnedSlot slot;
     SectionList found;
     bool tessor = false;
-    const FontOutcome outcome = LoadFont(source, slot, tessor, &found);
+    const font::FontOutcome outcome = font::LoadFont(source, slot, tessor, &found);
     FontReport& font = report.font.emplace();
     report.sections = found.sections;
     report.reason = Reason(outcome, slot, found);
     ReportCutSections(report);
-    if (slot.psos_header != nullptr && outcome != FontOutcome::kShortPsosHeader)
+    if (slot.psos_header != nullptr && outcome != font::FontOutcome::kShortPsosHeader)
         font.type_name = Printable(slot.psos_header->TypeName());
-    const bool has_header = slot.font_header != nullptr && outcome != FontOutcome::kShortFontHeader;
+    const bool has_header = slot.font_header != nullptr && outcome != font::FontOutcome::kShortFontHeader;
     if (has_header) FillHeader(*slot.font_header, font);
-    if (has_header && slot.char_directory != nullptr && outcome != FontOutcome::kShortDirectory) {
+    if (has_header && slot.char_directory != nullptr && outcome != font::FontOutcome::kShortDirectory) {
         CheckGlyphs(bytes, slot, outcome, report);
     }
     if (tessor) report.remarks.emplace_back("the import shows the box \"Tessor Encoded Data!\", whatever is skipped");
-    if (outcome == FontOutcome::kRead && found.End() < bytes.size()) {
+    if (outcome == font::FontOutcome::kRead && found.End() < bytes.size()) {
         ReportTrailingBytes(bytes.subspan(static_cast<std::size_t>(found.End())), report);
     }
-    report.verdict = outcome != FontOutcome::kRead ? Verdict::kBroken
-                     : report.defects.empty()      ? Verdict::kWhole
-                                                   : Verdict::kReadable;
+    report.verdict = outcome != font::FontOutcome::kRead ? Verdict::kBroken
+                     : report.defects.empty()            ? Verdict::kWhole
+                                                         : Verdict::kReadable;
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -5,10 +5,10 @@
 
 #include "inspect/report.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 /// Inspects a font, type 500, which may end anywhere.
 /// @param report  takes all but name, size, kind and file type.
 void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report);
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <map>
 
+#include "inspect/words.h"
 #include "module/font/format/run_codes.h"
 #include "module/font/format/stored_glyph.h"
-#include "inspect/words.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
@@ -63,13 +63,13 @@ FaultWords WordsOf(GlyphFault fault) {
 // Follows a glyph's codes as far as drawing and measuring do.
 GlyphFault CheckRunCodes(std::span<const std::uint8_t> encoding, std::uint32_t offset) {
     if (offset >= encoding.size()) return GlyphFault::kOutsideEncoding;
-    RunCodeReader codes(encoding, offset);
+    font::RunCodeReader codes(encoding, offset);
     std::size_t left = (encoding.size() - offset) / 4;
-    for (int lines = 0, runs = 0; lines < kMaxGlyphLines && runs < kMaxLineRuns; --left) {
+    for (int lines = 0, runs = 0; lines < font::kMaxGlyphLines && runs < font::kMaxLineRuns; --left) {
         if (left == 0) return GlyphFault::kRunsPastEncoding;
-        const RunCode code = codes.Next();
+        const font::RunCode code = codes.Next();
         if (code.EndsGlyph()) return GlyphFault::kNone;
-        if (code.Operation() == RunOperation::kEndOfLine) {
+        if (code.Operation() == font::RunOperation::kEndOfLine) {
             ++lines;
             runs = 0;
         } else if (!code.Stay()) {
@@ -79,17 +79,17 @@ GlyphFault CheckRunCodes(std::span<const std::uint8_t> encoding, std::uint32_t o
     return GlyphFault::kNeverEnds;
 }
 
-GlyphFault FaultOf(StoredGlyphFault fault) {
+GlyphFault FaultOf(font::StoredGlyphFault fault) {
     switch (fault) {
-        case StoredGlyphFault::kNone:
+        case font::StoredGlyphFault::kNone:
             break;
-        case StoredGlyphFault::kHeadCutShort:
+        case font::StoredGlyphFault::kHeadCutShort:
             return GlyphFault::kHeadCutShort;
-        case StoredGlyphFault::kNoPixels:
+        case font::StoredGlyphFault::kNoPixels:
             return GlyphFault::kNoPixels;
-        case StoredGlyphFault::kTooSmall:
+        case font::StoredGlyphFault::kTooSmall:
             return GlyphFault::kTooSmall;
-        case StoredGlyphFault::kPixelsCutShort:
+        case font::StoredGlyphFault::kPixelsCutShort:
             return GlyphFault::kPixelsCutShort;
     }
     return GlyphFault::kNone;
@@ -140,16 +140,17 @@ void GlyphChecker::CheckRunCoded(int code, const tag_char_entry& entry) {
         return;
     }
     Fault(code, CheckRunCodes(m_encoding, entry.glyph_offset));
-    const GlyphSize size = MeasureRunCodes(RunCodeReader(m_encoding, entry.glyph_offset));
+    const font::GlyphSize size = font::MeasureRunCodes(font::RunCodeReader(m_encoding, entry.glyph_offset));
     Measured(code, size.width, size.height);
 }
 
 void GlyphChecker::CheckStored(int code, const tag_char_entry& entry) {
     const std::size_t offset = std::min<std::size_t>(entry.glyph_offset, m_bytes.size());
     const auto record = m_bytes.subspan(offset);
-    const StoredGlyphHead head = ConvertStoredGlyphHead(record.first(std::min(record.size(), kStoredGlyphHeadSize)));
-    Fault(code, FaultOf(CheckStoredGlyph(head, record.size())));
-    if (record.size() >= kStoredGlyphHeadSize) Measured(code, head.width, head.height);
+    const font::StoredGlyphHead head =
+        font::ConvertStoredGlyphHead(record.first(std::min(record.size(), font::kStoredGlyphHeadSize)));
+    Fault(code, FaultOf(font::CheckStoredGlyph(head, record.size())));
+    if (record.size() >= font::kStoredGlyphHeadSize) Measured(code, head.width, head.height);
 }
 
 // A glyph without pixels, such as a blank, has no part in the sizes.
@@ -171,11 +172,11 @@ void GlyphChecker::ReportFaults(std::vector<std::string>& defects) const {
 
 }  // namespace
 
-void CheckGlyphs(std::span<const std::uint8_t> bytes, const tag_font_memory& slot, FontOutcome outcome,
+void CheckGlyphs(std::span<const std::uint8_t> bytes, const tag_font_memory& slot, font::FontOutcome outcome,
                  FileReport& report) {
-    GlyphChecker checker(bytes, slot, outcome == FontOutcome::kRead, *report.font);
+    GlyphChecker checker(bytes, slot, outcome == font::FontOutcome::kRead, *report.font);
     for (int code = 0; code < kDirectoryEntries; ++code) checker.Check(code, slot.char_directory[code]);
     checker.ReportFaults(report.defects);
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -9,10 +9,10 @@
 #include "inspect/font_inspector.h"
 #include "inspect/message_inspector.h"
 #include "inspect/other_files.h"
-#include "module/message/format/big_endian_cursor.h"
 #include "module/contract/records/psos_header.h"
+#include "module/message/format/big_endian_cursor.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
@@ -44,7 +44,7 @@ FileReport InspectBytes(std::span<const std::uint8_t> bytes, std::string_view na
     FileReport report;
     report.name = name;
     report.size = bytes.size();
-    if (bytes.size() >= kTypeSize) report.file_type = BigEndianCursor(bytes).U32();
+    if (bytes.size() >= kTypeSize) report.file_type = message::BigEndianCursor(bytes).U32();
     report.kind = KindOfType(report.file_type.value_or(0));
     switch (report.kind) {
         case FileKind::kMessage:
@@ -75,4 +75,4 @@ FileReport InspectFile(const std::filesystem::path& file) {
     return InspectBytes(ReadWhole(file, size), file.string());
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -10,7 +10,7 @@
 
 /// What a file is, what it holds, and where it is broken, told without a host: by the readers that the import uses, and
 /// by looking closer where those read on over damage.
-namespace inspect {
+namespace zel::inspect {
 
 /// @param name  tells a name list from other text; the report carries it. A path is taken by its last part.
 FileReport InspectBytes(std::span<const std::uint8_t> bytes, std::string_view name);
@@ -23,4 +23,4 @@ FileReport InspectFile(const std::filesystem::path& file);
 /// Far more than a message or a font takes; what is larger was given by mistake.
 inline constexpr std::uintmax_t kLargestFile = 256U << 20;
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -2,16 +2,16 @@
 
 #include <algorithm>
 
-#include "module/font/format/stored_glyph.h"
 #include "inspect/row_check.h"
 #include "inspect/section_list.h"
 #include "inspect/tab_check.h"
 #include "inspect/words.h"
+#include "module/font/format/stored_glyph.h"
 #include "module/message/format/big_endian_cursor.h"
-#include "module/message/format/message_loader.h"
 #include "module/message/format/convert_tab_field.h"
+#include "module/message/format/message_loader.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
@@ -19,7 +19,7 @@ namespace {
 std::uint16_t WordAt(std::span<const std::uint8_t> bytes, const Section* section, std::size_t offset) {
     if (section == nullptr) return 0;
     const std::uint64_t at = std::min<std::uint64_t>(section->offset + offset, bytes.size());
-    return BigEndianCursor(bytes.subspan(static_cast<std::size_t>(at))).U16();
+    return message::BigEndianCursor(bytes.subspan(static_cast<std::size_t>(at))).U16();
 }
 
 std::string CutShort(const Section* section) {
@@ -28,35 +28,35 @@ std::string CutShort(const Section* section) {
            Count(section->size, "byte") + " present";
 }
 
-std::string Reason(MessageOutcome outcome, std::span<const std::uint8_t> bytes, const SectionList& found) {
+std::string Reason(message::MessageOutcome outcome, std::span<const std::uint8_t> bytes, const SectionList& found) {
     const Section* palette = found.Find("palette");
     const Section* background = found.Find("background");
     const Section* tabs = found.Find("tab table");
     switch (outcome) {
-        case MessageOutcome::kRead:
+        case message::MessageOutcome::kRead:
             return {};
-        case MessageOutcome::kShortFileHeader:
+        case message::MessageOutcome::kShortFileHeader:
             return CutShort(found.Find("Psos file header"));
-        case MessageOutcome::kShortFlags:
+        case message::MessageOutcome::kShortFlags:
             return CutShort(found.Find("section flags"));
-        case MessageOutcome::kShortPalette:
+        case message::MessageOutcome::kShortPalette:
             return palette != nullptr && palette->present == palette->size ? "its palette has no entries"
                                                                            : CutShort(palette);
-        case MessageOutcome::kUnknownBackground:
+        case message::MessageOutcome::kUnknownBackground:
             if (background != nullptr && background->present < 2) return CutShort(background);
             return "its background is of an unknown kind, " + Hex(WordAt(bytes, background, 0));
-        case MessageOutcome::kShortBackground:
+        case message::MessageOutcome::kShortBackground:
             return CutShort(background);
-        case MessageOutcome::kTabVersionAbove2:
-        case MessageOutcome::kTabVersionBelow2:
+        case message::MessageOutcome::kTabVersionAbove2:
+        case message::MessageOutcome::kTabVersionBelow2:
             if (tabs != nullptr && tabs->present < 2) return CutShort(tabs);
             return "its tab table is of version " + std::to_string(WordAt(bytes, tabs, 0)) + ", but only 2 is known";
-        case MessageOutcome::kTooManyTabs:
-            return "its tab table has " + Count((tabs->size - kTabHeadSize) / kTabRecordSize, "record") +
-                   ", but at most " + std::to_string(kMaxTabs) + " are read";
-        case MessageOutcome::kRgbaFile:
-        case MessageOutcome::kUnsupportedType:
-        case MessageOutcome::kUnsupportedNamedType:
+        case message::MessageOutcome::kTooManyTabs:
+            return "its tab table has " + Count((tabs->size - kTabHeadSize) / message::kTabRecordSize, "record") +
+                   ", but at most " + std::to_string(message::kMaxTabs) + " are read";
+        case message::MessageOutcome::kRgbaFile:
+        case message::MessageOutcome::kUnsupportedType:
+        case message::MessageOutcome::kUnsupportedNamedType:
             return "it is no message";
     }
     return {};
@@ -66,7 +66,7 @@ constexpr std::uint32_t ScreenColour(COLORREF colour) {
     return (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
 }
 
-void FillPalette(const LoadedMessage& loaded, std::span<const std::uint8_t> bytes, const SectionList& found,
+void FillPalette(const message::LoadedMessage& loaded, std::span<const std::uint8_t> bytes, const SectionList& found,
                  FileReport& report) {
     MessageReport& message = *report.message;
     message.own_palette = loaded.flags->Has(kSectionPalette);
@@ -88,7 +88,7 @@ void FillPalette(const LoadedMessage& loaded, std::span<const std::uint8_t> byte
     }
 }
 
-void FillHead(const LoadedMessage& loaded, std::span<const std::uint8_t> bytes, const SectionList& found,
+void FillHead(const message::LoadedMessage& loaded, std::span<const std::uint8_t> bytes, const SectionList& found,
               FileReport& report) {
     MessageReport& message = *report.message;
     message.lines = loaded.flags->Lines();
@@ -108,43 +108,43 @@ void FillHead(const LoadedMessage& loaded, std::span<const std::uint8_t> bytes, 
 }  // namespace
 
 void InspectMessage(std::span<const std::uint8_t> bytes, FileReport& report) {
-    ByteSource source(bytes);
-    LoadedMessage loaded;
+    message::ByteSource source(bytes);
+    message::LoadedMessage loaded;
     SectionList found;
-    const MessageOutcome outcome = LoadMessage(source, loaded, &found);
+    const message::MessageOutcome outcome = message::LoadMessage(source, loaded, &found);
     report.message.emplace();
     report.sections = found.sections;
     report.reason = Reason(outcome, bytes, found);
     ReportCutSections(report);
     if (loaded.file_header) report.message->type_name = Printable(loaded.file_header->TypeName());
-    if (outcome != MessageOutcome::kShortFlags && loaded.flags) FillHead(loaded, bytes, found, report);
+    if (outcome != message::MessageOutcome::kShortFlags && loaded.flags) FillHead(loaded, bytes, found, report);
     const Section* rows = found.Find("rows");
     if (rows != nullptr && loaded.rows) {
         CheckRows(loaded, rows->offset, report);
         FillPalette(loaded, bytes, found, report);
     }
     if (const Section* tabs = found.Find("tab table")) CheckTabs(bytes, *tabs, loaded, report);
-    if (outcome == MessageOutcome::kRead && found.End() < bytes.size()) {
+    if (outcome == message::MessageOutcome::kRead && found.End() < bytes.size()) {
         ReportTrailingBytes(bytes.subspan(static_cast<std::size_t>(found.End())), report);
     }
-    report.verdict = outcome != MessageOutcome::kRead ? Verdict::kBroken
-                     : report.defects.empty()         ? Verdict::kWhole
-                                                      : Verdict::kReadable;
+    report.verdict = outcome != message::MessageOutcome::kRead ? Verdict::kBroken
+                     : report.defects.empty()                  ? Verdict::kWhole
+                                                               : Verdict::kReadable;
 }
 
 namespace {
 
-std::string PictureDefect(StoredGlyphFault fault) {
+std::string PictureDefect(font::StoredGlyphFault fault) {
     switch (fault) {
-        case StoredGlyphFault::kNone:
+        case font::StoredGlyphFault::kNone:
             break;
-        case StoredGlyphFault::kHeadCutShort:
+        case font::StoredGlyphFault::kHeadCutShort:
             return "the file ends before the picture's size";
-        case StoredGlyphFault::kNoPixels:
+        case font::StoredGlyphFault::kNoPixels:
             return "the picture has a size without pixels";
-        case StoredGlyphFault::kTooSmall:
+        case font::StoredGlyphFault::kTooSmall:
             return "the picture's record is too small for its pixels";
-        case StoredGlyphFault::kPixelsCutShort:
+        case font::StoredGlyphFault::kPixelsCutShort:
             return "the picture is cut short by the file's end";
     }
     return {};
@@ -153,22 +153,22 @@ std::string PictureDefect(StoredGlyphFault fault) {
 }  // namespace
 
 void InspectRgba(std::span<const std::uint8_t> bytes, FileReport& report) {
-    ByteSource source(bytes);
-    LoadedMessage loaded;
+    message::ByteSource source(bytes);
+    message::LoadedMessage loaded;
     SectionList found;
-    const MessageOutcome outcome = LoadMessage(source, loaded, &found);
-    if (outcome != MessageOutcome::kRgbaFile) {
+    const message::MessageOutcome outcome = message::LoadMessage(source, loaded, &found);
+    if (outcome != message::MessageOutcome::kRgbaFile) {
         report.verdict = Verdict::kBroken;
         report.reason = "cut short, " + Number(bytes.size()) + " of at least 152 bytes present";
         return;
     }
     const auto record = bytes.subspan(sizeof(tag_psos_header));
-    const StoredGlyphHead head = ConvertStoredGlyphHead(record);
+    const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(record);
     report.picture = PictureReport{head.width, head.height};
     const std::uint64_t present = std::min<std::uint64_t>(record.size(), head.length);
     report.sections = found.sections;
     report.sections.push_back({"picture", sizeof(tag_psos_header), head.length, present, 1});
-    const std::string defect = PictureDefect(CheckStoredGlyph(head, record.size()));
+    const std::string defect = PictureDefect(font::CheckStoredGlyph(head, record.size()));
     if (!defect.empty()) report.defects.push_back(defect);
     if (defect.empty() && present < record.size()) {
         ReportTrailingBytes(record.subspan(static_cast<std::size_t>(present)), report);
@@ -176,4 +176,4 @@ void InspectRgba(std::span<const std::uint8_t> bytes, FileReport& report) {
     report.verdict = defect.empty() ? Verdict::kWhole : Verdict::kReadable;
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -5,7 +5,7 @@
 
 #include "inspect/report.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 /// Inspects a message, type 702, which may end anywhere.
 /// @param report  takes all but name, size, kind and file type.
@@ -14,4 +14,4 @@ void InspectMessage(std::span<const std::uint8_t> bytes, FileReport& report);
 /// Inspects an RGBA file, type 714 or 717: a picture, of which the import reads nothing but the type.
 void InspectRgba(std::span<const std::uint8_t> bytes, FileReport& report);
 
-}  // namespace inspect
+}  // namespace zel::inspect

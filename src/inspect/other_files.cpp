@@ -5,13 +5,13 @@
 #include <set>
 #include <utility>
 
-#include "module/fontmap/format/name_lists.h"
 #include "inspect/words.h"
-#include "module/message/format/byte_order.h"
 #include "module/contract/records/psos_header.h"
+#include "module/fontmap/format/name_lists.h"
+#include "module/message/format/byte_order.h"
 #include "module/message/format/convert_headers.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
@@ -60,8 +60,8 @@ struct ListContent {
 
 ListContent ReadBitstreamList(const std::vector<std::string_view>& lines) {
     ListContent content;
-    BitstreamLineReader reader;
-    BitstreamEntry entry;
+    fontmap::BitstreamLineReader reader;
+    fontmap::BitstreamEntry entry;
     for (std::size_t i = kHeadings; i < lines.size(); ++i) {
         if (reader.Read(lines[i], entry)) content.Add(std::to_string(entry.number));
     }
@@ -71,7 +71,7 @@ ListContent ReadBitstreamList(const std::vector<std::string_view>& lines) {
 ListContent ReadTypefaceList(const std::vector<std::string_view>& lines) {
     ListContent content;
     for (std::size_t i = kHeadings; i < lines.size(); ++i) {
-        if (const auto entry = ReadTypefaceLine(lines[i])) content.Add(std::string(entry->bitstream_name));
+        if (const auto entry = fontmap::ReadTypefaceLine(lines[i])) content.Add(std::string(entry->bitstream_name));
     }
     return content;
 }
@@ -79,7 +79,7 @@ ListContent ReadTypefaceList(const std::vector<std::string_view>& lines) {
 bool LooksLikeTypefaceList(const std::vector<std::string_view>& lines) {
     std::size_t entries = 0;
     for (std::size_t i = kHeadings; i < lines.size(); ++i) {
-        const auto entry = ReadTypefaceLine(lines[i]);
+        const auto entry = fontmap::ReadTypefaceLine(lines[i]);
         if (entry && entry->bitstream_name.ends_with(" BT")) ++entries;
     }
     return entries != 0 && entries + kHeadings == lines.size();
@@ -137,13 +137,13 @@ std::string FirstBytes(std::span<const std::uint8_t> bytes) {
 std::string ForeignReason(std::span<const std::uint8_t> bytes) {
     if (bytes.empty()) return "it is empty";
     if (bytes.size() < 4) return FirstBytes(bytes);
-    const tag_psos_header header = ConvertPsosHeader(bytes);
+    const tag_psos_header header = message::ConvertPsosHeader(bytes);
     for (const std::uint32_t known : {kMessageFileType, kFontFileType, kRgbaFileTypeA, kRgbaFileTypeB}) {
-        if (header.file_type == SwapLong(known)) {
+        if (header.file_type == message::SwapLong(known)) {
             return "its file type " + std::to_string(known) +
                    " stands in it with the bytes reversed: it may be whole, but in another byte order";
         }
-        const std::uint32_t pairs = std::uint32_t{SwapWord(static_cast<std::uint16_t>(known))};
+        const std::uint32_t pairs = std::uint32_t{message::SwapWord(static_cast<std::uint16_t>(known))};
         if (header.file_type == pairs) {
             return "its file type " + std::to_string(known) +
                    " stands in it with each two bytes exchanged: a copy may have done that";
@@ -173,4 +173,4 @@ void InspectOther(std::span<const std::uint8_t> bytes, std::string_view name, Fi
     report.reason = report.kind == FileKind::kText ? "text, but none of the two name lists" : ForeignReason(bytes);
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

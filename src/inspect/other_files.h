@@ -6,7 +6,7 @@
 
 #include "inspect/report.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 /// Inspects a file whose first bytes make it no message, font or RGBA file: a name list, by its name or by what it
 /// holds, other text, or something foreign.
@@ -14,4 +14,4 @@ namespace inspect {
 /// @param report  takes all but name, size and file type.
 void InspectOther(std::span<const std::uint8_t> bytes, std::string_view name, FileReport& report);
 
-}  // namespace inspect
+}  // namespace zel::inspect

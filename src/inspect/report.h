@@ -8,7 +8,7 @@
 
 /// What inspection finds in a file. Texts are ready to print: bytes of the file that aren't printable ASCII stand as
 /// \xNN.
-namespace inspect {
+namespace zel::inspect {
 
 enum class FileKind { kMessage, kFont, kRgba, kBitstreamList, kTypefaceList, kText, kOther };
 
@@ -133,4 +133,4 @@ struct FileReport {
     std::optional<ListReport> list;
 };
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -5,7 +5,7 @@
 
 #include "inspect/words.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
@@ -329,4 +329,4 @@ std::string Contents(const FileReport& report) {
     return {};
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -4,7 +4,7 @@
 
 #include "inspect/report.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 /// The report as a person reads it in a terminal: lines of at most 120 columns where the file's texts allow it, the
 /// last one ended too. An ordinary file takes no more than 60.
@@ -19,4 +19,4 @@ std::string VerdictText(const FileReport& report);
 /// What the file holds in a few words: "5 rows, 64 characters, fonts 12 14".
 std::string Contents(const FileReport& report);
 
-}  // namespace inspect
+}  // namespace zel::inspect

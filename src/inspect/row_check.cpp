@@ -6,10 +6,10 @@
 #include <set>
 #include <span>
 
-#include "module/contract/records/char_entry.h"
 #include "inspect/words.h"
+#include "module/contract/records/char_entry.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
@@ -80,7 +80,7 @@ struct Places {
 
 class RowChecker {
   public:
-    RowChecker(const LoadedMessage& loaded, FileReport& report) : m_loaded(loaded), m_report(report) {}
+    RowChecker(const message::LoadedMessage& loaded, FileReport& report) : m_loaded(loaded), m_report(report) {}
 
     void Check(std::uint64_t start);
 
@@ -93,7 +93,7 @@ class RowChecker {
         m_report.defects.push_back("row " + std::to_string(row) + ": " + what);
     }
 
-    const LoadedMessage& m_loaded;
+    const message::LoadedMessage& m_loaded;
     FileReport& m_report;
     std::map<int, Places> m_slots;
     Places m_codes_without_glyph;
@@ -217,8 +217,8 @@ void RowChecker::ReportCodes() {
 
 }  // namespace
 
-void CheckRows(const LoadedMessage& loaded, std::uint64_t start, FileReport& report) {
+void CheckRows(const message::LoadedMessage& loaded, std::uint64_t start, FileReport& report) {
     RowChecker(loaded, report).Check(start);
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

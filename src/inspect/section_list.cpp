@@ -4,7 +4,7 @@
 
 #include "inspect/words.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
@@ -60,4 +60,4 @@ void ReportTrailingBytes(std::span<const std::uint8_t> rest, FileReport& report)
     }
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

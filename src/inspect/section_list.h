@@ -8,11 +8,11 @@
 #include "inspect/report.h"
 #include "module/message/format/section_observer.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 /// Collects the sections that a reader announces. Records of a font's stored glyphs, which stand back to back, become
 /// one entry.
-class SectionList final : public SectionObserver {
+class SectionList final : public message::SectionObserver {
   public:
     void OnSection(const char* name, std::uint64_t offset, std::uint64_t size, std::uint64_t present) override;
 
@@ -32,4 +32,4 @@ void ReportCutSections(FileReport& report);
 /// @param rest  those bytes.
 void ReportTrailingBytes(std::span<const std::uint8_t> rest, FileReport& report);
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -6,11 +6,11 @@
 #include "inspect/words.h"
 #include "module/message/format/convert_tab_field.h"
 
-namespace inspect {
+namespace zel::inspect {
 
 namespace {
 
-std::string WhyRejected(const tag_tab_field& tab, const LoadedMessage& loaded) {
+std::string WhyRejected(const tag_tab_field& tab, const message::LoadedMessage& loaded) {
     if (tab.Row() >= loaded.header->RowCount()) {
         return "it lies in row " + std::to_string(tab.Row()) + ", but the last one is " +
                std::to_string(loaded.header->RowCount() - 1);
@@ -22,7 +22,7 @@ std::string WhyRejected(const tag_tab_field& tab, const LoadedMessage& loaded) {
     return {};
 }
 
-TabReport Describe(const tag_tab_field& tab, const LoadedMessage& loaded) {
+TabReport Describe(const tag_tab_field& tab, const message::LoadedMessage& loaded) {
     const std::string_view name(tab.tab_name, sizeof tab.tab_name);
     TabReport out;
     out.name = Printable(name.substr(0, name.find('\0')));
@@ -37,20 +37,20 @@ TabReport Describe(const tag_tab_field& tab, const LoadedMessage& loaded) {
 
 }  // namespace
 
-void CheckTabs(std::span<const std::uint8_t> bytes, const Section& table, const LoadedMessage& loaded,
+void CheckTabs(std::span<const std::uint8_t> bytes, const Section& table, const message::LoadedMessage& loaded,
                FileReport& report) {
     if (loaded.tabs == nullptr || table.present <= kTabHeadSize) return;
     auto records = bytes.subspan(static_cast<std::size_t>(table.offset) + kTabHeadSize,
                                  static_cast<std::size_t>(table.present) - kTabHeadSize);
     std::vector<TabReport>& tabs = report.message->tabs;
     while (!records.empty()) {
-        const auto record = records.first(std::min<std::size_t>(kTabRecordSize, records.size()));
+        const auto record = records.first(std::min<std::size_t>(message::kTabRecordSize, records.size()));
         records = records.subspan(record.size());
-        tabs.push_back(Describe(ConvertTabRecord(record), loaded));
+        tabs.push_back(Describe(message::ConvertTabRecord(record), loaded));
         if (tabs.back().rejected.empty()) continue;
         report.defects.push_back("tab field " + std::to_string(tabs.size() - 1) + ": left out on import, " +
                                  tabs.back().rejected);
     }
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

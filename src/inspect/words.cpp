@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace inspect {
+namespace zel::inspect {
 
 std::string PrintableCode(int code) {
     if (code >= ' ' && code <= '~' && code != '\\') return {static_cast<char>(code)};
@@ -53,4 +53,4 @@ std::string Listed(const std::vector<std::string>& items, std::size_t most) {
     return text;
 }
 
-}  // namespace inspect
+}  // namespace zel::inspect

@@ -6,7 +6,7 @@
 #include <vector>
 
 /// Small words of a report.
-namespace inspect {
+namespace zel::inspect {
 
 /// Bytes as printable ASCII; all others, and the backslash, as \xNN.
 std::string Printable(std::string_view bytes);
@@ -29,4 +29,4 @@ std::string Hex(std::uint32_t value);
 /// "a, b, c and 12 more": at most `most` of the items are named.
 std::string Listed(const std::vector<std::string>& items, std::size_t most = 8);
 
-}  // namespace inspect
+}  // namespace zel::inspect

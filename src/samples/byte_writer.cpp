@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace samples {
+namespace zel::samples {
 
 ByteWriter& ByteWriter::U8(std::uint32_t value) {
     m_bytes.push_back(static_cast<std::uint8_t>(value));
@@ -33,4 +33,4 @@ ByteWriter& ByteWriter::Fill(std::size_t count, std::uint8_t value) {
     return *this;
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -9,7 +9,7 @@
 
 /// Writers of the files that the module reads. They share no code with the module, so that a test has an independent
 /// source of bytes, and they check nothing: whatever a field can hold is written, also what no sane file would hold.
-namespace samples {
+namespace zel::samples {
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -52,4 +52,4 @@ class BitRecord {
 };
 static_assert(BitRecord<2>().Put(6, 0x3F).Put(10, 1).Written() == std::array<std::uint8_t, 2>{0xFC, 0x01});
 
-}  // namespace samples
+}  // namespace zel::samples

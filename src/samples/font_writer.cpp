@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 constexpr std::size_t kCharTableSize = 384;
@@ -126,4 +126,4 @@ std::string NumberedName(unsigned number) {
     return "." + std::string(digits.size() < 4 ? 4 - digits.size() : 0, '0') + digits;
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -15,7 +15,7 @@
 /// Describes a font file section by section and writes its bytes. Fields have the names of the format; a field that no
 /// reader looks at is named by its offset. A field wider than its place is cut to it. An optional field that is left
 /// out is worked out from what the description holds.
-namespace samples {
+namespace zel::samples {
 
 constexpr unsigned kFontCharCount = 192;
 
@@ -130,4 +130,4 @@ Bytes WriteRgbaFile(std::uint32_t file_type, const StoredGlyph& picture);
 /// The name of the font or message file of a number: a dot and at least four digits.
 std::string NumberedName(unsigned number);
 
-}  // namespace samples
+}  // namespace zel::samples

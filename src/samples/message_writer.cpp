@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 constexpr unsigned kPaletteBit = 0x0001, kBackgroundBit = 0x0002, kTabBit = 0x0020, kFlashBit = 0x0100;
@@ -174,4 +174,4 @@ void ShuffleRecords(RowText& row, std::span<const unsigned> places) {
     row.cells = std::move(moved);
 }
 
-}  // namespace samples
+}  // namespace zel::samples

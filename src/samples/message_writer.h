@@ -15,7 +15,7 @@
 /// Describes a message file section by section and writes its bytes. Fields have the names of the format; `b2_bit5`
 /// is bit 5 of a record's byte 2, a field that is carried and not read. A field wider than its place is cut to it.
 /// An optional field that is left out is worked out from what the description holds.
-namespace samples {
+namespace zel::samples {
 
 /// A character record, 8 bytes.
 struct CharCell {
@@ -165,4 +165,4 @@ void ChainInOrder(RowText& row);
 /// @throws std::invalid_argument when it isn't one.
 void ShuffleRecords(RowText& row, std::span<const unsigned> places);
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -1,6 +1,6 @@
 #include "samples/name_lists.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 std::string Annotated(std::string_view name, std::string_view annotation) {
@@ -47,4 +47,4 @@ TypefaceList& TypefaceList::Line(std::string_view line) {
     return *this;
 }
 
-}  // namespace samples
+}  // namespace zel::samples

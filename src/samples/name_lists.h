@@ -5,7 +5,7 @@
 
 /// Writers of the two text lists that lead from a font's number and name to an installed typeface. Both begin with two
 /// heading lines, and every line ends in a line feed.
-namespace samples {
+namespace zel::samples {
 
 constexpr std::string_view kBitstreamListName = "bitstream_fontlist.txt";
 constexpr std::string_view kTypefaceListName = "typeface_list.txt";
@@ -45,4 +45,4 @@ class TypefaceList {
     std::string m_text;
 };
 
-}  // namespace samples
+}  // namespace zel::samples

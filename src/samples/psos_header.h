@@ -5,7 +5,7 @@
 
 #include "samples/byte_writer.h"
 
-namespace samples {
+namespace zel::samples {
 
 /// The 136-byte header that opens message and font files alike.
 struct PsosHeader {
@@ -19,4 +19,4 @@ inline void WritePsosHeader(const PsosHeader& header, ByteWriter& out) {
     out.U32(header.file_type).U32(header.word_4).Text(header.type_name, 136 - 8);
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 struct Pixel {
@@ -78,4 +78,4 @@ Bytes RunCodeBytes(std::span<const std::uint32_t> codes) {
     return out.Written();
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -8,7 +8,7 @@
 
 /// Run codes, the form in which a run-coded glyph stands in a font's encoding data: 32-bit words, big-endian in the
 /// file. Bit 31 stay, 23 to 16 colour index, 15 to 8 level, 7 to 3 the count as 32 - count, 1 to 0 the operation.
-namespace samples {
+namespace zel::samples {
 
 using RunCodes = std::vector<std::uint32_t>;
 
@@ -83,4 +83,4 @@ RunCodes EncodeFaceAndEdge(const Coverage& face, const Coverage& edge);
 /// The codes as the bytes of encoding data.
 Bytes RunCodeBytes(std::span<const std::uint32_t> codes);
 
-}  // namespace samples
+}  // namespace zel::samples

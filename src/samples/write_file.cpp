@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <system_error>
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 std::filesystem::path DraftOf(const std::filesystem::path& file) {
@@ -43,4 +43,4 @@ void WriteWholeFile(const std::filesystem::path& file, std::span<const std::uint
     WriteWholeFile(file, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
 }
 
-}  // namespace samples
+}  // namespace zel::samples

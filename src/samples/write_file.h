@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-namespace samples {
+namespace zel::samples {
 
 /// Writes a file whole: under a name of its own beside it first, which then takes the file's place. Directories that
 /// are missing are made.
@@ -13,4 +13,4 @@ namespace samples {
 void WriteWholeFile(const std::filesystem::path& file, std::span<const std::uint8_t> bytes);
 void WriteWholeFile(const std::filesystem::path& file, std::string_view text);
 
-}  // namespace samples
+}  // namespace zel::samples

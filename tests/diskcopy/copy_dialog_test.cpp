@@ -22,6 +22,8 @@
 #include "platform/system/files.h"
 #include "platform/test_dialog.h"
 
+using namespace zel;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -73,11 +75,11 @@ class Scratch {
         path = name;
         for (const char drive : {'D', 'E'}) {
             fs::create_directory(path / std::string(1, drive));
-            MountDrive(drive, (path / std::string(1, drive)).string());
+            system::MountDrive(drive, (path / std::string(1, drive)).string());
         }
     }
     ~Scratch() {
-        for (const char drive : {'D', 'E'}) MountDrive(drive, "");
+        for (const char drive : {'D', 'E'}) system::MountDrive(drive, "");
         fs::remove_all(path);
     }
 
@@ -121,17 +123,17 @@ class Scratch {
 class CopyDialogTest : public testing::Test {
   protected:
     CopyDialogTest() {
-        SetDesktop(&m_desktop);
+        seam::SetDesktop(&m_desktop);
         g_shown_log.clear();
     }
     ~CopyDialogTest() override {
         g_read_error = g_write_error = 0;
-        SetDesktop(nullptr);
+        seam::SetDesktop(nullptr);
     }
 
-    void Run(std::function<void(DialogDriver&)> user, void (*show)(char*) = &ShowLog) {
-        m_desktop.HandleDialog(kCopyDialog, [&user](CDialog& dialog) {
-            DialogDriver driver(dialog);
+    void Run(std::function<void(script::DialogDriver&)> user, void (*show)(char*) = &ShowLog) {
+        m_desktop.HandleDialog(diskcopy::kCopyDialog, [&user](CDialog& dialog) {
+            script::DialogDriver driver(dialog);
             user(driver);
         });
         CCopyDlg(nullptr).OpenDialog(show);
@@ -140,12 +142,12 @@ class CopyDialogTest : public testing::Test {
     /// Copies once. @return the status line.
     std::string Copy(const std::string& source = "D:\\", const std::string& target = "E:\\", bool overwrite = false) {
         std::string status;
-        Run([&](DialogDriver& user) {
-            user.Type(kCopySourceEdit, source);
-            user.Type(kCopyTargetEdit, target);
-            if (overwrite) user.Check(kCopyOverwriteRadio);
+        Run([&](script::DialogDriver& user) {
+            user.Type(diskcopy::kCopySourceEdit, source);
+            user.Type(diskcopy::kCopyTargetEdit, target);
+            if (overwrite) user.Check(diskcopy::kCopyOverwriteRadio);
             user.PressEnter();
-            status = user.Text(kCopyStatus);
+            status = user.Text(diskcopy::kCopyStatus);
         });
         return status;
     }
@@ -153,9 +155,9 @@ class CopyDialogTest : public testing::Test {
     std::string LastBox() const { return m_desktop.Boxes().empty() ? "" : m_desktop.Boxes().back().text; }
     std::string Log() const { return Content(m_scratch.path / "E/CopyLog.txt"); }
 
-    const ResourcesInForce m_resources;
+    const test::ResourcesInForce m_resources;
     const Scratch m_scratch;
-    HeadlessDesktop m_desktop;
+    script::HeadlessDesktop m_desktop;
 };
 
 template <typename Case>
@@ -258,7 +260,7 @@ using Refusal = CopyTable<RefusedCase>;
 
 TEST_P(Refusal, IsToldAndNothingIsWritten) {
     m_scratch.Make("D/MESSAGES/.0012 702 8\nE/MESSAGES link ../D/MESSAGES\nD/empty folder\nE/busy folder");
-    MountUnreadableDrive('F', ERROR_NOT_DOS_DISK);
+    system::MountUnreadableDrive('F', ERROR_NOT_DOS_DISK);
     const int busy = open((m_scratch.path / "E/busy").c_str(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(flock(busy, LOCK_EX), 0);
     const auto before = m_scratch.Files("");
@@ -267,7 +269,7 @@ TEST_P(Refusal, IsToldAndNothingIsWritten) {
     EXPECT_EQ(m_scratch.Files(""), before);
     EXPECT_EQ(g_shown_log, "");
     close(busy);
-    MountDrive('F', "");
+    system::MountDrive('F', "");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -336,38 +338,38 @@ TEST_F(CopyDialogTest, ListsWhatItWillCopyOnceASourceIsPicked) {
     m_scratch.Make("D/MESSAGES/.0012 702 8\nD/MACHINE/.0012 500 9\nD/MACHINE/.0013 link .0012");
     m_desktop.QueueFile((m_scratch.path / "D/MACHINE/.0012").string());
     m_desktop.QueueFile((m_scratch.path / "E/any name").string());
-    Run([](DialogDriver& user) {
-        EXPECT_TRUE(user.IsChecked(kCopySkipRadio));
-        user.Press(kCopySourceBrowse);
-        EXPECT_EQ(user.Text(kCopySourceEdit), "D:\\");
-        EXPECT_THAT(user.List(kCopyFileList),
+    Run([](script::DialogDriver& user) {
+        EXPECT_TRUE(user.IsChecked(diskcopy::kCopySkipRadio));
+        user.Press(diskcopy::kCopySourceBrowse);
+        EXPECT_EQ(user.Text(diskcopy::kCopySourceEdit), "D:\\");
+        EXPECT_THAT(user.List(diskcopy::kCopyFileList),
                     ElementsAre("MESSAGES\\.0012  (message, 8 bytes)", "MACHINE\\.0012  (font, 9 bytes)"));
-        EXPECT_EQ(user.Text(kCopyStatus), "Files to copy: 2; passed over: 1");
-        user.Press(kCopyTargetBrowse);
-        EXPECT_EQ(user.Text(kCopyTargetEdit), "E:\\");
-        user.Type(kCopySourceEdit, "D:\\MACHINE");
-        EXPECT_THAT(user.List(kCopyFileList), IsEmpty()) << "another source";
-        user.Press(kCopyShowButton);
-        EXPECT_THAT(user.List(kCopyFileList), ElementsAre(".0012  (font, 9 bytes)"));
+        EXPECT_EQ(user.Text(diskcopy::kCopyStatus), "Files to copy: 2; passed over: 1");
+        user.Press(diskcopy::kCopyTargetBrowse);
+        EXPECT_EQ(user.Text(diskcopy::kCopyTargetEdit), "E:\\");
+        user.Type(diskcopy::kCopySourceEdit, "D:\\MACHINE");
+        EXPECT_THAT(user.List(diskcopy::kCopyFileList), IsEmpty()) << "another source";
+        user.Press(diskcopy::kCopyShowButton);
+        EXPECT_THAT(user.List(diskcopy::kCopyFileList), ElementsAre(".0012  (font, 9 bytes)"));
     });
 }
 
 TEST_F(CopyDialogTest, ShowsItsProgressAndStopsByItsButton) {
     m_scratch.Make("D/MESSAGES/.0001 702 8\nD/MESSAGES/.0002 702 8");
     std::vector<std::string> seen;
-    Run([&](DialogDriver& user) {
+    Run([&](script::DialogDriver& user) {
         m_desktop.AnswerKeys([&](int) {
-            seen.push_back(user.Text(kCopyStatus));
+            seen.push_back(user.Text(diskcopy::kCopyStatus));
             EXPECT_FALSE(user.IsEnabled(IDOK));
             EXPECT_EQ(user.Text(IDCANCEL), "Stop");
             if (seen.size() == 3) user.Press(IDCANCEL);
             return false;
         });
-        user.Type(kCopySourceEdit, "D:\\");
-        user.Type(kCopyTargetEdit, "E:\\");
+        user.Type(diskcopy::kCopySourceEdit, "D:\\");
+        user.Type(diskcopy::kCopyTargetEdit, "E:\\");
         user.Press(IDOK);
         EXPECT_THAT(seen, ElementsAre("Files to copy: 2", "Files to copy: 2", "Copying 1 of 2: MESSAGES\\.0001"));
-        EXPECT_EQ(user.Text(kCopyStatus), "1 copied (8 bytes), 1 not copied; stopped by the user");
+        EXPECT_EQ(user.Text(diskcopy::kCopyStatus), "1 copied (8 bytes), 1 not copied; stopped by the user");
         EXPECT_EQ(user.Text(IDCANCEL), "Close");
         user.PressEscape();
     });
@@ -377,11 +379,11 @@ TEST_F(CopyDialogTest, ShowsItsProgressAndStopsByItsButton) {
 TEST_F(CopyDialogTest, HandsTheLogOfTheLastRunToItsCallerOnceItIsClosed) {
     m_scratch.Make("D/MESSAGES/.0001 702 1234");
     const HINSTANCE own = AfxGetModuleState()->m_hCurrentResourceHandle;
-    Run([](DialogDriver&) {});
+    Run([](script::DialogDriver&) {});
     EXPECT_EQ(g_shown_log, "") << "nothing was copied";
-    Run([](DialogDriver& user) {
-        user.Type(kCopySourceEdit, "D:\\");
-        user.Type(kCopyTargetEdit, "E:\\new\\folder");
+    Run([](script::DialogDriver& user) {
+        user.Type(diskcopy::kCopySourceEdit, "D:\\");
+        user.Type(diskcopy::kCopyTargetEdit, "E:\\new\\folder");
         for (int run = 0; run < 2; ++run) user.Press(IDOK);
         EXPECT_EQ(g_shown_log, "");
     });
@@ -392,7 +394,7 @@ TEST_F(CopyDialogTest, HandsTheLogOfTheLastRunToItsCallerOnceItIsClosed) {
     EXPECT_EQ(log,
               "Source: D:\\\r\nTarget: E:\\new\\folder\r\nFiles that were there already: skipped\r\n\r\n"
               "copied              1,234  MESSAGES\\.0001  (message)\r\n\r\n1 copied (1,234 bytes)\r\n");
-    Run([](DialogDriver& user) { user.Press(IDOK); }, nullptr);
+    Run([](script::DialogDriver& user) { user.Press(IDOK); }, nullptr);
 }
 
 }  // namespace

@@ -8,15 +8,17 @@
 #include <gmock/gmock.h>
 
 #include "faults/failing.h"
-#include "module/font/format/font_loader.h"
 #include "inspect/inspect.h"
 #include "inspect/sample_files.h"
+#include "module/font/format/font_loader.h"
 #include "module/message/format/message_loader.h"
 
 #if defined(ZELTRANS_SAMPLE_DISK)
-#include "samples/disk/demo_disk.h"
 #include "module/font/format/font_blocks.h"
+#include "samples/disk/demo_disk.h"
 #endif
+
+namespace zel::test {
 
 namespace {
 
@@ -34,59 +36,61 @@ struct Section {
     std::uint64_t start, end;
 };
 
-struct SectionList : SectionObserver {
+struct SectionList : message::SectionObserver {
     void OnSection(const char* name, std::uint64_t offset, std::uint64_t size, std::uint64_t) override {
         list.push_back({name, offset, offset + size});
     }
     std::vector<Section> list;
 };
 
-std::string Outcome(MessageOutcome outcome) {
+std::string Outcome(message::MessageOutcome outcome) {
     return "message " + std::to_string(static_cast<int>(outcome));
 }
-std::string Outcome(FontOutcome outcome) {
+std::string Outcome(font::FontOutcome outcome) {
     return "font " + std::to_string(static_cast<int>(outcome));
 }
 
 /// Reads a message or a font and lets it go.
-std::string Read(bool font, Bytes file, SectionObserver* observer = nullptr) {
-    ByteSource source(file);
+std::string Read(bool font, Bytes file, message::SectionObserver* observer = nullptr) {
+    message::ByteSource source(file);
     if (font) {
         tag_font_memory slot;
         bool tessor = false;
-        const FontOutcome outcome = LoadFont(source, slot, tessor, observer);
-        ReleaseFontBlocks(slot);
+        const font::FontOutcome outcome = font::LoadFont(source, slot, tessor, observer);
+        font::ReleaseFontBlocks(slot);
         return Outcome(outcome);
     }
-    LoadedMessage message;
-    return Outcome(LoadMessage(source, message, observer));
+    message::LoadedMessage message;
+    return Outcome(message::LoadMessage(source, message, observer));
 }
 
 /// What the format says of a file whose end lies in this section: a failure, or nothing where the section need not be
 /// there: the rows, the header before them, the records of a tab table, the pixels of a glyph.
 std::string WhenCutIn(const Section& section, std::size_t end, bool font, bool font_leads, bool first_sample) {
     static const std::map<std::string, std::string> kMissing = {
-        {"section flags", Outcome(MessageOutcome::kShortFlags)},
-        {"palette", Outcome(MessageOutcome::kShortPalette)},
-        {"font header", Outcome(FontOutcome::kShortFontHeader)},
-        {"character directory", Outcome(FontOutcome::kShortDirectory)},
-        {"auxiliary block", Outcome(FontOutcome::kShortBlock)},
-        {"word table", Outcome(FontOutcome::kShortBlock)},
-        {"character table a", Outcome(FontOutcome::kShortBlock)},
-        {"character table b", Outcome(FontOutcome::kShortBlock)},
+        {"section flags", Outcome(message::MessageOutcome::kShortFlags)},
+        {"palette", Outcome(message::MessageOutcome::kShortPalette)},
+        {"font header", Outcome(font::FontOutcome::kShortFontHeader)},
+        {"character directory", Outcome(font::FontOutcome::kShortDirectory)},
+        {"auxiliary block", Outcome(font::FontOutcome::kShortBlock)},
+        {"word table", Outcome(font::FontOutcome::kShortBlock)},
+        {"character table a", Outcome(font::FontOutcome::kShortBlock)},
+        {"character table b", Outcome(font::FontOutcome::kShortBlock)},
     };
     const auto cut_before = [&](std::uint64_t size) { return section.start + size > end; };
     if (section.name == "Psos file header")
-        return font ? Outcome(FontOutcome::kShortPsosHeader) : Outcome(MessageOutcome::kShortFileHeader);
+        return font ? Outcome(font::FontOutcome::kShortPsosHeader) : Outcome(message::MessageOutcome::kShortFileHeader);
     if (section.name == "encoding data")
-        return Outcome(font_leads ? FontOutcome::kShortLeadingEncoding : FontOutcome::kShortEncoding);
-    if (section.name == "sample block" && !cut_before(10)) return Outcome(FontOutcome::kShortSampleRow);
+        return Outcome(font_leads ? font::FontOutcome::kShortLeadingEncoding : font::FontOutcome::kShortEncoding);
+    if (section.name == "sample block" && !cut_before(10)) return Outcome(font::FontOutcome::kShortSampleRow);
     if (section.name == "sample block")
-        return Outcome(font_leads && first_sample ? FontOutcome::kShortLeadingSample : FontOutcome::kShortBlock);
-    if (section.name == "stored glyph") return cut_before(4) ? Outcome(FontOutcome::kShortBlock) : "";
+        return Outcome(font_leads && first_sample ? font::FontOutcome::kShortLeadingSample
+                                                  : font::FontOutcome::kShortBlock);
+    if (section.name == "stored glyph") return cut_before(4) ? Outcome(font::FontOutcome::kShortBlock) : "";
     if (section.name == "background")
-        return Outcome(cut_before(2) ? MessageOutcome::kUnknownBackground : MessageOutcome::kShortBackground);
-    if (section.name == "tab table") return cut_before(2) ? Outcome(MessageOutcome::kTabVersionBelow2) : "";
+        return Outcome(cut_before(2) ? message::MessageOutcome::kUnknownBackground
+                                     : message::MessageOutcome::kShortBackground);
+    if (section.name == "tab table") return cut_before(2) ? Outcome(message::MessageOutcome::kTabVersionBelow2) : "";
     const auto missing = kMissing.find(section.name);
     return missing != kMissing.end() ? missing->second : "";
 }
@@ -191,3 +195,5 @@ TEST_F(DemonstrationDisk, HasNoMessageThatAFlippedBitLeavesUntold) {
 #endif
 
 }  // namespace
+
+}  // namespace zel::test

@@ -9,6 +9,8 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+using namespace zel;
+
 // A sanitizer has an allocator of its own, which must stay: then only the module's own calls are taken over (by the
 // linker, see CMakeLists.txt), and those of operator new. Else the C library's names are, for all that the program
 // loads.
@@ -31,7 +33,7 @@ void* OURS(realloc)(void* block, std::size_t size);
 void OURS(free)(void* block);
 }
 
-namespace failing {
+namespace zel::failing {
 
 namespace {
 
@@ -92,7 +94,7 @@ std::size_t TakeLargestAllocation() noexcept {
     return largest;
 }
 
-}  // namespace failing
+}  // namespace zel::failing
 
 using failing::Call;
 using failing::Fails;

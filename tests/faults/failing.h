@@ -5,7 +5,7 @@
 
 /// Lets calls of the system fail in turn: this program has allocation, open and read of its own, which the module and
 /// the platform beneath it call.
-namespace failing {
+namespace zel::failing {
 
 enum class Call { kAllocation, kOpen, kRead };
 
@@ -34,4 +34,4 @@ std::int64_t LiveBlocks() noexcept;
 /// The largest single allocation since the last call, bytes.
 std::size_t TakeLargestAllocation() noexcept;
 
-}  // namespace failing
+}  // namespace zel::failing

@@ -10,6 +10,8 @@
 #include "faults/failing.h"
 #include "faults/machine.h"
 
+namespace zel::test {
+
 namespace {
 
 using failing::Armed;
@@ -84,3 +86,5 @@ INSTANTIATE_TEST_SUITE_P(Each, EveryCall,
                          [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
+
+}  // namespace zel::test

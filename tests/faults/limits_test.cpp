@@ -5,11 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "faults/failing.h"
-#include "module/font/format/font_loader.h"
 #include "inspect/sample_files.h"
+#include "module/font/format/font_blocks.h"
+#include "module/font/format/font_loader.h"
 #include "module/message/format/message_loader.h"
 #include "support/module_fixture.h"
-#include "module/font/format/font_blocks.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -35,13 +37,13 @@ TEST_P(AnnouncedSize, OfAFontTakesNoMoreMemoryThanTheFileHolds) {
     samples::FontFile font = GoodFont();
     GetParam().announce(font);
     const samples::Bytes bytes = samples::WriteFont(font);
-    ByteSource source(bytes);
+    message::ByteSource source(bytes);
     tag_font_memory slot;
     bool tessor = false;
     failing::TakeLargestAllocation();
-    LoadFont(source, slot, tessor);
+    font::LoadFont(source, slot, tessor);
     EXPECT_LE(failing::TakeLargestAllocation(), bytes.size());
-    ReleaseFontBlocks(slot);
+    font::ReleaseFontBlocks(slot);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -62,9 +64,9 @@ TEST(AnnouncedRows, OfAShortFileArentTouched) {
     message.header.last_row = 65535;
     const samples::Bytes bytes = samples::WriteMessage(message);
     [[maybe_unused]] const std::size_t before = Resident();
-    ByteSource source(bytes);
-    LoadedMessage loaded;
-    LoadMessage(source, loaded);
+    message::ByteSource source(bytes);
+    message::LoadedMessage loaded;
+    message::LoadMessage(source, loaded);
     EXPECT_EQ(loaded.header->RowCount(), 65536);
     EXPECT_EQ(loaded.rows[65535].CharCount(), 0);
 #if !defined(ZELTRANS_SANITIZED)  // which fills the block
@@ -100,3 +102,5 @@ TEST_F(LargestFiles, AreImportedInBoundedTime) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -5,16 +5,16 @@
 #include <optional>
 
 #include "faults/failing.h"
-#include "module/state/module_state.h"
 #include "module/contract/zel_trans_export.h"
+#include "module/font/format/font_blocks.h"
+#include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 #include "samples/name_lists.h"
-#include "module/font/format/font_blocks.h"
 
-namespace faults {
+namespace zel::faults {
 
 namespace {
 
@@ -30,7 +30,7 @@ class Host : public CWnd {
         if (m_drawer.m_Slots[0].font_header != nullptr) m_fonts[kFontSlots - 1] = m_drawer.m_Slots[0];
         for (tag_font_memory& font : m_fonts) {
             delete font.font_copy;
-            ReleaseFontBlocks(font);
+            font::ReleaseFontBlocks(font);
         }
         g_host = nullptr;
     }
@@ -166,4 +166,4 @@ std::string Machine::Import() {
     return m_log;
 }
 
-}  // namespace faults
+}  // namespace zel::faults

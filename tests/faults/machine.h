@@ -5,7 +5,7 @@
 
 #include "module_room.h"
 
-namespace faults {
+namespace zel::faults {
 
 /// A disk with a message in two fonts, run-coded and stored, and a host that draws what it is given. The host is
 /// made anew for each import, so that a block that is left belongs to the module.
@@ -26,4 +26,4 @@ class Machine {
     std::int64_t m_blocks_left = 0;
 };
 
-}  // namespace faults
+}  // namespace zel::faults

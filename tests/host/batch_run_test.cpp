@@ -12,6 +12,8 @@
 #include "module/contract/host_messages.h"
 #include "platform/framework/exceptions.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::ElementsAre;
@@ -20,9 +22,9 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 /// Notes the numbers of a batch as words such as "5 recorded", and each failure's reason.
-class ItemRecorder : public HostObserver {
+class ItemRecorder : public host::HostObserver {
   public:
-    void OnBatchItem(const BatchItem& item) override {
+    void OnBatchItem(const host::BatchItem& item) override {
         static constexpr const char* kWords[] = {"recorded", "not inserted", "missing", "failed"};
         items.push_back(std::to_string(item.number) + " " + kWords[static_cast<int>(item.outcome)]);
         if (!item.reason.empty()) reasons.push_back(item.reason);
@@ -40,14 +42,14 @@ class BatchRun : public HostDisk {
         m_batch.host.maps = m_batch.disk;
     }
 
-    BatchOutcome Run(HostObserver* also = nullptr) {
+    run::BatchOutcome Run(host::HostObserver* also = nullptr) {
         m_items = ItemRecorder();
-        std::vector<HostObserver*> observers{&m_items};
+        std::vector<host::HostObserver*> observers{&m_items};
         if (also != nullptr) observers.push_back(also);
-        return RunBatch(m_batch, observers);
+        return run::RunBatch(m_batch, observers);
     }
 
-    BatchRequest m_batch;
+    run::BatchRequest m_batch;
     ItemRecorder m_items;
 };
 
@@ -58,16 +60,16 @@ TEST_F(BatchRun, TellsWhatBecomesOfEachNumber) {
     samples::WriteWholeFile(Path("MESSAGES/0004"), samples::WriteRgbaFile(714, picture));
     struct {
         bool warnings;
-        RgbaAnswer rgba;
+        run::RgbaAnswer rgba;
         const char* last;
-    } const cases[] = {{false, RgbaAnswer::kObject, "4 recorded"},
-                       {true, RgbaAnswer::kBackground, "4 recorded"},
-                       {false, RgbaAnswer::kCancel, "4 not inserted"}};
+    } const cases[] = {{false, run::RgbaAnswer::kObject, "4 recorded"},
+                       {true, run::RgbaAnswer::kBackground, "4 recorded"},
+                       {false, run::RgbaAnswer::kCancel, "4 not inserted"}};
     for (const auto& row : cases) {
         m_batch.warnings = row.warnings;
         m_batch.rgba = row.rgba;
-        const BatchOutcome outcome = Run();
-        EXPECT_EQ(outcome.end, BatchEnd::kCompleted);
+        const run::BatchOutcome outcome = Run();
+        EXPECT_EQ(outcome.end, run::BatchEnd::kCompleted);
         EXPECT_THAT(m_items.items, ElementsAre("1 recorded", "2 missing", "3 failed", row.last));
         EXPECT_THAT(m_items.reasons, ElementsAre(StartsWith(Path("MESSAGES/.0003") + ": ")));
         EXPECT_THAT(outcome.order_breaches, IsEmpty());
@@ -93,8 +95,8 @@ TEST_F(BatchRun, RunsSeveralRangesInOneDialog) {
 
 TEST_F(BatchRun, SaysWhyTheModuleRefusesARange) {
     m_batch.ranges = {{"1", "x"}, {"1", "2"}};
-    const BatchOutcome outcome = Run();
-    EXPECT_EQ(outcome.end, BatchEnd::kRefused);
+    const run::BatchOutcome outcome = Run();
+    EXPECT_EQ(outcome.end, run::BatchEnd::kRefused);
     EXPECT_THAT(outcome.failure, StartsWith("Non-numeric End ID: x"));
     EXPECT_THAT(m_items.items, IsEmpty());
 }
@@ -104,16 +106,16 @@ TEST_F(BatchRun, StopsWhereverItIsAskedTo) {
     for (const int asking : {1, 2, 3, 6}) {
         int asked = 0;
         m_batch.stop = [&] { return ++asked >= asking; };
-        EXPECT_EQ(Run().end, BatchEnd::kStopped);
+        EXPECT_EQ(Run().end, run::BatchEnd::kStopped);
         EXPECT_EQ(m_items.items.size(), static_cast<std::size_t>((asking - 1) / 2)) << asking;
         EXPECT_EQ(asked, asking);
     }
 }
 
 /// Has the memory run out in the middle of the second message that comes.
-class OutOfMemoryOnce : public HostObserver {
+class OutOfMemoryOnce : public host::HostObserver {
   public:
-    void OnChar(const SentCharacter& /*character*/) override {
+    void OnChar(const host::SentCharacter& /*character*/) override {
         if (++m_count == 2) AfxThrowMemoryException();
     }
 
@@ -125,10 +127,10 @@ TEST_F(BatchRun, GoesOnBehindAMessageThatEndsInAnException) {
     for (const char* name : {".0001", ".0002", ".0003"}) WriteMessage(OneRow("A"), name);
     OutOfMemoryOnce trouble;
     std::ostringstream text;
-    TraceWriter trace(text, TracePixels::kNo);
+    host::TraceWriter trace(text, host::TracePixels::kNo);
     ItemRecorder items;
-    std::vector<HostObserver*> observers{&items, &trace, &trouble};
-    const BatchOutcome outcome = RunBatch(m_batch, observers);
+    std::vector<host::HostObserver*> observers{&items, &trace, &trouble};
+    const run::BatchOutcome outcome = run::RunBatch(m_batch, observers);
     EXPECT_THAT(items.items, ElementsAre("1 recorded", "2 failed", "3 recorded", "4 missing"));
     EXPECT_EQ(items.reasons.at(0), Path("MESSAGES/.0002") + ": reading stopped: Out of memory.");
     EXPECT_TRUE(outcome.exception.has_value());
@@ -136,7 +138,7 @@ TEST_F(BatchRun, GoesOnBehindAMessageThatEndsInAnException) {
 }
 
 /// A host that has what is in `held`.
-class Shelf : public ExportService {
+class Shelf : public host::ExportService {
   public:
     bool Has(int number) override { return held.contains(number); }
     void Begin(int number) override { done.push_back("begin " + std::to_string(number)); }
@@ -152,19 +154,22 @@ TEST_F(BatchRun, ExportsWhatTheHostHolds) {
     for (const bool flag : {false, true}) {
         Shelf shelf;
         OrderRecorder order;
-        std::vector<HostObserver*> observers{&order};
-        const ExportOutcome outcome = RunExport({{"1", "4"}, "/out", &shelf, flag, {}}, observers);
-        EXPECT_EQ(outcome.end, BatchEnd::kCompleted);
+        std::vector<host::HostObserver*> observers{&order};
+        const run::ExportOutcome outcome = run::RunExport({{"1", "4"}, "/out", &shelf, flag, {}}, observers);
+        EXPECT_EQ(outcome.end, run::BatchEnd::kCompleted);
         EXPECT_THAT(shelf.done, ElementsAre("begin 2", "complete 2 \\out", "begin 4", "complete 4 \\out"));
         const std::string first = flag ? "1168" : "1190";
         EXPECT_EQ(order.order, "1125 1125 " + first + " 1189 1125 1125 " + first + " 1189 end");
         EXPECT_THAT(outcome.order_breaches, IsEmpty());
     }
     Shelf shelf;
-    EXPECT_EQ(RunExport({{"5", "4"}, "/out", &shelf, false, {}}, {}).failure, "Invalid Range: 0005 - 0004 ");
+    EXPECT_EQ(run::RunExport({{"5", "4"}, "/out", &shelf, false, {}}, {}).failure, "Invalid Range: 0005 - 0004 ");
     int asked = 0;
-    EXPECT_EQ(RunExport({{"1", "4"}, "/out", &shelf, false, [&] { return ++asked == 3; }}, {}).end, BatchEnd::kStopped);
+    EXPECT_EQ(run::RunExport({{"1", "4"}, "/out", &shelf, false, [&] { return ++asked == 3; }}, {}).end,
+              run::BatchEnd::kStopped);
     EXPECT_THAT(shelf.done, ElementsAre("begin 2", "complete 2 \\out"));
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,18 +6,20 @@
 
 #include <gtest/gtest.h>
 
+namespace zel::test {
+
 namespace {
 
 struct OverCase {
     const char* name;
-    Rgba source, ground, result;
+    picture::Rgba source, ground, result;
 };
 void PrintTo(const OverCase& over, std::ostream* out) {
     *out << over.name;
 }
 class StraightAlpha : public testing::TestWithParam<OverCase> {};
 TEST_P(StraightAlpha, IsLaidOverStraightAlpha) {
-    EXPECT_EQ(Over(GetParam().source, GetParam().ground), GetParam().result);
+    EXPECT_EQ(picture::Over(GetParam().source, GetParam().ground), GetParam().result);
 }
 INSTANTIATE_TEST_SUITE_P(
     Each, StraightAlpha,
@@ -34,8 +36,8 @@ TEST(StraightAlpha, AgreesWithTheFormulaEverywhere) {
     for (unsigned source_alpha = 1; source_alpha < 256; source_alpha += 2) {
         for (unsigned ground_alpha = 0; ground_alpha < 256; ground_alpha += 3) {
             const double s = source_alpha / 255.0, g = ground_alpha / 255.0 * (1 - s);
-            const Rgba mixed = Over({200, 30, 0, static_cast<std::uint8_t>(source_alpha)},
-                                    {10, 250, 255, static_cast<std::uint8_t>(ground_alpha)});
+            const picture::Rgba mixed = picture::Over({200, 30, 0, static_cast<std::uint8_t>(source_alpha)},
+                                                      {10, 250, 255, static_cast<std::uint8_t>(ground_alpha)});
             ASSERT_NEAR(mixed.alpha, (s + g) * 255, 0.5001);
             ASSERT_NEAR(mixed.red, (200 * s + 10 * g) / (s + g), 0.5001);
             ASSERT_NEAR(mixed.green, (30 * s + 250 * g) / (s + g), 0.5001);
@@ -63,7 +65,7 @@ class SmallCanvas : public testing::Test {
     }
 
     std::array<std::uint8_t, 24> m_bytes{};
-    Canvas m_canvas{3, 2, m_bytes};
+    picture::Canvas m_canvas{3, 2, m_bytes};
 };
 
 struct PlaceCase {
@@ -76,7 +78,7 @@ void PrintTo(const PlaceCase& place, std::ostream* out) {
 }
 class BitmapPlace : public SmallCanvas, public testing::WithParamInterface<PlaceCase> {};
 TEST_P(BitmapPlace, IsCutToTheCanvas) {
-    LayBitmap(m_canvas, GetParam().x, GetParam().y, 2, 2, Bitmap());
+    picture::LayBitmap(m_canvas, GetParam().x, GetParam().y, 2, 2, Bitmap());
     EXPECT_EQ(Drawn(), GetParam().drawn);
 }
 INSTANTIATE_TEST_SUITE_P(Each, BitmapPlace,
@@ -92,7 +94,7 @@ INSTANTIATE_TEST_SUITE_P(Each, BitmapPlace,
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(SmallCanvas, TakesBlueGreenRedFromABitmap) {
-    LayBitmap(m_canvas, 0, 0, 2, 2, Bitmap());
+    picture::LayBitmap(m_canvas, 0, 0, 2, 2, Bitmap());
     EXPECT_EQ(m_bytes[0], 'a');
     EXPECT_EQ(m_bytes[1], 2);
     EXPECT_EQ(m_bytes[2], 1);
@@ -108,18 +110,18 @@ TEST(Bitmap, IsLaidOverEachPixelOfALongRow) {
                 static_cast<std::uint8_t>(n % 4 != 3 ? n * 53 : n / 28 % 2 * 127U * static_cast<unsigned>(solid));
         }
         const std::vector<std::uint8_t> ground = bytes;
-        LayBitmap({kWidth, 1, bytes}, 0, 0, kWidth, 1, bitmap);
+        picture::LayBitmap({kWidth, 1, bytes}, 0, 0, kWidth, 1, bitmap);
         for (std::size_t n = 0; n < bytes.size(); n += 4) {
-            const Rgba laid = Over({bitmap[n + 2], bitmap[n + 1], bitmap[n], bitmap[n + 3]},
-                                   {ground[n], ground[n + 1], ground[n + 2], ground[n + 3]});
-            EXPECT_EQ((Rgba{bytes[n], bytes[n + 1], bytes[n + 2], bytes[n + 3]}), laid) << n << ' ' << solid;
+            const picture::Rgba laid = picture::Over({bitmap[n + 2], bitmap[n + 1], bitmap[n], bitmap[n + 3]},
+                                                     {ground[n], ground[n + 1], ground[n + 2], ground[n + 3]});
+            EXPECT_EQ((picture::Rgba{bytes[n], bytes[n + 1], bytes[n + 2], bytes[n + 3]}), laid) << n << ' ' << solid;
         }
     }
 }
 
 TEST_F(SmallCanvas, TakesAColourWhereTheCoverageLetsItThrough) {
     const std::vector<std::uint8_t> coverage{255, 0, 128, 255};
-    LayColour(m_canvas, 1, 0, 2, 2, coverage, RGB('r', 'g', 'b'));
+    picture::LayColour(m_canvas, 1, 0, 2, 2, coverage, RGB('r', 'g', 'b'));
     EXPECT_EQ(Drawn(), ".r.|.rr");
     EXPECT_EQ(m_bytes[5], 'g');
     EXPECT_EQ(m_bytes[6], 'b');
@@ -127,3 +129,5 @@ TEST_F(SmallCanvas, TakesAColourWhereTheCoverageLetsItThrough) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

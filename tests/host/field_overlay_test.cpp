@@ -7,6 +7,8 @@
 
 #include "host/picture/composite.h"
 
+namespace zel::test {
+
 namespace {
 
 class FieldOverlay : public testing::Test {
@@ -22,23 +24,23 @@ class FieldOverlay : public testing::Test {
         std::string_view(name).copy(tab.tab_name, kTabNameSize);
         m_message.tabs.push_back(tab);
     }
-    void Draw() { DrawTabFields(m_picture, m_message); }
-    Rgba At(int x, int y) const {
-        Rgba pixel;
+    void Draw() { picture::DrawTabFields(m_picture, m_message); }
+    picture::Rgba At(int x, int y) const {
+        picture::Rgba pixel;
         std::memcpy(&pixel, m_picture.rgba.data() + static_cast<std::ptrdiff_t>(y * 720 + x) * 4, 4);
         return pixel;
     }
     bool IsDrawn(int x, int y) const { return At(x, y).alpha != 0; }
 
-    Picture m_picture;
-    MessageRecord m_message;
+    picture::Picture m_picture;
+    document::MessageRecord m_message;
 };
 
 TEST_F(FieldOverlay, FramesLieOnTheFieldsEdgesAndLeaveTheirInsideClear) {
     Add(100, 200, 300, 240, "NAME");
     Draw();
     for (const auto& [x, y] : {std::pair(100, 200), {299, 200}, {100, 239}, {299, 239}, {200, 200}, {100, 220}}) {
-        EXPECT_EQ(At(x, y), (Rgba{0, 216, 255, 255})) << x << ", " << y;
+        EXPECT_EQ(At(x, y), (picture::Rgba{0, 216, 255, 255})) << x << ", " << y;
     }
     for (const auto& [x, y] : {std::pair(99, 220), {300, 220}, {200, 240}, {101, 201}, {298, 238}}) {
         EXPECT_FALSE(IsDrawn(x, y)) << x << ", " << y;
@@ -61,8 +63,10 @@ TEST_F(FieldOverlay, WhatLiesOutsideThePictureIsCut) {
     Add(65535, 65535, 7, 0, "WRAPPED");
     Add(0, 0, 60, 4, "A NAME OF 17 CHARS");
     Draw();
-    EXPECT_EQ(At(719, 480), (Rgba{0, 216, 255, 255}));
+    EXPECT_EQ(At(719, 480), (picture::Rgba{0, 216, 255, 255}));
     EXPECT_TRUE(IsDrawn(1, 12)) << "the label stands inside where the picture ends above the frame";
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -7,6 +7,8 @@
 #include "host/picture/png_writer.h"
 #include "samples/scratch_directory.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::AllOf;
@@ -24,37 +26,37 @@ class FileBytes : public testing::Test {
 };
 
 TEST_F(FileBytes, TakeThePlaceOfWhatWasThere) {
-    WriteWholeFile(m_file, "long before");
-    WriteWholeFile(m_file, std::string_view("a\0b", 3));
+    base::WriteWholeFile(m_file, "long before");
+    base::WriteWholeFile(m_file, std::string_view("a\0b", 3));
     EXPECT_EQ(samples_test::ReadAll(m_file), std::string("a\0b", 3));
     EXPECT_EQ(Names(), 1U);
 }
 
 TEST_F(FileBytes, LeaveNoDraftWhereADirectoryHasTheName) {
     std::filesystem::create_directory(m_file);
-    EXPECT_THAT([&] { WriteWholeFile(m_file, "x"); },
+    EXPECT_THAT([&] { base::WriteWholeFile(m_file, "x"); },
                 ThrowsMessage<std::runtime_error>(AllOf(StartsWith(m_file.string()), HasSubstr("directory"))));
     EXPECT_EQ(Names(), 1U);
 }
 
 TEST_F(FileBytes, HaveTheKnownChecksums) {
     const std::string million(1000000, 'a');
-    EXPECT_EQ(Sha256("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
-    WriteWholeFile(m_file, million);
-    EXPECT_EQ(Sha256OfFile(m_file), "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
-    EXPECT_THROW(Sha256OfFile(m_scratch.Path()), std::runtime_error);
+    EXPECT_EQ(base::Sha256("abc"), "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
+    base::WriteWholeFile(m_file, million);
+    EXPECT_EQ(base::Sha256OfFile(m_file), "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
+    EXPECT_THROW(base::Sha256OfFile(m_scratch.Path()), std::runtime_error);
 }
 
-Picture Gradient() {
-    Picture picture{5, 3, std::vector<std::uint8_t>(60)};
+picture::Picture Gradient() {
+    picture::Picture picture{5, 3, std::vector<std::uint8_t>(60)};
     for (std::size_t n = 0; n < picture.rgba.size(); ++n) picture.rgba[n] = static_cast<std::uint8_t>(n * 4);
     return picture;
 }
 
 TEST(PngBytes, ComeBackAsThePartOfThePictureThatTheyHold) {
-    const Picture whole = Gradient(), back = DecodePng(EncodePng(whole));
-    const Picture colour = DecodePng(EncodePng(whole, {PngChannels::kColour}));
-    const Picture alpha = DecodePng(EncodePng(whole, {PngChannels::kAlpha}));
+    const picture::Picture whole = Gradient(), back = picture::DecodePng(picture::EncodePng(whole));
+    const picture::Picture colour = picture::DecodePng(picture::EncodePng(whole, {picture::PngChannels::kColour}));
+    const picture::Picture alpha = picture::DecodePng(picture::EncodePng(whole, {picture::PngChannels::kAlpha}));
     EXPECT_EQ(back.rgba, whole.rgba);
     for (std::size_t n = 0; n < whole.rgba.size(); ++n) {
         EXPECT_EQ(colour.rgba[n], n % 4 == 3 ? 255 : whole.rgba[n]);
@@ -63,15 +65,19 @@ TEST(PngBytes, ComeBackAsThePartOfThePictureThatTheyHold) {
 }
 
 TEST(PngBytes, ThatAreCutShortAreRefused) {
-    const std::string bytes = EncodePng(Gradient());
+    const std::string bytes = picture::EncodePng(Gradient());
     for (std::size_t size = 0; size + 16 < bytes.size(); ++size) {
-        EXPECT_THROW(DecodePng(std::string_view(bytes).substr(0, size)), std::runtime_error) << size;
+        EXPECT_THROW(picture::DecodePng(std::string_view(bytes).substr(0, size)), std::runtime_error) << size;
     }
 }
 
 TEST(PngBytes, OfAPictureBeyondTheLimitsAreRefusedBeforeMemoryIsTaken) {
-    const Picture wide{kLargestPngSide + 1, 1, std::vector<std::uint8_t>((kLargestPngSide + 1) * 4)};
-    EXPECT_THAT([&] { DecodePng(EncodePng(wide)); }, ThrowsMessage<std::runtime_error>(HasSubstr("8193 x 1 pixels")));
+    const picture::Picture wide{picture::kLargestPngSide + 1, 1,
+                                std::vector<std::uint8_t>((picture::kLargestPngSide + 1) * 4)};
+    EXPECT_THAT([&] { picture::DecodePng(picture::EncodePng(wide)); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("8193 x 1 pixels")));
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -5,10 +5,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "module/contract/zel_font.h"
 #include "host/host_disk.h"
 #include "host/trace.h"
+#include "module/contract/zel_font.h"
 #include "module/state/module_state.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -26,22 +28,22 @@ class FontRun : public HostDisk {
 
     std::string TraceOf() {
         std::ostringstream out;
-        TraceWriter trace(out);
-        HostObserver* const observers[] = {&trace};
-        RunFont(m_font, observers);
+        host::TraceWriter trace(out);
+        host::HostObserver* const observers[] = {&trace};
+        run::RunFont(m_font, observers);
         return out.str();
     }
 
-    FontRunRequest m_font;
+    run::FontRunRequest m_font;
 };
 
 TEST_F(FontRun, HandsTheFontOverWithTheDefaultPaletteOnceTheTraceHasEnded) {
     WriteFont(BlockFont(), 12);
     std::ostringstream out;
-    TraceWriter trace(out);
-    HostObserver* const observers[] = {&trace};
+    host::TraceWriter trace(out);
+    host::HostObserver* const observers[] = {&trace};
     std::string traced;
-    const FontRunOutcome outcome = RunFont(m_font, observers, [&](CZelFont& fonts) {
+    const run::FontRunOutcome outcome = run::RunFont(m_font, observers, [&](CZelFont& fonts) {
         traced = out.str();
         EXPECT_EQ(fonts.m_Slots[0].font_header->Name(), "Block");
         EXPECT_EQ(fonts.m_Palette[1 + 7 * 32 + 1], 0xD9D9FFD9U);
@@ -56,7 +58,7 @@ TEST_F(FontRun, SetsSkipWarningsInTheModuleAndInTheSettings) {
     for (const bool warnings : {true, false}) {
         m_font.warnings = warnings;
         CZelFont::m_bIgnoreErrors = warnings ? 1 : 0;
-        RunFont(m_font);
+        run::RunFont(m_font);
         EXPECT_EQ(IgnoreZelFontErrors(), !warnings);
         EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), warnings ? 0 : 1);
     }
@@ -64,7 +66,7 @@ TEST_F(FontRun, SetsSkipWarningsInTheModuleAndInTheSettings) {
 
 TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
     m_font.warnings = true;
-    m_font.box_answer = BoxAnswer::kYes;
+    m_font.box_answer = host::BoxAnswer::kYes;
     const std::string trace = TraceOf();
     EXPECT_THAT(trace, StartsWith("{\"event\":\"box\",\"text\":\"Couldn't Find Zelmara! Font File: "));
     EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"file_dialog\",\"title\":\"Browse for Font File\""));
@@ -74,16 +76,16 @@ TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
 TEST_F(FontRun, TellsWhichFileItReadInPlaceOfTheOneAskedFor) {
     WriteFont(BlockFont(), 2);
     m_font.warnings = true;
-    m_font.box_answer = BoxAnswer::kYes;
+    m_font.box_answer = host::BoxAnswer::kYes;
     m_font.browse = Path("MACHINE/.0002");
-    EXPECT_EQ(RunFont(m_font).read_from, Path("MACHINE/.0002"));
+    EXPECT_EQ(run::RunFont(m_font).read_from, Path("MACHINE/.0002"));
 }
 
 struct RefusedFont {
     const char* name;
     const char* file;
     const char* reason;
-    std::optional<BoxAnswer> answer = std::nullopt;  // with warnings
+    std::optional<host::BoxAnswer> answer = std::nullopt;  // with warnings
     const char* browse = nullptr;
 };
 void PrintTo(const RefusedFont& failure, std::ostream* out) {
@@ -108,9 +110,9 @@ TEST_P(FailedFont, NamesTheFileAndTheReason) {
     const RefusedFont& failure = GetParam();
     m_font.file = Path(failure.file);
     m_font.warnings = failure.answer.has_value();
-    m_font.box_answer = failure.answer.value_or(BoxAnswer::kNo);
+    m_font.box_answer = failure.answer.value_or(host::BoxAnswer::kNo);
     if (failure.browse != nullptr) m_font.browse = Path(failure.browse);
-    const FontRunOutcome outcome = RunFont(m_font, {}, [](CZelFont&) { FAIL() << "there is no font"; });
+    const run::FontRunOutcome outcome = run::RunFont(m_font, {}, [](CZelFont&) { FAIL() << "there is no font"; });
     EXPECT_THAT(outcome.failure, StartsWith(m_font.file + ": "));
     EXPECT_THAT(outcome.failure, HasSubstr(failure.reason));
 }
@@ -130,12 +132,13 @@ INSTANTIATE_TEST_SUITE_P(
                     "characters, and the module takes 259"},
         RefusedFont{"a_missing_file", "MACHINE/.0012", "there is no such font file"},
         RefusedFont{"a_declined_prompt", "MACHINE/.0012",
-                    "no such font file, and the prompt to browse for it was answered", BoxAnswer::kNo},
+                    "no such font file, and the prompt to browse for it was answered", host::BoxAnswer::kNo},
         RefusedFont{"a_cancelled_prompt", "MACHINE/.0012", "the prompt to browse for it was cancelled",
-                    BoxAnswer::kCancel},
-        RefusedFont{"a_cancelled_file_dialog", "MACHINE/.0012", "and the file dialog was cancelled", BoxAnswer::kYes},
+                    host::BoxAnswer::kCancel},
+        RefusedFont{"a_cancelled_file_dialog", "MACHINE/.0012", "and the file dialog was cancelled",
+                    host::BoxAnswer::kYes},
         RefusedFont{"a_wrong_file_browsed_for", "MACHINE/.0012", "MACHINE/.0016: not a font file but a message file",
-                    BoxAnswer::kYes, "MACHINE/.0016"},
+                    host::BoxAnswer::kYes, "MACHINE/.0016"},
         RefusedFont{"a_few_bytes", "MACHINE/.0014", "the font file ends within its first header"},
         RefusedFont{"a_file_cut_short", "MACHINE/.0015", "the font file is broken; \"zeltrans info\" tells where"},
         RefusedFont{"a_message", "MACHINE/.0016", "not a font file but a message file"},
@@ -145,7 +148,9 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(FontRun, RefusesANameListDirectoryThatIsTooLong) {
     m_font.maps = "/" + std::string(258, 'm');
-    EXPECT_THAT(RunFont(m_font).failure, HasSubstr("longer than the 258 characters"));
+    EXPECT_THAT(run::RunFont(m_font).failure, HasSubstr("longer than the 258 characters"));
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "module/contract/zel_font.h"
 #include "host/host_disk.h"
 #include "host/run/font_run.h"
+#include "module/contract/zel_font.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -13,23 +15,23 @@ using Colour = std::vector<int>;
 class Sheet : public HostDisk {
   protected:
     /// @param size  bytes of the file that are written.
-    GlyphSheet SheetOf(const samples::Bytes& file, std::size_t size) {
+    picture::GlyphSheet SheetOf(const samples::Bytes& file, std::size_t size) {
         samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(file).first(size));
-        FontRunRequest request;
+        run::FontRunRequest request;
         request.file = Path("MACHINE/.0001");
-        GlyphSheet sheet;
-        const FontRunOutcome outcome =
-            RunFont(request, {}, [&sheet](CZelFont& fonts) { sheet = DrawGlyphSheet(fonts); });
+        picture::GlyphSheet sheet;
+        const run::FontRunOutcome outcome =
+            run::RunFont(request, {}, [&sheet](CZelFont& fonts) { sheet = picture::DrawGlyphSheet(fonts); });
         EXPECT_TRUE(outcome.Done()) << outcome.failure;
         return sheet;
     }
-    GlyphSheet SheetOf(const samples::FontFile& font) {
+    picture::GlyphSheet SheetOf(const samples::FontFile& font) {
         const samples::Bytes file = samples::WriteFont(font);
         return SheetOf(file, file.size());
     }
 
     /// Colour of a pixel of a code's glyph.
-    static Colour At(const GlyphSheet& sheet, int code, int x, int y) {
+    static Colour At(const picture::GlyphSheet& sheet, int code, int x, int y) {
         const int step_x = (sheet.picture.width - 4) / 16, step_y = (sheet.picture.height - 4) / 12;
         const int column = 4 + code % 16 * step_x + x, row = 4 + code / 16 * step_y + 14 + y;
         const auto at = static_cast<std::size_t>(row * sheet.picture.width + column) * 4;
@@ -41,7 +43,7 @@ class Sheet : public HostDisk {
 const Colour kFace{0xD9, 0xD9, 0xD9, 255}, kCheck{66, 70, 78, 255}, kPlain{42, 46, 54, 255}, kBroken{170, 40, 40, 255};
 
 TEST_F(Sheet, ShowsARunCodedGlyphInTheLastColourSetOnItsCheckerboard) {
-    const GlyphSheet sheet = SheetOf(BlockFont());
+    const picture::GlyphSheet sheet = SheetOf(BlockFont());
     EXPECT_EQ(sheet.glyphs, 3);
     EXPECT_EQ(sheet.picture.width, 4 + 16 * (14 + 4));
     EXPECT_EQ(At(sheet, 'A', 0, 1), kFace);
@@ -57,7 +59,7 @@ TEST_F(Sheet, MarksAGlyphWhoseRecordIsCutShortAndGoesOn) {
     samples::FontFile font = StoredFont();
     font.AddStored('B', {.width = 2, .height = 2, .pixels = samples::Bytes(16, 0)}, 2, 2);
     const samples::Bytes file = samples::WriteFont(font);
-    const GlyphSheet sheet = SheetOf(file, file.size() - 4);
+    const picture::GlyphSheet sheet = SheetOf(file, file.size() - 4);
     EXPECT_EQ(sheet.glyphs, 1);
     ASSERT_EQ(sheet.failures.size(), 1U);
     EXPECT_EQ(At(sheet, 'A', 1, 1), (Colour{255, 0, 0, 255}));
@@ -69,11 +71,13 @@ TEST_F(Sheet, CutsAGlyphThatIsLargerThanACell) {
     samples::Bytes pixels(300 * 2 * 4, 0);
     for (std::size_t byte = 300 * 4; byte < pixels.size(); ++byte) pixels[byte] = 255;  // lower row white, upper clear
     font.AddStored('A', {.width = 300, .height = 2, .pixels = pixels}, 2, 2);
-    const GlyphSheet sheet = SheetOf(font);
+    const picture::GlyphSheet sheet = SheetOf(font);
     EXPECT_EQ(sheet.cut, 1);
-    EXPECT_EQ(sheet.picture.width, 4 + 16 * (kLargestGlyphCell + 4));
+    EXPECT_EQ(sheet.picture.width, 4 + 16 * (picture::kLargestGlyphCell + 4));
     EXPECT_EQ(At(sheet, 'A', 0, 0), kCheck);
     EXPECT_EQ(At(sheet, 'A', 255, 1), (Colour{255, 255, 255, 255}));
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -16,10 +16,12 @@
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
 
+namespace zel::test {
+
 /// A disk with MESSAGES, MACHINE and empty name lists, settings of its own, and an import in a few words.
 class HostDisk : public testing::Test {
   protected:
-    HostDisk() : m_previous(SetSettingsStore(&m_settings)) {
+    HostDisk() : m_previous(seam::SetSettingsStore(&m_settings)) {
         std::filesystem::create_directories(m_scratch.Path() / "MESSAGES");
         std::filesystem::create_directories(m_scratch.Path() / "MACHINE");
         samples::WriteWholeFile(Path(std::string(samples::kBitstreamListName)), samples::BitstreamList().Written());
@@ -27,7 +29,7 @@ class HostDisk : public testing::Test {
         m_request.message = Path("MESSAGES/.0001");
         m_request.host.maps = m_scratch.Path().string();
     }
-    ~HostDisk() override { SetSettingsStore(m_previous); }
+    ~HostDisk() override { seam::SetSettingsStore(m_previous); }
 
     std::string Path(const std::string& name) const { return (m_scratch.Path() / name).string(); }
 
@@ -38,7 +40,9 @@ class HostDisk : public testing::Test {
         samples::WriteWholeFile(Path("MACHINE/" + samples::NumberedName(number)), samples::WriteFont(font));
     }
 
-    ImportOutcome Import(std::vector<HostObserver*> observers = {}) { return RunImport(m_request, observers); }
+    run::ImportOutcome Import(std::vector<host::HostObserver*> observers = {}) {
+        return run::RunImport(m_request, observers);
+    }
 
     /// A font whose characters A to C are blocks of the face colour, 4 x 2 pixels and a blank line above and below,
     /// which stand on the baseline.
@@ -77,23 +81,25 @@ class HostDisk : public testing::Test {
     }
 
     samples_test::ScratchDirectory m_scratch;
-    MemorySettingsStore m_settings;
-    SettingsStore* m_previous;
-    ImportRequest m_request;
+    script::MemorySettingsStore m_settings;
+    seam::SettingsStore* m_previous;
+    run::ImportRequest m_request;
 };
 
 /// Notes what happens as short words: "1157 char 1181".
-class OrderRecorder : public HostObserver {
+class OrderRecorder : public host::HostObserver {
   public:
-    void OnBox(const HeadlessDesktop::Box& box) override { Note("box:" + box.caption); }
-    void OnSend(const SentMessage& message) override { Note(std::to_string(message.message)); }
-    void OnChar(const SentCharacter& /*character*/) override { Note("char"); }
-    void OnMessage(const MessageRecord& /*message*/) override { Note("message"); }
+    void OnBox(const script::HeadlessDesktop::Box& box) override { Note("box:" + box.caption); }
+    void OnSend(const host::SentMessage& message) override { Note(std::to_string(message.message)); }
+    void OnChar(const host::SentCharacter& /*character*/) override { Note("char"); }
+    void OnMessage(const document::MessageRecord& /*message*/) override { Note("message"); }
     void OnException(const std::string& /*text*/) override { Note("exception"); }
-    void OnEnd(const RunEnd& /*end*/) override { Note("end"); }
+    void OnEnd(const host::RunEnd& /*end*/) override { Note("end"); }
 
     std::string order;
 
   private:
     void Note(const std::string& word) { order += order.empty() ? word : " " + word; }
 };
+
+}  // namespace zel::test

@@ -6,12 +6,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "module/contract/zel_trans_dlg.h"
 #include "host/host_disk.h"
 #include "host/trace.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -23,9 +25,9 @@ using testing::StartsWith;
 
 class ImportRun : public HostDisk {
   protected:
-    std::string TraceOf(TracePixels pixels = TracePixels::kYes) {
+    std::string TraceOf(host::TracePixels pixels = host::TracePixels::kYes) {
         std::ostringstream out;
-        TraceWriter trace(out, pixels);
+        host::TraceWriter trace(out, pixels);
         Import({&trace});
         return out.str();
     }
@@ -35,7 +37,7 @@ TEST_F(ImportRun, BringsAMessageFromItsFilesToTheHost) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("CAB"));
     OrderRecorder recorder;
-    const ImportOutcome outcome = Import({&recorder});
+    const run::ImportOutcome outcome = Import({&recorder});
     EXPECT_EQ(recorder.order, "1212 1157 char char char 1181 1180 1213 15 message end");
     EXPECT_TRUE(outcome.Done()) << outcome.failure;
     EXPECT_EQ(outcome.status, 0);
@@ -47,7 +49,7 @@ TEST_F(ImportRun, BringsAMessageFromItsFilesToTheHost) {
     EXPECT_EQ(outcome.message->rows[0].text, "CAB");
     EXPECT_EQ(outcome.message->rows[0].y, 100);
     ASSERT_EQ(outcome.message->characters.size(), 3U);
-    const CharacterRecord& first = outcome.message->characters[0];
+    const document::CharacterRecord& first = outcome.message->characters[0];
     EXPECT_EQ(first.character, unsigned{'C'});
     EXPECT_EQ(first.font_slot, 0);
     EXPECT_EQ(first.info.x, 57);
@@ -60,7 +62,7 @@ TEST_F(ImportRun, TakesBothRoadsToTheSameMessage) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("AB"));
     const std::string silent = TraceOf();
-    m_request.road = ImportRoad::kDialog;
+    m_request.road = run::ImportRoad::kDialog;
     EXPECT_EQ(TraceOf(), silent);
     EXPECT_THAT(silent, HasSubstr("\"pixels\":{\"left\":0,\"top\":0,\"right\":4,\"bottom\":4,\"crc32\":"));
 }
@@ -71,7 +73,7 @@ TEST_F(ImportRun, FindsARelativePathFromTheCurrentDirectory) {
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(m_scratch.Path());
     m_request.message = "MESSAGES/.0001";
-    const ImportOutcome outcome = Import();
+    const run::ImportOutcome outcome = Import();
     std::filesystem::current_path(before);
     EXPECT_TRUE(outcome.Done()) << outcome.failure;
     EXPECT_EQ(outcome.message->characters.size(), 1U);
@@ -82,11 +84,11 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
     WriteMessage(OneRow("A"));
     m_request.host.tt_convert = true;
     m_request.host.baseline_align = false;
-    for (const ImportRoad road : {ImportRoad::kSilent, ImportRoad::kDialog}) {
+    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
         m_request.road = road;
-        const ImportOutcome outcome = Import();
+        const run::ImportOutcome outcome = Import();
         ASSERT_TRUE(outcome.message.has_value()) << outcome.failure;
-        const CharacterRecord& character = outcome.message->characters.at(0);
+        const document::CharacterRecord& character = outcome.message->characters.at(0);
         EXPECT_EQ(character.font_slot, std::nullopt);
         EXPECT_EQ(character.info.base_shift, 7);  // char_y 10, glyph_top 3
     }
@@ -94,10 +96,10 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
 
 TEST_F(ImportRun, ShowsTheOptionsInTheDialog) {
     Import();  // the module's resources are the current ones from here on
-    ReferenceHost host({.tt_convert = true, .baseline_align = false, .maps = m_request.host.maps});
-    CString message(ModulePath(m_request.message).c_str()), fonts;
+    host::ReferenceHost host({.tt_convert = true, .baseline_align = false, .maps = m_request.host.maps});
+    CString message(system::ModulePath(m_request.message).c_str()), fonts;
     CZelTransDlg dialog(message, fonts);
-    const DialogDriver user(dialog);
+    const script::DialogDriver user(dialog);
     EXPECT_TRUE(user.IsChecked(kTrueFontCheck));
     EXPECT_FALSE(user.IsChecked(kBaselineAlignCheck));
 }
@@ -107,8 +109,8 @@ TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {
     samples::MessageFile message = OneRow("A");
     message.pal = true;
     WriteMessage(message);
-    m_request.road = ImportRoad::kDialog;
-    const ImportOutcome warned = Import();
+    m_request.road = run::ImportRoad::kDialog;
+    const run::ImportOutcome warned = Import();
     EXPECT_EQ(warned.message->lines, 576);
     ASSERT_EQ(warned.boxes.size(), 1U);
     EXPECT_THAT(warned.boxes[0].text, StartsWith("The Zelmara! message being imported is a PAL message"));
@@ -120,18 +122,18 @@ TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {
 TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
     WriteFont(BlockFont(), 2);
     WriteMessage(OneRow("A"));
-    m_request.road = ImportRoad::kDialog;
-    const ImportOutcome without = Import();
+    m_request.road = run::ImportRoad::kDialog;
+    const run::ImportOutcome without = Import();
     EXPECT_EQ(without.status, 0);
     EXPECT_EQ(without.boxes.at(0).answer, IDNO);
     EXPECT_THAT(without.message->characters, IsEmpty());
 
-    m_request.box_answer = BoxAnswer::kCancel;
-    const ImportOutcome cancelled = Import();
+    m_request.box_answer = host::BoxAnswer::kCancel;
+    const run::ImportOutcome cancelled = Import();
     EXPECT_EQ(cancelled.status, 5);
     EXPECT_THAT(cancelled.failure, EndsWith(".0001: cancelled when a font was missing"));
 
-    m_request.box_answer = BoxAnswer::kYes;
+    m_request.box_answer = host::BoxAnswer::kYes;
     m_request.browse = Path("MACHINE/.0002");
     const std::string trace = TraceOf();
     EXPECT_THAT(trace, HasSubstr("\"event\":\"file_dialog\""));
@@ -141,14 +143,14 @@ TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
 TEST_F(ImportRun, AnswersTheChoiceForAPicture) {
     samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, {}));
     OrderRecorder recorder;
-    const ImportOutcome object = Import({&recorder});
+    const run::ImportOutcome object = Import({&recorder});
     EXPECT_EQ(recorder.order, "1212 1211 1213 15 message end");
     EXPECT_TRUE(object.message->rgba && object.message->object);
-    m_request.rgba = RgbaAnswer::kBackground;
-    const ImportOutcome background = Import();
+    m_request.rgba = run::RgbaAnswer::kBackground;
+    const run::ImportOutcome background = Import();
     EXPECT_TRUE(background.message->rgba && !background.message->object);
-    m_request.rgba = RgbaAnswer::kCancel;
-    const ImportOutcome cancelled = Import();
+    m_request.rgba = run::RgbaAnswer::kCancel;
+    const run::ImportOutcome cancelled = Import();
     EXPECT_TRUE(cancelled.Done()) << cancelled.failure;
     EXPECT_FALSE(cancelled.message.has_value());
 }
@@ -163,14 +165,14 @@ TEST_F(ImportRun, RegistersTheDirectoryOfTheNameLists) {
     samples::WriteWholeFile(Path(std::string(samples::kTypefaceListName)),
                             samples::TypefaceList().Typeface("DejaVu Sans", "Lantern BT").Written());
     m_request.host.tt_convert = true;
-    const ImportOutcome outcome = Import();
+    const run::ImportOutcome outcome = Import();
     EXPECT_STREQ(outcome.message->characters.at(0).log_font.lfFaceName, "                    DejaVu Sans");
 }
 
 TEST_F(ImportRun, RefusesANameListDirectoryThatIsTooLong) {
     OrderRecorder recorder;
     m_request.host.maps = "/" + std::string(258, 'm');
-    const ImportOutcome outcome = Import({&recorder});
+    const run::ImportOutcome outcome = Import({&recorder});
     EXPECT_THAT(outcome.failure, HasSubstr("longer than the 258 characters"));
     EXPECT_EQ(recorder.order, "");
     m_request.host.maps = "/" + std::string(257, 'm');
@@ -185,7 +187,7 @@ TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
     samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(bytes).first(offsets.stored.at('A') + 6));
     WriteMessage(OneRow("A"));
     OrderRecorder recorder;
-    const ImportOutcome outcome = Import({&recorder});
+    const run::ImportOutcome outcome = Import({&recorder});
     EXPECT_EQ(recorder.order, "1212 1157 exception");
     EXPECT_THAT(outcome.failure, HasSubstr("MESSAGES/.0001: reading stopped: "));
     EXPECT_THAT(outcome.failure, HasSubstr("\\MACHINE\\.0001"));
@@ -202,7 +204,7 @@ TEST_F(ImportRun, EndsTheTraceAtPixelsThatAreCutShortAndOnlyWhenTheyAreAskedFor)
     EXPECT_THAT(trace_with_pixels, HasSubstr("{\"event\":\"exception\",\"text\":"));
     EXPECT_THAT(trace_with_pixels, Not(HasSubstr("\"event\":\"char\"")));
     std::ostringstream out;
-    TraceWriter trace(out, TracePixels::kNo);
+    host::TraceWriter trace(out, host::TracePixels::kNo);
     EXPECT_TRUE(Import({&trace}).Done());
     EXPECT_THAT(out.str(), HasSubstr("\"event\":\"char\""));
 }
@@ -216,10 +218,10 @@ TEST_F(ImportRun, PutsBackWhatItRegistered) {
 }
 
 TEST_F(ImportRun, LeavesSkipWarningsAsTheRoadSetIt) {
-    m_request.road = ImportRoad::kDialog;
+    m_request.road = run::ImportRoad::kDialog;
     Import();
     EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 0);
-    m_request.road = ImportRoad::kSilent;
+    m_request.road = run::ImportRoad::kSilent;
     Import();
     EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
 }
@@ -244,13 +246,13 @@ TEST_P(FailedImport, NamesTheFileAndTheReason) {
     samples::WriteWholeFile(Path("MESSAGES/.0008"), std::span(bytes).first(140));
     samples::WriteWholeFile(Path("MESSAGES/.0007"), samples::WriteRgbaFile(703, {}));
     m_request.message = Path(GetParam().message);
-    for (const ImportRoad road : {ImportRoad::kSilent, ImportRoad::kDialog}) {
+    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
         m_request.road = road;
-        const ImportOutcome outcome = Import();
+        const run::ImportOutcome outcome = Import();
         EXPECT_EQ(outcome.status, GetParam().status);
         EXPECT_FALSE(outcome.message.has_value());
         EXPECT_THAT(outcome.failure, StartsWith(m_request.message + ": "));
-        const std::string reason = road == ImportRoad::kSilent ? GetParam().reason : "";  // else it is the box's
+        const std::string reason = road == run::ImportRoad::kSilent ? GetParam().reason : "";  // else it is the box's
         EXPECT_THAT(outcome.failure, HasSubstr(reason));
     }
 }
@@ -267,3 +269,5 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
+
+}  // namespace zel::test

@@ -15,17 +15,20 @@
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using Access = Library::Access;
+using Access = library::Library::Access;
 
 /// A recording with something in each of its parts, which differ with the number.
-Recording Numbered(int number, const std::string& text = "Station identification", const std::string& disk = "") {
-    Recording recording;
+library::Recording Numbered(int number, const std::string& text = "Station identification",
+                            const std::string& disk = "") {
+    library::Recording recording;
     recording.disk = disk;
     recording.number = number;
     recording.recorded_at = "2026-11-22T23:51:32Z";
@@ -44,7 +47,7 @@ Recording Numbered(int number, const std::string& text = "Station identification
     return recording;
 }
 
-std::string Dump(const Recording& r) {
+std::string Dump(const library::Recording& r) {
     std::ostringstream out;
     out << r.disk << '|' << r.number << '|' << int(r.kind) << '|' << r.recorded_at << '|' << r.options << '|'
         << r.document << '|' << r.text << '|' << r.lines << '|' << r.width << 'x' << r.height << '|' << r.picture;
@@ -55,9 +58,9 @@ std::string Dump(const Recording& r) {
     return out.str();
 }
 
-std::vector<int> Numbers(const std::vector<LibraryEntry>& entries) {
+std::vector<int> Numbers(const std::vector<library::LibraryEntry>& entries) {
     std::vector<int> numbers;
-    for (const LibraryEntry& entry : entries) numbers.push_back(entry.key.number);
+    for (const library::LibraryEntry& entry : entries) numbers.push_back(entry.key.number);
     return numbers;
 }
 
@@ -75,11 +78,11 @@ class RecordedLibrary : public testing::Test {
 
     std::string Failure(Access access, std::chrono::milliseconds patience = std::chrono::milliseconds(20)) const {
         try {
-            Library library(m_file, access, patience);
-            for (const LibraryEntry& entry : library.List()) library.Find(entry.key);
+            library::Library library(m_file, access, patience);
+            for (const library::LibraryEntry& entry : library.List()) library.Find(entry.key);
             library.Search("station");
             if (access == Access::kWrite) library.Record(std::vector{Numbered(77)});
-        } catch (const LibraryError& error) {
+        } catch (const library::LibraryError& error) {
             return error.what();
         }
         return "";
@@ -90,12 +93,12 @@ class RecordedLibrary : public testing::Test {
 };
 
 TEST_F(RecordedLibrary, GivesBackWholeWhatWasRecorded) {
-    Recording rgba = Numbered(9999, "", "Disk B");
-    rgba.kind = RecordingKind::kRgbaBackground;
+    library::Recording rgba = Numbered(9999, "", "Disk B");
+    rgba.kind = library::RecordingKind::kRgbaBackground;
     rgba.document.clear();
     rgba.sources.resize(1);
-    Library(m_file, Access::kWrite).Record(std::vector{Numbered(3), rgba});
-    Library library(m_file, Access::kRead);
+    library::Library(m_file, Access::kWrite).Record(std::vector{Numbered(3), rgba});
+    library::Library library(m_file, Access::kRead);
     EXPECT_EQ(Dump(library.Find({"", 3}).value()), Dump(Numbered(3)));
     EXPECT_EQ(Dump(library.Find({"Disk B", 9999}).value()), Dump(rgba));
     EXPECT_EQ(library.Picture({"", 3}), Numbered(3).picture);
@@ -103,13 +106,13 @@ TEST_F(RecordedLibrary, GivesBackWholeWhatWasRecorded) {
     EXPECT_FALSE(library.Find({"", 4}) || library.Origin({"", 4}) || library.Has({"Disk B", 3}));
     EXPECT_THAT(library.Disks(), ElementsAre("", "Disk B"));
     EXPECT_THAT(Numbers(library.List("Disk B")), ElementsAre(9999));
-    EXPECT_THROW(library.Record(std::vector{Numbered(4)}), LibraryError);
+    EXPECT_THROW(library.Record(std::vector{Numbered(4)}), library::LibraryError);
 }
 
 TEST_F(RecordedLibrary, KeepsNothingOfWhatIsReplacedOrRemoved) {
-    Library library(m_file, Access::kWrite);
+    library::Library library(m_file, Access::kWrite);
     library.Record(std::vector{Numbered(2, "stale words")});
-    Recording bare;
+    library::Recording bare;
     bare.number = 2;
     library.Record(std::vector{bare});
     EXPECT_EQ(Dump(library.Find({"", 2}).value()), Dump(bare));
@@ -121,13 +124,13 @@ TEST_F(RecordedLibrary, KeepsNothingOfWhatIsReplacedOrRemoved) {
 }
 
 TEST_F(RecordedLibrary, RecordsAllOrNothing) {
-    Library library(m_file, Access::kWrite);
-    EXPECT_THROW(library.Record(std::vector{Numbered(1), Numbered(10000)}), LibraryError);
+    library::Library library(m_file, Access::kWrite);
+    EXPECT_THROW(library.Record(std::vector{Numbered(1), Numbered(10000)}), library::LibraryError);
     EXPECT_THAT(library.List(), IsEmpty());
 }
 
 TEST_F(RecordedLibrary, FindsByTheBeginningsOfWords) {
-    Library library(m_file, Access::kWrite);
+    library::Library library(m_file, Access::kWrite);
     library.Record(
         std::vector{Numbered(1, "Caf\xC3\xA9 at NOON"), Numbered(2, "a \"quoted\" score*"), Numbered(3, "noon noon")});
     const std::pair<const char*, std::vector<int>> cases[] = {
@@ -156,21 +159,22 @@ TEST_F(RecordedLibrary, FindsByTheBeginningsOfWords) {
 
 TEST_F(RecordedLibrary, MergesWhatIsNewOrMadeOtherwise) {
     const std::filesystem::path other = m_scratch.Path() / "other";
-    Recording same = Numbered(2), options = Numbered(3), font = Numbered(4), picture = Numbered(5);
+    library::Recording same = Numbered(2), options = Numbered(3), font = Numbered(4), picture = Numbered(5);
     same.sources[0].path = same.sources[1].path = "/elsewhere";
     same.recorded_at = "later";
     options.options = "lines=576";
     font.sources[1].sha256.back() = 'c';
     picture.picture += '1';
-    Library(other, Access::kWrite).Record(std::vector{Numbered(1), same, options, font, picture});
-    Library library(m_file, Access::kWrite);
+    library::Library(other, Access::kWrite).Record(std::vector{Numbered(1), same, options, font, picture});
+    library::Library library(m_file, Access::kWrite);
     library.Record(std::vector{Numbered(2), Numbered(3), Numbered(4), Numbered(5), Numbered(6)});
-    const MergeCount first = library.Merge(other), second = library.Merge(other), itself = library.Merge(m_file);
+    const library::MergeCount first = library.Merge(other), second = library.Merge(other),
+                              itself = library.Merge(m_file);
     EXPECT_THAT((std::vector{first.added, first.replaced, first.unchanged}), ElementsAre(1, 3, 1));
     EXPECT_THAT((std::vector{second.added, second.replaced, second.unchanged}), ElementsAre(0, 0, 5));
     EXPECT_EQ(itself.unchanged, 6);
     EXPECT_EQ(library.Find({"", 4})->sources.at(1).sha256.back(), 'c');
-    EXPECT_THROW(library.Merge(m_scratch.Path() / "missing"), LibraryError);
+    EXPECT_THROW(library.Merge(m_scratch.Path() / "missing"), library::LibraryError);
 }
 
 struct Refusal {
@@ -200,7 +204,7 @@ TEST_F(RecordedLibrary, RefusesWhatItCanNotTrust) {
     };
     for (const Refusal& refusal : cases) {
         std::filesystem::remove(m_file);
-        Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
+        library::Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
         Tamper(unchecked + refusal.sql);
         for (const Access access : {Access::kRead, Access::kWrite}) {
             EXPECT_THAT(Failure(access), AllOf(HasSubstr(m_file.string() + ": "), HasSubstr(refusal.words)))
@@ -229,7 +233,7 @@ TEST_F(RecordedLibrary, TellsWhyItCanNotBeOpened) {
 }
 
 TEST_F(RecordedLibrary, IsReadWhereNothingCanBeWritten) {
-    Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
+    library::Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
     std::filesystem::permissions(m_scratch.Path(), std::filesystem::perms{0555});
     const uid_t user = geteuid();
     ASSERT_TRUE(user != 0 || seteuid(65534) == 0);
@@ -240,7 +244,7 @@ TEST_F(RecordedLibrary, IsReadWhereNothingCanBeWritten) {
 }
 
 TEST_F(RecordedLibrary, WaitsForAnotherProgramAndTellsOfIt) {
-    Library library(m_file, Access::kWrite);
+    library::Library library(m_file, Access::kWrite);
     sqlite3* other = nullptr;
     sqlite3_open(m_file.c_str(), &other);
     sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
@@ -252,16 +256,16 @@ TEST_F(RecordedLibrary, WaitsForAnotherProgramAndTellsOfIt) {
 }
 
 TEST_F(RecordedLibrary, StaysAsItWasWhenThereIsNoRoom) {
-    Library library(m_file, Access::kWrite);
+    library::Library library(m_file, Access::kWrite);
     library.Record(std::vector{Numbered(1)});
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const rlimit small{300'000, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    Recording large = Numbered(2);
+    library::Recording large = Numbered(2);
     large.picture.assign(1 << 20, 'x');
-    EXPECT_THROW(library.Record(std::vector{Numbered(1, "other"), large}), LibraryError);
+    EXPECT_THROW(library.Record(std::vector{Numbered(1, "other"), large}), library::LibraryError);
     setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_EQ(Dump(library.Find({"", 1}).value()), Dump(Numbered(1)));
     library.Record(std::vector{large});
@@ -271,7 +275,7 @@ TEST_F(RecordedLibrary, StaysAsItWasWhenThereIsNoRoom) {
 /// Records two at a time and reports each number when it is recorded, until it is killed.
 [[noreturn]] void RecordForEver(const std::filesystem::path& file, int begin, int report) {
     try {
-        Library library(file, Access::kWrite);
+        library::Library library(file, Access::kWrite);
         for (int number = begin;; number += 2) {
             library.Record(std::vector{Numbered(number), Numbered(number + 1)});
             if (write(report, &number, sizeof number) != sizeof number) break;
@@ -304,13 +308,15 @@ TEST_F(RecordedLibrary, HoldsAllThatWasReportedBeforeAKill) {
         close(ends[0]);
     }
     ASSERT_GE(reported.size(), 4U);
-    Library library(m_file, Access::kWrite);
+    library::Library library(m_file, Access::kWrite);
     for (const int number : reported) ASSERT_TRUE(library.Has({"", number}) && library.Has({"", number + 1}));
-    const std::vector<LibraryEntry> entries = library.List();
-    for (const LibraryEntry& entry : entries)
+    const std::vector<library::LibraryEntry> entries = library.List();
+    for (const library::LibraryEntry& entry : entries)
         EXPECT_EQ(Dump(library.Find(entry.key).value()), Dump(Numbered(entry.key.number)));
     EXPECT_EQ(entries.size() % 2, 0U);
     EXPECT_EQ(library.Search("station").size(), entries.size());
 }
 
 }  // namespace
+
+}  // namespace zel::test

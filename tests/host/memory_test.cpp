@@ -2,6 +2,8 @@
 
 #include "host/host_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 /// Bytes that the program holds of the heap.
@@ -20,7 +22,7 @@ class Memory : public HostDisk {
 TEST_F(Memory, DoesNotGrowWithTheNumberOfImports) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("ABC"));
-    for (const ImportRoad road : {ImportRoad::kSilent, ImportRoad::kDialog}) {
+    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
         m_request.road = road;
         ImportMany(20);
         const std::size_t before = HeapInUse();
@@ -34,7 +36,7 @@ TEST_F(Memory, DoesNotGrowWhenAnExceptionEndsEachImport) {
     samples::Bytes bytes = samples::WriteFont(StoredFont(), &offsets);
     samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(bytes).first(offsets.stored.at('A') + 6));
     WriteMessage(OneRow("A"));
-    for (const ImportRoad road : {ImportRoad::kSilent, ImportRoad::kDialog}) {
+    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
         m_request.road = road;
         ImportMany(5);
         const std::size_t before = HeapInUse();
@@ -44,3 +46,5 @@ TEST_F(Memory, DoesNotGrowWhenAnExceptionEndsEachImport) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,6 +6,8 @@
 #include "host/document/indented_json.h"
 #include "host/host_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -13,9 +15,9 @@ using Json = nlohmann::ordered_json;
 class Document : public HostDisk {
   protected:
     Json Import() {
-        const ImportOutcome outcome = HostDisk::Import();
+        const run::ImportOutcome outcome = HostDisk::Import();
         EXPECT_TRUE(outcome.message.has_value()) << outcome.failure;
-        return outcome.message ? Json::parse(MessageDocument(*outcome.message, "here/.0001")) : Json();
+        return outcome.message ? Json::parse(document::MessageDocument(*outcome.message, "here/.0001")) : Json();
     }
 };
 
@@ -75,9 +77,11 @@ TEST_F(Document, TellsHowAPictureIsInserted) {
 
 TEST(IndentedJsonText, IsThatOfTheDocument) {
     for (const char* json : {R"({"a":[],"b":{},"c":[1,"x,{]\"\\",{"d":null}],"e":[[],[{}]]})", "[]", "7", R"("a:b")"}) {
-        EXPECT_EQ(IndentedJson(json), Json::parse(json).dump(2));
+        EXPECT_EQ(document::IndentedJson(json), Json::parse(json).dump(2));
     }
-    EXPECT_EQ(IndentedJson("]}\"\\"), "]\n}\"\\") << "no document, but a text";
+    EXPECT_EQ(document::IndentedJson("]}\"\\"), "]\n}\"\\") << "no document, but a text";
 }
 
 }  // namespace
+
+}  // namespace zel::test

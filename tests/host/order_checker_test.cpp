@@ -8,29 +8,31 @@
 
 #include "module/contract/host_messages.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-Target UsualTarget(UINT message) {
+host::Target UsualTarget(UINT message) {
     switch (message) {
         case 1212:
         case 1213:
         case 1125:
-            return Target::kMain;
+            return host::Target::kMain;
         case 1190:
         case 1189:
-            return Target::kExport;
+            return host::Target::kExport;
         default:
-            return Target::kHost;
+            return host::Target::kHost;
     }
 }
 
 /// Breaches of a sequence such as "1157 c c 1181 1180 1213 15"; "return" is the end of the call.
 std::vector<std::string> Check(const std::string& sequence) {
-    OrderChecker checker;
+    host::OrderChecker checker;
     std::istringstream words(sequence);
     for (std::string word; words >> word;) {
         if (word == "c") {
@@ -97,15 +99,17 @@ INSTANTIATE_TEST_SUITE_P(Each, BadOrder,
                          kNameOf);
 
 TEST(OrderChecker, TellsAMessageThatCameToTheWrongWindow) {
-    OrderChecker checker;
-    checker.OnMessage(Target::kHost, kMsgDialogReady, 0);
+    host::OrderChecker checker;
+    checker.OnMessage(host::Target::kHost, kMsgDialogReady, 0);
     EXPECT_THAT(checker.Breaches(), ElementsAre(HasSubstr("1212 came to the host window")));
 }
 
 TEST(OrderChecker, TellsATabTableWithoutTabs) {
-    OrderChecker checker;
-    for (const UINT message : {kMsgFonts, kMsgRowsDone, kMsgTabs}) checker.OnMessage(Target::kHost, message, 0);
+    host::OrderChecker checker;
+    for (const UINT message : {kMsgFonts, kMsgRowsDone, kMsgTabs}) checker.OnMessage(host::Target::kHost, message, 0);
     EXPECT_THAT(checker.Breaches(), ElementsAre(HasSubstr("1158 came out of place, after 1181")));
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,23 +6,25 @@
 #include "host/run/batch_run.h"
 #include "platform/system/files.h"
 
+namespace zel::test {
+
 namespace {
 
 class PictureOf : public HostDisk {
   protected:
-    Picture Compose() {
-        PictureComposer composer;
-        const ImportOutcome outcome = Import({&composer});
+    picture::Picture Compose() {
+        picture::PictureComposer composer;
+        const run::ImportOutcome outcome = Import({&composer});
         EXPECT_TRUE(outcome.Done()) << outcome.failure;
-        return composer.TakePicture().value_or(Picture{});
+        return composer.TakePicture().value_or(picture::Picture{});
     }
-    static Rgba At(const Picture& picture, int x, int y) {
+    static picture::Rgba At(const picture::Picture& picture, int x, int y) {
         const std::uint8_t* pixel = picture.rgba.data() + static_cast<std::ptrdiff_t>(y * picture.width + x) * 4;
         return {pixel[0], pixel[1], pixel[2], pixel[3]};
     }
 
     /// The smallest box that holds all that was drawn: left, top, right, bottom.
-    static std::array<int, 4> Ink(const Picture& picture) {
+    static std::array<int, 4> Ink(const picture::Picture& picture) {
         std::array<int, 4> box{picture.width, picture.height, -1, -1};
         for (int y = 0; y < picture.height; ++y) {
             for (int x = 0; x < picture.width; ++x) {
@@ -46,12 +48,12 @@ TEST_F(PictureOf, AMessageHasItsGlyphsInPlaceAndColour) {
     samples::MessageFile message = OneRow("A");
     message.palette = Palette();
     WriteMessage(message);
-    const Picture picture = Compose();
+    const picture::Picture picture = Compose();
     EXPECT_EQ(picture.width, 720);
     EXPECT_EQ(picture.height, 486);
     // x 50 + 7; y 100 + char_y 10 - glyph_top 3, and the glyph's blank first line.
     EXPECT_EQ(Ink(picture), (std::array{57, 108, 61, 110}));
-    EXPECT_EQ(At(picture, 57, 108), (Rgba{10, 20, 30, 255}));
+    EXPECT_EQ(At(picture, 57, 108), (picture::Rgba{10, 20, 30, 255}));
 }
 
 TEST_F(PictureOf, APalMessageIsHigher) {
@@ -59,20 +61,20 @@ TEST_F(PictureOf, APalMessageIsHigher) {
     samples::MessageFile message = OneRow("A");
     message.pal = true;
     WriteMessage(message);
-    const Picture picture = Compose();
+    const picture::Picture picture = Compose();
     EXPECT_EQ(picture.height, 576);
     EXPECT_EQ(Ink(picture), (std::array{57, 95, 61, 97}));  // 33 lines are above the picture, not 20
 }
 
 /// What the composer made of each message of a batch.
-struct PictureTaker : HostObserver {
-    void OnMessage(const MessageRecord& message) override {
-        pictures.push_back(composer.TakePicture().value_or(Picture{}));
+struct PictureTaker : host::HostObserver {
+    void OnMessage(const document::MessageRecord& message) override {
+        pictures.push_back(composer.TakePicture().value_or(picture::Picture{}));
         failures.push_back(message.glyph_failures);
         if (pictures.size() == 1) composer.GiveBack(pictures.front());
     }
-    PictureComposer composer;
-    std::vector<Picture> pictures;
+    picture::PictureComposer composer;
+    std::vector<picture::Picture> pictures;
     std::vector<std::vector<std::string>> failures;
 };
 
@@ -92,17 +94,18 @@ TEST_F(PictureOf, EachMessageOfABatchHasItsOwnGlyphs) {
     WriteMessage(message, ".0003");
     message.header.font_numbers[0] = 2;
     WriteMessage(message, ".0004");
-    BatchRequest request;
+    run::BatchRequest request;
     request.disk = m_scratch.Path().string();
     request.ranges = {{"1", "4"}};
     PictureTaker taker;
-    RunBatch(request, std::array<HostObserver*, 2>{&taker.composer, &taker});
+    run::RunBatch(request, std::array<host::HostObserver*, 2>{&taker.composer, &taker});
     ASSERT_EQ(taker.pictures.size(), 4U);
     EXPECT_EQ(Ink(taker.pictures[0]), (std::array{57, 108, 71, 110}));
     EXPECT_EQ(Ink(taker.pictures[1]), (std::array{57, 108, 61, 110})) << "nothing is left of the picture before";
     EXPECT_NE(At(taker.pictures[1], 57, 108), At(taker.pictures[0], 57, 108)) << "another palette";
-    EXPECT_EQ(At(taker.pictures[2], 57, 108), (Rgba{10, 20, 30, 255}));
-    EXPECT_EQ(At(taker.pictures[3], 57, 108), (Rgba{200, 100, 50, 255})) << "another font of the same directory";
+    EXPECT_EQ(At(taker.pictures[2], 57, 108), (picture::Rgba{10, 20, 30, 255}));
+    EXPECT_EQ(At(taker.pictures[3], 57, 108), (picture::Rgba{200, 100, 50, 255}))
+        << "another font of the same directory";
 }
 
 TEST_F(PictureOf, AStoredGlyphLargerThanItsFileIsLeftOut) {
@@ -115,7 +118,7 @@ TEST_F(PictureOf, AStoredGlyphLargerThanItsFileIsLeftOut) {
     Import({&taker.composer, &taker});
     EXPECT_EQ(taker.failures,
               (std::vector<std::vector<std::string>>{
-                  {"character 65 of " + ModulePath(Path("MACHINE/.0001")) + ": larger than its font file"}}));
+                  {"character 65 of " + system::ModulePath(Path("MACHINE/.0001")) + ": larger than its font file"}}));
 }
 
 TEST_F(PictureOf, AStoredGlyphStandsUpright) {
@@ -125,9 +128,9 @@ TEST_F(PictureOf, AStoredGlyphStandsUpright) {
     font.AddStored('A', {.width = 1, .height = 2, .pixels = {255, 0, 0, 255, 128, 128, 0, 0}}, 2, 1);
     WriteFont(font);
     WriteMessage(OneRow("A"));
-    const Picture picture = Compose();
-    EXPECT_EQ(At(picture, 57, 108), (Rgba{255, 0, 0, 255}));
-    EXPECT_EQ(At(picture, 57, 109), (Rgba{0, 0, 255, 128}));
+    const picture::Picture picture = Compose();
+    EXPECT_EQ(At(picture, 57, 108), (picture::Rgba{255, 0, 0, 255}));
+    EXPECT_EQ(At(picture, 57, 109), (picture::Rgba{0, 0, 255, 128}));
 }
 
 TEST_F(PictureOf, ALaterCharacterLiesOverAnEarlierOne) {
@@ -138,7 +141,7 @@ TEST_F(PictureOf, ALaterCharacterLiesOverAnEarlierOne) {
     message.rows[0].cells[1].char_x = 52;
     message.rows[0].cells[1].colour_set = 3;
     WriteMessage(message);
-    const Picture picture = Compose();
+    const picture::Picture picture = Compose();
     EXPECT_EQ(At(picture, 58, 108).red, 10);
     EXPECT_EQ(At(picture, 59, 108).red, 99);
 }
@@ -199,13 +202,13 @@ TEST_F(PictureOf, TextHasItsFaceColourOverItsEdge) {
     font.header.font_height = 60 + 8;  // the edge takes part of the height
     font.header.edge_type = 1;
     WriteFont(font);
-    const Picture bordered = Compose();
+    const picture::Picture bordered = Compose();
     EXPECT_EQ(Ink(bordered), (std::array{plain[0] - 4, plain[1] - 4, plain[2] + 4, plain[3] + 4}));
     int faces = 0, edges = 0;
     for (int y = plain[1]; y < plain[3]; ++y) {
         for (int x = plain[0]; x < plain[2]; ++x) {
-            faces += At(bordered, x, y) == Rgba{10, 20, 30, 255};
-            edges += At(bordered, x, y) == Rgba{200, 100, 50, 255};
+            faces += At(bordered, x, y) == picture::Rgba{10, 20, 30, 255};
+            edges += At(bordered, x, y) == picture::Rgba{200, 100, 50, 255};
         }
     }
     EXPECT_GT(faces, 100);
@@ -214,9 +217,11 @@ TEST_F(PictureOf, TextHasItsFaceColourOverItsEdge) {
 
 TEST_F(PictureOf, AFileWithoutCharactersIsNone) {
     samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, {}));
-    PictureComposer composer;
+    picture::PictureComposer composer;
     Import({&composer});
     EXPECT_FALSE(composer.TakePicture().has_value());
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -7,13 +7,15 @@
 #include "host/picture/png_writer.h"
 #include "samples/scratch_directory.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
 
-Picture Gradient(int height) {
-    Picture picture{4, height, std::vector<std::uint8_t>(static_cast<std::size_t>(height) * 16)};
+picture::Picture Gradient(int height) {
+    picture::Picture picture{4, height, std::vector<std::uint8_t>(static_cast<std::size_t>(height) * 16)};
     for (std::size_t n = 0; n < picture.rgba.size(); ++n) picture.rgba[n] = static_cast<std::uint8_t>(n * 7);
     return picture;
 }
@@ -31,7 +33,7 @@ std::vector<std::uint8_t> ReadPixels(const std::filesystem::path& file) {
 class Png : public testing::Test {
   protected:
     std::string Written(int height) {
-        WritePng(m_file, Gradient(height));
+        picture::WritePng(m_file, Gradient(height));
         return samples_test::ReadAll(m_file);
     }
     samples_test::ScratchDirectory m_scratch;
@@ -54,15 +56,17 @@ TEST_F(Png, TellsThePixelsShape) {
 TEST_F(Png, LeavesNothingBehindWhenItCanNotBeWritten) {
     const std::filesystem::path nowhere = m_scratch.Path() / "none" / "picture.png";
     try {
-        WritePng(nowhere, Gradient(486));
+        picture::WritePng(nowhere, Gradient(486));
         FAIL() << "no exception";
     } catch (const std::runtime_error& error) {
         EXPECT_THAT(error.what(), StartsWith(nowhere.string() + ": "));
         EXPECT_THAT(error.what(), HasSubstr("No such file"));
     }
     std::filesystem::create_directory(m_file);  // the name is taken by a directory
-    EXPECT_THROW(WritePng(m_file, Gradient(486)), std::runtime_error);
+    EXPECT_THROW(picture::WritePng(m_file, Gradient(486)), std::runtime_error);
     EXPECT_FALSE(std::filesystem::exists(m_file.string() + ".part"));
 }
 
 }  // namespace
+
+}  // namespace zel::test

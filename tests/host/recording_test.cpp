@@ -3,6 +3,8 @@
 
 #include "host/recorder/make_recording.h"
 
+namespace zel::test {
+
 namespace {
 
 /// A row of 30 lines, with its characters and their places.
@@ -12,19 +14,19 @@ struct Row {
 };
 
 std::string RecordedText(const std::vector<Row>& rows) {
-    ArrivedMessage arrived{.number = 7, .message = {}, .picture = {}};
+    recorder::ArrivedMessage arrived{.number = 7, .message = {}, .picture = {}};
     for (std::size_t row = 0; row < rows.size(); ++row) {
         arrived.message.rows.push_back({.y = 100, .top = -24, .bottom = 6, .empty = false, .text = rows[row].text});
         for (std::size_t n = 0; n < rows[row].text.size(); ++n) {
-            CharacterRecord character;
+            document::CharacterRecord character;
             character.info.row_index = static_cast<int>(row);
             character.info.x = rows[row].places[n];
             character.character = static_cast<unsigned char>(rows[row].text[n]);
             arrived.message.characters.push_back(character);
         }
     }
-    FileDigests digests;
-    return MakeRecording(arrived, {}, digests).text;
+    recorder::FileDigests digests;
+    return recorder::MakeRecording(arrived, {}, digests).text;
 }
 
 TEST(RecordedText, PartsWhatStandsApart) {
@@ -36,3 +38,5 @@ TEST(RecordedText, PartsWhatStandsApart) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -2,6 +2,8 @@
 
 #include "host/host_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::HasSubstr;
@@ -12,7 +14,7 @@ const samples::StoredGlyph kFour{
 
 TEST(RgbaFile, GivesItsPixelsTopRowFirstInStraightColours) {
     for (const std::uint32_t type : {714U, 717U}) {
-        const RgbaPicture rgba = ConvertRgbaFile(samples::WriteRgbaFile(type, kFour));
+        const picture::RgbaPicture rgba = picture::ConvertRgbaFile(samples::WriteRgbaFile(type, kFour));
         ASSERT_TRUE(rgba.picture) << rgba.trouble;
         EXPECT_EQ(rgba.picture->width, 2);
         EXPECT_EQ(rgba.picture->height, 2);
@@ -38,14 +40,14 @@ TEST(RgbaFile, IsRefusedWhenItsPixelsAreNotAllThere) {
         {less, "too small for 2 x 2"},
     };
     for (const auto& [glyph, trouble] : cases) {
-        const RgbaPicture rgba = ConvertRgbaFile(samples::WriteRgbaFile(714, glyph));
+        const picture::RgbaPicture rgba = picture::ConvertRgbaFile(samples::WriteRgbaFile(714, glyph));
         EXPECT_FALSE(rgba.picture);
         EXPECT_THAT(rgba.trouble, HasSubstr(trouble));
     }
-    EXPECT_EQ(ConvertRgbaFile(samples::WriteRgbaFile(702, kFour)).trouble, "it is no RGBA file");
+    EXPECT_EQ(picture::ConvertRgbaFile(samples::WriteRgbaFile(702, kFour)).trouble, "it is no RGBA file");
     const samples::Bytes whole = samples::WriteRgbaFile(714, kFour);
     for (std::size_t n = 0; n < whole.size(); ++n) {
-        EXPECT_FALSE(ConvertRgbaFile(std::span(whole).first(n)).picture) << n;
+        EXPECT_FALSE(picture::ConvertRgbaFile(std::span(whole).first(n)).picture) << n;
     }
 }
 
@@ -53,12 +55,13 @@ class RgbaImport : public HostDisk {};
 
 TEST_F(RgbaImport, GivesThePictureOfEitherChoice) {
     samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(717, kFour));
-    PictureComposer composer;
-    for (const RgbaAnswer answer : {RgbaAnswer::kObject, RgbaAnswer::kBackground, RgbaAnswer::kCancel}) {
+    picture::PictureComposer composer;
+    for (const run::RgbaAnswer answer :
+         {run::RgbaAnswer::kObject, run::RgbaAnswer::kBackground, run::RgbaAnswer::kCancel}) {
         m_request.rgba = answer;
         Import({&composer});
-        const std::optional<Picture> picture = composer.TakePicture();
-        EXPECT_EQ(picture.has_value(), answer != RgbaAnswer::kCancel);
+        const std::optional<picture::Picture> picture = composer.TakePicture();
+        EXPECT_EQ(picture.has_value(), answer != run::RgbaAnswer::kCancel);
         if (picture) {
             EXPECT_EQ(picture->rgba[0], 255);
         }
@@ -69,11 +72,13 @@ TEST_F(RgbaImport, TellsWhyThereIsNoPicture) {
     samples::StoredGlyph cut = kFour;
     cut.length = 1000;
     samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, cut));
-    PictureComposer composer;
+    picture::PictureComposer composer;
     Import({&composer});
     EXPECT_FALSE(composer.TakePicture());
     EXPECT_EQ(composer.Trouble(), "the picture is cut short by the file's end");
-    EXPECT_THAT(ReadRgbaFile(Path("missing")).trouble, HasSubstr("No such file"));
+    EXPECT_THAT(picture::ReadRgbaFile(Path("missing")).trouble, HasSubstr("No such file"));
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -12,6 +12,8 @@
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::HasSubstr;
@@ -30,21 +32,21 @@ class StoredSettings : public testing::Test {
 
 TEST_F(StoredSettings, AreThereForTheNextProcess) {
     {
-        SqliteSettingsStore store(m_directory);
+        settings::SqliteSettingsStore store(m_directory);
         EXPECT_TRUE(store.SetProfileInt("Section", "Number", -3));
         EXPECT_TRUE(store.SetProfileText("Section", "Text", std::string("\xE9 \\ \0x", 6)));
         EXPECT_TRUE(store.CreateKey("Software\\Lists"));
         EXPECT_TRUE(store.SetValue("Software\\Lists", "0", {1, {0, 255}}));
     }
-    SqliteSettingsStore store(m_directory);
+    settings::SqliteSettingsStore store(m_directory);
     EXPECT_EQ(store.GetProfileInt("Section", "Number"), -3);
     EXPECT_EQ(store.GetProfileText("Section", "Text"), std::string("\xE9 \\ \0x", 6));
-    EXPECT_EQ(store.GetValue("Software\\Lists", "0"), (RegistryValue{1, {0, 255}}));
+    EXPECT_EQ(store.GetValue("Software\\Lists", "0"), (seam::RegistryValue{1, {0, 255}}));
     EXPECT_EQ(store.Note(), "");
 }
 
 TEST_F(StoredSettings, AreOfOneKindEach) {
-    SqliteSettingsStore store(m_directory);
+    settings::SqliteSettingsStore store(m_directory);
     store.SetProfileInt("S", "E", 1);
     EXPECT_EQ(store.GetProfileText("S", "E"), std::nullopt);
     store.SetProfileText("S", "E", "");
@@ -54,7 +56,7 @@ TEST_F(StoredSettings, AreOfOneKindEach) {
 }
 
 TEST_F(StoredSettings, AreFoundWithoutRegardToCase) {
-    SqliteSettingsStore store(m_directory);
+    settings::SqliteSettingsStore store(m_directory);
     store.SetProfileInt("Section", "Entry", 1);
     store.SetProfileInt("SECTION", "entry", 2);
     EXPECT_EQ(store.GetProfileInt("sECTION", "eNTRY"), 2);
@@ -63,7 +65,7 @@ TEST_F(StoredSettings, AreFoundWithoutRegardToCase) {
 }
 
 TEST_F(StoredSettings, KeepTheirKeysAsATree) {
-    SqliteSettingsStore store(m_directory);
+    settings::SqliteSettingsStore store(m_directory);
     EXPECT_TRUE(store.KeyExists(""));
     EXPECT_FALSE(store.KeyHasSubKeys(""));
     EXPECT_FALSE(store.SetValue("a\\b", "name", {1, {}}));
@@ -79,7 +81,7 @@ TEST_F(StoredSettings, KeepTheirKeysAsATree) {
 }
 
 TEST_F(StoredSettings, AreSharedByTwoStores) {
-    SqliteSettingsStore one(m_directory), other(m_directory);
+    settings::SqliteSettingsStore one(m_directory), other(m_directory);
     for (int n = 0; n < 5; ++n) {
         ASSERT_TRUE(one.SetProfileInt("S", "one", n));
         ASSERT_TRUE(other.SetProfileInt("S", "other", n));
@@ -117,7 +119,7 @@ class Writer {
 
   private:
     [[noreturn]] void Count(const std::filesystem::path& directory, int from) const {
-        SqliteSettingsStore store(directory);
+        settings::SqliteSettingsStore store(directory);
         store.CreateKey("Lists\\" + m_name);
         for (int n = from;; ++n, usleep(300)) {  // or the other process would seldom get its turn
             const auto byte = static_cast<BYTE>(n);
@@ -141,7 +143,7 @@ TEST_F(StoredSettings, OutliveTwoWritersThatAreKilledAtAnyMoment) {
         ASSERT_TRUE(one.HasBegun() && other.HasBegun());
         usleep(static_cast<useconds_t>(round * 3700));
         const int said[] = {one.Kill(), other.Kill()};
-        SqliteSettingsStore store(m_directory);
+        settings::SqliteSettingsStore store(m_directory);
         for (int writer = 0; writer < 2; ++writer) {
             const std::string name = writer == 0 ? "one" : "other";
             stored[writer] = said[writer];
@@ -155,14 +157,15 @@ TEST_F(StoredSettings, OutliveTwoWritersThatAreKilledAtAnyMoment) {
 }
 
 TEST_F(StoredSettings, CanBeListedAndDeleted) {
-    SqliteSettingsStore sqlite(m_directory);
-    MemorySettingsStore memory;
-    for (SettingsStore* store : {static_cast<SettingsStore*>(&sqlite), static_cast<SettingsStore*>(&memory)}) {
+    settings::SqliteSettingsStore sqlite(m_directory);
+    script::MemorySettingsStore memory;
+    for (seam::SettingsStore* store :
+         {static_cast<seam::SettingsStore*>(&sqlite), static_cast<seam::SettingsStore*>(&memory)}) {
         store->SetProfileText("b", "Text", "t");
         store->SetProfileInt("A", "y", 2);
         store->SetProfileInt("a", "X", 1);
         std::string listed;
-        for (const ProfileEntry& entry : store->ProfileEntries())
+        for (const seam::ProfileEntry& entry : store->ProfileEntries())
             listed += entry.section + entry.entry + (entry.value.index() == 0 ? "# " : "$ ");
         EXPECT_EQ(listed, "aX# Ay# bText$ ");
         store->CreateKey("K");
@@ -181,7 +184,7 @@ TEST_F(StoredSettings, BeginAfreshBesideADamagedFile) {
     const std::string_view damage = "this was a database once, and it is not any more, whatever its name may say";
     samples::WriteWholeFile(File(), damage);
     for (const char* aside : {"settings.sqlite.damaged-1", "settings.sqlite.damaged-2"}) {
-        SqliteSettingsStore store(m_directory);
+        settings::SqliteSettingsStore store(m_directory);
         EXPECT_TRUE(store.SetProfileInt("S", "E", 1));
         EXPECT_EQ(store.GetProfileInt("S", "E"), 1);
         EXPECT_THAT(store.Note(), HasSubstr(aside));
@@ -193,27 +196,29 @@ TEST_F(StoredSettings, BeginAfreshBesideADamagedFile) {
 
 TEST_F(StoredSettings, BeginAfreshWhenPagesOfTheFileAreOverwritten) {
     {
-        SqliteSettingsStore store(m_directory);
+        settings::SqliteSettingsStore store(m_directory);
         store.SetProfileText("S", "E", std::string(5 << 20, 'x'));  // enough to leave the log for the file
     }
     RemoveLog();
     std::fstream(File(), std::ios::in | std::ios::out | std::ios::binary).seekp(4096) << std::string(8192, '\xA5');
-    SqliteSettingsStore store(m_directory);
+    settings::SqliteSettingsStore store(m_directory);
     EXPECT_TRUE(store.SetProfileInt("S", "E", 1));
     EXPECT_THAT(store.Note(), HasSubstr("damaged-1"));
 }
 
 TEST_F(StoredSettings, TellWhyTheyCanNotBeStored) {
     samples::WriteWholeFile(m_scratch.Path() / "a", std::string_view("a file, not a directory"));
-    SqliteSettingsStore store(m_directory);
+    settings::SqliteSettingsStore store(m_directory);
     EXPECT_FALSE(store.SetProfileInt("S", "E", 1));
     EXPECT_EQ(store.GetProfileInt("S", "E"), std::nullopt);
     EXPECT_THAT(store.Note(), HasSubstr("settings.sqlite: settings can't be stored: "));
 }
 
 TEST_F(StoredSettings, CostNothingUntilTheyAreAskedFor) {
-    const SqliteSettingsStore store(m_directory);
+    const settings::SqliteSettingsStore store(m_directory);
     EXPECT_FALSE(std::filesystem::exists(m_directory));
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,13 +6,15 @@
 
 #include <gtest/gtest.h>
 
-#include "module/contract/zel_font.h"
-#include "host/glyph_bitmaps.h"
 #include "base/crc32.h"
-#include "module/contract/records/tab_field.h"
+#include "host/glyph_bitmaps.h"
 #include "module/contract/host_messages.h"
-#include "platform/framework/cstring.h"
 #include "module/contract/records/effpar.h"
+#include "module/contract/records/tab_field.h"
+#include "module/contract/zel_font.h"
+#include "platform/framework/cstring.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -25,17 +27,17 @@ class Trace : public testing::Test {
         return text;
     }
     template <typename Object>
-    std::string Send(UINT message, Target target, WPARAM wParam, const Object* object, LRESULT answer = 0) {
+    std::string Send(UINT message, host::Target target, WPARAM wParam, const Object* object, LRESULT answer = 0) {
         m_trace.OnSend({message, target, wParam, reinterpret_cast<LPARAM>(object), answer});
         return Lines();
     }
-    std::string SendValue(UINT message, Target target, WPARAM wParam, LPARAM lParam, LRESULT answer = 0) {
+    std::string SendValue(UINT message, host::Target target, WPARAM wParam, LPARAM lParam, LRESULT answer = 0) {
         m_trace.OnSend({message, target, wParam, lParam, answer});
         return Lines();
     }
 
     std::ostringstream m_out;
-    TraceWriter m_trace{m_out, TracePixels::kYes};
+    host::TraceWriter m_trace{m_out, host::TracePixels::kYes};
 };
 
 TEST_F(Trace, WritesABoxWithItsAnswer) {
@@ -59,25 +61,25 @@ TEST_F(Trace, WritesThePathOfAFileDialogOnlyWhenOneWasChosen) {
 TEST_F(Trace, WritesTheMessagesOfBatchAndExport) {
     const CString path("\\out");
     const BYTE state = 3;
-    EXPECT_EQ(SendValue(kMsgRecord, Target::kHost, 0, 12),
+    EXPECT_EQ(SendValue(kMsgRecord, host::Target::kHost, 0, 12),
               "{\"event\":\"send\",\"message\":1160,\"target\":\"host\",\"wParam\":0,\"id\":12}\n");
     EXPECT_EQ(
-        Send(kMsgExportPlain, Target::kExport, 7, &path),
+        Send(kMsgExportPlain, host::Target::kExport, 7, &path),
         "{\"event\":\"send\",\"message\":1190,\"target\":\"export\",\"wParam\":7,\"id\":7,\"path\":\"\\\\out\"}\n");
-    EXPECT_EQ(SendValue(kMsgHasMessage, Target::kMain, 7, 0, 1),
+    EXPECT_EQ(SendValue(kMsgHasMessage, host::Target::kMain, 7, 0, 1),
               "{\"event\":\"send\",\"message\":1125,\"target\":\"main\",\"wParam\":7,\"id\":7,\"answer\":1}\n");
-    EXPECT_EQ(Send(kMsgNuvoOut, Target::kHost, 1, &state),
+    EXPECT_EQ(Send(kMsgNuvoOut, host::Target::kHost, 1, &state),
               "{\"event\":\"send\",\"message\":1161,\"target\":\"host\",\"wParam\":1,\"state\":3}\n");
-    EXPECT_EQ(SendValue(kMsgNuvoOut, Target::kHost, 2, 0),
+    EXPECT_EQ(SendValue(kMsgNuvoOut, host::Target::kHost, 2, 0),
               "{\"event\":\"send\",\"message\":1161,\"target\":\"host\",\"wParam\":2,\"state\":0}\n");
-    EXPECT_EQ(SendValue(WM_PAINT, Target::kHost, 0, 0),
+    EXPECT_EQ(SendValue(WM_PAINT, host::Target::kHost, 0, 0),
               "{\"event\":\"send\",\"message\":15,\"target\":\"host\",\"wParam\":0}\n");
 }
 
 TEST_F(Trace, WritesTabNamesUpToTheirEnd) {
     tag_tab_field tabs[2] = {{1, 2, 3, 4, 5, "Name", 6}, {65535, 0, 0, 0, 0, "", 0xFFFFFFFF}};
     std::memset(tabs[1].tab_name, 'x', sizeof tabs[1].tab_name);  // fills the field, so there is no NUL
-    EXPECT_EQ(Send(kMsgTabs, Target::kHost, 2, tabs),
+    EXPECT_EQ(Send(kMsgTabs, host::Target::kHost, 2, tabs),
               "{\"event\":\"send\",\"message\":1158,\"target\":\"host\",\"wParam\":2,\"tabs\":["
               "{\"tab_start\":1,\"tab_end\":2,\"tab_top\":3,\"tab_bottom\":4,\"tab_byte\":5,\"tab_name\":\"Name\","
               "\"tab_bits\":6},"
@@ -140,7 +142,7 @@ TEST_F(Trace, WritesTheFontSetWithNullForAnEmptySlot) {
 TEST_F(Trace, WritesTheEntriesOfThePaletteWithoutItsTwoLeadingWords) {
     const auto fonts = std::make_unique<CZelFont>();
     for (std::uint32_t word = 0; word < 257; ++word) fonts->m_Palette[word] = word == 256 ? 0xFFFFFFFFU : word + 100;
-    const std::string line = Send(kMsgFonts, Target::kHost, 0, fonts.get());
+    const std::string line = Send(kMsgFonts, host::Target::kHost, 0, fonts.get());
     EXPECT_NE(line.find("null],\"palette\":[101,102,"), std::string::npos) << line;
     EXPECT_NE(line.find(",355,4294967295]}\n"), std::string::npos) << line;
 }
@@ -155,7 +157,7 @@ TEST_F(Trace, WritesEveryFieldOfACharacter) {
     info.effect_ratio = 0.75F, info.edge_type = 8, info.edge_angle = 135, info.edge_size = 9, info.edge_colour = 10;
     info.slot = 11, info.char_code = 0x1A5, info.colour_set = -1, info.glyph_metric = 12, info.glyph_height = 13;
     info.glyph_y = 14, info.glyph_step = -15, info.mf_flag = true;
-    GlyphBitmaps glyphs;
+    host::GlyphBitmaps glyphs;
     m_trace.OnChar({info, 0xA5, std::nullopt, glyphs});
     const std::string front =
         "{\"event\":\"char\",\"char\":165,\"log_font\":{\"lfHeight\":0,\"lfWeight\":0,\"lfItalic\":0,"
@@ -174,9 +176,9 @@ TEST_F(Trace, WritesEveryFieldOfACharacter) {
 }
 
 TEST_F(Trace, EndsWithWhatIsKnown) {
-    m_trace.OnEnd({Road::kImport, 3, ".0013", 20});
+    m_trace.OnEnd({host::Road::kImport, 3, ".0013", 20});
     EXPECT_EQ(Lines(), "{\"event\":\"end\",\"road\":\"import\",\"status\":3,\"next_id\":\".0013\",\"y_offset\":20}\n");
-    m_trace.OnEnd({Road::kFont, std::nullopt, "", 0});
+    m_trace.OnEnd({host::Road::kFont, std::nullopt, "", 0});
     EXPECT_EQ(Lines(), "{\"event\":\"end\",\"road\":\"font\",\"next_id\":\"\",\"y_offset\":0}\n");
     m_trace.OnException("cut short");
     EXPECT_EQ(Lines(), "{\"event\":\"exception\",\"text\":\"cut short\"}\n");
@@ -184,8 +186,10 @@ TEST_F(Trace, EndsWithWhatIsKnown) {
 
 TEST(Crc32, IsTheUsualOne) {
     const char digits[] = "123456789";
-    EXPECT_EQ(Crc32({reinterpret_cast<const std::uint8_t*>(digits), 9}), 0xCBF43926U);
-    EXPECT_EQ(Crc32({}), 0U);
+    EXPECT_EQ(base::Crc32({reinterpret_cast<const std::uint8_t*>(digits), 9}), 0xCBF43926U);
+    EXPECT_EQ(base::Crc32({}), 0U);
 }
 
 }  // namespace
+
+}  // namespace zel::test

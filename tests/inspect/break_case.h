@@ -6,6 +6,8 @@
 
 #include "inspect/sample_files.h"
 
+namespace zel::test {
+
 inline constexpr auto kBroken = inspect::Verdict::kBroken;
 inline constexpr auto kReadable = inspect::Verdict::kReadable;
 inline constexpr auto kWhole = inspect::Verdict::kWhole;
@@ -32,3 +34,5 @@ void ExpectTold(const inspect::FileReport& report, const BreakCase<File>& row) {
                                                      : Lines(report.defects);
     EXPECT_THAT(told, testing::HasSubstr(row.told));
 }
+
+}  // namespace zel::test

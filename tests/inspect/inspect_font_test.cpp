@@ -3,6 +3,8 @@
 
 #include "inspect/break_case.h"
 
+namespace zel::test {
+
 namespace {
 
 using inspect::FileReport;
@@ -103,3 +105,5 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
+
+}  // namespace zel::test

@@ -3,6 +3,8 @@
 
 #include "inspect/break_case.h"
 
+namespace zel::test {
+
 namespace {
 
 using inspect::FileReport;
@@ -201,3 +203,5 @@ TEST(InspectMessage, TellsAnRgbaFile) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

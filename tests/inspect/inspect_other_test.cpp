@@ -8,6 +8,8 @@
 #include "samples/name_lists.h"
 #include "samples/write_file.h"
 
+namespace zel::test {
+
 namespace {
 
 using inspect::FileKind;
@@ -94,3 +96,5 @@ TEST(InspectFile, ReadsAFileAndSaysWhyItCannot) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -3,11 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "module/font/format/font_loader.h"
 #include "inspect/report_text.h"
 #include "inspect/sample_files.h"
-#include "module/message/format/message_loader.h"
 #include "module/font/format/font_blocks.h"
+#include "module/font/format/font_loader.h"
+#include "module/message/format/message_loader.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -31,11 +33,11 @@ void CheckMessagePrefixes(const samples::MessageFile& message) {
     const samples::Bytes bytes = samples::WriteMessage(message);
     for (std::size_t size = 4; size <= bytes.size(); ++size) {
         const std::span<const std::uint8_t> prefix = std::span(bytes).first(size);
-        ByteSource source(prefix);
-        LoadedMessage loaded;
-        const MessageOutcome outcome = LoadMessage(source, loaded);
+        message::ByteSource source(prefix);
+        message::LoadedMessage loaded;
+        const message::MessageOutcome outcome = message::LoadMessage(source, loaded);
         const FileReport report = inspect::InspectBytes(prefix, ".0012");
-        CheckPrefix(report, outcome == MessageOutcome::kRead, size, bytes.size());
+        CheckPrefix(report, outcome == message::MessageOutcome::kRead, size, bytes.size());
         const auto kept =
             std::ranges::count_if(report.message->tabs, [](const auto& tab) { return tab.rejected.empty(); });
         EXPECT_EQ(kept, loaded.tab_count);
@@ -59,13 +61,15 @@ TEST(EveryPrefix, OfAFontIsTold) {
     const samples::Bytes bytes = samples::WriteFont(GoodFont());
     for (std::size_t size = 4; size <= bytes.size(); ++size) {
         const std::span<const std::uint8_t> prefix = std::span(bytes).first(size);
-        ByteSource source(prefix);
+        message::ByteSource source(prefix);
         tag_font_memory slot;
         bool tessor = false;
-        const FontOutcome outcome = LoadFont(source, slot, tessor);
-        ReleaseFontBlocks(slot);
-        CheckPrefix(inspect::InspectBytes(prefix, ".0012"), outcome == FontOutcome::kRead, size, bytes.size());
+        const font::FontOutcome outcome = font::LoadFont(source, slot, tessor);
+        font::ReleaseFontBlocks(slot);
+        CheckPrefix(inspect::InspectBytes(prefix, ".0012"), outcome == font::FontOutcome::kRead, size, bytes.size());
     }
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -8,6 +8,8 @@
 #include "inspect/sample_files.h"
 #include "inspect/words.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::HasSubstr;
@@ -90,3 +92,5 @@ TEST(Words, CountAndListAsAPersonWould) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

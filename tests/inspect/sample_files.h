@@ -7,6 +7,8 @@
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 
+namespace zel::test {
+
 /// Good files of every section, for tests that break one thing.
 
 /// Two rows with text and an empty one, two fonts, palette, background, and two tab fields.
@@ -55,3 +57,5 @@ inline std::string Lines(const std::vector<std::string>& texts) {
     for (const std::string& text : texts) all += text + '\n';
     return all;
 }
+
+}  // namespace zel::test

@@ -5,6 +5,8 @@
 #include "platform/framework/clist.h"
 #include "platform/framework/cstring.h"
 
+namespace zel::test {
+
 namespace {
 
 TEST(List, KeepsTheOrderOfItsElements) {
@@ -24,3 +26,5 @@ TEST(List, KeepsTheOrderOfItsElements) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

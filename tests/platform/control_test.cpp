@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/script/dialog_driver.h"
 #include "platform/framework/cdialog.h"
 #include "platform/framework/cwinapp.h"
+#include "platform/script/dialog_driver.h"
 #include "test_dialog.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -89,7 +91,7 @@ TEST_F(ComboBox, SortsItsListOnlyIfAsked) {
 TEST_F(ListBox, HoldsEntriesOfWhichOneIsChosen) {
     for (const char* entry : {"b", "a"}) EXPECT_NE(Send(kList, LB_ADDSTRING, 0, Text(entry)), LB_ERR);
     m_dialog.ShowWindow(SW_SHOW);
-    DialogDriver user(m_dialog);
+    script::DialogDriver user(m_dialog);
     EXPECT_EQ(user.List(kList), (std::vector<std::string>{"b", "a"}));
     EXPECT_EQ(Send(kList, LB_GETCURSEL), LB_ERR);
     EXPECT_TRUE(user.Choose(kList, "a"));
@@ -167,3 +169,5 @@ TEST_F(Controls, LieOnTheScreenWhereTheirDialogLies) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zel::test {
+
 namespace {
 
 TEST(CStringSharing, CopiesAndAssignmentsUseTheSameCharacters) {
@@ -119,3 +121,5 @@ TEST(CStringBuffer, TakesItsLengthFromTheWrittenText) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,6 +6,8 @@
 #include "platform/system/errors.h"
 #include "test_dialog.h"
 
+namespace zel::test {
+
 BEGIN_MESSAGE_MAP(TestDialog, CDialog)
 ON_EN_UPDATE(kEdit, &TestDialog::OnEditUpdate)
 ON_EN_CHANGE(kEdit, &TestDialog::OnEditChange)
@@ -17,11 +19,11 @@ namespace {
 
 class Dialogs : public testing::Test {
   protected:
-    void SetUp() override { SetDesktop(&m_desktop); }
-    void TearDown() override { SetDesktop(nullptr); }
+    void SetUp() override { seam::SetDesktop(&m_desktop); }
+    void TearDown() override { seam::SetDesktop(nullptr); }
 
     const ResourcesInForce m_resources;
-    HeadlessDesktop m_desktop;
+    script::HeadlessDesktop m_desktop;
     TestDialog m_dialog;
 };
 
@@ -46,7 +48,7 @@ TEST_F(Dialogs, ShowTheirMembersAndTakeThemBackOnOk) {
     m_dialog.edit_text = "before";
     m_dialog.checked = 1;
     m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) {
-        DialogDriver user(dialog);
+        script::DialogDriver user(dialog);
         EXPECT_EQ(user.Caption(), "Test");
         EXPECT_EQ(user.Text(kEdit), "before");
         EXPECT_TRUE(user.IsChecked(kCheck));
@@ -72,10 +74,10 @@ TEST_F(Dialogs, HearNoNotificationWhileTheirControlsAreFilled) {
 }
 
 TEST_F(Dialogs, EndByEscapeAndByTheirTitleBarAlike) {
-    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { DialogDriver(dialog).PressEscape(); });
+    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { script::DialogDriver(dialog).PressEscape(); });
     EXPECT_EQ(m_dialog.DoModal(), IDCANCEL);
     EXPECT_EQ(m_dialog.events, "cancel ");
-    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { DialogDriver(dialog).Close(); });
+    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { script::DialogDriver(dialog).Close(); });
     EXPECT_EQ(m_dialog.DoModal(), IDCANCEL);
     EXPECT_EQ(m_dialog.events, "cancel close cancel ");
 }
@@ -85,10 +87,10 @@ TEST_F(Dialogs, RunTheirDefaultButtonOnEnter) {
     m_dialog.ShowWindow(SW_SHOW);
     EXPECT_EQ(m_dialog.SendMessage(DM_GETDEFID), static_cast<LRESULT>(MAKEWPARAM(IDOK, DC_HASDEFID)));
     m_dialog.SendMessage(DM_SETDEFID, kCheck);
-    EXPECT_TRUE(DialogDriver(m_dialog).PressEnter());
+    EXPECT_TRUE(script::DialogDriver(m_dialog).PressEnter());
     EXPECT_EQ(m_dialog.events, "check1 ");
     m_dialog.SendMessage(DM_SETDEFID, kDisabled);
-    EXPECT_FALSE(DialogDriver(m_dialog).PressEnter());
+    EXPECT_FALSE(script::DialogDriver(m_dialog).PressEnter());
     EXPECT_FALSE(m_dialog.HasEnded());
 }
 
@@ -106,7 +108,7 @@ TEST_F(Dialogs, FocusTheirFirstControlUnlessToldOtherwise) {
 
 TEST_F(Dialogs, AreDestroyedWhenAnExceptionPasses) {
     m_dialog.on_check = [] { AfxThrowMemoryException(); };
-    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { DialogDriver(dialog).Press(kCheck); });
+    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { script::DialogDriver(dialog).Press(kCheck); });
     EXPECT_THROW(m_dialog.DoModal(), CMemoryException*);
     EXPECT_EQ(m_dialog.m_hWnd, nullptr);
 }
@@ -122,9 +124,9 @@ TEST_F(Dialogs, MayBeDestroyedByTheirOwnHandlers) {
 }
 
 TEST_F(Dialogs, TellTheirListenerOfEveryChange) {
-    struct Listener : WindowListener {
-        void WindowChanged(CWnd&, WindowChange change) override { seen.push_back(change); }
-        std::vector<WindowChange> seen;
+    struct Listener : framework::WindowListener {
+        void WindowChanged(CWnd&, framework::WindowChange change) override { seen.push_back(change); }
+        std::vector<framework::WindowChange> seen;
     } listener;
     ASSERT_TRUE(m_dialog.Create(kTestDialog));
     m_dialog.AddChangeListener(listener);
@@ -140,7 +142,7 @@ TEST_F(Dialogs, TellTheirListenerOfEveryChange) {
     m_dialog.MoveWindow(1, 2, 3, 4);
     m_dialog.EndDialog(5);
     m_dialog.DestroyWindow();
-    using enum WindowChange;
+    using enum framework::WindowChange;
     EXPECT_EQ(listener.seen, (std::vector{text, selection, list, check, enabled, visible, focus, default_button, rect,
                                           ended, destroyed}));
 }
@@ -173,3 +175,5 @@ TEST(HostWindows, ReceiveWhatIsSentToThemOnceTheyAreMade) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -10,6 +10,8 @@
 #include "platform/framework/cfile.h"
 #include "platform/system/errors.h"
 
+namespace zel::test {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -23,11 +25,11 @@ class Files : public testing::Test {
         Write("DISK/MESSAGES/.0012", "message twelve");
         Write("DISK/MESSAGES/Promo", "promo");
         ::mkfifo((m_root / "DISK/pipe").c_str(), 0600);
-        MountDrive('D', (m_root / "DISK").string() + "/");
+        system::MountDrive('D', (m_root / "DISK").string() + "/");
     }
     void TearDown() override {
-        MountDrive('D', "");
-        MountDrive('A', "");
+        system::MountDrive('D', "");
+        system::MountDrive('A', "");
         fs::remove_all(m_root);
     }
 
@@ -35,7 +37,7 @@ class Files : public testing::Test {
         std::ofstream(m_root / name, std::ios::binary) << bytes;
     }
     /// Path below the root in the module's form.
-    std::string Module(const std::string& name) { return ModulePath((m_root / "").string()) + name; }
+    std::string Module(const std::string& name) { return system::ModulePath((m_root / "").string()) + name; }
 
     static std::string Content(const std::string& path) {
         CFile file;
@@ -58,7 +60,7 @@ TEST_F(Files, OpenWithEitherSeparatorAnyCaseAndADriveLetter) {
                              "D:\\\\MESSAGES\\.\\Promo"}) {
         EXPECT_EQ(Content(path), "promo") << path;
     }
-    MountDrive('D', "");
+    system::MountDrive('D', "");
     EXPECT_EQ(Content(Module("DISK\\Messages\\.0012")), "message twelve");
 }
 
@@ -95,20 +97,20 @@ TEST_F(Files, HaveAttributes) {
 }
 
 TEST_F(Files, OfAnUnreadableDriveFailWithItsError) {
-    MountUnreadableDrive('A', ERROR_NOT_DOS_DISK);
+    system::MountUnreadableDrive('A', ERROR_NOT_DOS_DISK);
     EXPECT_EQ(Attributes("a:\\MESSAGES"), "error 26");
     EXPECT_EQ(Content("A:\\MESSAGES\\.0012"), "error 26");
 }
 
 TEST_F(Files, TurnTheirPathsBetweenBothForms) {
     const std::string promo = (m_root / "DISK/MESSAGES/Promo").string();
-    EXPECT_EQ(NativePath("D:\\messages\\promo"), promo);
-    EXPECT_EQ(NativePath("D:\\messages\\other"), (m_root / "DISK/MESSAGES/other").string());
-    EXPECT_EQ(NativePath("Q:\\x"), "Q:/x");
-    EXPECT_EQ(ModulePath(promo), "D:\\MESSAGES\\Promo");
-    EXPECT_EQ(ModulePath((m_root / "DISKS").string()), Module("DISKS"));
-    EXPECT_EQ(ModulePath("/tmp/d/.0012"), "\\tmp\\d\\.0012");
-    EXPECT_EQ(ModulePath("D:\\x"), "D:\\x");
+    EXPECT_EQ(system::NativePath("D:\\messages\\promo"), promo);
+    EXPECT_EQ(system::NativePath("D:\\messages\\other"), (m_root / "DISK/MESSAGES/other").string());
+    EXPECT_EQ(system::NativePath("Q:\\x"), "Q:/x");
+    EXPECT_EQ(system::ModulePath(promo), "D:\\MESSAGES\\Promo");
+    EXPECT_EQ(system::ModulePath((m_root / "DISKS").string()), Module("DISKS"));
+    EXPECT_EQ(system::ModulePath("/tmp/d/.0012"), "\\tmp\\d\\.0012");
+    EXPECT_EQ(system::ModulePath("D:\\x"), "D:\\x");
 }
 
 TEST_F(Files, AreReadAndSoughtByCFile) {
@@ -175,3 +177,5 @@ INSTANTIATE_TEST_SUITE_P(Each, PathSplit,
                          [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,16 +6,18 @@
 #include "platform/framework/message_box.h"
 #include "test_dialog.h"
 
+namespace zel::test {
+
 namespace {
 
 class Headless : public testing::Test {
   protected:
-    void SetUp() override { SetDesktop(&m_desktop); }
-    void TearDown() override { SetDesktop(nullptr); }
+    void SetUp() override { seam::SetDesktop(&m_desktop); }
+    void TearDown() override { seam::SetDesktop(nullptr); }
     static int Ask(UINT style) { return MessageBoxA(nullptr, "text", "caption", style); }
 
     const ResourcesInForce m_resources;
-    HeadlessDesktop m_desktop;
+    script::HeadlessDesktop m_desktop;
 };
 
 TEST_F(Headless, AnswersABoxByItsStyle) {
@@ -32,8 +34,8 @@ TEST_F(Headless, AnswersABoxByItsStyle) {
 
 TEST_F(Headless, AsksItsQueueThenItsFunctionBeforeTheStyle) {
     std::vector<int> observed;
-    m_desktop.ObserveBoxes([&](const HeadlessDesktop::Box& box) { observed.push_back(box.answer); });
-    m_desktop.AnswerBoxes([](const HeadlessDesktop::Box& box) { return box.style == MB_YESNO ? IDYES : 0; });
+    m_desktop.ObserveBoxes([&](const script::HeadlessDesktop::Box& box) { observed.push_back(box.answer); });
+    m_desktop.AnswerBoxes([](const script::HeadlessDesktop::Box& box) { return box.style == MB_YESNO ? IDYES : 0; });
     m_desktop.QueueBoxAnswer(IDCANCEL);
     EXPECT_EQ(Ask(MB_YESNO), IDCANCEL);
     EXPECT_EQ(Ask(MB_YESNO), IDYES);
@@ -86,7 +88,7 @@ TEST_F(Headless, ClosesADialogThatNobodyEnds) {
 
 TEST_F(Headless, LetsAUserDoOnlyWhatCouldBeDone) {
     m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) {
-        DialogDriver user(dialog);
+        script::DialogDriver user(dialog);
         EXPECT_FALSE(user.Press(kHidden));
         EXPECT_FALSE(user.Press(kDisabled));
         EXPECT_FALSE(user.Press(999));
@@ -111,3 +113,5 @@ TEST_F(Headless, LetsAUserDoOnlyWhatCouldBeDone) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

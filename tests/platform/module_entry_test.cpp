@@ -7,6 +7,8 @@
 #include "platform/framework/cwinapp.h"
 #include "platform/system/errors.h"
 
+namespace zel::test {
+
 namespace {
 
 class ModuleLoading : public testing::Test {
@@ -63,3 +65,5 @@ TEST(ExtensionModule, RefusesANullHandle) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

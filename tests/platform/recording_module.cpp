@@ -5,6 +5,8 @@
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/module_entry.h"
 
+namespace zel::test {
+
 // Appends what happens to the environment variable MODULE_TRACE, which outlives the module.
 
 namespace {
@@ -20,7 +22,7 @@ struct Static {
 };
 
 AFX_EXTENSION_MODULE g_record{};
-constexpr ModuleInstance g_instance{"recording", {}};
+constexpr HINSTANCE__ g_instance{"recording", {}};
 
 int Hook(HINSTANCE, DWORD reason, void*) {
     Record("hook" + std::to_string(reason));
@@ -48,3 +50,5 @@ ZEL_MODULE_STATIC Static g_static;
 }  // namespace
 
 ZEL_MODULE_ENTRY(g_instance, Hook, Entry)
+
+}  // namespace zel::test

@@ -8,14 +8,16 @@
 #include "platform/script/memory_settings_store.h"
 #include "platform/system/errors.h"
 
+namespace zel::test {
+
 namespace {
 
 constexpr const char* kList = "Software\\Kovesh\\Tavro\\ZelTrans\\FontDir";
 
 class Registry : public testing::Test {
   protected:
-    void SetUp() override { SetSettingsStore(&m_store); }
-    void TearDown() override { SetSettingsStore(nullptr); }
+    void SetUp() override { seam::SetSettingsStore(&m_store); }
+    void TearDown() override { seam::SetSettingsStore(nullptr); }
 
     static LONG Open(const char* path) {
         HKEY key = nullptr;
@@ -35,7 +37,7 @@ class Registry : public testing::Test {
         EXPECT_EQ(RegCloseKey(key), 0);
     }
 
-    MemorySettingsStore m_store;
+    script::MemorySettingsStore m_store;
 };
 
 TEST_F(Registry, OpensOnlyKeysThatWereMade) {
@@ -85,3 +87,5 @@ TEST_F(Registry, KeepsTheProfileApart) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -13,13 +13,15 @@
 #include "platform/system/random.h"
 #include "platform/system/version.h"
 
+namespace zel::test {
+
 namespace {
 
 class OnADesktop : public testing::Test {
   protected:
-    void SetUp() override { SetDesktop(&m_desktop); }
-    void TearDown() override { SetDesktop(nullptr); }
-    HeadlessDesktop m_desktop;
+    void SetUp() override { seam::SetDesktop(&m_desktop); }
+    void TearDown() override { seam::SetDesktop(nullptr); }
+    script::HeadlessDesktop m_desktop;
 };
 using Errors = OnADesktop;
 using Services = OnADesktop;
@@ -42,12 +44,12 @@ TEST_F(Errors, HaveTheSystemsWords) {
 }
 
 TEST_F(Errors, StandForThoseOfThisSystem) {
-    EXPECT_EQ(ErrorFromErrno(ENOENT), ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(ErrorFromErrno(ENOTDIR), ERROR_PATH_NOT_FOUND);
-    EXPECT_EQ(ErrorFromErrno(EACCES), ERROR_ACCESS_DENIED);
-    EXPECT_EQ(ErrorFromErrno(ENOMEDIUM), ERROR_NOT_READY);
-    EXPECT_EQ(ErrorFromErrno(ENAMETOOLONG), ERROR_FILENAME_EXCED_RANGE);
-    EXPECT_EQ(ErrorFromErrno(EPROTO), ERROR_GEN_FAILURE);
+    EXPECT_EQ(system::ErrorFromErrno(ENOENT), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(system::ErrorFromErrno(ENOTDIR), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(system::ErrorFromErrno(EACCES), ERROR_ACCESS_DENIED);
+    EXPECT_EQ(system::ErrorFromErrno(ENOMEDIUM), ERROR_NOT_READY);
+    EXPECT_EQ(system::ErrorFromErrno(ENAMETOOLONG), ERROR_FILENAME_EXCED_RANGE);
+    EXPECT_EQ(system::ErrorFromErrno(EPROTO), ERROR_GEN_FAILURE);
 }
 
 TEST_F(Errors, OfFilesAreReportedWithTheirName) {
@@ -138,10 +140,12 @@ TEST_F(Services, TellAVersionThatMayBeSet) {
     ASSERT_TRUE(GetVersionExA(&info));
     EXPECT_EQ(info.dwMajorVersion, 5u);
     EXPECT_EQ(info.dwMinorVersion, 0u);
-    SetSystemVersion(6, 1);
+    system::SetSystemVersion(6, 1);
     GetVersionExA(&info);
     EXPECT_EQ(info.dwMinorVersion, 1u);
-    SetSystemVersion(5, 0);
+    system::SetSystemVersion(5, 0);
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -7,27 +7,31 @@
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/data_exchange.h"
 
+namespace zel::test {
+
+namespace ctl = framework::ctl;
+
 inline constexpr UINT kTestDialog = 500;
 inline constexpr int kEdit = 10, kCombo = 11, kSorted = 12, kCheck = 13, kRadioA = 14, kRadioB = 15, kRadioOther = 16,
                      kHidden = 17, kDisabled = 18, kList = 19;
 
-inline constexpr ControlTemplate kTestControls[] = {
-    {IDC_STATIC, ControlKind::group_box, "Options", 0, 0, 200, 100, ctl_none},
-    {kEdit, ControlKind::edit, nullptr, 4, 8, 4, 8, ctl_tab_stop | ctl_auto_scroll},
-    {kCombo, ControlKind::combo_box, nullptr, 0, 0, 1, 1, ctl_tab_stop},
-    {kSorted, ControlKind::combo_box, nullptr, 0, 0, 1, 1, ctl_sorted},
-    {kCheck, ControlKind::check_box, "Skip", 0, 0, 1, 1, ctl_auto},
-    {kRadioA, ControlKind::radio_button, "A", 0, 0, 1, 1, ctl_auto | ctl_group},
-    {kRadioB, ControlKind::radio_button, "B", 0, 0, 1, 1, ctl_auto},
-    {kRadioOther, ControlKind::radio_button, "Other", 0, 0, 1, 1, ctl_auto | ctl_group},
-    {kHidden, ControlKind::push_button, "Hidden", 0, 0, 1, 1, ctl_hidden},
-    {kDisabled, ControlKind::push_button, "Disabled", 0, 0, 1, 1, ctl_disabled},
-    {kList, ControlKind::list_box, nullptr, 0, 0, 1, 1, ctl_tab_stop},
-    {IDOK, ControlKind::default_button, "OK", 0, 0, 1, 1, ctl_tab_stop},
+inline constexpr framework::ControlTemplate kTestControls[] = {
+    {IDC_STATIC, framework::ControlKind::group_box, "Options", 0, 0, 200, 100, ctl::none},
+    {kEdit, framework::ControlKind::edit, nullptr, 4, 8, 4, 8, ctl::tab_stop | ctl::auto_scroll},
+    {kCombo, framework::ControlKind::combo_box, nullptr, 0, 0, 1, 1, ctl::tab_stop},
+    {kSorted, framework::ControlKind::combo_box, nullptr, 0, 0, 1, 1, ctl::sorted},
+    {kCheck, framework::ControlKind::check_box, "Skip", 0, 0, 1, 1, ctl::automatic},
+    {kRadioA, framework::ControlKind::radio_button, "A", 0, 0, 1, 1, ctl::automatic | ctl::group},
+    {kRadioB, framework::ControlKind::radio_button, "B", 0, 0, 1, 1, ctl::automatic},
+    {kRadioOther, framework::ControlKind::radio_button, "Other", 0, 0, 1, 1, ctl::automatic | ctl::group},
+    {kHidden, framework::ControlKind::push_button, "Hidden", 0, 0, 1, 1, ctl::hidden},
+    {kDisabled, framework::ControlKind::push_button, "Disabled", 0, 0, 1, 1, ctl::disabled},
+    {kList, framework::ControlKind::list_box, nullptr, 0, 0, 1, 1, ctl::tab_stop},
+    {IDOK, framework::ControlKind::default_button, "OK", 0, 0, 1, 1, ctl::tab_stop},
 };
-inline constexpr DialogTemplate kTestDialogs[] = {
+inline constexpr framework::DialogTemplate kTestDialogs[] = {
     {kTestDialog, "Test", "MS Sans Serif", 8, 200, 100, WS_POPUP | WS_CAPTION, kTestControls}};
-inline constexpr ModuleInstance kTestModule{"test", kTestDialogs};
+inline constexpr HINSTANCE__ kTestModule{"test", kTestDialogs};
 
 /// Makes the templates above the current ones for as long as the object lives.
 class ResourcesInForce {
@@ -76,3 +80,5 @@ class TestDialog : public CDialog {
     }
     DECLARE_MESSAGE_MAP()
 };
+
+}  // namespace zel::test

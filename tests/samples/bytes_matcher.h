@@ -6,7 +6,7 @@
 
 #include "samples/byte_writer.h"
 
-namespace samples_test {
+namespace zel::samples_test {
 
 using samples::Bytes;
 
@@ -36,4 +36,4 @@ inline Bytes Slice(const Bytes& bytes, std::size_t offset, std::size_t count) {
     return slice;
 }
 
-}  // namespace samples_test
+}  // namespace zel::samples_test

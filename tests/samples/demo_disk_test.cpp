@@ -13,7 +13,7 @@
 #include "samples/run_decoder.h"
 #include "samples/scratch_directory.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 using samples_test::ReadAll;
@@ -254,4 +254,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
-}  // namespace samples
+}  // namespace zel::samples

@@ -4,7 +4,7 @@
 
 #include "samples/bytes_matcher.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 using samples_test::AsBytes;
@@ -148,4 +148,4 @@ TEST(NumberedName, HasADotAndAtLeastFourDigits) {
 }
 
 }  // namespace
-}  // namespace samples
+}  // namespace zel::samples

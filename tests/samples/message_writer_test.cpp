@@ -7,7 +7,7 @@
 
 #include "samples/bytes_matcher.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 using samples_test::AsBytes;
@@ -225,4 +225,4 @@ TEST(ShuffledRecords, RefuseWhatIsNoPermutation) {
 }
 
 }  // namespace
-}  // namespace samples
+}  // namespace zel::samples

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 TEST(BitstreamListText, HasHeadingsFamiliesAndBothKindsOfEntries) {
@@ -18,4 +18,4 @@ TEST(TypefaceListText, HasHeadingsAndPairs) {
 }
 
 }  // namespace
-}  // namespace samples
+}  // namespace zel::samples

@@ -9,7 +9,7 @@
 #include "samples/bytes_matcher.h"
 #include "samples/run_decoder.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 using samples_test::Drawn;
@@ -96,4 +96,4 @@ TEST(EncodedFaceOverEdge, RefusesTwoSizes) {
 }
 
 }  // namespace
-}  // namespace samples
+}  // namespace zel::samples

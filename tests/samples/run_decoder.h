@@ -9,7 +9,7 @@
 
 #include "samples/run_codes.h"
 
-namespace samples_test {
+namespace zel::samples_test {
 
 /// A pixel as a reader draws it: straight colour and alpha.
 struct Drawn {
@@ -75,4 +75,4 @@ class RunDecoder {
     unsigned m_runs = 0, m_most_runs = 0;
 };
 
-}  // namespace samples_test
+}  // namespace zel::samples_test

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace samples_test {
+namespace zel::samples_test {
 
 /// A directory of its own that goes with the object.
 class ScratchDirectory {
@@ -35,4 +35,4 @@ inline std::string ReadAll(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-}  // namespace samples_test
+}  // namespace zel::samples_test

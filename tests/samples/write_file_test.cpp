@@ -8,7 +8,7 @@
 
 #include "samples/scratch_directory.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 using samples_test::ReadAll;
@@ -42,4 +42,4 @@ TEST(WriteWholeFile, LeavesNoDraftWhenADirectoryStandsInTheWay) {
 }
 
 }  // namespace
-}  // namespace samples
+}  // namespace zel::samples

@@ -4,13 +4,13 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "module/state/module_state.h"
 #include "module/contract/zel_trans_export.h"
+#include "module/font/format/font_blocks.h"
+#include "module/state/module_state.h"
 #include "platform/system/files.h"
 #include "samples/write_file.h"
-#include "module/font/format/font_blocks.h"
 
-namespace module_test {
+namespace zel::module_test {
 
 namespace {
 
@@ -22,7 +22,7 @@ bool IsForHost(UINT message) {
 
 }  // namespace
 
-std::unique_ptr<HeadlessDesktop> (*make_desktop)() = [] { return std::make_unique<HeadlessDesktop>(); };
+std::unique_ptr<script::HeadlessDesktop> (*make_desktop)() = [] { return std::make_unique<script::HeadlessDesktop>(); };
 
 void FontSet::Clear() {
     for (tag_font_memory& slot : m_Slots) {
@@ -42,9 +42,9 @@ ModuleTest::ModuleTest() {
     if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no scratch directory");
     m_disk = name;
     for (const char* directory : {"MESSAGES", "MACHINE", "MAPS"}) std::filesystem::create_directory(Native(directory));
-    MountDrive('D', m_disk.string());
-    SetDesktop(&desktop);
-    SetSettingsStore(&settings);
+    system::MountDrive('D', m_disk.string());
+    seam::SetDesktop(&desktop);
+    seam::SetSettingsStore(&settings);
     m_host.CreateHostWindow("host");
     m_main.CreateHostWindow("main");
     AfxGetThread()->m_pMainWnd = &m_main;
@@ -62,16 +62,16 @@ ModuleTest::ModuleTest() {
 ModuleTest::~ModuleTest() {
     for (tag_font_memory& font : m_fonts) {
         delete font.font_copy;
-        ReleaseFontBlocks(font);
+        font::ReleaseFontBlocks(font);
     }
     CZelFont::m_SFontBrowseDir.Empty();
     OpenDialog::M_sNextMessage.Empty();
     g_test = nullptr;
     g_pfnOnChar = nullptr;
     AfxGetThread()->m_pMainWnd = nullptr;
-    SetSettingsStore(nullptr);
-    SetDesktop(nullptr);
-    MountDrive('D', "");
+    seam::SetSettingsStore(nullptr);
+    seam::SetDesktop(nullptr);
+    system::MountDrive('D', "");
     std::error_code ignored;
     std::filesystem::remove_all(m_disk, ignored);
 }
@@ -97,9 +97,9 @@ void ModuleTest::Import(const std::string& name) {
     CZelTransExport().ReadZelmaraMessage(&m_host, path, font_dir);
 }
 
-void ModuleTest::RunDialog(std::function<void(DialogDriver&, CZelTransDlg&)> user) {
+void ModuleTest::RunDialog(std::function<void(script::DialogDriver&, CZelTransDlg&)> user) {
     desktop.HandleDialog(kImportDialog, [&user](CDialog& dialog) {
-        DialogDriver driver(dialog);
+        script::DialogDriver driver(dialog);
         driver.Type(kFontDirBox, "D:\\MACHINE");
         driver.Type(kMessageDirBox, "D:\\MESSAGES");
         user(driver, static_cast<CZelTransDlg&>(dialog));
@@ -138,7 +138,7 @@ std::string ModuleTest::Order() const {
 
 std::vector<std::string> ModuleTest::Boxes() const {
     std::vector<std::string> boxes;
-    for (const HeadlessDesktop::Box& box : desktop.Boxes()) boxes.push_back(box.caption + "|" + box.text);
+    for (const script::HeadlessDesktop::Box& box : desktop.Boxes()) boxes.push_back(box.caption + "|" + box.text);
     return boxes;
 }
 
@@ -178,4 +178,4 @@ samples::MessageFile MessageOf(std::vector<samples::RowText> rows) {
     return message;
 }
 
-}  // namespace module_test
+}  // namespace zel::module_test

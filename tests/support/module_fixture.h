@@ -10,15 +10,15 @@
 
 #include <gtest/gtest.h>
 
-#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/records/char_inf.h"
 #include "module/contract/zel_font.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "platform/script/headless_desktop.h"
 #include "platform/script/memory_settings_store.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
-#include "module/contract/records/char_inf.h"
 
-namespace module_test {
+namespace zel::module_test {
 
 /// A font set that gives its slots back when it goes.
 class FontSet : public CZelFont {
@@ -51,7 +51,7 @@ struct WindowMessage {
 };
 
 /// Makes the desktop of every test; a program that has a screen sets another maker before the tests run.
-extern std::unique_ptr<HeadlessDesktop> (*make_desktop)();
+extern std::unique_ptr<script::HeadlessDesktop> (*make_desktop)();
 
 /// A fresh module on a fresh machine: no settings, nobody at the screen, and a host that only records. The scratch disk
 /// is drive D: with MESSAGES, MACHINE and MAPS, and MAPS is registered for the name lists.
@@ -70,7 +70,7 @@ class ModuleTest : public testing::Test {
     /// Imports D:\MESSAGES\<name> without a dialog.
     void Import(const std::string& name = ".0001");
     /// Runs the main dialog with a user who does `user`; the boxes name D:\MACHINE and D:\MESSAGES.
-    void RunDialog(std::function<void(DialogDriver&, CZelTransDlg&)> user);
+    void RunDialog(std::function<void(script::DialogDriver&, CZelTransDlg&)> user);
 
     /// Window messages and characters in order, such as "1157 char*3 1181".
     std::string Order() const;
@@ -80,11 +80,11 @@ class ModuleTest : public testing::Test {
     std::vector<std::string> NewBoxes();
 
   private:
-    const std::unique_ptr<HeadlessDesktop> m_desktop = make_desktop();
+    const std::unique_ptr<script::HeadlessDesktop> m_desktop = make_desktop();
 
   protected:
-    HeadlessDesktop& desktop = *m_desktop;
-    MemorySettingsStore settings;
+    script::HeadlessDesktop& desktop = *m_desktop;
+    script::MemorySettingsStore settings;
     std::vector<WindowMessage> messages;
     std::vector<CharCall> chars;
     std::function<void(const WindowMessage&)> on_message;  // called once the message is recorded
@@ -124,4 +124,4 @@ samples::StoredGlyph SolidGlyph(unsigned width, unsigned height, unsigned flags_
 /// A message of these rows, with font 1 in slot 0.
 samples::MessageFile MessageOf(std::vector<samples::RowText> rows);
 
-}  // namespace module_test
+}  // namespace zel::module_test

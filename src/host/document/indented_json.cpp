@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace zel::document {
+
 namespace {
 
 /// Brackets within more brackets than this go no deeper: a document has five, and a text of nothing but brackets must
@@ -42,3 +44,5 @@ std::string IndentedJson(std::string_view json) {
     }
     return text;
 }
+
+}  // namespace zel::document

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+namespace zel::document {
+
 namespace {
 
 /// Escape of a byte below 32: the short one where JSON has one.
@@ -131,3 +133,5 @@ JsonLine& JsonLine::Bytes(std::string_view bytes) {
     m_text += '"';
     return *this;
 }
+
+}  // namespace zel::document

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+namespace zel::document {
+
 /// Builds one line of JSON in a string that is used again and again, so that a line costs no allocation. The caller
 /// opens and closes objects and arrays in pairs. Keys are written as they are.
 class JsonLine {
@@ -46,3 +48,5 @@ class JsonLine {
 
     std::string m_text;
 };
+
+}  // namespace zel::document

@@ -9,6 +9,8 @@
 #include "host/document/json_line.h"
 #include "module/contract/records/palette.h"
 
+namespace zel::document {
+
 namespace {
 
 template <std::size_t Size>
@@ -218,3 +220,5 @@ std::string DocumentWriter::Write(const std::string& source) {
 std::string MessageDocument(const MessageRecord& message, const std::string& source) {
     return DocumentWriter(message).Write(source);
 }
+
+}  // namespace zel::document

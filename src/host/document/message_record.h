@@ -6,11 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "module/contract/records/char_inf.h"
 #include "module/contract/records/font_memory.h"
 #include "module/contract/records/msg_header.h"
 #include "module/contract/records/tab_field.h"
 #include "platform/system/types.h"
-#include "module/contract/records/char_inf.h"
+
+namespace zel::document {
 
 /// The host's copies of what arrived in one import. Texts are the module's bytes, one character each.
 
@@ -52,3 +54,5 @@ struct MessageRecord {
     std::array<std::uint32_t, 256> palette{};  ///< stored entries, 8 sets of 32.
     std::vector<std::string> glyph_failures;   ///< glyphs whose pixels could not be had.
 };
+
+}  // namespace zel::document

@@ -2,6 +2,8 @@
 
 #include "module/contract/records/msg_header.h"
 
+namespace zel::document {
+
 std::vector<int> MissingFonts(const MessageRecord& message) {
     std::vector<int> numbers;
     if (message.rgba) return numbers;
@@ -26,3 +28,5 @@ std::vector<std::string> WarningsOf(const MessageRecord& message) {
     }
     return warnings;
 }
+
+}  // namespace zel::document

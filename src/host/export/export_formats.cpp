@@ -1,5 +1,7 @@
 #include "host/export/export_formats.h"
 
+namespace zel::exporter {
+
 const std::vector<ExportFormat>& ExportFormats() {
     static const std::vector<ExportFormat> formats = {
         {"png", "NAME.png, 720x486 or 720x576 with alpha", MakePngExporter},
@@ -13,3 +15,5 @@ const std::vector<ExportFormat>& ExportFormats() {
     };
     return formats;
 }
+
+}  // namespace zel::exporter

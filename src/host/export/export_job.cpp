@@ -5,9 +5,11 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "host/export/resample.h"
 #include "base/sha256.h"
 #include "base/whole_file.h"
+#include "host/export/resample.h"
+
+namespace zel::exporter {
 
 namespace {
 
@@ -74,7 +76,7 @@ ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::str
 
 ExportJob::~ExportJob() = default;
 
-void ExportJob::Export(const Recording& recording) {
+void ExportJob::Export(const library::Recording& recording) {
     ++m_summary.messages;
     if (const std::string reason = ReasonOf([&] { CheckNames(recording); }); !reason.empty()) {
         ++m_summary.failed_messages;
@@ -95,7 +97,7 @@ void ExportJob::Export(const Recording& recording) {
 }
 
 /// @throws std::runtime_error for a message whose files can't have names of their own.
-void ExportJob::CheckNames(const Recording& recording) {
+void ExportJob::CheckNames(const library::Recording& recording) {
     const std::string stem = StemOf(recording.disk, recording.number);
     if (!m_stems.insert(stem).second) throw std::runtime_error("another message has the file name " + stem);
 }
@@ -112,7 +114,7 @@ ExportSummary ExportJob::Finish() {
 }
 
 /// Runs on a thread of its own; nothing of the job is changed.
-ExportJob::Outcome ExportJob::Work(const Recording& recording) const {
+ExportJob::Outcome ExportJob::Work(const library::Recording& recording) const {
     Outcome outcome;
     outcome.message.disk = recording.disk;
     outcome.message.number = recording.number;
@@ -136,8 +138,8 @@ void ExportJob::ExportIn(std::size_t format, ExportSubject& message, Outcome& ou
 }
 
 ManifestFile ExportJob::Write(const ExportedFile& file) const {
-    WriteWholeFile(m_directory / file.name, file.bytes);
-    return {file.name, file.bytes.size(), Sha256(file.bytes)};
+    base::WriteWholeFile(m_directory / file.name, file.bytes);
+    return {file.name, file.bytes.size(), base::Sha256(file.bytes)};
 }
 
 void ExportJob::CollectOldest() {
@@ -177,3 +179,5 @@ void ExportJob::Count(const ManifestFile& file) {
     ++m_summary.files;
     m_summary.bytes += file.size;
 }
+
+}  // namespace zel::exporter

@@ -13,6 +13,8 @@
 #include "host/export/manifest.h"
 #include "host/library/recording.h"
 
+namespace zel::exporter {
+
 /// What an export came to.
 struct ExportSummary {
     int messages = 0;         ///< that were given to it.
@@ -42,7 +44,7 @@ class ExportJob {
 
     /// Exports a message, in the order of their keys. With several jobs the work may go on when the call returns; never
     /// more messages than jobs are held.
-    void Export(const Recording& recording);
+    void Export(const library::Recording& recording);
 
     /// Ends the work and writes the files of the whole range. Called once, last.
     ExportSummary Finish();
@@ -50,8 +52,8 @@ class ExportJob {
   private:
     struct Outcome;
 
-    void CheckNames(const Recording& recording);
-    Outcome Work(const Recording& recording) const;
+    void CheckNames(const library::Recording& recording);
+    Outcome Work(const library::Recording& recording) const;
     void ExportIn(std::size_t format, ExportSubject& message, Outcome& outcome) const;
     ManifestFile Write(const ExportedFile& file) const;
 
@@ -71,3 +73,5 @@ class ExportJob {
     ExportSummary m_summary;
     std::deque<std::future<Outcome>> m_under_way;  ///< oldest first; last member, so that it is waited for first.
 };
+
+}  // namespace zel::exporter

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "base/sha256.h"
 #include "host/export/frame.h"
 #include "host/export/utf8.h"
-#include "base/sha256.h"
 #include "host/picture/png_reader.h"
+
+namespace zel::exporter {
 
 namespace {
 
@@ -21,18 +23,18 @@ std::string PlainDiskName(const std::string& disk) {
     std::string name = disk.substr(0, kLongestDiskName);
     std::replace_if(
         name.begin(), name.end(), [](char c) { return !IsPlain(c); }, '_');
-    return name == disk ? name : name + '-' + Sha256(disk).substr(0, 6);
+    return name == disk ? name : name + '-' + base::Sha256(disk).substr(0, 6);
 }
 
 }  // namespace
 
-ExportSubject::ExportSubject(const Recording& recording)
+ExportSubject::ExportSubject(const library::Recording& recording)
     : m_recording(recording), m_stem(StemOf(recording.disk, recording.number)) {}
 
-const Picture& ExportSubject::Frame() {
+const picture::Picture& ExportSubject::Frame() {
     if (!m_frame) {
         if (m_recording.picture.empty()) throw std::runtime_error("there is no picture");
-        m_frame = PlacedOnFrame(DecodePng(m_recording.picture), FrameLines(m_recording.lines));
+        m_frame = PlacedOnFrame(picture::DecodePng(m_recording.picture), FrameLines(m_recording.lines));
     }
     return *m_frame;
 }
@@ -62,3 +64,5 @@ std::string TitleOf(const std::string& text) {
     }
     return title;
 }
+
+}  // namespace zel::exporter

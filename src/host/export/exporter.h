@@ -9,6 +9,8 @@
 #include "host/export/export_subject.h"
 #include "host/picture/picture.h"
 
+namespace zel::exporter {
+
 struct ExportOptions {
     /// Colours multiplied by their alpha, in the formats with an alpha of their own: PNG, square-pixel PNG and TGA.
     bool premultiplied = false;
@@ -25,9 +27,9 @@ struct ExportedMessage {
     std::string stem;
     std::string disk;
     int number = 0;
-    std::string title;                 ///< UTF-8, see TitleOf.
-    std::optional<Picture> thumbnail;  ///< straight alpha and square pixels; nothing without a picture.
-    std::vector<std::string> files;    ///< names of those that were written.
+    std::string title;                          ///< UTF-8, see TitleOf.
+    std::optional<picture::Picture> thumbnail;  ///< straight alpha and square pixels; nothing without a picture.
+    std::vector<std::string> files;             ///< names of those that were written.
 };
 
 /// Makes the files of one format.
@@ -59,3 +61,5 @@ struct ExportFormat {
 
 /// All formats, in the order in which they are listed.
 const std::vector<ExportFormat>& ExportFormats();
+
+}  // namespace zel::exporter

@@ -2,6 +2,8 @@
 
 #include "host/picture/picture.h"
 
+namespace zel::exporter {
+
 /// Lines of the frame that a recording is shown on: 576 for 576, else 486.
 constexpr int FrameLines(int lines) noexcept {
     return lines == 576 ? 576 : 486;
@@ -16,7 +18,9 @@ constexpr int SquareWidth(int lines) noexcept {
 /// The picture in the middle of a clear frame of 720 pixels and so many lines; what lies outside is cut off. It isn't
 /// scaled, and it is moved down by an even number of lines, so that its fields stay what they are. A picture of the
 /// frame's size is given back as it is.
-Picture PlacedOnFrame(Picture picture, int lines);
+picture::Picture PlacedOnFrame(picture::Picture picture, int lines);
 
 /// The picture with its colours multiplied by their alpha, to the nearest; no colour is above its alpha.
-Picture Premultiplied(Picture picture);
+picture::Picture Premultiplied(picture::Picture picture);
+
+}  // namespace zel::exporter

@@ -3,6 +3,8 @@
 #include "host/export/export_formats.h"
 #include "host/export/html_page.h"
 
+namespace zel::exporter {
+
 namespace {
 
 class HtmlExporter : public Exporter {
@@ -30,3 +32,5 @@ class HtmlExporter : public Exporter {
 std::unique_ptr<Exporter> MakeHtmlExporter(const ExportOptions& /*options*/) {
     return std::make_unique<HtmlExporter>();
 }
+
+}  // namespace zel::exporter

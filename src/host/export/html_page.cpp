@@ -9,6 +9,8 @@
 #include "host/export/text_layer.h"
 #include "host/picture/png_writer.h"
 
+namespace zel::exporter {
+
 namespace {
 
 constexpr std::string_view kMessageStyle = R"(
@@ -60,7 +62,7 @@ std::string RowText(const PlacedRow& row) {
     return html + "</text>\n";
 }
 
-std::string FieldBox(const RecordedField& field) {
+std::string FieldBox(const library::RecordedField& field) {
     // The frame and some room around it; also what comes from a library's file can be reckoned with then.
     const auto near = [](int place) { return std::clamp(place, -1000, 2000); };
     return "<rect" + Attribute("x", near(field.left)) + Attribute("y", near(field.top)) +
@@ -71,22 +73,22 @@ std::string FieldBox(const RecordedField& field) {
 
 /// The picture's file for a browser: as recorded when it is of the frame's size.
 std::string PictureImage(ExportSubject& message) {
-    const Recording& recording = message.Source();
-    const Picture& frame = message.Frame();
+    const library::Recording& recording = message.Source();
+    const picture::Picture& frame = message.Frame();
     const bool as_recorded = recording.width == frame.width && recording.height == frame.height;
     return "<image" + Attribute("width", frame.width) + Attribute("height", frame.height) +
            " preserveAspectRatio=\"none\" href=\"data:image/png;base64," +
-           Base64(as_recorded ? recording.picture : EncodePng(frame)) + "\"/>\n";
+           Base64(as_recorded ? recording.picture : picture::EncodePng(frame)) + "\"/>\n";
 }
 
 std::string Screen(ExportSubject& message) {
-    const Recording& recording = message.Source();
+    const library::Recording& recording = message.Source();
     const std::string lines = std::to_string(FrameLines(recording.lines));
     std::string html =
         "<svg class=\"l" + lines + "\" viewBox=\"0 0 720 " + lines + "\" preserveAspectRatio=\"none\">\n";
     if (!recording.picture.empty()) html += PictureImage(message);
     for (const PlacedRow& row : TextLayer(ParsedDocument(recording.document))) html += RowText(row);
-    for (const RecordedField& field : recording.fields) html += FieldBox(field);
+    for (const library::RecordedField& field : recording.fields) html += FieldBox(field);
     return html + "</svg>\n";
 }
 
@@ -100,10 +102,10 @@ std::string List(std::string_view heading, const std::vector<std::string>& texts
 }  // namespace
 
 std::string MessagePage(ExportSubject& message) {
-    const Recording& recording = message.Source();
+    const library::Recording& recording = message.Source();
     const std::string title = TitleOf(recording.text);
     std::vector<std::string> fields;
-    for (const RecordedField& field : recording.fields) fields.push_back(field.name);
+    for (const library::RecordedField& field : recording.fields) fields.push_back(field.name);
     std::string html = HtmlHead(message.Stem() + ' ' + title, kMessageStyle);
     html += "<h1><b>" + message.Stem() + "</b>" + HtmlText(title) + "</h1>\n";
     if (!fields.empty()) {
@@ -123,3 +125,5 @@ std::string IndexPage(const std::vector<std::pair<std::string, std::string>>& me
     }
     return html + "</ul>\n</body>\n</html>\n";
 }
+
+}  // namespace zel::exporter

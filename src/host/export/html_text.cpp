@@ -2,8 +2,10 @@
 
 #include <nettle/base64.h>
 
-#include "host/export/utf8.h"
 #include "base/sha256.h"
+#include "host/export/utf8.h"
+
+namespace zel::exporter {
 
 std::string HtmlText(std::string_view text) {
     std::string html;
@@ -38,8 +40,8 @@ std::string Base64(std::string_view bytes) {
 }
 
 std::string HtmlHead(std::string_view title, std::string_view style) {
-    const std::string policy = "default-src 'none'; img-src data:; style-src 'sha256-" + Base64(Sha256Raw(style)) +
-                               "'; base-uri 'none'; form-action 'none'";
+    const std::string policy = "default-src 'none'; img-src data:; style-src 'sha256-" +
+                               Base64(base::Sha256Raw(style)) + "'; base-uri 'none'; form-action 'none'";
     std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
     html += "<meta http-equiv=\"Content-Security-Policy\" content=\"" + policy + "\">\n";
     html += "<meta name=\"referrer\" content=\"no-referrer\">\n";
@@ -49,3 +51,5 @@ std::string HtmlHead(std::string_view title, std::string_view style) {
     html += "</style>\n</head>\n<body>\n";
     return html;
 }
+
+}  // namespace zel::exporter

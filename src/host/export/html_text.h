@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+namespace zel::exporter {
+
 /// A text that may stand between tags and in a quoted attribute, whatever it holds; valid UTF-8.
 std::string HtmlText(std::string_view text);
 
@@ -13,3 +15,5 @@ std::string Base64(std::string_view bytes);
 /// from inside the page and the one style is known by its checksum.
 /// @param title  any text.
 std::string HtmlHead(std::string_view title, std::string_view style);
+
+}  // namespace zel::exporter

@@ -1,19 +1,21 @@
+#include "base/sha256.h"
 #include "host/export/export_formats.h"
 #include "host/export/parsed_document.h"
-#include "base/sha256.h"
+
+namespace zel::exporter {
 
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* NameOf(RecordingKind kind) noexcept {
-    if (kind == RecordingKind::kRgbaObject) return "object";
-    return kind == RecordingKind::kRgbaBackground ? "background" : "message";
+const char* NameOf(library::RecordingKind kind) noexcept {
+    if (kind == library::RecordingKind::kRgbaObject) return "object";
+    return kind == library::RecordingKind::kRgbaBackground ? "background" : "message";
 }
 
-Json Fields(const Recording& recording) {
+Json Fields(const library::Recording& recording) {
     Json fields = Json::array();
-    for (const RecordedField& field : recording.fields) {
+    for (const library::RecordedField& field : recording.fields) {
         fields.push_back({{"name", field.name},
                           {"left", field.left},
                           {"top", field.top},
@@ -23,9 +25,9 @@ Json Fields(const Recording& recording) {
     return fields;
 }
 
-Json Sources(const Recording& recording) {
+Json Sources(const library::Recording& recording) {
     Json sources = Json::array();
-    for (const SourceFile& file : recording.sources) {
+    for (const library::SourceFile& file : recording.sources) {
         Json source = {{"path", file.path}};
         if (file.font_number) source["font_number"] = *file.font_number;
         source["size"] = file.size;
@@ -35,12 +37,12 @@ Json Sources(const Recording& recording) {
     return sources;
 }
 
-Json PictureOf(const Recording& recording) {
+Json PictureOf(const library::Recording& recording) {
     if (recording.picture.empty()) return nullptr;
-    return {{"width", recording.width}, {"height", recording.height}, {"sha256", Sha256(recording.picture)}};
+    return {{"width", recording.width}, {"height", recording.height}, {"sha256", base::Sha256(recording.picture)}};
 }
 
-Json Document(const Recording& recording) {
+Json Document(const library::Recording& recording) {
     return {{"number", recording.number},
             {"disk", recording.disk},
             {"kind", NameOf(recording.kind)},
@@ -70,3 +72,5 @@ class JsonExporter : public Exporter {
 std::unique_ptr<Exporter> MakeJsonExporter(const ExportOptions& /*options*/) {
     return std::make_unique<JsonExporter>();
 }
+
+}  // namespace zel::exporter

@@ -9,11 +9,13 @@
 #include "host/export_service.h"
 #include "host/library/library.h"
 
+namespace zel::exporter {
+
 /// What a library holds of one disk, handed to an export number by number.
-class LibraryShelf : public ExportService {
+class LibraryShelf : public host::ExportService {
   public:
     /// All are kept alive by the caller.
-    LibraryShelf(Library& library, std::string disk, ExportJob& job)
+    LibraryShelf(library::Library& library, std::string disk, ExportJob& job)
         : m_library(library), m_disk(std::move(disk)), m_job(job) {}
 
     bool Has(int number) override;
@@ -24,9 +26,11 @@ class LibraryShelf : public ExportService {
     const std::vector<std::string>& Failures() const noexcept { return m_failures; }
 
   private:
-    Library& m_library;
+    library::Library& m_library;
     const std::string m_disk;
     ExportJob& m_job;
-    std::optional<Recording> m_recording;  // between the two steps
+    std::optional<library::Recording> m_recording;  // between the two steps
     std::vector<std::string> m_failures;
 };
+
+}  // namespace zel::exporter

@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+namespace zel::exporter {
+
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -48,3 +50,5 @@ std::string ChecksumLines(const Manifest& manifest) {
     for (const ManifestMessage& message : manifest.messages) lines += Lines(message.files);
     return lines + Lines(manifest.range_files);
 }
+
+}  // namespace zel::exporter

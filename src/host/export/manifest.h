@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace zel::exporter {
+
 /// A file that was written.
 struct ManifestFile {
     std::string name;
@@ -33,3 +35,5 @@ std::string ManifestJson(const Manifest& manifest);
 
 /// SHA256SUMS: a line for each file, as sha256sum --check reads them.
 std::string ChecksumLines(const Manifest& manifest);
+
+}  // namespace zel::exporter

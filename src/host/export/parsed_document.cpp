@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+namespace zel::exporter {
+
 using Json = nlohmann::ordered_json;
 
 Json ParsedDocument(const std::string& text) {
@@ -17,3 +19,5 @@ Json ParsedDocument(const std::string& text) {
     if (too_deep || !document.is_object()) throw std::runtime_error("the recorded document is no message");
     return document;
 }
+
+}  // namespace zel::exporter

@@ -2,6 +2,8 @@
 #include "host/export/frame.h"
 #include "host/picture/png_writer.h"
 
+namespace zel::exporter {
+
 namespace {
 
 class PngExporter : public Exporter {
@@ -9,8 +11,8 @@ class PngExporter : public Exporter {
     explicit PngExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
-        const Picture& frame = message.Frame();
-        return {{message.Stem() + ".png", EncodePng(m_premultiplied ? Premultiplied(frame) : frame)}};
+        const picture::Picture& frame = message.Frame();
+        return {{message.Stem() + ".png", picture::EncodePng(m_premultiplied ? Premultiplied(frame) : frame)}};
     }
 
   private:
@@ -22,3 +24,5 @@ class PngExporter : public Exporter {
 std::unique_ptr<Exporter> MakePngExporter(const ExportOptions& options) {
     return std::make_unique<PngExporter>(options.premultiplied);
 }
+
+}  // namespace zel::exporter

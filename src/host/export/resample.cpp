@@ -6,6 +6,8 @@
 
 #include "host/export/frame.h"
 
+namespace zel::exporter {
+
 namespace {
 
 /// Width of a pixel of a frame, its height being 1.
@@ -20,9 +22,9 @@ float Shift(int size, double scale, int result) noexcept {
 
 }  // namespace
 
-Picture Resampled(const Picture& picture, int width, int height, double x_scale, double y_scale) {
+picture::Picture Resampled(const picture::Picture& picture, int width, int height, double x_scale, double y_scale) {
     constexpr int kChannels = 4, kAlpha = 3, kFlags = 0;
-    Picture result{width, height, {}};
+    picture::Picture result{width, height, {}};
     result.rgba.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * kChannels);
     const int done = stbir_resize_subpixel(
         picture.rgba.data(), picture.width, picture.height, 0, result.rgba.data(), width, height, 0, STBIR_TYPE_UINT8,
@@ -33,13 +35,15 @@ Picture Resampled(const Picture& picture, int width, int height, double x_scale,
     return result;
 }
 
-Picture WithSquarePixels(const Picture& frame) {
+picture::Picture WithSquarePixels(const picture::Picture& frame) {
     return Resampled(frame, SquareWidth(frame.height), frame.height, PixelAspect(frame.height), 1);
 }
 
-Picture Thumbnail(const Picture& frame) {
+picture::Picture Thumbnail(const picture::Picture& frame) {
     const double x_scale = static_cast<double>(kThumbnailWidth) / frame.width;
     const double y_scale = x_scale / PixelAspect(frame.height);
     const int height = static_cast<int>(frame.height * y_scale + 0.5);
     return Resampled(frame, kThumbnailWidth, height, x_scale, y_scale);
 }
+
+}  // namespace zel::exporter

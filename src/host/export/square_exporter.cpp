@@ -3,6 +3,8 @@
 #include "host/export/resample.h"
 #include "host/picture/png_writer.h"
 
+namespace zel::exporter {
+
 namespace {
 
 class SquareExporter : public Exporter {
@@ -10,10 +12,10 @@ class SquareExporter : public Exporter {
     explicit SquareExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
-        Picture picture = WithSquarePixels(message.Frame());
+        picture::Picture picture = WithSquarePixels(message.Frame());
         if (m_premultiplied) picture = Premultiplied(std::move(picture));
-        const PngForm form{PngChannels::kColourAndAlpha, PixelShape::kSquare};
-        return {{message.Stem() + "_square.png", EncodePng(picture, form)}};
+        const picture::PngForm form{picture::PngChannels::kColourAndAlpha, picture::PixelShape::kSquare};
+        return {{message.Stem() + "_square.png", picture::EncodePng(picture, form)}};
     }
 
   private:
@@ -25,3 +27,5 @@ class SquareExporter : public Exporter {
 std::unique_ptr<Exporter> MakeSquareExporter(const ExportOptions& options) {
     return std::make_unique<SquareExporter>(options.premultiplied);
 }
+
+}  // namespace zel::exporter

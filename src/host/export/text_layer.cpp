@@ -7,6 +7,8 @@
 
 #include "host/export/utf8.h"
 
+namespace zel::exporter {
+
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -62,3 +64,5 @@ std::vector<PlacedRow> TextLayer(const Json& document) {
     std::erase_if(rows, [](const PlacedRow& row) { return row.characters.empty(); });
     return rows;
 }
+
+}  // namespace zel::exporter

@@ -5,6 +5,8 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+namespace zel::exporter {
+
 /// A character in its place on the frame: left edge and width in pixels.
 struct PlacedCharacter {
     std::string text;  ///< UTF-8, valid.
@@ -24,3 +26,5 @@ struct PlacedRow {
 /// type than a message's is left out or made small; nothing is thrown for it.
 /// @param document  of a message, see MessageDocument; also of anything else, which has no rows.
 std::vector<PlacedRow> TextLayer(const nlohmann::ordered_json& document);
+
+}  // namespace zel::exporter

@@ -3,6 +3,8 @@
 #include "host/export/export_formats.h"
 #include "host/export/frame.h"
 
+namespace zel::exporter {
+
 namespace {
 
 /// What the extension area says of the alpha.
@@ -20,7 +22,7 @@ void Put32(std::string& bytes, std::size_t offset, std::size_t value) {
     Put16(bytes, offset + 2, value >> 16 & 0xFFFF);
 }
 
-std::string Header(const Picture& picture) {
+std::string Header(const picture::Picture& picture) {
     std::string header(kHeaderSize, '\0');
     header[2] = 2;  // true colour, not compressed
     Put16(header, 12, static_cast<unsigned>(picture.width));
@@ -31,7 +33,7 @@ std::string Header(const Picture& picture) {
 }
 
 /// Blue, green, red, alpha.
-std::string Pixels(const Picture& picture) {
+std::string Pixels(const picture::Picture& picture) {
     std::string pixels(picture.rgba.begin(), picture.rgba.end());
     for (std::size_t n = 0; n + 3 < pixels.size(); n += 4) std::swap(pixels[n], pixels[n + 2]);
     return pixels;
@@ -60,7 +62,7 @@ class TgaExporter : public Exporter {
     explicit TgaExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
-        const Picture& frame = message.Frame();
+        const picture::Picture& frame = message.Frame();
         std::string bytes = Header(frame) + Pixels(m_premultiplied ? Premultiplied(frame) : frame);
         const std::size_t extension = bytes.size();
         bytes += Extension(frame.height, m_premultiplied ? AlphaType::kPremultiplied : AlphaType::kStraight);
@@ -77,3 +79,5 @@ class TgaExporter : public Exporter {
 std::unique_ptr<Exporter> MakeTgaExporter(const ExportOptions& options) {
     return std::make_unique<TgaExporter>(options.premultiplied);
 }
+
+}  // namespace zel::exporter

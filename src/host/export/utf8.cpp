@@ -1,5 +1,7 @@
 #include "host/export/utf8.h"
 
+namespace zel::exporter {
+
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -74,3 +76,5 @@ std::string Utf8(std::span<const char32_t> codes) {
 std::string ValidUtf8(std::string_view text) {
     return Utf8(CodePoints(text));
 }
+
+}  // namespace zel::exporter

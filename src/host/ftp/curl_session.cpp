@@ -10,9 +10,9 @@
 #include "host/ftp/curl_words.h"
 #include "host/ftp/ftp_session.h"
 
-// The library's own face: libcurl, with every option set that keeps a hostile server out.
+namespace zel::ftp {
 
-namespace ftp {
+// The library's own face: libcurl, with every option set that keeps a hostile server out.
 
 namespace {
 
@@ -287,9 +287,9 @@ class CurlSession : public FtpSession {
 
 }  // namespace
 
-}  // namespace ftp
-
 extern "C" [[gnu::visibility("default")]] ftp::FtpSession* ZelTransMakeCurlSession(
     ftp::ServerOptions&& options, ftp::FtpSession::Cancelled&& cancelled) {
     return new ftp::CurlSession(std::move(options), std::move(cancelled));
 }
+
+}  // namespace zel::ftp

@@ -1,6 +1,6 @@
 #include "host/ftp/curl_words.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -60,4 +60,4 @@ FtpResult ResultOf(CURLcode code, long reply) {
     return {FtpError::kOther, curl_easy_strerror(code)};
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

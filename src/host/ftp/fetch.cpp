@@ -9,7 +9,7 @@
 #include "host/ftp/safe_directory.h"
 #include "module/message/format/message_loader.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -25,9 +25,9 @@ struct Side {
 
 // The numbers of the fonts that a message names.
 std::set<unsigned> FontsOf(const std::vector<std::uint8_t>& bytes) {
-    ByteSource source{std::span(bytes)};
-    LoadedMessage message;
-    if (LoadMessage(source, message) == MessageOutcome::kRgbaFile || !message.header) return {};
+    message::ByteSource source{std::span(bytes)};
+    message::LoadedMessage message;
+    if (message::LoadMessage(source, message) == message::MessageOutcome::kRgbaFile || !message.header) return {};
     std::set<unsigned> fonts;
     for (const std::uint16_t number : message.header->font_numbers) {
         if (number != kNoFont) fonts.insert(number);
@@ -244,4 +244,4 @@ FetchReport RunFetch(FtpSession& session, const FetchRequest& request, FetchObse
     return Fetcher(session, request, observer).Run();
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

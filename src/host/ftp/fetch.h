@@ -15,7 +15,7 @@
 /// MACHINE. A remote directory that is itself named MESSAGES has its fonts in MACHINE beside it; they go to MACHINE
 /// beside a local directory of that name, else to MACHINE in the local directory. Any other remote directory holds
 /// both, and so does the local one.
-namespace ftp {
+namespace zel::ftp {
 
 /// Far more than a message or a font takes.
 inline constexpr std::uint64_t kLargestRemoteFile = 256U << 20;
@@ -82,4 +82,4 @@ FetchReport RunFetch(FtpSession& session, const FetchRequest& request, FetchObse
 FtpResult ListDirectory(FtpSession& session, const std::string& directory, const ListingLimits& limits,
                         int fruitless_tries, Listing& listing);
 
-}  // namespace ftp
+}  // namespace zel::ftp

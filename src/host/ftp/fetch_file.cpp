@@ -5,7 +5,7 @@
 
 #include "host/ftp/remote_name.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -219,4 +219,4 @@ FileReport FetchFile(FtpSession& session, const FetchRequest& request, FetchObse
     return report;
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -3,7 +3,7 @@
 #include "host/ftp/fetch.h"
 #include "host/ftp/safe_directory.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 /// Where one file is fetched from and to.
 struct FilePlace {
@@ -18,4 +18,4 @@ struct FilePlace {
 FileReport FetchFile(FtpSession& session, const FetchRequest& request, FetchObserver& observer, const FilePlace& place,
                      const ListingEntry& entry);
 
-}  // namespace ftp
+}  // namespace zel::ftp

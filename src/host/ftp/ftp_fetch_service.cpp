@@ -5,11 +5,11 @@
 
 #include "host/ftp/remote_name.h"
 #include "host/ftp/remote_url.h"
+#include "module/contract/zel_trans_ftp.h"
 #include "platform/seam/desktop.h"
 #include "platform/system/files.h"
-#include "module/contract/zel_trans_ftp.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -19,8 +19,8 @@ constexpr std::size_t kMostReasons = 10;  // likewise
 
 class WaitCursor {
   public:
-    WaitCursor() { GetDesktop().SetWaitCursor(true); }
-    ~WaitCursor() { GetDesktop().SetWaitCursor(false); }
+    WaitCursor() { seam::GetDesktop().SetWaitCursor(true); }
+    ~WaitCursor() { seam::GetDesktop().SetWaitCursor(false); }
     WaitCursor(const WaitCursor&) = delete;
     WaitCursor& operator=(const WaitCursor&) = delete;
 };
@@ -44,7 +44,7 @@ std::string RemoteDirectory(const CString& box) {
 class Request : public FetchObserver {
   public:
     Request(CZelTransFTP& dialog, const FetchServiceOptions& options) : m_dialog(dialog), m_options(options) {
-        GetDesktop().IsKeyDown(VK_ESCAPE);  // forgets a press from before
+        seam::GetDesktop().IsKeyDown(VK_ESCAPE);  // forgets a press from before
     }
 
     void Transfer() {
@@ -57,7 +57,7 @@ class Request : public FetchObserver {
         const FetchRequest request{.source = Trimmed(m_dialog.m_strIpAddress),
                                    .directory = RemoteDirectory(m_dialog.m_strRemoteDir),
                                    .selection = *selection,
-                                   .to = NativePath(to.c_str()),
+                                   .to = system::NativePath(to.c_str()),
                                    .overwrite = m_dialog.m_bOverwriteAll != 0,
                                    .fonts = true,
                                    .listing_limits = {}};
@@ -84,7 +84,7 @@ class Request : public FetchObserver {
     }
 
     bool Cancelled() override {
-        m_cancelled = m_cancelled || GetDesktop().IsKeyDown(VK_ESCAPE) ||
+        m_cancelled = m_cancelled || seam::GetDesktop().IsKeyDown(VK_ESCAPE) ||
                       (m_options.observer != nullptr && m_options.observer->Cancelled());
         return m_cancelled;
     }
@@ -174,7 +174,7 @@ class Request : public FetchObserver {
     void Fail(const std::string& words) const { ShowBox(words, MB_ICONEXCLAMATION); }
 
     void ShowBox(const std::string& text, UINT icon) const {
-        GetDesktop().ShowMessageBox(m_dialog.m_hWnd, text, kCaption, MB_OK | icon);
+        seam::GetDesktop().ShowMessageBox(m_dialog.m_hWnd, text, kCaption, MB_OK | icon);
     }
 
     CZelTransFTP& m_dialog;
@@ -195,4 +195,4 @@ void FetchService::Handle(CZelTransFTP& dialog) {
     }
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

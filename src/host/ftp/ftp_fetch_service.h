@@ -7,7 +7,7 @@
 #include "host/ftp/fetch.h"
 #include "host/ftp_service.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 /// A directory of the server, as a user sees it who chooses from it.
 struct RemoteView {
@@ -38,7 +38,7 @@ struct FetchServiceOptions {
 
 /// Answers the dialog of the FTP copy by fetching. Boxes tell what went wrong and how it ended; with Skip Warnings only
 /// that nothing could be done at all. ESC stops it.
-class FetchService : public FtpService {
+class FetchService : public host::FtpService {
   public:
     explicit FetchService(FetchServiceOptions options) : m_options(std::move(options)) {}
 
@@ -48,4 +48,4 @@ class FetchService : public FtpService {
     FetchServiceOptions m_options;
 };
 
-}  // namespace ftp
+}  // namespace zel::ftp

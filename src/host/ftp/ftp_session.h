@@ -10,9 +10,9 @@
 #include "host/ftp/listing.h"
 #include "host/ftp/secret.h"
 
-/// One connection to an FTP server, behind an interface, since the library that does it is loaded only when it is used.
-namespace ftp {
+namespace zel::ftp {
 
+/// One connection to an FTP server, behind an interface, since the library that does it is loaded only when it is used.
 enum class Tls {
     kOff,
     kTry,      ///< encrypted if the server can; its certificate isn't checked.
@@ -95,8 +95,8 @@ class FtpSession {
 /// @param why  receives the reason when there is none: this build, or this machine, has no FTP.
 std::unique_ptr<FtpSession> MakeFtpSession(ServerOptions options, FtpSession::Cancelled cancelled, std::string& why);
 
-}  // namespace ftp
-
 /// The entry of the library that MakeFtpSession loads; the caller deletes the session.
 inline constexpr char kMakeCurlSession[] = "ZelTransMakeCurlSession";
 using MakeCurlSession = ftp::FtpSession* (*)(ftp::ServerOptions&&, ftp::FtpSession::Cancelled&&);
+
+}  // namespace zel::ftp

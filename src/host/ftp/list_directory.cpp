@@ -2,7 +2,7 @@
 
 #include "host/ftp/fetch.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -57,4 +57,4 @@ FtpResult ListDirectory(FtpSession& session, const std::string& directory, const
     return answered ? FtpResult{} : last;
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -5,7 +5,7 @@
 #include "host/ftp/listing_line.h"
 #include "host/ftp/remote_name.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -106,4 +106,4 @@ const ListingEntry* Listing::FindDirectory(std::string_view name) const {
     return best;
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

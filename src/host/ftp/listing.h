@@ -9,7 +9,7 @@
 
 /// Directory listings as FTP servers give them. Whatever a server sends can be parsed: what isn't understood, and names
 /// that can't be taken, are counted and left out.
-namespace ftp {
+namespace zel::ftp {
 
 /// How a listing is written: facts and a name (MLSD); lines for people (LIST), in the form of Unix or of DOS; names
 /// alone (NLST).
@@ -52,4 +52,4 @@ struct Listing {
 /// @param bytes  what the server sent; a last line without its end counts.
 Listing ParseListing(std::string_view bytes, ListingForm form, const ListingLimits& limits = {});
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -5,7 +5,7 @@
 
 #include "host/ftp/remote_name.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -116,4 +116,4 @@ std::optional<ListingLine> ParseNameLine(std::string_view line) noexcept {
     return ListingLine{.name = line};
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -5,7 +5,7 @@
 
 #include "host/ftp/listing.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 /// What one line of a listing says, its name not yet checked.
 struct ListingLine {
@@ -23,4 +23,4 @@ std::optional<ListingLine> ParseUnixLine(std::string_view line) noexcept;
 std::optional<ListingLine> ParseDosLine(std::string_view line) noexcept;
 std::optional<ListingLine> ParseNameLine(std::string_view line) noexcept;
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -2,7 +2,7 @@
 
 #include "host/ftp/ftp_session.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 std::unique_ptr<FtpSession> MakeFtpSession(ServerOptions options, FtpSession::Cancelled cancelled, std::string& why) {
 #ifdef ZELTRANS_FTP_LIBRARY
@@ -26,4 +26,4 @@ std::unique_ptr<FtpSession> MakeFtpSession(ServerOptions options, FtpSession::Ca
 #endif
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -4,7 +4,7 @@
 
 #include "host/ftp/remote_name.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -81,4 +81,4 @@ std::optional<Secret> FindNetrcPassword(std::string_view text, std::string_view 
     return Secret(std::move(*password));
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

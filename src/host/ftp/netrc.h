@@ -5,7 +5,7 @@
 
 #include "host/ftp/secret.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 /// Looks for a host's password in the text of a netrc file: words "machine HOST login USER password TEXT", in any order
 /// behind the host, and "default" for every other host. A word may stand in double quotes, with backslashes before
@@ -13,4 +13,4 @@ namespace ftp {
 /// @param user  whose password it is to be; an entry without a login is everyone's.
 std::optional<Secret> FindNetrcPassword(std::string_view text, std::string_view host, std::string_view user);
 
-}  // namespace ftp
+}  // namespace zel::ftp

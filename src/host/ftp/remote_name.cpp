@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -97,4 +97,4 @@ std::string Shown(std::string_view bytes) {
     return text;
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -6,7 +6,7 @@
 
 /// Which names of a server are taken. A name comes from whoever answered, so only those are let through that a message,
 /// a font or their directories can have; none of them can lead out of the directory that it is opened in.
-namespace ftp {
+namespace zel::ftp {
 
 /// Whether a message or font file can have this name: a dot or nothing, and up to 8 digits; or a stem of up to 8
 /// letters, digits, '_', '-' and '~' that begins with no '-'. Behind either may stand a dot and an extension of up to 3
@@ -42,4 +42,4 @@ std::string Below(std::string_view path, std::string_view name);
 /// Bytes from a server as text to show: what isn't printable ASCII as '?', cut at 80 characters.
 std::string Shown(std::string_view bytes);
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -5,7 +5,7 @@
 
 #include "host/ftp/remote_name.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -98,4 +98,4 @@ std::optional<RemoteUrl> ParseRemoteUrl(std::string_view text, std::string& why)
     return url;
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace ftp {
+namespace zel::ftp {
 
 /// ftp://[USER@]HOST[:PORT]/DIRECTORY, taken apart.
 struct RemoteUrl {
@@ -22,4 +22,4 @@ std::optional<RemoteUrl> ParseRemoteUrl(std::string_view text, std::string& why)
 /// @return false when it can't be one.
 bool ParseHostAndPort(std::string_view text, std::string& host, unsigned short& port);
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -16,7 +16,7 @@
 
 #include "host/ftp/remote_name.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -201,4 +201,4 @@ std::vector<std::string> SafeDirectory::Names() const {
     return names;
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -10,7 +10,7 @@
 #include <vector>
 
 /// The local side of a fetch: everything is opened by name in a directory that is held open, and no link is followed.
-namespace ftp {
+namespace zel::ftp {
 
 /// A file or directory can't be used; what() is the reason, in words that follow its name and a colon.
 class LocalError : public std::runtime_error {
@@ -94,4 +94,4 @@ class SafeDirectory {
     Descriptor m_directory;
 };
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string>
 
-namespace ftp {
+namespace zel::ftp {
 
 /// A password. Its bytes are wiped when it goes; it can't be copied by mistake, nor written anywhere.
 class Secret {
@@ -39,4 +39,4 @@ class Secret {
     std::string m_text;
 };
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -6,7 +6,7 @@
 
 #include "host/ftp/remote_name.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 namespace {
 
@@ -132,4 +132,4 @@ std::string UsualNameOf(unsigned long number) {
     return name;
 }
 
-}  // namespace ftp
+}  // namespace zel::ftp

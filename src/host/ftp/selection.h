@@ -7,7 +7,7 @@
 
 #include "host/ftp/listing.h"
 
-namespace ftp {
+namespace zel::ftp {
 
 /// What of a directory is asked for: a name, a number, a range of numbers, or a pattern.
 class Selection {
@@ -42,4 +42,4 @@ bool Matches(std::string_view pattern, std::string_view name) noexcept;
 /// ".0012" of 12; a number of more than four digits has eight.
 std::string UsualNameOf(unsigned long number);
 
-}  // namespace ftp
+}  // namespace zel::ftp

@@ -6,6 +6,8 @@
 #include "host/library/library_file.h"
 #include "host/library/recording_rows.h"
 
+namespace zel::library {
+
 namespace {
 
 /// What a merge writes in one transaction at most.
@@ -115,7 +117,7 @@ std::string Library::Picture(const RecordingKey& key) {
 }
 
 std::vector<std::string> Library::Disks() {
-    SqliteStatement query = m_impl->file.Prepare("SELECT DISTINCT disk FROM recording ORDER BY disk");
+    base::SqliteStatement query = m_impl->file.Prepare("SELECT DISTINCT disk FROM recording ORDER BY disk");
     std::vector<std::string> disks;
     while (m_impl->file.Next(query)) disks.push_back(query.Text(0));
     return disks;
@@ -123,7 +125,7 @@ std::vector<std::string> Library::Disks() {
 
 std::vector<LibraryEntry> Library::List(const std::optional<std::string>& disk) {
     const std::string sql = SelectEntries(disk ? "WHERE disk = ? ORDER BY number" : "ORDER BY disk, number");
-    SqliteStatement query = m_impl->file.Prepare(sql.c_str());
+    base::SqliteStatement query = m_impl->file.Prepare(sql.c_str());
     if (disk) query.Bind(*disk);
     return ReadEntries(m_impl->file, query);
 }
@@ -133,7 +135,7 @@ std::vector<LibraryEntry> Library::Search(const std::string& words) {
     if (question.empty()) return List();
     const std::string sql =
         SelectEntries("JOIN search ON search.rowid = recording.id WHERE search MATCH ? ORDER BY rank, disk, number");
-    SqliteStatement query = m_impl->file.Prepare(sql.c_str());
+    base::SqliteStatement query = m_impl->file.Prepare(sql.c_str());
     return ReadEntries(m_impl->file, query.Bind(question));
 }
 
@@ -169,3 +171,5 @@ MergeCount Library::Merge(const std::filesystem::path& other) {
     });
     return count;
 }
+
+}  // namespace zel::library

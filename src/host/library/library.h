@@ -11,6 +11,8 @@
 
 #include "host/library/recording.h"
 
+namespace zel::library {
+
 /// A library can't be opened, read or written; what() names the file and the reason in one line.
 class LibraryError : public std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -86,3 +88,5 @@ class Library {
     class Impl;
     std::unique_ptr<Impl> m_impl;
 };
+
+}  // namespace zel::library

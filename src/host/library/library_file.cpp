@@ -14,6 +14,8 @@
 
 #include "host/library/library_schema.h"
 
+namespace zel::library {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -28,7 +30,7 @@ std::string Errno(int error) {
 }
 
 /// SQLite's words, which may quote the file: nothing of it reaches a terminal as more than text.
-std::string Words(const SqliteDatabase& database) {
+std::string Words(const base::SqliteDatabase& database) {
     std::string words = database.Error();
     std::ranges::replace_if(
         words, [](char c) { return c < ' ' || c > '~'; }, '?');
@@ -36,7 +38,7 @@ std::string Words(const SqliteDatabase& database) {
 }
 
 /// Why SQLite failed, in words that follow a file's name.
-std::string Reason(const SqliteDatabase& database) {
+std::string Reason(const base::SqliteDatabase& database) {
     const std::string errno_words = Errno(database.Handle() != nullptr ? sqlite3_system_errno(database.Handle()) : 0);
     switch (database.ErrorCode() & 0xFF) {
         case SQLITE_BUSY:
@@ -88,9 +90,9 @@ void SyncDirectory(const fs::path& file) {
     close(descriptor);
 }
 
-bool MakeTables(SqliteDatabase& database) {
+bool MakeTables(base::SqliteDatabase& database) {
     bool made = database.Run(kPageSize);
-    SqliteTransaction transaction(database);
+    base::SqliteTransaction transaction(database);
     made = made && transaction.IsOpen();
     for (const char* table : LibrarySchema()) made = made && database.Run(table);
     const std::string id = "PRAGMA application_id = " + std::to_string(kLibraryId);
@@ -115,7 +117,7 @@ LibraryFile::LibraryFile(const fs::path& file, Library::Access access, std::chro
     CheckHeader();
     Open(access, patience);
     Protect(access);
-    SqliteStatement id = Prepare("PRAGMA application_id"), version = Prepare("PRAGMA user_version");
+    base::SqliteStatement id = Prepare("PRAGMA application_id"), version = Prepare("PRAGMA user_version");
     if (!Next(id) || !Next(version)) FailAsDatabase();
     CheckVersion(id.Int(0), version.Int(0));
     CheckLayout();
@@ -149,7 +151,7 @@ void LibraryFile::CheckVersion(std::int64_t id, std::int64_t version) const {
 void LibraryFile::CheckLayout() {
     // What the file defines beyond the tables, such as a trigger, would run as a part of our statements. The tables of
     // the full text search are SQLite's own.
-    SqliteStatement query = Prepare(
+    base::SqliteStatement query = Prepare(
         "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL AND substr(name, 1, 7) <> 'sqlite_'"
         " AND (type <> 'table' OR substr(name, 1, 7) <> 'search_')");
     std::vector<std::string> found;
@@ -164,7 +166,7 @@ void LibraryFile::Make(std::chrono::milliseconds patience) {
     // Under its own name the file is never there without its tables.
     const Draft draft(m_path);
     {
-        SqliteDatabase database(draft.path, SqliteDatabase::Opening::kMake, patience);
+        base::SqliteDatabase database(draft.path, base::SqliteDatabase::Opening::kMake, patience);
         if (!MakeTables(database)) Fail("the library can't be made: " + Reason(database));
     }
     // A link gives way to a library that another program has made meanwhile. Some file systems have none.
@@ -177,8 +179,8 @@ void LibraryFile::Make(std::chrono::milliseconds patience) {
 }
 
 void LibraryFile::Open(Library::Access access, std::chrono::milliseconds patience) {
-    using Opening = SqliteDatabase::Opening;
-    m_database = std::make_unique<SqliteDatabase>(m_path, Opening::kExisting, patience);
+    using Opening = base::SqliteDatabase::Opening;
+    m_database = std::make_unique<base::SqliteDatabase>(m_path, Opening::kExisting, patience);
     // Until the file has shown what it is, it is left as it is.
     if (m_database->ErrorCode() == SQLITE_OK) {
         sqlite3_db_config(m_database->Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
@@ -188,7 +190,7 @@ void LibraryFile::Open(Library::Access access, std::chrono::milliseconds patienc
     const bool refused = code == SQLITE_CANTOPEN || code == SQLITE_READONLY;
     if (!refused || access != Library::Access::kRead || HasLog(m_path)) FailAsDatabase();
     // In a directory where nothing can be made, such as a disk that can't be written, the file stands alone.
-    m_database = std::make_unique<SqliteDatabase>(m_path, Opening::kImmutable, patience);
+    m_database = std::make_unique<base::SqliteDatabase>(m_path, Opening::kImmutable, patience);
 }
 
 void LibraryFile::Protect(Library::Access access) {
@@ -211,19 +213,19 @@ void LibraryFile::Protect(Library::Access access) {
     Run("PRAGMA synchronous = FULL");
 }
 
-SqliteStatement& LibraryFile::Kept(const char* sql) {
+base::SqliteStatement& LibraryFile::Kept(const char* sql) {
     const auto found = m_kept.find(sql);
     if (found != m_kept.end() && !found->second.Failed()) return found->second.Again();
     return m_kept.insert_or_assign(sql, Prepare(sql)).first->second;
 }
 
-bool LibraryFile::Next(SqliteStatement& statement) const {
+bool LibraryFile::Next(base::SqliteStatement& statement) const {
     const bool row = statement.Next();
     if (!row && statement.Failed()) FailAsDatabase();
     return row;
 }
 
-void LibraryFile::Run(SqliteStatement& statement) const {
+void LibraryFile::Run(base::SqliteStatement& statement) const {
     if (!statement.Run()) FailAsDatabase();
 }
 
@@ -232,14 +234,14 @@ void LibraryFile::Run(const char* sql) const {
 }
 
 void LibraryFile::Write(const std::function<void()>& work) {
-    SqliteTransaction transaction(*m_database);
+    base::SqliteTransaction transaction(*m_database);
     if (!transaction.IsOpen()) FailAsDatabase();
     work();
     if (!transaction.Commit()) FailAsDatabase();
 }
 
 void LibraryFile::Read(const std::function<void()>& work) {
-    const SqliteTransaction transaction(*m_database, "BEGIN");
+    const base::SqliteTransaction transaction(*m_database, "BEGIN");
     if (!transaction.IsOpen()) FailAsDatabase();
     work();
 }
@@ -251,3 +253,5 @@ void LibraryFile::Fail(const std::string& reason) const {
 void LibraryFile::FailAsDatabase() const {
     Fail(Reason(*m_database));
 }
+
+}  // namespace zel::library

@@ -10,19 +10,21 @@
 #include "base/sqlite_database.h"
 #include "host/library/library.h"
 
+namespace zel::library {
+
 /// A library's file, known to be one, with failures as LibraryError.
 class LibraryFile {
   public:
     LibraryFile(const std::filesystem::path& file, Library::Access access, std::chrono::milliseconds patience);
 
-    SqliteStatement Prepare(const char* sql) { return m_database->Prepare(sql); }
+    base::SqliteStatement Prepare(const char* sql) { return m_database->Prepare(sql); }
     /// For a statement that writes and is used often: made once, kept, and ready to be bound again. It is run to its
     /// end each time.
     /// @param sql  a constant text.
-    SqliteStatement& Kept(const char* sql);
+    base::SqliteStatement& Kept(const char* sql);
     /// Moves to the next row; false behind the last.
-    bool Next(SqliteStatement& statement) const;
-    void Run(SqliteStatement& statement) const;
+    bool Next(base::SqliteStatement& statement) const;
+    void Run(base::SqliteStatement& statement) const;
     void Run(const char* sql) const;
     std::int64_t LastRow() const { return m_database->LastRow(); }
     int Changes() const { return m_database->Changes(); }
@@ -45,6 +47,8 @@ class LibraryFile {
     [[noreturn]] void FailAsDatabase() const;
 
     std::filesystem::path m_path;
-    std::unique_ptr<SqliteDatabase> m_database;
-    std::map<std::string_view, SqliteStatement> m_kept;
+    std::unique_ptr<base::SqliteDatabase> m_database;
+    std::map<std::string_view, base::SqliteStatement> m_kept;
 };
+
+}  // namespace zel::library

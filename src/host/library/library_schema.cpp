@@ -1,5 +1,7 @@
 #include "host/library/library_schema.h"
 
+namespace zel::library {
+
 namespace {
 
 // Texts are UTF-8. What isn't asked for in a list, the document and the picture, lies in tables of its own, so that the
@@ -45,3 +47,5 @@ constexpr const char* kSchema[] = {
 std::span<const char* const> LibrarySchema() noexcept {
     return kSchema;
 }
+
+}  // namespace zel::library

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace zel::library {
+
 /// What a recording shows.
 enum class RecordingKind { kMessage, kRgbaObject, kRgbaBackground };
 
@@ -49,3 +51,5 @@ struct RecordingKey {
     friend bool operator==(const RecordingKey&, const RecordingKey&) = default;
     friend auto operator<=>(const RecordingKey&, const RecordingKey&) = default;
 };
+
+}  // namespace zel::library

@@ -5,6 +5,8 @@
 #include <limits>
 #include <utility>
 
+namespace zel::library {
+
 namespace {
 
 constexpr std::array<std::pair<RecordingKind, const char*>, 3> kKinds{{
@@ -20,7 +22,7 @@ const char* KindWord(RecordingKind kind) {
 /// Reads the columns of a row one after another. A value that no library has is the file's fault.
 class Columns {
   public:
-    Columns(const LibraryFile& file, const SqliteStatement& row) : m_file(file), m_row(row) {}
+    Columns(const LibraryFile& file, const base::SqliteStatement& row) : m_file(file), m_row(row) {}
 
     int Int(const char* what, std::int64_t low = std::numeric_limits<int>::min(),
             std::int64_t high = std::numeric_limits<int>::max()) {
@@ -62,7 +64,7 @@ class Columns {
     }
 
     const LibraryFile& m_file;
-    const SqliteStatement& m_row;
+    const base::SqliteStatement& m_row;
     int m_column = 0;
 };
 
@@ -85,7 +87,7 @@ std::string Joined(const std::vector<SourceFile>& sources) {
 }
 
 RecordingId InsertHead(LibraryFile& file, const Recording& recording) {
-    SqliteStatement& insert = file.Kept(
+    base::SqliteStatement& insert = file.Kept(
         "INSERT INTO recording (disk, number, kind, recorded_at, options, lines, text) VALUES (?, ?, ?, ?, ?, ?, ?)");
     insert.Bind(recording.disk).Bind(recording.number).Bind(KindWord(recording.kind)).Bind(recording.recorded_at);
     file.Run(insert.Bind(recording.options).Bind(recording.lines).Bind(recording.text));
@@ -97,21 +99,21 @@ void InsertContents(LibraryFile& file, RecordingId id, const Recording& recordin
         file.Run(file.Kept("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
     }
     if (!recording.picture.empty()) {
-        SqliteStatement& insert = file.Kept("INSERT INTO picture VALUES (?, ?, ?, ?)");
+        base::SqliteStatement& insert = file.Kept("INSERT INTO picture VALUES (?, ?, ?, ?)");
         file.Run(insert.Bind(id).Bind(recording.width).Bind(recording.height).BindBytes(recording.picture));
     }
-    SqliteStatement& search = file.Kept("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
+    base::SqliteStatement& search = file.Kept("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
     file.Run(search.Bind(id).Bind(recording.text).Bind(Joined(recording.fields)).Bind(Joined(recording.sources)));
 }
 
 void InsertTexts(LibraryFile& file, const char* sql, RecordingId id, const std::vector<std::string>& texts) {
-    SqliteStatement& insert = file.Kept(sql);
+    base::SqliteStatement& insert = file.Kept(sql);
     std::int64_t position = 0;
     for (const std::string& text : texts) file.Run(insert.Again().Bind(id).Bind(position++).Bind(text));
 }
 
 void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedField>& fields) {
-    SqliteStatement& insert = file.Kept("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
+    base::SqliteStatement& insert = file.Kept("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
     std::int64_t position = 0;
     for (const RecordedField& field : fields) {
         insert.Again().Bind(id).Bind(position++).Bind(field.name);
@@ -120,7 +122,7 @@ void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedF
 }
 
 void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFile>& sources) {
-    SqliteStatement& insert = file.Kept("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
+    base::SqliteStatement& insert = file.Kept("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
     std::int64_t position = 0;
     for (const SourceFile& source : sources) {
         insert.Again().Bind(id).Bind(position++).Bind(source.path);
@@ -134,14 +136,14 @@ void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFi
 }
 
 std::vector<std::string> ReadTexts(LibraryFile& file, const char* sql, RecordingId id) {
-    SqliteStatement query = file.Prepare(sql);
+    base::SqliteStatement query = file.Prepare(sql);
     std::vector<std::string> texts;
     for (query.Bind(id); file.Next(query);) texts.push_back(query.Text(0));
     return texts;
 }
 
 std::vector<RecordedField> ReadFields(LibraryFile& file, RecordingId id) {
-    SqliteStatement query =
+    base::SqliteStatement query =
         file.Prepare("SELECT name, \"left\", top, \"right\", bottom FROM field WHERE recording = ? ORDER BY position");
     std::vector<RecordedField> fields;
     for (query.Bind(id); file.Next(query);) {
@@ -154,7 +156,7 @@ std::vector<RecordedField> ReadFields(LibraryFile& file, RecordingId id) {
 }
 
 std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
-    SqliteStatement query =
+    base::SqliteStatement query =
         file.Prepare("SELECT path, font_number, size, sha256 FROM source WHERE recording = ? ORDER BY position");
     std::vector<SourceFile> sources;
     for (query.Bind(id); file.Next(query);) {
@@ -173,7 +175,7 @@ std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
 }  // namespace
 
 std::optional<RecordingId> FindRecording(LibraryFile& file, const RecordingKey& key) {
-    SqliteStatement query = file.Prepare("SELECT id FROM recording WHERE disk = ? AND number = ?");
+    base::SqliteStatement query = file.Prepare("SELECT id FROM recording WHERE disk = ? AND number = ?");
     if (!file.Next(query.Bind(key.disk).Bind(key.number))) return std::nullopt;
     return query.Int(0);
 }
@@ -193,7 +195,7 @@ void DeleteRecording(LibraryFile& file, RecordingId id) {
 }
 
 Recording ReadRecording(LibraryFile& file, RecordingId id) {
-    SqliteStatement query = file.Prepare(
+    base::SqliteStatement query = file.Prepare(
         "SELECT disk, number, kind, recorded_at, options, lines, text, json, width, height, png FROM recording"
         " LEFT JOIN document ON document.recording = id LEFT JOIN picture ON picture.recording = id WHERE id = ?");
     if (!file.Next(query.Bind(id))) file.Fail("the library is damaged: a recording is missing");
@@ -219,7 +221,7 @@ Recording ReadRecording(LibraryFile& file, RecordingId id) {
 }
 
 RecordingOrigin ReadOrigin(LibraryFile& file, RecordingId id) {
-    SqliteStatement query =
+    base::SqliteStatement query =
         file.Prepare("SELECT options, (SELECT count(*) FROM warning WHERE recording = id) FROM recording WHERE id = ?");
     if (!file.Next(query.Bind(id))) file.Fail("the library is damaged: a recording is missing");
     Columns columns(file, query);
@@ -231,12 +233,12 @@ RecordingOrigin ReadOrigin(LibraryFile& file, RecordingId id) {
 }
 
 std::string ReadPicture(LibraryFile& file, RecordingId id) {
-    SqliteStatement query = file.Prepare("SELECT png FROM picture WHERE recording = ?");
+    base::SqliteStatement query = file.Prepare("SELECT png FROM picture WHERE recording = ?");
     return file.Next(query.Bind(id)) ? query.Bytes(0) : std::string();
 }
 
 std::vector<RecordingId> ReadIds(LibraryFile& file) {
-    SqliteStatement query = file.Prepare("SELECT id FROM recording ORDER BY disk, number");
+    base::SqliteStatement query = file.Prepare("SELECT id FROM recording ORDER BY disk, number");
     std::vector<RecordingId> ids;
     while (file.Next(query)) ids.push_back(query.Int(0));
     return ids;
@@ -249,7 +251,7 @@ std::string SelectEntries(const std::string& rest) {
            rest;
 }
 
-std::vector<LibraryEntry> ReadEntries(LibraryFile& file, SqliteStatement& query) {
+std::vector<LibraryEntry> ReadEntries(LibraryFile& file, base::SqliteStatement& query) {
     std::vector<LibraryEntry> entries;
     while (file.Next(query)) {
         Columns columns(file, query);
@@ -263,3 +265,5 @@ std::vector<LibraryEntry> ReadEntries(LibraryFile& file, SqliteStatement& query)
     }
     return entries;
 }
+
+}  // namespace zel::library

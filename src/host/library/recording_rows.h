@@ -8,6 +8,8 @@
 #include "host/library/library_file.h"
 #include "host/library/recording.h"
 
+namespace zel::library {
+
 // A recording in the tables of a library. What writes is called within a transaction; all throw LibraryError.
 
 /// Number of the recording's row.
@@ -31,4 +33,6 @@ std::vector<RecordingId> ReadIds(LibraryFile& file);
 /// A query of entries, of the table `recording` and what `rest` joins to it.
 std::string SelectEntries(const std::string& rest);
 /// The rows of such a query.
-std::vector<LibraryEntry> ReadEntries(LibraryFile& file, SqliteStatement& query);
+std::vector<LibraryEntry> ReadEntries(LibraryFile& file, base::SqliteStatement& query);
+
+}  // namespace zel::library

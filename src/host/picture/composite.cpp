@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstring>
 
+namespace zel::picture {
+
 namespace {
 
 /// The part of a box that lies on the canvas, in the box's own pixels.
@@ -101,3 +103,5 @@ void LayColour(const Canvas& canvas, int x, int y, int width, int height, std::s
         }
     }
 }
+
+}  // namespace zel::picture

@@ -5,6 +5,8 @@
 
 #include "platform/system/types.h"
 
+namespace zel::picture {
+
 /// Arithmetic on straight alpha: colours that are not multiplied by their alpha, 8 bits a channel.
 
 /// A pixel of a picture, in the order in which it lies in memory.
@@ -47,3 +49,5 @@ void LayBitmap(const Canvas& canvas, int x, int y, int width, int height, std::s
 /// @param coverage  width * height bytes.
 void LayColour(const Canvas& canvas, int x, int y, int width, int height, std::span<const std::uint8_t> coverage,
                COLORREF colour) noexcept;
+
+}  // namespace zel::picture

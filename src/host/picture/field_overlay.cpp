@@ -9,6 +9,8 @@
 #include "host/picture/composite.h"
 #include "host/picture/text_face.h"
 
+namespace zel::picture {
+
 namespace {
 
 constexpr Rgba kFrameColour{0, 216, 255, 255};
@@ -89,7 +91,7 @@ void DrawLabel(Picture& picture, TextFaces& faces, const Box& box, const std::st
 
 }  // namespace
 
-void DrawTabFields(Picture& picture, const MessageRecord& message) {
+void DrawTabFields(Picture& picture, const document::MessageRecord& message) {
     TextFaces faces;
     std::vector<Box> labels;
     for (std::size_t i = 0; i < message.tabs.size(); ++i) {
@@ -100,3 +102,5 @@ void DrawTabFields(Picture& picture, const MessageRecord& message) {
         DrawLabel(picture, faces, LabelBox(box, label.size(), labels), label);
     }
 }
+
+}  // namespace zel::picture

@@ -3,6 +3,10 @@
 #include "host/document/message_record.h"
 #include "host/picture/picture.h"
 
+namespace zel::picture {
+
 /// Draws the frames of a message's tab fields over its picture, each with its name, or with its number, from 1, when it
 /// has none. They are for looking at and no part of the message.
-void DrawTabFields(Picture& picture, const MessageRecord& message);
+void DrawTabFields(Picture& picture, const document::MessageRecord& message);
+
+}  // namespace zel::picture

@@ -4,8 +4,10 @@
 #include <array>
 #include <cstdint>
 
-#include "module/contract/zel_font.h"
 #include "host/glyph_bitmaps.h"
+#include "module/contract/zel_font.h"
+
+namespace zel::picture {
 
 namespace {
 
@@ -43,7 +45,7 @@ struct Cell {
 using Cells = std::vector<Cell>;
 
 /// The upper left part of a glyph, at most a cell large.
-Cell CellOf(const GlyphBitmap& glyph) {
+Cell CellOf(const host::GlyphBitmap& glyph) {
     Cell cell;
     if (glyph.pixels.empty()) return cell;
     const auto row_bytes = static_cast<std::size_t>(glyph.rect.Width()) * 4;
@@ -58,7 +60,7 @@ Cell CellOf(const GlyphBitmap& glyph) {
 }
 
 Cells FetchCells(CZelFont& fonts, GlyphSheet& sheet) {
-    GlyphBitmaps bitmaps;
+    host::GlyphBitmaps bitmaps;
     bitmaps.SetFonts(&fonts);
     tag_CharInf info{};
     info.font_copy = fonts.m_Slots[0].font_copy;
@@ -66,7 +68,7 @@ Cells FetchCells(CZelFont& fonts, GlyphSheet& sheet) {
     Cells cells;
     for (unsigned code = 0; code < kDirectoryEntries; ++code) {
         const std::size_t failures = bitmaps.Failures().size();
-        const GlyphBitmap& glyph = bitmaps.Get(info, code);
+        const host::GlyphBitmap& glyph = bitmaps.Get(info, code);
         Cell& cell = cells.emplace_back(CellOf(glyph));
         cell.broken = bitmaps.Failures().size() != failures;
         if (cell.bgra.empty()) continue;
@@ -148,3 +150,5 @@ GlyphSheet DrawGlyphSheet(CZelFont& fonts) {
     for (unsigned code = 0; code < kDirectoryEntries; ++code) DrawCell(picture, grid, code, cells[code]);
     return sheet;
 }
+
+}  // namespace zel::picture

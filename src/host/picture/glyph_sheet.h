@@ -5,6 +5,8 @@
 
 #include "host/picture/picture.h"
 
+namespace zel::picture {
+
 /// All glyphs of a font in one opaque picture, 16 codes a row, each cell with its code in hexadecimal above the glyph.
 struct GlyphSheet {
     Picture picture;
@@ -20,3 +22,5 @@ inline constexpr int kLargestGlyphCell = 256;
 /// the ground of a cell without a glyph stays plain. A cell is as large as the largest glyph.
 /// @param fonts  with a font in slot 0.
 GlyphSheet DrawGlyphSheet(CZelFont& fonts);
+
+}  // namespace zel::picture

@@ -2,13 +2,15 @@
 
 #include <utility>
 
-#include "module/contract/zel_trans_dlg.h"
-#include "module/contract/zel_font.h"
 #include "host/glyph_bitmaps.h"
 #include "host/picture/rgba_file.h"
-#include "module/contract/zel_message.h"
 #include "module/contract/host_messages.h"
+#include "module/contract/zel_font.h"
+#include "module/contract/zel_message.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "platform/system/files.h"
+
+namespace zel::picture {
 
 namespace {
 
@@ -55,7 +57,7 @@ void SparePixels::Give(std::vector<std::uint8_t> pixels) {
     m_spare.push_back(std::move(pixels));
 }
 
-void PictureComposer::OnSend(const SentMessage& message) {
+void PictureComposer::OnSend(const host::SentMessage& message) {
     switch (message.message) {
         case kMsgFonts:
             m_fonts = reinterpret_cast<CZelFont*>(message.lParam);
@@ -75,7 +77,7 @@ void PictureComposer::OnSend(const SentMessage& message) {
     }
 }
 
-void PictureComposer::OnChar(const SentCharacter& character) {
+void PictureComposer::OnChar(const host::SentCharacter& character) {
     if (character.info.slot < 0) return;  // a row without characters
     m_bitmaps = &character.glyphs;
     const LOGFONT* font = character.info.log_font;
@@ -84,7 +86,7 @@ void PictureComposer::OnChar(const SentCharacter& character) {
 
 void PictureComposer::LoadRgba(const CZelTransDlg& dialog) {
     const std::string file = std::string(dialog.m_sMessageDir.GetString()) + '\\' + dialog.m_sMessageID.GetString();
-    RgbaPicture rgba = ReadRgbaFile(NativePath(file.c_str()));
+    RgbaPicture rgba = ReadRgbaFile(system::NativePath(file.c_str()));
     m_picture = std::move(rgba.picture);
     m_trouble = std::move(rgba.trouble);
 }
@@ -101,7 +103,7 @@ void PictureComposer::Compose(const CZelMessage& message) {
             LayText(canvas, arrived, message);
             continue;
         }
-        const GlyphBitmap& glyph = m_bitmaps->Get(arrived.info, arrived.character);
+        const host::GlyphBitmap& glyph = m_bitmaps->Get(arrived.info, arrived.character);
         if (glyph.pixels.empty()) continue;
         LayBitmap(canvas, arrived.info.x, arrived.info.y + arrived.info.base_shift, glyph.rect.Width(),
                   glyph.rect.Height(), glyph.pixels);
@@ -131,3 +133,5 @@ void PictureComposer::GiveBack(Picture picture) {
     // One of an RGBA file has a size of its own.
     if (picture.width == kPictureWidth) m_spare.Give(std::move(picture.rgba));
 }
+
+}  // namespace zel::picture

@@ -14,6 +14,8 @@ class CZelFont;
 class CZelMessage;
 class CZelTransDlg;
 
+namespace zel::picture {
+
 inline constexpr int kPictureWidth = 720;  ///< pixels of a line in both video standards.
 
 /// A picture with straight alpha, 8 bits each of red, green, blue and alpha, top row first.
@@ -40,10 +42,10 @@ class SparePixels {
 /// for NTSC and 720 x 576 for PAL, by the message's own standard. A character in bitmap form lies where its record
 /// says; one in text form stands on the baseline that its bitmap would have stood on. The picture of an RGBA file is
 /// the file's own, in its own size, whether it is inserted as an object or as a background.
-class PictureComposer : public HostObserver {
+class PictureComposer : public host::HostObserver {
   public:
-    void OnSend(const SentMessage& message) override;
-    void OnChar(const SentCharacter& character) override;
+    void OnSend(const host::SentMessage& message) override;
+    void OnChar(const host::SentCharacter& character) override;
 
     /// The picture of the last message that arrived whole; nothing when there is none. It is given once.
     std::optional<Picture> TakePicture();
@@ -66,11 +68,13 @@ class PictureComposer : public HostObserver {
     void Compose(const CZelMessage& message);
     void LayText(const Canvas& canvas, const Arrived& arrived, const CZelMessage& message);
 
-    CZelFont* m_fonts = nullptr;        ///< of the message under way.
-    GlyphBitmaps* m_bitmaps = nullptr;  ///< of the message under way; null until a character has come.
+    CZelFont* m_fonts = nullptr;              ///< of the message under way.
+    host::GlyphBitmaps* m_bitmaps = nullptr;  ///< of the message under way; null until a character has come.
     std::vector<Arrived> m_arrived;
     std::optional<Picture> m_picture;
     SparePixels m_spare;
     std::string m_trouble;
     TextFaces m_faces;
 };
+
+}  // namespace zel::picture

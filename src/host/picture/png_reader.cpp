@@ -5,6 +5,8 @@
 
 #include <png.h>
 
+namespace zel::picture {
+
 namespace {
 
 /// A picture being read; its memory is given back whichever way the reading ends.
@@ -42,3 +44,5 @@ Picture DecodePng(std::string_view bytes) {
     if (png_image_finish_read(image.Get(), nullptr, picture.rgba.data(), 0, nullptr) == 0) Fail(image->message);
     return picture;
 }
+
+}  // namespace zel::picture

@@ -10,6 +10,8 @@
 
 #include "base/whole_file.h"
 
+namespace zel::picture {
+
 namespace {
 
 /// Text pictures are flat: a higher level costs time and saves next to nothing.
@@ -129,5 +131,7 @@ void WritePng(const std::filesystem::path& file, const Picture& picture) {
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(file.string() + ": could not be written: " + error.what());
     }
-    WriteWholeFile(file, bytes);
+    base::WriteWholeFile(file, bytes);
 }
+
+}  // namespace zel::picture

@@ -5,6 +5,8 @@
 
 #include "host/picture/picture.h"
 
+namespace zel::picture {
+
 /// What a PNG holds of each pixel, 8 bits a channel.
 enum class PngChannels {
     kColourAndAlpha,  ///< red, green, blue and alpha, as they stand in the picture.
@@ -30,3 +32,5 @@ std::string EncodePng(const Picture& picture, PngForm form = {});
 /// Writes a picture as PNG with its alpha and its pixels' shape. The file appears whole or not at all.
 /// @throws std::runtime_error with the file's name and the reason; a file that was there before stays as it was.
 void WritePng(const std::filesystem::path& file, const Picture& picture);
+
+}  // namespace zel::picture

@@ -8,36 +8,38 @@
 #include <utility>
 #include <vector>
 
-#include "module/font/format/stored_glyph.h"
 #include "module/contract/records/psos_header.h"
+#include "module/font/format/stored_glyph.h"
 #include "module/message/format/convert_headers.h"
+
+namespace zel::picture {
 
 namespace {
 
 /// Bytes of the largest picture's file.
 constexpr std::uintmax_t kLargestRgbaFile =
-    sizeof(tag_psos_header) + kStoredGlyphHeadSize + std::uintmax_t{4} * kLargestRgbaSide * kLargestRgbaSide;
+    sizeof(tag_psos_header) + font::kStoredGlyphHeadSize + std::uintmax_t{4} * kLargestRgbaSide * kLargestRgbaSide;
 
 RgbaPicture No(std::string trouble) {
     return {std::nullopt, std::move(trouble)};
 }
 
-std::string SizeText(const StoredGlyphHead& head) {
+std::string SizeText(const font::StoredGlyphHead& head) {
     return std::to_string(head.width) + " x " + std::to_string(head.height) + " pixels";
 }
 
 /// Why a record gives no picture; empty when it gives one.
-std::string Trouble(const StoredGlyphHead& head, std::size_t present) {
-    switch (CheckStoredGlyph(head, present)) {
-        case StoredGlyphFault::kNone:
+std::string Trouble(const font::StoredGlyphHead& head, std::size_t present) {
+    switch (font::CheckStoredGlyph(head, present)) {
+        case font::StoredGlyphFault::kNone:
             break;
-        case StoredGlyphFault::kHeadCutShort:
+        case font::StoredGlyphFault::kHeadCutShort:
             return "the picture's size is missing";
-        case StoredGlyphFault::kNoPixels:
+        case font::StoredGlyphFault::kNoPixels:
             return "the picture's size is " + SizeText(head);
-        case StoredGlyphFault::kTooSmall:
+        case font::StoredGlyphFault::kTooSmall:
             return "the picture's record is too small for " + SizeText(head);
-        case StoredGlyphFault::kPixelsCutShort:
+        case font::StoredGlyphFault::kPixelsCutShort:
             return "the picture is cut short by the file's end";
     }
     if (head.width <= kLargestRgbaSide && head.height <= kLargestRgbaSide) return {};
@@ -48,17 +50,17 @@ std::string Trouble(const StoredGlyphHead& head, std::size_t present) {
 }  // namespace
 
 RgbaPicture ConvertRgbaFile(std::span<const std::uint8_t> file) {
-    if (!IsRgbaFileType(ConvertPsosHeader(file).file_type)) return No("it is no RGBA file");
+    if (!IsRgbaFileType(message::ConvertPsosHeader(file).file_type)) return No("it is no RGBA file");
     if (file.size() < sizeof(tag_psos_header)) return No("the picture's size is missing");
     const auto record = file.subspan(sizeof(tag_psos_header));
-    const StoredGlyphHead head = ConvertStoredGlyphHead(record);
+    const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(record);
     std::string trouble = Trouble(head, record.size());
     if (!trouble.empty()) return No(std::move(trouble));
     Picture picture{head.width, head.height, {}};
     const std::size_t size = static_cast<std::size_t>(head.width) * static_cast<std::size_t>(head.height) * 4;
-    const auto pixels = record.subspan(kStoredGlyphHeadSize, size);
+    const auto pixels = record.subspan(font::kStoredGlyphHeadSize, size);
     picture.rgba.assign(pixels.begin(), pixels.end());
-    StraightenPixels(picture.rgba);
+    font::StraightenPixels(picture.rgba);
     for (std::size_t n = 0; n < size; n += 4) std::swap(picture.rgba[n], picture.rgba[n + 2]);  // red to the front
     return {std::move(picture), {}};
 }
@@ -75,3 +77,5 @@ RgbaPicture ReadRgbaFile(const std::string& path) {
     if (!in) return No("the picture can't be read: " + std::generic_category().message(errno != 0 ? errno : EIO));
     return ConvertRgbaFile(bytes);
 }
+
+}  // namespace zel::picture

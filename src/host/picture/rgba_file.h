@@ -7,6 +7,8 @@
 
 #include "host/picture/picture.h"
 
+namespace zel::picture {
+
 /// The largest width and height of an RGBA file's picture, pixels: more than any screen that one was made for. It
 /// bounds the memory that a file can ask for.
 inline constexpr int kLargestRgbaSide = 4096;
@@ -24,3 +26,5 @@ RgbaPicture ConvertRgbaFile(std::span<const std::uint8_t> file);
 
 /// @param path  this system's.
 RgbaPicture ReadRgbaFile(const std::string& path);
+
+}  // namespace zel::picture

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdlib>
 
+namespace zel::picture {
+
 namespace {
 
 /// Lays the face over `edge` at a place in it; the stronger of the two stays.
@@ -51,3 +53,5 @@ Coverage DrawnOutAlong(const Coverage& face, EdgeWay way) {
     }
     return edge;
 }
+
+}  // namespace zel::picture

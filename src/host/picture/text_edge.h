@@ -2,6 +2,8 @@
 
 #include "host/picture/text_face.h"
 
+namespace zel::picture {
+
 /// Pixels that a shadow or an offset lies right of and below its face.
 struct EdgeWay {
     int right = 0;
@@ -17,3 +19,5 @@ Coverage MovedBy(const Coverage& face, EdgeWay way);
 /// The face drawn out solid all along the way. The face's own place isn't part of it: it would darken the smooth
 /// outline on the lit side.
 Coverage DrawnOutAlong(const Coverage& face, EdgeWay way);
+
+}  // namespace zel::picture

@@ -4,8 +4,10 @@
 #include <memory>
 #include <vector>
 
-#include "platform/system/types.h"
 #include "module/contract/records/char_inf.h"
+#include "platform/system/types.h"
+
+namespace zel::picture {
 
 /// Coverage of a text character, 0 to 255 a pixel, and where it lies around the pen on the baseline.
 struct Coverage {
@@ -43,3 +45,5 @@ class TextFaces {
     class Library;
     std::unique_ptr<Library> m_library;
 };
+
+}  // namespace zel::picture

@@ -5,8 +5,10 @@
 #include <stdexcept>
 #include <utility>
 
-#include "host/document/indented_json.h"
 #include "base/whole_file.h"
+#include "host/document/indented_json.h"
+
+namespace zel::recorder {
 
 namespace {
 
@@ -28,9 +30,11 @@ void MakeDirectory(const std::string& directory) {
 
 }  // namespace
 
-void WriteRecordingFiles(const Recording& recording, const std::string& directory) {
-    if (!recording.picture.empty()) WriteWholeFile(FileOf(recording.number, directory, ".png"), recording.picture);
-    WriteWholeFile(FileOf(recording.number, directory, ".json"), IndentedJson(recording.document) + "\n");
+void WriteRecordingFiles(const library::Recording& recording, const std::string& directory) {
+    if (!recording.picture.empty())
+        base::WriteWholeFile(FileOf(recording.number, directory, ".png"), recording.picture);
+    base::WriteWholeFile(FileOf(recording.number, directory, ".json"),
+                         document::IndentedJson(recording.document) + "\n");
 }
 
 bool HasRecordingFiles(int number, const std::string& directory, bool with_picture) {
@@ -42,7 +46,7 @@ bool HasRecordingFiles(int number, const std::string& directory, bool with_pictu
 BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digests,
                              std::function<void(const RecordedItem&)> done)
     : m_options(options), m_digests(digests), m_done(std::move(done)), m_kept_at(std::chrono::steady_clock::now()) {
-    if (options.library) m_library.emplace(*options.library, Library::Access::kWrite);
+    if (options.library) m_library.emplace(*options.library, library::Library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
     m_workers = std::make_unique<OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
                                                          [this](Result result) { Take(std::move(result)); });
@@ -50,12 +54,12 @@ BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digest
 
 BatchRecorder::~BatchRecorder() = default;
 
-void BatchRecorder::OnMessage(const MessageRecord& message) {
+void BatchRecorder::OnMessage(const document::MessageRecord& message) {
     m_arrived = ArrivedMessage{0, message, m_pictures.TakePicture(), m_pictures.Trouble()};
 }
 
-void BatchRecorder::OnBatchItem(const BatchItem& item) {
-    if (item.outcome != ItemOutcome::kRecorded || !m_arrived) {
+void BatchRecorder::OnBatchItem(const host::BatchItem& item) {
+    if (item.outcome != host::ItemOutcome::kRecorded || !m_arrived) {
         m_workers->Give([item] { return Result{{item, {}}, std::nullopt}; });
         return;
     }
@@ -65,8 +69,8 @@ void BatchRecorder::OnBatchItem(const BatchItem& item) {
     m_arrived.reset();
 }
 
-BatchRecorder::Result BatchRecorder::Record(const BatchItem& item, ArrivedMessage arrived) {
-    Recording recording = MakeRecording(arrived, m_options.context, m_digests);
+BatchRecorder::Result BatchRecorder::Record(const host::BatchItem& item, ArrivedMessage arrived) {
+    library::Recording recording = MakeRecording(arrived, m_options.context, m_digests);
     if (arrived.picture) m_pictures.GiveBack(std::move(*arrived.picture));
     if (m_options.directory) WriteRecordingFiles(recording, *m_options.directory);
     return {{item, recording.warnings}, std::move(recording)};
@@ -90,3 +94,5 @@ void BatchRecorder::Finish() {
     m_workers->Finish();
     Keep();
 }
+
+}  // namespace zel::recorder

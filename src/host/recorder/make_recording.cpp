@@ -5,10 +5,12 @@
 
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
-#include "host/native_path.h"
 #include "host/module_text.h"
+#include "host/native_path.h"
 #include "host/picture/png_writer.h"
 #include "platform/system/files.h"
+
+namespace zel::recorder {
 
 namespace {
 
@@ -25,11 +27,11 @@ constexpr int kLeastGap = 32;  // pixels between what stands apart in a row that
 
 /// The rows' texts, a line each. A blank parts what stands apart in a row, as the columns of a table do: by more than
 /// the row's height, or to the left.
-std::string TextOf(const MessageRecord& message) {
+std::string TextOf(const document::MessageRecord& message) {
     std::string bytes;
     std::size_t line = message.rows.size();
     int x = 0;
-    for (const CharacterRecord& character : message.characters) {
+    for (const document::CharacterRecord& character : message.characters) {
         const auto row = static_cast<std::size_t>(character.info.row_index);
         if (character.info.slot < 0 || row >= message.rows.size()) continue;
         if (row != line) {
@@ -43,35 +45,35 @@ std::string TextOf(const MessageRecord& message) {
         line = row;
         x = character.info.x;
     }
-    return Utf8FromBytes(bytes);
+    return host::Utf8FromBytes(bytes);
 }
 
 std::string FieldName(const tag_tab_field& tab) {
     const std::string_view name(tab.tab_name, sizeof tab.tab_name);
-    return Utf8FromBytes(name.substr(0, name.find('\0')));
+    return host::Utf8FromBytes(name.substr(0, name.find('\0')));
 }
 
-RecordingKind KindOf(const MessageRecord& message) {
-    if (!message.rgba) return RecordingKind::kMessage;
-    return message.object ? RecordingKind::kRgbaObject : RecordingKind::kRgbaBackground;
+library::RecordingKind KindOf(const document::MessageRecord& message) {
+    if (!message.rgba) return library::RecordingKind::kMessage;
+    return message.object ? library::RecordingKind::kRgbaObject : library::RecordingKind::kRgbaBackground;
 }
 
-void AddParts(const MessageRecord& message, Recording& recording) {
+void AddParts(const document::MessageRecord& message, library::Recording& recording) {
     for (const auto& font : message.fonts) {
-        if (font) recording.fonts.push_back(Utf8FromBytes(font->header.Name()));
+        if (font) recording.fonts.push_back(host::Utf8FromBytes(font->header.Name()));
     }
     for (const tag_tab_field& tab : message.tabs) {
         recording.fields.push_back({FieldName(tab), tab.tab_start, tab.tab_top, tab.tab_end, tab.tab_bottom});
     }
-    recording.warnings = WarningsOf(message);
+    recording.warnings = document::WarningsOf(message);
     recording.text = TextOf(message);
-    recording.document = MessageDocument(message, NativePath(message.file.c_str()));
+    recording.document = document::MessageDocument(message, system::NativePath(message.file.c_str()));
 }
 
 }  // namespace
 
-Recording MakeRecording(const ArrivedMessage& arrived, const RecordingContext& context, FileDigests& digests) {
-    Recording recording;
+library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingContext& context, FileDigests& digests) {
+    library::Recording recording;
     recording.disk = context.disk;
     recording.number = arrived.number;
     recording.kind = KindOf(arrived.message);
@@ -84,18 +86,20 @@ Recording MakeRecording(const ArrivedMessage& arrived, const RecordingContext& c
     if (arrived.picture) {
         recording.width = arrived.picture->width;
         recording.height = arrived.picture->height;
-        recording.picture = EncodePng(*arrived.picture);
+        recording.picture = picture::EncodePng(*arrived.picture);
     }
     return recording;
 }
 
-std::string DescribeOptions(const HostOptions& options, FileDigests& digests) {
+std::string DescribeOptions(const host::HostOptions& options, FileDigests& digests) {
     std::string text = "lines=" + std::to_string(options.lines);
     if (options.tt_convert) text += " tt-convert";
     if (!options.baseline_align) text += " no-baseline-align";
     if (!options.maps) return text;
     for (const char* list : {"bitstream_fontlist.txt", "typeface_list.txt"}) {
-        text += std::string(" ") + list + "=" + digests.Of(AbsolutePath(*options.maps) + "/" + list).sha256;
+        text += std::string(" ") + list + "=" + digests.Of(host::AbsolutePath(*options.maps) + "/" + list).sha256;
     }
     return text;
 }
+
+}  // namespace zel::recorder

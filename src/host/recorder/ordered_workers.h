@@ -10,6 +10,8 @@
 #include <thread>
 #include <vector>
 
+namespace zel::recorder {
+
 /// Does jobs on several threads and hands their results on in the order in which the jobs were given, one at a time, on
 /// a thread of its own. No more than `capacity` jobs are under way or waiting to be handed on, so that memory stays
 /// bounded; with more, giving one waits.
@@ -112,3 +114,5 @@ class OrderedWorkers {
     std::exception_ptr m_failure;
     std::vector<std::thread> m_threads;
 };
+
+}  // namespace zel::recorder

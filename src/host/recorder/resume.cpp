@@ -2,12 +2,14 @@
 
 #include <algorithm>
 
-std::set<int> UpToDateNumbers(Library& library, const RecordingContext& context, int first, int last,
+namespace zel::recorder {
+
+std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext& context, int first, int last,
                               FileDigests& digests) {
     std::set<int> numbers;
-    for (const LibraryEntry& entry : library.List(context.disk)) {
+    for (const library::LibraryEntry& entry : library.List(context.disk)) {
         if (entry.key.number < first || entry.key.number > last) continue;
-        const std::optional<RecordingOrigin> origin = library.Origin(entry.key);
+        const std::optional<library::RecordingOrigin> origin = library.Origin(entry.key);
         if (origin && origin->options == context.options &&
             AreUnchanged(origin->sources, context.font_directory, digests)) {
             numbers.insert(entry.key.number);
@@ -16,8 +18,8 @@ std::set<int> UpToDateNumbers(Library& library, const RecordingContext& context,
     return numbers;
 }
 
-std::vector<NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last) {
-    std::vector<NumberRange> ranges;
+std::vector<run::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last) {
+    std::vector<run::NumberRange> ranges;
     for (int begin = first; begin <= last;) {
         const auto next = numbers.lower_bound(begin);
         const int end = next == numbers.end() ? last : std::min(*next - 1, last);
@@ -26,3 +28,5 @@ std::vector<NumberRange> RangesWithout(const std::set<int>& numbers, int first, 
     }
     return ranges;
 }
+
+}  // namespace zel::recorder

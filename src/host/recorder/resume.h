@@ -8,10 +8,14 @@
 #include "host/recorder/make_recording.h"
 #include "host/run/range_entry.h"
 
+namespace zel::recorder {
+
 /// Numbers from `first` to `last` that a library holds recordings of, made with the same options from files that are
 /// still the same.
-std::set<int> UpToDateNumbers(Library& library, const RecordingContext& context, int first, int last,
+std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext& context, int first, int last,
                               FileDigests& digests);
 
 /// What is left of a range, as ranges that are not next to each other.
-std::vector<NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last);
+std::vector<run::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last);
+
+}  // namespace zel::recorder

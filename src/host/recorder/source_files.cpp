@@ -5,9 +5,11 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "host/document/message_warnings.h"
 #include "base/sha256.h"
+#include "host/document/message_warnings.h"
 #include "platform/system/files.h"
+
+namespace zel::recorder {
 
 namespace {
 
@@ -22,7 +24,7 @@ std::string FontPath(const std::string& directory, int number) {
 
 }  // namespace
 
-SourceFile FileDigests::Of(const std::string& path) {
+library::SourceFile FileDigests::Of(const std::string& path) {
     std::error_code error;
     const auto changed = std::filesystem::last_write_time(path, error);
     const std::uintmax_t size = error ? 0 : std::filesystem::file_size(path, error);
@@ -33,9 +35,9 @@ SourceFile FileDigests::Of(const std::string& path) {
         if (found != m_known.end() && found->second.changed == changed && found->second.file.size == size)
             return found->second.file;
     }
-    SourceFile file{path, std::nullopt, size, {}};
+    library::SourceFile file{path, std::nullopt, size, {}};
     try {
-        file.sha256 = Sha256OfFile(path);
+        file.sha256 = base::Sha256OfFile(path);
     } catch (const std::runtime_error&) {
         return file;
     }
@@ -46,26 +48,30 @@ SourceFile FileDigests::Of(const std::string& path) {
     return file;
 }
 
-std::vector<SourceFile> SourcesOf(const MessageRecord& message, const std::string& font_directory,
-                                  FileDigests& digests) {
-    std::vector<SourceFile> sources{digests.Of(NativePath(message.file.c_str()))};
+std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& message, const std::string& font_directory,
+                                           FileDigests& digests) {
+    std::vector<library::SourceFile> sources{digests.Of(system::NativePath(message.file.c_str()))};
     for (std::size_t slot = 0; slot < message.fonts.size(); ++slot) {
         if (!message.fonts[slot]) continue;
-        SourceFile& font = sources.emplace_back(digests.Of(NativePath(message.fonts[slot]->file_name.c_str())));
+        library::SourceFile& font =
+            sources.emplace_back(digests.Of(system::NativePath(message.fonts[slot]->file_name.c_str())));
         font.font_number = message.header.font_numbers[slot];
     }
-    for (const int number : MissingFonts(message)) {
-        SourceFile& font = sources.emplace_back(digests.Of(FontPath(font_directory, number)));
+    for (const int number : document::MissingFonts(message)) {
+        library::SourceFile& font = sources.emplace_back(digests.Of(FontPath(font_directory, number)));
         font.font_number = number;
     }
     return sources;
 }
 
-bool AreUnchanged(const std::vector<SourceFile>& sources, const std::string& font_directory, FileDigests& digests) {
-    return !sources.empty() && std::ranges::all_of(sources, [&](const SourceFile& then) {
+bool AreUnchanged(const std::vector<library::SourceFile>& sources, const std::string& font_directory,
+                  FileDigests& digests) {
+    return !sources.empty() && std::ranges::all_of(sources, [&](const library::SourceFile& then) {
         if (digests.Of(then.path).sha256 != then.sha256) return false;
         // A font from elsewhere gives way to one that has since come to the font directory.
         const std::string first = then.font_number ? FontPath(font_directory, *then.font_number) : then.path;
         return first == then.path || digests.Of(first).sha256.empty();
     });
 }
+
+}  // namespace zel::recorder

@@ -4,17 +4,19 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "module/dialog/id_text.h"
-#include "module/contract/zel_trans_dlg.h"
-#include "host/run/file_trouble.h"
-#include "host/native_path.h"
 #include "host/module_call.h"
+#include "host/native_path.h"
 #include "host/run/failure_text.h"
+#include "host/run/file_trouble.h"
 #include "host/run/import_run.h"
 #include "module/contract/host_messages.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
-#include "platform/system/files.h"
+#include "module/dialog/id_text.h"
 #include "module/tools/zel_trans_batch.h"
+#include "platform/system/files.h"
+
+namespace zel::run {
 
 namespace {
 
@@ -26,17 +28,18 @@ std::string NameOf(int number) {
 
 bool IsThere(const std::string& module_path) {
     std::error_code ignored;
-    return std::filesystem::exists(std::filesystem::symlink_status(NativePath(module_path.c_str()), ignored));
+    return std::filesystem::exists(std::filesystem::symlink_status(system::NativePath(module_path.c_str()), ignored));
 }
 
 /// Follows a batch by what the module asks and sends: for each number of the range it asks for the ESC key before the
 /// message is read and after, and sends 1160 behind that when the message was read.
-class BatchWatch : public HostObserver {
+class BatchWatch : public host::HostObserver {
   public:
-    BatchWatch(const BatchRequest& request, const UserDesktop& desktop, std::span<HostObserver* const> observers)
+    BatchWatch(const BatchRequest& request, const host::UserDesktop& desktop,
+               std::span<host::HostObserver* const> observers)
         : m_request(request), m_desktop(desktop), m_observers(observers) {}
 
-    void OnSend(const SentMessage& sent) override;
+    void OnSend(const host::SentMessage& sent) override;
 
     void BeginRange(int first) {
         m_next = first;
@@ -50,14 +53,14 @@ class BatchWatch : public HostObserver {
 
   private:
     void AfterRead();
-    void Settle(BatchItem item) {
-        for (HostObserver* observer : m_observers) observer->OnBatchItem(item);
+    void Settle(host::BatchItem item) {
+        for (host::HostObserver* observer : m_observers) observer->OnBatchItem(item);
     }
-    BatchItem Failed(int status) const;
+    host::BatchItem Failed(int status) const;
 
     const BatchRequest& m_request;
-    const UserDesktop& m_desktop;
-    std::span<HostObserver* const> m_observers;
+    const host::UserDesktop& m_desktop;
+    std::span<host::HostObserver* const> m_observers;
     const CZelTransDlg* m_main = nullptr;
     int m_next = 0;
     int m_number = 0;        // under way
@@ -67,11 +70,13 @@ class BatchWatch : public HostObserver {
     std::size_t m_boxes_before = 0;
 };
 
-void BatchWatch::OnSend(const SentMessage& sent) {
+void BatchWatch::OnSend(const host::SentMessage& sent) {
     if (sent.message == kMsgDialogReady) m_main = reinterpret_cast<const CZelTransDlg*>(sent.lParam);
     if (sent.message == kMsgImportDone) m_arrived = true;
     if (sent.message == kMsgRecord) {
-        Settle({static_cast<int>(sent.lParam), m_arrived ? ItemOutcome::kRecorded : ItemOutcome::kNotInserted, {}});
+        Settle({static_cast<int>(sent.lParam),
+                m_arrived ? host::ItemOutcome::kRecorded : host::ItemOutcome::kNotInserted,
+                {}});
     }
 }
 
@@ -93,7 +98,7 @@ void BatchWatch::AfterRead() {
     if (m_main != nullptr && m_main->m_iStatus != kImportFinished) Settle(Failed(m_main->m_iStatus));
 }
 
-BatchItem BatchWatch::Failed(int status) const {
+host::BatchItem BatchWatch::Failed(int status) const {
     const bool was_found = status == kLoadFailed || status == kFontPromptCancelled;
     ImportRequest import;
     import.message =
@@ -106,15 +111,15 @@ BatchItem BatchWatch::Failed(int status) const {
     const ImportPaths paths = PathsOf(import);
     if (status == kMessageNotFound && !IsThere(paths.message) &&
         !IsThere(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
-        return {m_number, ItemOutcome::kMissing, {}};
+        return {m_number, host::ItemOutcome::kMissing, {}};
     }
-    return {m_number, ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
+    return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
 }
 
 std::optional<int> BatchWatch::FailUnderWay(const std::string& exception) {
     if (!m_reading) return std::nullopt;
     m_reading = false;
-    Settle({m_number, ItemOutcome::kFailed,
+    Settle({m_number, host::ItemOutcome::kFailed,
             MessageDirectoryOf(m_request.disk) + "/" + NameOf(m_number) + ": reading stopped: " + exception});
     return m_number;
 }
@@ -122,7 +127,7 @@ std::optional<int> BatchWatch::FailUnderWay(const std::string& exception) {
 /// One batch from the first range to the last.
 class Batch {
   public:
-    Batch(const BatchRequest& request, std::span<HostObserver* const> observers);
+    Batch(const BatchRequest& request, std::span<host::HostObserver* const> observers);
     BatchOutcome Run();
 
   private:
@@ -132,21 +137,21 @@ class Batch {
     void TellException(const std::string& text);
 
     const BatchRequest& m_request;
-    std::span<HostObserver* const> m_observers;
+    std::span<host::HostObserver* const> m_observers;
     std::vector<NumberRange> m_ranges;  // what is left, the one under way first
     std::string m_message_directory, m_font_directory;
-    UserDesktop m_desktop;
+    host::UserDesktop m_desktop;
     BatchWatch m_watch;
     BatchOutcome m_outcome;
 };
 
-Batch::Batch(const BatchRequest& request, std::span<HostObserver* const> observers)
+Batch::Batch(const BatchRequest& request, std::span<host::HostObserver* const> observers)
     : m_request(request),
       m_observers(observers),
       m_ranges(request.ranges),
-      m_message_directory(ModulePath(AbsolutePath(MessageDirectoryOf(request.disk)))),
-      m_font_directory(request.fonts ? ModulePath(AbsolutePath(*request.fonts))
-                                     : MachineDirectory(m_message_directory)),
+      m_message_directory(system::ModulePath(host::AbsolutePath(MessageDirectoryOf(request.disk)))),
+      m_font_directory(request.fonts ? system::ModulePath(host::AbsolutePath(*request.fonts))
+                                     : host::MachineDirectory(m_message_directory)),
       m_desktop(request.box_answer, request.browse, observers),
       m_watch(request, m_desktop, observers) {
     m_desktop.AnswerKeys([this](int key) { return key == VK_ESCAPE && m_watch.EscapePressed(); });
@@ -155,10 +160,10 @@ Batch::Batch(const BatchRequest& request, std::span<HostObserver* const> observe
 }
 
 void Batch::DriveMainDialog(CDialog& dialog) {
-    DialogDriver user(dialog);
+    script::DialogDriver user(dialog);
     EnterDirectories(user, m_message_directory, m_font_directory);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
-        m_desktop.HandleDialog(kBatchDialog,
+        m_desktop.HandleDialog(tools::kBatchDialog,
                                [this](CDialog& batch) { DriveBatchDialog(batch, NumberRange(m_ranges.front())); });
         user.Press(kBatchButton);
         m_ranges.erase(m_ranges.begin());
@@ -167,7 +172,7 @@ void Batch::DriveMainDialog(CDialog& dialog) {
 }
 
 void Batch::DriveBatchDialog(CDialog& dialog, const NumberRange& range) {
-    m_watch.BeginRange(NumberOf(WithoutLeadingDot(range.first)));
+    m_watch.BeginRange(dialog::NumberOf(dialog::WithoutLeadingDot(range.first)));
     const std::optional<std::string> refusal = EnterRange(m_desktop, dialog, range);
     if (m_watch.Stopped()) m_outcome.end = BatchEnd::kStopped;
     if (!refusal) return;
@@ -176,17 +181,17 @@ void Batch::DriveBatchDialog(CDialog& dialog, const NumberRange& range) {
 }
 
 void Batch::TellException(const std::string& text) {
-    for (HostObserver* observer : m_observers) observer->OnException(text);
+    for (host::HostObserver* observer : m_observers) observer->OnException(text);
     if (!m_outcome.exception) m_outcome.exception = text;
 }
 
 // An exception takes the dialogs down; what is left of the range is run in another call.
 void Batch::CallModule() {
-    ReferenceHost host(m_request.host);
-    for (HostObserver* observer : m_observers) host.AddObserver(observer);
+    host::ReferenceHost host(m_request.host);
+    for (host::HostObserver* observer : m_observers) host.AddObserver(observer);
     host.AddObserver(&m_watch);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
-        const std::optional<std::string> exception = CallInHost(host, [&] {
+        const std::optional<std::string> exception = host::CallInHost(host, [&] {
             StoreSkipWarnings(!m_request.warnings);
             CZelTransExport().ZelTranslation(host.HostWindow());
         });
@@ -194,7 +199,7 @@ void Batch::CallModule() {
         if (!exception) break;
         TellException(*exception);
         const std::optional<int> number = m_watch.FailUnderWay(*exception);
-        const int last = NumberOf(WithoutLeadingDot(m_ranges.front().last));
+        const int last = dialog::NumberOf(dialog::WithoutLeadingDot(m_ranges.front().last));
         if (number && *number < last) {
             m_ranges.front().first = std::to_string(*number + 1);
         } else {
@@ -207,15 +212,15 @@ void Batch::CallModule() {
 BatchOutcome Batch::Run() {
     try {
         CallModule();
-    } catch (const HostError& error) {
+    } catch (const host::HostError& error) {
         m_outcome.end = BatchEnd::kRefused;
         m_outcome.failure = error.what();
         return m_outcome;
     }
-    const RunEnd end = EndOf(Road::kBatch, m_outcome.status);
+    const host::RunEnd end = host::EndOf(host::Road::kBatch, m_outcome.status);
     m_outcome.next_id = end.next_id;
     m_outcome.y_offset = end.y_offset;
-    for (HostObserver* observer : m_observers) observer->OnEnd(end);
+    for (host::HostObserver* observer : m_observers) observer->OnEnd(end);
     return m_outcome;
 }
 
@@ -225,6 +230,8 @@ std::string MessageDirectoryOf(const std::string& disk) {
     return disk + (disk.ends_with('/') ? "MESSAGES" : "/MESSAGES");
 }
 
-BatchOutcome RunBatch(const BatchRequest& request, std::span<HostObserver* const> observers) {
+BatchOutcome RunBatch(const BatchRequest& request, std::span<host::HostObserver* const> observers) {
     return Batch(request, observers).Run();
 }
+
+}  // namespace zel::run

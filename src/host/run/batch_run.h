@@ -12,16 +12,18 @@
 #include "host/run/range_entry.h"
 #include "host/user_desktop.h"
 
+namespace zel::run {
+
 /// A batch over the messages of a disk: a directory with MESSAGES and MACHINE in it. Paths are this system's.
 struct BatchRequest {
     std::string disk;
     std::vector<NumberRange> ranges;   ///< run one after the other, in one main dialog.
     std::optional<std::string> fonts;  ///< without it: MACHINE on the disk.
     bool warnings = false;             ///< Skip Warnings off.
-    BoxAnswer box_answer = BoxAnswer::kNo;
+    host::BoxAnswer box_answer = host::BoxAnswer::kNo;
     std::optional<std::string> browse;
     RgbaAnswer rgba = RgbaAnswer::kObject;
-    HostOptions host;
+    host::HostOptions host;
     /// Asked wherever the module asks for the ESC key; true ends the run. May be empty.
     std::function<bool()> stop;
 };
@@ -46,7 +48,9 @@ struct BatchOutcome {
 /// is told to the observers (OnBatchItem). An exception that leaves the module fails the number under way; the
 /// observers hear of it, and the run goes on behind that number.
 /// @param observers  not owned, none of them null.
-BatchOutcome RunBatch(const BatchRequest& request, std::span<HostObserver* const> observers);
+BatchOutcome RunBatch(const BatchRequest& request, std::span<host::HostObserver* const> observers);
 
 /// This system's path of a disk's messages.
 std::string MessageDirectoryOf(const std::string& disk);
+
+}  // namespace zel::run

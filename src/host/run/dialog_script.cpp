@@ -3,6 +3,8 @@
 #include "module/contract/zel_trans_dlg.h"
 #include "platform/seam/settings_store.h"
 
+namespace zel::run {
+
 namespace {
 
 /// Controls of the choice for an RGBA file.
@@ -12,20 +14,23 @@ constexpr int kInsertBackground = 1344;
 
 }  // namespace
 
-void AnswerRgbaChoice(HeadlessDesktop& desktop, RgbaAnswer answer) {
+void AnswerRgbaChoice(script::HeadlessDesktop& desktop, RgbaAnswer answer) {
     desktop.HandleDialog(kRgbaDialog, [answer](CDialog& dialog) {
-        DialogDriver user(dialog);
+        script::DialogDriver user(dialog);
         if (answer != RgbaAnswer::kCancel)
             user.Check(answer == RgbaAnswer::kObject ? kInsertObject : kInsertBackground);
         user.Press(answer == RgbaAnswer::kCancel ? IDCANCEL : IDOK);
     });
 }
 
-void EnterDirectories(DialogDriver& user, const std::string& message_directory, const std::string& font_directory) {
+void EnterDirectories(script::DialogDriver& user, const std::string& message_directory,
+                      const std::string& font_directory) {
     user.Type(kMessageDirBox, message_directory);
     user.Type(kFontDirBox, font_directory);
 }
 
 void StoreSkipWarnings(bool skip) {
-    GetSettingsStore().SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", skip ? 1 : 0);
+    seam::GetSettingsStore().SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", skip ? 1 : 0);
 }
+
+}  // namespace zel::run

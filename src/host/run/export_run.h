@@ -9,13 +9,15 @@
 #include "host/host_observer.h"
 #include "host/run/batch_run.h"
 
+namespace zel::run {
+
 /// A batch export of what the host holds.
 struct ExportRequest {
-    NumberRange range;                 ///< as it is typed into the batch dialog.
-    std::string directory;             ///< export path, this system's.
-    ExportService* service = nullptr;  ///< not owned, not null.
-    bool flag = false;                 ///< of the export window.
-    std::function<bool()> stop;        ///< asked wherever the module asks for the ESC key; may be empty.
+    NumberRange range;                       ///< as it is typed into the batch dialog.
+    std::string directory;                   ///< export path, this system's.
+    host::ExportService* service = nullptr;  ///< not owned, not null.
+    bool flag = false;                       ///< of the export window.
+    std::function<bool()> stop;              ///< asked wherever the module asks for the ESC key; may be empty.
 };
 
 struct ExportOutcome {
@@ -27,4 +29,6 @@ struct ExportOutcome {
 /// Runs the module's batch export inside a host of its own and a desktop without a screen.
 /// @param observers  not owned, none of them null.
 /// What the service throws passes.
-ExportOutcome RunExport(const ExportRequest& request, std::span<HostObserver* const> observers);
+ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserver* const> observers);
+
+}  // namespace zel::run

@@ -5,19 +5,21 @@
 #include <optional>
 #include <system_error>
 
-#include "module/contract/zel_trans_dlg.h"
-#include "host/run/file_trouble.h"
-#include "host/native_path.h"
 #include "host/module_text.h"
+#include "host/native_path.h"
+#include "host/run/file_trouble.h"
 #include "host/run/import_run.h"
 #include "module/contract/records/psos_header.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "platform/system/files.h"
+
+namespace zel::run {
 
 namespace {
 
 std::string DirectoryTrouble(const std::string& what, const std::string& module_path) {
     if (module_path.size() >= MAX_PATH) return "the path of the " + what + " directory " + TooLong(module_path.size());
-    const std::string path = NativePath(module_path.c_str());
+    const std::string path = system::NativePath(module_path.c_str());
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     std::string text = "the " + what + " directory " + path;
@@ -34,8 +36,8 @@ std::string MessageTrouble(const ImportPaths& paths) {
 }
 
 std::string LoadTrouble(const ImportPaths& paths, const ImportOutcome& outcome) {
-    if (!outcome.boxes.empty()) return OneLine(outcome.boxes.back().text);
-    const std::optional<std::uint32_t> type = FileType(NativePath(paths.message.c_str()));
+    if (!outcome.boxes.empty()) return host::OneLine(outcome.boxes.back().text);
+    const std::optional<std::uint32_t> type = FileType(system::NativePath(paths.message.c_str()));
     return ContentTrouble("message", type && IsRgbaFileType(*type) ? kMessageFileType : type);
 }
 
@@ -66,12 +68,12 @@ std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
 
 ImportPaths PathsOf(const ImportRequest& request) {
     ImportPaths paths;
-    paths.message = ModulePath(AbsolutePath(request.message));
-    const ModulePathParts parts = SplitModulePath(paths.message);
+    paths.message = system::ModulePath(host::AbsolutePath(request.message));
+    const host::ModulePathParts parts = host::SplitModulePath(paths.message);
     paths.message_directory = parts.directory;
     paths.id = parts.name;
-    paths.font_directory =
-        request.fonts ? ModulePath(AbsolutePath(*request.fonts)) : MachineDirectory(paths.message_directory);
+    paths.font_directory = request.fonts ? system::ModulePath(host::AbsolutePath(*request.fonts))
+                                         : host::MachineDirectory(paths.message_directory);
     return paths;
 }
 
@@ -79,3 +81,5 @@ std::string DescribeFailure(const ImportRequest& request, const ImportPaths& pat
     const std::string reason = Reason(paths, outcome);
     return reason.empty() ? std::string() : request.message + ": " + reason;
 }
+
+}  // namespace zel::run

@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace zel::run {
+
 struct ImportRequest;
 struct ImportOutcome;
 
@@ -16,3 +18,5 @@ ImportPaths PathsOf(const ImportRequest& request);
 
 /// Why an import didn't do its work, in one line that names the file; empty when it did.
 std::string DescribeFailure(const ImportRequest& request, const ImportPaths& paths, const ImportOutcome& outcome);
+
+}  // namespace zel::run

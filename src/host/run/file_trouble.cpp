@@ -9,13 +9,15 @@
 #include "module/contract/records/psos_header.h"
 #include "platform/system/files.h"
 
+namespace zel::run {
+
 std::string TooLong(std::size_t length) {
     return "has " + std::to_string(length) + " characters, and the module takes " + std::to_string(MAX_PATH - 1);
 }
 
 std::string OpenTrouble(const std::string& kind, const std::string& module_path) {
     if (module_path.size() >= MAX_PATH) return "its absolute path " + TooLong(module_path.size());
-    const std::string path = NativePath(module_path.c_str());
+    const std::string path = system::NativePath(module_path.c_str());
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     if (std::filesystem::is_directory(status)) return "a directory, not a " + kind + " file";
@@ -43,3 +45,5 @@ std::string ContentTrouble(const std::string& kind, std::optional<std::uint32_t>
     if (*file_type == kMessageFileType) return other + " but a message file";
     return other + ": its type is " + std::to_string(*file_type) + ", a " + kind + "'s is " + std::to_string(wanted);
 }
+
+}  // namespace zel::run

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+namespace zel::run {
+
 // Why the module couldn't read a file, in words that follow the file's name.
 
 /// A path of so many characters is longer than the module takes.
@@ -22,3 +24,5 @@ std::optional<std::uint32_t> FileType(const std::string& path);
 /// @param kind       "message" or "font", whose type is kMessageFileType or kFontFileType.
 /// @param file_type  as FileType gave it, but no RGBA type when a message is asked for.
 std::string ContentTrouble(const std::string& kind, std::optional<std::uint32_t> file_type);
+
+}  // namespace zel::run

@@ -2,15 +2,17 @@
 
 #include <algorithm>
 
-#include "module/contract/zel_font.h"
-#include "host/run/file_trouble.h"
-#include "host/native_path.h"
 #include "host/module_call.h"
+#include "host/native_path.h"
 #include "host/reference_host.h"
+#include "host/run/file_trouble.h"
+#include "module/contract/registration.h"
+#include "module/contract/zel_font.h"
 #include "module/contract/zel_trans_export.h"
 #include "platform/system/commands.h"
 #include "platform/system/files.h"
-#include "module/contract/registration.h"
+
+namespace zel::run {
 
 namespace {
 
@@ -32,7 +34,7 @@ class FontSet {
 
 /// Why the module doesn't look for a font file where the path says; empty when it does.
 std::string NameTrouble(const std::string& module_path) {
-    const std::string name = SplitModulePath(module_path).name;
+    const std::string name = host::SplitModulePath(module_path).name;
     const std::size_t dot = name.rfind('.');
     const std::string digits = dot == std::string::npos ? "" : name.substr(dot + 1);
     const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
@@ -53,9 +55,9 @@ std::string NameTrouble(const std::string& module_path) {
 }
 
 /// How the prompt for a font that isn't there ended; empty without one.
-std::string PromptEnd(const HeadlessDesktop& desktop) {
+std::string PromptEnd(const script::HeadlessDesktop& desktop) {
     if (!desktop.FileDialogs().empty()) return ", and the file dialog was cancelled";
-    for (const HeadlessDesktop::Box& box : desktop.Boxes()) {
+    for (const script::HeadlessDesktop::Box& box : desktop.Boxes()) {
         if (box.answer == IDCANCEL) return ", and the prompt to browse for it was cancelled";
         if (box.answer == IDNO) return ", and the prompt to browse for it was answered with No";
     }
@@ -65,13 +67,13 @@ std::string PromptEnd(const HeadlessDesktop& desktop) {
 std::string FileTrouble(const std::string& module_path, const std::string& prompt_end) {
     const std::string trouble = OpenTrouble("font", module_path);
     if (!trouble.empty()) return trouble + prompt_end;
-    return ContentTrouble("font", FileType(NativePath(module_path.c_str())));
+    return ContentTrouble("font", FileType(system::NativePath(module_path.c_str())));
 }
 
-std::string Reason(const std::string& module_path, const HeadlessDesktop& desktop) {
+std::string Reason(const std::string& module_path, const script::HeadlessDesktop& desktop) {
     if (!desktop.FileDialogs().empty() && desktop.FileDialogs().back().answer == IDOK) {
         const std::string& browsed = desktop.FileDialogs().back().path;
-        return "not found, and of the file browsed for, " + NativePath(browsed.c_str()) + ": " +
+        return "not found, and of the file browsed for, " + system::NativePath(browsed.c_str()) + ": " +
                FileTrouble(browsed, {});
     }
     const std::string trouble = module_path.size() < MAX_PATH ? NameTrouble(module_path) : std::string();
@@ -83,20 +85,20 @@ struct Call {
     std::optional<std::string> exception;
 };
 
-Call MakeFont(const FontRunRequest& request, std::string module_path, std::span<HostObserver* const> observers,
+Call MakeFont(const FontRunRequest& request, std::string module_path, std::span<host::HostObserver* const> observers,
               CZelFont& fonts) {
-    ReferenceHost host({.maps = request.maps});
-    for (HostObserver* observer : observers) host.AddObserver(observer);
+    host::ReferenceHost host({.maps = request.maps});
+    for (host::HostObserver* observer : observers) host.AddObserver(observer);
     SaveWarningPref(request.warnings ? 0 : 1);
     Call call;
     call.exception =
-        CallInHost(host, [&] { call.filled = CZelTransExport().MakeTavroFont(module_path.data(), &fonts); });
+        host::CallInHost(host, [&] { call.filled = CZelTransExport().MakeTavroFont(module_path.data(), &fonts); });
     return call;
 }
 
-void Tell(std::span<HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
-    const RunEnd end = EndOf(Road::kFont, std::nullopt);
-    for (HostObserver* observer : observers) {
+void Tell(std::span<host::HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
+    const host::RunEnd end = host::EndOf(host::Road::kFont, std::nullopt);
+    for (host::HostObserver* observer : observers) {
         if (call.exception) {
             observer->OnException(*call.exception);
         } else {
@@ -108,16 +110,16 @@ void Tell(std::span<HostObserver* const> observers, const Call& call, const CZel
 
 }  // namespace
 
-FontRunOutcome RunFont(const FontRunRequest& request, std::span<HostObserver* const> observers,
+FontRunOutcome RunFont(const FontRunRequest& request, std::span<host::HostObserver* const> observers,
                        const std::function<void(CZelFont&)>& use) {
     FontRunOutcome outcome;
-    const std::string module_path = ModulePath(AbsolutePath(request.file));
-    UserDesktop desktop(request.box_answer, request.browse, observers);
+    const std::string module_path = system::ModulePath(host::AbsolutePath(request.file));
+    host::UserDesktop desktop(request.box_answer, request.browse, observers);
     FontSet set;
     Call call;
     try {
         call = MakeFont(request, module_path, observers, set.fonts);
-    } catch (const HostError& error) {
+    } catch (const host::HostError& error) {
         outcome.failure = error.what();
         return outcome;
     }
@@ -127,9 +129,11 @@ FontRunOutcome RunFont(const FontRunRequest& request, std::span<HostObserver* co
     } else if (!call.filled) {
         outcome.failure = request.file + ": " + Reason(module_path, desktop);
     } else {
-        if (set.Slot().file_name != module_path) outcome.read_from = NativePath(set.Slot().file_name);
+        if (set.Slot().file_name != module_path) outcome.read_from = system::NativePath(set.Slot().file_name);
         desktop.ObserveBoxes({});
         if (use) use(set.fonts);
     }
     return outcome;
 }
+
+}  // namespace zel::run

@@ -10,11 +10,13 @@
 
 class CZelFont;
 
+namespace zel::run {
+
 /// One font, read without a message. Paths are this system's; a relative one is taken from the current directory.
 struct FontRunRequest {
     std::string file;       ///< named by a dot and a number, as the module wants it.
     bool warnings = false;  ///< Skip Warnings off: the module prompts for a font that it doesn't find.
-    BoxAnswer box_answer = BoxAnswer::kNo;
+    host::BoxAnswer box_answer = host::BoxAnswer::kNo;
     std::optional<std::string> browse;  ///< file that the file dialog gives; without it the dialog is cancelled.
     std::optional<std::string> maps;    ///< directory of the name lists; without it none is registered.
 };
@@ -33,5 +35,7 @@ struct FontRunOutcome {
 ///                   the module says meanwhile isn't heard; the font is released when it returns.
 /// What can't be begun (a maps directory that is too long) is told in `failure`; nothing is thrown but std::bad_alloc
 /// and what `use` throws.
-FontRunOutcome RunFont(const FontRunRequest& request, std::span<HostObserver* const> observers = {},
+FontRunOutcome RunFont(const FontRunRequest& request, std::span<host::HostObserver* const> observers = {},
                        const std::function<void(CZelFont&)>& use = {});
+
+}  // namespace zel::run

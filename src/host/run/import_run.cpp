@@ -1,27 +1,29 @@
 #include "host/run/import_run.h"
 
-#include "module/contract/zel_trans_dlg.h"
 #include "host/module_call.h"
 #include "host/run/failure_text.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
+
+namespace zel::run {
 
 namespace {
 
 /// What a user does in the main dialog to import one message.
 void DriveMainDialog(CDialog& dialog, const ImportPaths& paths) {
-    DialogDriver user(dialog);
+    script::DialogDriver user(dialog);
     EnterDirectories(user, paths.message_directory, paths.font_directory);
     user.Type(kMessageIdEdit, paths.id);
     user.Press(kReadButton);
     user.Close();
 }
 
-void DriveDialogs(HeadlessDesktop& desktop, const ImportRequest& request, const ImportPaths& paths) {
+void DriveDialogs(script::HeadlessDesktop& desktop, const ImportRequest& request, const ImportPaths& paths) {
     desktop.HandleDialog(kImportDialog, [&paths](CDialog& dialog) { DriveMainDialog(dialog, paths); });
     AnswerRgbaChoice(desktop, request.rgba);
 }
 
-void CallModule(const ImportRequest& request, const ImportPaths& paths, ReferenceHost& host) {
+void CallModule(const ImportRequest& request, const ImportPaths& paths, host::ReferenceHost& host) {
     CZelTransExport module;
     if (request.road == ImportRoad::kDialog) {
         StoreSkipWarnings(false);
@@ -35,28 +37,28 @@ void CallModule(const ImportRequest& request, const ImportPaths& paths, Referenc
 
 }  // namespace
 
-ImportOutcome RunImport(const ImportRequest& request, std::span<HostObserver* const> observers) {
+ImportOutcome RunImport(const ImportRequest& request, std::span<host::HostObserver* const> observers) {
     ImportOutcome outcome;
     const ImportPaths paths = PathsOf(request);
-    UserDesktop desktop(request.box_answer, request.browse, observers);
+    host::UserDesktop desktop(request.box_answer, request.browse, observers);
     try {
-        ReferenceHost host(request.host);
-        for (HostObserver* observer : observers) host.AddObserver(observer);
+        host::ReferenceHost host(request.host);
+        for (host::HostObserver* observer : observers) host.AddObserver(observer);
         DriveDialogs(desktop, request, paths);
-        outcome.exception = CallInHost(host, [&] { CallModule(request, paths, host); });
+        outcome.exception = host::CallInHost(host, [&] { CallModule(request, paths, host); });
         if (!outcome.exception) outcome.status = host.Status();
         outcome.message = host.TakeMessage();
         outcome.order_breaches = host.Breaches();
-    } catch (const HostError& error) {
+    } catch (const host::HostError& error) {
         outcome.failure = error.what();
         return outcome;
     }
     outcome.boxes = desktop.Boxes();
-    const RunEnd end = EndOf(Road::kImport, outcome.status);
+    const host::RunEnd end = host::EndOf(host::Road::kImport, outcome.status);
     outcome.next_id = end.next_id;
     outcome.y_offset = end.y_offset;
     outcome.failure = DescribeFailure(request, paths, outcome);
-    for (HostObserver* observer : observers) {
+    for (host::HostObserver* observer : observers) {
         if (outcome.exception) {
             observer->OnException(*outcome.exception);
         } else {
@@ -65,3 +67,5 @@ ImportOutcome RunImport(const ImportRequest& request, std::span<HostObserver* co
     }
     return outcome;
 }
+
+}  // namespace zel::run

@@ -11,6 +11,8 @@
 #include "host/run/dialog_script.h"
 #include "host/user_desktop.h"
 
+namespace zel::run {
+
 enum class ImportRoad {
     kSilent,  ///< no dialog, Skip Warnings on.
     kDialog,  ///< the main dialog, driven as a user would, with warnings.
@@ -21,17 +23,17 @@ struct ImportRequest {
     std::string message;
     std::optional<std::string> fonts;  ///< without it: MACHINE beside the message directory.
     ImportRoad road = ImportRoad::kSilent;
-    BoxAnswer box_answer = BoxAnswer::kNo;
+    host::BoxAnswer box_answer = host::BoxAnswer::kNo;
     std::optional<std::string> browse;  ///< file that the file dialog gives; without it the dialog is cancelled.
     RgbaAnswer rgba = RgbaAnswer::kObject;
-    HostOptions host;  ///< lines, options and the directory of the name lists.
+    host::HostOptions host;  ///< lines, options and the directory of the name lists.
 };
 
 struct ImportOutcome {
     std::optional<int> status;             ///< m_iStatus; empty when the dialog was never made or an exception passed.
     std::optional<std::string> exception;  ///< text of an exception that left the module.
-    std::optional<MessageRecord> message;  ///< what arrived, also of an RGBA file; empty when nothing did.
-    std::vector<HeadlessDesktop::Box> boxes;
+    std::optional<document::MessageRecord> message;  ///< what arrived, also of an RGBA file; empty when nothing did.
+    std::vector<script::HeadlessDesktop::Box> boxes;
     std::string next_id;
     int y_offset = 0;
     std::vector<std::string> order_breaches;  ///< calls out of place; empty is as it should be.
@@ -44,4 +46,6 @@ struct ImportOutcome {
 /// are those of the current SettingsStore.
 /// @param observers  hear what happens; not owned, none of them null.
 /// What can't be begun (a maps directory that is too long) is told in `failure`; nothing is thrown but std::bad_alloc.
-ImportOutcome RunImport(const ImportRequest& request, std::span<HostObserver* const> observers = {});
+ImportOutcome RunImport(const ImportRequest& request, std::span<host::HostObserver* const> observers = {});
+
+}  // namespace zel::run

@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+namespace zel::settings {
+
 namespace {
 
 /// Of the tables below, kept in the file.
@@ -24,7 +26,7 @@ bool IsDamage(int result) noexcept {
 }  // namespace
 
 SettingsDatabase::SettingsDatabase(const std::filesystem::path& file)
-    : SqliteDatabase(file, Opening::kMake), m_state(Check()) {}
+    : base::SqliteDatabase(file, Opening::kMake), m_state(Check()) {}
 
 SettingsDatabase::State SettingsDatabase::Check() {
     if (ErrorCode() != SQLITE_OK) return State::kUnusable;
@@ -33,7 +35,7 @@ SettingsDatabase::State SettingsDatabase::Check() {
     sqlite3_db_config(Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     bool good = Run("PRAGMA journal_mode = WAL") && Run("PRAGMA synchronous = FULL");
     {
-        SqliteStatement check = Prepare("PRAGMA quick_check(1)");
+        base::SqliteStatement check = Prepare("PRAGMA quick_check(1)");
         const bool answered = good && check.Next();
         if (answered && check.Bytes(0) != "ok") return State::kDamaged;
         good = answered;
@@ -43,12 +45,14 @@ SettingsDatabase::State SettingsDatabase::Check() {
 }
 
 bool SettingsDatabase::MakeTables() {
-    SqliteStatement version = Prepare("PRAGMA user_version");
+    base::SqliteStatement version = Prepare("PRAGMA user_version");
     if (!version.Next()) return false;
     if (version.Int(0) == kVersion) return true;
     version.Run();
-    SqliteTransaction transaction(*this);  // one wait for the disk, not one for each table
+    base::SqliteTransaction transaction(*this);  // one wait for the disk, not one for each table
     bool made = transaction.IsOpen();
     for (const char* table : kSchema) made = made && Run(table);
     return made && Run("PRAGMA user_version = 1") && transaction.Commit();
 }
+
+}  // namespace zel::settings

@@ -4,8 +4,10 @@
 
 #include "base/sqlite_database.h"
 
+namespace zel::settings {
+
 /// The file of the stored settings, with the tables that it needs.
-class SettingsDatabase : public SqliteDatabase {
+class SettingsDatabase : public base::SqliteDatabase {
   public:
     enum class State { kReady, kDamaged, kUnusable };
 
@@ -20,3 +22,5 @@ class SettingsDatabase : public SqliteDatabase {
 
     State m_state;
 };
+
+}  // namespace zel::settings

@@ -9,6 +9,8 @@
 
 #include "host/settings/settings_database.h"
 
+namespace zel::settings {
+
 namespace {
 
 constexpr char kFileName[] = "settings.sqlite";
@@ -143,13 +145,14 @@ bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::
     return Stored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
 }
 
-std::vector<ProfileEntry> SqliteSettingsStore::ProfileEntries() {
-    std::vector<ProfileEntry> entries;
+std::vector<seam::ProfileEntry> SqliteSettingsStore::ProfileEntries() {
+    std::vector<seam::ProfileEntry> entries;
     SettingsDatabase* database = Open();
     if (database == nullptr) return entries;
     auto found = database->Prepare("SELECT section, entry, text, number FROM profile ORDER BY section, entry");
     while (found.Next()) {
-        ProfileEntry& entry = entries.emplace_back(ProfileEntry{found.Bytes(0), found.Bytes(1), found.Bytes(2)});
+        seam::ProfileEntry& entry =
+            entries.emplace_back(seam::ProfileEntry{found.Bytes(0), found.Bytes(1), found.Bytes(2)});
         if (!found.IsNull(3)) entry.value = static_cast<int>(found.Int(3));
     }
     return entries;
@@ -177,7 +180,7 @@ bool SqliteSettingsStore::CreateKey(const std::string& key) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     if (HasKey(*database, key)) return true;
-    SqliteTransaction transaction(*database);
+    base::SqliteTransaction transaction(*database);
     bool made = transaction.IsOpen();
     for (std::size_t end = key.find('\\'); made && end != std::string::npos; end = key.find('\\', end + 1)) {
         made = InsertKey(*database, key.substr(0, end));
@@ -188,7 +191,7 @@ bool SqliteSettingsStore::CreateKey(const std::string& key) {
 bool SqliteSettingsStore::DeleteKey(const std::string& key) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    SqliteTransaction transaction(*database);
+    base::SqliteTransaction transaction(*database);
     const bool gone = transaction.IsOpen() &&
                       database->Prepare("DELETE FROM registry_value WHERE path = ?").Bind(key).Run() &&
                       database->Prepare("DELETE FROM registry_key WHERE path = ?").Bind(key).Run();
@@ -196,20 +199,20 @@ bool SqliteSettingsStore::DeleteKey(const std::string& key) {
     return Stored(gone && transaction.Commit(), database);
 }
 
-std::optional<RegistryValue> SqliteSettingsStore::GetValue(const std::string& key, const std::string& name) {
+std::optional<seam::RegistryValue> SqliteSettingsStore::GetValue(const std::string& key, const std::string& name) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return std::nullopt;
     auto found = database->Prepare("SELECT type, bytes FROM registry_value WHERE path = ? AND name = ?");
     if (!found.Bind(key).Bind(name).Next()) return std::nullopt;
     const std::string bytes = found.Bytes(1);
-    return RegistryValue{static_cast<DWORD>(found.Int(0)), {bytes.begin(), bytes.end()}};
+    return seam::RegistryValue{static_cast<DWORD>(found.Int(0)), {bytes.begin(), bytes.end()}};
 }
 
-bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& name, const RegistryValue& value) {
+bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& name, const seam::RegistryValue& value) {
     if (GetValue(key, name) == value) return true;
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    SqliteTransaction transaction(*database);  // the key must not go between the question and the write
+    base::SqliteTransaction transaction(*database);  // the key must not go between the question and the write
     if (!transaction.IsOpen()) return Stored(false, database);
     if (!HasKey(*database, key)) return false;
     auto write = database->Prepare("REPLACE INTO registry_value (path, name, type, bytes) VALUES (?, ?, ?, ?)");
@@ -235,3 +238,5 @@ bool SqliteSettingsStore::DeleteValue(const std::string& key, const std::string&
     auto gone = database->Prepare("DELETE FROM registry_value WHERE path = ? AND name = ?");
     return Stored(gone.Bind(key).Bind(name).Run(), database) && database->Changes() == 1;
 }
+
+}  // namespace zel::settings

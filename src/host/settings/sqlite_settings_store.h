@@ -7,13 +7,15 @@
 
 #include "platform/seam/settings_store.h"
 
+namespace zel::settings {
+
 class SettingsDatabase;
 
 /// Settings in one SQLite file, settings.sqlite with its log beside it, of a directory that is made if it is missing.
 /// Each write is on the disk when the call returns; a second process sees it, and a crash leaves the values of before
 /// or after. The file is opened by the first call. A file that is damaged is set aside under another name, and a fresh
 /// one begun.
-class SqliteSettingsStore : public SettingsStore {
+class SqliteSettingsStore : public seam::SettingsStore {
   public:
     explicit SqliteSettingsStore(std::filesystem::path directory);
     ~SqliteSettingsStore() override;
@@ -32,15 +34,15 @@ class SqliteSettingsStore : public SettingsStore {
     std::optional<std::string> GetProfileText(const std::string& section, const std::string& entry) override;
     bool SetProfileInt(const std::string& section, const std::string& entry, int value) override;
     bool SetProfileText(const std::string& section, const std::string& entry, const std::string& text) override;
-    std::vector<ProfileEntry> ProfileEntries() override;
+    std::vector<seam::ProfileEntry> ProfileEntries() override;
     bool DeleteProfileEntry(const std::string& section, const std::string& entry) override;
 
     bool KeyExists(const std::string& key) override;
     bool KeyHasSubKeys(const std::string& key) override;
     bool CreateKey(const std::string& key) override;
     bool DeleteKey(const std::string& key) override;
-    std::optional<RegistryValue> GetValue(const std::string& key, const std::string& name) override;
-    bool SetValue(const std::string& key, const std::string& name, const RegistryValue& value) override;
+    std::optional<seam::RegistryValue> GetValue(const std::string& key, const std::string& name) override;
+    bool SetValue(const std::string& key, const std::string& name, const seam::RegistryValue& value) override;
     std::vector<std::string> ValueNames(const std::string& key) override;
     bool DeleteValue(const std::string& key, const std::string& name) override;
 
@@ -54,3 +56,5 @@ class SqliteSettingsStore : public SettingsStore {
     bool m_tried = false;
     std::string m_note;
 };
+
+}  // namespace zel::settings

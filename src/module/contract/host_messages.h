@@ -2,6 +2,8 @@
 
 #include "platform/system/types.h"
 
+namespace zel {
+
 // Window messages from the module to the host; the numbers are the host's. "host" is the import's host window, "export"
 // the window of a batch export, "main" the main window of the user-interface thread.
 //
@@ -24,3 +26,5 @@ inline constexpr UINT kMsgExportFlagged =
 inline constexpr UINT kMsgExportPlain = 1190;   ///< export; as above, flag clear.
 inline constexpr UINT kMsgExportFinish = 1189;  ///< export; after either of the two.
 inline constexpr UINT kMsgFtp = 1199;  ///< main; lParam CZelTransFTP*, whose m_bExecute tells transfer from browse.
+
+}  // namespace zel

@@ -14,6 +14,8 @@
 #include "platform/framework/exceptions.h"
 #include "platform/system/types.h"
 
+namespace zel {
+
 // The maps from fonts to typefaces. A name list has thousands of names, of which an import asks for a few. So an entry
 // keeps where its parts stand in the list's text, and a look-up puts them together.
 
@@ -212,3 +214,5 @@ class NamedNames {
     std::size_t m_mask = 0;              // the number of slots, a power of 2, less 1
     std::size_t m_most = 0;              // entries that the slots are enough for
 };
+
+}  // namespace zel

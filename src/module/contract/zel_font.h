@@ -6,15 +6,19 @@
 #include "module/contract/records/font_memory.h"
 #include "module/contract/records/msg_header.h"
 #include "module/contract/records/palette.h"
-#include "module/contract/zeltrans_api.h"
+#include "module/contract/records/zeltrans_api.h"
 #include "platform/framework/cstring.h"
 #include "platform/framework/geometry.h"
 #include "platform/system/types.h"
 
 class CFile;
 
+namespace zel {
+
 /// Address of a tag_font_memory as the exported signatures carry it: an integer as wide as a pointer. 0 means none.
 using FontAddress = INT_PTR;
+
+}  // namespace zel
 
 /// The fonts of one message: 16 slots, the message's palette and the colours for glyphs drawn without a set. A slot
 /// index is a font's identity in all that follows a load. The object owns no slot data: blocks outlive it, for the
@@ -58,11 +62,12 @@ class CZelFont {
     /// gives one box unless warnings are skipped.
     /// @throws CFileException    cause 1, OS error -1, the file's name, for a record cut short.
     /// @throws CMemoryException
-    ZELTRANS_API void BuildMFData(FontAddress font, DIBSECTION* dib, int font_index, DWORD char_code, int palette_set);
+    ZELTRANS_API void BuildMFData(zel::FontAddress font, DIBSECTION* dib, int font_index, DWORD char_code,
+                                  int palette_set);
 
     /// BuildMFData for run-coded glyphs; looks at neither a null font nor glyph_kind.
     /// @throws CMemoryException
-    ZELTRANS_API void BuildMFTagData(FontAddress font, DIBSECTION* dib, int font_index, DWORD char_code,
+    ZELTRANS_API void BuildMFTagData(zel::FontAddress font, DIBSECTION* dib, int font_index, DWORD char_code,
                                      int palette_set);
 
     /// Size in pixels of one character's bitmap, which BuildMFData fills: left and top 0, right the width, bottom the
@@ -74,10 +79,10 @@ class CZelFont {
     /// or a
     ///         missing file (then one box, unless warnings are skipped).
     /// @throws CFileException, cause 1, OS error -1, when the glyph's record is cut short.
-    ZELTRANS_API CRect GetMFRect(FontAddress font, int font_index, DWORD char_code, int& top, bool* flag);
+    ZELTRANS_API CRect GetMFRect(zel::FontAddress font, int font_index, DWORD char_code, int& top, bool* flag);
 
     /// GetMFRect for run-coded glyphs; looks at neither a null font nor glyph_kind.
-    ZELTRANS_API CRect GetTagRect(FontAddress font, int font_index, DWORD char_code, int& top);
+    ZELTRANS_API CRect GetTagRect(zel::FontAddress font, int font_index, DWORD char_code, int& top);
 
     /// True for 0 to 15.
     ZELTRANS_API bool IsValidFontIndex(int index);
@@ -94,7 +99,7 @@ class CZelFont {
     /// earlier read only loses its pointers font_header and font_copy: its blocks belong to whoever was given the font.
     static void ReleaseUnfinishedSlot(tag_font_memory* slot);
 
-    tag_font_memory m_Slots[kFontSlots];
+    tag_font_memory m_Slots[zel::kFontSlots];
     std::uint32_t m_Palette[sizeof(tag_palete) / 4];  ///< the message's palette block.
     tag_msg_header* m_MessageBlock;                   ///< the message's, for the host; dies with the message.
     bool m_bSpareA;

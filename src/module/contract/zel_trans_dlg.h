@@ -3,12 +3,14 @@
 #include <cstdint>
 
 #include "module/contract/name_maps.h"
-#include "module/contract/zeltrans_api.h"
+#include "module/contract/records/zeltrans_api.h"
 #include "platform/framework/cdialog.h"
 #include "platform/framework/cstring.h"
 #include "platform/framework/message_map.h"
 
 class CZelFont;
+
+namespace zel {
 
 /// Dialog templates and control ids; the host's resources use the same numbers.
 inline constexpr UINT kImportDialog = 129;
@@ -36,6 +38,8 @@ enum ImportStatus : std::int32_t {
     kLoadFailed = 4,
     kFontPromptCancelled = 5,
 };
+
+}  // namespace zel
 
 /// The object of an import: the dialog where the user names directories and a message id, and behind it the owner of
 /// paths, options, font name maps and font set, also where no dialog is shown. The host receives pointers to it, so its
@@ -81,12 +85,12 @@ class CZelTransDlg : public CDialog {
     ZELTRANS_API bool IsZelTransRegistrySubKeyExist(char* list, char* name);
     ZELTRANS_API void DeleteZelTransRegistrySubKey(char* list);
 
-    NumberedNames m_mapBitStreamId;   ///< Bitstream number to built name.
-    NamedNames m_mapTypeFace;         ///< built name to installed typeface.
-    NamedNames m_mapBitStreamFamily;  ///< first word of a built name to that name.
+    zel::NumberedNames m_mapBitStreamId;   ///< Bitstream number to built name.
+    zel::NamedNames m_mapTypeFace;         ///< built name to installed typeface.
+    zel::NamedNames m_mapBitStreamFamily;  ///< first word of a built name to that name.
     CWnd* m_pHostWnd = nullptr;
     CWnd* m_pExportWnd = nullptr;
-    std::int32_t m_iStatus = kImportFinished;
+    std::int32_t m_iStatus = zel::kImportFinished;
     CZelFont* m_pFont = nullptr;  ///< font set of the last import; the next one, or the dialog's end, destroys it.
     std::int32_t m_iLines = 486;  ///< active lines of the host's video standard, 486 or 576; the host may set it.
     CString m_sMessageID;

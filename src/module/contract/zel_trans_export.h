@@ -1,6 +1,6 @@
 #pragma once
 
-#include "module/contract/zeltrans_api.h"
+#include "module/contract/records/zeltrans_api.h"
 #include "platform/framework/cstring.h"
 
 class CWnd;

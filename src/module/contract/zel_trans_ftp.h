@@ -8,6 +8,8 @@
 
 class CZelTransDlg;
 
+namespace zel {
+
 inline constexpr UINT kFtpDialog = 131;
 enum FtpControl : int {
     kFtpExecuteButton = 1038,
@@ -24,6 +26,8 @@ enum FtpControl : int {
     kFtpSkipWarningsCheck = 1055,
     kFtpPassiveCheck = 1060,
 };
+
+}  // namespace zel
 
 /// Gathers what a copy over FTP needs and keeps it for the next time. The transfer, and the browsing of the remote
 /// directory, are the host's: the dialog hands it this object in kMsgFtp. The host reads the members, so their order

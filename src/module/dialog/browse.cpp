@@ -7,6 +7,10 @@
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
 
+using namespace zel;
+
+namespace zel::dialog {
+
 void BringToTop(CDialog& dialog, int combo_box, const char* text) {
     CWnd* const box = dialog.GetDlgItem(combo_box);
     if (box == nullptr) return;
@@ -33,16 +37,18 @@ bool PickFile(CDialog& dialog, int combo_box, const char* title, PickedFile& pic
     return true;
 }
 
+}  // namespace zel::dialog
+
 void CZelTransDlg::OnButtonBrowserFont() {
-    PickedFile picked;
-    if (!PickFile(*this, kFontDirBox, "Zelmara Font Directory", picked)) return;
-    BringToTop(*this, kFontDirBox, picked.directory);
+    dialog::PickedFile picked;
+    if (!dialog::PickFile(*this, kFontDirBox, "Zelmara Font Directory", picked)) return;
+    dialog::BringToTop(*this, kFontDirBox, picked.directory);
     UpdateData(FALSE);
 }
 
 void CZelTransDlg::OnButtonBrowserMessage() {
-    PickedFile picked;
-    if (!PickFile(*this, kMessageDirBox, "Zelmara Message Directory", picked)) return;
-    BringToTop(*this, kMessageDirBox, picked.directory);
+    dialog::PickedFile picked;
+    if (!dialog::PickFile(*this, kMessageDirBox, "Zelmara Message Directory", picked)) return;
+    dialog::BringToTop(*this, kMessageDirBox, picked.directory);
     SetDlgItemText(kMessageIdEdit, picked.name);
 }

@@ -5,6 +5,8 @@
 
 class CDialog;
 
+namespace zel::dialog {
+
 /// A picked file, its path in two: up to and behind the last backslash, which is in neither.
 struct PickedFile {
     char directory[MAX_PATH];
@@ -18,3 +20,5 @@ bool PickFile(CDialog& dialog, int combo_box, const char* title, PickedFile& pic
 
 /// Brings a text to the top of a combo box's list and selects it.
 void BringToTop(CDialog& dialog, int combo_box, const char* text);
+
+}  // namespace zel::dialog

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
+namespace zel::dialog {
+
 // Message ids as a user types them: digits, with or without a dot in front.
 
 constexpr int kLargestNumber = 9999;  // which four digits hold
@@ -26,3 +28,5 @@ inline int NumberOf(std::string_view text) noexcept {
     }
     return static_cast<int>(value);
 }
+
+}  // namespace zel::dialog

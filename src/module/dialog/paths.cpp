@@ -1,14 +1,16 @@
 #include <cstring>
 #include <string_view>
 
-#include "module/dialog/id_text.h"
 #include "module/contract/zel_trans_dlg.h"
+#include "module/dialog/browse.h"
+#include "module/dialog/id_text.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/message_box.h"
 #include "platform/system/errors.h"
 #include "platform/system/files.h"
-#include "module/dialog/browse.h"
+
+using namespace zel;
 
 namespace {
 
@@ -31,7 +33,7 @@ bool CZelTransDlg::TakeDirectory(int combo_box, const char* invalid_text, const 
                                  CString& directory) {
     GetDlgItemText(combo_box, directory);
     if (GetFileAttributesA(directory) != INVALID_FILE_ATTRIBUTES) {
-        BringToTop(*this, combo_box, directory);
+        dialog::BringToTop(*this, combo_box, directory);
         return true;
     }
     if (GetLastError() >= ERROR_NOT_DOS_DISK) {
@@ -92,9 +94,9 @@ bool CZelTransDlg::CheckFileExist(const char* name, const char* dir) {
     // Held against the digits in front: only a ".TN" that ends the name leaves a number.
     const std::size_t length = std::strlen(bare) - (has_suffix ? 3 : 0);
     int number = 0;
-    if (CountDigits(bare) == length) {
+    if (dialog::CountDigits(bare) == length) {
         m_bNumericName = true;
-        number = NumberOf(bare);
+        number = dialog::NumberOf(bare);
         m_sNumericName.Format(length < 5 ? ".%04d" : ".%08d", number);
         if (has_suffix) m_sNumericName += ".TN";
     }
@@ -113,10 +115,10 @@ bool CZelTransDlg::CheckFileExist(const char* name, const char* dir) {
 }
 
 void CZelTransDlg::IncrementFileName(const char* name) {
-    const std::string_view bare = WithoutLeadingDot(name);
-    if (bare.size() < 5 && CountDigits(bare) == bare.size()) {
-        const int next = NumberOf(bare) + 1;
-        m_sMessageID.Format(".%04d", next > kLargestNumber ? 0 : next);
+    const std::string_view bare = dialog::WithoutLeadingDot(name);
+    if (bare.size() < 5 && dialog::CountDigits(bare) == bare.size()) {
+        const int next = dialog::NumberOf(bare) + 1;
+        m_sMessageID.Format(".%04d", next > dialog::kLargestNumber ? 0 : next);
     }
     M_sNextMessage = m_sMessageID;
 }

@@ -1,7 +1,9 @@
-#include "module/dialog/recent_list.h"
-#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_font.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/dialog/recent_list.h"
 #include "platform/framework/cwinapp.h"
+
+using namespace zel;
 
 void CZelTransDlg::SavePath() {
     RECT rect{};
@@ -12,8 +14,8 @@ void CZelTransDlg::SavePath() {
     char font_list[] = "FontDir", message_list[] = "MessageDir";
     DeleteZelTransRegistrySubKey(font_list);
     DeleteZelTransRegistrySubKey(message_list);
-    StoreRecentEntries(*this, font_list, *this, kFontDirBox);
-    StoreRecentEntries(*this, message_list, *this, kMessageDirBox);
+    dialog::StoreRecentEntries(*this, font_list, *this, kFontDirBox);
+    dialog::StoreRecentEntries(*this, message_list, *this, kMessageDirBox);
     delete m_pFont;
     m_pFont = nullptr;  // the dialog is ending, but its object may outlive it
 }

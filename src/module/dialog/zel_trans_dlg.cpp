@@ -1,13 +1,15 @@
 #include "module/contract/zel_trans_dlg.h"
 
-#include "module/dialog/recent_list.h"
-#include "module/contract/zel_font.h"
 #include "module/contract/host_messages.h"
+#include "module/contract/zel_font.h"
+#include "module/dialog/recent_list.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/data_exchange.h"
 #include "platform/framework/module_entry.h"
 #include "platform/system/version.h"
+
+using namespace zel;
 
 ZEL_MODULE_STATIC CString CZelTransDlg::M_sNextMessage;
 
@@ -100,8 +102,8 @@ BOOL CZelTransDlg::OnInitDialog() {
     CDialog::OnInitDialog();
     AfxGetThread()->m_pMainWnd->SendMessage(kMsgDialogReady, 0, reinterpret_cast<LPARAM>(this));
     for (int n = 0; n < 10; ++n) {
-        AppendRecentEntry(*this, n, "FontDir", *this, kFontDirBox);
-        AppendRecentEntry(*this, n, "MessageDir", *this, kMessageDirBox);
+        dialog::AppendRecentEntry(*this, n, "FontDir", *this, kFontDirBox);
+        dialog::AppendRecentEntry(*this, n, "MessageDir", *this, kMessageDirBox);
     }
     for (const int combo_box : {kFontDirBox, kMessageDirBox}) {
         if (CWnd* const box = GetDlgItem(combo_box)) box->SendMessage(CB_SETCURSEL, 0);

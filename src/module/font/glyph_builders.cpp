@@ -4,12 +4,14 @@
 #include <memory>
 #include <new>
 
-#include "module/font/glyph_file.h"
+#include "module/contract/zel_font.h"
 #include "module/font/format/run_codes.h"
 #include "module/font/format/stored_glyph.h"
-#include "module/contract/zel_font.h"
+#include "module/font/glyph_file.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/exceptions.h"
+
+using namespace zel;
 
 namespace {
 
@@ -40,17 +42,17 @@ class GlyphColours {
         m_background = FromPacked(font.m_BackColor);
     }
 
-    RunColours Colours() const noexcept { return {{m_colours, m_count}, m_background}; }
+    font::RunColours Colours() const noexcept { return {{m_colours, m_count}, m_background}; }
 
   private:
-    static RunColour FromPacked(COLORREF colour) noexcept {
+    static font::RunColour FromPacked(COLORREF colour) noexcept {
         return {static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
                 static_cast<std::uint8_t>(colour >> 16)};
     }
 
-    RunColour m_colours[kSetEntries] = {};
+    font::RunColour m_colours[kSetEntries] = {};
     std::size_t m_count = 0;
-    RunColour m_background;
+    font::RunColour m_background;
 };
 
 // The record of a stored glyph. One read brings it with its head, unless it is larger than most; then it takes memory
@@ -72,7 +74,7 @@ class StoredRecord {
 StoredRecord::StoredRecord(CFile& file, const tag_font_memory& font, std::uint32_t offset) {
     file.Seek(static_cast<LONGLONG>(offset), CFile::begin);
     const std::size_t came = file.Read(m_first.data(), static_cast<UINT>(m_first.size()));
-    const std::size_t length = ConvertStoredGlyphHead(std::span(m_first).first(came)).length;
+    const std::size_t length = font::ConvertStoredGlyphHead(std::span(m_first).first(came)).length;
     const std::size_t size = std::max(length, kLengthBytes);
     if (came < kLengthBytes || file.GetLength() - offset < size) {
         AfxThrowFileException(CFileException::genericException, -1, font.file_name);
@@ -90,15 +92,15 @@ StoredRecord::StoredRecord(CFile& file, const tag_font_memory& font, std::uint32
 
 void BuildStoredGlyph(const tag_font_memory& font, const tag_char_entry& entry, DIBSECTION* dib) {
     CFile file;
-    if (!OpenGlyphFile(file, font)) return;
+    if (!font::OpenGlyphFile(file, font)) return;
     const StoredRecord record(file, font, entry.glyph_offset);
-    const StoredGlyphHead head = ConvertStoredGlyphHead(record.Bytes());
-    if (head.width <= 0 || head.height <= 0 || record.Bytes().size() < kStoredGlyphHeadSize) return;
+    const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(record.Bytes());
+    if (head.width <= 0 || head.height <= 0 || record.Bytes().size() < font::kStoredGlyphHeadSize) return;
     const std::size_t row_size = static_cast<std::size_t>(head.width) * 4,
                       height = static_cast<std::size_t>(head.height);
     // Rows that the record is too short for aren't drawn; bytes behind the last pixel aren't looked at.
-    const std::span<const std::uint8_t> pixels = record.Bytes().subspan(kStoredGlyphHeadSize);
-    StraightenRowsReversed(pixels, row_size, height, BitmapBytes(dib));
+    const std::span<const std::uint8_t> pixels = record.Bytes().subspan(font::kStoredGlyphHeadSize);
+    font::StraightenRowsReversed(pixels, row_size, height, BitmapBytes(dib));
 }
 
 }  // namespace
@@ -122,8 +124,8 @@ void CZelFont::BuildMFTagData(FontAddress font, DIBSECTION* dib, int /*font_inde
     if (entry == nullptr || slot.encoding_data == nullptr || bitmap.empty()) return;
     const GlyphColours colours(*this, palette_set);
     const std::ptrdiff_t row_size = std::ptrdiff_t{dib->dsBmih.biWidth} * 4;
-    const PixelRows rows{bitmap.data() + bitmap.size() - row_size, -row_size, dib->dsBmih.biWidth, dib->dsBmih.biHeight,
-                         static_cast<std::uint8_t>(m_BackColor >> 16)};
-    DrawRunCodes(RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset),
-                 colours.Colours(), rows);
+    const font::PixelRows rows{bitmap.data() + bitmap.size() - row_size, -row_size, dib->dsBmih.biWidth,
+                               dib->dsBmih.biHeight, static_cast<std::uint8_t>(m_BackColor >> 16)};
+    font::DrawRunCodes(font::RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset),
+                       colours.Colours(), rows);
 }

@@ -1,12 +1,16 @@
 #include <cstdint>
 
-#include "module/font/glyph_file.h"
+#include "module/contract/zel_font.h"
 #include "module/font/format/run_codes.h"
 #include "module/font/format/stored_glyph.h"
-#include "module/contract/zel_font.h"
+#include "module/font/glyph_file.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/exceptions.h"
 #include "platform/framework/message_box.h"
+
+using namespace zel;
+
+namespace zel::font {
 
 bool OpenGlyphFile(CFile& file, const tag_font_memory& font) {
     if (file.Open(font.file_name, CFile::modeRead | CFile::shareDenyNone)) return true;
@@ -18,15 +22,17 @@ bool OpenGlyphFile(CFile& file, const tag_font_memory& font) {
     return false;
 }
 
+}  // namespace zel::font
+
 namespace {
 
 CRect StoredGlyphRect(const tag_font_memory& font, const tag_char_entry& entry, bool* flag) {
     CFile file;
-    if (!OpenGlyphFile(file, font)) return CRect(0, 0, 0, 0);
-    std::uint8_t bytes[kStoredGlyphHeadSize] = {};
+    if (!font::OpenGlyphFile(file, font)) return CRect(0, 0, 0, 0);
+    std::uint8_t bytes[font::kStoredGlyphHeadSize] = {};
     file.Seek(static_cast<LONGLONG>(std::uint32_t{entry.glyph_offset}), CFile::begin);
     const UINT came = file.Read(bytes, sizeof bytes);
-    const StoredGlyphHead head = ConvertStoredGlyphHead(bytes);
+    const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(bytes);
     // The flag is known once its word has come, whatever becomes of the words behind it.
     if (flag != nullptr && came >= 6) *flag = head.Flag();
     file.Close();
@@ -51,7 +57,7 @@ CRect CZelFont::GetTagRect(FontAddress font, int /*font_index*/, DWORD char_code
     if (entry == nullptr) return CRect(0, 0, 0, 0);
     top = entry->Top();
     if (slot.encoding_data == nullptr) return CRect(0, 0, 0, 0);
-    const GlyphSize size =
-        MeasureRunCodes(RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset));
+    const font::GlyphSize size = font::MeasureRunCodes(
+        font::RunCodeReader({slot.encoding_data, slot.font_header->encoding_size}, entry->glyph_offset));
     return CRect(0, 0, size.width, size.height);
 }

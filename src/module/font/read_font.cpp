@@ -2,19 +2,21 @@
 #include <cstring>
 #include <memory>
 
-#include "module/state/recent_entry.h"
-#include "module/font/format/font_loader.h"
-#include "module/font/format/samples.h"
+#include "module/contract/records/effpar.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
+#include "module/font/format/font_loader.h"
+#include "module/font/format/samples.h"
+#include "module/message/cfile_bytes.h"
+#include "module/state/recent_entry.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
 #include "platform/framework/message_box.h"
 #include "platform/system/files.h"
-#include "module/contract/records/effpar.h"
-#include "module/message/cfile_bytes.h"
+
+using namespace zel;
 
 namespace {
 
@@ -52,7 +54,7 @@ bool CZelFont::FindFontFile(CFile& file, CString& name, CString& path, int font_
     EndInBackslash(path);
     if (Open(file, name, LongName(path, font_number)) || Open(file, name, ShortName(path, font_number))) return true;
     char stored[MAX_PATH];
-    if (ReadRecentEntry("FontDir", 0, stored)) {
+    if (state::ReadRecentEntry("FontDir", 0, stored)) {
         CString directory(stored);
         EndInBackslash(directory);
         if (Open(file, name, LongName(directory, font_number)) || Open(file, name, ShortName(directory, font_number)))
@@ -138,25 +140,25 @@ constexpr FontComplaint kComplaints[] = {
     {FontComplaint::kFileError, nullptr, nullptr, true},
     {FontComplaint::kSilent, nullptr, nullptr, true},
 };
-static_assert(std::size(kComplaints) == static_cast<std::size_t>(FontOutcome::kNoMemory) + 1);
-static_assert(kComplaints[static_cast<int>(FontOutcome::kShortEncoding)].kind == FontComplaint::kBox &&
-              kComplaints[static_cast<int>(FontOutcome::kShortBlock)].kind == FontComplaint::kFileError);
+static_assert(std::size(kComplaints) == static_cast<std::size_t>(font::FontOutcome::kNoMemory) + 1);
+static_assert(kComplaints[static_cast<int>(font::FontOutcome::kShortEncoding)].kind == FontComplaint::kBox &&
+              kComplaints[static_cast<int>(font::FontOutcome::kShortBlock)].kind == FontComplaint::kFileError);
 
 // The name that a file error carries: the font directory for the blocks straight after the directory, which the legacy
 // importer never gave a better one.
-const char* ErrorName(FontOutcome outcome, const char* name, const char* path) {
+const char* ErrorName(font::FontOutcome outcome, const char* name, const char* path) {
     switch (outcome) {
-        case FontOutcome::kShortLeadingEncoding:
-        case FontOutcome::kShortLeadingSample:
+        case font::FontOutcome::kShortLeadingEncoding:
+        case font::FontOutcome::kShortLeadingSample:
             return path;
-        case FontOutcome::kShortSampleRow:
+        case font::FontOutcome::kShortSampleRow:
             return kSampleRowName;
         default:
             return name;
     }
 }
 
-void Complain(FontOutcome outcome, const char* name, const char* path) {
+void Complain(font::FontOutcome outcome, const char* name, const char* path) {
     const FontComplaint& complaint = kComplaints[static_cast<int>(outcome)];
     switch (complaint.kind) {
         case FontComplaint::kSilent:
@@ -196,23 +198,23 @@ int CZelFont::LoadFontFile(CFile& file, const CString& name, const CString& path
     tag_font_memory& slot = m_Slots[slot_index];
     slot = tag_font_memory();  // blocks of a font that was here belong to whoever holds its font_copy
     std::snprintf(slot.file_name, sizeof slot.file_name, "%s", static_cast<const char*>(name));
-    FontOutcome outcome = FontOutcome::kNoMemory;
+    font::FontOutcome outcome = font::FontOutcome::kNoMemory;
     bool tessor = false;
     try {
-        CFileBytes file_bytes(file);
-        ByteSource source(file_bytes);
-        outcome = LoadFont(source, slot, tessor);
-        if (outcome == FontOutcome::kRead) {
+        message::CFileBytes file_bytes(file);
+        message::ByteSource source(file_bytes);
+        outcome = font::LoadFont(source, slot, tessor);
+        if (outcome == font::FontOutcome::kRead) {
             slot.log_font = new LOGFONT();
             slot.effect_params = new EFFPAR();
             slot.font_copy = new tag_font_memory();
         }
     } catch (const std::bad_alloc&) {
-        outcome = FontOutcome::kNoMemory;
+        outcome = font::FontOutcome::kNoMemory;
     }
     file.Close();
     if (tessor) MessageBoxA(nullptr, "Tessor Encoded Data!", "ZELMARA Import", MB_OK);
-    if (outcome != FontOutcome::kRead) {
+    if (outcome != font::FontOutcome::kRead) {
         if (kComplaints[static_cast<int>(outcome)].releases) ReleaseFontData(&slot);
         Complain(outcome, name, path);
         return kNotLoaded;
@@ -232,12 +234,12 @@ void CZelFont::write_sample_data(std::FILE* file, tag_graphic_rectangle* first, 
         std::fseek(file, position, SEEK_SET);
     }
     const auto read_row = [file](std::uint8_t* row, std::size_t width) { return std::fread(row, width, 1, file) == 1; };
-    switch (ReadSamples(samp, *first, *second, left, read_row)) {
-        case SampleOutcome::kRead:
+    switch (font::ReadSamples(samp, *first, *second, left, read_row)) {
+        case font::SampleOutcome::kRead:
             return;
-        case SampleOutcome::kNoMemory:
+        case font::SampleOutcome::kNoMemory:
             AfxThrowMemoryException();
-        case SampleOutcome::kShortRow:
+        case font::SampleOutcome::kShortRow:
             AfxThrowFileException(CFileException::genericException, -1, kSampleRowName);
     }
 }

@@ -4,9 +4,11 @@
 #include <string_view>
 
 #include "module/contract/zel_font.h"
+#include "module/font/format/font_blocks.h"
 #include "platform/framework/module_entry.h"
 #include "platform/system/files.h"
-#include "module/font/format/font_blocks.h"
+
+using namespace zel;
 
 int CZelFont::m_bIgnoreErrors = 0;
 bool CZelFont::m_bCancelFontBrowse = false;
@@ -32,13 +34,13 @@ bool CZelFont::IsValidFontIndex(int index) {
 
 void CZelFont::ReleaseFontData(tag_font_memory* slot) {
     if (slot == nullptr) return;
-    ReleaseFontBlocks(*slot);
+    font::ReleaseFontBlocks(*slot);
     crt::_heapmin();
 }
 
 void CZelFont::ReleaseUnfinishedSlot(tag_font_memory* slot) {
     if (slot->font_copy == nullptr) {
-        ReleaseFontBlocks(*slot);
+        font::ReleaseFontBlocks(*slot);
         *slot = tag_font_memory();
     }
     slot->font_header = nullptr;

@@ -6,6 +6,8 @@
 #include "module/fontmap/read_name_list.h"
 #include "module/state/module_state.h"
 
+using namespace zel;
+
 namespace {
 
 /// Entries that a list of so many bytes is likely to have: the lines of real lists are longer than this.
@@ -14,7 +16,7 @@ std::size_t LikelyEntries(const NameText& text) {
     return std::min(text.List().size() / kShortLine, kMost);
 }
 
-NameParts PartsOf(const BitstreamEntry& entry, const NameText& text) {
+NameParts PartsOf(const fontmap::BitstreamEntry& entry, const NameText& text) {
     if (!entry.indented) return {NameParts::Form::kPlain, text.SliceOf(entry.name)};
     return {NameParts::Form::kStyled, text.SliceOf(entry.family), text.SliceOf(entry.name)};
 }
@@ -23,7 +25,7 @@ NameParts PartsOf(const BitstreamEntry& entry, const NameText& text) {
 
 bool CZelTransDlg::MapBitStreamFont() {
     std::string path;
-    const std::shared_ptr<NameText> text = ReadNameList("bitstream_fontlist.txt", path);
+    const std::shared_ptr<NameText> text = fontmap::ReadNameList("bitstream_fontlist.txt", path);
     if (!text) {
         CString complaint;
         complaint.Format("Couldn't Open BitStream Font Mapping File: %s", path.c_str());
@@ -32,10 +34,10 @@ bool CZelTransDlg::MapBitStreamFont() {
     }
     m_mapBitStreamId.UseText(text, LikelyEntries(*text));
     m_mapBitStreamFamily.UseText(text, LikelyEntries(*text) / 4);  // a family has several styles
-    TextLines lines(text->List());
+    fontmap::TextLines lines(text->List());
     lines.SkipHeadings();
-    BitstreamLineReader reader;
-    BitstreamEntry entry;
+    fontmap::BitstreamLineReader reader;
+    fontmap::BitstreamEntry entry;
     std::string_view last_word;
     while (const auto line = lines.Next()) {
         if (!reader.Read(*line, entry)) continue;
@@ -52,7 +54,7 @@ bool CZelTransDlg::MapBitStreamFont() {
 
 bool CZelTransDlg::MapTypeFace() {
     std::string path;
-    const std::shared_ptr<NameText> text = ReadNameList("typeface_list.txt", path);
+    const std::shared_ptr<NameText> text = fontmap::ReadNameList("typeface_list.txt", path);
     if (!text) {
         CString complaint;
         complaint.Format("Couldn't Find Typeface Mapping File: %s", path.c_str());
@@ -60,10 +62,10 @@ bool CZelTransDlg::MapTypeFace() {
         return false;
     }
     m_mapTypeFace.UseText(text, LikelyEntries(*text));
-    TextLines lines(text->List());
+    fontmap::TextLines lines(text->List());
     lines.SkipHeadings();
     while (const auto line = lines.Next()) {
-        const std::optional<TypefaceEntry> entry = ReadTypefaceLine(*line);
+        const std::optional<fontmap::TypefaceEntry> entry = fontmap::ReadTypefaceLine(*line);
         if (!entry) continue;
         m_mapTypeFace.Add(text->SliceOf(entry->bitstream_name),
                           {NameParts::Form::kWhole, text->SliceOf(entry->typeface)}, NamedNames::WhenThere::kReplace);

@@ -3,10 +3,12 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "platform/system/files.h"
+
+using namespace zel;
 
 namespace {
 

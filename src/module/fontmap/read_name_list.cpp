@@ -6,6 +6,8 @@
 #include "module/state/module_state.h"
 #include "platform/framework/cfile.h"
 
+namespace zel::fontmap {
+
 namespace {
 
 /// What lies behind so many bytes isn't read; real lists have a thousandth of it.
@@ -35,3 +37,5 @@ std::shared_ptr<NameText> ReadNameList(const char* file_name, std::string& path)
     TurnIntoText(bytes);
     return std::make_shared<NameText>(std::move(bytes));
 }
+
+}  // namespace zel::fontmap

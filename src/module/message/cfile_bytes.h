@@ -4,6 +4,8 @@
 
 class CFile;
 
+namespace zel::message {
+
 /// The bytes of a file that the framework has opened.
 class CFileBytes final : public FileBytes {
   public:
@@ -16,3 +18,5 @@ class CFileBytes final : public FileBytes {
   private:
     CFile& m_file;
 };
+
+}  // namespace zel::message

@@ -1,5 +1,7 @@
-#include "module/contract/records/palette.h"
 #include "module/contract/records/effpar.h"
+#include "module/contract/records/palette.h"
+
+using namespace zel;
 
 int tag_palete::FindPaletteEntry(EFFPAR& effect) {
     for (int set = 0; set < kColourSets; ++set) {

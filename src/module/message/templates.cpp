@@ -1,11 +1,13 @@
 #include <array>
 #include <cstdint>
 
-#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
 #include "platform/framework/message_box.h"
+
+using namespace zel;
 
 namespace {
 

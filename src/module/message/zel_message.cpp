@@ -3,16 +3,18 @@
 #include <cstdlib>
 #include <new>
 
-#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_font.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/message/cfile_bytes.h"
 #include "module/message/format/byte_source.h"
+#include "module/message/format/default_palette.h"
 #include "module/message/format/message_loader.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/exceptions.h"
 #include "platform/framework/message_box.h"
-#include "module/message/format/default_palette.h"
-#include "module/message/cfile_bytes.h"
+
+using namespace zel;
 
 CZelMessage::CZelMessage(const char* font_dir, const char* message_dir, const char* message_id, CZelTransDlg* owner)
     : m_sFontDir(font_dir), m_sMessageDir(message_dir), m_sMessageID(message_id), m_pOwner(owner) {}
@@ -21,13 +23,13 @@ CZelMessage::~CZelMessage() {
     delete m_pFileHeader;
     delete m_pMsgFlags;
     delete m_pMsgHeader;
-    FreeRows()(m_pRows);
+    message::FreeRows()(m_pRows);
     delete m_pPalette;
     delete[] m_pTabs;
 }
 
 void CZelMessage::DefaultPalette() {
-    FillDefaultPalette(*m_pPalette);
+    message::FillDefaultPalette(*m_pPalette);
 }
 
 namespace {
@@ -47,7 +49,7 @@ constexpr const char* kComplaints[] = {
     "Zelmara! Tab Versions prior to 2 not supported: %s",
     "Zelmara! Maximum Tabs Exceeded: %s",
 };
-static_assert(std::size(kComplaints) == static_cast<std::size_t>(MessageOutcome::kTooManyTabs) + 1);
+static_assert(std::size(kComplaints) == static_cast<std::size_t>(message::MessageOutcome::kTooManyTabs) + 1);
 
 void Warn(const char* text, const char* title) {
     MessageBoxA(nullptr, text, title, MB_OK | MB_ICONEXCLAMATION);
@@ -69,13 +71,13 @@ void WarnOfStandard(const tag_msg_flags& flags, int host_lines) {
          "Warning - Video Standard Mismatch Detected");
 }
 
-void WarnOfOutcome(MessageOutcome outcome, const LoadedMessage& message, const char* path) {
+void WarnOfOutcome(message::MessageOutcome outcome, const message::LoadedMessage& message, const char* path) {
     const char* const format = kComplaints[static_cast<int>(outcome)];
     if (format == nullptr) return;
     CString text;
-    if (outcome == MessageOutcome::kUnsupportedType) {
+    if (outcome == message::MessageOutcome::kUnsupportedType) {
         text.Format(format, static_cast<int>(message.file_header->file_type), path);
-    } else if (outcome == MessageOutcome::kUnsupportedNamedType) {
+    } else if (outcome == message::MessageOutcome::kUnsupportedNamedType) {
         const std::string_view name = message.file_header->TypeName();
         text.Format(format, static_cast<const char*>(CString(name.data(), static_cast<int>(name.size()))), path);
     } else {
@@ -85,9 +87,10 @@ void WarnOfOutcome(MessageOutcome outcome, const LoadedMessage& message, const c
 }
 
 // All that the user is told of a load, in the order of the file's sections.
-void WarnOfMessage(MessageOutcome outcome, const LoadedMessage& message, int host_lines, const char* path) {
+void WarnOfMessage(message::MessageOutcome outcome, const message::LoadedMessage& message, int host_lines,
+                   const char* path) {
     const bool is_message = message.file_header && message.file_header->file_type == kMessageFileType;
-    if (is_message && outcome != MessageOutcome::kShortFlags) WarnOfStandard(*message.flags, host_lines);
+    if (is_message && outcome != message::MessageOutcome::kShortFlags) WarnOfStandard(*message.flags, host_lines);
     if (message.flash_font) Warn("Flash Font Characters will be ignored", "Flash Font Unsupported");
     WarnOfOutcome(outcome, message, path);
     if (message.bad_tab_row || message.bad_tab_field) {
@@ -109,14 +112,14 @@ bool CZelMessage::ReadMessage(CZelTransDlg* dlg) {
     dlg->m_bImportSkip = IgnoreZelFontErrors() ? 1 : 0;
     CString path;
     path.Format("%s\\%s", static_cast<const char*>(m_sMessageDir), static_cast<const char*>(m_sMessageID));
-    LoadedMessage message;
-    MessageOutcome outcome{};
+    message::LoadedMessage message;
+    message::MessageOutcome outcome{};
     try {
         CFile file;
         if (!file.Open(path, CFile::modeRead | CFile::shareDenyNone)) return false;
-        CFileBytes file_bytes(file);
-        ByteSource source(file_bytes);
-        outcome = LoadMessage(source, message);
+        message::CFileBytes file_bytes(file);
+        message::ByteSource source(file_bytes);
+        outcome = message::LoadMessage(source, message);
     } catch (const std::bad_alloc&) {
         AfxThrowMemoryException();
     }
@@ -128,11 +131,11 @@ bool CZelMessage::ReadMessage(CZelTransDlg* dlg) {
     Replace(m_pMsgHeader, message.header);
     Replace(m_pPalette, message.palette);
     if (message.rows) {
-        FreeRows()(m_pRows);
+        message::FreeRows()(m_pRows);
         m_pRows = message.rows.release();
     }
     delete[] m_pTabs;
     m_pTabs = message.tabs.release();
     m_nTabs = message.tab_count;
-    return outcome == MessageOutcome::kRead;
+    return outcome == message::MessageOutcome::kRead;
 }

@@ -1,15 +1,17 @@
 #include <cstring>
 #include <new>
 
-#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/host_messages.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
-#include "module/contract/host_messages.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
+#include "module/tools/zel_rgba.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
 #include "platform/framework/message_box.h"
-#include "module/tools/zel_rgba.h"
+
+using namespace zel;
 
 namespace {
 
@@ -88,7 +90,7 @@ ImportStatus ImportRun::Import(const CString& font_dir) {
 
 // A picture, not a message: the host takes it from here, as object or background.
 bool ImportRun::OfferRgba() {
-    CZelRGBA choice(nullptr);
+    tools::CZelRGBA choice(nullptr);
     if (choice.DoModal() != IDOK) return false;
     SendToHost(kMsgRgba, choice.m_bInsertObject != 0 ? 1 : 0, &m_dialog);
     return true;

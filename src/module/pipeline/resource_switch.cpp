@@ -2,6 +2,8 @@
 
 #include "module/state/module_state.h"
 
+namespace zel::pipeline {
+
 ResourceSwitch::ResourceSwitch(After after) : m_saved(AfxGetModuleState()->m_hCurrentResourceHandle), m_after(after) {
     AfxGetModuleState()->m_hCurrentResourceHandle = g_hZelResource;
 }
@@ -9,3 +11,5 @@ ResourceSwitch::ResourceSwitch(After after) : m_saved(AfxGetModuleState()->m_hCu
 ResourceSwitch::~ResourceSwitch() {
     if (m_after == After::kRestore) AfxGetModuleState()->m_hCurrentResourceHandle = m_saved;
 }
+
+}  // namespace zel::pipeline

@@ -2,6 +2,8 @@
 
 #include "platform/system/types.h"
 
+namespace zel::pipeline {
+
 /// Makes the module's resources the current ones for as long as it lives, or for good.
 class ResourceSwitch {
   public:
@@ -15,3 +17,5 @@ class ResourceSwitch {
     HINSTANCE m_saved;
     After m_after;
 };
+
+}  // namespace zel::pipeline

@@ -1,8 +1,10 @@
 #include <new>
 
+#include "module/resources/templates.h"
 #include "module/state/module_state.h"
 #include "platform/framework/module_entry.h"
-#include "module/resources/templates.h"
+
+namespace zel::pipeline {
 
 namespace {
 
@@ -32,4 +34,6 @@ int MainEntry(HINSTANCE module, DWORD reason, void* /*reserved*/) {
 
 }  // namespace
 
-ZEL_MODULE_ENTRY(kModuleInstance, RawAttachHook, MainEntry)
+ZEL_MODULE_ENTRY(resources::kModuleInstance, RawAttachHook, MainEntry)
+
+}  // namespace zel::pipeline

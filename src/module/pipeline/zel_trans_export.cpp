@@ -2,11 +2,13 @@
 
 #include <new>
 
-#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_font.h"
-#include "platform/framework/exceptions.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/pipeline/resource_switch.h"
 #include "module/tools/zel_trans_batch.h"
+#include "platform/framework/exceptions.h"
+
+using namespace zel;
 
 CZelTransExport& CZelTransExport::operator=(const CZelTransExport& /*other*/) {
     return *this;
@@ -44,7 +46,7 @@ void Do(Work&& work) {
 
 bool CZelTransExport::ZelTranslation(CWnd* host) {
     Do([&] {
-        const ResourceSwitch resources(ResourceSwitch::After::kKeep);
+        const pipeline::ResourceSwitch resources(pipeline::ResourceSwitch::After::kKeep);
         CZelTransDlg dialog(nullptr);
         const FontSetEnd end(dialog);
         dialog.m_pHostWnd = host;
@@ -61,7 +63,7 @@ bool CZelTransExport::ZelTranslation(void* /*ignored*/, CWnd* host) {
 
 bool CZelTransExport::ReadZelmaraMessage(CWnd* host, CString& message_path, CString& font_dir) {
     Do([&] {
-        const ResourceSwitch resources(ResourceSwitch::After::kKeep);
+        const pipeline::ResourceSwitch resources(pipeline::ResourceSwitch::After::kKeep);
         CZelTransDlg dialog(message_path, font_dir);
         const FontSetEnd end(dialog);
         dialog.m_pHostWnd = host;
@@ -74,8 +76,8 @@ bool CZelTransExport::ReadZelmaraMessage(CWnd* host, CString& message_path, CStr
 
 bool CZelTransExport::ZelBatchExport(CWnd* host, CString& export_path, CWnd* export_window) {
     Do([&] {
-        const ResourceSwitch resources(ResourceSwitch::After::kKeep);
-        CZelTransBatch batch(nullptr);
+        const pipeline::ResourceSwitch resources(pipeline::ResourceSwitch::After::kKeep);
+        tools::CZelTransBatch batch(nullptr);
         CZelTransDlg dialog(nullptr);
         dialog.m_pHostWnd = host;
         dialog.m_pExportWnd = export_window;
@@ -90,7 +92,7 @@ bool CZelTransExport::ZelBatchExport(CWnd* host, CString& export_path, CWnd* exp
 bool CZelTransExport::MakeTavroFont(char* path, CZelFont* font) {
     if (font == nullptr) return false;
     Do([&] {
-        const ResourceSwitch resources(ResourceSwitch::After::kRestore);
+        const pipeline::ResourceSwitch resources(pipeline::ResourceSwitch::After::kRestore);
         CZelTransDlg dialog(nullptr);
         dialog.m_bImportSkip = 1;
         dialog.m_pHostWnd = nullptr;

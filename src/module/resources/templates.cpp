@@ -5,12 +5,16 @@
 #include "module/resources/import_dialog.h"
 #include "module/resources/rgba_dialog.h"
 
+namespace zel::resources {
+
 namespace {
 
-constexpr DialogTemplate kDialogs[] = {kImportDialogTemplate, kFtpDialogTemplate, kBatchDialogTemplate,
-                                       kRgbaDialogTemplate};
+constexpr framework::DialogTemplate kDialogs[] = {kImportDialogTemplate, kFtpDialogTemplate, kBatchDialogTemplate,
+                                                  kRgbaDialogTemplate};
 
 }  // namespace
 
 // Constant, so that it stands before any code of the module runs.
-constinit const ModuleInstance kModuleInstance = {"ZelTrans", kDialogs};
+constinit const HINSTANCE__ kModuleInstance = {"ZelTrans", kDialogs};
+
+}  // namespace zel::resources

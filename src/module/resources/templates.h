@@ -2,5 +2,9 @@
 
 #include "platform/framework/dialog_template.h"
 
+namespace zel::resources {
+
 /// The module as the framework knows it, with its dialog templates.
-extern const ModuleInstance kModuleInstance;
+extern const HINSTANCE__ kModuleInstance;
+
+}  // namespace zel::resources

@@ -4,6 +4,8 @@
 
 #include "module/contract/zel_font.h"
 
+using namespace zel;
+
 AFX_EXTENSION_MODULE ZelTransDLL = {};
 HINSTANCE g_hZelResource = nullptr;
 OnCharCallback g_pfnOnChar = nullptr;
@@ -38,6 +40,10 @@ void ZelYOffsetReset(int value) {
     CZelFont::m_iZelYOffset = value;
 }
 
+namespace zel::state {
+
 void CallOnChar(CWnd* host, tag_CharInf* info, unsigned int character) {
     if (g_pfnOnChar != nullptr) g_pfnOnChar(host, info, character);
 }
+
+}  // namespace zel::state

@@ -8,8 +8,12 @@
 
 extern AFX_EXTENSION_MODULE ZelTransDLL;  ///< the module's record with the framework.
 extern HINSTANCE g_hZelResource;          ///< the module's resources; its dialog templates are found through it.
-extern OnCharCallback g_pfnOnChar;        ///< the registered callback, null for none.
+extern zel::OnCharCallback g_pfnOnChar;   ///< the registered callback, null for none.
 extern char g_szMapDir[MAX_PATH];  ///< directory of the name lists, with its closing separator; always terminated.
+
+namespace zel::state {
 
 /// Calls the registered callback; without one, does nothing.
 void CallOnChar(CWnd* host, tag_CharInf* info, unsigned int character);
+
+}  // namespace zel::state

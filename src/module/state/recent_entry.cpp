@@ -5,6 +5,8 @@
 #include "platform/system/errors.h"
 #include "platform/system/registry.h"
 
+namespace zel::state {
+
 CString RecentListKey(const char* list) {
     CString key;
     key.Format("Software\\Kovesh\\Tavro\\ZelTrans\\%s", list);
@@ -31,3 +33,5 @@ bool ReadRecentEntry(const char* list, int index, char (&out)[MAX_PATH]) {
     std::memcpy(out, text, sizeof text);
     return true;
 }
+
+}  // namespace zel::state

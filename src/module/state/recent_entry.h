@@ -3,6 +3,8 @@
 #include "platform/framework/cstring.h"
 #include "platform/system/types.h"
 
+namespace zel::state {
+
 /// Longest text of a recent list's entry, in characters; the buffers that it passes through have one more for the NUL.
 inline constexpr int kMaxRecentText = MAX_PATH - 1;
 
@@ -16,3 +18,5 @@ bool ReadRecentEntry(const char* list, int index, char (&out)[MAX_PATH]);
 CString RecentListKey(const char* list);
 /// Name of the value that holds an entry of a list.
 CString RecentEntryName(const char* list, int index);
+
+}  // namespace zel::state

@@ -7,6 +7,8 @@
 #include "platform/framework/cstring.h"
 #include "platform/system/random.h"
 
+namespace zel::tools {
+
 namespace {
 
 // These two are stored with every password: they never change.
@@ -83,3 +85,5 @@ void UnscramblePassword(CString& s) {
     for (int i = 0; i < n; ++i) out[i] = field[PasswordSlot(i + 2)];
     s = password;
 }
+
+}  // namespace zel::tools

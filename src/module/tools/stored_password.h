@@ -4,6 +4,8 @@
 
 class CString;
 
+namespace zel::tools {
+
 /// The stored form of a password: a text of 80 bytes, filled with random characters of 32 to 122. Over the filler lie,
 /// scattered by a fixed table, a length of two decimal digits (slots 0 and 1) and the password's characters (from slot
 /// 2 up). Then every byte is changed by exclusive or with one constant. It keeps a password from a passing glance, not
@@ -23,3 +25,5 @@ void ScramblePassword(CString& s);
 /// Replaces a stored form by the password. A text of another length than 80 is left as it is; a damaged one gives some
 /// text or none.
 void UnscramblePassword(CString& s);
+
+}  // namespace zel::tools

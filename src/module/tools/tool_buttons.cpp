@@ -5,10 +5,12 @@
 #include "module/tools/open_copy_log.h"
 #include "module/tools/zel_trans_batch.h"
 
+using namespace zel;
+
 // The buttons of the main dialog that open another one.
 
 void CZelTransDlg::OnButtonZeltransBatch() {
-    CZelTransBatch batch(nullptr);
+    tools::CZelTransBatch batch(nullptr);
     batch.m_pTransDlg = this;
     batch.DoModal();
     m_bImportSkip = IgnoreZelFontErrors() ? 1 : 0;
@@ -17,7 +19,7 @@ void CZelTransDlg::OnButtonZeltransBatch() {
 
 void CZelTransDlg::OnButtonZeltransCopyFiles() {
     CCopyDlg copy(nullptr);
-    copy.OpenDialog(&OpenCopyLog);
+    copy.OpenDialog(&tools::OpenCopyLog);
 }
 
 void CZelTransDlg::OnButtonZeltransFTP() {

@@ -2,6 +2,8 @@
 
 #include "platform/framework/data_exchange.h"
 
+namespace zel::tools {
+
 CZelRGBA::CZelRGBA(CWnd* parent) : CDialog(kRgbaDialog, parent) {}
 
 BEGIN_MESSAGE_MAP(CZelRGBA, CDialog)
@@ -41,3 +43,5 @@ void CZelRGBA::OnRadioObject() {
 void CZelRGBA::OnRadioBackground() {
     m_bInsertBackground = m_bInsertBackground == 0;
 }
+
+}  // namespace zel::tools

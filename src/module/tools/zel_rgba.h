@@ -2,6 +2,8 @@
 
 #include "platform/framework/cdialog.h"
 
+namespace zel::tools {
+
 inline constexpr UINT kRgbaDialog = 135;
 enum RgbaControl : int { kRgbaObjectRadio = 1341, kRgbaBackgroundRadio = 1344 };
 
@@ -25,3 +27,5 @@ class CZelRGBA : public CDialog {
 
     DECLARE_MESSAGE_MAP()
 };
+
+}  // namespace zel::tools

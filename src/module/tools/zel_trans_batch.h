@@ -5,6 +5,8 @@
 
 class CZelTransDlg;
 
+namespace zel::tools {
+
 inline constexpr UINT kBatchDialog = 130;
 enum BatchControl : int {
     kStartIdEdit = 1013,
@@ -54,3 +56,5 @@ class CZelTransBatch : public CDialog {
     void Export(CWnd& main_window, int id, const char* id_text);
     void ShowStatus(const char* format, const char* id_text);
 };
+
+}  // namespace zel::tools

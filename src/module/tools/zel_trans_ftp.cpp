@@ -3,14 +3,16 @@
 #include <cstddef>
 #include <iterator>
 
+#include "module/contract/host_messages.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/dialog/browse.h"
 #include "module/dialog/recent_list.h"
-#include "module/contract/zel_trans_dlg.h"
-#include "module/contract/host_messages.h"
 #include "module/state/module_state.h"
+#include "module/tools/stored_password.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/data_exchange.h"
-#include "module/tools/stored_password.h"
+
+using namespace zel;
 
 #define FTP_OFFSET(member) (offsetof(CZelTransFTP, member) - offsetof(CZelTransFTP, m_pTransDlg))
 // What the host reads, counted from the first member.
@@ -105,7 +107,7 @@ BOOL CZelTransFTP::OnInitDialog() {
     ShowAccount();
     for (int n = 0; n < 10; ++n) {
         for (const RecentBox& recent : kRecentBoxes)
-            AppendRecentEntry(*m_pTransDlg, n, recent.list, *this, recent.combo_box);
+            dialog::AppendRecentEntry(*m_pTransDlg, n, recent.list, *this, recent.combo_box);
     }
     for (const RecentBox& recent : kRecentBoxes) SelectNewest(*this, recent.combo_box);
     if (CWnd* const file = GetDlgItem(kFtpFileEdit)) file->SetFocus();
@@ -117,7 +119,7 @@ void CZelTransFTP::ReadAccount(const char* section) {
     m_strUsername = app.GetProfileStringA(section, "Username");
     m_bSavePassword = static_cast<BOOL>(app.GetProfileIntA(section, "SavePassword", 0));
     if (m_bSavePassword != 0) m_strPassword = app.GetProfileStringA(section, "Password");
-    if (m_bSavePassword != 0 && !m_strPassword.IsEmpty()) UnscramblePassword(m_strPassword);
+    if (m_bSavePassword != 0 && !m_strPassword.IsEmpty()) tools::UnscramblePassword(m_strPassword);
 }
 
 void CZelTransFTP::ShowAccount() {
@@ -135,7 +137,7 @@ void CZelTransFTP::RequestHostFtp() {
     for (const RecentBox& recent : kRecentBoxes) {
         CString text;
         GetDlgItemText(recent.combo_box, text);
-        BringToTop(*this, recent.combo_box, text);
+        dialog::BringToTop(*this, recent.combo_box, text);
     }
     SaveFtpOptions();
 }
@@ -148,7 +150,7 @@ void CZelTransFTP::SaveFtpOptions() {
         m_pTransDlg->DeleteZelTransRegistrySubKey(lists[i].GetBuffer(0));
     }
     for (std::size_t i = 0; i < std::size(lists); ++i)
-        StoreRecentEntries(*m_pTransDlg, lists[i].GetBuffer(0), *this, kRecentBoxes[i].combo_box);
+        dialog::StoreRecentEntries(*m_pTransDlg, lists[i].GetBuffer(0), *this, kRecentBoxes[i].combo_box);
     CWinApp& app = App();
     app.WriteProfileInt(kSection, "OverwriteAll", m_bOverwriteAll);
     app.WriteProfileStringA(kSection, "MessageNumber", m_strFile);
@@ -157,7 +159,7 @@ void CZelTransFTP::SaveFtpOptions() {
     app.WriteProfileInt(kSection, "SavePassword", m_bSavePassword);
     app.WriteProfileInt(kSection, "Passive FTP Transfer", m_bPassive);
     if (m_bSavePassword == 0 || m_strPassword.IsEmpty()) return;
-    ScramblePassword(m_strPassword);
+    tools::ScramblePassword(m_strPassword);
     app.WriteProfileStringA(kSection, "Password", m_strPassword);
 }
 
@@ -181,9 +183,9 @@ void CZelTransFTP::OnButtonBrowseRemote() {
 }
 
 void CZelTransFTP::OnButtonBrowseLocal() {
-    PickedFile picked;
-    if (PickFile(*this, kFtpLocalDirBox, "Local Directory", picked))
-        BringToTop(*this, kFtpLocalDirBox, picked.directory);
+    dialog::PickedFile picked;
+    if (dialog::PickFile(*this, kFtpLocalDirBox, "Local Directory", picked))
+        dialog::BringToTop(*this, kFtpLocalDirBox, picked.directory);
 }
 
 void CZelTransFTP::OnCheckImportSkip() {

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+namespace zel::translate {
+
 /// edge_type of a font; stored values. Types above 3 carry no edge.
 enum EdgeType : int { kEdgeNone = 0, kEdgeBorder = 1, kEdgeShadow = 2, kEdgeOffset = 3 };
 
@@ -30,3 +32,5 @@ constexpr int EdgeHeight(int edge_type, int /*direction*/, int edge_size) noexce
 constexpr bool HasEdge(int edge_type) noexcept {
     return edge_type >= kEdgeBorder && edge_type <= kEdgeOffset;
 }
+
+}  // namespace zel::translate

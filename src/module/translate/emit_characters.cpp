@@ -3,13 +3,15 @@
 #include <cstring>
 #include <memory>
 
+#include "module/contract/records/char_inf.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
 #include "module/state/module_state.h"
-#include "platform/framework/exceptions.h"
-#include "module/contract/records/char_inf.h"
 #include "module/translate/edge.h"
 #include "module/translate/font_face.h"
+#include "platform/framework/exceptions.h"
+
+using namespace zel;
 
 namespace {
 
@@ -97,7 +99,7 @@ CharacterWalk::CharacterWalk(const CZelMessage& message, CZelFont& fonts, CWnd* 
 void CharacterWalk::Run() {
     m_info->log_font = m_log_font.get();
     m_info->left_margin = m_message.m_pMsgHeader->frame_left;
-    InitLogFont(m_log_font.get());
+    translate::InitLogFont(m_log_font.get());
     m_info->message_start = 1;
     static_assert(sizeof m_fonts.m_Palette == sizeof *m_message.m_pPalette);
     std::memcpy(m_fonts.m_Palette, m_message.m_pPalette, sizeof m_fonts.m_Palette);
@@ -129,12 +131,12 @@ void CharacterWalk::EmitEmptyRow(const tag_msg_row& row) {
     m_info->font_copy = nullptr;
     m_info->slot = -1;
     StartRow({row.Y(), row.Top(), row.Bottom() - row.Top()});
-    CallOnChar(m_host, m_info.get(), kEmptyRowCharacter);
+    state::CallOnChar(m_host, m_info.get(), kEmptyRowCharacter);
 }
 
 // A character that is dropped leaves these four all the same.
 void CharacterWalk::DropChar(const tag_msg_char& character) {
-    InitLogFont(m_log_font.get());
+    translate::InitLogFont(m_log_font.get());
     m_info->row_start = 0;
     m_info->mf_flag = false;
     m_info->char_code = character.Code();
@@ -166,13 +168,13 @@ void CharacterWalk::EmitRow(const tag_msg_row& row) {
 
 void CharacterWalk::DescribeFont(const tag_font_header& header, LOGFONT& font) {
     const std::string_view name = header.Name();
-    InitLogFont(&font);
-    if (IsTrueTypeName(name)) {
-        ApplyTrueTypeName(name, font);
+    translate::InitLogFont(&font);
+    if (translate::IsTrueTypeName(name)) {
+        translate::ApplyTrueTypeName(name, font);
     } else {
-        ApplyFontMaps(header, *m_message.m_pOwner, m_found, font);
+        translate::ApplyFontMaps(header, *m_message.m_pOwner, m_found, font);
     }
-    ApplyFontHeight(header, font);
+    translate::ApplyFontHeight(header, font);
 }
 
 SlotFace& CharacterWalk::FaceOf(int slot, const tag_font_header& header) {
@@ -198,7 +200,7 @@ void CharacterWalk::MakeFace(int slot, const tag_font_header& header, std::uniqu
         face.looks[set] = {PackColour(colours[kFaceEntry]),
                            0.75F,
                            header.EdgeType(),
-                           EdgeAngle(header.EdgeDirection()),
+                           translate::EdgeAngle(header.EdgeDirection()),
                            header.edge_size,
                            PackColour(colours[kEdgeEntry])};
     }
@@ -206,7 +208,7 @@ void CharacterWalk::MakeFace(int slot, const tag_font_header& header, std::uniqu
     DescribeFont(header, face.text_form);
     face.found = m_found;
     face.bitmap_form = face.text_form;
-    WriteLegacyFace(face.bitmap_form, slot, header.Name());
+    translate::WriteLegacyFace(face.bitmap_form, slot, header.Name());
     face.bitmap_form.lfPitchAndFamily = 34;
 }
 
@@ -244,7 +246,7 @@ void CharacterWalk::EmitChar(const RowPlace& row, const tag_msg_char& character,
         info.font_copy = nullptr;
         info.colour_set = -1;
     }
-    CallOnChar(m_host, m_info.get(), code);
+    state::CallOnChar(m_host, m_info.get(), code);
     info.message_start = 0;
 }
 

@@ -1,8 +1,10 @@
+#include "module/contract/records/effpar.h"
 #include "module/contract/records/font_memory.h"
 #include "module/contract/zel_message.h"
 #include "module/translate/edge.h"
-#include "module/contract/records/effpar.h"
 #include "module/translate/font_face.h"
+
+using namespace zel;
 
 namespace {
 
@@ -18,22 +20,22 @@ bool HasDrawableGlyph(const tag_font_memory& slot) noexcept {
 
 void CZelMessage::MakeFontDescription(tag_font_memory* slot, LOGFONT* lf, int slot_index) {
     if (lf == nullptr) return;
-    InitLogFont(lf);
+    translate::InitLogFont(lf);
     const tag_font_header& header = *slot->font_header;
     const std::string_view name = header.Name();
-    if (IsTrueTypeName(name)) {
-        ApplyTrueTypeName(name, *lf);
+    if (translate::IsTrueTypeName(name)) {
+        translate::ApplyTrueTypeName(name, *lf);
     } else if (m_pOwner != nullptr) {
         CString found;
-        ApplyFontMaps(header, *m_pOwner, found, *lf);
+        translate::ApplyFontMaps(header, *m_pOwner, found, *lf);
     } else {
         if (name.find(" Bold ") != std::string_view::npos) lf->lfWeight = 700;
         if (name.find(" Italic ") != std::string_view::npos) lf->lfItalic = 1;
-        WriteLegacyFace(*lf, slot_index, name);
+        translate::WriteLegacyFace(*lf, slot_index, name);
     }
-    ApplyFontHeight(header, *lf);
+    translate::ApplyFontHeight(header, *lf);
     // One drawable glyph makes the slot a legacy font; an installed face then reaches the host per character only.
-    if (HasDrawableGlyph(*slot)) WriteLegacyFace(*lf, slot_index, name);
+    if (HasDrawableGlyph(*slot)) translate::WriteLegacyFace(*lf, slot_index, name);
 }
 
 void CZelMessage::ApplySlotEffects(tag_font_memory* slot, EFFPAR* effect) {
@@ -43,8 +45,8 @@ void CZelMessage::ApplySlotEffects(tag_font_memory* slot, EFFPAR* effect) {
     effect->effect_ratio = 0.75;
     effect->effect_const = 4;
     effect->edge_type = header.EdgeType();
-    effect->edge_on = HasEdge(header.EdgeType()) ? 1 : 0;
-    effect->edge_angle = EdgeAngle(header.EdgeDirection());
+    effect->edge_on = translate::HasEdge(header.EdgeType()) ? 1 : 0;
+    effect->edge_angle = translate::EdgeAngle(header.EdgeDirection());
     effect->edge_size = header.edge_size;
     if (m_pPalette == nullptr) return;
     effect->face_colour = PackColour(m_pPalette->colour_sets[kSlotColourSet][kFaceEntry]);

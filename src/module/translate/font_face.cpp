@@ -8,6 +8,8 @@
 #include "module/contract/zel_trans_dlg.h"
 #include "module/translate/edge.h"
 
+namespace zel::translate {
+
 namespace {
 
 constexpr std::string_view kTrueTypePrefix = "TT ";
@@ -108,3 +110,5 @@ void WriteLegacyFace(LOGFONT& lf, int slot, std::string_view font_name) noexcept
     end += font_name.copy(end, kMostOfName);
     WriteFace(lf, {face, end});
 }
+
+}  // namespace zel::translate

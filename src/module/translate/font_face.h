@@ -8,6 +8,8 @@
 
 class CZelTransDlg;
 
+namespace zel::translate {
+
 /// Clears the description and sets the module's defaults: "Arial", 50 high, weight 400.
 void InitLogFont(LOGFONT* lf);
 
@@ -27,3 +29,5 @@ void ApplyFontHeight(const tag_font_header& header, LOGFONT& lf) noexcept;
 
 /// The face name that marks a legacy font: "Zelmara! (3) Name", the name cut to 14 characters.
 void WriteLegacyFace(LOGFONT& lf, int slot, std::string_view font_name) noexcept;
+
+}  // namespace zel::translate

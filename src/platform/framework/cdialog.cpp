@@ -1,8 +1,10 @@
 #include "platform/framework/cdialog.h"
 
-#include "platform/seam/desktop.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/window.h"
+#include "platform/seam/desktop.h"
+
+using namespace zel;
 
 namespace {
 
@@ -14,10 +16,10 @@ constexpr int PixelsY(int units) {
     return (units * 13 + 4) / 8;
 }
 
-const DialogTemplate* FindTemplate(UINT id) {
+const framework::DialogTemplate* FindTemplate(UINT id) {
     const HINSTANCE module = AfxGetModuleState()->m_hCurrentResourceHandle;
     if (module == nullptr) return nullptr;
-    for (const DialogTemplate& candidate : module->dialogs) {
+    for (const framework::DialogTemplate& candidate : module->dialogs) {
         if (candidate.id == id) return &candidate;
     }
     return nullptr;
@@ -55,7 +57,7 @@ BOOL CDialog::Create(UINT templateId, CWnd*) {
 }
 
 bool CDialog::MakeWindow() {
-    const DialogTemplate* const source = FindTemplate(m_templateId);
+    const framework::DialogTemplate* const source = FindTemplate(m_templateId);
     if (source == nullptr || m_hWnd != nullptr) return false;
     const RECT place = {0, 0, PixelsX(source->cx), PixelsY(source->cy)};
     if (!CWnd::Create(nullptr, source->caption, 0, place, nullptr, 0)) return false;
@@ -64,14 +66,15 @@ bool CDialog::MakeWindow() {
     m_result = -1;
     m_hasEnded = false;
     HWND first = nullptr;
-    for (const ControlTemplate& control : source->controls) {
-        const HWND made = HWND__::Make(m_hWnd, MakeControl(control));
+    for (const framework::ControlTemplate& control : source->controls) {
+        const HWND made = HWND__::Make(m_hWnd, framework::MakeControl(control));
         made->rect = {PixelsX(control.x), PixelsY(control.y), PixelsX(control.x + control.cx),
                       PixelsY(control.y + control.cy)};
-        if (control.kind == ControlKind::default_button) m_defaultId = static_cast<UINT>(control.id);
-        if (first == nullptr && (control.flags & ctl_tab_stop) != 0 && made->shown && made->enabled) first = made;
+        if (control.kind == framework::ControlKind::default_button) m_defaultId = static_cast<UINT>(control.id);
+        if (first == nullptr && (control.flags & framework::ctl::tab_stop) != 0 && made->shown && made->enabled)
+            first = made;
     }
-    const bool focusIsOpen = SendMessage(WM_INITDIALOG, static_cast<WPARAM>(ToParam(first)), 0) != 0;
+    const bool focusIsOpen = SendMessage(WM_INITDIALOG, static_cast<WPARAM>(framework::ToParam(first)), 0) != 0;
     if (focusIsOpen && first != nullptr && IsWindow(first)) first->SetFocus();
     if (m_hWnd != nullptr && !m_hasEnded && (source->style & WS_VISIBLE) != 0) m_hWnd->SetShown(true);
     return m_hWnd != nullptr;
@@ -82,7 +85,7 @@ INT_PTR CDialog::DoModal() {
     const WindowGuard guard(*this);
     if (!m_hasEnded) {
         ShowWindow(SW_SHOW);
-        GetDesktop().RunModal(*this);
+        seam::GetDesktop().RunModal(*this);
     }
     return m_result;
 }
@@ -92,7 +95,7 @@ void CDialog::EndDialog(int result) {
     m_hasEnded = true;
     if (m_hWnd == nullptr) return;
     m_hWnd->SetShown(false);
-    m_hWnd->Changed(WindowChange::ended);
+    m_hWnd->Changed(framework::WindowChange::ended);
 }
 
 CWnd* CDialog::GetControl(std::size_t index) const {
@@ -107,12 +110,12 @@ LRESULT CDialog::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CLOSE:
             return SendMessage(WM_COMMAND, IDCANCEL, 0);
         case WM_NEXTDLGCTL:
-            if (CWnd* const control = lParam != 0 ? FromHandle(FromParam<HWND__>(wParam)) : nullptr)
+            if (CWnd* const control = lParam != 0 ? FromHandle(framework::FromParam<HWND__>(wParam)) : nullptr)
                 control->SetFocus();
             return 0;
         case DM_SETDEFID:
             m_defaultId = static_cast<UINT>(wParam);
-            if (m_hWnd != nullptr) m_hWnd->Changed(WindowChange::default_button);
+            if (m_hWnd != nullptr) m_hWnd->Changed(framework::WindowChange::default_button);
             return TRUE;
         case DM_GETDEFID:
             return m_defaultId != 0 ? static_cast<LRESULT>(MAKEWPARAM(m_defaultId, DC_HASDEFID)) : 0;

@@ -34,7 +34,9 @@ class ZEL_PLATFORM_API CDialog : public CWnd {
 
     UINT GetTemplateId() const noexcept { return m_templateId; }
     /// The template of the window; null while there is none.
-    const DialogTemplate* GetTemplate() const noexcept { return m_hWnd != nullptr ? m_template : nullptr; }
+    const zel::framework::DialogTemplate* GetTemplate() const noexcept {
+        return m_hWnd != nullptr ? m_template : nullptr;
+    }
     /// The control made from the template's control `index`; null beyond the last.
     CWnd* GetControl(std::size_t index) const;
     /// Id of the default button, 0 for none.
@@ -57,7 +59,7 @@ class ZEL_PLATFORM_API CDialog : public CWnd {
     bool MakeWindow();
 
     UINT m_templateId = 0;
-    const DialogTemplate* m_template = nullptr;
+    const zel::framework::DialogTemplate* m_template = nullptr;
     UINT m_defaultId = 0;
     INT_PTR m_result = -1;
     bool m_hasEnded = false;

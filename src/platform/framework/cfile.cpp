@@ -7,6 +7,8 @@
 #include "platform/system/errors.h"
 #include "platform/system/path_lookup.h"
 
+using namespace zel;
+
 CFile::~CFile() {
     Close();
 }
@@ -16,7 +18,7 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
     if ((flags & ~(modeRead | shareDenyNone | typeBinary)) != 0) {
         SetLastError(ERROR_INVALID_PARAMETER);
     } else {
-        m_descriptor = OpenForReading(name, &m_length);
+        m_descriptor = system::OpenForReading(name, &m_length);
     }
     if (m_descriptor >= 0) return TRUE;
     if (error != nullptr) {
@@ -28,7 +30,7 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
 }
 
 UINT CFile::Read(void* buffer, UINT count) noexcept {
-    const std::size_t came = ReadFully(m_descriptor, buffer, count, m_position);
+    const std::size_t came = system::ReadFully(m_descriptor, buffer, count, m_position);
     m_position += came;
     return static_cast<UINT>(came);
 }

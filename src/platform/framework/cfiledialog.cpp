@@ -8,6 +8,8 @@
 #include "platform/seam/desktop.h"
 #include "platform/system/files.h"
 
+using namespace zel;
+
 CFileDialog::CFileDialog(BOOL openFileDialog, const char* defExt, const char* fileName, DWORD flags, const char* filter,
                          CWnd* parent)
     : m_bOpenFileDialog(openFileDialog), m_filter(filter) {
@@ -26,8 +28,8 @@ INT_PTR CFileDialog::DoModal() {
         m_ofn.nMaxFile = sizeof m_szFileName;
     }
     std::string chosen;
-    if (GetDesktop().RunFileDialog(*this, chosen) != IDOK) return IDCANCEL;
-    const std::string path = ModulePath(chosen);
+    if (seam::GetDesktop().RunFileDialog(*this, chosen) != IDOK) return IDCANCEL;
+    const std::string path = system::ModulePath(chosen);
     if (path.empty() || path.size() >= m_ofn.nMaxFile) return IDCANCEL;
     std::memcpy(m_ofn.lpstrFile, path.c_str(), path.size() + 1);
     return IDOK;

@@ -4,6 +4,8 @@
 #include "base/fold_case.h"
 #include "platform/framework/window.h"
 
+namespace zel::framework {
+
 /// The controls' answers to their messages, as the system's own controls give them.
 
 namespace {
@@ -90,9 +92,9 @@ class ListWindow : public HWND__ {
 
   private:
     std::size_t SortedPlace(LPARAM entry) const {
-        if ((flags & ctl_sorted) == 0 || entry == 0) return m_list.size();
-        const auto place =
-            std::upper_bound(m_list.begin(), m_list.end(), std::string_view(FromParam<const char>(entry)), LessFolded);
+        if ((flags & ctl::sorted) == 0 || entry == 0) return m_list.size();
+        const auto place = std::upper_bound(m_list.begin(), m_list.end(),
+                                            std::string_view(FromParam<const char>(entry)), base::LessFolded);
         return static_cast<std::size_t>(place - m_list.begin());
     }
 };
@@ -171,7 +173,8 @@ class ComboWindow : public ListWindow {
         if (before < 0 || before >= count) before = -1;
         for (LRESULT step = 1; step <= count; ++step) {
             const LRESULT index = (before + step) % count;
-            if (EqualsFolded(m_list[static_cast<std::size_t>(index)], FromParam<const char>(wanted))) return index;
+            if (base::EqualsFolded(m_list[static_cast<std::size_t>(index)], FromParam<const char>(wanted)))
+                return index;
         }
         return CB_ERR;
     }
@@ -239,9 +242,9 @@ class ButtonWindow : public HWND__ {
     void Click() {
         if (!enabled) return;
         SetFocus();
-        if ((flags & ctl_auto) != 0 && m_kind == ControlKind::check_box) {
+        if ((flags & ctl::automatic) != 0 && m_kind == ControlKind::check_box) {
             SetCheck(m_check == BST_UNCHECKED ? BST_CHECKED : BST_UNCHECKED);
-        } else if ((flags & ctl_auto) != 0 && m_kind == ControlKind::radio_button) {
+        } else if ((flags & ctl::automatic) != 0 && m_kind == ControlKind::radio_button) {
             for (ButtonWindow* const other : Group()) other->SetCheck(other == this ? BST_CHECKED : BST_UNCHECKED);
         }
         Notify(BN_CLICKED);
@@ -252,13 +255,14 @@ class ButtonWindow : public HWND__ {
         std::vector<ButtonWindow*> group;
         bool isOwn = false;
         for (const auto& sibling : parent->children) {
-            if ((sibling->flags & ctl_group) != 0) {
+            if ((sibling->flags & ctl::group) != 0) {
                 if (isOwn) break;
                 group.clear();
             }
             isOwn = isOwn || sibling.get() == this;
             auto* const button = dynamic_cast<ButtonWindow*>(sibling.get());
-            if (button != nullptr && button->m_kind == ControlKind::radio_button && (button->flags & ctl_auto) != 0) {
+            if (button != nullptr && button->m_kind == ControlKind::radio_button &&
+                (button->flags & ctl::automatic) != 0) {
                 group.push_back(button);
             }
         }
@@ -297,7 +301,9 @@ std::unique_ptr<HWND__> MakeControl(const ControlTemplate& control) {
     window->id = control.id == 0xFFFF ? IDC_STATIC : control.id;
     window->flags = control.flags;
     window->text = control.text != nullptr ? control.text : "";
-    window->shown = (control.flags & ctl_hidden) == 0;
-    window->enabled = (control.flags & ctl_disabled) == 0;
+    window->shown = (control.flags & ctl::hidden) == 0;
+    window->enabled = (control.flags & ctl::disabled) == 0;
     return window;
 }
+
+}  // namespace zel::framework

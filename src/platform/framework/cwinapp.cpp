@@ -1,9 +1,11 @@
 #include "platform/framework/cwinapp.h"
 
-#include "platform/seam/desktop.h"
 #include "platform/framework/message_box.h"
+#include "platform/seam/desktop.h"
 #include "platform/seam/settings_store.h"
 #include "platform/system/text.h"
+
+using namespace zel;
 
 namespace {
 
@@ -37,27 +39,30 @@ CWinApp::~CWinApp() {
 }
 
 UINT CWinApp::GetProfileIntA(const char* section, const char* entry, int defaultValue) {
-    return static_cast<UINT>(GetSettingsStore().GetProfileInt(OrEmpty(section), OrEmpty(entry)).value_or(defaultValue));
+    return static_cast<UINT>(seam::GetSettingsStore()
+                                 .GetProfileInt(system::OrEmpty(section), system::OrEmpty(entry))
+                                 .value_or(defaultValue));
 }
 
 CString CWinApp::GetProfileStringA(const char* section, const char* entry, const char* defaultText) {
-    const auto text = GetSettingsStore().GetProfileText(OrEmpty(section), OrEmpty(entry));
+    const auto text = seam::GetSettingsStore().GetProfileText(system::OrEmpty(section), system::OrEmpty(entry));
     return text ? CString(text->c_str()) : CString(defaultText);
 }
 
 BOOL CWinApp::WriteProfileInt(const char* section, const char* entry, int value) {
-    return GetSettingsStore().SetProfileInt(OrEmpty(section), OrEmpty(entry), value);
+    return seam::GetSettingsStore().SetProfileInt(system::OrEmpty(section), system::OrEmpty(entry), value);
 }
 
 BOOL CWinApp::WriteProfileStringA(const char* section, const char* entry, const char* text) {
-    return GetSettingsStore().SetProfileText(OrEmpty(section), OrEmpty(entry), OrEmpty(text));
+    return seam::GetSettingsStore().SetProfileText(system::OrEmpty(section), system::OrEmpty(entry),
+                                                   system::OrEmpty(text));
 }
 
 void CWinApp::DoWaitCursor(int code) {
     const int before = g_waitCursors;
     if (code > 0) ++g_waitCursors;
     if (code < 0 && g_waitCursors > 0) --g_waitCursors;
-    if ((before == 0) != (g_waitCursors == 0)) GetDesktop().SetWaitCursor(g_waitCursors > 0);
+    if ((before == 0) != (g_waitCursors == 0)) seam::GetDesktop().SetWaitCursor(g_waitCursors > 0);
 }
 
 CWinApp* AfxGetApp() {
@@ -123,7 +128,8 @@ CWaitCursor::~CWaitCursor() {
 }
 
 int MessageBoxA(HWND owner, const char* text, const char* caption, UINT style) {
-    return GetDesktop().ShowMessageBox(owner, OrEmpty(text), caption != nullptr ? caption : "Error", style);
+    return seam::GetDesktop().ShowMessageBox(owner, system::OrEmpty(text), caption != nullptr ? caption : "Error",
+                                             style);
 }
 
 int AfxMessageBox(const char* text, UINT type, UINT) {

@@ -8,6 +8,8 @@
 #include "platform/framework/message_box.h"
 #include "platform/framework/window.h"
 
+using namespace zel;
+
 namespace {
 
 HWND g_lockedOut = nullptr;  // window whose controls' notifications are dropped, during UpdateData
@@ -132,7 +134,7 @@ int CWnd::GetDlgItemText(int id, char* text, int maximum) const {
 }
 
 void CWnd::SetWindowText(const char* text) {
-    SendMessage(WM_SETTEXT, 0, ToParam(text));
+    SendMessage(WM_SETTEXT, 0, framework::ToParam(text));
 }
 
 void CWnd::GetWindowText(CString& text) const {
@@ -144,7 +146,7 @@ void CWnd::GetWindowText(CString& text) const {
 int CWnd::GetWindowText(char* text, int maximum) const {
     if (text == nullptr || maximum <= 0) return 0;
     *text = '\0';
-    return static_cast<int>(SendMessageA(m_hWnd, WM_GETTEXT, static_cast<WPARAM>(maximum), ToParam(text)));
+    return static_cast<int>(SendMessageA(m_hWnd, WM_GETTEXT, static_cast<WPARAM>(maximum), framework::ToParam(text)));
 }
 
 int CWnd::GetWindowTextLength() const {
@@ -189,7 +191,7 @@ void CWnd::GetWindowRect(RECT* rect) const {
 void CWnd::MoveWindow(int x, int y, int width, int height, BOOL) {
     if (m_hWnd == nullptr) return;
     m_hWnd->rect = {x, y, x + width, y + height};
-    m_hWnd->Changed(WindowChange::rect);
+    m_hWnd->Changed(framework::WindowChange::rect);
 }
 
 void CWnd::MoveWindow(const RECT* rect, BOOL repaint) {
@@ -218,11 +220,11 @@ int CWnd::MessageBox(const char* text, const char* caption, UINT type) {
     return MessageBoxA(m_hWnd, text, caption != nullptr ? caption : AfxGetApp()->m_pszAppName.GetString(), type);
 }
 
-void CWnd::AddChangeListener(WindowListener& listener) {
+void CWnd::AddChangeListener(framework::WindowListener& listener) {
     if (m_hWnd != nullptr) m_hWnd->listeners.push_back(&listener);
 }
 
-void CWnd::RemoveChangeListener(WindowListener& listener) {
+void CWnd::RemoveChangeListener(framework::WindowListener& listener) {
     if (m_hWnd != nullptr) std::erase(m_hWnd->listeners, &listener);
 }
 

@@ -12,6 +12,8 @@ class CDataExchange;
 class CWnd;
 struct CCreateContext;
 
+namespace zel::framework {
+
 /// What has changed in a window.
 enum class WindowChange {
     text,
@@ -33,6 +35,8 @@ class ZEL_PLATFORM_API WindowListener {
     virtual ~WindowListener();
     virtual void WindowChanged(CWnd& window, WindowChange change) = 0;
 };
+
+}  // namespace zel::framework
 
 /// A window: an object that stands for a handle. A window without a parent is a top window. All of it belongs to one
 /// thread. Left out: painting, menus, timers, posting of messages, the keyboard and the mouse (a desktop's affair).
@@ -99,8 +103,8 @@ class ZEL_PLATFORM_API CWnd : public CCmdTarget {
 
     /// Who hears of changes in this top window, the first that was added first. The caller keeps it alive until it is
     /// removed or the window is gone.
-    void AddChangeListener(WindowListener& listener);
-    void RemoveChangeListener(WindowListener& listener);
+    void AddChangeListener(zel::framework::WindowListener& listener);
+    void RemoveChangeListener(zel::framework::WindowListener& listener);
 
   protected:
     friend LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

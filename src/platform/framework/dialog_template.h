@@ -7,12 +7,14 @@
 /// Dialog templates as data. Rectangles are in dialog units: a quarter of the font's average width, an eighth of its
 /// height.
 
+namespace zel::framework {
+
 enum class ControlKind {
     group_box,
     static_text,
     edit,
     combo_box,  // drop-down, with an edit field
-    list_box,   // scrolling, at most one entry selected; ctl_sorted keeps its entries in order
+    list_box,   // scrolling, at most one entry selected; ctl::sorted keeps its entries in order
     push_button,
     default_button,
     multi_line_button,
@@ -21,22 +23,21 @@ enum class ControlKind {
 };
 
 /// Properties of a control, to be combined with |.
-enum ControlFlag : unsigned {
-    ctl_none = 0,
-    ctl_hidden = 1u << 0,
-    ctl_disabled = 1u << 1,
-    ctl_password = 1u << 2,
-    ctl_auto_scroll = 1u << 3,
-    ctl_no_hide_selection = 1u << 4,
-    ctl_sorted = 1u << 5,
-    ctl_tab_stop = 1u << 6,
-    ctl_group = 1u << 7,  // first control of a group, which lasts until the next such control
-    ctl_centred = 1u << 8,
-    ctl_static_edge = 1u << 9,
-    ctl_auto = 1u << 10  // a click changes the state of the check box or radio button
-};
+namespace ctl {
+inline constexpr unsigned none = 0, hidden = 1u << 0, disabled = 1u << 1, password = 1u << 2, auto_scroll = 1u << 3,
+                          no_hide_selection = 1u << 4, sorted = 1u << 5, tab_stop = 1u << 6;
+/// First control of a group, which lasts until the next such control.
+inline constexpr unsigned group = 1u << 7;
+inline constexpr unsigned centred = 1u << 8, static_edge = 1u << 9;
+/// A click changes the state of the check box or radio button.
+inline constexpr unsigned automatic = 1u << 10;
+}  // namespace ctl
+
+}  // namespace zel::framework
 
 inline constexpr int IDC_STATIC = -1;  // a control without an id
+
+namespace zel::framework {
 
 struct ControlTemplate {
     int id;  // IDC_STATIC for none
@@ -46,8 +47,12 @@ struct ControlTemplate {
     unsigned flags;
 };
 
+}  // namespace zel::framework
+
 inline constexpr DWORD DS_MODALFRAME = 0x80, DS_SETFONT = 0x40;
 inline constexpr DWORD WS_POPUP = 0x80000000, WS_VISIBLE = 0x10000000, WS_CAPTION = 0x00C00000, WS_SYSMENU = 0x00080000;
+
+namespace zel::framework {
 
 struct DialogTemplate {
     UINT id;
@@ -59,9 +64,11 @@ struct DialogTemplate {
     std::span<const ControlTemplate> controls;
 };
 
+}  // namespace zel::framework
+
 /// What a module handle points to: the module's name and its dialog templates. The module defines one, of static
 /// duration.
-struct ModuleInstance {
+struct HINSTANCE__ {
     const char* name;
-    std::span<const DialogTemplate> dialogs;
+    std::span<const zel::framework::DialogTemplate> dialogs;
 };

@@ -12,6 +12,8 @@ bool g_refused = false;  // whether a main entry has returned 0 since the last l
 
 }  // namespace
 
+namespace zel::framework {
+
 ModuleLifetime::ModuleLifetime(HINSTANCE module, ModuleEntry entry, bool refusable) : m_module(module), m_entry(entry) {
     if (m_entry(m_module, DLL_PROCESS_ATTACH, nullptr) == 0 && refusable) g_refused = true;
 }
@@ -19,6 +21,8 @@ ModuleLifetime::ModuleLifetime(HINSTANCE module, ModuleEntry entry, bool refusab
 ModuleLifetime::~ModuleLifetime() {
     m_entry(m_module, DLL_PROCESS_DETACH, nullptr);
 }
+
+}  // namespace zel::framework
 
 void* AfxLoadLibrary(const char* path) {
     g_refused = false;

@@ -15,6 +15,8 @@
 
 inline constexpr DWORD DLL_PROCESS_DETACH = 0, DLL_PROCESS_ATTACH = 1, DLL_THREAD_ATTACH = 2, DLL_THREAD_DETACH = 3;
 
+namespace zel::framework {
+
 using ModuleEntry = int (*)(HINSTANCE module, DWORD reason, void* reserved);
 
 /// Calls an entry on construction and destruction; a static object of it is the module's link to its own load and
@@ -33,10 +35,12 @@ class ZEL_PLATFORM_API ModuleLifetime {
     ModuleEntry m_entry;
 };
 
+}  // namespace zel::framework
+
 #define ZEL_MODULE_STATIC [[gnu::init_priority(200)]]
-#define ZEL_MODULE_ENTRY(instance, hook, entry)                                                        \
-    [[gnu::init_priority(101)]] static const ModuleLifetime g_moduleHook(&(instance), &(hook), false); \
-    [[gnu::init_priority(300)]] static const ModuleLifetime g_moduleEntry(&(instance), &(entry), true);
+#define ZEL_MODULE_ENTRY(instance, hook, entry)                                                                        \
+    [[gnu::init_priority(101)]] static const zel::framework::ModuleLifetime g_moduleHook(&(instance), &(hook), false); \
+    [[gnu::init_priority(300)]] static const zel::framework::ModuleLifetime g_moduleEntry(&(instance), &(entry), true);
 
 /// Loads a module by a path of this system. The handle is that of the system's loader, fit for dlsym.
 /// @return null when the file can't be loaded (last error 126) or its main entry returned 0 (1114); it is unloaded

@@ -6,6 +6,8 @@
 
 #include "platform/system/errors.h"
 
+using namespace zel;
+
 namespace {
 
 /// The windows that exist.
@@ -18,7 +20,11 @@ HWND g_focus = nullptr;
 
 }  // namespace
 
+namespace zel::framework {
+
 WindowListener::~WindowListener() = default;
+
+}  // namespace zel::framework
 
 BOOL IsWindow(HWND window) {
     return window != nullptr && Live().contains(window);
@@ -46,7 +52,7 @@ HWND HWND__::Make(HWND parent, std::unique_ptr<HWND__> window) {
 
 void HWND__::Destroy(HWND window) {
     if (!IsWindow(window)) return;
-    window->Changed(WindowChange::destroyed);
+    window->Changed(framework::WindowChange::destroyed);
     SendMessageA(window, WM_DESTROY, 0, 0);
     if (!IsWindow(window)) return;  // a handler has been faster
     if (window->parent == nullptr) {
@@ -70,13 +76,13 @@ HWND__::~HWND__() {
 LRESULT HWND__::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SETTEXT:
-            SetText(lParam != 0 ? FromParam<const char>(lParam) : "");
+            SetText(lParam != 0 ? framework::FromParam<const char>(lParam) : "");
             return TRUE;
         case WM_GETTEXTLENGTH:
             return static_cast<LRESULT>(text.size());
         case WM_GETTEXT: {
             if (wParam == 0 || lParam == 0) return 0;
-            char* const out = FromParam<char>(lParam);
+            char* const out = framework::FromParam<char>(lParam);
             const std::size_t length = std::min<std::size_t>(text.size(), wParam - 1);
             std::copy_n(text.data(), length, out);
             out[length] = '\0';
@@ -112,7 +118,7 @@ HWND__* HWND__::Child(int childId) {
 }
 
 void HWND__::SetFocus() {
-    if (std::exchange(g_focus, this) != this) Changed(WindowChange::focus);
+    if (std::exchange(g_focus, this) != this) Changed(framework::WindowChange::focus);
 }
 
 HWND HWND__::Focus() {
@@ -120,23 +126,24 @@ HWND HWND__::Focus() {
 }
 
 void HWND__::SetShown(bool on) {
-    if (std::exchange(shown, on) != on) Changed(WindowChange::visible);
+    if (std::exchange(shown, on) != on) Changed(framework::WindowChange::visible);
 }
 
 void HWND__::SetEnabled(bool on) {
-    if (std::exchange(enabled, on) != on) Changed(WindowChange::enabled);
+    if (std::exchange(enabled, on) != on) Changed(framework::WindowChange::enabled);
 }
 
-void HWND__::Changed(WindowChange change) {
-    const std::vector<WindowListener*> hearers = Top().listeners;  // one may remove itself
-    for (WindowListener* const hearer : hearers) hearer->WindowChanged(Object(), change);
+void HWND__::Changed(framework::WindowChange change) {
+    const std::vector<framework::WindowListener*> hearers = Top().listeners;  // one may remove itself
+    for (framework::WindowListener* const hearer : hearers) hearer->WindowChanged(Object(), change);
 }
 
 void HWND__::Notify(UINT code) {
-    if (parent != nullptr) SendMessageA(parent, WM_COMMAND, MAKEWPARAM(static_cast<UINT>(id), code), ToParam(this));
+    if (parent != nullptr)
+        SendMessageA(parent, WM_COMMAND, MAKEWPARAM(static_cast<UINT>(id), code), framework::ToParam(this));
 }
 
 void HWND__::SetText(const char* newText) {
     text = newText;
-    Changed(WindowChange::text);
+    Changed(framework::WindowChange::text);
 }

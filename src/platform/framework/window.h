@@ -36,17 +36,17 @@ struct HWND__ {
 
     void SetShown(bool on);
     void SetEnabled(bool on);
-    void Changed(WindowChange change);
+    void Changed(zel::framework::WindowChange change);
     /// Sends the parent a notification of this control; the window may be gone afterwards.
     void Notify(UINT code);
 
     CWnd* object = nullptr;
-    std::vector<WindowListener*> listeners;  // of a top window
+    std::vector<zel::framework::WindowListener*> listeners;  // of a top window
     HWND parent = nullptr;
     std::vector<std::unique_ptr<HWND__>> children;
 
     int id = 0;
-    unsigned flags = 0;  // ControlFlag values
+    unsigned flags = 0;  // ctl:: values
     std::string text;
     RECT rect{};                  // in the parent, of a top window on the screen
     std::size_t limit = INT_MAX;  // characters that a user may type
@@ -60,6 +60,8 @@ struct HWND__ {
   private:
     std::unique_ptr<CWnd> m_temporary;
 };
+
+namespace zel::framework {
 
 /// Makes the window of a template's control, without a place in a parent yet.
 std::unique_ptr<HWND__> MakeControl(const ControlTemplate& control);
@@ -76,3 +78,5 @@ T* FromParam(WPARAM value) noexcept {
 inline LPARAM ToParam(const void* pointer) noexcept {
     return reinterpret_cast<LPARAM>(pointer);
 }
+
+}  // namespace zel::framework

@@ -4,6 +4,8 @@
 
 #include "platform/framework/window.h"
 
+namespace zel::script {
+
 namespace {
 
 DialogActor* g_actor = nullptr;
@@ -57,10 +59,11 @@ CWnd* DialogDriver::Usable(int id) const {
 }
 
 bool DialogDriver::IsListBox(int id) const {
-    const DialogTemplate* const source = m_dialog.GetTemplate();
+    const framework::DialogTemplate* const source = m_dialog.GetTemplate();
     return source != nullptr &&
-           std::any_of(source->controls.begin(), source->controls.end(),
-                       [id](const auto& control) { return control.id == id && control.kind == ControlKind::list_box; });
+           std::any_of(source->controls.begin(), source->controls.end(), [id](const auto& control) {
+               return control.id == id && control.kind == framework::ControlKind::list_box;
+           });
 }
 
 bool DialogDriver::Type(int id, const std::string& text) {
@@ -135,7 +138,7 @@ std::vector<std::string> DialogDriver::List(int id) const {
         const auto index = static_cast<WPARAM>(i);
         const LRESULT length = control->SendMessage(box ? LB_GETTEXTLEN : CB_GETLBTEXTLEN, index);
         std::string entry(static_cast<std::size_t>(length), '\0');
-        control->SendMessage(box ? LB_GETTEXT : CB_GETLBTEXT, index, ToParam(entry.data()));
+        control->SendMessage(box ? LB_GETTEXT : CB_GETLBTEXT, index, framework::ToParam(entry.data()));
         list.push_back(std::move(entry));
     }
     return list;
@@ -155,3 +158,5 @@ bool DialogDriver::IsVisible(int id) const {
     const CWnd* const control = m_dialog.GetDlgItem(id);
     return control != nullptr && control->IsWindowVisible();
 }
+
+}  // namespace zel::script

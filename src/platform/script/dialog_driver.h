@@ -5,6 +5,8 @@
 
 #include "platform/framework/cdialog.h"
 
+namespace zel::script {
+
 /// How a user's doings reach a dialog. This one sends the control messages; that of a screen works the widgets. The
 /// controls exist, and are visible and enabled.
 class ZEL_PLATFORM_API DialogActor {
@@ -57,3 +59,5 @@ class ZEL_PLATFORM_API DialogDriver {
 
     CDialog& m_dialog;
 };
+
+}  // namespace zel::script

@@ -6,9 +6,14 @@
 #include "platform/system/files.h"
 #include "platform/system/text.h"
 
+namespace zel::script {
+
 namespace {
 
-Desktop* g_desktop = nullptr;
+seam::Desktop* MakeDefaultDesktop() {
+    return new HeadlessDesktop;
+}
+[[maybe_unused]] const bool g_is_default = seam::SetDefaultDesktop(&MakeDefaultDesktop);
 
 /// The queue's next item, nothing when it is empty.
 template <class T>
@@ -20,18 +25,6 @@ std::optional<T> TakeNext(std::deque<T>& queue) {
 }
 
 }  // namespace
-
-Desktop::~Desktop() = default;
-
-Desktop* SetDesktop(Desktop* desktop) {
-    return std::exchange(g_desktop, desktop);
-}
-
-Desktop& GetDesktop() {
-    if (g_desktop != nullptr) return *g_desktop;
-    static auto& desktop = *new HeadlessDesktop;  // outlives every module
-    return desktop;
-}
 
 HeadlessDesktop::HeadlessDesktop() = default;
 HeadlessDesktop::~HeadlessDesktop() = default;
@@ -86,10 +79,10 @@ void HeadlessDesktop::RunModal(CDialog& dialog) {
 }
 
 int HeadlessDesktop::RunFileDialog(CFileDialog& dialog, std::string& path) {
-    FileDialog shown{OrEmpty(dialog.m_ofn.lpstrTitle),
-                     OrEmpty(dialog.m_ofn.lpstrInitialDir),
-                     OrEmpty(dialog.m_ofn.lpstrFile),
-                     OrEmpty(dialog.m_ofn.lpstrFilter),
+    FileDialog shown{system::OrEmpty(dialog.m_ofn.lpstrTitle),
+                     system::OrEmpty(dialog.m_ofn.lpstrInitialDir),
+                     system::OrEmpty(dialog.m_ofn.lpstrFile),
+                     system::OrEmpty(dialog.m_ofn.lpstrFilter),
                      IDCANCEL,
                      std::string()};
     std::optional<std::string> answer;
@@ -101,7 +94,7 @@ int HeadlessDesktop::RunFileDialog(CFileDialog& dialog, std::string& path) {
     if (answer && !answer->empty()) {
         path = *answer;
         shown.answer = IDOK;
-        shown.path = ModulePath(path);
+        shown.path = system::ModulePath(path);
     }
     m_fileDialogs.push_back(shown);
     if (m_fileObserver) m_fileObserver(shown);
@@ -120,3 +113,5 @@ bool HeadlessDesktop::RunCommand(const std::string& commandLine) {
     m_commands.push_back(commandLine);
     return true;
 }
+
+}  // namespace zel::script

@@ -8,12 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "platform/seam/desktop.h"
 #include "platform/script/dialog_driver.h"
+#include "platform/seam/desktop.h"
+
+namespace zel::script {
 
 /// A desktop without a screen, driven by a script: it answers what it is asked as it was told beforehand, and records
 /// it. Nothing ever waits: a dialog that its handler leaves open is closed as by its title bar.
-class ZEL_PLATFORM_API HeadlessDesktop : public Desktop {
+class ZEL_PLATFORM_API HeadlessDesktop : public seam::Desktop {
   public:
     struct Box {
         HWND owner = nullptr;
@@ -98,3 +100,5 @@ class ZEL_PLATFORM_API HeadlessDesktop : public Desktop {
     std::vector<std::string> m_commands;
     bool m_waitCursor = false;
 };
+
+}  // namespace zel::script

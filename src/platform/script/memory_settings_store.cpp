@@ -4,6 +4,8 @@
 
 #include "base/fold_case.h"
 
+namespace zel::script {
+
 namespace {
 
 template <class T, class Map>
@@ -13,30 +15,21 @@ std::optional<T> ProfileValue(const Map& profile, const std::string& section, co
     return std::get<T>(found->second);
 }
 
-SettingsStore* g_store = nullptr;
+seam::SettingsStore* MakeDefaultStore() {
+    return new MemorySettingsStore;
+}
+[[maybe_unused]] const bool g_is_default = seam::SetDefaultSettingsStore(&MakeDefaultStore);
 
 }  // namespace
 
 bool NameLess::operator()(std::string_view a, std::string_view b) const noexcept {
-    return LessFolded(a, b);
+    return base::LessFolded(a, b);
 }
 
 bool NameLess::operator()(const std::pair<std::string, std::string>& a,
                           const std::pair<std::string, std::string>& b) const noexcept {
     if ((*this)(a.first, b.first)) return true;
     return !(*this)(b.first, a.first) && (*this)(a.second, b.second);
-}
-
-SettingsStore::~SettingsStore() = default;
-
-SettingsStore* SetSettingsStore(SettingsStore* store) {
-    return std::exchange(g_store, store);
-}
-
-SettingsStore& GetSettingsStore() {
-    if (g_store != nullptr) return *g_store;
-    static auto& store = *new MemorySettingsStore;  // outlives every module
-    return store;
 }
 
 MemorySettingsStore::MemorySettingsStore() {
@@ -63,8 +56,8 @@ bool MemorySettingsStore::SetProfileText(const std::string& section, const std::
     return true;
 }
 
-std::vector<ProfileEntry> MemorySettingsStore::ProfileEntries() {
-    std::vector<ProfileEntry> entries;
+std::vector<seam::ProfileEntry> MemorySettingsStore::ProfileEntries() {
+    std::vector<seam::ProfileEntry> entries;
     entries.reserve(m_profile.size());
     for (const auto& [names, value] : m_profile) entries.push_back({names.first, names.second, value});
     return entries;
@@ -82,7 +75,7 @@ bool MemorySettingsStore::KeyHasSubKeys(const std::string& key) {
     const std::string prefix = key.empty() ? key : key + "\\";
     const auto isBelow = [&](const auto& entry) {
         const std::string_view path = entry.first;
-        return path.size() > prefix.size() && EqualsFolded(path.substr(0, prefix.size()), prefix);
+        return path.size() > prefix.size() && base::EqualsFolded(path.substr(0, prefix.size()), prefix);
     };
     return std::any_of(m_keys.begin(), m_keys.end(), isBelow);
 }
@@ -98,7 +91,7 @@ bool MemorySettingsStore::DeleteKey(const std::string& key) {
     return !key.empty() && m_keys.erase(key) == 1;
 }
 
-std::optional<RegistryValue> MemorySettingsStore::GetValue(const std::string& key, const std::string& name) {
+std::optional<seam::RegistryValue> MemorySettingsStore::GetValue(const std::string& key, const std::string& name) {
     const auto found = m_keys.find(key);
     if (found == m_keys.end()) return std::nullopt;
     const auto value = found->second.find(name);
@@ -106,7 +99,7 @@ std::optional<RegistryValue> MemorySettingsStore::GetValue(const std::string& ke
     return value->second;
 }
 
-bool MemorySettingsStore::SetValue(const std::string& key, const std::string& name, const RegistryValue& value) {
+bool MemorySettingsStore::SetValue(const std::string& key, const std::string& name, const seam::RegistryValue& value) {
     const auto found = m_keys.find(key);
     if (found == m_keys.end()) return false;
     found->second[name] = value;
@@ -125,3 +118,5 @@ bool MemorySettingsStore::DeleteValue(const std::string& key, const std::string&
     const auto found = m_keys.find(key);
     return found != m_keys.end() && found->second.erase(name) == 1;
 }
+
+}  // namespace zel::script

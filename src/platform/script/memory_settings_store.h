@@ -7,6 +7,8 @@
 
 #include "platform/seam/settings_store.h"
 
+namespace zel::script {
+
 /// Order of names without regard to the case of ASCII letters.
 struct ZEL_PLATFORM_API NameLess {
     bool operator()(std::string_view a, std::string_view b) const noexcept;
@@ -15,7 +17,7 @@ struct ZEL_PLATFORM_API NameLess {
 };
 
 /// Settings that last as long as the object.
-class ZEL_PLATFORM_API MemorySettingsStore : public SettingsStore {
+class ZEL_PLATFORM_API MemorySettingsStore : public seam::SettingsStore {
   public:
     MemorySettingsStore();
     ~MemorySettingsStore() override;
@@ -24,19 +26,21 @@ class ZEL_PLATFORM_API MemorySettingsStore : public SettingsStore {
     std::optional<std::string> GetProfileText(const std::string& section, const std::string& entry) override;
     bool SetProfileInt(const std::string& section, const std::string& entry, int value) override;
     bool SetProfileText(const std::string& section, const std::string& entry, const std::string& text) override;
-    std::vector<ProfileEntry> ProfileEntries() override;
+    std::vector<seam::ProfileEntry> ProfileEntries() override;
     bool DeleteProfileEntry(const std::string& section, const std::string& entry) override;
 
     bool KeyExists(const std::string& key) override;
     bool KeyHasSubKeys(const std::string& key) override;
     bool CreateKey(const std::string& key) override;
     bool DeleteKey(const std::string& key) override;
-    std::optional<RegistryValue> GetValue(const std::string& key, const std::string& name) override;
-    bool SetValue(const std::string& key, const std::string& name, const RegistryValue& value) override;
+    std::optional<seam::RegistryValue> GetValue(const std::string& key, const std::string& name) override;
+    bool SetValue(const std::string& key, const std::string& name, const seam::RegistryValue& value) override;
     std::vector<std::string> ValueNames(const std::string& key) override;
     bool DeleteValue(const std::string& key, const std::string& name) override;
 
   private:
     std::map<std::pair<std::string, std::string>, std::variant<int, std::string>, NameLess> m_profile;
-    std::map<std::string, std::map<std::string, RegistryValue, NameLess>, NameLess> m_keys;
+    std::map<std::string, std::map<std::string, seam::RegistryValue, NameLess>, NameLess> m_keys;
 };
+
+}  // namespace zel::script

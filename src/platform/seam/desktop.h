@@ -8,6 +8,8 @@
 class CDialog;
 class CFileDialog;
 
+namespace zel::seam {
+
 /// What a screen must be able to do. All calls come on the user-interface thread; each returns when the user has
 /// answered.
 class ZEL_PLATFORM_API Desktop {
@@ -42,3 +44,8 @@ class ZEL_PLATFORM_API Desktop {
 /// @return the one before, null if that was the default.
 ZEL_PLATFORM_API Desktop* SetDesktop(Desktop* desktop);
 ZEL_PLATFORM_API Desktop& GetDesktop();
+
+/// Sets what makes the default desktop; called once, while the platform is loaded. @return true.
+bool SetDefaultDesktop(Desktop* (*make)()) noexcept;
+
+}  // namespace zel::seam

@@ -8,6 +8,8 @@
 #include "platform/api.h"
 #include "platform/system/types.h"
 
+namespace zel::seam {
+
 /// One value of the registry.
 struct RegistryValue {
     DWORD type = 0;  // REG_SZ ...
@@ -63,3 +65,8 @@ class ZEL_PLATFORM_API SettingsStore {
 /// @return the one before, null if that was the default.
 ZEL_PLATFORM_API SettingsStore* SetSettingsStore(SettingsStore* store);
 ZEL_PLATFORM_API SettingsStore& GetSettingsStore();
+
+/// Sets what makes the default store; called once, while the platform is loaded. @return true.
+bool SetDefaultSettingsStore(SettingsStore* (*make)()) noexcept;
+
+}  // namespace zel::seam

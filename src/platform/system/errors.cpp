@@ -52,6 +52,8 @@ void SetLastError(DWORD error) noexcept {
     t_lastError = error;
 }
 
+namespace zel::system {
+
 DWORD ErrorFromErrno(int value) noexcept {
     switch (value) {
         case 0:
@@ -94,6 +96,8 @@ DWORD ErrorFromErrno(int value) noexcept {
             return ERROR_GEN_FAILURE;
     }
 }
+
+}  // namespace zel::system
 
 DWORD FormatMessageA(DWORD flags, const void*, DWORD message, DWORD, char* buffer, DWORD, void*) noexcept {
     if (flags != (FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM) || buffer == nullptr) {

@@ -17,8 +17,12 @@ inline constexpr DWORD ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2, ERROR_PATH_N
 ZEL_PLATFORM_API DWORD GetLastError() noexcept;
 ZEL_PLATFORM_API void SetLastError(DWORD error) noexcept;
 
+namespace zel::system {
+
 /// The system's error number for a value of errno; ERROR_GEN_FAILURE for one that has no counterpart.
 ZEL_PLATFORM_API DWORD ErrorFromErrno(int value) noexcept;
+
+}  // namespace zel::system
 
 inline constexpr DWORD FORMAT_MESSAGE_ALLOCATE_BUFFER = 0x100, FORMAT_MESSAGE_FROM_SYSTEM = 0x1000;
 

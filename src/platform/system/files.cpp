@@ -14,15 +14,17 @@
 #include "platform/system/errors.h"
 #include "platform/system/path_lookup.h"
 
+using namespace zel;
+
 DWORD GetFileAttributesA(const char* path) noexcept {
-    NativeName name;
+    system::NativeName name;
     struct stat status {};
     DWORD error = name.Set(path);
     if (error == ERROR_SUCCESS && ::stat(name.Get(), &status) != 0) {
-        error = ErrorFromErrno(errno);
+        error = system::ErrorFromErrno(errno);
         if (errno == ENOENT || errno == ENOTDIR) {
             error = name.MendCase();
-            if (error == ERROR_SUCCESS && ::stat(name.Get(), &status) != 0) error = ErrorFromErrno(errno);
+            if (error == ERROR_SUCCESS && ::stat(name.Get(), &status) != 0) error = system::ErrorFromErrno(errno);
         }
         if (error >= ERROR_NOT_DOS_DISK)
             error = error == ERROR_FILENAME_EXCED_RANGE ? ERROR_PATH_NOT_FOUND : ERROR_NOT_READY;
@@ -48,7 +50,7 @@ void CopyPart(char* out, std::size_t room, std::string_view part) noexcept {
 
 }  // namespace
 
-namespace crt {
+namespace zel::crt {
 
 void _splitpath(const char* path, char* drive, char* dir, char* fname, char* ext) noexcept {
     std::string_view rest = path != nullptr ? path : "";
@@ -80,4 +82,4 @@ int _heapmin() noexcept {
     return 0;
 }
 
-}  // namespace crt
+}  // namespace zel::crt

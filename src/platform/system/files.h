@@ -17,6 +17,8 @@ inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF, FILE_ATTRIBUTE_DIRE
 /// error comes up, except the one that MountUnreadableDrive sets for a drive.
 ZEL_PLATFORM_API DWORD GetFileAttributesA(const char* path) noexcept;
 
+namespace zel::system {
+
 /// Mounts a drive letter on a directory of this system; an empty directory unmounts it. Without a mount, paths with
 /// that letter aren't found. Process-wide, as is the next.
 ZEL_PLATFORM_API void MountDrive(char letter, const std::string& directory);
@@ -38,8 +40,10 @@ ZEL_PLATFORM_API DWORD PathError(const char* modulePath) noexcept;
 /// drive letter. An absolute path outside every mount keeps its leading separator.
 ZEL_PLATFORM_API std::string ModulePath(const std::string& nativePath);
 
+}  // namespace zel::system
+
 /// The runtime library's calls whose names the standard library has taken, or doesn't have.
-namespace crt {
+namespace zel::crt {
 
 inline constexpr int _MAX_DRIVE = 3, _MAX_DIR = 256, _MAX_FNAME = 256, _MAX_EXT = 256;
 
@@ -51,4 +55,4 @@ ZEL_PLATFORM_API void _splitpath(const char* path, char* drive, char* dir, char*
 /// Gives free heap memory back to the system. Always 0.
 ZEL_PLATFORM_API int _heapmin() noexcept;
 
-}  // namespace crt
+}  // namespace zel::crt

@@ -15,6 +15,8 @@
 #include "platform/system/errors.h"
 #include "platform/system/files.h"
 
+namespace zel::system {
+
 namespace {
 
 struct Drive {
@@ -28,7 +30,7 @@ std::array<Drive, 26>& Drives() {
 }
 
 constexpr bool IsLetter(char c) noexcept {
-    return FoldCase(c) >= 'a' && FoldCase(c) <= 'z';
+    return base::FoldCase(c) >= 'a' && base::FoldCase(c) <= 'z';
 }
 constexpr char Turn(char c) noexcept {
     return c == '\\' ? '/' : c;
@@ -37,7 +39,7 @@ constexpr char Turn(char c) noexcept {
 /// The drive that a path begins with, null for none.
 Drive* DriveOf(std::string_view path) {
     if (path.size() < 2 || path[1] != ':' || !IsLetter(path[0])) return nullptr;
-    return &Drives()[static_cast<std::size_t>(FoldCase(path[0]) - 'a')];
+    return &Drives()[static_cast<std::size_t>(base::FoldCase(path[0]) - 'a')];
 }
 
 bool Exists(const char* path) noexcept {
@@ -61,7 +63,7 @@ bool FindInDirectory(const char* directory, char* name, std::size_t length) noex
     bool found = false;
     while (const dirent* entry = ::readdir(stream)) {
         const std::string_view candidate(entry->d_name);
-        if (!EqualsFolded(candidate, wanted) || (found && candidate >= wanted)) continue;
+        if (!base::EqualsFolded(candidate, wanted) || (found && candidate >= wanted)) continue;
         std::memcpy(name, candidate.data(), length);
         found = true;
     }
@@ -209,3 +211,5 @@ std::string ModulePath(const std::string& nativePath) {
     std::replace(path.begin(), path.end(), '/', '\\');
     return path;
 }
+
+}  // namespace zel::system

@@ -5,6 +5,8 @@
 
 #include "platform/system/types.h"
 
+namespace zel::system {
+
 /// From a path in the module's form to a file of this system, without allocating. Private to the platform.
 
 /// A path of this system in a fixed buffer.
@@ -35,3 +37,5 @@ int OpenForReading(const char* modulePath, ULONGLONG* length = nullptr) noexcept
 /// Reads from a place in the file until `count` bytes are there, the file ends or an error comes. The descriptor's own
 /// position stays. @return the bytes read.
 std::size_t ReadFully(int descriptor, void* buffer, std::size_t count, ULONGLONG offset) noexcept;
+
+}  // namespace zel::system

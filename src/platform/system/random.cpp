@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+using namespace zel;
+
 namespace {
 
 std::uint32_t g_state = 1;

@@ -7,6 +7,8 @@
 #include "platform/seam/settings_store.h"
 #include "platform/system/errors.h"
 
+using namespace zel;
+
 /// An open key: its path below the root.
 struct HKEY__ {
     std::string path;
@@ -41,7 +43,7 @@ LONG RegOpenKeyExA(HKEY key, const char* subKey, DWORD, REGSAM, HKEY* result) {
     if (key == nullptr || result == nullptr) return Result(ERROR_INVALID_PARAMETER);
     *result = nullptr;
     std::string path = Join(key, subKey);
-    if (!GetSettingsStore().KeyExists(path)) return Result(ERROR_FILE_NOT_FOUND);
+    if (!seam::GetSettingsStore().KeyExists(path)) return Result(ERROR_FILE_NOT_FOUND);
     *result = new HKEY__{std::move(path)};
     return Result(ERROR_SUCCESS);
 }
@@ -51,8 +53,8 @@ LONG RegCreateKeyExA(HKEY key, const char* subKey, DWORD, const char*, DWORD, RE
     if (key == nullptr || result == nullptr) return Result(ERROR_INVALID_PARAMETER);
     *result = nullptr;
     std::string path = Join(key, subKey);
-    const bool existed = GetSettingsStore().KeyExists(path);
-    if (!existed && !GetSettingsStore().CreateKey(path)) return Result(ERROR_ACCESS_DENIED);
+    const bool existed = seam::GetSettingsStore().KeyExists(path);
+    if (!existed && !seam::GetSettingsStore().CreateKey(path)) return Result(ERROR_ACCESS_DENIED);
     if (disposition != nullptr) *disposition = existed ? REG_OPENED_EXISTING_KEY : REG_CREATED_NEW_KEY;
     *result = new HKEY__{std::move(path)};
     return Result(ERROR_SUCCESS);
@@ -60,7 +62,7 @@ LONG RegCreateKeyExA(HKEY key, const char* subKey, DWORD, const char*, DWORD, RE
 
 LONG RegQueryValueExA(HKEY key, const char* name, DWORD*, DWORD* type, BYTE* data, DWORD* size) {
     if (key == nullptr || (data != nullptr && size == nullptr)) return Result(ERROR_INVALID_PARAMETER);
-    const auto value = GetSettingsStore().GetValue(key->path, NameOf(name));
+    const auto value = seam::GetSettingsStore().GetValue(key->path, NameOf(name));
     if (!value) return Result(ERROR_FILE_NOT_FOUND);
     if (type != nullptr) *type = value->type;
     if (size == nullptr) return Result(ERROR_SUCCESS);
@@ -73,16 +75,17 @@ LONG RegQueryValueExA(HKEY key, const char* name, DWORD*, DWORD* type, BYTE* dat
 
 LONG RegSetValueExA(HKEY key, const char* name, DWORD, DWORD type, const BYTE* data, DWORD size) {
     if (key == nullptr || (data == nullptr && size != 0)) return Result(ERROR_INVALID_PARAMETER);
-    RegistryValue value{type, {}};
+    seam::RegistryValue value{type, {}};
     if (size != 0) value.bytes.assign(data, data + size);
-    return Result(GetSettingsStore().SetValue(key->path, NameOf(name), value) ? ERROR_SUCCESS : ERROR_ACCESS_DENIED);
+    return Result(seam::GetSettingsStore().SetValue(key->path, NameOf(name), value) ? ERROR_SUCCESS
+                                                                                    : ERROR_ACCESS_DENIED);
 }
 
 LONG RegDeleteKeyA(HKEY key, const char* subKey) {
     if (key == nullptr || subKey == nullptr) return Result(ERROR_INVALID_PARAMETER);
     const std::string path = Join(key, subKey);
-    if (!GetSettingsStore().KeyExists(path)) return Result(ERROR_FILE_NOT_FOUND);
-    const bool deleted = !GetSettingsStore().KeyHasSubKeys(path) && GetSettingsStore().DeleteKey(path);
+    if (!seam::GetSettingsStore().KeyExists(path)) return Result(ERROR_FILE_NOT_FOUND);
+    const bool deleted = !seam::GetSettingsStore().KeyHasSubKeys(path) && seam::GetSettingsStore().DeleteKey(path);
     return Result(deleted ? ERROR_SUCCESS : ERROR_ACCESS_DENIED);
 }
 

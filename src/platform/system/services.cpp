@@ -4,6 +4,8 @@
 #include "platform/system/keys.h"
 #include "platform/system/version.h"
 
+using namespace zel;
+
 namespace {
 
 constexpr DWORD kPlatformNt = 2;
@@ -15,12 +17,12 @@ DWORD g_minorVersion = 0;
 
 SHORT GetAsyncKeyState(int virtualKey) {
     constexpr SHORT kDown = INT16_MIN;  // the topmost bit
-    return GetDesktop().IsKeyDown(virtualKey) ? kDown : SHORT{0};
+    return seam::GetDesktop().IsKeyDown(virtualKey) ? kDown : SHORT{0};
 }
 
 UINT WinExec(const char* commandLine, UINT) {
     constexpr UINT kStarted = 33;  // anything above 31 is success
-    return GetDesktop().RunCommand(commandLine != nullptr ? commandLine : "") ? kStarted : ERROR_FILE_NOT_FOUND;
+    return seam::GetDesktop().RunCommand(commandLine != nullptr ? commandLine : "") ? kStarted : ERROR_FILE_NOT_FOUND;
 }
 
 BOOL GetVersionExA(OSVERSIONINFOA* info) {
@@ -32,7 +34,11 @@ BOOL GetVersionExA(OSVERSIONINFOA* info) {
     return TRUE;
 }
 
+namespace zel::system {
+
 void SetSystemVersion(DWORD major, DWORD minor) {
     g_majorVersion = major;
     g_minorVersion = minor;
 }
+
+}  // namespace zel::system

@@ -26,8 +26,8 @@ struct HWND__;
 using HWND = HWND__*;
 struct HKEY__;
 using HKEY = HKEY__*;
-struct ModuleInstance;  // see framework/dialog_template.h
-using HINSTANCE = const ModuleInstance*;
+struct HINSTANCE__;  // see framework/dialog_template.h
+using HINSTANCE = const HINSTANCE__*;
 
 #ifndef TRUE
 #define TRUE 1

@@ -19,5 +19,9 @@ static_assert(sizeof(OSVERSIONINFOA) == 148);
 /// disk, so that the button is enabled.
 ZEL_PLATFORM_API BOOL GetVersionExA(OSVERSIONINFOA* info);
 
+namespace zel::system {
+
 /// Sets the version that GetVersionExA tells from now on.
 ZEL_PLATFORM_API void SetSystemVersion(DWORD major, DWORD minor);
+
+}  // namespace zel::system

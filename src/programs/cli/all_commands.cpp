@@ -9,6 +9,8 @@
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
 
+namespace zel::cli {
+
 extern "C" __attribute__((visibility("default"))) int RunAnyCommand(int argc, char** argv) {
     // In the order in which the help lists them.
     static constexpr NamedCommand kCommands[] = {
@@ -19,3 +21,5 @@ extern "C" __attribute__((visibility("default"))) int RunAnyCommand(int argc, ch
     static_assert(std::is_same_v<decltype(&RunAnyCommand), RunAnyCommandFunction>);
     return RunProgram(argc, argv, kCommands);
 }
+
+}  // namespace zel::cli

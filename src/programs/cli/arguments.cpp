@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+namespace zel::cli {
+
 void SayError(const std::string& text) {
     std::fprintf(stderr, "zeltrans: %s\n", text.c_str());
 }
@@ -35,18 +37,20 @@ void AddMaps(CLI::App& command, std::optional<std::string>& directory) {
     AddPath(command, "--maps", directory, "DIR", "the directory of the two name lists [none]");
 }
 
-void AddFontPrompt(CLI::App& command, BoxAnswer& answer, std::optional<std::string>& browse) {
-    AddChoice<BoxAnswer>(command, "--answer", answer,
-                         {{"yes", BoxAnswer::kYes}, {"no", BoxAnswer::kNo}, {"cancel", BoxAnswer::kCancel}},
-                         "answer of the prompt to browse for a missing font");
+void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std::string>& browse) {
+    AddChoice<host::BoxAnswer>(
+        command, "--answer", answer,
+        {{"yes", host::BoxAnswer::kYes}, {"no", host::BoxAnswer::kNo}, {"cancel", host::BoxAnswer::kCancel}},
+        "answer of the prompt to browse for a missing font");
     AddPath(command, "--browse", browse, "FILE", "the file that the file dialog for a missing font gives [cancelled]");
 }
 
-void AddHostOptions(CLI::App& command, HostOptions& options, RgbaAnswer& rgba) {
-    AddChoice<RgbaAnswer>(
-        command, "--rgba", rgba,
-        {{"object", RgbaAnswer::kObject}, {"background", RgbaAnswer::kBackground}, {"cancel", RgbaAnswer::kCancel}},
-        "how an RGBA picture is inserted");
+void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnswer& rgba) {
+    AddChoice<run::RgbaAnswer>(command, "--rgba", rgba,
+                               {{"object", run::RgbaAnswer::kObject},
+                                {"background", run::RgbaAnswer::kBackground},
+                                {"cancel", run::RgbaAnswer::kCancel}},
+                               "how an RGBA picture is inserted");
     AddChoice<int>(command, "--lines", options.lines, {{"486", 486}, {"576", 576}},
                    "active lines of the host's video standard");
     command.add_flag("--tt-convert", options.tt_convert, "send run-coded characters as text in an installed typeface");
@@ -63,3 +67,5 @@ void AddSettings(CLI::App& command, std::optional<std::string>& directory) {
 void AddExample(CLI::App& command, const std::string& example) {
     command.footer("Example:\n  " + example);
 }
+
+}  // namespace zel::cli

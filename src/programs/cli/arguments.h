@@ -12,6 +12,8 @@
 #include "host/run/dialog_script.h"
 #include "host/user_desktop.h"
 
+namespace zel::cli {
+
 /// Exit codes of the command.
 enum ExitCode { kDone = 0, kNotDone = 1, kWrongArguments = 2 };
 
@@ -56,11 +58,13 @@ void AddPath(CLI::App& command, const std::string& name, std::optional<std::stri
 
 /// The directory of the name lists, and how a prompt for a missing font is answered.
 void AddMaps(CLI::App& command, std::optional<std::string>& directory);
-void AddFontPrompt(CLI::App& command, BoxAnswer& answer, std::optional<std::string>& browse);
+void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std::string>& browse);
 
 /// What the host sets in the module's dialog, and how the choice for an RGBA picture is answered.
-void AddHostOptions(CLI::App& command, HostOptions& options, RgbaAnswer& rgba);
+void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnswer& rgba);
 
 /// The directory of the stored settings, and an example of the command in its help.
 void AddSettings(CLI::App& command, std::optional<std::string>& directory);
 void AddExample(CLI::App& command, const std::string& example);
+
+}  // namespace zel::cli

@@ -8,27 +8,29 @@
 
 #include <nlohmann/json.hpp>
 
+#include "host/native_path.h"
+#include "host/recorder/batch_recorder.h"
+#include "host/recorder/resume.h"
+#include "host/run/batch_run.h"
+#include "module/dialog/id_text.h"
+#include "platform/system/files.h"
 #include "programs/cli/batch_progress.h"
 #include "programs/cli/interrupt.h"
 #include "programs/cli/output_file.h"
 #include "programs/cli/settings_scope.h"
 #include "programs/cli/trace_output.h"
 #include "programs/cli/warnings_printer.h"
-#include "module/dialog/id_text.h"
-#include "host/native_path.h"
-#include "host/recorder/batch_recorder.h"
-#include "host/recorder/resume.h"
-#include "host/run/batch_run.h"
-#include "platform/system/files.h"
+
+namespace zel::cli {
 
 namespace {
 
 struct BatchArguments {
-    BatchRequest request;
-    NumberRange range;
+    run::BatchRequest request;
+    run::NumberRange range;
     std::optional<std::string> library, directory, report, trace, settings;
     std::string name;
-    TracePixels pixels = TracePixels::kNo;
+    host::TracePixels pixels = host::TracePixels::kNo;
     bool resume = false;
     unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
 
@@ -39,18 +41,18 @@ struct BatchArguments {
 struct Span {
     int first = 0, last = -1;
 };
-Span SpanOf(const NumberRange& range) {
-    const std::string_view first = WithoutLeadingDot(range.first), last = WithoutLeadingDot(range.last);
-    if (CountDigits(first) != first.size() || CountDigits(last) != last.size()) return {};
-    const Span span{NumberOf(first), NumberOf(last)};
-    return span.last >= 1 && span.last <= kLargestNumber && span.first <= span.last ? span : Span{};
+Span SpanOf(const run::NumberRange& range) {
+    const std::string_view first = dialog::WithoutLeadingDot(range.first), last = dialog::WithoutLeadingDot(range.last);
+    if (dialog::CountDigits(first) != first.size() || dialog::CountDigits(last) != last.size()) return {};
+    const Span span{dialog::NumberOf(first), dialog::NumberOf(last)};
+    return span.last >= 1 && span.last <= dialog::kLargestNumber && span.first <= span.last ? span : Span{};
 }
 
 /// Hands the numbers of a batch that nothing is recorded of straight on.
-class ItemListener : public HostObserver {
+class ItemListener : public host::HostObserver {
   public:
     explicit ItemListener(BatchProgress& progress) : m_progress(progress) {}
-    void OnBatchItem(const BatchItem& item) override { m_progress.Hear({item, {}}); }
+    void OnBatchItem(const host::BatchItem& item) override { m_progress.Hear({item, {}}); }
 
   private:
     BatchProgress& m_progress;
@@ -64,17 +66,17 @@ class BatchCommand {
 
   private:
     void LeaveOutWhatIsRecorded();
-    BatchOutcome RunModule();
-    void WriteReport(const BatchOutcome& outcome);
+    run::BatchOutcome RunModule();
+    void WriteReport(const run::BatchOutcome& outcome);
 
     const BatchArguments& m_arguments;
-    BatchRequest m_request;
+    run::BatchRequest m_request;
     const Span m_span;
     SettingsScope m_settings;
     std::unique_ptr<TraceOutput> m_trace;
     std::unique_ptr<OutputFile> m_report;
-    FileDigests m_digests;
-    RecorderOptions m_recorder_options;
+    recorder::FileDigests m_digests;
+    recorder::RecorderOptions m_recorder_options;
     BatchProgress m_progress;
 };
 
@@ -91,9 +93,11 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
     m_recorder_options.context.disk = arguments.name;
     m_recorder_options.context.font_directory =
         m_request.fonts
-            ? AbsolutePath(*m_request.fonts)
-            : NativePath(MachineDirectory(ModulePath(AbsolutePath(MessageDirectoryOf(m_request.disk)))).c_str());
-    m_recorder_options.context.options = DescribeOptions(m_request.host, m_digests);
+            ? host::AbsolutePath(*m_request.fonts)
+            : system::NativePath(host::MachineDirectory(
+                                     system::ModulePath(host::AbsolutePath(run::MessageDirectoryOf(m_request.disk))))
+                                     .c_str());
+    m_recorder_options.context.options = recorder::DescribeOptions(m_request.host, m_digests);
     m_recorder_options.library = arguments.library;
     m_recorder_options.directory = arguments.directory;
     m_recorder_options.jobs = arguments.jobs;
@@ -101,32 +105,32 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
 
 // What is recorded but not among the files any more is written from the library.
 void BatchCommand::LeaveOutWhatIsRecorded() {
-    Library library(*m_arguments.library, Library::Access::kWrite);
-    const RecordingContext& context = m_recorder_options.context;
-    const std::set<int> numbers = UpToDateNumbers(library, context, m_span.first, m_span.last, m_digests);
+    library::Library library(*m_arguments.library, library::Library::Access::kWrite);
+    const recorder::RecordingContext& context = m_recorder_options.context;
+    const std::set<int> numbers = recorder::UpToDateNumbers(library, context, m_span.first, m_span.last, m_digests);
     for (const int number : numbers) {
         m_progress.LeftOut();
-        if (!m_arguments.directory || HasRecordingFiles(number, *m_arguments.directory, true)) continue;
+        if (!m_arguments.directory || recorder::HasRecordingFiles(number, *m_arguments.directory, true)) continue;
         if (const auto recording = library.Find({context.disk, number}))
-            WriteRecordingFiles(*recording, *m_arguments.directory);
+            recorder::WriteRecordingFiles(*recording, *m_arguments.directory);
     }
-    if (!numbers.empty()) m_request.ranges = RangesWithout(numbers, m_span.first, m_span.last);
+    if (!numbers.empty()) m_request.ranges = recorder::RangesWithout(numbers, m_span.first, m_span.last);
 }
 
-BatchOutcome BatchCommand::RunModule() {
+run::BatchOutcome BatchCommand::RunModule() {
     WarningsPrinter warnings;
     ItemListener listener(m_progress);
-    std::unique_ptr<BatchRecorder> recorder;
+    std::unique_ptr<recorder::BatchRecorder> recorder;
     if (m_arguments.Records()) {
-        recorder = std::make_unique<BatchRecorder>(m_recorder_options, m_digests,
-                                                   [this](const RecordedItem& item) { m_progress.Hear(item); });
+        recorder = std::make_unique<recorder::BatchRecorder>(
+            m_recorder_options, m_digests, [this](const recorder::RecordedItem& item) { m_progress.Hear(item); });
     }
-    std::vector<HostObserver*> observers;
+    std::vector<host::HostObserver*> observers;
     if (m_trace) observers.push_back(&m_trace->Observer());
     if (recorder) observers.push_back(&recorder->Pictures());
-    observers.push_back(recorder ? static_cast<HostObserver*>(recorder.get()) : &listener);
+    observers.push_back(recorder ? static_cast<host::HostObserver*>(recorder.get()) : &listener);
     if (m_arguments.request.warnings) observers.push_back(&warnings);
-    const BatchOutcome outcome = RunBatch(m_request, observers);
+    const run::BatchOutcome outcome = run::RunBatch(m_request, observers);
     if (recorder) recorder->Finish();
     return outcome;
 }
@@ -135,15 +139,15 @@ int BatchCommand::Run() {
     HeedInterrupts();
     m_request.stop = WasInterrupted;
     if (m_arguments.resume && m_span.first <= m_span.last) LeaveOutWhatIsRecorded();
-    BatchOutcome outcome;
+    run::BatchOutcome outcome;
     if (!m_request.ranges.empty()) outcome = RunModule();
     if (m_trace) m_trace->Commit();
     const std::string& disk = m_request.disk;
-    if (outcome.end == BatchEnd::kRefused) throw CommandError(disk + ": " + outcome.failure);
+    if (outcome.end == run::BatchEnd::kRefused) throw CommandError(disk + ": " + outcome.failure);
     m_progress.Close();
     if (m_report) WriteReport(outcome);
     if (!m_settings.Note().empty()) SayNote(m_settings.Note());
-    if (outcome.end == BatchEnd::kStopped) throw CommandError(disk + ": stopped before the end of the range");
+    if (outcome.end == run::BatchEnd::kStopped) throw CommandError(disk + ": stopped before the end of the range");
     if (!outcome.order_breaches.empty())
         throw CommandError(disk + ": the module broke its contract: " + outcome.order_breaches.front());
     const std::size_t failed = m_progress.FailureCount();
@@ -154,11 +158,11 @@ int BatchCommand::Run() {
     return kDone;
 }
 
-void BatchCommand::WriteReport(const BatchOutcome& outcome) {
+void BatchCommand::WriteReport(const run::BatchOutcome& outcome) {
     nlohmann::ordered_json report = {{"disk", m_request.disk},
                                      {"first", m_span.first},
                                      {"last", m_span.last},
-                                     {"stopped", outcome.end == BatchEnd::kStopped}};
+                                     {"stopped", outcome.end == run::BatchEnd::kStopped}};
     report.update(m_progress.Report());
     constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
     m_report->Write(report.dump(2, ' ', false, kReplaceBadUtf8) + "\n");
@@ -166,7 +170,7 @@ void BatchCommand::WriteReport(const BatchOutcome& outcome) {
 }
 
 void AddInputs(CLI::App& command, BatchArguments& arguments) {
-    BatchRequest& request = arguments.request;
+    run::BatchRequest& request = arguments.request;
     command.add_option("DISK", request.disk, "the disk: a directory with MESSAGES and MACHINE")
         ->required()
         ->type_name("")
@@ -195,7 +199,7 @@ void AddOutputs(CLI::App& command, BatchArguments& arguments) {
     AddPath(command, "--trace", arguments.trace, "FILE|-",
             "write all that the host hears, one JSON object a line; - is standard output");
     command.add_flag_callback(
-        "--pixels", [&arguments] { arguments.pixels = TracePixels::kYes; },
+        "--pixels", [&arguments] { arguments.pixels = host::TracePixels::kYes; },
         "with --trace: size and checksum of each character's pixels");
 }
 
@@ -218,3 +222,5 @@ void AddBatchCommand(CLI::App& app, CommandRun& run) {
         run = [arguments] { return BatchCommand(*arguments).Run(); };
     });
 }
+
+}  // namespace zel::cli

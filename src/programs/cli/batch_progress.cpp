@@ -8,6 +8,8 @@
 
 #include "programs/cli/drawing_pace.h"
 
+namespace zel::cli {
+
 namespace {
 
 constexpr std::size_t kMostReasons = 20;
@@ -35,23 +37,23 @@ BatchProgress::Show HowToShow(const std::optional<std::string>& trace) {
 BatchProgress::BatchProgress(Show show, int total)
     : m_show(show), m_total(total), m_begin(std::chrono::steady_clock::now()) {}
 
-void BatchProgress::Hear(const RecordedItem& heard) {
-    const BatchItem& item = heard.item;
+void BatchProgress::Hear(const recorder::RecordedItem& heard) {
+    const host::BatchItem& item = heard.item;
     std::string line = Name(item.number);
     switch (item.outcome) {
-        case ItemOutcome::kRecorded:
+        case host::ItemOutcome::kRecorded:
             ++m_recorded;
             line += " imported";
             break;
-        case ItemOutcome::kNotInserted:
+        case host::ItemOutcome::kNotInserted:
             ++m_not_inserted;
             line += " an RGBA picture, not inserted";
             break;
-        case ItemOutcome::kMissing:
+        case host::ItemOutcome::kMissing:
             ++m_missing;
             line.clear();
             break;
-        case ItemOutcome::kFailed:
+        case host::ItemOutcome::kFailed:
             m_failures.emplace_back(item.number, item.reason);
             line += " failed: " + item.reason;
             break;
@@ -112,3 +114,5 @@ nlohmann::ordered_json BatchProgress::Report() const {
     }
     return report;
 }
+
+}  // namespace zel::cli

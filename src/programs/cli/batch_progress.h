@@ -10,6 +10,8 @@
 
 #include "host/recorder/batch_recorder.h"
 
+namespace zel::cli {
+
 /// Tells a person how a batch goes, and sums it up: on a terminal one line that is drawn over again, otherwise a line
 /// for each message that is there. Heard on one thread at a time.
 class BatchProgress {
@@ -19,7 +21,7 @@ class BatchProgress {
     /// @param total  numbers in the range.
     BatchProgress(Show show, int total);
 
-    void Hear(const RecordedItem& item);
+    void Hear(const recorder::RecordedItem& item);
     /// A number that was left out, as it is recorded already.
     void LeftOut() { ++m_left_out; }
 
@@ -48,3 +50,5 @@ class BatchProgress {
 
 /// Nothing when standard output holds a trace, one line on a terminal, else lines.
 BatchProgress::Show HowToShow(const std::optional<std::string>& trace);
+
+}  // namespace zel::cli

@@ -5,10 +5,12 @@
 #include <map>
 #include <set>
 
-#include "programs/cli/text_columns.h"
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
 #include "inspect/words.h"
+#include "programs/cli/text_columns.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -161,3 +163,5 @@ std::string DirectoryTable::Failure() const {
     if (unreadable != 0) text += (text.empty() ? "" : ", ") + inspect::Number(unreadable) + " unreadable";
     return text;
 }
+
+}  // namespace zel::cli

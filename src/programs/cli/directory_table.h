@@ -6,6 +6,8 @@
 
 #include "inspect/report.h"
 
+namespace zel::cli {
+
 /// One file of a directory.
 struct DirectoryEntry {
     std::string name;                           ///< path below the directory.
@@ -36,3 +38,5 @@ class DirectoryTable {
     std::string m_error;  // why the directory couldn't be listed
     std::vector<DirectoryEntry> m_entries;
 };
+
+}  // namespace zel::cli

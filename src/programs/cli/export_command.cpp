@@ -6,27 +6,29 @@
 #include <thread>
 #include <vector>
 
-#include "programs/cli/interrupt.h"
-#include "programs/cli/settings_scope.h"
-#include "programs/cli/trace_output.h"
 #include "host/export/export_job.h"
 #include "host/export/library_shelf.h"
 #include "host/library/library.h"
 #include "host/run/export_run.h"
+#include "programs/cli/interrupt.h"
+#include "programs/cli/settings_scope.h"
+#include "programs/cli/trace_output.h"
+
+namespace zel::cli {
 
 namespace {
 
 struct ExportArguments {
     std::string library, directory;
-    NumberRange range;
+    run::NumberRange range;
     std::optional<std::string> name, trace, settings;
     std::vector<std::string> formats{"png"};
-    ExportOptions options;
+    exporter::ExportOptions options;
     unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
 };
 
 /// The disk that is meant: the one named, else the only one.
-std::string DiskOf(Library& library, const ExportArguments& arguments) {
+std::string DiskOf(library::Library& library, const ExportArguments& arguments) {
     const std::vector<std::string> disks = library.Disks();
     if (arguments.name) {
         if (std::ranges::find(disks, *arguments.name) != disks.end()) return *arguments.name;
@@ -39,9 +41,9 @@ std::string DiskOf(Library& library, const ExportArguments& arguments) {
 }
 
 /// One line that tells of all failures; empty without any.
-std::string Failure(const ExportArguments& arguments, const ExportOutcome& outcome, const ExportSummary& summary,
-                    const std::vector<std::string>& unreadable) {
-    if (outcome.end == BatchEnd::kStopped) return arguments.library + ": stopped before the end of the range";
+std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& outcome,
+                    const exporter::ExportSummary& summary, const std::vector<std::string>& unreadable) {
+    if (outcome.end == run::BatchEnd::kStopped) return arguments.library + ": stopped before the end of the range";
     if (!outcome.order_breaches.empty()) return "the module broke its contract: " + outcome.order_breaches.front();
     std::vector<std::string> failures = unreadable;
     failures.insert(failures.end(), summary.failures.begin(), summary.failures.end());
@@ -54,19 +56,20 @@ std::string Failure(const ExportArguments& arguments, const ExportOutcome& outco
 
 int RunExportCommand(const ExportArguments& arguments) {
     const SettingsScope settings(arguments.settings);
-    Library library(arguments.library, Library::Access::kRead);
+    library::Library library(arguments.library, library::Library::Access::kRead);
     std::unique_ptr<TraceOutput> trace;
     if (arguments.trace) trace = std::make_unique<TraceOutput>(*arguments.trace);
-    ExportJob job(arguments.directory, arguments.formats, arguments.options, static_cast<int>(arguments.jobs));
-    LibraryShelf shelf(library, DiskOf(library, arguments), job);
-    std::vector<HostObserver*> observers;
+    exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options,
+                            static_cast<int>(arguments.jobs));
+    exporter::LibraryShelf shelf(library, DiskOf(library, arguments), job);
+    std::vector<host::HostObserver*> observers;
     if (trace) observers.push_back(&trace->Observer());
     HeedInterrupts();
-    const ExportOutcome outcome =
-        RunExport({arguments.range, arguments.directory, &shelf, false, WasInterrupted}, observers);
+    const run::ExportOutcome outcome =
+        run::RunExport({arguments.range, arguments.directory, &shelf, false, WasInterrupted}, observers);
     if (trace) trace->Commit();
-    if (outcome.end == BatchEnd::kRefused) throw CommandError(arguments.library + ": " + outcome.failure);
-    const ExportSummary summary = job.Finish();
+    if (outcome.end == run::BatchEnd::kRefused) throw CommandError(arguments.library + ": " + outcome.failure);
+    const exporter::ExportSummary summary = job.Finish();
     if (arguments.trace != "-") {
         std::cout << summary.messages << (summary.messages == 1 ? " message, " : " messages, ") << summary.files
                   << " files in " << arguments.directory << std::endl;
@@ -78,7 +81,7 @@ int RunExportCommand(const ExportArguments& arguments) {
 }
 
 void ListFormats() {
-    for (const ExportFormat& format : ExportFormats()) {
+    for (const exporter::ExportFormat& format : exporter::ExportFormats()) {
         std::cout << format.name << std::string(format.name.size() < 10 ? 10 - format.name.size() : 1, ' ')
                   << format.description << "\n";
     }
@@ -86,8 +89,8 @@ void ListFormats() {
 }
 
 std::string CheckFormat(const std::string& name) {
-    const auto& formats = ExportFormats();
-    if (std::ranges::find(formats, name, &ExportFormat::name) != formats.end()) return {};
+    const auto& formats = exporter::ExportFormats();
+    if (std::ranges::find(formats, name, &exporter::ExportFormat::name) != formats.end()) return {};
     return "\"" + name + "\" is no format; --list-formats tells which there are";
 }
 
@@ -120,3 +123,5 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     AddExample(command, "zeltrans export messages.zellib 1 9999 --out pictures --format png --format html");
     command.callback([arguments, &run] { run = [arguments] { return RunExportCommand(*arguments); }; });
 }
+
+}  // namespace zel::cli

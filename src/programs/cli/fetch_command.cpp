@@ -3,11 +3,13 @@
 #include <iostream>
 #include <memory>
 
+#include "host/ftp/fetch.h"
+#include "host/ftp/remote_url.h"
 #include "programs/cli/fetch_progress.h"
 #include "programs/cli/ftp_password.h"
 #include "programs/cli/interrupt.h"
-#include "host/ftp/fetch.h"
-#include "host/ftp/remote_url.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -108,3 +110,5 @@ void AddFetchCommand(CLI::App& app, CommandRun& run) {
     AddExample(command, "zeltrans fetch ftp://192.0.2.7/DISK 1-20 --to DISK");
     command.callback([arguments, &run] { run = [arguments] { return RunFetchCommand(*arguments); }; });
 }
+
+}  // namespace zel::cli

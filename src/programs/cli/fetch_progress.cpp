@@ -4,10 +4,12 @@
 
 #include <unistd.h>
 
+#include "inspect/words.h"
 #include "programs/cli/arguments.h"
 #include "programs/cli/drawing_pace.h"
 #include "programs/cli/interrupt.h"
-#include "inspect/words.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -65,3 +67,5 @@ void FetchProgress::Clear() {
     if (m_drawn) std::cout << "\r\x1b[K" << std::flush;
     m_drawn = false;
 }
+
+}  // namespace zel::cli

@@ -4,6 +4,8 @@
 
 #include "host/ftp/fetch.h"
 
+namespace zel::cli {
+
 /// Tells a person how a fetch goes: on a terminal one line that is drawn over again, otherwise a line for each file.
 /// Ctrl-C ends it.
 class FetchProgress : public ftp::FetchObserver {
@@ -23,3 +25,5 @@ class FetchProgress : public ftp::FetchObserver {
     bool m_drawn = false;
     std::chrono::steady_clock::time_point m_last;
 };
+
+}  // namespace zel::cli

@@ -4,19 +4,21 @@
 #include <memory>
 #include <vector>
 
-#include "programs/cli/settings_scope.h"
-#include "programs/cli/trace_output.h"
-#include "programs/cli/warnings_printer.h"
-#include "module/contract/zel_font.h"
 #include "host/module_text.h"
 #include "host/picture/glyph_sheet.h"
 #include "host/picture/png_writer.h"
 #include "host/run/font_run.h"
+#include "module/contract/zel_font.h"
+#include "programs/cli/settings_scope.h"
+#include "programs/cli/trace_output.h"
+#include "programs/cli/warnings_printer.h"
+
+namespace zel::cli {
 
 namespace {
 
 struct FontArguments {
-    FontRunRequest request;
+    run::FontRunRequest request;
     std::optional<std::string> png, trace, settings;
 };
 
@@ -28,18 +30,18 @@ struct Seen {
 };
 
 Seen Look(const tag_font_memory& slot) {
-    Seen seen{Utf8FromBytes(slot.font_header->Name()), slot.font_header->font_height};
+    Seen seen{host::Utf8FromBytes(slot.font_header->Name()), slot.font_header->font_height};
     for (unsigned code = 0; code < kDirectoryEntries; ++code) seen.glyphs += slot.Entry(code)->HasGlyph() ? 1 : 0;
     return seen;
 }
 
-void SayWhatIsAmiss(const GlyphSheet& sheet) {
+void SayWhatIsAmiss(const picture::GlyphSheet& sheet) {
     if (!sheet.failures.empty()) {
         SayNote("glyphs that couldn't be drawn, red in the sheet: " + std::to_string(sheet.failures.size()) + "; " +
                 sheet.failures.front());
     }
     if (sheet.cut != 0) {
-        SayNote("glyphs larger than " + std::to_string(kLargestGlyphCell) +
+        SayNote("glyphs larger than " + std::to_string(picture::kLargestGlyphCell) +
                 " pixels, of which the sheet shows a part: " + std::to_string(sheet.cut));
     }
 }
@@ -50,18 +52,18 @@ int RunFontCommand(const FontArguments& arguments) {
     const std::string png = arguments.png ? CheckPlainOutput(*arguments.png) : std::string();
     const auto trace = arguments.trace ? std::make_unique<TraceOutput>(*arguments.trace) : nullptr;
     WarningsPrinter warnings;
-    std::vector<HostObserver*> observers;
+    std::vector<host::HostObserver*> observers;
     if (trace) observers.push_back(&trace->Observer());
     if (arguments.request.warnings) observers.push_back(&warnings);
     Seen seen;
-    GlyphSheet sheet;
-    const FontRunOutcome outcome = RunFont(arguments.request, observers, [&](CZelFont& fonts) {
+    picture::GlyphSheet sheet;
+    const run::FontRunOutcome outcome = run::RunFont(arguments.request, observers, [&](CZelFont& fonts) {
         seen = Look(fonts.m_Slots[0]);
-        if (arguments.png) sheet = DrawGlyphSheet(fonts);
+        if (arguments.png) sheet = picture::DrawGlyphSheet(fonts);
     });
     if (trace) trace->Commit();
     if (!outcome.Done()) throw CommandError(outcome.failure);
-    if (arguments.png) WritePng(png, sheet.picture);
+    if (arguments.png) picture::WritePng(png, sheet.picture);
     if (outcome.read_from) SayNote("read from " + *outcome.read_from);
     SayWhatIsAmiss(sheet);
     if (arguments.trace != "-") {
@@ -74,7 +76,7 @@ int RunFontCommand(const FontArguments& arguments) {
 }
 
 void AddOptions(CLI::App& command, FontArguments& arguments) {
-    FontRunRequest& request = arguments.request;
+    run::FontRunRequest& request = arguments.request;
     command.add_option("FONTFILE", request.file, "the font file, such as DISK/MACHINE/.0012")
         ->required()
         ->type_name("");
@@ -97,3 +99,5 @@ void AddFontCommand(CLI::App& app, CommandRun& run) {
     AddOptions(command, *arguments);
     command.callback([arguments, &run] { run = [arguments] { return RunFontCommand(*arguments); }; });
 }
+
+}  // namespace zel::cli

@@ -9,9 +9,11 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "programs/cli/arguments.h"
 #include "host/ftp/netrc.h"
 #include "host/ftp/remote_name.h"
+#include "programs/cli/arguments.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -115,3 +117,5 @@ ftp::Secret FindFtpPassword(const std::string& host, const std::string& user, co
     if (std::optional<ftp::Secret> password = LookIntoNetrc(host, user, netrc)) return std::move(*password);
     return ftp::Secret(AskFor(host, user));
 }
+
+}  // namespace zel::cli

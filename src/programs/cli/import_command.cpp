@@ -4,9 +4,6 @@
 #include <memory>
 #include <vector>
 
-#include "programs/cli/settings_scope.h"
-#include "programs/cli/trace_output.h"
-#include "programs/cli/warnings_printer.h"
 #include "host/document/indented_json.h"
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
@@ -14,13 +11,18 @@
 #include "host/picture/picture.h"
 #include "host/picture/png_writer.h"
 #include "host/run/import_run.h"
+#include "programs/cli/settings_scope.h"
+#include "programs/cli/trace_output.h"
+#include "programs/cli/warnings_printer.h"
+
+namespace zel::cli {
 
 namespace {
 
 struct ImportArguments {
-    ImportRequest request;
+    run::ImportRequest request;
     std::optional<std::string> png, json, trace, settings;
-    TracePixels pixels = TracePixels::kNo;
+    host::TracePixels pixels = host::TracePixels::kNo;
     bool warnings = false;
     bool fields = false;
 
@@ -38,16 +40,16 @@ class Import {
     int Run();
 
   private:
-    void WritePicture(const ImportOutcome& outcome);
-    void WriteDocument(const MessageRecord& message);
-    void SayWhatArrived(const ImportOutcome& outcome) const;
+    void WritePicture(const run::ImportOutcome& outcome);
+    void WriteDocument(const document::MessageRecord& message);
+    void SayWhatArrived(const run::ImportOutcome& outcome) const;
 
     const ImportArguments& m_arguments;
     SettingsScope m_settings;
     std::unique_ptr<TraceOutput> m_trace;
     std::unique_ptr<OutputFile> m_json;
     std::string m_png;  // what --png leads to
-    PictureComposer m_picture;
+    picture::PictureComposer m_picture;
     std::string m_written;
 };
 
@@ -60,11 +62,11 @@ Import::Import(const ImportArguments& arguments) : m_arguments(arguments), m_set
 
 int Import::Run() {
     WarningsPrinter warnings;
-    std::vector<HostObserver*> observers;
+    std::vector<host::HostObserver*> observers;
     if (m_trace) observers.push_back(&m_trace->Observer());
     if (m_arguments.png) observers.push_back(&m_picture);
     if (m_arguments.warnings) observers.push_back(&warnings);
-    const ImportOutcome outcome = RunImport(m_arguments.request, observers);
+    const run::ImportOutcome outcome = run::RunImport(m_arguments.request, observers);
     if (m_trace) m_trace->Commit();
     if (!outcome.Done()) throw CommandError(outcome.failure);
     if (m_arguments.png) WritePicture(outcome);
@@ -74,8 +76,8 @@ int Import::Run() {
     return kDone;
 }
 
-void Import::WritePicture(const ImportOutcome& outcome) {
-    std::optional<Picture> picture = m_picture.TakePicture();
+void Import::WritePicture(const run::ImportOutcome& outcome) {
+    std::optional<picture::Picture> picture = m_picture.TakePicture();
     if (!picture) {
         const std::string& trouble = m_picture.Trouble();
         SayNote(m_arguments.request.message +
@@ -85,22 +87,22 @@ void Import::WritePicture(const ImportOutcome& outcome) {
                 *m_arguments.png + " was not written");
         return;
     }
-    if (m_arguments.fields) DrawTabFields(*picture, *outcome.message);
+    if (m_arguments.fields) picture::DrawTabFields(*picture, *outcome.message);
     try {
-        WritePng(m_png, *picture);
+        picture::WritePng(m_png, *picture);
     } catch (const std::runtime_error& error) {
         throw CommandError(error.what());
     }
     m_written += ", " + *m_arguments.png;
 }
 
-void Import::WriteDocument(const MessageRecord& message) {
-    m_json->Write(IndentedJson(MessageDocument(message, m_arguments.request.message)) + "\n");
+void Import::WriteDocument(const document::MessageRecord& message) {
+    m_json->Write(document::IndentedJson(document::MessageDocument(message, m_arguments.request.message)) + "\n");
     m_json->Commit();
     m_written += ", " + *m_arguments.json;
 }
 
-void Import::SayWhatArrived(const ImportOutcome& outcome) const {
+void Import::SayWhatArrived(const run::ImportOutcome& outcome) const {
     std::string line = m_arguments.request.message + ": ";
     if (!outcome.message) {
         line += "an RGBA picture, not inserted";
@@ -108,18 +110,18 @@ void Import::SayWhatArrived(const ImportOutcome& outcome) const {
         line += std::string("an RGBA picture, inserted as ") + (outcome.message->object ? "an object" : "a background");
     } else {
         std::size_t characters = 0;
-        for (const CharacterRecord& character : outcome.message->characters)
+        for (const document::CharacterRecord& character : outcome.message->characters)
             characters += character.info.slot >= 0 ? 1 : 0;
         line += CountOf(outcome.message->rows.size(), "row") + ", " + CountOf(characters, "character");
         if (!outcome.message->tabs.empty()) line += ", " + CountOf(outcome.message->tabs.size(), "tab field");
-        for (const std::string& warning : WarningsOf(*outcome.message)) SayNote(warning);
+        for (const std::string& warning : document::WarningsOf(*outcome.message)) SayNote(warning);
     }
     if (!m_written.empty()) line += "; wrote " + m_written.substr(2);
     if (!m_arguments.TraceToStandardOutput()) std::cout << line << std::endl;
 }
 
 void AddInputs(CLI::App& command, ImportArguments& arguments) {
-    ImportRequest& request = arguments.request;
+    run::ImportRequest& request = arguments.request;
     command.add_option("MESSAGE", request.message, "the message file, such as DISK/MESSAGES/.0012")
         ->required()
         ->type_name("");
@@ -135,12 +137,12 @@ void AddOutputs(CLI::App& command, ImportArguments& arguments) {
     AddPath(command, "--trace", arguments.trace, "FILE|-",
             "write all that the host hears, one JSON object a line; - is standard output");
     command.add_flag_callback(
-        "--pixels", [&arguments] { arguments.pixels = TracePixels::kYes; },
+        "--pixels", [&arguments] { arguments.pixels = host::TracePixels::kYes; },
         "with --trace: size and checksum of each character's pixels");
 }
 
 void AddChoices(CLI::App& command, ImportArguments& arguments) {
-    ImportRequest& request = arguments.request;
+    run::ImportRequest& request = arguments.request;
     command.add_flag("--warnings", arguments.warnings,
                      "import by the main dialog, and print each box on standard error");
     AddFontPrompt(command, request.box_answer, request.browse);
@@ -158,7 +160,9 @@ void AddImportCommand(CLI::App& app, CommandRun& run) {
     AddChoices(command, *arguments);
     AddExample(command, "zeltrans import DISK/MESSAGES/.0012 --maps DISK --png 0012.png");
     command.callback([arguments, &run] {
-        arguments->request.road = arguments->warnings ? ImportRoad::kDialog : ImportRoad::kSilent;
+        arguments->request.road = arguments->warnings ? run::ImportRoad::kDialog : run::ImportRoad::kSilent;
         run = [arguments] { return Import(*arguments).Run(); };
     });
 }
+
+}  // namespace zel::cli

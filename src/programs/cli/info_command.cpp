@@ -5,10 +5,12 @@
 #include <memory>
 #include <vector>
 
-#include "programs/cli/directory_table.h"
-#include "programs/cli/report_json.h"
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
+#include "programs/cli/directory_table.h"
+#include "programs/cli/report_json.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -92,3 +94,5 @@ void AddInfoCommand(CLI::App& app, CommandRun& run) {
     AddExample(command, "zeltrans info DISK/MESSAGES/.0012\n  zeltrans info DISK");
     command.callback([arguments, &run] { run = [arguments] { return Info(*arguments).Run(); }; });
 }
+
+}  // namespace zel::cli

@@ -2,6 +2,8 @@
 
 #include <csignal>
 
+namespace zel::cli {
+
 namespace {
 
 volatile std::sig_atomic_t g_interrupted = 0;
@@ -23,3 +25,5 @@ void HeedInterrupts() {
 bool WasInterrupted() noexcept {
     return g_interrupted != 0;
 }
+
+}  // namespace zel::cli

@@ -6,6 +6,8 @@
 
 #include "platform/script/memory_settings_store.h"
 
+namespace zel::cli {
+
 namespace {
 
 using enum SettingKind;
@@ -29,7 +31,7 @@ constexpr KnownSetting kKnown[] = {
 };
 
 bool SameName(std::string_view a, std::string_view b) {
-    const NameLess less;
+    const script::NameLess less;
     return !less(a, b) && !less(b, a);
 }
 
@@ -80,3 +82,5 @@ std::string KnownNames() {
         text += std::string("\n  ") + list.name + ": 0 to " + std::to_string(kRecentEntries - 1);
     return text;
 }
+
+}  // namespace zel::cli

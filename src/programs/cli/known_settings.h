@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace zel::cli {
+
 /// What the module stores, by the names under which it looks for it. Names are compared without regard to the case of
 /// ASCII letters.
 
@@ -35,3 +37,5 @@ const RecentList* FindRecentList(const std::string& name);
 
 /// Every section with its entries, a line each, for the user to choose from.
 std::string KnownNames();
+
+}  // namespace zel::cli

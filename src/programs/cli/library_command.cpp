@@ -5,10 +5,12 @@
 #include <memory>
 #include <vector>
 
+#include "host/library/library.h"
+#include "module/dialog/id_text.h"
 #include "programs/cli/library_table.h"
 #include "programs/cli/output_file.h"
-#include "module/dialog/id_text.h"
-#include "host/library/library.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -25,8 +27,8 @@ std::string Named(const std::string& disk) {
 }
 
 // The recording that is meant: of the disk that was named, or of the only one that has the number.
-RecordingKey KeyOf(Library& library, const LibraryArguments& arguments) {
-    std::vector<RecordingKey> found;
+library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& arguments) {
+    std::vector<library::RecordingKey> found;
     std::string of_disks;
     for (const std::string& disk : arguments.disk ? std::vector{*arguments.disk} : library.Disks()) {
         if (!library.Has({disk, arguments.number})) continue;
@@ -42,9 +44,9 @@ RecordingKey KeyOf(Library& library, const LibraryArguments& arguments) {
     return found.front();
 }
 
-int PrintEntries(const LibraryArguments& arguments, const std::vector<LibraryEntry>& entries) {
+int PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
     const auto warned = static_cast<std::size_t>(
-        std::ranges::count_if(entries, [](const LibraryEntry& entry) { return entry.warnings != 0; }));
+        std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
     std::cout << arguments.library << ": " << CountOf(entries.size(), "recording")
               << (warned != 0 ? ", " + std::to_string(warned) + " with warnings" : "") << '\n'
               << LibraryTable(entries);
@@ -52,13 +54,15 @@ int PrintEntries(const LibraryArguments& arguments, const std::vector<LibraryEnt
 }
 
 int ListLibrary(const LibraryArguments& arguments) {
-    return PrintEntries(arguments, Library(arguments.library, Library::Access::kRead).List(arguments.disk));
+    return PrintEntries(arguments,
+                        library::Library(arguments.library, library::Library::Access::kRead).List(arguments.disk));
 }
 
 int SearchLibrary(const LibraryArguments& arguments) {
     std::string question;
     for (const std::string& word : arguments.words) question += word + ' ';
-    return PrintEntries(arguments, Library(arguments.library, Library::Access::kRead).Search(question));
+    return PrintEntries(arguments,
+                        library::Library(arguments.library, library::Library::Access::kRead).Search(question));
 }
 
 void PrintLabelled(const std::string& label, const std::string& text) {
@@ -80,9 +84,9 @@ std::vector<std::string> LinesOf(const std::string& text) {
     return lines;
 }
 
-std::vector<std::string> FieldLines(const Recording& recording) {
+std::vector<std::string> FieldLines(const library::Recording& recording) {
     std::vector<std::string> lines;
-    for (const RecordedField& field : recording.fields) {
+    for (const library::RecordedField& field : recording.fields) {
         lines.push_back((field.name.empty() ? "unnamed" : field.name) + ": " + std::to_string(field.left) + ", " +
                         std::to_string(field.top) + " to " + std::to_string(field.right) + ", " +
                         std::to_string(field.bottom));
@@ -90,15 +94,15 @@ std::vector<std::string> FieldLines(const Recording& recording) {
     return lines;
 }
 
-std::vector<std::string> SourceLines(const Recording& recording) {
+std::vector<std::string> SourceLines(const library::Recording& recording) {
     std::vector<std::string> lines;
-    for (const SourceFile& source : recording.sources) {
+    for (const library::SourceFile& source : recording.sources) {
         lines.push_back(source.path + (source.sha256.empty() ? ", missing" : ", sha256 " + source.sha256));
     }
     return lines;
 }
 
-void PrintRecording(const LibraryArguments& arguments, const Recording& recording) {
+void PrintRecording(const LibraryArguments& arguments, const library::Recording& recording) {
     std::cout << arguments.library << ": " << KindWords(recording.kind) << ' ' << NumberName(recording.number) << '\n';
     PrintLabelled("Disk", TerminalText(recording.disk));
     PrintLabelled("Recorded", TerminalText(recording.recorded_at));
@@ -128,8 +132,8 @@ void WritePart(const std::optional<std::string>& path, const std::string& bytes,
 }
 
 int ShowRecording(const LibraryArguments& arguments) {
-    Library library(arguments.library, Library::Access::kRead);
-    const std::optional<Recording> recording = library.Find(KeyOf(library, arguments));
+    library::Library library(arguments.library, library::Library::Access::kRead);
+    const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": the recording has just been removed");
     if (!arguments.png && !arguments.json) PrintRecording(arguments, *recording);
     WritePart(arguments.png, recording->picture, "picture");
@@ -138,9 +142,9 @@ int ShowRecording(const LibraryArguments& arguments) {
 }
 
 int MergeLibraries(const LibraryArguments& arguments) {
-    Library library(arguments.library, Library::Access::kWrite);
+    library::Library library(arguments.library, library::Library::Access::kWrite);
     for (const std::string& shard : arguments.shards) {
-        const MergeCount count = library.Merge(shard);
+        const library::MergeCount count = library.Merge(shard);
         std::cout << shard << ": " << count.added << " added, " << count.replaced << " replaced, " << count.unchanged
                   << " there already" << std::endl;
     }
@@ -149,11 +153,11 @@ int MergeLibraries(const LibraryArguments& arguments) {
 
 int RemoveRecording(const LibraryArguments& arguments) {
     // A library that isn't there is no reason to make one.
-    const RecordingKey key = [&] {
-        Library library(arguments.library, Library::Access::kRead);
+    const library::RecordingKey key = [&] {
+        library::Library library(arguments.library, library::Library::Access::kRead);
         return KeyOf(library, arguments);
     }();
-    Library(arguments.library, Library::Access::kWrite).Remove(key);
+    library::Library(arguments.library, library::Library::Access::kWrite).Remove(key);
     std::cout << arguments.library << ": removed " << NumberName(key.number)
               << (key.disk.empty() ? "" : " of " + Named(key.disk)) << '\n';
     return kDone;
@@ -161,11 +165,12 @@ int RemoveRecording(const LibraryArguments& arguments) {
 
 void AddNumber(CLI::App& command, LibraryArguments& arguments) {
     const auto take = [&arguments](const std::string& text) {
-        const std::string_view digits = WithoutLeadingDot(text);
-        if (digits.empty() || CountDigits(digits) != digits.size() || NumberOf(digits) > kLargestNumber) {
+        const std::string_view digits = dialog::WithoutLeadingDot(text);
+        if (digits.empty() || dialog::CountDigits(digits) != digits.size() ||
+            dialog::NumberOf(digits) > dialog::kLargestNumber) {
             throw CLI::ValidationError("NUMBER", '"' + text + "\" is no number from 0 to 9999");
         }
-        arguments.number = NumberOf(digits);
+        arguments.number = dialog::NumberOf(digits);
     };
     command.add_option_function<std::string>("NUMBER", take, "the message's number, such as 12 or .0012")
         ->required()
@@ -219,3 +224,5 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
     AddDisk(remove, *arguments);
     AddExample(library, "zeltrans library search messages.zellib weather");
 }
+
+}  // namespace zel::cli

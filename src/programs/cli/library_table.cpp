@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "programs/cli/text_columns.h"
 #include "host/export/export_subject.h"
+#include "programs/cli/text_columns.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -33,7 +35,7 @@ bool IsControl(std::string_view character) {
 
 // What a message says, cut to what a table has room for.
 std::string FirstLine(const std::string& text) {
-    std::string line = TerminalText(TitleOf(text));
+    std::string line = TerminalText(exporter::TitleOf(text));
     if (Characters(line) <= kLongestText) return line;
     std::size_t end = 0;
     for (std::size_t n = 0; n < kLongestText - 3; ++n) end += CharacterSize(std::string_view(line).substr(end));
@@ -59,13 +61,13 @@ std::string NumberName(int number) {
     return name;
 }
 
-std::string KindWords(RecordingKind kind) {
+std::string KindWords(library::RecordingKind kind) {
     switch (kind) {
-        case RecordingKind::kMessage:
+        case library::RecordingKind::kMessage:
             break;
-        case RecordingKind::kRgbaObject:
+        case library::RecordingKind::kRgbaObject:
             return "RGBA object";
-        case RecordingKind::kRgbaBackground:
+        case library::RecordingKind::kRgbaBackground:
             return "RGBA background";
     }
     return "message";
@@ -75,12 +77,12 @@ std::string CountOf(std::size_t count, const std::string& what) {
     return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
 
-std::string LibraryTable(const std::vector<LibraryEntry>& entries) {
+std::string LibraryTable(const std::vector<library::LibraryEntry>& entries) {
     using Cells = std::array<std::string, 5>;
     std::vector<Cells> lines;
     lines.reserve(entries.size());
     std::array<std::size_t, 5> widths{};
-    for (const LibraryEntry& entry : entries) {
+    for (const library::LibraryEntry& entry : entries) {
         const auto warnings = static_cast<std::size_t>(entry.warnings);
         const Cells& cells =
             lines.emplace_back(Cells{NumberName(entry.key.number), TerminalText(entry.key.disk), KindWords(entry.kind),
@@ -98,3 +100,5 @@ std::string LibraryTable(const std::vector<LibraryEntry>& entries) {
     }
     return table;
 }
+
+}  // namespace zel::cli

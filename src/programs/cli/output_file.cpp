@@ -8,6 +8,8 @@
 
 #include "programs/cli/arguments.h"
 
+namespace zel::cli {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -81,3 +83,5 @@ std::string CheckPlainOutput(const std::string& path) {
     if (fs::exists(status) && !fs::is_regular_file(status)) Fail(path, "it is no plain file");
     return target;
 }
+
+}  // namespace zel::cli

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace zel::cli {
+
 /// A file that appears whole or not at all: written under another name beside it, which takes its place at the end. A
 /// device or a pipe is written as it stands.
 class OutputFile {
@@ -35,3 +37,5 @@ class OutputFile {
 /// @return the path, or what a link of that path leads to.
 /// @throws CommandError when it can't, or when something else is there.
 std::string CheckPlainOutput(const std::string& path);
+
+}  // namespace zel::cli

@@ -6,6 +6,8 @@
 
 #include "inspect/report_text.h"
 
+namespace zel::cli {
+
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -137,3 +139,5 @@ std::string ReportJson(const inspect::FileReport& report) {
     // A file's name needn't be UTF-8.
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
+
+}  // namespace zel::cli

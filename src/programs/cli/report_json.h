@@ -4,6 +4,10 @@
 
 #include "inspect/report.h"
 
+namespace zel::cli {
+
 /// A report as one line of JSON, without a line end. Texts of the file are as in the report: bytes that aren't
 /// printable ASCII stand as \xNN.
 std::string ReportJson(const inspect::FileReport& report);
+
+}  // namespace zel::cli

@@ -8,6 +8,8 @@
 
 #include <CLI/CLI.hpp>
 
+namespace zel::cli {
+
 namespace {
 
 int WrongArguments(const CLI::App& app, const CLI::ParseError& error) {
@@ -55,3 +57,5 @@ int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
     }
     return kNotDone;
 }
+
+}  // namespace zel::cli

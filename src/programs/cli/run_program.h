@@ -4,6 +4,8 @@
 
 #include "programs/cli/arguments.h"
 
+namespace zel::cli {
+
 /// A command of the program: its name, and what adds it to the command line.
 struct NamedCommand {
     const char* name;
@@ -18,3 +20,5 @@ int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands);
 /// Entry of the library that holds all commands, which the program loads unless it has the command itself.
 inline constexpr char kCommandLibraryEntry[] = "RunAnyCommand";
 using RunAnyCommandFunction = int (*)(int argc, char** argv);
+
+}  // namespace zel::cli

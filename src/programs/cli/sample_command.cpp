@@ -8,6 +8,8 @@
 
 #include "samples/disk/demo_disk.h"
 
+namespace zel::cli {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -52,3 +54,5 @@ void AddSampleCommand(CLI::App& app, CommandRun& run) {
     AddExample(command, "zeltrans sample DISK");
     command.callback([directory, &run] { run = [directory] { return WriteSample(*directory); }; });
 }
+
+}  // namespace zel::cli

@@ -4,10 +4,12 @@
 #include <iostream>
 #include <memory>
 
+#include "platform/system/registry.h"
 #include "programs/cli/known_settings.h"
 #include "programs/cli/settings_listing.h"
 #include "programs/cli/settings_scope.h"
-#include "platform/system/registry.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -46,7 +48,7 @@ class NamedSetting {
     }
 
     /// @throws CommandError for a password, or when nothing is stored.
-    std::string Get(SettingsStore& store) const {
+    std::string Get(seam::SettingsStore& store) const {
         if (m_known == nullptr) {
             const auto value = store.GetValue(m_list->Key(), m_list->ValueName(m_index));
             return value ? RecentText(*value) : throw NothingStored();
@@ -61,7 +63,7 @@ class NamedSetting {
     }
 
     /// @return false when it could not be stored. @throws WrongSetting for a value that the module wouldn't take.
-    bool Set(SettingsStore& store, const std::string& value) const {
+    bool Set(seam::SettingsStore& store, const std::string& value) const {
         if (m_known == nullptr) return SetRecent(store, value);
         if (m_known->kind == SettingKind::kPassword)
             throw WrongSetting(Name() + ": a password isn't taken from the command line; the FTP dialog stores it");
@@ -72,7 +74,7 @@ class NamedSetting {
     }
 
     /// @throws CommandError when nothing is stored.
-    void Unset(SettingsStore& store) const {
+    void Unset(seam::SettingsStore& store) const {
         if (!(m_known != nullptr ? store.DeleteProfileEntry(m_known->section, m_known->entry)
                                  : store.DeleteValue(m_list->Key(), m_list->ValueName(m_index))))
             throw NothingStored();
@@ -81,12 +83,12 @@ class NamedSetting {
   private:
     CommandError NothingStored() const { return CommandError(Name() + ": nothing is stored"); }
 
-    bool SetRecent(SettingsStore& store, const std::string& text) const {
+    bool SetRecent(seam::SettingsStore& store, const std::string& text) const {
         if (text.size() > kLongestRecentText) {
             throw WrongSetting(Name() + ": the module has room for " + std::to_string(kLongestRecentText) +
                                " characters, and these are " + std::to_string(text.size()));
         }
-        RegistryValue value{REG_SZ, {text.begin(), text.end()}};
+        seam::RegistryValue value{REG_SZ, {text.begin(), text.end()}};
         value.bytes.push_back(0);
         return store.CreateKey(m_list->Key()) && store.SetValue(m_list->Key(), m_list->ValueName(m_index), value);
     }
@@ -96,20 +98,20 @@ class NamedSetting {
     int m_index = 0;
 };
 
-using Action = void (*)(SettingsStore&, const SettingsArguments&);
+using Action = void (*)(seam::SettingsStore&, const SettingsArguments&);
 
-void List(SettingsStore& store, const SettingsArguments&) {
+void List(seam::SettingsStore& store, const SettingsArguments&) {
     const std::string text = SettingsText(store);
     std::cout << (text.empty() ? "No settings are stored.\n" : text);
 }
-void Get(SettingsStore& store, const SettingsArguments& arguments) {
+void Get(seam::SettingsStore& store, const SettingsArguments& arguments) {
     std::cout << NamedSetting(arguments.section, arguments.key).Get(store) << '\n';
 }
-void Set(SettingsStore& store, const SettingsArguments& arguments) {
+void Set(seam::SettingsStore& store, const SettingsArguments& arguments) {
     const NamedSetting setting(arguments.section, arguments.key);
     if (!setting.Set(store, arguments.value)) throw CommandError(setting.Name() + ": it could not be stored");
 }
-void Unset(SettingsStore& store, const SettingsArguments& arguments) {
+void Unset(seam::SettingsStore& store, const SettingsArguments& arguments) {
     NamedSetting(arguments.section, arguments.key).Unset(store);
 }
 
@@ -118,7 +120,7 @@ int RunSettings(Action action, const SettingsArguments& arguments) {
     if (!settings.IsUsable()) throw CommandError(settings.Note());
     if (!settings.Note().empty()) SayNote(settings.Note());
     try {
-        action(GetSettingsStore(), arguments);
+        action(seam::GetSettingsStore(), arguments);
     } catch (const WrongSetting& error) {
         SayError(error.what());
         return kWrongArguments;
@@ -159,3 +161,5 @@ void AddSettingsCommand(CLI::App& app, CommandRun& run) {
         if (settings.get_subcommands().empty()) run = [arguments] { return RunSettings(&List, *arguments); };
     });
 }
+
+}  // namespace zel::cli

@@ -4,8 +4,10 @@
 #include <utility>
 #include <vector>
 
-#include "programs/cli/known_settings.h"
 #include "inspect/words.h"
+#include "programs/cli/known_settings.h"
+
+namespace zel::cli {
 
 namespace {
 
@@ -23,7 +25,7 @@ std::string Line(const std::string& name, const std::string& value, const std::s
     return "  " + Shown(name) + " = " + value + (remark.empty() ? "" : "  (" + remark + ")") + "\n";
 }
 
-std::string EntryLine(const ProfileEntry& stored) {
+std::string EntryLine(const seam::ProfileEntry& stored) {
     const KnownSetting* const known = FindKnownSetting(stored.section, stored.entry);
     const auto* const number = std::get_if<int>(&stored.value);
     std::string remark;
@@ -45,7 +47,7 @@ std::string EntryLine(const ProfileEntry& stored) {
 }
 
 /// Why the module doesn't take an entry; empty when it does.
-std::string ListRemark(int index, const RegistryValue& value) {
+std::string ListRemark(int index, const seam::RegistryValue& value) {
     const std::size_t room = kLongestRecentText + 1;
     const bool ends = std::ranges::find(value.bytes, BYTE{0}) != value.bytes.end();
     if (value.bytes.size() > room || (value.bytes.size() == room && !ends)) {
@@ -55,7 +57,7 @@ std::string ListRemark(int index, const RegistryValue& value) {
     return index < kRecentEntries ? "" : "not read: only 0 to " + std::to_string(kRecentEntries - 1) + " are";
 }
 
-std::string ListText(SettingsStore& store, const RecentList& list) {
+std::string ListText(seam::SettingsStore& store, const RecentList& list) {
     std::vector<std::pair<int, std::string>> names;
     for (const std::string& name : store.ValueNames(list.Key())) {
         if (const auto index = list.Index(name)) names.emplace_back(*index, name);
@@ -63,7 +65,7 @@ std::string ListText(SettingsStore& store, const RecentList& list) {
     std::ranges::sort(names);
     std::string text;
     for (const auto& [index, name] : names) {
-        const RegistryValue value = store.GetValue(list.Key(), name).value_or(RegistryValue());
+        const seam::RegistryValue value = store.GetValue(list.Key(), name).value_or(seam::RegistryValue());
         text += Line(std::to_string(index), Shown(RecentText(value)), ListRemark(index, value));
     }
     return text;
@@ -71,17 +73,17 @@ std::string ListText(SettingsStore& store, const RecentList& list) {
 
 }  // namespace
 
-std::string RecentText(const RegistryValue& value) {
+std::string RecentText(const seam::RegistryValue& value) {
     return {value.bytes.begin(), std::ranges::find(value.bytes, BYTE{0})};
 }
 
-std::string SettingsText(SettingsStore& store) {
+std::string SettingsText(seam::SettingsStore& store) {
     std::string text, section;
     const auto begin = [&](const std::string& name) {
         text += (text.empty() ? "" : "\n") + Shown(name) + "\n";
         section = name;
     };
-    for (const ProfileEntry& stored : store.ProfileEntries()) {
+    for (const seam::ProfileEntry& stored : store.ProfileEntries()) {
         if (text.empty() || stored.section != section) begin(stored.section);
         text += EntryLine(stored);
     }
@@ -93,3 +95,5 @@ std::string SettingsText(SettingsStore& store) {
     }
     return text;
 }
+
+}  // namespace zel::cli

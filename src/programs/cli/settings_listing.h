@@ -4,9 +4,13 @@
 
 #include "platform/seam/settings_store.h"
 
+namespace zel::cli {
+
 /// All that a store holds for the module, section by section: "  NAME = VALUE", with a remark where the module won't
 /// take the value. A password isn't shown. Control characters stand as \xNN.
-std::string SettingsText(SettingsStore& store);
+std::string SettingsText(seam::SettingsStore& store);
 
 /// Text of a recent list's entry: its bytes up to the first NUL.
-std::string RecentText(const RegistryValue& value);
+std::string RecentText(const seam::RegistryValue& value);
+
+}  // namespace zel::cli

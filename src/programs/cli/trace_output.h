@@ -4,17 +4,19 @@
 #include <memory>
 #include <string>
 
-#include "programs/cli/output_file.h"
 #include "host/trace.h"
+#include "programs/cli/output_file.h"
+
+namespace zel::cli {
 
 /// The trace, on standard output ("-") or in a file that appears whole.
 class TraceOutput {
   public:
     /// @throws CommandError when the file can't be written.
-    explicit TraceOutput(const std::string& path, TracePixels pixels = TracePixels::kNo)
+    explicit TraceOutput(const std::string& path, host::TracePixels pixels = host::TracePixels::kNo)
         : m_file(path == "-" ? nullptr : std::make_unique<OutputFile>(path)), m_writer(Stream(), pixels) {}
 
-    HostObserver& Observer() noexcept { return m_writer; }
+    host::HostObserver& Observer() noexcept { return m_writer; }
 
     /// @throws CommandError when not everything could be written.
     void Commit() {
@@ -25,5 +27,7 @@ class TraceOutput {
     std::ostream& Stream() { return m_file ? m_file->Stream() : std::cout; }
 
     std::unique_ptr<OutputFile> m_file;
-    TraceWriter m_writer;
+    host::TraceWriter m_writer;
 };
+
+}  // namespace zel::cli

@@ -4,6 +4,8 @@
 
 #include "host/module_text.h"
 
+namespace zel::cli {
+
 namespace {
 
 const char* AnswerName(int answer) noexcept {
@@ -22,20 +24,22 @@ const char* AnswerName(int answer) noexcept {
 }
 
 std::string OnOneLine(const std::string& text) {
-    std::string line = Utf8FromBytes(OneLine(text));
+    std::string line = host::Utf8FromBytes(host::OneLine(text));
     while (line.ends_with(' ')) line.pop_back();
     return line;
 }
 
 }  // namespace
 
-void WarningsPrinter::OnBox(const HeadlessDesktop::Box& box) {
+void WarningsPrinter::OnBox(const script::HeadlessDesktop::Box& box) {
     std::fprintf(stderr, "box: %s: %s (%s)\n", OnOneLine(box.caption).c_str(), OnOneLine(box.text).c_str(),
                  AnswerName(box.answer));
 }
 
-void WarningsPrinter::OnFileDialog(const HeadlessDesktop::FileDialog& dialog) {
+void WarningsPrinter::OnFileDialog(const script::HeadlessDesktop::FileDialog& dialog) {
     const std::string answer = dialog.answer == IDOK ? dialog.path : "Cancel";
     std::fprintf(stderr, "file dialog: %s: %s (%s)\n", OnOneLine(dialog.title).c_str(),
                  OnOneLine(dialog.initial_name).c_str(), OnOneLine(answer).c_str());
 }
+
+}  // namespace zel::cli

@@ -2,9 +2,13 @@
 
 #include "host/host_observer.h"
 
+namespace zel::cli {
+
 /// Prints each box and each file dialog as one line on standard error, with its answer.
-class WarningsPrinter : public HostObserver {
+class WarningsPrinter : public host::HostObserver {
   public:
-    void OnBox(const HeadlessDesktop::Box& box) override;
-    void OnFileDialog(const HeadlessDesktop::FileDialog& dialog) override;
+    void OnBox(const script::HeadlessDesktop::Box& box) override;
+    void OnFileDialog(const script::HeadlessDesktop::FileDialog& dialog) override;
 };
+
+}  // namespace zel::cli

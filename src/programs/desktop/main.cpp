@@ -6,9 +6,11 @@
 #include <memory>
 #include <string_view>
 
+#include "host/settings/sqlite_settings_store.h"
 #include "programs/desktop/widgets/program_icon.h"
 #include "programs/desktop/windows/main_window.h"
-#include "host/settings/sqlite_settings_store.h"
+
+using namespace zel;
 
 namespace {
 
@@ -18,7 +20,7 @@ struct Arguments {
 };
 
 QString UserSettings() {
-    return QString::fromStdString(SqliteSettingsStore::UserDirectory().string());
+    return QString::fromStdString(settings::SqliteSettingsStore::UserDirectory().string());
 }
 
 QString UserLibrary() {
@@ -70,8 +72,8 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion(QStringLiteral(ZELTRANS_VERSION));
     const Arguments arguments = Parse(*application);
     MakeParent(arguments.library);
-    SqliteSettingsStore store(QFile::encodeName(arguments.settings).toStdString());
-    SetSettingsStore(&store);
+    settings::SqliteSettingsStore store(QFile::encodeName(arguments.settings).toStdString());
+    seam::SetSettingsStore(&store);
     int exit_code = 0;
     {
         QGuiApplication::setWindowIcon(desktop::ProgramIcon());
@@ -83,6 +85,6 @@ int main(int argc, char** argv) {
         window.Open(arguments.files);
         exit_code = QApplication::exec();
     }
-    SetSettingsStore(nullptr);
+    seam::SetSettingsStore(nullptr);
     return exit_code;
 }

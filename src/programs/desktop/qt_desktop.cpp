@@ -4,11 +4,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/framework/cfiledialog.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/file_dialog.h"
 #include "programs/desktop/dialogs/message_box.h"
 #include "programs/desktop/dialogs/text_viewer.h"
-#include "platform/framework/cfiledialog.h"
+
+namespace zel::desktop {
 
 namespace {
 
@@ -90,3 +92,5 @@ QWidget* QtDesktop::ParentFor(HWND owner) const {
         std::find_if(m_dialogs.rbegin(), m_dialogs.rend(), [](const DialogView* view) { return view->isVisible(); });
     return seen != m_dialogs.rend() ? *seen : m_mainWindow.data();
 }
+
+}  // namespace zel::desktop

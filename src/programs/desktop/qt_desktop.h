@@ -5,11 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "programs/desktop/dialogs/busy_input.h"
 #include "platform/seam/desktop.h"
+#include "programs/desktop/dialogs/busy_input.h"
+
+namespace zel::desktop {
 
 /// A screen by Qt: the module's dialogs are real windows. Needs the application object, and is used on its thread.
-class QtDesktop : public Desktop {
+class QtDesktop : public seam::Desktop {
   public:
     /// @param mainWindow  over which dialogs open that no other dialog has opened; may be null.
     explicit QtDesktop(QWidget* mainWindow = nullptr) : m_mainWindow(mainWindow) {}
@@ -32,3 +34,5 @@ class QtDesktop : public Desktop {
     std::vector<DialogView*> m_dialogs;  // that run, the innermost last
     bool m_waitCursor = false;
 };
+
+}  // namespace zel::desktop

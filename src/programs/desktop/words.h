@@ -3,7 +3,7 @@
 #include <QString>
 #include <string_view>
 
-namespace desktop {
+namespace zel::desktop {
 
 /// The host's texts are UTF-8.
 inline QString Text(std::string_view utf8) {
@@ -15,4 +15,4 @@ inline QString Counted(std::size_t count, const char* one, const char* many) {
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <span>
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 constexpr Paint kClear{0, 0, 0, 0};
@@ -214,4 +214,4 @@ Paint Gold(double height) {
     return Gradient(kStops, height);
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -5,7 +5,7 @@
 #include "samples/font_writer.h"
 
 /// Pictures in colour, as stored glyphs hold them: alpha first, colours multiplied by alpha.
-namespace samples {
+namespace zel::samples {
 
 /// A colour of 0 to 255 a part, and how much it covers, 0 to 1.
 struct Paint {
@@ -45,4 +45,4 @@ StoredGlyph PaintBackdrop();
 Paint Chrome(double height);
 Paint Gold(double height);
 
-}  // namespace samples
+}  // namespace zel::samples

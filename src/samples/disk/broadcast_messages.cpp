@@ -5,7 +5,7 @@
 #include "samples/disk/disk_messages.h"
 #include "samples/disk/page.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 /// The colour sets of the house palette.
@@ -203,4 +203,4 @@ std::vector<DiskMessage> MakeBroadcastMessages(const FontShelf& fonts) {
             {9, "PAL programme list", WriteMessage(PalProgramme(fonts))}};
 }
 
-}  // namespace samples
+}  // namespace zel::samples

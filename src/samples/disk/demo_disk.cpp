@@ -4,7 +4,7 @@
 #include "samples/disk/disk_messages.h"
 #include "samples/write_file.h"
 
-namespace samples {
+namespace zel::samples {
 
 std::vector<std::filesystem::path> WriteDemonstrationDisk(const std::filesystem::path& directory) {
     const FontShelf fonts = MakeFontShelf();
@@ -24,4 +24,4 @@ std::vector<std::filesystem::path> WriteDemonstrationDisk(const std::filesystem:
     return written;
 }
 
-}  // namespace samples
+}  // namespace zel::samples

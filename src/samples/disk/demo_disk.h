@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <vector>
 
-namespace samples {
+namespace zel::samples {
 
 /// Writes the demonstration disk into a directory, which is made if it is missing: the messages to MESSAGES, the fonts
 /// to MACHINE and the two name lists beside them. Files of the same names are replaced, each of them whole. On one
@@ -12,4 +12,4 @@ namespace samples {
 /// @throws std::runtime_error that names the file or the typeface and says why; the files written before it stay.
 std::vector<std::filesystem::path> WriteDemonstrationDisk(const std::filesystem::path& directory);
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -7,7 +7,7 @@
 
 #include "samples/disk/artwork.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 constexpr int kRowInset = 2;
@@ -189,4 +189,4 @@ SampleBlock MakeSampleBlock(const FaceChoice& face) {
     return {1, sample_of(U'A'), sample_of(U'g')};
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "samples/disk/edges.h"
-#include "samples/font_writer.h"
 #include "samples/disk/rasterizer.h"
+#include "samples/font_writer.h"
 
 /// Fonts of the demonstration disk: the file and what a layout has to know of it.
-namespace samples {
+namespace zel::samples {
 
 /// How the characters of a font are drawn.
 enum class Finish : std::uint8_t {
@@ -56,4 +56,4 @@ DiskFont MakeArtworkFont(unsigned number);
 /// A sample block of two short texts, a byte of coverage for each pixel.
 SampleBlock MakeSampleBlock(const FaceChoice& face);
 
-}  // namespace samples
+}  // namespace zel::samples

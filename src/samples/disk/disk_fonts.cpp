@@ -1,6 +1,6 @@
 #include "samples/disk/disk_fonts.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 constexpr const char* kSans = "DejaVu Sans";
@@ -137,4 +137,4 @@ TypefaceList MakeTypefaceList() {
     return list;
 }
 
-}  // namespace samples
+}  // namespace zel::samples

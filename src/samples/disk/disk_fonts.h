@@ -5,7 +5,7 @@
 #include "samples/disk/disk_font.h"
 #include "samples/name_lists.h"
 
-namespace samples {
+namespace zel::samples {
 
 /// The fonts of the demonstration disk. The last number of a name is the size in lines.
 struct FontShelf {
@@ -35,4 +35,4 @@ FontShelf MakeFontShelf();
 BitstreamList MakeBitstreamList();
 TypefaceList MakeTypefaceList();
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -5,7 +5,7 @@
 #include "samples/disk/disk_fonts.h"
 #include "samples/message_writer.h"
 
-namespace samples {
+namespace zel::samples {
 
 /// A file of the demonstration disk's message directory.
 struct DiskMessage {
@@ -28,4 +28,4 @@ MessageFile Styled(Page& page);
 /// The colour sets of the disk's house style: white, yellow, sky, mint, coral, amber, steel, light.
 PaletteBlock HousePalette();
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 struct Step {
@@ -83,4 +83,4 @@ Coverage DrawEdge(const Coverage& face, const Edge& edge) {
     return drawn;
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -3,7 +3,7 @@
 #include "samples/run_codes.h"
 
 /// Draws the edges of characters: border, drop shadow and offset.
-namespace samples {
+namespace zel::samples {
 
 enum class EdgeType : std::uint8_t { kNone = 0, kBorder = 1, kDropShadow = 2, kOffset = 3 };
 
@@ -26,4 +26,4 @@ unsigned EdgeHeight(const Edge& edge);
 /// A drop shadow is drawn out solid from the face; an offset is the face once more, moved.
 Coverage DrawEdge(const Coverage& face, const Edge& edge);
 
-}  // namespace samples
+}  // namespace zel::samples

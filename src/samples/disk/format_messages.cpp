@@ -6,7 +6,7 @@
 #include "samples/disk/disk_messages.h"
 #include "samples/disk/page.h"
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 /// A number that no font of the disk has.
@@ -194,4 +194,4 @@ std::vector<DiskMessage> MakeFormatMessages(const FontShelf& fonts) {
             {21, "RGBA file of type 717, a background", WriteRgbaFile(717, PaintBackdrop())}};
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 /// The host shows a character 7 pixels to the right of its char_x.
@@ -134,4 +134,4 @@ PaletteBlock MakePalette(const std::array<FaceAndEdge, 8>& sets) {
     return palette;
 }
 
-}  // namespace samples
+}  // namespace zel::samples

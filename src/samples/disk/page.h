@@ -9,7 +9,7 @@
 #include "samples/message_writer.h"
 
 /// Lays a message out on the screen, with the fonts' own advances and kerning.
-namespace samples {
+namespace zel::samples {
 
 /// A video standard: lines of the picture, and by how much a message's row_y stands below the picture's lines.
 struct Standard {
@@ -74,4 +74,4 @@ struct FaceAndEdge {
 /// A palette of eight colour sets; entries 3 to 31 of a set lead from its edge colour to its face colour.
 PaletteBlock MakePalette(const std::array<FaceAndEdge, 8>& sets);
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -10,7 +10,7 @@
 #include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
-namespace samples {
+namespace zel::samples {
 namespace {
 
 template <auto Free>
@@ -131,4 +131,4 @@ int Rasterizer::Kerning(char32_t left, char32_t right) const {
     return error == 0 ? Round26Dot6(kerning.x) : 0;
 }
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -5,7 +5,7 @@
 
 #include "samples/run_codes.h"
 
-namespace samples {
+namespace zel::samples {
 
 /// A typeface and the size to draw it at.
 struct FaceChoice {
@@ -46,4 +46,4 @@ class Rasterizer {
     std::unique_ptr<Face> m_face;
 };
 
-}  // namespace samples
+}  // namespace zel::samples

@@ -9,9 +9,11 @@
 #include <nlohmann/json.hpp>
 #include <sys/resource.h>
 
-#include "host/export/recordings.h"
 #include "base/sha256.h"
+#include "host/export/recordings.h"
 #include "samples/scratch_directory.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -24,10 +26,10 @@ using testing::ThrowsMessage;
 
 class Job : public testing::Test {
   protected:
-    ExportSummary Run(const std::filesystem::path& directory, const std::vector<std::string>& formats,
-                      const std::vector<Recording>& recordings, int jobs = 1) {
-        ExportJob job(directory, formats, {}, jobs);
-        for (const Recording& recording : recordings) job.Export(recording);
+    exporter::ExportSummary Run(const std::filesystem::path& directory, const std::vector<std::string>& formats,
+                                const std::vector<library::Recording>& recordings, int jobs = 1) {
+        exporter::ExportJob job(directory, formats, {}, jobs);
+        for (const library::Recording& recording : recordings) job.Export(recording);
         return job.Finish();
     }
 
@@ -44,11 +46,11 @@ class Job : public testing::Test {
 };
 
 TEST_F(Job, WritesTheSameFilesWithAnyNumberOfJobs) {
-    std::vector<Recording> recordings;
+    std::vector<library::Recording> recordings;
     for (int n = 1; n <= 32; ++n) recordings.push_back(Recorded(n, Colourful(8 + n, 8)));
     recordings.back().disk = "z";
     const std::vector<std::string> formats = {"json", "html", "sheet"};
-    const ExportSummary alone = Run(m_out, formats, recordings);
+    const exporter::ExportSummary alone = Run(m_out, formats, recordings);
     EXPECT_THAT(alone.failures, IsEmpty());
     EXPECT_EQ(alone.messages, 32);
     const auto files = FilesIn(m_out);
@@ -65,7 +67,7 @@ TEST_F(Job, ListsEveryFileWithItsChecksum) {
     std::istringstream lines(samples_test::ReadAll(m_out / "SHA256SUMS"));
     std::vector<std::string> names;
     for (std::string sum, name; lines >> sum >> name; names.push_back(name)) {
-        EXPECT_EQ(Sha256OfFile(m_out / name), sum) << name;
+        EXPECT_EQ(base::Sha256OfFile(m_out / name), sum) << name;
     }
     EXPECT_THAT(names, ElementsAre("0003.tga", "0004.tga", "contact-sheet-001.png", "manifest.json"));
     const auto manifest = nlohmann::json::parse(samples_test::ReadAll(m_out / "manifest.json"));
@@ -74,11 +76,11 @@ TEST_F(Job, ListsEveryFileWithItsChecksum) {
 }
 
 TEST_F(Job, GoesOnAfterAMessageThatFails) {
-    std::vector<Recording> recordings = {Recorded(1), Recorded(2),     Recorded(3),
-                                         Recorded(3), Recorded(10000), Recorded(4)};
+    std::vector<library::Recording> recordings = {Recorded(1), Recorded(2),     Recorded(3),
+                                                  Recorded(3), Recorded(10000), Recorded(4)};
     recordings[0].picture.clear();
     recordings[1].picture.resize(100);
-    const ExportSummary summary = Run(m_out, {"png", "json", "sheet"}, recordings, 2);
+    const exporter::ExportSummary summary = Run(m_out, {"png", "json", "sheet"}, recordings, 2);
     EXPECT_THAT(summary.failures,
                 testing::UnorderedElementsAre(
                     "0001: png: there is no picture", StartsWith("0002: png: "), StartsWith("0002: thumbnail: "),
@@ -90,7 +92,7 @@ TEST_F(Job, GoesOnAfterAMessageThatFails) {
 
 TEST_F(Job, TellsWhichFileCouldNotBeWrittenAndLeavesNoHalfOfIt) {
     std::filesystem::create_directories(m_out / "0001.json");
-    const ExportSummary summary = Run(m_out, {"json"}, {Recorded(1), Recorded(2)});
+    const exporter::ExportSummary summary = Run(m_out, {"json"}, {Recorded(1), Recorded(2)});
     EXPECT_THAT(summary.failures, ElementsAre(AllOf(StartsWith("0001: json: " + (m_out / "0001.json").string()),
                                                     HasSubstr("Is a directory"))));
     EXPECT_EQ(FilesIn(m_out).size(), 4U);
@@ -103,7 +105,7 @@ TEST_F(Job, LeavesNothingOfAFileThatHasNoRoom) {
     rlimit small = previous;
     small.rlim_cur = 200000;
     setrlimit(RLIMIT_FSIZE, &small);
-    const ExportSummary summary = Run(m_out, {"tga", "json"}, {Recorded(1)});
+    const exporter::ExportSummary summary = Run(m_out, {"tga", "json"}, {Recorded(1)});
     setrlimit(RLIMIT_FSIZE, &previous);
     std::signal(SIGXFSZ, previous_handler);
     EXPECT_THAT(summary.failures, ElementsAre(AllOf(StartsWith("0001: tga: "), HasSubstr("File too large"))));
@@ -114,7 +116,8 @@ TEST_F(Job, LeavesNothingOfAFileThatHasNoRoom) {
 TEST_F(Job, IsRefusedBeforeAnythingIsWritten) {
     const auto refused = [&](const std::filesystem::path& directory, std::vector<std::string> formats,
                              const std::string& words) {
-        EXPECT_THAT([&] { ExportJob(directory, formats, {}); }, ThrowsMessage<std::runtime_error>(HasSubstr(words)));
+        EXPECT_THAT([&] { exporter::ExportJob(directory, formats, {}); },
+                    ThrowsMessage<std::runtime_error>(HasSubstr(words)));
     };
     refused(m_out, {"png", "gif"}, "there is no export format gif");
     refused(m_out, {"key-fill", "png"}, "png and key-fill");
@@ -125,3 +128,5 @@ TEST_F(Job, IsRefusedBeforeAnythingIsWritten) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/export/recordings.h"
 #include "host/export/frame.h"
+#include "host/export/recordings.h"
 #include "host/picture/composite.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -11,30 +13,32 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Key;
 
-Rgba PixelOf(const Picture& picture, int x, int y) {
+picture::Rgba PixelOf(const picture::Picture& picture, int x, int y) {
     const auto n = static_cast<std::size_t>(y * picture.width + x) * 4;
     return {picture.rgba[n], picture.rgba[n + 1], picture.rgba[n + 2], picture.rgba[n + 3]};
 }
 
 TEST(KeyAndFill, GiveThePictureBack) {
-    const Picture picture = Colourful();
+    const picture::Picture picture = Colourful();
     auto files = Exported("key-fill", Recorded());
     EXPECT_THAT(files, ElementsAre(Key("0012.png"), Key("0012_A.png")));
-    const Picture fill = DecodePng(files["0012.png"]), key = DecodePng(files["0012_A.png"]);
+    const picture::Picture fill = picture::DecodePng(files["0012.png"]), key = picture::DecodePng(files["0012_A.png"]);
     for (int y = 0; y < 486; y += 5) {
         for (int x = 0; x < 720; ++x) {
-            const Rgba whole = PixelOf(picture, x, y), colour = PixelOf(fill, x, y);
+            const picture::Rgba whole = PixelOf(picture, x, y), colour = PixelOf(fill, x, y);
             ASSERT_EQ(PixelOf(key, x, y).red, whole.alpha);
-            const Rgba seen = whole.alpha != 0 ? Rgba{whole.red, whole.green, whole.blue, 255} : Rgba{0, 0, 0, 255};
+            const picture::Rgba seen =
+                whole.alpha != 0 ? picture::Rgba{whole.red, whole.green, whole.blue, 255} : picture::Rgba{0, 0, 0, 255};
             ASSERT_EQ(colour, seen) << x << ' ' << y;
         }
     }
 }
 
 TEST(Png, IsStraightUnlessItIsAskedFor) {
-    const Picture picture = Colourful();
-    EXPECT_EQ(DecodePng(Exported("png", Recorded())["0012.png"]).rgba, picture.rgba);
-    const Picture multiplied = DecodePng(Exported("png", Recorded(), {.premultiplied = true})["0012.png"]);
+    const picture::Picture picture = Colourful();
+    EXPECT_EQ(picture::DecodePng(Exported("png", Recorded())["0012.png"]).rgba, picture.rgba);
+    const picture::Picture multiplied =
+        picture::DecodePng(Exported("png", Recorded(), {.premultiplied = true})["0012.png"]);
     for (std::size_t n = 0; n < picture.rgba.size(); ++n) {
         const int alpha = picture.rgba[n | 3];
         ASSERT_LE(multiplied.rgba[n], alpha);
@@ -55,9 +59,9 @@ TEST(Tga, TellsItsSizeItsOriginAndItsAlpha) {
         EXPECT_EQ(at(bytes.size() - 26 - 495) | at(bytes.size() - 26 - 494) << 8, 495);
         EXPECT_EQ(at(bytes.size() - 26 - 1), premultiplied ? 4 : 3);
         EXPECT_EQ(bytes.substr(bytes.size() - 18), std::string("TRUEVISION-XFILE.\0", 18));
-        const Picture picture = premultiplied ? Premultiplied(Colourful()) : Colourful();
+        const picture::Picture picture = premultiplied ? exporter::Premultiplied(Colourful()) : Colourful();
         for (std::size_t n = 0; n < picture.rgba.size(); n += 4) {
-            const Rgba pixel{at(18 + n + 2), at(18 + n + 1), at(18 + n), at(18 + n + 3)};
+            const picture::Rgba pixel{at(18 + n + 2), at(18 + n + 1), at(18 + n), at(18 + n + 3)};
             ASSERT_EQ(pixel, PixelOf(picture, static_cast<int>(n / 4), 0));
         }
     }
@@ -75,13 +79,13 @@ void PrintTo(const PlaceCase& row, std::ostream* out) {
 class Placed : public testing::TestWithParam<PlaceCase> {};
 TEST_P(Placed, InTheMiddleOfTheFrame) {
     const PlaceCase& row = GetParam();
-    const Picture picture = Colourful(row.width, row.height);
-    const Picture frame = PlacedOnFrame(picture, row.lines);
+    const picture::Picture picture = Colourful(row.width, row.height);
+    const picture::Picture frame = exporter::PlacedOnFrame(picture, row.lines);
     EXPECT_EQ(frame.width, 720);
     EXPECT_EQ(frame.height, row.lines);
     EXPECT_EQ(PixelOf(frame, row.frame_x, row.frame_y), PixelOf(picture, row.x, row.y));
     if (row.frame_x > 0) {
-        EXPECT_EQ(PixelOf(frame, row.frame_x - 1, row.frame_y), Rgba{});
+        EXPECT_EQ(PixelOf(frame, row.frame_x - 1, row.frame_y), picture::Rgba{});
     }
 }
 INSTANTIATE_TEST_SUITE_P(Each, Placed,
@@ -94,27 +98,29 @@ INSTANTIATE_TEST_SUITE_P(Each, Placed,
 TEST(SquarePixels, HaveTheWidthOfTheScreenAndSayThatTheyAreSquare) {
     for (const auto& [lines, width] : {std::pair(486, 655), std::pair(576, 785)}) {
         const std::string bytes = Exported("square", Recorded(12, Colourful(720, lines)))["0012_square.png"];
-        EXPECT_EQ(DecodePng(bytes).width, width);
-        EXPECT_EQ(DecodePng(bytes).height, lines);
+        EXPECT_EQ(picture::DecodePng(bytes).width, width);
+        EXPECT_EQ(picture::DecodePng(bytes).height, lines);
         EXPECT_THAT(bytes, HasSubstr(std::string("pHYs\0\0\0\1\0\0\0\1\0", 13)));
     }
 }
 
 TEST(SquarePixels, HaveNoFringeOfClearPixelsAndKeepTheMiddle) {
-    Picture picture{720, 486, {}};
+    picture::Picture picture{720, 486, {}};
     for (int n = 0; n < 720 * 486; ++n) {
         const bool seen = n % 720 < 360;
         for (const int value : {seen ? 250 : 0, seen ? 200 : 90, seen ? 10 : 255, seen ? 255 : 0}) {
             picture.rgba.push_back(static_cast<std::uint8_t>(value));
         }
     }
-    const Picture square = DecodePng(Exported("square", Recorded(12, picture))["0012_square.png"]);
+    const picture::Picture square = picture::DecodePng(Exported("square", Recorded(12, picture))["0012_square.png"]);
     for (int x = 0; x < square.width; ++x) {
-        const Rgba pixel = PixelOf(square, x, 200);
+        const picture::Rgba pixel = PixelOf(square, x, 200);
         EXPECT_EQ(pixel.alpha > 127, x <= 327) << x;  // the middle one of 655 is half seen
         if (pixel.alpha == 0) continue;
-        EXPECT_EQ(pixel, (Rgba{250, 200, 10, pixel.alpha})) << x;
+        EXPECT_EQ(pixel, (picture::Rgba{250, 200, 10, pixel.alpha})) << x;
     }
 }
 
 }  // namespace
+
+}  // namespace zel::test

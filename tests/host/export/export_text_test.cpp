@@ -2,14 +2,16 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "host/export/recordings.h"
+#include "base/sha256.h"
 #include "host/document/message_document.h"
 #include "host/export/html_text.h"
 #include "host/export/parsed_document.h"
+#include "host/export/recordings.h"
 #include "host/export/text_layer.h"
 #include "host/export/utf8.h"
-#include "base/sha256.h"
 #include "host/host_disk.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -18,41 +20,41 @@ using testing::HasSubstr;
 using testing::Not;
 
 TEST(Names, AreOfLettersDigitsAndSignsAndDifferForEachDisk) {
-    EXPECT_EQ(StemOf("", 7), "0007");
-    EXPECT_EQ(StemOf("news-2", 9999), "news-2_9999");
+    EXPECT_EQ(exporter::StemOf("", 7), "0007");
+    EXPECT_EQ(exporter::StemOf("news-2", 9999), "news-2_9999");
     std::set<std::string> stems;
     const std::string long_name(300, 'x');
     for (const std::string& disk : {std::string("a b"), std::string("a_b"), std::string("a/b"), std::string("../b"),
                                     std::string("\xC3\xA9"), long_name, long_name + 'y'}) {
-        const std::string stem = StemOf(disk, 1);
+        const std::string stem = exporter::StemOf(disk, 1);
         EXPECT_TRUE(stems.insert(stem).second) << disk;
         EXPECT_THAT(stem, testing::MatchesRegex("[A-Za-z0-9_-]{1,60}_0001")) << disk;
     }
-    EXPECT_THROW(StemOf("", 10000), std::runtime_error);
-    EXPECT_THROW(StemOf("", -1), std::runtime_error);
+    EXPECT_THROW(exporter::StemOf("", 10000), std::runtime_error);
+    EXPECT_THROW(exporter::StemOf("", -1), std::runtime_error);
 }
 
 TEST(Titles, AreTheFirstLineThatIsMoreThanAPieceOfArtwork) {
     const std::pair<const char*, std::string> cases[] = {
         {"", ""}, {"R\n", "R"}, {"\n \nR\n  News\nx y", "News"}, {"\xC3\xA9\nab", "ab"}, {"a\xFF", "a\xEF\xBF\xBD"}};
-    for (const auto& [text, title] : cases) EXPECT_EQ(TitleOf(text), title) << text;
-    EXPECT_EQ(TitleOf(std::string(500, 'a')), std::string(100, 'a'));
+    for (const auto& [text, title] : cases) EXPECT_EQ(exporter::TitleOf(text), title) << text;
+    EXPECT_EQ(exporter::TitleOf(std::string(500, 'a')), std::string(100, 'a'));
 }
 
 TEST(Utf8Text, ReplacesWhatIsNoCharacter) {
     const std::string mark = "\xEF\xBF\xBD", good = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x99\x82";
-    EXPECT_EQ(ValidUtf8(good), good);
+    EXPECT_EQ(exporter::ValidUtf8(good), good);
     const std::pair<std::string, std::string> cases[] = {{"\xC0\xAF", mark + mark},
                                                          {"\xED\xA0\x80", mark},
                                                          {"\xE2\x82", mark + mark},
                                                          {"\xF8z", mark + "z"},
                                                          {std::string(1, '\0'), mark}};
-    for (const auto& [text, valid] : cases) EXPECT_EQ(ValidUtf8(text), valid);
+    for (const auto& [text, valid] : cases) EXPECT_EQ(exporter::ValidUtf8(text), valid);
 }
 
 TEST(Page, HoldsHostileTextAsText) {
     const std::string hostile = "\"'><script>alert(1)</script>&amp;";
-    Recording recording = Recorded();
+    library::Recording recording = Recorded();
     recording.text = hostile;
     recording.fonts = recording.warnings = {hostile};
     recording.fields = {{hostile, 0, 0, 2000000000, -2000000000}};
@@ -62,14 +64,14 @@ TEST(Page, HoldsHostileTextAsText) {
     const std::string page = Exported("html", recording)["0012.html"];
     EXPECT_THAT(page, Not(HasSubstr("<script")));
     std::size_t count = 0;
-    for (std::size_t at = 0; (at = page.find(HtmlText(hostile), at)) != std::string::npos; ++at) ++count;
+    for (std::size_t at = 0; (at = page.find(exporter::HtmlText(hostile), at)) != std::string::npos; ++at) ++count;
     EXPECT_EQ(count, 7U);  // title, heading, row, box, and three lists
 }
 
 TEST(Page, AllowsItsOwnStyleAndNothingElse) {
     const std::string page = Exported("html", Recorded())["0012.html"];
     const std::size_t begin = page.find("<style>") + 7;
-    const std::string sum = Base64(Sha256Raw(page.substr(begin, page.find("</style>") - begin)));
+    const std::string sum = exporter::Base64(base::Sha256Raw(page.substr(begin, page.find("</style>") - begin)));
     EXPECT_THAT(page, HasSubstr("content=\"default-src 'none'; img-src data:; style-src 'sha256-" + sum + "';"));
     EXPECT_THAT(page, Not(HasSubstr("style=")));
 }
@@ -79,11 +81,11 @@ class ImportedText : public HostDisk {};
 TEST_F(ImportedText, LiesWhereItsCharactersLie) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("AB"));
-    const ImportOutcome outcome = Import();
+    const run::ImportOutcome outcome = Import();
     ASSERT_TRUE(outcome.message);
-    Recording recording = Recorded();
-    recording.document = MessageDocument(*outcome.message, "here");
-    const std::vector<PlacedRow> rows = TextLayer(Json::parse(recording.document));
+    library::Recording recording = Recorded();
+    recording.document = document::MessageDocument(*outcome.message, "here");
+    const std::vector<exporter::PlacedRow> rows = exporter::TextLayer(Json::parse(recording.document));
     ASSERT_EQ(rows.size(), 1U);
     ASSERT_EQ(rows[0].characters.size(), 2U);
     const auto& [first, second] = std::pair(rows[0].characters[0], rows[0].characters[1]);
@@ -101,9 +103,9 @@ TEST(TextLayer, LeavesOutWhatIsNoRowOrCharacter) {
          {"null", "[]", "{}", R"({"rows":7,"characters":"x"})", R"({"characters":[{"row":0,"text":"a"}]})",
           R"({"rows":[{}],"characters":[{"row":-1,"text":"a"},{"row":1,"text":"a"},{"row":0,"text":5},3]})",
           R"({"rows":[{}],"characters":[{"row":1e30,"text":"a"},{"row":"0","text":"a"}]})"}) {
-        EXPECT_TRUE(TextLayer(Json::parse(document)).empty()) << document;
+        EXPECT_TRUE(exporter::TextLayer(Json::parse(document)).empty()) << document;
     }
-    const auto rows = TextLayer(Json::parse(
+    const auto rows = exporter::TextLayer(Json::parse(
         R"({"rows":[{"y":1e300,"depth":-5}],"characters":[{"row":0,"text":"a","x":-1e300,"step":1e300}]})"));
     ASSERT_EQ(rows.size(), 1U);
     EXPECT_LT(rows[0].top, 10000);
@@ -111,9 +113,9 @@ TEST(TextLayer, LeavesOutWhatIsNoRowOrCharacter) {
 }
 
 TEST(JsonFile, HoldsTheDocumentAndTheSources) {
-    Recording recording = Recorded();
+    library::Recording recording = Recorded();
     recording.disk = "news";
-    recording.kind = RecordingKind::kRgbaObject;
+    recording.kind = library::RecordingKind::kRgbaObject;
     recording.text = "bad \xFF byte";
     recording.sources = {{"/disk/.0012", {}, 7, "ab"}, {"/disk/f", 3, 8, "cd"}};
     const Json json = Json::parse(Exported("json", recording)["news_0012.json"]);
@@ -121,15 +123,17 @@ TEST(JsonFile, HoldsTheDocumentAndTheSources) {
     EXPECT_EQ(json["message"], Json::parse(recording.document));
     EXPECT_EQ(json["sources"][1], Json::parse(R"({"path":"/disk/f","font_number":3,"size":8,"sha256":"cd"})"));
     EXPECT_FALSE(json["sources"][0].contains("font_number"));
-    EXPECT_EQ(json["picture"]["sha256"], Sha256(recording.picture));
+    EXPECT_EQ(json["picture"]["sha256"], base::Sha256(recording.picture));
 }
 
 TEST(JsonFile, IsRefusedForADocumentThatIsNoMessage) {
     for (const std::string& text :
          {std::string("{"), std::string("[]"), std::string("7"), "{\"a\":" + std::string(100000, '[')}) {
-        EXPECT_THROW(ParsedDocument(text), std::runtime_error) << text.substr(0, 10);
+        EXPECT_THROW(exporter::ParsedDocument(text), std::runtime_error) << text.substr(0, 10);
     }
-    EXPECT_TRUE(ParsedDocument("").is_null());
+    EXPECT_TRUE(exporter::ParsedDocument("").is_null());
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -8,9 +8,11 @@
 #include "host/picture/png_reader.h"
 #include "host/picture/png_writer.h"
 
+namespace zel::test {
+
 /// A picture in which colours and alpha take all values, clear pixels with a colour among them.
-inline Picture Colourful(int width = 720, int height = 486) {
-    Picture picture{width, height, {}};
+inline picture::Picture Colourful(int width = 720, int height = 486) {
+    picture::Picture picture{width, height, {}};
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             for (const int value : {x * 7 + y, x + y * 3, x * y, y < 40 ? 0 : x}) {
@@ -22,25 +24,28 @@ inline Picture Colourful(int width = 720, int height = 486) {
 }
 
 /// A message with that picture.
-inline Recording Recorded(int number = 12, const Picture& picture = Colourful()) {
-    Recording recording;
+inline library::Recording Recorded(int number = 12, const picture::Picture& picture = Colourful()) {
+    library::Recording recording;
     recording.number = number;
     recording.document = R"({"kind":"message"})";
     recording.lines = picture.height == 576 ? 576 : 486;
     recording.width = picture.width;
     recording.height = picture.height;
-    recording.picture = EncodePng(picture);
+    recording.picture = picture::EncodePng(picture);
     return recording;
 }
 
 /// The files of a format for one message, by their names.
-inline std::map<std::string, std::string> Exported(std::string_view format, const Recording& recording,
-                                                   const ExportOptions& options = {}) {
-    ExportSubject subject(recording);
+inline std::map<std::string, std::string> Exported(std::string_view format, const library::Recording& recording,
+                                                   const exporter::ExportOptions& options = {}) {
+    exporter::ExportSubject subject(recording);
     std::map<std::string, std::string> files;
-    for (const ExportFormat& entry : ExportFormats()) {
+    for (const exporter::ExportFormat& entry : exporter::ExportFormats()) {
         if (entry.name != format) continue;
-        for (ExportedFile& file : entry.make(options)->Export(subject)) files[file.name] = std::move(file.bytes);
+        for (exporter::ExportedFile& file : entry.make(options)->Export(subject))
+            files[file.name] = std::move(file.bytes);
     }
     return files;
 }
+
+}  // namespace zel::test

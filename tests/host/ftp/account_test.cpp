@@ -3,6 +3,8 @@
 #include "host/ftp/netrc.h"
 #include "host/ftp/remote_url.h"
 
+namespace zel::test {
+
 namespace {
 
 struct UrlCase {
@@ -56,3 +58,5 @@ TEST(Netrc, GivesThePasswordOfHostAndUser) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "programs/cli/command_disk.h"
 #include "host/ftp/test_server.h"
+#include "programs/cli/command_disk.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -78,3 +80,5 @@ TEST_F(FetchCommand, AloneLoadsTheLibraryOfTheWire) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

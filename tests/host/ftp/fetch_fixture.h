@@ -6,11 +6,13 @@
 
 #include <gtest/gtest.h>
 
-#include "host/ftp/test_server.h"
 #include "host/ftp/fetch.h"
+#include "host/ftp/test_server.h"
 #include "inspect/sample_files.h"
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
+
+namespace zel::test {
 
 /// A small disk to serve, in "disk" of a directory of its own: messages .0001 to .0003, which name the fonts 12 and 31,
 /// of which 12 is there. What is fetched goes to "here".
@@ -102,3 +104,5 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
     int m_tries = 3;
     bool m_overwrite = false;
 };
+
+}  // namespace zel::test

@@ -5,6 +5,8 @@
 
 #include "host/ftp/fetch_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::HasSubstr;
@@ -99,3 +101,5 @@ TEST_F(FromARealServer, EncryptsAndChecksTheCertificateWhenThatIsRequired) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

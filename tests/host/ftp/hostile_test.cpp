@@ -3,6 +3,8 @@
 
 #include "host/ftp/fetch_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::ElementsAre;
@@ -154,3 +156,5 @@ TEST_F(FtpFetch, TellsNothingOfThePassword) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,6 +6,8 @@
 
 #include "host/ftp/remote_name.h"
 
+namespace zel::test {
+
 namespace {
 
 using ftp::ListingForm;
@@ -98,3 +100,5 @@ TEST(Listing, LetsNothingElseThroughOfBrokenBytes) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

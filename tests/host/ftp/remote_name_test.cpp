@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zel::test {
+
 namespace {
 
 TEST(RemoteName, TakesWhatTheFormatsCanHave) {
@@ -35,3 +37,5 @@ TEST(RemoteName, KnowsThePartsOfAPath) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

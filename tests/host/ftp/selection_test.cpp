@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace zel::test {
+
 namespace {
 
 constexpr const char* kNames = ".0001\n.0002\n0002\n2\n.0003\n.0003.TN\n.0020\n.00123456\nPROMO\nNEWS.0012\n";
@@ -42,3 +44,5 @@ TEST(SelectionPattern, TakesNoTimeOverManyStars) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -5,10 +5,12 @@
 #include "host/ftp/ftp_fetch_service.h"
 #include "host/reference_host.h"
 #include "module/contract/zel_trans_export.h"
-#include "platform/script/memory_settings_store.h"
+#include "module/contract/zel_trans_ftp.h"
 #include "module/resources/ftp_dialog.h"
 #include "module/resources/import_dialog.h"
-#include "module/contract/zel_trans_ftp.h"
+#include "platform/script/memory_settings_store.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -17,49 +19,49 @@ using testing::StartsWith;
 
 class FtpDialog : public FtpFetch {
   protected:
-    FtpDialog() : m_store_before(SetSettingsStore(&m_store)), m_desktop_before(SetDesktop(&m_desktop)) {}
+    FtpDialog() : m_store_before(seam::SetSettingsStore(&m_store)), m_desktop_before(seam::SetDesktop(&m_desktop)) {}
     ~FtpDialog() override {
-        SetDesktop(m_desktop_before);
-        SetSettingsStore(m_store_before);
+        seam::SetDesktop(m_desktop_before);
+        seam::SetSettingsStore(m_store_before);
     }
 
     /// Opens the dialog, fills it in, and leaves it to the user.
-    void Run(const std::function<void(DialogDriver&)>& user) {
+    void Run(const std::function<void(script::DialogDriver&)>& user) {
         ftp::FetchService service(m_service);
-        ReferenceHost host{HostOptions()};
+        host::ReferenceHost host{host::HostOptions()};
         host.SetFtpService(&service);
         m_desktop.HandleDialog(kFtpDialog, [&](CDialog& dialog) {
-            DialogDriver driver(dialog);
+            script::DialogDriver driver(dialog);
             driver.Type(kFtpAddressBox, "127.0.0.1:" + std::to_string(m_options.port));
             driver.Type(kFtpLocalDirBox, Here().string());
             driver.Type(kFtpFileEdit, "1-2");
             driver.Check(kFtpPassiveCheck);
             user(driver);
         });
-        m_desktop.HandleDialog(kImportDialog, [](CDialog& dialog) { DialogDriver(dialog).Press(kFtpButton); });
+        m_desktop.HandleDialog(kImportDialog, [](CDialog& dialog) { script::DialogDriver(dialog).Press(kFtpButton); });
         CZelTransExport().ZelTranslation(host.HostWindow());
-        host.EndCall(HowCallEnded::kReturned);
+        host.EndCall(host::HowCallEnded::kReturned);
     }
 
     /// The newest box of the copy.
     std::string Box() const {
         std::string text = "none";
-        for (const HeadlessDesktop::Box& box : m_desktop.Boxes()) {
+        for (const script::HeadlessDesktop::Box& box : m_desktop.Boxes()) {
             if (box.caption == "Copy Zelmara! Files via FTP") text = box.text;
         }
         return text;
     }
 
-    MemorySettingsStore m_store;
-    HeadlessDesktop m_desktop;
-    SettingsStore* m_store_before;
-    Desktop* m_desktop_before;
+    script::MemorySettingsStore m_store;
+    script::HeadlessDesktop m_desktop;
+    seam::SettingsStore* m_store_before;
+    seam::Desktop* m_desktop_before;
     ftp::FetchServiceOptions m_service;
 };
 
 TEST_F(FtpDialog, ExecuteFetchesAndTellsHowItEnded) {
     Serve({});
-    Run([](DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    Run([](script::DialogDriver& user) { user.Press(kFtpExecuteButton); });
     EXPECT_EQ(Box(), "3 fetched, 1 missing\nMACHINE/.0031: the server doesn't have it");
     EXPECT_EQ(Fetched("MESSAGES/.0002"), Served("MESSAGES/.0002"));
     EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
@@ -67,7 +69,7 @@ TEST_F(FtpDialog, ExecuteFetchesAndTellsHowItEnded) {
 
 TEST_F(FtpDialog, SkipWarningsTellsOnlyThatNothingCouldBeDone) {
     Serve({});
-    Run([&](DialogDriver& user) {
+    Run([&](script::DialogDriver& user) {
         user.Check(kFtpSkipWarningsCheck);
         user.Press(kFtpExecuteButton);
         EXPECT_EQ(Box(), "none");
@@ -85,7 +87,7 @@ TEST_F(FtpDialog, EscapeStopsIt) {
     Serve({});
     int asked = 0;
     m_desktop.AnswerKeys([&](int key) { return key == VK_ESCAPE && ++asked == 5; });
-    Run([](DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    Run([](script::DialogDriver& user) { user.Press(kFtpExecuteButton); });
     EXPECT_THAT(Box(), StartsWith("Stopped: "));
     EXPECT_FALSE(std::filesystem::exists(Here() / "MESSAGES/.0002"));
 }
@@ -100,7 +102,7 @@ TEST_F(FtpDialog, BrowseLeadsToADirectoryAndAFile) {
         seen += view.directory + "(" + std::to_string(view.listing.entries.size()) + ") ";
         return std::optional(choices.at(step++));
     };
-    Run([](DialogDriver& user) {
+    Run([](script::DialogDriver& user) {
         user.Press(kFtpBrowseRemoteButton);
         EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/MESSAGES");
         EXPECT_EQ(user.Text(kFtpFileEdit), ".0003");
@@ -110,3 +112,5 @@ TEST_F(FtpDialog, BrowseLeadsToADirectoryAndAFile) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -12,6 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace zel::test {
+
 /// An FTP server of this folder's scripts, which ends with the object, and with the test if that crashes. Each test
 /// starts its own.
 class TestServer {
@@ -52,3 +54,5 @@ class TestServer {
     pid_t m_process = -1;
     int m_port = 0;
 };
+
+}  // namespace zel::test

@@ -6,6 +6,8 @@
 #include "platform/system/version.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using module_test::MessageOf;
@@ -18,14 +20,14 @@ class ImportDialog : public ModuleTest {};
 
 struct ControlRow {
     int id;
-    ControlKind kind;
+    framework::ControlKind kind;
     const char* text;
     int x, y, cx, cy;
     bool hidden = false;
 };
 
 TEST_F(ImportDialog, IsTheTemplateThatTheHostKnows) {
-    using enum ControlKind;
+    using enum framework::ControlKind;
     constexpr ControlRow kControls[] = {
         {-1, group_box, "Import From Local Drive", 7, 2, 273, 61},
         {-1, static_text, "&Font Dir :", 10, 12, 32, 12},
@@ -49,15 +51,15 @@ TEST_F(ImportDialog, IsTheTemplateThatTheHostKnows) {
          "Note : Before Importing Zelmara! messages,  files must be transferred to Windows formatted media.", 7, 64,
          339, 11},
     };
-    RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
-        const DialogTemplate& shown = *dialog.GetTemplate();
+    RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
+        const framework::DialogTemplate& shown = *dialog.GetTemplate();
         EXPECT_STREQ(shown.font_name, "MS Sans Serif");
         EXPECT_THAT((std::vector<int>{static_cast<int>(shown.id), shown.point_size, shown.cx, shown.cy}),
                     ElementsAre(129, 8, 418, 82));
         EXPECT_EQ(user.Caption(), "Zelmara! Message Import");
         ASSERT_EQ(shown.controls.size(), std::size(kControls));
         for (std::size_t i = 0; i < std::size(kControls); ++i) {
-            const ControlTemplate& control = shown.controls[i];
+            const framework::ControlTemplate& control = shown.controls[i];
             const ControlRow& row = kControls[i];
             EXPECT_EQ(control.id, row.id) << i;
             EXPECT_EQ(control.kind, row.kind) << i;
@@ -72,7 +74,7 @@ TEST_F(ImportDialog, IsTheTemplateThatTheHostKnows) {
 
 TEST_F(ImportDialog, BeginsWithTheLastIdAndTheFocusInIt) {
     OpenDialog::M_sNextMessage = ".0041";
-    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
         EXPECT_EQ(user.Text(kMessageIdEdit), ".0041");
         EXPECT_EQ(CWnd::GetFocus()->m_hWnd == dialog.GetDlgItem(kMessageDirBox)->m_hWnd, true) << "typed in last";
         EXPECT_EQ(dialog.GetDefID(), 1U) << "Enter means the button captioned Cancel";
@@ -91,12 +93,12 @@ struct PlaceCase {
 
 TEST_F(ImportDialog, ReturnsToItsPlaceInsideItsLimits) {
     RECT free{};
-    RunDialog([&](DialogDriver&, CZelTransDlg& dialog) { dialog.GetWindowRect(&free); });
+    RunDialog([&](script::DialogDriver&, CZelTransDlg& dialog) { dialog.GetWindowRect(&free); });
     for (const PlaceCase& row :
          {PlaceCase{1, 1999, true}, {1999, 1, true}, {0, 5, false}, {5, 2000, false}, {-3, 5, false}, {5, 0, false}}) {
         settings.SetProfileInt("ZELFTPSaveOptions", "DialogX", row.x);
         settings.SetProfileInt("ZELFTPSaveOptions", "DialogY", row.y);
-        RunDialog([&](DialogDriver&, CZelTransDlg& dialog) {
+        RunDialog([&](script::DialogDriver&, CZelTransDlg& dialog) {
             RECT rect{};
             dialog.GetWindowRect(&rect);
             EXPECT_EQ(rect.left, row.moved ? row.x : free.left) << row.x << " " << row.y;
@@ -113,16 +115,16 @@ TEST_F(ImportDialog, CopyButtonGoesByTheSystemsVersion) {
         bool enabled;
     };
     for (const Case& row : {Case{4, 10, true}, {5, 0, true}, {5, 1, false}, {6, 1, false}, {6, 0, true}}) {
-        SetSystemVersion(row.major, row.minor);
-        RunDialog([&](DialogDriver& user, CZelTransDlg&) {
+        system::SetSystemVersion(row.major, row.minor);
+        RunDialog([&](script::DialogDriver& user, CZelTransDlg&) {
             EXPECT_EQ(user.IsEnabled(kCopyFilesButton), row.enabled) << row.major << "." << row.minor;
         });
     }
-    SetSystemVersion(5, 0);
+    system::SetSystemVersion(5, 0);
 }
 
 TEST_F(ImportDialog, SkipWarningsIsStoredAtOnce) {
-    RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
         EXPECT_FALSE(user.IsChecked(kSkipWarningsCheck));
         for (const int on : {1, 0}) {
             user.Press(kSkipWarningsCheck);
@@ -134,7 +136,7 @@ TEST_F(ImportDialog, SkipWarningsIsStoredAtOnce) {
 }
 
 TEST_F(ImportDialog, HiddenCheckBoxesTurnTheirMembersOver) {
-    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
         EXPECT_FALSE(user.Press(kTrueFontCheck)) << "a user can't";
         for (const int on : {1, 0}) {
             dialog.SendMessage(WM_COMMAND, kTrueFontCheck);
@@ -150,7 +152,7 @@ TEST_F(ImportDialog, BrowsingForFontsTakesTheDirectoryAndTheOldId) {
     OpenDialog::M_sNextMessage = ".0003";
     desktop.QueueFile(std::nullopt);
     desktop.QueueFile("D:\\ELSEWHERE\\.0009");
-    RunDialog([](DialogDriver& user, CZelTransDlg&) {
+    RunDialog([](script::DialogDriver& user, CZelTransDlg&) {
         user.Type(kMessageIdEdit, "typed");
         user.Press(kBrowseFontButton);
         EXPECT_EQ(user.Text(kFontDirBox), "D:\\MACHINE") << "a cancelled dialog changes nothing";
@@ -167,7 +169,7 @@ TEST_F(ImportDialog, BrowsingForFontsTakesTheDirectoryAndTheOldId) {
 
 TEST_F(ImportDialog, BrowsingForAMessageTakesItsNameToo) {
     desktop.QueueFile("D:\\MESSAGES\\.0009");
-    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
         user.Type(kMessageDirBox, "D:\\NONE");
         user.Press(kBrowseMessageButton);
         EXPECT_EQ(user.Text(kMessageDirBox), "D:\\MESSAGES");
@@ -181,7 +183,7 @@ TEST_F(ImportDialog, BrowsingForAMessageTakesItsNameToo) {
 TEST_F(ImportDialog, ImportsOneMessageAfterTheOther) {
     for (const char* name : {".0007", ".0008"}) WriteMessage(MessageOf({samples::EmptyRow(0)}), name);
     desktop.SetYesNoAnswer(IDNO);
-    RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
         user.Type(kMessageIdEdit, "7");
         user.PressEnter();
         EXPECT_EQ(user.Text(kMessageIdEdit), ".0008");
@@ -193,3 +195,5 @@ TEST_F(ImportDialog, ImportsOneMessageAfterTheOther) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -3,10 +3,12 @@
 
 #include <gmock/gmock.h>
 
-#include "module/state/module_state.h"
 #include "module/contract/zel_trans_export.h"
-#include "support/module_fixture.h"
 #include "module/dialog/browse.h"
+#include "module/state/module_state.h"
+#include "support/module_fixture.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -81,7 +83,7 @@ TEST_F(LongPaths, FontOf260IsNotFound) {
 TEST_F(LongPaths, MessageOf260IsNotFound) {
     const std::string messages_dir = Directory(260, 'm');
     Put(messages_dir, samples::WriteMessage(message));
-    RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
         user.Type(kMessageDirBox, messages_dir);
         user.Type(kMessageIdEdit, ".0001");
         user.Press(kReadButton);
@@ -93,8 +95,8 @@ TEST_F(LongPaths, MessageOf260IsNotFound) {
 TEST_F(LongPaths, EveryLengthUpToTenTimesTheLimitEndsInWords) {
     for (const std::size_t length : {257U, 258U, 261U, 300U, 519U, 520U, 521U, 2600U}) {
         const std::string directory = "D:\\" + std::string(length, 'x');
-        RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
-            BringToTop(dialog, kFontDirBox, directory.c_str());
+        RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
+            dialog::BringToTop(dialog, kFontDirBox, directory.c_str());
             dialog.SetDlgItemText(kMessageIdEdit, std::string(length, '7').c_str());
             user.Press(kReadButton);
             EXPECT_EQ(dialog.m_iStatus, 1);
@@ -134,3 +136,5 @@ TEST_F(LongPaths, BrowsedFontOf259IsRead) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -7,6 +7,8 @@
 #include "platform/system/files.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using module_test::ModuleTest;
@@ -29,7 +31,7 @@ class MessageId : public ModuleTest, public testing::WithParamInterface<IdCase> 
 
 TEST_P(MessageId, NamesAFile) {
     for (const char* file : GetParam().files) WriteFile("MESSAGES/" + std::string(file), "x");
-    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
         user.Type(kMessageIdEdit, GetParam().id);
         dialog.m_iStatus = 0;
         dialog.ReadDirectoryPaths();
@@ -118,8 +120,8 @@ constexpr char kIllegalMedia[] =
 TEST_F(Paths, DirectoriesAreCheckedWhateverSkipWarningsSays) {
     WriteFile("MESSAGES/.0001", "x");
     WriteFile("PLAIN", "x");
-    MountUnreadableDrive('Z', ERROR_NOT_DOS_DISK);
-    MountUnreadableDrive('Y', ERROR_NOT_READY);
+    system::MountUnreadableDrive('Z', ERROR_NOT_DOS_DISK);
+    system::MountUnreadableDrive('Y', ERROR_NOT_READY);
     const DirectoryCase kCases[] = {
         {"both there", "D:\\MACHINE", "D:\\MESSAGES", 0, nullptr},
         {"font directory missing", "D:\\NONE", "D:\\NONE", 1, "Invalid Directory|Invalid Font Directory: D:\\NONE"},
@@ -132,7 +134,7 @@ TEST_F(Paths, DirectoriesAreCheckedWhateverSkipWarningsSays) {
         {"a plain file passes for a directory", "D:\\PLAIN", "D:\\MESSAGES", 0, nullptr},
         {"until a message is looked for in it", "D:\\MACHINE", "D:\\PLAIN", 3, nullptr},
     };
-    RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
         for (const DirectoryCase& row : kCases) {
             CZelFont::m_bIgnoreErrors = 1;
             NewBoxes();
@@ -150,8 +152,8 @@ TEST_F(Paths, DirectoriesAreCheckedWhateverSkipWarningsSays) {
         }
         EXPECT_THAT(user.List(kFontDirBox), ElementsAre("D:\\MACHINE", "D:\\PLAIN")) << "the latest on top, once each";
     });
-    MountDrive('Z', "");
-    MountDrive('Y', "");
+    system::MountDrive('Z', "");
+    system::MountDrive('Y', "");
 }
 
 TEST_F(Paths, ReportErrorAddsTheSystemsWordsIfItHasSome) {
@@ -171,3 +173,5 @@ TEST_F(Paths, ReportErrorAddsTheSystemsWordsIfItHasSome) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -3,9 +3,11 @@
 
 #include <gmock/gmock.h>
 
+#include "module/dialog/browse.h"
 #include "platform/system/registry.h"
 #include "support/module_fixture.h"
-#include "module/dialog/browse.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -29,7 +31,7 @@ class RecentLists : public ModuleTest {
     }
     std::vector<std::string> Shown() {
         std::vector<std::string> shown;
-        RunDialog([&](DialogDriver& user, CZelTransDlg&) { shown = user.List(kFontDirBox); });
+        RunDialog([&](script::DialogDriver& user, CZelTransDlg&) { shown = user.List(kFontDirBox); });
         return shown;
     }
 };
@@ -54,9 +56,9 @@ TEST_F(RecentLists, GapClosesAndTheOldTailComesBack) {
 }
 
 TEST_F(RecentLists, TwelveEntriesAreWrittenAndTenReadBack) {
-    RunDialog([](DialogDriver&, CZelTransDlg& dialog) {
-        for (int n = 0; n < 12; ++n) BringToTop(dialog, kFontDirBox, std::to_string(n).c_str());
-        BringToTop(dialog, kFontDirBox, "5");
+    RunDialog([](script::DialogDriver&, CZelTransDlg& dialog) {
+        for (int n = 0; n < 12; ++n) dialog::BringToTop(dialog, kFontDirBox, std::to_string(n).c_str());
+        dialog::BringToTop(dialog, kFontDirBox, "5");
     });
     EXPECT_EQ(Stored("FontDir", 0), Ended("5")) << "an entry used again moves up";
     EXPECT_EQ(Stored("FontDir", 11), Ended("0"));
@@ -65,9 +67,9 @@ TEST_F(RecentLists, TwelveEntriesAreWrittenAndTenReadBack) {
 
 TEST_F(RecentLists, BothWaysOfClosingStoreBothListsAndThePlace) {
     for (const bool escape : {false, true}) {
-        RunDialog([&](DialogDriver& user, CZelTransDlg& dialog) {
-            BringToTop(dialog, kFontDirBox, escape ? "font 2" : "font 1");
-            BringToTop(dialog, kMessageDirBox, "messages");
+        RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
+            dialog::BringToTop(dialog, kFontDirBox, escape ? "font 2" : "font 1");
+            dialog::BringToTop(dialog, kMessageDirBox, "messages");
             dialog.MoveWindow(70, 80, 100, 100);
             if (escape) {
                 user.PressEscape();
@@ -116,3 +118,5 @@ TEST_F(RecentLists, EntriesUpTo259CharactersComeBackAndLongerOnesAreLeftOut) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

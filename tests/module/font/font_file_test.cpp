@@ -5,11 +5,13 @@
 
 #include <gmock/gmock.h>
 
+#include "module/font/format/convert_char_entry.h"
+#include "module/font/format/convert_font_header.h"
+#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "samples/font_writer.h"
-#include "module/font/format/convert_font_header.h"
-#include "module/font/format/convert_char_entry.h"
-#include "module/font/format/font_blocks.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -18,20 +20,20 @@ using samples::FontFile;
 using testing::ElementsAre;
 
 struct Loaded {
-    explicit Loaded(std::span<const std::uint8_t> bytes, SectionObserver* observer = nullptr) {
-        ByteSource source(bytes);
-        outcome = LoadFont(source, slot, tessor, observer);
+    explicit Loaded(std::span<const std::uint8_t> bytes, message::SectionObserver* observer = nullptr) {
+        message::ByteSource source(bytes);
+        outcome = font::LoadFont(source, slot, tessor, observer);
     }
-    ~Loaded() { ReleaseFontBlocks(slot); }
+    ~Loaded() { font::ReleaseFontBlocks(slot); }
     Loaded(const Loaded&) = delete;
     Loaded& operator=(const Loaded&) = delete;
 
     tag_font_memory slot;
     bool tessor = false;
-    FontOutcome outcome;
+    font::FontOutcome outcome;
 };
 
-class SectionNames : public SectionObserver {
+class SectionNames : public message::SectionObserver {
   public:
     void OnSection(const char* name, std::uint64_t offset, std::uint64_t, std::uint64_t) override {
         sections.push_back(name + ("@" + std::to_string(offset)));
@@ -52,7 +54,7 @@ TEST(FontHeader, KeepsItsOffsetsWithItsWordsConverted) {
         const unsigned v = file[86] * 256U + file[87], split = v >> 9 | (v & 0x1FF) << 7;
         expected[86] = static_cast<std::uint8_t>(split & 255);
         expected[87] = static_cast<std::uint8_t>(split >> 8);
-        const tag_font_header header = ConvertFontHeader(file);
+        const tag_font_header header = font::ConvertFontHeader(file);
         ASSERT_EQ(std::memcmp(&header, expected.data(), sizeof header), 0) << round;
     }
 }
@@ -69,7 +71,7 @@ TEST(FontHeader, FieldsAreTheWrittenOnes) {
     font.header.edge_size = 200;
     font.header.word_table_size = 0x12340000;
     const Loaded loaded(samples::WriteFont(font));
-    ASSERT_EQ(loaded.outcome, FontOutcome::kRead) << "the low 16 bits of the word table's size are 0";
+    ASSERT_EQ(loaded.outcome, font::FontOutcome::kRead) << "the low 16 bits of the word table's size are 0";
     const tag_font_header header = *loaded.slot.font_header;
     EXPECT_EQ(header.Name(), std::string(70, 'n'));
     EXPECT_EQ(header.IdText(), "7077");
@@ -80,7 +82,7 @@ TEST(FontHeader, FieldsAreTheWrittenOnes) {
 
 TEST(DirectoryEntry, BitFieldsStandFromTheLowestBitUp) {
     const auto word = [](const samples::CharEntry& entry) {
-        return std::uint32_t{ConvertCharEntry(samples::WriteCharEntry(entry)).glyph_word};
+        return std::uint32_t{font::ConvertCharEntry(samples::WriteCharEntry(entry)).glyph_word};
     };
     for (unsigned bit = 0; bit < 6; ++bit) {
         EXPECT_EQ(word({.glyph_bits_a = 1U << bit}), 1U << bit);
@@ -91,7 +93,7 @@ TEST(DirectoryEntry, BitFieldsStandFromTheLowestBitUp) {
         EXPECT_EQ(word({.glyph_metric = 1U << bit}), 1U << (22 + bit));
     }
     const tag_char_entry entry =
-        ConvertCharEntry(std::array<std::uint8_t, 10>{170, 0, 0x08, 0x10, 0x10, 0x21, 1, 2, 3, 4});
+        font::ConvertCharEntry(std::array<std::uint8_t, 10>{170, 0, 0x08, 0x10, 0x10, 0x21, 1, 2, 3, 4});
     EXPECT_EQ(std::uint32_t{entry.glyph_word}, 2U | 1U << 6 | 4U << 12 | 33U << 22);
     EXPECT_EQ(std::uint32_t{entry.glyph_offset}, 0x01020304U);
     EXPECT_EQ(entry.Top(), 4);
@@ -154,7 +156,7 @@ TEST(FontSections, FollowFromTheFlags) {
         samples::FontOffsets at;
         SectionNames names;
         const Loaded loaded(samples::WriteFont(font, &at), &names);
-        ASSERT_EQ(loaded.outcome, FontOutcome::kRead);
+        ASSERT_EQ(loaded.outcome, font::FontOutcome::kRead);
         EXPECT_EQ(loaded.tessor, row.tessor);
         std::vector<std::string> kinds;
         for (const std::string& section : names.sections) kinds.push_back(section.substr(0, section.find('@')));
@@ -173,16 +175,17 @@ TEST(FontSections, FollowFromTheFlags) {
     }
 }
 
-FontOutcome OutcomeOfPrefix(std::size_t n, const samples::FontOffsets& at, bool leading) {
-    if (n < 136) return FontOutcome::kShortPsosHeader;
-    if (n < at.directory) return FontOutcome::kShortFontHeader;
-    if (n < at.encoding) return FontOutcome::kShortDirectory;
-    if (n < at.first_sample) return leading ? FontOutcome::kShortLeadingEncoding : FontOutcome::kShortEncoding;
-    if (leading && n < at.first_sample + 10) return FontOutcome::kShortLeadingSample;
-    if (n < at.aux_block) return FontOutcome::kShortSampleRow;
-    if (n < at.sample + 10) return FontOutcome::kShortBlock;
-    if (n < at.stored.at(7)) return FontOutcome::kShortSampleRow;
-    return n < at.stored.at(191) + 4 ? FontOutcome::kShortBlock : FontOutcome::kRead;
+font::FontOutcome OutcomeOfPrefix(std::size_t n, const samples::FontOffsets& at, bool leading) {
+    if (n < 136) return font::FontOutcome::kShortPsosHeader;
+    if (n < at.directory) return font::FontOutcome::kShortFontHeader;
+    if (n < at.encoding) return font::FontOutcome::kShortDirectory;
+    if (n < at.first_sample)
+        return leading ? font::FontOutcome::kShortLeadingEncoding : font::FontOutcome::kShortEncoding;
+    if (leading && n < at.first_sample + 10) return font::FontOutcome::kShortLeadingSample;
+    if (n < at.aux_block) return font::FontOutcome::kShortSampleRow;
+    if (n < at.sample + 10) return font::FontOutcome::kShortBlock;
+    if (n < at.stored.at(7)) return font::FontOutcome::kShortSampleRow;
+    return n < at.stored.at(191) + 4 ? font::FontOutcome::kShortBlock : font::FontOutcome::kRead;
 }
 
 TEST(FontTruncation, EveryPrefixHasItsOutcome) {
@@ -199,46 +202,47 @@ TEST(FontTruncation, EveryPrefixHasItsOutcome) {
 struct SizeCase {
     const char* name;
     void (*change)(FontFile&);
-    FontOutcome outcome;
+    font::FontOutcome outcome;
 };
 
 TEST(FontSizes, AreHeldAgainstTheFileBeforeMemoryIsTaken) {
     const SizeCase kCases[] = {
-        {"a negative auxiliary block", [](FontFile& f) { f.header.aux_block_size = -1; }, FontOutcome::kNoMemory},
-        {"a negative word table", [](FontFile& f) { f.header.word_table_size = 0x8000; }, FontOutcome::kNoMemory},
-        {"a word table of an odd size", [](FontFile& f) { f.header.word_table_size = 3; }, FontOutcome::kShortBlock},
+        {"a negative auxiliary block", [](FontFile& f) { f.header.aux_block_size = -1; }, font::FontOutcome::kNoMemory},
+        {"a negative word table", [](FontFile& f) { f.header.word_table_size = 0x8000; }, font::FontOutcome::kNoMemory},
+        {"a word table of an odd size", [](FontFile& f) { f.header.word_table_size = 3; },
+         font::FontOutcome::kShortBlock},
         {"the largest encoding data", [](FontFile& f) { f.header.encoding_size = 0xFFFFFFFF; },
-         FontOutcome::kShortEncoding},
+         font::FontOutcome::kShortEncoding},
         {"a sample of negative height",
          [](FontFile& f) {
              f.sample = samples::SampleBlock{0, {5, -1, {}}, {}};
          },
-         FontOutcome::kNoMemory},
+         font::FontOutcome::kNoMemory},
         {"a sample of negative width",
          [](FontFile& f) {
              f.sample = samples::SampleBlock{0, {}, {-1, 2, {}}};
          },
-         FontOutcome::kNoMemory},
+         font::FontOutcome::kNoMemory},
         {"a sample of both negative",
          [](FontFile& f) {
              f.sample = samples::SampleBlock{0, {-5, -5, {}}, {}};
          },
-         FontOutcome::kRead},
+         font::FontOutcome::kRead},
         {"a sample without rows",
          [](FontFile& f) {
              f.sample = samples::SampleBlock{0, {5, 0, {}}, {}};
          },
-         FontOutcome::kRead},
+         font::FontOutcome::kRead},
         {"a row of width 0",
          [](FontFile& f) {
              f.sample = samples::SampleBlock{0, {0, 1, {}}, {}};
          },
-         FontOutcome::kShortSampleRow},
+         font::FontOutcome::kShortSampleRow},
         {"the largest sample",
          [](FontFile& f) {
              f.sample = samples::SampleBlock{0, {32767, 32767, {}}, {}};
          },
-         FontOutcome::kShortSampleRow},
+         font::FontOutcome::kShortSampleRow},
     };
     for (const SizeCase& row : kCases) {
         FontFile font;
@@ -250,14 +254,16 @@ TEST(FontSizes, AreHeldAgainstTheFileBeforeMemoryIsTaken) {
 TEST(StoredGlyphs, LengthsThatRunPastTheEndAreNoticedByTheNextOnly) {
     FontFile font = WithAllBlocks(0x20);
     font.stored[191].length = 0xFFFFFFFF;
-    EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, FontOutcome::kRead);
+    EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, font::FontOutcome::kRead);
     font.stored[7].length = 0xFFFFFFFF;
-    EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, FontOutcome::kShortBlock);
+    EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, font::FontOutcome::kShortBlock);
     font.stored[7].length = 0;  // the next record is then the same
     const Loaded same(samples::WriteFont(font));
-    EXPECT_EQ(same.outcome, FontOutcome::kRead);
+    EXPECT_EQ(same.outcome, font::FontOutcome::kRead);
     EXPECT_EQ(std::uint32_t{same.slot.char_directory[7].glyph_offset},
               std::uint32_t{same.slot.char_directory[191].glyph_offset});
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -5,6 +5,8 @@
 #include "platform/framework/exceptions.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using module_test::FontSet;
@@ -29,7 +31,7 @@ TEST(StoredPixels, AreTheFormulaInDoublesForEveryColourAndAlphaOnEveryPath) {
             wanted.push_back(static_cast<std::uint8_t>(alpha));
         }
     }
-    for (const straighten::Path& path : straighten::Paths()) {
+    for (const font::straighten::Path& path : font::straighten::Paths()) {
         for (const std::size_t first : {0U, 4U}) {  // and with what is left over behind the last whole step
             std::vector<std::uint8_t> pixels(stored.begin() + static_cast<std::ptrdiff_t>(first), stored.end());
             path.Convert(pixels.data(), pixels.data(), pixels.size() / 4);
@@ -44,13 +46,13 @@ TEST(StoredPixels, OfRowsOfAnyWidthAreTheSameOnEveryPath) {
     for (std::size_t i = 0; i < stored.size(); ++i) stored[i] = static_cast<std::uint8_t>(i * 167 >> 1);
     for (std::size_t width = 1; width <= 20; ++width) {
         const auto row = static_cast<std::ptrdiff_t>(width) * 4;
-        const auto converted = [&](const straighten::Path& path) {
+        const auto converted = [&](const font::straighten::Path& path) {
             std::vector<std::uint8_t> pixels(stored.size(), 0xEE);
             path.convert_rows({stored.data() + 2 * row, -row, pixels.data(), width, 3});  // the last row first
             return pixels;
         };
-        const auto wanted = converted(straighten::Paths().back());
-        for (const straighten::Path& path : straighten::Paths())
+        const auto wanted = converted(font::straighten::Paths().back());
+        for (const font::straighten::Path& path : font::straighten::Paths())
             EXPECT_EQ(converted(path), wanted) << path.name << ", " << width;
     }
 }
@@ -265,3 +267,5 @@ TEST_F(Glyphs, RecordCutShortIsAFileError) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -8,6 +8,8 @@
 #include "samples/write_file.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using module_test::FontSet;
@@ -119,7 +121,7 @@ TEST_F(ReadFont, YesBrowsesAndKeepsTheDirectory) {
     EXPECT_STREQ(fonts.m_Slots[3].file_name, "D:\\ELSEWHERE\\MY.FONT");
     EXPECT_EQ(path, "D:\\ELSEWHERE");
     EXPECT_EQ(CZelFont::m_SFontBrowseDir, "D:\\ELSEWHERE");
-    const HeadlessDesktop::FileDialog& files = desktop.FileDialogs()[0];
+    const script::HeadlessDesktop::FileDialog& files = desktop.FileDialogs()[0];
     EXPECT_EQ(files.title, "Browse for Font File");
     EXPECT_EQ(files.initial_dir, "\\MACHINE\\");
     EXPECT_EQ(files.initial_name, ".0012");
@@ -212,7 +214,7 @@ TEST_F(ReadFont, FailuresHaveTheirWords) {
             }
         }
     }
-    for (const HeadlessDesktop::Box& box : desktop.Boxes())
+    for (const script::HeadlessDesktop::Box& box : desktop.Boxes())
         EXPECT_EQ(box.style, box.caption == "ZELMARA Import" || box.caption == "Tavro" ? 0U : 48U) << box.text;
 }
 
@@ -258,3 +260,5 @@ TEST_F(ReadFont, WriteSampleDataReadsFromTheFilesPosition) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -8,6 +8,8 @@
 
 #include "samples/run_codes.h"
 
+namespace zel::test {
+
 namespace {
 
 using samples::BackgroundRun;
@@ -17,7 +19,7 @@ using samples::EndOfLine;
 using samples::RunCodes;
 using samples::Stay;
 
-RunCodeReader Reader(const samples::Bytes& bytes, std::uint32_t offset = 0) {
+font::RunCodeReader Reader(const samples::Bytes& bytes, std::uint32_t offset = 0) {
     return {bytes, offset};
 }
 
@@ -26,7 +28,7 @@ constexpr std::uint32_t kStayingBackground = 1U << 31 | BackgroundRun(5);
 struct MeasureCase {
     const char* name;
     RunCodes codes;
-    GlyphSize size;
+    font::GlyphSize size;
 };
 
 TEST(Measure, FollowsTheCodes) {
@@ -45,15 +47,17 @@ TEST(Measure, FollowsTheCodes) {
         {"codes behind the end don't count", {0, ColourRun(1, 255, 9), EndOfLine()}, {0, 2}},
     };
     for (const MeasureCase& row : kCases)
-        EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(row.codes))), row.size) << row.name;
+        EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(row.codes))), row.size) << row.name;
 }
 
 TEST(Measure, EndsAfter500LinesOrRuns) {
-    EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(RunCodes(600, EndOfLine())))), (GlyphSize{0, 502}));
+    EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(RunCodes(600, EndOfLine())))),
+              (font::GlyphSize{0, 502}));
     RunCodes codes(600, ColourRun(1, 255, 1));
-    EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (GlyphSize{0, 2})) << "the line has no end";
+    EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (font::GlyphSize{0, 2}))
+        << "the line has no end";
     codes.insert(codes.begin() + 499, EndOfLine());
-    EXPECT_EQ(MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (GlyphSize{500, 4}));
+    EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (font::GlyphSize{500, 4}));
 }
 
 TEST(Measure, IsTheSameOnEveryPath) {
@@ -63,9 +67,9 @@ TEST(Measure, IsTheSameOnEveryPath) {
         for (std::uint32_t& code : codes) code = random() % 100 == 0 ? 0 : static_cast<std::uint32_t>(random());
         if (round % 3 == 0) std::ranges::replace(codes, 0U, ColourRun(1, 9, 1));
         const samples::Bytes bytes = samples::RunCodeBytes(codes);
-        const RunCodeReader reader = Reader(bytes, static_cast<std::uint32_t>(random() % 9));
-        const GlyphSize size = MeasurePaths().back().measure(reader);
-        for (const MeasurePath& path : MeasurePaths())
+        const font::RunCodeReader reader = Reader(bytes, static_cast<std::uint32_t>(random() % 9));
+        const font::GlyphSize size = font::MeasurePaths().back().measure(reader);
+        for (const font::MeasurePath& path : font::MeasurePaths())
             ASSERT_EQ(path.measure(reader), size) << path.name << ", round " << round;
     }
 }
@@ -79,8 +83,8 @@ TEST(RunCodeReader, StaysInTheEncodingData) {
 /// A canvas whose every byte is `fill` before the glyph is drawn; a pixel reads as "blue green red alpha".
 struct Canvas {
     Canvas(int w, int h, const RunCodes& codes, std::uint8_t fill = 0x11) : width(w), pixels(Size(w, h), fill) {
-        const RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
-        DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}}, {pixels.data(), w * 4, w, h});
+        const font::RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
+        font::DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}}, {pixels.data(), w * 4, w, h});
     }
     static std::size_t Size(int w, int h) { return static_cast<std::size_t>(w * h * 4); }
     std::string At(int x, int y) const {
@@ -173,9 +177,9 @@ TEST(Draw, FillsRowsAsIfTheyHadBeenFilledBefore) {
         if (round % 4 == 0) codes.insert(codes.begin(), 496, Stay(1, 9));  // so that the line ends by its runs
         const Canvas before(width, height, codes, 0x21);
         std::vector<std::uint8_t> pixels(before.pixels.size(), 0xEE);
-        const RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
-        DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}},
-                     {pixels.data(), width * 4, width, height, 0x21});
+        const font::RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
+        font::DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}},
+                           {pixels.data(), width * 4, width, height, 0x21});
         ASSERT_EQ(pixels, before.pixels) << "round " << round;
     }
 }
@@ -188,10 +192,11 @@ TEST(Draw, NeverLeavesTheBuffer) {
         RunCodes codes(random() % 60);
         for (std::uint32_t& code : codes) code = static_cast<std::uint32_t>(random());
         std::vector<std::uint8_t> memory(2 * kMargin + Canvas::Size(width, height), 0xC5);
-        const RunColour colours[] = {{}, {200, 100, 50}};
-        DrawRunCodes(Reader(samples::RunCodeBytes(codes), static_cast<std::uint32_t>(random() % 8)), {colours, {}},
-                     {memory.data() + kMargin, width * 4, width, height,
-                      round % 2 == 0 ? std::optional<std::uint8_t>(0xC5) : std::nullopt});
+        const font::RunColour colours[] = {{}, {200, 100, 50}};
+        font::DrawRunCodes(Reader(samples::RunCodeBytes(codes), static_cast<std::uint32_t>(random() % 8)),
+                           {colours, {}},
+                           {memory.data() + kMargin, width * 4, width, height,
+                            round % 2 == 0 ? std::optional<std::uint8_t>(0xC5) : std::nullopt});
         const auto untouched = [&](std::size_t from, std::size_t count) {
             return std::all_of(memory.begin() + static_cast<std::ptrdiff_t>(from),
                                memory.begin() + static_cast<std::ptrdiff_t>(from + count),
@@ -207,14 +212,14 @@ unsigned Cut(double value) {
 }
 
 // Draws one row of 256 pixels, pixel p holding p in every colour byte and `alpha`, with one code for each of them.
-std::vector<std::uint8_t> DrawOver(const RunCodes& codes, RunColour colour, std::uint8_t alpha) {
+std::vector<std::uint8_t> DrawOver(const RunCodes& codes, font::RunColour colour, std::uint8_t alpha) {
     std::vector<std::uint8_t> pixels(Canvas::Size(256, 2));
     for (unsigned p = 0; p < 256; ++p) {
         std::fill_n(pixels.begin() + 1024 + 4 * p, 3, static_cast<std::uint8_t>(p));
         pixels[1024 + 4 * p + 3] = alpha;
     }
-    const RunColour colours[] = {{}, colour};
-    DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {}}, {pixels.data(), 1024, 256, 2});
+    const font::RunColour colours[] = {{}, colour};
+    font::DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {}}, {pixels.data(), 1024, 256, 2});
     return {pixels.begin() + 1024, pixels.end()};
 }
 
@@ -251,3 +256,5 @@ TEST(Mixing, AlphaAndDivisionAreTheFormulaInDoubles) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

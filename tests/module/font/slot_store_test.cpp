@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "support/module_fixture.h"
 #include "module/contract/records/effpar.h"
 #include "module/translate/font_face.h"
+#include "support/module_fixture.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -64,7 +66,7 @@ TEST(SlotStore, AssignmentShares) {
 
 LOGFONT Described(const char* face, int height) {
     LOGFONT font;
-    InitLogFont(&font);
+    translate::InitLogFont(&font);
     std::memset(font.lfFaceName, 0, sizeof font.lfFaceName);
     std::strcpy(font.lfFaceName, face);
     font.lfHeight = height;
@@ -113,3 +115,5 @@ TEST(IsZelmaraFont, GoesByTheFirstSevenCharacters) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -3,10 +3,12 @@
 
 #include <gmock/gmock.h>
 
-#include "module/contract/zel_trans_export.h"
-#include "support/module_fixture.h"
 #include "module/contract/records/effpar.h"
+#include "module/contract/zel_trans_export.h"
 #include "module/font/format/font_blocks.h"
+#include "support/module_fixture.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -91,7 +93,9 @@ TEST_F(MakeFont, FontThatTheSetHeldBeforeStaysTheHolders) {
     }
     fonts.m_Slots[0] = tag_font_memory();
     delete held.font_copy;
-    ReleaseFontBlocks(held);
+    font::ReleaseFontBlocks(held);
 }
 
 }  // namespace
+
+}  // namespace zel::test

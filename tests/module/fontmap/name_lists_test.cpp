@@ -5,6 +5,8 @@
 #include "module/state/module_state.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using module_test::ModuleTest;
@@ -103,7 +105,7 @@ TEST(NameMaps, KeepThousandsOfKeysOfAnyLength) {
 
 TEST(TextLines, LineOfMoreThan199CharactersComesAsSeveral) {
     const std::string text = std::string(198, 'a') + "\n" + std::string(199, 'b') + "\n" + std::string(200, 'c');
-    TextLines lines(text);
+    fontmap::TextLines lines(text);
     std::vector<std::size_t> lengths;
     while (const auto line = lines.Next()) lengths.push_back(line->size());
     EXPECT_THAT(lengths, ElementsAre(198, 199, 0, 199, 1));
@@ -167,3 +169,5 @@ TEST_F(NameLists, WithoutADirectoryTheyLieInTheCurrentOne) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -10,7 +10,7 @@
 
 /// Holds the descriptions in docs/formats against the bytes that the writers make: a record of zeros and one with a
 /// single field filled differ in exactly the bits that the description gives the field.
-namespace formats_test {
+namespace zel::formats_test {
 namespace {
 
 using namespace samples;
@@ -262,4 +262,4 @@ INSTANTIATE_TEST_SUITE_P(Each, DescribedRecord, testing::ValuesIn(Records()),
                          [](const auto& info) { return info.param.type; });
 
 }  // namespace
-}  // namespace formats_test
+}  // namespace zel::formats_test

@@ -4,7 +4,7 @@
 
 #include <yaml-cpp/yaml.h>
 
-namespace formats_test {
+namespace zel::formats_test {
 namespace {
 
 // Types b1 to b64 are bits; u1 to u8, s1 to s8 and whatever has a size of its own are whole bytes.
@@ -44,4 +44,4 @@ RecordLayout LayoutOf(const std::string& path, const std::string& type) {
     return layout;
 }
 
-}  // namespace formats_test
+}  // namespace zel::formats_test

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace formats_test {
+namespace zel::formats_test {
 
 /// A field of a record, counted from the record's top bit.
 struct FieldRange {
@@ -24,4 +24,4 @@ struct RecordLayout {
 /// of whole bytes doesn't begin at a byte.
 RecordLayout LayoutOf(const std::string& path, const std::string& type);
 
-}  // namespace formats_test
+}  // namespace zel::formats_test

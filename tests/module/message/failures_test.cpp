@@ -4,6 +4,8 @@
 #include "module/contract/zel_message.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using module_test::MessageOf;
@@ -240,3 +242,5 @@ TEST_F(ReadMessage, KeepsTheLastOffsetWhenItFailsBeforeTheRows) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -4,12 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include "module/message/format/byte_order.h"
-#include "module/message/format/msg_chars.h"
 #include "module/contract/records/msg_row.h"
 #include "module/contract/records/tab_field.h"
+#include "module/message/format/byte_order.h"
 #include "module/message/format/convert_row.h"
 #include "module/message/format/convert_tab_field.h"
+#include "module/message/format/msg_chars.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -76,7 +78,7 @@ std::array<std::uint8_t, N> OneBit(unsigned bit) {
 
 TEST(RowBits, EachBitOfAHeadGoesToItsPlace) {
     for (unsigned bit = 0; bit < 64; ++bit)
-        EXPECT_EQ(Words(ConvertRowHead(OneBit<8>(bit))), Expected(kRowHead, bit)) << "bit " << bit;
+        EXPECT_EQ(Words(message::ConvertRowHead(OneBit<8>(bit))), Expected(kRowHead, bit)) << "bit " << bit;
 }
 
 // Each bit and each number of records, so that every place in a vector and every remainder is met.
@@ -87,13 +89,14 @@ TEST(RowBits, EveryPathConvertsCharactersAlike) {
         file[bit / 8] = static_cast<std::uint8_t>(byte);
     }
     const std::size_t most = file.size() / 8;
-    for (const msg_chars::Path& path : msg_chars::Paths()) {
+    for (const message::msg_chars::Path& path : message::msg_chars::Paths()) {
         for (std::size_t count = 0; count <= most; ++count) {
             std::array<tag_msg_char, 65> chars;
             chars.fill({0xA5A5, 0, 0, 0});
             path.convert(file.data(), chars.data(), count);
             for (std::size_t n = 0; n < count; ++n)
-                ASSERT_EQ(chars[n], ConvertMsgChar(std::span(file).subspan(8 * n, 8))) << path.name << ' ' << n;
+                ASSERT_EQ(chars[n], message::ConvertMsgChar(std::span(file).subspan(8 * n, 8)))
+                    << path.name << ' ' << n;
             EXPECT_EQ(chars[count].word0, 0xA5A5) << path.name << " wrote behind " << count;
         }
         for (unsigned bit = 0; bit < 64; ++bit) {
@@ -110,7 +113,7 @@ TEST(ByteOrder, ValuesAreSwappedWhateverTheirNumber) {
     for (std::size_t count = 0; count < 20; ++count) {
         std::vector<std::uint32_t> values(count);
         for (std::size_t n = 0; n < count; ++n) values[n] = static_cast<std::uint32_t>(0x01020300 + n);
-        SwapLongs(values);
+        message::SwapLongs(values);
         for (std::size_t n = 0; n < count; ++n) EXPECT_EQ(values[n], 0x00030201U + (n << 24)) << count;
     }
 }
@@ -118,15 +121,15 @@ TEST(ByteOrder, ValuesAreSwappedWhateverTheirNumber) {
 TEST(RowBits, EachBitOfATabFieldGoesToItsPlace) {
     for (unsigned bit = 0; bit < 24; ++bit) {
         const auto bytes = OneBit<3>(bit);
-        EXPECT_EQ(RepackTabBits(bytes[0], bytes[1], bytes[2]), Expected(kTabBits, bit)) << "bit " << bit;
+        EXPECT_EQ(message::RepackTabBits(bytes[0], bytes[1], bytes[2]), Expected(kTabBits, bit)) << "bit " << bit;
     }
 }
 
 TEST(RowBits, AllOnesGiveAllOnes) {
     const std::array<std::uint8_t, 8> ones{255, 255, 255, 255, 255, 255, 255, 255};
-    EXPECT_EQ(Words(ConvertRowHead(ones)), ~std::uint64_t{0});
-    EXPECT_EQ(Words(ConvertMsgChar(ones)), ~std::uint64_t{0});
-    EXPECT_EQ(RepackTabBits(255, 255, 255), 0xFFFFFFU);
+    EXPECT_EQ(Words(message::ConvertRowHead(ones)), ~std::uint64_t{0});
+    EXPECT_EQ(Words(message::ConvertMsgChar(ones)), ~std::uint64_t{0});
+    EXPECT_EQ(message::RepackTabBits(255, 255, 255), 0xFFFFFFU);
 }
 
 TEST(RowBits, BytesThatAreMissingReadAsZero) {
@@ -134,20 +137,20 @@ TEST(RowBits, BytesThatAreMissingReadAsZero) {
     for (std::size_t n = 0; n < 8; ++n) {
         std::array<std::uint8_t, 8> padded{};
         std::copy_n(ones.begin(), n, padded.begin());
-        EXPECT_EQ(ConvertRowHead(std::span(ones).first(n)), ConvertRowHead(padded));
-        EXPECT_EQ(ConvertMsgChar(std::span(ones).first(n)), ConvertMsgChar(padded));
+        EXPECT_EQ(message::ConvertRowHead(std::span(ones).first(n)), message::ConvertRowHead(padded));
+        EXPECT_EQ(message::ConvertMsgChar(std::span(ones).first(n)), message::ConvertMsgChar(padded));
     }
 }
 
 TEST(RowFields, ReadWhatTheConversionLaidDown) {
-    const RowHead head = ConvertRowHead(std::array<std::uint8_t, 8>{0x20, 0, 0x80, 0, 0xFC, 5, 0, 0});
+    const RowHead head = message::ConvertRowHead(std::array<std::uint8_t, 8>{0x20, 0, 0x80, 0, 0xFC, 5, 0, 0});
     EXPECT_TRUE(head.Empty());
     EXPECT_EQ(head.word0, 4);
     EXPECT_EQ(head.Y(), 0);
     EXPECT_EQ(head.FirstChar(), 32);
     EXPECT_EQ(head.CharCount(), 63);
     EXPECT_EQ(head.Bottom(), 5);
-    const tag_msg_char flagged = ConvertMsgChar(std::array<std::uint8_t, 8>{0x40, 0, 0x10, 0, 0, 0, 0, 0x3F});
+    const tag_msg_char flagged = message::ConvertMsgChar(std::array<std::uint8_t, 8>{0x40, 0, 0x10, 0, 0, 0, 0, 0x3F});
     EXPECT_TRUE(flagged.PlaceFlag());
     EXPECT_EQ(flagged.ColourSet(), 4);
     EXPECT_EQ(flagged.Next(), 63);
@@ -155,7 +158,8 @@ TEST(RowFields, ReadWhatTheConversionLaidDown) {
 }
 
 TEST(RowFields, SettersKeepTheirNeighbours) {
-    tag_msg_char character = ConvertMsgChar(std::array<std::uint8_t, 8>{255, 255, 255, 255, 255, 255, 255, 255});
+    tag_msg_char character =
+        message::ConvertMsgChar(std::array<std::uint8_t, 8>{255, 255, 255, 255, 255, 255, 255, 255});
     character.SetX(0);
     character.SetNext(0);
     character.SetColourSet(0);
@@ -166,3 +170,5 @@ TEST(RowFields, SettersKeepTheirNeighbours) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -3,16 +3,18 @@
 
 #include <gmock/gmock.h>
 
+#include "module/contract/records/effpar.h"
 #include "module/message/format/message_loader.h"
 #include "samples/message_writer.h"
-#include "module/contract/records/effpar.h"
+
+namespace zel::test {
 
 namespace {
 
 using samples::Bytes;
 using testing::ElementsAre;
 
-class Sections : public SectionObserver {
+class Sections : public message::SectionObserver {
   public:
     void OnSection(const char* name, std::uint64_t offset, std::uint64_t, std::uint64_t) override {
         offsets[name] = offset;
@@ -20,12 +22,13 @@ class Sections : public SectionObserver {
     std::map<std::string, std::uint64_t> offsets;
 };
 
-MessageOutcome Load(std::span<const std::uint8_t> bytes, LoadedMessage& message, SectionObserver* observer = nullptr) {
-    ByteSource source(bytes);
-    return LoadMessage(source, message, observer);
+message::MessageOutcome Load(std::span<const std::uint8_t> bytes, message::LoadedMessage& message,
+                             message::SectionObserver* observer = nullptr) {
+    message::ByteSource source(bytes);
+    return message::LoadMessage(source, message, observer);
 }
 
-MessageOutcome Load(const samples::MessageFile& file, LoadedMessage& message) {
+message::MessageOutcome Load(const samples::MessageFile& file, message::LoadedMessage& message) {
     return Load(samples::WriteMessage(file), message);
 }
 
@@ -60,9 +63,9 @@ samples::MessageFile WithAllSections() {
 TEST(MessageSections, LieWhereTheFormatPutsThem) {
     samples::MessageOffsets at;
     const Bytes bytes = samples::WriteMessage(WithAllSections(), &at);
-    LoadedMessage message;
+    message::LoadedMessage message;
     Sections sections;
-    ASSERT_EQ(Load(bytes, message, &sections), MessageOutcome::kRead);
+    ASSERT_EQ(Load(bytes, message, &sections), message::MessageOutcome::kRead);
     EXPECT_EQ(sections.offsets, (std::map<std::string, std::uint64_t>{{"Psos file header", 0},
                                                                       {"section flags", 136},
                                                                       {"flash font", at.flash_font},
@@ -88,8 +91,8 @@ TEST(MessageSections, LieWhereTheFormatPutsThem) {
 TEST(MessageSections, FileOfRowsOnlyHasTheDefaultPalette) {
     samples::MessageFile file;
     file.rows = {samples::EmptyRow(0)};
-    LoadedMessage message;
-    ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+    message::LoadedMessage message;
+    ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
     struct Set {
         std::uint32_t face, edge, first, last, packed_face, packed_edge;
     };
@@ -120,15 +123,15 @@ TEST(MessageSections, FileOfRowsOnlyHasTheDefaultPalette) {
 struct PaletteCase {
     const char* name;
     unsigned words;
-    MessageOutcome outcome;
+    message::MessageOutcome outcome;
 };
 
 TEST(PaletteSection, GoesByItsWordCount) {
-    constexpr PaletteCase kCases[] = {{"none fail", 0, MessageOutcome::kShortPalette},
-                                      {"one word", 1, MessageOutcome::kRead},
-                                      {"three words", 3, MessageOutcome::kRead},
-                                      {"the full 512", 512, MessageOutcome::kRead},
-                                      {"more than the file has", 513, MessageOutcome::kRead}};
+    constexpr PaletteCase kCases[] = {{"none fail", 0, message::MessageOutcome::kShortPalette},
+                                      {"one word", 1, message::MessageOutcome::kRead},
+                                      {"three words", 3, message::MessageOutcome::kRead},
+                                      {"the full 512", 512, message::MessageOutcome::kRead},
+                                      {"more than the file has", 513, message::MessageOutcome::kRead}};
     for (const PaletteCase& row : kCases) {
         SCOPED_TRACE(row.name);
         samples::MessageFile file;
@@ -137,7 +140,7 @@ TEST(PaletteSection, GoesByItsWordCount) {
         file.palette->palette_lead = 0x1234;
         file.palette->palette_words = row.words;
         file.palette->entries.assign((std::min(row.words, 512U) + 1) / 2, 0xA1B2C3D4);
-        LoadedMessage message;
+        message::LoadedMessage message;
         EXPECT_EQ(Load(file, message), row.outcome);
         if (row.words == 0) continue;
         EXPECT_EQ(message.palette->palette_lead, 0x3412) << "not converted";
@@ -158,10 +161,10 @@ TEST(PaletteSection, BeyondItsLimitTheNextSectionBeginsInItsRemainder) {
     file.background.emplace();
     file.background->tag = 0x1111;
     file.background->words = 974 - 88 + 1;  // the body begins 88 words early, behind a tag that isn't read
-    LoadedMessage message;
-    EXPECT_EQ(Load(file, message), MessageOutcome::kRead);
+    message::LoadedMessage message;
+    EXPECT_EQ(Load(file, message), message::MessageOutcome::kRead);
     file.background->words = 974 - 88 - 1;
-    EXPECT_EQ(Load(file, message), MessageOutcome::kShortBackground);
+    EXPECT_EQ(Load(file, message), message::MessageOutcome::kShortBackground);
 }
 
 TEST(PaletteSection, FindsTheFirstSetOfAnEffect) {
@@ -205,8 +208,8 @@ TEST(VerticalCorrection, MovesUpByTheSmallestRowAtMostByTheLineOffset) {
             file.rows.push_back(i % 2 == 0 ? samples::RowFromText(row.rows[i], "A", 0, 0)
                                            : samples::EmptyRow(row.rows[i]));
         }
-        LoadedMessage message;
-        ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+        message::LoadedMessage message;
+        ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
         EXPECT_EQ(message.y_offset, row.offset);
         for (std::size_t i = 0; i < row.rows.size(); ++i) EXPECT_EQ(message.rows[i].Y(), row.corrected[i]);
         EXPECT_EQ(message.header->frame_top, static_cast<std::uint16_t>(row.pal ? -33 : -20)) << "wraps in 16 bits";
@@ -222,8 +225,8 @@ TEST(TabTable, RecordsAreConvertedAndHeldAgainstTheRows) {
     file.tabs->fields = {Tab(10, 20, 0, "un-named"), Tab(9, 9, 0), Tab(30, 40, 1), Tab(50, 40, 1),
                          Tab(0, 65535, 0, "un-named field 12")};
     file.tabs->fields[0].tab_byte = 0xCD;
-    LoadedMessage message;
-    ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+    message::LoadedMessage message;
+    ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
     EXPECT_TRUE(message.bad_tab_row);
     EXPECT_TRUE(message.bad_tab_field);
     ASSERT_EQ(message.tab_count, 2);
@@ -238,24 +241,26 @@ TEST(TabTable, RecordsAreConvertedAndHeldAgainstTheRows) {
 struct TabCountCase {
     unsigned words;
     std::size_t records;
-    MessageOutcome outcome;
+    message::MessageOutcome outcome;
     int kept;
 };
 
 TEST(TabTable, CountsItsRecordsInWords) {
     for (const TabCountCase& row :
-         {TabCountCase{0, 0, MessageOutcome::kRead, 0}, TabCountCase{12, 0, MessageOutcome::kRead, 0},
-          TabCountCase{13, 1, MessageOutcome::kRead, 1}, TabCountCase{14, 1, MessageOutcome::kRead, 1},
-          TabCountCase{2600, 200, MessageOutcome::kRead, 200}, TabCountCase{2612, 200, MessageOutcome::kRead, 200},
-          TabCountCase{2613, 201, MessageOutcome::kTooManyTabs, 0},
-          TabCountCase{65535, 0, MessageOutcome::kTooManyTabs, 0}}) {
+         {TabCountCase{0, 0, message::MessageOutcome::kRead, 0}, TabCountCase{12, 0, message::MessageOutcome::kRead, 0},
+          TabCountCase{13, 1, message::MessageOutcome::kRead, 1},
+          TabCountCase{14, 1, message::MessageOutcome::kRead, 1},
+          TabCountCase{2600, 200, message::MessageOutcome::kRead, 200},
+          TabCountCase{2612, 200, message::MessageOutcome::kRead, 200},
+          TabCountCase{2613, 201, message::MessageOutcome::kTooManyTabs, 0},
+          TabCountCase{65535, 0, message::MessageOutcome::kTooManyTabs, 0}}) {
         SCOPED_TRACE(row.words);
         samples::MessageFile file;
         file.rows = {samples::EmptyRow(0)};
         file.tabs.emplace();
         file.tabs->fields.assign(row.records, Tab(1, 2, 0));
         file.tabs->tab_words = row.words;
-        LoadedMessage message;
+        message::LoadedMessage message;
         EXPECT_EQ(Load(file, message), row.outcome);
         EXPECT_EQ(message.tab_count, row.kept);
         EXPECT_EQ(message.tabs != nullptr, row.kept > 0);
@@ -267,21 +272,21 @@ TEST(TabTable, TableOfRejectedRecordsKeepsItsEmptyArray) {
     file.rows = {samples::EmptyRow(0)};
     file.tabs.emplace();
     file.tabs->fields = {Tab(1, 2, 63)};
-    LoadedMessage message;
-    ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+    message::LoadedMessage message;
+    ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
     EXPECT_EQ(message.tab_count, 0);
     EXPECT_NE(message.tabs, nullptr);
     EXPECT_TRUE(message.bad_tab_row);
     EXPECT_FALSE(message.bad_tab_field);
 }
 
-MessageOutcome OutcomeOfPrefix(std::size_t n, const samples::MessageOffsets& at) {
-    if (n < 136) return MessageOutcome::kShortFileHeader;
-    if (n < 152) return MessageOutcome::kShortFlags;
-    if (n < at.background) return MessageOutcome::kShortPalette;
-    if (n < at.background + 2) return MessageOutcome::kUnknownBackground;
-    if (n < at.tabs) return MessageOutcome::kShortBackground;
-    return n < at.tabs + 2 ? MessageOutcome::kTabVersionBelow2 : MessageOutcome::kRead;
+message::MessageOutcome OutcomeOfPrefix(std::size_t n, const samples::MessageOffsets& at) {
+    if (n < 136) return message::MessageOutcome::kShortFileHeader;
+    if (n < 152) return message::MessageOutcome::kShortFlags;
+    if (n < at.background) return message::MessageOutcome::kShortPalette;
+    if (n < at.background + 2) return message::MessageOutcome::kUnknownBackground;
+    if (n < at.tabs) return message::MessageOutcome::kShortBackground;
+    return n < at.tabs + 2 ? message::MessageOutcome::kTabVersionBelow2 : message::MessageOutcome::kRead;
 }
 
 TEST(Truncation, EveryPrefixGivesItsOutcomeAndZerosForTheRest) {
@@ -290,11 +295,11 @@ TEST(Truncation, EveryPrefixGivesItsOutcomeAndZerosForTheRest) {
     file.rows = {samples::RowFromText(20, std::string(63, 'x'), 1000, 0)};
     file.rows[0].cells[5].b6_word = 0x3FF;
     const Bytes bytes = samples::WriteMessage(file, &at);
-    LoadedMessage whole;
-    ASSERT_EQ(Load(bytes, whole), MessageOutcome::kRead);
+    message::LoadedMessage whole;
+    ASSERT_EQ(Load(bytes, whole), message::MessageOutcome::kRead);
     for (std::size_t n = 0; n <= bytes.size(); ++n) {
-        LoadedMessage message;
-        const MessageOutcome outcome = Load(std::span(bytes).first(n), message);
+        message::LoadedMessage message;
+        const message::MessageOutcome outcome = Load(std::span(bytes).first(n), message);
         ASSERT_EQ(outcome, OutcomeOfPrefix(n, at)) << n;
         EXPECT_EQ(message.file_header != nullptr, n >= 136);
         if (n < 152) continue;
@@ -314,8 +319,8 @@ TEST(Truncation, AnnouncedRowsThatTheFileDoesNotHoldAreZero) {
     samples::MessageFile file;
     file.rows = {samples::RowFromText(400, "A", 0, 0)};
     file.header.last_row = 65535;
-    LoadedMessage message;
-    ASSERT_EQ(Load(file, message), MessageOutcome::kRead);
+    message::LoadedMessage message;
+    ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
     EXPECT_EQ(message.header->RowCount(), 65536);
     EXPECT_EQ(message.y_offset, 0);
     EXPECT_EQ(message.rows[0].Y(), 400);
@@ -327,10 +332,12 @@ TEST(Truncation, FlashFontOfAnySizeStaysInsideTheFile) {
         samples::MessageFile file = WithAllSections();
         file.flash_font->encoding_size = file.flash_font->word_table_size = size;
         file.flash_font->data_size = 0;
-        LoadedMessage message;
-        EXPECT_EQ(Load(file, message), MessageOutcome::kShortPalette);
+        message::LoadedMessage message;
+        EXPECT_EQ(Load(file, message), message::MessageOutcome::kShortPalette);
         EXPECT_EQ(message.header->last_row, 0);
     }
 }
 
 }  // namespace
+
+}  // namespace zel::test

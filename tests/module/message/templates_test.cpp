@@ -7,6 +7,8 @@
 #include "module/contract/zel_message.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using module_test::ModuleTest;
@@ -215,3 +217,5 @@ TEST_F(Templates, WithoutAnyFontTheDefaultIsToldUnlessWarningsAreSkipped) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

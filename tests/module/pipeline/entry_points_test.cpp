@@ -3,11 +3,13 @@
 
 #include <gmock/gmock.h>
 
-#include "module/state/module_state.h"
 #include "module/contract/zel_trans_export.h"
+#include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/registry.h"
 #include "support/module_fixture.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -134,7 +136,7 @@ TEST_F(EntryPoints, HiddenDialogTakesThePathApart) {
          }) {
         CString path(row.path), font_dir(row.font_dir);
         OpenDialog dialog(path, font_dir);
-        const DialogDriver driver(dialog);
+        const script::DialogDriver driver(dialog);
         EXPECT_EQ(driver.Text(kFontDirBox), row.controls[0]) << row.path;
         EXPECT_EQ(driver.Text(kMessageDirBox), row.controls[1]) << row.path;
         EXPECT_EQ(driver.Text(kMessageIdEdit), row.controls[2]) << row.path;
@@ -170,12 +172,12 @@ TEST_F(EntryPoints, HostMayChooseAtTheDialogsStart) {
     on_message = [](const WindowMessage& heard) {
         if (heard.message != 1212) return;
         auto& dialog = *reinterpret_cast<CZelTransDlg*>(heard.lParam);
-        EXPECT_EQ(DialogDriver(dialog).List(kFontDirBox).size(), 0U) << "before the recent lists load";
+        EXPECT_EQ(script::DialogDriver(dialog).List(kFontDirBox).size(), 0U) << "before the recent lists load";
         dialog.m_iLines = 576;
         dialog.m_bTrueFont = 1;
     };
     Store("FontDir", "D:\\STORED");
-    RunDialog([](DialogDriver& user, CZelTransDlg&) {
+    RunDialog([](script::DialogDriver& user, CZelTransDlg&) {
         user.Type(kMessageIdEdit, "1");
         user.Press(kReadButton);
     });
@@ -185,3 +187,5 @@ TEST_F(EntryPoints, HostMayChooseAtTheDialogsStart) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 
 #include "module/contract/zel_message.h"
+#include "module/tools/zel_rgba.h"
 #include "platform/framework/exceptions.h"
 #include "support/module_fixture.h"
-#include "module/tools/zel_rgba.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -77,9 +79,9 @@ void PrintTo(const EndCase& row, std::ostream* out) {
 
 void AnswerRgba(OneImport& test, int radio, bool ok) {
     test.WriteFile("MESSAGES/.0001", samples::WriteRgbaFile(radio == 0 ? 714 : 717, SolidGlyph(1, 1)));
-    test.desktop.HandleDialog(kRgbaDialog, [radio, ok](CDialog& dialog) {
-        DialogDriver driver(dialog);
-        EXPECT_TRUE(driver.IsChecked(kRgbaObjectRadio));
+    test.desktop.HandleDialog(tools::kRgbaDialog, [radio, ok](CDialog& dialog) {
+        script::DialogDriver driver(dialog);
+        EXPECT_TRUE(driver.IsChecked(tools::kRgbaObjectRadio));
         if (radio != 0) driver.Press(radio);
         driver.Press(ok ? IDOK : IDCANCEL);
     });
@@ -106,9 +108,10 @@ INSTANTIATE_TEST_SUITE_P(
         EndCase{"finished_with_tabs", [](OneImport& t) { t.WriteMessage(WithTabs()); },
                 " 1157 char*5 1181 1158 1180 1213 15", 0, ".0002"},
         EndCase{"rgba_as_object", [](OneImport& t) { AnswerRgba(t, 0, true); }, " 1211 1213 15", 0, ".0002"},
-        EndCase{"rgba_as_background", [](OneImport& t) { AnswerRgba(t, kRgbaBackgroundRadio, true); }, " 1211 1213 15",
-                0, ".0002"},
-        EndCase{"rgba_cancelled", [](OneImport& t) { AnswerRgba(t, kRgbaBackgroundRadio, false); }, " 15", 0, ".0001"},
+        EndCase{"rgba_as_background", [](OneImport& t) { AnswerRgba(t, tools::kRgbaBackgroundRadio, true); },
+                " 1211 1213 15", 0, ".0002"},
+        EndCase{"rgba_cancelled", [](OneImport& t) { AnswerRgba(t, tools::kRgbaBackgroundRadio, false); }, " 15", 0,
+                ".0001"},
         EndCase{"no_font_directory", [](OneImport& t) { std::filesystem::remove_all(t.Native("MACHINE")); }, "", 1,
                 "0001"},
         EndCase{"no_message_directory", [](OneImport& t) { std::filesystem::remove_all(t.Native("MESSAGES")); }, "", 2,
@@ -124,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(OneImport, RgbaTellsTheChoice) {
-    for (const auto& [radio, object] : {std::pair(0, 1U), {int{kRgbaBackgroundRadio}, 0U}}) {
+    for (const auto& [radio, object] : {std::pair(0, 1U), {int{tools::kRgbaBackgroundRadio}, 0U}}) {
         messages.clear();
         AnswerRgba(*this, radio, true);
         Run();
@@ -250,3 +253,5 @@ TEST_F(OneImport, ExceptionPassesAndEndsTheWaitCursor) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

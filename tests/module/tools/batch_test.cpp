@@ -4,8 +4,10 @@
 #include "module/contract/export_window.h"
 #include "module/contract/host_messages.h"
 #include "module/contract/zel_trans_export.h"
-#include "support/module_fixture.h"
 #include "module/tools/zel_trans_batch.h"
+#include "support/module_fixture.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -52,19 +54,19 @@ class Batch : public ModuleTest {
     /// Presses Batch Convert in the main dialog, then types and presses OK in the batch's, and ends what stays open.
     void Run(const std::string& start, const std::string& end, bool skip_warnings = true) {
         settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", skip_warnings ? 1 : 0);
-        HandleBatch([=, this](DialogDriver& user) {
-            user.Type(kStartIdEdit, start);
-            user.Type(kEndIdEdit, end);
+        HandleBatch([=, this](script::DialogDriver& user) {
+            user.Type(tools::kStartIdEdit, start);
+            user.Type(tools::kEndIdEdit, end);
             user.Press(IDOK);
-            stayed_open = user.Caption() + "|" + user.Text(kStartIdEdit) + "|" + user.Text(kEndIdEdit);
+            stayed_open = user.Caption() + "|" + user.Text(tools::kStartIdEdit) + "|" + user.Text(tools::kEndIdEdit);
         });
-        RunDialog([](DialogDriver& user, CZelTransDlg&) { user.Press(kBatchButton); });
+        RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(kBatchButton); });
     }
 
-    void HandleBatch(std::function<void(DialogDriver&)> user) {
-        desktop.HandleDialog(kBatchDialog, [this, user = std::move(user)](CDialog& dialog) {
+    void HandleBatch(std::function<void(script::DialogDriver&)> user) {
+        desktop.HandleDialog(tools::kBatchDialog, [this, user = std::move(user)](CDialog& dialog) {
             batch = &dialog;
-            DialogDriver driver(dialog);
+            script::DialogDriver driver(dialog);
             user(driver);
             ended = dialog.HasEnded();
             batch = nullptr;
@@ -79,7 +81,7 @@ class Batch : public ModuleTest {
             EXPECT_EQ(sent.target, 'h');
             EXPECT_EQ(sent.wParam, 0U);
             heard.push_back("record " + std::to_string(sent.lParam) + " | " +
-                            DialogDriver(*batch).Text(kBatchStatusLabel));
+                            script::DialogDriver(*batch).Text(tools::kBatchStatusLabel));
         }
     }
 
@@ -90,15 +92,15 @@ class Batch : public ModuleTest {
 };
 
 TEST_F(Batch, OpensWithTheMessageOfTheMainDialogAndTheChoicesHidden) {
-    HandleBatch([](DialogDriver& user) {
+    HandleBatch([](script::DialogDriver& user) {
         EXPECT_EQ(user.Caption(), "Import Batch Convert");
-        EXPECT_EQ(user.Text(kStartIdEdit), ".0031");
-        EXPECT_EQ(user.Text(kEndIdEdit), ".0031");
-        EXPECT_FALSE(user.IsVisible(kBatchSkipWarningsCheck));
-        EXPECT_FALSE(user.IsVisible(kSkipNuvoOutCheck));
+        EXPECT_EQ(user.Text(tools::kStartIdEdit), ".0031");
+        EXPECT_EQ(user.Text(tools::kEndIdEdit), ".0031");
+        EXPECT_FALSE(user.IsVisible(tools::kBatchSkipWarningsCheck));
+        EXPECT_FALSE(user.IsVisible(tools::kSkipNuvoOutCheck));
         user.Press(IDCANCEL);
     });
-    RunDialog([](DialogDriver& user, CZelTransDlg&) {
+    RunDialog([](script::DialogDriver& user, CZelTransDlg&) {
         user.Type(kMessageIdEdit, ".0031");
         user.Press(kBatchButton);
     });
@@ -188,12 +190,12 @@ TEST_F(Batch, EndsAtAnyPressOfEscape) {
 TEST_F(Batch, TakesOverSkipWarningsAsTheModuleHasIt) {
     WriteDisk();
     settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", 7);
-    HandleBatch([](DialogDriver& user) {
-        user.Type(kStartIdEdit, "5");
-        user.Type(kEndIdEdit, "5");
+    HandleBatch([](script::DialogDriver& user) {
+        user.Type(tools::kStartIdEdit, "5");
+        user.Type(tools::kEndIdEdit, "5");
         user.Press(IDOK);
     });
-    RunDialog([](DialogDriver& user, CZelTransDlg& dialog) {
+    RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
         user.Press(kBatchButton);
         EXPECT_EQ(dialog.m_bImportSkip, 1);
         EXPECT_TRUE(user.IsChecked(kSkipWarningsCheck));
@@ -212,13 +214,13 @@ TEST_F(Batch, GivesTheNuvoOutputBackHoweverTheRunEnds) {
             if (message.wParam == 2) state = static_cast<BYTE>(message.lParam);
             sent += std::to_string(message.wParam) + ":" + std::to_string(state) + " ";
         };
-        HandleBatch([&](DialogDriver& user) {
-            static_cast<CWnd*>(batch->GetDlgItem(kSkipNuvoOutCheck))->SendMessage(BM_SETCHECK, 1);
-            user.Type(kStartIdEdit, start);
-            user.Type(kEndIdEdit, "5");
+        HandleBatch([&](script::DialogDriver& user) {
+            static_cast<CWnd*>(batch->GetDlgItem(tools::kSkipNuvoOutCheck))->SendMessage(BM_SETCHECK, 1);
+            user.Type(tools::kStartIdEdit, start);
+            user.Type(tools::kEndIdEdit, "5");
             user.Press(IDOK);
         });
-        RunDialog([](DialogDriver& user, CZelTransDlg&) { user.Press(kBatchButton); });
+        RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(kBatchButton); });
         EXPECT_EQ(sent, "1:200 2:0 2:200 ") << start;
     }
 }
@@ -227,11 +229,11 @@ class BatchExport : public Batch {
   protected:
     /// The host has every even number.
     void Export(const std::string& start, const std::string& end, CWnd* export_window) {
-        HandleBatch([=](DialogDriver& user) {
+        HandleBatch([=](script::DialogDriver& user) {
             EXPECT_EQ(user.Caption(), "Batch Export");
-            EXPECT_EQ(user.Text(kStartIdEdit) + user.Text(kEndIdEdit), "");
-            user.Type(kStartIdEdit, start);
-            user.Type(kEndIdEdit, end);
+            EXPECT_EQ(user.Text(tools::kStartIdEdit) + user.Text(tools::kEndIdEdit), "");
+            user.Type(tools::kStartIdEdit, start);
+            user.Type(tools::kEndIdEdit, end);
             user.Press(IDOK);
         });
         CString path("C:\\OUT");
@@ -272,3 +274,5 @@ TEST_F(BatchExport, TakesAWindowWithoutAFlagAndNoWindowAtAll) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -2,8 +2,10 @@
 #include <gmock/gmock.h>
 
 #include "diskcopy/copy_controls.h"
-#include "support/module_fixture.h"
 #include "module/tools/open_copy_log.h"
+#include "support/module_fixture.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -16,13 +18,13 @@ class CopyButton : public ModuleTest {};
 TEST_F(CopyButton, CopiesADiskAndShowsTheLog) {
     WriteMessage(MessageOf({samples::RowFromText(60, "AB", 0, 0)}), ".0012");
     WriteFont(1, module_test::PlainFont());
-    desktop.HandleDialog(kCopyDialog, [](CDialog& dialog) {
-        DialogDriver user(dialog);
-        EXPECT_TRUE(user.Type(kCopySourceEdit, "D:\\"));
-        EXPECT_TRUE(user.Type(kCopyTargetEdit, "D:\\a copy"));
+    desktop.HandleDialog(diskcopy::kCopyDialog, [](CDialog& dialog) {
+        script::DialogDriver user(dialog);
+        EXPECT_TRUE(user.Type(diskcopy::kCopySourceEdit, "D:\\"));
+        EXPECT_TRUE(user.Type(diskcopy::kCopyTargetEdit, "D:\\a copy"));
         EXPECT_TRUE(user.Press(IDOK));
     });
-    RunDialog([&](DialogDriver& user, CZelTransDlg&) {
+    RunDialog([&](script::DialogDriver& user, CZelTransDlg&) {
         EXPECT_TRUE(user.Press(kCopyFilesButton));
         EXPECT_THAT(desktop.Commands(), ElementsAre("Notepad D:\\a copy\\CopyLog.txt"));
         user.Type(kMessageDirBox, "D:\\a copy\\MESSAGES");
@@ -34,16 +36,18 @@ TEST_F(CopyButton, CopiesADiskAndShowsTheLog) {
 }
 
 TEST_F(CopyButton, CanBeLeftWithoutCopying) {
-    RunDialog([](DialogDriver& user, CZelTransDlg&) { user.Press(kCopyFilesButton); });
-    EXPECT_EQ(desktop.Modals().at(0).template_id, kCopyDialog);
+    RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(kCopyFilesButton); });
+    EXPECT_EQ(desktop.Modals().at(0).template_id, diskcopy::kCopyDialog);
     EXPECT_THAT(desktop.Commands(), testing::IsEmpty());
 }
 
 TEST_F(CopyButton, HandsAnyLogTextOnAsItStands) {
     std::string text = "$(touch x) \"; %s %n" + std::string(100000, 'n');
-    OpenCopyLog(text.data());
-    OpenCopyLog(nullptr);
+    tools::OpenCopyLog(text.data());
+    tools::OpenCopyLog(nullptr);
     EXPECT_THAT(desktop.Commands(), ElementsAre("Notepad " + text, "Notepad "));
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -4,11 +4,13 @@
 #include <gmock/gmock.h>
 
 #include "module/contract/host_messages.h"
-#include "platform/framework/geometry.h"
-#include "module/resources/ftp_dialog.h"
-#include "support/module_fixture.h"
-#include "module/tools/stored_password.h"
 #include "module/contract/zel_trans_ftp.h"
+#include "module/resources/ftp_dialog.h"
+#include "module/tools/stored_password.h"
+#include "platform/framework/geometry.h"
+#include "support/module_fixture.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -23,7 +25,7 @@ constexpr char kFallback[] = "RGBFTPSaveOptions";
 
 std::string Scrambled(const char* password) {
     CString s(password);
-    ScramblePassword(s);
+    tools::ScramblePassword(s);
     return s.GetString();
 }
 
@@ -34,13 +36,13 @@ class Ftp : public ModuleTest {
     }
 
     /// Opens the dialog from the main dialog's button; what the user leaves open is closed.
-    void Run(std::function<void(DialogDriver&)> user) {
+    void Run(std::function<void(script::DialogDriver&)> user) {
         desktop.HandleDialog(kFtpDialog, [this, &user](CDialog& dialog) {
             shown = static_cast<CZelTransFTP*>(&dialog);
-            DialogDriver driver(dialog);
+            script::DialogDriver driver(dialog);
             user(driver);
         });
-        RunDialog([](DialogDriver& main, CZelTransDlg&) { main.Press(kFtpButton); });
+        RunDialog([](script::DialogDriver& main, CZelTransDlg&) { main.Press(kFtpButton); });
     }
 
     void StoreList(const std::string& list, const std::vector<std::string>& entries) {
@@ -81,7 +83,7 @@ class Ftp : public ModuleTest {
         if (host) host(ftp);
     }
 
-    static void FillIn(DialogDriver& user) {
+    static void FillIn(script::DialogDriver& user) {
         user.Type(kFtpLocalDirBox, "D:\\MESSAGES");
         user.Type(kFtpRemoteDirBox, "/msgs");
         user.Type(kFtpFileEdit, ".0012");
@@ -103,7 +105,7 @@ const char* const kFilled = "guest@10.0.0.1 'secret' /msgs > D:\\MESSAGES : .001
 // The request to the host.
 
 TEST_F(Ftp, HandsTheHostWhatTheControlsHold) {
-    Run([&](DialogDriver& user) {
+    Run([&](script::DialogDriver& user) {
         EXPECT_EQ(user.Caption(), "Copy Zelmara! Files via FTP");
         EXPECT_EQ(CWnd::GetFocus()->m_hWnd, shown->GetDlgItem(kFtpFileEdit)->m_hWnd);
         user.Press(kFtpExecuteButton);
@@ -125,7 +127,7 @@ TEST_F(Ftp, ShowsAndListsWhatTheHostLeaves) {
         ftp.m_strFile = ".0033";
         ftp.m_strLocalDir = "not shown";
     };
-    Run([](DialogDriver& user) {
+    Run([](script::DialogDriver& user) {
         EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/a") << "the newest entry";
         user.Press(kFtpBrowseRemoteButton);
         EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/found");
@@ -140,7 +142,7 @@ TEST_F(Ftp, ShowsAndListsWhatTheHostLeaves) {
 // What is stored.
 
 TEST_F(Ftp, StoresAllAfterARequestAndBeginsWithIt) {
-    Run([](DialogDriver& user) {
+    Run([](script::DialogDriver& user) {
         FillIn(user);
         user.Press(kFtpBrowseRemoteButton);
     });
@@ -148,14 +150,14 @@ TEST_F(Ftp, StoresAllAfterARequestAndBeginsWithIt) {
     EXPECT_EQ(Number("SavePassword") + Number("OverwriteAll") + Number("Passive FTP Transfer"), 3);
     EXPECT_EQ(Text("Password").size(), 80U);
     EXPECT_EQ(Text("Password").find("secret"), std::string::npos);
-    Run([](DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    Run([](script::DialogDriver& user) { user.Press(kFtpExecuteButton); });
     EXPECT_EQ(heard.back(), std::string("copy ") + kFilled);
     EXPECT_THAT(StoredList("FTPIpAddr"), ElementsAre("10.0.0.1"));
 }
 
 TEST_F(Ftp, ClosingStoresNothing) {
     for (const bool enter : {true, false}) {
-        Run([&](DialogDriver& user) {
+        Run([&](script::DialogDriver& user) {
             FillIn(user);
             enter ? user.PressEnter() : user.Press(IDCANCEL);
             EXPECT_EQ(shown->GetResult(), enter ? IDOK : IDCANCEL);
@@ -183,7 +185,7 @@ TEST_F(Ftp, KeepsAnEarlierPasswordUnlessThereIsANewOneToSave) {
         settings.SetProfileInt(kSection, "SavePassword", 1);
         const std::string before = Scrambled("old");
         settings.SetProfileText(kSection, "Password", before);
-        Run([&](DialogDriver& user) {
+        Run([&](script::DialogDriver& user) {
             EXPECT_EQ(user.Text(kFtpPasswordEdit), "old");
             user.Type(kFtpPasswordEdit, row.typed);
             user.Check(kFtpSavePasswordCheck, row.save);
@@ -191,21 +193,21 @@ TEST_F(Ftp, KeepsAnEarlierPasswordUnlessThereIsANewOneToSave) {
         });
         EXPECT_EQ(Number("SavePassword"), row.save ? 1 : 0) << row.name;
         EXPECT_EQ(Text("Password") == before, !row.save || row.typed.empty()) << row.name;
-        Run([&](DialogDriver& user) { EXPECT_EQ(user.Text(kFtpPasswordEdit), row.shown_next) << row.name; });
+        Run([&](script::DialogDriver& user) { EXPECT_EQ(user.Text(kFtpPasswordEdit), row.shown_next) << row.name; });
     }
 }
 
 TEST_F(Ftp, SkipWarningsIsStoredAtOnceAndTakenOverByTheMainDialog) {
     desktop.HandleDialog(kFtpDialog, [&](CDialog& dialog) {
-        DialogDriver(dialog).Press(kFtpSkipWarningsCheck);
+        script::DialogDriver(dialog).Press(kFtpSkipWarningsCheck);
         EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
     });
-    RunDialog([](DialogDriver& main, CZelTransDlg& dialog) {
+    RunDialog([](script::DialogDriver& main, CZelTransDlg& dialog) {
         main.Press(kFtpButton);
         EXPECT_EQ(dialog.m_bImportSkip, 1);
         EXPECT_TRUE(main.IsChecked(kSkipWarningsCheck));
     });
-    Run([](DialogDriver& user) { EXPECT_TRUE(user.IsChecked(kFtpSkipWarningsCheck)); });
+    Run([](script::DialogDriver& user) { EXPECT_TRUE(user.IsChecked(kFtpSkipWarningsCheck)); });
 }
 
 // The second section.
@@ -217,7 +219,7 @@ TEST_F(Ftp, TakesTheAccountOfTheOtherSectionOnAFirstRun) {
     settings.SetProfileText(kFallback, "Password", "never scrambled");
     settings.SetProfileText(kSection, "Username", "own");
     StoreList("FTPIpAddr", {"older"});
-    Run([](DialogDriver& user) {
+    Run([](script::DialogDriver& user) {
         EXPECT_EQ(user.Text(kFtpAddressBox), "10.9.9.9");
         EXPECT_THAT(user.List(kFtpAddressBox), ElementsAre("10.9.9.9", "older"));
         EXPECT_EQ(user.Text(kFtpUsernameEdit), "other");
@@ -228,7 +230,7 @@ TEST_F(Ftp, TakesTheAccountOfTheOtherSectionOnAFirstRun) {
     EXPECT_EQ(Text("IPAddress") + Text("Username"), "10.9.9.9other");
     EXPECT_EQ(Text("Password", kFallback), "never scrambled");
     settings.SetProfileText(kFallback, "IPAddress", "changed");
-    Run([](DialogDriver& user) { EXPECT_EQ(user.Text(kFtpAddressBox), "10.9.9.9"); });
+    Run([](script::DialogDriver& user) { EXPECT_EQ(user.Text(kFtpAddressBox), "10.9.9.9"); });
 }
 
 TEST_F(Ftp, KeepsItsOwnAccountAndAStoredAddressThatNoListHas) {
@@ -237,7 +239,7 @@ TEST_F(Ftp, KeepsItsOwnAccountAndAStoredAddressThatNoListHas) {
     settings.SetProfileText(kFallback, "Username", "other");
     for (const char* address : {"", "10.0.0.1"}) {
         settings.SetProfileText(kSection, "IPAddress", address);
-        Run([&](DialogDriver& user) {
+        Run([&](script::DialogDriver& user) {
             EXPECT_EQ(user.Text(kFtpAddressBox), address);
             EXPECT_EQ(user.Text(kFtpUsernameEdit) + user.Text(kFtpPasswordEdit), "own");
         });
@@ -249,7 +251,7 @@ TEST_F(Ftp, KeepsItsOwnAccountAndAStoredAddressThatNoListHas) {
 TEST_F(Ftp, AnEntryInOtherCapitalsMovesToTheTopInTheNewOnes) {
     StoreList("FTPIpAddr", {"one", "Two", "three"});
     StoreList("FTPLocalDir", {"D:\\a", "D:\\b"});
-    Run([](DialogDriver& user) {
+    Run([](script::DialogDriver& user) {
         user.Type(kFtpAddressBox, "TWO");
         user.Choose(kFtpLocalDirBox, 1);
         user.Press(kFtpExecuteButton);
@@ -261,7 +263,7 @@ TEST_F(Ftp, AnEntryInOtherCapitalsMovesToTheTopInTheNewOnes) {
 
 TEST_F(Ftp, AllEntriesAreStoredAndTenReadBack) {
     StoreList("FTPRemoteDir", {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "never read"});
-    Run([](DialogDriver& user) {
+    Run([](script::DialogDriver& user) {
         for (const std::string& typed : {std::string("x"), std::string(300, 'z'), std::string("y")}) {
             user.Type(kFtpRemoteDirBox, typed);
             user.Press(kFtpExecuteButton);
@@ -269,7 +271,7 @@ TEST_F(Ftp, AllEntriesAreStoredAndTenReadBack) {
         EXPECT_EQ(user.List(kFtpRemoteDirBox).size(), 13U);
     });
     EXPECT_THAT(StoredList("FTPRemoteDir"), ElementsAre("y", "x", "0", "1", "2", "3", "4", "5", "6", "7", "8", "9"));
-    Run([](DialogDriver& user) { EXPECT_EQ(user.List(kFtpRemoteDirBox).size(), 10U); });
+    Run([](script::DialogDriver& user) { EXPECT_EQ(user.List(kFtpRemoteDirBox).size(), 10U); });
 }
 
 // The local Browse.
@@ -279,7 +281,7 @@ TEST_F(Ftp, BrowsesForALocalDirectory) {
     desktop.QueueFile(std::nullopt);
     desktop.QueueFile("D:\\ELSEWHERE\\.0009");
     desktop.QueueFile(std::nullopt);
-    Run([](DialogDriver& user) {
+    Run([](script::DialogDriver& user) {
         user.Type(kFtpLocalDirBox, "D:\\MESSAGES");
         user.Press(kFtpBrowseLocalButton);
         EXPECT_EQ(user.Text(kFtpLocalDirBox), "D:\\MESSAGES");
@@ -302,24 +304,25 @@ TEST_F(Ftp, BrowsesForALocalDirectory) {
 // The template.
 
 /// The part of a control that is always on the screen; a combo box's rectangle has its open list in it.
-CRect Seen(const ControlTemplate& control) {
-    const int height = control.kind == ControlKind::combo_box ? 14 : control.cy;
+CRect Seen(const framework::ControlTemplate& control) {
+    const int height = control.kind == framework::ControlKind::combo_box ? 14 : control.cy;
     return {control.x, control.y, control.x + control.cx, control.y + height};
 }
 
 TEST(FtpTemplate, HasItsWordsAndRoomForEach) {
     std::string words;
-    for (const ControlTemplate& control : kFtpControls) {
+    for (const framework::ControlTemplate& control : resources::kFtpControls) {
         words += (control.id > 0 ? std::to_string(control.id) : std::string()) + control.text + "|";
         const CRect seen = Seen(control);
         EXPECT_TRUE(seen.left >= 7 && seen.top >= 7 && seen.right <= 293 && seen.bottom <= 153) << control.text;
-        for (const ControlTemplate* other = &control + 1; other != std::end(kFtpControls); ++other) {
+        for (const framework::ControlTemplate* other = &control + 1; other != std::end(resources::kFtpControls);
+             ++other) {
             const RECT next = Seen(*other);
             const CRect common(std::max(seen.left, next.left), std::max(seen.top, next.top),
                                std::min(seen.right, next.right), std::min(seen.bottom, next.bottom));
-            const bool framed = control.kind == ControlKind::group_box && common == next;
+            const bool framed = control.kind == framework::ControlKind::group_box && common == next;
             EXPECT_TRUE(common.IsRectEmpty() || framed) << control.text << control.id << other->text << other->id;
-            if (control.kind != ControlKind::group_box || other->id < kFtpAddressBox) continue;
+            if (control.kind != framework::ControlKind::group_box || other->id < kFtpAddressBox) continue;
             EXPECT_EQ(framed, (other->id <= kFtpSavePasswordCheck) == (*control.text == '\0')) << other->id;
         }
     }
@@ -330,3 +333,5 @@ TEST(FtpTemplate, HasItsWordsAndRoomForEach) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -9,25 +9,27 @@
 #include "platform/framework/cstring.h"
 #include "platform/system/random.h"
 
+namespace zel::test {
+
 namespace {
 
 std::string Scrambled(const std::string& password) {
     CString s(password.c_str());
-    ScramblePassword(s);
+    tools::ScramblePassword(s);
     return {s.GetString(), static_cast<std::size_t>(s.GetLength())};
 }
 
 std::string Unscrambled(const std::string& stored) {
     CString s(stored.data(), static_cast<int>(stored.size()));
-    UnscramblePassword(s);
+    tools::UnscramblePassword(s);
     return {s.GetString(), static_cast<std::size_t>(s.GetLength())};
 }
 
 /// A form whose bytes are all `filler`, with `tens` and `units` as the digits of its length.
 std::string Field(char filler, char tens, char units) {
     std::string field(80, filler);
-    field[static_cast<std::size_t>(PasswordSlot(0))] = tens;
-    field[static_cast<std::size_t>(PasswordSlot(1))] = units;
+    field[static_cast<std::size_t>(tools::PasswordSlot(0))] = tens;
+    field[static_cast<std::size_t>(tools::PasswordSlot(1))] = units;
     for (char& byte : field) byte = static_cast<char>(byte ^ '\r');
     return field;
 }
@@ -89,8 +91,10 @@ TEST(StoredPassword, DamagedGivesSomeTextOrNone) {
     EXPECT_EQ(Unscrambled(Field('x', '0', '1')), "x");
     EXPECT_EQ(Unscrambled(Field('x', '\x7F', '\x7F')), std::string(869, 'x'))
         << "the last slot is followed by position 0";
-    for (const int outside : {80, 0x7FFFFFFF, -1, -0x7FFFFFFF}) EXPECT_EQ(PasswordSlot(outside), 0);
+    for (const int outside : {80, 0x7FFFFFFF, -1, -0x7FFFFFFF}) EXPECT_EQ(tools::PasswordSlot(outside), 0);
     EXPECT_EQ(Unscrambled(Field('\0', '0', '3')), std::string(3, '\0'));
 }
 
 }  // namespace
+
+}  // namespace zel::test

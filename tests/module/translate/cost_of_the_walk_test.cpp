@@ -78,6 +78,8 @@ extern "C" __attribute__((visibility("default"))) void* realloc(void* block, std
 
 #include "module/state/module_state.h"
 
+using namespace zel;
+
 namespace {
 
 using module_test::FontSet;

@@ -3,12 +3,14 @@
 
 #include <gmock/gmock.h>
 
-#include "module/contract/zel_message.h"
-#include "support/module_fixture.h"
-#include "module/translate/edge.h"
 #include "module/contract/records/effpar.h"
-#include "module/translate/font_face.h"
+#include "module/contract/zel_message.h"
 #include "module/font/format/convert_font_header.h"
+#include "module/translate/edge.h"
+#include "module/translate/font_face.h"
+#include "support/module_fixture.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -20,7 +22,7 @@ tag_font_header Header(const std::string& name, const std::string& id = "") {
     font.header.font_name = name;
     font.header.font_id_text = id;
     font.header.font_height = 40;
-    return ConvertFontHeader(samples::WriteFontHeader(font));
+    return font::ConvertFontHeader(samples::WriteFontHeader(font));
 }
 
 struct FaceCase {
@@ -56,12 +58,12 @@ class Face : public ModuleTest, public testing::WithParamInterface<FaceCase> {
 TEST_P(Face, GoesByNameNumberAndMaps) {
     const tag_font_header header = Header(GetParam().font_name, GetParam().id);
     LOGFONT font;
-    InitLogFont(&font);
-    if (IsTrueTypeName(header.Name())) {
-        ApplyTrueTypeName(header.Name(), font);
+    translate::InitLogFont(&font);
+    if (translate::IsTrueTypeName(header.Name())) {
+        translate::ApplyTrueTypeName(header.Name(), font);
     } else {
         CString found(GetParam().found_before);
-        ApplyFontMaps(header, m_dialog, found, font);
+        translate::ApplyFontMaps(header, m_dialog, found, font);
     }
     EXPECT_STREQ(font.lfFaceName, GetParam().face);
     EXPECT_EQ(font.lfWeight, GetParam().weight);
@@ -117,14 +119,14 @@ TEST(FontHeight, IsWithoutTheEdgeTimes118) {
         header.edge_bits = static_cast<std::uint8_t>(row.edge_type | 0x70);
         header.edge_size = static_cast<std::uint8_t>(row.edge_size);
         LOGFONT font{};
-        ApplyFontHeight(header, font);
+        translate::ApplyFontHeight(header, font);
         EXPECT_EQ(font.lfHeight, row.height) << row.font_height << " " << row.edge_type;
     }
 }
 
 TEST(Edge, AnglesAndSwitch) {
     constexpr int kAngles[] = {135, 180, 225, 270, 315, 0, 45, 90, 135, 135, 135, 135, 135, 135, 135, 135};
-    for (int direction = 0; direction < 16; ++direction) EXPECT_EQ(EdgeAngle(direction), kAngles[direction]);
+    for (int direction = 0; direction < 16; ++direction) EXPECT_EQ(translate::EdgeAngle(direction), kAngles[direction]);
     for (int type = 0; type < 16; ++type) {
         tag_font_header header{};
         header.edge_bits = static_cast<std::uint8_t>(type | 9 << 4);
@@ -187,3 +189,5 @@ TEST_F(Face, OneDrawableGlyphMakesASlotALegacyFont) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,6 +6,8 @@
 #include "platform/framework/exceptions.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 using module_test::CharCall;
@@ -263,3 +265,5 @@ TEST_F(Walk, StoredGlyphCutShortEndsItWithAFileError) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -3,6 +3,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::HasSubstr;
@@ -57,3 +59,5 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
+
+}  // namespace zel::test

@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "programs/cli/command_disk.h"
 #include "host/library/library.h"
+#include "programs/cli/command_disk.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -17,12 +19,12 @@ using testing::IsSupersetOf;
 /// Everything of a library but the times.
 std::vector<std::string> Contents(const std::filesystem::path& file) {
     std::vector<std::string> contents;
-    Library library(file, Library::Access::kRead);
-    for (const LibraryEntry& entry : library.List()) {
-        const Recording recording = library.Find(entry.key).value();
+    library::Library library(file, library::Library::Access::kRead);
+    for (const library::LibraryEntry& entry : library.List()) {
+        const library::Recording recording = library.Find(entry.key).value();
         std::string text = recording.disk + "|" + std::to_string(recording.number) + "|" + recording.options + "|" +
                            recording.document + "|" + recording.text + "|" + recording.picture;
-        for (const SourceFile& source : recording.sources) text += "|" + source.path + " " + source.sha256;
+        for (const library::SourceFile& source : recording.sources) text += "|" + source.path + " " + source.sha256;
         contents.push_back(std::move(text));
     }
     return contents;
@@ -43,7 +45,8 @@ TEST(BatchCommand, RecordsWritesAndReports) {
     EXPECT_EQ(report["missing"], 6);
     EXPECT_EQ(report["failures"][0]["number"], 13);
     EXPECT_EQ(report["warnings"][0]["number"], 12);
-    const Recording recording = Library(disk / "lib", Library::Access::kRead).Find({"", 12}).value();
+    const library::Recording recording =
+        library::Library(disk / "lib", library::Library::Access::kRead).Find({"", 12}).value();
     EXPECT_THAT(recording.text, HasSubstr("NEWS"));
     EXPECT_EQ(recording.picture, disk.Read("a b/0012.png"));
     EXPECT_EQ(recording.sources.size(), 3U) << "the message, its font, and the font that is missing";
@@ -108,8 +111,8 @@ TEST(BatchCommand, LosesNothingReportedWhenItIsKilled) {
         for (std::string line; std::getline(lines, line);) {
             if (line.find(" imported;") == 5) reported.push_back(std::to_string(std::stoi(line.substr(1))));
         }
-        Library library(disk / "lib", Library::Access::kRead);
-        for (const LibraryEntry& entry : library.List()) held.push_back(std::to_string(entry.key.number));
+        library::Library library(disk / "lib", library::Library::Access::kRead);
+        for (const library::LibraryEntry& entry : library.List()) held.push_back(std::to_string(entry.key.number));
         EXPECT_THAT(held, IsSupersetOf(reported));
     }
     disk.Shell(run);
@@ -130,3 +133,5 @@ TEST(BatchCommand, EndsCleanlyAtAnInterrupt) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

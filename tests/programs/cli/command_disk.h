@@ -14,6 +14,8 @@
 #include "inspect/sample_files.h"
 #include "samples/write_file.h"
 
+namespace zel::test {
+
 /// What the command gave.
 struct CommandResult {
     int exit_code = -1;
@@ -79,3 +81,5 @@ class CommandDisk {
   private:
     std::filesystem::path m_path;
 };
+
+}  // namespace zel::test

@@ -4,6 +4,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using nlohmann::json;
@@ -82,3 +84,5 @@ TEST(ManyDisks, AreConvertedByTwoProcessesAtOnceAndMerged) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

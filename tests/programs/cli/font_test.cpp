@@ -4,6 +4,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using nlohmann::json;
@@ -52,3 +54,5 @@ TEST(FontCommand, GivesOneForAFailureAndTracesItAllTheSame) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,6 +6,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using nlohmann::json;
@@ -165,3 +167,5 @@ TEST(ImportCommand, RefusesAPathThatIsTooLongWithOneLine) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -6,6 +6,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using nlohmann::json;
@@ -73,3 +75,5 @@ TEST(InfoCommand, WritesAnObjectALineForMachines) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

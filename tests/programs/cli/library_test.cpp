@@ -5,6 +5,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::HasSubstr;
@@ -13,20 +15,21 @@ using testing::HasSubstr;
 class LibraryCommand : public testing::Test {
   protected:
     LibraryCommand() {
-        Recording news = Numbered(12, "\n GOOD EVENING\nand welcome", "");
+        library::Recording news = Numbered(12, "\n GOOD EVENING\nand welcome", "");
         news.fields = {{"Home", 1, 2, 3, 4}};
         news.warnings = {"font 31 is missing", "2 glyphs couldn't be drawn"};
-        Recording other = Numbered(12, "Caf\xC3\xA9 \x1B[2J\xFF", "Disk B");
-        Recording mark = Numbered(20, "", "Disk B");
-        mark.kind = RecordingKind::kRgbaObject;
+        library::Recording other = Numbered(12, "Caf\xC3\xA9 \x1B[2J\xFF", "Disk B");
+        library::Recording mark = Numbered(20, "", "Disk B");
+        mark.kind = library::RecordingKind::kRgbaObject;
         mark.document.clear();
-        Library(m_disk / "a.zellib", Library::Access::kWrite).Record(std::vector{news, other, mark});
+        library::Library(m_disk / "a.zellib", library::Library::Access::kWrite).Record(std::vector{news, other, mark});
         other.options = "lines=576";
-        Library(m_disk / "b.zellib", Library::Access::kWrite).Record(std::vector{other, mark, Numbered(5, "five", "")});
+        library::Library(m_disk / "b.zellib", library::Library::Access::kWrite)
+            .Record(std::vector{other, mark, Numbered(5, "five", "")});
     }
 
-    static Recording Numbered(int number, const std::string& text, const std::string& disk) {
-        Recording recording;
+    static library::Recording Numbered(int number, const std::string& text, const std::string& disk) {
+        library::Recording recording;
         recording.disk = disk;
         recording.number = number;
         recording.text = text;
@@ -85,3 +88,5 @@ TEST_F(LibraryCommand, SaysWhatItFindsAndWhatIsWrong) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

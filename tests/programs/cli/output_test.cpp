@@ -3,6 +3,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::HasSubstr;
@@ -84,3 +86,5 @@ TEST(Outputs, OnAFullDeviceAreAFailure) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

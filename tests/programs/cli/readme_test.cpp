@@ -4,6 +4,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 // The examples that README.md gives for the command, as they stand there.
@@ -31,3 +33,5 @@ TEST(Readme, ItsExamplesWorkAsTheyStand) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

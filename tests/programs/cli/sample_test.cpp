@@ -3,6 +3,8 @@
 
 #include "programs/cli/command_disk.h"
 
+namespace zel::test {
+
 namespace {
 
 using testing::EndsWith;
@@ -31,3 +33,5 @@ TEST(SampleCommand, SaysWhichFileItCannotWrite) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

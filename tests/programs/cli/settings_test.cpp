@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "programs/cli/command_disk.h"
 #include "host/settings/sqlite_settings_store.h"
+#include "programs/cli/command_disk.h"
+
+namespace zel::test {
 
 namespace {
 
@@ -20,7 +22,7 @@ struct SettingsCase {
 class KeptSettings : public testing::Test {
   protected:
     const CommandDisk m_disk;
-    SqliteSettingsStore m_store{m_disk / "kept"};
+    settings::SqliteSettingsStore m_store{m_disk / "kept"};
 };
 class SettingsCommand : public KeptSettings, public testing::WithParamInterface<SettingsCase> {};
 
@@ -109,3 +111,5 @@ TEST_F(KeptSettings, AreListedWithTheReasonWhyTheModuleIgnoresSome) {
 }
 
 }  // namespace
+
+}  // namespace zel::test

@@ -9,12 +9,12 @@
 
 #include <gmock/gmock.h>
 
-#include "programs/desktop/dialogs/dialog_units.h"
-#include "programs/desktop/test_window.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
+#include "programs/desktop/dialogs/dialog_units.h"
+#include "programs/desktop/test_window.h"
 
-namespace screen_test {
+namespace zel::screen_test {
 
 BEGIN_MESSAGE_MAP(WindowDialog, CDialog)
 ON_BN_CLICKED(kRun, &WindowDialog::OnRun)
@@ -33,7 +33,7 @@ std::string CutText(const QWidget& widget) {
     if (button == nullptr) return {};
     const QFontMetricsF font(button->font());
     const bool multi_line = button->height() > 2 * font.height();
-    const QStringList lines = BrokenLines(button->text(), button->width() - 4, font);
+    const QStringList lines = desktop::BrokenLines(button->text(), button->width() - 4, font);
     return lines.size() > (multi_line ? 2 : 1) ? button->text().toStdString() : std::string();
 }
 
@@ -43,9 +43,9 @@ TEST_F(DialogWindow, OfTheModuleCutsNoTextInAnyFont) {
     for (const char* family : {"DejaVu Sans", "DejaVu Serif", "DejaVu Sans Mono", "DejaVu Sans Condensed"}) {
         for (const int points : {6, 9, 13, 22}) {
             QApplication::setFont(QFont(QString::fromLatin1(family), points));
-            for (const DialogTemplate& source : g_hZelResource->dialogs) {
+            for (const framework::DialogTemplate& source : g_hZelResource->dialogs) {
                 CDialog shown(source.id);
-                Run(shown, [&](DialogView& view) {
+                Run(shown, [&](desktop::DialogView& view) {
                     for (const auto& control : view.Controls()) {
                         const QWidget& widget = control->Widget();
                         EXPECT_EQ(widget.isVisible() ? CutText(widget) : "", "") << family << points;
@@ -59,7 +59,7 @@ TEST_F(DialogWindow, OfTheModuleCutsNoTextInAnyFont) {
 }
 
 TEST_F(DialogWindow, TabVisitsTheTabStopsInTheTemplatesOrder) {
-    Run([&](DialogView& view) {
+    Run([&](desktop::DialogView& view) {
         std::vector<std::string> visited{Focused()};
         for (int i = 0; i < 9; ++i) {
             Key(view, Qt::Key_Tab);
@@ -70,7 +70,7 @@ TEST_F(DialogWindow, TabVisitsTheTabStopsInTheTemplatesOrder) {
 }
 
 TEST_F(DialogWindow, AccessKeysReachFieldsAndButtons) {
-    Run([&](DialogView& view) {
+    Run([&](desktop::DialogView& view) {
         Key(view, Qt::Key_C, Qt::AltModifier);
         EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.GetDlgItem(kCheck)->SendMessage(BM_GETCHECK) == 1; }));
         Key(view, Qt::Key_N, Qt::AltModifier);
@@ -82,7 +82,7 @@ TEST_F(DialogWindow, AccessKeysReachFieldsAndButtons) {
 }
 
 TEST_F(DialogWindow, EnterEscapeAndTheTitleBarGoTheSystemsWays) {
-    Run([&](DialogView& view) {
+    Run([&](desktop::DialogView& view) {
         for (const int field : {kEdit, kCombo, kList, kCheck}) {
             Widget(field).setFocus();
             Key(view, Qt::Key_Return);
@@ -110,7 +110,7 @@ TEST_F(DialogWindow, EnterEscapeAndTheTitleBarGoTheSystemsWays) {
 }
 
 TEST_F(DialogWindow, ShowsWhatTheProgramDoesToItsControls) {
-    Run([&](DialogView& view) {
+    Run([&](desktop::DialogView& view) {
         CWnd& combo = *dialog.GetDlgItem(kCombo);
         for (const char* entry : {"one", "two"}) {
             combo.SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
@@ -137,7 +137,7 @@ TEST_F(DialogWindow, ShowsWhatTheProgramDoesToItsControls) {
 }
 
 TEST_F(DialogWindow, TellsTheControlsWhatTheUserDoes) {
-    Run([&](DialogView& view) {
+    Run([&](desktop::DialogView& view) {
         for (const char* entry : {"one", "two"}) {
             dialog.GetDlgItem(kCombo)->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
             dialog.GetDlgItem(kList)->SendMessage(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
@@ -160,7 +160,7 @@ TEST_F(DialogWindow, TellsTheControlsWhatTheUserDoes) {
 }
 
 TEST_F(DialogWindow, TextIsUtf8AndLatin1WhereItIsNot) {
-    Run([&](DialogView& view) {
+    Run([&](desktop::DialogView& view) {
         dialog.SetDlgItemText(kStatus, "Caf\xE9 & Co");
         EXPECT_EQ(Widget<QLabel>(kStatus).text(), QString::fromUtf8("Caf\xC3\xA9 & Co"));
         dialog.GetDlgItem(kEdit)->SendMessage(EM_LIMITTEXT, 6);
@@ -172,7 +172,7 @@ TEST_F(DialogWindow, TextIsUtf8AndLatin1WhereItIsNot) {
 }
 
 TEST_F(DialogWindow, ItsPlaceIsFollowedAndTold) {
-    Run([&](DialogView& view) {
+    Run([&](desktop::DialogView& view) {
         const auto place = [&] {
             RECT rect{};
             dialog.GetWindowRect(&rect);
@@ -191,12 +191,12 @@ TEST_F(DialogWindow, ItsPlaceIsFollowedAndTold) {
 
 TEST_F(DialogWindow, ExceptionOfAHandlerLeavesTheEventLoopOnTheRightSide) {
     dialog.on_run = [] { throw 7; };
-    EXPECT_THROW(Run([&](DialogView&) { Click(Widget(kRun)); }), int);
+    EXPECT_THROW(Run([&](desktop::DialogView&) { Click(Widget(kRun)); }), int);
     EXPECT_EQ(dialog.m_hWnd, nullptr);
     dialog.on_run = [&] { dialog.DestroyWindow(); };
-    Run([&](DialogView&) { Click(Widget(kRun)); });
+    Run([&](desktop::DialogView&) { Click(Widget(kRun)); });
 }
 
 }  // namespace
 
-}  // namespace screen_test
+}  // namespace zel::screen_test

@@ -13,13 +13,15 @@
 #include <QTimer>
 #include <iostream>
 
+#include "module/contract/zel_trans_dlg.h"
+#include "platform/script/dialog_driver.h"
+#include "platform/script/memory_settings_store.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/program_icon.h"
 #include "programs/desktop/windows/main_window.h"
 #include "programs/desktop/windows/remote_chooser.h"
-#include "module/contract/zel_trans_dlg.h"
-#include "platform/script/dialog_driver.h"
-#include "platform/script/memory_settings_store.h"
+
+using namespace zel;
 
 namespace {
 
@@ -155,9 +157,9 @@ int main(int argc, char** argv) {
     if (argc != 4) return 2;
     QApplication::setWindowIcon(desktop::ProgramIcon());
     if (std::string_view(argv[2]) == "dark") QApplication::setPalette(Dark());
-    MemorySettingsStore settings;
-    SetSettingsStore(&settings);
+    script::MemorySettingsStore settings;
+    seam::SetSettingsStore(&settings);
     Grabber(QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[3])).Run();
-    SetSettingsStore(nullptr);
+    seam::SetSettingsStore(nullptr);
     return 0;
 }

@@ -6,19 +6,21 @@
 #include <QTimer>
 #include <iostream>
 
-#include "programs/desktop/dialogs/dialog_view.h"
-#include "programs/desktop/qt_desktop.h"
-#include "module/contract/zel_trans_dlg.h"
-#include "module/state/module_state.h"
-#include "module/contract/zel_trans_export.h"
 #include "diskcopy/copy_dlg.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_trans_export.h"
+#include "module/contract/zel_trans_ftp.h"
+#include "module/dialog/browse.h"
+#include "module/state/module_state.h"
+#include "module/tools/zel_rgba.h"
+#include "module/tools/zel_trans_batch.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/message_box.h"
 #include "platform/script/memory_settings_store.h"
-#include "module/tools/zel_rgba.h"
-#include "module/tools/zel_trans_batch.h"
-#include "module/contract/zel_trans_ftp.h"
-#include "module/dialog/browse.h"
+#include "programs/desktop/dialogs/dialog_view.h"
+#include "programs/desktop/qt_desktop.h"
+
+using namespace zel;
 
 namespace {
 
@@ -30,7 +32,7 @@ QPalette Dark() {
 }
 
 /// A desktop that takes a picture of every dialog and closes it.
-class GrabbingDesktop : public QtDesktop {
+class GrabbingDesktop : public desktop::QtDesktop {
   public:
     explicit GrabbingDesktop(QString directory) : m_directory(std::move(directory)) {}
 
@@ -42,7 +44,7 @@ class GrabbingDesktop : public QtDesktop {
             Grab(*Find(dialog), name);
             dialog.EndDialog(IDCANCEL);
         });
-        QtDesktop::RunModal(dialog);
+        desktop::QtDesktop::RunModal(dialog);
     }
     int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override {
         QTimer::singleShot(200, [&] {
@@ -50,7 +52,7 @@ class GrabbingDesktop : public QtDesktop {
             Grab(box, QStringLiteral("box_%1").arg(style));
             static_cast<QMessageBox&>(box).buttons().front()->click();
         });
-        return QtDesktop::ShowMessageBox(owner, text, caption, style);
+        return desktop::QtDesktop::ShowMessageBox(owner, text, caption, style);
     }
     int RunFileDialog(CFileDialog& dialog, std::string& path) override {
         QTimer::singleShot(500, [&] {
@@ -58,7 +60,7 @@ class GrabbingDesktop : public QtDesktop {
             Grab(files, QStringLiteral("files"));
             files.close();
         });
-        return QtDesktop::RunFileDialog(dialog, path);
+        return desktop::QtDesktop::RunFileDialog(dialog, path);
     }
 
     std::function<void(CDialog&)> before_grab;
@@ -74,15 +76,15 @@ class GrabbingDesktop : public QtDesktop {
 
 void Fill(CDialog& dialog) {
     if (dialog.GetTemplateId() == kImportDialog) {
-        BringToTop(dialog, kMessageDirBox,
-                   "D:\\MESSAGES\\\xC3\x9C"
-                   "bersicht");
-        BringToTop(dialog, kFontDirBox, "D:\\MACHINE");
+        dialog::BringToTop(dialog, kMessageDirBox,
+                           "D:\\MESSAGES\\\xC3\x9C"
+                           "bersicht");
+        dialog::BringToTop(dialog, kFontDirBox, "D:\\MACHINE");
         dialog.SetDlgItemText(kMessageIdEdit, ".0012");
-    } else if (dialog.GetTemplateId() == kBatchDialog) {
-        dialog.SetDlgItemText(kStartIdEdit, ".0005");
-        dialog.SetDlgItemText(kEndIdEdit, ".0017");
-        dialog.SetDlgItemText(kBatchStatusLabel, "Recording .0009");
+    } else if (dialog.GetTemplateId() == tools::kBatchDialog) {
+        dialog.SetDlgItemText(tools::kStartIdEdit, ".0005");
+        dialog.SetDlgItemText(tools::kEndIdEdit, ".0017");
+        dialog.SetDlgItemText(tools::kBatchStatusLabel, "Recording .0009");
     }
 }
 
@@ -96,11 +98,11 @@ int main(int argc, char** argv) {
     if (argc < 3) return 2;
     if (std::string_view(argv[2]) == "dark") QApplication::setPalette(Dark());
 
-    MemorySettingsStore settings;
-    SetSettingsStore(&settings);
+    script::MemorySettingsStore settings;
+    seam::SetSettingsStore(&settings);
     GrabbingDesktop desktop(QString::fromLocal8Bit(argv[1]));
     desktop.before_grab = Fill;
-    SetDesktop(&desktop);
+    seam::SetDesktop(&desktop);
     CWnd host;
     host.CreateHostWindow("host");
     AfxGetThread()->m_pMainWnd = &host;
@@ -112,7 +114,7 @@ int main(int argc, char** argv) {
     for (const int button : {kBatchButton, kFtpButton, kCopyFilesButton, kBrowseFontButton})
         main_dialog.SendMessage(WM_COMMAND, static_cast<WPARAM>(button));
     AfxGetModuleState()->m_hCurrentResourceHandle = g_hZelResource;
-    CDialog(kRgbaDialog).DoModal();
+    CDialog(tools::kRgbaDialog).DoModal();
     const std::string text = "Couldn't Find Zelmara! Font File: D:\\MACHINE\\.0001\n\nDo you want to browse for it?";
     for (const UINT style : {MB_YESNOCANCEL | MB_ICONQUESTION, MB_OK | MB_ICONEXCLAMATION})
         MessageBoxA(nullptr, text.c_str(), "Zelmara! Import Error", style);
@@ -121,7 +123,7 @@ int main(int argc, char** argv) {
                 MB_ICONHAND);
     main_dialog.DestroyWindow();
     AfxGetThread()->m_pMainWnd = nullptr;
-    SetDesktop(nullptr);
-    SetSettingsStore(nullptr);
+    seam::SetDesktop(nullptr);
+    seam::SetSettingsStore(nullptr);
     return 0;
 }

@@ -9,12 +9,12 @@
 
 #include <gmock/gmock.h>
 
-#include "programs/desktop/host_window_fixture.h"
-#include "module/contract/zel_trans_dlg.h"
 #include "host/ftp/test_server.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_ftp.h"
+#include "programs/desktop/host_window_fixture.h"
 
-namespace screen_test {
+namespace zel::screen_test {
 
 namespace {
 
@@ -24,7 +24,7 @@ class HostFetch : public HostWindow {
   protected:
     void Serve(std::vector<std::string> options = {}) {
         options.insert(options.begin(), {"hostile_server.py", Disk().toStdString()});
-        server = std::make_unique<TestServer>(options);
+        server = std::make_unique<test::TestServer>(options);
     }
 
     /// Fills in the program's dialog and presses Enter; what it does goes on behind it.
@@ -42,7 +42,7 @@ class HostFetch : public HostWindow {
         Trigger("fetch");
     }
 
-    std::unique_ptr<TestServer> server;
+    std::unique_ptr<test::TestServer> server;
 };
 
 TEST_F(HostFetch, ImportsWhatItFetched) {
@@ -138,4 +138,4 @@ TEST_F(HostFetch, AnswersTheModulesDialog) {
 
 }  // namespace
 
-}  // namespace screen_test
+}  // namespace zel::screen_test

@@ -14,15 +14,15 @@
 
 #include <gtest/gtest.h>
 
+#include "host/library/library.h"
+#include "platform/script/memory_settings_store.h"
 #include "programs/desktop/screen_desktop.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
 #include "programs/desktop/windows/main_window.h"
-#include "host/library/library.h"
-#include "platform/script/memory_settings_store.h"
 #include "samples/disk/demo_disk.h"
 
-namespace screen_test {
+namespace zel::screen_test {
 
 constexpr int kPatience_ms = 30000;
 
@@ -37,12 +37,12 @@ class HostWindow : public testing::Test {
     static void TearDownTestSuite() { s_disk.reset(); }
 
     HostWindow() {
-        SetSettingsStore(&settings);
+        seam::SetSettingsStore(&settings);
         Start();
     }
     ~HostWindow() override {
         window.reset();
-        SetSettingsStore(nullptr);
+        seam::SetSettingsStore(nullptr);
     }
 
     void Start() {
@@ -82,13 +82,15 @@ class HostWindow : public testing::Test {
         window->Open({place});
         Finish();
     }
-    std::vector<LibraryEntry> Recorded() { return Library(LibraryFile(), Library::Access::kRead).List(); }
+    std::vector<library::LibraryEntry> Recorded() {
+        return library::Library(LibraryFile(), library::Library::Access::kRead).List();
+    }
 
     QTemporaryDir home;
-    MemorySettingsStore settings;
+    script::MemorySettingsStore settings;
     std::unique_ptr<desktop::MainWindow> window;
     inline static std::unique_ptr<QTemporaryDir> s_disk;
     inline static std::ptrdiff_t s_count = 0;
 };
 
-}  // namespace screen_test
+}  // namespace zel::screen_test

@@ -17,12 +17,12 @@
 #include <sqlite3.h>
 #include <sys/resource.h>
 
-#include "programs/desktop/host_window_fixture.h"
-#include "module/contract/zel_trans_dlg.h"
 #include "host/run/dialog_script.h"
+#include "module/contract/zel_trans_dlg.h"
 #include "module/tools/zel_trans_batch.h"
+#include "programs/desktop/host_window_fixture.h"
 
-namespace screen_test {
+namespace zel::screen_test {
 
 namespace {
 
@@ -36,7 +36,7 @@ TEST_F(HostWindow, TakesADroppedDiskFromStartToPicture) {
     Finish();
     EXPECT_FALSE(Find("start_page").isVisible());
     EXPECT_EQ(Library_().rowCount(), s_count);
-    EXPECT_EQ(Recorded().front().key, (RecordingKey{"NEWS", 1}));
+    EXPECT_EQ(Recorded().front().key, (library::RecordingKey{"NEWS", 1}));
     EXPECT_EQ(Picture().Shown().size(), QSize(720, 486));
     EXPECT_EQ(Find<QTableView>("rows").model()->index(1, 3).data(), "Margit Alden");
     EXPECT_EQ(Notice(), "");
@@ -51,7 +51,7 @@ TEST_F(HostWindow, TakesFontsFoldersAndFilesThatAreDropped) {
     Drop({at("/MACHINE/.0012"), at("/MESSAGES/.0003"), QUrl(QStringLiteral("ftp://host/DISK"))});
     Finish();
     EXPECT_NE(window->findChild<QWidget*>(QStringLiteral("glyph_sheet")), nullptr);
-    EXPECT_EQ(Recorded().front().key, (RecordingKey{"NEWS", 3}));
+    EXPECT_EQ(Recorded().front().key, (library::RecordingKey{"NEWS", 3}));
     EXPECT_THAT(Notice(), HasSubstr("Fetch over FTP"));
     Drop({at("/MESSAGES")});
     Finish();
@@ -60,7 +60,7 @@ TEST_F(HostWindow, TakesFontsFoldersAndFilesThatAreDropped) {
 
 TEST_F(HostWindow, LetsThePictureBeDraggedOutWithItsAlpha) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
-    const std::string recorded = Library(LibraryFile(), Library::Access::kRead).Picture({"NEWS", 1});
+    const std::string recorded = library::Library(LibraryFile(), library::Library::Access::kRead).Picture({"NEWS", 1});
     QWidget& view = *Picture().viewport();
     QTest::mousePress(&view, Qt::LeftButton, {}, view.rect().center());
     QMouseEvent move(QEvent::MouseMove, view.rect().center() + QPoint(40, 0), view.mapToGlobal(QPoint()), Qt::NoButton,
@@ -85,7 +85,7 @@ TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
     std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0002", other.toStdString() + "/PROMO");
     window->Open({Disk(), other});
     Finish();
-    EXPECT_EQ(Library(LibraryFile(), Library::Access::kRead).Disks(),
+    EXPECT_EQ(library::Library(LibraryFile(), library::Library::Access::kRead).Disks(),
               (std::vector<std::string>{"NEWS", "NEWS (2)", "NEWS (2) PROMO"}));
     Start();
     Import(other);
@@ -95,10 +95,10 @@ TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
 /// Works the module's batch dialog as soon as it is open.
 void EnterRange(const char* first, const char* last) {
     const QPointer<QWidget> batch = QApplication::activeModalWidget();
-    if (!batch || batch->objectName() != QStringLiteral("dialog_%1").arg(kBatchDialog))
+    if (!batch || batch->objectName() != QStringLiteral("dialog_%1").arg(tools::kBatchDialog))
         return Then([=] { EnterRange(first, last); });
     EXPECT_TRUE(QTest::qWaitForWindowActive(batch));
-    for (const auto& [control, id] : {std::pair(kStartIdEdit, first), std::pair(kEndIdEdit, last)}) {
+    for (const auto& [control, id] : {std::pair(tools::kStartIdEdit, first), std::pair(tools::kEndIdEdit, last)}) {
         Click(*batch->findChild<QWidget*>(QString::number(control)));
         Key(*batch, Qt::Key_A, Qt::ControlModifier);
         TypeText(*batch, QLatin1String(id));
@@ -133,7 +133,7 @@ TEST_F(HostWindow, RecordsWhatTheModulesDialogImports) {
     });
     Trigger("import");
     std::vector<int> numbers;
-    for (const LibraryEntry& entry : Recorded()) numbers.push_back(entry.key.number);
+    for (const library::LibraryEntry& entry : Recorded()) numbers.push_back(entry.key.number);
     EXPECT_THAT(numbers, testing::ElementsAre(1, 2, 3, 4));
     EXPECT_EQ(Library_().rowCount(), 4);
 }
@@ -210,7 +210,7 @@ TEST_F(HostWindow, WorksByKeyboardAlone) {
     Key(*window, Qt::Key_C, Qt::ControlModifier);
     const QMimeData& copied = *QApplication::clipboard()->mimeData();
     EXPECT_EQ(copied.data(QStringLiteral("image/png")).toStdString(),
-              Library(LibraryFile(), Library::Access::kRead).Picture({"NEWS", 1}));
+              library::Library(LibraryFile(), library::Library::Access::kRead).Picture({"NEWS", 1}));
     const QImage image = qvariant_cast<QImage>(copied.imageData());
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
     EXPECT_EQ(qAlpha(image.pixel(120, 400)), 224);
@@ -304,4 +304,4 @@ TEST_F(HostWindow, KeepsFetchDialogOpenUntilItCanBeTried) {
 
 }  // namespace
 
-}  // namespace screen_test
+}  // namespace zel::screen_test

@@ -17,11 +17,11 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/system/files.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/screen_text.h"
-#include "platform/system/files.h"
 
-namespace screen_test {
+namespace zel::screen_test {
 
 namespace {
 
@@ -49,8 +49,8 @@ QMessageBox::StandardButton ButtonOf(int id) {
 void AnswerBox(int answer, const std::string& text, const std::string& caption) {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr) << "a box that nobody sees";
-    EXPECT_EQ(WithoutBreaks(box->text()).toStdString(), ScreenText(text).remove(u'\r').toStdString());
-    EXPECT_EQ(box->windowTitle().toStdString(), ScreenText(caption).toStdString());
+    EXPECT_EQ(desktop::WithoutBreaks(box->text()).toStdString(), desktop::ScreenText(text).remove(u'\r').toStdString());
+    EXPECT_EQ(box->windowTitle().toStdString(), desktop::ScreenText(caption).toStdString());
     QAbstractButton* const button = box->button(ButtonOf(answer));
     if (button != nullptr) return Click(*button);
     ADD_FAILURE() << "the box has no such button: " << answer;
@@ -66,15 +66,17 @@ void AnswerFiles(int answer, const std::string& path) {
 }
 
 std::string ShownText(const QWidget& widget) {
-    if (const auto* const edit = qobject_cast<const QLineEdit*>(&widget)) return ModuleText(edit->text());
-    if (const auto* const combo = qobject_cast<const QComboBox*>(&widget)) return ModuleText(combo->currentText());
-    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget)) return ModuleText(button->text());
+    if (const auto* const edit = qobject_cast<const QLineEdit*>(&widget)) return desktop::ModuleText(edit->text());
+    if (const auto* const combo = qobject_cast<const QComboBox*>(&widget))
+        return desktop::ModuleText(combo->currentText());
+    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget))
+        return desktop::ModuleText(button->text());
     return {};
 }
 
 std::vector<std::string> ShownList(const QComboBox& combo) {
     std::vector<std::string> list;
-    for (int i = 0; i < combo.count(); ++i) list.push_back(ModuleText(combo.itemText(i)));
+    for (int i = 0; i < combo.count(); ++i) list.push_back(desktop::ModuleText(combo.itemText(i)));
     return list;
 }
 
@@ -100,7 +102,7 @@ void TypeText(QWidget& window, const QString& text) {
         QTest::sendKeyEvent(QTest::Click, window.window()->windowHandle(), Qt::Key_unknown, QString(c), Qt::NoModifier);
 }
 
-void CompareWithControls(const DialogView& view) {
+void CompareWithControls(const desktop::DialogView& view) {
     for (const auto& control : view.Controls()) {
         CWnd* const window = CWnd::FromHandle(control->Handle());
         if (window == nullptr) return;  // the dialog is over
@@ -110,9 +112,10 @@ void CompareWithControls(const DialogView& view) {
         EXPECT_EQ(widget.isEnabled(), window->IsWindowEnabled() != FALSE);
         CString text;
         window->GetWindowText(text);
-        const ControlKind kind = control->Source().kind;
-        if (kind != ControlKind::static_text && kind != ControlKind::group_box && kind != ControlKind::list_box) {
-            EXPECT_EQ(ShownText(widget), ModuleText(ScreenText(text.GetString())));
+        const framework::ControlKind kind = control->Source().kind;
+        if (kind != framework::ControlKind::static_text && kind != framework::ControlKind::group_box &&
+            kind != framework::ControlKind::list_box) {
+            EXPECT_EQ(ShownText(widget), desktop::ModuleText(desktop::ScreenText(text.GetString())));
         }
         if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget)) {
             EXPECT_EQ(button->isChecked(), window->SendMessage(BM_GETCHECK) != 0);
@@ -127,19 +130,19 @@ void Then(std::function<void()> user) {
     QTimer::singleShot(0, std::move(user));
 }
 
-std::unique_ptr<HeadlessDesktop> MakeScreenDesktop() {
+std::unique_ptr<script::HeadlessDesktop> MakeScreenDesktop() {
     return std::make_unique<ScreenDesktop>();
 }
 
 ScreenDesktop::ScreenDesktop() {
-    SetDialogActor(this);
+    script::SetDialogActor(this);
 }
 ScreenDesktop::~ScreenDesktop() {
-    SetDialogActor(nullptr);
+    script::SetDialogActor(nullptr);
 }
 
 int ScreenDesktop::ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) {
-    const int answer = HeadlessDesktop::ShowMessageBox(owner, text, caption, style);
+    const int answer = script::HeadlessDesktop::ShowMessageBox(owner, text, caption, style);
     Then([&] { AnswerBox(answer, text, caption); });
     EXPECT_EQ(m_screen.ShowMessageBox(owner, text, caption, style), answer);
     return answer;
@@ -147,24 +150,24 @@ int ScreenDesktop::ShowMessageBox(HWND owner, const std::string& text, const std
 
 void ScreenDesktop::RunModal(CDialog& dialog) {
     Then([&] {
-        DialogView& view = *m_screen.Find(dialog);
+        desktop::DialogView& view = *m_screen.Find(dialog);
         EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
         CompareWithControls(view);
-        view.Act(nullptr, [&] { HeadlessDesktop::RunModal(dialog); });
+        view.Act(nullptr, [&] { script::HeadlessDesktop::RunModal(dialog); });
     });
     m_screen.RunModal(dialog);
 }
 
 int ScreenDesktop::RunFileDialog(CFileDialog& dialog, std::string& path) {
-    const int answer = HeadlessDesktop::RunFileDialog(dialog, path);
-    const std::string wanted = NativePath(path.c_str());
+    const int answer = script::HeadlessDesktop::RunFileDialog(dialog, path);
+    const std::string wanted = system::NativePath(path.c_str());
     Then([&] { AnswerFiles(answer, wanted); });
     EXPECT_EQ(m_screen.RunFileDialog(dialog, path), answer);
     return answer;
 }
 
 bool ScreenDesktop::IsKeyDown(int virtualKey) {
-    const bool down = HeadlessDesktop::IsKeyDown(virtualKey);
+    const bool down = script::HeadlessDesktop::IsKeyDown(virtualKey);
     if (down) {
         QWindow* const window = QGuiApplication::focusWindow();
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
@@ -175,34 +178,34 @@ bool ScreenDesktop::IsKeyDown(int virtualKey) {
 }
 
 void ScreenDesktop::SetWaitCursor(bool on) {
-    HeadlessDesktop::SetWaitCursor(on);
+    script::HeadlessDesktop::SetWaitCursor(on);
     m_screen.SetWaitCursor(on);
     EXPECT_EQ(QGuiApplication::overrideCursor() != nullptr, on);
 }
 
 void ScreenDesktop::Type(CDialog& dialog, CWnd& control, const std::string& text) {
-    DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return DialogActor::Type(dialog, control, text);
+    desktop::DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return script::DialogActor::Type(dialog, control, text);
     Click(view->Find(control.m_hWnd)->Widget());
     Key(*view, Qt::Key_A, Qt::ControlModifier);
     if (text.empty()) {
         Key(*view, Qt::Key_Delete);
     } else {
-        TypeText(*view, ScreenText(text));
+        TypeText(*view, desktop::ScreenText(text));
     }
     CompareWithControls(*view);
 }
 
 void ScreenDesktop::Press(CDialog& dialog, CWnd& control) {
-    DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return DialogActor::Press(dialog, control);
+    desktop::DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return script::DialogActor::Press(dialog, control);
     Click(view->Find(control.m_hWnd)->Widget());
     CompareWithControls(*view);
 }
 
 void ScreenDesktop::Choose(CDialog& dialog, CWnd& control, bool box, int index) {
-    DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return DialogActor::Choose(dialog, control, box, index);
+    desktop::DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return script::DialogActor::Choose(dialog, control, box, index);
     QWidget& widget = view->Find(control.m_hWnd)->Widget();
     auto* const combo = qobject_cast<QComboBox*>(&widget);
     if (combo != nullptr) combo->showPopup();
@@ -214,22 +217,22 @@ void ScreenDesktop::Choose(CDialog& dialog, CWnd& control, bool box, int index) 
 }
 
 void ScreenDesktop::PressEnter(CDialog& dialog, CWnd* button) {
-    DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return DialogActor::PressEnter(dialog, button);
+    desktop::DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return script::DialogActor::PressEnter(dialog, button);
     Key(*view, Qt::Key_Return);
     CompareWithControls(*view);
 }
 
 void ScreenDesktop::PressEscape(CDialog& dialog) {
-    DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return DialogActor::PressEscape(dialog);
+    desktop::DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return script::DialogActor::PressEscape(dialog);
     Key(*view, Qt::Key_Escape);
 }
 
 void ScreenDesktop::Close(CDialog& dialog) {
-    DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return DialogActor::Close(dialog);
+    desktop::DialogView* const view = m_screen.Find(dialog);
+    if (view == nullptr) return script::DialogActor::Close(dialog);
     view->close();
 }
 
-}  // namespace screen_test
+}  // namespace zel::screen_test

@@ -5,12 +5,12 @@
 #include "programs/desktop/make_screen_desktop.h"
 #include "programs/desktop/qt_desktop.h"
 
-namespace screen_test {
+namespace zel::screen_test {
 
 /// A desktop that is driven by the same script as one without a screen, while everything it is asked is really shown:
 /// the script's user presses the widgets' buttons, types into them, and answers the boxes that come. Each answer is
 /// compared with the script's, and each window with the controls that it shows.
-class ScreenDesktop : public HeadlessDesktop, private DialogActor {
+class ScreenDesktop : public script::HeadlessDesktop, private script::DialogActor {
   public:
     ScreenDesktop();
     ~ScreenDesktop() override;
@@ -29,7 +29,7 @@ class ScreenDesktop : public HeadlessDesktop, private DialogActor {
     void PressEscape(CDialog& dialog) override;
     void Close(CDialog& dialog) override;
 
-    QtDesktop m_screen;
+    desktop::QtDesktop m_screen;
 };
 
 /// Clicks a widget, or types a key into the active window, as the window system tells of it.
@@ -38,9 +38,9 @@ void Key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoM
 void TypeText(QWidget& window, const QString& text);
 
 /// Fails unless every widget shows what its control holds.
-void CompareWithControls(const DialogView& view);
+void CompareWithControls(const desktop::DialogView& view);
 
 /// Runs `user` as soon as the next window has come.
 void Then(std::function<void()> user);
 
-}  // namespace screen_test
+}  // namespace zel::screen_test

@@ -11,14 +11,14 @@
 
 #include <gmock/gmock.h>
 
-#include "programs/desktop/test_window.h"
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/message_box.h"
 #include "platform/system/commands.h"
 #include "platform/system/files.h"
 #include "platform/system/keys.h"
+#include "programs/desktop/test_window.h"
 
-namespace screen_test {
+namespace zel::screen_test {
 
 namespace {
 
@@ -72,7 +72,7 @@ TEST_F(Screen, BoxOfADialogsHandlerStandsOverIt) {
         dialog.MessageBox("text", "caption");
         EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
     };
-    Run([&](DialogView&) { Click(Widget(kRun)); });
+    Run([&](desktop::DialogView&) { Click(Widget(kRun)); });
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
@@ -105,7 +105,7 @@ TEST_F(Screen, RunSeesEscapeAndNoOtherInput) {
         EXPECT_NE(GetAsyncKeyState(VK_ESCAPE), 0) << "pressed since the last asking";
         EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
     };
-    Run([&](DialogView& view) {
+    Run([&](desktop::DialogView& view) {
         Key(view, Qt::Key_Escape);
         EXPECT_EQ(Events(), "cancel ");
         Click(Widget(kRun));
@@ -122,7 +122,7 @@ TEST_F(Screen, RunThatDisablesItsButtonCanBeStopped) {
         EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
         EXPECT_EQ(Events(), "cancel ");
     };
-    Run([&](DialogView&) { Click(Widget(kRun)); });
+    Run([&](desktop::DialogView&) { Click(Widget(kRun)); });
 }
 
 TEST_F(Screen, FileDialogShowsFilesThatBeginWithADot) {
@@ -130,7 +130,7 @@ TEST_F(Screen, FileDialogShowsFilesThatBeginWithADot) {
     const std::string native = disk.path().toStdString();
     std::ofstream(native + "/.0012") << "text of the file";
     CFileDialog files(TRUE, "*.*", nullptr, OFN_HIDEREADONLY | OFN_EXPLORER, "*.*||", nullptr);
-    const std::string start = ModulePath(native);
+    const std::string start = system::ModulePath(native);
     files.m_ofn.lpstrInitialDir = start.c_str();
     files.m_ofn.lpstrTitle = "Zelmara Font Directory";
     Then([&] {
@@ -155,4 +155,4 @@ TEST_F(Screen, FileDialogShowsFilesThatBeginWithADot) {
 
 }  // namespace
 
-}  // namespace screen_test
+}  // namespace zel::screen_test

@@ -7,34 +7,36 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/framework/cwinapp.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/screen_desktop.h"
-#include "platform/framework/cwinapp.h"
 
-namespace screen_test {
+namespace zel::screen_test {
+
+namespace ctl = framework::ctl;
 
 inline constexpr UINT kWindow = 600;
 inline constexpr int kEdit = 10, kPassword = 11, kCombo = 12, kList = 13, kCheck = 14, kRadioA = 15, kRadioB = 16,
                      kStatus = 17, kRun = 18;
 
-inline constexpr ControlTemplate kControls[] = {
-    {IDC_STATIC, ControlKind::group_box, "All", 2, 2, 196, 96, ctl_none},
-    {IDC_STATIC, ControlKind::static_text, "&Name :", 7, 10, 30, 8, ctl_none},
-    {kEdit, ControlKind::edit, nullptr, 40, 8, 60, 13, ctl_tab_stop | ctl_auto_scroll},
-    {kPassword, ControlKind::edit, nullptr, 110, 8, 60, 13, ctl_tab_stop | ctl_password},
-    {kCombo, ControlKind::combo_box, nullptr, 40, 24, 60, 50, ctl_tab_stop},
-    {kList, ControlKind::list_box, nullptr, 110, 24, 60, 30, ctl_tab_stop},
-    {kCheck, ControlKind::check_box, "&Check", 7, 40, 60, 10, ctl_auto | ctl_tab_stop},
-    {kRadioA, ControlKind::radio_button, "A", 7, 52, 40, 10, ctl_auto | ctl_group | ctl_tab_stop},
-    {kRadioB, ControlKind::radio_button, "B", 50, 52, 40, 10, ctl_auto},
-    {kStatus, ControlKind::static_text, "", 7, 66, 180, 10, ctl_group},
-    {kRun, ControlKind::push_button, "&Run", 7, 78, 50, 14, ctl_tab_stop},
-    {IDOK, ControlKind::default_button, "OK", 70, 78, 50, 14, ctl_tab_stop},
-    {IDCANCEL, ControlKind::push_button, "Cancel", 130, 78, 50, 14, ctl_tab_stop},
+inline constexpr framework::ControlTemplate kControls[] = {
+    {IDC_STATIC, framework::ControlKind::group_box, "All", 2, 2, 196, 96, ctl::none},
+    {IDC_STATIC, framework::ControlKind::static_text, "&Name :", 7, 10, 30, 8, ctl::none},
+    {kEdit, framework::ControlKind::edit, nullptr, 40, 8, 60, 13, ctl::tab_stop | ctl::auto_scroll},
+    {kPassword, framework::ControlKind::edit, nullptr, 110, 8, 60, 13, ctl::tab_stop | ctl::password},
+    {kCombo, framework::ControlKind::combo_box, nullptr, 40, 24, 60, 50, ctl::tab_stop},
+    {kList, framework::ControlKind::list_box, nullptr, 110, 24, 60, 30, ctl::tab_stop},
+    {kCheck, framework::ControlKind::check_box, "&Check", 7, 40, 60, 10, ctl::automatic | ctl::tab_stop},
+    {kRadioA, framework::ControlKind::radio_button, "A", 7, 52, 40, 10, ctl::automatic | ctl::group | ctl::tab_stop},
+    {kRadioB, framework::ControlKind::radio_button, "B", 50, 52, 40, 10, ctl::automatic},
+    {kStatus, framework::ControlKind::static_text, "", 7, 66, 180, 10, ctl::group},
+    {kRun, framework::ControlKind::push_button, "&Run", 7, 78, 50, 14, ctl::tab_stop},
+    {IDOK, framework::ControlKind::default_button, "OK", 70, 78, 50, 14, ctl::tab_stop},
+    {IDCANCEL, framework::ControlKind::push_button, "Cancel", 130, 78, 50, 14, ctl::tab_stop},
 };
-inline constexpr DialogTemplate kDialogs[] = {
+inline constexpr framework::DialogTemplate kDialogs[] = {
     {kWindow, "Window", "MS Sans Serif", 8, 200, 100, WS_POPUP | WS_CAPTION, kControls}};
-inline constexpr ModuleInstance kModule{"window", kDialogs};
+inline constexpr HINSTANCE__ kModule{"window", kDialogs};
 
 /// A dialog that writes down what reaches it.
 class WindowDialog : public CDialog {
@@ -61,23 +63,23 @@ class OnScreen : public testing::Test {
   protected:
     OnScreen() {
         AfxGetModuleState()->m_hCurrentResourceHandle = &kModule;
-        SetDesktop(&screen);
+        seam::SetDesktop(&screen);
     }
     ~OnScreen() override {
-        SetDesktop(nullptr);
+        seam::SetDesktop(nullptr);
         AfxGetModuleState()->m_hCurrentResourceHandle = nullptr;
     }
 
-    void Run(CDialog& shown, const std::function<void(DialogView&)>& user) {
+    void Run(CDialog& shown, const std::function<void(desktop::DialogView&)>& user) {
         Then([&] {
-            DialogView& view = *screen.Find(shown);
+            desktop::DialogView& view = *screen.Find(shown);
             ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
             user(view);
             if (!shown.HasEnded()) shown.EndDialog(IDCANCEL);
         });
         shown.DoModal();
     }
-    void Run(const std::function<void(DialogView&)>& user) { Run(dialog, user); }
+    void Run(const std::function<void(desktop::DialogView&)>& user) { Run(dialog, user); }
 
     template <class Kind = QWidget>
     Kind& Widget(int id) {
@@ -91,8 +93,8 @@ class OnScreen : public testing::Test {
     std::string Focused() { return QApplication::focusWidget()->objectName().toStdString(); }
     std::string Events() { return std::exchange(dialog.events, ""); }
 
-    QtDesktop screen;
+    desktop::QtDesktop screen;
     WindowDialog dialog;
 };
 
-}  // namespace screen_test
+}  // namespace zel::screen_test

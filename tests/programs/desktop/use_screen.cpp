@@ -2,8 +2,12 @@
 #include "programs/desktop/make_screen_desktop.h"
 #include "support/module_fixture.h"
 
+namespace zel::test {
+
 namespace {
 
 [[maybe_unused]] const auto g_headless = std::exchange(module_test::make_desktop, &screen_test::MakeScreenDesktop);
 
 }  // namespace
+
+}  // namespace zel::test

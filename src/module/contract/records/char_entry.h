@@ -4,12 +4,16 @@
 #include <cstdint>
 #include <type_traits>
 
+namespace zel {
+
 /// Entries of a font's character directory; a character code is the index.
 inline constexpr int kDirectoryEntries = 192;
 /// glyph_kind of a stored bitmap glyph; stored value.
 inline constexpr std::uint8_t kStoredGlyph = 170;
 /// Bits of glyph_kind of a run-coded glyph. 170 has one of them set, so the test for 170 comes first.
 inline constexpr std::uint8_t kRunCodedBits = 0x02 | 0x40;
+
+}  // namespace zel
 
 /// Directory entry of one character, 10 bytes.
 struct [[gnu::packed]] tag_char_entry {
@@ -18,8 +22,8 @@ struct [[gnu::packed]] tag_char_entry {
     std::uint32_t glyph_word;    //  2  from bit 0: glyph_bits_a:6, glyph_bits_b:6, glyph_top:10, glyph_metric:10
     std::uint32_t glyph_offset;  //  6  byte in the encoding data, or file position of the stored glyph's record
 
-    bool IsStored() const noexcept { return glyph_kind == kStoredGlyph; }
-    bool IsRunCoded() const noexcept { return !IsStored() && (glyph_kind & kRunCodedBits) != 0; }
+    bool IsStored() const noexcept { return glyph_kind == zel::kStoredGlyph; }
+    bool IsRunCoded() const noexcept { return !IsStored() && (glyph_kind & zel::kRunCodedBits) != 0; }
     bool HasGlyph() const noexcept { return IsStored() || IsRunCoded(); }
     int Top() const noexcept { return static_cast<int>(glyph_word >> 12 & 0x3FF); }  ///< glyph_top, lines.
     int Metric() const noexcept { return static_cast<int>(glyph_word >> 22); }       ///< glyph_metric.

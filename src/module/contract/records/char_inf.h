@@ -61,6 +61,10 @@ static_assert(sizeof(void*) != 4 ||
 
 class CWnd;
 
+namespace zel {
+
 /// The host's callback: the window of the import, the record, and the character, which is the low 8 bits of char_code
 /// or 13 for a row without characters.
 using OnCharCallback = void (*)(CWnd*, tag_CharInf*, unsigned int);
+
+}  // namespace zel

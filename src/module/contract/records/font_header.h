@@ -5,6 +5,8 @@
 #include <string_view>
 #include <type_traits>
 
+namespace zel {
+
 /// Value and bits of font_flags; stored values.
 inline constexpr std::uint16_t kFontFlagsLeadingSample =
     18;                                            ///< Encoding data and a sample block straight after the directory.
@@ -12,6 +14,8 @@ inline constexpr std::uint16_t kFontPlain = 0x20;  ///< Encoding data in the ord
 inline constexpr std::uint16_t kFontCharTables = 0x04;  ///< Two character tables are present.
 inline constexpr std::uint16_t kFontOwnLimits =
     0x10 | 0x40;  ///< An empty row doesn't take its limits from such a font.
+
+}  // namespace zel
 
 /// Header of a font, 128 bytes at file offset 136, kept in memory at the file's offsets with its words converted.
 struct [[gnu::packed]] tag_font_header {

@@ -39,6 +39,6 @@ struct tag_font_memory {
 
     /// The entry of a character; null without a directory and for a code of 192 and above, which has none.
     const tag_char_entry* Entry(std::uint32_t char_code) const noexcept {
-        return char_directory != nullptr && char_code < kDirectoryEntries ? &char_directory[char_code] : nullptr;
+        return char_directory != nullptr && char_code < zel::kDirectoryEntries ? &char_directory[char_code] : nullptr;
     }
 };

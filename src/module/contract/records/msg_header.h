@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <type_traits>
 
+namespace zel {
+
 /// Bits of section_flags; stored values.
 enum SectionFlag : std::uint16_t {
     kSectionPalette = 0x0001,     ///< A palette follows the rows; clear: the default palette.
@@ -13,34 +15,40 @@ enum SectionFlag : std::uint16_t {
     kSectionPal = 0x8000,         ///< A PAL message; clear: NTSC.
 };
 
+}  // namespace zel
+
 /// Second block of a message file, 16 bytes at file offset 136.
 struct tag_msg_flags {
     std::uint16_t section_flags;  //  0  SectionFlag bits
     std::uint16_t unread_2[7];    //  2
 
-    bool Has(SectionFlag flag) const noexcept { return (section_flags & flag) != 0; }
+    bool Has(zel::SectionFlag flag) const noexcept { return (section_flags & flag) != 0; }
     /// Lines above the picture in the message's own video standard, by which stored vertical positions are too large.
-    std::uint16_t LineOffset() const noexcept { return Has(kSectionPal) ? 33 : 20; }
+    std::uint16_t LineOffset() const noexcept { return Has(zel::kSectionPal) ? 33 : 20; }
     /// Active lines of the message's own video standard.
-    int Lines() const noexcept { return Has(kSectionPal) ? 576 : 486; }
+    int Lines() const noexcept { return Has(zel::kSectionPal) ? 576 : 486; }
 };
 static_assert(sizeof(tag_msg_flags) == 16 && std::is_trivially_copyable_v<tag_msg_flags>);
+
+namespace zel {
 
 inline constexpr int kFontSlots = 16;
 /// Entry of font_numbers for a slot without a font.
 inline constexpr std::uint16_t kNoFont = 0xFFFF;
 
+}  // namespace zel
+
 /// Message values, 26 words.
 struct tag_msg_header {
-    std::uint16_t unread_0;                  //  0
-    std::uint16_t unread_2;                  //  2
-    std::uint16_t last_row;                  //  4  the message has last_row + 1 rows
-    std::uint16_t frame_left;                //  6  x of a row without characters, pixels
-    std::uint16_t frame_top;                 //  8  lines; in memory less the line offset, in 16 bits
-    std::uint16_t frame_right;               // 10
-    std::uint16_t frame_bottom;              // 12  lines; in memory less the line offset, in 16 bits
-    std::uint16_t unread_14[3];              // 14
-    std::uint16_t font_numbers[kFontSlots];  // 20  number of each slot's font, kNoFont for none
+    std::uint16_t unread_0;                       //  0
+    std::uint16_t unread_2;                       //  2
+    std::uint16_t last_row;                       //  4  the message has last_row + 1 rows
+    std::uint16_t frame_left;                     //  6  x of a row without characters, pixels
+    std::uint16_t frame_top;                      //  8  lines; in memory less the line offset, in 16 bits
+    std::uint16_t frame_right;                    // 10
+    std::uint16_t frame_bottom;                   // 12  lines; in memory less the line offset, in 16 bits
+    std::uint16_t unread_14[3];                   // 14
+    std::uint16_t font_numbers[zel::kFontSlots];  // 20  number of each slot's font, kNoFont for none
 
     int RowCount() const noexcept { return last_row + 1; }
 };

@@ -7,6 +7,8 @@
 // Rows and characters lie in the file with their bit fields packed from the top bit of a byte down, in memory in 16-bit
 // words packed from the lowest bit up. The host reads the memory form.
 
+namespace zel {
+
 /// Bits [low, low + width) of a word; the way in which every field below is read and written.
 template <int Low, int Width>
 struct WordBits {
@@ -22,6 +24,8 @@ inline constexpr int kChainEnd = 63;
 /// Characters that a row has room for.
 inline constexpr int kRowChars = 63;
 
+}  // namespace zel
+
 /// One character of a row, 8 bytes in the file and in memory.
 struct tag_msg_char {
     std::uint16_t word0;  // 0  bit 1 place_flag, bit 2 chain_end, bits 6-15 char_x
@@ -29,22 +33,24 @@ struct tag_msg_char {
     std::uint16_t word2;  // 4  bits 0-5 char_font, bits 6-15 char_code
     std::uint16_t word3;  // 6  bits 10-15 next_char
 
-    bool PlaceFlag() const noexcept { return WordBits<1, 1>::Get(word0) != 0; }
-    void SetChainEnd(bool end) noexcept { WordBits<2, 1>::Set(word0, end ? 1 : 0); }
-    int X() const noexcept { return WordBits<6, 10>::Get(word0); }  ///< char_x, pixels.
-    void SetX(int x) noexcept { WordBits<6, 10>::Set(word0, x); }
-    int ColourSet() const noexcept { return WordBits<3, 3>::Get(word1); }  ///< colour_set, 0 to 7.
-    void SetColourSet(int set) noexcept { WordBits<3, 3>::Set(word1, set); }
-    int Y() const noexcept { return WordBits<6, 10>::Get(word1); }  ///< char_y, lines in the row.
-    void SetY(int y) noexcept { WordBits<6, 10>::Set(word1, y); }
-    int Font() const noexcept { return WordBits<0, 6>::Get(word2); }   ///< char_font: slot, valid below 16.
-    int Code() const noexcept { return WordBits<6, 10>::Get(word2); }  ///< char_code, all 10 bits.
-    int Next() const noexcept { return WordBits<10, 6>::Get(word3); }  ///< next_char, kChainEnd at the end.
-    void SetNext(int next) noexcept { WordBits<10, 6>::Set(word3, next); }
+    bool PlaceFlag() const noexcept { return zel::WordBits<1, 1>::Get(word0) != 0; }
+    void SetChainEnd(bool end) noexcept { zel::WordBits<2, 1>::Set(word0, end ? 1 : 0); }
+    int X() const noexcept { return zel::WordBits<6, 10>::Get(word0); }  ///< char_x, pixels.
+    void SetX(int x) noexcept { zel::WordBits<6, 10>::Set(word0, x); }
+    int ColourSet() const noexcept { return zel::WordBits<3, 3>::Get(word1); }  ///< colour_set, 0 to 7.
+    void SetColourSet(int set) noexcept { zel::WordBits<3, 3>::Set(word1, set); }
+    int Y() const noexcept { return zel::WordBits<6, 10>::Get(word1); }  ///< char_y, lines in the row.
+    void SetY(int y) noexcept { zel::WordBits<6, 10>::Set(word1, y); }
+    int Font() const noexcept { return zel::WordBits<0, 6>::Get(word2); }   ///< char_font: slot, valid below 16.
+    int Code() const noexcept { return zel::WordBits<6, 10>::Get(word2); }  ///< char_code, all 10 bits.
+    int Next() const noexcept { return zel::WordBits<10, 6>::Get(word3); }  ///< next_char, kChainEnd at the end.
+    void SetNext(int next) noexcept { zel::WordBits<10, 6>::Set(word3, next); }
 
     bool operator==(const tag_msg_char&) const = default;
 };
 static_assert(sizeof(tag_msg_char) == 8 && std::is_trivially_copyable_v<tag_msg_char>);
+
+namespace zel {
 
 /// Head of a row, 8 bytes in the file and in memory.
 struct RowHead {
@@ -70,8 +76,10 @@ struct RowHead {
 };
 static_assert(sizeof(RowHead) == 8 && std::is_trivially_copyable_v<RowHead>);
 
+}  // namespace zel
+
 /// One row in memory, 512 bytes whatever its count; records from char_count up are zero.
-struct tag_msg_row : RowHead {
-    tag_msg_char chars[kRowChars];  // 8
+struct tag_msg_row : zel::RowHead {
+    tag_msg_char chars[zel::kRowChars];  // 8
 };
 static_assert(sizeof(tag_msg_row) == 512 && std::is_trivially_copyable_v<tag_msg_row>);

@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <type_traits>
 
-#include "module/contract/zeltrans_api.h"
+#include "module/contract/records/zeltrans_api.h"
 #include "platform/system/types.h"
 
 struct EFFPAR;
+
+namespace zel {
 
 inline constexpr int kColourSets = 8;
 inline constexpr int kSetEntries = 32;
@@ -23,11 +25,13 @@ constexpr COLORREF PackColour(std::uint32_t entry) noexcept {
 }
 static_assert(PackColour(0x12345678) == 0x341278);
 
+}  // namespace zel
+
 /// Palette block of a message, copied whole into the CZelFont that the host receives.
 struct tag_palete {
-    std::uint16_t palette_lead;                           // 0  as in the file, not converted
-    std::uint16_t palette_words;                          // 2  size of the section in 16-bit words
-    std::uint32_t colour_sets[kColourSets][kSetEntries];  // 4  entries, converted
+    std::uint16_t palette_lead;                                     // 0  as in the file, not converted
+    std::uint16_t palette_words;                                    // 2  size of the section in 16-bit words
+    std::uint32_t colour_sets[zel::kColourSets][zel::kSetEntries];  // 4  entries, converted
 
     /// Index of the first set, 0 to 7, whose face colour, and with the effect's edge on whose edge colour too, are
     /// those of the effect; -1 without one.

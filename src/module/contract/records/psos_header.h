@@ -5,6 +5,8 @@
 #include <string_view>
 #include <type_traits>
 
+namespace zel {
+
 /// File types in the Psos file header; stored values.
 inline constexpr std::uint32_t kFontFileType = 500;
 inline constexpr std::uint32_t kMessageFileType = 702;
@@ -14,6 +16,8 @@ inline constexpr std::uint32_t kRgbaFileTypeB = 717;
 constexpr bool IsRgbaFileType(std::uint32_t file_type) noexcept {
     return file_type == kRgbaFileTypeA || file_type == kRgbaFileTypeB;
 }
+
+}  // namespace zel
 
 /// The header that opens message, font and RGBA files, 136 bytes.
 struct tag_psos_header {

@@ -6,6 +6,8 @@
 
 #include "module/message/format/byte_order.h"
 
+namespace zel::font {
+
 tag_char_entry ConvertCharEntry(std::span<const std::uint8_t> bytes) noexcept {
     std::array<std::uint8_t, sizeof(tag_char_entry)> whole{};
     std::copy_n(bytes.begin(), std::min(bytes.size(), whole.size()), whole.begin());
@@ -20,7 +22,9 @@ void ConvertCharEntries(std::span<const std::uint8_t> bytes, tag_char_entry* ent
         std::memcpy(&file, bytes.data(), sizeof file);
         entries->glyph_kind = file.glyph_kind;
         entries->unread_1 = file.unread_1;
-        entries->glyph_word = RepackGlyphWord(SwapLong(file.glyph_word));
-        entries->glyph_offset = SwapLong(file.glyph_offset);
+        entries->glyph_word = RepackGlyphWord(message::SwapLong(file.glyph_word));
+        entries->glyph_offset = message::SwapLong(file.glyph_offset);
     }
 }
+
+}  // namespace zel::font

@@ -5,6 +5,8 @@
 
 #include "module/contract/records/char_entry.h"
 
+namespace zel::font {
+
 /// Big-endian bit fields of an entry, brought from the top down to the bottom up.
 constexpr std::uint32_t RepackGlyphWord(std::uint32_t file) noexcept {
     const std::uint32_t a = file >> 26, b = file >> 20 & 0x3F, top = file >> 10 & 0x3FF, metric = file & 0x3FF;
@@ -17,3 +19,5 @@ tag_char_entry ConvertCharEntry(std::span<const std::uint8_t> bytes) noexcept;
 
 /// Converts a directory, as many entries as there are whole ones in `bytes`.
 void ConvertCharEntries(std::span<const std::uint8_t> bytes, tag_char_entry* entries) noexcept;
+
+}  // namespace zel::font

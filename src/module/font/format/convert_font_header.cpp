@@ -4,14 +4,16 @@
 
 #include "module/message/format/big_endian_cursor.h"
 
+namespace zel::font {
+
 namespace {
 
-std::int16_t S16(BigEndianCursor& in) noexcept {
+std::int16_t S16(message::BigEndianCursor& in) noexcept {
     return static_cast<std::int16_t>(in.U16());
 }
 
 template <std::size_t N, typename T>
-void CopyBytes(BigEndianCursor& in, T (&out)[N]) noexcept {
+void CopyBytes(message::BigEndianCursor& in, T (&out)[N]) noexcept {
     static_assert(sizeof(T) == 1);
     const auto bytes = in.Bytes<N>();
     std::memcpy(out, bytes.data(), N);
@@ -20,7 +22,7 @@ void CopyBytes(BigEndianCursor& in, T (&out)[N]) noexcept {
 }  // namespace
 
 tag_font_header ConvertFontHeader(std::span<const std::uint8_t> bytes) noexcept {
-    BigEndianCursor in(bytes);
+    message::BigEndianCursor in(bytes);
     tag_font_header header{};
     CopyBytes(in, header.font_name);     //   0
     CopyBytes(in, header.font_id_text);  //  70
@@ -47,7 +49,7 @@ tag_font_header ConvertFontHeader(std::span<const std::uint8_t> bytes) noexcept 
 }
 
 tag_samp_struct ConvertSampleHead(std::span<const std::uint8_t> bytes) noexcept {
-    BigEndianCursor in(bytes);
+    message::BigEndianCursor in(bytes);
     tag_samp_struct head{};
     head.samp_first_word = S16(in);  // 0
     head.width_a = S16(in);          // 2
@@ -56,3 +58,5 @@ tag_samp_struct ConvertSampleHead(std::span<const std::uint8_t> bytes) noexcept 
     head.height_b = S16(in);         // 8
     return head;
 }
+
+}  // namespace zel::font

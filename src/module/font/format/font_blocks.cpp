@@ -4,6 +4,8 @@
 
 #include "module/contract/records/effpar.h"
 
+namespace zel::font {
+
 namespace {
 
 template <typename T>
@@ -36,3 +38,5 @@ void ReleaseFontBlocks(tag_font_memory& font) noexcept {
     Delete(font.log_font);
     Delete(font.effect_params);
 }
+
+}  // namespace zel::font

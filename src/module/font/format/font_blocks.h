@@ -2,5 +2,9 @@
 
 #include "module/contract/records/font_memory.h"
 
+namespace zel::font {
+
 /// Frees all blocks of a slot but font_copy and clears their pointers.
 void ReleaseFontBlocks(tag_font_memory& font) noexcept;
+
+}  // namespace zel::font

@@ -4,18 +4,20 @@
 #include <cstdlib>
 #include <new>
 
+#include "module/font/format/convert_char_entry.h"
+#include "module/font/format/convert_font_header.h"
 #include "module/font/format/samples.h"
 #include "module/message/format/big_endian_cursor.h"
 #include "module/message/format/convert_headers.h"
-#include "module/font/format/convert_font_header.h"
-#include "module/font/format/convert_char_entry.h"
+
+namespace zel::font {
 
 namespace {
 
 // The sections of one font file, in file order. Each reader takes what it needs from m_file at m_offset and moves on.
 class FontReader {
   public:
-    FontReader(ByteSource& file, tag_font_memory& slot, SectionObserver* observer) noexcept
+    FontReader(message::ByteSource& file, tag_font_memory& slot, message::SectionObserver* observer) noexcept
         : m_file(file), m_slot(slot), m_observer(observer) {}
 
     FontOutcome Read(bool& tessor);
@@ -35,9 +37,9 @@ class FontReader {
         if (m_observer != nullptr) m_observer->OnSection(name, m_offset, size, std::min(size, m_file.Left(m_offset)));
     }
 
-    ByteSource& m_file;
+    message::ByteSource& m_file;
     tag_font_memory& m_slot;
-    SectionObserver* m_observer;
+    message::SectionObserver* m_observer;
     std::uint64_t m_offset = 0;
 };
 
@@ -67,7 +69,7 @@ FontOutcome FontReader::Read(bool& tessor) {
 FontOutcome FontReader::ReadPsosHeader() {
     Observe("Psos file header", sizeof(tag_psos_header));
     const auto bytes = m_file.At(m_offset, sizeof(tag_psos_header));
-    m_slot.psos_header = new tag_psos_header(ConvertPsosHeader(bytes));
+    m_slot.psos_header = new tag_psos_header(message::ConvertPsosHeader(bytes));
     m_offset += sizeof(tag_psos_header);
     if (bytes.size() != sizeof(tag_psos_header)) return FontOutcome::kShortPsosHeader;
     return m_slot.psos_header->file_type == kFontFileType ? FontOutcome::kRead : FontOutcome::kWrongType;
@@ -119,7 +121,7 @@ FontOutcome FontReader::ReadWordTable() {
     const FontOutcome end = ReadBlock("word table", size, block, FontOutcome::kShortBlock);
     m_slot.word_table = reinterpret_cast<std::uint16_t*>(block);  // from malloc, aligned for any type
     if (end != FontOutcome::kRead) return end;
-    for (int i = 0; i < size / 2; ++i) m_slot.word_table[i] = SwapWord(m_slot.word_table[i]);
+    for (int i = 0; i < size / 2; ++i) m_slot.word_table[i] = message::SwapWord(m_slot.word_table[i]);
     return end;
 }
 
@@ -170,7 +172,7 @@ FontOutcome FontReader::LocateStoredGlyphs() {
             Observe("stored glyph", sizeof length);
             return FontOutcome::kShortBlock;
         }
-        const std::uint32_t size = BigEndianCursor(length).U32();
+        const std::uint32_t size = message::BigEndianCursor(length).U32();
         Observe("stored glyph", size);
         entry.glyph_offset = static_cast<std::uint32_t>(m_offset);
         m_offset += size;
@@ -180,10 +182,13 @@ FontOutcome FontReader::LocateStoredGlyphs() {
 
 }  // namespace
 
-FontOutcome LoadFont(ByteSource& file, tag_font_memory& slot, bool& tessor, SectionObserver* observer) {
+FontOutcome LoadFont(message::ByteSource& file, tag_font_memory& slot, bool& tessor,
+                     message::SectionObserver* observer) {
     try {
         return FontReader(file, slot, observer).Read(tessor);
     } catch (const std::bad_alloc&) {
         return FontOutcome::kNoMemory;
     }
 }
+
+}  // namespace zel::font

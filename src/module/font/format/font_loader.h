@@ -4,6 +4,8 @@
 #include "module/message/format/byte_source.h"
 #include "module/message/format/section_observer.h"
 
+namespace zel::font {
+
 /// How the reading of a font file ended; 0 is the only success. What the user hears stands in the same order in
 /// read_font.cpp.
 enum class FontOutcome {
@@ -27,7 +29,10 @@ enum class FontOutcome {
 /// ReleaseFontData.
 /// @param tessor    set when the font isn't plain: its encoding data, if any, can't be taken from the ordinary place.
 /// @param observer  may be null.
-FontOutcome LoadFont(ByteSource& file, tag_font_memory& slot, bool& tessor, SectionObserver* observer = nullptr);
+FontOutcome LoadFont(message::ByteSource& file, tag_font_memory& slot, bool& tessor,
+                     message::SectionObserver* observer = nullptr);
 
 /// Bytes of each of the two character tables.
 inline constexpr std::size_t kCharTableSize = 384;
+
+}  // namespace zel::font

@@ -2,8 +2,10 @@
 #include <array>
 #include <optional>
 
-#include "module/font/format/run_codes.h"
 #include "base/vector_support.h"
+#include "module/font/format/run_codes.h"
+
+namespace zel::font {
 
 namespace {
 
@@ -197,7 +199,7 @@ constexpr MeasurePath kPaths[] = {{"scalar", MeasureScalar}};
 std::span<const MeasurePath> MeasurePaths() noexcept {
     const std::span<const MeasurePath> paths(kPaths);
 #if defined(__SSE2__)
-    return paths.subspan(HasVbmi() ? 0 : HasAvx2() ? 1 : 2);
+    return paths.subspan(base::HasVbmi() ? 0 : base::HasAvx2() ? 1 : 2);
 #else
     return paths;
 #endif
@@ -206,3 +208,5 @@ std::span<const MeasurePath> MeasurePaths() noexcept {
 GlyphSize MeasureRunCodes(RunCodeReader codes) noexcept {
     return MeasurePaths().front().measure(codes);
 }
+
+}  // namespace zel::font

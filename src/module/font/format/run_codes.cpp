@@ -5,6 +5,8 @@
 
 #include "module/font/format/straighten.h"
 
+namespace zel::font {
+
 namespace {
 
 struct Pixel {
@@ -260,3 +262,5 @@ void DrawRunCodes(RunCodeReader codes, const RunColours& colours, const PixelRow
     Ramps ramps(colours);
     RunPainter(colours, ramps, rows).Draw(codes);
 }
+
+}  // namespace zel::font

@@ -6,6 +6,8 @@
 #include <optional>
 #include <span>
 
+namespace zel::font {
+
 /// What a run code does; stored values, in bits 1 and 0.
 enum class RunOperation : std::uint8_t { kBackground = 0, kColour = 1, kBlended = 2, kEndOfLine = 3 };
 
@@ -116,3 +118,5 @@ struct PixelRows {
 /// Draws a run-coded glyph. The first row and whatever the glyph doesn't reach keep what they hold, and blended runs
 /// mix with it. Codes beyond a line's end or the last row draw nothing.
 void DrawRunCodes(RunCodeReader codes, const RunColours& colours, const PixelRows& rows) noexcept;
+
+}  // namespace zel::font

@@ -2,6 +2,8 @@
 
 #include "module/contract/records/font_memory.h"
 
+namespace zel::font {
+
 /// How the reading of a sample block's rows ended; 0 is the only success.
 enum class SampleOutcome { kRead = 0, kNoMemory, kShortRow };
 
@@ -51,3 +53,5 @@ SampleOutcome ReadSamples(const tag_samp_struct& samp, tag_graphic_rectangle& fi
     }
     return SampleOutcome::kRead;
 }
+
+}  // namespace zel::font

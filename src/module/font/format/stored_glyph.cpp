@@ -5,8 +5,10 @@
 #include "module/font/format/straighten.h"
 #include "module/message/format/big_endian_cursor.h"
 
+namespace zel::font {
+
 StoredGlyphHead ConvertStoredGlyphHead(std::span<const std::uint8_t> record) noexcept {
-    BigEndianCursor in(record);
+    message::BigEndianCursor in(record);
     StoredGlyphHead head{};
     head.length = in.U32();                                //  0
     head.flags = in.U16();                                 //  4
@@ -40,3 +42,5 @@ void StraightenRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_
                                               -static_cast<std::ptrdiff_t>(row_size),
                                               bottom_up.data() + missing * row_size, row_size / 4, fit - missing});
 }
+
+}  // namespace zel::font

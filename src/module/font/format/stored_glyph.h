@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <span>
 
+namespace zel::font {
+
 /// Head of a stored bitmap glyph's record, 12 bytes; pixels follow, 4 bytes each, top row first.
 struct StoredGlyphHead {
     std::uint32_t length;    //  0  bytes of the record, these 4 included
@@ -42,3 +44,5 @@ void StraightenPixels(std::span<std::uint8_t> pixels) noexcept;
 /// @param bottom_up receives them back to back; a row that doesn't fit whole is left out.
 void StraightenRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
                             std::span<std::uint8_t> bottom_up) noexcept;
+
+}  // namespace zel::font

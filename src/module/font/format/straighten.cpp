@@ -5,6 +5,8 @@
 
 #include "base/vector_support.h"
 
+namespace zel::font {
+
 namespace straighten {
 
 namespace {
@@ -126,10 +128,12 @@ constexpr Path kPaths[] = {{"scalar", RowsScalar}};
 std::span<const Path> Paths() noexcept {
     const std::span<const Path> paths(kPaths);
 #if defined(__SSE2__)
-    return paths.subspan(HasAvx2() ? 0 : 1);
+    return paths.subspan(base::HasAvx2() ? 0 : 1);
 #else
     return paths;
 #endif
 }
 
 }  // namespace straighten
+
+}  // namespace zel::font

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <span>
 
+namespace zel::font {
+
 namespace straighten {
 
 /// 255 / alpha in 20 fractional bits, rounded up; 0 for alpha 0.
@@ -44,3 +46,5 @@ struct Path {
 std::span<const Path> Paths() noexcept;
 
 }  // namespace straighten
+
+}  // namespace zel::font

@@ -1,5 +1,7 @@
 #include "module/fontmap/format/name_lists.h"
 
+namespace zel::fontmap {
+
 namespace {
 
 constexpr bool IsDigit(char c) noexcept {
@@ -71,3 +73,5 @@ std::optional<TypefaceEntry> ReadTypefaceLine(std::string_view line) noexcept {
     if (line.empty()) return std::nullopt;
     return TypefaceEntry{typeface, line};
 }
+
+}  // namespace zel::fontmap

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+namespace zel::fontmap {
+
 // The two name lists, line by line; pure functions over text.
 //
 // bitstream_fontlist.txt, behind two headings:        typeface_list.txt, behind two headings:
@@ -46,3 +48,5 @@ struct TypefaceEntry {
 /// @param line  without its newline.
 /// @return nothing for a line without a TAB, or with nothing behind its TABs.
 std::optional<TypefaceEntry> ReadTypefaceLine(std::string_view line) noexcept;
+
+}  // namespace zel::fontmap

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+namespace zel::fontmap {
+
 std::optional<std::string_view> TextLines::Next() noexcept {
     if (m_rest.empty()) return std::nullopt;
     const std::size_t most = std::min(kMaxLine, m_rest.size());
@@ -15,3 +17,5 @@ std::optional<std::string_view> TextLines::Next() noexcept {
     FindNul();
     return line;
 }
+
+}  // namespace zel::fontmap

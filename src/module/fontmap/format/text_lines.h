@@ -5,6 +5,8 @@
 #include <optional>
 #include <string_view>
 
+namespace zel::fontmap {
+
 /// The lines of a name list, taken as the legacy importer took them: through a buffer of 200 bytes, so that a longer
 /// line comes as several.
 class TextLines {
@@ -30,3 +32,5 @@ class TextLines {
     std::string_view m_rest;
     const char* m_nul = nullptr;  // the first one of the rest, or its end
 };
+
+}  // namespace zel::fontmap

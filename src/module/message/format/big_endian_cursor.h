@@ -9,6 +9,8 @@
 
 #include "module/message/format/byte_order.h"
 
+namespace zel::message {
+
 /// Reads big-endian fields from a span, front to back. Bytes beyond the span's end read as zeros, so that a record cut
 /// short is filled up with zeros and never with what memory held.
 ///
@@ -42,3 +44,5 @@ class BigEndianCursor {
   private:
     std::span<const std::uint8_t> m_bytes;  // what is left
 };
+
+}  // namespace zel::message

@@ -4,6 +4,8 @@
 
 #include "base/vector_support.h"
 
+namespace zel::message {
+
 namespace {
 
 #if defined(__SSE2__)
@@ -25,7 +27,9 @@ ZEL_AVX2 std::size_t SwapEightByEight(std::span<std::uint32_t> values) noexcept 
 
 void SwapLongs(std::span<std::uint32_t> values) noexcept {
 #if defined(__SSE2__)
-    if (HasAvx2()) values = values.subspan(SwapEightByEight(values));
+    if (base::HasAvx2()) values = values.subspan(SwapEightByEight(values));
 #endif
     for (std::uint32_t& value : values) value = SwapLong(value);
 }
+
+}  // namespace zel::message

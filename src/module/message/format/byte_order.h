@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <span>
 
+namespace zel::message {
+
 static_assert(std::endian::native == std::endian::little, "the records in memory are little-endian words");
 
 /// The 32-bit value with its four bytes reversed. Zelmara! files are big-endian, every field is converted once, on
@@ -21,3 +23,5 @@ constexpr std::uint16_t SwapWord(std::uint16_t value) noexcept {
 void SwapLongs(std::span<std::uint32_t> values) noexcept;
 
 static_assert(SwapLong(0x12345678) == 0x78563412 && SwapWord(0x1234) == 0x3412);
+
+}  // namespace zel::message

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+namespace zel::message {
+
 ByteSource::ByteSource(std::span<const std::uint8_t> bytes) noexcept : m_window(bytes), m_size(bytes.size()) {}
 
 ByteSource::ByteSource(FileBytes& file) noexcept : m_size(file.Size()), m_file(&file) {}
@@ -34,3 +36,5 @@ std::size_t ByteSource::Read(std::uint64_t offset, std::span<std::uint8_t> out) 
     if (done == wanted || m_file == nullptr) return done;
     return done + m_file->Read(offset + done, out.subspan(done, wanted - done));
 }
+
+}  // namespace zel::message

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <span>
 
+namespace zel::message {
+
 /// An open file as a ByteSource needs it.
 class FileBytes {
   public:
@@ -63,3 +65,5 @@ class ByteSource {
     FileBytes* m_file = nullptr;
     std::array<std::uint8_t, kWholeFile> m_buffer;  // of a file only
 };
+
+}  // namespace zel::message

@@ -4,6 +4,8 @@
 
 #include "module/message/format/big_endian_cursor.h"
 
+namespace zel::message {
+
 tag_psos_header ConvertPsosHeader(std::span<const std::uint8_t> file) noexcept {
     tag_psos_header header;
     if (file.size() >= sizeof header) {  // a copy of fixed length takes a few instructions
@@ -39,3 +41,5 @@ tag_msg_header ConvertMsgHeader(std::span<const std::uint8_t> bytes, std::uint16
     for (std::uint16_t& number : header.font_numbers) number = in.U16();       // 20
     return header;
 }
+
+}  // namespace zel::message

@@ -7,6 +7,8 @@
 #include "module/message/format/byte_order.h"
 #include "module/message/format/msg_chars.h"
 
+namespace zel::message {
+
 namespace {
 
 // A word of the memory form: a field of `low_width` bits from bit 0, its bits in the file's order, and the 10-bit
@@ -61,3 +63,5 @@ std::size_t ConvertRow(std::span<const std::uint8_t> bytes, tag_msg_row& row) no
     if (records.size() % kRecord != 0) row.chars[whole] = ConvertMsgChar(records.subspan(whole * kRecord));
     return sizeof head + size;
 }
+
+}  // namespace zel::message

@@ -6,6 +6,8 @@
 
 #include "module/contract/records/msg_row.h"
 
+namespace zel::message {
+
 /// File form to memory form, 8 bytes each; what is missing of the 8 reads as zero.
 RowHead ConvertRowHead(std::span<const std::uint8_t> bytes) noexcept;
 tag_msg_char ConvertMsgChar(std::span<const std::uint8_t> bytes) noexcept;
@@ -14,3 +16,5 @@ tag_msg_char ConvertMsgChar(std::span<const std::uint8_t> bytes) noexcept;
 /// @param bytes  the file from the row on; a record cut short is filled up with zeros.
 /// @return the bytes that the row takes in a file that holds it whole.
 std::size_t ConvertRow(std::span<const std::uint8_t> bytes, tag_msg_row& row) noexcept;
+
+}  // namespace zel::message

@@ -4,6 +4,8 @@
 
 #include "module/message/format/big_endian_cursor.h"
 
+namespace zel::message {
+
 tag_tab_field ConvertTabRecord(std::span<const std::uint8_t> bytes) noexcept {
     // The legacy machine writes this name for a field that has none; its NUL belongs to the comparison.
     static constexpr char kUnnamed[] = "un-named";
@@ -18,3 +20,5 @@ tag_tab_field ConvertTabRecord(std::span<const std::uint8_t> bytes) noexcept {
     tab.tab_bits = RepackTabBits(bits[0], bits[1], bits[2]);
     return tab;  // 25 is unread
 }
+
+}  // namespace zel::message

@@ -5,6 +5,8 @@
 
 #include "module/contract/records/tab_field.h"
 
+namespace zel::message {
+
 /// Records that a tab table can have.
 inline constexpr int kMaxTabs = 200;
 /// Bytes of a record in the file.
@@ -27,3 +29,5 @@ static_assert(RepackTabBits(0, 0x01, 0xE0) == 0x78000 && RepackTabBits(0, 0, 0x1
 /// A record of the tab table as it stands in the file, before it is held against the rows; 26 bytes, missing ones zero.
 /// The ends are the file's own values, tab_top and tab_bottom are 0, and the name "un-named" has become an empty one.
 tag_tab_field ConvertTabRecord(std::span<const std::uint8_t> bytes) noexcept;
+
+}  // namespace zel::message

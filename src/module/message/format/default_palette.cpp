@@ -1,5 +1,7 @@
 #include "module/message/format/default_palette.h"
 
+namespace zel::message {
+
 void FillDefaultPalette(tag_palete& palette) noexcept {
     struct Set {
         std::uint32_t face, edge, ramp_start, ramp_step;
@@ -20,3 +22,5 @@ void FillDefaultPalette(tag_palete& palette) noexcept {
         for (int entry = 3; entry < kSetEntries; ++entry, ramp += kSets[set].ramp_step) entries[entry] = ramp;
     }
 }
+
+}  // namespace zel::message

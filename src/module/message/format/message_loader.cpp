@@ -12,6 +12,8 @@
 #include "module/message/format/convert_tab_field.h"
 #include "module/message/format/default_palette.h"
 
+namespace zel::message {
+
 void FreeRows::operator()(tag_msg_row* rows) const noexcept {
     std::free(rows);
 }
@@ -226,3 +228,5 @@ void MessageReader::ReadTabRecords(int count) {
 MessageOutcome LoadMessage(ByteSource& file, LoadedMessage& message, SectionObserver* observer) {
     return MessageReader(file, message, observer).Read();
 }
+
+}  // namespace zel::message

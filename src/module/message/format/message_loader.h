@@ -3,13 +3,15 @@
 #include <memory>
 #include <optional>
 
-#include "module/message/format/byte_source.h"
 #include "module/contract/records/msg_header.h"
 #include "module/contract/records/msg_row.h"
 #include "module/contract/records/palette.h"
 #include "module/contract/records/psos_header.h"
-#include "module/message/format/section_observer.h"
 #include "module/contract/records/tab_field.h"
+#include "module/message/format/byte_source.h"
+#include "module/message/format/section_observer.h"
+
+namespace zel::message {
 
 /// How the reading of a message file ended; 0 is the only success. Box texts stand in the same order in
 /// zel_message.cpp.
@@ -54,3 +56,5 @@ struct LoadedMessage {
 /// @param observer  may be null.
 /// @throws std::bad_alloc
 MessageOutcome LoadMessage(ByteSource& file, LoadedMessage& message, SectionObserver* observer = nullptr);
+
+}  // namespace zel::message

@@ -7,6 +7,8 @@
 
 #include "base/vector_support.h"
 
+namespace zel::message {
+
 // A word of the file, taken as it lies, has its two bytes the wrong way round, which is a turn by 8 bits; the memory
 // form has the six bits of a field below and the ten of a position on top, a turn by 6. Together they turn words 0 to 2
 // by 2 bits to the right. The last word has its ten bits below, which together makes 2 bits to the left. What remains
@@ -112,10 +114,12 @@ constexpr Path kPaths[] = {{"scalar", ConvertScalar}};
 std::span<const Path> Paths() noexcept {
     const std::span<const Path> paths(kPaths);
 #if defined(__SSE2__)
-    return paths.subspan(HasVbmi() ? 0 : HasAvx2() ? 1 : 2);
+    return paths.subspan(base::HasVbmi() ? 0 : base::HasAvx2() ? 1 : 2);
 #else
     return paths;
 #endif
 }
 
 }  // namespace msg_chars
+
+}  // namespace zel::message

@@ -6,6 +6,8 @@
 
 #include "module/contract/records/msg_row.h"
 
+namespace zel::message {
+
 namespace msg_chars {
 
 /// One way of converting `count` character records from file form to memory form. All ways give the same bytes.
@@ -19,3 +21,5 @@ struct Path {
 std::span<const Path> Paths() noexcept;
 
 }  // namespace msg_chars
+
+}  // namespace zel::message

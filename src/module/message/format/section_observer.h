@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+namespace zel::message {
+
 /// Hears of each section of a file as it is read, in file order; what shows a person where a file is broken. Readers
 /// take a pointer to one that may be null.
 class SectionObserver {
@@ -15,3 +17,5 @@ class SectionObserver {
   protected:
     ~SectionObserver() = default;
 };
+
+}  // namespace zel::message

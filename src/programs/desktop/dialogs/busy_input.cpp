@@ -8,6 +8,8 @@
 
 #include "programs/desktop/dialogs/dialog_view.h"
 
+namespace zel::desktop {
+
 namespace {
 
 bool IsUserInput(QEvent::Type type) {
@@ -97,3 +99,5 @@ bool BusyInput::IsInterruptible(const DialogView& view) const {
     const Handler& latest = m_running.back();
     return latest.view == &view && IsWindow(latest.source) && !CWnd::FromHandle(latest.source)->IsWindowEnabled();
 }
+
+}  // namespace zel::desktop

@@ -5,6 +5,8 @@
 
 #include "platform/system/types.h"
 
+namespace zel::desktop {
+
 class DialogView;
 
 /// The user's input while a handler of a dialog keeps the thread busy. Between two messages of a run the module asks
@@ -53,3 +55,5 @@ class BusyInput : public QObject {
     bool m_escapeDown = false;
     bool m_escapePressed = false;
 };
+
+}  // namespace zel::desktop

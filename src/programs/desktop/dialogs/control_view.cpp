@@ -14,6 +14,10 @@
 #include "programs/desktop/dialogs/drawn_controls.h"
 #include "programs/desktop/dialogs/screen_text.h"
 
+namespace zel::desktop {
+
+namespace ctl = framework::ctl;
+
 namespace {
 
 /// Frame of a field on both sides, and a pixel that keeps the text off it.
@@ -24,7 +28,7 @@ double FieldHeight(const QWidget& widget) {
 
 class GroupView : public ControlView {
   public:
-    GroupView(DialogView& dialog, const ControlTemplate& source, CWnd& control)
+    GroupView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control)
         : ControlView(dialog, source, control, new GroupFrame(&dialog)) {
         Widget().lower();
     }
@@ -40,11 +44,11 @@ class GroupView : public ControlView {
 
 class LabelView : public ControlView {
   public:
-    LabelView(DialogView& dialog, const ControlTemplate& source, CWnd& control)
+    LabelView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control)
         : ControlView(dialog, source, control, new LineLabel(&dialog)) {
-        const bool centred = (source.flags & ctl_centred) != 0;
+        const bool centred = (source.flags & ctl::centred) != 0;
         Label().setAlignment(Qt::AlignVCenter | (centred ? Qt::AlignHCenter : Qt::AlignLeft));
-        if ((source.flags & ctl_static_edge) != 0) Label().setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+        if ((source.flags & ctl::static_edge) != 0) Label().setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     }
     QSizeF Needed() const override {
         const QFontMetricsF font(Widget().font());
@@ -65,9 +69,9 @@ class LabelView : public ControlView {
 
 class EditView : public ControlView {
   public:
-    EditView(DialogView& dialog, const ControlTemplate& source, CWnd& control)
+    EditView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control)
         : ControlView(dialog, source, control, new QLineEdit(&dialog)) {
-        if ((source.flags & ctl_password) != 0) Edit().setEchoMode(QLineEdit::Password);
+        if ((source.flags & ctl::password) != 0) Edit().setEchoMode(QLineEdit::Password);
         QObject::connect(&Edit(), &QLineEdit::textEdited, [this](const QString& text) { Typed(text); });
     }
     QSizeF Needed() const override { return {0, FieldHeight(Widget())}; }
@@ -99,7 +103,7 @@ class EditView : public ControlView {
 
 class ButtonView : public ControlView {
   public:
-    ButtonView(DialogView& dialog, const ControlTemplate& source, CWnd& control, QAbstractButton* button)
+    ButtonView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control, QAbstractButton* button)
         : ControlView(dialog, source, control, button) {
         QObject::connect(button, &QAbstractButton::clicked, [this, &dialog] {
             Act([](CWnd& pressed) { pressed.SendMessage(BM_CLICK); });
@@ -115,10 +119,10 @@ class ButtonView : public ControlView {
 
 class PushView : public ButtonView {
   public:
-    PushView(DialogView& dialog, const ControlTemplate& source, CWnd& control)
-        : ButtonView(
-              dialog, source, control,
-              source.kind == ControlKind::multi_line_button ? new MultiLineButton(&dialog) : new QPushButton(&dialog)) {
+    PushView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control)
+        : ButtonView(dialog, source, control,
+                     source.kind == framework::ControlKind::multi_line_button ? new MultiLineButton(&dialog)
+                                                                              : new QPushButton(&dialog)) {
         static_cast<QPushButton&>(Widget()).setAutoDefault(false);  // a dialog may have no default button
     }
 
@@ -126,7 +130,7 @@ class PushView : public ButtonView {
         const QFontMetricsF font(Widget().font());
         const double frame = 2.0 * Widget().style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &Widget()) + 2;
         const double margin = Widget().style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, &Widget()) + frame;
-        if (Source().kind != ControlKind::multi_line_button)
+        if (Source().kind != framework::ControlKind::multi_line_button)
             return {TextWidth(SourceText().trimmed(), font) + margin, font.height() + frame};
         constexpr int kLines = 2;
         return {WidthForLines(SourceText(), kLines, font) + margin, kLines * font.height() + frame};
@@ -159,7 +163,7 @@ QAbstractButton* MakeRadioButton(QWidget* parent) {
 
 }  // namespace
 
-ControlView::ControlView(DialogView& dialog, const ControlTemplate& source, CWnd& control, QWidget* widget)
+ControlView::ControlView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control, QWidget* widget)
     : m_dialog(dialog), m_source(source), m_handle(control.m_hWnd), m_widget(widget) {
     if (source.id != IDC_STATIC) widget->setObjectName(QString::number(source.id));
 }
@@ -178,62 +182,65 @@ void ControlView::Act(const std::function<void(CWnd&)>& action) {
     m_dialog.Act(m_handle, [&] { action(Control()); });
 }
 
-void ControlView::Mirror(WindowChange change) {
+void ControlView::Mirror(framework::WindowChange change) {
     switch (change) {
-        case WindowChange::text:
+        case framework::WindowChange::text:
             ShowText(ScreenText(Bytes()));
             break;
-        case WindowChange::check:
+        case framework::WindowChange::check:
             ShowCheck();
             break;
-        case WindowChange::list:
+        case framework::WindowChange::list:
             ShowList();
             break;
-        case WindowChange::selection:
+        case framework::WindowChange::selection:
             ShowSelection();
             break;
-        case WindowChange::enabled:
+        case framework::WindowChange::enabled:
             m_widget->setEnabled(Control().IsWindowEnabled() != FALSE);
             break;
-        case WindowChange::visible:
+        case framework::WindowChange::visible:
             m_widget->setVisible(Control().IsWindowVisible() != FALSE);
             break;
-        case WindowChange::focus:
+        case framework::WindowChange::focus:
             if (!m_widget->hasFocus()) m_widget->setFocus();
             break;
-        case WindowChange::rect:
-        case WindowChange::default_button:
-        case WindowChange::ended:
-        case WindowChange::destroyed:
+        case framework::WindowChange::rect:
+        case framework::WindowChange::default_button:
+        case framework::WindowChange::ended:
+        case framework::WindowChange::destroyed:
             break;
     }
 }
 
 void ControlView::MirrorAll() {
-    using enum WindowChange;
-    for (const WindowChange change : {list, text, check, selection, enabled, visible}) Mirror(change);
+    using enum framework::WindowChange;
+    for (const framework::WindowChange change : {list, text, check, selection, enabled, visible}) Mirror(change);
 }
 
-std::unique_ptr<ControlView> MakeControlView(DialogView& dialog, const ControlTemplate& source, CWnd& control) {
+std::unique_ptr<ControlView> MakeControlView(DialogView& dialog, const framework::ControlTemplate& source,
+                                             CWnd& control) {
     switch (source.kind) {
-        case ControlKind::group_box:
+        case framework::ControlKind::group_box:
             return std::make_unique<GroupView>(dialog, source, control);
-        case ControlKind::edit:
+        case framework::ControlKind::edit:
             return std::make_unique<EditView>(dialog, source, control);
-        case ControlKind::combo_box:
+        case framework::ControlKind::combo_box:
             return MakeComboView(dialog, source, control);
-        case ControlKind::list_box:
+        case framework::ControlKind::list_box:
             return MakeListView(dialog, source, control);
-        case ControlKind::push_button:
-        case ControlKind::default_button:
-        case ControlKind::multi_line_button:
+        case framework::ControlKind::push_button:
+        case framework::ControlKind::default_button:
+        case framework::ControlKind::multi_line_button:
             return std::make_unique<PushView>(dialog, source, control);
-        case ControlKind::check_box:
+        case framework::ControlKind::check_box:
             return std::make_unique<CheckView>(dialog, source, control, new QCheckBox(&dialog));
-        case ControlKind::radio_button:
+        case framework::ControlKind::radio_button:
             return std::make_unique<CheckView>(dialog, source, control, MakeRadioButton(&dialog));
-        case ControlKind::static_text:
+        case framework::ControlKind::static_text:
             break;
     }
     return std::make_unique<LabelView>(dialog, source, control);
 }
+
+}  // namespace zel::desktop

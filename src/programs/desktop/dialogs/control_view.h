@@ -7,6 +7,8 @@
 
 #include "platform/framework/cdialog.h"
 
+namespace zel::desktop {
+
 class DialogUnits;
 class DialogView;
 
@@ -15,13 +17,13 @@ class DialogView;
 class ControlView {
   public:
     /// @param source   the template's control. @param control  its window; both outlive the view.
-    ControlView(DialogView& dialog, const ControlTemplate& source, CWnd& control, QWidget* widget);
+    ControlView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control, QWidget* widget);
     virtual ~ControlView();
     ControlView(const ControlView&) = delete;
     ControlView& operator=(const ControlView&) = delete;
 
     QWidget& Widget() const noexcept { return *m_widget; }
-    const ControlTemplate& Source() const noexcept { return m_source; }
+    const framework::ControlTemplate& Source() const noexcept { return m_source; }
     HWND Handle() const noexcept { return m_handle; }
 
     /// Room that the control's rectangle has, in dialog units, and the pixels that it takes not to cut its text; an
@@ -30,7 +32,7 @@ class ControlView {
     virtual QSizeF Needed() const { return QSizeF(); }
 
     /// Shows a part of the window's state.
-    void Mirror(WindowChange change);
+    void Mirror(framework::WindowChange change);
     /// Shows all of it.
     void MirrorAll();
 
@@ -48,14 +50,17 @@ class ControlView {
 
   private:
     DialogView& m_dialog;
-    const ControlTemplate& m_source;
+    const framework::ControlTemplate& m_source;
     HWND m_handle;
     QWidget* m_widget;
 };
 
 /// Makes the widget of a control of any kind.
-std::unique_ptr<ControlView> MakeControlView(DialogView& dialog, const ControlTemplate& source, CWnd& control);
+std::unique_ptr<ControlView> MakeControlView(DialogView& dialog, const framework::ControlTemplate& source,
+                                             CWnd& control);
 
 /// The same for the kinds with a list.
-std::unique_ptr<ControlView> MakeComboView(DialogView& dialog, const ControlTemplate& source, CWnd& control);
-std::unique_ptr<ControlView> MakeListView(DialogView& dialog, const ControlTemplate& source, CWnd& control);
+std::unique_ptr<ControlView> MakeComboView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control);
+std::unique_ptr<ControlView> MakeListView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control);
+
+}  // namespace zel::desktop

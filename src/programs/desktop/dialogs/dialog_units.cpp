@@ -5,6 +5,8 @@
 
 #include "programs/desktop/dialogs/screen_text.h"
 
+namespace zel::desktop {
+
 namespace {
 
 const QString kLetters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
@@ -57,3 +59,5 @@ double WidthForLines(const QString& text, int lines, const QFontMetricsF& font) 
     while (BrokenLines(text, width, font).size() > std::max(lines, 1)) ++width;
     return width;
 }
+
+}  // namespace zel::desktop

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+namespace zel::desktop {
+
 /// Dialog units of a font in pixels: a quarter of its average width, an eighth of its height.
 class DialogUnits {
   public:
@@ -32,3 +34,5 @@ QStringList BrokenLines(const QString& text, double width, const QFontMetricsF& 
 double WidthForLines(const QString& text, int lines, const QFontMetricsF& font);
 /// Width of a text with an access key.
 double TextWidth(const QString& text, const QFontMetricsF& font);
+
+}  // namespace zel::desktop

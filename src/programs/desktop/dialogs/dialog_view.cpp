@@ -15,6 +15,10 @@
 #include "programs/desktop/dialogs/dialog_units.h"
 #include "programs/desktop/dialogs/screen_text.h"
 
+namespace zel::desktop {
+
+namespace ctl = framework::ctl;
+
 namespace {
 
 bool IsEnter(int key) {
@@ -22,7 +26,7 @@ bool IsEnter(int key) {
 }
 
 bool IsTabStop(const ControlView& control) {
-    return (control.Source().flags & ctl_tab_stop) != 0;
+    return (control.Source().flags & ctl::tab_stop) != 0;
 }
 
 /// The place nearest to `wanted` where a window of this size is seen whole, if a screen is large enough for that.
@@ -100,7 +104,7 @@ void DialogView::PressEscape() {
 
 void DialogView::MirrorChecks() {
     if (m_left) return;
-    for (const auto& control : m_controls) control->Mirror(WindowChange::check);
+    for (const auto& control : m_controls) control->Mirror(framework::WindowChange::check);
 }
 
 ControlView* DialogView::Find(HWND control) const {
@@ -156,7 +160,7 @@ bool DialogView::eventFilter(QObject* receiver, QEvent* event) {
     return QDialog::eventFilter(receiver, event);
 }
 
-void DialogView::WindowChanged(CWnd& window, WindowChange change) {
+void DialogView::WindowChanged(CWnd& window, framework::WindowChange change) {
     if (m_left) return;
     if (window.m_hWnd == m_dialog.m_hWnd) {
         DialogChanged(change);
@@ -165,37 +169,37 @@ void DialogView::WindowChanged(CWnd& window, WindowChange change) {
     }
 }
 
-void DialogView::DialogChanged(WindowChange change) {
+void DialogView::DialogChanged(framework::WindowChange change) {
     switch (change) {
-        case WindowChange::text:
+        case framework::WindowChange::text:
             ShowTitle();
             break;
-        case WindowChange::enabled:
+        case framework::WindowChange::enabled:
             setEnabled(m_dialog.IsWindowEnabled() != FALSE);
             break;
-        case WindowChange::visible:
+        case framework::WindowChange::visible:
             setVisible(m_dialog.IsWindowVisible() != FALSE);
             break;
-        case WindowChange::rect:
+        case framework::WindowChange::rect:
             if (!m_telling) GoToPlace();
             break;
-        case WindowChange::default_button:
+        case framework::WindowChange::default_button:
             ShowDefaultButton();
             break;
-        case WindowChange::ended:
-        case WindowChange::destroyed:
+        case framework::WindowChange::ended:
+        case framework::WindowChange::destroyed:
             Leave();
             break;
-        case WindowChange::check:
-        case WindowChange::list:
-        case WindowChange::selection:
-        case WindowChange::focus:
+        case framework::WindowChange::check:
+        case framework::WindowChange::list:
+        case framework::WindowChange::selection:
+        case framework::WindowChange::focus:
             break;
     }
 }
 
 void DialogView::MakeControls() {
-    const DialogTemplate& source = *m_dialog.GetTemplate();
+    const framework::DialogTemplate& source = *m_dialog.GetTemplate();
     for (std::size_t i = 0; i < source.controls.size(); ++i) {
         CWnd* const control = m_dialog.GetControl(i);
         if (control == nullptr) continue;
@@ -208,9 +212,9 @@ void DialogView::MakeControls() {
 void DialogView::GroupRadioButtons() {
     QButtonGroup* group = nullptr;
     for (const auto& control : m_controls) {
-        if ((control->Source().flags & ctl_group) != 0) group = nullptr;
+        if ((control->Source().flags & ctl::group) != 0) group = nullptr;
         auto* const radio = qobject_cast<QRadioButton*>(&control->Widget());
-        if (radio == nullptr || (control->Source().flags & ctl_auto) == 0) continue;
+        if (radio == nullptr || (control->Source().flags & ctl::automatic) == 0) continue;
         if (group == nullptr) group = new QButtonGroup(this);
         group->addButton(radio);
     }
@@ -243,10 +247,10 @@ void DialogView::NameBuddies() {
 }
 
 void DialogView::Arrange() {
-    const DialogTemplate& source = *m_dialog.GetTemplate();
+    const framework::DialogTemplate& source = *m_dialog.GetTemplate();
     DialogUnits units{QFontMetricsF(font())};
     for (const auto& control : m_controls) {
-        if ((control->Source().flags & ctl_hidden) == 0) units.MakeRoom(control->Units(), control->Needed());
+        if ((control->Source().flags & ctl::hidden) == 0) units.MakeRoom(control->Units(), control->Needed());
     }
     for (const auto& control : m_controls) {
         const QSizeF size = control->Units();
@@ -308,3 +312,5 @@ void DialogView::Leave() {
     hide();
     m_loop.quit();
 }
+
+}  // namespace zel::desktop

@@ -10,9 +10,11 @@
 #include "programs/desktop/dialogs/busy_input.h"
 #include "programs/desktop/dialogs/control_view.h"
 
+namespace zel::desktop {
+
 /// A dialog as a real window, built from its template. The dialog's windows hold the state and this shows it; the
 /// user's doings become control messages. Its size follows from the template and the font; only its place can be set.
-class DialogView : public QDialog, private WindowListener {
+class DialogView : public QDialog, private framework::WindowListener {
   public:
     /// @param dialog  must have its window; outlives the view. @param parent  may be null.
     DialogView(CDialog& dialog, BusyInput& input, QWidget* parent);
@@ -44,8 +46,8 @@ class DialogView : public QDialog, private WindowListener {
     bool eventFilter(QObject* receiver, QEvent* event) override;
 
   private:
-    void WindowChanged(CWnd& window, WindowChange change) override;
-    void DialogChanged(WindowChange change);
+    void WindowChanged(CWnd& window, framework::WindowChange change) override;
+    void DialogChanged(framework::WindowChange change);
 
     void MakeControls();
     void GroupRadioButtons();
@@ -69,3 +71,5 @@ class DialogView : public QDialog, private WindowListener {
     bool m_telling = false;  // the dialog is told its place, and needn't be followed
     bool m_left = false;
 };
+
+}  // namespace zel::desktop

@@ -8,6 +8,8 @@
 #include "programs/desktop/dialogs/dialog_units.h"
 #include "programs/desktop/dialogs/screen_text.h"
 
+namespace zel::desktop {
+
 GroupFrame::GroupFrame(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
@@ -76,3 +78,5 @@ void LineLabel::Fit() {
     setText(fits ? m_line : fontMetrics().elidedText(m_line, Qt::ElideRight, room));
     setToolTip(fits ? QString() : shown.toHtmlEscaped());
 }
+
+}  // namespace zel::desktop

@@ -4,6 +4,8 @@
 #include <QPushButton>
 #include <QWidget>
 
+namespace zel::desktop {
+
 /// Controls that no widget shows as the module's dialogs have them.
 
 /// A frame with a title in its upper line. It lies behind the controls, is nobody's parent, and takes no input.
@@ -42,3 +44,5 @@ class LineLabel : public QLabel {
 
     QString m_line;
 };
+
+}  // namespace zel::desktop

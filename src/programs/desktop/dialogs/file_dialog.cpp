@@ -7,9 +7,11 @@
 #include <QHeaderView>
 #include <QTreeView>
 
-#include "programs/desktop/dialogs/screen_text.h"
 #include "platform/framework/cfiledialog.h"
 #include "platform/system/files.h"
+#include "programs/desktop/dialogs/screen_text.h"
+
+namespace zel::desktop {
 
 namespace {
 
@@ -58,10 +60,12 @@ int PickFile(QWidget* parent, const CFileDialog& dialog, std::string& path) {
     const QStringList filters = NameFilters(TextOf(told.lpstrFilter));
     if (!filters.isEmpty()) files.setNameFilters(filters);
     if (told.lpstrInitialDir != nullptr && *told.lpstrInitialDir != '\0')
-        files.setDirectory(QFile::decodeName(NativePath(told.lpstrInitialDir).c_str()));
+        files.setDirectory(QFile::decodeName(system::NativePath(told.lpstrInitialDir).c_str()));
     if (told.lpstrFile != nullptr && *told.lpstrFile != '\0') files.selectFile(TextOf(told.lpstrFile));
     MakeRoom(files);
     if (files.exec() != QDialog::Accepted || files.selectedFiles().isEmpty()) return IDCANCEL;
     path = QFile::encodeName(files.selectedFiles().front()).toStdString();
     return IDOK;
 }
+
+}  // namespace zel::desktop

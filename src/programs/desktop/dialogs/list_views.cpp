@@ -10,6 +10,8 @@
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/screen_text.h"
 
+namespace zel::desktop {
+
 /// The controls with a list.
 
 namespace {
@@ -36,7 +38,7 @@ QStringList Entries(CWnd& control, const ListMessages& messages) {
 
 class ComboView : public ControlView {
   public:
-    ComboView(DialogView& dialog, const ControlTemplate& source, CWnd& control)
+    ComboView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control)
         : ControlView(dialog, source, control, new QComboBox(&dialog)) {
         Box().setEditable(true);
         Box().setInsertPolicy(QComboBox::NoInsert);
@@ -85,7 +87,7 @@ class ComboView : public ControlView {
 
 class ListView : public ControlView {
   public:
-    ListView(DialogView& dialog, const ControlTemplate& source, CWnd& control)
+    ListView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control)
         : ControlView(dialog, source, control, new QListWidget(&dialog)) {
         QObject::connect(&List(), &QListWidget::currentRowChanged, [this](int row) {
             Act([&](CWnd& list) { list.SendMessage(LB_SETCURSEL, static_cast<WPARAM>(row)); });
@@ -110,10 +112,13 @@ class ListView : public ControlView {
 
 }  // namespace
 
-std::unique_ptr<ControlView> MakeComboView(DialogView& dialog, const ControlTemplate& source, CWnd& control) {
+std::unique_ptr<ControlView> MakeComboView(DialogView& dialog, const framework::ControlTemplate& source,
+                                           CWnd& control) {
     return std::make_unique<ComboView>(dialog, source, control);
 }
 
-std::unique_ptr<ControlView> MakeListView(DialogView& dialog, const ControlTemplate& source, CWnd& control) {
+std::unique_ptr<ControlView> MakeListView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control) {
     return std::make_unique<ListView>(dialog, source, control);
 }
+
+}  // namespace zel::desktop

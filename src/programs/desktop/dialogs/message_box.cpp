@@ -9,6 +9,8 @@
 
 #include "programs/desktop/dialogs/screen_text.h"
 
+namespace zel::desktop {
+
 namespace {
 
 // Which of the buttons Enter means, counted from 0, stands in bits 8 to 11.
@@ -106,3 +108,5 @@ int RunMessageBox(QWidget* parent, const std::string& text, const std::string& c
     }
     return IDCANCEL;  // the program is ending
 }
+
+}  // namespace zel::desktop

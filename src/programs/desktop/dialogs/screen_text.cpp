@@ -3,6 +3,8 @@
 #include <QStringDecoder>
 #include <algorithm>
 
+namespace zel::desktop {
+
 namespace {
 
 constexpr QChar kBreak(0x200B);   // zero-width space
@@ -64,3 +66,5 @@ QString WithBreaks(const QString& text) {
 QString WithoutBreaks(QString text) {
     return text.remove(kBreak);
 }
+
+}  // namespace zel::desktop

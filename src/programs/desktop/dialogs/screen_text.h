@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace zel::desktop {
+
 /// Text between the module, which has bytes, and the screen. The bytes are this system's own encoding, UTF-8, so that a
 /// path typed with umlauts names the file; a text that isn't valid UTF-8 comes out of an old file, and is shown a byte
 /// a character, as Latin-1.
@@ -23,3 +25,5 @@ QString WithoutAccessKey(const QString& text);
 /// WithoutBreaks takes them away.
 QString WithBreaks(const QString& text);
 QString WithoutBreaks(QString text);
+
+}  // namespace zel::desktop

@@ -7,8 +7,10 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
-#include "programs/desktop/dialogs/screen_text.h"
 #include "platform/system/files.h"
+#include "programs/desktop/dialogs/screen_text.h"
+
+namespace zel::desktop {
 
 namespace {
 
@@ -28,7 +30,7 @@ std::string ArgumentOf(const std::string& commandLine) {
 
 bool ShowTextFile(QWidget* parent, const std::string& commandLine) {
     const std::string path = ArgumentOf(commandLine);
-    QFile file(QFile::decodeName(NativePath(path.c_str()).c_str()));
+    QFile file(QFile::decodeName(system::NativePath(path.c_str()).c_str()));
     if (path.empty() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) return false;
     const QByteArray bytes = file.read(kLargestText);
 
@@ -51,3 +53,5 @@ bool ShowTextFile(QWidget* parent, const std::string& commandLine) {
     window->show();
     return true;
 }
+
+}  // namespace zel::desktop

@@ -4,12 +4,12 @@
 #include <map>
 #include <string_view>
 
+#include "host/export/export_subject.h"
 #include "programs/desktop/models/message_details.h"
 #include "programs/desktop/models/thumbnail_loader.h"
 #include "programs/desktop/work/patience.h"
-#include "host/export/export_subject.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -18,7 +18,7 @@ constexpr int kCachedThumbnails = 600;
 
 }  // namespace
 
-bool IsSame(const LibraryEntry& one, const LibraryEntry& other) {
+bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other) {
     return one.key == other.key && one.recorded_at == other.recorded_at && one.text == other.text &&
            one.warnings == other.warnings && one.source == other.source;
 }
@@ -36,12 +36,12 @@ LibraryModel::LibraryModel(std::string library, QSize thumbnail, QObject* parent
 
 LibraryModel::~LibraryModel() = default;
 
-QString LibraryModel::CacheKey(const RecordingKey& key) {
+QString LibraryModel::CacheKey(const library::RecordingKey& key) {
     return QString::fromUtf8(key.disk.c_str()) + QLatin1Char('\n') + QString::number(key.number);
 }
 
 void LibraryModel::Reload() {
-    if (!m_library) m_library.emplace(m_file, Library::Access::kWrite, kPatience);
+    if (!m_library) m_library.emplace(m_file, library::Library::Access::kWrite, kPatience);
     Take(m_library->Search(m_words.toStdString()));
 }
 
@@ -50,8 +50,8 @@ void LibraryModel::Search(const QString& words) {
     Reload();
 }
 
-int LibraryModel::RowOf(const RecordingKey& key) const {
-    const auto found = std::ranges::find(m_entries, key, &LibraryEntry::key);
+int LibraryModel::RowOf(const library::RecordingKey& key) const {
+    const auto found = std::ranges::find(m_entries, key, &library::LibraryEntry::key);
     return found == m_entries.end() ? -1 : static_cast<int>(found - m_entries.begin());
 }
 
@@ -59,10 +59,10 @@ int LibraryModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
 }
 
-void LibraryModel::Take(std::vector<LibraryEntry> entries) {
-    std::map<RecordingKey, std::string_view> recorded_at;
-    for (const LibraryEntry& entry : m_entries) recorded_at.emplace(entry.key, entry.recorded_at);
-    for (const LibraryEntry& entry : entries) {
+void LibraryModel::Take(std::vector<library::LibraryEntry> entries) {
+    std::map<library::RecordingKey, std::string_view> recorded_at;
+    for (const library::LibraryEntry& entry : m_entries) recorded_at.emplace(entry.key, entry.recorded_at);
+    for (const library::LibraryEntry& entry : entries) {
         const auto before = recorded_at.find(entry.key);
         if (before != recorded_at.end() && before->second != entry.recorded_at)
             m_thumbnails.remove(CacheKey(entry.key));
@@ -74,9 +74,9 @@ void LibraryModel::Take(std::vector<LibraryEntry> entries) {
 }
 
 /// Takes new ones over between those that are there, when none of these is gone or has moved.
-bool LibraryModel::InsertInto(std::vector<LibraryEntry>& entries) {
+bool LibraryModel::InsertInto(std::vector<library::LibraryEntry>& entries) {
     std::size_t old = 0;
-    for (const LibraryEntry& entry : entries) {
+    for (const library::LibraryEntry& entry : entries) {
         if (old < m_entries.size() && m_entries[old].key == entry.key) ++old;
     }
     if (old != m_entries.size() || m_entries.empty()) return false;
@@ -93,7 +93,7 @@ bool LibraryModel::InsertInto(std::vector<LibraryEntry>& entries) {
         std::size_t end = row;
         while (end < entries.size() && (row >= m_entries.size() || entries[end].key != m_entries[row].key)) ++end;
         beginInsertRows({}, static_cast<int>(row), static_cast<int>(end) - 1);
-        const auto at = [](std::vector<LibraryEntry>& list, std::size_t index) {
+        const auto at = [](std::vector<library::LibraryEntry>& list, std::size_t index) {
             return list.begin() + static_cast<std::ptrdiff_t>(index);
         };
         m_entries.insert(at(m_entries, row), at(entries, row), at(entries, end));
@@ -105,7 +105,7 @@ bool LibraryModel::InsertInto(std::vector<LibraryEntry>& entries) {
 
 QVariant LibraryModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    const LibraryEntry& entry = EntryAt(index.row());
+    const library::LibraryEntry& entry = EntryAt(index.row());
     const QString text = QString::fromUtf8(entry.text.c_str());
     switch (role) {
         case Qt::DisplayRole:
@@ -114,11 +114,11 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleDescriptionRole:
             return entry.warnings == 0 ? text : text + QStringLiteral("\n") + tr("Warnings: %1").arg(entry.warnings);
         case Qt::AccessibleTextRole:
-            return TitleOf(entry.key) + QStringLiteral(", ") + QString::fromUtf8(::TitleOf(entry.text).c_str());
+            return TitleOf(entry.key) + QStringLiteral(", ") + QString::fromUtf8(exporter::TitleOf(entry.text).c_str());
         case kThumbnail:
             return ThumbnailOf(entry);
         case kText:
-            return QString::fromUtf8(::TitleOf(entry.text).c_str()).simplified();
+            return QString::fromUtf8(exporter::TitleOf(entry.text).c_str()).simplified();
         case kWarnings:
             return entry.warnings;
         default:
@@ -126,7 +126,7 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-QImage LibraryModel::ThumbnailOf(const LibraryEntry& entry) const {
+QImage LibraryModel::ThumbnailOf(const library::LibraryEntry& entry) const {
     const QString key = CacheKey(entry.key);
     if (const QImage* image = m_thumbnails.object(key)) return *image;
     if (!m_asked.contains(key)) {
@@ -137,11 +137,11 @@ QImage LibraryModel::ThumbnailOf(const LibraryEntry& entry) const {
 }
 
 void LibraryModel::TakeThumbnail(const QString& disk, int number, const QImage& image) {
-    const RecordingKey key{disk.toStdString(), number};
+    const library::RecordingKey key{disk.toStdString(), number};
     m_asked.remove(CacheKey(key));
     m_thumbnails.insert(CacheKey(key), new QImage(image));
     const int row = RowOf(key);
     if (row >= 0) Q_EMIT dataChanged(index(row), index(row), {kThumbnail});
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

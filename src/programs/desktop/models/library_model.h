@@ -13,12 +13,12 @@
 
 #include "host/library/library.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 class ThumbnailLoader;
 
 /// Whether two entries tell the same of the same recording.
-bool IsSame(const LibraryEntry& one, const LibraryEntry& other);
+bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other);
 
 /// The recordings of a library, or those that a search finds, with their thumbnails, which are read when they are
 /// first shown.
@@ -38,27 +38,27 @@ class LibraryModel : public QAbstractListModel {
     void Search(const QString& words);
     const QString& Words() const noexcept { return m_words; }
 
-    const LibraryEntry& EntryAt(int row) const { return m_entries[static_cast<std::size_t>(row)]; }
+    const library::LibraryEntry& EntryAt(int row) const { return m_entries[static_cast<std::size_t>(row)]; }
     /// -1 when it isn't shown.
-    int RowOf(const RecordingKey& key) const;
+    int RowOf(const library::RecordingKey& key) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
   private:
-    void Take(std::vector<LibraryEntry> entries);
-    bool InsertInto(std::vector<LibraryEntry>& entries);
-    QImage ThumbnailOf(const LibraryEntry& entry) const;
+    void Take(std::vector<library::LibraryEntry> entries);
+    bool InsertInto(std::vector<library::LibraryEntry>& entries);
+    QImage ThumbnailOf(const library::LibraryEntry& entry) const;
     void TakeThumbnail(const QString& disk, int number, const QImage& image);
-    static QString CacheKey(const RecordingKey& key);
+    static QString CacheKey(const library::RecordingKey& key);
 
     const std::string m_file;
     QString m_words;
-    std::optional<Library> m_library;
-    std::vector<LibraryEntry> m_entries;
+    std::optional<library::Library> m_library;
+    std::vector<library::LibraryEntry> m_entries;
     ThumbnailLoader* m_loader;
     mutable QCache<QString, QImage> m_thumbnails;
     mutable QSet<QString> m_asked;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,10 +5,10 @@
 
 #include <nlohmann/json.hpp>
 
-#include "programs/desktop/words.h"
 #include "platform/system/files.h"
+#include "programs/desktop/words.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -82,7 +82,7 @@ std::vector<FontDetail> FontsOf(const Json& fonts) {
     std::vector<FontDetail> details;
     for (const Json& font : fonts) {
         details.push_back({Get(font, "slot", 0), Get(font, "number", 0), GetText(font, "name"), Get(font, "height", 0),
-                           NativePath(Get<std::string>(font, "file", {}).c_str())});
+                           system::NativePath(Get<std::string>(font, "file", {}).c_str())});
     }
     return details;
 }
@@ -111,19 +111,19 @@ std::vector<std::vector<QColor>> PaletteOf(const Json& sets) {
     return palette;
 }
 
-QString KindText(RecordingKind kind) {
+QString KindText(library::RecordingKind kind) {
     switch (kind) {
-        case RecordingKind::kMessage:
+        case library::RecordingKind::kMessage:
             return QStringLiteral("message");
-        case RecordingKind::kRgbaObject:
+        case library::RecordingKind::kRgbaObject:
             return QStringLiteral("picture, inserted as object");
-        case RecordingKind::kRgbaBackground:
+        case library::RecordingKind::kRgbaBackground:
             return QStringLiteral("picture, inserted as background");
     }
     return {};
 }
 
-void AddFacts(const Recording& recording, MessageDetails& details) {
+void AddFacts(const library::Recording& recording, MessageDetails& details) {
     const auto add = [&](const char* name, const QString& value) {
         if (!value.isEmpty()) details.facts.emplace_back(QLatin1String(name), value);
     };
@@ -137,7 +137,7 @@ void AddFacts(const Recording& recording, MessageDetails& details) {
     add("Imported", Text(recording.recorded_at));
     add("Options", Text(recording.options));
     for (const std::string& warning : recording.warnings) add("Warning", Text(warning));
-    for (const SourceFile& source : recording.sources) {
+    for (const library::SourceFile& source : recording.sources) {
         add(source.font_number ? "Font file" : "File", QFile::decodeName(source.path.c_str()));
         add("Bytes", source.sha256.empty() ? QStringLiteral("not found") : QString::number(source.size));
         add("SHA-256", Text(source.sha256));
@@ -166,12 +166,12 @@ int MessageDetails::CharacterAt(QPoint place) const {
     return -1;
 }
 
-QString TitleOf(const RecordingKey& key) {
+QString TitleOf(const library::RecordingKey& key) {
     const QString number = QStringLiteral("%1").arg(key.number, 4, 10, QLatin1Char('0'));
     return key.disk.empty() ? number : Text(key.disk) + u' ' + number;
 }
 
-MessageDetails DetailsOf(const Recording& recording) {
+MessageDetails DetailsOf(const library::Recording& recording) {
     MessageDetails details;
     details.title = TitleOf({recording.disk, recording.number});
     details.lines = recording.lines;
@@ -186,4 +186,4 @@ MessageDetails DetailsOf(const Recording& recording) {
     return details;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

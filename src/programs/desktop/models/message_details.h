@@ -10,7 +10,7 @@
 
 #include "host/library/recording.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 struct RowDetail {
     int index = 0;
@@ -64,9 +64,9 @@ struct MessageDetails {
 };
 
 /// A document that isn't as it should be gives what can be had of it.
-MessageDetails DetailsOf(const Recording& recording);
+MessageDetails DetailsOf(const library::Recording& recording);
 
 /// "NEWS 0012", or the number alone of a disk without a name.
-QString TitleOf(const RecordingKey& key);
+QString TitleOf(const library::RecordingKey& key);
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,9 +5,9 @@
 
 #include "host/picture/png_reader.h"
 
-namespace desktop {
+namespace zel::desktop {
 
-QImage ImageOf(const Picture& picture) {
+QImage ImageOf(const picture::Picture& picture) {
     QImage image(picture.width, picture.height, QImage::Format_RGBA8888);
     const auto bytes = static_cast<std::size_t>(picture.width) * 4;
     for (int y = 0; y < image.height(); ++y)
@@ -18,15 +18,15 @@ QImage ImageOf(const Picture& picture) {
 QImage ImageOfPng(const std::string& png) {
     if (png.empty()) return {};
     try {
-        return ImageOf(DecodePng(png));
+        return ImageOf(picture::DecodePng(png));
     } catch (const std::runtime_error&) {
         return {};
     }
 }
 
 double PixelAspect(int width, int lines) {
-    if (width != kPictureWidth) return 1.0;
+    if (width != picture::kPictureWidth) return 1.0;
     return lines == 576 ? 12.0 / 11.0 : 10.0 / 11.0;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,10 +5,10 @@
 
 #include "host/picture/picture.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// A copy of a picture; straight alpha.
-QImage ImageOf(const Picture& picture);
+QImage ImageOf(const picture::Picture& picture);
 
 /// The picture of a PNG file's bytes; a null image for bytes that are none.
 QImage ImageOfPng(const std::string& png);
@@ -17,4 +17,4 @@ QImage ImageOfPng(const std::string& png);
 /// of another width has square pixels.
 double PixelAspect(int width, int lines);
 
-}  // namespace desktop
+}  // namespace zel::desktop

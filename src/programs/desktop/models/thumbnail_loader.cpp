@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <optional>
 
-#include "programs/desktop/models/picture_image.h"
 #include "host/library/library.h"
+#include "programs/desktop/models/picture_image.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -35,8 +35,8 @@ ThumbnailLoader::~ThumbnailLoader() {
     m_thread.join();
 }
 
-void ThumbnailLoader::Ask(const RecordingKey& key) {
-    std::optional<RecordingKey> given_up;
+void ThumbnailLoader::Ask(const library::RecordingKey& key) {
+    std::optional<library::RecordingKey> given_up;
     {
         const std::lock_guard lock(m_mutex);
         m_requests.push_back(key);
@@ -50,9 +50,9 @@ void ThumbnailLoader::Ask(const RecordingKey& key) {
 }
 
 void ThumbnailLoader::Work() {
-    std::optional<Library> library;
+    std::optional<library::Library> library;
     for (;;) {
-        RecordingKey key;
+        library::RecordingKey key;
         {
             std::unique_lock lock(m_mutex);
             m_changed.wait(lock, [this] { return m_closed || !m_requests.empty(); });
@@ -62,13 +62,13 @@ void ThumbnailLoader::Work() {
         }
         QImage image;
         try {
-            if (!library) library.emplace(m_library, Library::Access::kRead);
+            if (!library) library.emplace(m_library, library::Library::Access::kRead);
             image = Thumbnail(ImageOfPng(library->Picture(key)), m_size);
-        } catch (const LibraryError&) {
+        } catch (const library::LibraryError&) {
             library.reset();
         }
         Q_EMIT loaded(QString::fromUtf8(key.disk.c_str()), key.number, image);
     }
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -11,7 +11,7 @@
 
 #include "host/library/recording.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Reads pictures out of a library and makes thumbnails of them, on a thread of its own. What was asked for last comes
 /// first, since it is on the screen.
@@ -23,7 +23,7 @@ class ThumbnailLoader : public QObject {
     ThumbnailLoader(std::string library, QSize size, QObject* parent = nullptr);
     ~ThumbnailLoader() override;
 
-    void Ask(const RecordingKey& key);
+    void Ask(const library::RecordingKey& key);
 
   Q_SIGNALS:
     /// A null image when there is no picture. Sent from the loader's thread.
@@ -38,9 +38,9 @@ class ThumbnailLoader : public QObject {
     const QSize m_size;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<RecordingKey> m_requests;  // the newest last
+    std::deque<library::RecordingKey> m_requests;  // the newest last
     bool m_closed = false;
     std::thread m_thread;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

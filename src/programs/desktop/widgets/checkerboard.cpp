@@ -3,7 +3,7 @@
 #include <QImage>
 #include <QPainter>
 
-namespace desktop {
+namespace zel::desktop {
 
 QBrush Checkerboard() {
     constexpr int kSquare = 8;
@@ -15,4 +15,4 @@ QBrush Checkerboard() {
     return QBrush(tile);
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -2,9 +2,9 @@
 
 #include <QBrush>
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Light and dark squares, as they stand behind what can be seen through.
 QBrush Checkerboard();
 
-}  // namespace desktop
+}  // namespace zel::desktop

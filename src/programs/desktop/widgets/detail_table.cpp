@@ -5,7 +5,7 @@
 #include <QStandardItemModel>
 #include <utility>
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -79,4 +79,4 @@ void DetailTable::paintEvent(QPaintEvent* event) {
     painter.drawText(viewport()->rect(), Qt::AlignCenter, m_words);
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,7 +5,7 @@
 
 class QStandardItemModel;
 
-namespace desktop {
+namespace zel::desktop {
 
 /// A list of facts in columns, a line each; words stand in its middle while it has none.
 class DetailTable : public QTableView {
@@ -29,4 +29,4 @@ class DetailTable : public QTableView {
     const QString m_words;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,7 +5,7 @@
 #include <QStyle>
 #include <QToolButton>
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -68,4 +68,4 @@ QString NoticeBar::Text() const {
     return m_text->text().remove(QChar(0x200B));
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,7 +5,7 @@
 
 class QLabel;
 
-namespace desktop {
+namespace zel::desktop {
 
 /// A line above the picture that says what went wrong, or what was done, until it is closed. Nothing waits for it.
 class NoticeBar : public QFrame {
@@ -28,4 +28,4 @@ class NoticeBar : public QFrame {
     QLabel* m_text;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -82,4 +82,4 @@ void PaletteView::keyPressEvent(QKeyEvent* event) {
     PointAt({std::clamp(from.x() + across, 0, kColumns - 1), std::clamp(from.y() + down, 0, kRows - 1)});
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

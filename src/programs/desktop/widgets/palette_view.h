@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <vector>
 
-namespace desktop {
+namespace zel::desktop {
 
 /// The colours of a palette: a line for each set. Entries can be walked through by the arrow keys.
 class PaletteView : public QWidget {
@@ -35,4 +35,4 @@ class PaletteView : public QWidget {
     QPoint m_cell{-1, -1};  // x: entry, y: set
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -13,7 +13,7 @@
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/checkerboard.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -306,4 +306,4 @@ void PictureView::PaintWords(QPainter& painter) const {
                      Qt::AlignCenter | Qt::TextWordWrap, m_words);
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

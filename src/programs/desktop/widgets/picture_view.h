@@ -7,7 +7,7 @@
 
 #include "programs/desktop/models/message_details.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Shows a picture with its alpha over a ground, and what lies where in it.
 class PictureView : public QAbstractScrollArea {
@@ -84,4 +84,4 @@ class PictureView : public QAbstractScrollArea {
     std::optional<QPoint> m_pressed;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QPixmap>
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -39,4 +39,4 @@ QIcon ProgramIcon() {
     return icon;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

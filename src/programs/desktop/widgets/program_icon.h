@@ -2,9 +2,9 @@
 
 #include <QIcon>
 
-namespace desktop {
+namespace zel::desktop {
 
 /// The program's own icon: a lower third on a checkerboard.
 QIcon ProgramIcon();
 
-}  // namespace desktop
+}  // namespace zel::desktop

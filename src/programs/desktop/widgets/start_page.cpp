@@ -5,7 +5,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -50,4 +50,4 @@ void StartPage::Offer(const QList<Way>& ways) {
     column->addStretch();
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,7 +5,7 @@
 
 class QAction;
 
-namespace desktop {
+namespace zel::desktop {
 
 /// What stands in the middle while there is no message: the ways to get some, a large button each.
 class StartPage : public QWidget {
@@ -24,4 +24,4 @@ class StartPage : public QWidget {
     void Offer(const QList<Way>& ways);
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -6,7 +6,7 @@
 #include "programs/desktop/models/library_model.h"
 #include "programs/desktop/widgets/checkerboard.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -68,4 +68,4 @@ void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     }
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -3,7 +3,7 @@
 #include <QBrush>
 #include <QStyledItemDelegate>
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Draws a recording of the library: its thumbnail on a checkerboard, its number, the beginning of its text.
 class ThumbnailDelegate : public QStyledItemDelegate {
@@ -21,4 +21,4 @@ class ThumbnailDelegate : public QStyledItemDelegate {
     QBrush m_ground;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -11,7 +11,7 @@
 #include "programs/desktop/widgets/detail_table.h"
 #include "programs/desktop/widgets/palette_view.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 DetailDocks::DetailDocks(QMainWindow* window)
     : QObject(window),
@@ -113,4 +113,4 @@ void DetailDocks::Show(const MessageDetails& details) {
     m_palette->Show(details.palette);
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

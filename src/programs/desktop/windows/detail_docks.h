@@ -10,7 +10,7 @@
 class QDockWidget;
 class QMainWindow;
 
-namespace desktop {
+namespace zel::desktop {
 
 class DetailTable;
 class PaletteView;
@@ -48,4 +48,4 @@ class DetailDocks : public QObject {
     DetailTable* m_facts;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

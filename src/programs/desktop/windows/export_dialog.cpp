@@ -5,12 +5,12 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include "host/export/exporter.h"
 #include "programs/desktop/windows/pick.h"
 #include "programs/desktop/words.h"
-#include "host/export/exporter.h"
 #include "ui_export_dialog.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 ExportDialog::ExportDialog(Offer offer, QSettings& settings, QWidget* parent)
     : QDialog(parent), m_offer(std::move(offer)), m_settings(settings), m_ui(std::make_unique<Ui::ExportDialog>()) {
@@ -50,7 +50,7 @@ ExportDialog::~ExportDialog() = default;
 void ExportDialog::FillFormats() {
     const QStringList chosen =
         m_settings.value(QStringLiteral("export/formats"), QStringList{QStringLiteral("png")}).toStringList();
-    for (const ExportFormat& format : ExportFormats()) {
+    for (const exporter::ExportFormat& format : exporter::ExportFormats()) {
         auto* const item = new QListWidgetItem(Text(format.name) + QStringLiteral(" – ") + Text(format.description));
         item->setData(Qt::UserRole, Text(format.name));
         item->setFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled | Qt::ItemIsSelectable);
@@ -105,4 +105,4 @@ ExportDialog::Choice ExportDialog::Chosen() const {
     return {m_ui->selected->isChecked() ? m_offer.selected : m_offer.shown};
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

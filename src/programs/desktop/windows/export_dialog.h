@@ -11,7 +11,7 @@ class ExportDialog;
 }
 class QSettings;
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Asks what is exported, in which formats and where to; what was chosen last stands there again.
 class ExportDialog : public QDialog {
@@ -20,8 +20,8 @@ class ExportDialog : public QDialog {
   public:
     /// What can be exported.
     struct Offer {
-        std::vector<RecordingKey> selected;
-        std::vector<RecordingKey> shown;
+        std::vector<library::RecordingKey> selected;
+        std::vector<library::RecordingKey> shown;
         std::vector<std::string> disks;
         std::string disk;         ///< of the current message.
         bool asks_range = false;  ///< the module's own dialog asks for the numbers afterwards.
@@ -35,7 +35,7 @@ class ExportDialog : public QDialog {
     std::string Disk() const;
     /// The messages that are meant, but for a range, which is to be looked up.
     struct Choice {
-        std::vector<RecordingKey> keys;
+        std::vector<library::RecordingKey> keys;
         bool is_range = false;
         int first = 0, last = 0;
     };
@@ -53,4 +53,4 @@ class ExportDialog : public QDialog {
     std::unique_ptr<Ui::ExportDialog> m_ui;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -8,7 +8,7 @@
 #include "programs/desktop/windows/pick.h"
 #include "ui_fetch_dialog.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -79,4 +79,4 @@ void FetchDialog::accept() {
     QDialog::accept();
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -10,7 +10,7 @@ class FetchDialog;
 }
 class QSettings;
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Asks what is fetched over FTP. What was typed last stands there again, but for the password.
 class FetchDialog : public QDialog {
@@ -32,4 +32,4 @@ class FetchDialog : public QDialog {
     std::unique_ptr<Ui::FetchDialog> m_ui;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

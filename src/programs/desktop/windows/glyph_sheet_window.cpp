@@ -15,7 +15,7 @@
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/windows/pick.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
     : QWidget(parent, Qt::Window), m_image(ImageOf(sheet.picture)) {
@@ -72,4 +72,4 @@ void GlyphSheetWindow::Save() {
                              tr("%1 can't be written. Is the disk full, or the folder not yours?").arg(file));
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -4,7 +4,7 @@
 
 #include "programs/desktop/work/font_sheet.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// A window of its own with the glyphs of a font. It deletes itself when it is closed.
 class GlyphSheetWindow : public QWidget {
@@ -22,4 +22,4 @@ class GlyphSheetWindow : public QWidget {
     QString m_file_name;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

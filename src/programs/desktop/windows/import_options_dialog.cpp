@@ -5,7 +5,7 @@
 #include "programs/desktop/windows/pick.h"
 #include "ui_import_options_dialog.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 ImportOptionsDialog::ImportOptionsDialog(QSettings& settings, QWidget* parent) : QDialog(parent) {
     Ui::ImportOptionsDialog ui;
@@ -28,4 +28,4 @@ ImportOptionsDialog::ImportOptionsDialog(QSettings& settings, QWidget* parent) :
     });
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -4,7 +4,7 @@
 
 class QSettings;
 
-namespace desktop {
+namespace zel::desktop {
 
 /// What the host sets for an import; kept when it is accepted.
 class ImportOptionsDialog : public QDialog {
@@ -15,4 +15,4 @@ class ImportOptionsDialog : public QDialog {
     ImportOptionsDialog(QSettings& settings, QWidget* parent);
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -16,7 +16,7 @@
 #include "programs/desktop/models/library_model.h"
 #include "programs/desktop/widgets/thumbnail_delegate.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -100,13 +100,13 @@ bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
 
 void LibraryPanel::Reload() {
     m_search_timer->stop();
-    const std::optional<RecordingKey> current = Current();
+    const std::optional<library::RecordingKey> current = Current();
     QElapsedTimer taken;
     taken.start();
     m_readable = true;
     try {
         m_model->Search(m_search->text());
-    } catch (const LibraryError& error) {
+    } catch (const library::LibraryError& error) {
         m_readable = false;
         m_told.reset();
         Q_EMIT failed(QString::fromUtf8(error.what()));
@@ -121,13 +121,15 @@ void LibraryPanel::ReloadSoon() {
     if (!m_reload_timer->isActive()) m_reload_timer->start();
 }
 
-void LibraryPanel::ChooseSoon(const RecordingKey& key) {
+void LibraryPanel::ChooseSoon(const library::RecordingKey& key) {
     m_wanted = key;
     ReloadSoon();
 }
 
-void LibraryPanel::KeepChoice(const std::optional<RecordingKey>& before) {
-    const auto row_of = [this](const std::optional<RecordingKey>& key) { return key ? m_model->RowOf(*key) : -1; };
+void LibraryPanel::KeepChoice(const std::optional<library::RecordingKey>& before) {
+    const auto row_of = [this](const std::optional<library::RecordingKey>& key) {
+        return key ? m_model->RowOf(*key) : -1;
+    };
     const int wanted = row_of(std::exchange(m_wanted, std::nullopt));
     const QModelIndex now = m_model->index(wanted >= 0 ? wanted : std::max(row_of(before), 0));
     if (now.isValid() && m_list->currentIndex() != now) {
@@ -140,7 +142,7 @@ void LibraryPanel::KeepChoice(const std::optional<RecordingKey>& before) {
 /// Says nothing of a choice that is as it was, so that a reload doesn't disturb whoever looks at it.
 void LibraryPanel::TellChoice() {
     const QModelIndex current = m_list->currentIndex();
-    std::optional<LibraryEntry> now;
+    std::optional<library::LibraryEntry> now;
     if (current.isValid()) now = m_model->EntryAt(current.row());
     const bool same = m_told.has_value() == now.has_value() && (!now || IsSame(*m_told, *now));
     m_told = std::move(now);
@@ -171,22 +173,22 @@ bool LibraryPanel::IsSearching() const {
     return !m_search->text().trimmed().isEmpty();
 }
 
-std::optional<RecordingKey> LibraryPanel::Current() const {
+std::optional<library::RecordingKey> LibraryPanel::Current() const {
     const QModelIndex current = m_list->currentIndex();
     if (!current.isValid()) return std::nullopt;
     return m_model->EntryAt(current.row()).key;
 }
 
-std::vector<RecordingKey> LibraryPanel::Selected() const {
-    std::vector<RecordingKey> keys;
+std::vector<library::RecordingKey> LibraryPanel::Selected() const {
+    std::vector<library::RecordingKey> keys;
     for (const QModelIndex& index : m_list->selectionModel()->selectedIndexes())
         keys.push_back(m_model->EntryAt(index.row()).key);
     std::ranges::sort(keys);
     return keys;
 }
 
-std::vector<RecordingKey> LibraryPanel::Shown() const {
-    std::vector<RecordingKey> keys;
+std::vector<library::RecordingKey> LibraryPanel::Shown() const {
+    std::vector<library::RecordingKey> keys;
     for (int row = 0; row < m_model->rowCount(); ++row) keys.push_back(m_model->EntryAt(row).key);
     std::ranges::sort(keys);
     return keys;
@@ -201,4 +203,4 @@ void LibraryPanel::FocusSearch() {
     m_search->selectAll();
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

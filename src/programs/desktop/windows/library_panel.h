@@ -13,7 +13,7 @@ class QListView;
 class QStackedWidget;
 class QTimer;
 
-namespace desktop {
+namespace zel::desktop {
 
 class LibraryModel;
 
@@ -30,12 +30,12 @@ class LibraryPanel : public QWidget {
     void ReloadSoon();
 
     /// As ReloadSoon, and this one is the current one then, if it is shown.
-    void ChooseSoon(const RecordingKey& key);
+    void ChooseSoon(const library::RecordingKey& key);
 
-    std::optional<RecordingKey> Current() const;
-    std::vector<RecordingKey> Selected() const;
+    std::optional<library::RecordingKey> Current() const;
+    std::vector<library::RecordingKey> Selected() const;
     /// All that the search has left.
-    std::vector<RecordingKey> Shown() const;
+    std::vector<library::RecordingKey> Shown() const;
     int Count() const;
     bool IsSearching() const;
     /// Nothing is recorded: it isn't that nothing is found or can be read.
@@ -55,7 +55,7 @@ class LibraryPanel : public QWidget {
 
   private:
     void ShowWords();
-    void KeepChoice(const std::optional<RecordingKey>& before);
+    void KeepChoice(const std::optional<library::RecordingKey>& before);
     void TellChoice();
 
     LibraryModel* m_model;
@@ -66,8 +66,8 @@ class LibraryPanel : public QWidget {
     QTimer* m_search_timer;
     QTimer* m_reload_timer;
     bool m_readable = true;
-    std::optional<RecordingKey> m_wanted;  // to be chosen by the next reload
-    std::optional<LibraryEntry> m_told;    // what was chosen last
+    std::optional<library::RecordingKey> m_wanted;  // to be chosen by the next reload
+    std::optional<library::LibraryEntry> m_told;    // what was chosen last
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -12,7 +12,7 @@
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/main_window.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -207,4 +207,4 @@ void MainWindow::Remember(const QString& place) {
     m_settings.setValue(QStringLiteral("recent/disks"), disks.mid(0, kRecentDisks));
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -7,20 +7,20 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include "base/whole_file.h"
+#include "host/library/library.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/picture_view.h"
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/main_window.h"
 #include "programs/desktop/windows/pick.h"
 #include "programs/desktop/work/patience.h"
-#include "base/whole_file.h"
-#include "host/library/library.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
-QString FileNameOf(const Recording& recording) {
+QString FileNameOf(const library::Recording& recording) {
     QString name = TitleOf({recording.disk, recording.number});
     return name.replace(u'/', u'-') + QStringLiteral(".png");
 }
@@ -46,7 +46,7 @@ void MainWindow::DragPicture() {
     auto data = PictureData();
     const QString file = m_dragged.filePath(FileNameOf(*m_current));
     try {
-        WriteWholeFile(QFile::encodeName(file).toStdString(), m_current->picture);
+        base::WriteWholeFile(QFile::encodeName(file).toStdString(), m_current->picture);
         data->setUrls({QUrl::fromLocalFile(file)});
     } catch (const std::runtime_error& error) {
         Warn(QString::fromUtf8(error.what()), tr("The picture can be dragged into programs that take pictures, but not "
@@ -69,14 +69,14 @@ void MainWindow::SavePicture() {
     if (file.isEmpty()) return;
     m_settings.setValue(QStringLiteral("save/directory"), file.section(u'/', 0, -2));
     try {
-        WriteWholeFile(QFile::encodeName(file).toStdString(), m_current->picture);
+        base::WriteWholeFile(QFile::encodeName(file).toStdString(), m_current->picture);
     } catch (const std::runtime_error& error) {
         Warn(QString::fromUtf8(error.what()), tr("Choose another folder, or free some space, and save it again."));
     }
 }
 
 void MainWindow::RemoveSelected() {
-    const std::vector<RecordingKey> keys = m_library->Selected();
+    const std::vector<library::RecordingKey> keys = m_library->Selected();
     if (keys.empty()) return;
     const QString what = keys.size() == 1 ? TitleOf(keys.front()) : tr("%1 messages").arg(keys.size());
     if (QMessageBox::question(this, tr("Remove from library"),
@@ -84,12 +84,12 @@ void MainWindow::RemoveSelected() {
                               QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)
         return;
     try {
-        Library library(m_places.library, Library::Access::kWrite, kPatience);
-        for (const RecordingKey& key : keys) library.Remove(key);
-    } catch (const LibraryError& error) {
+        library::Library library(m_places.library, library::Library::Access::kWrite, kPatience);
+        for (const library::RecordingKey& key : keys) library.Remove(key);
+    } catch (const library::LibraryError& error) {
         Warn(QString::fromUtf8(error.what()), tr("Close the program that holds the library, then try again."));
     }
     m_library->Reload();
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -6,7 +6,7 @@
 #include "programs/desktop/widgets/start_page.h"
 #include "programs/desktop/windows/main_window.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -75,4 +75,4 @@ void MainWindow::MakeToolbar() {
                     {way("fetch"), tr("Messages and the fonts that they name")}});
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

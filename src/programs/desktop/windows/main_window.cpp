@@ -14,6 +14,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "host/library/library.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
@@ -23,9 +24,8 @@
 #include "programs/desktop/words.h"
 #include "programs/desktop/work/name_lists.h"
 #include "programs/desktop/work/patience.h"
-#include "host/library/library.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -46,7 +46,7 @@ MainWindow::MainWindow(const Places& places)
     : m_places(places),
       m_settings(places.settings, QSettings::IniFormat),
       m_desktop(this),
-      m_previous_desktop(SetDesktop(&m_desktop)),
+      m_previous_desktop(seam::SetDesktop(&m_desktop)),
       m_library(new LibraryPanel(places.library)),
       m_picture(new PictureView),
       m_start(new StartPage),
@@ -100,7 +100,7 @@ MainWindow::~MainWindow() {
     m_import->Cancel();
     delete m_export;
     delete m_fetch;
-    SetDesktop(m_previous_desktop);
+    seam::SetDesktop(m_previous_desktop);
 }
 
 void MainWindow::LayOut() {
@@ -185,13 +185,13 @@ void MainWindow::dropEvent(QDropEvent* event) {
 }
 
 void MainWindow::ShowCurrent() {
-    const std::optional<RecordingKey> key = m_library->Current();
+    const std::optional<library::RecordingKey> key = m_library->Current();
     QString words;
     m_current.reset();
     try {
-        if (key) m_current = Library(m_places.library, Library::Access::kRead, kPatience).Find(*key);
+        if (key) m_current = library::Library(m_places.library, library::Library::Access::kRead, kPatience).Find(*key);
         if (m_current && m_current->picture.empty()) words = tr("This recording has no picture.");
-    } catch (const LibraryError& error) {
+    } catch (const library::LibraryError& error) {
         words = QString::fromUtf8(error.what());
     }
     const MessageDetails details = m_current ? DetailsOf(*m_current) : MessageDetails();
@@ -244,8 +244,8 @@ void MainWindow::EndTask(const QString& result) {
 }
 
 /// @param places  beside which name lists are looked for.
-HostOptions MainWindow::ImportOptions(const QStringList& places) const {
-    HostOptions options;
+host::HostOptions MainWindow::ImportOptions(const QStringList& places) const {
+    host::HostOptions options;
     options.lines = m_settings.value(QStringLiteral("import/lines"), options.lines).toInt() == 576 ? 576 : 486;
     options.tt_convert = m_settings.value(QStringLiteral("import/typefaces"), false).toBool();
     options.baseline_align = m_settings.value(QStringLiteral("import/baseline"), true).toBool();
@@ -259,4 +259,4 @@ HostOptions MainWindow::ImportOptions(const QStringList& places) const {
     return options;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

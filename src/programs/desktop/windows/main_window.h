@@ -21,7 +21,7 @@ class QPushButton;
 class QStackedWidget;
 class QMimeData;
 
-namespace desktop {
+namespace zel::desktop {
 
 class DetailDocks;
 class LibraryPanel;
@@ -68,7 +68,7 @@ class MainWindow : public QMainWindow {
     void Warn(const QString& text, const QString& advice = {});
     void ShowTask(const QString& what, int done, int total);
     void EndTask(const QString& result);
-    HostOptions ImportOptions(const QStringList& places) const;
+    host::HostOptions ImportOptions(const QStringList& places) const;
 
     // main_menus.cpp
     void MakeMenus();
@@ -118,7 +118,7 @@ class MainWindow : public QMainWindow {
     const Places m_places;
     mutable QSettings m_settings;
     ModuleDesktop m_desktop;
-    Desktop* m_previous_desktop;
+    seam::Desktop* m_previous_desktop;
     LibraryPanel* m_library;
     PictureView* m_picture;
     StartPage* m_start;
@@ -135,7 +135,7 @@ class MainWindow : public QMainWindow {
     QMenu* m_panels = nullptr;
     QList<QAction*> m_needs_picture, m_needs_messages, m_needs_module, m_needs_task;
 
-    std::optional<Recording> m_current;
+    std::optional<library::Recording> m_current;
     QString m_summary;  // of it
     DiskNames m_names;
     DiskImport* m_import;
@@ -144,4 +144,4 @@ class MainWindow : public QMainWindow {
     QTemporaryDir m_dragged;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/library/library.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/windows/export_dialog.h"
 #include "programs/desktop/windows/fetch_dialog.h"
@@ -17,9 +18,8 @@
 #include "programs/desktop/words.h"
 #include "programs/desktop/work/dialog_import.h"
 #include "programs/desktop/work/patience.h"
-#include "host/library/library.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -44,7 +44,7 @@ void MainWindow::AddPlace(const QString& path) {
     if (!info.isReadable()) return Warn(tr("%1 can't be read.").arg(path), tr("Ask for the right to read it."));
     if (info.isFile() && KindOf(place) == FileKind::kFont) return ShowFont(path);
     try {
-        Library library(m_places.library, Library::Access::kWrite, kPatience);
+        library::Library library(m_places.library, library::Library::Access::kWrite, kPatience);
         const MessageSource source = FindMessages(place, library, m_names);
         if (source.messages.empty()) {
             return info.isDir()
@@ -57,7 +57,7 @@ void MainWindow::AddPlace(const QString& path) {
         }
         m_import->Add(source, ImportOptions({QFile::decodeName(source.directory.c_str())}));
         if (info.isDir()) Remember(path);
-    } catch (const LibraryError& error) {
+    } catch (const library::LibraryError& error) {
         Warn(Text(error.what()), tr("Nothing was imported. Close the program that holds the library, or look after the "
                                     "file, then try again."));
     } catch (const std::exception& error) {
@@ -111,7 +111,9 @@ void MainWindow::ImportByModule() {
         QMetaObject::invokeMethod(this, call, Qt::QueuedConnection);
     };
     DialogImportTold told;
-    told.recorded = [this, later](const RecordingKey& key) { later([this, key] { m_library->ChooseSoon(key); }); };
+    told.recorded = [this, later](const library::RecordingKey& key) {
+        later([this, key] { m_library->ChooseSoon(key); });
+    };
     told.failed = [later](const std::string& reason) {
         later([text = Text(reason)] {
             QMessageBox::warning(QApplication::activeWindow(), tr("ZelTrans"),
@@ -161,19 +163,23 @@ void MainWindow::MakeFont() {
 
 namespace {
 
-ExportDialog::Offer OfferOf(const LibraryPanel& library, const std::string& file, const std::optional<Recording>& now,
-                            bool asks_range) {
-    ExportDialog::Offer offer{
-        library.Selected(), library.Shown(), Library(file, Library::Access::kRead, kPatience).Disks(), {}, asks_range};
+ExportDialog::Offer OfferOf(const LibraryPanel& library, const std::string& file,
+                            const std::optional<library::Recording>& now, bool asks_range) {
+    ExportDialog::Offer offer{library.Selected(),
+                              library.Shown(),
+                              library::Library(file, library::Library::Access::kRead, kPatience).Disks(),
+                              {},
+                              asks_range};
     offer.disk = now ? now->disk : offer.disks.empty() ? std::string() : offer.disks.front();
     return offer;
 }
 
-std::vector<RecordingKey> KeysOf(const ExportDialog& dialog, const std::string& file) {
+std::vector<library::RecordingKey> KeysOf(const ExportDialog& dialog, const std::string& file) {
     const ExportDialog::Choice choice = dialog.Chosen();
     if (!choice.is_range) return choice.keys;
-    std::vector<RecordingKey> keys;
-    for (const LibraryEntry& entry : Library(file, Library::Access::kRead, kPatience).List(dialog.Disk())) {
+    std::vector<library::RecordingKey> keys;
+    for (const library::LibraryEntry& entry :
+         library::Library(file, library::Library::Access::kRead, kPatience).List(dialog.Disk())) {
         if (entry.key.number >= choice.first && entry.key.number <= choice.last) keys.push_back(entry.key);
     }
     return keys;
@@ -185,7 +191,7 @@ void MainWindow::Export() try {
     ExportDialog dialog(OfferOf(*m_library, m_places.library, m_current, false), m_settings, this);
     if (dialog.exec() != QDialog::Accepted) return;
     m_notice->Clear();
-    std::vector<RecordingKey> keys = KeysOf(dialog, m_places.library);
+    std::vector<library::RecordingKey> keys = KeysOf(dialog, m_places.library);
     if (keys.empty()) return Warn(tr("No message of this disk has a number in this range."));
     const auto total = static_cast<int>(keys.size());
     m_export = new ExportTask(m_places.library, std::move(keys), dialog.Order(), this);
@@ -197,7 +203,7 @@ void MainWindow::Export() try {
             });
     ShowTask(tr("Exporting"), 0, total);
     m_export->Start();
-} catch (const LibraryError& error) {
+} catch (const library::LibraryError& error) {
     Warn(Text(error.what()), tr("Nothing was exported."));
 }
 
@@ -218,7 +224,7 @@ void MainWindow::BatchExport() try {
     m_notice->Clear();
     const ExportOrder order = dialog.Order();
     ExportEnded(ExportByDialog(m_places.library, dialog.Disk(), order), order.directory);
-} catch (const LibraryError& error) {
+} catch (const library::LibraryError& error) {
     Warn(Text(error.what()), tr("Nothing was exported."));
 }
 
@@ -264,4 +270,4 @@ void MainWindow::ChangeImportOptions() {
     ImportOptionsDialog(m_settings, this).exec();
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -6,7 +6,7 @@
 #include <QHeaderView>
 #include <QTreeView>
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -56,4 +56,4 @@ QString PickNewFile(QWidget* parent, const QString& title, const QString& start,
     return picked.isEmpty() ? QString() : picked.front();
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

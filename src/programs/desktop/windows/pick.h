@@ -5,7 +5,7 @@
 
 class QWidget;
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Lets the user pick files; those whose name begins with a dot, as the names of messages and fonts do, are shown too.
 /// @return none when the user would rather not.
@@ -14,4 +14,4 @@ QString PickFolder(QWidget* parent, const QString& title, const QString& start);
 /// A file to write; an existing one is asked for. @param suffix  added to a name without one.
 QString PickNewFile(QWidget* parent, const QString& title, const QString& start, const QString& suffix);
 
-}  // namespace desktop
+}  // namespace zel::desktop

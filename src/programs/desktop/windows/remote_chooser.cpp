@@ -11,7 +11,7 @@
 
 #include "programs/desktop/dialogs/screen_text.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -80,4 +80,4 @@ std::optional<ftp::RemoteChoice> ChooseRemote(const ftp::RemoteView& view, QWidg
     return choice;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

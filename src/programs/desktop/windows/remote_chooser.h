@@ -6,10 +6,10 @@
 
 class QWidget;
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Lets the user choose a file, or the directory itself, of a server's directory, or open another directory; modal.
 /// @param parent  may be null.
 std::optional<ftp::RemoteChoice> ChooseRemote(const ftp::RemoteView& view, QWidget* parent);
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -1,86 +1,87 @@
 #include "programs/desktop/work/dialog_import.h"
 
+#include "host/module_call.h"
+#include "module/contract/host_messages.h"
+#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/zel_trans_export.h"
+#include "platform/system/files.h"
 #include "programs/desktop/work/library_writer.h"
 #include "programs/desktop/work/message_files.h"
 #include "programs/desktop/work/module_desktop.h"
 #include "programs/desktop/work/patience.h"
-#include "module/contract/zel_trans_dlg.h"
-#include "host/module_call.h"
-#include "module/contract/host_messages.h"
-#include "module/contract/zel_trans_export.h"
-#include "platform/system/files.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
 /// Records what arrives while the dialog is open.
-class DialogRecorder : public HostObserver {
+class DialogRecorder : public host::HostObserver {
   public:
-    DialogRecorder(Library& library, LibraryWriter& writer, const ModuleDesktop& desktop, const HostOptions& options,
-                   PictureComposer& pictures)
+    DialogRecorder(library::Library& library, LibraryWriter& writer, const ModuleDesktop& desktop,
+                   const host::HostOptions& options, picture::PictureComposer& pictures)
         : m_library(library), m_writer(writer), m_desktop(desktop), m_options(options), m_pictures(pictures) {}
 
-    void OnSend(const SentMessage& sent) override;
-    void OnMessage(const MessageRecord& message) override;
+    void OnSend(const host::SentMessage& sent) override;
+    void OnMessage(const document::MessageRecord& message) override;
 
   private:
     bool Record();
 
-    Library& m_library;
+    library::Library& m_library;
     LibraryWriter& m_writer;
     const ModuleDesktop& m_desktop;
-    const HostOptions& m_options;
-    PictureComposer& m_pictures;
+    const host::HostOptions& m_options;
+    picture::PictureComposer& m_pictures;
     DiskNames m_names;
     std::string m_font_directory;
-    std::optional<ArrivedMessage> m_arrived;
+    std::optional<recorder::ArrivedMessage> m_arrived;
 };
 
-void DialogRecorder::OnSend(const SentMessage& sent) {
+void DialogRecorder::OnSend(const host::SentMessage& sent) {
     if (sent.message == kMsgImportDone) {
         const auto& dialog = *reinterpret_cast<const CZelTransDlg*>(sent.lParam);
-        m_font_directory = NativePath(dialog.m_sFontDir.GetString());
+        m_font_directory = system::NativePath(dialog.m_sFontDir.GetString());
     }
     if (sent.message != kMsgRecord || !m_arrived) return;
     // Through the module: the batch ends.
-    if (!Record()) throw LibraryError(m_writer.Finish());
+    if (!Record()) throw library::LibraryError(m_writer.Finish());
 }
 
-void DialogRecorder::OnMessage(const MessageRecord& message) {
-    m_arrived = ArrivedMessage{0, message, m_pictures.TakePicture()};
+void DialogRecorder::OnMessage(const document::MessageRecord& message) {
+    m_arrived = recorder::ArrivedMessage{0, message, m_pictures.TakePicture()};
     if (!m_desktop.IsBatchOpen()) Record();
 }
 
 bool DialogRecorder::Record() {
-    const std::string file = NativePath(m_arrived->message.file.c_str());
+    const std::string file = system::NativePath(m_arrived->message.file.c_str());
     const std::size_t slash = file.rfind('/');
     const std::string disk = m_names.NameOf(m_library, file.substr(0, slash == std::string::npos ? 0 : slash));
-    const RecordingKey key = KeyOf(disk, file.substr(slash + 1));
+    const library::RecordingKey key = KeyOf(disk, file.substr(slash + 1));
     m_arrived->number = key.number;
-    const bool recorded = m_writer.Record(std::move(*m_arrived),
-                                          {key.disk, m_font_directory, DescribeOptions(m_options, m_writer.Digests())});
+    const bool recorded = m_writer.Record(
+        std::move(*m_arrived), {key.disk, m_font_directory, recorder::DescribeOptions(m_options, m_writer.Digests())});
     m_arrived.reset();
     return recorded;
 }
 
 }  // namespace
 
-DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDesktop& desktop, const HostOptions& options,
-                                   FtpService* service, const DialogImportTold& told) {
+DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDesktop& desktop,
+                                   const host::HostOptions& options, host::FtpService* service,
+                                   const DialogImportTold& told) {
     LibraryWriter writer(library, told.recorded, told.failed);
-    Library names(library, Library::Access::kRead, kPatience);
-    PictureComposer pictures;
+    library::Library names(library, library::Library::Access::kRead, kPatience);
+    picture::PictureComposer pictures;
     DialogRecorder recorder(names, writer, desktop, options, pictures);
-    ReferenceHost host(options);
+    host::ReferenceHost host(options);
     host.AddObserver(&pictures);
     host.AddObserver(&recorder);
     host.SetFtpService(service);
     DialogImportOutcome outcome;
     std::optional<std::string> exception;
     try {
-        exception = CallInHost(host, [&] { CZelTransExport().ZelTranslation(host.HostWindow()); });
-    } catch (const LibraryError&) {
+        exception = host::CallInHost(host, [&] { CZelTransExport().ZelTranslation(host.HostWindow()); });
+    } catch (const library::LibraryError&) {
         // Finish tells it.
     }
     outcome.failure = writer.Finish();
@@ -89,4 +90,4 @@ DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDeskt
     return outcome;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -8,14 +8,14 @@
 
 class FtpService;
 
-namespace desktop {
+namespace zel::desktop {
 
 class ModuleDesktop;
 
 /// Who hears of an import by the module's own dialog.
 struct DialogImportTold {
-    std::function<void(const RecordingKey&)> recorded;  ///< on another thread, each time something is kept.
-    std::function<void(const std::string&)> failed;     ///< on another thread, when nothing can be recorded any more.
+    std::function<void(const library::RecordingKey&)> recorded;  ///< on another thread, each time something is kept.
+    std::function<void(const std::string&)> failed;  ///< on another thread, when nothing can be recorded any more.
 };
 
 struct DialogImportOutcome {
@@ -27,7 +27,8 @@ struct DialogImportOutcome {
 /// that the module tells to record, else every one.
 /// @param service  answers the dialog of the FTP copy; null for nobody.
 /// @throws LibraryError, HostError when it can't begin.
-DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDesktop& desktop, const HostOptions& options,
-                                   FtpService* service, const DialogImportTold& told);
+DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDesktop& desktop,
+                                   const host::HostOptions& options, host::FtpService* service,
+                                   const DialogImportTold& told);
 
-}  // namespace desktop
+}  // namespace zel::desktop

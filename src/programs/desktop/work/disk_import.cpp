@@ -4,30 +4,30 @@
 #include <QTimer>
 #include <filesystem>
 
+#include "host/picture/picture.h"
+#include "host/run/import_run.h"
 #include "programs/desktop/words.h"
 #include "programs/desktop/work/library_writer.h"
 #include "programs/desktop/work/own_settings.h"
 #include "programs/desktop/work/patience.h"
-#include "host/picture/picture.h"
-#include "host/run/import_run.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
 /// Keeps the picture of what arrives.
-class Arrival : public HostObserver {
+class Arrival : public host::HostObserver {
   public:
-    explicit Arrival(PictureComposer& pictures) : m_pictures(pictures) {}
+    explicit Arrival(picture::PictureComposer& pictures) : m_pictures(pictures) {}
 
-    void OnMessage(const MessageRecord& message) override {
-        arrived = ArrivedMessage{0, message, m_pictures.TakePicture()};
+    void OnMessage(const document::MessageRecord& message) override {
+        arrived = recorder::ArrivedMessage{0, message, m_pictures.TakePicture()};
     }
 
-    std::optional<ArrivedMessage> arrived;
+    std::optional<recorder::ArrivedMessage> arrived;
 
   private:
-    PictureComposer& m_pictures;
+    picture::PictureComposer& m_pictures;
 };
 
 }  // namespace
@@ -48,11 +48,11 @@ DiskImport::DiskImport(std::string library, QObject* parent)
 
 DiskImport::~DiskImport() = default;
 
-void DiskImport::Add(const MessageSource& source, const HostOptions& options) {
+void DiskImport::Add(const MessageSource& source, const host::HostOptions& options) {
     if (!m_writer) {
-        const auto kept = [this](const RecordingKey&) { Q_EMIT recorded(); };
+        const auto kept = [this](const library::RecordingKey&) { Q_EMIT recorded(); };
         m_writer = std::make_unique<LibraryWriter>(m_library_file, kept, [](const std::string&) {});
-        m_library = std::make_unique<Library>(m_library_file, Library::Access::kRead, kPatience);
+        m_library = std::make_unique<library::Library>(m_library_file, library::Library::Access::kRead, kPatience);
         m_items.clear();
         m_next = 0;
         m_summary = {};
@@ -91,28 +91,28 @@ void DiskImport::Step() {
 }
 
 bool DiskImport::IsUnchanged(const Item& item, const std::string& options) {
-    const std::optional<RecordingOrigin> origin = m_library->Origin(item.message.key);
+    const std::optional<library::RecordingOrigin> origin = m_library->Origin(item.message.key);
     return origin && origin->options == options && !origin->sources.empty() &&
            origin->sources.front().path == item.message.path &&
-           AreUnchanged(origin->sources, item.font_directory, m_writer->Digests());
+           recorder::AreUnchanged(origin->sources, item.font_directory, m_writer->Digests());
 }
 
 void DiskImport::Import(const Item& item) {
-    const RecordingContext context{item.message.key.disk, item.font_directory,
-                                   DescribeOptions(item.options, m_writer->Digests())};
+    const recorder::RecordingContext context{item.message.key.disk, item.font_directory,
+                                             recorder::DescribeOptions(item.options, m_writer->Digests())};
     if (IsUnchanged(item, context.options)) {
         ++m_summary.unchanged;
         return;
     }
-    PictureComposer pictures;
+    picture::PictureComposer pictures;
     Arrival arrival(pictures);
-    ImportRequest request;
+    run::ImportRequest request;
     request.message = item.message.path;
     request.fonts = item.font_directory;
     request.host = item.options;
-    HostObserver* const observers[] = {&pictures, &arrival};
+    host::HostObserver* const observers[] = {&pictures, &arrival};
     const OwnSettings settings;
-    const ImportOutcome outcome = RunImport(request, observers);
+    const run::ImportOutcome outcome = run::RunImport(request, observers);
     if (!outcome.Done() || !arrival.arrived) {
         m_summary.failures.append(QString::fromUtf8(outcome.failure.c_str()));
         return;
@@ -131,4 +131,4 @@ void DiskImport::Finish() {
     Q_EMIT finished(m_summary);
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "programs/desktop/work/message_files.h"
 #include "host/reference_host.h"
+#include "programs/desktop/work/message_files.h"
 
 class QTimer;
 
-namespace desktop {
+namespace zel::desktop {
 
 class LibraryWriter;
 
@@ -38,7 +38,7 @@ class DiskImport : public QObject {
     ~DiskImport() override;
 
     /// Begins, or goes on behind what is under way. @throws LibraryError
-    void Add(const MessageSource& source, const HostOptions& options);
+    void Add(const MessageSource& source, const host::HostOptions& options);
 
     bool IsRunning() const noexcept { return m_writer != nullptr; }
     /// While the module is busy with something else.
@@ -55,7 +55,7 @@ class DiskImport : public QObject {
     struct Item {
         MessageFile message;
         std::string font_directory;
-        HostOptions options;
+        host::HostOptions options;
     };
 
     void Step();
@@ -68,8 +68,8 @@ class DiskImport : public QObject {
     std::vector<Item> m_items;
     std::size_t m_next = 0;
     ImportSummary m_summary;
-    std::unique_ptr<Library> m_library;
+    std::unique_ptr<library::Library> m_library;
     std::unique_ptr<LibraryWriter> m_writer;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

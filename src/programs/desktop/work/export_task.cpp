@@ -6,26 +6,26 @@
 
 #include "host/export/export_job.h"
 #include "host/export/library_shelf.h"
-#include "host/native_path.h"
 #include "host/library/library.h"
 #include "host/module_call.h"
+#include "host/native_path.h"
 #include "host/reference_host.h"
 #include "module/contract/zel_trans_export.h"
 #include "platform/framework/cstring.h"
 #include "platform/system/files.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
-ExportJob MakeJob(const ExportOrder& order) {
+exporter::ExportJob MakeJob(const ExportOrder& order) {
     std::vector<std::string> formats;
     for (const QString& format : order.formats) formats.push_back(format.toStdString());
     const int jobs = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    return ExportJob(QFile::encodeName(order.directory).toStdString(), formats, {order.premultiplied}, jobs);
+    return exporter::ExportJob(QFile::encodeName(order.directory).toStdString(), formats, {order.premultiplied}, jobs);
 }
 
-void Take(const ExportSummary& summary, ExportResult& result) {
+void Take(const exporter::ExportSummary& summary, ExportResult& result) {
     result.messages = summary.messages;
     result.files = summary.files;
     for (const std::string& failure : summary.failures) result.failures.append(QString::fromUtf8(failure.c_str()));
@@ -43,7 +43,7 @@ QString ExportResult::Text(const QString& directory) const {
     return cancelled ? text + QStringLiteral("; stopped") : text;
 }
 
-ExportTask::ExportTask(std::string library, std::vector<RecordingKey> keys, ExportOrder order, QObject* parent)
+ExportTask::ExportTask(std::string library, std::vector<library::RecordingKey> keys, ExportOrder order, QObject* parent)
     : QObject(parent), m_library(std::move(library)), m_keys(std::move(keys)), m_order(std::move(order)) {}
 
 ExportTask::~ExportTask() {
@@ -58,10 +58,10 @@ void ExportTask::Start() {
 ExportResult ExportTask::Work() {
     ExportResult result;
     try {
-        Library library(m_library, Library::Access::kRead);
-        ExportJob job = MakeJob(m_order);
+        library::Library library(m_library, library::Library::Access::kRead);
+        exporter::ExportJob job = MakeJob(m_order);
         int done = 0;
-        for (const RecordingKey& key : m_keys) {
+        for (const library::RecordingKey& key : m_keys) {
             if ((result.cancelled = m_cancelled)) break;
             if (const auto recording = library.Find(key)) job.Export(*recording);
             Q_EMIT progressed(++done, static_cast<int>(m_keys.size()));
@@ -76,14 +76,15 @@ ExportResult ExportTask::Work() {
 ExportResult ExportByDialog(const std::string& library_file, const std::string& disk, const ExportOrder& order) {
     ExportResult result;
     try {
-        Library library(library_file, Library::Access::kRead);
-        ExportJob job = MakeJob(order);
-        LibraryShelf shelf(library, disk, job);
-        HostOptions options;
+        library::Library library(library_file, library::Library::Access::kRead);
+        exporter::ExportJob job = MakeJob(order);
+        exporter::LibraryShelf shelf(library, disk, job);
+        host::HostOptions options;
         options.exports = &shelf;
-        ReferenceHost host(options);
-        const std::optional<std::string> exception = CallInHost(host, [&] {
-            CString path(ModulePath(AbsolutePath(QFile::encodeName(order.directory).toStdString())).c_str());
+        host::ReferenceHost host(options);
+        const std::optional<std::string> exception = host::CallInHost(host, [&] {
+            CString path(
+                system::ModulePath(host::AbsolutePath(QFile::encodeName(order.directory).toStdString())).c_str());
             CZelTransExport().ZelBatchExport(host.HostWindow(), path, host.ExportWindow());
         });
         Take(job.Finish(), result);
@@ -95,4 +96,4 @@ ExportResult ExportByDialog(const std::string& library_file, const std::string& 
     return result;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

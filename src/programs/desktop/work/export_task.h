@@ -10,7 +10,7 @@
 
 #include "host/library/recording.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// How messages are exported.
 struct ExportOrder {
@@ -35,7 +35,8 @@ class ExportTask : public QObject {
     Q_OBJECT
 
   public:
-    ExportTask(std::string library, std::vector<RecordingKey> keys, ExportOrder order, QObject* parent = nullptr);
+    ExportTask(std::string library, std::vector<library::RecordingKey> keys, ExportOrder order,
+               QObject* parent = nullptr);
     /// Stops the work and waits for the message under way.
     ~ExportTask() override;
 
@@ -51,7 +52,7 @@ class ExportTask : public QObject {
     ExportResult Work();
 
     const std::string m_library;
-    const std::vector<RecordingKey> m_keys;
+    const std::vector<library::RecordingKey> m_keys;
     const ExportOrder m_order;
     std::atomic<bool> m_cancelled = false;
     std::thread m_thread;
@@ -61,4 +62,4 @@ class ExportTask : public QObject {
 /// it.
 ExportResult ExportByDialog(const std::string& library, const std::string& disk, const ExportOrder& order);
 
-}  // namespace desktop
+}  // namespace zel::desktop

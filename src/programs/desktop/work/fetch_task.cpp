@@ -2,10 +2,10 @@
 
 #include <QFile>
 
-#include "programs/desktop/words.h"
 #include "host/ftp/remote_url.h"
+#include "programs/desktop/words.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -77,4 +77,4 @@ FetchResult FetchTask::Work() {
     return result;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -10,7 +10,7 @@
 
 #include "host/ftp/fetch.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// What is fetched from where, as it was typed.
 struct FetchOrder {
@@ -60,4 +60,4 @@ class FetchTask : public QObject, private ftp::FetchObserver {
     std::thread m_thread;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -1,16 +1,16 @@
 #include "programs/desktop/work/font_sheet.h"
 
-#include "programs/desktop/work/own_settings.h"
-#include "module/contract/zel_font.h"
 #include "host/module_text.h"
 #include "host/picture/glyph_sheet.h"
 #include "host/run/font_run.h"
+#include "module/contract/zel_font.h"
+#include "programs/desktop/work/own_settings.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
-std::string Remark(const GlyphSheet& sheet) {
+std::string Remark(const picture::GlyphSheet& sheet) {
     std::string remark;
     if (!sheet.failures.empty()) {
         remark = std::to_string(sheet.failures.size()) +
@@ -18,7 +18,7 @@ std::string Remark(const GlyphSheet& sheet) {
     }
     if (sheet.cut != 0) {
         remark += (remark.empty() ? "" : "; ") + std::to_string(sheet.cut) + " are larger than " +
-                  std::to_string(kLargestGlyphCell) + " pixels and shown in part";
+                  std::to_string(picture::kLargestGlyphCell) + " pixels and shown in part";
     }
     return remark;
 }
@@ -29,13 +29,13 @@ FontSheet MakeFontSheet(const std::string& file) {
     FontSheet result;
     result.file = file;
     const OwnSettings settings;
-    FontRunRequest request;
+    run::FontRunRequest request;
     request.file = file;
-    const FontRunOutcome outcome = RunFont(request, {}, [&](CZelFont& fonts) {
+    const run::FontRunOutcome outcome = run::RunFont(request, {}, [&](CZelFont& fonts) {
         const tag_font_header& header = *fonts.m_Slots[0].font_header;
-        result.name = Utf8FromBytes(header.Name());
+        result.name = host::Utf8FromBytes(header.Name());
         result.height = header.font_height;
-        GlyphSheet sheet = DrawGlyphSheet(fonts);
+        picture::GlyphSheet sheet = picture::DrawGlyphSheet(fonts);
         result.glyphs = sheet.glyphs;
         result.remark = Remark(sheet);
         result.picture = std::move(sheet.picture);
@@ -45,4 +45,4 @@ FontSheet MakeFontSheet(const std::string& file) {
     return result;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

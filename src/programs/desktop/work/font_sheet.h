@@ -4,7 +4,7 @@
 
 #include "host/picture/picture.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// A font's glyphs in one picture, and what there is to know of it. Texts are UTF-8.
 struct FontSheet {
@@ -12,7 +12,7 @@ struct FontSheet {
     std::string name;
     int height = 0;  ///< lines
     int glyphs = 0;
-    Picture picture;
+    picture::Picture picture;
     std::string remark;   ///< glyphs that aren't shown, or not wholly; empty without any.
     std::string failure;  ///< why there is no sheet; empty when there is one.
 };
@@ -20,4 +20,4 @@ struct FontSheet {
 /// Reads a font by the module, without a screen, and draws its glyphs.
 FontSheet MakeFontSheet(const std::string& file);
 
-}  // namespace desktop
+}  // namespace zel::desktop

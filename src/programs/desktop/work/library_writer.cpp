@@ -6,7 +6,7 @@
 
 #include "programs/desktop/work/patience.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -19,13 +19,14 @@ std::size_t Threads() {
 }  // namespace
 
 LibraryWriter::LibraryWriter(const std::string& library, Kept kept, Failed failed)
-    : m_library(library, Library::Access::kWrite, kPatience),
+    : m_library(library, library::Library::Access::kWrite, kPatience),
       m_kept(std::move(kept)),
       m_failed(std::move(failed)),
-      m_workers(std::make_unique<OrderedWorkers<Recording>>(Threads(), Threads() * kWaitingPerThread,
-                                                            [this](const Recording& recording) { Keep(recording); })) {}
+      m_workers(std::make_unique<recorder::OrderedWorkers<library::Recording>>(
+          Threads(), Threads() * kWaitingPerThread, [this](const library::Recording& recording) { Keep(recording); })) {
+}
 
-void LibraryWriter::Keep(const Recording& recording) {
+void LibraryWriter::Keep(const library::Recording& recording) {
     try {
         m_library.Record({&recording, 1});
     } catch (const std::exception& error) {
@@ -40,10 +41,10 @@ void LibraryWriter::Keep(const Recording& recording) {
     m_kept({recording.disk, recording.number});
 }
 
-bool LibraryWriter::Record(ArrivedMessage arrived, RecordingContext context) {
+bool LibraryWriter::Record(recorder::ArrivedMessage arrived, recorder::RecordingContext context) {
     try {
         m_workers->Give([this, arrived = std::move(arrived), context = std::move(context)] {
-            return MakeRecording(arrived, context, m_digests);
+            return recorder::MakeRecording(arrived, context, m_digests);
         });
         return true;
     } catch (const std::exception&) {
@@ -65,4 +66,4 @@ std::string LibraryWriter::Finish() {
     return m_failure;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

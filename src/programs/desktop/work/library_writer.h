@@ -10,14 +10,14 @@
 #include "host/recorder/make_recording.h"
 #include "host/recorder/ordered_workers.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Records messages in a library on other threads, each in a transaction of its own. What was given is kept when the
 /// object goes.
 class LibraryWriter {
   public:
     /// Hears of one recording once it is kept; called on another thread.
-    using Kept = std::function<void(const RecordingKey&)>;
+    using Kept = std::function<void(const library::RecordingKey&)>;
     /// Hears, once and on another thread, what kept a recording from being kept; nothing is recorded any more then.
     using Failed = std::function<void(const std::string&)>;
 
@@ -28,7 +28,7 @@ class LibraryWriter {
     LibraryWriter& operator=(const LibraryWriter&) = delete;
 
     /// Waits while many recordings are under way. @return false when nothing is recorded any more.
-    bool Record(ArrivedMessage arrived, RecordingContext context);
+    bool Record(recorder::ArrivedMessage arrived, recorder::RecordingContext context);
 
     /// Waits until everything is kept. @return why something isn't; empty when all is.
     std::string Finish();
@@ -36,19 +36,19 @@ class LibraryWriter {
     /// How many are kept.
     int Count() const noexcept { return m_count; }
 
-    FileDigests& Digests() noexcept { return m_digests; }
+    recorder::FileDigests& Digests() noexcept { return m_digests; }
 
   private:
-    void Keep(const Recording& recording);
+    void Keep(const library::Recording& recording);
 
-    Library m_library;  // of the thread that takes recordings
+    library::Library m_library;  // of the thread that takes recordings
     const Kept m_kept;
     const Failed m_failed;
-    FileDigests m_digests;
+    recorder::FileDigests m_digests;
     std::atomic<int> m_count = 0;
     std::mutex m_mutex;
     std::string m_failure;
-    std::unique_ptr<OrderedWorkers<Recording>> m_workers;
+    std::unique_ptr<recorder::OrderedWorkers<library::Recording>> m_workers;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

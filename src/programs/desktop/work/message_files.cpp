@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <set>
 
-#include "module/dialog/id_text.h"
 #include "host/run/file_trouble.h"
 #include "module/contract/records/psos_header.h"
+#include "module/dialog/id_text.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -62,12 +62,12 @@ std::string OwnDisk(const std::string& disk, const std::string& name) {
 FileKind KindOf(const std::string& path) {
     std::error_code error;
     if (!fs::is_regular_file(path, error)) return FileKind::kUnreadable;
-    const std::optional<std::uint32_t> type = FileType(path);
+    const std::optional<std::uint32_t> type = run::FileType(path);
     if (type == kFontFileType) return FileKind::kFont;
     return type && (*type == kMessageFileType || IsRgbaFileType(*type)) ? FileKind::kMessage : FileKind::kOther;
 }
 
-std::string DiskNames::NameOf(Library& library, const std::string& directory) {
+std::string DiskNames::NameOf(library::Library& library, const std::string& directory) {
     for (const Given& given : m_given) {
         if (given.directory == directory) return given.name;
     }
@@ -75,12 +75,12 @@ std::string DiskNames::NameOf(Library& library, const std::string& directory) {
     const fs::path shown = IsNamed(path, "MESSAGES") ? path.parent_path() : path;
     const std::string usual = shown.filename().empty() ? shown.string() : shown.filename().string();
     const auto is_free = [&](const std::string& name) {
-        const std::vector<LibraryEntry> entries = library.List(name);
+        const std::vector<library::LibraryEntry> entries = library.List(name);
         if (!entries.empty()) return DirectoryOf(entries.front().source) == directory;
         return std::ranges::find(m_given, name, &Given::name) == m_given.end();
     };
     // A batch of the command records without a name, unless it is given one.
-    const std::vector<LibraryEntry> unnamed = library.List("");
+    const std::vector<library::LibraryEntry> unnamed = library.List("");
     const bool is_unnamed = !unnamed.empty() && DirectoryOf(unnamed.front().source) == directory;
     std::string name = is_unnamed ? std::string() : usual;
     for (int count = 2; !is_free(name); ++count) name = usual + " (" + std::to_string(count) + ")";
@@ -88,15 +88,15 @@ std::string DiskNames::NameOf(Library& library, const std::string& directory) {
     return name;
 }
 
-RecordingKey KeyOf(const std::string& disk, const std::string& name) {
+library::RecordingKey KeyOf(const std::string& disk, const std::string& name) {
     const std::size_t dot = name.rfind('.');
     const std::string_view digits = dot == std::string::npos ? name : std::string_view(name).substr(dot + 1);
-    const bool is_number = !digits.empty() && CountDigits(digits) == digits.size();
-    if (is_number && NumberOf(digits) <= kLargestNumber) return {disk, NumberOf(digits)};
+    const bool is_number = !digits.empty() && dialog::CountDigits(digits) == digits.size();
+    if (is_number && dialog::NumberOf(digits) <= dialog::kLargestNumber) return {disk, dialog::NumberOf(digits)};
     return {OwnDisk(disk, name), 0};
 }
 
-MessageSource FindMessages(const std::string& place, Library& library, DiskNames& names) {
+MessageSource FindMessages(const std::string& place, library::Library& library, DiskNames& names) {
     MessageSource source{place, {}, {}, {}};
     std::vector<std::string> files;
     fs::path directory(place);
@@ -112,14 +112,14 @@ MessageSource FindMessages(const std::string& place, Library& library, DiskNames
     source.directory = directory.string();
     source.font_directory = FontsOf(directory);
     const std::string disk = names.NameOf(library, directory.string());
-    std::set<RecordingKey> taken;
+    std::set<library::RecordingKey> taken;
     for (const std::string& file : files) {
         const std::string name = fs::path(file).filename().string();
-        RecordingKey key = KeyOf(disk, name);
+        library::RecordingKey key = KeyOf(disk, name);
         if (!taken.insert(key).second) key = {OwnDisk(disk, name), key.number};
         source.messages.push_back({file, key});
     }
     return source;
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

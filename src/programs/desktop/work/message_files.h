@@ -5,7 +5,7 @@
 
 #include "host/library/library.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// What a file is to this program.
 enum class FileKind { kMessage, kFont, kOther, kUnreadable };
@@ -20,7 +20,7 @@ class DiskNames {
     /// directory under, else a fresh one, made of the disk's or the directory's own name.
     /// @param directory  absolute, this system's.
     /// @throws LibraryError
-    std::string NameOf(Library& library, const std::string& directory);
+    std::string NameOf(library::Library& library, const std::string& directory);
 
   private:
     struct Given {
@@ -32,12 +32,12 @@ class DiskNames {
 /// What a message file is recorded under: the number behind the dot of its name. A file without one, or with one that
 /// can't be recorded, has number 0 of a disk of its own.
 /// @param disk  of its directory. @param name  of the file, without its directory.
-RecordingKey KeyOf(const std::string& disk, const std::string& name);
+library::RecordingKey KeyOf(const std::string& disk, const std::string& name);
 
 /// One message file, and what it is recorded under.
 struct MessageFile {
     std::string path;  ///< absolute, this system's.
-    RecordingKey key;
+    library::RecordingKey key;
 };
 
 /// Messages of one directory. Paths are absolute and this system's.
@@ -50,6 +50,6 @@ struct MessageSource {
 
 /// Finds the messages of a disk (a directory with MESSAGES in it), of any other directory, or the one of a file.
 /// @throws LibraryError, std::filesystem::filesystem_error for a directory that can't be read.
-MessageSource FindMessages(const std::string& place, Library& library, DiskNames& names);
+MessageSource FindMessages(const std::string& place, library::Library& library, DiskNames& names);
 
-}  // namespace desktop
+}  // namespace zel::desktop

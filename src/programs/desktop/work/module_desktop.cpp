@@ -1,9 +1,9 @@
 #include "programs/desktop/work/module_desktop.h"
 
-#include "platform/framework/cdialog.h"
 #include "module/tools/zel_trans_batch.h"
+#include "platform/framework/cdialog.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -22,8 +22,8 @@ class OpenDialogs {
 }  // namespace
 
 void ModuleDesktop::RunModal(CDialog& dialog) {
-    const OpenDialogs batch(m_batches, dialog.GetTemplateId() == kBatchDialog ? 1 : 0);
+    const OpenDialogs batch(m_batches, dialog.GetTemplateId() == tools::kBatchDialog ? 1 : 0);
     QtDesktop::RunModal(dialog);
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

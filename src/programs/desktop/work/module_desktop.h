@@ -2,7 +2,7 @@
 
 #include "programs/desktop/qt_desktop.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 /// The screen of this program, which knows whether the module's batch dialog is open.
 class ModuleDesktop : public QtDesktop {
@@ -16,4 +16,4 @@ class ModuleDesktop : public QtDesktop {
     int m_batches = 0;
 };
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -6,7 +6,7 @@
 
 #include "base/whole_file.h"
 
-namespace desktop {
+namespace zel::desktop {
 
 namespace {
 
@@ -29,7 +29,7 @@ bool MakeOwn(const std::string& own) {
     try {
         fs::create_directories(own);
         for (const auto& [name, text] : kEmptyLists) {
-            if (!fs::exists(fs::path(own) / name)) WriteWholeFile(fs::path(own) / name, text);
+            if (!fs::exists(fs::path(own) / name)) base::WriteWholeFile(fs::path(own) / name, text);
         }
         return true;
     } catch (const std::exception&) {
@@ -55,4 +55,4 @@ std::string NameListsFor(const std::string& chosen, const std::vector<std::strin
     return own.size() <= kLongestDirectory && MakeOwn(own) ? own : std::string();
 }
 
-}  // namespace desktop
+}  // namespace zel::desktop

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace desktop {
+namespace zel::desktop {
 
 /// Whether a directory has one of the two name lists, bitstream_fontlist.txt and typeface_list.txt.
 bool HasNameLists(const std::string& directory);
@@ -17,4 +17,4 @@ bool HasNameLists(const std::string& directory);
 /// @return empty when the program's own can't be made.
 std::string NameListsFor(const std::string& chosen, const std::vector<std::string>& near, const std::string& own);
 
-}  // namespace desktop
+}  // namespace zel::desktop

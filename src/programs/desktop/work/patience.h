@@ -2,9 +2,9 @@
 
 #include <chrono>
 
-namespace desktop {
+namespace zel::desktop {
 
 /// How long the windows stand still at most for another program that holds the library.
 inline constexpr auto kPatience = std::chrono::milliseconds(400);
 
-}  // namespace desktop
+}  // namespace zel::desktop
