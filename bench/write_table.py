@@ -4,12 +4,13 @@ import json
 import os
 import re
 import sys
+import textwrap
 
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6}
 
 
 def read(path):
-    """The least processor time of each benchmark in nanoseconds, and the counters of its last run."""
+    """The minimum processor time of each benchmark in nanoseconds, and the counters of its last run."""
     times, counters = {}, {}
     for run in json.load(open(path))["benchmarks"]:
         if run.get("error_occurred"):
@@ -32,8 +33,8 @@ def shown(nanoseconds):
     return f"{nanoseconds:.3g} ns"
 
 
-# What is measured, its benchmark, and for each baseline: what it is, its benchmark, the reach, and whether the reach is
-# how many times faster ("faster") or at most how many times slower ("within") the module has to be.
+# What is measured, its benchmark, and for each baseline: what it is, its benchmark, the target, and the target's kind:
+# the module is at least that many times faster ("faster") or takes at most that many times as long ("within").
 ROWS = [
     ("A stored glyph's pixels, converted and flipped: all 65,536 pairs", "stored/pairs/module",
      [("the formula in doubles", "stored/pairs/stated", 8, "faster"), ("QImage", "stored/pairs/qimage", 2, "faster"),
@@ -66,18 +67,19 @@ ROWS = [
 
 
 def table(times):
-    lines = ["| what | time | baseline | its time | ratio | reach | had |", "|---|---|---|---|---|---|---|"]
+    lines = ["| what | time | baseline | its time | ratio | target | met |", "|---|---|---|---|---|---|---|"]
     for what, name, baselines in ROWS:
-        for index, (baseline, baseline_name, reach, kind) in enumerate(baselines):
+        for index, (baseline, baseline_name, target, kind) in enumerate(baselines):
             if name not in times or baseline_name not in times:
                 continue
             mine, other = times[name], times[baseline_name]
             ratio = other / mine if kind == "faster" else mine / other
-            had = "" if reach is None else "yes" if (ratio >= reach if kind == "faster" else ratio <= reach) else "no"
-            wanted = "" if reach is None else f"{'at least' if kind == 'faster' else 'at most'} {reach:.3g}"
+            is_met = target is not None and (ratio >= target if kind == "faster" else ratio <= target)
+            met = "" if target is None else "yes" if is_met else "no"
+            bound = "" if target is None else f"{'at least' if kind == 'faster' else 'at most'} {target:.3g}"
             first = (what, shown(mine)) if index == 0 else ("", "")
             lines.append(f"| {first[0]} | {first[1]} | {baseline} | {shown(other)} | {ratio:.2f} "
-                         f"{'faster' if kind == 'faster' else 'times'} | {wanted} | {had} |")
+                         f"{'times faster' if kind == 'faster' else 'times as long'} | {bound} | {met} |")
     return lines
 
 
@@ -86,12 +88,17 @@ def per_unit(times, counters, memory):
     few, many = (memory[f"memory/{n}"]["KiB"] / 1024 for n in (10, 9999))
     character = times["walk/text_form"] / 720
     return [
-        f"- A run code of an anti-aliased glyph takes {code:.2f} ns; the reach is 3 ns: "
-        f"{'had' if code <= 3 else 'not had'}.",
-        f"- A character of the walk takes {character:.1f} ns as text, which is {1000 / character:.0f} million a second.",
-        f"- A batch of 10 messages with pictures takes {few:.1f} MiB at most and one of 9,999 takes {many:.1f} MiB; the "
-        f"reach is 8 MiB of difference: {'had' if many - few <= 8 else 'not had'}.",
+        f"- A run code of an anti-aliased glyph takes {code:.2f} ns; the target of 3 ns is "
+        f"{'met' if code <= 3 else 'not met'}.",
+        f"- A character of the walk takes {character:.1f} ns as text, which is {1000 / character:.0f} million per "
+        "second.",
+        f"- A batch of 10 messages with pictures takes at most {few:.1f} MiB, one of 9,999 at most {many:.1f} MiB; the "
+        f"target of 8 MiB of difference is {'met' if many - few <= 8 else 'not met'}.",
     ]
+
+
+def filled(text):
+    return textwrap.fill(text, 120, subsequent_indent="  " if text.startswith("- ") else "", break_on_hyphens=False)
 
 
 def processor():
@@ -107,12 +114,14 @@ def main():
     times.update(read(os.path.join(results, "host.json"))[0])
     memory = read(os.path.join(results, "memory.json"))[1]
     notes = open(os.path.join(os.path.dirname(__file__), "notes.md")).read().strip()
-    print("# Performance\n\nWritten by `scripts/bench`; the text below the numbers is `bench/notes.md`. Each row stands "
-          "beside its baselines from\nthe same run, and each time is the least processor time of several repetitions.\n")
+    print("# Performance\n")
+    print(filled("Written by `scripts/bench`; the text below the numbers is `bench/notes.md`. Each row is compared "
+                 "with baselines from the same run. Each time is the minimum processor time of several repetitions."))
+    print()
     print(f"Machine: {os.cpu_count()} cores, {processor()}; g++, `-O2`.\n")
     print("\n".join(table(times)))
     print()
-    print("\n".join(per_unit(times, counters, memory)))
+    print("\n".join(filled(line) for line in per_unit(times, counters, memory)))
     print("\n" + notes)
 
 

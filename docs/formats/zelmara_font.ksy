@@ -6,9 +6,9 @@ meta:
   bit-endian: be
   encoding: windows-1252
 doc: |
-  A bitmap font of 192 characters. The file's name is a dot and the font's number, in four digits as a rule (`.0012`).
-  Bit fields are packed from the top bit of a byte down. A field that begins with `carried_` is converted or kept, one that
-  begins with `unread_` isn't looked at; in both the offset in the record, or the byte and its bits, follow.
+  A bitmap font of 192 characters. The file name is a dot and the font's number, usually in four digits (`.0012`). Bit
+  fields are packed from the most significant bit down. A field with the prefix `carried_` is converted or kept, but not
+  interpreted; a field with the prefix `unread_` is ignored. The offset in the record, or the byte and its bits, follow.
 doc-ref: docs/formats.md
 
 seq:
@@ -19,7 +19,7 @@ seq:
       expr: psos_header.file_type == file_type::font
   - id: font_header
     type: font_header
-    doc: Names, measures, and the sizes of the sections that follow.
+    doc: Names, metrics, and the sizes of the following sections.
   - id: character_directory
     type: char_entry
     repeat: expr
@@ -35,20 +35,20 @@ seq:
   - id: first_sample_block
     type: sample_block
     if: font_header.is_sample_first and font_header.encoding_size != 0 and font_header.sample_present != 0
-    doc: A sample block in its early place. The one in the usual place follows all the same, and replaces it.
+    doc: A sample block in its early place. It is replaced by the one in the usual place.
   - id: aux_block
     size: font_header.aux_block_size
     if: font_header.aux_block_size != 0
-    doc: Auxiliary block, kept as it stands. A negative size is refused.
+    doc: Auxiliary block, kept unchanged. A negative size is rejected.
   - id: word_table
     type: word_table
     size: font_header.word_table_bytes
     if: font_header.word_table_bytes != 0
-    doc: A table of words. A negative size is refused.
+    doc: A table of words. A negative size is rejected.
   - id: char_table_a
     size: 384
     if: font_header.has_char_tables
-    doc: First character table, two bytes for each character, kept as it stands.
+    doc: First character table, two bytes for each character, kept unchanged.
   - id: char_table_b
     size: 384
     if: font_header.has_char_tables
@@ -62,8 +62,8 @@ seq:
     repeat: expr
     repeat-expr: 192
     doc: |
-      By character code. Only a directory entry of kind 170 takes bytes, so that the records stand back to back in the
-      directory's order. Bytes behind the last record aren't read.
+      By character code. Only a directory entry of kind 170 has a record, so the records are in the directory's order,
+      without gaps. Bytes after the last record are ignored.
 
 instances:
   run_coded_glyphs:
@@ -75,27 +75,27 @@ instances:
 
 types:
   psos_header:
-    doc: The header that opens message, font and RGBA files alike, 136 bytes.
+    doc: The header of message, font and RGBA files, 136 bytes.
     seq:
       - id: file_type
         type: u4
         enum: file_type
-        doc: What the file holds.
+        doc: Contents of the file.
       - id: carried_4
         type: u4
         doc: Converted, not read.
       - id: type_name
         type: strz
         size: 128
-        doc: Text, NUL-terminated or as long as the field; read to word a refusal.
+        doc: Text, NUL-terminated or as long as the field; used in error messages only.
 
   font_header:
-    doc: 128 bytes at file offset 136. Heights and offsets are lines, widths pixels, sizes bytes.
+    doc: 128 bytes at file offset 136. Heights, offsets and widths are pixels, sizes bytes.
     seq:
       - id: font_name
         type: strz
         size: 70
-        doc: '"TT " in front stands for an installed typeface; may hold " Bold" and " Italic".'
+        doc: 'The prefix "TT " means an installed typeface; may contain " Bold" and " Italic".'
       - id: font_id_text
         type: str
         size: 4
@@ -105,17 +105,17 @@ types:
         doc: Not read.
       - id: font_height
         type: s2
-        doc: Height of the font, edge included.
+        doc: Height of the font, including the edge.
       - id: row_top_offset
         type: s2
-        doc: With row_inset, the row_top of a row that is set in this font.
+        doc: Plus row_inset, the row_top of a row that is set in this font.
       - id: carried_82
         type: u2
         doc: Converted, not read.
       - id: edge_type
         type: b4
         enum: edge_type
-        doc: Kind of the edge; exchanged with edge_direction in memory.
+        doc: Kind of the edge; swapped with edge_direction in memory.
       - id: edge_direction
         type: b4
         doc: 0 to 7 are 135, 180, 225, 270, 315, 0, 45 and 90 degrees.
@@ -142,7 +142,7 @@ types:
         doc: Size of the auxiliary block.
       - id: font_flags
         type: u2
-        doc: 18 as a whole, else bits; is_sample_first, is_plain and has_char_tables tell them.
+        doc: The value 18, or bits; see is_sample_first, is_plain and has_char_tables.
       - id: carried_106
         type: u2
         repeat: expr
@@ -153,26 +153,26 @@ types:
         doc: Added to both limits of a row that is set in this font.
       - id: word_table_size
         type: u4
-        doc: Size of the word table; a font's own reader takes the low 16 bits only, the passing over of a flash font all 32.
+        doc: Size of the word table. A font uses the low 16 bits only; skipping a flash font uses all 32.
       - id: sample_present
         type: u2
-        doc: Not 0 with a sample block in the file.
+        doc: Not 0 if the file has a sample block.
       - id: unread_126
         type: u2
         doc: Not read.
     instances:
       is_sample_first:
         value: font_flags == 18
-        doc: Encoding data and a sample block stand straight after the directory.
+        doc: Encoding data and a sample block directly follow the directory.
       is_plain:
         value: (font_flags & 0x20) != 0
         doc: Encoding data without a sample block before the other sections. A font without this bit is reported.
       has_char_tables:
         value: (font_flags & 0x04) != 0
-        doc: The two character tables are there.
+        doc: The two character tables are present.
       leaves_empty_rows:
         value: (font_flags & 0x50) != 0
-        doc: Bit 0x10 or 0x40; an empty row doesn't take its limits from such a font.
+        doc: Bit 0x10 or 0x40; an empty row does not take its limits from such a font.
       word_table_bytes:
         value: '(word_table_size & 0x7fff) - (word_table_size & 0x8000)'
         doc: The low 16 bits of word_table_size, signed.
@@ -182,7 +182,7 @@ types:
     seq:
       - id: glyph_kind
         type: u1
-        doc: 170 a stored bitmap glyph; else with bit 0x02 or 0x40 a run-coded glyph; else no glyph.
+        doc: 170 a stored bitmap glyph; otherwise with bit 0x02 or 0x40 a run-coded glyph; otherwise no glyph.
       - id: unread_1
         type: u1
         doc: Not read.
@@ -194,25 +194,25 @@ types:
         doc: Carried.
       - id: glyph_top
         type: b10
-        doc: Lines that are taken from the character's vertical position.
+        doc: Pixels that are subtracted from the character's vertical position.
       - id: glyph_metric
         type: b10
-        doc: A measure for the host.
+        doc: A metric for the host.
       - id: glyph_offset
         type: u4
         doc: |
-          Run-coded glyph - byte offset of its first code in the encoding data. Stored glyph - replaced on loading by the file
+          Run-coded glyph - byte offset of its first code in the encoding data. Stored glyph - set on loading to the file
           position of its record.
     instances:
       is_stored:
         value: glyph_kind == 170
-        doc: A stored bitmap glyph; this test comes first, since 170 has bit 0x02 set.
+        doc: A stored bitmap glyph; tested first, since 170 has bit 0x02 set.
       is_run_coded:
         value: glyph_kind != 170 and (glyph_kind & 0x42) != 0
         doc: A run-coded glyph.
 
   encoding_block:
-    doc: Run codes, reached from the directory; run_coded_glyphs reads them.
+    doc: Run codes, located by the directory; run_coded_glyphs reads them.
 
   run_coded_glyph:
     doc: The run codes of one character.
@@ -231,34 +231,34 @@ types:
           _root.character_directory[char_code].is_run_coded and
           (_root.font_header.is_sample_first or _root.font_header.is_plain)
         doc: |
-          The last code is the word 0. A reader stops at the latest after 500 lines, or after 500 runs in one line, and where
-          the encoding data ends.
+          The last code is the word 0. A reader stops at the latest after 500 lines, after 500 runs in one line, or at the
+          end of the encoding data.
 
   run_code:
-    doc: 32 bits. The word 0 ends the glyph; every other word is taken by its operation.
+    doc: 32 bits. The word 0 ends the glyph; the operation determines the meaning of any other word.
     seq:
       - id: stay
         type: b1
-        doc: Draw one pixel and don't move (operations colour and blended).
+        doc: Draw one pixel and do not move (operations colour and blended).
       - id: unread_bits30to24
         type: b7
         doc: Not read.
       - id: colour_index
         type: b8
-        doc: Entry of the character's colour set; of the default colours, 1 the face, 2 the edge, 3 the background.
+        doc: Entry of the character's colour set; with the default colours, 1 the face, 2 the edge, 3 the background.
       - id: level
         type: b8
         doc: Alpha of the run.
       - id: count_field
         type: b5
-        doc: 32 less the number of pixels.
+        doc: 32 minus the number of pixels.
       - id: unread_bit2
         type: b1
         doc: Not read.
       - id: operation
         type: b2
         enum: run_operation
-        doc: What the run does.
+        doc: Effect of the run.
     instances:
       count:
         value: 32 - count_field
@@ -270,7 +270,7 @@ types:
         doc: The word is 0.
 
   word_table:
-    doc: 16-bit words; the last byte of an odd size stays as it is.
+    doc: 16-bit words; the last byte of an odd size is unchanged.
     seq:
       - id: words
         type: u2
@@ -279,7 +279,7 @@ types:
         doc: Converted, not read.
 
   sample_block:
-    doc: Two samples behind a head of 10 bytes; kept for the host.
+    doc: Two samples after a head of 10 bytes; kept for the host.
     seq:
       - id: head
         type: sample_head
@@ -288,7 +288,7 @@ types:
         size: head.width_a
         repeat: expr
         repeat-expr: head.height_a
-        doc: Rows of the first sample, none for a height of 0 or below. A row of no bytes is refused.
+        doc: Rows of the first sample, none for a height of 0 or below. A row of 0 bytes is rejected.
       - id: rows_b
         size: head.width_b
         repeat: expr
@@ -327,7 +327,7 @@ types:
         doc: Present for a directory entry of kind 170.
 
   stored_glyph:
-    doc: A stored bitmap glyph, and what an RGBA file (type 714 or 717) holds behind its Psos file header.
+    doc: A stored bitmap glyph; an RGBA file (type 714 or 717) has one after its Psos file header.
     seq:
       - id: head
         type: stored_glyph_head
@@ -342,7 +342,7 @@ types:
     seq:
       - id: length
         type: u4
-        doc: Bytes of the record, these 4 included.
+        doc: Bytes of the record, including these 4.
       - id: flag
         type: b1
         doc: A flag for the host.
@@ -360,7 +360,7 @@ types:
         doc: Height in pixels.
 
   stored_pixels:
-    doc: width x height pixels, top row first, each row directly behind the one before.
+    doc: width x height pixels, top row first, rows without gaps.
     params:
       - id: width
         type: s4
@@ -376,20 +376,20 @@ types:
         doc: The pixels.
 
   stored_pixel:
-    doc: 4 bytes. A colour byte above its alpha counts as its alpha; a pixel of alpha 0 is empty.
+    doc: 4 bytes. A colour byte above its alpha is limited to it; a pixel of alpha 0 is empty.
     seq:
       - id: alpha
         type: u1
         doc: 0 transparent, 255 opaque.
       - id: blue
         type: u1
-        doc: Multiplied by alpha.
+        doc: Premultiplied by alpha.
       - id: green
         type: u1
-        doc: Multiplied by alpha.
+        doc: Premultiplied by alpha.
       - id: red
         type: u1
-        doc: Multiplied by alpha.
+        doc: Premultiplied by alpha.
 
 enums:
   file_type:
@@ -411,7 +411,7 @@ enums:
       doc: Pixels of a colour.
     2:
       id: blended
-      doc: Pixels of a colour, mixed once with what the first of them holds.
+      doc: Pixels of a colour, blended once with the existing first pixel.
     3:
       id: end_of_line
       doc: The rest of the line is empty; the next code begins a new one.

@@ -8,9 +8,9 @@ meta:
   imports:
     - zelmara_font
 doc: |
-  A column of rows of placed, coloured characters. Bit fields are packed from the top bit of a byte down. A field that begins
-  with `carried_` is converted or kept, one that begins with `unread_` isn't looked at; in both the offset in the record, or
-  the byte and its bits, follow. Positions are pixels and lines of the whole picture, blanked lines included.
+  A column of rows of positioned, coloured characters. Bit fields are packed from the most significant bit down. A field
+  with the prefix `carried_` is converted or kept, but not interpreted; a field with the prefix `unread_` is ignored. The
+  offset in the record, or the byte and its bits, follow. Positions are pixels of the whole picture, including blanked lines.
 doc-ref: docs/formats.md
 
 seq:
@@ -25,7 +25,7 @@ seq:
   - id: flash_font
     type: flash_font
     if: msg_flags.has_flash_font
-    doc: A font within the message; passed over.
+    doc: A font within the message; skipped.
   - id: msg_header
     type: msg_header
     doc: Number of rows, frame and fonts.
@@ -37,15 +37,15 @@ seq:
   - id: palette
     type: palette
     if: msg_flags.has_palette
-    doc: Colours; without it the default palette holds.
+    doc: Colours; without it the default palette is used.
   - id: background
     type: background
     if: msg_flags.has_background
-    doc: Passed over.
+    doc: Skipped.
   - id: tab_table
     type: tab_table
     if: msg_flags.has_tab_table
-    doc: Named stretches of rows. Bytes behind the last section aren't read.
+    doc: Named parts of rows. Bytes after the last section are ignored.
 
 types:
   msg_flags:
@@ -53,22 +53,22 @@ types:
     seq:
       - id: is_pal
         type: b1
-        doc: section_flags 0x8000. PAL, 576 lines, line offset 33; clear NTSC, 486 lines, line offset 20.
+        doc: section_flags 0x8000. PAL, 576 active lines, line offset 33; clear NTSC, 486 active lines, line offset 20.
       - id: unread_bits14to9
         type: b6
-        doc: Not tested.
+        doc: Ignored.
       - id: has_flash_font
         type: b1
         doc: section_flags 0x0100.
       - id: unread_bits7to6
         type: b2
-        doc: Not tested.
+        doc: Ignored.
       - id: has_tab_table
         type: b1
         doc: section_flags 0x0020.
       - id: unread_bits4to2
         type: b3
-        doc: Not tested.
+        doc: Ignored.
       - id: has_background
         type: b1
         doc: section_flags 0x0002.
@@ -92,15 +92,15 @@ types:
         doc: Not used.
       - id: font_header
         type: zelmara_font::font_header
-        doc: Only encoding_size and word_table_size count, the latter with all its 32 bits.
+        doc: Only encoding_size and word_table_size are used, the latter with all its 32 bits.
       - id: character_directory
         type: zelmara_font::char_entry
         repeat: expr
         repeat-expr: 192
-        doc: Passed over.
+        doc: Skipped.
       - id: data
         size: font_header.encoding_size + font_header.word_table_size
-        doc: Passed over.
+        doc: Skipped.
 
   msg_header:
     doc: Message values, 26 words of 16 bits.
@@ -113,19 +113,19 @@ types:
         doc: Converted, not read.
       - id: last_row
         type: u2
-        doc: Index of the last row; the message has one row more.
+        doc: Index of the last row; the message has one more row than that.
       - id: frame_left
         type: u2
-        doc: Pixels; x of a row without characters.
+        doc: Pixels; x position of a row without characters.
       - id: frame_top
         type: u2
-        doc: Lines; held less the line offset, in 16 bits.
+        doc: Pixels; in memory minus the line offset, modulo 65536.
       - id: frame_right
         type: u2
         doc: Pixels; carried.
       - id: frame_bottom
         type: u2
-        doc: Lines; held less the line offset, in 16 bits; carried.
+        doc: Pixels; in memory minus the line offset, modulo 65536; carried.
       - id: carried_14
         type: u2
         repeat: expr
@@ -138,17 +138,17 @@ types:
         doc: The font number of each slot, 65535 for a slot without a font.
 
   row:
-    doc: A head, and the characters that the row has.
+    doc: A head, and the characters of the row.
     seq:
       - id: head
         type: row_head
-        doc: Place and limits of the row, and the start of its chain.
+        doc: Position and limits of the row, and the start of its chain.
       - id: characters
         type: character
         repeat: expr
         repeat-expr: head.char_count
         if: not head.row_empty
-        doc: At most 63. The chain, not their order here, gives the reading order.
+        doc: At most 63. The chain gives the reading order, not the order of the records.
 
   row_head:
     doc: 8 bytes, b0 to b7.
@@ -161,7 +161,7 @@ types:
         doc: word0 bit 1 in memory.
       - id: row_empty
         type: b1
-        doc: No character records follow, whatever char_count says.
+        doc: No character records follow, whatever char_count is.
       - id: carried_b0_bit4
         type: b1
         doc: word0 bit 3 in memory.
@@ -173,19 +173,19 @@ types:
         doc: word0 bit 5 in memory.
       - id: row_y
         type: b10
-        doc: Vertical position of the row, lines.
+        doc: Vertical position of the row, pixels.
       - id: first_char
         type: b6
         doc: Index of the first record of the chain, 0 to 62.
       - id: row_top
         type: b10
-        doc: Upper limit of the row, lines below row_y.
+        doc: Upper limit of the row, pixels below row_y.
       - id: char_count
         type: b6
         doc: Number of character records, and steps of a walk along the chain.
       - id: row_bottom
         type: b10
-        doc: Lower limit of the row, lines below row_y.
+        doc: Lower limit of the row, pixels below row_y.
       - id: unread_b6_bits7to5
         type: b3
         doc: Dropped.
@@ -231,10 +231,10 @@ types:
         doc: word1 bit 2 in memory.
       - id: colour_set
         type: b3
-        doc: Which of the eight colour sets colours the character.
+        doc: Colour set of the character, one of eight.
       - id: char_y
         type: b10
-        doc: Vertical position in the row, lines.
+        doc: Vertical position in the row, pixels.
       - id: char_font
         type: b6
         doc: Font slot, valid below 16.
@@ -253,25 +253,25 @@ types:
     seq:
       - id: palette_lead
         type: u2
-        doc: Carried as it stands, not converted.
+        doc: Carried unconverted.
       - id: palette_words
         type: u2
         valid:
           min: 1
-        doc: Words of 16 bits that follow, 512 for all entries. Of more only 512 are read; 0 is refused.
+        doc: Number of 16-bit words that follow, 512 for all entries. At most 512 are read; 0 is rejected.
       - id: entries
         type: palette_entry
         repeat: expr
         repeat-expr: words_read / 2
-        doc: Entry e of set s is number 32 x s + e. Those that the section doesn't reach are 0.
+        doc: Entry e of set s is number 32 x s + e. Entries beyond the section are 0.
       - id: half_entry
         type: u2
         if: words_read % 2 != 0
-        doc: Green and blue of one more entry, where the number of words is odd.
+        doc: Green and blue of one more entry, if the number of words is odd.
     instances:
       words_read:
         value: 'palette_words < 512 ? palette_words : 512'
-        doc: Words that a reader takes.
+        doc: Words that are read.
 
   palette_entry:
     doc: A colour, 4 bytes.
@@ -284,24 +284,24 @@ types:
         doc: Second byte.
       - id: unread_2
         type: u1
-        doc: Not read; 255 as a rule.
+        doc: Not read; usually 255.
       - id: red
         type: u1
         doc: Lowest byte of the entry.
 
   background:
-    doc: A tag and as many words as it says.
+    doc: A tag, and words whose number it determines.
     seq:
       - id: tag
         type: u2
         valid:
           any-of: [0xbbbb, 0xbbbc, 0xbbbd]
-        doc: Fixes the length; another tag is refused.
+        doc: Determines the length; any other tag is rejected.
       - id: words
         type: u2
         repeat: expr
         repeat-expr: 'tag == 0xbbbb ? 1536 : tag == 0xbbbc ? 1154 : 974'
-        doc: Passed over.
+        doc: Skipped.
 
   tab_table:
     doc: A head of 6 bytes and the records.
@@ -309,12 +309,12 @@ types:
       - id: tab_version
         type: u2
         valid: 2
-        doc: Other versions are refused.
+        doc: Other versions are rejected.
       - id: tab_words
         type: u2
         valid:
           max: 2612
-        doc: Size of the records in words of 16 bits; more than 200 records are refused.
+        doc: Size of the records in 16-bit words; more than 200 records are rejected.
       - id: unread_4
         type: u2
         doc: Not read.
@@ -329,7 +329,7 @@ types:
     seq:
       - id: tab_start
         type: u2
-        doc: Left end, in the pixels of char_x; held 7 higher.
+        doc: Left end, pixels, in the units of char_x; 7 higher in memory.
       - id: tab_end
         type: u2
         doc: Right end, likewise.
@@ -339,7 +339,7 @@ types:
       - id: tab_name
         type: strz
         size: 17
-        doc: '"un-named" stands for none. Needn''t be terminated.'
+        doc: '"un-named" means no name. May lack a NUL.'
       - id: tab_row
         type: b6
         doc: Row of the field, 0 to 63; tab_bits 5 to 0 in memory.
@@ -348,7 +348,7 @@ types:
         doc: Carried; tab_bits 9 to 6 in memory.
       - id: tab_font
         type: b5
-        doc: Font slot, 16 and above name none; tab_bits 14 to 10 in memory.
+        doc: Font slot, 16 and above mean none; tab_bits 14 to 10 in memory.
       - id: tab_colour
         type: b4
         doc: The low 3 bits are a colour set; tab_bits 18 to 15 in memory.
