@@ -8,6 +8,7 @@
 
 #include "host/host_disk.h"
 #include "host/trace.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
@@ -100,8 +101,8 @@ TEST_F(ImportRun, ShowsTheOptionsInTheDialog) {
     CString message(system::ModulePath(m_request.message).c_str()), fonts;
     CZelTransDlg dialog(message, fonts);
     const script::DialogDriver user(dialog);
-    EXPECT_TRUE(user.IsChecked(kTrueFontCheck));
-    EXPECT_FALSE(user.IsChecked(kBaselineAlignCheck));
+    EXPECT_TRUE(user.IsChecked(ImportControl::kTrueFontCheck));
+    EXPECT_FALSE(user.IsChecked(ImportControl::kBaselineAlignCheck));
 }
 
 TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/font/format/font_blocks.h"
 #include "module/state/module_state.h"
@@ -100,8 +101,8 @@ void ModuleTest::Import(const std::string& name) {
 void ModuleTest::RunDialog(std::function<void(script::DialogDriver&, CZelTransDlg&)> user) {
     desktop.HandleDialog(kImportDialog, [&user](CDialog& dialog) {
         script::DialogDriver driver(dialog);
-        driver.Type(kFontDirBox, "D:\\MACHINE");
-        driver.Type(kMessageDirBox, "D:\\MESSAGES");
+        driver.Type(ImportControl::kFontDirBox, "D:\\MACHINE");
+        driver.Type(ImportControl::kMessageDirBox, "D:\\MESSAGES");
         user(driver, static_cast<CZelTransDlg&>(dialog));
     });
     CZelTransExport().ZelTranslation(&m_host);

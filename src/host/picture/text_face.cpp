@@ -164,12 +164,12 @@ class TextFaces::Library {
         if (FT_Get_Glyph(face->glyph, &loaded) != 0) return std::nullopt;
         GlyphHandle outline(loaded);
         TextGlyph glyph;
-        if (edge != nullptr && edge->edge_type == translate::kEdgeBorder)
+        if (edge != nullptr && translate::EdgeType{edge->edge_type} == translate::EdgeType::kBorder)
             glyph.edge = Border(*outline, edge->edge_size);
         glyph.face = Render(std::move(outline));
-        if (edge != nullptr && edge->edge_type == translate::kEdgeShadow) {
+        if (edge != nullptr && translate::EdgeType{edge->edge_type} == translate::EdgeType::kShadow) {
             glyph.edge = DrawnOutAlong(glyph.face, WayOfEdge(edge->edge_angle, edge->edge_size));
-        } else if (edge != nullptr && edge->edge_type == translate::kEdgeOffset) {
+        } else if (edge != nullptr && translate::EdgeType{edge->edge_type} == translate::EdgeType::kOffset) {
             glyph.edge = MovedBy(glyph.face, WayOfEdge(edge->edge_angle, edge->edge_size));
         }
         return glyph;

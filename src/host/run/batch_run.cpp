@@ -9,11 +9,11 @@
 #include "host/run/failure_text.h"
 #include "host/run/file_trouble.h"
 #include "host/run/import_run.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/host_messages.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/dialog/id_text.h"
-#include "module/tools/zel_trans_batch.h"
 #include "platform/system/files.h"
 
 namespace zel::run {
@@ -95,11 +95,11 @@ bool BatchWatch::EscapePressed() {
 }
 
 void BatchWatch::AfterRead() {
-    if (m_main != nullptr && m_main->m_iStatus != kImportFinished) Settle(Failed(m_main->m_iStatus));
+    if (m_main != nullptr && m_main->m_iStatus != ImportStatus::kFinished) Settle(Failed(m_main->m_iStatus));
 }
 
 host::BatchItem BatchWatch::Failed(int status) const {
-    const bool was_found = status == kLoadFailed || status == kFontPromptCancelled;
+    const bool was_found = status == ImportStatus::kLoadFailed || status == ImportStatus::kFontPromptCancelled;
     ImportRequest import;
     import.message =
         MessageDirectoryOf(m_request.disk) + "/" + (was_found ? m_main->m_sMessageID.GetString() : NameOf(m_number));
@@ -109,7 +109,7 @@ host::BatchItem BatchWatch::Failed(int status) const {
     const auto& boxes = m_desktop.Boxes();
     outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
     const ImportPaths paths = PathsOf(import);
-    if (status == kMessageNotFound && !IsThere(paths.message) &&
+    if (status == ImportStatus::kMessageNotFound && !IsThere(paths.message) &&
         !IsThere(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
         return {m_number, host::ItemOutcome::kMissing, {}};
     }
@@ -163,9 +163,9 @@ void Batch::DriveMainDialog(CDialog& dialog) {
     script::DialogDriver user(dialog);
     EnterDirectories(user, m_message_directory, m_font_directory);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
-        m_desktop.HandleDialog(tools::kBatchDialog,
+        m_desktop.HandleDialog(kBatchDialog,
                                [this](CDialog& batch) { DriveBatchDialog(batch, NumberRange(m_ranges.front())); });
-        user.Press(kBatchButton);
+        user.Press(ImportControl::kBatchButton);
         m_ranges.erase(m_ranges.begin());
     }
     user.Close();

@@ -3,8 +3,8 @@
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/run/range_entry.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_export.h"
-#include "module/tools/zel_trans_batch.h"
 #include "platform/system/files.h"
 
 namespace zel::run {
@@ -20,7 +20,7 @@ ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserv
     bool stopped = false;
     desktop.AnswerKeys(
         [&](int key) { return key == VK_ESCAPE && (stopped = stopped || (request.stop && request.stop())); });
-    desktop.HandleDialog(tools::kBatchDialog, [&](CDialog& dialog) {
+    desktop.HandleDialog(kBatchDialog, [&](CDialog& dialog) {
         if (const auto refusal = EnterRange(desktop, dialog, request.range)) {
             outcome.end = BatchEnd::kRefused;
             outcome.failure = *refusal;

@@ -45,17 +45,17 @@ std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
     if (outcome.exception) return "reading stopped: " + *outcome.exception;
     if (!outcome.status) return "the import did not begin";
     switch (*outcome.status) {
-        case kImportFinished:
+        case ImportStatus::kFinished:
             break;
-        case kBadFontDirectory:
+        case ImportStatus::kBadFontDirectory:
             return DirectoryTrouble("font", paths.font_directory);
-        case kBadMessageDirectory:
+        case ImportStatus::kBadMessageDirectory:
             return DirectoryTrouble("message", paths.message_directory);
-        case kMessageNotFound:
+        case ImportStatus::kMessageNotFound:
             return MessageTrouble(paths);
-        case kLoadFailed:
+        case ImportStatus::kLoadFailed:
             return LoadTrouble(paths, outcome);
-        case kFontPromptCancelled:
+        case ImportStatus::kFontPromptCancelled:
             return "cancelled when a font was missing";
         default:
             return "the import ended with status " + std::to_string(*outcome.status);

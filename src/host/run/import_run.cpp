@@ -2,6 +2,7 @@
 
 #include "host/module_call.h"
 #include "host/run/failure_text.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 
@@ -13,8 +14,8 @@ namespace {
 void DriveMainDialog(CDialog& dialog, const ImportPaths& paths) {
     script::DialogDriver user(dialog);
     EnterDirectories(user, paths.message_directory, paths.font_directory);
-    user.Type(kMessageIdEdit, paths.id);
-    user.Press(kReadButton);
+    user.Type(ImportControl::kMessageIdEdit, paths.id);
+    user.Press(ImportControl::kReadButton);
     user.Close();
 }
 

@@ -62,7 +62,7 @@ class BatchCommand {
   public:
     explicit BatchCommand(const BatchArguments& arguments);
 
-    int Run();
+    ExitCode Run();
 
   private:
     void LeaveOutWhatIsRecorded();
@@ -155,7 +155,7 @@ int BatchCommand::Run() {
     if (failed > 1) {
         throw CommandError(std::to_string(failed) + " numbers failed, the first: " + m_progress.FirstFailure());
     }
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void BatchCommand::WriteReport(const run::BatchOutcome& outcome) {

@@ -54,7 +54,7 @@ std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& 
            " could not be exported, the first: " + failures.front();
 }
 
-int RunExportCommand(const ExportArguments& arguments) {
+ExitCode RunExportCommand(const ExportArguments& arguments) {
     const SettingsScope settings(arguments.settings);
     library::Library library(arguments.library, library::Library::Access::kRead);
     std::unique_ptr<TraceOutput> trace;
@@ -77,7 +77,7 @@ int RunExportCommand(const ExportArguments& arguments) {
     const std::string failure = Failure(arguments, outcome, summary, shelf.Failures());
     if (!failure.empty()) throw CommandError(failure);
     if (!settings.Note().empty()) SayNote(settings.Note());
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void ListFormats() {

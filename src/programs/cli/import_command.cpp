@@ -37,7 +37,7 @@ class Import {
   public:
     explicit Import(const ImportArguments& arguments);
 
-    int Run();
+    ExitCode Run();
 
   private:
     void WritePicture(const run::ImportOutcome& outcome);
@@ -73,7 +73,7 @@ int Import::Run() {
     if (m_json && outcome.message) WriteDocument(*outcome.message);
     SayWhatArrived(outcome);
     if (!m_settings.Note().empty()) SayNote(m_settings.Note());
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void Import::WritePicture(const run::ImportOutcome& outcome) {

@@ -44,21 +44,21 @@ library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& a
     return found.front();
 }
 
-int PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
+ExitCode PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
     const auto warned = static_cast<std::size_t>(
         std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
     std::cout << arguments.library << ": " << CountOf(entries.size(), "recording")
               << (warned != 0 ? ", " + std::to_string(warned) + " with warnings" : "") << '\n'
               << LibraryTable(entries);
-    return kDone;
+    return ExitCode::kDone;
 }
 
-int ListLibrary(const LibraryArguments& arguments) {
+ExitCode ListLibrary(const LibraryArguments& arguments) {
     return PrintEntries(arguments,
                         library::Library(arguments.library, library::Library::Access::kRead).List(arguments.disk));
 }
 
-int SearchLibrary(const LibraryArguments& arguments) {
+ExitCode SearchLibrary(const LibraryArguments& arguments) {
     std::string question;
     for (const std::string& word : arguments.words) question += word + ' ';
     return PrintEntries(arguments,
@@ -131,27 +131,27 @@ void WritePart(const std::optional<std::string>& path, const std::string& bytes,
     std::cout << "wrote " << *path << '\n';
 }
 
-int ShowRecording(const LibraryArguments& arguments) {
+ExitCode ShowRecording(const LibraryArguments& arguments) {
     library::Library library(arguments.library, library::Library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": the recording has just been removed");
     if (!arguments.png && !arguments.json) PrintRecording(arguments, *recording);
     WritePart(arguments.png, recording->picture, "picture");
     WritePart(arguments.json, recording->document.empty() ? "" : recording->document + '\n', "document");
-    return kDone;
+    return ExitCode::kDone;
 }
 
-int MergeLibraries(const LibraryArguments& arguments) {
+ExitCode MergeLibraries(const LibraryArguments& arguments) {
     library::Library library(arguments.library, library::Library::Access::kWrite);
     for (const std::string& shard : arguments.shards) {
         const library::MergeCount count = library.Merge(shard);
         std::cout << shard << ": " << count.added << " added, " << count.replaced << " replaced, " << count.unchanged
                   << " there already" << std::endl;
     }
-    return kDone;
+    return ExitCode::kDone;
 }
 
-int RemoveRecording(const LibraryArguments& arguments) {
+ExitCode RemoveRecording(const LibraryArguments& arguments) {
     // A library that isn't there is no reason to make one.
     const library::RecordingKey key = [&] {
         library::Library library(arguments.library, library::Library::Access::kRead);
@@ -160,7 +160,7 @@ int RemoveRecording(const LibraryArguments& arguments) {
     library::Library(arguments.library, library::Library::Access::kWrite).Remove(key);
     std::cout << arguments.library << ": removed " << NumberName(key.number)
               << (key.disk.empty() ? "" : " of " + Named(key.disk)) << '\n';
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void AddNumber(CLI::App& command, LibraryArguments& arguments) {
@@ -184,7 +184,7 @@ void AddDisk(CLI::App& command, LibraryArguments& arguments) {
 // One command of `library`, with the library's file as its first argument.
 CLI::App& AddPart(CLI::App& library, const std::string& name, const std::string& description,
                   const std::shared_ptr<LibraryArguments>& arguments, CommandRun& run,
-                  int (*work)(const LibraryArguments&)) {
+                  ExitCode (*work)(const LibraryArguments&)) {
     CLI::App& command = *library.add_subcommand(name, description);
     command.add_option("LIBRARY", arguments->library, "the library's file")->required()->type_name("");
     command.callback([arguments, &run, work] { run = [arguments, work] { return work(*arguments); }; });
@@ -198,7 +198,7 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
     CLI::App& library = *app.add_subcommand("library", "Lists, searches, shows, merges and removes recorded messages.");
     library.require_subcommand(1);
     const auto add = [&](const std::string& name, const std::string& description,
-                         int (*work)(const LibraryArguments&)) -> CLI::App& {
+                         ExitCode (*work)(const LibraryArguments&)) -> CLI::App& {
         return AddPart(library, name, description, arguments, run, work);
     };
     AddDisk(add("list", "Lists the recordings by disk and number.", ListLibrary), *arguments);
