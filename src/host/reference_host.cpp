@@ -90,7 +90,7 @@ void RecordFonts(const CZelFont& fonts, document::MessageRecord& message) {
 
 void RecordRows(const CZelMessage& source, document::MessageRecord& message) {
     message.header = *source.m_pMsgHeader;
-    message.lines = source.m_pMsgFlags->Lines();
+    message.standard = source.m_pMsgFlags->Standard();
     message.rows.resize(static_cast<std::size_t>(message.header.RowCount()));
     for (std::size_t index = 0; index < message.rows.size(); ++index) {
         const tag_msg_row& row = source.m_pRows[index];
@@ -216,7 +216,7 @@ LRESULT ReferenceHost::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
 void ReferenceHost::SetUpDialog(CZelTransDlg& dialog) {
     m_dialog = &dialog;
     dialog.AddChangeListener(*this);
-    dialog.m_iLines = m_options.lines;
+    dialog.m_iLines = ActiveLines(m_options.standard);
     dialog.m_bTrueFont = m_options.tt_convert ? TRUE : FALSE;
     dialog.m_bBaselineAlign = m_options.baseline_align ? TRUE : FALSE;
     dialog.UpdateData(FALSE);

@@ -15,6 +15,7 @@
 #include "host/order_checker.h"
 #include "module/contract/export_window.h"
 #include "module/contract/records/char_inf.h"
+#include "module/contract/records/video_standard.h"
 #include "platform/framework/cwnd.h"
 
 class CZelTransDlg;
@@ -27,7 +28,7 @@ enum class HowCallEnded { kReturned, kException };
 
 /// What the host sets in the dialog of an import, and what it registers.
 struct HostOptions {
-    int lines = 486;  ///< active lines of the host's video standard, 486 or 576.
+    VideoStandard standard = VideoStandard::kNtsc;  ///< the host's own.
     bool tt_convert = false;
     bool baseline_align = true;
     std::optional<std::string>

@@ -111,11 +111,11 @@ TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {
     WriteMessage(message);
     m_request.road = run::ImportRoad::kDialog;
     const run::ImportOutcome warned = Import();
-    EXPECT_EQ(warned.message->lines, 576);
+    EXPECT_EQ(warned.message->standard, VideoStandard::kPal);
     ASSERT_EQ(warned.boxes.size(), 1U);
     EXPECT_THAT(warned.boxes[0].text, StartsWith("The Zelmara! message being imported is a PAL message"));
     EXPECT_TRUE(warned.Done());
-    m_request.host.lines = 576;
+    m_request.host.standard = VideoStandard::kPal;
     EXPECT_THAT(Import().boxes, IsEmpty());
 }
 

@@ -40,7 +40,7 @@ library::Recording Numbered(int number, const std::string& text = "Station ident
     recording.warnings.assign(static_cast<std::size_t>(number % 3), "font 31 is missing");
     recording.sources = {{"/disk/MESSAGES/." + std::to_string(number), {}, 700, std::string(64, 'a')},
                          {"/disk/MACHINE/.0012", 12, 900, std::string(64, 'b')}};
-    recording.lines = 576;
+    recording.standard = VideoStandard::kPal;
     recording.width = 720;
     recording.height = 576;
     recording.picture = std::string("\x89PNG\0", 5) + std::string(20000, static_cast<char>(number));
@@ -50,7 +50,8 @@ library::Recording Numbered(int number, const std::string& text = "Station ident
 std::string Dump(const library::Recording& r) {
     std::ostringstream out;
     out << r.disk << '|' << r.number << '|' << int(r.kind) << '|' << r.recorded_at << '|' << r.options << '|'
-        << r.document << '|' << r.text << '|' << r.lines << '|' << r.width << 'x' << r.height << '|' << r.picture;
+        << r.document << '|' << r.text << '|' << ActiveLines(r.standard) << '|' << r.width << 'x' << r.height << '|'
+        << r.picture;
     for (const std::string& name : r.fonts) out << "|font " << name;
     for (const std::string& warning : r.warnings) out << "|warning " << warning;
     for (const auto& f : r.fields) out << '|' << f.name << f.left << ',' << f.top << ',' << f.right << ',' << f.bottom;

@@ -188,9 +188,9 @@ void DocumentWriter::Palette() {
 
 void DocumentWriter::Head() {
     const tag_msg_header& header = m_message.header;
-    m_json.Bytes("kind", "message").Bytes("standard", m_message.lines == 576 ? "PAL" : "NTSC");
+    m_json.Bytes("kind", "message").Bytes("standard", NameOf(m_message.standard));
     // The frame is stored in 16 bits, less the lines above the picture: a frame that begins above it is below 0.
-    m_json.Number("lines", m_message.lines).Key("frame").Open('{').Number("left", header.frame_left);
+    m_json.Number("lines", ActiveLines(m_message.standard)).Key("frame").Open('{').Number("left", header.frame_left);
     m_json.Number("top", static_cast<std::int16_t>(header.frame_top)).Number("right", header.frame_right);
     m_json.Number("bottom", static_cast<std::int16_t>(header.frame_bottom)).Close('}');
 }

@@ -10,6 +10,7 @@
 #include "module/contract/records/font_memory.h"
 #include "module/contract/records/msg_header.h"
 #include "module/contract/records/tab_field.h"
+#include "module/contract/records/video_standard.h"
 #include "platform/system/types.h"
 
 namespace zel::document {
@@ -41,11 +42,11 @@ struct RowRecord {
 };
 
 struct MessageRecord {
-    std::string id;       ///< name of the message file in its directory.
-    std::string file;     ///< the message file's path, in the module's form.
-    bool rgba = false;    ///< a picture, of which nothing but the choice arrives.
-    bool object = false;  ///< of a picture: insert as object, else as background.
-    int lines = 486;      ///< active lines of the message's own video standard, 486 or 576.
+    std::string id;                                 ///< name of the message file in its directory.
+    std::string file;                               ///< the message file's path, in the module's form.
+    bool rgba = false;                              ///< a picture, of which nothing but the choice arrives.
+    bool object = false;                            ///< of a picture: insert as object, else as background.
+    VideoStandard standard = VideoStandard::kNtsc;  ///< the message's own.
     tag_msg_header header{};
     std::vector<RowRecord> rows;
     std::vector<CharacterRecord> characters;

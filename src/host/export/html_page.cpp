@@ -83,7 +83,7 @@ std::string PictureImage(ExportSubject& message) {
 
 std::string Screen(ExportSubject& message) {
     const library::Recording& recording = message.Source();
-    const std::string lines = std::to_string(FrameLines(recording.lines));
+    const std::string lines = std::to_string(ActiveLines(recording.standard));
     std::string html =
         "<svg class=\"l" + lines + "\" viewBox=\"0 0 720 " + lines + "\" preserveAspectRatio=\"none\">\n";
     if (!recording.picture.empty()) html += PictureImage(message);

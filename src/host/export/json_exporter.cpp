@@ -48,7 +48,7 @@ Json Document(const library::Recording& recording) {
             {"kind", NameOf(recording.kind)},
             {"recorded_at", recording.recorded_at},
             {"options", recording.options},
-            {"lines", recording.lines},
+            {"lines", ActiveLines(recording.standard)},
             {"text", recording.text},
             {"fonts", recording.fonts},
             {"fields", Fields(recording)},

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "module/contract/records/video_standard.h"
+
 namespace zel::library {
 
 /// What a recording shows.
@@ -38,9 +40,9 @@ struct Recording {
     std::vector<RecordedField> fields;  ///< tab fields.
     std::vector<std::string> warnings;  ///< what a person should know: missing fonts, glyphs that couldn't be drawn.
     std::vector<SourceFile> sources;    ///< the message's own file first; fonts that were found.
-    int lines = 486;                    ///< active lines of the message's video standard, 486 or 576.
-    int width = 0, height = 0;          ///< of the picture, pixels; 0 without one.
-    std::string picture;                ///< PNG with straight alpha; empty when there is none.
+    VideoStandard standard = VideoStandard::kNtsc;  ///< the message's own.
+    int width = 0, height = 0;                      ///< of the picture, pixels; 0 without one.
+    std::string picture;                            ///< PNG with straight alpha; empty when there is none.
 };
 
 /// What a recording is known by.

@@ -51,11 +51,12 @@ class Columns {
         m_file.Fail("the library is damaged: a recording is of an unknown kind");
     }
 
-    int Lines() {
+    VideoStandard Standard() {
         constexpr const char* kWhat = "number of lines";
         const int lines = Int(kWhat);
-        if (lines != 486 && lines != 576) FailAt(kWhat, lines);
-        return lines;
+        const std::optional<VideoStandard> standard = VideoStandardOf(lines);
+        if (!standard) FailAt(kWhat, lines);
+        return *standard;
     }
 
   private:
@@ -90,7 +91,7 @@ RecordingId InsertHead(LibraryFile& file, const Recording& recording) {
     base::SqliteStatement& insert = file.Kept(
         "INSERT INTO recording (disk, number, kind, recorded_at, options, lines, text) VALUES (?, ?, ?, ?, ?, ?, ?)");
     insert.Bind(recording.disk).Bind(recording.number).Bind(KindWord(recording.kind)).Bind(recording.recorded_at);
-    file.Run(insert.Bind(recording.options).Bind(recording.lines).Bind(recording.text));
+    file.Run(insert.Bind(recording.options).Bind(ActiveLines(recording.standard)).Bind(recording.text));
     return file.LastRow();
 }
 
@@ -207,7 +208,7 @@ Recording ReadRecording(LibraryFile& file, RecordingId id) {
     recording.kind = columns.Kind();
     recording.recorded_at = columns.Text();
     recording.options = columns.Text();
-    recording.lines = columns.Lines();
+    recording.standard = columns.Standard();
     recording.text = columns.Text();
     recording.document = columns.Text();
     recording.width = columns.OptionalInt("width", 1, 32767).value_or(0);

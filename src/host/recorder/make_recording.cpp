@@ -79,7 +79,7 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
     recording.kind = KindOf(arrived.message);
     recording.recorded_at = UtcNow();
     recording.options = context.options;
-    recording.lines = arrived.message.lines;
+    recording.standard = arrived.message.standard;
     AddParts(arrived.message, recording);
     if (!arrived.picture_trouble.empty()) recording.warnings.push_back(arrived.picture_trouble);
     recording.sources = SourcesOf(arrived.message, context.font_directory, digests);
@@ -92,7 +92,7 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
 }
 
 std::string DescribeOptions(const host::HostOptions& options, FileDigests& digests) {
-    std::string text = "lines=" + std::to_string(options.lines);
+    std::string text = "lines=" + std::to_string(ActiveLines(options.standard));
     if (options.tt_convert) text += " tt-convert";
     if (!options.baseline_align) text += " no-baseline-align";
     if (!options.maps) return text;

@@ -107,7 +107,7 @@ void PrintRecording(const LibraryArguments& arguments, const library::Recording&
     PrintLabelled("Disk", TerminalText(recording.disk));
     PrintLabelled("Recorded", TerminalText(recording.recorded_at));
     PrintLabelled("Options", TerminalText(recording.options));
-    PrintLabelled("Lines", std::to_string(recording.lines));
+    PrintLabelled("Lines", std::to_string(ActiveLines(recording.standard)));
     PrintLabelled("Picture", recording.picture.empty() ? "none"
                                                        : std::to_string(recording.width) + " x " +
                                                              std::to_string(recording.height) + " pixels");

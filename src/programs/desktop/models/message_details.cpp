@@ -174,8 +174,8 @@ QString TitleOf(const library::RecordingKey& key) {
 MessageDetails DetailsOf(const library::Recording& recording) {
     MessageDetails details;
     details.title = TitleOf({recording.disk, recording.number});
-    details.lines = recording.lines;
-    details.standard = recording.lines == 576 ? QStringLiteral("PAL, 576 lines") : QStringLiteral("NTSC, 486 lines");
+    details.lines = ActiveLines(recording.standard);
+    details.standard = QStringLiteral("%1, %2 lines").arg(QLatin1String(NameOf(recording.standard))).arg(details.lines);
     const Json document = Json::parse(recording.document, nullptr, false);
     details.rows = RowsOf(Child(document, "rows"), recording.width);
     details.characters = CharactersOf(Child(document, "characters"), details.rows);

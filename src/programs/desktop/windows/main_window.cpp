@@ -246,7 +246,9 @@ void MainWindow::EndTask(const QString& result) {
 /// @param places  beside which name lists are looked for.
 host::HostOptions MainWindow::ImportOptions(const QStringList& places) const {
     host::HostOptions options;
-    options.lines = m_settings.value(QStringLiteral("import/lines"), options.lines).toInt() == 576 ? 576 : 486;
+    // An unknown value in the settings gives the default.
+    options.standard =
+        VideoStandardOf(m_settings.value(QStringLiteral("import/lines")).toInt()).value_or(VideoStandard::kNtsc);
     options.tt_convert = m_settings.value(QStringLiteral("import/typefaces"), false).toBool();
     options.baseline_align = m_settings.value(QStringLiteral("import/baseline"), true).toBool();
     const auto native = [](const QString& path) { return QFile::encodeName(path).toStdString(); };
