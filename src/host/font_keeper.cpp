@@ -31,7 +31,7 @@ void FontKeeper::Release() {
     }
 }
 
-void FontKeeper::ReleaseWithSet() {
+void FontKeeper::ReleaseAndClearSet() {
     if (m_set != nullptr) {
         for (std::size_t slot = 0; slot < m_copies.size(); ++slot) {
             if (m_copies[slot] != nullptr) m_set->m_Slots[slot] = tag_font_memory{};

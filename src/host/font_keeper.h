@@ -28,7 +28,7 @@ class FontKeeper {
     /// Releases the data of all fonts held, and their copies.
     void Release();
     /// As above; the slots of the set, which must still be alive, are emptied too.
-    void ReleaseWithSet();
+    void ReleaseAndClearSet();
 
   private:
     CZelFont* m_set = nullptr;

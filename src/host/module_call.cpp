@@ -32,8 +32,8 @@ std::optional<std::string> CallInHost(ReferenceHost& host, const std::function<v
     }
 }
 
-RunEnd EndOf(Road road, std::optional<int> status) {
-    return {road, status, NextMessage::Id(), ZelYOffset()};
+RunEnd EndOf(RunKind kind, std::optional<int> status) {
+    return {kind, status, NextMessage::Id(), ZelYOffset()};
 }
 
 }  // namespace zel::host

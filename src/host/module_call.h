@@ -15,6 +15,6 @@ class ReferenceHost;
 std::optional<std::string> CallInHost(ReferenceHost& host, const std::function<void()>& call);
 
 /// How a run has ended, with what the module keeps from call to call.
-RunEnd EndOf(Road road, std::optional<int> status);
+RunEnd EndOf(RunKind kind, std::optional<int> status);
 
 }  // namespace zel::host

@@ -4,10 +4,10 @@
 #include <array>
 #include <cstring>
 #include <typeinfo>
+#include <variant>
 
 #include "host/ftp_service.h"
 #include "host/native_path.h"
-#include "module/contract/host_messages.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
@@ -26,26 +26,10 @@ class ReferenceHost::MessageWindow : public Window {
 
   protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        switch (message) {
-            case kMsgFonts:
-            case kMsgRowsDone:
-            case kMsgTabs:
-            case kMsgMessageDone:
-            case kMsgRgba:
-            case kMsgDialogReady:
-            case kMsgImportDone:
-            case kMsgRecord:
-            case kMsgNuvoOut:
-            case kMsgHasMessage:
-            case kMsgExportFlagged:
-            case kMsgExportPlain:
-            case kMsgExportFinish:
-            case kMsgFtp:
-            case WM_PAINT:
-                return m_host.OnMessage(m_target, message, wParam, lParam);
-            default:
-                return Window::WindowProc(message, wParam, lParam);
+        if (const auto event = DecodeHostEvent(message, wParam, lParam)) {
+            return m_host.OnEvent(m_target, *event, wParam);
         }
+        return Window::WindowProc(message, wParam, lParam);
     }
 
   private:
@@ -109,10 +93,6 @@ std::string FileOf(const CZelTransDlg& dialog) {
     return std::string(dialog.m_sMessageDir.GetString()) + "\\" + dialog.m_sMessageID.GetString();
 }
 
-const char* PathIn(LPARAM string) {
-    return reinterpret_cast<const CString*>(string)->GetString();
-}
-
 }  // namespace
 
 ReferenceHost::ReferenceHost(const HostOptions& options)
@@ -153,64 +133,80 @@ void ReferenceHost::EndCall(HowCallEnded how) {
     m_message.reset();
 }
 
-LRESULT ReferenceHost::OnMessage(Target target, UINT message, WPARAM wParam, LPARAM lParam) {
-    m_order.OnMessage(target, message, wParam);
-    const LRESULT answer = Answer(message, wParam, lParam);
-    for (HostObserver* observer : m_observers) observer->OnSend({message, target, wParam, lParam, answer});
-    if (message == WM_PAINT) FinishImport();
+LRESULT ReferenceHost::OnEvent(Target target, const HostEvent& event, WPARAM wParam) {
+    m_order.OnEvent(event, target);
+    const LRESULT answer = std::visit([this](const auto& content) { return Answer(content); }, event);
+    for (HostObserver* observer : m_observers) observer->OnSend({event, target, wParam, answer});
+    if (std::holds_alternative<Paint>(event)) FinishImport();
     return answer;
 }
 
-LRESULT ReferenceHost::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case kMsgDialogReady:
-            SetUpDialog(*reinterpret_cast<CZelTransDlg*>(lParam));
-            return 0;
-        case kMsgFonts:
-            BeginMessage(*reinterpret_cast<CZelFont*>(lParam));
-            return 0;
-        case kMsgRowsDone:
-            RecordRows(*reinterpret_cast<const CZelMessage*>(lParam), Message());
-            return 0;
-        case kMsgTabs: {
-            const auto* tabs = reinterpret_cast<const tag_tab_field*>(lParam);
-            Message().tabs.assign(tabs, tabs + wParam);
-            return 0;
-        }
-        case kMsgRgba:
-            m_message.emplace();
-            m_message->rgba = true;
-            m_message->object = wParam != 0;
-            m_message->file = FileOf(*reinterpret_cast<const CZelTransDlg*>(lParam));
-            return 0;
-        case kMsgImportDone: {
-            const auto& dialog = *reinterpret_cast<const CZelTransDlg*>(lParam);
-            Message().id = dialog.m_sMessageID.GetString();
-            Message().file = FileOf(dialog);
-            return 0;
-        }
-        case kMsgHasMessage:
-            return m_options.exports != nullptr && m_options.exports->Has(static_cast<int>(wParam)) ? 1 : 0;
-        case kMsgExportFlagged:
-        case kMsgExportPlain:
-            if (m_options.exports != nullptr) m_options.exports->Begin(static_cast<int>(wParam));
-            return 0;
-        case kMsgExportFinish:
-            if (m_options.exports != nullptr) m_options.exports->Complete(static_cast<int>(wParam), PathIn(lParam));
-            return 0;
-        case kMsgNuvoOut:
-            if (wParam == 1) {
-                *reinterpret_cast<BYTE*>(lParam) = m_nuvo_state;
-            } else {
-                m_nuvo_state = static_cast<BYTE>(lParam & 0xFF);
-            }
-            return 0;
-        case kMsgFtp:
-            if (m_ftp != nullptr) m_ftp->Handle(*reinterpret_cast<CZelTransFTP*>(lParam));
-            return 0;
-        default:
-            return 0;
-    }
+LRESULT ReferenceHost::Answer(const DialogReady& event) {
+    SetUpDialog(event.dialog);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const FontsReady& event) {
+    BeginMessage(event.fonts);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const RowsDone& event) {
+    RecordRows(event.message, Message());
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const TabsReady& event) {
+    Message().tabs.assign(event.tabs.begin(), event.tabs.end());
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const RgbaChosen& event) {
+    m_message.emplace();
+    m_message->rgba = true;
+    m_message->object = event.as_object;
+    m_message->file = FileOf(event.dialog);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const ImportDone& event) {
+    Message().id = event.dialog.m_sMessageID.GetString();
+    Message().file = FileOf(event.dialog);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const HasMessage& event) {
+    return m_options.exports != nullptr && m_options.exports->Has(event.number) ? 1 : 0;
+}
+
+LRESULT ReferenceHost::Answer(const ExportFlagged& event) {
+    if (m_options.exports != nullptr) m_options.exports->Begin(event.number);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const ExportPlain& event) {
+    if (m_options.exports != nullptr) m_options.exports->Begin(event.number);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const ExportFinish& event) {
+    if (m_options.exports != nullptr) m_options.exports->Complete(event.number, event.path.GetString());
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const NuvoFetch& event) {
+    event.state = m_nuvo_state;
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const NuvoSet& event) {
+    m_nuvo_state = static_cast<BYTE>(event.state & 0xFF);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const FtpRequest& event) {
+    if (m_ftp != nullptr) m_ftp->Handle(event.dialog);
+    return 0;
 }
 
 void ReferenceHost::SetUpDialog(CZelTransDlg& dialog) {
@@ -253,7 +249,7 @@ void ReferenceHost::OnCharacter(const tag_CharInf& info, unsigned character) {
 
 void ReferenceHost::FinishImport() {
     m_glyphs.SetFonts(nullptr);
-    m_fonts.ReleaseWithSet();
+    m_fonts.ReleaseAndClearSet();
     if (!m_message) return;
     m_message->glyph_failures = m_glyphs.TakeFailures();
     m_done = std::exchange(m_message, std::nullopt);

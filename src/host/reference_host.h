@@ -11,6 +11,7 @@
 #include "host/export_service.h"
 #include "host/font_keeper.h"
 #include "host/glyph_bitmaps.h"
+#include "host/host_event.h"
 #include "host/host_observer.h"
 #include "host/order_checker.h"
 #include "module/contract/export_window.h"
@@ -78,8 +79,23 @@ class ReferenceHost : private framework::WindowListener {
 
     static void OnCharCall(CWnd* window, tag_CharInf* info, unsigned int character);
 
-    LRESULT OnMessage(Target target, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnEvent(Target target, const HostEvent& event, WPARAM wParam);
+    LRESULT Answer(const DialogReady& event);
+    LRESULT Answer(const FontsReady& event);
+    LRESULT Answer(const RowsDone& event);
+    LRESULT Answer(const TabsReady& event);
+    LRESULT Answer(const RgbaChosen& event);
+    LRESULT Answer(const ImportDone& event);
+    LRESULT Answer(const HasMessage& event);
+    LRESULT Answer(const ExportFlagged& event);
+    LRESULT Answer(const ExportPlain& event);
+    LRESULT Answer(const ExportFinish& event);
+    LRESULT Answer(const NuvoFetch& event);
+    LRESULT Answer(const NuvoSet& event);
+    LRESULT Answer(const FtpRequest& event);
+    LRESULT Answer(const MessageDone& /*event*/) { return 0; }
+    LRESULT Answer(const RecordMessage& /*event*/) { return 0; }
+    LRESULT Answer(const Paint& /*event*/) { return 0; }
     void OnCharacter(const tag_CharInf& info, unsigned character);
     void SetUpDialog(CZelTransDlg& dialog);
     void BeginMessage(CZelFont& fonts);

@@ -90,7 +90,7 @@ class HostDisk : public testing::Test {
 class OrderRecorder : public host::HostObserver {
   public:
     void OnBox(const script::HeadlessDesktop::Box& box) override { Note("box:" + box.caption); }
-    void OnSend(const host::SentMessage& message) override { Note(std::to_string(message.message)); }
+    void OnSend(const host::SentMessage& sent) override { Note(std::to_string(MessageOf(sent.event))); }
     void OnChar(const host::SentCharacter& /*character*/) override { Note("char"); }
     void OnMessage(const document::MessageRecord& /*message*/) override { Note("message"); }
     void OnException(const std::string& /*text*/) override { Note("exception"); }

@@ -62,7 +62,7 @@ TEST_F(ImportRun, TakesBothRoadsToTheSameMessage) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("AB"));
     const std::string silent = TraceOf();
-    m_request.road = run::ImportRoad::kDialog;
+    m_request.mode = run::ImportMode::kDialog;
     EXPECT_EQ(TraceOf(), silent);
     EXPECT_THAT(silent, HasSubstr("\"pixels\":{\"left\":0,\"top\":0,\"right\":4,\"bottom\":4,\"crc32\":"));
 }
@@ -84,8 +84,8 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
     WriteMessage(OneRow("A"));
     m_request.host.tt_convert = true;
     m_request.host.baseline_align = false;
-    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
-        m_request.road = road;
+    for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
+        m_request.mode = mode;
         const run::ImportOutcome outcome = Import();
         ASSERT_TRUE(outcome.message.has_value()) << outcome.failure;
         const document::CharacterRecord& character = outcome.message->characters.at(0);
@@ -109,7 +109,7 @@ TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {
     samples::MessageFile message = OneRow("A");
     message.pal = true;
     WriteMessage(message);
-    m_request.road = run::ImportRoad::kDialog;
+    m_request.mode = run::ImportMode::kDialog;
     const run::ImportOutcome warned = Import();
     EXPECT_EQ(warned.message->standard, VideoStandard::kPal);
     ASSERT_EQ(warned.boxes.size(), 1U);
@@ -122,7 +122,7 @@ TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {
 TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
     WriteFont(BlockFont(), 2);
     WriteMessage(OneRow("A"));
-    m_request.road = run::ImportRoad::kDialog;
+    m_request.mode = run::ImportMode::kDialog;
     const run::ImportOutcome without = Import();
     EXPECT_EQ(without.status, 0);
     EXPECT_EQ(without.boxes.at(0).answer, IDNO);
@@ -218,10 +218,10 @@ TEST_F(ImportRun, PutsBackWhatItRegistered) {
 }
 
 TEST_F(ImportRun, LeavesSkipWarningsAsTheRoadSetIt) {
-    m_request.road = run::ImportRoad::kDialog;
+    m_request.mode = run::ImportMode::kDialog;
     Import();
     EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 0);
-    m_request.road = run::ImportRoad::kSilent;
+    m_request.mode = run::ImportMode::kSilent;
     Import();
     EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
 }
@@ -246,13 +246,13 @@ TEST_P(FailedImport, NamesTheFileAndTheReason) {
     samples::WriteWholeFile(Path("MESSAGES/.0008"), std::span(bytes).first(140));
     samples::WriteWholeFile(Path("MESSAGES/.0007"), samples::WriteRgbaFile(703, {}));
     m_request.message = Path(GetParam().message);
-    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
-        m_request.road = road;
+    for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
+        m_request.mode = mode;
         const run::ImportOutcome outcome = Import();
         EXPECT_EQ(outcome.status, GetParam().status);
         EXPECT_FALSE(outcome.message.has_value());
         EXPECT_THAT(outcome.failure, StartsWith(m_request.message + ": "));
-        const std::string reason = road == run::ImportRoad::kSilent ? GetParam().reason : "";  // else it is the box's
+        const std::string reason = mode == run::ImportMode::kSilent ? GetParam().reason : "";  // else it is the box's
         EXPECT_THAT(outcome.failure, HasSubstr(reason));
     }
 }

@@ -23,8 +23,10 @@ class JsonLine {
     JsonLine& Key(std::string_view key);
 
     JsonLine& Number(std::integral auto value) {
-        return static_cast<std::int64_t>(value) < 0 ? Signed(static_cast<std::int64_t>(value))
-                                                    : Unsigned(static_cast<std::uint64_t>(value));
+        if constexpr (std::signed_integral<decltype(value)>) {
+            if (value < 0) return Signed(value);
+        }
+        return Unsigned(static_cast<std::uint64_t>(value));
     }
     JsonLine& Float(double value);  ///< the shortest digits that give the value again; null when it isn't finite.
     JsonLine& Null();

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <variant>
 
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/run/failure_text.h"
 #include "host/run/file_trouble.h"
 #include "host/run/import_run.h"
-#include "module/contract/host_messages.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/dialog/id_text.h"
@@ -71,12 +71,10 @@ class BatchWatch : public host::HostObserver {
 };
 
 void BatchWatch::OnSend(const host::SentMessage& sent) {
-    if (sent.message == kMsgDialogReady) m_main = reinterpret_cast<const CZelTransDlg*>(sent.lParam);
-    if (sent.message == kMsgImportDone) m_arrived = true;
-    if (sent.message == kMsgRecord) {
-        Settle({static_cast<int>(sent.lParam),
-                m_arrived ? host::ItemOutcome::kRecorded : host::ItemOutcome::kNotInserted,
-                {}});
+    if (const auto* ready = std::get_if<host::DialogReady>(&sent.event)) m_main = &ready->dialog;
+    if (std::holds_alternative<host::ImportDone>(sent.event)) m_arrived = true;
+    if (const auto* record = std::get_if<host::RecordMessage>(&sent.event)) {
+        Settle({record->number, m_arrived ? host::ItemOutcome::kRecorded : host::ItemOutcome::kNotInserted, {}});
     }
 }
 
@@ -217,7 +215,7 @@ BatchOutcome Batch::Run() {
         m_outcome.failure = error.what();
         return m_outcome;
     }
-    const host::RunEnd end = host::EndOf(host::Road::kBatch, m_outcome.status);
+    const host::RunEnd end = host::EndOf(host::RunKind::kBatch, m_outcome.status);
     m_outcome.next_id = end.next_id;
     m_outcome.y_offset = end.y_offset;
     for (host::HostObserver* observer : m_observers) observer->OnEnd(end);

@@ -37,7 +37,7 @@ ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserv
         outcome.end = BatchEnd::kStopped;
     }
     outcome.order_breaches = host.Breaches();
-    const host::RunEnd end = host::EndOf(host::Road::kExport, std::nullopt);
+    const host::RunEnd end = host::EndOf(host::RunKind::kExport, std::nullopt);
     for (host::HostObserver* observer : observers) {
         if (exception) {
             observer->OnException(*exception);

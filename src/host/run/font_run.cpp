@@ -97,7 +97,7 @@ Call MakeFont(const FontRunRequest& request, std::string module_path, std::span<
 }
 
 void Tell(std::span<host::HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
-    const host::RunEnd end = host::EndOf(host::Road::kFont, std::nullopt);
+    const host::RunEnd end = host::EndOf(host::RunKind::kFont, std::nullopt);
     for (host::HostObserver* observer : observers) {
         if (call.exception) {
             observer->OnException(*call.exception);

@@ -25,7 +25,7 @@ void DriveDialogs(script::HeadlessDesktop& desktop, const ImportRequest& request
 
 void CallModule(const ImportRequest& request, const ImportPaths& paths, host::ReferenceHost& host) {
     CZelTransExport module;
-    if (request.road == ImportRoad::kDialog) {
+    if (request.mode == ImportMode::kDialog) {
         StoreSkipWarnings(false);
         module.ZelTranslation(host.HostWindow());
         return;
@@ -54,7 +54,7 @@ ImportOutcome RunImport(const ImportRequest& request, std::span<host::HostObserv
         return outcome;
     }
     outcome.boxes = desktop.Boxes();
-    const host::RunEnd end = host::EndOf(host::Road::kImport, outcome.status);
+    const host::RunEnd end = host::EndOf(host::RunKind::kImport, outcome.status);
     outcome.next_id = end.next_id;
     outcome.y_offset = end.y_offset;
     outcome.failure = DescribeFailure(request, paths, outcome);

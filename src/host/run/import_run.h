@@ -13,7 +13,7 @@
 
 namespace zel::run {
 
-enum class ImportRoad {
+enum class ImportMode {
     kSilent,  ///< no dialog, Skip Warnings on.
     kDialog,  ///< the main dialog, driven as a user would, with warnings.
 };
@@ -22,7 +22,7 @@ enum class ImportRoad {
 struct ImportRequest {
     std::string message;
     std::optional<std::string> fonts;  ///< without it: MACHINE beside the message directory.
-    ImportRoad road = ImportRoad::kSilent;
+    ImportMode mode = ImportMode::kSilent;
     host::BoxAnswer box_answer = host::BoxAnswer::kNo;
     std::optional<std::string> browse;  ///< file that the file dialog gives; without it the dialog is cancelled.
     RgbaAnswer rgba = RgbaAnswer::kObject;
