@@ -1,6 +1,8 @@
+#include <nlohmann/json.hpp>
+
 #include "base/sha256.h"
+#include "host/document/document_reader.h"
 #include "host/export/export_formats.h"
-#include "host/export/parsed_document.h"
 
 namespace zel::exporter {
 
@@ -55,7 +57,7 @@ Json Document(const library::Recording& recording) {
             {"warnings", recording.warnings},
             {"sources", Sources(recording)},
             {"picture", PictureOf(recording)},
-            {"message", ParsedDocument(recording.document)}};
+            {"message", document::ParseDocument(recording.document)}};
 }
 
 class JsonExporter : public Exporter {
