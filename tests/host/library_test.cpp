@@ -23,7 +23,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using Access = library::Library::Access;
+using Access = library::Access;
 
 /// A recording with something in each of its parts, which differ with the number.
 library::Recording Numbered(int number, const std::string& text = "Station identification",

@@ -109,11 +109,10 @@ bool HasLog(const fs::path& file) {
 
 }  // namespace
 
-LibraryFile::LibraryFile(const fs::path& file, Library::Access access, std::chrono::milliseconds patience)
-    : m_path(file) {
+LibraryFile::LibraryFile(const fs::path& file, Access access, std::chrono::milliseconds patience) : m_path(file) {
     std::error_code error;
     const bool there = fs::exists(file, error);
-    if (!there && !error && access == Library::Access::kWrite) Make(patience);
+    if (!there && !error && access == Access::kWrite) Make(patience);
     CheckHeader();
     Open(access, patience);
     Protect(access);
@@ -178,7 +177,7 @@ void LibraryFile::Make(std::chrono::milliseconds patience) {
     SyncDirectory(m_path);
 }
 
-void LibraryFile::Open(Library::Access access, std::chrono::milliseconds patience) {
+void LibraryFile::Open(Access access, std::chrono::milliseconds patience) {
     using Opening = base::SqliteDatabase::Opening;
     m_database = std::make_unique<base::SqliteDatabase>(m_path, Opening::kExisting, patience);
     // Until the file has shown what it is, it is left as it is.
@@ -188,12 +187,12 @@ void LibraryFile::Open(Library::Access access, std::chrono::milliseconds patienc
     if (m_database->Run("PRAGMA schema_version")) return;
     const int code = m_database->ErrorCode() & 0xFF;
     const bool refused = code == SQLITE_CANTOPEN || code == SQLITE_READONLY;
-    if (!refused || access != Library::Access::kRead || HasLog(m_path)) FailAsDatabase();
+    if (!refused || access != Access::kRead || HasLog(m_path)) FailAsDatabase();
     // In a directory where nothing can be made, such as a disk that can't be written, the file stands alone.
     m_database = std::make_unique<base::SqliteDatabase>(m_path, Opening::kImmutable, patience);
 }
 
-void LibraryFile::Protect(Library::Access access) {
+void LibraryFile::Protect(Access access) {
     sqlite3* handle = m_database->Handle();
     for (const auto& [option, value] : {std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
                                         {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
@@ -204,7 +203,7 @@ void LibraryFile::Protect(Library::Access access) {
     }
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kLongestCell);
     Run("PRAGMA cell_size_check = ON");
-    if (access == Library::Access::kRead) {
+    if (access == Access::kRead) {
         Run("PRAGMA query_only = ON");
         return;
     }

@@ -8,14 +8,14 @@
 #include <string>
 
 #include "base/sqlite_database.h"
-#include "host/library/library.h"
+#include "host/library/library_access.h"
 
 namespace zel::library {
 
 /// A library's file, known to be one, with failures as LibraryError.
 class LibraryFile {
   public:
-    LibraryFile(const std::filesystem::path& file, Library::Access access, std::chrono::milliseconds patience);
+    LibraryFile(const std::filesystem::path& file, Access access, std::chrono::milliseconds patience);
 
     base::SqliteStatement Prepare(const char* sql) { return m_database->Prepare(sql); }
     /// For a statement that writes and is used often: made once, kept, and ready to be bound again. It is run to its
@@ -38,10 +38,10 @@ class LibraryFile {
     [[noreturn]] void Fail(const std::string& reason) const;
 
   private:
-    void Open(Library::Access access, std::chrono::milliseconds patience);
+    void Open(Access access, std::chrono::milliseconds patience);
     void CheckHeader() const;
     void Make(std::chrono::milliseconds patience);
-    void Protect(Library::Access access);
+    void Protect(Access access);
     void CheckVersion(std::int64_t id, std::int64_t version) const;
     void CheckLayout();
     [[noreturn]] void FailAsDatabase() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <type_traits>
 #include <utility>
 
 namespace zel::library {
@@ -19,7 +20,11 @@ const char* KindWord(RecordingKind kind) {
     return std::ranges::find(kKinds, kind, &std::pair<RecordingKind, const char*>::first)->second;
 }
 
-/// Reads the columns of a row one after another. A value that no library has is the file's fault.
+bool IsSha256(const std::string& digits) {
+    return digits.size() == 64 && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+/// Reads the columns of a row in order. A value that no library contains is reported as damage of the file.
 class Columns {
   public:
     Columns(const LibraryFile& file, const base::SqliteStatement& row) : m_file(file), m_row(row) {}
@@ -39,6 +44,11 @@ class Columns {
     std::string Text() { return m_row.Text(m_column++); }
     std::string Bytes() { return m_row.Bytes(m_column++); }
 
+    std::string Sha256() {
+        std::string digits = Text();
+        if (!digits.empty() && !IsSha256(digits)) m_file.Fail("the library is damaged: a file's checksum is none");
+        return digits;
+    }
     RecordingKey Key() {
         std::string disk = Text();
         return {std::move(disk), Int("number", 0, 9999)};
@@ -68,10 +78,6 @@ class Columns {
     const base::SqliteStatement& m_row;
     int m_column = 0;
 };
-
-bool IsSha256(const std::string& digits) {
-    return digits.size() == 64 && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
-}
 
 std::string Joined(const std::vector<RecordedField>& fields) {
     std::string text;
@@ -136,41 +142,49 @@ void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFi
     }
 }
 
-std::vector<std::string> ReadTexts(LibraryFile& file, const char* sql, RecordingId id) {
+/// The rows of one recording in a table, each made into an item.
+/// @param sql   has the recording's id as its only parameter.
+/// @param read  gets the columns of one row.
+template <typename Read>
+auto ReadPart(LibraryFile& file, const char* sql, RecordingId id, Read read) {
     base::SqliteStatement query = file.Prepare(sql);
-    std::vector<std::string> texts;
-    for (query.Bind(id); file.Next(query);) texts.push_back(query.Text(0));
-    return texts;
+    std::vector<std::invoke_result_t<Read, Columns&>> items;
+    for (query.Bind(id); file.Next(query);) {
+        Columns columns(file, query);
+        items.push_back(read(columns));
+    }
+    return items;
+}
+
+std::vector<std::string> ReadTexts(LibraryFile& file, const char* sql, RecordingId id) {
+    return ReadPart(file, sql, id, [](Columns& columns) { return columns.Text(); });
+}
+
+RecordedField ReadField(Columns& columns) {
+    RecordedField field;
+    field.name = columns.Text();
+    for (int* edge : {&field.left, &field.top, &field.right, &field.bottom}) *edge = columns.Int("field's edge");
+    return field;
 }
 
 std::vector<RecordedField> ReadFields(LibraryFile& file, RecordingId id) {
-    base::SqliteStatement query =
-        file.Prepare("SELECT name, \"left\", top, \"right\", bottom FROM field WHERE recording = ? ORDER BY position");
-    std::vector<RecordedField> fields;
-    for (query.Bind(id); file.Next(query);) {
-        Columns columns(file, query);
-        RecordedField& field = fields.emplace_back();
-        field.name = columns.Text();
-        for (int* edge : {&field.left, &field.top, &field.right, &field.bottom}) *edge = columns.Int("field's edge");
-    }
-    return fields;
+    return ReadPart(file,
+                    "SELECT name, \"left\", top, \"right\", bottom FROM field WHERE recording = ? ORDER BY position",
+                    id, ReadField);
+}
+
+SourceFile ReadSource(Columns& columns) {
+    SourceFile source;
+    source.path = columns.Text();
+    source.font_number = columns.OptionalInt("font number", 0, 65535);
+    source.size = columns.Size();
+    source.sha256 = columns.Sha256();
+    return source;
 }
 
 std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
-    base::SqliteStatement query =
-        file.Prepare("SELECT path, font_number, size, sha256 FROM source WHERE recording = ? ORDER BY position");
-    std::vector<SourceFile> sources;
-    for (query.Bind(id); file.Next(query);) {
-        Columns columns(file, query);
-        SourceFile& source = sources.emplace_back();
-        source.path = columns.Text();
-        source.font_number = columns.OptionalInt("font number", 0, 65535);
-        source.size = columns.Size();
-        source.sha256 = columns.Text();
-        if (!source.sha256.empty() && !IsSha256(source.sha256))
-            file.Fail("the library is damaged: a file's checksum is none");
-    }
-    return sources;
+    return ReadPart(file, "SELECT path, font_number, size, sha256 FROM source WHERE recording = ? ORDER BY position",
+                    id, ReadSource);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/library/library_entry.h"
 #include "host/library/library_file.h"
 #include "host/library/recording.h"
 

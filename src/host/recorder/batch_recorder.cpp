@@ -46,7 +46,7 @@ bool HasRecordingFiles(int number, const std::string& directory, bool with_pictu
 BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digests,
                              std::function<void(const RecordedItem&)> done)
     : m_options(options), m_digests(digests), m_done(std::move(done)), m_kept_at(std::chrono::steady_clock::now()) {
-    if (options.library) m_library.emplace(*options.library, library::Library::Access::kWrite);
+    if (options.library) m_library.emplace(*options.library, library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
     m_workers = std::make_unique<OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
                                                          [this](Result result) { Take(std::move(result)); });

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/library/library.h"
+#include "host/number_range.h"
 #include "host/recorder/make_recording.h"
-#include "host/run/range_entry.h"
 
 namespace zel::recorder {
 
@@ -16,6 +16,6 @@ std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext&
                               FileDigests& digests);
 
 /// What is left of a range, as ranges that are not next to each other.
-std::vector<run::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last);
+std::vector<host::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last);
 
 }  // namespace zel::recorder

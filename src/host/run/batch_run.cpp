@@ -8,7 +8,7 @@
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/run/failure_text.h"
-#include "host/run/file_trouble.h"
+#include "host/run/import_paths.h"
 #include "host/run/import_run.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
@@ -106,7 +106,7 @@ host::BatchItem BatchWatch::Failed(int status) const {
     outcome.status = status;
     const auto& boxes = m_desktop.Boxes();
     outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
-    const ImportPaths paths = PathsOf(import);
+    const ImportPaths paths = ImportPathsOf(import.message, import.fonts);
     if (status == kMessageNotFound && !IsThere(paths.message) &&
         !IsThere(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
         return {m_number, host::ItemOutcome::kMissing, {}};
@@ -131,12 +131,12 @@ class Batch {
   private:
     void CallModule();
     void DriveMainDialog(CDialog& dialog);
-    void DriveBatchDialog(CDialog& dialog, const NumberRange& range);
-    void TellException(const std::string& text);
+    void DriveBatchDialog(CDialog& dialog, const host::NumberRange& range);
+    void ReportException(const std::string& text);
 
     const BatchRequest& m_request;
     std::span<host::HostObserver* const> m_observers;
-    std::vector<NumberRange> m_ranges;  // what is left, the one under way first
+    std::vector<host::NumberRange> m_ranges;  // what is left, the one under way first
     std::string m_message_directory, m_font_directory;
     host::UserDesktop m_desktop;
     BatchWatch m_watch;
@@ -161,15 +161,16 @@ void Batch::DriveMainDialog(CDialog& dialog) {
     script::DialogDriver user(dialog);
     EnterDirectories(user, m_message_directory, m_font_directory);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
-        m_desktop.HandleDialog(tools::kBatchDialog,
-                               [this](CDialog& batch) { DriveBatchDialog(batch, NumberRange(m_ranges.front())); });
+        m_desktop.HandleDialog(tools::kBatchDialog, [this](CDialog& batch) {
+            DriveBatchDialog(batch, host::NumberRange(m_ranges.front()));
+        });
         user.Press(kBatchButton);
         m_ranges.erase(m_ranges.begin());
     }
     user.Close();
 }
 
-void Batch::DriveBatchDialog(CDialog& dialog, const NumberRange& range) {
+void Batch::DriveBatchDialog(CDialog& dialog, const host::NumberRange& range) {
     m_watch.BeginRange(dialog::NumberOf(dialog::WithoutLeadingDot(range.first)));
     const std::optional<std::string> refusal = EnterRange(m_desktop, dialog, range);
     if (m_watch.Stopped()) m_outcome.end = BatchEnd::kStopped;
@@ -178,7 +179,7 @@ void Batch::DriveBatchDialog(CDialog& dialog, const NumberRange& range) {
     m_outcome.failure = *refusal;
 }
 
-void Batch::TellException(const std::string& text) {
+void Batch::ReportException(const std::string& text) {
     for (host::HostObserver* observer : m_observers) observer->OnException(text);
     if (!m_outcome.exception) m_outcome.exception = text;
 }
@@ -195,7 +196,7 @@ void Batch::CallModule() {
         });
         m_outcome.status = host.Status();
         if (!exception) break;
-        TellException(*exception);
+        ReportException(*exception);
         const std::optional<int> number = m_watch.FailUnderWay(*exception);
         const int last = dialog::NumberOf(dialog::WithoutLeadingDot(m_ranges.front().last));
         if (number && *number < last) {
@@ -215,10 +216,10 @@ BatchOutcome Batch::Run() {
         m_outcome.failure = error.what();
         return m_outcome;
     }
-    const host::RunEnd end = host::EndOf(host::RunKind::kBatch, m_outcome.status);
+    const host::RunEnd end = host::RunEndOf(host::RunKind::kBatch, m_outcome.status);
     m_outcome.next_id = end.next_id;
     m_outcome.y_offset = end.y_offset;
-    for (host::HostObserver* observer : m_observers) observer->OnEnd(end);
+    host::ReportEnd(m_observers, std::nullopt, end);
     return m_outcome;
 }
 

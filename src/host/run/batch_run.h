@@ -17,9 +17,9 @@ namespace zel::run {
 /// A batch over the messages of a disk: a directory with MESSAGES and MACHINE in it. Paths are this system's.
 struct BatchRequest {
     std::string disk;
-    std::vector<NumberRange> ranges;   ///< run one after the other, in one main dialog.
-    std::optional<std::string> fonts;  ///< without it: MACHINE on the disk.
-    bool warnings = false;             ///< Skip Warnings off.
+    std::vector<host::NumberRange> ranges;  ///< run one after the other, in one main dialog.
+    std::optional<std::string> fonts;       ///< without it: MACHINE on the disk.
+    bool warnings = false;                  ///< Skip Warnings off.
     host::BoxAnswer box_answer = host::BoxAnswer::kNo;
     std::optional<std::string> browse;
     RgbaAnswer rgba = RgbaAnswer::kObject;

@@ -37,14 +37,7 @@ ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserv
         outcome.end = BatchEnd::kStopped;
     }
     outcome.order_breaches = host.Breaches();
-    const host::RunEnd end = host::EndOf(host::RunKind::kExport, std::nullopt);
-    for (host::HostObserver* observer : observers) {
-        if (exception) {
-            observer->OnException(*exception);
-        } else {
-            observer->OnEnd(end);
-        }
-    }
+    host::ReportEnd(observers, exception, host::RunEndOf(host::RunKind::kExport, std::nullopt));
     return outcome;
 }
 

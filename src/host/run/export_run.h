@@ -13,7 +13,7 @@ namespace zel::run {
 
 /// A batch export of what the host holds.
 struct ExportRequest {
-    NumberRange range;                       ///< as it is typed into the batch dialog.
+    host::NumberRange range;                 ///< as it is typed into the batch dialog.
     std::string directory;                   ///< export path, this system's.
     host::ExportService* service = nullptr;  ///< not owned, not null.
     bool flag = false;                       ///< of the export window.

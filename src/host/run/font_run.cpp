@@ -5,7 +5,7 @@
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/reference_host.h"
-#include "host/run/file_trouble.h"
+#include "host/run/file_error.h"
 #include "module/contract/registration.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_trans_export.h"
@@ -33,7 +33,7 @@ class FontSet {
 };
 
 /// Why the module doesn't look for a font file where the path says; empty when it does.
-std::string NameTrouble(const std::string& module_path) {
+std::string NameError(const std::string& module_path) {
     const std::string name = host::SplitModulePath(module_path).name;
     const std::size_t dot = name.rfind('.');
     const std::string digits = dot == std::string::npos ? "" : name.substr(dot + 1);
@@ -64,20 +64,20 @@ std::string PromptEnd(const script::HeadlessDesktop& desktop) {
     return {};
 }
 
-std::string FileTrouble(const std::string& module_path, const std::string& prompt_end) {
-    const std::string trouble = OpenTrouble("font", module_path);
-    if (!trouble.empty()) return trouble + prompt_end;
-    return ContentTrouble("font", FileType(system::NativePath(module_path.c_str())));
+std::string FileError(const std::string& module_path, const std::string& prompt_end) {
+    const std::string error = OpenError("font", module_path);
+    if (!error.empty()) return error + prompt_end;
+    return ContentError("font", FileType(system::NativePath(module_path.c_str())));
 }
 
 std::string Reason(const std::string& module_path, const script::HeadlessDesktop& desktop) {
     if (!desktop.FileDialogs().empty() && desktop.FileDialogs().back().answer == IDOK) {
         const std::string& browsed = desktop.FileDialogs().back().path;
         return "not found, and of the file browsed for, " + system::NativePath(browsed.c_str()) + ": " +
-               FileTrouble(browsed, {});
+               FileError(browsed, {});
     }
-    const std::string trouble = module_path.size() < MAX_PATH ? NameTrouble(module_path) : std::string();
-    return trouble.empty() ? FileTrouble(module_path, PromptEnd(desktop)) : trouble;
+    const std::string error = module_path.size() < MAX_PATH ? NameError(module_path) : std::string();
+    return error.empty() ? FileError(module_path, PromptEnd(desktop)) : error;
 }
 
 struct Call {
@@ -96,16 +96,11 @@ Call MakeFont(const FontRunRequest& request, std::string module_path, std::span<
     return call;
 }
 
-void Tell(std::span<host::HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
-    const host::RunEnd end = host::EndOf(host::RunKind::kFont, std::nullopt);
-    for (host::HostObserver* observer : observers) {
-        if (call.exception) {
-            observer->OnException(*call.exception);
-        } else {
-            observer->OnFont(call.filled, fonts);
-            observer->OnEnd(end);
-        }
+void ReportFont(std::span<host::HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
+    if (!call.exception) {
+        for (host::HostObserver* observer : observers) observer->OnFont(call.filled, fonts);
     }
+    host::ReportEnd(observers, call.exception, host::RunEndOf(host::RunKind::kFont, std::nullopt));
 }
 
 }  // namespace
@@ -123,7 +118,7 @@ FontRunOutcome RunFont(const FontRunRequest& request, std::span<host::HostObserv
         outcome.failure = error.what();
         return outcome;
     }
-    Tell(observers, call, set.fonts);
+    ReportFont(observers, call, set.fonts);
     if (call.exception) {
         outcome.failure = request.file + ": reading stopped: " + *call.exception;
     } else if (!call.filled) {

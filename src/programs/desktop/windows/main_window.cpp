@@ -189,7 +189,7 @@ void MainWindow::ShowCurrent() {
     QString words;
     m_current.reset();
     try {
-        if (key) m_current = library::Library(m_places.library, library::Library::Access::kRead, kPatience).Find(*key);
+        if (key) m_current = library::Library(m_places.library, library::Access::kRead, kPatience).Find(*key);
         if (m_current && m_current->picture.empty()) words = tr("This recording has no picture.");
     } catch (const library::LibraryError& error) {
         words = QString::fromUtf8(error.what());

@@ -70,7 +70,7 @@ DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDeskt
                                    const host::HostOptions& options, host::FtpService* service,
                                    const DialogImportTold& told) {
     LibraryWriter writer(library, told.recorded, told.failed);
-    library::Library names(library, library::Library::Access::kRead, kPatience);
+    library::Library names(library, library::Access::kRead, kPatience);
     picture::PictureComposer pictures;
     DialogRecorder recorder(names, writer, desktop, options, pictures);
     host::ReferenceHost host(options);
