@@ -16,7 +16,7 @@
 
 namespace zel::host {
 
-/// A window that hands each of the module's messages to the host and leaves the rest to the framework.
+/// A window that passes the module's messages to the host, and others to the framework.
 template <class Window>
 class ReferenceHost::MessageWindow : public Window {
   public:
@@ -41,7 +41,8 @@ ReferenceHost* ReferenceHost::s_current = nullptr;
 
 namespace {
 
-/// What Register_GLV_OnChar copies whole: the directory of the name lists with its closing separator, or nothing.
+/// Argument of Register_GLV_OnChar, which copies all of it: the directory of the name lists with a final separator, or
+/// zeros.
 using MapDirBuffer = std::array<char, MAX_PATH>;
 
 MapDirBuffer MapDirectory(const std::optional<std::string>& maps) {
@@ -222,12 +223,12 @@ void ReferenceHost::BeginMessage(CZelFont& fonts) {
     m_fonts.Take(fonts);
     m_glyphs.SetFonts(&fonts);
     m_message.emplace();
-    if (m_done) m_message->characters.reserve(m_done->characters.size());  // messages of a disk are alike
+    if (m_done) m_message->characters.reserve(m_done->characters.size());  // messages of a disk are similar
     RecordFonts(fonts, *m_message);
 }
 
 document::MessageRecord& ReferenceHost::Message() {
-    return m_message ? *m_message : m_message.emplace();  // a message out of place may come before the one that begins
+    return m_message ? *m_message : m_message.emplace();  // out of order, before FontsReady
 }
 
 void ReferenceHost::OnCharCall(CWnd* /*window*/, tag_CharInf* info, unsigned int character) {
@@ -258,8 +259,7 @@ void ReferenceHost::FinishImport() {
 
 void ReferenceHost::WindowChanged(CWnd& window, framework::WindowChange change) {
     if (change != framework::WindowChange::destroyed || &window != m_dialog) return;
-    // An exception can bring the window down from the destructor of a base class: the dialog's own members are gone
-    // then.
+    // An exception can destroy the window from the destructor of a base class, after the dialog's own members.
     const std::type_info& type = typeid(window);
     if (type != typeid(CDialog) && type != typeid(CWnd)) m_status = m_dialog->m_iStatus;
     m_dialog = nullptr;

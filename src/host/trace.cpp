@@ -306,7 +306,7 @@ void TraceWriter::OnChar(const SentCharacter& character) {
     if (m_ended) return;
     const bool pixels = m_pixels == TracePixels::kYes && character.font_slot.has_value();
     // Fetched before the line begins: a missing font file shows a box, a truncated record ends the trace.
-    if (pixels) character.glyphs.Demand(character.info, character.character);
+    if (pixels) character.glyphs.GetOrThrow(character.info, character.character);
     Begin("char").Number("char", character.character);
     AddCharInf(m_line, character);
     if (pixels) AddPixels(m_line, character);

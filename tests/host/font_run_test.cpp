@@ -129,7 +129,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../.0012",
-                    "characters, and the module takes 259"},
+                    "characters, and the module accepts 259"},
         RefusedFont{"a_missing_file", "MACHINE/.0012", "there is no such font file"},
         RefusedFont{"a_declined_prompt", "MACHINE/.0012",
                     "no such font file, and the prompt to browse for it was answered", host::BoxAnswer::kNo},
@@ -140,7 +140,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedFont{"a_wrong_file_browsed_for", "MACHINE/.0012", "MACHINE/.0016: not a font file but a message file",
                     host::BoxAnswer::kYes, "MACHINE/.0016"},
         RefusedFont{"a_few_bytes", "MACHINE/.0014", "the font file ends within its first header"},
-        RefusedFont{"a_file_cut_short", "MACHINE/.0015", "the font file is broken; \"zeltrans info\" tells where"},
+        RefusedFont{"a_file_cut_short", "MACHINE/.0015", "the font file is damaged; \"zeltrans info\" shows where"},
         RefusedFont{"a_message", "MACHINE/.0016", "not a font file but a message file"},
         RefusedFont{"a_picture", "MACHINE/.0017", "not a font file: its type is 714, a font's is 500"},
         RefusedFont{"a_directory", "MACHINE/.0018", "a directory, not a font file"}),

@@ -7,8 +7,8 @@
 
 namespace zel::document {
 
-// The reader of the documents that MessageDocument writes. Positions and sizes are in pixels and lines of the picture.
-// Texts are UTF-8, colours "#RRGGBB". A member that is missing or has the wrong type gives 0 or an empty text.
+// The reader of the documents that MessageDocument writes. Positions and sizes are in pixels of the
+// picture. Texts are UTF-8, colours "#RRGGBB". A member that is missing or has the wrong type gives 0 or an empty text.
 
 struct DocumentRow {
     int top = 0;

@@ -16,7 +16,7 @@ constexpr std::array<std::pair<RecordingKind, const char*>, 3> kKinds{{
     {RecordingKind::kRgbaBackground, "rgba_background"},
 }};
 
-const char* KindWord(RecordingKind kind) {
+const char* KindName(RecordingKind kind) {
     return std::ranges::find(kKinds, kind, &std::pair<RecordingKind, const char*>::first)->second;
 }
 
@@ -94,33 +94,33 @@ std::string Joined(const std::vector<SourceFile>& sources) {
 }
 
 RecordingId InsertHead(LibraryFile& file, const Recording& recording) {
-    base::SqliteStatement& insert = file.Kept(
+    base::SqliteStatement& insert = file.Cached(
         "INSERT INTO recording (disk, number, kind, recorded_at, options, lines, text) VALUES (?, ?, ?, ?, ?, ?, ?)");
-    insert.Bind(recording.disk).Bind(recording.number).Bind(KindWord(recording.kind)).Bind(recording.recorded_at);
+    insert.Bind(recording.disk).Bind(recording.number).Bind(KindName(recording.kind)).Bind(recording.recorded_at);
     file.Run(insert.Bind(recording.options).Bind(ActiveLines(recording.standard)).Bind(recording.text));
     return file.LastRow();
 }
 
 void InsertContents(LibraryFile& file, RecordingId id, const Recording& recording) {
     if (!recording.document.empty()) {
-        file.Run(file.Kept("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
+        file.Run(file.Cached("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
     }
     if (!recording.picture.empty()) {
-        base::SqliteStatement& insert = file.Kept("INSERT INTO picture VALUES (?, ?, ?, ?)");
+        base::SqliteStatement& insert = file.Cached("INSERT INTO picture VALUES (?, ?, ?, ?)");
         file.Run(insert.Bind(id).Bind(recording.width).Bind(recording.height).BindBytes(recording.picture));
     }
-    base::SqliteStatement& search = file.Kept("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
+    base::SqliteStatement& search = file.Cached("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
     file.Run(search.Bind(id).Bind(recording.text).Bind(Joined(recording.fields)).Bind(Joined(recording.sources)));
 }
 
 void InsertTexts(LibraryFile& file, const char* sql, RecordingId id, const std::vector<std::string>& texts) {
-    base::SqliteStatement& insert = file.Kept(sql);
+    base::SqliteStatement& insert = file.Cached(sql);
     std::int64_t position = 0;
     for (const std::string& text : texts) file.Run(insert.Again().Bind(id).Bind(position++).Bind(text));
 }
 
 void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedField>& fields) {
-    base::SqliteStatement& insert = file.Kept("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
+    base::SqliteStatement& insert = file.Cached("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
     std::int64_t position = 0;
     for (const RecordedField& field : fields) {
         insert.Again().Bind(id).Bind(position++).Bind(field.name);
@@ -129,7 +129,7 @@ void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedF
 }
 
 void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFile>& sources) {
-    base::SqliteStatement& insert = file.Kept("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
+    base::SqliteStatement& insert = file.Cached("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
     std::int64_t position = 0;
     for (const SourceFile& source : sources) {
         insert.Again().Bind(id).Bind(position++).Bind(source.path);
@@ -205,8 +205,8 @@ void InsertRecording(LibraryFile& file, const Recording& recording) {
 }
 
 void DeleteRecording(LibraryFile& file, RecordingId id) {
-    file.Run(file.Kept("DELETE FROM search WHERE rowid = ?").Bind(id));
-    file.Run(file.Kept("DELETE FROM recording WHERE id = ?").Bind(id));
+    file.Run(file.Cached("DELETE FROM search WHERE rowid = ?").Bind(id));
+    file.Run(file.Cached("DELETE FROM recording WHERE id = ?").Bind(id));
 }
 
 Recording ReadRecording(LibraryFile& file, RecordingId id) {

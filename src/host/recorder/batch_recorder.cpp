@@ -45,7 +45,7 @@ bool HasRecordingFiles(int number, const std::string& directory, bool with_pictu
 
 BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digests,
                              std::function<void(const RecordedItem&)> done)
-    : m_options(options), m_digests(digests), m_done(std::move(done)), m_kept_at(std::chrono::steady_clock::now()) {
+    : m_options(options), m_digests(digests), m_done(std::move(done)), m_stored_at(std::chrono::steady_clock::now()) {
     if (options.library) m_library.emplace(*options.library, library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
     m_workers = std::make_unique<OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
@@ -79,20 +79,20 @@ BatchRecorder::Result BatchRecorder::Record(const host::BatchItem& item, Arrived
 void BatchRecorder::Take(Result result) {
     m_items.push_back(std::move(result.item));
     if (m_library && result.recording) m_chunk.push_back(std::move(*result.recording));
-    const bool due = m_chunk.size() >= kLargestChunk || std::chrono::steady_clock::now() - m_kept_at > kLongestWait;
-    if (m_chunk.empty() || due) Keep();
+    const bool due = m_chunk.size() >= kLargestChunk || std::chrono::steady_clock::now() - m_stored_at > kLongestWait;
+    if (m_chunk.empty() || due) Store();
 }
 
-void BatchRecorder::Keep() {
+void BatchRecorder::Store() {
     if (!m_chunk.empty()) m_library->Record(m_chunk);
     m_chunk.clear();
     for (const RecordedItem& item : std::exchange(m_items, {})) m_done(item);
-    m_kept_at = std::chrono::steady_clock::now();
+    m_stored_at = std::chrono::steady_clock::now();
 }
 
 void BatchRecorder::Finish() {
     m_workers->Finish();
-    Keep();
+    Store();
 }
 
 }  // namespace zel::recorder

@@ -10,12 +10,12 @@
 
 namespace zel::recorder {
 
-/// Numbers from `first` to `last` that a library holds recordings of, made with the same options from files that are
-/// still the same.
+/// Numbers from `first` to `last` whose recordings in a library are up to date: made with the same options from files
+/// that have not changed.
 std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext& context, int first, int last,
                               FileDigests& digests);
 
-/// What is left of a range, as ranges that are not next to each other.
+/// The range without some numbers, as the fewest ranges, in order.
 std::vector<host::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last);
 
 }  // namespace zel::recorder

@@ -31,12 +31,12 @@ bool IsThere(const std::string& module_path) {
     return std::filesystem::exists(std::filesystem::symlink_status(system::NativePath(module_path.c_str()), ignored));
 }
 
-/// Follows a batch by what the module asks and sends: for each number of the range it asks for the ESC key before the
-/// message is read and after, and sends 1160 behind that when the message was read.
-class BatchWatch : public host::HostObserver {
+/// Follows a batch through what the module asks and sends. For each number of the range it checks the ESC key before
+/// and after reading the message, and then sends 1160 if the message was read.
+class BatchTracker : public host::HostObserver {
   public:
-    BatchWatch(const BatchRequest& request, const host::UserDesktop& desktop,
-               std::span<host::HostObserver* const> observers)
+    BatchTracker(const BatchRequest& request, const host::UserDesktop& desktop,
+                 std::span<host::HostObserver* const> observers)
         : m_request(request), m_desktop(desktop), m_observers(observers) {}
 
     void OnSend(const host::SentMessage& sent) override;
@@ -48,12 +48,12 @@ class BatchWatch : public host::HostObserver {
     bool EscapePressed();
 
     bool Stopped() const noexcept { return m_stopped; }
-    /// The number whose message was being read when an exception passed; nothing between two of them.
-    std::optional<int> FailUnderWay(const std::string& exception);
+    /// Reports the number whose message was being read when an exception passed; empty between two numbers.
+    std::optional<int> FailCurrent(const std::string& exception);
 
   private:
     void AfterRead();
-    void Settle(host::BatchItem item) {
+    void ReportItem(host::BatchItem item) {
         for (host::HostObserver* observer : m_observers) observer->OnBatchItem(item);
     }
     host::BatchItem Failed(int status) const;
@@ -63,22 +63,25 @@ class BatchWatch : public host::HostObserver {
     std::span<host::HostObserver* const> m_observers;
     const CZelTransDlg* m_main = nullptr;
     int m_next = 0;
-    int m_number = 0;        // under way
-    bool m_reading = false;  // between the two askings for a number
-    bool m_arrived = false;  // something came with the message under way
+    /// The number under way.
+    int m_number = 0;
+    /// Between the two checks of the ESC key for a number.
+    bool m_reading = false;
+    /// The import of the message under way is done.
+    bool m_arrived = false;
     bool m_stopped = false;
     std::size_t m_boxes_before = 0;
 };
 
-void BatchWatch::OnSend(const host::SentMessage& sent) {
+void BatchTracker::OnSend(const host::SentMessage& sent) {
     if (const auto* ready = std::get_if<host::DialogReady>(&sent.event)) m_main = &ready->dialog;
     if (std::holds_alternative<host::ImportDone>(sent.event)) m_arrived = true;
     if (const auto* record = std::get_if<host::RecordMessage>(&sent.event)) {
-        Settle({record->number, m_arrived ? host::ItemOutcome::kRecorded : host::ItemOutcome::kNotInserted, {}});
+        ReportItem({record->number, m_arrived ? host::ItemOutcome::kRecorded : host::ItemOutcome::kNotInserted, {}});
     }
 }
 
-bool BatchWatch::EscapePressed() {
+bool BatchTracker::EscapePressed() {
     m_stopped = m_stopped || (m_request.stop && m_request.stop());
     if (m_reading) {
         m_reading = false;
@@ -92,11 +95,11 @@ bool BatchWatch::EscapePressed() {
     return m_stopped;
 }
 
-void BatchWatch::AfterRead() {
-    if (m_main != nullptr && m_main->m_iStatus != kImportFinished) Settle(Failed(m_main->m_iStatus));
+void BatchTracker::AfterRead() {
+    if (m_main != nullptr && m_main->m_iStatus != kImportFinished) ReportItem(Failed(m_main->m_iStatus));
 }
 
-host::BatchItem BatchWatch::Failed(int status) const {
+host::BatchItem BatchTracker::Failed(int status) const {
     const bool was_found = status == kLoadFailed || status == kFontPromptCancelled;
     ImportRequest import;
     import.message =
@@ -114,15 +117,15 @@ host::BatchItem BatchWatch::Failed(int status) const {
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
 }
 
-std::optional<int> BatchWatch::FailUnderWay(const std::string& exception) {
+std::optional<int> BatchTracker::FailCurrent(const std::string& exception) {
     if (!m_reading) return std::nullopt;
     m_reading = false;
-    Settle({m_number, host::ItemOutcome::kFailed,
-            MessageDirectoryOf(m_request.disk) + "/" + NameOf(m_number) + ": reading stopped: " + exception});
+    ReportItem({m_number, host::ItemOutcome::kFailed,
+                MessageDirectoryOf(m_request.disk) + "/" + NameOf(m_number) + ": reading stopped: " + exception});
     return m_number;
 }
 
-/// One batch from the first range to the last.
+/// One batch over all its ranges.
 class Batch {
   public:
     Batch(const BatchRequest& request, std::span<host::HostObserver* const> observers);
@@ -136,10 +139,10 @@ class Batch {
 
     const BatchRequest& m_request;
     std::span<host::HostObserver* const> m_observers;
-    std::vector<host::NumberRange> m_ranges;  // what is left, the one under way first
+    std::vector<host::NumberRange> m_ranges;  // the remaining ones, beginning with the one under way
     std::string m_message_directory, m_font_directory;
     host::UserDesktop m_desktop;
-    BatchWatch m_watch;
+    BatchTracker m_tracker;
     BatchOutcome m_outcome;
 };
 
@@ -151,8 +154,8 @@ Batch::Batch(const BatchRequest& request, std::span<host::HostObserver* const> o
       m_font_directory(request.fonts ? system::ModulePath(host::AbsolutePath(*request.fonts))
                                      : host::MachineDirectory(m_message_directory)),
       m_desktop(request.box_answer, request.browse, observers),
-      m_watch(request, m_desktop, observers) {
-    m_desktop.AnswerKeys([this](int key) { return key == VK_ESCAPE && m_watch.EscapePressed(); });
+      m_tracker(request, m_desktop, observers) {
+    m_desktop.AnswerKeys([this](int key) { return key == VK_ESCAPE && m_tracker.EscapePressed(); });
     m_desktop.HandleDialog(kImportDialog, [this](CDialog& dialog) { DriveMainDialog(dialog); });
     AnswerRgbaChoice(m_desktop, request.rgba);
 }
@@ -171,9 +174,9 @@ void Batch::DriveMainDialog(CDialog& dialog) {
 }
 
 void Batch::DriveBatchDialog(CDialog& dialog, const host::NumberRange& range) {
-    m_watch.BeginRange(dialog::NumberOf(dialog::WithoutLeadingDot(range.first)));
+    m_tracker.BeginRange(dialog::NumberOf(dialog::WithoutLeadingDot(range.first)));
     const std::optional<std::string> refusal = EnterRange(m_desktop, dialog, range);
-    if (m_watch.Stopped()) m_outcome.end = BatchEnd::kStopped;
+    if (m_tracker.Stopped()) m_outcome.end = BatchEnd::kStopped;
     if (!refusal) return;
     m_outcome.end = BatchEnd::kRefused;
     m_outcome.failure = *refusal;
@@ -184,11 +187,11 @@ void Batch::ReportException(const std::string& text) {
     if (!m_outcome.exception) m_outcome.exception = text;
 }
 
-// An exception takes the dialogs down; what is left of the range is run in another call.
+// An exception closes the dialogs. The rest of the range is run in another call.
 void Batch::CallModule() {
     host::ReferenceHost host(m_request.host);
     for (host::HostObserver* observer : m_observers) host.AddObserver(observer);
-    host.AddObserver(&m_watch);
+    host.AddObserver(&m_tracker);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
         const std::optional<std::string> exception = host::CallInHost(host, [&] {
             StoreSkipWarnings(!m_request.warnings);
@@ -197,7 +200,7 @@ void Batch::CallModule() {
         m_outcome.status = host.Status();
         if (!exception) break;
         ReportException(*exception);
-        const std::optional<int> number = m_watch.FailUnderWay(*exception);
+        const std::optional<int> number = m_tracker.FailCurrent(*exception);
         const int last = dialog::NumberOf(dialog::WithoutLeadingDot(m_ranges.front().last));
         if (number && *number < last) {
             m_ranges.front().first = std::to_string(*number + 1);

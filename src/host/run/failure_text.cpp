@@ -28,11 +28,11 @@ std::string DirectoryError(const std::string& what, const std::string& module_pa
     return text + " could not be used";
 }
 
-/// Why the module didn't find a message, which may well be there.
+/// Why the module did not find a message, even though the file may exist.
 std::string MessageError(const ImportPaths& paths) {
     const std::string error = OpenError("message", paths.message);
     if (!error.empty()) return error;
-    return "the module takes what is behind a name's first dot for the message's id, and finds no file of that name";
+    return "the module uses the text after a name's first dot as the message's id, and finds no file of that name";
 }
 
 std::string LoadError(const ImportPaths& paths, const ImportOutcome& outcome) {

@@ -16,7 +16,7 @@ namespace zel::run {
 
 namespace {
 
-/// A fresh font set whose slot 0 is released in the end.
+/// A font set that releases its slot 0.
 class FontSet {
   public:
     FontSet() = default;
@@ -32,7 +32,7 @@ class FontSet {
     CZelFont fonts;
 };
 
-/// Why the module doesn't look for a font file where the path says; empty when it does.
+/// Why the module would not look for a font file under its path; empty when it would.
 std::string NameError(const std::string& module_path) {
     const std::string name = host::SplitModulePath(module_path).name;
     const std::size_t dot = name.rfind('.');
@@ -46,7 +46,8 @@ std::string NameError(const std::string& module_path) {
                name.substr(0, dot) + "\" in front";
     }
     if (module_path.find(name) != module_path.size() - name.size()) {
-        return "the module takes the first \"" + name + "\" in the path for the file's name, and that is a directory's";
+        return "the module uses the first \"" + name +
+               "\" in the path as the file's name, and that is part of a directory's";
     }
     std::string number = digits.substr(std::min(digits.find_first_not_of('0'), digits.size() - 1));
     const std::string padded = std::string(number.size() < 4 ? 4 - number.size() : 0, '0') + number;
@@ -54,7 +55,7 @@ std::string NameError(const std::string& module_path) {
     return "the module looks for this number under the names ." + padded + " and ." + number + " only";
 }
 
-/// How the prompt for a font that isn't there ended; empty without one.
+/// The end of the prompt for a missing font; empty without a prompt.
 std::string PromptEnd(const script::HeadlessDesktop& desktop) {
     if (!desktop.FileDialogs().empty()) return ", and the file dialog was cancelled";
     for (const script::HeadlessDesktop::Box& box : desktop.Boxes()) {

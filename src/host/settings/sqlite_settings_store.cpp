@@ -15,8 +15,7 @@ namespace {
 
 constexpr char kFileName[] = "settings.sqlite";
 
-/// Keeps other processes out of a directory's set-up for as long as it lives; without the lock the work goes on all the
-/// same.
+/// Locks a directory against other processes that replace a damaged file. The work continues if locking fails.
 class DirectoryLock {
   public:
     explicit DirectoryLock(const std::filesystem::path& directory)
@@ -33,7 +32,7 @@ class DirectoryLock {
     int m_descriptor;
 };
 
-/// A name beside the file that isn't taken.
+/// An unused name beside the file.
 std::filesystem::path FreeName(const std::filesystem::path& file) {
     for (int number = 1;; ++number) {
         std::filesystem::path name = file.string() + ".damaged-" + std::to_string(number);
@@ -81,7 +80,7 @@ SettingsDatabase* SqliteSettingsStore::Open() {
         return nullptr;
     }
     auto database = std::make_unique<SettingsDatabase>(file);
-    if (database->GetState() == SettingsDatabase::State::kDamaged) database = BeginAfresh(file);
+    if (database->GetState() == SettingsDatabase::State::kDamaged) database = ReplaceDamaged(file);
     if (database->GetState() == SettingsDatabase::State::kReady) {
         m_database = std::move(database);
     } else {
@@ -90,9 +89,9 @@ SettingsDatabase* SqliteSettingsStore::Open() {
     return m_database.get();
 }
 
-std::unique_ptr<SettingsDatabase> SqliteSettingsStore::BeginAfresh(const std::filesystem::path& file) {
+std::unique_ptr<SettingsDatabase> SqliteSettingsStore::ReplaceDamaged(const std::filesystem::path& file) {
     const DirectoryLock lock(m_directory);
-    auto database = std::make_unique<SettingsDatabase>(file);  // a second process may have begun afresh meanwhile
+    auto database = std::make_unique<SettingsDatabase>(file);  // another process may have replaced it meanwhile
     if (database->GetState() != SettingsDatabase::State::kDamaged) return database;
     database.reset();
     const std::filesystem::path aside = FreeName(file);
@@ -212,7 +211,7 @@ bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& na
     if (GetValue(key, name) == value) return true;
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    base::SqliteTransaction transaction(*database);  // the key must not go between the question and the write
+    base::SqliteTransaction transaction(*database);  // the key must not be deleted between the check and the write
     if (!transaction.IsOpen()) return Stored(false, database);
     if (!HasKey(*database, key)) return false;
     auto write = database->Prepare("REPLACE INTO registry_value (path, name, type, bytes) VALUES (?, ?, ?, ?)");

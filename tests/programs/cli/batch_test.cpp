@@ -37,10 +37,10 @@ TEST(BatchCommand, RecordsWritesAndReports) {
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out,
               ".0012 imported; not found or not readable: font 31; a row ends where it is used\n"
-              ".0013 failed: ./MESSAGES/.0013: the message file is broken; \"zeltrans info\" tells where\n"
+              ".0013 failed: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\n"
               ".0020 imported\n"
               "2 imported, 6 missing, 1 failed\n");
-    EXPECT_EQ(result.err, "zeltrans: ./MESSAGES/.0013: the message file is broken; \"zeltrans info\" tells where\n");
+    EXPECT_EQ(result.err, "zeltrans: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\n");
     const json report = json::parse(disk.Read("r.json"));
     EXPECT_EQ(report["missing"], 6);
     EXPECT_EQ(report["failures"][0]["number"], 13);
