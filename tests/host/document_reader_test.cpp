@@ -12,7 +12,7 @@ namespace {
 using document::DocumentContents;
 using document::ReadDocumentText;
 
-TEST(DocumentReader, GivesNothingOfWhatIsNoMessage) {
+TEST(DocumentReader, IsEmptyForOtherTexts) {
     for (const char* text :
          {"", "{", "null", "[]", "7", R"({"rows":7,"characters":"x","fonts":{},"tab_fields":null,"palette":1})",
           R"({"characters":[{"row":0,"text":"a"}]})",
@@ -31,7 +31,7 @@ TEST(DocumentReader, RefusesATextThatIsNoDocument) {
     EXPECT_TRUE(document::ParseDocument("").is_null());
 }
 
-TEST(DocumentReader, LeavesOutACharacterWithoutARowOrAText) {
+TEST(DocumentReader, SkipsACharacterWithoutARowOrAText) {
     const DocumentContents contents = ReadDocumentText(
         R"({"rows":[{}],"characters":[{"row":-1,"text":"a"},{"row":1,"text":"a"},{"row":0,"text":5},3,)"
         R"({"row":0,"text":"b","form":7,"font":[],"code":"x"}]})");
@@ -40,7 +40,7 @@ TEST(DocumentReader, LeavesOutACharacterWithoutARowOrAText) {
     EXPECT_TRUE(contents.characters[0].bitmap);
 }
 
-TEST(DocumentReader, KeepsPlacesWithinBounds) {
+TEST(DocumentReader, LimitsPositions) {
     const DocumentContents contents = ReadDocumentText(
         R"({"rows":[{"y":1e300,"top":1e300,"depth":-5}],)"
         R"("characters":[{"row":0,"text":"a","x":-1e300,"step":1e300},{"row":0,"text":"a","x":1e300}],)"

@@ -37,7 +37,7 @@ class FontRun : public HostDisk {
     run::FontRunRequest m_font;
 };
 
-TEST_F(FontRun, HandsTheFontOverWithTheDefaultPaletteOnceTheTraceHasEnded) {
+TEST_F(FontRun, PassesTheFontWithTheDefaultPaletteAfterTheEndOfTheTrace) {
     WriteFont(BlockFont(), 12);
     std::ostringstream out;
     host::TraceWriter trace(out);
@@ -73,7 +73,7 @@ TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
     EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"font\",\"result\":0,\"fonts\":[null,"));
 }
 
-TEST_F(FontRun, TellsWhichFileItReadInPlaceOfTheOneAskedFor) {
+TEST_F(FontRun, ReportsTheFileThatItReadInsteadOfTheRequestedOne) {
     WriteFont(BlockFont(), 2);
     m_font.warnings = true;
     m_font.box_answer = host::BoxAnswer::kYes;

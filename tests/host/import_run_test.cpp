@@ -33,7 +33,7 @@ class ImportRun : public HostDisk {
     }
 };
 
-TEST_F(ImportRun, BringsAMessageFromItsFilesToTheHost) {
+TEST_F(ImportRun, PassesAMessageFromItsFilesToTheHost) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("CAB"));
     OrderRecorder recorder;
@@ -58,7 +58,7 @@ TEST_F(ImportRun, BringsAMessageFromItsFilesToTheHost) {
     EXPECT_EQ(outcome.message->fonts[0]->header.Name(), "Block");
 }
 
-TEST_F(ImportRun, TakesBothRoadsToTheSameMessage) {
+TEST_F(ImportRun, GivesTheSameMessageInBothModes) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("AB"));
     const std::string silent = TraceOf();
@@ -104,7 +104,7 @@ TEST_F(ImportRun, ShowsTheOptionsInTheDialog) {
     EXPECT_FALSE(user.IsChecked(kBaselineAlignCheck));
 }
 
-TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {
+TEST_F(ImportRun, RecordsAMessageWithItsOwnStandard) {
     WriteFont(BlockFont());
     samples::MessageFile message = OneRow("A");
     message.pal = true;
@@ -194,7 +194,7 @@ TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
     EXPECT_FALSE(outcome.message.has_value());
 }
 
-TEST_F(ImportRun, EndsTheTraceAtPixelsThatAreCutShortAndOnlyWhenTheyAreAskedFor) {
+TEST_F(ImportRun, EndsTheTraceAtTruncatedPixelsOnlyWhenTheyAreRequested) {
     samples::FontFile font = StoredFont();
     const samples::Bytes bytes = samples::WriteFont(font);
     const auto cut = std::span(bytes).first(bytes.size() - 4);  // the head is whole, the pixels aren't
@@ -209,7 +209,7 @@ TEST_F(ImportRun, EndsTheTraceAtPixelsThatAreCutShortAndOnlyWhenTheyAreAskedFor)
     EXPECT_THAT(out.str(), HasSubstr("\"event\":\"char\""));
 }
 
-TEST_F(ImportRun, PutsBackWhatItRegistered) {
+TEST_F(ImportRun, RestoresWhatWasRegistered) {
     CWnd* const main_window = AfxGetThread()->m_pMainWnd;
     Import();
     EXPECT_EQ(AfxGetThread()->m_pMainWnd, main_window);
@@ -217,7 +217,7 @@ TEST_F(ImportRun, PutsBackWhatItRegistered) {
     EXPECT_EQ(Register_GLV_OnChar(nullptr, no_directory), nullptr);
 }
 
-TEST_F(ImportRun, LeavesSkipWarningsAsTheRoadSetIt) {
+TEST_F(ImportRun, LeavesSkipWarningsAsTheModeSetIt) {
     m_request.mode = run::ImportMode::kDialog;
     Import();
     EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 0);

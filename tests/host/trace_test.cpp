@@ -164,7 +164,7 @@ TEST_F(Trace, WritesEveryFieldOfACharacter) {
     EXPECT_EQ(Lines(), front + "11" + back + R"(,"pixels":{"left":0,"top":0,"right":0,"bottom":0}})" + "\n");
 }
 
-TEST_F(Trace, EndsWithWhatIsKnown) {
+TEST_F(Trace, WritesTheEndOfARun) {
     m_trace.OnEnd({host::RunKind::kImport, 3, ".0013", 20});
     EXPECT_EQ(Lines(), R"({"event":"end","road":"import","status":3,"next_id":".0013","y_offset":20})"
                        "\n");

@@ -24,7 +24,8 @@ struct DocumentCharacter {
     int x = 0;
     /// Distance to the next character of the row, but at most the height of the row or the character's own step,
     /// whichever is greater: a row may continue after a gap. The last character of a row, and one that the next does
-    /// not follow to the right, has its own step. A character in text form has none; half the row's height stands in.
+    /// not follow to the right, has its own step. A character in text form has none; its width is half the row's
+    /// height.
     int width = 0;
     /// In bitmap form; false: in text form.
     bool bitmap = true;
