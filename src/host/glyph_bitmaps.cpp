@@ -72,15 +72,23 @@ void GlyphBitmaps::DropRunCoded() {
     m_run_coded_bytes = 0;
 }
 
+void GlyphBitmaps::UseColours() {
+    Colours colours{{}, m_fonts->m_FaceColor, m_fonts->m_EdgeColor, m_fonts->m_BackColor};
+    std::copy(std::begin(m_fonts->m_Palette), std::end(m_fonts->m_Palette), colours.palette.begin());
+    if (colours != m_colours) DropRunCoded();
+    m_colours = colours;
+}
+
 std::size_t GlyphBitmaps::NumberOf(const tag_font_memory& font) {
-    if (m_numbers.empty()) {
-        Colours colours{{}, m_fonts->m_FaceColor, m_fonts->m_EdgeColor, m_fonts->m_BackColor};
-        std::copy(std::begin(m_fonts->m_Palette), std::end(m_fonts->m_Palette), colours.palette.begin());
-        if (colours != m_colours) DropRunCoded();
-        m_colours = colours;
-    }
+    if (m_numbers.empty()) UseColours();
     const auto numbered = std::ranges::find(m_numbers, &font, &decltype(m_numbers)::value_type::first);
     if (numbered != m_numbers.end()) return numbered->second;
+    const std::size_t number = FindOrAdd(font);
+    m_numbers.emplace_back(&font, number);
+    return number;
+}
+
+std::size_t GlyphBitmaps::FindOrAdd(const tag_font_memory& font) {
     const std::span codes(font.encoding_data, font.font_header->encoding_size);
     const std::span directory(font.char_directory, std::size_t{kDirectoryEntries});
     const auto is_same = [&](const RunCodedFont& known) {
@@ -94,7 +102,6 @@ std::size_t GlyphBitmaps::NumberOf(const tag_font_memory& font) {
         m_run_coded_fonts.push_back({{codes.begin(), codes.end()}, {directory.begin(), directory.end()}});
         m_run_coded_bytes += codes.size() + directory.size_bytes();
     }
-    m_numbers.emplace_back(&font, number);
     return number;
 }
 
@@ -133,34 +140,38 @@ GlyphBitmap& GlyphBitmaps::Find(const tag_CharInf& info, unsigned character) {
 }
 
 void GlyphBitmaps::Fetch(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph) {
-    const std::string name = "character " + std::to_string(character) + " of " + info.font_copy->file_name + ": ";
-    const auto address = reinterpret_cast<FontAddress>(info.font_copy);
+    std::string failure;
     try {
-        int top = 0;
-        glyph.rect = m_fonts->GetMFRect(address, info.slot, character, top, nullptr);
-        if (glyph.rect.IsRectEmpty()) return;
-        const std::uint64_t bytes =
-            static_cast<std::uint64_t>(glyph.rect.Width()) * static_cast<std::uint64_t>(glyph.rect.Height()) * 4;
-        if (bytes > kMaxGlyphBytes) {
-            m_failures.push_back(name + "too large to be drawn");
-            return;
-        }
-        if (bytes > kUncheckedBytes && !IsRunCoded(*info.font_copy, character) && !MayContain(*info.font_copy, bytes)) {
-            m_failures.push_back(name + "larger than its font file");
-            return;
-        }
-        std::vector<std::uint8_t> pixels(static_cast<std::size_t>(bytes));
-        DIBSECTION dib = BitmapOver(pixels, glyph.rect);
-        m_fonts->BuildMFData(address, &dib, info.slot, character, info.colour_set);
-        glyph.pixels = std::move(pixels);
+        failure = Draw(info, character, glyph);
     } catch (CFileException* error) {
         glyph.truncated = true;
-        m_failures.push_back(name + TakeText(error));
+        failure = TakeText(error);
     } catch (CException* error) {
-        m_failures.push_back(name + TakeText(error));
+        failure = TakeText(error);
     } catch (const std::bad_alloc&) {
-        m_failures.push_back(name + "too large for the memory available");
+        failure = "too large for the memory available";
     }
+    if (failure.empty()) return;
+    m_failures.push_back("character " + std::to_string(character) + " of " + info.font_copy->file_name + ": " +
+                         failure);
+}
+
+std::string GlyphBitmaps::Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph) {
+    const auto address = reinterpret_cast<FontAddress>(info.font_copy);
+    int top = 0;
+    glyph.rect = m_fonts->GetMFRect(address, info.slot, character, top, nullptr);
+    if (glyph.rect.IsRectEmpty()) return {};
+    const std::uint64_t bytes =
+        static_cast<std::uint64_t>(glyph.rect.Width()) * static_cast<std::uint64_t>(glyph.rect.Height()) * 4;
+    if (bytes > kMaxGlyphBytes) return "too large to be drawn";
+    if (bytes > kUncheckedBytes && !IsRunCoded(*info.font_copy, character) && !MayContain(*info.font_copy, bytes)) {
+        return "larger than its font file";
+    }
+    std::vector<std::uint8_t> pixels(static_cast<std::size_t>(bytes));
+    DIBSECTION dib = BitmapOver(pixels, glyph.rect);
+    m_fonts->BuildMFData(address, &dib, info.slot, character, info.colour_set);
+    glyph.pixels = std::move(pixels);
+    return {};
 }
 
 }  // namespace zel::host

@@ -72,9 +72,15 @@ class GlyphBitmaps {
 
     /// Number of a font with run codes: its index in m_run_coded_fonts.
     std::size_t NumberOf(const tag_font_memory& font);
+    std::size_t FindOrAdd(const tag_font_memory& font);
+    /// Drops the run-coded glyphs unless the font set's colours are those that they were drawn in.
+    void UseColours();
     void DropRunCoded();
     GlyphBitmap& Find(const tag_CharInf& info, unsigned character);
     void Fetch(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
+    /// @return why there are no pixels, to follow the glyph's name; empty without an error.
+    /// @throws exceptions of the module, std::bad_alloc.
+    std::string Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
 
     CZelFont* m_fonts = nullptr;
     Glyphs m_stored;

@@ -21,13 +21,13 @@ class NextMessage : public CZelTransDlg {
 std::optional<std::string> CallInHost(ReferenceHost& host, const std::function<void()>& call) {
     try {
         call();
-        host.EndCall(HowCallEnded::kReturned);
+        host.EndCall(CallEnd::kReturned);
         return std::nullopt;
     } catch (CException* error) {
-        host.EndCall(HowCallEnded::kException);
+        host.EndCall(CallEnd::kException);
         return TakeText(error);
     } catch (...) {
-        host.EndCall(HowCallEnded::kException);
+        host.EndCall(CallEnd::kException);
         throw;
     }
 }

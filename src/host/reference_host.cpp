@@ -123,8 +123,8 @@ CWnd* ReferenceHost::ExportWindow() const noexcept {
     return m_export_window.get();
 }
 
-void ReferenceHost::EndCall(HowCallEnded how) {
-    if (how == HowCallEnded::kException) {
+void ReferenceHost::EndCall(CallEnd how) {
+    if (how == CallEnd::kException) {
         m_order.OnException();
     } else {
         m_order.OnReturn();

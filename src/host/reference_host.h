@@ -25,7 +25,7 @@ namespace zel::host {
 
 class FtpService;
 
-enum class HowCallEnded { kReturned, kException };
+enum class CallEnd { kReturned, kException };
 
 /// The values that the host sets in the import dialog and registers.
 struct HostOptions {
@@ -34,7 +34,7 @@ struct HostOptions {
     bool tt_convert = false;
     bool baseline_align = true;
     /// This system's path of the directory of the name lists; empty: no directory is registered.
-    std::optional<std::string> maps;
+    std::optional<std::string> maps{};
     /// Not owned; without it the host has no messages to export.
     ExportService* exports = nullptr;
     /// Flag of the export window: the first step of an export goes to the host's window.
@@ -67,7 +67,7 @@ class ReferenceHost : private framework::WindowListener {
     void SetFtpService(FtpService* service) noexcept { m_ftp = service; }
 
     /// Must be called after each call into the module, also after an exception. Releases fonts that are still held.
-    void EndCall(HowCallEnded how);
+    void EndCall(CallEnd how);
 
     /// Moves out the last completed import; empty without one.
     std::optional<document::MessageRecord> TakeMessage() { return std::exchange(m_done, std::nullopt); }

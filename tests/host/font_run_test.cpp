@@ -144,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedFont{"a_message", "MACHINE/.0016", "not a font file but a message file"},
         RefusedFont{"a_picture", "MACHINE/.0017", "not a font file: its type is 714, a font's is 500"},
         RefusedFont{"a_directory", "MACHINE/.0018", "a directory, not a font file"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(FontRun, RefusesANameListDirectoryThatIsTooLong) {
     m_font.maps = "/" + std::string(258, 'm');

@@ -266,7 +266,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FailureCase{"a_file_of_few_bytes", "MESSAGES/.0006", 4, "ends within its first header"},
                     FailureCase{"a_file_cut_short", "MESSAGES/.0008", 4, "zeltrans info"},
                     FailureCase{"a_foreign_type", "MESSAGES/.0007", 4, "its type is 703"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 

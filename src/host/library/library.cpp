@@ -53,8 +53,8 @@ std::size_t BytesOf(const Recording& recording) {
 
 class Library::Impl {
   public:
-    Impl(const std::filesystem::path& path, Access access, std::chrono::milliseconds patience)
-        : file(path, access, patience), patience(patience) {}
+    Impl(const std::filesystem::path& path, Access access, std::chrono::milliseconds waiting_time)
+        : file(path, access, waiting_time), patience(waiting_time) {}
 
     /// Stores a recording in place of `there`, within a transaction.
     void Replace(const Recording& recording, std::optional<RecordingId> there) {
