@@ -104,7 +104,7 @@ std::unique_ptr<SettingsDatabase> SqliteSettingsStore::ReplaceDamaged(const std:
     return std::make_unique<SettingsDatabase>(file);
 }
 
-bool SqliteSettingsStore::Stored(bool stored, const SettingsDatabase* database) {
+bool SqliteSettingsStore::NoteUnlessStored(bool stored, const SettingsDatabase* database) {
     if (!stored && database != nullptr) {
         m_note = (m_directory / kFileName).string() + ": a setting could not be stored: " + database->Error();
     }
@@ -132,7 +132,7 @@ bool SqliteSettingsStore::SetProfileInt(const std::string& section, const std::s
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto write = database->Prepare("REPLACE INTO profile (section, entry, number) VALUES (?, ?, ?)");
-    return Stored(write.Bind(section).Bind(entry).Bind(std::int64_t{value}).Run(), database);
+    return NoteUnlessStored(write.Bind(section).Bind(entry).Bind(std::int64_t{value}).Run(), database);
 }
 
 bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::string& entry,
@@ -141,7 +141,7 @@ bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto write = database->Prepare("REPLACE INTO profile (section, entry, text) VALUES (?, ?, ?)");
-    return Stored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
+    return NoteUnlessStored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
 }
 
 std::vector<seam::ProfileEntry> SqliteSettingsStore::ProfileEntries() {
@@ -161,7 +161,7 @@ bool SqliteSettingsStore::DeleteProfileEntry(const std::string& section, const s
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto gone = database->Prepare("DELETE FROM profile WHERE section = ? AND entry = ?");
-    return Stored(gone.Bind(section).Bind(entry).Run(), database) && database->Changes() == 1;
+    return NoteUnlessStored(gone.Bind(section).Bind(entry).Run(), database) && database->Changes() == 1;
 }
 
 bool SqliteSettingsStore::KeyExists(const std::string& key) {
@@ -184,7 +184,7 @@ bool SqliteSettingsStore::CreateKey(const std::string& key) {
     for (std::size_t end = key.find('\\'); made && end != std::string::npos; end = key.find('\\', end + 1)) {
         made = InsertKey(*database, key.substr(0, end));
     }
-    return Stored(made && InsertKey(*database, key) && transaction.Commit(), database);
+    return NoteUnlessStored(made && InsertKey(*database, key) && transaction.Commit(), database);
 }
 
 bool SqliteSettingsStore::DeleteKey(const std::string& key) {
@@ -195,7 +195,7 @@ bool SqliteSettingsStore::DeleteKey(const std::string& key) {
                       database->Prepare("DELETE FROM registry_value WHERE path = ?").Bind(key).Run() &&
                       database->Prepare("DELETE FROM registry_key WHERE path = ?").Bind(key).Run();
     if (gone && database->Changes() == 0) return false;
-    return Stored(gone && transaction.Commit(), database);
+    return NoteUnlessStored(gone && transaction.Commit(), database);
 }
 
 std::optional<seam::RegistryValue> SqliteSettingsStore::GetValue(const std::string& key, const std::string& name) {
@@ -212,13 +212,13 @@ bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& na
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     base::SqliteTransaction transaction(*database);  // the key must not be deleted between the check and the write
-    if (!transaction.IsOpen()) return Stored(false, database);
+    if (!transaction.IsOpen()) return NoteUnlessStored(false, database);
     if (!HasKey(*database, key)) return false;
     auto write = database->Prepare("REPLACE INTO registry_value (path, name, type, bytes) VALUES (?, ?, ?, ?)");
     const auto* bytes = reinterpret_cast<const char*>(value.bytes.data());
     const bool written =
         write.Bind(key).Bind(name).Bind(std::int64_t{value.type}).BindBytes({bytes, value.bytes.size()}).Run();
-    return Stored(written && transaction.Commit(), database);
+    return NoteUnlessStored(written && transaction.Commit(), database);
 }
 
 std::vector<std::string> SqliteSettingsStore::ValueNames(const std::string& key) {
@@ -235,7 +235,7 @@ bool SqliteSettingsStore::DeleteValue(const std::string& key, const std::string&
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto gone = database->Prepare("DELETE FROM registry_value WHERE path = ? AND name = ?");
-    return Stored(gone.Bind(key).Bind(name).Run(), database) && database->Changes() == 1;
+    return NoteUnlessStored(gone.Bind(key).Bind(name).Run(), database) && database->Changes() == 1;
 }
 
 }  // namespace zel::settings

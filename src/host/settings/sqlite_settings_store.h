@@ -47,7 +47,7 @@ class SqliteSettingsStore : public seam::SettingsStore {
   private:
     SettingsDatabase* Open();
     std::unique_ptr<SettingsDatabase> ReplaceDamaged(const std::filesystem::path& file);
-    bool Stored(bool stored, const SettingsDatabase* database);
+    bool NoteUnlessStored(bool stored, const SettingsDatabase* database);
 
     std::filesystem::path m_directory;
     std::unique_ptr<SettingsDatabase> m_database;
