@@ -50,7 +50,7 @@ TEST_F(FontRun, PassesTheFontWithTheDefaultPaletteAfterTheEndOfTheTrace) {
     });
     EXPECT_TRUE(outcome.Done()) << outcome.failure;
     EXPECT_EQ(outcome.read_from, std::nullopt);
-    EXPECT_THAT(traced, StartsWith("{\"event\":\"font\",\"result\":1,\"fonts\":[{\"file_name\":"));
+    EXPECT_THAT(traced, StartsWith(R"({"event":"font","result":1,"fonts":[{"file_name":)"));
     EXPECT_THAT(traced, HasSubstr(",null,null]}\n{\"event\":\"end\",\"road\":\"font\",\"next_id\":"));
 }
 
@@ -68,7 +68,7 @@ TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
     m_font.warnings = true;
     m_font.box_answer = host::BoxAnswer::kYes;
     const std::string trace = TraceOf();
-    EXPECT_THAT(trace, StartsWith("{\"event\":\"box\",\"text\":\"Couldn't Find Zelmara! Font File: "));
+    EXPECT_THAT(trace, StartsWith(R"({"event":"box","text":"Couldn't Find Zelmara! Font File: )"));
     EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"file_dialog\",\"title\":\"Browse for Font File\""));
     EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"font\",\"result\":0,\"fonts\":[null,"));
 }

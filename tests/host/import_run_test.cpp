@@ -64,7 +64,7 @@ TEST_F(ImportRun, GivesTheSameMessageInBothModes) {
     const std::string silent = TraceOf();
     m_request.mode = run::ImportMode::kDialog;
     EXPECT_EQ(TraceOf(), silent);
-    EXPECT_THAT(silent, HasSubstr("\"pixels\":{\"left\":0,\"top\":0,\"right\":4,\"bottom\":4,\"crc32\":"));
+    EXPECT_THAT(silent, HasSubstr(R"("pixels":{"left":0,"top":0,"right":4,"bottom":4,"crc32":)"));
 }
 
 TEST_F(ImportRun, FindsARelativePathFromTheCurrentDirectory) {
@@ -136,7 +136,7 @@ TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
     m_request.box_answer = host::BoxAnswer::kYes;
     m_request.browse = Path("MACHINE/.0002");
     const std::string trace = TraceOf();
-    EXPECT_THAT(trace, HasSubstr("\"event\":\"file_dialog\""));
+    EXPECT_THAT(trace, HasSubstr(R"("event":"file_dialog")"));
     EXPECT_THAT(trace, HasSubstr("\"font_copy\":0"));
 }
 
@@ -201,12 +201,12 @@ TEST_F(ImportRun, EndsTheTraceAtTruncatedPixelsOnlyWhenTheyAreRequested) {
     samples::WriteWholeFile(Path("MACHINE/.0001"), cut);
     WriteMessage(OneRow("A"));
     const std::string trace_with_pixels = TraceOf();
-    EXPECT_THAT(trace_with_pixels, HasSubstr("{\"event\":\"exception\",\"text\":"));
-    EXPECT_THAT(trace_with_pixels, Not(HasSubstr("\"event\":\"char\"")));
+    EXPECT_THAT(trace_with_pixels, HasSubstr(R"({"event":"exception","text":)"));
+    EXPECT_THAT(trace_with_pixels, Not(HasSubstr(R"("event":"char")")));
     std::ostringstream out;
     host::TraceWriter trace(out, host::TracePixels::kNo);
     EXPECT_TRUE(Import({&trace}).Done());
-    EXPECT_THAT(out.str(), HasSubstr("\"event\":\"char\""));
+    EXPECT_THAT(out.str(), HasSubstr(R"("event":"char")"));
 }
 
 TEST_F(ImportRun, RestoresWhatWasRegistered) {

@@ -31,7 +31,6 @@ struct VideoStandardData {
     int active_lines;
     /// Lines above the picture: stored vertical positions are too large by as many.
     int line_offset;
-    /// Aspect of one pixel, from the sampling rate of digital video (13.5 MHz) and the rate of square pixels.
     PixelAspect pixel_aspect;
 };
 
@@ -68,5 +67,9 @@ constexpr std::optional<VideoStandard> VideoStandardOf(int active_lines) noexcep
     }
     return std::nullopt;
 }
+
+static_assert(VideoStandardOf(486) == VideoStandard::kNtsc && VideoStandardOf(576) == VideoStandard::kPal);
+static_assert(PixelAspectOf(VideoStandard::kNtsc).SquarePixels(720) == 655);
+static_assert(PixelAspectOf(VideoStandard::kPal).SquarePixels(720) == 785);
 
 }  // namespace zel
