@@ -31,7 +31,7 @@ bool IsThere(const std::string& module_path) {
     return std::filesystem::exists(std::filesystem::symlink_status(system::NativePath(module_path.c_str()), ignored));
 }
 
-/// Follows a batch through what the module asks and sends. For each number of the range it checks the ESC key before
+/// Follows a batch through the calls of the module. For each number of the range it checks the ESC key before
 /// and after reading the message, and then sends 1160 if the message was read.
 class BatchTracker : public host::HostObserver {
   public:
