@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/system/errors.h"
+#include "platform/system/drives.h"
 #include "platform/system/files.h"
 #include "support/module_fixture.h"
 
