@@ -9,15 +9,10 @@
 
 namespace zel::run {
 
-ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserver* const> observers) {
-    ExportOutcome outcome;
-    host::UserDesktop desktop(host::BoxAnswer::kNo, std::nullopt, observers);
-    host::HostOptions options;
-    options.exports = request.service;
-    options.export_flag = request.flag;
-    host::ReferenceHost host(options);
-    for (host::HostObserver* observer : observers) host.AddObserver(observer);
-    bool stopped = false;
+namespace {
+
+/// Answers the batch dialog and the checks of the ESC key.
+void DriveDialogs(host::UserDesktop& desktop, const ExportRequest& request, ExportOutcome& outcome, bool& stopped) {
     desktop.AnswerKeys(
         [&](int key) { return key == VK_ESCAPE && (stopped = stopped || (request.stop && request.stop())); });
     desktop.HandleDialog(tools::kBatchDialog, [&](CDialog& dialog) {
@@ -26,6 +21,17 @@ ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserv
             outcome.failure = *refusal;
         }
     });
+}
+
+}  // namespace
+
+ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserver* const> observers) {
+    ExportOutcome outcome;
+    bool stopped = false;
+    host::UserDesktop desktop(host::BoxAnswer::kNo, std::nullopt, observers);
+    host::ReferenceHost host({.exports = request.service, .export_flag = request.flag});
+    for (host::HostObserver* observer : observers) host.AddObserver(observer);
+    DriveDialogs(desktop, request, outcome, stopped);
     const std::optional<std::string> exception = host::CallInHost(host, [&] {
         CString path(system::ModulePath(host::AbsolutePath(request.directory)).c_str());
         CZelTransExport().ZelBatchExport(host.HostWindow(), path, host.ExportWindow());
@@ -37,14 +43,7 @@ ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserv
         outcome.end = BatchEnd::kStopped;
     }
     outcome.order_breaches = host.Breaches();
-    const host::RunEnd end = host::EndOf(host::Road::kExport, std::nullopt);
-    for (host::HostObserver* observer : observers) {
-        if (exception) {
-            observer->OnException(*exception);
-        } else {
-            observer->OnEnd(end);
-        }
-    }
+    host::ReportEnd(observers, exception, host::RunEndOf(host::RunKind::kExport, std::nullopt));
     return outcome;
 }
 

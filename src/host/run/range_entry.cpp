@@ -7,7 +7,7 @@
 namespace zel::run {
 
 std::optional<std::string> EnterRange(const script::HeadlessDesktop& desktop, CDialog& dialog,
-                                      const NumberRange& range) {
+                                      const host::NumberRange& range) {
     script::DialogDriver user(dialog);
     user.Type(tools::kStartIdEdit, range.first);
     user.Type(tools::kEndIdEdit, range.last);

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "module/contract/name_maps.h"
+#include "module/contract/records/video_standard.h"
 #include "module/contract/records/zeltrans_api.h"
 #include "platform/framework/cdialog.h"
 #include "platform/framework/cstring.h"
@@ -92,7 +93,8 @@ class CZelTransDlg : public CDialog {
     CWnd* m_pExportWnd = nullptr;
     std::int32_t m_iStatus = zel::kImportFinished;
     CZelFont* m_pFont = nullptr;  ///< font set of the last import; the next one, or the dialog's end, destroys it.
-    std::int32_t m_iLines = 486;  ///< active lines of the host's video standard, 486 or 576; the host may set it.
+    /// Active lines of the host's video standard, 486 or 576; the host may set it.
+    std::int32_t m_iLines = zel::ActiveLines(zel::VideoStandard::kNtsc);
     CString m_sMessageID;
     BOOL m_bTrueFont = 0;
     BOOL m_bBaselineAlign = 1;

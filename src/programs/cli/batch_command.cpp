@@ -27,7 +27,7 @@ namespace {
 
 struct BatchArguments {
     run::BatchRequest request;
-    run::NumberRange range;
+    host::NumberRange range;
     std::optional<std::string> library, directory, report, trace, settings;
     std::string name;
     host::TracePixels pixels = host::TracePixels::kNo;
@@ -41,7 +41,7 @@ struct BatchArguments {
 struct Span {
     int first = 0, last = -1;
 };
-Span SpanOf(const run::NumberRange& range) {
+Span SpanOf(const host::NumberRange& range) {
     const std::string_view first = dialog::WithoutLeadingDot(range.first), last = dialog::WithoutLeadingDot(range.last);
     if (dialog::CountDigits(first) != first.size() || dialog::CountDigits(last) != last.size()) return {};
     const Span span{dialog::NumberOf(first), dialog::NumberOf(last)};
@@ -105,7 +105,7 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
 
 // What is recorded but not among the files any more is written from the library.
 void BatchCommand::LeaveOutWhatIsRecorded() {
-    library::Library library(*m_arguments.library, library::Library::Access::kWrite);
+    library::Library library(*m_arguments.library, library::Access::kWrite);
     const recorder::RecordingContext& context = m_recorder_options.context;
     const std::set<int> numbers = recorder::UpToDateNumbers(library, context, m_span.first, m_span.last, m_digests);
     for (const int number : numbers) {

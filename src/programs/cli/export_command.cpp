@@ -20,7 +20,7 @@ namespace {
 
 struct ExportArguments {
     std::string library, directory;
-    run::NumberRange range;
+    host::NumberRange range;
     std::optional<std::string> name, trace, settings;
     std::vector<std::string> formats{"png"};
     exporter::ExportOptions options;
@@ -56,7 +56,7 @@ std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& 
 
 int RunExportCommand(const ExportArguments& arguments) {
     const SettingsScope settings(arguments.settings);
-    library::Library library(arguments.library, library::Library::Access::kRead);
+    library::Library library(arguments.library, library::Access::kRead);
     std::unique_ptr<TraceOutput> trace;
     if (arguments.trace) trace = std::make_unique<TraceOutput>(*arguments.trace);
     exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options,

@@ -160,7 +160,7 @@ void AddImportCommand(CLI::App& app, CommandRun& run) {
     AddChoices(command, *arguments);
     AddExample(command, "zeltrans import DISK/MESSAGES/.0012 --maps DISK --png 0012.png");
     command.callback([arguments, &run] {
-        arguments->request.road = arguments->warnings ? run::ImportRoad::kDialog : run::ImportRoad::kSilent;
+        arguments->request.mode = arguments->warnings ? run::ImportMode::kDialog : run::ImportMode::kSilent;
         run = [arguments] { return Import(*arguments).Run(); };
     });
 }

@@ -54,15 +54,13 @@ int PrintEntries(const LibraryArguments& arguments, const std::vector<library::L
 }
 
 int ListLibrary(const LibraryArguments& arguments) {
-    return PrintEntries(arguments,
-                        library::Library(arguments.library, library::Library::Access::kRead).List(arguments.disk));
+    return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).List(arguments.disk));
 }
 
 int SearchLibrary(const LibraryArguments& arguments) {
     std::string question;
     for (const std::string& word : arguments.words) question += word + ' ';
-    return PrintEntries(arguments,
-                        library::Library(arguments.library, library::Library::Access::kRead).Search(question));
+    return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).Search(question));
 }
 
 void PrintLabelled(const std::string& label, const std::string& text) {
@@ -107,7 +105,7 @@ void PrintRecording(const LibraryArguments& arguments, const library::Recording&
     PrintLabelled("Disk", TerminalText(recording.disk));
     PrintLabelled("Recorded", TerminalText(recording.recorded_at));
     PrintLabelled("Options", TerminalText(recording.options));
-    PrintLabelled("Lines", std::to_string(recording.lines));
+    PrintLabelled("Lines", std::to_string(ActiveLines(recording.standard)));
     PrintLabelled("Picture", recording.picture.empty() ? "none"
                                                        : std::to_string(recording.width) + " x " +
                                                              std::to_string(recording.height) + " pixels");
@@ -132,7 +130,7 @@ void WritePart(const std::optional<std::string>& path, const std::string& bytes,
 }
 
 int ShowRecording(const LibraryArguments& arguments) {
-    library::Library library(arguments.library, library::Library::Access::kRead);
+    library::Library library(arguments.library, library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": the recording has just been removed");
     if (!arguments.png && !arguments.json) PrintRecording(arguments, *recording);
@@ -142,7 +140,7 @@ int ShowRecording(const LibraryArguments& arguments) {
 }
 
 int MergeLibraries(const LibraryArguments& arguments) {
-    library::Library library(arguments.library, library::Library::Access::kWrite);
+    library::Library library(arguments.library, library::Access::kWrite);
     for (const std::string& shard : arguments.shards) {
         const library::MergeCount count = library.Merge(shard);
         std::cout << shard << ": " << count.added << " added, " << count.replaced << " replaced, " << count.unchanged
@@ -154,10 +152,10 @@ int MergeLibraries(const LibraryArguments& arguments) {
 int RemoveRecording(const LibraryArguments& arguments) {
     // A library that isn't there is no reason to make one.
     const library::RecordingKey key = [&] {
-        library::Library library(arguments.library, library::Library::Access::kRead);
+        library::Library library(arguments.library, library::Access::kRead);
         return KeyOf(library, arguments);
     }();
-    library::Library(arguments.library, library::Library::Access::kWrite).Remove(key);
+    library::Library(arguments.library, library::Access::kWrite).Remove(key);
     std::cout << arguments.library << ": removed " << NumberName(key.number)
               << (key.disk.empty() ? "" : " of " + Named(key.disk)) << '\n';
     return kDone;

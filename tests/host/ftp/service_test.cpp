@@ -40,7 +40,7 @@ class FtpDialog : public FtpFetch {
         });
         m_desktop.HandleDialog(kImportDialog, [](CDialog& dialog) { script::DialogDriver(dialog).Press(kFtpButton); });
         CZelTransExport().ZelTranslation(host.HostWindow());
-        host.EndCall(host::HowCallEnded::kReturned);
+        host.EndCall(host::CallEnd::kReturned);
     }
 
     /// The newest box of the copy.

@@ -60,7 +60,7 @@ TEST_F(HostWindow, TakesFontsFoldersAndFilesThatAreDropped) {
 
 TEST_F(HostWindow, LetsThePictureBeDraggedOutWithItsAlpha) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
-    const std::string recorded = library::Library(LibraryFile(), library::Library::Access::kRead).Picture({"NEWS", 1});
+    const std::string recorded = library::Library(LibraryFile(), library::Access::kRead).Picture({"NEWS", 1});
     QWidget& view = *Picture().viewport();
     QTest::mousePress(&view, Qt::LeftButton, {}, view.rect().center());
     QMouseEvent move(QEvent::MouseMove, view.rect().center() + QPoint(40, 0), view.mapToGlobal(QPoint()), Qt::NoButton,
@@ -85,7 +85,7 @@ TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
     std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0002", other.toStdString() + "/PROMO");
     window->Open({Disk(), other});
     Finish();
-    EXPECT_EQ(library::Library(LibraryFile(), library::Library::Access::kRead).Disks(),
+    EXPECT_EQ(library::Library(LibraryFile(), library::Access::kRead).Disks(),
               (std::vector<std::string>{"NEWS", "NEWS (2)", "NEWS (2) PROMO"}));
     Start();
     Import(other);
@@ -210,7 +210,7 @@ TEST_F(HostWindow, WorksByKeyboardAlone) {
     Key(*window, Qt::Key_C, Qt::ControlModifier);
     const QMimeData& copied = *QApplication::clipboard()->mimeData();
     EXPECT_EQ(copied.data(QStringLiteral("image/png")).toStdString(),
-              library::Library(LibraryFile(), library::Library::Access::kRead).Picture({"NEWS", 1}));
+              library::Library(LibraryFile(), library::Access::kRead).Picture({"NEWS", 1}));
     const QImage image = qvariant_cast<QImage>(copied.imageData());
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
     EXPECT_EQ(qAlpha(image.pixel(120, 400)), 224);

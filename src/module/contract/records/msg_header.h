@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "module/contract/records/video_standard.h"
+
 namespace zel {
 
 /// Bits of section_flags; stored values.
@@ -23,10 +25,14 @@ struct tag_msg_flags {
     std::uint16_t unread_2[7];    //  2
 
     bool Has(zel::SectionFlag flag) const noexcept { return (section_flags & flag) != 0; }
-    /// Lines above the picture in the message's own video standard, by which stored vertical positions are too large.
-    std::uint16_t LineOffset() const noexcept { return Has(zel::kSectionPal) ? 33 : 20; }
-    /// Active lines of the message's own video standard.
-    int Lines() const noexcept { return Has(zel::kSectionPal) ? 576 : 486; }
+    /// The message's own video standard, which need not be the host's.
+    zel::VideoStandard Standard() const noexcept {
+        return Has(zel::kSectionPal) ? zel::VideoStandard::kPal : zel::VideoStandard::kNtsc;
+    }
+    /// Lines above the picture in that standard, by which stored vertical positions are too large.
+    std::uint16_t LineOffset() const noexcept { return static_cast<std::uint16_t>(zel::LineOffset(Standard())); }
+    /// Active lines of that standard.
+    int Lines() const noexcept { return zel::ActiveLines(Standard()); }
 };
 static_assert(sizeof(tag_msg_flags) == 16 && std::is_trivially_copyable_v<tag_msg_flags>);
 

@@ -41,7 +41,7 @@ QString LibraryModel::CacheKey(const library::RecordingKey& key) {
 }
 
 void LibraryModel::Reload() {
-    if (!m_library) m_library.emplace(m_file, library::Library::Access::kWrite, kPatience);
+    if (!m_library) m_library.emplace(m_file, library::Access::kWrite, kPatience);
     Take(m_library->Search(m_words.toStdString()));
 }
 

@@ -84,7 +84,7 @@ void MainWindow::RemoveSelected() {
                               QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)
         return;
     try {
-        library::Library library(m_places.library, library::Library::Access::kWrite, kPatience);
+        library::Library library(m_places.library, library::Access::kWrite, kPatience);
         for (const library::RecordingKey& key : keys) library.Remove(key);
     } catch (const library::LibraryError& error) {
         Warn(QString::fromUtf8(error.what()), tr("Close the program that holds the library, then try again."));

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <set>
 
-#include "host/run/file_trouble.h"
+#include "host/run/file_error.h"
 #include "module/contract/records/psos_header.h"
 #include "module/dialog/id_text.h"
 
