@@ -5,6 +5,7 @@
 
 #include "module/contract/dialog_ids.h"
 #include "platform/system/errors.h"
+#include "platform/system/drives.h"
 #include "platform/system/files.h"
 #include "support/module_fixture.h"
 
