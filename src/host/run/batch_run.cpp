@@ -10,9 +10,9 @@
 #include "host/run/file_trouble.h"
 #include "host/run/import_run.h"
 #include "module/contract/host_messages.h"
+#include "module/contract/message_id.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
-#include "module/dialog/id_text.h"
 #include "module/tools/zel_trans_batch.h"
 #include "platform/system/files.h"
 
@@ -172,7 +172,7 @@ void Batch::DriveMainDialog(CDialog& dialog) {
 }
 
 void Batch::DriveBatchDialog(CDialog& dialog, const NumberRange& range) {
-    m_watch.BeginRange(dialog::NumberOf(dialog::WithoutLeadingDot(range.first)));
+    m_watch.BeginRange(MessageNumberOf(WithoutLeadingDot(range.first)));
     const std::optional<std::string> refusal = EnterRange(m_desktop, dialog, range);
     if (m_watch.Stopped()) m_outcome.end = BatchEnd::kStopped;
     if (!refusal) return;
@@ -199,7 +199,7 @@ void Batch::CallModule() {
         if (!exception) break;
         TellException(*exception);
         const std::optional<int> number = m_watch.FailUnderWay(*exception);
-        const int last = dialog::NumberOf(dialog::WithoutLeadingDot(m_ranges.front().last));
+        const int last = MessageNumberOf(WithoutLeadingDot(m_ranges.front().last));
         if (number && *number < last) {
             m_ranges.front().first = std::to_string(*number + 1);
         } else {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace zel::translate {
+namespace zel {
 
 /// edge_type of a font; stored values. Types above 3 carry no edge.
 enum EdgeType : int { kEdgeNone = 0, kEdgeBorder = 1, kEdgeShadow = 2, kEdgeOffset = 3 };
@@ -33,4 +33,4 @@ constexpr bool HasEdge(int edge_type) noexcept {
     return edge_type >= kEdgeBorder && edge_type <= kEdgeOffset;
 }
 
-}  // namespace zel::translate
+}  // namespace zel
