@@ -2,8 +2,8 @@
 
 #include "host/module_text.h"
 #include "host/reference_host.h"
+#include "module/contract/registration.h"
 #include "module/contract/zel_trans_dlg.h"
-#include "module/state/module_state.h"
 #include "platform/framework/exceptions.h"
 
 namespace zel::host {

@@ -8,9 +8,9 @@
 
 #include "host/ftp_service.h"
 #include "host/native_path.h"
+#include "module/contract/registration.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"
-#include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
 

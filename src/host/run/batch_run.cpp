@@ -13,7 +13,7 @@
 #include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
-#include "module/dialog/id_text.h"
+#include "module/contract/message_id.h"
 #include "platform/system/files.h"
 
 namespace zel::run {
@@ -174,7 +174,7 @@ void Batch::DriveMainDialog(CDialog& dialog) {
 }
 
 void Batch::DriveBatchDialog(CDialog& dialog, const host::NumberRange& range) {
-    m_tracker.BeginRange(dialog::NumberOf(dialog::WithoutLeadingDot(range.first)));
+    m_tracker.BeginRange(MessageNumberOf(WithoutLeadingDot(range.first)));
     const std::optional<std::string> refusal = EnterRange(m_desktop, dialog, range);
     if (m_tracker.Stopped()) m_outcome.end = BatchEnd::kStopped;
     if (!refusal) return;
@@ -201,7 +201,7 @@ void Batch::CallModule() {
         if (!exception) break;
         ReportException(*exception);
         const std::optional<int> number = m_tracker.FailCurrent(*exception);
-        const int last = dialog::NumberOf(dialog::WithoutLeadingDot(m_ranges.front().last));
+        const int last = MessageNumberOf(WithoutLeadingDot(m_ranges.front().last));
         if (number && *number < last) {
             m_ranges.front().first = std::to_string(*number + 1);
         } else {

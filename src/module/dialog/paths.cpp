@@ -1,10 +1,10 @@
 #include <cstring>
 #include <string_view>
 
+#include "module/contract/message_id.h"
 #include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/dialog/browse.h"
-#include "module/dialog/id_text.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/message_box.h"
@@ -95,9 +95,9 @@ bool CZelTransDlg::CheckFileExist(const char* name, const char* dir) {
     // Held against the digits in front: only a ".TN" that ends the name leaves a number.
     const std::size_t length = std::strlen(bare) - (has_suffix ? 3 : 0);
     int number = 0;
-    if (dialog::CountDigits(bare) == length) {
+    if (CountDigits(bare) == length) {
         m_bNumericName = true;
-        number = dialog::NumberOf(bare);
+        number = MessageNumberOf(bare);
         m_sNumericName.Format(length < 5 ? ".%04d" : ".%08d", number);
         if (has_suffix) m_sNumericName += ".TN";
     }
@@ -116,10 +116,10 @@ bool CZelTransDlg::CheckFileExist(const char* name, const char* dir) {
 }
 
 void CZelTransDlg::IncrementFileName(const char* name) {
-    const std::string_view bare = dialog::WithoutLeadingDot(name);
-    if (bare.size() < 5 && dialog::CountDigits(bare) == bare.size()) {
-        const int next = dialog::NumberOf(bare) + 1;
-        m_sMessageID.Format(".%04d", next > dialog::kLargestNumber ? 0 : next);
+    const std::string_view bare = WithoutLeadingDot(name);
+    if (bare.size() < 5 && CountDigits(bare) == bare.size()) {
+        const int next = MessageNumberOf(bare) + 1;
+        m_sMessageID.Format(".%04d", next > kLargestNumber ? 0 : next);
     }
     M_sNextMessage = m_sMessageID;
 }

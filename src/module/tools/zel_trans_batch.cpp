@@ -5,8 +5,8 @@
 #include "module/contract/dialog_ids.h"
 #include "module/contract/export_window.h"
 #include "module/contract/host_messages.h"
+#include "module/contract/message_id.h"
 #include "module/contract/zel_trans_dlg.h"
-#include "module/dialog/id_text.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/data_exchange.h"
@@ -97,8 +97,8 @@ void CZelTransBatch::OnOK() {
         const NuvoOutputOff nuvo_output_off(m_pTransDlg->m_pHostWnd, m_bSkipNuvoOut != 0);
         if (!IsNumber(m_strStartId, "Non-numeric Start ID: %s", "Invalid Start ID")) return;
         if (!IsNumber(m_strEndId, "Non-numeric End ID: %s", "Invalid End ID")) return;
-        const int first = dialog::NumberOf(dialog::WithoutLeadingDot(m_strStartId.GetString()));
-        const int last = dialog::NumberOf(dialog::WithoutLeadingDot(m_strEndId.GetString()));
+        const int first = MessageNumberOf(WithoutLeadingDot(m_strStartId.GetString()));
+        const int last = MessageNumberOf(WithoutLeadingDot(m_strEndId.GetString()));
         if (!IsRange(first, last)) return;
         m_pTransDlg->m_bImportSkip = IgnoreZelFontErrors() ? 1 : 0;
         SaveWarningPref(m_pTransDlg->m_bImportSkip);
@@ -109,8 +109,8 @@ void CZelTransBatch::OnOK() {
 
 // An empty text counts as 0.
 bool CZelTransBatch::IsNumber(const CString& text, const char* trouble, const char* caption) {
-    const std::string_view digits = dialog::WithoutLeadingDot(text.GetString());
-    if (dialog::CountDigits(digits) == digits.size()) return true;
+    const std::string_view digits = WithoutLeadingDot(text.GetString());
+    if (CountDigits(digits) == digits.size()) return true;
     CString box;
     box.Format(trouble, static_cast<const char*>(text));
     MessageBox(box, caption, MB_OK | MB_ICONEXCLAMATION);
@@ -118,7 +118,7 @@ bool CZelTransBatch::IsNumber(const CString& text, const char* trouble, const ch
 }
 
 bool CZelTransBatch::IsRange(int first, int last) {
-    if (last >= 1 && last <= dialog::kLargestNumber && first <= last) return true;
+    if (last >= 1 && last <= kLargestNumber && first <= last) return true;
     CString box;
     box.Format("Invalid Range: %04d - %04d ", first, last);
     MessageBox(box, "Invalid Range", MB_OK | MB_ICONEXCLAMATION);

@@ -12,7 +12,7 @@
 #include "host/recorder/batch_recorder.h"
 #include "host/recorder/resume.h"
 #include "host/run/batch_run.h"
-#include "module/dialog/id_text.h"
+#include "module/contract/message_id.h"
 #include "platform/system/files.h"
 #include "programs/cli/batch_progress.h"
 #include "programs/cli/interrupt.h"
@@ -42,10 +42,10 @@ struct Span {
     int first = 0, last = -1;
 };
 Span SpanOf(const host::NumberRange& range) {
-    const std::string_view first = dialog::WithoutLeadingDot(range.first), last = dialog::WithoutLeadingDot(range.last);
-    if (dialog::CountDigits(first) != first.size() || dialog::CountDigits(last) != last.size()) return {};
-    const Span span{dialog::NumberOf(first), dialog::NumberOf(last)};
-    return span.last >= 1 && span.last <= dialog::kLargestNumber && span.first <= span.last ? span : Span{};
+    const std::string_view first = WithoutLeadingDot(range.first), last = WithoutLeadingDot(range.last);
+    if (CountDigits(first) != first.size() || CountDigits(last) != last.size()) return {};
+    const Span span{MessageNumberOf(first), MessageNumberOf(last)};
+    return span.last >= 1 && span.last <= kLargestNumber && span.first <= span.last ? span : Span{};
 }
 
 /// Hands the numbers of a batch that nothing is recorded of straight on.

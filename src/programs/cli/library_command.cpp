@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/library/library.h"
-#include "module/dialog/id_text.h"
+#include "module/contract/message_id.h"
 #include "programs/cli/library_table.h"
 #include "programs/cli/output_file.h"
 
@@ -163,12 +163,11 @@ ExitCode RemoveRecording(const LibraryArguments& arguments) {
 
 void AddNumber(CLI::App& command, LibraryArguments& arguments) {
     const auto take = [&arguments](const std::string& text) {
-        const std::string_view digits = dialog::WithoutLeadingDot(text);
-        if (digits.empty() || dialog::CountDigits(digits) != digits.size() ||
-            dialog::NumberOf(digits) > dialog::kLargestNumber) {
+        const std::string_view digits = WithoutLeadingDot(text);
+        if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestNumber) {
             throw CLI::ValidationError("NUMBER", '"' + text + "\" is no number from 0 to 9999");
         }
-        arguments.number = dialog::NumberOf(digits);
+        arguments.number = MessageNumberOf(digits);
     };
     command.add_option_function<std::string>("NUMBER", take, "the message's number, such as 12 or .0012")
         ->required()

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace zel::translate {
+namespace zel {
 
 /// edge_type of a font; stored values. Types above 3 have no edge.
 enum class EdgeType : int { kNone = 0, kBorder = 1, kShadow = 2, kOffset = 3 };
@@ -33,4 +33,4 @@ constexpr bool HasEdge(int edge_type) noexcept {
     return EdgeType{edge_type} >= EdgeType::kBorder && EdgeType{edge_type} <= EdgeType::kOffset;
 }
 
-}  // namespace zel::translate
+}  // namespace zel
