@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/system/files.h"
-#include "programs/desktop/words.h"
+#include "programs/desktop/common/text.h"
 
 namespace zel::desktop {
 
