@@ -17,7 +17,7 @@
 #include "platform/framework/message_box.h"
 #include "platform/script/memory_settings_store.h"
 #include "programs/desktop/dialogs/dialog_view.h"
-#include "programs/desktop/qt_desktop.h"
+#include "programs/desktop/dialogs/qt_desktop.h"
 
 using namespace zel;
 

@@ -4,7 +4,7 @@
 
 #include "host/document/document_reader.h"
 #include "platform/system/files.h"
-#include "programs/desktop/words.h"
+#include "programs/desktop/common/text.h"
 
 namespace zel::desktop {
 

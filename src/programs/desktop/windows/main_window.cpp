@@ -15,15 +15,15 @@
 #include <QVBoxLayout>
 
 #include "host/library/library.h"
+#include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
 #include "programs/desktop/widgets/start_page.h"
 #include "programs/desktop/windows/detail_docks.h"
 #include "programs/desktop/windows/library_panel.h"
-#include "programs/desktop/words.h"
 #include "programs/desktop/work/name_lists.h"
-#include "programs/desktop/work/patience.h"
 
 namespace zel::desktop {
 
@@ -189,7 +189,8 @@ void MainWindow::ShowCurrent() {
     QString words;
     m_current.reset();
     try {
-        if (key) m_current = library::Library(m_places.library, library::Access::kRead, kPatience).Find(*key);
+        if (key)
+            m_current = library::Library(m_places.library, library::Access::kRead, kLibraryWait).Find(*key);
         if (m_current && m_current->picture.empty()) words = tr("This recording has no picture.");
     } catch (const library::LibraryError& error) {
         words = QString::fromUtf8(error.what());

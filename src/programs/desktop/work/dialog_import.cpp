@@ -6,10 +6,10 @@
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 #include "platform/system/files.h"
+#include "programs/desktop/common/library_wait.h"
 #include "programs/desktop/work/library_writer.h"
 #include "programs/desktop/work/message_files.h"
 #include "programs/desktop/work/module_desktop.h"
-#include "programs/desktop/work/patience.h"
 
 namespace zel::desktop {
 
@@ -70,7 +70,7 @@ DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDeskt
                                    const host::HostOptions& options, host::FtpService* service,
                                    const DialogImportTold& told) {
     LibraryWriter writer(library, told.recorded, told.failed);
-    library::Library names(library, library::Access::kRead, kPatience);
+    library::Library names(library, library::Access::kRead, kLibraryWait);
     picture::PictureComposer pictures;
     DialogRecorder recorder(names, writer, desktop, options, pictures);
     host::ReferenceHost host(options);
