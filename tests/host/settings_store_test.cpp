@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/system/types.h"
 #include "host/settings/sqlite_settings_store.h"
 #include "platform/script/memory_settings_store.h"
 #include "samples/scratch_directory.h"

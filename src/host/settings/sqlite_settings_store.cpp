@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "host/settings/settings_database.h"
+#include "platform/system/types.h"
 
 namespace zel::settings {
 

@@ -135,7 +135,7 @@ run::BatchOutcome BatchCommand::RunModule() {
     return outcome;
 }
 
-int BatchCommand::Run() {
+ExitCode BatchCommand::Run() {
     HeedInterrupts();
     m_request.stop = WasInterrupted;
     if (m_arguments.resume && m_span.first <= m_span.last) LeaveOutWhatIsRecorded();

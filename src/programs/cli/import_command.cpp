@@ -60,7 +60,7 @@ Import::Import(const ImportArguments& arguments) : m_arguments(arguments), m_set
     if (arguments.trace) m_trace = std::make_unique<TraceOutput>(*arguments.trace, arguments.pixels);
 }
 
-int Import::Run() {
+ExitCode Import::Run() {
     WarningsPrinter warnings;
     std::vector<host::HostObserver*> observers;
     if (m_trace) observers.push_back(&m_trace->Observer());
