@@ -10,11 +10,11 @@
 #include "faults/failing.h"
 #include "inspect/inspect.h"
 #include "inspect/sample_files.h"
+#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "module/message/format/message_loader.h"
 
 #if defined(ZELTRANS_SAMPLE_DISK)
-#include "module/font/format/font_blocks.h"
 #include "samples/disk/demo_disk.h"
 #endif
 

@@ -13,7 +13,7 @@ namespace {
 seam::Desktop* MakeDefaultDesktop() {
     return new HeadlessDesktop;
 }
-[[maybe_unused]] const bool g_is_default = seam::SetDefaultDesktop(&MakeDefaultDesktop);
+[[maybe_unused]] const bool g_desktop_is_set = seam::SetDefaultDesktop(&MakeDefaultDesktop);
 
 /// The queue's next item, nothing when it is empty.
 template <class T>

@@ -18,7 +18,7 @@ std::optional<T> ProfileValue(const Map& profile, const std::string& section, co
 seam::SettingsStore* MakeDefaultStore() {
     return new MemorySettingsStore;
 }
-[[maybe_unused]] const bool g_is_default = seam::SetDefaultSettingsStore(&MakeDefaultStore);
+[[maybe_unused]] const bool g_store_is_set = seam::SetDefaultSettingsStore(&MakeDefaultStore);
 
 }  // namespace
 

@@ -6,25 +6,25 @@ namespace zel::seam {
 
 namespace {
 
-SettingsStore* g_current = nullptr;
-SettingsStore* (*g_make_default)() = nullptr;
+SettingsStore* g_current_store = nullptr;
+SettingsStore* (*g_make_store)() = nullptr;
 
 }  // namespace
 
 SettingsStore::~SettingsStore() = default;
 
 SettingsStore* SetSettingsStore(SettingsStore* store) {
-    return std::exchange(g_current, store);
+    return std::exchange(g_current_store, store);
 }
 
 SettingsStore& GetSettingsStore() {
-    if (g_current != nullptr) return *g_current;
-    static auto& store = *g_make_default();  // outlives every module
+    if (g_current_store != nullptr) return *g_current_store;
+    static auto& store = *g_make_store();  // outlives every module
     return store;
 }
 
 bool SetDefaultSettingsStore(SettingsStore* (*make)()) noexcept {
-    g_make_default = make;
+    g_make_store = make;
     return true;
 }
 
