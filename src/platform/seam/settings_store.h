@@ -31,7 +31,8 @@ class ZEL_PLATFORM_API SettingsStore {
   public:
     virtual ~SettingsStore();
 
-    /// Profile values; nothing when the entry is missing or has the other type. A write replaces a value of either type.
+    /// Profile values; nothing when the entry is missing or has the other type. A write replaces a value of either
+    /// type.
     virtual std::optional<int> GetProfileInt(const std::string& section, const std::string& entry) = 0;
     virtual std::optional<std::string> GetProfileText(const std::string& section, const std::string& entry) = 0;
     virtual bool SetProfileInt(const std::string& section, const std::string& entry, int value) = 0;

@@ -26,9 +26,9 @@ ZEL_PLATFORM_API DWORD ErrorFromErrno(int value) noexcept;
 
 inline constexpr DWORD FORMAT_MESSAGE_ALLOCATE_BUFFER = 0x100, FORMAT_MESSAGE_FROM_SYSTEM = 0x1000;
 
-/// The system's text of an error, which ends in CR LF. Only the flags 0x1100 are supported: `buffer` is then the address
-/// of a char*, which receives a text that the caller frees with LocalFree. `source`, `language`, `size` and `arguments`
-/// are ignored.
+/// The system's text of an error, which ends in CR LF. Only the flags 0x1100 are supported: `buffer` is then the
+/// address of a char*, which receives a text that the caller frees with LocalFree. `source`, `language`, `size` and
+/// `arguments` are ignored.
 /// @return the text's length; 0, with the char* null, for an unknown number (last error 317) or other flags (87).
 ZEL_PLATFORM_API DWORD FormatMessageA(DWORD flags, const void* source, DWORD message, DWORD language, char* buffer,
                                       DWORD size, void* arguments) noexcept;

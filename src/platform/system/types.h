@@ -4,7 +4,8 @@
 #include <cstdint>
 
 /// The system's basic types, records and constants, with the widths of the module's home system. LONG and DWORD have 32
-/// bits in every build. Types that hold an address (WPARAM, LPARAM, LRESULT, INT_PTR, handles) are as wide as a pointer.
+/// bits in every build. Types that hold an address (WPARAM, LPARAM, LRESULT, INT_PTR, handles) are as wide as a
+/// pointer.
 
 using BOOL = int;
 using BYTE = std::uint8_t;
