@@ -17,7 +17,7 @@ using namespace zel;
 namespace {
 
 constexpr unsigned kMessages = 1000, kFonts = 4;
-/// Of the messages with pictures, so that the run stays short.
+/// Fewer messages with pictures, so that the run stays short.
 constexpr unsigned kPictures = 300;
 
 class BatchDisk {
@@ -49,7 +49,7 @@ const BatchDisk& TheDisk() {
     return disk;
 }
 
-/// Counts what was recorded.
+/// Counts the recorded messages.
 struct Counter : host::HostObserver {
     void OnBatchItem(const host::BatchItem& item) override {
         recorded += item.outcome == host::ItemOutcome::kRecorded ? 1U : 0U;

@@ -1,4 +1,4 @@
-// The command as a process: how long it takes, and how much memory a long batch needs.
+// The command as a process: processor time, and the memory of a long batch.
 #include <cstdlib>
 #include <vector>
 
@@ -15,13 +15,13 @@ using namespace zel;
 
 namespace {
 
-struct Ended {
-    bool well = false;
-    double seconds = 0;    // of processor time
-    long most_memory = 0;  // KiB
+struct ProgramResult {
+    bool succeeded = false;
+    double processor_seconds = 0;
+    long peak_memory_kib = 0;
 };
 
-Ended RunProgram(const std::vector<std::string>& words) {
+ProgramResult RunProgram(const std::vector<std::string>& words) {
     std::vector<char*> arguments;
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
@@ -41,7 +41,7 @@ Ended RunProgram(const std::vector<std::string>& words) {
     return {status == 0, seconds(usage.ru_utime) + seconds(usage.ru_stime), usage.ru_maxrss};
 }
 
-/// A small message with its font, and settings of its own.
+/// A disk with a small message and its font.
 struct Disk : ScratchDisk {
     Disk() {
         WriteMessage(1, FullMessage(4, 12, 1));
@@ -49,45 +49,46 @@ struct Disk : ScratchDisk {
     }
 };
 
-void RunOften(benchmark::State& state, const std::vector<std::string>& words) {
+void RunRepeatedly(benchmark::State& state, const std::vector<std::string>& words) {
     for (auto _ : state) {
-        const Ended end = RunProgram(words);
-        if (!end.well) state.SkipWithError("the program failed");
-        state.SetIterationTime(end.seconds);
+        const ProgramResult result = RunProgram(words);
+        if (!result.succeeded) state.SkipWithError("the program failed");
+        state.SetIterationTime(result.processor_seconds);
     }
 }
 
 void Empty(benchmark::State& state) {
-    RunOften(state, {EMPTY_PROGRAM});
+    RunRepeatedly(state, {EMPTY_PROGRAM});
 }
 BENCHMARK(Empty)->Name("process/empty")->Unit(benchmark::kMicrosecond)->Iterations(50)->UseManualTime();
 
 void Info(benchmark::State& state) {
     const Disk disk;
-    RunOften(state, {COMMAND_PROGRAM, "info", disk.Path("MESSAGES/.0001")});
+    RunRepeatedly(state, {COMMAND_PROGRAM, "info", disk.Path("MESSAGES/.0001")});
 }
 BENCHMARK(Info)->Name("process/info")->Unit(benchmark::kMicrosecond)->Iterations(50)->UseManualTime();
 
 void Import(benchmark::State& state) {
     const Disk disk;
-    RunOften(state, {COMMAND_PROGRAM, "import", disk.Path("MESSAGES/.0001"), "--settings", disk.Path("settings")});
+    RunRepeatedly(state, {COMMAND_PROGRAM, "import", disk.Path("MESSAGES/.0001"), "--settings", disk.Path("settings")});
 }
 BENCHMARK(Import)->Name("process/import")->Unit(benchmark::kMicrosecond)->Iterations(50)->UseManualTime();
 
-/// What a batch of so many messages, recorded with their pictures, takes of memory at most.
+/// Peak memory of a batch of this many messages, recorded with their pictures.
 void Memory(benchmark::State& state) {
     Disk disk;
     const auto last = static_cast<unsigned>(state.range(0));
     for (unsigned number = 2; number <= last; ++number)
         std::filesystem::create_symlink(".0001", disk.Path("MESSAGES/" + samples::NumberedName(number)));
-    long most = 0;
+    long peak = 0;
     for (auto _ : state) {
-        const Ended end = RunProgram({COMMAND_PROGRAM, "batch", disk.Path(), "1", std::to_string(last), "--library",
-                                      disk.Path("library"), "--settings", disk.Path("settings")});
-        if (!end.well) state.SkipWithError("the batch failed");
-        most = end.most_memory;
+        const ProgramResult result =
+            RunProgram({COMMAND_PROGRAM, "batch", disk.Path(), "1", std::to_string(last), "--library",
+                        disk.Path("library"), "--settings", disk.Path("settings")});
+        if (!result.succeeded) state.SkipWithError("the batch failed");
+        peak = result.peak_memory_kib;
     }
-    state.counters["KiB"] = static_cast<double>(most);
+    state.counters["KiB"] = static_cast<double>(peak);
 }
 BENCHMARK(Memory)->Name("memory")->Arg(10)->Arg(9999)->Iterations(1)->Unit(benchmark::kMillisecond);
 

@@ -121,7 +121,7 @@ bool AnnouncesTooMuch(fuzz::Input file) {
         return message::BigEndianCursor(file.subspan(std::min(at, file.size()))).U32();
     };
     std::uint64_t header = kFlashFont;
-    if ((u32(136) >> 16 & kSectionFlashFont) != 0)
+    if ((u32(136) >> 16 & static_cast<unsigned>(SectionFlag::kFlashFont)) != 0)
         header += kFlashSize + std::uint64_t{u32(kFlashHeader + 98)} + u32(kFlashHeader + 120);
     return header < file.size() && u32(static_cast<std::size_t>(header) + 4) >> 16 >= kMostRows;
 }

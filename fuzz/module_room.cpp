@@ -9,6 +9,7 @@
 #include "module/font/format/font_blocks.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cdialog.h"
+#include "platform/system/drives.h"
 #include "platform/system/files.h"
 
 namespace zel::fuzz {

@@ -4,16 +4,16 @@
 
 namespace zel::host {
 
-/// What a host does in a batch export, number by number. The calls come from inside the module.
+/// The host's part of a batch export, called once for each number from inside the module.
 class ExportService {
   public:
     virtual ~ExportService() = default;
 
-    /// Whether the host holds a message of this number.
+    /// Whether the host has a message of this number.
     virtual bool Has(int number) = 0;
-    /// First step: takes the message up.
+    /// First step: the message is chosen.
     virtual void Begin(int number) = 0;
-    /// Second step: writes it out. @param path  the export path, as the host gave it to the module.
+    /// Second step: writes the message. @param path  the export path, as the host passed it to the module.
     virtual void Complete(int number, const std::string& path) = 0;
 };
 

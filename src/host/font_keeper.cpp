@@ -22,7 +22,7 @@ std::optional<int> FontKeeper::SlotOf(const tag_font_memory* font_copy, int like
 void FontKeeper::Release() {
     m_set = nullptr;
     if (std::ranges::all_of(m_copies, [](const tag_font_memory* copy) { return copy == nullptr; })) return;
-    CZelFont releaser;  // the release asks nothing of the set that it is called on
+    CZelFont releaser;  // releasing uses no member of the set
     for (tag_font_memory*& copy : m_copies) {
         if (copy == nullptr) continue;
         releaser.ReleaseFontData(copy);
@@ -31,7 +31,7 @@ void FontKeeper::Release() {
     }
 }
 
-void FontKeeper::ReleaseWithSet() {
+void FontKeeper::ReleaseAndClearSet() {
     if (m_set != nullptr) {
         for (std::size_t slot = 0; slot < m_copies.size(); ++slot) {
             if (m_copies[slot] != nullptr) m_set->m_Slots[slot] = tag_font_memory{};

@@ -8,9 +8,8 @@
 
 namespace zel::host {
 
-/// Holds the fonts that an import has handed over, and gives their data back when the host is done with them. The
-/// blocks of a slot are released through its font_copy, which shares them, since the font set itself may be gone by
-/// then.
+/// Owns the fonts that an import has passed to the host, and releases their data. The blocks of a slot are released
+/// through its font_copy, which shares them: the font set may be destroyed before.
 class FontKeeper {
   public:
     FontKeeper() = default;
@@ -18,17 +17,17 @@ class FontKeeper {
     FontKeeper(const FontKeeper&) = delete;
     FontKeeper& operator=(const FontKeeper&) = delete;
 
-    /// Takes over the fonts of a set, which stays the module's. What was held before is released.
+    /// Takes ownership of the fonts of a set, which remains the module's. Releases the fonts held before.
     void Take(CZelFont& fonts);
 
-    /// Slot of a font_copy; nothing for null and for one that isn't held.
-    /// @param likely  where to look first.
+    /// Slot of a font_copy; empty for null and for one that is not held.
+    /// @param likely  the slot to try first.
     std::optional<int> SlotOf(const tag_font_memory* font_copy, int likely = 0) const noexcept;
 
     /// Releases the data of all fonts held, and their copies.
     void Release();
-    /// As above; the slots of the set, which must still be alive, are emptied too.
-    void ReleaseWithSet();
+    /// As Release, and clears the slots of the set, which must still exist.
+    void ReleaseAndClearSet();
 
   private:
     CZelFont* m_set = nullptr;

@@ -4,13 +4,13 @@ class CZelTransFTP;
 
 namespace zel::host {
 
-/// Does what the dialog of the FTP copy asks the host for.
+/// Does the work that the module's FTP dialog requests of the host.
 class FtpService {
   public:
     virtual ~FtpService() = default;
 
-    /// Transfers or browses, as m_bExecute tells, and returns when that is done. Reads the dialog's members;
-    /// m_strRemoteDir and m_strFile are left as the dialog is to show them. Throws nothing but for want of memory.
+    /// Transfers (m_bExecute set) or browses, and returns when that is done. Reads the dialog's members and sets
+    /// m_strRemoteDir and m_strFile to what the dialog is to show. Throws only std::bad_alloc.
     virtual void Handle(CZelTransFTP& dialog) = 0;
 };
 

@@ -15,23 +15,23 @@ namespace zel::host {
 
 namespace {
 
-/// A glyph of more bytes isn't fetched: 8192 x 8192 pixels, far above any screen. The sizes come from a file.
+/// Larger glyphs are not fetched: 8192 x 8192 pixels are far more than any screen, and the size comes from a file.
 constexpr std::uint64_t kMaxGlyphBytes = 8192ULL * 8192 * 4;
-/// Pixels that are kept for further use; a message of ordinary text needs a tenth of it.
+/// Limit of the cache. A message of ordinary text needs a tenth of it.
 constexpr std::size_t kKeptBytes = std::size_t{64} << 20;
-/// With so much of run-coded glyphs and their fonts, the next message begins anew.
-constexpr std::size_t kKeptForTheNext = std::size_t{4} << 20;
-/// A bitmap of up to this size, larger than a screen, is made whatever the font file holds of it.
-constexpr std::uint64_t kBeyondAScreen = 4 << 20;
+/// Limit of the run-coded glyphs and fonts that are kept for the next message.
+constexpr std::size_t kKeptForNextMessage = std::size_t{4} << 20;
+/// Bitmaps up to this size, more than a screen, are allocated without a look at the font file's size.
+constexpr std::uint64_t kUncheckedBytes = 4 << 20;
 
 bool IsRunCoded(const tag_font_memory& font, unsigned character) noexcept {
     const tag_char_entry* entry = font.Entry(character);
     return entry != nullptr && entry->IsRunCoded() && font.encoding_data != nullptr && font.font_header != nullptr;
 }
 
-/// Whether a font file has as many bytes as a bitmap, so that it may hold a stored glyph of this size. The size that a
-/// glyph tells is taken for true before its pixels are read.
-bool MayHold(const tag_font_memory& font, std::uint64_t bytes) {
+/// Whether a font file is as large as a bitmap, so that it may contain a stored glyph of this size. The module trusts
+/// the size in a glyph's record and reads the pixels afterwards.
+bool MayContain(const tag_font_memory& font, std::uint64_t bytes) {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(system::NativePath(font.file_name), error);
     return !error && size >= bytes;
@@ -60,41 +60,48 @@ void GlyphBitmaps::SetFonts(CZelFont* fonts) {
     m_numbers.clear();
     m_stored.clear();
     m_stored_bytes = 0;
-    // What couldn't be had is to be told of again.
+    // Drop failed glyphs, so that they are reported again.
     std::erase_if(m_run_coded, [](const auto& glyph) { return glyph.second.pixels.empty(); });
-    if (m_run_coded_bytes > kKeptForTheNext) ForgetRunCoded();
+    if (m_run_coded_bytes > kKeptForNextMessage) DropRunCoded();
 }
 
-void GlyphBitmaps::ForgetRunCoded() {
+void GlyphBitmaps::DropRunCoded() {
     m_run_coded.clear();
-    m_drawings.clear();
+    m_run_coded_fonts.clear();
     m_numbers.clear();
     m_run_coded_bytes = 0;
 }
 
+void GlyphBitmaps::UseColours() {
+    Colours colours{{}, m_fonts->m_FaceColor, m_fonts->m_EdgeColor, m_fonts->m_BackColor};
+    std::copy(std::begin(m_fonts->m_Palette), std::end(m_fonts->m_Palette), colours.palette.begin());
+    if (colours != m_colours) DropRunCoded();
+    m_colours = colours;
+}
+
 std::size_t GlyphBitmaps::NumberOf(const tag_font_memory& font) {
-    if (m_numbers.empty()) {
-        Colours colours{{}, m_fonts->m_FaceColor, m_fonts->m_EdgeColor, m_fonts->m_BackColor};
-        std::copy(std::begin(m_fonts->m_Palette), std::end(m_fonts->m_Palette), colours.palette.begin());
-        if (colours != m_colours) ForgetRunCoded();
-        m_colours = colours;
-    }
-    const auto known = std::ranges::find(m_numbers, &font, &decltype(m_numbers)::value_type::first);
-    if (known != m_numbers.end()) return known->second;
+    if (m_numbers.empty()) UseColours();
+    const auto numbered = std::ranges::find(m_numbers, &font, &decltype(m_numbers)::value_type::first);
+    if (numbered != m_numbers.end()) return numbered->second;
+    const std::size_t number = FindOrAdd(font);
+    m_numbers.emplace_back(&font, number);
+    return number;
+}
+
+std::size_t GlyphBitmaps::FindOrAdd(const tag_font_memory& font) {
     const std::span codes(font.encoding_data, font.font_header->encoding_size);
     const std::span directory(font.char_directory, std::size_t{kDirectoryEntries});
-    const auto is_same = [&](const Drawing& drawing) {
-        return drawing.codes.size() == codes.size() &&
-               std::memcmp(drawing.directory.data(), directory.data(), directory.size_bytes()) == 0 &&
-               std::memcmp(drawing.codes.data(), codes.data(), codes.size()) == 0;
+    const auto is_same = [&](const RunCodedFont& known) {
+        return known.codes.size() == codes.size() &&
+               std::memcmp(known.directory.data(), directory.data(), directory.size_bytes()) == 0 &&
+               std::memcmp(known.codes.data(), codes.data(), codes.size()) == 0;
     };
-    const auto found = std::ranges::find_if(m_drawings, is_same);
-    const auto number = static_cast<std::size_t>(found - m_drawings.begin());
-    if (found == m_drawings.end()) {
-        m_drawings.push_back({{codes.begin(), codes.end()}, {directory.begin(), directory.end()}});
+    const auto found = std::ranges::find_if(m_run_coded_fonts, is_same);
+    const auto number = static_cast<std::size_t>(found - m_run_coded_fonts.begin());
+    if (found == m_run_coded_fonts.end()) {
+        m_run_coded_fonts.push_back({{codes.begin(), codes.end()}, {directory.begin(), directory.end()}});
         m_run_coded_bytes += codes.size() + directory.size_bytes();
     }
-    m_numbers.emplace_back(&font, number);
     return number;
 }
 
@@ -102,9 +109,9 @@ const GlyphBitmap& GlyphBitmaps::Get(const tag_CharInf& info, unsigned character
     return Find(info, character);
 }
 
-const GlyphBitmap& GlyphBitmaps::Demand(const tag_CharInf& info, unsigned character) {
+const GlyphBitmap& GlyphBitmaps::GetOrThrow(const tag_CharInf& info, unsigned character) {
     const GlyphBitmap& glyph = Find(info, character);
-    if (glyph.broken) AfxThrowFileException(CFileException::genericException, -1, info.font_copy->file_name);
+    if (glyph.truncated) AfxThrowFileException(CFileException::genericException, -1, info.font_copy->file_name);
     return glyph;
 }
 
@@ -118,7 +125,7 @@ GlyphBitmap& GlyphBitmaps::Find(const tag_CharInf& info, unsigned character) {
     const tag_font_memory* const font = m_fonts != nullptr ? info.font_copy : nullptr;
     const bool run_coded = font != nullptr && IsRunCoded(*font, character);
     if (m_stored_bytes + m_run_coded_bytes > kKeptBytes) {
-        ForgetRunCoded();
+        DropRunCoded();
         SetFonts(m_fonts);
     }
     Glyphs& glyphs = run_coded ? m_run_coded : m_stored;
@@ -133,34 +140,38 @@ GlyphBitmap& GlyphBitmaps::Find(const tag_CharInf& info, unsigned character) {
 }
 
 void GlyphBitmaps::Fetch(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph) {
-    const std::string name = "character " + std::to_string(character) + " of " + info.font_copy->file_name + ": ";
-    const auto address = reinterpret_cast<FontAddress>(info.font_copy);
+    std::string failure;
     try {
-        int top = 0;
-        glyph.rect = m_fonts->GetMFRect(address, info.slot, character, top, nullptr);
-        if (glyph.rect.IsRectEmpty()) return;
-        const std::uint64_t bytes =
-            static_cast<std::uint64_t>(glyph.rect.Width()) * static_cast<std::uint64_t>(glyph.rect.Height()) * 4;
-        if (bytes > kMaxGlyphBytes) {
-            m_failures.push_back(name + "too large to be drawn");
-            return;
-        }
-        if (bytes > kBeyondAScreen && !IsRunCoded(*info.font_copy, character) && !MayHold(*info.font_copy, bytes)) {
-            m_failures.push_back(name + "larger than its font file");
-            return;
-        }
-        std::vector<std::uint8_t> pixels(static_cast<std::size_t>(bytes));
-        DIBSECTION dib = BitmapOver(pixels, glyph.rect);
-        m_fonts->BuildMFData(address, &dib, info.slot, character, info.colour_set);
-        glyph.pixels = std::move(pixels);
+        failure = Draw(info, character, glyph);
     } catch (CFileException* error) {
-        glyph.broken = true;
-        m_failures.push_back(name + TakeText(error));
+        glyph.truncated = true;
+        failure = TakeText(error);
     } catch (CException* error) {
-        m_failures.push_back(name + TakeText(error));
+        failure = TakeText(error);
     } catch (const std::bad_alloc&) {
-        m_failures.push_back(name + "too large for the memory at hand");
+        failure = "too large for the memory available";
     }
+    if (failure.empty()) return;
+    m_failures.push_back("character " + std::to_string(character) + " of " + info.font_copy->file_name + ": " +
+                         failure);
+}
+
+std::string GlyphBitmaps::Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph) {
+    const auto address = reinterpret_cast<FontAddress>(info.font_copy);
+    int top = 0;
+    glyph.rect = m_fonts->GetMFRect(address, info.slot, character, top, nullptr);
+    if (glyph.rect.IsRectEmpty()) return {};
+    const std::uint64_t bytes =
+        static_cast<std::uint64_t>(glyph.rect.Width()) * static_cast<std::uint64_t>(glyph.rect.Height()) * 4;
+    if (bytes > kMaxGlyphBytes) return "too large to be drawn";
+    if (bytes > kUncheckedBytes && !IsRunCoded(*info.font_copy, character) && !MayContain(*info.font_copy, bytes)) {
+        return "larger than its font file";
+    }
+    std::vector<std::uint8_t> pixels(static_cast<std::size_t>(bytes));
+    DIBSECTION dib = BitmapOver(pixels, glyph.rect);
+    m_fonts->BuildMFData(address, &dib, info.slot, character, info.colour_set);
+    glyph.pixels = std::move(pixels);
+    return {};
 }
 
 }  // namespace zel::host

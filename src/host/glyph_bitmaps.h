@@ -18,47 +18,49 @@
 
 namespace zel::host {
 
-/// One glyph: its rectangle and its pixels as BuildMFData leaves them, 4 bytes each (blue, green, red, alpha), bottom
+/// One glyph: its rectangle and its pixels as BuildMFData writes them, 4 bytes each (blue, green, red, alpha), bottom
 /// row first.
 struct GlyphBitmap {
     CRect rect;
-    std::vector<std::uint8_t> pixels;    ///< empty for an empty rectangle, and when they could not be had.
-    std::optional<std::uint32_t> crc32;  ///< of the pixels, once it was asked for.
-    bool broken = false;                 ///< its record in the font file is cut short.
+    /// Empty for an empty rectangle and after a failure.
+    std::vector<std::uint8_t> pixels;
+    /// Of the pixels, once it was requested.
+    std::optional<std::uint32_t> crc32;
+    /// The glyph's record in the font file is incomplete.
+    bool truncated = false;
 };
 
-/// The pixels of the characters of one message, asked of its font set and kept, so that a stored glyph that is used
-/// again costs no second opening of the font file. Run-coded glyphs stay for the messages that follow: a disk has few
-/// fonts. They are known again by the font's run codes and directory and by all colours, which is what they are drawn
-/// from.
+/// The pixels of the characters of one message. They are requested from its font set once and cached, so that a
+/// repeated stored glyph does not open the font file again. Run-coded glyphs are kept for the following messages, since
+/// a disk has few fonts: such a glyph is identified by what it is drawn from, which is the font's run codes and
+/// directory and all colours.
 class GlyphBitmaps {
   public:
-    /// Takes glyphs from this font set from now on, null for none, and forgets those that only its files hold.
+    /// Uses this font set from now on, null for none. Drops the stored glyphs of the set before.
     void SetFonts(CZelFont* fonts);
 
-    /// The glyph of a character in bitmap form; the empty one in text form. Good until the next call. What keeps it
-    /// from being had is noted in Failures, nothing is thrown but std::bad_alloc.
+    /// The glyph of a character in bitmap form; an empty one in text form. Valid until the next call. Errors are
+    /// appended to Failures(); throws only std::bad_alloc.
     const GlyphBitmap& Get(const tag_CharInf& info, unsigned character);
 
-    /// As Get, but a glyph whose record is cut short ends the caller's import, as it would in a host that catches
-    /// nothing.
+    /// As Get, but an incomplete record ends the caller's import, as in a host that catches no exceptions.
     /// @throws CFileException, cause 1, OS error -1, with the font file's name.
-    const GlyphBitmap& Demand(const tag_CharInf& info, unsigned character);
+    const GlyphBitmap& GetOrThrow(const tag_CharInf& info, unsigned character);
 
-    /// Checksum of the glyph's pixels, worked out once; nothing without pixels.
+    /// Checksum of the glyph's pixels, computed once; empty without pixels.
     std::optional<std::uint32_t> Checksum(const tag_CharInf& info, unsigned character);
 
-    /// A line for each glyph that could not be had, and the same given away.
+    /// One line for each glyph without pixels. TakeFailures moves the lines out.
     const std::vector<std::string>& Failures() const noexcept { return m_failures; }
     std::vector<std::string> TakeFailures() { return std::exchange(m_failures, {}); }
 
   private:
-    /// Font, character, colour set. A font is known by its address, or for its run-coded glyphs by its number.
+    /// Font, character, colour set. The font is its address, or for run-coded glyphs its number.
     using Key = std::tuple<std::uintptr_t, unsigned, int>;
     using Glyphs = std::map<Key, GlyphBitmap>;
 
-    /// What the run-coded glyphs of a font are drawn from.
-    struct Drawing {
+    /// What the run-coded glyphs of a font are drawn from, besides the colours.
+    struct RunCodedFont {
         std::vector<std::uint8_t> codes;
         std::vector<tag_char_entry> directory;
     };
@@ -68,19 +70,28 @@ class GlyphBitmaps {
         bool operator==(const Colours&) const = default;
     };
 
+    /// Number of a font with run codes: its index in m_run_coded_fonts.
     std::size_t NumberOf(const tag_font_memory& font);
-    void ForgetRunCoded();
+    std::size_t FindOrAdd(const tag_font_memory& font);
+    /// Drops the run-coded glyphs unless the font set's colours are those that they were drawn in.
+    void UseColours();
+    void DropRunCoded();
     GlyphBitmap& Find(const tag_CharInf& info, unsigned character);
     void Fetch(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
+    /// @return why there are no pixels, to follow the glyph's name; empty without an error.
+    /// @throws exceptions of the module, std::bad_alloc.
+    std::string Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
 
     CZelFont* m_fonts = nullptr;
     Glyphs m_stored;
     Glyphs m_run_coded;
-    std::vector<Drawing> m_drawings;                                        // a font's number is its place here
-    std::vector<std::pair<const tag_font_memory*, std::size_t>> m_numbers;  // of the fonts of this message
+    std::vector<RunCodedFont> m_run_coded_fonts;
+    /// Of the fonts of this message.
+    std::vector<std::pair<const tag_font_memory*, std::size_t>> m_numbers;
     Colours m_colours;
     std::size_t m_stored_bytes = 0;
-    std::size_t m_run_coded_bytes = 0;  // with the drawings
+    /// Including m_run_coded_fonts.
+    std::size_t m_run_coded_bytes = 0;
     std::vector<std::string> m_failures;
 };
 

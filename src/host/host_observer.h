@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "host/host_event.h"
 #include "host/target.h"
 #include "module/contract/records/char_inf.h"
 #include "platform/script/headless_desktop.h"
@@ -18,51 +19,63 @@ namespace zel::host {
 
 class GlyphBitmaps;
 
-/// A window message as it arrived, with what the host answered. `lParam` is the object that host_messages.h tells.
+/// A message from the module and the host's answer.
 struct SentMessage {
-    UINT message = 0;
-    Target target = Target::kHost;
-    WPARAM wParam = 0;
-    LPARAM lParam = 0;
-    LRESULT answer = 0;
+    HostEvent event;
+    /// The window that received it, which should be the contract's.
+    Target target;
+    /// As it arrived, for records of the call itself; `event` has its meaning.
+    WPARAM wParam;
+    LRESULT answer;
 };
 
 /// A call of the character callback.
 struct SentCharacter {
     const tag_CharInf& info;
-    unsigned character;            ///< the callback's third argument.
-    std::optional<int> font_slot;  ///< slot whose font_copy the record carries; empty in text form.
-    GlyphBitmaps& glyphs;          ///< pixels of the characters of this message.
+    /// The callback's third argument.
+    unsigned character;
+    /// Slot whose font_copy the record carries; empty in text form.
+    std::optional<int> font_slot;
+    /// Pixels of the characters of this message.
+    GlyphBitmaps& glyphs;
 };
 
-/// What a run of the module was for.
-enum class Road { kImport, kBatch, kExport, kFont };
+/// The purpose of a run of the module.
+enum class RunKind { kImport, kBatch, kExport, kFont };
 
 /// How a run of the module ended.
 struct RunEnd {
-    Road road = Road::kImport;
-    std::optional<int> status;  ///< m_iStatus of the last import; empty when there was no dialog.
-    std::string next_id;        ///< id that the next dialog starts with, in the module's bytes.
-    int y_offset = 0;           ///< lines that the rows of the last message were moved up by.
+    RunKind kind = RunKind::kImport;
+    /// m_iStatus of the last import; empty when there was no dialog.
+    std::optional<int> status;
+    /// Id that the next dialog starts with, in the module's bytes.
+    std::string next_id;
+    /// Lines by which the rows of the last message were moved up.
+    int y_offset = 0;
 };
 
-/// What became of one number of a batch.
 enum class ItemOutcome {
-    kRecorded,     ///< imported, and the host was told to record it.
-    kNotInserted,  ///< an RGBA file whose choice was cancelled: there is nothing to record.
-    kMissing,      ///< no such message.
-    kFailed,       ///< a message that is there couldn't be imported.
+    /// Imported, and the module asked the host to record it.
+    kRecorded,
+    /// An RGBA file whose choice was cancelled: there is nothing to record.
+    kNotInserted,
+    /// No such message.
+    kMissing,
+    /// The message exists and could not be imported.
+    kFailed,
 };
 
+/// The result for one number of a batch.
 struct BatchItem {
     int number = 0;
     ItemOutcome outcome = ItemOutcome::kRecorded;
-    std::string reason;  ///< of a failure: one line that names the file.
+    /// Of a failure: one line that names the file.
+    std::string reason;
 };
 
-/// Hears what happens between module and host, in the order in which it happens. References and what they lead to are
-/// good until the call returns. The calls come from inside the module, so that what OnSend and OnChar throw passes
-/// through it and ends the import; the other calls throw nothing.
+/// Receives what happens between module and host, in order. References, and what they refer to, are valid until the
+/// call returns. The calls come from inside the module: an exception of OnSend or OnChar passes through it and ends the
+/// import. The other functions must not throw, except where noted.
 class HostObserver {
   public:
     virtual ~HostObserver() = default;
@@ -71,13 +84,13 @@ class HostObserver {
     virtual void OnFileDialog(const script::HeadlessDesktop::FileDialog& /*dialog*/) {}
     virtual void OnSend(const SentMessage& /*message*/) {}
     virtual void OnChar(const SentCharacter& /*character*/) {}
-    /// An import has come to its end and the host has copied what it keeps; comes after the WM_PAINT that ends it.
+    /// An import has ended and the host has copied what it keeps. Follows the event Paint.
     virtual void OnMessage(const document::MessageRecord& /*message*/) {}
-    /// One number of a batch is done with. What it throws ends the batch.
+    /// One number of a batch is finished. An exception ends the batch.
     virtual void OnBatchItem(const BatchItem& /*item*/) {}
-    /// CZelTransExport::MakeTavroFont has returned `result`, and left its font in slot 0 if that is true.
+    /// CZelTransExport::MakeTavroFont has returned `result`; if true, its font is in slot 0.
     virtual void OnFont(bool /*result*/, const CZelFont& /*fonts*/) {}
-    /// An exception has left the module. In a batch the rest of the range follows in another call of the module.
+    /// An exception has left the module. A batch continues with the rest of the range in another call of the module.
     virtual void OnException(const std::string& /*text*/) {}
     virtual void OnEnd(const RunEnd& /*end*/) {}
 };

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "host/host_observer.h"
@@ -10,11 +11,16 @@ namespace zel::host {
 
 class ReferenceHost;
 
-/// Calls the module and sees to it that what it leaves behind is taken back, whichever way it ends.
-/// @return text of an exception of the module's that left it; anything else that is thrown passes.
+/// Calls the module and has the host release what the call leaves, however it ends.
+/// @return text of a CException that left the module; empty without one. Other exceptions pass.
 std::optional<std::string> CallInHost(ReferenceHost& host, const std::function<void()>& call);
 
-/// How a run has ended, with what the module keeps from call to call.
-RunEnd EndOf(Road road, std::optional<int> status);
+/// The end of a run, with the values that the module keeps from call to call.
+/// @param status  m_iStatus of the last import, if there was one.
+RunEnd RunEndOf(RunKind kind, std::optional<int> status);
+
+/// Reports the end of a run: the text of the exception that ended it, or else `end`.
+void ReportEnd(std::span<HostObserver* const> observers, const std::optional<std::string>& exception,
+               const RunEnd& end);
 
 }  // namespace zel::host

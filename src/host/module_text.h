@@ -7,10 +7,10 @@ class CException;
 
 namespace zel::host {
 
-/// Text of an exception of the module as one line; the exception is deleted.
+/// Text of an exception of the module, as one line. Deletes the exception.
 std::string TakeText(CException* error);
 
-/// The text with its line breaks and the blanks around them made one blank each.
+/// The text with each line break, and the blanks around it, replaced by one blank.
 std::string OneLine(std::string_view text);
 
 /// The module's text, a byte a character, as UTF-8; each byte is the code point of the same value.

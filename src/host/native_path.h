@@ -4,12 +4,11 @@
 
 namespace zel::host {
 
-/// A path of this system made absolute by putting the current directory in front, else as it is. Nothing else is
-/// changed: neither dots nor links nor doubled separators are resolved.
+/// A path of this system, made absolute by putting the current directory in front of it. Dots, links and doubled
+/// separators are not resolved.
 std::string AbsolutePath(const std::string& path);
 
-/// A path in the module's form, cut at its last backslash. A path directly in the root keeps the separator as its
-/// directory.
+/// A path in the module's form, split at its last backslash. The directory of a path in the root is the separator.
 struct ModulePathParts {
     std::string directory;
     std::string name;

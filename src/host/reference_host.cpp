@@ -4,19 +4,19 @@
 #include <array>
 #include <cstring>
 #include <typeinfo>
+#include <variant>
 
 #include "host/ftp_service.h"
 #include "host/native_path.h"
-#include "module/contract/host_messages.h"
+#include "module/contract/registration.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"
-#include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
 
 namespace zel::host {
 
-/// A window that hands each of the module's messages to the host and leaves the rest to the framework.
+/// A window that passes the module's messages to the host, and others to the framework.
 template <class Window>
 class ReferenceHost::MessageWindow : public Window {
   public:
@@ -26,26 +26,10 @@ class ReferenceHost::MessageWindow : public Window {
 
   protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        switch (message) {
-            case kMsgFonts:
-            case kMsgRowsDone:
-            case kMsgTabs:
-            case kMsgMessageDone:
-            case kMsgRgba:
-            case kMsgDialogReady:
-            case kMsgImportDone:
-            case kMsgRecord:
-            case kMsgNuvoOut:
-            case kMsgHasMessage:
-            case kMsgExportFlagged:
-            case kMsgExportPlain:
-            case kMsgExportFinish:
-            case kMsgFtp:
-            case WM_PAINT:
-                return m_host.OnMessage(m_target, message, wParam, lParam);
-            default:
-                return Window::WindowProc(message, wParam, lParam);
+        if (const auto event = DecodeHostEvent(message, wParam, lParam)) {
+            return m_host.OnEvent(m_target, *event, wParam);
         }
+        return Window::WindowProc(message, wParam, lParam);
     }
 
   private:
@@ -57,7 +41,8 @@ ReferenceHost* ReferenceHost::s_current = nullptr;
 
 namespace {
 
-/// What Register_GLV_OnChar copies whole: the directory of the name lists with its closing separator, or nothing.
+/// Argument of Register_GLV_OnChar, which copies all of it: the directory of the name lists with a final separator, or
+/// zeros.
 using MapDirBuffer = std::array<char, MAX_PATH>;
 
 MapDirBuffer MapDirectory(const std::optional<std::string>& maps) {
@@ -90,7 +75,7 @@ void RecordFonts(const CZelFont& fonts, document::MessageRecord& message) {
 
 void RecordRows(const CZelMessage& source, document::MessageRecord& message) {
     message.header = *source.m_pMsgHeader;
-    message.lines = source.m_pMsgFlags->Lines();
+    message.standard = source.m_pMsgFlags->Standard();
     message.rows.resize(static_cast<std::size_t>(message.header.RowCount()));
     for (std::size_t index = 0; index < message.rows.size(); ++index) {
         const tag_msg_row& row = source.m_pRows[index];
@@ -107,10 +92,6 @@ void RecordRows(const CZelMessage& source, document::MessageRecord& message) {
 /// The message file of a dialog's import, in the module's form.
 std::string FileOf(const CZelTransDlg& dialog) {
     return std::string(dialog.m_sMessageDir.GetString()) + "\\" + dialog.m_sMessageID.GetString();
-}
-
-const char* PathIn(LPARAM string) {
-    return reinterpret_cast<const CString*>(string)->GetString();
 }
 
 }  // namespace
@@ -142,8 +123,8 @@ CWnd* ReferenceHost::ExportWindow() const noexcept {
     return m_export_window.get();
 }
 
-void ReferenceHost::EndCall(HowCallEnded how) {
-    if (how == HowCallEnded::kException) {
+void ReferenceHost::EndCall(CallEnd how) {
+    if (how == CallEnd::kException) {
         m_order.OnException();
     } else {
         m_order.OnReturn();
@@ -153,70 +134,86 @@ void ReferenceHost::EndCall(HowCallEnded how) {
     m_message.reset();
 }
 
-LRESULT ReferenceHost::OnMessage(Target target, UINT message, WPARAM wParam, LPARAM lParam) {
-    m_order.OnMessage(target, message, wParam);
-    const LRESULT answer = Answer(message, wParam, lParam);
-    for (HostObserver* observer : m_observers) observer->OnSend({message, target, wParam, lParam, answer});
-    if (message == WM_PAINT) FinishImport();
+LRESULT ReferenceHost::OnEvent(Target target, const HostEvent& event, WPARAM wParam) {
+    m_order.OnEvent(event, target);
+    const LRESULT answer = std::visit([this](const auto& content) { return Answer(content); }, event);
+    for (HostObserver* observer : m_observers) observer->OnSend({event, target, wParam, answer});
+    if (std::holds_alternative<Paint>(event)) FinishImport();
     return answer;
 }
 
-LRESULT ReferenceHost::Answer(UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case kMsgDialogReady:
-            SetUpDialog(*reinterpret_cast<CZelTransDlg*>(lParam));
-            return 0;
-        case kMsgFonts:
-            BeginMessage(*reinterpret_cast<CZelFont*>(lParam));
-            return 0;
-        case kMsgRowsDone:
-            RecordRows(*reinterpret_cast<const CZelMessage*>(lParam), Message());
-            return 0;
-        case kMsgTabs: {
-            const auto* tabs = reinterpret_cast<const tag_tab_field*>(lParam);
-            Message().tabs.assign(tabs, tabs + wParam);
-            return 0;
-        }
-        case kMsgRgba:
-            m_message.emplace();
-            m_message->rgba = true;
-            m_message->object = wParam != 0;
-            m_message->file = FileOf(*reinterpret_cast<const CZelTransDlg*>(lParam));
-            return 0;
-        case kMsgImportDone: {
-            const auto& dialog = *reinterpret_cast<const CZelTransDlg*>(lParam);
-            Message().id = dialog.m_sMessageID.GetString();
-            Message().file = FileOf(dialog);
-            return 0;
-        }
-        case kMsgHasMessage:
-            return m_options.exports != nullptr && m_options.exports->Has(static_cast<int>(wParam)) ? 1 : 0;
-        case kMsgExportFlagged:
-        case kMsgExportPlain:
-            if (m_options.exports != nullptr) m_options.exports->Begin(static_cast<int>(wParam));
-            return 0;
-        case kMsgExportFinish:
-            if (m_options.exports != nullptr) m_options.exports->Complete(static_cast<int>(wParam), PathIn(lParam));
-            return 0;
-        case kMsgNuvoOut:
-            if (wParam == 1) {
-                *reinterpret_cast<BYTE*>(lParam) = m_nuvo_state;
-            } else {
-                m_nuvo_state = static_cast<BYTE>(lParam & 0xFF);
-            }
-            return 0;
-        case kMsgFtp:
-            if (m_ftp != nullptr) m_ftp->Handle(*reinterpret_cast<CZelTransFTP*>(lParam));
-            return 0;
-        default:
-            return 0;
-    }
+LRESULT ReferenceHost::Answer(const DialogReady& event) {
+    SetUpDialog(event.dialog);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const FontsReady& event) {
+    BeginMessage(event.fonts);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const RowsDone& event) {
+    RecordRows(event.message, Message());
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const TabsReady& event) {
+    Message().tabs.assign(event.tabs.begin(), event.tabs.end());
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const RgbaChosen& event) {
+    m_message.emplace();
+    m_message->rgba = true;
+    m_message->object = event.as_object;
+    m_message->file = FileOf(event.dialog);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const ImportDone& event) {
+    Message().id = event.dialog.m_sMessageID.GetString();
+    Message().file = FileOf(event.dialog);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const HasMessage& event) {
+    return m_options.exports != nullptr && m_options.exports->Has(event.number) ? 1 : 0;
+}
+
+LRESULT ReferenceHost::Answer(const ExportFlagged& event) {
+    if (m_options.exports != nullptr) m_options.exports->Begin(event.number);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const ExportPlain& event) {
+    if (m_options.exports != nullptr) m_options.exports->Begin(event.number);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const ExportFinish& event) {
+    if (m_options.exports != nullptr) m_options.exports->Complete(event.number, event.path.GetString());
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const NuvoFetch& event) {
+    event.state = m_nuvo_state;
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const NuvoSet& event) {
+    m_nuvo_state = static_cast<BYTE>(event.state & 0xFF);
+    return 0;
+}
+
+LRESULT ReferenceHost::Answer(const FtpRequest& event) {
+    if (m_ftp != nullptr) m_ftp->Handle(event.dialog);
+    return 0;
 }
 
 void ReferenceHost::SetUpDialog(CZelTransDlg& dialog) {
     m_dialog = &dialog;
     dialog.AddChangeListener(*this);
-    dialog.m_iLines = m_options.lines;
+    dialog.m_iLines = ActiveLines(m_options.standard);
     dialog.m_bTrueFont = m_options.tt_convert ? TRUE : FALSE;
     dialog.m_bBaselineAlign = m_options.baseline_align ? TRUE : FALSE;
     dialog.UpdateData(FALSE);
@@ -226,12 +223,12 @@ void ReferenceHost::BeginMessage(CZelFont& fonts) {
     m_fonts.Take(fonts);
     m_glyphs.SetFonts(&fonts);
     m_message.emplace();
-    if (m_done) m_message->characters.reserve(m_done->characters.size());  // messages of a disk are alike
+    if (m_done) m_message->characters.reserve(m_done->characters.size());  // messages of a disk are similar
     RecordFonts(fonts, *m_message);
 }
 
 document::MessageRecord& ReferenceHost::Message() {
-    return m_message ? *m_message : m_message.emplace();  // a message out of place may come before the one that begins
+    return m_message ? *m_message : m_message.emplace();  // out of order, before FontsReady
 }
 
 void ReferenceHost::OnCharCall(CWnd* /*window*/, tag_CharInf* info, unsigned int character) {
@@ -253,7 +250,7 @@ void ReferenceHost::OnCharacter(const tag_CharInf& info, unsigned character) {
 
 void ReferenceHost::FinishImport() {
     m_glyphs.SetFonts(nullptr);
-    m_fonts.ReleaseWithSet();
+    m_fonts.ReleaseAndClearSet();
     if (!m_message) return;
     m_message->glyph_failures = m_glyphs.TakeFailures();
     m_done = std::exchange(m_message, std::nullopt);
@@ -262,8 +259,7 @@ void ReferenceHost::FinishImport() {
 
 void ReferenceHost::WindowChanged(CWnd& window, framework::WindowChange change) {
     if (change != framework::WindowChange::destroyed || &window != m_dialog) return;
-    // An exception can bring the window down from the destructor of a base class: the dialog's own members are gone
-    // then.
+    // An exception can destroy the window from the destructor of a base class, after the dialog's own members.
     const std::type_info& type = typeid(window);
     if (type != typeid(CDialog) && type != typeid(CWnd)) m_status = m_dialog->m_iStatus;
     m_dialog = nullptr;

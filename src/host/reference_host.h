@@ -11,10 +11,12 @@
 #include "host/export_service.h"
 #include "host/font_keeper.h"
 #include "host/glyph_bitmaps.h"
+#include "host/host_event.h"
 #include "host/host_observer.h"
 #include "host/order_checker.h"
 #include "module/contract/export_window.h"
 #include "module/contract/records/char_inf.h"
+#include "module/contract/records/video_standard.h"
 #include "platform/framework/cwnd.h"
 
 class CZelTransDlg;
@@ -23,27 +25,30 @@ namespace zel::host {
 
 class FtpService;
 
-enum class HowCallEnded { kReturned, kException };
+enum class CallEnd { kReturned, kException };
 
-/// What the host sets in the dialog of an import, and what it registers.
+/// The values that the host sets in the import dialog and registers.
 struct HostOptions {
-    int lines = 486;  ///< active lines of the host's video standard, 486 or 576.
+    /// The host's own.
+    VideoStandard standard = VideoStandard::kNtsc;
     bool tt_convert = false;
     bool baseline_align = true;
-    std::optional<std::string>
-        maps;  ///< this system's path of the name lists' directory; without it no directory is registered.
-    ExportService* exports = nullptr;  ///< not owned; without it the host has no message to export.
-    bool export_flag = false;          ///< of the export window: an export begins at the host's window.
+    /// This system's path of the directory of the name lists; empty: no directory is registered.
+    std::optional<std::string> maps{};
+    /// Not owned; without it the host has no messages to export.
+    ExportService* exports = nullptr;
+    /// Flag of the export window: the first step of an export goes to the host's window.
+    bool export_flag = false;
 };
 
-/// A host could not be made as it was asked for.
+/// A host could not be made with its options.
 class HostError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// A host for the module: it has the windows that the module's messages go to and the registered callback, takes copies
-/// of what dies with an import, and gives the font data back. One at a time, on the user-interface thread; what was
-/// registered before it (main window, callback) comes back when it ends.
+/// A host for the module. It has the windows and the callback that the module sends to, copies what is freed with an
+/// import, and releases the font data. One at a time, on the user-interface thread. Its destructor restores the main
+/// window and the callback that were registered before.
 class ReferenceHost : private framework::WindowListener {
   public:
     /// @throws HostError when the directory of the name lists is longer than the 258 characters that can be registered.
@@ -58,17 +63,17 @@ class ReferenceHost : private framework::WindowListener {
     /// Not owned; must outlive the host.
     void AddObserver(HostObserver* observer) { m_observers.push_back(observer); }
 
-    /// Who answers the dialog of the FTP copy; not owned, null for nobody.
+    /// Does the work of the FTP dialog; not owned. Null: the dialog has no effect.
     void SetFtpService(FtpService* service) noexcept { m_ftp = service; }
 
-    /// To be called when a call into the module has returned, or has been left by an exception: gives back what fonts
-    /// are still held.
-    void EndCall(HowCallEnded how);
+    /// Must be called after each call into the module, also after an exception. Releases fonts that are still held.
+    void EndCall(CallEnd how);
 
-    /// The last import that came to its end; nothing when none did. It is given once.
+    /// Moves out the last completed import; empty without one.
     std::optional<document::MessageRecord> TakeMessage() { return std::exchange(m_done, std::nullopt); }
-    /// m_iStatus of the last dialog, taken when its window went.
+    /// m_iStatus of the last dialog, read when its window was destroyed.
     std::optional<int> Status() const noexcept { return m_status; }
+    /// One line for each violation of the contract's order.
     const std::vector<std::string>& Breaches() const noexcept { return m_order.Breaches(); }
 
   private:
@@ -77,8 +82,23 @@ class ReferenceHost : private framework::WindowListener {
 
     static void OnCharCall(CWnd* window, tag_CharInf* info, unsigned int character);
 
-    LRESULT OnMessage(Target target, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT Answer(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnEvent(Target target, const HostEvent& event, WPARAM wParam);
+    LRESULT Answer(const DialogReady& event);
+    LRESULT Answer(const FontsReady& event);
+    LRESULT Answer(const RowsDone& event);
+    LRESULT Answer(const TabsReady& event);
+    LRESULT Answer(const RgbaChosen& event);
+    LRESULT Answer(const ImportDone& event);
+    LRESULT Answer(const HasMessage& event);
+    LRESULT Answer(const ExportFlagged& event);
+    LRESULT Answer(const ExportPlain& event);
+    LRESULT Answer(const ExportFinish& event);
+    LRESULT Answer(const NuvoFetch& event);
+    LRESULT Answer(const NuvoSet& event);
+    LRESULT Answer(const FtpRequest& event);
+    LRESULT Answer(const MessageDone& /*event*/) { return 0; }
+    LRESULT Answer(const RecordMessage& /*event*/) { return 0; }
+    LRESULT Answer(const Paint& /*event*/) { return 0; }
     void OnCharacter(const tag_CharInf& info, unsigned character);
     void SetUpDialog(CZelTransDlg& dialog);
     void BeginMessage(CZelFont& fonts);
@@ -86,7 +106,8 @@ class ReferenceHost : private framework::WindowListener {
     void FinishImport();
     void WindowChanged(CWnd& window, framework::WindowChange change) override;
 
-    static ReferenceHost* s_current;  ///< the callback carries no context of its own.
+    /// The host that the callback calls, which has no context of its own.
+    static ReferenceHost* s_current;
 
     HostOptions m_options;
     std::unique_ptr<MessageWindow<CWnd>> m_main_window, m_host_window;
@@ -97,9 +118,12 @@ class ReferenceHost : private framework::WindowListener {
     OrderChecker m_order;
     GlyphBitmaps m_glyphs;
     FontKeeper m_fonts;
-    std::optional<document::MessageRecord> m_message;  ///< of the import under way.
+    /// Of the import under way.
+    std::optional<document::MessageRecord> m_message;
+    /// Of the last completed import.
     std::optional<document::MessageRecord> m_done;
-    CZelTransDlg* m_dialog = nullptr;  ///< while its window lives.
+    /// While its window exists.
+    CZelTransDlg* m_dialog = nullptr;
     std::optional<int> m_status;
     ReferenceHost* m_previous;
     CWnd* m_previous_main;

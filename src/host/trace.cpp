@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <iterator>
 #include <ostream>
+#include <span>
 #include <string_view>
+#include <variant>
 
 #include "host/glyph_bitmaps.h"
-#include "module/contract/host_messages.h"
 #include "module/contract/records/effpar.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_ftp.h"
-#include "platform/system/messages.h"
 
 namespace zel::host {
 
@@ -40,15 +40,15 @@ const char* Name(Target target) noexcept {
     return "";
 }
 
-const char* Name(Road road) noexcept {
-    switch (road) {
-        case Road::kImport:
+const char* Name(RunKind kind) noexcept {
+    switch (kind) {
+        case RunKind::kImport:
             return "import";
-        case Road::kBatch:
+        case RunKind::kBatch:
             return "batch";
-        case Road::kExport:
+        case RunKind::kExport:
             return "export";
-        case Road::kFont:
+        case RunKind::kFont:
             return "font";
     }
     return "";
@@ -135,10 +135,9 @@ void AddHeader(document::JsonLine& line, const CZelMessage& message) {
     line.Close(']');
 }
 
-void AddTabs(document::JsonLine& line, const tag_tab_field* tabs, std::size_t count) {
+void AddTabs(document::JsonLine& line, std::span<const tag_tab_field> tabs) {
     line.Key("tabs").Open('[');
-    for (std::size_t index = 0; index < count; ++index) {
-        const tag_tab_field& tab = tabs[index];
+    for (const tag_tab_field& tab : tabs) {
         line.Open('{')
             .Number("tab_start", std::uint16_t{tab.tab_start})
             .Number("tab_end", std::uint16_t{tab.tab_end})
@@ -152,45 +151,68 @@ void AddTabs(document::JsonLine& line, const tag_tab_field* tabs, std::size_t co
     line.Close(']');
 }
 
-void AddMessageKeys(document::JsonLine& line, const SentMessage& sent) {
-    switch (sent.message) {
-        case kMsgFonts: {
-            const CZelFont& fonts = *reinterpret_cast<const CZelFont*>(sent.lParam);
-            AddFonts(line, fonts);
-            AddPalette(line, fonts);
-            break;
-        }
-        case kMsgRowsDone:
-        case kMsgMessageDone:
-            AddHeader(line, *reinterpret_cast<const CZelMessage*>(sent.lParam));
-            break;
-        case kMsgTabs:
-            AddTabs(line, reinterpret_cast<const tag_tab_field*>(sent.lParam), sent.wParam);
-            break;
-        case kMsgImportDone:
-            line.Bytes("id", View(reinterpret_cast<const CZelTransDlg*>(sent.lParam)->m_sMessageID));
-            break;
-        case kMsgRecord:
-            line.Number("id", sent.lParam);
-            break;
-        case kMsgExportFlagged:
-        case kMsgExportPlain:
-        case kMsgExportFinish:
-            line.Number("id", sent.wParam).Bytes("path", View(*reinterpret_cast<const CString*>(sent.lParam)));
-            break;
-        case kMsgHasMessage:
-            line.Number("id", sent.wParam).Number("answer", sent.answer);
-            break;
-        case kMsgNuvoOut:
-            line.Number("state", sent.wParam == 1 ? LPARAM{*reinterpret_cast<const BYTE*>(sent.lParam)} : sent.lParam);
-            break;
-        case kMsgFtp:
-            line.Number("execute", reinterpret_cast<const CZelTransFTP*>(sent.lParam)->m_bExecute ? 1 : 0);
-            break;
-        default:
-            break;
-    }
+// The keys of each event after those that every message has.
+
+void AddKeys(document::JsonLine& line, const FontsReady& sent) {
+    AddFonts(line, sent.fonts);
+    AddPalette(line, sent.fonts);
 }
+
+void AddKeys(document::JsonLine& line, const RowsDone& sent) {
+    AddHeader(line, sent.message);
+}
+
+void AddKeys(document::JsonLine& line, const TabsReady& sent) {
+    AddTabs(line, sent.tabs);
+}
+
+void AddKeys(document::JsonLine& line, const MessageDone& sent) {
+    AddHeader(line, sent.message);
+}
+
+void AddKeys(document::JsonLine& line, const ImportDone& sent) {
+    line.Bytes("id", View(sent.dialog.m_sMessageID));
+}
+
+void AddKeys(document::JsonLine& line, const RecordMessage& sent) {
+    line.Number("id", sent.number);
+}
+
+void AddKeys(document::JsonLine& line, const HasMessage& sent) {
+    line.Number("id", sent.number);
+}
+
+void AddExportKeys(document::JsonLine& line, int number, const CString& path) {
+    line.Number("id", number).Bytes("path", View(path));
+}
+
+void AddKeys(document::JsonLine& line, const ExportFlagged& sent) {
+    AddExportKeys(line, sent.number, sent.path);
+}
+
+void AddKeys(document::JsonLine& line, const ExportPlain& sent) {
+    AddExportKeys(line, sent.number, sent.path);
+}
+
+void AddKeys(document::JsonLine& line, const ExportFinish& sent) {
+    AddExportKeys(line, sent.number, sent.path);
+}
+
+void AddKeys(document::JsonLine& line, const NuvoFetch& sent) {
+    line.Number("state", sent.state);
+}
+
+void AddKeys(document::JsonLine& line, const NuvoSet& sent) {
+    line.Number("state", sent.state);
+}
+
+void AddKeys(document::JsonLine& line, const FtpRequest& sent) {
+    line.Number("execute", sent.dialog.m_bExecute ? 1 : 0);
+}
+
+void AddKeys(document::JsonLine& /*line*/, const DialogReady& /*sent*/) {}
+void AddKeys(document::JsonLine& /*line*/, const RgbaChosen& /*sent*/) {}
+void AddKeys(document::JsonLine& /*line*/, const Paint& /*sent*/) {}
 
 void AddCharInf(document::JsonLine& line, const SentCharacter& sent) {
     const tag_CharInf& info = sent.info;
@@ -270,20 +292,21 @@ void TraceWriter::OnFileDialog(const script::HeadlessDesktop::FileDialog& dialog
     Write();
 }
 
-void TraceWriter::OnSend(const SentMessage& message) {
+void TraceWriter::OnSend(const SentMessage& sent) {
     Begin("send")
-        .Number("message", message.message)
-        .Bytes("target", Name(message.target))
-        .Number("wParam", message.wParam);
-    AddMessageKeys(m_line, message);
+        .Number("message", MessageOf(sent.event))
+        .Bytes("target", Name(sent.target))
+        .Number("wParam", sent.wParam);
+    std::visit([this](const auto& event) { AddKeys(m_line, event); }, sent.event);
+    if (std::holds_alternative<HasMessage>(sent.event)) m_line.Number("answer", sent.answer);
     Write();
 }
 
 void TraceWriter::OnChar(const SentCharacter& character) {
     if (m_ended) return;
     const bool pixels = m_pixels == TracePixels::kYes && character.font_slot.has_value();
-    // They come before the line is begun: a missing font file gives a box meanwhile, a record cut short ends the trace.
-    if (pixels) character.glyphs.Demand(character.info, character.character);
+    // Fetched before the line begins: a missing font file shows a box, a truncated record ends the trace.
+    if (pixels) character.glyphs.GetOrThrow(character.info, character.character);
     Begin("char").Number("char", character.character);
     AddCharInf(m_line, character);
     if (pixels) AddPixels(m_line, character);
@@ -304,7 +327,7 @@ void TraceWriter::OnException(const std::string& text) {
 }
 
 void TraceWriter::OnEnd(const RunEnd& end) {
-    Begin("end").Bytes("road", Name(end.road));
+    Begin("end").Bytes("road", Name(end.kind));
     if (end.status) m_line.Number("status", *end.status);
     m_line.Bytes("next_id", end.next_id).Number("y_offset", end.y_offset);
     Write();

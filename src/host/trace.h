@@ -8,18 +8,18 @@
 
 namespace zel::host {
 
-/// Whether the trace tells size and checksum of each character's pixels.
+/// Whether the trace contains size and checksum of each character's pixels.
 enum class TracePixels { kNo, kYes };
 
-/// Writes what happens as JSON, one object a line, in the order in which it happens; docs/trace.md lists the keys.
+/// Writes what happens as JSON, one object per line, in order. docs/trace.md lists the keys.
 class TraceWriter : public HostObserver {
   public:
-    /// @param out  not owned; its state tells whether everything could be written.
+    /// @param out  not owned; its state shows whether everything was written.
     explicit TraceWriter(std::ostream& out, TracePixels pixels = TracePixels::kNo);
 
     void OnBox(const script::HeadlessDesktop::Box& box) override;
     void OnFileDialog(const script::HeadlessDesktop::FileDialog& dialog) override;
-    void OnSend(const SentMessage& message) override;
+    void OnSend(const SentMessage& sent) override;
     void OnChar(const SentCharacter& character) override;
     void OnFont(bool result, const CZelFont& fonts) override;
     void OnException(const std::string& text) override;
@@ -32,7 +32,8 @@ class TraceWriter : public HostObserver {
     std::ostream& m_out;
     TracePixels m_pixels;
     document::JsonLine m_line;
-    bool m_ended = false;  // by an exception, which is the last line
+    // An exception is the last line.
+    bool m_ended = false;
 };
 
 }  // namespace zel::host

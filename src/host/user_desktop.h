@@ -9,15 +9,15 @@
 
 namespace zel::host {
 
-/// How a prompt for a missing font is answered.
+/// The answer to a prompt for a missing font.
 enum class BoxAnswer { kYes, kNo, kCancel };
 
-/// A desktop without a screen whose user answers as the program was told to. It is the current one for as long as it
-/// lives.
+/// A desktop without a screen, with the program's options as the user's answers. It is the current desktop while it
+/// exists.
 class UserDesktop : public script::HeadlessDesktop {
   public:
-    /// @param browse     this system's path of the file that file dialogs give; without it they are cancelled.
-    /// @param observers  hear of boxes and file dialogs; not owned, must outlive the desktop.
+    /// @param browse     this system's path of the file chosen in file dialogs; empty: they are cancelled.
+    /// @param observers  receive boxes and file dialogs; not owned, must outlive the desktop.
     UserDesktop(BoxAnswer answer, const std::optional<std::string>& browse, std::span<HostObserver* const> observers);
     ~UserDesktop() override { seam::SetDesktop(m_previous); }
     UserDesktop(const UserDesktop&) = delete;

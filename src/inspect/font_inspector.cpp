@@ -3,9 +3,9 @@
 #include "inspect/glyph_check.h"
 #include "inspect/section_list.h"
 #include "inspect/words.h"
+#include "module/contract/records/edge.h"
 #include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
-#include "module/translate/edge.h"
 
 namespace zel::inspect {
 
@@ -75,7 +75,7 @@ void FillHeader(const tag_font_header& header, FontReport& font) {
     font.row_top_offset = header.row_top_offset;
     font.row_inset = header.row_inset;
     font.edge_type = header.EdgeType();
-    font.edge_angle = translate::EdgeAngle(header.EdgeDirection());
+    font.edge_angle = EdgeAngle(header.EdgeDirection());
     font.edge_size = header.edge_size;
     font.flags = header.font_flags;
     font.flags_in_words = FlagsInWords(header.font_flags);

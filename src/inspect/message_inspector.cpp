@@ -69,7 +69,7 @@ constexpr std::uint32_t ScreenColour(COLORREF colour) {
 void FillPalette(const message::LoadedMessage& loaded, std::span<const std::uint8_t> bytes, const SectionList& found,
                  FileReport& report) {
     MessageReport& message = *report.message;
-    message.own_palette = loaded.flags->Has(kSectionPalette);
+    message.own_palette = loaded.flags->Has(SectionFlag::kPalette);
     const Section* section = found.Find("palette");
     if (loaded.palette == nullptr || (section != nullptr && section->present != section->size)) return;
     for (const auto& set : loaded.palette->colour_sets) {

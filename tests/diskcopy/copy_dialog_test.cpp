@@ -19,6 +19,7 @@
 #include "diskcopy/copy_dlg.h"
 #include "platform/script/headless_desktop.h"
 #include "platform/system/errors.h"
+#include "platform/system/drives.h"
 #include "platform/system/files.h"
 #include "platform/test_dialog.h"
 

@@ -21,7 +21,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-/// Notes the numbers of a batch as words such as "5 recorded", and each failure's reason.
+/// Notes the numbers of a batch, such as "5 recorded", and each failure's reason.
 class ItemRecorder : public host::HostObserver {
   public:
     void OnBatchItem(const host::BatchItem& item) override {
@@ -53,7 +53,7 @@ class BatchRun : public HostDisk {
     ItemRecorder m_items;
 };
 
-TEST_F(BatchRun, TellsWhatBecomesOfEachNumber) {
+TEST_F(BatchRun, ReportsTheResultForEachNumber) {
     WriteMessage(OneRow("A"), ".0001");
     samples::WriteWholeFile(Path("MESSAGES/.0003"), std::string_view("not a message at all, though long enough"));
     const samples::StoredGlyph picture{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
@@ -93,7 +93,7 @@ TEST_F(BatchRun, RunsSeveralRangesInOneDialog) {
     EXPECT_EQ(order.order.find("1212"), order.order.rfind("1212"));
 }
 
-TEST_F(BatchRun, SaysWhyTheModuleRefusesARange) {
+TEST_F(BatchRun, ReportsWhyTheModuleRefusesARange) {
     m_batch.ranges = {{"1", "x"}, {"1", "2"}};
     const run::BatchOutcome outcome = Run();
     EXPECT_EQ(outcome.end, run::BatchEnd::kRefused);
@@ -101,7 +101,7 @@ TEST_F(BatchRun, SaysWhyTheModuleRefusesARange) {
     EXPECT_THAT(m_items.items, IsEmpty());
 }
 
-TEST_F(BatchRun, StopsWhereverItIsAskedTo) {
+TEST_F(BatchRun, StopsAtEachCheckOfTheEscapeKey) {
     for (const char* name : {".0001", ".0002", ".0003", ".0004"}) WriteMessage(OneRow("A"), name);
     for (const int asking : {1, 2, 3, 6}) {
         int asked = 0;
@@ -112,7 +112,7 @@ TEST_F(BatchRun, StopsWhereverItIsAskedTo) {
     }
 }
 
-/// Has the memory run out in the middle of the second message that comes.
+/// Throws a memory exception at the second character.
 class OutOfMemoryOnce : public host::HostObserver {
   public:
     void OnChar(const host::SentCharacter& /*character*/) override {
@@ -123,13 +123,13 @@ class OutOfMemoryOnce : public host::HostObserver {
     int m_count = 0;
 };
 
-TEST_F(BatchRun, GoesOnBehindAMessageThatEndsInAnException) {
+TEST_F(BatchRun, ContinuesAfterAMessageThatEndsInAnException) {
     for (const char* name : {".0001", ".0002", ".0003"}) WriteMessage(OneRow("A"), name);
-    OutOfMemoryOnce trouble;
+    OutOfMemoryOnce out_of_memory;
     std::ostringstream text;
     host::TraceWriter trace(text, host::TracePixels::kNo);
     ItemRecorder items;
-    std::vector<host::HostObserver*> observers{&items, &trace, &trouble};
+    std::vector<host::HostObserver*> observers{&items, &trace, &out_of_memory};
     const run::BatchOutcome outcome = run::RunBatch(m_batch, observers);
     EXPECT_THAT(items.items, ElementsAre("1 recorded", "2 failed", "3 recorded", "4 missing"));
     EXPECT_EQ(items.reasons.at(0), Path("MESSAGES/.0002") + ": reading stopped: Out of memory.");
@@ -137,7 +137,7 @@ TEST_F(BatchRun, GoesOnBehindAMessageThatEndsInAnException) {
     EXPECT_THAT(text.str(), testing::EndsWith("{\"event\":\"exception\",\"text\":\"Out of memory.\"}\n"));
 }
 
-/// A host that has what is in `held`.
+/// A host with the messages in `held`.
 class Shelf : public host::ExportService {
   public:
     bool Has(int number) override { return held.contains(number); }
@@ -150,7 +150,7 @@ class Shelf : public host::ExportService {
     std::vector<std::string> done;
 };
 
-TEST_F(BatchRun, ExportsWhatTheHostHolds) {
+TEST_F(BatchRun, ExportsTheHostsMessages) {
     for (const bool flag : {false, true}) {
         Shelf shelf;
         OrderRecorder order;

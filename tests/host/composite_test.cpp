@@ -30,7 +30,7 @@ INSTANTIATE_TEST_SUITE_P(
                         "half_on_half_covers_three_quarters", {255, 0, 0, 128}, {0, 0, 255, 128}, {170, 0, 85, 192}},
                     OverCase{"one_colour_stays_itself", {77, 77, 77, 10}, {77, 77, 77, 200}, {77, 77, 77, 202}},
                     OverCase{"half_on_full_is_the_mean", {100, 0, 0, 128}, {0, 100, 0, 255}, {50, 50, 0, 255}}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(StraightAlpha, AgreesWithTheFormulaEverywhere) {
     for (unsigned source_alpha = 1; source_alpha < 256; source_alpha += 2) {
@@ -91,7 +91,7 @@ INSTANTIATE_TEST_SUITE_P(Each, BitmapPlace,
                                          PlaceCase{"right_of_the_canvas", 3, 0, "...|..."},
                                          PlaceCase{"below_the_canvas", 0, 2, "...|..."},
                                          PlaceCase{"far_away", 100000, -100000, "...|..."}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(SmallCanvas, TakesBlueGreenRedFromABitmap) {
     picture::LayBitmap(m_canvas, 0, 0, 2, 2, Bitmap());

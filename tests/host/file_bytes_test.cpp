@@ -25,14 +25,14 @@ class FileBytes : public testing::Test {
     std::filesystem::path m_file = m_scratch.Path() / "file";
 };
 
-TEST_F(FileBytes, TakeThePlaceOfWhatWasThere) {
+TEST_F(FileBytes, ReplaceTheFile) {
     base::WriteWholeFile(m_file, "long before");
     base::WriteWholeFile(m_file, std::string_view("a\0b", 3));
     EXPECT_EQ(samples_test::ReadAll(m_file), std::string("a\0b", 3));
     EXPECT_EQ(Names(), 1U);
 }
 
-TEST_F(FileBytes, LeaveNoDraftWhereADirectoryHasTheName) {
+TEST_F(FileBytes, LeaveNoUnfinishedFileWhereADirectoryHasTheName) {
     std::filesystem::create_directory(m_file);
     EXPECT_THAT([&] { base::WriteWholeFile(m_file, "x"); },
                 ThrowsMessage<std::runtime_error>(AllOf(StartsWith(m_file.string()), HasSubstr("directory"))));
@@ -53,7 +53,7 @@ picture::Picture Gradient() {
     return picture;
 }
 
-TEST(PngBytes, ComeBackAsThePartOfThePictureThatTheyHold) {
+TEST(PngBytes, DecodeToTheChannelsThatTheyContain) {
     const picture::Picture whole = Gradient(), back = picture::DecodePng(picture::EncodePng(whole));
     const picture::Picture colour = picture::DecodePng(picture::EncodePng(whole, {picture::PngChannels::kColour}));
     const picture::Picture alpha = picture::DecodePng(picture::EncodePng(whole, {picture::PngChannels::kAlpha}));
@@ -64,14 +64,14 @@ TEST(PngBytes, ComeBackAsThePartOfThePictureThatTheyHold) {
     }
 }
 
-TEST(PngBytes, ThatAreCutShortAreRefused) {
+TEST(PngBytes, ThatAreTruncatedAreRefused) {
     const std::string bytes = picture::EncodePng(Gradient());
     for (std::size_t size = 0; size + 16 < bytes.size(); ++size) {
         EXPECT_THROW(picture::DecodePng(std::string_view(bytes).substr(0, size)), std::runtime_error) << size;
     }
 }
 
-TEST(PngBytes, OfAPictureBeyondTheLimitsAreRefusedBeforeMemoryIsTaken) {
+TEST(PngBytes, OfATooLargePictureAreRefusedBeforeAllocation) {
     const picture::Picture wide{picture::kLargestPngSide + 1, 1,
                                 std::vector<std::uint8_t>((picture::kLargestPngSide + 1) * 4)};
     EXPECT_THAT([&] { picture::DecodePng(picture::EncodePng(wide)); },

@@ -37,7 +37,7 @@ class FontRun : public HostDisk {
     run::FontRunRequest m_font;
 };
 
-TEST_F(FontRun, HandsTheFontOverWithTheDefaultPaletteOnceTheTraceHasEnded) {
+TEST_F(FontRun, PassesTheFontWithTheDefaultPaletteAfterTheEndOfTheTrace) {
     WriteFont(BlockFont(), 12);
     std::ostringstream out;
     host::TraceWriter trace(out);
@@ -50,7 +50,7 @@ TEST_F(FontRun, HandsTheFontOverWithTheDefaultPaletteOnceTheTraceHasEnded) {
     });
     EXPECT_TRUE(outcome.Done()) << outcome.failure;
     EXPECT_EQ(outcome.read_from, std::nullopt);
-    EXPECT_THAT(traced, StartsWith("{\"event\":\"font\",\"result\":1,\"fonts\":[{\"file_name\":"));
+    EXPECT_THAT(traced, StartsWith(R"({"event":"font","result":1,"fonts":[{"file_name":)"));
     EXPECT_THAT(traced, HasSubstr(",null,null]}\n{\"event\":\"end\",\"road\":\"font\",\"next_id\":"));
 }
 
@@ -68,12 +68,12 @@ TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
     m_font.warnings = true;
     m_font.box_answer = host::BoxAnswer::kYes;
     const std::string trace = TraceOf();
-    EXPECT_THAT(trace, StartsWith("{\"event\":\"box\",\"text\":\"Couldn't Find Zelmara! Font File: "));
+    EXPECT_THAT(trace, StartsWith(R"({"event":"box","text":"Couldn't Find Zelmara! Font File: )"));
     EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"file_dialog\",\"title\":\"Browse for Font File\""));
     EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"font\",\"result\":0,\"fonts\":[null,"));
 }
 
-TEST_F(FontRun, TellsWhichFileItReadInPlaceOfTheOneAskedFor) {
+TEST_F(FontRun, ReportsTheFileThatItReadInsteadOfTheRequestedOne) {
     WriteFont(BlockFont(), 2);
     m_font.warnings = true;
     m_font.box_answer = host::BoxAnswer::kYes;
@@ -129,7 +129,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
                     "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../.0012",
-                    "characters, and the module takes 259"},
+                    "characters, and the module accepts 259"},
         RefusedFont{"a_missing_file", "MACHINE/.0012", "there is no such font file"},
         RefusedFont{"a_declined_prompt", "MACHINE/.0012",
                     "no such font file, and the prompt to browse for it was answered", host::BoxAnswer::kNo},
@@ -140,11 +140,11 @@ INSTANTIATE_TEST_SUITE_P(
         RefusedFont{"a_wrong_file_browsed_for", "MACHINE/.0012", "MACHINE/.0016: not a font file but a message file",
                     host::BoxAnswer::kYes, "MACHINE/.0016"},
         RefusedFont{"a_few_bytes", "MACHINE/.0014", "the font file ends within its first header"},
-        RefusedFont{"a_file_cut_short", "MACHINE/.0015", "the font file is broken; \"zeltrans info\" tells where"},
+        RefusedFont{"a_file_cut_short", "MACHINE/.0015", "the font file is damaged; \"zeltrans info\" shows where"},
         RefusedFont{"a_message", "MACHINE/.0016", "not a font file but a message file"},
         RefusedFont{"a_picture", "MACHINE/.0017", "not a font file: its type is 714, a font's is 500"},
         RefusedFont{"a_directory", "MACHINE/.0018", "a directory, not a font file"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(FontRun, RefusesANameListDirectoryThatIsTooLong) {
     m_font.maps = "/" + std::string(258, 'm');

@@ -18,7 +18,7 @@
 
 namespace zel::test {
 
-/// A disk with MESSAGES, MACHINE and empty name lists, settings of its own, and an import in a few words.
+/// A disk with MESSAGES, MACHINE and empty name lists, settings of its own, and a request to import its message 1.
 class HostDisk : public testing::Test {
   protected:
     HostDisk() : m_previous(seam::SetSettingsStore(&m_settings)) {
@@ -44,8 +44,8 @@ class HostDisk : public testing::Test {
         return run::RunImport(m_request, observers);
     }
 
-    /// A font whose characters A to C are blocks of the face colour, 4 x 2 pixels and a blank line above and below,
-    /// which stand on the baseline.
+    /// A font whose characters A to C are blocks of the face colour on the baseline: 4 x 2 pixels, with a blank line
+    /// above and below.
     static samples::FontFile BlockFont() {
         samples::FontFile font;
         font.header.font_name = "Block";
@@ -68,7 +68,7 @@ class HostDisk : public testing::Test {
         return font;
     }
 
-    /// An NTSC message whose one row, at line 100 of the picture, says `text` in font 1.
+    /// An NTSC message with `text` in font 1 as its only row, at line 100 of the picture.
     static samples::MessageFile OneRow(std::string_view text) {
         samples::MessageFile message;
         message.header.font_numbers[0] = 1;
@@ -90,7 +90,7 @@ class HostDisk : public testing::Test {
 class OrderRecorder : public host::HostObserver {
   public:
     void OnBox(const script::HeadlessDesktop::Box& box) override { Note("box:" + box.caption); }
-    void OnSend(const host::SentMessage& message) override { Note(std::to_string(message.message)); }
+    void OnSend(const host::SentMessage& sent) override { Note(std::to_string(MessageOf(sent.event))); }
     void OnChar(const host::SentCharacter& /*character*/) override { Note("char"); }
     void OnMessage(const document::MessageRecord& /*message*/) override { Note("message"); }
     void OnException(const std::string& /*text*/) override { Note("exception"); }

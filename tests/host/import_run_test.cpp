@@ -8,6 +8,7 @@
 
 #include "host/host_disk.h"
 #include "host/trace.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
@@ -33,7 +34,7 @@ class ImportRun : public HostDisk {
     }
 };
 
-TEST_F(ImportRun, BringsAMessageFromItsFilesToTheHost) {
+TEST_F(ImportRun, PassesAMessageFromItsFilesToTheHost) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("CAB"));
     OrderRecorder recorder;
@@ -58,13 +59,13 @@ TEST_F(ImportRun, BringsAMessageFromItsFilesToTheHost) {
     EXPECT_EQ(outcome.message->fonts[0]->header.Name(), "Block");
 }
 
-TEST_F(ImportRun, TakesBothRoadsToTheSameMessage) {
+TEST_F(ImportRun, GivesTheSameMessageInBothModes) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("AB"));
     const std::string silent = TraceOf();
-    m_request.road = run::ImportRoad::kDialog;
+    m_request.mode = run::ImportMode::kDialog;
     EXPECT_EQ(TraceOf(), silent);
-    EXPECT_THAT(silent, HasSubstr("\"pixels\":{\"left\":0,\"top\":0,\"right\":4,\"bottom\":4,\"crc32\":"));
+    EXPECT_THAT(silent, HasSubstr(R"("pixels":{"left":0,"top":0,"right":4,"bottom":4,"crc32":)"));
 }
 
 TEST_F(ImportRun, FindsARelativePathFromTheCurrentDirectory) {
@@ -84,8 +85,8 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
     WriteMessage(OneRow("A"));
     m_request.host.tt_convert = true;
     m_request.host.baseline_align = false;
-    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
-        m_request.road = road;
+    for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
+        m_request.mode = mode;
         const run::ImportOutcome outcome = Import();
         ASSERT_TRUE(outcome.message.has_value()) << outcome.failure;
         const document::CharacterRecord& character = outcome.message->characters.at(0);
@@ -100,29 +101,29 @@ TEST_F(ImportRun, ShowsTheOptionsInTheDialog) {
     CString message(system::ModulePath(m_request.message).c_str()), fonts;
     CZelTransDlg dialog(message, fonts);
     const script::DialogDriver user(dialog);
-    EXPECT_TRUE(user.IsChecked(kTrueFontCheck));
-    EXPECT_FALSE(user.IsChecked(kBaselineAlignCheck));
+    EXPECT_TRUE(user.IsChecked(ImportControl::kTrueFontCheck));
+    EXPECT_FALSE(user.IsChecked(ImportControl::kBaselineAlignCheck));
 }
 
-TEST_F(ImportRun, TellsAPalMessageByItsOwnStandard) {
+TEST_F(ImportRun, RecordsAMessageWithItsOwnStandard) {
     WriteFont(BlockFont());
     samples::MessageFile message = OneRow("A");
     message.pal = true;
     WriteMessage(message);
-    m_request.road = run::ImportRoad::kDialog;
+    m_request.mode = run::ImportMode::kDialog;
     const run::ImportOutcome warned = Import();
-    EXPECT_EQ(warned.message->lines, 576);
+    EXPECT_EQ(warned.message->standard, VideoStandard::kPal);
     ASSERT_EQ(warned.boxes.size(), 1U);
     EXPECT_THAT(warned.boxes[0].text, StartsWith("The Zelmara! message being imported is a PAL message"));
     EXPECT_TRUE(warned.Done());
-    m_request.host.lines = 576;
+    m_request.host.standard = VideoStandard::kPal;
     EXPECT_THAT(Import().boxes, IsEmpty());
 }
 
 TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
     WriteFont(BlockFont(), 2);
     WriteMessage(OneRow("A"));
-    m_request.road = run::ImportRoad::kDialog;
+    m_request.mode = run::ImportMode::kDialog;
     const run::ImportOutcome without = Import();
     EXPECT_EQ(without.status, 0);
     EXPECT_EQ(without.boxes.at(0).answer, IDNO);
@@ -136,7 +137,7 @@ TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
     m_request.box_answer = host::BoxAnswer::kYes;
     m_request.browse = Path("MACHINE/.0002");
     const std::string trace = TraceOf();
-    EXPECT_THAT(trace, HasSubstr("\"event\":\"file_dialog\""));
+    EXPECT_THAT(trace, HasSubstr(R"("event":"file_dialog")"));
     EXPECT_THAT(trace, HasSubstr("\"font_copy\":0"));
 }
 
@@ -194,22 +195,22 @@ TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
     EXPECT_FALSE(outcome.message.has_value());
 }
 
-TEST_F(ImportRun, EndsTheTraceAtPixelsThatAreCutShortAndOnlyWhenTheyAreAskedFor) {
+TEST_F(ImportRun, EndsTheTraceAtTruncatedPixelsOnlyWhenTheyAreRequested) {
     samples::FontFile font = StoredFont();
     const samples::Bytes bytes = samples::WriteFont(font);
     const auto cut = std::span(bytes).first(bytes.size() - 4);  // the head is whole, the pixels aren't
     samples::WriteWholeFile(Path("MACHINE/.0001"), cut);
     WriteMessage(OneRow("A"));
     const std::string trace_with_pixels = TraceOf();
-    EXPECT_THAT(trace_with_pixels, HasSubstr("{\"event\":\"exception\",\"text\":"));
-    EXPECT_THAT(trace_with_pixels, Not(HasSubstr("\"event\":\"char\"")));
+    EXPECT_THAT(trace_with_pixels, HasSubstr(R"({"event":"exception","text":)"));
+    EXPECT_THAT(trace_with_pixels, Not(HasSubstr(R"("event":"char")")));
     std::ostringstream out;
     host::TraceWriter trace(out, host::TracePixels::kNo);
     EXPECT_TRUE(Import({&trace}).Done());
-    EXPECT_THAT(out.str(), HasSubstr("\"event\":\"char\""));
+    EXPECT_THAT(out.str(), HasSubstr(R"("event":"char")"));
 }
 
-TEST_F(ImportRun, PutsBackWhatItRegistered) {
+TEST_F(ImportRun, RestoresWhatWasRegistered) {
     CWnd* const main_window = AfxGetThread()->m_pMainWnd;
     Import();
     EXPECT_EQ(AfxGetThread()->m_pMainWnd, main_window);
@@ -217,11 +218,11 @@ TEST_F(ImportRun, PutsBackWhatItRegistered) {
     EXPECT_EQ(Register_GLV_OnChar(nullptr, no_directory), nullptr);
 }
 
-TEST_F(ImportRun, LeavesSkipWarningsAsTheRoadSetIt) {
-    m_request.road = run::ImportRoad::kDialog;
+TEST_F(ImportRun, LeavesSkipWarningsAsTheModeSetIt) {
+    m_request.mode = run::ImportMode::kDialog;
     Import();
     EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 0);
-    m_request.road = run::ImportRoad::kSilent;
+    m_request.mode = run::ImportMode::kSilent;
     Import();
     EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
 }
@@ -246,13 +247,13 @@ TEST_P(FailedImport, NamesTheFileAndTheReason) {
     samples::WriteWholeFile(Path("MESSAGES/.0008"), std::span(bytes).first(140));
     samples::WriteWholeFile(Path("MESSAGES/.0007"), samples::WriteRgbaFile(703, {}));
     m_request.message = Path(GetParam().message);
-    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
-        m_request.road = road;
+    for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
+        m_request.mode = mode;
         const run::ImportOutcome outcome = Import();
         EXPECT_EQ(outcome.status, GetParam().status);
         EXPECT_FALSE(outcome.message.has_value());
         EXPECT_THAT(outcome.failure, StartsWith(m_request.message + ": "));
-        const std::string reason = road == run::ImportRoad::kSilent ? GetParam().reason : "";  // else it is the box's
+        const std::string reason = mode == run::ImportMode::kSilent ? GetParam().reason : "";  // else it is the box's
         EXPECT_THAT(outcome.failure, HasSubstr(reason));
     }
 }
@@ -266,7 +267,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FailureCase{"a_file_of_few_bytes", "MESSAGES/.0006", 4, "ends within its first header"},
                     FailureCase{"a_file_cut_short", "MESSAGES/.0008", 4, "zeltrans info"},
                     FailureCase{"a_foreign_type", "MESSAGES/.0007", 4, "its type is 703"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 

@@ -23,7 +23,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using Access = library::Library::Access;
+using Access = library::Access;
 
 /// A recording with something in each of its parts, which differ with the number.
 library::Recording Numbered(int number, const std::string& text = "Station identification",
@@ -40,7 +40,7 @@ library::Recording Numbered(int number, const std::string& text = "Station ident
     recording.warnings.assign(static_cast<std::size_t>(number % 3), "font 31 is missing");
     recording.sources = {{"/disk/MESSAGES/." + std::to_string(number), {}, 700, std::string(64, 'a')},
                          {"/disk/MACHINE/.0012", 12, 900, std::string(64, 'b')}};
-    recording.lines = 576;
+    recording.standard = VideoStandard::kPal;
     recording.width = 720;
     recording.height = 576;
     recording.picture = std::string("\x89PNG\0", 5) + std::string(20000, static_cast<char>(number));
@@ -50,7 +50,8 @@ library::Recording Numbered(int number, const std::string& text = "Station ident
 std::string Dump(const library::Recording& r) {
     std::ostringstream out;
     out << r.disk << '|' << r.number << '|' << int(r.kind) << '|' << r.recorded_at << '|' << r.options << '|'
-        << r.document << '|' << r.text << '|' << r.lines << '|' << r.width << 'x' << r.height << '|' << r.picture;
+        << r.document << '|' << r.text << '|' << ActiveLines(r.standard) << '|' << r.width << 'x' << r.height << '|'
+        << r.picture;
     for (const std::string& name : r.fonts) out << "|font " << name;
     for (const std::string& warning : r.warnings) out << "|warning " << warning;
     for (const auto& f : r.fields) out << '|' << f.name << f.left << ',' << f.top << ',' << f.right << ',' << f.bottom;
@@ -92,7 +93,7 @@ class RecordedLibrary : public testing::Test {
     std::filesystem::path m_file = m_scratch.Path() / "lib #1?.zlib";
 };
 
-TEST_F(RecordedLibrary, GivesBackWholeWhatWasRecorded) {
+TEST_F(RecordedLibrary, ReturnsRecordingsUnchanged) {
     library::Recording rgba = Numbered(9999, "", "Disk B");
     rgba.kind = library::RecordingKind::kRgbaBackground;
     rgba.document.clear();
@@ -109,7 +110,7 @@ TEST_F(RecordedLibrary, GivesBackWholeWhatWasRecorded) {
     EXPECT_THROW(library.Record(std::vector{Numbered(4)}), library::LibraryError);
 }
 
-TEST_F(RecordedLibrary, KeepsNothingOfWhatIsReplacedOrRemoved) {
+TEST_F(RecordedLibrary, ForgetsReplacedAndRemovedRecordings) {
     library::Library library(m_file, Access::kWrite);
     library.Record(std::vector{Numbered(2, "stale words")});
     library::Recording bare;
@@ -129,7 +130,7 @@ TEST_F(RecordedLibrary, RecordsAllOrNothing) {
     EXPECT_THAT(library.List(), IsEmpty());
 }
 
-TEST_F(RecordedLibrary, FindsByTheBeginningsOfWords) {
+TEST_F(RecordedLibrary, FindsPrefixesOfWords) {
     library::Library library(m_file, Access::kWrite);
     library.Record(
         std::vector{Numbered(1, "Caf\xC3\xA9 at NOON"), Numbered(2, "a \"quoted\" score*"), Numbered(3, "noon noon")});
@@ -157,7 +158,7 @@ TEST_F(RecordedLibrary, FindsByTheBeginningsOfWords) {
     }
 }
 
-TEST_F(RecordedLibrary, MergesWhatIsNewOrMadeOtherwise) {
+TEST_F(RecordedLibrary, MergesNewAndDifferentRecordings) {
     const std::filesystem::path other = m_scratch.Path() / "other";
     library::Recording same = Numbered(2), options = Numbered(3), font = Numbered(4), picture = Numbered(5);
     same.sources[0].path = same.sources[1].path = "/elsewhere";
@@ -183,7 +184,7 @@ struct Refusal {
     const char* words;
 };
 
-TEST_F(RecordedLibrary, RefusesWhatItCanNotTrust) {
+TEST_F(RecordedLibrary, RefusesDamagedAndForeignFiles) {
     const std::string unchecked = "PRAGMA ignore_check_constraints = 1; ";
     const Refusal cases[] = {
         {"newer", "PRAGMA user_version = 9", "the library has version 9, and this program reads version 1"},
@@ -223,7 +224,7 @@ TEST_F(RecordedLibrary, LeavesOtherFilesUntouched) {
     }
 }
 
-TEST_F(RecordedLibrary, TellsWhyItCanNotBeOpened) {
+TEST_F(RecordedLibrary, ReportsWhyItCannotBeOpened) {
     EXPECT_THAT(Failure(Access::kRead), HasSubstr("lib #1?.zlib: the library can't be opened: No such file"));
     EXPECT_FALSE(std::filesystem::exists(m_file));
     m_file = m_scratch.Path() / "no directory" / "lib";
@@ -232,7 +233,7 @@ TEST_F(RecordedLibrary, TellsWhyItCanNotBeOpened) {
     EXPECT_THAT(Failure(Access::kWrite), HasSubstr("is a directory"));
 }
 
-TEST_F(RecordedLibrary, IsReadWhereNothingCanBeWritten) {
+TEST_F(RecordedLibrary, CanBeReadInAReadOnlyDirectory) {
     library::Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
     std::filesystem::permissions(m_scratch.Path(), std::filesystem::perms{0555});
     const uid_t user = geteuid();
@@ -243,7 +244,7 @@ TEST_F(RecordedLibrary, IsReadWhereNothingCanBeWritten) {
     std::filesystem::permissions(m_scratch.Path(), std::filesystem::perms{0700});
 }
 
-TEST_F(RecordedLibrary, WaitsForAnotherProgramAndTellsOfIt) {
+TEST_F(RecordedLibrary, WaitsForAnotherProgramAndReportsIt) {
     library::Library library(m_file, Access::kWrite);
     sqlite3* other = nullptr;
     sqlite3_open(m_file.c_str(), &other);
@@ -255,7 +256,7 @@ TEST_F(RecordedLibrary, WaitsForAnotherProgramAndTellsOfIt) {
     sqlite3_close(other);
 }
 
-TEST_F(RecordedLibrary, StaysAsItWasWhenThereIsNoRoom) {
+TEST_F(RecordedLibrary, IsUnchangedWhenTheDiskIsFull) {
     library::Library library(m_file, Access::kWrite);
     library.Record(std::vector{Numbered(1)});
     std::signal(SIGXFSZ, SIG_IGN);
@@ -273,7 +274,7 @@ TEST_F(RecordedLibrary, StaysAsItWasWhenThereIsNoRoom) {
 }
 
 /// Records two at a time and reports each number when it is recorded, until it is killed.
-[[noreturn]] void RecordForEver(const std::filesystem::path& file, int begin, int report) {
+[[noreturn]] void RecordUntilKilled(const std::filesystem::path& file, int begin, int report) {
     try {
         library::Library library(file, Access::kWrite);
         for (int number = begin;; number += 2) {
@@ -285,26 +286,26 @@ TEST_F(RecordedLibrary, StaysAsItWasWhenThereIsNoRoom) {
     _exit(1);
 }
 
-TEST_F(RecordedLibrary, HoldsAllThatWasReportedBeforeAKill) {
+TEST_F(RecordedLibrary, ContainsAllThatWasReportedBeforeAKill) {
     std::minstd_rand random(4711);
     std::vector<int> reported;
     for (int round = 0; round < 8; ++round) {
         int ends[2];
         ASSERT_EQ(pipe(ends), 0);
         const pid_t child = fork();
-        if (child == 0) RecordForEver(m_file, round * 1000, ends[1]);
+        if (child == 0) RecordUntilKilled(m_file, round * 1000, ends[1]);
         close(ends[1]);
         int number = 0;
-        const auto hear = [&] {
-            const bool heard = read(ends[0], &number, sizeof number) == sizeof number;
-            if (heard) reported.push_back(number);
-            return heard;
+        const auto receive = [&] {
+            const bool received = read(ends[0], &number, sizeof number) == sizeof number;
+            if (received) reported.push_back(number);
+            return received;
         };
-        if (round % 2 == 1) hear();  // a busy machine may take long to begin
+        if (round % 2 == 1) receive();  // a busy machine may need long to start
         usleep(static_cast<useconds_t>(random() % 60'000));
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
-        while (hear()) continue;
+        while (receive()) continue;
         close(ends[0]);
     }
     ASSERT_GE(reported.size(), 4U);

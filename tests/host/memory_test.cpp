@@ -22,8 +22,8 @@ class Memory : public HostDisk {
 TEST_F(Memory, DoesNotGrowWithTheNumberOfImports) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("ABC"));
-    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
-        m_request.road = road;
+    for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
+        m_request.mode = mode;
         ImportMany(20);
         const std::size_t before = HeapInUse();
         ImportMany(1000);
@@ -36,8 +36,8 @@ TEST_F(Memory, DoesNotGrowWhenAnExceptionEndsEachImport) {
     samples::Bytes bytes = samples::WriteFont(StoredFont(), &offsets);
     samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(bytes).first(offsets.stored.at('A') + 6));
     WriteMessage(OneRow("A"));
-    for (const run::ImportRoad road : {run::ImportRoad::kSilent, run::ImportRoad::kDialog}) {
-        m_request.road = road;
+    for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
+        m_request.mode = mode;
         ImportMany(5);
         const std::size_t before = HeapInUse();
         ImportMany(200);

@@ -1,5 +1,6 @@
 #include "host/order_checker.h"
 
+#include <cstddef>
 #include <sstream>
 #include <string>
 
@@ -16,18 +17,10 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-host::Target UsualTarget(UINT message) {
-    switch (message) {
-        case 1212:
-        case 1213:
-        case 1125:
-            return host::Target::kMain;
-        case 1190:
-        case 1189:
-            return host::Target::kExport;
-        default:
-            return host::Target::kHost;
-    }
+/// The event that a message with this number gives. Its objects are not looked at by the order checker.
+host::HostEvent EventOf(UINT message, WPARAM wParam) {
+    alignas(std::max_align_t) static std::byte object[1 << 16];
+    return host::DecodeHostEvent(message, wParam, reinterpret_cast<LPARAM>(object)).value();
 }
 
 /// Breaches of a sequence such as "1157 c c 1181 1180 1213 15"; "return" is the end of the call.
@@ -43,7 +36,8 @@ std::vector<std::string> Check(const std::string& sequence) {
             checker.OnException();
         } else {
             const UINT message = static_cast<UINT>(std::stoul(word));
-            checker.OnMessage(UsualTarget(message), message, message == kMsgTabs ? 2 : 0);
+            const host::HostEvent event = EventOf(message, message == kMsgTabs ? 2 : 0);
+            checker.OnEvent(event, ContractTargetOf(event));
         }
     }
     return checker.Breaches();
@@ -83,8 +77,8 @@ TEST_P(BadOrder, IsABreach) {
 }
 INSTANTIATE_TEST_SUITE_P(Each, BadOrder,
                          testing::Values(Sequence{"a_character_before_the_fonts", "c 1157 1181 1180 1213 15"},
-                                         Sequence{"a_character_behind_the_last", "1157 1181 c 1180 1213 15"},
-                                         Sequence{"tabs_behind_the_message", "1157 1181 1180 1158 1180 1213 15"},
+                                         Sequence{"a_character_after_the_last", "1157 1181 c 1180 1213 15"},
+                                         Sequence{"tabs_after_the_message", "1157 1181 1180 1158 1180 1213 15"},
                                          Sequence{"tabs_before_the_rows", "1157 1158 1180 1213 15"},
                                          Sequence{"the_fonts_twice", "1157 1157 1181 1180 1213 15"},
                                          Sequence{"no_end_of_rows", "1157 c 1180 1213 15"},
@@ -98,15 +92,17 @@ INSTANTIATE_TEST_SUITE_P(Each, BadOrder,
                                          Sequence{"the_end_of_an_export_alone", "1125 1189"}),
                          kNameOf);
 
-TEST(OrderChecker, TellsAMessageThatCameToTheWrongWindow) {
+TEST(OrderChecker, ReportsAMessageAtTheWrongWindow) {
     host::OrderChecker checker;
-    checker.OnMessage(host::Target::kHost, kMsgDialogReady, 0);
+    checker.OnEvent(EventOf(kMsgDialogReady, 0), host::Target::kHost);
     EXPECT_THAT(checker.Breaches(), ElementsAre(HasSubstr("1212 came to the host window")));
 }
 
-TEST(OrderChecker, TellsATabTableWithoutTabs) {
+TEST(OrderChecker, ReportsATabTableWithoutTabs) {
     host::OrderChecker checker;
-    for (const UINT message : {kMsgFonts, kMsgRowsDone, kMsgTabs}) checker.OnMessage(host::Target::kHost, message, 0);
+    for (const UINT message : {kMsgFonts, kMsgRowsDone, kMsgTabs}) {
+        checker.OnEvent(EventOf(message, 0), host::Target::kHost);
+    }
     EXPECT_THAT(checker.Breaches(), ElementsAre(HasSubstr("1158 came out of place, after 1181")));
 }
 

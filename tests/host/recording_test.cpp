@@ -29,7 +29,7 @@ std::string RecordedText(const std::vector<Row>& rows) {
     return recorder::MakeRecording(arrived, {}, digests).text;
 }
 
-TEST(RecordedText, PartsWhatStandsApart) {
+TEST(RecordedText, SeparatesDistantCharacters) {
     EXPECT_EQ(RecordedText({{"wide", {0, 32, 64, 96}}}), "wide");
     EXPECT_EQ(RecordedText({{"abcd", {0, 20, 400, 420}}}), "ab cd");
     EXPECT_EQ(RecordedText({{"ab d", {0, 20, 40, 400}}}), "ab d");

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/system/types.h"
 #include "host/settings/sqlite_settings_store.h"
 #include "platform/script/memory_settings_store.h"
 #include "samples/scratch_directory.h"
@@ -30,7 +31,7 @@ class StoredSettings : public testing::Test {
     std::filesystem::path m_directory = m_scratch.Path() / "a" / "b";
 };
 
-TEST_F(StoredSettings, AreThereForTheNextProcess) {
+TEST_F(StoredSettings, AreStoredForTheNextProcess) {
     {
         settings::SqliteSettingsStore store(m_directory);
         EXPECT_TRUE(store.SetProfileInt("Section", "Number", -3));
@@ -45,7 +46,7 @@ TEST_F(StoredSettings, AreThereForTheNextProcess) {
     EXPECT_EQ(store.Note(), "");
 }
 
-TEST_F(StoredSettings, AreOfOneKindEach) {
+TEST_F(StoredSettings, HaveOneTypeEach) {
     settings::SqliteSettingsStore store(m_directory);
     store.SetProfileInt("S", "E", 1);
     EXPECT_EQ(store.GetProfileText("S", "E"), std::nullopt);
@@ -55,7 +56,7 @@ TEST_F(StoredSettings, AreOfOneKindEach) {
     EXPECT_EQ(store.GetProfileText("S", "other"), std::nullopt);
 }
 
-TEST_F(StoredSettings, AreFoundWithoutRegardToCase) {
+TEST_F(StoredSettings, AreFoundRegardlessOfCase) {
     settings::SqliteSettingsStore store(m_directory);
     store.SetProfileInt("Section", "Entry", 1);
     store.SetProfileInt("SECTION", "entry", 2);
@@ -90,7 +91,7 @@ TEST_F(StoredSettings, AreSharedByTwoStores) {
     }
 }
 
-/// A process that counts up in entries and values of its own, and says each number once it is stored.
+/// A process that counts up in entries and values of its own, and reports each number once it is stored.
 class Writer {
   public:
     Writer(const std::filesystem::path& directory, const std::string& name, int from) : m_name(name) {
@@ -106,22 +107,22 @@ class Writer {
     Writer& operator=(const Writer&) = delete;
 
     /// Waits for the process's first number. @return false when it ended without one.
-    bool HasBegun() { return read(m_pipe[0], &m_said, sizeof m_said) == sizeof m_said; }
-    /// Kills the process. @return the last number that it said.
+    bool HasBegun() { return read(m_pipe[0], &m_reported, sizeof m_reported) == sizeof m_reported; }
+    /// Kills the process. @return the last number that it reported.
     int Kill() {
         kill(m_child, SIGKILL);
         waitpid(std::exchange(m_child, -1), nullptr, 0);
         while (HasBegun()) {
         }
         close(m_pipe[0]);
-        return m_said;
+        return m_reported;
     }
 
   private:
     [[noreturn]] void Count(const std::filesystem::path& directory, int from) const {
         settings::SqliteSettingsStore store(directory);
         store.CreateKey("Lists\\" + m_name);
-        for (int n = from;; ++n, usleep(300)) {  // or the other process would seldom get its turn
+        for (int n = from;; ++n, usleep(300)) {  // lets the other process write
             const auto byte = static_cast<BYTE>(n);
             if (!store.SetProfileInt(m_name, std::to_string(n), n) ||
                 !store.SetValue("Lists\\" + m_name, "0", {1, {byte, byte}}) ||
@@ -133,20 +134,20 @@ class Writer {
     std::string m_name;
     int m_pipe[2];
     pid_t m_child;
-    int m_said = -1;
+    int m_reported = -1;
 };
 
-TEST_F(StoredSettings, OutliveTwoWritersThatAreKilledAtAnyMoment) {
+TEST_F(StoredSettings, SurviveTwoWritersThatAreKilledAtAnyMoment) {
     int stored[] = {-1, -1};
     for (int round = 0; round < 6; ++round) {
         Writer one(m_directory, "one", stored[0] + 1), other(m_directory, "other", stored[1] + 1);
         ASSERT_TRUE(one.HasBegun() && other.HasBegun());
         usleep(static_cast<useconds_t>(round * 3700));
-        const int said[] = {one.Kill(), other.Kill()};
+        const int reported[] = {one.Kill(), other.Kill()};
         settings::SqliteSettingsStore store(m_directory);
         for (int writer = 0; writer < 2; ++writer) {
             const std::string name = writer == 0 ? "one" : "other";
-            stored[writer] = said[writer];
+            stored[writer] = reported[writer];
             for (int n = 0; n <= stored[writer]; ++n) ASSERT_EQ(store.GetProfileInt(name, std::to_string(n)), n);
             const auto value = store.GetValue("Lists\\" + name, "0");
             ASSERT_TRUE(value && value->bytes.size() == 2 && value->bytes[0] == value->bytes[1]) << "half a value";
@@ -180,7 +181,7 @@ TEST_F(StoredSettings, CanBeListedAndDeleted) {
     }
 }
 
-TEST_F(StoredSettings, BeginAfreshBesideADamagedFile) {
+TEST_F(StoredSettings, ReplaceADamagedFile) {
     const std::string_view damage = "this was a database once, and it is not any more, whatever its name may say";
     samples::WriteWholeFile(File(), damage);
     for (const char* aside : {"settings.sqlite.damaged-1", "settings.sqlite.damaged-2"}) {
@@ -194,7 +195,7 @@ TEST_F(StoredSettings, BeginAfreshBesideADamagedFile) {
     }
 }
 
-TEST_F(StoredSettings, BeginAfreshWhenPagesOfTheFileAreOverwritten) {
+TEST_F(StoredSettings, ReplaceAFileWithOverwrittenPages) {
     {
         settings::SqliteSettingsStore store(m_directory);
         store.SetProfileText("S", "E", std::string(5 << 20, 'x'));  // enough to leave the log for the file
@@ -206,7 +207,7 @@ TEST_F(StoredSettings, BeginAfreshWhenPagesOfTheFileAreOverwritten) {
     EXPECT_THAT(store.Note(), HasSubstr("damaged-1"));
 }
 
-TEST_F(StoredSettings, TellWhyTheyCanNotBeStored) {
+TEST_F(StoredSettings, ReportWhyTheyCannotBeStored) {
     samples::WriteWholeFile(m_scratch.Path() / "a", std::string_view("a file, not a directory"));
     settings::SqliteSettingsStore store(m_directory);
     EXPECT_FALSE(store.SetProfileInt("S", "E", 1));
@@ -214,7 +215,7 @@ TEST_F(StoredSettings, TellWhyTheyCanNotBeStored) {
     EXPECT_THAT(store.Note(), HasSubstr("settings.sqlite: settings can't be stored: "));
 }
 
-TEST_F(StoredSettings, CostNothingUntilTheyAreAskedFor) {
+TEST_F(StoredSettings, OpenNoFileUntilTheFirstCall) {
     const settings::SqliteSettingsStore store(m_directory);
     EXPECT_FALSE(std::filesystem::exists(m_directory));
 }

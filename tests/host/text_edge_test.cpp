@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "module/translate/edge.h"
+#include "module/contract/records/edge.h"
 
 namespace zel::test {
 
@@ -18,7 +18,7 @@ TEST(EdgeOfText, GoesTheWayOfTheDirection) {
     for (int direction = 0; direction < 8; ++direction) {
         const auto [right, down] = kSigns[static_cast<std::size_t>(direction)];
         const int length = right != 0 && down != 0 ? 7 : 10;  // ten pixels on the slant are seven each way
-        const picture::EdgeWay way = picture::WayOfEdge(translate::EdgeAngle(direction), 10);
+        const picture::EdgeWay way = picture::WayOfEdge(EdgeAngle(direction), 10);
         EXPECT_EQ(way.right, right * length) << direction;
         EXPECT_EQ(way.down, down * length) << direction;
     }

@@ -1,3 +1,5 @@
+#include "platform/system/c_runtime.h"
+#include "platform/system/drives.h"
 #include "platform/system/files.h"
 
 #include <filesystem>

@@ -4,9 +4,11 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/font/format/font_blocks.h"
 #include "module/state/module_state.h"
+#include "platform/system/drives.h"
 #include "platform/system/files.h"
 #include "samples/write_file.h"
 
@@ -100,8 +102,8 @@ void ModuleTest::Import(const std::string& name) {
 void ModuleTest::RunDialog(std::function<void(script::DialogDriver&, CZelTransDlg&)> user) {
     desktop.HandleDialog(kImportDialog, [&user](CDialog& dialog) {
         script::DialogDriver driver(dialog);
-        driver.Type(kFontDirBox, "D:\\MACHINE");
-        driver.Type(kMessageDirBox, "D:\\MESSAGES");
+        driver.Type(ImportControl::kFontDirBox, "D:\\MACHINE");
+        driver.Type(ImportControl::kMessageDirBox, "D:\\MESSAGES");
         user(driver, static_cast<CZelTransDlg&>(dialog));
     });
     CZelTransExport().ZelTranslation(&m_host);

@@ -1,13 +1,11 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace zel::document {
 
-/// A JSON document as a text to read: a line for each member and element, two blanks deeper in each bracket. Any other
-/// text comes out as some text.
-/// @param json  without blanks and line feeds outside its strings.
-std::string IndentedJson(std::string_view json);
+/// A document in readable form: one line for each member and element, indented by two blanks per level.
+/// A text that ParseDocument rejects is returned unchanged.
+std::string IndentedJson(const std::string& document);
 
 }  // namespace zel::document

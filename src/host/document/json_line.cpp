@@ -9,7 +9,7 @@ namespace zel::document {
 
 namespace {
 
-/// Escape of a byte below 32: the short one where JSON has one.
+/// Escape of a byte below 32, the short form if JSON has one.
 void AppendControl(std::string& text, unsigned char byte) {
     static constexpr char kDigits[] = "0123456789abcdef";
     switch (byte) {
@@ -35,7 +35,7 @@ void AppendControl(std::string& text, unsigned char byte) {
     }
 }
 
-/// Whether a byte stands for itself in a JSON text.
+/// Whether a byte needs no escape in a JSON string.
 constexpr bool IsPlain(char c) noexcept {
     return c >= ' ' && c <= '~' && c != '"' && c != '\\';
 }

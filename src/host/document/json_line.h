@@ -8,29 +8,35 @@
 
 namespace zel::document {
 
-/// Builds one line of JSON in a string that is used again and again, so that a line costs no allocation. The caller
-/// opens and closes objects and arrays in pairs. Keys are written as they are.
+/// Builds one line of JSON in a string that is reused, so that a line allocates nothing. The caller opens and closes
+/// objects and arrays in pairs. Keys are not escaped.
 class JsonLine {
   public:
-    /// The line without its line feed, good until the next Clear.
+    /// The line without a line feed, valid until the next change.
     const std::string& Text() const noexcept { return m_text; }
     void Clear() noexcept { m_text.clear(); }
     void Reserve(std::size_t size) { m_text.reserve(size); }
     std::string Take() noexcept { return std::exchange(m_text, {}); }
 
-    JsonLine& Open(char bracket);   ///< '{' or '[', as a value.
-    JsonLine& Close(char bracket);  ///< '}' or ']'.
+    /// Begins a value with '{' or '['.
+    JsonLine& Open(char bracket);
+    /// Ends it with '}' or ']'.
+    JsonLine& Close(char bracket);
     JsonLine& Key(std::string_view key);
 
     JsonLine& Number(std::integral auto value) {
-        return static_cast<std::int64_t>(value) < 0 ? Signed(static_cast<std::int64_t>(value))
-                                                    : Unsigned(static_cast<std::uint64_t>(value));
+        if constexpr (std::signed_integral<decltype(value)>) {
+            if (value < 0) return Signed(value);
+        }
+        return Unsigned(static_cast<std::uint64_t>(value));
     }
-    JsonLine& Float(double value);  ///< the shortest digits that give the value again; null when it isn't finite.
+    /// The shortest digits that give the same value; null for a value that is not finite.
+    JsonLine& Float(double value);
     JsonLine& Null();
     JsonLine& Bool(bool value);
-    JsonLine& Written(std::string_view json);  ///< a value that is JSON already.
-    /// Writes a part of Text once more, which was written in a place of the same kind.
+    /// A value that is JSON already.
+    JsonLine& Written(std::string_view json);
+    /// Appends a part of Text again. Both places must need the same separators.
     JsonLine& Repeat(std::size_t begin, std::size_t end) {
         m_text.append(m_text, begin, end - begin);
         return *this;

@@ -19,25 +19,25 @@ std::string_view FieldText(const char (&field)[Size]) noexcept {
     return all.substr(0, all.find('\0'));
 }
 
-/// Face name without the blanks that right-justify it.
+/// Face name without the leading blanks that right-justify it.
 std::string_view FaceName(const LOGFONT& font) noexcept {
     std::string_view name = FieldText(font.lfFaceName);
     name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
     return name;
 }
 
-/// Whether two characters differ in nothing but what they say and where they stand, as those of a row mostly do.
-bool LooksLike(const CharacterRecord& one, const CharacterRecord& other) noexcept {
-    const auto look = [](const CharacterRecord& character) {
+/// Whether two characters differ only in code and position, as most in a row do.
+bool HaveSameAppearance(const CharacterRecord& one, const CharacterRecord& other) noexcept {
+    const auto appearance = [](const CharacterRecord& character) {
         const tag_CharInf& info = character.info;
         return std::tuple(character.font_slot.has_value(), info.slot, info.face_colour, info.edge_colour,
                           info.edge_type, info.edge_angle, info.edge_size);
     };
-    return look(one) == look(other);
+    return appearance(one) == appearance(other);
 }
 
-/// Writes the document straight as text: an object for each character would cost more than all the rest of a
-/// recording but its picture.
+/// Writes the document directly as text. Building a JSON object for each character would take longer than the rest of
+/// a recording without its picture.
 class DocumentWriter {
   public:
     explicit DocumentWriter(const MessageRecord& message) : m_message(message) {}
@@ -50,7 +50,7 @@ class DocumentWriter {
     void StoredColour(int entry) { Colour(PackColour(m_message.palette[static_cast<std::size_t>(entry)])); }
     void Font(int slot);
     void Edge(const tag_CharInf& info);
-    void Look(const CharacterRecord& character);
+    void Appearance(const CharacterRecord& character);
     void Character(const CharacterRecord& character);
     void Rows();
     void Characters();
@@ -61,8 +61,9 @@ class DocumentWriter {
 
     const MessageRecord& m_message;
     JsonLine m_json;
-    const CharacterRecord* m_looked = nullptr;  // the character that a look was written for last
-    std::size_t m_look = 0, m_look_end = 0;     // where it stands
+    /// The character whose appearance was written last, and where in the text it is.
+    const CharacterRecord* m_last = nullptr;
+    std::size_t m_appearance = 0, m_appearance_end = 0;
 };
 
 void DocumentWriter::Colour(COLORREF colour) {
@@ -100,7 +101,7 @@ void DocumentWriter::Edge(const tag_CharInf& info) {
     m_json.Close('}');
 }
 
-void DocumentWriter::Look(const CharacterRecord& character) {
+void DocumentWriter::Appearance(const CharacterRecord& character) {
     const tag_CharInf& info = character.info;
     m_json.Bytes("form", character.font_slot ? "bitmap" : "text");
     Font(info.slot);
@@ -116,13 +117,13 @@ void DocumentWriter::Character(const CharacterRecord& character) {
     const char code = static_cast<char>(character.character);
     m_json.Open('{').Bytes("text", {&code, 1}).Number("code", info.char_code).Number("row", info.row_index);
     m_json.Number("x", info.x).Number("y", info.y).Number("base_shift", info.base_shift);
-    if (m_looked != nullptr && LooksLike(*m_looked, character)) {
-        m_json.Repeat(m_look, m_look_end);
+    if (m_last != nullptr && HaveSameAppearance(*m_last, character)) {
+        m_json.Repeat(m_appearance, m_appearance_end);
     } else {
-        m_looked = &character;
-        m_look = m_json.Text().size();
-        Look(character);
-        m_look_end = m_json.Text().size();
+        m_last = &character;
+        m_appearance = m_json.Text().size();
+        Appearance(character);
+        m_appearance_end = m_json.Text().size();
     }
     if (character.font_slot) {
         m_json.Number("step", info.glyph_step);
@@ -188,15 +189,15 @@ void DocumentWriter::Palette() {
 
 void DocumentWriter::Head() {
     const tag_msg_header& header = m_message.header;
-    m_json.Bytes("kind", "message").Bytes("standard", m_message.lines == 576 ? "PAL" : "NTSC");
-    // The frame is stored in 16 bits, less the lines above the picture: a frame that begins above it is below 0.
-    m_json.Number("lines", m_message.lines).Key("frame").Open('{').Number("left", header.frame_left);
+    m_json.Bytes("kind", "message").Bytes("standard", NameOf(m_message.standard));
+    // The frame is stored in 16 bits, less the line offset: a frame that begins above the picture is negative.
+    m_json.Number("lines", ActiveLines(m_message.standard)).Key("frame").Open('{').Number("left", header.frame_left);
     m_json.Number("top", static_cast<std::int16_t>(header.frame_top)).Number("right", header.frame_right);
     m_json.Number("bottom", static_cast<std::int16_t>(header.frame_bottom)).Close('}');
 }
 
 std::string DocumentWriter::Write(const std::string& source) {
-    constexpr std::size_t kAroundCharacters = 8192, kCharacter = 384;  // bytes, so that it seldom grows
+    constexpr std::size_t kAroundCharacters = 8192, kCharacter = 384;  // bytes; enough for almost every message
     m_json.Reserve(kAroundCharacters + m_message.characters.size() * kCharacter);
     constexpr auto kReplaceBadUtf8 = nlohmann::json::error_handler_t::replace;
     m_json.Open('{').Key("source").Written(nlohmann::json(source).dump(-1, ' ', false, kReplaceBadUtf8));

@@ -10,11 +10,12 @@
 #include "module/contract/records/font_memory.h"
 #include "module/contract/records/msg_header.h"
 #include "module/contract/records/tab_field.h"
+#include "module/contract/records/video_standard.h"
 #include "platform/system/types.h"
 
 namespace zel::document {
 
-/// The host's copies of what arrived in one import. Texts are the module's bytes, one character each.
+// The host's copies of what it received in one import. Texts are the module's bytes, one character each.
 
 /// One font slot that held a font.
 struct FontRecord {
@@ -25,34 +26,47 @@ struct FontRecord {
 
 /// One call of the character callback.
 struct CharacterRecord {
-    tag_CharInf info{};  ///< log_font and font_copy are null: they die with the call and the fonts.
+    /// log_font and font_copy are null, since what they refer to is freed earlier.
+    tag_CharInf info{};
     LOGFONT log_font{};
-    unsigned character = 0;        ///< 13 for a row without characters.
-    std::optional<int> font_slot;  ///< of a character in bitmap form.
+    /// 13 for a row without characters.
+    unsigned character = 0;
+    /// Of a character in bitmap form.
+    std::optional<int> font_slot;
 };
 
 /// One row of the message.
 struct RowRecord {
-    int y = 0;       ///< lines
-    int top = 0;     ///< lines below y
-    int bottom = 0;  ///< lines below y
+    /// In pixels from the picture's top.
+    int y = 0;
+    /// In pixels below y.
+    int top = 0;
+    int bottom = 0;
     bool empty = false;
-    std::string text;  ///< the characters that arrived, in reading order.
+    /// The characters that arrived, in reading order.
+    std::string text;
 };
 
 struct MessageRecord {
-    std::string id;       ///< name of the message file in its directory.
-    std::string file;     ///< the message file's path, in the module's form.
-    bool rgba = false;    ///< a picture, of which nothing but the choice arrives.
-    bool object = false;  ///< of a picture: insert as object, else as background.
-    int lines = 486;      ///< active lines of the message's own video standard, 486 or 576.
+    /// Name of the message file in its directory.
+    std::string id;
+    /// The message file's path, in the module's form.
+    std::string file;
+    /// An RGBA picture: nothing but the user's choice is received.
+    bool rgba = false;
+    /// Of a picture: insert as an object, else as the background.
+    bool object = false;
+    /// The message's own.
+    VideoStandard standard = VideoStandard::kNtsc;
     tag_msg_header header{};
     std::vector<RowRecord> rows;
     std::vector<CharacterRecord> characters;
     std::vector<tag_tab_field> tabs;
     std::array<std::optional<FontRecord>, kFontSlots> fonts;
-    std::array<std::uint32_t, 256> palette{};  ///< stored entries, 8 sets of 32.
-    std::vector<std::string> glyph_failures;   ///< glyphs whose pixels could not be had.
+    /// Stored entries, 8 sets of 32.
+    std::array<std::uint32_t, 256> palette{};
+    /// One line for each glyph whose pixels could not be fetched.
+    std::vector<std::string> glyph_failures;
 };
 
 }  // namespace zel::document

@@ -7,10 +7,10 @@
 
 namespace zel::document {
 
-/// Numbers of the fonts that a message names and that weren't found or couldn't be read, in the order of their slots.
+/// Numbers of the message's fonts that were not found or not readable, in the order of their slots.
 std::vector<int> MissingFonts(const MessageRecord& message);
 
-/// What a person should know of a message that arrived; a line each, empty when all is well.
+/// What a user should know about an imported message, one line each.
 std::vector<std::string> WarningsOf(const MessageRecord& message);
 
 }  // namespace zel::document

@@ -34,7 +34,7 @@ ExportSubject::ExportSubject(const library::Recording& recording)
 const picture::Picture& ExportSubject::Frame() {
     if (!m_frame) {
         if (m_recording.picture.empty()) throw std::runtime_error("there is no picture");
-        m_frame = PlacedOnFrame(picture::DecodePng(m_recording.picture), FrameLines(m_recording.lines));
+        m_frame = PlacedOnFrame(picture::DecodePng(m_recording.picture), ActiveLines(m_recording.standard));
     }
     return *m_frame;
 }

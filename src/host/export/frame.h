@@ -4,11 +4,6 @@
 
 namespace zel::exporter {
 
-/// Lines of the frame that a recording is shown on: 576 for 576, else 486.
-constexpr int FrameLines(int lines) noexcept {
-    return lines == 576 ? 576 : 486;
-}
-
 /// Width of a frame whose pixels have been made square: 720 pixels of 10:11 in 486 lines, of 12:11 in 576, to the
 /// nearest.
 constexpr int SquareWidth(int lines) noexcept {

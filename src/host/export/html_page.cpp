@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
+#include <nlohmann/json.hpp>
+
+#include "host/document/document_reader.h"
 #include "host/export/frame.h"
 #include "host/export/html_text.h"
-#include "host/export/parsed_document.h"
 #include "host/export/text_layer.h"
 #include "host/picture/png_writer.h"
 
@@ -83,11 +85,12 @@ std::string PictureImage(ExportSubject& message) {
 
 std::string Screen(ExportSubject& message) {
     const library::Recording& recording = message.Source();
-    const std::string lines = std::to_string(FrameLines(recording.lines));
+    const std::string lines = std::to_string(ActiveLines(recording.standard));
     std::string html =
         "<svg class=\"l" + lines + "\" viewBox=\"0 0 720 " + lines + "\" preserveAspectRatio=\"none\">\n";
     if (!recording.picture.empty()) html += PictureImage(message);
-    for (const PlacedRow& row : TextLayer(ParsedDocument(recording.document))) html += RowText(row);
+    for (const PlacedRow& row : TextLayer(document::ReadDocument(document::ParseDocument(recording.document))))
+        html += RowText(row);
     for (const library::RecordedField& field : recording.fields) html += FieldBox(field);
     return html + "</svg>\n";
 }

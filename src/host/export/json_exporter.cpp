@@ -1,6 +1,8 @@
+#include <nlohmann/json.hpp>
+
 #include "base/sha256.h"
+#include "host/document/document_reader.h"
 #include "host/export/export_formats.h"
-#include "host/export/parsed_document.h"
 
 namespace zel::exporter {
 
@@ -48,14 +50,14 @@ Json Document(const library::Recording& recording) {
             {"kind", NameOf(recording.kind)},
             {"recorded_at", recording.recorded_at},
             {"options", recording.options},
-            {"lines", recording.lines},
+            {"lines", ActiveLines(recording.standard)},
             {"text", recording.text},
             {"fonts", recording.fonts},
             {"fields", Fields(recording)},
             {"warnings", recording.warnings},
             {"sources", Sources(recording)},
             {"picture", PictureOf(recording)},
-            {"message", ParsedDocument(recording.document)}};
+            {"message", document::ParseDocument(recording.document)}};
 }
 
 class JsonExporter : public Exporter {

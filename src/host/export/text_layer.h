@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include <nlohmann/json_fwd.hpp>
+#include "host/document/document_reader.h"
 
 namespace zel::exporter {
 
@@ -21,10 +21,7 @@ struct PlacedRow {
     std::vector<PlacedCharacter> characters;
 };
 
-/// The rows of a message's document that have characters, from the first on. A character is as wide as the step to the
-/// next one, but not wider than its row is high: a row may go on behind a gap. What is out of any frame or of another
-/// type than a message's is left out or made small; nothing is thrown for it.
-/// @param document  of a message, see MessageDocument; also of anything else, which has no rows.
-std::vector<PlacedRow> TextLayer(const nlohmann::ordered_json& document);
+/// The rows of a message that have characters, from the first on.
+std::vector<PlacedRow> TextLayer(const document::DocumentContents& contents);
 
 }  // namespace zel::exporter

@@ -10,21 +10,21 @@ namespace zel::library {
 
 namespace {
 
-/// What a merge writes in one transaction at most.
+/// Limits of one transaction of a merge.
 constexpr std::size_t kMergeRecordings = 64;
 constexpr std::size_t kMergeBytes = 16 << 20;
 
-/// The question as the full text search takes it: each word quoted, and the beginning of one is enough.
-std::string Question(const std::string& words) {
-    std::string question;
+/// A query for the full text search: each word quoted, and matched as a prefix.
+std::string SearchQuery(const std::string& words) {
+    std::string query_text;
     bool inside = false;
     for (const char c : words) {
         const bool blank = c == '\0' || c == ' ' || (c >= '\t' && c <= '\r');
-        if (blank == inside) question += blank ? "\"* " : "\"";
+        if (blank == inside) query_text += blank ? "\"* " : "\"";
         inside = !blank;
-        if (!blank) question += c == '"' ? std::string("\"\"") : std::string(1, c);
+        if (!blank) query_text += c == '"' ? std::string("\"\"") : std::string(1, c);
     }
-    return inside ? question + "\"*" : question;
+    return inside ? query_text + "\"*" : query_text;
 }
 
 bool SameSources(const std::vector<SourceFile>& one, const std::vector<SourceFile>& other) {
@@ -39,7 +39,7 @@ bool SameSources(const std::vector<SourceFile>& one, const std::vector<SourceFil
     return roles(one) == roles(other);
 }
 
-/// Whether both were made from the same files in the same way; where the files lay doesn't matter.
+/// Whether both were made from the same files with the same options. The files' paths don't matter.
 bool IsSame(const Recording& one, const Recording& other) {
     return one.kind == other.kind && one.options == other.options && SameSources(one.sources, other.sources) &&
            std::tie(one.width, one.height, one.picture) == std::tie(other.width, other.height, other.picture);
@@ -53,10 +53,10 @@ std::size_t BytesOf(const Recording& recording) {
 
 class Library::Impl {
   public:
-    Impl(const std::filesystem::path& path, Access access, std::chrono::milliseconds patience)
-        : file(path, access, patience), patience(patience) {}
+    Impl(const std::filesystem::path& path, Access access, std::chrono::milliseconds waiting_time)
+        : file(path, access, waiting_time), patience(waiting_time) {}
 
-    /// Takes the place of what is there, within a transaction.
+    /// Stores a recording in place of `there`, within a transaction.
     void Replace(const Recording& recording, std::optional<RecordingId> there) {
         if (there) DeleteRecording(file, *there);
         InsertRecording(file, recording);
@@ -72,7 +72,7 @@ class Library::Impl {
         ++(there ? count.replaced : count.added);
     }
 
-    /// What a function of recording_rows.h reads of a recording, at one moment.
+    /// Reads a part of a recording with a function of recording_rows.h, in one transaction.
     template <typename Part>
     std::optional<Part> Find(const RecordingKey& key, Part (*read)(LibraryFile&, RecordingId)) {
         std::optional<Part> part;
@@ -131,12 +131,12 @@ std::vector<LibraryEntry> Library::List(const std::optional<std::string>& disk) 
 }
 
 std::vector<LibraryEntry> Library::Search(const std::string& words) {
-    const std::string question = Question(words);
-    if (question.empty()) return List();
+    const std::string query_text = SearchQuery(words);
+    if (query_text.empty()) return List();
     const std::string sql =
         SelectEntries("JOIN search ON search.rowid = recording.id WHERE search MATCH ? ORDER BY rank, disk, number");
     base::SqliteStatement query = m_impl->file.Prepare(sql.c_str());
-    return ReadEntries(m_impl->file, query.Bind(question));
+    return ReadEntries(m_impl->file, query.Bind(query_text));
 }
 
 bool Library::Remove(const RecordingKey& key) {

@@ -20,24 +20,24 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Bytes of the longest text or picture, and of a row. A picture of 720 x 576 pixels has less than 2 MB.
+/// Limit of a text, a picture and a row, in bytes. A picture of 720 x 576 pixels has less than 2 MB.
 constexpr int kLongestCell = 64 << 20;
-/// Documents and pictures are tens of kilobytes, and each page costs calls of the system of its own.
+/// Larger than the default: documents and pictures have tens of kilobytes, and each page costs a system call.
 constexpr const char* kPageSize = "PRAGMA page_size = 8192";
 
 std::string Errno(int error) {
     return error != 0 ? ": " + std::generic_category().message(error) : "";
 }
 
-/// SQLite's words, which may quote the file: nothing of it reaches a terminal as more than text.
-std::string Words(const base::SqliteDatabase& database) {
-    std::string words = database.Error();
+/// SQLite's message, which may quote the file, without bytes that could control a terminal.
+std::string MessageText(const base::SqliteDatabase& database) {
+    std::string text = database.Error();
     std::ranges::replace_if(
-        words, [](char c) { return c < ' ' || c > '~'; }, '?');
-    return words;
+        text, [](char c) { return c < ' ' || c > '~'; }, '?');
+    return text;
 }
 
-/// Why SQLite failed, in words that follow a file's name.
+/// Why SQLite failed, as text to follow the file's name.
 std::string Reason(const base::SqliteDatabase& database) {
     const std::string errno_words = Errno(database.Handle() != nullptr ? sqlite3_system_errno(database.Handle()) : 0);
     switch (database.ErrorCode() & 0xFF) {
@@ -54,9 +54,9 @@ std::string Reason(const base::SqliteDatabase& database) {
             return "the library can't be read or written" + errno_words;
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
-            return "the library is damaged: " + Words(database);
+            return "the library is damaged: " + MessageText(database);
         default:
-            return Words(database);
+            return MessageText(database);
     }
 }
 
@@ -66,12 +66,14 @@ std::uint32_t BigEndian(const std::array<char, 100>& header, std::size_t offset)
     return value;
 }
 
-/// A draft that a library is made in, gone at the end.
-struct Draft {
-    explicit Draft(const fs::path& file) : path(file.string() + ".part-" + std::to_string(getpid())) { Remove(); }
-    ~Draft() { Remove(); }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
+/// The temporary file that a library is created in. Removed in the end.
+struct UnfinishedFile {
+    explicit UnfinishedFile(const fs::path& file) : path(file.string() + ".part-" + std::to_string(getpid())) {
+        Remove();
+    }
+    ~UnfinishedFile() { Remove(); }
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
 
     void Remove() const {
         std::error_code ignored;
@@ -81,7 +83,7 @@ struct Draft {
     const fs::path path;
 };
 
-/// The name of a new file is on the disk when its directory is.
+/// A new file's name is stored with its directory.
 void SyncDirectory(const fs::path& file) {
     const fs::path directory = file.has_parent_path() ? file.parent_path() : ".";
     const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -109,11 +111,10 @@ bool HasLog(const fs::path& file) {
 
 }  // namespace
 
-LibraryFile::LibraryFile(const fs::path& file, Library::Access access, std::chrono::milliseconds patience)
-    : m_path(file) {
+LibraryFile::LibraryFile(const fs::path& file, Access access, std::chrono::milliseconds patience) : m_path(file) {
     std::error_code error;
     const bool there = fs::exists(file, error);
-    if (!there && !error && access == Library::Access::kWrite) Make(patience);
+    if (!there && !error && access == Access::kWrite) Make(patience);
     CheckHeader();
     Open(access, patience);
     Protect(access);
@@ -125,7 +126,7 @@ LibraryFile::LibraryFile(const fs::path& file, Library::Access access, std::chro
 }
 
 void LibraryFile::CheckHeader() const {
-    // Before SQLite opens the file, which may write to it.
+    // Checked before SQLite opens the file, since opening may write to it.
     std::error_code error;
     if (fs::is_directory(m_path, error)) Fail("it is a directory, not a library");
     errno = 0;
@@ -149,8 +150,8 @@ void LibraryFile::CheckVersion(std::int64_t id, std::int64_t version) const {
 }
 
 void LibraryFile::CheckLayout() {
-    // What the file defines beyond the tables, such as a trigger, would run as a part of our statements. The tables of
-    // the full text search are SQLite's own.
+    // Anything else that the file defines, such as a trigger, would run as part of our statements. The tables of the
+    // full text search are SQLite's own.
     base::SqliteStatement query = Prepare(
         "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL AND substr(name, 1, 7) <> 'sqlite_'"
         " AND (type <> 'table' OR substr(name, 1, 7) <> 'search_')");
@@ -163,37 +164,37 @@ void LibraryFile::CheckLayout() {
 }
 
 void LibraryFile::Make(std::chrono::milliseconds patience) {
-    // Under its own name the file is never there without its tables.
-    const Draft draft(m_path);
+    // The file gets its own name when its tables are complete.
+    const UnfinishedFile unfinished(m_path);
     {
-        base::SqliteDatabase database(draft.path, base::SqliteDatabase::Opening::kMake, patience);
+        base::SqliteDatabase database(unfinished.path, base::SqliteDatabase::Opening::kMake, patience);
         if (!MakeTables(database)) Fail("the library can't be made: " + Reason(database));
     }
-    // A link gives way to a library that another program has made meanwhile. Some file systems have none.
-    if (link(draft.path.c_str(), m_path.c_str()) != 0 && errno != EEXIST) {
+    // A link does not replace a library that another program has created meanwhile. Some file systems have no links.
+    if (link(unfinished.path.c_str(), m_path.c_str()) != 0 && errno != EEXIST) {
         std::error_code error;
-        if (!fs::exists(m_path, error)) fs::rename(draft.path, m_path, error);
+        if (!fs::exists(m_path, error)) fs::rename(unfinished.path, m_path, error);
         if (error) Fail("the library can't be made: " + error.message());
     }
     SyncDirectory(m_path);
 }
 
-void LibraryFile::Open(Library::Access access, std::chrono::milliseconds patience) {
+void LibraryFile::Open(Access access, std::chrono::milliseconds patience) {
     using Opening = base::SqliteDatabase::Opening;
     m_database = std::make_unique<base::SqliteDatabase>(m_path, Opening::kExisting, patience);
-    // Until the file has shown what it is, it is left as it is.
+    // Don't change the file before it is known to be a library.
     if (m_database->ErrorCode() == SQLITE_OK) {
         sqlite3_db_config(m_database->Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     }
     if (m_database->Run("PRAGMA schema_version")) return;
     const int code = m_database->ErrorCode() & 0xFF;
     const bool refused = code == SQLITE_CANTOPEN || code == SQLITE_READONLY;
-    if (!refused || access != Library::Access::kRead || HasLog(m_path)) FailAsDatabase();
-    // In a directory where nothing can be made, such as a disk that can't be written, the file stands alone.
+    if (!refused || access != Access::kRead || HasLog(m_path)) FailAsDatabase();
+    // In a read-only directory SQLite can't create its log; the file is opened without one.
     m_database = std::make_unique<base::SqliteDatabase>(m_path, Opening::kImmutable, patience);
 }
 
-void LibraryFile::Protect(Library::Access access) {
+void LibraryFile::Protect(Access access) {
     sqlite3* handle = m_database->Handle();
     for (const auto& [option, value] : {std::pair{SQLITE_DBCONFIG_DEFENSIVE, 1},
                                         {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
@@ -204,7 +205,7 @@ void LibraryFile::Protect(Library::Access access) {
     }
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kLongestCell);
     Run("PRAGMA cell_size_check = ON");
-    if (access == Library::Access::kRead) {
+    if (access == Access::kRead) {
         Run("PRAGMA query_only = ON");
         return;
     }
@@ -213,10 +214,10 @@ void LibraryFile::Protect(Library::Access access) {
     Run("PRAGMA synchronous = FULL");
 }
 
-base::SqliteStatement& LibraryFile::Kept(const char* sql) {
-    const auto found = m_kept.find(sql);
-    if (found != m_kept.end() && !found->second.Failed()) return found->second.Again();
-    return m_kept.insert_or_assign(sql, Prepare(sql)).first->second;
+base::SqliteStatement& LibraryFile::Cached(const char* sql) {
+    const auto found = m_cached.find(sql);
+    if (found != m_cached.end() && !found->second.Failed()) return found->second.Again();
+    return m_cached.insert_or_assign(sql, Prepare(sql)).first->second;
 }
 
 bool LibraryFile::Next(base::SqliteStatement& statement) const {

@@ -4,9 +4,9 @@ namespace zel::library {
 
 namespace {
 
-// Texts are UTF-8. What isn't asked for in a list, the document and the picture, lies in tables of its own, so that the
-// rows of the recordings stay short. A position counts from 0. SQLite holds these conditions on each write; a file that
-// was written otherwise may break them, so a reader checks what it depends on.
+// Texts are UTF-8. Document and picture, which a list does not show, have tables of their own, so that the rows of
+// `recording` stay short. Positions count from 0. SQLite checks these conditions on each write; a file written by
+// another program may violate them, so a reader checks what it depends on.
 constexpr const char* kSchema[] = {
     "CREATE TABLE recording (id INTEGER PRIMARY KEY, disk TEXT NOT NULL,"
     " number INTEGER NOT NULL CHECK (number BETWEEN 0 AND 9999),"

@@ -5,45 +5,63 @@
 #include <string>
 #include <vector>
 
+#include "module/contract/records/video_standard.h"
+
 namespace zel::library {
 
-/// What a recording shows.
 enum class RecordingKind { kMessage, kRgbaObject, kRgbaBackground };
 
-/// A file that a recording was made from. Its checksum tells whether the recording is still true.
+/// A file that a recording was made from. A changed checksum means that the recording is out of date.
 struct SourceFile {
-    std::string path;                ///< absolute, this system's.
-    std::optional<int> font_number;  ///< of a font; without it the file is the message's own.
-    std::uint64_t size = 0;          ///< bytes
-    std::string sha256;              ///< 64 digits, lower case; empty for a font that wasn't there.
+    /// Absolute, this system's.
+    std::string path;
+    /// Of a font; empty for the message's own file.
+    std::optional<int> font_number;
+    /// In bytes.
+    std::uint64_t size = 0;
+    /// 64 hexadecimal digits, lower case; empty for a font that was missing.
+    std::string sha256;
 };
 
-/// Name and place of a tab field, in pixels and lines of the picture.
+/// Name and position of a tab field, in pixels of the picture.
 struct RecordedField {
     std::string name;
     int left = 0, top = 0, right = 0, bottom = 0;
 };
 
-/// A message as the host keeps it: everything that can be shown or exported without the disk that it came from. Texts
+/// A message as the host stores it: everything that can be shown or exported without the disk that it came from. Texts
 /// are UTF-8.
 struct Recording {
-    std::string disk;  ///< tells messages of several disks apart; empty for the only one.
-    int number = 0;    ///< 0 to 9999, what the message is recorded under.
+    /// Distinguishes the messages of several disks; empty for the only one.
+    std::string disk;
+    /// 0 to 9999.
+    int number = 0;
     RecordingKind kind = RecordingKind::kMessage;
-    std::string recorded_at;            ///< UTC, such as 2026-11-22T23:51:32Z.
-    std::string options;                ///< what of the host's options shaped it; another text is another outcome.
-    std::string document;               ///< the message as a JSON document; empty for an RGBA file.
-    std::string text;                   ///< what can be searched: a line for each row.
-    std::vector<std::string> fonts;     ///< names, in the order of their slots.
-    std::vector<RecordedField> fields;  ///< tab fields.
-    std::vector<std::string> warnings;  ///< what a person should know: missing fonts, glyphs that couldn't be drawn.
-    std::vector<SourceFile> sources;    ///< the message's own file first; fonts that were found.
-    int lines = 486;                    ///< active lines of the message's video standard, 486 or 576.
-    int width = 0, height = 0;          ///< of the picture, pixels; 0 without one.
-    std::string picture;                ///< PNG with straight alpha; empty when there is none.
+    /// UTC, such as 2026-11-22T23:51:32Z.
+    std::string recorded_at;
+    /// The host's options that affect the result, as text; compared for equality only.
+    std::string options;
+    /// The message as a JSON document; may be empty for an RGBA file.
+    std::string document;
+    /// The searchable text: one line for each row.
+    std::string text;
+    /// Names of the fonts, in the order of their slots.
+    std::vector<std::string> fonts;
+    /// The tab fields.
+    std::vector<RecordedField> fields;
+    /// What a user should know: missing fonts, glyphs that could not be drawn.
+    std::vector<std::string> warnings;
+    /// The message's own file first, then the fonts.
+    std::vector<SourceFile> sources;
+    /// The message's own.
+    VideoStandard standard = VideoStandard::kNtsc;
+    /// Of the picture, in pixels; 0 without one.
+    int width = 0, height = 0;
+    /// PNG with straight alpha; empty without a picture.
+    std::string picture;
 };
 
-/// What a recording is known by.
+/// Identifies a recording in a library.
 struct RecordingKey {
     std::string disk;
     int number = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <type_traits>
 #include <utility>
 
 namespace zel::library {
@@ -15,11 +16,15 @@ constexpr std::array<std::pair<RecordingKind, const char*>, 3> kKinds{{
     {RecordingKind::kRgbaBackground, "rgba_background"},
 }};
 
-const char* KindWord(RecordingKind kind) {
+const char* KindName(RecordingKind kind) {
     return std::ranges::find(kKinds, kind, &std::pair<RecordingKind, const char*>::first)->second;
 }
 
-/// Reads the columns of a row one after another. A value that no library has is the file's fault.
+bool IsSha256(const std::string& digits) {
+    return digits.size() == 64 && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+/// Reads the columns of a row in order. A value that no library contains is reported as damage of the file.
 class Columns {
   public:
     Columns(const LibraryFile& file, const base::SqliteStatement& row) : m_file(file), m_row(row) {}
@@ -39,6 +44,11 @@ class Columns {
     std::string Text() { return m_row.Text(m_column++); }
     std::string Bytes() { return m_row.Bytes(m_column++); }
 
+    std::string Sha256() {
+        std::string digits = Text();
+        if (!digits.empty() && !IsSha256(digits)) m_file.Fail("the library is damaged: a file's checksum is none");
+        return digits;
+    }
     RecordingKey Key() {
         std::string disk = Text();
         return {std::move(disk), Int("number", 0, 9999)};
@@ -51,11 +61,12 @@ class Columns {
         m_file.Fail("the library is damaged: a recording is of an unknown kind");
     }
 
-    int Lines() {
+    VideoStandard Standard() {
         constexpr const char* kWhat = "number of lines";
         const int lines = Int(kWhat);
-        if (lines != 486 && lines != 576) FailAt(kWhat, lines);
-        return lines;
+        const std::optional<VideoStandard> standard = VideoStandardOf(lines);
+        if (!standard) FailAt(kWhat, lines);
+        return *standard;
     }
 
   private:
@@ -67,10 +78,6 @@ class Columns {
     const base::SqliteStatement& m_row;
     int m_column = 0;
 };
-
-bool IsSha256(const std::string& digits) {
-    return digits.size() == 64 && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
-}
 
 std::string Joined(const std::vector<RecordedField>& fields) {
     std::string text;
@@ -87,33 +94,33 @@ std::string Joined(const std::vector<SourceFile>& sources) {
 }
 
 RecordingId InsertHead(LibraryFile& file, const Recording& recording) {
-    base::SqliteStatement& insert = file.Kept(
+    base::SqliteStatement& insert = file.Cached(
         "INSERT INTO recording (disk, number, kind, recorded_at, options, lines, text) VALUES (?, ?, ?, ?, ?, ?, ?)");
-    insert.Bind(recording.disk).Bind(recording.number).Bind(KindWord(recording.kind)).Bind(recording.recorded_at);
-    file.Run(insert.Bind(recording.options).Bind(recording.lines).Bind(recording.text));
+    insert.Bind(recording.disk).Bind(recording.number).Bind(KindName(recording.kind)).Bind(recording.recorded_at);
+    file.Run(insert.Bind(recording.options).Bind(ActiveLines(recording.standard)).Bind(recording.text));
     return file.LastRow();
 }
 
 void InsertContents(LibraryFile& file, RecordingId id, const Recording& recording) {
     if (!recording.document.empty()) {
-        file.Run(file.Kept("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
+        file.Run(file.Cached("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
     }
     if (!recording.picture.empty()) {
-        base::SqliteStatement& insert = file.Kept("INSERT INTO picture VALUES (?, ?, ?, ?)");
+        base::SqliteStatement& insert = file.Cached("INSERT INTO picture VALUES (?, ?, ?, ?)");
         file.Run(insert.Bind(id).Bind(recording.width).Bind(recording.height).BindBytes(recording.picture));
     }
-    base::SqliteStatement& search = file.Kept("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
+    base::SqliteStatement& search = file.Cached("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
     file.Run(search.Bind(id).Bind(recording.text).Bind(Joined(recording.fields)).Bind(Joined(recording.sources)));
 }
 
 void InsertTexts(LibraryFile& file, const char* sql, RecordingId id, const std::vector<std::string>& texts) {
-    base::SqliteStatement& insert = file.Kept(sql);
+    base::SqliteStatement& insert = file.Cached(sql);
     std::int64_t position = 0;
     for (const std::string& text : texts) file.Run(insert.Again().Bind(id).Bind(position++).Bind(text));
 }
 
 void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedField>& fields) {
-    base::SqliteStatement& insert = file.Kept("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
+    base::SqliteStatement& insert = file.Cached("INSERT INTO field VALUES (?, ?, ?, ?, ?, ?, ?)");
     std::int64_t position = 0;
     for (const RecordedField& field : fields) {
         insert.Again().Bind(id).Bind(position++).Bind(field.name);
@@ -122,7 +129,7 @@ void InsertFields(LibraryFile& file, RecordingId id, const std::vector<RecordedF
 }
 
 void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFile>& sources) {
-    base::SqliteStatement& insert = file.Kept("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
+    base::SqliteStatement& insert = file.Cached("INSERT INTO source VALUES (?, ?, ?, ?, ?, ?)");
     std::int64_t position = 0;
     for (const SourceFile& source : sources) {
         insert.Again().Bind(id).Bind(position++).Bind(source.path);
@@ -135,41 +142,49 @@ void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFi
     }
 }
 
-std::vector<std::string> ReadTexts(LibraryFile& file, const char* sql, RecordingId id) {
+/// The rows of one recording in a table, each made into an item.
+/// @param sql   has the recording's id as its only parameter.
+/// @param read  gets the columns of one row.
+template <typename Read>
+auto ReadPart(LibraryFile& file, const char* sql, RecordingId id, Read read) {
     base::SqliteStatement query = file.Prepare(sql);
-    std::vector<std::string> texts;
-    for (query.Bind(id); file.Next(query);) texts.push_back(query.Text(0));
-    return texts;
+    std::vector<std::invoke_result_t<Read, Columns&>> items;
+    for (query.Bind(id); file.Next(query);) {
+        Columns columns(file, query);
+        items.push_back(read(columns));
+    }
+    return items;
+}
+
+std::vector<std::string> ReadTexts(LibraryFile& file, const char* sql, RecordingId id) {
+    return ReadPart(file, sql, id, [](Columns& columns) { return columns.Text(); });
+}
+
+RecordedField ReadField(Columns& columns) {
+    RecordedField field;
+    field.name = columns.Text();
+    for (int* edge : {&field.left, &field.top, &field.right, &field.bottom}) *edge = columns.Int("field's edge");
+    return field;
 }
 
 std::vector<RecordedField> ReadFields(LibraryFile& file, RecordingId id) {
-    base::SqliteStatement query =
-        file.Prepare("SELECT name, \"left\", top, \"right\", bottom FROM field WHERE recording = ? ORDER BY position");
-    std::vector<RecordedField> fields;
-    for (query.Bind(id); file.Next(query);) {
-        Columns columns(file, query);
-        RecordedField& field = fields.emplace_back();
-        field.name = columns.Text();
-        for (int* edge : {&field.left, &field.top, &field.right, &field.bottom}) *edge = columns.Int("field's edge");
-    }
-    return fields;
+    return ReadPart(file,
+                    "SELECT name, \"left\", top, \"right\", bottom FROM field WHERE recording = ? ORDER BY position",
+                    id, ReadField);
+}
+
+SourceFile ReadSource(Columns& columns) {
+    SourceFile source;
+    source.path = columns.Text();
+    source.font_number = columns.OptionalInt("font number", 0, 65535);
+    source.size = columns.Size();
+    source.sha256 = columns.Sha256();
+    return source;
 }
 
 std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
-    base::SqliteStatement query =
-        file.Prepare("SELECT path, font_number, size, sha256 FROM source WHERE recording = ? ORDER BY position");
-    std::vector<SourceFile> sources;
-    for (query.Bind(id); file.Next(query);) {
-        Columns columns(file, query);
-        SourceFile& source = sources.emplace_back();
-        source.path = columns.Text();
-        source.font_number = columns.OptionalInt("font number", 0, 65535);
-        source.size = columns.Size();
-        source.sha256 = columns.Text();
-        if (!source.sha256.empty() && !IsSha256(source.sha256))
-            file.Fail("the library is damaged: a file's checksum is none");
-    }
-    return sources;
+    return ReadPart(file, "SELECT path, font_number, size, sha256 FROM source WHERE recording = ? ORDER BY position",
+                    id, ReadSource);
 }
 
 }  // namespace
@@ -190,8 +205,8 @@ void InsertRecording(LibraryFile& file, const Recording& recording) {
 }
 
 void DeleteRecording(LibraryFile& file, RecordingId id) {
-    file.Run(file.Kept("DELETE FROM search WHERE rowid = ?").Bind(id));
-    file.Run(file.Kept("DELETE FROM recording WHERE id = ?").Bind(id));
+    file.Run(file.Cached("DELETE FROM search WHERE rowid = ?").Bind(id));
+    file.Run(file.Cached("DELETE FROM recording WHERE id = ?").Bind(id));
 }
 
 Recording ReadRecording(LibraryFile& file, RecordingId id) {
@@ -207,7 +222,7 @@ Recording ReadRecording(LibraryFile& file, RecordingId id) {
     recording.kind = columns.Kind();
     recording.recorded_at = columns.Text();
     recording.options = columns.Text();
-    recording.lines = columns.Lines();
+    recording.standard = columns.Standard();
     recording.text = columns.Text();
     recording.document = columns.Text();
     recording.width = columns.OptionalInt("width", 1, 32767).value_or(0);

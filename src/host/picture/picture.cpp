@@ -1,10 +1,10 @@
 #include "host/picture/picture.h"
 
 #include <utility>
+#include <variant>
 
 #include "host/glyph_bitmaps.h"
 #include "host/picture/rgba_file.h"
-#include "module/contract/host_messages.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"
@@ -57,24 +57,18 @@ void SparePixels::Give(std::vector<std::uint8_t> pixels) {
     m_spare.push_back(std::move(pixels));
 }
 
-void PictureComposer::OnSend(const host::SentMessage& message) {
-    switch (message.message) {
-        case kMsgFonts:
-            m_fonts = reinterpret_cast<CZelFont*>(message.lParam);
-            m_bitmaps = nullptr;
-            m_arrived.clear();
-            m_picture.reset();
-            m_trouble.clear();
-            break;
-        case kMsgRgba:
-            LoadRgba(*reinterpret_cast<const CZelTransDlg*>(message.lParam));
-            break;
-        case kMsgRowsDone:
-            Compose(*reinterpret_cast<const CZelMessage*>(message.lParam));
-            break;
-        default:
-            break;
-    }
+void PictureComposer::OnSend(const host::SentMessage& sent) {
+    if (const auto* ready = std::get_if<host::FontsReady>(&sent.event)) BeginMessage(ready->fonts);
+    if (const auto* chosen = std::get_if<host::RgbaChosen>(&sent.event)) LoadRgba(chosen->dialog);
+    if (const auto* done = std::get_if<host::RowsDone>(&sent.event)) Compose(done->message);
+}
+
+void PictureComposer::BeginMessage(CZelFont& fonts) {
+    m_fonts = &fonts;
+    m_bitmaps = nullptr;
+    m_arrived.clear();
+    m_picture.reset();
+    m_trouble.clear();
 }
 
 void PictureComposer::OnChar(const host::SentCharacter& character) {

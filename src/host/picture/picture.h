@@ -44,7 +44,7 @@ class SparePixels {
 /// the file's own, in its own size, whether it is inserted as an object or as a background.
 class PictureComposer : public host::HostObserver {
   public:
-    void OnSend(const host::SentMessage& message) override;
+    void OnSend(const host::SentMessage& sent) override;
     void OnChar(const host::SentCharacter& character) override;
 
     /// The picture of the last message that arrived whole; nothing when there is none. It is given once.
@@ -64,6 +64,7 @@ class PictureComposer : public host::HostObserver {
         unsigned character;
     };
 
+    void BeginMessage(CZelFont& fonts);
     void LoadRgba(const CZelTransDlg& dialog);
     void Compose(const CZelMessage& message);
     void LayText(const Canvas& canvas, const Arrived& arrived, const CZelMessage& message);

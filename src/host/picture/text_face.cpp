@@ -15,7 +15,7 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include "host/picture/text_edge.h"
-#include "module/translate/edge.h"
+#include "module/contract/records/edge.h"
 
 namespace zel::picture {
 
@@ -126,7 +126,7 @@ class TextFaces::Library {
     }
 
     const TextGlyph* Get(const LOGFONT& font, const tag_CharInf& info, unsigned character) {
-        const bool has_edge = translate::HasEdge(info.edge_type) && info.edge_size > 0;
+        const bool has_edge = HasEdge(info.edge_type) && info.edge_size > 0;
         const Key key(WantedFace(font), font.lfHeight, has_edge ? info.edge_type : 0, info.edge_angle, info.edge_size,
                       character);
         if (const auto found = m_glyphs.find(key); found != m_glyphs.end())
@@ -164,12 +164,12 @@ class TextFaces::Library {
         if (FT_Get_Glyph(face->glyph, &loaded) != 0) return std::nullopt;
         GlyphHandle outline(loaded);
         TextGlyph glyph;
-        if (edge != nullptr && edge->edge_type == translate::kEdgeBorder)
+        if (edge != nullptr && EdgeType{edge->edge_type} == EdgeType::kBorder)
             glyph.edge = Border(*outline, edge->edge_size);
         glyph.face = Render(std::move(outline));
-        if (edge != nullptr && edge->edge_type == translate::kEdgeShadow) {
+        if (edge != nullptr && EdgeType{edge->edge_type} == EdgeType::kShadow) {
             glyph.edge = DrawnOutAlong(glyph.face, WayOfEdge(edge->edge_angle, edge->edge_size));
-        } else if (edge != nullptr && edge->edge_type == translate::kEdgeOffset) {
+        } else if (edge != nullptr && EdgeType{edge->edge_type} == EdgeType::kOffset) {
             glyph.edge = MovedBy(glyph.face, WayOfEdge(edge->edge_angle, edge->edge_size));
         }
         return glyph;

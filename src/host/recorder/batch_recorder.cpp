@@ -12,8 +12,10 @@ namespace zel::recorder {
 
 namespace {
 
+/// Limits of a chunk: its recordings, and the time since the chunk before. A transaction waits for the disk.
 constexpr std::size_t kLargestChunk = 16;
 constexpr auto kLongestWait = std::chrono::milliseconds(200);
+/// Messages that wait for each thread, at most. Each holds a picture of 1.4 MB.
 constexpr std::size_t kWaitingPerThread = 2;
 
 std::filesystem::path FileOf(int number, const std::string& directory, const char* extension) {
@@ -45,8 +47,8 @@ bool HasRecordingFiles(int number, const std::string& directory, bool with_pictu
 
 BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digests,
                              std::function<void(const RecordedItem&)> done)
-    : m_options(options), m_digests(digests), m_done(std::move(done)), m_kept_at(std::chrono::steady_clock::now()) {
-    if (options.library) m_library.emplace(*options.library, library::Library::Access::kWrite);
+    : m_options(options), m_digests(digests), m_done(std::move(done)), m_stored_at(std::chrono::steady_clock::now()) {
+    if (options.library) m_library.emplace(*options.library, library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
     m_workers = std::make_unique<OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
                                                          [this](Result result) { Take(std::move(result)); });
@@ -79,20 +81,20 @@ BatchRecorder::Result BatchRecorder::Record(const host::BatchItem& item, Arrived
 void BatchRecorder::Take(Result result) {
     m_items.push_back(std::move(result.item));
     if (m_library && result.recording) m_chunk.push_back(std::move(*result.recording));
-    const bool due = m_chunk.size() >= kLargestChunk || std::chrono::steady_clock::now() - m_kept_at > kLongestWait;
-    if (m_chunk.empty() || due) Keep();
+    const bool due = m_chunk.size() >= kLargestChunk || std::chrono::steady_clock::now() - m_stored_at > kLongestWait;
+    if (m_chunk.empty() || due) Store();
 }
 
-void BatchRecorder::Keep() {
+void BatchRecorder::Store() {
     if (!m_chunk.empty()) m_library->Record(m_chunk);
     m_chunk.clear();
     for (const RecordedItem& item : std::exchange(m_items, {})) m_done(item);
-    m_kept_at = std::chrono::steady_clock::now();
+    m_stored_at = std::chrono::steady_clock::now();
 }
 
 void BatchRecorder::Finish() {
     m_workers->Finish();
-    Keep();
+    Store();
 }
 
 }  // namespace zel::recorder

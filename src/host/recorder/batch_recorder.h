@@ -23,29 +23,32 @@ struct RecordedItem {
 
 struct RecorderOptions {
     RecordingContext context;
-    std::optional<std::string> library;    ///< file that recordings go to.
-    std::optional<std::string> directory;  ///< where a picture (NUMBER.png) and a document (NUMBER.json) of each go.
-    std::size_t jobs = 1;                  ///< threads that encode pictures and write files; what is kept is the same.
+    /// File of the library to store recordings in.
+    std::optional<std::string> library;
+    /// Directory to write each picture (NUMBER.png) and document (NUMBER.json) to.
+    std::optional<std::string> directory;
+    /// Threads that encode pictures and write files. Does not change what is stored.
+    std::size_t jobs = 1;
 };
 
-/// Records what a batch imports. The module's thread only takes copies; documents, pictures and checksums are made on
-/// other threads, in order, and no more of them than a few a thread wait at a time. Recordings are kept in small
-/// chunks, a transaction each.
+/// Records what a batch imports. The module's thread only makes copies; documents, pictures and checksums are made on
+/// other threads, with a bounded number of messages waiting. Recordings are stored in order, in small chunks of one
+/// transaction each.
 class BatchRecorder : public host::HostObserver {
   public:
-    /// @param done  hears of each number in order, once it is kept, on another thread than the caller's.
-    /// @throws LibraryError, std::runtime_error when there is no place to record to.
+    /// @param done  called for each number in order, once it is stored, on another thread than the caller's.
+    /// @throws LibraryError, std::runtime_error when the library or the directory can't be created.
     BatchRecorder(const RecorderOptions& options, FileDigests& digests, std::function<void(const RecordedItem&)> done);
     ~BatchRecorder() override;
 
-    /// To be observers too, before this one.
+    /// Composes the pictures. Must be an observer too, before this one.
     host::HostObserver& Pictures() noexcept { return m_pictures; }
 
     void OnMessage(const document::MessageRecord& message) override;
-    /// @throws what kept an earlier recording from being kept.
+    /// @throws the error of an earlier recording that could not be stored.
     void OnBatchItem(const host::BatchItem& item) override;
 
-    /// Returns when all is kept. @throws as OnBatchItem.
+    /// Returns when everything is stored. @throws as OnBatchItem.
     void Finish();
 
   private:
@@ -56,24 +59,26 @@ class BatchRecorder : public host::HostObserver {
 
     Result Record(const host::BatchItem& item, ArrivedMessage arrived);
     void Take(Result result);
-    void Keep();
+    void Store();
 
     const RecorderOptions m_options;
     FileDigests& m_digests;
     const std::function<void(const RecordedItem&)> m_done;
     picture::PictureComposer m_pictures;
     std::optional<ArrivedMessage> m_arrived;
-    std::optional<library::Library> m_library;  // of the thread that takes results, once there are any
+    /// Used by the thread that takes the results, once there are any.
+    std::optional<library::Library> m_library;
     std::vector<library::Recording> m_chunk;
-    std::vector<RecordedItem> m_items;  // to be told once the chunk is kept
-    std::chrono::steady_clock::time_point m_kept_at;
+    /// To be reported when the chunk is stored.
+    std::vector<RecordedItem> m_items;
+    std::chrono::steady_clock::time_point m_stored_at;
     std::unique_ptr<OrderedWorkers<Result>> m_workers;
 };
 
-/// Writes the picture and the document of a recording, as RecorderOptions::directory tells.
+/// Writes the picture and the document of a recording, see RecorderOptions::directory.
 /// @throws std::runtime_error with the file's name and the reason.
 void WriteRecordingFiles(const library::Recording& recording, const std::string& directory);
-/// Whether both are there.
+/// Whether the files of a number exist.
 bool HasRecordingFiles(int number, const std::string& directory, bool with_picture);
 
 }  // namespace zel::recorder

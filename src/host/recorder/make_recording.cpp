@@ -23,10 +23,10 @@ std::string UtcNow() {
     return text;
 }
 
-constexpr int kLeastGap = 32;  // pixels between what stands apart in a row that tells no height
+constexpr int kLeastGap = 32;  // pixels; for rows of little height
 
-/// The rows' texts, a line each. A blank parts what stands apart in a row, as the columns of a table do: by more than
-/// the row's height, or to the left.
+/// The rows' texts, one line each. A blank separates characters that are further apart than the row is high, or in the
+/// wrong order, such as the columns of a table.
 std::string TextOf(const document::MessageRecord& message) {
     std::string bytes;
     std::size_t line = message.rows.size();
@@ -79,9 +79,9 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
     recording.kind = KindOf(arrived.message);
     recording.recorded_at = UtcNow();
     recording.options = context.options;
-    recording.lines = arrived.message.lines;
+    recording.standard = arrived.message.standard;
     AddParts(arrived.message, recording);
-    if (!arrived.picture_trouble.empty()) recording.warnings.push_back(arrived.picture_trouble);
+    if (!arrived.picture_error.empty()) recording.warnings.push_back(arrived.picture_error);
     recording.sources = SourcesOf(arrived.message, context.font_directory, digests);
     if (arrived.picture) {
         recording.width = arrived.picture->width;
@@ -92,7 +92,7 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
 }
 
 std::string DescribeOptions(const host::HostOptions& options, FileDigests& digests) {
-    std::string text = "lines=" + std::to_string(options.lines);
+    std::string text = "lines=" + std::to_string(ActiveLines(options.standard));
     if (options.tt_convert) text += " tt-convert";
     if (!options.baseline_align) text += " no-baseline-align";
     if (!options.maps) return text;

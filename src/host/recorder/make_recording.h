@@ -10,26 +10,30 @@
 
 namespace zel::recorder {
 
-/// What the recordings of one run have in common.
+/// What all recordings of one run share.
 struct RecordingContext {
-    std::string disk;            ///< as in Recording.
-    std::string font_directory;  ///< this system's.
-    std::string options;         ///< as in Recording.
+    /// As in Recording.
+    std::string disk;
+    /// This system's path.
+    std::string font_directory;
+    /// As in Recording.
+    std::string options;
 };
 
-/// What arrived of one message.
+/// What the host received of one message.
 struct ArrivedMessage {
     int number = 0;
     document::MessageRecord message;
     std::optional<picture::Picture> picture;
-    std::string picture_trouble{};  ///< why an RGBA file has none; empty when it has.
+    /// Why an RGBA file has no picture; empty if it has.
+    std::string picture_error{};
 };
 
-/// The recording of a message, with its picture as PNG, its document and the checksums of its files, dated now.
-/// Independent of other threads.
+/// The recording of a message, dated now, with its picture as PNG, its document and the checksums of its files. May be
+/// called on any thread.
 library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingContext& context, FileDigests& digests);
 
-/// The host's options as a text; options that give another picture give another text.
+/// The host's options as text. Options that change the picture change the text.
 std::string DescribeOptions(const host::HostOptions& options, FileDigests& digests);
 
 }  // namespace zel::recorder

@@ -18,8 +18,8 @@ std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext&
     return numbers;
 }
 
-std::vector<run::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last) {
-    std::vector<run::NumberRange> ranges;
+std::vector<host::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last) {
+    std::vector<host::NumberRange> ranges;
     for (int begin = first; begin <= last;) {
         const auto next = numbers.lower_bound(begin);
         const int end = next == numbers.end() ? last : std::min(*next - 1, last);

@@ -5,17 +5,17 @@
 #include <vector>
 
 #include "host/library/library.h"
+#include "host/number_range.h"
 #include "host/recorder/make_recording.h"
-#include "host/run/range_entry.h"
 
 namespace zel::recorder {
 
-/// Numbers from `first` to `last` that a library holds recordings of, made with the same options from files that are
-/// still the same.
+/// Numbers from `first` to `last` whose recordings in a library are up to date: made with the same options from files
+/// that have not changed.
 std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext& context, int first, int last,
                               FileDigests& digests);
 
-/// What is left of a range, as ranges that are not next to each other.
-std::vector<run::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last);
+/// The range without some numbers, as the fewest ranges, in order.
+std::vector<host::NumberRange> RangesWithout(const std::set<int>& numbers, int first, int last);
 
 }  // namespace zel::recorder

@@ -13,7 +13,7 @@ namespace zel::recorder {
 
 namespace {
 
-/// Files whose checksums are remembered, so that a long batch needs no more memory than a short one.
+/// Limit of the cache, so that a long batch needs no more memory than a short one.
 constexpr std::size_t kMostKnown = 256;
 
 std::string FontPath(const std::string& directory, int number) {
@@ -42,7 +42,7 @@ library::SourceFile FileDigests::Of(const std::string& path) {
         return file;
     }
     const std::lock_guard lock(m_mutex);
-    // A message's own file is hardly asked for again; its fonts soon come back.
+    // Few of these are needed again: messages are read once, and fonts are soon cached again.
     if (m_known.size() >= kMostKnown) m_known.clear();
     m_known.insert_or_assign(path, Known{changed, file});
     return file;
@@ -68,7 +68,7 @@ bool AreUnchanged(const std::vector<library::SourceFile>& sources, const std::st
                   FileDigests& digests) {
     return !sources.empty() && std::ranges::all_of(sources, [&](const library::SourceFile& then) {
         if (digests.Of(then.path).sha256 != then.sha256) return false;
-        // A font from elsewhere gives way to one that has since come to the font directory.
+        // A font from another directory is outdated when the font directory has one now.
         const std::string first = then.font_number ? FontPath(font_directory, *then.font_number) : then.path;
         return first == then.path || digests.Of(first).sha256.empty();
     });

@@ -11,11 +11,11 @@
 
 namespace zel::recorder {
 
-/// Checksums of files, each remembered for a while and given again as long as its size and time of change stay the
-/// same. May be asked from several threads.
+/// Checksums of files, cached as long as size and modification time of a file stay the same. May be used from several
+/// threads.
 class FileDigests {
   public:
-    /// What is under a path now; without a checksum when there is no such file or it can't be read.
+    /// The file at a path; without a checksum when it is missing or can't be read.
     /// @param path  absolute, this system's.
     library::SourceFile Of(const std::string& path);
 
@@ -28,13 +28,13 @@ class FileDigests {
     std::map<std::string, Known> m_known;
 };
 
-/// The files that a message was made from: its own first, then the fonts that it names. One that wasn't found stands
-/// without a checksum under the name that it should have.
-/// @param font_directory  where fonts are looked for first, this system's.
+/// The files that a message was made from: its own first, then its fonts. A missing font has the path where it is
+/// expected and no checksum.
+/// @param font_directory  the first directory that is searched for fonts, this system's.
 std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& message, const std::string& font_directory,
                                            FileDigests& digests);
 
-/// Whether the files that something was made from are still the same, those that weren't there included.
+/// Whether these files are still the same, and missing ones still missing.
 bool AreUnchanged(const std::vector<library::SourceFile>& sources, const std::string& font_directory,
                   FileDigests& digests);
 

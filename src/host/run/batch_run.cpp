@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <variant>
 
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/run/failure_text.h"
-#include "host/run/file_trouble.h"
+#include "host/run/import_paths.h"
 #include "host/run/import_run.h"
-#include "module/contract/host_messages.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
-#include "module/dialog/id_text.h"
-#include "module/tools/zel_trans_batch.h"
+#include "module/contract/message_id.h"
 #include "platform/system/files.h"
 
 namespace zel::run {
@@ -31,12 +31,12 @@ bool IsThere(const std::string& module_path) {
     return std::filesystem::exists(std::filesystem::symlink_status(system::NativePath(module_path.c_str()), ignored));
 }
 
-/// Follows a batch by what the module asks and sends: for each number of the range it asks for the ESC key before the
-/// message is read and after, and sends 1160 behind that when the message was read.
-class BatchWatch : public host::HostObserver {
+/// Follows a batch through the calls of the module. For each number of the range it checks the ESC key before
+/// and after reading the message, and then sends 1160 if the message was read.
+class BatchTracker : public host::HostObserver {
   public:
-    BatchWatch(const BatchRequest& request, const host::UserDesktop& desktop,
-               std::span<host::HostObserver* const> observers)
+    BatchTracker(const BatchRequest& request, const host::UserDesktop& desktop,
+                 std::span<host::HostObserver* const> observers)
         : m_request(request), m_desktop(desktop), m_observers(observers) {}
 
     void OnSend(const host::SentMessage& sent) override;
@@ -48,12 +48,12 @@ class BatchWatch : public host::HostObserver {
     bool EscapePressed();
 
     bool Stopped() const noexcept { return m_stopped; }
-    /// The number whose message was being read when an exception passed; nothing between two of them.
-    std::optional<int> FailUnderWay(const std::string& exception);
+    /// Reports the number whose message was being read when an exception passed; empty between two numbers.
+    std::optional<int> FailCurrent(const std::string& exception);
 
   private:
     void AfterRead();
-    void Settle(host::BatchItem item) {
+    void ReportItem(host::BatchItem item) {
         for (host::HostObserver* observer : m_observers) observer->OnBatchItem(item);
     }
     host::BatchItem Failed(int status) const;
@@ -63,24 +63,25 @@ class BatchWatch : public host::HostObserver {
     std::span<host::HostObserver* const> m_observers;
     const CZelTransDlg* m_main = nullptr;
     int m_next = 0;
-    int m_number = 0;        // under way
-    bool m_reading = false;  // between the two askings for a number
-    bool m_arrived = false;  // something came with the message under way
+    /// The number under way.
+    int m_number = 0;
+    /// Between the two checks of the ESC key for a number.
+    bool m_reading = false;
+    /// The import of the message under way is done.
+    bool m_arrived = false;
     bool m_stopped = false;
     std::size_t m_boxes_before = 0;
 };
 
-void BatchWatch::OnSend(const host::SentMessage& sent) {
-    if (sent.message == kMsgDialogReady) m_main = reinterpret_cast<const CZelTransDlg*>(sent.lParam);
-    if (sent.message == kMsgImportDone) m_arrived = true;
-    if (sent.message == kMsgRecord) {
-        Settle({static_cast<int>(sent.lParam),
-                m_arrived ? host::ItemOutcome::kRecorded : host::ItemOutcome::kNotInserted,
-                {}});
+void BatchTracker::OnSend(const host::SentMessage& sent) {
+    if (const auto* ready = std::get_if<host::DialogReady>(&sent.event)) m_main = &ready->dialog;
+    if (std::holds_alternative<host::ImportDone>(sent.event)) m_arrived = true;
+    if (const auto* record = std::get_if<host::RecordMessage>(&sent.event)) {
+        ReportItem({record->number, m_arrived ? host::ItemOutcome::kRecorded : host::ItemOutcome::kNotInserted, {}});
     }
 }
 
-bool BatchWatch::EscapePressed() {
+bool BatchTracker::EscapePressed() {
     m_stopped = m_stopped || (m_request.stop && m_request.stop());
     if (m_reading) {
         m_reading = false;
@@ -94,12 +95,12 @@ bool BatchWatch::EscapePressed() {
     return m_stopped;
 }
 
-void BatchWatch::AfterRead() {
-    if (m_main != nullptr && m_main->m_iStatus != kImportFinished) Settle(Failed(m_main->m_iStatus));
+void BatchTracker::AfterRead() {
+    if (m_main != nullptr && m_main->m_iStatus != ImportStatus::kFinished) ReportItem(Failed(m_main->m_iStatus));
 }
 
-host::BatchItem BatchWatch::Failed(int status) const {
-    const bool was_found = status == kLoadFailed || status == kFontPromptCancelled;
+host::BatchItem BatchTracker::Failed(int status) const {
+    const bool was_found = status == ImportStatus::kLoadFailed || status == ImportStatus::kFontPromptCancelled;
     ImportRequest import;
     import.message =
         MessageDirectoryOf(m_request.disk) + "/" + (was_found ? m_main->m_sMessageID.GetString() : NameOf(m_number));
@@ -108,23 +109,23 @@ host::BatchItem BatchWatch::Failed(int status) const {
     outcome.status = status;
     const auto& boxes = m_desktop.Boxes();
     outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
-    const ImportPaths paths = PathsOf(import);
-    if (status == kMessageNotFound && !IsThere(paths.message) &&
+    const ImportPaths paths = ImportPathsOf(import.message, import.fonts);
+    if (status == ImportStatus::kMessageNotFound && !IsThere(paths.message) &&
         !IsThere(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
         return {m_number, host::ItemOutcome::kMissing, {}};
     }
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
 }
 
-std::optional<int> BatchWatch::FailUnderWay(const std::string& exception) {
+std::optional<int> BatchTracker::FailCurrent(const std::string& exception) {
     if (!m_reading) return std::nullopt;
     m_reading = false;
-    Settle({m_number, host::ItemOutcome::kFailed,
-            MessageDirectoryOf(m_request.disk) + "/" + NameOf(m_number) + ": reading stopped: " + exception});
+    ReportItem({m_number, host::ItemOutcome::kFailed,
+                MessageDirectoryOf(m_request.disk) + "/" + NameOf(m_number) + ": reading stopped: " + exception});
     return m_number;
 }
 
-/// One batch from the first range to the last.
+/// One batch over all its ranges.
 class Batch {
   public:
     Batch(const BatchRequest& request, std::span<host::HostObserver* const> observers);
@@ -133,15 +134,15 @@ class Batch {
   private:
     void CallModule();
     void DriveMainDialog(CDialog& dialog);
-    void DriveBatchDialog(CDialog& dialog, const NumberRange& range);
-    void TellException(const std::string& text);
+    void DriveBatchDialog(CDialog& dialog, const host::NumberRange& range);
+    void ReportException(const std::string& text);
 
     const BatchRequest& m_request;
     std::span<host::HostObserver* const> m_observers;
-    std::vector<NumberRange> m_ranges;  // what is left, the one under way first
+    std::vector<host::NumberRange> m_ranges;  // the remaining ones, beginning with the one under way
     std::string m_message_directory, m_font_directory;
     host::UserDesktop m_desktop;
-    BatchWatch m_watch;
+    BatchTracker m_tracker;
     BatchOutcome m_outcome;
 };
 
@@ -153,8 +154,8 @@ Batch::Batch(const BatchRequest& request, std::span<host::HostObserver* const> o
       m_font_directory(request.fonts ? system::ModulePath(host::AbsolutePath(*request.fonts))
                                      : host::MachineDirectory(m_message_directory)),
       m_desktop(request.box_answer, request.browse, observers),
-      m_watch(request, m_desktop, observers) {
-    m_desktop.AnswerKeys([this](int key) { return key == VK_ESCAPE && m_watch.EscapePressed(); });
+      m_tracker(request, m_desktop, observers) {
+    m_desktop.AnswerKeys([this](int key) { return key == VK_ESCAPE && m_tracker.EscapePressed(); });
     m_desktop.HandleDialog(kImportDialog, [this](CDialog& dialog) { DriveMainDialog(dialog); });
     AnswerRgbaChoice(m_desktop, request.rgba);
 }
@@ -163,33 +164,34 @@ void Batch::DriveMainDialog(CDialog& dialog) {
     script::DialogDriver user(dialog);
     EnterDirectories(user, m_message_directory, m_font_directory);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
-        m_desktop.HandleDialog(tools::kBatchDialog,
-                               [this](CDialog& batch) { DriveBatchDialog(batch, NumberRange(m_ranges.front())); });
-        user.Press(kBatchButton);
+        m_desktop.HandleDialog(kBatchDialog, [this](CDialog& batch) {
+            DriveBatchDialog(batch, host::NumberRange(m_ranges.front()));
+        });
+        user.Press(ImportControl::kBatchButton);
         m_ranges.erase(m_ranges.begin());
     }
     user.Close();
 }
 
-void Batch::DriveBatchDialog(CDialog& dialog, const NumberRange& range) {
-    m_watch.BeginRange(dialog::NumberOf(dialog::WithoutLeadingDot(range.first)));
+void Batch::DriveBatchDialog(CDialog& dialog, const host::NumberRange& range) {
+    m_tracker.BeginRange(MessageNumberOf(WithoutLeadingDot(range.first)));
     const std::optional<std::string> refusal = EnterRange(m_desktop, dialog, range);
-    if (m_watch.Stopped()) m_outcome.end = BatchEnd::kStopped;
+    if (m_tracker.Stopped()) m_outcome.end = BatchEnd::kStopped;
     if (!refusal) return;
     m_outcome.end = BatchEnd::kRefused;
     m_outcome.failure = *refusal;
 }
 
-void Batch::TellException(const std::string& text) {
+void Batch::ReportException(const std::string& text) {
     for (host::HostObserver* observer : m_observers) observer->OnException(text);
     if (!m_outcome.exception) m_outcome.exception = text;
 }
 
-// An exception takes the dialogs down; what is left of the range is run in another call.
+// An exception closes the dialogs. The rest of the range is run in another call.
 void Batch::CallModule() {
     host::ReferenceHost host(m_request.host);
     for (host::HostObserver* observer : m_observers) host.AddObserver(observer);
-    host.AddObserver(&m_watch);
+    host.AddObserver(&m_tracker);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
         const std::optional<std::string> exception = host::CallInHost(host, [&] {
             StoreSkipWarnings(!m_request.warnings);
@@ -197,9 +199,9 @@ void Batch::CallModule() {
         });
         m_outcome.status = host.Status();
         if (!exception) break;
-        TellException(*exception);
-        const std::optional<int> number = m_watch.FailUnderWay(*exception);
-        const int last = dialog::NumberOf(dialog::WithoutLeadingDot(m_ranges.front().last));
+        ReportException(*exception);
+        const std::optional<int> number = m_tracker.FailCurrent(*exception);
+        const int last = MessageNumberOf(WithoutLeadingDot(m_ranges.front().last));
         if (number && *number < last) {
             m_ranges.front().first = std::to_string(*number + 1);
         } else {
@@ -217,10 +219,10 @@ BatchOutcome Batch::Run() {
         m_outcome.failure = error.what();
         return m_outcome;
     }
-    const host::RunEnd end = host::EndOf(host::Road::kBatch, m_outcome.status);
+    const host::RunEnd end = host::RunEndOf(host::RunKind::kBatch, m_outcome.status);
     m_outcome.next_id = end.next_id;
     m_outcome.y_offset = end.y_offset;
-    for (host::HostObserver* observer : m_observers) observer->OnEnd(end);
+    host::ReportEnd(m_observers, std::nullopt, end);
     return m_outcome;
 }
 

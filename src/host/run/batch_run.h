@@ -14,39 +14,48 @@
 
 namespace zel::run {
 
-/// A batch over the messages of a disk: a directory with MESSAGES and MACHINE in it. Paths are this system's.
+/// A batch over the messages of a disk, which is a directory that contains MESSAGES and MACHINE. Paths are this
+/// system's.
 struct BatchRequest {
     std::string disk;
-    std::vector<NumberRange> ranges;   ///< run one after the other, in one main dialog.
-    std::optional<std::string> fonts;  ///< without it: MACHINE on the disk.
-    bool warnings = false;             ///< Skip Warnings off.
+    /// Run in order, in one main dialog.
+    std::vector<host::NumberRange> ranges;
+    /// Font directory; empty: MACHINE on the disk.
+    std::optional<std::string> fonts;
+    /// Skip Warnings off.
+    bool warnings = false;
     host::BoxAnswer box_answer = host::BoxAnswer::kNo;
     std::optional<std::string> browse;
     RgbaAnswer rgba = RgbaAnswer::kObject;
     host::HostOptions host;
-    /// Asked wherever the module asks for the ESC key; true ends the run. May be empty.
+    /// Called wherever the module checks the ESC key; true stops the batch. May be empty.
     std::function<bool()> stop;
 };
 
 enum class BatchEnd {
     kCompleted,
-    kStopped,  ///< `stop` said so; what was under way isn't recorded.
-    kRefused,  ///< the module didn't begin; `failure` tells why.
+    /// `stop` returned true; the message under way is not recorded.
+    kStopped,
+    /// The module did not begin; `failure` contains the reason.
+    kRefused,
 };
 
 struct BatchOutcome {
     BatchEnd end = BatchEnd::kCompleted;
-    std::optional<int> status;             ///< m_iStatus of the last import.
-    std::optional<std::string> exception;  ///< text of the first exception that left the module.
+    /// m_iStatus of the last import.
+    std::optional<int> status;
+    /// Text of the first exception that left the module.
+    std::optional<std::string> exception;
     std::string next_id;
     int y_offset = 0;
     std::vector<std::string> order_breaches;
-    std::string failure;  ///< one line; empty unless the run was refused.
+    /// One line; empty unless the run was refused.
+    std::string failure;
 };
 
-/// Runs the module's batch dialog inside a host of its own and a desktop without a screen. What becomes of each number
-/// is told to the observers (OnBatchItem). An exception that leaves the module fails the number under way; the
-/// observers hear of it, and the run goes on behind that number.
+/// Runs the module's batch dialog inside its own host and a desktop without a screen. The observers receive the result
+/// for each number (OnBatchItem). An exception that leaves the module fails the number under way and is reported to the
+/// observers; the run continues after that number.
 /// @param observers  not owned, none of them null.
 BatchOutcome RunBatch(const BatchRequest& request, std::span<host::HostObserver* const> observers);
 

@@ -7,17 +7,17 @@
 
 namespace zel::run {
 
-/// How the choice for an RGBA file is answered.
+/// The answer to the choice for an RGBA file.
 enum class RgbaAnswer { kObject, kBackground, kCancel };
 
-/// Has the choice for an RGBA file answered whenever it comes.
+/// Answers each choice for an RGBA file.
 void AnswerRgbaChoice(script::HeadlessDesktop& desktop, RgbaAnswer answer);
 
-/// Names the directories in the main dialog, as a user would; both are in the module's form.
+/// Types the directories, in the module's form, into the main dialog.
 void EnterDirectories(script::DialogDriver& user, const std::string& message_directory,
                       const std::string& font_directory);
 
-/// Stores the Skip Warnings setting, which a dialog takes over when it opens.
+/// Stores the Skip Warnings setting, which a dialog reads when it opens.
 void StoreSkipWarnings(bool skip);
 
 }  // namespace zel::run

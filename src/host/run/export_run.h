@@ -11,24 +11,28 @@
 
 namespace zel::run {
 
-/// A batch export of what the host holds.
+/// A batch export of the host's messages.
 struct ExportRequest {
-    NumberRange range;                       ///< as it is typed into the batch dialog.
-    std::string directory;                   ///< export path, this system's.
-    host::ExportService* service = nullptr;  ///< not owned, not null.
-    bool flag = false;                       ///< of the export window.
-    std::function<bool()> stop;              ///< asked wherever the module asks for the ESC key; may be empty.
+    host::NumberRange range;
+    /// Export path, this system's.
+    std::string directory;
+    /// Not owned, not null.
+    host::ExportService* service = nullptr;
+    /// Flag of the export window.
+    bool flag = false;
+    /// Called wherever the module checks the ESC key; true stops the export. May be empty.
+    std::function<bool()> stop;
 };
 
 struct ExportOutcome {
     BatchEnd end = BatchEnd::kCompleted;
     std::vector<std::string> order_breaches;
-    std::string failure;  ///< one line; empty unless the run was refused.
+    /// One line; empty unless the run was refused.
+    std::string failure;
 };
 
-/// Runs the module's batch export inside a host of its own and a desktop without a screen.
+/// Runs the module's batch export inside its own host and a desktop without a screen. Exceptions of the service pass.
 /// @param observers  not owned, none of them null.
-/// What the service throws passes.
 ExportOutcome RunExport(const ExportRequest& request, std::span<host::HostObserver* const> observers);
 
 }  // namespace zel::run

@@ -6,8 +6,8 @@
 #include <system_error>
 
 #include "host/module_text.h"
-#include "host/native_path.h"
-#include "host/run/file_trouble.h"
+#include "host/run/file_error.h"
+#include "host/run/import_paths.h"
 #include "host/run/import_run.h"
 #include "module/contract/records/psos_header.h"
 #include "module/contract/zel_trans_dlg.h"
@@ -17,7 +17,7 @@ namespace zel::run {
 
 namespace {
 
-std::string DirectoryTrouble(const std::string& what, const std::string& module_path) {
+std::string DirectoryError(const std::string& what, const std::string& module_path) {
     if (module_path.size() >= MAX_PATH) return "the path of the " + what + " directory " + TooLong(module_path.size());
     const std::string path = system::NativePath(module_path.c_str());
     std::error_code error;
@@ -28,34 +28,34 @@ std::string DirectoryTrouble(const std::string& what, const std::string& module_
     return text + " could not be used";
 }
 
-/// Why the module didn't find a message, which may well be there.
-std::string MessageTrouble(const ImportPaths& paths) {
-    const std::string trouble = OpenTrouble("message", paths.message);
-    if (!trouble.empty()) return trouble;
-    return "the module takes what is behind a name's first dot for the message's id, and finds no file of that name";
+/// Why the module did not find a message, even though the file may exist.
+std::string MessageError(const ImportPaths& paths) {
+    const std::string error = OpenError("message", paths.message);
+    if (!error.empty()) return error;
+    return "the module uses the text after a name's first dot as the message's id, and finds no file of that name";
 }
 
-std::string LoadTrouble(const ImportPaths& paths, const ImportOutcome& outcome) {
+std::string LoadError(const ImportPaths& paths, const ImportOutcome& outcome) {
     if (!outcome.boxes.empty()) return host::OneLine(outcome.boxes.back().text);
     const std::optional<std::uint32_t> type = FileType(system::NativePath(paths.message.c_str()));
-    return ContentTrouble("message", type && IsRgbaFileType(*type) ? kMessageFileType : type);
+    return ContentError("message", type && IsRgbaFileType(*type) ? kMessageFileType : type);
 }
 
 std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
     if (outcome.exception) return "reading stopped: " + *outcome.exception;
     if (!outcome.status) return "the import did not begin";
     switch (*outcome.status) {
-        case kImportFinished:
+        case ImportStatus::kFinished:
             break;
-        case kBadFontDirectory:
-            return DirectoryTrouble("font", paths.font_directory);
-        case kBadMessageDirectory:
-            return DirectoryTrouble("message", paths.message_directory);
-        case kMessageNotFound:
-            return MessageTrouble(paths);
-        case kLoadFailed:
-            return LoadTrouble(paths, outcome);
-        case kFontPromptCancelled:
+        case ImportStatus::kBadFontDirectory:
+            return DirectoryError("font", paths.font_directory);
+        case ImportStatus::kBadMessageDirectory:
+            return DirectoryError("message", paths.message_directory);
+        case ImportStatus::kMessageNotFound:
+            return MessageError(paths);
+        case ImportStatus::kLoadFailed:
+            return LoadError(paths, outcome);
+        case ImportStatus::kFontPromptCancelled:
             return "cancelled when a font was missing";
         default:
             return "the import ended with status " + std::to_string(*outcome.status);
@@ -65,17 +65,6 @@ std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
 }
 
 }  // namespace
-
-ImportPaths PathsOf(const ImportRequest& request) {
-    ImportPaths paths;
-    paths.message = system::ModulePath(host::AbsolutePath(request.message));
-    const host::ModulePathParts parts = host::SplitModulePath(paths.message);
-    paths.message_directory = parts.directory;
-    paths.id = parts.name;
-    paths.font_directory = request.fonts ? system::ModulePath(host::AbsolutePath(*request.fonts))
-                                         : host::MachineDirectory(paths.message_directory);
-    return paths;
-}
 
 std::string DescribeFailure(const ImportRequest& request, const ImportPaths& paths, const ImportOutcome& outcome) {
     const std::string reason = Reason(paths, outcome);

@@ -5,7 +5,7 @@
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/reference_host.h"
-#include "host/run/file_trouble.h"
+#include "host/run/file_error.h"
 #include "module/contract/registration.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_trans_export.h"
@@ -16,7 +16,7 @@ namespace zel::run {
 
 namespace {
 
-/// A fresh font set whose slot 0 is released in the end.
+/// A font set that releases its slot 0.
 class FontSet {
   public:
     FontSet() = default;
@@ -32,8 +32,8 @@ class FontSet {
     CZelFont fonts;
 };
 
-/// Why the module doesn't look for a font file where the path says; empty when it does.
-std::string NameTrouble(const std::string& module_path) {
+/// Why the module would not look for a font file under its path; empty when it would.
+std::string NameError(const std::string& module_path) {
     const std::string name = host::SplitModulePath(module_path).name;
     const std::size_t dot = name.rfind('.');
     const std::string digits = dot == std::string::npos ? "" : name.substr(dot + 1);
@@ -46,7 +46,8 @@ std::string NameTrouble(const std::string& module_path) {
                name.substr(0, dot) + "\" in front";
     }
     if (module_path.find(name) != module_path.size() - name.size()) {
-        return "the module takes the first \"" + name + "\" in the path for the file's name, and that is a directory's";
+        return "the module uses the first \"" + name +
+               "\" in the path as the file's name, and that is part of a directory's";
     }
     std::string number = digits.substr(std::min(digits.find_first_not_of('0'), digits.size() - 1));
     const std::string padded = std::string(number.size() < 4 ? 4 - number.size() : 0, '0') + number;
@@ -54,7 +55,7 @@ std::string NameTrouble(const std::string& module_path) {
     return "the module looks for this number under the names ." + padded + " and ." + number + " only";
 }
 
-/// How the prompt for a font that isn't there ended; empty without one.
+/// The end of the prompt for a missing font; empty without a prompt.
 std::string PromptEnd(const script::HeadlessDesktop& desktop) {
     if (!desktop.FileDialogs().empty()) return ", and the file dialog was cancelled";
     for (const script::HeadlessDesktop::Box& box : desktop.Boxes()) {
@@ -64,20 +65,20 @@ std::string PromptEnd(const script::HeadlessDesktop& desktop) {
     return {};
 }
 
-std::string FileTrouble(const std::string& module_path, const std::string& prompt_end) {
-    const std::string trouble = OpenTrouble("font", module_path);
-    if (!trouble.empty()) return trouble + prompt_end;
-    return ContentTrouble("font", FileType(system::NativePath(module_path.c_str())));
+std::string FileError(const std::string& module_path, const std::string& prompt_end) {
+    const std::string error = OpenError("font", module_path);
+    if (!error.empty()) return error + prompt_end;
+    return ContentError("font", FileType(system::NativePath(module_path.c_str())));
 }
 
 std::string Reason(const std::string& module_path, const script::HeadlessDesktop& desktop) {
     if (!desktop.FileDialogs().empty() && desktop.FileDialogs().back().answer == IDOK) {
         const std::string& browsed = desktop.FileDialogs().back().path;
         return "not found, and of the file browsed for, " + system::NativePath(browsed.c_str()) + ": " +
-               FileTrouble(browsed, {});
+               FileError(browsed, {});
     }
-    const std::string trouble = module_path.size() < MAX_PATH ? NameTrouble(module_path) : std::string();
-    return trouble.empty() ? FileTrouble(module_path, PromptEnd(desktop)) : trouble;
+    const std::string error = module_path.size() < MAX_PATH ? NameError(module_path) : std::string();
+    return error.empty() ? FileError(module_path, PromptEnd(desktop)) : error;
 }
 
 struct Call {
@@ -96,16 +97,11 @@ Call MakeFont(const FontRunRequest& request, std::string module_path, std::span<
     return call;
 }
 
-void Tell(std::span<host::HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
-    const host::RunEnd end = host::EndOf(host::Road::kFont, std::nullopt);
-    for (host::HostObserver* observer : observers) {
-        if (call.exception) {
-            observer->OnException(*call.exception);
-        } else {
-            observer->OnFont(call.filled, fonts);
-            observer->OnEnd(end);
-        }
+void ReportFont(std::span<host::HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
+    if (!call.exception) {
+        for (host::HostObserver* observer : observers) observer->OnFont(call.filled, fonts);
     }
+    host::ReportEnd(observers, call.exception, host::RunEndOf(host::RunKind::kFont, std::nullopt));
 }
 
 }  // namespace
@@ -123,7 +119,7 @@ FontRunOutcome RunFont(const FontRunRequest& request, std::span<host::HostObserv
         outcome.failure = error.what();
         return outcome;
     }
-    Tell(observers, call, set.fonts);
+    ReportFont(observers, call, set.fonts);
     if (call.exception) {
         outcome.failure = request.file + ": reading stopped: " + *call.exception;
     } else if (!call.filled) {

@@ -2,6 +2,8 @@
 
 #include "host/module_call.h"
 #include "host/run/failure_text.h"
+#include "module/contract/dialog_ids.h"
+#include "host/run/import_paths.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 
@@ -13,8 +15,8 @@ namespace {
 void DriveMainDialog(CDialog& dialog, const ImportPaths& paths) {
     script::DialogDriver user(dialog);
     EnterDirectories(user, paths.message_directory, paths.font_directory);
-    user.Type(kMessageIdEdit, paths.id);
-    user.Press(kReadButton);
+    user.Type(ImportControl::kMessageIdEdit, paths.id);
+    user.Press(ImportControl::kReadButton);
     user.Close();
 }
 
@@ -25,7 +27,7 @@ void DriveDialogs(script::HeadlessDesktop& desktop, const ImportRequest& request
 
 void CallModule(const ImportRequest& request, const ImportPaths& paths, host::ReferenceHost& host) {
     CZelTransExport module;
-    if (request.road == ImportRoad::kDialog) {
+    if (request.mode == ImportMode::kDialog) {
         StoreSkipWarnings(false);
         module.ZelTranslation(host.HostWindow());
         return;
@@ -39,7 +41,7 @@ void CallModule(const ImportRequest& request, const ImportPaths& paths, host::Re
 
 ImportOutcome RunImport(const ImportRequest& request, std::span<host::HostObserver* const> observers) {
     ImportOutcome outcome;
-    const ImportPaths paths = PathsOf(request);
+    const ImportPaths paths = ImportPathsOf(request.message, request.fonts);
     host::UserDesktop desktop(request.box_answer, request.browse, observers);
     try {
         host::ReferenceHost host(request.host);
@@ -54,17 +56,11 @@ ImportOutcome RunImport(const ImportRequest& request, std::span<host::HostObserv
         return outcome;
     }
     outcome.boxes = desktop.Boxes();
-    const host::RunEnd end = host::EndOf(host::Road::kImport, outcome.status);
+    const host::RunEnd end = host::RunEndOf(host::RunKind::kImport, outcome.status);
     outcome.next_id = end.next_id;
     outcome.y_offset = end.y_offset;
     outcome.failure = DescribeFailure(request, paths, outcome);
-    for (host::HostObserver* observer : observers) {
-        if (outcome.exception) {
-            observer->OnException(*outcome.exception);
-        } else {
-            observer->OnEnd(end);
-        }
-    }
+    host::ReportEnd(observers, outcome.exception, end);
     return outcome;
 }
 

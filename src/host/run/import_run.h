@@ -13,39 +13,47 @@
 
 namespace zel::run {
 
-enum class ImportRoad {
-    kSilent,  ///< no dialog, Skip Warnings on.
-    kDialog,  ///< the main dialog, driven as a user would, with warnings.
+enum class ImportMode {
+    /// No dialog, Skip Warnings on.
+    kSilent,
+    /// The main dialog, driven like by a user, with warnings.
+    kDialog,
 };
 
 /// One import. Paths are this system's; a relative one is taken from the current directory.
 struct ImportRequest {
     std::string message;
-    std::optional<std::string> fonts;  ///< without it: MACHINE beside the message directory.
-    ImportRoad road = ImportRoad::kSilent;
+    /// Font directory; empty: MACHINE beside the message directory.
+    std::optional<std::string> fonts;
+    ImportMode mode = ImportMode::kSilent;
     host::BoxAnswer box_answer = host::BoxAnswer::kNo;
-    std::optional<std::string> browse;  ///< file that the file dialog gives; without it the dialog is cancelled.
+    /// File chosen in the file dialog; empty: the dialog is cancelled.
+    std::optional<std::string> browse;
     RgbaAnswer rgba = RgbaAnswer::kObject;
-    host::HostOptions host;  ///< lines, options and the directory of the name lists.
+    host::HostOptions host;
 };
 
 struct ImportOutcome {
-    std::optional<int> status;             ///< m_iStatus; empty when the dialog was never made or an exception passed.
-    std::optional<std::string> exception;  ///< text of an exception that left the module.
-    std::optional<document::MessageRecord> message;  ///< what arrived, also of an RGBA file; empty when nothing did.
+    /// m_iStatus; empty when there was no dialog, or after an exception.
+    std::optional<int> status;
+    /// Text of an exception that left the module.
+    std::optional<std::string> exception;
+    /// What the host received, also of an RGBA file; empty without a completed import.
+    std::optional<document::MessageRecord> message;
     std::vector<script::HeadlessDesktop::Box> boxes;
     std::string next_id;
     int y_offset = 0;
-    std::vector<std::string> order_breaches;  ///< calls out of place; empty is as it should be.
-    std::string failure;  ///< one line that names the file and the reason; empty when all went well.
+    /// Violations of the contract's order.
+    std::vector<std::string> order_breaches;
+    /// One line with the file's name and the reason; empty after success.
+    std::string failure;
 
     bool Done() const noexcept { return failure.empty(); }
 };
 
-/// Runs the module inside a host of its own and a desktop without a screen; both are gone when it returns. The settings
-/// are those of the current SettingsStore.
-/// @param observers  hear what happens; not owned, none of them null.
-/// What can't be begun (a maps directory that is too long) is told in `failure`; nothing is thrown but std::bad_alloc.
+/// Runs the module inside its own host and a desktop without a screen, with the settings of the current SettingsStore.
+/// Failures to start (a maps directory that is too long) are reported in `failure` too; throws only std::bad_alloc.
+/// @param observers  not owned, none of them null.
 ImportOutcome RunImport(const ImportRequest& request, std::span<host::HostObserver* const> observers = {});
 
 }  // namespace zel::run

@@ -6,10 +6,10 @@ namespace zel::settings {
 
 namespace {
 
-/// Of the tables below, kept in the file.
+/// Version of the tables, stored in the file.
 constexpr int kVersion = 1;
 
-/// Names are compared without regard to the case of ASCII letters, which is what NOCASE does.
+/// Names are compared without regard to the case of ASCII letters (NOCASE).
 constexpr const char* kSchema[] = {
     "CREATE TABLE IF NOT EXISTS profile (section TEXT NOT NULL COLLATE NOCASE, entry TEXT NOT NULL COLLATE NOCASE,"
     " number INTEGER, text BLOB, PRIMARY KEY (section, entry)) WITHOUT ROWID",
@@ -30,8 +30,8 @@ SettingsDatabase::SettingsDatabase(const std::filesystem::path& file)
 
 SettingsDatabase::State SettingsDatabase::Check() {
     if (ErrorCode() != SQLITE_OK) return State::kUnusable;
-    // A write-ahead log costs one wait for the disk at each write, a rollback journal three. The log stays when the
-    // file is closed: whoever opens the file next takes it over.
+    // A write-ahead log waits for the disk once per write, a rollback journal three times. The log remains when the
+    // file is closed; the next program that opens the file continues it.
     sqlite3_db_config(Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     bool good = Run("PRAGMA journal_mode = WAL") && Run("PRAGMA synchronous = FULL");
     {

@@ -6,12 +6,12 @@
 
 namespace zel::settings {
 
-/// The file of the stored settings, with the tables that it needs.
+/// The database file of the stored settings, with its tables.
 class SettingsDatabase : public base::SqliteDatabase {
   public:
     enum class State { kReady, kDamaged, kUnusable };
 
-    /// Opens the file, which is made if it is missing.
+    /// Opens the file, which is created if it is missing.
     explicit SettingsDatabase(const std::filesystem::path& file);
 
     State GetState() const noexcept { return m_state; }

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "host/settings/settings_database.h"
+#include "platform/system/types.h"
 
 namespace zel::settings {
 
@@ -15,8 +16,7 @@ namespace {
 
 constexpr char kFileName[] = "settings.sqlite";
 
-/// Keeps other processes out of a directory's set-up for as long as it lives; without the lock the work goes on all the
-/// same.
+/// Locks a directory against other processes that replace a damaged file. The work continues if locking fails.
 class DirectoryLock {
   public:
     explicit DirectoryLock(const std::filesystem::path& directory)
@@ -33,7 +33,7 @@ class DirectoryLock {
     int m_descriptor;
 };
 
-/// A name beside the file that isn't taken.
+/// An unused name beside the file.
 std::filesystem::path FreeName(const std::filesystem::path& file) {
     for (int number = 1;; ++number) {
         std::filesystem::path name = file.string() + ".damaged-" + std::to_string(number);
@@ -81,7 +81,7 @@ SettingsDatabase* SqliteSettingsStore::Open() {
         return nullptr;
     }
     auto database = std::make_unique<SettingsDatabase>(file);
-    if (database->GetState() == SettingsDatabase::State::kDamaged) database = BeginAfresh(file);
+    if (database->GetState() == SettingsDatabase::State::kDamaged) database = ReplaceDamaged(file);
     if (database->GetState() == SettingsDatabase::State::kReady) {
         m_database = std::move(database);
     } else {
@@ -90,9 +90,9 @@ SettingsDatabase* SqliteSettingsStore::Open() {
     return m_database.get();
 }
 
-std::unique_ptr<SettingsDatabase> SqliteSettingsStore::BeginAfresh(const std::filesystem::path& file) {
+std::unique_ptr<SettingsDatabase> SqliteSettingsStore::ReplaceDamaged(const std::filesystem::path& file) {
     const DirectoryLock lock(m_directory);
-    auto database = std::make_unique<SettingsDatabase>(file);  // a second process may have begun afresh meanwhile
+    auto database = std::make_unique<SettingsDatabase>(file);  // another process may have replaced it meanwhile
     if (database->GetState() != SettingsDatabase::State::kDamaged) return database;
     database.reset();
     const std::filesystem::path aside = FreeName(file);
@@ -105,7 +105,7 @@ std::unique_ptr<SettingsDatabase> SqliteSettingsStore::BeginAfresh(const std::fi
     return std::make_unique<SettingsDatabase>(file);
 }
 
-bool SqliteSettingsStore::Stored(bool stored, const SettingsDatabase* database) {
+bool SqliteSettingsStore::NoteUnlessStored(bool stored, const SettingsDatabase* database) {
     if (!stored && database != nullptr) {
         m_note = (m_directory / kFileName).string() + ": a setting could not be stored: " + database->Error();
     }
@@ -133,7 +133,7 @@ bool SqliteSettingsStore::SetProfileInt(const std::string& section, const std::s
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto write = database->Prepare("REPLACE INTO profile (section, entry, number) VALUES (?, ?, ?)");
-    return Stored(write.Bind(section).Bind(entry).Bind(std::int64_t{value}).Run(), database);
+    return NoteUnlessStored(write.Bind(section).Bind(entry).Bind(std::int64_t{value}).Run(), database);
 }
 
 bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::string& entry,
@@ -142,7 +142,7 @@ bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto write = database->Prepare("REPLACE INTO profile (section, entry, text) VALUES (?, ?, ?)");
-    return Stored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
+    return NoteUnlessStored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
 }
 
 std::vector<seam::ProfileEntry> SqliteSettingsStore::ProfileEntries() {
@@ -162,7 +162,7 @@ bool SqliteSettingsStore::DeleteProfileEntry(const std::string& section, const s
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto gone = database->Prepare("DELETE FROM profile WHERE section = ? AND entry = ?");
-    return Stored(gone.Bind(section).Bind(entry).Run(), database) && database->Changes() == 1;
+    return NoteUnlessStored(gone.Bind(section).Bind(entry).Run(), database) && database->Changes() == 1;
 }
 
 bool SqliteSettingsStore::KeyExists(const std::string& key) {
@@ -185,7 +185,7 @@ bool SqliteSettingsStore::CreateKey(const std::string& key) {
     for (std::size_t end = key.find('\\'); made && end != std::string::npos; end = key.find('\\', end + 1)) {
         made = InsertKey(*database, key.substr(0, end));
     }
-    return Stored(made && InsertKey(*database, key) && transaction.Commit(), database);
+    return NoteUnlessStored(made && InsertKey(*database, key) && transaction.Commit(), database);
 }
 
 bool SqliteSettingsStore::DeleteKey(const std::string& key) {
@@ -196,7 +196,7 @@ bool SqliteSettingsStore::DeleteKey(const std::string& key) {
                       database->Prepare("DELETE FROM registry_value WHERE path = ?").Bind(key).Run() &&
                       database->Prepare("DELETE FROM registry_key WHERE path = ?").Bind(key).Run();
     if (gone && database->Changes() == 0) return false;
-    return Stored(gone && transaction.Commit(), database);
+    return NoteUnlessStored(gone && transaction.Commit(), database);
 }
 
 std::optional<seam::RegistryValue> SqliteSettingsStore::GetValue(const std::string& key, const std::string& name) {
@@ -212,14 +212,14 @@ bool SqliteSettingsStore::SetValue(const std::string& key, const std::string& na
     if (GetValue(key, name) == value) return true;
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
-    base::SqliteTransaction transaction(*database);  // the key must not go between the question and the write
-    if (!transaction.IsOpen()) return Stored(false, database);
+    base::SqliteTransaction transaction(*database);  // the key must not be deleted between the check and the write
+    if (!transaction.IsOpen()) return NoteUnlessStored(false, database);
     if (!HasKey(*database, key)) return false;
     auto write = database->Prepare("REPLACE INTO registry_value (path, name, type, bytes) VALUES (?, ?, ?, ?)");
     const auto* bytes = reinterpret_cast<const char*>(value.bytes.data());
     const bool written =
         write.Bind(key).Bind(name).Bind(std::int64_t{value.type}).BindBytes({bytes, value.bytes.size()}).Run();
-    return Stored(written && transaction.Commit(), database);
+    return NoteUnlessStored(written && transaction.Commit(), database);
 }
 
 std::vector<std::string> SqliteSettingsStore::ValueNames(const std::string& key) {
@@ -236,7 +236,7 @@ bool SqliteSettingsStore::DeleteValue(const std::string& key, const std::string&
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto gone = database->Prepare("DELETE FROM registry_value WHERE path = ? AND name = ?");
-    return Stored(gone.Bind(key).Bind(name).Run(), database) && database->Changes() == 1;
+    return NoteUnlessStored(gone.Bind(key).Bind(name).Run(), database) && database->Changes() == 1;
 }
 
 }  // namespace zel::settings

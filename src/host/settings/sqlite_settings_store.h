@@ -11,10 +11,9 @@ namespace zel::settings {
 
 class SettingsDatabase;
 
-/// Settings in one SQLite file, settings.sqlite with its log beside it, of a directory that is made if it is missing.
-/// Each write is on the disk when the call returns; a second process sees it, and a crash leaves the values of before
-/// or after. The file is opened by the first call. A file that is damaged is set aside under another name, and a fresh
-/// one begun.
+/// Settings in one SQLite file, settings.sqlite with its log beside it, in a directory that is created if it is
+/// missing. Each write is on the disk, and visible to other processes, when the call returns; a crash leaves the values
+/// from before or after it. The first call opens the file. A damaged file is renamed and a new one is created.
 class SqliteSettingsStore : public seam::SettingsStore {
   public:
     explicit SqliteSettingsStore(std::filesystem::path directory);
@@ -23,11 +22,10 @@ class SqliteSettingsStore : public seam::SettingsStore {
     /// The user's directory: zeltrans below $XDG_CONFIG_HOME, or below .config of the home directory.
     static std::filesystem::path UserDirectory();
 
-    /// Whether there is a file to read and write, which is opened.
+    /// Whether the file can be read and written. Opens it.
     bool IsUsable() { return Open() != nullptr; }
 
-    /// What a person should know: a damaged file that was set aside, or why nothing can be stored; empty when all is
-    /// well.
+    /// What the user should know: a damaged file was renamed, or why settings can't be stored. Otherwise empty.
     const std::string& Note() const noexcept { return m_note; }
 
     std::optional<int> GetProfileInt(const std::string& section, const std::string& entry) override;
@@ -48,8 +46,8 @@ class SqliteSettingsStore : public seam::SettingsStore {
 
   private:
     SettingsDatabase* Open();
-    std::unique_ptr<SettingsDatabase> BeginAfresh(const std::filesystem::path& file);
-    bool Stored(bool stored, const SettingsDatabase* database);
+    std::unique_ptr<SettingsDatabase> ReplaceDamaged(const std::filesystem::path& file);
+    bool NoteUnlessStored(bool stored, const SettingsDatabase* database);
 
     std::filesystem::path m_directory;
     std::unique_ptr<SettingsDatabase> m_database;

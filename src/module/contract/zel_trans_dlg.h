@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "module/contract/name_maps.h"
+#include "module/contract/records/video_standard.h"
 #include "module/contract/records/zeltrans_api.h"
 #include "platform/framework/cdialog.h"
 #include "platform/framework/cstring.h"
@@ -12,31 +13,18 @@ class CZelFont;
 
 namespace zel {
 
-/// Dialog templates and control ids; the host's resources use the same numbers.
-inline constexpr UINT kImportDialog = 129;
-enum ImportControl : int {
-    kFontDirBox = 1000,
-    kBrowseFontButton = 1001,
-    kMessageDirBox = 1002,
-    kBrowseMessageButton = 1003,
-    kReadButton = 1006,
-    kMessageIdEdit = 1007,
-    kBatchButton = 1008,
-    kCopyFilesButton = 1010,
-    kTrueFontCheck = 1011,
-    kBaselineAlignCheck = 1012,
-    kFtpButton = 1045,
-    kSkipWarningsCheck = 132,
-};
-
-/// Result of the last import, in m_iStatus.
-enum ImportStatus : std::int32_t {
-    kImportFinished = 0,  ///< also when the user cancelled the choice for an RGBA file.
-    kBadFontDirectory = 1,
-    kBadMessageDirectory = 2,
-    kMessageNotFound = 3,
-    kLoadFailed = 4,
-    kFontPromptCancelled = 5,
+/// Result of the last import, the values of CZelTransDlg::m_iStatus.
+struct ImportStatus {
+    enum Value : std::int32_t {
+        /// Also when the user cancelled the choice for an RGBA file.
+        kFinished = 0,
+        kBadFontDirectory = 1,
+        kBadMessageDirectory = 2,
+        kMessageNotFound = 3,
+        /// The message file is damaged, or neither a message nor an RGBA file.
+        kLoadFailed = 4,
+        kFontPromptCancelled = 5,
+    };
 };
 
 }  // namespace zel
@@ -90,9 +78,10 @@ class CZelTransDlg : public CDialog {
     zel::NamedNames m_mapBitStreamFamily;  ///< first word of a built name to that name.
     CWnd* m_pHostWnd = nullptr;
     CWnd* m_pExportWnd = nullptr;
-    std::int32_t m_iStatus = zel::kImportFinished;
+    std::int32_t m_iStatus = zel::ImportStatus::kFinished;
     CZelFont* m_pFont = nullptr;  ///< font set of the last import; the next one, or the dialog's end, destroys it.
-    std::int32_t m_iLines = 486;  ///< active lines of the host's video standard, 486 or 576; the host may set it.
+    /// Active lines of the host's video standard, 486 or 576; the host may set it.
+    std::int32_t m_iLines = zel::ActiveLines(zel::VideoStandard::kNtsc);
     CString m_sMessageID;
     BOOL m_bTrueFont = 0;
     BOOL m_bBaselineAlign = 1;

@@ -8,27 +8,6 @@
 
 class CZelTransDlg;
 
-namespace zel {
-
-inline constexpr UINT kFtpDialog = 131;
-enum FtpControl : int {
-    kFtpExecuteButton = 1038,
-    kFtpAddressBox = 1039,
-    kFtpUsernameEdit = 1040,
-    kFtpPasswordEdit = 1041,
-    kFtpSavePasswordCheck = 1042,
-    kFtpFileEdit = 1044,
-    kFtpRemoteDirBox = 1050,
-    kFtpLocalDirBox = 1051,
-    kFtpBrowseRemoteButton = 1052,
-    kFtpBrowseLocalButton = 1053,
-    kFtpOverwriteCheck = 1054,
-    kFtpSkipWarningsCheck = 1055,
-    kFtpPassiveCheck = 1060,
-};
-
-}  // namespace zel
-
 /// Gathers what a copy over FTP needs and keeps it for the next time. The transfer, and the browsing of the remote
 /// directory, are the host's: the dialog hands it this object in kMsgFtp. The host reads the members, so their order
 /// and widths are part of the contract, and no call of this class is needed for it.

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/cwinapp.h"
@@ -41,14 +42,14 @@ bool PickFile(CDialog& dialog, int combo_box, const char* title, PickedFile& pic
 
 void CZelTransDlg::OnButtonBrowserFont() {
     dialog::PickedFile picked;
-    if (!dialog::PickFile(*this, kFontDirBox, "Zelmara Font Directory", picked)) return;
-    dialog::BringToTop(*this, kFontDirBox, picked.directory);
+    if (!dialog::PickFile(*this, ImportControl::kFontDirBox, "Zelmara Font Directory", picked)) return;
+    dialog::BringToTop(*this, ImportControl::kFontDirBox, picked.directory);
     UpdateData(FALSE);
 }
 
 void CZelTransDlg::OnButtonBrowserMessage() {
     dialog::PickedFile picked;
-    if (!dialog::PickFile(*this, kMessageDirBox, "Zelmara Message Directory", picked)) return;
-    dialog::BringToTop(*this, kMessageDirBox, picked.directory);
-    SetDlgItemText(kMessageIdEdit, picked.name);
+    if (!dialog::PickFile(*this, ImportControl::kMessageDirBox, "Zelmara Message Directory", picked)) return;
+    dialog::BringToTop(*this, ImportControl::kMessageDirBox, picked.directory);
+    SetDlgItemText(ImportControl::kMessageIdEdit, picked.name);
 }

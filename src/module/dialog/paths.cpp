@@ -1,9 +1,10 @@
 #include <cstring>
 #include <string_view>
 
+#include "module/contract/message_id.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/dialog/browse.h"
-#include "module/dialog/id_text.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/message_box.h"
@@ -53,15 +54,15 @@ bool CZelTransDlg::TakeDirectory(int combo_box, const char* invalid_text, const 
 void CZelTransDlg::ReadDirectoryPaths() {
     const CWaitCursor wait;
     CString font_dir, message_dir, id;
-    if (!TakeDirectory(kFontDirBox, "Invalid Font Directory: %s", "Invalid Directory", font_dir)) {
-        m_iStatus = kBadFontDirectory;
+    if (!TakeDirectory(ImportControl::kFontDirBox, "Invalid Font Directory: %s", "Invalid Directory", font_dir)) {
+        m_iStatus = ImportStatus::kBadFontDirectory;
         return;
     }
-    if (!TakeDirectory(kMessageDirBox, "Invalid Message Path: %s", "Invalid Path", message_dir)) {
-        m_iStatus = kBadMessageDirectory;
+    if (!TakeDirectory(ImportControl::kMessageDirBox, "Invalid Message Path: %s", "Invalid Path", message_dir)) {
+        m_iStatus = ImportStatus::kBadMessageDirectory;
         return;
     }
-    GetDlgItemText(kMessageIdEdit, id);
+    GetDlgItemText(ImportControl::kMessageIdEdit, id);
     if (!CheckFileExist(id, message_dir)) {
         if (!IgnoreZelFontErrors()) {
             CString text;
@@ -69,17 +70,17 @@ void CZelTransDlg::ReadDirectoryPaths() {
                         static_cast<const char*>(m_bNumericName ? m_sNumericName : id));
             ReportError(text);
         }
-        if (CWnd* const edit = GetDlgItem(kMessageIdEdit)) edit->SendMessage(EM_SETSEL, 0, -1);
-        m_iStatus = kMessageNotFound;
+        if (CWnd* const edit = GetDlgItem(ImportControl::kMessageIdEdit)) edit->SendMessage(EM_SETSEL, 0, -1);
+        m_iStatus = ImportStatus::kMessageNotFound;
         return;
     }
     if (m_bNumericName) {
-        SetDlgItemText(kMessageIdEdit, m_sNumericName);
+        SetDlgItemText(ImportControl::kMessageIdEdit, m_sNumericName);
         id = m_sNumericName;
     } else if (id[0] == '.' && !FileOpens(message_dir, id)) {
         // The check looked behind the dot and found a file without one; the loader opens the name that the id spells.
         id = id.Mid(1);
-        SetDlgItemText(kMessageIdEdit, id);
+        SetDlgItemText(ImportControl::kMessageIdEdit, id);
     }
     m_sFontDir = font_dir;
     m_sMessageDir = message_dir;
@@ -94,9 +95,9 @@ bool CZelTransDlg::CheckFileExist(const char* name, const char* dir) {
     // Held against the digits in front: only a ".TN" that ends the name leaves a number.
     const std::size_t length = std::strlen(bare) - (has_suffix ? 3 : 0);
     int number = 0;
-    if (dialog::CountDigits(bare) == length) {
+    if (CountDigits(bare) == length) {
         m_bNumericName = true;
-        number = dialog::NumberOf(bare);
+        number = MessageNumberOf(bare);
         m_sNumericName.Format(length < 5 ? ".%04d" : ".%08d", number);
         if (has_suffix) m_sNumericName += ".TN";
     }
@@ -115,10 +116,10 @@ bool CZelTransDlg::CheckFileExist(const char* name, const char* dir) {
 }
 
 void CZelTransDlg::IncrementFileName(const char* name) {
-    const std::string_view bare = dialog::WithoutLeadingDot(name);
-    if (bare.size() < 5 && dialog::CountDigits(bare) == bare.size()) {
-        const int next = dialog::NumberOf(bare) + 1;
-        m_sMessageID.Format(".%04d", next > dialog::kLargestNumber ? 0 : next);
+    const std::string_view bare = WithoutLeadingDot(name);
+    if (bare.size() < 5 && CountDigits(bare) == bare.size()) {
+        const int next = MessageNumberOf(bare) + 1;
+        m_sMessageID.Format(".%04d", next > kLargestNumber ? 0 : next);
     }
     M_sNextMessage = m_sMessageID;
 }

@@ -1,3 +1,4 @@
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/dialog/recent_list.h"
@@ -14,8 +15,8 @@ void CZelTransDlg::SavePath() {
     char font_list[] = "FontDir", message_list[] = "MessageDir";
     DeleteZelTransRegistrySubKey(font_list);
     DeleteZelTransRegistrySubKey(message_list);
-    dialog::StoreRecentEntries(*this, font_list, *this, kFontDirBox);
-    dialog::StoreRecentEntries(*this, message_list, *this, kMessageDirBox);
+    dialog::StoreRecentEntries(*this, font_list, *this, ImportControl::kFontDirBox);
+    dialog::StoreRecentEntries(*this, message_list, *this, ImportControl::kMessageDirBox);
     delete m_pFont;
     m_pFont = nullptr;  // the dialog is ending, but its object may outlive it
 }

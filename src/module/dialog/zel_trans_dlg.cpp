@@ -1,5 +1,6 @@
 #include "module/contract/zel_trans_dlg.h"
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/host_messages.h"
 #include "module/contract/zel_font.h"
 #include "module/dialog/recent_list.h"
@@ -30,17 +31,17 @@ CZelTransDlg::~CZelTransDlg() = default;
 
 // The host's contract hears a change of the id by notification 1024, which an edit sends before it shows the new text.
 BEGIN_MESSAGE_MAP(CZelTransDlg, CDialog)
-ON_BN_CLICKED(kBrowseFontButton, &CZelTransDlg::OnButtonBrowserFont)
-ON_BN_CLICKED(kReadButton, &CZelTransDlg::OnButtonRead)
-ON_BN_CLICKED(kBrowseMessageButton, &CZelTransDlg::OnButtonBrowserMessage)
-ON_BN_CLICKED(kTrueFontCheck, &CZelTransDlg::OnCheckTrueFont)
-ON_BN_CLICKED(kBaselineAlignCheck, &CZelTransDlg::OnCheckBaselineAlign)
-ON_BN_CLICKED(kBatchButton, &CZelTransDlg::OnButtonZeltransBatch)
-ON_BN_CLICKED(kSkipWarningsCheck, &CZelTransDlg::OnCheckImportSkip)
+ON_BN_CLICKED(ImportControl::kBrowseFontButton, &CZelTransDlg::OnButtonBrowserFont)
+ON_BN_CLICKED(ImportControl::kReadButton, &CZelTransDlg::OnButtonRead)
+ON_BN_CLICKED(ImportControl::kBrowseMessageButton, &CZelTransDlg::OnButtonBrowserMessage)
+ON_BN_CLICKED(ImportControl::kTrueFontCheck, &CZelTransDlg::OnCheckTrueFont)
+ON_BN_CLICKED(ImportControl::kBaselineAlignCheck, &CZelTransDlg::OnCheckBaselineAlign)
+ON_BN_CLICKED(ImportControl::kBatchButton, &CZelTransDlg::OnButtonZeltransBatch)
+ON_BN_CLICKED(ImportControl::kSkipWarningsCheck, &CZelTransDlg::OnCheckImportSkip)
 ON_WM_CLOSE()
-ON_BN_CLICKED(kCopyFilesButton, &CZelTransDlg::OnButtonZeltransCopyFiles)
-ON_BN_CLICKED(kFtpButton, &CZelTransDlg::OnButtonZeltransFTP)
-ON_EN_UPDATE(kMessageIdEdit, &CZelTransDlg::OnMessageNameChanged)
+ON_BN_CLICKED(ImportControl::kCopyFilesButton, &CZelTransDlg::OnButtonZeltransCopyFiles)
+ON_BN_CLICKED(ImportControl::kFtpButton, &CZelTransDlg::OnButtonZeltransFTP)
+ON_EN_UPDATE(ImportControl::kMessageIdEdit, &CZelTransDlg::OnMessageNameChanged)
 END_MESSAGE_MAP()
 
 namespace {
@@ -54,7 +55,7 @@ void AppendAndSelect(CDialog& dialog, int combo_box, const char* text) {
 
 // The disk library behind the copy button serves systems 5.0 and older, and 6.0.
 void EnableCopyButton(CDialog& dialog) {
-    CWnd* const button = dialog.GetDlgItem(kCopyFilesButton);
+    CWnd* const button = dialog.GetDlgItem(ImportControl::kCopyFilesButton);
     if (button == nullptr) return;
     OSVERSIONINFOA version{};
     version.dwOSVersionInfoSize = sizeof version;
@@ -85,31 +86,32 @@ void CZelTransDlg::FillHiddenControls(const CString& message_path, const CString
     if (dot >= 0) id = id.Mid(dot + 1);
     const int parent = message_dir.ReverseFind('\\');
     if (parent < 0) return;
-    AppendAndSelect(*this, kFontDirBox, font_dir.IsEmpty() ? message_dir.Left(parent + 1) + "MACHINE" : font_dir);
-    AppendAndSelect(*this, kMessageDirBox, message_dir);
-    SetDlgItemText(kMessageIdEdit, id);
+    AppendAndSelect(*this, ImportControl::kFontDirBox,
+                    font_dir.IsEmpty() ? message_dir.Left(parent + 1) + "MACHINE" : font_dir);
+    AppendAndSelect(*this, ImportControl::kMessageDirBox, message_dir);
+    SetDlgItemText(ImportControl::kMessageIdEdit, id);
 }
 
 void CZelTransDlg::DoDataExchange(CDataExchange* exchange) {
     CDialog::DoDataExchange(exchange);
-    DDX_Text(exchange, kMessageIdEdit, m_sMessageID);
-    DDX_Check(exchange, kTrueFontCheck, m_bTrueFont);
-    DDX_Check(exchange, kBaselineAlignCheck, m_bBaselineAlign);
-    DDX_Check(exchange, kSkipWarningsCheck, m_bImportSkip);
+    DDX_Text(exchange, ImportControl::kMessageIdEdit, m_sMessageID);
+    DDX_Check(exchange, ImportControl::kTrueFontCheck, m_bTrueFont);
+    DDX_Check(exchange, ImportControl::kBaselineAlignCheck, m_bBaselineAlign);
+    DDX_Check(exchange, ImportControl::kSkipWarningsCheck, m_bImportSkip);
 }
 
 BOOL CZelTransDlg::OnInitDialog() {
     CDialog::OnInitDialog();
     AfxGetThread()->m_pMainWnd->SendMessage(kMsgDialogReady, 0, reinterpret_cast<LPARAM>(this));
     for (int n = 0; n < 10; ++n) {
-        dialog::AppendRecentEntry(*this, n, "FontDir", *this, kFontDirBox);
-        dialog::AppendRecentEntry(*this, n, "MessageDir", *this, kMessageDirBox);
+        dialog::AppendRecentEntry(*this, n, "FontDir", *this, ImportControl::kFontDirBox);
+        dialog::AppendRecentEntry(*this, n, "MessageDir", *this, ImportControl::kMessageDirBox);
     }
-    for (const int combo_box : {kFontDirBox, kMessageDirBox}) {
+    for (const int combo_box : {ImportControl::kFontDirBox, ImportControl::kMessageDirBox}) {
         if (CWnd* const box = GetDlgItem(combo_box)) box->SendMessage(CB_SETCURSEL, 0);
     }
     EnableCopyButton(*this);
-    if (CWnd* const edit = GetDlgItem(kMessageIdEdit))
+    if (CWnd* const edit = GetDlgItem(ImportControl::kMessageIdEdit))
         SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(edit->m_hWnd), 1);
     RestorePosition(*this);
     return 0;  // the focus is set
@@ -139,5 +141,5 @@ void CZelTransDlg::OnCheckImportSkip() {
 
 // From now on Enter means Read.
 void CZelTransDlg::OnMessageNameChanged() {
-    SendMessage(DM_SETDEFID, kReadButton);
+    SendMessage(DM_SETDEFID, ImportControl::kReadButton);
 }

@@ -14,7 +14,7 @@
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
 #include "platform/framework/message_box.h"
-#include "platform/system/files.h"
+#include "platform/system/c_runtime.h"
 
 using namespace zel;
 

@@ -6,7 +6,7 @@
 #include "module/contract/zel_font.h"
 #include "module/font/format/font_blocks.h"
 #include "platform/framework/module_entry.h"
-#include "platform/system/files.h"
+#include "platform/system/c_runtime.h"
 
 using namespace zel;
 

@@ -6,7 +6,7 @@
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"
-#include "platform/system/files.h"
+#include "platform/system/c_runtime.h"
 
 using namespace zel;
 

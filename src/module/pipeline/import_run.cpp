@@ -1,6 +1,7 @@
 #include <cstring>
 #include <new>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/host_messages.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
@@ -47,7 +48,7 @@ class ImportRun {
     void Run();
 
   private:
-    ImportStatus Import(const CString& font_dir);
+    ImportStatus::Value Import(const CString& font_dir);
     bool OfferRgba();
     FontsOutcome ReadFonts(CZelMessage& message, const CString& font_dir);
     void HandOver(CZelMessage& message);
@@ -62,30 +63,31 @@ class ImportRun {
 };
 
 void ImportRun::Run() {
-    m_dialog.m_iStatus = kImportFinished;
+    m_dialog.m_iStatus = ImportStatus::kFinished;
     const CWaitCursor wait;
     CString font_dir;
-    m_dialog.GetDlgItemText(kFontDirBox, font_dir);
+    m_dialog.GetDlgItemText(ImportControl::kFontDirBox, font_dir);
     m_dialog.ReadDirectoryPaths();
-    if (m_dialog.m_iStatus != kImportFinished) return;
+    if (m_dialog.m_iStatus != ImportStatus::kFinished) return;
     m_dialog.m_iStatus = Import(font_dir);
-    if (m_dialog.m_iStatus != kImportFinished) return;
-    m_dialog.SendMessage(DM_SETDEFID, kReadButton);
+    if (m_dialog.m_iStatus != ImportStatus::kFinished) return;
+    m_dialog.SendMessage(DM_SETDEFID, ImportControl::kReadButton);
     SendToHost(WM_PAINT, 0, nullptr);
 }
 
 // The life of the message: what the host was given of it dies here.
-ImportStatus ImportRun::Import(const CString& font_dir) {
+ImportStatus::Value ImportRun::Import(const CString& font_dir) {
     CZelMessage message(m_dialog.m_sFontDir, m_dialog.m_sMessageDir, m_dialog.m_sMessageID, &m_dialog);
     if (message.ReadMessage(&m_dialog)) {
-        if (ReadFonts(message, font_dir) == FontsOutcome::kCancelled) return kFontPromptCancelled;
+        if (ReadFonts(message, font_dir) == FontsOutcome::kCancelled) return ImportStatus::kFontPromptCancelled;
         HandOver(message);
         Advance();
-        return kImportFinished;
+        return ImportStatus::kFinished;
     }
-    if (message.m_pFileHeader == nullptr || !IsRgbaFileType(message.m_pFileHeader->file_type)) return kLoadFailed;
+    if (message.m_pFileHeader == nullptr || !IsRgbaFileType(message.m_pFileHeader->file_type))
+        return ImportStatus::kLoadFailed;
     if (OfferRgba()) Advance();
-    return kImportFinished;
+    return ImportStatus::kFinished;
 }
 
 // A picture, not a message: the host takes it from here, as object or background.
@@ -140,8 +142,8 @@ void ImportRun::Advance() {
     AfxGetThread()->m_pMainWnd->SendMessage(kMsgImportDone, 0, reinterpret_cast<LPARAM>(&m_dialog));
     const CString id = m_dialog.m_sMessageID;
     m_dialog.IncrementFileName(id);
-    m_dialog.SetDlgItemText(kMessageIdEdit, m_dialog.m_sMessageID);
-    if (CWnd* const edit = m_dialog.GetDlgItem(kMessageIdEdit)) edit->SendMessage(EM_SETSEL, 0, -1);
+    m_dialog.SetDlgItemText(ImportControl::kMessageIdEdit, m_dialog.m_sMessageID);
+    if (CWnd* const edit = m_dialog.GetDlgItem(ImportControl::kMessageIdEdit)) edit->SendMessage(EM_SETSEL, 0, -1);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_ftp.h"
 #include "platform/framework/dialog_template.h"
 
@@ -10,31 +11,32 @@ namespace ctl = framework::ctl;
 // No button has the id of OK: Enter closes the dialog and stores nothing.
 inline constexpr framework::ControlTemplate kFtpControls[] = {
     {IDC_STATIC, framework::ControlKind::static_text, "&Local Dir :", 13, 9, 48, 8, ctl::none},
-    {kFtpLocalDirBox, framework::ControlKind::combo_box, "", 63, 7, 146, 60, ctl::tab_stop | ctl::auto_scroll},
-    {kFtpBrowseLocalButton, framework::ControlKind::push_button, "&Browse ", 221, 7, 53, 14, ctl::tab_stop},
+    {FtpControl::kLocalDirBox, framework::ControlKind::combo_box, "", 63, 7, 146, 60, ctl::tab_stop | ctl::auto_scroll},
+    {FtpControl::kBrowseLocalButton, framework::ControlKind::push_button, "&Browse ", 221, 7, 53, 14, ctl::tab_stop},
     {IDC_STATIC, framework::ControlKind::static_text, "&Remote Dir :", 13, 27, 48, 8, ctl::none},
-    {kFtpRemoteDirBox, framework::ControlKind::combo_box, "", 63, 25, 146, 60, ctl::tab_stop | ctl::auto_scroll},
-    {kFtpBrowseRemoteButton, framework::ControlKind::push_button, "Brows&e ", 221, 25, 53, 14, ctl::tab_stop},
+    {FtpControl::kRemoteDirBox, framework::ControlKind::combo_box, "", 63, 25, 146, 60,
+     ctl::tab_stop | ctl::auto_scroll},
+    {FtpControl::kBrowseRemoteButton, framework::ControlKind::push_button, "Brows&e ", 221, 25, 53, 14, ctl::tab_stop},
     {IDC_STATIC, framework::ControlKind::static_text, "&File :", 13, 45, 48, 8, ctl::none},
-    {kFtpFileEdit, framework::ControlKind::edit, "", 63, 43, 146, 14, ctl::tab_stop | ctl::auto_scroll},
+    {FtpControl::kFileEdit, framework::ControlKind::edit, "", 63, 43, 146, 14, ctl::tab_stop | ctl::auto_scroll},
     {IDC_STATIC, framework::ControlKind::group_box, "", 7, 59, 208, 72, ctl::none},
     {IDC_STATIC, framework::ControlKind::static_text, "&IP Address : ", 13, 73, 48, 8, ctl::none},
-    {kFtpAddressBox, framework::ControlKind::combo_box, "", 63, 71, 146, 60, ctl::tab_stop | ctl::auto_scroll},
+    {FtpControl::kAddressBox, framework::ControlKind::combo_box, "", 63, 71, 146, 60, ctl::tab_stop | ctl::auto_scroll},
     {IDC_STATIC, framework::ControlKind::static_text, "&Username : ", 13, 92, 48, 8, ctl::none},
-    {kFtpUsernameEdit, framework::ControlKind::edit, "", 63, 90, 100, 14, ctl::tab_stop | ctl::auto_scroll},
+    {FtpControl::kUsernameEdit, framework::ControlKind::edit, "", 63, 90, 100, 14, ctl::tab_stop | ctl::auto_scroll},
     {IDC_STATIC, framework::ControlKind::static_text, "&Password : ", 13, 111, 48, 8, ctl::none},
-    {kFtpPasswordEdit, framework::ControlKind::edit, "", 63, 109, 100, 14,
+    {FtpControl::kPasswordEdit, framework::ControlKind::edit, "", 63, 109, 100, 14,
      ctl::tab_stop | ctl::auto_scroll | ctl::password},
-    {kFtpSavePasswordCheck, framework::ControlKind::check_box, "&Save", 170, 111, 39, 10,
+    {FtpControl::kSavePasswordCheck, framework::ControlKind::check_box, "&Save", 170, 111, 39, 10,
      ctl::automatic | ctl::tab_stop},
     {IDC_STATIC, framework::ControlKind::group_box, "Options", 221, 59, 72, 72, ctl::none},
-    {kFtpSkipWarningsCheck, framework::ControlKind::check_box, "Skip &Warnings", 228, 74, 60, 10,
+    {FtpControl::kSkipWarningsCheck, framework::ControlKind::check_box, "Skip &Warnings", 228, 74, 60, 10,
      ctl::automatic | ctl::tab_stop},
-    {kFtpOverwriteCheck, framework::ControlKind::check_box, "&Overwrite All", 228, 92, 60, 10,
+    {FtpControl::kOverwriteCheck, framework::ControlKind::check_box, "&Overwrite All", 228, 92, 60, 10,
      ctl::automatic | ctl::tab_stop},
-    {kFtpPassiveCheck, framework::ControlKind::check_box, "Passi&ve FTP ", 228, 111, 60, 10,
+    {FtpControl::kPassiveCheck, framework::ControlKind::check_box, "Passi&ve FTP ", 228, 111, 60, 10,
      ctl::automatic | ctl::tab_stop},
-    {kFtpExecuteButton, framework::ControlKind::push_button, "FTP E&xecute", 180, 137, 53, 16, ctl::tab_stop},
+    {FtpControl::kExecuteButton, framework::ControlKind::push_button, "FTP E&xecute", 180, 137, 53, 16, ctl::tab_stop},
     {IDCANCEL, framework::ControlKind::push_button, "Close", 240, 137, 53, 16, ctl::tab_stop},
 };
 

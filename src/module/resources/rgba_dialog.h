@@ -1,6 +1,6 @@
 #pragma once
 
-#include "module/tools/zel_rgba.h"
+#include "module/contract/dialog_ids.h"
 #include "platform/framework/dialog_template.h"
 
 namespace zel::resources {
@@ -8,16 +8,16 @@ namespace zel::resources {
 namespace ctl = framework::ctl;
 
 inline constexpr framework::ControlTemplate kRgbaControls[] = {
-    {tools::kRgbaObjectRadio, framework::ControlKind::radio_button, "Insert as &Object", 10, 9, 78, 10,
+    {RgbaControl::kObjectRadio, framework::ControlKind::radio_button, "Insert as &Object", 10, 9, 78, 10,
      ctl::automatic | ctl::group | ctl::tab_stop},
-    {tools::kRgbaBackgroundRadio, framework::ControlKind::radio_button, "Insert as &Background", 10, 23, 90, 10,
+    {RgbaControl::kBackgroundRadio, framework::ControlKind::radio_button, "Insert as &Background", 10, 23, 90, 10,
      ctl::automatic},
     {IDOK, framework::ControlKind::default_button, "OK", 110, 7, 53, 16, ctl::group | ctl::tab_stop},
     {IDCANCEL, framework::ControlKind::push_button, "Cancel", 110, 27, 53, 16, ctl::tab_stop},
 };
 
 inline constexpr framework::DialogTemplate kRgbaDialogTemplate = {
-    tools::kRgbaDialog,
+    kRgbaDialog,
     "Zelmara! RGBA Import",
     "MS Sans Serif",
     8,

@@ -1,5 +1,6 @@
 #include "module/tools/zel_rgba.h"
 
+#include "module/contract/dialog_ids.h"
 #include "platform/framework/data_exchange.h"
 
 namespace zel::tools {
@@ -7,14 +8,14 @@ namespace zel::tools {
 CZelRGBA::CZelRGBA(CWnd* parent) : CDialog(kRgbaDialog, parent) {}
 
 BEGIN_MESSAGE_MAP(CZelRGBA, CDialog)
-ON_BN_CLICKED(kRgbaObjectRadio, &CZelRGBA::OnRadioObject)
-ON_BN_CLICKED(kRgbaBackgroundRadio, &CZelRGBA::OnRadioBackground)
+ON_BN_CLICKED(RgbaControl::kObjectRadio, &CZelRGBA::OnRadioObject)
+ON_BN_CLICKED(RgbaControl::kBackgroundRadio, &CZelRGBA::OnRadioBackground)
 END_MESSAGE_MAP()
 
 void CZelRGBA::DoDataExchange(CDataExchange* exchange) {
     CDialog::DoDataExchange(exchange);
-    DDX_Check(exchange, kRgbaObjectRadio, m_bInsertObject);
-    DDX_Check(exchange, kRgbaBackgroundRadio, m_bInsertBackground);
+    DDX_Check(exchange, RgbaControl::kObjectRadio, m_bInsertObject);
+    DDX_Check(exchange, RgbaControl::kBackgroundRadio, m_bInsertBackground);
 }
 
 INT_PTR CZelRGBA::DoModal() {
@@ -23,7 +24,7 @@ INT_PTR CZelRGBA::DoModal() {
 
 BOOL CZelRGBA::OnInitDialog() {
     CDialog::OnInitDialog();
-    if (CWnd* const object = GetDlgItem(kRgbaObjectRadio)) object->SendMessage(BM_SETCHECK, 1);
+    if (CWnd* const object = GetDlgItem(RgbaControl::kObjectRadio)) object->SendMessage(BM_SETCHECK, 1);
     return 1;
 }
 

@@ -4,9 +4,6 @@
 
 namespace zel::tools {
 
-inline constexpr UINT kRgbaDialog = 135;
-enum RgbaControl : int { kRgbaObjectRadio = 1341, kRgbaBackgroundRadio = 1344 };
-
 /// Asks how the picture of an RGBA file is to be inserted. DoModal gives IDOK or IDCANCEL.
 class CZelRGBA : public CDialog {
   public:

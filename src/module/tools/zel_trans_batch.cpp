@@ -2,10 +2,11 @@
 
 #include <cstdio>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/export_window.h"
 #include "module/contract/host_messages.h"
+#include "module/contract/message_id.h"
 #include "module/contract/zel_trans_dlg.h"
-#include "module/dialog/id_text.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/data_exchange.h"
@@ -50,7 +51,7 @@ CZelTransBatch::CZelTransBatch(CWnd* parent)
 }
 
 BEGIN_MESSAGE_MAP(CZelTransBatch, CDialog)
-ON_BN_CLICKED(kBatchSkipWarningsCheck, &CZelTransBatch::OnCheckSkipWarnings)
+ON_BN_CLICKED(BatchControl::kSkipWarningsCheck, &CZelTransBatch::OnCheckSkipWarnings)
 END_MESSAGE_MAP()
 
 BOOL CZelTransBatch::Create(const char* /*className*/, const char* /*windowName*/, DWORD /*style*/,
@@ -60,16 +61,16 @@ BOOL CZelTransBatch::Create(const char* /*className*/, const char* /*windowName*
 
 void CZelTransBatch::DoDataExchange(CDataExchange* exchange) {
     CDialog::DoDataExchange(exchange);
-    DDX_Text(exchange, kEndIdEdit, m_strEndId);
-    DDX_Text(exchange, kStartIdEdit, m_strStartId);
-    DDX_Check(exchange, kBatchSkipWarningsCheck, m_bSkipWarnings);
-    DDX_Check(exchange, kSkipNuvoOutCheck, m_bSkipNuvoOut);
+    DDX_Text(exchange, BatchControl::kEndIdEdit, m_strEndId);
+    DDX_Text(exchange, BatchControl::kStartIdEdit, m_strStartId);
+    DDX_Check(exchange, BatchControl::kSkipWarningsCheck, m_bSkipWarnings);
+    DDX_Check(exchange, BatchControl::kSkipNuvoOutCheck, m_bSkipNuvoOut);
 }
 
 INT_PTR CZelTransBatch::DoModal() {
     if (m_bExport == 0) {
-        m_pTransDlg->GetDlgItemText(kMessageIdEdit, m_strStartId);
-        m_pTransDlg->GetDlgItemText(kMessageIdEdit, m_strEndId);
+        m_pTransDlg->GetDlgItemText(ImportControl::kMessageIdEdit, m_strStartId);
+        m_pTransDlg->GetDlgItemText(ImportControl::kMessageIdEdit, m_strEndId);
     }
     return CDialog::DoModal();
 }
@@ -96,8 +97,8 @@ void CZelTransBatch::OnOK() {
         const NuvoOutputOff nuvo_output_off(m_pTransDlg->m_pHostWnd, m_bSkipNuvoOut != 0);
         if (!IsNumber(m_strStartId, "Non-numeric Start ID: %s", "Invalid Start ID")) return;
         if (!IsNumber(m_strEndId, "Non-numeric End ID: %s", "Invalid End ID")) return;
-        const int first = dialog::NumberOf(dialog::WithoutLeadingDot(m_strStartId.GetString()));
-        const int last = dialog::NumberOf(dialog::WithoutLeadingDot(m_strEndId.GetString()));
+        const int first = MessageNumberOf(WithoutLeadingDot(m_strStartId.GetString()));
+        const int last = MessageNumberOf(WithoutLeadingDot(m_strEndId.GetString()));
         if (!IsRange(first, last)) return;
         m_pTransDlg->m_bImportSkip = IgnoreZelFontErrors() ? 1 : 0;
         SaveWarningPref(m_pTransDlg->m_bImportSkip);
@@ -108,8 +109,8 @@ void CZelTransBatch::OnOK() {
 
 // An empty text counts as 0.
 bool CZelTransBatch::IsNumber(const CString& text, const char* trouble, const char* caption) {
-    const std::string_view digits = dialog::WithoutLeadingDot(text.GetString());
-    if (dialog::CountDigits(digits) == digits.size()) return true;
+    const std::string_view digits = WithoutLeadingDot(text.GetString());
+    if (CountDigits(digits) == digits.size()) return true;
     CString box;
     box.Format(trouble, static_cast<const char*>(text));
     MessageBox(box, caption, MB_OK | MB_ICONEXCLAMATION);
@@ -117,7 +118,7 @@ bool CZelTransBatch::IsNumber(const CString& text, const char* trouble, const ch
 }
 
 bool CZelTransBatch::IsRange(int first, int last) {
-    if (last >= 1 && last <= dialog::kLargestNumber && first <= last) return true;
+    if (last >= 1 && last <= kLargestNumber && first <= last) return true;
     CString box;
     box.Format("Invalid Range: %04d - %04d ", first, last);
     MessageBox(box, "Invalid Range", MB_OK | MB_ICONEXCLAMATION);
@@ -140,11 +141,11 @@ void CZelTransBatch::Run(int first, int last) {
 
 /// @return false when the user has ended the run; what was just read isn't recorded then.
 bool CZelTransBatch::Import(int id, const char* id_text) {
-    m_pTransDlg->SetDlgItemText(kMessageIdEdit, id_text);
+    m_pTransDlg->SetDlgItemText(ImportControl::kMessageIdEdit, id_text);
     ShowStatus("Reading %s", id_text);
     m_pTransDlg->Read();
     if (EscapePressed()) return false;
-    if (m_pTransDlg->m_iStatus != kImportFinished) return true;
+    if (m_pTransDlg->m_iStatus != ImportStatus::kFinished) return true;
     ShowStatus("Recording %s", id_text);
     SendTo(m_pTransDlg->m_pHostWnd, kMsgRecord, 0, id);
     return true;
@@ -168,7 +169,7 @@ void CZelTransBatch::Export(CWnd& main_window, int id, const char* id_text) {
 void CZelTransBatch::ShowStatus(const char* format, const char* id_text) {
     CString status;
     status.Format(format, id_text);
-    SetDlgItemText(kBatchStatusLabel, status);
+    SetDlgItemText(BatchControl::kStatusLabel, status);
 }
 
 }  // namespace zel::tools

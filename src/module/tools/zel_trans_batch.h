@@ -7,15 +7,6 @@ class CZelTransDlg;
 
 namespace zel::tools {
 
-inline constexpr UINT kBatchDialog = 130;
-enum BatchControl : int {
-    kStartIdEdit = 1013,
-    kEndIdEdit = 1014,
-    kBatchStatusLabel = 1015,
-    kBatchSkipWarningsCheck = 1016,
-    kSkipNuvoOutCheck = 1018,
-};
-
 /// Runs over a range of numbered messages: imports each and has the host record it, or, in export mode, has the host
 /// export those that it holds. ESC ends a run; a run always closes the dialog.
 class CZelTransBatch : public CDialog {

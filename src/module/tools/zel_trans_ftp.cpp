@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <iterator>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/host_messages.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/dialog/browse.h"
@@ -37,8 +38,9 @@ struct RecentBox {
     int combo_box;
     const char* list;
 };
-constexpr RecentBox kRecentBoxes[] = {
-    {kFtpLocalDirBox, "FTPLocalDir"}, {kFtpRemoteDirBox, "FTPRemoteDir"}, {kFtpAddressBox, "FTPIpAddr"}};
+constexpr RecentBox kRecentBoxes[] = {{FtpControl::kLocalDirBox, "FTPLocalDir"},
+                                      {FtpControl::kRemoteDirBox, "FTPRemoteDir"},
+                                      {FtpControl::kAddressBox, "FTPIpAddr"}};
 
 CWinApp& App() {
     return *AfxGetModuleState()->m_pCurrentWinApp;
@@ -63,11 +65,11 @@ CZelTransFTP::CZelTransFTP(CWnd* parent) : CDialog(kFtpDialog, parent) {
 }
 
 BEGIN_MESSAGE_MAP(CZelTransFTP, CDialog)
-ON_BN_CLICKED(kFtpBrowseLocalButton, &CZelTransFTP::OnButtonBrowseLocal)
-ON_BN_CLICKED(kFtpBrowseRemoteButton, &CZelTransFTP::OnButtonBrowseRemote)
-ON_BN_CLICKED(kFtpExecuteButton, &CZelTransFTP::OnButtonFtpExecute)
-ON_BN_CLICKED(kFtpSkipWarningsCheck, &CZelTransFTP::OnCheckImportSkip)
-ON_BN_CLICKED(kFtpOverwriteCheck, &CZelTransFTP::OnCheckOverwriteAll)
+ON_BN_CLICKED(FtpControl::kBrowseLocalButton, &CZelTransFTP::OnButtonBrowseLocal)
+ON_BN_CLICKED(FtpControl::kBrowseRemoteButton, &CZelTransFTP::OnButtonBrowseRemote)
+ON_BN_CLICKED(FtpControl::kExecuteButton, &CZelTransFTP::OnButtonFtpExecute)
+ON_BN_CLICKED(FtpControl::kSkipWarningsCheck, &CZelTransFTP::OnCheckImportSkip)
+ON_BN_CLICKED(FtpControl::kOverwriteCheck, &CZelTransFTP::OnCheckOverwriteAll)
 END_MESSAGE_MAP()
 
 BOOL CZelTransFTP::Create(const char*, const char*, DWORD, const RECT&, CWnd* parent, UINT, CCreateContext*) {
@@ -76,16 +78,16 @@ BOOL CZelTransFTP::Create(const char*, const char*, DWORD, const RECT&, CWnd* pa
 
 void CZelTransFTP::DoDataExchange(CDataExchange* exchange) {
     CDialog::DoDataExchange(exchange);
-    DDX_Text(exchange, kFtpAddressBox, m_strIpAddress);
-    DDX_Text(exchange, kFtpUsernameEdit, m_strUsername);
-    DDX_Check(exchange, kFtpSavePasswordCheck, m_bSavePassword);
-    DDX_Text(exchange, kFtpPasswordEdit, m_strPassword);
-    DDX_Text(exchange, kFtpRemoteDirBox, m_strRemoteDir);
-    DDX_Text(exchange, kFtpLocalDirBox, m_strLocalDir);
-    DDX_Text(exchange, kFtpFileEdit, m_strFile);
-    DDX_Check(exchange, kFtpSkipWarningsCheck, m_bSkipWarnings);
-    DDX_Check(exchange, kFtpOverwriteCheck, m_bOverwriteAll);
-    DDX_Check(exchange, kFtpPassiveCheck, m_bPassive);
+    DDX_Text(exchange, FtpControl::kAddressBox, m_strIpAddress);
+    DDX_Text(exchange, FtpControl::kUsernameEdit, m_strUsername);
+    DDX_Check(exchange, FtpControl::kSavePasswordCheck, m_bSavePassword);
+    DDX_Text(exchange, FtpControl::kPasswordEdit, m_strPassword);
+    DDX_Text(exchange, FtpControl::kRemoteDirBox, m_strRemoteDir);
+    DDX_Text(exchange, FtpControl::kLocalDirBox, m_strLocalDir);
+    DDX_Text(exchange, FtpControl::kFileEdit, m_strFile);
+    DDX_Check(exchange, FtpControl::kSkipWarningsCheck, m_bSkipWarnings);
+    DDX_Check(exchange, FtpControl::kOverwriteCheck, m_bOverwriteAll);
+    DDX_Check(exchange, FtpControl::kPassiveCheck, m_bPassive);
 }
 
 INT_PTR CZelTransFTP::DoModal() {
@@ -97,9 +99,9 @@ BOOL CZelTransFTP::OnInitDialog() {
     const bool has_address = !m_strIpAddress.IsEmpty();
     if (!has_address) m_strIpAddress = App().GetProfileStringA(kFallbackSection, "IPAddress");
     if (!has_address && !m_strIpAddress.IsEmpty()) {
-        if (CWnd* const box = GetDlgItem(kFtpAddressBox))
+        if (CWnd* const box = GetDlgItem(FtpControl::kAddressBox))
             box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(m_strIpAddress.GetString()));
-        SelectNewest(*this, kFtpAddressBox);
+        SelectNewest(*this, FtpControl::kAddressBox);
         ReadAccount(kFallbackSection);
     } else {
         ReadAccount(kSection);
@@ -110,7 +112,7 @@ BOOL CZelTransFTP::OnInitDialog() {
             dialog::AppendRecentEntry(*m_pTransDlg, n, recent.list, *this, recent.combo_box);
     }
     for (const RecentBox& recent : kRecentBoxes) SelectNewest(*this, recent.combo_box);
-    if (CWnd* const file = GetDlgItem(kFtpFileEdit)) file->SetFocus();
+    if (CWnd* const file = GetDlgItem(FtpControl::kFileEdit)) file->SetFocus();
     return 0;  // the focus is set
 }
 
@@ -123,17 +125,17 @@ void CZelTransFTP::ReadAccount(const char* section) {
 }
 
 void CZelTransFTP::ShowAccount() {
-    SetDlgItemText(kFtpUsernameEdit, m_strUsername);
-    SetDlgItemText(kFtpPasswordEdit, m_strPassword);
-    if (CWnd* const save = GetDlgItem(kFtpSavePasswordCheck))
+    SetDlgItemText(FtpControl::kUsernameEdit, m_strUsername);
+    SetDlgItemText(FtpControl::kPasswordEdit, m_strPassword);
+    if (CWnd* const save = GetDlgItem(FtpControl::kSavePasswordCheck))
         save->SendMessage(BM_SETCHECK, m_bSavePassword != 0 ? BST_CHECKED : BST_UNCHECKED);
 }
 
 void CZelTransFTP::RequestHostFtp() {
     UpdateData(TRUE);
     AfxGetThread()->m_pMainWnd->SendMessage(kMsgFtp, 0, reinterpret_cast<LPARAM>(this));
-    SetDlgItemText(kFtpRemoteDirBox, m_strRemoteDir);
-    SetDlgItemText(kFtpFileEdit, m_strFile);
+    SetDlgItemText(FtpControl::kRemoteDirBox, m_strRemoteDir);
+    SetDlgItemText(FtpControl::kFileEdit, m_strFile);
     for (const RecentBox& recent : kRecentBoxes) {
         CString text;
         GetDlgItemText(recent.combo_box, text);
@@ -184,8 +186,8 @@ void CZelTransFTP::OnButtonBrowseRemote() {
 
 void CZelTransFTP::OnButtonBrowseLocal() {
     dialog::PickedFile picked;
-    if (dialog::PickFile(*this, kFtpLocalDirBox, "Local Directory", picked))
-        dialog::BringToTop(*this, kFtpLocalDirBox, picked.directory);
+    if (dialog::PickFile(*this, FtpControl::kLocalDirBox, "Local Directory", picked))
+        dialog::BringToTop(*this, FtpControl::kLocalDirBox, picked.directory);
 }
 
 void CZelTransFTP::OnCheckImportSkip() {

@@ -4,10 +4,10 @@
 #include <memory>
 
 #include "module/contract/records/char_inf.h"
+#include "module/contract/records/edge.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
 #include "module/state/module_state.h"
-#include "module/translate/edge.h"
 #include "module/translate/font_face.h"
 #include "platform/framework/exceptions.h"
 
@@ -200,7 +200,7 @@ void CharacterWalk::MakeFace(int slot, const tag_font_header& header, std::uniqu
         face.looks[set] = {PackColour(colours[kFaceEntry]),
                            0.75F,
                            header.EdgeType(),
-                           translate::EdgeAngle(header.EdgeDirection()),
+                           EdgeAngle(header.EdgeDirection()),
                            header.edge_size,
                            PackColour(colours[kEdgeEntry])};
     }

@@ -1,7 +1,7 @@
+#include "module/contract/records/edge.h"
 #include "module/contract/records/effpar.h"
 #include "module/contract/records/font_memory.h"
 #include "module/contract/zel_message.h"
-#include "module/translate/edge.h"
 #include "module/translate/font_face.h"
 
 using namespace zel;
@@ -45,8 +45,8 @@ void CZelMessage::ApplySlotEffects(tag_font_memory* slot, EFFPAR* effect) {
     effect->effect_ratio = 0.75;
     effect->effect_const = 4;
     effect->edge_type = header.EdgeType();
-    effect->edge_on = translate::HasEdge(header.EdgeType()) ? 1 : 0;
-    effect->edge_angle = translate::EdgeAngle(header.EdgeDirection());
+    effect->edge_on = HasEdge(header.EdgeType()) ? 1 : 0;
+    effect->edge_angle = EdgeAngle(header.EdgeDirection());
     effect->edge_size = header.edge_size;
     if (m_pPalette == nullptr) return;
     effect->face_colour = PackColour(m_pPalette->colour_sets[kSlotColourSet][kFaceEntry]);

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "module/contract/records/edge.h"
 #include "module/contract/zel_trans_dlg.h"
-#include "module/translate/edge.h"
 
 namespace zel::translate {
 

@@ -7,6 +7,7 @@
 #include "platform/framework/data_exchange.h"
 #include "platform/framework/message_box.h"
 #include "platform/framework/window.h"
+#include "platform/system/errors.h"
 
 using namespace zel;
 
@@ -42,6 +43,24 @@ Handler FindHandler(const AFX_MSGMAP* map, UINT message, UINT code, UINT id) {
 }
 
 }  // namespace
+
+namespace zel::framework {
+
+WindowListener::~WindowListener() = default;
+
+}  // namespace zel::framework
+
+BOOL IsWindow(HWND window) {
+    return HWND__::Exists(window);
+}
+
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (!IsWindow(window)) {
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        return 0;
+    }
+    return window->Object().WindowProc(message, wParam, lParam);
+}
 
 const AFX_MSGMAP* CCmdTarget::GetThisMessageMap() {
     static const AFX_MSGMAP_ENTRY entries[] = {{0, 0, 0, 0, nullptr}};

@@ -38,6 +38,13 @@ class ZEL_PLATFORM_API WindowListener {
 
 }  // namespace zel::framework
 
+/// Sends a message and waits for its result. A null handle, or one of a destroyed window, gives 0 and sets the last
+/// error 1400.
+ZEL_PLATFORM_API LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/// Whether the handle is that of an existing window.
+ZEL_PLATFORM_API BOOL IsWindow(HWND window);
+
 /// A window: an object that stands for a handle. A window without a parent is a top window. All of it belongs to one
 /// thread. Left out: painting, menus, timers, posting of messages, the keyboard and the mouse (a desktop's affair).
 class ZEL_PLATFORM_API CWnd : public CCmdTarget {

@@ -4,8 +4,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "platform/system/errors.h"
-
 using namespace zel;
 
 namespace {
@@ -20,22 +18,8 @@ HWND g_focus = nullptr;
 
 }  // namespace
 
-namespace zel::framework {
-
-WindowListener::~WindowListener() = default;
-
-}  // namespace zel::framework
-
-BOOL IsWindow(HWND window) {
+bool HWND__::Exists(HWND window) noexcept {
     return window != nullptr && Live().contains(window);
-}
-
-LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (!IsWindow(window)) {
-        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
-        return 0;
-    }
-    return window->Object().WindowProc(message, wParam, lParam);
 }
 
 HWND HWND__::Make(HWND parent, std::unique_ptr<HWND__> window) {

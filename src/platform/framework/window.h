@@ -17,6 +17,8 @@ struct HWND__ {
     static HWND Make(HWND parent, std::unique_ptr<HWND__> window);
     /// Destroys a window with all its controls; nothing for a dead handle.
     static void Destroy(HWND window);
+    /// Whether the handle is that of an existing window.
+    static bool Exists(HWND window) noexcept;
 
     HWND__() = default;
     virtual ~HWND__();

@@ -16,7 +16,7 @@ struct ErrorText {
     std::string_view text;
 };
 
-/// The system's own words, ordered by number.
+/// The system's texts, ordered by number.
 constexpr std::array kTexts = {
     ErrorText{0, "The operation completed successfully.\r\n"},
     ErrorText{2, "The system cannot find the file specified.\r\n"},

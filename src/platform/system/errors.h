@@ -3,7 +3,7 @@
 #include "platform/api.h"
 #include "platform/system/types.h"
 
-/// The thread's last error and the system's words for it.
+/// The thread's last error, and the system's text for it.
 
 inline constexpr DWORD ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2, ERROR_PATH_NOT_FOUND = 3,
                        ERROR_TOO_MANY_OPEN_FILES = 4, ERROR_ACCESS_DENIED = 5, ERROR_INVALID_HANDLE = 6,
@@ -13,25 +13,26 @@ inline constexpr DWORD ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2, ERROR_PATH_N
                        ERROR_FILENAME_EXCED_RANGE = 206, ERROR_MORE_DATA = 234, ERROR_MR_MID_NOT_FOUND = 317,
                        ERROR_DLL_INIT_FAILED = 1114, ERROR_IO_DEVICE = 1117, ERROR_INVALID_WINDOW_HANDLE = 1400;
 
-/// Error number of this thread's last failed system call; a call that succeeds leaves it alone.
+/// Error number of this thread's last failed system call. A call that succeeds does not change it.
 ZEL_PLATFORM_API DWORD GetLastError() noexcept;
 ZEL_PLATFORM_API void SetLastError(DWORD error) noexcept;
 
 namespace zel::system {
 
-/// The system's error number for a value of errno; ERROR_GEN_FAILURE for one that has no counterpart.
+/// The system's error number for a value of errno; ERROR_GEN_FAILURE for one without a counterpart.
 ZEL_PLATFORM_API DWORD ErrorFromErrno(int value) noexcept;
 
 }  // namespace zel::system
 
 inline constexpr DWORD FORMAT_MESSAGE_ALLOCATE_BUFFER = 0x100, FORMAT_MESSAGE_FROM_SYSTEM = 0x1000;
 
-/// The system's text of an error, which ends in CR LF. Only the flags 0x1100 are offered: `buffer` is then the address
+/// The system's text of an error, which ends in CR LF. Only the flags 0x1100 are supported: `buffer` is then the address
 /// of a char*, which receives a text that the caller frees with LocalFree. `source`, `language`, `size` and `arguments`
-/// aren't looked at.
+/// are ignored.
 /// @return the text's length; 0, with the char* null, for an unknown number (last error 317) or other flags (87).
 ZEL_PLATFORM_API DWORD FormatMessageA(DWORD flags, const void* source, DWORD message, DWORD language, char* buffer,
                                       DWORD size, void* arguments) noexcept;
 
-/// Frees what FormatMessageA allocated; null is no error. Always null.
+/// Frees a text that FormatMessageA has allocated; null is allowed.
+/// @return null.
 ZEL_PLATFORM_API void* LocalFree(void* memory) noexcept;

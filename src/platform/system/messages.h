@@ -1,9 +1,8 @@
 #pragma once
 
-#include "platform/api.h"
 #include "platform/system/types.h"
 
-/// Numbers of the window, dialog and control messages, each the system's value.
+/// Numbers of the window, dialog and control messages, with the system's values.
 
 inline constexpr UINT WM_DESTROY = 0x0002;
 inline constexpr UINT WM_SETTEXT = 0x000C, WM_GETTEXT = 0x000D, WM_GETTEXTLENGTH = 0x000E;
@@ -30,9 +29,3 @@ inline constexpr LRESULT CB_ERR = -1;
 inline constexpr UINT LB_ADDSTRING = 0x0180, LB_RESETCONTENT = 0x0184, LB_SETCURSEL = 0x0186, LB_GETCURSEL = 0x0188,
                       LB_GETTEXT = 0x0189, LB_GETTEXTLEN = 0x018A, LB_GETCOUNT = 0x018B;
 inline constexpr LRESULT LB_ERR = -1;
-
-/// Sends a message and waits for its result. A null or dead window gives 0, with the last error 1400.
-ZEL_PLATFORM_API LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-/// Whether the handle stands for a window that exists.
-ZEL_PLATFORM_API BOOL IsWindow(HWND window);

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <string>
 #include <string_view>
+#include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -12,37 +12,18 @@
 #include <unistd.h>
 
 #include "base/fold_case.h"
+#include "platform/system/drives.h"
 #include "platform/system/errors.h"
-#include "platform/system/files.h"
 
 namespace zel::system {
 
 namespace {
 
-struct Drive {
-    std::string directory;  // empty: not mounted
-    DWORD error = ERROR_SUCCESS;
-};
-
-std::array<Drive, 26>& Drives() {
-    static auto& drives = *new std::array<Drive, 26>;  // outlives every module
-    return drives;
-}
-
 constexpr bool IsLetter(char c) noexcept {
     return base::FoldCase(c) >= 'a' && base::FoldCase(c) <= 'z';
 }
-constexpr char Turn(char c) noexcept {
-    return c == '\\' ? '/' : c;
-}
 
-/// The drive that a path begins with, null for none.
-Drive* DriveOf(std::string_view path) {
-    if (path.size() < 2 || path[1] != ':' || !IsLetter(path[0])) return nullptr;
-    return &Drives()[static_cast<std::size_t>(base::FoldCase(path[0]) - 'a')];
-}
-
-bool Exists(const char* path) noexcept {
+bool PathExists(const char* path) noexcept {
     struct stat status {};
     return ::stat(path, &status) == 0;
 }
@@ -52,12 +33,11 @@ bool IsDirectory(const char* path) noexcept {
     return ::stat(path, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-/// Writes over `name`, which lies in a path, the directory's entry that equals it but for case; the first in byte order
-/// if several do.
+/// Searches a directory for an entry that equals `name` without regard to case, and copies its spelling over `name`. Of
+/// several entries it takes the first in byte order.
 bool FindInDirectory(const char* directory, char* name, std::size_t length) noexcept {
     const std::string_view wanted(name, length);
-    if (std::none_of(wanted.begin(), wanted.end(), IsLetter))
-        return false;  // there is no other case, so no need to look
+    if (std::none_of(wanted.begin(), wanted.end(), IsLetter)) return false;  // no other case exists
     DIR* const stream = ::opendir(directory);
     if (stream == nullptr) return false;
     bool found = false;
@@ -71,27 +51,58 @@ bool FindInDirectory(const char* directory, char* name, std::size_t length) noex
     return found;
 }
 
-/// Mends the last component of `path`, and before it those in front when they don't exist either.
-DWORD MendPath(char* path) noexcept {
+/// The last component of a path, and where the directory above it ends: 0 for the root or for none.
+struct LastComponent {
+    std::size_t parentEnd, start, end;
+};
+
+LastComponent FindLastComponent(const char* path) noexcept {
     std::size_t end = std::strlen(path);
     while (end > 1 && path[end - 1] == '/') --end;
     std::size_t start = end;
     while (start > 0 && path[start - 1] != '/') --start;
     std::size_t parentEnd = start;
     while (parentEnd > 0 && path[parentEnd - 1] == '/') --parentEnd;
+    return {parentEnd, start, end};
+}
 
-    const char* const directory = start == 0 ? "." : parentEnd == 0 ? "/" : path;
-    if (directory == path) {
-        path[parentEnd] = '\0';
-        const bool hasParent = IsDirectory(path) || MendPath(path) == ERROR_SUCCESS;
-        path[parentEnd] = '/';
-        if (!hasParent) return ERROR_PATH_NOT_FOUND;
-    }
-    if (Exists(path)) return ERROR_SUCCESS;
-    if (parentEnd < start) path[parentEnd] = '\0';
-    const bool found = FindInDirectory(directory, path + start, end - start);
-    if (parentEnd < start) path[parentEnd] = '/';
-    return found ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
+/// Shortens a path to its first characters for as long as the object lives.
+class ShortenedPath {
+  public:
+    ShortenedPath(char* path, std::size_t length) noexcept
+        : m_end(path + length), m_character(std::exchange(*m_end, '\0')) {}
+    ~ShortenedPath() { *m_end = m_character; }
+
+    ShortenedPath(const ShortenedPath&) = delete;
+    ShortenedPath& operator=(const ShortenedPath&) = delete;
+
+  private:
+    char* m_end;
+    char m_character;
+};
+
+DWORD CorrectPath(char* path) noexcept;
+
+/// Whether the directory above a component exists, possibly after its case was corrected.
+bool CorrectParent(char* path, const LastComponent& last) noexcept {
+    if (last.parentEnd == 0) return true;  // the root or the current directory
+    const ShortenedPath parent(path, last.parentEnd);
+    return IsDirectory(path) || CorrectPath(path) == ERROR_SUCCESS;
+}
+
+bool CorrectName(char* path, const LastComponent& last) noexcept {
+    char* const name = path + last.start;
+    const std::size_t length = last.end - last.start;
+    if (last.parentEnd == 0) return FindInDirectory(last.start == 0 ? "." : "/", name, length);
+    const ShortenedPath parent(path, last.parentEnd);
+    return FindInDirectory(path, name, length);
+}
+
+/// Corrects the case of the last component, and before that of the components above it that don't exist either.
+DWORD CorrectPath(char* path) noexcept {
+    const LastComponent last = FindLastComponent(path);
+    if (!CorrectParent(path, last)) return ERROR_PATH_NOT_FOUND;
+    return PathExists(path) || CorrectName(path, last) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
 }
 
 int OpenNative(const char* path) noexcept {
@@ -114,21 +125,26 @@ DWORD NativeName::Set(const char* modulePath) noexcept {
     if (modulePath == nullptr || *modulePath == '\0') return ERROR_PATH_NOT_FOUND;
     std::string_view path(modulePath, ::strnlen(modulePath, MAX_PATH));
     if (path.size() >= MAX_PATH) return ERROR_FILENAME_EXCED_RANGE;
+    static_assert(kLongestMount + 1 + MAX_PATH <= sizeof m_path);
     char* out = m_path.data();
     if (const Drive* drive = DriveOf(path)) {
         if (drive->error != ERROR_SUCCESS) return drive->error;
         if (drive->directory.empty()) return ERROR_PATH_NOT_FOUND;
         out = std::copy(drive->directory.begin(), drive->directory.end(), out);
         path.remove_prefix(2);
-        if (path.empty() || Turn(path.front()) != '/') *out++ = '/';
+        if (path.empty() || NativeCharacter(path.front()) != '/') *out++ = '/';
     }
-    out = std::transform(path.begin(), path.end(), out, Turn);
+    out = std::transform(path.begin(), path.end(), out, NativeCharacter);
     *out = '\0';
     return ERROR_SUCCESS;
 }
 
-DWORD NativeName::MendCase() noexcept {
-    return MendPath(m_path.data());
+bool NativeName::Exists() const noexcept {
+    return PathExists(m_path.data());
+}
+
+DWORD NativeName::CorrectCase() noexcept {
+    return CorrectPath(m_path.data());
 }
 
 int OpenForReading(const char* modulePath, ULONGLONG* length) noexcept {
@@ -138,7 +154,7 @@ int OpenForReading(const char* modulePath, ULONGLONG* length) noexcept {
     }
     int descriptor = OpenNative(name.Get());
     if (descriptor < 0 && (errno == ENOENT || errno == ENOTDIR)) {
-        if (const DWORD error = name.MendCase()) return Fail(error, ENOENT);
+        if (const DWORD error = name.CorrectCase()) return Fail(error, ENOENT);
         descriptor = OpenNative(name.Get());
     }
     if (descriptor < 0) return Fail(ErrorFromErrno(errno), errno);
@@ -152,7 +168,7 @@ int OpenForReading(const char* modulePath, ULONGLONG* length) noexcept {
 }
 
 std::size_t ReadFully(int descriptor, void* buffer, std::size_t count, ULONGLONG offset) noexcept {
-    constexpr std::size_t kMaximum = 1 << 30;  // of one call, well below what the system takes
+    constexpr std::size_t kMaximum = 1 << 30;  // of one call, well below the system's limit
     std::size_t done = 0;
     while (done < count) {
         const ssize_t got = ::pread(descriptor, static_cast<char*>(buffer) + done, std::min(count - done, kMaximum),
@@ -162,54 +178,6 @@ std::size_t ReadFully(int descriptor, void* buffer, std::size_t count, ULONGLONG
         done += static_cast<std::size_t>(got);
     }
     return done;
-}
-
-void MountDrive(char letter, const std::string& directory) {
-    const char name[] = {letter, ':'};
-    Drive* const drive = DriveOf({name, 2});
-    if (drive == nullptr || directory.size() > NativeName::kDirectoryMaximum) return;
-    std::size_t length = directory.size();
-    while (length > 1 && directory[length - 1] == '/') --length;
-    *drive = {directory.substr(0, length), ERROR_SUCCESS};
-}
-
-void MountUnreadableDrive(char letter, DWORD error) {
-    const char name[] = {letter, ':'};
-    if (Drive* const drive = DriveOf({name, 2})) *drive = {std::string(), error};
-}
-
-DWORD PathError(const char* modulePath) noexcept {
-    NativeName name;
-    return name.Set(modulePath);
-}
-
-std::string NativePath(const char* modulePath) {
-    NativeName name;
-    if (name.Set(modulePath) == ERROR_SUCCESS) {
-        if (!Exists(name.Get())) name.MendCase();
-        return name.Get();
-    }
-    std::string path = modulePath != nullptr ? modulePath : "";
-    std::transform(path.begin(), path.end(), path.begin(), Turn);
-    return path;
-}
-
-std::string ModulePath(const std::string& nativePath) {
-    char letter = 0;
-    std::string_view best;
-    for (std::size_t i = 0; i < Drives().size(); ++i) {
-        const std::string_view directory = Drives()[i].directory;
-        const bool inside =
-            nativePath.starts_with(directory) &&
-            (directory == "/" || nativePath.size() == directory.size() || nativePath[directory.size()] == '/');
-        if (directory.empty() || !inside || directory.size() <= best.size()) continue;
-        best = directory;
-        letter = static_cast<char>('A' + i);
-    }
-    std::string path = nativePath;
-    if (letter != 0) path.replace(0, best == "/" ? 0 : best.size(), {letter, ':'});
-    std::replace(path.begin(), path.end(), '/', '\\');
-    return path;
 }
 
 }  // namespace zel::system

@@ -22,7 +22,7 @@ LONG Result(DWORD error) {
     return static_cast<LONG>(error);
 }
 
-/// Path of a key below another; separators at the ends are dropped.
+/// Path of a key below another; separators at the ends are removed.
 std::string Join(HKEY key, const char* subKey) {
     std::string_view below = subKey != nullptr ? subKey : "";
     while (below.starts_with('\\')) below.remove_prefix(1);

@@ -4,7 +4,7 @@
 
 namespace zel::system {
 
-/// A text of the system's interfaces, in which null stands for the empty one.
+/// A text that a caller has passed, in which null means the empty text.
 inline std::string OrEmpty(const char* text) {
     return text != nullptr ? text : "";
 }

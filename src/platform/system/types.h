@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The system's basic types, records and constants, as wide as on the module's home system. LONG and DWORD are 32 bits
-/// in every build; what holds an address (WPARAM, LPARAM, LRESULT, INT_PTR, handles) is as wide as a pointer.
+/// The system's basic types, records and constants, with the widths of the module's home system. LONG and DWORD have 32
+/// bits in every build. Types that hold an address (WPARAM, LPARAM, LRESULT, INT_PTR, handles) are as wide as a pointer.
 
 using BOOL = int;
 using BYTE = std::uint8_t;
@@ -26,7 +26,7 @@ struct HWND__;
 using HWND = HWND__*;
 struct HKEY__;
 using HKEY = HKEY__*;
-struct HINSTANCE__;  // see framework/dialog_template.h
+struct HINSTANCE__;  // defined in framework/dialog_template.h
 using HINSTANCE = const HINSTANCE__*;
 
 #ifndef TRUE
@@ -34,7 +34,8 @@ using HINSTANCE = const HINSTANCE__*;
 #define FALSE 0
 #endif
 
-inline constexpr int MAX_PATH = 260;  // characters of a path, the closing NUL included
+/// Characters of a path, the closing NUL included.
+inline constexpr int MAX_PATH = 260;
 
 inline constexpr int IDOK = 1, IDCANCEL = 2, IDABORT = 3, IDRETRY = 4, IDIGNORE = 5, IDYES = 6, IDNO = 7;
 
@@ -91,7 +92,7 @@ static_assert(sizeof(LOGFONT) == 60 && offsetof(LOGFONT, lfWeight) == 16 && offs
 static_assert(offsetof(LOGFONT, lfOutPrecision) == 24 && offsetof(LOGFONT, lfPitchAndFamily) == 27);
 static_assert(offsetof(LOGFONT, lfFaceName) == 28);
 
-/// A bitmap and where its pixels lie.
+/// A bitmap and the address of its pixels.
 struct BITMAP {
     LONG bmType;
     LONG bmWidth;
@@ -106,7 +107,8 @@ static_assert(offsetof(BITMAP, bmBitsPixel) == 18 && (sizeof(void*) != 4 || size
 struct BITMAPINFOHEADER {
     DWORD biSize;
     LONG biWidth;
-    LONG biHeight;  // positive: the bottom row comes first
+    // Positive: the bottom row is first.
+    LONG biHeight;
     WORD biPlanes;
     WORD biBitCount;
     DWORD biCompression;
@@ -118,7 +120,7 @@ struct BITMAPINFOHEADER {
 };
 static_assert(sizeof(BITMAPINFOHEADER) == 40);
 
-/// A device-independent bitmap whose pixels the program reaches through dsBm.bmBits.
+/// A device-independent bitmap. dsBm.bmBits is the address of its pixels.
 struct DIBSECTION {
     BITMAP dsBm;
     BITMAPINFOHEADER dsBmih;

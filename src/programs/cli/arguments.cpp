@@ -51,8 +51,9 @@ void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnsw
                                 {"background", run::RgbaAnswer::kBackground},
                                 {"cancel", run::RgbaAnswer::kCancel}},
                                "how an RGBA picture is inserted");
-    AddChoice<int>(command, "--lines", options.lines, {{"486", 486}, {"576", 576}},
-                   "active lines of the host's video standard");
+    AddChoice<VideoStandard>(command, "--lines", options.standard,
+                             {{"486", VideoStandard::kNtsc}, {"576", VideoStandard::kPal}},
+                             "active lines of the host's video standard");
     command.add_flag("--tt-convert", options.tt_convert, "send run-coded characters as text in an installed typeface");
     command.add_flag_callback(
         "--no-baseline-align", [&options] { options.baseline_align = false; },

@@ -15,15 +15,15 @@
 namespace zel::cli {
 
 /// Exit codes of the command.
-enum ExitCode { kDone = 0, kNotDone = 1, kWrongArguments = 2 };
+enum class ExitCode : int { kDone = 0, kNotDone = 1, kWrongArguments = 2 };
 
 /// The work wasn't done; what() names the file and the reason in one line.
 class CommandError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// What a command does once its arguments are known to be right; gives the exit code.
-using CommandRun = std::function<int()>;
+/// What a command does once its arguments are known to be right; returns the exit code.
+using CommandRun = std::function<ExitCode()>;
 
 /// One line on standard error: what went wrong, or what a person should know of work that is done.
 void SayError(const std::string& text);

@@ -12,7 +12,7 @@
 #include "host/recorder/batch_recorder.h"
 #include "host/recorder/resume.h"
 #include "host/run/batch_run.h"
-#include "module/dialog/id_text.h"
+#include "module/contract/message_id.h"
 #include "platform/system/files.h"
 #include "programs/cli/batch_progress.h"
 #include "programs/cli/interrupt.h"
@@ -27,7 +27,7 @@ namespace {
 
 struct BatchArguments {
     run::BatchRequest request;
-    run::NumberRange range;
+    host::NumberRange range;
     std::optional<std::string> library, directory, report, trace, settings;
     std::string name;
     host::TracePixels pixels = host::TracePixels::kNo;
@@ -41,11 +41,11 @@ struct BatchArguments {
 struct Span {
     int first = 0, last = -1;
 };
-Span SpanOf(const run::NumberRange& range) {
-    const std::string_view first = dialog::WithoutLeadingDot(range.first), last = dialog::WithoutLeadingDot(range.last);
-    if (dialog::CountDigits(first) != first.size() || dialog::CountDigits(last) != last.size()) return {};
-    const Span span{dialog::NumberOf(first), dialog::NumberOf(last)};
-    return span.last >= 1 && span.last <= dialog::kLargestNumber && span.first <= span.last ? span : Span{};
+Span SpanOf(const host::NumberRange& range) {
+    const std::string_view first = WithoutLeadingDot(range.first), last = WithoutLeadingDot(range.last);
+    if (CountDigits(first) != first.size() || CountDigits(last) != last.size()) return {};
+    const Span span{MessageNumberOf(first), MessageNumberOf(last)};
+    return span.last >= 1 && span.last <= kLargestNumber && span.first <= span.last ? span : Span{};
 }
 
 /// Hands the numbers of a batch that nothing is recorded of straight on.
@@ -62,7 +62,7 @@ class BatchCommand {
   public:
     explicit BatchCommand(const BatchArguments& arguments);
 
-    int Run();
+    ExitCode Run();
 
   private:
     void LeaveOutWhatIsRecorded();
@@ -105,7 +105,7 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
 
 // What is recorded but not among the files any more is written from the library.
 void BatchCommand::LeaveOutWhatIsRecorded() {
-    library::Library library(*m_arguments.library, library::Library::Access::kWrite);
+    library::Library library(*m_arguments.library, library::Access::kWrite);
     const recorder::RecordingContext& context = m_recorder_options.context;
     const std::set<int> numbers = recorder::UpToDateNumbers(library, context, m_span.first, m_span.last, m_digests);
     for (const int number : numbers) {
@@ -135,7 +135,7 @@ run::BatchOutcome BatchCommand::RunModule() {
     return outcome;
 }
 
-int BatchCommand::Run() {
+ExitCode BatchCommand::Run() {
     HeedInterrupts();
     m_request.stop = WasInterrupted;
     if (m_arguments.resume && m_span.first <= m_span.last) LeaveOutWhatIsRecorded();
@@ -155,7 +155,7 @@ int BatchCommand::Run() {
     if (failed > 1) {
         throw CommandError(std::to_string(failed) + " numbers failed, the first: " + m_progress.FirstFailure());
     }
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void BatchCommand::WriteReport(const run::BatchOutcome& outcome) {

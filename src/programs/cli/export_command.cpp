@@ -20,7 +20,7 @@ namespace {
 
 struct ExportArguments {
     std::string library, directory;
-    run::NumberRange range;
+    host::NumberRange range;
     std::optional<std::string> name, trace, settings;
     std::vector<std::string> formats{"png"};
     exporter::ExportOptions options;
@@ -54,9 +54,9 @@ std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& 
            " could not be exported, the first: " + failures.front();
 }
 
-int RunExportCommand(const ExportArguments& arguments) {
+ExitCode RunExportCommand(const ExportArguments& arguments) {
     const SettingsScope settings(arguments.settings);
-    library::Library library(arguments.library, library::Library::Access::kRead);
+    library::Library library(arguments.library, library::Access::kRead);
     std::unique_ptr<TraceOutput> trace;
     if (arguments.trace) trace = std::make_unique<TraceOutput>(*arguments.trace);
     exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options,
@@ -77,7 +77,7 @@ int RunExportCommand(const ExportArguments& arguments) {
     const std::string failure = Failure(arguments, outcome, summary, shelf.Failures());
     if (!failure.empty()) throw CommandError(failure);
     if (!settings.Note().empty()) SayNote(settings.Note());
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void ListFormats() {

@@ -21,7 +21,7 @@ struct FetchArguments {
     bool active = false, overwrite = false, no_fonts = false;
 };
 
-int RunFetchCommand(const FetchArguments& arguments) {
+ExitCode RunFetchCommand(const FetchArguments& arguments) {
     std::string why;
     const ftp::RemoteUrl url = *ftp::ParseRemoteUrl(arguments.url, why);
     ftp::ServerOptions server;
@@ -53,7 +53,7 @@ int RunFetchCommand(const FetchArguments& arguments) {
     if (!report.files.empty()) std::cout << report.Summary() << std::endl;
     if (report.cancelled) throw CommandError("interrupted; run the same command again to resume");
     if (!report.failure.empty()) throw CommandError(report.failure);
-    return report.Done() ? kDone : kNotDone;
+    return report.Done() ? ExitCode::kDone : ExitCode::kNotDone;
 }
 
 void AddOptions(CLI::App& command, FetchArguments& arguments) {

@@ -46,7 +46,7 @@ void SayWhatIsAmiss(const picture::GlyphSheet& sheet) {
     }
 }
 
-int RunFontCommand(const FontArguments& arguments) {
+ExitCode RunFontCommand(const FontArguments& arguments) {
     const SettingsScope settings(arguments.settings);
     // Whatever can't be written is told before the module is asked for anything.
     const std::string png = arguments.png ? CheckPlainOutput(*arguments.png) : std::string();
@@ -72,7 +72,7 @@ int RunFontCommand(const FontArguments& arguments) {
                   << (arguments.png ? "; wrote " + *arguments.png : "") << std::endl;
     }
     if (!settings.Note().empty()) SayNote(settings.Note());
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void AddOptions(CLI::App& command, FontArguments& arguments) {

@@ -37,7 +37,7 @@ class Import {
   public:
     explicit Import(const ImportArguments& arguments);
 
-    int Run();
+    ExitCode Run();
 
   private:
     void WritePicture(const run::ImportOutcome& outcome);
@@ -60,7 +60,7 @@ Import::Import(const ImportArguments& arguments) : m_arguments(arguments), m_set
     if (arguments.trace) m_trace = std::make_unique<TraceOutput>(*arguments.trace, arguments.pixels);
 }
 
-int Import::Run() {
+ExitCode Import::Run() {
     WarningsPrinter warnings;
     std::vector<host::HostObserver*> observers;
     if (m_trace) observers.push_back(&m_trace->Observer());
@@ -73,7 +73,7 @@ int Import::Run() {
     if (m_json && outcome.message) WriteDocument(*outcome.message);
     SayWhatArrived(outcome);
     if (!m_settings.Note().empty()) SayNote(m_settings.Note());
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void Import::WritePicture(const run::ImportOutcome& outcome) {
@@ -160,7 +160,7 @@ void AddImportCommand(CLI::App& app, CommandRun& run) {
     AddChoices(command, *arguments);
     AddExample(command, "zeltrans import DISK/MESSAGES/.0012 --maps DISK --png 0012.png");
     command.callback([arguments, &run] {
-        arguments->request.road = arguments->warnings ? run::ImportRoad::kDialog : run::ImportRoad::kSilent;
+        arguments->request.mode = arguments->warnings ? run::ImportMode::kDialog : run::ImportMode::kSilent;
         run = [arguments] { return Import(*arguments).Run(); };
     });
 }

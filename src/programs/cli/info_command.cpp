@@ -25,7 +25,7 @@ class Info {
   public:
     explicit Info(const InfoArguments& arguments) : m_arguments(arguments) {}
 
-    int Run() {
+    ExitCode Run() {
         for (const std::string& file : m_arguments.files) {
             std::error_code error;
             if (fs::is_directory(file, error)) {
@@ -41,7 +41,7 @@ class Info {
   private:
     void Fail(const std::string& text) {
         SayError(text);
-        m_exit_code = kNotDone;
+        m_exit_code = ExitCode::kNotDone;
     }
 
     // A blank line between the reports of two files.
@@ -77,7 +77,7 @@ class Info {
 
     const InfoArguments& m_arguments;
     bool m_shown = false;
-    int m_exit_code = kDone;
+    ExitCode m_exit_code = ExitCode::kDone;
 };
 
 }  // namespace

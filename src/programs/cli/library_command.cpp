@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/library/library.h"
-#include "module/dialog/id_text.h"
+#include "module/contract/message_id.h"
 #include "programs/cli/library_table.h"
 #include "programs/cli/output_file.h"
 
@@ -44,25 +44,23 @@ library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& a
     return found.front();
 }
 
-int PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
+ExitCode PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
     const auto warned = static_cast<std::size_t>(
         std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
     std::cout << arguments.library << ": " << CountOf(entries.size(), "recording")
               << (warned != 0 ? ", " + std::to_string(warned) + " with warnings" : "") << '\n'
               << LibraryTable(entries);
-    return kDone;
+    return ExitCode::kDone;
 }
 
-int ListLibrary(const LibraryArguments& arguments) {
-    return PrintEntries(arguments,
-                        library::Library(arguments.library, library::Library::Access::kRead).List(arguments.disk));
+ExitCode ListLibrary(const LibraryArguments& arguments) {
+    return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).List(arguments.disk));
 }
 
-int SearchLibrary(const LibraryArguments& arguments) {
+ExitCode SearchLibrary(const LibraryArguments& arguments) {
     std::string question;
     for (const std::string& word : arguments.words) question += word + ' ';
-    return PrintEntries(arguments,
-                        library::Library(arguments.library, library::Library::Access::kRead).Search(question));
+    return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).Search(question));
 }
 
 void PrintLabelled(const std::string& label, const std::string& text) {
@@ -107,7 +105,7 @@ void PrintRecording(const LibraryArguments& arguments, const library::Recording&
     PrintLabelled("Disk", TerminalText(recording.disk));
     PrintLabelled("Recorded", TerminalText(recording.recorded_at));
     PrintLabelled("Options", TerminalText(recording.options));
-    PrintLabelled("Lines", std::to_string(recording.lines));
+    PrintLabelled("Lines", std::to_string(ActiveLines(recording.standard)));
     PrintLabelled("Picture", recording.picture.empty() ? "none"
                                                        : std::to_string(recording.width) + " x " +
                                                              std::to_string(recording.height) + " pixels");
@@ -131,46 +129,45 @@ void WritePart(const std::optional<std::string>& path, const std::string& bytes,
     std::cout << "wrote " << *path << '\n';
 }
 
-int ShowRecording(const LibraryArguments& arguments) {
-    library::Library library(arguments.library, library::Library::Access::kRead);
+ExitCode ShowRecording(const LibraryArguments& arguments) {
+    library::Library library(arguments.library, library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": the recording has just been removed");
     if (!arguments.png && !arguments.json) PrintRecording(arguments, *recording);
     WritePart(arguments.png, recording->picture, "picture");
     WritePart(arguments.json, recording->document.empty() ? "" : recording->document + '\n', "document");
-    return kDone;
+    return ExitCode::kDone;
 }
 
-int MergeLibraries(const LibraryArguments& arguments) {
-    library::Library library(arguments.library, library::Library::Access::kWrite);
+ExitCode MergeLibraries(const LibraryArguments& arguments) {
+    library::Library library(arguments.library, library::Access::kWrite);
     for (const std::string& shard : arguments.shards) {
         const library::MergeCount count = library.Merge(shard);
         std::cout << shard << ": " << count.added << " added, " << count.replaced << " replaced, " << count.unchanged
                   << " there already" << std::endl;
     }
-    return kDone;
+    return ExitCode::kDone;
 }
 
-int RemoveRecording(const LibraryArguments& arguments) {
+ExitCode RemoveRecording(const LibraryArguments& arguments) {
     // A library that isn't there is no reason to make one.
     const library::RecordingKey key = [&] {
-        library::Library library(arguments.library, library::Library::Access::kRead);
+        library::Library library(arguments.library, library::Access::kRead);
         return KeyOf(library, arguments);
     }();
-    library::Library(arguments.library, library::Library::Access::kWrite).Remove(key);
+    library::Library(arguments.library, library::Access::kWrite).Remove(key);
     std::cout << arguments.library << ": removed " << NumberName(key.number)
               << (key.disk.empty() ? "" : " of " + Named(key.disk)) << '\n';
-    return kDone;
+    return ExitCode::kDone;
 }
 
 void AddNumber(CLI::App& command, LibraryArguments& arguments) {
     const auto take = [&arguments](const std::string& text) {
-        const std::string_view digits = dialog::WithoutLeadingDot(text);
-        if (digits.empty() || dialog::CountDigits(digits) != digits.size() ||
-            dialog::NumberOf(digits) > dialog::kLargestNumber) {
+        const std::string_view digits = WithoutLeadingDot(text);
+        if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestNumber) {
             throw CLI::ValidationError("NUMBER", '"' + text + "\" is no number from 0 to 9999");
         }
-        arguments.number = dialog::NumberOf(digits);
+        arguments.number = MessageNumberOf(digits);
     };
     command.add_option_function<std::string>("NUMBER", take, "the message's number, such as 12 or .0012")
         ->required()
@@ -184,7 +181,7 @@ void AddDisk(CLI::App& command, LibraryArguments& arguments) {
 // One command of `library`, with the library's file as its first argument.
 CLI::App& AddPart(CLI::App& library, const std::string& name, const std::string& description,
                   const std::shared_ptr<LibraryArguments>& arguments, CommandRun& run,
-                  int (*work)(const LibraryArguments&)) {
+                  ExitCode (*work)(const LibraryArguments&)) {
     CLI::App& command = *library.add_subcommand(name, description);
     command.add_option("LIBRARY", arguments->library, "the library's file")->required()->type_name("");
     command.callback([arguments, &run, work] { run = [arguments, work] { return work(*arguments); }; });
@@ -198,7 +195,7 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
     CLI::App& library = *app.add_subcommand("library", "Lists, searches, shows, merges and removes recorded messages.");
     library.require_subcommand(1);
     const auto add = [&](const std::string& name, const std::string& description,
-                         int (*work)(const LibraryArguments&)) -> CLI::App& {
+                         ExitCode (*work)(const LibraryArguments&)) -> CLI::App& {
         return AddPart(library, name, description, arguments, run, work);
     };
     AddDisk(add("list", "Lists the recordings by disk and number.", ListLibrary), *arguments);

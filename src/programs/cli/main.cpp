@@ -21,7 +21,7 @@ int RunFromLibrary(int argc, char** argv) {
         const char* const reason = ::dlerror();
         cli::SayError(std::string(ZELTRANS_COMMAND_LIBRARY " can't be used: ") +
                       (reason != nullptr ? reason : "no entry"));
-        return cli::kNotDone;
+        return static_cast<int>(cli::ExitCode::kNotDone);
     }
     return reinterpret_cast<cli::RunAnyCommandFunction>(entry)(argc, argv);
 }

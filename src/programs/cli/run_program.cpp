@@ -12,14 +12,14 @@ namespace zel::cli {
 
 namespace {
 
-int WrongArguments(const CLI::App& app, const CLI::ParseError& error) {
+ExitCode WrongArguments(const CLI::App& app, const CLI::ParseError& error) {
     if (error.get_name() == "RequiredError" && app.get_subcommands().empty() && app.remaining_size() != 0) {
         std::cerr << "There is no command \"" << app.remaining().front()
                   << "\"\nRun with --help for more information.\n";
-        return kWrongArguments;
+        return ExitCode::kWrongArguments;
     }
     // Help and version are no errors, and CLI11 prints them.
-    return app.exit(error) == 0 ? kDone : kWrongArguments;
+    return app.exit(error) == 0 ? ExitCode::kDone : ExitCode::kWrongArguments;
 }
 
 std::span<const NamedCommand> Needed(std::span<const NamedCommand> commands, int argc, char** argv) {
@@ -28,7 +28,7 @@ std::span<const NamedCommand> Needed(std::span<const NamedCommand> commands, int
     return named != commands.end() ? std::span(&*named, 1) : commands;
 }
 
-int RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
+ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
     CLI::App app("Imports Zelmara! messages and fonts through the ZelTrans module.", "zeltrans");
     app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION);
     app.require_subcommand(1);
@@ -39,8 +39,8 @@ int RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
     } catch (const CLI::ParseError& error) {
         return WrongArguments(app, error);
     }
-    const int exit_code = run();
-    if (std::cout.flush() || exit_code != kDone) return exit_code;
+    const ExitCode exit_code = run();
+    if (std::cout.flush() || exit_code != ExitCode::kDone) return exit_code;
     throw CommandError("standard output: not everything could be written");
 }
 
@@ -49,13 +49,13 @@ int RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
 int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
     try {
         std::ios::sync_with_stdio(false);  // a trace has many lines
-        return RunCommand(argc, argv, commands);
+        return static_cast<int>(RunCommand(argc, argv, commands));
     } catch (const std::bad_alloc&) {
         SayError("out of memory");
     } catch (const std::exception& error) {
         SayError(error.what());
     }
-    return kNotDone;
+    return static_cast<int>(ExitCode::kNotDone);
 }
 
 }  // namespace zel::cli

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-int WriteSample(const std::string& directory) {
+ExitCode WriteSample(const std::string& directory) {
     std::vector<fs::path> written;
     try {
         written = samples::WriteDemonstrationDisk(directory);
@@ -37,7 +37,7 @@ int WriteSample(const std::string& directory) {
                   << ShellWord(first->string()) << " --maps " << ShellWord(disk.string()) << " --png message.png\n";
     }
     std::cout.flush();
-    return kDone;
+    return ExitCode::kDone;
 }
 
 }  // namespace

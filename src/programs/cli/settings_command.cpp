@@ -115,7 +115,7 @@ void Unset(seam::SettingsStore& store, const SettingsArguments& arguments) {
     NamedSetting(arguments.section, arguments.key).Unset(store);
 }
 
-int RunSettings(Action action, const SettingsArguments& arguments) {
+ExitCode RunSettings(Action action, const SettingsArguments& arguments) {
     SettingsScope settings(arguments.directory);
     if (!settings.IsUsable()) throw CommandError(settings.Note());
     if (!settings.Note().empty()) SayNote(settings.Note());
@@ -123,9 +123,9 @@ int RunSettings(Action action, const SettingsArguments& arguments) {
         action(seam::GetSettingsStore(), arguments);
     } catch (const WrongSetting& error) {
         SayError(error.what());
-        return kWrongArguments;
+        return ExitCode::kWrongArguments;
     }
-    return kDone;
+    return ExitCode::kDone;
 }
 
 /// Adds an action on one setting.

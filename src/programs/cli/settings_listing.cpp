@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "inspect/words.h"
+#include "platform/system/types.h"
 #include "programs/cli/known_settings.h"
 
 namespace zel::cli {

@@ -5,7 +5,6 @@
 #include "base/sha256.h"
 #include "host/document/message_document.h"
 #include "host/export/html_text.h"
-#include "host/export/parsed_document.h"
 #include "host/export/recordings.h"
 #include "host/export/text_layer.h"
 #include "host/export/utf8.h"
@@ -85,7 +84,7 @@ TEST_F(ImportedText, LiesWhereItsCharactersLie) {
     ASSERT_TRUE(outcome.message);
     library::Recording recording = Recorded();
     recording.document = document::MessageDocument(*outcome.message, "here");
-    const std::vector<exporter::PlacedRow> rows = exporter::TextLayer(Json::parse(recording.document));
+    const std::vector<exporter::PlacedRow> rows = exporter::TextLayer(document::ReadDocumentText(recording.document));
     ASSERT_EQ(rows.size(), 1U);
     ASSERT_EQ(rows[0].characters.size(), 2U);
     const auto& [first, second] = std::pair(rows[0].characters[0], rows[0].characters[1]);
@@ -96,20 +95,6 @@ TEST_F(ImportedText, LiesWhereItsCharactersLie) {
     const std::string span = "<tspan x=\"" + std::to_string(second.x) + "\" textLength=\"" +
                              std::to_string(second.width) + "\" lengthAdjust=\"spacingAndGlyphs\">B</tspan></text>";
     EXPECT_THAT(Exported("html", recording)["0012.html"], HasSubstr(span));
-}
-
-TEST(TextLayer, LeavesOutWhatIsNoRowOrCharacter) {
-    for (const char* document :
-         {"null", "[]", "{}", R"({"rows":7,"characters":"x"})", R"({"characters":[{"row":0,"text":"a"}]})",
-          R"({"rows":[{}],"characters":[{"row":-1,"text":"a"},{"row":1,"text":"a"},{"row":0,"text":5},3]})",
-          R"({"rows":[{}],"characters":[{"row":1e30,"text":"a"},{"row":"0","text":"a"}]})"}) {
-        EXPECT_TRUE(exporter::TextLayer(Json::parse(document)).empty()) << document;
-    }
-    const auto rows = exporter::TextLayer(Json::parse(
-        R"({"rows":[{"y":1e300,"depth":-5}],"characters":[{"row":0,"text":"a","x":-1e300,"step":1e300}]})"));
-    ASSERT_EQ(rows.size(), 1U);
-    EXPECT_LT(rows[0].top, 10000);
-    EXPECT_GT(rows[0].height, 0);
 }
 
 TEST(JsonFile, HoldsTheDocumentAndTheSources) {
@@ -129,9 +114,9 @@ TEST(JsonFile, HoldsTheDocumentAndTheSources) {
 TEST(JsonFile, IsRefusedForADocumentThatIsNoMessage) {
     for (const std::string& text :
          {std::string("{"), std::string("[]"), std::string("7"), "{\"a\":" + std::string(100000, '[')}) {
-        EXPECT_THROW(exporter::ParsedDocument(text), std::runtime_error) << text.substr(0, 10);
+        EXPECT_THROW(document::ParseDocument(text), std::runtime_error) << text.substr(0, 10);
     }
-    EXPECT_TRUE(exporter::ParsedDocument("").is_null());
+    EXPECT_TRUE(document::ParseDocument("").is_null());
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ inline library::Recording Recorded(int number = 12, const picture::Picture& pict
     library::Recording recording;
     recording.number = number;
     recording.document = R"({"kind":"message"})";
-    recording.lines = picture.height == 576 ? 576 : 486;
+    recording.standard = VideoStandardOf(picture.height).value_or(VideoStandard::kNtsc);
     recording.width = picture.width;
     recording.height = picture.height;
     recording.picture = picture::EncodePng(picture);

@@ -4,6 +4,7 @@
 #include "host/ftp/fetch_fixture.h"
 #include "host/ftp/ftp_fetch_service.h"
 #include "host/reference_host.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/contract/zel_trans_ftp.h"
 #include "module/resources/ftp_dialog.h"
@@ -32,15 +33,16 @@ class FtpDialog : public FtpFetch {
         host.SetFtpService(&service);
         m_desktop.HandleDialog(kFtpDialog, [&](CDialog& dialog) {
             script::DialogDriver driver(dialog);
-            driver.Type(kFtpAddressBox, "127.0.0.1:" + std::to_string(m_options.port));
-            driver.Type(kFtpLocalDirBox, Here().string());
-            driver.Type(kFtpFileEdit, "1-2");
-            driver.Check(kFtpPassiveCheck);
+            driver.Type(FtpControl::kAddressBox, "127.0.0.1:" + std::to_string(m_options.port));
+            driver.Type(FtpControl::kLocalDirBox, Here().string());
+            driver.Type(FtpControl::kFileEdit, "1-2");
+            driver.Check(FtpControl::kPassiveCheck);
             user(driver);
         });
-        m_desktop.HandleDialog(kImportDialog, [](CDialog& dialog) { script::DialogDriver(dialog).Press(kFtpButton); });
+        m_desktop.HandleDialog(kImportDialog,
+                               [](CDialog& dialog) { script::DialogDriver(dialog).Press(ImportControl::kFtpButton); });
         CZelTransExport().ZelTranslation(host.HostWindow());
-        host.EndCall(host::HowCallEnded::kReturned);
+        host.EndCall(host::CallEnd::kReturned);
     }
 
     /// The newest box of the copy.
@@ -61,7 +63,7 @@ class FtpDialog : public FtpFetch {
 
 TEST_F(FtpDialog, ExecuteFetchesAndTellsHowItEnded) {
     Serve({});
-    Run([](script::DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    Run([](script::DialogDriver& user) { user.Press(FtpControl::kExecuteButton); });
     EXPECT_EQ(Box(), "3 fetched, 1 missing\nMACHINE/.0031: the server doesn't have it");
     EXPECT_EQ(Fetched("MESSAGES/.0002"), Served("MESSAGES/.0002"));
     EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
@@ -70,14 +72,14 @@ TEST_F(FtpDialog, ExecuteFetchesAndTellsHowItEnded) {
 TEST_F(FtpDialog, SkipWarningsTellsOnlyThatNothingCouldBeDone) {
     Serve({});
     Run([&](script::DialogDriver& user) {
-        user.Check(kFtpSkipWarningsCheck);
-        user.Press(kFtpExecuteButton);
+        user.Check(FtpControl::kSkipWarningsCheck);
+        user.Press(FtpControl::kExecuteButton);
         EXPECT_EQ(Box(), "none");
-        user.Type(kFtpRemoteDirBox, "/NOWHERE");
-        user.Press(kFtpExecuteButton);
+        user.Type(FtpControl::kRemoteDirBox, "/NOWHERE");
+        user.Press(FtpControl::kExecuteButton);
         EXPECT_THAT(Box(), HasSubstr("/NOWHERE: the server has no such directory"));
-        user.Type(kFtpFileEdit, "../x");
-        user.Press(kFtpExecuteButton);
+        user.Type(FtpControl::kFileEdit, "../x");
+        user.Press(FtpControl::kExecuteButton);
         EXPECT_EQ(Box(), "no message or font can have the name ../x");
     });
 }
@@ -87,7 +89,7 @@ TEST_F(FtpDialog, EscapeStopsIt) {
     Serve({});
     int asked = 0;
     m_desktop.AnswerKeys([&](int key) { return key == VK_ESCAPE && ++asked == 5; });
-    Run([](script::DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    Run([](script::DialogDriver& user) { user.Press(FtpControl::kExecuteButton); });
     EXPECT_THAT(Box(), StartsWith("Stopped: "));
     EXPECT_FALSE(std::filesystem::exists(Here() / "MESSAGES/.0002"));
 }
@@ -103,9 +105,9 @@ TEST_F(FtpDialog, BrowseLeadsToADirectoryAndAFile) {
         return std::optional(choices.at(step++));
     };
     Run([](script::DialogDriver& user) {
-        user.Press(kFtpBrowseRemoteButton);
-        EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/MESSAGES");
-        EXPECT_EQ(user.Text(kFtpFileEdit), ".0003");
+        user.Press(FtpControl::kBrowseRemoteButton);
+        EXPECT_EQ(user.Text(FtpControl::kRemoteDirBox), "/MESSAGES");
+        EXPECT_EQ(user.Text(FtpControl::kFileEdit), ".0003");
     });
     EXPECT_EQ(seen, "/(2) /MACHINE(1) /(2) /MESSAGES(3) ");
     EXPECT_EQ(Box(), "none");

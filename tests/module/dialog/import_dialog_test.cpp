@@ -1,6 +1,7 @@
 // The main dialog as a user sees and works it.
 #include <gmock/gmock.h>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_export.h"
 #include "platform/system/registry.h"
 #include "platform/system/version.h"
@@ -75,15 +76,17 @@ TEST_F(ImportDialog, IsTheTemplateThatTheHostKnows) {
 TEST_F(ImportDialog, BeginsWithTheLastIdAndTheFocusInIt) {
     OpenDialog::M_sNextMessage = ".0041";
     RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
-        EXPECT_EQ(user.Text(kMessageIdEdit), ".0041");
-        EXPECT_EQ(CWnd::GetFocus()->m_hWnd == dialog.GetDlgItem(kMessageDirBox)->m_hWnd, true) << "typed in last";
+        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), ".0041");
+        EXPECT_EQ(CWnd::GetFocus()->m_hWnd == dialog.GetDlgItem(ImportControl::kMessageDirBox)->m_hWnd, true)
+            << "typed in last";
         EXPECT_EQ(dialog.GetDefID(), 1U) << "Enter means the button captioned Cancel";
-        user.Type(kMessageIdEdit, "5");
-        EXPECT_EQ(dialog.GetDefID(), static_cast<UINT>(kReadButton)) << "and Read once the id was changed";
+        user.Type(ImportControl::kMessageIdEdit, "5");
+        EXPECT_EQ(dialog.GetDefID(), static_cast<UINT>(ImportControl::kReadButton))
+            << "and Read once the id was changed";
     });
     CString empty;
     OpenDialog dialog(empty, empty);
-    EXPECT_EQ(CWnd::GetFocus()->m_hWnd, dialog.GetDlgItem(kMessageIdEdit)->m_hWnd);
+    EXPECT_EQ(CWnd::GetFocus()->m_hWnd, dialog.GetDlgItem(ImportControl::kMessageIdEdit)->m_hWnd);
 }
 
 struct PlaceCase {
@@ -117,7 +120,7 @@ TEST_F(ImportDialog, CopyButtonGoesByTheSystemsVersion) {
     for (const Case& row : {Case{4, 10, true}, {5, 0, true}, {5, 1, false}, {6, 1, false}, {6, 0, true}}) {
         system::SetSystemVersion(row.major, row.minor);
         RunDialog([&](script::DialogDriver& user, CZelTransDlg&) {
-            EXPECT_EQ(user.IsEnabled(kCopyFilesButton), row.enabled) << row.major << "." << row.minor;
+            EXPECT_EQ(user.IsEnabled(ImportControl::kCopyFilesButton), row.enabled) << row.major << "." << row.minor;
         });
     }
     system::SetSystemVersion(5, 0);
@@ -125,9 +128,9 @@ TEST_F(ImportDialog, CopyButtonGoesByTheSystemsVersion) {
 
 TEST_F(ImportDialog, SkipWarningsIsStoredAtOnce) {
     RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
-        EXPECT_FALSE(user.IsChecked(kSkipWarningsCheck));
+        EXPECT_FALSE(user.IsChecked(ImportControl::kSkipWarningsCheck));
         for (const int on : {1, 0}) {
-            user.Press(kSkipWarningsCheck);
+            user.Press(ImportControl::kSkipWarningsCheck);
             EXPECT_EQ(CZelFont::m_bIgnoreErrors, on);
             EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), on);
             EXPECT_EQ(dialog.m_bImportSkip, 0) << "not touched";
@@ -137,10 +140,10 @@ TEST_F(ImportDialog, SkipWarningsIsStoredAtOnce) {
 
 TEST_F(ImportDialog, HiddenCheckBoxesTurnTheirMembersOver) {
     RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
-        EXPECT_FALSE(user.Press(kTrueFontCheck)) << "a user can't";
+        EXPECT_FALSE(user.Press(ImportControl::kTrueFontCheck)) << "a user can't";
         for (const int on : {1, 0}) {
-            dialog.SendMessage(WM_COMMAND, kTrueFontCheck);
-            dialog.SendMessage(WM_COMMAND, kBaselineAlignCheck);
+            dialog.SendMessage(WM_COMMAND, ImportControl::kTrueFontCheck);
+            dialog.SendMessage(WM_COMMAND, ImportControl::kBaselineAlignCheck);
             EXPECT_EQ(dialog.m_bTrueFont, on);
             EXPECT_EQ(dialog.m_bBaselineAlign, 1 - on);
         }
@@ -153,14 +156,14 @@ TEST_F(ImportDialog, BrowsingForFontsTakesTheDirectoryAndTheOldId) {
     desktop.QueueFile(std::nullopt);
     desktop.QueueFile("D:\\ELSEWHERE\\.0009");
     RunDialog([](script::DialogDriver& user, CZelTransDlg&) {
-        user.Type(kMessageIdEdit, "typed");
-        user.Press(kBrowseFontButton);
-        EXPECT_EQ(user.Text(kFontDirBox), "D:\\MACHINE") << "a cancelled dialog changes nothing";
-        EXPECT_EQ(user.Text(kMessageIdEdit), "typed");
-        user.Press(kBrowseFontButton);
-        EXPECT_EQ(user.Text(kFontDirBox), "D:\\ELSEWHERE");
-        EXPECT_THAT(user.List(kFontDirBox), ElementsAre("D:\\ELSEWHERE"));
-        EXPECT_EQ(user.Text(kMessageIdEdit), ".0003") << "written over by the member";
+        user.Type(ImportControl::kMessageIdEdit, "typed");
+        user.Press(ImportControl::kBrowseFontButton);
+        EXPECT_EQ(user.Text(ImportControl::kFontDirBox), "D:\\MACHINE") << "a cancelled dialog changes nothing";
+        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), "typed");
+        user.Press(ImportControl::kBrowseFontButton);
+        EXPECT_EQ(user.Text(ImportControl::kFontDirBox), "D:\\ELSEWHERE");
+        EXPECT_THAT(user.List(ImportControl::kFontDirBox), ElementsAre("D:\\ELSEWHERE"));
+        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), ".0003") << "written over by the member";
     });
     EXPECT_EQ(desktop.FileDialogs()[0].title, "Zelmara Font Directory");
     EXPECT_EQ(desktop.FileDialogs()[0].initial_dir, "D:\\MACHINE");
@@ -170,11 +173,11 @@ TEST_F(ImportDialog, BrowsingForFontsTakesTheDirectoryAndTheOldId) {
 TEST_F(ImportDialog, BrowsingForAMessageTakesItsNameToo) {
     desktop.QueueFile("D:\\MESSAGES\\.0009");
     RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
-        user.Type(kMessageDirBox, "D:\\NONE");
-        user.Press(kBrowseMessageButton);
-        EXPECT_EQ(user.Text(kMessageDirBox), "D:\\MESSAGES");
-        EXPECT_EQ(user.Text(kMessageIdEdit), ".0009");
-        EXPECT_EQ(dialog.GetDefID(), static_cast<UINT>(kReadButton));
+        user.Type(ImportControl::kMessageDirBox, "D:\\NONE");
+        user.Press(ImportControl::kBrowseMessageButton);
+        EXPECT_EQ(user.Text(ImportControl::kMessageDirBox), "D:\\MESSAGES");
+        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), ".0009");
+        EXPECT_EQ(dialog.GetDefID(), static_cast<UINT>(ImportControl::kReadButton));
     });
     EXPECT_EQ(desktop.FileDialogs()[0].title, "Zelmara Message Directory");
     EXPECT_EQ(desktop.FileDialogs()[0].initial_dir, "") << "there is no such directory";
@@ -184,10 +187,10 @@ TEST_F(ImportDialog, ImportsOneMessageAfterTheOther) {
     for (const char* name : {".0007", ".0008"}) WriteMessage(MessageOf({samples::EmptyRow(0)}), name);
     desktop.SetYesNoAnswer(IDNO);
     RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
-        user.Type(kMessageIdEdit, "7");
+        user.Type(ImportControl::kMessageIdEdit, "7");
         user.PressEnter();
-        EXPECT_EQ(user.Text(kMessageIdEdit), ".0008");
-        EXPECT_EQ(dialog.GetDlgItem(kMessageIdEdit)->SendMessage(EM_GETSEL), 5 << 16);
+        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), ".0008");
+        EXPECT_EQ(dialog.GetDlgItem(ImportControl::kMessageIdEdit)->SendMessage(EM_GETSEL), 5 << 16);
         user.PressEnter();
     });
     EXPECT_EQ(Order(), "1212 1157 char*1 1181 1180 1213 15 1157 char*1 1181 1180 1213 15");

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/dialog/browse.h"
 #include "module/state/module_state.h"
@@ -84,9 +85,9 @@ TEST_F(LongPaths, MessageOf260IsNotFound) {
     const std::string messages_dir = Directory(260, 'm');
     Put(messages_dir, samples::WriteMessage(message));
     RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
-        user.Type(kMessageDirBox, messages_dir);
-        user.Type(kMessageIdEdit, ".0001");
-        user.Press(kReadButton);
+        user.Type(ImportControl::kMessageDirBox, messages_dir);
+        user.Type(ImportControl::kMessageIdEdit, ".0001");
+        user.Press(ImportControl::kReadButton);
         EXPECT_EQ(dialog.m_iStatus, 3);
     });
     EXPECT_THAT(Boxes(), testing::Contains(HasSubstr("Couldn't open Zelmara! Message File: " + messages_dir)));
@@ -96,12 +97,12 @@ TEST_F(LongPaths, EveryLengthUpToTenTimesTheLimitEndsInWords) {
     for (const std::size_t length : {257U, 258U, 261U, 300U, 519U, 520U, 521U, 2600U}) {
         const std::string directory = "D:\\" + std::string(length, 'x');
         RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
-            dialog::BringToTop(dialog, kFontDirBox, directory.c_str());
-            dialog.SetDlgItemText(kMessageIdEdit, std::string(length, '7').c_str());
-            user.Press(kReadButton);
+            dialog::BringToTop(dialog, ImportControl::kFontDirBox, directory.c_str());
+            dialog.SetDlgItemText(ImportControl::kMessageIdEdit, std::string(length, '7').c_str());
+            user.Press(ImportControl::kReadButton);
             EXPECT_EQ(dialog.m_iStatus, 1);
-            user.Type(kFontDirBox, "D:\\MACHINE");
-            user.Press(kReadButton);
+            user.Type(ImportControl::kFontDirBox, "D:\\MACHINE");
+            user.Press(ImportControl::kReadButton);
             EXPECT_EQ(dialog.m_iStatus, 3);
         });
         FontSet fonts;

@@ -3,7 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include "module/contract/dialog_ids.h"
 #include "platform/system/errors.h"
+#include "platform/system/drives.h"
 #include "platform/system/files.h"
 #include "support/module_fixture.h"
 
@@ -32,15 +34,15 @@ class MessageId : public ModuleTest, public testing::WithParamInterface<IdCase> 
 TEST_P(MessageId, NamesAFile) {
     for (const char* file : GetParam().files) WriteFile("MESSAGES/" + std::string(file), "x");
     RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
-        user.Type(kMessageIdEdit, GetParam().id);
+        user.Type(ImportControl::kMessageIdEdit, GetParam().id);
         dialog.m_iStatus = 0;
         dialog.ReadDirectoryPaths();
         EXPECT_EQ(dialog.m_iStatus, GetParam().found ? 0 : 3);
         EXPECT_EQ(dialog.m_sMessageID, GetParam().found ? GetParam().taken : "");
-        EXPECT_EQ(user.Text(kMessageIdEdit), GetParam().found ? GetParam().taken : GetParam().id);
+        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), GetParam().found ? GetParam().taken : GetParam().id);
         EXPECT_EQ(dialog.m_sFontDir, GetParam().found ? "D:\\MACHINE" : "");
         EXPECT_EQ(dialog.m_sMessageDir, GetParam().found ? "D:\\MESSAGES" : "");
-        const LRESULT selection = dialog.GetDlgItem(kMessageIdEdit)->SendMessage(EM_GETSEL);
+        const LRESULT selection = dialog.GetDlgItem(ImportControl::kMessageIdEdit)->SendMessage(EM_GETSEL);
         if (!GetParam().found) {
             EXPECT_EQ(static_cast<std::size_t>(selection >> 16), std::strlen(GetParam().id)) << "all is selected";
         }
@@ -138,9 +140,9 @@ TEST_F(Paths, DirectoriesAreCheckedWhateverSkipWarningsSays) {
         for (const DirectoryCase& row : kCases) {
             CZelFont::m_bIgnoreErrors = 1;
             NewBoxes();
-            user.Type(kFontDirBox, row.font_dir);
-            user.Type(kMessageDirBox, row.message_dir);
-            user.Type(kMessageIdEdit, "1");
+            user.Type(ImportControl::kFontDirBox, row.font_dir);
+            user.Type(ImportControl::kMessageDirBox, row.message_dir);
+            user.Type(ImportControl::kMessageIdEdit, "1");
             dialog.m_iStatus = 0;
             dialog.ReadDirectoryPaths();
             EXPECT_EQ(dialog.m_iStatus, row.status) << row.name;
@@ -150,7 +152,8 @@ TEST_F(Paths, DirectoriesAreCheckedWhateverSkipWarningsSays) {
                 EXPECT_EQ(desktop.Boxes().back().style, 48U);
             }
         }
-        EXPECT_THAT(user.List(kFontDirBox), ElementsAre("D:\\MACHINE", "D:\\PLAIN")) << "the latest on top, once each";
+        EXPECT_THAT(user.List(ImportControl::kFontDirBox), ElementsAre("D:\\MACHINE", "D:\\PLAIN"))
+            << "the latest on top, once each";
     });
     system::MountDrive('Z', "");
     system::MountDrive('Y', "");

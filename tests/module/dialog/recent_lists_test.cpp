@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "module/contract/dialog_ids.h"
 #include "module/dialog/browse.h"
 #include "platform/system/registry.h"
 #include "support/module_fixture.h"
@@ -31,7 +32,7 @@ class RecentLists : public ModuleTest {
     }
     std::vector<std::string> Shown() {
         std::vector<std::string> shown;
-        RunDialog([&](script::DialogDriver& user, CZelTransDlg&) { shown = user.List(kFontDirBox); });
+        RunDialog([&](script::DialogDriver& user, CZelTransDlg&) { shown = user.List(ImportControl::kFontDirBox); });
         return shown;
     }
 };
@@ -57,8 +58,8 @@ TEST_F(RecentLists, GapClosesAndTheOldTailComesBack) {
 
 TEST_F(RecentLists, TwelveEntriesAreWrittenAndTenReadBack) {
     RunDialog([](script::DialogDriver&, CZelTransDlg& dialog) {
-        for (int n = 0; n < 12; ++n) dialog::BringToTop(dialog, kFontDirBox, std::to_string(n).c_str());
-        dialog::BringToTop(dialog, kFontDirBox, "5");
+        for (int n = 0; n < 12; ++n) dialog::BringToTop(dialog, ImportControl::kFontDirBox, std::to_string(n).c_str());
+        dialog::BringToTop(dialog, ImportControl::kFontDirBox, "5");
     });
     EXPECT_EQ(Stored("FontDir", 0), Ended("5")) << "an entry used again moves up";
     EXPECT_EQ(Stored("FontDir", 11), Ended("0"));
@@ -68,8 +69,8 @@ TEST_F(RecentLists, TwelveEntriesAreWrittenAndTenReadBack) {
 TEST_F(RecentLists, BothWaysOfClosingStoreBothListsAndThePlace) {
     for (const bool escape : {false, true}) {
         RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
-            dialog::BringToTop(dialog, kFontDirBox, escape ? "font 2" : "font 1");
-            dialog::BringToTop(dialog, kMessageDirBox, "messages");
+            dialog::BringToTop(dialog, ImportControl::kFontDirBox, escape ? "font 2" : "font 1");
+            dialog::BringToTop(dialog, ImportControl::kMessageDirBox, "messages");
             dialog.MoveWindow(70, 80, 100, 100);
             if (escape) {
                 user.PressEscape();

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
@@ -137,9 +138,9 @@ TEST_F(EntryPoints, HiddenDialogTakesThePathApart) {
         CString path(row.path), font_dir(row.font_dir);
         OpenDialog dialog(path, font_dir);
         const script::DialogDriver driver(dialog);
-        EXPECT_EQ(driver.Text(kFontDirBox), row.controls[0]) << row.path;
-        EXPECT_EQ(driver.Text(kMessageDirBox), row.controls[1]) << row.path;
-        EXPECT_EQ(driver.Text(kMessageIdEdit), row.controls[2]) << row.path;
+        EXPECT_EQ(driver.Text(ImportControl::kFontDirBox), row.controls[0]) << row.path;
+        EXPECT_EQ(driver.Text(ImportControl::kMessageDirBox), row.controls[1]) << row.path;
+        EXPECT_EQ(driver.Text(ImportControl::kMessageIdEdit), row.controls[2]) << row.path;
     }
 }
 
@@ -172,14 +173,15 @@ TEST_F(EntryPoints, HostMayChooseAtTheDialogsStart) {
     on_message = [](const WindowMessage& heard) {
         if (heard.message != 1212) return;
         auto& dialog = *reinterpret_cast<CZelTransDlg*>(heard.lParam);
-        EXPECT_EQ(script::DialogDriver(dialog).List(kFontDirBox).size(), 0U) << "before the recent lists load";
+        EXPECT_EQ(script::DialogDriver(dialog).List(ImportControl::kFontDirBox).size(), 0U)
+            << "before the recent lists load";
         dialog.m_iLines = 576;
         dialog.m_bTrueFont = 1;
     };
     Store("FontDir", "D:\\STORED");
     RunDialog([](script::DialogDriver& user, CZelTransDlg&) {
-        user.Type(kMessageIdEdit, "1");
-        user.Press(kReadButton);
+        user.Type(ImportControl::kMessageIdEdit, "1");
+        user.Press(ImportControl::kReadButton);
     });
     ASSERT_EQ(chars.size(), 1U);
     EXPECT_EQ(chars[0].info.font_copy, nullptr);

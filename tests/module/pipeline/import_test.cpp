@@ -1,8 +1,8 @@
 // One import: what the host hears, in which order, and how each kind of end leaves things.
 #include <gmock/gmock.h>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_message.h"
-#include "module/tools/zel_rgba.h"
 #include "platform/framework/exceptions.h"
 #include "support/module_fixture.h"
 
@@ -59,7 +59,7 @@ class OneImport : public ModuleTest {
     }
     std::string EditText() {
         CString text;
-        dialog->GetDlgItemText(kMessageIdEdit, text);
+        dialog->GetDlgItemText(ImportControl::kMessageIdEdit, text);
         return text.GetString();
     }
     std::unique_ptr<OpenDialog> dialog;
@@ -79,9 +79,9 @@ void PrintTo(const EndCase& row, std::ostream* out) {
 
 void AnswerRgba(OneImport& test, int radio, bool ok) {
     test.WriteFile("MESSAGES/.0001", samples::WriteRgbaFile(radio == 0 ? 714 : 717, SolidGlyph(1, 1)));
-    test.desktop.HandleDialog(tools::kRgbaDialog, [radio, ok](CDialog& dialog) {
+    test.desktop.HandleDialog(kRgbaDialog, [radio, ok](CDialog& dialog) {
         script::DialogDriver driver(dialog);
-        EXPECT_TRUE(driver.IsChecked(tools::kRgbaObjectRadio));
+        EXPECT_TRUE(driver.IsChecked(RgbaControl::kObjectRadio));
         if (radio != 0) driver.Press(radio);
         driver.Press(ok ? IDOK : IDCANCEL);
     });
@@ -108,9 +108,9 @@ INSTANTIATE_TEST_SUITE_P(
         EndCase{"finished_with_tabs", [](OneImport& t) { t.WriteMessage(WithTabs()); },
                 " 1157 char*5 1181 1158 1180 1213 15", 0, ".0002"},
         EndCase{"rgba_as_object", [](OneImport& t) { AnswerRgba(t, 0, true); }, " 1211 1213 15", 0, ".0002"},
-        EndCase{"rgba_as_background", [](OneImport& t) { AnswerRgba(t, tools::kRgbaBackgroundRadio, true); },
+        EndCase{"rgba_as_background", [](OneImport& t) { AnswerRgba(t, RgbaControl::kBackgroundRadio, true); },
                 " 1211 1213 15", 0, ".0002"},
-        EndCase{"rgba_cancelled", [](OneImport& t) { AnswerRgba(t, tools::kRgbaBackgroundRadio, false); }, " 15", 0,
+        EndCase{"rgba_cancelled", [](OneImport& t) { AnswerRgba(t, RgbaControl::kBackgroundRadio, false); }, " 15", 0,
                 ".0001"},
         EndCase{"no_font_directory", [](OneImport& t) { std::filesystem::remove_all(t.Native("MACHINE")); }, "", 1,
                 "0001"},
@@ -127,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(OneImport, RgbaTellsTheChoice) {
-    for (const auto& [radio, object] : {std::pair(0, 1U), {int{tools::kRgbaBackgroundRadio}, 0U}}) {
+    for (const auto& [radio, object] : {std::pair(0, 1U), {int{RgbaControl::kBackgroundRadio}, 0U}}) {
         messages.clear();
         AnswerRgba(*this, radio, true);
         Run();
@@ -176,7 +176,7 @@ TEST_F(OneImport, EachMessageCarriesWhatItShould) {
     EXPECT_THAT(to_main, ElementsAre(1212, 1213));
     EXPECT_EQ(dialog->m_sMessageID, ".0002");
     EXPECT_EQ(OpenDialog::M_sNextMessage, ".0002");
-    EXPECT_EQ(dialog->GetDefID(), static_cast<UINT>(kReadButton));
+    EXPECT_EQ(dialog->GetDefID(), static_cast<UINT>(ImportControl::kReadButton));
 }
 
 TEST_F(OneImport, MessageWithoutFontsHandsOverEmptySlots) {

@@ -1,10 +1,10 @@
 // The run over a range of messages, as a user starts it and as the host's export does.
 #include <gmock/gmock.h>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/export_window.h"
 #include "module/contract/host_messages.h"
 #include "module/contract/zel_trans_export.h"
-#include "module/tools/zel_trans_batch.h"
 #include "support/module_fixture.h"
 
 namespace zel::test {
@@ -55,16 +55,17 @@ class Batch : public ModuleTest {
     void Run(const std::string& start, const std::string& end, bool skip_warnings = true) {
         settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", skip_warnings ? 1 : 0);
         HandleBatch([=, this](script::DialogDriver& user) {
-            user.Type(tools::kStartIdEdit, start);
-            user.Type(tools::kEndIdEdit, end);
+            user.Type(BatchControl::kStartIdEdit, start);
+            user.Type(BatchControl::kEndIdEdit, end);
             user.Press(IDOK);
-            stayed_open = user.Caption() + "|" + user.Text(tools::kStartIdEdit) + "|" + user.Text(tools::kEndIdEdit);
+            stayed_open = user.Caption() + "|" + user.Text(BatchControl::kStartIdEdit) + "|" +
+                          user.Text(BatchControl::kEndIdEdit);
         });
-        RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(kBatchButton); });
+        RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(ImportControl::kBatchButton); });
     }
 
     void HandleBatch(std::function<void(script::DialogDriver&)> user) {
-        desktop.HandleDialog(tools::kBatchDialog, [this, user = std::move(user)](CDialog& dialog) {
+        desktop.HandleDialog(kBatchDialog, [this, user = std::move(user)](CDialog& dialog) {
             batch = &dialog;
             script::DialogDriver driver(dialog);
             user(driver);
@@ -81,7 +82,7 @@ class Batch : public ModuleTest {
             EXPECT_EQ(sent.target, 'h');
             EXPECT_EQ(sent.wParam, 0U);
             heard.push_back("record " + std::to_string(sent.lParam) + " | " +
-                            script::DialogDriver(*batch).Text(tools::kBatchStatusLabel));
+                            script::DialogDriver(*batch).Text(BatchControl::kStatusLabel));
         }
     }
 
@@ -94,15 +95,15 @@ class Batch : public ModuleTest {
 TEST_F(Batch, OpensWithTheMessageOfTheMainDialogAndTheChoicesHidden) {
     HandleBatch([](script::DialogDriver& user) {
         EXPECT_EQ(user.Caption(), "Import Batch Convert");
-        EXPECT_EQ(user.Text(tools::kStartIdEdit), ".0031");
-        EXPECT_EQ(user.Text(tools::kEndIdEdit), ".0031");
-        EXPECT_FALSE(user.IsVisible(tools::kBatchSkipWarningsCheck));
-        EXPECT_FALSE(user.IsVisible(tools::kSkipNuvoOutCheck));
+        EXPECT_EQ(user.Text(BatchControl::kStartIdEdit), ".0031");
+        EXPECT_EQ(user.Text(BatchControl::kEndIdEdit), ".0031");
+        EXPECT_FALSE(user.IsVisible(BatchControl::kSkipWarningsCheck));
+        EXPECT_FALSE(user.IsVisible(BatchControl::kSkipNuvoOutCheck));
         user.Press(IDCANCEL);
     });
     RunDialog([](script::DialogDriver& user, CZelTransDlg&) {
-        user.Type(kMessageIdEdit, ".0031");
-        user.Press(kBatchButton);
+        user.Type(ImportControl::kMessageIdEdit, ".0031");
+        user.Press(ImportControl::kBatchButton);
     });
     EXPECT_TRUE(ended);
     EXPECT_THAT(heard, IsEmpty());
@@ -191,14 +192,14 @@ TEST_F(Batch, TakesOverSkipWarningsAsTheModuleHasIt) {
     WriteDisk();
     settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", 7);
     HandleBatch([](script::DialogDriver& user) {
-        user.Type(tools::kStartIdEdit, "5");
-        user.Type(tools::kEndIdEdit, "5");
+        user.Type(BatchControl::kStartIdEdit, "5");
+        user.Type(BatchControl::kEndIdEdit, "5");
         user.Press(IDOK);
     });
     RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
-        user.Press(kBatchButton);
+        user.Press(ImportControl::kBatchButton);
         EXPECT_EQ(dialog.m_bImportSkip, 1);
-        EXPECT_TRUE(user.IsChecked(kSkipWarningsCheck));
+        EXPECT_TRUE(user.IsChecked(ImportControl::kSkipWarningsCheck));
     });
     EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
 }
@@ -215,12 +216,12 @@ TEST_F(Batch, GivesTheNuvoOutputBackHoweverTheRunEnds) {
             sent += std::to_string(message.wParam) + ":" + std::to_string(state) + " ";
         };
         HandleBatch([&](script::DialogDriver& user) {
-            static_cast<CWnd*>(batch->GetDlgItem(tools::kSkipNuvoOutCheck))->SendMessage(BM_SETCHECK, 1);
-            user.Type(tools::kStartIdEdit, start);
-            user.Type(tools::kEndIdEdit, "5");
+            static_cast<CWnd*>(batch->GetDlgItem(BatchControl::kSkipNuvoOutCheck))->SendMessage(BM_SETCHECK, 1);
+            user.Type(BatchControl::kStartIdEdit, start);
+            user.Type(BatchControl::kEndIdEdit, "5");
             user.Press(IDOK);
         });
-        RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(kBatchButton); });
+        RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(ImportControl::kBatchButton); });
         EXPECT_EQ(sent, "1:200 2:0 2:200 ") << start;
     }
 }
@@ -231,9 +232,9 @@ class BatchExport : public Batch {
     void Export(const std::string& start, const std::string& end, CWnd* export_window) {
         HandleBatch([=](script::DialogDriver& user) {
             EXPECT_EQ(user.Caption(), "Batch Export");
-            EXPECT_EQ(user.Text(tools::kStartIdEdit) + user.Text(tools::kEndIdEdit), "");
-            user.Type(tools::kStartIdEdit, start);
-            user.Type(tools::kEndIdEdit, end);
+            EXPECT_EQ(user.Text(BatchControl::kStartIdEdit) + user.Text(BatchControl::kEndIdEdit), "");
+            user.Type(BatchControl::kStartIdEdit, start);
+            user.Type(BatchControl::kEndIdEdit, end);
             user.Press(IDOK);
         });
         CString path("C:\\OUT");

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "diskcopy/copy_controls.h"
+#include "module/contract/dialog_ids.h"
 #include "module/tools/open_copy_log.h"
 #include "support/module_fixture.h"
 
@@ -25,18 +26,18 @@ TEST_F(CopyButton, CopiesADiskAndShowsTheLog) {
         EXPECT_TRUE(user.Press(IDOK));
     });
     RunDialog([&](script::DialogDriver& user, CZelTransDlg&) {
-        EXPECT_TRUE(user.Press(kCopyFilesButton));
+        EXPECT_TRUE(user.Press(ImportControl::kCopyFilesButton));
         EXPECT_THAT(desktop.Commands(), ElementsAre("Notepad D:\\a copy\\CopyLog.txt"));
-        user.Type(kMessageDirBox, "D:\\a copy\\MESSAGES");
-        user.Type(kFontDirBox, "D:\\a copy\\MACHINE");
-        user.Type(kMessageIdEdit, "12");
-        user.Press(kReadButton);
+        user.Type(ImportControl::kMessageDirBox, "D:\\a copy\\MESSAGES");
+        user.Type(ImportControl::kFontDirBox, "D:\\a copy\\MACHINE");
+        user.Type(ImportControl::kMessageIdEdit, "12");
+        user.Press(ImportControl::kReadButton);
     });
     EXPECT_EQ(chars.size(), 2u) << "what was copied can be imported";
 }
 
 TEST_F(CopyButton, CanBeLeftWithoutCopying) {
-    RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(kCopyFilesButton); });
+    RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(ImportControl::kCopyFilesButton); });
     EXPECT_EQ(desktop.Modals().at(0).template_id, diskcopy::kCopyDialog);
     EXPECT_THAT(desktop.Commands(), testing::IsEmpty());
 }

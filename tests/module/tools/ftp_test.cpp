@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/host_messages.h"
 #include "module/contract/zel_trans_ftp.h"
 #include "module/resources/ftp_dialog.h"
@@ -42,7 +43,7 @@ class Ftp : public ModuleTest {
             script::DialogDriver driver(dialog);
             user(driver);
         });
-        RunDialog([](script::DialogDriver& main, CZelTransDlg&) { main.Press(kFtpButton); });
+        RunDialog([](script::DialogDriver& main, CZelTransDlg&) { main.Press(ImportControl::kFtpButton); });
     }
 
     void StoreList(const std::string& list, const std::vector<std::string>& entries) {
@@ -84,15 +85,15 @@ class Ftp : public ModuleTest {
     }
 
     static void FillIn(script::DialogDriver& user) {
-        user.Type(kFtpLocalDirBox, "D:\\MESSAGES");
-        user.Type(kFtpRemoteDirBox, "/msgs");
-        user.Type(kFtpFileEdit, ".0012");
-        user.Type(kFtpAddressBox, "10.0.0.1");
-        user.Type(kFtpUsernameEdit, "guest");
-        user.Type(kFtpPasswordEdit, "secret");
-        user.Check(kFtpSavePasswordCheck);
-        user.Check(kFtpOverwriteCheck);
-        user.Check(kFtpPassiveCheck);
+        user.Type(FtpControl::kLocalDirBox, "D:\\MESSAGES");
+        user.Type(FtpControl::kRemoteDirBox, "/msgs");
+        user.Type(FtpControl::kFileEdit, ".0012");
+        user.Type(FtpControl::kAddressBox, "10.0.0.1");
+        user.Type(FtpControl::kUsernameEdit, "guest");
+        user.Type(FtpControl::kPasswordEdit, "secret");
+        user.Check(FtpControl::kSavePasswordCheck);
+        user.Check(FtpControl::kOverwriteCheck);
+        user.Check(FtpControl::kPassiveCheck);
     }
 
     std::vector<std::string> heard;
@@ -107,14 +108,14 @@ const char* const kFilled = "guest@10.0.0.1 'secret' /msgs > D:\\MESSAGES : .001
 TEST_F(Ftp, HandsTheHostWhatTheControlsHold) {
     Run([&](script::DialogDriver& user) {
         EXPECT_EQ(user.Caption(), "Copy Zelmara! Files via FTP");
-        EXPECT_EQ(CWnd::GetFocus()->m_hWnd, shown->GetDlgItem(kFtpFileEdit)->m_hWnd);
-        user.Press(kFtpExecuteButton);
+        EXPECT_EQ(CWnd::GetFocus()->m_hWnd, shown->GetDlgItem(FtpControl::kFileEdit)->m_hWnd);
+        user.Press(FtpControl::kExecuteButton);
         FillIn(user);
         EXPECT_EQ(shown->m_bOverwriteAll, 1) << "at its click";
-        user.Press(kFtpExecuteButton);
+        user.Press(FtpControl::kExecuteButton);
         EXPECT_EQ(shown->m_strPassword.GetLength(), 80) << "in its stored form";
-        user.Press(kFtpExecuteButton);
-        user.Press(kFtpBrowseRemoteButton);
+        user.Press(FtpControl::kExecuteButton);
+        user.Press(FtpControl::kBrowseRemoteButton);
     });
     EXPECT_THAT(heard, ElementsAre("copy @ ''  >  : , save 0 skip 0 over 0 passive 0", std::string("copy ") + kFilled,
                                    std::string("copy ") + kFilled, std::string("browse ") + kFilled));
@@ -128,12 +129,12 @@ TEST_F(Ftp, ShowsAndListsWhatTheHostLeaves) {
         ftp.m_strLocalDir = "not shown";
     };
     Run([](script::DialogDriver& user) {
-        EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/a") << "the newest entry";
-        user.Press(kFtpBrowseRemoteButton);
-        EXPECT_EQ(user.Text(kFtpRemoteDirBox), "/found");
-        EXPECT_EQ(user.Text(kFtpFileEdit), ".0033");
-        EXPECT_EQ(user.Text(kFtpLocalDirBox), "");
-        EXPECT_THAT(user.List(kFtpRemoteDirBox), ElementsAre("/found", "/a"));
+        EXPECT_EQ(user.Text(FtpControl::kRemoteDirBox), "/a") << "the newest entry";
+        user.Press(FtpControl::kBrowseRemoteButton);
+        EXPECT_EQ(user.Text(FtpControl::kRemoteDirBox), "/found");
+        EXPECT_EQ(user.Text(FtpControl::kFileEdit), ".0033");
+        EXPECT_EQ(user.Text(FtpControl::kLocalDirBox), "");
+        EXPECT_THAT(user.List(FtpControl::kRemoteDirBox), ElementsAre("/found", "/a"));
     });
     EXPECT_THAT(StoredList("FTPRemoteDir"), ElementsAre("/found", "/a"));
     EXPECT_EQ(Text("MessageNumber"), ".0033");
@@ -144,13 +145,13 @@ TEST_F(Ftp, ShowsAndListsWhatTheHostLeaves) {
 TEST_F(Ftp, StoresAllAfterARequestAndBeginsWithIt) {
     Run([](script::DialogDriver& user) {
         FillIn(user);
-        user.Press(kFtpBrowseRemoteButton);
+        user.Press(FtpControl::kBrowseRemoteButton);
     });
     EXPECT_EQ(Text("IPAddress") + Text("Username") + Text("MessageNumber"), "10.0.0.1guest.0012");
     EXPECT_EQ(Number("SavePassword") + Number("OverwriteAll") + Number("Passive FTP Transfer"), 3);
     EXPECT_EQ(Text("Password").size(), 80U);
     EXPECT_EQ(Text("Password").find("secret"), std::string::npos);
-    Run([](script::DialogDriver& user) { user.Press(kFtpExecuteButton); });
+    Run([](script::DialogDriver& user) { user.Press(FtpControl::kExecuteButton); });
     EXPECT_EQ(heard.back(), std::string("copy ") + kFilled);
     EXPECT_THAT(StoredList("FTPIpAddr"), ElementsAre("10.0.0.1"));
 }
@@ -186,28 +187,30 @@ TEST_F(Ftp, KeepsAnEarlierPasswordUnlessThereIsANewOneToSave) {
         const std::string before = Scrambled("old");
         settings.SetProfileText(kSection, "Password", before);
         Run([&](script::DialogDriver& user) {
-            EXPECT_EQ(user.Text(kFtpPasswordEdit), "old");
-            user.Type(kFtpPasswordEdit, row.typed);
-            user.Check(kFtpSavePasswordCheck, row.save);
-            user.Press(kFtpExecuteButton);
+            EXPECT_EQ(user.Text(FtpControl::kPasswordEdit), "old");
+            user.Type(FtpControl::kPasswordEdit, row.typed);
+            user.Check(FtpControl::kSavePasswordCheck, row.save);
+            user.Press(FtpControl::kExecuteButton);
         });
         EXPECT_EQ(Number("SavePassword"), row.save ? 1 : 0) << row.name;
         EXPECT_EQ(Text("Password") == before, !row.save || row.typed.empty()) << row.name;
-        Run([&](script::DialogDriver& user) { EXPECT_EQ(user.Text(kFtpPasswordEdit), row.shown_next) << row.name; });
+        Run([&](script::DialogDriver& user) {
+            EXPECT_EQ(user.Text(FtpControl::kPasswordEdit), row.shown_next) << row.name;
+        });
     }
 }
 
 TEST_F(Ftp, SkipWarningsIsStoredAtOnceAndTakenOverByTheMainDialog) {
     desktop.HandleDialog(kFtpDialog, [&](CDialog& dialog) {
-        script::DialogDriver(dialog).Press(kFtpSkipWarningsCheck);
+        script::DialogDriver(dialog).Press(FtpControl::kSkipWarningsCheck);
         EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
     });
     RunDialog([](script::DialogDriver& main, CZelTransDlg& dialog) {
-        main.Press(kFtpButton);
+        main.Press(ImportControl::kFtpButton);
         EXPECT_EQ(dialog.m_bImportSkip, 1);
-        EXPECT_TRUE(main.IsChecked(kSkipWarningsCheck));
+        EXPECT_TRUE(main.IsChecked(ImportControl::kSkipWarningsCheck));
     });
-    Run([](script::DialogDriver& user) { EXPECT_TRUE(user.IsChecked(kFtpSkipWarningsCheck)); });
+    Run([](script::DialogDriver& user) { EXPECT_TRUE(user.IsChecked(FtpControl::kSkipWarningsCheck)); });
 }
 
 // The second section.
@@ -220,17 +223,17 @@ TEST_F(Ftp, TakesTheAccountOfTheOtherSectionOnAFirstRun) {
     settings.SetProfileText(kSection, "Username", "own");
     StoreList("FTPIpAddr", {"older"});
     Run([](script::DialogDriver& user) {
-        EXPECT_EQ(user.Text(kFtpAddressBox), "10.9.9.9");
-        EXPECT_THAT(user.List(kFtpAddressBox), ElementsAre("10.9.9.9", "older"));
-        EXPECT_EQ(user.Text(kFtpUsernameEdit), "other");
-        EXPECT_EQ(user.Text(kFtpPasswordEdit), "never scrambled");
-        EXPECT_TRUE(user.IsChecked(kFtpSavePasswordCheck));
-        user.Press(kFtpExecuteButton);
+        EXPECT_EQ(user.Text(FtpControl::kAddressBox), "10.9.9.9");
+        EXPECT_THAT(user.List(FtpControl::kAddressBox), ElementsAre("10.9.9.9", "older"));
+        EXPECT_EQ(user.Text(FtpControl::kUsernameEdit), "other");
+        EXPECT_EQ(user.Text(FtpControl::kPasswordEdit), "never scrambled");
+        EXPECT_TRUE(user.IsChecked(FtpControl::kSavePasswordCheck));
+        user.Press(FtpControl::kExecuteButton);
     });
     EXPECT_EQ(Text("IPAddress") + Text("Username"), "10.9.9.9other");
     EXPECT_EQ(Text("Password", kFallback), "never scrambled");
     settings.SetProfileText(kFallback, "IPAddress", "changed");
-    Run([](script::DialogDriver& user) { EXPECT_EQ(user.Text(kFtpAddressBox), "10.9.9.9"); });
+    Run([](script::DialogDriver& user) { EXPECT_EQ(user.Text(FtpControl::kAddressBox), "10.9.9.9"); });
 }
 
 TEST_F(Ftp, KeepsItsOwnAccountAndAStoredAddressThatNoListHas) {
@@ -240,8 +243,8 @@ TEST_F(Ftp, KeepsItsOwnAccountAndAStoredAddressThatNoListHas) {
     for (const char* address : {"", "10.0.0.1"}) {
         settings.SetProfileText(kSection, "IPAddress", address);
         Run([&](script::DialogDriver& user) {
-            EXPECT_EQ(user.Text(kFtpAddressBox), address);
-            EXPECT_EQ(user.Text(kFtpUsernameEdit) + user.Text(kFtpPasswordEdit), "own");
+            EXPECT_EQ(user.Text(FtpControl::kAddressBox), address);
+            EXPECT_EQ(user.Text(FtpControl::kUsernameEdit) + user.Text(FtpControl::kPasswordEdit), "own");
         });
     }
 }
@@ -252,10 +255,10 @@ TEST_F(Ftp, AnEntryInOtherCapitalsMovesToTheTopInTheNewOnes) {
     StoreList("FTPIpAddr", {"one", "Two", "three"});
     StoreList("FTPLocalDir", {"D:\\a", "D:\\b"});
     Run([](script::DialogDriver& user) {
-        user.Type(kFtpAddressBox, "TWO");
-        user.Choose(kFtpLocalDirBox, 1);
-        user.Press(kFtpExecuteButton);
-        EXPECT_EQ(user.Text(kFtpAddressBox), "TWO");
+        user.Type(FtpControl::kAddressBox, "TWO");
+        user.Choose(FtpControl::kLocalDirBox, 1);
+        user.Press(FtpControl::kExecuteButton);
+        EXPECT_EQ(user.Text(FtpControl::kAddressBox), "TWO");
     });
     EXPECT_THAT(StoredList("FTPIpAddr"), ElementsAre("TWO", "one", "three"));
     EXPECT_THAT(StoredList("FTPLocalDir"), ElementsAre("D:\\b", "D:\\a"));
@@ -265,13 +268,13 @@ TEST_F(Ftp, AllEntriesAreStoredAndTenReadBack) {
     StoreList("FTPRemoteDir", {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "never read"});
     Run([](script::DialogDriver& user) {
         for (const std::string& typed : {std::string("x"), std::string(300, 'z'), std::string("y")}) {
-            user.Type(kFtpRemoteDirBox, typed);
-            user.Press(kFtpExecuteButton);
+            user.Type(FtpControl::kRemoteDirBox, typed);
+            user.Press(FtpControl::kExecuteButton);
         }
-        EXPECT_EQ(user.List(kFtpRemoteDirBox).size(), 13U);
+        EXPECT_EQ(user.List(FtpControl::kRemoteDirBox).size(), 13U);
     });
     EXPECT_THAT(StoredList("FTPRemoteDir"), ElementsAre("y", "x", "0", "1", "2", "3", "4", "5", "6", "7", "8", "9"));
-    Run([](script::DialogDriver& user) { EXPECT_EQ(user.List(kFtpRemoteDirBox).size(), 10U); });
+    Run([](script::DialogDriver& user) { EXPECT_EQ(user.List(FtpControl::kRemoteDirBox).size(), 10U); });
 }
 
 // The local Browse.
@@ -282,16 +285,16 @@ TEST_F(Ftp, BrowsesForALocalDirectory) {
     desktop.QueueFile("D:\\ELSEWHERE\\.0009");
     desktop.QueueFile(std::nullopt);
     Run([](script::DialogDriver& user) {
-        user.Type(kFtpLocalDirBox, "D:\\MESSAGES");
-        user.Press(kFtpBrowseLocalButton);
-        EXPECT_EQ(user.Text(kFtpLocalDirBox), "D:\\MESSAGES");
-        EXPECT_THAT(user.List(kFtpLocalDirBox), IsEmpty()) << "a cancelled choice changes nothing";
-        user.Press(kFtpBrowseLocalButton);
-        EXPECT_EQ(user.Text(kFtpLocalDirBox), "D:\\ELSEWHERE");
-        EXPECT_THAT(user.List(kFtpLocalDirBox), ElementsAre("D:\\ELSEWHERE"));
-        EXPECT_EQ(user.Text(kFtpFileEdit), "") << "the file name is dropped";
-        user.Type(kFtpLocalDirBox, "D:\\ELSEWHERE\\.0009");
-        user.Press(kFtpBrowseLocalButton);
+        user.Type(FtpControl::kLocalDirBox, "D:\\MESSAGES");
+        user.Press(FtpControl::kBrowseLocalButton);
+        EXPECT_EQ(user.Text(FtpControl::kLocalDirBox), "D:\\MESSAGES");
+        EXPECT_THAT(user.List(FtpControl::kLocalDirBox), IsEmpty()) << "a cancelled choice changes nothing";
+        user.Press(FtpControl::kBrowseLocalButton);
+        EXPECT_EQ(user.Text(FtpControl::kLocalDirBox), "D:\\ELSEWHERE");
+        EXPECT_THAT(user.List(FtpControl::kLocalDirBox), ElementsAre("D:\\ELSEWHERE"));
+        EXPECT_EQ(user.Text(FtpControl::kFileEdit), "") << "the file name is dropped";
+        user.Type(FtpControl::kLocalDirBox, "D:\\ELSEWHERE\\.0009");
+        user.Press(FtpControl::kBrowseLocalButton);
     });
     const auto& asked = desktop.FileDialogs();
     EXPECT_EQ(asked.at(0).title, "Local Directory");
@@ -322,8 +325,8 @@ TEST(FtpTemplate, HasItsWordsAndRoomForEach) {
                                std::min(seen.right, next.right), std::min(seen.bottom, next.bottom));
             const bool framed = control.kind == framework::ControlKind::group_box && common == next;
             EXPECT_TRUE(common.IsRectEmpty() || framed) << control.text << control.id << other->text << other->id;
-            if (control.kind != framework::ControlKind::group_box || other->id < kFtpAddressBox) continue;
-            EXPECT_EQ(framed, (other->id <= kFtpSavePasswordCheck) == (*control.text == '\0')) << other->id;
+            if (control.kind != framework::ControlKind::group_box || other->id < FtpControl::kAddressBox) continue;
+            EXPECT_EQ(framed, (other->id <= FtpControl::kSavePasswordCheck) == (*control.text == '\0')) << other->id;
         }
     }
     EXPECT_EQ(words,

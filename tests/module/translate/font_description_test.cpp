@@ -6,7 +6,7 @@
 #include "module/contract/records/effpar.h"
 #include "module/contract/zel_message.h"
 #include "module/font/format/convert_font_header.h"
-#include "module/translate/edge.h"
+#include "module/contract/records/edge.h"
 #include "module/translate/font_face.h"
 #include "support/module_fixture.h"
 
@@ -126,7 +126,7 @@ TEST(FontHeight, IsWithoutTheEdgeTimes118) {
 
 TEST(Edge, AnglesAndSwitch) {
     constexpr int kAngles[] = {135, 180, 225, 270, 315, 0, 45, 90, 135, 135, 135, 135, 135, 135, 135, 135};
-    for (int direction = 0; direction < 16; ++direction) EXPECT_EQ(translate::EdgeAngle(direction), kAngles[direction]);
+    for (int direction = 0; direction < 16; ++direction) EXPECT_EQ(EdgeAngle(direction), kAngles[direction]);
     for (int type = 0; type < 16; ++type) {
         tag_font_header header{};
         header.edge_bits = static_cast<std::uint8_t>(type | 9 << 4);

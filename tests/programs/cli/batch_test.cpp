@@ -19,7 +19,7 @@ using testing::IsSupersetOf;
 /// Everything of a library but the times.
 std::vector<std::string> Contents(const std::filesystem::path& file) {
     std::vector<std::string> contents;
-    library::Library library(file, library::Library::Access::kRead);
+    library::Library library(file, library::Access::kRead);
     for (const library::LibraryEntry& entry : library.List()) {
         const library::Recording recording = library.Find(entry.key).value();
         std::string text = recording.disk + "|" + std::to_string(recording.number) + "|" + recording.options + "|" +
@@ -37,16 +37,15 @@ TEST(BatchCommand, RecordsWritesAndReports) {
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out,
               ".0012 imported; not found or not readable: font 31; a row ends where it is used\n"
-              ".0013 failed: ./MESSAGES/.0013: the message file is broken; \"zeltrans info\" tells where\n"
+              ".0013 failed: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\n"
               ".0020 imported\n"
               "2 imported, 6 missing, 1 failed\n");
-    EXPECT_EQ(result.err, "zeltrans: ./MESSAGES/.0013: the message file is broken; \"zeltrans info\" tells where\n");
+    EXPECT_EQ(result.err, "zeltrans: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\n");
     const json report = json::parse(disk.Read("r.json"));
     EXPECT_EQ(report["missing"], 6);
     EXPECT_EQ(report["failures"][0]["number"], 13);
     EXPECT_EQ(report["warnings"][0]["number"], 12);
-    const library::Recording recording =
-        library::Library(disk / "lib", library::Library::Access::kRead).Find({"", 12}).value();
+    const library::Recording recording = library::Library(disk / "lib", library::Access::kRead).Find({"", 12}).value();
     EXPECT_THAT(recording.text, HasSubstr("NEWS"));
     EXPECT_EQ(recording.picture, disk.Read("a b/0012.png"));
     EXPECT_EQ(recording.sources.size(), 3U) << "the message, its font, and the font that is missing";
@@ -111,7 +110,7 @@ TEST(BatchCommand, LosesNothingReportedWhenItIsKilled) {
         for (std::string line; std::getline(lines, line);) {
             if (line.find(" imported;") == 5) reported.push_back(std::to_string(std::stoi(line.substr(1))));
         }
-        library::Library library(disk / "lib", library::Library::Access::kRead);
+        library::Library library(disk / "lib", library::Access::kRead);
         for (const library::LibraryEntry& entry : library.List()) held.push_back(std::to_string(entry.key.number));
         EXPECT_THAT(held, IsSupersetOf(reported));
     }

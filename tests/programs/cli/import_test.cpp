@@ -143,9 +143,9 @@ INSTANTIATE_TEST_SUITE_P(
                                 "MESSAGES: a directory, not a message file"},
                     FailureCase{"message_whose_name_goes_on_behind_a_dot",
                                 "cp MESSAGES/.0012 MESSAGES/0012.msg; zeltrans import MESSAGES/0012.msg", 3,
-                                "MESSAGES/0012.msg: the module takes what is behind a name's first dot"},
+                                "MESSAGES/0012.msg: the module uses the text after a name's first dot"},
                     FailureCase{"cut_message", "head -c 1000 MESSAGES/.0012 >cut; zeltrans import cut --fonts MACHINE",
-                                4, "cut: the message file is broken"}),
+                                4, "cut: the message file is damaged"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(ImportCommand, TellsACancelledFontPromptBehindItsBoxes) {
@@ -163,7 +163,7 @@ TEST(ImportCommand, RefusesAPathThatIsTooLongWithOneLine) {
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.ErrorLines(), 1);
     EXPECT_THAT(result.err, StartsWith("zeltrans: " + deep + "/MESSAGES/.0012: the path of the "));
-    EXPECT_THAT(result.err, HasSubstr(" characters, and the module takes 259"));
+    EXPECT_THAT(result.err, HasSubstr(" characters, and the module accepts 259"));
 }
 
 }  // namespace

@@ -22,9 +22,9 @@ class LibraryCommand : public testing::Test {
         library::Recording mark = Numbered(20, "", "Disk B");
         mark.kind = library::RecordingKind::kRgbaObject;
         mark.document.clear();
-        library::Library(m_disk / "a.zellib", library::Library::Access::kWrite).Record(std::vector{news, other, mark});
+        library::Library(m_disk / "a.zellib", library::Access::kWrite).Record(std::vector{news, other, mark});
         other.options = "lines=576";
-        library::Library(m_disk / "b.zellib", library::Library::Access::kWrite)
+        library::Library(m_disk / "b.zellib", library::Access::kWrite)
             .Record(std::vector{other, mark, Numbered(5, "five", "")});
     }
 

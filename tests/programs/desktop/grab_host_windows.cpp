@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <iostream>
 
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "platform/script/dialog_driver.h"
 #include "platform/script/memory_settings_store.h"
@@ -130,7 +131,8 @@ void Grabber::Run() {
     SaveServer();
     QTimer::singleShot(300, [&] {
         QWidget& dialog = *QApplication::activeModalWidget();
-        for (const auto& [box, folder] : {std::pair(kMessageDirBox, "MESSAGES"), std::pair(kFontDirBox, "MACHINE")}) {
+        for (const auto& [box, folder] :
+             {std::pair(ImportControl::kMessageDirBox, "MESSAGES"), std::pair(ImportControl::kFontDirBox, "MACHINE")}) {
             auto& combo = *dialog.findChild<QComboBox*>(QString::number(box));
             combo.setFocus();
             QTest::keyClicks(combo.lineEdit(), m_disk + u'/' + QLatin1String(folder));

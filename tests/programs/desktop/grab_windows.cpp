@@ -7,18 +7,17 @@
 #include <iostream>
 
 #include "diskcopy/copy_dlg.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/contract/zel_trans_ftp.h"
 #include "module/dialog/browse.h"
 #include "module/state/module_state.h"
-#include "module/tools/zel_rgba.h"
-#include "module/tools/zel_trans_batch.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/message_box.h"
 #include "platform/script/memory_settings_store.h"
 #include "programs/desktop/dialogs/dialog_view.h"
-#include "programs/desktop/qt_desktop.h"
+#include "programs/desktop/dialogs/qt_desktop.h"
 
 using namespace zel;
 
@@ -76,15 +75,15 @@ class GrabbingDesktop : public desktop::QtDesktop {
 
 void Fill(CDialog& dialog) {
     if (dialog.GetTemplateId() == kImportDialog) {
-        dialog::BringToTop(dialog, kMessageDirBox,
+        dialog::BringToTop(dialog, ImportControl::kMessageDirBox,
                            "D:\\MESSAGES\\\xC3\x9C"
                            "bersicht");
-        dialog::BringToTop(dialog, kFontDirBox, "D:\\MACHINE");
-        dialog.SetDlgItemText(kMessageIdEdit, ".0012");
-    } else if (dialog.GetTemplateId() == tools::kBatchDialog) {
-        dialog.SetDlgItemText(tools::kStartIdEdit, ".0005");
-        dialog.SetDlgItemText(tools::kEndIdEdit, ".0017");
-        dialog.SetDlgItemText(tools::kBatchStatusLabel, "Recording .0009");
+        dialog::BringToTop(dialog, ImportControl::kFontDirBox, "D:\\MACHINE");
+        dialog.SetDlgItemText(ImportControl::kMessageIdEdit, ".0012");
+    } else if (dialog.GetTemplateId() == kBatchDialog) {
+        dialog.SetDlgItemText(BatchControl::kStartIdEdit, ".0005");
+        dialog.SetDlgItemText(BatchControl::kEndIdEdit, ".0017");
+        dialog.SetDlgItemText(BatchControl::kStatusLabel, "Recording .0009");
     }
 }
 
@@ -111,10 +110,11 @@ int main(int argc, char** argv) {
     CZelTransExport().ZelTranslation(&host);
     CString empty;
     CZelTransDlg main_dialog(empty, empty);
-    for (const int button : {kBatchButton, kFtpButton, kCopyFilesButton, kBrowseFontButton})
+    for (const int button : {ImportControl::kBatchButton, ImportControl::kFtpButton, ImportControl::kCopyFilesButton,
+                             ImportControl::kBrowseFontButton})
         main_dialog.SendMessage(WM_COMMAND, static_cast<WPARAM>(button));
     AfxGetModuleState()->m_hCurrentResourceHandle = g_hZelResource;
-    CDialog(tools::kRgbaDialog).DoModal();
+    CDialog(kRgbaDialog).DoModal();
     const std::string text = "Couldn't Find Zelmara! Font File: D:\\MACHINE\\.0001\n\nDo you want to browse for it?";
     for (const UINT style : {MB_YESNOCANCEL | MB_ICONQUESTION, MB_OK | MB_ICONEXCLAMATION})
         MessageBoxA(nullptr, text.c_str(), "Zelmara! Import Error", style);

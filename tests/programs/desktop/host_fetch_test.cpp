@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 
 #include "host/ftp/test_server.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_ftp.h"
 #include "programs/desktop/host_window_fixture.h"
@@ -99,15 +100,15 @@ void Choose(const QString& name) {
 /// Works the module's dialog of the FTP copy, which is open.
 void CopyOne(QWidget& dialog, const std::string& address, const QString& to) {
     const auto at = [&](int control) -> QWidget& { return *dialog.findChild<QWidget*>(QString::number(control)); };
-    Click(at(kFtpAddressBox));
+    Click(at(FtpControl::kAddressBox));
     TypeText(dialog, QString::fromStdString(address));
-    Click(at(kFtpLocalDirBox));
+    Click(at(FtpControl::kLocalDirBox));
     TypeText(dialog, to);
-    Click(at(kFtpPassiveCheck));
+    Click(at(FtpControl::kPassiveCheck));
     Choose(QStringLiteral("MESSAGES"));
     Choose(QStringLiteral(".0003"));
-    Click(at(kFtpBrowseRemoteButton));
-    EXPECT_EQ(dialog.findChild<QLineEdit*>(QString::number(kFtpFileEdit))->text(), QStringLiteral(".0003"));
+    Click(at(FtpControl::kBrowseRemoteButton));
+    EXPECT_EQ(dialog.findChild<QLineEdit*>(QString::number(FtpControl::kFileEdit))->text(), QStringLiteral(".0003"));
 
     WhenOpen([](QWidget& box) {
         if (box.objectName() != QLatin1String("message_box")) return false;
@@ -115,7 +116,7 @@ void CopyOne(QWidget& dialog, const std::string& address, const QString& to) {
         Key(box, Qt::Key_Return);
         return true;
     });
-    Click(at(kFtpExecuteButton));
+    Click(at(FtpControl::kExecuteButton));
     dialog.close();
 }
 
@@ -129,7 +130,7 @@ TEST_F(HostFetch, AnswersTheModulesDialog) {
             EXPECT_TRUE(QTest::qWaitForWindowActive(&copy));
             CopyOne(copy, "127.0.0.1:" + std::to_string(server->Port()), In("copied"));
         });
-        Click(*dialog.findChild<QWidget*>(QString::number(kFtpButton)));
+        Click(*dialog.findChild<QWidget*>(QString::number(ImportControl::kFtpButton)));
         dialog.close();
     });
     Trigger("import");

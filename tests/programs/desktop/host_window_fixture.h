@@ -83,7 +83,7 @@ class HostWindow : public testing::Test {
         Finish();
     }
     std::vector<library::LibraryEntry> Recorded() {
-        return library::Library(LibraryFile(), library::Library::Access::kRead).List();
+        return library::Library(LibraryFile(), library::Access::kRead).List();
     }
 
     QTemporaryDir home;

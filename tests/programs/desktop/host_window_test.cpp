@@ -18,8 +18,8 @@
 #include <sys/resource.h>
 
 #include "host/run/dialog_script.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
-#include "module/tools/zel_trans_batch.h"
 #include "programs/desktop/host_window_fixture.h"
 
 namespace zel::screen_test {
@@ -60,7 +60,7 @@ TEST_F(HostWindow, TakesFontsFoldersAndFilesThatAreDropped) {
 
 TEST_F(HostWindow, LetsThePictureBeDraggedOutWithItsAlpha) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
-    const std::string recorded = library::Library(LibraryFile(), library::Library::Access::kRead).Picture({"NEWS", 1});
+    const std::string recorded = library::Library(LibraryFile(), library::Access::kRead).Picture({"NEWS", 1});
     QWidget& view = *Picture().viewport();
     QTest::mousePress(&view, Qt::LeftButton, {}, view.rect().center());
     QMouseEvent move(QEvent::MouseMove, view.rect().center() + QPoint(40, 0), view.mapToGlobal(QPoint()), Qt::NoButton,
@@ -85,7 +85,7 @@ TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
     std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0002", other.toStdString() + "/PROMO");
     window->Open({Disk(), other});
     Finish();
-    EXPECT_EQ(library::Library(LibraryFile(), library::Library::Access::kRead).Disks(),
+    EXPECT_EQ(library::Library(LibraryFile(), library::Access::kRead).Disks(),
               (std::vector<std::string>{"NEWS", "NEWS (2)", "NEWS (2) PROMO"}));
     Start();
     Import(other);
@@ -95,10 +95,11 @@ TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
 /// Works the module's batch dialog as soon as it is open.
 void EnterRange(const char* first, const char* last) {
     const QPointer<QWidget> batch = QApplication::activeModalWidget();
-    if (!batch || batch->objectName() != QStringLiteral("dialog_%1").arg(tools::kBatchDialog))
+    if (!batch || batch->objectName() != QStringLiteral("dialog_%1").arg(kBatchDialog))
         return Then([=] { EnterRange(first, last); });
     EXPECT_TRUE(QTest::qWaitForWindowActive(batch));
-    for (const auto& [control, id] : {std::pair(tools::kStartIdEdit, first), std::pair(tools::kEndIdEdit, last)}) {
+    for (const auto& [control, id] :
+         {std::pair(BatchControl::kStartIdEdit, first), std::pair(BatchControl::kEndIdEdit, last)}) {
         Click(*batch->findChild<QWidget*>(QString::number(control)));
         Key(*batch, Qt::Key_A, Qt::ControlModifier);
         TypeText(*batch, QLatin1String(id));
@@ -114,10 +115,10 @@ void ImportOne(QWidget& dialog, const QString& disk, const QString& id) {
         Key(dialog, Qt::Key_A, Qt::ControlModifier);
         TypeText(dialog, text);
     };
-    type(kFontDirBox, disk + QStringLiteral("/MACHINE"));
-    type(kMessageDirBox, disk + QStringLiteral("/MESSAGES"));
-    type(kMessageIdEdit, id);
-    Click(*dialog.findChild<QWidget*>(QString::number(kReadButton)));
+    type(ImportControl::kFontDirBox, disk + QStringLiteral("/MACHINE"));
+    type(ImportControl::kMessageDirBox, disk + QStringLiteral("/MESSAGES"));
+    type(ImportControl::kMessageIdEdit, id);
+    Click(*dialog.findChild<QWidget*>(QString::number(ImportControl::kReadButton)));
 }
 
 TEST_F(HostWindow, RecordsWhatTheModulesDialogImports) {
@@ -128,7 +129,7 @@ TEST_F(HostWindow, RecordsWhatTheModulesDialogImports) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return window->windowTitle() == "NEWS 0003 – ZelTrans"; }, kPatience_ms))
             << "while the dialog is still open";
         Then([] { EnterRange("1", "4"); });
-        Click(*dialog.findChild<QWidget*>(QString::number(kBatchButton)));
+        Click(*dialog.findChild<QWidget*>(QString::number(ImportControl::kBatchButton)));
         dialog.close();
     });
     Trigger("import");
@@ -210,7 +211,7 @@ TEST_F(HostWindow, WorksByKeyboardAlone) {
     Key(*window, Qt::Key_C, Qt::ControlModifier);
     const QMimeData& copied = *QApplication::clipboard()->mimeData();
     EXPECT_EQ(copied.data(QStringLiteral("image/png")).toStdString(),
-              library::Library(LibraryFile(), library::Library::Access::kRead).Picture({"NEWS", 1}));
+              library::Library(LibraryFile(), library::Access::kRead).Picture({"NEWS", 1}));
     const QImage image = qvariant_cast<QImage>(copied.imageData());
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
     EXPECT_EQ(qAlpha(image.pixel(120, 400)), 224);

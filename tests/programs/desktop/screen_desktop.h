@@ -2,8 +2,8 @@
 
 #include <functional>
 
+#include "programs/desktop/dialogs/qt_desktop.h"
 #include "programs/desktop/make_screen_desktop.h"
-#include "programs/desktop/qt_desktop.h"
 
 namespace zel::screen_test {
 

@@ -4,15 +4,22 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "module/contract/records/video_standard.h"
+
 namespace zel {
 
 /// Bits of section_flags; stored values.
-enum SectionFlag : std::uint16_t {
-    kSectionPalette = 0x0001,     ///< A palette follows the rows; clear: the default palette.
-    kSectionBackground = 0x0002,  ///< A background follows.
-    kSectionTabs = 0x0020,        ///< A tab table follows.
-    kSectionFlashFont = 0x0100,   ///< A flash font stands before the message header.
-    kSectionPal = 0x8000,         ///< A PAL message; clear: NTSC.
+enum class SectionFlag : std::uint16_t {
+    /// A palette follows the rows. Clear: the default palette.
+    kPalette = 0x0001,
+    /// A background follows.
+    kBackground = 0x0002,
+    /// A tab table follows.
+    kTabs = 0x0020,
+    /// A flash font precedes the message header.
+    kFlashFont = 0x0100,
+    /// A PAL message. Clear: NTSC.
+    kPal = 0x8000,
 };
 
 }  // namespace zel
@@ -22,11 +29,15 @@ struct tag_msg_flags {
     std::uint16_t section_flags;  //  0  SectionFlag bits
     std::uint16_t unread_2[7];    //  2
 
-    bool Has(zel::SectionFlag flag) const noexcept { return (section_flags & flag) != 0; }
-    /// Lines above the picture in the message's own video standard, by which stored vertical positions are too large.
-    std::uint16_t LineOffset() const noexcept { return Has(zel::kSectionPal) ? 33 : 20; }
-    /// Active lines of the message's own video standard.
-    int Lines() const noexcept { return Has(zel::kSectionPal) ? 576 : 486; }
+    bool Has(zel::SectionFlag flag) const noexcept { return (section_flags & static_cast<std::uint16_t>(flag)) != 0; }
+    /// The message's own video standard, which need not be the host's.
+    zel::VideoStandard Standard() const noexcept {
+        return Has(zel::SectionFlag::kPal) ? zel::VideoStandard::kPal : zel::VideoStandard::kNtsc;
+    }
+    /// Lines above the picture in that standard, by which stored vertical positions are too large.
+    std::uint16_t LineOffset() const noexcept { return static_cast<std::uint16_t>(zel::LineOffset(Standard())); }
+    /// Active lines of that standard.
+    int Lines() const noexcept { return zel::ActiveLines(Standard()); }
 };
 static_assert(sizeof(tag_msg_flags) == 16 && std::is_trivially_copyable_v<tag_msg_flags>);
 

@@ -68,19 +68,19 @@ MessageOutcome MessageReader::Read() {
     if (!ReadFlags()) return MessageOutcome::kShortFlags;
     if (const MessageOutcome type = CheckType(); type != MessageOutcome::kRead) return type;
     const tag_msg_flags& flags = *m_message.flags;
-    if (flags.Has(kSectionFlashFont)) SkipFlashFont();
+    if (flags.Has(SectionFlag::kFlashFont)) SkipFlashFont();
     ReadHeader();
     ReadRows();
-    if (!flags.Has(kSectionPalette)) {
+    if (!flags.Has(SectionFlag::kPalette)) {
         m_message.palette = std::make_unique<tag_palete>();
         FillDefaultPalette(*m_message.palette);
     } else if (!ReadPalette()) {
         return MessageOutcome::kShortPalette;
     }
-    if (flags.Has(kSectionBackground)) {
+    if (flags.Has(SectionFlag::kBackground)) {
         if (const MessageOutcome end = SkipBackground(); end != MessageOutcome::kRead) return end;
     }
-    return flags.Has(kSectionTabs) ? ReadTabTable() : MessageOutcome::kRead;
+    return flags.Has(SectionFlag::kTabs) ? ReadTabTable() : MessageOutcome::kRead;
 }
 
 bool MessageReader::ReadFileHeader() {

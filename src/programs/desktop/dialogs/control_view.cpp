@@ -12,6 +12,7 @@
 #include "programs/desktop/dialogs/dialog_units.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/drawn_controls.h"
+#include "programs/desktop/dialogs/list_views.h"
 #include "programs/desktop/dialogs/screen_text.h"
 
 namespace zel::desktop {

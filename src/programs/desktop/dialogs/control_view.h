@@ -59,8 +59,4 @@ class ControlView {
 std::unique_ptr<ControlView> MakeControlView(DialogView& dialog, const framework::ControlTemplate& source,
                                              CWnd& control);
 
-/// The same for the kinds with a list.
-std::unique_ptr<ControlView> MakeComboView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control);
-std::unique_ptr<ControlView> MakeListView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control);
-
 }  // namespace zel::desktop

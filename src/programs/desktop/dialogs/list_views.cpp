@@ -1,3 +1,5 @@
+#include "programs/desktop/dialogs/list_views.h"
+
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
@@ -6,13 +8,10 @@
 #include <QStyle>
 #include <string>
 
-#include "programs/desktop/dialogs/control_view.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/screen_text.h"
 
 namespace zel::desktop {
-
-/// The controls with a list.
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "host/export/export_subject.h"
+#include "programs/desktop/common/library_wait.h"
 #include "programs/desktop/models/message_details.h"
 #include "programs/desktop/models/thumbnail_loader.h"
-#include "programs/desktop/work/patience.h"
 
 namespace zel::desktop {
 
@@ -41,7 +41,7 @@ QString LibraryModel::CacheKey(const library::RecordingKey& key) {
 }
 
 void LibraryModel::Reload() {
-    if (!m_library) m_library.emplace(m_file, library::Library::Access::kWrite, kPatience);
+    if (!m_library) m_library.emplace(m_file, library::Access::kWrite, kLibraryWait);
     Take(m_library->Search(m_words.toStdString()));
 }
 

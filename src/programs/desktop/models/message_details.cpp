@@ -1,112 +1,65 @@
 #include "programs/desktop/models/message_details.h"
 
 #include <QFile>
-#include <algorithm>
 
-#include <nlohmann/json.hpp>
-
+#include "host/document/document_reader.h"
 #include "platform/system/files.h"
-#include "programs/desktop/words.h"
+#include "programs/desktop/common/text.h"
 
 namespace zel::desktop {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-/// A member of an object, or the value that stands for a missing one or one of another kind.
-template <class Value>
-Value Get(const Json& object, const char* key, Value otherwise) {
-    if (!object.is_object()) return otherwise;
-    const auto found = object.find(key);
-    if (found == object.end()) return otherwise;
-    try {
-        return found->get<Value>();
-    } catch (const Json::exception&) {
-        return otherwise;
-    }
-}
-QString GetText(const Json& object, const char* key) {
-    return Text(Get<std::string>(object, key, {}));
-}
-const Json& Child(const Json& object, const char* key) {
-    static const Json kNone;
-    const auto found = object.is_object() ? object.find(key) : object.end();
-    return object.is_object() && found != object.end() ? *found : kNone;
-}
-
-std::vector<RowDetail> RowsOf(const Json& rows, int width) {
+std::vector<RowDetail> RowsOf(const document::DocumentContents& contents, int width) {
     std::vector<RowDetail> details;
-    for (const Json& row : rows) {
-        const int y = Get(row, "y", 0) + Get(row, "top", 0);
-        details.push_back({Get(row, "row", 0), QRect(0, y, width, Get(row, "depth", 0)), GetText(row, "text")});
+    for (const document::DocumentRow& row : contents.rows) {
+        const int index = static_cast<int>(details.size());
+        details.push_back({index, QRect(0, row.top, width, row.height), Text(row.text)});
     }
     return details;
 }
 
-/// A character in text form has no step: it reaches to the next one of its row.
-void MendSteps(std::vector<CharacterDetail>& characters) {
-    constexpr int kUsualStep = 16;
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        QRect& place = characters[i].place;
-        if (place.width() > 0) continue;
-        const bool followed = i + 1 < characters.size() && characters[i + 1].row == characters[i].row &&
-                              characters[i + 1].place.left() > place.left();
-        place.setWidth(followed ? characters[i + 1].place.left() - place.left() : kUsualStep);
-    }
-}
-
-std::vector<CharacterDetail> CharactersOf(const Json& characters, const std::vector<RowDetail>& rows) {
+std::vector<CharacterDetail> CharactersOf(const document::DocumentContents& contents) {
     std::vector<CharacterDetail> details;
-    for (const Json& json : characters) {
-        CharacterDetail character;
-        character.text = GetText(json, "text");
-        character.code = Get(json, "code", 0);
-        character.row = Get(json, "row", 0);
-        const auto row = std::ranges::find(rows, character.row, &RowDetail::index);
-        const QRect band = row != rows.end() ? row->band : QRect(0, Get(json, "y", 0), 1, 1);
-        character.place = QRect(Get(json, "x", 0), band.top(), Get(json, "step", 0), band.height());
-        const Json& font = Child(json, "font");
-        character.font = GetText(font, "name");
-        character.font_number = Get(font, "number", 0);
-        character.bitmap = GetText(json, "form") != QLatin1String("text");
-        if (!character.bitmap) character.font = GetText(Child(json, "typeface"), "name");
-        character.face = QColor(GetText(json, "face_colour"));
-        details.push_back(std::move(character));
+    for (const document::DocumentCharacter& character : contents.characters) {
+        const document::DocumentRow& row = contents.rows[character.row];
+        CharacterDetail& detail = details.emplace_back();
+        detail.text = Text(character.text);
+        detail.code = character.code;
+        detail.row = static_cast<int>(character.row);
+        detail.place = QRect(character.x, row.top, character.width, row.height);
+        detail.font = Text(character.bitmap ? character.font_name : character.typeface);
+        detail.font_number = character.font_number;
+        detail.bitmap = character.bitmap;
+        detail.face = QColor(Text(character.face_colour));
     }
-    MendSteps(details);
     return details;
 }
 
-std::vector<FontDetail> FontsOf(const Json& fonts) {
+std::vector<FontDetail> FontsOf(const document::DocumentContents& contents) {
     std::vector<FontDetail> details;
-    for (const Json& font : fonts) {
-        details.push_back({Get(font, "slot", 0), Get(font, "number", 0), GetText(font, "name"), Get(font, "height", 0),
-                           system::NativePath(Get<std::string>(font, "file", {}).c_str())});
+    for (const document::DocumentFont& font : contents.fonts) {
+        details.push_back(
+            {font.slot, font.number, Text(font.name), font.height, system::NativePath(font.file.c_str())});
     }
     return details;
 }
 
-std::vector<FieldDetail> FieldsOf(const Json& fields) {
+std::vector<FieldDetail> FieldsOf(const document::DocumentContents& contents) {
     std::vector<FieldDetail> details;
-    for (const Json& field : fields) {
-        const Json& frame = Child(field, "frame");
-        const QPoint from(Get(frame, "left", 0), Get(frame, "top", 0));
-        const QSize size(Get(frame, "right", 0) - from.x(), Get(frame, "bottom", 0) - from.y());
-        QString name = GetText(field, "name");
-        if (name.isEmpty()) name = QString::number(details.size() + 1);
-        details.push_back({name, Get(field, "row", 0), QRect(from, size), QColor(GetText(field, "colour"))});
+    for (const document::DocumentField& field : contents.fields) {
+        const QRect frame(field.left, field.top, field.right - field.left, field.bottom - field.top);
+        const QString name = field.name.empty() ? QString::number(details.size() + 1) : Text(field.name);
+        details.push_back({name, field.row, frame, QColor(Text(field.colour))});
     }
     return details;
 }
 
-std::vector<std::vector<QColor>> PaletteOf(const Json& sets) {
+std::vector<std::vector<QColor>> PaletteOf(const document::DocumentContents& contents) {
     std::vector<std::vector<QColor>> palette;
-    for (const Json& set : sets) {
+    for (const std::vector<std::string>& set : contents.palette) {
         std::vector<QColor>& colours = palette.emplace_back();
-        for (const Json& colour : set) {
-            colours.emplace_back(colour.is_string() ? Text(colour.get<std::string>()) : QString());
-        }
+        for (const std::string& colour : set) colours.emplace_back(Text(colour));
     }
     return palette;
 }
@@ -174,14 +127,14 @@ QString TitleOf(const library::RecordingKey& key) {
 MessageDetails DetailsOf(const library::Recording& recording) {
     MessageDetails details;
     details.title = TitleOf({recording.disk, recording.number});
-    details.lines = recording.lines;
-    details.standard = recording.lines == 576 ? QStringLiteral("PAL, 576 lines") : QStringLiteral("NTSC, 486 lines");
-    const Json document = Json::parse(recording.document, nullptr, false);
-    details.rows = RowsOf(Child(document, "rows"), recording.width);
-    details.characters = CharactersOf(Child(document, "characters"), details.rows);
-    details.fonts = FontsOf(Child(document, "fonts"));
-    details.fields = FieldsOf(Child(document, "tab_fields"));
-    details.palette = PaletteOf(Child(document, "palette"));
+    details.lines = ActiveLines(recording.standard);
+    details.standard = QStringLiteral("%1, %2 lines").arg(QLatin1String(NameOf(recording.standard))).arg(details.lines);
+    const document::DocumentContents contents = document::ReadDocumentText(recording.document);
+    details.rows = RowsOf(contents, recording.width);
+    details.characters = CharactersOf(contents);
+    details.fonts = FontsOf(contents);
+    details.fields = FieldsOf(contents);
+    details.palette = PaletteOf(contents);
     AddFacts(recording, details);
     return details;
 }

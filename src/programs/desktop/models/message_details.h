@@ -63,7 +63,7 @@ struct MessageDetails {
     int CharacterAt(QPoint place) const;
 };
 
-/// A document that isn't as it should be gives what can be had of it.
+/// From a malformed document, returns whatever could be read.
 MessageDetails DetailsOf(const library::Recording& recording);
 
 /// "NEWS 0012", or the number alone of a disk without a name.

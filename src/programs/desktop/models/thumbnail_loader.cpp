@@ -62,7 +62,7 @@ void ThumbnailLoader::Work() {
         }
         QImage image;
         try {
-            if (!library) library.emplace(m_library, library::Library::Access::kRead);
+            if (!library) library.emplace(m_library, library::Access::kRead);
             image = Thumbnail(ImageOfPng(library->Picture(key)), m_size);
         } catch (const library::LibraryError&) {
             library.reset();

@@ -6,8 +6,8 @@
 #include <QStandardPaths>
 
 #include "host/export/exporter.h"
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/windows/pick.h"
-#include "programs/desktop/words.h"
 #include "ui_export_dialog.h"
 
 namespace zel::desktop {

@@ -9,12 +9,12 @@
 
 #include "base/whole_file.h"
 #include "host/library/library.h"
+#include "programs/desktop/common/library_wait.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/picture_view.h"
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/main_window.h"
 #include "programs/desktop/windows/pick.h"
-#include "programs/desktop/work/patience.h"
 
 namespace zel::desktop {
 
@@ -84,7 +84,7 @@ void MainWindow::RemoveSelected() {
                               QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)
         return;
     try {
-        library::Library library(m_places.library, library::Library::Access::kWrite, kPatience);
+        library::Library library(m_places.library, library::Access::kWrite, kLibraryWait);
         for (const library::RecordingKey& key : keys) library.Remove(key);
     } catch (const library::LibraryError& error) {
         Warn(QString::fromUtf8(error.what()), tr("Close the program that holds the library, then try again."));

@@ -15,15 +15,15 @@
 #include <QVBoxLayout>
 
 #include "host/library/library.h"
+#include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
 #include "programs/desktop/widgets/start_page.h"
 #include "programs/desktop/windows/detail_docks.h"
 #include "programs/desktop/windows/library_panel.h"
-#include "programs/desktop/words.h"
 #include "programs/desktop/work/name_lists.h"
-#include "programs/desktop/work/patience.h"
 
 namespace zel::desktop {
 
@@ -189,7 +189,8 @@ void MainWindow::ShowCurrent() {
     QString words;
     m_current.reset();
     try {
-        if (key) m_current = library::Library(m_places.library, library::Library::Access::kRead, kPatience).Find(*key);
+        if (key)
+            m_current = library::Library(m_places.library, library::Access::kRead, kLibraryWait).Find(*key);
         if (m_current && m_current->picture.empty()) words = tr("This recording has no picture.");
     } catch (const library::LibraryError& error) {
         words = QString::fromUtf8(error.what());
@@ -246,7 +247,9 @@ void MainWindow::EndTask(const QString& result) {
 /// @param places  beside which name lists are looked for.
 host::HostOptions MainWindow::ImportOptions(const QStringList& places) const {
     host::HostOptions options;
-    options.lines = m_settings.value(QStringLiteral("import/lines"), options.lines).toInt() == 576 ? 576 : 486;
+    // An unknown value in the settings gives the default.
+    options.standard =
+        VideoStandardOf(m_settings.value(QStringLiteral("import/lines")).toInt()).value_or(VideoStandard::kNtsc);
     options.tt_convert = m_settings.value(QStringLiteral("import/typefaces"), false).toBool();
     options.baseline_align = m_settings.value(QStringLiteral("import/baseline"), true).toBool();
     const auto native = [](const QString& path) { return QFile::encodeName(path).toStdString(); };

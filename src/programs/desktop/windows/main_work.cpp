@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "host/library/library.h"
+#include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/windows/export_dialog.h"
 #include "programs/desktop/windows/fetch_dialog.h"
@@ -15,9 +17,7 @@
 #include "programs/desktop/windows/main_window.h"
 #include "programs/desktop/windows/pick.h"
 #include "programs/desktop/windows/remote_chooser.h"
-#include "programs/desktop/words.h"
 #include "programs/desktop/work/dialog_import.h"
-#include "programs/desktop/work/patience.h"
 
 namespace zel::desktop {
 
@@ -44,7 +44,7 @@ void MainWindow::AddPlace(const QString& path) {
     if (!info.isReadable()) return Warn(tr("%1 can't be read.").arg(path), tr("Ask for the right to read it."));
     if (info.isFile() && KindOf(place) == FileKind::kFont) return ShowFont(path);
     try {
-        library::Library library(m_places.library, library::Library::Access::kWrite, kPatience);
+        library::Library library(m_places.library, library::Access::kWrite, kLibraryWait);
         const MessageSource source = FindMessages(place, library, m_names);
         if (source.messages.empty()) {
             return info.isDir()
@@ -167,7 +167,7 @@ ExportDialog::Offer OfferOf(const LibraryPanel& library, const std::string& file
                             const std::optional<library::Recording>& now, bool asks_range) {
     ExportDialog::Offer offer{library.Selected(),
                               library.Shown(),
-                              library::Library(file, library::Library::Access::kRead, kPatience).Disks(),
+                              library::Library(file, library::Access::kRead, kLibraryWait).Disks(),
                               {},
                               asks_range};
     offer.disk = now ? now->disk : offer.disks.empty() ? std::string() : offer.disks.front();
@@ -179,7 +179,7 @@ std::vector<library::RecordingKey> KeysOf(const ExportDialog& dialog, const std:
     if (!choice.is_range) return choice.keys;
     std::vector<library::RecordingKey> keys;
     for (const library::LibraryEntry& entry :
-         library::Library(file, library::Library::Access::kRead, kPatience).List(dialog.Disk())) {
+         library::Library(file, library::Access::kRead, kLibraryWait).List(dialog.Disk())) {
         if (entry.key.number >= choice.first && entry.key.number <= choice.last) keys.push_back(entry.key);
     }
     return keys;

@@ -1,14 +1,15 @@
 #include "programs/desktop/work/dialog_import.h"
 
+#include <variant>
+
 #include "host/module_call.h"
-#include "module/contract/host_messages.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 #include "platform/system/files.h"
+#include "programs/desktop/common/library_wait.h"
 #include "programs/desktop/work/library_writer.h"
 #include "programs/desktop/work/message_files.h"
 #include "programs/desktop/work/module_desktop.h"
-#include "programs/desktop/work/patience.h"
 
 namespace zel::desktop {
 
@@ -38,11 +39,10 @@ class DialogRecorder : public host::HostObserver {
 };
 
 void DialogRecorder::OnSend(const host::SentMessage& sent) {
-    if (sent.message == kMsgImportDone) {
-        const auto& dialog = *reinterpret_cast<const CZelTransDlg*>(sent.lParam);
-        m_font_directory = system::NativePath(dialog.m_sFontDir.GetString());
+    if (const auto* done = std::get_if<host::ImportDone>(&sent.event)) {
+        m_font_directory = system::NativePath(done->dialog.m_sFontDir.GetString());
     }
-    if (sent.message != kMsgRecord || !m_arrived) return;
+    if (!std::holds_alternative<host::RecordMessage>(sent.event) || !m_arrived) return;
     // Through the module: the batch ends.
     if (!Record()) throw library::LibraryError(m_writer.Finish());
 }
@@ -70,7 +70,7 @@ DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDeskt
                                    const host::HostOptions& options, host::FtpService* service,
                                    const DialogImportTold& told) {
     LibraryWriter writer(library, told.recorded, told.failed);
-    library::Library names(library, library::Library::Access::kRead, kPatience);
+    library::Library names(library, library::Access::kRead, kLibraryWait);
     picture::PictureComposer pictures;
     DialogRecorder recorder(names, writer, desktop, options, pictures);
     host::ReferenceHost host(options);

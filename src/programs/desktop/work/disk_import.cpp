@@ -6,10 +6,10 @@
 
 #include "host/picture/picture.h"
 #include "host/run/import_run.h"
-#include "programs/desktop/words.h"
+#include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/work/library_writer.h"
 #include "programs/desktop/work/own_settings.h"
-#include "programs/desktop/work/patience.h"
 
 namespace zel::desktop {
 
@@ -52,7 +52,7 @@ void DiskImport::Add(const MessageSource& source, const host::HostOptions& optio
     if (!m_writer) {
         const auto kept = [this](const library::RecordingKey&) { Q_EMIT recorded(); };
         m_writer = std::make_unique<LibraryWriter>(m_library_file, kept, [](const std::string&) {});
-        m_library = std::make_unique<library::Library>(m_library_file, library::Library::Access::kRead, kPatience);
+        m_library = std::make_unique<library::Library>(m_library_file, library::Access::kRead, kLibraryWait);
         m_items.clear();
         m_next = 0;
         m_summary = {};

@@ -58,7 +58,7 @@ void ExportTask::Start() {
 ExportResult ExportTask::Work() {
     ExportResult result;
     try {
-        library::Library library(m_library, library::Library::Access::kRead);
+        library::Library library(m_library, library::Access::kRead);
         exporter::ExportJob job = MakeJob(m_order);
         int done = 0;
         for (const library::RecordingKey& key : m_keys) {
@@ -76,7 +76,7 @@ ExportResult ExportTask::Work() {
 ExportResult ExportByDialog(const std::string& library_file, const std::string& disk, const ExportOrder& order) {
     ExportResult result;
     try {
-        library::Library library(library_file, library::Library::Access::kRead);
+        library::Library library(library_file, library::Access::kRead);
         exporter::ExportJob job = MakeJob(order);
         exporter::LibraryShelf shelf(library, disk, job);
         host::HostOptions options;

@@ -3,7 +3,7 @@
 #include <QFile>
 
 #include "host/ftp/remote_url.h"
-#include "programs/desktop/words.h"
+#include "programs/desktop/common/text.h"
 
 namespace zel::desktop {
 

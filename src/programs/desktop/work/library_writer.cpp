@@ -4,7 +4,7 @@
 #include <thread>
 #include <utility>
 
-#include "programs/desktop/work/patience.h"
+#include "programs/desktop/common/library_wait.h"
 
 namespace zel::desktop {
 
@@ -19,7 +19,7 @@ std::size_t Threads() {
 }  // namespace
 
 LibraryWriter::LibraryWriter(const std::string& library, Kept kept, Failed failed)
-    : m_library(library, library::Library::Access::kWrite, kPatience),
+    : m_library(library, library::Access::kWrite, kLibraryWait),
       m_kept(std::move(kept)),
       m_failed(std::move(failed)),
       m_workers(std::make_unique<recorder::OrderedWorkers<library::Recording>>(

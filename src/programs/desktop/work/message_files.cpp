@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <set>
 
-#include "host/run/file_trouble.h"
+#include "host/run/file_error.h"
+#include "module/contract/message_id.h"
 #include "module/contract/records/psos_header.h"
-#include "module/dialog/id_text.h"
 
 namespace zel::desktop {
 
@@ -91,8 +91,8 @@ std::string DiskNames::NameOf(library::Library& library, const std::string& dire
 library::RecordingKey KeyOf(const std::string& disk, const std::string& name) {
     const std::size_t dot = name.rfind('.');
     const std::string_view digits = dot == std::string::npos ? name : std::string_view(name).substr(dot + 1);
-    const bool is_number = !digits.empty() && dialog::CountDigits(digits) == digits.size();
-    if (is_number && dialog::NumberOf(digits) <= dialog::kLargestNumber) return {disk, dialog::NumberOf(digits)};
+    const bool is_number = !digits.empty() && CountDigits(digits) == digits.size();
+    if (is_number && MessageNumberOf(digits) <= kLargestNumber) return {disk, MessageNumberOf(digits)};
     return {OwnDisk(disk, name), 0};
 }
 

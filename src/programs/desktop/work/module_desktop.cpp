@@ -1,6 +1,6 @@
 #include "programs/desktop/work/module_desktop.h"
 
-#include "module/tools/zel_trans_batch.h"
+#include "module/contract/dialog_ids.h"
 #include "platform/framework/cdialog.h"
 
 namespace zel::desktop {
@@ -22,7 +22,7 @@ class OpenDialogs {
 }  // namespace
 
 void ModuleDesktop::RunModal(CDialog& dialog) {
-    const OpenDialogs batch(m_batches, dialog.GetTemplateId() == tools::kBatchDialog ? 1 : 0);
+    const OpenDialogs batch(m_batches, dialog.GetTemplateId() == kBatchDialog ? 1 : 0);
     QtDesktop::RunModal(dialog);
 }
 

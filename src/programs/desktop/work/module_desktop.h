@@ -1,6 +1,6 @@
 #pragma once
 
-#include "programs/desktop/qt_desktop.h"
+#include "programs/desktop/dialogs/qt_desktop.h"
 
 namespace zel::desktop {
 

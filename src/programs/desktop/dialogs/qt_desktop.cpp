@@ -1,4 +1,4 @@
-#include "programs/desktop/qt_desktop.h"
+#include "programs/desktop/dialogs/qt_desktop.h"
 
 #include <QGuiApplication>
 #include <algorithm>

@@ -2,10 +2,10 @@
 
 #include <cstdint>
 
-namespace zel::translate {
+namespace zel {
 
-/// edge_type of a font; stored values. Types above 3 carry no edge.
-enum EdgeType : int { kEdgeNone = 0, kEdgeBorder = 1, kEdgeShadow = 2, kEdgeOffset = 3 };
+/// edge_type of a font; stored values. Types above 3 have no edge.
+enum class EdgeType : int { kNone = 0, kBorder = 1, kShadow = 2, kOffset = 3 };
 
 /// Degrees of a font's 4-bit edge direction.
 constexpr int EdgeAngle(int direction) noexcept {
@@ -17,11 +17,11 @@ static_assert(EdgeAngle(0) == 135 && EdgeAngle(4) == 315 && EdgeAngle(5) == 0 &&
 /// Lines of a font's height that its edge takes up. A border lies on both sides of a glyph; the direction doesn't
 /// count.
 constexpr int EdgeHeight(int edge_type, int /*direction*/, int edge_size) noexcept {
-    switch (edge_type) {
-        case kEdgeBorder:
+    switch (EdgeType{edge_type}) {
+        case EdgeType::kBorder:
             return static_cast<std::uint16_t>(2 * edge_size);
-        case kEdgeShadow:
-        case kEdgeOffset:
+        case EdgeType::kShadow:
+        case EdgeType::kOffset:
             return edge_size;
         default:
             return 0;
@@ -30,7 +30,7 @@ constexpr int EdgeHeight(int edge_type, int /*direction*/, int edge_size) noexce
 
 /// True for the edge types that draw one.
 constexpr bool HasEdge(int edge_type) noexcept {
-    return edge_type >= kEdgeBorder && edge_type <= kEdgeOffset;
+    return EdgeType{edge_type} >= EdgeType::kBorder && EdgeType{edge_type} <= EdgeType::kOffset;
 }
 
-}  // namespace zel::translate
+}  // namespace zel

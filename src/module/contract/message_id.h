@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace zel::dialog {
+namespace zel {
 
 // Message ids as a user types them: digits, with or without a dot in front.
 
@@ -20,7 +20,7 @@ inline std::size_t CountDigits(std::string_view text) noexcept {
 }
 
 /// Value of the text's leading digits, 0 without any; the largest int for one that an int doesn't hold.
-inline int NumberOf(std::string_view text) noexcept {
+inline int MessageNumberOf(std::string_view text) noexcept {
     long long value = 0;
     for (const char c : text.substr(0, CountDigits(text))) {
         value = value * 10 + (c - '0');
@@ -29,4 +29,4 @@ inline int NumberOf(std::string_view text) noexcept {
     return static_cast<int>(value);
 }
 
-}  // namespace zel::dialog
+}  // namespace zel

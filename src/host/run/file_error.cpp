@@ -1,4 +1,4 @@
-#include "host/run/file_trouble.h"
+#include "host/run/file_error.h"
 
 #include <array>
 #include <cerrno>
@@ -12,10 +12,10 @@
 namespace zel::run {
 
 std::string TooLong(std::size_t length) {
-    return "has " + std::to_string(length) + " characters, and the module takes " + std::to_string(MAX_PATH - 1);
+    return "has " + std::to_string(length) + " characters, and the module accepts " + std::to_string(MAX_PATH - 1);
 }
 
-std::string OpenTrouble(const std::string& kind, const std::string& module_path) {
+std::string OpenError(const std::string& kind, const std::string& module_path) {
     if (module_path.size() >= MAX_PATH) return "its absolute path " + TooLong(module_path.size());
     const std::string path = system::NativePath(module_path.c_str());
     std::error_code error;
@@ -36,10 +36,10 @@ std::optional<std::uint32_t> FileType(const std::string& path) {
     return type;
 }
 
-std::string ContentTrouble(const std::string& kind, std::optional<std::uint32_t> file_type) {
+std::string ContentError(const std::string& kind, std::optional<std::uint32_t> file_type) {
     const std::uint32_t wanted = kind == "font" ? kFontFileType : kMessageFileType;
     if (!file_type) return "the " + kind + " file ends within its first header";
-    if (*file_type == wanted) return "the " + kind + " file is broken; \"zeltrans info\" tells where";
+    if (*file_type == wanted) return "the " + kind + " file is damaged; \"zeltrans info\" shows where";
     const std::string other = "not a " + kind + " file";
     if (*file_type == kFontFileType) return other + " but a font file";
     if (*file_type == kMessageFileType) return other + " but a message file";

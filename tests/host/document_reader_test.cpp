@@ -1,0 +1,86 @@
+#include "host/document/document_reader.h"
+
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace zel::test {
+
+namespace {
+
+using document::DocumentContents;
+using document::ReadDocumentText;
+
+TEST(DocumentReader, IsEmptyForOtherTexts) {
+    for (const char* text :
+         {"", "{", "null", "[]", "7", R"({"rows":7,"characters":"x","fonts":{},"tab_fields":null,"palette":1})",
+          R"({"characters":[{"row":0,"text":"a"}]})",
+          R"({"characters":[{"row":-1,"text":"a"},{"row":1e30,"text":"a"},{"row":"0","text":"a"},{"row":0},3]})"}) {
+        const DocumentContents contents = ReadDocumentText(text);
+        EXPECT_TRUE(contents.rows.empty() && contents.characters.empty()) << text;
+        EXPECT_TRUE(contents.fields.empty() && contents.fonts.empty()) << text;
+    }
+}
+
+TEST(DocumentReader, RefusesATextThatIsNoDocument) {
+    for (const std::string& text :
+         {std::string("{"), std::string("[]"), std::string("7"), "{\"a\":" + std::string(100000, '[')}) {
+        EXPECT_THROW(document::ParseDocument(text), std::runtime_error) << text.substr(0, 10);
+    }
+    EXPECT_TRUE(document::ParseDocument("").is_null());
+}
+
+TEST(DocumentReader, SkipsACharacterWithoutARowOrAText) {
+    const DocumentContents contents = ReadDocumentText(
+        R"({"rows":[{}],"characters":[{"row":-1,"text":"a"},{"row":1,"text":"a"},{"row":0,"text":5},3,)"
+        R"({"row":0,"text":"b","form":7,"font":[],"code":"x"}]})");
+    ASSERT_EQ(contents.characters.size(), 1U);
+    EXPECT_EQ(contents.characters[0].text, "b");
+    EXPECT_TRUE(contents.characters[0].bitmap);
+}
+
+TEST(DocumentReader, LimitsPositions) {
+    const DocumentContents contents = ReadDocumentText(
+        R"({"rows":[{"y":1e300,"top":1e300,"depth":-5}],)"
+        R"("characters":[{"row":0,"text":"a","x":-1e300,"step":1e300},{"row":0,"text":"a","x":1e300}],)"
+        R"("tab_fields":[{"name":null,"frame":{"left":-1e300,"right":1e300}}]})");
+    EXPECT_LT(contents.rows.at(0).top, 10000);
+    EXPECT_GT(contents.characters.at(0).width, 0);
+    EXPECT_LT(contents.characters.at(0).width, 10000);
+    EXPECT_GT(contents.fields.at(0).right, 0);
+}
+
+struct WidthCase {
+    const char* name;
+    const char* characters;
+    std::vector<int> widths;
+};
+void PrintTo(const WidthCase& row, std::ostream* out) {
+    *out << row.name;
+}
+class CharacterWidth : public testing::TestWithParam<WidthCase> {};
+TEST_P(CharacterWidth, FollowsTheRule) {
+    const DocumentContents contents = ReadDocumentText(R"({"rows":[{"depth":20},{"depth":0}],"characters":[)" +
+                                                       std::string(GetParam().characters) + "]}");
+    std::vector<int> widths;
+    for (const document::DocumentCharacter& character : contents.characters) widths.push_back(character.width);
+    EXPECT_EQ(widths, GetParam().widths);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Each, CharacterWidth,
+    testing::Values(
+        WidthCase{"to_the_next", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":12,"step":8})", {7, 8}},
+        WidthCase{"a_gap_after_it", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":99})", {20, 10}},
+        WidthCase{"wider_than_high",
+                  R"({"row":0,"text":"a","x":5,"step":60},{"row":0,"text":"b","x":70,"step":60})",
+                  {60, 60}},
+        WidthCase{"the_next_to_its_left", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":1})", {9, 10}},
+        WidthCase{"the_next_in_another_row",
+                  R"({"row":0,"text":"a","x":5},{"row":1,"text":"b","x":9},{"row":0,"text":"c","x":11})",
+                  {6, 2, 10}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace
+
+}  // namespace zel::test
