@@ -163,7 +163,7 @@ class Request : public FetchObserver {
     }
 
     void ShowReport(const FetchReport& report) const {
-        std::string text = (report.cancelled ? "Stopped: " : "") + report.Summary();
+        std::string text = (report.cancelled ? "Cancelled: " : "") + report.Summary();
         std::size_t reasons = 0;
         for (const FileReport& file : report.files) {
             if (file.reason.empty() || reasons++ >= kMaxShownReasons) continue;

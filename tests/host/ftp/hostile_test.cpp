@@ -13,7 +13,7 @@ using testing::HasSubstr;
 TEST_F(FtpFetch, FetchesTheExactBytesDespiteAHundredInterruptions) {
     for (unsigned number = 1; number <= 4; ++number)
         WriteRandom("MESSAGES/.000" + std::to_string(number), 300000, number);
-    Serve({"--interruptions", "100"});
+    Serve({"--cuts", "100"});
     int interruptions = 0;
     for (int run = 0; run < 10 && !std::filesystem::exists(Here() / "MESSAGES/.0004"); ++run) {
         for (const ftp::FileReport& file : Fetch("*").files) interruptions += file.interruptions;
