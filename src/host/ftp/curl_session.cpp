@@ -2,21 +2,20 @@
 #include <csignal>
 #include <ctime>
 #include <memory>
+#include <new>
 #include <string_view>
 #include <utility>
 
 #include <curl/curl.h>
 
-#include "host/ftp/curl_words.h"
+#include "host/ftp/curl_result.h"
 #include "host/ftp/ftp_session.h"
 
 namespace zel::ftp {
 
-// The library's own face: libcurl, with every option set that keeps a hostile server out.
-
 namespace {
 
-// Keeps a connection that the server has closed from ending the program.
+// Blocks SIGPIPE, which a write to a closed connection raises, on this thread.
 class BrokenPipeIgnored {
   public:
     BrokenPipeIgnored() {
@@ -29,9 +28,9 @@ class BrokenPipeIgnored {
         sigset_t pipe;
         sigemptyset(&pipe);
         sigaddset(&pipe, SIGPIPE);
-        const timespec at_once{};
+        const timespec no_wait{};
         if (sigismember(&m_before, SIGPIPE) == 0) {
-            while (sigtimedwait(&pipe, nullptr, &at_once) > 0) {
+            while (sigtimedwait(&pipe, nullptr, &no_wait) > 0) {
             }
         }
         pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
@@ -47,8 +46,8 @@ bool HasControlCharacter(std::string_view text) {
     return std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 127; });
 }
 
-// Nothing that would end the host's part of a URL.
-bool FitsIntoUrl(const std::string& text) {
+// Whether the text contains nothing that would end the host part of a URL.
+bool IsUrlHost(const std::string& text) {
     constexpr std::string_view kAllowed = "-._:[]%";
     return !text.empty() && std::ranges::all_of(text, [&](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
@@ -70,27 +69,31 @@ const char* CommandOf(ListCommand command) {
     return "LIST";
 }
 
-// A path or name for a URL: everything but the plainest characters is escaped.
-std::string Escaped(const std::string& text, bool keep_slashes) {
-    constexpr char kHex[] = "0123456789ABCDEF";
+// One component of a URL's path.
+std::string Escaped(CURL* curl, const std::string& name) {
+    if (name.empty()) return {};
+    const std::unique_ptr<char, decltype(&curl_free)> escaped(
+        curl_easy_escape(curl, name.data(), static_cast<int>(name.size())), curl_free);
+    if (!escaped) throw std::bad_alloc();
+    return escaped.get();
+}
+
+std::string EscapedPath(CURL* curl, const std::string& path) {
     std::string escaped;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-                           c == '-' || c == '~' || (c == '/' && keep_slashes);
-        if (plain) {
-            escaped += c;
-        } else {
-            escaped.append({'%', kHex[byte >> 4], kHex[byte & 15]});
-        }
+    for (std::size_t begin = 0;;) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        escaped += Escaped(curl, path.substr(begin, end - begin));
+        if (end == path.size()) return escaped;
+        escaped += '/';
+        begin = end + 1;
     }
-    return escaped;
 }
 
 struct FreeList {
     void operator()(curl_slist* list) const noexcept { curl_slist_free_all(list); }
 };
 
+// A session of libcurl. The options allow a hostile server no redirection, no other host and no unlimited wait.
 class CurlSession : public FtpSession {
   public:
     CurlSession(ServerOptions&& options, Cancelled&& cancelled)
@@ -112,7 +115,7 @@ class CurlSession : public FtpSession {
         return Perform(&receiver);
     }
 
-    FtpResult Ask(const std::string& directory, const std::string& name, FileFacts& facts) override {
+    FtpResult GetFacts(const std::string& directory, const std::string& name, FileFacts& facts) override {
         if (FtpResult result = Prepare(directory, name); !result.Done()) return result;
         curl_easy_setopt(m_curl, CURLOPT_NOBODY, 1L);
         curl_easy_setopt(m_curl, CURLOPT_FILETIME, 1L);
@@ -130,8 +133,8 @@ class CurlSession : public FtpSession {
     FtpResult Fetch(const std::string& directory, const std::string& name, std::uint64_t offset,
                     const Receiver& receiver) override {
         if (FtpResult result = Prepare(directory, name); !result.Done()) return result;
-        // Else a transfer would end at the size that the server tells, as though that were all. The library then asks
-        // for no later start by itself.
+        // Otherwise libcurl ends a transfer successfully at the size that the server reported. It then does not support
+        // its own resuming, so REST is sent here.
         curl_easy_setopt(m_curl, CURLOPT_IGNORE_CONTENT_LENGTH, 1L);
         if (offset == 0) return Perform(&receiver);
         const std::string restart = "REST " + std::to_string(offset);
@@ -155,25 +158,25 @@ class CurlSession : public FtpSession {
     static std::size_t OnBytes(char* bytes, std::size_t /*one*/, std::size_t count, void* self) {
         auto& session = *static_cast<CurlSession*>(self);
         if (session.m_receiver == nullptr) return count;
-        const bool taken = (*session.m_receiver)({reinterpret_cast<const std::uint8_t*>(bytes), count});
-        if (!taken) session.m_stopped = true;
-        return taken ? count : CURL_WRITEFUNC_ERROR;
+        const bool accepted = (*session.m_receiver)({reinterpret_cast<const std::uint8_t*>(bytes), count});
+        if (!accepted) session.m_stopped = true;
+        return accepted ? count : CURL_WRITEFUNC_ERROR;
     }
     static int OnProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
         const auto& cancelled = static_cast<CurlSession*>(self)->m_cancelled;
         return cancelled && cancelled() ? 1 : 0;
     }
 
-    // Sets everything anew; the connection stays. The name is empty for a directory.
+    // Sets all options; the connection is kept. The name is empty for a directory.
     FtpResult Prepare(const std::string& directory, const std::string& name) {
         if (m_curl == nullptr || m_multi == nullptr) return {FtpError::kOther, "out of memory"};
         for (const std::string_view text : {std::string_view(m_options.host), std::string_view(m_options.user),
                                             std::string_view(directory), std::string_view(name)}) {
-            if (HasControlCharacter(text)) return {FtpError::kBadOption, "a control character can't be sent"};
+            if (HasControlCharacter(text)) return {FtpError::kBadOption, "contains a control character"};
         }
-        if (!FitsIntoUrl(m_options.host)) return {FtpError::kBadOption, "the server's name can't be one"};
+        if (!IsUrlHost(m_options.host)) return {FtpError::kBadOption, "invalid server name"};
         if (HasControlCharacter(m_options.password.Reveal())) {
-            return {FtpError::kBadOption, "the password has a control character, which can't be sent"};
+            return {FtpError::kBadOption, "the password contains a control character"};
         }
         curl_easy_reset(m_curl);
         SetUrl(directory, name);
@@ -193,11 +196,12 @@ class CurlSession : public FtpSession {
         const bool bare_ipv6 = m_options.host.find(':') != std::string::npos && !m_options.host.starts_with('[');
         url += bare_ipv6 ? "[" + m_options.host + "]" : m_options.host;
         if (m_options.port != 0) url += ":" + std::to_string(m_options.port);
-        // Behind the first slash a path begins in the directory of the login; a second one is the path's own.
-        url +=
-            '/' + (directory.starts_with('/') ? "%2F" + Escaped(directory.substr(1), true) : Escaped(directory, true));
+        // The path after the first slash is relative to the login directory; an absolute path begins with another
+        // slash.
+        const bool absolute = directory.starts_with('/');
+        url += absolute ? "/%2F" + EscapedPath(m_curl, directory.substr(1)) : "/" + EscapedPath(m_curl, directory);
         if (url.back() != '/') url += '/';
-        if (!name.empty()) url += Escaped(name, false);
+        url += Escaped(m_curl, name);
         curl_easy_setopt(m_curl, CURLOPT_URL, url.c_str());
         curl_easy_setopt(m_curl, CURLOPT_PATH_AS_IS, 1L);
         curl_easy_setopt(m_curl, CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_SINGLECWD));
@@ -208,15 +212,15 @@ class CurlSession : public FtpSession {
         curl_easy_setopt(m_curl, CURLOPT_PROTOCOLS_STR, "ftp,ftps");
         curl_easy_setopt(m_curl, CURLOPT_REDIR_PROTOCOLS_STR, "ftp,ftps");
         curl_easy_setopt(m_curl, CURLOPT_FOLLOWLOCATION, 0L);
-        curl_easy_setopt(m_curl, CURLOPT_PROXY, "");  // nor one from the environment
+        curl_easy_setopt(m_curl, CURLOPT_PROXY, "");  // not from the environment either
         curl_easy_setopt(m_curl, CURLOPT_NOSIGNAL, 1L);
         curl_easy_setopt(m_curl, CURLOPT_TCP_KEEPALIVE, 1L);
         curl_easy_setopt(m_curl, CURLOPT_CONNECTTIMEOUT, connect);
         curl_easy_setopt(m_curl, CURLOPT_ACCEPTTIMEOUT_MS, connect * 1000);
         curl_easy_setopt(m_curl, CURLOPT_SERVER_RESPONSE_TIMEOUT, stall);
         curl_easy_setopt(m_curl, CURLOPT_LOW_SPEED_TIME, stall);
-        curl_easy_setopt(m_curl, CURLOPT_LOW_SPEED_LIMIT, static_cast<long>(kSlowestBytes));
-        // Data come from the server itself, not from wherever it points to.
+        curl_easy_setopt(m_curl, CURLOPT_LOW_SPEED_LIMIT, static_cast<long>(kMinBytesPerSecond));
+        // Connect to the server itself for data, whatever address it names.
         curl_easy_setopt(m_curl, CURLOPT_FTP_SKIP_PASV_IP, 1L);
         if (!m_options.passive) curl_easy_setopt(m_curl, CURLOPT_FTPPORT, "-");
     }
@@ -254,11 +258,11 @@ class CurlSession : public FtpSession {
         if (curl_easy_getinfo(m_curl, CURLINFO_FTP_ENTRY_PATH, &entry) == CURLE_OK && entry != nullptr) {
             m_login_directory = entry;
         }
-        if (m_stopped) return {FtpError::kStopped, "stopped"};
+        if (m_stopped) return {FtpError::kStopped, "stopped by the receiver"};
         return ResultOf(code, reply);
     }
 
-    // The library's own loop waits for a second when a reply about the data connection comes at once.
+    // The loop of curl_easy_perform waits for a second if the reply to the data connection comes immediately.
     CURLcode Transfer() {
         constexpr int kWaitMilliseconds = 20;
         if (curl_multi_add_handle(m_multi, m_curl) != CURLM_OK) return CURLE_OUT_OF_MEMORY;
@@ -279,7 +283,7 @@ class CurlSession : public FtpSession {
     ServerOptions m_options;
     Cancelled m_cancelled;
     CURL* m_curl;
-    CURLM* m_multi;  // keeps the connection
+    CURLM* m_multi;  // owns the connection
     const Receiver* m_receiver = nullptr;
     bool m_stopped = false;
     std::string m_login_directory;
@@ -287,9 +291,9 @@ class CurlSession : public FtpSession {
 
 }  // namespace
 
-extern "C" [[gnu::visibility("default")]] ftp::FtpSession* ZelTransMakeCurlSession(
-    ftp::ServerOptions&& options, ftp::FtpSession::Cancelled&& cancelled) {
-    return new ftp::CurlSession(std::move(options), std::move(cancelled));
+extern "C" [[gnu::visibility("default")]] FtpSession* ZelTransMakeCurlSession(ServerOptions&& options,
+                                                                              FtpSession::Cancelled&& cancelled) {
+    return new CurlSession(std::move(options), std::move(cancelled));
 }
 
 }  // namespace zel::ftp

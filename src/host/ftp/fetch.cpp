@@ -5,6 +5,7 @@
 #include <set>
 
 #include "host/ftp/fetch_file.h"
+#include "host/ftp/list_directory.h"
 #include "host/ftp/remote_name.h"
 #include "host/ftp/safe_directory.h"
 #include "module/message/format/message_loader.h"
@@ -15,15 +16,15 @@ namespace {
 
 constexpr std::string_view kMessages = "MESSAGES", kMachine = "MACHINE";
 
-// A directory of the server with what it holds, and the local one for it.
-struct Side {
+// A directory of the server with its listing, and the local directory that its files go to.
+struct DirectoryPair {
     std::string remote;
     Listing listing;
-    std::string shown;  // put before names in reports
+    std::string shown;  // prefix of names in reports
     std::optional<SafeDirectory> local;
 };
 
-// The numbers of the fonts that a message names.
+// The numbers of the fonts that a message uses.
 std::set<unsigned> FontsOf(const std::vector<std::uint8_t>& bytes) {
     message::ByteSource source{std::span(bytes)};
     message::LoadedMessage message;
@@ -52,36 +53,37 @@ class Fetcher {
     }
 
   private:
-    bool Fail(std::string words) {
-        m_report.failure = std::move(words);
+    bool Fail(std::string reason) {
+        m_report.failure = std::move(reason);
         return false;
     }
 
-    // A directory of the server, for a person.
+    // A directory of the server, to show.
     std::string Where(const std::string& directory) const {
         if (directory.empty()) return m_request.source;
-        return m_request.source + (directory.starts_with('/') ? "" : "/") + Shown(directory);
+        return m_request.source + (directory.starts_with('/') ? "" : "/") + Printable(directory);
     }
 
     std::optional<Listing> List(const std::string& directory) {
         Listing listing;
-        const FtpResult result =
-            ListDirectory(m_session, directory, m_request.listing_limits, m_request.fruitless_tries, listing);
+        const FtpResult result = ListDirectory(m_session, directory, m_request.listing_limits,
+                                               m_request.max_attempts_without_progress, listing);
         if (result.Done()) return listing;
-        Fail(Where(directory) + ": " + result.words);
+        Fail(Where(directory) + ": " + result.reason);
         return std::nullopt;
     }
 
     void Note(const Listing& listing, const std::string& directory) {
         const std::string where = Where(directory);
-        if (listing.refused != 0) {
-            m_observer.OnNote(where + ": " + std::to_string(listing.refused) +
-                              " names that no message or font can have, such as " + listing.first_refused);
+        if (listing.rejected != 0) {
+            m_observer.OnNote(where + ": " + std::to_string(listing.rejected) +
+                              " names ignored that are not valid for a message or font, such as " +
+                              listing.first_rejected);
         }
-        if (listing.cut) m_observer.OnNote(where + ": the listing is too long; its end is left out");
+        if (listing.truncated) m_observer.OnNote(where + ": the listing is too long; its end was ignored");
     }
 
-    // Finds out how the two sides are laid out.
+    // Determines the layout and lists the messages.
     bool Open() {
         std::optional<Listing> listing = List(m_request.directory);
         if (!listing) return false;
@@ -123,7 +125,7 @@ class Fetcher {
             chosen.push_back({.name = m_request.selection.UsualName(), .kind = EntryKind::kUnknown});
         }
         if (chosen.empty()) {
-            Fail(Where(m_messages.remote) + ": nothing of what was asked for is there");
+            Fail(Where(m_messages.remote) + ": none of the requested files exists");
             return;
         }
         OpenLocal();
@@ -135,18 +137,18 @@ class Fetcher {
         }
     }
 
-    // Some servers show no name that begins with a dot, though they give the file.
+    // Some servers list no names with a leading dot, although they send the files.
     static bool HidesDots(const Listing& listing) {
         return std::ranges::none_of(listing.entries, [](const auto& entry) { return entry.name.starts_with('.'); });
     }
 
-    // True when the file is there now.
-    bool FetchInto(const Side& side, const ListingEntry& entry) {
-        const FilePlace place{side.remote, *side.local, side.shown};
-        return Tell(FetchFile(m_session, m_request, m_observer, place, entry));
+    // Whether the file exists locally afterwards.
+    bool FetchInto(const DirectoryPair& directory, const ListingEntry& entry) {
+        const FilePlace place{directory.remote, *directory.local, directory.shown};
+        return Report(FetchFile(m_session, m_request, m_observer, place, entry));
     }
 
-    bool Tell(FileReport report) {
+    bool Report(FileReport report) {
         m_observer.OnFile(report);
         m_report.files.push_back(std::move(report));
         const FileOutcome outcome = m_report.files.back().outcome;
@@ -159,16 +161,16 @@ class Fetcher {
             FetchFontsFrom(m_messages);
             return;
         }
-        Side machine;
+        DirectoryPair machine;
         machine.remote = m_font_directory;
         machine.shown = std::string(kMachine) + "/";
         Listing listing;
-        const FtpResult result =
-            ListDirectory(m_session, machine.remote, m_request.listing_limits, m_request.fruitless_tries, listing);
+        const FtpResult result = ListDirectory(m_session, machine.remote, m_request.listing_limits,
+                                               m_request.max_attempts_without_progress, listing);
         if (result.error == FtpError::kNoDirectory || result.error == FtpError::kRefused) {
-            m_observer.OnNote(Where(machine.remote) + ": " + result.words + "; no fonts are fetched");
+            m_observer.OnNote(Where(machine.remote) + ": " + result.reason + "; no fonts were fetched");
         } else if (!result.Done()) {
-            Fail(Where(machine.remote) + ": " + result.words);
+            Fail(Where(machine.remote) + ": " + result.reason);
         }
         if (!result.Done()) return;
         machine.listing = std::move(listing);
@@ -184,20 +186,19 @@ class Fetcher {
         return SafeDirectory(beside ? to.parent_path() : to).Below(std::string(kMachine));
     }
 
-    void FetchFontsFrom(const Side& side) {
+    void FetchFontsFrom(const DirectoryPair& directory) {
         for (const unsigned number : m_fonts) {
             if (m_observer.Cancelled()) return;
             const std::string name = UsualNameOf(number);
-            const ListingEntry* entry = side.listing.Find(name);
-            if (entry == nullptr) entry = side.listing.Find("." + std::to_string(number));
+            const ListingEntry* entry = directory.listing.Find(name);
+            if (entry == nullptr) entry = directory.listing.Find("." + std::to_string(number));
             if (entry != nullptr && entry->kind != EntryKind::kDirectory) {
-                if (!IsReported(side.shown + entry->name)) FetchInto(side, *entry);
-            } else if (HidesDots(side.listing)) {
-                FetchInto(side, {.name = name, .kind = EntryKind::kUnknown});
+                if (!IsReported(directory.shown + entry->name)) FetchInto(directory, *entry);
+            } else if (HidesDots(directory.listing)) {
+                FetchInto(directory, {.name = name, .kind = EntryKind::kUnknown});
             } else {
-                Tell({.name = side.shown + name,
-                      .outcome = FileOutcome::kMissing,
-                      .reason = "the server doesn't have it"});
+                Report(
+                    {.name = directory.shown + name, .outcome = FileOutcome::kMissing, .reason = "not on the server"});
             }
         }
     }
@@ -206,16 +207,20 @@ class Fetcher {
         return std::ranges::any_of(m_report.files, [&](const FileReport& file) { return file.name == name; });
     }
 
-    enum class Layout { kDisk, kBeside, kTogether };
+    enum class Layout {
+        kDisk,      // MESSAGES and MACHINE within the directory
+        kBeside,    // the directory is MESSAGES; MACHINE is beside it
+        kTogether,  // messages and fonts in one directory
+    };
 
     FtpSession& m_session;
     const FetchRequest& m_request;
     FetchObserver& m_observer;
     FetchReport m_report;
     Layout m_layout = Layout::kTogether;
-    Side m_messages;
-    std::string m_font_directory;  // the server's
-    std::set<unsigned> m_fonts;    // that the messages name
+    DirectoryPair m_messages;
+    std::string m_font_directory;  // on the server
+    std::set<unsigned> m_fonts;    // used by the messages
 };
 
 }  // namespace
@@ -225,17 +230,17 @@ std::size_t FetchReport::Count(FileOutcome outcome) const {
 }
 
 std::string FetchReport::Summary() const {
-    struct Word {
+    struct Label {
         FileOutcome outcome;
-        const char* words;
+        const char* text;
     };
-    constexpr Word kWords[] = {{FileOutcome::kFetched, "fetched"},         {FileOutcome::kResumed, "resumed"},
-                               {FileOutcome::kOverwritten, "overwritten"}, {FileOutcome::kWasThere, "there already"},
-                               {FileOutcome::kMissing, "missing"},         {FileOutcome::kFailed, "failed"}};
+    constexpr Label kLabels[] = {{FileOutcome::kFetched, "fetched"},         {FileOutcome::kResumed, "resumed"},
+                                 {FileOutcome::kOverwritten, "overwritten"}, {FileOutcome::kSkipped, "skipped"},
+                                 {FileOutcome::kMissing, "missing"},         {FileOutcome::kFailed, "failed"}};
     std::string text;
-    for (const auto& [outcome, words] : kWords) {
+    for (const auto& [outcome, label] : kLabels) {
         const std::size_t count = Count(outcome);
-        if (count != 0) text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + words;
+        if (count != 0) text += (text.empty() ? "" : ", ") + std::to_string(count) + " " + label;
     }
     return text.empty() ? "nothing fetched" : text;
 }

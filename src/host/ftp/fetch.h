@@ -9,77 +9,86 @@
 #include "host/ftp/ftp_session.h"
 #include "host/ftp/selection.h"
 
-/// The fetching of messages with the fonts that they name.
+/// Fetches messages and the fonts that they use.
 ///
-/// Where things lie: a remote directory that holds MESSAGES is a disk, and the local directory gets MESSAGES and
-/// MACHINE. A remote directory that is itself named MESSAGES has its fonts in MACHINE beside it; they go to MACHINE
-/// beside a local directory of that name, else to MACHINE in the local directory. Any other remote directory holds
-/// both, and so does the local one.
+/// Directories: A remote directory that contains MESSAGES is a disk; MESSAGES and MACHINE are created in the local
+/// directory. For a remote directory named MESSAGES, the fonts are in MACHINE beside it; they go to MACHINE beside the
+/// local directory if that is named MESSAGES too, else to MACHINE within it. Any other remote directory contains both
+/// messages and fonts, and so does the local one.
 namespace zel::ftp {
 
-/// Far more than a message or a font takes.
+/// In bytes; far more than a message or a font needs.
 inline constexpr std::uint64_t kLargestRemoteFile = 256U << 20;
 
 struct FetchRequest {
-    std::string source;     ///< names the server in what is kept of a part: host and port.
-    std::string directory;  ///< the server's.
+    /// Host and port; identifies the server in the key of a part.
+    std::string source;
+    /// On the server.
+    std::string directory;
     Selection selection;
     std::filesystem::path to;
     bool overwrite = false;
     bool fonts = true;
+    /// In bytes.
     std::uint64_t file_limit = kLargestRemoteFile;
     ListingLimits listing_limits;
-    int fruitless_tries = 3;                ///< in a row, each bringing no new byte, after which a file is given up.
-    int most_tries = 200;                   ///< of one file in all.
-    std::chrono::milliseconds pause{1000};  ///< before a try that follows a fruitless one.
+    /// Consecutive attempts without a new byte after which a file has failed.
+    int max_attempts_without_progress = 3;
+    /// Attempts per file.
+    int max_attempts = 200;
+    /// Before an attempt that follows one without progress.
+    std::chrono::milliseconds pause{1000};
 };
 
 enum class FileOutcome {
     kFetched,
-    kResumed,      ///< fetched, going on from an earlier run's part.
-    kOverwritten,  ///< fetched, in place of what was there.
-    kWasThere,     ///< left as it was.
-    kMissing,      ///< a font that a message names and the server doesn't have.
+    /// Fetched; the beginning came from the part of an earlier run.
+    kResumed,
+    /// Fetched; replaced an existing file.
+    kOverwritten,
+    /// The file existed and was not overwritten.
+    kSkipped,
+    /// A font that a message uses and the server does not have.
+    kMissing,
     kFailed,
 };
 
 struct FileReport {
-    std::string name;  ///< with its directory, if that isn't the request's own.
+    /// With its directory if that is not the request's own.
+    std::string name;
     FileOutcome outcome = FileOutcome::kFailed;
     std::uint64_t bytes = 0;
-    std::string reason{};  ///< of kFailed and kMissing.
-    int cuts = 0;          ///< how often the connection broke off on the way.
+    /// For kFailed and kMissing.
+    std::string reason{};
+    /// How often the connection was lost.
+    int interruptions = 0;
 };
 
-/// Hears of the work; the calls come from inside RunFetch.
+/// Observes a fetch. RunFetch calls it on its own thread.
 class FetchObserver {
   public:
     virtual ~FetchObserver() = default;
-    /// @param size  of the whole file; 0 when the server doesn't tell.
+    /// @param size  of the whole file; 0 if unknown.
     virtual void OnProgress(const std::string& /*name*/, std::uint64_t /*bytes*/, std::uint64_t /*size*/) {}
     virtual void OnFile(const FileReport& /*file*/) {}
     virtual void OnNote(const std::string& /*text*/) {}
-    /// True ends the work; parts stay, for the next run to go on with.
+    /// Returning true ends the fetch; parts remain for the next run to resume.
     virtual bool Cancelled() { return false; }
 };
 
 struct FetchReport {
     std::vector<FileReport> files;
-    std::string failure;  ///< why nothing more could be done; empty when the work came to its end.
+    /// Why the fetch ended early; empty if it did not.
+    std::string failure;
     bool cancelled = false;
 
     std::size_t Count(FileOutcome outcome) const;
-    /// Everything that was asked for is there.
+    /// Every requested file is there.
     bool Done() const { return failure.empty() && !cancelled && Count(FileOutcome::kFailed) == 0; }
-    /// "3 fetched, 1 was there"
+    /// Such as "3 fetched, 1 skipped".
     std::string Summary() const;
 };
 
 FetchReport RunFetch(FtpSession& session, const FetchRequest& request, FetchObserver& observer);
-
-/// A directory's listing, by the first command that shows something.
-/// @param listing  untouched when it fails.
-FtpResult ListDirectory(FtpSession& session, const std::string& directory, const ListingLimits& limits,
-                        int fruitless_tries, Listing& listing);
 
 }  // namespace zel::ftp

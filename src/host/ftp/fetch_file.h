@@ -5,16 +5,18 @@
 
 namespace zel::ftp {
 
-/// Where one file is fetched from and to.
+/// Where one file comes from and goes to.
 struct FilePlace {
-    const std::string& directory;  ///< the server's.
+    /// On the server.
+    const std::string& directory;
     const SafeDirectory& local;
-    std::string shown;  ///< put before names in reports.
+    /// Prefix of the name in reports.
+    std::string shown;
 };
 
-/// Fetches one file: goes on with a part of the very same remote file, tries again when the connection is cut, and
-/// begins anew when what comes doesn't continue what is there.
-/// @param entry  of the server's listing; a name alone when it isn't in one.
+/// Fetches one file. Resumes the part of the same remote file, retries when the connection is lost, and starts over
+/// when the received data does not continue the part.
+/// @param entry  from the server's listing; only a name if the listing does not contain the file.
 FileReport FetchFile(FtpSession& session, const FetchRequest& request, FetchObserver& observer, const FilePlace& place,
                      const ListingEntry& entry);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "host/ftp/list_directory.h"
 #include "host/ftp/remote_name.h"
 #include "host/ftp/remote_url.h"
 #include "module/contract/zel_trans_ftp.h"
@@ -14,8 +15,8 @@ namespace zel::ftp {
 namespace {
 
 constexpr char kCaption[] = "Copy Zelmara! Files via FTP";
-constexpr std::size_t kMostNames = 30;    // in a box
-constexpr std::size_t kMostReasons = 10;  // likewise
+constexpr std::size_t kMaxShownNames = 30;    // in a box
+constexpr std::size_t kMaxShownReasons = 10;  // in a box
 
 class WaitCursor {
   public:
@@ -32,7 +33,7 @@ std::string Trimmed(const CString& box) {
     return text;
 }
 
-// The server's directory, with slashes whichever a user wrote.
+// The server's directory; a user may also type backslashes.
 std::string RemoteDirectory(const CString& box) {
     std::string directory = Trimmed(box);
     if (directory.find('/') == std::string::npos) std::ranges::replace(directory, '\\', '/');
@@ -44,7 +45,7 @@ std::string RemoteDirectory(const CString& box) {
 class Request : public FetchObserver {
   public:
     Request(CZelTransFTP& dialog, const FetchServiceOptions& options) : m_dialog(dialog), m_options(options) {
-        seam::GetDesktop().IsKeyDown(VK_ESCAPE);  // forgets a press from before
+        seam::GetDesktop().IsKeyDown(VK_ESCAPE);  // discards an earlier key press
     }
 
     void Transfer() {
@@ -52,7 +53,7 @@ class Request : public FetchObserver {
         const std::optional<Selection> selection = Selection::Parse(Trimmed(m_dialog.m_strFile), why);
         if (!selection) return Fail(why);
         const std::string to = Trimmed(m_dialog.m_strLocalDir);
-        if (to.empty()) return Fail("no local directory is named");
+        if (to.empty()) return Fail("no local directory is given");
         if (!Connect()) return;
         const FetchRequest request{.source = Trimmed(m_dialog.m_strIpAddress),
                                    .directory = RemoteDirectory(m_dialog.m_strRemoteDir),
@@ -66,7 +67,7 @@ class Request : public FetchObserver {
             return RunFetch(*m_session, request, *this);
         }();
         if (!report.failure.empty() && !report.cancelled) return Fail(report.failure);
-        if (m_dialog.m_bSkipWarnings == 0) Tell(report);
+        if (m_dialog.m_bSkipWarnings == 0) ShowReport(report);
     }
 
     void Browse() {
@@ -74,7 +75,7 @@ class Request : public FetchObserver {
         std::string directory = RemoteDirectory(m_dialog.m_strRemoteDir);
         while (const std::optional<RemoteChoice> choice = Choose(directory)) {
             if (choice->kind == RemoteChoice::Kind::kOpen) {
-                directory = choice->name == ".." ? Above(directory) : Below(directory, choice->name);
+                directory = choice->name == ".." ? Parent(directory) : Below(directory, choice->name);
                 continue;
             }
             m_dialog.m_strRemoteDir = directory.c_str();
@@ -103,7 +104,7 @@ class Request : public FetchObserver {
     bool Connect() {
         ServerOptions server;
         if (!ParseHostAndPort(Trimmed(m_dialog.m_strIpAddress), server.host, server.port)) {
-            Fail("the address of the server is none");
+            Fail("invalid address of the server");
             return false;
         }
         server.user = Trimmed(m_dialog.m_strUsername);
@@ -120,58 +121,59 @@ class Request : public FetchObserver {
         return m_session != nullptr;
     }
 
-    // Lists the directory and asks; the directory takes its full name as soon as the server has told that of the login.
+    // Lists the directory and lets the user choose. A relative directory becomes absolute once the login directory is
+    // known.
     std::optional<RemoteChoice> Choose(std::string& directory) {
         RemoteView view;
-        constexpr int kTries = 3;
+        constexpr int kMaxAttempts = 3;
         const FtpResult result = [&] {
             const WaitCursor wait;
-            return ListDirectory(*m_session, directory, {}, kTries, view.listing);
+            return ListDirectory(*m_session, directory, {}, kMaxAttempts, view.listing);
         }();
         if (!result.Done()) {
             if (result.error != FtpError::kCancelled) {
-                Fail((directory.empty() ? "" : Shown(directory) + ": ") + result.words);
+                Fail((directory.empty() ? "" : Printable(directory) + ": ") + result.reason);
             }
             return std::nullopt;
         }
         const std::string login = m_session->LoginDirectory();
-        if (!directory.starts_with('/') && login.starts_with('/') && Shown(login) == login) {
+        if (!directory.starts_with('/') && login.starts_with('/') && Printable(login) == login) {
             directory = directory.empty() ? login : Below(login, directory);
         }
         view.directory = directory;
         if (m_options.chooser) return m_options.chooser(view);
-        Show(view);
+        ShowNames(view);
         return std::nullopt;
     }
 
-    static std::string Above(const std::string& directory) {
-        std::string above = Sibling(directory, "");
-        while (above.size() > 1 && above.back() == '/') above.pop_back();
-        return above;
+    static std::string Parent(const std::string& directory) {
+        std::string parent = Sibling(directory, "");
+        while (parent.size() > 1 && parent.back() == '/') parent.pop_back();
+        return parent;
     }
 
-    void Show(const RemoteView& view) const {
+    void ShowNames(const RemoteView& view) const {
         std::string text = view.directory + ": " + std::to_string(view.listing.entries.size()) + " entries\n";
-        for (std::size_t at = 0; at < std::min(kMostNames, view.listing.entries.size()); ++at) {
+        for (std::size_t at = 0; at < std::min(kMaxShownNames, view.listing.entries.size()); ++at) {
             const ListingEntry& entry = view.listing.entries[at];
             text += "\n" + entry.name + (entry.kind == EntryKind::kDirectory ? "/" : "");
         }
-        if (view.listing.entries.size() > kMostNames) text += "\n...";
+        if (view.listing.entries.size() > kMaxShownNames) text += "\n...";
         ShowBox(text, MB_ICONASTERISK);
     }
 
-    void Tell(const FetchReport& report) const {
-        std::string text = (report.cancelled ? "Stopped: " : "") + report.Summary();
+    void ShowReport(const FetchReport& report) const {
+        std::string text = (report.cancelled ? "Cancelled: " : "") + report.Summary();
         std::size_t reasons = 0;
         for (const FileReport& file : report.files) {
-            if (file.reason.empty() || reasons++ >= kMostReasons) continue;
+            if (file.reason.empty() || reasons++ >= kMaxShownReasons) continue;
             text += "\n" + file.name + ": " + file.reason;
         }
-        if (reasons > kMostReasons) text += "\n" + std::to_string(reasons - kMostReasons) + " more";
+        if (reasons > kMaxShownReasons) text += "\n" + std::to_string(reasons - kMaxShownReasons) + " more";
         ShowBox(text + m_notes, report.Done() ? MB_ICONASTERISK : MB_ICONEXCLAMATION);
     }
 
-    void Fail(const std::string& words) const { ShowBox(words, MB_ICONEXCLAMATION); }
+    void Fail(const std::string& reason) const { ShowBox(reason, MB_ICONEXCLAMATION); }
 
     void ShowBox(const std::string& text, UINT icon) const {
         seam::GetDesktop().ShowMessageBox(m_dialog.m_hWnd, text, kCaption, MB_OK | icon);

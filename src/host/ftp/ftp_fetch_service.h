@@ -9,35 +9,41 @@
 
 namespace zel::ftp {
 
-/// A directory of the server, as a user sees it who chooses from it.
+/// A directory of the server, for the user to choose from.
 struct RemoteView {
-    std::string directory;  ///< empty: the one of the login, whose name the server didn't tell.
+    /// Empty: the login directory, whose name the server does not report.
+    std::string directory;
     Listing listing;
 };
 
-/// What the user does with a view.
+/// The user's choice from a view.
 struct RemoteChoice {
     enum class Kind {
-        kOpen,  ///< shows the directory `name`; ".." is the one above.
-        kTake,  ///< takes the file `name`, or with an empty name the directory that is shown.
+        /// Show the directory `name`; ".." is the parent.
+        kOpen,
+        /// Take the file `name`, or if that is empty the shown directory.
+        kTake,
     };
     Kind kind = Kind::kTake;
     std::string name;
 };
 
-/// Lets the user choose; nothing when the user would rather not.
+/// Lets the user choose; returns nothing if the user cancels.
 using RemoteChooser = std::function<std::optional<RemoteChoice>(const RemoteView&)>;
 
 struct FetchServiceOptions {
     Tls tls = Tls::kTry;
-    std::string certificates;  ///< as ServerOptions.
+    /// As in ServerOptions, like the two below.
+    std::string certificates;
     int connect_seconds = 15, stall_seconds = 30;
-    RemoteChooser chooser;              ///< without one, a box shows the names, and nothing is chosen.
-    FetchObserver* observer = nullptr;  ///< hears of a transfer as well; not owned, may be null.
+    /// Without one, a box shows the names and nothing is chosen.
+    RemoteChooser chooser;
+    /// Also observes each transfer; not owned, may be null.
+    FetchObserver* observer = nullptr;
 };
 
-/// Answers the dialog of the FTP copy by fetching. Boxes tell what went wrong and how it ended; with Skip Warnings only
-/// that nothing could be done at all. ESC stops it.
+/// Serves the dialog of the FTP copy. Boxes show errors and the result; with Skip Warnings only an error that prevents
+/// the whole transfer. ESC cancels it.
 class FetchService : public host::FtpService {
   public:
     explicit FetchService(FetchServiceOptions options) : m_options(std::move(options)) {}

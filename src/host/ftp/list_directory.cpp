@@ -1,37 +1,38 @@
-#include <algorithm>
+#include "host/ftp/list_directory.h"
 
-#include "host/ftp/fetch.h"
+#include <algorithm>
 
 namespace zel::ftp {
 
 namespace {
 
-struct Way {
+struct ListMethod {
     ListCommand command;
     ListingForm form;
 };
 
-// From the exact to the plain. LIST alone hides names with a dot in front on many servers; some take "-a" for a name.
-constexpr Way kWays[] = {{ListCommand::kMlsd, ListingForm::kFacts},
-                         {ListCommand::kListAll, ListingForm::kLines},
-                         {ListCommand::kList, ListingForm::kLines},
-                         {ListCommand::kNlst, ListingForm::kNames}};
+// From the most exact to the plainest. Many servers hide names with a leading dot from plain LIST; some take "-a" for a
+// file name.
+constexpr ListMethod kMethods[] = {{ListCommand::kMlsd, ListingForm::kFacts},
+                                   {ListCommand::kListAll, ListingForm::kLines},
+                                   {ListCommand::kList, ListingForm::kLines},
+                                   {ListCommand::kNlst, ListingForm::kNames}};
 
-// One command's listing, asked for again while it is cut on the way: a part of it would pass for the whole.
-FtpResult ListOnce(FtpSession& session, const std::string& directory, const Way& way, const ListingLimits& limits,
-                   int tries, Listing& listing) {
+// Repeats the command if the connection is lost, because a partial listing looks like a complete one.
+FtpResult ListWith(const ListMethod& method, FtpSession& session, const std::string& directory,
+                   const ListingLimits& limits, int max_attempts, Listing& listing) {
     FtpResult result;
-    for (int done = 0; done == 0 || (IsPassing(result.error) && done < tries); ++done) {
+    for (int attempts = 0; attempts == 0 || (IsTemporary(result.error) && attempts < max_attempts); ++attempts) {
         std::string bytes;
-        const auto take = [&](std::span<const std::uint8_t> more) {
-            // One byte beyond the limit shows that there was more.
+        const auto receive = [&](std::span<const std::uint8_t> more) {
+            // One byte beyond the limit shows that the listing was longer.
             const std::size_t room = limits.bytes + 1 - bytes.size();
             bytes.append(reinterpret_cast<const char*>(more.data()), std::min(room, more.size()));
             return bytes.size() <= limits.bytes;
         };
-        result = session.List(directory, way.command, take);
+        result = session.List(directory, method.command, receive);
         if (result.error == FtpError::kStopped) result = {};
-        if (result.Done()) listing = ParseListing(bytes, way.form, limits);
+        if (result.Done()) listing = ParseListing(bytes, method.form, limits);
     }
     return result;
 }
@@ -39,12 +40,12 @@ FtpResult ListOnce(FtpSession& session, const std::string& directory, const Way&
 }  // namespace
 
 FtpResult ListDirectory(FtpSession& session, const std::string& directory, const ListingLimits& limits,
-                        int fruitless_tries, Listing& listing) {
+                        int max_attempts, Listing& listing) {
     bool answered = false;
     FtpResult last;
-    for (const Way& way : kWays) {
+    for (const ListMethod& method : kMethods) {
         Listing found;
-        const FtpResult result = ListOnce(session, directory, way, limits, fruitless_tries, found);
+        const FtpResult result = ListWith(method, session, directory, limits, max_attempts, found);
         if (!result.Done() && result.error != FtpError::kRefused) return result;
         if (result.Done()) {
             if (!answered || !found.entries.empty()) listing = found;

@@ -23,13 +23,13 @@ std::optional<ListingLine> ParseLine(std::string_view line, ListingForm form) {
     return std::nullopt;
 }
 
-bool IsTaken(const ListingLine& line) {
+bool IsAccepted(const ListingLine& line) {
     if (line.special) return false;
     return line.kind == EntryKind::kDirectory ? IsDirectoryName(line.name) : IsFileName(line.name);
 }
 
-// The directory itself and the one above it stand in many listings and are no cause for a word.
-bool IsUsual(const ListingLine& line) {
+// Many listings contain the directory itself and its parent; they are ignored without a note.
+bool IsSelfOrParent(const ListingLine& line) {
     return line.name == "." || line.name == "..";
 }
 
@@ -37,29 +37,29 @@ class Parser {
   public:
     Parser(ListingForm form, const ListingLimits& limits) : m_form(form), m_limits(limits) {}
 
-    void Take(std::string_view line) {
+    void AddLine(std::string_view line) {
         if (line.ends_with('\r')) line.remove_suffix(1);
         if (line.empty() || (m_form == ListingForm::kLines && line.starts_with("total "))) return;
         const std::optional<ListingLine> parsed =
             line.size() <= m_limits.line_bytes ? ParseLine(line, m_form) : std::nullopt;
         if (!parsed) {
-            ++m_listing.not_understood;
-        } else if (IsTaken(*parsed)) {
+            ++m_listing.unparsed;
+        } else if (IsAccepted(*parsed)) {
             m_listing.entries.push_back(
                 {std::string(parsed->name), parsed->kind, parsed->size, std::string(parsed->modified)});
-        } else if (!IsUsual(*parsed)) {
-            if (m_listing.refused++ == 0) m_listing.first_refused = Shown(parsed->name);
+        } else if (!IsSelfOrParent(*parsed)) {
+            if (m_listing.rejected++ == 0) m_listing.first_rejected = Printable(parsed->name);
         }
     }
 
     bool IsFull() const noexcept { return m_listing.entries.size() >= m_limits.entries; }
 
-    Listing Done(bool cut) {
-        m_listing.cut = cut;
+    Listing Finish(bool truncated) {
+        m_listing.truncated = truncated;
         std::ranges::stable_sort(m_listing.entries, {}, &ListingEntry::name);
-        const auto doubled = std::unique(m_listing.entries.begin(), m_listing.entries.end(),
-                                         [](const auto& a, const auto& b) { return a.name == b.name; });
-        m_listing.entries.erase(doubled, m_listing.entries.end());
+        const auto duplicates = std::unique(m_listing.entries.begin(), m_listing.entries.end(),
+                                            [](const auto& a, const auto& b) { return a.name == b.name; });
+        m_listing.entries.erase(duplicates, m_listing.entries.end());
         return std::move(m_listing);
     }
 
@@ -72,20 +72,20 @@ class Parser {
 }  // namespace
 
 Listing ParseListing(std::string_view bytes, ListingForm form, const ListingLimits& limits) {
-    bool cut = bytes.size() > limits.bytes;
-    if (cut) {
-        // The line that the limit falls into may have lost the end of its name.
+    const bool truncated = bytes.size() > limits.bytes;
+    if (truncated) {
+        // The last line may be incomplete.
         bytes = bytes.substr(0, limits.bytes);
         bytes = bytes.substr(0, bytes.rfind('\n') == std::string_view::npos ? 0 : bytes.rfind('\n') + 1);
     }
     Parser parser(form, limits);
     while (!bytes.empty()) {
-        if (parser.IsFull()) return parser.Done(true);
+        if (parser.IsFull()) return parser.Finish(true);
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());
-        parser.Take(bytes.substr(0, end));
+        parser.AddLine(bytes.substr(0, end));
         bytes.remove_prefix(std::min(end + 1, bytes.size()));
     }
-    return parser.Done(cut);
+    return parser.Finish(truncated);
 }
 
 const ListingEntry* Listing::Find(std::string_view name) const {
@@ -99,7 +99,7 @@ const ListingEntry* Listing::Find(std::string_view name) const {
 const ListingEntry* Listing::FindDirectory(std::string_view name) const {
     const ListingEntry* best = nullptr;
     for (const ListingEntry& entry : entries) {
-        // A listing of names alone doesn't tell directories; the two of a disk are known by name.
+        // The kind is unknown in a listing of names alone; there the name decides.
         if (entry.kind == EntryKind::kFile || !SameName(entry.name, name)) continue;
         if (best == nullptr || entry.name == name) best = &entry;
     }

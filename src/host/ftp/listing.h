@@ -7,29 +7,31 @@
 #include <string_view>
 #include <vector>
 
-/// Directory listings as FTP servers give them. Whatever a server sends can be parsed: what isn't understood, and names
-/// that can't be taken, are counted and left out.
+/// Directory listings of FTP servers. Any input can be parsed: invalid lines and unacceptable names are counted and
+/// ignored.
 namespace zel::ftp {
 
-/// How a listing is written: facts and a name (MLSD); lines for people (LIST), in the form of Unix or of DOS; names
-/// alone (NLST).
+/// The form of a listing: facts and a name (MLSD), lines for a person (LIST) in Unix or DOS style, names alone (NLST).
 enum class ListingForm { kFacts, kLines, kNames };
 
 enum class EntryKind {
     kFile,
     kDirectory,
-    kUnknown,  ///< the listing doesn't tell.
+    /// The listing does not say.
+    kUnknown,
 };
 
 struct ListingEntry {
-    std::string name;  ///< IsFileName for a file and for the unknown, IsDirectoryName for a directory.
+    /// Accepted by IsDirectoryName for a directory, by IsFileName otherwise.
+    std::string name;
     EntryKind kind = EntryKind::kUnknown;
-    std::optional<std::uint64_t> size{};  ///< bytes.
-    std::string modified{};  ///< digits of a UTC time, YYYYMMDDHHMMSS and perhaps a fraction; MLSD alone is exact
-                             ///< enough to tell it.
+    /// In bytes.
+    std::optional<std::uint64_t> size{};
+    /// Digits of a UTC time, YYYYMMDDHHMMSS with an optional fraction. Only MLSD gives a time that is exact enough.
+    std::string modified{};
 };
 
-/// Far more than a disk of messages has.
+/// Far more than a disk of messages needs.
 struct ListingLimits {
     std::size_t bytes = 4U << 20;
     std::size_t line_bytes = 1024;
@@ -37,19 +39,24 @@ struct ListingLimits {
 };
 
 struct Listing {
-    std::vector<ListingEntry> entries;  ///< sorted by name, each name once.
-    std::size_t refused = 0;            ///< names that can't be taken, links and the like.
-    std::string first_refused;          ///< one of them, as it can be shown.
-    std::size_t not_understood = 0;     ///< lines.
-    bool cut = false;                   ///< a limit was reached; what came behind it is left out.
+    /// Sorted by name, each name once.
+    std::vector<ListingEntry> entries;
+    /// Number of unacceptable names, links and special files.
+    std::size_t rejected = 0;
+    /// The first rejected name, Printable.
+    std::string first_rejected;
+    /// Number of invalid lines.
+    std::size_t unparsed = 0;
+    /// A limit was reached; the rest was ignored.
+    bool truncated = false;
 
-    /// The entry of a name: to the letter, else without regard to case; null when there is none.
+    /// The entry of a name: an exact match, else one that differs in case; null for none.
     const ListingEntry* Find(std::string_view name) const;
-    /// A directory of that name, in whatever case.
+    /// The directory of a name, found in the same way.
     const ListingEntry* FindDirectory(std::string_view name) const;
 };
 
-/// @param bytes  what the server sent; a last line without its end counts.
+/// @param bytes  from the server; the last line need not have a line end.
 Listing ParseListing(std::string_view bytes, ListingForm form, const ListingLimits& limits = {});
 
 }  // namespace zel::ftp

@@ -16,13 +16,13 @@ std::optional<std::uint64_t> Number(std::string_view text) noexcept {
     return number;
 }
 
-// Takes the next word, and leaves the text at the blank behind it.
-std::string_view TakeWord(std::string_view& text) noexcept {
+// Removes the next token from the text, which then begins with the blank after it.
+std::string_view NextToken(std::string_view& text) noexcept {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     const std::size_t end = std::min(text.find(' '), text.size());
-    const std::string_view word = text.substr(0, end);
+    const std::string_view token = text.substr(0, end);
     text.remove_prefix(end);
-    return word;
+    return token;
 }
 
 bool IsTime(std::string_view text) noexcept {
@@ -32,7 +32,7 @@ bool IsTime(std::string_view text) noexcept {
     return fraction.empty() || (fraction.front() == '.' && std::ranges::all_of(fraction.substr(1), IsDigit));
 }
 
-void TakeFact(std::string_view fact, ListingLine& line) noexcept {
+void ReadFact(std::string_view fact, ListingLine& line) noexcept {
     const std::size_t equals = std::min(fact.find('='), fact.size());
     const std::string_view key = fact.substr(0, equals);
     const std::string_view value = fact.substr(std::min(equals + 1, fact.size()));
@@ -61,21 +61,22 @@ std::optional<ListingLine> ParseFactsLine(std::string_view line) noexcept {
     parsed.name = line.substr(blank + 1);
     for (std::string_view facts = line.substr(0, blank); !facts.empty();) {
         const std::size_t end = std::min(facts.find(';'), facts.size());
-        TakeFact(facts.substr(0, end), parsed);
+        ReadFact(facts.substr(0, end), parsed);
         facts.remove_prefix(std::min(end + 1, facts.size()));
     }
     return parsed;
 }
 
-// "-rw-r--r--   1 owner group     4476 Dec 31 23:59 .0012"; the group may be missing, so the month is looked for.
+// "-rw-r--r--   1 owner group     4476 Dec 31 23:59 .0012"; the group may be missing, so the line is searched for the
+// month.
 std::optional<ListingLine> ParseUnixLine(std::string_view line) noexcept {
     constexpr std::string_view kKinds = "-dlbcps";
     constexpr std::string_view kMonths = "jan feb mar apr may jun jul aug sep oct nov dec";
-    const std::string_view rights = TakeWord(line);
+    const std::string_view rights = NextToken(line);
     if (rights.size() < 10 || kKinds.find(rights.front()) == std::string_view::npos) return std::nullopt;
     std::string_view before;
-    for (int word = 0; word < 6; ++word) {
-        const std::string_view current = TakeWord(line);
+    for (int token = 0; token < 6; ++token) {
+        const std::string_view current = NextToken(line);
         char month[3] = {};
         if (current.size() == 3) {
             std::ranges::transform(current, month, [](char c) { return static_cast<char>(c | 0x20); });
@@ -84,8 +85,8 @@ std::optional<ListingLine> ParseUnixLine(std::string_view line) noexcept {
         const std::optional<std::uint64_t> size = Number(before);
         before = current;
         if (!is_month || !size) continue;
-        const std::string_view day = TakeWord(line);
-        const std::string_view time = TakeWord(line);
+        const std::string_view day = NextToken(line);
+        const std::string_view time = NextToken(line);
         if (!Number(day) || time.empty() || !line.starts_with(' ')) return std::nullopt;
         const bool directory = rights.front() == 'd';
         return ListingLine{line.substr(1),
@@ -99,11 +100,11 @@ std::optional<ListingLine> ParseUnixLine(std::string_view line) noexcept {
 
 // "12-31-20  11:59PM       <DIR>          MESSAGES", "12-31-2020  11:59PM                 4476 .0012"
 std::optional<ListingLine> ParseDosLine(std::string_view line) noexcept {
-    const std::string_view date = TakeWord(line);
+    const std::string_view date = NextToken(line);
     const bool dashes = (date.size() == 8 || date.size() == 10) && date[2] == '-' && date[5] == '-';
     if (!dashes || !IsDigit(date.front())) return std::nullopt;
-    if (TakeWord(line).find(':') == std::string_view::npos) return std::nullopt;
-    const std::string_view what = TakeWord(line);
+    if (NextToken(line).find(':') == std::string_view::npos) return std::nullopt;
+    const std::string_view what = NextToken(line);
     const std::optional<std::uint64_t> size = Number(what);
     if ((!size && what != "<DIR>") || line.empty()) return std::nullopt;
     line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
@@ -111,7 +112,7 @@ std::optional<ListingLine> ParseDosLine(std::string_view line) noexcept {
 }
 
 std::optional<ListingLine> ParseNameLine(std::string_view line) noexcept {
-    // Some servers put the directory in front that was asked for.
+    // Some servers prefix the requested directory.
     if (line.starts_with("./")) line.remove_prefix(2);
     return ListingLine{.name = line};
 }

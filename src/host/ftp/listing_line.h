@@ -7,17 +7,18 @@
 
 namespace zel::ftp {
 
-/// What one line of a listing says, its name not yet checked.
+/// One line of a listing; the name is unchecked.
 struct ListingLine {
     std::string_view name;
     EntryKind kind = EntryKind::kUnknown;
-    bool special = false;  ///< a link, a device, or the directory itself or the one above.
+    /// A link, a device, the directory itself or its parent.
+    bool special = false;
     std::optional<std::uint64_t> size{};
     std::string_view modified{};
 };
 
 /// @param line  without its line end.
-/// @return nothing when the line isn't of the form.
+/// @return nothing if the line does not have the form.
 std::optional<ListingLine> ParseFactsLine(std::string_view line) noexcept;
 std::optional<ListingLine> ParseUnixLine(std::string_view line) noexcept;
 std::optional<ListingLine> ParseDosLine(std::string_view line) noexcept;

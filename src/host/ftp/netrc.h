@@ -7,10 +7,11 @@
 
 namespace zel::ftp {
 
-/// Looks for a host's password in the text of a netrc file: words "machine HOST login USER password TEXT", in any order
-/// behind the host, and "default" for every other host. A word may stand in double quotes, with backslashes before
-/// what is meant as it stands. Macros are passed over.
-/// @param user  whose password it is to be; an entry without a login is everyone's.
+/// Finds a password in the text of a netrc file. An entry is "machine HOST login USER password TEXT", with login and
+/// password in any order, or "default" in place of "machine HOST" for every other host. A token may be in double
+/// quotes, where a backslash escapes the next character. Comments and macros are skipped.
+/// @param user  whose password to find; an entry without a login applies to every user.
+/// @return the password of the first entry that applies.
 std::optional<Secret> FindNetrcPassword(std::string_view text, std::string_view host, std::string_view user);
 
 }  // namespace zel::ftp

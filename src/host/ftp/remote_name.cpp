@@ -6,9 +6,9 @@ namespace zel::ftp {
 
 namespace {
 
-constexpr std::size_t kMostDigits = 8;  // of a long number; a file of the disk has a stem of as many characters
-constexpr std::size_t kMostDirectoryName = 255;
-constexpr std::size_t kMostShown = 80;
+constexpr std::size_t kMaxStemSize = 8;  // digits of a long number, or characters of a name on the disk
+constexpr std::size_t kMaxDirectoryNameSize = 255;
+constexpr std::size_t kMaxPrintableSize = 80;
 
 constexpr char Lower(char c) noexcept {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -24,12 +24,12 @@ bool AllDigits(std::string_view text) noexcept {
     return !text.empty() && std::ranges::all_of(text, IsDigit);
 }
 
-// A name cut at the dot of its extension; a leading dot belongs to the stem.
+// A name split at the dot of its extension; a leading dot belongs to the stem.
 struct NameParts {
     std::string_view stem;
     std::optional<std::string_view> extension;
 };
-NameParts Cut(std::string_view name) noexcept {
+NameParts Split(std::string_view name) noexcept {
     const std::size_t dot = name.find('.', name.starts_with('.') ? 1 : 0);
     if (dot == std::string_view::npos) return {name, std::nullopt};
     return {name.substr(0, dot), name.substr(dot + 1)};
@@ -42,9 +42,9 @@ std::string_view WithoutDot(std::string_view name) noexcept {
 }  // namespace
 
 bool IsFileName(std::string_view name) noexcept {
-    const auto [stem, extension] = Cut(name);
-    const bool numbered = AllDigits(WithoutDot(stem)) && WithoutDot(stem).size() <= kMostDigits;
-    const bool named = !stem.empty() && stem.size() <= kMostDigits && stem.front() != '-' &&
+    const auto [stem, extension] = Split(name);
+    const bool numbered = AllDigits(WithoutDot(stem)) && WithoutDot(stem).size() <= kMaxStemSize;
+    const bool named = !stem.empty() && stem.size() <= kMaxStemSize && stem.front() != '-' &&
                        std::ranges::all_of(stem, IsStemCharacter);
     if (!numbered && !named) return false;
     if (!extension) return true;
@@ -53,14 +53,14 @@ bool IsFileName(std::string_view name) noexcept {
 }
 
 bool IsDirectoryName(std::string_view name) noexcept {
-    if (name.empty() || name.size() > kMostDirectoryName || name == "." || name == "..") return false;
+    if (name.empty() || name.size() > kMaxDirectoryNameSize || name == "." || name == "..") return false;
     return std::ranges::all_of(name, [](char c) { return c >= ' ' && c <= '~' && c != '/' && c != '\\'; });
 }
 
 std::optional<NumberedName> NumberOf(std::string_view name) noexcept {
-    const auto [stem, extension] = Cut(name);
+    const auto [stem, extension] = Split(name);
     const std::string_view digits = WithoutDot(stem);
-    if (!AllDigits(digits) || digits.size() > kMostDigits) return std::nullopt;
+    if (!AllDigits(digits) || digits.size() > kMaxStemSize) return std::nullopt;
     if (extension && *extension != "TN") return std::nullopt;
     unsigned long number = 0;
     for (const char c : digits) number = number * 10 + static_cast<unsigned long>(c - '0');
@@ -73,8 +73,8 @@ bool SameName(std::string_view a, std::string_view b) noexcept {
 
 std::string_view LastPart(std::string_view path) noexcept {
     while (path.ends_with('/')) path.remove_suffix(1);
-    const std::size_t cut = path.rfind('/');
-    return cut == std::string_view::npos ? path : path.substr(cut + 1);
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
 std::string Sibling(std::string_view path, std::string_view name) {
@@ -89,11 +89,11 @@ std::string Below(std::string_view path, std::string_view name) {
     return below.append(name);
 }
 
-std::string Shown(std::string_view bytes) {
-    std::string text(bytes.substr(0, kMostShown));
+std::string Printable(std::string_view bytes) {
+    std::string text(bytes.substr(0, kMaxPrintableSize));
     std::ranges::replace_if(
         text, [](char c) { return c < ' ' || c > '~'; }, '?');
-    if (bytes.size() > kMostShown) text += "...";
+    if (bytes.size() > kMaxPrintableSize) text += "...";
     return text;
 }
 

@@ -4,23 +4,28 @@
 #include <string>
 #include <string_view>
 
-/// Which names of a server are taken. A name comes from whoever answered, so only those are let through that a message,
-/// a font or their directories can have; none of them can lead out of the directory that it is opened in.
+/// Which names from a server are accepted. A server may send any name, so only those are accepted that a message, a
+/// font or their directories can have. No accepted name leads out of the directory in which it is opened.
 namespace zel::ftp {
 
-/// Whether a message or font file can have this name: a dot or nothing, and up to 8 digits; or a stem of up to 8
-/// letters, digits, '_', '-' and '~' that begins with no '-'. Behind either may stand a dot and an extension of up to 3
-/// letters and digits, behind a stem also one of 4 digits: ".0012", "0012", ".0012.TN", "PROMO", "NEWS.0012".
+/// Whether a message or font file can have this name. A name is a stem with an optional dot and extension. The stem is
+/// up to 8 digits with an optional leading dot, or up to 8 letters, digits, '_', '-' and '~' that do not begin with
+/// '-'. The extension is up to 3 letters and digits; a stem without a leading dot may have one of 4 digits. Examples:
+/// ".0012", "0012", ".0012.TN", "PROMO", "NEWS.0012".
 bool IsFileName(std::string_view name) noexcept;
 
-/// Whether a person can be shown the name of a directory, and be led into it: up to 255 printable ASCII characters,
-/// without separators, and neither "." nor "..".
+/// Whether a directory name can be shown and opened: up to 255 printable ASCII characters without separators, and
+/// neither
+/// "." nor "..".
 bool IsDirectoryName(std::string_view name) noexcept;
 
-/// A name's number, as the import counts: of ".0012", "12" and ".0012.TN". Other extensions leave no number.
+/// The number in a name, as the import reads it from ".0012", "12" and ".0012.TN". Names with other extensions have
+/// none.
 struct NumberedName {
     unsigned long number = 0;
-    bool tn = false;  ///< it ends in ".TN".
+    /// The name ends in ".TN".
+    bool tn = false;
+
     bool operator==(const NumberedName&) const = default;
 };
 std::optional<NumberedName> NumberOf(std::string_view name) noexcept;
@@ -30,16 +35,17 @@ constexpr bool IsDigit(char c) noexcept {
     return c >= '0' && c <= '9';
 }
 
-/// Equal but for the case of ASCII letters.
+/// Equal, ignoring the case of ASCII letters.
 bool SameName(std::string_view a, std::string_view b) noexcept;
 
-/// Last part of a remote path, closing separators left out; empty for the root and for nothing.
+/// The last component of a remote path, without trailing separators; empty for the root and for an empty path.
 std::string_view LastPart(std::string_view path) noexcept;
-/// The path with its last part replaced, or with a part more.
+/// The path with its last component replaced.
 std::string Sibling(std::string_view path, std::string_view name);
+/// The path with a component appended.
 std::string Below(std::string_view path, std::string_view name);
 
-/// Bytes from a server as text to show: what isn't printable ASCII as '?', cut at 80 characters.
-std::string Shown(std::string_view bytes);
+/// Text from a server, to show: '?' for whatever is not printable ASCII, shortened to 80 characters.
+std::string Printable(std::string_view bytes);
 
 }  // namespace zel::ftp

@@ -14,7 +14,7 @@ bool IsHostName(std::string_view text) {
     return !text.empty() && text.front() != '-' && text.find_first_not_of(kAllowed) == std::string_view::npos;
 }
 
-// Without control characters, which would begin a command of their own.
+// Percent-decodes the text. Rejects control characters: a line end would start another FTP command.
 std::optional<std::string> Unescaped(std::string_view text) {
     std::string plain;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -30,6 +30,51 @@ std::optional<std::string> Unescaped(std::string_view text) {
         plain += static_cast<char>(byte);
     }
     return plain;
+}
+
+// Each Take function moves its part from the front of the text to the URL; on an error it sets `why` and returns false.
+
+bool TakeScheme(std::string_view& text, RemoteUrl& url, std::string& why) {
+    const std::size_t end = text.find("://");
+    const std::string_view scheme = text.substr(0, end);
+    url.tls_from_start = SameName(scheme, "ftps");
+    if (end == std::string_view::npos || (!url.tls_from_start && !SameName(scheme, "ftp"))) {
+        why = "the address must begin with ftp:// or ftps://";
+        return false;
+    }
+    text.remove_prefix(end + 3);
+    return true;
+}
+
+bool TakeUser(std::string_view& server, RemoteUrl& url, std::string& why) {
+    // The last '@' ends the account, so that the end of a password with an '@' is never taken for a host and shown.
+    const std::size_t at = server.rfind('@');
+    if (at == std::string_view::npos) return true;
+    const std::string_view account = server.substr(0, at);
+    if (account.find(':') != std::string_view::npos) {
+        why =
+            "a password in the address is visible to every user of this machine; omit it: it is taken from "
+            "ZELTRANS_FTP_PASSWORD, from a netrc file, or from a prompt";
+        return false;
+    }
+    const std::optional<std::string> user = Unescaped(account);
+    if (!user || user->empty()) {
+        why = "invalid user name in the address";
+        return false;
+    }
+    url.user = *user;
+    server.remove_prefix(at + 1);
+    return true;
+}
+
+bool TakeServer(std::string_view& text, RemoteUrl& url, std::string& why) {
+    const std::size_t slash = std::min(text.find('/'), text.size());
+    std::string_view server = text.substr(0, slash);
+    text.remove_prefix(std::min(slash + 1, text.size()));
+    if (!TakeUser(server, url, why)) return false;
+    if (ParseHostAndPort(server, url.host, url.port)) return true;
+    why = "invalid host or port in the address";
+    return false;
 }
 
 }  // namespace
@@ -59,39 +104,10 @@ bool ParseHostAndPort(std::string_view text, std::string& host, unsigned short& 
 
 std::optional<RemoteUrl> ParseRemoteUrl(std::string_view text, std::string& why) {
     RemoteUrl url;
-    const std::size_t scheme = std::min(text.find("://"), text.size());
-    url.tls_from_start = SameName(text.substr(0, scheme), "ftps");
-    if (scheme == text.size() || (!url.tls_from_start && !SameName(text.substr(0, scheme), "ftp"))) {
-        why = "the address begins with neither ftp:// nor ftps://";
-        return std::nullopt;
-    }
-    text.remove_prefix(scheme + 3);
-    const std::size_t slash = std::min(text.find('/'), text.size());
-    std::string_view server = text.substr(0, slash);
-    // The last one, so that a password with an '@' isn't taken for a host, and shown as one.
-    if (const std::size_t at = server.rfind('@'); at != std::string_view::npos) {
-        const std::string_view account = server.substr(0, at);
-        if (account.find(':') != std::string_view::npos) {
-            why =
-                "a password in the address can be read by everyone on this machine; leave it out: it is taken from "
-                "ZELTRANS_FTP_PASSWORD, from a netrc file, or asked for";
-            return std::nullopt;
-        }
-        const std::optional<std::string> user = Unescaped(account);
-        if (!user || user->empty()) {
-            why = "the address's user can't be one";
-            return std::nullopt;
-        }
-        url.user = *user;
-        server.remove_prefix(at + 1);
-    }
-    if (!ParseHostAndPort(server, url.host, url.port)) {
-        why = "the address's host or port can't be one";
-        return std::nullopt;
-    }
-    const std::optional<std::string> directory = Unescaped(text.substr(std::min(slash + 1, text.size())));
+    if (!TakeScheme(text, url, why) || !TakeServer(text, url, why)) return std::nullopt;
+    const std::optional<std::string> directory = Unescaped(text);
     if (!directory) {
-        why = "the address's directory can't be one";
+        why = "invalid directory in the address";
         return std::nullopt;
     }
     url.directory = *directory;

@@ -6,20 +6,24 @@
 
 namespace zel::ftp {
 
-/// ftp://[USER@]HOST[:PORT]/DIRECTORY, taken apart.
+/// The parts of ftp://[USER@]HOST[:PORT]/DIRECTORY.
 struct RemoteUrl {
-    bool tls_from_start = false;  ///< ftps
-    std::string user;             ///< empty: not told.
+    /// The scheme is ftps.
+    bool tls_from_start = false;
+    /// Empty if not given.
+    std::string user;
     std::string host;
-    unsigned short port = 0;  ///< 0: not told.
-    std::string directory;    ///< unescaped; from the directory of the login, unless it begins with a slash.
+    /// 0 if not given.
+    unsigned short port = 0;
+    /// Unescaped; relative to the login directory unless it begins with a slash.
+    std::string directory;
 };
 
-/// @param why  receives what is wrong with the text; it holds nothing of it, since a password may be in there.
+/// @param why  receives the error. It quotes nothing of the text, which may contain a password.
 std::optional<RemoteUrl> ParseRemoteUrl(std::string_view text, std::string& why);
 
-/// A host with perhaps a colon and a port; an IPv6 address that has one stands in brackets.
-/// @return false when it can't be one.
+/// Parses HOST[:PORT]; an IPv6 address with a port is in brackets.
+/// @return false when the text is invalid.
 bool ParseHostAndPort(std::string_view text, std::string& host, unsigned short& port);
 
 }  // namespace zel::ftp

@@ -4,87 +4,44 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
-/// The local side of a fetch: everything is opened by name in a directory that is held open, and no link is followed.
+#include "host/ftp/part_file.h"
+
 namespace zel::ftp {
 
-/// A file or directory can't be used; what() is the reason, in words that follow its name and a colon.
-class LocalError : public std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-/// Owns a descriptor.
-class Descriptor {
-  public:
-    explicit Descriptor(int value = -1) noexcept : m_value(value) {}
-    Descriptor(Descriptor&& other) noexcept;
-    Descriptor& operator=(Descriptor&& other) noexcept;
-    ~Descriptor();
-
-    int Get() const noexcept { return m_value; }
-
-  private:
-    int m_value;
-};
-
-/// Which remote file the first bytes of a part belong to; two keys are equal only when all they are made of is.
+/// Identifies the remote file whose first bytes a part contains.
 struct PartKey {
-    std::string source;  ///< server and directory.
+    /// Server and directory.
+    std::string source;
     std::string name;
+    /// In bytes.
     std::uint64_t size = 0;
     std::string modified;
 };
 
-/// A file that is being fetched, NAME.KEY.part until it is whole. Locked against a second fetch.
-class PartFile {
-  public:
-    /// Bytes that are there already, from an earlier fetch of the very same remote file.
-    std::uint64_t Size() const noexcept { return m_size; }
-
-    /// @throws LocalError with the system's reason.
-    void Append(std::span<const std::uint8_t> bytes);
-    void Reset();
-    /// The last bytes that are there, at most `count`.
-    std::vector<std::uint8_t> Tail(std::size_t count) const;
-
-    /// Brings the bytes to the disk, and the file to its name.
-    /// @param overwrite  false: a file of that name that has come meanwhile stays, and that is an error.
-    void Finish(bool overwrite);
-    /// Removes the file.
-    void Discard() noexcept;
-
-  private:
-    friend class SafeDirectory;
-    PartFile(int directory, std::string name, std::string part_name);
-
-    int m_directory;  // not owned
-    std::string m_name, m_part_name;
-    Descriptor m_file;
-    std::uint64_t m_size = 0;
-};
-
-/// A directory, held open.
+/// The local directory of a fetch. It is held open, every file is opened by name within it, and no link is followed. A
+/// name that could lead out of the directory is never opened: it is kOther to TypeOf and an error elsewhere.
 class SafeDirectory {
   public:
-    enum class Has { kNothing, kFile, kOther };
+    enum class Type { kMissing, kFile, kOther };
 
-    /// Opens the directory that a user names, whose own path may hold links; makes it, and what of its path is missing.
+    /// Opens a directory whose path comes from the user and may contain links. Missing directories are created.
+    /// @throws LocalError if it cannot be created or opened.
     explicit SafeDirectory(const std::filesystem::path& path);
-    /// A directory below, of that name in whatever case; made if it is missing. A link isn't taken.
+    /// Opens a subdirectory, ignoring the case of its name; creates it if it is missing.
+    /// @throws LocalError for a link and for anything else that is not a directory.
     SafeDirectory Below(const std::string& name) const;
 
-    /// What has a name; a link is kOther, whatever it leads to.
-    Has Look(const std::string& name) const;
-    /// A plain file's bytes; nothing when it isn't one or has more than `limit`.
+    /// What has a name; a link is kOther, whatever its target.
+    Type TypeOf(const std::string& name) const;
+    /// Reads a regular file; nothing if it is not one or is larger than `limit` bytes.
     std::optional<std::vector<std::uint8_t>> Read(const std::string& name, std::uint64_t limit) const;
 
-    /// Opens the part of a remote file. Parts of the same name with another key are removed.
-    /// @param key  without it, the part is begun anew, and can't be continued by a later fetch.
-    /// @throws LocalError  when another fetch is writing it, among others.
+    /// Opens the part of a remote file and removes parts of the same name with another key.
+    /// @param key  without it the part starts empty and no later fetch resumes it.
+    /// @throws LocalError, also when another fetch is writing the part.
     std::unique_ptr<PartFile> OpenPart(const std::string& name, const std::optional<PartKey>& key) const;
 
   private:

@@ -5,7 +5,7 @@
 
 namespace zel::ftp {
 
-/// A password. Its bytes are wiped when it goes; it can't be copied by mistake, nor written anywhere.
+/// A password. It cannot be copied, and its bytes are zeroed when it is destroyed or moved from.
 class Secret {
   public:
     Secret() = default;
@@ -28,7 +28,7 @@ class Secret {
 
     const std::string& Reveal() const noexcept { return m_text; }
 
-    /// Zeroes a text's bytes, those of a short one that has been moved away too, and empties it.
+    /// Zeroes the whole capacity of a text and empties it. A short text that was moved from still contains its bytes.
     static void Wipe(std::string& text) noexcept {
         text.resize(text.capacity());
         explicit_bzero(text.data(), text.size());

@@ -4,13 +4,16 @@
 #include <cstdio>
 #include <map>
 
+#include <fnmatch.h>
+
+#include "base/fold_case.h"
 #include "host/ftp/remote_name.h"
 
 namespace zel::ftp {
 
 namespace {
 
-constexpr std::size_t kMostText = 64;
+constexpr std::size_t kMaxTextSize = 64;
 
 std::string_view Trimmed(std::string_view text) noexcept {
     while (text.starts_with(' ')) text.remove_prefix(1);
@@ -18,14 +21,14 @@ std::string_view Trimmed(std::string_view text) noexcept {
     return text;
 }
 
-// A plain number of a range, one leading dot ignored.
+// One end of a range: a number, with or without a leading dot.
 std::optional<unsigned long> RangeEnd(std::string_view text) noexcept {
     const std::optional<NumberedName> number = NumberOf(Trimmed(text));
     if (!number || number->tn) return std::nullopt;
     return number->number;
 }
 
-// How early an import of a number tries a name: as it was typed, with dot, without.
+// The order in which an import of a number tries the names: as typed, with a dot, without.
 int Rank(std::string_view name) {
     const bool dot = name.starts_with('.');
     const std::size_t digits = std::min(name.find('.', 1), name.size()) - (dot ? 1 : 0);
@@ -33,21 +36,17 @@ int Rank(std::string_view name) {
     return name.front() != '0' ? 0 : digits == 4 ? 2 : 3;
 }
 
-bool IsFileOrUnknown(const ListingEntry& entry) noexcept {
-    return entry.kind != EntryKind::kDirectory;
-}
-
 }  // namespace
 
 std::optional<Selection> Selection::Parse(std::string_view text, std::string& why) {
     text = Trimmed(text);
     Selection selection;
-    const auto fail = [&why](std::string words) {
-        why = std::move(words);
+    const auto fail = [&why](std::string error) {
+        why = std::move(error);
         return std::optional<Selection>();
     };
-    if (text.empty()) return fail("no file is named: give a number, a range such as 1-20, a name, or a pattern");
-    if (text.size() > kMostText) return fail("the name is too long");
+    if (text.empty()) return fail("nothing is selected: give a number, a range such as 1-20, a name, or a pattern");
+    if (text.size() > kMaxTextSize) return fail("the name is too long");
     selection.m_text = text;
     if (const std::optional<NumberedName> number = NumberOf(text)) {
         selection.m_kind = Kind::kNumber;
@@ -59,7 +58,7 @@ std::optional<Selection> Selection::Parse(std::string_view text, std::string& wh
     if (dash != std::string_view::npos) {
         const auto first = RangeEnd(text.substr(0, dash)), last = RangeEnd(text.substr(dash + 1));
         if (first && last) {
-            if (*first > *last) return fail("the range " + Shown(text) + " ends before it begins");
+            if (*first > *last) return fail("the range " + Printable(text) + " ends before it begins");
             selection.m_kind = Kind::kRange;
             selection.m_first = *first;
             selection.m_last = *last;
@@ -67,35 +66,52 @@ std::optional<Selection> Selection::Parse(std::string_view text, std::string& wh
         }
     }
     if (text.find_first_of("*?") != std::string_view::npos) {
-        if (text.find_first_of("/\\") != std::string_view::npos) return fail("a pattern is of names, not of paths");
+        if (text.find_first_of("/\\") != std::string_view::npos)
+            return fail("a pattern applies to names, not to paths");
         selection.m_kind = Kind::kPattern;
         return selection;
     }
-    if (!IsFileName(text)) return fail("no message or font can have the name " + Shown(text));
+    if (!IsFileName(text)) return fail("not a valid name of a message or font: " + Printable(text));
     return selection;
 }
 
 std::vector<const ListingEntry*> Selection::Choose(const Listing& listing) const {
+    switch (m_kind) {
+        case Kind::kName:
+            return ChooseByName(listing);
+        case Kind::kPattern:
+            return ChooseByPattern(listing);
+        case Kind::kNumber:
+        case Kind::kRange:
+            break;
+    }
+    return ChooseByNumber(listing);
+}
+
+std::vector<const ListingEntry*> Selection::ChooseByName(const Listing& listing) const {
+    const ListingEntry* const entry = listing.Find(m_text);
+    if (entry == nullptr || entry->kind == EntryKind::kDirectory) return {};
+    return {entry};
+}
+
+std::vector<const ListingEntry*> Selection::ChooseByPattern(const Listing& listing) const {
     std::vector<const ListingEntry*> chosen;
-    if (m_kind == Kind::kName) {
-        const ListingEntry* const entry = listing.Find(m_text);
-        if (entry != nullptr && IsFileOrUnknown(*entry)) chosen.push_back(entry);
-        return chosen;
+    for (const ListingEntry& entry : listing.entries) {
+        if (entry.kind != EntryKind::kDirectory && Matches(m_text, entry.name)) chosen.push_back(&entry);
     }
-    if (m_kind == Kind::kPattern) {
-        for (const ListingEntry& entry : listing.entries) {
-            if (IsFileOrUnknown(entry) && Matches(m_text, entry.name)) chosen.push_back(&entry);
-        }
-        return chosen;
-    }
+    return chosen;
+}
+
+std::vector<const ListingEntry*> Selection::ChooseByNumber(const Listing& listing) const {
     std::map<unsigned long, const ListingEntry*> by_number;
     for (const ListingEntry& entry : listing.entries) {
         const std::optional<NumberedName> number = NumberOf(entry.name);
-        if (!number || number->tn != m_tn || !IsFileOrUnknown(entry)) continue;
+        if (!number || number->tn != m_tn || entry.kind == EntryKind::kDirectory) continue;
         if (number->number < m_first || number->number > m_last) continue;
         const ListingEntry*& best = by_number[number->number];
         if (best == nullptr || Rank(entry.name) < Rank(best->name)) best = &entry;
     }
+    std::vector<const ListingEntry*> chosen;
     for (const auto& [number, entry] : by_number) chosen.push_back(entry);
     return chosen;
 }
@@ -105,25 +121,15 @@ std::string Selection::UsualName() const {
     return m_kind == Kind::kName ? m_text : UsualNameOf(m_first) + (m_tn ? ".TN" : "");
 }
 
-bool Matches(std::string_view pattern, std::string_view name) noexcept {
-    // On a mismatch only the last '*' needs to take a character more, so this takes at most the product of the lengths.
-    std::size_t at = 0, in_name = 0, star = std::string_view::npos, resume = 0;
-    while (in_name < name.size()) {
-        if (at < pattern.size() && pattern[at] == '*') {
-            star = at++;
-            resume = in_name;
-        } else if (at < pattern.size() &&
-                   (pattern[at] == '?' || SameName(pattern.substr(at, 1), name.substr(in_name, 1)))) {
-            ++at;
-            ++in_name;
-        } else if (star != std::string_view::npos) {
-            at = star + 1;
-            in_name = ++resume;
-        } else {
-            return false;
-        }
+bool Matches(std::string_view pattern, std::string_view name) {
+    // FNM_CASEFOLD would fold by the locale, where an 'I' need not match an 'i'.
+    std::string folded_pattern, folded_name;
+    for (const char c : pattern) {
+        if (c == '[' || c == '\\') folded_pattern += '\\';  // special to fnmatch, but not here
+        folded_pattern += static_cast<char>(base::FoldCase(c));
     }
-    return pattern.find_first_not_of('*', at) == std::string_view::npos;
+    for (const char c : name) folded_name += static_cast<char>(base::FoldCase(c));
+    return fnmatch(folded_pattern.c_str(), folded_name.c_str(), 0) == 0;
 }
 
 std::string UsualNameOf(unsigned long number) {

@@ -9,37 +9,41 @@
 
 namespace zel::ftp {
 
-/// What of a directory is asked for: a name, a number, a range of numbers, or a pattern.
+/// Selects files of a directory by name, number, range of numbers or pattern.
 class Selection {
   public:
-    /// @param text  "12" or ".0012" or "12.TN", "1-20", "PROMO", or a pattern where '*' stands for any characters and
-    ///              '?' for one. Blanks around it, and around the range's '-', don't count.
-    /// @param why   receives what is wrong with a text that is none of these.
+    /// @param text  "12", ".0012" or "12.TN"; "1-20"; "PROMO"; or a pattern, where '*' matches any characters and '?'
+    ///              matches one. Blanks around the text and around the '-' of a range are ignored.
+    /// @param why   receives the error if the text is none of these.
     static std::optional<Selection> Parse(std::string_view text, std::string& why);
 
-    /// The files that are asked for, in the listing's order, those of a range in the order of their numbers. Of several
-    /// names for one number only the one is taken that an import of that number opens. Good as long as the listing.
+    /// The selected files: those of a number or range by number, others in the listing's order. If several names have
+    /// the same number, only the one that an import of that number opens. The pointers are into the listing.
     std::vector<const ListingEntry*> Choose(const Listing& listing) const;
 
-    /// Whether more than one file is asked for, so that one that is missing is no failure.
+    /// Whether more than one file may be selected, so that a missing file is no failure.
     bool IsMany() const noexcept { return m_kind == Kind::kRange || m_kind == Kind::kPattern; }
 
-    /// The usual name of the one file that is asked for, ".0012" for 12; empty when IsMany.
+    /// The usual name of the single selected file, ".0012" for 12; empty when IsMany.
     std::string UsualName() const;
 
   private:
     enum class Kind { kName, kNumber, kRange, kPattern };
 
+    std::vector<const ListingEntry*> ChooseByName(const Listing& listing) const;
+    std::vector<const ListingEntry*> ChooseByPattern(const Listing& listing) const;
+    std::vector<const ListingEntry*> ChooseByNumber(const Listing& listing) const;
+
     Kind m_kind = Kind::kName;
     std::string m_text;                     // name or pattern
     unsigned long m_first = 0, m_last = 0;  // of a number or range
-    bool m_tn = false;                      // the number has ".TN" behind it
+    bool m_tn = false;                      // the number is followed by ".TN"
 };
 
-/// Whether a name fits a pattern of '*' and '?', without regard to case.
-bool Matches(std::string_view pattern, std::string_view name) noexcept;
+/// Whether a name matches a pattern of '*' and '?', ignoring the case of ASCII letters.
+bool Matches(std::string_view pattern, std::string_view name);
 
-/// ".0012" of 12; a number of more than four digits has eight.
+/// ".0012" for 12; a number of more than four digits gets eight.
 std::string UsualNameOf(unsigned long number);
 
 }  // namespace zel::ftp

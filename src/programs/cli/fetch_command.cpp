@@ -51,7 +51,7 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
     const ftp::FetchReport report = ftp::RunFetch(*session, request, progress);
     progress.Clear();
     if (!report.files.empty()) std::cout << report.Summary() << std::endl;
-    if (report.cancelled) throw CommandError("stopped; the same command goes on from here");
+    if (report.cancelled) throw CommandError("interrupted; run the same command again to resume");
     if (!report.failure.empty()) throw CommandError(report.failure);
     return report.Done() ? ExitCode::kDone : ExitCode::kNotDone;
 }

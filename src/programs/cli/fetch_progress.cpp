@@ -16,7 +16,9 @@ namespace {
 std::string LineOf(const ftp::FileReport& file) {
     const auto bytes = [&] {
         return ", " + inspect::Count(file.bytes, "byte") +
-               (file.cuts == 0 ? "" : ", through " + inspect::Count(static_cast<std::uint64_t>(file.cuts), "cut"));
+               (file.interruptions == 0
+                    ? ""
+                    : ", after " + inspect::Count(static_cast<std::uint64_t>(file.interruptions), "interruption"));
     };
     switch (file.outcome) {
         case ftp::FileOutcome::kFetched:
@@ -25,8 +27,8 @@ std::string LineOf(const ftp::FileReport& file) {
             return file.name + " resumed" + bytes();
         case ftp::FileOutcome::kOverwritten:
             return file.name + " overwritten" + bytes();
-        case ftp::FileOutcome::kWasThere:
-            return file.name + " was there, left as it was";
+        case ftp::FileOutcome::kSkipped:
+            return file.name + " skipped: it exists already";
         case ftp::FileOutcome::kMissing:
             return file.name + " missing: " + file.reason;
         case ftp::FileOutcome::kFailed:

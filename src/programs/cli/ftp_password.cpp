@@ -60,10 +60,10 @@ void Say(int terminal, std::string_view text) {
 std::string AskFor(const std::string& host, const std::string& user) {
     const File terminal("/dev/tty", O_RDWR | O_NOCTTY);
     if (terminal.Get() < 0) {
-        throw CommandError("there is no password for " + ftp::Shown(user) +
+        throw CommandError("there is no password for " + ftp::Printable(user) +
                            ": set ZELTRANS_FTP_PASSWORD, name a netrc file, or run this on a terminal");
     }
-    Say(terminal.Get(), "Password of " + ftp::Shown(user) + " on " + host + ": ");
+    Say(terminal.Get(), "Password of " + ftp::Printable(user) + " on " + host + ": ");
     std::array<char, 512> typed{};
     ssize_t count = 0;
     {
@@ -84,7 +84,7 @@ std::optional<std::string> ReadNetrc(const std::string& path) {
     struct stat status {};
     if (file.Get() < 0 || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
     if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-        throw CommandError(path + ": not used, since others can read it: chmod 600 makes it yours alone");
+        throw CommandError(path + ": ignored because other users can read it; run chmod 600 on it");
     }
     std::string text(std::min(static_cast<std::size_t>(status.st_size), kLargestNetrc), '\0');
     const ssize_t count = read(file.Get(), text.data(), text.size());

@@ -11,7 +11,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-// `zeltrans fetch` from the small disk, served by the script that behaves unless it is told not to.
+// `zeltrans fetch` from the small disk.
 class FetchCommand : public testing::Test {
   protected:
     CommandResult Fetch(const std::string& before, const std::string& arguments) const {
@@ -22,20 +22,20 @@ class FetchCommand : public testing::Test {
     TestServer m_server{{"hostile_server.py", (m_disk / "").string(), "--log", (m_disk / "run.log").string()}};
 };
 
-TEST_F(FetchCommand, TellsEachFileAndFetchesNothingTwice) {
+TEST_F(FetchCommand, ReportsEachFileAndFetchesNothingTwice) {
     CommandResult result = Fetch("", "12-20 --to 'a copy'");
     EXPECT_EQ(result.exit_code, 0) << result.err;
     EXPECT_EQ(result.out,
               "MESSAGES/.0012 fetched, 4,476 bytes\nMESSAGES/.0020 fetched, 212 bytes\n"
-              "MACHINE/.0012 fetched, 3,134 bytes\nMACHINE/.0031 missing: the server doesn't have it\n"
+              "MACHINE/.0012 fetched, 3,134 bytes\nMACHINE/.0031 missing: not on the server\n"
               "3 fetched, 1 missing\n");
     EXPECT_EQ(m_disk.Read("a copy/MACHINE/.0012"), m_disk.Read("MACHINE/.0012"));
     EXPECT_EQ(m_disk.Shell("zeltrans import 'a copy/MESSAGES/.0012'").exit_code, 0);
     result = Fetch("", "12 --to 'a copy'");
-    EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0012 was there, left as it was\n"));
+    EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0012 skipped: it exists already\n"));
 }
 
-TEST_F(FetchCommand, TakesThePasswordFromEnvironmentOrNetrcAndTellsItNobody) {
+TEST_F(FetchCommand, TakesThePasswordFromEnvironmentOrNetrcAndNeverPrintsIt) {
     CommandResult result = Fetch("ZELTRANS_FTP_PASSWORD=swordfish", "20 --to here --user anna");
     EXPECT_EQ(result.exit_code, 0) << result.err;
     EXPECT_THAT(m_disk.Read("run.log"), HasSubstr("USER anna\nPASS swordfish\n"));
@@ -45,7 +45,7 @@ TEST_F(FetchCommand, TakesThePasswordFromEnvironmentOrNetrcAndTellsItNobody) {
     EXPECT_THAT(m_disk.Read("run.log"), HasSubstr("USER ben\nPASS netfish\n"));
     EXPECT_THAT(result.out + result.err, Not(HasSubstr("fish")));
     result = Fetch("chmod 644 netrc;", "20 --to here --user ben --netrc netrc");
-    EXPECT_EQ(result.err, "zeltrans: netrc: not used, since others can read it: chmod 600 makes it yours alone\n");
+    EXPECT_EQ(result.err, "zeltrans: netrc: ignored because other users can read it; run chmod 600 on it\n");
 }
 
 TEST_F(FetchCommand, RefusesAPasswordInTheAddress) {
@@ -56,7 +56,7 @@ TEST_F(FetchCommand, RefusesAPasswordInTheAddress) {
     EXPECT_EQ(m_disk.Shell("zeltrans fetch ftp://127.0.0.1/ 3-1 --to here").exit_code, 2);
 }
 
-TEST_F(FetchCommand, GoesOnAfterAnInterrupt) {
+TEST_F(FetchCommand, ResumesAfterAnInterrupt) {
     const TestServer slow({"hostile_server.py", (m_disk / "").string(), "--slow"});
     m_disk.Shell("head -c 5000000 /dev/urandom >MESSAGES/.0001");
     const std::string fetch = CommandDisk::Quoted(ZELTRANS_COMMAND) + " fetch " + slow.Url("") + " 1 --to here";
@@ -64,14 +64,14 @@ TEST_F(FetchCommand, GoesOnAfterAnInterrupt) {
                                         " & while kill -0 $! && ! [ -s here/MESSAGES/.*.part ]; do sleep 0.01; done "
                                         ">run.ls 2>&1; kill -INT $!; wait $!");
     EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err, "zeltrans: stopped; the same command goes on from here\n");
+    EXPECT_EQ(result.err, "zeltrans: interrupted; run the same command again to resume\n");
     result = m_disk.Shell(fetch);
     EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0001 resumed, 5,000,000 bytes"));
     EXPECT_EQ(m_disk.Shell("cmp MESSAGES/.0001 here/MESSAGES/.0001").exit_code, 0);
 }
 
-// A command that fetches nothing isn't held up by the library that fetches.
-TEST_F(FetchCommand, AloneLoadsTheLibraryOfTheWire) {
+// Only fetch loads libcurl.
+TEST_F(FetchCommand, AloneLoadsLibcurl) {
     const CommandResult import = m_disk.Shell("export LD_DEBUG=files; zeltrans import MESSAGES/.0012");
     EXPECT_THAT(import.err, HasSubstr("libzeltrans.so"));
     EXPECT_THAT(import.err, Not(HasSubstr("libcurl")));

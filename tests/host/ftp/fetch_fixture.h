@@ -14,8 +14,8 @@
 
 namespace zel::test {
 
-/// A small disk to serve, in "disk" of a directory of its own: messages .0001 to .0003, which name the fonts 12 and 31,
-/// of which 12 is there. What is fetched goes to "here".
+/// A small disk to serve, "disk" in a scratch directory: the messages .0001 to .0003 use the fonts 12 and 31, of which
+/// only 12 exists. Files are fetched to "here".
 class FtpFetch : public testing::Test, public ftp::FetchObserver {
   protected:
     FtpFetch() {
@@ -28,7 +28,7 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
     std::filesystem::path Disk() const { return m_scratch.Path() / "disk"; }
     std::filesystem::path Here() const { return m_scratch.Path() / "here"; }
 
-    /// A file of bytes that are the same for the same seed.
+    /// A file of pseudo-random bytes.
     void WriteRandom(const std::string& name, std::size_t size, unsigned seed) const {
         std::minstd_rand random(seed);
         samples::Bytes bytes(size);
@@ -65,7 +65,7 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
                                   .fonts = true,
                                   .file_limit = m_limit,
                                   .listing_limits = {},
-                                  .fruitless_tries = m_tries,
+                                  .max_attempts_without_progress = m_max_attempts,
                                   .pause = std::chrono::milliseconds(1)};
         return ftp::RunFetch(*session, request, *this);
     }
@@ -73,12 +73,12 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
     std::string Fetched(const std::string& name) const { return samples_test::ReadAll(Here() / name); }
     std::string Served(const std::string& name) const { return samples_test::ReadAll(Disk() / name); }
 
-    /// "MESSAGES/.0001 fetched, ..." of what the report tells of files.
-    static std::string Told(const ftp::FetchReport& report) {
-        constexpr const char* kWords[] = {"fetched", "resumed", "overwritten", "was there", "missing", "failed"};
+    /// The failure, and each file with its outcome: "MESSAGES/.0001 fetched, ...".
+    static std::string Describe(const ftp::FetchReport& report) {
+        constexpr const char* kOutcomes[] = {"fetched", "resumed", "overwritten", "skipped", "missing", "failed"};
         std::string text = report.failure;
         for (const ftp::FileReport& file : report.files) {
-            text += (text.empty() ? "" : ", ") + file.name + " " + kWords[static_cast<int>(file.outcome)];
+            text += (text.empty() ? "" : ", ") + file.name + " " + kOutcomes[static_cast<int>(file.outcome)];
         }
         return text;
     }
@@ -92,16 +92,16 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
         return names;
     }
 
-    void OnProgress(const std::string&, std::uint64_t bytes, std::uint64_t) override { m_came = bytes; }
+    void OnProgress(const std::string&, std::uint64_t bytes, std::uint64_t) override { m_received = bytes; }
     void OnNote(const std::string& text) override { m_notes += text + "\n"; }
-    bool Cancelled() override { return m_came >= m_cancel_at; }
+    bool Cancelled() override { return m_received >= m_cancel_at; }
 
     samples_test::ScratchDirectory m_scratch;
     std::unique_ptr<TestServer> m_server;
     ftp::ServerOptions m_options;
     std::string m_password, m_directory, m_notes;
-    std::uint64_t m_limit = ftp::kLargestRemoteFile, m_came = 0, m_cancel_at = UINT64_MAX;
-    int m_tries = 3;
+    std::uint64_t m_limit = ftp::kLargestRemoteFile, m_received = 0, m_cancel_at = UINT64_MAX;
+    int m_max_attempts = 3;
     bool m_overwrite = false;
 };
 

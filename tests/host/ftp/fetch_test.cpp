@@ -11,7 +11,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// Against a server of the distribution's, which behaves.
+// Against a well-behaved server from a package.
 class FromARealServer : public FtpFetch {
   protected:
     void SetUp() override {
@@ -26,10 +26,10 @@ class FromARealServer : public FtpFetch {
     }
 };
 
-TEST_F(FromARealServer, FetchesADiskWithTheFontsThatItsMessagesName) {
+TEST_F(FromARealServer, FetchesADiskWithTheFontsThatItsMessagesUse) {
     ServeWell();
     const ftp::FetchReport report = Fetch("1-20");
-    EXPECT_EQ(Told(report),
+    EXPECT_EQ(Describe(report),
               "MESSAGES/.0001 fetched, MESSAGES/.0002 fetched, MESSAGES/.0003 fetched, "
               "MACHINE/.0012 fetched, MACHINE/.0031 missing");
     EXPECT_TRUE(report.Done());
@@ -40,45 +40,45 @@ TEST_F(FromARealServer, FetchesADiskWithTheFontsThatItsMessagesName) {
 TEST_F(FromARealServer, FetchesByActiveTransferToo) {
     ServeWell();
     m_options.passive = false;
-    EXPECT_EQ(Told(Fetch("2")), "MESSAGES/.0002 fetched, MACHINE/.0012 fetched, MACHINE/.0031 missing");
+    EXPECT_EQ(Describe(Fetch("2")), "MESSAGES/.0002 fetched, MACHINE/.0012 fetched, MACHINE/.0031 missing");
 }
 
-TEST_F(FromARealServer, KeepsMessagesAndFontsApartInADirectoryOfMessages) {
+TEST_F(FromARealServer, PutsFontsIntoMachineWhenTheDirectoryIsMessages) {
     ServeWell();
     m_directory = "/MESSAGES";
-    EXPECT_EQ(Told(Fetch(".000*")),
+    EXPECT_EQ(Describe(Fetch(".000*")),
               ".0001 fetched, .0002 fetched, .0003 fetched, MACHINE/.0012 fetched, MACHINE/.0031 missing");
     ExpectMessages("");
     EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
 }
 
-TEST_F(FromARealServer, LeavesWhatIsThereUnlessItIsToOverwrite) {
+TEST_F(FromARealServer, OverwritesOnlyOnRequest) {
     ServeWell();
     m_directory = "MACHINE";
     samples::WriteWholeFile(Here() / ".0012", "mine");
-    EXPECT_EQ(Told(Fetch("12")), ".0012 was there");
+    EXPECT_EQ(Describe(Fetch("12")), ".0012 skipped");
     EXPECT_EQ(Fetched(".0012"), "mine");
     m_overwrite = true;
-    EXPECT_EQ(Told(Fetch("12")), ".0012 overwritten");
+    EXPECT_EQ(Describe(Fetch("12")), ".0012 overwritten");
     EXPECT_EQ(Fetched(".0012"), Served("MACHINE/.0012"));
 }
 
-TEST_F(FromARealServer, SaysWhatCouldntBeDone) {
+TEST_F(FromARealServer, ReportsWhyItFailed) {
     ServeWell({"--user", "anna", "--password", "swordfish"});
     EXPECT_THAT(Fetch("1").failure, HasSubstr("refused (reply 530)"));
     m_options.user = "anna";
     m_password = "swordfish";
-    EXPECT_THAT(Fetch("99").failure, HasSubstr("nothing of what was asked for is there"));
+    EXPECT_THAT(Fetch("99").failure, HasSubstr("none of the requested files exists"));
     m_directory = "NOWHERE";
-    EXPECT_THAT(Fetch("1").failure, HasSubstr("NOWHERE: the server has no such directory"));
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("NOWHERE: no such directory on the server"));
     m_directory = "a\r\nDELE .0001";
-    EXPECT_THAT(Fetch("1").failure, HasSubstr("a control character can't be sent"));
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("contains a control character"));
     m_server.reset();
     m_directory.clear();
-    EXPECT_THAT(Fetch("1").failure, HasSubstr("nothing answers there"));
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("cannot connect to the server"));
 }
 
-TEST_F(FromARealServer, EncryptsAndChecksTheCertificateWhenThatIsRequired) {
+TEST_F(FromARealServer, EncryptsAndChecksTheCertificateOnRequest) {
     const std::string pem = (m_scratch.Path() / "server.pem").string();
     const std::string make =
         "openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj /CN=localhost -addext "
@@ -89,15 +89,15 @@ TEST_F(FromARealServer, EncryptsAndChecksTheCertificateWhenThatIsRequired) {
     m_options.tls = ftp::Tls::kOff;
     EXPECT_THAT(Fetch("1").failure, HasSubstr("refused"));
     m_options.tls = ftp::Tls::kRequire;
-    EXPECT_THAT(Fetch("1").failure, HasSubstr("certificate isn't good"));
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("certificate is not valid"));
     m_options.certificates = pem + ".crt";
-    EXPECT_THAT(Told(Fetch("1")), HasSubstr("MESSAGES/.0001 fetched"));
+    EXPECT_THAT(Describe(Fetch("1")), HasSubstr("MESSAGES/.0001 fetched"));
     m_options.tls = ftp::Tls::kTry;
     m_options.certificates.clear();
-    EXPECT_THAT(Told(Fetch("2")), HasSubstr("MESSAGES/.0002 fetched"));
+    EXPECT_THAT(Describe(Fetch("2")), HasSubstr("MESSAGES/.0002 fetched"));
     ServeWell();
     m_options.tls = ftp::Tls::kRequire;
-    EXPECT_THAT(Fetch("1").failure, HasSubstr("the server doesn't encrypt"));
+    EXPECT_THAT(Fetch("1").failure, HasSubstr("the server does not support TLS"));
 }
 
 }  // namespace

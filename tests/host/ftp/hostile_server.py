@@ -1,4 +1,4 @@
-"""An FTP server on 127.0.0.1 that misbehaves as it is told to, and prints its port: hostile_server.py DIRECTORY [options]"""
+"""An FTP server on 127.0.0.1 that misbehaves as the options say, and prints its port: hostile_server.py DIRECTORY [options]"""
 
 import argparse
 import os
@@ -9,18 +9,18 @@ import time
 
 parser = argparse.ArgumentParser()
 parser.add_argument("directory")
-parser.add_argument("--cuts", type=int, default=0, help="so many transfers end at a random byte")
+parser.add_argument("--cuts", type=int, default=0, help="number of transfers that end at a random byte")
 parser.add_argument("--seed", type=int, default=1)
-parser.add_argument("--ignore-rest", action="store_true", help="sends from the start, whatever was agreed")
+parser.add_argument("--ignore-rest", action="store_true", help="sends files from the start after REST")
 parser.add_argument("--refuse-rest", action="store_true")
-parser.add_argument("--size", type=int, help="of every file, as it is told")
-parser.add_argument("--no-time", action="store_true", help="knows neither MLSD nor MDTM")
+parser.add_argument("--size", type=int, help="reported size of every file")
+parser.add_argument("--no-time", action="store_true", help="supports neither MLSD nor MDTM")
 parser.add_argument("--listing", help="file that is sent as each listing")
-parser.add_argument("--endless", action="store_true", help="listings and files don't end")
+parser.add_argument("--endless", action="store_true", help="listings and files never end")
 parser.add_argument("--slow", action="store_true", help="6 MB a second")
 parser.add_argument("--stall", choices=["greeting", "data", "reply"])
-parser.add_argument("--elsewhere", action="store_true", help="names another host for the data")
-parser.add_argument("--echo", action="store_true", help="refuses the login, with the password in the reply")
+parser.add_argument("--elsewhere", action="store_true", help="names another host for data connections")
+parser.add_argument("--echo", action="store_true", help="refuses the login and repeats the password in the reply")
 parser.add_argument("--log", help="file that each command is written to")
 options = parser.parse_args()
 chance = random.Random(options.seed)
@@ -28,7 +28,7 @@ lock = threading.Lock()
 
 
 def take_cut():
-    """How a transfer is to be cut: nothing, or the two sockets that it costs."""
+    """Which connections of a transfer to close early, or None."""
     with lock:
         if options.cuts == 0:
             return None
@@ -99,13 +99,13 @@ class Session:
         host = "10,255,255,1" if options.elsewhere else "127,0,0,1"
         self.say("227 here (%s,%d,%d)" % (host, port >> 8, port & 255))
 
-    def told_size(self, name):
+    def reported_size(self, name):
         return options.size if options.size is not None else os.path.getsize(self.path(name))
 
     def on_size(self, argument):
         if not os.path.isfile(self.path(argument)):
             return self.say("550 no such file")
-        self.say("213 %d" % self.told_size(argument))
+        self.say("213 %d" % self.reported_size(argument))
 
     def on_mdtm(self, argument):
         if options.no_time or not os.path.isfile(self.path(argument)):
@@ -171,14 +171,14 @@ class Session:
                 lines.append("type=dir; " + name)
             else:
                 stamp = time.strftime("%Y%m%d%H%M%S", time.gmtime(os.path.getmtime(self.path(name))))
-                lines.append("type=file;size=%d;modify=%s; %s" % (self.told_size(name), stamp, name))
+                lines.append("type=file;size=%d;modify=%s; %s" % (self.reported_size(name), stamp, name))
         self.listing(lines)
 
     def on_list(self, _):
         lines = []
         for name in self.names():
             kind = "d" if os.path.isdir(self.path(name)) else "-"
-            lines.append("%srw-r--r-- 1 owner group %d Jan 01 12:00 %s" % (kind, self.told_size(name), name))
+            lines.append("%srw-r--r-- 1 owner group %d Jan 01 12:00 %s" % (kind, self.reported_size(name), name))
         self.listing(lines)
 
     def on_quit(self, _):

@@ -10,23 +10,23 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-TEST_F(FtpFetch, BringsTheSourcesBytesThroughAHundredCuts) {
+TEST_F(FtpFetch, FetchesTheExactBytesDespiteAHundredInterruptions) {
     for (unsigned number = 1; number <= 4; ++number)
         WriteRandom("MESSAGES/.000" + std::to_string(number), 300000, number);
     Serve({"--cuts", "100"});
-    int cuts = 0;
+    int interruptions = 0;
     for (int run = 0; run < 10 && !std::filesystem::exists(Here() / "MESSAGES/.0004"); ++run) {
-        for (const ftp::FileReport& file : Fetch("*").files) cuts += file.cuts;
+        for (const ftp::FileReport& file : Fetch("*").files) interruptions += file.interruptions;
     }
-    EXPECT_GE(cuts, 100);
+    EXPECT_GE(interruptions, 100);
     for (const char* name : {"MESSAGES/.0001", "MESSAGES/.0002", "MESSAGES/.0003", "MESSAGES/.0004"}) {
         EXPECT_TRUE(Fetched(name) == Served(name)) << name;
     }
     EXPECT_THAT(Names("MESSAGES"), ElementsAre(".0001", ".0002", ".0003", ".0004"));
 }
 
-// Stops a fetch on its way, so that a part is left.
-class AfterAStop : public FtpFetch {
+// Cancels a fetch, so that a part remains.
+class AfterCancelling : public FtpFetch {
   protected:
     void Stop(const std::vector<std::string>& options) {
         WriteRandom("MESSAGES/.0001", 800000, 1);
@@ -36,7 +36,7 @@ class AfterAStop : public FtpFetch {
         EXPECT_TRUE(report.cancelled);
         EXPECT_THAT(Names("MESSAGES"), ElementsAre(testing::EndsWith(".part")));
         m_cancel_at = UINT64_MAX;
-        m_came = 0;
+        m_received = 0;
     }
     void ExpectWhole() {
         EXPECT_TRUE(Fetched("MESSAGES/.0001") == Served("MESSAGES/.0001"));
@@ -44,93 +44,93 @@ class AfterAStop : public FtpFetch {
     }
 };
 
-TEST_F(AfterAStop, GoesOnWhereItWas) {
+TEST_F(AfterCancelling, ResumesThePart) {
     const std::string log = (m_scratch.Path() / "log").string();
     Stop({"--log", log});
-    EXPECT_EQ(Told(Fetch("1")), "MESSAGES/.0001 resumed");
+    EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 resumed");
     ExpectWhole();
     EXPECT_THAT(samples_test::ReadAll(log), HasSubstr("\nREST "));
 }
-TEST_F(AfterAStop, BeginsAnewForAFileOfAnotherTime) {
+TEST_F(AfterCancelling, StartsOverForAFileOfAnotherTime) {
     Stop({});
     WriteRandom("MESSAGES/.0001", 800000, 2);
     std::filesystem::last_write_time(Disk() / "MESSAGES/.0001",
                                      std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
-    EXPECT_EQ(Told(Fetch("1")), "MESSAGES/.0001 fetched");
+    EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 fetched");
     ExpectWhole();
 }
-TEST_F(AfterAStop, BeginsAnewForAnotherFileOfTheSameTime) {
+TEST_F(AfterCancelling, StartsOverForAnotherFileOfTheSameTime) {
     Stop({});
     const auto time = std::filesystem::last_write_time(Disk() / "MESSAGES/.0001");
     WriteRandom("MESSAGES/.0001", 800000, 2);
     std::filesystem::last_write_time(Disk() / "MESSAGES/.0001", time);
-    EXPECT_EQ(Told(Fetch("1")), "MESSAGES/.0001 fetched");
+    EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 fetched");
     ExpectWhole();
 }
-TEST_F(AfterAStop, BeginsAnewWithoutATime) {
+TEST_F(AfterCancelling, StartsOverWithoutATime) {
     Stop({"--no-time"});
-    EXPECT_EQ(Told(Fetch("1")), "MESSAGES/.0001 fetched");
+    EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 fetched");
     ExpectWhole();
 }
-TEST_F(AfterAStop, BeginsAnewWhereRestIsIgnored) {
+TEST_F(AfterCancelling, StartsOverIfRestIsIgnored) {
     Stop({"--ignore-rest"});
-    EXPECT_EQ(Told(Fetch("1")), "MESSAGES/.0001 fetched");
+    EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 fetched");
     ExpectWhole();
 }
-TEST_F(AfterAStop, BeginsAnewWhereRestIsRefused) {
+TEST_F(AfterCancelling, StartsOverIfRestIsRefused) {
     Stop({"--refuse-rest"});
-    EXPECT_EQ(Told(Fetch("1")), "MESSAGES/.0001 fetched");
+    EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 fetched");
     ExpectWhole();
 }
 
-struct Trouble {
+struct ServerFault {
     const char* name;
     std::vector<std::string> options;
-    const char* words;
+    const char* reason;
 };
-void PrintTo(const Trouble& trouble, std::ostream* out) {
-    *out << trouble.name;
+void PrintTo(const ServerFault& fault, std::ostream* out) {
+    *out << fault.name;
 }
-class AgainstAServerThat : public FtpFetch, public testing::WithParamInterface<Trouble> {};
+class AgainstAServerThat : public FtpFetch, public testing::WithParamInterface<ServerFault> {};
 
 TEST_P(AgainstAServerThat, FailsWithTheReasonAndLeavesNoFile) {
     m_limit = 100000;
-    m_tries = 1;
+    m_max_attempts = 1;
     Serve(GetParam().options);
     const ftp::FetchReport report = Fetch("1");
     EXPECT_FALSE(report.Done());
-    EXPECT_THAT(report.files.empty() ? report.failure : report.files[0].reason, HasSubstr(GetParam().words));
+    EXPECT_THAT(report.files.empty() ? report.failure : report.files[0].reason, HasSubstr(GetParam().reason));
     EXPECT_FALSE(std::filesystem::exists(Here() / "MESSAGES/.0001"));
 }
 INSTANTIATE_TEST_SUITE_P(
     Each, AgainstAServerThat,
-    testing::Values(Trouble{"tells_too_small_a_size", {"--size", "100"}, "not the size that it named"},
-                    Trouble{"tells_too_large_a_size", {"--size", "90000"}, "less than the size that it named"},
-                    Trouble{"tells_a_size_beyond_the_limit", {"--size", "200000"}, "larger than a message"},
-                    Trouble{"never_ends_a_listing", {"--endless", "--no-time"}, "not the size that it named"},
-                    Trouble{"doesnt_greet", {"--stall", "greeting"}, "took too long"},
-                    Trouble{"doesnt_reply", {"--stall", "reply"}, "took too long"},
-                    Trouble{"stalls_in_the_data", {"--stall", "data"}, "took too long"}),
+    testing::Values(ServerFault{"reports_too_small_a_size", {"--size", "100"}, "does not match the size"},
+                    ServerFault{"reports_too_large_a_size", {"--size", "90000"}, "less than the size it reported"},
+                    ServerFault{"reports_a_size_above_the_limit", {"--size", "200000"}, "too large for a message"},
+                    ServerFault{"never_ends_a_listing", {"--endless", "--no-time"}, "does not match the size"},
+                    ServerFault{"sends_no_greeting", {"--stall", "greeting"}, "timed out"},
+                    ServerFault{"sends_no_reply", {"--stall", "reply"}, "timed out"},
+                    ServerFault{"stalls_in_the_data", {"--stall", "data"}, "timed out"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(FtpFetch, TakesNoDataFromAnotherHost) {
+TEST_F(FtpFetch, ConnectsToNoOtherHostForData) {
     Serve({"--elsewhere"});
-    EXPECT_THAT(Told(Fetch("1")), HasSubstr("MESSAGES/.0001 fetched"));
+    EXPECT_THAT(Describe(Fetch("1")), HasSubstr("MESSAGES/.0001 fetched"));
 }
 
-TEST_F(FtpFetch, TakesNoHostileName) {
+TEST_F(FtpFetch, AcceptsNoHostileName) {
     using namespace std::string_view_literals;
     samples::WriteWholeFile(m_scratch.Path() / "listing",
                             "type=file;size=1; ../.0001\r\ntype=file;size=1; /etc/passwd\r\n"
                             "type=file;size=1; .0001\0x\r\ntype=OS.unix=slink:/etc; .0002\r\n"
                             "type=file;size=1; a b\x1B[31m\r\ntype=dir; ..\r\n"sv);
     Serve({"--listing", (m_scratch.Path() / "listing").string()});
-    EXPECT_THAT(Told(Fetch("*")), HasSubstr("nothing of what"));
-    EXPECT_THAT(m_notes, HasSubstr("names that no message or font can have, such as ../.0001"));
+    EXPECT_THAT(Describe(Fetch("*")), HasSubstr("none of the requested"));
+    EXPECT_THAT(m_notes, HasSubstr("names ignored that are not valid for a message or font, such as ../.0001"));
     EXPECT_FALSE(std::filesystem::exists(Here()));
 }
 
-TEST_F(FtpFetch, FollowsNoLinkThatWasPlanted) {
+TEST_F(FtpFetch, FollowsNoLink) {
     const auto outside = m_scratch.Path() / "outside";
     samples::WriteWholeFile(outside, "mine");
     std::filesystem::create_directories(Here() / "MESSAGES");
@@ -140,18 +140,18 @@ TEST_F(FtpFetch, FollowsNoLinkThatWasPlanted) {
     m_overwrite = true;
     const ftp::FetchReport report = Fetch("1-2");
     EXPECT_EQ(
-        Told(report),
-        Here().string() + ": MACHINE: is there and is no directory, MESSAGES/.0001 failed, MESSAGES/.0002 fetched");
+        Describe(report),
+        Here().string() + ": MACHINE: exists and is not a directory, MESSAGES/.0001 failed, MESSAGES/.0002 fetched");
     EXPECT_EQ(samples_test::ReadAll(outside), "mine");
     EXPECT_FALSE(std::filesystem::exists(m_scratch.Path() / ".0012"));
 }
 
-TEST_F(FtpFetch, TellsNothingOfThePassword) {
+TEST_F(FtpFetch, NeverReportsThePassword) {
     m_options.user = "anna";
     m_password = "swordfish";
     Serve({"--echo"});
     const ftp::FetchReport report = Fetch("1");
-    EXPECT_THAT(report.failure, HasSubstr("user or password was refused (reply 530)"));
+    EXPECT_THAT(report.failure, HasSubstr("user name or password refused (reply 530)"));
     EXPECT_THAT(report.failure, testing::Not(HasSubstr("swordfish")));
 }
 

@@ -12,59 +12,59 @@ namespace {
 
 using ftp::ListingForm;
 
-// "name kind size time" of each entry, then what was left out.
-std::string Told(const ftp::Listing& listing) {
+// "name kind size time" of each entry, then the numbers of rejected names and unparsed lines.
+std::string Describe(const ftp::Listing& listing) {
     std::string text;
     for (const ftp::ListingEntry& entry : listing.entries) {
         text += entry.name + " " + "fd?"[static_cast<int>(entry.kind)] + " " +
                 (entry.size ? std::to_string(*entry.size) : "-") + " " +
                 (entry.modified.empty() ? "-" : entry.modified) + "; ";
     }
-    return text + std::to_string(listing.refused) + " refused, " + std::to_string(listing.not_understood) + " unknown";
+    return text + std::to_string(listing.rejected) + " rejected, " + std::to_string(listing.unparsed) + " unparsed";
 }
 
 struct ListingCase {
     const char* name;
     ListingForm form;
     std::string bytes;
-    const char* told;
+    const char* expected;
 };
 void PrintTo(const ListingCase& row, std::ostream* out) {
     *out << row.name;
 }
 class ListingLines : public testing::TestWithParam<ListingCase> {};
 
-TEST_P(ListingLines, AreRead) {
-    EXPECT_EQ(Told(ftp::ParseListing(GetParam().bytes, GetParam().form)), GetParam().told);
+TEST_P(ListingLines, AreParsed) {
+    EXPECT_EQ(Describe(ftp::ParseListing(GetParam().bytes, GetParam().form)), GetParam().expected);
 }
 INSTANTIATE_TEST_SUITE_P(
     Each, ListingLines,
     testing::Values(
         ListingCase{"facts", ListingForm::kFacts,
                     "type=file;size=4476;modify=20201231235959.123;perm=r; .0012\r\nType=dir;Modify=x; MESSAGES\n",
-                    ".0012 f 4476 20201231235959.123; MESSAGES d - -; 0 refused, 0 unknown"},
+                    ".0012 f 4476 20201231235959.123; MESSAGES d - -; 0 rejected, 0 unparsed"},
         ListingCase{"facts_of_the_directory_itself", ListingForm::kFacts, "type=cdir; /disk\r\ntype=pdir; ..\r\n",
-                    "0 refused, 0 unknown"},
+                    "0 rejected, 0 unparsed"},
         ListingCase{"facts_with_a_link_and_a_blank_name", ListingForm::kFacts,
-                    "type=OS.unix=slink:/etc; .0012\r\ntype=file; \r\ntype=file;size=1\r\n", "2 refused, 1 unknown"},
-        ListingCase{"facts_with_senseless_values", ListingForm::kFacts,
+                    "type=OS.unix=slink:/etc; .0012\r\ntype=file; \r\ntype=file;size=1\r\n", "2 rejected, 1 unparsed"},
+        ListingCase{"facts_with_invalid_values", ListingForm::kFacts,
                     "type=file;size=-1;modify=2020; .0001\r\ntype=file;size=99999999999999999999;=;;; .0002",
-                    ".0001 f - -; .0002 f - -; 0 refused, 0 unknown"},
+                    ".0001 f - -; .0002 f - -; 0 rejected, 0 unparsed"},
         ListingCase{
             "unix", ListingForm::kLines,
             "total 12\r\ndrwxr-xr-x 2 a b 4096 Jan  1 2020 MESSAGES\r\n-rw-r--r-- 1 a b 77 Dec 31 23:59 .0012\r\n",
-            ".0012 f 77 -; MESSAGES d 4096 -; 0 refused, 0 unknown"},
+            ".0012 f 77 -; MESSAGES d 4096 -; 0 rejected, 0 unparsed"},
         ListingCase{"unix_without_a_group_or_with_a_link", ListingForm::kLines,
                     "-rw-r--r-- 1 a 77 Dec 31 23:59 .0012\nlrwxrwxrwx 1 a b 9 Dec 31 23:59 .0013 -> /etc/passwd\n",
-                    ".0012 f 77 -; 1 refused, 0 unknown"},
+                    ".0012 f 77 -; 1 rejected, 0 unparsed"},
         ListingCase{"dos", ListingForm::kLines,
                     "12-31-20  11:59PM       <DIR>          MESSAGES\r\n12-31-2020  11:59PM           4476 .0012\r\n",
-                    ".0012 f 4476 -; MESSAGES d - -; 0 refused, 0 unknown"},
+                    ".0012 f 4476 -; MESSAGES d - -; 0 rejected, 0 unparsed"},
         ListingCase{"names", ListingForm::kNames, ".0012\r\n./PROMO\r\n../up\r\n",
-                    ".0012 ? - -; PROMO ? - -; 1 refused, 0 unknown"},
-        ListingCase{"lines_cut_anywhere", ListingForm::kLines,
-                    "-rw\n-rw-r--r-- 1 a b 77 Dec\n12-31-20\n12-31-20 1:1 5\n\n \n", "0 refused, 5 unknown"},
-        ListingCase{"a_name_twice", ListingForm::kNames, "A\nB\nA\n", "A ? - -; B ? - -; 0 refused, 0 unknown"}),
+                    ".0012 ? - -; PROMO ? - -; 1 rejected, 0 unparsed"},
+        ListingCase{"truncated_lines", ListingForm::kLines,
+                    "-rw\n-rw-r--r-- 1 a b 77 Dec\n12-31-20\n12-31-20 1:1 5\n\n \n", "0 rejected, 5 unparsed"},
+        ListingCase{"a_name_twice", ListingForm::kNames, "A\nB\nA\n", "A ? - -; B ? - -; 0 rejected, 0 unparsed"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Listing, IsLimitedInEveryMeasure) {
@@ -72,15 +72,15 @@ TEST(Listing, IsLimitedInEveryMeasure) {
     for (int number = 0; number < 100; ++number) bytes += std::to_string(number) + "\n";
     ftp::Listing listing = ftp::ParseListing(bytes, ListingForm::kNames, {.entries = 7});
     EXPECT_EQ(listing.entries.size(), 7U);
-    EXPECT_TRUE(listing.cut);
+    EXPECT_TRUE(listing.truncated);
     listing = ftp::ParseListing("12\n3456", ListingForm::kNames, {.bytes = 5});
-    EXPECT_EQ(Told(listing), "12 ? - -; 0 refused, 0 unknown");  // not "34", which nobody has named
-    EXPECT_TRUE(listing.cut);
-    EXPECT_EQ(Told(ftp::ParseListing(std::string(2000, '1'), ListingForm::kNames)), "0 refused, 1 unknown");
+    EXPECT_EQ(Describe(listing), "12 ? - -; 0 rejected, 0 unparsed");  // not "34", the beginning of a name
+    EXPECT_TRUE(listing.truncated);
+    EXPECT_EQ(Describe(ftp::ParseListing(std::string(2000, '1'), ListingForm::kNames)), "0 rejected, 1 unparsed");
 }
 
-// Whatever comes, nothing but names that are taken is let through.
-TEST(Listing, LetsNothingElseThroughOfBrokenBytes) {
+// No input produces a name that is not accepted.
+TEST(Listing, ContainsOnlyAcceptedNamesWhateverTheInput) {
     const std::string good =
         "type=file;size=4476;modify=20201231235959; .0012\r\n-rw-r--r-- 1 a b 77 Dec 31 23:59 PROMO\r\n"
         "12-31-20  11:59PM       <DIR>          MESSAGES\r\n../up\n";

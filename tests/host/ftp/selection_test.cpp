@@ -8,16 +8,16 @@ namespace {
 
 constexpr const char* kNames = ".0001\n.0002\n0002\n2\n.0003\n.0003.TN\n.0020\n.00123456\nPROMO\nNEWS.0012\n";
 
-struct Chosen {
+struct SelectionCase {
     const char* text;
     const char* names;
 };
-void PrintTo(const Chosen& row, std::ostream* out) {
+void PrintTo(const SelectionCase& row, std::ostream* out) {
     *out << '"' << row.text << '"';
 }
-class SelectionTexts : public testing::TestWithParam<Chosen> {};
+class Selections : public testing::TestWithParam<SelectionCase> {};
 
-TEST_P(SelectionTexts, ChooseByTheImportsRules) {
+TEST_P(Selections, ChooseAsTheImportDoes) {
     const ftp::Listing listing = ftp::ParseListing(kNames, ftp::ListingForm::kNames);
     std::string why, names;
     const auto selection = ftp::Selection::Parse(GetParam().text, why);
@@ -27,20 +27,29 @@ TEST_P(SelectionTexts, ChooseByTheImportsRules) {
     EXPECT_EQ(selection ? names : why, GetParam().names);
 }
 INSTANTIATE_TEST_SUITE_P(
-    Each, SelectionTexts,
-    testing::Values(Chosen{"1", ".0001 "}, Chosen{" .0001 ", ".0001 "}, Chosen{"2", "2 "}, Chosen{"3", ".0003 "},
-                    Chosen{"3.TN", ".0003.TN "}, Chosen{"123456", ".00123456 "}, Chosen{"4", ""},
-                    Chosen{"1-20", ".0001 2 .0003 .0020 "}, Chosen{".0002 - .0003", "2 .0003 "},
-                    Chosen{"promo", "PROMO "}, Chosen{".000?", ".0001 .0002 .0003 "}, Chosen{"*.TN", ".0003.TN "},
-                    Chosen{"p*o", "PROMO "}, Chosen{"3-1", "the range 3-1 ends before it begins"},
-                    Chosen{"../*", "a pattern is of names, not of paths"},
-                    Chosen{"../.0001", "no message or font can have the name ../.0001"},
-                    Chosen{"", "no file is named: give a number, a range such as 1-20, a name, or a pattern"}));
+    Each, Selections,
+    testing::Values(SelectionCase{"1", ".0001 "}, SelectionCase{" .0001 ", ".0001 "}, SelectionCase{"2", "2 "},
+                    SelectionCase{"3", ".0003 "}, SelectionCase{"3.TN", ".0003.TN "},
+                    SelectionCase{"123456", ".00123456 "}, SelectionCase{"4", ""},
+                    SelectionCase{"1-20", ".0001 2 .0003 .0020 "}, SelectionCase{".0002 - .0003", "2 .0003 "},
+                    SelectionCase{"promo", "PROMO "}, SelectionCase{".000?", ".0001 .0002 .0003 "},
+                    SelectionCase{"*.TN", ".0003.TN "}, SelectionCase{"p*o", "PROMO "},
+                    SelectionCase{"3-1", "the range 3-1 ends before it begins"},
+                    SelectionCase{"../*", "a pattern applies to names, not to paths"},
+                    SelectionCase{"../.0001", "not a valid name of a message or font: ../.0001"},
+                    SelectionCase{"",
+                                  "nothing is selected: give a number, a range such as 1-20, a name, or a pattern"}));
+
+TEST(SelectionPattern, GivesOnlyStarAndQuestionMarkAMeaning) {
+    EXPECT_TRUE(ftp::Matches("[AI]?\\*", "[ai]x\\y"));
+    EXPECT_FALSE(ftp::Matches("[ai]", "a"));
+    EXPECT_FALSE(ftp::Matches("[!x]", "a"));
+    EXPECT_FALSE(ftp::Matches("?", ""));
+    EXPECT_TRUE(ftp::Matches("**", ""));
+}
 
 TEST(SelectionPattern, TakesNoTimeOverManyStars) {
     EXPECT_FALSE(ftp::Matches("*a*a*a*a*a*a*a*a*a*a*a*a*b", std::string(1000, 'a')));
-    EXPECT_TRUE(ftp::Matches("**", ""));
-    EXPECT_FALSE(ftp::Matches("?", ""));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-"""Serves a directory by FTP on 127.0.0.1 and prints the port: server.py DIRECTORY [--user NAME --password TEXT] [--certificate FILE]"""
+"""Serves a directory over FTP on 127.0.0.1 and prints the port: server.py DIRECTORY [--user NAME --password TEXT] [--certificate FILE]"""
 
 import argparse
 import logging
@@ -13,7 +13,7 @@ def main():
     arguments.add_argument("directory")
     arguments.add_argument("--user")
     arguments.add_argument("--password", default="")
-    arguments.add_argument("--certificate", help="with its key; the login is then refused unless it is encrypted")
+    arguments.add_argument("--certificate", help="with its key; TLS is then required for the login")
     options = arguments.parse_args()
 
     logging.disable(logging.CRITICAL)
@@ -27,7 +27,7 @@ def main():
         from pyftpdlib.handlers import TLS_DTPHandler, TLS_FTPHandler
 
         class PatientDataHandler(TLS_DTPHandler):
-            # The client shakes hands before it says what it wants, which the server's own would close the data for.
+            # The client starts the handshake before it sends the command; the base class would close the connection.
             def readable(self):
                 return self._ssl_accepting or self.receive
 

@@ -1,4 +1,4 @@
-// The dialog of the FTP copy against a server, by way of the host.
+// The dialog of the FTP copy in a host, against a server.
 #include <gmock/gmock.h>
 
 #include "host/ftp/fetch_fixture.h"
@@ -61,15 +61,15 @@ class FtpDialog : public FtpFetch {
     ftp::FetchServiceOptions m_service;
 };
 
-TEST_F(FtpDialog, ExecuteFetchesAndTellsHowItEnded) {
+TEST_F(FtpDialog, ExecuteFetchesAndShowsTheResult) {
     Serve({});
     Run([](script::DialogDriver& user) { user.Press(FtpControl::kExecuteButton); });
-    EXPECT_EQ(Box(), "3 fetched, 1 missing\nMACHINE/.0031: the server doesn't have it");
+    EXPECT_EQ(Box(), "3 fetched, 1 missing\nMACHINE/.0031: not on the server");
     EXPECT_EQ(Fetched("MESSAGES/.0002"), Served("MESSAGES/.0002"));
     EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
 }
 
-TEST_F(FtpDialog, SkipWarningsTellsOnlyThatNothingCouldBeDone) {
+TEST_F(FtpDialog, SkipWarningsShowsOnlyErrorsThatPreventTheTransfer) {
     Serve({});
     Run([&](script::DialogDriver& user) {
         user.Check(FtpControl::kSkipWarningsCheck);
@@ -77,10 +77,10 @@ TEST_F(FtpDialog, SkipWarningsTellsOnlyThatNothingCouldBeDone) {
         EXPECT_EQ(Box(), "none");
         user.Type(FtpControl::kRemoteDirBox, "/NOWHERE");
         user.Press(FtpControl::kExecuteButton);
-        EXPECT_THAT(Box(), HasSubstr("/NOWHERE: the server has no such directory"));
+        EXPECT_THAT(Box(), HasSubstr("/NOWHERE: no such directory on the server"));
         user.Type(FtpControl::kFileEdit, "../x");
         user.Press(FtpControl::kExecuteButton);
-        EXPECT_EQ(Box(), "no message or font can have the name ../x");
+        EXPECT_EQ(Box(), "not a valid name of a message or font: ../x");
     });
 }
 
@@ -90,7 +90,7 @@ TEST_F(FtpDialog, EscapeStopsIt) {
     int asked = 0;
     m_desktop.AnswerKeys([&](int key) { return key == VK_ESCAPE && ++asked == 5; });
     Run([](script::DialogDriver& user) { user.Press(FtpControl::kExecuteButton); });
-    EXPECT_THAT(Box(), StartsWith("Stopped: "));
+    EXPECT_THAT(Box(), StartsWith("Cancelled: "));
     EXPECT_FALSE(std::filesystem::exists(Here() / "MESSAGES/.0002"));
 }
 

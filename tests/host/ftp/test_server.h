@@ -14,8 +14,7 @@
 
 namespace zel::test {
 
-/// An FTP server of this folder's scripts, which ends with the object, and with the test if that crashes. Each test
-/// starts its own.
+/// An FTP server: one of this folder's scripts as a process. It ends with the object, or with the test if that crashes.
 class TestServer {
   public:
     /// @param arguments  the script's name, the directory to serve, options.
@@ -24,14 +23,14 @@ class TestServer {
         if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
         arguments[0] = ZELTRANS_FTP_TESTS "/" + arguments[0];
         arguments.insert(arguments.begin(), {ZELTRANS_PYTHON, "-I"});
-        std::vector<char*> words;
-        for (std::string& argument : arguments) words.push_back(argument.data());
-        words.push_back(nullptr);
+        std::vector<char*> argv;
+        for (std::string& argument : arguments) argv.push_back(argument.data());
+        argv.push_back(nullptr);
         m_process = fork();
         if (m_process == 0) {
             prctl(PR_SET_PDEATHSIG, SIGKILL);
             dup2(ends[1], STDOUT_FILENO);
-            execv(words[0], words.data());
+            execv(argv[0], argv.data());
             _exit(127);
         }
         close(ends[1]);

@@ -61,7 +61,7 @@ TEST_F(HostFetch, SaysWhatTheServerDoesNotHave) {
     Serve();
     Fetch(QStringLiteral("7000"));
     Finish();
-    EXPECT_THAT(Notice(), HasSubstr("nothing of what was asked for is there"));
+    EXPECT_THAT(Notice(), HasSubstr("none of the requested files exists"));
     EXPECT_EQ(Library_().rowCount(), 0);
 }
 
