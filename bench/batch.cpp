@@ -5,7 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "host/picture/picture.h"
+#include "host/picture/picture_composer.h"
 #include "host/picture/png_writer.h"
 #include "host/recorder/batch_recorder.h"
 #include "host/run/batch_run.h"

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "host/picture/picture.h"
+
 namespace zel::test {
 
 namespace {
@@ -18,7 +20,7 @@ void PrintTo(const OverCase& over, std::ostream* out) {
     *out << over.name;
 }
 class StraightAlpha : public testing::TestWithParam<OverCase> {};
-TEST_P(StraightAlpha, IsLaidOverStraightAlpha) {
+TEST_P(StraightAlpha, IsBlended) {
     EXPECT_EQ(picture::Over(GetParam().source, GetParam().ground), GetParam().result);
 }
 INSTANTIATE_TEST_SUITE_P(
@@ -45,8 +47,8 @@ TEST(StraightAlpha, AgreesWithTheFormulaEverywhere) {
     }
 }
 
-/// A canvas of 3 x 2 pixels, read back as one letter each: the red channel's, '.' for a clear pixel.
-class SmallCanvas : public testing::Test {
+/// A view of 3 x 2 pixels, read back as one letter each: the red channel's, '.' for a clear pixel.
+class SmallView : public testing::Test {
   protected:
     std::string Drawn() const {
         std::string text;
@@ -65,7 +67,7 @@ class SmallCanvas : public testing::Test {
     }
 
     std::array<std::uint8_t, 24> m_bytes{};
-    picture::Canvas m_canvas{3, 2, m_bytes};
+    picture::PixelView m_view{m_bytes, 3, 2};
 };
 
 struct PlaceCase {
@@ -76,31 +78,31 @@ struct PlaceCase {
 void PrintTo(const PlaceCase& place, std::ostream* out) {
     *out << place.name;
 }
-class BitmapPlace : public SmallCanvas, public testing::WithParamInterface<PlaceCase> {};
-TEST_P(BitmapPlace, IsCutToTheCanvas) {
-    picture::LayBitmap(m_canvas, GetParam().x, GetParam().y, 2, 2, Bitmap());
+class BitmapPlace : public SmallView, public testing::WithParamInterface<PlaceCase> {};
+TEST_P(BitmapPlace, IsCutToTheView) {
+    const std::vector<std::uint8_t> bitmap = Bitmap();
+    picture::BlendBitmap(m_view, GetParam().x, GetParam().y, {2, 2, bitmap});
     EXPECT_EQ(Drawn(), GetParam().drawn);
 }
-INSTANTIATE_TEST_SUITE_P(Each, BitmapPlace,
-                         testing::Values(PlaceCase{"inside", 1, 0, ".ab|.cd"},
-                                         PlaceCase{"over_the_left_edge", -1, 0, "b..|d.."},
-                                         PlaceCase{"over_the_right_edge", 2, 0, "..a|..c"},
-                                         PlaceCase{"over_the_upper_edge", 0, -1, "cd.|..."},
-                                         PlaceCase{"over_the_lower_edge", 0, 1, "...|ab."},
-                                         PlaceCase{"left_of_the_canvas", -2, 0, "...|..."},
-                                         PlaceCase{"right_of_the_canvas", 3, 0, "...|..."},
-                                         PlaceCase{"below_the_canvas", 0, 2, "...|..."},
-                                         PlaceCase{"far_away", 100000, -100000, "...|..."}),
-                         [](const auto& row) { return std::string(row.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Each, BitmapPlace,
+    testing::Values(PlaceCase{"inside", 1, 0, ".ab|.cd"}, PlaceCase{"over_the_left_edge", -1, 0, "b..|d.."},
+                    PlaceCase{"over_the_right_edge", 2, 0, "..a|..c"},
+                    PlaceCase{"over_the_upper_edge", 0, -1, "cd.|..."},
+                    PlaceCase{"over_the_lower_edge", 0, 1, "...|ab."}, PlaceCase{"left_of_the_view", -2, 0, "...|..."},
+                    PlaceCase{"right_of_the_view", 3, 0, "...|..."}, PlaceCase{"below_the_view", 0, 2, "...|..."},
+                    PlaceCase{"far_away", 100000, -100000, "...|..."}),
+    [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(SmallCanvas, TakesBlueGreenRedFromABitmap) {
-    picture::LayBitmap(m_canvas, 0, 0, 2, 2, Bitmap());
+TEST_F(SmallView, ConvertsTheChannelsOfABitmap) {
+    const std::vector<std::uint8_t> bitmap = Bitmap();
+    picture::BlendBitmap(m_view, 0, 0, {2, 2, bitmap});
     EXPECT_EQ(m_bytes[0], 'a');
     EXPECT_EQ(m_bytes[1], 2);
     EXPECT_EQ(m_bytes[2], 1);
 }
 
-TEST(Bitmap, IsLaidOverEachPixelOfALongRow) {
+TEST(Bitmap, IsBlendedOverEachPixelOfALongRow) {
     constexpr int kWidth = 27;
     std::vector<std::uint8_t> bitmap(kWidth * 4), bytes(kWidth * 4);
     for (int solid = 0; solid < 3; ++solid) {
@@ -110,22 +112,54 @@ TEST(Bitmap, IsLaidOverEachPixelOfALongRow) {
                 static_cast<std::uint8_t>(n % 4 != 3 ? n * 53 : n / 28 % 2 * 127U * static_cast<unsigned>(solid));
         }
         const std::vector<std::uint8_t> ground = bytes;
-        picture::LayBitmap({kWidth, 1, bytes}, 0, 0, kWidth, 1, bitmap);
+        picture::BlendBitmap({bytes, kWidth, 1}, 0, 0, {kWidth, 1, bitmap});
         for (std::size_t n = 0; n < bytes.size(); n += 4) {
-            const picture::Rgba laid = picture::Over({bitmap[n + 2], bitmap[n + 1], bitmap[n], bitmap[n + 3]},
-                                                     {ground[n], ground[n + 1], ground[n + 2], ground[n + 3]});
-            EXPECT_EQ((picture::Rgba{bytes[n], bytes[n + 1], bytes[n + 2], bytes[n + 3]}), laid) << n << ' ' << solid;
+            const picture::Rgba blended = picture::Over({bitmap[n + 2], bitmap[n + 1], bitmap[n], bitmap[n + 3]},
+                                                        {ground[n], ground[n + 1], ground[n + 2], ground[n + 3]});
+            EXPECT_EQ((picture::Rgba{bytes[n], bytes[n + 1], bytes[n + 2], bytes[n + 3]}), blended)
+                << n << ' ' << solid;
         }
     }
 }
 
-TEST_F(SmallCanvas, TakesAColourWhereTheCoverageLetsItThrough) {
-    const std::vector<std::uint8_t> coverage{255, 0, 128, 255};
-    picture::LayColour(m_canvas, 1, 0, 2, 2, coverage, RGB('r', 'g', 'b'));
+TEST_F(SmallView, TakesAColourByItsCoverage) {
+    const picture::Coverage coverage{.left = 2, .top = 3, .width = 2, .height = 2, .bytes = {255, 0, 128, 255}};
+    picture::BlendCoverage(m_view, -1, 3, coverage, RGB('r', 'g', 'b'));
     EXPECT_EQ(Drawn(), ".r.|.rr");
     EXPECT_EQ(m_bytes[5], 'g');
     EXPECT_EQ(m_bytes[6], 'b');
     EXPECT_EQ(m_bytes[16 + 3], 128);
+}
+
+/// A view in the middle of a picture of 8 x 4 pixels, read back with the picture's margin.
+TEST(PixelView, DrawsInItsPartOnly) {
+    picture::Picture picture = picture::ClearPicture(8, 4);
+    const auto drawn = [&] {
+        std::string text;
+        for (int y = 0; y < 4; ++y) {
+            for (const picture::Rgba& pixel : picture.View().Row(y))
+                text += pixel.red != 0 ? static_cast<char>(pixel.red) : '.';
+            text += y < 3 ? "|" : "";
+        }
+        return text;
+    };
+    const picture::PixelView part = picture.View().Part({2, 1, 7, 3});
+    picture::Fill(part.Part({-9, 1, 1, 9}), {'f', 0, 0, 255});
+    EXPECT_EQ(drawn(), "........|........|..f.....|........");
+    picture::FillCheckerboard(part, 2, {'a', 0, 0, 255}, {'b', 0, 0, 255});
+    EXPECT_EQ(drawn(), "........|..aabba.|..aabba.|........");
+    picture::FillCheckerboard(picture.View(), 3, {'a', 0, 0, 255}, {'b', 0, 0, 255});
+    EXPECT_EQ(drawn(), "aaabbbaa|aaabbbaa|aaabbbaa|bbbaaabb");
+    picture::Fill(picture.View(), {});
+    picture::Picture source = picture::ClearPicture(3, 3);
+    picture::Fill(source.View(), {'s', 0, 0, 255});
+    picture::BlendPixels(part, 4, -1, source.View());
+    EXPECT_EQ(drawn(), "........|......s.|......s.|........");
+    picture::Blend(part, {255, 0, 0, 0});
+    EXPECT_EQ(drawn(), "........|......s.|......s.|........");
+    EXPECT_TRUE(part.Row(-1).empty() && part.Row(2).empty());
+    EXPECT_TRUE(part.Part({5, 0, 9, 2}).Row(0).empty());
+    EXPECT_THROW(picture::PixelView(picture.rgba, 8, 5), std::out_of_range);
 }
 
 }  // namespace

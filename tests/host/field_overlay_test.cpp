@@ -1,11 +1,8 @@
 #include "host/picture/field_overlay.h"
 
-#include <cstring>
 #include <string_view>
 
 #include <gtest/gtest.h>
-
-#include "host/picture/composite.h"
 
 namespace zel::test {
 
@@ -13,7 +10,7 @@ namespace {
 
 class FieldOverlay : public testing::Test {
   protected:
-    FieldOverlay() : m_picture{720, 486, std::vector<std::uint8_t>(720 * 486 * 4, 0)} {}
+    FieldOverlay() : m_picture(picture::ClearPicture(720, 486)) {}
 
     void Add(int left, int top, int right, int bottom, const char* name) {
         tag_tab_field tab{};
@@ -25,18 +22,14 @@ class FieldOverlay : public testing::Test {
         m_message.tabs.push_back(tab);
     }
     void Draw() { picture::DrawTabFields(m_picture, m_message); }
-    picture::Rgba At(int x, int y) const {
-        picture::Rgba pixel;
-        std::memcpy(&pixel, m_picture.rgba.data() + static_cast<std::ptrdiff_t>(y * 720 + x) * 4, 4);
-        return pixel;
-    }
+    picture::Rgba At(int x, int y) const { return m_picture.View().Row(y)[static_cast<std::size_t>(x)]; }
     bool IsDrawn(int x, int y) const { return At(x, y).alpha != 0; }
 
     picture::Picture m_picture;
     document::MessageRecord m_message;
 };
 
-TEST_F(FieldOverlay, FramesLieOnTheFieldsEdgesAndLeaveTheirInsideClear) {
+TEST_F(FieldOverlay, FramesAreOnTheFieldsEdgesAndTheirInsideIsClear) {
     Add(100, 200, 300, 240, "NAME");
     Draw();
     for (const auto& [x, y] : {std::pair(100, 200), {299, 200}, {100, 239}, {299, 239}, {200, 200}, {100, 220}}) {
@@ -47,7 +40,7 @@ TEST_F(FieldOverlay, FramesLieOnTheFieldsEdgesAndLeaveTheirInsideClear) {
     }
 }
 
-TEST_F(FieldOverlay, LabelsStandAboveAndNeverOnEachOther) {
+TEST_F(FieldOverlay, LabelsAreAboveAndNeverOverlap) {
     Add(100, 200, 300, 240, "NAME");  // four characters: a plate of 33 pixels
     Add(100, 200, 500, 240, "");      // its number takes the place of a name: 12 pixels
     Draw();
@@ -58,13 +51,13 @@ TEST_F(FieldOverlay, LabelsStandAboveAndNeverOnEachOther) {
     EXPECT_FALSE(IsDrawn(147, 186));
 }
 
-TEST_F(FieldOverlay, WhatLiesOutsideThePictureIsCut) {
+TEST_F(FieldOverlay, IsCutToThePicture) {
     Add(700, 480, 1030, 2046, "LOW");
     Add(65535, 65535, 7, 0, "WRAPPED");
     Add(0, 0, 60, 4, "A NAME OF 17 CHARS");
     Draw();
     EXPECT_EQ(At(719, 480), (picture::Rgba{0, 216, 255, 255}));
-    EXPECT_TRUE(IsDrawn(1, 12)) << "the label stands inside where the picture ends above the frame";
+    EXPECT_TRUE(IsDrawn(1, 12)) << "the label is inside the frame where there is no space above it";
 }
 
 }  // namespace

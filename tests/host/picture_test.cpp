@@ -1,8 +1,7 @@
-#include "host/picture/picture.h"
-
 #include <gtest/gtest.h>
 
 #include "host/host_disk.h"
+#include "host/picture/picture_composer.h"
 #include "host/run/batch_run.h"
 #include "platform/system/files.h"
 
@@ -19,8 +18,7 @@ class PictureOf : public HostDisk {
         return composer.TakePicture().value_or(picture::Picture{});
     }
     static picture::Rgba At(const picture::Picture& picture, int x, int y) {
-        const std::uint8_t* pixel = picture.rgba.data() + static_cast<std::ptrdiff_t>(y * picture.width + x) * 4;
-        return {pixel[0], pixel[1], pixel[2], pixel[3]};
+        return picture.View().Row(y)[static_cast<std::size_t>(x)];
     }
 
     /// The smallest box that holds all that was drawn: left, top, right, bottom.

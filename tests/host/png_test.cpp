@@ -40,20 +40,20 @@ class Png : public testing::Test {
     std::filesystem::path m_file = m_scratch.Path() / "picture.png";
 };
 
-TEST_F(Png, GivesThePixelsBack) {
+TEST_F(Png, KeepsThePixels) {
     Written(486);
     EXPECT_EQ(ReadPixels(m_file), Gradient(486).rgba);
 }
 
-TEST_F(Png, TellsThePixelsShape) {
-    // pHYs: pixels across and down for one length, no unit. A pixel of 10:11 lies 11 times across where it lies 10
+TEST_F(Png, HasThePixelAspectRatio) {
+    // pHYs: pixels across and down for one length, no unit. A pixel of 10:11 fits 11 times across and 10 times
     // down.
     using namespace std::string_literals;
     EXPECT_THAT(Written(486), HasSubstr("\0\0\0\x09pHYs\0\0\0\x0B\0\0\0\x0A\0"s));
     EXPECT_THAT(Written(576), HasSubstr("\0\0\0\x09pHYs\0\0\0\x0B\0\0\0\x0C\0"s));
 }
 
-TEST_F(Png, LeavesNothingBehindWhenItCanNotBeWritten) {
+TEST_F(Png, LeavesNoFileWhenItCanNotBeWritten) {
     const std::filesystem::path nowhere = m_scratch.Path() / "none" / "picture.png";
     try {
         picture::WritePng(nowhere, Gradient(486));

@@ -1,6 +1,7 @@
 #include "host/picture/rgba_file.h"
 
 #include "host/host_disk.h"
+#include "host/picture/picture_composer.h"
 
 namespace zel::test {
 
@@ -15,7 +16,7 @@ const samples::StoredGlyph kFour{
 TEST(RgbaFile, GivesItsPixelsTopRowFirstInStraightColours) {
     for (const std::uint32_t type : {714U, 717U}) {
         const picture::RgbaPicture rgba = picture::ConvertRgbaFile(samples::WriteRgbaFile(type, kFour));
-        ASSERT_TRUE(rgba.picture) << rgba.trouble;
+        ASSERT_TRUE(rgba.picture) << rgba.error;
         EXPECT_EQ(rgba.picture->width, 2);
         EXPECT_EQ(rgba.picture->height, 2);
         EXPECT_EQ(rgba.picture->rgba, (samples::Bytes{255, 0, 0, 255, 0, 0, 255, 128, 0, 0, 0, 0, 128, 255, 0, 100}));
@@ -39,12 +40,12 @@ TEST(RgbaFile, IsRefusedWhenItsPixelsAreNotAllThere) {
         {more, "cut short by the file's end"},
         {less, "too small for 2 x 2"},
     };
-    for (const auto& [glyph, trouble] : cases) {
+    for (const auto& [glyph, error] : cases) {
         const picture::RgbaPicture rgba = picture::ConvertRgbaFile(samples::WriteRgbaFile(714, glyph));
         EXPECT_FALSE(rgba.picture);
-        EXPECT_THAT(rgba.trouble, HasSubstr(trouble));
+        EXPECT_THAT(rgba.error, HasSubstr(error));
     }
-    EXPECT_EQ(picture::ConvertRgbaFile(samples::WriteRgbaFile(702, kFour)).trouble, "it is no RGBA file");
+    EXPECT_EQ(picture::ConvertRgbaFile(samples::WriteRgbaFile(702, kFour)).error, "it is no RGBA file");
     const samples::Bytes whole = samples::WriteRgbaFile(714, kFour);
     for (std::size_t n = 0; n < whole.size(); ++n) {
         EXPECT_FALSE(picture::ConvertRgbaFile(std::span(whole).first(n)).picture) << n;
@@ -68,15 +69,15 @@ TEST_F(RgbaImport, GivesThePictureOfEitherChoice) {
     }
 }
 
-TEST_F(RgbaImport, TellsWhyThereIsNoPicture) {
+TEST_F(RgbaImport, ReportsWhyThereIsNoPicture) {
     samples::StoredGlyph cut = kFour;
     cut.length = 1000;
     samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, cut));
     picture::PictureComposer composer;
     Import({&composer});
     EXPECT_FALSE(composer.TakePicture());
-    EXPECT_EQ(composer.Trouble(), "the picture is cut short by the file's end");
-    EXPECT_THAT(picture::ReadRgbaFile(Path("missing")).trouble, HasSubstr("No such file"));
+    EXPECT_EQ(composer.RgbaError(), "the picture is cut short by the file's end");
+    EXPECT_THAT(picture::ReadRgbaFile(Path("missing")).error, HasSubstr("No such file"));
 }
 
 }  // namespace

@@ -1,5 +1,15 @@
 #include "host/export/export_formats.h"
 
+#include <algorithm>
+
+#include "host/export/contact_sheet_exporter.h"
+#include "host/export/html_exporter.h"
+#include "host/export/json_exporter.h"
+#include "host/export/key_fill_exporter.h"
+#include "host/export/png_exporter.h"
+#include "host/export/square_exporter.h"
+#include "host/export/tga_exporter.h"
+
 namespace zel::exporter {
 
 const std::vector<ExportFormat>& ExportFormats() {
@@ -14,6 +24,12 @@ const std::vector<ExportFormat>& ExportFormats() {
          MakeContactSheetExporter},
     };
     return formats;
+}
+
+const ExportFormat* FindExportFormat(std::string_view name) {
+    const auto& formats = ExportFormats();
+    const auto found = std::ranges::find(formats, name, &ExportFormat::name);
+    return found != formats.end() ? &*found : nullptr;
 }
 
 }  // namespace zel::exporter

@@ -1,19 +1,26 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
+#include <vector>
 
 #include "host/export/exporter.h"
 
 namespace zel::exporter {
 
-/// The formats, each made in the file of its name.
+/// A format that a user can choose.
+struct ExportFormat {
+    /// The name by which a user chooses it.
+    std::string_view name;
+    /// One line for the user.
+    std::string_view description;
+    std::unique_ptr<Exporter> (*make)(const ExportOptions& options);
+};
 
-std::unique_ptr<Exporter> MakePngExporter(const ExportOptions& options);
-std::unique_ptr<Exporter> MakeKeyFillExporter(const ExportOptions& options);
-std::unique_ptr<Exporter> MakeTgaExporter(const ExportOptions& options);
-std::unique_ptr<Exporter> MakeSquareExporter(const ExportOptions& options);
-std::unique_ptr<Exporter> MakeJsonExporter(const ExportOptions& options);
-std::unique_ptr<Exporter> MakeHtmlExporter(const ExportOptions& options);
-std::unique_ptr<Exporter> MakeContactSheetExporter(const ExportOptions& options);
+/// All formats, in the order in which they are listed.
+const std::vector<ExportFormat>& ExportFormats();
+
+/// @return null for a name that is none of them.
+const ExportFormat* FindExportFormat(std::string_view name);
 
 }  // namespace zel::exporter

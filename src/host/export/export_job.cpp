@@ -3,36 +3,42 @@
 #include <algorithm>
 #include <functional>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 #include "base/sha256.h"
 #include "base/whole_file.h"
+#include "host/export/export_formats.h"
+#include "host/export/file_names.h"
+#include "host/export/message_title.h"
 #include "host/export/resample.h"
 
 namespace zel::exporter {
 
 namespace {
 
-const ExportFormat& FindFormat(const std::string& name) {
-    const auto& formats = ExportFormats();
-    const auto found = std::find_if(formats.begin(), formats.end(), [&](const auto& f) { return f.name == name; });
-    if (found == formats.end()) throw std::runtime_error("there is no export format " + name);
-    return *found;
+bool Contains(const std::vector<std::string>& names, std::string_view name) {
+    return std::ranges::find(names, name) != names.end();
 }
 
 std::vector<std::string> WithoutRepeats(const std::vector<std::string>& names) {
     std::vector<std::string> once;
     for (const std::string& name : names) {
-        if (std::find(once.begin(), once.end(), name) == once.end()) once.push_back(name);
+        if (!Contains(once, name)) once.push_back(name);
     }
     return once;
 }
 
-bool Holds(const std::vector<std::string>& names, const std::string& name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
+void CreateDirectory(const std::filesystem::path& directory) {
+    std::error_code error;
+    std::filesystem::create_directories(directory, error);
+    if (error) throw std::runtime_error(directory.string() + ": could not be made: " + error.message());
+    if (!std::filesystem::is_directory(directory, error)) {
+        throw std::runtime_error(directory.string() + ": is no directory");
+    }
 }
 
-/// Runs a step and gives its failure's reason; empty when all went well.
+/// Runs a step. @return the reason of its failure; empty after success.
 std::string ReasonOf(const std::function<void()>& step) {
     try {
         step();
@@ -57,21 +63,18 @@ ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::str
     : m_directory(std::move(directory)),
       m_jobs(static_cast<std::size_t>(std::max(jobs, 1))),
       m_formats(WithoutRepeats(formats)) {
-    if (Holds(m_formats, "png") && Holds(m_formats, "key-fill")) {
+    if (Contains(m_formats, "png") && Contains(m_formats, "key-fill")) {
         throw std::runtime_error("png and key-fill write files of the same name: export them to two directories");
     }
     for (const std::string& name : m_formats) {
-        m_exporters.push_back(FindFormat(name).make(options));
+        const ExportFormat* format = FindExportFormat(name);
+        if (format == nullptr) throw std::runtime_error("there is no export format " + name);
+        m_exporters.push_back(format->make(options));
         m_wants_thumbnails = m_wants_thumbnails || m_exporters.back()->WantsThumbnails();
     }
     m_manifest.formats = m_formats;
     m_manifest.premultiplied = options.premultiplied;
-    std::error_code error;
-    std::filesystem::create_directories(m_directory, error);
-    if (error) throw std::runtime_error(m_directory.string() + ": could not be made: " + error.message());
-    if (!std::filesystem::is_directory(m_directory, error)) {
-        throw std::runtime_error(m_directory.string() + ": is no directory");
-    }
+    CreateDirectory(m_directory);
 }
 
 ExportJob::~ExportJob() = default;
@@ -87,23 +90,24 @@ void ExportJob::Export(const library::Recording& recording) {
         Collect(Work(recording));
         return;
     }
-    if (m_under_way.size() == m_jobs) CollectOldest();
+    if (m_in_progress.size() == m_jobs) CollectOldest();
     const auto work = [this, recording] { return Work(recording); };
     try {
-        m_under_way.push_back(std::async(std::launch::async, work));
+        m_in_progress.push_back(std::async(std::launch::async, work));
     } catch (const std::system_error&) {
-        m_under_way.push_back(std::async(std::launch::deferred, work));  // no thread is to be had: done when it is due
+        m_in_progress.push_back(
+            std::async(std::launch::deferred, work));  // no thread is available: run when it is collected
     }
 }
 
-/// @throws std::runtime_error for a message whose files can't have names of their own.
+/// @throws std::runtime_error for a message whose files can't have unique names.
 void ExportJob::CheckNames(const library::Recording& recording) {
     const std::string stem = StemOf(recording.disk, recording.number);
     if (!m_stems.insert(stem).second) throw std::runtime_error("another message has the file name " + stem);
 }
 
 ExportSummary ExportJob::Finish() {
-    while (!m_under_way.empty()) CollectOldest();
+    while (!m_in_progress.empty()) CollectOldest();
     for (std::size_t n = 0; n < m_exporters.size(); ++n) {
         const std::string reason = ReasonOf([&] { WriteRangeFiles(m_exporters[n]->Finish()); });
         if (!reason.empty()) m_summary.failures.push_back(m_formats[n] + ": " + reason);
@@ -113,7 +117,7 @@ ExportSummary ExportJob::Finish() {
     return std::move(m_summary);
 }
 
-/// Runs on a thread of its own; nothing of the job is changed.
+/// Several threads run it at once.
 ExportJob::Outcome ExportJob::Work(const library::Recording& recording) const {
     Outcome outcome;
     outcome.message.disk = recording.disk;
@@ -123,7 +127,8 @@ ExportJob::Outcome ExportJob::Work(const library::Recording& recording) const {
     outcome.message.stem = subject.Stem();
     for (std::size_t n = 0; n < m_exporters.size(); ++n) ExportIn(n, subject, outcome);
     if (m_wants_thumbnails && !recording.picture.empty()) {
-        const std::string reason = ReasonOf([&] { outcome.message.thumbnail = Thumbnail(subject.Frame()); });
+        const std::string reason =
+            ReasonOf([&] { outcome.message.thumbnail = Thumbnail(subject.Frame(), recording.standard); });
         if (!reason.empty()) outcome.failures.push_back("thumbnail: " + reason);
     }
     for (const ManifestFile& file : outcome.files) outcome.message.files.push_back(file.name);
@@ -143,8 +148,8 @@ ManifestFile ExportJob::Write(const ExportedFile& file) const {
 }
 
 void ExportJob::CollectOldest() {
-    std::future<Outcome> oldest = std::move(m_under_way.front());
-    m_under_way.pop_front();
+    std::future<Outcome> oldest = std::move(m_in_progress.front());
+    m_in_progress.pop_front();
     Collect(oldest.get());
 }
 

@@ -15,38 +15,42 @@
 
 namespace zel::exporter {
 
-/// What an export came to.
+/// The result of an export.
 struct ExportSummary {
-    int messages = 0;         ///< that were given to it.
-    int failed_messages = 0;  ///< of which something is missing.
-    int files = 0;            ///< that were written, manifest.json and SHA256SUMS among them.
-    std::uint64_t bytes = 0;  ///< of those files.
-    /// One line each: the message, the format and the reason, such as "0012: png: there is no picture". What concerns
-    /// the whole range begins with the format or with the file.
+    /// Number of messages passed to Export.
+    int messages = 0;
+    /// Number of messages with a failure.
+    int failed_messages = 0;
+    /// Number of files written, including manifest.json and SHA256SUMS.
+    int files = 0;
+    /// Size of those files together.
+    std::uint64_t bytes = 0;
+    /// One line each: the message, the format and the reason, such as "0012: png: there is no picture". The line of a
+    /// failure of the whole range begins with the format or with the file.
     std::vector<std::string> failures;
 };
 
-/// An export of messages into files of a directory: each format's files, then manifest.json and SHA256SUMS. A file
-/// appears whole or not at all. What fails for one message is told in the summary and stops nothing else.
+/// Exports messages as files of a directory: the files of each format, then manifest.json and SHA256SUMS. A file
+/// appears complete or not at all. A failure is reported in the summary and stops nothing else.
 class ExportJob {
   public:
-    /// @param directory  made if it is missing.
-    /// @param formats    names of the table of formats; one that is named twice counts once.
-    /// @param jobs       messages that are worked on at once, at least 1; the files are the same for every number.
-    /// @throws std::runtime_error for a name that is in no table, for formats that would write the same file, and for a
-    ///         directory that can't be made.
+    /// @param directory  created if it is missing.
+    /// @param formats    names of ExportFormats; a repeated name counts once.
+    /// @param jobs       number of messages processed in parallel, at least 1; the files don't depend on it.
+    /// @throws std::runtime_error for an unknown name, for formats that would write the same file, and for a directory
+    ///         that can't be created.
     ExportJob(std::filesystem::path directory, const std::vector<std::string>& formats, const ExportOptions& options,
               int jobs = 1);
-    /// Waits for the work under way.
+    /// Waits for the messages in progress.
     ~ExportJob();
     ExportJob(const ExportJob&) = delete;
     ExportJob& operator=(const ExportJob&) = delete;
 
-    /// Exports a message, in the order of their keys. With several jobs the work may go on when the call returns; never
-    /// more messages than jobs are held.
+    /// Exports a message. Messages are passed in the order of their keys. With several jobs the call may return before
+    /// the message is written; at most as many messages as jobs are in memory.
     void Export(const library::Recording& recording);
 
-    /// Ends the work and writes the files of the whole range. Called once, last.
+    /// Waits for all messages and writes the files of the whole range. Called once, last.
     ExportSummary Finish();
 
   private:
@@ -66,12 +70,15 @@ class ExportJob {
     const std::filesystem::path m_directory;
     const std::size_t m_jobs;
     std::vector<std::string> m_formats;
-    std::vector<std::unique_ptr<Exporter>> m_exporters;  ///< in the order of m_formats.
+    /// In the order of m_formats.
+    std::vector<std::unique_ptr<Exporter>> m_exporters;
     bool m_wants_thumbnails = false;
-    std::set<std::string> m_stems;  ///< of the messages so far.
+    /// Of the messages so far.
+    std::set<std::string> m_stems;
     Manifest m_manifest;
     ExportSummary m_summary;
-    std::deque<std::future<Outcome>> m_under_way;  ///< oldest first; last member, so that it is waited for first.
+    /// Oldest first. The last member: its destructor waits for work that uses the others.
+    std::deque<std::future<Outcome>> m_in_progress;
 };
 
 }  // namespace zel::exporter

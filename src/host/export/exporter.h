@@ -1,9 +1,7 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/export/export_subject.h"
@@ -12,24 +10,27 @@
 namespace zel::exporter {
 
 struct ExportOptions {
-    /// Colours multiplied by their alpha, in the formats with an alpha of their own: PNG, square-pixel PNG and TGA.
+    /// Colours multiplied by their alpha, in the formats with an alpha channel: PNG, square-pixel PNG and TGA.
     bool premultiplied = false;
 };
 
-/// A file to be written into the export's directory.
+/// A file for the export's directory.
 struct ExportedFile {
     std::string name;
     std::string bytes;
 };
 
-/// What is known of a message when its own files have been written.
+/// What is known of a message after its own files are written.
 struct ExportedMessage {
     std::string stem;
     std::string disk;
     int number = 0;
-    std::string title;                          ///< UTF-8, see TitleOf.
-    std::optional<picture::Picture> thumbnail;  ///< straight alpha and square pixels; nothing without a picture.
-    std::vector<std::string> files;             ///< names of those that were written.
+    /// UTF-8, see TitleOf.
+    std::string title;
+    /// Straight alpha and square pixels; empty without a picture.
+    std::optional<picture::Picture> thumbnail;
+    /// Names of the files that were written.
+    std::vector<std::string> files;
 };
 
 /// Makes the files of one format.
@@ -37,29 +38,19 @@ class Exporter {
   public:
     virtual ~Exporter() = default;
 
-    /// The files of one message, which may be none. Called for several messages at once, each from a thread of its own.
+    /// The files of one message; may be none. Several threads call it at once, each with its own message.
     /// @throws std::runtime_error with the reason, when this message can't be exported.
     virtual std::vector<ExportedFile> Export(ExportSubject& /*message*/) const { return {}; }
 
-    /// Whether Collect looks at thumbnails.
+    /// Whether Collect uses thumbnails.
     virtual bool WantsThumbnails() const { return false; }
 
-    /// Files of the whole range that became complete with this message. Called for each message in order, also for one
+    /// Files of the whole range that are complete with this message. Called for each message in order, also for one
     /// that failed.
     virtual std::vector<ExportedFile> Collect(const ExportedMessage& /*message*/) { return {}; }
 
-    /// Files of the whole range that are still to be written.
+    /// The remaining files of the whole range.
     virtual std::vector<ExportedFile> Finish() { return {}; }
 };
-
-/// One format of the table of formats.
-struct ExportFormat {
-    std::string_view name;         ///< what a user asks for.
-    std::string_view description;  ///< one line for a user.
-    std::unique_ptr<Exporter> (*make)(const ExportOptions& options);
-};
-
-/// All formats, in the order in which they are listed.
-const std::vector<ExportFormat>& ExportFormats();
 
 }  // namespace zel::exporter

@@ -1,21 +1,13 @@
 #pragma once
 
 #include "host/picture/picture.h"
+#include "module/contract/records/video_standard.h"
 
 namespace zel::exporter {
 
-/// Width of a frame whose pixels have been made square: 720 pixels of 10:11 in 486 lines, of 12:11 in 576, to the
-/// nearest.
-constexpr int SquareWidth(int lines) noexcept {
-    return lines == 576 ? 785 : 655;
-}
-
-/// The picture in the middle of a clear frame of 720 pixels and so many lines; what lies outside is cut off. It isn't
-/// scaled, and it is moved down by an even number of lines, so that its fields stay what they are. A picture of the
-/// frame's size is given back as it is.
-picture::Picture PlacedOnFrame(picture::Picture picture, int lines);
-
-/// The picture with its colours multiplied by their alpha, to the nearest; no colour is above its alpha.
-picture::Picture Premultiplied(picture::Picture picture);
+/// The picture in the middle of a transparent frame, 720 pixels wide and as high as the standard; what is outside the
+/// frame is cut off. The picture isn't scaled, and its first row is at an even row of the frame, or an even number of
+/// rows is cut off, to keep its fields. A picture of the frame's size is returned unchanged.
+picture::Picture PlacedOnFrame(picture::Picture picture, VideoStandard standard);
 
 }  // namespace zel::exporter

@@ -1,7 +1,9 @@
+#include "host/export/html_exporter.h"
+
 #include <algorithm>
 
-#include "host/export/export_formats.h"
-#include "host/export/html_page.h"
+#include "host/export/index_page.h"
+#include "host/export/message_page.h"
 
 namespace zel::exporter {
 
@@ -16,7 +18,7 @@ class HtmlExporter : public Exporter {
     std::vector<ExportedFile> Collect(const ExportedMessage& message) override {
         const auto& files = message.files;
         if (std::find(files.begin(), files.end(), message.stem + ".html") != files.end()) {
-            m_messages.emplace_back(message.stem, message.title);
+            m_messages.push_back({message.stem, message.title});
         }
         return {};
     }
@@ -24,7 +26,7 @@ class HtmlExporter : public Exporter {
     std::vector<ExportedFile> Finish() override { return {{"index.html", IndexPage(m_messages)}}; }
 
   private:
-    std::vector<std::pair<std::string, std::string>> m_messages;  ///< stems and titles.
+    std::vector<IndexEntry> m_messages;
 };
 
 }  // namespace

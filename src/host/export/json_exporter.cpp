@@ -1,8 +1,9 @@
+#include "host/export/json_exporter.h"
+
 #include <nlohmann/json.hpp>
 
 #include "base/sha256.h"
 #include "host/document/document_reader.h"
-#include "host/export/export_formats.h"
 
 namespace zel::exporter {
 

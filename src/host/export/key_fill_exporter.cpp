@@ -1,24 +1,27 @@
-#include "host/export/export_formats.h"
+#include "host/export/key_fill_exporter.h"
+
 #include "host/picture/png_writer.h"
 
 namespace zel::exporter {
 
 namespace {
 
-/// Where nothing is seen the fill is black, whatever colour the picture has there.
-picture::Picture Fill(picture::Picture picture) {
-    for (std::size_t n = 0; n + 3 < picture.rgba.size(); n += 4) {
-        if (picture.rgba[n + 3] == 0) picture.rgba[n] = picture.rgba[n + 1] = picture.rgba[n + 2] = 0;
+/// The picture's colours; a transparent pixel is black, whatever colour it has in the picture.
+picture::Picture FillOf(picture::Picture picture) {
+    const picture::PixelView view = picture.View();
+    for (int y = 0; y < view.Height(); ++y) {
+        for (picture::Rgba& pixel : view.Row(y)) {
+            if (pixel.alpha == 0) pixel = {};
+        }
     }
     return picture;
 }
 
-/// A mixer that keys the fill by the key shows the picture.
 class KeyFillExporter : public Exporter {
   public:
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
         const picture::Picture& frame = message.Frame();
-        return {{message.Stem() + ".png", picture::EncodePng(Fill(frame), {picture::PngChannels::kColour})},
+        return {{message.Stem() + ".png", picture::EncodePng(FillOf(frame), {picture::PngChannels::kColour})},
                 {message.Stem() + "_A.png", picture::EncodePng(frame, {picture::PngChannels::kAlpha})}};
     }
 };

@@ -11,10 +11,10 @@
 
 namespace zel::exporter {
 
-/// What a library holds of one disk, handed to an export number by number.
+/// Passes the recordings of one disk in a library to an export, number by number.
 class LibraryShelf : public host::ExportService {
   public:
-    /// All are kept alive by the caller.
+    /// @param library, job  kept alive by the caller.
     LibraryShelf(library::Library& library, std::string disk, ExportJob& job)
         : m_library(library), m_disk(std::move(disk)), m_job(job) {}
 
@@ -22,14 +22,15 @@ class LibraryShelf : public host::ExportService {
     void Begin(int number) override;
     void Complete(int number, const std::string& path) override;
 
-    /// A line for each recording that could not be read, and so was left out.
+    /// A line for each recording that could not be read and is missing from the export.
     const std::vector<std::string>& Failures() const noexcept { return m_failures; }
 
   private:
     library::Library& m_library;
     const std::string m_disk;
     ExportJob& m_job;
-    std::optional<library::Recording> m_recording;  // between the two steps
+    /// Between Begin and Complete.
+    std::optional<library::Recording> m_recording;
     std::vector<std::string> m_failures;
 };
 

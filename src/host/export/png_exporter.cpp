@@ -1,5 +1,6 @@
-#include "host/export/export_formats.h"
-#include "host/export/frame.h"
+#include "host/export/png_exporter.h"
+
+#include "host/export/premultiplied.h"
 #include "host/picture/png_writer.h"
 
 namespace zel::exporter {
@@ -12,7 +13,8 @@ class PngExporter : public Exporter {
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
         const picture::Picture& frame = message.Frame();
-        return {{message.Stem() + ".png", picture::EncodePng(m_premultiplied ? Premultiplied(frame) : frame)}};
+        return {{message.Stem() + ".png",
+                 m_premultiplied ? picture::EncodePng(Premultiplied(frame)) : picture::EncodePng(frame)}};
     }
 
   private:

@@ -4,18 +4,11 @@
 
 #include <stb_image_resize.h>
 
-#include "host/export/frame.h"
-
 namespace zel::exporter {
 
 namespace {
 
-/// Width of a pixel of a frame, its height being 1.
-constexpr double PixelAspect(int lines) noexcept {
-    return lines == 576 ? 12.0 / 11 : 10.0 / 11;
-}
-
-/// How far the result begins right of the picture's first pixel, so that both have the same middle.
+/// Distance in pixels of the result from the picture's first edge to the result's, which gives both the same centre.
 float Shift(int size, double scale, int result) noexcept {
     return static_cast<float>((size * scale - result) / 2);
 }
@@ -24,8 +17,7 @@ float Shift(int size, double scale, int result) noexcept {
 
 picture::Picture Resampled(const picture::Picture& picture, int width, int height, double x_scale, double y_scale) {
     constexpr int kChannels = 4, kAlpha = 3, kFlags = 0;
-    picture::Picture result{width, height, {}};
-    result.rgba.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * kChannels);
+    picture::Picture result = picture::ClearPicture(width, height);
     const int done = stbir_resize_subpixel(
         picture.rgba.data(), picture.width, picture.height, 0, result.rgba.data(), width, height, 0, STBIR_TYPE_UINT8,
         kChannels, kAlpha, kFlags, STBIR_EDGE_CLAMP, STBIR_EDGE_CLAMP, STBIR_FILTER_CATMULLROM, STBIR_FILTER_CATMULLROM,
@@ -35,13 +27,14 @@ picture::Picture Resampled(const picture::Picture& picture, int width, int heigh
     return result;
 }
 
-picture::Picture WithSquarePixels(const picture::Picture& frame) {
-    return Resampled(frame, SquareWidth(frame.height), frame.height, PixelAspect(frame.height), 1);
+picture::Picture WithSquarePixels(const picture::Picture& frame, VideoStandard standard) {
+    const PixelAspect aspect = PixelAspectOf(standard);
+    return Resampled(frame, aspect.SquarePixels(frame.width), frame.height, aspect.Ratio(), 1);
 }
 
-picture::Picture Thumbnail(const picture::Picture& frame) {
+picture::Picture Thumbnail(const picture::Picture& frame, VideoStandard standard) {
     const double x_scale = static_cast<double>(kThumbnailWidth) / frame.width;
-    const double y_scale = x_scale / PixelAspect(frame.height);
+    const double y_scale = x_scale / PixelAspectOf(standard).Ratio();
     const int height = static_cast<int>(frame.height * y_scale + 0.5);
     return Resampled(frame, kThumbnailWidth, height, x_scale, y_scale);
 }

@@ -1,5 +1,6 @@
-#include "host/export/export_formats.h"
-#include "host/export/frame.h"
+#include "host/export/square_exporter.h"
+
+#include "host/export/premultiplied.h"
 #include "host/export/resample.h"
 #include "host/picture/png_writer.h"
 
@@ -12,7 +13,7 @@ class SquareExporter : public Exporter {
     explicit SquareExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
-        picture::Picture picture = WithSquarePixels(message.Frame());
+        picture::Picture picture = WithSquarePixels(message.Frame(), message.Source().standard);
         if (m_premultiplied) picture = Premultiplied(std::move(picture));
         const picture::PngForm form{picture::PngChannels::kColourAndAlpha, picture::PixelShape::kSquare};
         return {{message.Stem() + "_square.png", picture::EncodePng(picture, form)}};

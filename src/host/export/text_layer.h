@@ -7,21 +7,23 @@
 
 namespace zel::exporter {
 
-/// A character in its place on the frame: left edge and width in pixels.
+/// A character on the frame: left edge and width in pixels.
 struct PlacedCharacter {
-    std::string text;  ///< UTF-8, valid.
+    /// Valid UTF-8.
+    std::string text;
     int x = 0;
     int width = 0;
 };
 
-/// A row in its place on the frame: upper edge and height in lines. The characters stand in reading order.
+/// A row on the frame: upper edge and height in pixels.
 struct PlacedRow {
     int top = 0;
     int height = 0;
+    /// In reading order.
     std::vector<PlacedCharacter> characters;
 };
 
-/// The rows of a message that have characters, from the first on.
+/// The rows of a message that have characters, in their order.
 std::vector<PlacedRow> TextLayer(const document::DocumentContents& contents);
 
 }  // namespace zel::exporter

@@ -1,15 +1,19 @@
-#include <cstring>
+#include "host/export/tga_exporter.h"
 
-#include "host/export/export_formats.h"
-#include "host/export/frame.h"
+#include <cstring>
+#include <utility>
+
+#include "host/export/premultiplied.h"
+#include "module/contract/records/video_standard.h"
 
 namespace zel::exporter {
 
 namespace {
 
-/// What the extension area says of the alpha.
+/// Kinds of alpha in the extension area; stored values.
 enum class AlphaType : std::uint8_t { kStraight = 3, kPremultiplied = 4 };
 
+/// Sizes in bytes of the parts of the file beside the pixels.
 constexpr std::size_t kHeaderSize = 18, kExtensionSize = 495, kFooterSize = 26;
 
 void Put16(std::string& bytes, std::size_t offset, unsigned value) {
@@ -32,20 +36,20 @@ std::string Header(const picture::Picture& picture) {
     return header;
 }
 
-/// Blue, green, red, alpha.
-std::string Pixels(const picture::Picture& picture) {
-    std::string pixels(picture.rgba.begin(), picture.rgba.end());
-    for (std::size_t n = 0; n + 3 < pixels.size(); n += 4) std::swap(pixels[n], pixels[n + 2]);
-    return pixels;
+/// Appends the pixels as blue, green, red and alpha.
+void AppendPixels(std::string& bytes, const picture::Picture& picture) {
+    const std::size_t begin = bytes.size();
+    bytes.append(picture.rgba.begin(), picture.rgba.end());
+    for (std::size_t n = begin; n + 3 < bytes.size(); n += 4) std::swap(bytes[n], bytes[n + 2]);
 }
 
-std::string Extension(int lines, AlphaType alpha) {
+std::string Extension(PixelAspect aspect, AlphaType alpha) {
     std::string extension(kExtensionSize, '\0');
     Put16(extension, 0, kExtensionSize);
-    std::memcpy(&extension[426], "ZelTrans", 8);    // software
-    extension[469] = ' ';                           // letter of its version: none
-    Put16(extension, 474, lines == 576 ? 12 : 10);  // width of a pixel
-    Put16(extension, 476, 11);                      // height of a pixel
+    std::memcpy(&extension[426], "ZelTrans", 8);  // software
+    extension[469] = ' ';                         // letter of its version: none
+    Put16(extension, 474, static_cast<unsigned>(aspect.width));
+    Put16(extension, 476, static_cast<unsigned>(aspect.height));
     extension[494] = static_cast<char>(alpha);
     return extension;
 }
@@ -63,9 +67,15 @@ class TgaExporter : public Exporter {
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
         const picture::Picture& frame = message.Frame();
-        std::string bytes = Header(frame) + Pixels(m_premultiplied ? Premultiplied(frame) : frame);
+        std::string bytes = Header(frame);
+        if (m_premultiplied) {
+            AppendPixels(bytes, Premultiplied(frame));
+        } else {
+            AppendPixels(bytes, frame);
+        }
         const std::size_t extension = bytes.size();
-        bytes += Extension(frame.height, m_premultiplied ? AlphaType::kPremultiplied : AlphaType::kStraight);
+        bytes += Extension(PixelAspectOf(message.Source().standard),
+                           m_premultiplied ? AlphaType::kPremultiplied : AlphaType::kStraight);
         bytes += Footer(extension);
         return {{message.Stem() + ".tga", std::move(bytes)}};
     }

@@ -8,10 +8,11 @@ constexpr char32_t kReplacement = 0xFFFD;
 
 struct Decoded {
     char32_t code;
-    std::size_t size;  ///< bytes
+    /// In bytes.
+    std::size_t size;
 };
 
-/// Bytes of the sequence that begins with this one; 0 for one that none begins with.
+/// Bytes of the sequence that begins with this byte; 0 when none begins with it.
 constexpr std::size_t SequenceSize(unsigned char first) noexcept {
     if (first < 0x80) return 1;
     if (first < 0xC2) return 0;

@@ -7,13 +7,14 @@
 
 namespace zel::exporter {
 
-/// The code points of a text; a byte that is no part of a well-formed one, and a control character, is U+FFFD.
+/// The code points of a text. A control character, and a byte that isn't part of a well-formed character, becomes
+/// U+FFFD.
 std::vector<char32_t> CodePoints(std::string_view text);
 
-/// @param codes  as CodePoints gives them.
+/// @param codes  as CodePoints returns them.
 std::string Utf8(std::span<const char32_t> codes);
 
-/// The text as it stands, but for what CodePoints replaces.
+/// The text with the replacements of CodePoints.
 std::string ValidUtf8(std::string_view text);
 
 }  // namespace zel::exporter

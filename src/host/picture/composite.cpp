@@ -8,41 +8,35 @@ namespace zel::picture {
 
 namespace {
 
-/// The part of a box that lies on the canvas, in the box's own pixels.
-struct Part {
-    int left, top, right, bottom;
-};
-
-/// Sizes and places are those of the formats, 16 bits or so: their sums can't wrap.
-Part PartOn(const Canvas& canvas, int x, int y, int width, int height) noexcept {
-    return {std::max(0, -x), std::max(0, -y), std::min(width, canvas.width - x), std::min(height, canvas.height - y)};
+/// Calls `blend` for each row of a box at (x, y) that is in the view.
+/// @param blend  receives the box's own row and first column, and the pixels of the view from there on.
+template <typename BlendRow>
+void ForEachRow(PixelView view, int x, int y, int width, int height, BlendRow blend) noexcept {
+    const PixelBox part = Intersection({x, y, x + width, y + height}, view.Bounds());
+    if (part.IsEmpty()) return;
+    const PixelView pixels = view.Part(part);
+    for (int row = 0; row < pixels.Height(); ++row) blend(part.top - y + row, part.left - x, pixels.Row(row));
 }
 
-std::uint8_t* PixelAt(const Canvas& canvas, int x, int y) noexcept {
-    const std::size_t index = static_cast<std::size_t>(y) * static_cast<std::size_t>(canvas.width);
-    return canvas.rgba.data() + (index + static_cast<std::size_t>(x)) * 4;
+/// The pixels of the source from a place on.
+template <typename Unit>
+const Unit* At(const Unit* source, int width, int row, int column) noexcept {
+    return source + static_cast<std::ptrdiff_t>(row) * width + column;
 }
 
-inline void LayPixel(Rgba source, std::uint8_t* pixel) noexcept {
-    const Rgba mixed = Over(source, {pixel[0], pixel[1], pixel[2], pixel[3]});
-    pixel[0] = mixed.red;
-    pixel[1] = mixed.green;
-    pixel[2] = mixed.blue;
-    pixel[3] = mixed.alpha;
-}
-
-void LayPixels(const std::uint8_t* source, std::uint8_t* pixel, std::size_t count) noexcept {
-    for (; count > 0; --count, source += 4, pixel += 4) {
-        if (source[3] != 0) LayPixel({source[2], source[1], source[0], source[3]}, pixel);
+void BlendBgra(const std::uint8_t* source, std::span<Rgba> pixels) noexcept {
+    for (Rgba& pixel : pixels) {
+        if (source[3] != 0) pixel = Over({source[2], source[1], source[0], source[3]}, pixel);
+        source += 4;
     }
 }
 
-/// Four pixels, which the compiler works on at once where the processor can; alpha in each one's top byte.
+/// Four pixels, on which the compiler works at once where the processor can; alpha in the top byte of each.
 using Four [[gnu::vector_size(16)]] = std::uint32_t;
 constexpr std::size_t kFour = 4;
 constexpr std::uint32_t kAlphaBits = 0xFF000000, kRedAndBlue = 0x00FF00FF;
 
-Four LoadFour(const std::uint8_t* pixels) noexcept {
+Four LoadFour(const void* pixels) noexcept {
     Four four;
     std::memcpy(&four, pixels, sizeof four);
     return four;
@@ -55,53 +49,74 @@ bool AllClear(Four pixels) noexcept {
     return (halves[0] | halves[1]) == 0;
 }
 
-/// Lays a row of the module's pixels over the canvas. Most of a glyph falls on clear ground and comes as it is, with
-/// red and blue in each other's place. Whether a pixel of it is clear changes too often to be asked in a branch.
-void LayRow(const std::uint8_t* source, std::uint8_t* pixel, std::size_t count) noexcept {
-    for (; count >= kFour; count -= kFour, source += 4 * kFour, pixel += 4 * kFour) {
+/// Blends a row of the module's pixels. Most of a glyph falls on clear ground and is copied with red and blue swapped.
+/// Whether a single pixel is clear changes too often for a branch.
+void BlendBgraRow(const std::uint8_t* source, std::span<Rgba> pixels) noexcept {
+    for (; pixels.size() >= kFour; pixels = pixels.subspan(kFour), source += 4 * kFour) {
         const Four above = LoadFour(source);
-        const Four below = LoadFour(pixel);
+        const Four below = LoadFour(pixels.data());
         if (!AllClear(below)) {
-            LayPixels(source, pixel, kFour);
+            BlendBgra(source, pixels.first(kFour));
             continue;
         }
-        const Four turned = above >> 16 | above << 16;
-        const Four straight = (above & ~kRedAndBlue) | (turned & kRedAndBlue);
+        const Four swapped = above >> 16 | above << 16;
+        const Four straight = (above & ~kRedAndBlue) | (swapped & kRedAndBlue);
         const Four is_clear = (above & kAlphaBits) == 0;
-        const Four laid = (straight & ~is_clear) | (below & is_clear);
-        std::memcpy(pixel, &laid, sizeof laid);
+        const Four blended = (straight & ~is_clear) | (below & is_clear);
+        std::memcpy(static_cast<void*>(pixels.data()), &blended, sizeof blended);
     }
-    LayPixels(source, pixel, count);
+    BlendBgra(source, pixels);
 }
 
 }  // namespace
 
-void LayBitmap(const Canvas& canvas, int x, int y, int width, int height, std::span<const std::uint8_t> bgra) noexcept {
-    const Part part = PartOn(canvas, x, y, width, height);
-    for (int row = part.top; row < part.bottom && part.left < part.right; ++row) {
-        const auto from_bottom = static_cast<std::size_t>(height - 1 - row);
-        const std::uint8_t* source =
-            bgra.data() + (from_bottom * static_cast<std::size_t>(width) + static_cast<std::size_t>(part.left)) * 4;
-        std::uint8_t* pixel = PixelAt(canvas, x + part.left, y + row);
-        LayRow(source, pixel, static_cast<std::size_t>(part.right - part.left));
+void Fill(PixelView view, Rgba colour) noexcept {
+    for (int y = 0; y < view.Height(); ++y) std::ranges::fill(view.Row(y), colour);
+}
+
+void FillCheckerboard(PixelView view, int square, Rgba first, Rgba second) noexcept {
+    const auto run = static_cast<std::size_t>(square);
+    for (int y = 0; y < view.Height(); ++y) {
+        bool is_first = y / square % 2 == 0;
+        for (auto row = view.Row(y); !row.empty(); row = row.subspan(std::min(run, row.size()))) {
+            std::ranges::fill(row.first(std::min(run, row.size())), is_first ? first : second);
+            is_first = !is_first;
+        }
     }
 }
 
-void LayColour(const Canvas& canvas, int x, int y, int width, int height, std::span<const std::uint8_t> coverage,
-               COLORREF colour) noexcept {
-    const Part part = PartOn(canvas, x, y, width, height);
-    Rgba paint{static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
-               static_cast<std::uint8_t>(colour >> 16), 0};
-    for (int row = part.top; row < part.bottom && part.left < part.right; ++row) {
-        const std::uint8_t* source = coverage.data() + static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +
-                                     static_cast<std::size_t>(part.left);
-        std::uint8_t* pixel = PixelAt(canvas, x + part.left, y + row);
-        for (int column = part.left; column < part.right; ++column, ++source, pixel += 4) {
-            if (*source == 0) continue;
-            paint.alpha = *source;
-            LayPixel(paint, pixel);
-        }
+void Blend(PixelView view, Rgba colour) noexcept {
+    if (colour.alpha == 255) {
+        Fill(view, colour);
+        return;
     }
+    for (int y = 0; y < view.Height(); ++y) {
+        for (Rgba& pixel : view.Row(y)) pixel = Over(colour, pixel);
+    }
+}
+
+void BlendPixels(PixelView view, int x, int y, ConstPixelView source) noexcept {
+    ForEachRow(view, x, y, source.Width(), source.Height(), [&](int row, int column, std::span<Rgba> pixels) {
+        const Rgba* above = source.Row(row).data() + column;
+        for (Rgba& pixel : pixels) pixel = Over(*above++, pixel);
+    });
+}
+
+void BlendBitmap(PixelView view, int x, int y, const ModuleBitmap& bitmap) noexcept {
+    ForEachRow(view, x, y, bitmap.width, bitmap.height, [&](int row, int column, std::span<Rgba> pixels) {
+        BlendBgraRow(At(bitmap.bgra.data(), bitmap.width * 4, bitmap.height - 1 - row, column * 4), pixels);
+    });
+}
+
+void BlendCoverage(PixelView view, int x, int baseline, const Coverage& coverage, COLORREF colour) noexcept {
+    const int left = x + coverage.left, top = baseline - coverage.top;
+    ForEachRow(view, left, top, coverage.width, coverage.height, [&](int row, int column, std::span<Rgba> pixels) {
+        const std::uint8_t* alpha = At(coverage.bytes.data(), coverage.width, row, column);
+        for (Rgba& pixel : pixels) {
+            if (*alpha != 0) pixel = Over(RgbaOf(colour, *alpha), pixel);
+            ++alpha;
+        }
+    });
 }
 
 }  // namespace zel::picture

@@ -5,8 +5,8 @@
 
 namespace zel::picture {
 
-/// Draws the frames of a message's tab fields over its picture, each with its name, or with its number, from 1, when it
-/// has none. They are for looking at and no part of the message.
+/// Draws the frames of a message's tab fields over its picture, each labelled with its name, or with its number, from
+/// 1, when it has none. They are an aid for viewing and not part of the message.
 void DrawTabFields(Picture& picture, const document::MessageRecord& message);
 
 }  // namespace zel::picture

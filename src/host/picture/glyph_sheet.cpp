@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "host/glyph_bitmaps.h"
+#include "host/picture/composite.h"
 #include "module/contract/zel_font.h"
 
 namespace zel::picture {
@@ -13,20 +14,26 @@ namespace {
 
 constexpr int kColumns = 16;
 constexpr int kRows = kDirectoryEntries / kColumns;
-constexpr int kColourSet = 7;  ///< light grey with a grey edge in the default palette.
+/// Light grey with a grey edge in the default palette.
+constexpr int kColourSet = 7;
 
-constexpr int kGap = 4;         ///< between cells, and around them.
-constexpr int kLabelScale = 2;  ///< pixels of a label's dot.
-constexpr int kCodeHeight = 5 * kLabelScale + kGap;
-constexpr int kLabelWidth = 7 * kLabelScale;  ///< two digits of 3 dots and a dot between them.
-constexpr int kCheck = 6;                     ///< side of a square of the checkerboard.
+/// Between cells, and around them.
+constexpr int kGap = 4;
+/// Side of a label's dot.
+constexpr int kDot = 2;
+constexpr int kCodeHeight = 5 * kDot + kGap;
+/// Two digits of 3 dots, and a dot between them.
+constexpr int kCodeWidth = 7 * kDot;
+/// Side of a square of the checkerboard.
+constexpr int kSquare = 6;
 
 constexpr Rgba kGround{28, 31, 37, 255};
 constexpr Rgba kEmptyCell{42, 46, 54, 255};
 constexpr Rgba kBrokenCell{170, 40, 40, 255};
-/// Black, white and the grey of an edge all stand out.
-constexpr Rgba kChecks[] = {{66, 70, 78, 255}, {86, 90, 98, 255}};
-constexpr Rgba kLabel{205, 210, 218, 255};
+/// Colours of the checkerboard, on which black, white and the grey of an edge are visible.
+constexpr Rgba kDarkSquare{66, 70, 78, 255};
+constexpr Rgba kLightSquare{86, 90, 98, 255};
+constexpr Rgba kCodeColour{205, 210, 218, 255};
 
 /// Hexadecimal digits, 3 dots wide and 5 high: 3 bits a row from the top row down, the leftmost dot first.
 constexpr std::array<std::uint16_t, 16> kDigits = {
@@ -36,15 +43,17 @@ constexpr std::array<std::uint16_t, 16> kDigits = {
     0b111'100'100'100'111, 0b110'101'101'101'110, 0b111'100'110'100'111, 0b111'100'110'100'100,
 };
 
+/// What is visible of a glyph.
 struct Cell {
-    int width = 0;  ///< of what is shown of the glyph
+    int width = 0;
     int height = 0;
-    std::vector<std::uint8_t> bgra;  ///< as BuildMFData leaves it: bottom row first
+    /// See ModuleBitmap.
+    std::vector<std::uint8_t> bgra;
     bool broken = false;
 };
 using Cells = std::vector<Cell>;
 
-/// The upper left part of a glyph, at most a cell large.
+/// The upper left part of a glyph, at most of a cell's size.
 Cell CellOf(const host::GlyphBitmap& glyph) {
     Cell cell;
     if (glyph.pixels.empty()) return cell;
@@ -79,9 +88,9 @@ Cells FetchCells(CZelFont& fonts, GlyphSheet& sheet) {
     return cells;
 }
 
-/// Where the code's cell begins and what it measures.
+/// Positions and sizes of the cells.
 struct Grid {
-    int glyph_width = kLabelWidth;
+    int glyph_width = kCodeWidth;
     int glyph_height = kCodeHeight;
 
     int StepX() const noexcept { return glyph_width + kGap; }
@@ -97,43 +106,26 @@ Grid GridFor(const Cells& cells) {
     return grid;
 }
 
-/// Fills a rectangle that lies within the picture; `colour_at` is asked with places in the rectangle.
-template <typename ColourAt>
-void Fill(Picture& picture, int left, int top, int width, int height, ColourAt colour_at) {
-    for (int y = 0; y < height; ++y) {
-        auto at = (static_cast<std::size_t>(top + y) * static_cast<std::size_t>(picture.width) +
-                   static_cast<std::size_t>(left)) *
-                  4;
-        for (int x = 0; x < width; ++x, at += 4) {
-            const Rgba colour = colour_at(x, y);
-            picture.rgba[at] = colour.red;
-            picture.rgba[at + 1] = colour.green;
-            picture.rgba[at + 2] = colour.blue;
-            picture.rgba[at + 3] = colour.alpha;
-        }
+PixelBox BoxAt(int left, int top, int width, int height) noexcept {
+    return {left, top, left + width, top + height};
+}
+
+void DrawDigit(PixelView page, int left, int top, unsigned digit) {
+    for (int dot = 0; dot < 15; ++dot) {
+        if ((kDigits[digit] >> (14 - dot) & 1) == 0) continue;
+        Fill(page.Part(BoxAt(left + dot % 3 * kDot, top + dot / 3 * kDot, kDot, kDot)), kCodeColour);
     }
 }
 
-void DrawLabel(Picture& picture, int left, int top, unsigned code) {
-    for (const unsigned digit : {code >> 4, code & 0xF}) {
-        Fill(picture, left, top, 3 * kLabelScale, 5 * kLabelScale, [digit](int x, int y) {
-            const int dot = y / kLabelScale * 3 + x / kLabelScale;
-            return (kDigits[digit] >> (14 - dot) & 1) != 0 ? kLabel : kGround;
-        });
-        left += 4 * kLabelScale;
-    }
-}
-
-void DrawCell(Picture& picture, const Grid& grid, unsigned code, const Cell& cell) {
+void DrawCell(PixelView page, const Grid& grid, unsigned code, const Cell& cell) {
     const int left = kGap + static_cast<int>(code % kColumns) * grid.StepX();
     const int label = kGap + static_cast<int>(code / kColumns) * grid.StepY();
     const int top = label + kCodeHeight;
-    DrawLabel(picture, left, label, code);
-    const Rgba ground = cell.broken ? kBrokenCell : kEmptyCell;
-    Fill(picture, left, top, grid.glyph_width, grid.glyph_height, [ground](int, int) { return ground; });
-    Fill(picture, left, top, cell.width, cell.height,
-         [](int x, int y) { return kChecks[(x / kCheck + y / kCheck) % 2]; });
-    LayBitmap({picture.width, picture.height, picture.rgba}, left, top, cell.width, cell.height, cell.bgra);
+    DrawDigit(page, left, label, code >> 4);
+    DrawDigit(page, left + 4 * kDot, label, code & 0xF);
+    Fill(page.Part(BoxAt(left, top, grid.glyph_width, grid.glyph_height)), cell.broken ? kBrokenCell : kEmptyCell);
+    FillCheckerboard(page.Part(BoxAt(left, top, cell.width, cell.height)), kSquare, kDarkSquare, kLightSquare);
+    BlendBitmap(page, left, top, {cell.width, cell.height, cell.bgra});
 }
 
 }  // namespace
@@ -142,12 +134,10 @@ GlyphSheet DrawGlyphSheet(CZelFont& fonts) {
     GlyphSheet sheet;
     const Cells cells = FetchCells(fonts, sheet);
     const Grid grid = GridFor(cells);
-    Picture& picture = sheet.picture;
-    picture.width = kGap + kColumns * grid.StepX();
-    picture.height = kGap + kRows * grid.StepY();
-    picture.rgba.resize(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height) * 4);
-    Fill(picture, 0, 0, picture.width, picture.height, [](int, int) { return kGround; });
-    for (unsigned code = 0; code < kDirectoryEntries; ++code) DrawCell(picture, grid, code, cells[code]);
+    sheet.picture = ClearPicture(kGap + kColumns * grid.StepX(), kGap + kRows * grid.StepY());
+    const PixelView page = sheet.picture.View();
+    Fill(page, kGround);
+    for (unsigned code = 0; code < kDirectoryEntries; ++code) DrawCell(page, grid, code, cells[code]);
     return sheet;
 }
 

@@ -5,21 +5,26 @@
 
 #include "host/picture/picture.h"
 
+class CZelFont;
+
 namespace zel::picture {
 
 /// All glyphs of a font in one opaque picture, 16 codes a row, each cell with its code in hexadecimal above the glyph.
 struct GlyphSheet {
     Picture picture;
-    int glyphs = 0;                     ///< codes that have pixels.
-    int cut = 0;                        ///< glyphs larger than a cell can be, of which the upper left part is shown.
-    std::vector<std::string> failures;  ///< a line for each glyph that couldn't be had; its cell is red.
+    /// Number of codes that have pixels.
+    int glyphs = 0;
+    /// Number of glyphs larger than a cell can be; their upper left part is drawn.
+    int cut = 0;
+    /// A line for each glyph that could not be drawn; its cell is red.
+    std::vector<std::string> failures;
 };
 
 /// Largest width and height of a glyph's cell in pixels, so that a sheet stays below 4200 x 3300.
 inline constexpr int kLargestGlyphCell = 256;
 
-/// Draws the glyphs of slot 0 in colour set 7, each at the upper left of its cell on a checkerboard of its own size;
-/// the ground of a cell without a glyph stays plain. A cell is as large as the largest glyph.
+/// Draws the glyphs of slot 0 in colour set 7, each at the upper left of its cell on a checkerboard of its own size. A
+/// cell without a glyph has a plain ground. A cell has the size of the largest glyph.
 /// @param fonts  with a font in slot 0.
 GlyphSheet DrawGlyphSheet(CZelFont& fonts);
 

@@ -9,7 +9,7 @@ namespace zel::picture {
 
 namespace {
 
-/// A picture being read; its memory is given back whichever way the reading ends.
+/// Owns the library's state of a picture that is being read.
 class Image {
   public:
     Image() noexcept { m_image.version = PNG_IMAGE_VERSION; }
@@ -38,9 +38,8 @@ Picture DecodePng(std::string_view bytes) {
         Fail(std::to_string(width) + " x " + std::to_string(height) + " pixels are too many");
     }
     image->format = PNG_FORMAT_RGBA;
-    image->flags |= PNG_IMAGE_FLAG_16BIT_sRGB;  // else 16 bits are taken for light, not for video
-    Picture picture{static_cast<int>(width), static_cast<int>(height), {}};
-    picture.rgba.resize(PNG_IMAGE_SIZE(*image.Get()));
+    image->flags |= PNG_IMAGE_FLAG_16BIT_sRGB;  // without it 16 bits are read as linear light
+    Picture picture = ClearPicture(static_cast<int>(width), static_cast<int>(height));
     if (png_image_finish_read(image.Get(), nullptr, picture.rgba.data(), 0, nullptr) == 0) Fail(image->message);
     return picture;
 }

@@ -1,7 +1,7 @@
 #include "host/picture/png_writer.h"
 
-#include <algorithm>
 #include <cstdio>
+#include <span>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -9,23 +9,18 @@
 #include <png.h>
 
 #include "base/whole_file.h"
+#include "module/contract/records/video_standard.h"
 
 namespace zel::picture {
 
 namespace {
 
-/// Text pictures are flat: a higher level costs time and saves next to nothing.
+/// Pictures of text have large areas of one colour: a higher level takes time and saves hardly any bytes.
 constexpr int kCompressionLevel = 2;
 
-/// Pixels per unit of length that give a pixel its shape; only their ratio counts.
-struct PixelDensity {
-    png_uint_32 x, y;
-};
-
-/// A pixel that is 10 wide and 11 high lies 11 times across where it lies 10 times down.
-constexpr PixelDensity DensityOf(PixelShape shape, int height) noexcept {
+constexpr PixelAspect AspectOf(PixelShape shape, int height) noexcept {
     if (shape == PixelShape::kSquare) return {1, 1};
-    return height == 576 ? PixelDensity{11, 12} : PixelDensity{11, 10};
+    return PixelAspectOf(VideoStandardOf(height).value_or(VideoStandard::kNtsc));
 }
 
 constexpr int ColourType(PngChannels channels) noexcept {
@@ -33,13 +28,15 @@ constexpr int ColourType(PngChannels channels) noexcept {
     return channels == PngChannels::kColour ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGB_ALPHA;
 }
 
-/// What an encoding works on. It lies outside the function that the library leaves by longjmp.
+/// Data of an encoding. It is outside the function that the library leaves by longjmp.
 struct Encoding {
-    const Picture& picture;
+    ConstPixelView pixels;
     PngForm form;
     std::string bytes;
-    std::vector<png_byte> row;           ///< used when the file holds less than the picture.
-    char reason[200] = "out of memory";  ///< of a failure.
+    /// A row of the file; empty when the file has all channels of the picture.
+    std::vector<png_byte> row;
+    /// Of a failure.
+    char reason[200] = "out of memory";
 };
 
 void OnPngError(png_structp png, png_const_charp text) {
@@ -60,43 +57,45 @@ bool Append(std::string& bytes, png_bytep more, std::size_t size) noexcept {
 }
 
 void OnPngBytes(png_structp png, png_bytep bytes, std::size_t size) {
-    // No exception may pass through the library, and none may be under way when it jumps.
+    // An exception must not pass through the library, nor be active when the library jumps.
     if (!Append(static_cast<Encoding*>(png_get_io_ptr(png))->bytes, bytes, size)) png_error(png, "out of memory");
 }
 
 void OnPngFlush(png_structp /*png*/) {}
 
-/// The row as the file holds it.
-const png_byte* FileRow(Encoding& encoding, int index) noexcept {
-    const std::size_t width = static_cast<std::size_t>(encoding.picture.width);
-    const png_byte* pixels = encoding.picture.rgba.data() + static_cast<std::size_t>(index) * width * 4;
-    if (encoding.row.empty()) return pixels;
+/// A row in the file's channels.
+const png_byte* FileRow(Encoding& encoding, std::span<const Rgba> pixels) noexcept {
+    if (encoding.row.empty()) return &pixels.front().red;
     png_byte* out = encoding.row.data();
-    for (std::size_t n = 0; n < width; ++n, pixels += 4) {
+    for (const Rgba& pixel : pixels) {
         if (encoding.form.channels == PngChannels::kAlpha) {
-            *out++ = pixels[3];
+            *out++ = pixel.alpha;
         } else {
-            out = std::copy_n(pixels, 3, out);
+            *out++ = pixel.red;
+            *out++ = pixel.green;
+            *out++ = pixel.blue;
         }
     }
     return encoding.row.data();
 }
 
 void WriteChunks(png_structp png, png_infop info, Encoding& encoding) {
-    const Picture& picture = encoding.picture;
-    const PixelDensity density = DensityOf(encoding.form.shape, picture.height);
-    png_set_IHDR(png, info, static_cast<png_uint_32>(picture.width), static_cast<png_uint_32>(picture.height), 8,
+    const ConstPixelView pixels = encoding.pixels;
+    const PixelAspect aspect = AspectOf(encoding.form.shape, pixels.Height());
+    png_set_IHDR(png, info, static_cast<png_uint_32>(pixels.Width()), static_cast<png_uint_32>(pixels.Height()), 8,
                  ColourType(encoding.form.channels), PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);
-    png_set_pHYs(png, info, density.x, density.y, PNG_RESOLUTION_UNKNOWN);
+    // The chunk has pixels per unit of length: 11 across for 10 down when a pixel is 10 wide and 11 high.
+    png_set_pHYs(png, info, static_cast<png_uint_32>(aspect.height), static_cast<png_uint_32>(aspect.width),
+                 PNG_RESOLUTION_UNKNOWN);
     png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
     png_set_compression_level(png, kCompressionLevel);
     png_write_info(png, info);
-    for (int row = 0; row < picture.height; ++row) png_write_row(png, FileRow(encoding, row));
+    for (int y = 0; y < pixels.Height(); ++y) png_write_row(png, FileRow(encoding, pixels.Row(y)));
     png_write_end(png, info);
 }
 
-/// The library leaves by longjmp when it fails, so nothing that wants destroying may live in this function.
+/// The library leaves by longjmp when it fails, so this function must not have objects with destructors.
 bool Encode(Encoding& encoding) {
     png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &encoding, OnPngError, OnPngWarning);
     png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
@@ -117,9 +116,8 @@ bool Encode(Encoding& encoding) {
 }  // namespace
 
 std::string EncodePng(const Picture& picture, PngForm form) {
-    Encoding encoding{picture, form, {}, {}};
-    const std::size_t width = picture.width > 0 ? static_cast<std::size_t>(picture.width) : 0;
-    if (form.channels != PngChannels::kColourAndAlpha) encoding.row.resize(width * 3);
+    Encoding encoding{picture.View(), form, {}, {}};
+    if (form.channels != PngChannels::kColourAndAlpha) encoding.row.resize(PixelBytes(picture.width, 1));
     if (!Encode(encoding)) throw std::runtime_error(std::string("no PNG could be made: ") + encoding.reason);
     return std::move(encoding.bytes);
 }

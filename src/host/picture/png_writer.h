@@ -7,17 +7,22 @@
 
 namespace zel::picture {
 
-/// What a PNG holds of each pixel, 8 bits a channel.
+/// The channels of a PNG, 8 bits each.
 enum class PngChannels {
-    kColourAndAlpha,  ///< red, green, blue and alpha, as they stand in the picture.
-    kColour,          ///< red, green and blue.
-    kAlpha,           ///< the alpha as grey.
+    /// Red, green, blue and straight alpha, as in the picture.
+    kColourAndAlpha,
+    /// Red, green and blue.
+    kColour,
+    /// The alpha as grey.
+    kAlpha,
 };
 
-/// The shape of a pixel that a PNG tells.
+/// The pixel aspect ratio that a PNG contains.
 enum class PixelShape {
-    kVideo,   ///< the screen is 4:3: 10:11 as wide as high in 486 lines and 12:11 in 576.
-    kSquare,  ///< as wide as high.
+    /// That of the video standard with the picture's height; of NTSC for any other height.
+    kVideo,
+    /// As wide as high.
+    kSquare,
 };
 
 struct PngForm {
@@ -29,8 +34,8 @@ struct PngForm {
 /// @throws std::runtime_error with the reason.
 std::string EncodePng(const Picture& picture, PngForm form = {});
 
-/// Writes a picture as PNG with its alpha and its pixels' shape. The file appears whole or not at all.
-/// @throws std::runtime_error with the file's name and the reason; a file that was there before stays as it was.
+/// Writes a picture as PNG with its alpha and its pixel aspect ratio. The file appears complete or not at all.
+/// @throws std::runtime_error with the file's name and the reason; an existing file is unchanged then.
 void WritePng(const std::filesystem::path& file, const Picture& picture);
 
 }  // namespace zel::picture

@@ -16,12 +16,12 @@ namespace zel::picture {
 
 namespace {
 
-/// Bytes of the largest picture's file.
+/// Bytes of a file with the largest picture.
 constexpr std::uintmax_t kLargestRgbaFile =
     sizeof(tag_psos_header) + font::kStoredGlyphHeadSize + std::uintmax_t{4} * kLargestRgbaSide * kLargestRgbaSide;
 
-RgbaPicture No(std::string trouble) {
-    return {std::nullopt, std::move(trouble)};
+RgbaPicture Failure(std::string reason) {
+    return {std::nullopt, std::move(reason)};
 }
 
 std::string SizeText(const font::StoredGlyphHead& head) {
@@ -29,7 +29,7 @@ std::string SizeText(const font::StoredGlyphHead& head) {
 }
 
 /// Why a record gives no picture; empty when it gives one.
-std::string Trouble(const font::StoredGlyphHead& head, std::size_t present) {
+std::string ErrorOf(const font::StoredGlyphHead& head, std::size_t present) {
     switch (font::CheckStoredGlyph(head, present)) {
         case font::StoredGlyphFault::kNone:
             break;
@@ -50,31 +50,31 @@ std::string Trouble(const font::StoredGlyphHead& head, std::size_t present) {
 }  // namespace
 
 RgbaPicture ConvertRgbaFile(std::span<const std::uint8_t> file) {
-    if (!IsRgbaFileType(message::ConvertPsosHeader(file).file_type)) return No("it is no RGBA file");
-    if (file.size() < sizeof(tag_psos_header)) return No("the picture's size is missing");
+    if (!IsRgbaFileType(message::ConvertPsosHeader(file).file_type)) return Failure("it is no RGBA file");
+    if (file.size() < sizeof(tag_psos_header)) return Failure("the picture's size is missing");
     const auto record = file.subspan(sizeof(tag_psos_header));
     const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(record);
-    std::string trouble = Trouble(head, record.size());
-    if (!trouble.empty()) return No(std::move(trouble));
+    std::string error = ErrorOf(head, record.size());
+    if (!error.empty()) return Failure(std::move(error));
     Picture picture{head.width, head.height, {}};
-    const std::size_t size = static_cast<std::size_t>(head.width) * static_cast<std::size_t>(head.height) * 4;
+    const std::size_t size = PixelBytes(head.width, head.height);
     const auto pixels = record.subspan(font::kStoredGlyphHeadSize, size);
     picture.rgba.assign(pixels.begin(), pixels.end());
     font::StraightenPixels(picture.rgba);
-    for (std::size_t n = 0; n < size; n += 4) std::swap(picture.rgba[n], picture.rgba[n + 2]);  // red to the front
+    for (std::size_t n = 0; n < size; n += 4) std::swap(picture.rgba[n], picture.rgba[n + 2]);  // blue and red
     return {std::move(picture), {}};
 }
 
 RgbaPicture ReadRgbaFile(const std::string& path) {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error) return No("the picture can't be read: " + error.message());
+    if (error) return Failure("the picture can't be read: " + error.message());
     errno = 0;
     std::ifstream in(path, std::ios::binary);
-    // What lies behind the largest picture isn't looked at.
+    // Bytes after the largest possible picture are ignored.
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(std::min(size, kLargestRgbaFile)));
     in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!in) return No("the picture can't be read: " + std::generic_category().message(errno != 0 ? errno : EIO));
+    if (!in) return Failure("the picture can't be read: " + std::generic_category().message(errno != 0 ? errno : EIO));
     return ConvertRgbaFile(bytes);
 }
 

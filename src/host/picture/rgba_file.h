@@ -9,22 +9,24 @@
 
 namespace zel::picture {
 
-/// The largest width and height of an RGBA file's picture, pixels: more than any screen that one was made for. It
-/// bounds the memory that a file can ask for.
+/// Largest width and height of an RGBA file's picture in pixels: larger than any screen that such files were made for.
+/// It limits the memory that a file can request.
 inline constexpr int kLargestRgbaSide = 4096;
 
-/// The picture of an RGBA file in its own size, or why there is none.
+/// The picture of an RGBA file in its own size, or the reason why there is none.
 struct RgbaPicture {
     std::optional<Picture> picture;
-    std::string trouble;  ///< words that follow the file's name; empty with a picture.
+    /// Text that follows the file's name in an error message; empty with a picture.
+    std::string error;
 };
 
-/// Reads the picture behind a file's 136-byte header, a stored glyph record. A record that doesn't hold all of its
-/// pixels gives no picture; bytes behind the record aren't looked at.
-/// @param file  of type 714 or 717.
+/// Reads the picture after a file's 136-byte header, a stored glyph record. A record that doesn't contain all of its
+/// pixels gives no picture; bytes after the record are ignored.
+/// @param file  of type 714 or 717; any other type gives no picture.
 RgbaPicture ConvertRgbaFile(std::span<const std::uint8_t> file);
 
-/// @param path  this system's.
+/// Reads the picture of a file.
+/// @param path  in this system's form.
 RgbaPicture ReadRgbaFile(const std::string& path);
 
 }  // namespace zel::picture

@@ -1,23 +1,24 @@
 #pragma once
 
-#include "host/picture/text_face.h"
+#include "host/picture/coverage.h"
 
 namespace zel::picture {
 
-/// Pixels that a shadow or an offset lies right of and below its face.
-struct EdgeWay {
+/// Direction and distance of a shadow or an offset from its face, in pixels.
+struct EdgeVector {
     int right = 0;
     int down = 0;
 };
 
-/// The way of an edge: the angle is in degrees, 0 up and then clockwise in steps of 45.
-EdgeWay WayOfEdge(int angle, int size) noexcept;
+/// @param angle  degrees, 0 up and then clockwise in steps of 45.
+/// @param size   length in pixels.
+EdgeVector EdgeVectorOf(int angle, int size) noexcept;
 
-/// The face once more, moved.
-Coverage MovedBy(const Coverage& face, EdgeWay way);
+/// The face, moved by the vector.
+Coverage Shifted(const Coverage& face, EdgeVector vector);
 
-/// The face drawn out solid all along the way. The face's own place isn't part of it: it would darken the smooth
-/// outline on the lit side.
-Coverage DrawnOutAlong(const Coverage& face, EdgeWay way);
+/// The area that the face covers on its way along the vector. The face's first position isn't part of it: it would
+/// darken the smooth outline on the lit side.
+Coverage Extruded(const Coverage& face, EdgeVector vector);
 
 }  // namespace zel::picture

@@ -57,7 +57,7 @@ BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digest
 BatchRecorder::~BatchRecorder() = default;
 
 void BatchRecorder::OnMessage(const document::MessageRecord& message) {
-    m_arrived = ArrivedMessage{0, message, m_pictures.TakePicture(), m_pictures.Trouble()};
+    m_arrived = ArrivedMessage{0, message, m_pictures.TakePicture(), m_pictures.RgbaError()};
 }
 
 void BatchRecorder::OnBatchItem(const host::BatchItem& item) {

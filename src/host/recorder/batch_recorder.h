@@ -10,6 +10,7 @@
 
 #include "host/host_observer.h"
 #include "host/library/library.h"
+#include "host/picture/picture_composer.h"
 #include "host/recorder/make_recording.h"
 #include "host/recorder/ordered_workers.h"
 

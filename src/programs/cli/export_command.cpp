@@ -6,6 +6,7 @@
 #include <thread>
 #include <vector>
 
+#include "host/export/export_formats.h"
 #include "host/export/export_job.h"
 #include "host/export/library_shelf.h"
 #include "host/library/library.h"

@@ -8,7 +8,7 @@
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
 #include "host/picture/field_overlay.h"
-#include "host/picture/picture.h"
+#include "host/picture/picture_composer.h"
 #include "host/picture/png_writer.h"
 #include "host/run/import_run.h"
 #include "programs/cli/settings_scope.h"
@@ -79,7 +79,7 @@ ExitCode Import::Run() {
 void Import::WritePicture(const run::ImportOutcome& outcome) {
     std::optional<picture::Picture> picture = m_picture.TakePicture();
     if (!picture) {
-        const std::string& trouble = m_picture.Trouble();
+        const std::string& trouble = m_picture.RgbaError();
         SayNote(m_arguments.request.message +
                 (!outcome.message   ? " was not inserted; "
                  : !trouble.empty() ? ": " + trouble + "; "

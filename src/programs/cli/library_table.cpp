@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "host/export/export_subject.h"
+#include "host/export/message_title.h"
 #include "programs/cli/text_columns.h"
 
 namespace zel::cli {

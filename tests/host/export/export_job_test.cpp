@@ -75,7 +75,7 @@ TEST_F(Job, ListsEveryFileWithItsChecksum) {
     EXPECT_EQ(manifest["messages"][1]["files"][0]["name"], "0004.tga");
 }
 
-TEST_F(Job, GoesOnAfterAMessageThatFails) {
+TEST_F(Job, ContinuesAfterAMessageThatFails) {
     std::vector<library::Recording> recordings = {Recorded(1), Recorded(2),     Recorded(3),
                                                   Recorded(3), Recorded(10000), Recorded(4)};
     recordings[0].picture.clear();
@@ -90,7 +90,7 @@ TEST_F(Job, GoesOnAfterAMessageThatFails) {
     EXPECT_TRUE(files.contains("0002.json") && files.contains("0004.png") && !files.contains("0002.png"));
 }
 
-TEST_F(Job, TellsWhichFileCouldNotBeWrittenAndLeavesNoHalfOfIt) {
+TEST_F(Job, ReportsAFileThatCouldNotBeWritten) {
     std::filesystem::create_directories(m_out / "0001.json");
     const exporter::ExportSummary summary = Run(m_out, {"json"}, {Recorded(1), Recorded(2)});
     EXPECT_THAT(summary.failures, ElementsAre(AllOf(StartsWith("0001: json: " + (m_out / "0001.json").string()),
@@ -98,7 +98,7 @@ TEST_F(Job, TellsWhichFileCouldNotBeWrittenAndLeavesNoHalfOfIt) {
     EXPECT_EQ(FilesIn(m_out).size(), 4U);
 }
 
-TEST_F(Job, LeavesNothingOfAFileThatHasNoRoom) {
+TEST_F(Job, LeavesNothingOfAFileOnAFullDisk) {
     const auto previous_handler = std::signal(SIGXFSZ, SIG_IGN);
     rlimit previous{};
     getrlimit(RLIMIT_FSIZE, &previous);

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "host/export/frame.h"
+#include "host/export/premultiplied.h"
 #include "host/export/recordings.h"
-#include "host/picture/composite.h"
 
 namespace zel::test {
 
@@ -14,8 +14,7 @@ using testing::HasSubstr;
 using testing::Key;
 
 picture::Rgba PixelOf(const picture::Picture& picture, int x, int y) {
-    const auto n = static_cast<std::size_t>(y * picture.width + x) * 4;
-    return {picture.rgba[n], picture.rgba[n + 1], picture.rgba[n + 2], picture.rgba[n + 3]};
+    return picture.View().Row(y)[static_cast<std::size_t>(x)];
 }
 
 TEST(KeyAndFill, GiveThePictureBack) {
@@ -34,7 +33,7 @@ TEST(KeyAndFill, GiveThePictureBack) {
     }
 }
 
-TEST(Png, IsStraightUnlessItIsAskedFor) {
+TEST(Png, IsStraightUnlessPremultiplied) {
     const picture::Picture picture = Colourful();
     EXPECT_EQ(picture::DecodePng(Exported("png", Recorded())["0012.png"]).rgba, picture.rgba);
     const picture::Picture multiplied =
@@ -48,7 +47,7 @@ TEST(Png, IsStraightUnlessItIsAskedFor) {
     }
 }
 
-TEST(Tga, TellsItsSizeItsOriginAndItsAlpha) {
+TEST(Tga, HasItsSizeOriginAndAlpha) {
     for (const bool premultiplied : {false, true}) {
         const std::string bytes = Exported("tga", Recorded(), {.premultiplied = premultiplied})["0012.tga"];
         const auto at = [&](std::size_t n) { return static_cast<std::uint8_t>(bytes.at(n)); };
@@ -62,16 +61,18 @@ TEST(Tga, TellsItsSizeItsOriginAndItsAlpha) {
         const picture::Picture picture = premultiplied ? exporter::Premultiplied(Colourful()) : Colourful();
         for (std::size_t n = 0; n < picture.rgba.size(); n += 4) {
             const picture::Rgba pixel{at(18 + n + 2), at(18 + n + 1), at(18 + n), at(18 + n + 3)};
-            ASSERT_EQ(pixel, PixelOf(picture, static_cast<int>(n / 4), 0));
+            ASSERT_EQ(pixel, PixelOf(picture, static_cast<int>(n / 4 % 720), static_cast<int>(n / 4 / 720)));
         }
     }
 }
 
 struct PlaceCase {
     const char* name;
-    int width, height, lines;
-    int x, y;              // a pixel of the picture
-    int frame_x, frame_y;  // where it lies
+    int width, height;
+    VideoStandard standard;
+    /// A pixel of the picture, and its position on the frame.
+    int x, y;
+    int frame_x, frame_y;
 };
 void PrintTo(const PlaceCase& row, std::ostream* out) {
     *out << row.name;
@@ -80,22 +81,22 @@ class Placed : public testing::TestWithParam<PlaceCase> {};
 TEST_P(Placed, InTheMiddleOfTheFrame) {
     const PlaceCase& row = GetParam();
     const picture::Picture picture = Colourful(row.width, row.height);
-    const picture::Picture frame = exporter::PlacedOnFrame(picture, row.lines);
+    const picture::Picture frame = exporter::PlacedOnFrame(picture, row.standard);
     EXPECT_EQ(frame.width, 720);
-    EXPECT_EQ(frame.height, row.lines);
+    EXPECT_EQ(frame.height, ActiveLines(row.standard));
     EXPECT_EQ(PixelOf(frame, row.frame_x, row.frame_y), PixelOf(picture, row.x, row.y));
     if (row.frame_x > 0) {
         EXPECT_EQ(PixelOf(frame, row.frame_x - 1, row.frame_y), picture::Rgba{});
     }
 }
 INSTANTIATE_TEST_SUITE_P(Each, Placed,
-                         testing::Values(PlaceCase{"of_its_size", 720, 576, 576, 0, 575, 0, 575},
-                                         PlaceCase{"small", 300, 101, 486, 0, 60, 210, 252},
-                                         PlaceCase{"too_large", 800, 600, 486, 40, 56, 0, 0},
-                                         PlaceCase{"too_high_alone", 700, 491, 486, 0, 2, 10, 0}),
+                         testing::Values(PlaceCase{"of_its_size", 720, 576, VideoStandard::kPal, 0, 575, 0, 575},
+                                         PlaceCase{"small", 300, 101, VideoStandard::kNtsc, 0, 60, 210, 252},
+                                         PlaceCase{"too_large", 800, 600, VideoStandard::kNtsc, 40, 56, 0, 0},
+                                         PlaceCase{"too_high_alone", 700, 491, VideoStandard::kNtsc, 0, 2, 10, 0}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(SquarePixels, HaveTheWidthOfTheScreenAndSayThatTheyAreSquare) {
+TEST(SquarePixels, HaveTheScreensWidthAndAreMarkedAsSquare) {
     for (const auto& [lines, width] : {std::pair(486, 655), std::pair(576, 785)}) {
         const std::string bytes = Exported("square", Recorded(12, Colourful(720, lines)))["0012_square.png"];
         EXPECT_EQ(picture::DecodePng(bytes).width, width);

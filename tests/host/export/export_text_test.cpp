@@ -4,7 +4,9 @@
 
 #include "base/sha256.h"
 #include "host/document/message_document.h"
+#include "host/export/file_names.h"
 #include "host/export/html_text.h"
+#include "host/export/message_title.h"
 #include "host/export/recordings.h"
 #include "host/export/text_layer.h"
 #include "host/export/utf8.h"

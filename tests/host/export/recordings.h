@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/export/exporter.h"
+#include "host/export/export_formats.h"
 #include "host/picture/png_reader.h"
 #include "host/picture/png_writer.h"
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <string_view>
 
-#include "host/export/export_subject.h"
+#include "host/export/message_title.h"
 #include "programs/desktop/common/library_wait.h"
 #include "programs/desktop/models/message_details.h"
 #include "programs/desktop/models/thumbnail_loader.h"

@@ -5,7 +5,7 @@
 #include <QSettings>
 #include <QStandardPaths>
 
-#include "host/export/exporter.h"
+#include "host/export/export_formats.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/windows/pick.h"
 #include "ui_export_dialog.h"

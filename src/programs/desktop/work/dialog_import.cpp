@@ -3,6 +3,7 @@
 #include <variant>
 
 #include "host/module_call.h"
+#include "host/picture/picture_composer.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 #include "platform/system/files.h"

@@ -4,7 +4,7 @@
 #include <QTimer>
 #include <filesystem>
 
-#include "host/picture/picture.h"
+#include "host/picture/picture_composer.h"
 #include "host/run/import_run.h"
 #include "programs/desktop/common/library_wait.h"
 #include "programs/desktop/common/text.h"

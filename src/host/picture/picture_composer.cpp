@@ -1,9 +1,10 @@
-#include "host/picture/picture.h"
+#include "host/picture/picture_composer.h"
 
 #include <utility>
 #include <variant>
 
 #include "host/glyph_bitmaps.h"
+#include "host/picture/composite.h"
 #include "host/picture/rgba_file.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
@@ -14,7 +15,7 @@ namespace zel::picture {
 
 namespace {
 
-/// Lines by which a font's characters lie higher than in a row that is set in this font alone.
+/// Pixels by which a font's characters are higher than in a row that is set in this font alone.
 int LiftInRow(const CZelFont& fonts, int slot, const tag_msg_row& row) noexcept {
     const tag_font_header* header = fonts.m_Slots[slot].font_header;
     return header != nullptr ? row.Top() - header->row_inset - header->row_top_offset : 0;
@@ -28,7 +29,7 @@ int RowBaseline(const CZelFont& fonts, const tag_msg_row& row, int y) noexcept {
     return y + first.Y() - lift;
 }
 
-/// Line that a character in text form stands on. base_shift leads to the top of its glyph; with Baseline Align it is 0.
+/// Baseline of a character in text form. base_shift leads to the top of its glyph; with Baseline Align it is 0.
 int TextBaseline(const CZelFont& fonts, const CZelMessage& message, const tag_CharInf& info,
                  unsigned character) noexcept {
     const bool aligned = message.m_pOwner != nullptr && message.m_pOwner->m_bBaselineAlign != 0;
@@ -39,24 +40,6 @@ int TextBaseline(const CZelFont& fonts, const CZelMessage& message, const tag_Ch
 
 }  // namespace
 
-std::vector<std::uint8_t> SparePixels::Take(std::size_t size) {
-    std::vector<std::uint8_t> pixels;
-    {
-        const std::lock_guard lock(m_mutex);
-        if (!m_spare.empty()) {
-            pixels = std::move(m_spare.back());
-            m_spare.pop_back();
-        }
-    }
-    pixels.assign(size, 0);
-    return pixels;
-}
-
-void SparePixels::Give(std::vector<std::uint8_t> pixels) {
-    const std::lock_guard lock(m_mutex);
-    m_spare.push_back(std::move(pixels));
-}
-
 void PictureComposer::OnSend(const host::SentMessage& sent) {
     if (const auto* ready = std::get_if<host::FontsReady>(&sent.event)) BeginMessage(ready->fonts);
     if (const auto* chosen = std::get_if<host::RgbaChosen>(&sent.event)) LoadRgba(chosen->dialog);
@@ -66,23 +49,23 @@ void PictureComposer::OnSend(const host::SentMessage& sent) {
 void PictureComposer::BeginMessage(CZelFont& fonts) {
     m_fonts = &fonts;
     m_bitmaps = nullptr;
-    m_arrived.clear();
+    m_pending.clear();
     m_picture.reset();
-    m_trouble.clear();
+    m_rgba_error.clear();
 }
 
 void PictureComposer::OnChar(const host::SentCharacter& character) {
     if (character.info.slot < 0) return;  // a row without characters
     m_bitmaps = &character.glyphs;
     const LOGFONT* font = character.info.log_font;
-    m_arrived.push_back({character.info, font != nullptr ? *font : LOGFONT{}, character.character});
+    m_pending.push_back({character.info, font != nullptr ? *font : LOGFONT{}, character.character});
 }
 
 void PictureComposer::LoadRgba(const CZelTransDlg& dialog) {
     const std::string file = std::string(dialog.m_sMessageDir.GetString()) + '\\' + dialog.m_sMessageID.GetString();
     RgbaPicture rgba = ReadRgbaFile(system::NativePath(file.c_str()));
     m_picture = std::move(rgba.picture);
-    m_trouble = std::move(rgba.trouble);
+    m_rgba_error = std::move(rgba.error);
 }
 
 void PictureComposer::Compose(const CZelMessage& message) {
@@ -90,33 +73,29 @@ void PictureComposer::Compose(const CZelMessage& message) {
     Picture& picture = m_picture.emplace();
     picture.width = kPictureWidth;
     picture.height = message.m_pMsgFlags->Lines();
-    picture.rgba = m_spare.Take(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height) * 4);
-    const Canvas canvas{picture.width, picture.height, picture.rgba};
-    for (const Arrived& arrived : m_arrived) {
-        if (arrived.info.font_copy == nullptr) {
-            LayText(canvas, arrived, message);
+    picture.rgba = m_pool.Take(PixelBytes(picture.width, picture.height));
+    const PixelView view = picture.View();
+    for (const PendingCharacter& pending : m_pending) {
+        const tag_CharInf& info = pending.info;
+        if (info.font_copy == nullptr) {
+            DrawText(view, pending, message);
             continue;
         }
-        const host::GlyphBitmap& glyph = m_bitmaps->Get(arrived.info, arrived.character);
+        const host::GlyphBitmap& glyph = m_bitmaps->Get(info, pending.character);
         if (glyph.pixels.empty()) continue;
-        LayBitmap(canvas, arrived.info.x, arrived.info.y + arrived.info.base_shift, glyph.rect.Width(),
-                  glyph.rect.Height(), glyph.pixels);
+        BlendBitmap(view, info.x, info.y + info.base_shift, {glyph.rect.Width(), glyph.rect.Height(), glyph.pixels});
     }
-    m_arrived.clear();
+    m_pending.clear();
     m_fonts = nullptr;
 }
 
-void PictureComposer::LayText(const Canvas& canvas, const Arrived& arrived, const CZelMessage& message) {
-    const tag_CharInf& info = arrived.info;
-    const TextGlyph* glyph = m_faces.Get(arrived.log_font, info, arrived.character);
+void PictureComposer::DrawText(PixelView view, const PendingCharacter& pending, const CZelMessage& message) {
+    const tag_CharInf& info = pending.info;
+    const TextGlyph* glyph = m_text.Get(pending.log_font, info, pending.character);
     if (glyph == nullptr) return;
-    const int baseline = TextBaseline(*m_fonts, message, info, arrived.character);
-    const auto lay = [&](const Coverage& coverage, COLORREF colour) {
-        LayColour(canvas, info.x + coverage.left, baseline - coverage.top, coverage.width, coverage.height,
-                  coverage.bytes, colour);
-    };
-    lay(glyph->edge, info.edge_colour);
-    lay(glyph->face, info.face_colour);
+    const int baseline = TextBaseline(*m_fonts, message, info, pending.character);
+    BlendCoverage(view, info.x, baseline, glyph->edge, info.edge_colour);
+    BlendCoverage(view, info.x, baseline, glyph->face, info.face_colour);
 }
 
 std::optional<Picture> PictureComposer::TakePicture() {
@@ -124,8 +103,8 @@ std::optional<Picture> PictureComposer::TakePicture() {
 }
 
 void PictureComposer::GiveBack(Picture picture) {
-    // One of an RGBA file has a size of its own.
-    if (picture.width == kPictureWidth) m_spare.Give(std::move(picture.rgba));
+    // The picture of an RGBA file has a size of its own.
+    if (picture.width == kPictureWidth) m_pool.Give(std::move(picture.rgba));
 }
 
 }  // namespace zel::picture

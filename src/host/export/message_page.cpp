@@ -1,4 +1,4 @@
-#include "host/export/html_page.h"
+#include "host/export/message_page.h"
 
 #include <algorithm>
 #include <string_view>
@@ -6,8 +6,8 @@
 #include <nlohmann/json.hpp>
 
 #include "host/document/document_reader.h"
-#include "host/export/frame.h"
 #include "host/export/html_text.h"
+#include "host/export/message_title.h"
 #include "host/export/text_layer.h"
 #include "host/picture/png_writer.h"
 
@@ -36,25 +36,15 @@ input { margin: .75rem .25rem .75rem 0; }
 ul, ol { margin: 0; padding-left: 1.5rem; overflow-wrap: anywhere; }
 )";
 
-constexpr std::string_view kIndexStyle = R"(
-body { margin: 0 auto; padding: 1.5rem; max-width: 50rem; font: 1rem/1.5 system-ui, sans-serif; color: #1c2430;
-       background: #f6f7f9; }
-h1 { font-size: 1.25rem; font-weight: 600; }
-ul { margin: 0; padding: 0; list-style: none; }
-a { display: flex; gap: 1rem; padding: .35rem .75rem; border-radius: .25rem; color: inherit; text-decoration: none; }
-a:hover, a:focus { background: #e2e8f0; }
-b { flex: none; min-width: 4rem; color: #5b6675; font-variant-numeric: tabular-nums; }
-span { overflow-wrap: anywhere; }
-)";
-
 std::string Attribute(std::string_view name, int value) {
     return ' ' + std::string(name) + "=\"" + std::to_string(value) + '"';
 }
 
-/// The row as one text of the picture. Each character is drawn out to its own width, so that what is selected lies over
-/// what is seen, whichever typeface the browser has.
+/// The row as one text of the picture. Each character is stretched to its own width, so that the selection covers what
+/// is visible in any typeface of the browser.
 std::string RowText(const PlacedRow& row) {
-    // Fonts have their baseline at about three quarters of the row; a sans serif reaches a quarter of its size below.
+    // Fonts have their baseline at about three quarters of the row; a sans serif extends a quarter of its size below
+    // it.
     const int size = std::max(row.height * 6 / 7, 1);
     std::string html = "<text" + Attribute("y", row.top + row.height * 3 / 4) + Attribute("font-size", size) + '>';
     for (const PlacedCharacter& character : row.characters) {
@@ -65,7 +55,7 @@ std::string RowText(const PlacedRow& row) {
 }
 
 std::string FieldBox(const library::RecordedField& field) {
-    // The frame and some room around it; also what comes from a library's file can be reckoned with then.
+    // The frame and some space around it: the numbers are from a file, and their differences must not overflow.
     const auto near = [](int place) { return std::clamp(place, -1000, 2000); };
     return "<rect" + Attribute("x", near(field.left)) + Attribute("y", near(field.top)) +
            Attribute("width", std::max(near(field.right) - near(field.left), 1)) +
@@ -73,7 +63,7 @@ std::string FieldBox(const library::RecordedField& field) {
            "</title></rect>\n";
 }
 
-/// The picture's file for a browser: as recorded when it is of the frame's size.
+/// The picture as an element of the page: the recorded file itself when it has the frame's size.
 std::string PictureImage(ExportSubject& message) {
     const library::Recording& recording = message.Source();
     const picture::Picture& frame = message.Frame();
@@ -118,15 +108,6 @@ std::string MessagePage(ExportSubject& message) {
     html += Screen(message) + List("Tab fields", fields) + List("Fonts", recording.fonts) +
             List("Warnings", recording.warnings);
     return html + "</body>\n</html>\n";
-}
-
-std::string IndexPage(const std::vector<std::pair<std::string, std::string>>& messages) {
-    std::string html = HtmlHead("Messages", kIndexStyle) + "<h1>Messages</h1>\n<ul>\n";
-    for (const auto& [stem, title] : messages) {
-        html.append("<li><a href=\"").append(stem).append(".html\"><b>").append(stem).append("</b><span>");
-        html.append(HtmlText(title)).append("</span></a></li>\n");
-    }
-    return html + "</ul>\n</body>\n</html>\n";
 }
 
 }  // namespace zel::exporter

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <memory>
+
+#include "host/export/exporter.h"
+
+namespace zel::exporter {
+
+/// NAME.tga: the message's frame, 32 bits a pixel, uncompressed.
+std::unique_ptr<Exporter> MakeTgaExporter(const ExportOptions& options);
+
+}  // namespace zel::exporter
