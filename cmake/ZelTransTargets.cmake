@@ -1,6 +1,6 @@
-# Properties that every target of the project shares stand on one interface target, zel_build.
+# Properties that every target of the project shares are on one interface target, zel_build.
 add_library(zel_build INTERFACE)
-target_compile_options(zel_build INTERFACE -Wall -Wextra -Wpedantic -Wconversion -fno-strict-aliasing)
+target_compile_options(zel_build INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 # Without unique symbols, which would keep the module loaded for good.
 target_compile_options(zel_build INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 # A file that is compiled together with others counts as a header, whose unnamed namespaces the compiler warns of.

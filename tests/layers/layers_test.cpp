@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "layers/declarations.h"
 #include "layers/edges.h"
 #include "samples/scratch_directory.h"
 
@@ -26,6 +27,11 @@ TEST(Layers, EveryIncludeGoesDown) {
 
 TEST(Layers, ASourceIncludesItsOwnHeaderFirst) {
     EXPECT_THAT(CheckFirstIncludes(kSources), IsEmpty());
+}
+
+TEST(Layers, AFunctionIsDefinedBesideItsHeader) {
+    // The contract declares what the module's other rooms define, each its own subject.
+    EXPECT_THAT(CheckDeclarations(kSources, {"module/contract"}), IsEmpty());
 }
 
 /// A small tree with one fault each.
@@ -66,6 +72,17 @@ TEST_F(FaultyTree, ASourceThatHidesItsHeaderBehindOthersIsReported) {
     Write("src/low/a.h", "");
     Write("src/low/a.cpp", "#include \"low/b.h\"\n#include \"low/a.h\"\n");
     EXPECT_THAT(CheckFirstIncludes(Root()), ElementsAre("low/a.cpp does not include low/a.h first"));
+}
+
+TEST_F(FaultyTree, AFunctionDefinedInAnotherHeadersSourceIsReported) {
+    Write("src/low/a.h", "namespace n { void Beside(); void Part(); void Away(); struct S { void Moved(); }; }\n");
+    Write("src/low/a.cpp", "namespace n { void Beside() {} }\n");
+    Write("src/low/a_part.cpp", "namespace n { void Part() {} }\n");
+    Write("src/low/b.cpp", "namespace n { void Away() {} namespace { void Beside() {} } }\n");
+    Write("src/high/a.cpp", "namespace n { void S::Moved() {} }\n");
+    EXPECT_THAT(CheckDeclarations(Root(), {}), ElementsAre("low/b.cpp defines n::Away, which low/a.h declares",
+                                                           "high/a.cpp defines n::S::Moved, which low/a.h declares"));
+    EXPECT_THAT(CheckDeclarations(Root(), {"low"}), IsEmpty());
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
-// Compiles the descriptions of both formats, reads a demonstration disk with what comes out, and compares places and values
-// with those that `zeltrans info --json` tells of the same files.
+// Compiles the descriptions of both formats, reads a demonstration disk with the result, and compares places and
+// values with those that `zeltrans info --json` reports of the same files.
 //
 //     node compare.cjs FORMATS_DIR ZELTRANS WORK_DIR
 //
-// Exit code: 0 all agree, 1 not, 77 the compiler can't be had.
+// WORK_DIR is the folder that scripts/check installs the compiler into. Exit code: 0 all agree, 1 not, 77 no compiler there.
 'use strict';
 const fs = require('fs'), path = require('path');
-const {execFileSync, spawnSync} = require('child_process');
+const {execFileSync} = require('child_process');
 const {createRequire} = require('module');
 
 const [formatsDir, zeltrans, workDir] = process.argv.slice(2);
@@ -16,21 +16,16 @@ function same(what, ours, theirs) {
     ++comparisons;
     if (JSON.stringify(ours) === JSON.stringify(theirs)) return;
     ++differences;
-    console.log(`${what}: described ${JSON.stringify(ours)}, told ${JSON.stringify(theirs)}`);
+    console.log(`${what}: described ${JSON.stringify(ours)}, reported ${JSON.stringify(theirs)}`);
 }
 
-function installCompiler() {
-    fs.mkdirSync(workDir, {recursive: true});
-    fs.copyFileSync(path.join(__dirname, 'package.json'), path.join(workDir, 'package.json'));
+function findCompiler() {
     const need = createRequire(path.join(workDir, 'package.json'));
     try {
         need.resolve('kaitai-struct-compiler');
     } catch {
-        const npm = spawnSync('npm', ['install', '--no-audit', '--no-fund', '--no-package-lock'], {cwd: workDir, timeout: 90000});
-        if (npm.status !== 0) {
-            console.log('the compiler of the descriptions can\'t be installed here');
-            process.exit(77);
-        }
+        console.log(`the compiler of the descriptions is not in ${workDir}: scripts/check installs it`);
+        process.exit(77);
     }
     return need;
 }
@@ -68,9 +63,9 @@ const FIELDS = {
     'word table': 'wordTable', 'character table a': 'charTableA', 'character table b': 'charTableB', 'sample block': 'sampleBlock',
 };
 
-function compareSections(file, parsed, told) {
+function compareSections(file, parsed, reported) {
     let leading = Boolean(parsed.firstSampleBlock);
-    for (const section of told.sections) {
+    for (const section of reported.sections) {
         let field = FIELDS[section.name];
         if (section.name === 'stored glyph') {
             const mark = parsed._debug.storedGlyphs;
@@ -97,45 +92,45 @@ function chainText(row) {
     return text;
 }
 
-function compareMessage(file, parsed, told) {
+function compareMessage(file, parsed, reported) {
     const header = parsed.msgHeader;
-    same(`${file} lines`, parsed.msgFlags.isPal ? 576 : 486, told.lines);
-    same(`${file} frame`, [header.frameLeft, header.frameTop, header.frameRight, header.frameBottom], told.frame);
-    same(`${file} fonts`, told.fonts.map(font => header.fontNumbers[font.slot]), told.fonts.map(font => font.number));
-    same(`${file} row count`, parsed.rows.length, told.row_count);
-    told.rows.forEach((row, index) => {
+    same(`${file} lines`, parsed.msgFlags.isPal ? 576 : 486, reported.lines);
+    same(`${file} frame`, [header.frameLeft, header.frameTop, header.frameRight, header.frameBottom], reported.frame);
+    same(`${file} fonts`, reported.fonts.map(font => header.fontNumbers[font.slot]), reported.fonts.map(font => font.number));
+    same(`${file} row count`, parsed.rows.length, reported.row_count);
+    reported.rows.forEach((row, index) => {
         const head = parsed.rows[index].head;
         same(`${file} row ${index}`, [head.rowY, head.rowTop, head.rowBottom, head.rowEmpty],
-             [row.y + told.y_offset, row.top, row.bottom, row.empty]);
+             [row.y + reported.y_offset, row.top, row.bottom, row.empty]);
         if (!head.rowEmpty) same(`${file} row ${index} text`, letters(chainText(parsed.rows[index])), letters(row.text.join('')));
     });
     const tabs = parsed.tabTable ? parsed.tabTable.records.map(tab => [tab.tabName, tab.tabRow]) : [];
-    same(`${file} tab fields`, tabs, told.tab_fields.map(tab => [tab.name || 'un-named', tab.row]));
+    same(`${file} tab fields`, tabs, reported.tab_fields.map(tab => [tab.name || 'un-named', tab.row]));
 }
 
-function compareFont(file, parsed, told) {
+function compareFont(file, parsed, reported) {
     const h = parsed.fontHeader, directory = parsed.characterDirectory;
     same(`${file} header`,
          [h.fontName, h.fontIdText, h.fontHeight, h.rowTopOffset, h.rowInset, h.edgeType, h.edgeSize, h.fontFlags, h.encodingSize],
-         [told.name, told.id, told.height, told.row_top_offset, told.row_inset, told.edge_type, told.edge_size, told.flags,
-          told.encoding_size]);
+         [reported.name, reported.id, reported.height, reported.row_top_offset, reported.row_inset, reported.edge_type, reported.edge_size, reported.flags,
+          reported.encoding_size]);
     same(`${file} glyphs`, [directory.filter(e => e.isStored).length, directory.filter(e => e.isRunCoded).length],
-         [told.stored_glyphs, told.run_coded_glyphs]);
+         [reported.stored_glyphs, reported.run_coded_glyphs]);
 }
 
 async function main() {
-    const formats = await compileFormats(installCompiler());
+    const formats = await compileFormats(findCompiler());
     const disk = path.join(workDir, 'disk');
     execFileSync(zeltrans, ['sample', disk]);
     for (const directory of ['MESSAGES', 'MACHINE']) {
         for (const name of fs.readdirSync(path.join(disk, directory))) {
             const file = path.join(disk, directory, name);
-            const told = JSON.parse(execFileSync(zeltrans, ['info', '--json', file]));
-            if (told.kind !== 'message' && told.kind !== 'font') continue;
-            const parsed = parse(formats, told.kind, file);
-            compareSections(name, parsed, told);
-            if (told.kind === 'message') compareMessage(name, parsed, told.message);
-            else compareFont(name, parsed, told.font);
+            const reported = JSON.parse(execFileSync(zeltrans, ['info', '--json', file]));
+            if (reported.kind !== 'message' && reported.kind !== 'font') continue;
+            const parsed = parse(formats, reported.kind, file);
+            compareSections(name, parsed, reported);
+            if (reported.kind === 'message') compareMessage(name, parsed, reported.message);
+            else compareFont(name, parsed, reported.font);
         }
     }
     console.log(`${comparisons} comparisons, ${differences} differences`);
