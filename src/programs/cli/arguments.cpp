@@ -52,7 +52,8 @@ void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnsw
                                 {"cancel", run::RgbaAnswer::kCancel}},
                                "how an RGBA picture is inserted");
     AddChoice<VideoStandard>(command, "--lines", options.standard,
-                             {{"486", VideoStandard::kNtsc}, {"576", VideoStandard::kPal}},
+                             {{std::to_string(ActiveLines(VideoStandard::kNtsc)), VideoStandard::kNtsc},
+                              {std::to_string(ActiveLines(VideoStandard::kPal)), VideoStandard::kPal}},
                              "active lines of the host's video standard");
     command.add_flag("--tt-convert", options.tt_convert, "send run-coded characters as text in an installed typeface");
     command.add_flag_callback(

@@ -127,8 +127,9 @@ QString TitleOf(const library::RecordingKey& key) {
 MessageDetails DetailsOf(const library::Recording& recording) {
     MessageDetails details;
     details.title = TitleOf({recording.disk, recording.number});
-    details.lines = ActiveLines(recording.standard);
-    details.standard = QStringLiteral("%1, %2 lines").arg(QLatin1String(NameOf(recording.standard))).arg(details.lines);
+    details.standard = QStringLiteral("%1, %2 lines")
+                           .arg(QLatin1String(NameOf(recording.standard)))
+                           .arg(ActiveLines(recording.standard));
     const document::DocumentContents contents = document::ReadDocumentText(recording.document);
     details.rows = RowsOf(contents, recording.width);
     details.characters = CharactersOf(contents);

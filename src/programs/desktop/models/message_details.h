@@ -51,7 +51,6 @@ struct FieldDetail {
 struct MessageDetails {
     QString title;     ///< disk and number.
     QString standard;  ///< "NTSC, 486 lines"
-    int lines = 486;
     std::vector<RowDetail> rows;
     std::vector<CharacterDetail> characters;
     std::vector<FontDetail> fonts;

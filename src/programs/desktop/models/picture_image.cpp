@@ -26,7 +26,7 @@ QImage ImageOfPng(const std::string& png) {
 
 double PixelAspect(int width, int lines) {
     if (width != picture::kPictureWidth) return 1.0;
-    return lines == 576 ? 12.0 / 11.0 : 10.0 / 11.0;
+    return picture::VideoAspect(lines).Ratio();
 }
 
 }  // namespace zel::desktop

@@ -13,8 +13,8 @@ QImage ImageOf(const picture::Picture& picture);
 /// The picture of a PNG file's bytes; a null image for bytes that are none.
 QImage ImageOfPng(const std::string& png);
 
-/// How many times as wide as high a pixel of the picture is: 4:3 screens of 720 pixels and 486 or 576 lines. A picture
-/// of another width has square pixels.
+/// Width of a pixel of the picture in units of its height, see picture::VideoAspect. A picture of another width than a
+/// message's has square pixels.
 double PixelAspect(int width, int lines);
 
 }  // namespace zel::desktop
