@@ -1,9 +1,11 @@
 #include "programs/desktop/models/thumbnail_loader.h"
 
-#include <algorithm>
+#include <exception>
 #include <optional>
 
 #include "host/library/library.h"
+#include "host/picture/png_reader.h"
+#include "host/picture/resample.h"
 #include "programs/desktop/models/picture_image.h"
 
 namespace zel::desktop {
@@ -13,12 +15,19 @@ namespace {
 /// More than a screen shows.
 constexpr std::size_t kMostRequests = 128;
 
-QImage Thumbnail(const QImage& picture, QSize most) {
-    if (picture.isNull()) return picture;
-    const double aspect = PixelAspect(picture.width(), picture.height());
-    const QSize shape(qRound(picture.width() * aspect), picture.height());
-    return picture.convertToFormat(QImage::Format_ARGB32_Premultiplied)
-        .scaled(shape.scaled(most, Qt::KeepAspectRatio), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+/// The picture of a PNG file's bytes, with square pixels and as large as fits; a null image for bytes that are none.
+QImage Thumbnail(const std::string& png, QSize most) {
+    if (png.empty()) return {};
+    try {
+        const picture::Picture picture = picture::DecodePng(png);
+        const double aspect = PixelAspect(picture.width, picture.height);
+        const QSize size =
+            QSize(qRound(picture.width * aspect), picture.height).scaled(most, Qt::KeepAspectRatio).expandedTo({1, 1});
+        return ImageOf(picture::Stretched(picture, size.width(), size.height()))
+            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    } catch (const std::exception&) {
+        return {};
+    }
 }
 
 }  // namespace
@@ -63,7 +72,7 @@ void ThumbnailLoader::Work() {
         QImage image;
         try {
             if (!library) library.emplace(m_library, library::Access::kRead);
-            image = Thumbnail(ImageOfPng(library->Picture(key)), m_size);
+            image = Thumbnail(library->Picture(key), m_size);
         } catch (const library::LibraryError&) {
             library.reset();
         }
