@@ -3,11 +3,15 @@
 #include <iostream>
 #include <memory>
 
+#include <CLI/App.hpp>
+
 #include "host/ftp/fetch.h"
 #include "host/ftp/remote_url.h"
+#include "programs/cli/choice_option.h"
 #include "programs/cli/fetch_progress.h"
 #include "programs/cli/ftp_password.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/options.h"
 
 namespace zel::cli {
 
@@ -36,7 +40,7 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
     server.stall_seconds = arguments.stall_seconds;
     if (!server.user.empty()) server.password = FindFtpPassword(server.host, server.user, arguments.netrc);
 
-    HeedInterrupts();
+    HandleInterrupts();
     const auto session = ftp::MakeFtpSession(
         std::move(server), [] { return WasInterrupted(); }, why);
     if (!session) throw CommandError(why);
@@ -57,55 +61,49 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
 }
 
 void AddOptions(CLI::App& command, FetchArguments& arguments) {
-    const auto good_url = [](const std::string& text) {
+    const auto check_url = [](const std::string& text) {
         std::string why;
         return ftp::ParseRemoteUrl(text, why) ? std::string() : why;
     };
-    const auto good_range = [](const std::string& text) {
+    const auto check_range = [](const std::string& text) {
         std::string why;
         return ftp::Selection::Parse(text, why) ? std::string() : why;
     };
-    constexpr int kMostSeconds = 3600;
-    command
-        .add_option("URL", arguments.url,
-                    "ftp://HOST/DIR; a directory from the login's, or with a second slash the server's")
-        ->required()
-        ->check(good_url, "")
-        ->type_name("");
-    command.add_option("RANGE", arguments.range, "a number, a range such as 1-20, a name, or a pattern such as '.00*'")
-        ->required()
-        ->check(good_range, "")
-        ->type_name("");
-    command.add_option("--to", arguments.to, "the directory to fetch to, made if it is missing")
-        ->required()
-        ->type_name("DIR");
-    command.add_option("--user", arguments.user, "who logs in [anonymous]")->type_name("NAME");
-    AddPath(command, "--netrc", arguments.netrc, "FILE",
-            "where passwords are looked for [.netrc in the home directory]");
-    AddChoice<ftp::Tls>(command, "--tls", arguments.tls,
-                        {{"off", ftp::Tls::kOff}, {"try", ftp::Tls::kTry}, {"require", ftp::Tls::kRequire}},
-                        "encryption; require also checks the server's certificate");
+    constexpr int kMaxSeconds = 3600;
+    AddArgument(command, "URL", arguments.url,
+                "the server and its directory: ftp://HOST/DIR, or ftps:// for TLS from the start. DIR is relative to "
+                "the login directory, or absolute if it begins with another slash")
+        .check(check_url, "");
+    AddArgument(command, "RANGE", arguments.range,
+                "the messages: a number, a range such as 1-20, a name, or a pattern such as '.00*'")
+        .check(check_range, "");
+    AddRequired(command, "--to", arguments.to, "DIR", "the local directory for the files, created if it is missing");
+    AddText(command, "--user", arguments.user, "NAME",
+            "the user name for the login [the one in URL, or anonymous]. The password comes from the environment "
+            "variable ZELTRANS_FTP_PASSWORD, from a netrc file, or from a prompt");
+    AddPath(command, "--netrc", arguments.netrc, "FILE", "the netrc file with the password [~/.netrc]");
+    AddChoice<ftp::Tls>(
+        command, "--tls", arguments.tls,
+        {{"off", ftp::Tls::kOff}, {"try", ftp::Tls::kTry}, {"require", ftp::Tls::kRequire}},
+        "TLS encryption: off, if the server supports it (try), or always and with a valid certificate (require)");
     AddPath(command, "--ca", arguments.certificates, "FILE",
-            "the certificates that --tls require trusts [the system's]");
-    command.add_flag("--active", arguments.active, "let the server connect back for data");
-    command.add_flag("--overwrite", arguments.overwrite, "fetch files anew that are there");
-    command.add_flag("--no-fonts", arguments.no_fonts, "leave out the fonts that the messages name");
-    command.add_option("--connect-timeout", arguments.connect_seconds, "seconds for connecting [15]")
-        ->check(CLI::Range(1, kMostSeconds), "")
-        ->type_name("S");
-    command.add_option("--stall-timeout", arguments.stall_seconds, "seconds without data or an answer [30]")
-        ->check(CLI::Range(1, kMostSeconds), "")
-        ->type_name("S");
+            "the file of the certificates that --tls require trusts [the system's]");
+    command.add_flag("--active", arguments.active,
+                     "use FTP's active mode, in which the server opens the data connections");
+    command.add_flag("--overwrite", arguments.overwrite, "replace existing files");
+    command.add_flag("--no-fonts", arguments.no_fonts, "do not fetch the fonts that the messages use");
+    AddInteger(command, "--connect-timeout", arguments.connect_seconds, kMaxSeconds, "S",
+               "the time limit for connecting, 1 to 3600 seconds [15]");
+    AddInteger(command, "--stall-timeout", arguments.stall_seconds, kMaxSeconds, "S",
+               "the time limit without data or a reply, 1 to 3600 seconds [30]");
 }
 
 }  // namespace
 
 void AddFetchCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<FetchArguments>();
-    CLI::App& command = *app.add_subcommand(
-        "fetch",
-        "Fetches messages, with the fonts that they name, from an FTP server. The password comes from "
-        "ZELTRANS_FTP_PASSWORD, from a netrc file, or is asked for.");
+    CLI::App& command =
+        *app.add_subcommand("fetch", "Fetches messages and the fonts that they use from an FTP server.");
     AddOptions(command, *arguments);
     AddExample(command, "zeltrans fetch ftp://192.0.2.7/DISK 1-20 --to DISK");
     command.callback([arguments, &run] { run = [arguments] { return RunFetchCommand(*arguments); }; });

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <CLI/App.hpp>
+
+#include "host/number_range.h"
+#include "host/reference_host.h"
+#include "host/run/dialog_script.h"
+#include "host/trace.h"
+#include "host/user_desktop.h"
+
+/// Options that several commands share which run the module.
+namespace zel::cli {
+
+/// FIRST and LAST.
+void AddRange(CLI::App& command, host::NumberRange& range);
+
+/// --jobs.
+/// @param what  is done in parallel.
+void AddJobs(CLI::App& command, int& jobs, const std::string& what);
+/// The default of --jobs: one per processor core.
+int DefaultJobs();
+
+/// --maps: the directory of the name lists.
+void AddMaps(CLI::App& command, std::optional<std::string>& directory);
+
+/// --answer and --browse: the answers when a font is missing.
+void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std::string>& browse);
+
+/// --rgba, --lines, --tt-convert and --no-baseline-align: what the host sets in the module's dialog, and the answer to
+/// the choice for an RGBA picture.
+void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnswer& rgba);
+
+/// --settings: the directory of the stored settings.
+void AddSettings(CLI::App& command, std::optional<std::string>& directory);
+
+/// --trace.
+void AddTrace(CLI::App& command, std::optional<std::string>& path);
+/// --pixels.
+void AddTracePixels(CLI::App& command, host::TracePixels& pixels);
+
+}  // namespace zel::cli
