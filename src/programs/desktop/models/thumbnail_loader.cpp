@@ -4,9 +4,9 @@
 #include <exception>
 #include <optional>
 
-#include "host/export/resample.h"
 #include "host/library/library.h"
 #include "host/picture/png_reader.h"
+#include "host/picture/resample.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
 
@@ -26,9 +26,7 @@ QImage ThumbnailOf(const std::string& png, QSize largest) {
         const QSize size = QSize(qRound(picture.width * ratio), picture.height)
                                .scaled(largest, Qt::KeepAspectRatio)
                                .expandedTo({1, 1});
-        return ImageOf(exporter::Resampled(picture, size.width(), size.height(),
-                                           static_cast<double>(size.width()) / picture.width,
-                                           static_cast<double>(size.height()) / picture.height));
+        return ImageOf(picture::Stretched(picture, size.width(), size.height()));
     } catch (const std::exception&) {
         // The bytes are not valid, or memory is exhausted.
         return {};
