@@ -1,10 +1,11 @@
 #pragma once
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// `zeltrans batch`: imports a range of messages through the module's batch dialog, and records what arrives.
+/// Adds `batch`, which imports a range of messages through the module's batch dialog and records them.
+/// @param run  set when the command line selects this command.
 void AddBatchCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace zel::cli

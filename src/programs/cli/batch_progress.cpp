@@ -4,15 +4,12 @@
 #include <iostream>
 
 #include <nlohmann/json.hpp>
-#include <unistd.h>
-
-#include "programs/cli/drawing_pace.h"
 
 namespace zel::cli {
 
 namespace {
 
-constexpr std::size_t kMostReasons = 20;
+constexpr std::size_t kMaxShownReasons = 20;
 
 std::string Name(int number) {
     char name[16];
@@ -29,16 +26,16 @@ std::string Clock(double seconds) {
 
 }  // namespace
 
-BatchProgress::Show HowToShow(const std::optional<std::string>& trace) {
-    if (trace == "-") return BatchProgress::Show::kNothing;
-    return isatty(STDOUT_FILENO) == 1 ? BatchProgress::Show::kOneLine : BatchProgress::Show::kLines;
+BatchProgress::Style StyleFor(const std::optional<std::string>& trace) {
+    if (trace == "-") return BatchProgress::Style::kNothing;
+    return IsTerminal() ? BatchProgress::Style::kOneLine : BatchProgress::Style::kLines;
 }
 
-BatchProgress::BatchProgress(Show show, int total)
-    : m_show(show), m_total(total), m_begin(std::chrono::steady_clock::now()) {}
+BatchProgress::BatchProgress(Style style, int total)
+    : m_style(style), m_total(total), m_begin(std::chrono::steady_clock::now()) {}
 
-void BatchProgress::Hear(const recorder::RecordedItem& heard) {
-    const host::BatchItem& item = heard.item;
+void BatchProgress::Add(const recorder::RecordedItem& recorded) {
+    const host::BatchItem& item = recorded.item;
     std::string line = Name(item.number);
     switch (item.outcome) {
         case host::ItemOutcome::kRecorded:
@@ -58,41 +55,39 @@ void BatchProgress::Hear(const recorder::RecordedItem& heard) {
             line += " failed: " + item.reason;
             break;
     }
-    if (!heard.warnings.empty()) m_warnings.emplace_back(item.number, heard.warnings);
-    for (const std::string& warning : heard.warnings) line += "; " + warning;
-    if (m_show == Show::kLines && !line.empty()) std::cout << line << std::endl;
-    if (m_show == Show::kOneLine) DrawLine();
+    if (!recorded.warnings.empty()) m_warnings.emplace_back(item.number, recorded.warnings);
+    for (const std::string& warning : recorded.warnings) line += "; " + warning;
+    if (m_style == Style::kLines && !line.empty()) std::cout << line << std::endl;
+    if (m_style == Style::kOneLine) DrawLine();
 }
 
 std::string BatchProgress::Counts() const {
     std::string text = std::to_string(m_recorded) + " imported, " + std::to_string(m_missing) + " missing, " +
                        std::to_string(m_failures.size()) + " failed";
-    if (m_left_out > 0) text += ", " + std::to_string(m_left_out) + " unchanged";
+    if (m_unchanged > 0) text += ", " + std::to_string(m_unchanged) + " unchanged";
     if (m_not_inserted > 0) text += ", " + std::to_string(m_not_inserted) + " not inserted";
     return text;
 }
 
 void BatchProgress::DrawLine() {
-    const auto now = std::chrono::steady_clock::now();
-    if (now - m_drawn < kBetweenDrawings) return;
-    m_drawn = now;
+    if (!m_line.IsDue()) return;
     const int done = m_recorded + m_not_inserted + m_missing + static_cast<int>(m_failures.size());
-    const int left = m_total - m_left_out - done;
-    const double seconds = std::chrono::duration<double>(now - m_begin).count();
+    const int left = m_total - m_unchanged - done;
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - m_begin).count();
     const double rate = done / std::max(seconds, 1e-6);
-    std::cout << "\r\x1b[K" << m_left_out + done << " of " << m_total << ": " << Counts() << "; "
-              << static_cast<long>(rate + 0.5) << " a second, " << Clock(left / std::max(rate, 1e-6)) << " left"
-              << std::flush;
+    m_line.Draw(std::to_string(m_unchanged + done) + " of " + std::to_string(m_total) + ": " + Counts() + "; " +
+                std::to_string(static_cast<long>(rate + 0.5)) + " per second, " + Clock(left / std::max(rate, 1e-6)) +
+                " left");
 }
 
 void BatchProgress::Close() {
-    if (m_show == Show::kNothing) return;
-    if (m_show == Show::kOneLine) {
-        std::cout << "\r\x1b[K";
-        for (std::size_t i = 0; i < m_failures.size() && i < kMostReasons; ++i) {
+    if (m_style == Style::kNothing) return;
+    if (m_style == Style::kOneLine) {
+        m_line.Clear();
+        for (std::size_t i = 0; i < m_failures.size() && i < kMaxShownReasons; ++i) {
             std::cout << Name(m_failures[i].first) << " failed: " << m_failures[i].second << "\n";
         }
-        if (m_failures.size() > kMostReasons) std::cout << m_failures.size() - kMostReasons << " more failed\n";
+        if (m_failures.size() > kMaxShownReasons) std::cout << m_failures.size() - kMaxShownReasons << " more failed\n";
         if (!m_warnings.empty()) std::cout << m_warnings.size() << " with warnings\n";
     }
     std::cout << Counts() << std::endl;
@@ -102,7 +97,7 @@ nlohmann::ordered_json BatchProgress::Report() const {
     nlohmann::ordered_json report = {{"imported", m_recorded},
                                      {"missing", m_missing},
                                      {"failed", m_failures.size()},
-                                     {"unchanged", m_left_out},
+                                     {"unchanged", m_unchanged},
                                      {"not_inserted", m_not_inserted},
                                      {"failures", nlohmann::ordered_json::array()},
                                      {"warnings", nlohmann::ordered_json::array()}};

@@ -9,46 +9,47 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include "host/recorder/batch_recorder.h"
+#include "programs/cli/progress_line.h"
 
 namespace zel::cli {
 
-/// Tells a person how a batch goes, and sums it up: on a terminal one line that is drawn over again, otherwise a line
-/// for each message that is there. Heard on one thread at a time.
+/// Shows the progress of a batch and counts its results: in one line that is redrawn on a terminal, otherwise in a line
+/// per existing message. Must be used by one thread at a time.
 class BatchProgress {
   public:
-    enum class Show { kNothing, kLines, kOneLine };
+    enum class Style { kNothing, kLines, kOneLine };
 
     /// @param total  numbers in the range.
-    BatchProgress(Show show, int total);
+    BatchProgress(Style style, int total);
 
-    void Hear(const recorder::RecordedItem& item);
-    /// A number that was left out, as it is recorded already.
-    void LeftOut() { ++m_left_out; }
+    void Add(const recorder::RecordedItem& item);
+    /// Counts a number that is already recorded.
+    void AddSkipped() { ++m_unchanged; }
 
-    /// The lines at the end.
+    /// Prints the summary.
     void Close();
 
     std::size_t FailureCount() const noexcept { return m_failures.size(); }
-    /// The first failure's reason; only when there is one.
+    /// The reason of the first failure; there must be one.
     const std::string& FirstFailure() const { return m_failures.front().second; }
 
-    /// The same for programs.
+    /// The summary as JSON.
     nlohmann::ordered_json Report() const;
 
   private:
     void DrawLine();
     std::string Counts() const;
 
-    const Show m_show;
+    const Style m_style;
     const int m_total;
     const std::chrono::steady_clock::time_point m_begin;
-    std::chrono::steady_clock::time_point m_drawn;
-    int m_recorded = 0, m_not_inserted = 0, m_missing = 0, m_left_out = 0;
+    ProgressLine m_line;
+    int m_recorded = 0, m_not_inserted = 0, m_missing = 0, m_unchanged = 0;
     std::vector<std::pair<int, std::string>> m_failures;               // number and reason
     std::vector<std::pair<int, std::vector<std::string>>> m_warnings;  // number and lines
 };
 
-/// Nothing when standard output holds a trace, one line on a terminal, else lines.
-BatchProgress::Show HowToShow(const std::optional<std::string>& trace);
+/// kNothing if standard output contains the trace, kOneLine on a terminal, else kLines.
+BatchProgress::Style StyleFor(const std::optional<std::string>& trace);
 
 }  // namespace zel::cli

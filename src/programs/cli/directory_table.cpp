@@ -29,7 +29,7 @@ DirectoryEntry Inspect(const fs::path& file, const std::string& name) {
     return entry;
 }
 
-// Columns of a line.
+// The columns of a line.
 struct Cells {
     std::string name, kind, size, verdict, contents;
 };
@@ -58,7 +58,7 @@ Cells CellsOf(const DirectoryEntry& entry) {
     return cells;
 }
 
-// The number in a font file's name, which is a dot and digits.
+// The number in the name of a font file: a dot and digits.
 std::optional<int> FontNumber(const std::string& path) {
     const std::string name = fs::path(path).filename().string();
     if (name.size() < 2 || name.size() > 6 || name[0] != '.') return std::nullopt;
@@ -129,21 +129,21 @@ std::string DirectoryTable::Totals() const {
 }
 
 std::string DirectoryTable::MissingFonts() const {
-    std::set<int> there;
-    std::map<int, std::vector<std::string>> named;
+    std::set<int> present;
+    std::map<int, std::vector<std::string>> users;
     for (const DirectoryEntry& entry : m_entries) {
         if (!entry.report) continue;
-        if (entry.report->font) there.insert(FontNumber(entry.name).value_or(-1));
+        if (entry.report->font) present.insert(FontNumber(entry.name).value_or(-1));
         if (!entry.report->message) continue;
         for (const inspect::SlotReport& slot : entry.report->message->slots) {
-            if (slot.number) named[*slot.number].push_back(inspect::Printable(entry.name));
+            if (slot.number) users[*slot.number].push_back(inspect::Printable(entry.name));
         }
     }
-    if (there.empty()) return {};  // the fonts lie elsewhere
+    if (present.empty()) return {};  // the fonts are in another directory
     std::string text;
-    for (const auto& [number, messages] : named) {
-        if (!there.contains(number))
-            text += "  font " + std::to_string(number) + " is not here; named by " + inspect::Listed(messages) + "\n";
+    for (const auto& [number, messages] : users) {
+        if (!present.contains(number))
+            text += "  font " + std::to_string(number) + " is missing; used by " + inspect::Listed(messages) + "\n";
     }
     return text.empty() ? text : "\n" + text;
 }

@@ -10,24 +10,25 @@ namespace zel::cli {
 
 /// One file of a directory.
 struct DirectoryEntry {
-    std::string name;                           ///< path below the directory.
-    std::optional<inspect::FileReport> report;  ///< empty when the file can't be read.
-    std::string error;                          ///< why it can't.
+    /// Path relative to the directory.
+    std::string name;
+    /// Empty if the file cannot be read; then `error` is the reason.
+    std::optional<inspect::FileReport> report;
+    std::string error;
 };
 
-/// A directory's files, those of its directories too, each inspected.
+/// The inspected files of a directory and its subdirectories.
 class DirectoryTable {
   public:
     explicit DirectoryTable(const std::string& directory);
 
-    /// By name.
+    /// Sorted by name.
     const std::vector<DirectoryEntry>& Entries() const noexcept { return m_entries; }
 
-    /// A line for each file, then how many there are of each verdict, and which fonts are missing.
+    /// The number of files by kind, a line per file, and the missing fonts.
     std::string Text() const;
 
-    /// How many files are broken or can't be read, in one line; empty when there are none. What is foreign is no
-    /// failure here.
+    /// The number of broken and unreadable files, in one line; empty if there are none. Foreign files are no failure.
     std::string Failure() const;
 
   private:
@@ -35,7 +36,7 @@ class DirectoryTable {
     std::string MissingFonts() const;
 
     std::string m_directory;
-    std::string m_error;  // why the directory couldn't be listed
+    std::string m_error;  // why the directory could not be listed
     std::vector<DirectoryEntry> m_entries;
 };
 

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// `zeltrans export`: runs the module's batch export over a library, and writes what it holds as files.
+/// Adds `export`, which writes recorded messages as files, through the module's batch export.
+/// @param run  set when the command line selects this command.
 void AddExportCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace zel::cli

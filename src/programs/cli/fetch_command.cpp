@@ -3,11 +3,15 @@
 #include <iostream>
 #include <memory>
 
+#include <CLI/App.hpp>
+
 #include "host/ftp/fetch.h"
 #include "host/ftp/remote_url.h"
+#include "programs/cli/choice_option.h"
 #include "programs/cli/fetch_progress.h"
 #include "programs/cli/ftp_password.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/options.h"
 
 namespace zel::cli {
 
@@ -36,7 +40,7 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
     server.stall_seconds = arguments.stall_seconds;
     if (!server.user.empty()) server.password = FindFtpPassword(server.host, server.user, arguments.netrc);
 
-    HeedInterrupts();
+    HandleInterrupts();
     const auto session = ftp::MakeFtpSession(
         std::move(server), [] { return WasInterrupted(); }, why);
     if (!session) throw CommandError(why);
@@ -57,44 +61,44 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
 }
 
 void AddOptions(CLI::App& command, FetchArguments& arguments) {
-    const auto good_url = [](const std::string& text) {
+    const auto check_url = [](const std::string& text) {
         std::string why;
         return ftp::ParseRemoteUrl(text, why) ? std::string() : why;
     };
-    const auto good_range = [](const std::string& text) {
+    const auto check_range = [](const std::string& text) {
         std::string why;
         return ftp::Selection::Parse(text, why) ? std::string() : why;
     };
-    constexpr int kMostSeconds = 3600;
+    constexpr int kMaxSeconds = 3600;
     command
-        .add_option("URL", arguments.url,
-                    "ftp://HOST/DIR; a directory from the login's, or with a second slash the server's")
+        .add_option(
+            "URL", arguments.url,
+            "ftp://HOST/DIR; DIR is relative to the login directory, or absolute if it begins with another slash")
         ->required()
-        ->check(good_url, "")
+        ->check(check_url, "")
         ->type_name("");
     command.add_option("RANGE", arguments.range, "a number, a range such as 1-20, a name, or a pattern such as '.00*'")
         ->required()
-        ->check(good_range, "")
+        ->check(check_range, "")
         ->type_name("");
-    command.add_option("--to", arguments.to, "the directory to fetch to, made if it is missing")
+    command.add_option("--to", arguments.to, "the local directory, created if it is missing")
         ->required()
         ->type_name("DIR");
-    command.add_option("--user", arguments.user, "who logs in [anonymous]")->type_name("NAME");
-    AddPath(command, "--netrc", arguments.netrc, "FILE",
-            "where passwords are looked for [.netrc in the home directory]");
+    command.add_option("--user", arguments.user, "the user name for the login [anonymous]")->type_name("NAME");
+    AddPath(command, "--netrc", arguments.netrc, "FILE", "the file with passwords [.netrc in the home directory]");
     AddChoice<ftp::Tls>(command, "--tls", arguments.tls,
                         {{"off", ftp::Tls::kOff}, {"try", ftp::Tls::kTry}, {"require", ftp::Tls::kRequire}},
-                        "encryption; require also checks the server's certificate");
+                        "TLS encryption; require also checks the server's certificate");
     AddPath(command, "--ca", arguments.certificates, "FILE",
-            "the certificates that --tls require trusts [the system's]");
-    command.add_flag("--active", arguments.active, "let the server connect back for data");
-    command.add_flag("--overwrite", arguments.overwrite, "fetch files anew that are there");
-    command.add_flag("--no-fonts", arguments.no_fonts, "leave out the fonts that the messages name");
-    command.add_option("--connect-timeout", arguments.connect_seconds, "seconds for connecting [15]")
-        ->check(CLI::Range(1, kMostSeconds), "")
+            "the certificates that --tls require trusts [those of the system]");
+    command.add_flag("--active", arguments.active, "use active mode, where the server opens the data connections");
+    command.add_flag("--overwrite", arguments.overwrite, "replace existing files");
+    command.add_flag("--no-fonts", arguments.no_fonts, "do not fetch the fonts that the messages use");
+    command.add_option("--connect-timeout", arguments.connect_seconds, "seconds to connect [15]")
+        ->check(CLI::Range(1, kMaxSeconds), "")
         ->type_name("S");
-    command.add_option("--stall-timeout", arguments.stall_seconds, "seconds without data or an answer [30]")
-        ->check(CLI::Range(1, kMostSeconds), "")
+    command.add_option("--stall-timeout", arguments.stall_seconds, "seconds without data or a reply [30]")
+        ->check(CLI::Range(1, kMaxSeconds), "")
         ->type_name("S");
 }
 
@@ -102,10 +106,10 @@ void AddOptions(CLI::App& command, FetchArguments& arguments) {
 
 void AddFetchCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<FetchArguments>();
-    CLI::App& command = *app.add_subcommand(
-        "fetch",
-        "Fetches messages, with the fonts that they name, from an FTP server. The password comes from "
-        "ZELTRANS_FTP_PASSWORD, from a netrc file, or is asked for.");
+    CLI::App& command =
+        *app.add_subcommand("fetch",
+                            "Fetches messages and the fonts that they use from an FTP server. The password comes from "
+                            "ZELTRANS_FTP_PASSWORD, from a netrc file, or from a prompt.");
     AddOptions(command, *arguments);
     AddExample(command, "zeltrans fetch ftp://192.0.2.7/DISK 1-20 --to DISK");
     command.callback([arguments, &run] { run = [arguments] { return RunFetchCommand(*arguments); }; });

@@ -2,11 +2,8 @@
 
 #include <iostream>
 
-#include <unistd.h>
-
 #include "inspect/words.h"
-#include "programs/cli/arguments.h"
-#include "programs/cli/drawing_pace.h"
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
 
 namespace zel::cli {
@@ -39,16 +36,11 @@ std::string LineOf(const ftp::FileReport& file) {
 
 }  // namespace
 
-FetchProgress::FetchProgress() : m_terminal(isatty(STDOUT_FILENO) == 1) {}
+FetchProgress::FetchProgress() : m_terminal(IsTerminal()) {}
 
 void FetchProgress::OnProgress(const std::string& name, std::uint64_t bytes, std::uint64_t size) {
-    const auto now = std::chrono::steady_clock::now();
-    if (!m_terminal || now - m_last < kBetweenDrawings) return;
-    m_last = now;
-    m_drawn = true;
-    std::cout << "\r\x1b[K" << name << "  " << inspect::Number(bytes);
-    if (size != 0) std::cout << " of " << inspect::Number(size);
-    std::cout << " bytes" << std::flush;
+    if (!m_terminal || !m_line.IsDue()) return;
+    m_line.Draw(name + "  " + inspect::Number(bytes) + (size != 0 ? " of " + inspect::Number(size) : "") + " bytes");
 }
 
 void FetchProgress::OnFile(const ftp::FileReport& file) {
@@ -58,16 +50,11 @@ void FetchProgress::OnFile(const ftp::FileReport& file) {
 
 void FetchProgress::OnNote(const std::string& text) {
     Clear();
-    SayNote(text);
+    PrintNote(text);
 }
 
 bool FetchProgress::Cancelled() {
     return WasInterrupted();
-}
-
-void FetchProgress::Clear() {
-    if (m_drawn) std::cout << "\r\x1b[K" << std::flush;
-    m_drawn = false;
 }
 
 }  // namespace zel::cli

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <chrono>
-
 #include "host/ftp/fetch.h"
+#include "programs/cli/progress_line.h"
 
 namespace zel::cli {
 
-/// Tells a person how a fetch goes: on a terminal one line that is drawn over again, otherwise a line for each file.
-/// Ctrl-C ends it.
+/// Prints a line per file, and on a terminal also the progress of the current file. An interrupt cancels the fetch.
 class FetchProgress : public ftp::FetchObserver {
   public:
     FetchProgress();
@@ -17,13 +15,12 @@ class FetchProgress : public ftp::FetchObserver {
     void OnNote(const std::string& text) override;
     bool Cancelled() override;
 
-    /// Takes the drawn line away.
-    void Clear();
+    /// Removes the line of progress.
+    void Clear() { m_line.Clear(); }
 
   private:
     bool m_terminal;
-    bool m_drawn = false;
-    std::chrono::steady_clock::time_point m_last;
+    ProgressLine m_line;
 };
 
 }  // namespace zel::cli

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// Adds `font`: one font file, read without a message, to a sheet of its glyphs and a trace.
-/// @param run  set when the command was called with right arguments.
+/// Adds `font`, which reads one font without a message and writes its trace and a sheet of its glyphs.
+/// @param run  set when the command line selects this command.
 void AddFontCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace zel::cli

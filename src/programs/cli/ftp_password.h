@@ -7,10 +7,10 @@
 
 namespace zel::cli {
 
-/// The password of a user on a server: from the environment's ZELTRANS_FTP_PASSWORD, else from a netrc file, else asked
-/// for on the terminal, where it isn't shown.
-/// @param netrc  without it, .netrc of the home directory. Files that others can read are not used.
-/// @throws CommandError when there is none.
+/// Finds the password of a user on a server: in the environment's ZELTRANS_FTP_PASSWORD, else in a netrc file, else
+/// from a prompt on the terminal.
+/// @param netrc  without it, .netrc in the home directory. A file that other users can read is ignored.
+/// @throws CommandError if there is no password.
 ftp::Secret FindFtpPassword(const std::string& host, const std::string& user, const std::optional<std::string>& netrc);
 
 }  // namespace zel::cli

@@ -4,6 +4,8 @@
 #include <memory>
 #include <vector>
 
+#include <CLI/App.hpp>
+
 #include "host/document/indented_json.h"
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
@@ -11,9 +13,11 @@
 #include "host/picture/picture_composer.h"
 #include "host/picture/png_writer.h"
 #include "host/run/import_run.h"
+#include "programs/cli/diagnostics.h"
+#include "programs/cli/options.h"
+#include "programs/cli/run_observers.h"
+#include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
-#include "programs/cli/trace_output.h"
-#include "programs/cli/warnings_printer.h"
 
 namespace zel::cli {
 
@@ -25,8 +29,6 @@ struct ImportArguments {
     host::TracePixels pixels = host::TracePixels::kNo;
     bool warnings = false;
     bool fields = false;
-
-    bool TraceToStandardOutput() const { return trace == "-"; }
 };
 
 std::string CountOf(std::size_t count, const char* what) {
@@ -42,49 +44,46 @@ class Import {
   private:
     void WritePicture(const run::ImportOutcome& outcome);
     void WriteDocument(const document::MessageRecord& message);
-    void SayWhatArrived(const run::ImportOutcome& outcome) const;
+    void PrintSummary(const run::ImportOutcome& outcome) const;
 
     const ImportArguments& m_arguments;
     SettingsScope m_settings;
-    std::unique_ptr<TraceOutput> m_trace;
+    RunObservers m_observers;
     std::unique_ptr<OutputFile> m_json;
-    std::string m_png;  // what --png leads to
+    std::string m_png;  // the target of --png
     picture::PictureComposer m_picture;
     std::string m_written;
 };
 
-// Whatever can't be written is told before the module is asked for anything.
-Import::Import(const ImportArguments& arguments) : m_arguments(arguments), m_settings(arguments.settings) {
+// Opens the outputs, so that one that cannot be written is reported before the module runs.
+Import::Import(const ImportArguments& arguments)
+    : m_arguments(arguments), m_settings(arguments.settings), m_observers(arguments.trace, arguments.pixels) {
     if (arguments.png) m_png = CheckPlainOutput(*arguments.png);
     if (arguments.json) m_json = std::make_unique<OutputFile>(*arguments.json);
-    if (arguments.trace) m_trace = std::make_unique<TraceOutput>(*arguments.trace, arguments.pixels);
 }
 
 ExitCode Import::Run() {
-    WarningsPrinter warnings;
-    std::vector<host::HostObserver*> observers;
-    if (m_trace) observers.push_back(&m_trace->Observer());
-    if (m_arguments.png) observers.push_back(&m_picture);
-    if (m_arguments.warnings) observers.push_back(&warnings);
-    const run::ImportOutcome outcome = run::RunImport(m_arguments.request, observers);
-    if (m_trace) m_trace->Commit();
+    if (m_arguments.png) m_observers.Add(m_picture);
+    if (m_arguments.warnings) m_observers.PrintWarnings();
+    const run::ImportOutcome outcome = run::RunImport(m_arguments.request, m_observers.All());
+    m_observers.CommitTrace();
     if (!outcome.Done()) throw CommandError(outcome.failure);
     if (m_arguments.png) WritePicture(outcome);
     if (m_json && outcome.message) WriteDocument(*outcome.message);
-    SayWhatArrived(outcome);
-    if (!m_settings.Note().empty()) SayNote(m_settings.Note());
+    PrintSummary(outcome);
+    m_settings.PrintAnyNote();
     return ExitCode::kDone;
 }
 
 void Import::WritePicture(const run::ImportOutcome& outcome) {
     std::optional<picture::Picture> picture = m_picture.TakePicture();
     if (!picture) {
-        const std::string& trouble = m_picture.RgbaError();
-        SayNote(m_arguments.request.message +
-                (!outcome.message   ? " was not inserted; "
-                 : !trouble.empty() ? ": " + trouble + "; "
+        const std::string& error = m_picture.RgbaError();
+        PrintNote(m_arguments.request.message +
+                  (!outcome.message ? " was not inserted; "
+                   : !error.empty() ? ": " + error + "; "
                                     : " has no picture; ") +
-                *m_arguments.png + " was not written");
+                  *m_arguments.png + " was not written");
         return;
     }
     if (m_arguments.fields) picture::DrawTabFields(*picture, *outcome.message);
@@ -102,7 +101,7 @@ void Import::WriteDocument(const document::MessageRecord& message) {
     m_written += ", " + *m_arguments.json;
 }
 
-void Import::SayWhatArrived(const run::ImportOutcome& outcome) const {
+void Import::PrintSummary(const run::ImportOutcome& outcome) const {
     std::string line = m_arguments.request.message + ": ";
     if (!outcome.message) {
         line += "an RGBA picture, not inserted";
@@ -114,10 +113,10 @@ void Import::SayWhatArrived(const run::ImportOutcome& outcome) const {
             characters += character.info.slot >= 0 ? 1 : 0;
         line += CountOf(outcome.message->rows.size(), "row") + ", " + CountOf(characters, "character");
         if (!outcome.message->tabs.empty()) line += ", " + CountOf(outcome.message->tabs.size(), "tab field");
-        for (const std::string& warning : document::WarningsOf(*outcome.message)) SayNote(warning);
+        for (const std::string& warning : document::WarningsOf(*outcome.message)) PrintNote(warning);
     }
     if (!m_written.empty()) line += "; wrote " + m_written.substr(2);
-    if (!m_arguments.TraceToStandardOutput()) std::cout << line << std::endl;
+    if (!m_observers.TraceIsStandardOutput()) std::cout << line << std::endl;
 }
 
 void AddInputs(CLI::App& command, ImportArguments& arguments) {
@@ -131,20 +130,18 @@ void AddInputs(CLI::App& command, ImportArguments& arguments) {
 }
 
 void AddOutputs(CLI::App& command, ImportArguments& arguments) {
-    AddPath(command, "--png", arguments.png, "FILE", "write the message's picture, 720 x 486 or 720 x 576 pixels");
-    command.add_flag("--fields", arguments.fields, "with --png: frames and names of the tab fields over the picture");
+    AddPath(command, "--png", arguments.png, "FILE",
+            "write the message's picture, 720 pixels wide and as high as its video standard");
+    command.add_flag("--fields", arguments.fields, "with --png: draw the frames and names of the tab fields");
     AddPath(command, "--json", arguments.json, "FILE", "write the message as a JSON document");
-    AddPath(command, "--trace", arguments.trace, "FILE|-",
-            "write all that the host hears, one JSON object a line; - is standard output");
-    command.add_flag_callback(
-        "--pixels", [&arguments] { arguments.pixels = host::TracePixels::kYes; },
-        "with --trace: size and checksum of each character's pixels");
+    AddTrace(command, arguments.trace);
+    AddTracePixels(command, arguments.pixels);
 }
 
 void AddChoices(CLI::App& command, ImportArguments& arguments) {
     run::ImportRequest& request = arguments.request;
     command.add_flag("--warnings", arguments.warnings,
-                     "import by the main dialog, and print each box on standard error");
+                     "import through the main dialog and print each box on standard error");
     AddFontPrompt(command, request.box_answer, request.browse);
     AddHostOptions(command, request.host, request.rgba);
 }
@@ -153,8 +150,8 @@ void AddChoices(CLI::App& command, ImportArguments& arguments) {
 
 void AddImportCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<ImportArguments>();
-    CLI::App& command = *app.add_subcommand(
-        "import", "Imports one message, and writes what arrives as a picture, a document or a trace.");
+    CLI::App& command =
+        *app.add_subcommand("import", "Imports one message and writes it as a picture, a document or a trace.");
     AddInputs(command, *arguments);
     AddOutputs(command, *arguments);
     AddChoices(command, *arguments);

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// Adds `import`: one message from its file to a picture, a document and a trace.
-/// @param run  set when the command was called with right arguments.
+/// Adds `import`, which imports one message and writes its picture, its document and a trace.
+/// @param run  set when the command line selects this command.
 void AddImportCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace zel::cli

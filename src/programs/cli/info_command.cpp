@@ -5,9 +5,13 @@
 #include <memory>
 #include <vector>
 
+#include <CLI/App.hpp>
+
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/directory_table.h"
+#include "programs/cli/options.h"
 #include "programs/cli/report_json.h"
 
 namespace zel::cli {
@@ -40,11 +44,11 @@ class Info {
 
   private:
     void Fail(const std::string& text) {
-        SayError(text);
+        PrintError(text);
         m_exit_code = ExitCode::kNotDone;
     }
 
-    // A blank line between the reports of two files.
+    // Reports are separated by a blank line.
     void Show(const std::string& text) {
         if (m_shown && !m_arguments.json) std::cout << '\n';
         m_shown = true;
@@ -84,13 +88,13 @@ class Info {
 
 void AddInfoCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<InfoArguments>();
-    CLI::App& command = *app.add_subcommand("info", "Tells what files are, what they hold, and where they are broken.");
+    CLI::App& command = *app.add_subcommand("info", "Reports the kind, the contents and the defects of files.");
     command
         .add_option("FILE", arguments->files,
-                    "message, font, RGBA or name list files; of a directory, all that lie in it")
+                    "message, font, RGBA or name list files; a directory stands for all files in it")
         ->required()
         ->type_name("");
-    command.add_flag("--json", arguments->json, "one JSON object a line for each file");
+    command.add_flag("--json", arguments->json, "one JSON object per line and file");
     AddExample(command, "zeltrans info DISK/MESSAGES/.0012\n  zeltrans info DISK");
     command.callback([arguments, &run] { run = [arguments] { return Info(*arguments).Run(); }; });
 }

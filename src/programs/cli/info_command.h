@@ -1,11 +1,11 @@
 #pragma once
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// Adds `info`: what a file is and what it holds.
-/// @param run  set when the command was called with right arguments.
+/// Adds `info`, which reports what files contain.
+/// @param run  set when the command line selects this command.
 void AddInfoCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace zel::cli

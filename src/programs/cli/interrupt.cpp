@@ -14,7 +14,7 @@ extern "C" void OnInterrupt(int /*signal*/) {
 
 }  // namespace
 
-void HeedInterrupts() {
+void HandleInterrupts() {
     struct sigaction action {};
     action.sa_handler = OnInterrupt;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);

@@ -2,9 +2,9 @@
 
 namespace zel::cli {
 
-/// Takes Ctrl-C, and a polite request to end, as a wish to end cleanly: from now on the first sets WasInterrupted, and
-/// a second one ends the program at once.
-void HeedInterrupts();
+/// From now on the first SIGINT or SIGTERM sets WasInterrupted, so that the command can end cleanly; the second ends
+/// the program immediately.
+void HandleInterrupts();
 bool WasInterrupted() noexcept;
 
 }  // namespace zel::cli

@@ -23,7 +23,7 @@ constexpr KnownSetting kKnown[] = {
     {"ZELFTPSaveOptions", "Password", kPassword},
     {"ZELFTPSaveOptions", "SavePassword", kNumber},
     {"ZELFTPSaveOptions", "Username", kText},
-    // A fallback for the FTP dialog, which never writes it.
+    // The FTP dialog reads this section as a fallback and never writes it.
     {"RGBFTPSaveOptions", "IPAddress", kText},
     {"RGBFTPSaveOptions", "Password", kPassword},
     {"RGBFTPSaveOptions", "SavePassword", kNumber},

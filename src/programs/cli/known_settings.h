@@ -6,8 +6,7 @@
 
 namespace zel::cli {
 
-/// What the module stores, by the names under which it looks for it. Names are compared without regard to the case of
-/// ASCII letters.
+/// The settings that the module reads. Names are compared ignoring the case of ASCII letters.
 
 enum class SettingKind { kNumber, kText, kPassword };
 
@@ -17,25 +16,27 @@ struct KnownSetting {
     SettingKind kind;
 };
 
-/// The entry that the module reads under these names, null for none.
+/// The setting of these names; null for none.
 const KnownSetting* FindKnownSetting(const std::string& section, const std::string& entry);
 
-/// A recent list: a key of the registry whose values are named by the list and the entry's index, 0 the newest.
+/// A recent list: a registry key whose values are named after the list and the index of the entry; 0 is the newest.
 struct RecentList {
     const char* name;
 
     std::string Key() const;
     std::string ValueName(int index) const { return std::string(name) + " " + std::to_string(index); }
-    /// Index in the name of a value; nothing when it is none of the list's.
+    /// The index in the name of a value; nothing if the value does not belong to the list.
     std::optional<int> Index(const std::string& value_name) const;
 };
-inline constexpr int kRecentEntries = 10;               // that the module reads, from index 0 on
-inline constexpr std::size_t kLongestRecentText = 259;  // characters; the module has no room for more
+/// The module reads the entries from 0 to 9.
+inline constexpr int kRecentEntries = 10;
+/// In characters; the module reads an entry into a buffer of 260 with the NUL.
+inline constexpr std::size_t kLongestRecentText = 259;
 
 const std::vector<RecentList>& RecentLists();
 const RecentList* FindRecentList(const std::string& name);
 
-/// Every section with its entries, a line each, for the user to choose from.
+/// Every section with its entries, one section per line.
 std::string KnownNames();
 
 }  // namespace zel::cli

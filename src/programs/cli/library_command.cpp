@@ -5,9 +5,13 @@
 #include <memory>
 #include <vector>
 
+#include <CLI/App.hpp>
+
 #include "host/library/library.h"
 #include "module/contract/message_id.h"
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/library_table.h"
+#include "programs/cli/options.h"
 #include "programs/cli/output_file.h"
 
 namespace zel::cli {
@@ -22,33 +26,33 @@ struct LibraryArguments {
     std::optional<std::string> disk, png, json;
 };
 
-std::string Named(const std::string& disk) {
-    return disk.empty() ? "the disk without a name" : '"' + TerminalText(disk) + '"';
+std::string DiskName(const std::string& disk) {
+    return disk.empty() ? "the unnamed disk" : '"' + TerminalText(disk) + '"';
 }
 
-// The recording that is meant: of the disk that was named, or of the only one that has the number.
+// The recording of --disk, or of the only disk with that number.
 library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& arguments) {
     std::vector<library::RecordingKey> found;
-    std::string of_disks;
+    std::string disks;
     for (const std::string& disk : arguments.disk ? std::vector{*arguments.disk} : library.Disks()) {
         if (!library.Has({disk, arguments.number})) continue;
         found.push_back({disk, arguments.number});
-        of_disks += (of_disks.empty() ? "" : ", ") + Named(disk);
+        disks += (disks.empty() ? "" : ", ") + DiskName(disk);
     }
     const std::string what = arguments.library + ": message " + NumberName(arguments.number);
     if (found.size() > 1) {
-        throw CommandError(what + " is recorded of several disks, so --disk must tell one: " + of_disks);
+        throw CommandError(what + " is recorded from several disks; choose one with --disk: " + disks);
     }
     if (found.empty())
-        throw CommandError(what + " isn't recorded" + (arguments.disk ? " of " + Named(*arguments.disk) : ""));
+        throw CommandError(what + " is not recorded" + (arguments.disk ? " from " + DiskName(*arguments.disk) : ""));
     return found.front();
 }
 
 ExitCode PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
-    const auto warned = static_cast<std::size_t>(
+    const auto with_warnings = static_cast<std::size_t>(
         std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
     std::cout << arguments.library << ": " << CountOf(entries.size(), "recording")
-              << (warned != 0 ? ", " + std::to_string(warned) + " with warnings" : "") << '\n'
+              << (with_warnings != 0 ? ", " + std::to_string(with_warnings) + " with warnings" : "") << '\n'
               << LibraryTable(entries);
     return ExitCode::kDone;
 }
@@ -58,9 +62,9 @@ ExitCode ListLibrary(const LibraryArguments& arguments) {
 }
 
 ExitCode SearchLibrary(const LibraryArguments& arguments) {
-    std::string question;
-    for (const std::string& word : arguments.words) question += word + ' ';
-    return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).Search(question));
+    std::string query;
+    for (const std::string& word : arguments.words) query += word + ' ';
+    return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).Search(query));
 }
 
 void PrintLabelled(const std::string& label, const std::string& text) {
@@ -101,7 +105,7 @@ std::vector<std::string> SourceLines(const library::Recording& recording) {
 }
 
 void PrintRecording(const LibraryArguments& arguments, const library::Recording& recording) {
-    std::cout << arguments.library << ": " << KindWords(recording.kind) << ' ' << NumberName(recording.number) << '\n';
+    std::cout << arguments.library << ": " << KindName(recording.kind) << ' ' << NumberName(recording.number) << '\n';
     PrintLabelled("Disk", TerminalText(recording.disk));
     PrintLabelled("Recorded", TerminalText(recording.recorded_at));
     PrintLabelled("Options", TerminalText(recording.options));
@@ -116,11 +120,11 @@ void PrintRecording(const LibraryArguments& arguments, const library::Recording&
     PrintEach("Warnings", recording.warnings);
 }
 
-// What the recording doesn't have isn't written.
+// An output that the recording does not contain is not written.
 void WritePart(const std::optional<std::string>& path, const std::string& bytes, const char* what) {
     if (!path) return;
     if (bytes.empty()) {
-        SayNote(std::string("the recording has no ") + what + "; " + *path + " was not written");
+        PrintNote(std::string("the recording has no ") + what + "; " + *path + " was not written");
         return;
     }
     OutputFile file(*path);
@@ -132,7 +136,7 @@ void WritePart(const std::optional<std::string>& path, const std::string& bytes,
 ExitCode ShowRecording(const LibraryArguments& arguments) {
     library::Library library(arguments.library, library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
-    if (!recording) throw CommandError(arguments.library + ": the recording has just been removed");
+    if (!recording) throw CommandError(arguments.library + ": another program removed the recording");
     if (!arguments.png && !arguments.json) PrintRecording(arguments, *recording);
     WritePart(arguments.png, recording->picture, "picture");
     WritePart(arguments.json, recording->document.empty() ? "" : recording->document + '\n', "document");
@@ -144,20 +148,20 @@ ExitCode MergeLibraries(const LibraryArguments& arguments) {
     for (const std::string& shard : arguments.shards) {
         const library::MergeCount count = library.Merge(shard);
         std::cout << shard << ": " << count.added << " added, " << count.replaced << " replaced, " << count.unchanged
-                  << " there already" << std::endl;
+                  << " unchanged" << std::endl;
     }
     return ExitCode::kDone;
 }
 
 ExitCode RemoveRecording(const LibraryArguments& arguments) {
-    // A library that isn't there is no reason to make one.
+    // Looked up read-only first, so that a missing library is not created.
     const library::RecordingKey key = [&] {
         library::Library library(arguments.library, library::Access::kRead);
         return KeyOf(library, arguments);
     }();
     library::Library(arguments.library, library::Access::kWrite).Remove(key);
     std::cout << arguments.library << ": removed " << NumberName(key.number)
-              << (key.disk.empty() ? "" : " of " + Named(key.disk)) << '\n';
+              << (key.disk.empty() ? "" : " from " + DiskName(key.disk)) << '\n';
     return ExitCode::kDone;
 }
 
@@ -165,7 +169,7 @@ void AddNumber(CLI::App& command, LibraryArguments& arguments) {
     const auto take = [&arguments](const std::string& text) {
         const std::string_view digits = WithoutLeadingDot(text);
         if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestNumber) {
-            throw CLI::ValidationError("NUMBER", '"' + text + "\" is no number from 0 to 9999");
+            throw CLI::ValidationError("NUMBER", '"' + text + "\" is not a number from 0 to 9999");
         }
         arguments.number = MessageNumberOf(digits);
     };
@@ -175,13 +179,13 @@ void AddNumber(CLI::App& command, LibraryArguments& arguments) {
 }
 
 void AddDisk(CLI::App& command, LibraryArguments& arguments) {
-    command.add_option("--disk", arguments.disk, "of the disk that was recorded under this name")->type_name("NAME");
+    command.add_option("--disk", arguments.disk, "the disk with this name")->type_name("NAME");
 }
 
-// One command of `library`, with the library's file as its first argument.
-CLI::App& AddPart(CLI::App& library, const std::string& name, const std::string& description,
-                  const std::shared_ptr<LibraryArguments>& arguments, CommandRun& run,
-                  ExitCode (*work)(const LibraryArguments&)) {
+// One subcommand of `library`, with the library's file as its first argument.
+CLI::App& AddSubcommand(CLI::App& library, const std::string& name, const std::string& description,
+                        const std::shared_ptr<LibraryArguments>& arguments, CommandRun& run,
+                        ExitCode (*work)(const LibraryArguments&)) {
     CLI::App& command = *library.add_subcommand(name, description);
     command.add_option("LIBRARY", arguments->library, "the library's file")->required()->type_name("");
     command.callback([arguments, &run, work] { run = [arguments, work] { return work(*arguments); }; });
@@ -196,22 +200,22 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
     library.require_subcommand(1);
     const auto add = [&](const std::string& name, const std::string& description,
                          ExitCode (*work)(const LibraryArguments&)) -> CLI::App& {
-        return AddPart(library, name, description, arguments, run, work);
+        return AddSubcommand(library, name, description, arguments, run, work);
     };
     AddDisk(add("list", "Lists the recordings by disk and number.", ListLibrary), *arguments);
 
-    add("search", "Finds recordings by their text, tab fields and file.", SearchLibrary)
-        .add_option("WORDS", arguments->words, "words that are all there, or their beginnings")
+    add("search", "Finds recordings by text, tab field and file.", SearchLibrary)
+        .add_option("WORDS", arguments->words, "words or their beginnings; all of them must occur")
         ->required()
         ->type_name("");
 
-    CLI::App& show = add("show", "Shows one recording, or writes what it holds.", ShowRecording);
+    CLI::App& show = add("show", "Shows one recording or writes its parts to files.", ShowRecording);
     AddNumber(show, *arguments);
     AddDisk(show, *arguments);
     AddPath(show, "--png", arguments->png, "FILE", "write the picture");
     AddPath(show, "--json", arguments->json, "FILE", "write the message as a JSON document");
 
-    add("merge", "Takes over the recordings of other libraries; the last one's stay.", MergeLibraries)
+    add("merge", "Adds the recordings of other libraries; later ones replace earlier ones.", MergeLibraries)
         .add_option("SHARD", arguments->shards, "the other libraries' files")
         ->required()
         ->type_name("");

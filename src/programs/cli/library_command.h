@@ -1,11 +1,11 @@
 #pragma once
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// Adds `library`: lists, searches, shows, merges and removes the recordings of a library.
-/// @param run  set when the command was called with right arguments.
+/// Adds `library`, which lists, searches, shows, merges and removes the recordings of a library.
+/// @param run  set when the command line selects this command.
 void AddLibraryCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace zel::cli

@@ -12,7 +12,7 @@ namespace zel::cli {
 
 namespace {
 
-constexpr std::size_t kLongestText = 60;  // characters of a line of text
+constexpr std::size_t kMaxTextWidth = 60;  // in characters
 
 // The character that a text begins with: its bytes, or none for what is no UTF-8.
 std::size_t CharacterSize(std::string_view text) {
@@ -33,12 +33,12 @@ bool IsControl(std::string_view character) {
     return first < ' ' || first == 0x7F || (first == 0xC2 && static_cast<std::uint8_t>(character[1]) < 0xA0);
 }
 
-// What a message says, cut to what a table has room for.
+// The first line of a text, shortened for the table.
 std::string FirstLine(const std::string& text) {
     std::string line = TerminalText(exporter::TitleOf(text));
-    if (Characters(line) <= kLongestText) return line;
+    if (Characters(line) <= kMaxTextWidth) return line;
     std::size_t end = 0;
-    for (std::size_t n = 0; n < kLongestText - 3; ++n) end += CharacterSize(std::string_view(line).substr(end));
+    for (std::size_t n = 0; n < kMaxTextWidth - 3; ++n) end += CharacterSize(std::string_view(line).substr(end));
     return line.substr(0, end) + "...";
 }
 
@@ -61,7 +61,7 @@ std::string NumberName(int number) {
     return name;
 }
 
-std::string KindWords(library::RecordingKind kind) {
+std::string KindName(library::RecordingKind kind) {
     switch (kind) {
         case library::RecordingKind::kMessage:
             break;
@@ -85,7 +85,7 @@ std::string LibraryTable(const std::vector<library::LibraryEntry>& entries) {
     for (const library::LibraryEntry& entry : entries) {
         const auto warnings = static_cast<std::size_t>(entry.warnings);
         const Cells& cells =
-            lines.emplace_back(Cells{NumberName(entry.key.number), TerminalText(entry.key.disk), KindWords(entry.kind),
+            lines.emplace_back(Cells{NumberName(entry.key.number), TerminalText(entry.key.disk), KindName(entry.kind),
                                      warnings == 0 ? "" : CountOf(warnings, "warning"), FirstLine(entry.text)});
         for (std::size_t n = 0; n < cells.size(); ++n) widths[n] = std::max(widths[n], Characters(cells[n]));
     }

@@ -8,20 +8,20 @@
 
 namespace zel::cli {
 
-/// UTF-8 as a terminal can show it: line breaks, other control characters and what is no UTF-8 as a question mark each.
+/// Text that is safe to print on a terminal: a question mark for each control character, line breaks included, and for
+/// each invalid byte of UTF-8.
 std::string TerminalText(std::string_view text);
 
-/// A message number as its file is named, ".0012".
+/// The file name of a message number, ".0012".
 std::string NumberName(int number);
 
 /// "message", "RGBA object" or "RGBA background".
-std::string KindWords(library::RecordingKind kind);
+std::string KindName(library::RecordingKind kind);
 
 /// "1 recording", "2 recordings".
 std::string CountOf(std::size_t count, const std::string& what);
 
-/// A line for each recording: its number and kind, its disk when one has a name, its first line of text, and how many
-/// warnings it has.
+/// One line per recording: number, disk (if any has a name), kind, number of warnings, first line of text.
 std::string LibraryTable(const std::vector<library::LibraryEntry>& entries);
 
 }  // namespace zel::cli

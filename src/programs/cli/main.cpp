@@ -3,6 +3,7 @@
 
 #include <dlfcn.h>
 
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/info_command.h"
 #include "programs/cli/run_program.h"
 
@@ -10,17 +11,17 @@ using namespace zel;
 
 namespace {
 
-// The libraries below the commands take longer to load than "info" takes to run, and it needs none of them.
+// "info" needs none of the other commands' libraries, which take longer to load than it takes to run.
 constexpr cli::NamedCommand kOwnCommands[] = {{"info", cli::AddInfoCommand}};
 
 int RunFromLibrary(int argc, char** argv) {
-    // Looked for by the program's own run path; it stays loaded.
+    // Found through the program's run path; never unloaded.
     void* const library = ::dlopen(ZELTRANS_COMMAND_LIBRARY, RTLD_LAZY | RTLD_LOCAL);
     void* const entry = library != nullptr ? ::dlsym(library, cli::kCommandLibraryEntry) : nullptr;
     if (entry == nullptr) {
         const char* const reason = ::dlerror();
-        cli::SayError(std::string(ZELTRANS_COMMAND_LIBRARY " can't be used: ") +
-                      (reason != nullptr ? reason : "no entry"));
+        cli::PrintError(std::string(ZELTRANS_COMMAND_LIBRARY ": cannot be loaded: ") +
+                        (reason != nullptr ? reason : "no entry point"));
         return static_cast<int>(cli::ExitCode::kNotDone);
     }
     return reinterpret_cast<cli::RunAnyCommandFunction>(entry)(argc, argv);

@@ -6,7 +6,7 @@
 
 #include <unistd.h>
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 

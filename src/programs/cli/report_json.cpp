@@ -12,7 +12,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* VerdictWord(inspect::Verdict verdict) noexcept {
+const char* VerdictName(inspect::Verdict verdict) noexcept {
     switch (verdict) {
         case inspect::Verdict::kWhole:
             return "whole";
@@ -125,7 +125,7 @@ Json Font(const inspect::FontReport& font) {
 std::string ReportJson(const inspect::FileReport& report) {
     Json json = {{"name", report.name},
                  {"kind", inspect::KindName(report.kind)},
-                 {"verdict", VerdictWord(report.verdict)},
+                 {"verdict", VerdictName(report.verdict)},
                  {"reason", report.reason},
                  {"size", report.size},
                  {"file_type", OrNull(report.file_type)},
@@ -136,7 +136,7 @@ std::string ReportJson(const inspect::FileReport& report) {
     if (report.font) json["font"] = Font(*report.font);
     if (report.picture) json["picture"] = {{"width", report.picture->width}, {"height", report.picture->height}};
     if (report.list) json["list"] = {{"lines", report.list->lines}, {"entries", report.list->entries}};
-    // A file's name needn't be UTF-8.
+    // The name of a file may be invalid UTF-8.
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 

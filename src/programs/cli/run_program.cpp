@@ -8,24 +8,25 @@
 
 #include <CLI/CLI.hpp>
 
+#include "programs/cli/diagnostics.h"
+
 namespace zel::cli {
 
 namespace {
 
-ExitCode WrongArguments(const CLI::App& app, const CLI::ParseError& error) {
+ExitCode PrintParseError(const CLI::App& app, const CLI::ParseError& error) {
     if (error.get_name() == "RequiredError" && app.get_subcommands().empty() && app.remaining_size() != 0) {
-        std::cerr << "There is no command \"" << app.remaining().front()
-                  << "\"\nRun with --help for more information.\n";
+        std::cerr << "Unknown command \"" << app.remaining().front() << "\"\nRun with --help for more information.\n";
         return ExitCode::kWrongArguments;
     }
-    // Help and version are no errors, and CLI11 prints them.
+    // CLI11 reports --help and --version in this way too, and prints them.
     return app.exit(error) == 0 ? ExitCode::kDone : ExitCode::kWrongArguments;
 }
 
-std::span<const NamedCommand> Needed(std::span<const NamedCommand> commands, int argc, char** argv) {
-    const auto named = std::ranges::find_if(
+std::span<const NamedCommand> SelectedOrAll(std::span<const NamedCommand> commands, int argc, char** argv) {
+    const auto selected = std::ranges::find_if(
         commands, [&](const NamedCommand& command) { return argc > 1 && std::string_view(argv[1]) == command.name; });
-    return named != commands.end() ? std::span(&*named, 1) : commands;
+    return selected != commands.end() ? std::span(&*selected, 1) : commands;
 }
 
 ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
@@ -33,11 +34,11 @@ ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> command
     app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION);
     app.require_subcommand(1);
     CommandRun run;
-    for (const NamedCommand& command : Needed(commands, argc, argv)) command.add(app, run);
+    for (const NamedCommand& command : SelectedOrAll(commands, argc, argv)) command.add(app, run);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return WrongArguments(app, error);
+        return PrintParseError(app, error);
     }
     const ExitCode exit_code = run();
     if (std::cout.flush() || exit_code != ExitCode::kDone) return exit_code;
@@ -48,12 +49,12 @@ ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> command
 
 int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
     try {
-        std::ios::sync_with_stdio(false);  // a trace has many lines
+        std::ios::sync_with_stdio(false);  // for the speed of a trace
         return static_cast<int>(RunCommand(argc, argv, commands));
     } catch (const std::bad_alloc&) {
-        SayError("out of memory");
+        PrintError("out of memory");
     } catch (const std::exception& error) {
-        SayError(error.what());
+        PrintError(error.what());
     }
     return static_cast<int>(ExitCode::kNotDone);
 }

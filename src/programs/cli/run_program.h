@@ -2,22 +2,21 @@
 
 #include <span>
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// A command of the program: its name, and what adds it to the command line.
+/// A command of the program.
 struct NamedCommand {
     const char* name;
     void (*add)(CLI::App& app, CommandRun& run);
 };
 
-/// Takes the command line apart and runs the command that it names. Only this one's options are set up, unless none
-/// of them is named.
-/// @return the exit code; errors have been told.
+/// Parses the command line and runs the selected command. To save time, the options of other commands are not set up.
+/// @return the exit code; errors have been printed.
 int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands);
 
-/// Entry of the library that holds all commands, which the program loads unless it has the command itself.
+/// The entry point of the library with all commands. The program loads it unless it contains the command itself.
 inline constexpr char kCommandLibraryEntry[] = "RunAnyCommand";
 using RunAnyCommandFunction = int (*)(int argc, char** argv);
 

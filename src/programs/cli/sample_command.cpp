@@ -4,8 +4,12 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <string_view>
 #include <vector>
 
+#include <CLI/App.hpp>
+
+#include "programs/cli/options.h"
 #include "samples/disk/demo_disk.h"
 
 namespace zel::cli {
@@ -13,6 +17,18 @@ namespace zel::cli {
 namespace {
 
 namespace fs = std::filesystem;
+
+// A path as a user can paste it into a shell.
+std::string ShellQuoted(const std::string& path) {
+    const auto is_plain = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               std::string_view("/._-+,:@%").find(c) != std::string_view::npos;
+    };
+    if (!path.empty() && std::ranges::all_of(path, is_plain)) return path;
+    std::string quoted = "'";
+    for (const char c : path) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
 
 ExitCode WriteSample(const std::string& directory) {
     std::vector<fs::path> written;
@@ -33,8 +49,8 @@ ExitCode WriteSample(const std::string& directory) {
               << "  " << messages << " messages in MESSAGES, " << fonts << " fonts in MACHINE, "
               << static_cast<std::ptrdiff_t>(written.size()) - messages - fonts << " name lists\n";
     if (first != written.end()) {
-        std::cout << "Next:\n  zeltrans info " << ShellWord(disk.string()) << "\n  zeltrans import "
-                  << ShellWord(first->string()) << " --maps " << ShellWord(disk.string()) << " --png message.png\n";
+        std::cout << "Next:\n  zeltrans info " << ShellQuoted(disk.string()) << "\n  zeltrans import "
+                  << ShellQuoted(first->string()) << " --maps " << ShellQuoted(disk.string()) << " --png message.png\n";
     }
     std::cout.flush();
     return ExitCode::kDone;
@@ -48,7 +64,7 @@ void AddSampleCommand(CLI::App& app, CommandRun& run) {
         *app.add_subcommand("sample", "Writes a demonstration disk: messages, fonts and the two name lists.");
     command
         .add_option("DIR", *directory,
-                    "the disk's directory, made if it is missing; files of the same names are replaced")
+                    "the disk's directory, created if it is missing; existing files of the same names are replaced")
         ->required()
         ->type_name("");
     AddExample(command, "zeltrans sample DISK");

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// Adds `sample`: the demonstration disk.
-/// @param run  set when the command was called with right arguments.
+/// Adds `sample`, which writes the demonstration disk.
+/// @param run  set when the command line selects this command.
 void AddSampleCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace zel::cli

@@ -4,8 +4,13 @@
 #include <iostream>
 #include <memory>
 
+#include <CLI/App.hpp>
+
 #include "platform/system/registry.h"
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/known_settings.h"
+#include "programs/cli/options.h"
+#include "programs/cli/run_options.h"
 #include "programs/cli/settings_listing.h"
 #include "programs/cli/settings_scope.h"
 
@@ -18,8 +23,8 @@ struct SettingsArguments {
     std::string section, key, value;
 };
 
-/// The arguments name nothing that there is.
-class WrongSetting : public std::runtime_error {
+/// The arguments name no setting, or a value that the module would not take.
+class InvalidSetting : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
@@ -30,7 +35,7 @@ std::optional<int> Number(const std::string& text) {
     return error == std::errc() && stop == end && !text.empty() ? std::optional(number) : std::nullopt;
 }
 
-/// One setting that the user has named: an entry of a known section, or one of a recent list.
+/// The setting that the user names: an entry of a known section or of a recent list.
 class NamedSetting {
   public:
     NamedSetting(const std::string& section, const std::string& key)
@@ -38,7 +43,7 @@ class NamedSetting {
         if (m_known != nullptr) return;
         const std::optional<int> index = m_list != nullptr ? Number(key) : std::nullopt;
         if (!index || *index < 0 || *index >= kRecentEntries)
-            throw WrongSetting("there is no setting " + section + " " + key + ". There are:" + KnownNames());
+            throw InvalidSetting("unknown setting " + section + " " + key + ". Settings:" + KnownNames());
         m_index = *index;
     }
 
@@ -51,25 +56,26 @@ class NamedSetting {
     std::string Get(seam::SettingsStore& store) const {
         if (m_known == nullptr) {
             const auto value = store.GetValue(m_list->Key(), m_list->ValueName(m_index));
-            return value ? RecentText(*value) : throw NothingStored();
+            return value ? RecentText(*value) : throw NotStored();
         }
-        if (m_known->kind == SettingKind::kPassword) throw CommandError(Name() + ": a password isn't shown");
+        if (m_known->kind == SettingKind::kPassword) throw CommandError(Name() + ": passwords are not shown");
         if (m_known->kind == SettingKind::kNumber) {
             const auto number = store.GetProfileInt(m_known->section, m_known->entry);
-            return number ? std::to_string(*number) : throw NothingStored();
+            return number ? std::to_string(*number) : throw NotStored();
         }
         const auto text = store.GetProfileText(m_known->section, m_known->entry);
-        return text ? *text : throw NothingStored();
+        return text ? *text : throw NotStored();
     }
 
-    /// @return false when it could not be stored. @throws WrongSetting for a value that the module wouldn't take.
+    /// @return false if it could not be stored.
+    /// @throws InvalidSetting for a value that the module would not take.
     bool Set(seam::SettingsStore& store, const std::string& value) const {
         if (m_known == nullptr) return SetRecent(store, value);
         if (m_known->kind == SettingKind::kPassword)
-            throw WrongSetting(Name() + ": a password isn't taken from the command line; the FTP dialog stores it");
+            throw InvalidSetting(Name() + ": passwords cannot be set here; use the FTP dialog");
         if (m_known->kind == SettingKind::kText) return store.SetProfileText(m_known->section, m_known->entry, value);
         const std::optional<int> number = Number(value);
-        if (!number) throw WrongSetting(Name() + ": \"" + value + "\" is no whole number of 32 bits");
+        if (!number) throw InvalidSetting(Name() + ": \"" + value + "\" is not an integer of 32 bits");
         return store.SetProfileInt(m_known->section, m_known->entry, *number);
     }
 
@@ -77,16 +83,16 @@ class NamedSetting {
     void Unset(seam::SettingsStore& store) const {
         if (!(m_known != nullptr ? store.DeleteProfileEntry(m_known->section, m_known->entry)
                                  : store.DeleteValue(m_list->Key(), m_list->ValueName(m_index))))
-            throw NothingStored();
+            throw NotStored();
     }
 
   private:
-    CommandError NothingStored() const { return CommandError(Name() + ": nothing is stored"); }
+    CommandError NotStored() const { return CommandError(Name() + ": not stored"); }
 
     bool SetRecent(seam::SettingsStore& store, const std::string& text) const {
         if (text.size() > kLongestRecentText) {
-            throw WrongSetting(Name() + ": the module has room for " + std::to_string(kLongestRecentText) +
-                               " characters, and these are " + std::to_string(text.size()));
+            throw InvalidSetting(Name() + ": " + std::to_string(text.size()) +
+                                 " characters; the module reads at most " + std::to_string(kLongestRecentText));
         }
         seam::RegistryValue value{REG_SZ, {text.begin(), text.end()}};
         value.bytes.push_back(0);
@@ -109,7 +115,7 @@ void Get(seam::SettingsStore& store, const SettingsArguments& arguments) {
 }
 void Set(seam::SettingsStore& store, const SettingsArguments& arguments) {
     const NamedSetting setting(arguments.section, arguments.key);
-    if (!setting.Set(store, arguments.value)) throw CommandError(setting.Name() + ": it could not be stored");
+    if (!setting.Set(store, arguments.value)) throw CommandError(setting.Name() + ": cannot be stored");
 }
 void Unset(seam::SettingsStore& store, const SettingsArguments& arguments) {
     NamedSetting(arguments.section, arguments.key).Unset(store);
@@ -118,24 +124,24 @@ void Unset(seam::SettingsStore& store, const SettingsArguments& arguments) {
 ExitCode RunSettings(Action action, const SettingsArguments& arguments) {
     SettingsScope settings(arguments.directory);
     if (!settings.IsUsable()) throw CommandError(settings.Note());
-    if (!settings.Note().empty()) SayNote(settings.Note());
+    settings.PrintAnyNote();
     try {
         action(seam::GetSettingsStore(), arguments);
-    } catch (const WrongSetting& error) {
-        SayError(error.what());
+    } catch (const InvalidSetting& error) {
+        PrintError(error.what());
         return ExitCode::kWrongArguments;
     }
     return ExitCode::kDone;
 }
 
-/// Adds an action on one setting.
+/// Adds a subcommand for one setting.
 CLI::App& AddAction(CLI::App& settings, const std::string& name, const std::string& description,
                     const std::shared_ptr<SettingsArguments>& arguments, CommandRun& run, Action action) {
     CLI::App& command = *settings.add_subcommand(name, description);
     command.add_option("SECTION", arguments->section, "the section, or a recent list such as FontDir")
         ->required()
         ->type_name("");
-    command.add_option("KEY", arguments->key, "the entry, or an index of the list, 0 the newest")
+    command.add_option("KEY", arguments->key, "the entry, or an index of the list; 0 is the newest")
         ->required()
         ->type_name("");
     command.fallthrough();
@@ -147,15 +153,15 @@ CLI::App& AddAction(CLI::App& settings, const std::string& name, const std::stri
 
 void AddSettingsCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<SettingsArguments>();
-    CLI::App& settings = *app.add_subcommand("settings", "Lists the stored settings; tells, changes or removes one.");
+    CLI::App& settings = *app.add_subcommand("settings", "Lists the stored settings; prints, changes or removes one.");
     AddSettings(settings, arguments->directory);
     settings.require_subcommand(0, 1);
     AddAction(settings, "get", "Prints one setting.", arguments, run, &Get);
     AddAction(settings, "set", "Stores one setting.", arguments, run, &Set)
-        .add_option("VALUE", arguments->value, "a whole number or a text, as the entry needs")
+        .add_option("VALUE", arguments->value, "an integer or a text, depending on the entry")
         ->required()
         ->type_name("");
-    AddAction(settings, "unset", "Removes one setting, so that its default holds.", arguments, run, &Unset);
+    AddAction(settings, "unset", "Removes one setting, which restores its default.", arguments, run, &Unset);
     AddExample(settings, "zeltrans settings set ZELFNTSaveOptions SkipWarnings 1");
     settings.callback([arguments, &settings, &run] {
         if (settings.get_subcommands().empty()) run = [arguments] { return RunSettings(&List, *arguments); };

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "programs/cli/arguments.h"
+#include "programs/cli/command.h"
 
 namespace zel::cli {
 
-/// Adds `settings`: lists, tells, changes and removes what the module has stored.
-/// @param run  set when the command was called with right arguments.
+/// Adds `settings`, which lists, prints, changes and removes the settings that the module stores.
+/// @param run  set when the command line selects this command.
 void AddSettingsCommand(CLI::App& app, CommandRun& run);
 
 }  // namespace zel::cli

@@ -12,8 +12,8 @@ namespace zel::cli {
 
 namespace {
 
-/// A text whose control characters stand as \xNN; a path keeps its backslashes.
-std::string Shown(const std::string& text) {
+/// A text with control characters as \xNN. Backslashes stay, since many texts are paths.
+std::string Escaped(const std::string& text) {
     std::string shown;
     for (const char c : text) {
         const bool control = static_cast<unsigned char>(c) < ' ' || c == 0x7F;
@@ -23,7 +23,7 @@ std::string Shown(const std::string& text) {
 }
 
 std::string Line(const std::string& name, const std::string& value, const std::string& remark) {
-    return "  " + Shown(name) + " = " + value + (remark.empty() ? "" : "  (" + remark + ")") + "\n";
+    return "  " + Escaped(name) + " = " + value + (remark.empty() ? "" : "  (" + remark + ")") + "\n";
 }
 
 std::string EntryLine(const seam::ProfileEntry& stored) {
@@ -33,7 +33,7 @@ std::string EntryLine(const seam::ProfileEntry& stored) {
     if (known == nullptr) {
         remark = "unknown to the module";
     } else if ((known->kind == SettingKind::kNumber) != (number != nullptr)) {
-        remark = known->kind == SettingKind::kNumber ? "ignored: it isn't a number" : "ignored: it isn't a text";
+        remark = known->kind == SettingKind::kNumber ? "ignored: not a number" : "ignored: not a text";
     }
     std::string value;
     if (number != nullptr) {
@@ -42,20 +42,20 @@ std::string EntryLine(const seam::ProfileEntry& stored) {
                known != nullptr && known->kind == SettingKind::kPassword) {
         value = text.empty() ? "" : "(stored)";
     } else {
-        value = Shown(text);
+        value = Escaped(text);
     }
     return Line(stored.entry, value, remark);
 }
 
-/// Why the module doesn't take an entry; empty when it does.
+/// Why the module ignores an entry; empty if it reads it.
 std::string ListRemark(int index, const seam::RegistryValue& value) {
-    const std::size_t room = kLongestRecentText + 1;
-    const bool ends = std::ranges::find(value.bytes, BYTE{0}) != value.bytes.end();
-    if (value.bytes.size() > room || (value.bytes.size() == room && !ends)) {
-        return "ignored: " + inspect::Count(RecentText(value).size(), "character") + ", and the module has room for " +
+    const std::size_t buffer_size = kLongestRecentText + 1;
+    const bool terminated = std::ranges::find(value.bytes, BYTE{0}) != value.bytes.end();
+    if (value.bytes.size() > buffer_size || (value.bytes.size() == buffer_size && !terminated)) {
+        return "ignored: " + inspect::Count(RecentText(value).size(), "character") + "; the module reads at most " +
                std::to_string(kLongestRecentText);
     }
-    return index < kRecentEntries ? "" : "not read: only 0 to " + std::to_string(kRecentEntries - 1) + " are";
+    return index < kRecentEntries ? "" : "ignored: only 0 to " + std::to_string(kRecentEntries - 1) + " are read";
 }
 
 std::string ListText(seam::SettingsStore& store, const RecentList& list) {
@@ -67,7 +67,7 @@ std::string ListText(seam::SettingsStore& store, const RecentList& list) {
     std::string text;
     for (const auto& [index, name] : names) {
         const seam::RegistryValue value = store.GetValue(list.Key(), name).value_or(seam::RegistryValue());
-        text += Line(std::to_string(index), Shown(RecentText(value)), ListRemark(index, value));
+        text += Line(std::to_string(index), Escaped(RecentText(value)), ListRemark(index, value));
     }
     return text;
 }
@@ -81,7 +81,7 @@ std::string RecentText(const seam::RegistryValue& value) {
 std::string SettingsText(seam::SettingsStore& store) {
     std::string text, section;
     const auto begin = [&](const std::string& name) {
-        text += (text.empty() ? "" : "\n") + Shown(name) + "\n";
+        text += (text.empty() ? "" : "\n") + Escaped(name) + "\n";
         section = name;
     };
     for (const seam::ProfileEntry& stored : store.ProfileEntries()) {

@@ -6,11 +6,11 @@
 
 namespace zel::cli {
 
-/// All that a store holds for the module, section by section: "  NAME = VALUE", with a remark where the module won't
-/// take the value. A password isn't shown. Control characters stand as \xNN.
+/// All settings in a store, by section: "  NAME = VALUE", with a remark if the module ignores the value. Passwords are
+/// not shown. Control characters are printed as \xNN.
 std::string SettingsText(seam::SettingsStore& store);
 
-/// Text of a recent list's entry: its bytes up to the first NUL.
+/// The text of an entry in a recent list: its bytes up to the first NUL.
 std::string RecentText(const seam::RegistryValue& value);
 
 }  // namespace zel::cli

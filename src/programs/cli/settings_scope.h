@@ -5,10 +5,11 @@
 #include <string>
 
 #include "host/settings/sqlite_settings_store.h"
+#include "programs/cli/diagnostics.h"
 
 namespace zel::cli {
 
-/// Keeps the stored settings in a file for as long as it lives, which is opened when the module first asks for one.
+/// Stores the module's settings in a file while it exists. The file is opened when the module first uses a setting.
 class SettingsScope {
   public:
     /// @param directory  without it, the user's configuration directory.
@@ -21,8 +22,11 @@ class SettingsScope {
 
     bool IsUsable() { return m_store.IsUsable(); }
 
-    /// What a person should know of the settings; empty when all is well.
+    /// Why settings could not be read or stored; empty if there was no problem.
     const std::string& Note() const noexcept { return m_store.Note(); }
+    void PrintAnyNote() const {
+        if (!Note().empty()) PrintNote(Note());
+    }
 
   private:
     settings::SqliteSettingsStore m_store;

@@ -4,7 +4,7 @@
 
 namespace zel::cli {
 
-/// Prints each box and each file dialog as one line on standard error, with its answer.
+/// Prints each box and each file dialog on standard error, in one line with its answer.
 class WarningsPrinter : public host::HostObserver {
   public:
     void OnBox(const script::HeadlessDesktop::Box& box) override;

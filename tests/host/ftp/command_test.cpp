@@ -3,6 +3,7 @@
 
 #include "host/ftp/test_server.h"
 #include "programs/cli/command_disk.h"
+#include "programs/cli/terminal_session.h"
 
 namespace zel::test {
 
@@ -10,6 +11,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 // `zeltrans fetch` from the small disk.
 class FetchCommand : public testing::Test {
@@ -46,6 +48,40 @@ TEST_F(FetchCommand, TakesThePasswordFromEnvironmentOrNetrcAndNeverPrintsIt) {
     EXPECT_THAT(result.out + result.err, Not(HasSubstr("fish")));
     result = Fetch("chmod 644 netrc;", "20 --to here --user ben --netrc netrc");
     EXPECT_EQ(result.err, "zeltrans: netrc: ignored because other users can read it; run chmod 600 on it\n");
+}
+
+TEST_F(FetchCommand, AsksForThePasswordWithoutShowingIt) {
+    const std::string fetch = "zeltrans fetch " + m_server.Url("") +
+                              " 20 --to here --user anna; code=$?; "
+                              "stty -a | grep -q ' echo ' && echo echo is on; exit $code";
+    TerminalSession terminal(m_disk, fetch);
+    ASSERT_TRUE(terminal.WaitForHiddenInput()) << terminal.Output();
+    terminal.Type("swordfish\n");
+    EXPECT_EQ(terminal.Wait(), 0);
+    EXPECT_THAT(terminal.Output(), StartsWith("Password of anna on 127.0.0.1: \r\n"));
+    EXPECT_THAT(terminal.Output(), HasSubstr("\r\n1 fetched\r\necho is on\r\n"));
+    EXPECT_THAT(terminal.Output(), Not(HasSubstr("swordfish")));
+    EXPECT_THAT(m_disk.Read("run.log"), HasSubstr("USER anna\nPASS swordfish\n"));
+}
+
+TEST_F(FetchCommand, CtrlCAtThePromptEndsItAndRestoresTheTerminal) {
+    TerminalSession terminal(m_disk, "zeltrans fetch " + m_server.Url("") +
+                                         " 20 --to here --user anna; code=$?; "
+                                         "stty -a | grep -q ' echo ' && echo echo is on; exit $code");
+    ASSERT_TRUE(terminal.WaitForHiddenInput()) << terminal.Output();
+    terminal.Type("sword\x03");
+    EXPECT_EQ(terminal.Wait(), 1);
+    EXPECT_THAT(terminal.Output(), testing::EndsWith("zeltrans: no password was entered\r\necho is on\r\n"));
+}
+
+TEST_F(FetchCommand, ShowsProgressOnATerminal) {
+    const TestServer slow({"hostile_server.py", (m_disk / "").string(), "--slow"});
+    m_disk.Shell("head -c 3000000 /dev/urandom >MESSAGES/.0001");
+    TerminalSession terminal(m_disk, "zeltrans fetch " + slow.Url("") + " 1 --to here");
+    EXPECT_EQ(terminal.Wait(), 0);
+    EXPECT_THAT(terminal.Output(), testing::ContainsRegex("^\r\x1b\\[KMESSAGES/.0001  [0-9,]+ of 3,000,000 bytes\r"));
+    EXPECT_THAT(terminal.Output(), testing::EndsWith(" of 3,000,000 bytes\r\x1b[KMESSAGES/.0001 fetched, 3,000,000 "
+                                                     "bytes\r\n1 fetched\r\n"));
 }
 
 TEST_F(FetchCommand, RefusesAPasswordInTheAddress) {

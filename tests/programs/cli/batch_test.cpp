@@ -1,12 +1,15 @@
-#include <chrono>
-#include <thread>
+#include <csignal>
+#include <cstdio>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <unistd.h>
 
 #include "host/library/library.h"
 #include "programs/cli/command_disk.h"
+#include "programs/cli/terminal_session.h"
 
 namespace zel::test {
 
@@ -16,7 +19,7 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::IsSupersetOf;
 
-/// Everything of a library but the times.
+/// The recordings of a library, without the times.
 std::vector<std::string> Contents(const std::filesystem::path& file) {
     std::vector<std::string> contents;
     library::Library library(file, library::Access::kRead);
@@ -71,7 +74,7 @@ void PrintTo(const ResumeCase& row, std::ostream* out) {
 }
 class Resume : public testing::TestWithParam<ResumeCase> {};
 
-TEST_P(Resume, LeavesOutWhatIsRecordedFromUnchangedFiles) {
+TEST_P(Resume, SkipsWhatIsRecordedFromUnchangedFiles) {
     const CommandDisk disk;
     disk.Shell("zeltrans batch . 12 20 --library lib --out out");
     disk.Shell(GetParam().change);
@@ -86,37 +89,73 @@ INSTANTIATE_TEST_SUITE_P(
         ResumeCase{"nothing_changed", "true", "", "0 imported, 7 missing, 0 failed, 2 unchanged"},
         ResumeCase{"touched_only", "touch MESSAGES/.0012 MACHINE/.0012", "",
                    "0 imported, 7 missing, 0 failed, 2 unchanged"},
-        ResumeCase{"a_picture_is_gone", "rm out/0012.png", "", "0 imported, 7 missing, 0 failed, 2 unchanged"},
+        ResumeCase{"a_missing_picture", "rm out/0012.png", "", "0 imported, 7 missing, 0 failed, 2 unchanged"},
         ResumeCase{"the_message", "printf x >> MESSAGES/.0012", "", "1 imported, 7 missing, 0 failed, 1 unchanged"},
         ResumeCase{"a_font", "printf x >> MACHINE/.0012", "", "1 imported, 7 missing, 0 failed, 1 unchanged"},
-        ResumeCase{"the_missing_font_came", "cp MACHINE/.0012 MACHINE/.0031", "", "1 imported"},
+        ResumeCase{"a_font_that_was_missing", "cp MACHINE/.0012 MACHINE/.0031", "", "1 imported"},
         ResumeCase{"other_options", "true", "--tt-convert", "2 imported, 7 missing, 0 failed"},
         ResumeCase{"another_disk", "true", "--disk other", "2 imported, 7 missing, 0 failed"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(BatchCommand, LosesNothingReportedWhenItIsKilled) {
-    const CommandDisk disk;
-    disk.Shell("for n in $(seq 1000 1080); do cp MESSAGES/.0012 MESSAGES/.$n; done; rm MESSAGES/.0020");
-    disk.Shell("zeltrans batch . 12 1080 --library whole");
-    const std::vector<std::string> whole = Contents(disk / "whole");
-    ASSERT_EQ(whole.size(), 82U);
-    const std::string run = "zeltrans batch . 12 1080 --library lib --resume --out out";
-    for (const char* seconds : {"0.01", "0.03", "0.06", "0.1"}) {
-        const CommandResult result =
-            disk.Shell("(" + run + ") & sleep " + seconds + "; pkill -9 -P $! ; kill -9 $!; wait 2>/dev/null; true");
-        if (!std::filesystem::exists(disk / "lib")) continue;
-        std::vector<std::string> reported, held;
-        std::istringstream lines(result.out);
-        for (std::string line; std::getline(lines, line);) {
-            if (line.find(" imported;") == 5) reported.push_back(std::to_string(std::stoi(line.substr(1))));
-        }
-        library::Library library(disk / "lib", library::Access::kRead);
-        for (const library::LibraryEntry& entry : library.List()) held.push_back(std::to_string(entry.key.number));
-        EXPECT_THAT(held, IsSupersetOf(reported));
+// Kills the command as soon as it has reported a number of imports; returns the reported message numbers.
+std::vector<int> KillAfter(std::size_t imports, const CommandDisk& disk, const std::string& arguments) {
+    int ends[2] = {};
+    if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    const std::string script = disk.Script("exec " + CommandDisk::Quoted(ZELTRANS_COMMAND) + " " + arguments);
+    const pid_t process = fork();
+    if (process == 0) {
+        dup2(ends[1], STDOUT_FILENO);
+        execl("/bin/sh", "sh", "-c", script.c_str(), nullptr);
+        _exit(127);
     }
-    disk.Shell(run);
+    close(ends[1]);
+    std::FILE* const output = fdopen(ends[0], "r");
+    std::vector<int> numbers;
+    char line[256];
+    while (std::fgets(line, sizeof line, output) != nullptr) {
+        int number = 0;
+        if (std::sscanf(line, ".%d imported", &number) != 1) continue;
+        numbers.push_back(number);
+        if (numbers.size() == imports) kill(process, SIGKILL);
+    }
+    std::fclose(output);
+    int status = 0;
+    waitpid(process, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status)) << "it ended before it could be killed";
+    return numbers;
+}
+
+TEST(BatchCommand, LosesNoReportedMessageWhenItIsKilled) {
+    const CommandDisk disk;
+    disk.Shell("for n in $(seq 1000 1159); do cp MESSAGES/.0012 MESSAGES/.$n; done; rm MESSAGES/.0020");
+    disk.Shell("zeltrans batch . 12 1159 --library whole");
+    const std::vector<std::string> whole = Contents(disk / "whole");
+    ASSERT_EQ(whole.size(), 161U);
+    const std::string batch = "batch . 12 1159 --library lib --resume --out out";
+    for (const std::size_t imports : {1, 10, 50}) {
+        const std::vector<int> reported = KillAfter(imports, disk, batch);
+        EXPECT_GE(reported.size(), imports);
+        std::vector<int> recorded;
+        library::Library library(disk / "lib", library::Access::kRead);
+        for (const library::LibraryEntry& entry : library.List()) recorded.push_back(entry.key.number);
+        EXPECT_THAT(recorded, IsSupersetOf(reported));
+    }
+    disk.Shell("zeltrans " + batch);
     EXPECT_EQ(Contents(disk / "lib"), whole);
-    EXPECT_EQ(disk.Shell("ls out/*.png | wc -l; ls -A out | wc -l").out, "82\n164\n");
+    EXPECT_EQ(disk.Shell("ls out/*.png | wc -l; ls -A out | wc -l").out, "161\n322\n");
+}
+
+TEST(BatchCommand, RedrawsOneLineOnATerminal) {
+    const CommandDisk disk;
+    disk.Shell("head -c 200 MESSAGES/.0012 > MESSAGES/.0013");
+    TerminalSession terminal(disk, "zeltrans batch . 12 20 --library lib");
+    EXPECT_EQ(terminal.Wait(), 1);
+    EXPECT_THAT(terminal.Output(), testing::StartsWith("\r\x1b[K1 of 9: 1 imported, 0 missing, 0 failed; "));
+    EXPECT_THAT(
+        terminal.Output(),
+        HasSubstr(
+            "\r\x1b[K.0013 failed: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\r\n"
+            "1 with warnings\r\n2 imported, 6 missing, 1 failed\r\n"));
 }
 
 TEST(BatchCommand, EndsCleanlyAtAnInterrupt) {

@@ -16,7 +16,7 @@
 
 namespace zel::test {
 
-/// What the command gave.
+/// The result of a command.
 struct CommandResult {
     int exit_code = -1;
     std::string out;
@@ -25,8 +25,8 @@ struct CommandResult {
     int ErrorLines() const { return static_cast<int>(std::ranges::count(err, '\n')); }
 };
 
-/// A directory of its own, with blanks in its name, that is the command's current one and holds a small disk: the
-/// message .0012, whose font 31 is missing, its font .0012, the RGBA file .0020 and stored settings.
+/// A scratch directory with blanks in its name. It is the current directory of the command and contains a small disk:
+/// the message .0012, its font .0012 but not its font 31, and the RGBA file .0020.
 class CommandDisk {
   public:
     CommandDisk() {
@@ -52,7 +52,7 @@ class CommandDisk {
         return {std::istreambuf_iterator<char>(in), {}};
     }
 
-    /// Names of what lies in the directory itself, but for what the runs leave behind.
+    /// The names in the directory itself, except the files that Shell creates.
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(m_path)) {
@@ -63,12 +63,14 @@ class CommandDisk {
         return names;
     }
 
-    /// Runs a line of shell in the directory, where `zeltrans` is the command.
+    /// A shell script that runs a line in the directory, where `zeltrans` is the command.
+    std::string Script(const std::string& line) const {
+        return "cd " + Quoted(m_path.string()) + " && export XDG_CONFIG_HOME=\"$PWD/run.settings\" && zeltrans() { " +
+               Quoted(ZELTRANS_COMMAND) + " \"$@\"; } && { " + line + "\n}";
+    }
+
     CommandResult Shell(const std::string& line) const {
-        const std::string script =
-            "cd " + Quoted(m_path.string()) + " && export XDG_CONFIG_HOME=\"$PWD/run.settings\" && zeltrans() { " +
-            Quoted(ZELTRANS_COMMAND) + " \"$@\"; } && { " + line + "\n} >run.out 2>run.err </dev/null";
-        const int status = std::system(script.c_str());
+        const int status = std::system((Script(line) + " >run.out 2>run.err </dev/null").c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("run.out"), Read("run.err")};
     }
 

@@ -19,7 +19,7 @@ class ExportCommand : public testing::Test {
     CommandDisk m_disk;
 };
 
-TEST_F(ExportCommand, WritesEachFormatAndAManifestThatHolds) {
+TEST_F(ExportCommand, WritesEachFormatAndAValidManifest) {
     const CommandResult result = m_disk.Shell(
         "zeltrans export lib .0000 9999 --out out --format png --format json && cd out && sha256sum -c --quiet "
         "SHA256SUMS");
@@ -44,22 +44,21 @@ TEST_F(ExportCommand, TracesTheModulesBatchExport) {
     EXPECT_THAT(result.out, HasSubstr(path + "{\"event\":\"end\",\"road\":\"export\",\"next_id\":\"\",\"y_offset\":"));
 }
 
-TEST_F(ExportCommand, SaysWhatItCannotDo) {
+TEST_F(ExportCommand, ReportsWhatItCannotDo) {
     m_disk.Shell("zeltrans batch . 12 12 --library lib --disk other");
     struct {
         const char* arguments;
         int exit_code;
         const char* error;
     } const cases[] = {
-        {"lib 1 9999 --out out", 1,
-         "zeltrans: lib: messages of several disks; choose one by --disk: \"\", \"other\"\n"},
-        {"lib 1 9999 --out out --disk x", 1, "zeltrans: lib: there is no disk of the name \"x\"\n"},
-        {"lib 1 11 --out out --disk other", 1, "zeltrans: lib: holds no message of this range\n"},
+        {"lib 1 9999 --out out", 1, "zeltrans: lib: contains several disks; choose one with --disk: \"\", \"other\"\n"},
+        {"lib 1 9999 --out out --disk x", 1, "zeltrans: lib: contains no disk named \"x\"\n"},
+        {"lib 1 11 --out out --disk other", 1, "zeltrans: lib: contains no message of this range\n"},
         {"lib 3 1 --out out --disk other", 1, "zeltrans: lib: Invalid Range: 0003 - 0001 \n"},
         {"nolib 1 2 --out out", 1, "zeltrans: nolib: "},
         {"MESSAGES/.0012 1 2 --out out", 1, "zeltrans: MESSAGES/.0012: "},
         {"lib 1 2 --out MESSAGES/.0012 --disk other", 1, "zeltrans: MESSAGES/.0012: "},
-        {"lib 1 2 --out out --format gif", 2, "--format: \"gif\" is no format"},
+        {"lib 1 2 --out out --format gif", 2, "--format: \"gif\" is not a format"},
     };
     for (const auto& row : cases) {
         const CommandResult result = m_disk.Shell(std::string("zeltrans export ") + row.arguments);
@@ -80,7 +79,7 @@ TEST(ManyDisks, AreConvertedByTwoProcessesAtOnceAndMerged) {
     EXPECT_EQ(disk.Shell("zeltrans library list all | grep -c '  .00'").out, "8\n");
     // Several processes may also write one library at once.
     disk.Shell("for d in a b c d; do " + batch + "one & done; wait");
-    EXPECT_EQ(disk.Shell("zeltrans library merge all one").out, "one: 0 added, 0 replaced, 8 there already\n");
+    EXPECT_EQ(disk.Shell("zeltrans library merge all one").out, "one: 0 added, 0 replaced, 8 unchanged\n");
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST(FontCommand, WritesASheetAndSaysWhatTheFontIs) {
+TEST(FontCommand, WritesASheetAndSummarizesTheFont) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans font MACHINE/.0012 --png 'a b.png'");
     EXPECT_EQ(result.exit_code, 0) << result.err;
@@ -21,7 +21,7 @@ TEST(FontCommand, WritesASheetAndSaysWhatTheFontIs) {
     EXPECT_THAT(disk.Read("a b.png"), StartsWith("\x89PNG"));
 }
 
-TEST(FontCommand, TracesTheFontAndTheEndAndNothingElseToStandardOutput) {
+TEST(FontCommand, PrintsOnlyTheTraceToStandardOutput) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans font MACHINE/.0012 --png a.png --trace -");
     EXPECT_EQ(result.exit_code, 0) << result.err;
@@ -35,7 +35,7 @@ TEST(FontCommand, TracesTheFontAndTheEndAndNothingElseToStandardOutput) {
     EXPECT_FALSE(end.contains("status"));
 }
 
-TEST(FontCommand, SaysThatAnotherFileWasRead) {
+TEST(FontCommand, NotesThatAnotherFileWasRead) {
     const CommandDisk disk;
     const CommandResult result =
         disk.Shell("zeltrans font MACHINE/.0031 --maps . --warnings --answer yes --browse MACHINE/.0012");
@@ -44,7 +44,7 @@ TEST(FontCommand, SaysThatAnotherFileWasRead) {
     EXPECT_THAT(result.err, HasSubstr("\nnote: read from "));
 }
 
-TEST(FontCommand, GivesOneForAFailureAndTracesItAllTheSame) {
+TEST(FontCommand, GivesExitCodeOneForAFailureAndTracesIt) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans font FONT.TXT --png a.png --trace -");
     EXPECT_EQ(result.exit_code, 1);

@@ -32,7 +32,7 @@ std::vector<std::string> Kinds(const std::vector<json>& events) {
     return kinds;
 }
 
-TEST(ImportCommand, WritesPictureAndDocumentAndSaysSo) {
+TEST(ImportCommand, WritesPictureAndDocumentAndPrintsASummary) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans import MESSAGES/.0012 --png 'a b.png' --json a.json");
     EXPECT_EQ(result.exit_code, 0) << result.err;
@@ -44,7 +44,7 @@ TEST(ImportCommand, WritesPictureAndDocumentAndSaysSo) {
     EXPECT_EQ(document["rows"][0]["text"], "NEWS");
 }
 
-TEST(ImportCommand, TracesToStandardOutputAndNothingElseGoesThere) {
+TEST(ImportCommand, PrintsOnlyTheTraceToStandardOutput) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans import MESSAGES/.0012 --trace - --pixels --png a.png");
     EXPECT_EQ(result.exit_code, 0) << result.err;
@@ -62,7 +62,7 @@ TEST(ImportCommand, TracesToStandardOutputAndNothingElseGoesThere) {
               "MESSAGES/.0012: 3 rows, 4 characters, 2 tab fields\n" + result.out);
 }
 
-TEST(ImportCommand, PrintsEachBoxOfTheDialogRoadThatTheTraceHolds) {
+TEST(ImportCommand, PrintsEachTracedBoxOfTheDialog) {
     const CommandDisk disk;
     const CommandResult result =
         disk.Shell("zeltrans import MESSAGES/.0012 --warnings --answer yes --browse MACHINE/.0012 --trace -");
@@ -98,7 +98,7 @@ TEST(ImportCommand, WritesTheRgbaPictureThatWasInserted) {
     EXPECT_EQ(result.err, "note: MESSAGES/.0020: the picture is cut short by the file's end; b.png was not written\n");
 }
 
-TEST(ImportCommand, KeepsItsSettingsWhereItIsToldTo) {
+TEST(ImportCommand, StoresItsSettingsInTheGivenDirectory) {
     const CommandDisk disk;
     EXPECT_EQ(disk.Shell("zeltrans import MESSAGES/.0012 --settings 'my settings'").exit_code, 0);
     EXPECT_TRUE(std::filesystem::exists(disk / "my settings"));
@@ -107,9 +107,9 @@ TEST(ImportCommand, KeepsItsSettingsWhereItIsToldTo) {
 
 struct FailureCase {
     const char* name;
-    const char* line;  // of shell
-    int status;        // at the end of the trace
-    const char* told;  // behind "zeltrans: "
+    const char* line;   // of shell
+    int status;         // at the end of the trace
+    const char* error;  // after "zeltrans: "
 };
 void PrintTo(const FailureCase& failure, std::ostream* out) {
     *out << failure.name;
@@ -117,12 +117,12 @@ void PrintTo(const FailureCase& failure, std::ostream* out) {
 
 class ImportFailure : public testing::TestWithParam<FailureCase> {};
 
-TEST_P(ImportFailure, GivesOneLineThatNamesTheFileAndTheReason) {
+TEST_P(ImportFailure, PrintsOneLineWithTheFileAndTheReason) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell(std::string(GetParam().line) + " --png a.png --json a.json --trace -");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.ErrorLines(), 1);
-    EXPECT_THAT(result.err, StartsWith(std::string("zeltrans: ") + GetParam().told));
+    EXPECT_THAT(result.err, StartsWith(std::string("zeltrans: ") + GetParam().error));
     const std::vector<json> events = TraceEvents(result.out);
     ASSERT_FALSE(events.empty());
     EXPECT_EQ(events.back()["status"], GetParam().status);
@@ -141,21 +141,21 @@ INSTANTIATE_TEST_SUITE_P(
                                 "MACHINE/.0012: not a message file but a font file"},
                     FailureCase{"directory_as_message", "zeltrans import MESSAGES --fonts MACHINE", 3,
                                 "MESSAGES: a directory, not a message file"},
-                    FailureCase{"message_whose_name_goes_on_behind_a_dot",
+                    FailureCase{"message_name_with_a_second_dot",
                                 "cp MESSAGES/.0012 MESSAGES/0012.msg; zeltrans import MESSAGES/0012.msg", 3,
                                 "MESSAGES/0012.msg: the module uses the text after a name's first dot"},
                     FailureCase{"cut_message", "head -c 1000 MESSAGES/.0012 >cut; zeltrans import cut --fonts MACHINE",
                                 4, "cut: the message file is damaged"}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST(ImportCommand, TellsACancelledFontPromptBehindItsBoxes) {
+TEST(ImportCommand, ReportsACancelledFontPromptAfterItsBoxes) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans import MESSAGES/.0012 --warnings --answer cancel");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_THAT(result.err, HasSubstr("(Cancel)\nzeltrans: MESSAGES/.0012: cancelled when a font was missing\n"));
 }
 
-TEST(ImportCommand, RefusesAPathThatIsTooLongWithOneLine) {
+TEST(ImportCommand, RejectsAPathThatIsTooLong) {
     const CommandDisk disk;
     const std::string deep = std::string(120, 'd') + "/" + std::string(120, 'e');
     const CommandResult result = disk.Shell("mkdir -p " + deep + " && cp -r MESSAGES MACHINE " + deep +

@@ -14,7 +14,7 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST(InfoCommand, TellsOneFileAfterTheOther) {
+TEST(InfoCommand, ReportsEachFile) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans info MESSAGES/.0012 MACHINE/.0012");
     EXPECT_EQ(result.exit_code, 0) << result.err;
@@ -22,7 +22,7 @@ TEST(InfoCommand, TellsOneFileAfterTheOther) {
     EXPECT_THAT(result.out, HasSubstr("\n\nMACHINE/.0012: font, whole\n"));
 }
 
-TEST(InfoCommand, GivesOneForABrokenFileAndGoesOn) {
+TEST(InfoCommand, GivesExitCodeOneForABrokenFileAndContinues) {
     const CommandDisk disk;
     const CommandResult result =
         disk.Shell("head -c 1000 MESSAGES/.0012 >cut; echo hello >text; zeltrans info cut none text MACHINE/.0012");
@@ -34,12 +34,12 @@ TEST(InfoCommand, GivesOneForABrokenFileAndGoesOn) {
     EXPECT_THAT(result.out, HasSubstr("MACHINE/.0012: font, whole\n"));
 }
 
-TEST(InfoCommand, GivesZeroForAFileThatIsReadWithDefects) {
+TEST(InfoCommand, GivesExitCodeZeroForAReadableFileWithDefects) {
     const CommandDisk disk;
     EXPECT_EQ(disk.Shell("printf x >>MESSAGES/.0012; zeltrans info MESSAGES/.0012").exit_code, 0);
 }
 
-TEST(InfoCommand, ListsADirectoryWithALineForEachFile) {
+TEST(InfoCommand, ListsADirectoryInOneLinePerFile) {
     const CommandDisk disk;
     disk.Shell(
         "rm -rf run.*; mkdir disk; mv MESSAGES MACHINE disk; echo hello >disk/README; printf x >>disk/MACHINE/.0012");
@@ -52,14 +52,14 @@ TEST(InfoCommand, ListsADirectoryWithALineForEachFile) {
               "  MESSAGES/.0020  RGBA picture    212  whole     4 x 4\n"
               "  README          text              6  -         text, but none of the two name lists\n"
               "\n"
-              "  font 31 is not here; named by MESSAGES/.0012\n");
+              "  font 31 is missing; used by MESSAGES/.0012\n");
     result = disk.Shell("head -c 1000 disk/MESSAGES/.0012 >disk/MESSAGES/.0013; zeltrans info disk");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_THAT(result.out, HasSubstr("broken    its palette is cut short"));
     EXPECT_EQ(result.err, "zeltrans: disk: 1 broken\n");
 }
 
-TEST(InfoCommand, WritesAnObjectALineForMachines) {
+TEST(InfoCommand, WritesOneJsonObjectPerLine) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans info --json MESSAGES/.0012 MACHINE");
     EXPECT_EQ(result.exit_code, 0) << result.err;

@@ -11,7 +11,7 @@ namespace {
 
 using testing::HasSubstr;
 
-/// Three recordings in a.zellib, of two disks, and one of them otherwise in b.zellib.
+/// Three recordings from two disks in a.zellib; b.zellib has one of them with other options.
 class LibraryCommand : public testing::Test {
   protected:
     LibraryCommand() {
@@ -48,7 +48,7 @@ struct LibraryCase {
     const char* err;
 };
 
-TEST_F(LibraryCommand, SaysWhatItFindsAndWhatIsWrong) {
+TEST_F(LibraryCommand, PrintsResultsAndErrors) {
     const LibraryCase cases[] = {
         {"list a.zellib",
          "a.zellib: 3 recordings, 1 with warnings\n"
@@ -64,11 +64,11 @@ TEST_F(LibraryCommand, SaysWhatItFindsAndWhatIsWrong) {
         {"show a.zellib .0020 --png p.png --json j.json", "wrote p.png\n",
          "note: the recording has no document; j.json was not written\n"},
         {"show a.zellib 12", "",
-         "zeltrans: a.zellib: message .0012 is recorded of several disks, so --disk must tell one: the disk without a"
-         " name, \"Disk B\"\n"},
-        {"show a.zellib 7 --disk 'Disk B'", "", "zeltrans: a.zellib: message .0007 isn't recorded of \"Disk B\"\n"},
-        {"merge a.zellib b.zellib", "b.zellib: 1 added, 1 replaced, 1 there already\n", ""},
-        {"merge a.zellib b.zellib MESSAGES/.0012", "b.zellib: 0 added, 0 replaced, 3 there already\n",
+         "zeltrans: a.zellib: message .0012 is recorded from several disks; choose one with --disk: the unnamed disk, "
+         "\"Disk B\"\n"},
+        {"show a.zellib 7 --disk 'Disk B'", "", "zeltrans: a.zellib: message .0007 is not recorded from \"Disk B\"\n"},
+        {"merge a.zellib b.zellib", "b.zellib: 1 added, 1 replaced, 1 unchanged\n", ""},
+        {"merge a.zellib b.zellib MESSAGES/.0012", "b.zellib: 0 added, 0 replaced, 3 unchanged\n",
          "zeltrans: MESSAGES/.0012: it is no library of recorded messages\n"},
         {"remove a.zellib 5", "a.zellib: removed .0005\n", ""},
         {"remove missing.zellib 5", "",

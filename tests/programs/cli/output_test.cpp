@@ -13,7 +13,7 @@ using testing::StartsWith;
 struct OutputCase {
     const char* name;
     const char* option;
-    const char* told;
+    const char* error;
 };
 void PrintTo(const OutputCase& output, std::ostream* out) {
     *out << output.name;
@@ -21,14 +21,14 @@ void PrintTo(const OutputCase& output, std::ostream* out) {
 
 class UnwritableOutput : public testing::TestWithParam<OutputCase> {};
 
-TEST_P(UnwritableOutput, IsToldBeforeTheImportAndLeavesNothing) {
+TEST_P(UnwritableOutput, IsReportedBeforeTheImportAndLeavesNoFile) {
     const CommandDisk disk;
     const auto before = disk.Names();
-    // Of a message that isn't there nothing is heard: the output comes first.
+    // The missing message is not reported, because the output comes first.
     const CommandResult result = disk.Shell(std::string("zeltrans import MESSAGES/.0099 ") + GetParam().option);
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, std::string("zeltrans: ") + GetParam().told + "\n");
+    EXPECT_EQ(result.err, std::string("zeltrans: ") + GetParam().error + "\n");
     EXPECT_EQ(disk.Names(), before);
 }
 
@@ -57,7 +57,7 @@ TEST(Outputs, StayAsTheyWereWhenTheImportFails) {
     EXPECT_EQ(disk.Names(), before);
 }
 
-TEST(Outputs, TakeTheFilesPlaceAndKeepItsLink) {
+TEST(Outputs, ReplaceTheTargetOfALink) {
     const CommandDisk disk;
     EXPECT_EQ(disk.Shell("echo old >real; ln -s real a.png; ln -s new a.json; "
                          "zeltrans import MESSAGES/.0012 --png a.png --json a.json")
@@ -68,7 +68,7 @@ TEST(Outputs, TakeTheFilesPlaceAndKeepItsLink) {
     EXPECT_THAT(disk.Read("new"), StartsWith("{"));
 }
 
-TEST(Outputs, HoldTheTraceOfAFailedImportToo) {
+TEST(Outputs, ContainTheTraceOfAFailedImport) {
     const CommandDisk disk;
     EXPECT_EQ(disk.Shell("zeltrans import MESSAGES/.0099 --trace a.trace").exit_code, 1);
     EXPECT_THAT(disk.Read("a.trace"), HasSubstr("\"status\":3"));

@@ -8,7 +8,7 @@ namespace zel::test {
 
 namespace {
 
-// The examples that README.md gives for the command, as they stand there.
+// The examples of the command in README.md.
 std::vector<std::string> ReadmeExamples() {
     constexpr std::string_view kExample = "    zeltrans ";
     std::ifstream readme(ZELTRANS_README);
@@ -19,7 +19,7 @@ std::vector<std::string> ReadmeExamples() {
     return examples;
 }
 
-TEST(Readme, ItsExamplesWorkAsTheyStand) {
+TEST(Readme, ItsExamplesWork) {
     const CommandDisk disk;
     std::filesystem::create_directory(disk / "demo");
     ASSERT_EQ(disk.Shell("zeltrans sample demo/disk").exit_code, 0);

@@ -10,7 +10,7 @@ namespace {
 using testing::EndsWith;
 using testing::HasSubstr;
 
-TEST(SampleCommand, WritesADiskAndTheNextLinesToTypeDoWhatTheySay) {
+TEST(SampleCommand, WritesADiskAndSuggestsCommandsThatWork) {
     const CommandDisk disk;
     const CommandResult written = disk.Shell("zeltrans sample \"my disk's\"");
     EXPECT_EQ(written.exit_code, 0) << written.err;
@@ -23,7 +23,7 @@ TEST(SampleCommand, WritesADiskAndTheNextLinesToTypeDoWhatTheySay) {
     EXPECT_EQ(typed.err, "");
 }
 
-TEST(SampleCommand, SaysWhichFileItCannotWrite) {
+TEST(SampleCommand, ReportsTheFileThatItCannotWrite) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans sample MACHINE/.0012");
     EXPECT_EQ(result.exit_code, 1);

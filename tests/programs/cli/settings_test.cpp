@@ -15,7 +15,7 @@ struct SettingsCase {
     const char* line;
     int exit_code;
     const char* out;
-    const char* told;  // part of what stands on standard error; empty for silence
+    const char* error;  // part of standard error; empty for no output
     friend void PrintTo(const SettingsCase& row, std::ostream* stream) { *stream << row.name; }
 };
 
@@ -26,14 +26,15 @@ class KeptSettings : public testing::Test {
 };
 class SettingsCommand : public KeptSettings, public testing::WithParamInterface<SettingsCase> {};
 
-TEST_P(SettingsCommand, DoesWhatItIsAsked) {
+TEST_P(SettingsCommand, ListsPrintsChangesAndRemoves) {
     m_store.SetProfileInt("ZELFTPSaveOptions", "DialogX", 12);
     m_store.SetProfileText("ZELFTPSaveOptions", "Username", "ann\x1B");
     m_store.SetProfileText("ZELFTPSaveOptions", "Password", "secret");
     const CommandResult result = m_disk.Shell(GetParam().line);
     EXPECT_EQ(result.exit_code, GetParam().exit_code);
     EXPECT_EQ(result.out, GetParam().out);
-    EXPECT_THAT(result.err, *GetParam().told == '\0' ? testing::Matcher<std::string>("") : HasSubstr(GetParam().told));
+    EXPECT_THAT(result.err,
+                *GetParam().error == '\0' ? testing::Matcher<std::string>("") : HasSubstr(GetParam().error));
     EXPECT_THAT(result.out + result.err, testing::Not(HasSubstr("secret")));
     EXPECT_EQ(m_store.GetProfileText("ZELFTPSaveOptions", "Password"), "secret");
 }
@@ -58,25 +59,25 @@ INSTANTIATE_TEST_SUITE_P(
         SettingsCase{"unsets_a_recent_entry",
                      "zeltrans settings set FontDir 0 a && zeltrans settings unset FontDir 0 && "
                      "zeltrans settings get FontDir 0",
-                     1, "", "zeltrans: FontDir 0: nothing is stored\n"},
+                     1, "", "zeltrans: FontDir 0: not stored\n"},
         SettingsCase{"gets_nothing", "zeltrans settings get ZELFTPSaveOptions IPAddress", 1, "",
-                     "ZELFTPSaveOptions IPAddress: nothing is stored"},
+                     "ZELFTPSaveOptions IPAddress: not stored"},
         SettingsCase{"never_shows_a_password", "zeltrans settings --settings kept get ZELFTPSaveOptions Password", 1,
-                     "", "a password isn't shown"},
+                     "", "passwords are not shown"},
         SettingsCase{"takes_no_password", "zeltrans settings --settings kept set ZELFTPSaveOptions password x", 2, "",
-                     "a password isn't taken from the command line; the FTP dialog stores it"},
+                     "passwords cannot be set here; use the FTP dialog"},
         SettingsCase{"unknown_entry", "zeltrans settings set ZELFTPSaveOptions Pass 1", 2, "",
-                     "there is no setting ZELFTPSaveOptions Pass. There are:\n  ZELFNTSaveOptions: SkipWarnings\n"},
+                     "unknown setting ZELFTPSaveOptions Pass. Settings:\n  ZELFNTSaveOptions: SkipWarnings\n"},
         SettingsCase{"index_beyond_the_last", "zeltrans settings set MessageDir 10 a", 2, "", "MessageDir: 0 to 9"},
-        SettingsCase{"index_that_is_no_number", "zeltrans settings get MessageDir ''", 2, "", "there is no setting"},
+        SettingsCase{"index_that_is_no_number", "zeltrans settings get MessageDir ''", 2, "", "unknown setting"},
         SettingsCase{"no_number", "zeltrans settings set ZELFTPSaveOptions DialogX 12px", 2, "",
-                     "\"12px\" is no whole number of 32 bits"},
+                     "\"12px\" is not an integer of 32 bits"},
         SettingsCase{"number_too_large", "zeltrans settings set ZELFTPSaveOptions DialogX 2147483648", 2, "",
-                     "is no whole number of 32 bits"},
+                     "is not an integer of 32 bits"},
         SettingsCase{"recent_text_too_long", "zeltrans settings set FontDir 0 \"$(printf %0260d 1)\"", 2, "",
-                     "the module has room for 259 characters, and these are 260"},
+                     "260 characters; the module reads at most 259"},
         SettingsCase{"missing_value", "zeltrans settings set FontDir 0", 2, "", "VALUE is required"},
-        SettingsCase{"no_place_for_a_file", "zeltrans settings --settings MESSAGES/.0012", 1, "",
+        SettingsCase{"unusable_directory", "zeltrans settings --settings MESSAGES/.0012", 1, "",
                      "MESSAGES/.0012/settings.sqlite: settings can't be stored: "},
         SettingsCase{"damaged_file",
                      "echo damage >settings.sqlite; zeltrans settings --settings . && cat settings.sqlite.damaged-1", 0,
@@ -102,12 +103,12 @@ TEST_F(KeptSettings, AreListedWithTheReasonWhyTheModuleIgnoresSome) {
     EXPECT_EQ(m_disk.Shell("zeltrans settings --settings kept").out,
               "Other\n  Entry = 2  (unknown to the module)\n\n"
               "ZELFNTSaveOptions\n  SkipWarnings = 1\n\n"
-              "ZELFTPSaveOptions\n  DialogX = left  (ignored: it isn't a number)\n  Password = (stored)\n"
+              "ZELFTPSaveOptions\n  DialogX = left  (ignored: not a number)\n  Password = (stored)\n"
               "  Username = a\\x0Ab\n\n"
               "FontDir\n  0 = D:\\A\n  2 = " +
                   std::string(259, 'x') + "\n  3 = " + std::string(260, 'x') +
-                  "  (ignored: 260 characters, and the module has room for 259)\n"
-                  "  10 = D:\\B  (not read: only 0 to 9 are)\n");
+                  "  (ignored: 260 characters; the module reads at most 259)\n"
+                  "  10 = D:\\B  (ignored: only 0 to 9 are read)\n");
 }
 
 }  // namespace

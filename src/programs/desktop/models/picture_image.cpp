@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "host/picture/png_reader.h"
+#include "module/contract/records/video_standard.h"
 
 namespace zel::desktop {
 
@@ -24,9 +25,9 @@ QImage ImageOfPng(const std::string& png) {
     }
 }
 
-double PixelAspect(int width, int lines) {
-    if (width != picture::kPictureWidth) return 1.0;
-    return lines == 576 ? 12.0 / 11.0 : 10.0 / 11.0;
+double PixelRatio(QSize picture) {
+    if (picture.width() != picture::kPictureWidth) return 1.0;
+    return PixelAspectOf(VideoStandardOf(picture.height()).value_or(VideoStandard::kNtsc)).Ratio();
 }
 
 }  // namespace zel::desktop

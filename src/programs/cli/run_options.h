@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <CLI/App.hpp>
+
+#include "host/reference_host.h"
+#include "host/run/dialog_script.h"
+#include "host/trace.h"
+#include "host/user_desktop.h"
+
+/// Options that several commands share which run the module.
+namespace zel::cli {
+
+/// --maps: the directory of the name lists.
+void AddMaps(CLI::App& command, std::optional<std::string>& directory);
+
+/// --answer and --browse: the answers when a font is missing.
+void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std::string>& browse);
+
+/// --rgba, --lines, --tt-convert and --no-baseline-align: what the host sets in the module's dialog, and the answer to
+/// the choice for an RGBA picture.
+void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnswer& rgba);
+
+/// --settings: the directory of the stored settings.
+void AddSettings(CLI::App& command, std::optional<std::string>& directory);
+
+/// --trace.
+void AddTrace(CLI::App& command, std::optional<std::string>& path);
+/// --pixels.
+void AddTracePixels(CLI::App& command, host::TracePixels& pixels);
+
+}  // namespace zel::cli
