@@ -4,7 +4,6 @@
 #include <stdexcept>
 
 #include "host/picture/png_reader.h"
-#include "module/contract/records/video_standard.h"
 
 namespace zel::desktop {
 
@@ -27,7 +26,7 @@ QImage ImageOfPng(const std::string& png) {
 
 double PixelRatio(QSize picture) {
     if (picture.width() != picture::kPictureWidth) return 1.0;
-    return PixelAspectOf(VideoStandardOf(picture.height()).value_or(VideoStandard::kNtsc)).Ratio();
+    return picture::VideoAspect(picture.height()).Ratio();
 }
 
 }  // namespace zel::desktop

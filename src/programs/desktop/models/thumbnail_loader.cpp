@@ -1,12 +1,12 @@
 #include "programs/desktop/models/thumbnail_loader.h"
 
 #include <algorithm>
+#include <exception>
 #include <optional>
-#include <stdexcept>
 
-#include "host/export/resample.h"
 #include "host/library/library.h"
 #include "host/picture/png_reader.h"
+#include "host/picture/resample.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
 
@@ -17,7 +17,7 @@ namespace {
 /// More than fit on a screen.
 constexpr std::size_t kMaxRequests = 128;
 
-/// The picture of a PNG file with square pixels, as large as fits; a null image for bytes that are not valid.
+/// The picture of a PNG file with square pixels, as large as fits; a null image if there is none.
 QImage ThumbnailOf(const std::string& png, QSize largest) {
     if (png.empty()) return {};
     try {
@@ -26,10 +26,9 @@ QImage ThumbnailOf(const std::string& png, QSize largest) {
         const QSize size = QSize(qRound(picture.width * ratio), picture.height)
                                .scaled(largest, Qt::KeepAspectRatio)
                                .expandedTo({1, 1});
-        return ImageOf(exporter::Resampled(picture, size.width(), size.height(),
-                                           static_cast<double>(size.width()) / picture.width,
-                                           static_cast<double>(size.height()) / picture.height));
-    } catch (const std::runtime_error&) {
+        return ImageOf(picture::Stretched(picture, size.width(), size.height()));
+    } catch (const std::exception&) {
+        // The bytes are not valid, or memory is exhausted.
         return {};
     }
 }
