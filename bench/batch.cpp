@@ -119,7 +119,7 @@ class Pictures : public host::HostObserver {
 
 void EncodeOnly(benchmark::State& state) {
     static const Pictures pictures;
-    if (pictures.taken.size() != kPictures) state.SkipWithError("not every picture came");
+    if (pictures.taken.size() != kPictures) state.SkipWithError("pictures are missing");
     for (auto _ : state) {
         std::atomic<std::size_t> next = 0;
         std::vector<std::jthread> threads;
