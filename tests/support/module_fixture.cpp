@@ -8,6 +8,7 @@
 #include "module/contract/zel_trans_export.h"
 #include "module/font/format/font_blocks.h"
 #include "module/state/module_state.h"
+#include "platform/framework/cwinapp.h"
 #include "platform/system/drives.h"
 #include "platform/system/files.h"
 #include "samples/write_file.h"

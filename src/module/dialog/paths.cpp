@@ -8,6 +8,7 @@
 #include "module/state/module_state.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/message_box.h"
+#include "platform/framework/wait_cursor.h"
 #include "platform/system/errors.h"
 #include "platform/system/files.h"
 

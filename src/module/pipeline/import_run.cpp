@@ -10,7 +10,7 @@
 #include "module/tools/zel_rgba.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
-#include "platform/framework/message_box.h"
+#include "platform/framework/wait_cursor.h"
 
 using namespace zel;
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "module/contract/zel_font.h"
+#include "platform/framework/cwinapp.h"
 
 using namespace zel;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "module/contract/registration.h"
-#include "platform/framework/cwinapp.h"
+#include "platform/framework/extension_module.h"
 #include "platform/system/types.h"
 
 // What outlives a call from the host: one instance per process, used on the user-interface thread only.
