@@ -91,7 +91,7 @@ void FillPalette(const message::LoadedMessage& loaded, std::span<const std::uint
 void FillHead(const message::LoadedMessage& loaded, std::span<const std::uint8_t> bytes, const SectionList& found,
               FileReport& report) {
     MessageReport& message = *report.message;
-    message.lines = loaded.flags->Lines();
+    message.standard = loaded.flags->Standard();
     message.y_offset = loaded.y_offset.value_or(0);
     if (const Section* header = found.Find("message header")) {
         for (std::size_t i = 0; i < message.frame.size(); ++i) message.frame[i] = WordAt(bytes, header, 6 + 2 * i);

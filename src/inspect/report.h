@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "module/contract/records/video_standard.h"
+
 /// What inspection finds in a file. Texts are ready to print: bytes of the file that aren't printable ASCII stand as
 /// \xNN.
 namespace zel::inspect {
@@ -65,7 +67,7 @@ struct SetColours {
 
 struct MessageReport {
     std::string type_name;
-    int lines = 486;                ///< of the video standard: 486 NTSC, 576 PAL.
+    VideoStandard standard = VideoStandard::kNtsc;
     int row_count = 0;              ///< rows that the message says it has.
     int y_offset = 0;               ///< lines by which the import moves the rows up.
     std::array<int, 4> frame{};     ///< left, top, right, bottom, as in the file.

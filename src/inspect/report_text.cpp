@@ -132,7 +132,8 @@ void Writer::Sections() {
 }
 
 void Writer::Message(const MessageReport& message) {
-    Labelled("Standard", message.lines == 576 ? "PAL, 576 lines" : "NTSC, 486 lines");
+    Labelled("Standard",
+             std::string(NameOf(message.standard)) + ", " + std::to_string(ActiveLines(message.standard)) + " lines");
     Labelled("Frame", "left " + std::to_string(message.frame[0]) + ", top " + std::to_string(message.frame[1]) +
                           ", right " + std::to_string(message.frame[2]) + ", bottom " +
                           std::to_string(message.frame[3]));

@@ -24,7 +24,7 @@ TEST(InspectMessage, TellsWhatAWholeMessageHolds) {
     EXPECT_THAT(report.remarks, IsEmpty());
     const inspect::MessageReport& message = *report.message;
     EXPECT_EQ(message.type_name, "MESSAGE");
-    EXPECT_EQ(message.lines, 486);
+    EXPECT_EQ(message.standard, VideoStandard::kNtsc);
     EXPECT_EQ(message.y_offset, 20);
     EXPECT_EQ(message.row_count, 3);
     ASSERT_EQ(message.rows.size(), 3U);

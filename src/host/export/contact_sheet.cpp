@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "host/export/file_names.h"
-#include "host/export/resample.h"
+#include "host/export/thumbnail.h"
 #include "host/export/utf8.h"
 #include "host/picture/composite.h"
 #include "host/picture/label.h"

@@ -11,7 +11,7 @@
 #include "host/export/export_formats.h"
 #include "host/export/file_names.h"
 #include "host/export/message_title.h"
-#include "host/export/resample.h"
+#include "host/export/thumbnail.h"
 
 namespace zel::exporter {
 

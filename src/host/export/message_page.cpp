@@ -15,7 +15,8 @@ namespace zel::exporter {
 
 namespace {
 
-constexpr std::string_view kMessageStyle = R"(
+/// The style before and after the proportions of the pictures.
+constexpr std::string_view kStyleBegin = R"(
 :root { color-scheme: light; }
 body { margin: 0 auto; padding: 1.5rem; max-width: 60rem; font: 1rem/1.5 system-ui, sans-serif; color: #1c2430;
        background: #f6f7f9; }
@@ -23,9 +24,8 @@ h1 { margin: 0 0 1rem; font-size: 1.25rem; font-weight: 600; overflow-wrap: anyw
 h1 b { margin-right: .75rem; color: #5b6675; font-variant-numeric: tabular-nums; }
 h2 { margin: 1.5rem 0 .25rem; font-size: 1rem; }
 svg { display: block; width: 100%; height: auto; border: 1px solid #c3cad4;
-      background: repeating-conic-gradient(#5d6671 0 25%, #6b7480 0 50%) 0 0 / 24px 24px; }
-svg.l486 { aspect-ratio: 7200 / 5346; }
-svg.l576 { aspect-ratio: 8640 / 6336; }
+      background: repeating-conic-gradient(#5d6671 0 25%, #6b7480 0 50%) 0 0 / 24px 24px; })";
+constexpr std::string_view kStyleEnd = R"(
 text { font-family: sans-serif; white-space: pre; fill: transparent; cursor: text; }
 text::selection, tspan::selection { background: rgba(0, 120, 255, .55); fill: transparent; }
 rect { fill: none; stroke: #00b4d8; stroke-width: 1.5; stroke-dasharray: 5 3; pointer-events: stroke; }
@@ -35,6 +35,22 @@ input { margin: .75rem .25rem .75rem 0; }
 #letters:checked ~ svg text { fill: rgba(255, 0, 90, .8); }
 ul, ol { margin: 0; padding-left: 1.5rem; overflow-wrap: anywhere; }
 )";
+
+/// The class of a picture of a video standard in the style: "l486" or "l576".
+std::string StyleClass(VideoStandard standard) {
+    return 'l' + std::to_string(ActiveLines(standard));
+}
+
+std::string MessageStyle() {
+    std::string style(kStyleBegin);
+    for (const VideoStandard standard : {VideoStandard::kNtsc, VideoStandard::kPal}) {
+        const PixelAspect aspect = PixelAspectOf(standard);
+        style += "\nsvg." + StyleClass(standard) +
+                 " { aspect-ratio: " + std::to_string(picture::kPictureWidth * aspect.width) + " / " +
+                 std::to_string(ActiveLines(standard) * aspect.height) + "; }";
+    }
+    return style.append(kStyleEnd);
+}
 
 std::string Attribute(std::string_view name, int value) {
     return ' ' + std::string(name) + "=\"" + std::to_string(value) + '"';
@@ -75,9 +91,9 @@ std::string PictureImage(ExportSubject& message) {
 
 std::string Screen(ExportSubject& message) {
     const library::Recording& recording = message.Source();
-    const std::string lines = std::to_string(ActiveLines(recording.standard));
-    std::string html =
-        "<svg class=\"l" + lines + "\" viewBox=\"0 0 720 " + lines + "\" preserveAspectRatio=\"none\">\n";
+    std::string html = "<svg class=\"" + StyleClass(recording.standard) + "\" viewBox=\"0 0 " +
+                       std::to_string(picture::kPictureWidth) + ' ' + std::to_string(ActiveLines(recording.standard)) +
+                       "\" preserveAspectRatio=\"none\">\n";
     if (!recording.picture.empty()) html += PictureImage(message);
     for (const PlacedRow& row : TextLayer(document::ReadDocument(document::ParseDocument(recording.document))))
         html += RowText(row);
@@ -99,7 +115,7 @@ std::string MessagePage(ExportSubject& message) {
     const std::string title = TitleOf(recording.text);
     std::vector<std::string> fields;
     for (const library::RecordedField& field : recording.fields) fields.push_back(field.name);
-    std::string html = HtmlHead(message.Stem() + ' ' + title, kMessageStyle);
+    std::string html = HtmlHead(message.Stem() + ' ' + title, MessageStyle());
     html += "<h1><b>" + message.Stem() + "</b>" + HtmlText(title) + "</h1>\n";
     if (!fields.empty()) {
         html += "<input type=\"checkbox\" id=\"fields\" checked><label for=\"fields\">Tab fields</label>\n";

@@ -1,12 +1,18 @@
 #include "host/export/square_exporter.h"
 
 #include "host/export/premultiplied.h"
-#include "host/export/resample.h"
 #include "host/picture/png_writer.h"
+#include "host/picture/resample.h"
 
 namespace zel::exporter {
 
 namespace {
+
+/// The frame with square pixels: 655 x 486 or 785 x 576.
+picture::Picture WithSquarePixels(const picture::Picture& frame, VideoStandard standard) {
+    const PixelAspect aspect = PixelAspectOf(standard);
+    return picture::Resampled(frame, aspect.SquarePixels(frame.width), frame.height, aspect.Ratio(), 1);
+}
 
 class SquareExporter : public Exporter {
   public:

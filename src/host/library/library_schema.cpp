@@ -6,7 +6,8 @@ namespace {
 
 // Texts are UTF-8. Document and picture, which a list does not show, have tables of their own, so that the rows of
 // `recording` stay short. Positions count from 0. SQLite checks these conditions on each write; a file written by
-// another program may violate them, so a reader checks what it depends on.
+// another program may violate them, so a reader checks what it depends on. The numbers of lines are those of the video
+// standards; like every other text here they are part of the stored version.
 constexpr const char* kSchema[] = {
     "CREATE TABLE recording (id INTEGER PRIMARY KEY, disk TEXT NOT NULL,"
     " number INTEGER NOT NULL CHECK (number BETWEEN 0 AND 9999),"

@@ -4,11 +4,18 @@
 #include <vector>
 
 #include "host/picture/pixel_view.h"
+#include "module/contract/records/video_standard.h"
 
 namespace zel::picture {
 
 /// Width of a message's picture in pixels, in both video standards.
 inline constexpr int kPictureWidth = 720;
+
+/// Shape of a pixel in a picture of this height: that of the video standard with as many lines. Any other height, which
+/// only the picture of an RGBA file has, belongs to no standard and is shown like NTSC.
+constexpr PixelAspect VideoAspect(int height) noexcept {
+    return PixelAspectOf(VideoStandardOf(height).value_or(VideoStandard::kNtsc));
+}
 
 /// A picture with straight alpha.
 struct Picture {

@@ -9,7 +9,6 @@
 #include <png.h>
 
 #include "base/whole_file.h"
-#include "module/contract/records/video_standard.h"
 
 namespace zel::picture {
 
@@ -17,11 +16,6 @@ namespace {
 
 /// Pictures of text have large areas of one colour: a higher level takes time and saves hardly any bytes.
 constexpr int kCompressionLevel = 2;
-
-constexpr PixelAspect AspectOf(PixelShape shape, int height) noexcept {
-    if (shape == PixelShape::kSquare) return {1, 1};
-    return PixelAspectOf(VideoStandardOf(height).value_or(VideoStandard::kNtsc));
-}
 
 constexpr int ColourType(PngChannels channels) noexcept {
     if (channels == PngChannels::kAlpha) return PNG_COLOR_TYPE_GRAY;
@@ -81,7 +75,8 @@ const png_byte* FileRow(Encoding& encoding, std::span<const Rgba> pixels) noexce
 
 void WriteChunks(png_structp png, png_infop info, Encoding& encoding) {
     const ConstPixelView pixels = encoding.pixels;
-    const PixelAspect aspect = AspectOf(encoding.form.shape, pixels.Height());
+    const PixelAspect aspect =
+        encoding.form.shape == PixelShape::kSquare ? PixelAspect() : VideoAspect(pixels.Height());
     png_set_IHDR(png, info, static_cast<png_uint_32>(pixels.Width()), static_cast<png_uint_32>(pixels.Height()), 8,
                  ColourType(encoding.form.channels), PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);

@@ -19,7 +19,7 @@ enum class PngChannels {
 
 /// The pixel aspect ratio that a PNG contains.
 enum class PixelShape {
-    /// That of the video standard with the picture's height; of NTSC for any other height.
+    /// That of VideoAspect.
     kVideo,
     /// As wide as high.
     kSquare,

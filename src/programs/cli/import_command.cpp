@@ -92,6 +92,11 @@ void Import::WritePicture(const run::ImportOutcome& outcome) {
     } catch (const std::runtime_error& error) {
         throw CommandError(error.what());
     }
+    if (!VideoStandardOf(picture->height)) {
+        PrintNote(*m_arguments.png + ": a picture of " + std::to_string(picture->height) +
+                  " lines belongs to no video standard; its pixel aspect ratio is that of " +
+                  NameOf(VideoStandard::kNtsc));
+    }
     m_written += ", " + *m_arguments.png;
 }
 

@@ -83,7 +83,7 @@ Json Message(const inspect::MessageReport& message) {
                         {"rejected", tab.rejected}});
     }
     return {{"type_name", message.type_name},
-            {"lines", message.lines},
+            {"lines", ActiveLines(message.standard)},
             {"frame", message.frame},
             {"row_count", message.row_count},
             {"y_offset", message.y_offset},

@@ -30,14 +30,14 @@ QString UserLibrary() {
 
 Arguments Parse(const QCoreApplication& application) {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Imports Zelmara! messages and shows them."));
+    parser.setApplicationDescription(QStringLiteral("Imports and shows Zelmara! messages."));
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption library(QStringLiteral("library"),
-                                     QStringLiteral("The library, made when it is missing [%1].").arg(UserLibrary()),
+                                     QStringLiteral("Library file, created if it is missing [%1].").arg(UserLibrary()),
                                      QStringLiteral("FILE"));
     const QCommandLineOption settings(QStringLiteral("settings"),
-                                      QStringLiteral("Where settings are kept [%1].").arg(UserSettings()),
+                                      QStringLiteral("Directory of the settings [%1].").arg(UserSettings()),
                                       QStringLiteral("DIR"));
     parser.addOptions({library, settings});
     parser.addPositionalArgument(QStringLiteral("FILE"),
@@ -50,17 +50,17 @@ Arguments Parse(const QCoreApplication& application) {
     return arguments;
 }
 
-/// The directory of a file, made if it is missing; whoever opens the file tells when that failed.
+/// Creates the directory of a file. A failure is reported when the file is opened.
 void MakeParent(const QString& file) {
     QDir().mkpath(QFileInfo(file).absolutePath());
 }
 
-/// Help and version are for machines without a screen, too.
+/// Help and version work without a screen.
 std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
-    const bool tells_only = std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
+    const bool prints_only = std::any_of(argv + 1, argv + argc, [](std::string_view argument) {
         return argument == "--help" || argument == "-h" || argument == "--version" || argument == "-v";
     });
-    if (tells_only) return std::make_unique<QCoreApplication>(argc, argv);
+    if (prints_only) return std::make_unique<QCoreApplication>(argc, argv);
     return std::make_unique<QApplication>(argc, argv);
 }
 
@@ -81,7 +81,7 @@ int main(int argc, char** argv) {
                                     arguments.settings + QStringLiteral("/desktop.ini")});
         window.show();
         store.IsUsable();
-        if (!store.Note().empty()) window.Tell(QString::fromUtf8(store.Note().c_str()));
+        if (!store.Note().empty()) window.ShowNotice(QString::fromStdString(store.Note()));
         window.Open(arguments.files);
         exit_code = QApplication::exec();
     }

@@ -1,4 +1,4 @@
-// A dialog's window: its looks, the keyboard, and its state on both sides.
+// A dialog's window: layout, keyboard, and the state of its controls in both directions.
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QLabel>
@@ -26,7 +26,7 @@ namespace {
 
 using DialogWindow = OnScreen;
 
-/// Text that the widget cuts off, empty for none.
+/// The widget's text if the widget is too small for it; else empty.
 std::string CutText(const QWidget& widget) {
     if (const auto* const label = qobject_cast<const QLabel*>(&widget)) return label->toolTip().toStdString();
     const auto* const button = qobject_cast<const QPushButton*>(&widget);
@@ -37,7 +37,7 @@ std::string CutText(const QWidget& widget) {
     return lines.size() > (multi_line ? 2 : 1) ? button->text().toStdString() : std::string();
 }
 
-TEST_F(DialogWindow, OfTheModuleCutsNoTextInAnyFont) {
+TEST_F(DialogWindow, ShowsAllTextsOfTheModuleInAnyFont) {
     AfxGetModuleState()->m_hCurrentResourceHandle = g_hZelResource;
     const QFont before = QApplication::font();
     for (const char* family : {"DejaVu Sans", "DejaVu Serif", "DejaVu Sans Mono", "DejaVu Sans Condensed"}) {
@@ -58,7 +58,7 @@ TEST_F(DialogWindow, OfTheModuleCutsNoTextInAnyFont) {
     QApplication::setFont(before);
 }
 
-TEST_F(DialogWindow, TabVisitsTheTabStopsInTheTemplatesOrder) {
+TEST_F(DialogWindow, TabVisitsTheTabStopsInTemplateOrder) {
     Run([&](desktop::DialogView& view) {
         std::vector<std::string> visited{Focused()};
         for (int i = 0; i < 9; ++i) {
@@ -69,7 +69,7 @@ TEST_F(DialogWindow, TabVisitsTheTabStopsInTheTemplatesOrder) {
     });
 }
 
-TEST_F(DialogWindow, AccessKeysReachFieldsAndButtons) {
+TEST_F(DialogWindow, AccessKeysFocusFieldsAndPressButtons) {
     Run([&](desktop::DialogView& view) {
         Key(view, Qt::Key_C, Qt::AltModifier);
         EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.GetDlgItem(kCheck)->SendMessage(BM_GETCHECK) == 1; }));
@@ -81,7 +81,7 @@ TEST_F(DialogWindow, AccessKeysReachFieldsAndButtons) {
     });
 }
 
-TEST_F(DialogWindow, EnterEscapeAndTheTitleBarGoTheSystemsWays) {
+TEST_F(DialogWindow, HandlesEnterEscapeAndTheTitleBar) {
     Run([&](desktop::DialogView& view) {
         for (const int field : {kEdit, kCombo, kList, kCheck}) {
             Widget(field).setFocus();
@@ -92,7 +92,7 @@ TEST_F(DialogWindow, EnterEscapeAndTheTitleBarGoTheSystemsWays) {
         }
         Widget(kRun).setFocus();
         Key(view, Qt::Key_Enter);
-        EXPECT_EQ(Events(), "run ") << "the button that has the focus";
+        EXPECT_EQ(Events(), "run ") << "the focused button";
         Widget(kEdit).setFocus();
         dialog.SendMessage(DM_SETDEFID, kRun);
         EXPECT_TRUE(Widget<QPushButton>(kRun).isDefault());
@@ -105,11 +105,11 @@ TEST_F(DialogWindow, EnterEscapeAndTheTitleBarGoTheSystemsWays) {
         EXPECT_EQ(Events(), "") << "a disabled default button";
         view.close();
         EXPECT_EQ(Events(), "close cancel ");
-        EXPECT_TRUE(view.isVisible()) << "the dialog hasn't ended";
+        EXPECT_TRUE(view.isVisible()) << "the dialog has not ended";
     });
 }
 
-TEST_F(DialogWindow, ShowsWhatTheProgramDoesToItsControls) {
+TEST_F(DialogWindow, ShowsChangesOfItsControls) {
     Run([&](desktop::DialogView& view) {
         CWnd& combo = *dialog.GetDlgItem(kCombo);
         for (const char* entry : {"one", "two"}) {
@@ -136,7 +136,7 @@ TEST_F(DialogWindow, ShowsWhatTheProgramDoesToItsControls) {
     });
 }
 
-TEST_F(DialogWindow, TellsTheControlsWhatTheUserDoes) {
+TEST_F(DialogWindow, PassesUserActionsToTheControls) {
     Run([&](desktop::DialogView& view) {
         for (const char* entry : {"one", "two"}) {
             dialog.GetDlgItem(kCombo)->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry));
@@ -154,42 +154,43 @@ TEST_F(DialogWindow, TellsTheControlsWhatTheUserDoes) {
         Click(Widget(kRadioB));
         EXPECT_EQ(dialog.GetDlgItem(kRadioB)->SendMessage(BM_GETCHECK), 1);
         Key(view, Qt::Key_Left);
-        EXPECT_EQ(dialog.GetDlgItem(kRadioA)->SendMessage(BM_GETCHECK), 1) << "arrows walk in the group";
+        EXPECT_EQ(dialog.GetDlgItem(kRadioA)->SendMessage(BM_GETCHECK), 1) << "arrow keys move within the group";
         CompareWithControls(view);
     });
 }
 
-TEST_F(DialogWindow, TextIsUtf8AndLatin1WhereItIsNot) {
+TEST_F(DialogWindow, ShowsInvalidUtf8AsLatin1) {
     Run([&](desktop::DialogView& view) {
         dialog.SetDlgItemText(kStatus, "Caf\xE9 & Co");
         EXPECT_EQ(Widget<QLabel>(kStatus).text(), QString::fromUtf8("Caf\xC3\xA9 & Co"));
         dialog.GetDlgItem(kEdit)->SendMessage(EM_LIMITTEXT, 6);
         Events();
         TypeText(view, QString::fromUtf8("\xC3\x9C\xE2\x82\xAC\x61\xC3\xA9"));
-        EXPECT_EQ(Text(kEdit), "\xC3\x9C\xE2\x82\xAC\x61") << "cut before the character that doesn't fit whole";
+        EXPECT_EQ(Text(kEdit), "\xC3\x9C\xE2\x82\xAC\x61") << "cut before the character that exceeds the limit";
         EXPECT_EQ(Widget<QLineEdit>(kEdit).text().size(), 3);
     });
 }
 
-TEST_F(DialogWindow, ItsPlaceIsFollowedAndTold) {
+TEST_F(DialogWindow, FollowsAndReportsItsPosition) {
     Run([&](desktop::DialogView& view) {
-        const auto place = [&] {
+        const auto position = [&] {
             RECT rect{};
             dialog.GetWindowRect(&rect);
             return QPoint(rect.left, rect.top);
         };
-        EXPECT_EQ(place(), view.pos());
+        EXPECT_EQ(position(), view.pos());
         dialog.MoveWindow(70, 80, 1, 1);
         EXPECT_EQ(view.pos(), QPoint(70, 80));
-        view.move(33, 44);  // as the window system tells of the user's
-        EXPECT_EQ(place(), QPoint(33, 44));
+        // The window system reports a move by the user in the same way.
+        view.move(33, 44);
+        EXPECT_EQ(position(), QPoint(33, 44));
         dialog.MoveWindow(1999, 1999, 1, 1);
         EXPECT_TRUE(view.screen()->availableGeometry().contains(view.frameGeometry()));
-        EXPECT_EQ(place(), QPoint(1999, 1999)) << "kept as asked until the user moves it";
+        EXPECT_EQ(position(), QPoint(1999, 1999)) << "kept as requested until the user moves it";
     });
 }
 
-TEST_F(DialogWindow, ExceptionOfAHandlerLeavesTheEventLoopOnTheRightSide) {
+TEST_F(DialogWindow, RethrowsTheExceptionOfAHandler) {
     dialog.on_run = [] { throw 7; };
     EXPECT_THROW(Run([&](desktop::DialogView&) { Click(Widget(kRun)); }), int);
     EXPECT_EQ(dialog.m_hWnd, nullptr);

@@ -1,5 +1,5 @@
-// Grabs the host's windows into PNG files, with a disk imported: grab_host_windows DIRECTORY light|dark DISK.
-// QT_SCALE_FACTOR sets the scale.
+// Writes pictures of the program's windows, with an imported disk, as PNG files: grab_host_windows DIRECTORY light|dark
+// DISK. QT_SCALE_FACTOR sets the scale.
 #include <QApplication>
 #include <QComboBox>
 #include <QFile>
@@ -7,7 +7,6 @@
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
-#include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -17,6 +16,7 @@
 #include "module/contract/zel_trans_dlg.h"
 #include "platform/script/dialog_driver.h"
 #include "platform/script/memory_settings_store.h"
+#include "programs/desktop/grab.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/program_icon.h"
 #include "programs/desktop/windows/main_window.h"
@@ -25,16 +25,6 @@
 using namespace zel;
 
 namespace {
-
-QPalette Dark() {
-    QPalette dark(QColor(45, 45, 48), QColor(45, 45, 48));
-    dark.setColor(QPalette::Base, QColor(30, 30, 30));
-    dark.setColor(QPalette::AlternateBase, QColor(38, 38, 40));
-    dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    dark.setColor(QPalette::ToolTipBase, QColor(60, 60, 64));
-    dark.setColor(QPalette::ToolTipText, Qt::white);
-    return dark;
-}
 
 class Grabber {
   public:
@@ -45,11 +35,12 @@ class Grabber {
   private:
     void Save(QWidget& window, const QString& name) {
         QTest::qWait(200);
-        const QString file = m_directory + u'/' + name + QStringLiteral(".png");
-        if (!window.grab().save(file)) std::cerr << "can't write " << file.toStdString() << '\n';
+        screen_test::Grab(window, m_directory, name);
     }
-    void Press(const char* action) { m_window->findChild<QAction*>(QLatin1String(action))->trigger(); }
-    /// The dialog that comes next, modal.
+    void Press(std::initializer_list<const char*> actions) {
+        for (const char* const action : actions) m_window->findChild<QAction*>(QLatin1String(action))->trigger();
+    }
+    /// Saves the next modal dialog and closes it.
     void SaveNext(const QString& name) {
         QTimer::singleShot(300, [this, name] {
             QWidget* const dialog = QApplication::activeModalWidget();
@@ -58,14 +49,20 @@ class Grabber {
             dialog->close();
         });
     }
-    void SaveDialog(const char* action, const QString& name) {
-        SaveNext(name);
-        Press(action);
+    /// Saves the dialog that an action opens, under the action's name.
+    void SaveDialog(const char* action) {
+        SaveNext(QLatin1String(action));
+        Press({action});
     }
+    void SaveImport();
+    void SaveViews();
     void SaveServer();
+    void SaveImportDialog();
     void SaveMenus();
+    void SaveGlyphSheet();
 
     const QString m_directory, m_disk;
+    const QTemporaryDir m_home;
     desktop::MainWindow* m_window = nullptr;
 };
 
@@ -88,47 +85,40 @@ void Grabber::SaveMenus() {
     }
 }
 
-void Grabber::Run() {
-    const QTemporaryDir home;
-    desktop::MainWindow window(
-        {home.filePath(QStringLiteral("library.zellib")).toStdString(), home.filePath(QStringLiteral("desktop.ini"))});
-    m_window = &window;
-    window.show();
-    Save(window, QStringLiteral("empty"));
-    window.Open({home.path() + QStringLiteral("/no disk here"), m_disk});
+void Grabber::SaveImport() {
+    Save(*m_window, QStringLiteral("empty"));
+    m_window->Open({m_home.path() + QStringLiteral("/no disk here"), m_disk});
     QTest::qWait(20);
-    window.grab().save(m_directory + QStringLiteral("/importing.png"));
-    if (!QTest::qWaitFor([&] { return !window.IsBusy(); }, 60000)) std::cerr << "the import doesn't end\n";
+    screen_test::Grab(*m_window, m_directory, QStringLiteral("importing"));
+    if (!QTest::qWaitFor([&] { return !m_window->IsBusy(); }, 60000)) std::cerr << "the import does not end\n";
     QTest::qWait(500);
-    auto& list = *window.findChild<QListView*>(QStringLiteral("library"));
-    Save(window, QStringLiteral("notice"));
-    window.findChild<desktop::NoticeBar*>()->Clear();
+    Save(*m_window, QStringLiteral("notice"));
+    m_window->findChild<desktop::NoticeBar*>()->Clear();
+}
+
+void Grabber::SaveViews() {
+    auto& list = *m_window->findChild<QListView*>(QStringLiteral("library"));
     list.setCurrentIndex(list.model()->index(5, 0));
     list.setFocus();
     QTest::qWait(500);
-    Save(window, QStringLiteral("main"));
+    Save(*m_window, QStringLiteral("main"));
     list.setCurrentIndex(list.model()->index(12, 0));
-    for (const char* const action : {"field_frames", "safe_areas"}) Press(action);
-    auto& picture = *window.findChild<QWidget*>(QStringLiteral("picture"));
+    Press({"field_frames", "safe_areas"});
+    auto& picture = *m_window->findChild<QWidget*>(QStringLiteral("picture"));
     picture.setFocus();
     for (const char* const dock : {"fields_dock", "facts_dock"})
-        window.findChild<QWidget*>(QLatin1String(dock))->raise();
+        m_window->findChild<QWidget*>(QLatin1String(dock))->raise();
     for (int i = 0; i < 4; ++i) QTest::keyClick(&picture, Qt::Key_Right);
-    Save(window, QStringLiteral("main_frames"));
-    for (const char* const action : {"key", "actual_pixels"}) Press(action);
-    Save(window, QStringLiteral("main_key"));
-    for (const char* const action : {"key", "fit", "field_frames", "safe_areas", "white"}) Press(action);
-    window.resize(760, 520);
-    Save(window, QStringLiteral("main_small"));
-    window.resize(1280, 800);
-    SaveDialog("export", QStringLiteral("export"));
-    SaveDialog("batch_export", QStringLiteral("batch_export"));
-    SaveDialog("fetch", QStringLiteral("fetch"));
-    SaveDialog("import_options", QStringLiteral("import_options"));
-    SaveDialog("import_file", QStringLiteral("import_file"));
-    SaveDialog("about", QStringLiteral("about"));
-    SaveDialog("remove", QStringLiteral("remove"));
-    SaveServer();
+    Save(*m_window, QStringLiteral("main_frames"));
+    Press({"key", "actual_pixels"});
+    Save(*m_window, QStringLiteral("main_key"));
+    Press({"key", "fit", "field_frames", "safe_areas", "white"});
+    m_window->resize(760, 520);
+    Save(*m_window, QStringLiteral("main_small"));
+    m_window->resize(1280, 800);
+}
+
+void Grabber::SaveImportDialog() {
     QTimer::singleShot(300, [&] {
         QWidget& dialog = *QApplication::activeModalWidget();
         for (const auto& [box, folder] :
@@ -140,13 +130,31 @@ void Grabber::Run() {
         Save(dialog, QStringLiteral("import_dialog"));
         dialog.close();
     });
-    Press("import");
-    SaveMenus();
-    window.Open({m_disk + QStringLiteral("/MACHINE/.0012")});
-    if (QWidget* const sheet = window.findChild<QWidget*>(QStringLiteral("glyph_sheet"))) {
+    Press({"import"});
+}
+
+void Grabber::SaveGlyphSheet() {
+    m_window->Open({m_disk + QStringLiteral("/MACHINE/.0012")});
+    if (QWidget* const sheet = m_window->findChild<QWidget*>(QStringLiteral("glyph_sheet"))) {
         Save(*sheet, QStringLiteral("glyph_sheet"));
         sheet->close();
     }
+}
+
+void Grabber::Run() {
+    desktop::MainWindow window({m_home.filePath(QStringLiteral("library.zellib")).toStdString(),
+                                m_home.filePath(QStringLiteral("desktop.ini"))});
+    m_window = &window;
+    window.show();
+    SaveImport();
+    SaveViews();
+    for (const char* const action :
+         {"export", "batch_export", "fetch", "import_options", "import_file", "about", "remove"})
+        SaveDialog(action);
+    SaveServer();
+    SaveImportDialog();
+    SaveMenus();
+    SaveGlyphSheet();
 }
 
 }  // namespace
@@ -155,10 +163,9 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (argc != 4) return 2;
+    screen_test::UsePalette(argv[2]);
     QApplication::setWindowIcon(desktop::ProgramIcon());
-    if (std::string_view(argv[2]) == "dark") QApplication::setPalette(Dark());
     script::MemorySettingsStore settings;
     seam::SetSettingsStore(&settings);
     Grabber(QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[3])).Run();

@@ -1,10 +1,9 @@
-// Grabs the module's windows into PNG files: grab_windows DIRECTORY light|dark. QT_SCALE_FACTOR sets the scale.
+// Writes pictures of the module's windows as PNG files: grab_windows DIRECTORY light|dark. QT_SCALE_FACTOR sets the
+// scale.
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QStyleFactory>
 #include <QTimer>
-#include <iostream>
 
 #include "diskcopy/copy_dlg.h"
 #include "module/contract/dialog_ids.h"
@@ -18,19 +17,13 @@
 #include "platform/script/memory_settings_store.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/qt_desktop.h"
+#include "programs/desktop/grab.h"
 
 using namespace zel;
 
 namespace {
 
-QPalette Dark() {
-    QPalette dark(QColor(45, 45, 48), QColor(45, 45, 48));
-    dark.setColor(QPalette::Base, QColor(30, 30, 30));
-    dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
-    return dark;
-}
-
-/// A desktop that takes a picture of every dialog and closes it.
+/// A desktop that saves a picture of every window and closes it.
 class GrabbingDesktop : public desktop::QtDesktop {
   public:
     explicit GrabbingDesktop(QString directory) : m_directory(std::move(directory)) {}
@@ -40,7 +33,7 @@ class GrabbingDesktop : public desktop::QtDesktop {
             const QString name = QStringLiteral("dialog_%1").arg(dialog.GetTemplateId());
             if (before_grab) before_grab(dialog);
             QCoreApplication::processEvents();
-            Grab(*Find(dialog), name);
+            screen_test::Grab(*Find(dialog), m_directory, name);
             dialog.EndDialog(IDCANCEL);
         });
         desktop::QtDesktop::RunModal(dialog);
@@ -48,7 +41,7 @@ class GrabbingDesktop : public desktop::QtDesktop {
     int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override {
         QTimer::singleShot(200, [&] {
             QWidget& box = *QApplication::activeModalWidget();
-            Grab(box, QStringLiteral("box_%1").arg(style));
+            screen_test::Grab(box, m_directory, QStringLiteral("box_%1").arg(style));
             static_cast<QMessageBox&>(box).buttons().front()->click();
         });
         return desktop::QtDesktop::ShowMessageBox(owner, text, caption, style);
@@ -56,7 +49,7 @@ class GrabbingDesktop : public desktop::QtDesktop {
     int RunFileDialog(CFileDialog& dialog, std::string& path) override {
         QTimer::singleShot(500, [&] {
             QWidget& files = *QApplication::activeModalWidget();
-            Grab(files, QStringLiteral("files"));
+            screen_test::Grab(files, m_directory, QStringLiteral("files"));
             files.close();
         });
         return desktop::QtDesktop::RunFileDialog(dialog, path);
@@ -65,11 +58,6 @@ class GrabbingDesktop : public desktop::QtDesktop {
     std::function<void(CDialog&)> before_grab;
 
   private:
-    void Grab(QWidget& window, const QString& name) {
-        const QString file = m_directory + u'/' + name + QStringLiteral(".png");
-        if (!window.grab().save(file)) std::cerr << "can't write " << file.toStdString() << '\n';
-    }
-
     QString m_directory;
 };
 
@@ -93,9 +81,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     if (argc < 3) return 2;
-    if (std::string_view(argv[2]) == "dark") QApplication::setPalette(Dark());
+    screen_test::UsePalette(argv[2]);
 
     script::MemorySettingsStore settings;
     seam::SetSettingsStore(&settings);

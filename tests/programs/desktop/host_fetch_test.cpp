@@ -1,4 +1,4 @@
-// Disks that come over FTP: by the program's dialog and by the module's.
+// Fetching over FTP with the program's dialog and with the module's.
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -28,7 +28,7 @@ class HostFetch : public HostWindow {
         server = std::make_unique<test::TestServer>(options);
     }
 
-    /// Fills in the program's dialog and presses Enter; what it does goes on behind it.
+    /// Fills in the program's dialog and presses Enter. The fetch continues after the call.
     void Fetch(const QString& messages) {
         Then([&, messages] {
             QWidget& dialog = *QApplication::activeModalWidget();
@@ -46,39 +46,40 @@ class HostFetch : public HostWindow {
     std::unique_ptr<test::TestServer> server;
 };
 
-TEST_F(HostFetch, ImportsWhatItFetched) {
+TEST_F(HostFetch, ImportsFetchedFiles) {
     Serve();
     Fetch(QStringLiteral("2-4"));
     EXPECT_TRUE(Find("stop").isVisible());
     Finish();
-    Finish();  // of the import that follows
+    // The import that follows.
+    Finish();
     EXPECT_EQ(Notice(), "");
-    EXPECT_EQ(Library_().rowCount(), 3);
+    EXPECT_EQ(LibraryList().rowCount(), 3);
     EXPECT_TRUE(QFileInfo::exists(In("fetched/MACHINE/.0012")));
 }
 
-TEST_F(HostFetch, SaysWhatTheServerDoesNotHave) {
+TEST_F(HostFetch, ReportsFilesThatTheServerDoesNotHave) {
     Serve();
     Fetch(QStringLiteral("7000"));
     Finish();
     EXPECT_THAT(Notice(), HasSubstr("none of the requested files exists"));
-    EXPECT_EQ(Library_().rowCount(), 0);
+    EXPECT_EQ(LibraryList().rowCount(), 0);
 }
 
-TEST_F(HostFetch, StopsAtOnceWhenItIsClosedInTheMiddle) {
+TEST_F(HostFetch, StopsAtOnceWhenTheWindowIsClosed) {
     Serve({"--stall", "data"});
     Fetch(QStringLiteral("1-9999"));
     EXPECT_TRUE(window->IsBusy());
     QTest::qWait(100);
-    QElapsedTimer taken;
-    taken.start();
+    QElapsedTimer elapsed;
+    elapsed.start();
     window->close();
     Start();
-    EXPECT_LT(taken.elapsed(), 5000);
+    EXPECT_LT(elapsed.elapsed(), 5000);
     EXPECT_FALSE(window->IsBusy());
 }
 
-/// Runs `user` as soon as a modal window is in front that it takes; the server takes its time.
+/// Calls `user` with the modal window, repeatedly, until it returns true: the server needs some time.
 void WhenOpen(const std::function<bool(QWidget&)>& user) {
     QTimer::singleShot(5, [user] {
         QWidget* const front = QApplication::activeModalWidget();
@@ -86,7 +87,7 @@ void WhenOpen(const std::function<bool(QWidget&)>& user) {
     });
 }
 
-/// Chooses a name in the box that shows it of the server.
+/// Selects a name in the chooser as soon as it shows a directory with this name.
 void Choose(const QString& name) {
     WhenOpen([name](QWidget& box) {
         auto* const list = box.objectName() == QLatin1String("remote") ? box.findChild<QListWidget*>() : nullptr;
@@ -97,7 +98,7 @@ void Choose(const QString& name) {
     });
 }
 
-/// Works the module's dialog of the FTP copy, which is open.
+/// Operates the module's FTP dialog, which is open.
 void CopyOne(QWidget& dialog, const std::string& address, const QString& to) {
     const auto at = [&](int control) -> QWidget& { return *dialog.findChild<QWidget*>(QString::number(control)); };
     Click(at(FtpControl::kAddressBox));
@@ -120,7 +121,7 @@ void CopyOne(QWidget& dialog, const std::string& address, const QString& to) {
     dialog.close();
 }
 
-TEST_F(HostFetch, AnswersTheModulesDialog) {
+TEST_F(HostFetch, ServesTheModulesDialog) {
     Serve();
     Then([&] {
         QWidget& dialog = *QApplication::activeModalWidget();

@@ -24,9 +24,9 @@
 
 namespace zel::screen_test {
 
-constexpr int kPatience_ms = 30000;
+inline constexpr int kTimeout_ms = 30000;
 
-/// The program's window over an empty library, beside the demonstration disk, with nobody's settings.
+/// The main window with an empty library and empty settings, and the demonstration disk.
 class HostWindow : public testing::Test {
   protected:
     static void SetUpTestSuite() {
@@ -52,7 +52,9 @@ class HostWindow : public testing::Test {
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
 
+    /// The demonstration disk.
     static QString Disk() { return s_disk->filePath(QStringLiteral("NEWS")); }
+    /// A path in the temporary directory of this test.
     QString In(const char* name) const { return home.filePath(QLatin1String(name)); }
     std::string LibraryFile() const { return In("library.zellib").toStdString(); }
 
@@ -60,7 +62,7 @@ class HostWindow : public testing::Test {
     Kind& Find(const char* name) {
         return *window->findChild<Kind*>(QLatin1String(name));
     }
-    QAbstractItemModel& Library_() { return *Find<QListView>("library").model(); }
+    QAbstractItemModel& LibraryList() { return *Find<QListView>("library").model(); }
     desktop::PictureView& Picture() { return Find<desktop::PictureView>("picture"); }
     std::string Notice() { return Find<desktop::NoticeBar>("notice").Text().toStdString(); }
     void Trigger(const char* action) { Find<QAction>(action).trigger(); }
@@ -75,11 +77,12 @@ class HostWindow : public testing::Test {
         QApplication::sendEvent(window.get(), &drop);
     }
 
+    /// Waits until the current task has ended.
     void Finish() {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !window->IsBusy(); }, kPatience_ms));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !window->IsBusy(); }, kTimeout_ms));
     }
-    void Import(const QString& place) {
-        window->Open({place});
+    void Import(const QString& path) {
+        window->Open({path});
         Finish();
     }
     std::vector<library::LibraryEntry> Recorded() {
@@ -90,6 +93,7 @@ class HostWindow : public testing::Test {
     script::MemorySettingsStore settings;
     std::unique_ptr<desktop::MainWindow> window;
     inline static std::unique_ptr<QTemporaryDir> s_disk;
+    /// Number of messages on the disk.
     inline static std::ptrdiff_t s_count = 0;
 };
 

@@ -1,4 +1,4 @@
-// The program's window, from a disk that is dropped to the picture and out again.
+// The main window: imports, the library, the picture, exports.
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
@@ -28,25 +28,25 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST_F(HostWindow, TakesADroppedDiskFromStartToPicture) {
+TEST_F(HostWindow, ImportsADroppedDisk) {
     EXPECT_TRUE(Find("start_page").isVisible());
     Drop({QUrl::fromLocalFile(Disk())});
     EXPECT_TRUE(window->IsBusy());
     EXPECT_TRUE(Find("stop").isVisible());
     Finish();
     EXPECT_FALSE(Find("start_page").isVisible());
-    EXPECT_EQ(Library_().rowCount(), s_count);
+    EXPECT_EQ(LibraryList().rowCount(), s_count);
     EXPECT_EQ(Recorded().front().key, (library::RecordingKey{"NEWS", 1}));
     EXPECT_EQ(Picture().Shown().size(), QSize(720, 486));
     EXPECT_EQ(Find<QTableView>("rows").model()->index(1, 3).data(), "Margit Alden");
     EXPECT_EQ(Notice(), "");
-    const QModelIndex first = Library_().index(0, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !first.data(Qt::UserRole).value<QImage>().isNull(); }, kPatience_ms));
+    const QModelIndex first = LibraryList().index(0, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !first.data(Qt::UserRole).value<QImage>().isNull(); }, kTimeout_ms));
     Import(Disk());
     EXPECT_EQ(Find<QLabel>("task").text(), QStringLiteral("0 messages imported, %1 unchanged").arg(s_count));
 }
 
-TEST_F(HostWindow, TakesFontsFoldersAndFilesThatAreDropped) {
+TEST_F(HostWindow, OpensDroppedFontsFoldersAndFiles) {
     const auto at = [](const char* path) { return QUrl::fromLocalFile(Disk() + QLatin1String(path)); };
     Drop({at("/MACHINE/.0012"), at("/MESSAGES/.0003"), QUrl(QStringLiteral("ftp://host/DISK"))});
     Finish();
@@ -55,10 +55,10 @@ TEST_F(HostWindow, TakesFontsFoldersAndFilesThatAreDropped) {
     EXPECT_THAT(Notice(), HasSubstr("Fetch over FTP"));
     Drop({at("/MESSAGES")});
     Finish();
-    EXPECT_EQ(Library_().rowCount(), s_count);
+    EXPECT_EQ(LibraryList().rowCount(), s_count);
 }
 
-TEST_F(HostWindow, LetsThePictureBeDraggedOutWithItsAlpha) {
+TEST_F(HostWindow, DragsThePictureWithItsAlpha) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
     const std::string recorded = library::Library(LibraryFile(), library::Access::kRead).Picture({"NEWS", 1});
     QWidget& view = *Picture().viewport();
@@ -66,7 +66,7 @@ TEST_F(HostWindow, LetsThePictureBeDraggedOutWithItsAlpha) {
     QMouseEvent move(QEvent::MouseMove, view.rect().center() + QPoint(40, 0), view.mapToGlobal(QPoint()), Qt::NoButton,
                      Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&view, &move);
-    // This platform ends a drag at once, and what was dragged goes with the next turn.
+    // The offscreen platform ends a drag at once; the event loop deletes it afterwards.
     const auto* const drag = Picture().findChild<QDrag*>();
     ASSERT_NE(drag, nullptr);
     const QMimeData& data = *drag->mimeData();
@@ -78,7 +78,7 @@ TEST_F(HostWindow, LetsThePictureBeDraggedOutWithItsAlpha) {
     EXPECT_EQ(file.readAll().toStdString(), recorded);
 }
 
-TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
+TEST_F(HostWindow, RecordsTwoDisksOfOneNameSeparately) {
     const QString other = In("other") + QStringLiteral("/NEWS");
     std::filesystem::create_directories(other.toStdString());
     std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0002", other.toStdString() + "/.0001");
@@ -92,7 +92,7 @@ TEST_F(HostWindow, KeepsNumbersOfTwoDisksApart) {
     EXPECT_EQ(static_cast<std::ptrdiff_t>(Recorded().size()), s_count + 2);
 }
 
-/// Works the module's batch dialog as soon as it is open.
+/// Operates the module's batch dialog as soon as it is open.
 void EnterRange(const char* first, const char* last) {
     const QPointer<QWidget> batch = QApplication::activeModalWidget();
     if (!batch || batch->objectName() != QStringLiteral("dialog_%1").arg(kBatchDialog))
@@ -108,7 +108,7 @@ void EnterRange(const char* first, const char* last) {
     if (batch) batch->close();
 }
 
-/// Works the module's import dialog, which is open.
+/// Operates the module's import dialog, which is open.
 void ImportOne(QWidget& dialog, const QString& disk, const QString& id) {
     const auto type = [&](int control, const QString& text) {
         Click(*dialog.findChild<QWidget*>(QString::number(control)));
@@ -121,12 +121,13 @@ void ImportOne(QWidget& dialog, const QString& disk, const QString& id) {
     Click(*dialog.findChild<QWidget*>(QString::number(ImportControl::kReadButton)));
 }
 
-TEST_F(HostWindow, RecordsWhatTheModulesDialogImports) {
-    Then([&] {  // without boxes about the name lists: the host has some
+TEST_F(HostWindow, RecordsMessagesThatTheModulesDialogImports) {
+    // No box about missing name lists opens, since the program has its own.
+    Then([&] {
         QWidget& dialog = *QApplication::activeModalWidget();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
         ImportOne(dialog, Disk(), QStringLiteral("3"));
-        EXPECT_TRUE(QTest::qWaitFor([&] { return window->windowTitle() == "NEWS 0003 – ZelTrans"; }, kPatience_ms))
+        EXPECT_TRUE(QTest::qWaitFor([&] { return window->windowTitle() == "NEWS 0003 – ZelTrans"; }, kTimeout_ms))
             << "while the dialog is still open";
         Then([] { EnterRange("1", "4"); });
         Click(*dialog.findChild<QWidget*>(QString::number(ImportControl::kBatchButton)));
@@ -136,34 +137,35 @@ TEST_F(HostWindow, RecordsWhatTheModulesDialogImports) {
     std::vector<int> numbers;
     for (const library::LibraryEntry& entry : Recorded()) numbers.push_back(entry.key.number);
     EXPECT_THAT(numbers, testing::ElementsAre(1, 2, 3, 4));
-    EXPECT_EQ(Library_().rowCount(), 4);
+    EXPECT_EQ(LibraryList().rowCount(), 4);
 }
 
-struct BadPlace {
+struct BadPath {
     const char* name;
-    const char* path;  // below the home
-    const char* told;
+    /// In the temporary directory.
+    const char* path;
+    const char* notice;
 };
 
-TEST_F(HostWindow, SaysWhatIsWrongAndStaysUsable) {
+TEST_F(HostWindow, ReportsBadPathsAndRemainsUsable) {
     std::filesystem::create_directories(In("empty").toStdString());
     std::ofstream(In("letter.txt").toStdString()) << "Dear reader";
     std::ofstream(In(".0012").toStdString()) << "xx";
-    for (const BadPlace& bad : {BadPlace{"a text", "letter.txt", "neither a message nor a font"},
-                                {"a file cut short", ".0012", "neither a message nor a font"},
-                                {"a folder without messages", "empty", "holds no messages"},
-                                {"nothing", "none", "there is no such file"}}) {
+    for (const BadPath& bad : {BadPath{"a text", "letter.txt", "neither a message nor a font"},
+                               {"a file cut short", ".0012", "neither a message nor a font"},
+                               {"a folder without messages", "empty", "contains no messages"},
+                               {"nothing", "none", "there is no such file"}}) {
         Import(In(bad.path));
-        EXPECT_THAT(Notice(), HasSubstr(bad.told)) << bad.name;
+        EXPECT_THAT(Notice(), HasSubstr(bad.notice)) << bad.name;
         EXPECT_TRUE(Find("notice").isVisible()) << bad.name;
     }
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
-    EXPECT_EQ(Library_().rowCount(), 1);
+    EXPECT_EQ(LibraryList().rowCount(), 1);
     Import(Disk() + QStringLiteral("/MACHINE/.0012"));
     EXPECT_NE(window->findChild<QWidget*>(QStringLiteral("glyph_sheet")), nullptr);
 }
 
-TEST_F(HostWindow, OutlivesALibraryThatIsHeldOrHasNoRoom) {
+TEST_F(HostWindow, ReportsALibraryThatIsLockedOrOnAFullDisk) {
     const QString message = Disk() + QStringLiteral("/MESSAGES/.0002");
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
     sqlite3* other = nullptr;
@@ -181,24 +183,24 @@ TEST_F(HostWindow, OutlivesALibraryThatIsHeldOrHasNoRoom) {
     setrlimit(RLIMIT_FSIZE, &small);
     Import(message);
     setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_THAT(Notice(), HasSubstr("What was recorded stays"));
+    EXPECT_THAT(Notice(), HasSubstr("Recorded messages are kept"));
     EXPECT_EQ(Recorded().size(), 1U);
 
     Import(message);
-    EXPECT_EQ(Library_().rowCount(), 2);
+    EXPECT_EQ(LibraryList().rowCount(), 2);
 }
 
-TEST_F(HostWindow, LosesNothingWhenItIsClosedInTheMiddle) {
+TEST_F(HostWindow, RecordsArrivedMessagesWhenClosedDuringAnImport) {
     window->Open({Disk()});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Library_().rowCount() > 0; }, kPatience_ms));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return LibraryList().rowCount() > 0; }, kTimeout_ms));
     window->close();
-    const auto kept = static_cast<std::ptrdiff_t>(Recorded().size());
-    EXPECT_GT(kept, 0);
+    const auto recorded = static_cast<std::ptrdiff_t>(Recorded().size());
+    EXPECT_GT(recorded, 0);
     Start();
-    EXPECT_EQ(Library_().rowCount(), kept);
+    EXPECT_EQ(LibraryList().rowCount(), recorded);
     Import(Disk());
-    EXPECT_EQ(Library_().rowCount(), s_count);
-    EXPECT_THAT(Find<QLabel>("task").text().toStdString(), HasSubstr(std::to_string(kept) + " unchanged"));
+    EXPECT_EQ(LibraryList().rowCount(), s_count);
+    EXPECT_THAT(Find<QLabel>("task").text().toStdString(), HasSubstr(std::to_string(recorded) + " unchanged"));
 }
 
 TEST_F(HostWindow, WorksByKeyboardAlone) {
@@ -206,7 +208,7 @@ TEST_F(HostWindow, WorksByKeyboardAlone) {
     Key(*window, Qt::Key_F, Qt::ControlModifier);
     TypeText(*window, QStringLiteral("harbour mast"));
     Key(*window, Qt::Key_Down);
-    EXPECT_EQ(Library_().rowCount(), 1);
+    EXPECT_EQ(LibraryList().rowCount(), 1);
     EXPECT_EQ(window->windowTitle(), "NEWS 0001 – ZelTrans");
     Key(*window, Qt::Key_C, Qt::ControlModifier);
     const QMimeData& copied = *QApplication::clipboard()->mimeData();
@@ -216,13 +218,13 @@ TEST_F(HostWindow, WorksByKeyboardAlone) {
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 0);
     EXPECT_EQ(qAlpha(image.pixel(120, 400)), 224);
 
-    const double fitting = Picture().Zoom();
+    const double fitted = Picture().Zoom();
     Key(*window, Qt::Key_Plus, Qt::ControlModifier);
-    EXPECT_GT(Picture().Zoom(), fitting);
+    EXPECT_GT(Picture().Zoom(), fitted);
     Key(*window, Qt::Key_1, Qt::ControlModifier);
     EXPECT_EQ(Picture().Zoom(), 1.0);
     Key(*window, Qt::Key_0, Qt::ControlModifier);
-    EXPECT_TRUE(Picture().FitsItself());
+    EXPECT_TRUE(Picture().IsFitted());
     Key(*window, Qt::Key_5, Qt::AltModifier);
     EXPECT_TRUE(Find("fonts").hasFocus());
     Key(*window, Qt::Key_2, Qt::AltModifier);
@@ -231,17 +233,17 @@ TEST_F(HostWindow, WorksByKeyboardAlone) {
     EXPECT_THAT(Find<QLabel>("pointed").text().toStdString(), HasSubstr("“M”   code 77   font 0001 Lantern Bold 38"));
 }
 
-TEST_F(HostWindow, ShowsThePictureAsItIsAsked) {
+TEST_F(HostWindow, ShowsThePictureInEachMode) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
     QWidget& view = *Picture().viewport();
-    const auto empty = [&] { return view.grab().toImage().pixelColor(view.rect().center()); };
+    const auto centre = [&] { return view.grab().toImage().pixelColor(view.rect().center()); };
     Trigger("white");
-    EXPECT_EQ(empty(), QColor(Qt::white));
+    EXPECT_EQ(centre(), QColor(Qt::white));
     Trigger("black");
-    EXPECT_EQ(empty(), QColor(Qt::black));
+    EXPECT_EQ(centre(), QColor(Qt::black));
     Trigger("white");
     Trigger("key");
-    EXPECT_EQ(empty(), QColor(Qt::black));
+    EXPECT_EQ(centre(), QColor(Qt::black));
     EXPECT_EQ(Picture().Shown().pixelColor(120, 400), QColor(224, 224, 224));
     Trigger("key");
 
@@ -255,7 +257,7 @@ TEST_F(HostWindow, ShowsThePictureAsItIsAsked) {
     EXPECT_THAT(Find<QLabel>("pointed").text().toStdString(), HasSubstr("font 0002 Lantern 28"));
 }
 
-TEST_F(HostWindow, ExportsWhatIsShown) {
+TEST_F(HostWindow, ExportsAllShownMessages) {
     Import(Disk());
     Then([&] {
         auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
@@ -286,14 +288,14 @@ TEST_F(HostWindow, ExportsByTheModulesBatchDialog) {
                 HasSubstr(std::to_string(s_count - 1) + " messages exported"));
 }
 
-TEST_F(HostWindow, KeepsFetchDialogOpenUntilItCanBeTried) {
+TEST_F(HostWindow, FetchDialogStaysOpenUntilItsFieldsAreValid) {
     Then([&] {
         auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
         auto& url = *dialog.findChild<QLineEdit*>(QStringLiteral("url"));
         url.setText(QStringLiteral("http://host/"));
         Key(dialog, Qt::Key_Return);
         EXPECT_TRUE(dialog.isVisible());
-        EXPECT_THAT(dialog.findChild<QLabel*>(QStringLiteral("trouble"))->text().toStdString(), HasSubstr("Address"));
+        EXPECT_THAT(dialog.findChild<QLabel*>(QStringLiteral("error"))->text().toStdString(), HasSubstr("Address"));
         url.setText(QStringLiteral("ftp://127.0.0.1:1/DISK"));
         dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("fetched"));
         Key(dialog, Qt::Key_Return);

@@ -6,7 +6,7 @@
 
 namespace zel::screen_test {
 
-/// A desktop for a script that shows everything; apart from its class, so that tests need no Qt to have one.
+/// Makes a ScreenDesktop. In a header of its own, so that its users need no Qt.
 std::unique_ptr<script::HeadlessDesktop> MakeScreenDesktop();
 
 }  // namespace zel::screen_test

@@ -25,7 +25,8 @@ namespace zel::screen_test {
 
 namespace {
 
-constexpr int kTypedByHand = 40;  // characters; what is longer is pasted
+/// In characters; a longer text is pasted.
+constexpr int kMaxTyped = 40;
 
 QMessageBox::StandardButton ButtonOf(int id) {
     switch (id) {
@@ -48,7 +49,7 @@ QMessageBox::StandardButton ButtonOf(int id) {
 
 void AnswerBox(int answer, const std::string& text, const std::string& caption) {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    ASSERT_NE(box, nullptr) << "a box that nobody sees";
+    ASSERT_NE(box, nullptr) << "the box is not shown";
     EXPECT_EQ(desktop::WithoutBreaks(box->text()).toStdString(), desktop::ScreenText(text).remove(u'\r').toStdString());
     EXPECT_EQ(box->windowTitle().toStdString(), desktop::ScreenText(caption).toStdString());
     QAbstractButton* const button = box->button(ButtonOf(answer));
@@ -59,7 +60,7 @@ void AnswerBox(int answer, const std::string& text, const std::string& caption) 
 
 void AnswerFiles(int answer, const std::string& path) {
     auto* const files = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(files, nullptr) << "a file dialog that nobody sees";
+    ASSERT_NE(files, nullptr) << "the file dialog is not shown";
     if (answer != IDOK) return Key(*files, Qt::Key_Escape);
     files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QFile::decodeName(path.c_str()));
     Click(*files->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open));
@@ -94,7 +95,7 @@ void Key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
 }
 
 void TypeText(QWidget& window, const QString& text) {
-    if (text.size() > kTypedByHand) {
+    if (text.size() > kMaxTyped) {
         QGuiApplication::clipboard()->setText(text);
         return Key(window, Qt::Key_V, Qt::ControlModifier);
     }
@@ -105,7 +106,8 @@ void TypeText(QWidget& window, const QString& text) {
 void CompareWithControls(const desktop::DialogView& view) {
     for (const auto& control : view.Controls()) {
         CWnd* const window = CWnd::FromHandle(control->Handle());
-        if (window == nullptr) return;  // the dialog is over
+        // The dialog has ended.
+        if (window == nullptr) return;
         const QWidget& widget = control->Widget();
         SCOPED_TRACE(widget.objectName().toStdString());
         EXPECT_EQ(widget.isVisible(), window->IsWindowVisible() != FALSE);

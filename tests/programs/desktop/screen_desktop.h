@@ -7,9 +7,9 @@
 
 namespace zel::screen_test {
 
-/// A desktop that is driven by the same script as one without a screen, while everything it is asked is really shown:
-/// the script's user presses the widgets' buttons, types into them, and answers the boxes that come. Each answer is
-/// compared with the script's, and each window with the controls that it shows.
+/// Runs the same scripts as a desktop without a screen, but shows every window: the script's user presses the widgets'
+/// buttons, types into them, and answers boxes. Each answer is compared with the script's, and each window with the
+/// controls that it shows.
 class ScreenDesktop : public script::HeadlessDesktop, private script::DialogActor {
   public:
     ScreenDesktop();
@@ -32,15 +32,15 @@ class ScreenDesktop : public script::HeadlessDesktop, private script::DialogActo
     desktop::QtDesktop m_screen;
 };
 
-/// Clicks a widget, or types a key into the active window, as the window system tells of it.
+// Input through the window system: into the active window.
 void Click(QWidget& widget);
 void Key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void TypeText(QWidget& window, const QString& text);
 
-/// Fails unless every widget shows what its control holds.
+/// Fails unless every widget shows the state of its control.
 void CompareWithControls(const desktop::DialogView& view);
 
-/// Runs `user` as soon as the next window has come.
+/// Calls `user` from the event loop, when the next window is open.
 void Then(std::function<void()> user);
 
 }  // namespace zel::screen_test

@@ -1,4 +1,4 @@
-// Runs the tests with an application that draws into memory.
+// Runs the tests with an application whose windows are drawn into memory.
 #include <QApplication>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -9,7 +9,8 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    const QTemporaryDir settings;  // file dialogs keep their widths, but not in the user's settings
+    // File dialogs store their layout; not in the user's settings.
+    const QTemporaryDir settings;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

@@ -1,4 +1,4 @@
-// What a screen does beside dialogs: boxes, files, the ESC key during a run, the cursor, the viewer.
+// The screen apart from dialogs: boxes, files, the ESC key during a run, the cursor, the viewer.
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -30,10 +30,11 @@ struct BoxCase {
     QMessageBox::Icon icon;
     std::size_t buttons;
     int enter;
-    int escape;  // 0 when it does nothing
+    /// 0 if Escape does nothing.
+    int escape;
 };
 
-TEST_F(Screen, BoxesHaveTheirIconsAndButtons) {
+TEST_F(Screen, BoxesHaveIconsAndButtonsByStyle) {
     constexpr UINT kSecond = 0x100;
     for (const BoxCase& row : {BoxCase{MB_OK, QMessageBox::NoIcon, 1, IDOK, IDOK},
                                {MB_OKCANCEL | MB_ICONHAND, QMessageBox::Critical, 2, IDOK, IDCANCEL},
@@ -47,7 +48,7 @@ TEST_F(Screen, BoxesHaveTheirIconsAndButtons) {
                 auto& box = static_cast<QMessageBox&>(*QApplication::activeModalWidget());
                 EXPECT_EQ(box.icon(), row.icon) << row.style;
                 EXPECT_EQ(static_cast<std::size_t>(box.buttons().size()), row.buttons) << row.style;
-                EXPECT_EQ(box.text(), "<b>x</b>") << "no mark-up";
+                EXPECT_EQ(box.text(), "<b>x</b>") << "plain text";
                 EXPECT_EQ(box.textFormat(), Qt::PlainText);
                 if (escape) Key(box, Qt::Key_Escape);
                 if (escape && row.escape == 0) box.close();
@@ -60,14 +61,14 @@ TEST_F(Screen, BoxesHaveTheirIconsAndButtons) {
     }
 }
 
-TEST_F(Screen, BoxOfADialogsHandlerStandsOverIt) {
+TEST_F(Screen, BoxOfAHandlerIsAChildOfTheDialog) {
     dialog.on_run = [&] {
         const CWaitCursor wait;
         EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
         Then([&] {
             QWidget* const box = QApplication::activeModalWidget();
             EXPECT_EQ(box->parentWidget(), screen.Find(dialog));
-            EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "the user isn't to wait";
+            EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "the user is to answer";
             Key(*box, Qt::Key_Return);
         });
         dialog.MessageBox("text", "caption");
@@ -77,7 +78,7 @@ TEST_F(Screen, BoxOfADialogsHandlerStandsOverIt) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
-/// What comes from the window system during a run.
+// Post input as the window system does during a run.
 void PostEscape(QWidget& window) {
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
         QCoreApplication::postEvent(window.windowHandle(), new QKeyEvent(type, Qt::Key_Escape, Qt::NoModifier));
@@ -91,32 +92,32 @@ void PostClick(const QWidget& button) {
                             type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier));
 }
 
-TEST_F(Screen, RunSeesEscapeAndNoOtherInput) {
+TEST_F(Screen, RunReceivesEscapeAndNoOtherInput) {
     dialog.on_run = [&] {
         QWidget& view = *screen.Find(dialog);
-        const auto seen = [&] { return view.screen()->grabWindow(view.winId()).toImage(); };
-        const QImage before = seen();
+        const auto shown = [&] { return view.screen()->grabWindow(view.winId()).toImage(); };
+        const QImage before = shown();
         dialog.SetDlgItemText(kStatus, "Reading .0001");
-        EXPECT_NE(seen(), before) << "on the screen already";
+        EXPECT_NE(shown(), before) << "painted at once";
         EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
         PostClick(Widget(IDCANCEL));
         QCoreApplication::postEvent(screen.Find(dialog), new QCloseEvent);
         EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
         PostEscape(*screen.Find(dialog));
-        EXPECT_NE(GetAsyncKeyState(VK_ESCAPE), 0) << "pressed since the last asking";
+        EXPECT_NE(GetAsyncKeyState(VK_ESCAPE), 0) << "pressed since the last poll";
         EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
     };
     Run([&](desktop::DialogView& view) {
         Key(view, Qt::Key_Escape);
         EXPECT_EQ(Events(), "cancel ");
         Click(Widget(kRun));
-        EXPECT_EQ(Events(), "") << "an old press of ESC is none of the run's, and Cancel was dead";
+        EXPECT_EQ(Events(), "") << "ESC before the run is ignored, and Cancel did not work";
         Click(Widget(IDCANCEL));
-        EXPECT_EQ(Events(), "cancel ") << "and lives again";
+        EXPECT_EQ(Events(), "cancel ") << "and works again";
     });
 }
 
-TEST_F(Screen, RunThatDisablesItsButtonCanBeStopped) {
+TEST_F(Screen, RunThatDisablesItsButtonCanBeInterrupted) {
     dialog.on_run = [&] {
         dialog.GetDlgItem(kRun)->EnableWindow(FALSE);
         PostClick(Widget(IDCANCEL));

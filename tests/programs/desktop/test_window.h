@@ -38,7 +38,7 @@ inline constexpr framework::DialogTemplate kDialogs[] = {
     {kWindow, "Window", "MS Sans Serif", 8, 200, 100, WS_POPUP | WS_CAPTION, kControls}};
 inline constexpr HINSTANCE__ kModule{"window", kDialogs};
 
-/// A dialog that writes down what reaches it.
+/// A dialog that records the calls of its handlers.
 class WindowDialog : public CDialog {
   public:
     WindowDialog() : CDialog(kWindow) {}
@@ -58,7 +58,7 @@ class WindowDialog : public CDialog {
     DECLARE_MESSAGE_MAP()
 };
 
-/// A screen with one dialog, shown while a test works it.
+/// A screen with one dialog, which is shown while a test operates it.
 class OnScreen : public testing::Test {
   protected:
     OnScreen() {

@@ -1,4 +1,4 @@
-// The dialogs' own tests, on a screen.
+// Runs the tests of the module's dialogs on a screen.
 #include "programs/desktop/make_screen_desktop.h"
 #include "support/module_fixture.h"
 
@@ -6,7 +6,7 @@ namespace zel::test {
 
 namespace {
 
-[[maybe_unused]] const auto g_headless = std::exchange(module_test::make_desktop, &screen_test::MakeScreenDesktop);
+[[maybe_unused]] const auto g_replaced = std::exchange(module_test::make_desktop, &screen_test::MakeScreenDesktop);
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <string_view>
 
 namespace zel::desktop {
@@ -13,6 +14,14 @@ inline QString Text(std::string_view utf8) {
 /// A count with its noun: "1 message", "2 messages".
 inline QString Counted(std::size_t count, const char* singular, const char* plural) {
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? singular : plural));
+}
+
+/// The first lines of a list, and the number of the others.
+inline QString FirstLines(const QStringList& lines) {
+    constexpr qsizetype kShown = 4;
+    QString text = lines.mid(0, kShown).join(u'\n');
+    if (lines.size() > kShown) text += QStringLiteral("\n… and %1 more").arg(lines.size() - kShown);
+    return text;
 }
 
 }  // namespace zel::desktop

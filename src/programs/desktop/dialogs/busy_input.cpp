@@ -44,7 +44,7 @@ BusyInput::BusyInput() {
 }
 
 BusyInput::Running::Running(BusyInput& input, DialogView& view, HWND source) : m_input(input) {
-    if (!input.IsBusy()) input.m_escapePressed = false;
+    if (!input.IsBusy()) input.m_escape_pressed = false;
     input.m_running.push_back({&view, source});
 }
 
@@ -53,33 +53,34 @@ BusyInput::Running::~Running() {
 }
 
 bool BusyInput::TakeEscape() {
-    if (IsBusy() && !m_taking) {
-        m_taking = true;
+    if (IsBusy() && !m_polling) {
+        m_polling = true;
         QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
-        m_taking = false;
+        m_polling = false;
     }
-    const bool pressed = std::exchange(m_escapePressed, false);
-    return pressed || m_escapeDown;
+    const bool pressed = std::exchange(m_escape_pressed, false);
+    return pressed || m_escape_down;
 }
 
 bool BusyInput::eventFilter(QObject* receiver, QEvent* event) {
     NoteEscape(*event);
-    if (!m_taking || !IsUserInput(event->type()) || IsLetIn(*receiver)) return false;
+    if (!m_polling || !IsUserInput(event->type()) || IsAllowed(*receiver)) return false;
     if (event->type() == QEvent::Close) event->ignore();
     return true;
 }
 
 void BusyInput::NoteEscape(const QEvent& event) {
     switch (event.type()) {
-        case QEvent::ApplicationStateChange:  // the key may go up elsewhere
-            m_escapeDown = false;
+        // The key may be released in another program.
+        case QEvent::ApplicationStateChange:
+            m_escape_down = false;
             break;
         case QEvent::KeyPress:
         case QEvent::KeyRelease: {
             const auto& key = static_cast<const QKeyEvent&>(event);
             if (key.key() != Qt::Key_Escape || key.isAutoRepeat()) break;
-            m_escapeDown = event.type() == QEvent::KeyPress;
-            m_escapePressed = m_escapePressed || m_escapeDown;
+            m_escape_down = event.type() == QEvent::KeyPress;
+            m_escape_pressed = m_escape_pressed || m_escape_down;
             break;
         }
         default:
@@ -87,7 +88,7 @@ void BusyInput::NoteEscape(const QEvent& event) {
     }
 }
 
-bool BusyInput::IsLetIn(const QObject& receiver) const {
+bool BusyInput::IsAllowed(const QObject& receiver) const {
     if (m_running.empty()) return true;
     const DialogView& view = *m_running.back().view;
     if (!IsInterruptible(view)) return false;

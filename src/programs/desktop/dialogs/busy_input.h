@@ -9,18 +9,18 @@ namespace zel::desktop {
 
 class DialogView;
 
-/// The user's input while a handler of a dialog keeps the thread busy. Between two messages of a run the module asks
-/// for the ESC key: then, and only then, waiting input is taken, ESC is remembered, and the rest is dropped, so that no
-/// button works during a run. A handler that has disabled the control it was called by wants to be interrupted, and the
-/// other controls of its dialog stay alive.
+/// Filters user input while a handler of a dialog keeps the user-interface thread busy. Between two messages of a run
+/// the module polls the ESC key; only then are pending events processed. ESC is recorded and other input is dropped, so
+/// that no button works during a run. If the handler has disabled the control that called it, the other controls of its
+/// dialog remain usable.
 class BusyInput : public QObject {
   public:
     BusyInput();
 
-    /// Says that a handler of `view` runs, for as long as the object lives.
+    /// Marks a handler of `view` as running during the lifetime of the object.
     class Running {
       public:
-        /// @param source  the control by which the handler is called; null for none.
+        /// @param source  the control that called the handler; null for none.
         Running(BusyInput& input, DialogView& view, HWND source);
         ~Running();
         Running(const Running&) = delete;
@@ -30,12 +30,12 @@ class BusyInput : public QObject {
         BusyInput& m_input;
     };
 
-    /// Whether ESC is down, or has been pressed since the last asking or, later than that, the start of the handler.
+    /// Whether ESC is down, or was pressed since the last call or the start of the handler, whichever is later.
     bool TakeEscape();
 
     bool IsBusy() const noexcept { return !m_running.empty(); }
-    /// Whether a handler of the view must not be called now, because another one runs that can't be interrupted.
-    bool Refuses(const DialogView& view) const { return m_taking && !IsInterruptible(view); }
+    /// Whether a handler of the view must not be called now, because another handler runs that cannot be interrupted.
+    bool IsBlocked(const DialogView& view) const { return m_polling && !IsInterruptible(view); }
 
   protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -47,13 +47,13 @@ class BusyInput : public QObject {
     };
 
     void NoteEscape(const QEvent& event);
-    bool IsLetIn(const QObject& receiver) const;
+    bool IsAllowed(const QObject& receiver) const;
     bool IsInterruptible(const DialogView& view) const;
 
     std::vector<Handler> m_running;
-    bool m_taking = false;
-    bool m_escapeDown = false;
-    bool m_escapePressed = false;
+    bool m_polling = false;
+    bool m_escape_down = false;
+    bool m_escape_pressed = false;
 };
 
 }  // namespace zel::desktop

@@ -21,7 +21,7 @@ namespace ctl = framework::ctl;
 
 namespace {
 
-/// Frame of a field on both sides, and a pixel that keeps the text off it.
+/// Height of a text field: the text, the frame on both sides, and a pixel between frame and text.
 double FieldHeight(const QWidget& widget) {
     const int frame = widget.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, &widget);
     return widget.fontMetrics().height() + 2.0 * (frame + 1);
@@ -61,7 +61,8 @@ class LabelView : public ControlView {
   protected:
     void ShowText(const QString& text) override {
         Label().SetLine(text);
-        Label().repaint();  // a run that tells how far it is doesn't return to the event loop
+        // A run that reports progress does not return to the event loop.
+        Label().repaint();
     }
 
   private:
@@ -108,7 +109,8 @@ class ButtonView : public ControlView {
         : ControlView(dialog, source, control, button) {
         QObject::connect(button, &QAbstractButton::clicked, [this, &dialog] {
             Act([](CWnd& pressed) { pressed.SendMessage(BM_CLICK); });
-            dialog.MirrorChecks();  // the widget has changed its state already, the control may have kept its own
+            // The widget has changed its state, the control may not have.
+            dialog.MirrorChecks();
         });
     }
 
@@ -124,7 +126,8 @@ class PushView : public ButtonView {
         : ButtonView(dialog, source, control,
                      source.kind == framework::ControlKind::multi_line_button ? new MultiLineButton(&dialog)
                                                                               : new QPushButton(&dialog)) {
-        static_cast<QPushButton&>(Widget()).setAutoDefault(false);  // a dialog may have no default button
+        // A dialog may have no default button.
+        static_cast<QPushButton&>(Widget()).setAutoDefault(false);
     }
 
     QSizeF Needed() const override {
@@ -150,7 +153,8 @@ class CheckView : public ButtonView {
     void ShowCheck() override {
         const bool on = Control().SendMessage(BM_GETCHECK) != static_cast<LRESULT>(BST_UNCHECKED);
         QButtonGroup* const group = Button().group();
-        if (group != nullptr) group->setExclusive(false);  // which would keep the last one checked
+        // An exclusive group always has one checked button.
+        if (group != nullptr) group->setExclusive(false);
         Button().setChecked(on);
         if (group != nullptr) group->setExclusive(true);
     }
@@ -170,7 +174,8 @@ ControlView::ControlView(DialogView& dialog, const framework::ControlTemplate& s
 }
 
 ControlView::~ControlView() {
-    m_widget->blockSignals(true);  // it goes later, and would tell a view that is gone
+    // The widget is deleted later and must not signal this view.
+    m_widget->blockSignals(true);
 }
 
 std::string ControlView::Bytes() const {

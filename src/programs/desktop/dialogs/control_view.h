@@ -12,11 +12,13 @@ namespace zel::desktop {
 class DialogUnits;
 class DialogView;
 
-/// One control on the screen: a widget that shows what the control's window holds, and that hands what its user does on
-/// as control messages. The widget belongs to the dialog's.
+/// One control on the screen: a widget that shows the state of the control's window and forwards user actions as
+/// control messages. The dialog's widget owns this widget.
 class ControlView {
   public:
-    /// @param source   the template's control. @param control  its window; both outlive the view.
+    /// @param source   the control in the template.
+    /// @param control  its window.
+    /// Both outlive the view.
     ControlView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control, QWidget* widget);
     virtual ~ControlView();
     ControlView(const ControlView&) = delete;
@@ -26,14 +28,14 @@ class ControlView {
     const framework::ControlTemplate& Source() const noexcept { return m_source; }
     HWND Handle() const noexcept { return m_handle; }
 
-    /// Room that the control's rectangle has, in dialog units, and the pixels that it takes not to cut its text; an
-    /// empty size asks for nothing.
+    /// Size of the control's rectangle in dialog units.
     virtual QSizeF Units() const { return QSizeF(m_source.cx, m_source.cy); }
+    /// Smallest size in pixels that shows the whole text; empty if any size is sufficient.
     virtual QSizeF Needed() const { return QSizeF(); }
 
-    /// Shows a part of the window's state.
+    /// Shows one part of the window's state.
     void Mirror(framework::WindowChange change);
-    /// Shows all of it.
+    /// Shows the window's whole state.
     void MirrorAll();
 
   protected:
@@ -42,10 +44,10 @@ class ControlView {
     virtual void ShowList() {}
     virtual void ShowSelection() {}
 
-    /// The window. Only good while it exists, which it does whenever one of the functions above is called.
+    /// The window. Valid only while it exists, as it does whenever one of the functions above is called.
     CWnd& Control() const { return *CWnd::FromHandle(m_handle); }
     std::string Bytes() const;
-    /// Does something to the window on behalf of the user.
+    /// Performs a user action on the window.
     void Act(const std::function<void(CWnd&)>& action);
 
   private:
@@ -55,7 +57,7 @@ class ControlView {
     QWidget* m_widget;
 };
 
-/// Makes the widget of a control of any kind.
+/// Makes the view of a control of any kind.
 std::unique_ptr<ControlView> MakeControlView(DialogView& dialog, const framework::ControlTemplate& source,
                                              CWnd& control);
 

@@ -8,31 +8,32 @@
 
 namespace zel::desktop {
 
-/// Dialog units of a font in pixels: a quarter of its average width, an eighth of its height.
+/// Size of a font's dialog units in pixels: a quarter of its average width, an eighth of its height.
 class DialogUnits {
   public:
-    /// Average width of the 52 letters, and the height.
+    /// The average width is that of the 52 letters.
     explicit DialogUnits(const QFontMetricsF& font);
 
-    /// Widens the units until `units`, a width and height in dialog units, hold `pixels`, but never beyond half as much
-    /// again as the font's own. Zero asks for nothing.
+    /// Enlarges the units until a rectangle of `units` dialog units is at least `pixels` large, up to 1.5 times the
+    /// font's own units. A width or height of 0 is ignored.
     void MakeRoom(const QSizeF& units, const QSizeF& pixels);
 
-    /// The edges are rounded, not the size, so that controls which touch in units touch in pixels.
+    /// A rectangle in pixels. The edges are rounded, not the size, so that adjacent controls stay adjacent.
     QRect Pixels(double x, double y, double cx, double cy) const;
 
   private:
-    double m_x;  // pixels a unit
+    /// Pixels per unit.
+    double m_x;
     double m_y;
     double m_largest_x;
     double m_largest_y;
 };
 
-/// The lines of a text of a button that breaks at blanks to fit `width` pixels; an access key takes no room.
+/// Breaks a button's text at blanks into lines of at most `width` pixels. The & of an access key has no width.
 QStringList BrokenLines(const QString& text, double width, const QFontMetricsF& font);
-/// The least width at which the text has no more than `lines` lines.
+/// The smallest width, in pixels, at which the text has at most `lines` lines.
 double WidthForLines(const QString& text, int lines, const QFontMetricsF& font);
-/// Width of a text with an access key.
+/// Width of a text without the & of its access key, in pixels.
 double TextWidth(const QString& text, const QFontMetricsF& font);
 
 }  // namespace zel::desktop

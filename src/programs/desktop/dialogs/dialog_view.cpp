@@ -29,7 +29,7 @@ bool IsTabStop(const ControlView& control) {
     return (control.Source().flags & ctl::tab_stop) != 0;
 }
 
-/// The place nearest to `wanted` where a window of this size is seen whole, if a screen is large enough for that.
+/// The position nearest to `wanted` at which a window of this size is completely visible, if a screen is large enough.
 QPoint OnScreen(const QPoint& wanted, const QSize& size) {
     const QScreen* screen = QGuiApplication::screenAt(wanted);
     if (screen == nullptr) screen = QGuiApplication::primaryScreen();
@@ -52,8 +52,8 @@ DialogView::DialogView(CDialog& dialog, BusyInput& input, QWidget* parent)
     setObjectName(QStringLiteral("dialog_%1").arg(dialog.GetTemplateId()));
     MakeControls();
     GroupRadioButtons();
-    ChainControls();
-    NameBuddies();
+    OrderTabStops();
+    AssignBuddies();
     for (const auto& control : m_controls) control->MirrorAll();
     ShowTitle();
     ShowDefaultButton();
@@ -66,24 +66,26 @@ DialogView::~DialogView() {
 }
 
 void DialogView::Run() {
-    GoToStart();
+    MoveToStart();
     show();
+    // This reason selects the text of a field.
     if (ControlView* const focused = CWnd::GetFocus() != nullptr ? Find(CWnd::GetFocus()->m_hWnd) : nullptr)
-        focused->Widget().setFocus(Qt::TabFocusReason);  // which selects the text
+        focused->Widget().setFocus(Qt::TabFocusReason);
     activateWindow();
-    if (!m_left) m_loop.exec();
+    if (!m_ended) m_loop.exec();
     if (m_error) std::rethrow_exception(std::exchange(m_error, nullptr));
-    if (m_dialog.m_hWnd != nullptr && !m_dialog.HasEnded()) m_dialog.EndDialog(IDCANCEL);  // the program is ending
+    // The loop also ends with the program.
+    if (m_dialog.m_hWnd != nullptr && !m_dialog.HasEnded()) m_dialog.EndDialog(IDCANCEL);
 }
 
 void DialogView::Act(HWND source, const std::function<void()>& action) {
-    if (m_left || m_input.Refuses(*this)) return;
+    if (m_ended || m_input.IsBlocked(*this)) return;
     const BusyInput::Running running(m_input, *this, source);
     try {
         action();
     } catch (...) {
         m_error = std::current_exception();
-        Leave();
+        End();
     }
 }
 
@@ -94,7 +96,8 @@ void DialogView::PressEnter() {
     if (button == nullptr) {
         Act(nullptr, [&] { m_dialog.SendMessage(WM_COMMAND, id); });
     } else if (auto* const push = qobject_cast<QPushButton*>(&button->Widget()); push != nullptr && push->isVisible()) {
-        push->click();  // nothing while it is disabled
+        // A disabled button ignores it.
+        push->click();
     }
 }
 
@@ -103,7 +106,7 @@ void DialogView::PressEscape() {
 }
 
 void DialogView::MirrorChecks() {
-    if (m_left) return;
+    if (m_ended) return;
     for (const auto& control : m_controls) control->Mirror(framework::WindowChange::check);
 }
 
@@ -127,26 +130,28 @@ void DialogView::keyPressEvent(QKeyEvent* event) {
 }
 
 void DialogView::closeEvent(QCloseEvent* event) {
-    event->ignore();  // the dialog decides
+    // The dialog decides whether it closes.
+    event->ignore();
     Act(nullptr, [&] { m_dialog.SendMessage(WM_CLOSE); });
 }
 
 void DialogView::moveEvent(QMoveEvent* event) {
     QDialog::moveEvent(event);
-    if (isVisible() && pos() != m_asked) TellPlace();
+    if (isVisible() && pos() != m_requested) ReportPosition();
 }
 
 void DialogView::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (!m_left && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) Arrange();
+    if (!m_ended && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)) Arrange();
 }
 
-/// Fields take keys that are the dialog's, and a wheel must not change a field that it only passes over.
+/// Fields would consume Enter and Escape, which are the dialog's. A wheel must not change a combo box that it scrolls
+/// over.
 bool DialogView::eventFilter(QObject* receiver, QEvent* event) {
     if (event->type() == QEvent::FocusIn) {
         const auto owner = std::find_if(m_controls.begin(), m_controls.end(),
                                         [receiver](const auto& view) { return &view->Widget() == receiver; });
-        if (owner != m_controls.end() && !m_left) CWnd::FromHandle((*owner)->Handle())->SetFocus();
+        if (owner != m_controls.end() && !m_ended) CWnd::FromHandle((*owner)->Handle())->SetFocus();
     } else if (event->type() == QEvent::KeyPress) {
         auto* const key = static_cast<QKeyEvent*>(event);
         const bool button = qobject_cast<QAbstractButton*>(receiver) != nullptr;
@@ -161,7 +166,7 @@ bool DialogView::eventFilter(QObject* receiver, QEvent* event) {
 }
 
 void DialogView::WindowChanged(CWnd& window, framework::WindowChange change) {
-    if (m_left) return;
+    if (m_ended) return;
     if (window.m_hWnd == m_dialog.m_hWnd) {
         DialogChanged(change);
     } else if (ControlView* const control = Find(window.m_hWnd)) {
@@ -181,14 +186,14 @@ void DialogView::DialogChanged(framework::WindowChange change) {
             setVisible(m_dialog.IsWindowVisible() != FALSE);
             break;
         case framework::WindowChange::rect:
-            if (!m_telling) GoToPlace();
+            if (!m_reporting) FollowPosition();
             break;
         case framework::WindowChange::default_button:
             ShowDefaultButton();
             break;
         case framework::WindowChange::ended:
         case framework::WindowChange::destroyed:
-            Leave();
+            End();
             break;
         case framework::WindowChange::check:
         case framework::WindowChange::list:
@@ -208,7 +213,7 @@ void DialogView::MakeControls() {
     }
 }
 
-/// The arrow keys walk within a group, and Tab finds its checked button.
+/// Within a group the arrow keys move between buttons, and Tab goes to the checked one.
 void DialogView::GroupRadioButtons() {
     QButtonGroup* group = nullptr;
     for (const auto& control : m_controls) {
@@ -220,7 +225,7 @@ void DialogView::GroupRadioButtons() {
     }
 }
 
-void DialogView::ChainControls() {
+void DialogView::OrderTabStops() {
     QWidget* before = nullptr;
     for (const auto& control : m_controls) {
         QWidget& widget = control->Widget();
@@ -232,8 +237,8 @@ void DialogView::ChainControls() {
     }
 }
 
-/// The access key of a label leads to the tab stop behind it.
-void DialogView::NameBuddies() {
+/// The access key of a label moves the focus to the next tab stop.
+void DialogView::AssignBuddies() {
     QLabel* waiting = nullptr;
     for (const auto& control : m_controls) {
         const char* const text = control->Source().text;
@@ -276,8 +281,8 @@ void DialogView::ShowDefaultButton() {
     }
 }
 
-/// A dialog that nobody has placed opens in the middle of its parent or the screen.
-void DialogView::GoToStart() {
+/// A dialog without a position opens in the middle of its parent or of the screen.
+void DialogView::MoveToStart() {
     RECT rect{};
     m_dialog.GetWindowRect(&rect);
     const bool placed = rect.left != 0 || rect.top != 0;
@@ -285,30 +290,30 @@ void DialogView::GoToStart() {
     const QRect room = over != nullptr && over->isVisible() ? over->frameGeometry()
                                                             : QGuiApplication::primaryScreen()->availableGeometry();
     const QPoint start = room.center() - QPoint(width() / 2, height() / 2);
-    m_asked = OnScreen(placed ? QPoint(rect.left, rect.top) : start, frameSize());
-    move(m_asked);
-    const QPoint told = placed ? QPoint(rect.left, rect.top) : m_asked;
-    m_telling = true;
-    m_dialog.MoveWindow(told.x(), told.y(), frameSize().width(), frameSize().height());
-    m_telling = false;
+    m_requested = OnScreen(placed ? QPoint(rect.left, rect.top) : start, frameSize());
+    move(m_requested);
+    const QPoint position = placed ? QPoint(rect.left, rect.top) : m_requested;
+    m_reporting = true;
+    m_dialog.MoveWindow(position.x(), position.y(), frameSize().width(), frameSize().height());
+    m_reporting = false;
 }
 
-void DialogView::GoToPlace() {
+void DialogView::FollowPosition() {
     RECT rect{};
     m_dialog.GetWindowRect(&rect);
-    m_asked = OnScreen({rect.left, rect.top}, frameSize());
-    move(m_asked);
+    m_requested = OnScreen({rect.left, rect.top}, frameSize());
+    move(m_requested);
 }
 
-void DialogView::TellPlace() {
-    if (m_left) return;
-    m_telling = true;
+void DialogView::ReportPosition() {
+    if (m_ended) return;
+    m_reporting = true;
     m_dialog.MoveWindow(x(), y(), frameSize().width(), frameSize().height());
-    m_telling = false;
+    m_reporting = false;
 }
 
-void DialogView::Leave() {
-    m_left = true;
+void DialogView::End() {
+    m_ended = true;
     hide();
     m_loop.quit();
 }

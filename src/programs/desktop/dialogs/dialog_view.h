@@ -12,22 +12,24 @@
 
 namespace zel::desktop {
 
-/// A dialog as a real window, built from its template. The dialog's windows hold the state and this shows it; the
-/// user's doings become control messages. Its size follows from the template and the font; only its place can be set.
+/// A dialog as a window, built from its template. The dialog's own windows hold the state, which this shows; user
+/// actions become control messages. The size follows from the template and the font; only the position can be set.
 class DialogView : public QDialog, private framework::WindowListener {
   public:
-    /// @param dialog  must have its window; outlives the view. @param parent  may be null.
+    /// @param dialog  has its window; outlives the view.
+    /// @param parent  may be null.
     DialogView(CDialog& dialog, BusyInput& input, QWidget* parent);
     ~DialogView() override;
 
-    /// Shows the window until the dialog has ended, and throws what one of its handlers has thrown.
+    /// Shows the window until the dialog has ended. Rethrows an exception of one of its handlers.
     void Run();
 
-    /// Does something on the user's behalf, which may run handlers. An exception ends the dialog's run instead of
-    /// passing through the event loop. @param source  the control that the user works; null for none.
+    /// Performs a user action, which may call handlers. An exception ends Run, which rethrows it; it never passes
+    /// through the event loop.
+    /// @param source  the control that the user operates; null for none.
     void Act(HWND source, const std::function<void()>& action);
 
-    /// Enter, Escape and the title bar's button, as the system's dialogs take them.
+    /// Handle Enter and Escape as in any dialog.
     void PressEnter();
     void PressEscape();
 
@@ -51,25 +53,28 @@ class DialogView : public QDialog, private framework::WindowListener {
 
     void MakeControls();
     void GroupRadioButtons();
-    void ChainControls();
-    void NameBuddies();
+    void OrderTabStops();
+    void AssignBuddies();
     void Arrange();
 
     void ShowTitle();
     void ShowDefaultButton();
-    void GoToStart();
-    void GoToPlace();
-    void TellPlace();
-    void Leave();
+    void MoveToStart();
+    void FollowPosition();
+    void ReportPosition();
+    void End();
 
     CDialog& m_dialog;
     BusyInput& m_input;
-    std::vector<std::unique_ptr<ControlView>> m_controls;  // as in the template
+    /// In the order of the template.
+    std::vector<std::unique_ptr<ControlView>> m_controls;
     QEventLoop m_loop;
     std::exception_ptr m_error;
-    QPoint m_asked;          // where the window was last sent
-    bool m_telling = false;  // the dialog is told its place, and needn't be followed
-    bool m_left = false;
+    /// Position of the last move by the program.
+    QPoint m_requested;
+    /// The change of position is this view's own report.
+    bool m_reporting = false;
+    bool m_ended = false;
 };
 
 }  // namespace zel::desktop

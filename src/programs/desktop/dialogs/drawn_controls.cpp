@@ -25,7 +25,7 @@ void GroupFrame::paintEvent(QPaintEvent*) {
     QStylePainter painter(this);
     const QFontMetricsF metrics(font());
     const double indent = metrics.averageCharWidth();
-    // The upper line runs through the middle of the title's, also without one.
+    // The upper edge is at half the height of a title, also without a title.
     const QRectF frame = QRectF(rect()).adjusted(0.5, std::floor(metrics.height() / 2) + 0.5, -0.5, -0.5);
     if (!m_title.isEmpty()) {
         const QRectF title(indent, 0, TextWidth(m_title, metrics) + indent, metrics.height());
@@ -34,7 +34,8 @@ void GroupFrame::paintEvent(QPaintEvent*) {
         painter.setClipRegion(QRegion(rect()) - QRegion(title.toAlignedRect()));
     }
     QColor line = palette().color(QPalette::WindowText);
-    line.setAlphaF(0.25F);  // stands out from a light and from a dark window alike
+    // Visible on light and dark windows.
+    line.setAlphaF(0.25F);
     painter.setPen(line);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.drawRoundedRect(frame, 2, 2);

@@ -6,9 +6,9 @@
 
 namespace zel::desktop {
 
-/// Controls that no widget shows as the module's dialogs have them.
+// Controls of the module's dialogs for which Qt has no suitable widget.
 
-/// A frame with a title in its upper line. It lies behind the controls, is nobody's parent, and takes no input.
+/// A frame with a title in its upper edge. It is drawn behind the controls, is not their parent, and takes no input.
 class GroupFrame : public QWidget {
   public:
     explicit GroupFrame(QWidget* parent);
@@ -21,7 +21,7 @@ class GroupFrame : public QWidget {
     QString m_title;
 };
 
-/// A push button whose text breaks at blanks.
+/// A push button whose text is broken at blanks.
 class MultiLineButton : public QPushButton {
   public:
     using QPushButton::QPushButton;
@@ -30,7 +30,7 @@ class MultiLineButton : public QPushButton {
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// A line of text; one that is too long ends in dots, and is told whole by the tool tip.
+/// One line of text. A text that is too long is elided and is the tool tip.
 class LineLabel : public QLabel {
   public:
     explicit LineLabel(QWidget* parent);

@@ -15,7 +15,7 @@ namespace zel::desktop {
 
 namespace {
 
-// Height of a closed combo box, in dialog units; the template's includes the list that drops down.
+/// Height of a closed combo box in dialog units. The template's height includes the drop-down list.
 constexpr double kClosedHeight = 13;
 
 struct ListMessages {
@@ -42,7 +42,7 @@ class ComboView : public ControlView {
         Box().setEditable(true);
         Box().setInsertPolicy(QComboBox::NoInsert);
         Box().setCompleter(nullptr);
-        // What is typed stays typed, also when it is equal to an entry.
+        // Keep typed text as it is, also if it equals an entry.
         QObject::disconnect(Box().lineEdit(), &QLineEdit::editingFinished, &Box(), nullptr);
         QObject::disconnect(Box().lineEdit(), &QLineEdit::returnPressed, &Box(), nullptr);
         QObject::connect(&Box(), &QComboBox::activated, [this](int index) {

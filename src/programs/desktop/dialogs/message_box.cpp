@@ -13,7 +13,7 @@ namespace zel::desktop {
 
 namespace {
 
-// Which of the buttons Enter means, counted from 0, stands in bits 8 to 11.
+// Bits 8 to 11 of the style: index of the default button.
 constexpr UINT kDefaultShift = 8;
 constexpr UINT kDefaultMask = 0xF;
 
@@ -62,20 +62,20 @@ QMessageBox::Icon IconOf(UINT style) {
     }
 }
 
-/// A box that can be made to insist on an answer.
+/// A box that may require an answer.
 class Box : public QMessageBox {
   public:
-    Box(QWidget* parent, bool insists) : QMessageBox(parent), m_insists(insists) {
+    Box(QWidget* parent, bool must_answer) : QMessageBox(parent), m_must_answer(must_answer) {
         setObjectName(QStringLiteral("message_box"));
     }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {
-        if (m_insists && event->key() == Qt::Key_Escape) return;
+        if (m_must_answer && event->key() == Qt::Key_Escape) return;
         QMessageBox::keyPressEvent(event);
     }
     void closeEvent(QCloseEvent* event) override {
-        if (m_insists) {
+        if (m_must_answer) {
             event->ignore();
         } else {
             QMessageBox::closeEvent(event);
@@ -83,7 +83,7 @@ class Box : public QMessageBox {
     }
 
   private:
-    bool m_insists;
+    bool m_must_answer;
 };
 
 }  // namespace
@@ -106,7 +106,8 @@ int RunMessageBox(QWidget* parent, const std::string& text, const std::string& c
     for (const BoxButton& row : buttons) {
         if (row.button == pressed) return row.id;
     }
-    return IDCANCEL;  // the program is ending
+    // No button was pressed: the program ends.
+    return IDCANCEL;
 }
 
 }  // namespace zel::desktop

@@ -14,7 +14,7 @@ namespace zel::desktop {
 
 namespace {
 
-/// The plain cursor while the user is asked something, also in the middle of a run.
+/// Shows the plain cursor while the user has to answer, also during a run.
 class PlainCursor {
   public:
     PlainCursor(QtDesktop& desktop, bool waiting) : m_desktop(desktop), m_waiting(waiting) {
@@ -29,13 +29,13 @@ class PlainCursor {
     bool m_waiting;
 };
 
-/// Keeps a dialog among those that run.
-class Listed {
+/// Registers a dialog as running during the lifetime of the object.
+class RunningDialog {
   public:
-    Listed(std::vector<DialogView*>& list, DialogView& dialog) : m_list(list) { m_list.push_back(&dialog); }
-    ~Listed() { m_list.pop_back(); }
-    Listed(const Listed&) = delete;
-    Listed& operator=(const Listed&) = delete;
+    RunningDialog(std::vector<DialogView*>& list, DialogView& dialog) : m_list(list) { m_list.push_back(&dialog); }
+    ~RunningDialog() { m_list.pop_back(); }
+    RunningDialog(const RunningDialog&) = delete;
+    RunningDialog& operator=(const RunningDialog&) = delete;
 
   private:
     std::vector<DialogView*>& m_list;
@@ -44,28 +44,28 @@ class Listed {
 }  // namespace
 
 int QtDesktop::ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) {
-    const PlainCursor plain(*this, m_waitCursor);
+    const PlainCursor plain(*this, m_wait_cursor);
     return RunMessageBox(ParentFor(owner), text, caption, style);
 }
 
 void QtDesktop::RunModal(CDialog& dialog) {
-    const PlainCursor plain(*this, m_waitCursor);
+    const PlainCursor plain(*this, m_wait_cursor);
     DialogView view(dialog, m_input, ParentFor(nullptr));
-    const Listed listed(m_dialogs, view);
+    const RunningDialog running(m_dialogs, view);
     view.Run();
 }
 
 int QtDesktop::RunFileDialog(CFileDialog& dialog, std::string& path) {
-    const PlainCursor plain(*this, m_waitCursor);
+    const PlainCursor plain(*this, m_wait_cursor);
     return PickFile(ParentFor(dialog.m_ofn.hwndOwner), dialog, path);
 }
 
-bool QtDesktop::IsKeyDown(int virtualKey) {
-    return virtualKey == VK_ESCAPE && m_input.TakeEscape();
+bool QtDesktop::IsKeyDown(int virtual_key) {
+    return virtual_key == VK_ESCAPE && m_input.TakeEscape();
 }
 
 void QtDesktop::SetWaitCursor(bool on) {
-    if (std::exchange(m_waitCursor, on) == on) return;
+    if (std::exchange(m_wait_cursor, on) == on) return;
     if (on) {
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     } else {
@@ -73,8 +73,8 @@ void QtDesktop::SetWaitCursor(bool on) {
     }
 }
 
-bool QtDesktop::RunCommand(const std::string& commandLine) {
-    return ShowTextFile(ParentFor(nullptr), commandLine);
+bool QtDesktop::RunCommand(const std::string& command_line) {
+    return ShowTextFile(ParentFor(nullptr), command_line);
 }
 
 DialogView* QtDesktop::Find(const CDialog& dialog) const {
@@ -83,14 +83,14 @@ DialogView* QtDesktop::Find(const CDialog& dialog) const {
     return found != m_dialogs.end() ? *found : nullptr;
 }
 
-/// The owner's window, else the innermost one that can be seen.
+/// The owner's window, else the innermost visible dialog, else the main window.
 QWidget* QtDesktop::ParentFor(HWND owner) const {
     for (DialogView* const view : m_dialogs) {
         if (view->Shows(owner) && view->isVisible()) return view;
     }
     const auto seen =
         std::find_if(m_dialogs.rbegin(), m_dialogs.rend(), [](const DialogView* view) { return view->isVisible(); });
-    return seen != m_dialogs.rend() ? *seen : m_mainWindow.data();
+    return seen != m_dialogs.rend() ? *seen : m_main_window.data();
 }
 
 }  // namespace zel::desktop

@@ -7,8 +7,10 @@ namespace zel::desktop {
 
 namespace {
 
-constexpr QChar kBreak(0x200B);   // zero-width space
-constexpr int kLongestWord = 48;  // characters, about a line of a message box
+/// A zero-width space.
+constexpr QChar kBreak(0x200B);
+/// In characters, about a line of a message box.
+constexpr int kLongestWord = 48;
 
 }  // namespace
 
@@ -26,9 +28,8 @@ std::string ModuleText(const QString& text) {
 int ScreenPosition(std::string_view bytes, std::size_t position) {
     const QString all = ScreenText(bytes);
     if (position >= bytes.size()) return static_cast<int>(all.size());
-    const bool byte_a_character = static_cast<std::size_t>(all.size()) == bytes.size();
-    return byte_a_character ? static_cast<int>(position)
-                            : static_cast<int>(ScreenText(bytes.substr(0, position)).size());
+    const bool one_byte_each = static_cast<std::size_t>(all.size()) == bytes.size();
+    return one_byte_each ? static_cast<int>(position) : static_cast<int>(ScreenText(bytes.substr(0, position)).size());
 }
 
 QString CutToBytes(const QString& text, std::size_t limit) {

@@ -14,13 +14,13 @@ namespace zel::desktop {
 
 namespace {
 
-// No log comes near it; a larger file is shown up to here.
+/// In bytes, far more than any log. A larger file is shown up to here.
 constexpr qint64 kLargestText = 8 << 20;
 constexpr int kColumns = 90, kLines = 30;
 
-/// What stands behind the program's name, without quotation marks.
-std::string ArgumentOf(const std::string& commandLine) {
-    std::string path = commandLine.substr(std::min(commandLine.find(' '), commandLine.size()));
+/// The part after the program's name, without quotation marks.
+std::string ArgumentOf(const std::string& command_line) {
+    std::string path = command_line.substr(std::min(command_line.find(' '), command_line.size()));
     path.erase(0, path.find_first_not_of(' '));
     if (path.size() >= 2 && path.front() == '"' && path.back() == '"') path = path.substr(1, path.size() - 2);
     return path;
@@ -28,15 +28,16 @@ std::string ArgumentOf(const std::string& commandLine) {
 
 }  // namespace
 
-bool ShowTextFile(QWidget* parent, const std::string& commandLine) {
-    const std::string path = ArgumentOf(commandLine);
+bool ShowTextFile(QWidget* parent, const std::string& command_line) {
+    const std::string path = ArgumentOf(command_line);
     QFile file(QFile::decodeName(system::NativePath(path.c_str()).c_str()));
     if (path.empty() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) return false;
     const QByteArray bytes = file.read(kLargestText);
 
     auto* const window = new QDialog(parent);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->setWindowModality(Qt::ApplicationModal);  // a dialog of the module would keep the user from it otherwise
+    // Usable although a dialog of the module is open.
+    window->setWindowModality(Qt::ApplicationModal);
     window->setWindowTitle(ScreenText(path));
     window->setObjectName(QStringLiteral("text_viewer"));
     auto* const text = new QPlainTextEdit(ScreenText({bytes.data(), static_cast<std::size_t>(bytes.size())}), window);

@@ -6,9 +6,10 @@ class QWidget;
 
 namespace zel::desktop {
 
-/// Opens a window with the text file that a command line such as "Notepad FILE" names; it can be read, not changed. The
-/// window stays when the call returns, and goes when its user closes it, or with its parent.
-/// @param parent  may be null. @return false when there is no such file, or it can't be read.
-bool ShowTextFile(QWidget* parent, const std::string& commandLine);
+/// Opens a read-only window with the text file that a command line such as "Notepad FILE" names. The window remains
+/// open after the call, until the user or its parent closes it.
+/// @param parent  may be null.
+/// @return false when the file is missing or cannot be read.
+bool ShowTextFile(QWidget* parent, const std::string& command_line);
 
 }  // namespace zel::desktop

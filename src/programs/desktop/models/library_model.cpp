@@ -6,6 +6,7 @@
 
 #include "host/export/message_title.h"
 #include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/models/message_details.h"
 #include "programs/desktop/models/thumbnail_loader.h"
 
@@ -13,7 +14,7 @@ namespace zel::desktop {
 
 namespace {
 
-/// Several screens full.
+/// More than fit on several screens.
 constexpr int kCachedThumbnails = 600;
 
 }  // namespace
@@ -28,25 +29,25 @@ LibraryModel::LibraryModel(std::string library, QSize thumbnail, QObject* parent
       m_file(std::move(library)),
       m_loader(new ThumbnailLoader(m_file, thumbnail, this)),
       m_thumbnails(kCachedThumbnails) {
-    connect(m_loader, &ThumbnailLoader::loaded, this, &LibraryModel::TakeThumbnail);
+    connect(m_loader, &ThumbnailLoader::loaded, this, &LibraryModel::AddThumbnail);
     connect(m_loader, &ThumbnailLoader::dropped, this, [this](const QString& disk, int number) {
-        m_asked.remove(CacheKey({disk.toStdString(), number}));
+        m_requested.remove(CacheKey({disk.toStdString(), number}));
     });
 }
 
 LibraryModel::~LibraryModel() = default;
 
 QString LibraryModel::CacheKey(const library::RecordingKey& key) {
-    return QString::fromUtf8(key.disk.c_str()) + QLatin1Char('\n') + QString::number(key.number);
+    return Text(key.disk) + QLatin1Char('\n') + QString::number(key.number);
 }
 
 void LibraryModel::Reload() {
     if (!m_library) m_library.emplace(m_file, library::Access::kWrite, kLibraryWait);
-    Take(m_library->Search(m_words.toStdString()));
+    Update(m_library->Search(m_query.toStdString()));
 }
 
-void LibraryModel::Search(const QString& words) {
-    m_words = words;
+void LibraryModel::Search(const QString& query) {
+    m_query = query;
     Reload();
 }
 
@@ -59,7 +60,7 @@ int LibraryModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
 }
 
-void LibraryModel::Take(std::vector<library::LibraryEntry> entries) {
+void LibraryModel::Update(std::vector<library::LibraryEntry> entries) {
     std::map<library::RecordingKey, std::string_view> recorded_at;
     for (const library::LibraryEntry& entry : m_entries) recorded_at.emplace(entry.key, entry.recorded_at);
     for (const library::LibraryEntry& entry : entries) {
@@ -73,7 +74,8 @@ void LibraryModel::Take(std::vector<library::LibraryEntry> entries) {
     endResetModel();
 }
 
-/// Takes new ones over between those that are there, when none of these is gone or has moved.
+/// Inserts new entries between the present ones. Returns false, without a change, if there are no present ones or one
+/// of them is missing or has moved.
 bool LibraryModel::InsertInto(std::vector<library::LibraryEntry>& entries) {
     std::size_t old = 0;
     for (const library::LibraryEntry& entry : entries) {
@@ -106,7 +108,7 @@ bool LibraryModel::InsertInto(std::vector<library::LibraryEntry>& entries) {
 QVariant LibraryModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const library::LibraryEntry& entry = EntryAt(index.row());
-    const QString text = QString::fromUtf8(entry.text.c_str());
+    const QString text = Text(entry.text);
     switch (role) {
         case Qt::DisplayRole:
             return TitleOf(entry.key);
@@ -129,16 +131,16 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const {
 QImage LibraryModel::ThumbnailOf(const library::LibraryEntry& entry) const {
     const QString key = CacheKey(entry.key);
     if (const QImage* image = m_thumbnails.object(key)) return *image;
-    if (!m_asked.contains(key)) {
-        m_asked.insert(key);
-        m_loader->Ask(entry.key);
+    if (!m_requested.contains(key)) {
+        m_requested.insert(key);
+        m_loader->Request(entry.key);
     }
     return {};
 }
 
-void LibraryModel::TakeThumbnail(const QString& disk, int number, const QImage& image) {
+void LibraryModel::AddThumbnail(const QString& disk, int number, const QImage& image) {
     const library::RecordingKey key{disk.toStdString(), number};
-    m_asked.remove(CacheKey(key));
+    m_requested.remove(CacheKey(key));
     m_thumbnails.insert(CacheKey(key), new QImage(image));
     const int row = RowOf(key);
     if (row >= 0) Q_EMIT dataChanged(index(row), index(row), {kThumbnail});

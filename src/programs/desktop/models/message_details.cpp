@@ -27,11 +27,10 @@ std::vector<CharacterDetail> CharactersOf(const document::DocumentContents& cont
         detail.text = Text(character.text);
         detail.code = character.code;
         detail.row = static_cast<int>(character.row);
-        detail.place = QRect(character.x, row.top, character.width, row.height);
+        detail.area = QRect(character.x, row.top, character.width, row.height);
         detail.font = Text(character.bitmap ? character.font_name : character.typeface);
         detail.font_number = character.font_number;
         detail.bitmap = character.bitmap;
-        detail.face = QColor(Text(character.face_colour));
     }
     return details;
 }
@@ -76,9 +75,9 @@ QString KindText(library::RecordingKind kind) {
     return {};
 }
 
-void AddFacts(const library::Recording& recording, MessageDetails& details) {
+void AddProperties(const library::Recording& recording, MessageDetails& details) {
     const auto add = [&](const char* name, const QString& value) {
-        if (!value.isEmpty()) details.facts.emplace_back(QLatin1String(name), value);
+        if (!value.isEmpty()) details.properties.emplace_back(QLatin1String(name), value);
     };
     add("Disk", Text(recording.disk));
     add("Number", QStringLiteral("%1").arg(recording.number, 4, 10, QLatin1Char('0')));
@@ -99,22 +98,22 @@ void AddFacts(const library::Recording& recording, MessageDetails& details) {
 
 }  // namespace
 
-QString CharacterDetail::Name() const {
+QString CharacterDetail::Description() const {
     const QString what = text.trimmed().isEmpty() ? QStringLiteral("blank") : QStringLiteral("“%1”").arg(text);
-    const QString of = bitmap ? QStringLiteral("font %1 %2").arg(font_number, 4, 10, QLatin1Char('0')).arg(font)
-                              : QStringLiteral("typeface %1").arg(font);
+    const QString from = bitmap ? QStringLiteral("font %1 %2").arg(font_number, 4, 10, QLatin1Char('0')).arg(font)
+                                : QStringLiteral("typeface %1").arg(font);
     return QStringLiteral("%1   code %2   %3   row %4   at %5, %6")
         .arg(what)
         .arg(code)
-        .arg(of.trimmed())
+        .arg(from.trimmed())
         .arg(row)
-        .arg(place.left())
-        .arg(place.top());
+        .arg(area.left())
+        .arg(area.top());
 }
 
-int MessageDetails::CharacterAt(QPoint place) const {
+int MessageDetails::CharacterAt(QPoint point) const {
     for (std::size_t i = characters.size(); i-- > 0;) {
-        if (characters[i].place.contains(place)) return static_cast<int>(i);
+        if (characters[i].area.contains(point)) return static_cast<int>(i);
     }
     return -1;
 }
@@ -127,15 +126,16 @@ QString TitleOf(const library::RecordingKey& key) {
 MessageDetails DetailsOf(const library::Recording& recording) {
     MessageDetails details;
     details.title = TitleOf({recording.disk, recording.number});
-    details.lines = ActiveLines(recording.standard);
-    details.standard = QStringLiteral("%1, %2 lines").arg(QLatin1String(NameOf(recording.standard))).arg(details.lines);
+    details.standard = QStringLiteral("%1, %2 lines")
+                           .arg(QLatin1String(NameOf(recording.standard)))
+                           .arg(ActiveLines(recording.standard));
     const document::DocumentContents contents = document::ReadDocumentText(recording.document);
     details.rows = RowsOf(contents, recording.width);
     details.characters = CharactersOf(contents);
     details.fonts = FontsOf(contents);
     details.fields = FieldsOf(contents);
     details.palette = PaletteOf(contents);
-    AddFacts(recording, details);
+    AddProperties(recording, details);
     return details;
 }
 

@@ -1,20 +1,23 @@
 #pragma once
 
 #include <QColor>
+#include <QPoint>
 #include <QRect>
 #include <QString>
-#include <QStringList>
-#include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/library/recording.h"
 
 namespace zel::desktop {
 
+// The contents of a recording, for the widgets. Rectangles are in pixels of the picture.
+
 struct RowDetail {
     int index = 0;
-    QRect band;  ///< pixels and lines of the picture; as wide as the picture.
+    /// As wide as the picture.
+    QRect band;
     QString text;
 };
 
@@ -22,51 +25,58 @@ struct CharacterDetail {
     QString text;
     int code = 0;
     int row = 0;
-    QRect place;  ///< its step and its row's lines, in the picture.
+    /// From the character to the next one, as high as the row.
+    QRect area;
+    /// Name of the font, or of the typeface of a character in text form.
     QString font;
     int font_number = 0;
+    /// In bitmap form; false: in text form.
     bool bitmap = true;
-    QColor face;
 
-    /// "'A', code 65, font 12 "Harbour", row 3, at 120, 80"
-    QString Name() const;
+    /// “A”   code 65   font 0012 Harbour   row 3   at 120, 80
+    QString Description() const;
 };
 
 struct FontDetail {
     int slot = 0;
     int number = 0;
     QString name;
-    int height = 0;    ///< lines
-    std::string file;  ///< this system's path.
+    /// In pixels.
+    int height = 0;
+    /// Path in this system's form.
+    std::string file;
 };
 
 struct FieldDetail {
-    QString name;  ///< its number, from 1, when it has none.
+    /// The field's number, from 1, if it has no name.
+    QString name;
     int row = 0;
     QRect frame;
     QColor colour;
 };
 
-/// What a recording tells beside its picture.
 struct MessageDetails {
-    QString title;     ///< disk and number.
-    QString standard;  ///< "NTSC, 486 lines"
-    int lines = 486;
+    /// Disk and number.
+    QString title;
+    /// "NTSC, 486 lines"
+    QString standard;
     std::vector<RowDetail> rows;
     std::vector<CharacterDetail> characters;
     std::vector<FontDetail> fonts;
     std::vector<FieldDetail> fields;
-    std::vector<std::vector<QColor>> palette;  ///< 8 sets of 32; none of a picture.
-    std::vector<std::pair<QString, QString>> facts;
+    /// Colour sets of a message, 8 of 32 colours; empty for a picture.
+    std::vector<std::vector<QColor>> palette;
+    /// Names and values.
+    std::vector<std::pair<QString, QString>> properties;
 
-    /// The character at a place of the picture, the last one where several lie; -1 without one.
-    int CharacterAt(QPoint place) const;
+    /// The index of the character at a point of the picture, the last one if several overlap; -1 for none.
+    int CharacterAt(QPoint point) const;
 };
 
 /// From a malformed document, returns whatever could be read.
 MessageDetails DetailsOf(const library::Recording& recording);
 
-/// "NEWS 0012", or the number alone of a disk without a name.
+/// "NEWS 0012", or the number alone for a disk without a name.
 QString TitleOf(const library::RecordingKey& key);
 
 }  // namespace zel::desktop

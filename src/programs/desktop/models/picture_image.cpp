@@ -24,9 +24,9 @@ QImage ImageOfPng(const std::string& png) {
     }
 }
 
-double PixelAspect(int width, int lines) {
-    if (width != picture::kPictureWidth) return 1.0;
-    return lines == 576 ? 12.0 / 11.0 : 10.0 / 11.0;
+double PixelRatio(QSize picture) {
+    if (picture.width() != picture::kPictureWidth) return 1.0;
+    return picture::VideoAspect(picture.height()).Ratio();
 }
 
 }  // namespace zel::desktop

@@ -1,20 +1,21 @@
 #pragma once
 
 #include <QImage>
+#include <QSize>
 #include <string>
 
 #include "host/picture/picture.h"
 
 namespace zel::desktop {
 
-/// A copy of a picture; straight alpha.
+/// A copy of a picture, with straight alpha.
 QImage ImageOf(const picture::Picture& picture);
 
-/// The picture of a PNG file's bytes; a null image for bytes that are none.
+/// Decodes the bytes of a PNG file; a null image if they are not valid.
 QImage ImageOfPng(const std::string& png);
 
-/// How many times as wide as high a pixel of the picture is: 4:3 screens of 720 pixels and 486 or 576 lines. A picture
-/// of another width has square pixels.
-double PixelAspect(int width, int lines);
+/// Width of a pixel in units of its height. A picture of the width of a frame has the pixels of its video standard, by
+/// its height; any other picture has square pixels.
+double PixelRatio(QSize picture);
 
 }  // namespace zel::desktop

@@ -1,30 +1,41 @@
 #include "programs/desktop/models/thumbnail_loader.h"
 
 #include <algorithm>
+#include <exception>
 #include <optional>
 
 #include "host/library/library.h"
+#include "host/picture/png_reader.h"
+#include "host/picture/resample.h"
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
 
 namespace zel::desktop {
 
 namespace {
 
-/// More than a screen shows.
-constexpr std::size_t kMostRequests = 128;
+/// More than fit on a screen.
+constexpr std::size_t kMaxRequests = 128;
 
-QImage Thumbnail(const QImage& picture, QSize most) {
-    if (picture.isNull()) return picture;
-    const double aspect = PixelAspect(picture.width(), picture.height());
-    const QSize shape(qRound(picture.width() * aspect), picture.height());
-    return picture.convertToFormat(QImage::Format_ARGB32_Premultiplied)
-        .scaled(shape.scaled(most, Qt::KeepAspectRatio), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+/// The picture of a PNG file with square pixels, as large as fits; a null image for bytes that are not valid.
+QImage ThumbnailOf(const std::string& png, QSize largest) {
+    if (png.empty()) return {};
+    try {
+        const picture::Picture picture = picture::DecodePng(png);
+        const double ratio = PixelRatio({picture.width, picture.height});
+        const QSize size = QSize(qRound(picture.width * ratio), picture.height)
+                               .scaled(largest, Qt::KeepAspectRatio)
+                               .expandedTo({1, 1});
+        return ImageOf(picture::Stretched(picture, size.width(), size.height()));
+    } catch (const std::exception&) {  // not valid, or too large for the memory
+        return {};
+    }
 }
 
 }  // namespace
 
 ThumbnailLoader::ThumbnailLoader(std::string library, QSize size, QObject* parent)
-    : QObject(parent), m_library(std::move(library)), m_size(size), m_thread([this] { Work(); }) {}
+    : QObject(parent), m_library(std::move(library)), m_size(size), m_thread([this] { Run(); }) {}
 
 ThumbnailLoader::~ThumbnailLoader() {
     {
@@ -35,21 +46,21 @@ ThumbnailLoader::~ThumbnailLoader() {
     m_thread.join();
 }
 
-void ThumbnailLoader::Ask(const library::RecordingKey& key) {
-    std::optional<library::RecordingKey> given_up;
+void ThumbnailLoader::Request(const library::RecordingKey& key) {
+    std::optional<library::RecordingKey> discarded;
     {
         const std::lock_guard lock(m_mutex);
         m_requests.push_back(key);
-        if (m_requests.size() > kMostRequests) {
-            given_up = m_requests.front();
+        if (m_requests.size() > kMaxRequests) {
+            discarded = m_requests.front();
             m_requests.pop_front();
         }
     }
     m_changed.notify_all();
-    if (given_up) Q_EMIT dropped(QString::fromUtf8(given_up->disk.c_str()), given_up->number);
+    if (discarded) Q_EMIT dropped(Text(discarded->disk), discarded->number);
 }
 
-void ThumbnailLoader::Work() {
+void ThumbnailLoader::Run() {
     std::optional<library::Library> library;
     for (;;) {
         library::RecordingKey key;
@@ -63,11 +74,11 @@ void ThumbnailLoader::Work() {
         QImage image;
         try {
             if (!library) library.emplace(m_library, library::Access::kRead);
-            image = Thumbnail(ImageOfPng(library->Picture(key)), m_size);
+            image = ThumbnailOf(library->Picture(key), m_size);
         } catch (const library::LibraryError&) {
             library.reset();
         }
-        Q_EMIT loaded(QString::fromUtf8(key.disk.c_str()), key.number, image);
+        Q_EMIT loaded(Text(key.disk), key.number, image);
     }
 }
 

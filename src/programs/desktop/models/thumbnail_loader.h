@@ -13,32 +13,33 @@
 
 namespace zel::desktop {
 
-/// Reads pictures out of a library and makes thumbnails of them, on a thread of its own. What was asked for last comes
-/// first, since it is on the screen.
+/// Reads pictures from a library and scales them to thumbnails, on a thread of its own. The latest request is handled
+/// first, since its item is on the screen.
 class ThumbnailLoader : public QObject {
     Q_OBJECT
 
   public:
-    /// @param size  of the largest thumbnail, in the screen's own pixels.
+    /// @param size  of the largest thumbnail, in device pixels.
     ThumbnailLoader(std::string library, QSize size, QObject* parent = nullptr);
     ~ThumbnailLoader() override;
 
-    void Ask(const library::RecordingKey& key);
+    void Request(const library::RecordingKey& key);
 
   Q_SIGNALS:
-    /// A null image when there is no picture. Sent from the loader's thread.
+    /// A null image when there is no picture. Emitted from the loader's thread.
     void loaded(const QString& disk, int number, const QImage& image);
-    /// A request was given up, because so many came after it; to be asked for again when it is needed.
+    /// A request was discarded, because too many followed. Request it again when it is needed.
     void dropped(const QString& disk, int number);
 
   private:
-    void Work();
+    void Run();
 
     const std::string m_library;
     const QSize m_size;
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<library::RecordingKey> m_requests;  // the newest last
+    /// The newest last.
+    std::deque<library::RecordingKey> m_requests;
     bool m_closed = false;
     std::thread m_thread;
 };

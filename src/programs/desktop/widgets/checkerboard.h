@@ -4,7 +4,7 @@
 
 namespace zel::desktop {
 
-/// Light and dark squares, as they stand behind what can be seen through.
+/// Light and dark squares, the background of transparent pictures.
 QBrush Checkerboard();
 
 }  // namespace zel::desktop

@@ -9,9 +9,9 @@ namespace zel::desktop {
 
 namespace {
 
-constexpr int kBetweenColumns = 6;
+constexpr int kColumnGap = 6;
 
-/// A frame around it shows also a colour that is the table's own.
+/// A square of a colour. Its frame is visible on a background of the same colour.
 QPixmap SwatchOf(const QColor& colour) {
     constexpr int kSide = 14;
     QPixmap swatch(kSide, kSide);
@@ -24,13 +24,13 @@ QPixmap SwatchOf(const QColor& colour) {
 
 }  // namespace
 
-DetailTable::DetailTable(const QStringList& heads, QString words, QWidget* parent)
+DetailTable::DetailTable(const QStringList& headers, QString empty_text, QWidget* parent)
     : QTableView(parent),
-      m_lines(new QStandardItemModel(0, static_cast<int>(heads.size()), this)),
-      m_words(std::move(words)) {
-    constexpr int kAroundText = 8;
-    m_lines->setHorizontalHeaderLabels(heads);
-    setModel(m_lines);
+      m_rows(new QStandardItemModel(0, static_cast<int>(headers.size()), this)),
+      m_empty_text(std::move(empty_text)) {
+    constexpr int kRowMargin = 8;
+    m_rows->setHorizontalHeaderLabels(headers);
+    setModel(m_rows);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setTabKeyNavigation(false);
@@ -38,17 +38,17 @@ DetailTable::DetailTable(const QStringList& heads, QString words, QWidget* paren
     setAlternatingRowColors(true);
     setWordWrap(false);
     verticalHeader()->hide();
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kAroundText);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowMargin);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 void DetailTable::Clear() {
-    m_lines->setRowCount(0);
+    m_rows->setRowCount(0);
 }
 
-void DetailTable::AddLine(const QStringList& texts, const QColor& colour) {
+void DetailTable::AddRow(const QStringList& texts, const QColor& colour) {
     QList<QStandardItem*> items;
     for (const QString& text : texts) {
         items.append(new QStandardItem(text));
@@ -56,27 +56,27 @@ void DetailTable::AddLine(const QStringList& texts, const QColor& colour) {
         items.back()->setToolTip(text);
     }
     if (colour.isValid()) items.front()->setData(SwatchOf(colour), Qt::DecorationRole);
-    m_lines->appendRow(items);
+    m_rows->appendRow(items);
 }
 
 void DetailTable::FitColumns() {
-    QHeaderView& heads = *horizontalHeader();
-    heads.setStretchLastSection(false);
-    const int last = m_lines->columnCount() - 1;
+    QHeaderView& header = *horizontalHeader();
+    header.setStretchLastSection(false);
+    const int last = m_rows->columnCount() - 1;
     for (int column = 0; column < last; ++column) {
         resizeColumnToContents(column);
-        setColumnWidth(column, columnWidth(column) + kBetweenColumns);
+        setColumnWidth(column, columnWidth(column) + kColumnGap);
     }
-    heads.resizeSection(last, heads.minimumSectionSize());
-    heads.setStretchLastSection(true);
+    header.resizeSection(last, header.minimumSectionSize());
+    header.setStretchLastSection(true);
 }
 
 void DetailTable::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
-    if (m_lines->rowCount() != 0) return;
+    if (m_rows->rowCount() != 0) return;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, m_words);
+    painter.drawText(viewport()->rect(), Qt::AlignCenter, m_empty_text);
 }
 
 }  // namespace zel::desktop

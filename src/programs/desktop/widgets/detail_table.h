@@ -7,26 +7,26 @@ class QStandardItemModel;
 
 namespace zel::desktop {
 
-/// A list of facts in columns, a line each; words stand in its middle while it has none.
+/// A read-only table. While it is empty, it shows a message in its middle.
 class DetailTable : public QTableView {
     Q_OBJECT
 
   public:
-    /// @param words  "No rows".
-    DetailTable(const QStringList& heads, QString words, QWidget* parent = nullptr);
+    /// @param empty_text  shown while the table is empty, such as "No rows".
+    DetailTable(const QStringList& headers, QString empty_text, QWidget* parent = nullptr);
 
     void Clear();
-    /// @param colour  shown before the first text; an invalid one isn't.
-    void AddLine(const QStringList& texts, const QColor& colour = {});
-    /// To be called behind the last line: the last column takes what the others leave.
+    /// @param colour  shown before the first text, if valid.
+    void AddRow(const QStringList& texts, const QColor& colour = {});
+    /// Call after the last AddRow. The last column gets the remaining width.
     void FitColumns();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    QStandardItemModel* m_lines;
-    const QString m_words;
+    QStandardItemModel* m_rows;
+    const QString m_empty_text;
 };
 
 }  // namespace zel::desktop

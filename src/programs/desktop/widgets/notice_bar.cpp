@@ -9,9 +9,9 @@ namespace zel::desktop {
 
 namespace {
 
-constexpr qsizetype kMost = 4;
+constexpr qsizetype kMaxNotices = 4;
 
-/// What can be broken at the end of a line: a path is longer than the window is wide.
+/// Allows line breaks in paths, which may be longer than the window is wide.
 QString Breakable(QString text) {
     return text.replace(QLatin1Char('/'), QStringLiteral("/\u200B"));
 }
@@ -44,22 +44,22 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), m_icon(new QLabel(this))
 void NoticeBar::Warn(const QString& text, const QString& advice) {
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side, side));
-    const QString told = advice.isEmpty() ? text : text + u'\n' + advice;
-    m_told.removeAll(told);
-    m_told.append(told);
-    if (m_told.size() > kMost) {
-        m_told.removeFirst();
-        ++m_left_out;
+    const QString notice = advice.isEmpty() ? text : text + u'\n' + advice;
+    m_notices.removeAll(notice);
+    m_notices.append(notice);
+    if (m_notices.size() > kMaxNotices) {
+        m_notices.removeFirst();
+        ++m_removed;
     }
-    const QString before = m_left_out == 0 ? QString() : tr("… and %1 before this:").arg(m_left_out) + u'\n';
-    m_text->setText(Breakable(before + m_told.join(u'\n')));
+    const QString before = m_removed == 0 ? QString() : tr("… and %1 earlier:").arg(m_removed) + u'\n';
+    m_text->setText(Breakable(before + m_notices.join(u'\n')));
     m_text->setAccessibleName(Text());
     show();
 }
 
 void NoticeBar::Clear() {
-    m_told.clear();
-    m_left_out = 0;
+    m_notices.clear();
+    m_removed = 0;
     m_text->clear();
     hide();
 }

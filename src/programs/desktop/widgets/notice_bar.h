@@ -7,23 +7,23 @@ class QLabel;
 
 namespace zel::desktop {
 
-/// A line above the picture that says what went wrong, or what was done, until it is closed. Nothing waits for it.
+/// Shows error notices above the picture until it is closed. It does not block.
 class NoticeBar : public QFrame {
     Q_OBJECT
 
   public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    /// Stands below what was told before, the oldest of which goes when there is too much.
-    /// @param advice  what can be done about it; may be empty.
+    /// Adds a notice below the others. When there are too many, the oldest is removed.
+    /// @param advice  what the user can do about it; may be empty.
     void Warn(const QString& text, const QString& advice = {});
-    /// Empties and hides it.
+    /// Removes all notices and hides the bar.
     void Clear();
     QString Text() const;
 
   private:
-    QStringList m_told;
-    int m_left_out = 0;
+    QStringList m_notices;
+    int m_removed = 0;
     QLabel* m_icon;
     QLabel* m_text;
 };

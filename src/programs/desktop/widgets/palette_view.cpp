@@ -8,7 +8,7 @@ namespace zel::desktop {
 
 namespace {
 
-constexpr int kColumns = 32, kRows = 8, kMostCell = 18;
+constexpr int kColumns = 32, kRows = 8, kMaxCell = 18;
 
 }  // namespace
 
@@ -30,16 +30,16 @@ QSize PaletteView::sizeHint() const {
 }
 
 QRect PaletteView::CellAt(int set, int entry) const {
-    const int side = std::clamp(std::min((width() - 8) / kColumns, (height() - 8) / kRows), 4, kMostCell);
+    const int side = std::clamp(std::min((width() - 8) / kColumns, (height() - 8) / kRows), 4, kMaxCell);
     return {4 + entry * side, 4 + set * side, side - 1, side - 1};
 }
 
 void PaletteView::PointAt(QPoint cell) {
-    const bool there = cell.y() >= 0 && cell.y() < static_cast<int>(m_sets.size()) && cell.x() >= 0 &&
-                       cell.x() < static_cast<int>(m_sets[static_cast<std::size_t>(cell.y())].size());
-    m_cell = there ? cell : QPoint(-1, -1);
+    const bool exists = cell.y() >= 0 && cell.y() < static_cast<int>(m_sets.size()) && cell.x() >= 0 &&
+                        cell.x() < static_cast<int>(m_sets[static_cast<std::size_t>(cell.y())].size());
+    m_cell = exists ? cell : QPoint(-1, -1);
     QString name;
-    if (there) {
+    if (exists) {
         const QColor colour = m_sets[static_cast<std::size_t>(cell.y())][static_cast<std::size_t>(cell.x())];
         name = tr("colour set %1, entry %2: %3").arg(cell.y()).arg(cell.x()).arg(colour.name().toUpper());
     }
@@ -65,9 +65,9 @@ void PaletteView::paintEvent(QPaintEvent* /*event*/) {
 
 void PaletteView::mouseMoveEvent(QMouseEvent* event) {
     const QRect first = CellAt(0, 0);
-    const QPoint place = event->pos() - first.topLeft();
+    const QPoint point = event->pos() - first.topLeft();
     const int side = first.width() + 1;
-    PointAt(place.x() < 0 || place.y() < 0 ? QPoint(-1, -1) : QPoint(place.x() / side, place.y() / side));
+    PointAt(point.x() < 0 || point.y() < 0 ? QPoint(-1, -1) : QPoint(point.x() / side, point.y() / side));
 }
 
 void PaletteView::leaveEvent(QEvent* /*event*/) {

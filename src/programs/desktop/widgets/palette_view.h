@@ -6,7 +6,7 @@
 
 namespace zel::desktop {
 
-/// The colours of a palette: a line for each set. Entries can be walked through by the arrow keys.
+/// The colours of a palette, one row for each colour set. The arrow keys and the pointer select an entry.
 class PaletteView : public QWidget {
     Q_OBJECT
 
@@ -19,6 +19,7 @@ class PaletteView : public QWidget {
     QSize minimumSizeHint() const override { return {160, 48}; }
 
   Q_SIGNALS:
+    /// Describes the selected entry; empty for none.
     void pointedAt(const QString& name);
 
   protected:
@@ -32,7 +33,8 @@ class PaletteView : public QWidget {
     void PointAt(QPoint cell);
 
     std::vector<std::vector<QColor>> m_sets;
-    QPoint m_cell{-1, -1};  // x: entry, y: set
+    /// The selected entry (x) and its set (y); -1 for none.
+    QPoint m_cell{-1, -1};
 };
 
 }  // namespace zel::desktop

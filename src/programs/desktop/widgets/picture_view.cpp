@@ -18,10 +18,10 @@ namespace zel::desktop {
 namespace {
 
 constexpr double kSmallest = 0.1, kLargest = 16.0, kStep = 1.25;
-/// Around a picture that fits itself, pixels.
+/// Around a fitted picture, in pixels.
 constexpr int kMargin = 12;
 const QColor kFieldColour(0, 216, 255), kMarkColour(255, 200, 0), kActionColour(255, 80, 80), kTitleColour(80, 255, 80);
-/// Parts of width and height that every screen shows, and that titles stay in.
+/// Parts of width and height that every screen shows, and within which titles are placed.
 constexpr double kActionSafe = 0.93, kTitleSafe = 0.90;
 
 /// The alpha as an opaque grey.
@@ -33,7 +33,7 @@ QImage KeyOf(const QImage& picture) {
 
 }  // namespace
 
-PictureView::PictureView(QWidget* parent) : QAbstractScrollArea(parent), m_ground(Checkerboard()) {
+PictureView::PictureView(QWidget* parent) : QAbstractScrollArea(parent), m_background(Checkerboard()) {
     setObjectName(QStringLiteral("picture"));
     setAccessibleName(tr("Picture of the message"));
     setFocusPolicy(Qt::StrongFocus);
@@ -43,23 +43,22 @@ PictureView::PictureView(QWidget* parent) : QAbstractScrollArea(parent), m_groun
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
-void PictureView::Show(const QImage& picture, const MessageDetails& details, const QString& words) {
+void PictureView::Show(const QImage& picture, const MessageDetails& details, const QString& message) {
     m_picture = picture;
     m_details = details;
-    m_words = words;
+    m_message = message;
     m_mark = {};
     PointAt(-1);
-    SetKeyAlone(m_key);
-    Place();
+    SetKeyOnly(m_key);
+    UpdateLayout();
 }
 
-void PictureView::SetGround(Ground ground, const QColor& colour) {
-    m_kind = ground;
-    m_ground = ground == Ground::kCheckerboard ? Checkerboard() : QBrush(colour);
+void PictureView::SetBackground(Background background, const QColor& colour) {
+    m_background = background == Background::kCheckerboard ? Checkerboard() : QBrush(colour);
     viewport()->update();
 }
 
-void PictureView::SetKeyAlone(bool on) {
+void PictureView::SetKeyOnly(bool on) {
     m_key = on;
     m_shown = {};
     if (!m_picture.isNull())
@@ -69,7 +68,7 @@ void PictureView::SetKeyAlone(bool on) {
 
 void PictureView::SetPixelAspect(bool on) {
     m_aspect = on;
-    Place();
+    UpdateLayout();
 }
 
 void PictureView::SetFields(bool on) {
@@ -88,7 +87,7 @@ void PictureView::Mark(const QRect& part) {
 }
 
 double PictureView::Aspect() const {
-    return m_aspect ? PixelAspect(m_picture.width(), m_picture.height()) : 1.0;
+    return m_aspect ? PixelRatio(m_picture.size()) : 1.0;
 }
 
 QSizeF PictureView::SizeAt(double zoom) const {
@@ -112,9 +111,9 @@ QTransform PictureView::ToView() const {
     return QTransform::fromTranslate(origin.x(), origin.y()).scale(Aspect() * scale, scale);
 }
 
-/// Takes over a new size of picture or view.
-void PictureView::Place() {
-    if (m_fits && !m_picture.isNull()) {
+/// Adapts zoom and scroll bars to the size of picture and view.
+void PictureView::UpdateLayout() {
+    if (m_fitted && !m_picture.isNull()) {
         const QSizeF one = SizeAt(1.0);
         const QSize room = maximumViewportSize() - QSize(2 * kMargin, 2 * kMargin);
         m_zoom = std::clamp(std::min(room.width() / one.width(), room.height() / one.height()), kSmallest, kLargest);
@@ -131,13 +130,13 @@ void PictureView::Place() {
     Q_EMIT zoomed(m_zoom);
 }
 
-/// @param around  place of the view that keeps its part of the picture.
+/// @param around  point of the view at which the picture does not move.
 void PictureView::ZoomTo(double zoom, QPointF around) {
     if (m_picture.isNull()) return;
     const QPointF in_picture = ToView().inverted().map(around);
-    m_fits = false;
+    m_fitted = false;
     m_zoom = std::clamp(zoom, kSmallest, kLargest);
-    Place();
+    UpdateLayout();
     const QPointF moved = ToView().map(in_picture) - around;
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(moved.x()));
     verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(moved.y()));
@@ -156,12 +155,12 @@ void PictureView::ShowActualPixels() {
 }
 
 void PictureView::Fit() {
-    m_fits = true;
-    Place();
+    m_fitted = true;
+    UpdateLayout();
 }
 
 void PictureView::resizeEvent(QResizeEvent* /*event*/) {
-    Place();
+    UpdateLayout();
 }
 
 void PictureView::wheelEvent(QWheelEvent* event) {
@@ -175,10 +174,10 @@ void PictureView::PointAt(int character) {
     m_pointed = character;
     viewport()->update();
     const bool none = character < 0;
-    Q_EMIT pointedAt(none ? QString() : m_details.characters[static_cast<std::size_t>(character)].Name());
+    Q_EMIT pointedAt(none ? QString() : m_details.characters[static_cast<std::size_t>(character)].Description());
 }
 
-// The arrow keys go from character to character, as the pointer does.
+// Left and Right select the previous and the next character.
 void PictureView::keyPressEvent(QKeyEvent* event) {
     const int count = static_cast<int>(m_details.characters.size());
     const int step = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
@@ -200,12 +199,12 @@ void PictureView::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     m_pressed.reset();
-    const QPointF place = ToView().inverted().map(event->position());
-    PointAt(m_details.CharacterAt({static_cast<int>(std::floor(place.x())), static_cast<int>(std::floor(place.y()))}));
+    const QPointF point = ToView().inverted().map(event->position());
+    PointAt(m_details.CharacterAt({static_cast<int>(std::floor(point.x())), static_cast<int>(std::floor(point.y()))}));
 }
 
 void PictureView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (m_fits) {
+    if (m_fitted) {
         ZoomTo(1.0, event->position());
     } else {
         Fit();
@@ -216,9 +215,10 @@ bool PictureView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave && !hasFocus()) PointAt(-1);
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        QToolTip::showText(help->globalPos(),
-                           m_pointed < 0 ? QString() : m_details.characters[static_cast<std::size_t>(m_pointed)].Name(),
-                           viewport());
+        QToolTip::showText(
+            help->globalPos(),
+            m_pointed < 0 ? QString() : m_details.characters[static_cast<std::size_t>(m_pointed)].Description(),
+            viewport());
         return true;
     }
     return QAbstractScrollArea::viewportEvent(event);
@@ -227,12 +227,12 @@ bool PictureView::viewportEvent(QEvent* event) {
 void PictureView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(viewport());
     painter.fillRect(viewport()->rect(), palette().color(QPalette::Window));
-    if (m_shown.isNull()) return PaintWords(painter);
+    if (m_shown.isNull()) return PaintMessage(painter);
     const QTransform to_view = ToView();
     const QRectF place = to_view.mapRect(QRectF(m_shown.rect()));
     painter.setBrushOrigin(place.topLeft());
-    painter.fillRect(place, m_key ? QBrush(Qt::black) : m_ground);
-    // Enlarged far, pixels are to be seen as they are.
+    painter.fillRect(place, m_key ? QBrush(Qt::black) : m_background);
+    // At a large scale, show single pixels.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, m_zoom < 4.0);
     painter.drawImage(place, m_shown);
     PaintOverlays(painter);
@@ -251,7 +251,7 @@ void PictureView::PaintOverlays(QPainter& painter) const {
     painter.setPen(QPen(kMarkColour, 2));
     if (!m_mark.isEmpty()) painter.drawRect(to_view.mapRect(QRectF(m_mark)));
     if (m_pointed >= 0) {
-        const QRectF place(m_details.characters[static_cast<std::size_t>(m_pointed)].place);
+        const QRectF place(m_details.characters[static_cast<std::size_t>(m_pointed)].area);
         painter.setPen(QPen(Qt::black, 3));
         painter.drawRect(to_view.mapRect(place));
         painter.setPen(QPen(kMarkColour, 1));
@@ -261,22 +261,22 @@ void PictureView::PaintOverlays(QPainter& painter) const {
 
 void PictureView::PaintFields(QPainter& painter) const {
     const QTransform to_view = ToView();
-    QList<QRectF> plates;
+    QList<QRectF> labels;
     for (const FieldDetail& field : m_details.fields) {
         const QRectF frame = to_view.mapRect(QRectF(field.frame));
         painter.setPen(QPen(kFieldColour, 1));
         painter.drawRect(frame);
-        QRectF plate = QRectF(painter.fontMetrics().boundingRect(field.name)).adjusted(-3, -1, 3, 1);
-        plate.moveBottomLeft(frame.topLeft());
-        if (plate.top() < 0) plate.moveTopLeft(frame.topLeft());
-        // Fields may begin in the same place.
-        for (const QRectF& placed : std::as_const(plates)) {
-            if (placed.intersects(plate)) plate.moveLeft(placed.right() + 2);
+        QRectF label = QRectF(painter.fontMetrics().boundingRect(field.name)).adjusted(-3, -1, 3, 1);
+        label.moveBottomLeft(frame.topLeft());
+        if (label.top() < 0) label.moveTopLeft(frame.topLeft());
+        // Fields may begin at the same position.
+        for (const QRectF& placed : std::as_const(labels)) {
+            if (placed.intersects(label)) label.moveLeft(placed.right() + 2);
         }
-        plates.append(plate);
-        painter.fillRect(plate, QColor(0, 24, 40, 208));
+        labels.append(label);
+        painter.fillRect(label, QColor(0, 24, 40, 208));
         painter.setPen(QColor(0xC8, 0xF4, 0xFF));
-        painter.drawText(plate, Qt::AlignCenter, field.name);
+        painter.drawText(label, Qt::AlignCenter, field.name);
     }
 }
 
@@ -287,7 +287,7 @@ void PictureView::PaintSafeAreas(QPainter& painter) const {
         area.moveCenter(whole.center());
         painter.setPen(QPen(colour, 1, Qt::DashLine));
         painter.drawRect(area);
-        // Both names stand inside the inner area: between the two there is no room.
+        // Both labels are inside the inner area: between the areas there is not enough space.
         QRectF label(0, 0, whole.width() * kTitleSafe, whole.height() * kTitleSafe);
         label.moveCenter(whole.center());
         label.adjust(4, 2, -4, -2);
@@ -300,10 +300,10 @@ void PictureView::PaintSafeAreas(QPainter& painter) const {
     paint(kTitleSafe, kTitleColour, tr("title safe, 90 %"), Qt::AlignRight);
 }
 
-void PictureView::PaintWords(QPainter& painter) const {
+void PictureView::PaintMessage(QPainter& painter) const {
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_words);
+                     Qt::AlignCenter | Qt::TextWordWrap, m_message);
 }
 
 }  // namespace zel::desktop

@@ -9,25 +9,26 @@
 
 namespace zel::desktop {
 
-/// Shows a picture with its alpha over a ground, and what lies where in it.
+/// Shows a picture with its alpha on a background, and the characters and tab fields in it.
 class PictureView : public QAbstractScrollArea {
     Q_OBJECT
 
   public:
-    enum class Ground { kCheckerboard, kColour };
+    enum class Background { kCheckerboard, kColour };
 
     explicit PictureView(QWidget* parent = nullptr);
 
-    /// @param picture  straight alpha; a null image shows `words` instead.
-    void Show(const QImage& picture, const MessageDetails& details, const QString& words);
+    /// @param picture  straight alpha. For a null image, `message` is shown instead.
+    void Show(const QImage& picture, const MessageDetails& details, const QString& message);
 
-    /// Screen pixels for a line of the picture; the picture is as large as the view while it fits itself.
+    /// Device pixels per pixel of the picture's height.
     double Zoom() const noexcept { return m_zoom; }
-    bool FitsItself() const noexcept { return m_fits; }
-    void SetGround(Ground ground, const QColor& colour = {});
-    /// The picture as it is painted, without what lies behind and above it.
+    /// The picture is scaled to the size of the view.
+    bool IsFitted() const noexcept { return m_fitted; }
+    void SetBackground(Background background, const QColor& colour = {});
+    /// The picture as painted, without background and overlays.
     const QImage& Shown() const noexcept { return m_shown; }
-    /// Marks a part of the picture; an empty one marks nothing.
+    /// Outlines a part of the picture; an empty one removes the outline.
     void Mark(const QRect& part);
 
   public Q_SLOTS:
@@ -36,14 +37,15 @@ class PictureView : public QAbstractScrollArea {
     void Fit();
     void ShowActualPixels();
     void SetPixelAspect(bool on);
-    void SetKeyAlone(bool on);
+    void SetKeyOnly(bool on);
     void SetFields(bool on);
     void SetSafeAreas(bool on);
 
   Q_SIGNALS:
-    /// The character that the pointer or the arrow keys are at; empty when there is none.
-    void pointedAt(const QString& name);
+    /// Describes the character selected by the pointer or the arrow keys; empty for none.
+    void pointedAt(const QString& description);
     void zoomed(double zoom);
+    /// The user starts to drag the picture.
     void dragged();
 
   protected:
@@ -59,7 +61,7 @@ class PictureView : public QAbstractScrollArea {
 
   private:
     void ZoomTo(double zoom, QPointF around);
-    void Place();
+    void UpdateLayout();
     QSizeF SizeAt(double zoom) const;
     QPointF Origin() const;
     QTransform ToView() const;
@@ -67,18 +69,19 @@ class PictureView : public QAbstractScrollArea {
     void PaintOverlays(QPainter& painter) const;
     void PaintFields(QPainter& painter) const;
     void PaintSafeAreas(QPainter& painter) const;
-    void PaintWords(QPainter& painter) const;
+    void PaintMessage(QPainter& painter) const;
     double Aspect() const;
 
-    QImage m_picture;  // straight alpha
-    QImage m_shown;    // premultiplied, or the key alone
+    /// Straight alpha.
+    QImage m_picture;
+    /// Premultiplied, or the key only.
+    QImage m_shown;
     MessageDetails m_details;
-    QString m_words;
+    QString m_message;
     double m_zoom = 1.0;
-    bool m_fits = true;
+    bool m_fitted = true;
     bool m_aspect = true, m_key = false, m_fields = false, m_safe = false;
-    QBrush m_ground;
-    Ground m_kind = Ground::kCheckerboard;
+    QBrush m_background;
     QRect m_mark;
     int m_pointed = -1;
     std::optional<QPoint> m_pressed;

@@ -7,7 +7,7 @@ namespace zel::desktop {
 
 namespace {
 
-/// Drawn on a field of 16 by 16.
+/// Draws the icon in a square of 16 units.
 void Draw(QPainter& painter) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(0x5C, 0x5C, 0x5C));

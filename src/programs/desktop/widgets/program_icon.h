@@ -4,7 +4,7 @@
 
 namespace zel::desktop {
 
-/// The program's own icon: a lower third on a checkerboard.
+/// The program's icon: a lower third on a checkerboard.
 QIcon ProgramIcon();
 
 }  // namespace zel::desktop

@@ -17,33 +17,35 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("start_page"));
 }
 
-void StartPage::Offer(const QList<Way>& ways) {
-    auto* const around = new QHBoxLayout(this);
+void StartPage::AddChoices(const QList<Choice>& choices) {
+    auto* const row = new QHBoxLayout(this);
     auto* const column = new QVBoxLayout;
-    around->addStretch();
-    around->addLayout(column);
-    around->addStretch();
+    row->addStretch();
+    row->addLayout(column);
+    row->addStretch();
     column->addStretch();
-    auto* const head = new QLabel(tr("Import your first messages"));
-    QFont large = head->font();
+    auto* const title = new QLabel(tr("Import your first messages"));
+    QFont large = title->font();
     large.setPointSizeF(large.pointSizeF() * 1.6);
-    head->setFont(large);
-    column->addWidget(head);
-    auto* const words = new QLabel(tr("Drop a disk, a folder or a message file anywhere on this window."));
-    words->setWordWrap(true);
-    words->setMaximumWidth(kWidth);
-    column->addWidget(words);
+    title->setFont(large);
+    column->addWidget(title);
+    auto* const hint = new QLabel(tr("Drop a disk, a folder or a message file anywhere on this window."));
+    hint->setWordWrap(true);
+    hint->setMaximumWidth(kWidth);
+    column->addWidget(hint);
     column->addSpacing(12);
-    for (const Way& way : ways) {
-        const QString keys = way.action->shortcut().toString(QKeySequence::NativeText);
+    for (const Choice& choice : choices) {
+        const QString keys = choice.action->shortcut().toString(QKeySequence::NativeText);
         auto* const button = new QCommandLinkButton(
-            way.action->text(), keys.isEmpty() ? way.purpose : way.purpose + QStringLiteral("  (") + keys + u')');
+            choice.action->text(),
+            keys.isEmpty() ? choice.description : choice.description + QStringLiteral("  (") + keys + u')');
         button->setMinimumWidth(kWidth);
-        button->setAutoDefault(true);  // Enter presses it
-        button->setEnabled(way.action->isEnabled());
-        connect(button, &QAbstractButton::clicked, way.action, &QAction::trigger);
-        connect(way.action, &QAction::changed, button,
-                [button, action = way.action] { button->setEnabled(action->isEnabled()); });
+        // Enter presses it.
+        button->setAutoDefault(true);
+        button->setEnabled(choice.action->isEnabled());
+        connect(button, &QAbstractButton::clicked, choice.action, &QAction::trigger);
+        connect(choice.action, &QAction::changed, button,
+                [button, action = choice.action] { button->setEnabled(action->isEnabled()); });
         column->addWidget(button);
         if (focusProxy() == nullptr) setFocusProxy(button);
     }

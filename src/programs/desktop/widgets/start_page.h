@@ -7,21 +7,21 @@ class QAction;
 
 namespace zel::desktop {
 
-/// What stands in the middle while there is no message: the ways to get some, a large button each.
+/// Shown while the library is empty: a large button for each way to import messages.
 class StartPage : public QWidget {
     Q_OBJECT
 
   public:
-    /// An action, and one sentence on what it is for.
-    struct Way {
+    struct Choice {
         QAction* action;
-        QString purpose;
+        /// One line.
+        QString description;
     };
 
     explicit StartPage(QWidget* parent = nullptr);
 
-    /// Once. The buttons do what the actions do, and are enabled as they are.
-    void Offer(const QList<Way>& ways);
+    /// Adds the buttons; called once. They trigger the actions and are enabled with them.
+    void AddChoices(const QList<Choice>& choices);
 };
 
 }  // namespace zel::desktop

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kCellMargin = 6;
 
-void DrawMark(QPainter& painter, const QRect& frame) {
+void DrawWarningIcon(QPainter& painter, const QRect& frame) {
     constexpr int kSize = 16;
     const QIcon icon = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
     icon.paint(&painter, QRect(frame.right() - kSize - 3, frame.top() + 4, kSize, kSize));
@@ -20,7 +20,7 @@ void DrawMark(QPainter& painter, const QRect& frame) {
 
 }  // namespace
 
-ThumbnailDelegate::ThumbnailDelegate(QObject* parent) : QStyledItemDelegate(parent), m_ground(Checkerboard()) {}
+ThumbnailDelegate::ThumbnailDelegate(QObject* parent) : QStyledItemDelegate(parent), m_background(Checkerboard()) {}
 
 QSize ThumbnailDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
     return {kThumbnail.width() + 2 * kCellMargin,
@@ -35,37 +35,46 @@ void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const QRect inner = option.rect.adjusted(kCellMargin, kCellMargin, -kCellMargin, -kCellMargin);
     const QRect frame(inner.left() + (inner.width() - kThumbnail.width()) / 2, inner.top(), kThumbnail.width(),
                       kThumbnail.height());
-    const auto thumbnail = index.data(LibraryModel::kThumbnail).value<QImage>();
-    QRect place(QPoint(), thumbnail.isNull() ? kThumbnail : thumbnail.size().scaled(kThumbnail, Qt::KeepAspectRatio));
-    place.moveCenter(frame.center());
     painter->save();
-    painter->setBrushOrigin(place.topLeft());
-    painter->fillRect(place, m_ground);
-    painter->setRenderHint(QPainter::SmoothPixmapTransform);
-    if (!thumbnail.isNull()) painter->drawImage(place, thumbnail);
-    if (index.data(LibraryModel::kWarnings).toInt() != 0) DrawMark(*painter, frame);
-
-    const bool selected = (option.state & QStyle::State_Selected) != 0;
-    const auto group = (option.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
-    painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
-    QRect line(inner.left(), frame.bottom() + kCellMargin, inner.width(), option.fontMetrics.height());
-    const auto draw = [&](const QString& text, Qt::TextElideMode mode) {
-        painter->drawText(line, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextSingleLine,
-                          option.fontMetrics.elidedText(text, mode, line.width()));
-        line.translate(0, line.height());
-    };
-    QFont bold = option.font;
-    bold.setBold(true);
-    painter->setFont(bold);
-    draw(index.data(Qt::DisplayRole).toString(), Qt::ElideMiddle);
-    painter->setFont(option.font);
-    draw(index.data(LibraryModel::kText).toString(), Qt::ElideRight);
+    PaintThumbnail(*painter, frame, index);
+    const QRect texts(inner.left(), frame.bottom() + kCellMargin, inner.width(), 2 * option.fontMetrics.height());
+    PaintTexts(*painter, texts, option, index);
     painter->restore();
     if ((option.state & QStyle::State_HasFocus) != 0) {
         QStyleOptionFocusRect focus;
         focus.QStyleOption::operator=(option);
         style.drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
     }
+}
+
+void ThumbnailDelegate::PaintThumbnail(QPainter& painter, const QRect& frame, const QModelIndex& index) const {
+    const auto thumbnail = index.data(LibraryModel::kThumbnail).value<QImage>();
+    QRect target(QPoint(), thumbnail.isNull() ? kThumbnail : thumbnail.size().scaled(kThumbnail, Qt::KeepAspectRatio));
+    target.moveCenter(frame.center());
+    painter.setBrushOrigin(target.topLeft());
+    painter.fillRect(target, m_background);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    if (!thumbnail.isNull()) painter.drawImage(target, thumbnail);
+    if (index.data(LibraryModel::kWarnings).toInt() != 0) DrawWarningIcon(painter, frame);
+}
+
+void ThumbnailDelegate::PaintTexts(QPainter& painter, const QRect& area, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index) {
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    const auto group = (option.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
+    painter.setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+    QRect line(area.topLeft(), QSize(area.width(), option.fontMetrics.height()));
+    const auto draw = [&](const QString& text, Qt::TextElideMode mode) {
+        painter.drawText(line, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextSingleLine,
+                         option.fontMetrics.elidedText(text, mode, line.width()));
+        line.translate(0, line.height());
+    };
+    QFont bold = option.font;
+    bold.setBold(true);
+    painter.setFont(bold);
+    draw(index.data(Qt::DisplayRole).toString(), Qt::ElideMiddle);
+    painter.setFont(option.font);
+    draw(index.data(LibraryModel::kText).toString(), Qt::ElideRight);
 }
 
 }  // namespace zel::desktop

@@ -5,7 +5,7 @@
 
 namespace zel::desktop {
 
-/// Draws a recording of the library: its thumbnail on a checkerboard, its number, the beginning of its text.
+/// Draws a recording of the library: its thumbnail on a checkerboard, its title, and the beginning of its text.
 class ThumbnailDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
@@ -18,7 +18,11 @@ class ThumbnailDelegate : public QStyledItemDelegate {
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
   private:
-    QBrush m_ground;
+    void PaintThumbnail(QPainter& painter, const QRect& frame, const QModelIndex& index) const;
+    static void PaintTexts(QPainter& painter, const QRect& area, const QStyleOptionViewItem& option,
+                           const QModelIndex& index);
+
+    QBrush m_background;
 };
 
 }  // namespace zel::desktop

@@ -17,27 +17,38 @@ DetailDocks::DetailDocks(QMainWindow* window)
     : QObject(window),
       m_window(window),
       m_rows(
-          AddTable(tr("Rows"), QStringLiteral("rows"), tr("No rows"), {tr("Row"), tr("Y"), tr("Lines"), tr("Text")})),
+          AddTable(tr("Rows"), QStringLiteral("rows"), tr("No rows"), {tr("Row"), tr("Y"), tr("Height"), tr("Text")})),
       m_fields(AddTable(tr("Tab fields"), QStringLiteral("fields"), tr("No tab fields"),
                         {tr("Name"), tr("Row"), tr("Left"), tr("Top"), tr("Right"), tr("Bottom")})),
       m_fonts(AddTable(tr("Fonts"), QStringLiteral("fonts"), tr("No fonts"),
-                       {tr("Slot"), tr("Number"), tr("Lines"), tr("Name")})),
+                       {tr("Slot"), tr("Number"), tr("Height"), tr("Name")})),
       m_palette(new PaletteView) {
-    m_facts = AddTable(tr("Details"), QStringLiteral("facts"), tr("No message is chosen"), {tr("What"), tr("Value")});
-    // What is in the picture above, where it comes from and its colours below.
-    enum { kRows, kFields, kFonts, kFacts, kPalette };
+    m_properties =
+        AddTable(tr("Details"), QStringLiteral("facts"), tr("No message selected"), {tr("Property"), tr("Value")});
     Add(tr("Palette"), QStringLiteral("palette_dock"), m_palette);
-    window->splitDockWidget(m_docks[kRows], m_docks[kFonts], Qt::Vertical);
-    window->splitDockWidget(m_docks[kFonts], m_docks[kPalette], Qt::Vertical);
-    window->tabifyDockWidget(m_docks[kRows], m_docks[kFields]);
-    window->tabifyDockWidget(m_docks[kFonts], m_docks[kFacts]);
+    m_fonts->setToolTip(tr("Press Enter or double-click to show the glyphs of a font"));
+    Arrange();
+    ConnectTables();
+    connect(m_palette, &PaletteView::pointedAt, this, &DetailDocks::pointedAt);
+}
+
+/// From above: the contents of the picture, its sources, its colours.
+void DetailDocks::Arrange() {
+    enum { kRows, kFields, kFonts, kProperties, kPalette };
+    m_window->splitDockWidget(m_docks[kRows], m_docks[kFonts], Qt::Vertical);
+    m_window->splitDockWidget(m_docks[kFonts], m_docks[kPalette], Qt::Vertical);
+    m_window->tabifyDockWidget(m_docks[kRows], m_docks[kFields]);
+    m_window->tabifyDockWidget(m_docks[kFonts], m_docks[kProperties]);
     m_docks[kRows]->raise();
     m_docks[kFonts]->raise();
     for (QDockWidget* const dock : m_docks) {
         for (const auto& changed : {&QDockWidget::topLevelChanged, &QDockWidget::visibilityChanged})
-            connect(dock, changed, this, &DetailDocks::TitleSoon);
-        connect(dock, &QDockWidget::dockLocationChanged, this, &DetailDocks::TitleSoon);
+            connect(dock, changed, this, &DetailDocks::UpdateTitlesSoon);
+        connect(dock, &QDockWidget::dockLocationChanged, this, &DetailDocks::UpdateTitlesSoon);
     }
+}
+
+void DetailDocks::ConnectTables() {
     const auto mark = [this](const auto& list, const QModelIndex& index, auto part) {
         const auto at = static_cast<std::size_t>(index.row());
         Q_EMIT marked(index.isValid() && at < list.size() ? list[at].*part : QRect());
@@ -50,13 +61,11 @@ DetailDocks::DetailDocks(QMainWindow* window)
         const auto at = static_cast<std::size_t>(index.row());
         if (at < m_details.fonts.size()) Q_EMIT fontOpened(QFile::decodeName(m_details.fonts[at].file.c_str()));
     });
-    connect(m_palette, &PaletteView::pointedAt, this, &DetailDocks::pointedAt);
-    m_fonts->setToolTip(tr("Enter or a double click shows a font's glyphs"));
 }
 
-DetailTable* DetailDocks::AddTable(const QString& title, const QString& name, const QString& words,
-                                   const QStringList& heads) {
-    auto* const table = new DetailTable(heads, words);
+DetailTable* DetailDocks::AddTable(const QString& title, const QString& name, const QString& empty_text,
+                                   const QStringList& headers) {
+    auto* const table = new DetailTable(headers, empty_text);
     table->setObjectName(name);
     table->setAccessibleName(title);
     Add(title, name + QStringLiteral("_dock"), table);
@@ -71,14 +80,15 @@ void DetailDocks::Add(const QString& title, const QString& name, QWidget* conten
     m_docks.push_back(dock);
 }
 
-/// The docks tell of a change before they are where they go.
-void DetailDocks::TitleSoon() {
-    if (!std::exchange(m_titles_due, true)) QMetaObject::invokeMethod(this, &DetailDocks::Title, Qt::QueuedConnection);
+/// The docks signal a change before it is complete.
+void DetailDocks::UpdateTitlesSoon() {
+    if (!std::exchange(m_titles_pending, true))
+        QMetaObject::invokeMethod(this, &DetailDocks::UpdateTitles, Qt::QueuedConnection);
 }
 
-/// A dock among tabs has its title on the tab.
-void DetailDocks::Title() {
-    m_titles_due = false;
+/// A dock among tabs shows its title on the tab only.
+void DetailDocks::UpdateTitles() {
+    m_titles_pending = false;
     const auto is_shown = [](const QDockWidget* dock) { return dock->toggleViewAction()->isChecked(); };
     for (QDockWidget* const dock : m_docks) {
         const QList<QDockWidget*> beside = m_window->tabifiedDockWidgets(dock);
@@ -92,24 +102,24 @@ void DetailDocks::Title() {
 
 void DetailDocks::Show(const MessageDetails& details) {
     m_details = details;
-    for (DetailTable* const table : {m_rows, m_fields, m_fonts, m_facts}) table->Clear();
+    for (DetailTable* const table : {m_rows, m_fields, m_fonts, m_properties}) table->Clear();
     for (const RowDetail& row : details.rows) {
-        m_rows->AddLine({QString::number(row.index), QString::number(row.band.top()),
-                         QString::number(row.band.height()), row.text});
+        m_rows->AddRow({QString::number(row.index), QString::number(row.band.top()), QString::number(row.band.height()),
+                        row.text});
     }
     for (const FieldDetail& field : details.fields) {
         const QRect& frame = field.frame;
-        m_fields->AddLine(
+        m_fields->AddRow(
             {field.name, QString::number(field.row), QString::number(frame.left()), QString::number(frame.top()),
              QString::number(frame.left() + frame.width()), QString::number(frame.top() + frame.height())},
             field.colour);
     }
     for (const FontDetail& font : details.fonts) {
-        m_fonts->AddLine({QString::number(font.slot), QStringLiteral("%1").arg(font.number, 4, 10, QLatin1Char('0')),
-                          QString::number(font.height), font.name});
+        m_fonts->AddRow({QString::number(font.slot), QStringLiteral("%1").arg(font.number, 4, 10, QLatin1Char('0')),
+                         QString::number(font.height), font.name});
     }
-    for (const auto& [name, value] : details.facts) m_facts->AddLine({name, value});
-    for (DetailTable* const table : {m_rows, m_fields, m_fonts, m_facts}) table->FitColumns();
+    for (const auto& [name, value] : details.properties) m_properties->AddRow({name, value});
+    for (DetailTable* const table : {m_rows, m_fields, m_fonts, m_properties}) table->FitColumns();
     m_palette->Show(details.palette);
 }
 

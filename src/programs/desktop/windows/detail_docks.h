@@ -15,7 +15,7 @@ namespace zel::desktop {
 class DetailTable;
 class PaletteView;
 
-/// What a message holds, beside its picture: rows, tab fields, fonts, palette, details.
+/// Panels with the contents of a message: rows, tab fields, fonts, palette, details.
 class DetailDocks : public QObject {
     Q_OBJECT
 
@@ -26,26 +26,32 @@ class DetailDocks : public QObject {
     const std::vector<QDockWidget*>& Docks() const noexcept { return m_docks; }
 
   Q_SIGNALS:
-    /// A row or field is chosen: its part of the picture.
+    /// A row or field is selected.
+    /// @param part  its part of the picture; empty for none.
     void marked(const QRect& part);
+    /// A font is opened.
     void fontOpened(const QString& file);
-    void pointedAt(const QString& name);
+    /// Describes the selected entry of the palette; empty for none.
+    void pointedAt(const QString& description);
 
   private:
-    DetailTable* AddTable(const QString& title, const QString& name, const QString& words, const QStringList& heads);
+    DetailTable* AddTable(const QString& title, const QString& name, const QString& empty_text,
+                          const QStringList& headers);
     void Add(const QString& title, const QString& name, QWidget* content);
-    void TitleSoon();
-    void Title();
+    void Arrange();
+    void ConnectTables();
+    void UpdateTitlesSoon();
+    void UpdateTitles();
 
     QMainWindow* m_window;
     MessageDetails m_details;
     std::vector<QDockWidget*> m_docks;
-    bool m_titles_due = false;
+    bool m_titles_pending = false;
     DetailTable* m_rows;
     DetailTable* m_fields;
     DetailTable* m_fonts;
     PaletteView* m_palette;
-    DetailTable* m_facts;
+    DetailTable* m_properties;
 };
 
 }  // namespace zel::desktop

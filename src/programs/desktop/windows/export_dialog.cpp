@@ -58,10 +58,10 @@ void ExportDialog::FillFormats() {
         m_ui->formats->addItem(item);
     }
     m_ui->formats->setCurrentRow(0);
-    constexpr int kFrame = 8, kBetween = 2;
-    const int lines = m_ui->formats->count();
-    m_ui->formats->setSpacing(kBetween);
-    m_ui->formats->setMinimumHeight(lines * (m_ui->formats->sizeHintForRow(0) + 2 * kBetween) + kFrame);
+    constexpr int kFrame = 8, kSpacing = 2;
+    m_ui->formats->setSpacing(kSpacing);
+    m_ui->formats->setMinimumHeight(m_ui->formats->count() * (m_ui->formats->sizeHintForRow(0) + 2 * kSpacing) +
+                                    kFrame);
     m_ui->formats->setMinimumWidth(m_ui->formats->sizeHintForColumn(0) + 4 * kFrame);
 }
 
@@ -92,7 +92,7 @@ void ExportDialog::done(int result) {
     QDialog::done(result);
 }
 
-ExportOrder ExportDialog::Order() const {
+ExportSettings ExportDialog::Settings() const {
     return {QDir(m_ui->directory->text().trimmed()).absolutePath(), Checked(), m_ui->premultiplied->isChecked()};
 }
 

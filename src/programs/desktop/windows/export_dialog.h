@@ -13,27 +13,29 @@ class QSettings;
 
 namespace zel::desktop {
 
-/// Asks what is exported, in which formats and where to; what was chosen last stands there again.
+/// Asks for the messages to export, the formats and the destination. Keeps formats and destination in the settings.
 class ExportDialog : public QDialog {
     Q_OBJECT
 
   public:
-    /// What can be exported.
+    /// The messages that can be exported.
     struct Offer {
         std::vector<library::RecordingKey> selected;
         std::vector<library::RecordingKey> shown;
         std::vector<std::string> disks;
-        std::string disk;         ///< of the current message.
-        bool asks_range = false;  ///< the module's own dialog asks for the numbers afterwards.
+        /// Of the current message.
+        std::string disk;
+        /// The module's dialog asks for the numbers afterwards.
+        bool asks_range = false;
     };
 
     /// @param settings  not owned.
     ExportDialog(Offer offer, QSettings& settings, QWidget* parent);
     ~ExportDialog() override;
 
-    ExportOrder Order() const;
+    ExportSettings Settings() const;
     std::string Disk() const;
-    /// The messages that are meant, but for a range, which is to be looked up.
+    /// The chosen messages: their keys, or a range of numbers on Disk().
     struct Choice {
         std::vector<library::RecordingKey> keys;
         bool is_range = false;

@@ -12,7 +12,7 @@ namespace zel::desktop {
 
 namespace {
 
-QString UsualFolder() {
+QString DefaultFolder() {
     return QStandardPaths::writableLocation(QStandardPaths::DownloadLocation) + QStringLiteral("/ZelTrans");
 }
 
@@ -22,12 +22,12 @@ FetchDialog::FetchDialog(QSettings& settings, QWidget* parent)
     : QDialog(parent), m_settings(settings), m_ui(std::make_unique<Ui::FetchDialog>()) {
     m_ui->setupUi(this);
     m_ui->buttons->button(QDialogButtonBox::Ok)->setText(tr("Fe&tch"));
-    m_ui->trouble->hide();
+    m_ui->error->hide();
     m_settings.beginGroup(QStringLiteral("fetch"));
     m_ui->url->setText(m_settings.value(QStringLiteral("url")).toString());
     m_ui->user->setText(m_settings.value(QStringLiteral("user")).toString());
     m_ui->selection->setText(m_settings.value(QStringLiteral("selection"), m_ui->selection->text()).toString());
-    m_ui->directory->setText(m_settings.value(QStringLiteral("directory"), UsualFolder()).toString());
+    m_ui->directory->setText(m_settings.value(QStringLiteral("directory"), DefaultFolder()).toString());
     m_ui->tls->setCurrentIndex(m_settings.value(QStringLiteral("tls"), 1).toInt());
     m_ui->passive->setChecked(m_settings.value(QStringLiteral("passive"), true).toBool());
     m_settings.endGroup();
@@ -41,20 +41,20 @@ FetchDialog::FetchDialog(QSettings& settings, QWidget* parent)
 
 FetchDialog::~FetchDialog() = default;
 
-FetchOrder FetchDialog::Order() const {
-    FetchOrder order;
-    order.url = m_ui->url->text().trimmed();
-    order.user = m_ui->user->text();
-    order.password = m_ui->password->text();
-    order.selection = m_ui->selection->text();
+FetchSettings FetchDialog::Settings() const {
+    FetchSettings settings;
+    settings.url = m_ui->url->text().trimmed();
+    settings.user = m_ui->user->text();
+    settings.password = m_ui->password->text();
+    settings.selection = m_ui->selection->text();
     const QString directory = m_ui->directory->text().trimmed();
-    if (!directory.isEmpty()) order.directory = QDir(directory).absolutePath();
-    order.overwrite = m_ui->overwrite->isChecked();
-    order.fonts = m_ui->fonts->isChecked();
-    order.passive = m_ui->passive->isChecked();
+    if (!directory.isEmpty()) settings.directory = QDir(directory).absolutePath();
+    settings.overwrite = m_ui->overwrite->isChecked();
+    settings.fonts = m_ui->fonts->isChecked();
+    settings.passive = m_ui->passive->isChecked();
     constexpr ftp::Tls kChoices[] = {ftp::Tls::kOff, ftp::Tls::kTry, ftp::Tls::kRequire};
-    order.tls = kChoices[qBound(0, m_ui->tls->currentIndex(), 2)];
-    return order;
+    settings.tls = kChoices[qBound(0, m_ui->tls->currentIndex(), 2)];
+    return settings;
 }
 
 bool FetchDialog::ImportsAfterwards() const {
@@ -62,19 +62,19 @@ bool FetchDialog::ImportsAfterwards() const {
 }
 
 void FetchDialog::accept() {
-    const FetchOrder order = Order();
-    const QString trouble = order.Trouble();
-    m_ui->trouble->setVisible(!trouble.isEmpty());
-    m_ui->trouble->setText(trouble);
-    if (!trouble.isEmpty()) return;
+    const FetchSettings settings = Settings();
+    const QString error = settings.Error();
+    m_ui->error->setVisible(!error.isEmpty());
+    m_ui->error->setText(error);
+    if (!error.isEmpty()) return;
     m_settings.beginGroup(QStringLiteral("fetch"));
-    // An address may hold a password; the dialog's own line is for that, and isn't stored.
-    if (!order.url.contains(u'@')) m_settings.setValue(QStringLiteral("url"), order.url);
-    m_settings.setValue(QStringLiteral("user"), order.user);
-    m_settings.setValue(QStringLiteral("selection"), order.selection);
-    m_settings.setValue(QStringLiteral("directory"), order.directory);
+    // A URL may contain a password, which is not stored.
+    if (!settings.url.contains(u'@')) m_settings.setValue(QStringLiteral("url"), settings.url);
+    m_settings.setValue(QStringLiteral("user"), settings.user);
+    m_settings.setValue(QStringLiteral("selection"), settings.selection);
+    m_settings.setValue(QStringLiteral("directory"), settings.directory);
     m_settings.setValue(QStringLiteral("tls"), m_ui->tls->currentIndex());
-    m_settings.setValue(QStringLiteral("passive"), order.passive);
+    m_settings.setValue(QStringLiteral("passive"), settings.passive);
     m_settings.endGroup();
     QDialog::accept();
 }

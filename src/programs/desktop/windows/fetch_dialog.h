@@ -12,7 +12,7 @@ class QSettings;
 
 namespace zel::desktop {
 
-/// Asks what is fetched over FTP. What was typed last stands there again, but for the password.
+/// Asks for the server and the messages to fetch. Keeps the fields, except the password, in the settings.
 class FetchDialog : public QDialog {
     Q_OBJECT
 
@@ -21,10 +21,10 @@ class FetchDialog : public QDialog {
     FetchDialog(QSettings& settings, QWidget* parent);
     ~FetchDialog() override;
 
-    FetchOrder Order() const;
+    FetchSettings Settings() const;
     bool ImportsAfterwards() const;
 
-    /// Stays open, and says why, when it can't be tried.
+    /// Stays open and shows the error if a field is invalid.
     void accept() override;
 
   private:

@@ -12,6 +12,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/windows/pick.h"
 
@@ -21,44 +22,52 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
     : QWidget(parent, Qt::Window), m_image(ImageOf(sheet.picture)) {
     setObjectName(QStringLiteral("glyph_sheet"));
     setAttribute(Qt::WA_DeleteOnClose);
-    const QString name = QString::fromUtf8(sheet.name.c_str());
+    const QString name = Text(sheet.name);
     const QString file = QFile::decodeName(sheet.file.c_str());
     m_file_name = (name.isEmpty() ? QStringLiteral("glyphs") : name.simplified()) + QStringLiteral(".png");
     setWindowTitle(tr("%1 – glyphs").arg(name.isEmpty() ? file : name));
 
-    auto* const facts =
-        new QLabel(tr("%1 glyphs, height %2 lines   %3").arg(sheet.glyphs).arg(sheet.height).arg(file), this);
-    facts->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    facts->setTextFormat(Qt::PlainText);
-    auto* const picture = new QLabel;
+    auto* const summary =
+        new QLabel(tr("%1 glyphs, height %2 pixels   %3").arg(sheet.glyphs).arg(sheet.height).arg(file), this);
+    summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    summary->setTextFormat(Qt::PlainText);
+    auto* const area = new QScrollArea(this);
+    area->setWidget(MakePicture());
+    area->setAlignment(Qt::AlignCenter);
+    for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)})
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
+
+    auto* const column = new QVBoxLayout(this);
+    column->addWidget(summary);
+    if (!sheet.note.empty()) {
+        auto* const note = new QLabel(Text(sheet.note), this);
+        note->setWordWrap(true);
+        column->addWidget(note);
+    }
+    column->addWidget(area);
+    column->addWidget(MakeButtons());
+    constexpr int kExtraWidth = 40, kExtraHeight = 130;
+    resize((m_image.size() + QSize(kExtraWidth, kExtraHeight)).boundedTo(screen()->availableSize() * 0.8));
+    area->setFocus();
+}
+
+QWidget* GlyphSheetWindow::MakePicture() {
+    auto* const picture = new QLabel(this);
     QPixmap pixmap = QPixmap::fromImage(m_image);
     pixmap.setDevicePixelRatio(devicePixelRatioF());
     picture->setPixmap(pixmap);
     picture->setAccessibleName(tr("All glyphs with their codes in hexadecimal"));
-    auto* const area = new QScrollArea(this);
-    area->setWidget(picture);
-    area->setAlignment(Qt::AlignCenter);
+    return picture;
+}
+
+QWidget* GlyphSheetWindow::MakeButtons() {
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     QPushButton* const copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
     QPushButton* const save = buttons->addButton(tr("&Save as…"), QDialogButtonBox::ActionRole);
     connect(copy, &QPushButton::clicked, this, &GlyphSheetWindow::Copy);
     connect(save, &QPushButton::clicked, this, &GlyphSheetWindow::Save);
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
-    for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)})
-        connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
-
-    auto* const column = new QVBoxLayout(this);
-    column->addWidget(facts);
-    if (!sheet.remark.empty()) {
-        auto* const remark = new QLabel(QString::fromUtf8(sheet.remark.c_str()), this);
-        remark->setWordWrap(true);
-        column->addWidget(remark);
-    }
-    column->addWidget(area);
-    column->addWidget(buttons);
-    constexpr int kFrame = 40, kAround = 130;
-    resize((m_image.size() + QSize(kFrame, kAround)).boundedTo(screen()->availableSize() * 0.8));
-    area->setFocus();
+    return buttons;
 }
 
 void GlyphSheetWindow::Copy() {
@@ -68,8 +77,9 @@ void GlyphSheetWindow::Copy() {
 void GlyphSheetWindow::Save() {
     const QString file = PickNewFile(this, tr("Save glyphs"), m_file_name, QStringLiteral("png"));
     if (!file.isEmpty() && !m_image.save(file))
-        QMessageBox::warning(this, windowTitle(),
-                             tr("%1 can't be written. Is the disk full, or the folder not yours?").arg(file));
+        QMessageBox::warning(
+            this, windowTitle(),
+            tr("%1 cannot be written. Check the free disk space and the permissions of the folder.").arg(file));
 }
 
 }  // namespace zel::desktop

@@ -6,15 +6,16 @@
 
 namespace zel::desktop {
 
-/// A window of its own with the glyphs of a font. It deletes itself when it is closed.
+/// A window with the glyphs of a font. It deletes itself when it is closed.
 class GlyphSheetWindow : public QWidget {
     Q_OBJECT
 
   public:
-    /// @param parent  whose window it stands over.
     GlyphSheetWindow(const FontSheet& sheet, QWidget* parent);
 
   private:
+    QWidget* MakePicture();
+    QWidget* MakeButtons();
     void Copy();
     void Save();
 

@@ -1,8 +1,7 @@
 #include "programs/desktop/windows/import_options_dialog.h"
 
-#include <QSettings>
-
 #include "programs/desktop/windows/pick.h"
+#include "programs/desktop/work/import_options.h"
 #include "ui_import_options_dialog.h"
 
 namespace zel::desktop {
@@ -10,20 +9,27 @@ namespace zel::desktop {
 ImportOptionsDialog::ImportOptionsDialog(QSettings& settings, QWidget* parent) : QDialog(parent) {
     Ui::ImportOptionsDialog ui;
     ui.setupUi(this);
-    ui.lines->setCurrentIndex(settings.value(QStringLiteral("import/lines"), 486).toInt() == 576 ? 1 : 0);
-    ui.maps->setText(settings.value(QStringLiteral("import/maps")).toString());
-    ui.typefaces->setChecked(settings.value(QStringLiteral("import/typefaces"), false).toBool());
-    ui.baseline->setChecked(settings.value(QStringLiteral("import/baseline"), true).toBool());
+    for (const VideoStandard standard : {VideoStandard::kNtsc, VideoStandard::kPal}) {
+        ui.lines->addItem(tr("%1, %2 lines").arg(QLatin1String(NameOf(standard))).arg(ActiveLines(standard)),
+                          ActiveLines(standard));
+    }
+    const ImportOptions options = ImportOptions::Load(settings);
+    ui.lines->setCurrentIndex(ui.lines->findData(ActiveLines(options.standard)));
+    ui.maps->setText(options.name_lists);
+    ui.typefaces->setChecked(options.typefaces);
+    ui.baseline->setChecked(options.baseline);
     connect(ui.browse, &QPushButton::clicked, this, [this, ui] {
         const QString folder = PickFolder(this, tr("Folder of the name lists"), ui.maps->text());
         if (!folder.isEmpty()) ui.maps->setText(folder);
     });
     connect(ui.buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(ui.buttons, &QDialogButtonBox::accepted, this, [this, ui, &settings] {
-        settings.setValue(QStringLiteral("import/lines"), ui.lines->currentIndex() == 1 ? 576 : 486);
-        settings.setValue(QStringLiteral("import/maps"), ui.maps->text().trimmed());
-        settings.setValue(QStringLiteral("import/typefaces"), ui.typefaces->isChecked());
-        settings.setValue(QStringLiteral("import/baseline"), ui.baseline->isChecked());
+        ImportOptions chosen;
+        chosen.standard = VideoStandardOf(ui.lines->currentData().toInt()).value_or(chosen.standard);
+        chosen.name_lists = ui.maps->text().trimmed();
+        chosen.typefaces = ui.typefaces->isChecked();
+        chosen.baseline = ui.baseline->isChecked();
+        chosen.Save(settings);
         accept();
     });
 }

@@ -6,7 +6,7 @@ class QSettings;
 
 namespace zel::desktop {
 
-/// What the host sets for an import; kept when it is accepted.
+/// Asks for the options that the host sets for an import, and stores them in the settings.
 class ImportOptionsDialog : public QDialog {
     Q_OBJECT
 

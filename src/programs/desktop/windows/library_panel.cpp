@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "programs/desktop/common/text.h"
 #include "programs/desktop/models/library_model.h"
 #include "programs/desktop/widgets/thumbnail_delegate.h"
 
@@ -22,8 +23,8 @@ namespace {
 
 constexpr int kSearchDelay_ms = 200;
 constexpr int kReloadDelay_ms = 150;
-/// A reload takes at most this part of the time.
-constexpr int kReloadShare = 10;
+/// A reload is followed by a delay of at least this many times its duration.
+constexpr int kReloadPause = 10;
 
 QListView* MakeList(QAbstractItemModel* model, QWidget* parent) {
     auto* const list = new QListView(parent);
@@ -50,7 +51,7 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
       m_model(new LibraryModel(std::move(library), ThumbnailDelegate::kThumbnail * qGuiApp->devicePixelRatio(), this)),
       m_search(new QLineEdit(this)),
       m_list(MakeList(m_model, this)),
-      m_words(new QLabel(this)),
+      m_message(new QLabel(this)),
       m_pages(new QStackedWidget(this)),
       m_search_timer(new QTimer(this)),
       m_reload_timer(new QTimer(this)) {
@@ -59,13 +60,13 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     m_search->setAccessibleName(tr("Search the library"));
     m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
-    m_words->setObjectName(QStringLiteral("library_words"));
-    m_words->setAlignment(Qt::AlignCenter);
-    m_words->setWordWrap(true);
-    m_words->setMargin(12);
-    m_words->setTextFormat(Qt::PlainText);
+    m_message->setObjectName(QStringLiteral("library_message"));
+    m_message->setAlignment(Qt::AlignCenter);
+    m_message->setWordWrap(true);
+    m_message->setMargin(12);
+    m_message->setTextFormat(Qt::PlainText);
     m_pages->addWidget(m_list);
-    m_pages->addWidget(m_words);
+    m_pages->addWidget(m_message);
 
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(6, 6, 0, 6);
@@ -78,10 +79,10 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     connect(m_search, &QLineEdit::textChanged, m_search_timer, [this] { m_search_timer->start(kSearchDelay_ms); });
     connect(m_search_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
     connect(m_reload_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
-    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryPanel::TellChoice);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryPanel::ReportCurrent);
 }
 
-// Down in the search line goes to what was found.
+// Down or Return in the search field moves to the list.
 bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
     if (object == m_search && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
@@ -101,19 +102,19 @@ bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
 void LibraryPanel::Reload() {
     m_search_timer->stop();
     const std::optional<library::RecordingKey> current = Current();
-    QElapsedTimer taken;
-    taken.start();
+    QElapsedTimer elapsed;
+    elapsed.start();
     m_readable = true;
     try {
         m_model->Search(m_search->text());
     } catch (const library::LibraryError& error) {
         m_readable = false;
-        m_told.reset();
-        Q_EMIT failed(QString::fromUtf8(error.what()));
+        m_reported.reset();
+        Q_EMIT failed(Text(error.what()));
     }
-    m_reload_timer->setInterval(std::max(kReloadDelay_ms, static_cast<int>(taken.elapsed()) * kReloadShare));
-    ShowWords();
-    KeepChoice(current);
+    m_reload_timer->setInterval(std::max(kReloadDelay_ms, static_cast<int>(elapsed.elapsed()) * kReloadPause));
+    ShowMessage();
+    RestoreCurrent(current);
     Q_EMIT reloaded();
 }
 
@@ -121,43 +122,43 @@ void LibraryPanel::ReloadSoon() {
     if (!m_reload_timer->isActive()) m_reload_timer->start();
 }
 
-void LibraryPanel::ChooseSoon(const library::RecordingKey& key) {
+void LibraryPanel::SelectSoon(const library::RecordingKey& key) {
     m_wanted = key;
     ReloadSoon();
 }
 
-void LibraryPanel::KeepChoice(const std::optional<library::RecordingKey>& before) {
+void LibraryPanel::RestoreCurrent(const std::optional<library::RecordingKey>& previous) {
     const auto row_of = [this](const std::optional<library::RecordingKey>& key) {
         return key ? m_model->RowOf(*key) : -1;
     };
     const int wanted = row_of(std::exchange(m_wanted, std::nullopt));
-    const QModelIndex now = m_model->index(wanted >= 0 ? wanted : std::max(row_of(before), 0));
+    const QModelIndex now = m_model->index(wanted >= 0 ? wanted : std::max(row_of(previous), 0));
     if (now.isValid() && m_list->currentIndex() != now) {
         m_list->setCurrentIndex(now);
     } else {
-        TellChoice();
+        ReportCurrent();
     }
 }
 
-/// Says nothing of a choice that is as it was, so that a reload doesn't disturb whoever looks at it.
-void LibraryPanel::TellChoice() {
+/// Reports only a change, so that a reload does not reset what the user is looking at.
+void LibraryPanel::ReportCurrent() {
     const QModelIndex current = m_list->currentIndex();
     std::optional<library::LibraryEntry> now;
     if (current.isValid()) now = m_model->EntryAt(current.row());
-    const bool same = m_told.has_value() == now.has_value() && (!now || IsSame(*m_told, *now));
-    m_told = std::move(now);
-    if (!same) Q_EMIT chosen();
+    const bool same = m_reported.has_value() == now.has_value() && (!now || IsSame(*m_reported, *now));
+    m_reported = std::move(now);
+    if (!same) Q_EMIT currentChanged();
 }
 
-void LibraryPanel::ShowWords() {
+void LibraryPanel::ShowMessage() {
     const bool empty = m_model->rowCount() == 0;
     m_pages->setCurrentIndex(empty ? 1 : 0);
     if (!m_readable) {
-        m_words->setText(tr("The library can't be read."));
+        m_message->setText(tr("The library cannot be read."));
     } else if (IsSearching()) {
-        m_words->setText(tr("No message holds “%1”.").arg(m_search->text().trimmed()));
+        m_message->setText(tr("No message contains “%1”.").arg(m_search->text().trimmed()));
     } else {
-        m_words->setText(tr("The library is empty."));
+        m_message->setText(tr("The library is empty."));
     }
 }
 

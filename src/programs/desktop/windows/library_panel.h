@@ -17,57 +17,58 @@ namespace zel::desktop {
 
 class LibraryModel;
 
-/// The library as thumbnails, with a line to search it.
+/// The library as thumbnails, with a search field.
 class LibraryPanel : public QWidget {
     Q_OBJECT
 
   public:
     explicit LibraryPanel(std::string library, QWidget* parent = nullptr);
 
-    /// Reads the library anew; what is chosen stays chosen.
+    /// Reads the library again. The current recording remains current.
     void Reload();
-    /// As Reload, soon; asked often, it is done now and then.
+    /// Reloads after a short delay; frequent calls are combined.
     void ReloadSoon();
-
-    /// As ReloadSoon, and this one is the current one then, if it is shown.
-    void ChooseSoon(const library::RecordingKey& key);
+    /// As ReloadSoon; then makes this recording the current one, if it is shown.
+    void SelectSoon(const library::RecordingKey& key);
 
     std::optional<library::RecordingKey> Current() const;
     std::vector<library::RecordingKey> Selected() const;
-    /// All that the search has left.
+    /// All recordings that the search has found.
     std::vector<library::RecordingKey> Shown() const;
     int Count() const;
     bool IsSearching() const;
-    /// Nothing is recorded: it isn't that nothing is found or can be read.
+    /// The library has no recordings; false if a search finds none or the library cannot be read.
     bool IsEmpty() const;
     void FocusSearch();
     void FocusList();
 
   Q_SIGNALS:
-    /// Another recording is the current one, or it was recorded anew, or there is none any more.
-    void chosen();
+    /// Another recording is current, or it was recorded again, or there is none any more.
+    void currentChanged();
     void reloaded();
-    /// The library can't be read.
+    /// The library cannot be read.
     void failed(const QString& reason);
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
-    void ShowWords();
-    void KeepChoice(const std::optional<library::RecordingKey>& before);
-    void TellChoice();
+    void ShowMessage();
+    void RestoreCurrent(const std::optional<library::RecordingKey>& previous);
+    void ReportCurrent();
 
     LibraryModel* m_model;
     QLineEdit* m_search;
     QListView* m_list;
-    QLabel* m_words;
+    QLabel* m_message;
     QStackedWidget* m_pages;
     QTimer* m_search_timer;
     QTimer* m_reload_timer;
     bool m_readable = true;
-    std::optional<library::RecordingKey> m_wanted;  // to be chosen by the next reload
-    std::optional<library::LibraryEntry> m_told;    // what was chosen last
+    /// Becomes current at the next reload.
+    std::optional<library::RecordingKey> m_wanted;
+    /// Current at the last currentChanged.
+    std::optional<library::LibraryEntry> m_reported;
 };
 
 }  // namespace zel::desktop

@@ -1,20 +1,23 @@
+#include "programs/desktop/windows/main_toolbar.h"
+
 #include <QAction>
-#include <QMenu>
+#include <QMainWindow>
 #include <QStyle>
 #include <QToolBar>
-
-#include "programs/desktop/widgets/start_page.h"
-#include "programs/desktop/windows/main_window.h"
 
 namespace zel::desktop {
 
 namespace {
 
 struct Tool {
-    const char* action;  // null parts groups
-    const char* text;    // shorter than in the menu
-    const char* icon;    // by the platform's names; null for none
-    QStyle::StandardPixmap otherwise = QStyle::SP_CustomBase;
+    /// Object name; null for a separator.
+    const char* action;
+    /// Shorter than in the menu.
+    const char* text;
+    /// Name in the icon theme; null for none.
+    const char* icon;
+    /// If the theme has no such icon.
+    QStyle::StandardPixmap fallback = QStyle::SP_CustomBase;
 };
 
 constexpr Tool kTools[] = {
@@ -35,8 +38,8 @@ constexpr Tool kTools[] = {
 QIcon IconOf(const Tool& tool, const QStyle& style) {
     if (tool.icon == nullptr) return {};
     const QString name = QLatin1String(tool.icon);
-    if (tool.otherwise == QStyle::SP_CustomBase) return QIcon::fromTheme(name);
-    return QIcon::fromTheme(name, style.standardIcon(tool.otherwise));
+    if (tool.fallback == QStyle::SP_CustomBase) return QIcon::fromTheme(name);
+    return QIcon::fromTheme(name, style.standardIcon(tool.fallback));
 }
 
 QString ToolTipOf(const QAction& action) {
@@ -47,32 +50,26 @@ QString ToolTipOf(const QAction& action) {
 
 }  // namespace
 
-/// The few actions that matter; all of them are in the menus too.
-void MainWindow::MakeToolbar() {
-    QToolBar* const bar = addToolBar(tr("Toolbar"));
+QToolBar* AddMainToolbar(QMainWindow& window) {
+    QToolBar* const bar = window.addToolBar(QMainWindow::tr("Toolbar"));
     bar->setObjectName(QStringLiteral("toolbar"));
     bar->setMovable(false);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    const int side = window.style()->pixelMetric(QStyle::PM_SmallIconSize);
     bar->setIconSize({side, side});
     for (const Tool& tool : kTools) {
         if (tool.action == nullptr) {
             bar->addSeparator();
             continue;
         }
-        QAction* const action = findChild<QAction*>(QLatin1String(tool.action));
-        action->setIcon(IconOf(tool, *style()));
+        QAction* const action = window.findChild<QAction*>(QLatin1String(tool.action));
+        action->setIcon(IconOf(tool, *window.style()));
         action->setIconVisibleInMenu(false);
-        action->setIconText(tr(tool.text));
+        action->setIconText(QMainWindow::tr(tool.text));
         action->setToolTip(ToolTipOf(*action));
         bar->addAction(action);
     }
-    m_panels->addSeparator();
-    m_panels->addAction(bar->toggleViewAction());
-    const auto way = [this](const char* name) { return findChild<QAction*>(QLatin1String(name)); };
-    m_start->Offer({{way("import_folder"), tr("Every message in it, with its fonts")},
-                    {way("import"), tr("One message or a range, in the module's dialog")},
-                    {way("fetch"), tr("Messages and the fonts that they name")}});
+    return bar;
 }
 
 }  // namespace zel::desktop

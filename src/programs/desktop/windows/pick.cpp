@@ -1,33 +1,18 @@
 #include "programs/desktop/windows/pick.h"
 
-#include <QDir>
 #include <QFileDialog>
-#include <QFontMetrics>
-#include <QHeaderView>
-#include <QTreeView>
+
+#include "programs/desktop/dialogs/file_view.h"
 
 namespace zel::desktop {
 
 namespace {
 
-/// The names whole: the rest of the columns takes what it needs.
-void MakeRoom(QFileDialog& dialog) {
-    constexpr int kColumns = 110, kLines = 28;
-    const QFontMetrics metrics = dialog.fontMetrics();
-    dialog.resize(metrics.averageCharWidth() * kColumns, metrics.lineSpacing() * kLines);
-    if (auto* const list = dialog.findChild<QTreeView*>()) {
-        list->header()->setStretchLastSection(false);
-        list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-        list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    }
-}
-
 QStringList Run(QFileDialog& dialog, const QString& start) {
-    // The system's own dialogs hide names that begin with a dot.
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setFilter(QDir::AllDirs | QDir::Files | QDir::Hidden | QDir::NoDot);
+    constexpr int kColumns = 110;
+    ShowDotFiles(dialog);
     if (!start.isEmpty()) dialog.setDirectory(start);
-    MakeRoom(dialog);
+    FitFileColumns(dialog, kColumns);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
 }
 

@@ -7,11 +7,13 @@ class QWidget;
 
 namespace zel::desktop {
 
-/// Lets the user pick files; those whose name begins with a dot, as the names of messages and fonts do, are shown too.
-/// @return none when the user would rather not.
+// Let the user pick files and folders. Files whose names begin with a dot, as those of messages and fonts do, are shown
+// too. The result is empty if the user cancels.
+
 QStringList PickFiles(QWidget* parent, const QString& title, const QString& start, bool many);
 QString PickFolder(QWidget* parent, const QString& title, const QString& start);
-/// A file to write; an existing one is asked for. @param suffix  added to a name without one.
+/// Picks a file to write, and asks before an existing one is overwritten.
+/// @param suffix  added to a name without one.
 QString PickNewFile(QWidget* parent, const QString& title, const QString& start, const QString& suffix);
 
 }  // namespace zel::desktop

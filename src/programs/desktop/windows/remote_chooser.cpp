@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "programs/desktop/dialogs/screen_text.h"
 
@@ -15,14 +16,14 @@ namespace zel::desktop {
 
 namespace {
 
-enum Entry { kDirectory = Qt::UserRole };
+enum Role { kIsDirectory = Qt::UserRole };
 
 void Fill(QListWidget& list, const ftp::RemoteView& view) {
     QStyle& style = *QApplication::style();
     const auto add = [&](const std::string& name, bool directory) {
         auto* const item = new QListWidgetItem(style.standardIcon(directory ? QStyle::SP_DirIcon : QStyle::SP_FileIcon),
                                                ScreenText(name), &list);
-        item->setData(kDirectory, directory);
+        item->setData(kIsDirectory, directory);
     };
     add("..", true);
     for (const bool directory : {true, false}) {
@@ -33,51 +34,67 @@ void Fill(QListWidget& list, const ftp::RemoteView& view) {
     list.setCurrentRow(list.count() > 1 ? 1 : 0);
 }
 
+class RemoteDialog : public QDialog {
+  public:
+    RemoteDialog(const ftp::RemoteView& view, QWidget* parent);
+
+    const std::optional<ftp::RemoteChoice>& Choice() const noexcept { return m_choice; }
+
+  private:
+    void Choose(ftp::RemoteChoice choice);
+    void ChooseCurrent();
+
+    QListWidget* m_list;
+    std::optional<ftp::RemoteChoice> m_choice;
+};
+
+RemoteDialog::RemoteDialog(const ftp::RemoteView& view, QWidget* parent) : QDialog(parent), m_list(new QListWidget) {
+    setObjectName(QStringLiteral("remote"));
+    setWindowTitle(QObject::tr("Server"));
+    auto* const place =
+        new QLabel(view.directory.empty() ? QObject::tr("Login directory") : ScreenText(view.directory));
+    place->setTextFormat(Qt::PlainText);
+    m_list->setAccessibleName(QObject::tr("Files and directories"));
+    Fill(*m_list, view);
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    QPushButton* const open = buttons->addButton(QObject::tr("&Open"), QDialogButtonBox::ActionRole);
+    QPushButton* const here = buttons->addButton(QObject::tr("&Use this directory"), QDialogButtonBox::ActionRole);
+    auto* const column = new QVBoxLayout(this);
+    column->addWidget(place);
+    column->addWidget(m_list);
+    column->addWidget(buttons);
+    // Effective only when the button is in the dialog.
+    open->setDefault(true);
+    connect(m_list, &QListWidget::currentItemChanged, this, [open](const QListWidgetItem* item) {
+        open->setText(item != nullptr && !item->data(kIsDirectory).toBool() ? QObject::tr("&Use file")
+                                                                            : QObject::tr("&Open"));
+    });
+    connect(m_list, &QListWidget::itemDoubleClicked, this, &RemoteDialog::ChooseCurrent);
+    connect(open, &QPushButton::clicked, this, &RemoteDialog::ChooseCurrent);
+    connect(here, &QPushButton::clicked, this, [this] { Choose({}); });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    resize(420, 420);
+    m_list->setFocus();
+}
+
+void RemoteDialog::Choose(ftp::RemoteChoice choice) {
+    m_choice = std::move(choice);
+    accept();
+}
+
+void RemoteDialog::ChooseCurrent() {
+    using Kind = ftp::RemoteChoice::Kind;
+    const QListWidgetItem* const item = m_list->currentItem();
+    if (item == nullptr) return;
+    Choose({item->data(kIsDirectory).toBool() ? Kind::kOpen : Kind::kTake, ModuleText(item->text())});
+}
+
 }  // namespace
 
 std::optional<ftp::RemoteChoice> ChooseRemote(const ftp::RemoteView& view, QWidget* parent) {
-    using Kind = ftp::RemoteChoice::Kind;
-    QDialog dialog(parent);
-    dialog.setObjectName(QStringLiteral("remote"));
-    dialog.setWindowTitle(QObject::tr("Server"));
-    auto* const where =
-        new QLabel(view.directory.empty() ? QObject::tr("Directory of the login") : ScreenText(view.directory));
-    where->setTextFormat(Qt::PlainText);
-    auto* const list = new QListWidget;
-    list->setAccessibleName(QObject::tr("Files and directories"));
-    Fill(*list, view);
-    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    QPushButton* const open = buttons->addButton(QObject::tr("&Open"), QDialogButtonBox::ActionRole);
-    QPushButton* const here = buttons->addButton(QObject::tr("&Take this directory"), QDialogButtonBox::ActionRole);
-    auto* const column = new QVBoxLayout(&dialog);
-    column->addWidget(where);
-    column->addWidget(list);
-    column->addWidget(buttons);
-    open->setDefault(true);  // by the dialog, in which it has to be for that
-
-    std::optional<ftp::RemoteChoice> choice;
-    const auto take = [&] {
-        const QListWidgetItem* const item = list->currentItem();
-        if (item == nullptr) return;
-        const bool directory = item->data(kDirectory).toBool();
-        choice = ftp::RemoteChoice{directory ? Kind::kOpen : Kind::kTake, ModuleText(item->text())};
-        dialog.accept();
-    };
-    QObject::connect(list, &QListWidget::currentItemChanged, &dialog, [open](const QListWidgetItem* item) {
-        open->setText(item != nullptr && !item->data(kDirectory).toBool() ? QObject::tr("&Take file")
-                                                                          : QObject::tr("&Open"));
-    });
-    QObject::connect(list, &QListWidget::itemDoubleClicked, &dialog, take);
-    QObject::connect(open, &QPushButton::clicked, &dialog, take);
-    QObject::connect(here, &QPushButton::clicked, &dialog, [&] {
-        choice = ftp::RemoteChoice{};
-        dialog.accept();
-    });
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    dialog.resize(420, 420);
-    list->setFocus();
+    RemoteDialog dialog(view, parent);
     dialog.exec();
-    return choice;
+    return dialog.Choice();
 }
 
 }  // namespace zel::desktop

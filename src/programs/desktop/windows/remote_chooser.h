@@ -8,8 +8,10 @@ class QWidget;
 
 namespace zel::desktop {
 
-/// Lets the user choose a file, or the directory itself, of a server's directory, or open another directory; modal.
+/// Shows a directory of a server in a modal dialog. The user chooses one of its files, the directory itself, or another
+/// directory to open.
 /// @param parent  may be null.
+/// @return empty if the user cancels.
 std::optional<ftp::RemoteChoice> ChooseRemote(const ftp::RemoteView& view, QWidget* parent);
 
 }  // namespace zel::desktop

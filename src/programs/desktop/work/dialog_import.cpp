@@ -16,7 +16,7 @@ namespace zel::desktop {
 
 namespace {
 
-/// Records what arrives while the dialog is open.
+/// Records the messages that arrive while the dialog is open.
 class DialogRecorder : public host::HostObserver {
   public:
     DialogRecorder(library::Library& library, LibraryWriter& writer, const ModuleDesktop& desktop,
@@ -44,7 +44,7 @@ void DialogRecorder::OnSend(const host::SentMessage& sent) {
         m_font_directory = system::NativePath(done->dialog.m_sFontDir.GetString());
     }
     if (!std::holds_alternative<host::RecordMessage>(sent.event) || !m_arrived) return;
-    // Through the module: the batch ends.
+    // The exception passes through the module and ends the batch.
     if (!Record()) throw library::LibraryError(m_writer.Finish());
 }
 
@@ -69,8 +69,8 @@ bool DialogRecorder::Record() {
 
 DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDesktop& desktop,
                                    const host::HostOptions& options, host::FtpService* service,
-                                   const DialogImportTold& told) {
-    LibraryWriter writer(library, told.recorded, told.failed);
+                                   const DialogImportCallbacks& callbacks) {
+    LibraryWriter writer(library, callbacks.recorded, callbacks.failed);
     library::Library names(library, library::Access::kRead, kLibraryWait);
     picture::PictureComposer pictures;
     DialogRecorder recorder(names, writer, desktop, options, pictures);
@@ -83,7 +83,7 @@ DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDeskt
     try {
         exception = host::CallInHost(host, [&] { CZelTransExport().ZelTranslation(host.HostWindow()); });
     } catch (const library::LibraryError&) {
-        // Finish tells it.
+        // Finish returns the reason.
     }
     outcome.failure = writer.Finish();
     if (outcome.failure.empty() && exception) outcome.failure = "reading stopped: " + *exception;

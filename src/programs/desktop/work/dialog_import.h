@@ -6,29 +6,31 @@
 #include "host/library/recording.h"
 #include "host/reference_host.h"
 
-class FtpService;
-
 namespace zel::desktop {
 
 class ModuleDesktop;
 
-/// Who hears of an import by the module's own dialog.
-struct DialogImportTold {
-    std::function<void(const library::RecordingKey&)> recorded;  ///< on another thread, each time something is kept.
-    std::function<void(const std::string&)> failed;  ///< on another thread, when nothing can be recorded any more.
+/// Called on another thread during an import by the module's dialog.
+struct DialogImportCallbacks {
+    /// A message is in the library.
+    std::function<void(const library::RecordingKey&)> recorded;
+    /// Once, with the reason: nothing more can be recorded.
+    std::function<void(const std::string&)> failed;
 };
 
 struct DialogImportOutcome {
     int recorded = 0;
-    std::string failure;  ///< why not everything is recorded, or why the module stopped; empty when all went well.
+    /// Why not every message is recorded, or why the module stopped; empty on success.
+    std::string failure;
 };
 
-/// Runs the module's import dialog until the user closes it, and records each message that arrives: in a batch those
-/// that the module tells to record, else every one.
-/// @param service  answers the dialog of the FTP copy; null for nobody.
-/// @throws LibraryError, HostError when it can't begin.
+/// Runs the module's import dialog until the user closes it, and records each message that arrives; in a batch, those
+/// that the module asks the host to record.
+/// @param library  file, which exists.
+/// @param service  answers the FTP copy dialog; may be null.
+/// @throws LibraryError, HostError when the import cannot start.
 DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDesktop& desktop,
                                    const host::HostOptions& options, host::FtpService* service,
-                                   const DialogImportTold& told);
+                                   const DialogImportCallbacks& callbacks);
 
 }  // namespace zel::desktop

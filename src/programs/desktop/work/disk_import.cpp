@@ -9,13 +9,13 @@
 #include "programs/desktop/common/library_wait.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/work/library_writer.h"
-#include "programs/desktop/work/own_settings.h"
+#include "programs/desktop/work/temporary_settings.h"
 
 namespace zel::desktop {
 
 namespace {
 
-/// Keeps the picture of what arrives.
+/// Receives the message that arrives, and its picture.
 class Arrival : public host::HostObserver {
   public:
     explicit Arrival(picture::PictureComposer& pictures) : m_pictures(pictures) {}
@@ -35,7 +35,7 @@ class Arrival : public host::HostObserver {
 QString ImportSummary::Text() const {
     QString text = Counted(static_cast<std::size_t>(recorded), "message imported", "messages imported");
     if (unchanged != 0) text += QStringLiteral(", %1 unchanged").arg(unchanged);
-    if (!failures.isEmpty()) text += QStringLiteral(", ") + QStringLiteral("%1 failed").arg(failures.size());
+    if (!failures.isEmpty()) text += QStringLiteral(", %1 failed").arg(failures.size());
     if (cancelled) text += QStringLiteral("; stopped");
     return text;
 }
@@ -46,21 +46,26 @@ DiskImport::DiskImport(std::string library, QObject* parent)
     connect(m_timer, &QTimer::timeout, this, &DiskImport::Step);
 }
 
-DiskImport::~DiskImport() = default;
+DiskImport::~DiskImport() {
+    disconnect();
+    Cancel();
+}
 
 void DiskImport::Add(const MessageSource& source, const host::HostOptions& options) {
     if (!m_writer) {
-        const auto kept = [this](const library::RecordingKey&) { Q_EMIT recorded(); };
-        m_writer = std::make_unique<LibraryWriter>(m_library_file, kept, [](const std::string&) {});
+        const auto on_recorded = [this](const library::RecordingKey&) { Q_EMIT recorded(); };
+        auto writer = std::make_unique<LibraryWriter>(m_library_file, on_recorded, [](const std::string&) {});
         m_library = std::make_unique<library::Library>(m_library_file, library::Access::kRead, kLibraryWait);
         m_items.clear();
         m_next = 0;
         m_summary = {};
+        // Last, since an import that has a writer is running.
+        m_writer = std::move(writer);
     }
     for (const MessageFile& message : source.messages) m_items.push_back({message, source.font_directory, options});
     m_timer->start();
     Q_EMIT progressed(static_cast<int>(m_next), static_cast<int>(m_items.size()),
-                      QFile::decodeName(source.place.c_str()));
+                      QFile::decodeName(source.path.c_str()));
 }
 
 void DiskImport::SetPaused(bool paused) {
@@ -85,7 +90,7 @@ void DiskImport::Step() {
     try {
         Import(item);
     } catch (const std::exception& error) {
-        m_summary.stopped_by = QString::fromUtf8(error.what());
+        m_summary.stopped_by = Text(error.what());
         Finish();
     }
 }
@@ -111,10 +116,10 @@ void DiskImport::Import(const Item& item) {
     request.fonts = item.font_directory;
     request.host = item.options;
     host::HostObserver* const observers[] = {&pictures, &arrival};
-    const OwnSettings settings;
+    const TemporarySettings settings;
     const run::ImportOutcome outcome = run::RunImport(request, observers);
     if (!outcome.Done() || !arrival.arrived) {
-        m_summary.failures.append(QString::fromUtf8(outcome.failure.c_str()));
+        m_summary.failures.append(Text(outcome.failure));
         return;
     }
     arrival.arrived->number = item.message.key.number;
@@ -125,7 +130,7 @@ void DiskImport::Finish() {
     m_timer->stop();
     const std::string failure = m_writer->Finish();
     m_summary.recorded = m_writer->Count();
-    if (!failure.empty()) m_summary.stopped_by = QString::fromUtf8(failure.c_str());
+    if (!failure.empty()) m_summary.stopped_by = Text(failure);
     m_writer.reset();
     m_library.reset();
     Q_EMIT finished(m_summary);

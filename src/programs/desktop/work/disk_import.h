@@ -16,34 +16,39 @@ namespace zel::desktop {
 
 class LibraryWriter;
 
-/// What an import came to.
+/// The result of an import.
 struct ImportSummary {
     int recorded = 0;
-    int unchanged = 0;     ///< recorded before, from files that are still the same.
-    QStringList failures;  ///< a line for each message that couldn't be imported.
-    QString stopped_by;    ///< what ended it before its end, such as a full disk.
+    /// Messages skipped, since they were recorded from the same files with the same options.
+    int unchanged = 0;
+    /// One line for each message that could not be imported.
+    QStringList failures;
+    /// The error that ended the import early, such as a full disk; else empty.
+    QString stopped_by;
     bool cancelled = false;
 
     /// "12 messages imported, 3 unchanged"
     QString Text() const;
 };
 
-/// Imports messages without a dialog, one in a turn of the event loop, so that the windows live on, and records them.
-/// The module runs on this thread, pictures are encoded and recorded on others.
+/// Imports messages without a dialog and records them, one message per iteration of the event loop, so that the windows
+/// stay responsive. The module runs on this thread; pictures are encoded and recorded on others.
 class DiskImport : public QObject {
     Q_OBJECT
 
   public:
     explicit DiskImport(std::string library, QObject* parent = nullptr);
+    /// Cancels the import without a signal.
     ~DiskImport() override;
 
-    /// Begins, or goes on behind what is under way. @throws LibraryError
+    /// Starts an import, or appends to the running one.
+    /// @throws LibraryError
     void Add(const MessageSource& source, const host::HostOptions& options);
 
     bool IsRunning() const noexcept { return m_writer != nullptr; }
-    /// While the module is busy with something else.
+    /// Pauses the import while the module is used otherwise.
     void SetPaused(bool paused);
-    /// Ends the import; what has arrived is recorded.
+    /// Ends the import. Messages that have arrived are recorded.
     void Cancel();
 
   Q_SIGNALS:

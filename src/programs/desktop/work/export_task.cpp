@@ -13,38 +13,40 @@
 #include "module/contract/zel_trans_export.h"
 #include "platform/framework/cstring.h"
 #include "platform/system/files.h"
+#include "programs/desktop/common/text.h"
 
 namespace zel::desktop {
 
 namespace {
 
-exporter::ExportJob MakeJob(const ExportOrder& order) {
+exporter::ExportJob MakeJob(const ExportSettings& settings) {
     std::vector<std::string> formats;
-    for (const QString& format : order.formats) formats.push_back(format.toStdString());
+    for (const QString& format : settings.formats) formats.push_back(format.toStdString());
     const int jobs = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    return exporter::ExportJob(QFile::encodeName(order.directory).toStdString(), formats, {order.premultiplied}, jobs);
+    return exporter::ExportJob(QFile::encodeName(settings.directory).toStdString(), formats, {settings.premultiplied},
+                               jobs);
 }
 
-void Take(const exporter::ExportSummary& summary, ExportResult& result) {
+void AddSummary(const exporter::ExportSummary& summary, ExportResult& result) {
     result.messages = summary.messages;
     result.files = summary.files;
-    for (const std::string& failure : summary.failures) result.failures.append(QString::fromUtf8(failure.c_str()));
+    for (const std::string& failure : summary.failures) result.failures.append(Text(failure));
 }
 
 }  // namespace
 
 QString ExportResult::Text(const QString& directory) const {
     if (files == 0) return QStringLiteral("nothing exported");
-    const QString text = QStringLiteral("%1 %2 exported, %3 files in %4")
-                             .arg(messages)
-                             .arg(QLatin1String(messages == 1 ? "message" : "messages"))
+    const QString text = QStringLiteral("%1 exported, %2 files in %3")
+                             .arg(Counted(static_cast<std::size_t>(messages), "message", "messages"))
                              .arg(files)
                              .arg(directory);
     return cancelled ? text + QStringLiteral("; stopped") : text;
 }
 
-ExportTask::ExportTask(std::string library, std::vector<library::RecordingKey> keys, ExportOrder order, QObject* parent)
-    : QObject(parent), m_library(std::move(library)), m_keys(std::move(keys)), m_order(std::move(order)) {}
+ExportTask::ExportTask(std::string library, std::vector<library::RecordingKey> keys, ExportSettings settings,
+                       QObject* parent)
+    : QObject(parent), m_library(std::move(library)), m_keys(std::move(keys)), m_settings(std::move(settings)) {}
 
 ExportTask::~ExportTask() {
     Cancel();
@@ -52,46 +54,46 @@ ExportTask::~ExportTask() {
 }
 
 void ExportTask::Start() {
-    m_thread = std::thread([this] { Q_EMIT finished(Work()); });
+    m_thread = std::thread([this] { Q_EMIT finished(Run()); });
 }
 
-ExportResult ExportTask::Work() {
+ExportResult ExportTask::Run() {
     ExportResult result;
     try {
         library::Library library(m_library, library::Access::kRead);
-        exporter::ExportJob job = MakeJob(m_order);
+        exporter::ExportJob job = MakeJob(m_settings);
         int done = 0;
         for (const library::RecordingKey& key : m_keys) {
             if ((result.cancelled = m_cancelled)) break;
             if (const auto recording = library.Find(key)) job.Export(*recording);
             Q_EMIT progressed(++done, static_cast<int>(m_keys.size()));
         }
-        Take(job.Finish(), result);
+        AddSummary(job.Finish(), result);
     } catch (const std::exception& error) {
-        result.stopped_by = QString::fromUtf8(error.what());
+        result.stopped_by = Text(error.what());
     }
     return result;
 }
 
-ExportResult ExportByDialog(const std::string& library_file, const std::string& disk, const ExportOrder& order) {
+ExportResult ExportByDialog(const std::string& library_file, const std::string& disk, const ExportSettings& settings) {
     ExportResult result;
     try {
         library::Library library(library_file, library::Access::kRead);
-        exporter::ExportJob job = MakeJob(order);
+        exporter::ExportJob job = MakeJob(settings);
         exporter::LibraryShelf shelf(library, disk, job);
         host::HostOptions options;
         options.exports = &shelf;
         host::ReferenceHost host(options);
         const std::optional<std::string> exception = host::CallInHost(host, [&] {
             CString path(
-                system::ModulePath(host::AbsolutePath(QFile::encodeName(order.directory).toStdString())).c_str());
+                system::ModulePath(host::AbsolutePath(QFile::encodeName(settings.directory).toStdString())).c_str());
             CZelTransExport().ZelBatchExport(host.HostWindow(), path, host.ExportWindow());
         });
-        Take(job.Finish(), result);
-        for (const std::string& failure : shelf.Failures()) result.failures.append(QString::fromUtf8(failure.c_str()));
-        if (exception) result.stopped_by = QString::fromUtf8(exception->c_str());
+        AddSummary(job.Finish(), result);
+        for (const std::string& failure : shelf.Failures()) result.failures.append(Text(failure));
+        if (exception) result.stopped_by = Text(*exception);
     } catch (const std::exception& error) {
-        result.stopped_by = QString::fromUtf8(error.what());
+        result.stopped_by = Text(error.what());
     }
     return result;
 }

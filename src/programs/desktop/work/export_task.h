@@ -13,53 +13,55 @@
 namespace zel::desktop {
 
 /// How messages are exported.
-struct ExportOrder {
+struct ExportSettings {
     QString directory;
-    QStringList formats;  ///< names of the table of formats.
+    /// Names in exporter::ExportFormats.
+    QStringList formats;
     bool premultiplied = false;
 };
 
-/// What an export came to.
+/// The result of an export.
 struct ExportResult {
     int messages = 0, files = 0;
     QStringList failures;
-    QString stopped_by;  ///< why there is no export; empty when there is one.
+    /// The error that prevented or ended the export; else empty.
+    QString stopped_by;
     bool cancelled = false;
 
     /// "12 messages exported, 26 files in DIRECTORY"
     QString Text(const QString& directory) const;
 };
 
-/// Exports messages of a library on a thread of its own.
+/// Exports messages of a library on its own thread.
 class ExportTask : public QObject {
     Q_OBJECT
 
   public:
-    ExportTask(std::string library, std::vector<library::RecordingKey> keys, ExportOrder order,
+    ExportTask(std::string library, std::vector<library::RecordingKey> keys, ExportSettings settings,
                QObject* parent = nullptr);
-    /// Stops the work and waits for the message under way.
+    /// Cancels the export and waits for the current message.
     ~ExportTask() override;
 
     void Start();
     void Cancel() { m_cancelled = true; }
-    const ExportOrder& Order() const noexcept { return m_order; }
 
-  Q_SIGNALS:  // sent from the thread
+    // Emitted from the thread.
+  Q_SIGNALS:
     void progressed(int done, int total);
     void finished(const desktop::ExportResult& result);
 
   private:
-    ExportResult Work();
+    ExportResult Run();
 
     const std::string m_library;
     const std::vector<library::RecordingKey> m_keys;
-    const ExportOrder m_order;
+    const ExportSettings m_settings;
     std::atomic<bool> m_cancelled = false;
     std::thread m_thread;
 };
 
-/// Runs the module's dialog of a batch export, with one disk of a library as what the host holds, until the user closes
-/// it.
-ExportResult ExportByDialog(const std::string& library, const std::string& disk, const ExportOrder& order);
+/// Runs the module's batch export dialog until the user closes it. The host offers the messages of one disk of a
+/// library.
+ExportResult ExportByDialog(const std::string& library, const std::string& disk, const ExportSettings& settings);
 
 }  // namespace zel::desktop

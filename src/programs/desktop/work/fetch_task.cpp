@@ -9,29 +9,29 @@ namespace zel::desktop {
 
 namespace {
 
-ftp::ServerOptions ServerOf(const FetchOrder& order, const ftp::RemoteUrl& url) {
+ftp::ServerOptions ServerOf(const FetchSettings& settings, const ftp::RemoteUrl& url) {
     ftp::ServerOptions server;
     server.host = url.host;
     server.port = url.port;
-    server.user = order.user.isEmpty() ? url.user : order.user.toStdString();
-    server.password = ftp::Secret(order.password.toStdString());
-    server.passive = order.passive;
-    server.tls = order.tls;
+    server.user = settings.user.isEmpty() ? url.user : settings.user.toStdString();
+    server.password = ftp::Secret(settings.password.toStdString());
+    server.passive = settings.passive;
+    server.tls = settings.tls;
     server.tls_from_start = url.tls_from_start;
     return server;
 }
 
 }  // namespace
 
-QString FetchOrder::Trouble() const {
-    std::string why;
-    if (!ftp::ParseRemoteUrl(url.trimmed().toStdString(), why)) return QStringLiteral("Address: ") + Text(why);
-    if (!ftp::Selection::Parse(selection.toStdString(), why)) return QStringLiteral("Messages: ") + Text(why);
-    if (directory.trimmed().isEmpty()) return QStringLiteral("To: choose the folder that the files are to go to");
+QString FetchSettings::Error() const {
+    std::string error;
+    if (!ftp::ParseRemoteUrl(url.trimmed().toStdString(), error)) return QStringLiteral("Address: ") + Text(error);
+    if (!ftp::Selection::Parse(selection.toStdString(), error)) return QStringLiteral("Messages: ") + Text(error);
+    if (directory.trimmed().isEmpty()) return QStringLiteral("To folder: choose a folder for the files");
     return {};
 }
 
-FetchTask::FetchTask(FetchOrder order, QObject* parent) : QObject(parent), m_order(std::move(order)) {}
+FetchTask::FetchTask(FetchSettings settings, QObject* parent) : QObject(parent), m_settings(std::move(settings)) {}
 
 FetchTask::~FetchTask() {
     Cancel();
@@ -39,31 +39,32 @@ FetchTask::~FetchTask() {
 }
 
 void FetchTask::Start() {
-    m_thread = std::thread([this] { Q_EMIT finished(Work()); });
+    m_thread = std::thread([this] { Q_EMIT finished(Run()); });
 }
 
 void FetchTask::OnProgress(const std::string& name, std::uint64_t bytes, std::uint64_t size) {
     Q_EMIT progressed(Text(name), static_cast<qint64>(bytes), static_cast<qint64>(size));
 }
 
-FetchResult FetchTask::Work() {
+FetchResult FetchTask::Run() {
     FetchResult result;
-    std::string why;
-    const auto url = ftp::ParseRemoteUrl(m_order.url.trimmed().toStdString(), why);
-    auto selection = ftp::Selection::Parse(m_order.selection.toStdString(), why);
-    const auto session = url && selection ? ftp::MakeFtpSession(
-                                                ServerOf(m_order, *url), [this] { return m_cancelled.load(); }, why)
-                                          : nullptr;
+    std::string error;
+    const auto url = ftp::ParseRemoteUrl(m_settings.url.trimmed().toStdString(), error);
+    auto selection = ftp::Selection::Parse(m_settings.selection.toStdString(), error);
+    const auto session = url && selection
+                             ? ftp::MakeFtpSession(
+                                   ServerOf(m_settings, *url), [this] { return m_cancelled.load(); }, error)
+                             : nullptr;
     if (!session) {
-        result.failure = Text(why);
+        result.failure = Text(error);
         return result;
     }
     ftp::FetchRequest request{.source = url->host + (url->port == 0 ? "" : ":" + std::to_string(url->port)),
                               .directory = url->directory,
                               .selection = *selection,
-                              .to = QFile::encodeName(m_order.directory).toStdString(),
-                              .overwrite = m_order.overwrite,
-                              .fonts = m_order.fonts,
+                              .to = QFile::encodeName(m_settings.directory).toStdString(),
+                              .overwrite = m_settings.overwrite,
+                              .fonts = m_settings.fonts,
                               .listing_limits = {}};
     const ftp::FetchReport report = ftp::RunFetch(*session, request, *this);
     result.summary = Text(report.Summary());
@@ -72,7 +73,7 @@ FetchResult FetchTask::Work() {
     result.tried_files = !report.files.empty();
     for (const ftp::FileReport& file : report.files) {
         if (file.outcome == ftp::FileOutcome::kFailed || file.outcome == ftp::FileOutcome::kMissing)
-            result.failed.append(Text(file.name + ": " + file.reason));
+            result.failed_files.append(Text(file.name + ": " + file.reason));
     }
     return result;
 }

@@ -12,50 +12,58 @@
 
 namespace zel::desktop {
 
-/// What is fetched from where, as it was typed.
-struct FetchOrder {
-    QString url;   ///< ftp://HOST/DIRECTORY
-    QString user;  ///< empty: as the address tells, else anonymous.
+/// The fields of the fetch dialog, as typed.
+struct FetchSettings {
+    /// ftp://HOST/DIRECTORY
+    QString url;
+    /// Empty: the user of the URL, else anonymous.
+    QString user;
     QString password;
-    QString selection;  ///< "12", "1-20", "*.0012"
-    QString directory;  ///< where to.
+    /// "12", "1-20", "*.0012"
+    QString selection;
+    /// Destination.
+    QString directory;
     bool overwrite = false, fonts = true, passive = true;
     ftp::Tls tls = ftp::Tls::kTry;
 
-    /// What is wrong with it; empty when it can be tried.
-    QString Trouble() const;
+    /// The first invalid field and the reason; empty if all are valid.
+    QString Error() const;
 };
 
 struct FetchResult {
-    QString summary;           ///< "3 fetched, 1 was there"
-    QString failure;           ///< why nothing more could be done; empty when the work came to its end.
-    QStringList failed;        ///< a line for each file that isn't there.
-    bool tried_files = false;  ///< so that some may have come, in part at least.
+    QString summary;
+    /// The error that ended the fetch early; else empty.
+    QString failure;
+    /// One line for each file that was not fetched.
+    QStringList failed_files;
+    /// Files, or parts of files, may have been fetched.
+    bool tried_files = false;
     bool cancelled = false;
 };
 
-/// Fetches messages and their fonts over FTP on a thread of its own.
+/// Fetches messages and their fonts over FTP on its own thread.
 class FetchTask : public QObject, private ftp::FetchObserver {
     Q_OBJECT
 
   public:
-    explicit FetchTask(FetchOrder order, QObject* parent = nullptr);
-    /// Stops the work and waits for it.
+    explicit FetchTask(FetchSettings settings, QObject* parent = nullptr);
+    /// Cancels the fetch and waits for its end.
     ~FetchTask() override;
 
     void Start();
     void Cancel() { m_cancelled = true; }
 
-  Q_SIGNALS:  // sent from the thread
+    // Emitted from the thread.
+  Q_SIGNALS:
     void progressed(const QString& name, qint64 bytes, qint64 size);
     void finished(const desktop::FetchResult& result);
 
   private:
-    FetchResult Work();
+    FetchResult Run();
     void OnProgress(const std::string& name, std::uint64_t bytes, std::uint64_t size) override;
     bool Cancelled() override { return m_cancelled; }
 
-    const FetchOrder m_order;
+    const FetchSettings m_settings;
     std::atomic<bool> m_cancelled = false;
     std::thread m_thread;
 };

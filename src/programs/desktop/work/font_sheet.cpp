@@ -4,23 +4,23 @@
 #include "host/picture/glyph_sheet.h"
 #include "host/run/font_run.h"
 #include "module/contract/zel_font.h"
-#include "programs/desktop/work/own_settings.h"
+#include "programs/desktop/work/temporary_settings.h"
 
 namespace zel::desktop {
 
 namespace {
 
-std::string Remark(const picture::GlyphSheet& sheet) {
-    std::string remark;
+std::string NoteOn(const picture::GlyphSheet& sheet) {
+    std::string note;
     if (!sheet.failures.empty()) {
-        remark = std::to_string(sheet.failures.size()) +
-                 " couldn't be drawn and are red in the sheet, the first: " + sheet.failures.front();
+        note = std::to_string(sheet.failures.size()) +
+               " glyphs could not be drawn and are red, the first: " + sheet.failures.front();
     }
     if (sheet.cut != 0) {
-        remark += (remark.empty() ? "" : "; ") + std::to_string(sheet.cut) + " are larger than " +
-                  std::to_string(picture::kLargestGlyphCell) + " pixels and shown in part";
+        note += (note.empty() ? "" : "; ") + std::to_string(sheet.cut) + " glyphs are larger than " +
+                std::to_string(picture::kLargestGlyphCell) + " pixels and cut off";
     }
-    return remark;
+    return note;
 }
 
 }  // namespace
@@ -28,7 +28,7 @@ std::string Remark(const picture::GlyphSheet& sheet) {
 FontSheet MakeFontSheet(const std::string& file) {
     FontSheet result;
     result.file = file;
-    const OwnSettings settings;
+    const TemporarySettings settings;
     run::FontRunRequest request;
     request.file = file;
     const run::FontRunOutcome outcome = run::RunFont(request, {}, [&](CZelFont& fonts) {
@@ -37,7 +37,7 @@ FontSheet MakeFontSheet(const std::string& file) {
         result.height = header.font_height;
         picture::GlyphSheet sheet = picture::DrawGlyphSheet(fonts);
         result.glyphs = sheet.glyphs;
-        result.remark = Remark(sheet);
+        result.note = NoteOn(sheet);
         result.picture = std::move(sheet.picture);
     });
     result.failure = outcome.failure;

@@ -6,18 +6,22 @@
 
 namespace zel::desktop {
 
-/// A font's glyphs in one picture, and what there is to know of it. Texts are UTF-8.
+/// A font's glyphs in one picture. Texts are UTF-8.
 struct FontSheet {
-    std::string file;  ///< it was read from, this system's path.
+    /// The file that was read, in this system's form.
+    std::string file;
     std::string name;
-    int height = 0;  ///< lines
+    /// In pixels.
+    int height = 0;
     int glyphs = 0;
     picture::Picture picture;
-    std::string remark;   ///< glyphs that aren't shown, or not wholly; empty without any.
-    std::string failure;  ///< why there is no sheet; empty when there is one.
+    /// Describes glyphs that are missing or cut off in the picture; else empty.
+    std::string note;
+    /// Why there is no sheet; else empty.
+    std::string failure;
 };
 
-/// Reads a font by the module, without a screen, and draws its glyphs.
+/// Reads a font with the module, without a screen, and draws its glyphs.
 FontSheet MakeFontSheet(const std::string& file);
 
 }  // namespace zel::desktop

@@ -10,7 +10,7 @@ namespace zel::desktop {
 
 namespace {
 
-constexpr std::size_t kWaitingPerThread = 4;
+constexpr std::size_t kQueuedPerThread = 4;
 
 std::size_t Threads() {
     return std::clamp(std::thread::hardware_concurrency(), 1U, 8U);
@@ -18,15 +18,15 @@ std::size_t Threads() {
 
 }  // namespace
 
-LibraryWriter::LibraryWriter(const std::string& library, Kept kept, Failed failed)
+LibraryWriter::LibraryWriter(const std::string& library, Recorded recorded, Failed failed)
     : m_library(library, library::Access::kWrite, kLibraryWait),
-      m_kept(std::move(kept)),
+      m_recorded(std::move(recorded)),
       m_failed(std::move(failed)),
       m_workers(std::make_unique<recorder::OrderedWorkers<library::Recording>>(
-          Threads(), Threads() * kWaitingPerThread, [this](const library::Recording& recording) { Keep(recording); })) {
+          Threads(), Threads() * kQueuedPerThread, [this](const library::Recording& recording) { Store(recording); })) {
 }
 
-void LibraryWriter::Keep(const library::Recording& recording) {
+void LibraryWriter::Store(const library::Recording& recording) {
     try {
         m_library.Record({&recording, 1});
     } catch (const std::exception& error) {
@@ -38,7 +38,7 @@ void LibraryWriter::Keep(const library::Recording& recording) {
         throw;
     }
     ++m_count;
-    m_kept({recording.disk, recording.number});
+    m_recorded({recording.disk, recording.number});
 }
 
 bool LibraryWriter::Record(recorder::ArrivedMessage arrived, recorder::RecordingContext context) {
@@ -48,7 +48,8 @@ bool LibraryWriter::Record(recorder::ArrivedMessage arrived, recorder::Recording
         });
         return true;
     } catch (const std::exception&) {
-        return false;  // it was told
+        // m_failed was called.
+        return false;
     }
 }
 

@@ -12,37 +12,40 @@
 
 namespace zel::desktop {
 
-/// Records messages in a library on other threads, each in a transaction of its own. What was given is kept when the
-/// object goes.
+/// Records messages in a library on other threads, each in its own transaction. The destructor waits until all are
+/// recorded.
 class LibraryWriter {
   public:
-    /// Hears of one recording once it is kept; called on another thread.
-    using Kept = std::function<void(const library::RecordingKey&)>;
-    /// Hears, once and on another thread, what kept a recording from being kept; nothing is recorded any more then.
+    /// Called on another thread when a recording is in the library.
+    using Recorded = std::function<void(const library::RecordingKey&)>;
+    /// Called once, on another thread, with the reason why a recording failed. Nothing is recorded after that.
     using Failed = std::function<void(const std::string&)>;
 
-    /// @throws LibraryError when the library can't be opened or made.
-    LibraryWriter(const std::string& library, Kept kept, Failed failed);
+    /// @throws LibraryError when the library cannot be opened or created.
+    LibraryWriter(const std::string& library, Recorded recorded, Failed failed);
     ~LibraryWriter() { Finish(); }
     LibraryWriter(const LibraryWriter&) = delete;
     LibraryWriter& operator=(const LibraryWriter&) = delete;
 
-    /// Waits while many recordings are under way. @return false when nothing is recorded any more.
+    /// Queues a message. Blocks while the queue is full.
+    /// @return false when recording has failed.
     bool Record(recorder::ArrivedMessage arrived, recorder::RecordingContext context);
 
-    /// Waits until everything is kept. @return why something isn't; empty when all is.
+    /// Waits until all queued messages are recorded.
+    /// @return the reason why recording failed; else empty.
     std::string Finish();
 
-    /// How many are kept.
+    /// Number of messages recorded.
     int Count() const noexcept { return m_count; }
 
     recorder::FileDigests& Digests() noexcept { return m_digests; }
 
   private:
-    void Keep(const library::Recording& recording);
+    void Store(const library::Recording& recording);
 
-    library::Library m_library;  // of the thread that takes recordings
-    const Kept m_kept;
+    /// Used by the thread that writes.
+    library::Library m_library;
+    const Recorded m_recorded;
     const Failed m_failed;
     recorder::FileDigests m_digests;
     std::atomic<int> m_count = 0;

@@ -19,7 +19,7 @@ bool IsNamed(const fs::path& path, std::string_view name) {
     return std::ranges::equal(own, name, [](char a, char b) { return (a >= 'a' && a <= 'z' ? a - 32 : a) == b; });
 }
 
-/// The directory of a name, whatever its case, in another; empty when there is none.
+/// The directory with this name, without regard to case, in another directory; empty if there is none.
 fs::path DirectoryIn(const fs::path& parent, std::string_view name) {
     std::error_code error;
     for (const fs::directory_entry& entry : fs::directory_iterator(parent, error)) {
@@ -28,7 +28,7 @@ fs::path DirectoryIn(const fs::path& parent, std::string_view name) {
     return {};
 }
 
-/// Fonts lie beside the messages, in MACHINE, or among them.
+/// The directory of the fonts: MACHINE beside or inside the messages' directory, else that directory.
 std::string FontsOf(const fs::path& messages) {
     for (const fs::path& parent : {messages.parent_path(), messages}) {
         const fs::path machine = DirectoryIn(parent, "MACHINE");
@@ -52,7 +52,7 @@ std::string DirectoryOf(const std::string& file) {
     return fs::path(file).parent_path().string();
 }
 
-/// The disk of a single file.
+/// The disk name of a file without a number.
 std::string OwnDisk(const std::string& disk, const std::string& name) {
     return disk.empty() ? name : disk + " " + name;
 }
@@ -68,8 +68,8 @@ FileKind KindOf(const std::string& path) {
 }
 
 std::string DiskNames::NameOf(library::Library& library, const std::string& directory) {
-    for (const Given& given : m_given) {
-        if (given.directory == directory) return given.name;
+    for (const NamedDirectory& known : m_named) {
+        if (known.directory == directory) return known.name;
     }
     const fs::path path(directory);
     const fs::path shown = IsNamed(path, "MESSAGES") ? path.parent_path() : path;
@@ -77,14 +77,14 @@ std::string DiskNames::NameOf(library::Library& library, const std::string& dire
     const auto is_free = [&](const std::string& name) {
         const std::vector<library::LibraryEntry> entries = library.List(name);
         if (!entries.empty()) return DirectoryOf(entries.front().source) == directory;
-        return std::ranges::find(m_given, name, &Given::name) == m_given.end();
+        return std::ranges::find(m_named, name, &NamedDirectory::name) == m_named.end();
     };
-    // A batch of the command records without a name, unless it is given one.
+    // Batches of the command record without a disk name by default.
     const std::vector<library::LibraryEntry> unnamed = library.List("");
     const bool is_unnamed = !unnamed.empty() && DirectoryOf(unnamed.front().source) == directory;
     std::string name = is_unnamed ? std::string() : usual;
     for (int count = 2; !is_free(name); ++count) name = usual + " (" + std::to_string(count) + ")";
-    m_given.push_back({directory, name});
+    m_named.push_back({directory, name});
     return name;
 }
 
@@ -96,27 +96,27 @@ library::RecordingKey KeyOf(const std::string& disk, const std::string& name) {
     return {OwnDisk(disk, name), 0};
 }
 
-MessageSource FindMessages(const std::string& place, library::Library& library, DiskNames& names) {
-    MessageSource source{place, {}, {}, {}};
+MessageSource FindMessages(const std::string& path, library::Library& library, DiskNames& names) {
+    MessageSource source{path, {}, {}, {}};
     std::vector<std::string> files;
-    fs::path directory(place);
+    fs::path directory(path);
     if (fs::is_directory(directory)) {
         const fs::path messages = DirectoryIn(directory, "MESSAGES");
         if (!messages.empty()) directory = messages;
         files = MessagesIn(directory);
     } else {
         directory = directory.parent_path();
-        if (KindOf(place) == FileKind::kMessage) files = {place};
+        if (KindOf(path) == FileKind::kMessage) files = {path};
     }
     if (files.empty()) return source;
     source.directory = directory.string();
     source.font_directory = FontsOf(directory);
     const std::string disk = names.NameOf(library, directory.string());
-    std::set<library::RecordingKey> taken;
+    std::set<library::RecordingKey> used;
     for (const std::string& file : files) {
         const std::string name = fs::path(file).filename().string();
         library::RecordingKey key = KeyOf(disk, name);
-        if (!taken.insert(key).second) key = {OwnDisk(disk, name), key.number};
+        if (!used.insert(key).second) key = {OwnDisk(disk, name), key.number};
         source.messages.push_back({file, key});
     }
     return source;

@@ -7,49 +7,54 @@
 
 namespace zel::desktop {
 
-/// What a file is to this program.
+/// How this program uses a file.
 enum class FileKind { kMessage, kFont, kOther, kUnreadable };
 
-/// @param path  this system's.
+/// @param path  in this system's form.
 FileKind KindOf(const std::string& path);
 
-/// Tells the disks of a library apart by the directories that their messages lie in.
+/// Names the disks of a library, by the directories that contain their messages.
 class DiskNames {
   public:
-    /// The name under which a directory's messages are recorded: the one that the library holds messages of this
-    /// directory under, else a fresh one, made of the disk's or the directory's own name.
-    /// @param directory  absolute, this system's.
+    /// The disk name under which a directory's messages are recorded: the present one if the library has messages of
+    /// this directory, else an unused one that begins with the disk's or the directory's name.
+    /// @param directory  absolute path in this system's form.
     /// @throws LibraryError
     std::string NameOf(library::Library& library, const std::string& directory);
 
   private:
-    struct Given {
+    struct NamedDirectory {
         std::string directory, name;
     };
-    std::vector<Given> m_given;  // also those of which nothing is recorded yet
+    /// Includes disks without recordings.
+    std::vector<NamedDirectory> m_named;
 };
 
-/// What a message file is recorded under: the number behind the dot of its name. A file without one, or with one that
-/// can't be recorded, has number 0 of a disk of its own.
-/// @param disk  of its directory. @param name  of the file, without its directory.
+/// The key of a message file's recording: the number after the dot of its name. A file without a valid number is number
+/// 0 of a disk of its own.
+/// @param disk  of its directory.
+/// @param name  of the file, without its directory.
 library::RecordingKey KeyOf(const std::string& disk, const std::string& name);
 
-/// One message file, and what it is recorded under.
+/// A message file and the key of its recording.
 struct MessageFile {
-    std::string path;  ///< absolute, this system's.
+    std::string path;
     library::RecordingKey key;
 };
 
-/// Messages of one directory. Paths are absolute and this system's.
+/// Messages of one directory. Paths are absolute and in this system's form.
 struct MessageSource {
-    std::string place;      ///< what the user named: a disk, a directory or a file.
-    std::string directory;  ///< that the messages lie in.
+    /// The disk, directory or file that the user chose.
+    std::string path;
+    /// Contains the messages.
+    std::string directory;
     std::string font_directory;
-    std::vector<MessageFile> messages;  ///< by name; none when there is no message.
+    /// By name; may be empty.
+    std::vector<MessageFile> messages;
 };
 
-/// Finds the messages of a disk (a directory with MESSAGES in it), of any other directory, or the one of a file.
-/// @throws LibraryError, std::filesystem::filesystem_error for a directory that can't be read.
-MessageSource FindMessages(const std::string& place, library::Library& library, DiskNames& names);
+/// Finds the messages of a disk (a directory that contains MESSAGES), of another directory, or of one file.
+/// @throws LibraryError, std::filesystem::filesystem_error for an unreadable directory.
+MessageSource FindMessages(const std::string& path, library::Library& library, DiskNames& names);
 
 }  // namespace zel::desktop

@@ -7,6 +7,7 @@ namespace zel::desktop {
 
 namespace {
 
+/// Counts a dialog as open during the lifetime of the object.
 class OpenDialogs {
   public:
     OpenDialogs(int& count, int step) : m_count(count), m_step(step) { m_count += m_step; }
@@ -20,6 +21,12 @@ class OpenDialogs {
 };
 
 }  // namespace
+
+ModuleDesktop::ModuleDesktop(QWidget* main_window) : QtDesktop(main_window), m_previous(seam::SetDesktop(this)) {}
+
+ModuleDesktop::~ModuleDesktop() {
+    seam::SetDesktop(m_previous);
+}
 
 void ModuleDesktop::RunModal(CDialog& dialog) {
     const OpenDialogs batch(m_batches, dialog.GetTemplateId() == kBatchDialog ? 1 : 0);

@@ -4,15 +4,19 @@
 
 namespace zel::desktop {
 
-/// The screen of this program, which knows whether the module's batch dialog is open.
+/// The module's screen during the lifetime of the object. Knows whether the module's batch dialog is open.
 class ModuleDesktop : public QtDesktop {
   public:
-    using QtDesktop::QtDesktop;
+    explicit ModuleDesktop(QWidget* main_window);
+    ~ModuleDesktop() override;
+    ModuleDesktop(const ModuleDesktop&) = delete;
+    ModuleDesktop& operator=(const ModuleDesktop&) = delete;
 
     void RunModal(CDialog& dialog) override;
     bool IsBatchOpen() const noexcept { return m_batches != 0; }
 
   private:
+    seam::Desktop* m_previous;
     int m_batches = 0;
 };
 

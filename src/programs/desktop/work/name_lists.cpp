@@ -12,24 +12,25 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Longer ones can't be registered once they are spelled as the module's paths; only what the user has chosen is told.
-constexpr std::size_t kLongestDirectory = 250;
+/// In bytes. A longer path is too long for the module in its own form. Such a path is used, and reported, only if the
+/// user has chosen it.
+constexpr std::size_t kMaxDirectoryLength = 250;
 
-/// Behind two headings, which are read and thrown away, an entry a line; here there are headings only.
+/// File names and contents of lists without entries. The two heading lines are ignored; each further line is an entry.
 constexpr std::pair<std::string_view, std::string_view> kEmptyLists[] = {
     {"bitstream_fontlist.txt",
-     "Bitstream typefaces by number, a line each: name, TAB, number; or a family's heading,\n"
+     "Bitstream typefaces by number, one per line: name, TAB, number; or a family's heading,\n"
      "then TAB, style, TAB, number\n"},
     {"typeface_list.txt",
-     "Installed typefaces by Bitstream name, a line each:\n"
-     "installed typeface, TAB, name in the other list with BT behind it\n"},
+     "Installed typefaces by Bitstream name, one per line:\n"
+     "installed typeface, TAB, name in the other list followed by BT\n"},
 };
 
-bool MakeOwn(const std::string& own) {
+bool CreateLists(const std::string& directory) {
     try {
-        fs::create_directories(own);
+        fs::create_directories(directory);
         for (const auto& [name, text] : kEmptyLists) {
-            if (!fs::exists(fs::path(own) / name)) base::WriteWholeFile(fs::path(own) / name, text);
+            if (!fs::exists(fs::path(directory) / name)) base::WriteWholeFile(fs::path(directory) / name, text);
         }
         return true;
     } catch (const std::exception&) {
@@ -49,10 +50,10 @@ std::string NameListsFor(const std::string& chosen, const std::vector<std::strin
     if (!chosen.empty()) return chosen;
     for (const std::string& place : near) {
         for (const std::string& directory : {place, fs::path(place).parent_path().string()}) {
-            if (directory.size() <= kLongestDirectory && HasNameLists(directory)) return directory;
+            if (directory.size() <= kMaxDirectoryLength && HasNameLists(directory)) return directory;
         }
     }
-    return own.size() <= kLongestDirectory && MakeOwn(own) ? own : std::string();
+    return own.size() <= kMaxDirectoryLength && CreateLists(own) ? own : std::string();
 }
 
 }  // namespace zel::desktop

@@ -1,10 +1,10 @@
-#include "host/export/resample.h"
+#include "host/picture/resample.h"
 
 #include <new>
 
 #include <stb_image_resize.h>
 
-namespace zel::exporter {
+namespace zel::picture {
 
 namespace {
 
@@ -15,9 +15,9 @@ float Shift(int size, double scale, int result) noexcept {
 
 }  // namespace
 
-picture::Picture Resampled(const picture::Picture& picture, int width, int height, double x_scale, double y_scale) {
+Picture Resampled(const Picture& picture, int width, int height, double x_scale, double y_scale) {
     constexpr int kChannels = 4, kAlpha = 3, kFlags = 0;
-    picture::Picture result = picture::ClearPicture(width, height);
+    Picture result = ClearPicture(width, height);
     const int done = stbir_resize_subpixel(
         picture.rgba.data(), picture.width, picture.height, 0, result.rgba.data(), width, height, 0, STBIR_TYPE_UINT8,
         kChannels, kAlpha, kFlags, STBIR_EDGE_CLAMP, STBIR_EDGE_CLAMP, STBIR_FILTER_CATMULLROM, STBIR_FILTER_CATMULLROM,
@@ -27,16 +27,9 @@ picture::Picture Resampled(const picture::Picture& picture, int width, int heigh
     return result;
 }
 
-picture::Picture WithSquarePixels(const picture::Picture& frame, VideoStandard standard) {
-    const PixelAspect aspect = PixelAspectOf(standard);
-    return Resampled(frame, aspect.SquarePixels(frame.width), frame.height, aspect.Ratio(), 1);
+Picture Stretched(const Picture& picture, int width, int height) {
+    return Resampled(picture, width, height, static_cast<double>(width) / picture.width,
+                     static_cast<double>(height) / picture.height);
 }
 
-picture::Picture Thumbnail(const picture::Picture& frame, VideoStandard standard) {
-    const double x_scale = static_cast<double>(kThumbnailWidth) / frame.width;
-    const double y_scale = x_scale / PixelAspectOf(standard).Ratio();
-    const int height = static_cast<int>(frame.height * y_scale + 0.5);
-    return Resampled(frame, kThumbnailWidth, height, x_scale, y_scale);
-}
-
-}  // namespace zel::exporter
+}  // namespace zel::picture

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QStatusBar>
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+
+namespace zel::desktop {
+
+/// The status bar: what the pointer is at, the current task with its progress and a button to stop it, the number of
+/// messages, and the zoom.
+class StatusLine : public QStatusBar {
+    Q_OBJECT
+
+  public:
+    explicit StatusLine(QWidget* parent = nullptr);
+
+    void ShowPointed(const QString& text);
+    void ShowCount(const QString& text);
+    void ShowZoom(const QString& text);
+
+    /// Shows a running task.
+    /// @param total  0 if unknown.
+    void ShowTask(const QString& name, int done, int total);
+    /// Shows the result of the task that has ended.
+    void EndTask(const QString& result);
+
+  Q_SIGNALS:
+    void stopRequested();
+    /// A task has started or ended.
+    void taskChanged();
+
+  private:
+    QLabel* m_pointed;
+    QLabel* m_zoom;
+    QLabel* m_task;
+    QLabel* m_count;
+    QProgressBar* m_progress;
+    QPushButton* m_stop;
+};
+
+}  // namespace zel::desktop

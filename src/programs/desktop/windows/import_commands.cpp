@@ -1,0 +1,165 @@
+#include "programs/desktop/windows/import_commands.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QSettings>
+
+#include "host/ftp/ftp_fetch_service.h"
+#include "host/library/library.h"
+#include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/text.h"
+#include "programs/desktop/widgets/notice_bar.h"
+#include "programs/desktop/widgets/status_line.h"
+#include "programs/desktop/windows/font_commands.h"
+#include "programs/desktop/windows/import_options_dialog.h"
+#include "programs/desktop/windows/library_panel.h"
+#include "programs/desktop/windows/pick.h"
+#include "programs/desktop/windows/recent_disks.h"
+#include "programs/desktop/windows/remote_chooser.h"
+#include "programs/desktop/work/dialog_import.h"
+#include "programs/desktop/work/import_options.h"
+
+namespace zel::desktop {
+
+namespace {
+
+/// The options for an import, with the name lists beside the directories of `near` if there are any.
+host::HostOptions OptionsFor(const Workspace& workspace, const QStringList& near) {
+    const QString own_lists = QFileInfo(workspace.places.settings).absolutePath() + QStringLiteral("/name-lists");
+    return HostOptionsOf(ImportOptions::Load(workspace.settings), near, own_lists);
+}
+
+}  // namespace
+
+ImportCommands::ImportCommands(const Workspace& workspace, const ModuleDesktop& desktop, RecentDisks& recent,
+                               FontCommands& fonts)
+    : m_workspace(workspace), m_desktop(desktop), m_recent(recent), m_fonts(fonts), m_import(workspace.places.library) {
+    connect(&m_import, &DiskImport::recorded, &workspace.library, &LibraryPanel::ReloadSoon);
+    connect(&m_import, &DiskImport::progressed, this, [this](int done, int total, const QString& name) {
+        m_workspace.status.ShowTask(tr("Importing %1").arg(name.section(u'/', -1)), done, total);
+    });
+    connect(&m_import, &DiskImport::finished, this, &ImportCommands::Ended);
+}
+
+void ImportCommands::Open(const QStringList& paths) {
+    for (const QString& path : paths) OpenOne(QFileInfo(path).absoluteFilePath());
+}
+
+void ImportCommands::OpenOne(const QString& path) {
+    const QFileInfo info(path);
+    NoticeBar& notice = m_workspace.notice;
+    if (!info.exists()) return notice.Warn(tr("%1: there is no such file or folder.").arg(path));
+    if (!info.isReadable()) return notice.Warn(tr("%1 cannot be read.").arg(path), tr("Check its permissions."));
+    const std::string native = QFile::encodeName(QDir::cleanPath(path)).toStdString();
+    if (info.isFile() && KindOf(native) == FileKind::kFont) return m_fonts.Show(path);
+    try {
+        library::Library library(m_workspace.places.library, library::Access::kWrite, kLibraryWait);
+        StartImport(path, FindMessages(native, library, m_names));
+    } catch (const library::LibraryError& error) {
+        notice.Warn(Text(error.what()), tr("Nothing was imported. Close the program that is using the library, or "
+                                           "check the file, then try again."));
+    } catch (const std::exception& error) {
+        notice.Warn(Text(error.what()));
+    }
+}
+
+void ImportCommands::StartImport(const QString& path, const MessageSource& source) {
+    if (source.messages.empty()) return WarnOfNoMessages(path);
+    m_import.Add(source, OptionsFor(m_workspace, {QFile::decodeName(source.directory.c_str())}));
+    if (QFileInfo(path).isDir()) m_recent.Add(path);
+}
+
+void ImportCommands::WarnOfNoMessages(const QString& path) {
+    if (QFileInfo(path).isDir()) {
+        m_workspace.notice.Warn(tr("%1 contains no messages.").arg(path),
+                                tr("A disk is a folder that contains MESSAGES and MACHINE. Any other folder with "
+                                   "message files can be imported too."));
+    } else {
+        m_workspace.notice.Warn(tr("%1 is neither a message nor a font.").arg(path),
+                                tr("Messages are in the folder MESSAGES of a disk, fonts in MACHINE. Their names are "
+                                   "a dot and a number, such as .0012."));
+    }
+}
+
+void ImportCommands::ImportFiles() {
+    const QString setting = QStringLiteral("import/directory");
+    const QStringList files = PickFiles(&m_workspace.window, tr("Import message files"),
+                                        m_recent.StartFolder(setting, QStringLiteral("MESSAGES")), true);
+    if (files.isEmpty()) return;
+    m_workspace.settings.setValue(setting, QFileInfo(files.front()).absolutePath());
+    m_workspace.notice.Clear();
+    Open(files);
+}
+
+void ImportCommands::ImportFolder() {
+    const QString setting = QStringLiteral("import/disk");
+    const QString folder = PickFolder(&m_workspace.window, tr("Import a disk or folder"),
+                                      m_recent.StartFolder(setting, QStringLiteral("..")));
+    if (folder.isEmpty()) return;
+    m_workspace.settings.setValue(setting, QFileInfo(folder).absolutePath());
+    m_workspace.notice.Clear();
+    Open({folder});
+}
+
+void ImportCommands::Ended(const ImportSummary& summary) {
+    m_workspace.library.Reload();
+    m_workspace.status.EndTask(summary.Text());
+    if (!summary.stopped_by.isEmpty()) {
+        m_workspace.notice.Warn(summary.stopped_by,
+                                tr("%1. Recorded messages are kept. When the library can be written again, repeat the "
+                                   "import; unchanged messages are skipped.")
+                                    .arg(summary.Text()));
+    } else if (!summary.failures.isEmpty()) {
+        m_workspace.notice.Warn(FirstLines(summary.failures));
+    }
+}
+
+void ImportCommands::ImportByModule() {
+    const auto later = [this](const std::function<void()>& call) {
+        QMetaObject::invokeMethod(this, call, Qt::QueuedConnection);
+    };
+    DialogImportCallbacks callbacks;
+    callbacks.recorded = [this, later](const library::RecordingKey& key) {
+        later([this, key] { m_workspace.library.SelectSoon(key); });
+    };
+    callbacks.failed = [later](const std::string& reason) {
+        later([text = Text(reason)] {
+            QMessageBox::warning(QApplication::activeWindow(), tr("ZelTrans"),
+                                 tr("%1\n\nMessages imported from now on are not recorded. Close the import dialog, "
+                                    "free disk space or close the program that is using the library, then import "
+                                    "again.")
+                                     .arg(text));
+        });
+    };
+    ftp::FetchServiceOptions service_options;
+    service_options.chooser = [](const ftp::RemoteView& view) {
+        return ChooseRemote(view, QApplication::activeModalWidget());
+    };
+    ftp::FetchService service(std::move(service_options));
+    m_workspace.notice.Clear();
+    m_import.SetPaused(true);
+    try {
+        const DialogImportOutcome outcome = ImportByDialog(
+            m_workspace.places.library, m_desktop, OptionsFor(m_workspace, m_recent.List()), &service, callbacks);
+        if (!outcome.failure.empty()) m_workspace.notice.Warn(Text(outcome.failure));
+    } catch (const std::exception& error) {
+        m_workspace.notice.Warn(Text(error.what()), tr("Nothing was imported."));
+    }
+    m_import.SetPaused(false);
+    m_workspace.library.Reload();
+}
+
+void ImportCommands::ChangeOptions() {
+    ImportOptionsDialog(m_workspace.settings, &m_workspace.window).exec();
+}
+
+void ImportCommands::ReloadLibrary() {
+    m_names = {};
+    m_workspace.library.Reload();
+}
+
+}  // namespace zel::desktop

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+#include "programs/desktop/windows/workspace.h"
+#include "programs/desktop/work/disk_import.h"
+#include "programs/desktop/work/message_files.h"
+
+namespace zel::desktop {
+
+class FontCommands;
+class ModuleDesktop;
+class RecentDisks;
+
+/// Imports messages: from files and folders, and with the module's dialog.
+class ImportCommands : public QObject {
+    Q_OBJECT
+
+  public:
+    /// All outlive the object.
+    ImportCommands(const Workspace& workspace, const ModuleDesktop& desktop, RecentDisks& recent, FontCommands& fonts);
+
+    /// Imports messages, folders and disks; shows fonts. Reports any other path as an error.
+    void Open(const QStringList& paths);
+    /// Asks for message files and imports them.
+    void ImportFiles();
+    /// Asks for a disk or folder and imports it.
+    void ImportFolder();
+    void ImportByModule();
+    void ChangeOptions();
+
+    /// Reads the library again, and with it the names of the disks.
+    void ReloadLibrary();
+
+    bool IsRunning() const { return m_import.IsRunning(); }
+    void Cancel() { m_import.Cancel(); }
+
+  private:
+    void OpenOne(const QString& path);
+    void StartImport(const QString& path, const MessageSource& source);
+    void WarnOfNoMessages(const QString& path);
+    void Ended(const ImportSummary& summary);
+
+    const Workspace& m_workspace;
+    const ModuleDesktop& m_desktop;
+    RecentDisks& m_recent;
+    FontCommands& m_fonts;
+    DiskNames m_names;
+    DiskImport m_import;
+};
+
+}  // namespace zel::desktop

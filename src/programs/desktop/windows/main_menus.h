@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QKeySequence>
+#include <QList>
+#include <QObject>
+#include <functional>
+
+#include "programs/desktop/windows/workspace.h"
+
+class QAction;
+class QMenu;
+
+namespace zel::desktop {
+
+class DetailDocks;
+class ExportCommands;
+class FetchCommands;
+class FontCommands;
+class ImportCommands;
+class PictureCommands;
+class PictureView;
+class RecentDisks;
+
+/// The menus of the main window. The object name of each action is fixed: the tool bar, the start page and the settings
+/// use it.
+class MainMenus : public QObject {
+    Q_OBJECT
+
+  public:
+    /// What the actions call.
+    struct Targets {
+        ImportCommands& imports;
+        ExportCommands& exports;
+        FetchCommands& fetches;
+        FontCommands& fonts;
+        PictureCommands& pictures;
+        PictureView& picture;
+        DetailDocks& docks;
+        const RecentDisks& recent;
+    };
+
+    /// Adds the menus to the workspace's window. All arguments outlive the object.
+    MainMenus(const Workspace& workspace, const Targets& targets);
+
+    /// Appends a toggle to the menu of panels, after a separator.
+    void AddToPanels(QAction* toggle);
+
+    /// Enables the actions that are possible now.
+    struct State {
+        bool has_picture = false;
+        bool has_messages = false;
+        bool busy = false;
+    };
+    void Enable(const State& state);
+
+  Q_SIGNALS:
+    void stopRequested();
+
+  private:
+    void MakeFileMenu();
+    void MakeEditMenu();
+    void MakeViewMenu();
+    void MakeHelpMenu();
+    void AddBackgrounds(QMenu* menu);
+    void AddPanels(QMenu* go_to, QMenu* shown);
+    void FillRecentMenu();
+    QAction* Add(QMenu* menu, const char* name, const QString& text, const QList<QKeySequence>& keys,
+                 const std::function<void()>& call);
+    void AddToggle(QMenu* menu, const char* name, const QString& text, const QKeySequence& keys, bool on,
+                   const std::function<void(bool)>& call);
+
+    const Workspace& m_workspace;
+    const Targets m_to;
+    QMenu* m_recent_menu = nullptr;
+    QMenu* m_panels = nullptr;
+    QList<QAction*> m_needs_picture, m_needs_messages, m_needs_idle, m_needs_task;
+};
+
+}  // namespace zel::desktop

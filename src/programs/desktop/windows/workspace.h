@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <string>
+
+#include "host/library/recording.h"
+
+class QMainWindow;
+class QSettings;
+
+namespace zel::desktop {
+
+class LibraryPanel;
+class NoticeBar;
+class StatusLine;
+
+/// The program's files.
+struct Places {
+    /// The library, created if it is missing.
+    std::string library;
+    /// Settings of the windows.
+    QString settings;
+};
+
+/// What the commands of the main window work on. The main window owns all of it.
+struct Workspace {
+    /// Parent of the dialogs.
+    QMainWindow& window;
+    const Places& places;
+    QSettings& settings;
+    LibraryPanel& library;
+    NoticeBar& notice;
+    StatusLine& status;
+    /// The message that is shown; empty for none.
+    const std::optional<library::Recording>& current;
+};
+
+}  // namespace zel::desktop
