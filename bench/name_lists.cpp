@@ -129,7 +129,7 @@ struct OwnMap {
     explicit OwnMap(const std::shared_ptr<NameText>& text, const Keys& keys) {
         map.UseText(text, keys.slices.size());
         for (const TextSlice& key : keys.slices)
-            map.Add(key, {NameParts::Form::kWhole, key}, NamedNames::WhenThere::kReplace);
+            map.Add(key, {NameParts::Form::kWhole, key}, NamedNames::IfPresent::kReplace);
     }
     bool Find(const std::string& key) const { return map.Lookup(key.c_str(), found) != 0; }
     NamedNames map;
