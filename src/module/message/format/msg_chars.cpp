@@ -5,8 +5,6 @@
 #include <bit>
 #include <cstring>
 
-#include "base/vector_support.h"
-
 namespace zel::message::msg_chars {
 
 // A record consists of four words. A word loaded from the file has its two bytes exchanged, which is a rotation by 8
@@ -103,23 +101,20 @@ ZEL_VBMI void ConvertVbmi(const std::uint8_t* from, tag_msg_char* to, std::size_
     }
 }
 
-constexpr Path kPaths[] = {{"AVX-512 VBMI", ConvertVbmi}, {"AVX2", ConvertAvx2}, {"scalar", ConvertScalar}};
-
-#else
-
-constexpr Path kPaths[] = {{"scalar", ConvertScalar}};
-
 #endif
+
+constexpr Path kPaths[] = {
+#if defined(__SSE2__)
+    {"AVX-512 VBMI", base::Instructions::kVbmi, ConvertVbmi},
+    {"AVX2", base::Instructions::kAvx2, ConvertAvx2},
+#endif
+    {"scalar", base::Instructions::kNone, ConvertScalar},
+};
 
 }  // namespace
 
 std::span<const Path> Paths() noexcept {
-    const std::span<const Path> paths(kPaths);
-#if defined(__SSE2__)
-    return paths.subspan(base::HasVbmi() ? 0 : base::HasAvx2() ? 1 : 2);
-#else
-    return paths;
-#endif
+    return base::SupportedPaths(kPaths);
 }
 
 }  // namespace zel::message::msg_chars
