@@ -11,9 +11,9 @@
 #include "host/run/import_paths.h"
 #include "host/run/import_run.h"
 #include "module/contract/dialog_ids.h"
+#include "module/contract/message_id.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
-#include "module/contract/message_id.h"
 #include "platform/system/files.h"
 
 namespace zel::run {
@@ -26,7 +26,7 @@ std::string NameOf(int number) {
     return name;
 }
 
-bool IsThere(const std::string& module_path) {
+bool Exists(const std::string& module_path) {
     std::error_code ignored;
     return std::filesystem::exists(std::filesystem::symlink_status(system::NativePath(module_path.c_str()), ignored));
 }
@@ -110,8 +110,8 @@ host::BatchItem BatchTracker::Failed(int status) const {
     const auto& boxes = m_desktop.Boxes();
     outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
     const ImportPaths paths = ImportPathsOf(import.message, import.fonts);
-    if (status == ImportStatus::kMessageNotFound && !IsThere(paths.message) &&
-        !IsThere(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
+    if (status == ImportStatus::kMessageNotFound && !Exists(paths.message) &&
+        !Exists(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
         return {m_number, host::ItemOutcome::kMissing, {}};
     }
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
@@ -139,7 +139,8 @@ class Batch {
 
     const BatchRequest& m_request;
     std::span<host::HostObserver* const> m_observers;
-    std::vector<host::NumberRange> m_ranges;  // the remaining ones, beginning with the one under way
+    /// The remaining ones, beginning with the one under way.
+    std::vector<host::NumberRange> m_ranges;
     std::string m_message_directory, m_font_directory;
     host::UserDesktop m_desktop;
     BatchTracker m_tracker;
@@ -164,9 +165,8 @@ void Batch::DriveMainDialog(CDialog& dialog) {
     script::DialogDriver user(dialog);
     EnterDirectories(user, m_message_directory, m_font_directory);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
-        m_desktop.HandleDialog(kBatchDialog, [this](CDialog& batch) {
-            DriveBatchDialog(batch, host::NumberRange(m_ranges.front()));
-        });
+        m_desktop.HandleDialog(
+            kBatchDialog, [this](CDialog& batch) { DriveBatchDialog(batch, host::NumberRange(m_ranges.front())); });
         user.Press(ImportControl::kBatchButton);
         m_ranges.erase(m_ranges.begin());
     }
