@@ -5,15 +5,12 @@
 #include <bit>
 #include <cstring>
 
-#include "base/vector_support.h"
-
 namespace zel::message::msg_chars {
 
 // A record consists of four words. A word loaded from the file has its two bytes exchanged, which is a rotation by 8
 // bits. In words 0 to 2 the memory form has the 6-bit field below the 10-bit field and the file form above it, which is
 // a rotation by 6 bits; together this is a rotation by 2 bits to the right. Word 3 has its 10-bit field below, which
-// gives a rotation by 2 bits to the left. What remains is the order of the bits within the 6-bit fields of words 0 and
-// 1.
+// gives a rotation by 2 bits to the left. The bits within the 6-bit fields of words 0 and 1 then have to be reordered.
 
 namespace {
 
@@ -21,8 +18,7 @@ namespace {
 constexpr unsigned ReverseFlags(unsigned six) noexcept {
     return (six & 1) << 5 | (six & 2) << 3 | (six & 4) << 1 | (six >> 1 & 4) | (six >> 3 & 2) | six >> 5;
 }
-// The 6-bit field of word 1: bits 5-4 move to bits 1-0 in this order, bit 3 to bit 2, bits 2-0 (colour_set) to bits
-// 5-3.
+// The 6-bit field of word 1: bits 5-4 move to bits 1-0, bit 3 to bit 2, bits 2-0 (colour_set) to 5-3.
 constexpr unsigned ReorderColourSet(unsigned six) noexcept {
     return six >> 4 | (six >> 1 & 4) | (six & 7) << 3;
 }
@@ -103,23 +99,20 @@ ZEL_VBMI void ConvertVbmi(const std::uint8_t* from, tag_msg_char* to, std::size_
     }
 }
 
-constexpr Path kPaths[] = {{"AVX-512 VBMI", ConvertVbmi}, {"AVX2", ConvertAvx2}, {"scalar", ConvertScalar}};
-
-#else
-
-constexpr Path kPaths[] = {{"scalar", ConvertScalar}};
-
 #endif
+
+constexpr Path kPaths[] = {
+#if defined(__SSE2__)
+    {"AVX-512 VBMI", base::Instructions::kVbmi, ConvertVbmi},
+    {"AVX2", base::Instructions::kAvx2, ConvertAvx2},
+#endif
+    {"scalar", base::Instructions::kNone, ConvertScalar},
+};
 
 }  // namespace
 
 std::span<const Path> Paths() noexcept {
-    const std::span<const Path> paths(kPaths);
-#if defined(__SSE2__)
-    return paths.subspan(base::HasVbmi() ? 0 : base::HasAvx2() ? 1 : 2);
-#else
-    return paths;
-#endif
+    return base::SupportedPaths(kPaths);
 }
 
 }  // namespace zel::message::msg_chars
