@@ -5,7 +5,7 @@
 #include <map>
 
 #include "inspect/words.h"
-#include "module/font/format/run_codes.h"
+#include "module/font/format/measure_run_codes.h"
 #include "module/font/format/stored_glyph.h"
 
 namespace zel::inspect {

@@ -1,9 +1,7 @@
 #include "programs/cli/batch_command.h"
 
-#include <algorithm>
 #include <memory>
 #include <set>
-#include <thread>
 #include <vector>
 
 #include <CLI/App.hpp>
@@ -30,11 +28,10 @@ namespace {
 struct BatchArguments {
     run::BatchRequest request;
     host::NumberRange range;
-    std::optional<std::string> library, directory, report, trace, settings;
-    std::string name;
+    std::optional<std::string> library, name, directory, report, trace, settings;
     host::TracePixels pixels = host::TracePixels::kNo;
     bool resume = false;
-    unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
+    int jobs = DefaultJobs();
 
     bool Records() const { return library || directory; }
 };
@@ -49,6 +46,24 @@ Interval IntervalOf(const host::NumberRange& range) {
     const Interval interval{MessageNumberOf(first), MessageNumberOf(last)};
     const bool valid = interval.last >= 1 && interval.last <= kLargestNumber && interval.first <= interval.last;
     return valid ? interval : Interval{};
+}
+
+/// The directory of the font files that the module uses.
+std::string FontDirectoryOf(const run::BatchRequest& request) {
+    if (request.fonts) return host::AbsolutePath(*request.fonts);
+    const std::string messages = host::AbsolutePath(run::MessageDirectoryOf(request.disk));
+    return system::NativePath(host::MachineDirectory(system::ModulePath(messages)).c_str());
+}
+
+recorder::RecorderOptions RecorderOptionsOf(const BatchArguments& arguments, recorder::FileDigests& digests) {
+    recorder::RecorderOptions options;
+    options.context.disk = arguments.name.value_or("");
+    options.context.font_directory = FontDirectoryOf(arguments.request);
+    options.context.options = recorder::DescribeOptions(arguments.request.host, digests);
+    options.library = arguments.library;
+    options.directory = arguments.directory;
+    options.jobs = static_cast<std::size_t>(arguments.jobs);
+    return options;
 }
 
 /// Reports the numbers of a batch that records nothing.
@@ -79,7 +94,7 @@ class BatchCommand {
     RunObservers m_observers;
     std::unique_ptr<OutputFile> m_report;
     recorder::FileDigests m_digests;
-    recorder::RecorderOptions m_recorder_options;
+    const recorder::RecorderOptions m_recorder_options;
     BatchProgress m_progress;
 };
 
@@ -90,20 +105,10 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
       m_interval(IntervalOf(arguments.range)),
       m_settings(arguments.settings),
       m_observers(arguments.trace, arguments.pixels),
+      m_recorder_options(RecorderOptionsOf(arguments, m_digests)),
       m_progress(StyleFor(arguments.trace), m_interval.last - m_interval.first + 1) {
     m_request.ranges = {arguments.range};
     if (arguments.report) m_report = std::make_unique<OutputFile>(*arguments.report);
-    m_recorder_options.context.disk = arguments.name;
-    m_recorder_options.context.font_directory =
-        m_request.fonts
-            ? host::AbsolutePath(*m_request.fonts)
-            : system::NativePath(host::MachineDirectory(
-                                     system::ModulePath(host::AbsolutePath(run::MessageDirectoryOf(m_request.disk))))
-                                     .c_str());
-    m_recorder_options.context.options = recorder::DescribeOptions(m_request.host, m_digests);
-    m_recorder_options.library = arguments.library;
-    m_recorder_options.directory = arguments.directory;
-    m_recorder_options.jobs = arguments.jobs;
 }
 
 // Numbers whose recording is up to date are not imported again. Files that they lack are written from the library.
@@ -176,29 +181,25 @@ void BatchCommand::WriteReport(const run::BatchOutcome& outcome) {
 
 void AddInputs(CLI::App& command, BatchArguments& arguments) {
     run::BatchRequest& request = arguments.request;
-    command.add_option("DISK", request.disk, "the disk: a directory with MESSAGES and MACHINE")
-        ->required()
-        ->type_name("")
-        ->check(CheckPath, "");
-    command.add_option("FIRST", arguments.range.first, "the first message number")->required()->type_name("");
-    command.add_option("LAST", arguments.range.last, "the last message number, up to 9999")->required()->type_name("");
-    AddPath(command, "--fonts", request.fonts, "DIR", "the font directory [MACHINE on the disk]");
+    AddArgument(command, "DISK", request.disk, "the disk: a directory that contains MESSAGES and MACHINE")
+        .check(CheckPath, "");
+    AddRange(command, arguments.range);
+    AddPath(command, "--fonts", request.fonts, "DIR", "the directory of the font files [MACHINE on the disk]");
     AddMaps(command, request.host.maps);
     AddSettings(command, arguments.settings);
 }
 
 void AddOutputs(CLI::App& command, BatchArguments& arguments) {
     AddPath(command, "--library", arguments.library, "FILE", "record each message in a library");
-    command.add_option("--disk", arguments.name, "with --library: name of the disk; numbers are unique per disk")
-        ->type_name("NAME");
-    command.add_flag("--resume", arguments.resume,
-                     "with --library: skip numbers already recorded with the same options from unchanged files");
+    AddText(command, "--disk", arguments.name, "NAME",
+            "with --library: the name of the disk [empty]; a library contains each number once per disk");
+    command.add_flag(
+        "--resume", arguments.resume,
+        "with --library: skip numbers that are already recorded, with the same options and from unchanged files");
     AddPath(command, "--out", arguments.directory, "DIR",
             "write each message as a picture, NUMBER.png, and as a JSON document, NUMBER.json");
-    command.add_option("--jobs", arguments.jobs, "threads that encode pictures [one per core]")
-        ->type_name("N")
-        ->check(CLI::Range(1U, 256U), "");
-    AddPath(command, "--report", arguments.report, "FILE", "write the summary as JSON");
+    AddJobs(command, arguments.jobs, "threads that encode pictures");
+    AddPath(command, "--report", arguments.report, "FILE", "write a summary of the run as JSON");
     AddTrace(command, arguments.trace);
     AddTracePixels(command, arguments.pixels);
 }
@@ -212,13 +213,14 @@ void AddBatchCommand(CLI::App& app, CommandRun& run) {
     AddInputs(command, *arguments);
     AddOutputs(command, *arguments);
     command.add_flag("--warnings", arguments->request.warnings,
-                     "leave warnings on and print each box on standard error");
+                     "turn the module's warnings on and print each message box on standard error");
     AddFontPrompt(command, arguments->request.box_answer, arguments->request.browse);
     AddHostOptions(command, arguments->request.host, arguments->request.rgba);
     AddExample(command, "zeltrans batch DISK 1 9999 --library messages.zellib --resume");
     command.callback([arguments, &run] {
         if (arguments->resume && !arguments->library) throw CLI::RequiresError("--resume", "--library");
-        if (!arguments->name.empty() && !arguments->library) throw CLI::RequiresError("--disk", "--library");
+        if (!arguments->name.value_or("").empty() && !arguments->library)
+            throw CLI::RequiresError("--disk", "--library");
         run = [arguments] { return BatchCommand(*arguments).Run(); };
     });
 }

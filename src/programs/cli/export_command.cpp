@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <thread>
 #include <vector>
 
 #include <CLI/App.hpp>
@@ -31,7 +30,7 @@ struct ExportArguments {
     std::optional<std::string> name, trace, settings;
     std::vector<std::string> formats{"png"};
     exporter::ExportOptions options;
-    unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
+    int jobs = DefaultJobs();
 };
 
 /// The disk of --disk, else the only one.
@@ -64,8 +63,7 @@ ExitCode RunExportCommand(const ExportArguments& arguments) {
     const SettingsScope settings(arguments.settings);
     library::Library library(arguments.library, library::Access::kRead);
     RunObservers observers(arguments.trace);
-    exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options,
-                            static_cast<int>(arguments.jobs));
+    exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options, arguments.jobs);
     exporter::LibraryShelf shelf(library, DiskOf(library, arguments), job);
     HandleInterrupts();
     const run::ExportOutcome outcome =
@@ -103,26 +101,20 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<ExportArguments>();
     CLI::App& command =
         *app.add_subcommand("export", "Writes recorded messages as files, through the module's batch export.");
-    command.add_option("LIBRARY", arguments->library, "the library, as zeltrans batch writes it")
-        ->required()
-        ->type_name("");
-    command.add_option("FIRST", arguments->range.first, "the first message number")->required()->type_name("");
-    command.add_option("LAST", arguments->range.last, "the last message number, up to 9999")->required()->type_name("");
-    command.add_option("--out", arguments->directory, "the directory for the files")->required()->type_name("DIR");
-    command.add_option("--format", arguments->formats, "a format; may be repeated [png]")
+    AddArgument(command, "LIBRARY", arguments->library, "the library, a file that zeltrans batch has written");
+    AddRange(command, arguments->range);
+    AddRequired(command, "--out", arguments->directory, "DIR", "the directory for the files, created if it is missing");
+    command.add_option("--format", arguments->formats, "a format to write; may be repeated [png]")
         ->type_name("NAME")
         ->check(CheckFormat, "");
-    command.add_flag_callback("--list-formats", ListFormats, "list the formats")->trigger_on_parse();
+    command.add_flag_callback("--list-formats", ListFormats, "print the formats and exit")->trigger_on_parse();
     command.add_flag("--premultiplied", arguments->options.premultiplied,
                      "premultiply colours by alpha, in formats with an alpha channel");
-    command.add_option("--disk", arguments->name, "name of the disk, if the library contains several")
-        ->type_name("NAME");
-    command.add_option("--jobs", arguments->jobs, "messages exported in parallel [one per core]")
-        ->type_name("N")
-        ->check(CLI::Range(1U, 256U), "");
+    AddText(command, "--disk", arguments->name, "NAME", "the name of the disk, if the library contains several");
+    AddJobs(command, arguments->jobs, "messages exported in parallel");
     AddTrace(command, arguments->trace);
     AddSettings(command, arguments->settings);
-    AddExample(command, "zeltrans export messages.zellib 1 9999 --out pictures --format png --format html");
+    AddExample(command, "zeltrans export messages.zellib 1 9999 --out pictures --format html");
     command.callback([arguments, &run] { run = [arguments] { return RunExportCommand(*arguments); }; });
 }
 

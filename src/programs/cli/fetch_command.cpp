@@ -70,36 +70,32 @@ void AddOptions(CLI::App& command, FetchArguments& arguments) {
         return ftp::Selection::Parse(text, why) ? std::string() : why;
     };
     constexpr int kMaxSeconds = 3600;
-    command
-        .add_option(
-            "URL", arguments.url,
-            "ftp://HOST/DIR; DIR is relative to the login directory, or absolute if it begins with another slash")
-        ->required()
-        ->check(check_url, "")
-        ->type_name("");
-    command.add_option("RANGE", arguments.range, "a number, a range such as 1-20, a name, or a pattern such as '.00*'")
-        ->required()
-        ->check(check_range, "")
-        ->type_name("");
-    command.add_option("--to", arguments.to, "the local directory, created if it is missing")
-        ->required()
-        ->type_name("DIR");
-    command.add_option("--user", arguments.user, "the user name for the login [anonymous]")->type_name("NAME");
-    AddPath(command, "--netrc", arguments.netrc, "FILE", "the file with passwords [.netrc in the home directory]");
-    AddChoice<ftp::Tls>(command, "--tls", arguments.tls,
-                        {{"off", ftp::Tls::kOff}, {"try", ftp::Tls::kTry}, {"require", ftp::Tls::kRequire}},
-                        "TLS encryption; require also checks the server's certificate");
+    AddArgument(command, "URL", arguments.url,
+                "the server and its directory: ftp://HOST/DIR, or ftps:// for TLS from the start. DIR is relative to "
+                "the login directory, or absolute if it begins with another slash")
+        .check(check_url, "");
+    AddArgument(command, "RANGE", arguments.range,
+                "the messages: a number, a range such as 1-20, a name, or a pattern such as '.00*'")
+        .check(check_range, "");
+    AddRequired(command, "--to", arguments.to, "DIR", "the local directory for the files, created if it is missing");
+    AddText(command, "--user", arguments.user, "NAME",
+            "the user name for the login [the one in URL, or anonymous]. The password comes from the environment "
+            "variable ZELTRANS_FTP_PASSWORD, from a netrc file, or from a prompt");
+    AddPath(command, "--netrc", arguments.netrc, "FILE", "the netrc file with the password [~/.netrc]");
+    AddChoice<ftp::Tls>(
+        command, "--tls", arguments.tls,
+        {{"off", ftp::Tls::kOff}, {"try", ftp::Tls::kTry}, {"require", ftp::Tls::kRequire}},
+        "TLS encryption: off, if the server supports it (try), or always and with a valid certificate (require)");
     AddPath(command, "--ca", arguments.certificates, "FILE",
-            "the certificates that --tls require trusts [those of the system]");
-    command.add_flag("--active", arguments.active, "use active mode, where the server opens the data connections");
+            "the file of the certificates that --tls require trusts [the system's]");
+    command.add_flag("--active", arguments.active,
+                     "use FTP's active mode, in which the server opens the data connections");
     command.add_flag("--overwrite", arguments.overwrite, "replace existing files");
     command.add_flag("--no-fonts", arguments.no_fonts, "do not fetch the fonts that the messages use");
-    command.add_option("--connect-timeout", arguments.connect_seconds, "seconds to connect [15]")
-        ->check(CLI::Range(1, kMaxSeconds), "")
-        ->type_name("S");
-    command.add_option("--stall-timeout", arguments.stall_seconds, "seconds without data or a reply [30]")
-        ->check(CLI::Range(1, kMaxSeconds), "")
-        ->type_name("S");
+    AddInteger(command, "--connect-timeout", arguments.connect_seconds, kMaxSeconds, "S",
+               "the time limit for connecting, 1 to 3600 seconds [15]");
+    AddInteger(command, "--stall-timeout", arguments.stall_seconds, kMaxSeconds, "S",
+               "the time limit without data or a reply, 1 to 3600 seconds [30]");
 }
 
 }  // namespace
@@ -107,9 +103,7 @@ void AddOptions(CLI::App& command, FetchArguments& arguments) {
 void AddFetchCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<FetchArguments>();
     CLI::App& command =
-        *app.add_subcommand("fetch",
-                            "Fetches messages and the fonts that they use from an FTP server. The password comes from "
-                            "ZELTRANS_FTP_PASSWORD, from a netrc file, or from a prompt.");
+        *app.add_subcommand("fetch", "Fetches messages and the fonts that they use from an FTP server.");
     AddOptions(command, *arguments);
     AddExample(command, "zeltrans fetch ftp://192.0.2.7/DISK 1-20 --to DISK");
     command.callback([arguments, &run] { run = [arguments] { return RunFetchCommand(*arguments); }; });

@@ -80,12 +80,11 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
 
 void AddOptions(CLI::App& command, FontArguments& arguments) {
     run::FontRunRequest& request = arguments.request;
-    command.add_option("FONTFILE", request.file, "the font file, such as DISK/MACHINE/.0012")
-        ->required()
-        ->type_name("");
-    AddPath(command, "--png", arguments.png, "FILE", "write a sheet of all glyphs with their codes");
+    AddArgument(command, "FONTFILE", request.file, "the font file, such as DISK/MACHINE/.0012");
+    AddPath(command, "--png", arguments.png, "FILE", "write a sheet of all glyphs with their codes as PNG");
     AddTrace(command, arguments.trace);
-    command.add_flag("--warnings", request.warnings, "leave warnings on and print each box on standard error");
+    command.add_flag("--warnings", request.warnings,
+                     "turn the module's warnings on and print each message box on standard error");
     AddFontPrompt(command, request.box_answer, request.browse);
     AddMaps(command, request.maps);
     AddSettings(command, arguments.settings);

@@ -123,17 +123,16 @@ void Import::PrintSummary(const run::ImportOutcome& outcome) const {
 
 void AddInputs(CLI::App& command, ImportArguments& arguments) {
     run::ImportRequest& request = arguments.request;
-    command.add_option("MESSAGE", request.message, "the message file, such as DISK/MESSAGES/.0012")
-        ->required()
-        ->type_name("");
-    AddPath(command, "--fonts", request.fonts, "DIR", "the font directory [MACHINE beside the message's directory]");
+    AddArgument(command, "MESSAGE", request.message, "the message file, such as DISK/MESSAGES/.0012");
+    AddPath(command, "--fonts", request.fonts, "DIR",
+            "the directory of the font files [MACHINE beside the message's directory]");
     AddMaps(command, request.host.maps);
     AddSettings(command, arguments.settings);
 }
 
 void AddOutputs(CLI::App& command, ImportArguments& arguments) {
     AddPath(command, "--png", arguments.png, "FILE",
-            "write the message's picture, 720 pixels wide and as high as its video standard");
+            "write the picture as PNG: 720 x 486 pixels for NTSC, 720 x 576 for PAL; an RGBA picture in its own size");
     command.add_flag("--fields", arguments.fields, "with --png: draw the frames and names of the tab fields");
     AddPath(command, "--json", arguments.json, "FILE", "write the message as a JSON document");
     AddTrace(command, arguments.trace);
@@ -143,7 +142,7 @@ void AddOutputs(CLI::App& command, ImportArguments& arguments) {
 void AddChoices(CLI::App& command, ImportArguments& arguments) {
     run::ImportRequest& request = arguments.request;
     command.add_flag("--warnings", arguments.warnings,
-                     "import through the main dialog and print each box on standard error");
+                     "import through the module's main dialog and print each message box on standard error");
     AddFontPrompt(command, request.box_answer, request.browse);
     AddHostOptions(command, request.host, request.rgba);
 }

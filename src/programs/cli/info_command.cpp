@@ -89,12 +89,10 @@ class Info {
 void AddInfoCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<InfoArguments>();
     CLI::App& command = *app.add_subcommand("info", "Reports the kind, the contents and the defects of files.");
-    command
-        .add_option("FILE", arguments->files,
-                    "message, font, RGBA or name list files; a directory stands for all files in it")
-        ->required()
-        ->type_name("");
-    command.add_flag("--json", arguments->json, "one JSON object per line and file");
+    AddArgument(command, "FILE", arguments->files,
+                "message, font, RGBA picture or name list files, or directories, which are read with their "
+                "subdirectories");
+    command.add_flag("--json", arguments->json, "print one JSON object per file, each in one line");
     AddExample(command, "zeltrans info DISK/MESSAGES/.0012\n  zeltrans info DISK");
     command.callback([arguments, &run] { run = [arguments] { return Info(*arguments).Run(); }; });
 }

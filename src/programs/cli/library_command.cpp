@@ -180,8 +180,9 @@ void AddNumber(CLI::App& command, LibraryArguments& arguments) {
         ->type_name("");
 }
 
-void AddDisk(CLI::App& command, LibraryArguments& arguments) {
-    command.add_option("--disk", arguments.disk, "the disk with this name")->type_name("NAME");
+void AddRecordingKey(CLI::App& command, LibraryArguments& arguments) {
+    AddNumber(command, arguments);
+    AddText(command, "--disk", arguments.disk, "NAME", "the name of the disk, if the number is recorded from several");
 }
 
 // One subcommand of `library`, with the library's file as its first argument.
@@ -189,7 +190,7 @@ CLI::App& AddSubcommand(CLI::App& library, const std::string& name, const std::s
                         const std::shared_ptr<LibraryArguments>& arguments, CommandRun& run,
                         ExitCode (*work)(const LibraryArguments&)) {
     CLI::App& command = *library.add_subcommand(name, description);
-    command.add_option("LIBRARY", arguments->library, "the library's file")->required()->type_name("");
+    AddArgument(command, "LIBRARY", arguments->library, "the library, a file that zeltrans batch has written");
     command.callback([arguments, &run, work] { run = [arguments, work] { return work(*arguments); }; });
     return command;
 }
@@ -204,27 +205,27 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
                          ExitCode (*work)(const LibraryArguments&)) -> CLI::App& {
         return AddSubcommand(library, name, description, arguments, run, work);
     };
-    AddDisk(add("list", "Lists the recordings by disk and number.", ListLibrary), *arguments);
+    CLI::App& list = add("list", "Lists the recordings by disk and number.", ListLibrary);
+    AddText(list, "--disk", arguments->disk, "NAME", "only recordings from the disk of this name");
 
-    add("search", "Finds recordings by text, tab field and file.", SearchLibrary)
-        .add_option("WORDS", arguments->words, "words or their beginnings; all of them must occur")
-        ->required()
-        ->type_name("");
+    CLI::App& search = add(
+        "search", "Lists the recordings that contain all of the given words in their text, tab fields or file paths.",
+        SearchLibrary);
+    AddArgument(search, "WORDS", arguments->words, "words or beginnings of words");
 
-    CLI::App& show = add("show", "Shows one recording or writes its parts to files.", ShowRecording);
-    AddNumber(show, *arguments);
-    AddDisk(show, *arguments);
-    AddPath(show, "--png", arguments->png, "FILE", "write the picture");
+    CLI::App& show = add("show", "Shows one recording, or writes its picture or document to a file.", ShowRecording);
+    AddRecordingKey(show, *arguments);
+    AddPath(show, "--png", arguments->png, "FILE", "write the picture as PNG");
     AddPath(show, "--json", arguments->json, "FILE", "write the message as a JSON document");
 
-    add("merge", "Adds the recordings of other libraries; later ones replace earlier ones.", MergeLibraries)
-        .add_option("SHARD", arguments->shards, "the other libraries' files")
-        ->required()
-        ->type_name("");
+    CLI::App& merge = add("merge",
+                          "Adds the recordings of other libraries. A recording that differs from the one of the same "
+                          "disk and number replaces it.",
+                          MergeLibraries);
+    AddArgument(merge, "SHARD", arguments->shards, "the libraries whose recordings are added");
 
     CLI::App& remove = add("remove", "Removes one recording.", RemoveRecording);
-    AddNumber(remove, *arguments);
-    AddDisk(remove, *arguments);
+    AddRecordingKey(remove, *arguments);
     AddExample(library, "zeltrans library search messages.zellib weather");
 }
 

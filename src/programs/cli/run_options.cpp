@@ -1,33 +1,58 @@
 #include "programs/cli/run_options.h"
 
+#include <algorithm>
+#include <thread>
+
 #include "programs/cli/choice_option.h"
 #include "programs/cli/options.h"
 
 namespace zel::cli {
 
+namespace {
+
+constexpr int kMaxJobs = 256;
+
+}  // namespace
+
+void AddRange(CLI::App& command, host::NumberRange& range) {
+    AddArgument(command, "FIRST", range.first, "the first message number, such as 12 or .0012");
+    AddArgument(command, "LAST", range.last, "the last message number, up to 9999");
+}
+
+void AddJobs(CLI::App& command, int& jobs, const std::string& what) {
+    AddInteger(command, "--jobs", jobs, kMaxJobs, "N",
+               "number of " + what + ", 1 to " + std::to_string(kMaxJobs) + " [one per processor core]");
+}
+
+int DefaultJobs() {
+    return static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, static_cast<unsigned>(kMaxJobs)));
+}
+
 void AddMaps(CLI::App& command, std::optional<std::string>& directory) {
-    AddPath(command, "--maps", directory, "DIR", "the directory of the two name lists [none]");
+    AddPath(command, "--maps", directory, "DIR",
+            "the directory of the name lists typeface_list.txt and bitstream_fontlist.txt [none]");
 }
 
 void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std::string>& browse) {
     using enum host::BoxAnswer;
     AddChoice<host::BoxAnswer>(command, "--answer", answer, {{"yes", kYes}, {"no", kNo}, {"cancel", kCancel}},
-                               "answer to the prompt to browse for a missing font");
+                               "the answer when a font is missing and the module offers to browse for it");
     AddPath(command, "--browse", browse, "FILE",
-            "the file chosen in the file dialog for a missing font [the dialog is cancelled]");
+            "the font file chosen when the module browses for a missing font [the file dialog is cancelled]");
 }
 
 void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnswer& rgba) {
     using enum run::RgbaAnswer;
     AddChoice<run::RgbaAnswer>(command, "--rgba", rgba,
                                {{"object", kObject}, {"background", kBackground}, {"cancel", kCancel}},
-                               "how an RGBA picture is inserted");
+                               "how an RGBA picture is inserted; with cancel it is not inserted");
     std::vector<std::pair<std::string, VideoStandard>> standards;
     for (const VideoStandard standard : {VideoStandard::kNtsc, VideoStandard::kPal})
         standards.emplace_back(std::to_string(ActiveLines(standard)), standard);
     AddChoice<VideoStandard>(command, "--lines", options.standard, standards,
-                             "active lines of the host's video standard");
-    command.add_flag("--tt-convert", options.tt_convert, "send run-coded characters as text in an installed typeface");
+                             "active lines of the host's video standard: 486 for NTSC, 576 for PAL");
+    command.add_flag("--tt-convert", options.tt_convert,
+                     "send run-coded characters as text in an installed typeface instead of as bitmaps");
     command.add_flag_callback(
         "--no-baseline-align", [&options] { options.baseline_align = false; },
         "give text the vertical shift of its bitmap");
@@ -35,18 +60,18 @@ void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnsw
 
 void AddSettings(CLI::App& command, std::optional<std::string>& directory) {
     AddPath(command, "--settings", directory, "DIR",
-            "the directory of the stored settings [zeltrans in the user's configuration directory]");
+            "the directory of the stored settings [$XDG_CONFIG_HOME/zeltrans or ~/.config/zeltrans]");
 }
 
 void AddTrace(CLI::App& command, std::optional<std::string>& path) {
     AddPath(command, "--trace", path, "FILE|-",
-            "write every event that the host receives, one JSON object per line; - is standard output");
+            "write each event that the host receives as a JSON object in one line; - is standard output");
 }
 
 void AddTracePixels(CLI::App& command, host::TracePixels& pixels) {
     command.add_flag_callback(
         "--pixels", [&pixels] { pixels = host::TracePixels::kYes; },
-        "with --trace: size and checksum of each character's pixels");
+        "with --trace: add the size and checksum of each character's pixels");
 }
 
 }  // namespace zel::cli

@@ -5,6 +5,7 @@
 
 #include <CLI/App.hpp>
 
+#include "host/number_range.h"
 #include "host/reference_host.h"
 #include "host/run/dialog_script.h"
 #include "host/trace.h"
@@ -12,6 +13,15 @@
 
 /// Options that several commands share which run the module.
 namespace zel::cli {
+
+/// FIRST and LAST.
+void AddRange(CLI::App& command, host::NumberRange& range);
+
+/// --jobs.
+/// @param what  is done in parallel.
+void AddJobs(CLI::App& command, int& jobs, const std::string& what);
+/// The default of --jobs: one per processor core.
+int DefaultJobs();
 
 /// --maps: the directory of the name lists.
 void AddMaps(CLI::App& command, std::optional<std::string>& directory);

@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "programs/cli/diagnostics.h"
+#include "programs/cli/help_formatter.h"
 
 namespace zel::cli {
 
@@ -31,10 +32,17 @@ std::span<const NamedCommand> SelectedOrAll(std::span<const NamedCommand> comman
 
 ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
     CLI::App app("Imports Zelmara! messages and fonts through the ZelTrans module.", "zeltrans");
-    app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION);
+    // The commands inherit these three.
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.set_help_flag("-h,--help", "print this help and exit");
+    app.group("Commands");
+    app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION, "print the version and exit");
     app.require_subcommand(1);
     CommandRun run;
     for (const NamedCommand& command : SelectedOrAll(commands, argc, argv)) command.add(app, run);
+    app.footer(
+        "\"zeltrans COMMAND --help\" describes a command.\n"
+        "Exit codes: 0 success, 1 failure, 2 invalid arguments.");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

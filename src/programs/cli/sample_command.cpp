@@ -62,11 +62,8 @@ void AddSampleCommand(CLI::App& app, CommandRun& run) {
     const auto directory = std::make_shared<std::string>();
     CLI::App& command =
         *app.add_subcommand("sample", "Writes a demonstration disk: messages, fonts and the two name lists.");
-    command
-        .add_option("DIR", *directory,
-                    "the disk's directory, created if it is missing; existing files of the same names are replaced")
-        ->required()
-        ->type_name("");
+    AddArgument(command, "DIR", *directory,
+                "the disk's directory, created if it is missing; existing files of the same names are replaced");
     AddExample(command, "zeltrans sample DISK");
     command.callback([directory, &run] { run = [directory] { return WriteSample(*directory); }; });
 }

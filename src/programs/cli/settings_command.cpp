@@ -138,13 +138,11 @@ ExitCode RunSettings(Action action, const SettingsArguments& arguments) {
 CLI::App& AddAction(CLI::App& settings, const std::string& name, const std::string& description,
                     const std::shared_ptr<SettingsArguments>& arguments, CommandRun& run, Action action) {
     CLI::App& command = *settings.add_subcommand(name, description);
-    command.add_option("SECTION", arguments->section, "the section, or a recent list such as FontDir")
-        ->required()
-        ->type_name("");
-    command.add_option("KEY", arguments->key, "the entry, or an index of the list; 0 is the newest")
-        ->required()
-        ->type_name("");
-    command.fallthrough();
+    AddArgument(command, "SECTION", arguments->section,
+                "a section, such as ZELFTPSaveOptions, or a recent list, such as FontDir");
+    AddArgument(command, "KEY", arguments->key,
+                "an entry of the section, such as Username, or an index of the list, where 0 is the newest");
+    AddSettings(command, arguments->directory);
     command.callback([arguments, action, &run] { run = [=] { return RunSettings(action, *arguments); }; });
     return command;
 }
@@ -157,11 +155,9 @@ void AddSettingsCommand(CLI::App& app, CommandRun& run) {
     AddSettings(settings, arguments->directory);
     settings.require_subcommand(0, 1);
     AddAction(settings, "get", "Prints one setting.", arguments, run, &Get);
-    AddAction(settings, "set", "Stores one setting.", arguments, run, &Set)
-        .add_option("VALUE", arguments->value, "an integer or a text, depending on the entry")
-        ->required()
-        ->type_name("");
-    AddAction(settings, "unset", "Removes one setting, which restores its default.", arguments, run, &Unset);
+    CLI::App& set = AddAction(settings, "set", "Stores one setting.", arguments, run, &Set);
+    AddArgument(set, "VALUE", arguments->value, "an integer or a text, as the entry requires");
+    AddAction(settings, "unset", "Removes one setting, which restores the module's default.", arguments, run, &Unset);
     AddExample(settings, "zeltrans settings set ZELFNTSaveOptions SkipWarnings 1");
     settings.callback([arguments, &settings, &run] {
         if (settings.get_subcommands().empty()) run = [arguments] { return RunSettings(&List, *arguments); };

@@ -1,3 +1,5 @@
+#include <sstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -10,14 +12,19 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST(Help, OfEachCommandGivesAnExample) {
+TEST(Help, OfEachCommandFitsIntoATerminalAndGivesAnExample) {
     const CommandDisk disk;
-    for (const std::string command : {"import", "font", "info", "sample"}) {
+    for (const std::string command :
+         {"import", "batch", "export", "font", "info", "library", "fetch", "sample", "settings"}) {
         const CommandResult result = disk.Shell("zeltrans " + command + " --help");
-        EXPECT_EQ(result.exit_code, 0);
-        EXPECT_THAT(result.out, HasSubstr("Example:\n  zeltrans " + command));
-        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(result.exit_code, 0) << command;
+        EXPECT_EQ(result.err, "") << command;
+        EXPECT_THAT(result.out, HasSubstr("Usage: zeltrans " + command + " [OPTIONS] ")) << command;
+        EXPECT_THAT(result.out, HasSubstr("Example:\n  zeltrans " + command)) << command;
+        std::istringstream lines(result.out);
+        for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
     }
+    EXPECT_THAT(disk.Shell("zeltrans export --help").out, HasSubstr("[OPTIONS] --out DIR LIBRARY FIRST LAST\n"));
     EXPECT_EQ(disk.Shell("zeltrans --help").exit_code, 0);
     EXPECT_THAT(disk.Shell("zeltrans --version").out, StartsWith("zeltrans "));
 }
