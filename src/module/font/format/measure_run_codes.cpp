@@ -4,8 +4,6 @@
 #include <array>
 #include <optional>
 
-#include "base/vector_support.h"
-
 namespace zel::font {
 
 namespace {

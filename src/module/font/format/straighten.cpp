@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "base/vector_support.h"
-
 namespace zel::font::straighten {
 
 namespace {
