@@ -16,12 +16,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         for (const ftp::ListingEntry& entry : listing.entries) {
             fuzz::Require(entry.kind == ftp::EntryKind::kDirectory ? ftp::IsDirectoryName(entry.name)
                                                                    : ftp::IsFileName(entry.name),
-                          "a name that can be taken");
+                          "an acceptable name");
             fuzz::Require(listing.Find(entry.name) == &entry, "each name once");
             fuzz::Require(entry.kind != ftp::EntryKind::kDirectory || listing.FindDirectory(entry.name) == &entry,
                           "a directory by its name");
         }
-        fuzz::Require(listing.Find("no/name") == nullptr, "what isn't there isn't found");
+        fuzz::Require(listing.Find("no/name") == nullptr, "a missing name isn't found");
         fuzz::Require(std::ranges::is_sorted(listing.entries, {}, &ftp::ListingEntry::name), "sorted by name");
     }
     return 0;
