@@ -23,11 +23,11 @@ std::string Reason(font::FontOutcome outcome, const tag_font_memory& slot, const
         case font::FontOutcome::kRead:
             return {};
         case font::FontOutcome::kWrongType:
-            return "it is no font";
+            return "it is not a font";
         case font::FontOutcome::kNoDirectoryMemory:
-            return "there is no memory for its character directory";
+            return "out of memory for its character directory";
         case font::FontOutcome::kNoMemory:
-            return slot.font_header != nullptr ? NoMemoryReason(*slot.font_header) : "there is no memory for it";
+            return slot.font_header != nullptr ? NoMemoryReason(*slot.font_header) : "out of memory";
         case font::FontOutcome::kShortSampleRow:
             if (found.sections.back().present == found.sections.back().size)
                 return "a sample in it has rows of no bytes";

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "base/text.h"
 #include "module/contract/dialog_ids.h"
 #include "module/contract/stored_settings.h"
 #include "module/contract/zel_trans_export.h"
@@ -108,7 +109,7 @@ void ModuleTest::WriteMessage(const samples::MessageFile& message, const std::st
 }
 
 void ModuleTest::WriteFont(unsigned number, const samples::FontFile& font) const {
-    WriteFile("MACHINE/" + samples::NumberedName(number), samples::WriteFont(font));
+    WriteFile("MACHINE/" + base::NumberedName(static_cast<int>(number)), samples::WriteFont(font));
 }
 
 void ModuleTest::Import(const std::string& name) {

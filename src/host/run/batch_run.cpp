@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <variant>
 
+#include "base/text.h"
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/run/failure_text.h"
@@ -19,12 +20,6 @@
 namespace zel::run {
 
 namespace {
-
-std::string NameOf(int number) {
-    char name[16];
-    std::snprintf(name, sizeof name, ".%04d", number);
-    return name;
-}
 
 bool Exists(const std::string& module_path) {
     std::error_code ignored;
@@ -102,8 +97,8 @@ void BatchTracker::AfterRead() {
 host::BatchItem BatchTracker::Failed(int status) const {
     const bool was_found = status == ImportStatus::kLoadFailed || status == ImportStatus::kFontPromptCancelled;
     ImportRequest import;
-    import.message =
-        MessageDirectoryOf(m_request.disk) + "/" + (was_found ? m_main->m_sMessageID.GetString() : NameOf(m_number));
+    import.message = MessageDirectoryOf(m_request.disk) + "/" +
+                     (was_found ? m_main->m_sMessageID.GetString() : base::NumberedName(m_number));
     import.fonts = m_request.fonts;
     ImportOutcome outcome;
     outcome.status = status;
@@ -111,7 +106,7 @@ host::BatchItem BatchTracker::Failed(int status) const {
     outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
     const ImportPaths paths = ImportPathsOf(import.message, import.fonts);
     if (status == ImportStatus::kMessageNotFound && !Exists(paths.message) &&
-        !Exists(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
+        !Exists(paths.message_directory + "\\" + base::NumberedName(m_number).substr(1))) {
         return {m_number, host::ItemOutcome::kMissing, {}};
     }
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
@@ -120,8 +115,9 @@ host::BatchItem BatchTracker::Failed(int status) const {
 std::optional<int> BatchTracker::FailCurrent(const std::string& exception) {
     if (!m_reading) return std::nullopt;
     m_reading = false;
-    ReportItem({m_number, host::ItemOutcome::kFailed,
-                MessageDirectoryOf(m_request.disk) + "/" + NameOf(m_number) + ": reading stopped: " + exception});
+    ReportItem(
+        {m_number, host::ItemOutcome::kFailed,
+         MessageDirectoryOf(m_request.disk) + "/" + base::NumberedName(m_number) + ": reading stopped: " + exception});
     return m_number;
 }
 

@@ -4,6 +4,8 @@
 #include <array>
 #include <optional>
 
+#include "base/vector_support.h"
+
 namespace zel::font {
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "base/vector_support.h"
+#include "base/instructions.h"
 #include "module/font/format/run_codes.h"
 
 namespace zel::font {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/vector_support.h"
+
 namespace zel::font::straighten {
 
 namespace {

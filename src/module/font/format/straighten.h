@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "base/vector_support.h"
+#include "base/instructions.h"
 
 namespace zel::font::straighten {
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "base/instructions.h"
 #include "base/vector_support.h"
 
 namespace zel::message {

@@ -5,6 +5,8 @@
 #include <bit>
 #include <cstring>
 
+#include "base/vector_support.h"
+
 namespace zel::message::msg_chars {
 
 // A record consists of four words. A word loaded from the file has its two bytes exchanged, which is a rotation by 8

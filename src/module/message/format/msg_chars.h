@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "base/vector_support.h"
+#include "base/instructions.h"
 #include "module/contract/records/msg_row.h"
 
 namespace zel::message::msg_chars {
