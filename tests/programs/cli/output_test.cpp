@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
         OutputCase{"a_picture_on_a_device", "--png /dev/null", "/dev/null: can't be written: it is no plain file"},
         OutputCase{"the_second_of_two", "--json a.json --png no/a.png",
                    "no/a.png: can't be written: No such file or directory"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Outputs, StayAsTheyWereWhenTheImportFails) {
     const CommandDisk disk;
