@@ -128,11 +128,8 @@ samples::Bytes Describe(fuzz::Random& random) {
 }
 
 void Observe(fuzz::Input file, message::SectionObserver& sections) {
-    message::ByteSource source(file);
-    tag_font_memory slot;
-    bool tessor = false;
-    font::LoadFont(source, slot, tessor, &sections);
-    font::ReleaseFontBlocks(slot);
+    font::LoadedFont font;
+    font::LoadFont(file, font, &sections);
 }
 
 }  // namespace

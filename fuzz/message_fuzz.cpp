@@ -128,9 +128,8 @@ bool AnnouncesTooMuch(fuzz::Input file) {
 
 void Observe(fuzz::Input file, message::SectionObserver& sections) {
     if (AnnouncesTooMuch(file)) return;
-    message::ByteSource source(file);
     message::LoadedMessage message;
-    message::LoadMessage(source, message, &sections);
+    message::LoadMessage(file, message, &sections);
 }
 
 }  // namespace

@@ -3,7 +3,8 @@
 #include <vector>
 
 #include "fuzz_target.h"
-#include "module/font/format/run_codes.h"
+#include "module/font/format/draw_run_codes.h"
+#include "module/font/format/measure_run_codes.h"
 #include "samples/run_codes.h"
 
 using namespace zel;

@@ -48,16 +48,21 @@ class SqliteStatement {
 class SqliteDatabase {
   public:
     enum class Opening {
-        kExisting,   ///< the file must be there.
-        kMake,       ///< the file is made if it is missing.
-        kImmutable,  ///< nobody writes it while it is open, and nothing is made beside it.
+        /// The file must exist.
+        kExisting,
+        /// The file is created if it is missing.
+        kMake,
+        /// Nobody writes the file while it is open, and no file is made beside it.
+        kImmutable,
+        /// The database is in memory, and there is no file.
+        kMemory,
     };
 
     /// @param patience  how long a call waits for a second process to end its write.
     SqliteDatabase(const std::filesystem::path& file, Opening opening,
                    std::chrono::milliseconds patience = std::chrono::seconds(5));
 
-    /// Code and words of the last failure.
+    /// Code and message of the last failure.
     int ErrorCode() const;
     std::string Error() const;
     /// Number of rows that the last statement changed, and number of the last row that was inserted.
@@ -67,7 +72,10 @@ class SqliteDatabase {
     SqliteStatement Prepare(const char* sql) { return {m_handle.get(), sql}; }
     bool Run(const char* sql) { return Prepare(sql).Run(); }
 
-    /// For what stands in no statement. Owned; a file that couldn't be opened may have none.
+    /// The database as the bytes of a file; empty when there isn't enough memory.
+    std::string Bytes() const;
+
+    /// For calls that no statement can express. Owned; a file that couldn't be opened may have none.
     sqlite3* Handle() const noexcept { return m_handle.get(); }
 
   private:

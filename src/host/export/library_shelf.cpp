@@ -16,7 +16,7 @@ void LibraryShelf::Begin(int number) {
 }
 
 void LibraryShelf::Complete(int /*number*/, const std::string& /*path*/) {
-    if (m_recording) m_job.Export(*m_recording);
+    if (m_recording) m_job.Export(std::move(*m_recording));
     m_recording.reset();
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 
+#include "base/fold_case.h"
 #include "host/ftp/fetch_file.h"
 #include "host/ftp/list_directory.h"
 #include "host/ftp/remote_name.h"
@@ -97,7 +98,7 @@ class Fetcher {
             m_layout = Layout::kDisk;
         } else {
             m_messages.remote = m_request.directory;
-            if (SameName(LastPart(m_request.directory), kMessages)) {
+            if (base::EqualsFolded(LastPart(m_request.directory), kMessages)) {
                 const bool lower = LastPart(m_request.directory).front() == 'm';
                 m_font_directory = Sibling(m_request.directory, lower ? "machine" : kMachine);
                 m_layout = Layout::kBeside;
@@ -182,7 +183,7 @@ class Fetcher {
     SafeDirectory OpenMachine() const {
         std::filesystem::path to = std::filesystem::absolute(m_request.to).lexically_normal();
         if (!to.has_filename()) to = to.parent_path();
-        const bool beside = m_layout == Layout::kBeside && SameName(to.filename().string(), kMessages);
+        const bool beside = m_layout == Layout::kBeside && base::EqualsFolded(to.filename().string(), kMessages);
         return SafeDirectory(beside ? to.parent_path() : to).Below(std::string(kMachine));
     }
 

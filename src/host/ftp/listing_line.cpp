@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/fold_case.h"
 #include "host/ftp/remote_name.h"
 
 namespace zel::ftp {
@@ -36,15 +37,15 @@ void ReadFact(std::string_view fact, ListingLine& line) noexcept {
     const std::size_t equals = std::min(fact.find('='), fact.size());
     const std::string_view key = fact.substr(0, equals);
     const std::string_view value = fact.substr(std::min(equals + 1, fact.size()));
-    if (SameName(key, "type")) {
-        line.kind = SameName(value, "file")  ? EntryKind::kFile
-                    : SameName(value, "dir") ? EntryKind::kDirectory
-                                             : EntryKind::kUnknown;
+    if (base::EqualsFolded(key, "type")) {
+        line.kind = base::EqualsFolded(value, "file")  ? EntryKind::kFile
+                    : base::EqualsFolded(value, "dir") ? EntryKind::kDirectory
+                                                       : EntryKind::kUnknown;
         line.special = line.kind == EntryKind::kUnknown;
-        if (SameName(value, "cdir") || SameName(value, "pdir")) line.name = ".";
-    } else if (SameName(key, "size")) {
+        if (base::EqualsFolded(value, "cdir") || base::EqualsFolded(value, "pdir")) line.name = ".";
+    } else if (base::EqualsFolded(key, "size")) {
         line.size = Number(value);
-    } else if (SameName(key, "modify") && IsTime(value)) {
+    } else if (base::EqualsFolded(key, "modify") && IsTime(value)) {
         line.modified = value;
     }
 }

@@ -34,9 +34,6 @@ constexpr bool IsDigit(char c) noexcept {
     return c >= '0' && c <= '9';
 }
 
-/// Equal, ignoring the case of ASCII letters.
-bool SameName(std::string_view a, std::string_view b) noexcept;
-
 /// The last component of a remote path, without trailing separators; empty for the root and for an empty path.
 std::string_view LastPart(std::string_view path) noexcept;
 /// The path with its last component replaced.

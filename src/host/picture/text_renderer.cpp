@@ -21,7 +21,7 @@ namespace zel::picture {
 
 namespace {
 
-/// In pixels. A taller character covers the whole picture many times over; heights come from a file.
+/// In pixels. A taller character would cover the whole picture many times over. Heights come from files.
 constexpr LONG kMaxHeight = 2048;
 /// Bytes of the cached glyphs; a message of ordinary text needs a hundredth of them.
 constexpr std::size_t kCacheSize = std::size_t{32} << 20;
@@ -53,7 +53,7 @@ Edge EdgeOf(const tag_CharInf& info) noexcept {
     return {EdgeType{info.edge_type}, info.edge_angle, info.edge_size};
 }
 
-/// Sets the size of a face from the height in a LOGFONT, see TextRenderer::Get.
+/// Sets the size of a face to the height of a LOGFONT, see TextRenderer::Get.
 bool SetHeight(FT_Face face, LONG height) {
     const LONG pixels = std::clamp(height, -kMaxHeight, kMaxHeight);
     double em = -pixels;
@@ -94,7 +94,7 @@ GlyphHandle LoadOutline(FT_Face face, unsigned character) {
     return GlyphHandle(outline);
 }
 
-/// The outline, widened on every side by a number of pixels.
+/// The outline, widened on every side by `size` pixels.
 Coverage Border(FT_Stroker stroker, FT_GlyphRec_& outline, int size) {
     if (stroker == nullptr) return {};
     FT_Stroker_Set(stroker, FT_Fixed{size} * 64, FT_STROKER_LINECAP_ROUND, FT_STROKER_LINEJOIN_ROUND, 0);

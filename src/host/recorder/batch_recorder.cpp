@@ -1,10 +1,10 @@
 #include "host/recorder/batch_recorder.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 #include <utility>
 
+#include "base/text.h"
 #include "base/whole_file.h"
 #include "host/document/indented_json.h"
 
@@ -19,9 +19,7 @@ constexpr auto kLongestWait = std::chrono::milliseconds(200);
 constexpr std::size_t kWaitingPerThread = 2;
 
 std::filesystem::path FileOf(int number, const std::string& directory, const char* extension) {
-    char name[32];
-    std::snprintf(name, sizeof name, "%04d%s", number, extension);
-    return std::filesystem::path(directory) / name;
+    return std::filesystem::path(directory) / (base::FourDigits(number) + extension);
 }
 
 void MakeDirectory(const std::string& directory) {
@@ -50,8 +48,8 @@ BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digest
     : m_options(options), m_digests(digests), m_done(std::move(done)), m_stored_at(std::chrono::steady_clock::now()) {
     if (options.library) m_library.emplace(*options.library, library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
-    m_workers = std::make_unique<OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
-                                                         [this](Result result) { Take(std::move(result)); });
+    m_workers = std::make_unique<base::OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
+                                                               [this](Result result) { Take(std::move(result)); });
 }
 
 BatchRecorder::~BatchRecorder() = default;

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "base/ordered_workers.h"
 #include "host/host_observer.h"
 #include "host/library/library.h"
 #include "host/picture/picture_composer.h"
 #include "host/recorder/make_recording.h"
-#include "host/recorder/ordered_workers.h"
 
 namespace zel::recorder {
 
@@ -73,7 +73,7 @@ class BatchRecorder : public host::HostObserver {
     /// To be reported when the chunk is stored.
     std::vector<RecordedItem> m_items;
     std::chrono::steady_clock::time_point m_stored_at;
-    std::unique_ptr<OrderedWorkers<Result>> m_workers;
+    std::unique_ptr<base::OrderedWorkers<Result>> m_workers;
 };
 
 /// Writes the picture and the document of a recording, see RecorderOptions::directory.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <ctime>
 
+#include "base/field_text.h"
+#include "base/utf8.h"
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
 #include "host/module_text.h"
@@ -45,12 +47,11 @@ std::string TextOf(const document::MessageRecord& message) {
         line = row;
         x = character.info.x;
     }
-    return host::Utf8FromBytes(bytes);
+    return base::Utf8FromLatin1(bytes);
 }
 
 std::string FieldName(const tag_tab_field& tab) {
-    const std::string_view name(tab.tab_name, sizeof tab.tab_name);
-    return host::Utf8FromBytes(name.substr(0, name.find('\0')));
+    return base::Utf8FromLatin1(base::FieldText(tab.tab_name));
 }
 
 library::RecordingKind KindOf(const document::MessageRecord& message) {
@@ -60,7 +61,7 @@ library::RecordingKind KindOf(const document::MessageRecord& message) {
 
 void AddParts(const document::MessageRecord& message, library::Recording& recording) {
     for (const auto& font : message.fonts) {
-        if (font) recording.fonts.push_back(host::Utf8FromBytes(font->header.Name()));
+        if (font) recording.fonts.push_back(base::Utf8FromLatin1(font->header.Name()));
     }
     for (const tag_tab_field& tab : message.tabs) {
         recording.fields.push_back({FieldName(tab), tab.tab_start, tab.tab_top, tab.tab_end, tab.tab_bottom});

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "base/sha256.h"
+#include "base/text.h"
 #include "host/document/message_warnings.h"
 #include "platform/system/files.h"
 
@@ -17,9 +18,7 @@ namespace {
 constexpr std::size_t kMostKnown = 256;
 
 std::string FontPath(const std::string& directory, int number) {
-    char name[16];
-    std::snprintf(name, sizeof name, "/.%04d", number);
-    return directory + name;
+    return directory + "/" + base::NumberedName(number);
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ std::string DirectoryError(const std::string& what, const std::string& module_pa
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     std::string text = "the " + what + " directory " + path;
-    if (!std::filesystem::exists(status)) return text + " is not there";
+    if (!std::filesystem::exists(status)) return text + " does not exist";
     if (!std::filesystem::is_directory(status)) return text + " is not a directory";
     return text + " could not be used";
 }

@@ -7,6 +7,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include "base/file_descriptor.h"
 #include "host/settings/settings_database.h"
 #include "platform/system/types.h"
 
@@ -21,16 +22,11 @@ class DirectoryLock {
   public:
     explicit DirectoryLock(const std::filesystem::path& directory)
         : m_descriptor(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        if (m_descriptor >= 0) flock(m_descriptor, LOCK_EX);
+        if (m_descriptor.IsOpen()) flock(m_descriptor.Get(), LOCK_EX);
     }
-    ~DirectoryLock() {
-        if (m_descriptor >= 0) close(m_descriptor);
-    }
-    DirectoryLock(const DirectoryLock&) = delete;
-    DirectoryLock& operator=(const DirectoryLock&) = delete;
 
   private:
-    int m_descriptor;
+    base::FileDescriptor m_descriptor;
 };
 
 /// An unused name beside the file.

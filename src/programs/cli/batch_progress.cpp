@@ -5,17 +5,13 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/text.h"
+
 namespace zel::cli {
 
 namespace {
 
 constexpr std::size_t kMaxShownReasons = 20;
-
-std::string Name(int number) {
-    char name[16];
-    std::snprintf(name, sizeof name, ".%04d", number);
-    return name;
-}
 
 std::string Clock(double seconds) {
     const long whole = static_cast<long>(seconds + 0.5);
@@ -36,7 +32,7 @@ BatchProgress::BatchProgress(Style style, int total)
 
 void BatchProgress::Add(const recorder::RecordedItem& recorded) {
     const host::BatchItem& item = recorded.item;
-    std::string line = Name(item.number);
+    std::string line = base::NumberedName(item.number);
     switch (item.outcome) {
         case host::ItemOutcome::kRecorded:
             ++m_recorded;
@@ -85,7 +81,7 @@ void BatchProgress::Close() {
     if (m_style == Style::kOneLine) {
         m_line.Clear();
         for (std::size_t i = 0; i < m_failures.size() && i < kMaxShownReasons; ++i) {
-            std::cout << Name(m_failures[i].first) << " failed: " << m_failures[i].second << "\n";
+            std::cout << base::NumberedName(m_failures[i].first) << " failed: " << m_failures[i].second << "\n";
         }
         if (m_failures.size() > kMaxShownReasons) std::cout << m_failures.size() - kMaxShownReasons << " more failed\n";
         if (!m_warnings.empty()) std::cout << m_warnings.size() << " with warnings\n";

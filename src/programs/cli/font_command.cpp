@@ -6,6 +6,8 @@
 
 #include <CLI/App.hpp>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "host/module_text.h"
 #include "host/picture/glyph_sheet.h"
 #include "host/picture/png_writer.h"
@@ -34,7 +36,7 @@ struct FontSummary {
 };
 
 FontSummary Summarize(const tag_font_memory& slot) {
-    FontSummary summary{host::Utf8FromBytes(slot.font_header->Name()), slot.font_header->font_height};
+    FontSummary summary{base::Utf8FromLatin1(slot.font_header->Name()), slot.font_header->font_height};
     for (unsigned code = 0; code < kDirectoryEntries; ++code) summary.glyphs += slot.Entry(code)->HasGlyph() ? 1 : 0;
     return summary;
 }
@@ -69,7 +71,7 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     PrintSheetNotes(sheet);
     if (!observers.TraceIsStandardOutput()) {
         std::cout << arguments.request.file << ": \"" << summary.name << "\", height " << summary.height << ", "
-                  << summary.glyphs << (summary.glyphs == 1 ? " glyph" : " glyphs")
+                  << base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph")
                   << (arguments.png ? "; wrote " + *arguments.png : "") << std::endl;
     }
     settings.PrintAnyNote();

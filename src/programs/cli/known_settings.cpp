@@ -4,6 +4,7 @@
 #include <charconv>
 #include <string_view>
 
+#include "base/fold_case.h"
 #include "platform/script/memory_settings_store.h"
 
 namespace zel::cli {
@@ -30,16 +31,11 @@ constexpr KnownSetting kKnown[] = {
     {"RGBFTPSaveOptions", "Username", kText},
 };
 
-bool SameName(std::string_view a, std::string_view b) {
-    const script::NameLess less;
-    return !less(a, b) && !less(b, a);
-}
-
 }  // namespace
 
 const KnownSetting* FindKnownSetting(const std::string& section, const std::string& entry) {
     const auto* const found = std::ranges::find_if(kKnown, [&](const KnownSetting& known) {
-        return SameName(known.section, section) && SameName(known.entry, entry);
+        return base::EqualsFolded(known.section, section) && base::EqualsFolded(known.entry, entry);
     });
     return found != std::end(kKnown) ? found : nullptr;
 }
@@ -53,7 +49,7 @@ std::optional<int> RecentList::Index(const std::string& value_name) const {
         std::string_view(value_name).substr(std::min(value_name.rfind(' ') + 1, value_name.size()));
     int index = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), index);
-    return index >= 0 && SameName(value_name, ValueName(index)) ? std::optional(index) : std::nullopt;
+    return index >= 0 && base::EqualsFolded(value_name, ValueName(index)) ? std::optional(index) : std::nullopt;
 }
 
 const std::vector<RecentList>& RecentLists() {
@@ -63,8 +59,8 @@ const std::vector<RecentList>& RecentLists() {
 }
 
 const RecentList* FindRecentList(const std::string& name) {
-    const auto found =
-        std::ranges::find_if(RecentLists(), [&](const RecentList& list) { return SameName(list.name, name); });
+    const auto found = std::ranges::find_if(
+        RecentLists(), [&](const RecentList& list) { return base::EqualsFolded(list.name, name); });
     return found != RecentLists().end() ? &*found : nullptr;
 }
 

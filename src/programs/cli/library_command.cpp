@@ -7,6 +7,7 @@
 
 #include <CLI/App.hpp>
 
+#include "base/text.h"
 #include "host/library/library.h"
 #include "module/contract/message_id.h"
 #include "programs/cli/diagnostics.h"
@@ -39,7 +40,7 @@ library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& a
         found.push_back({disk, arguments.number});
         disks += (disks.empty() ? "" : ", ") + DiskName(disk);
     }
-    const std::string what = arguments.library + ": message " + NumberName(arguments.number);
+    const std::string what = arguments.library + ": message " + base::NumberedName(arguments.number);
     if (found.size() > 1) {
         throw CommandError(what + " is recorded from several disks; choose one with --disk: " + disks);
     }
@@ -51,7 +52,7 @@ library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& a
 ExitCode PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
     const auto with_warnings = static_cast<std::size_t>(
         std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
-    std::cout << arguments.library << ": " << CountOf(entries.size(), "recording")
+    std::cout << arguments.library << ": " << base::Counted(entries.size(), "recording")
               << (with_warnings != 0 ? ", " + std::to_string(with_warnings) + " with warnings" : "") << '\n'
               << LibraryTable(entries);
     return ExitCode::kDone;
@@ -105,7 +106,8 @@ std::vector<std::string> SourceLines(const library::Recording& recording) {
 }
 
 void PrintRecording(const LibraryArguments& arguments, const library::Recording& recording) {
-    std::cout << arguments.library << ": " << KindName(recording.kind) << ' ' << NumberName(recording.number) << '\n';
+    std::cout << arguments.library << ": " << KindName(recording.kind) << ' ' << base::NumberedName(recording.number)
+              << '\n';
     PrintLabelled("Disk", TerminalText(recording.disk));
     PrintLabelled("Recorded", TerminalText(recording.recorded_at));
     PrintLabelled("Options", TerminalText(recording.options));
@@ -160,7 +162,7 @@ ExitCode RemoveRecording(const LibraryArguments& arguments) {
         return KeyOf(library, arguments);
     }();
     library::Library(arguments.library, library::Access::kWrite).Remove(key);
-    std::cout << arguments.library << ": removed " << NumberName(key.number)
+    std::cout << arguments.library << ": removed " << base::NumberedName(key.number)
               << (key.disk.empty() ? "" : " from " + DiskName(key.disk)) << '\n';
     return ExitCode::kDone;
 }

@@ -7,7 +7,6 @@
 
 #include "module/font/format/convert_char_entry.h"
 #include "module/font/format/convert_font_header.h"
-#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "samples/font_writer.h"
 
@@ -19,18 +18,10 @@ using samples::Bytes;
 using samples::FontFile;
 using testing::ElementsAre;
 
-struct Loaded {
-    explicit Loaded(std::span<const std::uint8_t> bytes, message::SectionObserver* observer = nullptr) {
-        message::ByteSource source(bytes);
-        outcome = font::LoadFont(source, slot, tessor, observer);
-    }
-    ~Loaded() { font::ReleaseFontBlocks(slot); }
-    Loaded(const Loaded&) = delete;
-    Loaded& operator=(const Loaded&) = delete;
-
-    tag_font_memory slot;
-    bool tessor = false;
-    font::FontOutcome outcome;
+struct Loaded : font::LoadedFont {
+    explicit Loaded(std::span<const std::uint8_t> bytes, message::SectionObserver* observer = nullptr)
+        : outcome(font::LoadFont(bytes, *this, observer)) {}
+    const font::FontOutcome outcome;
 };
 
 class SectionNames : public message::SectionObserver {

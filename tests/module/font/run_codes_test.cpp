@@ -1,12 +1,13 @@
 // Measuring and drawing run-coded glyphs.
-#include "module/font/format/run_codes.h"
+#include "samples/run_codes.h"
 
 #include <cmath>
 #include <random>
 
 #include <gmock/gmock.h>
 
-#include "samples/run_codes.h"
+#include "module/font/format/draw_run_codes.h"
+#include "module/font/format/measure_run_codes.h"
 
 namespace zel::test {
 

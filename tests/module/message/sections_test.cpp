@@ -22,14 +22,8 @@ class Sections : public message::SectionObserver {
     std::map<std::string, std::uint64_t> offsets;
 };
 
-message::MessageOutcome Load(std::span<const std::uint8_t> bytes, message::LoadedMessage& message,
-                             message::SectionObserver* observer = nullptr) {
-    message::ByteSource source(bytes);
-    return message::LoadMessage(source, message, observer);
-}
-
 message::MessageOutcome Load(const samples::MessageFile& file, message::LoadedMessage& message) {
-    return Load(samples::WriteMessage(file), message);
+    return message::LoadMessage(samples::WriteMessage(file), message);
 }
 
 samples::TabField Tab(unsigned start, unsigned end, unsigned row, const std::string& name = "NAME") {
@@ -65,7 +59,7 @@ TEST(MessageSections, LieWhereTheFormatPutsThem) {
     const Bytes bytes = samples::WriteMessage(WithAllSections(), &at);
     message::LoadedMessage message;
     Sections sections;
-    ASSERT_EQ(Load(bytes, message, &sections), message::MessageOutcome::kRead);
+    ASSERT_EQ(message::LoadMessage(bytes, message, &sections), message::MessageOutcome::kRead);
     EXPECT_EQ(sections.offsets, (std::map<std::string, std::uint64_t>{{"Psos file header", 0},
                                                                       {"section flags", 136},
                                                                       {"flash font", at.flash_font},
@@ -296,10 +290,10 @@ TEST(Truncation, EveryPrefixGivesItsOutcomeAndZerosForTheRest) {
     file.rows[0].cells[5].b6_word = 0x3FF;
     const Bytes bytes = samples::WriteMessage(file, &at);
     message::LoadedMessage whole;
-    ASSERT_EQ(Load(bytes, whole), message::MessageOutcome::kRead);
+    ASSERT_EQ(message::LoadMessage(bytes, whole), message::MessageOutcome::kRead);
     for (std::size_t n = 0; n <= bytes.size(); ++n) {
         message::LoadedMessage message;
-        const message::MessageOutcome outcome = Load(std::span(bytes).first(n), message);
+        const message::MessageOutcome outcome = message::LoadMessage(std::span(bytes).first(n), message);
         ASSERT_EQ(outcome, OutcomeOfPrefix(n, at)) << n;
         EXPECT_EQ(message.file_header != nullptr, n >= 136);
         if (n < 152) continue;

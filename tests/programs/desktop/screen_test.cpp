@@ -43,7 +43,7 @@ TEST_F(Screen, BoxesHaveIconsAndButtonsByStyle) {
                                {MB_RETRYCANCEL | MB_ICONASTERISK, QMessageBox::Information, 2, IDRETRY, IDCANCEL},
                                {MB_ABORTRETRYIGNORE, QMessageBox::NoIcon, 3, IDABORT, 0}}) {
         for (const bool escape : {false, true}) {
-            Then([&] {
+            InNextWindow([&] {
                 auto& box = static_cast<QMessageBox&>(*QApplication::activeModalWidget());
                 EXPECT_EQ(box.icon(), row.icon) << row.style;
                 EXPECT_EQ(static_cast<std::size_t>(box.buttons().size()), row.buttons) << row.style;
@@ -64,7 +64,7 @@ TEST_F(Screen, BoxOfAHandlerIsAChildOfTheDialog) {
     dialog.on_run = [&] {
         const CWaitCursor wait;
         EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
-        Then([&] {
+        InNextWindow([&] {
             QWidget* const box = QApplication::activeModalWidget();
             EXPECT_EQ(box->parentWidget(), screen.Find(dialog));
             EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "the user is to answer";
@@ -134,7 +134,7 @@ TEST_F(Screen, FileDialogShowsFilesThatBeginWithADot) {
     const std::string start = system::ModulePath(native);
     files.m_ofn.lpstrInitialDir = start.c_str();
     files.m_ofn.lpstrTitle = "Zelmara Font Directory";
-    Then([&] {
+    InNextWindow([&] {
         auto& shown = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
         EXPECT_EQ(shown.windowTitle(), "Zelmara Font Directory");
         auto& list = *shown.findChild<QTreeView*>();

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "base/field_text.h"
+
 namespace zel {
 
 /// Value and bits of font_flags; stored values.
@@ -44,15 +46,9 @@ struct [[gnu::packed]] tag_font_header {
     /// The low 16 bits of word_table_size, as the legacy machine takes them.
     std::int16_t WordTableBytes() const noexcept { return static_cast<std::int16_t>(word_table_size & 0xFFFF); }
     /// font_name up to its first NUL, or to the end of the field.
-    std::string_view Name() const noexcept { return Field(font_name, sizeof font_name); }
+    std::string_view Name() const noexcept { return zel::base::FieldText(font_name); }
     /// font_id_text likewise.
-    std::string_view IdText() const noexcept { return Field(font_id_text, sizeof font_id_text); }
-
-  private:
-    static std::string_view Field(const char* text, std::size_t size) noexcept {
-        const std::string_view all(text, size);
-        return all.substr(0, all.find('\0'));
-    }
+    std::string_view IdText() const noexcept { return zel::base::FieldText(font_id_text); }
 };
 static_assert(sizeof(tag_font_header) == 128 && std::is_trivially_copyable_v<tag_font_header>);
 static_assert(offsetof(tag_font_header, font_id_text) == 70 && offsetof(tag_font_header, font_height) == 78 &&

@@ -65,7 +65,7 @@ ExportResult ExportTask::Run() {
         int done = 0;
         for (const library::RecordingKey& key : m_keys) {
             if ((result.cancelled = m_cancelled)) break;
-            if (const auto recording = library.Find(key)) job.Export(*recording);
+            if (auto recording = library.Find(key)) job.Export(std::move(*recording));
             Q_EMIT progressed(++done, static_cast<int>(m_keys.size()));
         }
         AddSummary(job.Finish(), result);
