@@ -5,6 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "base/text.h"
 #include "host/picture/picture_composer.h"
 #include "host/picture/png_writer.h"
 #include "host/recorder/batch_recorder.h"
@@ -73,9 +74,9 @@ void ReadNumbers(benchmark::State& state) {
     std::string buffer;
     for (auto _ : state) {
         for (unsigned number = 1; number <= kMessages; ++number) {
-            ReadWholeFile(disk.Path("MESSAGES/" + samples::NumberedName(number)).c_str(), buffer);
+            ReadWholeFile(disk.Path("MESSAGES/" + base::NumberedName(number)).c_str(), buffer);
             for (unsigned font = 1; font <= kFonts; ++font)
-                ReadWholeFile(disk.Path("MACHINE/" + samples::NumberedName(font)).c_str(), buffer);
+                ReadWholeFile(disk.Path("MACHINE/" + base::NumberedName(font)).c_str(), buffer);
         }
         benchmark::DoNotOptimize(buffer.data());
     }

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "base/text.h"
 #include "module/contract/zel_font.h"
 #include "module/font/format/font_blocks.h"
 #include "module/message/cfile_bytes.h"
@@ -28,7 +29,7 @@ struct Files {
         samples::FontFile stored = RunCodedFont("Stored");
         stored.AddStored(kStoredCode, {40, 30, SmoothPixels(40, 30)}, 10, 40);
         samples::FontOffsets offsets;
-        disk.Write("MACHINE/" + samples::NumberedName(2), samples::WriteFont(stored, &offsets));
+        disk.Write("MACHINE/" + base::NumberedName(2), samples::WriteFont(stored, &offsets));
         glyph_offset = offsets.stored.at(kStoredCode);
         message = disk.Path("MESSAGES/.0001");
         font = disk.Path("MACHINE/.0001");

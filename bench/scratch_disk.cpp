@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/text.h"
 #include "samples/write_file.h"
 
 using namespace zel;
@@ -41,11 +42,11 @@ void ScratchDisk::Write(std::string_view name, std::span<const std::uint8_t> byt
 }
 
 void ScratchDisk::WriteMessage(unsigned number, const samples::MessageFile& message) const {
-    Write("MESSAGES/" + samples::NumberedName(number), samples::WriteMessage(message));
+    Write("MESSAGES/" + base::NumberedName(number), samples::WriteMessage(message));
 }
 
 void ScratchDisk::WriteFont(unsigned number, const samples::FontFile& font) const {
-    Write("MACHINE/" + samples::NumberedName(number), samples::WriteFont(font));
+    Write("MACHINE/" + base::NumberedName(number), samples::WriteFont(font));
 }
 
 samples::RunCodes SmoothGlyph(int width, int height) {

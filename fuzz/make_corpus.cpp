@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 
+#include "base/text.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 #include "samples/name_lists.h"
@@ -219,9 +220,9 @@ void PutTexts() {
         std::string("01-02-99  03:04PM       <DIR>          MACHINE\r\n01-02-1999  03:04AM  120 .0012\r\n"));
     Put("listing", "names", std::string(".0012\r\nMESSAGES/.0013\r\n\r\n.0012\n") + std::string(200, 'A'));
     std::string many;
-    for (unsigned i = 0; i < 40; ++i) many += samples::NumberedName(i) + "\n";
+    for (unsigned i = 0; i < 40; ++i) many += base::NumberedName(i) + "\n";
     Put("listing", "more_than_the_limit", many);
-    for (unsigned i = 0; i < 800; ++i) many += samples::NumberedName(i) + "\n";
+    for (unsigned i = 0; i < 800; ++i) many += base::NumberedName(i) + "\n";
     Put("listing", "longer_than_the_limit", many);
 }
 

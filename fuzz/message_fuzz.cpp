@@ -1,6 +1,7 @@
 // Message files: read, given templates, and walked character by character.
 #include <algorithm>
 
+#include "base/text.h"
 #include "module/contract/zel_message.h"
 #include "module/message/format/big_endian_cursor.h"
 #include "module/message/format/convert_row.h"
@@ -42,7 +43,7 @@ struct Room : fuzz::ModuleRoom {
                 font.AddRunCoded('A', {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()}, 2,
                                  9);
             if (i == 3) font.AddStored('A', {.width = 1, .height = 1, .pixels = samples::Bytes(4, 9)}, 0, 2);
-            Put(samples::NumberedName(static_cast<unsigned>(i) + 1), samples::WriteFont(font));
+            Put(base::NumberedName(i + 1), samples::WriteFont(font));
             Require(ReadFont(*dialog.m_pFont, i + 1, i * 3), "a font");
         }
     }

@@ -6,7 +6,7 @@ namespace zel::base {
 
 namespace {
 
-/// A path that stands for itself: a name of SQLite's own, such as :memory: or a URI, is never absolute.
+/// An absolute path, which SQLite can't take for one of its special names, such as :memory: or a URI.
 std::string PlainName(const std::filesystem::path& file) {
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(file, error);
@@ -128,7 +128,7 @@ SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, Opening openin
     sqlite3* handle = nullptr;
     const int result = sqlite3_open_v2(NameFor(file, opening).c_str(), &handle, FlagsFor(opening), nullptr);
     m_handle.reset(handle);
-    if (result != SQLITE_OK) return;  // the handle keeps the reason
+    if (result != SQLITE_OK) return;  // the handle has the reason
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, static_cast<int>(patience.count()));
 }

@@ -9,6 +9,7 @@
 #include "diskcopy/copy_log.h"
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/message_box.h"
+#include "platform/framework/wait_cursor.h"
 #include "platform/system/files.h"
 #include "platform/system/keys.h"
 

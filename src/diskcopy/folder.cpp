@@ -64,9 +64,7 @@ std::vector<std::string> Folder::Names(int& error) const {
 std::string Folder::Find(const std::string& name) const {
     struct stat status {};
     if (Status(name, status)) return name;
-    if (std::none_of(name.begin(), name.end(),
-                     [](char c) { return base::FoldCase(c) >= 'a' && base::FoldCase(c) <= 'z'; }))
-        return {};  // no letters, so no other case
+    if (std::none_of(name.begin(), name.end(), base::IsAsciiLetter)) return {};  // there is no other case
     int error = 0;
     for (const std::string& candidate : Names(error)) {
         if (base::EqualsFolded(candidate, name)) return candidate;

@@ -6,7 +6,7 @@
 #include <new>
 #include <system_error>
 
-#include "base/crc32.h"
+#include "host/crc32.h"
 #include "host/module_text.h"
 #include "platform/framework/exceptions.h"
 #include "platform/system/files.h"
@@ -117,7 +117,7 @@ const GlyphBitmap& GlyphBitmaps::GetOrThrow(const tag_CharInf& info, unsigned ch
 
 std::optional<std::uint32_t> GlyphBitmaps::Checksum(const tag_CharInf& info, unsigned character) {
     GlyphBitmap& glyph = Find(info, character);
-    if (!glyph.crc32 && !glyph.pixels.empty()) glyph.crc32 = base::Crc32(glyph.pixels);
+    if (!glyph.crc32 && !glyph.pixels.empty()) glyph.crc32 = Crc32(glyph.pixels);
     return glyph.crc32;
 }
 

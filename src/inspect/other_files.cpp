@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "base/fold_case.h"
 #include "inspect/words.h"
 #include "module/contract/records/psos_header.h"
 #include "module/fontmap/format/name_lists.h"
@@ -20,12 +21,6 @@ constexpr std::size_t kHeadings = 2;
 /// In characters; the module reads a longer line as several.
 constexpr std::size_t kLongestListLine = 198;
 constexpr std::size_t kShownBytes = 16;
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    return lower;
-}
 
 bool IsText(std::string_view bytes) {
     if (bytes.empty()) return false;
@@ -93,9 +88,8 @@ bool LooksLikeBitstreamList(const std::vector<std::string_view>& lines) {
 }
 
 FileKind KindOfText(std::string_view name, bool text, const std::vector<std::string_view>& lines) {
-    const std::string lower = Lower(name);
-    if (lower == "bitstream_fontlist.txt") return FileKind::kBitstreamList;
-    if (lower == "typeface_list.txt") return FileKind::kTypefaceList;
+    if (base::EqualsFolded(name, "bitstream_fontlist.txt")) return FileKind::kBitstreamList;
+    if (base::EqualsFolded(name, "typeface_list.txt")) return FileKind::kTypefaceList;
     if (!text) return FileKind::kOther;
     if (LooksLikeTypefaceList(lines)) return FileKind::kTypefaceList;
     return LooksLikeBitstreamList(lines) ? FileKind::kBitstreamList : FileKind::kText;

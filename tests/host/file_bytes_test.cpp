@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "base/crc32.h"
 #include "base/sha256.h"
 #include "base/whole_file.h"
+#include "host/crc32.h"
 #include "samples/scratch_directory.h"
 
 namespace zel::test {
@@ -48,8 +48,8 @@ TEST_F(FileBytes, HaveTheKnownChecksums) {
 
 TEST(Checksum32, IsThatOfPngAndZip) {
     const std::string_view digits = "123456789";
-    EXPECT_EQ(base::Crc32({reinterpret_cast<const std::uint8_t*>(digits.data()), digits.size()}), 0xCBF43926U);
-    EXPECT_EQ(base::Crc32({}), 0U);
+    EXPECT_EQ(host::Crc32({reinterpret_cast<const std::uint8_t*>(digits.data()), digits.size()}), 0xCBF43926U);
+    EXPECT_EQ(host::Crc32({}), 0U);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "host/run/import_run.h"
 #include "platform/script/memory_settings_store.h"
 #include "samples/font_writer.h"
@@ -37,7 +38,8 @@ class HostDisk : public testing::Test {
         samples::WriteWholeFile(Path("MESSAGES/" + name), samples::WriteMessage(message));
     }
     void WriteFont(const samples::FontFile& font, unsigned number = 1) const {
-        samples::WriteWholeFile(Path("MACHINE/" + samples::NumberedName(number)), samples::WriteFont(font));
+        samples::WriteWholeFile(Path("MACHINE/" + base::NumberedName(static_cast<int>(number))),
+                                samples::WriteFont(font));
     }
 
     run::ImportOutcome Import(std::vector<host::HostObserver*> observers = {}) {

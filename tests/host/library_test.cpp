@@ -219,7 +219,7 @@ TEST_F(RecordedLibrary, LeavesOtherFilesUntouched) {
     const std::string database = samples_test::ReadAll(m_file);
     for (const std::string& bytes : {database, std::string(), std::string("a letter"), std::string(5000, 'x')}) {
         samples::WriteWholeFile(m_file, std::string_view(bytes));
-        EXPECT_THAT(Failure(Access::kWrite), HasSubstr("no library of recorded messages"));
+        EXPECT_THAT(Failure(Access::kWrite), HasSubstr("not a library of recorded messages"));
         EXPECT_EQ(samples_test::ReadAll(m_file), bytes);
     }
 }

@@ -51,7 +51,7 @@ TEST(Png, IsRefusedWhenItIsTruncated) {
 }
 
 TEST(Png, IsRefusedBeforeAllocationWhenItIsTooLarge) {
-    const picture::Picture wide = picture::ClearPicture(picture::kLargestPngSide + 1, 1);
+    const picture::Picture wide = picture::ClearPicture(picture::kMaxPngSide + 1, 1);
     EXPECT_THAT([&] { picture::DecodePng(picture::EncodePng(wide)); },
                 ThrowsMessage<std::runtime_error>(HasSubstr("8193 x 1 pixels")));
 }

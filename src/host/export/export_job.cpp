@@ -33,9 +33,9 @@ std::vector<std::string> WithoutRepeats(const std::vector<std::string>& names) {
 void CreateDirectory(const std::filesystem::path& directory) {
     std::error_code error;
     std::filesystem::create_directories(directory, error);
-    if (error) throw std::runtime_error(directory.string() + ": could not be made: " + error.message());
+    if (error) throw std::runtime_error(directory.string() + ": could not be created: " + error.message());
     if (!std::filesystem::is_directory(directory, error)) {
-        throw std::runtime_error(directory.string() + ": is no directory");
+        throw std::runtime_error(directory.string() + ": is not a directory");
     }
 }
 

@@ -13,7 +13,7 @@ constexpr std::size_t kMaxDirectoryNameSize = 255;
 constexpr std::size_t kMaxPrintableSize = 80;
 
 constexpr bool IsLetterOrDigit(char c) noexcept {
-    return IsDigit(c) || (base::FoldCase(c) >= 'a' && base::FoldCase(c) <= 'z');
+    return IsDigit(c) || base::IsAsciiLetter(c);
 }
 constexpr bool IsStemCharacter(char c) noexcept {
     return IsLetterOrDigit(c) || c == '_' || c == '-' || c == '~';

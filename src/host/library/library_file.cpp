@@ -114,13 +114,13 @@ void LibraryFile::CheckHeader() const {
     }
     constexpr char kMagic[] = "SQLite format 3";
     if (header.size() != kHeaderSize || std::memcmp(header.data(), kMagic, sizeof kMagic) != 0) {
-        Fail("it is no library of recorded messages");
+        Fail("it is not a library of recorded messages");
     }
     CheckVersion(BigEndian(header, 68), static_cast<std::int32_t>(BigEndian(header, 60)));
 }
 
 void LibraryFile::CheckVersion(std::int64_t id, std::int64_t version) const {
-    if (id != kLibraryId) Fail("it is another program's database, no library of recorded messages");
+    if (id != kLibraryId) Fail("it is another program's database, not a library of recorded messages");
     if (version != kLibraryVersion) {
         Fail("the library has version " + std::to_string(version) + ", and this program reads version " +
              std::to_string(kLibraryVersion));
@@ -129,7 +129,7 @@ void LibraryFile::CheckVersion(std::int64_t id, std::int64_t version) const {
 
 void LibraryFile::CheckLayout() {
     // Anything else that the file defines, such as a trigger, would run as part of our statements. The tables of the
-    // full text search are SQLite's own.
+    // full text search belong to SQLite.
     base::SqliteStatement query = Prepare(
         "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL AND substr(name, 1, 7) <> 'sqlite_'"
         " AND (type <> 'table' OR substr(name, 1, 7) <> 'search_')");
@@ -158,7 +158,7 @@ void LibraryFile::Make() {
 void LibraryFile::Open(Access access, std::chrono::milliseconds patience) {
     using Opening = base::SqliteDatabase::Opening;
     m_database = std::make_unique<base::SqliteDatabase>(m_path, Opening::kExisting, patience);
-    // Don't change the file before it is known to be a library.
+    // The file must not be changed before it is known to be a library.
     if (m_database->ErrorCode() == SQLITE_OK) {
         sqlite3_db_config(m_database->Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     }

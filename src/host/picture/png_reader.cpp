@@ -34,7 +34,7 @@ Picture DecodePng(std::string_view bytes) {
     Image image;
     if (png_image_begin_read_from_memory(image.Get(), bytes.data(), bytes.size()) == 0) Fail(image->message);
     const png_uint_32 width = image->width, height = image->height;
-    if (width > kLargestPngSide || height > kLargestPngSide || width * height > kMostPngPixels) {
+    if (width > kMaxPngSide || height > kMaxPngSide || width * height > kMaxPngPixels) {
         Fail(std::to_string(width) + " x " + std::to_string(height) + " pixels are too many");
     }
     image->format = PNG_FORMAT_RGBA;

@@ -28,16 +28,16 @@ constexpr std::size_t kCacheSize = std::size_t{32} << 20;
 
 /// Frees a handle of the library.
 template <auto Free>
-struct Freer {
+struct Deleter {
     template <typename Handle>
     void operator()(Handle* handle) const noexcept {
         Free(handle);
     }
 };
-using LibraryHandle = std::unique_ptr<FT_LibraryRec_, Freer<FT_Done_FreeType>>;
-using FaceHandle = std::unique_ptr<FT_FaceRec_, Freer<FT_Done_Face>>;
-using StrokerHandle = std::unique_ptr<FT_StrokerRec_, Freer<FT_Stroker_Done>>;
-using GlyphHandle = std::unique_ptr<FT_GlyphRec_, Freer<FT_Done_Glyph>>;
+using LibraryHandle = std::unique_ptr<FT_LibraryRec_, Deleter<FT_Done_FreeType>>;
+using FaceHandle = std::unique_ptr<FT_FaceRec_, Deleter<FT_Done_Face>>;
+using StrokerHandle = std::unique_ptr<FT_StrokerRec_, Deleter<FT_Stroker_Done>>;
+using GlyphHandle = std::unique_ptr<FT_GlyphRec_, Deleter<FT_Done_Glyph>>;
 
 /// Edge of a character, from its record.
 struct Edge {

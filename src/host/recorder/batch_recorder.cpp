@@ -12,10 +12,11 @@ namespace zel::recorder {
 
 namespace {
 
-/// Limits of a chunk: its recordings, and the time since the chunk before. A transaction waits for the disk.
+/// Limits of a chunk: the number of its recordings, and the time since the last chunk. Each transaction waits for the
+/// disk.
 constexpr std::size_t kLargestChunk = 16;
 constexpr auto kLongestWait = std::chrono::milliseconds(200);
-/// Messages that wait for each thread, at most. Each holds a picture of 1.4 MB.
+/// Largest number of messages that wait for each thread. Each contains a picture of 1.4 MB.
 constexpr std::size_t kWaitingPerThread = 2;
 
 std::filesystem::path FileOf(int number, const std::string& directory, const char* extension) {

@@ -21,7 +21,7 @@ namespace zel::run {
 
 namespace {
 
-bool IsThere(const std::string& module_path) {
+bool Exists(const std::string& module_path) {
     std::error_code ignored;
     return std::filesystem::exists(std::filesystem::symlink_status(system::NativePath(module_path.c_str()), ignored));
 }
@@ -105,8 +105,8 @@ host::BatchItem BatchTracker::Failed(int status) const {
     const auto& boxes = m_desktop.Boxes();
     outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
     const ImportPaths paths = ImportPathsOf(import.message, import.fonts);
-    if (status == ImportStatus::kMessageNotFound && !IsThere(paths.message) &&
-        !IsThere(paths.message_directory + "\\" + base::NumberedName(m_number).substr(1))) {
+    if (status == ImportStatus::kMessageNotFound && !Exists(paths.message) &&
+        !Exists(paths.message_directory + "\\" + base::NumberedName(m_number).substr(1))) {
         return {m_number, host::ItemOutcome::kMissing, {}};
     }
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
@@ -135,7 +135,8 @@ class Batch {
 
     const BatchRequest& m_request;
     std::span<host::HostObserver* const> m_observers;
-    std::vector<host::NumberRange> m_ranges;  // the remaining ones, beginning with the one under way
+    /// The remaining ones, beginning with the one under way.
+    std::vector<host::NumberRange> m_ranges;
     std::string m_message_directory, m_font_directory;
     host::UserDesktop m_desktop;
     BatchTracker m_tracker;

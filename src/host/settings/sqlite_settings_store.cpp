@@ -97,7 +97,7 @@ std::unique_ptr<SettingsDatabase> SqliteSettingsStore::ReplaceDamaged(const std:
     std::filesystem::rename(file.string() + "-wal", aside.string() + "-wal", error);  // the log of the last writes
     std::filesystem::remove(file.string() + "-shm", error);
     m_note = file.string() + ": the stored settings were damaged; they are kept as " + aside.filename().string() +
-             ", and the settings start afresh";
+             ", and empty settings replace them";
     return std::make_unique<SettingsDatabase>(file);
 }
 

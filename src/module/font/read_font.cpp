@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "module/contract/records/effpar.h"
+#include "module/contract/stored_settings.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
 #include "module/font/format/font_loader.h"
@@ -54,7 +55,7 @@ bool CZelFont::FindFontFile(CFile& file, CString& name, CString& path, int font_
     EndInBackslash(path);
     if (Open(file, name, LongName(path, font_number)) || Open(file, name, ShortName(path, font_number))) return true;
     char stored[MAX_PATH];
-    if (state::ReadRecentEntry("FontDir", 0, stored)) {
+    if (state::ReadRecentEntry(stored::kFontDirList, 0, stored)) {
         CString directory(stored);
         EndInBackslash(directory);
         if (Open(file, name, LongName(directory, font_number)) || Open(file, name, ShortName(directory, font_number)))

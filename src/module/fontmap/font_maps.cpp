@@ -46,7 +46,7 @@ bool CZelTransDlg::MapBitStreamFont() {
         // A family maps to its first entry. Successive entries of a family share the text of its heading.
         const std::string_view word = entry.FirstWord();
         if (word.data() == last_word.data() && !word.empty()) continue;
-        m_mapBitStreamFamily.Add(text->SliceOf(word), name, NamedNames::WhenThere::kKeep);
+        m_mapBitStreamFamily.Add(text->SliceOf(word), name, NamedNames::IfPresent::kKeep);
         last_word = word;
     }
     return true;
@@ -68,7 +68,7 @@ bool CZelTransDlg::MapTypeFace() {
         const std::optional<fontmap::TypefaceEntry> entry = fontmap::ReadTypefaceLine(*line);
         if (!entry) continue;
         m_mapTypeFace.Add(text->SliceOf(entry->bitstream_name),
-                          {NameParts::Form::kWhole, text->SliceOf(entry->typeface)}, NamedNames::WhenThere::kReplace);
+                          {NameParts::Form::kWhole, text->SliceOf(entry->typeface)}, NamedNames::IfPresent::kReplace);
     }
     return true;
 }

@@ -1,7 +1,7 @@
 #include "platform/framework/cdialog.h"
 
+#include "platform/framework/controls.h"
 #include "platform/framework/cwinapp.h"
-#include "platform/framework/window.h"
 #include "platform/seam/desktop.h"
 
 using namespace zel;
@@ -25,7 +25,7 @@ const framework::DialogTemplate* FindTemplate(UINT id) {
     return nullptr;
 }
 
-/// Destroys a dialog's window at the end of a block.
+/// Destroys a window at the end of a block.
 class WindowGuard {
   public:
     explicit WindowGuard(CWnd& window) : m_window(window) {}

@@ -20,10 +20,6 @@ namespace zel::system {
 
 namespace {
 
-constexpr bool IsLetter(char c) noexcept {
-    return base::FoldCase(c) >= 'a' && base::FoldCase(c) <= 'z';
-}
-
 bool PathExists(const char* path) noexcept {
     struct stat status {};
     return ::stat(path, &status) == 0;
@@ -38,7 +34,7 @@ bool IsDirectory(const char* path) noexcept {
 /// several entries it takes the first in byte order.
 bool FindInDirectory(const char* directory, char* name, std::size_t length) noexcept {
     const std::string_view wanted(name, length);
-    if (std::none_of(wanted.begin(), wanted.end(), IsLetter)) return false;  // no other case exists
+    if (std::none_of(wanted.begin(), wanted.end(), base::IsAsciiLetter)) return false;  // no other case exists
     DIR* const stream = ::opendir(directory);
     if (stream == nullptr) return false;
     bool found = false;

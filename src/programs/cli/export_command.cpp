@@ -10,7 +10,7 @@
 #include "base/text.h"
 #include "host/export/export_formats.h"
 #include "host/export/export_job.h"
-#include "host/export/library_shelf.h"
+#include "host/export/library_export_service.h"
 #include "host/library/library.h"
 #include "host/run/export_run.h"
 #include "programs/cli/diagnostics.h"
@@ -64,10 +64,10 @@ ExitCode RunExportCommand(const ExportArguments& arguments) {
     library::Library library(arguments.library, library::Access::kRead);
     RunObservers observers(arguments.trace);
     exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options, arguments.jobs);
-    exporter::LibraryShelf shelf(library, DiskOf(library, arguments), job);
+    exporter::LibraryExportService service(library, DiskOf(library, arguments), job);
     HandleInterrupts();
     const run::ExportOutcome outcome =
-        run::RunExport({arguments.range, arguments.directory, &shelf, false, WasInterrupted}, observers.All());
+        run::RunExport({arguments.range, arguments.directory, &service, false, WasInterrupted}, observers.All());
     observers.CommitTrace();
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(arguments.library + ": " + outcome.failure);
     const exporter::ExportSummary summary = job.Finish();
@@ -75,7 +75,7 @@ ExitCode RunExportCommand(const ExportArguments& arguments) {
         std::cout << base::Counted(static_cast<std::uint64_t>(summary.messages), "message") << ", " << summary.files
                   << " files in " << arguments.directory << std::endl;
     }
-    const std::string failure = Failure(arguments, outcome, summary, shelf.Failures());
+    const std::string failure = Failure(arguments, outcome, summary, service.Failures());
     if (!failure.empty()) throw CommandError(failure);
     settings.PrintAnyNote();
     return ExitCode::kDone;

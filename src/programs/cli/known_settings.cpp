@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <string_view>
 
 #include "base/fold_case.h"
@@ -9,39 +10,15 @@
 
 namespace zel::cli {
 
-namespace {
-
-using enum SettingKind;
-
-constexpr KnownSetting kKnown[] = {
-    {"ZELFNTSaveOptions", "SkipWarnings", kNumber},
-    {"ZELFTPSaveOptions", "DialogX", kNumber},
-    {"ZELFTPSaveOptions", "DialogY", kNumber},
-    {"ZELFTPSaveOptions", "IPAddress", kText},
-    {"ZELFTPSaveOptions", "MessageNumber", kText},
-    {"ZELFTPSaveOptions", "OverwriteAll", kNumber},
-    {"ZELFTPSaveOptions", "Passive FTP Transfer", kNumber},
-    {"ZELFTPSaveOptions", "Password", kPassword},
-    {"ZELFTPSaveOptions", "SavePassword", kNumber},
-    {"ZELFTPSaveOptions", "Username", kText},
-    // The FTP dialog reads this section as a fallback and never writes it.
-    {"RGBFTPSaveOptions", "IPAddress", kText},
-    {"RGBFTPSaveOptions", "Password", kPassword},
-    {"RGBFTPSaveOptions", "SavePassword", kNumber},
-    {"RGBFTPSaveOptions", "Username", kText},
-};
-
-}  // namespace
-
 const KnownSetting* FindKnownSetting(const std::string& section, const std::string& entry) {
-    const auto* const found = std::ranges::find_if(kKnown, [&](const KnownSetting& known) {
+    const auto* const found = std::ranges::find_if(stored::kSettings, [&](const KnownSetting& known) {
         return base::EqualsFolded(known.section, section) && base::EqualsFolded(known.entry, entry);
     });
-    return found != std::end(kKnown) ? found : nullptr;
+    return found != std::end(stored::kSettings) ? found : nullptr;
 }
 
 std::string RecentList::Key() const {
-    return std::string("Software\\Kovesh\\Tavro\\ZelTrans\\") + name;
+    return std::string(stored::kRecentListsKey) + "\\" + name;
 }
 
 std::optional<int> RecentList::Index(const std::string& value_name) const {
@@ -53,8 +30,11 @@ std::optional<int> RecentList::Index(const std::string& value_name) const {
 }
 
 const std::vector<RecentList>& RecentLists() {
-    static const std::vector<RecentList> lists = {
-        {"FontDir"}, {"MessageDir"}, {"FTPLocalDir"}, {"FTPRemoteDir"}, {"FTPIpAddr"}};
+    static const std::vector<RecentList> lists = [] {
+        std::vector<RecentList> all;
+        for (const char* name : stored::kRecentLists) all.push_back({name});
+        return all;
+    }();
     return lists;
 }
 
@@ -67,7 +47,7 @@ const RecentList* FindRecentList(const std::string& name) {
 std::string KnownNames() {
     std::string text;
     const char* section = "";
-    for (const KnownSetting& known : kKnown) {
+    for (const KnownSetting& known : stored::kSettings) {
         text += section == known.section ? ", " : std::string("\n  ") + known.section + ": ";
         section = known.section;
         text += std::string_view(known.entry).find(' ') == std::string_view::npos

@@ -23,7 +23,7 @@ std::vector<unsigned> CharCodes() {
     return codes;
 }
 
-/// What the characters of a font have in common, in pixels and lines around the pen.
+/// The extents shared by all characters of a font, in pixels around the pen.
 struct Cell {
     int ascent = 0, descent = 0, left_pad = 0;
     EdgeReach reach;
@@ -43,13 +43,14 @@ Cell CellOf(const Glyphs& glyphs, const EdgeReach& reach) {
     return cell;
 }
 
-/// A character with room around it: the first column at the font's left pad, and `top` lines above the baseline.
+/// A character with space around it: its first column is `left_pad` pixels left of the pen, its first row `top` lines
+/// above the baseline.
 struct PlacedGlyph {
     Coverage face;
     int top = 0;
 };
 
-/// Lines are added on top of a character that lies below the baseline, so that its glyph_top doesn't go below 0.
+/// A character below the baseline gets additional lines at its top, so that its glyph_top isn't negative.
 PlacedGlyph Place(const RasterGlyph& glyph, const Cell& cell, int blank_rows) {
     const int lift = std::max(0, -(glyph.top + static_cast<int>(cell.reach.above) + blank_rows));
     const unsigned left = static_cast<unsigned>(cell.left_pad + glyph.left);
@@ -67,7 +68,7 @@ PlacedGlyph Place(const RasterGlyph& glyph, const Cell& cell, int blank_rows) {
     return placed;
 }
 
-/// A blank takes a line of the background as wide as its advance, so that it has a size.
+/// A blank is one line of background as wide as its advance, so that it has a size.
 RunCodes BlankCodes(int advance) {
     RunCodes codes;
     for (auto left = static_cast<unsigned>(advance); left > 0; left -= std::min(left, kLongestRun)) {
@@ -79,7 +80,7 @@ RunCodes BlankCodes(int advance) {
 }
 
 void AddRunCodedGlyph(unsigned code, const RasterGlyph& glyph, const Cell& cell, const Edge& edge, FontFile& file) {
-    constexpr int kBlankRows = 1;  // the line that drawing leaves free above the first one
+    constexpr int kBlankRows = 1;  // drawing adds a blank line at the top
     const auto advance = static_cast<unsigned>(glyph.advance);
     if (glyph.coverage.alpha.empty()) return file.AddRunCoded(code, BlankCodes(glyph.advance), kBlankRows, advance);
     const PlacedGlyph placed = Place(glyph, cell, kBlankRows);

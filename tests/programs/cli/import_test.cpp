@@ -90,6 +90,9 @@ TEST(ImportCommand, WritesTheRgbaPictureThatWasInserted) {
     CommandResult result = disk.Shell("zeltrans import MESSAGES/.0020 --rgba background --png a.png");
     EXPECT_EQ(result.exit_code, 0);
     EXPECT_EQ(result.out, "MESSAGES/.0020: an RGBA picture, inserted as a background; wrote a.png\n");
+    EXPECT_EQ(
+        result.err,
+        "note: a.png: a picture of 4 lines belongs to no video standard; its pixel aspect ratio is that of NTSC\n");
     EXPECT_TRUE(std::filesystem::exists(disk / "a.png"));
     result = disk.Shell("zeltrans import MESSAGES/.0020 --rgba cancel --png b.png");
     EXPECT_EQ(result.out, "MESSAGES/.0020: an RGBA picture, not inserted\n");

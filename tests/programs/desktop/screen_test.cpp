@@ -13,6 +13,7 @@
 
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/message_box.h"
+#include "platform/framework/wait_cursor.h"
 #include "platform/system/commands.h"
 #include "platform/system/files.h"
 #include "platform/system/keys.h"

@@ -9,13 +9,16 @@
 
 namespace zel {
 
-/// Value and bits of font_flags; stored values.
-inline constexpr std::uint16_t kFontFlagsLeadingSample =
-    18;                                            ///< Encoding data and a sample block straight after the directory.
-inline constexpr std::uint16_t kFontPlain = 0x20;  ///< Encoding data in the ordinary place; clear: "Tessor" encoded.
-inline constexpr std::uint16_t kFontCharTables = 0x04;  ///< Two character tables are present.
-inline constexpr std::uint16_t kFontOwnLimits =
-    0x10 | 0x40;  ///< An empty row doesn't take its limits from such a font.
+// Value and bits of font_flags; stored values.
+
+/// This value: encoding data and a sample block follow the directory directly.
+inline constexpr std::uint16_t kFontFlagsLeadingSample = 18;
+/// Bit: encoding data in the usual place. Clear: "Tessor" encoded.
+inline constexpr std::uint16_t kFontPlain = 0x20;
+/// Bit: two character tables are present.
+inline constexpr std::uint16_t kFontCharTables = 0x04;
+/// Either bit: an empty row does not take its limits from such a font.
+inline constexpr std::uint16_t kFontOwnLimits = 0x10 | 0x40;
 
 }  // namespace zel
 
@@ -43,7 +46,7 @@ struct [[gnu::packed]] tag_font_header {
 
     int EdgeType() const noexcept { return edge_bits & 0xF; }
     int EdgeDirection() const noexcept { return edge_bits >> 4; }
-    /// The low 16 bits of word_table_size, as the legacy machine takes them.
+    /// The low 16 bits of word_table_size, as the legacy machine reads them.
     std::int16_t WordTableBytes() const noexcept { return static_cast<std::int16_t>(word_table_size & 0xFFFF); }
     /// font_name up to its first NUL, or to the end of the field.
     std::string_view Name() const noexcept { return zel::base::FieldText(font_name); }

@@ -27,7 +27,8 @@ struct PixelAspect {
 struct VideoStandardData {
     /// "NTSC" or "PAL".
     const char* name;
-    /// Height of the picture in lines. Identifies the standard in settings, libraries and documents.
+    /// Height of the picture in lines, which are rows of pixels. Identifies the standard in settings, libraries and
+    /// documents.
     int active_lines;
     /// Lines above the picture: stored vertical positions are too large by as many.
     int line_offset;

@@ -217,24 +217,20 @@ GlyphSize MeasureWith(RunCodeReader codes) noexcept {
     return size ? *size : MeasureScalar(codes);
 }
 
-constexpr MeasurePath kPaths[] = {
-    {"AVX-512", MeasureWith<MeasureVbmi>}, {"AVX2", MeasureWith<MeasureAvx2>}, {"scalar", MeasureScalar}};
-
-#else
-
-constexpr MeasurePath kPaths[] = {{"scalar", MeasureScalar}};
-
 #endif
+
+constexpr MeasurePath kPaths[] = {
+#if defined(__SSE2__)
+    {"AVX-512", base::Instructions::kVbmi, MeasureWith<MeasureVbmi>},
+    {"AVX2", base::Instructions::kAvx2, MeasureWith<MeasureAvx2>},
+#endif
+    {"scalar", base::Instructions::kNone, MeasureScalar},
+};
 
 }  // namespace
 
 std::span<const MeasurePath> MeasurePaths() noexcept {
-    const std::span<const MeasurePath> paths(kPaths);
-#if defined(__SSE2__)
-    return paths.subspan(base::HasVbmi() ? 0 : base::HasAvx2() ? 1 : 2);
-#else
-    return paths;
-#endif
+    return base::SupportedPaths(kPaths);
 }
 
 GlyphSize MeasureRunCodes(RunCodeReader codes) noexcept {

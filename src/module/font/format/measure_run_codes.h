@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "base/instructions.h"
 #include "module/font/format/run_codes.h"
 
 namespace zel::font {
@@ -20,6 +21,7 @@ GlyphSize MeasureRunCodes(RunCodeReader codes) noexcept;
 /// One implementation of MeasureRunCodes. All implementations give the same size.
 struct MeasurePath {
     const char* name;
+    base::Instructions needs;
     GlyphSize (*measure)(RunCodeReader codes) noexcept;
 };
 

@@ -115,21 +115,18 @@ void RowsScalar(const Rows& rows) noexcept {
     for (std::size_t row = 0; row < rows.height; ++row) ConvertScalar(FromOf(rows, row), ToOf(rows, row), rows.width);
 }
 
+constexpr Path kPaths[] = {
 #if defined(__SSE2__)
-constexpr Path kPaths[] = {{"AVX2", RowsAvx2}, {"SSE2", RowsSse2}, {"scalar", RowsScalar}};
-#else
-constexpr Path kPaths[] = {{"scalar", RowsScalar}};
+    {"AVX2", base::Instructions::kAvx2, RowsAvx2},
+    {"SSE2", base::Instructions::kNone, RowsSse2},
 #endif
+    {"scalar", base::Instructions::kNone, RowsScalar},
+};
 
 }  // namespace
 
 std::span<const Path> Paths() noexcept {
-    const std::span<const Path> paths(kPaths);
-#if defined(__SSE2__)
-    return paths.subspan(base::HasAvx2() ? 0 : 1);
-#else
-    return paths;
-#endif
+    return base::SupportedPaths(kPaths);
 }
 
 }  // namespace zel::font::straighten

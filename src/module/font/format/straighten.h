@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <span>
 
+#include "base/instructions.h"
+
 namespace zel::font::straighten {
 
 /// 255 / alpha as a fixed-point number with 20 fractional bits, rounded up; 0 for alpha 0.
@@ -37,6 +39,7 @@ struct Rows {
 /// One implementation of the conversion. All implementations give the same bytes.
 struct Path {
     const char* name;
+    base::Instructions needs;
     void (*convert_rows)(const Rows& rows) noexcept;
 
     /// Converts `count` pixels.

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "base/instructions.h"
 #include "base/vector_support.h"
 
 namespace zel::message {
@@ -29,7 +30,7 @@ ZEL_AVX2 std::size_t SwapEights(std::span<std::uint32_t> values) noexcept {
 
 void SwapLongs(std::span<std::uint32_t> values) noexcept {
 #if defined(__SSE2__)
-    if (base::HasAvx2()) values = values.subspan(SwapEights(values));
+    if (base::Supports(base::Instructions::kAvx2)) values = values.subspan(SwapEights(values));
 #endif
     for (std::uint32_t& value : values) value = SwapLong(value);
 }

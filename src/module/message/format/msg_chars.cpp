@@ -103,23 +103,20 @@ ZEL_VBMI void ConvertVbmi(const std::uint8_t* from, tag_msg_char* to, std::size_
     }
 }
 
-constexpr Path kPaths[] = {{"AVX-512 VBMI", ConvertVbmi}, {"AVX2", ConvertAvx2}, {"scalar", ConvertScalar}};
-
-#else
-
-constexpr Path kPaths[] = {{"scalar", ConvertScalar}};
-
 #endif
+
+constexpr Path kPaths[] = {
+#if defined(__SSE2__)
+    {"AVX-512 VBMI", base::Instructions::kVbmi, ConvertVbmi},
+    {"AVX2", base::Instructions::kAvx2, ConvertAvx2},
+#endif
+    {"scalar", base::Instructions::kNone, ConvertScalar},
+};
 
 }  // namespace
 
 std::span<const Path> Paths() noexcept {
-    const std::span<const Path> paths(kPaths);
-#if defined(__SSE2__)
-    return paths.subspan(base::HasVbmi() ? 0 : base::HasAvx2() ? 1 : 2);
-#else
-    return paths;
-#endif
+    return base::SupportedPaths(kPaths);
 }
 
 }  // namespace zel::message::msg_chars

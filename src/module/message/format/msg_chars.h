@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <span>
 
+#include "base/instructions.h"
 #include "module/contract/records/msg_row.h"
 
 namespace zel::message::msg_chars {
@@ -12,6 +13,7 @@ namespace zel::message::msg_chars {
 /// give the same bytes.
 struct Path {
     const char* name;
+    base::Instructions needs;
     /// @param from  8 bytes for each record; must not overlap `to`.
     void (*convert)(const std::uint8_t* from, tag_msg_char* to, std::size_t count) noexcept;
 };
