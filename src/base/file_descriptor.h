@@ -8,7 +8,7 @@
 
 namespace zel::base {
 
-/// Owns a file descriptor; -1 stands for none.
+/// Owns a file descriptor, or none (-1).
 class FileDescriptor {
   public:
     FileDescriptor() = default;

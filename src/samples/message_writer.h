@@ -147,7 +147,7 @@ struct MessageOffsets {
 /// The file's bytes. @param offsets  may be null.
 Bytes WriteMessage(const MessageFile& message, MessageOffsets* offsets = nullptr);
 
-/// The bytes of one record each, as they stand in the file.
+/// The bytes of one record, as in the file.
 std::array<std::uint8_t, 8> WriteCharCell(const CharCell& cell);
 std::array<std::uint8_t, 8> WriteRowHead(const RowText& row);
 Bytes WriteTabField(const TabField& field);

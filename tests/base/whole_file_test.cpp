@@ -40,7 +40,7 @@ bool Interrupted() {
 
 }  // namespace
 
-// The program's own definitions come before the system's.
+// These replace the system's functions.
 extern "C" int openat(int directory, const char* name, int flags, ...) {
     if ((flags & O_TMPFILE) == O_TMPFILE && g_nameless_error != 0) return errno = g_nameless_error, -1;
     return static_cast<int>(syscall(SYS_openat, directory, name, flags, 0666));

@@ -42,10 +42,10 @@ TEST(InspectFont, TellsWhatAWholeFontHolds) {
 using FontCase = BreakCase<samples::FontFile>;
 class BrokenFont : public testing::TestWithParam<FontCase> {};
 
-TEST_P(BrokenFont, IsToldWithWhatIsWrong) {
+TEST_P(BrokenFont, IsReportedWithTheReason) {
     samples::FontFile font = GoodFont();
     GetParam().break_it(font);
-    ExpectTold(Inspect(font), GetParam());
+    ExpectText(Inspect(font), GetParam());
 }
 
 using F = samples::FontFile;

@@ -79,10 +79,10 @@ TEST(InspectMessage, ReadsARowAlongItsChainAndCutsTheTextWhereTheFontChanges) {
 using MessageCase = BreakCase<samples::MessageFile>;
 class BrokenMessage : public testing::TestWithParam<MessageCase> {};
 
-TEST_P(BrokenMessage, IsToldWithWhatIsWrong) {
+TEST_P(BrokenMessage, IsReportedWithTheReason) {
     samples::MessageFile message = GoodMessage();
     GetParam().break_it(message);
-    ExpectTold(Inspect(message), GetParam());
+    ExpectText(Inspect(message), GetParam());
 }
 
 using M = samples::MessageFile;

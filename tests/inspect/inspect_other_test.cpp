@@ -47,7 +47,7 @@ TEST(InspectNameLists, TellWhatIsUnusual) {
 struct ForeignCase {
     const char* name;
     std::string_view content;
-    const char* told;
+    const char* text;
 };
 void PrintTo(const ForeignCase& foreign, std::ostream* out) {
     *out << foreign.name;
@@ -55,10 +55,10 @@ void PrintTo(const ForeignCase& foreign, std::ostream* out) {
 
 class ForeignFile : public testing::TestWithParam<ForeignCase> {};
 
-TEST_P(ForeignFile, IsToldByItsFirstBytes) {
+TEST_P(ForeignFile, IsDescribedByItsFirstBytes) {
     const FileReport report = Inspect(GetParam().content);
     EXPECT_EQ(report.verdict, Verdict::kForeign);
-    EXPECT_THAT(report.reason, HasSubstr(GetParam().told));
+    EXPECT_THAT(report.reason, HasSubstr(GetParam().text));
 }
 
 using namespace std::string_view_literals;

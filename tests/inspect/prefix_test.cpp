@@ -42,11 +42,11 @@ void CheckMessagePrefixes(const samples::MessageFile& message) {
     }
 }
 
-TEST(EveryPrefix, OfAMessageIsTold) {
+TEST(EveryPrefix, OfAMessageIsReported) {
     CheckMessagePrefixes(GoodMessage());
 }
 
-TEST(EveryPrefix, OfAMessageThatEndsWithItsRowsIsTold) {
+TEST(EveryPrefix, OfAMessageThatEndsWithItsRowsIsReported) {
     samples::MessageFile message = GoodMessage();
     message.palette.reset();
     message.background.reset();
@@ -55,7 +55,7 @@ TEST(EveryPrefix, OfAMessageThatEndsWithItsRowsIsTold) {
     CheckMessagePrefixes(message);
 }
 
-TEST(EveryPrefix, OfAFontIsTold) {
+TEST(EveryPrefix, OfAFontIsReported) {
     const samples::Bytes bytes = samples::WriteFont(GoodFont());
     for (std::size_t size = 4; size <= bytes.size(); ++size) {
         const std::span<const std::uint8_t> prefix = std::span(bytes).first(size);

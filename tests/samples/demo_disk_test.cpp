@@ -130,7 +130,7 @@ TEST(DiskFonts, HaveColoursMultipliedByAlphaInStoredGlyphs) {
     }
 }
 
-/// What a host is told of a character: its place on the screen.
+/// A character as a host receives it: its place on the screen.
 struct Placed {
     unsigned font_number = 0, code = 0;
     int x = 0, row_y = 0, char_y = 0, row_top = 0;

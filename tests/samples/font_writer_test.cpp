@@ -11,7 +11,7 @@ using samples_test::AsBytes;
 using samples_test::Hex;
 using samples_test::Slice;
 
-// Where each field lies is checked against docs/formats, in tests/module/formats.
+// tests/module/formats checks the position of every field against docs/formats.
 TEST(CharEntryBytes, HoldValuesMostSignificantBitFirstAndTruncateThem) {
     EXPECT_EQ(AsBytes(WriteCharEntry({.glyph_kind = 170,
                                       .byte_1 = 9,

@@ -14,7 +14,7 @@ using samples_test::AsBytes;
 using samples_test::Hex;
 using samples_test::Slice;
 
-// Where each field lies is checked against docs/formats, in tests/module/formats.
+// tests/module/formats checks the position of every field against docs/formats.
 TEST(RecordBytes, HoldValuesMostSignificantBitFirst) {
     EXPECT_EQ(AsBytes(WriteCharCell({.place_flag = true,
                                      .char_x = 0x155,

@@ -52,7 +52,7 @@ void StampShadow(const Coverage& face, Step displacement, Coverage& edge) {
 
 }  // namespace
 
-EdgeReach ReachOf(const Edge& edge) {
+EdgeExtent ExtentOf(const Edge& edge) {
     if (edge.type == EdgeType::kNone) return {};
     if (edge.type == EdgeType::kBorder) return {edge.size, edge.size, edge.size, edge.size};
     const Step displacement = DisplacementOf(edge);

@@ -16,16 +16,16 @@ struct Edge {
 };
 
 /// How far an edge extends beyond the face on each side, in pixels.
-struct EdgeReach {
+struct EdgeExtent {
     unsigned left = 0, right = 0, above = 0, below = 0;
 };
-EdgeReach ReachOf(const Edge& edge);
+EdgeExtent ExtentOf(const Edge& edge);
 
 /// Lines that an edge adds to a font's height: twice the size for a border, otherwise the size.
 unsigned EdgeHeight(const Edge& edge);
 
 /// The edge of a face, in a coverage of the face's size.
-/// @param face  has space for the edge around it, see ReachOf.
+/// @param face  has space for the edge around it, see ExtentOf.
 /// @return for a drop shadow the face extruded along its direction; for an offset the displaced face.
 Coverage DrawEdge(const Coverage& face, const Edge& edge);
 
