@@ -21,7 +21,7 @@ namespace {
 
 constexpr unsigned kLines = 10000;
 
-/// Both lists in a registered directory.
+/// Both lists, in a registered directory.
 class Lists {
   public:
     Lists() {
@@ -60,7 +60,7 @@ class Lists {
     ScratchDisk m_disk;
 };
 
-/// Reads a list and asks for the names of as many fonts as a message can have.
+/// Reads a list and looks up the names of 16 fonts, the most that a message has.
 template <class Ask>
 void Map(benchmark::State& state, bool (CZelTransDlg::*map)(), Ask ask) {
     const Lists lists;
@@ -87,7 +87,7 @@ bool AskTypeface(CZelTransDlg& dialog, unsigned family, CString& name) {
 BENCHMARK_CAPTURE(Map, bitstream, &CZelTransDlg::MapBitStreamFont, &AskBitstream)->Name("name_lists/bitstream/module");
 BENCHMARK_CAPTURE(Map, typefaces, &CZelTransDlg::MapTypeFace, &AskTypeface)->Name("name_lists/typefaces/module");
 
-void ByLines(benchmark::State& state, std::string_view name) {
+void ReadLines(benchmark::State& state, std::string_view name) {
     const Lists lists;
     const std::string path = lists.Path(name);
     for (auto _ : state) {
@@ -97,10 +97,10 @@ void ByLines(benchmark::State& state, std::string_view name) {
         benchmark::DoNotOptimize(read);
     }
 }
-BENCHMARK_CAPTURE(ByLines, bitstream, samples::kBitstreamListName)->Name("name_lists/bitstream/lines");
-BENCHMARK_CAPTURE(ByLines, typefaces, samples::kTypefaceListName)->Name("name_lists/typefaces/lines");
+BENCHMARK_CAPTURE(ReadLines, bitstream, samples::kBitstreamListName)->Name("name_lists/bitstream/lines");
+BENCHMARK_CAPTURE(ReadLines, typefaces, samples::kTypefaceListName)->Name("name_lists/typefaces/lines");
 
-// The hash map alone: filled with the names of the typeface list, then asked for 16 of them; and 16 look-ups.
+// The hash table alone: filling it with the names of the typeface list and 16 look-ups; then the look-ups alone.
 
 /// The keys of the typeface list in one text.
 struct Keys {
@@ -126,7 +126,7 @@ using StringMap = std::unordered_map<std::string, NameParts, TransparentHash, st
 using ViewMap = std::unordered_map<std::string_view, NameParts>;
 
 struct OwnMap {
-    explicit OwnMap(const std::shared_ptr<NameText>& text, const Keys& keys) {
+    OwnMap(const std::shared_ptr<NameText>& text, const Keys& keys) {
         map.UseText(text, keys.slices.size());
         for (const TextSlice& key : keys.slices)
             map.Add(key, {NameParts::Form::kWhole, key}, NamedNames::IfPresent::kReplace);
@@ -138,7 +138,7 @@ struct OwnMap {
 
 template <class Map>
 struct StandardMap {
-    explicit StandardMap(const std::shared_ptr<NameText>& list, const Keys& keys) : text(list) {
+    StandardMap(const std::shared_ptr<NameText>& list, const Keys& keys) : text(list) {
         map.reserve(keys.slices.size());
         for (const TextSlice& key : keys.slices)
             map.insert_or_assign(typename Map::key_type(text->Of(key)), NameParts(NameParts::Form::kWhole, key));

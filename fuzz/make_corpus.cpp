@@ -1,5 +1,4 @@
-// Writes the files that the fuzz targets start from: fuzz_corpus <directory>. Finds stand beside them under names of
-// their own.
+// Writes the initial corpus of the fuzz targets: fuzz_corpus <directory>. Finds are added beside it under other names.
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -50,7 +49,7 @@ void PutMessages() {
     Put("message", "cut_in_flags", First(plain, 140));
     Put("message", "cut_in_rows", First(plain, 300));
     PutMessage("plain", [](MessageFile&) {});
-    // The target does some things by the size of a file.
+    // Some of the target's checks depend on the size of the file.
     for (const std::size_t size : {0U, 8U}) {
         samples::MessageFile message = Message();
         message.tail.resize((16 + size - plain.size() % 16) % 16);

@@ -48,7 +48,7 @@ class BatchTracker : public host::HostObserver {
 
   private:
     void AfterRead();
-    void ReportItem(host::BatchItem item) {
+    void ReportItem(const host::BatchItem& item) {
         for (host::HostObserver* observer : m_observers) observer->OnBatchItem(item);
     }
     host::BatchItem Failed(int status) const;

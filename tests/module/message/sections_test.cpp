@@ -1,4 +1,4 @@
-// A message file's sections over bytes: where they lie, what they hold, and what a file that ends early gives.
+// The sections of a message file in memory: positions, contents, and truncated files.
 #include <map>
 
 #include <gmock/gmock.h>
@@ -54,7 +54,7 @@ samples::MessageFile WithAllSections() {
     return file;
 }
 
-TEST(MessageSections, LieWhereTheFormatPutsThem) {
+TEST(MessageSections, ArePositionedAsTheFormatDefines) {
     samples::MessageOffsets at;
     const Bytes bytes = samples::WriteMessage(WithAllSections(), &at);
     message::LoadedMessage message;
@@ -120,7 +120,7 @@ struct PaletteCase {
     message::MessageOutcome outcome;
 };
 
-TEST(PaletteSection, GoesByItsWordCount) {
+TEST(PaletteSection, DependsOnItsWordCount) {
     constexpr PaletteCase kCases[] = {{"none fail", 0, message::MessageOutcome::kShortPalette},
                                       {"one word", 1, message::MessageOutcome::kRead},
                                       {"three words", 3, message::MessageOutcome::kRead},
@@ -151,10 +151,10 @@ TEST(PaletteSection, BeyondItsLimitTheNextSectionBeginsInItsRemainder) {
     samples::MessageFile file;
     file.rows = {samples::EmptyRow(0)};
     file.palette.emplace();
-    file.palette->entries.assign(300, 0xBBBD0000);  // the tag of a background, where the 513th word stands
+    file.palette->entries.assign(300, 0xBBBD0000);  // the 513th word is the tag of a background
     file.background.emplace();
     file.background->tag = 0x1111;
-    file.background->words = 974 - 88 + 1;  // the body begins 88 words early, behind a tag that isn't read
+    file.background->words = 974 - 88 + 1;  // starts 88 words early, after a tag that isn't read
     message::LoadedMessage message;
     EXPECT_EQ(Load(file, message), message::MessageOutcome::kRead);
     file.background->words = 974 - 88 - 1;
@@ -210,7 +210,7 @@ TEST(VerticalCorrection, MovesUpByTheSmallestRowAtMostByTheLineOffset) {
     }
 }
 
-TEST(TabTable, RecordsAreConvertedAndHeldAgainstTheRows) {
+TEST(TabTable, RecordsAreConvertedAndCheckedAgainstTheRows) {
     samples::MessageFile file;
     file.rows = {samples::RowFromText(120, "A", 0, 0)};
     file.rows[0].row_bottom = 44;

@@ -1,4 +1,4 @@
-// What a character costs: no allocation, and no opening of a file but one for a stored bitmap glyph.
+// The cost of a character: no allocation, and one opened file for a stored bitmap glyph.
 #include <atomic>
 #include <cstdarg>
 #include <cstdlib>
@@ -31,8 +31,8 @@ int Open(const char* path, int flags, unsigned mode) {
 
 }  // namespace
 
-// The platform layer's own calls come here, whichever of the two names its build uses. <fcntl.h> would redirect the
-// names, so it stays out.
+// Replaces the system's functions for the platform layer, under both names that a build may use. <fcntl.h> would
+// redirect the names, so it isn't included.
 extern "C" int CountedOpen(const char* path, int flags, ...) __asm__("open");
 extern "C" int CountedOpen64(const char* path, int flags, ...) __asm__("open64");
 extern "C" __attribute__((visibility("default"))) int CountedOpen(const char* path, int flags, ...) {
@@ -51,7 +51,7 @@ extern "C" __attribute__((visibility("default"))) int CountedOpen64(const char* 
 }
 
 #ifdef COUNT_BY_HOOK
-// Declared here, as not every compiler brings its header along.
+// Declared here, since not every compiler has the header.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*malloc_hook)(const volatile void*, std::size_t),
                                                          void (*free_hook)(const volatile void*));
 namespace {

@@ -23,8 +23,7 @@ std::uint8_t* AllocateSample(std::int16_t width, std::int16_t height) noexcept;
 
 /// Allocates and reads the rows of both samples of a block, first then second. The legacy importer treats a row of
 /// width 0 as one that can't be read, since a read of no bytes returns nothing; so it gives kShortRow.
-/// @param first, second  receive width, height and rows; the caller frees the rows with std::free, also after a
-/// failure.
+/// @param first, second  receive width, height and rows. The caller frees the rows with std::free, even on failure.
 /// @param left           number of bytes from the first row to the end of the file. A sample that is larger gives
 ///                       kShortRow before memory is allocated for it.
 /// @param read_row       bool(std::uint8_t* row, std::size_t width): reads the next row; false for an incomplete one.

@@ -18,8 +18,7 @@ tag_msg_flags ConvertMsgFlags(std::span<const std::uint8_t> bytes) noexcept;
 
 /// Converts the header of a message.
 /// @param bytes        the block; missing ones of its 52 bytes read as zeros.
-/// @param line_offset  in lines; subtracted from frame_top and frame_bottom, wrapping in 16 bits as the format's words
-/// do.
+/// @param line_offset  in lines; subtracted from frame_top and frame_bottom, wrapping in 16 bits.
 tag_msg_header ConvertMsgHeader(std::span<const std::uint8_t> bytes, std::uint16_t line_offset) noexcept;
 
 }  // namespace zel::message

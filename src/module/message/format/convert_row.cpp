@@ -11,9 +11,8 @@ namespace zel::message {
 
 namespace {
 
-// A word of the memory form: a 6-bit field in bits 0 to 5, its bits in the file's order, and a 10-bit field in bits 6
-// to
-// 15. Only the last word of a character has another layout.
+// A word of the memory form: a 6-bit field in bits 0 to 5 and a 10-bit field in bits 6 to 15. Only the last word of a
+// character has another layout.
 constexpr std::uint16_t Word(unsigned low_field, unsigned high_field) noexcept {
     return static_cast<std::uint16_t>((low_field & 0x3F) | (high_field & 0x3FF) << 6);
 }

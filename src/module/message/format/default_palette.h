@@ -4,8 +4,7 @@
 
 namespace zel::message {
 
-/// Writes the 256 entries used for a message without a palette section. Leaves palette_lead and palette_words
-/// unchanged.
+/// Writes the 256 entries for a message without a palette section. Leaves palette_lead and palette_words unchanged.
 void FillDefaultPalette(tag_palete& palette) noexcept;
 
 }  // namespace zel::message

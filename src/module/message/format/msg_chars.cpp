@@ -12,8 +12,7 @@ namespace zel::message::msg_chars {
 // A record consists of four words. A word loaded from the file has its two bytes exchanged, which is a rotation by 8
 // bits. In words 0 to 2 the memory form has the 6-bit field below the 10-bit field and the file form above it, which is
 // a rotation by 6 bits; together this is a rotation by 2 bits to the right. Word 3 has its 10-bit field below, which
-// gives a rotation by 2 bits to the left. What remains is the order of the bits within the 6-bit fields of words 0 and
-// 1.
+// gives a rotation by 2 bits to the left. The bits within the 6-bit fields of words 0 and 1 then have to be reordered.
 
 namespace {
 
@@ -21,8 +20,7 @@ namespace {
 constexpr unsigned ReverseFlags(unsigned six) noexcept {
     return (six & 1) << 5 | (six & 2) << 3 | (six & 4) << 1 | (six >> 1 & 4) | (six >> 3 & 2) | six >> 5;
 }
-// The 6-bit field of word 1: bits 5-4 move to bits 1-0 in this order, bit 3 to bit 2, bits 2-0 (colour_set) to bits
-// 5-3.
+// The 6-bit field of word 1: bits 5-4 move to bits 1-0, bit 3 to bit 2, bits 2-0 (colour_set) to 5-3.
 constexpr unsigned ReorderColourSet(unsigned six) noexcept {
     return six >> 4 | (six >> 1 & 4) | (six & 7) << 3;
 }
