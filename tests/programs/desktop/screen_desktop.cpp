@@ -77,6 +77,7 @@ std::string ShownText(const QWidget& widget) {
 
 std::vector<std::string> ShownList(const QComboBox& combo) {
     std::vector<std::string> list;
+    list.reserve(static_cast<std::size_t>(combo.count()));
     for (int i = 0; i < combo.count(); ++i) list.push_back(desktop::ModuleText(combo.itemText(i)));
     return list;
 }
