@@ -9,7 +9,7 @@ namespace zel {
 // Message ids as a user types them: digits, with or without a leading dot.
 
 /// Four digits.
-inline constexpr int kLargestNumber = 9999;
+inline constexpr int kLargestMessageNumber = 9999;
 
 inline std::string_view WithoutLeadingDot(std::string_view id) noexcept {
     return id.starts_with('.') ? id.substr(1) : id;

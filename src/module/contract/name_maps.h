@@ -75,7 +75,7 @@ class NameText {
         return slice;
     }
 
-    CString Built(const NameParts& parts) const {
+    CString Compose(const NameParts& parts) const {
         std::string name(Of(parts.First()));
         if (parts.form == NameParts::Form::kStyled) (name += ' ') += Of(parts.Second());
         if (parts.form != NameParts::Form::kWhole) name += " BT";
@@ -92,7 +92,7 @@ class NumberedNames {
     /// As in the framework's maps: FALSE, and `value` unchanged, when there is no such key.
     BOOL Lookup(WORD key, CString& value) const {
         if (key >= m_places.size() || m_places[key] == 0) return FALSE;
-        value = m_text->Built(m_names[m_places[key] - 1]);
+        value = m_text->Compose(m_names[m_places[key] - 1]);
         return TRUE;
     }
     void SetAt(WORD key, const char* value) { Add(key, {NameParts::Form::kWhole, m_text->Add(value)}); }
@@ -136,7 +136,7 @@ class NamedNames {
         const std::string_view wanted(key);
         const std::uint32_t place = m_slots[Find(wanted)];
         if (place == 0) return FALSE;
-        value = m_text->Built(m_entries[place - 1].name);
+        value = m_text->Compose(m_entries[place - 1].name);
         return TRUE;
     }
     void SetAt(const char* key, const char* value) {

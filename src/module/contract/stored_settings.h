@@ -32,7 +32,12 @@ inline constexpr char kUsername[] = "Username";
 inline constexpr char kPassword[] = "Password";
 inline constexpr char kSavePassword[] = "SavePassword";
 
-enum class SettingKind : std::uint8_t { kNumber, kText, kPassword };
+enum class SettingKind : std::uint8_t {
+    kNumber,
+    kText,
+    /// A scrambled text, not to be shown.
+    kScrambled,
+};
 
 /// One setting of the profile.
 struct Setting {
@@ -50,11 +55,11 @@ inline constexpr Setting kSettings[] = {
     {kFtpSection, kMessageNumber, SettingKind::kText},
     {kFtpSection, kOverwriteAll, SettingKind::kNumber},
     {kFtpSection, kPassive, SettingKind::kNumber},
-    {kFtpSection, kPassword, SettingKind::kPassword},
+    {kFtpSection, kPassword, SettingKind::kScrambled},
     {kFtpSection, kSavePassword, SettingKind::kNumber},
     {kFtpSection, kUsername, SettingKind::kText},
     {kFallbackFtpSection, kIpAddress, SettingKind::kText},
-    {kFallbackFtpSection, kPassword, SettingKind::kPassword},
+    {kFallbackFtpSection, kPassword, SettingKind::kScrambled},
     {kFallbackFtpSection, kSavePassword, SettingKind::kNumber},
     {kFallbackFtpSection, kUsername, SettingKind::kText},
 };

@@ -12,7 +12,7 @@ class CZelTransDlg;
 /// for the next time. The host does the transfer and browses the remote directory: it receives this object in kMsgFtp.
 /// The host reads the members, whose order and widths are part of the contract; it needs to call no member function.
 ///
-/// The dialog checks nothing: any text goes to the host. It stores its settings after each request, and Skip Warnings
+/// The dialog checks nothing: it accepts any text. It stores its settings after each request, and Skip Warnings
 /// when the box is clicked. Closing it stores nothing.
 class CZelTransFTP : public CDialog {
   public:

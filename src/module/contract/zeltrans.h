@@ -9,8 +9,8 @@
 /// Before the first import a host
 ///
 ///  1. creates its windows, of classes derived from CWnd, by CWnd::CreateHostWindow;
-///  2. sets the main window of the thread, AfxGetThread()->m_pMainWnd: it receives kMsgDialogReady, kMsgImportDone,
-///     kMsgHasMessage and kMsgFtp;
+///  2. sets the main window of the thread, AfxGetThread()->m_pMainWnd (platform/framework/cwinapp.h), which receives
+///     kMsgDialogReady, kMsgImportDone, kMsgHasMessage and kMsgFtp;
 ///  3. calls Register_GLV_OnChar with its callback and a buffer of 260 bytes: the directory of the two name lists,
 ///     ending in a backslash, or all zeros for the current directory.
 ///
@@ -18,7 +18,8 @@
 /// Paths are in the module's form; zel::system::ModulePath (platform/system/files.h) converts to it.
 ///
 /// Dialogs, message boxes and settings go through platform/seam/desktop.h and platform/seam/settings_store.h. A host
-/// that sets neither has a desktop without a screen, which closes dialogs and confirms boxes, and settings in memory.
+/// that sets neither has a desktop without a screen, which closes each dialog and gives each message box a default
+/// answer, and settings in memory.
 ///
 /// One import sends, in this order:
 ///
@@ -28,9 +29,9 @@
 ///     the callback, for each character: tag_CharInf
 ///     kMsgRowsDone      host   CZelMessage: the rows
 ///     kMsgTabs          host   tag_tab_field records, only if there are any
-///     kMsgMessageDone   host   CZelMessage
+///     kMsgMessageDone   host   CZelMessage, for the last time
 ///     kMsgImportDone    main   CZelTransDlg: m_sMessageID is the id
-///     WM_PAINT          host
+///     WM_PAINT          host   the host may draw
 ///
 /// kMsgDialogReady is sent once for a dialog, in which the user can import several messages.
 ///

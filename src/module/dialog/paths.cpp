@@ -1,4 +1,5 @@
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 #include "module/contract/dialog_ids.h"
@@ -77,6 +78,25 @@ bool ReadMessageId(CZelTransDlg& dialog, const CString& message_dir, CString& id
     return true;
 }
 
+/// An id that is a number, with or without ".TN".
+struct NumericId {
+    int number;
+    /// Name of its file in the usual form, such as ".0012" or ".0012.TN".
+    CString file_name;
+};
+
+/// @param id  without a leading dot.
+std::optional<NumericId> ParseNumericId(const char* id) {
+    const bool has_suffix = std::strstr(id, ".TN") != nullptr;
+    // Compared with the number of leading digits: only a ".TN" at the end leaves a number.
+    const std::size_t length = std::strlen(id) - (has_suffix ? 3 : 0);
+    if (CountDigits(id) != length) return std::nullopt;
+    NumericId numeric{MessageNumberOf(id), {}};
+    numeric.file_name.Format(length < 5 ? ".%04d" : ".%08d", numeric.number);
+    if (has_suffix) numeric.file_name += ".TN";
+    return numeric;
+}
+
 }  // namespace
 
 void CZelTransDlg::ReadDirectoryPaths() {
@@ -103,28 +123,19 @@ void CZelTransDlg::ReadDirectoryPaths() {
 }
 
 bool CZelTransDlg::CheckFileExist(const char* name, const char* dir) {
+    const char* const bare = name[0] == '.' ? name + 1 : name;
     m_bNumericName = false;
-    const bool has_dot = name[0] == '.';
-    const char* const bare = has_dot ? name + 1 : name;
-    const bool has_suffix = std::strstr(bare, ".TN") != nullptr;
-    // Compared with the leading digits: only a ".TN" at the end of the name leaves a number.
-    const std::size_t length = std::strlen(bare) - (has_suffix ? 3 : 0);
-    int number = 0;
-    if (CountDigits(bare) == length) {
-        m_bNumericName = true;
-        number = MessageNumberOf(bare);
-        m_sNumericName.Format(length < 5 ? ".%04d" : ".%08d", number);
-        if (has_suffix) m_sNumericName += ".TN";
-    }
     if (CanOpen(dir, bare)) {
-        m_bNumericName = false;
         m_sNumericName.Empty();
         return true;
     }
-    if (!m_bNumericName) return false;
+    const std::optional<NumericId> numeric = ParseNumericId(bare);
+    if (!numeric) return false;
+    m_bNumericName = true;
+    m_sNumericName = numeric->file_name;
     if (CanOpen(dir, m_sNumericName)) return true;
     CString four_digits;
-    four_digits.Format("%04d", number);
+    four_digits.Format("%04d", numeric->number);
     if (!CanOpen(dir, four_digits)) return false;
     m_sNumericName = four_digits;
     return true;
@@ -134,7 +145,7 @@ void CZelTransDlg::IncrementFileName(const char* name) {
     const std::string_view bare = WithoutLeadingDot(name);
     if (bare.size() < 5 && CountDigits(bare) == bare.size()) {
         const int next = MessageNumberOf(bare) + 1;
-        m_sMessageID.Format(".%04d", next > kLargestNumber ? 0 : next);
+        m_sMessageID.Format(".%04d", next > kLargestMessageNumber ? 0 : next);
     }
     M_sNextMessage = m_sMessageID;
 }

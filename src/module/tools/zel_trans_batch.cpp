@@ -116,7 +116,7 @@ bool CZelTransBatch::IsNumber(const CString& text, const char* error, const char
 }
 
 bool CZelTransBatch::IsRange(int first, int last) {
-    if (last >= 1 && last <= kLargestNumber && first <= last) return true;
+    if (last >= 1 && last <= kLargestMessageNumber && first <= last) return true;
     CString box;
     box.Format("Invalid Range: %04d - %04d ", first, last);
     MessageBox(box, "Invalid Range", MB_OK | MB_ICONEXCLAMATION);

@@ -97,7 +97,7 @@ void ApplyFontMaps(const tag_font_header& header, CZelTransDlg& owner, CString& 
 }
 
 void ApplyFontHeight(const tag_font_header& header, LOGFONT& lf) noexcept {
-    const int height = header.font_height - EdgeHeight(header.EdgeType(), header.EdgeDirection(), header.edge_size);
+    const int height = header.font_height - EdgeHeight(header.EdgeType(), header.edge_size);
     lf.lfHeight = static_cast<LONG>(height * 1.18 + 0.5);
 }
 

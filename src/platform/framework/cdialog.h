@@ -57,6 +57,7 @@ class ZEL_PLATFORM_API CDialog : public CWnd {
 
   private:
     bool MakeWindow();
+    HWND MakeControls();
 
     UINT m_templateId = 0;
     const zel::framework::DialogTemplate* m_template = nullptr;

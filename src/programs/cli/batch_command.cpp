@@ -44,7 +44,7 @@ Interval IntervalOf(const host::NumberRange& range) {
     const std::string_view first = WithoutLeadingDot(range.first), last = WithoutLeadingDot(range.last);
     if (CountDigits(first) != first.size() || CountDigits(last) != last.size()) return {};
     const Interval interval{MessageNumberOf(first), MessageNumberOf(last)};
-    const bool valid = interval.last >= 1 && interval.last <= kLargestNumber && interval.first <= interval.last;
+    const bool valid = interval.last >= 1 && interval.last <= kLargestMessageNumber && interval.first <= interval.last;
     return valid ? interval : Interval{};
 }
 

@@ -117,7 +117,7 @@ ExitCode RemoveRecording(const LibraryArguments& arguments) {
 void AddNumber(CLI::App& command, LibraryArguments& arguments) {
     const auto take = [&arguments](const std::string& text) {
         const std::string_view digits = WithoutLeadingDot(text);
-        if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestNumber) {
+        if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestMessageNumber) {
             throw CLI::ValidationError("NUMBER", '"' + text + "\" is not a number from 0 to 9999");
         }
         arguments.number = MessageNumberOf(digits);

@@ -39,7 +39,7 @@ std::string EntryLine(const seam::ProfileEntry& stored) {
     if (number != nullptr) {
         value = std::to_string(*number);
     } else if (const std::string& text = std::get<std::string>(stored.value);
-               known != nullptr && known->kind == SettingKind::kPassword) {
+               known != nullptr && known->kind == SettingKind::kScrambled) {
         value = text.empty() ? "" : "(stored)";
     } else {
         value = Escaped(text);

@@ -40,7 +40,7 @@ struct [[gnu::packed]] tag_font_header {
     std::uint16_t font_flags;     // 104
     std::uint16_t unread_106[6];  // 106
     std::int16_t row_inset;       // 118
-    std::uint32_t word_table_size;  // 120  bytes; the low 16 bits count, signed
+    std::uint32_t word_table_size;  // 120  bytes; only the low 16 bits are used, signed
     std::uint16_t sample_present;   // 124
     std::uint8_t unread_126[2];     // 126
 

@@ -34,7 +34,7 @@ struct tag_msg_flags {
     zel::VideoStandard Standard() const noexcept {
         return Has(zel::SectionFlag::kPal) ? zel::VideoStandard::kPal : zel::VideoStandard::kNtsc;
     }
-    /// Lines above the picture in that standard; stored vertical positions are too large by as many.
+    /// Number of lines above the picture in that standard. Stored vertical positions are too large by it.
     std::uint16_t LineOffset() const noexcept { return static_cast<std::uint16_t>(zel::LineOffset(Standard())); }
     /// Active lines of that standard.
     int Lines() const noexcept { return zel::ActiveLines(Standard()); }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <new>
-#include <utility>
 
 #include "module/font/format/convert_char_entry.h"
 #include "module/font/format/convert_font_header.h"
@@ -207,7 +206,9 @@ LoadedFont::~LoadedFont() {
 }
 
 tag_font_memory LoadedFont::Release() noexcept {
-    return std::exchange(slot, {});
+    const tag_font_memory released = slot;
+    slot = {};
+    return released;
 }
 
 FontOutcome LoadFont(message::ByteSource& file, LoadedFont& font, message::SectionObserver* observer) {
