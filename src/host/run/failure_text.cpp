@@ -30,7 +30,7 @@ std::string DirectoryError(const std::string& what, const std::string& module_pa
 
 /// Why the module did not find a message, even though the file may exist.
 std::string MessageError(const ImportPaths& paths) {
-    const std::string error = OpenError("message", paths.message);
+    std::string error = OpenError("message", paths.message);
     if (!error.empty()) return error;
     return "the module uses the text after a name's first dot as the message's id, and finds no file of that name";
 }
