@@ -17,6 +17,16 @@ namespace {
 
 constexpr std::string_view kMessages = "MESSAGES", kMachine = "MACHINE";
 
+// Where the remote directory's messages and fonts are.
+enum class Layout {
+    // In its subdirectories MESSAGES and MACHINE.
+    kDisk,
+    // It is MESSAGES, and MACHINE is beside it.
+    kBeside,
+    // Both in the directory itself.
+    kTogether,
+};
+
 // A directory of the server with its listing, and the local directory that its files go to.
 struct DirectoryPair {
     std::string remote;
@@ -207,12 +217,6 @@ class Fetcher {
     bool IsReported(const std::string& name) const {
         return std::ranges::any_of(m_report.files, [&](const FileReport& file) { return file.name == name; });
     }
-
-    enum class Layout {
-        kDisk,      // MESSAGES and MACHINE within the directory
-        kBeside,    // the directory is MESSAGES; MACHINE is beside it
-        kTogether,  // messages and fonts in one directory
-    };
 
     FtpSession& m_session;
     const FetchRequest& m_request;

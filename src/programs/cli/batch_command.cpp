@@ -140,7 +140,7 @@ run::BatchOutcome BatchCommand::RunModule() {
         m_observers.Add(items);
     }
     if (m_request.warnings) m_observers.PrintWarnings();
-    const run::BatchOutcome outcome = run::RunBatch(m_request, m_observers.All());
+    run::BatchOutcome outcome = run::RunBatch(m_request, m_observers.All());
     if (recorder) recorder->Finish();
     return outcome;
 }

@@ -1,5 +1,6 @@
 #include "programs/cli/batch_progress.h"
 
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 
@@ -14,7 +15,7 @@ namespace {
 constexpr std::size_t kMaxShownReasons = 20;
 
 std::string Clock(double seconds) {
-    const long whole = static_cast<long>(seconds + 0.5);
+    const long whole = std::lround(seconds);
     char text[32];
     std::snprintf(text, sizeof text, "%ld:%02ld", whole / 60, whole % 60);
     return text;
@@ -72,8 +73,7 @@ void BatchProgress::DrawLine() {
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - m_begin).count();
     const double rate = done / std::max(seconds, 1e-6);
     m_line.Draw(std::to_string(m_unchanged + done) + " of " + std::to_string(m_total) + ": " + Counts() + "; " +
-                std::to_string(static_cast<long>(rate + 0.5)) + " per second, " + Clock(left / std::max(rate, 1e-6)) +
-                " left");
+                std::to_string(std::lround(rate)) + " per second, " + Clock(left / std::max(rate, 1e-6)) + " left");
 }
 
 void BatchProgress::Close() {

@@ -55,7 +55,7 @@ void PrintSheetNotes(const picture::GlyphSheet& sheet) {
 ExitCode RunFontCommand(const FontArguments& arguments) {
     const SettingsScope settings(arguments.settings);
     // Opened first, so that an output that cannot be written is reported before the module runs.
-    const std::string png = arguments.png ? CheckPlainOutput(*arguments.png) : std::string();
+    const std::string png = arguments.png ? CheckRegularOutput(*arguments.png) : std::string();
     RunObservers observers(arguments.trace);
     if (arguments.request.warnings) observers.PrintWarnings();
     FontSummary summary;

@@ -55,7 +55,7 @@ class Import {
 // Opens the outputs, so that one that cannot be written is reported before the module runs.
 Import::Import(const ImportArguments& arguments)
     : m_arguments(arguments), m_settings(arguments.settings), m_observers(arguments.trace, arguments.pixels) {
-    if (arguments.png) m_png = CheckPlainOutput(*arguments.png);
+    if (arguments.png) m_png = CheckRegularOutput(*arguments.png);
     if (arguments.json) m_json = std::make_unique<OutputFile>(*arguments.json);
 }
 

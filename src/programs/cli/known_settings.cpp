@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "base/fold_case.h"
-#include "platform/script/memory_settings_store.h"
 
 namespace zel::cli {
 
@@ -46,7 +45,7 @@ const RecentList* FindRecentList(const std::string& name) {
 
 std::string KnownNames() {
     std::string text;
-    const char* section = "";
+    std::string_view section;
     for (const KnownSetting& known : stored::kSettings) {
         text += section == known.section ? ", " : std::string("\n  ") + known.section + ": ";
         section = known.section;

@@ -26,8 +26,6 @@ struct RecentList {
     /// The index in the name of a value; nothing if the value does not belong to the list.
     std::optional<int> Index(const std::string& value_name) const;
 };
-/// In characters; the module has no room for more.
-inline constexpr std::size_t kLongestRecentText = stored::kMaxRecentText;
 
 const std::vector<RecentList>& RecentLists();
 const RecentList* FindRecentList(const std::string& name);

@@ -14,6 +14,7 @@
 #include "programs/cli/library_table.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_file.h"
+#include "programs/cli/recording_text.h"
 
 namespace zel::cli {
 
@@ -68,60 +69,6 @@ ExitCode SearchLibrary(const LibraryArguments& arguments) {
     return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).Search(query));
 }
 
-void PrintLabelled(const std::string& label, const std::string& text) {
-    if (!text.empty()) std::cout << "  " << label << std::string(12 - label.size(), ' ') << text << '\n';
-}
-
-void PrintEach(const std::string& title, const std::vector<std::string>& lines) {
-    if (!lines.empty()) std::cout << "\n  " << title << '\n';
-    for (const std::string& line : lines) std::cout << "    " << TerminalText(line) << '\n';
-}
-
-std::vector<std::string> LinesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        lines.push_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    return lines;
-}
-
-std::vector<std::string> FieldLines(const library::Recording& recording) {
-    std::vector<std::string> lines;
-    for (const library::RecordedField& field : recording.fields) {
-        lines.push_back((field.name.empty() ? "unnamed" : field.name) + ": " + std::to_string(field.left) + ", " +
-                        std::to_string(field.top) + " to " + std::to_string(field.right) + ", " +
-                        std::to_string(field.bottom));
-    }
-    return lines;
-}
-
-std::vector<std::string> SourceLines(const library::Recording& recording) {
-    std::vector<std::string> lines;
-    for (const library::SourceFile& source : recording.sources) {
-        lines.push_back(source.path + (source.sha256.empty() ? ", missing" : ", sha256 " + source.sha256));
-    }
-    return lines;
-}
-
-void PrintRecording(const LibraryArguments& arguments, const library::Recording& recording) {
-    std::cout << arguments.library << ": " << KindName(recording.kind) << ' ' << base::NumberedName(recording.number)
-              << '\n';
-    PrintLabelled("Disk", TerminalText(recording.disk));
-    PrintLabelled("Recorded", TerminalText(recording.recorded_at));
-    PrintLabelled("Options", TerminalText(recording.options));
-    PrintLabelled("Lines", std::to_string(ActiveLines(recording.standard)));
-    PrintLabelled("Picture", recording.picture.empty() ? "none"
-                                                       : std::to_string(recording.width) + " x " +
-                                                             std::to_string(recording.height) + " pixels");
-    PrintEach("Text", LinesOf(recording.text));
-    PrintEach("Fonts", recording.fonts);
-    PrintEach("Tab fields", FieldLines(recording));
-    PrintEach("Made from", SourceLines(recording));
-    PrintEach("Warnings", recording.warnings);
-}
-
 // An output that the recording does not contain is not written.
 void WritePart(const std::optional<std::string>& path, const std::string& bytes, const char* what) {
     if (!path) return;
@@ -139,7 +86,7 @@ ExitCode ShowRecording(const LibraryArguments& arguments) {
     library::Library library(arguments.library, library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": another program removed the recording");
-    if (!arguments.png && !arguments.json) PrintRecording(arguments, *recording);
+    if (!arguments.png && !arguments.json) std::cout << arguments.library << ": " << RecordingText(*recording);
     WritePart(arguments.png, recording->picture, "picture");
     WritePart(arguments.json, recording->document.empty() ? "" : recording->document + '\n', "document");
     return ExitCode::kDone;

@@ -29,11 +29,11 @@ namespace fs = std::filesystem;
 
 // The target of a link, which need not exist yet, so that the link remains a link.
 std::string TargetOf(const std::string& path) {
-    constexpr int kMostLinks = 40;  // the system's own limit
+    constexpr int kMaxLinks = 40;  // the system's own limit
     fs::path target = path;
     std::error_code error;
     for (int links = 0; fs::is_symlink(fs::symlink_status(target, error)); ++links) {
-        if (links == kMostLinks) Fail(path, std::generic_category().message(ELOOP));
+        if (links == kMaxLinks) Fail(path, std::generic_category().message(ELOOP));
         const fs::path next = fs::read_symlink(target, error);
         if (error) Fail(path, error.message());
         target = target.parent_path() / next;
@@ -61,7 +61,8 @@ class OutputFile::Target : public std::streambuf {
         setp(m_buffer.data(), m_buffer.data() + m_buffer.size());
     }
 
-    /// Writes the buffer. @return false with errno set.
+    /// Writes the buffer.
+    /// @return false with errno set.
     bool Flush() {
         const std::string_view bytes(pbase(), static_cast<std::size_t>(pptr() - pbase()));
         setp(m_buffer.data(), m_buffer.data() + m_buffer.size());
@@ -101,12 +102,12 @@ void OutputFile::Commit() {
     if (!m_target->Commit()) FailErrno(m_path);
 }
 
-std::string CheckPlainOutput(const std::string& path) {
+std::string CheckRegularOutput(const std::string& path) {
     const OutputFile probe(path);
     std::string target = TargetOf(path);
     std::error_code error;
     const fs::file_status status = fs::status(target, error);
-    if (fs::exists(status) && !fs::is_regular_file(status)) Fail(path, "it is no plain file");
+    if (fs::exists(status) && !fs::is_regular_file(status)) Fail(path, "it is not a regular file");
     return target;
 }
 

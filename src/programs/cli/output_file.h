@@ -10,7 +10,7 @@ namespace zel::cli {
 /// An output file that appears whole or not at all, even if the machine stops. A device or a pipe is written directly.
 class OutputFile {
   public:
-    /// @throws CommandError when the file can't be written.
+    /// @throws CommandError if the file cannot be written.
     explicit OutputFile(const std::string& path);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
@@ -23,7 +23,7 @@ class OutputFile {
     void Write(std::string_view text);
 
     /// Gives the file its name.
-    /// @throws CommandError when not everything could be written; a file that was there before is then unchanged.
+    /// @throws CommandError if not everything could be written; an existing file is then unchanged.
     void Commit();
 
   private:
@@ -36,7 +36,7 @@ class OutputFile {
 
 /// Checks that a regular file can be written under a path.
 /// @return the path, or the target of a link of that path.
-/// @throws CommandError when it can't, or when it is another kind of file.
-std::string CheckPlainOutput(const std::string& path);
+/// @throws CommandError if it cannot, or if it is another kind of file.
+std::string CheckRegularOutput(const std::string& path);
 
 }  // namespace zel::cli

@@ -90,9 +90,9 @@ class NamedSetting {
     CommandError NotStored() const { return CommandError(Name() + ": not stored"); }
 
     bool SetRecent(seam::SettingsStore& store, const std::string& text) const {
-        if (text.size() > kLongestRecentText) {
+        if (text.size() > stored::kMaxRecentText) {
             throw InvalidSetting(Name() + ": " + std::to_string(text.size()) +
-                                 " characters; the module reads at most " + std::to_string(kLongestRecentText));
+                                 " characters; the module reads at most " + std::to_string(stored::kMaxRecentText));
         }
         seam::RegistryValue value{REG_SZ, {text.begin(), text.end()}};
         value.bytes.push_back(0);

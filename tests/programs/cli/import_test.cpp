@@ -149,7 +149,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 "MESSAGES/0012.msg: the module uses the text after a name's first dot"},
                     FailureCase{"cut_message", "head -c 1000 MESSAGES/.0012 >cut; zeltrans import cut --fonts MACHINE",
                                 4, "cut: the message file is damaged"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ImportCommand, ReportsACancelledFontPromptAfterItsBoxes) {
     const CommandDisk disk;
