@@ -5,6 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "base/text.h"
 #include "host/picture/picture_composer.h"
 #include "host/picture/png_writer.h"
 #include "host/recorder/batch_recorder.h"
@@ -17,7 +18,7 @@ using namespace zel;
 namespace {
 
 constexpr unsigned kMessages = 1000, kFonts = 4;
-/// Fewer messages with pictures, so that the run stays short.
+/// Fewer messages with pictures, to keep the run short.
 constexpr unsigned kPictures = 300;
 
 class BatchDisk {
@@ -44,7 +45,7 @@ class BatchDisk {
     script::MemorySettingsStore m_settings;
 };
 
-const BatchDisk& TheDisk() {
+const BatchDisk& SharedDisk() {
     static const BatchDisk disk;
     return disk;
 }
@@ -58,24 +59,24 @@ struct Counter : host::HostObserver {
 };
 
 void RunNumbers(benchmark::State& state) {
-    const run::BatchRequest request = TheDisk().Request(kMessages);
+    const run::BatchRequest request = SharedDisk().Request(kMessages);
     for (auto _ : state) {
         Counter counter;
         host::HostObserver* const observers[] = {&counter};
         run::RunBatch(request, observers);
-        if (counter.recorded != kMessages) state.SkipWithError("not everything was recorded");
+        if (counter.recorded != kMessages) state.SkipWithError("a message was not recorded");
     }
 }
 BENCHMARK(RunNumbers)->Name("batch/plain/module")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 void ReadNumbers(benchmark::State& state) {
-    const BatchDisk& disk = TheDisk();
+    const BatchDisk& disk = SharedDisk();
     std::string buffer;
     for (auto _ : state) {
         for (unsigned number = 1; number <= kMessages; ++number) {
-            ReadWholeFile(disk.Path("MESSAGES/" + samples::NumberedName(number)).c_str(), buffer);
+            ReadWholeFile(disk.Path("MESSAGES/" + base::NumberedName(number)).c_str(), buffer);
             for (unsigned font = 1; font <= kFonts; ++font)
-                ReadWholeFile(disk.Path("MACHINE/" + samples::NumberedName(font)).c_str(), buffer);
+                ReadWholeFile(disk.Path("MACHINE/" + base::NumberedName(font)).c_str(), buffer);
         }
         benchmark::DoNotOptimize(buffer.data());
     }
@@ -83,20 +84,20 @@ void ReadNumbers(benchmark::State& state) {
 BENCHMARK(ReadNumbers)->Name("batch/plain/raw")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 void RecordPictures(benchmark::State& state) {
-    const run::BatchRequest request = TheDisk().Request(kPictures);
+    const run::BatchRequest request = SharedDisk().Request(kPictures);
     for (auto _ : state) {
         const ScratchDisk out;
         recorder::FileDigests digests;
         recorder::RecorderOptions options;
         options.library = out.Path("library");
-        options.context.font_directory = TheDisk().Path("MACHINE");
+        options.context.font_directory = SharedDisk().Path("MACHINE");
         options.jobs = std::thread::hardware_concurrency();
         unsigned recorded = 0;
         recorder::BatchRecorder recorder(options, digests, [&recorded](const recorder::RecordedItem&) { ++recorded; });
         host::HostObserver* const observers[] = {&recorder.Pictures(), &recorder};
         run::RunBatch(request, observers);
         recorder.Finish();
-        if (recorded != kPictures) state.SkipWithError("not everything was recorded");
+        if (recorded != kPictures) state.SkipWithError("a message was not recorded");
     }
 }
 BENCHMARK(RecordPictures)->Name("batch/pictures/module")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
@@ -106,7 +107,7 @@ class Pictures : public host::HostObserver {
   public:
     Pictures() {
         host::HostObserver* const observers[] = {&m_composer, this};
-        run::RunBatch(TheDisk().Request(kPictures), observers);
+        run::RunBatch(SharedDisk().Request(kPictures), observers);
     }
     void OnMessage(const document::MessageRecord& /*message*/) override {
         if (auto picture = m_composer.TakePicture()) taken.push_back(std::move(*picture));
@@ -119,7 +120,7 @@ class Pictures : public host::HostObserver {
 
 void EncodeOnly(benchmark::State& state) {
     static const Pictures pictures;
-    if (pictures.taken.size() != kPictures) state.SkipWithError("not every picture came");
+    if (pictures.taken.size() != kPictures) state.SkipWithError("a picture is missing");
     for (auto _ : state) {
         std::atomic<std::size_t> next = 0;
         std::vector<std::jthread> threads;

@@ -22,10 +22,11 @@ void Count(CWnd* /*host*/, tag_CharInf* info, unsigned character) {
     g_calls += character + static_cast<unsigned>(info->x);
 }
 
-/// A message of two fonts, one known by its number and one by its name, and what it is walked with.
-class Walked {
+/// A message with two fonts, one mapped by its number and one by its name, and the module objects for the walk.
+class WalkedMessage {
   public:
-    Walked() : desktop_in_use(&m_desktop), m_message(nullptr, m_disk.Path("MESSAGES").c_str(), ".0001", &m_owner) {
+    WalkedMessage()
+        : m_registration(&m_desktop), m_message(nullptr, m_disk.Path("MESSAGES").c_str(), ".0001", &m_owner) {
         m_disk.WriteMessage(1, FullMessage(kRows, kCharacters, 2));
         m_disk.WriteFont(1, RunCodedFont("Any Name"));
         samples::FontFile named = RunCodedFont("Swiss Bold");
@@ -41,7 +42,7 @@ class Walked {
         char no_maps[MAX_PATH] = "\\";
         Register_GLV_OnChar(&Count, no_maps);
     }
-    ~Walked() {
+    ~WalkedMessage() {
         Register_GLV_OnChar(nullptr, std::string(MAX_PATH, '\0').data());
         for (tag_font_memory& slot : m_fonts.m_Slots) {
             font::ReleaseFontBlocks(slot);
@@ -53,20 +54,20 @@ class Walked {
     bool ok = false;
 
   private:
-    /// The module's surroundings, put in place before the module's objects are made.
-    struct InUse {
-        explicit InUse(script::HeadlessDesktop* desktop) {
+    /// Registers desktop and settings before the module's objects are constructed.
+    struct Registration {
+        explicit Registration(script::HeadlessDesktop* desktop) {
             seam::SetDesktop(desktop);
             seam::SetSettingsStore(&settings);
         }
-        ~InUse() {
+        ~Registration() {
             seam::SetSettingsStore(nullptr);
             seam::SetDesktop(nullptr);
         }
         script::MemorySettingsStore settings;
     };
     script::HeadlessDesktop m_desktop;
-    InUse desktop_in_use;
+    Registration m_registration;
     ScratchDisk m_disk;
     CZelTransDlg m_owner;
     CZelMessage m_message;
@@ -74,7 +75,7 @@ class Walked {
 };
 
 void Walk(benchmark::State& state, bool as_text) {
-    Walked walked;
+    WalkedMessage walked;
     if (!walked.ok) state.SkipWithError("not read");
     for (auto _ : state) walked.Run(as_text);
     state.SetItemsProcessed(state.iterations() * kRows * kCharacters);

@@ -1,4 +1,4 @@
-// What starting any C++ program costs: the standard library and nothing else.
+// The cost of starting a C++ program: the standard library and nothing else.
 #include <iostream>
 
 int main() {

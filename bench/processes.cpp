@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "base/text.h"
 #include "scratch_disk.h"
 
 using namespace zel;
@@ -79,7 +80,7 @@ void Memory(benchmark::State& state) {
     Disk disk;
     const auto last = static_cast<unsigned>(state.range(0));
     for (unsigned number = 2; number <= last; ++number)
-        std::filesystem::create_symlink(".0001", disk.Path("MESSAGES/" + samples::NumberedName(number)));
+        std::filesystem::create_symlink(".0001", disk.Path("MESSAGES/" + base::NumberedName(number)));
     long peak = 0;
     for (auto _ : state) {
         const ProgramResult result =

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "base/text.h"
 #include "module/contract/zel_font.h"
 #include "module/font/format/font_blocks.h"
 #include "module/message/cfile_bytes.h"
@@ -28,7 +29,7 @@ struct Files {
         samples::FontFile stored = RunCodedFont("Stored");
         stored.AddStored(kStoredCode, {40, 30, SmoothPixels(40, 30)}, 10, 40);
         samples::FontOffsets offsets;
-        disk.Write("MACHINE/" + samples::NumberedName(2), samples::WriteFont(stored, &offsets));
+        disk.Write("MACHINE/" + base::NumberedName(2), samples::WriteFont(stored, &offsets));
         glyph_offset = offsets.stored.at(kStoredCode);
         message = disk.Path("MESSAGES/.0001");
         font = disk.Path("MACHINE/.0001");
@@ -39,13 +40,13 @@ struct Files {
     std::size_t glyph_offset = 0;
 };
 
-const Files& TheFiles() {
+const Files& SharedFiles() {
     static const Files files;
     return files;
 }
 
 void ReadRaw(benchmark::State& state, std::string Files::*file) {
-    const std::string path = TheFiles().*file;
+    const std::string path = SharedFiles().*file;
     std::string buffer;
     for (auto _ : state) benchmark::DoNotOptimize(ReadWholeFile(path.c_str(), buffer));
     state.counters["bytes"] = static_cast<double>(ReadWholeFile(path.c_str(), buffer));
@@ -54,7 +55,7 @@ BENCHMARK_CAPTURE(ReadRaw, message, &Files::message)->Name("message/raw");
 BENCHMARK_CAPTURE(ReadRaw, font, &Files::font)->Name("font/raw");
 
 void ReadMessage(benchmark::State& state) {
-    const std::string path = TheFiles().message;
+    const std::string path = SharedFiles().message;
     for (auto _ : state) {
         CFile file;
         if (!file.Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone)) state.SkipWithError("not opened");
@@ -75,7 +76,7 @@ void Release(CZelFont& fonts) {
 
 void ReadFont(benchmark::State& state) {
     CZelFont fonts;
-    CString path(TheFiles().disk.Path("MACHINE").c_str());
+    CString path(SharedFiles().disk.Path("MACHINE").c_str());
     for (auto _ : state) {
         if (fonts.ReadFont(path, 1, 0, false) != 1) state.SkipWithError("not read");
         Release(fonts);
@@ -85,7 +86,7 @@ BENCHMARK(ReadFont)->Name("font/module");
 
 void GlyphOnRequest(benchmark::State& state) {
     CZelFont fonts;
-    CString path(TheFiles().disk.Path("MACHINE").c_str());
+    CString path(SharedFiles().disk.Path("MACHINE").c_str());
     if (fonts.ReadFont(path, 2, 0, false) != 1) state.SkipWithError("not read");
     std::vector<std::uint32_t> pixels(std::size_t{40} * 30);
     DIBSECTION dib{};
@@ -101,13 +102,13 @@ void GlyphOnRequest(benchmark::State& state) {
 BENCHMARK(GlyphOnRequest)->Name("glyph_on_request/module");
 
 void ReadGlyphRaw(benchmark::State& state) {
-    const Files& files = TheFiles();
+    const Files& files = SharedFiles();
     std::vector<std::uint8_t> record(12 + 40 * 30 * 4);
     for (auto _ : state) {
         const int file = ::open(files.stored_font.c_str(), O_RDONLY | O_CLOEXEC);
-        const ssize_t came = ::pread(file, record.data(), record.size(), static_cast<off_t>(files.glyph_offset));
+        const ssize_t size = ::pread(file, record.data(), record.size(), static_cast<off_t>(files.glyph_offset));
         ::close(file);
-        if (came != static_cast<ssize_t>(record.size())) state.SkipWithError("not read");
+        if (size != static_cast<ssize_t>(record.size())) state.SkipWithError("not read");
     }
 }
 BENCHMARK(ReadGlyphRaw)->Name("glyph_on_request/raw");

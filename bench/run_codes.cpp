@@ -16,7 +16,7 @@ namespace {
 
 constexpr unsigned kCode = 65;
 
-/// One glyph in memory as a font holds it, and a bitmap of its size.
+/// A font with one glyph, in memory, and a bitmap of its size.
 class GlyphInMemory {
   public:
     explicit GlyphInMemory(const samples::RunCodes& codes)
@@ -78,8 +78,8 @@ std::uint8_t Cut(double value) {
     return static_cast<std::uint8_t>(value);
 }
 
-/// As the format states it: a buffer that is filled, then pixel by pixel in doubles, then the row flip.
-void DrawAsStated(const GlyphInMemory& glyph) {
+/// The formulas of the format: fills a buffer, draws pixel by pixel in doubles, and flips the rows.
+void DrawByFormula(const GlyphInMemory& glyph) {
     const int width = glyph.dib.dsBmih.biWidth, height = glyph.dib.dsBmih.biHeight;
     const std::size_t row_size = static_cast<std::size_t>(width) * 4,
                       size = row_size * static_cast<std::size_t>(height);
@@ -119,10 +119,10 @@ void DrawAsStated(const GlyphInMemory& glyph) {
         std::memcpy(bits + at, work.data() + size - row_size - at, row_size);
 }
 
-void Stated(benchmark::State& state, GlyphInMemory (*make)()) {
+void Formula(benchmark::State& state, GlyphInMemory (*make)()) {
     const GlyphInMemory glyph = make();
     for (auto _ : state) {
-        DrawAsStated(glyph);
+        DrawByFormula(glyph);
         benchmark::ClobberMemory();
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(glyph.Codes().size()));
@@ -139,7 +139,7 @@ void Filled(benchmark::State& state, GlyphInMemory (*make)()) {
 }
 
 BENCHMARK_CAPTURE(Draw, smooth, Smooth)->Name("run_codes/smooth/module");
-BENCHMARK_CAPTURE(Stated, smooth, Smooth)->Name("run_codes/smooth/stated");
+BENCHMARK_CAPTURE(Formula, smooth, Smooth)->Name("run_codes/smooth/formula");
 BENCHMARK_CAPTURE(Draw, long_runs, LongRuns)->Name("run_codes/runs_of_32/module");
 BENCHMARK_CAPTURE(Filled, long_runs, LongRuns)->Name("run_codes/runs_of_32/fill");
 
@@ -151,8 +151,8 @@ void Measure(benchmark::State& state) {
 }
 BENCHMARK(Measure)->Name("measure/module");
 
-/// Every word up to the one that ends the glyph.
-void PassOver(benchmark::State& state) {
+/// One pass over all words of the glyph.
+void ReadWords(benchmark::State& state) {
     const GlyphInMemory glyph = Smooth();
     for (auto _ : state) {
         const std::uint8_t* word = glyph.Encoding().data();
@@ -168,6 +168,6 @@ void PassOver(benchmark::State& state) {
     }
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(glyph.Codes().size()));
 }
-BENCHMARK(PassOver)->Name("measure/pass");
+BENCHMARK(ReadWords)->Name("measure/pass");
 
 }  // namespace

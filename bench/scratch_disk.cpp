@@ -9,13 +9,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/text.h"
 #include "samples/write_file.h"
 
 using namespace zel;
 
 namespace {
 
-// How much of a pixel a ring covers, 0 to 255: the shape of a round letter.
+// The share of a pixel that a ring covers, 0 to 255: the shape of a round letter.
 unsigned RingLevel(int x, int y, int width, int height) {
     const double across = (x + 0.5) / width * 2 - 1, down = (y + 0.5) / height * 2 - 1;
     const double from_ring = std::abs(std::hypot(across, down) - 0.7) * std::min(width, height) / 2;
@@ -41,11 +42,11 @@ void ScratchDisk::Write(std::string_view name, std::span<const std::uint8_t> byt
 }
 
 void ScratchDisk::WriteMessage(unsigned number, const samples::MessageFile& message) const {
-    Write("MESSAGES/" + samples::NumberedName(number), samples::WriteMessage(message));
+    Write("MESSAGES/" + base::NumberedName(number), samples::WriteMessage(message));
 }
 
 void ScratchDisk::WriteFont(unsigned number, const samples::FontFile& font) const {
-    Write("MACHINE/" + samples::NumberedName(number), samples::WriteFont(font));
+    Write("MACHINE/" + base::NumberedName(number), samples::WriteFont(font));
 }
 
 samples::RunCodes SmoothGlyph(int width, int height) {
@@ -110,12 +111,12 @@ samples::MessageFile FullMessage(unsigned rows, unsigned characters, unsigned fo
 
 std::size_t ReadWholeFile(const char* path, std::string& buffer) {
     const int file = ::open(path, O_RDONLY | O_CLOEXEC);
-    if (file < 0) throw std::runtime_error(std::string(path) + ": can't be read");
+    if (file < 0) throw std::runtime_error(std::string(path) + ": cannot be read");
     struct stat status {};
     ::fstat(file, &status);
     const std::size_t size = static_cast<std::size_t>(status.st_size);
     if (buffer.size() < size) buffer.resize(size);
-    const ssize_t came = ::read(file, buffer.data(), size);
+    const ssize_t read = ::read(file, buffer.data(), size);
     ::close(file);
-    return came > 0 ? static_cast<std::size_t>(came) : 0;
+    return read > 0 ? static_cast<std::size_t>(read) : 0;
 }

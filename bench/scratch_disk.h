@@ -8,7 +8,7 @@
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 
-/// A disk for one benchmark, with MESSAGES and MACHINE, that goes with the object.
+/// A temporary disk for one benchmark, with MESSAGES and MACHINE. The destructor deletes it.
 class ScratchDisk {
   public:
     ScratchDisk();
@@ -25,19 +25,19 @@ class ScratchDisk {
     std::filesystem::path m_directory;
 };
 
-/// Run codes of an anti-aliased glyph: round shapes, whose edges are pixels of every level.
+/// Run codes of an anti-aliased round glyph, whose edges have pixels of every level.
 zel::samples::RunCodes SmoothGlyph(int width, int height);
 
-/// Pixels of the same shape as a stored glyph: alpha, blue, green, red.
+/// The same shape as the pixels of a stored glyph: alpha, blue, green, red.
 zel::samples::Bytes SmoothPixels(int width, int height);
 
-/// A font whose printable characters are all run-coded, of 28 by 36 pixels.
+/// A font with a run-coded glyph of 28 by 36 pixels for each printable character.
 zel::samples::FontFile RunCodedFont(std::string_view name);
 
-/// A message of full rows in the first `fonts` slots, which name the fonts 1, 2 and so on.
+/// A message of full rows that uses the first `fonts` slots, with the fonts 1, 2 and so on.
 zel::samples::MessageFile FullMessage(unsigned rows, unsigned characters, unsigned fonts);
 
-/// One plain pass over a file's bytes: open, fstat, one read, close.
-/// @param buffer  grows to the file's size.
-/// @return bytes that came.
+/// Reads a file with open, fstat, one read and close.
+/// @param buffer  enlarged to the size of the file if necessary.
+/// @return the number of bytes read.
 std::size_t ReadWholeFile(const char* path, std::string& buffer);

@@ -37,13 +37,13 @@ def shown(nanoseconds):
 # the module is at least that many times faster ("faster") or takes at most that many times as long ("within").
 ROWS = [
     ("A stored glyph's pixels, converted and flipped: all 65,536 pairs", "stored/pairs/module",
-     [("the formula in doubles", "stored/pairs/stated", 8, "faster"), ("QImage", "stored/pairs/qimage", 2, "faster"),
+     [("the formula in doubles", "stored/pairs/formula", 8, "faster"), ("QImage", "stored/pairs/qimage", 2, "faster"),
       ("memcpy", "stored/pairs/memcpy", None, "within")]),
     ("the same, a letter of 40 by 30", "stored/letter/module",
-     [("the formula in doubles", "stored/letter/stated", 8, "faster"), ("QImage", "stored/letter/qimage", 2, "faster"),
+     [("the formula in doubles", "stored/letter/formula", 8, "faster"), ("QImage", "stored/letter/qimage", 2, "faster"),
       ("memcpy", "stored/letter/memcpy", None, "within")]),
     ("A run-coded glyph, anti-aliased, 48 by 60", "run_codes/smooth/module",
-     [("the formula in doubles", "run_codes/smooth/stated", 4, "faster")]),
+     [("the formula in doubles", "run_codes/smooth/formula", 4, "faster")]),
     ("Run codes of 32 pixels", "run_codes/runs_of_32/module",
      [("std::fill", "run_codes/runs_of_32/fill", 1 / 0.7, "within")]),
     ("The size of a run-coded glyph", "measure/module", [("one pass over its words", "measure/pass", 2, "within")]),

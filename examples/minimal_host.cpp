@@ -18,16 +18,18 @@ class HostWindow : public CWnd {
     HostWindow() { CreateHostWindow("Minimal host"); }
     ~HostWindow() override { ReleaseFonts(); }
 
+    bool HasImported() const { return m_has_imported; }
+
   protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == zel::kMsgFonts) TakeFonts(*reinterpret_cast<CZelFont*>(lParam));
-        if (message == zel::kMsgImportDone) std::printf("\n");
+        if (message == zel::kMsgImportDone) m_has_imported = true;
         if (message == WM_PAINT) ReleaseFonts();
         return CWnd::WindowProc(message, wParam, lParam);
     }
 
   private:
-    // The font set ends with the call; the copies of its slots are the host's.
+    // The module destroys the font set at the end of the call. The copies of its slots belong to the host.
     void TakeFonts(const CZelFont& fonts) {
         for (const tag_font_memory& slot : fonts.m_Slots) {
             if (slot.font_copy != nullptr) m_copies.push_back(slot.font_copy);
@@ -43,10 +45,12 @@ class HostWindow : public CWnd {
     }
 
     std::vector<tag_font_memory*> m_copies;
+    bool m_has_imported = false;
 };
 
+// A host that draws also reads the position in `info` and, by GetMFRect and BuildMFData, the pixels.
 void OnChar(CWnd* /*host*/, tag_CharInf* info, unsigned int character) {
-    if (info->row_start != 0 && info->row_index != 0) std::printf("\n");
+    if (info->row_start != 0 && info->row_index != 0) std::putchar('\n');
     if (info->slot >= 0) std::putchar(static_cast<int>(character));
 }
 
@@ -62,13 +66,17 @@ int main(int argc, char** argv) {
     char no_name_lists[MAX_PATH] = {};
     Register_GLV_OnChar(&OnChar, no_name_lists);
 
-    CString path(zel::system::ModulePath(argv[1]).c_str()), fonts;
+    CString message(zel::system::ModulePath(argv[1]).c_str());
+    CString fonts;  // empty: the directory MACHINE beside the message's directory
     try {
-        CZelTransExport().ReadZelmaraMessage(&window, path, fonts);
-    } catch (CException* error) {
-        error->Delete();
-        std::fprintf(stderr, "minimal_host: %s can't be read\n", argv[1]);
-        return 1;
+        CZelTransExport().ReadZelmaraMessage(&window, message, fonts);
+    } catch (CException* exception) {
+        exception->Delete();
     }
-    return 0;
+    if (window.HasImported()) {
+        std::putchar('\n');
+        return 0;
+    }
+    std::fprintf(stderr, "minimal_host: %s: not imported\n", argv[1]);
+    return 1;
 }

@@ -10,7 +10,7 @@
 #include "module/font/format/convert_font_header.h"
 #include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
-#include "module_room.h"
+#include "module_environment.h"
 #include "platform/framework/exceptions.h"
 #include "samples/font_writer.h"
 #include "section_mutator.h"
@@ -21,8 +21,10 @@ namespace {
 
 using fuzz::Require;
 
-constexpr std::uint32_t kMostPixels = 65536;  // drawn of one font; a larger glyph is measured only
-constexpr std::size_t kGuard = 64;            // bytes before and behind a bitmap
+// Maximum number of pixels drawn for one font. A larger glyph is only measured.
+constexpr std::uint32_t kMaxPixels = 65536;
+// Number of bytes before and after a bitmap that must not change.
+constexpr std::size_t kGuard = 64;
 
 void CheckWrittenAgain(const tag_char_entry& entry) {
     const samples::CharEntry description{.glyph_kind = entry.glyph_kind,
@@ -36,7 +38,8 @@ void CheckWrittenAgain(const tag_char_entry& entry) {
     Require(std::memcmp(&again, &entry, sizeof entry) == 0, "a directory entry");
 }
 
-/// Draws into a bitmap of the announced size. @return its pixels.
+/// Draws into a bitmap of the size that GetMFRect returns.
+/// @return its number of pixels.
 std::uint32_t Draw(CZelFont& fonts, FontAddress font, DWORD code) {
     int top = 0;
     bool flag = false;
@@ -44,7 +47,7 @@ std::uint32_t Draw(CZelFont& fonts, FontAddress font, DWORD code) {
     Require(rect.left == 0 && rect.top == 0, "the rectangle begins at 0");
     if (rect.right <= 0 || rect.bottom <= 0) return 0;
     const auto pixels = static_cast<std::uint64_t>(rect.right) * static_cast<std::uint64_t>(rect.bottom);
-    if (pixels > kMostPixels) {
+    if (pixels > kMaxPixels) {
         fonts.BuildMFData(font, nullptr, 0, code, 0);
         return 0;
     }
@@ -58,14 +61,14 @@ std::uint32_t Draw(CZelFont& fonts, FontAddress font, DWORD code) {
     const auto untouched = [](std::uint8_t byte) { return byte == kUntouched; };
     Require(std::all_of(memory.begin(), memory.begin() + kGuard, untouched) &&
                 std::all_of(memory.end() - kGuard, memory.end(), untouched),
-            "pixels stay inside the announced rectangle");
+            "pixels stay inside the rectangle");
     return static_cast<std::uint32_t>(pixels);
 }
 
-/// @return pixels drawn of all codes.
+/// @return the number of pixels drawn for all codes.
 std::uint32_t DrawAll(CZelFont& fonts, tag_font_memory* font) {
     std::uint32_t pixels = 0;
-    for (DWORD code = 0; code < 256 && pixels < kMostPixels; ++code) {
+    for (DWORD code = 0; code < 256 && pixels < kMaxPixels; ++code) {
         try {
             pixels += Draw(fonts, reinterpret_cast<FontAddress>(font), code);
         } catch (CFileException* cut_short) {
@@ -75,7 +78,7 @@ std::uint32_t DrawAll(CZelFont& fonts, tag_font_memory* font) {
     return pixels;
 }
 
-/// The rows of a sample block, which the host may read from a file of its own.
+/// Reads the rows of a sample block as a host may, from a file of its own.
 void ReadSamples(fuzz::Input file) {
     constexpr std::size_t kHead = sizeof(tag_samp_struct);
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
@@ -128,31 +131,28 @@ samples::Bytes Describe(fuzz::Random& random) {
 }
 
 void Observe(fuzz::Input file, message::SectionObserver& sections) {
-    message::ByteSource source(file);
-    tag_font_memory slot;
-    bool tessor = false;
-    font::LoadFont(source, slot, tessor, &sections);
-    font::ReleaseFontBlocks(slot);
+    font::LoadedFont font;
+    font::LoadFont(file, font, &sections);
 }
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const fuzz::ModuleRoom room;
+    static const fuzz::ModuleEnvironment environment;
     CZelFont::m_bIgnoreErrors = static_cast<int>(size % 2);
-    room.Put(".0001", {data, size});
+    environment.Put(".0001", {data, size});
     if (size % 8 == 1) ReadSamples({data, size});
     CZelFont fonts;
-    // The user finds font 2, which isn't there, in the file of font 1.
-    if (!fuzz::ModuleRoom::ReadFont(fonts, size % 16 == 2 ? 2 : 1, 0)) return 0;
+    // Font 2 doesn't exist; the user chooses the file of font 1 for it.
+    if (!fuzz::ModuleEnvironment::ReadFont(fonts, size % 16 == 2 ? 2 : 1, 0)) return 0;
     tag_font_memory& slot = fonts.m_Slots[0];
     if (size % 8 == 0) std::for_each_n(slot.char_directory, kDirectoryEntries, &CheckWrittenAgain);
     DrawAll(fonts, slot.font_copy);
-    if (size % 8 < 2) {  // the file has gone since
+    if (size % 8 < 2) {  // the file no longer exists
         slot.font_copy->file_name[0] = '\0';
         DrawAll(fonts, slot.font_copy);
     }
-    fuzz::ModuleRoom::Release(slot);
+    fuzz::ModuleEnvironment::Release(slot);
     return 0;
 }
 

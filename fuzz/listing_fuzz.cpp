@@ -12,16 +12,16 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     constexpr ftp::ListingLimits kLimits{.bytes = 4096, .line_bytes = 128, .entries = 32};
     for (const auto form : {ftp::ListingForm::kFacts, ftp::ListingForm::kLines, ftp::ListingForm::kNames}) {
         const ftp::Listing listing = ftp::ParseListing(bytes, form, kLimits);
-        fuzz::Require(listing.entries.size() <= kLimits.entries, "the limit of entries");
+        fuzz::Require(listing.entries.size() <= kLimits.entries, "at most the limit of entries");
         for (const ftp::ListingEntry& entry : listing.entries) {
             fuzz::Require(entry.kind == ftp::EntryKind::kDirectory ? ftp::IsDirectoryName(entry.name)
                                                                    : ftp::IsFileName(entry.name),
-                          "a name that can be taken");
+                          "each name is acceptable");
             fuzz::Require(listing.Find(entry.name) == &entry, "each name once");
             fuzz::Require(entry.kind != ftp::EntryKind::kDirectory || listing.FindDirectory(entry.name) == &entry,
-                          "a directory by its name");
+                          "a directory is found by its name");
         }
-        fuzz::Require(listing.Find("no/name") == nullptr, "what isn't there isn't found");
+        fuzz::Require(listing.Find("no/name") == nullptr, "a missing name is not found");
         fuzz::Require(std::ranges::is_sorted(listing.entries, {}, &ftp::ListingEntry::name), "sorted by name");
     }
     return 0;

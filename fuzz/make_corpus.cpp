@@ -1,9 +1,9 @@
-// Writes the files that the fuzz targets start from: fuzz_corpus <directory>. Finds stand beside them under names of
-// their own.
+// Writes the initial corpus of the fuzz targets: fuzz_corpus <directory>. Finds are added beside it under other names.
 #include <cstdio>
 #include <filesystem>
 #include <string>
 
+#include "base/text.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 #include "samples/name_lists.h"
@@ -49,7 +49,7 @@ void PutMessages() {
     Put("message", "cut_in_flags", First(plain, 140));
     Put("message", "cut_in_rows", First(plain, 300));
     PutMessage("plain", [](MessageFile&) {});
-    // The target does some things by the size of a file.
+    // Some of the target's checks depend on the size of the file.
     for (const std::size_t size : {0U, 8U}) {
         samples::MessageFile message = Message();
         message.tail.resize((16 + size - plain.size() % 16) % 16);
@@ -219,9 +219,9 @@ void PutTexts() {
         std::string("01-02-99  03:04PM       <DIR>          MACHINE\r\n01-02-1999  03:04AM  120 .0012\r\n"));
     Put("listing", "names", std::string(".0012\r\nMESSAGES/.0013\r\n\r\n.0012\n") + std::string(200, 'A'));
     std::string many;
-    for (unsigned i = 0; i < 40; ++i) many += samples::NumberedName(i) + "\n";
+    for (unsigned i = 0; i < 40; ++i) many += base::NumberedName(i) + "\n";
     Put("listing", "more_than_the_limit", many);
-    for (unsigned i = 0; i < 800; ++i) many += samples::NumberedName(i) + "\n";
+    for (unsigned i = 0; i < 800; ++i) many += base::NumberedName(i) + "\n";
     Put("listing", "longer_than_the_limit", many);
 }
 

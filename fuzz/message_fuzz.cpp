@@ -1,12 +1,13 @@
-// Message files: read, given templates, and walked character by character.
+// Message files: reading, templates, and the walk over their characters.
 #include <algorithm>
 
+#include "base/text.h"
 #include "module/contract/zel_message.h"
 #include "module/message/format/big_endian_cursor.h"
 #include "module/message/format/convert_row.h"
 #include "module/message/format/message_loader.h"
 #include "module/state/module_state.h"
-#include "module_room.h"
+#include "module_environment.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 #include "samples/name_lists.h"
@@ -18,12 +19,13 @@ namespace {
 
 using fuzz::Require;
 
-constexpr int kMostRows = 32;  // more cost time and show nothing; they have a test of their own
+// Messages with more rows take time and cover no more code. tests/faults has a test for them.
+constexpr int kMaxRows = 32;
 
 /// A dialog with the lists and five fonts: plain, with a border, installed, stored, of another height.
-struct Room : fuzz::ModuleRoom {
-    Room() {
-        Require(!dialog.MapBitStreamFont() && !dialog.MapTypeFace(), "lists that aren't there yet aren't read");
+struct Environment : fuzz::ModuleEnvironment {
+    Environment() {
+        Require(!dialog.MapBitStreamFont() && !dialog.MapTypeFace(), "missing lists are not read");
         PutText(samples::kBitstreamListName, samples::BitstreamList().Plain("Quay", 21).Written());
         PutText(samples::kTypefaceListName, samples::TypefaceList().Typeface("Arial", "Quay BT").Written());
         dialog.MapBitStreamFont();
@@ -42,23 +44,23 @@ struct Room : fuzz::ModuleRoom {
                 font.AddRunCoded('A', {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()}, 2,
                                  9);
             if (i == 3) font.AddStored('A', {.width = 1, .height = 1, .pixels = samples::Bytes(4, 9)}, 0, 2);
-            Put(samples::NumberedName(static_cast<unsigned>(i) + 1), samples::WriteFont(font));
+            Put(base::NumberedName(i + 1), samples::WriteFont(font));
             Require(ReadFont(*dialog.m_pFont, i + 1, i * 3), "a font");
         }
     }
-    ~Room() {
+    ~Environment() {
         for (tag_font_memory& slot : dialog.m_pFont->m_Slots) Release(slot);
     }
     CZelTransDlg dialog{nullptr};
 };
 
 void CheckCall(CWnd*, tag_CharInf* info, unsigned character) {
-    Require(info->row_index >= 0 && info->row_index < kMostRows, "the row is one of the message");
+    Require(info->row_index >= 0 && info->row_index < kMaxRows, "the row is one of the message");
     Require(info->slot >= -1 && info->slot < kFontSlots && character < 256, "slot and character are in range");
     Require(info->font_copy == nullptr || info->slot >= 0, "a bitmap has a slot");
 }
 
-/// A record written from what was read of it, and read again, is the same but for the bits that have no name.
+/// A record that is written from its fields and read again is the same, apart from unnamed bits.
 void CheckWrittenAgain(const tag_msg_row& row) {
     samples::RowText text;
     text.row_empty = row.Empty();
@@ -100,7 +102,7 @@ samples::Bytes Describe(fuzz::Random& random) {
             if (any(8) == 0) cell.next_char = value();
         }
     }
-    if (any(4) == 0) file.header.last_row = any(kMostRows);
+    if (any(4) == 0) file.header.last_row = any(kMaxRows);
     if (any(4) == 0) file.flash_font.emplace().encoding_size = any(64);
     if (any(2) != 0) file.palette.emplace().entries.assign(any(300), value());
     if (any(8) == 0) file.background.emplace().tag = 0xBBBB + any(3);
@@ -114,8 +116,8 @@ samples::Bytes Describe(fuzz::Random& random) {
     return samples::WriteMessage(file);
 }
 
-/// Whether a file announces more rows than are of use here.
-bool AnnouncesTooMuch(fuzz::Input file) {
+/// Whether the header of a file has more than kMaxRows rows.
+bool HasTooManyRows(fuzz::Input file) {
     constexpr std::size_t kFlashFont = 136 + 16, kFlashHeader = kFlashFont + 8, kFlashSize = 8 + 128 + 1920;
     const auto u32 = [file](std::size_t at) {
         return message::BigEndianCursor(file.subspan(std::min(at, file.size()))).U32();
@@ -123,38 +125,37 @@ bool AnnouncesTooMuch(fuzz::Input file) {
     std::uint64_t header = kFlashFont;
     if ((u32(136) >> 16 & static_cast<unsigned>(SectionFlag::kFlashFont)) != 0)
         header += kFlashSize + std::uint64_t{u32(kFlashHeader + 98)} + u32(kFlashHeader + 120);
-    return header < file.size() && u32(static_cast<std::size_t>(header) + 4) >> 16 >= kMostRows;
+    return header < file.size() && u32(static_cast<std::size_t>(header) + 4) >> 16 >= kMaxRows;
 }
 
 void Observe(fuzz::Input file, message::SectionObserver& sections) {
-    if (AnnouncesTooMuch(file)) return;
-    message::ByteSource source(file);
+    if (HasTooManyRows(file)) return;
     message::LoadedMessage message;
-    message::LoadMessage(source, message, &sections);
+    message::LoadMessage(file, message, &sections);
 }
 
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static Room room;
-    if (AnnouncesTooMuch({data, size})) return 0;
+    static Environment environment;
+    if (HasTooManyRows({data, size})) return 0;
     g_pfnOnChar = &CheckCall;
     CZelFont::m_bIgnoreErrors = static_cast<int>(size % 2);
-    room.dialog.m_iLines = size % 16 < 8 ? 486 : 576;
-    room.Put(".0000", {data, size});
-    CZelMessage message("", "D:", ".0000", &room.dialog);
-    if (!message.ReadMessage(&room.dialog)) return 0;
+    environment.dialog.m_iLines = ActiveLines(size % 16 < 8 ? VideoStandard::kNtsc : VideoStandard::kPal);
+    environment.Put(".0000", {data, size});
+    CZelMessage message("", "D:", ".0000", &environment.dialog);
+    if (!message.ReadMessage(&environment.dialog)) return 0;
     const auto rows = std::span(message.m_pRows, static_cast<std::size_t>(message.m_pMsgHeader->RowCount()));
     if (size % 8 == 0) std::ranges::for_each(rows, &CheckWrittenAgain);
     for (int slot = 0; slot < kFontSlots; ++slot) {
-        tag_font_memory& font = room.dialog.m_pFont->m_Slots[slot];
+        tag_font_memory& font = environment.dialog.m_pFont->m_Slots[slot];
         if (font.font_header == nullptr) continue;
         message.MakeFontDescription(&font, font.log_font, slot);
         message.ApplySlotEffects(&font, font.effect_params);
     }
-    message.MakeTemplates(&room.dialog);
+    message.MakeTemplates(&environment.dialog);
     const bool convert = size % 4 < 2;
-    message.EmitCharacters(nullptr, room.dialog.m_pFont, !convert, convert);
+    message.EmitCharacters(nullptr, environment.dialog.m_pFont, !convert, convert);
     return 0;
 }
 

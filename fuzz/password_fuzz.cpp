@@ -1,4 +1,4 @@
-// The stored password: damaged forms give some text, and a password stored and read is the same.
+// The stored password: a damaged form gives some text, and a password that is stored and read is the same.
 #include <algorithm>
 #include <string>
 
@@ -12,7 +12,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     CString stored(reinterpret_cast<const char*>(data), static_cast<int>(std::min<std::size_t>(size, 200)));
     const CString password = stored;
     tools::UnscramblePassword(stored);
-    fuzz::Require(size == tools::kStoredPasswordSize || stored == password, "a text of another length stays");
+    fuzz::Require(size == tools::kStoredPasswordSize || stored == password, "a text of another length is unchanged");
 
     CString kept = password;
     tools::ScramblePassword(kept);

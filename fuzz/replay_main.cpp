@@ -1,5 +1,5 @@
-// Runs a fuzz target without libFuzzer, on each file of the directories that are named, and on some changed copies of
-// each, which are the same on every run; behind --as-it-is, without the copies.
+// Runs a fuzz target without libFuzzer, on each file of the given directories and on changed copies of each. The copies
+// are the same in each run. Directories after --as-it-is are replayed without copies.
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
@@ -17,10 +17,12 @@ using namespace zel;
 
 namespace {
 
-constexpr std::size_t kRoom = 65536;  // for a file that grows
+// Maximum size of a copy that grows.
+constexpr std::size_t kMaxCopy = 65536;
 
 std::minstd_rand g_random;
-constexpr int kChanges = 4;  // that one copy goes through
+// Number of successive changes to one copy.
+constexpr int kChanges = 4;
 int g_copies = 60;
 
 void Replay(const std::filesystem::path& file) {
@@ -29,7 +31,7 @@ void Replay(const std::filesystem::path& file) {
     fuzz::Require(!in.bad(), file.c_str());
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
     std::vector<std::uint8_t> copy(bytes);
-    copy.resize(std::max(bytes.size(), kRoom));
+    copy.resize(std::max(bytes.size(), kMaxCopy));
     std::size_t size = bytes.size();
     for (int i = 0; i < g_copies; ++i) {
         if (i % kChanges == 0) {

@@ -13,7 +13,7 @@ using namespace zel;
 
 namespace {
 
-/// Pixels are converted alike with vector instructions and without.
+/// Vector and scalar code convert pixels alike.
 void CheckPaths(fuzz::Input bytes) {
     const std::size_t count = bytes.size() / 4;
     std::vector<std::uint8_t> first(count * 4), other(count * 4);

@@ -8,9 +8,10 @@ namespace zel::fuzz {
 
 namespace {
 
-constexpr std::size_t kMaxListed = 64;  // a font may have many stored glyphs
+// A font may have many stored glyphs.
+constexpr std::size_t kMaxListed = 64;
 
-struct Stretch {
+struct ByteRange {
     std::size_t offset, size;
 };
 
@@ -20,7 +21,7 @@ class Sections : public message::SectionObserver {
         if (present != 0 && list.size() < kMaxListed)
             list.push_back({static_cast<std::size_t>(offset), static_cast<std::size_t>(present)});
     }
-    std::vector<Stretch> list;
+    std::vector<ByteRange> list;
 };
 
 void WriteBigEndian(std::uint8_t* out, std::size_t width, unsigned value) {
@@ -53,7 +54,7 @@ std::size_t MutateSections(const Format& format, std::uint8_t* data, std::size_t
     Sections sections;
     format.observe({data, size}, sections);
     if (choice < 4 || sections.list.empty()) return LLVMFuzzerMutate(data, size, max_size);
-    const Stretch section = sections.list[Below(random, sections.list.size())];
+    const ByteRange section = sections.list[Below(random, sections.list.size())];
     std::uint8_t* const start = data + section.offset;
     if (choice == 4) return section.offset + Below(random, section.size);  // cut
     if (choice < 12) {

@@ -1,16 +1,16 @@
-// The list of typefaces: by lines, and through the module's map.
+// The list of typefaces: line by line, and through the module's map.
 #include <map>
 #include <string>
 
 #include "module/fontmap/format/name_lists.h"
 #include "module/fontmap/format/text_lines.h"
-#include "module_room.h"
+#include "module_environment.h"
 #include "samples/name_lists.h"
 
 using namespace zel;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const fuzz::ModuleRoom room;
+    static const fuzz::ModuleEnvironment environment;
     const std::string text = fuzz::AsText({data, size});
     std::map<std::string, std::string, std::less<>> entries;
     fontmap::TextLines lines(text);
@@ -28,13 +28,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         }
         entries[std::string(entry->bitstream_name)] = entry->typeface;
     }
-    room.Put(samples::kTypefaceListName, {data, size});
+    environment.Put(samples::kTypefaceListName, {data, size});
     CZelTransDlg dialog(nullptr);
     fuzz::Require(dialog.MapTypeFace(), "the list is read");
     for (const auto& [name, typeface] : entries) {
         CString mapped;
         fuzz::Require(dialog.m_mapTypeFace.Lookup(name.c_str(), mapped) && mapped == typeface.c_str(),
-                      "the last entry stands");
+                      "the last entry counts");
     }
     return 0;
 }

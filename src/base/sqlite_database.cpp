@@ -6,7 +6,7 @@ namespace zel::base {
 
 namespace {
 
-/// A path that stands for itself: a name of SQLite's own, such as :memory: or a URI, is never absolute.
+/// An absolute path, which SQLite can't take for one of its special names, such as :memory: or a URI.
 std::string PlainName(const std::filesystem::path& file) {
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(file, error);
@@ -24,6 +24,18 @@ std::string ImmutableName(const std::filesystem::path& file) {
         }
     }
     return uri + "?immutable=1";
+}
+
+using Opening = SqliteDatabase::Opening;
+
+std::string NameFor(const std::filesystem::path& file, Opening opening) {
+    if (opening == Opening::kMemory) return ":memory:";
+    return opening == Opening::kImmutable ? ImmutableName(file) : PlainName(file);
+}
+
+int FlagsFor(Opening opening) noexcept {
+    if (opening == Opening::kImmutable) return SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
+    return SQLITE_OPEN_READWRITE | (opening == Opening::kExisting ? 0 : SQLITE_OPEN_CREATE);
 }
 
 }  // namespace
@@ -113,14 +125,10 @@ void SqliteDatabase::Close::operator()(sqlite3* database) const noexcept {
 }
 
 SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, Opening opening, std::chrono::milliseconds patience) {
-    const bool immutable = opening == Opening::kImmutable;
-    const int flags = immutable ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI
-                                : SQLITE_OPEN_READWRITE | (opening == Opening::kMake ? SQLITE_OPEN_CREATE : 0);
     sqlite3* handle = nullptr;
-    const int result =
-        sqlite3_open_v2((immutable ? ImmutableName(file) : PlainName(file)).c_str(), &handle, flags, nullptr);
+    const int result = sqlite3_open_v2(NameFor(file, opening).c_str(), &handle, FlagsFor(opening), nullptr);
     m_handle.reset(handle);
-    if (result != SQLITE_OK) return;  // the handle keeps the reason
+    if (result != SQLITE_OK) return;  // the handle has the reason
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, static_cast<int>(patience.count()));
 }
@@ -135,6 +143,14 @@ std::string SqliteDatabase::Error() const {
 
 int SqliteDatabase::Changes() const {
     return sqlite3_changes(m_handle.get());
+}
+
+std::string SqliteDatabase::Bytes() const {
+    sqlite3_int64 size = 0;
+    unsigned char* const bytes = sqlite3_serialize(m_handle.get(), "main", &size, 0);
+    if (bytes == nullptr) return {};
+    const std::unique_ptr<unsigned char, decltype(&sqlite3_free)> owner(bytes, &sqlite3_free);
+    return {reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size)};
 }
 
 std::int64_t SqliteDatabase::LastRow() const {

@@ -12,8 +12,8 @@ struct sqlite3_stmt;
 
 namespace zel::base {
 
-/// One SQL statement that is being run. Values are bound and read in the order of the statement. A statement that could
-/// not be made, or failed, has no rows and isn't done.
+/// One SQL statement. Values are bound and read in the statement's order. A statement that could not be prepared, or
+/// failed, has no rows.
 class SqliteStatement {
   public:
     SqliteStatement(sqlite3* database, const char* sql);
@@ -23,14 +23,18 @@ class SqliteStatement {
     SqliteStatement& BindBytes(std::string_view bytes);
     SqliteStatement& BindNull();
 
-    bool Next();               ///< moves to the next row; false behind the last.
-    bool Run();                ///< runs to the end; true when all was done.
-    SqliteStatement& Again();  ///< ready to be bound and run once more.
+    /// Moves to the next row. @return false after the last row and after a failure.
+    bool Next();
+    /// Runs to the end. @return false after a failure.
+    bool Run();
+    /// Prepares the statement to be bound and run again.
+    SqliteStatement& Again();
     bool Failed() const noexcept;
 
     bool IsNull(int column) const;
     std::int64_t Int(int column) const;
-    std::string Text(int column) const;  ///< UTF-8, whatever the file's own encoding is.
+    /// UTF-8, whatever the encoding of the file is.
+    std::string Text(int column) const;
     std::string Bytes(int column) const;
 
   private:
@@ -44,30 +48,40 @@ class SqliteStatement {
     int m_result;
 };
 
-/// An SQLite file. One that couldn't be opened gives statements that fail.
+/// An SQLite file; here since the stores of settings and of recordings have no other room in common. After a failure to
+/// open the file, every statement fails.
 class SqliteDatabase {
   public:
     enum class Opening {
-        kExisting,   ///< the file must be there.
-        kMake,       ///< the file is made if it is missing.
-        kImmutable,  ///< nobody writes it while it is open, and nothing is made beside it.
+        /// The file must exist.
+        kExisting,
+        /// The file is created if it is missing.
+        kMake,
+        /// Nobody writes the file while it is open, and no file is made beside it.
+        kImmutable,
+        /// The database is in memory, and there is no file.
+        kMemory,
     };
 
-    /// @param patience  how long a call waits for a second process to end its write.
+    /// @param file      ignored for kMemory.
+    /// @param patience  how long a call waits for another process to end its write.
     SqliteDatabase(const std::filesystem::path& file, Opening opening,
                    std::chrono::milliseconds patience = std::chrono::seconds(5));
 
-    /// Code and words of the last failure.
+    /// Code and message of the last failure.
     int ErrorCode() const;
     std::string Error() const;
-    /// Number of rows that the last statement changed, and number of the last row that was inserted.
+    /// Number of rows that the last statement changed, and id of the last row that was inserted.
     int Changes() const;
     std::int64_t LastRow() const;
 
     SqliteStatement Prepare(const char* sql) { return {m_handle.get(), sql}; }
     bool Run(const char* sql) { return Prepare(sql).Run(); }
 
-    /// For what stands in no statement. Owned; a file that couldn't be opened may have none.
+    /// The database as the bytes of a file; empty when there isn't enough memory.
+    std::string Bytes() const;
+
+    /// For calls that no statement can express. Owned; a file that couldn't be opened may have none.
     sqlite3* Handle() const noexcept { return m_handle.get(); }
 
   private:
@@ -77,10 +91,10 @@ class SqliteDatabase {
     std::unique_ptr<sqlite3, Close> m_handle;
 };
 
-/// A transaction, undone unless it was committed.
+/// A transaction, rolled back unless it was committed.
 class SqliteTransaction {
   public:
-    /// @param begin  one that only reads begins with BEGIN alone.
+    /// @param begin  "BEGIN" for a transaction that only reads.
     explicit SqliteTransaction(SqliteDatabase& database, const char* begin = "BEGIN IMMEDIATE")
         : m_database(database), m_open(database.Run(begin)) {}
     ~SqliteTransaction() {

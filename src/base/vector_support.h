@@ -1,28 +1,12 @@
 #pragma once
 
-// What the processor offers beyond the instructions that the module is compiled for. Code that uses it has a twin
-// without, which gives the same bytes.
+// Functions for instructions that the rest of the program isn't compiled for; see base/instructions.h.
 
 #if defined(__SSE2__)
 #include <immintrin.h>
 
-namespace zel::base {
-
+/// Compiles a function for base::Instructions::kAvx2.
 #define ZEL_AVX2 __attribute__((target("avx2,fma")))
+/// Compiles a function for base::Instructions::kVbmi.
 #define ZEL_VBMI __attribute__((target("avx512bw,avx512vbmi,avx512vbmi2")))
-
-/// With the fused multiplication that comes with it in all but a few processors.
-inline bool HasAvx2() noexcept {
-    static const bool has = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
-    return has;
-}
-
-/// AVX-512 with its permutations of bytes and its turns of words.
-inline bool HasVbmi() noexcept {
-    static const bool has = HasAvx2() && __builtin_cpu_supports("avx512bw") != 0 &&
-                            __builtin_cpu_supports("avx512vbmi") != 0 && __builtin_cpu_supports("avx512vbmi2") != 0;
-    return has;
-}
 #endif
-
-}  // namespace zel::base

@@ -1,13 +1,86 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <string>
 #include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "base/file_descriptor.h"
 
 namespace zel::base {
 
-/// Writes a file that appears whole or not at all, also when the machine stops: the bytes are on the disk under another
-/// name beside it before they take its place. A link of that name is replaced, not followed.
-/// @throws std::runtime_error with the file's name and the reason; a file that was there before stays as it was.
+/// A file that is being written. It has no name until Commit, so that a killed program leaves nothing behind; on a file
+/// system without nameless files it has a temporary name beside the final one. Without Commit it is removed.
+class UnfinishedFile {
+  public:
+    /// Begins a file in the directory of its path. A failure is visible in IsOpen, with errno set.
+    explicit UnfinishedFile(const std::filesystem::path& file);
+
+    /// Begins a file in an open directory.
+    /// @param directory       must outlive this object.
+    /// @param name            of the finished file.
+    /// @param temporary_name  for a file system without nameless files. A file of that name, from a killed program, is
+    ///                        removed first.
+    UnfinishedFile(int directory, std::string name, std::string temporary_name);
+
+    ~UnfinishedFile();
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+
+    /// What Commit does with a file that already has the name.
+    enum class Existing {
+        /// A link is replaced, not followed.
+        kReplace,
+        /// Commit fails with EEXIST.
+        kKeep,
+    };
+
+    /// Each of these functions returns false with errno set.
+    bool IsOpen() const noexcept { return m_file.IsOpen(); }
+    bool Write(std::string_view bytes) noexcept { return WriteFully(m_file.Get(), bytes); }
+    /// Waits until the bytes are on the disk, so that the file is complete even if the machine stops.
+    bool Sync() noexcept;
+    /// Gives the file its name, and waits until the name is on the disk if the bytes are. Called once, last.
+    bool Commit(Existing existing = Existing::kReplace) noexcept;
+
+    /// The open file, for its times and for writing by other means.
+    int Descriptor() const noexcept { return m_file.Get(); }
+
+  private:
+    void Open() noexcept;
+    bool Link(const std::string& name) const noexcept;
+    bool TakeName(Existing existing) noexcept;
+
+    /// Of a file that was begun by its path.
+    FileDescriptor m_own_directory;
+    int m_directory;
+    std::string m_name;
+    std::string m_temporary_name;
+    FileDescriptor m_file;
+    bool m_has_temporary_name = false;
+    bool m_synced = false;
+};
+
+/// Whether a file must be complete even if the machine stops, which costs a wait for the disk.
+enum class Durability { kSynced, kUnsynced };
+
+/// Writes a file that appears whole or not at all. A link of that name is replaced.
+/// @return the reason of a failure; a file that was there before is then unchanged.
+std::error_code TryWriteWholeFile(const std::filesystem::path& file, std::string_view bytes,
+                                  Durability durability = Durability::kSynced) noexcept;
+
+/// Writes likewise, synced. @throws std::runtime_error with the file's name and the reason.
 void WriteWholeFile(const std::filesystem::path& file, std::string_view bytes);
+
+/// Gives a file of a directory a new name, unless another file has it already.
+/// @return false with errno set, EEXIST when the name is taken.
+bool RenameToNewName(int directory, const std::string& from, const std::string& to) noexcept;
+
+/// Reads a file up to `most` bytes.
+/// @throws std::system_error when it can't be opened or read.
+std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& file, std::size_t most);
 
 }  // namespace zel::base

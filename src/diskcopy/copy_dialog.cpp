@@ -9,6 +9,7 @@
 #include "diskcopy/copy_log.h"
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/message_box.h"
+#include "platform/framework/wait_cursor.h"
 #include "platform/system/files.h"
 #include "platform/system/keys.h"
 
@@ -43,7 +44,7 @@ constexpr framework::DialogTemplate kDialogs[] = {{kCopyDialog, kCaption, "MS Sa
                                                    kControls}};
 constexpr HINSTANCE__ kInstance{"diskcopy", kDialogs};
 
-/// The folder of a path that a file dialog gave; of a file on a disk, the disk's.
+/// The folder of a chosen file; for a file in MESSAGES or MACHINE, the disk's root.
 std::string FolderOf(std::string path) {
     const auto cut = [&path] { path.erase(std::min(path.rfind('\\'), path.size())); };
     cut();
@@ -118,7 +119,7 @@ void CopyDialog::OnShowFiles() {
     }
 }
 
-/// What is listed isn't what would be copied any more.
+/// The list no longer shows the files that would be copied.
 void CopyDialog::OnSourceChanged() {
     GetDlgItem(kCopyFileList)->SendMessage(LB_RESETCONTENT);
     SetDlgItemText(kCopyStatus, "");
@@ -130,7 +131,7 @@ std::string CopyDialog::Text(int id) const {
     return text.GetString();
 }
 
-/// Lets the user pick any file in a folder; a target without files takes any name.
+/// Lets the user choose a folder by any file in it. For a target without files, any name may be typed.
 void CopyDialog::Browse(int edit, const char* title, bool for_opening) {
     CFileDialog dialog(for_opening, "*.*", nullptr, OFN_HIDEREADONLY | OFN_EXPLORER, "*.*||", this);
     dialog.m_ofn.lpstrTitle = title;
@@ -146,17 +147,17 @@ void CopyDialog::Browse(int edit, const char* title, bool for_opening) {
 void CopyDialog::Show(const CopyPlan& plan) {
     CWnd& list = *GetDlgItem(kCopyFileList);
     list.SendMessage(LB_RESETCONTENT);
-    std::size_t troubles = 0;
+    std::size_t unreadable = 0;
     for (const CopyItem& item : plan.items) {
-        const bool good = item.trouble.empty();
+        const bool good = item.error.empty();
         const std::string line =
             item.label + "  (" +
-            (good ? item.kind + std::string(", ") + std::to_string(item.size) + " bytes" : item.trouble) + ")";
+            (good ? item.kind + std::string(", ") + std::to_string(item.size) + " bytes" : item.error) + ")";
         list.SendMessage(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
-        troubles += good ? 0 : 1;
+        unreadable += good ? 0 : 1;
     }
-    std::string status = "Files to copy: " + std::to_string(plan.items.size() - troubles);
-    if (troubles != 0) status += "; unreadable: " + std::to_string(troubles);
+    std::string status = "Files to copy: " + std::to_string(plan.items.size() - unreadable);
+    if (unreadable != 0) status += "; unreadable: " + std::to_string(unreadable);
     if (!plan.passed_over.empty()) status += "; passed over: " + std::to_string(plan.passed_over.size());
     SetDlgItemText(kCopyStatus, status.c_str());
 }
@@ -175,17 +176,17 @@ void CopyDialog::Copy() {
         SetDlgItemText(kCopyStatus, status.c_str());
     };
     request.stop = [this] { return Stopped(); };
-    GetAsyncKeyState(VK_ESCAPE);  // forgets a press from before
+    GetAsyncKeyState(VK_ESCAPE);  // discards an earlier press
     const CopyOutcome outcome = RunCopy(plan, request);
     const std::string summary = CopySummary(outcome);
     SetDlgItemText(kCopyStatus, summary.c_str());
     const std::string log = WriteCopyLog(plan, outcome, source, request);
-    if (log.empty()) throw CopyRefused(summary + ".\nThe log can't be written: " + ErrorWords(errno));
+    if (log.empty()) throw CopyRefused(summary + ".\nThe log can't be written: " + ErrorMessage(errno));
     m_log = log;
 }
 
 bool CopyDialog::Stopped() {
-    const bool escape = GetAsyncKeyState(VK_ESCAPE) != 0;  // a desktop may let the user press Stop meanwhile
+    const bool escape = GetAsyncKeyState(VK_ESCAPE) != 0;  // the call may process a press of Stop
     return escape || m_stop;
 }
 

@@ -7,8 +7,7 @@
 
 namespace zel::diskcopy {
 
-/// The dialog of CCopyDlg. Its template is found while Resources() is the current resource handle. Private to the
-/// platform.
+/// The dialog of CCopyDlg. Its template is found only while Resources() is the current resource handle.
 class CopyDialog : public CDialog {
   public:
     CopyDialog();
@@ -21,9 +20,9 @@ class CopyDialog : public CDialog {
 
   protected:
     BOOL OnInitDialog() override;
-    /// Copies; the dialog stays.
+    /// Copies; the dialog stays open.
     void OnOK() override;
-    /// Closes, or stops the run that is under way.
+    /// Closes the dialog, or stops a run.
     void OnCancel() override;
 
     afx_msg void OnBrowseSource();

@@ -10,8 +10,8 @@ using namespace zel;
 
 namespace {
 
-/// Makes the dialog's own templates the current ones for as long as the object lives: they are the library's, and the
-/// caller's own must be in force again when it is called back.
+/// Makes this library's templates the current ones during its lifetime. The caller's templates must be current again
+/// when its function is called.
 class OwnResources {
   public:
     OwnResources()

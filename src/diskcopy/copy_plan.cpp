@@ -13,7 +13,7 @@ namespace zel::diskcopy {
 
 namespace {
 
-/// The number that a file begins with, big-endian, and what it says.
+/// The big-endian number at the beginning of a file, and the kind of file that it denotes.
 struct FileType {
     std::uint32_t number;
     const char* kind;
@@ -38,80 +38,80 @@ bool IsControl(char c) noexcept {
     return static_cast<unsigned char>(c) < ' ' || c == 0x7F;
 }
 
-/// A name fit for a line of text.
-std::string Shown(std::string name) {
+/// A name for display, without control characters.
+std::string Printable(std::string name) {
     std::replace_if(name.begin(), name.end(), IsControl, '?');
     return name;
 }
 
-/// Whether a path of the module's form can hold a name.
-bool IsReachable(const std::string& name) {
+/// Whether a name can be part of a path in the module's form.
+bool IsModuleName(const std::string& name) {
     return std::none_of(name.begin(), name.end(), [](char c) { return IsControl(c) || c == '\\'; });
 }
 
-/// The system's words for an error number, without the line end.
-std::string SystemWords(DWORD error) {
+/// The system's message for an error number, without the line end.
+std::string SystemMessage(DWORD error) {
     char* text = nullptr;
     FormatMessageA(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM, nullptr, error, 0,
                    reinterpret_cast<char*>(&text), 0, nullptr);
-    std::string words = text != nullptr ? text : "Error " + std::to_string(error) + ".";
+    std::string message = text != nullptr ? text : "Error " + std::to_string(error) + ".";
     LocalFree(text);
-    words.erase(words.find_last_not_of("\r\n") + 1);
-    return words;
+    message.erase(message.find_last_not_of("\r\n") + 1);
+    return message;
 }
 
-/// Goes through the files of the source's folders.
+/// Examines the files of the source's folders.
 class Planner {
   public:
     explicit Planner(CopyPlan& plan) : m_plan(plan) {}
 
-    /// Adds a folder's files. @param bound_for  their folder on the target, null for that of their type.
-    void Add(Folder folder, const std::string& label, const DiskFolder* bound_for) {
+    /// Adds a folder's files. @param target  their folder in the target; null: by their type.
+    void Add(Folder folder, const std::string& label, const DiskFolder* target) {
         m_plan.sources.push_back(std::move(folder));
         m_label = label;
-        m_bound_for = bound_for;
+        m_target = target;
         int error = 0;
-        for (const std::string& name : m_plan.sources.back().Names(error)) Look(name);
-        if (error != 0) AddTrouble(label, "the folder can't be read to its end: " + ErrorWords(error));
+        for (const std::string& name : m_plan.sources.back().Names(error)) Examine(name);
+        if (error != 0) AddError(label, "the folder can't be read to its end: " + ErrorMessage(error));
     }
 
-    void AddTrouble(const std::string& label, const std::string& trouble) {
+    void AddError(const std::string& label, const std::string& reason) {
         CopyItem& item = m_plan.items.emplace_back();
         item.label = label;
-        item.trouble = trouble;
+        item.error = reason;
     }
 
     void PassOver(const std::string& label, const char* reason) { m_plan.passed_over.push_back(label + ": " + reason); }
 
   private:
-    void Look(const std::string& name) {
-        const std::string label = m_label.empty() ? Shown(name) : m_label + "\\" + Shown(name);
+    void Examine(const std::string& name) {
+        const std::string label = m_label.empty() ? Printable(name) : m_label + "\\" + Printable(name);
         const Folder& folder = m_plan.sources.back();
         struct stat status {};
-        if (!folder.Status(name, status)) return AddTrouble(label, "can't be read: " + ErrorWords(errno));
+        if (!folder.Status(name, status)) return AddError(label, "can't be read: " + ErrorMessage(errno));
         if (S_ISDIR(status.st_mode)) return;
         if (S_ISLNK(status.st_mode)) return PassOver(label, "it is a link");
         if (!S_ISREG(status.st_mode)) return PassOver(label, "it is no plain file");
 
-        const Descriptor file = folder.OpenFile(name);
+        const base::FileDescriptor file = folder.OpenFile(name);
         std::array<std::uint8_t, 4> bytes{};
         const long got = file.IsOpen() ? ReadSome(file.Get(), bytes.data(), bytes.size()) : -1;
-        if (got < 0) return AddTrouble(label, "can't be read: " + ErrorWords(errno));
+        if (got < 0) return AddError(label, "can't be read: " + ErrorMessage(errno));
         const FileType* const type = FindType(bytes);
         if (type == nullptr) {
             ++m_plan.other_files;
-        } else if (!IsReachable(name)) {
+        } else if (!IsModuleName(name)) {
             PassOver(label, "no import can open a file of that name");
         } else {
             m_plan.items.push_back({m_plan.sources.size() - 1, name, label, type->kind,
-                                    m_bound_for != nullptr ? *m_bound_for : type->folder,
+                                    m_target != nullptr ? *m_target : type->folder,
                                     static_cast<std::uint64_t>(status.st_size), std::string()});
         }
     }
 
     CopyPlan& m_plan;
     std::string m_label;
-    const DiskFolder* m_bound_for = nullptr;
+    const DiskFolder* m_target = nullptr;
 };
 
 }  // namespace
@@ -119,7 +119,7 @@ class Planner {
 std::string FolderPath(const std::string& path, const char* role) {
     if (path.empty()) throw CopyRefused(std::string("Name the ") + role + " folder.");
     if (const DWORD error = system::PathError(path.c_str()))
-        throw CopyRefused(std::string("The ") + role + " " + path + " can't be used.\n" + SystemWords(error));
+        throw CopyRefused(std::string("The ") + role + " " + path + " can't be used.\n" + SystemMessage(error));
     return system::NativePath(path.c_str());
 }
 
@@ -127,7 +127,7 @@ CopyPlan PlanCopy(const std::string& source) {
     CopyPlan plan;
     plan.root = Folder::Open(FolderPath(source, "source"));
     const Folder& root = plan.root;
-    if (!root.IsOpen()) throw CopyRefused("The source " + source + " can't be read.\n" + ErrorWords(errno));
+    if (!root.IsOpen()) throw CopyRefused("The source " + source + " can't be read.\n" + ErrorMessage(errno));
     Planner planner(plan);
     bool is_disk = false;
     for (const DiskFolder folder : {DiskFolder::kMessages, DiskFolder::kMachine}) {
@@ -141,7 +141,7 @@ CopyPlan PlanCopy(const std::string& source) {
         if (files.IsOpen()) {
             planner.Add(std::move(files), name, &folder);
         } else {
-            planner.AddTrouble(name, "can't be read: " + ErrorWords(errno));
+            planner.AddError(name, "can't be read: " + ErrorMessage(errno));
         }
     }
     if (!is_disk) planner.Add(root.OpenIn(".", false), std::string(), nullptr);

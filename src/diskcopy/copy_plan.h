@@ -10,9 +10,7 @@
 
 namespace zel::diskcopy {
 
-/// What a copy would do, found out without writing anything. Private to the platform.
-
-/// The work can't begin; what() is for the user.
+/// A copy can't begin. what() is shown to the user.
 class CopyRefused : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -21,34 +19,47 @@ class CopyRefused : public std::runtime_error {
 enum class DiskFolder : std::size_t { kMessages, kMachine };
 inline constexpr const char* kDiskFolderNames[] = {"MESSAGES", "MACHINE"};
 
+/// A file to copy.
 struct CopyItem {
-    std::size_t source = 0;  // index of its folder in CopyPlan::sources
+    /// Index of its folder in CopyPlan::sources.
+    std::size_t source = 0;
     std::string name;
-    std::string label;  // for people: its folder, if it has one on the disk, and its name
+    /// For display: the folder, if it is on a disk, and the name.
+    std::string label;
     const char* kind = "";
     DiskFolder target = DiskFolder::kMessages;
-    std::uint64_t size = 0;  // bytes
-    std::string trouble;     // why it can't be copied; empty when it can
+    /// In bytes.
+    std::uint64_t size = 0;
+    /// Why it can't be copied; empty if it can.
+    std::string error;
 };
 
+/// The files that a run would copy.
 struct CopyPlan {
-    Folder root;                           // what the user has named
-    std::vector<Folder> sources;           // where the files lie
-    std::vector<CopyItem> items;           // folder by folder, in byte order
-    std::vector<std::string> passed_over;  // links, devices and the like, each with the reason
-    std::size_t other_files = 0;           // neither messages nor fonts
+    /// The folder that the user named.
+    Folder root;
+    /// The folders of the files.
+    std::vector<Folder> sources;
+    /// By folder, then in byte order of the names.
+    std::vector<CopyItem> items;
+    /// A line for each link, device or other name that is ignored, with the reason.
+    std::vector<std::string> passed_over;
+    /// Number of files that are neither messages nor fonts.
+    std::size_t other_files = 0;
 };
 
-/// Looks through a disk, which is a folder with MESSAGES or MACHINE in it (in any case), or else through one folder's
-/// files. Message and font files are known by the number at their beginning. Of one folder, fonts are bound for MACHINE
-/// and the others for MESSAGES; a disk's files keep their folder. Links are not followed.
+/// Finds the files to copy without writing anything: those of a disk, which is a folder with MESSAGES or MACHINE (in
+/// any case), or those of a single folder. The number at a file's beginning gives its type. The files of a disk keep
+/// their folder; those of a single folder go to MACHINE if they are fonts, otherwise to MESSAGES. Links are not
+/// followed.
 /// @param source  a path in the module's form.
-/// @throws CopyRefused when the source is no folder that can be read.
+/// @throws CopyRefused when the source is not a readable folder.
 CopyPlan PlanCopy(const std::string& source);
 
-/// This system's path of a folder that the user has named.
-/// @param role  "source" or "target", for the refusal.
-/// @throws CopyRefused for no path at all, one that is too long, or a drive that isn't there.
+/// This system's path of a folder that the user named.
+/// @param path  in the module's form.
+/// @param role  "source" or "target", for the exception's text.
+/// @throws CopyRefused for an empty path, one that is too long, or an unknown drive.
 std::string FolderPath(const std::string& path, const char* role);
 
 }  // namespace zel::diskcopy

@@ -11,7 +11,8 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include "diskcopy/draft.h"
+#include "base/file_descriptor.h"
+#include "base/whole_file.h"
 #include "platform/system/files.h"
 #include "platform/system/types.h"
 
@@ -19,19 +20,28 @@ namespace zel::diskcopy {
 
 namespace {
 
-/// One folder of the target, opened or made when the first file for it comes.
+/// One folder of the target, opened or created for its first file.
 struct TargetFolder {
     bool tried = false;
     Folder folder;
-    std::string trouble;
+    /// Why it can't be used; empty if it can.
+    std::string error;
 };
+
+/// Gives a file the times of another one, as far as the system allows.
+void CopyTimes(int from, int to) noexcept {
+    struct stat status {};
+    if (::fstat(from, &status) != 0) return;
+    const timespec times[] = {status.st_atim, status.st_mtim};
+    ::futimens(to, times);
+}
 
 class Run {
   public:
     Run(const CopyPlan& plan, const CopyRequest& request)
         : m_plan(plan), m_request(request), m_path(FolderPath(request.target, "target")) {}
 
-    CopyOutcome Go() {
+    CopyOutcome Execute() {
         OpenTarget();
         CopyOutcome outcome;
         outcome.records.resize(m_plan.items.size());
@@ -54,7 +64,7 @@ class Run {
         throw CopyRefused("The target " + m_request.target + " can't be used.\n" + reason);
     }
 
-    /// Sees to it that the target isn't the source before anything is made.
+    /// Checks that the target isn't the source before creating anything.
     void OpenTarget() {
         m_root = Folder::Open(m_path);
         if (m_root.IsOpen()) {
@@ -65,7 +75,7 @@ class Run {
             std::filesystem::create_directories(m_path, error);
             if (error) Refuse(error.message());
             m_root = Folder::Open(m_path);
-            if (!m_root.IsOpen()) Refuse(ErrorWords(errno));
+            if (!m_root.IsOpen()) Refuse(ErrorMessage(errno));
         }
         if (::flock(m_root.Get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
             Refuse("Another copy to it is under way.");
@@ -78,27 +88,27 @@ class Run {
     }
 
     CopyEnd CopyOne(const CopyItem& item, CopyRecord& record) {
-        record.reason = item.trouble.empty() ? Place(item, record) : item.trouble;
+        record.reason = item.error.empty() ? CopyUnlessPresent(item, record) : item.error;
         if (!record.reason.empty() && record.result == CopyResult::kNotReached && !m_stopped)
             record.result = CopyResult::kFailed;
         if (m_stopped) return CopyEnd::kStopped;
         return m_disk_full ? CopyEnd::kDiskFull : CopyEnd::kDone;
     }
 
-    /// @return what is to be told of the file; empty when it was copied.
-    std::string Place(const CopyItem& item, CopyRecord& record) {
+    /// @return why the file wasn't copied; empty if it was.
+    std::string CopyUnlessPresent(const CopyItem& item, CopyRecord& record) {
         const TargetFolder& target = FolderFor(item.target);
-        if (!target.trouble.empty()) return target.trouble;
-        const std::string there = target.folder.Find(item.name);
+        if (!target.error.empty()) return target.error;
+        const std::string existing = target.folder.Find(item.name);
         struct stat status {};
-        if (!there.empty() && target.folder.Status(there, status)) {
+        if (!existing.empty() && target.folder.Status(existing, status)) {
             if (!S_ISREG(status.st_mode) && !S_ISLNK(status.st_mode)) return "what is there is no file";
             if (!m_request.overwrite) {
                 record.result = CopyResult::kSkipped;
                 return "it is there already";
             }
         }
-        const std::string name = there.empty() ? item.name : there;
+        const std::string name = existing.empty() ? item.name : existing;
         const char* const folder = kDiskFolderNames[static_cast<std::size_t>(item.target)];
         if (system::ModulePath(Join(Join(m_path, folder), name)).size() >= MAX_PATH)
             return "its path would be longer than 259 characters";
@@ -106,34 +116,34 @@ class Run {
     }
 
     std::string Copy(const CopyItem& item, const Folder& folder, const std::string& name, CopyRecord& record) {
-        const Descriptor source = m_plan.sources[item.source].OpenFile(item.name);
-        if (!source.IsOpen()) return "can't be read: " + ErrorWords(errno);
-        Draft draft(folder);
-        if (!draft.IsOpen()) return WriteTrouble();
+        const base::FileDescriptor source = m_plan.sources[item.source].OpenFile(item.name);
+        if (!source.IsOpen()) return "can't be read: " + ErrorMessage(errno);
+        base::UnfinishedFile target(folder.Get(), name, kTemporaryName);
+        if (!target.IsOpen()) return WriteError();
         std::uint64_t copied = 0;
         for (;;) {
             const long got = ReadSome(source.Get(), m_piece.data(), m_piece.size());
-            if (got < 0) return "can't be read: " + ErrorWords(errno);
+            if (got < 0) return "can't be read: " + ErrorMessage(errno);
             if (got == 0) break;
-            if (!draft.Write(m_piece.data(), static_cast<std::size_t>(got))) return WriteTrouble();
+            if (!target.Write({m_piece.data(), static_cast<std::size_t>(got)})) return WriteError();
             copied += static_cast<std::uint64_t>(got);
             if (static_cast<std::size_t>(got) == m_piece.size() && m_request.stop()) {
                 m_stopped = true;
                 return "stopped while it was being copied";
             }
         }
-        draft.TakeTimes(source.Get());
-        if (!draft.Commit(name)) return WriteTrouble();
+        CopyTimes(source.Get(), target.Descriptor());
+        if (!target.Sync() || !target.Commit()) return WriteError();
         record.result = CopyResult::kCopied;
         record.bytes = copied;
         return {};
     }
 
-    /// Words for the error that writing has just left in errno.
-    std::string WriteTrouble() {
+    /// The message for errno after a failed write.
+    std::string WriteError() {
         const int error = errno;
         m_disk_full = error == ENOSPC || error == EDQUOT;
-        return "can't be written: " + ErrorWords(error);
+        return "can't be written: " + ErrorMessage(error);
     }
 
     const TargetFolder& FolderFor(DiskFolder which) {
@@ -147,7 +157,7 @@ class Run {
             made = ::mkdirat(m_root.Get(), name.c_str(), 0777) == 0 && ::fsync(m_root.Get()) == 0;
         }
         if (made) target.folder = m_root.OpenIn(name, true);
-        if (!target.folder.IsOpen()) target.trouble = name + " " + WriteTrouble();
+        if (!target.folder.IsOpen()) target.error = name + " " + WriteError();
         return target;
     }
 
@@ -164,7 +174,7 @@ class Run {
 }  // namespace
 
 CopyOutcome RunCopy(const CopyPlan& plan, const CopyRequest& request) {
-    return std::make_unique<Run>(plan, request)->Go();
+    return std::make_unique<Run>(plan, request)->Execute();
 }
 
 }  // namespace zel::diskcopy

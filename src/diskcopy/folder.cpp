@@ -21,12 +21,7 @@ struct CloseStream {
 
 }  // namespace
 
-bool Descriptor::Close() noexcept {
-    const int descriptor = std::exchange(m_descriptor, -1);
-    return descriptor < 0 || ::close(descriptor) == 0;
-}
-
-std::string ErrorWords(int error) {
+std::string ErrorMessage(int error) {
     return std::generic_category().message(error);
 }
 
@@ -35,11 +30,7 @@ std::string Join(const std::string& path, const std::string& name) {
 }
 
 long ReadSome(int descriptor, void* buffer, std::size_t size) noexcept {
-    ssize_t got = -1;
-    do {
-        got = ::read(descriptor, buffer, size);
-    } while (got < 0 && errno == EINTR);
-    return static_cast<long>(got);
+    return static_cast<long>(base::RetryInterrupted([=] { return ::read(descriptor, buffer, size); }));
 }
 
 Folder Folder::Open(const std::string& path) {
@@ -52,13 +43,13 @@ Folder Folder::OpenIn(const std::string& name, bool follow) const {
 
 std::vector<std::string> Folder::Names(int& error) const {
     std::vector<std::string> names;
-    const int descriptor = ::openat(Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);  // with a position of its own
-    const std::unique_ptr<DIR, CloseStream> stream(descriptor >= 0 ? ::fdopendir(descriptor) : nullptr);
+    base::FileDescriptor own(::openat(Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));  // with its own read position
+    const std::unique_ptr<DIR, CloseStream> stream(own.IsOpen() ? ::fdopendir(own.Get()) : nullptr);
     if (stream == nullptr) {
         error = errno;
-        if (descriptor >= 0) ::close(descriptor);
         return names;
     }
+    own.Release();  // the stream owns it now
     errno = 0;
     while (const dirent* entry = ::readdir(stream.get())) {
         const std::string name = entry->d_name;
@@ -73,9 +64,7 @@ std::vector<std::string> Folder::Names(int& error) const {
 std::string Folder::Find(const std::string& name) const {
     struct stat status {};
     if (Status(name, status)) return name;
-    if (std::none_of(name.begin(), name.end(),
-                     [](char c) { return base::FoldCase(c) >= 'a' && base::FoldCase(c) <= 'z'; }))
-        return {};  // there is no other case
+    if (std::none_of(name.begin(), name.end(), base::IsAsciiLetter)) return {};  // there is no other case
     int error = 0;
     for (const std::string& candidate : Names(error)) {
         if (base::EqualsFolded(candidate, name)) return candidate;
@@ -87,13 +76,13 @@ bool Folder::Status(const std::string& name, struct stat& status) const noexcept
     return ::fstatat(Get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-Descriptor Folder::OpenFile(const std::string& name) const noexcept {
-    Descriptor file(::openat(Get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+base::FileDescriptor Folder::OpenFile(const std::string& name) const noexcept {
+    base::FileDescriptor file(::openat(Get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0) return {};
     if (S_ISREG(status.st_mode)) return file;
     errno = EINVAL;
-    return Descriptor();
+    return {};
 }
 
 bool Folder::IsSame(const Folder& other) const noexcept {

@@ -22,7 +22,7 @@ std::optional<int> FontKeeper::SlotOf(const tag_font_memory* font_copy, int like
 void FontKeeper::Release() {
     m_set = nullptr;
     if (std::ranges::all_of(m_copies, [](const tag_font_memory* copy) { return copy == nullptr; })) return;
-    CZelFont releaser;  // releasing uses no member of the set
+    CZelFont releaser;  // ReleaseFontData uses no member of the set
     for (tag_font_memory*& copy : m_copies) {
         if (copy == nullptr) continue;
         releaser.ReleaseFontData(copy);

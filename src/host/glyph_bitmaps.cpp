@@ -6,7 +6,7 @@
 #include <new>
 #include <system_error>
 
-#include "base/crc32.h"
+#include "host/crc32.h"
 #include "host/module_text.h"
 #include "platform/framework/exceptions.h"
 #include "platform/system/files.h"
@@ -17,11 +17,11 @@ namespace {
 
 /// Larger glyphs are not fetched: 8192 x 8192 pixels are far more than any screen, and the size comes from a file.
 constexpr std::uint64_t kMaxGlyphBytes = 8192ULL * 8192 * 4;
-/// Limit of the cache. A message of ordinary text needs a tenth of it.
+/// Limit of the cache. A message of ordinary text needs a tenth of this.
 constexpr std::size_t kKeptBytes = std::size_t{64} << 20;
 /// Limit of the run-coded glyphs and fonts that are kept for the next message.
 constexpr std::size_t kKeptForNextMessage = std::size_t{4} << 20;
-/// Bitmaps up to this size, more than a screen, are allocated without a look at the font file's size.
+/// Bitmaps up to this size, more than a screen, are allocated without a check of the font file's size.
 constexpr std::uint64_t kUncheckedBytes = 4 << 20;
 
 bool IsRunCoded(const tag_font_memory& font, unsigned character) noexcept {
@@ -29,8 +29,8 @@ bool IsRunCoded(const tag_font_memory& font, unsigned character) noexcept {
     return entry != nullptr && entry->IsRunCoded() && font.encoding_data != nullptr && font.font_header != nullptr;
 }
 
-/// Whether a font file is as large as a bitmap, so that it may contain a stored glyph of this size. The module trusts
-/// the size in a glyph's record and reads the pixels afterwards.
+/// Whether a font file is large enough to contain a stored glyph of this size. The module relies on the size in a
+/// glyph's record and reads the pixels afterwards.
 bool MayContain(const tag_font_memory& font, std::uint64_t bytes) {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(system::NativePath(font.file_name), error);
@@ -117,7 +117,7 @@ const GlyphBitmap& GlyphBitmaps::GetOrThrow(const tag_CharInf& info, unsigned ch
 
 std::optional<std::uint32_t> GlyphBitmaps::Checksum(const tag_CharInf& info, unsigned character) {
     GlyphBitmap& glyph = Find(info, character);
-    if (!glyph.crc32 && !glyph.pixels.empty()) glyph.crc32 = base::Crc32(glyph.pixels);
+    if (!glyph.crc32 && !glyph.pixels.empty()) glyph.crc32 = Crc32(glyph.pixels);
     return glyph.crc32;
 }
 

@@ -50,7 +50,7 @@ struct RunEnd {
     std::optional<int> status;
     /// Id that the next dialog starts with, in the module's bytes.
     std::string next_id;
-    /// Lines by which the rows of the last message were moved up.
+    /// Pixels by which the rows of the last message were moved up.
     int y_offset = 0;
 };
 

@@ -13,7 +13,4 @@ std::string TakeText(CException* error);
 /// The text with each line break, and the blanks around it, replaced by one blank.
 std::string OneLine(std::string_view text);
 
-/// The module's text, a byte a character, as UTF-8; each byte is the code point of the same value.
-std::string Utf8FromBytes(std::string_view bytes);
-
 }  // namespace zel::host

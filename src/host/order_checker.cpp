@@ -23,7 +23,7 @@ const char* WindowName(Target target) noexcept {
 void OrderChecker::OnEvent(const HostEvent& event, Target target) {
     const UINT message = MessageOf(event);
     if (target != ContractTargetOf(event)) {
-        AddBreach("message " + std::to_string(message) + " came to " + WindowName(target));
+        AddBreach("message " + std::to_string(message) + " arrived at " + WindowName(target));
     }
     std::visit([this](const auto& content) { Check(content); }, event);
     m_last = message;
@@ -75,7 +75,7 @@ void OrderChecker::Check(const ExportFinish& event) {
 }
 
 void OrderChecker::OnCharacter() {
-    if (m_stage != Stage::kFontsReady) AddBreach("a character came outside 1157 and 1181");
+    if (m_stage != Stage::kFontsReady) AddBreach("a character arrived outside 1157 and 1181");
     m_last = 0;
 }
 
@@ -92,7 +92,7 @@ void OrderChecker::OnException() noexcept {
 
 void OrderChecker::Step(bool in_order, Stage next, UINT message) {
     if (!in_order) {
-        AddBreach("message " + std::to_string(message) + " came out of place, after " +
+        AddBreach("message " + std::to_string(message) + " arrived out of order, after " +
                   (m_last != 0               ? std::to_string(m_last)
                    : m_stage == Stage::kIdle ? "nothing"
                                              : "a character"));

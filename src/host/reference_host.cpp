@@ -6,6 +6,7 @@
 #include <typeinfo>
 #include <variant>
 
+#include "base/field_text.h"
 #include "host/ftp_service.h"
 #include "host/native_path.h"
 #include "module/contract/registration.h"
@@ -61,7 +62,7 @@ MapDirBuffer MapDirectory(const std::optional<std::string>& maps) {
 document::FontRecord RecordFont(const tag_font_memory& slot) {
     document::FontRecord record;
     record.header = *slot.font_header;
-    record.file_name.assign(slot.file_name, strnlen(slot.file_name, sizeof slot.file_name));
+    record.file_name = base::FieldText(slot.file_name);
     if (slot.log_font != nullptr) record.log_font = *slot.log_font;
     return record;
 }

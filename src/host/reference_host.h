@@ -41,7 +41,7 @@ struct HostOptions {
     bool export_flag = false;
 };
 
-/// A host could not be made with its options.
+/// A host could not be created with its options.
 class HostError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <variant>
 
+#include "base/field_text.h"
 #include "host/glyph_bitmaps.h"
 #include "module/contract/records/effpar.h"
 #include "module/contract/zel_font.h"
@@ -17,12 +18,6 @@
 namespace zel::host {
 
 namespace {
-
-/// Text of a fixed field, up to its first NUL.
-template <std::size_t Size>
-std::string_view Field(const char (&text)[Size]) noexcept {
-    return {text, static_cast<std::size_t>(std::find(std::begin(text), std::end(text), '\0') - std::begin(text))};
-}
 
 std::string_view View(const CString& text) noexcept {
     return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
@@ -65,7 +60,7 @@ void AddLogFont(document::JsonLine& line, const LOGFONT* font) {
         .Number("lfWeight", font->lfWeight)
         .Number("lfItalic", font->lfItalic)
         .Number("lfPitchAndFamily", font->lfPitchAndFamily)
-        .Bytes("lfFaceName", Field(font->lfFaceName))
+        .Bytes("lfFaceName", base::FieldText(font->lfFaceName))
         .Close('}');
 }
 
@@ -89,7 +84,7 @@ void AddEffect(document::JsonLine& line, const EFFPAR* effect) {
 void AddFont(document::JsonLine& line, const tag_font_memory& slot) {
     const tag_font_header& header = *slot.font_header;
     line.Open('{')
-        .Bytes("file_name", Field(slot.file_name))
+        .Bytes("file_name", base::FieldText(slot.file_name))
         .Bytes("font_name", header.Name())
         .Bytes("font_id_text", header.IdText())
         .Number("font_height", std::int16_t{header.font_height})
@@ -144,7 +139,7 @@ void AddTabs(document::JsonLine& line, std::span<const tag_tab_field> tabs) {
             .Number("tab_top", std::uint16_t{tab.tab_top})
             .Number("tab_bottom", std::uint16_t{tab.tab_bottom})
             .Number("tab_byte", tab.tab_byte)
-            .Bytes("tab_name", Field(tab.tab_name))
+            .Bytes("tab_name", base::FieldText(tab.tab_name))
             .Number("tab_bits", std::uint32_t{tab.tab_bits})
             .Close('}');
     }

@@ -4,20 +4,11 @@
 #include "inspect/section_list.h"
 #include "inspect/words.h"
 #include "module/contract/records/edge.h"
-#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 
 namespace zel::inspect {
 
 namespace {
-
-// A slot whose blocks go with it.
-struct OwnedSlot : tag_font_memory {
-    OwnedSlot() = default;
-    OwnedSlot(const OwnedSlot&) = delete;
-    OwnedSlot& operator=(const OwnedSlot&) = delete;
-    ~OwnedSlot() { font::ReleaseFontBlocks(*this); }
-};
 
 std::string NoMemoryReason(const tag_font_header& header) {
     if (header.aux_block_size < 0)
@@ -32,11 +23,11 @@ std::string Reason(font::FontOutcome outcome, const tag_font_memory& slot, const
         case font::FontOutcome::kRead:
             return {};
         case font::FontOutcome::kWrongType:
-            return "it is no font";
+            return "it is not a font";
         case font::FontOutcome::kNoDirectoryMemory:
-            return "there is no memory for its character directory";
+            return "out of memory for its character directory";
         case font::FontOutcome::kNoMemory:
-            return slot.font_header != nullptr ? NoMemoryReason(*slot.font_header) : "there is no memory for it";
+            return slot.font_header != nullptr ? NoMemoryReason(*slot.font_header) : "out of memory";
         case font::FontOutcome::kShortSampleRow:
             if (found.sections.back().present == found.sections.back().size)
                 return "a sample in it has rows of no bytes";
@@ -85,11 +76,10 @@ void FillHeader(const tag_font_header& header, FontReport& font) {
 }  // namespace
 
 void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report) {
-    message::ByteSource source(bytes);
-    OwnedSlot slot;
+    font::LoadedFont loaded;
+    const tag_font_memory& slot = loaded.slot;
     SectionList found;
-    bool tessor = false;
-    const font::FontOutcome outcome = font::LoadFont(source, slot, tessor, &found);
+    const font::FontOutcome outcome = font::LoadFont(bytes, loaded, &found);
     FontReport& font = report.font.emplace();
     report.sections = found.sections;
     report.reason = Reason(outcome, slot, found);
@@ -101,7 +91,8 @@ void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report) {
     if (has_header && slot.char_directory != nullptr && outcome != font::FontOutcome::kShortDirectory) {
         CheckGlyphs(bytes, slot, outcome, report);
     }
-    if (tessor) report.remarks.emplace_back("the import shows the box \"Tessor Encoded Data!\", whatever is skipped");
+    if (loaded.tessor)
+        report.remarks.emplace_back("the import shows the box \"Tessor Encoded Data!\", whatever is skipped");
     if (outcome == font::FontOutcome::kRead && found.End() < bytes.size()) {
         ReportTrailingBytes(bytes.subspan(static_cast<std::size_t>(found.End())), report);
     }

@@ -7,8 +7,8 @@
 
 namespace zel::inspect {
 
-/// Inspects a font, type 500, which may end anywhere.
-/// @param report  takes all but name, size, kind and file type.
+/// Inspects a font, type 500, which may be cut short anywhere.
+/// @param report  receives everything except name, size, kind and file type.
 void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report);
 
 }  // namespace zel::inspect

@@ -1,17 +1,18 @@
 #include "inspect/glyph_check.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 
 #include "inspect/words.h"
-#include "module/font/format/run_codes.h"
+#include "module/font/format/measure_run_codes.h"
 #include "module/font/format/stored_glyph.h"
 
 namespace zel::inspect {
 
 namespace {
 
-// What is wrong with a glyph; in this order the defects are told.
+/// What is wrong with a glyph. Defects are reported in this order.
 enum class GlyphFault {
     kNone,
     kNoEncodingData,
@@ -24,43 +25,29 @@ enum class GlyphFault {
     kPixelsCutShort,
 };
 
-// The words of a defect, for one glyph and for several.
-struct FaultWords {
+/// The text of a defect, for one glyph and for several.
+struct FaultText {
     const char* one;
-    const char* many;
+    const char* several;
 };
 
-FaultWords WordsOf(GlyphFault fault) {
-    switch (fault) {
-        case GlyphFault::kNone:
-            break;
-        case GlyphFault::kNoEncodingData:
-            return {"run-coded glyph has no pixels, as no encoding data are read",
-                    "run-coded glyphs have no pixels, as no encoding data are read"};
-        case GlyphFault::kOutsideEncoding:
-            return {"run-coded glyph begins behind the encoding data",
-                    "run-coded glyphs begin behind the encoding data"};
-        case GlyphFault::kRunsPastEncoding:
-            return {"run-coded glyph runs past the end of the encoding data",
-                    "run-coded glyphs run past the end of the encoding data"};
-        case GlyphFault::kNeverEnds:
-            return {"run-coded glyph goes on past 500 lines, or 500 runs in a line, and is cut there",
-                    "run-coded glyphs go on past 500 lines, or 500 runs in a line, and are cut there"};
-        case GlyphFault::kHeadCutShort:
-            return {"stored glyph ends with the file before its size",
-                    "stored glyphs end with the file before their size"};
-        case GlyphFault::kNoPixels:
-            return {"stored glyph has a size without pixels", "stored glyphs have a size without pixels"};
-        case GlyphFault::kTooSmall:
-            return {"stored glyph's record is too small for its pixels",
-                    "stored glyphs' records are too small for their pixels"};
-        case GlyphFault::kPixelsCutShort:
-            return {"stored glyph is cut short by the file's end", "stored glyphs are cut short by the file's end"};
-    }
-    return {"", ""};
-}
+/// In the order of GlyphFault, without kNone.
+constexpr FaultText kFaultTexts[] = {
+    {"run-coded glyph has no pixels, as no encoding data are read",
+     "run-coded glyphs have no pixels, as no encoding data are read"},
+    {"run-coded glyph begins after the encoding data", "run-coded glyphs begin after the encoding data"},
+    {"run-coded glyph runs past the end of the encoding data",
+     "run-coded glyphs run past the end of the encoding data"},
+    {"run-coded glyph continues past 500 lines, or 500 runs in a line, and is cut there",
+     "run-coded glyphs continue past 500 lines, or 500 runs in a line, and are cut there"},
+    {"stored glyph ends with the file before its size", "stored glyphs end with the file before their size"},
+    {"stored glyph has a size without pixels", "stored glyphs have a size without pixels"},
+    {"stored glyph's record is too small for its pixels", "stored glyphs' records are too small for their pixels"},
+    {"stored glyph is cut short by the file's end", "stored glyphs are cut short by the file's end"},
+};
+static_assert(std::size(kFaultTexts) == static_cast<std::size_t>(GlyphFault::kPixelsCutShort));
 
-// Follows a glyph's codes as far as drawing and measuring do.
+/// Follows a glyph's codes as far as drawing and measuring do.
 GlyphFault CheckRunCodes(std::span<const std::uint8_t> encoding, std::uint32_t offset) {
     if (offset >= encoding.size()) return GlyphFault::kOutsideEncoding;
     font::RunCodeReader codes(encoding, offset);
@@ -97,8 +84,8 @@ GlyphFault FaultOf(font::StoredGlyphFault fault) {
 
 class GlyphChecker {
   public:
-    // whole: the font was read to its end, so that its stored glyphs are located and missing blocks are none of its
-    // ending early.
+    /// @param whole  whether the font was read to its end; otherwise stored glyphs aren't located, and a missing block
+    ///               is not a fault of the glyphs.
     GlyphChecker(std::span<const std::uint8_t> bytes, const tag_font_memory& slot, bool whole, FontReport& font)
         : m_bytes(bytes), m_whole(whole), m_font(font) {
         if (slot.encoding_data != nullptr) m_encoding = {slot.encoding_data, slot.font_header->encoding_size};
@@ -153,7 +140,7 @@ void GlyphChecker::CheckStored(int code, const tag_char_entry& entry) {
     if (record.size() >= font::kStoredGlyphHeadSize) Measured(code, head.width, head.height);
 }
 
-// A glyph without pixels, such as a blank, has no part in the sizes.
+/// A glyph without pixels, such as a blank, doesn't count.
 void GlyphChecker::Measured(int code, int width, int height) {
     if (width <= 0 || height <= 0) return;
     const GlyphReport glyph{code, width, height};
@@ -164,9 +151,9 @@ void GlyphChecker::Measured(int code, int width, int height) {
 
 void GlyphChecker::ReportFaults(std::vector<std::string>& defects) const {
     for (const auto& [fault, codes] : m_faults) {
-        const FaultWords words = WordsOf(fault);
-        defects.push_back(Count(codes.size(), words.one, words.many) + " (" + (codes.size() == 1 ? "code " : "codes ") +
-                          Listed(codes) + ")");
+        const FaultText& text = kFaultTexts[static_cast<std::size_t>(fault) - 1];
+        defects.push_back(Count(codes.size(), text.one, text.several) + " (" +
+                          (codes.size() == 1 ? "code " : "codes ") + Listed(codes) + ")");
     }
 }
 

@@ -8,9 +8,9 @@
 
 namespace zel::inspect {
 
-/// Fills in the glyph counts and sizes of a font's report, and reports glyphs that can't be drawn whole.
-/// @param slot     with header and directory.
-/// @param outcome  of the font's reading; stored glyphs are looked at only where it located them all.
+/// Adds the glyph counts and sizes to a font's report, and reports glyphs that can't be drawn completely.
+/// @param slot     has a header and a directory.
+/// @param outcome  of reading the font. Stored glyphs are checked only if the font was read to its end.
 void CheckGlyphs(std::span<const std::uint8_t> bytes, const tag_font_memory& slot, font::FontOutcome outcome,
                  FileReport& report);
 

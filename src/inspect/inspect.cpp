@@ -1,11 +1,9 @@
 #include "inspect/inspect.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <memory>
 #include <stdexcept>
 #include <system_error>
 
+#include "base/whole_file.h"
 #include "inspect/font_inspector.h"
 #include "inspect/message_inspector.h"
 #include "inspect/other_files.h"
@@ -16,26 +14,13 @@ namespace zel::inspect {
 
 namespace {
 
-constexpr std::size_t kTypeSize = 4;  // bytes of a Psos file header that tell its file type
+/// Size in bytes of the file type at the beginning of a Psos file header.
+constexpr std::size_t kTypeSize = 4;
 
 FileKind KindOfType(std::uint32_t file_type) {
     if (file_type == kMessageFileType) return FileKind::kMessage;
     if (file_type == kFontFileType) return FileKind::kFont;
     return IsRgbaFileType(file_type) ? FileKind::kRgba : FileKind::kOther;
-}
-
-[[noreturn]] void Fail(int error) {
-    throw std::runtime_error(std::generic_category().message(error));
-}
-
-std::vector<std::uint8_t> ReadWhole(const std::filesystem::path& file, std::uintmax_t size) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(file.c_str(), "rb"), &std::fclose);
-    if (!stream) Fail(errno);
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
-    const std::size_t came = std::fread(bytes.data(), 1, bytes.size(), stream.get());
-    if (came != bytes.size() && std::ferror(stream.get()) != 0) Fail(errno);
-    bytes.resize(came);
-    return bytes;
 }
 
 }  // namespace
@@ -72,7 +57,7 @@ FileReport InspectFile(const std::filesystem::path& file) {
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     if (error) throw std::runtime_error(error.message());
     if (size > kLargestFile) throw std::runtime_error("larger than 256 MiB, which no message or font is");
-    return InspectBytes(ReadWhole(file, size), file.string());
+    return InspectBytes(base::ReadFileBytes(file, kLargestFile), file.string());
 }
 
 }  // namespace zel::inspect

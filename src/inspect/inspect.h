@@ -8,19 +8,20 @@
 
 #include "inspect/report.h"
 
-/// What a file is, what it holds, and where it is broken, told without a host: by the readers that the import uses, and
-/// by looking closer where those read on over damage.
+/// Reports what a file is, what it contains and where it is damaged, without a host. Uses the import's own readers, and
+/// further checks where those tolerate damage.
 namespace zel::inspect {
 
-/// @param name  tells a name list from other text; the report carries it. A path is taken by its last part.
+/// Inspects a file's bytes.
+/// @param name  copied to the report; its last component helps to recognise a name list.
 FileReport InspectBytes(std::span<const std::uint8_t> bytes, std::string_view name);
 
-/// Reads the file whole.
-/// @throws std::runtime_error with the reason, without the file's name: it isn't there, can't be read, is no plain
-/// file, or is larger than kLargestFile.
+/// Reads and inspects a file.
+/// @throws std::runtime_error with the reason, without the file's name: it is missing, unreadable, not a regular file,
+///         or larger than kLargestFile.
 FileReport InspectFile(const std::filesystem::path& file);
 
-/// Far more than a message or a font takes; what is larger was given by mistake.
+/// In bytes; far more than a message or a font has, so a larger file was named by mistake.
 inline constexpr std::uintmax_t kLargestFile = 256U << 20;
 
 }  // namespace zel::inspect

@@ -15,51 +15,56 @@ namespace zel::inspect {
 
 namespace {
 
-// The words of a section, as far as the file has them; the rest are zero.
+/// A word of a section; 0 if the section is null or the file ends before the word.
 std::uint16_t WordAt(std::span<const std::uint8_t> bytes, const Section* section, std::size_t offset) {
     if (section == nullptr) return 0;
     const std::uint64_t at = std::min<std::uint64_t>(section->offset + offset, bytes.size());
     return message::BigEndianCursor(bytes.subspan(static_cast<std::size_t>(at))).U16();
 }
 
-std::string CutShort(const Section* section) {
-    if (section == nullptr) return "cut short";
-    return "its " + section->name + " is cut short, " + Number(section->present) + " of " +
-           Count(section->size, "byte") + " present";
+/// The reason of one refusal, apart from a section that is cut short.
+struct Refusal {
+    message::MessageOutcome outcome;
+    const char* section;
+    /// Number of bytes that the section needs for `explain`; with fewer, it is cut short. 0: the whole section.
+    std::uint64_t needed;
+    /// Gives the reason. Null if only a section that is cut short is refused with this outcome.
+    std::string (*explain)(const Section& section, unsigned first_word);
+};
+
+std::string ExplainTabVersion(const Section& /*tabs*/, unsigned version) {
+    return "its tab table is of version " + std::to_string(version) + ", but only 2 is known";
 }
 
+constexpr Refusal kRefusals[] = {
+    {message::MessageOutcome::kShortFileHeader, "Psos file header", 0, nullptr},
+    {message::MessageOutcome::kShortFlags, "section flags", 0, nullptr},
+    {message::MessageOutcome::kShortPalette, "palette", 0,
+     [](const Section&, unsigned) -> std::string { return "its palette has no entries"; }},
+    {message::MessageOutcome::kUnknownBackground, "background", 2,
+     [](const Section&, unsigned kind) { return "its background is of an unknown kind, " + Hex(kind); }},
+    {message::MessageOutcome::kShortBackground, "background", 0, nullptr},
+    {message::MessageOutcome::kTabVersionAbove2, "tab table", 2, ExplainTabVersion},
+    {message::MessageOutcome::kTabVersionBelow2, "tab table", 2, ExplainTabVersion},
+    {message::MessageOutcome::kTooManyTabs, "tab table", 1,
+     [](const Section& tabs, unsigned) {
+         return "its tab table has " + Count((tabs.size - kTabHeadSize) / message::kTabRecordSize, "record") +
+                ", but at most " + std::to_string(message::kMaxTabs) + " are read";
+     }},
+};
+
 std::string Reason(message::MessageOutcome outcome, std::span<const std::uint8_t> bytes, const SectionList& found) {
-    const Section* palette = found.Find("palette");
-    const Section* background = found.Find("background");
-    const Section* tabs = found.Find("tab table");
-    switch (outcome) {
-        case message::MessageOutcome::kRead:
-            return {};
-        case message::MessageOutcome::kShortFileHeader:
-            return CutShort(found.Find("Psos file header"));
-        case message::MessageOutcome::kShortFlags:
-            return CutShort(found.Find("section flags"));
-        case message::MessageOutcome::kShortPalette:
-            return palette != nullptr && palette->present == palette->size ? "its palette has no entries"
-                                                                           : CutShort(palette);
-        case message::MessageOutcome::kUnknownBackground:
-            if (background != nullptr && background->present < 2) return CutShort(background);
-            return "its background is of an unknown kind, " + Hex(WordAt(bytes, background, 0));
-        case message::MessageOutcome::kShortBackground:
-            return CutShort(background);
-        case message::MessageOutcome::kTabVersionAbove2:
-        case message::MessageOutcome::kTabVersionBelow2:
-            if (tabs != nullptr && tabs->present < 2) return CutShort(tabs);
-            return "its tab table is of version " + std::to_string(WordAt(bytes, tabs, 0)) + ", but only 2 is known";
-        case message::MessageOutcome::kTooManyTabs:
-            return "its tab table has " + Count((tabs->size - kTabHeadSize) / message::kTabRecordSize, "record") +
-                   ", but at most " + std::to_string(message::kMaxTabs) + " are read";
-        case message::MessageOutcome::kRgbaFile:
-        case message::MessageOutcome::kUnsupportedType:
-        case message::MessageOutcome::kUnsupportedNamedType:
-            return "it is no message";
+    if (outcome == message::MessageOutcome::kRead) return {};
+    const auto* const refusal = std::ranges::find(kRefusals, outcome, &Refusal::outcome);
+    if (refusal == std::end(kRefusals)) return "it is not a message";
+    const Section* section = found.Find(refusal->section);
+    if (section == nullptr) return "cut short";
+    const std::uint64_t needed = refusal->needed != 0 ? refusal->needed : section->size;
+    if (refusal->explain != nullptr && section->present >= needed) {
+        return refusal->explain(*section, WordAt(bytes, section, 0));
     }
-    return {};
+    return "its " + section->name + " is cut short, " + Number(section->present) + " of " +
+           Count(section->size, "byte") + " present";
 }
 
 constexpr std::uint32_t ScreenColour(COLORREF colour) {

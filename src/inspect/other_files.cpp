@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "base/fold_case.h"
 #include "inspect/words.h"
 #include "module/contract/records/psos_header.h"
 #include "module/fontmap/format/name_lists.h"
@@ -15,15 +16,11 @@ namespace zel::inspect {
 
 namespace {
 
-constexpr std::size_t kHeadings = 2;           // lines that every list begins with
-constexpr std::size_t kLongestListLine = 198;  // what a list's reader takes as one line
+/// Number of lines at the beginning of every list that aren't entries.
+constexpr std::size_t kHeadings = 2;
+/// In characters; the module reads a longer line as several.
+constexpr std::size_t kLongestListLine = 198;
 constexpr std::size_t kShownBytes = 16;
-
-std::string Lower(std::string_view text) {
-    std::string lower(text);
-    for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    return lower;
-}
 
 bool IsText(std::string_view bytes) {
     if (bytes.empty()) return false;
@@ -46,15 +43,15 @@ std::vector<std::string_view> Lines(std::string_view text) {
     return lines;
 }
 
-// What a list's reader finds in the lines behind the headings.
+/// The entries of a list.
 struct ListContent {
     int entry_lines = 0;
     std::set<std::string> keys;
-    std::set<std::string> twice;
+    std::set<std::string> duplicates;
 
     void Add(const std::string& key) {
         ++entry_lines;
-        if (!keys.insert(key).second) twice.insert(key);
+        if (!keys.insert(key).second) duplicates.insert(key);
     }
 };
 
@@ -91,9 +88,8 @@ bool LooksLikeBitstreamList(const std::vector<std::string_view>& lines) {
 }
 
 FileKind KindOfText(std::string_view name, bool text, const std::vector<std::string_view>& lines) {
-    const std::string lower = Lower(name);
-    if (lower == "bitstream_fontlist.txt") return FileKind::kBitstreamList;
-    if (lower == "typeface_list.txt") return FileKind::kTypefaceList;
+    if (base::EqualsFolded(name, "bitstream_fontlist.txt")) return FileKind::kBitstreamList;
+    if (base::EqualsFolded(name, "typeface_list.txt")) return FileKind::kTypefaceList;
     if (!text) return FileKind::kOther;
     if (LooksLikeTypefaceList(lines)) return FileKind::kTypefaceList;
     return LooksLikeBitstreamList(lines) ? FileKind::kBitstreamList : FileKind::kText;
@@ -103,20 +99,19 @@ void FillList(const std::vector<std::string_view>& lines, bool text, bool last_l
     const bool bitstream = report.kind == FileKind::kBitstreamList;
     const ListContent content = bitstream ? ReadBitstreamList(lines) : ReadTypefaceList(lines);
     report.list = ListReport{static_cast<int>(lines.size()), static_cast<int>(content.keys.size())};
-    const std::vector<std::string> twice(content.twice.begin(), content.twice.end());
-    if (!text) report.defects.emplace_back("it holds bytes that are no text");
-    if (!twice.empty()) {
+    if (!text) report.defects.emplace_back("it contains bytes that are not text");
+    if (!content.duplicates.empty()) {
         std::vector<std::string> names;
-        for (const std::string& key : twice) names.push_back(bitstream ? key : '"' + Printable(key) + '"');
-        report.remarks.push_back((bitstream ? "numbers that stand more than once, of which the last counts: "
-                                            : "names that stand more than once, of which the last counts: ") +
+        for (const std::string& key : content.duplicates) names.push_back(bitstream ? key : '"' + Printable(key) + '"');
+        report.remarks.push_back((bitstream ? "repeated numbers, of which the last counts: "
+                                            : "repeated names, of which the last counts: ") +
                                  Listed(names));
     }
     const auto too_long =
         std::ranges::count_if(lines, [](std::string_view line) { return line.size() > kLongestListLine; });
     if (too_long != 0) {
         report.defects.push_back(Count(static_cast<std::uint64_t>(too_long), "line is", "lines are") + " longer than " +
-                                 std::to_string(kLongestListLine) + " characters, and taken as several");
+                                 std::to_string(kLongestListLine) + " characters, and read as several");
     }
     if (!last_line_ends) report.remarks.emplace_back("the last line has no line end");
     report.verdict = report.defects.empty() ? Verdict::kWhole : Verdict::kReadable;
@@ -133,7 +128,7 @@ std::string FirstBytes(std::span<const std::uint8_t> bytes) {
     return "its first bytes are " + hex + " \"" + text + '"';
 }
 
-// A foreign type, or a known one whose bytes a copying program has turned round.
+/// Describes a foreign file. A known type in another byte order is the work of a copying program.
 std::string ForeignReason(std::span<const std::uint8_t> bytes) {
     if (bytes.empty()) return "it is empty";
     if (bytes.size() < 4) return FirstBytes(bytes);
@@ -141,19 +136,19 @@ std::string ForeignReason(std::span<const std::uint8_t> bytes) {
     for (const std::uint32_t known : {kMessageFileType, kFontFileType, kRgbaFileTypeA, kRgbaFileTypeB}) {
         if (header.file_type == message::SwapLong(known)) {
             return "its file type " + std::to_string(known) +
-                   " stands in it with the bytes reversed: it may be whole, but in another byte order";
+                   " appears with its bytes reversed: the file may be whole, but in another byte order";
         }
         const std::uint32_t pairs = std::uint32_t{message::SwapWord(static_cast<std::uint16_t>(known))};
         if (header.file_type == pairs) {
             return "its file type " + std::to_string(known) +
-                   " stands in it with each two bytes exchanged: a copy may have done that";
+                   " appears with each two bytes exchanged: a copying program may have done that";
         }
     }
     const std::string_view type_name = header.TypeName();
     if (header.file_type != 0 && header.file_type < 0x10000 && type_name.size() > 2 &&
         type_name.size() < sizeof header.type_name && IsText(type_name)) {
         return "a file of type " + std::to_string(header.file_type) + ", \"" + Printable(type_name) +
-               "\", that the import doesn't take";
+               "\", which the import doesn't read";
     }
     return FirstBytes(bytes);
 }
@@ -170,7 +165,7 @@ void InspectOther(std::span<const std::uint8_t> bytes, std::string_view name, Fi
         return;
     }
     report.verdict = Verdict::kForeign;
-    report.reason = report.kind == FileKind::kText ? "text, but none of the two name lists" : ForeignReason(bytes);
+    report.reason = report.kind == FileKind::kText ? "text, but neither of the two name lists" : ForeignReason(bytes);
 }
 
 }  // namespace zel::inspect

@@ -8,10 +8,10 @@
 
 namespace zel::inspect {
 
-/// Inspects a file whose first bytes make it no message, font or RGBA file: a name list, by its name or by what it
-/// holds, other text, or something foreign.
-/// @param name    last part of the file's path.
-/// @param report  takes all but name, size and file type.
+/// Inspects a file that is not a message, font or RGBA file: a name list, recognised by name or content, other text, or
+/// a foreign file.
+/// @param name    last component of the file's path.
+/// @param report  receives everything except name, size and file type.
 void InspectOther(std::span<const std::uint8_t> bytes, std::string_view name, FileReport& report);
 
 }  // namespace zel::inspect

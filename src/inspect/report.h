@@ -8,55 +8,73 @@
 
 #include "module/contract/records/video_standard.h"
 
-/// What inspection finds in a file. Texts are ready to print: bytes of the file that aren't printable ASCII stand as
-/// \xNN.
+/// What inspection finds in a file. Texts are ready to print: bytes of the file other than printable ASCII are written
+/// as \xNN.
 namespace zel::inspect {
 
 enum class FileKind { kMessage, kFont, kRgba, kBitstreamList, kTypefaceList, kText, kOther };
 
 enum class Verdict {
-    kWhole,     ///< Read to its end, and nothing is wrong with it.
-    kReadable,  ///< The module imports it, but something is missing or makes no sense.
-    kBroken,    ///< Of a kind that the module knows, but the module refuses it.
-    kForeign,   ///< None of the kinds that the module reads.
+    /// Read to its end without a defect.
+    kWhole,
+    /// The module imports it, but something is missing or invalid.
+    kReadable,
+    /// Of a kind that the module reads, but the module refuses it.
+    kBroken,
+    /// Not of a kind that the module reads.
+    kForeign,
 };
 
-/// A stretch of a file.
+/// A section of a file.
 struct Section {
     std::string name;
-    std::uint64_t offset = 0;   ///< of its first byte.
-    std::uint64_t size = 0;     ///< bytes that it should have.
-    std::uint64_t present = 0;  ///< bytes of them that the file has.
-    int count = 1;              ///< sections of this name that stand back to back and are told as one.
+    /// Of its first byte, from the file's beginning.
+    std::uint64_t offset = 0;
+    /// In bytes, when complete.
+    std::uint64_t size = 0;
+    /// In bytes, as far as the file contains it.
+    std::uint64_t present = 0;
+    /// Number of consecutive sections of this name, reported as one.
+    int count = 1;
 };
 
 struct RowReport {
     int index = 0;
-    int y = 0;       ///< lines from the picture's top, as corrected on import.
-    int top = 0;     ///< lines below y.
-    int bottom = 0;  ///< lines below y.
+    /// Lines from the picture's top, as corrected on import.
+    int y = 0;
+    /// Lines below y.
+    int top = 0;
+    /// Lines below y.
+    int bottom = 0;
     bool empty = false;
     int characters = 0;
-    std::vector<std::string> runs;  ///< the text in the order of the chain, cut where slot or colour set change.
-    std::vector<int> slots;         ///< that its characters use, ascending.
-    std::vector<int> colour_sets;   ///< likewise.
+    /// The text in reading order, divided where the slot or the colour set changes.
+    std::vector<std::string> runs;
+    /// Slots that its characters use, ascending.
+    std::vector<int> slots;
+    /// Colour sets that its characters use, ascending.
+    std::vector<int> colour_sets;
 };
 
 /// A font slot that names a font or that characters use.
 struct SlotReport {
     int slot = 0;
-    std::optional<int> number;  ///< of the font; none for a slot that names none.
+    /// Of the font; none for a slot without a font.
+    std::optional<int> number;
     int characters = 0;
 };
 
 struct TabReport {
-    std::string name;  ///< empty for an unnamed field.
-    int start = 0;     ///< pixels, as the host gets them.
+    /// Empty for a field without a name.
+    std::string name;
+    /// In pixels, as the host receives it; so is end.
+    int start = 0;
     int end = 0;
     int row = 0;
     std::optional<int> slot;
     int colour_set = 0;
-    std::string rejected;  ///< why the import leaves the field out; empty for one that it keeps.
+    /// Why the import omits the field; empty if it doesn't.
+    std::string rejected;
 };
 
 /// Colours of a palette set, 0xRRGGBB.
@@ -68,19 +86,28 @@ struct SetColours {
 struct MessageReport {
     std::string type_name;
     VideoStandard standard = VideoStandard::kNtsc;
-    int row_count = 0;              ///< rows that the message says it has.
-    int y_offset = 0;               ///< lines by which the import moves the rows up.
-    std::array<int, 4> frame{};     ///< left, top, right, bottom, as in the file.
-    std::vector<RowReport> rows;    ///< those that the file holds at least the beginning of.
-    std::vector<SlotReport> slots;  ///< ascending.
+    /// Number of rows according to the header.
+    int row_count = 0;
+    /// Lines by which the import moves the rows up.
+    int y_offset = 0;
+    /// Left, top, right, bottom, as in the file.
+    std::array<int, 4> frame{};
+    /// The rows that begin in the file.
+    std::vector<RowReport> rows;
+    /// In ascending order.
+    std::vector<SlotReport> slots;
     bool own_palette = false;
-    std::vector<SetColours> palette;        ///< eight sets; none when the file ends before them.
-    std::optional<std::string> background;  ///< its kind; none without a background.
-    std::optional<std::string> flash_font;  ///< its sizes; none without a flash font.
-    std::vector<TabReport> tabs;            ///< every record that the file holds, rejected ones too.
+    /// Eight sets; empty if the file ends before them.
+    std::vector<SetColours> palette;
+    /// Its kind and size; none without a background.
+    std::optional<std::string> background;
+    /// Its size; none without a flash font.
+    std::optional<std::string> flash_font;
+    /// Every record in the file, including rejected ones.
+    std::vector<TabReport> tabs;
 };
 
-/// A glyph's bitmap, pixels.
+/// A glyph's bitmap. Sizes are in pixels.
 struct GlyphReport {
     int code = 0;
     int width = 0;
@@ -90,48 +117,64 @@ struct GlyphReport {
 struct FontReport {
     std::string type_name;
     std::string name;
-    std::string id;          ///< digits, as they stand in the header.
-    int height = 0;          ///< lines, edge included.
-    int row_top_offset = 0;  ///< lines.
-    int row_inset = 0;       ///< lines.
+    /// Digits, as in the header.
+    std::string id;
+    /// In lines, including the edge.
+    int height = 0;
+    /// In lines.
+    int row_top_offset = 0;
+    /// In lines.
+    int row_inset = 0;
     int edge_type = 0;
-    int edge_angle = 0;  ///< degrees.
-    int edge_size = 0;   ///< pixels.
+    /// In degrees.
+    int edge_angle = 0;
+    /// In pixels.
+    int edge_size = 0;
     int flags = 0;
     std::string flags_in_words;
-    std::uint32_t encoding_size = 0;  ///< bytes.
+    /// In bytes.
+    std::uint32_t encoding_size = 0;
     int stored_glyphs = 0;
     int run_coded_glyphs = 0;
     int without_glyph = 0;
-    std::optional<GlyphReport> smallest;  ///< by area; none when no glyph can be measured.
+    /// By area; none if no glyph can be measured.
+    std::optional<GlyphReport> smallest;
     std::optional<GlyphReport> largest;
 };
 
 /// One of the two name lists.
 struct ListReport {
     int lines = 0;
-    int entries = 0;  ///< numbers of the Bitstream list, names of the typeface list.
+    /// Different numbers in the Bitstream list, or different names in the typeface list.
+    int entries = 0;
 };
 
-/// The picture of an RGBA file, pixels.
+/// The picture of an RGBA file. Sizes are in pixels.
 struct PictureReport {
     int width = 0;
     int height = 0;
 };
 
 struct FileReport {
-    std::string name;  ///< as given.
+    /// As passed to the inspection.
+    std::string name;
     std::uint64_t size = 0;
     FileKind kind = FileKind::kOther;
     Verdict verdict = Verdict::kForeign;
-    std::string reason;                 ///< why it is broken, or what a foreign file looks like.
-    std::optional<unsigned> file_type;  ///< the header's, of a file that is long enough for one.
-    std::vector<Section> sections;      ///< in file order.
-    std::vector<std::string> defects;   ///< what is wrong, and what the import makes of it.
-    std::vector<std::string> remarks;   ///< what is unusual, but loses nothing.
+    /// Why the file is broken; for a foreign file, what it looks like.
+    std::string reason;
+    /// From the header, if the file is long enough for one.
+    std::optional<unsigned> file_type;
+    /// In file order.
+    std::vector<Section> sections;
+    /// What is wrong, and its effect on the import.
+    std::vector<std::string> defects;
+    /// What is unusual but without effect.
+    std::vector<std::string> remarks;
     std::optional<MessageReport> message;
     std::optional<FontReport> font;
-    std::optional<PictureReport> picture;  ///< none of a broken file.
+    /// None for a broken file.
+    std::optional<PictureReport> picture;
     std::optional<ListReport> list;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "base/text_columns.h"
 #include "inspect/words.h"
 
 namespace zel::inspect {
@@ -13,14 +14,12 @@ constexpr std::size_t kListedRows = 24, kListedTabs = 12, kListedFindings = 16;
 constexpr int kLabelWidth = 12;
 constexpr std::size_t kColumns = 118;
 
-std::string Left(std::string text, std::size_t width) {
-    if (text.size() < width) text.append(width - text.size(), ' ');
-    return text;
+std::string Left(const std::string& text, std::size_t width) {
+    return base::Padded(text, width);
 }
 
-std::string Right(std::string text, std::size_t width) {
-    if (text.size() < width) text.insert(0, width - text.size(), ' ');
-    return text;
+std::string Right(const std::string& text, std::size_t width) {
+    return base::Padded(text, width, base::Align::kRight);
 }
 
 std::string Right(int number, std::size_t width) {
@@ -52,7 +51,7 @@ std::size_t CountOf(int number) {
     return static_cast<std::size_t>(std::max(number, 0));
 }
 
-// Lays out one report, line by line.
+/// Writes one report, line by line.
 class Writer {
   public:
     explicit Writer(const FileReport& report) : m_report(report) {}
@@ -87,7 +86,7 @@ std::string Writer::Write() {
     if (m_report.font) Font(*m_report.font);
     if (m_report.kind == FileKind::kRgba) {
         if (m_report.picture) Labelled("Picture", Contents(m_report) + " pixels");
-        Labelled("Import", "hands it to the host, as an object or as a background; the module reads no further");
+        Labelled("Import", "passes it to the host, as an object or as a background; the module reads no further");
     }
     if (m_report.list) {
         const bool bitstream = m_report.kind == FileKind::kBitstreamList;
@@ -161,7 +160,7 @@ void Writer::Fonts(const MessageReport& message) {
 
 void Writer::Palette(const MessageReport& message) {
     if (message.palette.empty()) {
-        Labelled("Palette", "not there");
+        Labelled("Palette", "missing");
         return;
     }
     std::string faces = "face  ", edges = "edge  ";
@@ -180,7 +179,7 @@ void Writer::Rows(const MessageReport& message) {
     if (message.y_offset != 0) title += ", moved up by " + Count(CountOf(message.y_offset), "line") + " on import";
     Title(title);
     if (size == 0) return;
-    std::size_t slots = 7, colours = 9;  // columns
+    std::size_t slots = 7, colours = 9;  // widths
     for (const RowReport& row : message.rows) {
         slots = std::max(slots, Joined(row.slots).size() + 2);
         colours = std::max(colours, Joined(row.colour_sets).size() + 2);
@@ -194,7 +193,7 @@ void Writer::Rows(const MessageReport& message) {
             break;
         }
         ++listed;
-        std::size_t same = i;  // rows without characters are told as one
+        std::size_t same = i;  // the last of consecutive rows without characters
         while (row.characters == 0 && same + 1 < size && message.rows[same + 1].characters == 0) ++same;
         if (same > i + 1) {
             Line("    rows " + std::to_string(row.index) + " to " + std::to_string(message.rows[same].index) +
@@ -305,7 +304,7 @@ std::string VerdictText(const FileReport& report) {
         case Verdict::kForeign:
             break;
     }
-    return "none of the kinds that the import reads: " + report.reason;
+    return "not a kind that the import reads: " + report.reason;
 }
 
 std::string Contents(const FileReport& report) {

@@ -13,52 +13,50 @@ namespace zel::inspect {
 
 namespace {
 
-// The reading order of a row, as far as its chain holds.
+/// The characters of a row in reading order.
 struct Chain {
     std::vector<int> order;
-    std::string fault;  // empty for a chain that reaches every record
+    /// Empty for a chain that includes every record.
+    std::string fault;
 };
+
+/// Why a chain ends early.
+/// @param from  the last record read; -1 for none.
+/// @param to    the record that would be next.
+/// @param read  number of records read, of `count`.
+std::string ChainFault(int from, int to, int read, int count) {
+    const std::string so_far =
+        " after " + std::to_string(read) + " of " + Count(static_cast<std::uint64_t>(count), "character");
+    const std::string beyond_last = ", but the last one is " + std::to_string(count - 1);
+    const std::string fault =
+        to < count        ? "the chain returns to record " + std::to_string(to) + so_far
+        : from < 0        ? "the chain starts at record " + std::to_string(to) + beyond_last
+        : to == kChainEnd ? "the chain ends at record " + std::to_string(from) + so_far
+                          : "record " + std::to_string(from) + " leads to record " + std::to_string(to) + beyond_last;
+    return fault + "; " + Count(static_cast<std::uint64_t>(count - read), "record isn't", "records aren't") +
+           " reached";
+}
 
 Chain FollowChain(const tag_msg_row& row) {
     const int count = row.CharCount();
     Chain chain;
     std::bitset<kChainEnd + 1> seen;
-    int at = row.FirstChar();
-    int from = -1;
-    while (static_cast<int>(chain.order.size()) < count) {
-        const std::string read =
-            std::to_string(chain.order.size()) + " of " + Count(static_cast<std::uint64_t>(count), "character");
-        if (at >= count) {
-            if (from < 0) {
-                chain.fault = "the chain starts at record " + std::to_string(at) + ", but the last one is " +
-                              std::to_string(count - 1);
-            } else if (at == kChainEnd) {
-                chain.fault = "the chain ends at record " + std::to_string(from) + " after " + read;
-            } else {
-                chain.fault = "record " + std::to_string(from) + " leads to record " + std::to_string(at) +
-                              ", but the last one is " + std::to_string(count - 1);
-            }
+    int from = -1, to = row.FirstChar();
+    for (int read = 0; read < count; ++read) {
+        const auto next = static_cast<std::size_t>(to);
+        if (to >= count || seen[next]) {
+            chain.fault = ChainFault(from, to, read, count);
             break;
         }
-        const auto index = static_cast<std::size_t>(at);
-        if (seen[index]) {
-            chain.fault = "the chain returns to record " + std::to_string(at) + " after " + read;
-            break;
-        }
-        seen.set(index);
-        chain.order.push_back(at);
-        from = at;
-        at = row.chars[index].Next();
-    }
-    const int unreached = count - static_cast<int>(chain.order.size());
-    if (!chain.fault.empty() && unreached > 0) {
-        chain.fault +=
-            "; " + Count(static_cast<std::uint64_t>(unreached), "record isn't", "records aren't") + " reached";
+        seen.set(next);
+        chain.order.push_back(to);
+        from = to;
+        to = row.chars[next].Next();
     }
     return chain;
 }
 
-// Where in a message something happens: how often, and in which rows.
+/// How often and in which rows something occurs.
 struct Places {
     int times = 0;
     std::set<int> rows;
@@ -106,7 +104,7 @@ void RowChecker::Check(std::uint64_t start) {
     std::uint64_t offset = start;
     for (int index = 0; index < message.row_count; ++index) {
         if (offset >= m_report.size) {
-            if (index == 0) break;  // the whole section is missing, which has been told
+            if (index == 0) break;  // the whole section is missing, which is already reported
             const int missing = message.row_count - index;
             m_report.defects.push_back((missing == 1 ? "row " + std::to_string(index) + " is"
                                                      : "rows " + std::to_string(index) + " to " +
@@ -140,14 +138,14 @@ void RowChecker::CheckRow(int index, std::uint64_t present) {
                                        Count(static_cast<std::uint64_t>(row.CharCount()), "character"));
         }
     } else {
-        const int held = static_cast<int>(std::min<std::uint64_t>((present - sizeof(RowHead)) / sizeof(tag_msg_char),
-                                                                  static_cast<std::uint64_t>(row.CharCount())));
+        const int present_records = static_cast<int>(std::min<std::uint64_t>(
+            (present - sizeof(RowHead)) / sizeof(tag_msg_char), static_cast<std::uint64_t>(row.CharCount())));
         Chain chain = FollowChain(row);
-        if (held < row.CharCount()) {
-            // What is missing reads as zeros, so that the chain says nothing any more.
-            Defect(index, "cut short, " + std::to_string(held) + " of " +
+        if (present_records < row.CharCount()) {
+            // The missing records are zeros, so the chain is meaningless.
+            Defect(index, "cut short, " + std::to_string(present_records) + " of " +
                               Count(static_cast<std::uint64_t>(row.CharCount()), "character") + " present");
-            std::erase_if(chain.order, [held](int record) { return record >= held; });
+            std::erase_if(chain.order, [=](int record) { return record >= present_records; });
         } else if (!chain.fault.empty()) {
             Defect(index, chain.fault);
         }
@@ -169,7 +167,7 @@ void RowChecker::CheckText(const tag_msg_row& row, const std::vector<int>& order
         slots.insert(character.Font());
         colour_sets.insert(character.ColourSet());
         m_slots[character.Font()].Add(out.index);
-        // A font's directory is looked up by the low 8 bits.
+        // The low 8 bits are the index into a font's directory.
         if ((character.Code() & 0xFF) >= kDirectoryEntries) {
             m_codes_without_glyph.Add(out.index);
         } else if (character.Code() > 0xFF) {

@@ -7,11 +7,11 @@
 
 namespace zel::inspect {
 
-/// Fills in the rows and slots of a message's report, and reports damaged rows, broken chains, slots without a font and
-/// codes without a glyph.
+/// Adds the rows and slots to a message's report. Reports damaged rows, broken chains, slots without a font, and codes
+/// without a glyph.
 /// @param loaded  with header and rows.
 /// @param start   offset of the first row.
-/// @param report  with its message; takes the defects.
+/// @param report  has a message; receives the defects.
 void CheckRows(const message::LoadedMessage& loaded, std::uint64_t start, FileReport& report);
 
 }  // namespace zel::inspect

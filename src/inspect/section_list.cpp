@@ -52,11 +52,11 @@ void ReportCutSections(FileReport& report) {
 void ReportTrailingBytes(std::span<const std::uint8_t> rest, FileReport& report) {
     if (rest.empty()) return;
     const std::string where =
-        Count(rest.size(), "byte") + " behind the last section, at " + Number(report.size - rest.size());
+        Count(rest.size(), "byte") + " after the last section, at " + Number(report.size - rest.size());
     if (std::ranges::all_of(rest, [](std::uint8_t byte) { return byte == 0; })) {
         report.remarks.push_back(where + ", all zero");
     } else {
-        report.defects.push_back(where + ", that nothing reads");
+        report.defects.push_back(where + ", which nothing reads");
     }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "base/field_text.h"
 #include "inspect/words.h"
 #include "module/message/format/convert_tab_field.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 std::string WhyRejected(const tag_tab_field& tab, const message::LoadedMessage& loaded) {
     if (tab.Row() >= loaded.header->RowCount()) {
-        return "it lies in row " + std::to_string(tab.Row()) + ", but the last one is " +
+        return "it is in row " + std::to_string(tab.Row()) + ", but the last one is " +
                std::to_string(loaded.header->RowCount() - 1);
     }
     if (tab.tab_start >= tab.tab_end) {
@@ -23,9 +24,8 @@ std::string WhyRejected(const tag_tab_field& tab, const message::LoadedMessage& 
 }
 
 TabReport Describe(const tag_tab_field& tab, const message::LoadedMessage& loaded) {
-    const std::string_view name(tab.tab_name, sizeof tab.tab_name);
     TabReport out;
-    out.name = Printable(name.substr(0, name.find('\0')));
+    out.name = Printable(base::FieldText(tab.tab_name));
     out.start = tab.tab_start + kXOffset;
     out.end = tab.tab_end + kXOffset;
     out.row = tab.Row();

@@ -9,11 +9,11 @@
 
 namespace zel::inspect {
 
-/// Bytes in front of a tab table's records.
+/// Bytes before a tab table's records.
 inline constexpr std::size_t kTabHeadSize = 6;
 
-/// Fills in the tab fields of a message's report, the rejected ones too, with why.
-/// @param table  the section; no record of it is told when the table was refused.
+/// Adds the tab fields to a message's report, and reports the rejected ones.
+/// @param table  the section. Nothing is added if the reader refused it.
 void CheckTabs(std::span<const std::uint8_t> bytes, const Section& table, const message::LoadedMessage& loaded,
                FileReport& report);
 

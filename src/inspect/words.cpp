@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "base/text.h"
+
 namespace zel::inspect {
 
 std::string PrintableCode(int code) {
@@ -25,15 +27,11 @@ std::string CodeName(int code) {
 }
 
 std::string Number(std::uint64_t number) {
-    std::string digits = std::to_string(number);
-    for (std::size_t at = digits.size(); at > 3; at -= 3) digits.insert(at - 3, 1, ',');
-    return digits;
+    return base::GroupedDigits(number);
 }
 
 std::string Count(std::uint64_t count, std::string_view one, std::string_view plural) {
-    std::string text = Number(count).append(" ").append(count != 1 && !plural.empty() ? plural : one);
-    if (count != 1 && plural.empty()) text += 's';
-    return text;
+    return Number(count) + " " + base::Noun(count, one, plural);
 }
 
 std::string Hex(std::uint32_t value) {

@@ -7,20 +7,21 @@
 #include <string_view>
 #include <vector>
 
-/// Writers of the files that the module reads. They share no code with the module, so that a test has an independent
-/// source of bytes, and they check nothing: whatever a field can hold is written, also what no sane file would hold.
+/// Writers of the files that the module reads. They share no code with the module, so that tests have an independent
+/// source of bytes. They check nothing: every value that a field can hold is written, even one that no valid file
+/// contains.
 namespace zel::samples {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// A growing block of bytes; numbers go in big-endian, cut to their width.
+/// A growing block of bytes. Numbers are written big-endian and truncated to their width.
 class ByteWriter {
   public:
     ByteWriter& U8(std::uint32_t value);
     ByteWriter& U16(std::uint32_t value);
     ByteWriter& U32(std::uint32_t value);
     ByteWriter& Append(std::span<const std::uint8_t> bytes);
-    /// A text field of `width` bytes: the text cut to the width, the rest filled up. No terminator of its own.
+    /// A text field of `width` bytes: the text, truncated or filled up to the width. No terminator is added.
     ByteWriter& Text(std::string_view text, std::size_t width, std::uint8_t fill = 0);
     ByteWriter& Fill(std::size_t count, std::uint8_t value = 0);
 
@@ -31,11 +32,11 @@ class ByteWriter {
     Bytes m_bytes;
 };
 
-/// A record of N bytes that is packed with bit fields from the most significant bit of its first byte down.
+/// A record of N bytes, filled with bit fields from the most significant bit of its first byte.
 template <std::size_t N>
 class BitRecord {
   public:
-    /// Appends the low `width` bits of `value`, 1 to 32 of them. Bits that no longer fit the record are dropped.
+    /// Appends the low `width` bits of `value`, 1 to 32 of them. Bits beyond the record's end are dropped.
     constexpr BitRecord& Put(unsigned width, std::uint32_t value) noexcept {
         while (width-- > 0 && m_used < 8 * N) {
             const auto bit = static_cast<std::uint8_t>((value >> width & 1U) << (7 - m_used % 8));

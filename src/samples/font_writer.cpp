@@ -121,9 +121,4 @@ Bytes WriteRgbaFile(std::uint32_t file_type, const StoredGlyph& picture) {
     return out.Written();
 }
 
-std::string NumberedName(unsigned number) {
-    const std::string digits = std::to_string(number);
-    return "." + std::string(digits.size() < 4 ? 4 - digits.size() : 0, '0') + digits;
-}
-
 }  // namespace zel::samples

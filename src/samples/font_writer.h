@@ -12,17 +12,20 @@
 #include "samples/psos_header.h"
 #include "samples/run_codes.h"
 
-/// Describes a font file section by section and writes its bytes. Fields have the names of the format; a field that no
-/// reader looks at is named by its offset. A field wider than its place is cut to it. An optional field that is left
-/// out is worked out from what the description holds.
+/// Describes a font file section by section and writes its bytes. Fields have the format's names; a field that no
+/// reader uses is named by its offset. A value too wide for its field is truncated. An optional field without a value
+/// is computed from the rest of the description.
 namespace zel::samples {
 
 constexpr unsigned kFontCharCount = 192;
 
 /// Bits and values of font_flags.
-constexpr unsigned kPlainFont = 0x20;      ///< encoding data behind the directory
-constexpr unsigned kHasCharTables = 0x04;  ///< two tables of 384 bytes
-constexpr unsigned kSampleFirstFont = 18;  ///< encoding data, then a sample block, then the rest
+/// The directory is followed by encoding data.
+constexpr unsigned kPlainFont = 0x20;
+/// Two tables of 384 bytes follow.
+constexpr unsigned kHasCharTables = 0x04;
+/// The value of a font in which a sample block follows the encoding data, before the other blocks.
+constexpr unsigned kSampleFirstFont = 18;
 
 /// The font header, 128 bytes.
 struct FontHeader {
@@ -39,13 +42,13 @@ struct FontHeader {
     unsigned bits_87 = 0;                            ///<  86  9 bits
     std::array<std::uint8_t, 6> bytes_88{};          ///<  88
     std::uint32_t dword_94 = 0;                      ///<  94
-    std::optional<std::uint32_t> encoding_size{};    ///<  98  left out: the size of the encoding data
-    std::optional<int> aux_block_size{};             ///< 102  left out: the size of the auxiliary block
+    std::optional<std::uint32_t> encoding_size{};    ///<  98  default: the size of the encoding data
+    std::optional<int> aux_block_size{};             ///< 102  default: the size of the auxiliary block
     unsigned font_flags = kPlainFont;                ///< 104
     std::array<std::uint16_t, 6> words_106{};        ///< 106
     int row_inset = 0;                               ///< 118  lines
-    std::optional<std::uint32_t> word_table_size{};  ///< 120  left out: two bytes for each word
-    std::optional<unsigned> sample_present{};        ///< 124  left out: 1 with a sample block, else 0
+    std::optional<std::uint32_t> word_table_size{};  ///< 120  default: two bytes for each word
+    std::optional<unsigned> sample_present{};        ///< 124  default: 1 with a sample block, else 0
     unsigned word_126 = 0;                           ///< 126
 };
 
@@ -66,19 +69,19 @@ struct CharEntry {
 struct StoredGlyph {
     unsigned width = 0;
     unsigned height = 0;
-    Bytes pixels{};                         ///< alpha, blue, green, red, the colours multiplied by alpha; top row first
-    std::optional<std::uint32_t> length{};  ///< left out: 12 and the size of the pixels
-    unsigned flags_word = 0;                ///< bit 15 is the flag that reaches the host
+    Bytes pixels{};  ///< alpha, blue, green, red; the colours multiplied by alpha; the top row first
+    std::optional<std::uint32_t> length{};  ///< default: 12 and the size of the pixels
+    unsigned flags_word = 0;                ///< bit 15 is the flag that the host receives
     unsigned word_6 = 0;
-    std::optional<unsigned> width_word{};   ///< left out: width + 1
-    std::optional<unsigned> height_word{};  ///< left out: height
+    std::optional<unsigned> width_word{};   ///< default: width + 1
+    std::optional<unsigned> height_word{};  ///< default: height
 };
 
 /// One of the two samples of a sample block.
 struct Sample {
     int width = 0;   ///< bytes in a row
     int height = 0;  ///< rows
-    Bytes rows{};    ///< written as they are
+    Bytes rows{};    ///< written unchanged
 };
 
 /// A sample block: a head of 10 bytes, then the rows of both samples.
@@ -88,20 +91,26 @@ struct SampleBlock {
     Sample b{};
 };
 
-/// A whole font file.
+/// A complete font file.
 struct FontFile {
     PsosHeader psos{500, 0, ""};
     FontHeader header{};
     std::array<CharEntry, kFontCharCount> directory{};
-    Bytes encoding{};                           ///< written with font_flags 18 or with bit 0x20 set
-    std::optional<SampleBlock> first_sample{};  ///< directly behind the encoding data; read with font_flags 18
+    /// Written if font_flags is 18 or has bit 0x20.
+    Bytes encoding{};
+    /// Directly after the encoding data; read if font_flags is 18.
+    std::optional<SampleBlock> first_sample{};
     Bytes aux_block{};
     std::vector<std::uint16_t> word_table{};
-    Bytes char_table_a{};  ///< 384 bytes, filled up with zeros; written with bit 0x04 of font_flags
+    /// 384 bytes, filled up with zeros; written if font_flags has bit 0x04.
+    Bytes char_table_a{};
     Bytes char_table_b{};
-    std::optional<SampleBlock> sample{};       ///< the usual place, behind the tables
-    std::map<unsigned, StoredGlyph> stored{};  ///< records by character code, which is their order in the file
-    Bytes tail{};                              ///< bytes behind the last record
+    /// The usual place, after the tables.
+    std::optional<SampleBlock> sample{};
+    /// Records by character code, in which order they are written.
+    std::map<unsigned, StoredGlyph> stored{};
+    /// Bytes after the last record.
+    Bytes tail{};
 
     /// Adds run codes to the encoding data and points the character's entry at them.
     void AddRunCoded(unsigned char_code, const RunCodes& codes, unsigned glyph_top, unsigned glyph_metric);
@@ -109,25 +118,23 @@ struct FontFile {
     void AddStored(unsigned char_code, StoredGlyph glyph, unsigned glyph_top, unsigned glyph_metric);
 };
 
-/// Where the sections of a written font lie; a section that isn't there lies where it would have begun.
+/// The offsets of a written font's sections; for a missing section, where it would begin.
 struct FontOffsets {
     std::size_t header = 0, directory = 0, encoding = 0, first_sample = 0, aux_block = 0, word_table = 0,
                 char_tables = 0, sample = 0, tail = 0;
-    std::map<unsigned, std::size_t> stored{};  ///< by character code
+    /// By character code.
+    std::map<unsigned, std::size_t> stored{};
 };
 
-/// The file's bytes. `offsets` may be null.
+/// The file's bytes. @param offsets  may be null.
 Bytes WriteFont(const FontFile& font, FontOffsets* offsets = nullptr);
 
-/// The bytes of one record each, as they stand in the file.
+/// The bytes of one record, as in the file.
 std::array<std::uint8_t, 10> WriteCharEntry(const CharEntry& entry);
 Bytes WriteFontHeader(const FontFile& font);
 Bytes WriteStoredGlyph(const StoredGlyph& glyph);
 
 /// An RGBA file of type 714 or 717: the 136-byte header, then one stored glyph record.
 Bytes WriteRgbaFile(std::uint32_t file_type, const StoredGlyph& picture);
-
-/// The name of the font or message file of a number: a dot and at least four digits.
-std::string NumberedName(unsigned number);
 
 }  // namespace zel::samples

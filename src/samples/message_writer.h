@@ -13,8 +13,8 @@
 #include "samples/psos_header.h"
 
 /// Describes a message file section by section and writes its bytes. Fields have the names of the format; `b2_bit5`
-/// is bit 5 of a record's byte 2, a field that is carried and not read. A field wider than its place is cut to it.
-/// An optional field that is left out is worked out from what the description holds.
+/// is bit 5 of a record's byte 2, a field without a known meaning. A value too wide for its field is truncated. An
+/// optional field without a value is computed from the rest of the description.
 namespace zel::samples {
 
 /// A character record, 8 bytes.
@@ -34,7 +34,7 @@ struct CharCell {
     unsigned next_char = 63;  ///< 6 bits, 63 ends the chain
 };
 
-/// A row: its head of 8 bytes, then its records. The records are written whatever `row_empty` says.
+/// A row: its head of 8 bytes, then its records. The records are written even if `row_empty` is set.
 struct RowText {
     bool b0_bit7 = false;
     bool b0_bit6 = false;
@@ -43,24 +43,27 @@ struct RowText {
     unsigned row_y = 0;                    ///< 10 bits, lines
     unsigned first_char = 0;               ///< 6 bits
     unsigned row_top = 0;                  ///< 10 bits, lines below row_y
-    std::optional<unsigned> char_count{};  ///< 6 bits; left out: the number of records
+    std::optional<unsigned> char_count{};  ///< 6 bits; default: the number of records
     unsigned row_bottom = 0;               ///< 10 bits, lines below row_y
-    unsigned b6 = 0;                       ///< byte 6 whole
-    unsigned b7 = 0;                       ///< byte 7 whole
+    unsigned b6 = 0;                       ///< all of byte 6
+    unsigned b7 = 0;                       ///< all of byte 7
     std::vector<CharCell> cells{};
 };
 
 /// The palette section.
 struct PaletteBlock {
     unsigned palette_lead = 0;
-    std::optional<unsigned> palette_words{};  ///< left out: two for each entry
-    std::vector<std::uint32_t> entries{};     ///< stored entries, 256 in a whole palette, set 0 entry 0 first
+    /// Default: two for each entry.
+    std::optional<unsigned> palette_words{};
+    /// 256 in a complete palette, beginning with entry 0 of set 0.
+    std::vector<std::uint32_t> entries{};
 };
 
-/// The background section, of words that all hold the same value.
+/// The background section. All its words have the same value.
 struct BackgroundBlock {
     unsigned tag = 0xBBBB;
-    std::optional<std::size_t> words{};  ///< left out: 1536, 1154 or 974 by the tag, 0 for a foreign tag
+    /// Default: 1536, 1154 or 974, by the tag; 0 for an unknown tag.
+    std::optional<std::size_t> words{};
     unsigned value = 0;
 };
 
@@ -81,16 +84,18 @@ struct TabField {
 /// The tab table.
 struct TabTable {
     unsigned tab_version = 2;
-    std::optional<unsigned> tab_words{};  ///< left out: 13 for each record
+    /// Default: 13 for each record.
+    std::optional<unsigned> tab_words{};
     unsigned third_word = 0;
     std::vector<TabField> fields{};
 };
 
-/// The flash font block, of which a reader looks at the two sizes only; every other byte is `fill`.
+/// The flash font block. A reader uses only the two sizes; every other byte is `fill`.
 struct FlashFont {
     std::uint32_t encoding_size = 0;
     std::uint32_t word_table_size = 0;
-    std::optional<std::size_t> data_size{};  ///< bytes of font data; left out: the sum of the two sizes
+    /// Bytes of font data; default: the sum of the two sizes.
+    std::optional<std::size_t> data_size{};
     std::uint8_t fill = 0xEE;
 };
 
@@ -98,7 +103,7 @@ struct FlashFont {
 struct MessageHeader {
     unsigned word_0 = 0;
     unsigned word_2 = 0;
-    std::optional<unsigned> last_row{};  ///< left out: one less than the number of rows
+    std::optional<unsigned> last_row{};  ///< default: one less than the number of rows
     unsigned frame_left = 0;
     unsigned frame_top = 0;
     unsigned frame_right = 0;
@@ -116,11 +121,13 @@ struct MessageHeader {
     }
 };
 
-/// A whole message file. A section that isn't there isn't written.
+/// A complete message file.
 struct MessageFile {
     PsosHeader psos{702, 0, ""};
-    bool pal = false;                         ///< bit 15 of section_flags, when those are left out
-    std::optional<unsigned> section_flags{};  ///< left out: the bits of the sections that are there, and of `pal`
+    /// Bit 15 of section_flags, if those have no value.
+    bool pal = false;
+    /// Default: the bits of the sections that are present, and of `pal`.
+    std::optional<unsigned> section_flags{};
     std::array<std::uint16_t, 7> more_flags{};
     std::optional<FlashFont> flash_font{};
     MessageHeader header{};
@@ -128,18 +135,19 @@ struct MessageFile {
     std::optional<PaletteBlock> palette{};
     std::optional<BackgroundBlock> background{};
     std::optional<TabTable> tabs{};
-    Bytes tail{};  ///< bytes behind the last section
+    /// Bytes after the last section.
+    Bytes tail{};
 };
 
-/// Where the sections of a written message lie; a section that isn't there lies where it would have begun.
+/// The offsets of a written message's sections; for a missing section, where it would begin.
 struct MessageOffsets {
     std::size_t flags = 0, flash_font = 0, header = 0, rows = 0, palette = 0, background = 0, tabs = 0, tail = 0;
 };
 
-/// The file's bytes. `offsets` may be null.
+/// The file's bytes. @param offsets  may be null.
 Bytes WriteMessage(const MessageFile& message, MessageOffsets* offsets = nullptr);
 
-/// The bytes of one record each, as they stand in the file.
+/// The bytes of one record, as in the file.
 std::array<std::uint8_t, 8> WriteCharCell(const CharCell& cell);
 std::array<std::uint8_t, 8> WriteRowHead(const RowText& row);
 Bytes WriteTabField(const TabField& field);

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-/// Writers of the two text lists that lead from a font's number and name to an installed typeface. Both begin with two
-/// heading lines, and every line ends in a line feed.
+/// Writers of the two text lists that map a font's number and name to an installed typeface. Both begin with two
+/// heading lines. Every line ends in a line feed.
 namespace zel::samples {
 
 constexpr std::string_view kBitstreamListName = "bitstream_fontlist.txt";
@@ -15,13 +15,13 @@ class BitstreamList {
   public:
     explicit BitstreamList(std::string_view heading_1 = "Bitstream typefaces",
                            std::string_view heading_2 = "Family or name, style, number");
-    /// Sets the family of the indented entries that follow. `annotation` is what the typeface is also known as.
+    /// Sets the family of the indented entries that follow. @param annotation  another name of the typeface.
     BitstreamList& Family(std::string_view family, std::string_view annotation = "");
     /// An indented entry: the family's style `style`.
     BitstreamList& Style(std::string_view style, unsigned number, std::string_view annotation = "");
     /// A plain entry, a typeface without a family.
     BitstreamList& Plain(std::string_view name, unsigned number, std::string_view annotation = "");
-    /// A line of any shape, without its line feed.
+    /// Any line. @param line  without its line feed.
     BitstreamList& Line(std::string_view line);
 
     const std::string& Written() const noexcept { return m_text; }

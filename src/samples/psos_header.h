@@ -7,11 +7,11 @@
 
 namespace zel::samples {
 
-/// The 136-byte header that opens message and font files alike.
+/// The 136-byte header of message and font files.
 struct PsosHeader {
     std::uint32_t file_type = 0;  ///<   0  702 a message, 500 a font, 714 and 717 an RGBA file
     std::uint32_t word_4 = 0;     ///<   4
-    std::string type_name{};      ///<   8  up to 128 bytes; 128 characters leave no room for a terminator
+    std::string type_name{};      ///<   8  128 bytes; a name of 128 characters has no terminator
 };
 
 /// Appends the header's 136 bytes.

@@ -12,7 +12,7 @@ struct Pixel {
     bool operator==(const Pixel&) const = default;
 };
 
-/// A run of one colour alone: laid down where it is solid, blended with the empty pixel where it isn't.
+/// A run of a single colour: a colour run if it is solid, otherwise blended with the empty pixel.
 std::uint32_t OneColourRun(unsigned colour, unsigned level, unsigned count) {
     return level == 255 ? ColourRun(colour, level, count) : BlendedRun(colour, level, count);
 }

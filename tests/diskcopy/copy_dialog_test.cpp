@@ -18,8 +18,8 @@
 #include "diskcopy/copy_controls.h"
 #include "diskcopy/copy_dlg.h"
 #include "platform/script/headless_desktop.h"
-#include "platform/system/errors.h"
 #include "platform/system/drives.h"
+#include "platform/system/errors.h"
 #include "platform/system/files.h"
 #include "platform/test_dialog.h"
 
@@ -43,7 +43,7 @@ bool Fails(int& error) {
 
 }  // namespace
 
-// The program's own definitions stand before the system's, for the library's calls too.
+// These replace the system's functions, in the library's calls too.
 extern "C" ssize_t read(int descriptor, void* buffer, size_t size) {
     return Fails(g_read_error) ? -1 : syscall(SYS_read, descriptor, buffer, size);
 }
@@ -254,19 +254,19 @@ struct RefusedCase {
     const char* name;
     const char* source;
     const char* target;
-    const char* told;
+    const char* message;
     friend void PrintTo(const RefusedCase& row, std::ostream* out) { *out << row.name; }
 };
 using Refusal = CopyTable<RefusedCase>;
 
-TEST_P(Refusal, IsToldAndNothingIsWritten) {
+TEST_P(Refusal, IsShownAndNothingIsWritten) {
     m_scratch.Make("D/MESSAGES/.0012 702 8\nE/MESSAGES link ../D/MESSAGES\nD/empty folder\nE/busy folder");
     system::MountUnreadableDrive('F', ERROR_NOT_DOS_DISK);
     const int busy = open((m_scratch.path / "E/busy").c_str(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(flock(busy, LOCK_EX), 0);
     const auto before = m_scratch.Files("");
     Copy(GetParam().source, GetParam().target);
-    EXPECT_THAT(LastBox(), HasSubstr(GetParam().told));
+    EXPECT_THAT(LastBox(), HasSubstr(GetParam().message));
     EXPECT_EQ(m_scratch.Files(""), before);
     EXPECT_EQ(g_shown_log, "");
     close(busy);

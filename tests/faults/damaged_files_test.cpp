@@ -10,7 +10,6 @@
 #include "faults/failing.h"
 #include "inspect/inspect.h"
 #include "inspect/sample_files.h"
-#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "module/message/format/message_loader.h"
 
@@ -52,16 +51,12 @@ std::string Outcome(font::FontOutcome outcome) {
 
 /// Reads a message or a font and lets it go.
 std::string Read(bool font, Bytes file, message::SectionObserver* observer = nullptr) {
-    message::ByteSource source(file);
     if (font) {
-        tag_font_memory slot;
-        bool tessor = false;
-        const font::FontOutcome outcome = font::LoadFont(source, slot, tessor, observer);
-        font::ReleaseFontBlocks(slot);
-        return Outcome(outcome);
+        font::LoadedFont loaded;
+        return Outcome(font::LoadFont(file, loaded, observer));
     }
-    message::LoadedMessage message;
-    return Outcome(message::LoadMessage(source, message, observer));
+    message::LoadedMessage loaded;
+    return Outcome(message::LoadMessage(file, loaded, observer));
 }
 
 /// What the format says of a file whose end lies in this section: a failure, or nothing where the section need not be

@@ -76,6 +76,10 @@ bool Armed::Fired() const noexcept {
     return g_seen > g_nth;
 }
 
+std::uint64_t Armed::Count() const noexcept {
+    return g_seen;
+}
+
 Paused::Paused() noexcept {
     ++g_paused;
 }

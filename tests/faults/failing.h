@@ -18,6 +18,8 @@ class Armed {
     Armed& operator=(const Armed&) = delete;
 
     bool Fired() const noexcept;
+    /// Number of calls of this kind since the construction.
+    std::uint64_t Count() const noexcept;
 };
 
 /// What a test does itself fails never and isn't counted.

@@ -6,7 +6,6 @@
 
 #include "faults/failing.h"
 #include "inspect/sample_files.h"
-#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "module/message/format/message_loader.h"
 #include "support/module_fixture.h"
@@ -37,13 +36,10 @@ TEST_P(AnnouncedSize, OfAFontTakesNoMoreMemoryThanTheFileHolds) {
     samples::FontFile font = GoodFont();
     GetParam().announce(font);
     const samples::Bytes bytes = samples::WriteFont(font);
-    message::ByteSource source(bytes);
-    tag_font_memory slot;
-    bool tessor = false;
+    font::LoadedFont loaded;
     failing::TakeLargestAllocation();
-    font::LoadFont(source, slot, tessor);
+    font::LoadFont(bytes, loaded);
     EXPECT_LE(failing::TakeLargestAllocation(), bytes.size());
-    font::ReleaseFontBlocks(slot);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -64,9 +60,8 @@ TEST(AnnouncedRows, OfAShortFileArentTouched) {
     message.header.last_row = 65535;
     const samples::Bytes bytes = samples::WriteMessage(message);
     [[maybe_unused]] const std::size_t before = Resident();
-    message::ByteSource source(bytes);
     message::LoadedMessage loaded;
-    message::LoadMessage(source, loaded);
+    message::LoadMessage(bytes, loaded);
     EXPECT_EQ(loaded.header->RowCount(), 65536);
     EXPECT_EQ(loaded.rows[65535].CharCount(), 0);
 #if !defined(ZELTRANS_SANITIZED)  // which fills the block

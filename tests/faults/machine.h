@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "module_room.h"
+#include "module_environment.h"
 
 namespace zel::faults {
 
@@ -21,7 +21,7 @@ class Machine {
     std::int64_t BlocksLeft() const noexcept { return m_blocks_left; }
 
   private:
-    fuzz::ModuleRoom m_room;
+    fuzz::ModuleEnvironment m_room;
     std::string m_log;
     std::int64_t m_blocks_left = 0;
 };

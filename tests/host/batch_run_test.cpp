@@ -21,7 +21,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-/// Notes the numbers of a batch, such as "5 recorded", and each failure's reason.
+/// Collects the result for each number, such as "5 recorded", and each failure's reason.
 class ItemRecorder : public host::HostObserver {
   public:
     void OnBatchItem(const host::BatchItem& item) override {
@@ -81,7 +81,7 @@ TEST_F(BatchRun, FailsEveryNumberOfADiskWithoutMessages) {
     std::filesystem::remove(Path("MESSAGES"));
     Run();
     EXPECT_EQ(m_items.items.size(), 4U);
-    EXPECT_THAT(m_items.reasons.at(3), HasSubstr("MESSAGES is not there"));
+    EXPECT_THAT(m_items.reasons.at(3), HasSubstr("MESSAGES does not exist"));
 }
 
 TEST_F(BatchRun, RunsSeveralRangesInOneDialog) {
@@ -134,11 +134,12 @@ TEST_F(BatchRun, ContinuesAfterAMessageThatEndsInAnException) {
     EXPECT_THAT(items.items, ElementsAre("1 recorded", "2 failed", "3 recorded", "4 missing"));
     EXPECT_EQ(items.reasons.at(0), Path("MESSAGES/.0002") + ": reading stopped: Out of memory.");
     EXPECT_TRUE(outcome.exception.has_value());
-    EXPECT_THAT(text.str(), testing::EndsWith("{\"event\":\"exception\",\"text\":\"Out of memory.\"}\n"));
+    EXPECT_THAT(text.str(), testing::EndsWith(R"({"event":"exception","text":"Out of memory."})"
+                                              "\n"));
 }
 
-/// A host with the messages in `held`.
-class Shelf : public host::ExportService {
+/// A host that has the messages in `held`.
+class ExportRecorder : public host::ExportService {
   public:
     bool Has(int number) override { return held.contains(number); }
     void Begin(int number) override { done.push_back("begin " + std::to_string(number)); }
@@ -152,22 +153,22 @@ class Shelf : public host::ExportService {
 
 TEST_F(BatchRun, ExportsTheHostsMessages) {
     for (const bool flag : {false, true}) {
-        Shelf shelf;
+        ExportRecorder service;
         OrderRecorder order;
         std::vector<host::HostObserver*> observers{&order};
-        const run::ExportOutcome outcome = run::RunExport({{"1", "4"}, "/out", &shelf, flag, {}}, observers);
+        const run::ExportOutcome outcome = run::RunExport({{"1", "4"}, "/out", &service, flag, {}}, observers);
         EXPECT_EQ(outcome.end, run::BatchEnd::kCompleted);
-        EXPECT_THAT(shelf.done, ElementsAre("begin 2", "complete 2 \\out", "begin 4", "complete 4 \\out"));
+        EXPECT_THAT(service.done, ElementsAre("begin 2", "complete 2 \\out", "begin 4", "complete 4 \\out"));
         const std::string first = flag ? "1168" : "1190";
         EXPECT_EQ(order.order, "1125 1125 " + first + " 1189 1125 1125 " + first + " 1189 end");
         EXPECT_THAT(outcome.order_breaches, IsEmpty());
     }
-    Shelf shelf;
-    EXPECT_EQ(run::RunExport({{"5", "4"}, "/out", &shelf, false, {}}, {}).failure, "Invalid Range: 0005 - 0004 ");
+    ExportRecorder service;
+    EXPECT_EQ(run::RunExport({{"5", "4"}, "/out", &service, false, {}}, {}).failure, "Invalid Range: 0005 - 0004 ");
     int asked = 0;
-    EXPECT_EQ(run::RunExport({{"1", "4"}, "/out", &shelf, false, [&] { return ++asked == 3; }}, {}).end,
+    EXPECT_EQ(run::RunExport({{"1", "4"}, "/out", &service, false, [&] { return ++asked == 3; }}, {}).end,
               run::BatchEnd::kStopped);
-    EXPECT_THAT(shelf.done, ElementsAre("begin 2", "complete 2 \\out"));
+    EXPECT_THAT(service.done, ElementsAre("begin 2", "complete 2 \\out"));
 }
 
 }  // namespace

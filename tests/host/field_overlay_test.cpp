@@ -29,7 +29,7 @@ class FieldOverlay : public testing::Test {
     document::MessageRecord m_message;
 };
 
-TEST_F(FieldOverlay, FramesAreOnTheFieldsEdgesAndTheirInsideIsClear) {
+TEST_F(FieldOverlay, FramesAreOnTheEdgesOfTheFieldsAndEmptyInside) {
     Add(100, 200, 300, 240, "NAME");
     Draw();
     for (const auto& [x, y] : {std::pair(100, 200), {299, 200}, {100, 239}, {299, 239}, {200, 200}, {100, 220}}) {
@@ -51,7 +51,7 @@ TEST_F(FieldOverlay, LabelsAreAboveAndNeverOverlap) {
     EXPECT_FALSE(IsDrawn(147, 186));
 }
 
-TEST_F(FieldOverlay, IsCutToThePicture) {
+TEST_F(FieldOverlay, IsClippedToThePicture) {
     Add(700, 480, 1030, 2046, "LOW");
     Add(65535, 65535, 7, 0, "WRAPPED");
     Add(0, 0, 60, 4, "A NAME OF 17 CHARS");

@@ -3,8 +3,7 @@
 
 #include "base/sha256.h"
 #include "base/whole_file.h"
-#include "host/picture/png_reader.h"
-#include "host/picture/png_writer.h"
+#include "host/crc32.h"
 #include "samples/scratch_directory.h"
 
 namespace zel::test {
@@ -47,35 +46,10 @@ TEST_F(FileBytes, HaveTheKnownChecksums) {
     EXPECT_THROW(base::Sha256OfFile(m_scratch.Path()), std::runtime_error);
 }
 
-picture::Picture Gradient() {
-    picture::Picture picture{5, 3, std::vector<std::uint8_t>(60)};
-    for (std::size_t n = 0; n < picture.rgba.size(); ++n) picture.rgba[n] = static_cast<std::uint8_t>(n * 4);
-    return picture;
-}
-
-TEST(PngBytes, DecodeToTheChannelsThatTheyContain) {
-    const picture::Picture whole = Gradient(), back = picture::DecodePng(picture::EncodePng(whole));
-    const picture::Picture colour = picture::DecodePng(picture::EncodePng(whole, {picture::PngChannels::kColour}));
-    const picture::Picture alpha = picture::DecodePng(picture::EncodePng(whole, {picture::PngChannels::kAlpha}));
-    EXPECT_EQ(back.rgba, whole.rgba);
-    for (std::size_t n = 0; n < whole.rgba.size(); ++n) {
-        EXPECT_EQ(colour.rgba[n], n % 4 == 3 ? 255 : whole.rgba[n]);
-        EXPECT_EQ(alpha.rgba[n], n % 4 == 3 ? 255 : whole.rgba[n | 3]);
-    }
-}
-
-TEST(PngBytes, ThatAreTruncatedAreRefused) {
-    const std::string bytes = picture::EncodePng(Gradient());
-    for (std::size_t size = 0; size + 16 < bytes.size(); ++size) {
-        EXPECT_THROW(picture::DecodePng(std::string_view(bytes).substr(0, size)), std::runtime_error) << size;
-    }
-}
-
-TEST(PngBytes, OfATooLargePictureAreRefusedBeforeAllocation) {
-    const picture::Picture wide{picture::kLargestPngSide + 1, 1,
-                                std::vector<std::uint8_t>((picture::kLargestPngSide + 1) * 4)};
-    EXPECT_THAT([&] { picture::DecodePng(picture::EncodePng(wide)); },
-                ThrowsMessage<std::runtime_error>(HasSubstr("8193 x 1 pixels")));
+TEST(Checksum32, IsThatOfPngAndZip) {
+    const std::string_view digits = "123456789";
+    EXPECT_EQ(host::Crc32({reinterpret_cast<const std::uint8_t*>(digits.data()), digits.size()}), 0xCBF43926U);
+    EXPECT_EQ(host::Crc32({}), 0U);
 }
 
 }  // namespace

@@ -51,7 +51,8 @@ TEST_F(FontRun, PassesTheFontWithTheDefaultPaletteAfterTheEndOfTheTrace) {
     EXPECT_TRUE(outcome.Done()) << outcome.failure;
     EXPECT_EQ(outcome.read_from, std::nullopt);
     EXPECT_THAT(traced, StartsWith(R"({"event":"font","result":1,"fonts":[{"file_name":)"));
-    EXPECT_THAT(traced, HasSubstr(",null,null]}\n{\"event\":\"end\",\"road\":\"font\",\"next_id\":"));
+    EXPECT_THAT(traced, HasSubstr(",null,null]}\n"
+                                  R"({"event":"end","road":"font","next_id":)"));
 }
 
 TEST_F(FontRun, SetsSkipWarningsInTheModuleAndInTheSettings) {
@@ -69,8 +70,10 @@ TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
     m_font.box_answer = host::BoxAnswer::kYes;
     const std::string trace = TraceOf();
     EXPECT_THAT(trace, StartsWith(R"({"event":"box","text":"Couldn't Find Zelmara! Font File: )"));
-    EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"file_dialog\",\"title\":\"Browse for Font File\""));
-    EXPECT_THAT(trace, HasSubstr("}\n{\"event\":\"font\",\"result\":0,\"fonts\":[null,"));
+    EXPECT_THAT(trace, HasSubstr("}\n"
+                                 R"({"event":"file_dialog","title":"Browse for Font File")"));
+    EXPECT_THAT(trace, HasSubstr("}\n"
+                                 R"({"event":"font","result":0,"fonts":[null,)"));
 }
 
 TEST_F(FontRun, ReportsTheFileThatItReadInsteadOfTheRequestedOne) {
@@ -85,7 +88,8 @@ struct RefusedFont {
     const char* name;
     const char* file;
     const char* reason;
-    std::optional<host::BoxAnswer> answer = std::nullopt;  // with warnings
+    /// With warnings.
+    std::optional<host::BoxAnswer> answer = std::nullopt;
     const char* browse = nullptr;
 };
 void PrintTo(const RefusedFont& failure, std::ostream* out) {
@@ -137,8 +141,9 @@ INSTANTIATE_TEST_SUITE_P(
                     host::BoxAnswer::kCancel},
         RefusedFont{"a_cancelled_file_dialog", "MACHINE/.0012", "and the file dialog was cancelled",
                     host::BoxAnswer::kYes},
-        RefusedFont{"a_wrong_file_browsed_for", "MACHINE/.0012", "MACHINE/.0016: not a font file but a message file",
-                    host::BoxAnswer::kYes, "MACHINE/.0016"},
+        RefusedFont{"a_wrong_file_browsed_for", "MACHINE/.0012",
+                    "MACHINE/.0016, can't be used: not a font file but a message file", host::BoxAnswer::kYes,
+                    "MACHINE/.0016"},
         RefusedFont{"a_few_bytes", "MACHINE/.0014", "the font file ends within its first header"},
         RefusedFont{"a_file_cut_short", "MACHINE/.0015", "the font file is damaged; \"zeltrans info\" shows where"},
         RefusedFont{"a_message", "MACHINE/.0016", "not a font file but a message file"},

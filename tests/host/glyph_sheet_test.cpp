@@ -55,7 +55,7 @@ TEST_F(Sheet, ShowsARunCodedGlyphInTheLastColourSetOnItsCheckerboard) {
     }
 }
 
-TEST_F(Sheet, MarksAGlyphWhoseRecordIsCutShortAndGoesOn) {
+TEST_F(Sheet, MarksAGlyphWithAnIncompleteRecordAndContinues) {
     samples::FontFile font = StoredFont();
     font.AddStored('B', {.width = 2, .height = 2, .pixels = samples::Bytes(16, 0)}, 2, 2);
     const samples::Bytes file = samples::WriteFont(font);
@@ -69,7 +69,8 @@ TEST_F(Sheet, MarksAGlyphWhoseRecordIsCutShortAndGoesOn) {
 TEST_F(Sheet, CutsAGlyphThatIsLargerThanACell) {
     samples::FontFile font;
     samples::Bytes pixels(300 * 2 * 4, 0);
-    for (std::size_t byte = 300 * 4; byte < pixels.size(); ++byte) pixels[byte] = 255;  // lower row white, upper clear
+    for (std::size_t byte = 300 * 4; byte < pixels.size(); ++byte)
+        pixels[byte] = 255;  // the lower row white, the upper transparent
     font.AddStored('A', {.width = 300, .height = 2, .pixels = pixels}, 2, 2);
     const picture::GlyphSheet sheet = SheetOf(font);
     EXPECT_EQ(sheet.cut, 1);

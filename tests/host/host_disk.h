@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "host/run/import_run.h"
 #include "platform/script/memory_settings_store.h"
 #include "samples/font_writer.h"
@@ -37,7 +38,8 @@ class HostDisk : public testing::Test {
         samples::WriteWholeFile(Path("MESSAGES/" + name), samples::WriteMessage(message));
     }
     void WriteFont(const samples::FontFile& font, unsigned number = 1) const {
-        samples::WriteWholeFile(Path("MACHINE/" + samples::NumberedName(number)), samples::WriteFont(font));
+        samples::WriteWholeFile(Path("MACHINE/" + base::NumberedName(static_cast<int>(number))),
+                                samples::WriteFont(font));
     }
 
     run::ImportOutcome Import(std::vector<host::HostObserver*> observers = {}) {
@@ -68,7 +70,7 @@ class HostDisk : public testing::Test {
         return font;
     }
 
-    /// An NTSC message with `text` in font 1 as its only row, at line 100 of the picture.
+    /// An NTSC message with `text` in font 1 as its only row, 100 pixels below the top of the picture.
     static samples::MessageFile OneRow(std::string_view text) {
         samples::MessageFile message;
         message.header.font_numbers[0] = 1;
@@ -86,20 +88,20 @@ class HostDisk : public testing::Test {
     run::ImportRequest m_request;
 };
 
-/// Notes what happens as short words: "1157 char 1181".
+/// Records the events as text: "1157 char 1181".
 class OrderRecorder : public host::HostObserver {
   public:
-    void OnBox(const script::HeadlessDesktop::Box& box) override { Note("box:" + box.caption); }
-    void OnSend(const host::SentMessage& sent) override { Note(std::to_string(MessageOf(sent.event))); }
-    void OnChar(const host::SentCharacter& /*character*/) override { Note("char"); }
-    void OnMessage(const document::MessageRecord& /*message*/) override { Note("message"); }
-    void OnException(const std::string& /*text*/) override { Note("exception"); }
-    void OnEnd(const host::RunEnd& /*end*/) override { Note("end"); }
+    void OnBox(const script::HeadlessDesktop::Box& box) override { Add("box:" + box.caption); }
+    void OnSend(const host::SentMessage& sent) override { Add(std::to_string(MessageOf(sent.event))); }
+    void OnChar(const host::SentCharacter& /*character*/) override { Add("char"); }
+    void OnMessage(const document::MessageRecord& /*message*/) override { Add("message"); }
+    void OnException(const std::string& /*text*/) override { Add("exception"); }
+    void OnEnd(const host::RunEnd& /*end*/) override { Add("end"); }
 
     std::string order;
 
   private:
-    void Note(const std::string& word) { order += order.empty() ? word : " " + word; }
+    void Add(const std::string& event) { order += order.empty() ? event : " " + event; }
 };
 
 }  // namespace zel::test

@@ -96,7 +96,7 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
 }
 
 TEST_F(ImportRun, ShowsTheOptionsInTheDialog) {
-    Import();  // the module's resources are the current ones from here on
+    Import();  // makes the module's resources the current ones
     host::ReferenceHost host({.tt_convert = true, .baseline_align = false, .maps = m_request.host.maps});
     CString message(system::ModulePath(m_request.message).c_str()), fonts;
     CZelTransDlg dialog(message, fonts);
@@ -138,7 +138,7 @@ TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
     m_request.browse = Path("MACHINE/.0002");
     const std::string trace = TraceOf();
     EXPECT_THAT(trace, HasSubstr(R"("event":"file_dialog")"));
-    EXPECT_THAT(trace, HasSubstr("\"font_copy\":0"));
+    EXPECT_THAT(trace, HasSubstr(R"("font_copy":0)"));
 }
 
 TEST_F(ImportRun, AnswersTheChoiceForAPicture) {
@@ -198,7 +198,7 @@ TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
 TEST_F(ImportRun, EndsTheTraceAtTruncatedPixelsOnlyWhenTheyAreRequested) {
     samples::FontFile font = StoredFont();
     const samples::Bytes bytes = samples::WriteFont(font);
-    const auto cut = std::span(bytes).first(bytes.size() - 4);  // the head is whole, the pixels aren't
+    const auto cut = std::span(bytes).first(bytes.size() - 4);  // the head is complete, the pixels are not
     samples::WriteWholeFile(Path("MACHINE/.0001"), cut);
     WriteMessage(OneRow("A"));
     const std::string trace_with_pixels = TraceOf();
@@ -253,15 +253,16 @@ TEST_P(FailedImport, NamesTheFileAndTheReason) {
         EXPECT_EQ(outcome.status, GetParam().status);
         EXPECT_FALSE(outcome.message.has_value());
         EXPECT_THAT(outcome.failure, StartsWith(m_request.message + ": "));
-        const std::string reason = mode == run::ImportMode::kSilent ? GetParam().reason : "";  // else it is the box's
+        // With warnings it is the text of the box.
+        const std::string reason = mode == run::ImportMode::kSilent ? GetParam().reason : "";
         EXPECT_THAT(outcome.failure, HasSubstr(reason));
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Each, FailedImport,
-    testing::Values(FailureCase{"no_font_directory", "NOFONTS/MESSAGES/.0001", 1, "/NOFONTS/MACHINE is not there"},
-                    FailureCase{"no_message_directory", "NOWHERE/.0001", 2, "/NOWHERE is not there"},
+    testing::Values(FailureCase{"no_font_directory", "NOFONTS/MESSAGES/.0001", 1, "/NOFONTS/MACHINE does not exist"},
+                    FailureCase{"no_message_directory", "NOWHERE/.0001", 2, "/NOWHERE does not exist"},
                     FailureCase{"no_message_file", "MESSAGES/.0404", 3, "there is no such message file"},
                     FailureCase{"a_font_file", "MESSAGES/.0005", 4, "not a message file but a font file"},
                     FailureCase{"a_file_of_few_bytes", "MESSAGES/.0006", 4, "ends within its first header"},

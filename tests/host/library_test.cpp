@@ -25,7 +25,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using Access = library::Access;
 
-/// A recording with something in each of its parts, which differ with the number.
+/// A recording with a value in each of its parts; they depend on the number.
 library::Recording Numbered(int number, const std::string& text = "Station identification",
                             const std::string& disk = "") {
     library::Recording recording;
@@ -67,7 +67,7 @@ std::vector<int> Numbers(const std::vector<library::LibraryEntry>& entries) {
 
 class RecordedLibrary : public testing::Test {
   protected:
-    /// What another program does to the file.
+    /// Changes the file as another program might.
     void Tamper(const std::string& sql) const {
         sqlite3* database = nullptr;
         sqlite3_open(m_file.c_str(), &database);
@@ -181,7 +181,7 @@ TEST_F(RecordedLibrary, MergesNewAndDifferentRecordings) {
 struct Refusal {
     const char* name;
     const char* sql;
-    const char* words;
+    const char* reason;
 };
 
 TEST_F(RecordedLibrary, RefusesDamagedAndForeignFiles) {
@@ -201,14 +201,14 @@ TEST_F(RecordedLibrary, RefusesDamagedAndForeignFiles) {
         {"null",
          "PRAGMA writable_schema = 1; UPDATE sqlite_schema SET sql = replace(sql, 'kind TEXT NOT NULL', 'kind TEXT')",
          "tables are not those"},
-        {"words", "DELETE FROM search_data", "damaged"},
+        {"search", "DELETE FROM search_data", "damaged"},
     };
     for (const Refusal& refusal : cases) {
         std::filesystem::remove(m_file);
         library::Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
         Tamper(unchecked + refusal.sql);
         for (const Access access : {Access::kRead, Access::kWrite}) {
-            EXPECT_THAT(Failure(access), AllOf(HasSubstr(m_file.string() + ": "), HasSubstr(refusal.words)))
+            EXPECT_THAT(Failure(access), AllOf(HasSubstr(m_file.string() + ": "), HasSubstr(refusal.reason)))
                 << refusal.name;
         }
     }
@@ -219,7 +219,7 @@ TEST_F(RecordedLibrary, LeavesOtherFilesUntouched) {
     const std::string database = samples_test::ReadAll(m_file);
     for (const std::string& bytes : {database, std::string(), std::string("a letter"), std::string(5000, 'x')}) {
         samples::WriteWholeFile(m_file, std::string_view(bytes));
-        EXPECT_THAT(Failure(Access::kWrite), HasSubstr("no library of recorded messages"));
+        EXPECT_THAT(Failure(Access::kWrite), HasSubstr("not a library of recorded messages"));
         EXPECT_EQ(samples_test::ReadAll(m_file), bytes);
     }
 }

@@ -6,7 +6,7 @@ namespace zel::test {
 
 namespace {
 
-/// Bytes that the program holds of the heap.
+/// Bytes allocated from the heap.
 std::size_t HeapInUse() {
     return mallinfo2().uordblks;
 }
@@ -18,7 +18,7 @@ class Memory : public HostDisk {
     }
 };
 
-// Sanitizers have a heap of their own, which mallinfo2 doesn't count; there the leak check takes over.
+// mallinfo2 does not count the heap of a sanitizer; its leak check replaces this test there.
 TEST_F(Memory, DoesNotGrowWithTheNumberOfImports) {
     WriteFont(BlockFont());
     WriteMessage(OneRow("ABC"));

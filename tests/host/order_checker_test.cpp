@@ -17,7 +17,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/// The event that a message with this number gives. Its objects are not looked at by the order checker.
+/// The event of a message with this number. The order checker does not use its objects.
 host::HostEvent EventOf(UINT message, WPARAM wParam) {
     alignas(std::max_align_t) static std::byte object[1 << 16];
     return host::DecodeHostEvent(message, wParam, reinterpret_cast<LPARAM>(object)).value();
@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(Each, BadOrder,
 TEST(OrderChecker, ReportsAMessageAtTheWrongWindow) {
     host::OrderChecker checker;
     checker.OnEvent(EventOf(kMsgDialogReady, 0), host::Target::kHost);
-    EXPECT_THAT(checker.Breaches(), ElementsAre(HasSubstr("1212 came to the host window")));
+    EXPECT_THAT(checker.Breaches(), ElementsAre(HasSubstr("1212 arrived at the host window")));
 }
 
 TEST(OrderChecker, ReportsATabTableWithoutTabs) {
@@ -103,7 +103,7 @@ TEST(OrderChecker, ReportsATabTableWithoutTabs) {
     for (const UINT message : {kMsgFonts, kMsgRowsDone, kMsgTabs}) {
         checker.OnEvent(EventOf(message, 0), host::Target::kHost);
     }
-    EXPECT_THAT(checker.Breaches(), ElementsAre(HasSubstr("1158 came out of place, after 1181")));
+    EXPECT_THAT(checker.Breaches(), ElementsAre(HasSubstr("1158 arrived out of order, after 1181")));
 }
 
 }  // namespace

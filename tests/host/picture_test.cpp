@@ -21,7 +21,7 @@ class PictureOf : public HostDisk {
         return picture.View().Row(y)[static_cast<std::size_t>(x)];
     }
 
-    /// The smallest box that holds all that was drawn: left, top, right, bottom.
+    /// The smallest box around all drawn pixels: left, top, right, bottom.
     static std::array<int, 4> Ink(const picture::Picture& picture) {
         std::array<int, 4> box{picture.width, picture.height, -1, -1};
         for (int y = 0; y < picture.height; ++y) {
@@ -41,7 +41,7 @@ class PictureOf : public HostDisk {
     }
 };
 
-TEST_F(PictureOf, AMessageHasItsGlyphsInPlaceAndColour) {
+TEST_F(PictureOf, AMessageShowsItsGlyphsInPlaceAndColour) {
     WriteFont(BlockFont());
     samples::MessageFile message = OneRow("A");
     message.palette = Palette();
@@ -64,8 +64,8 @@ TEST_F(PictureOf, APalMessageIsHigher) {
     EXPECT_EQ(Ink(picture), (std::array{57, 95, 61, 97}));  // 33 lines are above the picture, not 20
 }
 
-/// What the composer made of each message of a batch.
-struct PictureTaker : host::HostObserver {
+/// Collects the picture of each message of a batch.
+struct PictureCollector : host::HostObserver {
     void OnMessage(const document::MessageRecord& message) override {
         pictures.push_back(composer.TakePicture().value_or(picture::Picture{}));
         failures.push_back(message.glyph_failures);
@@ -77,7 +77,7 @@ struct PictureTaker : host::HostObserver {
 };
 
 TEST_F(PictureOf, EachMessageOfABatchHasItsOwnGlyphs) {
-    samples::FontFile edged = BlockFont();  // another colour of the palette in the same places
+    samples::FontFile edged = BlockFont();  // the same glyphs in another colour of the palette
     edged.encoding.clear();
     const samples::RunCodes codes{samples::ColourRun(2, 255, 4), samples::EndOfLine(), samples::ColourRun(2, 255, 4),
                                   samples::EndOfLine(), samples::EndOfGlyph()};
@@ -95,31 +95,31 @@ TEST_F(PictureOf, EachMessageOfABatchHasItsOwnGlyphs) {
     run::BatchRequest request;
     request.disk = m_scratch.Path().string();
     request.ranges = {{"1", "4"}};
-    PictureTaker taker;
-    run::RunBatch(request, std::array<host::HostObserver*, 2>{&taker.composer, &taker});
-    ASSERT_EQ(taker.pictures.size(), 4U);
-    EXPECT_EQ(Ink(taker.pictures[0]), (std::array{57, 108, 71, 110}));
-    EXPECT_EQ(Ink(taker.pictures[1]), (std::array{57, 108, 61, 110})) << "nothing is left of the picture before";
-    EXPECT_NE(At(taker.pictures[1], 57, 108), At(taker.pictures[0], 57, 108)) << "another palette";
-    EXPECT_EQ(At(taker.pictures[2], 57, 108), (picture::Rgba{10, 20, 30, 255}));
-    EXPECT_EQ(At(taker.pictures[3], 57, 108), (picture::Rgba{200, 100, 50, 255}))
+    PictureCollector collector;
+    run::RunBatch(request, std::array<host::HostObserver*, 2>{&collector.composer, &collector});
+    ASSERT_EQ(collector.pictures.size(), 4U);
+    EXPECT_EQ(Ink(collector.pictures[0]), (std::array{57, 108, 71, 110}));
+    EXPECT_EQ(Ink(collector.pictures[1]), (std::array{57, 108, 61, 110})) << "no pixels of the picture before remain";
+    EXPECT_NE(At(collector.pictures[1], 57, 108), At(collector.pictures[0], 57, 108)) << "another palette";
+    EXPECT_EQ(At(collector.pictures[2], 57, 108), (picture::Rgba{10, 20, 30, 255}));
+    EXPECT_EQ(At(collector.pictures[3], 57, 108), (picture::Rgba{200, 100, 50, 255}))
         << "another font of the same directory";
 }
 
-TEST_F(PictureOf, AStoredGlyphLargerThanItsFileIsLeftOut) {
+TEST_F(PictureOf, AStoredGlyphLargerThanItsFileIsSkipped) {
     samples::FontFile font;
     font.header.font_height = 20;
     font.AddStored('A', {.width = 8000, .height = 8000, .pixels = {255, 0, 0, 255}}, 2, 1);
     WriteFont(font);
     WriteMessage(OneRow("A"));
-    PictureTaker taker;
-    Import({&taker.composer, &taker});
-    EXPECT_EQ(taker.failures,
+    PictureCollector collector;
+    Import({&collector.composer, &collector});
+    EXPECT_EQ(collector.failures,
               (std::vector<std::vector<std::string>>{
                   {"character 65 of " + system::ModulePath(Path("MACHINE/.0001")) + ": larger than its font file"}}));
 }
 
-TEST_F(PictureOf, AStoredGlyphStandsUpright) {
+TEST_F(PictureOf, AStoredGlyphIsUpright) {
     samples::FontFile font;
     font.header.font_height = 20;
     // Red above, half blue below; alpha, blue, green, red, the colours multiplied by alpha.
@@ -131,7 +131,7 @@ TEST_F(PictureOf, AStoredGlyphStandsUpright) {
     EXPECT_EQ(At(picture, 57, 109), (picture::Rgba{0, 0, 255, 128}));
 }
 
-TEST_F(PictureOf, ALaterCharacterLiesOverAnEarlierOne) {
+TEST_F(PictureOf, ALaterCharacterIsDrawnOverAnEarlierOne) {
     WriteFont(BlockFont());
     samples::MessageFile message = OneRow("AB");
     message.palette = Palette();
@@ -153,14 +153,14 @@ TEST_F(PictureOf, ACharacterOutsideThePictureIsCutOff) {
     EXPECT_EQ(Ink(Compose()), (std::array{718, 108, 720, 110}));
 }
 
-TEST_F(PictureOf, TextStandsOnTheBaselineOfItsBitmaps) {
+TEST_F(PictureOf, TextIsOnTheBaselineOfItsBitmaps) {
     samples::FontFile font = BlockFont();
     font.header.font_height = 60;
     font.header.row_inset = 2;
     font.header.row_top_offset = 1;
     WriteFont(font);
     samples::MessageFile message = OneRow("B");
-    message.rows[0].row_top = 9;  // the row is set for a font that reaches six lines higher
+    message.rows[0].row_top = 9;  // the row contains a font that is six pixels higher
     WriteMessage(message);
     const int baseline = Ink(Compose())[3];
     EXPECT_EQ(baseline, 104);
@@ -174,7 +174,7 @@ TEST_F(PictureOf, TextStandsOnTheBaselineOfItsBitmaps) {
     }
 }
 
-TEST_F(PictureOf, TextIsRaisedOrLoweredByItselfUnlessItIsAligned) {
+TEST_F(PictureOf, TextHasItsOwnBaselineUnlessItIsAligned) {
     samples::FontFile font = BlockFont();
     font.header.font_height = 60;
     WriteFont(font);
@@ -211,13 +211,6 @@ TEST_F(PictureOf, TextHasItsFaceColourOverItsEdge) {
     }
     EXPECT_GT(faces, 100);
     EXPECT_GT(edges, 100);
-}
-
-TEST_F(PictureOf, AFileWithoutCharactersIsNone) {
-    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, {}));
-    picture::PictureComposer composer;
-    Import({&composer});
-    EXPECT_FALSE(composer.TakePicture().has_value());
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// What a library can search: the texts of a recording's rows.
+// The searchable text of a recording.
 #include <gtest/gtest.h>
 
 #include "host/recorder/make_recording.h"
@@ -7,10 +7,10 @@ namespace zel::test {
 
 namespace {
 
-/// A row of 30 lines, with its characters and their places.
+/// A row of 30 pixels height, with its characters and their positions.
 struct Row {
     std::string text;
-    std::vector<int> places;
+    std::vector<int> x;
 };
 
 std::string RecordedText(const std::vector<Row>& rows) {
@@ -20,7 +20,7 @@ std::string RecordedText(const std::vector<Row>& rows) {
         for (std::size_t n = 0; n < rows[row].text.size(); ++n) {
             document::CharacterRecord character;
             character.info.row_index = static_cast<int>(row);
-            character.info.x = rows[row].places[n];
+            character.info.x = rows[row].x[n];
             character.character = static_cast<unsigned char>(rows[row].text[n]);
             arrived.message.characters.push_back(character);
         }

@@ -9,7 +9,7 @@ namespace {
 
 using testing::HasSubstr;
 
-/// 2 x 2 pixels: opaque red, half-covering blue, clear with stray colour, and a colour above its alpha.
+/// 2 x 2 pixels: opaque red, half-transparent blue, transparent with a colour, and a colour above its alpha.
 const samples::StoredGlyph kFour{
     .width = 2, .height = 2, .pixels = {255, 0, 0, 255, 128, 128, 0, 0, 0, 9, 9, 9, 100, 0, 200, 50}};
 
@@ -23,7 +23,7 @@ TEST(RgbaFile, GivesItsPixelsTopRowFirstInStraightColours) {
     }
 }
 
-TEST(RgbaFile, IsRefusedWhenItsPixelsAreNotAllThere) {
+TEST(RgbaFile, IsRefusedWhenItsPixelsAreIncomplete) {
     samples::StoredGlyph wide = kFour, high = kFour, none = kFour, below = kFour, more = kFour, less = kFour;
     wide.width_word = 4098;
     wide.pixels.resize(4097 * 2 * 4);
@@ -33,7 +33,7 @@ TEST(RgbaFile, IsRefusedWhenItsPixelsAreNotAllThere) {
     more.length = 29;
     less.length = 27;
     const std::pair<samples::StoredGlyph, const char*> cases[] = {
-        {wide, "4097 x 2 pixels, of which at most 4096"},
+        {wide, "4097 x 2 pixels, more than 4096"},
         {high, "too small for 2 x 3"},
         {none, "size is 0 x 2"},
         {below, "size is 2 x -1"},
@@ -45,10 +45,10 @@ TEST(RgbaFile, IsRefusedWhenItsPixelsAreNotAllThere) {
         EXPECT_FALSE(rgba.picture);
         EXPECT_THAT(rgba.error, HasSubstr(error));
     }
-    EXPECT_EQ(picture::ConvertRgbaFile(samples::WriteRgbaFile(702, kFour)).error, "it is no RGBA file");
-    const samples::Bytes whole = samples::WriteRgbaFile(714, kFour);
-    for (std::size_t n = 0; n < whole.size(); ++n) {
-        EXPECT_FALSE(picture::ConvertRgbaFile(std::span(whole).first(n)).picture) << n;
+    EXPECT_EQ(picture::ConvertRgbaFile(samples::WriteRgbaFile(702, kFour)).error, "it is not an RGBA file");
+    const samples::Bytes file = samples::WriteRgbaFile(714, kFour);
+    for (std::size_t n = 0; n < file.size(); ++n) {
+        EXPECT_FALSE(picture::ConvertRgbaFile(std::span(file).first(n)).picture) << n;
     }
 }
 

@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/crc32.h"
 #include "host/glyph_bitmaps.h"
 #include "module/contract/records/effpar.h"
 #include "module/contract/records/tab_field.h"
@@ -174,12 +173,6 @@ TEST_F(Trace, WritesTheEndOfARun) {
     m_trace.OnException("cut short");
     EXPECT_EQ(Lines(), R"({"event":"exception","text":"cut short"})"
                        "\n");
-}
-
-TEST(Crc32, IsTheUsualOne) {
-    const char digits[] = "123456789";
-    EXPECT_EQ(base::Crc32({reinterpret_cast<const std::uint8_t*>(digits), 9}), 0xCBF43926U);
-    EXPECT_EQ(base::Crc32({}), 0U);
 }
 
 }  // namespace

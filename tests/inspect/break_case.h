@@ -12,13 +12,13 @@ inline constexpr auto kBroken = inspect::Verdict::kBroken;
 inline constexpr auto kReadable = inspect::Verdict::kReadable;
 inline constexpr auto kWhole = inspect::Verdict::kWhole;
 
-/// One thing broken in a good file, the verdict, and what is told: as reason, remark or defect, as the verdict goes.
+/// One damage to a valid file, the verdict, and the expected text in the reason, the remarks or the defects.
 template <typename File>
 struct BreakCase {
     const char* name;
     void (*break_it)(File&);
     inspect::Verdict verdict;
-    const char* told;
+    const char* text;
 };
 
 template <typename File>
@@ -27,12 +27,12 @@ void PrintTo(const BreakCase<File>& row, std::ostream* out) {
 }
 
 template <typename File>
-void ExpectTold(const inspect::FileReport& report, const BreakCase<File>& row) {
+void ExpectText(const inspect::FileReport& report, const BreakCase<File>& row) {
     EXPECT_EQ(report.verdict, row.verdict);
-    const std::string told = row.verdict == kBroken  ? report.reason
+    const std::string text = row.verdict == kBroken  ? report.reason
                              : row.verdict == kWhole ? Lines(report.remarks)
                                                      : Lines(report.defects);
-    EXPECT_THAT(told, testing::HasSubstr(row.told));
+    EXPECT_THAT(text, testing::HasSubstr(row.text));
 }
 
 }  // namespace zel::test

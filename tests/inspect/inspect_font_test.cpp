@@ -42,10 +42,10 @@ TEST(InspectFont, TellsWhatAWholeFontHolds) {
 using FontCase = BreakCase<samples::FontFile>;
 class BrokenFont : public testing::TestWithParam<FontCase> {};
 
-TEST_P(BrokenFont, IsToldWithWhatIsWrong) {
+TEST_P(BrokenFont, IsReportedWithTheReason) {
     samples::FontFile font = GoodFont();
     GetParam().break_it(font);
-    ExpectTold(Inspect(font), GetParam());
+    ExpectText(Inspect(font), GetParam());
 }
 
 using F = samples::FontFile;
@@ -53,15 +53,15 @@ using F = samples::FontFile;
 INSTANTIATE_TEST_SUITE_P(
     RunCodes, BrokenFont,
     testing::Values(FontCase{"a_glyph_begins_behind_the_data", [](F& f) { f.directory[65].glyph_offset = 5000; },
-                             kReadable, "1 run-coded glyph begins behind the encoding data (code 65 'A')"},
+                             kReadable, "1 run-coded glyph begins after the encoding data (code 65 'A')"},
                     FontCase{"a_glyph_runs_past_the_data", [](F& f) { f.encoding.resize(f.encoding.size() - 4); },
                              kReadable, "1 run-coded glyph runs past the end of the encoding data (code 66 'B')"},
                     FontCase{"a_glyph_never_ends",
                              [](F& f) { f.AddRunCoded(70, samples::RunCodes(501, samples::EndOfLine()), 0, 0); },
-                             kReadable, "1 run-coded glyph goes on past 500 lines"},
+                             kReadable, "1 run-coded glyph continues past 500 lines"},
                     FontCase{"several_glyphs_are_told_in_one_line",
                              [](F& f) { f.directory[65].glyph_offset = f.directory[66].glyph_offset = 5000; },
-                             kReadable, "2 run-coded glyphs begin behind the encoding data (codes 65 'A', 66 'B')"},
+                             kReadable, "2 run-coded glyphs begin after the encoding data (codes 65 'A', 66 'B')"},
                     FontCase{"the_data_are_never_read",
                              [](F& f) {
                                  f.header.font_flags = 0;
@@ -101,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FontCase{"encoding_data_that_the_file_cannot_hold", [](F& f) { f.header.encoding_size = 1U << 30; },
                              kBroken, "its encoding data is cut short"},
                     FontCase{"bytes_behind_the_end", [](F& f) { f.tail = {1}; }, kReadable,
-                             "1 byte behind the last section"}),
+                             "1 byte after the last section"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace

@@ -79,10 +79,10 @@ TEST(InspectMessage, ReadsARowAlongItsChainAndCutsTheTextWhereTheFontChanges) {
 using MessageCase = BreakCase<samples::MessageFile>;
 class BrokenMessage : public testing::TestWithParam<MessageCase> {};
 
-TEST_P(BrokenMessage, IsToldWithWhatIsWrong) {
+TEST_P(BrokenMessage, IsReportedWithTheReason) {
     samples::MessageFile message = GoodMessage();
     GetParam().break_it(message);
-    ExpectTold(Inspect(message), GetParam());
+    ExpectText(Inspect(message), GetParam());
 }
 
 using M = samples::MessageFile;
@@ -153,9 +153,9 @@ INSTANTIATE_TEST_SUITE_P(
                                 [](M& m) {
                                     m.tail = {1, 2, 3};
                                 },
-                                kReadable, "3 bytes behind the last section"},
+                                kReadable, "3 bytes after the last section"},
                     MessageCase{"padding_behind_the_end", [](M& m) { m.tail.assign(300, 0); }, kWhole,
-                                "300 bytes behind the last section, at 4,476, all zero"}),
+                                "300 bytes after the last section, at 4,476, all zero"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
@@ -163,7 +163,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(MessageCase{"starts_at_its_end", [](M& m) { m.tabs->fields[0].tab_end = 93; }, kReadable,
                                 "tab field 0: left out on import, its start 100 isn't left of its end 100"},
                     MessageCase{"lies_in_no_row", [](M& m) { m.tabs->fields[1].tab_row = 3; }, kReadable,
-                                "tab field 1: left out on import, it lies in row 3, but the last one is 2"}),
+                                "tab field 1: left out on import, it is in row 3, but the last one is 2"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(InspectMessage, TellsWhichRowTheFileEndsIn) {
@@ -182,7 +182,7 @@ TEST(InspectMessage, TellsWhatIsAmissWithAPicture) {
         {{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9), .length = 77}, "is cut short by the file's end"},
         {{.width = 4, .height = 5, .pixels = samples::Bytes(64, 9)}, "too small for its pixels"},
         {{.width = 4, .height = 0, .pixels = samples::Bytes(64, 9)}, "a size without pixels"},
-        {{.width = 4, .height = 4, .pixels = samples::Bytes(65, 9), .length = 76}, "1 byte behind the last section"},
+        {{.width = 4, .height = 4, .pixels = samples::Bytes(65, 9), .length = 76}, "1 byte after the last section"},
     };
     for (const auto& [picture, defect] : cases) {
         const FileReport report = inspect::InspectBytes(samples::WriteRgbaFile(714, picture), ".0020");

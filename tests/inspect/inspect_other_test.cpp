@@ -38,7 +38,7 @@ TEST(InspectNameLists, AreKnownByTheirContentAndByTheirName) {
 
 TEST(InspectNameLists, TellWhatIsUnusual) {
     const FileReport report = Inspect(BitstreamText() + "Chrome\t33\n" + std::string(300, 'x') + "\t\t44");
-    EXPECT_THAT(Lines(report.remarks), HasSubstr("stand more than once, of which the last counts: 33"));
+    EXPECT_THAT(Lines(report.remarks), HasSubstr("repeated numbers, of which the last counts: 33"));
     EXPECT_THAT(Lines(report.remarks), HasSubstr("the last line has no line end"));
     EXPECT_THAT(Lines(report.defects), HasSubstr("1 line is longer than 198 characters"));
     EXPECT_EQ(report.verdict, Verdict::kReadable);
@@ -47,7 +47,7 @@ TEST(InspectNameLists, TellWhatIsUnusual) {
 struct ForeignCase {
     const char* name;
     std::string_view content;
-    const char* told;
+    const char* text;
 };
 void PrintTo(const ForeignCase& foreign, std::ostream* out) {
     *out << foreign.name;
@@ -55,26 +55,23 @@ void PrintTo(const ForeignCase& foreign, std::ostream* out) {
 
 class ForeignFile : public testing::TestWithParam<ForeignCase> {};
 
-TEST_P(ForeignFile, IsToldByItsFirstBytes) {
+TEST_P(ForeignFile, IsDescribedByItsFirstBytes) {
     const FileReport report = Inspect(GetParam().content);
     EXPECT_EQ(report.verdict, Verdict::kForeign);
-    EXPECT_THAT(report.reason, HasSubstr(GetParam().told));
+    EXPECT_THAT(report.reason, HasSubstr(GetParam().text));
 }
 
 using namespace std::string_view_literals;
-INSTANTIATE_TEST_SUITE_P(Each, ForeignFile,
-                         testing::Values(ForeignCase{"nothing", ""sv, "it is empty"},
-                                         ForeignCase{"three_bytes", "\x00\x00\x02"sv, "00 00 02  \"...\""},
-                                         ForeignCase{"another_format", "\x89PNG\r\n\x1A\n\0\0"sv,
-                                                     "89 50 4E 47 0D 0A 1A 0A 00 00  \".PNG......\""},
-                                         ForeignCase{"another_byte_order", "\xBE\x02\0\0\0\0"sv,
-                                                     "its file type 702 stands in it with the bytes reversed"},
-                                         ForeignCase{"exchanged_pairs", "\0\0\xF4\x01\0\0"sv,
-                                                     "its file type 500 stands in it with each two bytes exchanged"},
-                                         ForeignCase{
-                                             "another_type", "\0\0\x02\xC1\0\0\0\0STILL PICTURE\0"sv,
-                                             "a file of type 705, \"STILL PICTURE\", that the import doesn't take"}),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Each, ForeignFile,
+    testing::Values(
+        ForeignCase{"nothing", ""sv, "it is empty"}, ForeignCase{"three_bytes", "\x00\x00\x02"sv, "00 00 02  \"...\""},
+        ForeignCase{"another_format", "\x89PNG\r\n\x1A\n\0\0"sv, "89 50 4E 47 0D 0A 1A 0A 00 00  \".PNG......\""},
+        ForeignCase{"another_byte_order", "\xBE\x02\0\0\0\0"sv, "its file type 702 appears with its bytes reversed"},
+        ForeignCase{"exchanged_pairs", "\0\0\xF4\x01\0\0"sv, "its file type 500 appears with each two bytes exchanged"},
+        ForeignCase{"another_type", "\0\0\x02\xC1\0\0\0\0STILL PICTURE\0"sv,
+                    "a file of type 705, \"STILL PICTURE\", which the import doesn't read"}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(InspectFile, ReadsAFileAndSaysWhyItCannot) {
     const std::filesystem::path directory = std::filesystem::path(testing::TempDir()) / "inspect file";

@@ -5,7 +5,6 @@
 
 #include "inspect/report_text.h"
 #include "inspect/sample_files.h"
-#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "module/message/format/message_loader.h"
 
@@ -33,9 +32,8 @@ void CheckMessagePrefixes(const samples::MessageFile& message) {
     const samples::Bytes bytes = samples::WriteMessage(message);
     for (std::size_t size = 4; size <= bytes.size(); ++size) {
         const std::span<const std::uint8_t> prefix = std::span(bytes).first(size);
-        message::ByteSource source(prefix);
         message::LoadedMessage loaded;
-        const message::MessageOutcome outcome = message::LoadMessage(source, loaded);
+        const message::MessageOutcome outcome = message::LoadMessage(prefix, loaded);
         const FileReport report = inspect::InspectBytes(prefix, ".0012");
         CheckPrefix(report, outcome == message::MessageOutcome::kRead, size, bytes.size());
         const auto kept =
@@ -44,11 +42,11 @@ void CheckMessagePrefixes(const samples::MessageFile& message) {
     }
 }
 
-TEST(EveryPrefix, OfAMessageIsTold) {
+TEST(EveryPrefix, OfAMessageIsReported) {
     CheckMessagePrefixes(GoodMessage());
 }
 
-TEST(EveryPrefix, OfAMessageThatEndsWithItsRowsIsTold) {
+TEST(EveryPrefix, OfAMessageThatEndsWithItsRowsIsReported) {
     samples::MessageFile message = GoodMessage();
     message.palette.reset();
     message.background.reset();
@@ -57,15 +55,12 @@ TEST(EveryPrefix, OfAMessageThatEndsWithItsRowsIsTold) {
     CheckMessagePrefixes(message);
 }
 
-TEST(EveryPrefix, OfAFontIsTold) {
+TEST(EveryPrefix, OfAFontIsReported) {
     const samples::Bytes bytes = samples::WriteFont(GoodFont());
     for (std::size_t size = 4; size <= bytes.size(); ++size) {
         const std::span<const std::uint8_t> prefix = std::span(bytes).first(size);
-        message::ByteSource source(prefix);
-        tag_font_memory slot;
-        bool tessor = false;
-        const font::FontOutcome outcome = font::LoadFont(source, slot, tessor);
-        font::ReleaseFontBlocks(slot);
+        font::LoadedFont loaded;
+        const font::FontOutcome outcome = font::LoadFont(prefix, loaded);
         CheckPrefix(inspect::InspectBytes(prefix, ".0012"), outcome == font::FontOutcome::kRead, size, bytes.size());
     }
 }

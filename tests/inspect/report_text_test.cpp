@@ -48,7 +48,7 @@ TEST(ReportText, OfAMessageIsLaidOutForAPerson) {
     -           207   307     9  none       0  left out
 
   Defects
-    - tab field 1: left out on import, it lies in row 9, but the last one is 2
+    - tab field 1: left out on import, it is in row 9, but the last one is 2
 )");
 }
 

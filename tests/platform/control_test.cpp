@@ -16,7 +16,7 @@ LPARAM Text(const char* text) {
     return reinterpret_cast<LPARAM>(text);
 }
 
-/// The test dialog, made but not shown.
+/// The test dialog, created but not shown.
 class Controls : public testing::Test {
   protected:
     void SetUp() override { ASSERT_TRUE(m_dialog.Create(kTestDialog)); }
@@ -37,7 +37,7 @@ using ListBox = Controls;
 using Edit = Controls;
 using Button = Controls;
 
-TEST_F(ComboBox, FillsItsListAndPutsTheSelectedEntryIntoTheEditField) {
+TEST_F(ComboBox, FillsItsListAndShowsTheSelectedEntryInTheEditField) {
     EXPECT_EQ(Send(kCombo, CB_ADDSTRING, 0, Text("b")), 0);
     EXPECT_EQ(Send(kCombo, CB_INSERTSTRING, 0, Text("a")), 0);
     EXPECT_EQ(Send(kCombo, CB_INSERTSTRING, static_cast<WPARAM>(-1), Text("c")), 2);
@@ -62,7 +62,7 @@ TEST_F(ComboBox, FollowsItsSelectionThroughInsertionAndDeletion) {
     EXPECT_EQ(Send(kCombo, CB_GETCURSEL), 1);
     EXPECT_EQ(Send(kCombo, CB_DELETESTRING, 1), 2);
     EXPECT_EQ(Send(kCombo, CB_GETCURSEL), CB_ERR);
-    EXPECT_EQ(TextOf(kCombo), "b") << "the edit field isn't the list's";
+    EXPECT_EQ(TextOf(kCombo), "b") << "the edit field is unchanged";
     EXPECT_EQ(Send(kCombo, CB_DELETESTRING, 2), CB_ERR);
 }
 
@@ -73,7 +73,7 @@ TEST_F(ComboBox, LosesSelectionAndTextToAnIndexOutsideTheList) {
     EXPECT_EQ(TextOf(kCombo), "");
 }
 
-TEST_F(ComboBox, FindsAnExactTextInAnyCaseFromBehindTheStart) {
+TEST_F(ComboBox, FindsAnExactTextInAnyCaseAfterTheStart) {
     for (const char* entry : {"D:\\One", "D:\\Two", "d:\\one"}) Send(kCombo, CB_ADDSTRING, 0, Text(entry));
     EXPECT_EQ(Send(kCombo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), Text("D:\\ONE")), 0);
     EXPECT_EQ(Send(kCombo, CB_FINDSTRINGEXACT, 0, Text("D:\\ONE")), 2);
@@ -88,7 +88,7 @@ TEST_F(ComboBox, SortsItsListOnlyIfAsked) {
     EXPECT_EQ(Send(kSorted, CB_FINDSTRINGEXACT, 0, Text("a")), 0);
 }
 
-TEST_F(ListBox, HoldsEntriesOfWhichOneIsChosen) {
+TEST_F(ListBox, HasEntriesAndOneSelection) {
     for (const char* entry : {"b", "a"}) EXPECT_NE(Send(kList, LB_ADDSTRING, 0, Text(entry)), LB_ERR);
     m_dialog.ShowWindow(SW_SHOW);
     script::DialogDriver user(m_dialog);
@@ -103,7 +103,7 @@ TEST_F(ListBox, HoldsEntriesOfWhichOneIsChosen) {
     EXPECT_EQ(Send(kList, LB_GETCOUNT), 0);
 }
 
-TEST_F(Edit, TellsItsDialogOfEveryTextThatItIsGiven) {
+TEST_F(Edit, NotifiesItsDialogOfEveryTextThatIsSet) {
     m_dialog.SetDlgItemText(kEdit, ".0012");
     m_dialog.SetDlgItemText(kEdit, ".0012");
     EXPECT_EQ(m_dialog.events, "update change update change ");
@@ -134,13 +134,13 @@ TEST_F(Edit, CutsItsTextToTheBuffer) {
     EXPECT_EQ(m_dialog.GetDlgItemText(kEdit, text, 0), 0);
 }
 
-TEST_F(Button, TogglesAnAutomaticCheckBoxBeforeItTellsOfTheClick) {
+TEST_F(Button, TogglesAnAutomaticCheckBoxBeforeTheNotification) {
     Send(kCheck, BM_CLICK);
     EXPECT_EQ(m_dialog.events, "check1 ");
     Send(kCheck, BM_CLICK);
     EXPECT_EQ(m_dialog.events, "check1 check0 ");
     Send(kCheck, BM_SETCHECK, 1);
-    EXPECT_EQ(m_dialog.events, "check1 check0 ") << "only a click is told";
+    EXPECT_EQ(m_dialog.events, "check1 check0 ") << "only a click sends a notification";
     m_dialog.GetDlgItem(kCheck)->EnableWindow(FALSE);
     Send(kCheck, BM_CLICK);
     EXPECT_EQ(Send(kCheck, BM_GETCHECK), 1) << "disabled";
@@ -159,7 +159,7 @@ TEST_F(Button, ExcludesTheOtherRadioButtonsOfItsGroupOnly) {
     EXPECT_EQ(states(), "011");
 }
 
-TEST_F(Controls, LieOnTheScreenWhereTheirDialogLies) {
+TEST_F(Controls, MoveOnTheScreenWithTheirDialog) {
     CRect dialog, control;
     m_dialog.GetWindowRect(dialog);
     EXPECT_EQ(dialog, CRect(0, 0, 300, 163));

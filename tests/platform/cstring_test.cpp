@@ -46,7 +46,7 @@ TEST(CStringSharing, SurvivesAssignmentToItselfAndOfItsOwnPart) {
     EXPECT_STREQ(text, "HI/HINEHINEHINE");
 }
 
-TEST(CStringMaking, TakesNullLengthsAndRepeats) {
+TEST(CStringConstruction, TakesNullLengthsAndRepeats) {
     EXPECT_EQ(CString(static_cast<const char*>(nullptr)).GetLength(), 0);
     EXPECT_STREQ(CString("abcdef", 3), "abc");
     EXPECT_STREQ(CString("abc", -1), "");
@@ -76,7 +76,7 @@ INSTANTIATE_TEST_SUITE_P(Each, CStringPart,
                                          PartCase{"mid", CString("abcd").Mid(1, 2), "bc"},
                                          PartCase{"mid_to_the_end", CString("abcd").Mid(2), "cd"},
                                          PartCase{"mid_count_that_would_wrap", CString("abcd").Mid(3, 0x7FFFFFFF), "d"},
-                                         PartCase{"mid_behind_the_end", CString("abcd").Mid(5), ""},
+                                         PartCase{"mid_after_the_end", CString("abcd").Mid(5), ""},
                                          PartCase{"mid_before_the_start", CString("abcd").Mid(-2, 1), "a"}),
                          [](const auto& row) { return std::string(row.param.name); });
 
@@ -93,7 +93,7 @@ TEST(CStringSearch, FindsCharactersAndTexts) {
     EXPECT_EQ(path[99], '\0');
 }
 
-TEST(CStringComparison, GoesByBytes) {
+TEST(CStringComparison, ComparesBytes) {
     EXPECT_TRUE(CString("a") == "a" && "a" == CString("a") && CString("a") != CString("A"));
     EXPECT_TRUE(CString("A") < CString("a") && !(CString("b") < "a"));
     EXPECT_GT(CString("\xE4").Compare("z"), 0);

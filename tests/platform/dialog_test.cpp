@@ -27,7 +27,7 @@ class Dialogs : public testing::Test {
     TestDialog m_dialog;
 };
 
-TEST_F(Dialogs, AreMadeFromTheTemplateOfTheCurrentModuleOnly) {
+TEST_F(Dialogs, AreCreatedFromTemplatesOfTheCurrentModuleOnly) {
     TestDialog other;
     EXPECT_FALSE(other.Create(kTestDialog + 1));
     EXPECT_EQ(other.GetTemplate(), nullptr);
@@ -44,7 +44,7 @@ TEST_F(Dialogs, AreMadeFromTheTemplateOfTheCurrentModuleOnly) {
     EXPECT_EQ(m_dialog.GetControl(99), nullptr);
 }
 
-TEST_F(Dialogs, ShowTheirMembersAndTakeThemBackOnOk) {
+TEST_F(Dialogs, ShowTheirMembersAndReadThemBackOnOk) {
     m_dialog.edit_text = "before";
     m_dialog.checked = 1;
     m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) {
@@ -62,7 +62,7 @@ TEST_F(Dialogs, ShowTheirMembersAndTakeThemBackOnOk) {
     EXPECT_EQ(m_dialog.m_hWnd, nullptr);
 }
 
-TEST_F(Dialogs, HearNoNotificationWhileTheirControlsAreFilled) {
+TEST_F(Dialogs, IgnoreNotificationsWhileTheirControlsAreFilled) {
     m_dialog.edit_text = "before";
     ASSERT_TRUE(m_dialog.Create(kTestDialog));
     EXPECT_EQ(m_dialog.events, "");
@@ -82,7 +82,7 @@ TEST_F(Dialogs, EndByEscapeAndByTheirTitleBarAlike) {
     EXPECT_EQ(m_dialog.events, "cancel close cancel ");
 }
 
-TEST_F(Dialogs, RunTheirDefaultButtonOnEnter) {
+TEST_F(Dialogs, PressTheirDefaultButtonOnEnter) {
     ASSERT_TRUE(m_dialog.Create(kTestDialog));
     m_dialog.ShowWindow(SW_SHOW);
     EXPECT_EQ(m_dialog.SendMessage(DM_GETDEFID), static_cast<LRESULT>(MAKEWPARAM(IDOK, DC_HASDEFID)));
@@ -94,7 +94,7 @@ TEST_F(Dialogs, RunTheirDefaultButtonOnEnter) {
     EXPECT_FALSE(m_dialog.HasEnded());
 }
 
-TEST_F(Dialogs, FocusTheirFirstControlUnlessToldOtherwise) {
+TEST_F(Dialogs, FocusTheirFirstControlIfOnInitDialogReturnsTrue) {
     ASSERT_TRUE(m_dialog.Create(kTestDialog));
     EXPECT_EQ(CWnd::GetFocus(), m_dialog.GetDlgItem(kEdit));
     m_dialog.SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(m_dialog.GetDlgItem(kCombo)->m_hWnd), 1);
@@ -106,7 +106,7 @@ TEST_F(Dialogs, FocusTheirFirstControlUnlessToldOtherwise) {
     EXPECT_EQ(CWnd::GetFocus(), nullptr);
 }
 
-TEST_F(Dialogs, AreDestroyedWhenAnExceptionPasses) {
+TEST_F(Dialogs, AreDestroyedByAnException) {
     m_dialog.on_check = [] { AfxThrowMemoryException(); };
     m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { script::DialogDriver(dialog).Press(kCheck); });
     EXPECT_THROW(m_dialog.DoModal(), CMemoryException*);
@@ -123,7 +123,7 @@ TEST_F(Dialogs, MayBeDestroyedByTheirOwnHandlers) {
     EXPECT_EQ(GetLastError(), ERROR_INVALID_WINDOW_HANDLE);
 }
 
-TEST_F(Dialogs, TellTheirListenerOfEveryChange) {
+TEST_F(Dialogs, NotifyTheirListenerOfEveryChange) {
     struct Listener : framework::WindowListener {
         void WindowChanged(CWnd&, framework::WindowChange change) override { seen.push_back(change); }
         std::vector<framework::WindowChange> seen;
@@ -147,7 +147,7 @@ TEST_F(Dialogs, TellTheirListenerOfEveryChange) {
                                           ended, destroyed}));
 }
 
-/// A host's window, which keeps the messages that it gets.
+/// A window of a host, which records the messages that it receives.
 class HostWindow : public CWnd {
   public:
     std::vector<UINT> messages;
@@ -159,7 +159,7 @@ class HostWindow : public CWnd {
     }
 };
 
-TEST(HostWindows, ReceiveWhatIsSentToThemOnceTheyAreMade) {
+TEST(HostWindows, ReceiveMessagesAfterTheyAreCreated) {
     HostWindow host;
     EXPECT_EQ(host.SendMessage(1125, 12), 0) << "no window yet";
     ASSERT_TRUE(host.CreateHostWindow("host"));

@@ -32,7 +32,7 @@ TEST_F(Headless, AnswersABoxByItsStyle) {
     EXPECT_EQ(Ask(MB_RETRYCANCEL), IDCANCEL);
 }
 
-TEST_F(Headless, AsksItsQueueThenItsFunctionBeforeTheStyle) {
+TEST_F(Headless, UsesItsQueueThenItsFunctionThenTheStyle) {
     std::vector<int> observed;
     m_desktop.ObserveBoxes([&](const script::HeadlessDesktop::Box& box) { observed.push_back(box.answer); });
     m_desktop.AnswerBoxes([](const script::HeadlessDesktop::Box& box) { return box.style == MB_YESNO ? IDYES : 0; });
@@ -44,7 +44,7 @@ TEST_F(Headless, AsksItsQueueThenItsFunctionBeforeTheStyle) {
     EXPECT_EQ(m_desktop.Boxes().size(), 3u);
 }
 
-TEST_F(Headless, GivesAFileInTheModulesForm) {
+TEST_F(Headless, ReturnsAFileInTheModulesForm) {
     char name[MAX_PATH] = ".0012";
     CFileDialog dialog(TRUE, nullptr, nullptr, 0);
     dialog.m_ofn.lpstrFile = name;
@@ -63,7 +63,7 @@ TEST_F(Headless, GivesAFileInTheModulesForm) {
     EXPECT_EQ(shown.path, "\\disk\\fonts\\.0044");
 }
 
-TEST_F(Headless, CancelsAFileDialogThatGetsNoFileOrOneTooLong) {
+TEST_F(Headless, CancelsAFileDialogWithoutAFileOrWithATooLongPath) {
     CFileDialog dialog(TRUE, "*.*", "first.ext", OFN_HIDEREADONLY | OFN_EXPLORER, "*.*||");
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     m_desktop.QueueFile(std::nullopt);
@@ -86,7 +86,7 @@ TEST_F(Headless, ClosesADialogThatNobodyEnds) {
     EXPECT_EQ(m_desktop.Modals()[0].template_id, kTestDialog);
 }
 
-TEST_F(Headless, LetsAUserDoOnlyWhatCouldBeDone) {
+TEST_F(Headless, RefusesActionsOnControlsThatCanNotBeUsed) {
     m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) {
         script::DialogDriver user(dialog);
         EXPECT_FALSE(user.Press(kHidden));

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/framework/cwinapp.h"
+#include "platform/framework/extension_module.h"
 #include "platform/system/errors.h"
 
 namespace zel::test {
@@ -20,7 +21,7 @@ class ModuleLoading : public testing::Test {
     }
 };
 
-TEST_F(ModuleLoading, CallsHookStaticsAndEntryInOrderAndBackwardsAtTheEnd) {
+TEST_F(ModuleLoading, CallsHookStaticsAndEntryInOrderAndInReverse) {
     void* const library = AfxLoadLibrary(WILLING_MODULE);
     ASSERT_NE(library, nullptr);
     EXPECT_EQ(Trace(), "hook1 static entry1 ");
@@ -32,7 +33,7 @@ TEST_F(ModuleLoading, CallsHookStaticsAndEntryInOrderAndBackwardsAtTheEnd) {
     EXPECT_EQ(AfxGetModuleState()->m_libraryList.GetHead(), nullptr);
 }
 
-TEST_F(ModuleLoading, PutsTheHeadsOfTheSharedListsBack) {
+TEST_F(ModuleLoading, RestoresTheHeadsOfTheSharedLists) {
     AFX_MODULE_STATE& state = *AfxGetModuleState();
     int place = 0;
     auto* const head = reinterpret_cast<CRuntimeClass*>(&place);
@@ -49,11 +50,11 @@ TEST_F(ModuleLoading, RefusesAModuleWhoseEntryReturnsZeroAndUnloadsIt) {
     EXPECT_EQ(Trace(), "hook1 static entry1 entry0 ~static hook0 ");
 
     void* const library = AfxLoadLibrary(WILLING_MODULE);
-    EXPECT_NE(library, nullptr) << "a refusal must not stick";
+    EXPECT_NE(library, nullptr) << "a refusal affects one load only";
     AfxFreeLibrary(library);
 }
 
-TEST_F(ModuleLoading, RefusesWhatIsNotThere) {
+TEST_F(ModuleLoading, RefusesAMissingFile) {
     EXPECT_EQ(AfxLoadLibrary("/nowhere/libnothing.so"), nullptr);
     EXPECT_EQ(GetLastError(), ERROR_MOD_NOT_FOUND);
     EXPECT_FALSE(AfxFreeLibrary(nullptr));

@@ -3,11 +3,12 @@
 #include <utility>
 
 #include "platform/framework/cwinapp.h"
+#include "platform/framework/extension_module.h"
 #include "platform/framework/module_entry.h"
 
 namespace zel::test {
 
-// Appends what happens to the environment variable MODULE_TRACE, which outlives the module.
+// Appends each event to the environment variable MODULE_TRACE, which remains after the module is unloaded.
 
 namespace {
 

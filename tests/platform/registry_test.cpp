@@ -44,7 +44,7 @@ TEST_F(Registry, OpensOnlyKeysThatWereMade) {
     EXPECT_EQ(Open(kList), 2);
     Store(kList, "FontDir 0", "D:\\f");
     EXPECT_EQ(Open(kList), 0);
-    EXPECT_EQ(Open("software\\kovesh"), 0) << "keys on the way are made, and case is of no account";
+    EXPECT_EQ(Open("software\\kovesh"), 0) << "missing keys above it are created, and case is ignored";
 }
 
 TEST_F(Registry, TellsTheSizeOfAValueBeforeItsBytes) {

@@ -6,6 +6,7 @@
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
 #include "platform/framework/message_box.h"
+#include "platform/framework/wait_cursor.h"
 #include "platform/script/headless_desktop.h"
 #include "platform/system/commands.h"
 #include "platform/system/errors.h"

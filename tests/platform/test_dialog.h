@@ -33,7 +33,7 @@ inline constexpr framework::DialogTemplate kTestDialogs[] = {
     {kTestDialog, "Test", "MS Sans Serif", 8, 200, 100, WS_POPUP | WS_CAPTION, kTestControls}};
 inline constexpr HINSTANCE__ kTestModule{"test", kTestDialogs};
 
-/// Makes the templates above the current ones for as long as the object lives.
+/// Makes the templates above the current ones during its lifetime.
 class ResourcesInForce {
   public:
     ResourcesInForce() { AfxGetModuleState()->m_hCurrentResourceHandle = &kTestModule; }
@@ -43,7 +43,7 @@ class ResourcesInForce {
     ResourcesInForce& operator=(const ResourcesInForce&) = delete;
 };
 
-/// A dialog that writes down what reaches it.
+/// A dialog that records its commands and notifications.
 class TestDialog : public CDialog {
   public:
     TestDialog() : CDialog(kTestDialog) {}

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "samples/disk/disk_fonts.h"
 #include "samples/disk/disk_messages.h"
 #include "samples/disk/page.h"
@@ -40,9 +41,10 @@ TEST(DemonstrationDisk, HasFontsMessagesAndBothLists) {
     const auto files = FilesBelow(scratch.Path() / "disk");
     std::vector<std::string> expected;
     for (const unsigned font : {1U, 2U, 3U, 12U, 14U, 15U, 16U, 18U, 20U, 21U, 31U, 32U, 40U, 60U}) {
-        expected.push_back("MACHINE/" + NumberedName(font));
+        expected.push_back("MACHINE/" + base::NumberedName(static_cast<int>(font)));
     }
-    for (unsigned message = 1; message <= 21; ++message) expected.push_back("MESSAGES/" + NumberedName(message));
+    for (unsigned message = 1; message <= 21; ++message)
+        expected.push_back("MESSAGES/" + base::NumberedName(static_cast<int>(message)));
     expected.insert(expected.end(), {"bitstream_fontlist.txt", "typeface_list.txt"});
     EXPECT_EQ(NamesOf(files), expected);
     EXPECT_EQ(written.size(), expected.size());
@@ -128,7 +130,7 @@ TEST(DiskFonts, HaveColoursMultipliedByAlphaInStoredGlyphs) {
     }
 }
 
-/// What a host is told of a character: its place on the screen.
+/// A character as a host receives it: its place on the screen.
 struct Placed {
     unsigned font_number = 0, code = 0;
     int x = 0, row_y = 0, char_y = 0, row_top = 0;

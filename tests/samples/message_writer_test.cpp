@@ -14,78 +14,39 @@ using samples_test::AsBytes;
 using samples_test::Hex;
 using samples_test::Slice;
 
-struct CellCase {
-    const char* name;
-    CharCell cell;
-    const char* bytes;
-};
-void PrintTo(const CellCase& row, std::ostream* out) {
-    *out << row.name;
+// tests/module/formats checks the position of every field against docs/formats.
+TEST(RecordBytes, HoldValuesMostSignificantBitFirst) {
+    EXPECT_EQ(AsBytes(WriteCharCell({.place_flag = true,
+                                     .char_x = 0x155,
+                                     .colour_set = 5,
+                                     .char_y = 0x2AB,
+                                     .char_font = 0x2B,
+                                     .char_code = 0x1A5,
+                                     .b6_word = 3,
+                                     .next_char = 1})),
+              Hex("41 55 16 AB AD A5 00 C1"));
+    EXPECT_EQ(AsBytes(WriteRowHead({.row_empty = true,
+                                    .row_y = 0x155,
+                                    .first_char = 0x2B,
+                                    .row_top = 0x201,
+                                    .char_count = 0x15,
+                                    .row_bottom = 0x102,
+                                    .b6 = 0xA5,
+                                    .b7 = 0x5A})),
+              Hex("21 55 AE 01 55 02 A5 5A"));
+    EXPECT_EQ(
+        Slice(WriteTabField({.tab_row = 33, .tab_a = 9, .tab_font = 17, .tab_colour = 10, .tab_flags = 21}), 22, 3),
+        Hex("86 63 55"));
 }
 
-class CharCellBits : public testing::TestWithParam<CellCase> {};
-TEST_P(CharCellBits, StandWhereTheFormatPutsThem) {
-    EXPECT_EQ(AsBytes(WriteCharCell(GetParam().cell)), Hex(GetParam().bytes));
-}
-INSTANTIATE_TEST_SUITE_P(
-    Each, CharCellBits,
-    testing::Values(CellCase{"b0_bit7", {.b0_bit7 = true, .next_char = 0}, "80 00 00 00 00 00 00 00"},
-                    CellCase{"place_flag", {.place_flag = true, .next_char = 0}, "40 00 00 00 00 00 00 00"},
-                    CellCase{"chain_end", {.chain_end = true, .next_char = 0}, "20 00 00 00 00 00 00 00"},
-                    CellCase{"b0_bits4to2", {.b0_bits4to2 = 7, .next_char = 0}, "1C 00 00 00 00 00 00 00"},
-                    CellCase{"char_x_at_its_most", {.char_x = 1023, .next_char = 0}, "03 FF 00 00 00 00 00 00"},
-                    CellCase{"b2_bits7to6", {.b2_bits7to6 = 3, .next_char = 0}, "00 00 C0 00 00 00 00 00"},
-                    CellCase{"b2_bit5", {.b2_bit5 = true, .next_char = 0}, "00 00 20 00 00 00 00 00"},
-                    CellCase{"colour_set_4", {.colour_set = 4, .next_char = 0}, "00 00 10 00 00 00 00 00"},
-                    CellCase{"char_y_512", {.char_y = 512, .next_char = 0}, "00 00 02 00 00 00 00 00"},
-                    CellCase{"char_font_at_its_most", {.char_font = 63, .next_char = 0}, "00 00 00 00 FC 00 00 00"},
-                    CellCase{"char_code_0x1A5", {.char_code = 0x1A5, .next_char = 0}, "00 00 00 00 01 A5 00 00"},
-                    CellCase{"b6_word_crosses_into_b7", {.b6_word = 3, .next_char = 0}, "00 00 00 00 00 00 00 C0"},
-                    CellCase{"next_char_ends_by_default", {}, "00 00 00 00 00 00 00 3F"},
-                    CellCase{"a_field_too_wide_is_cut_and_spoils_no_neighbour",
-                             {.char_x = 0x8401, .colour_set = 8, .next_char = 64},
-                             "00 01 00 00 00 00 00 00"}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-struct RowCase {
-    const char* name;
-    RowText row;
-    const char* bytes;
-};
-void PrintTo(const RowCase& row, std::ostream* out) {
-    *out << row.name;
+TEST(RecordBytes, HaveDefaults) {
+    EXPECT_EQ(AsBytes(WriteCharCell({})), Hex("00 00 00 00 00 00 00 3F")) << "the chain ends";
+    EXPECT_EQ(AsBytes(WriteRowHead({.cells = {{}, {}}})), Hex("00 00 00 00 08 00 00 00")) << "two records";
 }
 
-class RowHeadBits : public testing::TestWithParam<RowCase> {};
-TEST_P(RowHeadBits, StandWhereTheFormatPutsThem) {
-    EXPECT_EQ(AsBytes(WriteRowHead(GetParam().row)), Hex(GetParam().bytes));
-}
-INSTANTIATE_TEST_SUITE_P(
-    Each, RowHeadBits,
-    testing::Values(RowCase{"b0_bits7and6", {.b0_bit7 = true, .b0_bit6 = true}, "C0 00 00 00 00 00 00 00"},
-                    RowCase{"row_empty", {.row_empty = true}, "20 00 00 00 00 00 00 00"},
-                    RowCase{"b0_bits4to2", {.b0_bits4to2 = 5}, "14 00 00 00 00 00 00 00"},
-                    RowCase{"row_y_at_its_most", {.row_y = 1023}, "03 FF 00 00 00 00 00 00"},
-                    RowCase{"first_char_32", {.first_char = 32}, "00 00 80 00 00 00 00 00"},
-                    RowCase{"row_top_513", {.row_top = 513}, "00 00 02 01 00 00 00 00"},
-                    RowCase{"char_count_of_its_own", {.char_count = 63}, "00 00 00 00 FC 00 00 00"},
-                    RowCase{"char_count_from_the_records", {.cells = {{}, {}}}, "00 00 00 00 08 00 00 00"},
-                    RowCase{"row_bottom_258", {.row_bottom = 258}, "00 00 00 00 01 02 00 00"},
-                    RowCase{"b6_and_b7", {.b6 = 0xA5, .b7 = 0x5A}, "00 00 00 00 00 00 A5 5A"}),
-    [](const auto& row) { return std::string(row.param.name); });
-
-TEST(TabFieldBytes, FollowTheTable) {
-    const TabField field{.tab_start = 0x0102,
-                         .tab_end = 0x0304,
-                         .tab_byte = 5,
-                         .tab_name = "NAME",
-                         .tab_row = 33,     // 100001
-                         .tab_a = 9,        // 1001
-                         .tab_font = 17,    // 10001
-                         .tab_colour = 10,  // 1010
-                         .tab_flags = 21,   // 10101
-                         .b25 = 0x77};
-    EXPECT_EQ(WriteTabField(field), Hex("0102 0304 05 4E414D45 00000000 00000000 00000000 00  86 63 55 77"));
+TEST(RecordBytes, TruncateAValueWithoutAnEffectOnItsNeighbours) {
+    EXPECT_EQ(AsBytes(WriteCharCell({.char_x = 0x8401, .colour_set = 8, .next_char = 64})),
+              Hex("00 01 00 00 00 00 00 00"));
 }
 
 TEST(TabFieldBytes, HoldSeventeenCharactersOfTheName) {
@@ -94,7 +55,7 @@ TEST(TabFieldBytes, HoldSeventeenCharactersOfTheName) {
     EXPECT_EQ(Slice(bytes, 5, 17), AsBytes(std::string("abcdefghijklmnopq")));
 }
 
-TEST(MessageBytes, OfTheSmallestMessage) {
+TEST(MessageBytes, AreThoseOfTheSmallestMessage) {
     MessageFile message;
     message.rows = {EmptyRow(40)};
     const Bytes bytes = WriteMessage(message);
@@ -106,37 +67,13 @@ TEST(MessageBytes, OfTheSmallestMessage) {
     EXPECT_EQ(Slice(bytes, 204, 8), Hex("2028 0000 0000 0000"));
 }
 
-TEST(MessageBytes, HaveEveryHeadFieldInItsPlace) {
-    MessageFile message;
-    message.psos = {0x01020304, 0x05060708, "Kind"};
-    message.section_flags = 0xA5A6;
-    message.more_flags = {1, 2, 3, 4, 5, 6, 7};
-    message.header = {.word_0 = 0x10,
-                      .word_2 = 0x12,
-                      .last_row = 0x1234,
-                      .frame_left = 0x16,
-                      .frame_top = 0x18,
-                      .frame_right = 0x1A,
-                      .frame_bottom = 0x1C,
-                      .word_14 = 0x1E,
-                      .word_16 = 0x20,
-                      .word_18 = 0x22};
-    message.header.font_numbers[15] = 12;
-    const Bytes bytes = WriteMessage(message);
-    ASSERT_EQ(bytes.size(), 204u);
-    EXPECT_EQ(Slice(bytes, 0, 13), Hex("01020304 05060708 4B696E64 00"));
-    EXPECT_EQ(Slice(bytes, 136, 16), Hex("A5A6 0001 0002 0003 0004 0005 0006 0007"));
-    EXPECT_EQ(Slice(bytes, 152, 20), Hex("0010 0012 1234 0016 0018 001A 001C 001E 0020 0022"));
-    EXPECT_EQ(Slice(bytes, 200, 4), Hex("FFFF 000C"));
-}
-
-TEST(MessageBytes, CutATypeNameThatLeavesNoRoomForATerminator) {
+TEST(MessageBytes, TruncateATypeName) {
     MessageFile message;
     message.psos.type_name = std::string(200, 'x');
     EXPECT_EQ(Slice(WriteMessage(message), 134, 4), Hex("7878 0000"));
 }
 
-TEST(MessageBytes, OfAllSectionsLieInTheOrderOfTheFormat) {
+TEST(MessageBytes, HaveAllSectionsInTheFormatsOrder) {
     MessageFile message;
     message.pal = true;
     message.flash_font = FlashFont{.encoding_size = 30, .word_table_size = 4};
@@ -164,7 +101,7 @@ TEST(MessageBytes, OfAllSectionsLieInTheOrderOfTheFormat) {
     EXPECT_EQ(bytes.size(), at.tail + 1);
 }
 
-TEST(MessageBytes, ClaimWhatTheyAreToldToClaim) {
+TEST(MessageBytes, HaveTheGivenCountsAndSizes) {
     MessageFile message;
     message.header.last_row = 65535;
     message.flash_font = FlashFont{.encoding_size = 0xFFFFFFFF, .word_table_size = 1, .data_size = 0};
@@ -184,7 +121,7 @@ TEST(PaletteEntry, IsGreenBlueOnesRed) {
     EXPECT_EQ(PaletteEntry(0x78, 0x12, 0x34), 0x1234FF78u);
 }
 
-/// The text of a row as a reader walks it.
+/// The text of a row in reading order.
 std::string Walk(const RowText& row) {
     std::string text;
     unsigned index = row.first_char;
@@ -217,7 +154,7 @@ TEST(ShuffledRecords, ReadInTheOldOrder) {
     EXPECT_TRUE(row.cells[3].chain_end);
 }
 
-TEST(ShuffledRecords, RefuseWhatIsNoPermutation) {
+TEST(ShuffledRecords, RejectAnythingButAPermutation) {
     RowText row = RowFromText(0, "AB", 0, 10);
     EXPECT_THROW(ShuffleRecords(row, std::array<unsigned, 2>{0, 0}), std::invalid_argument);
     EXPECT_THROW(ShuffleRecords(row, std::array<unsigned, 2>{0, 2}), std::invalid_argument);

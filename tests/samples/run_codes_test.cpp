@@ -29,7 +29,7 @@ TEST(RunCode, CutsFieldsThatAreTooWide) {
     EXPECT_EQ(ColourRun(0x101, 0x102, 33), ColourRun(1, 2, 1));
 }
 
-/// Every pair of levels that the encoder tells apart, in an order that makes short and long runs.
+/// Every pair of levels that the encoder distinguishes, in an order that gives short and long runs.
 std::pair<Coverage, Coverage> FaceAndEdgeOfManyLevels() {
     Coverage face{100, 20, Bytes(2000)}, edge{100, 20, Bytes(2000)};
     for (unsigned y = 0; y < face.height; ++y) {

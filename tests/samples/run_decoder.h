@@ -48,7 +48,7 @@ class RunDecoder {
         }
         ++m_runs;
         if (operation == 0) return m_line.resize(m_line.size() + count);
-        Drawn under = m_held;
+        Drawn under = m_pixel;
         const Rgb colour = m_colours.at(code >> 16 & 255);
         Drawn paint{colour.blue, colour.green, colour.red, static_cast<int>(code >> 8 & 255)};
         if (operation == 2) {
@@ -58,10 +58,10 @@ class RunDecoder {
         }
         for (int* part : {&paint.blue, &paint.green, &paint.red}) *part = std::min(*part, paint.alpha);
         if (code >> 31 != 0) {
-            m_held = paint;
+            m_pixel = paint;
             return;
         }
-        m_held = {};
+        m_pixel = {};
         for (int* part : {&paint.blue, &paint.green, &paint.red}) {
             *part = paint.alpha == 0 ? 0 : Rounded(*part * 255.0 / paint.alpha);
         }
@@ -71,7 +71,8 @@ class RunDecoder {
     std::array<Rgb, 4> m_colours;
     std::vector<std::vector<Drawn>> m_lines;
     std::vector<Drawn> m_line;
-    Drawn m_held;  ///< what a stay code laid down in the pixel at hand
+    /// The current pixel, as set by stay codes.
+    Drawn m_pixel;
     unsigned m_runs = 0, m_most_runs = 0;
 };
 

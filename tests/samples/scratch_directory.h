@@ -9,7 +9,7 @@
 
 namespace zel::samples_test {
 
-/// A directory of its own that goes with the object.
+/// A temporary directory, removed with the object.
 class ScratchDirectory {
   public:
     ScratchDirectory() {

@@ -1,13 +1,17 @@
 #include "support/module_fixture.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 
+#include "base/text.h"
 #include "module/contract/dialog_ids.h"
+#include "module/contract/stored_settings.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/font/format/font_blocks.h"
 #include "module/state/module_state.h"
+#include "platform/framework/cwinapp.h"
 #include "platform/system/drives.h"
 #include "platform/system/files.h"
 #include "samples/write_file.h"
@@ -17,6 +21,19 @@ namespace zel::module_test {
 namespace {
 
 ModuleTest* g_test = nullptr;
+
+/// Every setting of the profile that the module stores is in the table of settings.
+void ExpectListedSettings(seam::SettingsStore& settings) {
+    for (const seam::ProfileEntry& entry : settings.ProfileEntries()) {
+        const bool is_number = std::holds_alternative<int>(entry.value);
+        EXPECT_TRUE(std::ranges::any_of(stored::kSettings,
+                                        [&](const stored::Setting& setting) {
+                                            return setting.section == entry.section && setting.entry == entry.entry &&
+                                                   (setting.kind == stored::SettingKind::kNumber) == is_number;
+                                        }))
+            << entry.section << " " << entry.entry;
+    }
+}
 
 bool IsForHost(UINT message) {
     return message == WM_PAINT || message > 1100;
@@ -35,7 +52,7 @@ void FontSet::Clear() {
 }
 
 LRESULT ModuleTest::Window::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (IsForHost(message)) return m_test.Hear({m_target, message, wParam, lParam});
+    if (IsForHost(message)) return m_test.Record({m_target, message, wParam, lParam});
     return CWnd::WindowProc(message, wParam, lParam);
 }
 
@@ -68,6 +85,7 @@ ModuleTest::~ModuleTest() {
     }
     CZelFont::m_SFontBrowseDir.Empty();
     OpenDialog::M_sNextMessage.Empty();
+    ExpectListedSettings(settings);
     g_test = nullptr;
     g_pfnOnChar = nullptr;
     AfxGetThread()->m_pMainWnd = nullptr;
@@ -91,7 +109,7 @@ void ModuleTest::WriteMessage(const samples::MessageFile& message, const std::st
 }
 
 void ModuleTest::WriteFont(unsigned number, const samples::FontFile& font) const {
-    WriteFile("MACHINE/" + samples::NumberedName(number), samples::WriteFont(font));
+    WriteFile("MACHINE/" + base::NumberedName(static_cast<int>(number)), samples::WriteFont(font));
 }
 
 void ModuleTest::Import(const std::string& name) {
@@ -115,7 +133,7 @@ void ModuleTest::OnChar(CWnd* host, tag_CharInf* info, unsigned character) {
     g_test->m_order.emplace_back("char");
 }
 
-LRESULT ModuleTest::Hear(const WindowMessage& message) {
+LRESULT ModuleTest::Record(const WindowMessage& message) {
     messages.push_back(message);
     m_order.push_back(std::to_string(message.message));
     if (message.message == 1157) {

@@ -20,7 +20,7 @@
 
 namespace zel::module_test {
 
-/// A font set that gives its slots back when it goes.
+/// A font set that releases its slots, as a host does.
 class FontSet : public CZelFont {
   public:
     FontSet() = default;
@@ -28,7 +28,7 @@ class FontSet : public CZelFont {
     void Clear();
 };
 
-/// The main dialog with its protected members open.
+/// The import dialog with some protected members made public.
 class OpenDialog : public CZelTransDlg {
   public:
     using CZelTransDlg::CZelTransDlg;
@@ -36,7 +36,7 @@ class OpenDialog : public CZelTransDlg {
     using CZelTransDlg::ReportError;
 };
 
-/// A call of the host's callback, with what dies when it returns.
+/// A call of the host's callback. The LOGFONT is copied, as it is only valid during the call.
 struct CharCall {
     tag_CharInf info;
     LOGFONT log_font;
@@ -50,11 +50,11 @@ struct WindowMessage {
     LPARAM lParam;
 };
 
-/// Makes the desktop of every test; a program that has a screen sets another maker before the tests run.
+/// Creates the desktop of every test. A program with a screen sets another function before the tests run.
 extern std::unique_ptr<script::HeadlessDesktop> (*make_desktop)();
 
-/// A fresh module on a fresh machine: no settings, nobody at the screen, and a host that only records. The scratch disk
-/// is drive D: with MESSAGES, MACHINE and MAPS, and MAPS is registered for the name lists.
+/// The module in its initial state: no settings, no user, and a host that only records. Drive D: is an empty disk with
+/// the directories MESSAGES, MACHINE and MAPS. MAPS is registered for the name lists.
 class ModuleTest : public testing::Test {
   protected:
     ModuleTest();
@@ -69,14 +69,14 @@ class ModuleTest : public testing::Test {
 
     /// Imports D:\MESSAGES\<name> without a dialog.
     void Import(const std::string& name = ".0001");
-    /// Runs the main dialog with a user who does `user`; the boxes name D:\MACHINE and D:\MESSAGES.
+    /// Runs the import dialog, with D:\MACHINE and D:\MESSAGES in its boxes; `user` operates it.
     void RunDialog(std::function<void(script::DialogDriver&, CZelTransDlg&)> user);
 
     /// Window messages and characters in order, such as "1157 char*3 1181".
     std::string Order() const;
-    /// What the user saw: "caption|text" for each box.
+    /// "caption|text" for each message box.
     std::vector<std::string> Boxes() const;
-    /// What the user saw since the last call.
+    /// The boxes since the last call.
     std::vector<std::string> NewBoxes();
 
   private:
@@ -87,7 +87,8 @@ class ModuleTest : public testing::Test {
     script::MemorySettingsStore settings;
     std::vector<WindowMessage> messages;
     std::vector<CharCall> chars;
-    std::function<void(const WindowMessage&)> on_message;  // called once the message is recorded
+    /// Called after a message is recorded.
+    std::function<void(const WindowMessage&)> on_message;
     virtual LRESULT Answer(const WindowMessage& /*sent*/) { return 0; }
     CWnd& Host() { return m_host; }
 
@@ -104,18 +105,19 @@ class ModuleTest : public testing::Test {
         const char m_target;
     };
     static void OnChar(CWnd* host, tag_CharInf* info, unsigned character);
-    LRESULT Hear(const WindowMessage& message);
+    LRESULT Record(const WindowMessage& message);
 
     std::filesystem::path m_disk;
     Window m_host{*this, 'h'};
     Window m_main{*this, 'm'};
     std::vector<std::string> m_order;
-    std::vector<tag_font_memory> m_fonts;  // what the host was given, released at the end
+    // What the host received, released at the end.
+    std::vector<tag_font_memory> m_fonts;
     std::size_t m_boxes_seen = 0;
 };
 
-/// A plain font of 40 lines named `name`, with run-coded glyphs 4 pixels wide and two lines high for the codes of
-/// `characters`. top 10, metric 5.
+/// A plain font, 40 pixels high, named `name`. The codes of `characters` have run-coded glyphs, 4 pixels wide and 2
+/// high, with top 10 and metric 5.
 samples::FontFile PlainFont(std::string_view name = "Plain", std::string_view characters = "ABC");
 
 /// A stored glyph of one colour.

@@ -15,8 +15,6 @@ using Json = nlohmann::ordered_json;
 
 /// Greatest distance from the picture's corner. Far above any message; sums of a few never overflow.
 constexpr int kFarthest = 4096;
-/// Least height of a row for the widths of its characters.
-constexpr int kLeastHeight = 4;
 
 const Json& Member(const Json& json, const char* key) {
     static const Json none;
@@ -62,7 +60,7 @@ class WidthRule {
     /// Sets the width of the character that was added last, and that of the one before it in its row.
     void OnAdded(int step) {
         DocumentCharacter& added = m_contents.characters.back();
-        const int height = std::max(m_contents.rows[added.row].height, kLeastHeight);
+        const int height = std::max(m_contents.rows[added.row].height, kLeastRowHeight);
         Last& last = m_last[added.row];
         if (last.count > 0) {
             DocumentCharacter& before = m_contents.characters[last.index];

@@ -7,8 +7,11 @@
 
 namespace zel::document {
 
-// The reader of the documents that MessageDocument writes. Positions and sizes are in pixels of the
-// picture. Texts are UTF-8, colours "#RRGGBB". A member that is missing or has the wrong type gives 0 or an empty text.
+// The reader of the documents that MessageDocument writes. Positions and sizes are in pixels of the picture. Texts are
+// UTF-8, colours "#RRGGBB". A member that is missing or has the wrong type gives 0 or an empty text.
+
+/// Height of a lower row when it is shown, and when the widths of its characters are found.
+inline constexpr int kLeastRowHeight = 4;
 
 struct DocumentRow {
     int top = 0;

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/utf8.h"
+
 namespace zel::document {
 
 namespace {
@@ -47,8 +49,7 @@ void AppendOther(std::string& text, unsigned char byte) {
         if (byte != 0x7F) text += '\\';
         text += static_cast<char>(byte);
     } else {
-        text += static_cast<char>(0xC0 | byte >> 6);
-        text += static_cast<char>(0x80 | (byte & 0x3F));
+        base::AppendUtf8(text, byte);
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/field_text.h"
 #include "host/document/json_line.h"
 #include "module/contract/records/palette.h"
 
@@ -13,15 +14,9 @@ namespace zel::document {
 
 namespace {
 
-template <std::size_t Size>
-std::string_view FieldText(const char (&field)[Size]) noexcept {
-    const std::string_view all(field, Size);
-    return all.substr(0, all.find('\0'));
-}
-
 /// Face name without the leading blanks that right-justify it.
 std::string_view FaceName(const LOGFONT& font) noexcept {
-    std::string_view name = FieldText(font.lfFaceName);
+    std::string_view name = base::FieldText(font.lfFaceName);
     name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
     return name;
 }
@@ -144,7 +139,7 @@ void DocumentWriter::Characters() {
 }
 
 void DocumentWriter::TabField(const tag_tab_field& tab) {
-    m_json.Open('{').Bytes("name", FieldText(tab.tab_name)).Number("row", tab.Row()).Key("frame").Open('{');
+    m_json.Open('{').Bytes("name", base::FieldText(tab.tab_name)).Number("row", tab.Row()).Key("frame").Open('{');
     m_json.Number("left", std::uint16_t{tab.tab_start}).Number("top", std::uint16_t{tab.tab_top});
     m_json.Number("right", std::uint16_t{tab.tab_end}).Number("bottom", std::uint16_t{tab.tab_bottom}).Close('}');
     if (tab.Font() < kFontSlots) {

@@ -1,5 +1,6 @@
 #include "host/document/message_warnings.h"
 
+#include "base/text.h"
 #include "module/contract/records/msg_header.h"
 
 namespace zel::document {
@@ -22,8 +23,7 @@ std::vector<std::string> WarningsOf(const MessageRecord& message) {
         warnings.push_back("not found or not readable: font " + numbers + "; a row ends where it is used");
     }
     if (!message.glyph_failures.empty()) {
-        const std::size_t count = message.glyph_failures.size();
-        warnings.push_back(std::to_string(count) + (count == 1 ? " glyph" : " glyphs") +
+        warnings.push_back(base::Counted(message.glyph_failures.size(), "glyph") +
                            " couldn't be drawn: " + message.glyph_failures.front());
     }
     return warnings;

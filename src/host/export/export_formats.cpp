@@ -19,8 +19,8 @@ const std::vector<ExportFormat>& ExportFormats() {
         {"tga", "NAME.tga, 720x486 or 720x576, 32 bits with alpha", MakeTgaExporter},
         {"square", "NAME_square.png, 655x486 or 785x576 with square pixels and alpha", MakeSquareExporter},
         {"json", "NAME.json, the message with rows, characters, fields, fonts and sources", MakeJsonExporter},
-        {"html", "NAME.html, the picture with its text to be selected in place, and index.html", MakeHtmlExporter},
-        {"sheet", "contact-sheet-001.png and on, 30 messages a page with number and first line",
+        {"html", "NAME.html, the picture with selectable text in place, and index.html", MakeHtmlExporter},
+        {"sheet", "contact-sheet-001.png and following, 30 messages per page with number and first line",
          MakeContactSheetExporter},
     };
     return formats;

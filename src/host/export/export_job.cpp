@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "base/sha256.h"
 #include "base/whole_file.h"
@@ -32,9 +33,9 @@ std::vector<std::string> WithoutRepeats(const std::vector<std::string>& names) {
 void CreateDirectory(const std::filesystem::path& directory) {
     std::error_code error;
     std::filesystem::create_directories(directory, error);
-    if (error) throw std::runtime_error(directory.string() + ": could not be made: " + error.message());
+    if (error) throw std::runtime_error(directory.string() + ": could not be created: " + error.message());
     if (!std::filesystem::is_directory(directory, error)) {
-        throw std::runtime_error(directory.string() + ": is no directory");
+        throw std::runtime_error(directory.string() + ": is not a directory");
     }
 }
 
@@ -53,6 +54,8 @@ std::string ReasonOf(const std::function<void()>& step) {
 }  // namespace
 
 struct ExportJob::Outcome {
+    /// The summary's line for a message that can't be exported at all; otherwise empty.
+    std::string rejection;
     ExportedMessage message;
     std::vector<ManifestFile> files;
     std::vector<std::string> failures;
@@ -61,8 +64,10 @@ struct ExportJob::Outcome {
 ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::string>& formats,
                      const ExportOptions& options, int jobs)
     : m_directory(std::move(directory)),
-      m_jobs(static_cast<std::size_t>(std::max(jobs, 1))),
-      m_formats(WithoutRepeats(formats)) {
+      m_formats(WithoutRepeats(formats)),
+      // One job needs no threads.
+      m_workers(jobs > 1 ? static_cast<std::size_t>(jobs) : 0, static_cast<std::size_t>(std::max(jobs, 1)),
+                [this](Outcome outcome) { Collect(std::move(outcome)); }) {
     if (Contains(m_formats, "png") && Contains(m_formats, "key-fill")) {
         throw std::runtime_error("png and key-fill write files of the same name: export them to two directories");
     }
@@ -79,35 +84,24 @@ ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::str
 
 ExportJob::~ExportJob() = default;
 
-void ExportJob::Export(const library::Recording& recording) {
-    ++m_summary.messages;
-    if (const std::string reason = ReasonOf([&] { CheckNames(recording); }); !reason.empty()) {
-        ++m_summary.failed_messages;
-        m_summary.failures.push_back(std::to_string(recording.number) + ": " + reason);
+void ExportJob::Export(library::Recording recording) {
+    if (const std::string reason = ReasonOf([&] { ReserveStem(recording); }); !reason.empty()) {
+        Outcome rejected;
+        rejected.rejection = std::to_string(recording.number) + ": " + reason;
+        m_workers.Give([rejected = std::move(rejected)] { return rejected; });
         return;
     }
-    if (m_jobs == 1) {
-        Collect(Work(recording));
-        return;
-    }
-    if (m_in_progress.size() == m_jobs) CollectOldest();
-    const auto work = [this, recording] { return Work(recording); };
-    try {
-        m_in_progress.push_back(std::async(std::launch::async, work));
-    } catch (const std::system_error&) {
-        m_in_progress.push_back(
-            std::async(std::launch::deferred, work));  // no thread is available: run when it is collected
-    }
+    m_workers.Give([this, recording = std::move(recording)] { return Work(recording); });
 }
 
 /// @throws std::runtime_error for a message whose files can't have unique names.
-void ExportJob::CheckNames(const library::Recording& recording) {
+void ExportJob::ReserveStem(const library::Recording& recording) {
     const std::string stem = StemOf(recording.disk, recording.number);
     if (!m_stems.insert(stem).second) throw std::runtime_error("another message has the file name " + stem);
 }
 
 ExportSummary ExportJob::Finish() {
-    while (!m_in_progress.empty()) CollectOldest();
+    m_workers.Finish();
     for (std::size_t n = 0; n < m_exporters.size(); ++n) {
         const std::string reason = ReasonOf([&] { WriteRangeFiles(m_exporters[n]->Finish()); });
         if (!reason.empty()) m_summary.failures.push_back(m_formats[n] + ": " + reason);
@@ -147,13 +141,13 @@ ManifestFile ExportJob::Write(const ExportedFile& file) const {
     return {file.name, file.bytes.size(), base::Sha256(file.bytes)};
 }
 
-void ExportJob::CollectOldest() {
-    std::future<Outcome> oldest = std::move(m_in_progress.front());
-    m_in_progress.pop_front();
-    Collect(oldest.get());
-}
-
 void ExportJob::Collect(Outcome outcome) {
+    ++m_summary.messages;
+    if (!outcome.rejection.empty()) {
+        ++m_summary.failed_messages;
+        m_summary.failures.push_back(std::move(outcome.rejection));
+        return;
+    }
     const ExportedMessage& message = outcome.message;
     for (std::size_t n = 0; n < m_exporters.size(); ++n) {
         const std::string reason = ReasonOf([&] { WriteRangeFiles(m_exporters[n]->Collect(message)); });

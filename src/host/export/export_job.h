@@ -1,14 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <filesystem>
-#include <future>
 #include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "base/ordered_workers.h"
 #include "host/export/exporter.h"
 #include "host/export/manifest.h"
 #include "host/library/recording.h"
@@ -48,7 +47,7 @@ class ExportJob {
 
     /// Exports a message. Messages are passed in the order of their keys. With several jobs the call may return before
     /// the message is written; at most as many messages as jobs are in memory.
-    void Export(const library::Recording& recording);
+    void Export(library::Recording recording);
 
     /// Waits for all messages and writes the files of the whole range. Called once, last.
     ExportSummary Finish();
@@ -56,29 +55,28 @@ class ExportJob {
   private:
     struct Outcome;
 
-    void CheckNames(const library::Recording& recording);
+    void ReserveStem(const library::Recording& recording);
     Outcome Work(const library::Recording& recording) const;
     void ExportIn(std::size_t format, ExportSubject& message, Outcome& outcome) const;
     ManifestFile Write(const ExportedFile& file) const;
 
-    void CollectOldest();
     void Collect(Outcome outcome);
     void WriteRangeFiles(const std::vector<ExportedFile>& files);
     void WriteManifest();
     void Count(const ManifestFile& file);
 
     const std::filesystem::path m_directory;
-    const std::size_t m_jobs;
     std::vector<std::string> m_formats;
     /// In the order of m_formats.
     std::vector<std::unique_ptr<Exporter>> m_exporters;
     bool m_wants_thumbnails = false;
-    /// Of the messages so far.
+    /// Of the messages passed to Export.
     std::set<std::string> m_stems;
+    /// Changed on the thread of m_workers that collects the outcomes.
     Manifest m_manifest;
     ExportSummary m_summary;
-    /// Oldest first. The last member: its destructor waits for work that uses the others.
-    std::deque<std::future<Outcome>> m_in_progress;
+    /// The last member: its destructor waits for work that uses the others.
+    base::OrderedWorkers<Outcome> m_workers;
 };
 
 }  // namespace zel::exporter

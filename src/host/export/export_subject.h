@@ -8,7 +8,7 @@
 
 namespace zel::exporter {
 
-/// A message that is exported. What several formats need of it is made once. One thread uses it.
+/// A message that is exported. Work that several formats share is done once. One thread uses it.
 class ExportSubject {
   public:
     /// @param recording  kept alive by the caller.
@@ -21,7 +21,7 @@ class ExportSubject {
     const std::string& Stem() const noexcept { return m_stem; }
 
     /// The picture in a frame of the message's video standard, straight alpha.
-    /// @throws std::runtime_error when there is no picture, or one that can't be read.
+    /// @throws std::runtime_error if there is no picture, or if it can't be read.
     const picture::Picture& Frame();
 
   private:

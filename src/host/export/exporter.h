@@ -20,7 +20,7 @@ struct ExportedFile {
     std::string bytes;
 };
 
-/// What is known of a message after its own files are written.
+/// A message whose own files have been written, for the files of the whole range.
 struct ExportedMessage {
     std::string stem;
     std::string disk;

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "base/sha256.h"
+#include "base/text.h"
 
 namespace zel::exporter {
 
@@ -27,8 +28,7 @@ std::string PlainDiskName(const std::string& disk) {
 
 std::string FileNumber(int number) {
     if (number < 0 || number > 9999) throw std::runtime_error("the number isn't 0 to 9999");
-    const std::string digits = std::to_string(number);
-    return std::string(4 - digits.size(), '0') + digits;
+    return base::FourDigits(number);
 }
 
 std::string StemOf(const std::string& disk, int number) {

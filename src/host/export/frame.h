@@ -5,9 +5,9 @@
 
 namespace zel::exporter {
 
-/// The picture in the middle of a transparent frame, 720 pixels wide and as high as the standard; what is outside the
-/// frame is cut off. The picture isn't scaled, and its first row is at an even row of the frame, or an even number of
-/// rows is cut off, to keep its fields. A picture of the frame's size is returned unchanged.
+/// The picture in the centre of a transparent frame of 720 x 486 or 720 x 576 pixels. It isn't scaled; parts outside
+/// the frame are cut off. Its upper edge moves by an even number of rows, which keeps its interlaced fields. A picture
+/// of the frame's size is returned unchanged.
 picture::Picture PlacedOnFrame(picture::Picture picture, VideoStandard standard);
 
 }  // namespace zel::exporter

@@ -11,8 +11,8 @@ std::string HtmlText(std::string_view text);
 /// Bytes in base64, with padding.
 std::string Base64(std::string_view bytes);
 
-/// The beginning of a page up to its <body>. The page's policy forbids loading, scripts and forms; it allows pictures
-/// inside the page and this one style, by its checksum.
+/// The beginning of a page up to and including <body>. The page's policy allows pictures embedded in the page and this
+/// style, by its checksum, and forbids scripts, forms and everything that is loaded.
 /// @param title  any text.
 std::string HtmlHead(std::string_view title, std::string_view style);
 

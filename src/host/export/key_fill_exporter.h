@@ -6,7 +6,7 @@
 
 namespace zel::exporter {
 
-/// NAME.png and NAME_A.png: the opaque fill, and the key as grey. A mixer that keys the one by the other shows the
+/// NAME.png and NAME_A.png: the opaque fill, and the key as grey. A mixer that keys the fill with the key shows the
 /// picture.
 std::unique_ptr<Exporter> MakeKeyFillExporter(const ExportOptions& options);
 

@@ -24,7 +24,7 @@ struct ManifestMessage {
     std::vector<std::string> failures;
 };
 
-/// What an export wrote, readable for people and programs.
+/// The result of an export.
 struct Manifest {
     std::vector<std::string> formats;
     bool premultiplied = false;

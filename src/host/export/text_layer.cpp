@@ -7,10 +7,9 @@
 namespace zel::exporter {
 
 std::vector<PlacedRow> TextLayer(const document::DocumentContents& contents) {
-    constexpr int kLeastHeight = 4;
     std::vector<PlacedRow> rows;
     for (const document::DocumentRow& row : contents.rows) {
-        rows.push_back({row.top, std::max(row.height, kLeastHeight), {}});
+        rows.push_back({row.top, std::max(row.height, document::kLeastRowHeight), {}});
     }
     for (const document::DocumentCharacter& character : contents.characters) {
         rows[character.row].characters.push_back({ValidUtf8(character.text), character.x, character.width});

@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 
+#include "base/fold_case.h"
 #include "host/ftp/fetch_file.h"
 #include "host/ftp/list_directory.h"
 #include "host/ftp/remote_name.h"
@@ -15,6 +16,16 @@ namespace zel::ftp {
 namespace {
 
 constexpr std::string_view kMessages = "MESSAGES", kMachine = "MACHINE";
+
+// Where the remote directory's messages and fonts are.
+enum class Layout {
+    // In its subdirectories MESSAGES and MACHINE.
+    kDisk,
+    // It is MESSAGES, and MACHINE is beside it.
+    kBeside,
+    // Both in the directory itself.
+    kTogether,
+};
 
 // A directory of the server with its listing, and the local directory that its files go to.
 struct DirectoryPair {
@@ -97,7 +108,7 @@ class Fetcher {
             m_layout = Layout::kDisk;
         } else {
             m_messages.remote = m_request.directory;
-            if (SameName(LastPart(m_request.directory), kMessages)) {
+            if (base::EqualsFolded(LastPart(m_request.directory), kMessages)) {
                 const bool lower = LastPart(m_request.directory).front() == 'm';
                 m_font_directory = Sibling(m_request.directory, lower ? "machine" : kMachine);
                 m_layout = Layout::kBeside;
@@ -182,7 +193,7 @@ class Fetcher {
     SafeDirectory OpenMachine() const {
         std::filesystem::path to = std::filesystem::absolute(m_request.to).lexically_normal();
         if (!to.has_filename()) to = to.parent_path();
-        const bool beside = m_layout == Layout::kBeside && SameName(to.filename().string(), kMessages);
+        const bool beside = m_layout == Layout::kBeside && base::EqualsFolded(to.filename().string(), kMessages);
         return SafeDirectory(beside ? to.parent_path() : to).Below(std::string(kMachine));
     }
 
@@ -206,12 +217,6 @@ class Fetcher {
     bool IsReported(const std::string& name) const {
         return std::ranges::any_of(m_report.files, [&](const FileReport& file) { return file.name == name; });
     }
-
-    enum class Layout {
-        kDisk,      // MESSAGES and MACHINE within the directory
-        kBeside,    // the directory is MESSAGES; MACHINE is beside it
-        kTogether,  // messages and fonts in one directory
-    };
 
     FtpSession& m_session;
     const FetchRequest& m_request;

@@ -42,8 +42,8 @@ struct FetchServiceOptions {
     FetchObserver* observer = nullptr;
 };
 
-/// Serves the dialog of the FTP copy. Boxes show errors and the result; with Skip Warnings only an error that prevents
-/// the whole transfer. ESC cancels it.
+/// Lists and fetches for the module's FTP dialog. Boxes show errors and the result; with Skip Warnings only an error
+/// that prevents the whole transfer. ESC cancels it.
 class FetchService : public host::FtpService {
   public:
     explicit FetchService(FetchServiceOptions options) : m_options(std::move(options)) {}

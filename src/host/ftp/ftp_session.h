@@ -12,7 +12,6 @@
 
 namespace zel::ftp {
 
-/// One connection to an FTP server. An interface, because the library that implements it is loaded on first use.
 enum class Tls {
     kOff,
     /// Encrypted if the server supports it; the certificate is not checked.
@@ -93,6 +92,8 @@ struct FileFacts {
 /// each.
 enum class ListCommand { kMlsd, kListAll, kList, kNlst };
 
+/// One connection to an FTP server. An interface, because the library that implements it is loaded on first use. Paths
+/// are the server's, with slashes; a path without a leading slash is relative to the login directory.
 class FtpSession {
   public:
     /// Receives data as it arrives; returning false stops the transfer.
@@ -102,7 +103,6 @@ class FtpSession {
 
     virtual ~FtpSession() = default;
 
-    /// Paths are the server's, with slashes; a path without a leading slash is relative to the login directory.
     virtual FtpResult List(const std::string& directory, ListCommand command, const Receiver& receiver) = 0;
     virtual FtpResult GetFacts(const std::string& directory, const std::string& name, FileFacts& facts) = 0;
     /// @param offset  of the first byte to send.

@@ -1,6 +1,7 @@
 #include "host/ftp/list_directory.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zel::ftp {
 
@@ -45,15 +46,16 @@ FtpResult ListDirectory(FtpSession& session, const std::string& directory, const
     FtpResult last;
     for (const ListMethod& method : kMethods) {
         Listing found;
-        const FtpResult result = ListWith(method, session, directory, limits, max_attempts, found);
+        FtpResult result = ListWith(method, session, directory, limits, max_attempts, found);
         if (!result.Done() && result.error != FtpError::kRefused) return result;
-        if (result.Done()) {
-            if (!answered || !found.entries.empty()) listing = found;
-            answered = true;
-            if (!found.entries.empty()) return {};
-        } else {
-            last = result;
+        if (!result.Done()) {
+            last = std::move(result);
+            continue;
         }
+        const bool is_empty = found.entries.empty();
+        if (!answered || !is_empty) listing = std::move(found);
+        if (!is_empty) return {};
+        answered = true;
     }
     return answered ? FtpResult{} : last;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/fold_case.h"
 #include "host/ftp/listing_line.h"
 #include "host/ftp/remote_name.h"
 
@@ -92,7 +93,8 @@ const ListingEntry* Listing::Find(std::string_view name) const {
     const auto exact =
         std::ranges::lower_bound(entries, name, {}, [](const auto& entry) -> std::string_view { return entry.name; });
     if (exact != entries.end() && exact->name == name) return &*exact;
-    const auto found = std::ranges::find_if(entries, [&](const auto& entry) { return SameName(entry.name, name); });
+    const auto found =
+        std::ranges::find_if(entries, [&](const auto& entry) { return base::EqualsFolded(entry.name, name); });
     return found == entries.end() ? nullptr : &*found;
 }
 
@@ -100,7 +102,7 @@ const ListingEntry* Listing::FindDirectory(std::string_view name) const {
     const ListingEntry* best = nullptr;
     for (const ListingEntry& entry : entries) {
         // The kind is unknown in a listing of names alone; there the name decides.
-        if (entry.kind == EntryKind::kFile || !SameName(entry.name, name)) continue;
+        if (entry.kind == EntryKind::kFile || !base::EqualsFolded(entry.name, name)) continue;
         if (best == nullptr || entry.name == name) best = &entry;
     }
     return best;

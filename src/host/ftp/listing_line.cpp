@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/fold_case.h"
 #include "host/ftp/remote_name.h"
 
 namespace zel::ftp {
@@ -32,19 +33,25 @@ bool IsTime(std::string_view text) noexcept {
     return fraction.empty() || (fraction.front() == '.' && std::ranges::all_of(fraction.substr(1), IsDigit));
 }
 
+bool IsMonth(std::string_view text) noexcept {
+    constexpr std::string_view kMonths[] = {"jan", "feb", "mar", "apr", "may", "jun",
+                                            "jul", "aug", "sep", "oct", "nov", "dec"};
+    return std::ranges::any_of(kMonths, [&](std::string_view month) { return base::EqualsFolded(text, month); });
+}
+
 void ReadFact(std::string_view fact, ListingLine& line) noexcept {
     const std::size_t equals = std::min(fact.find('='), fact.size());
     const std::string_view key = fact.substr(0, equals);
     const std::string_view value = fact.substr(std::min(equals + 1, fact.size()));
-    if (SameName(key, "type")) {
-        line.kind = SameName(value, "file")  ? EntryKind::kFile
-                    : SameName(value, "dir") ? EntryKind::kDirectory
-                                             : EntryKind::kUnknown;
+    if (base::EqualsFolded(key, "type")) {
+        line.kind = base::EqualsFolded(value, "file")  ? EntryKind::kFile
+                    : base::EqualsFolded(value, "dir") ? EntryKind::kDirectory
+                                                       : EntryKind::kUnknown;
         line.special = line.kind == EntryKind::kUnknown;
-        if (SameName(value, "cdir") || SameName(value, "pdir")) line.name = ".";
-    } else if (SameName(key, "size")) {
+        if (base::EqualsFolded(value, "cdir") || base::EqualsFolded(value, "pdir")) line.name = ".";
+    } else if (base::EqualsFolded(key, "size")) {
         line.size = Number(value);
-    } else if (SameName(key, "modify") && IsTime(value)) {
+    } else if (base::EqualsFolded(key, "modify") && IsTime(value)) {
         line.modified = value;
     }
 }
@@ -68,34 +75,26 @@ std::optional<ListingLine> ParseFactsLine(std::string_view line) noexcept {
 }
 
 // "-rw-r--r--   1 owner group     4476 Dec 31 23:59 .0012"; the group may be missing, so the line is searched for the
-// month.
+// size and the month.
 std::optional<ListingLine> ParseUnixLine(std::string_view line) noexcept {
     constexpr std::string_view kKinds = "-dlbcps";
-    constexpr std::string_view kMonths = "jan feb mar apr may jun jul aug sep oct nov dec";
+    constexpr int kMaxTokens = 6;  // up to the month
     const std::string_view rights = NextToken(line);
     if (rights.size() < 10 || kKinds.find(rights.front()) == std::string_view::npos) return std::nullopt;
-    std::string_view before;
-    for (int token = 0; token < 6; ++token) {
-        const std::string_view current = NextToken(line);
-        char month[3] = {};
-        if (current.size() == 3) {
-            std::ranges::transform(current, month, [](char c) { return static_cast<char>(c | 0x20); });
-        }
-        const bool is_month = month[0] != 0 && kMonths.find(std::string_view(month, 3)) % 4 == 0;
-        const std::optional<std::uint64_t> size = Number(before);
-        before = current;
-        if (!is_month || !size) continue;
-        const std::string_view day = NextToken(line);
-        const std::string_view time = NextToken(line);
-        if (!Number(day) || time.empty() || !line.starts_with(' ')) return std::nullopt;
-        const bool directory = rights.front() == 'd';
-        return ListingLine{line.substr(1),
-                           directory ? EntryKind::kDirectory : EntryKind::kFile,
-                           !directory && rights.front() != '-',
-                           size,
-                           {}};
+    std::optional<std::uint64_t> size;
+    int tokens = 0;
+    for (std::string_view token = NextToken(line); !size || !IsMonth(token); token = NextToken(line)) {
+        if (++tokens == kMaxTokens) return std::nullopt;
+        size = Number(token);
     }
-    return std::nullopt;
+    const std::string_view day = NextToken(line), time = NextToken(line);
+    if (!Number(day) || time.empty() || !line.starts_with(' ')) return std::nullopt;
+    const bool directory = rights.front() == 'd';
+    return ListingLine{line.substr(1),
+                       directory ? EntryKind::kDirectory : EntryKind::kFile,
+                       !directory && rights.front() != '-',
+                       size,
+                       {}};
 }
 
 // "12-31-20  11:59PM       <DIR>          MESSAGES", "12-31-2020  11:59PM                 4476 .0012"

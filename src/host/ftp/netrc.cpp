@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "base/fold_case.h"
 #include "host/ftp/remote_name.h"
 
 namespace zel::ftp {
@@ -59,7 +60,7 @@ struct Entry {
     std::optional<Secret> password;
 
     bool AppliesTo(std::string_view wanted_host, std::string_view user) const {
-        return (!host || SameName(*host, wanted_host)) && (!login || *login == user) && password;
+        return (!host || base::EqualsFolded(*host, wanted_host)) && (!login || *login == user) && password;
     }
 };
 

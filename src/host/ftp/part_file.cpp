@@ -11,6 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/whole_file.h"
+
 namespace zel::ftp {
 
 namespace {
@@ -21,21 +23,10 @@ namespace {
 
 }  // namespace
 
-Descriptor::Descriptor(Descriptor&& other) noexcept : m_value(std::exchange(other.m_value, -1)) {}
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-    std::swap(m_value, other.m_value);
-    return *this;
-}
-
-Descriptor::~Descriptor() {
-    if (m_value >= 0) close(m_value);
-}
-
 PartFile::PartFile(int directory, std::string name, std::string part_name)
     : m_directory(directory), m_name(std::move(name)), m_part_name(std::move(part_name)) {
-    m_file = Descriptor(openat(directory, m_part_name.c_str(),
-                               O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666));
+    m_file = base::FileDescriptor(openat(directory, m_part_name.c_str(),
+                                         O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666));
     if (m_file.Get() < 0) Fail("cannot write");
     struct stat status {};
     if (fstat(m_file.Get(), &status) != 0) Fail("cannot write");
@@ -55,8 +46,8 @@ PartFile::PartFile(int directory, std::string name, std::string part_name)
 
 void PartFile::Append(std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = pwrite(m_file.Get(), bytes.data(), bytes.size(), static_cast<off_t>(m_size));
-        if (written < 0 && errno == EINTR) continue;
+        const ssize_t written = base::RetryInterrupted(
+            [&] { return pwrite(m_file.Get(), bytes.data(), bytes.size(), static_cast<off_t>(m_size)); });
         if (written < 0) Fail("cannot write");
         m_size += static_cast<std::uint64_t>(written);
         bytes = bytes.subspan(static_cast<std::size_t>(written));
@@ -70,27 +61,16 @@ void PartFile::Reset() {
 
 std::vector<std::uint8_t> PartFile::Tail(std::size_t count) const {
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(std::min<std::uint64_t>(count, m_size)));
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t got = pread(m_file.Get(), bytes.data() + done, bytes.size() - done,
-                                  static_cast<off_t>(m_size - bytes.size() + done));
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) throw LocalError("cannot read the part that exists");
-        done += static_cast<std::size_t>(got);
-    }
+    const std::size_t size = base::ReadFullyAt(m_file.Get(), bytes.data(), bytes.size(), m_size - bytes.size());
+    if (size < bytes.size()) throw LocalError("cannot read the part that exists");
     return bytes;
 }
 
 void PartFile::Finish(bool overwrite) {
     if (fsync(m_file.Get()) != 0) Fail("cannot write");
-    int result = overwrite ? renameat(m_directory, m_part_name.c_str(), m_directory, m_name.c_str())
-                           : renameat2(m_directory, m_part_name.c_str(), m_directory, m_name.c_str(), RENAME_NOREPLACE);
-    // Some file systems do not support RENAME_NOREPLACE; a hard link also fails if the name exists.
-    if (result != 0 && errno == EINVAL && !overwrite) {
-        result = linkat(m_directory, m_part_name.c_str(), m_directory, m_name.c_str(), 0);
-        if (result == 0) unlinkat(m_directory, m_part_name.c_str(), 0);
-    }
-    if (result != 0) Fail("cannot rename");
+    const bool renamed = overwrite ? renameat(m_directory, m_part_name.c_str(), m_directory, m_name.c_str()) == 0
+                                   : base::RenameToNewName(m_directory, m_part_name, m_name);
+    if (!renamed) Fail("cannot rename");
     fsync(m_directory);
 }
 

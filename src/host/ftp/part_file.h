@@ -6,25 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "base/file_descriptor.h"
+
 namespace zel::ftp {
 
 /// A local file or directory cannot be used; what() is the reason, to print after its name and a colon.
 class LocalError : public std::runtime_error {
     using std::runtime_error::runtime_error;
-};
-
-/// Owns a descriptor.
-class Descriptor {
-  public:
-    explicit Descriptor(int value = -1) noexcept : m_value(value) {}
-    Descriptor(Descriptor&& other) noexcept;
-    Descriptor& operator=(Descriptor&& other) noexcept;
-    ~Descriptor();
-
-    int Get() const noexcept { return m_value; }
-
-  private:
-    int m_value;
 };
 
 /// A file that is being fetched: NAME.KEY.part until it is complete. Locked against a second fetch. SafeDirectory opens
@@ -52,7 +40,7 @@ class PartFile {
 
     int m_directory;  // not owned
     std::string m_name, m_part_name;
-    Descriptor m_file;
+    base::FileDescriptor m_file;
     std::uint64_t m_size = 0;
 };
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/fold_case.h"
+
 namespace zel::ftp {
 
 namespace {
@@ -10,11 +12,8 @@ constexpr std::size_t kMaxStemSize = 8;  // digits of a long number, or characte
 constexpr std::size_t kMaxDirectoryNameSize = 255;
 constexpr std::size_t kMaxPrintableSize = 80;
 
-constexpr char Lower(char c) noexcept {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 constexpr bool IsLetterOrDigit(char c) noexcept {
-    return IsDigit(c) || (Lower(c) >= 'a' && Lower(c) <= 'z');
+    return IsDigit(c) || base::IsAsciiLetter(c);
 }
 constexpr bool IsStemCharacter(char c) noexcept {
     return IsLetterOrDigit(c) || c == '_' || c == '-' || c == '~';
@@ -65,10 +64,6 @@ std::optional<NumberedName> NumberOf(std::string_view name) noexcept {
     unsigned long number = 0;
     for (const char c : digits) number = number * 10 + static_cast<unsigned long>(c - '0');
     return NumberedName{number, extension.has_value()};
-}
-
-bool SameName(std::string_view a, std::string_view b) noexcept {
-    return std::ranges::equal(a, b, {}, Lower, Lower);
 }
 
 std::string_view LastPart(std::string_view path) noexcept {

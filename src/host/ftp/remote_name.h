@@ -14,9 +14,8 @@ namespace zel::ftp {
 /// ".0012", "0012", ".0012.TN", "PROMO", "NEWS.0012".
 bool IsFileName(std::string_view name) noexcept;
 
-/// Whether a directory name can be shown and opened: up to 255 printable ASCII characters without separators, and
-/// neither
-/// "." nor "..".
+/// Whether a directory name can be shown and opened: up to 255 printable ASCII characters without separators, and not
+/// "." or "..".
 bool IsDirectoryName(std::string_view name) noexcept;
 
 /// The number in a name, as the import reads it from ".0012", "12" and ".0012.TN". Names with other extensions have
@@ -34,9 +33,6 @@ std::optional<NumberedName> NumberOf(std::string_view name) noexcept;
 constexpr bool IsDigit(char c) noexcept {
     return c >= '0' && c <= '9';
 }
-
-/// Equal, ignoring the case of ASCII letters.
-bool SameName(std::string_view a, std::string_view b) noexcept;
 
 /// The last component of a remote path, without trailing separators; empty for the root and for an empty path.
 std::string_view LastPart(std::string_view path) noexcept;

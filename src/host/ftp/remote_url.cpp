@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "base/fold_case.h"
 #include "host/ftp/remote_name.h"
 
 namespace zel::ftp {
@@ -37,8 +38,8 @@ std::optional<std::string> Unescaped(std::string_view text) {
 bool TakeScheme(std::string_view& text, RemoteUrl& url, std::string& why) {
     const std::size_t end = text.find("://");
     const std::string_view scheme = text.substr(0, end);
-    url.tls_from_start = SameName(scheme, "ftps");
-    if (end == std::string_view::npos || (!url.tls_from_start && !SameName(scheme, "ftp"))) {
+    url.tls_from_start = base::EqualsFolded(scheme, "ftps");
+    if (end == std::string_view::npos || (!url.tls_from_start && !base::EqualsFolded(scheme, "ftp"))) {
         why = "the address must begin with ftp:// or ftps://";
         return false;
     }

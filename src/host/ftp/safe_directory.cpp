@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/fold_case.h"
 #include "host/ftp/remote_name.h"
 
 namespace zel::ftp {
@@ -57,8 +58,8 @@ void RequireEntryName(const std::string& name) {
     if (!IsEntryName(name)) throw LocalError("invalid name: " + Printable(name));
 }
 
-Descriptor OpenBelow(int directory, const std::string& name) {
-    return Descriptor(openat(directory, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+base::FileDescriptor OpenBelow(int directory, const std::string& name) {
+    return base::FileDescriptor(openat(directory, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 }  // namespace
@@ -66,7 +67,7 @@ Descriptor OpenBelow(int directory, const std::string& name) {
 SafeDirectory::SafeDirectory(const std::filesystem::path& path) {
     std::error_code error;
     std::filesystem::create_directories(path, error);
-    m_directory = Descriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    m_directory = base::FileDescriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (m_directory.Get() < 0)
         throw LocalError(error ? "cannot create: " + error.message() : std::generic_category().message(errno));
 }
@@ -76,11 +77,12 @@ SafeDirectory SafeDirectory::Below(const std::string& name) const {
     std::string found = name;
     const std::vector<std::string> names = Names();
     if (std::ranges::find(names, name) == names.end()) {
-        const auto other = std::ranges::find_if(names, [&](const auto& entry) { return SameName(entry, name); });
+        const auto other =
+            std::ranges::find_if(names, [&](const auto& entry) { return base::EqualsFolded(entry, name); });
         if (other != names.end()) found = *other;
     }
     if (mkdirat(m_directory.Get(), found.c_str(), 0777) != 0 && errno != EEXIST) Fail(found + ": cannot create");
-    Descriptor below = OpenBelow(m_directory.Get(), found);
+    base::FileDescriptor below = OpenBelow(m_directory.Get(), found);
     if (below.Get() < 0) {
         if (errno == ELOOP || errno == ENOTDIR) throw LocalError(found + ": exists and is not a directory");
         Fail(found + ": cannot open");
@@ -99,19 +101,13 @@ SafeDirectory::Type SafeDirectory::TypeOf(const std::string& name) const {
 
 std::optional<std::vector<std::uint8_t>> SafeDirectory::Read(const std::string& name, std::uint64_t limit) const {
     if (!IsEntryName(name)) return std::nullopt;
-    const Descriptor file(openat(m_directory.Get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const base::FileDescriptor file(
+        openat(m_directory.Get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
     if (file.Get() < 0 || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
     if (static_cast<std::uint64_t>(status.st_size) > limit) return std::nullopt;
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(status.st_size));
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t count = read(file.Get(), bytes.data() + done, bytes.size() - done);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) break;
-        done += static_cast<std::size_t>(count);
-    }
-    bytes.resize(done);
+    bytes.resize(base::ReadFully(file.Get(), bytes.data(), bytes.size()));
     return bytes;
 }
 

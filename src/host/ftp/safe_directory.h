@@ -45,10 +45,10 @@ class SafeDirectory {
     std::unique_ptr<PartFile> OpenPart(const std::string& name, const std::optional<PartKey>& key) const;
 
   private:
-    explicit SafeDirectory(Descriptor directory) : m_directory(std::move(directory)) {}
+    explicit SafeDirectory(base::FileDescriptor directory) : m_directory(std::move(directory)) {}
     std::vector<std::string> Names() const;
 
-    Descriptor m_directory;
+    base::FileDescriptor m_directory;
 };
 
 }  // namespace zel::ftp

@@ -112,6 +112,7 @@ std::vector<const ListingEntry*> Selection::ChooseByNumber(const Listing& listin
         if (best == nullptr || Rank(entry.name) < Rank(best->name)) best = &entry;
     }
     std::vector<const ListingEntry*> chosen;
+    chosen.reserve(by_number.size());
     for (const auto& [number, entry] : by_number) chosen.push_back(entry);
     return chosen;
 }

@@ -39,7 +39,7 @@ bool SameSources(const std::vector<SourceFile>& one, const std::vector<SourceFil
     return roles(one) == roles(other);
 }
 
-/// Whether both were made from the same files with the same options. The files' paths don't matter.
+/// Whether both were made from the same files with the same options. The paths of the files are not compared.
 bool IsSame(const Recording& one, const Recording& other) {
     return one.kind == other.kind && one.options == other.options && SameSources(one.sources, other.sources) &&
            std::tie(one.width, one.height, one.picture) == std::tie(other.width, other.height, other.picture);
@@ -56,20 +56,21 @@ class Library::Impl {
     Impl(const std::filesystem::path& path, Access access, std::chrono::milliseconds waiting_time)
         : file(path, access, waiting_time), patience(waiting_time) {}
 
-    /// Stores a recording in place of `there`, within a transaction.
-    void Replace(const Recording& recording, std::optional<RecordingId> there) {
-        if (there) DeleteRecording(file, *there);
+    /// Stores a recording in place of `existing`, within a transaction.
+    void Replace(const Recording& recording, std::optional<RecordingId> existing) {
+        if (existing) DeleteRecording(file, *existing);
         InsertRecording(file, recording);
     }
 
-    void Take(const Recording& recording, MergeCount& count) {
-        const auto there = FindRecording(file, {recording.disk, recording.number});
-        if (there && IsSame(ReadRecording(file, *there), recording)) {
+    /// Merges one recording, within a transaction.
+    void Merge(const Recording& recording, MergeCount& count) {
+        const auto existing = FindRecording(file, {recording.disk, recording.number});
+        if (existing && IsSame(ReadRecording(file, *existing), recording)) {
             ++count.unchanged;
             return;
         }
-        Replace(recording, there);
-        ++(there ? count.replaced : count.added);
+        Replace(recording, existing);
+        ++(existing ? count.replaced : count.added);
     }
 
     /// Reads a part of a recording with a function of recording_rows.h, in one transaction.
@@ -155,9 +156,9 @@ MergeCount Library::Merge(const std::filesystem::path& other) {
     source.Read([&] {
         std::vector<Recording> batch;
         std::size_t bytes = 0;
-        const auto take = [&] {
+        const auto merge_batch = [&] {
             m_impl->file.Write([&] {
-                for (const Recording& recording : batch) m_impl->Take(recording, count);
+                for (const Recording& recording : batch) m_impl->Merge(recording, count);
             });
             batch.clear();
             bytes = 0;
@@ -165,9 +166,9 @@ MergeCount Library::Merge(const std::filesystem::path& other) {
         for (const RecordingId id : ReadIds(source)) {
             batch.push_back(ReadRecording(source, id));
             bytes += BytesOf(batch.back());
-            if (batch.size() >= kMergeRecordings || bytes >= kMergeBytes) take();
+            if (batch.size() >= kMergeRecordings || bytes >= kMergeBytes) merge_batch();
         }
-        if (!batch.empty()) take();
+        if (!batch.empty()) merge_batch();
     });
     return count;
 }

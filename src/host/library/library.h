@@ -52,7 +52,8 @@ class Library {
     /// Recordings by disk and number. @param disk  empty: of all disks.
     std::vector<LibraryEntry> List(const std::optional<std::string>& disk = std::nullopt);
     /// Recordings whose text, field names or source contain every word, best match first. A word matches as the prefix
-    /// of one. Operators of the full text search have no meaning in `words`; a text without words finds everything.
+    /// of one. Operators of the full text search have no meaning in `words`; a text without words finds every
+    /// recording.
     std::vector<LibraryEntry> Search(const std::string& words);
 
     /// @return false if there was no such recording.

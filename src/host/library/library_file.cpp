@@ -1,17 +1,16 @@
 #include "host/library/library_file.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstring>
-#include <fstream>
+#include <span>
 #include <system_error>
 #include <vector>
 
-#include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include "base/whole_file.h"
 #include "host/library/library_schema.h"
 
 namespace zel::library {
@@ -24,6 +23,11 @@ namespace fs = std::filesystem;
 constexpr int kLongestCell = 64 << 20;
 /// Larger than the default: documents and pictures have tens of kilobytes, and each page costs a system call.
 constexpr const char* kPageSize = "PRAGMA page_size = 8192";
+
+/// The header of an SQLite file: its size, and the offsets of the two bytes that are 2 for a file with a write-ahead
+/// log.
+constexpr std::size_t kHeaderSize = 100, kWriteVersion = 18, kReadVersion = 19;
+constexpr char kWalVersion = 2;
 
 std::string Errno(int error) {
     return error != 0 ? ": " + std::generic_category().message(error) : "";
@@ -60,36 +64,10 @@ std::string Reason(const base::SqliteDatabase& database) {
     }
 }
 
-std::uint32_t BigEndian(const std::array<char, 100>& header, std::size_t offset) {
+std::uint32_t BigEndian(std::span<const std::uint8_t> header, std::size_t offset) {
     std::uint32_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(header[offset + i]);
+    for (std::size_t i = 0; i < 4; ++i) value = value << 8 | header[offset + i];
     return value;
-}
-
-/// The temporary file that a library is created in. Removed in the end.
-struct UnfinishedFile {
-    explicit UnfinishedFile(const fs::path& file) : path(file.string() + ".part-" + std::to_string(getpid())) {
-        Remove();
-    }
-    ~UnfinishedFile() { Remove(); }
-    UnfinishedFile(const UnfinishedFile&) = delete;
-    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
-
-    void Remove() const {
-        std::error_code ignored;
-        for (const char* part : {"", "-wal", "-shm", "-journal"}) fs::remove(path.string() + part, ignored);
-    }
-
-    const fs::path path;
-};
-
-/// A new file's name is stored with its directory.
-void SyncDirectory(const fs::path& file) {
-    const fs::path directory = file.has_parent_path() ? file.parent_path() : ".";
-    const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    fsync(descriptor);
-    close(descriptor);
 }
 
 bool MakeTables(base::SqliteDatabase& database) {
@@ -99,8 +77,7 @@ bool MakeTables(base::SqliteDatabase& database) {
     for (const char* table : LibrarySchema()) made = made && database.Run(table);
     const std::string id = "PRAGMA application_id = " + std::to_string(kLibraryId);
     const std::string version = "PRAGMA user_version = " + std::to_string(kLibraryVersion);
-    return made && database.Run(id.c_str()) && database.Run(version.c_str()) && transaction.Commit() &&
-           database.Run("PRAGMA journal_mode = WAL");
+    return made && database.Run(id.c_str()) && database.Run(version.c_str()) && transaction.Commit();
 }
 
 bool HasLog(const fs::path& file) {
@@ -114,7 +91,7 @@ bool HasLog(const fs::path& file) {
 LibraryFile::LibraryFile(const fs::path& file, Access access, std::chrono::milliseconds patience) : m_path(file) {
     std::error_code error;
     const bool there = fs::exists(file, error);
-    if (!there && !error && access == Access::kWrite) Make(patience);
+    if (!there && !error && access == Access::kWrite) Make();
     CheckHeader();
     Open(access, patience);
     Protect(access);
@@ -129,20 +106,21 @@ void LibraryFile::CheckHeader() const {
     // Checked before SQLite opens the file, since opening may write to it.
     std::error_code error;
     if (fs::is_directory(m_path, error)) Fail("it is a directory, not a library");
-    errno = 0;
-    std::ifstream in(m_path, std::ios::binary);
-    if (!in) Fail("the library can't be opened" + Errno(errno));
-    std::array<char, 100> header{};
-    in.read(header.data(), header.size());
+    std::vector<std::uint8_t> header;
+    try {
+        header = base::ReadFileBytes(m_path, kHeaderSize);
+    } catch (const std::system_error& failure) {
+        Fail(std::string("the library can't be opened: ") + failure.what());
+    }
     constexpr char kMagic[] = "SQLite format 3";
-    if (in.gcount() != header.size() || std::memcmp(header.data(), kMagic, sizeof kMagic) != 0) {
-        Fail("it is no library of recorded messages");
+    if (header.size() != kHeaderSize || std::memcmp(header.data(), kMagic, sizeof kMagic) != 0) {
+        Fail("it is not a library of recorded messages");
     }
     CheckVersion(BigEndian(header, 68), static_cast<std::int32_t>(BigEndian(header, 60)));
 }
 
 void LibraryFile::CheckVersion(std::int64_t id, std::int64_t version) const {
-    if (id != kLibraryId) Fail("it is another program's database, no library of recorded messages");
+    if (id != kLibraryId) Fail("it is another program's database, not a library of recorded messages");
     if (version != kLibraryVersion) {
         Fail("the library has version " + std::to_string(version) + ", and this program reads version " +
              std::to_string(kLibraryVersion));
@@ -151,7 +129,7 @@ void LibraryFile::CheckVersion(std::int64_t id, std::int64_t version) const {
 
 void LibraryFile::CheckLayout() {
     // Anything else that the file defines, such as a trigger, would run as part of our statements. The tables of the
-    // full text search are SQLite's own.
+    // full text search belong to SQLite.
     base::SqliteStatement query = Prepare(
         "SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL AND substr(name, 1, 7) <> 'sqlite_'"
         " AND (type <> 'table' OR substr(name, 1, 7) <> 'search_')");
@@ -163,26 +141,24 @@ void LibraryFile::CheckLayout() {
     if (found != expected) Fail("the library's tables are not those of its version");
 }
 
-void LibraryFile::Make(std::chrono::milliseconds patience) {
-    // The file gets its own name when its tables are complete.
-    const UnfinishedFile unfinished(m_path);
-    {
-        base::SqliteDatabase database(unfinished.path, base::SqliteDatabase::Opening::kMake, patience);
-        if (!MakeTables(database)) Fail("the library can't be made: " + Reason(database));
+void LibraryFile::Make() {
+    // The tables are made in memory, so that the file never exists without them.
+    base::SqliteDatabase database(":memory:", base::SqliteDatabase::Opening::kMemory);
+    std::string bytes = MakeTables(database) ? database.Bytes() : "";
+    if (bytes.size() < kHeaderSize) Fail("the library can't be made: " + Reason(database));
+    bytes[kWriteVersion] = bytes[kReadVersion] = kWalVersion;
+    base::UnfinishedFile file(m_path);
+    // A library that another program has made meanwhile is kept.
+    if (!file.IsOpen() || !file.Write(bytes) || !file.Sync() ||
+        (!file.Commit(base::UnfinishedFile::Existing::kKeep) && errno != EEXIST)) {
+        Fail("the library can't be made" + Errno(errno));
     }
-    // A link does not replace a library that another program has created meanwhile. Some file systems have no links.
-    if (link(unfinished.path.c_str(), m_path.c_str()) != 0 && errno != EEXIST) {
-        std::error_code error;
-        if (!fs::exists(m_path, error)) fs::rename(unfinished.path, m_path, error);
-        if (error) Fail("the library can't be made: " + error.message());
-    }
-    SyncDirectory(m_path);
 }
 
 void LibraryFile::Open(Access access, std::chrono::milliseconds patience) {
     using Opening = base::SqliteDatabase::Opening;
     m_database = std::make_unique<base::SqliteDatabase>(m_path, Opening::kExisting, patience);
-    // Don't change the file before it is known to be a library.
+    // The file must not be changed before it is known to be a library.
     if (m_database->ErrorCode() == SQLITE_OK) {
         sqlite3_db_config(m_database->Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     }

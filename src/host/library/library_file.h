@@ -40,7 +40,7 @@ class LibraryFile {
   private:
     void Open(Access access, std::chrono::milliseconds patience);
     void CheckHeader() const;
-    void Make(std::chrono::milliseconds patience);
+    void Make();
     void Protect(Access access);
     void CheckVersion(std::int64_t id, std::int64_t version) const;
     void CheckLayout();

@@ -24,7 +24,7 @@ bool IsSha256(const std::string& digits) {
     return digits.size() == 64 && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
 }
 
-/// Reads the columns of a row in order. A value that no library contains is reported as damage of the file.
+/// Reads the columns of a row in order. A value that is not valid in a library is reported as damage of the file.
 class Columns {
   public:
     Columns(const LibraryFile& file, const base::SqliteStatement& row) : m_file(file), m_row(row) {}
@@ -46,7 +46,7 @@ class Columns {
 
     std::string Sha256() {
         std::string digits = Text();
-        if (!digits.empty() && !IsSha256(digits)) m_file.Fail("the library is damaged: a file's checksum is none");
+        if (!digits.empty() && !IsSha256(digits)) m_file.Fail("the library is damaged: a file has an invalid checksum");
         return digits;
     }
     RecordingKey Key() {
@@ -54,11 +54,11 @@ class Columns {
         return {std::move(disk), Int("number", 0, 9999)};
     }
     RecordingKind Kind() {
-        const std::string word = Text();
+        const std::string text = Text();
         for (const auto& [kind, name] : kKinds) {
-            if (word == name) return kind;
+            if (text == name) return kind;
         }
-        m_file.Fail("the library is damaged: a recording is of an unknown kind");
+        m_file.Fail("the library is damaged: a recording has an unknown kind");
     }
 
     VideoStandard Standard() {
@@ -142,9 +142,9 @@ void InsertSources(LibraryFile& file, RecordingId id, const std::vector<SourceFi
     }
 }
 
-/// The rows of one recording in a table, each made into an item.
+/// Reads the rows of one recording in a table, one item from each row.
 /// @param sql   has the recording's id as its only parameter.
-/// @param read  gets the columns of one row.
+/// @param read  receives the columns of one row and returns the item.
 template <typename Read>
 auto ReadPart(LibraryFile& file, const char* sql, RecordingId id, Read read) {
     base::SqliteStatement query = file.Prepare(sql);

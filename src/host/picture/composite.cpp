@@ -18,7 +18,7 @@ void ForEachRow(PixelView view, int x, int y, int width, int height, BlendRow bl
     for (int row = 0; row < pixels.Height(); ++row) blend(part.top - y + row, part.left - x, pixels.Row(row));
 }
 
-/// The pixels of the source from a place on.
+/// Address of a unit of the source, `width` units a row.
 template <typename Unit>
 const Unit* At(const Unit* source, int width, int row, int column) noexcept {
     return source + static_cast<std::ptrdiff_t>(row) * width + column;
@@ -31,7 +31,8 @@ void BlendBgra(const std::uint8_t* source, std::span<Rgba> pixels) noexcept {
     }
 }
 
-/// Four pixels, on which the compiler works at once where the processor can; alpha in the top byte of each.
+/// Four pixels, which the compiler processes in one vector register where there is one. The alpha is the top byte of
+/// each.
 using Four [[gnu::vector_size(16)]] = std::uint32_t;
 constexpr std::size_t kFour = 4;
 constexpr std::uint32_t kAlphaBits = 0xFF000000, kRedAndBlue = 0x00FF00FF;
@@ -49,8 +50,8 @@ bool AllClear(Four pixels) noexcept {
     return (halves[0] | halves[1]) == 0;
 }
 
-/// Blends a row of the module's pixels. Most of a glyph falls on clear ground and is copied with red and blue swapped.
-/// Whether a single pixel is clear changes too often for a branch.
+/// Blends a row of the module's pixels. Most of a glyph is drawn on clear pixels and only copied, with red and blue
+/// swapped. A branch for each pixel would be mispredicted too often.
 void BlendBgraRow(const std::uint8_t* source, std::span<Rgba> pixels) noexcept {
     for (; pixels.size() >= kFour; pixels = pixels.subspan(kFour), source += 4 * kFour) {
         const Four above = LoadFour(source);

@@ -9,20 +9,20 @@
 
 namespace zel::picture {
 
-/// Drawing on a view. "Blend" puts the source over what is there, see Over; what is outside the view is cut off. Sizes
-/// and positions have 16 bits or so, as in the files: their sums don't overflow.
+// Drawing on a view. "Blend" composes the source over the pixels of the view, see Over. Parts outside the view are not
+// drawn. Sizes and positions have about 16 bits, as in the files, so their sums do not overflow.
 
 /// Sets every pixel.
 void Fill(PixelView view, Rgba colour) noexcept;
 
-/// Sets every pixel to one of two colours, in squares of so many pixels a side; the first colour is in the upper left
-/// corner.
+/// Fills the view with squares of two colours in turn, beginning with `first` in the upper left corner.
+/// @param square  side of a square in pixels, at least 1.
 void FillCheckerboard(PixelView view, int square, Rgba first, Rgba second) noexcept;
 
-/// Blends one colour over every pixel.
+/// Blends one colour over all pixels.
 void Blend(PixelView view, Rgba colour) noexcept;
 
-/// Blends pixels over the view, their upper left corner at (x, y).
+/// Blends a picture over the view, its upper left corner at (x, y).
 void BlendPixels(PixelView view, int x, int y, ConstPixelView source) noexcept;
 
 /// A bitmap as the module makes it: blue, green, red, alpha, bottom row first.
@@ -37,8 +37,8 @@ struct ModuleBitmap {
 void BlendBitmap(PixelView view, int x, int y, const ModuleBitmap& bitmap) noexcept;
 
 /// Blends a colour over the pixels that a character covers.
-/// @param x         of the pen.
-/// @param baseline  the row below the character's feet.
+/// @param x         position of the pen.
+/// @param baseline  row of pixels directly below the baseline.
 void BlendCoverage(PixelView view, int x, int baseline, const Coverage& coverage, COLORREF colour) noexcept;
 
 }  // namespace zel::picture

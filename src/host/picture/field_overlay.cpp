@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/field_text.h"
 #include "host/picture/composite.h"
 #include "host/picture/label.h"
 
@@ -33,8 +34,7 @@ void DrawFrame(PixelView view, const PixelBox& box) {
 
 /// A byte of a name is the code point of the same value.
 std::u32string LabelText(const tag_tab_field& tab, std::size_t index) {
-    const std::string_view field(tab.tab_name, kTabNameSize);
-    std::string text(field.substr(0, field.find('\0')));
+    std::string text(base::FieldText(tab.tab_name));
     if (text.empty()) text = std::to_string(index + 1);
     std::u32string codes;
     for (const char byte : text) codes += static_cast<unsigned char>(byte);

@@ -16,11 +16,11 @@ struct GlyphSheet {
     int glyphs = 0;
     /// Number of glyphs larger than a cell can be; their upper left part is drawn.
     int cut = 0;
-    /// A line for each glyph that could not be drawn; its cell is red.
+    /// One line for each glyph that could not be drawn; its cell is red.
     std::vector<std::string> failures;
 };
 
-/// Largest width and height of a glyph's cell in pixels, so that a sheet stays below 4200 x 3300.
+/// Largest width and height of a glyph's cell in pixels. It keeps a sheet below 4200 x 3300.
 inline constexpr int kLargestGlyphCell = 256;
 
 /// Draws the glyphs of slot 0 in colour set 7, each at the upper left of its cell on a checkerboard of its own size. A

@@ -12,8 +12,8 @@ namespace zel::picture {
 inline constexpr int kLabelAdvance = 7;
 
 /// Writes a short text in the small typeface that labels pictures and thumbnails, 12 pixels high.
-/// @param x         of the first character's pen.
-/// @param baseline  row below the characters' feet.
+/// @param x         position of the first character's pen.
+/// @param baseline  row of pixels directly below the baseline.
 /// @param text      code points.
 void DrawLabel(PixelView view, TextRenderer& renderer, int x, int baseline, std::span<const char32_t> text,
                COLORREF colour);

@@ -28,7 +28,7 @@ struct Picture {
     ConstPixelView View() const { return {rgba, width, height}; }
 };
 
-/// A picture whose pixels are all zero.
+/// A picture with all pixels transparent black.
 inline Picture ClearPicture(int width, int height) {
     return {width, height, std::vector<std::uint8_t>(PixelBytes(width, height))};
 }

@@ -15,13 +15,13 @@ namespace zel::picture {
 
 namespace {
 
-/// Pixels by which a font's characters are higher than in a row that is set in this font alone.
+/// Pixels by which a font's characters are higher in this row than in a row that contains this font alone.
 int LiftInRow(const CZelFont& fonts, int slot, const tag_msg_row& row) noexcept {
     const tag_font_header* header = fonts.m_Slots[slot].font_header;
     return header != nullptr ? row.Top() - header->row_inset - header->row_top_offset : 0;
 }
 
-/// Baseline of a row whose characters are aligned on it: that of the first one.
+/// Common baseline of a row with Baseline Align: that of the first character.
 int RowBaseline(const CZelFont& fonts, const tag_msg_row& row, int y) noexcept {
     if (row.FirstChar() >= row.CharCount()) return y + row.Bottom();
     const tag_msg_char& first = row.chars[row.FirstChar()];
@@ -29,7 +29,8 @@ int RowBaseline(const CZelFont& fonts, const tag_msg_row& row, int y) noexcept {
     return y + first.Y() - lift;
 }
 
-/// Baseline of a character in text form. base_shift leads to the top of its glyph; with Baseline Align it is 0.
+/// Baseline of a character in text form. base_shift is the distance to the top of its glyph; with Baseline Align it
+/// is 0.
 int TextBaseline(const CZelFont& fonts, const CZelMessage& message, const tag_CharInf& info,
                  unsigned character) noexcept {
     const bool aligned = message.m_pOwner != nullptr && message.m_pOwner->m_bBaselineAlign != 0;

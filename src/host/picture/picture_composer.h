@@ -24,13 +24,13 @@ class PictureComposer : public host::HostObserver {
     void OnSend(const host::SentMessage& sent) override;
     void OnChar(const host::SentCharacter& character) override;
 
-    /// The picture of the last message that arrived completely; empty when there is none, or when it was taken before.
+    /// Moves out the picture of the last completed message; empty if there is none, or if it has been taken.
     std::optional<Picture> TakePicture();
 
-    /// Takes the pixels of a picture back for reuse; from any thread.
+    /// Returns the memory of a picture for reuse. Any thread may call.
     void GiveBack(Picture picture);
 
-    /// Why the last RGBA file gave no picture, as text that follows the file's name; empty when it gave one.
+    /// Why the last RGBA file has no picture, as text to follow the file's name; empty if it has one.
     const std::string& RgbaError() const noexcept { return m_rgba_error; }
 
   private:

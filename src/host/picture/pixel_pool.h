@@ -7,11 +7,11 @@
 
 namespace zel::picture {
 
-/// A pool of pixel buffers, reused between pictures: the system would have to provide the memory of each new one page
-/// by page. Any thread may call.
+/// A pool of pixel buffers, reused between pictures. The system provides the memory of a new buffer page by page, which
+/// takes longer than clearing a used one. Any thread may call.
 class PixelPool {
   public:
-    /// A buffer of so many bytes, all 0.
+    /// A buffer of `size` bytes, all 0.
     std::vector<std::uint8_t> Take(std::size_t size);
     /// Keeps a buffer for a later Take.
     void Give(std::vector<std::uint8_t> pixels);

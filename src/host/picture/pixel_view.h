@@ -26,13 +26,12 @@ constexpr PixelBox Intersection(const PixelBox& a, const PixelBox& b) noexcept {
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right), std::min(a.bottom, b.bottom)};
 }
 
-/// Bytes of so many pixels; 0 for a size below 0.
+/// Size in bytes of width x height pixels; 0 if either is negative.
 constexpr std::size_t PixelBytes(int width, int height) noexcept {
     return static_cast<std::size_t>(std::max(width, 0)) * static_cast<std::size_t>(std::max(height, 0)) * sizeof(Rgba);
 }
 
-/// A rectangle of someone else's pixels, 4 bytes each, top row first. It is passed by value and doesn't keep the pixels
-/// alive.
+/// A rectangle of pixels that it does not own, top row first. Passed by value; the caller keeps the pixels alive.
 template <typename Pixel>
 class BasicPixelView {
     using Byte = std::conditional_t<std::is_const_v<Pixel>, const std::uint8_t, std::uint8_t>;
@@ -77,7 +76,7 @@ class BasicPixelView {
         : m_pixels(pixels), m_row_step(row_step), m_width(width), m_height(height) {}
 
     Pixel* m_pixels;
-    /// Pixels from the begin of a row to that of the next one.
+    /// Distance in pixels from the beginning of a row to that of the next one.
     std::size_t m_row_step;
     int m_width;
     int m_height;

@@ -34,11 +34,11 @@ Picture DecodePng(std::string_view bytes) {
     Image image;
     if (png_image_begin_read_from_memory(image.Get(), bytes.data(), bytes.size()) == 0) Fail(image->message);
     const png_uint_32 width = image->width, height = image->height;
-    if (width > kLargestPngSide || height > kLargestPngSide || width * height > kMostPngPixels) {
+    if (width > kMaxPngSide || height > kMaxPngSide || width * height > kMaxPngPixels) {
         Fail(std::to_string(width) + " x " + std::to_string(height) + " pixels are too many");
     }
     image->format = PNG_FORMAT_RGBA;
-    image->flags |= PNG_IMAGE_FLAG_16BIT_sRGB;  // without it 16 bits are read as linear light
+    image->flags |= PNG_IMAGE_FLAG_16BIT_sRGB;  // otherwise 16 bits are read as linear light
     Picture picture = ClearPicture(static_cast<int>(width), static_cast<int>(height));
     if (png_image_finish_read(image.Get(), nullptr, picture.rgba.data(), 0, nullptr) == 0) Fail(image->message);
     return picture;

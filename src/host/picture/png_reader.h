@@ -7,8 +7,8 @@
 namespace zel::picture {
 
 /// Largest width and height, and largest number of pixels, of a picture that is read.
-inline constexpr int kLargestPngSide = 8192;
-inline constexpr int kMostPngPixels = 1 << 24;
+inline constexpr int kMaxPngSide = 8192;
+inline constexpr int kMaxPngPixels = 1 << 24;
 
 /// Reads the bytes of a PNG file in any form: grey, palette, 1 to 16 bits and interlaced pictures are converted to 8
 /// bits each of red, green, blue and straight alpha.

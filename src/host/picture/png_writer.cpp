@@ -22,14 +22,14 @@ constexpr int ColourType(PngChannels channels) noexcept {
     return channels == PngChannels::kColour ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGB_ALPHA;
 }
 
-/// Data of an encoding. It is outside the function that the library leaves by longjmp.
+/// Data of an encoding. Allocated outside the function that the library leaves by longjmp.
 struct Encoding {
     ConstPixelView pixels;
     PngForm form;
     std::string bytes;
     /// A row of the file; empty when the file has all channels of the picture.
     std::vector<png_byte> row;
-    /// Of a failure.
+    /// Why the encoding failed.
     char reason[200] = "out of memory";
 };
 
@@ -113,7 +113,7 @@ bool Encode(Encoding& encoding) {
 std::string EncodePng(const Picture& picture, PngForm form) {
     Encoding encoding{picture.View(), form, {}, {}};
     if (form.channels != PngChannels::kColourAndAlpha) encoding.row.resize(PixelBytes(picture.width, 1));
-    if (!Encode(encoding)) throw std::runtime_error(std::string("no PNG could be made: ") + encoding.reason);
+    if (!Encode(encoding)) throw std::runtime_error(std::string("PNG encoding failed: ") + encoding.reason);
     return std::move(encoding.bytes);
 }
 

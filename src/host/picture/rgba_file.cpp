@@ -43,14 +43,13 @@ std::string ErrorOf(const font::StoredGlyphHead& head, std::size_t present) {
             return "the picture is cut short by the file's end";
     }
     if (head.width <= kLargestRgbaSide && head.height <= kLargestRgbaSide) return {};
-    return "the picture's size is " + SizeText(head) + ", of which at most " + std::to_string(kLargestRgbaSide) +
-           " each way are read";
+    return "the picture's size is " + SizeText(head) + ", more than " + std::to_string(kLargestRgbaSide) + " each way";
 }
 
 }  // namespace
 
 RgbaPicture ConvertRgbaFile(std::span<const std::uint8_t> file) {
-    if (!IsRgbaFileType(message::ConvertPsosHeader(file).file_type)) return Failure("it is no RGBA file");
+    if (!IsRgbaFileType(message::ConvertPsosHeader(file).file_type)) return Failure("it is not an RGBA file");
     if (file.size() < sizeof(tag_psos_header)) return Failure("the picture's size is missing");
     const auto record = file.subspan(sizeof(tag_psos_header));
     const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(record);

@@ -9,8 +9,8 @@
 
 namespace zel::picture {
 
-/// Largest width and height of an RGBA file's picture in pixels: larger than any screen that such files were made for.
-/// It limits the memory that a file can request.
+/// Largest width and height in pixels of an RGBA file's picture, larger than any screen that such files are made for.
+/// Limits the memory that a file can request.
 inline constexpr int kLargestRgbaSide = 4096;
 
 /// The picture of an RGBA file in its own size, or the reason why there is none.

@@ -17,8 +17,8 @@ EdgeVector EdgeVectorOf(int angle, int size) noexcept;
 /// The face, moved by the vector.
 Coverage Shifted(const Coverage& face, EdgeVector vector);
 
-/// The area that the face covers on its way along the vector. The face's first position isn't part of it: it would
-/// darken the smooth outline on the lit side.
+/// The area that the face covers as it moves along the vector, without its first position, which would darken the
+/// smooth outline on the lit side.
 Coverage Extruded(const Coverage& face, EdgeVector vector);
 
 }  // namespace zel::picture

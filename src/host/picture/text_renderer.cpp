@@ -21,23 +21,23 @@ namespace zel::picture {
 
 namespace {
 
-/// In pixels. A taller character covers the whole picture many times over; heights come from a file.
+/// In pixels. A taller character would cover the whole picture many times over. Heights come from files.
 constexpr LONG kMaxHeight = 2048;
 /// Bytes of the cached glyphs; a message of ordinary text needs a hundredth of them.
 constexpr std::size_t kCacheSize = std::size_t{32} << 20;
 
 /// Frees a handle of the library.
 template <auto Free>
-struct Freer {
+struct Deleter {
     template <typename Handle>
     void operator()(Handle* handle) const noexcept {
         Free(handle);
     }
 };
-using LibraryHandle = std::unique_ptr<FT_LibraryRec_, Freer<FT_Done_FreeType>>;
-using FaceHandle = std::unique_ptr<FT_FaceRec_, Freer<FT_Done_Face>>;
-using StrokerHandle = std::unique_ptr<FT_StrokerRec_, Freer<FT_Stroker_Done>>;
-using GlyphHandle = std::unique_ptr<FT_GlyphRec_, Freer<FT_Done_Glyph>>;
+using LibraryHandle = std::unique_ptr<FT_LibraryRec_, Deleter<FT_Done_FreeType>>;
+using FaceHandle = std::unique_ptr<FT_FaceRec_, Deleter<FT_Done_Face>>;
+using StrokerHandle = std::unique_ptr<FT_StrokerRec_, Deleter<FT_Stroker_Done>>;
+using GlyphHandle = std::unique_ptr<FT_GlyphRec_, Deleter<FT_Done_Glyph>>;
 
 /// Edge of a character, from its record.
 struct Edge {
@@ -53,7 +53,7 @@ Edge EdgeOf(const tag_CharInf& info) noexcept {
     return {EdgeType{info.edge_type}, info.edge_angle, info.edge_size};
 }
 
-/// Sets the size of a face from the height in a LOGFONT, see TextRenderer::Get.
+/// Sets the size of a face to the height of a LOGFONT, see TextRenderer::Get.
 bool SetHeight(FT_Face face, LONG height) {
     const LONG pixels = std::clamp(height, -kMaxHeight, kMaxHeight);
     double em = -pixels;
@@ -94,7 +94,7 @@ GlyphHandle LoadOutline(FT_Face face, unsigned character) {
     return GlyphHandle(outline);
 }
 
-/// The outline, widened on every side by a number of pixels.
+/// The outline, widened on every side by `size` pixels.
 Coverage Border(FT_Stroker stroker, FT_GlyphRec_& outline, int size) {
     if (stroker == nullptr) return {};
     FT_Stroker_Set(stroker, FT_Fixed{size} * 64, FT_STROKER_LINECAP_ROUND, FT_STROKER_LINEJOIN_ROUND, 0);

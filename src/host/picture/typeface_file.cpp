@@ -30,8 +30,8 @@ PatternHandle PatternOf(const TypefaceQuery& query) {
 
 TypefaceQuery TypefaceQueryOf(const LOGFONT& font) {
     std::string family(font.lfFaceName, std::find(std::begin(font.lfFaceName), std::end(font.lfFaceName), '\0'));
-    family.erase(0,
-                 std::min(family.find_first_not_of(' '), family.size()));  // a name found by number has them in front
+    // A name from the name lists is right-justified with blanks.
+    family.erase(0, std::min(family.find_first_not_of(' '), family.size()));
     return {std::move(family), font.lfWeight, font.lfItalic != 0};
 }
 

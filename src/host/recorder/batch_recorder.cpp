@@ -1,10 +1,10 @@
 #include "host/recorder/batch_recorder.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <stdexcept>
 #include <utility>
 
+#include "base/text.h"
 #include "base/whole_file.h"
 #include "host/document/indented_json.h"
 
@@ -12,16 +12,15 @@ namespace zel::recorder {
 
 namespace {
 
-/// Limits of a chunk: its recordings, and the time since the chunk before. A transaction waits for the disk.
+/// Limits of a chunk: the number of its recordings, and the time since the last chunk. Each transaction waits for the
+/// disk.
 constexpr std::size_t kLargestChunk = 16;
 constexpr auto kLongestWait = std::chrono::milliseconds(200);
-/// Messages that wait for each thread, at most. Each holds a picture of 1.4 MB.
+/// Largest number of messages that wait for each thread. Each contains a picture of 1.4 MB.
 constexpr std::size_t kWaitingPerThread = 2;
 
 std::filesystem::path FileOf(int number, const std::string& directory, const char* extension) {
-    char name[32];
-    std::snprintf(name, sizeof name, "%04d%s", number, extension);
-    return std::filesystem::path(directory) / name;
+    return std::filesystem::path(directory) / (base::FourDigits(number) + extension);
 }
 
 void MakeDirectory(const std::string& directory) {
@@ -50,8 +49,8 @@ BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digest
     : m_options(options), m_digests(digests), m_done(std::move(done)), m_stored_at(std::chrono::steady_clock::now()) {
     if (options.library) m_library.emplace(*options.library, library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
-    m_workers = std::make_unique<OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
-                                                         [this](Result result) { Take(std::move(result)); });
+    m_workers = std::make_unique<base::OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
+                                                               [this](Result result) { Take(std::move(result)); });
 }
 
 BatchRecorder::~BatchRecorder() = default;

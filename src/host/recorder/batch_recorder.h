@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "base/ordered_workers.h"
 #include "host/host_observer.h"
 #include "host/library/library.h"
 #include "host/picture/picture_composer.h"
 #include "host/recorder/make_recording.h"
-#include "host/recorder/ordered_workers.h"
 
 namespace zel::recorder {
 
@@ -28,7 +28,7 @@ struct RecorderOptions {
     std::optional<std::string> library;
     /// Directory to write each picture (NUMBER.png) and document (NUMBER.json) to.
     std::optional<std::string> directory;
-    /// Threads that encode pictures and write files. Does not change what is stored.
+    /// Number of threads that encode pictures and write files. The results do not depend on it.
     std::size_t jobs = 1;
 };
 
@@ -42,14 +42,14 @@ class BatchRecorder : public host::HostObserver {
     BatchRecorder(const RecorderOptions& options, FileDigests& digests, std::function<void(const RecordedItem&)> done);
     ~BatchRecorder() override;
 
-    /// Composes the pictures. Must be an observer too, before this one.
+    /// Composes the pictures. Must also be added as an observer, before this one.
     host::HostObserver& Pictures() noexcept { return m_pictures; }
 
     void OnMessage(const document::MessageRecord& message) override;
     /// @throws the error of an earlier recording that could not be stored.
     void OnBatchItem(const host::BatchItem& item) override;
 
-    /// Returns when everything is stored. @throws as OnBatchItem.
+    /// Waits until everything is stored. @throws as OnBatchItem.
     void Finish();
 
   private:
@@ -67,13 +67,13 @@ class BatchRecorder : public host::HostObserver {
     const std::function<void(const RecordedItem&)> m_done;
     picture::PictureComposer m_pictures;
     std::optional<ArrivedMessage> m_arrived;
-    /// Used by the thread that takes the results, once there are any.
+    /// Used by the thread that takes the results, as soon as there are any.
     std::optional<library::Library> m_library;
     std::vector<library::Recording> m_chunk;
     /// To be reported when the chunk is stored.
     std::vector<RecordedItem> m_items;
     std::chrono::steady_clock::time_point m_stored_at;
-    std::unique_ptr<OrderedWorkers<Result>> m_workers;
+    std::unique_ptr<base::OrderedWorkers<Result>> m_workers;
 };
 
 /// Writes the picture and the document of a recording, see RecorderOptions::directory.

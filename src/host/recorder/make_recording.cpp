@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <ctime>
 
+#include "base/field_text.h"
+#include "base/utf8.h"
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
 #include "host/module_text.h"
@@ -23,34 +25,35 @@ std::string UtcNow() {
     return text;
 }
 
-constexpr int kLeastGap = 32;  // pixels; for rows of little height
+/// Whether the distance from one character to the next in a row separates words: larger than the row is high, or
+/// backwards, as between the columns of a table.
+bool IsWordGap(const document::RowRecord& row, int x, int next_x) noexcept {
+    constexpr int kLeastGap = 32;  // pixels; for rows of little height
+    return next_x < x || next_x - x > std::max(row.bottom - row.top, kLeastGap);
+}
 
-/// The rows' texts, one line each. A blank separates characters that are further apart than the row is high, or in the
-/// wrong order, such as the columns of a table.
+/// The texts of the rows, one line each. A blank is inserted in a gap between words that has none.
 std::string TextOf(const document::MessageRecord& message) {
     std::string bytes;
-    std::size_t line = message.rows.size();
-    int x = 0;
+    std::size_t last_row = message.rows.size();
+    int last_x = 0;
     for (const document::CharacterRecord& character : message.characters) {
         const auto row = static_cast<std::size_t>(character.info.row_index);
         if (character.info.slot < 0 || row >= message.rows.size()) continue;
-        if (row != line) {
+        if (row != last_row) {
             if (!bytes.empty()) bytes += '\n';
-        } else if (const int height = message.rows[row].bottom - message.rows[row].top;
-                   (character.info.x < x || character.info.x - x > std::max(height, kLeastGap)) &&
-                   bytes.back() != ' ') {
+        } else if (bytes.back() != ' ' && IsWordGap(message.rows[row], last_x, character.info.x)) {
             bytes += ' ';
         }
         bytes += static_cast<char>(character.character);
-        line = row;
-        x = character.info.x;
+        last_row = row;
+        last_x = character.info.x;
     }
-    return host::Utf8FromBytes(bytes);
+    return base::Utf8FromLatin1(bytes);
 }
 
 std::string FieldName(const tag_tab_field& tab) {
-    const std::string_view name(tab.tab_name, sizeof tab.tab_name);
-    return host::Utf8FromBytes(name.substr(0, name.find('\0')));
+    return base::Utf8FromLatin1(base::FieldText(tab.tab_name));
 }
 
 library::RecordingKind KindOf(const document::MessageRecord& message) {
@@ -60,7 +63,7 @@ library::RecordingKind KindOf(const document::MessageRecord& message) {
 
 void AddParts(const document::MessageRecord& message, library::Recording& recording) {
     for (const auto& font : message.fonts) {
-        if (font) recording.fonts.push_back(host::Utf8FromBytes(font->header.Name()));
+        if (font) recording.fonts.push_back(base::Utf8FromLatin1(font->header.Name()));
     }
     for (const tag_tab_field& tab : message.tabs) {
         recording.fields.push_back({FieldName(tab), tab.tab_start, tab.tab_top, tab.tab_end, tab.tab_bottom});

@@ -29,11 +29,11 @@ struct ArrivedMessage {
     std::string picture_error{};
 };
 
-/// The recording of a message, dated now, with its picture as PNG, its document and the checksums of its files. May be
-/// called on any thread.
+/// Makes the recording of a message, with the current time, its picture as PNG, its document and the checksums of its
+/// files. May be called on any thread.
 library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingContext& context, FileDigests& digests);
 
-/// The host's options as text. Options that change the picture change the text.
+/// The host's options as text, for Recording::options. Options that change the result change the text.
 std::string DescribeOptions(const host::HostOptions& options, FileDigests& digests);
 
 }  // namespace zel::recorder

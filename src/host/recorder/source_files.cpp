@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "base/sha256.h"
+#include "base/text.h"
 #include "host/document/message_warnings.h"
 #include "platform/system/files.h"
 
@@ -13,13 +14,11 @@ namespace zel::recorder {
 
 namespace {
 
-/// Limit of the cache, so that a long batch needs no more memory than a short one.
-constexpr std::size_t kMostKnown = 256;
+/// Largest number of cached files, so that a long batch needs no more memory than a short one.
+constexpr std::size_t kMaxKnown = 256;
 
 std::string FontPath(const std::string& directory, int number) {
-    char name[16];
-    std::snprintf(name, sizeof name, "/.%04d", number);
-    return directory + name;
+    return directory + "/" + base::NumberedName(number);
 }
 
 }  // namespace
@@ -42,8 +41,8 @@ library::SourceFile FileDigests::Of(const std::string& path) {
         return file;
     }
     const std::lock_guard lock(m_mutex);
-    // Few of these are needed again: messages are read once, and fonts are soon cached again.
-    if (m_known.size() >= kMostKnown) m_known.clear();
+    // Few entries are needed again: messages are read once, and the fonts are soon cached again.
+    if (m_known.size() >= kMaxKnown) m_known.clear();
     m_known.insert_or_assign(path, Known{changed, file});
     return file;
 }
@@ -66,11 +65,11 @@ std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& messag
 
 bool AreUnchanged(const std::vector<library::SourceFile>& sources, const std::string& font_directory,
                   FileDigests& digests) {
-    return !sources.empty() && std::ranges::all_of(sources, [&](const library::SourceFile& then) {
-        if (digests.Of(then.path).sha256 != then.sha256) return false;
-        // A font from another directory is outdated when the font directory has one now.
-        const std::string first = then.font_number ? FontPath(font_directory, *then.font_number) : then.path;
-        return first == then.path || digests.Of(first).sha256.empty();
+    return !sources.empty() && std::ranges::all_of(sources, [&](const library::SourceFile& source) {
+        if (digests.Of(source.path).sha256 != source.sha256) return false;
+        // A font from another directory is outdated if the font directory contains one by now.
+        const std::string expected = source.font_number ? FontPath(font_directory, *source.font_number) : source.path;
+        return expected == source.path || digests.Of(expected).sha256.empty();
     });
 }
 

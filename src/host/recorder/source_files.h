@@ -11,8 +11,8 @@
 
 namespace zel::recorder {
 
-/// Checksums of files, cached as long as size and modification time of a file stay the same. May be used from several
-/// threads.
+/// Checksums of files, cached while the size and the modification time of a file stay the same. May be used from
+/// several threads.
 class FileDigests {
   public:
     /// The file at a path; without a checksum when it is missing or can't be read.
@@ -28,8 +28,8 @@ class FileDigests {
     std::map<std::string, Known> m_known;
 };
 
-/// The files that a message was made from: its own first, then its fonts. A missing font has the path where it is
-/// expected and no checksum.
+/// The files that a message was made from: its own first, then its fonts. A missing font has the path at which it is
+/// expected, and no checksum.
 /// @param font_directory  the first directory that is searched for fonts, this system's.
 std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& message, const std::string& font_directory,
                                            FileDigests& digests);

@@ -5,28 +5,23 @@
 #include <filesystem>
 #include <variant>
 
+#include "base/text.h"
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/run/failure_text.h"
 #include "host/run/import_paths.h"
 #include "host/run/import_run.h"
 #include "module/contract/dialog_ids.h"
+#include "module/contract/message_id.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
-#include "module/contract/message_id.h"
 #include "platform/system/files.h"
 
 namespace zel::run {
 
 namespace {
 
-std::string NameOf(int number) {
-    char name[16];
-    std::snprintf(name, sizeof name, ".%04d", number);
-    return name;
-}
-
-bool IsThere(const std::string& module_path) {
+bool Exists(const std::string& module_path) {
     std::error_code ignored;
     return std::filesystem::exists(std::filesystem::symlink_status(system::NativePath(module_path.c_str()), ignored));
 }
@@ -53,7 +48,7 @@ class BatchTracker : public host::HostObserver {
 
   private:
     void AfterRead();
-    void ReportItem(host::BatchItem item) {
+    void ReportItem(const host::BatchItem& item) {
         for (host::HostObserver* observer : m_observers) observer->OnBatchItem(item);
     }
     host::BatchItem Failed(int status) const;
@@ -102,16 +97,16 @@ void BatchTracker::AfterRead() {
 host::BatchItem BatchTracker::Failed(int status) const {
     const bool was_found = status == ImportStatus::kLoadFailed || status == ImportStatus::kFontPromptCancelled;
     ImportRequest import;
-    import.message =
-        MessageDirectoryOf(m_request.disk) + "/" + (was_found ? m_main->m_sMessageID.GetString() : NameOf(m_number));
+    import.message = MessageDirectoryOf(m_request.disk) + "/" +
+                     (was_found ? m_main->m_sMessageID.GetString() : base::NumberedName(m_number));
     import.fonts = m_request.fonts;
     ImportOutcome outcome;
     outcome.status = status;
     const auto& boxes = m_desktop.Boxes();
     outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
     const ImportPaths paths = ImportPathsOf(import.message, import.fonts);
-    if (status == ImportStatus::kMessageNotFound && !IsThere(paths.message) &&
-        !IsThere(paths.message_directory + "\\" + NameOf(m_number).substr(1))) {
+    if (status == ImportStatus::kMessageNotFound && !Exists(paths.message) &&
+        !Exists(paths.message_directory + "\\" + base::NumberedName(m_number).substr(1))) {
         return {m_number, host::ItemOutcome::kMissing, {}};
     }
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
@@ -120,8 +115,9 @@ host::BatchItem BatchTracker::Failed(int status) const {
 std::optional<int> BatchTracker::FailCurrent(const std::string& exception) {
     if (!m_reading) return std::nullopt;
     m_reading = false;
-    ReportItem({m_number, host::ItemOutcome::kFailed,
-                MessageDirectoryOf(m_request.disk) + "/" + NameOf(m_number) + ": reading stopped: " + exception});
+    ReportItem(
+        {m_number, host::ItemOutcome::kFailed,
+         MessageDirectoryOf(m_request.disk) + "/" + base::NumberedName(m_number) + ": reading stopped: " + exception});
     return m_number;
 }
 
@@ -139,7 +135,8 @@ class Batch {
 
     const BatchRequest& m_request;
     std::span<host::HostObserver* const> m_observers;
-    std::vector<host::NumberRange> m_ranges;  // the remaining ones, beginning with the one under way
+    /// The remaining ones, beginning with the one under way.
+    std::vector<host::NumberRange> m_ranges;
     std::string m_message_directory, m_font_directory;
     host::UserDesktop m_desktop;
     BatchTracker m_tracker;
@@ -164,9 +161,8 @@ void Batch::DriveMainDialog(CDialog& dialog) {
     script::DialogDriver user(dialog);
     EnterDirectories(user, m_message_directory, m_font_directory);
     while (!m_ranges.empty() && m_outcome.end == BatchEnd::kCompleted) {
-        m_desktop.HandleDialog(kBatchDialog, [this](CDialog& batch) {
-            DriveBatchDialog(batch, host::NumberRange(m_ranges.front()));
-        });
+        m_desktop.HandleDialog(
+            kBatchDialog, [this](CDialog& batch) { DriveBatchDialog(batch, host::NumberRange(m_ranges.front())); });
         user.Press(ImportControl::kBatchButton);
         m_ranges.erase(m_ranges.begin());
     }

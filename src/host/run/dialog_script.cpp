@@ -1,7 +1,7 @@
 #include "host/run/dialog_script.h"
 
 #include "module/contract/dialog_ids.h"
-#include "module/contract/zel_trans_dlg.h"
+#include "module/contract/stored_settings.h"
 #include "platform/seam/settings_store.h"
 
 namespace zel::run {
@@ -22,7 +22,7 @@ void EnterDirectories(script::DialogDriver& user, const std::string& message_dir
 }
 
 void StoreSkipWarnings(bool skip) {
-    seam::GetSettingsStore().SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", skip ? 1 : 0);
+    seam::GetSettingsStore().SetProfileInt(stored::kFontSection, stored::kSkipWarnings, skip ? 1 : 0);
 }
 
 }  // namespace zel::run

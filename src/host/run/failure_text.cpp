@@ -23,14 +23,14 @@ std::string DirectoryError(const std::string& what, const std::string& module_pa
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     std::string text = "the " + what + " directory " + path;
-    if (!std::filesystem::exists(status)) return text + " is not there";
+    if (!std::filesystem::exists(status)) return text + " does not exist";
     if (!std::filesystem::is_directory(status)) return text + " is not a directory";
     return text + " could not be used";
 }
 
 /// Why the module did not find a message, even though the file may exist.
 std::string MessageError(const ImportPaths& paths) {
-    const std::string error = OpenError("message", paths.message);
+    std::string error = OpenError("message", paths.message);
     if (!error.empty()) return error;
     return "the module uses the text after a name's first dot as the message's id, and finds no file of that name";
 }

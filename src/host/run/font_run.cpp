@@ -74,30 +74,31 @@ std::string FileError(const std::string& module_path, const std::string& prompt_
 std::string Reason(const std::string& module_path, const script::HeadlessDesktop& desktop) {
     if (!desktop.FileDialogs().empty() && desktop.FileDialogs().back().answer == IDOK) {
         const std::string& browsed = desktop.FileDialogs().back().path;
-        return "not found, and of the file browsed for, " + system::NativePath(browsed.c_str()) + ": " +
-               FileError(browsed, {});
+        return "not found, and the file chosen instead, " + system::NativePath(browsed.c_str()) +
+               ", can't be used: " + FileError(browsed, {});
     }
     const std::string error = module_path.size() < MAX_PATH ? NameError(module_path) : std::string();
     return error.empty() ? FileError(module_path, PromptEnd(desktop)) : error;
 }
 
-struct Call {
+/// How a call of the module ended.
+struct CallResult {
     bool filled = false;
     std::optional<std::string> exception;
 };
 
-Call MakeFont(const FontRunRequest& request, std::string module_path, std::span<host::HostObserver* const> observers,
-              CZelFont& fonts) {
+CallResult MakeFont(const FontRunRequest& request, std::string module_path,
+                    std::span<host::HostObserver* const> observers, CZelFont& fonts) {
     host::ReferenceHost host({.maps = request.maps});
     for (host::HostObserver* observer : observers) host.AddObserver(observer);
     SaveWarningPref(request.warnings ? 0 : 1);
-    Call call;
+    CallResult call;
     call.exception =
         host::CallInHost(host, [&] { call.filled = CZelTransExport().MakeTavroFont(module_path.data(), &fonts); });
     return call;
 }
 
-void ReportFont(std::span<host::HostObserver* const> observers, const Call& call, const CZelFont& fonts) {
+void ReportFont(std::span<host::HostObserver* const> observers, const CallResult& call, const CZelFont& fonts) {
     if (!call.exception) {
         for (host::HostObserver* observer : observers) observer->OnFont(call.filled, fonts);
     }
@@ -112,7 +113,7 @@ FontRunOutcome RunFont(const FontRunRequest& request, std::span<host::HostObserv
     const std::string module_path = system::ModulePath(host::AbsolutePath(request.file));
     host::UserDesktop desktop(request.box_answer, request.browse, observers);
     FontSet set;
-    Call call;
+    CallResult call;
     try {
         call = MakeFont(request, module_path, observers, set.fonts);
     } catch (const host::HostError& error) {

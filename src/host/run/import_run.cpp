@@ -2,8 +2,8 @@
 
 #include "host/module_call.h"
 #include "host/run/failure_text.h"
-#include "module/contract/dialog_ids.h"
 #include "host/run/import_paths.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/contract/zel_trans_export.h"
 

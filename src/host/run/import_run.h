@@ -16,7 +16,7 @@ namespace zel::run {
 enum class ImportMode {
     /// No dialog, Skip Warnings on.
     kSilent,
-    /// The main dialog, driven like by a user, with warnings.
+    /// The main dialog, operated as by a user, with warnings.
     kDialog,
 };
 

@@ -7,6 +7,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include "base/file_descriptor.h"
 #include "host/settings/settings_database.h"
 #include "platform/system/types.h"
 
@@ -21,16 +22,11 @@ class DirectoryLock {
   public:
     explicit DirectoryLock(const std::filesystem::path& directory)
         : m_descriptor(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        if (m_descriptor >= 0) flock(m_descriptor, LOCK_EX);
+        if (m_descriptor.IsOpen()) flock(m_descriptor.Get(), LOCK_EX);
     }
-    ~DirectoryLock() {
-        if (m_descriptor >= 0) close(m_descriptor);
-    }
-    DirectoryLock(const DirectoryLock&) = delete;
-    DirectoryLock& operator=(const DirectoryLock&) = delete;
 
   private:
-    int m_descriptor;
+    base::FileDescriptor m_descriptor;
 };
 
 /// An unused name beside the file.
@@ -101,7 +97,7 @@ std::unique_ptr<SettingsDatabase> SqliteSettingsStore::ReplaceDamaged(const std:
     std::filesystem::rename(file.string() + "-wal", aside.string() + "-wal", error);  // the log of the last writes
     std::filesystem::remove(file.string() + "-shm", error);
     m_note = file.string() + ": the stored settings were damaged; they are kept as " + aside.filename().string() +
-             ", and the settings start afresh";
+             ", and empty settings replace them";
     return std::make_unique<SettingsDatabase>(file);
 }
 

@@ -2,9 +2,9 @@
 
 #include "platform/system/types.h"
 
-// Numbers of the module's dialog templates and of their controls. A host that drives a dialog, or keeps resources of
-// its own beside the module's, uses these numbers. Each list is the scope of its names; the values convert to int,
-// which the framework takes.
+// Numbers of the module's dialog templates and of their controls, for a host that operates a dialog or has resources
+// with numbers of its own. The enumerations are unscoped because the framework takes int; a struct is the scope of
+// each.
 
 namespace zel {
 

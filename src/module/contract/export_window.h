@@ -2,9 +2,10 @@
 
 #include "platform/framework/cwnd.h"
 
-/// The window that a host gives a batch export. The module asks it before each message which way the export begins.
+/// The window that a host passes to CZelTransExport::ZelBatchExport. It receives kMsgExportPlain and kMsgExportFinish.
 class CZelExportWnd : public CWnd {
   public:
-    BOOL m_bExportFlag =
-        0;  ///< non-zero: with kMsgExportFlagged to the host's window, else with kMsgExportPlain to this.
+    /// How an export begins: non-zero, by kMsgExportFlagged to the host window of the call; 0, by kMsgExportPlain to
+    /// this window. Read before each message, so the host may change it during the export.
+    BOOL m_bExportFlag = 0;
 };

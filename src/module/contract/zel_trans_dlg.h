@@ -29,66 +29,97 @@ struct ImportStatus {
 
 }  // namespace zel
 
-/// The object of an import: the dialog where the user names directories and a message id, and behind it the owner of
-/// paths, options, font name maps and font set, also where no dialog is shown. The host receives pointers to it, so its
-/// members and their order are part of the contract.
+/// The import dialog, and the owner of what an import needs: paths, options, font name maps and font set. It also runs
+/// an import without showing the dialog. The host receives pointers to it; its members and their order are part of the
+/// contract.
 class CZelTransDlg : public CDialog {
   public:
-    /// For DoModal. The parent isn't used.
+    /// For DoModal. Takes over the stored Skip Warnings setting.
+    /// @param parent  not used.
     ZELTRANS_API explicit CZelTransDlg(CWnd* parent = nullptr);
-    /// Creates the dialog window hidden, fills its controls from a message path and turns Skip Warnings on, stored too.
-    /// @param font_dir  empty: the directory "MACHINE" beside the message's.
+    /// Creates the hidden window and fills its controls from a message path. Turns Skip Warnings on, which is stored.
+    /// @param message_path  full path, in the module's form. One with fewer than two backslashes fills nothing.
+    /// @param font_dir      empty for the directory "MACHINE" beside the message's directory.
     ZELTRANS_API CZelTransDlg(CString& message_path, CString& font_dir);
+    /// Does not destroy the font set: SavePath does, and so does each member of CZelTransExport.
     ZELTRANS_API ~CZelTransDlg() override;
     CZelTransDlg(const CZelTransDlg&) = delete;
     CZelTransDlg& operator=(const CZelTransDlg&) = delete;
 
-    /// Imports the message that the controls name; the outcome is in m_iStatus.
-    /// @throws CFileException, CMemoryException  from a glyph cut short and from memory running out.
+    /// Imports the message that the controls name. The result is in m_iStatus.
+    /// @throws CFileException    if the record of a stored glyph is cut short.
+    /// @throws CMemoryException  if memory runs out.
     ZELTRANS_API void Read();
 
-    /// Fill the font name maps from bitstream_fontlist.txt and typeface_list.txt in the registered directory.
-    /// @return false when the file can't be opened; the user is told unless warnings are skipped.
+    /// Fills the font name maps from bitstream_fontlist.txt in the registered directory.
+    /// @return false if the file can't be opened. Unless warnings are skipped, a message box reports it.
     ZELTRANS_API bool MapBitStreamFont();
+    /// The same from typeface_list.txt.
     ZELTRANS_API bool MapTypeFace();
 
-    /// Loads one font file into slot 0 of the caller's font set and gives the set the default palette. Success shows in
-    /// slot 0, whose font_header isn't null then.
+    /// Loads one font file into slot 0 of a font set and gives the set the default palette. On success font_header of
+    /// slot 0 is not null.
+    /// @param font  owned by the caller, who releases slot 0 and its font_copy.
     ZELTRANS_API void MakeTavroFont(char* path, CZelFont* font);
 
-    /// Reads and checks the controls for directories and id. On success sets m_sFontDir, m_sMessageDir and
-    /// m_sMessageID, else tells the user and sets m_iStatus.
+    /// Reads and checks the boxes of both directories and of the id. On success sets m_sFontDir, m_sMessageDir and
+    /// m_sMessageID. On failure sets m_iStatus and shows a message box; a missing message file is reported only if
+    /// warnings are not skipped.
     ZELTRANS_API void ReadDirectoryPaths();
-    /// True when the directory has a file for the id. Sets m_bNumericName and m_sNumericName.
+    /// Looks for the file of an id, as it is and, for a number, in its forms with leading zeros. Sets m_bNumericName
+    /// and m_sNumericName.
+    /// @param name  an id with or without a leading dot, which is ignored.
+    /// @param dir   in the module's form, without a final backslash.
+    /// @return true if there is such a file and it can be opened.
     ZELTRANS_API bool CheckFileExist(const char* name, const char* dir);
-    /// Sets m_sMessageID to the id after `name`, and with it what the next dialog starts with.
+    /// Sets m_sMessageID to the id after `name`, 0000 after 9999. An id that is no number of up to four digits leaves
+    /// it unchanged. The next dialog of the process starts with m_sMessageID.
     ZELTRANS_API void IncrementFileName(const char* name);
 
-    /// Stores position and recent lists and destroys the font set.
+    /// Stores the window's position and the recent lists, and destroys the font set.
     ZELTRANS_API void SavePath();
-    /// One entry of a stored recent list.
-    /// @param out  room for 260 bytes; a stored text that doesn't fit is left out.
+    /// Reads one entry of a stored recent list.
+    /// @param index  0 is the newest.
+    /// @param list   one of stored::kRecentLists.
+    /// @param out    a buffer of 260 bytes. Unchanged when the result is false.
+    /// @return false if there is no such entry or its text is too long.
     ZELTRANS_API bool RestoreRecentList(int index, char* list, char* out);
+    /// Stores one entry. A registry that can't be written is ignored.
     ZELTRANS_API void StoreRecentList(int index, char* list, char* text);
+    /// True if the key of the list has a sub-key of this name.
     ZELTRANS_API bool IsZelTransRegistrySubKeyExist(char* list, char* name);
+    /// Deletes the sub-keys of a list that are named like its entries. The entries themselves are values and stay.
     ZELTRANS_API void DeleteZelTransRegistrySubKey(char* list);
 
-    zel::NumberedNames m_mapBitStreamId;   ///< Bitstream number to built name.
-    zel::NamedNames m_mapTypeFace;         ///< built name to installed typeface.
-    zel::NamedNames m_mapBitStreamFamily;  ///< first word of a built name to that name.
+    /// Bitstream number to built name.
+    zel::NumberedNames m_mapBitStreamId;
+    /// Built name to installed typeface.
+    zel::NamedNames m_mapTypeFace;
+    /// First word of a built name to that name.
+    zel::NamedNames m_mapBitStreamFamily;
+    /// Receives the messages of an import; null for none.
     CWnd* m_pHostWnd = nullptr;
+    /// The export window of a batch export.
     CWnd* m_pExportWnd = nullptr;
+    /// Result of the last import, a value of zel::ImportStatus.
     std::int32_t m_iStatus = zel::ImportStatus::kFinished;
-    CZelFont* m_pFont = nullptr;  ///< font set of the last import; the next one, or the dialog's end, destroys it.
+    /// Font set of the last import. The next import destroys it, and so does the end of the dialog.
+    CZelFont* m_pFont = nullptr;
     /// Active lines of the host's video standard, 486 or 576; the host may set it.
     std::int32_t m_iLines = zel::ActiveLines(zel::VideoStandard::kNtsc);
+    /// Name of the message file in m_sMessageDir; after an import the id of the next message.
     CString m_sMessageID;
+    /// Non-zero: run-coded characters are passed in text form, by code and typeface. The host may set it.
     BOOL m_bTrueFont = 0;
+    /// Non-zero: base_shift is 0 for characters in text form. The host may set it.
     BOOL m_bBaselineAlign = 1;
-    BOOL m_bImportSkip = 0;  ///< this object's copy of the Skip Warnings setting.
+    /// This object's copy of the Skip Warnings setting.
+    BOOL m_bImportSkip = 0;
+    /// Directories of the last import, in the module's form.
     CString m_sMessageDir;
     CString m_sFontDir;
-    bool m_bNumericName = false;  ///< the last id checked is a number, found under the name m_sNumericName.
+    /// The id that CheckFileExist last looked for is a number; its file is m_sNumericName.
+    bool m_bNumericName = false;
     CString m_sNumericName;
 
   protected:
@@ -107,14 +138,12 @@ class CZelTransDlg : public CDialog {
     ZELTRANS_API afx_msg void OnButtonZeltransCopyFiles();
     ZELTRANS_API afx_msg void OnButtonZeltransFTP();
 
-    /// Shows a text with the system's words for its last error below, and gives that error.
+    /// Shows a text, with the system's text for its last error below.
+    /// @return the last error.
     ZELTRANS_API int ReportError(CString& text);
 
-    ZELTRANS_API static CString M_sNextMessage;  ///< id that the next dialog of this process starts with.
+    /// The id that the next dialog of this process starts with.
+    ZELTRANS_API static CString M_sNextMessage;
 
     DECLARE_MESSAGE_MAP_EXPORT(ZELTRANS_API)
-
-  private:
-    bool TakeDirectory(int combo_box, const char* invalid_text, const char* invalid_caption, CString& directory);
-    void FillHiddenControls(const CString& message_path, const CString& font_dir);
 };

@@ -8,35 +8,45 @@
 
 class CZelTransDlg;
 
-/// Gathers what a copy over FTP needs and keeps it for the next time. The transfer, and the browsing of the remote
-/// directory, are the host's: the dialog hands it this object in kMsgFtp. The host reads the members, so their order
-/// and widths are part of the contract, and no call of this class is needed for it.
+/// The dialog that requests a copy over FTP. It collects the account, the directories and the options, and stores them
+/// for the next time. The host does the transfer and browses the remote directory: it receives this object in kMsgFtp.
+/// The host reads the members, whose order and widths are part of the contract; it needs to call no member function.
 ///
-/// Nothing is checked here; any text goes to the host. Settings are stored after each request to the host, Skip
-/// Warnings at its click, and closing stores nothing.
+/// The dialog checks nothing: it accepts any text. It stores its settings after each request, and Skip Warnings
+/// when the box is clicked. Closing it stores nothing.
 class CZelTransFTP : public CDialog {
   public:
     /// Reads the stored address, file and options, and stores Skip Warnings as it was read.
-    /// @param parent  of no account.
+    /// @param parent  passed to CDialog, which does not use it.
     explicit CZelTransFTP(CWnd* parent);
 
-    CZelTransDlg* m_pTransDlg = nullptr;   ///< the main dialog; set right after construction.
-    CZelTransFTP* m_pParentFtp = nullptr;  ///< not used by the dialog that the user sees.
-    CString m_strIpAddress;                ///< server address.
+    /// The import dialog, set directly after construction.
+    CZelTransDlg* m_pTransDlg = nullptr;
+    /// Not used by the dialog that the user sees.
+    CZelTransFTP* m_pParentFtp = nullptr;
+    /// Name or address of the server.
+    CString m_strIpAddress;
     CString m_strUsername;
     BOOL m_bSavePassword = 0;
-    CString m_strPassword;   ///< plain while the host is asked, in its stored form afterwards.
-    CString m_strRemoteDir;  ///< the host may change it; the box shows it when the host is done.
+    /// Plain while the host handles kMsgFtp, in its stored form afterwards.
+    CString m_strPassword;
+    /// The host may change it: the dialog shows it when kMsgFtp returns.
+    CString m_strRemoteDir;
+    /// In the module's form.
     CString m_strLocalDir;
-    CString m_strFile;        ///< as m_strRemoteDir.
-    bool m_bExecute = false;  ///< the host is asked to transfer; false: to browse.
+    /// Name of the file to copy. The host may change it: the dialog shows it when kMsgFtp returns.
+    CString m_strFile;
+    /// True: the host is to transfer. False: it is to browse.
+    bool m_bExecute = false;
     BOOL m_bSkipWarnings = 0;
     BOOL m_bOverwriteAll = 0;
-    std::int32_t m_nHostValue = 0;  ///< the host's.
+    /// For the host; the module does not use it.
+    std::int32_t m_nHostValue = 0;
     BOOL m_bPassive = 0;
-    CList<CString> m_listFiles{10};  ///< the host's.
+    /// For the host; the module does not use it.
+    CList<CString> m_listFiles{10};
 
-    /// Makes the dialog from its template; all arguments but the parent are passed over.
+    /// Creates the dialog from its template, modeless. Uses the parent and ignores the other arguments.
     BOOL Create(const char* className, const char* windowName, DWORD style, const RECT& rect, CWnd* parent, UINT id,
                 CCreateContext* context = nullptr) override;
     INT_PTR DoModal() override;

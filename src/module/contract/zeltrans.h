@@ -8,13 +8,20 @@
 ///
 /// Before the first import a host
 ///
-///  1. sets the main window of the thread, AfxGetThread()->m_pMainWnd: it receives kMsgDialogReady, kMsgImportDone,
-///     kMsgHasMessage and kMsgFtp;
-///  2. calls Register_GLV_OnChar with its callback and a buffer of 260 bytes: the directory of the two name lists,
-///     ending in a backslash, or all zeros for none.
+///  1. creates its windows, of classes derived from CWnd, by CWnd::CreateHostWindow;
+///  2. sets the main window of the thread, AfxGetThread()->m_pMainWnd (platform/framework/cwinapp.h), which receives
+///     kMsgDialogReady, kMsgImportDone, kMsgHasMessage and kMsgFtp;
+///  3. calls Register_GLV_OnChar with its callback and a buffer of 260 bytes: the directory of the two name lists,
+///     ending in a backslash, or all zeros for the current directory.
 ///
 /// Then it calls the members of CZelTransExport, one after the other, with the window that receives the other messages.
-/// One import is, in this order:
+/// Paths are in the module's form; zel::system::ModulePath (platform/system/files.h) converts to it.
+///
+/// Dialogs, message boxes and settings go through platform/seam/desktop.h and platform/seam/settings_store.h. A host
+/// that sets neither has a desktop without a screen, which closes each dialog and gives each message box a default
+/// answer, and settings in memory.
+///
+/// One import sends, in this order:
 ///
 ///     kMsgDialogReady   main   the dialog: the host sets m_iLines, m_bTrueFont and m_bBaselineAlign, then calls
 ///                              UpdateData(FALSE)
@@ -22,19 +29,24 @@
 ///     the callback, for each character: tag_CharInf
 ///     kMsgRowsDone      host   CZelMessage: the rows
 ///     kMsgTabs          host   tag_tab_field records, only if there are any
-///     kMsgMessageDone   host   CZelMessage
+///     kMsgMessageDone   host   CZelMessage, for the last time
 ///     kMsgImportDone    main   CZelTransDlg: m_sMessageID is the id
-///     WM_PAINT          host
+///     WM_PAINT          host   the host may draw
 ///
-/// A picture file has kMsgRgba in place of everything between the first and the last two. A failed import sends nothing
-/// after kMsgDialogReady; m_iStatus of the dialog says why.
+/// kMsgDialogReady is sent once for a dialog, in which the user can import several messages.
 ///
-/// Lifetime. A tag_CharInf and its LOGFONT end with the callback; a CZelMessage and its rows, with the handling of
-/// kMsgImportDone; a CZelFont, with the next import of its dialog, or without a dialog with the call. The blocks of the
-/// font slots and each slot's font_copy belong to the host: it calls CZelFont::ReleaseFontData on the font_copy and
-/// deletes it when it has asked for all pixels that it needs (CZelFont::GetMFRect, CZelFont::BuildMFData).
+/// For an RGBA file, kMsgRgba replaces everything between the first and the last two; if the user cancels the choice,
+/// only WM_PAINT follows kMsgDialogReady. A failed import sends nothing more. CZelTransDlg::m_iStatus has its result,
+/// as long as the dialog's window exists; CWnd::AddChangeListener notifies the host before it is destroyed.
 ///
-/// Exceptions (CFileException, CMemoryException) leave the module as pointers; whoever catches one calls Delete().
+/// Lifetime. A tag_CharInf and its LOGFONT are valid until the callback returns; a CZelMessage and its rows, until the
+/// handler of kMsgImportDone returns; a CZelFont, until the next import of its dialog or the end of the call. The
+/// blocks of the font slots and each slot's font_copy belong to the host. When it needs no more pixels
+/// (CZelFont::GetMFRect, CZelFont::BuildMFData), it calls CZelFont::ReleaseFontData on the font_copy and deletes the
+/// font_copy.
+///
+/// Exceptions (CFileException, CMemoryException) leave the module as pointers. The host deletes them by Delete(). The
+/// fonts that it has received by then are its own, as after a completed import.
 ///
 /// Positions and sizes are pixels, angles degrees (0 up, clockwise), colours COLORREF. Texts are bytes.
 ///
@@ -58,6 +70,7 @@
 #include "module/contract/records/tab_field.h"
 #include "module/contract/records/video_standard.h"
 #include "module/contract/registration.h"
+#include "module/contract/stored_settings.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"

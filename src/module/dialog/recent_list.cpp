@@ -1,8 +1,9 @@
 #include "module/dialog/recent_list.h"
 
-#include <cstdio>
+#include <cstddef>
 #include <cstring>
 
+#include "module/contract/stored_settings.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/state/recent_entry.h"
 #include "platform/framework/cstring.h"
@@ -39,11 +40,11 @@ bool CZelTransDlg::IsZelTransRegistrySubKeyExist(char* list, char* name) {
     return true;
 }
 
-// The entries are values, so this pass over sub-keys leaves them; the new list is written over them, index by index.
+// The entries are values, not sub-keys, so they remain; StoreRecentBoxes overwrites them, index by index.
 void CZelTransDlg::DeleteZelTransRegistrySubKey(char* list) {
     HKEY key = nullptr;
     if (RegOpenKeyExA(HKEY_CURRENT_USER, state::RecentListKey(list), 0, KEY_ALL_ACCESS, &key) != ERROR_SUCCESS) return;
-    for (int n = 0; n < 10; ++n) {
+    for (int n = 0; n < stored::kRecentEntries; ++n) {
         CString name = state::RecentEntryName(list, n);
         if (IsZelTransRegistrySubKeyExist(list, name.GetBuffer(0))) RegDeleteKeyA(key, name);
     }
@@ -52,25 +53,39 @@ void CZelTransDlg::DeleteZelTransRegistrySubKey(char* list) {
 
 namespace zel::dialog {
 
-void AppendRecentEntry(CZelTransDlg& main, int index, const char* list, CDialog& dialog, int combo_box) {
-    char list_name[16], text[MAX_PATH];
-    std::snprintf(list_name, sizeof list_name, "%s", list);
-    CWnd* const box = dialog.GetDlgItem(combo_box);
-    if (box != nullptr && main.RestoreRecentList(index, list_name, text))
-        box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-}
+namespace {
 
-void StoreRecentEntries(CZelTransDlg& main, char* list, CDialog& dialog, int combo_box) {
-    CWnd* const box = dialog.GetDlgItem(combo_box);
-    if (box == nullptr) return;
-    const LRESULT count = box->SendMessage(CB_GETCOUNT);
-    int stored = 0;
+/// Stores the entries of one combo box, index by index.
+void StoreEntries(CZelTransDlg& main, char* list, CWnd& box) {
+    const LRESULT count = box.SendMessage(CB_GETCOUNT);
+    int stored_entries = 0;
     for (LRESULT index = 0; index < count; ++index) {
         char text[MAX_PATH] = {};
-        const LRESULT length = box->SendMessage(CB_GETLBTEXTLEN, static_cast<WPARAM>(index));
-        if (length < 0 || length > state::kMaxRecentText) continue;
-        if (box->SendMessage(CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text)) < 0) continue;
-        main.StoreRecentList(stored++, list, text);
+        const LRESULT length = box.SendMessage(CB_GETLBTEXTLEN, static_cast<WPARAM>(index));
+        if (length < 0 || static_cast<std::size_t>(length) > stored::kMaxRecentText) continue;
+        if (box.SendMessage(CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text)) < 0) continue;
+        main.StoreRecentList(stored_entries++, list, text);
+    }
+}
+
+}  // namespace
+
+void FillRecentBox(CZelTransDlg& main, CDialog& dialog, const RecentBox& recent) {
+    CWnd* const box = dialog.GetDlgItem(recent.combo_box);
+    if (box == nullptr) return;
+    CString list(recent.list);
+    char text[MAX_PATH];
+    for (int index = 0; index < stored::kRecentEntries; ++index) {
+        if (main.RestoreRecentList(index, list.GetBuffer(0), text))
+            box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    }
+}
+
+void StoreRecentBoxes(CZelTransDlg& main, CDialog& dialog, std::span<const RecentBox> boxes) {
+    for (const RecentBox& recent : boxes) main.DeleteZelTransRegistrySubKey(CString(recent.list).GetBuffer(0));
+    for (const RecentBox& recent : boxes) {
+        CString list(recent.list);
+        if (CWnd* const box = dialog.GetDlgItem(recent.combo_box)) StoreEntries(main, list.GetBuffer(0), *box);
     }
 }
 

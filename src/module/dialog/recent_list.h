@@ -1,15 +1,31 @@
 #pragma once
 
+#include <span>
+
+#include "module/contract/dialog_ids.h"
+#include "module/contract/stored_settings.h"
+
 class CDialog;
 class CZelTransDlg;
 
 namespace zel::dialog {
 
-/// Appends one entry of a stored list to a combo box; a missing one leaves no gap. A list is read by asking for 0 to 9.
-void AppendRecentEntry(CZelTransDlg& main, int index, const char* list, CDialog& dialog, int combo_box);
+/// A combo box and the recent list that it shows.
+struct RecentBox {
+    int combo_box;
+    /// One of stored::kRecentLists.
+    const char* list;
+};
 
-/// Stores every entry of a combo box, also beyond the ten that are read back; one that is too long is left out,
-/// without a gap.
-void StoreRecentEntries(CZelTransDlg& main, char* list, CDialog& dialog, int combo_box);
+/// The directory boxes of the import dialog.
+inline constexpr RecentBox kDirectoryBoxes[] = {{ImportControl::kFontDirBox, stored::kFontDirList},
+                                                {ImportControl::kMessageDirBox, stored::kMessageDirList}};
+
+/// Appends the stored entries, newest first, to the combo box of `dialog`. Missing entries are skipped.
+void FillRecentBox(CZelTransDlg& main, CDialog& dialog, const RecentBox& recent);
+
+/// Stores every entry of each combo box, also those beyond the ten that are read back. Entries that are too long are
+/// skipped.
+void StoreRecentBoxes(CZelTransDlg& main, CDialog& dialog, std::span<const RecentBox> boxes);
 
 }  // namespace zel::dialog

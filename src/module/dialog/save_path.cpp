@@ -1,4 +1,5 @@
 #include "module/contract/dialog_ids.h"
+#include "module/contract/stored_settings.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/dialog/recent_list.h"
@@ -10,13 +11,9 @@ void CZelTransDlg::SavePath() {
     RECT rect{};
     GetWindowRect(&rect);
     CWinApp* const app = AfxGetModuleState()->m_pCurrentWinApp;
-    app->WriteProfileInt("ZELFTPSaveOptions", "DialogX", static_cast<int>(rect.left));
-    app->WriteProfileInt("ZELFTPSaveOptions", "DialogY", static_cast<int>(rect.top));
-    char font_list[] = "FontDir", message_list[] = "MessageDir";
-    DeleteZelTransRegistrySubKey(font_list);
-    DeleteZelTransRegistrySubKey(message_list);
-    dialog::StoreRecentEntries(*this, font_list, *this, ImportControl::kFontDirBox);
-    dialog::StoreRecentEntries(*this, message_list, *this, ImportControl::kMessageDirBox);
+    app->WriteProfileInt(stored::kFtpSection, stored::kDialogX, static_cast<int>(rect.left));
+    app->WriteProfileInt(stored::kFtpSection, stored::kDialogY, static_cast<int>(rect.top));
+    dialog::StoreRecentBoxes(*this, *this, dialog::kDirectoryBoxes);
     delete m_pFont;
-    m_pFont = nullptr;  // the dialog is ending, but its object may outlive it
+    m_pFont = nullptr;  // the object may exist after the dialog has ended
 }

@@ -5,7 +5,7 @@
 #include <new>
 
 #include "module/contract/zel_font.h"
-#include "module/font/format/run_codes.h"
+#include "module/font/format/draw_run_codes.h"
 #include "module/font/format/stored_glyph.h"
 #include "module/font/glyph_file.h"
 #include "platform/framework/cfile.h"
@@ -15,7 +15,7 @@ using namespace zel;
 
 namespace {
 
-// The pixels of a bitmap; empty for one without any.
+// The pixels of a bitmap; empty for one without pixels.
 std::span<std::uint8_t> BitmapBytes(const DIBSECTION* dib) noexcept {
     if (dib == nullptr || dib->dsBm.bmBits == nullptr || dib->dsBmih.biWidth <= 0 || dib->dsBmih.biHeight <= 0)
         return {};
@@ -25,7 +25,7 @@ std::span<std::uint8_t> BitmapBytes(const DIBSECTION* dib) noexcept {
     return {static_cast<std::uint8_t*>(dib->dsBm.bmBits), width * height * 4};
 }
 
-// The colours of a glyph drawn with a colour set of the palette block, or without one.
+// The colours of a run-coded glyph: a colour set of the palette block or, without one, the default colours.
 class GlyphColours {
   public:
     GlyphColours(const CZelFont& font, int palette_set) noexcept {
@@ -55,8 +55,8 @@ class GlyphColours {
     font::RunColour m_background;
 };
 
-// The record of a stored glyph. One read brings it with its head, unless it is larger than most; then it takes memory
-// for what the file holds of it, and a second read.
+// The record of a stored glyph. One read of a fixed size is enough for most; a larger record needs an allocation and a
+// second read.
 class StoredRecord {
   public:
     StoredRecord(CFile& file, const tag_font_memory& font, std::uint32_t offset);
@@ -73,18 +73,19 @@ class StoredRecord {
 
 StoredRecord::StoredRecord(CFile& file, const tag_font_memory& font, std::uint32_t offset) {
     file.Seek(static_cast<LONGLONG>(offset), CFile::begin);
-    const std::size_t came = file.Read(m_first.data(), static_cast<UINT>(m_first.size()));
-    const std::size_t length = font::ConvertStoredGlyphHead(std::span(m_first).first(came)).length;
+    const std::size_t first_size = file.Read(m_first.data(), static_cast<UINT>(m_first.size()));
+    const std::size_t length = font::ConvertStoredGlyphHead(std::span(m_first).first(first_size)).length;
     const std::size_t size = std::max(length, kLengthBytes);
-    if (came < kLengthBytes || file.GetLength() - offset < size) {
+    if (first_size < kLengthBytes || file.GetLength() - offset < size) {
         AfxThrowFileException(CFileException::genericException, -1, font.file_name);
     }
-    m_bytes = std::span(m_first).first(std::min(size, came));
-    if (size <= came) return;
+    m_bytes = std::span(m_first).first(std::min(size, first_size));
+    if (size <= first_size) return;
     m_larger.reset(new (std::nothrow) std::uint8_t[size]);
     if (!m_larger) AfxThrowMemoryException();
-    std::memcpy(m_larger.get(), m_first.data(), came);
-    if (file.Read(m_larger.get() + came, static_cast<UINT>(size - came)) != size - came) {
+    std::memcpy(m_larger.get(), m_first.data(), first_size);
+    const std::size_t rest = size - first_size;
+    if (file.Read(m_larger.get() + first_size, static_cast<UINT>(rest)) != rest) {
         AfxThrowFileException(CFileException::genericException, -1, font.file_name);
     }
     m_bytes = {m_larger.get(), size};
@@ -98,7 +99,7 @@ void BuildStoredGlyph(const tag_font_memory& font, const tag_char_entry& entry, 
     if (head.width <= 0 || head.height <= 0 || record.Bytes().size() < font::kStoredGlyphHeadSize) return;
     const std::size_t row_size = static_cast<std::size_t>(head.width) * 4,
                       height = static_cast<std::size_t>(head.height);
-    // Rows that the record is too short for aren't drawn; bytes behind the last pixel aren't looked at.
+    // Rows beyond the end of the record are not drawn, and bytes after the last pixel are ignored.
     const std::span<const std::uint8_t> pixels = record.Bytes().subspan(font::kStoredGlyphHeadSize);
     font::StraightenRowsReversed(pixels, row_size, height, BitmapBytes(dib));
 }

@@ -5,8 +5,8 @@ class CFile;
 
 namespace zel::font {
 
-/// Opens the font file that a slot's stored bitmap glyphs lie in. When that fails, tells the user unless warnings are
-/// skipped.
+/// Opens the font file of a slot, which contains its stored bitmap glyphs. On failure shows a message box, unless
+/// warnings are skipped, and returns false.
 bool OpenGlyphFile(CFile& file, const tag_font_memory& font);
 
 }  // namespace zel::font

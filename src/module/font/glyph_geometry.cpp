@@ -1,28 +1,13 @@
 #include <cstdint>
 
 #include "module/contract/zel_font.h"
-#include "module/font/format/run_codes.h"
+#include "module/font/format/measure_run_codes.h"
 #include "module/font/format/stored_glyph.h"
 #include "module/font/glyph_file.h"
 #include "platform/framework/cfile.h"
 #include "platform/framework/exceptions.h"
-#include "platform/framework/message_box.h"
 
 using namespace zel;
-
-namespace zel::font {
-
-bool OpenGlyphFile(CFile& file, const tag_font_memory& font) {
-    if (file.Open(font.file_name, CFile::modeRead | CFile::shareDenyNone)) return true;
-    if (CZelFont::m_bIgnoreErrors == 0) {
-        CString text;
-        text.Format("Couldn't Find Zelmara! Font File: %s", font.file_name);
-        MessageBoxA(nullptr, text, "Couldn't Find Font File ", MB_OK | MB_ICONEXCLAMATION);
-    }
-    return false;
-}
-
-}  // namespace zel::font
 
 namespace {
 
@@ -31,12 +16,13 @@ CRect StoredGlyphRect(const tag_font_memory& font, const tag_char_entry& entry, 
     if (!font::OpenGlyphFile(file, font)) return CRect(0, 0, 0, 0);
     std::uint8_t bytes[font::kStoredGlyphHeadSize] = {};
     file.Seek(static_cast<LONGLONG>(std::uint32_t{entry.glyph_offset}), CFile::begin);
-    const UINT came = file.Read(bytes, sizeof bytes);
+    const UINT size = file.Read(bytes, sizeof bytes);
     const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(bytes);
-    // The flag is known once its word has come, whatever becomes of the words behind it.
-    if (flag != nullptr && came >= 6) *flag = head.Flag();
+    // The flag counts even if the file ends after its word.
+    constexpr UINT kFlagsEnd = 6;
+    if (flag != nullptr && size >= kFlagsEnd) *flag = head.Flag();
     file.Close();
-    if (came != sizeof bytes) AfxThrowFileException(CFileException::genericException, -1, font.file_name);
+    if (size != sizeof bytes) AfxThrowFileException(CFileException::genericException, -1, font.file_name);
     return CRect(0, 0, head.width, head.height);
 }
 

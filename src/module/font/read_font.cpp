@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "module/contract/records/effpar.h"
+#include "module/contract/stored_settings.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_message.h"
 #include "module/font/format/font_loader.h"
@@ -28,7 +29,7 @@ void EndInBackslash(CString& path) {
     if (!path.IsEmpty() && path[path.GetLength() - 1] != '\\') path += "\\";
 }
 
-// "D:\f\.0012": the name of a font file has no stem, only a dot and the number.
+// "D:\f\.0012": the name of a font file consists of a dot and the number.
 CString LongName(const CString& directory, int number) {
     CString name;
     name.Format("%s.%04d", static_cast<const char*>(directory), number);
@@ -49,12 +50,12 @@ bool Open(CFile& file, CString& opened, const CString& name) {
 
 }  // namespace
 
-// Tries the font directory, the newest directory of the stored list and the directory last browsed for, in this order.
+// Tries the font directory, the newest directory of the stored list, and the directory that the user last browsed to.
 bool CZelFont::FindFontFile(CFile& file, CString& name, CString& path, int font_number) {
     EndInBackslash(path);
     if (Open(file, name, LongName(path, font_number)) || Open(file, name, ShortName(path, font_number))) return true;
     char stored[MAX_PATH];
-    if (state::ReadRecentEntry("FontDir", 0, stored)) {
+    if (state::ReadRecentEntry(stored::kFontDirList, 0, stored)) {
         CString directory(stored);
         EndInBackslash(directory);
         if (Open(file, name, LongName(directory, font_number)) || Open(file, name, ShortName(directory, font_number)))
@@ -66,8 +67,8 @@ bool CZelFont::FindFontFile(CFile& file, CString& name, CString& path, int font_
     return Open(file, name, LongName(directory, font_number));
 }
 
-/// @param wanted  the name that the user is told of.
-/// @return kLoaded with the file open, else what ReadFont returns.
+/// @param wanted  the name in the prompt.
+/// @return kLoaded with the file open, else the result of ReadFont.
 int CZelFont::BrowseForFontFile(CFile& file, CString& name, CString& path, int font_number, const CString& wanted) {
     constexpr UINT kTopmost = 0x40000;
     CString text;
@@ -117,35 +118,38 @@ namespace {
 
 constexpr char kSampleRowName[] = "Zelmara Font File";
 
-/// What the user hears of an outcome.
-struct FontComplaint {
+/// How an outcome is reported.
+struct FontReport {
     enum Kind : std::uint8_t { kSilent, kBox, kBoxUnlessSkipped, kFileError } kind;
-    const char* text;     // of a box, with %s for the opened file; null for a file error
-    const char* caption;  // of a box; null for the usual one
-    bool releases;        // the slot's blocks go; else they stay for the caller, who clears the slot
+    /// Text of a box, with %s for the name of the file; null without a box.
+    const char* text;
+    /// Caption of a box; null for the usual one.
+    const char* caption;
+    /// The slot's blocks are freed. Otherwise they remain for the caller, who clears the slot.
+    bool releases;
 };
 
 // In the order of FontOutcome.
-constexpr FontComplaint kComplaints[] = {
-    {FontComplaint::kSilent, nullptr, nullptr, false},
-    {FontComplaint::kBoxUnlessSkipped, "Couldn't Read Zelmara! Font File's Psos File Header: %s", nullptr, false},
-    {FontComplaint::kBoxUnlessSkipped, "Not an Zelmara! Font File: %s", "Not an Zelmara Font File Type ", false},
-    {FontComplaint::kBoxUnlessSkipped, "Couldn't Read Zelmara! Font File's Font Header: %s", nullptr, false},
-    {FontComplaint::kBox, "Out Of Memory", "Couldn't Allocate Memory to Read Zelmara Font", false},
-    {FontComplaint::kBox, "Couldn't Read Zelmara! Font File's Character Directory: %s", nullptr, false},
-    {FontComplaint::kBox, "Couldn't Read Zelmara! Font File's Encoding Data: %s", nullptr, false},
-    {FontComplaint::kFileError, nullptr, nullptr, true},
-    {FontComplaint::kFileError, nullptr, nullptr, true},
-    {FontComplaint::kFileError, nullptr, nullptr, true},
-    {FontComplaint::kFileError, nullptr, nullptr, true},
-    {FontComplaint::kSilent, nullptr, nullptr, true},
+constexpr FontReport kReports[] = {
+    {FontReport::kSilent, nullptr, nullptr, false},
+    {FontReport::kBoxUnlessSkipped, "Couldn't Read Zelmara! Font File's Psos File Header: %s", nullptr, false},
+    {FontReport::kBoxUnlessSkipped, "Not an Zelmara! Font File: %s", "Not an Zelmara Font File Type ", false},
+    {FontReport::kBoxUnlessSkipped, "Couldn't Read Zelmara! Font File's Font Header: %s", nullptr, false},
+    {FontReport::kBox, "Out Of Memory", "Couldn't Allocate Memory to Read Zelmara Font", false},
+    {FontReport::kBox, "Couldn't Read Zelmara! Font File's Character Directory: %s", nullptr, false},
+    {FontReport::kBox, "Couldn't Read Zelmara! Font File's Encoding Data: %s", nullptr, false},
+    {FontReport::kFileError, nullptr, nullptr, true},
+    {FontReport::kFileError, nullptr, nullptr, true},
+    {FontReport::kFileError, nullptr, nullptr, true},
+    {FontReport::kFileError, nullptr, nullptr, true},
+    {FontReport::kSilent, nullptr, nullptr, true},
 };
-static_assert(std::size(kComplaints) == static_cast<std::size_t>(font::FontOutcome::kNoMemory) + 1);
-static_assert(kComplaints[static_cast<int>(font::FontOutcome::kShortEncoding)].kind == FontComplaint::kBox &&
-              kComplaints[static_cast<int>(font::FontOutcome::kShortBlock)].kind == FontComplaint::kFileError);
+static_assert(std::size(kReports) == static_cast<std::size_t>(font::FontOutcome::kNoMemory) + 1);
+static_assert(kReports[static_cast<int>(font::FontOutcome::kShortEncoding)].kind == FontReport::kBox &&
+              kReports[static_cast<int>(font::FontOutcome::kShortBlock)].kind == FontReport::kFileError);
 
-// The name that a file error carries: the font directory for the blocks straight after the directory, which the legacy
-// importer never gave a better one.
+// The name in a file error. For the blocks directly after the character directory it is the font directory, as in the
+// legacy importer.
 const char* ErrorName(font::FontOutcome outcome, const char* name, const char* path) {
     switch (outcome) {
         case font::FontOutcome::kShortLeadingEncoding:
@@ -158,37 +162,37 @@ const char* ErrorName(font::FontOutcome outcome, const char* name, const char* p
     }
 }
 
-void Complain(font::FontOutcome outcome, const char* name, const char* path) {
-    const FontComplaint& complaint = kComplaints[static_cast<int>(outcome)];
-    switch (complaint.kind) {
-        case FontComplaint::kSilent:
+void Report(font::FontOutcome outcome, const char* name, const char* path) {
+    const FontReport& report = kReports[static_cast<int>(outcome)];
+    switch (report.kind) {
+        case FontReport::kSilent:
             return;
-        case FontComplaint::kFileError:
+        case FontReport::kFileError:
             CFileException(CFileException::genericException, -1, ErrorName(outcome, name, path)).ReportError(0, 0);
             return;
-        case FontComplaint::kBoxUnlessSkipped:
+        case FontReport::kBoxUnlessSkipped:
             if (CZelFont::m_bIgnoreErrors != 0) return;
             break;
-        case FontComplaint::kBox:
+        case FontReport::kBox:
             break;
     }
     CString text;
-    text.Format(complaint.text, name);
-    MessageBoxA(nullptr, text,
-                complaint.caption != nullptr ? complaint.caption : "Couldn't Read the Zelmara! Font File",
+    text.Format(report.text, name);
+    MessageBoxA(nullptr, text, report.caption != nullptr ? report.caption : "Couldn't Read the Zelmara! Font File",
                 MB_OK | MB_ICONEXCLAMATION);
 }
 
-// The description of a font that has no message around it: an empty message lends its members, and the set its palette.
+// Fills log_font and effect_params of a font that is read without a message, through an empty message with the palette
+// of the font set.
 void DescribeAlone(CZelFont& fonts, tag_font_memory& slot, int slot_index) {
     tag_palete palette;
     static_assert(sizeof palette == sizeof fonts.m_Palette);
     std::memcpy(&palette, fonts.m_Palette, sizeof palette);
-    CZelMessage lender(nullptr, nullptr, nullptr, nullptr);
-    lender.MakeFontDescription(&slot, slot.log_font, slot_index);
-    lender.m_pPalette = &palette;
-    lender.ApplySlotEffects(&slot, slot.effect_params);
-    lender.m_pPalette = nullptr;  // not the message's to free
+    CZelMessage empty(nullptr, nullptr, nullptr, nullptr);
+    empty.MakeFontDescription(&slot, slot.log_font, slot_index);
+    empty.m_pPalette = &palette;
+    empty.ApplySlotEffects(&slot, slot.effect_params);
+    empty.m_pPalette = nullptr;  // the message would free it
 }
 
 }  // namespace
@@ -196,14 +200,15 @@ void DescribeAlone(CZelFont& fonts, tag_font_memory& slot, int slot_index) {
 int CZelFont::LoadFontFile(CFile& file, const CString& name, const CString& path, int slot_index,
                            bool make_description) {
     tag_font_memory& slot = m_Slots[slot_index];
-    slot = tag_font_memory();  // blocks of a font that was here belong to whoever holds its font_copy
-    std::snprintf(slot.file_name, sizeof slot.file_name, "%s", static_cast<const char*>(name));
+    slot = tag_font_memory();  // the blocks of an earlier font belong to the holder of its font_copy
     font::FontOutcome outcome = font::FontOutcome::kNoMemory;
-    bool tessor = false;
+    font::LoadedFont loaded;
     try {
         message::CFileBytes file_bytes(file);
         message::ByteSource source(file_bytes);
-        outcome = font::LoadFont(source, slot, tessor);
+        outcome = font::LoadFont(source, loaded);
+        slot = loaded.Release();
+        std::snprintf(slot.file_name, sizeof slot.file_name, "%s", static_cast<const char*>(name));
         if (outcome == font::FontOutcome::kRead) {
             slot.log_font = new LOGFONT();
             slot.effect_params = new EFFPAR();
@@ -213,10 +218,10 @@ int CZelFont::LoadFontFile(CFile& file, const CString& name, const CString& path
         outcome = font::FontOutcome::kNoMemory;
     }
     file.Close();
-    if (tessor) MessageBoxA(nullptr, "Tessor Encoded Data!", "ZELMARA Import", MB_OK);
+    if (loaded.tessor) MessageBoxA(nullptr, "Tessor Encoded Data!", "ZELMARA Import", MB_OK);
     if (outcome != font::FontOutcome::kRead) {
-        if (kComplaints[static_cast<int>(outcome)].releases) ReleaseFontData(&slot);
-        Complain(outcome, name, path);
+        if (kReports[static_cast<int>(outcome)].releases) ReleaseFontData(&slot);
+        Report(outcome, name, path);
         return kNotLoaded;
     }
     *slot.font_copy = slot;

@@ -49,7 +49,7 @@ void CZelFont::ReleaseUnfinishedSlot(tag_font_memory* slot) {
 
 namespace {
 
-// The number in a face name of the form "Zelmara! (3) Name"; -1 for another form.
+// The number in a face name such as "Zelmara! (3) Name"; -1 for any other name.
 int SlotOfLegacyFace(const LOGFONT& font) noexcept {
     constexpr std::string_view kMark = "Zelmara! (";
     char face[sizeof font.lfFaceName + 1] = {};

@@ -10,10 +10,10 @@ using namespace zel;
 
 namespace {
 
-/// Entries that a list of so many bytes is likely to have: the lines of real lists are longer than this.
+/// Estimates the number of entries from the size of the list. The lines of real lists are longer than kShortLine.
 std::size_t LikelyEntries(const NameText& text) {
-    constexpr std::size_t kShortLine = 32, kMost = 65536;
-    return std::min(text.List().size() / kShortLine, kMost);
+    constexpr std::size_t kShortLine = 32, kMaxEstimate = 65536;
+    return std::min(text.List().size() / kShortLine, kMaxEstimate);
 }
 
 NameParts PartsOf(const fontmap::BitstreamEntry& entry, const NameText& text) {
@@ -43,10 +43,10 @@ bool CZelTransDlg::MapBitStreamFont() {
         if (!reader.Read(*line, entry)) continue;
         const NameParts name = PartsOf(entry, *text);
         m_mapBitStreamId.Add(entry.number, name);
-        // The first entry of a family stands for it.
+        // A family maps to its first entry. Successive entries of a family share the text of its heading.
         const std::string_view word = entry.FirstWord();
         if (word.data() == last_word.data() && !word.empty()) continue;
-        m_mapBitStreamFamily.Add(text->SliceOf(word), name, NamedNames::WhenThere::kKeep);
+        m_mapBitStreamFamily.Add(text->SliceOf(word), name, NamedNames::IfPresent::kKeep);
         last_word = word;
     }
     return true;
@@ -68,7 +68,7 @@ bool CZelTransDlg::MapTypeFace() {
         const std::optional<fontmap::TypefaceEntry> entry = fontmap::ReadTypefaceLine(*line);
         if (!entry) continue;
         m_mapTypeFace.Add(text->SliceOf(entry->bitstream_name),
-                          {NameParts::Form::kWhole, text->SliceOf(entry->typeface)}, NamedNames::WhenThere::kReplace);
+                          {NameParts::Form::kWhole, text->SliceOf(entry->typeface)}, NamedNames::IfPresent::kReplace);
     }
     return true;
 }

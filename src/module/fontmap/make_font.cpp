@@ -12,10 +12,11 @@ using namespace zel;
 
 namespace {
 
-/// A font file's path taken apart into what ReadFont wants.
+/// A font file's path as ReadFont requires it.
 struct FontPath {
     CString directory;
-    int number = 0;  // 0 too when what stands behind the dot isn't a number
+    /// 0 if the extension isn't a number.
+    int number = 0;
 };
 
 FontPath SplitFontPath(const char* path) {
@@ -24,9 +25,10 @@ FontPath SplitFontPath(const char* path) {
     crt::_splitpath(path, nullptr, nullptr, nullptr, extension);
     FontPath split{path, 0};
     if (extension[0] != '.') return split;
-    // Cut at the first place where the extension's text stands, less the backslash before the dot.
-    const int at = split.directory.Find(extension);
-    split.directory = split.directory.Left(at > 0 ? at - 1 : 0);
+    // As in the legacy importer, the directory ends before the first occurrence of the extension's text, and without
+    // the character before it, normally the backslash.
+    const int position = split.directory.Find(extension);
+    split.directory = split.directory.Left(position > 0 ? position - 1 : 0);
     char* end = nullptr;
     const char* const digits = extension + 1;
     const long number = std::strtol(digits, &end, 10);

@@ -10,12 +10,12 @@ namespace zel::fontmap {
 
 namespace {
 
-/// What lies behind so many bytes isn't read; real lists have a thousandth of it.
-constexpr ULONGLONG kLongestList = 256 << 20;
+/// The rest of a longer list is ignored. Real lists are about a thousand times smaller.
+constexpr ULONGLONG kMaxListSize = 256 << 20;
 constexpr char kEndOfText = 26;
 
-/// As the system reads a text: CR LF is LF, and the byte 26 ends it.
-void TurnIntoText(std::string& bytes) {
+/// Converts the bytes of a file to text as the module's home system does: CR LF becomes LF, and byte 26 ends the text.
+void ConvertToText(std::string& bytes) {
     bytes.resize(std::min(bytes.find(kEndOfText), bytes.size()));
     char* const end = bytes.data() + bytes.size();
     char* out = static_cast<char*>(std::memchr(bytes.data(), '\r', bytes.size()));
@@ -32,9 +32,9 @@ std::shared_ptr<NameText> ReadNameList(const char* file_name, std::string& path)
     path = std::string(g_szMapDir) + file_name;
     CFile file;
     if (!file.Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone)) return nullptr;
-    std::string bytes(static_cast<std::size_t>(std::min(file.GetLength(), kLongestList)), '\0');
+    std::string bytes(static_cast<std::size_t>(std::min(file.GetLength(), kMaxListSize)), '\0');
     bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
-    TurnIntoText(bytes);
+    ConvertToText(bytes);
     return std::make_shared<NameText>(std::move(bytes));
 }
 

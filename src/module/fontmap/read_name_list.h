@@ -7,8 +7,9 @@
 
 namespace zel::fontmap {
 
-/// A name list's text by its file name in the registered directory, CR LF turned into LF; null when it can't be opened.
-/// @param path  receives the path that was tried.
+/// Reads a name list from the registered directory, with CR LF converted to LF.
+/// @param path  receives the path of the file.
+/// @return null when the file can't be opened.
 std::shared_ptr<NameText> ReadNameList(const char* file_name, std::string& path);
 
 }  // namespace zel::fontmap

@@ -6,10 +6,10 @@ class CFile;
 
 namespace zel::message {
 
-/// The bytes of a file that the framework has opened.
+/// A CFile as the source of a loader.
 class CFileBytes final : public FileBytes {
   public:
-    /// @param file  open for reading; must outlive the object.
+    /// @param file  open for reading; must outlive the object. Reading moves its position.
     explicit CFileBytes(CFile& file) noexcept : m_file(file) {}
 
     std::uint64_t Size() const noexcept override;

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <new>
 
+#include "module/contract/records/video_standard.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/message/cfile_bytes.h"
@@ -34,8 +35,8 @@ void CZelMessage::DefaultPalette() {
 
 namespace {
 
-// In the order of MessageOutcome; null: nothing is said.
-constexpr const char* kComplaints[] = {
+// The text of each outcome's message box, in the order of MessageOutcome; null for an outcome without a box.
+constexpr const char* kOutcomeTexts[] = {
     nullptr,
     "Invalid file: %s",
     "Invalid file: %s",
@@ -49,7 +50,7 @@ constexpr const char* kComplaints[] = {
     "Zelmara! Tab Versions prior to 2 not supported: %s",
     "Zelmara! Maximum Tabs Exceeded: %s",
 };
-static_assert(std::size(kComplaints) == static_cast<std::size_t>(message::MessageOutcome::kTooManyTabs) + 1);
+static_assert(std::size(kOutcomeTexts) == static_cast<std::size_t>(message::MessageOutcome::kTooManyTabs) + 1);
 
 void Warn(const char* text, const char* title) {
     MessageBoxA(nullptr, text, title, MB_OK | MB_ICONEXCLAMATION);
@@ -63,16 +64,17 @@ void WarnOfFile(const char* format, const char* path, const char* title) {
 
 void WarnOfStandard(const tag_msg_flags& flags, int host_lines) {
     if (flags.Lines() == host_lines) return;
-    // The words go by the host's standard alone.
-    Warn(host_lines == 486 ? "The Zelmara! message being imported is a PAL message,  \n    this may result in an "
-                             "offset shift of the message"
-                           : "The Zelmara! message being imported is an NTSC message,  \n    this may result in an "
-                             "offset shift of the message",
+    // The text depends on the host's standard only.
+    Warn(VideoStandardOf(host_lines) == VideoStandard::kNtsc
+             ? "The Zelmara! message being imported is a PAL message,  \n    this may result in an "
+               "offset shift of the message"
+             : "The Zelmara! message being imported is an NTSC message,  \n    this may result in an "
+               "offset shift of the message",
          "Warning - Video Standard Mismatch Detected");
 }
 
 void WarnOfOutcome(message::MessageOutcome outcome, const message::LoadedMessage& message, const char* path) {
-    const char* const format = kComplaints[static_cast<int>(outcome)];
+    const char* const format = kOutcomeTexts[static_cast<int>(outcome)];
     if (format == nullptr) return;
     CString text;
     if (outcome == message::MessageOutcome::kUnsupportedType) {
@@ -86,7 +88,7 @@ void WarnOfOutcome(message::MessageOutcome outcome, const message::LoadedMessage
     Warn(text, "Couldn't Read the Zelmara! File");
 }
 
-// All that the user is told of a load, in the order of the file's sections.
+// Shows the message boxes of a load, in the order of the file's sections.
 void WarnOfMessage(message::MessageOutcome outcome, const message::LoadedMessage& message, int host_lines,
                    const char* path) {
     const bool is_message = message.file_header && message.file_header->file_type == kMessageFileType;
@@ -100,10 +102,10 @@ void WarnOfMessage(message::MessageOutcome outcome, const message::LoadedMessage
 }
 
 template <typename T>
-void Replace(T*& held, std::unique_ptr<T>& loaded) {
+void Replace(T*& block, std::unique_ptr<T>& loaded) {
     if (!loaded) return;
-    delete held;
-    held = loaded.release();
+    delete block;
+    block = loaded.release();
 }
 
 }  // namespace

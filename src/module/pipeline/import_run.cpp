@@ -10,20 +10,20 @@
 #include "module/tools/zel_rgba.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
-#include "platform/framework/message_box.h"
+#include "platform/framework/wait_cursor.h"
 
 using namespace zel;
 
 namespace {
 
-/// How the reading of a message's fonts ended.
+/// Result of reading the fonts of a message.
 enum class FontsOutcome { kRead, kCancelled };
 
-/// The fonts of an import until the host is told of them, whether it is cancelled before or memory runs out.
-class UntoldFonts {
+/// Releases the fonts of an import that ends before the host has received them.
+class PendingFonts {
   public:
-    UntoldFonts() = default;
-    ~UntoldFonts() {
+    PendingFonts() = default;
+    ~PendingFonts() {
         if (m_fonts == nullptr) return;
         for (tag_font_memory& font : m_fonts->m_Slots) {
             delete font.font_copy;
@@ -31,17 +31,18 @@ class UntoldFonts {
             m_fonts->ReleaseFontData(&font);
         }
     }
-    UntoldFonts(const UntoldFonts&) = delete;
-    UntoldFonts& operator=(const UntoldFonts&) = delete;
+    PendingFonts(const PendingFonts&) = delete;
+    PendingFonts& operator=(const PendingFonts&) = delete;
 
     void Hold(CZelFont& fonts) noexcept { m_fonts = &fonts; }
-    void LetGo() noexcept { m_fonts = nullptr; }
+    void PassToHost() noexcept { m_fonts = nullptr; }
 
   private:
     CZelFont* m_fonts = nullptr;
 };
 
-/// One import of the message that a dialog's controls name, from the path check to the last word to the host.
+/// One import of the message that a dialog's controls name, from the check of the paths to the last message to the
+/// host.
 class ImportRun {
   public:
     explicit ImportRun(CZelTransDlg& dialog) : m_dialog(dialog) {}
@@ -51,7 +52,7 @@ class ImportRun {
     ImportStatus::Value Import(const CString& font_dir);
     bool OfferRgba();
     FontsOutcome ReadFonts(CZelMessage& message, const CString& font_dir);
-    void HandOver(CZelMessage& message);
+    void SendContents(CZelMessage& message);
     void Advance();
     void SendToHost(UINT message, WPARAM wParam, const void* object) {
         if (m_dialog.m_pHostWnd != nullptr)
@@ -59,7 +60,7 @@ class ImportRun {
     }
 
     CZelTransDlg& m_dialog;
-    UntoldFonts m_untold;
+    PendingFonts m_pending_fonts;
 };
 
 void ImportRun::Run() {
@@ -75,12 +76,12 @@ void ImportRun::Run() {
     SendToHost(WM_PAINT, 0, nullptr);
 }
 
-// The life of the message: what the host was given of it dies here.
+// The message is destroyed here, with everything in it that the host has received.
 ImportStatus::Value ImportRun::Import(const CString& font_dir) {
     CZelMessage message(m_dialog.m_sFontDir, m_dialog.m_sMessageDir, m_dialog.m_sMessageID, &m_dialog);
     if (message.ReadMessage(&m_dialog)) {
         if (ReadFonts(message, font_dir) == FontsOutcome::kCancelled) return ImportStatus::kFontPromptCancelled;
-        HandOver(message);
+        SendContents(message);
         Advance();
         return ImportStatus::kFinished;
     }
@@ -90,7 +91,7 @@ ImportStatus::Value ImportRun::Import(const CString& font_dir) {
     return ImportStatus::kFinished;
 }
 
-// A picture, not a message: the host takes it from here, as object or background.
+// The file is a picture, which the host reads itself and inserts as object or background.
 bool ImportRun::OfferRgba() {
     tools::CZelRGBA choice(nullptr);
     if (choice.DoModal() != IDOK) return false;
@@ -103,13 +104,13 @@ FontsOutcome ImportRun::ReadFonts(CZelMessage& message, const CString& font_dir)
     m_dialog.m_pFont = nullptr;
     m_dialog.m_pFont = new CZelFont();
     CZelFont& fonts = *m_dialog.m_pFont;
-    m_untold.Hold(fonts);
+    m_pending_fonts.Hold(fonts);
     CZelFont::m_bIgnoreErrors = IgnoreZelFontErrors() ? 1 : 0;
     CancelZelFontBrowse();
     for (int slot = 0; slot < kFontSlots; ++slot) {
         const std::uint16_t number = message.GetSlotFontID(slot);
         if (number == kNoFont) continue;
-        m_dialog.m_sFontDir = font_dir;  // anew for each slot, as ReadFont changes it
+        m_dialog.m_sFontDir = font_dir;  // for each slot, as ReadFont changes it
         const int result = fonts.ReadFont(m_dialog.m_sFontDir, number, slot, false);
         tag_font_memory& font = fonts.m_Slots[slot];
         if (result == 1) {
@@ -123,14 +124,14 @@ FontsOutcome ImportRun::ReadFonts(CZelMessage& message, const CString& font_dir)
     return FontsOutcome::kRead;
 }
 
-void ImportRun::HandOver(CZelMessage& message) {
+void ImportRun::SendContents(CZelMessage& message) {
     CZelFont& fonts = *m_dialog.m_pFont;
     const bool has_tabs = message.m_pTabs != nullptr && message.m_nTabs > 0;
     if (has_tabs) message.MakeTemplates(&m_dialog);
     fonts.m_MessageBlock = message.m_pMsgHeader;
     static_assert(sizeof fonts.m_Palette == sizeof *message.m_pPalette);
     std::memcpy(fonts.m_Palette, message.m_pPalette, sizeof fonts.m_Palette);
-    m_untold.LetGo();
+    m_pending_fonts.PassToHost();
     SendToHost(kMsgFonts, 0, &fonts);
     message.EmitCharacters(m_dialog.m_pHostWnd, &fonts, m_dialog.m_bBaselineAlign != 0, m_dialog.m_bTrueFont != 0);
     SendToHost(kMsgRowsDone, 0, &message);

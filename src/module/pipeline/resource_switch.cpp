@@ -1,6 +1,7 @@
 #include "module/pipeline/resource_switch.h"
 
 #include "module/state/module_state.h"
+#include "platform/framework/cwinapp.h"
 
 namespace zel::pipeline {
 

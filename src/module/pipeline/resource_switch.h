@@ -4,7 +4,7 @@
 
 namespace zel::pipeline {
 
-/// Makes the module's resources the current ones for as long as it lives, or for good.
+/// Makes the module's resources the current ones: permanently, or as long as the object lives.
 class ResourceSwitch {
   public:
     enum class After { kKeep, kRestore };

@@ -2,14 +2,15 @@
 
 #include "module/resources/templates.h"
 #include "module/state/module_state.h"
+#include "platform/framework/cwinapp.h"
 #include "platform/framework/module_entry.h"
 
 namespace zel::pipeline {
 
 namespace {
 
-// Runs before any static object of the module is built, so that the lists of classes and factories that those objects
-// add to begin empty; AfxInitExtensionModule puts the saved heads back.
+// Called before any static object of the module is constructed, so that the lists of classes and factories, which those
+// objects extend, are empty at first. AfxInitExtensionModule restores the saved heads.
 int RawAttachHook(HINSTANCE /*module*/, DWORD reason, void* /*reserved*/) {
     if (reason != DLL_PROCESS_ATTACH) return 1;
     AFX_MODULE_STATE* const state = AfxGetModuleState();
@@ -24,7 +25,7 @@ int MainEntry(HINSTANCE module, DWORD reason, void* /*reserved*/) {
     if (reason == DLL_PROCESS_ATTACH) {
         if (AfxInitExtensionModule(ZelTransDLL, module) == 0) return 0;
         g_hZelResource = ZelTransDLL.hResource;
-        // The framework's from here on; the module goes on without it, too.
+        // The framework owns it. The module also works without it.
         [[maybe_unused]] const CDynLinkLibrary* library = new (std::nothrow) CDynLinkLibrary(ZelTransDLL, FALSE);
     } else if (reason == DLL_PROCESS_DETACH) {
         AfxTermExtensionModule(ZelTransDLL, FALSE);

@@ -16,27 +16,27 @@ CZelTransExport& CZelTransExport::operator=(const CZelTransExport& /*other*/) {
 
 namespace {
 
-// The host's use of the font set, and the window, end with the call, also when an exception ends it.
-class FontSetEnd {
+// Destroys the font set and the window at the end of the call, also after an exception.
+class DialogCleanup {
   public:
-    explicit FontSetEnd(CZelTransDlg& dialog) noexcept : m_dialog(dialog) {}
-    ~FontSetEnd() {
+    explicit DialogCleanup(CZelTransDlg& dialog) noexcept : m_dialog(dialog) {}
+    ~DialogCleanup() {
         delete m_dialog.m_pFont;
         m_dialog.m_pFont = nullptr;
         m_dialog.DestroyWindow();
     }
-    FontSetEnd(const FontSetEnd&) = delete;
-    FontSetEnd& operator=(const FontSetEnd&) = delete;
+    DialogCleanup(const DialogCleanup&) = delete;
+    DialogCleanup& operator=(const DialogCleanup&) = delete;
 
   private:
     CZelTransDlg& m_dialog;
 };
 
-/// Does what the host has asked for. Memory that runs out leaves as the framework's exception, wherever it runs out.
-template <typename Work>
-void Do(Work&& work) {
+/// Runs a call of the host. std::bad_alloc leaves as the framework's exception.
+template <typename Call>
+void ConvertBadAlloc(Call&& call) {
     try {
-        work();
+        call();
     } catch (const std::bad_alloc&) {
         AfxThrowMemoryException();
     }
@@ -45,10 +45,10 @@ void Do(Work&& work) {
 }  // namespace
 
 bool CZelTransExport::ZelTranslation(CWnd* host) {
-    Do([&] {
+    ConvertBadAlloc([&] {
         const pipeline::ResourceSwitch resources(pipeline::ResourceSwitch::After::kKeep);
         CZelTransDlg dialog(nullptr);
-        const FontSetEnd end(dialog);
+        const DialogCleanup cleanup(dialog);
         dialog.m_pHostWnd = host;
         dialog.MapBitStreamFont();
         dialog.MapTypeFace();
@@ -62,10 +62,10 @@ bool CZelTransExport::ZelTranslation(void* /*ignored*/, CWnd* host) {
 }
 
 bool CZelTransExport::ReadZelmaraMessage(CWnd* host, CString& message_path, CString& font_dir) {
-    Do([&] {
+    ConvertBadAlloc([&] {
         const pipeline::ResourceSwitch resources(pipeline::ResourceSwitch::After::kKeep);
         CZelTransDlg dialog(message_path, font_dir);
-        const FontSetEnd end(dialog);
+        const DialogCleanup cleanup(dialog);
         dialog.m_pHostWnd = host;
         dialog.MapBitStreamFont();
         dialog.MapTypeFace();
@@ -75,7 +75,7 @@ bool CZelTransExport::ReadZelmaraMessage(CWnd* host, CString& message_path, CStr
 }
 
 bool CZelTransExport::ZelBatchExport(CWnd* host, CString& export_path, CWnd* export_window) {
-    Do([&] {
+    ConvertBadAlloc([&] {
         const pipeline::ResourceSwitch resources(pipeline::ResourceSwitch::After::kKeep);
         tools::CZelTransBatch batch(nullptr);
         CZelTransDlg dialog(nullptr);
@@ -91,7 +91,7 @@ bool CZelTransExport::ZelBatchExport(CWnd* host, CString& export_path, CWnd* exp
 
 bool CZelTransExport::MakeTavroFont(char* path, CZelFont* font) {
     if (font == nullptr) return false;
-    Do([&] {
+    ConvertBadAlloc([&] {
         const pipeline::ResourceSwitch resources(pipeline::ResourceSwitch::After::kRestore);
         CZelTransDlg dialog(nullptr);
         dialog.m_bImportSkip = 1;

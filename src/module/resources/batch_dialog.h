@@ -7,7 +7,7 @@ namespace zel::resources {
 
 namespace ctl = framework::ctl;
 
-// The options are hidden and lie under the two buttons.
+// The options are hidden; the two buttons are in their place.
 inline constexpr framework::ControlTemplate kBatchControls[] = {
     {IDC_STATIC, framework::ControlKind::static_text, "&Start ID:", 7, 10, 34, 8, ctl::none},
     {BatchControl::kStartIdEdit, framework::ControlKind::edit, "", 45, 7, 60, 14, ctl::tab_stop | ctl::auto_scroll},

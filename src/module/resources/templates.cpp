@@ -14,7 +14,7 @@ constexpr framework::DialogTemplate kDialogs[] = {kImportDialogTemplate, kFtpDia
 
 }  // namespace
 
-// Constant, so that it stands before any code of the module runs.
+// Initialised at compile time, so that it is valid before any code of the module runs.
 constinit const HINSTANCE__ kModuleInstance = {"ZelTrans", kDialogs};
 
 }  // namespace zel::resources

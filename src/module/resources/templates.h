@@ -4,7 +4,7 @@
 
 namespace zel::resources {
 
-/// The module as the framework knows it, with its dialog templates.
+/// The module's handle points to this: its name and its dialog templates.
 extern const HINSTANCE__ kModuleInstance;
 
 }  // namespace zel::resources

@@ -2,7 +2,9 @@
 
 #include <cstring>
 
+#include "module/contract/stored_settings.h"
 #include "module/contract/zel_font.h"
+#include "platform/framework/cwinapp.h"
 
 using namespace zel;
 
@@ -15,7 +17,7 @@ OnCharCallback Register_GLV_OnChar(OnCharCallback callback, char* map_dir) {
     const OnCharCallback before = g_pfnOnChar;
     g_pfnOnChar = callback;
     std::memcpy(g_szMapDir, map_dir, sizeof g_szMapDir);
-    g_szMapDir[sizeof g_szMapDir - 1] = '\0';  // for a host that gave no terminated text
+    g_szMapDir[sizeof g_szMapDir - 1] = '\0';  // the host's text may have no NUL
     return before;
 }
 
@@ -25,7 +27,7 @@ bool IgnoreZelFontErrors() {
 
 void SaveWarningPref(int value) {
     CZelFont::m_bIgnoreErrors = value;
-    AfxGetModuleState()->m_pCurrentWinApp->WriteProfileInt("ZELFNTSaveOptions", "SkipWarnings", value);
+    AfxGetModuleState()->m_pCurrentWinApp->WriteProfileInt(stored::kFontSection, stored::kSkipWarnings, value);
 }
 
 void CancelZelFontBrowse() {
@@ -41,6 +43,11 @@ void ZelYOffsetReset(int value) {
 }
 
 namespace zel::state {
+
+BOOL StoredSkipWarnings() {
+    CWinApp& app = *AfxGetModuleState()->m_pCurrentWinApp;
+    return static_cast<BOOL>(app.GetProfileIntA(stored::kFontSection, stored::kSkipWarnings, 0));
+}
 
 void CallOnChar(CWnd* host, tag_CharInf* info, unsigned int character) {
     if (g_pfnOnChar != nullptr) g_pfnOnChar(host, info, character);

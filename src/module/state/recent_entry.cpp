@@ -2,14 +2,17 @@
 
 #include <cstring>
 
+#include "module/contract/stored_settings.h"
 #include "platform/system/errors.h"
 #include "platform/system/registry.h"
 
 namespace zel::state {
 
+static_assert(stored::kMaxRecentText == MAX_PATH - 1, "the buffers have one more for the NUL");
+
 CString RecentListKey(const char* list) {
     CString key;
-    key.Format("Software\\Kovesh\\Tavro\\ZelTrans\\%s", list);
+    key.Format("%s\\%s", stored::kRecentListsKey, list);
     return key;
 }
 

@@ -6,8 +6,8 @@
 
 namespace zel::tools {
 
-void OpenCopyLog(char* text) {
-    const CString command = CString("Notepad ") + static_cast<const char*>(text);
+void OpenCopyLog(char* path) {
+    const CString command = CString("Notepad ") + static_cast<const char*>(path);
     WinExec(command, SW_SHOW);
 }
 

@@ -2,9 +2,9 @@
 
 namespace zel::tools {
 
-/// Shows the log of a copy from a disk; the disk library calls it back with it.
-/// @param text  path of a text file. It is handed on as it stands, as the argument of a command line that the desktop
-/// takes apart: no shell and no program sees it. Null counts as the empty text; any length will do.
-void OpenCopyLog(char* text);
+/// Shows the log of a copy from a disk. Callback of the disk library.
+/// @param path  of a text file; null for the empty text. The desktop splits the command line that contains it; it is
+///              never passed to a shell.
+void OpenCopyLog(char* path);
 
 }  // namespace zel::tools

@@ -11,7 +11,7 @@ namespace zel::tools {
 
 namespace {
 
-// These two are stored with every password: they never change.
+// The stored passwords depend on these two constants: do not change them.
 constexpr std::array<std::int32_t, kStoredPasswordSize> kPositions = {
     75, 61, 55, 12, 65, 70, 39, 14, 47, 43,  //
     21, 35, 28, 18, 57, 73, 41, 2,  30, 56,  //
@@ -22,27 +22,28 @@ constexpr std::array<std::int32_t, kStoredPasswordSize> kPositions = {
     25, 38, 33, 69, 74, 10, 79, 0,  63, 26,  //
     24, 54, 50, 15, 46, 51, 7,  37, 9,  6,   //
 };
-constexpr char kScrambling = '\r';  // no edit of one line holds it, so no byte of the stored text becomes 0
+// Not a character of a password, since an edit has one line, so no byte of the stored text is 0.
+constexpr char kScrambling = '\r';
 
 constexpr int kFirstFiller = 32, kLastFiller = 122;
 
-constexpr bool HoldsEachPositionOnce() {
+constexpr bool HasEachPositionOnce() {
     for (std::int32_t position = 0; position < kStoredPasswordSize; ++position) {
         if (std::count(kPositions.begin(), kPositions.end(), position) != 1) return false;
     }
     return true;
 }
-static_assert(HoldsEachPositionOnce());
+static_assert(HasEachPositionOnce());
 static_assert((kScrambling < kFirstFiller || kScrambling > kLastFiller) && kScrambling != 0);
-static_assert(kMaxStoredPassword <= 99, "two digits hold the length");
+static_assert(kMaxStoredPassword <= 99, "the length has two digits");
 
-char Filler() {
+char RandomFiller() {
     int value = crt::rand();
     while (value < kFirstFiller || value > kLastFiller) value = crt::rand();
     return static_cast<char>(value);
 }
 
-void Alter(char* field) {
+void ApplyScrambling(char* field) {
     for (int i = 0; i < kStoredPasswordSize; ++i) field[i] = static_cast<char>(field[i] ^ kScrambling);
 }
 
@@ -66,22 +67,22 @@ void ScramblePassword(CString& s) {
     crt::srand(static_cast<unsigned>(std::time(nullptr)));
     CString stored;
     char* const field = stored.GetBufferSetLength(kStoredPasswordSize);
-    std::generate_n(field, kStoredPasswordSize, Filler);
+    std::generate_n(field, kStoredPasswordSize, RandomFiller);
     field[PasswordSlot(0)] = static_cast<char>('0' + n / 10);
     field[PasswordSlot(1)] = static_cast<char>('0' + n % 10);
     for (int i = 0; i < n; ++i) field[PasswordSlot(i + 2)] = s[i];
-    Alter(field);
+    ApplyScrambling(field);
     s = stored;
 }
 
 void UnscramblePassword(CString& s) {
     if (s.GetLength() != kStoredPasswordSize) return;
     char* const field = s.GetBuffer(kStoredPasswordSize);
-    Alter(field);
+    ApplyScrambling(field);
     const int length = 10 * SignedByte(field[PasswordSlot(0)]) + SignedByte(field[PasswordSlot(1)]) - 11 * '0';
     const int n = std::max(length, 0);
     CString password;
-    char* const out = password.GetBufferSetLength(n);  // a damaged field may ask for more than its slots hold
+    char* const out = password.GetBufferSetLength(n);  // of a damaged field, up to more than its slots
     for (int i = 0; i < n; ++i) out[i] = field[PasswordSlot(i + 2)];
     s = password;
 }

@@ -7,7 +7,7 @@
 
 using namespace zel;
 
-// The buttons of the main dialog that open another one.
+// The buttons of the import dialog that open another dialog.
 
 void CZelTransDlg::OnButtonZeltransBatch() {
     tools::CZelTransBatch batch(nullptr);

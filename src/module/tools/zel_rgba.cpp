@@ -36,7 +36,7 @@ void CZelRGBA::OnCancel() {
     CDialog::OnCancel();
 }
 
-// The data exchange of OnOK sets both members from the buttons' real state.
+// OnOK sets both members from the state of the buttons.
 void CZelRGBA::OnRadioObject() {
     m_bInsertObject = m_bInsertObject == 0;
 }

@@ -4,7 +4,8 @@
 
 namespace zel::tools {
 
-/// Asks how the picture of an RGBA file is to be inserted. DoModal gives IDOK or IDCANCEL.
+/// The dialog in which the user chooses how to insert the picture of an RGBA file. The result of DoModal is IDOK or
+/// IDCANCEL.
 class CZelRGBA : public CDialog {
   public:
     explicit CZelRGBA(CWnd* parent);

@@ -25,7 +25,7 @@ void SendTo(CWnd* window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (window != nullptr) window->SendMessage(message, wParam, lParam);
 }
 
-/// Keeps the host's Nuvo output turned off for as long as it lives, if that is wanted.
+/// Turns the host's Nuvo output off as long as the object lives, if wanted.
 class NuvoOutputOff {
   public:
     NuvoOutputOff(CWnd* host, bool wanted) : m_host(wanted ? host : nullptr) {
@@ -44,9 +44,7 @@ class NuvoOutputOff {
 }  // namespace
 
 CZelTransBatch::CZelTransBatch(CWnd* parent)
-    : CDialog(kBatchDialog, parent),
-      m_bSkipWarnings(static_cast<BOOL>(
-          AfxGetModuleState()->m_pCurrentWinApp->GetProfileIntA("ZELFNTSaveOptions", "SkipWarnings", 0))) {
+    : CDialog(kBatchDialog, parent), m_bSkipWarnings(state::StoredSkipWarnings()) {
     SaveWarningPref(m_bSkipWarnings);
 }
 
@@ -107,18 +105,18 @@ void CZelTransBatch::OnOK() {
     CDialog::OnOK();
 }
 
-// An empty text counts as 0.
-bool CZelTransBatch::IsNumber(const CString& text, const char* trouble, const char* caption) {
+// An empty text is 0.
+bool CZelTransBatch::IsNumber(const CString& text, const char* error, const char* caption) {
     const std::string_view digits = WithoutLeadingDot(text.GetString());
     if (CountDigits(digits) == digits.size()) return true;
     CString box;
-    box.Format(trouble, static_cast<const char*>(text));
+    box.Format(error, static_cast<const char*>(text));
     MessageBox(box, caption, MB_OK | MB_ICONEXCLAMATION);
     return false;
 }
 
 bool CZelTransBatch::IsRange(int first, int last) {
-    if (last >= 1 && last <= kLargestNumber && first <= last) return true;
+    if (last >= 1 && last <= kLargestMessageNumber && first <= last) return true;
     CString box;
     box.Format("Invalid Range: %04d - %04d ", first, last);
     MessageBox(box, "Invalid Range", MB_OK | MB_ICONEXCLAMATION);
@@ -139,7 +137,7 @@ void CZelTransBatch::Run(int first, int last) {
     }
 }
 
-/// @return false when the user has ended the run; what was just read isn't recorded then.
+/// @return false if the user has stopped the run; the message is then not recorded.
 bool CZelTransBatch::Import(int id, const char* id_text) {
     m_pTransDlg->SetDlgItemText(ImportControl::kMessageIdEdit, id_text);
     ShowStatus("Reading %s", id_text);
@@ -156,7 +154,7 @@ void CZelTransBatch::Export(CWnd& main_window, int id, const char* id_text) {
     if (main_window.SendMessage(kMsgHasMessage, number, 0) == 0) return;
     ShowStatus("Exporting %s", id_text);
     const auto path = reinterpret_cast<LPARAM>(&m_strExportPath);
-    // Looked at for each message, as the host may change it on the way.
+    // Read for each message, as the host may change it during the run.
     const auto* const export_window = dynamic_cast<const CZelExportWnd*>(m_pTransDlg->m_pExportWnd);
     if (export_window != nullptr && export_window->m_bExportFlag != 0) {
         SendTo(m_pTransDlg->m_pHostWnd, kMsgExportFlagged, number, path);

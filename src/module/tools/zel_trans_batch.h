@@ -7,27 +7,30 @@ class CZelTransDlg;
 
 namespace zel::tools {
 
-/// Runs over a range of numbered messages: imports each and has the host record it, or, in export mode, has the host
-/// export those that it holds. ESC ends a run; a run always closes the dialog.
+/// The dialog for a range of numbered messages. It imports each and requests the host to record it or, in export mode,
+/// requests the host to export those that it has. ESC stops a run. The dialog closes after a run.
 class CZelTransBatch : public CDialog {
   public:
     explicit CZelTransBatch(CWnd* parent);
 
-    CZelTransDlg* m_pTransDlg =
-        nullptr;  ///< the main dialog; set right after construction. Has no window in export mode.
+    /// The import dialog, set directly after construction. In export mode it has no window.
+    CZelTransDlg* m_pTransDlg = nullptr;
     CString m_strEndId;
     CString m_strStartId;
     BOOL m_bSkipWarnings;
-    BOOL m_bSkipNuvoOut = 0;  ///< turn the host's Nuvo output off for the run; the dialog hides the choice.
-    BOOL m_bExport = 0;       ///< non-zero: export mode.
-    CString m_strExportPath;  ///< the host's, handed back with each export message.
+    /// Non-zero: turn the host's Nuvo output off during the run. The check box is hidden.
+    BOOL m_bSkipNuvoOut = 0;
+    /// Non-zero: export mode.
+    BOOL m_bExport = 0;
+    /// Passed to the host with each export message.
+    CString m_strExportPath;
 
     using CDialog::Create;
-    /// Modeless; all but the parent is of no account.
+    /// Creates the dialog from its template, modeless. Uses the parent and ignores the other arguments.
     BOOL Create(const char* className, const char* windowName, DWORD style, const RECT& rect, CWnd* parent, UINT id,
                 CCreateContext* context = nullptr) override;
 
-    /// In import mode both boxes open with the main dialog's message id.
+    /// In import mode both boxes start with the message id of the import dialog.
     INT_PTR DoModal() override;
 
   protected:
@@ -40,7 +43,7 @@ class CZelTransBatch : public CDialog {
     DECLARE_MESSAGE_MAP()
 
   private:
-    bool IsNumber(const CString& text, const char* trouble, const char* caption);
+    bool IsNumber(const CString& text, const char* error, const char* caption);
     bool IsRange(int first, int last);
     void Run(int first, int last);
     bool Import(int id, const char* id_text);

@@ -1,10 +1,10 @@
 #include "module/contract/zel_trans_ftp.h"
 
 #include <cstddef>
-#include <iterator>
 
 #include "module/contract/dialog_ids.h"
 #include "module/contract/host_messages.h"
+#include "module/contract/stored_settings.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "module/dialog/browse.h"
 #include "module/dialog/recent_list.h"
@@ -16,7 +16,7 @@
 using namespace zel;
 
 #define FTP_OFFSET(member) (offsetof(CZelTransFTP, member) - offsetof(CZelTransFTP, m_pTransDlg))
-// What the host reads, counted from the first member.
+// The members that the host reads, relative to the first.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 static_assert(sizeof(void*) != 4 ||
@@ -30,23 +30,16 @@ static_assert(sizeof(void*) != 4 ||
 
 namespace {
 
-constexpr char kSection[] = "ZELFTPSaveOptions";
-constexpr char kFallbackSection[] = "RGBFTPSaveOptions";  // read as long as the first has no address
-
-/// A combo box and the recent list behind it, in the order in which they are stored.
-struct RecentBox {
-    int combo_box;
-    const char* list;
-};
-constexpr RecentBox kRecentBoxes[] = {{FtpControl::kLocalDirBox, "FTPLocalDir"},
-                                      {FtpControl::kRemoteDirBox, "FTPRemoteDir"},
-                                      {FtpControl::kAddressBox, "FTPIpAddr"}};
+// In the order in which the lists are stored.
+constexpr dialog::RecentBox kRecentBoxes[] = {{FtpControl::kLocalDirBox, stored::kFtpLocalDirList},
+                                              {FtpControl::kRemoteDirBox, stored::kFtpRemoteDirList},
+                                              {FtpControl::kAddressBox, stored::kFtpAddressList}};
 
 CWinApp& App() {
     return *AfxGetModuleState()->m_pCurrentWinApp;
 }
 
-// A box without entries keeps the text that it has.
+// The text of a box without entries is unchanged.
 void SelectNewest(CDialog& dialog, int combo_box) {
     CWnd* const box = dialog.GetDlgItem(combo_box);
     if (box != nullptr && box->SendMessage(CB_GETCOUNT) > 0) box->SendMessage(CB_SETCURSEL, 0);
@@ -56,11 +49,11 @@ void SelectNewest(CDialog& dialog, int combo_box) {
 
 CZelTransFTP::CZelTransFTP(CWnd* parent) : CDialog(kFtpDialog, parent) {
     CWinApp& app = App();
-    m_strIpAddress = app.GetProfileStringA(kSection, "IPAddress");
-    m_strFile = app.GetProfileStringA(kSection, "MessageNumber");
-    m_bSkipWarnings = static_cast<BOOL>(app.GetProfileIntA("ZELFNTSaveOptions", "SkipWarnings", 0));
-    m_bOverwriteAll = static_cast<BOOL>(app.GetProfileIntA(kSection, "OverwriteAll", 0));
-    m_bPassive = static_cast<BOOL>(app.GetProfileIntA(kSection, "Passive FTP Transfer", 0));
+    m_strIpAddress = app.GetProfileStringA(stored::kFtpSection, stored::kIpAddress);
+    m_strFile = app.GetProfileStringA(stored::kFtpSection, stored::kMessageNumber);
+    m_bSkipWarnings = state::StoredSkipWarnings();
+    m_bOverwriteAll = static_cast<BOOL>(app.GetProfileIntA(stored::kFtpSection, stored::kOverwriteAll, 0));
+    m_bPassive = static_cast<BOOL>(app.GetProfileIntA(stored::kFtpSection, stored::kPassive, 0));
     SaveWarningPref(m_bSkipWarnings);
 }
 
@@ -97,30 +90,27 @@ INT_PTR CZelTransFTP::DoModal() {
 BOOL CZelTransFTP::OnInitDialog() {
     CDialog::OnInitDialog();
     const bool has_address = !m_strIpAddress.IsEmpty();
-    if (!has_address) m_strIpAddress = App().GetProfileStringA(kFallbackSection, "IPAddress");
+    if (!has_address) m_strIpAddress = App().GetProfileStringA(stored::kFallbackFtpSection, stored::kIpAddress);
     if (!has_address && !m_strIpAddress.IsEmpty()) {
         if (CWnd* const box = GetDlgItem(FtpControl::kAddressBox))
             box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(m_strIpAddress.GetString()));
         SelectNewest(*this, FtpControl::kAddressBox);
-        ReadAccount(kFallbackSection);
+        ReadAccount(stored::kFallbackFtpSection);
     } else {
-        ReadAccount(kSection);
+        ReadAccount(stored::kFtpSection);
     }
     ShowAccount();
-    for (int n = 0; n < 10; ++n) {
-        for (const RecentBox& recent : kRecentBoxes)
-            dialog::AppendRecentEntry(*m_pTransDlg, n, recent.list, *this, recent.combo_box);
-    }
-    for (const RecentBox& recent : kRecentBoxes) SelectNewest(*this, recent.combo_box);
+    for (const dialog::RecentBox& recent : kRecentBoxes) dialog::FillRecentBox(*m_pTransDlg, *this, recent);
+    for (const dialog::RecentBox& recent : kRecentBoxes) SelectNewest(*this, recent.combo_box);
     if (CWnd* const file = GetDlgItem(FtpControl::kFileEdit)) file->SetFocus();
-    return 0;  // the focus is set
+    return FALSE;  // the focus is set
 }
 
 void CZelTransFTP::ReadAccount(const char* section) {
     CWinApp& app = App();
-    m_strUsername = app.GetProfileStringA(section, "Username");
-    m_bSavePassword = static_cast<BOOL>(app.GetProfileIntA(section, "SavePassword", 0));
-    if (m_bSavePassword != 0) m_strPassword = app.GetProfileStringA(section, "Password");
+    m_strUsername = app.GetProfileStringA(section, stored::kUsername);
+    m_bSavePassword = static_cast<BOOL>(app.GetProfileIntA(section, stored::kSavePassword, 0));
+    if (m_bSavePassword != 0) m_strPassword = app.GetProfileStringA(section, stored::kPassword);
     if (m_bSavePassword != 0 && !m_strPassword.IsEmpty()) tools::UnscramblePassword(m_strPassword);
 }
 
@@ -136,7 +126,7 @@ void CZelTransFTP::RequestHostFtp() {
     AfxGetThread()->m_pMainWnd->SendMessage(kMsgFtp, 0, reinterpret_cast<LPARAM>(this));
     SetDlgItemText(FtpControl::kRemoteDirBox, m_strRemoteDir);
     SetDlgItemText(FtpControl::kFileEdit, m_strFile);
-    for (const RecentBox& recent : kRecentBoxes) {
+    for (const dialog::RecentBox& recent : kRecentBoxes) {
         CString text;
         GetDlgItemText(recent.combo_box, text);
         dialog::BringToTop(*this, recent.combo_box, text);
@@ -146,23 +136,17 @@ void CZelTransFTP::RequestHostFtp() {
 
 void CZelTransFTP::SaveFtpOptions() {
     UpdateData(TRUE);
-    CString lists[std::size(kRecentBoxes)];
-    for (std::size_t i = 0; i < std::size(lists); ++i) {
-        lists[i] = kRecentBoxes[i].list;
-        m_pTransDlg->DeleteZelTransRegistrySubKey(lists[i].GetBuffer(0));
-    }
-    for (std::size_t i = 0; i < std::size(lists); ++i)
-        dialog::StoreRecentEntries(*m_pTransDlg, lists[i].GetBuffer(0), *this, kRecentBoxes[i].combo_box);
+    dialog::StoreRecentBoxes(*m_pTransDlg, *this, kRecentBoxes);
     CWinApp& app = App();
-    app.WriteProfileInt(kSection, "OverwriteAll", m_bOverwriteAll);
-    app.WriteProfileStringA(kSection, "MessageNumber", m_strFile);
-    app.WriteProfileStringA(kSection, "IPAddress", m_strIpAddress);
-    app.WriteProfileStringA(kSection, "Username", m_strUsername);
-    app.WriteProfileInt(kSection, "SavePassword", m_bSavePassword);
-    app.WriteProfileInt(kSection, "Passive FTP Transfer", m_bPassive);
+    app.WriteProfileInt(stored::kFtpSection, stored::kOverwriteAll, m_bOverwriteAll);
+    app.WriteProfileStringA(stored::kFtpSection, stored::kMessageNumber, m_strFile);
+    app.WriteProfileStringA(stored::kFtpSection, stored::kIpAddress, m_strIpAddress);
+    app.WriteProfileStringA(stored::kFtpSection, stored::kUsername, m_strUsername);
+    app.WriteProfileInt(stored::kFtpSection, stored::kSavePassword, m_bSavePassword);
+    app.WriteProfileInt(stored::kFtpSection, stored::kPassive, m_bPassive);
     if (m_bSavePassword == 0 || m_strPassword.IsEmpty()) return;
     tools::ScramblePassword(m_strPassword);
-    app.WriteProfileStringA(kSection, "Password", m_strPassword);
+    app.WriteProfileStringA(stored::kFtpSection, stored::kPassword, m_strPassword);
 }
 
 void CZelTransFTP::OnOK() {

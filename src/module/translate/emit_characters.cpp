@@ -16,46 +16,52 @@ using namespace zel;
 namespace {
 
 constexpr unsigned kEmptyRowCharacter = 13;
-// Codes of 192 and above have no directory entry; such a character reaches the host as one without a glyph.
+// Codes of 192 and above have no directory entry; the host receives such a character as one without a glyph.
 constexpr tag_char_entry kNoEntry{};
 constexpr tag_char_entry kNoDirectory[kDirectoryEntries]{};
 
-/// Colours and edge of the characters of one slot and colour set, as they lie in the record.
-struct Look {
+/// Colours and edge of the characters of one slot and colour set, in the layout of the callback's record.
+struct CharStyle {
     COLORREF face_colour;
     float effect_ratio;
     std::int32_t edge_type, edge_angle, edge_size;
     COLORREF edge_colour;
 };
 
-static_assert(offsetof(tag_CharInf, edge_colour) - offsetof(tag_CharInf, face_colour) == offsetof(Look, edge_colour));
+static_assert(offsetof(tag_CharInf, edge_colour) - offsetof(tag_CharInf, face_colour) ==
+              offsetof(CharStyle, edge_colour));
 
-/// What all characters of a slot share, worked out at the first of them: the description in both forms, the looks, and
-/// the sizes of glyphs that aren't stored.
+/// The values that all characters of a slot share, computed at the first one: the description in both forms, the
+/// styles, and the sizes of run-coded glyphs.
 struct SlotFace {
-    const tag_font_header* header = nullptr;  // of the font that this was made from, with which all else is set
-    const tag_char_entry* directory;          // its entries, of which a slot without a directory has none
-    int base;                                 // row_top of a row set in this font
+    /// Header of the font; the other members are set together with it.
+    const tag_font_header* header = nullptr;
+    /// kDirectoryEntries entries, all without a glyph for a slot without a directory.
+    const tag_char_entry* directory;
+    /// row_top of a row set in this font.
+    int base;
     LOGFONT text_form, bitmap_form;
-    std::array<Look, kColourSets> looks;
-    CString found_before, found;  // CharacterWalk::m_found before and after the look-up
-    std::bitset<256> measured;    // which of the sizes are known
-    std::array<SIZE, 256> sizes;  // by the low 8 bits of the code
+    std::array<CharStyle, kColourSets> styles;
+    /// CharacterWalk::m_found before and after the look-up.
+    CString found_before, found;
+    /// By the low 8 bits of the code: whether `sizes` has the glyph's size, and the size in pixels.
+    std::bitset<256> measured;
+    std::array<SIZE, 256> sizes;
 
-    // A font that the maps know is described alike whatever was found before.
-    bool Holds(const tag_font_header& of, const CString& found_now) const noexcept {
+    // The description of a font that is in the maps doesn't depend on earlier look-ups.
+    bool IsValidFor(const tag_font_header& of, const CString& found_now) const noexcept {
         return header == &of &&
                (found.GetString() != found_before.GetString() || found_now.GetString() == found_before.GetString());
     }
 };
 
-/// Where a row stands, in lines: y of all its characters, and its limits.
-struct RowPlace {
+/// Vertical position of a row in lines: y of all its characters, and its limits.
+struct RowPosition {
     int y, top, depth;
 };
 
-/// One walk over a message. The record, the LOGFONT and the texts live for the whole of it; nothing is allocated per
-/// character.
+/// One walk over the characters of a message. The record and the LOGFONT last for the whole walk; nothing is allocated
+/// per character.
 class CharacterWalk {
   public:
     CharacterWalk(const CZelMessage& message, CZelFont& fonts, CWnd* host, bool baseline_align, bool tt_convert);
@@ -64,13 +70,13 @@ class CharacterWalk {
   private:
     void EmitEmptyRow(const tag_msg_row& row);
     void EmitRow(const tag_msg_row& row);
-    void EmitChar(const RowPlace& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
+    void EmitChar(const RowPosition& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
                   const tag_msg_char* next);
     [[gnu::noinline]] void DropChar(const tag_msg_char& character);
-    void StartRow(const RowPlace& row);
+    void StartRow(const RowPosition& row);
     SlotFace& FaceOf(int slot, const tag_font_header& header);
-    // Apart from what is done for each character, as are the rarer roads below.
-    [[gnu::noinline]] void MakeFace(int slot, const tag_font_header& header, std::unique_ptr<SlotFace>& held);
+    // Not inlined, to keep the code for each character small.
+    [[gnu::noinline]] void MakeFace(int slot, const tag_font_header& header, std::unique_ptr<SlotFace>& slot_face);
     void DescribeFont(const tag_font_header& header, LOGFONT& font);
     void FillBitmapForm(const tag_msg_char& character, tag_font_memory& slot, const tag_char_entry& entry,
                         SlotFace& face, const tag_msg_char* next);
@@ -81,9 +87,12 @@ class CharacterWalk {
     const bool m_baseline_align;
     const bool m_tt_convert;
     const std::unique_ptr<LOGFONT> m_log_font;
-    const std::unique_ptr<tag_CharInf> m_info;  // zeroed: a field never set is 0
+    // Zeroed, so that a field that was never set is 0.
+    const std::unique_ptr<tag_CharInf> m_info;
     std::array<std::unique_ptr<SlotFace>, kFontSlots> m_faces;
-    CString m_found;  // never cleared: a font that no map knows goes by the look-up of an earlier character
+    // The name of the last successful look-up; see ApplyFontMaps. Never cleared, so that a font that is in no map has
+    // the style of an earlier character.
+    CString m_found;
 };
 
 CharacterWalk::CharacterWalk(const CZelMessage& message, CZelFont& fonts, CWnd* host, bool baseline_align,
@@ -116,7 +125,7 @@ void CharacterWalk::Run() {
     }
 }
 
-void CharacterWalk::StartRow(const RowPlace& row) {
+void CharacterWalk::StartRow(const RowPosition& row) {
     m_info->row_start = 1;
     m_info->place_flag = 1;
     m_info->row_top = row.top;
@@ -134,7 +143,7 @@ void CharacterWalk::EmitEmptyRow(const tag_msg_row& row) {
     state::CallOnChar(m_host, m_info.get(), kEmptyRowCharacter);
 }
 
-// A character that is dropped leaves these four all the same.
+// Sets the values that a dropped character changes nevertheless.
 void CharacterWalk::DropChar(const tag_msg_char& character) {
     translate::InitLogFont(m_log_font.get());
     m_info->row_start = 0;
@@ -142,11 +151,10 @@ void CharacterWalk::DropChar(const tag_msg_char& character) {
     m_info->char_code = character.Code();
 }
 
-// The count ends the walk, not the index 63: only a chain that comes to 63 too early ends there, as there is no such
-// record.
+// The walk ends after char_count characters, or at the index 63, for which there is no record.
 void CharacterWalk::EmitRow(const tag_msg_row& row) {
     const int count = row.CharCount(), first = row.FirstChar();
-    const RowPlace place{row.Y(), row.Top(), row.Bottom() - row.Top()};
+    const RowPosition position{row.Y(), row.Top(), row.Bottom() - row.Top()};
     int index = first;
     for (int step = 0; step < count && index != kChainEnd; ++step) {
         const tag_msg_char& character = row.chars[index];
@@ -155,10 +163,10 @@ void CharacterWalk::EmitRow(const tag_msg_row& row) {
             DropChar(character);
         } else if (tag_font_memory& slot = m_fonts.m_Slots[font]; slot.font_header == nullptr) {
             DropChar(character);
-            break;  // An empty slot holds the walk at its record, so no further character of the row is emitted.
+            break;  // As in the legacy importer, no further character of the row is emitted.
         } else {
             const bool has_next = step != count - 1 && next != kChainEnd;
-            EmitChar(place, character, slot, index == first, has_next ? &row.chars[next] : nullptr);
+            EmitChar(position, character, slot, index == first, has_next ? &row.chars[next] : nullptr);
         }
         index = next;
     }
@@ -179,7 +187,7 @@ void CharacterWalk::DescribeFont(const tag_font_header& header, LOGFONT& font) {
 
 SlotFace& CharacterWalk::FaceOf(int slot, const tag_font_header& header) {
     std::unique_ptr<SlotFace>& face = m_faces[static_cast<std::size_t>(slot)];
-    if (!face || !face->Holds(header, m_found)) {
+    if (!face || !face->IsValidFor(header, m_found)) {
         MakeFace(slot, header, face);
     } else if (m_found.GetString() != face->found.GetString()) {
         m_found = face->found;
@@ -187,22 +195,22 @@ SlotFace& CharacterWalk::FaceOf(int slot, const tag_font_header& header) {
     return *face;
 }
 
-void CharacterWalk::MakeFace(int slot, const tag_font_header& header, std::unique_ptr<SlotFace>& held) {
-    if (!held) held = std::make_unique_for_overwrite<SlotFace>();
-    SlotFace& face = *held;
+void CharacterWalk::MakeFace(int slot, const tag_font_header& header, std::unique_ptr<SlotFace>& slot_face) {
+    if (!slot_face) slot_face = std::make_unique_for_overwrite<SlotFace>();
+    SlotFace& face = *slot_face;
     if (face.header != &header) face.measured.reset();
     face.header = &header;
     const tag_char_entry* const directory = m_fonts.m_Slots[slot].char_directory;
     face.directory = directory != nullptr ? directory : kNoDirectory;
     face.base = header.row_inset + header.row_top_offset;
-    for (std::size_t set = 0; set < face.looks.size(); ++set) {
+    for (std::size_t set = 0; set < face.styles.size(); ++set) {
         const auto& colours = m_message.m_pPalette->colour_sets[set];
-        face.looks[set] = {PackColour(colours[kFaceEntry]),
-                           0.75F,
-                           header.EdgeType(),
-                           EdgeAngle(header.EdgeDirection()),
-                           header.edge_size,
-                           PackColour(colours[kEdgeEntry])};
+        face.styles[set] = {PackColour(colours[kFaceEntry]),
+                            0.75F,
+                            header.EdgeType(),
+                            EdgeAngle(header.EdgeDirection()),
+                            header.edge_size,
+                            PackColour(colours[kEdgeEntry])};
     }
     face.found_before = m_found;
     DescribeFont(header, face.text_form);
@@ -212,8 +220,9 @@ void CharacterWalk::MakeFace(int slot, const tag_font_header& header, std::uniqu
     face.bitmap_form.lfPitchAndFamily = 34;
 }
 
-/// @param next  the record that follows, null for the last one.
-void CharacterWalk::EmitChar(const RowPlace& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
+/// @param first  `character` is the first one of its row.
+/// @param next   the record of the next character of the row; null for the last one.
+void CharacterWalk::EmitChar(const RowPosition& row, const tag_msg_char& character, tag_font_memory& slot, bool first,
                              const tag_msg_char* next) {
     SlotFace& face = FaceOf(character.Font(), *slot.font_header);
     const unsigned code = static_cast<unsigned>(character.Code()) & 0xFF;
@@ -223,7 +232,7 @@ void CharacterWalk::EmitChar(const RowPlace& row, const tag_msg_char& character,
 
     *m_log_font = bitmap_form ? face.bitmap_form : face.text_form;
     std::memcpy(reinterpret_cast<std::uint8_t*>(&info) + offsetof(tag_CharInf, face_colour),
-                &face.looks[static_cast<std::size_t>(character.ColourSet())], sizeof(Look));
+                &face.styles[static_cast<std::size_t>(character.ColourSet())], sizeof(CharStyle));
     info.x = character.X() + kXOffset;
     info.y = row.y;
     info.place_flag = static_cast<std::uint8_t>(character.PlaceFlag());
@@ -234,7 +243,7 @@ void CharacterWalk::EmitChar(const RowPlace& row, const tag_msg_char& character,
     info.reserved_zero = 0;
     info.mf_flag = false;
     if (first) StartRow(row);
-    // In a row set in one font the second bracket is 0.
+    // In a row that is set in one font, the second term is 0.
     const int base_shift = (character.Y() - entry.Top()) - (row.top - face.base);
     if (bitmap_form) {
         info.base_shift = base_shift;
@@ -253,7 +262,7 @@ void CharacterWalk::EmitChar(const RowPlace& row, const tag_msg_char& character,
 void CharacterWalk::FillBitmapForm(const tag_msg_char& character, tag_font_memory& slot, const tag_char_entry& entry,
                                    SlotFace& face, const tag_msg_char* next) {
     const unsigned code = static_cast<unsigned>(character.Code()) & 0xFF;
-    // A stored glyph is measured in its file each time.
+    // A stored glyph is measured in its file each time, as its size isn't kept in memory.
     if (entry.IsStored() || !face.measured[code]) {
         int unused_top = 0;
         const CRect rect = m_fonts.GetMFRect(reinterpret_cast<FontAddress>(&slot), character.Font(), code, unused_top,

@@ -34,7 +34,7 @@ void CZelMessage::MakeFontDescription(tag_font_memory* slot, LOGFONT* lf, int sl
         translate::WriteLegacyFace(*lf, slot_index, name);
     }
     translate::ApplyFontHeight(header, *lf);
-    // One drawable glyph makes the slot a legacy font; an installed face then reaches the host per character only.
+    // One drawable glyph makes the slot a legacy font. The host then receives an installed face per character only.
     if (HasDrawableGlyph(*slot)) translate::WriteLegacyFace(*lf, slot_index, name);
 }
 

@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::string_view kTrueTypePrefix = "TT ";
 constexpr int kBoldWeight = 700;
-constexpr int kFirstBitstreamId = 5000;  // a font number above it is a Bitstream number plus this
+// A font number above this is a Bitstream number plus this.
+constexpr int kBitstreamIdOffset = 5000;
 
 void WriteFace(LOGFONT& lf, std::string_view face) noexcept {
     const std::size_t length = std::min(face.size(), sizeof lf.lfFaceName - 1);
@@ -22,11 +23,11 @@ void WriteFace(LOGFONT& lf, std::string_view face) noexcept {
     std::memcpy(lf.lfFaceName, face.data(), length);
 }
 
-bool Holds(std::string_view text, std::string_view part) noexcept {
+bool Contains(std::string_view text, std::string_view part) noexcept {
     return text.find(part) != std::string_view::npos;
 }
 
-// font_id_text as a number, its low 16 bits.
+// The low 16 bits of font_id_text as a number.
 std::uint16_t FontNumber(const tag_font_header& header) noexcept {
     char digits[sizeof header.font_id_text + 1] = {};
     header.IdText().copy(digits, sizeof header.font_id_text);
@@ -36,12 +37,12 @@ std::uint16_t FontNumber(const tag_font_header& header) noexcept {
 bool FaceByNumber(const tag_font_header& header, CZelTransDlg& owner, CString& found, LOGFONT& lf) {
     const std::uint16_t number = FontNumber(header);
     CString typeface;
-    if (number <= kFirstBitstreamId ||
-        !owner.m_mapBitStreamId.Lookup(static_cast<WORD>(number - kFirstBitstreamId), found) ||
+    if (number <= kBitstreamIdOffset ||
+        !owner.m_mapBitStreamId.Lookup(static_cast<WORD>(number - kBitstreamIdOffset), found) ||
         !owner.m_mapTypeFace.Lookup(found, typeface)) {
         return false;
     }
-    // Right-justified, as the host knows it.
+    // Right-justified, as the host expects it.
     char face[sizeof lf.lfFaceName - 1];
     const std::string_view name = std::string_view(typeface).substr(0, sizeof face);
     std::memset(face, ' ', sizeof face);
@@ -81,33 +82,33 @@ void ApplyTrueTypeName(std::string_view font_name, LOGFONT& lf) noexcept {
     std::size_t style = font_name.find(" Bold");
     if (style == std::string_view::npos) style = font_name.find(" Italic");
     const std::size_t end = std::min(style, font_name.size());
-    // In "TT Bold" the prefix's blank is the style word's: there is no face in between, and the default one stays.
+    // In "TT Bold" the blank of the prefix belongs to the style: the name has no face, and the default one remains.
     if (end >= kTrueTypePrefix.size())
         WriteFace(lf, font_name.substr(kTrueTypePrefix.size(), end - kTrueTypePrefix.size()));
-    if (Holds(font_name, " Bold")) lf.lfWeight = kBoldWeight;
-    if (Holds(font_name, " Italic")) lf.lfItalic = 1;
+    if (Contains(font_name, " Bold")) lf.lfWeight = kBoldWeight;
+    if (Contains(font_name, " Italic")) lf.lfItalic = 1;
 }
 
 void ApplyFontMaps(const tag_font_header& header, CZelTransDlg& owner, CString& found, LOGFONT& lf) {
     if (!FaceByNumber(header, owner, found, lf)) FaceByName(header, owner, found, lf);
     const std::string_view style = static_cast<const char*>(found);
-    if (Holds(style, " bold ")) lf.lfWeight = kBoldWeight;
-    if (Holds(style, " italic ")) lf.lfItalic = 1;
+    if (Contains(style, " bold ")) lf.lfWeight = kBoldWeight;
+    if (Contains(style, " italic ")) lf.lfItalic = 1;
 }
 
 void ApplyFontHeight(const tag_font_header& header, LOGFONT& lf) noexcept {
-    const int height = header.font_height - EdgeHeight(header.EdgeType(), header.EdgeDirection(), header.edge_size);
+    const int height = header.font_height - EdgeHeight(header.EdgeType(), header.edge_size);
     lf.lfHeight = static_cast<LONG>(height * 1.18 + 0.5);
 }
 
 void WriteLegacyFace(LOGFONT& lf, int slot, std::string_view font_name) noexcept {
     constexpr std::string_view kMark = "Zelmara! (", kAfterNumber = ") ";
-    constexpr std::size_t kMostOfName = 14;
-    char face[kMark.size() + 11 + kAfterNumber.size() + kMostOfName];  // 11: of any int
+    constexpr std::size_t kMaxName = 14, kMaxIntDigits = 11;
+    char face[kMark.size() + kMaxIntDigits + kAfterNumber.size() + kMaxName];
     char* end = face + kMark.copy(face, kMark.size());
-    end = std::to_chars(end, end + 11, slot).ptr;
+    end = std::to_chars(end, end + kMaxIntDigits, slot).ptr;
     end += kAfterNumber.copy(end, kAfterNumber.size());
-    end += font_name.copy(end, kMostOfName);
+    end += font_name.copy(end, kMaxName);
     WriteFace(lf, {face, end});
 }
 

@@ -10,24 +10,26 @@ class CZelTransDlg;
 
 namespace zel::translate {
 
-/// Clears the description and sets the module's defaults: "Arial", 50 high, weight 400.
+/// Sets the description to the module's defaults: "Arial", height 50, weight 400.
 void InitLogFont(LOGFONT* lf);
 
-/// True when the font stands for an installed TrueType face: its name begins with "TT ".
+/// True for a font that represents an installed TrueType face: its name begins with "TT ".
 bool IsTrueTypeName(std::string_view font_name) noexcept;
 
-/// Face, weight and italic of a "TT " font, from its name alone.
+/// Sets face, weight and italic of a "TT " font, from its name.
 void ApplyTrueTypeName(std::string_view font_name, LOGFONT& lf) noexcept;
 
-/// Face, weight and italic of any other font by the font name maps of `owner`: by its number above 5000, else by the
-/// first word of its name. A font that no map knows keeps the face; its style then goes by what `found` held before.
-/// @param found  the last name that a look-up has found; in the character walk it lives on from character to character.
+/// Sets face, weight and italic of any other font from the font name maps of `owner`: by its number, if that is above
+/// 5000 and known, else by the first word of its name. For a font that is in no map, the face remains unchanged and the
+/// style is that of `found`.
+/// @param found  the Bitstream name of the last successful look-up, replaced by this one. The character walk passes the
+///               same string for all its characters.
 void ApplyFontMaps(const tag_font_header& header, CZelTransDlg& owner, CString& found, LOGFONT& lf);
 
-/// Height of the description from the font's, its edge taken off.
+/// Sets the height of the description from the height of the font without its edge.
 void ApplyFontHeight(const tag_font_header& header, LOGFONT& lf) noexcept;
 
-/// The face name that marks a legacy font: "Zelmara! (3) Name", the name cut to 14 characters.
+/// Sets the face name of a legacy font, such as "Zelmara! (3) Name", with the first 14 characters of the font's name.
 void WriteLegacyFace(LOGFONT& lf, int slot, std::string_view font_name) noexcept;
 
 }  // namespace zel::translate

@@ -1,7 +1,7 @@
 #include "platform/framework/cdialog.h"
 
+#include "platform/framework/controls.h"
 #include "platform/framework/cwinapp.h"
-#include "platform/framework/window.h"
 #include "platform/seam/desktop.h"
 
 using namespace zel;
@@ -25,7 +25,7 @@ const framework::DialogTemplate* FindTemplate(UINT id) {
     return nullptr;
 }
 
-/// Destroys a dialog's window at the end of a block.
+/// Destroys a window at the end of a block.
 class WindowGuard {
   public:
     explicit WindowGuard(CWnd& window) : m_window(window) {}
@@ -65,8 +65,17 @@ bool CDialog::MakeWindow() {
     m_defaultId = 0;
     m_result = -1;
     m_hasEnded = false;
+    const HWND first = MakeControls();
+    const bool focusIsOpen = SendMessage(WM_INITDIALOG, static_cast<WPARAM>(framework::ToParam(first)), 0) != 0;
+    if (focusIsOpen && first != nullptr && IsWindow(first)) first->SetFocus();
+    if (m_hWnd != nullptr && !m_hasEnded && (source->style & WS_VISIBLE) != 0) m_hWnd->SetShown(true);
+    return m_hWnd != nullptr;
+}
+
+/// @return the first control that can have the focus, null for none.
+HWND CDialog::MakeControls() {
     HWND first = nullptr;
-    for (const framework::ControlTemplate& control : source->controls) {
+    for (const framework::ControlTemplate& control : m_template->controls) {
         const HWND made = HWND__::Make(m_hWnd, framework::MakeControl(control));
         made->rect = {PixelsX(control.x), PixelsY(control.y), PixelsX(control.x + control.cx),
                       PixelsY(control.y + control.cy)};
@@ -74,10 +83,7 @@ bool CDialog::MakeWindow() {
         if (first == nullptr && (control.flags & framework::ctl::tab_stop) != 0 && made->shown && made->enabled)
             first = made;
     }
-    const bool focusIsOpen = SendMessage(WM_INITDIALOG, static_cast<WPARAM>(framework::ToParam(first)), 0) != 0;
-    if (focusIsOpen && first != nullptr && IsWindow(first)) first->SetFocus();
-    if (m_hWnd != nullptr && !m_hasEnded && (source->style & WS_VISIBLE) != 0) m_hWnd->SetShown(true);
-    return m_hWnd != nullptr;
+    return first;
 }
 
 INT_PTR CDialog::DoModal() {

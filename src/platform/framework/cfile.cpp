@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include "base/file_descriptor.h"
 #include "platform/system/errors.h"
 #include "platform/system/path_lookup.h"
 
@@ -30,9 +31,9 @@ BOOL CFile::Open(const char* name, UINT flags, CFileException* error) {
 }
 
 UINT CFile::Read(void* buffer, UINT count) noexcept {
-    const std::size_t came = system::ReadFully(m_descriptor, buffer, count, m_position);
-    m_position += came;
-    return static_cast<UINT>(came);
+    const std::size_t size = base::ReadFullyAt(m_descriptor, buffer, count, m_position);
+    m_position += size;
+    return static_cast<UINT>(size);
 }
 
 ULONGLONG CFile::Seek(LONGLONG offset, UINT from) {

@@ -4,38 +4,42 @@
 
 inline constexpr DWORD OFN_HIDEREADONLY = 0x4, OFN_OVERWRITEPROMPT = 0x2, OFN_EXPLORER = 0x80000;
 
-/// What a file dialog is told and gives back. The texts are the caller's and must live until DoModal has returned.
+/// The arguments and the result of a file dialog. The caller owns the texts and keeps them alive until DoModal returns.
 struct OPENFILENAME {
     HWND hwndOwner;
     const char* lpstrFilter;
-    char* lpstrFile;  // in: the initial file name; out: the chosen path in the module's form
-    DWORD nMaxFile;   // characters that lpstrFile has room for, its NUL included
+    /// In: the initial file name. Out: the chosen path, in the module's form.
+    char* lpstrFile;
+    /// Size of the buffer at lpstrFile in characters, its NUL included.
+    DWORD nMaxFile;
     const char* lpstrInitialDir;
     const char* lpstrTitle;
     DWORD Flags;
     const char* lpstrDefExt;
 };
 
-/// A dialog that lets the user pick one file, shown by the current desktop. Left out: multiple selection, custom
+/// A dialog in which the user chooses one file, shown by the current desktop. Not provided: multiple selection, custom
 /// templates.
 class ZEL_PLATFORM_API CFileDialog : public CDialog {
   public:
-    /// @param openFileDialog  TRUE for opening, FALSE for saving.
-    /// @param filter  pairs of text and pattern, separated and ended by |; kept, not applied.
+    /// @param openFileDialog  TRUE to open a file, FALSE to save one.
+    /// @param filter          pairs of text and pattern, each followed by |; passed to the desktop.
     explicit CFileDialog(BOOL openFileDialog, const char* defExt = nullptr, const char* fileName = nullptr,
                          DWORD flags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT, const char* filter = nullptr,
                          CWnd* parent = nullptr);
 
-    /// @return IDOK, or IDCANCEL; IDCANCEL too when the chosen path doesn't fit nMaxFile.
+    /// @return IDOK; IDCANCEL if the user cancelled or the chosen path does not fit nMaxFile.
     INT_PTR DoModal() override;
 
-    /// The chosen path, its part behind the last separator, and that part without its extension. A name that is nothing
-    /// but extension, such as ".0012", is its own title.
+    /// The chosen path.
     CString GetPathName() const;
+    /// Its part after the last separator.
     CString GetFileName() const;
+    /// The file name without its extension. A name with a single leading dot, such as ".0012", is its own title.
     CString GetFileTitle() const;
 
-    OPENFILENAME m_ofn{};  // set up by the constructor; the caller may change it before DoModal
+    /// Filled by the constructor; the caller may change it before DoModal.
+    OPENFILENAME m_ofn{};
     BOOL m_bOpenFileDialog;
 
   private:

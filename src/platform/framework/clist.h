@@ -2,16 +2,16 @@
 
 #include "platform/system/types.h"
 
-/// Place of an element in a list; null is behind the last.
+/// Position of an element in a list; null after the last element.
 struct POSITION__;
 using POSITION = POSITION__*;
 
-/// List of elements: TYPE is what is kept, ARG_TYPE what is handed over. Left out: removal of single elements, search,
-/// insertion in the middle.
+/// A list. TYPE is the type of its elements, ARG_TYPE the type of the arguments that become elements. Not provided:
+/// removal of single elements, search, insertion in the middle.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CList {
   public:
-    /// @param blockSize  taken as the framework's lists take it; elements are allocated one by one.
+    /// @param blockSize  ignored: each element is allocated separately.
     explicit CList([[maybe_unused]] int blockSize = 10) {}
     ~CList() { RemoveAll(); }
 
@@ -48,7 +48,8 @@ class CList {
 
     POSITION GetHeadPosition() const noexcept { return ToPosition(m_head); }
 
-    /// The element at `position`, which moves on to the next; `position` must not be null.
+    /// The element at `position`, which is advanced to the next.
+    /// @param position  not null.
     const TYPE& GetNext(POSITION& position) const noexcept {
         const Node* const node = reinterpret_cast<const Node*>(position);
         position = ToPosition(node->next);

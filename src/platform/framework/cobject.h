@@ -3,7 +3,7 @@
 #include "platform/api.h"
 #include "platform/system/types.h"
 
-/// Root of the framework's classes. Left out: run-time classes, serialisation, diagnostics.
+/// Root of the framework's classes. Not provided: run-time classes, serialisation, diagnostics.
 class ZEL_PLATFORM_API CObject {
   public:
     virtual ~CObject();
@@ -17,15 +17,15 @@ class ZEL_PLATFORM_API CObject {
 
 struct AFX_MSGMAP;
 
-/// An object that commands can reach. Left out: automation, idle commands, command routing beyond the object itself.
+/// An object that can receive commands. Not provided: automation, idle commands, routing of a command to other objects.
 class ZEL_PLATFORM_API CCmdTarget : public CObject {
   public:
-    /// Shows the wait cursor through the desktop; calls nest, and the last EndWaitCursor takes it away.
+    /// Shows the wait cursor. Calls nest: the last EndWaitCursor hides it.
     void BeginWaitCursor();
     void EndWaitCursor();
 
-    /// Calls the handler of a command in the message maps of the object's class and its bases.
-    /// @return FALSE when there is none.
+    /// Calls the handler of a command in the message maps of the object's class and of its bases.
+    /// @return FALSE if there is no handler.
     virtual BOOL OnCmdMsg(UINT id, int code);
 
   protected:

@@ -1,22 +1,21 @@
+#include "platform/framework/controls.h"
+
 #include <algorithm>
 #include <string_view>
 
 #include "base/fold_case.h"
-#include "platform/framework/window.h"
 
 namespace zel::framework {
 
-/// The controls' answers to their messages, as the system's own controls give them.
-
 namespace {
 
-/// Start and end of a selected text.
+/// Range of selected characters.
 struct Selection {
     std::size_t start = 0;
     std::size_t end = 0;
 };
 
-/// Edit: says EN_UPDATE and EN_CHANGE for every text that it is given, its old one too.
+/// Edit. It sends EN_UPDATE and EN_CHANGE each time its text is set, also to the same text.
 class EditWindow : public HWND__ {
   public:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
@@ -49,7 +48,7 @@ class EditWindow : public HWND__ {
     }
 
   private:
-    /// From `start` to `end`; an end of -1 is the text's, a start of -1 selects nothing.
+    /// Selects from `start` to `end`. An end of -1 is the end of the text; a start of -1 clears the selection.
     void Select(WPARAM start, LPARAM end) {
         const auto first = static_cast<LPARAM>(start);
         const std::size_t last = end < 0 ? text.size() : std::min(static_cast<std::size_t>(end), text.size());
@@ -61,7 +60,7 @@ class EditWindow : public HWND__ {
     Selection m_selection;
 };
 
-/// The entries of a combo box or list box, and which of them is selected.
+/// The entries of a combo box or list box, and the index of the selected one.
 class ListWindow : public HWND__ {
   protected:
     LRESULT Add(LPARAM entry) { return Insert(SortedPlace(entry), entry); }
@@ -100,7 +99,7 @@ class ListWindow : public HWND__ {
 };
 static_assert(LB_ERR == CB_ERR);
 
-/// Drop-down combo box: a list, and an edit field, whose text is the window's text.
+/// Drop-down combo box: a list and an edit field, whose text is the window's text.
 class ComboWindow : public ListWindow {
   public:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
@@ -156,7 +155,7 @@ class ComboWindow : public ListWindow {
         return Count();
     }
 
-    /// An index outside the list takes the selection away and empties the edit field.
+    /// An index outside the list clears the selection and the edit field.
     LRESULT Choose(std::size_t index) {
         const bool inside = index < m_list.size();
         m_current = inside ? static_cast<LRESULT>(index) : CB_ERR;
@@ -166,7 +165,7 @@ class ComboWindow : public ListWindow {
         return m_current;
     }
 
-    /// Looks behind `before`, then from the first entry on.
+    /// Searches from the entry after `before` to the end, then from the first entry.
     LRESULT Find(LRESULT before, LPARAM wanted) const {
         const LRESULT count = Count();
         if (wanted == 0) return CB_ERR;
@@ -180,7 +179,7 @@ class ComboWindow : public ListWindow {
     }
 };
 
-/// List box with at most one selected entry. Selecting says nothing to the parent.
+/// List box with at most one selected entry. Selecting sends no notification.
 class ListBoxWindow : public ListWindow {
   public:
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
@@ -250,7 +249,7 @@ class ButtonWindow : public HWND__ {
         Notify(BN_CLICKED);
     }
 
-    /// The automatic radio buttons of this one's group.
+    /// The automatic radio buttons of the group that contains this one.
     std::vector<ButtonWindow*> Group() const {
         std::vector<ButtonWindow*> group;
         bool isOwn = false;

@@ -11,11 +11,13 @@
 
 namespace {
 
-/// What lies in front of the characters.
+/// Precedes the characters.
 struct Record {
-    int sharers;  // texts that use the characters; -1 for the empty text's, which belong to nobody
+    /// Number of texts that share the characters; -1 for the static empty text, which is never freed.
+    int sharers;
     int length;
-    int capacity;  // characters that there is room for, beside the NUL
+    /// Characters that fit, without the NUL.
+    int capacity;
 };
 
 struct {
@@ -28,7 +30,7 @@ Record& RecordOf(char* text) noexcept {
     return *(reinterpret_cast<Record*>(text) - 1);
 }
 
-/// New characters with one sharer and length 0.
+/// Allocates characters with one sharer and length 0.
 char* Allocate(std::size_t capacity) {
     if (capacity > INT_MAX - 64) AfxThrowMemoryException();
     auto* const record = static_cast<Record*>(std::malloc(sizeof(Record) + capacity + 1));
@@ -226,7 +228,7 @@ char* CString::GetBufferSetLength(int length) {
     return buffer;
 }
 
-/// Makes the characters this text's own, with room for `capacity`.
+/// Makes this text the only sharer of its characters, with room for `capacity`.
 void CString::Unshare(int capacity) {
     const Record& record = RecordOf(m_pszData);
     if (record.sharers == 1 && record.capacity >= capacity) return;
@@ -238,7 +240,7 @@ void CString::Unshare(int capacity) {
     m_pszData = text;
 }
 
-/// Appends characters, which may be a part of this text.
+/// Appends characters. They may be a part of this text.
 void CString::Append(const char* text, std::size_t length) {
     if (length == 0) return;
     const auto old = static_cast<std::size_t>(GetLength());

@@ -5,14 +5,15 @@
 
 #include "platform/api.h"
 
-/// Text of single-byte characters, one pointer wide. The characters are shared between copies until one of them
-/// changes, so that copying and assigning allocate nothing. The count of sharers isn't guarded: a text and its copies
-/// stay on one thread. Memory that runs out is the framework's memory exception. Left out: wide characters, resources,
-/// locales.
+/// A text of single-byte characters, as wide as one pointer. Copies share their characters until one of them changes,
+/// so copying and assigning allocate nothing. The reference count is not synchronised: a text and its copies stay on
+/// one thread. Functions that allocate throw CMemoryException when memory runs out. Not provided: wide characters,
+/// resources, locales.
 class ZEL_PLATFORM_API CString {
   public:
     CString() noexcept;
-    CString(const char* text);  // null is the empty text
+    /// @param text  null for the empty text.
+    CString(const char* text);
     CString(const char* text, int length);
     explicit CString(char c, int repeat = 1);
     CString(const CString& other) noexcept;
@@ -24,7 +25,7 @@ class ZEL_PLATFORM_API CString {
     CString& operator=(const char* text);
     CString& operator=(char c);
 
-    /// The characters with a closing NUL, good until the text changes or dies.
+    /// The characters, terminated by NUL; valid until the text is changed or destroyed.
     operator const char*() const noexcept { return m_pszData; }
     const char* GetString() const noexcept { return m_pszData; }
 
@@ -47,35 +48,37 @@ class ZEL_PLATFORM_API CString {
     friend ZEL_PLATFORM_API CString operator+(const CString& a, char b);
     friend ZEL_PLATFORM_API CString operator+(char a, const CString& b);
 
-    /// Below, equal to or above 0, by the bytes' values.
+    /// Compares byte by byte, as std::strcmp. Null is the empty text.
+    /// @return less than 0, 0, or greater than 0.
     int Compare(const char* other) const noexcept;
     friend bool operator==(const CString& a, const CString& b) noexcept { return a.Compare(b.m_pszData) == 0; }
     friend bool operator==(const CString& a, const char* b) noexcept { return a.Compare(b) == 0; }
     friend bool operator<(const CString& a, const CString& b) noexcept { return a.Compare(b.m_pszData) < 0; }
     friend bool operator<(const CString& a, const char* b) noexcept { return a.Compare(b) < 0; }
 
-    /// Parts of the text; a start or count beyond it, or below 0, is limited to it.
+    /// Parts of the text. A start or count outside it is limited to it.
     CString Left(int count) const;
     CString Right(int count) const;
     CString Mid(int first) const;
     CString Mid(int first, int count) const;
 
-    /// Index of the first occurrence at or behind `start`, -1 for none.
+    /// Index of the first occurrence from index `start` on, -1 for none.
     int Find(char c, int start = 0) const noexcept;
     int Find(const char* text, int start = 0) const noexcept;
     /// Index of the last occurrence, -1 for none.
     int ReverseFind(char c) const noexcept;
 
-    /// Replaces the text by a formatted one; the old text may be among the arguments.
+    /// Replaces the text by a formatted one. The arguments may refer to the old text.
     void Format(const char* format, ...) __attribute__((format(printf, 2, 3)));
     void FormatV(const char* format, std::va_list arguments) __attribute__((format(printf, 2, 0)));
 
-    /// A buffer of the text's own, with room for at least `minimum` characters and a NUL, to be written until
-    /// ReleaseBuffer.
+    /// A buffer for at least `minimum` characters and a NUL that belongs to this text alone. It may be written until
+    /// ReleaseBuffer is called.
     char* GetBuffer(int minimum);
-    /// Ends writing; the length is that of the written text, or the one given.
+    /// Ends writing to the buffer and sets the length.
+    /// @param length  -1 to take the length up to the first NUL.
     void ReleaseBuffer(int length = -1);
-    /// As GetBuffer, with the length set at once.
+    /// GetBuffer that also sets the length.
     char* GetBufferSetLength(int length);
 
   private:
@@ -83,6 +86,7 @@ class ZEL_PLATFORM_API CString {
     void Append(const char* text, std::size_t length);
     void Release() noexcept;
 
-    char* m_pszData;  // the characters; their record lies in front of them
+    // The characters. A record with their number and the reference count precedes them.
+    char* m_pszData;
 };
 static_assert(sizeof(CString) == sizeof(void*));

@@ -1,6 +1,5 @@
 #include "platform/framework/cwinapp.h"
 
-#include "platform/framework/message_box.h"
 #include "platform/seam/desktop.h"
 #include "platform/seam/settings_store.h"
 #include "platform/system/text.h"
@@ -13,7 +12,7 @@ constexpr const char* kDefaultName = "Tavro";
 int g_waitCursors = 0;
 
 AFX_MODULE_STATE& State() {
-    static auto& state = *new AFX_MODULE_STATE;  // outlives every module
+    static auto& state = *new AFX_MODULE_STATE;  // never destroyed, so that it outlives every module
     return state;
 }
 
@@ -73,65 +72,4 @@ CWinThread* AfxGetThread() {
 }
 CWnd* AfxGetMainWnd() {
     return AfxGetThread()->m_pMainWnd;
-}
-
-BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HINSTANCE module) {
-    if (module == nullptr) return FALSE;
-    if (state.bInitialized) return TRUE;
-    AFX_MODULE_STATE& shared = *AfxGetModuleState();
-    state = {TRUE, module, module, shared.m_classList.GetHead(), shared.m_factoryList.GetHead()};
-    shared.m_classList.m_pHead = shared.m_pClassInit;
-    shared.m_factoryList.m_pHead = shared.m_pFactoryInit;
-    return TRUE;
-}
-
-void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL) {
-    if (!state.bInitialized) return;
-    CDynLinkLibrary* library = State().m_libraryList.GetHead();
-    while (library != nullptr) {
-        CDynLinkLibrary* const next = library->m_pNextDLL;
-        if (library->m_hModule == state.hModule) delete library;
-        library = next;
-    }
-    if (State().m_hCurrentResourceHandle == state.hResource) State().m_hCurrentResourceHandle = nullptr;
-    state = {};
-}
-
-CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE& state, BOOL system)
-    : m_hModule(state.hModule),
-      m_hResource(state.hResource),
-      m_bSystem(system),
-      m_pNextDLL(State().m_libraryList.m_pHead) {
-    State().m_libraryList.m_pHead = this;
-}
-
-CDynLinkLibrary::~CDynLinkLibrary() {
-    CDynLinkLibrary** link = &State().m_libraryList.m_pHead;
-    while (*link != nullptr && *link != this) link = &(*link)->m_pNextDLL;
-    if (*link == this) *link = m_pNextDLL;
-}
-
-CObject::~CObject() = default;
-
-void CCmdTarget::BeginWaitCursor() {
-    AfxGetApp()->DoWaitCursor(1);
-}
-void CCmdTarget::EndWaitCursor() {
-    AfxGetApp()->DoWaitCursor(-1);
-}
-
-CWaitCursor::CWaitCursor() {
-    AfxGetApp()->DoWaitCursor(1);
-}
-CWaitCursor::~CWaitCursor() {
-    AfxGetApp()->DoWaitCursor(-1);
-}
-
-int MessageBoxA(HWND owner, const char* text, const char* caption, UINT style) {
-    return seam::GetDesktop().ShowMessageBox(owner, system::OrEmpty(text), caption != nullptr ? caption : "Error",
-                                             style);
-}
-
-int AfxMessageBox(const char* text, UINT type, UINT) {
-    return MessageBoxA(nullptr, text, AfxGetApp()->m_pszAppName, type);
 }

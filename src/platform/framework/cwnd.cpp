@@ -13,34 +13,21 @@ using namespace zel;
 
 namespace {
 
-HWND g_lockedOut = nullptr;  // window whose controls' notifications are dropped, during UpdateData
+// The window that UpdateData runs for, which ignores notifications of its controls.
+HWND g_muted = nullptr;
 
-/// Locks a window out for as long as the object lives.
-class LockOut {
+/// Mutes a window as long as the object lives.
+class NotificationMute {
   public:
-    explicit LockOut(HWND window) : m_before(std::exchange(g_lockedOut, window)) {}
-    ~LockOut() { g_lockedOut = m_before; }
+    explicit NotificationMute(HWND window) : m_before(std::exchange(g_muted, window)) {}
+    ~NotificationMute() { g_muted = m_before; }
 
-    LockOut(const LockOut&) = delete;
-    LockOut& operator=(const LockOut&) = delete;
+    NotificationMute(const NotificationMute&) = delete;
+    NotificationMute& operator=(const NotificationMute&) = delete;
 
   private:
     HWND m_before;
 };
-
-using Handler = AFX_PMSG;
-
-/// The handler of a message in a map or the maps of its bases, null for none.
-Handler FindHandler(const AFX_MSGMAP* map, UINT message, UINT code, UINT id) {
-    while (map != nullptr) {
-        for (const AFX_MSGMAP_ENTRY* entry = map->lpEntries; entry->nMessage != 0; ++entry) {
-            if (entry->nMessage == message && entry->nCode == code && id >= entry->nID && id <= entry->nLastID)
-                return entry->pfn;
-        }
-        map = map->pfnGetBaseMap != nullptr ? map->pfnGetBaseMap() : nullptr;
-    }
-    return nullptr;
-}
 
 }  // namespace
 
@@ -60,23 +47,6 @@ LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     return window->Object().WindowProc(message, wParam, lParam);
-}
-
-const AFX_MSGMAP* CCmdTarget::GetThisMessageMap() {
-    static const AFX_MSGMAP_ENTRY entries[] = {{0, 0, 0, 0, nullptr}};
-    static const AFX_MSGMAP map = {nullptr, entries};
-    return &map;
-}
-
-const AFX_MSGMAP* CCmdTarget::GetMessageMap() const {
-    return GetThisMessageMap();
-}
-
-BOOL CCmdTarget::OnCmdMsg(UINT id, int code) {
-    const Handler handler = FindHandler(GetMessageMap(), WM_COMMAND, static_cast<UINT>(code), id);
-    if (handler == nullptr) return FALSE;
-    (this->*handler)();
-    return TRUE;
 }
 
 BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
@@ -229,7 +199,7 @@ CWnd* CWnd::GetFocus() {
 
 BOOL CWnd::UpdateData(BOOL saveAndValidate) {
     if (m_hWnd == nullptr) return FALSE;
-    const LockOut lock(m_hWnd);
+    const NotificationMute mute(m_hWnd);
     CDataExchange exchange(this, saveAndValidate);
     DoDataExchange(&exchange);
     return TRUE;
@@ -250,7 +220,7 @@ void CWnd::RemoveChangeListener(framework::WindowListener& listener) {
 LRESULT CWnd::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_COMMAND) {
         if (OnCommand(wParam, lParam)) return 0;
-    } else if (const Handler handler = FindHandler(GetMessageMap(), message, 0, 0)) {
+    } else if (const AFX_PMSG handler = framework::FindHandler(GetMessageMap(), message, 0, 0)) {
         (this->*handler)();
         return 0;
     }
@@ -262,7 +232,7 @@ LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 BOOL CWnd::OnCommand(WPARAM wParam, LPARAM lParam) {
-    if (lParam != 0 && g_lockedOut != nullptr && g_lockedOut == m_hWnd) return TRUE;
+    if (lParam != 0 && g_muted != nullptr && g_muted == m_hWnd) return TRUE;
     return OnCmdMsg(LOWORD(wParam), HIWORD(wParam));
 }
 
@@ -270,26 +240,4 @@ void CWnd::DoDataExchange(CDataExchange*) {}
 
 void CWnd::OnClose() {
     DefWindowProc(WM_CLOSE, 0, 0);
-}
-
-void DDX_Text(CDataExchange* exchange, int id, CString& value) {
-    CWnd* const control = exchange->m_pDlgWnd->GetDlgItem(id);
-    if (control == nullptr) return;
-    CString shown;
-    control->GetWindowText(shown);
-    if (exchange->m_bSaveAndValidate) {
-        value = shown;
-    } else if (shown != value) {
-        control->SetWindowText(value);
-    }
-}
-
-void DDX_Check(CDataExchange* exchange, int id, int& value) {
-    CWnd* const control = exchange->m_pDlgWnd->GetDlgItem(id);
-    if (control == nullptr) return;
-    if (exchange->m_bSaveAndValidate) {
-        value = static_cast<int>(control->SendMessage(BM_GETCHECK));
-    } else {
-        control->SendMessage(BM_SETCHECK, value != 0 ? BST_CHECKED : BST_UNCHECKED);
-    }
 }

@@ -4,8 +4,8 @@
 
 #include "platform/system/types.h"
 
-/// Dialog templates as data. Rectangles are in dialog units: a quarter of the font's average width, an eighth of its
-/// height.
+/// Dialog templates as data. Positions and sizes are in dialog units: a quarter of the font's average character width,
+/// an eighth of its height.
 
 namespace zel::framework {
 
@@ -13,8 +13,10 @@ enum class ControlKind {
     group_box,
     static_text,
     edit,
-    combo_box,  // drop-down, with an edit field
-    list_box,   // scrolling, at most one entry selected; ctl::sorted keeps its entries in order
+    /// Drop-down, with an edit field.
+    combo_box,
+    /// Scrolling, with at most one selected entry.
+    list_box,
     push_button,
     default_button,
     multi_line_button,
@@ -22,10 +24,13 @@ enum class ControlKind {
     radio_button
 };
 
-/// Properties of a control, to be combined with |.
+/// Flags of a control, to be combined with |.
 namespace ctl {
 inline constexpr unsigned none = 0, hidden = 1u << 0, disabled = 1u << 1, password = 1u << 2, auto_scroll = 1u << 3,
-                          no_hide_selection = 1u << 4, sorted = 1u << 5, tab_stop = 1u << 6;
+                          no_hide_selection = 1u << 4;
+/// Entries that are added are sorted.
+inline constexpr unsigned sorted = 1u << 5;
+inline constexpr unsigned tab_stop = 1u << 6;
 /// First control of a group, which lasts until the next such control.
 inline constexpr unsigned group = 1u << 7;
 inline constexpr unsigned centred = 1u << 8, static_edge = 1u << 9;
@@ -35,15 +40,18 @@ inline constexpr unsigned automatic = 1u << 10;
 
 }  // namespace zel::framework
 
-inline constexpr int IDC_STATIC = -1;  // a control without an id
+/// Id of a control that needs none.
+inline constexpr int IDC_STATIC = -1;
 
 namespace zel::framework {
 
 struct ControlTemplate {
-    int id;  // IDC_STATIC for none
+    int id;
     ControlKind kind;
-    const char* text;  // & stands before the access key
+    /// & precedes the access key.
+    const char* text;
     int x, y, cx, cy;
+    /// ctl:: values.
     unsigned flags;
 };
 
@@ -66,8 +74,8 @@ struct DialogTemplate {
 
 }  // namespace zel::framework
 
-/// What a module handle points to: the module's name and its dialog templates. The module defines one, of static
-/// duration.
+/// What a module handle points to: the module's name and its dialog templates. Each module defines one, of static
+/// storage duration.
 struct HINSTANCE__ {
     const char* name;
     std::span<const zel::framework::DialogTemplate> dialogs;

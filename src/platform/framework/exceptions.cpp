@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The framework's texts, in the order of the causes; %1 stands for the file's name.
+/// The framework's texts, in the order of the causes. %1 is replaced by the name of the file.
 constexpr std::array kFileTexts = {
     "No error occurred.",
     "An unknown error occurred while accessing %1.",

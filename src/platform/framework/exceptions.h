@@ -3,23 +3,22 @@
 #include "platform/framework/cobject.h"
 #include "platform/framework/cstring.h"
 
-/// The framework's exceptions. They are thrown as pointers (`throw new CFileException(...)`), caught as pointers
-/// (`catch (CFileException* e)`), and whoever catches one frees it with Delete().
+/// The framework's exceptions. They are thrown as pointers (`throw new CFileException(...)`) and caught as pointers
+/// (`catch (CFileException* e)`). The handler frees the exception by Delete().
 
 class ZEL_PLATFORM_API CException : public CObject {
   public:
-    /// @param autoDelete  whether Delete frees the object, which must then come from `new`.
+    /// @param autoDelete  TRUE for an object created by `new`, which Delete frees.
     explicit CException(BOOL autoDelete = TRUE) noexcept : m_bAutoDelete(autoDelete) {}
 
     void Delete();
 
-    /// Puts the error's text, cut to `maximum` - 1 characters, into `text`. FALSE, with an empty text, when it has
-    /// none.
+    /// Copies the error's text, cut to `maximum` - 1 characters.
+    /// @return FALSE if the error has no text; `text` is then empty.
     virtual BOOL GetErrorMessage(char* text, UINT maximum, UINT* helpContext = nullptr) const;
 
-    /// Shows the error's text with AfxMessageBox and `type`; an error without a text shows "No error message is
-    /// available.".
-    /// @return the box's answer.
+    /// Shows the error's text by AfxMessageBox. For an error without a text: "No error message is available.".
+    /// @return the user's answer.
     virtual int ReportError(UINT type = 0, UINT messageId = 0);
 
   protected:
@@ -30,7 +29,7 @@ class ZEL_PLATFORM_API CException : public CObject {
     BOOL m_bAutoDelete;
 };
 
-/// Memory has run out. The framework throws one object of its own, so that nothing has to be allocated.
+/// Out of memory. The framework throws a static object, so that throwing allocates nothing of its own.
 class ZEL_PLATFORM_API CMemoryException : public CException {
   public:
     explicit CMemoryException(BOOL autoDelete = TRUE) noexcept : CException(autoDelete) {}
@@ -68,7 +67,7 @@ class ZEL_PLATFORM_API CFileException : public CException {
     /// @param fileName  may be null; the text then says "an unnamed file".
     explicit CFileException(int cause = none, LONG osError = -1, const char* fileName = nullptr);
 
-    /// The cause that stands for a system error number.
+    /// The cause for a system error number.
     static int OsErrorToException(LONG osError) noexcept;
 
     int m_cause;

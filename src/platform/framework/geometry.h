@@ -2,7 +2,7 @@
 
 #include "platform/system/types.h"
 
-/// Points, sizes and rectangles, in pixels. A rectangle's right and bottom edges lie outside it.
+/// Points, sizes and rectangles, in pixels. A rectangle does not include its right and bottom edges.
 
 class CPoint : public POINT {
   public:
@@ -26,7 +26,7 @@ class CRect : public RECT {
     int Height() const noexcept { return bottom - top; }
     CSize Size() const noexcept { return {Width(), Height()}; }
     CPoint TopLeft() const noexcept { return {left, top}; }
-    /// True when the width or the height is 0 or below.
+    /// TRUE if the width or the height is 0 or negative.
     BOOL IsRectEmpty() const noexcept { return left >= right || top >= bottom; }
 
     operator RECT*() noexcept { return this; }

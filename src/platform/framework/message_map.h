@@ -3,30 +3,42 @@
 #include "platform/framework/cobject.h"
 #include "platform/system/messages.h"
 
-/// Message maps: which handler of a class takes which command, notification or message. Offered: ON_COMMAND,
-/// ON_CONTROL, ON_BN_CLICKED, ON_EN_CHANGE, ON_EN_UPDATE and ON_WM_CLOSE, all with handlers without arguments and
+/// Message maps: which handler of a class handles which command, notification or message. Provided: ON_COMMAND,
+/// ON_CONTROL, ON_BN_CLICKED, ON_EN_CHANGE, ON_EN_UPDATE and ON_WM_CLOSE, for handlers without arguments and without a
 /// result.
 
-/// A handler, cast to the common base.
+/// A handler, cast to a member of the common base class.
 using AFX_PMSG = void (CCmdTarget::*)();
 
-/// One line of a map; the last has nMessage 0.
+/// One entry of a map. The last entry has nMessage 0.
 struct AFX_MSGMAP_ENTRY {
-    UINT nMessage;  // WM_COMMAND, or the message itself
-    UINT nCode;     // notification code; 0 is a command or a click
-    UINT nID;       // first control id
-    UINT nLastID;   // last control id
+    /// WM_COMMAND, or the message itself.
+    UINT nMessage;
+    /// Notification code; 0 for a command or a click.
+    UINT nCode;
+    /// Range of control ids, both included.
+    UINT nID;
+    UINT nLastID;
     AFX_PMSG pfn;
 };
 
 struct AFX_MSGMAP {
-    const AFX_MSGMAP* (*pfnGetBaseMap)();  // null for the root
+    /// Null for the root class.
+    const AFX_MSGMAP* (*pfnGetBaseMap)();
     const AFX_MSGMAP_ENTRY* lpEntries;
 };
 
+namespace zel::framework {
+
+/// Finds the handler of a message in a map, then in the maps of the base classes.
+/// @return null for none.
+AFX_PMSG FindHandler(const AFX_MSGMAP* map, UINT message, UINT code, UINT id);
+
+}  // namespace zel::framework
+
 #define afx_msg
 
-/// Declares a class's map; `api` marks the two functions for export.
+/// Declares the map of a class. `api` marks the two functions for export.
 #define DECLARE_MESSAGE_MAP_EXPORT(api)               \
   protected:                                          \
     api static const AFX_MSGMAP* GetThisMessageMap(); \

@@ -8,7 +8,8 @@
 
 namespace {
 
-bool g_refused = false;  // whether a main entry has returned 0 since the last load began
+// A main entry has returned 0 since the last load began.
+bool g_refused = false;
 
 }  // namespace
 

@@ -3,15 +3,16 @@
 #include "platform/api.h"
 #include "platform/framework/dialog_template.h"
 
-/// How an extension module starts and stops on this system. The module writes, at namespace scope in one of its
-/// sources,
+/// How an extension module starts and stops on this system. At namespace scope, the module marks each static object
+/// with a constructor, and names its two entry functions once:
 ///
-///     ZEL_MODULE_STATIC CString CZelFont::m_SFontBrowseDir;              // each static object that needs building
+///     ZEL_MODULE_STATIC CString CZelFont::m_SFontBrowseDir;
 ///     ZEL_MODULE_ENTRY(g_instance, RawAttachHook, MainEntry)
 ///
-/// and when it is loaded, the hook is called first, then the marked statics are built, then the main entry is called,
-/// both with DLL_PROCESS_ATTACH. When it goes, the main entry is called with DLL_PROCESS_DETACH, the statics die, and
-/// the hook is called so. With g++ a module is compiled with -fno-gnu-unique, or the loader keeps it for good.
+/// When the module is loaded, the hook is called with DLL_PROCESS_ATTACH, the marked objects are constructed, and the
+/// main entry is called with DLL_PROCESS_ATTACH. When it is unloaded, the main entry is called with DLL_PROCESS_DETACH,
+/// the objects are destroyed, and the hook is called with DLL_PROCESS_DETACH. With g++ a module is compiled with
+/// -fno-gnu-unique; otherwise the loader never unloads it.
 
 inline constexpr DWORD DLL_PROCESS_DETACH = 0, DLL_PROCESS_ATTACH = 1, DLL_THREAD_ATTACH = 2, DLL_THREAD_DETACH = 3;
 
@@ -19,11 +20,11 @@ namespace zel::framework {
 
 using ModuleEntry = int (*)(HINSTANCE module, DWORD reason, void* reserved);
 
-/// Calls an entry on construction and destruction; a static object of it is the module's link to its own load and
-/// unload.
+/// Calls an entry function on construction and on destruction. A static object of this class does so when the module is
+/// loaded and unloaded.
 class ZEL_PLATFORM_API ModuleLifetime {
   public:
-    /// @param refusable  whether a result of 0 on attach refuses the load.
+    /// @param refusable  true if a result of 0 from DLL_PROCESS_ATTACH makes AfxLoadLibrary fail.
     ModuleLifetime(HINSTANCE module, ModuleEntry entry, bool refusable);
     ~ModuleLifetime();
 
@@ -42,9 +43,11 @@ class ZEL_PLATFORM_API ModuleLifetime {
     [[gnu::init_priority(101)]] static const zel::framework::ModuleLifetime g_moduleHook(&(instance), &(hook), false); \
     [[gnu::init_priority(300)]] static const zel::framework::ModuleLifetime g_moduleEntry(&(instance), &(entry), true);
 
-/// Loads a module by a path of this system. The handle is that of the system's loader, fit for dlsym.
-/// @return null when the file can't be loaded (last error 126) or its main entry returned 0 (1114); it is unloaded
-/// again then.
+/// Loads a module.
+/// @param path  a path of this system.
+/// @return a handle for dlsym. Null if the file can't be loaded (last error ERROR_MOD_NOT_FOUND) or its main entry
+///         returned 0 (ERROR_DLL_INIT_FAILED); it is unloaded then.
 ZEL_PLATFORM_API void* AfxLoadLibrary(const char* path);
-/// Unloads a module. FALSE for a null handle or a failure.
+/// Unloads a module.
+/// @return FALSE for a null handle or a failure.
 ZEL_PLATFORM_API BOOL AfxFreeLibrary(void* library);

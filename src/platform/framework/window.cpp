@@ -10,7 +10,7 @@ namespace {
 
 /// The windows that exist.
 std::unordered_set<HWND>& Live() {
-    static auto& live = *new std::unordered_set<HWND>;  // outlives every window
+    static auto& live = *new std::unordered_set<HWND>;  // never destroyed, so that it outlives every window
     return live;
 }
 
@@ -38,7 +38,7 @@ void HWND__::Destroy(HWND window) {
     if (!IsWindow(window)) return;
     window->Changed(framework::WindowChange::destroyed);
     SendMessageA(window, WM_DESTROY, 0, 0);
-    if (!IsWindow(window)) return;  // a handler has been faster
+    if (!IsWindow(window)) return;  // a handler has destroyed it
     if (window->parent == nullptr) {
         delete window;
         return;
@@ -118,8 +118,8 @@ void HWND__::SetEnabled(bool on) {
 }
 
 void HWND__::Changed(framework::WindowChange change) {
-    const std::vector<framework::WindowListener*> hearers = Top().listeners;  // one may remove itself
-    for (framework::WindowListener* const hearer : hearers) hearer->WindowChanged(Object(), change);
+    const std::vector<framework::WindowListener*> listeners_now = Top().listeners;  // a copy: one may remove itself
+    for (framework::WindowListener* const listener : listeners_now) listener->WindowChanged(Object(), change);
 }
 
 void HWND__::Notify(UINT code) {

@@ -8,14 +8,15 @@
 #include "platform/framework/cwnd.h"
 #include "platform/framework/dialog_template.h"
 
-/// What a window handle points to. Private to the platform: everybody else goes by messages and by CWnd.
+/// What a window handle points to. Private to the platform; other code uses messages and CWnd.
 ///
-/// A window is owned by its parent, a top window by nobody but the call to Destroy. A notification may run a handler
-/// that destroys the window, so sending one is always the last thing that a window does.
+/// The parent owns a window. A top window has no owner: only Destroy deletes it. A notification may call a handler that
+/// destroys the window, so sending one is always the last action of a member function.
 struct HWND__ {
-    /// @param parent  may be null. The new window belongs to it, and is found by the handle from now on.
+    /// Gives a window to its parent and makes its handle valid.
+    /// @param parent  null for a top window.
     static HWND Make(HWND parent, std::unique_ptr<HWND__> window);
-    /// Destroys a window with all its controls; nothing for a dead handle.
+    /// Destroys a window with all its controls. An invalid handle is ignored.
     static void Destroy(HWND window);
     /// Whether the handle is that of an existing window.
     static bool Exists(HWND window) noexcept;
@@ -25,12 +26,14 @@ struct HWND__ {
     HWND__(const HWND__&) = delete;
     HWND__& operator=(const HWND__&) = delete;
 
-    /// The system's own handling of a message, behind that of the window's object.
+    /// Handles a message that the window's object did not handle.
     virtual LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
-    /// The attached object, or one of the window's own.
+    /// The attached object. Without one, creates and attaches an object that the window owns.
     CWnd& Object();
+    /// The top window that contains this one, or this one.
     HWND__& Top();
+    /// The control with an id, null for none.
     HWND__* Child(int childId);
 
     void SetFocus();
@@ -38,25 +41,30 @@ struct HWND__ {
 
     void SetShown(bool on);
     void SetEnabled(bool on);
+    /// Notifies the listeners of the top window.
     void Changed(zel::framework::WindowChange change);
-    /// Sends the parent a notification of this control; the window may be gone afterwards.
+    /// Sends a notification of this control to the parent. The window may be destroyed when it returns.
     void Notify(UINT code);
 
     CWnd* object = nullptr;
-    std::vector<zel::framework::WindowListener*> listeners;  // of a top window
+    /// Of a top window.
+    std::vector<zel::framework::WindowListener*> listeners;
     HWND parent = nullptr;
     std::vector<std::unique_ptr<HWND__>> children;
 
     int id = 0;
-    unsigned flags = 0;  // ctl:: values
+    /// ctl:: values.
+    unsigned flags = 0;
     std::string text;
-    RECT rect{};                  // in the parent, of a top window on the screen
-    std::size_t limit = INT_MAX;  // characters that a user may type
+    /// In the parent; of a top window, on the screen.
+    RECT rect{};
+    /// Largest number of characters that a user may type.
+    std::size_t limit = INT_MAX;
     bool shown = false;
     bool enabled = true;
 
   protected:
-    /// Takes a text given by WM_SETTEXT.
+    /// Handles WM_SETTEXT.
     virtual void SetText(const char* newText);
 
   private:
@@ -65,13 +73,10 @@ struct HWND__ {
 
 namespace zel::framework {
 
-/// Makes the window of a template's control, without a place in a parent yet.
-std::unique_ptr<HWND__> MakeControl(const ControlTemplate& control);
-
-/// The handle or text that a message's parameter holds.
+/// Converts between a pointer and the parameter of a message.
 template <class T>
 T* FromParam(LPARAM value) noexcept {
-    return reinterpret_cast<T*>(value);  // NOLINT(performance-no-int-to-ptr): that is how messages carry addresses
+    return reinterpret_cast<T*>(value);  // NOLINT(performance-no-int-to-ptr): messages carry addresses as integers
 }
 template <class T>
 T* FromParam(WPARAM value) noexcept {

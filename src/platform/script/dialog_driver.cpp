@@ -32,9 +32,9 @@ void DialogActor::Press(CDialog&, CWnd& control) {
     control.SendMessage(BM_CLICK);
 }
 
-void DialogActor::Choose(CDialog&, CWnd& control, bool box, int index) {
+void DialogActor::Choose(CDialog&, CWnd& control, bool is_list_box, int index) {
     control.SetFocus();
-    control.SendMessage(box ? LB_SETCURSEL : CB_SETCURSEL, static_cast<WPARAM>(index));
+    control.SendMessage(is_list_box ? LB_SETCURSEL : CB_SETCURSEL, static_cast<WPARAM>(index));
 }
 
 void DialogActor::PressEnter(CDialog& dialog, CWnd* button) {
@@ -87,9 +87,9 @@ bool DialogDriver::Check(int id, bool on) {
 bool DialogDriver::Choose(int id, int index) {
     CWnd* const control = Usable(id);
     if (control == nullptr || index < 0) return false;
-    const bool box = IsListBox(id);
-    if (index >= control->SendMessage(box ? LB_GETCOUNT : CB_GETCOUNT)) return false;
-    Actor().Choose(m_dialog, *control, box, index);
+    const bool is_list_box = IsListBox(id);
+    if (index >= control->SendMessage(is_list_box ? LB_GETCOUNT : CB_GETCOUNT)) return false;
+    Actor().Choose(m_dialog, *control, is_list_box, index);
     return true;
 }
 
@@ -132,13 +132,13 @@ std::string DialogDriver::Text(int id) const {
 std::vector<std::string> DialogDriver::List(int id) const {
     std::vector<std::string> list;
     CWnd* const control = m_dialog.GetDlgItem(id);
-    const bool box = IsListBox(id);
-    const LRESULT count = control != nullptr ? control->SendMessage(box ? LB_GETCOUNT : CB_GETCOUNT) : 0;
+    const bool is_list_box = IsListBox(id);
+    const LRESULT count = control != nullptr ? control->SendMessage(is_list_box ? LB_GETCOUNT : CB_GETCOUNT) : 0;
     for (LRESULT i = 0; i < count; ++i) {
         const auto index = static_cast<WPARAM>(i);
-        const LRESULT length = control->SendMessage(box ? LB_GETTEXTLEN : CB_GETLBTEXTLEN, index);
+        const LRESULT length = control->SendMessage(is_list_box ? LB_GETTEXTLEN : CB_GETLBTEXTLEN, index);
         std::string entry(static_cast<std::size_t>(length), '\0');
-        control->SendMessage(box ? LB_GETTEXT : CB_GETLBTEXT, index, framework::ToParam(entry.data()));
+        control->SendMessage(is_list_box ? LB_GETTEXT : CB_GETLBTEXT, index, framework::ToParam(entry.data()));
         list.push_back(std::move(entry));
     }
     return list;

@@ -7,45 +7,49 @@
 
 namespace zel::script {
 
-/// How a user's doings reach a dialog. This one sends the control messages; that of a screen works the widgets. The
-/// controls exist, and are visible and enabled.
+/// Performs a user's actions in a dialog. This class sends the control messages; a desktop with a screen derives one
+/// that operates its widgets. The controls passed in exist, and are visible and enabled.
 class ZEL_PLATFORM_API DialogActor {
   public:
     virtual ~DialogActor();
     virtual void Type(CDialog& dialog, CWnd& control, const std::string& text);
     virtual void Press(CDialog& dialog, CWnd& control);
-    /// @param box  the control is a list box, not a combo box. @param index  of an entry.
-    virtual void Choose(CDialog& dialog, CWnd& control, bool box, int index);
-    /// @param button  the default button; null when the dialog has none.
+    /// Selects an entry.
+    /// @param is_list_box  true for a list box, false for a combo box.
+    /// @param index        of an entry of the list.
+    virtual void Choose(CDialog& dialog, CWnd& control, bool is_list_box, int index);
+    /// @param button  the default button, null for none.
     virtual void PressEnter(CDialog& dialog, CWnd* button);
     virtual void PressEscape(CDialog& dialog);
     virtual void Close(CDialog& dialog);
 };
 
-/// Sets who acts for every DialogDriver, null for the one that sends messages. The caller keeps it alive.
+/// Sets the actor of every DialogDriver.
+/// @param actor  null for the one that sends messages. The caller owns it and keeps it alive.
 ZEL_PLATFORM_API void SetDialogActor(DialogActor* actor);
 
-/// Does what a user does in a dialog, through the same control messages. An action on a control that is missing, hidden
-/// or disabled does nothing and returns false, since a user couldn't do it either.
+/// Does in a dialog what a user does, and reads what a user sees. An action on a control that is missing, hidden or
+/// disabled does nothing and returns false.
 class ZEL_PLATFORM_API DialogDriver {
   public:
     explicit DialogDriver(CDialog& dialog) : m_dialog(dialog) {}
 
-    /// Replaces the text of an edit or of a combo box's edit field, cut to the field's limit.
+    /// Replaces the text of an edit or of a combo box's edit field. The text is cut to the limit of the field.
     bool Type(int id, const std::string& text);
     /// Clicks a button, check box or radio button.
     bool Press(int id);
-    /// Clicks a check box or radio button unless it has the wanted state.
+    /// Clicks a check box or radio button unless it already has the state.
     bool Check(int id, bool on = true);
-    /// Chooses an entry of a combo box's list or of a list box, by its index or its text.
+    /// Selects an entry of a combo box or list box, by its index or its text.
     bool Choose(int id, int index);
     bool Choose(int id, const std::string& text);
-    /// Enter runs the default button, or IDOK without one; Escape runs IDCANCEL; Close is the title bar's button.
+    /// Enter presses the default button, or sends IDOK without one. Escape sends IDCANCEL. Close is the button of the
+    /// title bar.
     bool PressEnter();
     void PressEscape();
     void Close();
 
-    /// What a user sees.
+    /// The dialog as the user sees it. A missing control has no text, no entries and is not checked.
     std::string Caption() const;
     std::string Text(int id) const;
     std::vector<std::string> List(int id) const;

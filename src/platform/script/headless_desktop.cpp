@@ -15,7 +15,7 @@ seam::Desktop* MakeDefaultDesktop() {
 }
 [[maybe_unused]] const bool g_desktop_is_set = seam::SetDefaultDesktop(&MakeDefaultDesktop);
 
-/// The queue's next item, nothing when it is empty.
+/// Takes the next item of a queue; empty if there is none.
 template <class T>
 std::optional<T> TakeNext(std::deque<T>& queue) {
     if (queue.empty()) return std::nullopt;
@@ -69,7 +69,7 @@ int HeadlessDesktop::ShowMessageBox(HWND owner, const std::string& text, const s
 void HeadlessDesktop::RunModal(CDialog& dialog) {
     const auto found = m_handlers.find(dialog.GetTemplateId());
     if (found != m_handlers.end() && found->second) {
-        const auto handler = found->second;  // which may set another for the next time
+        const auto handler = found->second;  // a copy: the handler may set another one
         handler(dialog);
     }
     const bool leftOpen = !dialog.HasEnded();

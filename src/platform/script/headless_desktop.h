@@ -13,8 +13,8 @@
 
 namespace zel::script {
 
-/// A desktop without a screen, driven by a script: it answers what it is asked as it was told beforehand, and records
-/// it. Nothing ever waits: a dialog that its handler leaves open is closed as by its title bar.
+/// A desktop without a screen, driven by a script: it answers boxes and dialogs as arranged before, and records them.
+/// Nothing ever waits: a dialog that its handler leaves open is closed as by its title bar.
 class ZEL_PLATFORM_API HeadlessDesktop : public seam::Desktop {
   public:
     struct Box {
@@ -29,45 +29,49 @@ class ZEL_PLATFORM_API HeadlessDesktop : public seam::Desktop {
         std::string initial_dir;
         std::string initial_name;
         std::string filter;
-        int answer = 0;    // IDOK or IDCANCEL
-        std::string path;  // in the module's form; empty when cancelled
+        /// IDOK or IDCANCEL.
+        int answer = 0;
+        /// In the module's form; empty after IDCANCEL.
+        std::string path;
     };
     struct Modal {
         UINT template_id = 0;
         INT_PTR result = 0;
-        bool left_open = false;  // its handler, if any, had returned without ending it
+        /// Its handler returned without ending it, or it has no handler.
+        bool left_open = false;
     };
 
     HeadlessDesktop();
     ~HeadlessDesktop() override;
 
-    /// Answers of boxes: the queue's next, else what the function gives (0 for no answer), else OK, the Yes/No/Cancel
-    /// answer set here (IDNO at first; Cancel counts as No where there is no such button), Cancel of Retry/Cancel,
-    /// Ignore.
+    /// Answer of a box: the next in the queue; else the result of the function, unless it is 0; else by the buttons:
+    /// the answer set by SetYesNoAnswer (at first IDNO; IDCANCEL counts as IDNO in a box without that button), Cancel
+    /// of Retry and Cancel, Ignore, OK.
     void QueueBoxAnswer(int answer) { m_boxAnswers.push_back(answer); }
     void AnswerBoxes(std::function<int(const Box&)> answer) { m_boxAnswer = std::move(answer); }
     void SetYesNoAnswer(int answer) { m_yesNoAnswer = answer; }
 
-    /// Answers of file dialogs: the queue's next, else what the function gives, else Cancel. A path may have either
-    /// form; nothing cancels the dialog.
+    /// Answer of a file dialog: the next in the queue, else the result of the function, else IDCANCEL. A path may be in
+    /// the module's form or in this system's; std::nullopt is IDCANCEL.
     void QueueFile(std::optional<std::string> path) { m_files.push_back(std::move(path)); }
     void AnswerFileDialogs(std::function<std::optional<std::string>(const FileDialog&)> answer) {
         m_fileAnswer = std::move(answer);
     }
 
-    /// Sets who drives the dialogs made from a template; commonly with a DialogDriver. Without a handler they are
+    /// Sets the function that operates the dialogs of a template, usually by a DialogDriver. Dialogs without one are
     /// closed at once.
     void HandleDialog(UINT templateId, std::function<void(CDialog&)> handler);
 
     void SetKeyDown(int virtualKey, bool down);
-    /// Takes over the question whether a key is down; null gives it back.
+    /// Sets the function that decides whether a key is down; null for the keys of SetKeyDown.
     void AnswerKeys(std::function<bool(int virtualKey)> answer) { m_keyAnswer = std::move(answer); }
 
-    /// Called for each box and file dialog once its answer is known, before the asker gets it.
+    /// Sets the functions that are called for each box and file dialog after its answer is chosen and before it is
+    /// returned.
     void ObserveBoxes(std::function<void(const Box&)> observer) { m_boxObserver = std::move(observer); }
     void ObserveFileDialogs(std::function<void(const FileDialog&)> observer) { m_fileObserver = std::move(observer); }
 
-    /// What was asked so far, in order.
+    /// All boxes, file dialogs, dialogs and commands so far, each in order.
     const std::vector<Box>& Boxes() const noexcept { return m_boxes; }
     const std::vector<FileDialog>& FileDialogs() const noexcept { return m_fileDialogs; }
     const std::vector<Modal>& Modals() const noexcept { return m_modals; }

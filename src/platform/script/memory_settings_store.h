@@ -9,14 +9,14 @@
 
 namespace zel::script {
 
-/// Order of names without regard to the case of ASCII letters.
+/// Orders names without regard to the case of ASCII letters.
 struct ZEL_PLATFORM_API NameLess {
     bool operator()(std::string_view a, std::string_view b) const noexcept;
     bool operator()(const std::pair<std::string, std::string>& a,
                     const std::pair<std::string, std::string>& b) const noexcept;
 };
 
-/// Settings that last as long as the object.
+/// Settings in memory, for the lifetime of the object.
 class ZEL_PLATFORM_API MemorySettingsStore : public seam::SettingsStore {
   public:
     MemorySettingsStore();

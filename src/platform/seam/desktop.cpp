@@ -1,30 +1,28 @@
 #include "platform/seam/desktop.h"
 
-#include <utility>
+#include "platform/seam/current_seam.h"
 
 namespace zel::seam {
 
 namespace {
 
-Desktop* g_current_desktop = nullptr;
-Desktop* (*g_make_desktop)() = nullptr;
+// Initialised before any code runs, since the default is set while the platform is loaded.
+constinit CurrentSeam<Desktop> g_desktop;
 
 }  // namespace
 
 Desktop::~Desktop() = default;
 
 Desktop* SetDesktop(Desktop* desktop) {
-    return std::exchange(g_current_desktop, desktop);
+    return g_desktop.Set(desktop);
 }
 
 Desktop& GetDesktop() {
-    if (g_current_desktop != nullptr) return *g_current_desktop;
-    static auto& desktop = *g_make_desktop();  // outlives every module
-    return desktop;
+    return g_desktop.Get();
 }
 
 bool SetDefaultDesktop(Desktop* (*make)()) noexcept {
-    g_make_desktop = make;
+    g_desktop.SetDefault(make);
     return true;
 }
 

@@ -1,30 +1,28 @@
 #include "platform/seam/settings_store.h"
 
-#include <utility>
+#include "platform/seam/current_seam.h"
 
 namespace zel::seam {
 
 namespace {
 
-SettingsStore* g_current_store = nullptr;
-SettingsStore* (*g_make_store)() = nullptr;
+// Initialised before any code runs, since the default is set while the platform is loaded.
+constinit CurrentSeam<SettingsStore> g_store;
 
 }  // namespace
 
 SettingsStore::~SettingsStore() = default;
 
 SettingsStore* SetSettingsStore(SettingsStore* store) {
-    return std::exchange(g_current_store, store);
+    return g_store.Set(store);
 }
 
 SettingsStore& GetSettingsStore() {
-    if (g_current_store != nullptr) return *g_current_store;
-    static auto& store = *g_make_store();  // outlives every module
-    return store;
+    return g_store.Get();
 }
 
 bool SetDefaultSettingsStore(SettingsStore* (*make)()) noexcept {
-    g_make_store = make;
+    g_store.SetDefault(make);
     return true;
 }
 

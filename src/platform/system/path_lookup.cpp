@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/file_descriptor.h"
 #include "base/fold_case.h"
 #include "platform/system/drives.h"
 #include "platform/system/errors.h"
@@ -18,10 +19,6 @@
 namespace zel::system {
 
 namespace {
-
-constexpr bool IsLetter(char c) noexcept {
-    return base::FoldCase(c) >= 'a' && base::FoldCase(c) <= 'z';
-}
 
 bool PathExists(const char* path) noexcept {
     struct stat status {};
@@ -37,7 +34,7 @@ bool IsDirectory(const char* path) noexcept {
 /// several entries it takes the first in byte order.
 bool FindInDirectory(const char* directory, char* name, std::size_t length) noexcept {
     const std::string_view wanted(name, length);
-    if (std::none_of(wanted.begin(), wanted.end(), IsLetter)) return false;  // no other case exists
+    if (std::none_of(wanted.begin(), wanted.end(), base::IsAsciiLetter)) return false;  // no other case exists
     DIR* const stream = ::opendir(directory);
     if (stream == nullptr) return false;
     bool found = false;
@@ -105,12 +102,9 @@ DWORD CorrectPath(char* path) noexcept {
     return PathExists(path) || CorrectName(path, last) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND;
 }
 
-int OpenNative(const char* path) noexcept {
-    int descriptor = -1;
-    do {
-        descriptor = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    } while (descriptor < 0 && errno == EINTR);
-    return descriptor;
+base::FileDescriptor OpenNative(const char* path) noexcept {
+    return base::FileDescriptor(
+        base::RetryInterrupted([=] { return ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
 }
 
 int Fail(DWORD error, int value) noexcept {
@@ -152,32 +146,16 @@ int OpenForReading(const char* modulePath, ULONGLONG* length) noexcept {
     if (const DWORD error = name.Set(modulePath)) {
         return Fail(error, error == ERROR_FILENAME_EXCED_RANGE ? ENAMETOOLONG : ENOENT);
     }
-    int descriptor = OpenNative(name.Get());
-    if (descriptor < 0 && (errno == ENOENT || errno == ENOTDIR)) {
+    base::FileDescriptor file = OpenNative(name.Get());
+    if (!file.IsOpen() && (errno == ENOENT || errno == ENOTDIR)) {
         if (const DWORD error = name.CorrectCase()) return Fail(error, ENOENT);
-        descriptor = OpenNative(name.Get());
+        file = OpenNative(name.Get());
     }
-    if (descriptor < 0) return Fail(ErrorFromErrno(errno), errno);
+    if (!file.IsOpen()) return Fail(ErrorFromErrno(errno), errno);
     struct stat status {};
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
-        if (length != nullptr) *length = static_cast<ULONGLONG>(status.st_size);
-        return descriptor;
-    }
-    ::close(descriptor);
-    return Fail(ERROR_ACCESS_DENIED, EACCES);
-}
-
-std::size_t ReadFully(int descriptor, void* buffer, std::size_t count, ULONGLONG offset) noexcept {
-    constexpr std::size_t kMaximum = 1 << 30;  // of one call, well below the system's limit
-    std::size_t done = 0;
-    while (done < count) {
-        const ssize_t got = ::pread(descriptor, static_cast<char*>(buffer) + done, std::min(count - done, kMaximum),
-                                    static_cast<off_t>(offset + done));
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) break;
-        done += static_cast<std::size_t>(got);
-    }
-    return done;
+    if (::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return Fail(ERROR_ACCESS_DENIED, EACCES);
+    if (length != nullptr) *length = static_cast<ULONGLONG>(status.st_size);
+    return file.Release();
 }
 
 }  // namespace zel::system

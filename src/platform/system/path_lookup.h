@@ -41,9 +41,4 @@ class NativeName {
 /// @return the descriptor, or -1 with the last error and errno set.
 int OpenForReading(const char* modulePath, ULONGLONG* length = nullptr) noexcept;
 
-/// Reads `count` bytes at `offset`, fewer at the end of the file or after an error. The descriptor's own position does
-/// not change.
-/// @return the bytes read.
-std::size_t ReadFully(int descriptor, void* buffer, std::size_t count, ULONGLONG offset) noexcept;
-
 }  // namespace zel::system

@@ -44,8 +44,26 @@ Interval IntervalOf(const host::NumberRange& range) {
     const std::string_view first = WithoutLeadingDot(range.first), last = WithoutLeadingDot(range.last);
     if (CountDigits(first) != first.size() || CountDigits(last) != last.size()) return {};
     const Interval interval{MessageNumberOf(first), MessageNumberOf(last)};
-    const bool valid = interval.last >= 1 && interval.last <= kLargestNumber && interval.first <= interval.last;
+    const bool valid = interval.last >= 1 && interval.last <= kLargestMessageNumber && interval.first <= interval.last;
     return valid ? interval : Interval{};
+}
+
+/// The directory of the font files that the module uses.
+std::string FontDirectoryOf(const run::BatchRequest& request) {
+    if (request.fonts) return host::AbsolutePath(*request.fonts);
+    const std::string messages = host::AbsolutePath(run::MessageDirectoryOf(request.disk));
+    return system::NativePath(host::MachineDirectory(system::ModulePath(messages)).c_str());
+}
+
+recorder::RecorderOptions RecorderOptionsOf(const BatchArguments& arguments, recorder::FileDigests& digests) {
+    recorder::RecorderOptions options;
+    options.context.disk = arguments.name.value_or("");
+    options.context.font_directory = FontDirectoryOf(arguments.request);
+    options.context.options = recorder::DescribeOptions(arguments.request.host, digests);
+    options.library = arguments.library;
+    options.directory = arguments.directory;
+    options.jobs = static_cast<std::size_t>(arguments.jobs);
+    return options;
 }
 
 /// Reports the numbers of a batch that records nothing.
@@ -76,7 +94,7 @@ class BatchCommand {
     RunObservers m_observers;
     std::unique_ptr<OutputFile> m_report;
     recorder::FileDigests m_digests;
-    recorder::RecorderOptions m_recorder_options;
+    const recorder::RecorderOptions m_recorder_options;
     BatchProgress m_progress;
 };
 
@@ -87,20 +105,10 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
       m_interval(IntervalOf(arguments.range)),
       m_settings(arguments.settings),
       m_observers(arguments.trace, arguments.pixels),
+      m_recorder_options(RecorderOptionsOf(arguments, m_digests)),
       m_progress(StyleFor(arguments.trace), m_interval.last - m_interval.first + 1) {
     m_request.ranges = {arguments.range};
     if (arguments.report) m_report = std::make_unique<OutputFile>(*arguments.report);
-    m_recorder_options.context.disk = arguments.name.value_or("");
-    m_recorder_options.context.font_directory =
-        m_request.fonts
-            ? host::AbsolutePath(*m_request.fonts)
-            : system::NativePath(host::MachineDirectory(
-                                     system::ModulePath(host::AbsolutePath(run::MessageDirectoryOf(m_request.disk))))
-                                     .c_str());
-    m_recorder_options.context.options = recorder::DescribeOptions(m_request.host, m_digests);
-    m_recorder_options.library = arguments.library;
-    m_recorder_options.directory = arguments.directory;
-    m_recorder_options.jobs = static_cast<std::size_t>(arguments.jobs);
 }
 
 // Numbers whose recording is up to date are not imported again. Files that they lack are written from the library.
@@ -132,7 +140,7 @@ run::BatchOutcome BatchCommand::RunModule() {
         m_observers.Add(items);
     }
     if (m_request.warnings) m_observers.PrintWarnings();
-    const run::BatchOutcome outcome = run::RunBatch(m_request, m_observers.All());
+    run::BatchOutcome outcome = run::RunBatch(m_request, m_observers.All());
     if (recorder) recorder->Finish();
     return outcome;
 }

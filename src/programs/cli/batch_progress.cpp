@@ -1,9 +1,12 @@
 #include "programs/cli/batch_progress.h"
 
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 
 #include <nlohmann/json.hpp>
+
+#include "base/text.h"
 
 namespace zel::cli {
 
@@ -11,14 +14,8 @@ namespace {
 
 constexpr std::size_t kMaxShownReasons = 20;
 
-std::string Name(int number) {
-    char name[16];
-    std::snprintf(name, sizeof name, ".%04d", number);
-    return name;
-}
-
 std::string Clock(double seconds) {
-    const long whole = static_cast<long>(seconds + 0.5);
+    const long whole = std::lround(seconds);
     char text[32];
     std::snprintf(text, sizeof text, "%ld:%02ld", whole / 60, whole % 60);
     return text;
@@ -36,7 +33,7 @@ BatchProgress::BatchProgress(Style style, int total)
 
 void BatchProgress::Add(const recorder::RecordedItem& recorded) {
     const host::BatchItem& item = recorded.item;
-    std::string line = Name(item.number);
+    std::string line = base::NumberedName(item.number);
     switch (item.outcome) {
         case host::ItemOutcome::kRecorded:
             ++m_recorded;
@@ -76,8 +73,7 @@ void BatchProgress::DrawLine() {
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - m_begin).count();
     const double rate = done / std::max(seconds, 1e-6);
     m_line.Draw(std::to_string(m_unchanged + done) + " of " + std::to_string(m_total) + ": " + Counts() + "; " +
-                std::to_string(static_cast<long>(rate + 0.5)) + " per second, " + Clock(left / std::max(rate, 1e-6)) +
-                " left");
+                std::to_string(std::lround(rate)) + " per second, " + Clock(left / std::max(rate, 1e-6)) + " left");
 }
 
 void BatchProgress::Close() {
@@ -85,7 +81,7 @@ void BatchProgress::Close() {
     if (m_style == Style::kOneLine) {
         m_line.Clear();
         for (std::size_t i = 0; i < m_failures.size() && i < kMaxShownReasons; ++i) {
-            std::cout << Name(m_failures[i].first) << " failed: " << m_failures[i].second << "\n";
+            std::cout << base::NumberedName(m_failures[i].first) << " failed: " << m_failures[i].second << "\n";
         }
         if (m_failures.size() > kMaxShownReasons) std::cout << m_failures.size() - kMaxShownReasons << " more failed\n";
         if (!m_warnings.empty()) std::cout << m_warnings.size() << " with warnings\n";

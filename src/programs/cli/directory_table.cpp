@@ -1,14 +1,15 @@
 #include "programs/cli/directory_table.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <map>
 #include <set>
 
+#include "base/text_columns.h"
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
 #include "inspect/words.h"
-#include "programs/cli/text_columns.h"
 
 namespace zel::cli {
 
@@ -29,33 +30,25 @@ DirectoryEntry Inspect(const fs::path& file, const std::string& name) {
     return entry;
 }
 
-// The columns of a line.
-struct Cells {
-    std::string name, kind, size, verdict, contents;
-};
-
-Cells CellsOf(const DirectoryEntry& entry) {
+// Name, kind, size, verdict, contents.
+std::vector<std::string> CellsOf(const DirectoryEntry& entry) {
     const std::string name = inspect::Printable(entry.name);
     if (!entry.report) return {name, "", "", "unreadable", entry.error};
     const inspect::FileReport& report = *entry.report;
-    Cells cells{name, inspect::KindName(report.kind), inspect::Number(report.size), "", inspect::Contents(report)};
+    const auto cells = [&](const std::string& verdict, const std::string& contents) -> std::vector<std::string> {
+        return {name, inspect::KindName(report.kind), inspect::Number(report.size), verdict, contents};
+    };
     switch (report.verdict) {
         case Verdict::kWhole:
-            cells.verdict = "whole";
             break;
         case Verdict::kReadable:
-            cells.verdict = Count(report.defects.size(), "defect");
-            break;
+            return cells(Count(report.defects.size(), "defect"), inspect::Contents(report));
         case Verdict::kBroken:
-            cells.verdict = "broken";
-            cells.contents = report.reason;
-            break;
+            return cells("broken", report.reason);
         case Verdict::kForeign:
-            cells.verdict = "-";
-            cells.contents = report.reason;
-            break;
+            return cells("-", report.reason);
     }
-    return cells;
+    return cells("whole", inspect::Contents(report));
 }
 
 // The number in the name of a font file: a dot and digits.
@@ -87,24 +80,12 @@ DirectoryTable::DirectoryTable(const std::string& directory) : m_directory(direc
 }
 
 std::string DirectoryTable::Text() const {
-    std::vector<Cells> lines;
-    std::size_t name = 0, kind = 0, size = 0, verdict = 0;
-    for (const DirectoryEntry& entry : m_entries) {
-        const Cells& cells = lines.emplace_back(CellsOf(entry));
-        name = std::max(name, Characters(cells.name));
-        kind = std::max(kind, Characters(cells.kind));
-        size = std::max(size, Characters(cells.size));
-        verdict = std::max(verdict, Characters(cells.verdict));
-    }
-    std::string text = inspect::Printable(m_directory) + ": " + (m_entries.empty() ? "no files" : Totals()) + "\n";
-    for (const Cells& cells : lines) {
-        std::string line = "  " + Padded(cells.name, name) + "  " + Padded(cells.kind, kind) + "  " +
-                           Padded(cells.size, size, true) + "  " + Padded(cells.verdict, verdict) + "  " +
-                           cells.contents;
-        line.erase(line.find_last_not_of(' ') + 1);
-        text += line + "\n";
-    }
-    return text + MissingFonts();
+    std::vector<std::vector<std::string>> lines;
+    lines.reserve(m_entries.size());
+    for (const DirectoryEntry& entry : m_entries) lines.push_back(CellsOf(entry));
+    constexpr base::ColumnStyle kLeft{}, kRight{base::Align::kRight};
+    return inspect::Printable(m_directory) + ": " + (m_entries.empty() ? "no files" : Totals()) + "\n" +
+           base::TableText(lines, std::array{kLeft, kLeft, kRight, kLeft, kLeft}) + MissingFonts();
 }
 
 std::string DirectoryTable::Totals() const {

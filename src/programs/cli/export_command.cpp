@@ -7,9 +7,10 @@
 
 #include <CLI/App.hpp>
 
+#include "base/text.h"
 #include "host/export/export_formats.h"
 #include "host/export/export_job.h"
-#include "host/export/library_shelf.h"
+#include "host/export/library_export_service.h"
 #include "host/library/library.h"
 #include "host/run/export_run.h"
 #include "programs/cli/diagnostics.h"
@@ -55,8 +56,7 @@ std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& 
     if (failures.empty() && summary.messages == 0) return arguments.library + ": contains no message of this range";
     if (failures.empty()) return {};
     for (const std::string& failure : failures) PrintNote(failure);
-    return std::to_string(failures.size()) + (failures.size() == 1 ? " file" : " files") +
-           " could not be exported, the first: " + failures.front();
+    return base::Counted(failures.size(), "file") + " could not be exported, the first: " + failures.front();
 }
 
 ExitCode RunExportCommand(const ExportArguments& arguments) {
@@ -64,18 +64,18 @@ ExitCode RunExportCommand(const ExportArguments& arguments) {
     library::Library library(arguments.library, library::Access::kRead);
     RunObservers observers(arguments.trace);
     exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options, arguments.jobs);
-    exporter::LibraryShelf shelf(library, DiskOf(library, arguments), job);
+    exporter::LibraryExportService service(library, DiskOf(library, arguments), job);
     HandleInterrupts();
     const run::ExportOutcome outcome =
-        run::RunExport({arguments.range, arguments.directory, &shelf, false, WasInterrupted}, observers.All());
+        run::RunExport({arguments.range, arguments.directory, &service, false, WasInterrupted}, observers.All());
     observers.CommitTrace();
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(arguments.library + ": " + outcome.failure);
     const exporter::ExportSummary summary = job.Finish();
     if (!observers.TraceIsStandardOutput()) {
-        std::cout << summary.messages << (summary.messages == 1 ? " message, " : " messages, ") << summary.files
+        std::cout << base::Counted(static_cast<std::uint64_t>(summary.messages), "message") << ", " << summary.files
                   << " files in " << arguments.directory << std::endl;
     }
-    const std::string failure = Failure(arguments, outcome, summary, shelf.Failures());
+    const std::string failure = Failure(arguments, outcome, summary, service.Failures());
     if (!failure.empty()) throw CommandError(failure);
     settings.PrintAnyNote();
     return ExitCode::kDone;

@@ -6,6 +6,8 @@
 
 #include <CLI/App.hpp>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "host/module_text.h"
 #include "host/picture/glyph_sheet.h"
 #include "host/picture/png_writer.h"
@@ -34,7 +36,7 @@ struct FontSummary {
 };
 
 FontSummary Summarize(const tag_font_memory& slot) {
-    FontSummary summary{host::Utf8FromBytes(slot.font_header->Name()), slot.font_header->font_height};
+    FontSummary summary{base::Utf8FromLatin1(slot.font_header->Name()), slot.font_header->font_height};
     for (unsigned code = 0; code < kDirectoryEntries; ++code) summary.glyphs += slot.Entry(code)->HasGlyph() ? 1 : 0;
     return summary;
 }
@@ -53,7 +55,7 @@ void PrintSheetNotes(const picture::GlyphSheet& sheet) {
 ExitCode RunFontCommand(const FontArguments& arguments) {
     const SettingsScope settings(arguments.settings);
     // Opened first, so that an output that cannot be written is reported before the module runs.
-    const std::string png = arguments.png ? CheckPlainOutput(*arguments.png) : std::string();
+    const std::string png = arguments.png ? CheckRegularOutput(*arguments.png) : std::string();
     RunObservers observers(arguments.trace);
     if (arguments.request.warnings) observers.PrintWarnings();
     FontSummary summary;
@@ -69,7 +71,7 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     PrintSheetNotes(sheet);
     if (!observers.TraceIsStandardOutput()) {
         std::cout << arguments.request.file << ": \"" << summary.name << "\", height " << summary.height << ", "
-                  << summary.glyphs << (summary.glyphs == 1 ? " glyph" : " glyphs")
+                  << base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph")
                   << (arguments.png ? "; wrote " + *arguments.png : "") << std::endl;
     }
     settings.PrintAnyNote();

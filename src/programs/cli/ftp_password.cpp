@@ -6,8 +6,8 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
+#include "base/file_descriptor.h"
 #include "host/ftp/netrc.h"
 #include "programs/cli/command.h"
 #include "programs/cli/diagnostics.h"
@@ -19,31 +19,16 @@ namespace {
 
 constexpr std::size_t kMaxNetrcSize = 1U << 20;
 
-class File {
-  public:
-    explicit File(const char* path) : m_descriptor(open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {}
-    ~File() {
-        if (m_descriptor >= 0) close(m_descriptor);
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    int Get() const { return m_descriptor; }
-
-  private:
-    int m_descriptor;
-};
-
 // The text of a netrc file; nothing if it is missing or not a regular file.
 std::optional<std::string> ReadNetrc(const std::string& path) {
-    const File file(path.c_str());
+    const base::FileDescriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
-    if (file.Get() < 0 || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
     if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
         throw CommandError(path + ": ignored because other users can read it; run chmod 600 on it");
     }
     std::string text(std::min(static_cast<std::size_t>(status.st_size), kMaxNetrcSize), '\0');
-    const ssize_t count = read(file.Get(), text.data(), text.size());
-    text.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+    text.resize(base::ReadFully(file.Get(), text.data(), text.size()));
     return text;
 }
 

@@ -6,6 +6,7 @@
 
 #include <CLI/App.hpp>
 
+#include "base/text.h"
 #include "host/document/indented_json.h"
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
@@ -31,10 +32,6 @@ struct ImportArguments {
     bool fields = false;
 };
 
-std::string CountOf(std::size_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 class Import {
   public:
     explicit Import(const ImportArguments& arguments);
@@ -58,7 +55,7 @@ class Import {
 // Opens the outputs, so that one that cannot be written is reported before the module runs.
 Import::Import(const ImportArguments& arguments)
     : m_arguments(arguments), m_settings(arguments.settings), m_observers(arguments.trace, arguments.pixels) {
-    if (arguments.png) m_png = CheckPlainOutput(*arguments.png);
+    if (arguments.png) m_png = CheckRegularOutput(*arguments.png);
     if (arguments.json) m_json = std::make_unique<OutputFile>(*arguments.json);
 }
 
@@ -116,8 +113,8 @@ void Import::PrintSummary(const run::ImportOutcome& outcome) const {
         std::size_t characters = 0;
         for (const document::CharacterRecord& character : outcome.message->characters)
             characters += character.info.slot >= 0 ? 1 : 0;
-        line += CountOf(outcome.message->rows.size(), "row") + ", " + CountOf(characters, "character");
-        if (!outcome.message->tabs.empty()) line += ", " + CountOf(outcome.message->tabs.size(), "tab field");
+        line += base::Counted(outcome.message->rows.size(), "row") + ", " + base::Counted(characters, "character");
+        if (!outcome.message->tabs.empty()) line += ", " + base::Counted(outcome.message->tabs.size(), "tab field");
         for (const std::string& warning : document::WarningsOf(*outcome.message)) PrintNote(warning);
     }
     if (!m_written.empty()) line += "; wrote " + m_written.substr(2);

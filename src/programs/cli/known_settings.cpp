@@ -2,50 +2,22 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <string_view>
 
-#include "platform/script/memory_settings_store.h"
+#include "base/fold_case.h"
 
 namespace zel::cli {
 
-namespace {
-
-using enum SettingKind;
-
-constexpr KnownSetting kKnown[] = {
-    {"ZELFNTSaveOptions", "SkipWarnings", kNumber},
-    {"ZELFTPSaveOptions", "DialogX", kNumber},
-    {"ZELFTPSaveOptions", "DialogY", kNumber},
-    {"ZELFTPSaveOptions", "IPAddress", kText},
-    {"ZELFTPSaveOptions", "MessageNumber", kText},
-    {"ZELFTPSaveOptions", "OverwriteAll", kNumber},
-    {"ZELFTPSaveOptions", "Passive FTP Transfer", kNumber},
-    {"ZELFTPSaveOptions", "Password", kPassword},
-    {"ZELFTPSaveOptions", "SavePassword", kNumber},
-    {"ZELFTPSaveOptions", "Username", kText},
-    // The FTP dialog reads this section as a fallback and never writes it.
-    {"RGBFTPSaveOptions", "IPAddress", kText},
-    {"RGBFTPSaveOptions", "Password", kPassword},
-    {"RGBFTPSaveOptions", "SavePassword", kNumber},
-    {"RGBFTPSaveOptions", "Username", kText},
-};
-
-bool SameName(std::string_view a, std::string_view b) {
-    const script::NameLess less;
-    return !less(a, b) && !less(b, a);
-}
-
-}  // namespace
-
 const KnownSetting* FindKnownSetting(const std::string& section, const std::string& entry) {
-    const auto* const found = std::ranges::find_if(kKnown, [&](const KnownSetting& known) {
-        return SameName(known.section, section) && SameName(known.entry, entry);
+    const auto* const found = std::ranges::find_if(stored::kSettings, [&](const KnownSetting& known) {
+        return base::EqualsFolded(known.section, section) && base::EqualsFolded(known.entry, entry);
     });
-    return found != std::end(kKnown) ? found : nullptr;
+    return found != std::end(stored::kSettings) ? found : nullptr;
 }
 
 std::string RecentList::Key() const {
-    return std::string("Software\\Kovesh\\Tavro\\ZelTrans\\") + name;
+    return std::string(stored::kRecentListsKey) + "\\" + name;
 }
 
 std::optional<int> RecentList::Index(const std::string& value_name) const {
@@ -53,25 +25,28 @@ std::optional<int> RecentList::Index(const std::string& value_name) const {
         std::string_view(value_name).substr(std::min(value_name.rfind(' ') + 1, value_name.size()));
     int index = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), index);
-    return index >= 0 && SameName(value_name, ValueName(index)) ? std::optional(index) : std::nullopt;
+    return index >= 0 && base::EqualsFolded(value_name, ValueName(index)) ? std::optional(index) : std::nullopt;
 }
 
 const std::vector<RecentList>& RecentLists() {
-    static const std::vector<RecentList> lists = {
-        {"FontDir"}, {"MessageDir"}, {"FTPLocalDir"}, {"FTPRemoteDir"}, {"FTPIpAddr"}};
+    static const std::vector<RecentList> lists = [] {
+        std::vector<RecentList> all;
+        for (const char* name : stored::kRecentLists) all.push_back({name});
+        return all;
+    }();
     return lists;
 }
 
 const RecentList* FindRecentList(const std::string& name) {
-    const auto found =
-        std::ranges::find_if(RecentLists(), [&](const RecentList& list) { return SameName(list.name, name); });
+    const auto found = std::ranges::find_if(
+        RecentLists(), [&](const RecentList& list) { return base::EqualsFolded(list.name, name); });
     return found != RecentLists().end() ? &*found : nullptr;
 }
 
 std::string KnownNames() {
     std::string text;
-    const char* section = "";
-    for (const KnownSetting& known : kKnown) {
+    std::string_view section;
+    for (const KnownSetting& known : stored::kSettings) {
         text += section == known.section ? ", " : std::string("\n  ") + known.section + ": ";
         section = known.section;
         text += std::string_view(known.entry).find(' ') == std::string_view::npos

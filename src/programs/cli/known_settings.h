@@ -4,17 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "module/contract/stored_settings.h"
+
 namespace zel::cli {
 
-/// The settings that the module reads. Names are compared ignoring the case of ASCII letters.
+// The settings of the module by name. Names are compared ignoring the case of ASCII letters.
 
-enum class SettingKind { kNumber, kText, kPassword };
-
-struct KnownSetting {
-    const char* section;
-    const char* entry;
-    SettingKind kind;
-};
+using stored::kRecentEntries;
+using stored::SettingKind;
+using KnownSetting = stored::Setting;
 
 /// The setting of these names; null for none.
 const KnownSetting* FindKnownSetting(const std::string& section, const std::string& entry);
@@ -28,10 +26,6 @@ struct RecentList {
     /// The index in the name of a value; nothing if the value does not belong to the list.
     std::optional<int> Index(const std::string& value_name) const;
 };
-/// The module reads the entries from 0 to 9.
-inline constexpr int kRecentEntries = 10;
-/// In characters; the module reads an entry into a buffer of 260 with the NUL.
-inline constexpr std::size_t kLongestRecentText = 259;
 
 const std::vector<RecentList>& RecentLists();
 const RecentList* FindRecentList(const std::string& name);

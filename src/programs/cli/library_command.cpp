@@ -7,12 +7,14 @@
 
 #include <CLI/App.hpp>
 
+#include "base/text.h"
 #include "host/library/library.h"
 #include "module/contract/message_id.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/library_table.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_file.h"
+#include "programs/cli/recording_text.h"
 
 namespace zel::cli {
 
@@ -39,7 +41,7 @@ library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& a
         found.push_back({disk, arguments.number});
         disks += (disks.empty() ? "" : ", ") + DiskName(disk);
     }
-    const std::string what = arguments.library + ": message " + NumberName(arguments.number);
+    const std::string what = arguments.library + ": message " + base::NumberedName(arguments.number);
     if (found.size() > 1) {
         throw CommandError(what + " is recorded from several disks; choose one with --disk: " + disks);
     }
@@ -51,7 +53,7 @@ library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& a
 ExitCode PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
     const auto with_warnings = static_cast<std::size_t>(
         std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
-    std::cout << arguments.library << ": " << CountOf(entries.size(), "recording")
+    std::cout << arguments.library << ": " << base::Counted(entries.size(), "recording")
               << (with_warnings != 0 ? ", " + std::to_string(with_warnings) + " with warnings" : "") << '\n'
               << LibraryTable(entries);
     return ExitCode::kDone;
@@ -65,59 +67,6 @@ ExitCode SearchLibrary(const LibraryArguments& arguments) {
     std::string query;
     for (const std::string& word : arguments.words) query += word + ' ';
     return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).Search(query));
-}
-
-void PrintLabelled(const std::string& label, const std::string& text) {
-    if (!text.empty()) std::cout << "  " << label << std::string(12 - label.size(), ' ') << text << '\n';
-}
-
-void PrintEach(const std::string& title, const std::vector<std::string>& lines) {
-    if (!lines.empty()) std::cout << "\n  " << title << '\n';
-    for (const std::string& line : lines) std::cout << "    " << TerminalText(line) << '\n';
-}
-
-std::vector<std::string> LinesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find('\n', begin), text.size());
-        lines.push_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    return lines;
-}
-
-std::vector<std::string> FieldLines(const library::Recording& recording) {
-    std::vector<std::string> lines;
-    for (const library::RecordedField& field : recording.fields) {
-        lines.push_back((field.name.empty() ? "unnamed" : field.name) + ": " + std::to_string(field.left) + ", " +
-                        std::to_string(field.top) + " to " + std::to_string(field.right) + ", " +
-                        std::to_string(field.bottom));
-    }
-    return lines;
-}
-
-std::vector<std::string> SourceLines(const library::Recording& recording) {
-    std::vector<std::string> lines;
-    for (const library::SourceFile& source : recording.sources) {
-        lines.push_back(source.path + (source.sha256.empty() ? ", missing" : ", sha256 " + source.sha256));
-    }
-    return lines;
-}
-
-void PrintRecording(const LibraryArguments& arguments, const library::Recording& recording) {
-    std::cout << arguments.library << ": " << KindName(recording.kind) << ' ' << NumberName(recording.number) << '\n';
-    PrintLabelled("Disk", TerminalText(recording.disk));
-    PrintLabelled("Recorded", TerminalText(recording.recorded_at));
-    PrintLabelled("Options", TerminalText(recording.options));
-    PrintLabelled("Lines", std::to_string(ActiveLines(recording.standard)));
-    PrintLabelled("Picture", recording.picture.empty() ? "none"
-                                                       : std::to_string(recording.width) + " x " +
-                                                             std::to_string(recording.height) + " pixels");
-    PrintEach("Text", LinesOf(recording.text));
-    PrintEach("Fonts", recording.fonts);
-    PrintEach("Tab fields", FieldLines(recording));
-    PrintEach("Made from", SourceLines(recording));
-    PrintEach("Warnings", recording.warnings);
 }
 
 // An output that the recording does not contain is not written.
@@ -137,7 +86,7 @@ ExitCode ShowRecording(const LibraryArguments& arguments) {
     library::Library library(arguments.library, library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": another program removed the recording");
-    if (!arguments.png && !arguments.json) PrintRecording(arguments, *recording);
+    if (!arguments.png && !arguments.json) std::cout << arguments.library << ": " << RecordingText(*recording);
     WritePart(arguments.png, recording->picture, "picture");
     WritePart(arguments.json, recording->document.empty() ? "" : recording->document + '\n', "document");
     return ExitCode::kDone;
@@ -160,7 +109,7 @@ ExitCode RemoveRecording(const LibraryArguments& arguments) {
         return KeyOf(library, arguments);
     }();
     library::Library(arguments.library, library::Access::kWrite).Remove(key);
-    std::cout << arguments.library << ": removed " << NumberName(key.number)
+    std::cout << arguments.library << ": removed " << base::NumberedName(key.number)
               << (key.disk.empty() ? "" : " from " + DiskName(key.disk)) << '\n';
     return ExitCode::kDone;
 }
@@ -168,7 +117,7 @@ ExitCode RemoveRecording(const LibraryArguments& arguments) {
 void AddNumber(CLI::App& command, LibraryArguments& arguments) {
     const auto take = [&arguments](const std::string& text) {
         const std::string_view digits = WithoutLeadingDot(text);
-        if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestNumber) {
+        if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestMessageNumber) {
             throw CLI::ValidationError("NUMBER", '"' + text + "\" is not a number from 0 to 9999");
         }
         arguments.number = MessageNumberOf(digits);

@@ -12,14 +12,8 @@ namespace zel::cli {
 /// each invalid byte of UTF-8.
 std::string TerminalText(std::string_view text);
 
-/// The file name of a message number, ".0012".
-std::string NumberName(int number);
-
 /// "message", "RGBA object" or "RGBA background".
 std::string KindName(library::RecordingKind kind);
-
-/// "1 recording", "2 recordings".
-std::string CountOf(std::size_t count, const std::string& what);
 
 /// One line per recording: number, disk (if any has a name), kind, number of warnings, first line of text.
 std::string LibraryTable(const std::vector<library::LibraryEntry>& entries);

@@ -1,11 +1,16 @@
 #include "programs/cli/output_file.h"
 
+#include <array>
 #include <cerrno>
 #include <filesystem>
+#include <optional>
+#include <streambuf>
 #include <system_error>
 
-#include <unistd.h>
+#include <fcntl.h>
 
+#include "base/file_descriptor.h"
+#include "base/whole_file.h"
 #include "programs/cli/command.h"
 
 namespace zel::cli {
@@ -22,13 +27,13 @@ namespace fs = std::filesystem;
     Fail(path, std::generic_category().message(errno != 0 ? errno : EIO));
 }
 
-// What the path leads to: the file behind a link, which need not be there yet, so that the link stays a link.
+// The target of a link, which need not exist yet, so that the link remains a link.
 std::string TargetOf(const std::string& path) {
-    constexpr int kMostLinks = 40;  // as the system follows
+    constexpr int kMaxLinks = 40;  // the system's own limit
     fs::path target = path;
     std::error_code error;
     for (int links = 0; fs::is_symlink(fs::symlink_status(target, error)); ++links) {
-        if (links == kMostLinks) Fail(path, std::generic_category().message(ELOOP));
+        if (links == kMaxLinks) Fail(path, std::generic_category().message(ELOOP));
         const fs::path next = fs::read_symlink(target, error);
         if (error) Fail(path, error.message());
         target = target.parent_path() / next;
@@ -38,23 +43,51 @@ std::string TargetOf(const std::string& path) {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& path) : m_path(path), m_target(TargetOf(path)) {
-    std::error_code error;
-    const fs::file_status status = fs::status(m_target, error);
-    if (fs::is_directory(status)) Fail(path, "it is a directory");
-    // A device has no name beside it that could take its place.
-    if (!fs::exists(status) || fs::is_regular_file(status)) m_draft = m_target + ".part-" + std::to_string(getpid());
-    errno = 0;
-    m_stream.open(m_draft.empty() ? m_target : m_draft, std::ios::binary | std::ios::trunc);
-    if (!m_stream) FailErrno(path);
-}
+/// The device, or the unfinished file, that the stream writes to.
+class OutputFile::Target : public std::streambuf {
+  public:
+    explicit Target(const std::string& path) {
+        const std::string target = TargetOf(path);
+        std::error_code error;
+        const fs::file_status status = fs::status(target, error);
+        if (fs::is_directory(status)) Fail(path, "it is a directory");
+        if (status.type() == fs::file_type::none) Fail(path, error.message());
+        if (fs::exists(status) && !fs::is_regular_file(status)) {
+            m_device = base::FileDescriptor(open(target.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+            if (!m_device.IsOpen()) FailErrno(path);
+        } else if (!m_file.emplace(target).IsOpen()) {
+            FailErrno(path);
+        }
+        setp(m_buffer.data(), m_buffer.data() + m_buffer.size());
+    }
 
-OutputFile::~OutputFile() {
-    if (m_draft.empty()) return;
-    m_stream.close();
-    std::error_code ignored;
-    fs::remove(m_draft, ignored);
-}
+    /// Writes the buffer.
+    /// @return false with errno set.
+    bool Flush() {
+        const std::string_view bytes(pbase(), static_cast<std::size_t>(pptr() - pbase()));
+        setp(m_buffer.data(), m_buffer.data() + m_buffer.size());
+        return base::WriteFully(m_file ? m_file->Descriptor() : m_device.Get(), bytes);
+    }
+
+    bool Commit() { return Flush() && (!m_file || (m_file->Sync() && m_file->Commit())); }
+
+  private:
+    int_type overflow(int_type c) override {
+        if (!Flush()) return traits_type::eof();
+        return traits_type::eq_int_type(c, traits_type::eof()) ? traits_type::not_eof(c)
+                                                               : sputc(traits_type::to_char_type(c));
+    }
+    int sync() override { return Flush() ? 0 : -1; }
+
+    std::optional<base::UnfinishedFile> m_file;
+    base::FileDescriptor m_device;
+    std::array<char, 1 << 14> m_buffer;
+};
+
+OutputFile::OutputFile(const std::string& path)
+    : m_path(path), m_target(std::make_unique<Target>(path)), m_stream(m_target.get()) {}
+
+OutputFile::~OutputFile() = default;
 
 void OutputFile::Write(std::string_view text) {
     errno = 0;
@@ -63,24 +96,18 @@ void OutputFile::Write(std::string_view text) {
 }
 
 void OutputFile::Commit() {
-    // What failed while the module ran has left no reason behind.
+    // errno of a write that failed earlier is lost.
     if (!m_stream) Fail(m_path, "not everything could be written");
     errno = 0;
-    m_stream.close();
-    if (!m_stream) FailErrno(m_path);
-    if (m_draft.empty()) return;
-    std::error_code error;
-    fs::rename(m_draft, m_target, error);
-    if (error) Fail(m_path, error.message());
-    m_draft.clear();
+    if (!m_target->Commit()) FailErrno(m_path);
 }
 
-std::string CheckPlainOutput(const std::string& path) {
+std::string CheckRegularOutput(const std::string& path) {
     const OutputFile probe(path);
     std::string target = TargetOf(path);
     std::error_code error;
     const fs::file_status status = fs::status(target, error);
-    if (fs::exists(status) && !fs::is_regular_file(status)) Fail(path, "it is no plain file");
+    if (fs::exists(status) && !fs::is_regular_file(status)) Fail(path, "it is not a regular file");
     return target;
 }
 

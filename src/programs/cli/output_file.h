@@ -1,17 +1,16 @@
 #pragma once
 
-#include <fstream>
-#include <iosfwd>
+#include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 
 namespace zel::cli {
 
-/// A file that appears whole or not at all: written under another name beside it, which takes its place at the end. A
-/// device or a pipe is written as it stands.
+/// An output file that appears whole or not at all, even if the machine stops. A device or a pipe is written directly.
 class OutputFile {
   public:
-    /// @throws CommandError when the file can't be written.
+    /// @throws CommandError if the file cannot be written.
     explicit OutputFile(const std::string& path);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
@@ -19,23 +18,25 @@ class OutputFile {
 
     std::ostream& Stream() noexcept { return m_stream; }
 
-    /// Writes a text that is there as a whole.
+    /// Writes a complete text.
     /// @throws CommandError with the reason.
     void Write(std::string_view text);
 
-    /// @throws CommandError when not everything could be written; the file is then as it was.
+    /// Gives the file its name.
+    /// @throws CommandError if not everything could be written; an existing file is then unchanged.
     void Commit();
 
   private:
-    std::string m_path;    // as the user gave it
-    std::string m_target;  // what links lead to
-    std::string m_draft;   // empty for a device
-    std::ofstream m_stream;
+    class Target;
+
+    std::string m_path;  // as the user gave it
+    std::unique_ptr<Target> m_target;
+    std::ostream m_stream;
 };
 
-/// Sees to it that a plain file can be written under a path.
-/// @return the path, or what a link of that path leads to.
-/// @throws CommandError when it can't, or when something else is there.
-std::string CheckPlainOutput(const std::string& path);
+/// Checks that a regular file can be written under a path.
+/// @return the path, or the target of a link of that path.
+/// @throws CommandError if it cannot, or if it is another kind of file.
+std::string CheckRegularOutput(const std::string& path);
 
 }  // namespace zel::cli

@@ -1,12 +1,12 @@
 #include "programs/cli/password_prompt.h"
 
 #include <array>
-#include <string_view>
 
 #include <fcntl.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include "base/file_descriptor.h"
 #include "host/ftp/remote_name.h"
 #include "programs/cli/command.h"
 
@@ -15,25 +15,6 @@ namespace zel::cli {
 namespace {
 
 constexpr char kCancelKey = 3;  // Ctrl-C
-
-class Terminal {
-  public:
-    Terminal() : m_descriptor(open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC)) {}
-    ~Terminal() {
-        if (IsOpen()) close(m_descriptor);
-    }
-    Terminal(const Terminal&) = delete;
-    Terminal& operator=(const Terminal&) = delete;
-
-    bool IsOpen() const { return m_descriptor >= 0; }
-    int Get() const { return m_descriptor; }
-    void Print(std::string_view text) const {
-        [[maybe_unused]] const ssize_t written = write(m_descriptor, text.data(), text.size());
-    }
-
-  private:
-    int m_descriptor;
-};
 
 // Turns off the echo while it exists. Ctrl-C then ends the line and sends no signal, so that the terminal's mode is
 // always restored.
@@ -58,19 +39,19 @@ class EchoOff {
 }  // namespace
 
 ftp::Secret AskPassword(const std::string& user, const std::string& host) {
-    const Terminal terminal;
+    const base::FileDescriptor terminal(open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC));
     if (!terminal.IsOpen()) {
         throw CommandError("no password for " + ftp::Printable(user) +
                            ": set ZELTRANS_FTP_PASSWORD, name a netrc file, or run this on a terminal");
     }
-    terminal.Print("Password of " + ftp::Printable(user) + " on " + host + ": ");
+    base::WriteFully(terminal.Get(), "Password of " + ftp::Printable(user) + " on " + host + ": ");
     std::array<char, 512> line{};
     ssize_t count = 0;
     {
         const EchoOff echo_off(terminal.Get());
         count = read(terminal.Get(), line.data(), line.size());
     }
-    terminal.Print("\n");
+    base::WriteFully(terminal.Get(), "\n");
     std::string password(line.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
     explicit_bzero(line.data(), line.size());
     if (count <= 0 || password.back() == kCancelKey) throw CommandError("no password was entered");

@@ -58,7 +58,7 @@ class NamedSetting {
             const auto value = store.GetValue(m_list->Key(), m_list->ValueName(m_index));
             return value ? RecentText(*value) : throw NotStored();
         }
-        if (m_known->kind == SettingKind::kPassword) throw CommandError(Name() + ": passwords are not shown");
+        if (m_known->kind == SettingKind::kScrambled) throw CommandError(Name() + ": passwords are not shown");
         if (m_known->kind == SettingKind::kNumber) {
             const auto number = store.GetProfileInt(m_known->section, m_known->entry);
             return number ? std::to_string(*number) : throw NotStored();
@@ -71,7 +71,7 @@ class NamedSetting {
     /// @throws InvalidSetting for a value that the module would not take.
     bool Set(seam::SettingsStore& store, const std::string& value) const {
         if (m_known == nullptr) return SetRecent(store, value);
-        if (m_known->kind == SettingKind::kPassword)
+        if (m_known->kind == SettingKind::kScrambled)
             throw InvalidSetting(Name() + ": passwords cannot be set here; use the FTP dialog");
         if (m_known->kind == SettingKind::kText) return store.SetProfileText(m_known->section, m_known->entry, value);
         const std::optional<int> number = Number(value);
@@ -90,9 +90,9 @@ class NamedSetting {
     CommandError NotStored() const { return CommandError(Name() + ": not stored"); }
 
     bool SetRecent(seam::SettingsStore& store, const std::string& text) const {
-        if (text.size() > kLongestRecentText) {
+        if (text.size() > stored::kMaxRecentText) {
             throw InvalidSetting(Name() + ": " + std::to_string(text.size()) +
-                                 " characters; the module reads at most " + std::to_string(kLongestRecentText));
+                                 " characters; the module reads at most " + std::to_string(stored::kMaxRecentText));
         }
         seam::RegistryValue value{REG_SZ, {text.begin(), text.end()}};
         value.bytes.push_back(0);

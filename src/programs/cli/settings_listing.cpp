@@ -39,7 +39,7 @@ std::string EntryLine(const seam::ProfileEntry& stored) {
     if (number != nullptr) {
         value = std::to_string(*number);
     } else if (const std::string& text = std::get<std::string>(stored.value);
-               known != nullptr && known->kind == SettingKind::kPassword) {
+               known != nullptr && known->kind == SettingKind::kScrambled) {
         value = text.empty() ? "" : "(stored)";
     } else {
         value = Escaped(text);
@@ -49,11 +49,11 @@ std::string EntryLine(const seam::ProfileEntry& stored) {
 
 /// Why the module ignores an entry; empty if it reads it.
 std::string ListRemark(int index, const seam::RegistryValue& value) {
-    const std::size_t buffer_size = kLongestRecentText + 1;
+    const std::size_t buffer_size = stored::kMaxRecentText + 1;
     const bool terminated = std::ranges::find(value.bytes, BYTE{0}) != value.bytes.end();
     if (value.bytes.size() > buffer_size || (value.bytes.size() == buffer_size && !terminated)) {
         return "ignored: " + inspect::Count(RecentText(value).size(), "character") + "; the module reads at most " +
-               std::to_string(kLongestRecentText);
+               std::to_string(stored::kMaxRecentText);
     }
     return index < kRecentEntries ? "" : "ignored: only 0 to " + std::to_string(kRecentEntries - 1) + " are read";
 }

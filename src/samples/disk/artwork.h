@@ -4,10 +4,10 @@
 
 #include "samples/font_writer.h"
 
-/// Pictures in colour, as stored glyphs hold them: alpha first, colours multiplied by alpha.
+/// Pictures in colour as stored glyphs: alpha first, colours multiplied by alpha.
 namespace zel::samples {
 
-/// A colour of 0 to 255 a part, and how much it covers, 0 to 1.
+/// A colour, each component 0 to 255, and its opacity, 0 to 1. Colours aren't multiplied by alpha.
 struct Paint {
     double red = 0, green = 0, blue = 0;
     double alpha = 1;
@@ -15,17 +15,17 @@ struct Paint {
 
 Paint Mix(const Paint& from, const Paint& to, double share);
 
-/// `over` laid on `under`; neither is multiplied by its alpha.
+/// `over` composited over `under`.
 Paint Over(const Paint& over, const Paint& under);
 
 /// Paints a picture point by point; each pixel is the mean of 4 x 4 points, which smooths every outline.
-/// @param paint  takes pixels and lines from the upper left corner.
+/// @param paint  is called with a point in pixels from the upper left corner.
 StoredGlyph PaintPicture(unsigned width, unsigned height, const std::function<Paint(double x, double y)>& paint);
 
-/// Paints a picture one call for each pixel, with its column and line.
+/// Paints a picture pixel by pixel. @param paint  is called with column and row.
 StoredGlyph PaintPixels(unsigned width, unsigned height, const std::function<Paint(unsigned x, unsigned y)>& paint);
 
-/// The pictures of the demonstration disk's artwork font, by their codes in it.
+/// The pictures of the demonstration disk's artwork font, with their character codes.
 enum class Artwork : unsigned {
     kLowerThird = 'L',
     kRule = 'R',
@@ -41,7 +41,7 @@ StoredGlyph PaintArtwork(Artwork which);
 StoredGlyph PaintStationMark();
 StoredGlyph PaintBackdrop();
 
-/// The colour of a metal letter at a height, from 0 at its foot to 1 at its head.
+/// The colour of a metal letter at a height, from 0 at its bottom to 1 at its top.
 Paint Chrome(double height);
 Paint Gold(double height);
 

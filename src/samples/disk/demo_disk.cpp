@@ -1,5 +1,6 @@
 #include "samples/disk/demo_disk.h"
 
+#include "base/text.h"
 #include "samples/disk/disk_fonts.h"
 #include "samples/disk/disk_messages.h"
 #include "samples/write_file.h"
@@ -14,10 +15,10 @@ std::vector<std::filesystem::path> WriteDemonstrationDisk(const std::filesystem:
         written.push_back(file);
     };
     for (const DiskFont* font : fonts.All())
-        write(directory / "MACHINE" / NumberedName(font->number), WriteFont(font->file));
+        write(directory / "MACHINE" / base::NumberedName(static_cast<int>(font->number)), WriteFont(font->file));
     for (const auto& messages : {MakeBroadcastMessages(fonts), MakeFormatMessages(fonts)}) {
         for (const auto& message : messages)
-            write(directory / "MESSAGES" / NumberedName(message.number), message.bytes);
+            write(directory / "MESSAGES" / base::NumberedName(static_cast<int>(message.number)), message.bytes);
     }
     write(directory / kBitstreamListName, MakeBitstreamList().Written());
     write(directory / kTypefaceListName, MakeTypefaceList().Written());

@@ -23,40 +23,41 @@ std::vector<unsigned> CharCodes() {
     return codes;
 }
 
-/// What the characters of a font have in common, in pixels and lines around the pen.
+/// The extents shared by all characters of a font, in pixels around the pen.
 struct Cell {
     int ascent = 0, descent = 0, left_pad = 0;
-    EdgeReach reach;
+    EdgeExtent extent;
 };
 
 using Glyphs = std::map<unsigned, RasterGlyph>;
 
-Cell CellOf(const Glyphs& glyphs, const EdgeReach& reach) {
+Cell CellOf(const Glyphs& glyphs, const EdgeExtent& extent) {
     Cell cell;
-    cell.reach = reach;
+    cell.extent = extent;
     for (const auto& [code, glyph] : glyphs) {
         cell.ascent = std::max(cell.ascent, glyph.top);
         cell.descent = std::max(cell.descent, static_cast<int>(glyph.coverage.height) - glyph.top);
         if (!glyph.coverage.alpha.empty()) cell.left_pad = std::max(cell.left_pad, -glyph.left);
     }
-    cell.left_pad += static_cast<int>(reach.left);
+    cell.left_pad += static_cast<int>(extent.left);
     return cell;
 }
 
-/// A character with room around it: the first column at the font's left pad, and `top` lines above the baseline.
+/// A character with space around it: its first column is `left_pad` pixels left of the pen, its first row `top` lines
+/// above the baseline.
 struct PlacedGlyph {
     Coverage face;
     int top = 0;
 };
 
-/// Lines are added on top of a character that lies below the baseline, so that its glyph_top doesn't go below 0.
+/// A character below the baseline gets additional lines at its top, so that its glyph_top isn't negative.
 PlacedGlyph Place(const RasterGlyph& glyph, const Cell& cell, int blank_rows) {
-    const int lift = std::max(0, -(glyph.top + static_cast<int>(cell.reach.above) + blank_rows));
+    const int lift = std::max(0, -(glyph.top + static_cast<int>(cell.extent.above) + blank_rows));
     const unsigned left = static_cast<unsigned>(cell.left_pad + glyph.left);
-    const unsigned above = cell.reach.above + static_cast<unsigned>(lift);
+    const unsigned above = cell.extent.above + static_cast<unsigned>(lift);
     PlacedGlyph placed;
-    placed.face.width = left + glyph.coverage.width + cell.reach.right;
-    placed.face.height = above + glyph.coverage.height + cell.reach.below;
+    placed.face.width = left + glyph.coverage.width + cell.extent.right;
+    placed.face.height = above + glyph.coverage.height + cell.extent.below;
     placed.face.alpha.assign(std::size_t{placed.face.width} * placed.face.height, 0);
     placed.top = glyph.top + static_cast<int>(above);
     for (unsigned y = 0; y < glyph.coverage.height; ++y) {
@@ -67,7 +68,7 @@ PlacedGlyph Place(const RasterGlyph& glyph, const Cell& cell, int blank_rows) {
     return placed;
 }
 
-/// A blank takes a line of the background as wide as its advance, so that it has a size.
+/// A blank is one line of background as wide as its advance, so that it has a size.
 RunCodes BlankCodes(int advance) {
     RunCodes codes;
     for (auto left = static_cast<unsigned>(advance); left > 0; left -= std::min(left, kLongestRun)) {
@@ -79,7 +80,7 @@ RunCodes BlankCodes(int advance) {
 }
 
 void AddRunCodedGlyph(unsigned code, const RasterGlyph& glyph, const Cell& cell, const Edge& edge, FontFile& file) {
-    constexpr int kBlankRows = 1;  // the line that drawing leaves free above the first one
+    constexpr int kBlankRows = 1;  // drawing adds a blank line at the top
     const auto advance = static_cast<unsigned>(glyph.advance);
     if (glyph.coverage.alpha.empty()) return file.AddRunCoded(code, BlankCodes(glyph.advance), kBlankRows, advance);
     const PlacedGlyph placed = Place(glyph, cell, kBlankRows);
@@ -135,7 +136,7 @@ DiskFont MakeDiskFont(const FontDesign& design) {
     for (const unsigned code : codes) glyphs.emplace(code, rasterizer.Draw(code));
     const bool is_stored = design.finish != Finish::kRunCoded;
     const Edge drawn = is_stored ? Edge{EdgeType::kBorder, 0, kStoredBorder} : design.edge;
-    const Cell cell = CellOf(glyphs, ReachOf(drawn));
+    const Cell cell = CellOf(glyphs, ExtentOf(drawn));
 
     DiskFont font;
     font.number = design.number;
@@ -152,7 +153,7 @@ DiskFont MakeDiskFont(const FontDesign& design) {
     header.edge_size = drawn.size;
     header.font_flags = design.flags;
     // The tallest character's bitmap begins at the row's upper limit; run-coded ones begin with a blank line.
-    font.baseline = font.RowTop() + static_cast<int>(cell.reach.above) + cell.ascent + (is_stored ? 0 : 1);
+    font.baseline = font.RowTop() + static_cast<int>(cell.extent.above) + cell.ascent + (is_stored ? 0 : 1);
     for (const auto& [code, glyph] : glyphs) {
         if (is_stored) {
             AddStoredGlyph(code, glyph, cell, design.finish, font.file);

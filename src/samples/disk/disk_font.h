@@ -9,39 +9,45 @@
 #include "samples/disk/rasterizer.h"
 #include "samples/font_writer.h"
 
-/// Fonts of the demonstration disk: the file and what a layout has to know of it.
+/// Fonts of the demonstration disk: the file, and the measures that a layout needs.
 namespace zel::samples {
 
 /// How the characters of a font are drawn.
 enum class Finish : std::uint8_t {
-    kRunCoded,  ///< in the colours of the message, face and edge
-    kChrome,    ///< stored in colour, metal with a dark border
+    /// In the message's colours, with face and edge.
+    kRunCoded,
+    /// Stored in colour, metal with a dark border.
+    kChrome,
     kGold,
 };
 
 struct FontDesign {
     unsigned number = 0;
-    std::string name{};     ///< its first word leads to a typeface, as does the id
-    std::string id_text{};  ///< four digits; above 5000 a Bitstream number and 5000
+    /// Its first word determines a typeface, as does the id.
+    std::string name{};
+    /// Four digits; above 5000, the sum of 5000 and a Bitstream number.
+    std::string id_text{};
     FaceChoice face{};
     Edge edge{};
     Finish finish = Finish::kRunCoded;
     unsigned flags = kPlainFont;
-    unsigned headroom = 0;  ///< blank lines above the tallest character, the font's row_top_offset
+    /// Blank lines above the tallest character, the font's row_top_offset.
+    unsigned headroom = 0;
 };
 
-/// A font and its measures. `baseline` is the char_y of a row set in this font alone, in lines below row_y. A
-/// character's first column stands `left_pad` pixels left of the pen, the room that edges and overhanging strokes need.
+/// A font and its measures.
 struct DiskFont {
     unsigned number = 0;
     FontFile file{};
+    /// The char_y of a row that uses this font only, in lines below row_y.
     int baseline = 0;
+    /// Distance in pixels of a character's first column left of the pen; space for edges and overhanging strokes.
     int left_pad = 0;
     std::map<std::pair<char, char>, int> kerning{};
 
     int RowTop() const { return file.header.row_top_offset + file.header.row_inset; }
     int RowBottom() const { return file.header.font_height + file.header.row_inset + 2; }
-    /// Pixels from the pen of a character to the pen of the next.
+    /// Pixels from a character's pen position to the next one.
     int Advance(char character) const;
     int Kerning(char left, char right) const;
 };
@@ -50,10 +56,10 @@ struct DiskFont {
 /// @throws std::runtime_error when the typeface is missing or can't be drawn.
 DiskFont MakeDiskFont(const FontDesign& design);
 
-/// The font of pictures: lower third plate, rule, strips and weather signs. Its baseline is the pictures' top.
+/// The font of pictures: lower third plate, rule, strips and weather signs. Its baseline is at the pictures' top.
 DiskFont MakeArtworkFont(unsigned number);
 
-/// A sample block of two short texts, a byte of coverage for each pixel.
+/// A sample block of two characters, with a byte of coverage for each pixel.
 SampleBlock MakeSampleBlock(const FaceChoice& face);
 
 }  // namespace zel::samples

@@ -40,7 +40,7 @@ DiskFont MakeFullFont() {
     return font;
 }
 
-/// font_flags 18: a sample block stands behind the encoding data, and a second one in the usual place.
+/// font_flags 18: one sample block after the encoding data and a second one in the usual place.
 DiskFont MakeSampleFirstFont() {
     const FaceChoice face{.family = kSerif, .em = 34, .slanted = true};
     DiskFont font = MakeDiskFont(

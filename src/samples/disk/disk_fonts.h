@@ -31,7 +31,7 @@ struct FontShelf {
 /// @throws std::runtime_error when a typeface is missing.
 FontShelf MakeFontShelf();
 
-/// The lists that lead from the fonts' names and ids to installed typefaces.
+/// The lists that map the fonts' names and ids to installed typefaces.
 BitstreamList MakeBitstreamList();
 TypefaceList MakeTypefaceList();
 

@@ -10,7 +10,8 @@ namespace zel::samples {
 /// A file of the demonstration disk's message directory.
 struct DiskMessage {
     unsigned number = 0;
-    const char* title = "";  ///< what it shows
+    /// Describes what it shows.
+    const char* title = "";
     Bytes bytes;
 };
 
@@ -22,7 +23,7 @@ std::vector<DiskMessage> MakeFormatMessages(const FontShelf& fonts);
 
 class Page;
 
-/// The page as a message in the house style.
+/// The page as a message with the house palette.
 MessageFile Styled(Page& page);
 
 /// The colour sets of the disk's house style: white, yellow, sky, mint, coral, amber, steel, light.

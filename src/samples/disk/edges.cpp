@@ -12,8 +12,8 @@ struct Step {
     int x = 0, y = 0;
 };
 
-/// The whole way of a shadow or an offset.
-Step WayOf(const Edge& edge) {
+/// The displacement of a shadow or an offset.
+Step DisplacementOf(const Edge& edge) {
     constexpr std::array<Step, 8> kDirections{{{1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}, {1, 0}}};
     const Step direction = kDirections[edge.direction % 8];
     const bool diagonal = direction.x != 0 && direction.y != 0;
@@ -21,7 +21,7 @@ Step WayOf(const Edge& edge) {
     return {direction.x * length, direction.y * length};
 }
 
-/// Lays the face over `edge`, moved by `step`, at a strength from 0 to 1; the stronger of the two stays.
+/// Adds the face to `edge`, displaced by `step`, at a strength from 0 to 1. The greater coverage is kept.
 void Stamp(const Coverage& face, Step step, double strength, Coverage& edge) {
     for (unsigned y = 0; y < face.height; ++y) {
         const int to_y = static_cast<int>(y) + step.y;
@@ -45,19 +45,19 @@ void StampBorder(const Coverage& face, int size, Coverage& edge) {
 }
 
 /// The face itself isn't part of a shadow: it would darken the smooth outline on the lit side.
-void StampShadow(const Coverage& face, Step way, Coverage& edge) {
-    const int steps = std::max(std::abs(way.x), std::abs(way.y));
-    for (int n = 1; n <= steps; ++n) Stamp(face, {way.x * n / steps, way.y * n / steps}, 1.0, edge);
+void StampShadow(const Coverage& face, Step displacement, Coverage& edge) {
+    const int steps = std::max(std::abs(displacement.x), std::abs(displacement.y));
+    for (int n = 1; n <= steps; ++n) Stamp(face, {displacement.x * n / steps, displacement.y * n / steps}, 1.0, edge);
 }
 
 }  // namespace
 
-EdgeReach ReachOf(const Edge& edge) {
+EdgeExtent ExtentOf(const Edge& edge) {
     if (edge.type == EdgeType::kNone) return {};
     if (edge.type == EdgeType::kBorder) return {edge.size, edge.size, edge.size, edge.size};
-    const Step way = WayOf(edge);
+    const Step displacement = DisplacementOf(edge);
     const auto beyond = [](int distance) { return static_cast<unsigned>(std::max(distance, 0)); };
-    return {beyond(-way.x), beyond(way.x), beyond(-way.y), beyond(way.y)};
+    return {beyond(-displacement.x), beyond(displacement.x), beyond(-displacement.y), beyond(displacement.y)};
 }
 
 unsigned EdgeHeight(const Edge& edge) {
@@ -74,10 +74,10 @@ Coverage DrawEdge(const Coverage& face, const Edge& edge) {
             StampBorder(face, static_cast<int>(edge.size), drawn);
             break;
         case EdgeType::kDropShadow:
-            StampShadow(face, WayOf(edge), drawn);
+            StampShadow(face, DisplacementOf(edge), drawn);
             break;
         case EdgeType::kOffset:
-            Stamp(face, WayOf(edge), 1.0, drawn);
+            Stamp(face, DisplacementOf(edge), 1.0, drawn);
             break;
     }
     return drawn;

@@ -9,21 +9,24 @@ enum class EdgeType : std::uint8_t { kNone = 0, kBorder = 1, kDropShadow = 2, kO
 
 struct Edge {
     EdgeType type = EdgeType::kNone;
-    unsigned direction = 0;  ///< 0 down and to the right, then clockwise in steps of 45 degrees; a border has none
-    unsigned size = 0;       ///< pixels
+    /// 0 to the lower right, then clockwise in steps of 45 degrees; not used for a border.
+    unsigned direction = 0;
+    /// In pixels.
+    unsigned size = 0;
 };
 
-/// How far an edge reaches beyond the face on each side, in pixels.
-struct EdgeReach {
+/// How far an edge extends beyond the face on each side, in pixels.
+struct EdgeExtent {
     unsigned left = 0, right = 0, above = 0, below = 0;
 };
-EdgeReach ReachOf(const Edge& edge);
+EdgeExtent ExtentOf(const Edge& edge);
 
-/// Lines that an edge adds to a font's height: twice the size for a border, else the size.
+/// Lines that an edge adds to a font's height: twice the size for a border, otherwise the size.
 unsigned EdgeHeight(const Edge& edge);
 
-/// The edge of a face, in a coverage of the face's size: the face has to leave room for the edge's reach around it.
-/// A drop shadow is drawn out solid from the face; an offset is the face once more, moved.
+/// The edge of a face, in a coverage of the face's size.
+/// @param face  has space for the edge around it, see ExtentOf.
+/// @return for a drop shadow the face extruded along its direction; for an offset the displaced face.
 Coverage DrawEdge(const Coverage& face, const Edge& edge);
 
 }  // namespace zel::samples

@@ -60,7 +60,7 @@ MessageFile Edges(const FontShelf& fonts) {
     return Styled(page);
 }
 
-/// Moves the records of a row about, each by the same step, which mustn't divide their number.
+/// Rearranges the records of a row: each moves by the same step, which must not divide their number.
 void Scatter(RowText& row, unsigned step) {
     const auto count = static_cast<unsigned>(row.cells.size());
     if (std::gcd(count, step) != 1) ++step;

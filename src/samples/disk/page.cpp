@@ -66,7 +66,7 @@ Page& Page::BlankRow(int baseline, const DiskFont& font) {
 }
 
 Page& Page::Text(const DiskFont& font, unsigned colour_set, int x, std::string_view text, Align align, int tracking) {
-    if (m_file.rows.empty()) throw std::logic_error("a text needs a row");
+    if (m_file.rows.empty()) throw std::logic_error("a text without a row");
     RowText& row = m_file.rows.back();
     if (row.cells.size() + text.size() > kMostChars) throw std::logic_error("more than 63 characters in a row");
     const int width = TextWidth(font, text, tracking);
@@ -76,7 +76,7 @@ Page& Page::Text(const DiskFont& font, unsigned colour_set, int x, std::string_v
     CharCell cell;
     cell.char_font = Slot(font);
     cell.colour_set = colour_set;
-    // A font whose rows begin elsewhere than this row does is moved, so that all baselines meet.
+    // Compensates the difference between the upper limits of the row and of the font, so that all baselines meet.
     cell.char_y = Field(m_row_baseline + static_cast<int>(row.row_top) - font.RowTop(), "char_y");
     for (std::size_t n = 0; n < text.size(); ++n) {
         if (n > 0) x += font.Kerning(text[n - 1], text[n]) + tracking;

@@ -42,9 +42,9 @@ bool HasFamily(FcPattern* pattern, std::string_view family) {
     return false;
 }
 
-/// The file of exactly this typeface; fontconfig would offer another one in its place.
+/// The file of exactly this typeface; fontconfig may propose a substitute.
 FoundFile FindTypeface(const FaceChoice& choice) {
-    // A configuration of our own: fontconfig never gives back the shared one.
+    // A private configuration: fontconfig never frees the shared one.
     static const Config config(FcInitLoadConfigAndFonts());
     const Pattern wish(FcPatternCreate());
     FcPatternAddString(wish.get(), FC_FAMILY, FcText(choice.family));

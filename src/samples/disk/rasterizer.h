@@ -9,23 +9,30 @@ namespace zel::samples {
 
 /// A typeface and the size to draw it at.
 struct FaceChoice {
-    std::string family{};  ///< as fontconfig knows it
+    /// Fontconfig's name.
+    std::string family{};
     bool bold = false;
-    unsigned em = 0;               ///< lines
-    unsigned width_percent = 100;  ///< below 100 condensed
-    bool slanted = false;          ///< an upright face is leaned to the right
+    /// In lines.
+    unsigned em = 0;
+    /// Below 100 condensed.
+    unsigned width_percent = 100;
+    /// The upright face, slanted to the right.
+    bool slanted = false;
 };
 
-/// One character as drawn: its coverage, cut to the ink, and its place around the pen.
+/// One drawn character: its coverage, cropped to its outline, and its position relative to the pen.
 struct RasterGlyph {
     Coverage coverage{};
-    int left = 0;     ///< pixels from the pen to the first column
-    int top = 0;      ///< lines from the baseline up to the upper edge of the first line
-    int advance = 0;  ///< pixels
+    /// Pixels from the pen to the first column.
+    int left = 0;
+    /// Lines from the baseline up to the upper edge of the first line.
+    int top = 0;
+    /// In pixels.
+    int advance = 0;
 };
 
-/// Draws the characters of an installed typeface with 256 levels of coverage. The same machine gives the same bytes on
-/// every run.
+/// Draws the characters of an installed typeface with 256 levels of coverage. Every run on one machine gives the same
+/// bytes.
 class Rasterizer {
   public:
     /// @throws std::runtime_error with the typeface's name and the reason: not installed, or not readable.
@@ -38,7 +45,7 @@ class Rasterizer {
 
     /// @throws std::runtime_error when the typeface can't draw the character.
     RasterGlyph Draw(char32_t character) const;
-    /// Pixels by which a pair stands closer (below 0) or wider than its advance.
+    /// Pixels to add to a pair's advance; negative moves the characters closer.
     int Kerning(char32_t left, char32_t right) const;
 
   private:

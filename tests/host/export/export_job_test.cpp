@@ -115,9 +115,9 @@ TEST_F(Job, LeavesNothingOfAFileOnAFullDisk) {
 
 TEST_F(Job, IsRefusedBeforeAnythingIsWritten) {
     const auto refused = [&](const std::filesystem::path& directory, std::vector<std::string> formats,
-                             const std::string& words) {
+                             const std::string& reason) {
         EXPECT_THAT([&] { exporter::ExportJob(directory, formats, {}); },
-                    ThrowsMessage<std::runtime_error>(HasSubstr(words)));
+                    ThrowsMessage<std::runtime_error>(HasSubstr(reason)));
     };
     refused(m_out, {"png", "gif"}, "there is no export format gif");
     refused(m_out, {"key-fill", "png"}, "png and key-fill");

@@ -17,18 +17,18 @@ picture::Rgba PixelOf(const picture::Picture& picture, int x, int y) {
     return picture.View().Row(y)[static_cast<std::size_t>(x)];
 }
 
-TEST(KeyAndFill, GiveThePictureBack) {
+TEST(KeyAndFill, TogetherGiveThePicture) {
     const picture::Picture picture = Colourful();
     auto files = Exported("key-fill", Recorded());
     EXPECT_THAT(files, ElementsAre(Key("0012.png"), Key("0012_A.png")));
     const picture::Picture fill = picture::DecodePng(files["0012.png"]), key = picture::DecodePng(files["0012_A.png"]);
     for (int y = 0; y < 486; y += 5) {
         for (int x = 0; x < 720; ++x) {
-            const picture::Rgba whole = PixelOf(picture, x, y), colour = PixelOf(fill, x, y);
-            ASSERT_EQ(PixelOf(key, x, y).red, whole.alpha);
-            const picture::Rgba seen =
-                whole.alpha != 0 ? picture::Rgba{whole.red, whole.green, whole.blue, 255} : picture::Rgba{0, 0, 0, 255};
-            ASSERT_EQ(colour, seen) << x << ' ' << y;
+            const picture::Rgba pixel = PixelOf(picture, x, y);
+            ASSERT_EQ(PixelOf(key, x, y).red, pixel.alpha);
+            const picture::Rgba opaque =
+                pixel.alpha != 0 ? picture::Rgba{pixel.red, pixel.green, pixel.blue, 255} : picture::Rgba{0, 0, 0, 255};
+            ASSERT_EQ(PixelOf(fill, x, y), opaque) << x << ' ' << y;
         }
     }
 }
@@ -105,18 +105,18 @@ TEST(SquarePixels, HaveTheScreensWidthAndAreMarkedAsSquare) {
     }
 }
 
-TEST(SquarePixels, HaveNoFringeOfClearPixelsAndKeepTheMiddle) {
+TEST(SquarePixels, HaveNoFringeOfTransparentPixelsAndKeepTheCentre) {
     picture::Picture picture{720, 486, {}};
     for (int n = 0; n < 720 * 486; ++n) {
-        const bool seen = n % 720 < 360;
-        for (const int value : {seen ? 250 : 0, seen ? 200 : 90, seen ? 10 : 255, seen ? 255 : 0}) {
+        const bool visible = n % 720 < 360;
+        for (const int value : {visible ? 250 : 0, visible ? 200 : 90, visible ? 10 : 255, visible ? 255 : 0}) {
             picture.rgba.push_back(static_cast<std::uint8_t>(value));
         }
     }
     const picture::Picture square = picture::DecodePng(Exported("square", Recorded(12, picture))["0012_square.png"]);
     for (int x = 0; x < square.width; ++x) {
         const picture::Rgba pixel = PixelOf(square, x, 200);
-        EXPECT_EQ(pixel.alpha > 127, x <= 327) << x;  // the middle one of 655 is half seen
+        EXPECT_EQ(pixel.alpha > 127, x <= 327) << x;  // the middle one of 655 is half covered
         if (pixel.alpha == 0) continue;
         EXPECT_EQ(pixel, (picture::Rgba{250, 200, 10, pixel.alpha})) << x;
     }

@@ -10,7 +10,7 @@
 
 namespace zel::test {
 
-/// A picture in which colours and alpha take all values, clear pixels with a colour among them.
+/// A picture in which colours and alpha take all values; some of its transparent pixels have a colour.
 inline picture::Picture Colourful(int width = 720, int height = 486) {
     picture::Picture picture{width, height, {}};
     for (int y = 0; y < height; ++y) {

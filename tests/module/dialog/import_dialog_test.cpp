@@ -1,4 +1,4 @@
-// The main dialog as a user sees and works it.
+// The import dialog: its template, its controls and its two file dialogs.
 #include <gmock/gmock.h>
 
 #include "module/contract/dialog_ids.h"
@@ -73,46 +73,50 @@ TEST_F(ImportDialog, IsTheTemplateThatTheHostKnows) {
     });
 }
 
-TEST_F(ImportDialog, BeginsWithTheLastIdAndTheFocusInIt) {
+TEST_F(ImportDialog, StartsWithTheLastIdAndTheFocusInIt) {
     OpenDialog::M_sNextMessage = ".0041";
     RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
         EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), ".0041");
         EXPECT_EQ(CWnd::GetFocus()->m_hWnd == dialog.GetDlgItem(ImportControl::kMessageDirBox)->m_hWnd, true)
-            << "typed in last";
-        EXPECT_EQ(dialog.GetDefID(), 1U) << "Enter means the button captioned Cancel";
+            << "the fixture typed in it last";
+        EXPECT_EQ(dialog.GetDefID(), 1U) << "Enter presses the button captioned Cancel";
         user.Type(ImportControl::kMessageIdEdit, "5");
         EXPECT_EQ(dialog.GetDefID(), static_cast<UINT>(ImportControl::kReadButton))
-            << "and Read once the id was changed";
+            << "and Read after the id was changed";
     });
     CString empty;
     OpenDialog dialog(empty, empty);
     EXPECT_EQ(CWnd::GetFocus()->m_hWnd, dialog.GetDlgItem(ImportControl::kMessageIdEdit)->m_hWnd);
 }
 
-struct PlaceCase {
+struct PositionCase {
     int x, y;
     bool moved;
 };
 
-TEST_F(ImportDialog, ReturnsToItsPlaceInsideItsLimits) {
-    RECT free{};
-    RunDialog([&](script::DialogDriver&, CZelTransDlg& dialog) { dialog.GetWindowRect(&free); });
-    for (const PlaceCase& row :
-         {PlaceCase{1, 1999, true}, {1999, 1, true}, {0, 5, false}, {5, 2000, false}, {-3, 5, false}, {5, 0, false}}) {
+TEST_F(ImportDialog, RestoresItsPositionWithinTheLimits) {
+    RECT default_rect{};
+    RunDialog([&](script::DialogDriver&, CZelTransDlg& dialog) { dialog.GetWindowRect(&default_rect); });
+    for (const PositionCase& row : {PositionCase{1, 1999, true},
+                                 {1999, 1, true},
+                                 {0, 5, false},
+                                 {5, 2000, false},
+                                 {-3, 5, false},
+                                 {5, 0, false}}) {
         settings.SetProfileInt("ZELFTPSaveOptions", "DialogX", row.x);
         settings.SetProfileInt("ZELFTPSaveOptions", "DialogY", row.y);
         RunDialog([&](script::DialogDriver&, CZelTransDlg& dialog) {
             RECT rect{};
             dialog.GetWindowRect(&rect);
-            EXPECT_EQ(rect.left, row.moved ? row.x : free.left) << row.x << " " << row.y;
-            EXPECT_EQ(rect.top, row.moved ? row.y : free.top) << row.x << " " << row.y;
-            EXPECT_EQ(rect.right - rect.left, free.right - free.left);
+            EXPECT_EQ(rect.left, row.moved ? row.x : default_rect.left) << row.x << " " << row.y;
+            EXPECT_EQ(rect.top, row.moved ? row.y : default_rect.top) << row.x << " " << row.y;
+            EXPECT_EQ(rect.right - rect.left, default_rect.right - default_rect.left);
         });
-        EXPECT_EQ(settings.GetProfileInt("ZELFTPSaveOptions", "DialogX"), row.moved ? row.x : free.left);
+        EXPECT_EQ(settings.GetProfileInt("ZELFTPSaveOptions", "DialogX"), row.moved ? row.x : default_rect.left);
     }
 }
 
-TEST_F(ImportDialog, CopyButtonGoesByTheSystemsVersion) {
+TEST_F(ImportDialog, CopyButtonDependsOnTheSystemVersion) {
     struct Case {
         DWORD major, minor;
         bool enabled;
@@ -133,14 +137,14 @@ TEST_F(ImportDialog, SkipWarningsIsStoredAtOnce) {
             user.Press(ImportControl::kSkipWarningsCheck);
             EXPECT_EQ(CZelFont::m_bIgnoreErrors, on);
             EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), on);
-            EXPECT_EQ(dialog.m_bImportSkip, 0) << "not touched";
+            EXPECT_EQ(dialog.m_bImportSkip, 0) << "unchanged";
         }
     });
 }
 
-TEST_F(ImportDialog, HiddenCheckBoxesTurnTheirMembersOver) {
+TEST_F(ImportDialog, HiddenCheckBoxesToggleTheirMembers) {
     RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
-        EXPECT_FALSE(user.Press(ImportControl::kTrueFontCheck)) << "a user can't";
+        EXPECT_FALSE(user.Press(ImportControl::kTrueFontCheck)) << "hidden";
         for (const int on : {1, 0}) {
             dialog.SendMessage(WM_COMMAND, ImportControl::kTrueFontCheck);
             dialog.SendMessage(WM_COMMAND, ImportControl::kBaselineAlignCheck);
@@ -150,7 +154,7 @@ TEST_F(ImportDialog, HiddenCheckBoxesTurnTheirMembersOver) {
     });
 }
 
-TEST_F(ImportDialog, BrowsingForFontsTakesTheDirectoryAndTheOldId) {
+TEST_F(ImportDialog, BrowsingForFontsSetsTheDirectoryAndResetsTheId) {
     WriteFile("ELSEWHERE/.0009", "x");
     OpenDialog::M_sNextMessage = ".0003";
     desktop.QueueFile(std::nullopt);
@@ -163,14 +167,14 @@ TEST_F(ImportDialog, BrowsingForFontsTakesTheDirectoryAndTheOldId) {
         user.Press(ImportControl::kBrowseFontButton);
         EXPECT_EQ(user.Text(ImportControl::kFontDirBox), "D:\\ELSEWHERE");
         EXPECT_THAT(user.List(ImportControl::kFontDirBox), ElementsAre("D:\\ELSEWHERE"));
-        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), ".0003") << "written over by the member";
+        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), ".0003") << "overwritten by the member";
     });
     EXPECT_EQ(desktop.FileDialogs()[0].title, "Zelmara Font Directory");
     EXPECT_EQ(desktop.FileDialogs()[0].initial_dir, "D:\\MACHINE");
     EXPECT_EQ(desktop.FileDialogs()[0].initial_name, "");
 }
 
-TEST_F(ImportDialog, BrowsingForAMessageTakesItsNameToo) {
+TEST_F(ImportDialog, BrowsingForAMessageAlsoSetsItsName) {
     desktop.QueueFile("D:\\MESSAGES\\.0009");
     RunDialog([](script::DialogDriver& user, CZelTransDlg& dialog) {
         user.Type(ImportControl::kMessageDirBox, "D:\\NONE");
@@ -183,7 +187,7 @@ TEST_F(ImportDialog, BrowsingForAMessageTakesItsNameToo) {
     EXPECT_EQ(desktop.FileDialogs()[0].initial_dir, "") << "there is no such directory";
 }
 
-TEST_F(ImportDialog, ImportsOneMessageAfterTheOther) {
+TEST_F(ImportDialog, ImportsSeveralMessages) {
     for (const char* name : {".0007", ".0008"}) WriteMessage(MessageOf({samples::EmptyRow(0)}), name);
     desktop.SetYesNoAnswer(IDNO);
     RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {

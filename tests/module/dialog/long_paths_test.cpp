@@ -1,4 +1,4 @@
-// Paths at the limit of 259 characters work everywhere; one more is refused with words.
+// Paths of 259 characters, the limit, work everywhere. Longer ones are refused with a message.
 #include <cstring>
 
 #include <gmock/gmock.h>
@@ -28,7 +28,7 @@ class LongPaths : public ModuleTest {
         font.AddStored('S', SolidGlyph(5, 7), 0, 0);
         message = MessageOf({samples::RowFromText(60, "SA", 0, 9)});
     }
-    /// A directory, made on the disk, for which "<directory>\.0001" has `length` characters.
+    /// Creates a directory for which "<directory>\.0001" has `length` characters.
     std::string Directory(std::size_t length, char letter) {
         std::string path = "D:\\" + std::string(200, letter) + "\\";
         path += std::string(length - 6 - path.size(), letter);
@@ -93,7 +93,7 @@ TEST_F(LongPaths, MessageOf260IsNotFound) {
     EXPECT_THAT(Boxes(), testing::Contains(HasSubstr("Couldn't open Zelmara! Message File: " + messages_dir)));
 }
 
-TEST_F(LongPaths, EveryLengthUpToTenTimesTheLimitEndsInWords) {
+TEST_F(LongPaths, LongerPathsAreReported) {
     for (const std::size_t length : {257U, 258U, 261U, 300U, 519U, 520U, 521U, 2600U}) {
         const std::string directory = "D:\\" + std::string(length, 'x');
         RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
@@ -120,7 +120,7 @@ TEST_F(LongPaths, NameListOf259IsRead) {
     Register_GLV_OnChar(nullptr, map_dir);
     module_test::OpenDialog dialog(nullptr);
     EXPECT_TRUE(dialog.MapTypeFace());
-    EXPECT_FALSE(dialog.MapBitStreamFont()) << "whose path is longer";
+    EXPECT_FALSE(dialog.MapBitStreamFont()) << "its path is longer";
     EXPECT_THAT(Boxes(), ElementsAre(HasSubstr("The filename or extension is too long.")));
 }
 

@@ -1,11 +1,11 @@
-// Three texts in, two directories and a file's name out; and the id after it.
+// Message ids: the file that an id names, and the next id. The check of the directories.
 #include <cstring>
 
 #include <gmock/gmock.h>
 
 #include "module/contract/dialog_ids.h"
-#include "platform/system/errors.h"
 #include "platform/system/drives.h"
+#include "platform/system/errors.h"
 #include "platform/system/files.h"
 #include "support/module_fixture.h"
 
@@ -23,7 +23,8 @@ struct IdCase {
     const char* id;
     std::vector<const char*> files;
     bool found;
-    const char* taken;  // what the import opens; the box's name when nothing is found
+    /// What the import opens, or the name in the message box.
+    const char* file_name;
 };
 void PrintTo(const IdCase& row, std::ostream* out) {
     *out << row.name;
@@ -38,13 +39,14 @@ TEST_P(MessageId, NamesAFile) {
         dialog.m_iStatus = 0;
         dialog.ReadDirectoryPaths();
         EXPECT_EQ(dialog.m_iStatus, GetParam().found ? 0 : 3);
-        EXPECT_EQ(dialog.m_sMessageID, GetParam().found ? GetParam().taken : "");
-        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), GetParam().found ? GetParam().taken : GetParam().id);
+        EXPECT_EQ(dialog.m_sMessageID, GetParam().found ? GetParam().file_name : "");
+        EXPECT_EQ(user.Text(ImportControl::kMessageIdEdit), GetParam().found ? GetParam().file_name : GetParam().id);
         EXPECT_EQ(dialog.m_sFontDir, GetParam().found ? "D:\\MACHINE" : "");
         EXPECT_EQ(dialog.m_sMessageDir, GetParam().found ? "D:\\MESSAGES" : "");
         const LRESULT selection = dialog.GetDlgItem(ImportControl::kMessageIdEdit)->SendMessage(EM_GETSEL);
         if (!GetParam().found) {
-            EXPECT_EQ(static_cast<std::size_t>(selection >> 16), std::strlen(GetParam().id)) << "all is selected";
+            EXPECT_EQ(static_cast<std::size_t>(selection >> 16), std::strlen(GetParam().id))
+                << "the whole text is selected";
         }
     });
     std::vector<std::string> boxes = Boxes();
@@ -53,7 +55,7 @@ TEST_P(MessageId, NamesAFile) {
         EXPECT_THAT(boxes, IsEmpty());
     } else {
         EXPECT_THAT(boxes, ElementsAre("Zelmara! Import Error|Couldn't open Zelmara! Message File: D:\\MESSAGES\\" +
-                                       std::string(GetParam().taken) +
+                                       std::string(GetParam().file_name) +
                                        "\n           The system cannot find the file specified.\r\n"));
     }
 }
@@ -112,14 +114,15 @@ struct DirectoryCase {
     const char* name;
     const char *font_dir, *message_dir;
     int status;
-    const char* box;  // null for none
+    /// Null for none.
+    const char* box;
 };
 
 constexpr char kIllegalMedia[] =
     "Illegal Media Detected|Use 'Copy Zelmara! files' to copy messages from Zelmara! formatted media to \n Windows "
     "formatted media before attempting to import Zelmara! messages";
 
-TEST_F(Paths, DirectoriesAreCheckedWhateverSkipWarningsSays) {
+TEST_F(Paths, DirectoriesAreReportedAlsoIfWarningsAreSkipped) {
     WriteFile("MESSAGES/.0001", "x");
     WriteFile("PLAIN", "x");
     system::MountUnreadableDrive('Z', ERROR_NOT_DOS_DISK);
@@ -153,13 +156,13 @@ TEST_F(Paths, DirectoriesAreCheckedWhateverSkipWarningsSays) {
             }
         }
         EXPECT_THAT(user.List(ImportControl::kFontDirBox), ElementsAre("D:\\MACHINE", "D:\\PLAIN"))
-            << "the latest on top, once each";
+            << "the newest first, without duplicates";
     });
     system::MountDrive('Z', "");
     system::MountDrive('Y', "");
 }
 
-TEST_F(Paths, ReportErrorAddsTheSystemsWordsIfItHasSome) {
+TEST_F(Paths, ReportErrorAddsTheSystemText) {
     OpenDialog dialog(nullptr);
     CString text("Something failed");
     SetLastError(5);

@@ -1,4 +1,4 @@
-// What the dialog remembers between runs.
+// The recent lists and the position that the import dialog stores.
 #include <cstring>
 
 #include <gmock/gmock.h>
@@ -37,7 +37,7 @@ class RecentLists : public ModuleTest {
     }
 };
 
-std::string Ended(const std::string& text) {
+std::string Terminated(const std::string& text) {
     return text + '\0';
 }
 
@@ -46,27 +46,29 @@ TEST_F(RecentLists, FirstRunHasNone) {
     EXPECT_FALSE(settings.KeyExists(kRoot + "FontDir")) << "nothing listed, nothing stored";
 }
 
-TEST_F(RecentLists, GapClosesAndTheOldTailComesBack) {
+TEST_F(RecentLists, GapsAreClosedAndTheOldLastEntryIsReadAgain) {
     Store("FontDir", 0, "a");
     Store("FontDir", 1, "b");
     Store("FontDir", 3, "d");
     EXPECT_THAT(Shown(), ElementsAre("a", "b", "d"));
-    EXPECT_EQ(Stored("FontDir", 2), Ended("d"));
-    EXPECT_EQ(Stored("FontDir", 3), Ended("d"));
+    EXPECT_EQ(Stored("FontDir", 2), Terminated("d"));
+    EXPECT_EQ(Stored("FontDir", 3), Terminated("d"));
     EXPECT_THAT(Shown(), ElementsAre("a", "b", "d", "d"));
 }
 
-TEST_F(RecentLists, TwelveEntriesAreWrittenAndTenReadBack) {
+TEST_F(RecentLists, AllEntriesButTheTooLongAreWrittenAndTenReadBack) {
     RunDialog([](script::DialogDriver&, CZelTransDlg& dialog) {
         for (int n = 0; n < 12; ++n) dialog::BringToTop(dialog, ImportControl::kFontDirBox, std::to_string(n).c_str());
+        dialog::BringToTop(dialog, ImportControl::kFontDirBox, std::string(260, 'z').c_str());
         dialog::BringToTop(dialog, ImportControl::kFontDirBox, "5");
     });
-    EXPECT_EQ(Stored("FontDir", 0), Ended("5")) << "an entry used again moves up";
-    EXPECT_EQ(Stored("FontDir", 11), Ended("0"));
+    EXPECT_EQ(Stored("FontDir", 0), Terminated("5")) << "an entry used again moves up";
+    EXPECT_EQ(Stored("FontDir", 1), Terminated("11"));
+    EXPECT_EQ(Stored("FontDir", 11), Terminated("0"));
     EXPECT_EQ(Shown().size(), 10U);
 }
 
-TEST_F(RecentLists, BothWaysOfClosingStoreBothListsAndThePlace) {
+TEST_F(RecentLists, BothWaysOfClosingStoreBothListsAndThePosition) {
     for (const bool escape : {false, true}) {
         RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
             dialog::BringToTop(dialog, ImportControl::kFontDirBox, escape ? "font 2" : "font 1");
@@ -79,8 +81,8 @@ TEST_F(RecentLists, BothWaysOfClosingStoreBothListsAndThePlace) {
             }
             EXPECT_EQ(dialog.GetResult(), escape ? IDCANCEL : IDOK);
         });
-        EXPECT_EQ(Stored("FontDir", 0), Ended(escape ? "font 2" : "font 1"));
-        EXPECT_EQ(Stored("MessageDir", 0), Ended("messages"));
+        EXPECT_EQ(Stored("FontDir", 0), Terminated(escape ? "font 2" : "font 1"));
+        EXPECT_EQ(Stored("MessageDir", 0), Terminated("messages"));
         EXPECT_EQ(settings.GetProfileInt("ZELFTPSaveOptions", "DialogX"), 70);
         EXPECT_EQ(settings.GetProfileInt("ZELFTPSaveOptions", "DialogY"), 80);
     }
@@ -96,16 +98,16 @@ TEST_F(RecentLists, OnlySubKeysAreDeletedBeforeAListIsWritten) {
     dialog.DeleteZelTransRegistrySubKey(list);
     EXPECT_FALSE(dialog.IsZelTransRegistrySubKeyExist(list, name));
     EXPECT_TRUE(dialog.IsZelTransRegistrySubKeyExist(list, other)) << "beyond the ten";
-    EXPECT_EQ(Stored("FontDir", 4), Ended("kept"));
+    EXPECT_EQ(Stored("FontDir", 4), Terminated("kept"));
 }
 
-TEST_F(RecentLists, EntriesUpTo259CharactersComeBackAndLongerOnesAreLeftOut) {
+TEST_F(RecentLists, EntriesUpTo259CharactersAreReadBack) {
     OpenDialog dialog(nullptr);
     char list[] = "FontDir", out[MAX_PATH + 1];
     for (const std::size_t length : {0U, 1U, 259U, 260U, 5000U}) {
         std::string text(length, 'p');
         dialog.StoreRecentList(0, list, text.data());
-        EXPECT_EQ(Stored("FontDir", 0), Ended(text));
+        EXPECT_EQ(Stored("FontDir", 0), Terminated(text));
         std::memset(out, '#', sizeof out);
         EXPECT_EQ(dialog.RestoreRecentList(0, list, out), length <= 259) << length;
         EXPECT_EQ(out[MAX_PATH], '#');
@@ -115,7 +117,7 @@ TEST_F(RecentLists, EntriesUpTo259CharactersComeBackAndLongerOnesAreLeftOut) {
     }
     EXPECT_FALSE(dialog.RestoreRecentList(1, list, out));
     settings.SetValue(kRoot + "FontDir", "FontDir 0", {REG_BINARY, std::vector<BYTE>(260, 'x')});
-    EXPECT_FALSE(dialog.RestoreRecentList(0, list, out)) << "a text without an end";
+    EXPECT_FALSE(dialog.RestoreRecentList(0, list, out)) << "a text without a NUL";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// A font file's records and sections over bytes.
+// The records and sections of a font file in memory.
 #include <algorithm>
 #include <cstring>
 #include <random>
@@ -7,7 +7,6 @@
 
 #include "module/font/format/convert_char_entry.h"
 #include "module/font/format/convert_font_header.h"
-#include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "samples/font_writer.h"
 
@@ -19,18 +18,10 @@ using samples::Bytes;
 using samples::FontFile;
 using testing::ElementsAre;
 
-struct Loaded {
-    explicit Loaded(std::span<const std::uint8_t> bytes, message::SectionObserver* observer = nullptr) {
-        message::ByteSource source(bytes);
-        outcome = font::LoadFont(source, slot, tessor, observer);
-    }
-    ~Loaded() { font::ReleaseFontBlocks(slot); }
-    Loaded(const Loaded&) = delete;
-    Loaded& operator=(const Loaded&) = delete;
-
-    tag_font_memory slot;
-    bool tessor = false;
-    font::FontOutcome outcome;
+struct Loaded : font::LoadedFont {
+    explicit Loaded(std::span<const std::uint8_t> bytes, message::SectionObserver* observer = nullptr)
+        : outcome(font::LoadFont(bytes, *this, observer)) {}
+    const font::FontOutcome outcome;
 };
 
 class SectionNames : public message::SectionObserver {
@@ -41,7 +32,7 @@ class SectionNames : public message::SectionObserver {
     std::vector<std::string> sections;
 };
 
-TEST(FontHeader, KeepsItsOffsetsWithItsWordsConverted) {
+TEST(FontHeader, ConvertsEachFieldInPlace) {
     std::mt19937 random(4711);
     for (int round = 0; round < 200; ++round) {
         std::array<std::uint8_t, 128> file{};
@@ -59,7 +50,7 @@ TEST(FontHeader, KeepsItsOffsetsWithItsWordsConverted) {
     }
 }
 
-TEST(FontHeader, FieldsAreTheWrittenOnes) {
+TEST(FontHeader, FieldsHaveTheWrittenValues) {
     FontFile font;
     font.header.font_name = std::string(70, 'n');
     font.header.font_id_text = "7077";
@@ -80,7 +71,7 @@ TEST(FontHeader, FieldsAreTheWrittenOnes) {
                 ElementsAre(-40, -3, 9, 1, 3, 0x31, 200));
 }
 
-TEST(DirectoryEntry, BitFieldsStandFromTheLowestBitUp) {
+TEST(DirectoryEntry, BitFieldsStartAtTheLowestBit) {
     const auto word = [](const samples::CharEntry& entry) {
         return std::uint32_t{font::ConvertCharEntry(samples::WriteCharEntry(entry)).glyph_word};
     };
@@ -100,7 +91,7 @@ TEST(DirectoryEntry, BitFieldsStandFromTheLowestBitUp) {
     EXPECT_EQ(entry.Metric(), 33);
 }
 
-TEST(DirectoryEntry, KindsAreToldApartStoredFirst) {
+TEST(DirectoryEntry, KindOfStoredGlyphTakesPrecedence) {
     for (unsigned kind = 0; kind < 256; ++kind) {
         const tag_char_entry entry{static_cast<std::uint8_t>(kind), 0, 0, 0};
         EXPECT_EQ(entry.IsStored(), kind == 170);
@@ -131,7 +122,7 @@ FontFile WithAllBlocks(unsigned font_flags) {
 struct BlocksCase {
     const char* name;
     unsigned font_flags;
-    std::vector<std::string> sections;  // behind the directory, without their places
+    std::vector<std::string> sections;  // after the directory, without positions
     bool tessor;
 };
 
@@ -205,7 +196,7 @@ struct SizeCase {
     font::FontOutcome outcome;
 };
 
-TEST(FontSizes, AreHeldAgainstTheFileBeforeMemoryIsTaken) {
+TEST(FontSizes, AreCheckedAgainstTheFileBeforeAllocation) {
     const SizeCase kCases[] = {
         {"a negative auxiliary block", [](FontFile& f) { f.header.aux_block_size = -1; }, font::FontOutcome::kNoMemory},
         {"a negative word table", [](FontFile& f) { f.header.word_table_size = 0x8000; }, font::FontOutcome::kNoMemory},
@@ -251,7 +242,7 @@ TEST(FontSizes, AreHeldAgainstTheFileBeforeMemoryIsTaken) {
     }
 }
 
-TEST(StoredGlyphs, LengthsThatRunPastTheEndAreNoticedByTheNextOnly) {
+TEST(StoredGlyphs, LengthPastTheEndFailsOnlyForTheNextGlyph) {
     FontFile font = WithAllBlocks(0x20);
     font.stored[191].length = 0xFFFFFFFF;
     EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, font::FontOutcome::kRead);

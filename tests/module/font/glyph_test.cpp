@@ -1,4 +1,4 @@
-// Rectangles and pixels of characters, as the host asks for them.
+// Rectangles and pixels of characters, as a host requests them.
 #include <gmock/gmock.h>
 
 #include "module/font/format/straighten.h"
@@ -32,7 +32,7 @@ TEST(StoredPixels, AreTheFormulaInDoublesForEveryColourAndAlphaOnEveryPath) {
         }
     }
     for (const font::straighten::Path& path : font::straighten::Paths()) {
-        for (const std::size_t first : {0U, 4U}) {  // and with what is left over behind the last whole step
+        for (const std::size_t first : {0U, 4U}) {  // the second leaves a remainder after the last whole step
             std::vector<std::uint8_t> pixels(stored.begin() + static_cast<std::ptrdiff_t>(first), stored.end());
             path.Convert(pixels.data(), pixels.data(), pixels.size() / 4);
             EXPECT_TRUE(std::equal(pixels.begin(), pixels.end(), wanted.begin() + static_cast<std::ptrdiff_t>(first)))
@@ -57,14 +57,14 @@ TEST(StoredPixels, OfRowsOfAnyWidthAreTheSameOnEveryPath) {
     }
 }
 
-/// A bitmap of the host's, every byte 0x77 at first.
+/// A bitmap of the host. Every byte is initially 0x77.
 struct Bitmap {
     Bitmap(int width, int height) : bytes(static_cast<std::size_t>(width * height * 4), 0x77) {
         dib.dsBm.bmBits = bytes.data();
         dib.dsBmih.biWidth = width;
         dib.dsBmih.biHeight = height;
     }
-    /// A pixel of the picture, row 0 on top.
+    /// A pixel; row 0 is the top one.
     std::vector<int> At(int x, int y) const {
         const auto* at = bytes.data() + ((dib.dsBmih.biHeight - 1 - y) * dib.dsBmih.biWidth + x) * 4;
         return {at, at + 4};
@@ -151,7 +151,7 @@ TEST_F(Glyphs, RunCodedIsDrawnBottomUpInTheColoursOfItsSet) {
     EXPECT_THAT(set7.At(3, 3), Each(0x99));
     EXPECT_THAT(set7.At(3, 1), ElementsAre(0x33, 0x22, 0x11, 255));
     EXPECT_THAT(set7.At(2, 2), ElementsAre(0x66, 0x55, 0x44, 255));
-    EXPECT_THAT(set7.At(3, 2), Each(0)) << "behind the end of the line";
+    EXPECT_THAT(set7.At(3, 2), Each(0)) << "after the end of the line";
     for (const int no_set : {-1, 8, 1000, -5}) {
         const Bitmap plain = Build('A', no_set);
         EXPECT_THAT(plain.At(0, 1), Each(255)) << no_set;
@@ -171,7 +171,7 @@ TEST_F(Glyphs, EmptyRunCodedGlyphIsTheFill) {
     EXPECT_THAT(bitmap.bytes, Each(0x42));
 }
 
-TEST_F(Glyphs, StoredIsStraightenedAndTurnedOver) {
+TEST_F(Glyphs, StoredIsStraightenedAndFlipped) {
     samples::StoredGlyph glyph = SolidGlyph(2, 2);
     const std::uint8_t pixels[] = {128, 128, 64, 200, 255, 1, 2, 3, 0, 9, 9, 9, 255, 4, 5, 6};
     glyph.pixels.assign(std::begin(pixels), std::end(pixels));
@@ -206,7 +206,7 @@ TEST_F(Glyphs, StoredPixelsStayInsideBothBlocks) {
     fonts.BuildMFData(Font(), &null, 0, 'B', 0);
 }
 
-TEST_F(Glyphs, CharacterWithoutGlyphLeavesTheBitmap) {
+TEST_F(Glyphs, CharacterWithoutGlyphLeavesTheBitmapUnchanged) {
     Load(PlainFont("Plain", "A"));
     Bitmap bitmap(4, 4);
     for (const DWORD code : {DWORD{'Z'}, DWORD{192}, DWORD{0x80000000}})
@@ -215,7 +215,7 @@ TEST_F(Glyphs, CharacterWithoutGlyphLeavesTheBitmap) {
     EXPECT_THAT(bitmap.bytes, Each(0x77));
 }
 
-TEST_F(Glyphs, MissingFileIsToldOnceEachTimeUnlessSkipped) {
+TEST_F(Glyphs, MissingFileShowsOneBoxForEachCallUnlessSkipped) {
     samples::FontFile font = PlainFont();
     font.AddStored('S', SolidGlyph(2, 2), 0, 0);
     Load(font);
@@ -258,7 +258,7 @@ TEST_F(Glyphs, RecordCutShortIsAFileError) {
         bool flag = false;
         if (n < at.stored['S'] + 12) {
             ExpectFileError([&] { Rect('S', &flag); });
-            EXPECT_EQ(flag, n >= at.stored['S'] + 6) << "known once its word has come";
+            EXPECT_EQ(flag, n >= at.stored['S'] + 6) << "set if the file contains its word";
         }
         Bitmap bitmap(2, 2);
         ExpectFileError([&] { fonts.BuildMFData(Font(), &bitmap.dib, 0, 'S', 0); });

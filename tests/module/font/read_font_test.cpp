@@ -1,4 +1,4 @@
-// Finding a font's file, and what the user hears of one that can't be read.
+// Finding a font file, and the message boxes for one that can't be read.
 #include <cstring>
 
 #include <gmock/gmock.h>
@@ -53,13 +53,13 @@ TEST_F(ReadFont, TriesFiveNamesAndStopsAtTheFirst) {
         std::filesystem::remove(Native(kCandidates[first]));
     }
     WriteAt("BROWSED/.12");
-    EXPECT_EQ(Read(), 0) << "the browse directory knows the long name only";
+    EXPECT_EQ(Read(), 0) << "in the browse directory, only the long name is tried";
     EXPECT_EQ(CZelFont::m_SFontBrowseDir, "D:\\BROWSED");
     EXPECT_THAT(NewBoxes(), ElementsAre("Couldn't Find Font File |Couldn't Find Zelmara! Font File: "
                                         "D:\\MACHINE\\.0012\nWould you like to browse for this file?"));
 }
 
-TEST_F(ReadFont, StoredDirectoryTooLongForAPathIsLeftOut) {
+TEST_F(ReadFont, StoredDirectoryTooLongForAPathIsIgnored) {
     Store("D:\\" + std::string(258, 's'));
     CZelFont::m_bIgnoreErrors = 1;
     EXPECT_EQ(Read(), 0);
@@ -72,7 +72,7 @@ struct NumberCase {
     const char* path;
 };
 
-TEST_F(ReadFont, PathComesBackWithItsBackslash) {
+TEST_F(ReadFont, PathIsReturnedWithABackslash) {
     for (const char* name : {"MACHINE/.0012", "MACHINE/.0000", "MACHINE/.65534"}) WriteAt(name);
     for (const NumberCase& row : {NumberCase{"D:\\MACHINE", 12, "D:\\MACHINE\\.0012", "D:\\MACHINE\\"},
                                   NumberCase{"D:\\MACHINE\\", 0, "D:\\MACHINE\\.0000", "D:\\MACHINE\\"},
@@ -84,14 +84,14 @@ TEST_F(ReadFont, PathComesBackWithItsBackslash) {
         EXPECT_EQ(path, row.path);
     }
     EXPECT_EQ(Read("", 12), 0);
-    EXPECT_EQ(path, "") << "an empty directory stays the current one";
+    EXPECT_EQ(path, "") << "an empty directory means the current one";
     EXPECT_THAT(NewBoxes(), ElementsAre(testing::HasSubstr("Font File: .0012\n")));
     EXPECT_EQ(Read("D:\\MACHINE", -1), 0);
     EXPECT_EQ(path, "D:\\MACHINE") << "no number, no search";
     EXPECT_THAT(NewBoxes(), IsEmpty());
 }
 
-TEST_F(ReadFont, NoAtThePromptLeavesTheSlot) {
+TEST_F(ReadFont, NoAtThePromptLeavesTheSlotUnchanged) {
     desktop.QueueBoxAnswer(IDNO);
     EXPECT_EQ(Read(), 0);
     EXPECT_EQ(path, "D:\\MACHINE\\");
@@ -131,7 +131,7 @@ TEST_F(ReadFont, YesBrowsesAndKeepsTheDirectory) {
     EXPECT_EQ(set.ReadFont(path, 13, 0, false), 1) << "found where the user browsed before";
 }
 
-TEST_F(ReadFont, BrowsingThatEndsInNothingGivesNothing) {
+TEST_F(ReadFont, BrowsingWithoutAFileLoadsNothing) {
     desktop.SetYesNoAnswer(IDYES);
     for (const auto& file : {std::optional<std::string>(), std::optional<std::string>("D:\\NOWHERE\\.0012")}) {
         desktop.QueueFile(file);
@@ -141,7 +141,7 @@ TEST_F(ReadFont, BrowsingThatEndsInNothingGivesNothing) {
     }
 }
 
-struct ComplaintCase {
+struct FailureCase {
     const char* name;
     void (*change)(FontFile&);
     std::size_t cut;  // bytes of the file, 0 for all
@@ -159,7 +159,7 @@ std::string FileError(const char* name) {
 }
 constexpr char kTessor[] = "ZELMARA Import|Tessor Encoded Data!";
 
-TEST_F(ReadFont, FailuresHaveTheirWords) {
+TEST_F(ReadFont, ShowsABoxForEachFailure) {
     const auto leading = [](FontFile& f) {
         f.header.font_flags = 18;
         f.first_sample = samples::SampleBlock{};
@@ -167,8 +167,8 @@ TEST_F(ReadFont, FailuresHaveTheirWords) {
     };
     const std::string directory = FileError("D:\\MACHINE\\"), file = FileError("D:\\MACHINE\\.0012"),
                       rows = FileError("Zelmara Font File");
-    const std::size_t behind_codes = 2184 + PlainFont().encoding.size();
-    const ComplaintCase kCases[] = {
+    const std::size_t after_codes = 2184 + PlainFont().encoding.size();
+    const FailureCase kCases[] = {
         {"short Psos header", [](FontFile&) {}, 135, {Couldnt("Psos File Header")}, {}},
         {"wrong type",
          [](FontFile& f) { f.psos.file_type = 702; },
@@ -180,8 +180,8 @@ TEST_F(ReadFont, FailuresHaveTheirWords) {
         {"short codes", [](FontFile&) {}, 2185, {Couldnt("Encoding Data")}, {Couldnt("Encoding Data")}},
         {"short auxiliary block", [](FontFile& f) { f.header.aux_block_size = 9; }, 0, {file}, {file}, 0, true},
         {"short leading codes", leading, 2185, {directory}, {directory}, 0, true},
-        {"short leading sample", leading, behind_codes + 9, {directory}, {directory}, 0, true},
-        {"short second sample", leading, behind_codes + 19, {kTessor, file}, {kTessor, file}, 0, true},
+        {"short leading sample", leading, after_codes + 9, {directory}, {directory}, 0, true},
+        {"short second sample", leading, after_codes + 19, {kTessor, file}, {kTessor, file}, 0, true},
         {"short sample row",
          [](FontFile& f) {
              f.sample = samples::SampleBlock{0, {2, 2, {1, 2, 3}}, {}};
@@ -195,7 +195,7 @@ TEST_F(ReadFont, FailuresHaveTheirWords) {
         {"not plain", [](FontFile& f) { f.header.font_flags = 0; }, 0, {kTessor}, {kTessor}, 1},
         {"missing record", [](FontFile& f) { f.directory[0].glyph_kind = 170; }, 0, {file}, {file}, 0, true},
     };
-    for (const ComplaintCase& row : kCases) {
+    for (const FailureCase& row : kCases) {
         SCOPED_TRACE(row.name);
         FontFile font = PlainFont();
         row.change(font);
@@ -248,7 +248,7 @@ TEST_F(ReadFont, WriteSampleDataReadsFromTheFilesPosition) {
     a.data = b.data = nullptr;
     try {
         fonts.write_sample_data(file.get(), &a, &b, {0, 4, 2, 2, 1});
-        ADD_FAILURE() << "the last row is short by a byte";
+        ADD_FAILURE() << "the last row lacks one byte";
     } catch (CFileException* error) {
         EXPECT_EQ(error->m_cause, 1);
         EXPECT_EQ(error->m_lOsError, -1);

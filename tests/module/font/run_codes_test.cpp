@@ -1,12 +1,13 @@
 // Measuring and drawing run-coded glyphs.
-#include "module/font/format/run_codes.h"
+#include "samples/run_codes.h"
 
 #include <cmath>
 #include <random>
 
 #include <gmock/gmock.h>
 
-#include "samples/run_codes.h"
+#include "module/font/format/draw_run_codes.h"
+#include "module/font/format/measure_run_codes.h"
 
 namespace zel::test {
 
@@ -44,7 +45,7 @@ TEST(Measure, FollowsTheCodes) {
         {"nor does a background run with the bit", {kStayingBackground, ColourRun(1, 255, 4), EndOfLine(), 0}, {4, 3}},
         {"a line of stay codes only isn't unfinished", {EndOfLine(), Stay(1, 255), 0}, {0, 3}},
         {"background runs widen", {BackgroundRun(32), BlendedRun(1, 9, 1), EndOfLine(), 0}, {36, 3}},
-        {"codes behind the end don't count", {0, ColourRun(1, 255, 9), EndOfLine()}, {0, 2}},
+        {"codes after the end don't count", {0, ColourRun(1, 255, 9), EndOfLine()}, {0, 2}},
     };
     for (const MeasureCase& row : kCases)
         EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(row.codes))), row.size) << row.name;
@@ -74,7 +75,7 @@ TEST(Measure, IsTheSameOnEveryPath) {
     }
 }
 
-TEST(RunCodeReader, StaysInTheEncodingData) {
+TEST(RunCodeReader, StaysWithinTheEncodingData) {
     const samples::Bytes bytes = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
     EXPECT_FALSE(Reader(bytes, 3).Next().EndsGlyph()) << "at any byte";
     for (const std::uint32_t offset : {4U, 7U, 8U, 0xFFFFFFFFU}) EXPECT_TRUE(Reader(bytes, offset).Next().EndsGlyph());
@@ -100,7 +101,7 @@ struct Canvas {
 struct DrawCase {
     const char* name;
     RunCodes codes;
-    std::vector<std::string> line;  // the second row of a canvas of four by four
+    std::vector<std::string> line;  // the second row of a canvas of 4 by 4 pixels
 };
 
 constexpr char kFill[] = "17 17 17 17", kZero[] = "0 0 0 0", kBack[] = "9 8 7 0", kFace[] = "50 100 200 255";
@@ -123,7 +124,10 @@ TEST(Draw, FollowsTheCodes) {
         {"a stay code leaves multiplied bytes and the position",
          {Stay(1, 100), EndOfLine()},
          {kZero, kZero, kZero, kZero}},
-        {"the stay bit of a background run isn't looked at", {kStayingBackground}, {kBack, kBack, kBack, kBack}},
+        {"a stay code leaves its limited bytes for the next code",
+         {Stay(1, 60), 0},
+         {"50 60 60 60", kFill, kFill, kFill}},
+        {"the stay bit of a background run is ignored", {kStayingBackground}, {kBack, kBack, kBack, kBack}},
         {"a blended run mixes once, with its first pixel",
          {Stay(2, 255), BlendedRun(1, 128, 2), ColourRun(1, 255, 2)},
          {"27 51 101 255", "27 51 101 255", kFace, kFace}},
@@ -135,16 +139,10 @@ TEST(Draw, FollowsTheCodes) {
         const Canvas canvas(4, 4, row.codes);
         for (int x = 0; x < 4; ++x) {
             EXPECT_EQ(canvas.At(x, 1), row.line[static_cast<std::size_t>(x)]) << row.name << ", pixel " << x;
-            EXPECT_EQ(canvas.At(x, 0), kFill) << row.name << ": the first row stays";
-            EXPECT_EQ(canvas.At(x, 3), kFill) << row.name << ": rows that aren't reached stay";
+            EXPECT_EQ(canvas.At(x, 0), kFill) << row.name << ": the first row is unchanged";
+            EXPECT_EQ(canvas.At(x, 3), kFill) << row.name << ": uncovered rows are unchanged";
         }
     }
-}
-
-TEST(Draw, StayLeavesItsBytesForTheNextCode) {
-    RunCodes codes = {Stay(1, 60)};
-    codes.insert(codes.end(), {samples::EndOfGlyph()});
-    EXPECT_EQ(Canvas(2, 2, codes).At(0, 1), "50 60 60 60") << "limited, not divided";
 }
 
 TEST(Draw, EndsAfter500ColourRunsOrLines) {
@@ -161,7 +159,7 @@ TEST(Draw, EndsAfter500ColourRunsOrLines) {
     EXPECT_EQ(Canvas(1, 502, lines).At(0, 500), kFace);
 }
 
-TEST(Draw, FillsRowsAsIfTheyHadBeenFilledBefore) {
+TEST(Draw, FillEqualsExistingPixels) {
     std::mt19937 random(20040607);
     const auto any = [&random](unsigned below) { return static_cast<unsigned>(random() % below); };
     for (int round = 0; round < 3000; ++round) {

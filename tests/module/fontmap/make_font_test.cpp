@@ -25,21 +25,21 @@ class MakeFont : public ModuleTest {
 
 struct PathCase {
     const char* path;
-    const char* wanted;  // the file that is looked for
+    const char* wanted;  // the file that is requested
 };
 
-TEST_F(MakeFont, TakesThePathApart) {
+TEST_F(MakeFont, SplitsThePath) {
     CZelFont::m_bIgnoreErrors = 0;
     for (const PathCase& row : {
              PathCase{"D:\\F\\.0012", "D:\\F\\.0012"},
              PathCase{"D:\\F\\.12", "D:\\F\\.0012"},
              PathCase{"D:\\F\\.70000", "D:\\F\\.70000"},
-             PathCase{"D:\\F", "D:\\F\\.0000"},        // no extension: all of it is the directory
+             PathCase{"D:\\F", "D:\\F\\.0000"},        // no extension: the whole path is the directory
              PathCase{"D:\\F\\.TXT", "D:\\F\\.0000"},  // not a number
-             PathCase{"D:\\F\\.12a", "D:\\F\\.0000"},  // not all of it one
+             PathCase{"D:\\F\\.12a", "D:\\F\\.0000"},  // not a number as a whole
              PathCase{"D:\\F\\.", "D:\\F\\.0000"},
              PathCase{"D:\\F\\STEM.0012", "D:\\F\\STE\\.0012"},  // the cut takes the stem's last character
-             PathCase{"D:\\A.0012\\F\\.0012", "D:\\.0012"},      // and happens at the first place
+             PathCase{"D:\\A.0012\\F\\.0012", "D:\\.0012"},      // and is made at the first occurrence
              PathCase{".0012", ".0012"},
              PathCase{"", ".0000"},
          }) {
@@ -59,11 +59,11 @@ TEST_F(MakeFont, FilledSlotHasADescriptionWithoutMaps) {
     EXPECT_STREQ(fonts.m_Slots[0].log_font->lfFaceName, "Zelmara! (0) Name Bold Ital");
     EXPECT_EQ(fonts.m_Slots[0].log_font->lfWeight, 700);
     EXPECT_EQ(fonts.m_Slots[0].log_font->lfItalic, 1);
-    EXPECT_EQ(fonts.m_Slots[0].effect_params->face_colour, 0x332211U) << "of the palette that the set brought";
+    EXPECT_EQ(fonts.m_Slots[0].effect_params->face_colour, 0x332211U) << "from the palette that the set had before";
     EXPECT_EQ(fonts.m_Palette[1 + 7 * 32 + 1], 0xD9D9FFD9U) << "the default palette from now on";
 }
 
-TEST_F(MakeFont, FailureEmptiesTheSlotAndLeavesThePalette) {
+TEST_F(MakeFont, FailureClearsTheSlotAndKeepsThePalette) {
     fonts.m_Palette[5] = 77;
     WriteFile("MACHINE/.0012", "too short");
     EXPECT_FALSE(Make("D:\\MACHINE\\.0012"));
@@ -78,10 +78,10 @@ TEST_F(MakeFont, CancelStillCopiesThePalette) {
     EXPECT_EQ(fonts.m_Palette[1], 0x0000FE00U);
     EXPECT_TRUE(CZelFont::m_bCancelFontBrowse);
     EXPECT_FALSE(Make("D:\\MACHINE\\.0012"));
-    EXPECT_EQ(desktop.Boxes().size(), 3U) << "the prompt stays silent; each call tells of the typeface list, once";
+    EXPECT_EQ(desktop.Boxes().size(), 3U) << "no second prompt; each call shows a box for the typeface list";
 }
 
-TEST_F(MakeFont, FontThatTheSetHeldBeforeStaysTheHolders) {
+TEST_F(MakeFont, EarlierFontOfTheSetIsNotFreed) {
     WriteFont(12, PlainFont());
     ASSERT_TRUE(Make("D:\\MACHINE\\.0012"));
     tag_font_memory held = fonts.m_Slots[0];

@@ -21,7 +21,7 @@ struct BitstreamCase {
     const char* lines;
     std::vector<std::pair<WORD, const char*>> ids;
     std::vector<std::pair<const char*, const char*>> families = {};
-    int id_count = -1;  // as many as ids
+    int id_count = -1;  // -1: the size of ids
 };
 void PrintTo(const BitstreamCase& row, std::ostream* out) {
     *out << row.name;
@@ -57,17 +57,18 @@ INSTANTIATE_TEST_SUITE_P(
                       {{"Swiss", "Swiss 721 roman BT"}}},
         BitstreamCase{"family_may_end_in_a_digit", "Swiss 721\n\tbold\t8\n", {{8, "Swiss 721 bold BT"}}},
         BitstreamCase{"annotation_of_a_style", "F\n\tbold =Heavy = x\t9\n", {{9, "F bold BT"}}},
-        BitstreamCase{"character_before_the_equals_sign_goes", "Fam=x\n\ts=y\t1\n", {{1, "Fa  BT"}}},
+        BitstreamCase{"character_before_the_equals_sign_is_removed", "Fam=x\n\ts=y\t1\n", {{1, "Fa  BT"}}},
         BitstreamCase{"plain_entry_keeps_the_family",
                       "F\n\ta\t1\nPlain One\t2\n\tb\t3\n",
                       {{1, "F a BT"}, {2, "Plain One BT"}, {3, "F b BT"}},
                       {{"F", "F a BT"}, {"Plain", "Plain One BT"}}},
-        BitstreamCase{"blank_behind_the_number_makes_a_heading", "F\n\ta\t1 \n\tb\t2\n", {{2, "\ta\t1  b BT"}}},
+        BitstreamCase{"blank_after_the_number_makes_a_heading", "F\n\ta\t1 \n\tb\t2\n", {{2, "\ta\t1  b BT"}}},
         BitstreamCase{"empty_line_empties_the_family", "F\n\n\ta\t1\n", {{1, " a BT"}}, {{"", " a BT"}}},
-        BitstreamCase{"tabs_at_a_headings_end_go_but_not_its_first_two", "\t\t\t\n\ta\t1\n", {{1, "\t\t a BT"}}},
+        BitstreamCase{
+            "tabs_at_a_headings_end_are_removed_except_the_first_two", "\t\t\t\n\ta\t1\n", {{1, "\t\t a BT"}}},
         BitstreamCase{"only_four_digits_count", "A\t12345\n", {{1234, "A BT"}}},
-        BitstreamCase{"text_before_and_behind_the_number", "A\tno. 12ab 34\n", {{12, "A BT"}}},
-        BitstreamCase{"later_number_and_earlier_family_stay",
+        BitstreamCase{"text_before_and_after_the_number", "A\tno. 12ab 34\n", {{12, "A BT"}}},
+        BitstreamCase{"last_number_and_first_family_count",
                       "A x\t5\nA y\t5\nA z\t6\n",
                       {{5, "A y BT"}, {6, "A z BT"}},
                       {{"A", "A x BT"}}},
@@ -103,7 +104,7 @@ TEST(NameMaps, KeepThousandsOfKeysOfAnyLength) {
     EXPECT_FALSE(numbers.Lookup(12, found));
 }
 
-TEST(TextLines, LineOfMoreThan199CharactersComesAsSeveral) {
+TEST(TextLines, LineOfMoreThan199CharactersIsSplit) {
     const std::string text = std::string(198, 'a') + "\n" + std::string(199, 'b') + "\n" + std::string(200, 'c');
     fontmap::TextLines lines(text);
     std::vector<std::size_t> lengths;
@@ -113,7 +114,7 @@ TEST(TextLines, LineOfMoreThan199CharactersComesAsSeveral) {
 
 class NameLists : public ModuleTest {};
 
-TEST_F(NameLists, TypefacesStandUnderTheirBitstreamNames) {
+TEST_F(NameLists, TypefacesAreMappedByTheirBitstreamNames) {
     WriteFile("MAPS/typeface_list.txt", std::string(kHeadings) +
                                             "Arial\t\tSwiss BT\n\tNo Face BT\nno tab BT\nEnds\t\t\n\nA =x\tB =y\n"
                                             "Blank\tTrailing BT \nFirst\tTwice BT\nSecond\tTwice BT\nT\ta\tb\n");
@@ -140,7 +141,7 @@ struct MissingCase {
     bool bitstream_box, typeface_box;
 };
 
-TEST_F(NameLists, MissingListsAreToldByASwitchOfTheirOwn) {
+TEST_F(NameLists, MissingListsShowABoxUnlessTheirSettingSuppressesIt) {
     for (const MissingCase& row : {MissingCase{0, 0, true, true}, MissingCase{1, 0, false, true},
                                    MissingCase{0, 1, true, false}, MissingCase{1, 1, false, false}}) {
         OpenDialog dialog(nullptr);
@@ -160,7 +161,7 @@ TEST_F(NameLists, MissingListsAreToldByASwitchOfTheirOwn) {
     }
 }
 
-TEST_F(NameLists, WithoutADirectoryTheyLieInTheCurrentOne) {
+TEST_F(NameLists, WithoutADirectoryTheCurrentOneIsUsed) {
     char nothing[MAX_PATH] = {};
     Register_GLV_OnChar(nullptr, nothing);
     OpenDialog dialog(nullptr);

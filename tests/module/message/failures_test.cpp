@@ -1,4 +1,4 @@
-// What the user is told of a message file, and what stays silent.
+// The message boxes for a message file.
 #include <gmock/gmock.h>
 
 #include "module/contract/zel_message.h"
@@ -15,53 +15,13 @@ using samples::MessageFile;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr char kCouldnt[] = "Couldn't Read the Zelmara! File|";
-
 struct FailureCase {
     const char* name;
     void (*change)(MessageFile&);
-    std::size_t cut;  // bytes of the file, 0 for all
     bool read;
     std::vector<std::string> boxes;
+    std::size_t cut = 0;  // size of the truncated file in bytes, 0 for the whole file
 };
-
-void PrintTo(const FailureCase& row, std::ostream* out) {
-    *out << row.name;
-}
-
-class MessageFailures : public ModuleTest, public testing::WithParamInterface<FailureCase> {
-  protected:
-    void WriteCase() const {
-        MessageFile file = MessageOf({samples::EmptyRow(30)});
-        GetParam().change(file);
-        samples::Bytes bytes = samples::WriteMessage(file);
-        if (GetParam().cut != 0) bytes.resize(GetParam().cut);
-        WriteFile("MESSAGES/.0001", bytes);
-    }
-};
-
-TEST_P(MessageFailures, SayWhatTheyAre) {
-    WriteCase();
-    OpenDialog dialog(nullptr);
-    CZelMessage message("", "D:\\MESSAGES", ".0001", &dialog);
-    EXPECT_EQ(message.ReadMessage(&dialog), GetParam().read);
-    EXPECT_EQ(Boxes(), GetParam().boxes);
-    for (const auto& box : desktop.Boxes()) {
-        EXPECT_EQ(box.style, 48U);
-        EXPECT_EQ(box.owner, nullptr);
-    }
-    EXPECT_EQ(message.m_pFileHeader != nullptr, GetParam().cut == 0 || GetParam().cut >= 136);
-}
-
-TEST_P(MessageFailures, AreSilentButTheSameWithWarningsSkipped) {
-    WriteCase();
-    OpenDialog dialog(nullptr);
-    CZelFont::m_bIgnoreErrors = 5;
-    CZelMessage message("", "D:\\MESSAGES", ".0001", &dialog);
-    EXPECT_EQ(message.ReadMessage(&dialog), GetParam().read);
-    EXPECT_THAT(Boxes(), IsEmpty());
-    EXPECT_EQ(dialog.m_bImportSkip, 1);
-}
 
 void Tabs(MessageFile& file, unsigned version, std::vector<samples::TabField> fields) {
     file.tabs.emplace();
@@ -69,138 +29,132 @@ void Tabs(MessageFile& file, unsigned version, std::vector<samples::TabField> fi
     file.tabs->fields = std::move(fields);
 }
 samples::TabField TabOf(unsigned start, unsigned end, unsigned row) {
-    samples::TabField tab;
-    tab.tab_start = start;
-    tab.tab_end = end;
-    tab.tab_row = row;
-    return tab;
+    return {.tab_start = start, .tab_end = end, .tab_row = row};
 }
-std::string Couldnt(const char* text) {
-    return kCouldnt + std::string(text) + "D:\\MESSAGES\\.0001";
+std::string Couldnt(const std::string& text) {
+    return "Couldn't Read the Zelmara! File|" + text + "D:\\MESSAGES\\.0001";
 }
 
 constexpr char kPalWarning[] =
     "Warning - Video Standard Mismatch Detected|The Zelmara! message being imported is a PAL message,  \n"
     "    this may result in an offset shift of the message";
-
-INSTANTIATE_TEST_SUITE_P(
-    Each, MessageFailures,
-    testing::Values(FailureCase{"empty_file", [](MessageFile&) {}, 1, false, {Couldnt("Invalid file: ")}},
-                    FailureCase{"short_header", [](MessageFile&) {}, 135, false, {Couldnt("Invalid file: ")}},
-                    FailureCase{"header_only", [](MessageFile&) {}, 136, false, {Couldnt("Invalid file: ")}},
-                    FailureCase{"short_flags", [](MessageFile&) {}, 151, false, {Couldnt("Invalid file: ")}},
-                    FailureCase{"type_714", [](MessageFile& f) { f.psos.file_type = 714; }, 0, false, {}},
-                    FailureCase{"type_717_named",
-                                [](MessageFile& f) {
-                                    f.psos = {717, 0, "RGBA"};
-                                },
-                                0,
-                                false,
-                                {}},
-                    FailureCase{"unnamed_type",
-                                [](MessageFile& f) { f.psos.file_type = 500; },
-                                0,
-                                false,
-                                {Couldnt("Zelmara! file type 500 not supported: ")}},
-                    FailureCase{"huge_type",
-                                [](MessageFile& f) { f.psos.file_type = 0xFFFFFFFF; },
-                                0,
-                                false,
-                                {Couldnt("Zelmara! file type -1 not supported: ")}},
-                    FailureCase{"named_type",
-                                [](MessageFile& f) {
-                                    f.psos = {1, 0, "Some %s type"};
-                                },
-                                0,
-                                false,
-                                {Couldnt("Zelmara! 'Some %s type' not supported: ")}},
-                    FailureCase{"type_name_to_the_headers_end",
-                                [](MessageFile& f) {
-                                    f.psos = {1, 0, std::string(128, 'n')};
-                                },
-                                0,
-                                false,
-                                {Couldnt(("Zelmara! '" + std::string(128, 'n') + "' not supported: ").c_str())}},
-                    FailureCase{"pal_message", [](MessageFile& f) { f.pal = true; }, 0, true, {kPalWarning}},
-                    FailureCase{"flash_font",
-                                [](MessageFile& f) { f.flash_font.emplace(); },
-                                0,
-                                true,
-                                {"Flash Font Unsupported|Flash Font Characters will be ignored"}},
-                    FailureCase{"empty_palette",
-                                [](MessageFile& f) { f.palette.emplace(); },
-                                0,
-                                false,
-                                {Couldnt("Couldn't Read Zelmara! File's Font Header: ")}},
-                    FailureCase{"foreign_background",
-                                [](MessageFile& f) {
-                                    f.background.emplace();
-                                    f.background->tag = 0xBBBA;
-                                },
-                                0,
-                                false,
-                                {Couldnt("Couldn't Read Zelmara! Background: ")}},
-                    FailureCase{"short_background",
-                                [](MessageFile& f) {
-                                    f.background.emplace();
-                                    f.background->words = 1535;
-                                },
-                                0,
-                                false,
-                                {Couldnt("Invalid file: ")}},
-                    FailureCase{"exact_background",
-                                [](MessageFile& f) {
-                                    f.background.emplace();
-                                    f.background->tag = 0xBBBC;
-                                    Tabs(f, 2, {TabOf(1, 2, 0)});
-                                },
-                                0,
-                                true,
-                                {}},
-                    FailureCase{"tab_version_3",
-                                [](MessageFile& f) { Tabs(f, 3, {}); },
-                                0,
-                                false,
-                                {Couldnt("Couldn't Read Zelmara! Tab Table: ")}},
-                    FailureCase{"tab_version_1",
-                                [](MessageFile& f) { Tabs(f, 1, {}); },
-                                0,
-                                false,
-                                {Couldnt("Zelmara! Tab Versions prior to 2 not supported: ")}},
-                    FailureCase{"too_many_tabs",
-                                [](MessageFile& f) { Tabs(f, 2, std::vector<samples::TabField>(201, TabOf(1, 2, 0))); },
-                                0,
-                                false,
-                                {Couldnt("Zelmara! Maximum Tabs Exceeded: ")}},
-                    FailureCase{"bad_tab_row",
-                                [](MessageFile& f) {
-                                    Tabs(f, 2, {TabOf(2, 1, 1), TabOf(1, 1, 0), TabOf(1, 2, 0)});
-                                },
-                                0,
-                                true,
-                                {"Zelmara! Import Error|Invalid Tab row count in D:\\MESSAGES\\.0001"}},
-                    FailureCase{"bad_tab_field",
-                                [](MessageFile& f) {
-                                    Tabs(f, 2, {TabOf(2, 1, 0), TabOf(1, 1, 0)});
-                                },
-                                0,
-                                true,
-                                {"Zelmara! Import Error|Invalid Tab field : D:\\MESSAGES\\.0001"}},
-                    FailureCase{"several_at_once_in_file_order",
-                                [](MessageFile& f) {
-                                    f.pal = true;
-                                    f.flash_font.emplace();
-                                    f.palette.emplace();
-                                },
-                                0,
-                                false,
-                                {kPalWarning, "Flash Font Unsupported|Flash Font Characters will be ignored",
-                                 Couldnt("Couldn't Read Zelmara! File's Font Header: ")}}),
-    [](const auto& row) { return std::string(row.param.name); });
+constexpr char kFlashWarning[] = "Flash Font Unsupported|Flash Font Characters will be ignored";
 
 class ReadMessage : public ModuleTest {};
 
-TEST_F(ReadMessage, SaysNothingOfAFileThatIsMissing) {
+TEST_F(ReadMessage, ShowsABoxForEachFailureAndNoneWithWarningsSkipped) {
+    const std::string long_name(128, 'n');
+    const auto unchanged = [](MessageFile&) {};
+    const FailureCase kCases[] = {
+        {"empty file", unchanged, false, {Couldnt("Invalid file: ")}, 1},
+        {"short header", unchanged, false, {Couldnt("Invalid file: ")}, 135},
+        {"header only", unchanged, false, {Couldnt("Invalid file: ")}, 136},
+        {"short flags", unchanged, false, {Couldnt("Invalid file: ")}, 151},
+        {"type 714", [](MessageFile& f) { f.psos.file_type = 714; }, false, {}},
+        {"type 717 with a name",
+         [](MessageFile& f) {
+             f.psos = {717, 0, "RGBA"};
+         },
+         false,
+         {}},
+        {"unnamed type",
+         [](MessageFile& f) { f.psos.file_type = 500; },
+         false,
+         {Couldnt("Zelmara! file type 500 not supported: ")}},
+        {"huge type",
+         [](MessageFile& f) { f.psos.file_type = 0xFFFFFFFF; },
+         false,
+         {Couldnt("Zelmara! file type -1 not supported: ")}},
+        {"named type",
+         [](MessageFile& f) {
+             f.psos = {1, 0, "Some %s type"};
+         },
+         false,
+         {Couldnt("Zelmara! 'Some %s type' not supported: ")}},
+        {"type name without a NUL",
+         [](MessageFile& f) {
+             f.psos = {1, 0, std::string(128, 'n')};
+         },
+         false,
+         {Couldnt("Zelmara! '" + long_name + "' not supported: ")}},
+        {"PAL message", [](MessageFile& f) { f.pal = true; }, true, {kPalWarning}},
+        {"flash font", [](MessageFile& f) { f.flash_font.emplace(); }, true, {kFlashWarning}},
+        {"empty palette",
+         [](MessageFile& f) { f.palette.emplace(); },
+         false,
+         {Couldnt("Couldn't Read Zelmara! File's Font Header: ")}},
+        {"unknown background",
+         [](MessageFile& f) { f.background.emplace().tag = 0xBBBA; },
+         false,
+         {Couldnt("Couldn't Read Zelmara! Background: ")}},
+        {"short background",
+         [](MessageFile& f) { f.background.emplace().words = 1535; },
+         false,
+         {Couldnt("Invalid file: ")}},
+        {"exact background",
+         [](MessageFile& f) {
+             f.background.emplace().tag = 0xBBBC;
+             Tabs(f, 2, {TabOf(1, 2, 0)});
+         },
+         true,
+         {}},
+        {"tab version 3",
+         [](MessageFile& f) { Tabs(f, 3, {}); },
+         false,
+         {Couldnt("Couldn't Read Zelmara! Tab Table: ")}},
+        {"tab version 1",
+         [](MessageFile& f) { Tabs(f, 1, {}); },
+         false,
+         {Couldnt("Zelmara! Tab Versions prior to 2 not supported: ")}},
+        {"too many tabs",
+         [](MessageFile& f) { Tabs(f, 2, std::vector<samples::TabField>(201, TabOf(1, 2, 0))); },
+         false,
+         {Couldnt("Zelmara! Maximum Tabs Exceeded: ")}},
+        {"bad tab row, which hides a bad tab field",
+         [](MessageFile& f) {
+             Tabs(f, 2, {TabOf(2, 1, 1), TabOf(1, 1, 0), TabOf(1, 2, 0)});
+         },
+         true,
+         {"Zelmara! Import Error|Invalid Tab row count in D:\\MESSAGES\\.0001"}},
+        {"bad tab field",
+         [](MessageFile& f) {
+             Tabs(f, 2, {TabOf(2, 1, 0), TabOf(1, 1, 0)});
+         },
+         true,
+         {"Zelmara! Import Error|Invalid Tab field : D:\\MESSAGES\\.0001"}},
+        {"several, in file order",
+         [](MessageFile& f) {
+             f.pal = true;
+             f.flash_font.emplace();
+             f.palette.emplace();
+         },
+         false,
+         {kPalWarning, kFlashWarning, Couldnt("Couldn't Read Zelmara! File's Font Header: ")}},
+    };
+    for (const FailureCase& row : kCases) {
+        SCOPED_TRACE(row.name);
+        MessageFile file = MessageOf({samples::EmptyRow(30)});
+        row.change(file);
+        samples::Bytes bytes = samples::WriteMessage(file);
+        if (row.cut != 0) bytes.resize(row.cut);
+        WriteFile("MESSAGES/.0001", bytes);
+        for (const int skip : {0, 5}) {
+            OpenDialog dialog(nullptr);
+            CZelFont::m_bIgnoreErrors = skip;
+            CZelMessage message("", "D:\\MESSAGES", ".0001", &dialog);
+            EXPECT_EQ(message.ReadMessage(&dialog), row.read);
+            EXPECT_EQ(NewBoxes(), skip != 0 ? std::vector<std::string>() : row.boxes);
+            EXPECT_EQ(dialog.m_bImportSkip, skip != 0 ? 1 : 0);
+            EXPECT_EQ(message.m_pFileHeader != nullptr, row.cut == 0 || row.cut >= 136);
+        }
+    }
+    for (const auto& box : desktop.Boxes()) {
+        EXPECT_EQ(box.style, 48U);
+        EXPECT_EQ(box.owner, nullptr);
+    }
+}
+
+TEST_F(ReadMessage, ShowsNoBoxForAMissingFile) {
     OpenDialog dialog(nullptr);
     CZelMessage message("", "D:\\MESSAGES", ".0001", &dialog);
     EXPECT_FALSE(message.ReadMessage(&dialog));
@@ -208,9 +162,9 @@ TEST_F(ReadMessage, SaysNothingOfAFileThatIsMissing) {
     EXPECT_EQ(message.m_pFileHeader, nullptr);
 }
 
-TEST_F(ReadMessage, WarnsByTheHostsLinesAlone) {
+TEST_F(ReadMessage, WarnsByTheStandardOfTheHost) {
     OpenDialog dialog(nullptr);
-    dialog.m_iLines = 576;
+    dialog.m_iLines = ActiveLines(VideoStandard::kPal);
     MessageFile file = MessageOf({samples::EmptyRow(30)});
     file.pal = true;
     WriteMessage(file, "PAL");
@@ -225,7 +179,7 @@ TEST_F(ReadMessage, WarnsByTheHostsLinesAlone) {
                             "message,  \n    this may result in an offset shift of the message"));
 }
 
-TEST_F(ReadMessage, KeepsTheLastOffsetWhenItFailsBeforeTheRows) {
+TEST_F(ReadMessage, KeepsTheLastOffsetWhenReadingEndsBeforeTheRows) {
     MessageFile file = MessageOf({samples::EmptyRow(7)});
     WriteMessage(file, "GOOD");
     file.psos.file_type = 1;

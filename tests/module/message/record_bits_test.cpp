@@ -15,8 +15,8 @@ namespace zel::test {
 
 namespace {
 
-/// `width` bits of the file from bit `file` on (bit 0 is the top bit of byte 0) stand in memory from bit `memory` down,
-/// where bit 16 * n + b is bit b of word n.
+/// A field of `width` bits. In the file its highest bit is `file`, where bit 0 is the highest bit of byte 0. In memory
+/// its highest bit is `memory`, where bit 16 * n + b is bit b of word n.
 struct Field {
     const char* name;
     unsigned file, width, memory;
@@ -81,7 +81,7 @@ TEST(RowBits, EachBitOfAHeadGoesToItsPlace) {
         EXPECT_EQ(Words(message::ConvertRowHead(OneBit<8>(bit))), Expected(kRowHead, bit)) << "bit " << bit;
 }
 
-// Each bit and each number of records, so that every place in a vector and every remainder is met.
+// All numbers of records, to cover each position in a vector and each remainder.
 TEST(RowBits, EveryPathConvertsCharactersAlike) {
     std::array<std::uint8_t, 8 * 64> file{};
     for (unsigned bit = 0; bit < 8 * file.size(); ++bit) {
@@ -97,7 +97,7 @@ TEST(RowBits, EveryPathConvertsCharactersAlike) {
             for (std::size_t n = 0; n < count; ++n)
                 ASSERT_EQ(chars[n], message::ConvertMsgChar(std::span(file).subspan(8 * n, 8)))
                     << path.name << ' ' << n;
-            EXPECT_EQ(chars[count].word0, 0xA5A5) << path.name << " wrote behind " << count;
+            EXPECT_EQ(chars[count].word0, 0xA5A5) << path.name << " wrote after " << count;
         }
         for (unsigned bit = 0; bit < 64; ++bit) {
             std::array<tag_msg_char, 8> chars;
@@ -109,7 +109,7 @@ TEST(RowBits, EveryPathConvertsCharactersAlike) {
     }
 }
 
-TEST(ByteOrder, ValuesAreSwappedWhateverTheirNumber) {
+TEST(ByteOrder, SwapsAnyNumberOfValues) {
     for (std::size_t count = 0; count < 20; ++count) {
         std::vector<std::uint32_t> values(count);
         for (std::size_t n = 0; n < count; ++n) values[n] = static_cast<std::uint32_t>(0x01020300 + n);
@@ -132,7 +132,7 @@ TEST(RowBits, AllOnesGiveAllOnes) {
     EXPECT_EQ(message::RepackTabBits(255, 255, 255), 0xFFFFFFU);
 }
 
-TEST(RowBits, BytesThatAreMissingReadAsZero) {
+TEST(RowBits, MissingBytesReadAsZero) {
     const std::array<std::uint8_t, 8> ones{255, 255, 255, 255, 255, 255, 255, 255};
     for (std::size_t n = 0; n < 8; ++n) {
         std::array<std::uint8_t, 8> padded{};
@@ -142,22 +142,7 @@ TEST(RowBits, BytesThatAreMissingReadAsZero) {
     }
 }
 
-TEST(RowFields, ReadWhatTheConversionLaidDown) {
-    const RowHead head = message::ConvertRowHead(std::array<std::uint8_t, 8>{0x20, 0, 0x80, 0, 0xFC, 5, 0, 0});
-    EXPECT_TRUE(head.Empty());
-    EXPECT_EQ(head.word0, 4);
-    EXPECT_EQ(head.Y(), 0);
-    EXPECT_EQ(head.FirstChar(), 32);
-    EXPECT_EQ(head.CharCount(), 63);
-    EXPECT_EQ(head.Bottom(), 5);
-    const tag_msg_char flagged = message::ConvertMsgChar(std::array<std::uint8_t, 8>{0x40, 0, 0x10, 0, 0, 0, 0, 0x3F});
-    EXPECT_TRUE(flagged.PlaceFlag());
-    EXPECT_EQ(flagged.ColourSet(), 4);
-    EXPECT_EQ(flagged.Next(), 63);
-    EXPECT_EQ(flagged.word3 & 0x3FF, 0);
-}
-
-TEST(RowFields, SettersKeepTheirNeighbours) {
+TEST(RowFields, SettersLeaveOtherFieldsUnchanged) {
     tag_msg_char character =
         message::ConvertMsgChar(std::array<std::uint8_t, 8>{255, 255, 255, 255, 255, 255, 255, 255});
     character.SetX(0);

@@ -1,4 +1,4 @@
-// A message file's sections over bytes: where they lie, what they hold, and what a file that ends early gives.
+// The sections of a message file in memory: positions, contents, and truncated files.
 #include <map>
 
 #include <gmock/gmock.h>
@@ -22,14 +22,8 @@ class Sections : public message::SectionObserver {
     std::map<std::string, std::uint64_t> offsets;
 };
 
-message::MessageOutcome Load(std::span<const std::uint8_t> bytes, message::LoadedMessage& message,
-                             message::SectionObserver* observer = nullptr) {
-    message::ByteSource source(bytes);
-    return message::LoadMessage(source, message, observer);
-}
-
 message::MessageOutcome Load(const samples::MessageFile& file, message::LoadedMessage& message) {
-    return Load(samples::WriteMessage(file), message);
+    return message::LoadMessage(samples::WriteMessage(file), message);
 }
 
 samples::TabField Tab(unsigned start, unsigned end, unsigned row, const std::string& name = "NAME") {
@@ -60,12 +54,12 @@ samples::MessageFile WithAllSections() {
     return file;
 }
 
-TEST(MessageSections, LieWhereTheFormatPutsThem) {
+TEST(MessageSections, ArePositionedAsTheFormatDefines) {
     samples::MessageOffsets at;
     const Bytes bytes = samples::WriteMessage(WithAllSections(), &at);
     message::LoadedMessage message;
     Sections sections;
-    ASSERT_EQ(Load(bytes, message, &sections), message::MessageOutcome::kRead);
+    ASSERT_EQ(message::LoadMessage(bytes, message, &sections), message::MessageOutcome::kRead);
     EXPECT_EQ(sections.offsets, (std::map<std::string, std::uint64_t>{{"Psos file header", 0},
                                                                       {"section flags", 136},
                                                                       {"flash font", at.flash_font},
@@ -126,7 +120,7 @@ struct PaletteCase {
     message::MessageOutcome outcome;
 };
 
-TEST(PaletteSection, GoesByItsWordCount) {
+TEST(PaletteSection, DependsOnItsWordCount) {
     constexpr PaletteCase kCases[] = {{"none fail", 0, message::MessageOutcome::kShortPalette},
                                       {"one word", 1, message::MessageOutcome::kRead},
                                       {"three words", 3, message::MessageOutcome::kRead},
@@ -157,10 +151,10 @@ TEST(PaletteSection, BeyondItsLimitTheNextSectionBeginsInItsRemainder) {
     samples::MessageFile file;
     file.rows = {samples::EmptyRow(0)};
     file.palette.emplace();
-    file.palette->entries.assign(300, 0xBBBD0000);  // the tag of a background, where the 513th word stands
+    file.palette->entries.assign(300, 0xBBBD0000);  // the 513th word is the tag of a background
     file.background.emplace();
     file.background->tag = 0x1111;
-    file.background->words = 974 - 88 + 1;  // the body begins 88 words early, behind a tag that isn't read
+    file.background->words = 974 - 88 + 1;  // starts 88 words early, after a tag that isn't read
     message::LoadedMessage message;
     EXPECT_EQ(Load(file, message), message::MessageOutcome::kRead);
     file.background->words = 974 - 88 - 1;
@@ -216,7 +210,7 @@ TEST(VerticalCorrection, MovesUpByTheSmallestRowAtMostByTheLineOffset) {
     }
 }
 
-TEST(TabTable, RecordsAreConvertedAndHeldAgainstTheRows) {
+TEST(TabTable, RecordsAreConvertedAndCheckedAgainstTheRows) {
     samples::MessageFile file;
     file.rows = {samples::RowFromText(120, "A", 0, 0)};
     file.rows[0].row_bottom = 44;
@@ -296,10 +290,10 @@ TEST(Truncation, EveryPrefixGivesItsOutcomeAndZerosForTheRest) {
     file.rows[0].cells[5].b6_word = 0x3FF;
     const Bytes bytes = samples::WriteMessage(file, &at);
     message::LoadedMessage whole;
-    ASSERT_EQ(Load(bytes, whole), message::MessageOutcome::kRead);
+    ASSERT_EQ(message::LoadMessage(bytes, whole), message::MessageOutcome::kRead);
     for (std::size_t n = 0; n <= bytes.size(); ++n) {
         message::LoadedMessage message;
-        const message::MessageOutcome outcome = Load(std::span(bytes).first(n), message);
+        const message::MessageOutcome outcome = message::LoadMessage(std::span(bytes).first(n), message);
         ASSERT_EQ(outcome, OutcomeOfPrefix(n, at)) << n;
         EXPECT_EQ(message.file_header != nullptr, n >= 136);
         if (n < 152) continue;

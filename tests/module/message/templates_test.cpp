@@ -18,7 +18,7 @@ using testing::IsEmpty;
 
 constexpr char kBox[] = "Tavro|Templates created with default font.\n";
 
-/// A message of four rows whose fonts, tab fields and texts a test lays down in a line each.
+/// A message of four rows. A test describes each font, tab field and row text in one line.
 class Templates : public ModuleTest {
   protected:
     Templates() {
@@ -114,14 +114,14 @@ TEST_P(EmptyRowLimits, ComeFromTheFieldsFont) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, EmptyRowLimits,
-                         testing::Values(LimitsCase{"larger_limits_shrink", 60, 0, 10, 50},
-                                         LimitsCase{"a_smaller_bottom_stays", 40, 0, 10, 40},
-                                         LimitsCase{"flag_0x40_leaves_them_alone", 60, 0x40, 4, 60},
-                                         LimitsCase{"flag_0x10_leaves_them_alone", 60, 0x30, 4, 60},
+                         testing::Values(LimitsCase{"larger_limits_are_reduced", 60, 0, 10, 50},
+                                         LimitsCase{"a_smaller_bottom_is_kept", 40, 0, 10, 40},
+                                         LimitsCase{"flag_0x40_keeps_the_limits", 60, 0x40, 4, 60},
+                                         LimitsCase{"flag_0x10_keeps_the_limits", 60, 0x30, 4, 60},
                                          LimitsCase{"other_flags_do_not_count", 60, 0x2F, 10, 50}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(Templates, FieldWithTextInItIsDone) {
+TEST_F(Templates, FieldThatContainsTextGetsNoTemplate) {
     Font(0, 1, 10, 50);
     Text(0, {100});
     Text(1, {100});
@@ -137,7 +137,7 @@ TEST_F(Templates, FieldWithTextInItIsDone) {
     EXPECT_EQ(Row(2).Bottom(), 60) << "a row with text keeps its limits";
 }
 
-TEST_F(Templates, OldEndOfTheChainLeadsToTheBlank) {
+TEST_F(Templates, OldEndOfTheChainLinksToTheBlank) {
     Font(0, 1, 10, 50);
     Text(0, {10, 20});
     Tab(0, 100, 200, 0);
@@ -152,7 +152,7 @@ TEST_F(Templates, OldEndOfTheChainLeadsToTheBlank) {
     EXPECT_THAT(ends, ElementsAre(0, 0, 0, 1));
 }
 
-TEST_F(Templates, RowOf63CharactersStaysAsItIs) {
+TEST_F(Templates, RowOf63CharactersIsUnchanged) {
     Text(0, std::vector<int>(63, 500));
     const tag_msg_row before = Row(0);
     Tab(0, 10, 20, 0);
@@ -161,9 +161,9 @@ TEST_F(Templates, RowOf63CharactersStaysAsItIs) {
     EXPECT_THAT(Boxes(), IsEmpty()) << "no template was made";
 }
 
-TEST_F(Templates, FieldWithoutAFontTakesTheOneThatItsRowFits) {
+TEST_F(Templates, FieldWithoutAFontUsesTheOneThatFitsItsRow) {
     Font(2, 9, 10, 50);
-    Font(5, 9, 20, 60);  // the same number: the first slot stands for it
+    Font(5, 9, 20, 60);  // the same number: only the first slot counts
     Font(7, 8, 20, 60);
     Empty(0, 20, 60);
     Tab(0, 1, 2, 20);
@@ -182,7 +182,7 @@ TEST_F(Templates, FieldThatFitsNoFontKeepsItsNumber) {
     EXPECT_THAT(Boxes(), ElementsAre(kBox));
 }
 
-TEST_F(Templates, OnceAFieldHasMatchedItsLimitsServeOn) {
+TEST_F(Templates, LimitsOfTheLastMatchApplyToLaterFields) {
     Font(2, 9, 10, 50);
     Empty(0);
     Empty(1);
@@ -202,7 +202,7 @@ TEST_F(Templates, OnceAFieldHasMatchedItsLimitsServeOn) {
     EXPECT_THAT(Boxes(), ElementsAre(kBox));
 }
 
-TEST_F(Templates, WithoutAnyFontTheDefaultIsToldUnlessWarningsAreSkipped) {
+TEST_F(Templates, WithoutAnyFontShowsABoxUnlessWarningsAreSkipped) {
     Empty(0);
     Tab(0, 1, 2, 0);
     Make();
@@ -213,7 +213,7 @@ TEST_F(Templates, WithoutAnyFontTheDefaultIsToldUnlessWarningsAreSkipped) {
     Empty(0);
     Make();
     EXPECT_THAT(NewBoxes(), IsEmpty());
-    EXPECT_EQ(Row(0).CharCount(), 2) << "inside its six bits, from what the head said";
+    EXPECT_EQ(Row(0).CharCount(), 2) << "counted from the char_count of the head";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The members of CZelTransExport, the free functions and the state that outlives a call.
+// The members of CZelTransExport, the free functions and the state that remains between calls.
 #include <cstring>
 
 #include <gmock/gmock.h>
@@ -67,19 +67,19 @@ TEST_F(EntryPoints, ResourceHandleIsRestoredByMakeTavroFontOnly) {
 void First(CWnd*, tag_CharInf*, unsigned) {}
 void Second(CWnd*, tag_CharInf*, unsigned) {}
 
-TEST_F(EntryPoints, RegistrationReplacesAndTellsTheOneBefore) {
+TEST_F(EntryPoints, RegistrationReturnsThePreviousCallback) {
     char directory[MAX_PATH];
     std::memset(directory, 'x', sizeof directory);
     Register_GLV_OnChar(&First, directory);
-    EXPECT_EQ(std::strlen(g_szMapDir), 259U) << "a text without an end is ended";
+    EXPECT_EQ(std::strlen(g_szMapDir), 259U) << "a text without a NUL is terminated";
     std::strcpy(directory, "D:\\A\\");
     directory[100] = 'y';
     EXPECT_EQ(Register_GLV_OnChar(&Second, directory), &First);
-    EXPECT_EQ(std::memcmp(g_szMapDir, directory, 259), 0) << "all of the buffer, behind its NUL too";
+    EXPECT_EQ(std::memcmp(g_szMapDir, directory, 259), 0) << "the whole buffer, also after its NUL";
     EXPECT_EQ(Register_GLV_OnChar(nullptr, directory), &Second);
 }
 
-TEST_F(EntryPoints, WithoutACallbackAnImportRunsToItsEnd) {
+TEST_F(EntryPoints, ImportRunsWithoutACallback) {
     WriteFont(1, PlainFont());
     WriteMessage(MessageOf({samples::RowFromText(30, "AB", 0, 0)}));
     g_pfnOnChar = nullptr;
@@ -87,7 +87,7 @@ TEST_F(EntryPoints, WithoutACallbackAnImportRunsToItsEnd) {
     EXPECT_EQ(Order(), "1212 1157 1181 1180 1213 15");
 }
 
-TEST_F(EntryPoints, SmallFunctionsSetAndTell) {
+TEST_F(EntryPoints, FreeFunctionsSetAndGet) {
     SaveWarningPref(-7);
     EXPECT_TRUE(IgnoreZelFontErrors());
     EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), -7);
@@ -100,7 +100,7 @@ TEST_F(EntryPoints, SmallFunctionsSetAndTell) {
     EXPECT_EQ(ZelYOffset(), -3);
 }
 
-TEST_F(EntryPoints, ConstructorsTakeAndStoreSkipWarnings) {
+TEST_F(EntryPoints, ConstructorsReadAndStoreSkipWarnings) {
     settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", 3);
     const OpenDialog modal(nullptr);
     EXPECT_EQ(modal.m_bImportSkip, 3);
@@ -121,7 +121,7 @@ struct HiddenCase {
     const char* controls[3];  // font directory, message directory, id
 };
 
-TEST_F(EntryPoints, HiddenDialogTakesThePathApart) {
+TEST_F(EntryPoints, HiddenDialogSplitsThePath) {
     Store("FontDir", "D:\\STORED");
     OpenDialog::M_sNextMessage = ".0777";
     for (const HiddenCase& row : {
@@ -131,7 +131,8 @@ TEST_F(EntryPoints, HiddenDialogTakesThePathApart) {
              HiddenCase{"D:\\A\\B\\12.TN", "E:\\F\\", {"E:\\F\\", "D:\\A\\B", "TN"}},
              HiddenCase{"\\B\\PROMO", "", {"\\MACHINE", "\\B", "PROMO"}},
              HiddenCase{"D:\\A\\B\\", "", {"D:\\A\\MACHINE", "D:\\A\\B", ""}},
-             HiddenCase{"D:\\.0012", "E:\\F", {"D:\\STORED", "", ".0777"}},  // no directory above: nothing is filled
+             HiddenCase{
+                 "D:\\.0012", "E:\\F", {"D:\\STORED", "", ".0777"}},  // no parent directory, so nothing is filled
              HiddenCase{".0012", "E:\\F", {"D:\\STORED", "", ".0777"}},
              HiddenCase{"D:/A/B/.0012", "", {"D:\\STORED", "", ".0777"}},
          }) {
@@ -144,7 +145,7 @@ TEST_F(EntryPoints, HiddenDialogTakesThePathApart) {
     }
 }
 
-TEST_F(EntryPoints, ReadZelmaraMessageStoresNoListsAndNoPlace) {
+TEST_F(EntryPoints, ReadZelmaraMessageStoresNoListsAndNoPosition) {
     WriteFont(1, PlainFont());
     WriteMessage(MessageOf({samples::EmptyRow(0)}));
     Import();
@@ -154,7 +155,7 @@ TEST_F(EntryPoints, ReadZelmaraMessageStoresNoListsAndNoPlace) {
     EXPECT_THAT(desktop.Modals(), IsEmpty());
 }
 
-TEST_F(EntryPoints, PathWithoutBackslashImportsWhatWasStored) {
+TEST_F(EntryPoints, PathWithoutBackslashImportsFromTheStoredDirectories) {
     WriteMessage(MessageOf({samples::EmptyRow(0)}), ".0042");
     Store("FontDir", "D:\\MACHINE");
     Store("MessageDir", "D:\\MESSAGES");
@@ -165,16 +166,16 @@ TEST_F(EntryPoints, PathWithoutBackslashImportsWhatWasStored) {
     EXPECT_EQ(OpenDialog::M_sNextMessage, ".0043");
 }
 
-TEST_F(EntryPoints, HostMayChooseAtTheDialogsStart) {
+TEST_F(EntryPoints, HostMaySetOptionsWhenTheDialogIsReady) {
     WriteFont(1, PlainFont());
     samples::MessageFile message = MessageOf({samples::RowFromText(50, "A", 0, 0)});
     message.pal = true;
     WriteMessage(message);
-    on_message = [](const WindowMessage& heard) {
-        if (heard.message != 1212) return;
-        auto& dialog = *reinterpret_cast<CZelTransDlg*>(heard.lParam);
+    on_message = [](const WindowMessage& sent) {
+        if (sent.message != 1212) return;
+        auto& dialog = *reinterpret_cast<CZelTransDlg*>(sent.lParam);
         EXPECT_EQ(script::DialogDriver(dialog).List(ImportControl::kFontDirBox).size(), 0U)
-            << "before the recent lists load";
+            << "before the recent lists are loaded";
         dialog.m_iLines = 576;
         dialog.m_bTrueFont = 1;
     };

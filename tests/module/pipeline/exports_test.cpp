@@ -1,4 +1,4 @@
-// What the library exports, against the checked-in list.
+// The exported names of the library, compared with the checked-in list.
 #include <cstdio>
 #include <fstream>
 #include <memory>
@@ -19,8 +19,8 @@ std::set<std::string> ExportedNames() {
         std::string name(line);
         name = name.substr(name.find(' ') + 3);
         name.pop_back();
-        if (name.starts_with("__")) continue;  // what sanitizers and counters add
-        // An address travels as an integer as wide as a pointer: int in 32 bits, long in 64.
+        if (name.starts_with("__")) continue;  // added by sanitizers and coverage
+        // FontAddress is int in a 32-bit build, long in a 64-bit one.
         if (const std::size_t at = name.find("(long,"); at != std::string::npos) name.replace(at, 6, "(int,");
         names.insert(name);
     }

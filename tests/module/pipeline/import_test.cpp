@@ -1,4 +1,4 @@
-// One import: what the host hears, in which order, and how each kind of end leaves things.
+// One import: the messages to the host, their order, and the state after each kind of end.
 #include <gmock/gmock.h>
 
 #include "module/contract/dialog_ids.h"
@@ -37,7 +37,7 @@ MessageFile WithTabs() {
     return file;
 }
 
-/// The hidden dialog of one import, with warnings shown as its test wants them.
+/// One import by a hidden dialog; by default warnings are not skipped.
 class OneImport : public ModuleTest {
   public:
     using ModuleTest::desktop;
@@ -68,9 +68,11 @@ class OneImport : public ModuleTest {
 struct EndCase {
     const char* name;
     void (*arrange)(OneImport&);
-    const char* order;  // behind the 1212 of the dialog's start
+    /// Messages after the first, 1212.
+    const char* order;
     int status;
-    const char* id;  // in the edit afterwards
+    /// Text of the edit after the import.
+    const char* id;
 };
 
 void PrintTo(const EndCase& row, std::ostream* out) {
@@ -89,7 +91,7 @@ void AnswerRgba(OneImport& test, int radio, bool ok) {
 
 class EachEnd : public OneImport, public testing::WithParamInterface<EndCase> {};
 
-TEST_P(EachEnd, IsHeardAndLeft) {
+TEST_P(EachEnd, HasItsMessagesAndStatus) {
     WriteFont(1, PlainFont());
     WriteMessage(Text());
     GetParam().arrange(*this);
@@ -126,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "", 5, ".0001"}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(OneImport, RgbaTellsTheChoice) {
+TEST_F(OneImport, RgbaMessageContainsTheChoice) {
     for (const auto& [radio, object] : {std::pair(0, 1U), {int{RgbaControl::kBackgroundRadio}, 0U}}) {
         messages.clear();
         AnswerRgba(*this, radio, true);
@@ -137,7 +139,7 @@ TEST_F(OneImport, RgbaTellsTheChoice) {
     }
 }
 
-TEST_F(OneImport, ShortRgbaFileIsToldAndOffered) {
+TEST_F(OneImport, ShortRgbaFileIsReportedAndOffered) {
     samples::Bytes bytes = samples::WriteRgbaFile(714, SolidGlyph(1, 1));
     bytes.resize(140);
     WriteFile("MESSAGES/.0001", bytes);
@@ -146,7 +148,7 @@ TEST_F(OneImport, ShortRgbaFileIsToldAndOffered) {
     EXPECT_EQ(desktop.Boxes().back().text, "Invalid file: D:\\MESSAGES\\.0001");
 }
 
-TEST_F(OneImport, EachMessageCarriesWhatItShould) {
+TEST_F(OneImport, EachMessageHasItsParameters) {
     WriteFont(1, PlainFont());
     MessageFile file = WithTabs();
     file.header.font_numbers[4] = 2;  // a font that is missing
@@ -168,7 +170,8 @@ TEST_F(OneImport, EachMessageCarriesWhatItShould) {
             EXPECT_EQ(message.wParam, 2U);
             EXPECT_EQ(std::uint16_t{reinterpret_cast<tag_tab_field*>(message.lParam)[1].tab_end}, 507);
         } else if (message.message == 1213) {
-            EXPECT_EQ(reinterpret_cast<CZelTransDlg*>(message.lParam)->m_sMessageID, ".0001") << "not yet advanced";
+            EXPECT_EQ(reinterpret_cast<CZelTransDlg*>(message.lParam)->m_sMessageID, ".0001")
+                << "still the imported id";
         }
     };
     desktop.SetYesNoAnswer(IDNO);
@@ -179,7 +182,7 @@ TEST_F(OneImport, EachMessageCarriesWhatItShould) {
     EXPECT_EQ(dialog->GetDefID(), static_cast<UINT>(ImportControl::kReadButton));
 }
 
-TEST_F(OneImport, MessageWithoutFontsHandsOverEmptySlots) {
+TEST_F(OneImport, MessageWithoutFontsHasEmptySlots) {
     MessageFile file = Text();
     file.header.font_numbers[0] = 65535;
     WriteMessage(file);
@@ -203,10 +206,10 @@ TEST_F(OneImport, CancelAtTheLastSlotReleasesTheOthers) {
     }
     EXPECT_TRUE(CZelFont::m_bCancelFontBrowse);
     dialog->Read();
-    EXPECT_EQ(desktop.Boxes().size(), 2U) << "the next import asks again";
+    EXPECT_EQ(desktop.Boxes().size(), 2U) << "the next import prompts again";
 }
 
-TEST_F(OneImport, FailedLoadKeepsTheFontSetBefore) {
+TEST_F(OneImport, FailedLoadKeepsThePreviousFontSet) {
     WriteFont(1, PlainFont());
     WriteMessage(Text());
     WriteFile("MESSAGES/.0002", "x");
@@ -219,7 +222,7 @@ TEST_F(OneImport, FailedLoadKeepsTheFontSetBefore) {
     EXPECT_EQ(dialog->m_sMessageID, ".0002");
 }
 
-TEST_F(OneImport, FontDirectoryIsTheControlsForEachSlot) {
+TEST_F(OneImport, EachSlotUsesTheFontDirectoryOfTheControl) {
     WriteFile("MACHINE/.0001", samples::WriteFont(PlainFont()));
     WriteFile("ELSEWHERE/.0002", samples::WriteFont(PlainFont()));
     MessageFile file = Text();
@@ -235,7 +238,7 @@ TEST_F(OneImport, FontDirectoryIsTheControlsForEachSlot) {
     EXPECT_NE(dialog->m_pFont->m_Slots[1].font_header, nullptr);
 }
 
-TEST_F(OneImport, ExceptionPassesAndEndsTheWaitCursor) {
+TEST_F(OneImport, ExceptionEndsTheWaitCursor) {
     samples::FontFile font = PlainFont();
     font.AddStored('S', SolidGlyph(3, 3), 0, 0);
     samples::Bytes bytes = samples::WriteFont(font);

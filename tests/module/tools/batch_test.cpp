@@ -1,4 +1,4 @@
-// The run over a range of messages, as a user starts it and as the host's export does.
+// The batch dialog: runs over a range of ids, for an import and for an export.
 #include <gmock/gmock.h>
 
 #include "module/contract/dialog_ids.h"
@@ -18,30 +18,30 @@ using module_test::WindowMessage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A host's export window that records what it hears.
+/// An export window that records the messages that it receives.
 class ExportWindow : public CZelExportWnd {
   public:
-    explicit ExportWindow(std::vector<std::string>& heard) : m_heard(heard) { CreateHostWindow("export"); }
+    explicit ExportWindow(std::vector<std::string>& events) : m_events(events) { CreateHostWindow("export"); }
 
   protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == kMsgExportPlain || message == kMsgExportFinish)
-            m_heard.push_back(std::to_string(message) + " " + std::to_string(wParam) + " " +
-                              reinterpret_cast<CString*>(lParam)->GetString());
+            m_events.push_back(std::to_string(message) + " " + std::to_string(wParam) + " " +
+                               reinterpret_cast<CString*>(lParam)->GetString());
         return CZelExportWnd::WindowProc(message, wParam, lParam);
     }
 
   private:
-    std::vector<std::string>& m_heard;
+    std::vector<std::string>& m_events;
 };
 
 class Batch : public ModuleTest {
   protected:
     Batch() {
-        on_message = [this](const WindowMessage& sent) { Hear(sent); };
+        on_message = [this](const WindowMessage& sent) { Record(sent); };
     }
 
-    /// The demonstration of a range: 5 and 7 are there, 6 isn't; 8 has no font.
+    /// Messages 5, 7 and 8. There is no message 6, and 8 has no font.
     void WriteDisk() const {
         WriteFont(1, PlainFont());
         for (const char* name : {".0005", ".0007"})
@@ -51,14 +51,15 @@ class Batch : public ModuleTest {
         WriteMessage(without_font, ".0008");
     }
 
-    /// Presses Batch Convert in the main dialog, then types and presses OK in the batch's, and ends what stays open.
+    /// Presses Batch Convert in the import dialog, then types the range and presses OK in the batch dialog. A dialog
+    /// that remains open is closed.
     void Run(const std::string& start, const std::string& end, bool skip_warnings = true) {
         settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", skip_warnings ? 1 : 0);
         HandleBatch([=, this](script::DialogDriver& user) {
             user.Type(BatchControl::kStartIdEdit, start);
             user.Type(BatchControl::kEndIdEdit, end);
             user.Press(IDOK);
-            stayed_open = user.Caption() + "|" + user.Text(BatchControl::kStartIdEdit) + "|" +
+            open_dialog = user.Caption() + "|" + user.Text(BatchControl::kStartIdEdit) + "|" +
                           user.Text(BatchControl::kEndIdEdit);
         });
         RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(ImportControl::kBatchButton); });
@@ -74,25 +75,25 @@ class Batch : public ModuleTest {
         });
     }
 
-    void Hear(const WindowMessage& sent) {
+    void Record(const WindowMessage& sent) {
         if (sent.message == kMsgImportDone)
-            heard.push_back(std::string("read ") +
-                            reinterpret_cast<CZelTransDlg*>(sent.lParam)->m_sMessageID.GetString());
+            events.push_back(std::string("read ") +
+                             reinterpret_cast<CZelTransDlg*>(sent.lParam)->m_sMessageID.GetString());
         if (sent.message == kMsgRecord) {
             EXPECT_EQ(sent.target, 'h');
             EXPECT_EQ(sent.wParam, 0U);
-            heard.push_back("record " + std::to_string(sent.lParam) + " | " +
-                            script::DialogDriver(*batch).Text(BatchControl::kStatusLabel));
+            events.push_back("record " + std::to_string(sent.lParam) + " | " +
+                             script::DialogDriver(*batch).Text(BatchControl::kStatusLabel));
         }
     }
 
     CDialog* batch = nullptr;
     bool ended = false;
-    std::string stayed_open;
-    std::vector<std::string> heard;
+    std::string open_dialog;
+    std::vector<std::string> events;
 };
 
-TEST_F(Batch, OpensWithTheMessageOfTheMainDialogAndTheChoicesHidden) {
+TEST_F(Batch, OpensWithTheIdOfTheImportDialogAndTheOptionsHidden) {
     HandleBatch([](script::DialogDriver& user) {
         EXPECT_EQ(user.Caption(), "Import Batch Convert");
         EXPECT_EQ(user.Text(BatchControl::kStartIdEdit), ".0031");
@@ -106,30 +107,30 @@ TEST_F(Batch, OpensWithTheMessageOfTheMainDialogAndTheChoicesHidden) {
         user.Press(ImportControl::kBatchButton);
     });
     EXPECT_TRUE(ended);
-    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_THAT(events, IsEmpty());
 }
 
-TEST_F(Batch, RecordsWhatIsReadAndPassesOverWhatIsNot) {
+TEST_F(Batch, RecordsWhatIsImportedAndSkipsTheRest) {
     WriteDisk();
     WriteFile("MESSAGES/.0009", "not a message, and long enough for one header");
     Run(".0005", "0009");
-    EXPECT_THAT(heard, ElementsAre("read .0005", "record 5 | Recording .0005", "read .0007",
-                                   "record 7 | Recording .0007", "read .0008", "record 8 | Recording .0008"));
+    EXPECT_THAT(events, ElementsAre("read .0005", "record 5 | Recording .0005", "read .0007",
+                                    "record 7 | Recording .0007", "read .0008", "record 8 | Recording .0008"));
     EXPECT_THAT(Boxes(), IsEmpty());
     EXPECT_TRUE(ended);
 }
 
-TEST_F(Batch, TellsOfAMissingMessageUnlessWarningsAreSkipped) {
+TEST_F(Batch, ReportsAMissingMessageUnlessWarningsAreSkipped) {
     Run("1", "2", false);
-    EXPECT_EQ(Boxes().size(), 4U) << "two about the name lists, one a number";
-    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_EQ(Boxes().size(), 4U) << "two for the name lists, one for each id";
+    EXPECT_THAT(events, IsEmpty());
     EXPECT_TRUE(ended);
 }
 
-TEST_F(Batch, BeginsWithNumberZeroForAnEmptyStart) {
+TEST_F(Batch, StartsWithIdZeroForAnEmptyStart) {
     for (const char* name : {".0000", ".0001"}) WriteMessage(MessageOf({samples::RowFromText(60, "A", 0, 0)}), name);
     Run("", "1");
-    EXPECT_THAT(heard,
+    EXPECT_THAT(events,
                 ElementsAre("read .0000", "record 0 | Recording .0000", "read .0001", "record 1 | Recording .0001"));
 }
 
@@ -144,14 +145,14 @@ void PrintTo(const RefusedRange& row, std::ostream* out) {
 }
 class RefusedRanges : public Batch, public testing::WithParamInterface<RefusedRange> {};
 
-TEST_P(RefusedRanges, StayInTheBoxes) {
+TEST_P(RefusedRanges, AreReportedAndRemain) {
     WriteDisk();
     Run(GetParam().start, GetParam().end);
     EXPECT_THAT(Boxes(), ElementsAre(GetParam().box));
     EXPECT_EQ(desktop.Boxes().at(0).style, 48U);
     EXPECT_FALSE(ended);
-    EXPECT_EQ(stayed_open, std::string("Import Batch Convert|") + GetParam().start + "|" + GetParam().end);
-    EXPECT_THAT(heard, IsEmpty());
+    EXPECT_EQ(open_dialog, std::string("Import Batch Convert|") + GetParam().start + "|" + GetParam().end);
+    EXPECT_THAT(events, IsEmpty());
 }
 INSTANTIATE_TEST_SUITE_P(
     Each, RefusedRanges,
@@ -166,29 +167,30 @@ INSTANTIATE_TEST_SUITE_P(
                                  "Invalid Range|Invalid Range: 2147483647 - 0007 "}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST_F(Batch, EndsAtAnyPressOfEscape) {
+TEST_F(Batch, StopsAtAnyCheckOfEscape) {
     WriteDisk();
     struct {
-        int asking;  // the one that finds the key pressed
-        std::vector<std::string> heard;
+        /// The check that finds the key pressed.
+        int check;
+        std::vector<std::string> events;
     } const cases[] = {
         {1, {}},
-        {2, {"read .0005"}},  // pressed while the message was read: it isn't recorded
+        {2, {"read .0005"}},  // pressed while the message is read, so it is not recorded
         {3, {"read .0005", "record 5 | Recording .0005"}},
-        {4, {"read .0005", "record 5 | Recording .0005"}},  // while a missing one was looked for
+        {4, {"read .0005", "record 5 | Recording .0005"}},  // while a missing one is looked for
     };
     for (const auto& row : cases) {
-        heard.clear();
-        int asked = 0;
-        desktop.AnswerKeys([&](int key) { return key == VK_ESCAPE && ++asked == row.asking; });
+        events.clear();
+        int checks = 0;
+        desktop.AnswerKeys([&](int key) { return key == VK_ESCAPE && ++checks == row.check; });
         Run("5", "7");
-        EXPECT_EQ(heard, row.heard) << row.asking;
-        EXPECT_EQ(asked, row.asking);
+        EXPECT_EQ(events, row.events) << row.check;
+        EXPECT_EQ(checks, row.check);
         EXPECT_TRUE(ended);
     }
 }
 
-TEST_F(Batch, TakesOverSkipWarningsAsTheModuleHasIt) {
+TEST_F(Batch, SetsSkipWarningsOfTheImportDialog) {
     WriteDisk();
     settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", 7);
     HandleBatch([](script::DialogDriver& user) {
@@ -204,7 +206,7 @@ TEST_F(Batch, TakesOverSkipWarningsAsTheModuleHasIt) {
     EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
 }
 
-TEST_F(Batch, GivesTheNuvoOutputBackHoweverTheRunEnds) {
+TEST_F(Batch, RestoresTheNuvoOutputAfterAnyRun) {
     WriteDisk();
     for (const char* start : {"5", "wrong"}) {
         std::string sent;
@@ -228,7 +230,7 @@ TEST_F(Batch, GivesTheNuvoOutputBackHoweverTheRunEnds) {
 
 class BatchExport : public Batch {
   protected:
-    /// The host has every even number.
+    /// The host has every message with an even id.
     void Export(const std::string& start, const std::string& end, CWnd* export_window) {
         HandleBatch([=](script::DialogDriver& user) {
             EXPECT_EQ(user.Caption(), "Batch Export");
@@ -244,29 +246,29 @@ class BatchExport : public Batch {
     LRESULT Answer(const WindowMessage& sent) override {
         if (sent.message == kMsgHasMessage) return sent.target == 'm' && sent.wParam % 2 == 0 ? 1 : 0;
         if (sent.message == kMsgExportFlagged)
-            heard.push_back("1168 " + std::to_string(sent.wParam) + " " +
-                            reinterpret_cast<CString*>(sent.lParam)->GetString());
+            events.push_back("1168 " + std::to_string(sent.wParam) + " " +
+                             reinterpret_cast<CString*>(sent.lParam)->GetString());
         return 0;
     }
 };
 
-TEST_F(BatchExport, HasTheHostExportWhatItHolds) {
-    ExportWindow window(heard);
+TEST_F(BatchExport, RequestsTheMessagesThatTheHostHas) {
+    ExportWindow window(events);
     Export("1", "4", &window);
-    EXPECT_THAT(heard, ElementsAre("1190 2 C:\\OUT", "1189 2 C:\\OUT", "1190 4 C:\\OUT", "1189 4 C:\\OUT"));
+    EXPECT_THAT(events, ElementsAre("1190 2 C:\\OUT", "1189 2 C:\\OUT", "1190 4 C:\\OUT", "1189 4 C:\\OUT"));
     EXPECT_EQ(Order(), "1125 1125 1125 1125");
     EXPECT_THAT(Boxes(), IsEmpty());
     EXPECT_TRUE(ended);
 }
 
-TEST_F(BatchExport, BeginsWithTheHostsWindowWhileTheFlagIsSet) {
-    ExportWindow window(heard);
+TEST_F(BatchExport, StartsAtTheHostWindowIfTheFlagIsSet) {
+    ExportWindow window(events);
     window.m_bExportFlag = 4;
     Export("2", "3", &window);
-    EXPECT_THAT(heard, ElementsAre("1168 2 C:\\OUT", "1189 2 C:\\OUT"));
+    EXPECT_THAT(events, ElementsAre("1168 2 C:\\OUT", "1189 2 C:\\OUT"));
 }
 
-TEST_F(BatchExport, TakesAWindowWithoutAFlagAndNoWindowAtAll) {
+TEST_F(BatchExport, AcceptsAWindowWithoutAFlagAndNoWindow) {
     for (CWnd* window : {static_cast<CWnd*>(&Host()), static_cast<CWnd*>(nullptr)}) {
         Export("2", "2", window);
         EXPECT_TRUE(ended);

@@ -1,4 +1,4 @@
-// The password as it is stored.
+// The stored form of a password.
 #include "module/tools/stored_password.h"
 
 #include <ctime>
@@ -25,7 +25,7 @@ std::string Unscrambled(const std::string& stored) {
     return {s.GetString(), static_cast<std::size_t>(s.GetLength())};
 }
 
-/// A form whose bytes are all `filler`, with `tens` and `units` as the digits of its length.
+/// A stored form with `filler` in every byte and these two digits of the length.
 std::string Field(char filler, char tens, char units) {
     std::string field(80, filler);
     field[static_cast<std::size_t>(tools::PasswordSlot(0))] = tens;
@@ -39,7 +39,7 @@ TEST(StoredPassword, OfAnEarlierBuildIsRead) {
               "Caf\xE9 & Cr\xE8me, 24 Sugars");
 }
 
-TEST(StoredPassword, OfAnyLengthComesBack) {
+TEST(StoredPassword, OfAnyLengthIsRestored) {
     for (int length = 0; length <= 78; ++length) {
         std::string password;
         for (int i = 0; i < length; ++i) password += static_cast<char>(i % 2 != 0 ? 33 + i : 255 - i);
@@ -50,12 +50,12 @@ TEST(StoredPassword, OfAnyLengthComesBack) {
     }
 }
 
-TEST(StoredPassword, ThatTheFieldCannotHoldIsNotStored) {
+TEST(StoredPassword, IsEmptyForAPasswordWithoutOne) {
     EXPECT_EQ(Scrambled(std::string(79, 'p')), "");
     EXPECT_EQ(Scrambled("a\rb"), "");
 }
 
-TEST(StoredPassword, HasTheFillerOfTheSecond) {
+TEST(StoredPassword, HasTheFillerOfItsSecond) {
     std::time_t second = 0;
     std::string one, two, full;
     do {
@@ -68,19 +68,19 @@ TEST(StoredPassword, HasTheFillerOfTheSecond) {
     std::string expected;
     crt::srand(static_cast<unsigned>(second));
     while (expected.size() < 80) {
-        const int drawn = crt::rand();
-        if (drawn >= 32 && drawn <= 122) expected += static_cast<char>(drawn ^ '\r');
+        const int value = crt::rand();
+        if (value >= 32 && value <= 122) expected += static_cast<char>(value ^ '\r');
     }
-    int unlike = 0, of_full = 0;
+    int differences = 0, of_full = 0;
     for (std::size_t i = 0; i < 80; ++i) {
-        unlike += one[i] != expected[i] ? 1 : 0;
+        differences += one[i] != expected[i] ? 1 : 0;
         of_full += full[i] == ('q' ^ '\r') ? 1 : 0;
     }
-    EXPECT_LE(unlike, 3) << "two digits and one character";
+    EXPECT_LE(differences, 3) << "two digits and one character";
     EXPECT_EQ(of_full, 78) << "no filler is left";
 }
 
-TEST(StoredPassword, DamagedGivesSomeTextOrNone) {
+TEST(StoredPassword, DamagedGivesAnyText) {
     for (const std::size_t length : {0U, 1U, 79U, 81U, 200U}) {
         const std::string text(length, 'x');
         EXPECT_EQ(Unscrambled(text), text) << "never scrambled";

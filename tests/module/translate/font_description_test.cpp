@@ -1,12 +1,12 @@
-// From a font's header to the description and the effect that the host gets.
+// The description and the effect record of a font, from its header.
 #include <cstring>
 
 #include <gmock/gmock.h>
 
+#include "module/contract/records/edge.h"
 #include "module/contract/records/effpar.h"
 #include "module/contract/zel_message.h"
 #include "module/font/format/convert_font_header.h"
-#include "module/contract/records/edge.h"
 #include "module/translate/font_face.h"
 #include "support/module_fixture.h"
 
@@ -32,7 +32,7 @@ struct FaceCase {
     const char* face;
     int weight;
     int italic;
-    const char* found_before = "";  // what an earlier character has looked up
+    const char* found_before = "";  // the last look-up of an earlier character
 };
 void PrintTo(const FaceCase& row, std::ostream* out) {
     *out << row.name;
@@ -55,7 +55,7 @@ class Face : public ModuleTest, public testing::WithParamInterface<FaceCase> {
     OpenDialog m_dialog{nullptr};
 };
 
-TEST_P(Face, GoesByNameNumberAndMaps) {
+TEST_P(Face, DependsOnNameNumberAndMaps) {
     const tag_font_header header = Header(GetParam().font_name, GetParam().id);
     LOGFONT font;
     translate::InitLogFont(&font);
@@ -87,14 +87,14 @@ INSTANTIATE_TEST_SUITE_P(
                     FaceCase{"number_5000_is_none", "x", "5000", "Arial", 400, 0},
                     FaceCase{"number_5001_is_the_first", "Fam", "5001", "                            One", 700, 0},
                     FaceCase{"number_wraps_in_16_bits", "x", "-001", "An installed face of more than ", 400, 0},
-                    FaceCase{"number_known_but_not_installed_goes_by_name", "Fam x", "7077", "Family", 700, 1},
-                    FaceCase{"its_style_stays_when_the_name_is_unknown", "x", "7077", "Arial", 400, 1},
+                    FaceCase{"number_that_is_known_but_not_installed_uses_the_name", "Fam x", "7077", "Family", 700, 1},
+                    FaceCase{"its_style_is_kept_for_an_unknown_name", "x", "7077", "Arial", 400, 1},
                     FaceCase{"first_word", "Fam Light", "12", "Family", 700, 1},
                     FaceCase{"first_word_is_exact", "Family", "", "Arial", 400, 0},
                     FaceCase{"name_is_cut_at_31", "Long", "", "A face of forty characters, no ", 400, 0},
                     FaceCase{"not_installed_still_has_its_style", "NoFace", "", "Arial", 700, 0},
                     FaceCase{"style_of_the_font_name_does_not_count", "x Bold Italic ", "", "Arial", 400, 0},
-                    FaceCase{"unknown_goes_by_the_last_look_up", "x", "", "Arial", 700, 1, "Other bold italic BT"},
+                    FaceCase{"unknown_font_uses_the_last_look_up", "x", "", "Arial", 700, 1, "Other bold italic BT"},
                     FaceCase{"styles_need_their_blanks", "x", "", "Arial", 400, 0, "bold italic"}),
     [](const auto& row) { return std::string(row.param.name); });
 
@@ -103,7 +103,7 @@ struct HeightCase {
     LONG height;
 };
 
-TEST(FontHeight, IsWithoutTheEdgeTimes118) {
+TEST(FontHeight, IsTheHeightWithoutEdgeTimes118) {
     for (const HeightCase& row : {HeightCase{40, 0, 9, 47},
                                   {40, 1, 2, 42},
                                   {40, 2, 2, 45},

@@ -1,4 +1,4 @@
-// The walk over a message's characters, and what the host's callback is told.
+// The walk over a message's characters, and the arguments of the host's callback.
 #include <gmock/gmock.h>
 
 #include "module/contract/zel_message.h"
@@ -67,7 +67,7 @@ class Walk : public ModuleTest {
     samples::FontFile font;
 };
 
-TEST_F(Walk, GoesRowByRowAlongTheChain) {
+TEST_F(Walk, FollowsTheChainOfEachRow) {
     RowText shuffled = Row("ABC");
     samples::ShuffleRecords(shuffled, std::vector<unsigned>{2, 0, 1});
     Run(MessageOf({Row("AB"), samples::EmptyRow(200), Row(""), shuffled}));
@@ -82,7 +82,7 @@ TEST_F(Walk, GoesRowByRowAlongTheChain) {
     EXPECT_EQ(fonts.m_Palette[1 + 7 * 32 + 1], 0xD9D9FFD9U) << "the message's palette";
 }
 
-TEST_F(Walk, EmptyRowIsOneCallThatKeepsWhatItDoesNotSet) {
+TEST_F(Walk, EmptyRowIsOneCallThatKeepsOtherFields) {
     MessageFile file = MessageOf({samples::EmptyRow(30), Row("B"), samples::EmptyRow(40)});
     file.header.frame_left = 33;
     file.rows[2].row_top = 4;
@@ -113,8 +113,8 @@ struct FormCase {
     std::vector<int> base_shift, colour_set, place_flag, bitmap_form;
 };
 
-TEST_F(Walk, FormGoesByTheGlyphAndTtConvert) {
-    // base shift: 30 less the glyph's top, less the 3 by which the row's top differs from its font's
+TEST_F(Walk, FormDependsOnTheGlyphAndTtConvert) {
+    // base shift: 30 minus the glyph's top, minus 3, the difference between row_top and that of the font
     const FormCase kCases[] = {
         {"bitmap form", true, false, {17, 7, 17}, {5, -1, 5}, {1, 1, 1}, {1, 1, 1}},
         {"without baseline align too", false, false, {17, 7, 17}, {5, -1, 5}, {1, 1, 1}, {1, 1, 1}},
@@ -175,7 +175,7 @@ struct DropCase {
 
 TEST_F(Walk, CharactersThatCannotBeShown) {
     const DropCase kCases[] = {
-        {"a font of 16 or more is passed over", [](RowText& r) { r.cells[1].char_font = 20; }, "AC", {'A', 'C'}},
+        {"a font of 16 or more is skipped", [](RowText& r) { r.cells[1].char_font = 20; }, "AC", {'A', 'C'}},
         {"an empty slot ends the row", [](RowText& r) { r.cells[1].char_font = 15; }, "A", {'A'}},
         {"a code keeps its ten bits", [](RowText& r) { r.cells[1].char_code = 0x141; }, "AAC", {'A', 0x141, 'C'}},
         {"a code beyond the directory has no glyph",
@@ -183,7 +183,7 @@ TEST_F(Walk, CharactersThatCannotBeShown) {
          "A\xFF"
          "C",
          {'A', 0x3FF, 'C'}},
-        {"a chain that comes to 63 early", [](RowText& r) { r.cells[1].next_char = 63; }, "AB", {'A', 'B'}},
+        {"a chain that reaches 63 early", [](RowText& r) { r.cells[1].next_char = 63; }, "AB", {'A', 'B'}},
         {"a first record of 63", [](RowText& r) { r.first_char = 63; }, "", {}},
         {"a chain that loops ends by its count", [](RowText& r) { r.cells[1].next_char = 0; }, "ABA", {'A', 'B', 'A'}},
         {"a count above the records reads zeros",
@@ -202,7 +202,7 @@ TEST_F(Walk, CharactersThatCannotBeShown) {
     }
 }
 
-TEST_F(Walk, CodeBeyondTheDirectoryIsToldAsACharacterWithoutGlyph) {
+TEST_F(Walk, CodeBeyondTheDirectoryIsACharacterWithoutGlyph) {
     RowText row = Row("AC");
     row.cells[0].char_code = 200;
     row.cells[0].char_y = 9;
@@ -222,7 +222,7 @@ TEST_F(Walk, LoopingChainStartsTheRowAgain) {
     EXPECT_THAT(All(&tag_CharInf::row_start), ElementsAre(1, 0, 1));
 }
 
-TEST_F(Walk, FontThatNoMapKnowsGoesByTheLookUpBefore) {
+TEST_F(Walk, FontInNoMapUsesTheLastLookUp) {
     dialog.m_mapBitStreamFamily.SetAt("Fam", "Fam bold BT");
     font.header.font_name = "Unknown";
     WriteFont(2, font);
@@ -237,7 +237,7 @@ TEST_F(Walk, FontThatNoMapKnowsGoesByTheLookUpBefore) {
     EXPECT_THAT(weights, ElementsAre(400, 700, 700));
 }
 
-TEST_F(Walk, WithoutACallbackItRunsToItsEnd) {
+TEST_F(Walk, WithoutACallbackNothingHappens) {
     g_pfnOnChar = nullptr;
     Run(MessageOf({Row("AB"), samples::EmptyRow(9)}));
     EXPECT_TRUE(chars.empty());

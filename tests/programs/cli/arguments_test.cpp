@@ -60,10 +60,10 @@ INSTANTIATE_TEST_SUITE_P(
         WrongCase{"unknown_answer", "import MESSAGES/.0012 --answer maybe", "--answer: maybe not in {yes,no,cancel}"},
         WrongCase{"number_of_a_choice", "import MESSAGES/.0012 --answer 0", "--answer: 0 not in {yes,no,cancel}"},
         WrongCase{"empty_output", "import MESSAGES/.0012 --png ''", "--png: the path is empty"},
-        WrongCase{"no_font", "font", "FONTFILE is required"},
-        WrongCase{"no_file_to_inspect", "info", "FILE is required"},
-        WrongCase{"no_directory_to_write", "sample", "DIR is required"}),
-    [](const auto& info) { return std::string(info.param.name); });
+        WrongCase{"no_option_that_is_required", "export lib 1 2", "--out is required"},
+        WrongCase{"number_too_large", "batch . 1 2 --jobs 257", "--jobs: Value 257 not in range 1 to 256"},
+        WrongCase{"resume_without_a_library", "batch . 1 2 --resume", "--resume requires --library"}),
+    [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 

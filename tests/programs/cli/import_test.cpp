@@ -90,6 +90,9 @@ TEST(ImportCommand, WritesTheRgbaPictureThatWasInserted) {
     CommandResult result = disk.Shell("zeltrans import MESSAGES/.0020 --rgba background --png a.png");
     EXPECT_EQ(result.exit_code, 0);
     EXPECT_EQ(result.out, "MESSAGES/.0020: an RGBA picture, inserted as a background; wrote a.png\n");
+    EXPECT_EQ(
+        result.err,
+        "note: a.png: a picture of 4 lines belongs to no video standard; its pixel aspect ratio is that of NTSC\n");
     EXPECT_TRUE(std::filesystem::exists(disk / "a.png"));
     result = disk.Shell("zeltrans import MESSAGES/.0020 --rgba cancel --png b.png");
     EXPECT_EQ(result.out, "MESSAGES/.0020: an RGBA picture, not inserted\n");
@@ -146,7 +149,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 "MESSAGES/0012.msg: the module uses the text after a name's first dot"},
                     FailureCase{"cut_message", "head -c 1000 MESSAGES/.0012 >cut; zeltrans import cut --fonts MACHINE",
                                 4, "cut: the message file is damaged"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ImportCommand, ReportsACancelledFontPromptAfterItsBoxes) {
     const CommandDisk disk;

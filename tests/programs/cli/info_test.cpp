@@ -30,7 +30,7 @@ TEST(InfoCommand, GivesExitCodeOneForABrokenFileAndContinues) {
     EXPECT_EQ(result.err,
               "zeltrans: cut: broken: its palette is cut short, 684 of 1,028 bytes present\n"
               "zeltrans: none: No such file or directory\n"
-              "zeltrans: text: none of the kinds that the import reads: text, but none of the two name lists\n");
+              "zeltrans: text: not a kind that the import reads: text, but neither of the two name lists\n");
     EXPECT_THAT(result.out, HasSubstr("MACHINE/.0012: font, whole\n"));
 }
 
@@ -50,7 +50,7 @@ TEST(InfoCommand, ListsADirectoryInOneLinePerFile) {
               "  MACHINE/.0012   font          3,135  1 defect  \"Quay Bold\", 40 lines, 4 glyphs\n"
               "  MESSAGES/.0012  message       4,476  whole     3 rows, 11 characters, fonts 12 31, 2 tabs\n"
               "  MESSAGES/.0020  RGBA picture    212  whole     4 x 4\n"
-              "  README          text              6  -         text, but none of the two name lists\n"
+              "  README          text              6  -         text, but neither of the two name lists\n"
               "\n"
               "  font 31 is missing; used by MESSAGES/.0012\n");
     result = disk.Shell("head -c 1000 disk/MESSAGES/.0012 >disk/MESSAGES/.0013; zeltrans info disk");

@@ -69,7 +69,7 @@ TEST_F(LibraryCommand, PrintsResultsAndErrors) {
         {"show a.zellib 7 --disk 'Disk B'", "", "zeltrans: a.zellib: message .0007 is not recorded from \"Disk B\"\n"},
         {"merge a.zellib b.zellib", "b.zellib: 1 added, 1 replaced, 1 unchanged\n", ""},
         {"merge a.zellib b.zellib MESSAGES/.0012", "b.zellib: 0 added, 0 replaced, 3 unchanged\n",
-         "zeltrans: MESSAGES/.0012: it is no library of recorded messages\n"},
+         "zeltrans: MESSAGES/.0012: it is not a library of recorded messages\n"},
         {"remove a.zellib 5", "a.zellib: removed .0005\n", ""},
         {"remove missing.zellib 5", "",
          "zeltrans: missing.zellib: the library can't be opened: No such file or directory\n"},

@@ -42,10 +42,10 @@ INSTANTIATE_TEST_SUITE_P(
         OutputCase{"trace_in_a_missing_directory", "--trace no/a", "no/a: can't be written: No such file or directory"},
         OutputCase{"below_a_file", "--json MESSAGES/.0012/a", "MESSAGES/.0012/a: can't be written: Not a directory"},
         OutputCase{"a_directory", "--png MESSAGES", "MESSAGES: can't be written: it is a directory"},
-        OutputCase{"a_picture_on_a_device", "--png /dev/null", "/dev/null: can't be written: it is no plain file"},
+        OutputCase{"a_picture_on_a_device", "--png /dev/null", "/dev/null: can't be written: it is not a regular file"},
         OutputCase{"the_second_of_two", "--json a.json --png no/a.png",
                    "no/a.png: can't be written: No such file or directory"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Outputs, StayAsTheyWereWhenTheImportFails) {
     const CommandDisk disk;

@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
         SettingsCase{"damaged_file",
                      "echo damage >settings.sqlite; zeltrans settings --settings . && cat settings.sqlite.damaged-1", 0,
                      "No settings are stored.\ndamage\n", "note: ./settings.sqlite: the stored settings were damaged"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(KeptSettings, AreListedWithTheReasonWhyTheModuleIgnoresSome) {
     m_store.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", 1);

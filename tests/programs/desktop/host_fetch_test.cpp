@@ -30,7 +30,7 @@ class HostFetch : public HostWindow {
 
     /// Fills in the program's dialog and presses Enter. The fetch continues after the call.
     void Fetch(const QString& messages) {
-        Then([&, messages] {
+        InNextWindow([&, messages] {
             QWidget& dialog = *QApplication::activeModalWidget();
             const auto type = [&](const char* line, const QString& text) {
                 dialog.findChild<QLineEdit*>(QLatin1String(line))->setText(text);
@@ -123,10 +123,10 @@ void CopyOne(QWidget& dialog, const std::string& address, const QString& to) {
 
 TEST_F(HostFetch, ServesTheModulesDialog) {
     Serve();
-    Then([&] {
+    InNextWindow([&] {
         QWidget& dialog = *QApplication::activeModalWidget();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
-        Then([&] {
+        InNextWindow([&] {
             QWidget& copy = *QApplication::activeModalWidget();
             EXPECT_TRUE(QTest::qWaitForWindowActive(&copy));
             CopyOne(copy, "127.0.0.1:" + std::to_string(server->Port()), In("copied"));

@@ -96,7 +96,7 @@ TEST_F(HostWindow, RecordsTwoDisksOfOneNameSeparately) {
 void EnterRange(const char* first, const char* last) {
     const QPointer<QWidget> batch = QApplication::activeModalWidget();
     if (!batch || batch->objectName() != QStringLiteral("dialog_%1").arg(kBatchDialog))
-        return Then([=] { EnterRange(first, last); });
+        return InNextWindow([=] { EnterRange(first, last); });
     EXPECT_TRUE(QTest::qWaitForWindowActive(batch));
     for (const auto& [control, id] :
          {std::pair(BatchControl::kStartIdEdit, first), std::pair(BatchControl::kEndIdEdit, last)}) {
@@ -123,13 +123,13 @@ void ImportOne(QWidget& dialog, const QString& disk, const QString& id) {
 
 TEST_F(HostWindow, RecordsMessagesThatTheModulesDialogImports) {
     // No box about missing name lists opens, since the program has its own.
-    Then([&] {
+    InNextWindow([&] {
         QWidget& dialog = *QApplication::activeModalWidget();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
         ImportOne(dialog, Disk(), QStringLiteral("3"));
         EXPECT_TRUE(QTest::qWaitFor([&] { return window->windowTitle() == "NEWS 0003 – ZelTrans"; }, kTimeout_ms))
             << "while the dialog is still open";
-        Then([] { EnterRange("1", "4"); });
+        InNextWindow([] { EnterRange("1", "4"); });
         Click(*dialog.findChild<QWidget*>(QString::number(ImportControl::kBatchButton)));
         dialog.close();
     });
@@ -257,9 +257,26 @@ TEST_F(HostWindow, ShowsThePictureInEachMode) {
     EXPECT_THAT(Find<QLabel>("pointed").text().toStdString(), HasSubstr("font 0002 Lantern 28"));
 }
 
+TEST_F(HostWindow, ImportsWithTheStoredOptions) {
+    InNextWindow([] {
+        auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
+        auto& standard = *dialog.findChild<QComboBox*>(QStringLiteral("lines"));
+        EXPECT_EQ(standard.currentText(), "NTSC, 486 lines");
+        standard.setCurrentIndex(1);
+        dialog.findChild<QAbstractButton*>(QStringLiteral("baseline"))->setChecked(false);
+        Key(dialog, Qt::Key_Return);
+    });
+    Trigger("import_options");
+    Start();
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    const auto recording = library::Library(LibraryFile(), library::Access::kRead).Find({"NEWS", 1});
+    ASSERT_TRUE(recording);
+    EXPECT_THAT(recording->options, testing::StartsWith("lines=576 no-baseline-align bitstream_fontlist.txt="));
+}
+
 TEST_F(HostWindow, ExportsAllShownMessages) {
     Import(Disk());
-    Then([&] {
+    InNextWindow([&] {
         auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
         dialog.findChild<QAbstractButton*>(QStringLiteral("shown"))->click();
         for (int row = 0; auto* const item = dialog.findChild<QListWidget*>()->item(row); ++row)
@@ -276,10 +293,10 @@ TEST_F(HostWindow, ExportsAllShownMessages) {
 
 TEST_F(HostWindow, ExportsByTheModulesBatchDialog) {
     Import(Disk());
-    Then([&] {
+    InNextWindow([&] {
         QWidget& dialog = *QApplication::activeModalWidget();
         dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("out"));
-        Then([&] { EnterRange("2", "40"); });
+        InNextWindow([&] { EnterRange("2", "40"); });
         Key(dialog, Qt::Key_Return);
     });
     Trigger("batch_export");
@@ -289,7 +306,7 @@ TEST_F(HostWindow, ExportsByTheModulesBatchDialog) {
 }
 
 TEST_F(HostWindow, FetchDialogStaysOpenUntilItsFieldsAreValid) {
-    Then([&] {
+    InNextWindow([&] {
         auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
         auto& url = *dialog.findChild<QLineEdit*>(QStringLiteral("url"));
         url.setText(QStringLiteral("http://host/"));

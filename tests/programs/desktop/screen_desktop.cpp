@@ -77,6 +77,7 @@ std::string ShownText(const QWidget& widget) {
 
 std::vector<std::string> ShownList(const QComboBox& combo) {
     std::vector<std::string> list;
+    list.reserve(static_cast<std::size_t>(combo.count()));
     for (int i = 0; i < combo.count(); ++i) list.push_back(desktop::ModuleText(combo.itemText(i)));
     return list;
 }
@@ -128,7 +129,7 @@ void CompareWithControls(const desktop::DialogView& view) {
     }
 }
 
-void Then(std::function<void()> user) {
+void InNextWindow(std::function<void()> user) {
     QTimer::singleShot(0, std::move(user));
 }
 
@@ -145,13 +146,13 @@ ScreenDesktop::~ScreenDesktop() {
 
 int ScreenDesktop::ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) {
     const int answer = script::HeadlessDesktop::ShowMessageBox(owner, text, caption, style);
-    Then([&] { AnswerBox(answer, text, caption); });
+    InNextWindow([&] { AnswerBox(answer, text, caption); });
     EXPECT_EQ(m_screen.ShowMessageBox(owner, text, caption, style), answer);
     return answer;
 }
 
 void ScreenDesktop::RunModal(CDialog& dialog) {
-    Then([&] {
+    InNextWindow([&] {
         desktop::DialogView& view = *m_screen.Find(dialog);
         EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
         CompareWithControls(view);
@@ -163,7 +164,7 @@ void ScreenDesktop::RunModal(CDialog& dialog) {
 int ScreenDesktop::RunFileDialog(CFileDialog& dialog, std::string& path) {
     const int answer = script::HeadlessDesktop::RunFileDialog(dialog, path);
     const std::string wanted = system::NativePath(path.c_str());
-    Then([&] { AnswerFiles(answer, wanted); });
+    InNextWindow([&] { AnswerFiles(answer, wanted); });
     EXPECT_EQ(m_screen.RunFileDialog(dialog, path), answer);
     return answer;
 }

@@ -41,6 +41,6 @@ void TypeText(QWidget& window, const QString& text);
 void CompareWithControls(const desktop::DialogView& view);
 
 /// Calls `user` from the event loop, when the next window is open.
-void Then(std::function<void()> user);
+void InNextWindow(std::function<void()> user);
 
 }  // namespace zel::screen_test

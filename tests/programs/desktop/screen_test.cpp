@@ -13,6 +13,7 @@
 
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/message_box.h"
+#include "platform/framework/wait_cursor.h"
 #include "platform/system/commands.h"
 #include "platform/system/files.h"
 #include "platform/system/keys.h"
@@ -43,7 +44,7 @@ TEST_F(Screen, BoxesHaveIconsAndButtonsByStyle) {
                                {MB_RETRYCANCEL | MB_ICONASTERISK, QMessageBox::Information, 2, IDRETRY, IDCANCEL},
                                {MB_ABORTRETRYIGNORE, QMessageBox::NoIcon, 3, IDABORT, 0}}) {
         for (const bool escape : {false, true}) {
-            Then([&] {
+            InNextWindow([&] {
                 auto& box = static_cast<QMessageBox&>(*QApplication::activeModalWidget());
                 EXPECT_EQ(box.icon(), row.icon) << row.style;
                 EXPECT_EQ(static_cast<std::size_t>(box.buttons().size()), row.buttons) << row.style;
@@ -64,7 +65,7 @@ TEST_F(Screen, BoxOfAHandlerIsAChildOfTheDialog) {
     dialog.on_run = [&] {
         const CWaitCursor wait;
         EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
-        Then([&] {
+        InNextWindow([&] {
             QWidget* const box = QApplication::activeModalWidget();
             EXPECT_EQ(box->parentWidget(), screen.Find(dialog));
             EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr) << "the user is to answer";
@@ -134,7 +135,7 @@ TEST_F(Screen, FileDialogShowsFilesThatBeginWithADot) {
     const std::string start = system::ModulePath(native);
     files.m_ofn.lpstrInitialDir = start.c_str();
     files.m_ofn.lpstrTitle = "Zelmara Font Directory";
-    Then([&] {
+    InNextWindow([&] {
         auto& shown = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
         EXPECT_EQ(shown.windowTitle(), "Zelmara Font Directory");
         auto& list = *shown.findChild<QTreeView*>();

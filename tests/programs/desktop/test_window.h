@@ -71,7 +71,7 @@ class OnScreen : public testing::Test {
     }
 
     void Run(CDialog& shown, const std::function<void(desktop::DialogView&)>& user) {
-        Then([&] {
+        InNextWindow([&] {
             desktop::DialogView& view = *screen.Find(shown);
             ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
             user(view);

@@ -25,8 +25,10 @@ struct [[gnu::packed]] tag_char_entry {
     bool IsStored() const noexcept { return glyph_kind == zel::kStoredGlyph; }
     bool IsRunCoded() const noexcept { return !IsStored() && (glyph_kind & zel::kRunCodedBits) != 0; }
     bool HasGlyph() const noexcept { return IsStored() || IsRunCoded(); }
-    int Top() const noexcept { return static_cast<int>(glyph_word >> 12 & 0x3FF); }  ///< glyph_top, lines.
-    int Metric() const noexcept { return static_cast<int>(glyph_word >> 22); }       ///< glyph_metric.
+    /// glyph_top, pixels.
+    int Top() const noexcept { return static_cast<int>(glyph_word >> 12 & 0x3FF); }
+    /// glyph_metric.
+    int Metric() const noexcept { return static_cast<int>(glyph_word >> 22); }
 };
 static_assert(sizeof(tag_char_entry) == 10 && std::is_trivially_copyable_v<tag_char_entry>);
 static_assert(offsetof(tag_char_entry, glyph_word) == 2 && offsetof(tag_char_entry, glyph_offset) == 6);

@@ -7,13 +7,13 @@
 #include "module/contract/records/font_memory.h"
 #include "platform/system/types.h"
 
-/// What the host's callback receives for each character: 104 bytes on the 32-bit system whose offsets stand here. One
-/// record and one LOGFONT serve a whole message, a field that a call doesn't set keeps what it held, and neither
-/// pointer is good after the call.
+/// What the host's callback receives for each character. The offsets are those of a 32-bit system, where the record has
+/// 104 bytes. A whole message uses one record and one LOGFONT: a field that a call does not set keeps its value, and
+/// neither pointer is valid after the call.
 struct tag_CharInf {
     LOGFONT* log_font;            //   0
     std::int32_t x;               //   4  pixels
-    std::int32_t y;               //   8  lines; the same for all characters of a row
+    std::int32_t y;               //   8  pixels; the same for all characters of a row
     std::uint8_t place_flag;      //  12
     std::uint8_t row_start;       //  13  1 on the first character of a row and on a row without characters
     std::uint8_t padding_14[2];   //  14
@@ -21,10 +21,10 @@ struct tag_CharInf {
     std::uint8_t message_start;   //  20  1 until the first call for a character has returned
     std::uint8_t padding_21[3];   //  21
     std::int32_t left_margin;     //  24  pixels
-    std::int32_t base_shift;      //  28  lines that the character lies below y
+    std::int32_t base_shift;      //  28  pixels from y down to the character
     std::int32_t reserved_zero;   //  32
-    std::int32_t row_top;         //  36  lines; set with row_depth when a row starts
-    std::int32_t row_depth;       //  40  lines
+    std::int32_t row_top;         //  36  pixels; set with row_depth when a row starts
+    std::int32_t row_depth;       //  40  pixels
     COLORREF face_colour;         //  44
     float effect_ratio;           //  48  0.75
     std::int32_t edge_type;       //  52
@@ -36,8 +36,8 @@ struct tag_CharInf {
     std::int32_t char_code;       //  76  all 10 bits
     std::int32_t colour_set;      //  80  palette_set for BuildMFData, -1 without one
     std::int32_t glyph_metric;    //  84
-    std::int32_t glyph_height;    //  88  bitmap form only, lines
-    std::int32_t glyph_y;         //  92  bitmap form only, lines
+    std::int32_t glyph_height;    //  88  bitmap form only, pixels
+    std::int32_t glyph_y;         //  92  bitmap form only, pixels
     std::int32_t glyph_step;      //  96  bitmap form only, pixels to the next character
     bool mf_flag;                 // 100  the flag of a stored bitmap glyph
     std::uint8_t padding_101[3];  // 101

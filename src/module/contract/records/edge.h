@@ -14,9 +14,9 @@ constexpr int EdgeAngle(int direction) noexcept {
 static_assert(EdgeAngle(0) == 135 && EdgeAngle(4) == 315 && EdgeAngle(5) == 0 && EdgeAngle(7) == 90 &&
               EdgeAngle(8) == 135);
 
-/// Lines of a font's height that its edge takes up. A border lies on both sides of a glyph; the direction doesn't
-/// count.
-constexpr int EdgeHeight(int edge_type, int /*direction*/, int edge_size) noexcept {
+/// Part of a font's height, in pixels, that its edge occupies, in whatever direction. A border is on both sides of a
+/// glyph.
+constexpr int EdgeHeight(int edge_type, int edge_size) noexcept {
     switch (EdgeType{edge_type}) {
         case EdgeType::kBorder:
             return static_cast<std::uint16_t>(2 * edge_size);

@@ -6,8 +6,8 @@
 
 #include "platform/system/types.h"
 
-/// The host's effect record, 3680 bytes. The module sets the named fields, whose offsets the host fixes, and leaves
-/// every other byte 0.
+/// The host's effect record, 3680 bytes. The host defines its layout. The module sets the named fields; every other
+/// byte is 0.
 struct [[gnu::packed, gnu::aligned(4)]] EFFPAR {
     COLORREF face_colour;               //   0  entry 1 of colour set 7
     std::uint8_t host_4[36];            //   4

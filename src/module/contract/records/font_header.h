@@ -5,15 +5,20 @@
 #include <string_view>
 #include <type_traits>
 
+#include "base/field_text.h"
+
 namespace zel {
 
-/// Value and bits of font_flags; stored values.
-inline constexpr std::uint16_t kFontFlagsLeadingSample =
-    18;                                            ///< Encoding data and a sample block straight after the directory.
-inline constexpr std::uint16_t kFontPlain = 0x20;  ///< Encoding data in the ordinary place; clear: "Tessor" encoded.
-inline constexpr std::uint16_t kFontCharTables = 0x04;  ///< Two character tables are present.
-inline constexpr std::uint16_t kFontOwnLimits =
-    0x10 | 0x40;  ///< An empty row doesn't take its limits from such a font.
+// Value and bits of font_flags; stored values.
+
+/// This value: encoding data and a sample block follow the directory directly.
+inline constexpr std::uint16_t kFontFlagsLeadingSample = 18;
+/// Bit: encoding data in the usual place. Clear: "Tessor" encoded.
+inline constexpr std::uint16_t kFontPlain = 0x20;
+/// Bit: two character tables are present.
+inline constexpr std::uint16_t kFontCharTables = 0x04;
+/// Either bit: an empty row does not take its limits from such a font.
+inline constexpr std::uint16_t kFontOwnLimits = 0x10 | 0x40;
 
 }  // namespace zel
 
@@ -35,24 +40,18 @@ struct [[gnu::packed]] tag_font_header {
     std::uint16_t font_flags;     // 104
     std::uint16_t unread_106[6];  // 106
     std::int16_t row_inset;       // 118
-    std::uint32_t word_table_size;  // 120  bytes; the low 16 bits count, signed
+    std::uint32_t word_table_size;  // 120  bytes; only the low 16 bits are used, signed
     std::uint16_t sample_present;   // 124
     std::uint8_t unread_126[2];     // 126
 
     int EdgeType() const noexcept { return edge_bits & 0xF; }
     int EdgeDirection() const noexcept { return edge_bits >> 4; }
-    /// The low 16 bits of word_table_size, as the legacy machine takes them.
+    /// The low 16 bits of word_table_size, as the legacy machine reads them.
     std::int16_t WordTableBytes() const noexcept { return static_cast<std::int16_t>(word_table_size & 0xFFFF); }
     /// font_name up to its first NUL, or to the end of the field.
-    std::string_view Name() const noexcept { return Field(font_name, sizeof font_name); }
+    std::string_view Name() const noexcept { return zel::base::FieldText(font_name); }
     /// font_id_text likewise.
-    std::string_view IdText() const noexcept { return Field(font_id_text, sizeof font_id_text); }
-
-  private:
-    static std::string_view Field(const char* text, std::size_t size) noexcept {
-        const std::string_view all(text, size);
-        return all.substr(0, all.find('\0'));
-    }
+    std::string_view IdText() const noexcept { return zel::base::FieldText(font_id_text); }
 };
 static_assert(sizeof(tag_font_header) == 128 && std::is_trivially_copyable_v<tag_font_header>);
 static_assert(offsetof(tag_font_header, font_id_text) == 70 && offsetof(tag_font_header, font_height) == 78 &&

@@ -34,7 +34,7 @@ struct tag_msg_flags {
     zel::VideoStandard Standard() const noexcept {
         return Has(zel::SectionFlag::kPal) ? zel::VideoStandard::kPal : zel::VideoStandard::kNtsc;
     }
-    /// Lines above the picture in that standard, by which stored vertical positions are too large.
+    /// Number of lines above the picture in that standard. Stored vertical positions are too large by it.
     std::uint16_t LineOffset() const noexcept { return static_cast<std::uint16_t>(zel::LineOffset(Standard())); }
     /// Active lines of that standard.
     int Lines() const noexcept { return zel::ActiveLines(Standard()); }
@@ -55,9 +55,9 @@ struct tag_msg_header {
     std::uint16_t unread_2;                       //  2
     std::uint16_t last_row;                       //  4  the message has last_row + 1 rows
     std::uint16_t frame_left;                     //  6  x of a row without characters, pixels
-    std::uint16_t frame_top;                      //  8  lines; in memory less the line offset, in 16 bits
+    std::uint16_t frame_top;                      //  8  pixels; in memory less the line offset, in 16 bits
     std::uint16_t frame_right;                    // 10
-    std::uint16_t frame_bottom;                   // 12  lines; in memory less the line offset, in 16 bits
+    std::uint16_t frame_bottom;                   // 12  pixels; in memory less the line offset, in 16 bits
     std::uint16_t unread_14[3];                   // 14
     std::uint16_t font_numbers[zel::kFontSlots];  // 20  number of each slot's font, kNoFont for none
 

@@ -4,12 +4,12 @@
 #include <cstdint>
 #include <type_traits>
 
-// Rows and characters lie in the file with their bit fields packed from the top bit of a byte down, in memory in 16-bit
-// words packed from the lowest bit up. The host reads the memory form.
+// Rows and characters consist of bit fields. In the file they are packed from the top bit of a byte down; in memory,
+// from the lowest bit of a 16-bit word up. The host reads the memory form.
 
 namespace zel {
 
-/// Bits [low, low + width) of a word; the way in which every field below is read and written.
+/// Access to bits [Low, Low + Width) of a word, used by every field below.
 template <int Low, int Width>
 struct WordBits {
     static constexpr unsigned kMask = (1U << Width) - 1U;
@@ -21,7 +21,7 @@ struct WordBits {
 
 /// Index that ends a chain; there is no such record.
 inline constexpr int kChainEnd = 63;
-/// Characters that a row has room for.
+/// Capacity of a row, in characters.
 inline constexpr int kRowChars = 63;
 
 }  // namespace zel
@@ -35,15 +35,21 @@ struct tag_msg_char {
 
     bool PlaceFlag() const noexcept { return zel::WordBits<1, 1>::Get(word0) != 0; }
     void SetChainEnd(bool end) noexcept { zel::WordBits<2, 1>::Set(word0, end ? 1 : 0); }
-    int X() const noexcept { return zel::WordBits<6, 10>::Get(word0); }  ///< char_x, pixels.
+    /// char_x, pixels.
+    int X() const noexcept { return zel::WordBits<6, 10>::Get(word0); }
     void SetX(int x) noexcept { zel::WordBits<6, 10>::Set(word0, x); }
-    int ColourSet() const noexcept { return zel::WordBits<3, 3>::Get(word1); }  ///< colour_set, 0 to 7.
+    /// colour_set, 0 to 7.
+    int ColourSet() const noexcept { return zel::WordBits<3, 3>::Get(word1); }
     void SetColourSet(int set) noexcept { zel::WordBits<3, 3>::Set(word1, set); }
-    int Y() const noexcept { return zel::WordBits<6, 10>::Get(word1); }  ///< char_y, lines in the row.
+    /// char_y, pixels, relative to row_y.
+    int Y() const noexcept { return zel::WordBits<6, 10>::Get(word1); }
     void SetY(int y) noexcept { zel::WordBits<6, 10>::Set(word1, y); }
-    int Font() const noexcept { return zel::WordBits<0, 6>::Get(word2); }   ///< char_font: slot, valid below 16.
-    int Code() const noexcept { return zel::WordBits<6, 10>::Get(word2); }  ///< char_code, all 10 bits.
-    int Next() const noexcept { return zel::WordBits<10, 6>::Get(word3); }  ///< next_char, kChainEnd at the end.
+    /// char_font: slot, valid below 16.
+    int Font() const noexcept { return zel::WordBits<0, 6>::Get(word2); }
+    /// char_code, all 10 bits.
+    int Code() const noexcept { return zel::WordBits<6, 10>::Get(word2); }
+    /// next_char, kChainEnd at the end.
+    int Next() const noexcept { return zel::WordBits<10, 6>::Get(word3); }
     void SetNext(int next) noexcept { zel::WordBits<10, 6>::Set(word3, next); }
 
     bool operator==(const tag_msg_char&) const = default;
@@ -59,17 +65,23 @@ struct RowHead {
     std::uint16_t word2;  // 4  bits 0-5 char_count, bits 6-15 row_bottom
     std::uint16_t word3;  // 6  carried for the host
 
-    bool Empty() const noexcept { return WordBits<2, 1>::Get(word0) != 0; }  ///< row_empty: no records in the file.
+    /// row_empty: no records in the file.
+    bool Empty() const noexcept { return WordBits<2, 1>::Get(word0) != 0; }
     void SetEmpty(bool empty) noexcept { WordBits<2, 1>::Set(word0, empty ? 1 : 0); }
-    int Y() const noexcept { return WordBits<6, 10>::Get(word0); }  ///< row_y, lines.
+    /// row_y, pixels.
+    int Y() const noexcept { return WordBits<6, 10>::Get(word0); }
     void SetY(int y) noexcept { WordBits<6, 10>::Set(word0, y); }
-    int FirstChar() const noexcept { return WordBits<0, 6>::Get(word1); }  ///< first_char: start of the chain.
+    /// first_char: start of the chain.
+    int FirstChar() const noexcept { return WordBits<0, 6>::Get(word1); }
     void SetFirstChar(int index) noexcept { WordBits<0, 6>::Set(word1, index); }
-    int Top() const noexcept { return WordBits<6, 10>::Get(word1); }  ///< row_top, lines below row_y.
+    /// row_top, pixels, relative to row_y.
+    int Top() const noexcept { return WordBits<6, 10>::Get(word1); }
     void SetTop(int top) noexcept { WordBits<6, 10>::Set(word1, top); }
-    int CharCount() const noexcept { return WordBits<0, 6>::Get(word2); }  ///< char_count, 0 to 63.
+    /// char_count, 0 to 63.
+    int CharCount() const noexcept { return WordBits<0, 6>::Get(word2); }
     void SetCharCount(int count) noexcept { WordBits<0, 6>::Set(word2, count); }
-    int Bottom() const noexcept { return WordBits<6, 10>::Get(word2); }  ///< row_bottom, lines below row_y.
+    /// row_bottom, pixels, relative to row_y.
+    int Bottom() const noexcept { return WordBits<6, 10>::Get(word2); }
     void SetBottom(int bottom) noexcept { WordBits<6, 10>::Set(word2, bottom); }
 
     bool operator==(const RowHead&) const = default;
@@ -78,7 +90,7 @@ static_assert(sizeof(RowHead) == 8 && std::is_trivially_copyable_v<RowHead>);
 
 }  // namespace zel
 
-/// One row in memory, 512 bytes whatever its count; records from char_count up are zero.
+/// One row in memory, always 512 bytes; the records from index char_count on are zero.
 struct tag_msg_row : zel::RowHead {
     tag_msg_char chars[zel::kRowChars];  // 8
 };

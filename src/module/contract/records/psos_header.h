@@ -5,6 +5,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include "base/field_text.h"
+
 namespace zel {
 
 /// File types in the Psos file header; stored values.
@@ -26,10 +28,7 @@ struct tag_psos_header {
     char type_name[128];      //   8  zero-terminated text; without a zero it ends with the header
 
     /// type_name up to its first NUL, or to the header's end.
-    std::string_view TypeName() const noexcept {
-        const std::string_view all(type_name, sizeof type_name);
-        return all.substr(0, all.find('\0'));
-    }
+    std::string_view TypeName() const noexcept { return zel::base::FieldText(type_name); }
 };
 static_assert(sizeof(tag_psos_header) == 136 && std::is_trivially_copyable_v<tag_psos_header>);
 static_assert(offsetof(tag_psos_header, type_name) == 8);

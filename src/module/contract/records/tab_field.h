@@ -6,7 +6,7 @@
 
 namespace zel {
 
-/// Pixels by which the module's x positions lie right of the file's.
+/// Pixels by which the module's x positions are larger than the file's.
 inline constexpr int kXOffset = 7;
 inline constexpr std::size_t kTabNameSize = 17;
 
@@ -23,7 +23,8 @@ struct [[gnu::packed]] tag_tab_field {
     std::uint32_t tab_bits;            // 26  tab_row:6, tab_a:4, tab_font:5, tab_colour:4, five flags, from bit 0
 
     int Row() const noexcept { return static_cast<int>(tab_bits & 0x3F); }
-    int Font() const noexcept { return static_cast<int>(tab_bits >> 10 & 0x1F); }  ///< Slot; 16 and above name none.
+    /// Slot; 16 and above name none.
+    int Font() const noexcept { return static_cast<int>(tab_bits >> 10 & 0x1F); }
     int ColourSet() const noexcept { return static_cast<int>(tab_bits >> 15 & 7); }
 };
 static_assert(sizeof(tag_tab_field) == 30 && std::is_trivially_copyable_v<tag_tab_field>);

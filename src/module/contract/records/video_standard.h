@@ -27,9 +27,10 @@ struct PixelAspect {
 struct VideoStandardData {
     /// "NTSC" or "PAL".
     const char* name;
-    /// Height of the picture in lines. Identifies the standard in settings, libraries and documents.
+    /// Height of the picture in lines, which are rows of pixels. Identifies the standard in settings, libraries and
+    /// documents.
     int active_lines;
-    /// Lines above the picture: stored vertical positions are too large by as many.
+    /// Number of lines above the picture. Stored vertical positions are too large by it.
     int line_offset;
     PixelAspect pixel_aspect;
 };

@@ -1,5 +1,4 @@
 #pragma once
 
-/// Marks what the host may call across the library's border. Everything else stays hidden; a test holds the library's
-/// export table against the list of names.
+/// Marks what the library exports. Everything else is hidden; a test compares the export table with a list of names.
 #define ZELTRANS_API __attribute__((visibility("default")))

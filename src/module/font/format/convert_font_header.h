@@ -7,10 +7,12 @@
 
 namespace zel::font {
 
-/// The header from its 128 bytes in the file; missing ones read as zero.
+/// Converts the header of a font.
+/// @param bytes  the header; missing ones of its 128 bytes read as zeros.
 tag_font_header ConvertFontHeader(std::span<const std::uint8_t> bytes) noexcept;
 
-/// The head of a sample block from its 10 bytes; missing ones read as zero.
+/// Converts the head of a sample block.
+/// @param bytes  the head; missing ones of its 10 bytes read as zeros.
 tag_samp_struct ConvertSampleHead(std::span<const std::uint8_t> bytes) noexcept;
 
 }  // namespace zel::font

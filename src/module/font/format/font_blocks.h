@@ -4,7 +4,7 @@
 
 namespace zel::font {
 
-/// Frees all blocks of a slot but font_copy and clears their pointers.
+/// Frees all blocks of a slot except font_copy, and clears their pointers.
 void ReleaseFontBlocks(tag_font_memory& font) noexcept;
 
 }  // namespace zel::font

@@ -1,13 +1,14 @@
 #pragma once
 
+#include <span>
+
 #include "module/contract/records/font_memory.h"
 #include "module/message/format/byte_source.h"
 #include "module/message/format/section_observer.h"
 
 namespace zel::font {
 
-/// How the reading of a font file ended; 0 is the only success. What the user hears stands in the same order in
-/// read_font.cpp.
+/// Result of reading a font file. The message boxes are in the same order in read_font.cpp.
 enum class FontOutcome {
     kRead = 0,
     kShortPsosHeader,
@@ -15,24 +16,47 @@ enum class FontOutcome {
     kShortFontHeader,
     kNoDirectoryMemory,
     kShortDirectory,
-    kShortEncoding,         ///< encoding data in the ordinary place.
-    kShortLeadingEncoding,  ///< encoding data straight after the directory (font_flags 18).
-    kShortLeadingSample,    ///< head of the sample block behind them.
+    /// Encoding data in the ordinary place.
+    kShortEncoding,
+    /// Encoding data directly after the directory (font_flags 18).
+    kShortLeadingEncoding,
+    /// Head of the sample block after such encoding data.
+    kShortLeadingSample,
     kShortSampleRow,
-    kShortBlock,  ///< auxiliary block, word table, character tables, sample head, or the length of a stored glyph.
-    kNoMemory,    ///< also for a size that is negative.
+    /// Auxiliary block, word table, character tables, sample head, or the length of a stored glyph.
+    kShortBlock,
+    /// Also for a negative size.
+    kNoMemory,
 };
 
-/// Reads a font file into an empty slot: every block, the stored glyphs located and not read. Needs no path, dialog or
-/// host.
-/// @param slot      takes the blocks, also those read before a failure; whoever holds it frees them with
-/// ReleaseFontData.
-/// @param tessor    set when the font isn't plain: its encoding data, if any, can't be taken from the ordinary place.
+/// The contents of a font file; owns the blocks of its slot. A block is null when the font has none or when reading
+/// ended before it.
+struct LoadedFont {
+    LoadedFont() = default;
+    LoadedFont(const LoadedFont&) = delete;
+    LoadedFont& operator=(const LoadedFont&) = delete;
+    ~LoadedFont();
+
+    /// Empties the object. The caller frees the blocks of the result with ReleaseFontBlocks.
+    tag_font_memory Release() noexcept;
+
+    /// file_name, log_font, effect_params and font_copy are not set.
+    tag_font_memory slot;
+    /// The font isn't plain: encoding data in the ordinary place can't be decoded and was not read.
+    bool tessor = false;
+};
+
+/// Reads a font file: all blocks. The stored glyphs are only located.
+/// @param font      an empty one; receives everything that was read, also when the outcome isn't kRead.
 /// @param observer  may be null.
-FontOutcome LoadFont(message::ByteSource& file, tag_font_memory& slot, bool& tessor,
+FontOutcome LoadFont(message::ByteSource& file, LoadedFont& font, message::SectionObserver* observer = nullptr);
+
+/// Reads a font file in memory, as above.
+/// @param file  the whole file; needed during the call only.
+FontOutcome LoadFont(std::span<const std::uint8_t> file, LoadedFont& font,
                      message::SectionObserver* observer = nullptr);
 
-/// Bytes of each of the two character tables.
+/// Size of each of the two character tables in bytes.
 inline constexpr std::size_t kCharTableSize = 384;
 
 }  // namespace zel::font

@@ -4,27 +4,29 @@
 
 namespace zel::font {
 
-/// How the reading of a sample block's rows ended; 0 is the only success.
+/// Result of reading the rows of a sample block.
 enum class SampleOutcome { kRead = 0, kNoMemory, kShortRow };
 
-/// Size in bytes of a sample's rows; negative when they can't be allocated.
+/// Size of a sample's rows in bytes. A negative size can't be allocated.
 constexpr std::int32_t SampleBytes(std::int16_t width, std::int16_t height) noexcept {
     return std::int32_t{width} * height;
 }
 
-/// Rows that are read of a sample: none for a height of 0 or below.
+/// Number of rows that a sample has in the file: 0 for a height of 0 or below.
 constexpr std::int32_t SampleRows(std::int16_t height) noexcept {
     return height > 0 ? height : 0;
 }
 
-/// Zeroed memory for the rows of one sample, never null but when memory has run out.
+/// Allocates zeroed memory for the rows of one sample, at least one byte, with calloc.
+/// @return null when out of memory.
 std::uint8_t* AllocateSample(std::int16_t width, std::int16_t height) noexcept;
 
-/// Allocates and reads the rows of both samples of a block, first then second, with malloc.
-/// @param left      bytes that the rows can come from; a sample that would need more fails before memory is taken for
-/// it.
-/// @param read_row  bool(std::uint8_t* row, std::size_t width): reads the next row, false when it doesn't come whole.
-/// A negative size can't be allocated. A row of width 0 doesn't come: a read of no bytes delivers nothing.
+/// Allocates and reads the rows of both samples of a block, first then second. The legacy importer treats a row of
+/// width 0 as one that can't be read, since a read of no bytes returns nothing; so it gives kShortRow.
+/// @param first, second  receive width, height and rows. The caller frees the rows with std::free, even on failure.
+/// @param left           number of bytes from the first row to the end of the file. A sample that is larger gives
+///                       kShortRow before memory is allocated for it.
+/// @param read_row       bool(std::uint8_t* row, std::size_t width): reads the next row; false for an incomplete one.
 template <typename ReadRow>
 SampleOutcome ReadSamples(const tag_samp_struct& samp, tag_graphic_rectangle& first, tag_graphic_rectangle& second,
                           std::uint64_t left, ReadRow&& read_row) {

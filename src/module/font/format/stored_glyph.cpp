@@ -33,12 +33,12 @@ void StraightenPixels(std::span<std::uint8_t> pixels) noexcept {
 void StraightenRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
                             std::span<std::uint8_t> bottom_up) noexcept {
     if (row_size == 0) return;
-    // Of the rows that the bitmap has room for, those at its start come last in `rows`, which may not hold them.
+    // The bitmap starts with the last rows of the glyph, which may be missing from `rows`.
     const std::size_t fit = std::min(height, bottom_up.size() / row_size),
-                      held = std::min(height, rows.size() / row_size);
-    const std::size_t missing = height - held;
+                      present = std::min(height, rows.size() / row_size);
+    const std::size_t missing = height - present;
     if (missing >= fit) return;
-    straighten::Paths().front().convert_rows({rows.data() + (held - 1) * row_size,
+    straighten::Paths().front().convert_rows({rows.data() + (present - 1) * row_size,
                                               -static_cast<std::ptrdiff_t>(row_size),
                                               bottom_up.data() + missing * row_size, row_size / 4, fit - missing});
 }

@@ -6,42 +6,51 @@
 
 namespace zel::font {
 
-/// Head of a stored bitmap glyph's record, 12 bytes; pixels follow, 4 bytes each, top row first.
+/// Head of a stored bitmap glyph's record, 12 bytes. The pixels follow, 4 bytes each, top row first.
 struct StoredGlyphHead {
-    std::uint32_t length;    //  0  bytes of the record, these 4 included
-    std::uint16_t flags;     //  4  bit 15: the flag that GetMFRect gives
+    std::uint32_t length;    //  0  size of the record in bytes, including these 4
+    std::uint16_t flags;     //  4  bit 15: the flag that GetMFRect returns
     std::uint16_t unread_6;  //  6
-    std::int16_t width;      //  8  pixels; the file holds one more
+    std::int16_t width;      //  8  pixels; the file has one more
     std::int16_t height;     // 10  pixels
 
     bool Flag() const noexcept { return (flags & 0x8000) != 0; }
 };
 inline constexpr std::size_t kStoredGlyphHeadSize = 4 + 2 + 2 + 2 + 2;
 
-/// The head from the record's first bytes; missing ones read as zero.
+/// Converts the head of a stored glyph.
+/// @param record  the record's first bytes; missing ones of the 12 read as zeros.
 StoredGlyphHead ConvertStoredGlyphHead(std::span<const std::uint8_t> record) noexcept;
 
-/// What is wrong with a stored bitmap glyph's record.
+/// Damage to the record of a stored bitmap glyph.
 enum class StoredGlyphFault {
     kNone = 0,
-    kHeadCutShort,    ///< the file ends within the head.
-    kNoPixels,        ///< the width or the height is 0 or below.
-    kTooSmall,        ///< the length is too small for the pixels.
-    kPixelsCutShort,  ///< the file ends within the record.
+    /// The file ends within the head.
+    kHeadCutShort,
+    /// The width or the height is 0 or below.
+    kNoPixels,
+    /// The length is too small for the pixels.
+    kTooSmall,
+    /// The file ends within the record.
+    kPixelsCutShort,
 };
 
-/// @param present  bytes from the record's first to the file's end.
+/// Checks a record; returns the first fault in the order above.
+/// @param present  number of bytes from the start of the record to the end of the file.
 StoredGlyphFault CheckStoredGlyph(const StoredGlyphHead& head, std::size_t present) noexcept;
 
 /// Converts pixels in place, from alpha, blue, green, red with the colour multiplied by alpha to blue, green, red,
-/// alpha with the straight colour. A colour byte above its alpha counts as its alpha; a pixel of alpha 0 becomes all
+/// alpha with the straight colour. A colour byte above its alpha counts as its alpha. A pixel of alpha 0 becomes all
 /// zero.
-/// @param pixels  whole pixels of 4 bytes; what is left over at the end stays as it is.
+/// @param pixels  4 bytes each; an incomplete pixel at the end is left unchanged.
 void StraightenPixels(std::span<std::uint8_t> pixels) noexcept;
 
-/// Converts the rows of a glyph and lays them down in reverse, the last row first, as a bottom-up bitmap wants them.
-/// @param rows      `height` rows of `row_size` bytes, whole pixels; rows that end beyond it are left out.
-/// @param bottom_up receives them back to back; a row that doesn't fit whole is left out.
+/// Converts the rows of a glyph likewise and writes them in reverse order, for a bottom-up bitmap.
+/// @param rows       the rows, top row first. Incomplete and missing rows are not written.
+/// @param row_size   in bytes, a multiple of 4.
+/// @param height     number of rows.
+/// @param bottom_up  receives the rows, the last one first, without gaps. A row that doesn't fit completely is not
+///                   written.
 void StraightenRowsReversed(std::span<const std::uint8_t> rows, std::size_t row_size, std::size_t height,
                             std::span<std::uint8_t> bottom_up) noexcept;
 

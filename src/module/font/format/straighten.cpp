@@ -5,9 +5,7 @@
 
 #include "base/vector_support.h"
 
-namespace zel::font {
-
-namespace straighten {
+namespace zel::font::straighten {
 
 namespace {
 
@@ -28,13 +26,13 @@ inline void ConvertScalar(const std::uint8_t* from, std::uint8_t* to, std::size_
 
 #if defined(__SSE2__)
 
-// 255 raised by 2^-20 of itself, for the same reason as kFactors are rounded up. The division is the exact one, so that
-// every processor gives the same; floats then have room to spare.
+// 255 plus 2^-20 of it, for the same reason for which kFactors are rounded up. The division is the IEEE one, not an
+// approximation, so that every processor gives the same result.
 constexpr float kRaised255 = 255.0F + 255.0F / (1 << 20);
-// Added to a float below 256, it leaves the nearest whole number in the lowest byte, and kRoundBits around it.
+// Adding this to a float below 256 leaves the nearest integer in the lowest byte and kRoundBits in the others.
 constexpr float kRound = 1 << 23;
 constexpr int kRoundBits = 0x4B000000;
-constexpr int kFirstByteOnly = ~0x7F7F7FFF;  // 0x80 in all bytes but the first
+constexpr int kFirstByteOnly = ~0x7F7F7FFF;  // a shuffle index: 0x80 in all bytes but the first
 
 inline void ConvertSse2(const std::uint8_t* from, std::uint8_t* to, std::size_t count) noexcept {
     const __m128i low_byte = _mm_set1_epi32(0xFF);
@@ -61,10 +59,10 @@ inline void ConvertSse2(const std::uint8_t* from, std::uint8_t* to, std::size_t 
 
 ZEL_AVX2 inline __m256i StraightenEight(__m256i in) noexcept {
     const __m256i low_byte = _mm256_set1_epi32(0xFF), rounding = _mm256_set1_epi32(kRoundBits);
-    // Most of a glyph is either empty or solid.
+    // Most pixels of a glyph are either empty or opaque.
     if (_mm256_testz_si256(in, low_byte)) return _mm256_setzero_si256();
     if (_mm256_testc_si256(in, low_byte)) return _mm256_or_si256(_mm256_srli_epi32(in, 8), _mm256_slli_epi32(in, 24));
-    // For each pixel, the place of its byte; a place of 0x80 gives zero.
+    // Shuffle indexes of each pixel's bytes; an index of 0x80 gives zero.
     const __m256i pixel = _mm256_set1_epi64x(0x0404040400000000),
                   pick_alpha = _mm256_add_epi32(pixel, _mm256_set_epi64x(0x0808080808080808, 0, 0x0808080808080808, 0)),
                   pick_blue = _mm256_or_si256(pick_alpha, _mm256_set1_epi32(kFirstByteOnly + 1)),
@@ -85,7 +83,7 @@ ZEL_AVX2 inline __m256i StraightenEight(__m256i in) noexcept {
 }
 
 ZEL_AVX2 void RowsAvx2(const Rows& rows) noexcept {
-    // Copies, as the compiler must take it that the pixels written may lie in `rows`.
+    // Local copies, since the compiler must assume that writing pixels may change `rows`.
     const std::size_t steps = rows.width / 8, rest = rows.width % 8;
     const std::ptrdiff_t from_stride = rows.from_stride;
     const __m256i of_rest =
@@ -117,23 +115,18 @@ void RowsScalar(const Rows& rows) noexcept {
     for (std::size_t row = 0; row < rows.height; ++row) ConvertScalar(FromOf(rows, row), ToOf(rows, row), rows.width);
 }
 
+constexpr Path kPaths[] = {
 #if defined(__SSE2__)
-constexpr Path kPaths[] = {{"AVX2", RowsAvx2}, {"SSE2", RowsSse2}, {"scalar", RowsScalar}};
-#else
-constexpr Path kPaths[] = {{"scalar", RowsScalar}};
+    {"AVX2", base::Instructions::kAvx2, RowsAvx2},
+    {"SSE2", base::Instructions::kNone, RowsSse2},
 #endif
+    {"scalar", base::Instructions::kNone, RowsScalar},
+};
 
 }  // namespace
 
 std::span<const Path> Paths() noexcept {
-    const std::span<const Path> paths(kPaths);
-#if defined(__SSE2__)
-    return paths.subspan(base::HasAvx2() ? 0 : 1);
-#else
-    return paths;
-#endif
+    return base::SupportedPaths(kPaths);
 }
 
-}  // namespace straighten
-
-}  // namespace zel::font
+}  // namespace zel::font::straighten

@@ -5,46 +5,50 @@
 #include <cstdint>
 #include <span>
 
-namespace zel::font {
+#include "base/instructions.h"
 
-namespace straighten {
+namespace zel::font::straighten {
 
-/// 255 / alpha in 20 fractional bits, rounded up; 0 for alpha 0.
+/// 255 / alpha as a fixed-point number with 20 fractional bits, rounded up; 0 for alpha 0.
 inline constexpr auto kFactors = [] {
     std::array<std::uint32_t, 256> factors{};
     for (std::uint32_t alpha = 1; alpha < 256; ++alpha) factors[alpha] = ((255U << 20) + alpha - 1) / alpha;
     return factors;
 }();
 
-/// A colour that was multiplied by alpha, straight: colour * 255 / alpha + 0.5, cut off. A rounded-up factor brings the
-/// result at most 255 / 2^20 too high, and no quotient that isn't a half already lies closer than 1 / 510 to one.
+/// The straight value of a colour that was multiplied by alpha: colour * 255 / alpha + 0.5, truncated. The rounded-up
+/// factor makes the quotient at most 255 / 2^20 too large. That never changes the result: a quotient that isn't exactly
+/// n + 0.5 differs from every such value by at least 1 / 510.
 /// @param colour  at most `alpha`.
 constexpr std::uint8_t Colour(unsigned colour, unsigned alpha) noexcept {
     return static_cast<std::uint8_t>((colour * kFactors[alpha] + (1U << 19)) >> 20);
 }
 
-/// Rows of pixels, as StraightenPixels describes them.
+/// Rows of pixels and their destination. StraightenPixels describes the conversion.
 struct Rows {
     const std::uint8_t* from;
-    std::ptrdiff_t from_stride;  ///< bytes from a row to the next one, which may lie in front of it.
-    std::uint8_t* to;            ///< the rows back to back; may be `from`, and else lies apart from it.
-    std::size_t width;           ///< pixels.
+    /// Bytes from the start of a row to the start of the next one; may be negative.
+    std::ptrdiff_t from_stride;
+    /// Receives the rows without gaps. Equal to `from`, or doesn't overlap it.
+    std::uint8_t* to;
+    /// In pixels.
+    std::size_t width;
     std::size_t height;
 };
 
-/// One way of converting pixels. All ways give the same bytes.
+/// One implementation of the conversion. All implementations give the same bytes.
 struct Path {
     const char* name;
+    base::Instructions needs;
     void (*convert_rows)(const Rows& rows) noexcept;
 
+    /// Converts `count` pixels.
     void Convert(const std::uint8_t* from, std::uint8_t* to, std::size_t count) const noexcept {
         convert_rows({from, 0, to, count, 1});
     }
 };
 
-/// The ways that this processor can go, the fastest first, the one without vector instructions last.
+/// The implementations that this processor supports, the fastest first. The last one needs no vector instructions.
 std::span<const Path> Paths() noexcept;
 
-}  // namespace straighten
-
-}  // namespace zel::font
+}  // namespace zel::font::straighten

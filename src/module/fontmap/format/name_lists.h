@@ -6,9 +6,9 @@
 
 namespace zel::fontmap {
 
-// The two name lists, line by line; pure functions over text.
+// The lines of the two name lists.
 //
-// bitstream_fontlist.txt, behind two headings:        typeface_list.txt, behind two headings:
+// bitstream_fontlist.txt, after two headings:         typeface_list.txt, after two headings:
 //   FAMILY [ =...] [TAB ...]           heading          TYPEFACE TAB... BITSTREAM NAME
 //   TAB STYLE [ =...] TAB ... NUMBER   indented entry
 //   NAME [ =...] TAB ... NUMBER        plain entry
@@ -17,22 +17,24 @@ namespace zel::fontmap {
 struct BitstreamEntry {
     std::uint16_t number = 0;
     bool indented = false;
-    std::string_view family;  ///< of an indented entry.
-    std::string_view name;    ///< the style of an indented entry, else the name.
+    /// Of an indented entry.
+    std::string_view family;
+    /// The style of an indented entry, else the name.
+    std::string_view name;
 
-    /// What stands before the first blank of the built name: "%s %s BT" of an indented entry, else "%s BT".
+    /// The first word of the complete name, which is "FAMILY STYLE BT" for an indented entry, else "NAME BT".
     std::string_view FirstWord() const noexcept {
         const std::string_view first = indented ? family : name;
         return first.substr(0, first.find(' '));
     }
 };
 
-/// Reads the lines of the Bitstream list in order, keeping the family that headings set.
+/// Reads the lines of the Bitstream list, in order. Keeps the family of the last heading.
 class BitstreamLineReader {
   public:
-    /// @param line   without its newline; its characters must outlive the reader and the entry.
-    /// @param entry  receives what the line adds.
-    /// @return false for a heading and for an indented line without a second TAB, which add nothing.
+    /// @param line   without its newline; the text must outlive the reader and the entry.
+    /// @param entry  receives the entry.
+    /// @return false for a line without an entry: a heading, or an indented line without a second TAB.
     bool Read(std::string_view line, BitstreamEntry& entry) noexcept;
 
   private:
@@ -41,12 +43,15 @@ class BitstreamLineReader {
 
 /// One line of the typeface list.
 struct TypefaceEntry {
-    std::string_view typeface;        ///< may be empty.
-    std::string_view bitstream_name;  ///< to the end of the line, blanks and TABs included.
+    /// May be empty.
+    std::string_view typeface;
+    /// The rest of the line, including blanks and TABs.
+    std::string_view bitstream_name;
 };
 
-/// @param line  without its newline.
-/// @return nothing for a line without a TAB, or with nothing behind its TABs.
+/// Reads a line of the typeface list.
+/// @param line  without its newline; the text must outlive the result.
+/// @return nothing for a line without a TAB or with nothing after its TABs.
 std::optional<TypefaceEntry> ReadTypefaceLine(std::string_view line) noexcept;
 
 }  // namespace zel::fontmap

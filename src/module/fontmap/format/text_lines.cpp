@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/field_text.h"
+
 namespace zel::fontmap {
 
 std::optional<std::string_view> TextLines::Next() noexcept {
@@ -13,7 +15,7 @@ std::optional<std::string_view> TextLines::Next() noexcept {
     std::string_view line = m_rest.substr(0, length);
     m_rest.remove_prefix(newline != nullptr ? length + 1 : length);
     if (m_nul >= m_rest.data()) return line;
-    line = line.substr(0, line.find('\0'));
+    line = base::UpToNul(line);
     FindNul();
     return line;
 }

@@ -7,20 +7,20 @@
 
 namespace zel::fontmap {
 
-/// The lines of a name list, taken as the legacy importer took them: through a buffer of 200 bytes, so that a longer
-/// line comes as several.
+/// Splits a name list into lines. A line longer than kMaxLine is split, as by the 200-byte buffer of the legacy
+/// importer.
 class TextLines {
   public:
-    /// Characters that one line has at most, its newline included.
+    /// Maximum number of characters of a line, including its newline.
     static constexpr std::size_t kMaxLine = 199;
 
     /// @param text  must outlive the lines.
     explicit TextLines(std::string_view text) noexcept : m_rest(text) { FindNul(); }
 
-    /// The next line without its newline, good as long as the text; nothing at the end. A NUL ends the line's text.
+    /// The next line, without its newline and cut at a NUL; nothing at the end of the text.
     std::optional<std::string_view> Next() noexcept;
 
-    /// Passes over the two headings that every list begins with.
+    /// Skips the two headings of a list.
     void SkipHeadings() noexcept {
         Next();
         Next();
@@ -30,7 +30,8 @@ class TextLines {
     void FindNul() noexcept { m_nul = m_rest.data() + std::min(m_rest.find('\0'), m_rest.size()); }
 
     std::string_view m_rest;
-    const char* m_nul = nullptr;  // the first one of the rest, or its end
+    // The first NUL of the rest, or its end.
+    const char* m_nul = nullptr;
 };
 
 }  // namespace zel::fontmap

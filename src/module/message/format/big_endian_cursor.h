@@ -11,18 +11,19 @@
 
 namespace zel::message {
 
-/// Reads big-endian fields from a span, front to back. Bytes beyond the span's end read as zeros, so that a record cut
-/// short is filled up with zeros and never with what memory held.
+/// Reads big-endian fields from a span, front to back. Bytes beyond the end of the span read as zeros, so a truncated
+/// record is padded with zeros and never contains uninitialised memory.
 ///
-/// | call    | moves by | gives                                   |
-/// |---------|----------|-----------------------------------------|
-/// | U8      | 1        | the byte                                |
-/// | U16     | 2        | the word, converted                     |
-/// | U32     | 4        | the double word, converted              |
-/// | Bytes   | its size | the bytes as they stand                 |
+/// | call    | advances by | returns                        |
+/// |---------|-------------|--------------------------------|
+/// | U8      | 1           | the byte                       |
+/// | U16     | 2           | the word, in native byte order |
+/// | U32     | 4           | the double word, likewise      |
+/// | Bytes   | its size    | the bytes, unchanged           |
 class BigEndianCursor {
   public:
-    explicit BigEndianCursor(std::span<const std::uint8_t> bytes) noexcept : m_bytes(bytes) {}
+    /// @param bytes  must outlive the cursor.
+    explicit BigEndianCursor(std::span<const std::uint8_t> bytes) noexcept : m_rest(bytes) {}
 
     std::uint8_t U8() noexcept { return Bytes<1>()[0]; }
     std::uint16_t U16() noexcept { return SwapWord(std::bit_cast<std::uint16_t>(Bytes<2>())); }
@@ -31,18 +32,18 @@ class BigEndianCursor {
     template <std::size_t N>
     std::array<std::uint8_t, N> Bytes() noexcept {
         std::array<std::uint8_t, N> out{};
-        if (m_bytes.size() >= N) {  // a copy of fixed length is one or two instructions
-            std::memcpy(out.data(), m_bytes.data(), N);
-            m_bytes = m_bytes.subspan(N);
+        if (m_rest.size() >= N) {  // a copy of constant length compiles to one or two instructions
+            std::memcpy(out.data(), m_rest.data(), N);
+            m_rest = m_rest.subspan(N);
         } else {
-            std::copy(m_bytes.begin(), m_bytes.end(), out.begin());
-            m_bytes = {};
+            std::copy(m_rest.begin(), m_rest.end(), out.begin());
+            m_rest = {};
         }
         return out;
     }
 
   private:
-    std::span<const std::uint8_t> m_bytes;  // what is left
+    std::span<const std::uint8_t> m_rest;
 };
 
 }  // namespace zel::message

@@ -9,7 +9,7 @@ ByteSource::ByteSource(std::span<const std::uint8_t> bytes) noexcept : m_window(
 
 ByteSource::ByteSource(FileBytes& file) noexcept : m_size(file.Size()), m_file(&file) {}
 
-// What the window doesn't hold whole.
+// Serves a range that the window doesn't contain completely.
 std::span<const std::uint8_t> ByteSource::Fetch(std::uint64_t offset, std::size_t count) {
     count = static_cast<std::size_t>(std::min<std::uint64_t>(count, Left(offset)));
     if (count == 0) return {};
@@ -29,9 +29,9 @@ std::size_t ByteSource::Read(std::uint64_t offset, std::span<std::uint8_t> out) 
     if (wanted == 0) return 0;
     std::size_t done = 0;
     if (offset >= m_window_offset && offset - m_window_offset < m_window.size()) {
-        const auto held = m_window.subspan(static_cast<std::size_t>(offset - m_window_offset));
-        done = std::min(wanted, held.size());
-        std::memcpy(out.data(), held.data(), done);
+        const auto buffered = m_window.subspan(static_cast<std::size_t>(offset - m_window_offset));
+        done = std::min(wanted, buffered.size());
+        std::memcpy(out.data(), buffered.data(), done);
     }
     if (done == wanted || m_file == nullptr) return done;
     return done + m_file->Read(offset + done, out.subspan(done, wanted - done));

@@ -8,7 +8,7 @@ namespace zel::message {
 
 tag_psos_header ConvertPsosHeader(std::span<const std::uint8_t> file) noexcept {
     tag_psos_header header;
-    if (file.size() >= sizeof header) {  // a copy of fixed length takes a few instructions
+    if (file.size() >= sizeof header) {  // a copy of constant length compiles to a few instructions
         std::memcpy(&header, file.data(), sizeof header);
     } else {
         header = {};
@@ -16,7 +16,7 @@ tag_psos_header ConvertPsosHeader(std::span<const std::uint8_t> file) noexcept {
     }
     header.file_type = SwapLong(header.file_type);  // 0
     header.unread_4 = SwapLong(header.unread_4);    // 4
-    return header;                                  // 8  type_name, as it stands
+    return header;                                  // 8  type_name, unchanged
 }
 
 tag_msg_flags ConvertMsgFlags(std::span<const std::uint8_t> bytes) noexcept {

@@ -8,12 +8,17 @@
 
 namespace zel::message {
 
-/// The header from the file's first bytes; what is missing of the 136 reads as zero.
+/// Converts the Psos file header of a message, font or RGBA file.
+/// @param file  the file's first bytes; missing ones of the 136 read as zeros.
 tag_psos_header ConvertPsosHeader(std::span<const std::uint8_t> file) noexcept;
 
-/// The two blocks from file bytes; what is missing reads as zero. ConvertMsgHeader takes line_offset off frame_top and
-/// frame_bottom, wrapping in 16 bits as the format's words do.
+/// Converts the section flags of a message.
+/// @param bytes  the block; missing ones of its 16 bytes read as zeros.
 tag_msg_flags ConvertMsgFlags(std::span<const std::uint8_t> bytes) noexcept;
+
+/// Converts the header of a message.
+/// @param bytes        the block; missing ones of its 52 bytes read as zeros.
+/// @param line_offset  in lines; subtracted from frame_top and frame_bottom, wrapping in 16 bits.
 tag_msg_header ConvertMsgHeader(std::span<const std::uint8_t> bytes, std::uint16_t line_offset) noexcept;
 
 }  // namespace zel::message

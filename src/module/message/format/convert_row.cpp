@@ -11,13 +11,13 @@ namespace zel::message {
 
 namespace {
 
-// A word of the memory form: a field of `low_width` bits from bit 0, its bits in the file's order, and the 10-bit
-// position that every word but a character's last carries in bits 6 to 15.
-constexpr std::uint16_t Word(unsigned low_field, unsigned position) noexcept {
-    return static_cast<std::uint16_t>((low_field & 0x3F) | (position & 0x3FF) << 6);
+// A word of the memory form: a 6-bit field in bits 0 to 5 and a 10-bit field in bits 6 to 15. Only the last word of a
+// character has another layout.
+constexpr std::uint16_t Word(unsigned low_field, unsigned high_field) noexcept {
+    return static_cast<std::uint16_t>((low_field & 0x3F) | (high_field & 0x3FF) << 6);
 }
 
-// The first word of both records holds six flags; the file's top bit is the memory's lowest.
+// The first word of both records contains six flags. The highest bit in the file is the lowest in memory.
 constexpr unsigned ReverseSixFlags(unsigned b0) noexcept {
     return (b0 >> 7 & 1) | (b0 >> 5 & 2) | (b0 >> 3 & 4) | (b0 >> 1 & 8) | (b0 << 1 & 16) | (b0 << 3 & 32);
 }
@@ -27,7 +27,7 @@ static_assert(ReverseSixFlags(0x80) == 0x01 && ReverseSixFlags(0x20) == 0x04 && 
 
 RowHead ConvertRowHead(std::span<const std::uint8_t> bytes) noexcept {
     std::array<std::uint16_t, 4> words{};
-    if (bytes.size() >= sizeof words) {  // a copy of fixed length takes an instruction
+    if (bytes.size() >= sizeof words) {  // a copy of constant length compiles to one instruction
         std::memcpy(words.data(), bytes.data(), sizeof words);
     } else if (!bytes.empty()) {
         std::memcpy(words.data(), bytes.data(), bytes.size());
@@ -37,7 +37,8 @@ RowHead ConvertRowHead(std::span<const std::uint8_t> bytes) noexcept {
     head.word0 = Word(ReverseSixFlags(w0 >> 8), w0);  // flags, row_y
     head.word1 = Word(w1 >> 10, w1);                  // first_char, row_top
     head.word2 = Word(w2 >> 10, w2);                  // char_count, row_bottom
-    // The legacy form lays the low bits of b6 down twice, as a 5-bit field with a flag and as the top of the 10 bits.
+    // The legacy form stores the low bits of b6 twice: as a 5-bit field with a flag, and as the top of the 10-bit
+    // field.
     const unsigned b6 = w3 >> 8;
     head.word3 = Word((b6 & 0x1F) | (b6 >> 2 & 1) << 5, w3);
     return head;

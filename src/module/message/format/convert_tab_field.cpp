@@ -7,7 +7,7 @@
 namespace zel::message {
 
 tag_tab_field ConvertTabRecord(std::span<const std::uint8_t> bytes) noexcept {
-    // The legacy machine writes this name for a field that has none; its NUL belongs to the comparison.
+    // The legacy machine writes this name for a field without one. The comparison includes its NUL.
     static constexpr char kUnnamed[] = "un-named";
     BigEndianCursor in(bytes);
     tag_tab_field tab{};

@@ -4,7 +4,7 @@
 
 namespace zel::message {
 
-/// The 256 entries that hold where a file brings no palette; the two words in front are left alone.
+/// Writes the 256 entries for a message without a palette section. Leaves palette_lead and palette_words unchanged.
 void FillDefaultPalette(tag_palete& palette) noexcept;
 
 }  // namespace zel::message

@@ -1,11 +1,13 @@
 #include "module/message/format/message_loader.h"
 
 #include <algorithm>
-#include <array>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 
+#include "module/contract/records/char_entry.h"
+#include "module/contract/records/font_header.h"
 #include "module/message/format/big_endian_cursor.h"
 #include "module/message/format/convert_headers.h"
 #include "module/message/format/convert_row.h"
@@ -20,14 +22,29 @@ void FreeRows::operator()(tag_msg_row* rows) const noexcept {
 
 namespace {
 
-constexpr std::size_t kFlashHeaderSize = 4 + 4 + 128;     // two double words and a font header
-constexpr std::size_t kFlashDirectorySize = 192 * 10;     // its character directory, passed over
-constexpr std::size_t kFlashEncodingSizeAt = 4 + 4 + 98;  // encoding_size in the flash font's header
-constexpr std::size_t kFlashWordTableSizeAt = 4 + 4 + 120;
+// A flash font begins with two double words and a font header; its character directory follows.
+constexpr std::size_t kFlashFontHeaderOffset = 4 + 4;
+constexpr std::size_t kFlashHeaderSize = kFlashFontHeaderOffset + sizeof(tag_font_header);
+constexpr std::size_t kFlashEncodingSizeOffset = kFlashFontHeaderOffset + offsetof(tag_font_header, encoding_size);
+constexpr std::size_t kFlashWordTableSizeOffset = kFlashFontHeaderOffset + offsetof(tag_font_header, word_table_size);
+constexpr std::size_t kFlashDirectorySize = kDirectoryEntries * sizeof(tag_char_entry);
 constexpr std::size_t kMaxPaletteWords = kColourSets * kSetEntries * 2;
 
-// The sections of one message file, in file order. Each reader takes what it needs from m_file at m_offset and moves
-// on.
+// Number of 16-bit words that follow the tag of a background; 0 for an unknown tag.
+constexpr std::uint64_t BackgroundWords(std::uint16_t tag) noexcept {
+    switch (tag) {
+        case 0xBBBB:
+            return 1536;
+        case 0xBBBC:
+            return 1154;
+        case 0xBBBD:
+            return 974;
+        default:
+            return 0;
+    }
+}
+
+// Reads the sections of one message file, in file order. Each function reads its section at m_offset and advances it.
 class MessageReader {
   public:
     MessageReader(ByteSource& file, LoadedMessage& message, SectionObserver* observer) noexcept
@@ -47,7 +64,7 @@ class MessageReader {
     MessageOutcome ReadTabTable();
     void ReadTabRecords(int count);
 
-    // The next `count` bytes, fewer at the end of the file; the position moves by what the section should have.
+    // The next `count` bytes, fewer at the end of the file. Always advances by `count`.
     std::span<const std::uint8_t> Next(std::size_t count) {
         const auto bytes = m_file.At(m_offset, count);
         m_offset += count;
@@ -86,7 +103,7 @@ MessageOutcome MessageReader::Read() {
 bool MessageReader::ReadFileHeader() {
     const auto bytes = Next(sizeof(tag_psos_header));
     Observe("Psos file header", 0, sizeof(tag_psos_header));
-    // A header that the file doesn't hold whole tells no type, so none is kept.
+    // A truncated header has no reliable type, so it is dropped.
     if (bytes.size() != sizeof(tag_psos_header)) return false;
     m_message.file_header.reset(new tag_psos_header(ConvertPsosHeader(bytes)));
     return true;
@@ -95,7 +112,7 @@ bool MessageReader::ReadFileHeader() {
 bool MessageReader::ReadFlags() {
     const std::uint64_t start = m_offset;
     const auto bytes = Next(sizeof(tag_msg_flags));
-    // A picture or another type of file has no flags here; only a message's are reported.
+    // Only a message has flags here; for other types the observer receives no section.
     if (m_message.file_header->file_type == kMessageFileType) Observe("section flags", start, sizeof(tag_msg_flags));
     m_message.flags.reset(new tag_msg_flags(ConvertMsgFlags(bytes)));
     return bytes.size() == sizeof(tag_msg_flags);
@@ -111,10 +128,11 @@ MessageOutcome MessageReader::CheckType() const {
 void MessageReader::SkipFlashFont() {
     const std::uint64_t start = m_offset;
     const auto header = Next(kFlashHeaderSize);
-    const auto size_at = [&](std::size_t at) {
-        return BigEndianCursor(header.subspan(std::min(at, header.size()))).U32();
+    const auto size_at = [&](std::size_t offset) {
+        return BigEndianCursor(header.subspan(std::min(offset, header.size()))).U32();
     };
-    m_offset += std::uint64_t{size_at(kFlashEncodingSizeAt)} + size_at(kFlashWordTableSizeAt) + kFlashDirectorySize;
+    m_offset +=
+        std::uint64_t{size_at(kFlashEncodingSizeOffset)} + size_at(kFlashWordTableSizeOffset) + kFlashDirectorySize;
     Observe("flash font", start, m_offset - start);
     m_message.flash_font = true;
 }
@@ -134,7 +152,7 @@ void MessageReader::ReadRows() {
     int y_offset = m_message.flags->LineOffset();
     for (int r = 0; r < count; ++r) {
         const auto bytes = m_file.At(m_offset, sizeof(tag_msg_row));
-        if (bytes.empty()) {  // all further rows read as zeros, which is what they hold
+        if (bytes.empty()) {  // all further rows read as zeros, which they already contain
             m_offset += static_cast<std::uint64_t>(count - r) * sizeof(RowHead);
             y_offset = 0;
             break;
@@ -144,8 +162,7 @@ void MessageReader::ReadRows() {
         y_offset = std::min(y_offset, row.Y());
     }
     Observe("rows", start, m_offset - start);
-    // Correct the rows only where there is something to correct, so that rows beyond the file's end stay untouched
-    // memory.
+    // Without a correction the loop is skipped, so that the pages of rows beyond the end of the file stay untouched.
     for (int r = 0; y_offset != 0 && r < count; ++r) {
         tag_msg_row& row = m_message.rows[static_cast<std::size_t>(r)];
         row.SetY(row.Y() - y_offset);
@@ -167,7 +184,7 @@ bool MessageReader::ReadPalette() {
         palette = {};
         return false;
     }
-    // Entries that a section of fewer words doesn't reach are zero: black.
+    // The entries after a shorter section are zero, which is black.
     if (size < sizeof palette.colour_sets) std::memset(palette.colour_sets, 0, sizeof palette.colour_sets);
     std::memcpy(palette.colour_sets, entries.data(), size);
     SwapLongs({&palette.colour_sets[0][0], kColourSets * kSetEntries});
@@ -177,7 +194,7 @@ bool MessageReader::ReadPalette() {
 MessageOutcome MessageReader::SkipBackground() {
     const std::uint64_t start = m_offset;
     const std::uint16_t tag = BigEndianCursor(Next(2)).U16();
-    const std::uint64_t words = tag == 0xBBBB ? 1536 : tag == 0xBBBC ? 1154 : tag == 0xBBBD ? 974 : 0;
+    const std::uint64_t words = BackgroundWords(tag);
     Observe("background", start, 2 + words * 2);
     if (words == 0) return MessageOutcome::kUnknownBackground;
     const bool whole = m_file.Left(m_offset) >= words * 2;
@@ -203,7 +220,7 @@ void MessageReader::ReadTabRecords(int count) {
     m_message.tabs = std::make_unique<tag_tab_field[]>(static_cast<std::size_t>(count));
     std::size_t kept = 0;
     for (int i = 0; i < count; ++i) {
-        // A record that the file doesn't hold reads as zeros and is rejected, as its ends are equal.
+        // A record beyond the end of the file reads as zeros. Its ends are equal, so it is rejected.
         tag_tab_field tab = ConvertTabRecord(Next(kTabRecordSize));
         if (tab.Row() >= m_message.header->RowCount()) {
             m_message.bad_tab_row = true;
@@ -227,6 +244,11 @@ void MessageReader::ReadTabRecords(int count) {
 
 MessageOutcome LoadMessage(ByteSource& file, LoadedMessage& message, SectionObserver* observer) {
     return MessageReader(file, message, observer).Read();
+}
+
+MessageOutcome LoadMessage(std::span<const std::uint8_t> file, LoadedMessage& message, SectionObserver* observer) {
+    ByteSource source(file);
+    return LoadMessage(source, message, observer);
 }
 
 }  // namespace zel::message

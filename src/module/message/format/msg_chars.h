@@ -4,22 +4,21 @@
 #include <cstdint>
 #include <span>
 
+#include "base/instructions.h"
 #include "module/contract/records/msg_row.h"
 
-namespace zel::message {
+namespace zel::message::msg_chars {
 
-namespace msg_chars {
-
-/// One way of converting `count` character records from file form to memory form. All ways give the same bytes.
+/// One implementation of the conversion of `count` character records from file form to memory form. All implementations
+/// give the same bytes.
 struct Path {
     const char* name;
-    /// @param from  8 bytes a record, apart from `to`.
+    base::Instructions needs;
+    /// @param from  8 bytes for each record; must not overlap `to`.
     void (*convert)(const std::uint8_t* from, tag_msg_char* to, std::size_t count) noexcept;
 };
 
-/// The ways that this processor can go, the fastest first, the one without vector instructions last.
+/// The implementations that this processor supports, the fastest first. The last one needs no vector instructions.
 std::span<const Path> Paths() noexcept;
 
-}  // namespace msg_chars
-
-}  // namespace zel::message
+}  // namespace zel::message::msg_chars

@@ -17,7 +17,7 @@ namespace {
 /// More than fit on a screen.
 constexpr std::size_t kMaxRequests = 128;
 
-/// The picture of a PNG file with square pixels, as large as fits; a null image for bytes that are not valid.
+/// The picture of a PNG file with square pixels, as large as fits; a null image if there is none.
 QImage ThumbnailOf(const std::string& png, QSize largest) {
     if (png.empty()) return {};
     try {
@@ -27,7 +27,8 @@ QImage ThumbnailOf(const std::string& png, QSize largest) {
                                .scaled(largest, Qt::KeepAspectRatio)
                                .expandedTo({1, 1});
         return ImageOf(picture::Stretched(picture, size.width(), size.height()));
-    } catch (const std::exception&) {  // not valid, or too large for the memory
+    } catch (const std::exception&) {
+        // The bytes are not valid, or memory is exhausted.
         return {};
     }
 }

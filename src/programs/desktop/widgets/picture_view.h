@@ -31,7 +31,6 @@ class PictureView : public QAbstractScrollArea {
     /// Outlines a part of the picture; an empty one removes the outline.
     void Mark(const QRect& part);
 
-  public Q_SLOTS:
     void ZoomIn();
     void ZoomOut();
     void Fit();

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "host/export/export_job.h"
-#include "host/export/library_shelf.h"
+#include "host/export/library_export_service.h"
 #include "host/library/library.h"
 #include "host/module_call.h"
 #include "host/native_path.h"
@@ -65,7 +65,7 @@ ExportResult ExportTask::Run() {
         int done = 0;
         for (const library::RecordingKey& key : m_keys) {
             if ((result.cancelled = m_cancelled)) break;
-            if (const auto recording = library.Find(key)) job.Export(*recording);
+            if (auto recording = library.Find(key)) job.Export(std::move(*recording));
             Q_EMIT progressed(++done, static_cast<int>(m_keys.size()));
         }
         AddSummary(job.Finish(), result);
@@ -80,9 +80,9 @@ ExportResult ExportByDialog(const std::string& library_file, const std::string& 
     try {
         library::Library library(library_file, library::Access::kRead);
         exporter::ExportJob job = MakeJob(settings);
-        exporter::LibraryShelf shelf(library, disk, job);
+        exporter::LibraryExportService service(library, disk, job);
         host::HostOptions options;
-        options.exports = &shelf;
+        options.exports = &service;
         host::ReferenceHost host(options);
         const std::optional<std::string> exception = host::CallInHost(host, [&] {
             CString path(
@@ -90,7 +90,7 @@ ExportResult ExportByDialog(const std::string& library_file, const std::string& 
             CZelTransExport().ZelBatchExport(host.HostWindow(), path, host.ExportWindow());
         });
         AddSummary(job.Finish(), result);
-        for (const std::string& failure : shelf.Failures()) result.failures.append(Text(failure));
+        for (const std::string& failure : service.Failures()) result.failures.append(Text(failure));
         if (exception) result.stopped_by = Text(*exception);
     } catch (const std::exception& error) {
         result.stopped_by = Text(error.what());

@@ -1,5 +1,6 @@
 #include "programs/desktop/work/font_sheet.h"
 
+#include "base/utf8.h"
 #include "host/module_text.h"
 #include "host/picture/glyph_sheet.h"
 #include "host/run/font_run.h"
@@ -33,7 +34,7 @@ FontSheet MakeFontSheet(const std::string& file) {
     request.file = file;
     const run::FontRunOutcome outcome = run::RunFont(request, {}, [&](CZelFont& fonts) {
         const tag_font_header& header = *fonts.m_Slots[0].font_header;
-        result.name = host::Utf8FromBytes(header.Name());
+        result.name = base::Utf8FromLatin1(header.Name());
         result.height = header.font_height;
         picture::GlyphSheet sheet = picture::DrawGlyphSheet(fonts);
         result.glyphs = sheet.glyphs;

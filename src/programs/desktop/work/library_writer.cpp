@@ -22,7 +22,7 @@ LibraryWriter::LibraryWriter(const std::string& library, Recorded recorded, Fail
     : m_library(library, library::Access::kWrite, kLibraryWait),
       m_recorded(std::move(recorded)),
       m_failed(std::move(failed)),
-      m_workers(std::make_unique<recorder::OrderedWorkers<library::Recording>>(
+      m_workers(std::make_unique<base::OrderedWorkers<library::Recording>>(
           Threads(), Threads() * kQueuedPerThread, [this](const library::Recording& recording) { Store(recording); })) {
 }
 

@@ -6,9 +6,9 @@
 #include <mutex>
 #include <string>
 
+#include "base/ordered_workers.h"
 #include "host/library/library.h"
 #include "host/recorder/make_recording.h"
-#include "host/recorder/ordered_workers.h"
 
 namespace zel::desktop {
 
@@ -51,7 +51,7 @@ class LibraryWriter {
     std::atomic<int> m_count = 0;
     std::mutex m_mutex;
     std::string m_failure;
-    std::unique_ptr<recorder::OrderedWorkers<library::Recording>> m_workers;
+    std::unique_ptr<base::OrderedWorkers<library::Recording>> m_workers;
 };
 
 }  // namespace zel::desktop

@@ -92,7 +92,7 @@ library::RecordingKey KeyOf(const std::string& disk, const std::string& name) {
     const std::size_t dot = name.rfind('.');
     const std::string_view digits = dot == std::string::npos ? name : std::string_view(name).substr(dot + 1);
     const bool is_number = !digits.empty() && CountDigits(digits) == digits.size();
-    if (is_number && MessageNumberOf(digits) <= kLargestNumber) return {disk, MessageNumberOf(digits)};
+    if (is_number && MessageNumberOf(digits) <= kLargestMessageNumber) return {disk, MessageNumberOf(digits)};
     return {OwnDisk(disk, name), 0};
 }
 

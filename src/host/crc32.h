@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-namespace zel::base {
+namespace zel::host {
 
 namespace crc32_detail {
 
@@ -22,11 +22,11 @@ inline constexpr std::array<std::uint32_t, 256> kTable = MakeTable();
 
 }  // namespace crc32_detail
 
-/// The usual checksum, as zlib computes it; written out here since a 32-bit build has no zlib.
+/// The checksum of zlib and PNG. It is implemented here since a 32-bit build has no zlib.
 constexpr std::uint32_t Crc32(std::span<const std::uint8_t> bytes) noexcept {
     std::uint32_t value = 0xFFFFFFFFU;
     for (const std::uint8_t byte : bytes) value = crc32_detail::kTable[(value ^ byte) & 0xFF] ^ value >> 8;
     return ~value;
 }
 
-}  // namespace zel::base
+}  // namespace zel::host

@@ -12,7 +12,7 @@
 
 namespace zel::fuzz {
 
-/// A user who answers OK, or Yes where it is asked, and picks D:\.0001 for a file. Keeps nothing.
+/// A user who answers OK or Yes and chooses the file D:\.0001. Records nothing.
 class SilentDesktop : public seam::Desktop {
   public:
     int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override;
@@ -23,23 +23,23 @@ class SilentDesktop : public seam::Desktop {
     bool RunCommand(const std::string&) override { return false; }
 };
 
-/// What the module needs around it to read files: a silent desktop, settings in memory, and drive D:, a directory in
-/// memory where files can be put.
-class ModuleRoom {
+/// The environment in which the module reads files: a silent desktop, settings in memory, and drive D:, a directory in
+/// memory.
+class ModuleEnvironment {
   public:
-    ModuleRoom();
-    ~ModuleRoom();
-    ModuleRoom(const ModuleRoom&) = delete;
-    ModuleRoom& operator=(const ModuleRoom&) = delete;
+    ModuleEnvironment();
+    ~ModuleEnvironment();
+    ModuleEnvironment(const ModuleEnvironment&) = delete;
+    ModuleEnvironment& operator=(const ModuleEnvironment&) = delete;
 
-    /// Puts a file of these bytes on the drive, in place of one of that name.
+    /// Writes a file to the drive; replaces one of the same name.
     void Put(std::string_view name, Input bytes) const;
     void PutText(std::string_view name, std::string_view text) const {
         Put(name, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
     }
     const std::filesystem::path& Directory() const noexcept { return m_directory; }
 
-    /// Loads D:\.<number> into a slot. @return whether it was filled.
+    /// Loads D:\.<number> into a slot. @return whether the slot was filled.
     static bool ReadFont(CZelFont& fonts, int number, int slot);
     static void Release(tag_font_memory& slot);
 
@@ -49,7 +49,7 @@ class ModuleRoom {
     std::filesystem::path m_directory;
 };
 
-/// What a text file's bytes give when it is read as text: up to the mark of a text's end, CR LF as LF.
+/// The text of a file with these bytes: up to the end-of-text character, with CR LF as LF.
 std::string AsText(Input bytes);
 
 }  // namespace zel::fuzz

@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
-#include "host/ftp/netrc.h"
 #include "host/ftp/remote_url.h"
+
+#include <gtest/gtest.h>
 
 namespace zel::test {
 
@@ -39,23 +38,6 @@ INSTANTIATE_TEST_SUITE_P(
                     UrlCase{"ftp://anna:sw@fish@h/",
                             "a password in the address is visible to every user of this machine; omit it: it is taken "
                             "from ZELTRANS_FTP_PASSWORD, from a netrc file, or from a prompt"}));
-
-TEST(Netrc, GivesThePasswordOfHostAndUser) {
-    constexpr std::string_view kText =
-        "# machine h login anna password no\nmachine other password x\nmacdef init\npassword no\n\n"
-        "machine h login ben password bens\nmachine H password \"a \\\"b\\\" c\" login anna\ndefault login anna "
-        "password rest";
-    const auto find = [&](std::string_view host, std::string_view user) {
-        const auto password = ftp::FindNetrcPassword(kText, host, user);
-        return password ? password->Reveal() : "none";
-    };
-    EXPECT_EQ(find("h", "anna"), "a \"b\" c");
-    EXPECT_EQ(find("h", "ben"), "bens");
-    EXPECT_EQ(find("other", "anyone"), "x");
-    EXPECT_EQ(find("elsewhere", "anna"), "rest");
-    EXPECT_EQ(find("elsewhere", "ben"), "none");
-    EXPECT_FALSE(ftp::FindNetrcPassword("machine h login anna password", "h", "ben"));
-}
 
 }  // namespace
 

@@ -1,12 +1,12 @@
-#include "host/export/library_shelf.h"
+#include "host/export/library_export_service.h"
 
 namespace zel::exporter {
 
-bool LibraryShelf::Has(int number) {
+bool LibraryExportService::Has(int number) {
     return m_library.Has({m_disk, number});
 }
 
-void LibraryShelf::Begin(int number) {
+void LibraryExportService::Begin(int number) {
     m_recording.reset();
     try {
         m_recording = m_library.Find({m_disk, number});
@@ -15,8 +15,8 @@ void LibraryShelf::Begin(int number) {
     }
 }
 
-void LibraryShelf::Complete(int /*number*/, const std::string& /*path*/) {
-    if (m_recording) m_job.Export(*m_recording);
+void LibraryExportService::Complete(int /*number*/, const std::string& /*path*/) {
+    if (m_recording) m_job.Export(std::move(*m_recording));
     m_recording.reset();
 }
 

@@ -7,24 +7,33 @@
 #include <functional>
 #include <future>
 #include <mutex>
+#include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
-namespace zel::recorder {
+namespace zel::base {
 
-/// Does jobs on several threads and hands their results on in the order in which the jobs were given, one at a time, on
-/// a thread of its own. No more than `capacity` jobs are under way or waiting to be handed on, so that memory stays
-/// bounded; with more, giving one waits.
+/// Runs jobs on several threads and passes their results on in the order of the jobs, one at a time, on a thread of its
+/// own. At most `capacity` jobs are running or waiting to be passed on, so that memory stays bounded; with more, Give
+/// waits. Without threads, because none were asked for or the system has none left, Give runs the job itself.
 template <class Result>
 class OrderedWorkers {
   public:
-    /// @param take  gets each result; what it throws, or a job threw, ends the work and is thrown by Give and Finish.
+    /// @param capacity  at least 1.
+    /// @param take      receives each result. What it or a job throws ends the work; Give and Finish then throw it.
     OrderedWorkers(std::size_t threads, std::size_t capacity, std::function<void(Result)> take)
         : m_capacity(capacity), m_take(std::move(take)) {
-        for (std::size_t i = 0; i < threads; ++i) m_threads.emplace_back([this] { Work(); });
-        m_threads.emplace_back([this] { HandOn(); });
+        if (threads == 0) return;
+        try {
+            for (std::size_t i = 0; i < threads; ++i) m_threads.emplace_back([this] { Work(); });
+            m_threads.emplace_back([this] { PassOn(); });
+        } catch (const std::system_error&) {  // no thread left
+            Join();
+            m_threads.clear();
+        }
     }
-    /// Waits for the jobs under way; their results are dropped.
+    /// Waits for the running jobs; their results and the waiting jobs are dropped.
     ~OrderedWorkers() {
         {
             const std::lock_guard lock(m_mutex);
@@ -36,8 +45,13 @@ class OrderedWorkers {
     OrderedWorkers(const OrderedWorkers&) = delete;
     OrderedWorkers& operator=(const OrderedWorkers&) = delete;
 
+    /// @param job  called without arguments, returns a Result.
     template <class Job>
     void Give(Job job) {
+        if (m_threads.empty()) {
+            if (m_failure || !TakeResult([&] { return job(); })) std::rethrow_exception(m_failure);
+            return;
+        }
         std::packaged_task<Result()> task(std::move(job));
         std::unique_lock lock(m_mutex);
         m_changed.wait(lock, [this] { return m_results.size() < m_capacity || m_failure; });
@@ -47,7 +61,7 @@ class OrderedWorkers {
         m_changed.notify_all();
     }
 
-    /// Returns when every result has been handed on.
+    /// Returns when every result has been passed on.
     void Finish() {
         Join();
         if (m_failure) std::rethrow_exception(m_failure);
@@ -68,7 +82,7 @@ class OrderedWorkers {
         }
     }
 
-    void HandOn() {
+    void PassOn() {
         for (;;) {
             std::future<Result> result;
             {
@@ -77,19 +91,31 @@ class OrderedWorkers {
                 if (m_results.empty() || m_dropped) return;
                 result = std::move(m_results.front());
             }
-            try {
-                m_take(result.get());
-            } catch (...) {
-                const std::lock_guard lock(m_mutex);
-                m_failure = std::current_exception();
-                m_closed = true;
-                m_changed.notify_all();
-                return;
-            }
+            if (!TakeResult([&] { return result.get(); })) return;
             const std::lock_guard lock(m_mutex);
             m_results.pop_front();
             m_changed.notify_all();
         }
+    }
+
+    /// Passes one result on. @return false after a failure, which ends the work.
+    template <class GetResult>
+    bool TakeResult(GetResult get) {
+        try {
+            Result result = get();
+            if (!IsDropped()) m_take(std::move(result));
+        } catch (...) {
+            const std::lock_guard lock(m_mutex);
+            m_failure = std::current_exception();
+            m_closed = true;
+            m_changed.notify_all();
+        }
+        return !m_failure;
+    }
+
+    bool IsDropped() {
+        const std::lock_guard lock(m_mutex);
+        return m_dropped;
     }
 
     void Join() {
@@ -108,11 +134,11 @@ class OrderedWorkers {
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<std::packaged_task<Result()>> m_tasks;
-    std::deque<std::future<Result>> m_results;  // in order; the one being handed on first
+    std::deque<std::future<Result>> m_results;  // in order, beginning with the one that is being passed on
     bool m_closed = false;
     bool m_dropped = false;
     std::exception_ptr m_failure;
     std::vector<std::thread> m_threads;
 };
 
-}  // namespace zel::recorder
+}  // namespace zel::base

@@ -1,4 +1,4 @@
-#include "module/font/format/run_codes.h"
+#include "module/font/format/draw_run_codes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,7 +14,7 @@ struct Pixel {
 };
 static_assert(sizeof(Pixel) == 4);
 
-// value / 255, rounded to the nearest; 255 is odd, so there is never a tie.
+// value / 255, rounded to the nearest. Since 255 is odd, there is never a tie.
 constexpr unsigned DivideBy255(unsigned value) noexcept {
     return (value + 127) / 255;
 }
@@ -28,14 +28,14 @@ inline void PutEight(std::uint8_t* out, std::uint32_t pixel) noexcept {
     std::memcpy(out + sizeof four, four, sizeof four);
 }
 
-// Writes a pixel `count` times and nothing else.
+// Writes a pixel `count` times.
 inline void Repeat(std::uint8_t* out, int count, std::uint32_t pixel) noexcept {
     for (; count >= kStep; count -= kStep, out += kStep * kPixel) PutEight(out, pixel);
     for (; count > 0; --count, out += kPixel) std::memcpy(out, &pixel, kPixel);
 }
 
-// Writes a pixel `count` times, perhaps a few times more up to `room`: a short run costs no branch for its length.
-inline void RepeatLoosely(std::uint8_t* out, int count, int room, std::uint32_t pixel) noexcept {
+// Writes a pixel at least `count` and at most `room` times. A short run needs no branch for its length.
+inline void RepeatAtLeast(std::uint8_t* out, int count, int room, std::uint32_t pixel) noexcept {
     if (room < kStep) return Repeat(out, count, pixel);
     PutEight(out, pixel);
     if (count <= kStep) return;
@@ -48,22 +48,24 @@ constexpr std::uint32_t AsWord(unsigned blue, unsigned green, unsigned red, unsi
     return blue | green << 8 | red << 16 | alpha << 24;
 }
 
-// What a colour run lays down at each level: the colour limited to the level and straightened, which is what becomes of
-// a stored pixel. Most codes of a glyph name one or two colours, so that this pays after a few dozen of them.
+// For each colour, the pixel that a colour run draws at each level: the colour limited to the level and straightened,
+// as for a stored pixel. A table is made when its colour is first used. Most codes of a glyph use one or two colours,
+// so a table saves time after a few dozen codes.
 class Ramps {
   public:
-    using Ramp = std::uint32_t[256];  // pixels by level
+    // Pixels by level.
+    using Ramp = std::uint32_t[256];
 
     explicit Ramps(const RunColours& colours) noexcept : m_colours(colours) {}
 
     const Ramp& Of(std::uint8_t index) noexcept {
-        const std::size_t ramp = std::min<std::size_t>(index, kSize - 1);  // all colours without an entry are black
+        const std::size_t ramp = std::min<std::size_t>(index, kSize - 1);  // one ramp for all indexes without a colour
         if ((m_made >> ramp & 1) == 0) Make(ramp);
         return m_pixels[ramp];
     }
 
   private:
-    static constexpr std::size_t kSize = RunColours::kMost + 1;
+    static constexpr std::size_t kSize = RunColours::kMaxCount + 1;
 
     void Make(std::size_t ramp) noexcept {
         const RunColour colour = m_colours[static_cast<std::uint8_t>(ramp)];
@@ -75,18 +77,19 @@ class Ramps {
     }
 
     const RunColours m_colours;
+    // Bit n: ramp n has been made.
     std::uint64_t m_made = 0;
-    Ramp m_pixels[kSize];  // each is set when it is made
+    Ramp m_pixels[kSize];
 };
 
-// The drawing position and the counters of one glyph. The position's row holds the glyph up to the position, and at it
-// what a stay code left there; behind that lies anything, until the row is done.
+// The drawing position and the counters of one glyph. In the current row, the pixels before the position are final, and
+// the pixel at the position is what a stay code left there. The rest of the row is undefined until the row is complete.
 class RunPainter {
   public:
     RunPainter(const RunColours& colours, Ramps& ramps, const PixelRows& rows) noexcept
         : m_colours(colours), m_rows(rows), m_ramps(ramps) {
         FillRows(0, 1);
-        StartRow(1);  // the first row stays blank
+        StartRow(1);  // the first row remains blank
     }
 
     void Draw(RunCodeReader codes) noexcept {
@@ -100,34 +103,34 @@ class RunPainter {
     }
 
   private:
-    /// @param loosely  a pixel behind the position may be anything until it is drawn.
-    template <bool loosely>
+    /// @tparam may_overwrite  pixels after the position may be overwritten before they are drawn.
+    template <bool may_overwrite>
     void DrawCodes(RunCodeReader codes) noexcept {
         do {
-            DrawPlain<loosely>(codes);
+            DrawPlain<may_overwrite>(codes);
         } while (m_runs < kMaxLineRuns && DrawOther(codes.Next()));
     }
-    // Draws colour and background runs up to the first other code, or some of them.
-    template <bool loosely>
+    // The fast path: draws colour and background runs up to the first other code, or up to the limit of runs.
+    template <bool may_overwrite>
     void DrawPlain(RunCodeReader& codes) noexcept;
-    // Any code; false when the glyph has ended.
+    // Draws any code; returns false at the end of the glyph.
     bool DrawOther(RunCode code) noexcept;
     void DrawMixed(RunCode code) noexcept;
 
-    // A run outside the fast road.
+    // Draws a run outside the fast path.
     void DrawRun(RunCode code, std::uint32_t pixel) noexcept {
         const int count = std::min(code.Count(), m_width - m_x);
         Repeat(At(m_x), count, pixel);
         m_x += count;
         m_stayed = 0;
     }
-    // The pixel at the position; nothing beyond the line's end.
-    Pixel Below() const noexcept {
-        Pixel below{};
-        if (m_x >= m_width) return below;
+    // The pixel at the position; all zeros beyond the end of the line.
+    Pixel Existing() const noexcept {
+        Pixel existing{};
+        if (m_x >= m_width) return existing;
         if (m_rows.fill && m_stayed == 0) return {*m_rows.fill, *m_rows.fill, *m_rows.fill, *m_rows.fill};
-        std::memcpy(&below, At(m_x), sizeof below);
-        return below;
+        std::memcpy(&existing, At(m_x), sizeof existing);
+        return existing;
     }
     void StartRow(int row) noexcept {
         m_row = row;
@@ -138,7 +141,7 @@ class RunPainter {
         m_width = in_bitmap ? m_rows.width : 0;
     }
     std::uint8_t* At(int x) const noexcept { return m_line + static_cast<std::size_t>(x) * kPixel; }
-    // What pixels hold that the glyph doesn't reach.
+    // A pixel that the glyph doesn't cover.
     std::uint32_t Blank() const noexcept { return *m_rows.fill * 0x01010101U; }
     void FillRows(int from, int to) noexcept {
         if (!m_rows.fill) return;
@@ -149,7 +152,7 @@ class RunPainter {
         Repeat(At(m_x), m_width - m_x, pixel);
         m_x = m_width;
     }
-    // Ends the row with what stood there before the glyph.
+    // Completes the row with its content before the glyph.
     void KeepRest() noexcept {
         m_x = std::min(m_x + m_stayed, m_width);
         if (m_rows.fill) FinishRow(Blank());
@@ -166,26 +169,30 @@ class RunPainter {
     const RunColours m_colours;
     const PixelRows m_rows;
     Ramps& m_ramps;
-    int m_index = -1;  // the colour of the last colour run, and its ramp
+    // The colour index of the last colour run, and its ramp.
+    int m_index = -1;
     const std::uint32_t* m_ramp = nullptr;
+    // The current row and its width in pixels; null and 0 below the last row.
     std::uint8_t* m_line = nullptr;
-    int m_width = 0;  // of the row; 0 below the last one
+    int m_width = 0;
     int m_x = 0;
-    int m_stayed = 0;  // 1 when a stay code has left a pixel at the position
+    // 1 when a stay code has left a pixel at the position, else 0.
+    int m_stayed = 0;
     int m_row = 0;
     int m_lines = 0;
+    // Runs of the current line.
     int m_runs = 0;
 };
 
-template <bool loosely>
+template <bool may_overwrite>
 inline void RunPainter::DrawPlain(RunCodeReader& codes) noexcept {
-    // No more codes than the line can still have of runs, so that the loop needn't look at their count.
-    const std::size_t most = std::min(codes.Left(), static_cast<std::size_t>(kMaxLineRuns - m_runs));
+    // At most as many codes as the line may still have runs, so that the loop needn't check the number of runs.
+    const std::size_t limit = std::min(codes.Left(), static_cast<std::size_t>(kMaxLineRuns - m_runs));
     const std::uint32_t background = Background();
     const int width = m_width;
     int x = m_x, runs = m_runs;
     std::size_t drawn = 0;
-    for (; drawn < most; ++drawn) {
+    for (; drawn < limit; ++drawn) {
         const RunCode code = codes.At(drawn);
         std::uint32_t pixel = background;
         if (code.IsColourRun()) {
@@ -196,9 +203,9 @@ inline void RunPainter::DrawPlain(RunCodeReader& codes) noexcept {
         } else if (!code.IsBackgroundRun()) {
             break;
         }
-        const int room = width - x, count = std::min(code.Count(), room);  // a run past the line's end is cut there
-        if (loosely) {
-            RepeatLoosely(At(x), count, room, pixel);
+        const int room = width - x, count = std::min(code.Count(), room);  // a run ends at the end of the line
+        if (may_overwrite) {
+            RepeatAtLeast(At(x), count, room, pixel);
         } else {
             Repeat(At(x), count, pixel);
         }
@@ -232,21 +239,21 @@ inline bool RunPainter::DrawOther(RunCode code) noexcept {
     return ++m_runs < kMaxLineRuns;
 }
 
-// A code that mixes with the pixel at the position, or leaves one there for such a code.
+// Draws a code that mixes with the pixel at the position, or leaves one there for such a code.
 inline void RunPainter::DrawMixed(RunCode code) noexcept {
     const RunColour colour = m_colours[code.ColourIndex()];
     unsigned red = colour.red, green = colour.green, blue = colour.blue, level = code.Level();
-    if (code.Operation() == RunOperation::kBlended) {  // mixed once, with the pixel where the run starts
-        const Pixel below = Below();
-        red = DivideBy255(level * red + (255 - level) * below.red);
-        green = DivideBy255(level * green + (255 - level) * below.green);
-        blue = DivideBy255(level * blue + (255 - level) * below.blue);
-        level += DivideBy255((255 - level) * below.alpha);
+    if (code.Operation() == RunOperation::kBlended) {  // mixed once, with the first pixel of the run
+        const Pixel existing = Existing();
+        red = DivideBy255(level * red + (255 - level) * existing.red);
+        green = DivideBy255(level * green + (255 - level) * existing.green);
+        blue = DivideBy255(level * blue + (255 - level) * existing.blue);
+        level += DivideBy255((255 - level) * existing.alpha);
     }
     red = std::min(red, level);
     green = std::min(green, level);
     blue = std::min(blue, level);
-    if (code.Stay()) {  // left multiplied, for a blended run that follows in the same place
+    if (code.Stay()) {  // not straightened, for a blended run that follows at the same position
         Repeat(At(m_x), std::min(1, m_width - m_x), AsWord(blue, green, red, level));
         m_stayed = 1;
         return;

@@ -1,4 +1,4 @@
-#include "module_room.h"
+#include "module_environment.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -28,7 +28,7 @@ void SilentDesktop::RunModal(CDialog& dialog) {
     dialog.EndDialog(IDCANCEL);
 }
 
-ModuleRoom::ModuleRoom() {
+ModuleEnvironment::ModuleEnvironment() {
     std::error_code error;
     const std::filesystem::path memory("/dev/shm");
     std::string name =
@@ -44,28 +44,28 @@ ModuleRoom::ModuleRoom() {
     Register_GLV_OnChar(nullptr, map_dir);
 }
 
-ModuleRoom::~ModuleRoom() {
+ModuleEnvironment::~ModuleEnvironment() {
     seam::SetSettingsStore(nullptr);
     seam::SetDesktop(nullptr);
     std::error_code ignored;
     std::filesystem::remove_all(m_directory, ignored);
 }
 
-void ModuleRoom::Put(std::string_view name, Input bytes) const {
+void ModuleEnvironment::Put(std::string_view name, Input bytes) const {
     const int file = ::open((m_directory / name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     Require(file >= 0 && ::write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()),
             "a file on the scratch directory");
     ::close(file);
 }
 
-bool ModuleRoom::ReadFont(CZelFont& fonts, int number, int slot) {
+bool ModuleEnvironment::ReadFont(CZelFont& fonts, int number, int slot) {
     CString path("D:\\");
     if (fonts.ReadFont(path, number, slot, true) == 1) return true;
     CZelFont::ReleaseUnfinishedSlot(&fonts.m_Slots[slot]);
     return false;
 }
 
-void ModuleRoom::Release(tag_font_memory& slot) {
+void ModuleEnvironment::Release(tag_font_memory& slot) {
     delete slot.font_copy;
     font::ReleaseFontBlocks(slot);
     slot = tag_font_memory();

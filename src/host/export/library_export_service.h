@@ -11,11 +11,11 @@
 
 namespace zel::exporter {
 
-/// Passes the recordings of one disk in a library to an export, number by number.
-class LibraryShelf : public host::ExportService {
+/// Exports the recordings of one disk in a library, number by number.
+class LibraryExportService : public host::ExportService {
   public:
     /// @param library, job  kept alive by the caller.
-    LibraryShelf(library::Library& library, std::string disk, ExportJob& job)
+    LibraryExportService(library::Library& library, std::string disk, ExportJob& job)
         : m_library(library), m_disk(std::move(disk)), m_job(job) {}
 
     bool Has(int number) override;

@@ -1,0 +1,134 @@
+#include "base/ordered_workers.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace zel::test {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::ThrowsMessage;
+
+/// A door that jobs wait at until it opens.
+class Gate {
+  public:
+    void Open() {
+        const std::lock_guard lock(m_mutex);
+        m_open = true;
+        m_changed.notify_all();
+    }
+    void Wait() {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_open; });
+    }
+
+  private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_open = false;
+};
+
+void WaitUntil(const std::function<bool()>& holds) {
+    while (!holds()) std::this_thread::yield();
+}
+
+class Workers : public testing::TestWithParam<std::size_t> {
+  protected:
+    std::vector<int> m_taken;
+    std::function<void(int)> m_take = [this](int result) { m_taken.push_back(result); };
+};
+INSTANTIATE_TEST_SUITE_P(Threads, Workers, testing::Values(0, 1, 4));
+
+TEST_P(Workers, PassResultsOnInTheOrderOfTheJobs) {
+    base::OrderedWorkers<int> workers(GetParam(), 8, m_take);
+    std::vector<int> expected;
+    for (int n = 0; n < 100; ++n) {
+        workers.Give([n] {
+            if (n % 3 == 0) std::this_thread::sleep_for(std::chrono::microseconds(200));
+            return n;
+        });
+        expected.push_back(n);
+    }
+    workers.Finish();
+    EXPECT_EQ(m_taken, expected);
+}
+
+TEST_P(Workers, EndWithTheErrorOfAJob) {
+    base::OrderedWorkers<int> workers(GetParam(), 2, m_take);
+    const auto run = [&] {
+        for (int n = 0; n < 10; ++n) {
+            workers.Give([n]() -> int { return n == 2 ? throw std::runtime_error("job 2") : n; });
+        }
+        workers.Finish();
+    };
+    EXPECT_THAT(run, ThrowsMessage<std::runtime_error>("job 2"));
+    EXPECT_THAT(m_taken, ElementsAre(0, 1));
+    EXPECT_THAT([&] { workers.Finish(); }, ThrowsMessage<std::runtime_error>("job 2"));
+}
+
+TEST_P(Workers, EndWithTheErrorOfTheReceiver) {
+    base::OrderedWorkers<int> workers(GetParam(), 1, [](int) { throw std::runtime_error("receiver"); });
+    const auto run = [&] {
+        for (int n = 0; n < 10; ++n) workers.Give([n] { return n; });
+        workers.Finish();
+    };
+    EXPECT_THAT(run, ThrowsMessage<std::runtime_error>("receiver"));
+}
+
+TEST(OrderedWorkers, LetTheGiverWaitWhileTheyAreFull) {
+    Gate gate;
+    std::atomic<int> given = 0;
+    base::OrderedWorkers<int> workers(2, 3, [](int) {});
+    std::thread giver([&] {
+        for (int n = 0; n < 5; ++n) {
+            workers.Give([&gate, n] {
+                gate.Wait();
+                return n;
+            });
+            ++given;
+        }
+    });
+    WaitUntil([&] { return given == 3; });
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_EQ(given, 3) << "the fourth waits";
+    gate.Open();
+    giver.join();
+    workers.Finish();
+    EXPECT_EQ(given, 5);
+}
+
+TEST(OrderedWorkers, DropWaitingJobsAndResultsWhenDestroyed) {
+    Gate gate;
+    std::atomic<int> begun = 0, taken = 0;
+    std::thread opener;
+    {
+        base::OrderedWorkers<int> workers(1, 8, [&](int) { ++taken; });
+        for (int n = 0; n < 5; ++n) {
+            workers.Give([&] {
+                ++begun;
+                gate.Wait();
+                return 0;
+            });
+        }
+        WaitUntil([&] { return begun == 1; });
+        opener = std::thread([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            gate.Open();
+        });
+    }
+    opener.join();
+    EXPECT_EQ(begun, 1);
+    EXPECT_EQ(taken, 0);
+}
+
+}  // namespace
+
+}  // namespace zel::test
