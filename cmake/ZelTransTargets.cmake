@@ -33,7 +33,7 @@ if(ZELTRANS_COVERAGE)
   add_link_options(--coverage)
 endif()
 
-# What is mostly made of the libraries' templates (JSON, command line) is compiled quickly under the sanitizers, rather than for speed.
+# Code that consists mostly of library templates (JSON, command line) is compiled without optimization under the sanitizers.
 macro(zel_compile_quickly_when_sanitized)
   if(ZELTRANS_SANITIZE)
     add_compile_options(-O0)

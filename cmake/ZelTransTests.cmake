@@ -1,4 +1,4 @@
-set(ZELTRANS_TEST_PREFIX "" CACHE STRING "Put before the names of the tests, so that several builds can be told apart")
+set(ZELTRANS_TEST_PREFIX "" CACHE STRING "Prefix of the names of the tests, which distinguishes several builds in one run")
 
 # GoogleTest is built from Debian's sources (package googletest), so that it has the width and the sanitizers of the build.
 include(GoogleTest)

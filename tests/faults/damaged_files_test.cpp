@@ -59,8 +59,8 @@ std::string Read(bool font, Bytes file, message::SectionObserver* observer = nul
     return Outcome(message::LoadMessage(file, loaded, observer));
 }
 
-/// What the format says of a file whose end lies in this section: a failure, or nothing where the section need not be
-/// there: the rows, the header before them, the records of a tab table, the pixels of a glyph.
+/// What the format requires of a file that ends in this section: a failure, or nothing where the section is optional:
+/// the rows, the header before them, the records of a tab table, the pixels of a glyph.
 std::string WhenCutIn(const Section& section, std::size_t end, bool font, bool font_leads, bool first_sample) {
     static const std::map<std::string, std::string> kMissing = {
         {"section flags", Outcome(message::MessageOutcome::kShortFlags)},
@@ -105,7 +105,7 @@ void CheckVerdict(Bytes file, const std::string& outcome) {
 void CheckCuts(bool font, Bytes file, std::size_t stride, std::size_t inspect_stride) {
     SectionList sections;
     const std::string whole = Read(font, file, &sections);
-    if (!IsRead(whole)) sections.list.push_back({"section flags", 136, 152});  // a picture's aren't told
+    if (!IsRead(whole)) sections.list.push_back({"section flags", 136, 152});  // not reported for a picture
     const bool font_leads = file[240] == 0 && file[241] == kFontFlagsLeadingSample;
     auto section = sections.list.begin();
     bool first_sample = true;
