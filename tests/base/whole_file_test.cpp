@@ -88,7 +88,7 @@ class WholeFile : public testing::TestWithParam<int> {
     std::filesystem::path m_file = m_scratch.Path() / "file";
 };
 INSTANTIATE_TEST_SUITE_P(Each, WholeFile, testing::Values(0, EOPNOTSUPP),
-                         [](const auto& info) { return info.param == 0 ? "nameless" : "named"; });
+                         [](const auto& each) { return each.param == 0 ? "nameless" : "named"; });
 
 TEST_P(WholeFile, ReplacesWhatWasThere) {
     base::WriteWholeFile(m_file, "long before");

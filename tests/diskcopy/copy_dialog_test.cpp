@@ -163,7 +163,7 @@ class CopyDialogTest : public testing::Test {
 
 template <typename Case>
 class CopyTable : public CopyDialogTest, public testing::WithParamInterface<Case> {};
-constexpr auto kCaseName = [](const auto& info) { return std::string(info.param.name); };
+constexpr auto kCaseName = [](const auto& each) { return std::string(each.param.name); };
 
 struct CopyCase {
     const char* name;

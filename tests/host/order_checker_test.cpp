@@ -50,7 +50,7 @@ struct Sequence {
 void PrintTo(const Sequence& sequence, std::ostream* out) {
     *out << sequence.name;
 }
-const auto kNameOf = [](const auto& info) { return std::string(info.param.name); };
+const auto kNameOf = [](const auto& each) { return std::string(each.param.name); };
 
 class GoodOrder : public testing::TestWithParam<Sequence> {};
 TEST_P(GoodOrder, HasNoBreach) {

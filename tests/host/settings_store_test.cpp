@@ -139,7 +139,7 @@ class Writer {
 
 TEST_F(StoredSettings, SurviveTwoWritersThatAreKilledAtAnyMoment) {
     int stored[] = {-1, -1};
-    for (int round = 0; round < 6; ++round) {
+    for (int round = 0; round < 6; ++round) {  // in the first round both create the file
         Writer one(m_directory, "one", stored[0] + 1), other(m_directory, "other", stored[1] + 1);
         ASSERT_TRUE(one.HasBegun() && other.HasBegun());
         usleep(static_cast<useconds_t>(round * 3700));

@@ -74,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(
                                  f.directory[65] = f.directory[66] = {};
                              },
                              kWhole, "\"Tessor Encoded Data!\""}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& each) { return std::string(each.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     StoredGlyphs, BrokenFont,
@@ -86,7 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
                              kReadable, "1 stored glyph is cut short by the file's end (code 68 'D')"},
                     FontCase{"a_length_leads_out_of_the_file", [](F& f) { f.stored[67].length = 100000; }, kBroken,
                              "the file ends in its 2 stored glyphs"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& each) { return std::string(each.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     Blocks, BrokenFont,
@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(
                              kBroken, "its encoding data is cut short"},
                     FontCase{"bytes_behind_the_end", [](F& f) { f.tail = {1}; }, kReadable,
                              "1 byte after the last section"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& each) { return std::string(each.param.name); });
 
 }  // namespace
 

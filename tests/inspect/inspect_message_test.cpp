@@ -102,7 +102,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "row 0: the chain returns to record 1 after 3 of 4 characters"},
         MessageCase{"ends_by_the_count_whatever_the_last_link", [](M& m) { m.rows[0].cells[3].next_char = 0; }, kWhole,
                     ""}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& each) { return std::string(each.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     Characters, BrokenMessage,
@@ -117,7 +117,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 "1 character has a code above 255"},
                     MessageCase{"an_empty_row_counts_characters", [](M& m) { m.rows[2].char_count = 5; }, kWhole,
                                 "row 2 is marked empty, but counts 5 characters"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& each) { return std::string(each.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     Sections, BrokenMessage,
@@ -156,7 +156,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 kReadable, "3 bytes after the last section"},
                     MessageCase{"padding_behind_the_end", [](M& m) { m.tail.assign(300, 0); }, kWhole,
                                 "300 bytes after the last section, at 4,476, all zero"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& each) { return std::string(each.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     Tabs, BrokenMessage,
@@ -164,7 +164,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 "tab field 0: left out on import, its start 100 isn't left of its end 100"},
                     MessageCase{"lies_in_no_row", [](M& m) { m.tabs->fields[1].tab_row = 3; }, kReadable,
                                 "tab field 1: left out on import, it is in row 3, but the last one is 2"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& each) { return std::string(each.param.name); });
 
 TEST(InspectMessage, TellsWhichRowTheFileEndsIn) {
     samples::MessageOffsets offsets;

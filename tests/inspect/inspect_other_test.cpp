@@ -71,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
         ForeignCase{"exchanged_pairs", "\0\0\xF4\x01\0\0"sv, "its file type 500 appears with each two bytes exchanged"},
         ForeignCase{"another_type", "\0\0\x02\xC1\0\0\0\0STILL PICTURE\0"sv,
                     "a file of type 705, \"STILL PICTURE\", which the import doesn't read"}),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& each) { return std::string(each.param.name); });
 
 TEST(InspectFile, ReadsAFileAndSaysWhyItCannot) {
     const std::filesystem::path directory = std::filesystem::path(testing::TempDir()) / "inspect file";

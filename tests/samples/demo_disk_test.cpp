@@ -8,8 +8,9 @@
 #include <gtest/gtest.h>
 
 #include "base/text.h"
+#include "samples/disk/broadcast_messages.h"
 #include "samples/disk/disk_fonts.h"
-#include "samples/disk/disk_messages.h"
+#include "samples/disk/format_messages.h"
 #include "samples/disk/page.h"
 #include "samples/run_decoder.h"
 #include "samples/scratch_directory.h"

@@ -1,8 +1,10 @@
+#include "samples/disk/broadcast_messages.h"
+
 #include <array>
 #include <string>
 
 #include "samples/disk/artwork.h"
-#include "samples/disk/disk_messages.h"
+#include "samples/disk/house_style.h"
 #include "samples/disk/page.h"
 
 namespace zel::samples {
@@ -174,22 +176,6 @@ MessageFile PalProgramme(const FontShelf& fonts) {
 }
 
 }  // namespace
-
-MessageFile Styled(Page& page) {
-    page.File().palette = HousePalette();
-    return page.Finish();
-}
-
-PaletteBlock HousePalette() {
-    return MakePalette({{{0xFFFFFF, 0x101820},
-                         {0xFFE37A, 0x2A2208},
-                         {0x9CD0FF, 0x0C2038},
-                         {0x9BE8A8, 0x0C2A14},
-                         {0xFF8A78, 0x340C08},
-                         {0xFFC24A, 0x301C04},
-                         {0xC4CEDC, 0x141C28},
-                         {0xF2F2F2, 0x181818}}});
-}
 
 std::vector<DiskMessage> MakeBroadcastMessages(const FontShelf& fonts) {
     return {{1, "lower third with name and title", WriteMessage(LowerThird(fonts))},

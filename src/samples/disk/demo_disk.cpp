@@ -1,8 +1,9 @@
 #include "samples/disk/demo_disk.h"
 
 #include "base/text.h"
+#include "samples/disk/broadcast_messages.h"
 #include "samples/disk/disk_fonts.h"
-#include "samples/disk/disk_messages.h"
+#include "samples/disk/format_messages.h"
 #include "samples/write_file.h"
 
 namespace zel::samples {

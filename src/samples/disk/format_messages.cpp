@@ -1,9 +1,11 @@
+#include "samples/disk/format_messages.h"
+
 #include <array>
 #include <numeric>
 #include <string>
 
 #include "samples/disk/artwork.h"
-#include "samples/disk/disk_messages.h"
+#include "samples/disk/house_style.h"
 #include "samples/disk/page.h"
 
 namespace zel::samples {

@@ -259,7 +259,7 @@ TEST_P(DescribedRecord, PutsEachFieldWhereItIsWritten) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, DescribedRecord, testing::ValuesIn(Records()),
-                         [](const auto& info) { return info.param.type; });
+                         [](const auto& each) { return each.param.type; });
 
 }  // namespace
 }  // namespace zel::formats_test

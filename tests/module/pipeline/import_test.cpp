@@ -107,23 +107,24 @@ INSTANTIATE_TEST_SUITE_P(
     Rows, EachEnd,
     testing::Values(
         EndCase{"finished", [](OneImport&) {}, " 1157 char*3 1181 1180 1213 15", 0, ".0002"},
-        EndCase{"finished_with_tabs", [](OneImport& t) { t.WriteMessage(WithTabs()); },
+        EndCase{"finished_with_tabs", [](OneImport& test) { test.WriteMessage(WithTabs()); },
                 " 1157 char*5 1181 1158 1180 1213 15", 0, ".0002"},
-        EndCase{"rgba_as_object", [](OneImport& t) { AnswerRgba(t, 0, true); }, " 1211 1213 15", 0, ".0002"},
-        EndCase{"rgba_as_background", [](OneImport& t) { AnswerRgba(t, RgbaControl::kBackgroundRadio, true); },
+        EndCase{"rgba_as_object", [](OneImport& test) { AnswerRgba(test, 0, true); }, " 1211 1213 15", 0, ".0002"},
+        EndCase{"rgba_as_background", [](OneImport& test) { AnswerRgba(test, RgbaControl::kBackgroundRadio, true); },
                 " 1211 1213 15", 0, ".0002"},
-        EndCase{"rgba_cancelled", [](OneImport& t) { AnswerRgba(t, RgbaControl::kBackgroundRadio, false); }, " 15", 0,
-                ".0001"},
-        EndCase{"no_font_directory", [](OneImport& t) { std::filesystem::remove_all(t.Native("MACHINE")); }, "", 1,
+        EndCase{"rgba_cancelled", [](OneImport& test) { AnswerRgba(test, RgbaControl::kBackgroundRadio, false); },
+                " 15", 0, ".0001"},
+        EndCase{"no_font_directory", [](OneImport& test) { std::filesystem::remove_all(test.Native("MACHINE")); }, "",
+                1, "0001"},
+        EndCase{"no_message_directory", [](OneImport& test) { std::filesystem::remove_all(test.Native("MESSAGES")); },
+                "", 2, "0001"},
+        EndCase{"no_message", [](OneImport& test) { std::filesystem::remove(test.Native("MESSAGES/.0001")); }, "", 3,
                 "0001"},
-        EndCase{"no_message_directory", [](OneImport& t) { std::filesystem::remove_all(t.Native("MESSAGES")); }, "", 2,
-                "0001"},
-        EndCase{"no_message", [](OneImport& t) { std::filesystem::remove(t.Native("MESSAGES/.0001")); }, "", 3, "0001"},
-        EndCase{"no_load", [](OneImport& t) { t.WriteFile("MESSAGES/.0001", "x"); }, "", 4, ".0001"},
+        EndCase{"no_load", [](OneImport& test) { test.WriteFile("MESSAGES/.0001", "x"); }, "", 4, ".0001"},
         EndCase{"font_prompt_cancelled",
-                [](OneImport& t) {
-                    std::filesystem::remove(t.Native("MACHINE/.0001"));
-                    t.desktop.SetYesNoAnswer(IDCANCEL);
+                [](OneImport& test) {
+                    std::filesystem::remove(test.Native("MACHINE/.0001"));
+                    test.desktop.SetYesNoAnswer(IDCANCEL);
                 },
                 "", 5, ".0001"}),
     [](const auto& row) { return std::string(row.param.name); });
