@@ -1,5 +1,8 @@
 #include "host/settings/settings_database.h"
 
+#include <chrono>
+#include <thread>
+
 #include <sqlite3.h>
 
 namespace zel::settings {
@@ -33,7 +36,7 @@ SettingsDatabase::State SettingsDatabase::Check() {
     // A write-ahead log waits for the disk once per write, a rollback journal three times. The log remains when the
     // file is closed; the next program that opens the file continues it.
     sqlite3_db_config(Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-    bool good = Run("PRAGMA journal_mode = WAL") && Run("PRAGMA synchronous = FULL");
+    bool good = UseWriteAheadLog() && Run("PRAGMA synchronous = FULL");
     {
         base::SqliteStatement check = Prepare("PRAGMA quick_check(1)");
         const bool answered = good && check.Next();
@@ -42,6 +45,17 @@ SettingsDatabase::State SettingsDatabase::Check() {
     }
     if (good && MakeTables()) return State::kReady;
     return IsDamage(ErrorCode()) ? State::kDamaged : State::kUnusable;
+}
+
+bool SettingsDatabase::UseWriteAheadLog() {
+    // While another process makes the same change in a new file, SQLite fails at once instead of waiting for it.
+    constexpr int kAttempts = 500;
+    constexpr std::chrono::milliseconds kPause(10);
+    for (int attempt = 1;; ++attempt) {
+        if (Run("PRAGMA journal_mode = WAL")) return true;
+        if ((ErrorCode() & 0xFF) != SQLITE_BUSY || attempt == kAttempts) return false;
+        std::this_thread::sleep_for(kPause);
+    }
 }
 
 bool SettingsDatabase::MakeTables() {

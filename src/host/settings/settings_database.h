@@ -18,6 +18,7 @@ class SettingsDatabase : public base::SqliteDatabase {
 
   private:
     State Check();
+    bool UseWriteAheadLog();
     bool MakeTables();
 
     State m_state;
