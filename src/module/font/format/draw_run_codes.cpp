@@ -20,7 +20,7 @@ constexpr unsigned DivideBy255(unsigned value) noexcept {
 }
 
 constexpr std::size_t kPixel = sizeof(Pixel);
-constexpr int kStep = 8;
+constexpr int kPixelsPerStep = 8;
 
 inline void PutEight(std::uint8_t* out, std::uint32_t pixel) noexcept {
     const std::uint32_t four[] = {pixel, pixel, pixel, pixel};
@@ -30,17 +30,17 @@ inline void PutEight(std::uint8_t* out, std::uint32_t pixel) noexcept {
 
 // Writes a pixel `count` times.
 inline void Repeat(std::uint8_t* out, int count, std::uint32_t pixel) noexcept {
-    for (; count >= kStep; count -= kStep, out += kStep * kPixel) PutEight(out, pixel);
+    for (; count >= kPixelsPerStep; count -= kPixelsPerStep, out += kPixelsPerStep * kPixel) PutEight(out, pixel);
     for (; count > 0; --count, out += kPixel) std::memcpy(out, &pixel, kPixel);
 }
 
 // Writes a pixel at least `count` and at most `room` times. A short run needs no branch for its length.
 inline void RepeatAtLeast(std::uint8_t* out, int count, int room, std::uint32_t pixel) noexcept {
-    if (room < kStep) return Repeat(out, count, pixel);
+    if (room < kPixelsPerStep) return Repeat(out, count, pixel);
     PutEight(out, pixel);
-    if (count <= kStep) return;
-    std::uint8_t* const last = out + static_cast<std::size_t>(count - kStep) * kPixel;
-    for (out += kStep * kPixel; out < last; out += kStep * kPixel) PutEight(out, pixel);
+    if (count <= kPixelsPerStep) return;
+    std::uint8_t* const last = out + static_cast<std::size_t>(count - kPixelsPerStep) * kPixel;
+    for (out += kPixelsPerStep * kPixel; out < last; out += kPixelsPerStep * kPixel) PutEight(out, pixel);
     PutEight(last, pixel);
 }
 
