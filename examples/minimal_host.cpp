@@ -1,6 +1,4 @@
-// The smallest complete host: imports one message and prints the text of each row.
-//
-//     minimal_host DISK/MESSAGES/.0001
+// The smallest complete host: minimal_host DISK/MESSAGES/.0001 imports one message and prints the text of each row.
 
 #include <cstdio>
 #include <vector>
@@ -73,10 +71,9 @@ int main(int argc, char** argv) {
     } catch (CException* exception) {
         exception->Delete();
     }
-    if (window.HasImported()) {
-        std::putchar('\n');
-        return 0;
+    if (!window.HasImported()) {
+        std::fprintf(stderr, "minimal_host: %s: not imported\n", argv[1]);
+        return 1;
     }
-    std::fprintf(stderr, "minimal_host: %s: not imported\n", argv[1]);
-    return 1;
+    std::putchar('\n');
 }
