@@ -124,17 +124,4 @@ bool RenameToNewName(int directory, const std::string& from, const std::string& 
     return ::renameat(directory, from.c_str(), directory, to.c_str()) == 0;
 }
 
-std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& file, std::size_t most) {
-    const FileDescriptor descriptor(
-        RetryInterrupted([&] { return ::open(file.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
-    struct stat status {};
-    if (!descriptor.IsOpen() || ::fstat(descriptor.Get(), &status) != 0) throw std::system_error(LastError());
-    std::vector<std::uint8_t> bytes(
-        static_cast<std::size_t>(std::min<std::uint64_t>(static_cast<std::uint64_t>(status.st_size), most)));
-    const std::size_t got = ReadFully(descriptor.Get(), bytes.data(), bytes.size());
-    if (got < bytes.size() && errno != 0) throw std::system_error(LastError());
-    bytes.resize(got);
-    return bytes;
-}
-
 }  // namespace zel::base

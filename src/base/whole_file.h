@@ -1,12 +1,9 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <vector>
 
 #include "base/file_descriptor.h"
 
@@ -78,9 +75,5 @@ void WriteWholeFile(const std::filesystem::path& file, std::string_view bytes);
 /// Gives a file of a directory a new name, unless another file has it already.
 /// @return false with errno set, EEXIST when the name is taken.
 bool RenameToNewName(int directory, const std::string& from, const std::string& to) noexcept;
-
-/// Reads a file up to `most` bytes.
-/// @throws std::system_error when it can't be opened or read.
-std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& file, std::size_t most);
 
 }  // namespace zel::base

@@ -93,7 +93,7 @@ class BatchCommand {
     SettingsScope m_settings;
     RunObservers m_observers;
     std::unique_ptr<OutputFile> m_report;
-    recorder::FileDigests m_digests;
+    recorder::FileDigests m_digests{WasInterrupted};
     const recorder::RecorderOptions m_recorder_options;
     BatchProgress m_progress;
 };

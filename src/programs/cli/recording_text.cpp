@@ -46,7 +46,8 @@ std::vector<std::string> FieldLines(const library::Recording& recording) {
 std::vector<std::string> SourceLines(const library::Recording& recording) {
     std::vector<std::string> lines;
     for (const library::SourceFile& source : recording.sources) {
-        lines.push_back(source.path + (source.sha256.empty() ? ", missing" : ", sha256 " + source.sha256));
+        const char* const without_checksum = source.size == 0 ? ", missing" : ", without a checksum";
+        lines.push_back(source.path + (source.sha256.empty() ? without_checksum : ", sha256 " + source.sha256));
     }
     return lines;
 }
