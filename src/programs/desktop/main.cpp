@@ -6,6 +6,7 @@
 #include <memory>
 #include <string_view>
 
+#include "base/process.h"
 #include "host/settings/sqlite_settings_store.h"
 #include "programs/desktop/widgets/program_icon.h"
 #include "programs/desktop/windows/main_window.h"
@@ -67,6 +68,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    base::PrepareProcess();
     const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zeltrans-desktop"));
     QApplication::setApplicationVersion(QStringLiteral(ZELTRANS_VERSION));
