@@ -41,8 +41,8 @@ FileDescriptor OpenRegularFile(const std::filesystem::path& file) {
     if (::stat(file.c_str(), &status) != 0) ThrowErrno();
     RequireRegular(status);
     // Checked again below, since the name may have changed its meaning; then O_NONBLOCK keeps open() from waiting.
-    FileDescriptor descriptor(RetryInterrupted(
-        [&] { return ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
+    FileDescriptor descriptor(
+        RetryInterrupted([&] { return ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
     if (!descriptor.IsOpen() || ::fstat(descriptor.Get(), &status) != 0) ThrowErrno();
     RequireRegular(status);
     return descriptor;

@@ -60,7 +60,8 @@ UnfinishedFile::~UnfinishedFile() {
 void UnfinishedFile::Open() noexcept {
     // Never more open than the file that it replaces.
     struct stat replaced {};
-    const mode_t mode = StatRegular(m_directory, m_name.c_str(), replaced) ? replaced.st_mode & kNewFileMode : kNewFileMode;
+    const mode_t mode =
+        StatRegular(m_directory, m_name.c_str(), replaced) ? replaced.st_mode & kNewFileMode : kNewFileMode;
     m_file = FileDescriptor(::openat(m_directory, ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
     // The three errors of a file system or kernel without nameless files.
     if (m_file.IsOpen() || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return;
@@ -105,7 +106,8 @@ bool UnfinishedFile::Link(const char* name) const noexcept {
 /// Takes over permissions, owner and group of the file that is about to be replaced. Whoever couldn't read that one
 /// can't read this one: without its group, it has no permissions for a group.
 void UnfinishedFile::KeepAccess() const noexcept {
-    struct stat replaced {}, own {};
+    struct stat replaced {
+    }, own{};
     if (!StatRegular(m_directory, m_name.c_str(), replaced) || ::fstat(m_file.Get(), &own) != 0) return;
     constexpr uid_t kSameUser = static_cast<uid_t>(-1);
     constexpr gid_t kSameGroup = static_cast<gid_t>(-1);

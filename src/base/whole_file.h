@@ -13,12 +13,13 @@
 namespace zel::base {
 
 /// A file that is being written. It has no name until Commit, so that a killed program leaves nothing behind; on a file
-/// system without nameless files it has a temporary name beside the final one. Without Commit it is removed. A file that
-/// it replaces passes on its permissions, its owner and its group, as far as the system allows.
+/// system without nameless files it has a temporary name beside the final one. Without Commit it is removed. A file
+/// that it replaces passes on its permissions, its owner and its group, as far as the system allows.
 class UnfinishedFile {
   public:
-    /// Begins a file in the directory of its path. A failure is visible in IsOpen, with errno set. Its temporary name, if
-    /// it needs one, is one that no file has, and doesn't depend on the file's name, which may have the greatest length.
+    /// Begins a file in the directory of its path. A failure is visible in IsOpen, with errno set. Its temporary name,
+    /// if it needs one, is one that no file has, and doesn't depend on the file's name, which may have the greatest
+    /// length.
     explicit UnfinishedFile(const std::filesystem::path& file);
 
     /// Begins a file in an open directory.

@@ -8,10 +8,9 @@
 #include <stdexcept>
 #include <thread>
 
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <dlfcn.h>
 #include <pthread.h>
 
 namespace {
@@ -22,7 +21,8 @@ std::atomic<int> g_threads_left = 1000;
 }  // namespace
 
 // This replaces the system's function.
-extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*work)(void*), void* argument) {
+extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*work)(void*),
+                              void* argument) {
     if (g_threads_left-- <= 0) return EAGAIN;
     static const auto system_function =
         reinterpret_cast<decltype(&pthread_create)>(::dlsym(RTLD_NEXT, "pthread_create"));

@@ -4,6 +4,16 @@
 
 namespace zel::cli {
 
+// The functions that print. Whatever a text contains, it stays in its line and controls no terminal
+// (base::TerminalText).
+
+/// Prints a line of results on standard output, at once.
+void PrintLine(const std::string& text);
+
+/// Prints results of several lines, each ended by a line break. Names and texts from files must have passed
+/// base::TerminalText, so that they don't break a line.
+void PrintLines(const std::string& text);
+
 /// Prints "zeltrans: TEXT" on standard error, in one line.
 void PrintError(const std::string& text);
 

@@ -1,7 +1,6 @@
 #include "programs/cli/settings_command.h"
 
 #include <charconv>
-#include <iostream>
 #include <memory>
 
 #include <CLI/App.hpp>
@@ -108,10 +107,10 @@ using Action = void (*)(seam::SettingsStore&, const SettingsArguments&);
 
 void List(seam::SettingsStore& store, const SettingsArguments&) {
     const std::string text = SettingsText(store);
-    std::cout << (text.empty() ? "No settings are stored.\n" : text);
+    PrintLines(text.empty() ? "No settings are stored.\n" : text);
 }
 void Get(seam::SettingsStore& store, const SettingsArguments& arguments) {
-    std::cout << NamedSetting(arguments.section, arguments.key).Get(store) << '\n';
+    PrintLine(NamedSetting(arguments.section, arguments.key).Get(store));
 }
 void Set(seam::SettingsStore& store, const SettingsArguments& arguments) {
     const NamedSetting setting(arguments.section, arguments.key);

@@ -73,8 +73,8 @@ TEST(Outputs, KeepTheirPermissionsAndMayHaveLongNames) {
     const std::string name(250, 'n');
     for (const std::string option : {"--png", "--json", "--trace"}) {
         const std::string import = "zeltrans import MESSAGES/.0012 " + option + " " + name;
-        const CommandResult result = disk.Shell(import + " && chmod 600 " + name + " && " + import + " && stat -c %a " +
-                                                name + " >mode");
+        const CommandResult result =
+            disk.Shell(import + " && chmod 600 " + name + " && " + import + " && stat -c %a " + name + " >mode");
         EXPECT_EQ(result.exit_code, 0) << option << result.err;
         EXPECT_EQ(disk.Read("mode"), "600\n") << option;
     }

@@ -28,7 +28,8 @@ class UnusualProcess : public testing::TestWithParam<ProcessCase> {};
 
 TEST_P(UnusualProcess, LosesNothingAndLeavesNoDraft) {
     const CommandDisk disk;
-    disk.Shell("mkdir out; printf old >b; i=13; while [ $i -lt 20 ]; do cp MESSAGES/.0012 MESSAGES/.00$i; i=$((i+1)); done");
+    disk.Shell(
+        "mkdir out; printf old >b; i=13; while [ $i -lt 20 ]; do cp MESSAGES/.0012 MESSAGES/.00$i; i=$((i+1)); done");
     const CommandResult result = disk.Shell(GetParam().line);
     EXPECT_EQ(result.exit_code, GetParam().exit_code) << result.err;
     EXPECT_THAT(result.err, HasSubstr(GetParam().error));
@@ -38,18 +39,18 @@ TEST_P(UnusualProcess, LosesNothingAndLeavesNoDraft) {
 
 INSTANTIATE_TEST_SUITE_P(
     Each, UnusualProcess,
-    testing::Values(
-        ProcessCase{"standard_output_closed", "zeltrans batch . 12 13 --report b >&-", 1, "standard output", "b",
-                    "{\n  \"disk\": \".\",\n"},
-        ProcessCase{"standard_error_closed", "zeltrans import MESSAGES/.0012 --json b --warnings 2>&-", 0, "", "b",
-                    "{\n"},
-        ProcessCase{"all_closed", "zeltrans import MESSAGES/.0012 --trace b --warnings <&- >&- 2>&-", 1, "", "b",
-                    "{\"event\":"},
-        ProcessCase{"small_files_only", "(ulimit -f 1; zeltrans import MESSAGES/.0012 --trace b)", 1,
-                    "b: can't be written: ", "b", "old"},
-        ProcessCase{"small_files_only_in_a_batch", "(ulimit -f 1; zeltrans batch . 12 13 --out out)", 1, "File too large",
-                    "b", "old"},
-        ProcessCase{"small_libraries_only", "(ulimit -f 4; zeltrans batch . 12 13 --library l)", 1, "l: ", "b", "old"}),
+    testing::Values(ProcessCase{"standard_output_closed", "zeltrans batch . 12 13 --report b >&-", 1, "standard output",
+                                "b", "{\n  \"disk\": \".\",\n"},
+                    ProcessCase{"standard_error_closed", "zeltrans import MESSAGES/.0012 --json b --warnings 2>&-", 0,
+                                "", "b", "{\n"},
+                    ProcessCase{"all_closed", "zeltrans import MESSAGES/.0012 --trace b --warnings <&- >&- 2>&-", 1, "",
+                                "b", "{\"event\":"},
+                    ProcessCase{"small_files_only", "(ulimit -f 1; zeltrans import MESSAGES/.0012 --trace b)", 1,
+                                "b: can't be written: ", "b", "old"},
+                    ProcessCase{"small_files_only_in_a_batch", "(ulimit -f 1; zeltrans batch . 12 13 --out out)", 1,
+                                "File too large", "b", "old"},
+                    ProcessCase{"small_libraries_only", "(ulimit -f 4; zeltrans batch . 12 13 --library l)", 1,
+                                "l: ", "b", "old"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
