@@ -2,8 +2,10 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "base/process.h"
@@ -72,7 +74,10 @@ int main(int argc, char** argv) {
     const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zeltrans-desktop"));
     QApplication::setApplicationVersion(QStringLiteral(ZELTRANS_VERSION));
-    const Arguments arguments = Parse(*application);
+    Arguments arguments = Parse(*application);
+    // Without a directory of the user, settings are stored for as long as the program runs.
+    std::optional<QTemporaryDir> passing_settings;
+    if (arguments.settings.isEmpty()) arguments.settings = passing_settings.emplace().path();
     MakeParent(arguments.library);
     settings::SqliteSettingsStore store(QFile::encodeName(arguments.settings).toStdString());
     seam::SetSettingsStore(&store);
