@@ -6,6 +6,7 @@
 #include <new>
 #include <stdexcept>
 #include <tuple>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -106,8 +107,8 @@ bool UnfinishedFile::Link(const char* name) const noexcept {
 /// Takes over permissions, owner and group of the file that is about to be replaced. Whoever couldn't read that one
 /// can't read this one: without its group, it has no permissions for a group.
 void UnfinishedFile::KeepAccess() const noexcept {
-    struct stat replaced {
-    }, own{};
+    struct stat replaced {};
+    struct stat own {};
     if (!StatRegular(m_directory, m_name.c_str(), replaced) || ::fstat(m_file.Get(), &own) != 0) return;
     constexpr uid_t kSameUser = static_cast<uid_t>(-1);
     constexpr gid_t kSameGroup = static_cast<gid_t>(-1);

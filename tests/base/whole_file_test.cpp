@@ -49,7 +49,7 @@ extern "C" int openat(int directory, const char* name, int flags, ...) {
     if ((flags & O_TMPFILE) == O_TMPFILE && g_nameless_error != 0) return errno = g_nameless_error, -1;
     va_list more;
     va_start(more, flags);
-    const auto mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(more, mode_t) : mode_t{0};
+    const auto mode = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE ? va_arg(more, mode_t) : mode_t{0};
     va_end(more);
     return static_cast<int>(syscall(SYS_openat, directory, name, flags, mode));
 }

@@ -19,6 +19,10 @@ void PrintError(const std::string& text) {
     std::fprintf(stderr, "zeltrans: %s\n", base::TerminalText(text).c_str());
 }
 
+void PrintErrorLines(const std::string& text) {
+    std::fprintf(stderr, "zeltrans: %s\n", base::TerminalLines(text).c_str());
+}
+
 void PrintNote(const std::string& text) {
     std::fprintf(stderr, "note: %s\n", base::TerminalText(text).c_str());
 }

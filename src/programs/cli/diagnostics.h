@@ -17,6 +17,9 @@ void PrintLines(const std::string& text);
 /// Prints "zeltrans: TEXT" on standard error, in one line.
 void PrintError(const std::string& text);
 
+/// Prints likewise an error of several lines. Foreign texts must have passed base::TerminalText.
+void PrintErrorLines(const std::string& text);
+
 /// Prints "note: TEXT" on standard error, in one line: information about a command that succeeds all the same.
 void PrintNote(const std::string& text);
 

@@ -1,4 +1,6 @@
 // What comes from files, servers' names and arguments controls no terminal and stays in its line.
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -97,10 +99,22 @@ TEST(Terminal, IsNotControlledByAnyTextAndEachStaysInItsLine) {
         "zeltrans settings --settings \"$N/MESSAGES/$N\"",
         "zeltrans sample \"$N.sample\"",
         "zeltrans sample \"$N/MESSAGES/$N\"",
-        "zeltrans fetch \"ftp://$N/\" 1 --to \"$N.fetched\"",
         "zeltrans fetch ftp://127.0.0.1:1/ 1 --to \"$N.fetched\" --user \"$N\" --netrc \"$N/none\"",
         "zeltrans \"$N\"",
     };
+    // What they print depends on the name.
+    const char* const others[] = {
+        "zeltrans fetch \"ftp://127.0.0.1:1/$N\" 1 --to \"$N.fetched\"",
+        "zeltrans import \"--$N\"",
+        "zeltrans batch . \"$N\" 12 \"$N\"",
+        "zeltrans export a 1 2 --out b --jobs \"$N\"",
+        "zeltrans library show \"$N.zellib\" \"$N\"",
+    };
+    for (const char* line : others) {
+        const CommandResult result = hostile.Shell(line);
+        EXPECT_EQ(FirstUnprintable(result.out + result.err), "") << line;
+        EXPECT_NE(result.exit_code, 0) << line;
+    }
     for (const char* line : lines) {
         const CommandResult result = hostile.Shell(line), expected = plain.Shell(line);
         EXPECT_EQ(FirstUnprintable(result.out), "") << line;
