@@ -118,6 +118,7 @@ void BatchCommand::SkipRecorded() {
     const std::set<int> numbers =
         recorder::UpToDateNumbers(library, context, m_interval.first, m_interval.last, m_digests);
     for (const int number : numbers) {
+        if (WasInterrupted()) break;
         m_progress.AddSkipped();
         if (!m_arguments.directory || recorder::HasRecordingFiles(number, *m_arguments.directory, true)) continue;
         if (const auto recording = library.Find({context.disk, number}))
