@@ -1,13 +1,10 @@
 #include "base/regular_file.h"
 
-#include <cstring>
 #include <system_error>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 
 #include "base/whole_file.h"
 #include "samples/scratch_directory.h"
@@ -19,19 +16,11 @@ namespace {
 using testing::HasSubstr;
 using testing::ThrowsMessage;
 
-void MakeSocket(const std::filesystem::path& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
-    const base::FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM, 0));
-    ASSERT_EQ(::bind(socket.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-}
-
 TEST(RegularFile, IsTheOnlyKindThatIsOpened) {
     const samples_test::ScratchDirectory scratch;
     const auto in = [&](const char* name) { return scratch.Path() / name; };
     ASSERT_EQ(::mkfifo(in("pipe").c_str(), 0600), 0);
-    MakeSocket(in("socket"));
+    ASSERT_EQ(::mknod(in("socket").c_str(), S_IFSOCK | 0600, 0), 0);
     std::filesystem::create_symlink("pipe", in("link to a pipe"));
     std::filesystem::create_symlink("/dev/zero", in("endless"));
     struct Case {

@@ -96,7 +96,7 @@ class WholeFile : public testing::TestWithParam<int> {
     std::filesystem::path m_file = m_scratch.Path() / "file";
 };
 INSTANTIATE_TEST_SUITE_P(Each, WholeFile, testing::Values(0, EOPNOTSUPP),
-                         [](const auto& info) { return info.param == 0 ? "nameless" : "named"; });
+                         [](const auto& row) { return row.param == 0 ? "nameless" : "named"; });
 
 TEST_P(WholeFile, ReplacesWhatWasThere) {
     base::WriteWholeFile(m_file, "long before");
@@ -193,7 +193,6 @@ TEST_P(WholeFile, FollowsNoLinkUnderATemporaryName) {
 }
 
 TEST_P(WholeFile, LeavesNothingOfAKilledProgram) {
-    if (GetParam() != 0) GTEST_SKIP() << "not on a file system without nameless files";
     const pid_t child = ::fork();
     if (child == 0) {
         base::UnfinishedFile file(m_file);
@@ -201,7 +200,8 @@ TEST_P(WholeFile, LeavesNothingOfAKilledProgram) {
         ::raise(SIGKILL);
     }
     ::waitpid(child, nullptr, 0);
-    EXPECT_THAT(Names(), ElementsAre());
+    // Without nameless files it can't be helped.
+    EXPECT_EQ(Names().size(), GetParam() == 0 ? 0U : 1U);
 }
 
 TEST_P(WholeFile, KeepsAnotherFileOfItsNameIfAsked) {
