@@ -151,7 +151,11 @@ ExitCode BatchCommand::Run() {
     m_request.stop = WasInterrupted;
     if (m_arguments.resume && m_interval.first <= m_interval.last) SkipRecorded();
     run::BatchOutcome outcome;
-    if (!m_request.ranges.empty()) outcome = RunModule();
+    if (!m_request.ranges.empty()) {
+        outcome = RunModule();
+    } else if (WasInterrupted()) {
+        outcome.end = run::BatchEnd::kStopped;
+    }
     m_observers.CommitTrace();
     const std::string& disk = m_request.disk;
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(disk + ": " + outcome.failure);
