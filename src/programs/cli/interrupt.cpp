@@ -1,6 +1,7 @@
 #include "programs/cli/interrupt.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace zel::cli {
 
