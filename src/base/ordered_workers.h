@@ -17,8 +17,8 @@ namespace zel::base {
 
 /// Runs jobs on several threads and passes their results on in the order of the jobs, one at a time, on a thread of its
 /// own. At most `capacity` jobs are running or waiting to be passed on, so that memory stays bounded; with more, Give
-/// waits. Threads that can't be started are done without; if none of them can, or none are asked for, Give runs the job
-/// itself.
+/// waits. If the system has too few threads or too little memory for them, fewer are used. Without any, Give runs the
+/// job itself.
 template <class Result>
 class OrderedWorkers {
   public:
@@ -26,14 +26,8 @@ class OrderedWorkers {
     /// @param take      receives each result. What it or a job throws ends the work; Give and Finish then throw it.
     OrderedWorkers(std::size_t threads, std::size_t capacity, std::function<void(Result)> take)
         : m_capacity(capacity), m_take(std::move(take)) {
-        if (threads == 0 || !Start([this] { PassOn(); })) return;
-        for (std::size_t n = 0; n < threads && Start([this] { Work(); }); ++n) {
-        }
-        if (m_threads.size() > 1) return;
-        // Results without a job: the thread that would pass them on ends.
-        Join();
-        m_threads.clear();
-        m_closed = false;
+        // Threads that failed at the system's limit would leave no memory for the work, so they are given back first.
+        while (threads != 0 && !StartAll(threads)) threads = GiveBackThreads() / 4;
     }
     /// Waits for the running jobs; their results and the waiting jobs are dropped.
     ~OrderedWorkers() {
@@ -81,6 +75,21 @@ class OrderedWorkers {
         } catch (const std::bad_alloc&) {
             return false;
         }
+    }
+
+    bool StartAll(std::size_t threads) {
+        bool started = Start([this] { PassOn(); });
+        for (std::size_t n = 0; n < threads && started; ++n) started = Start([this] { Work(); });
+        return started;
+    }
+
+    /// Ends all threads before there is any work. @return their number.
+    std::size_t GiveBackThreads() {
+        const std::size_t count = m_threads.size();
+        Join();
+        m_threads.clear();
+        m_closed = false;
+        return count;
     }
 
     void Work() {
