@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(
 /// A shell that isn't interactive ignores SIGINT for a program in the background.
 TEST(Batch, KeepsAnIgnoredInterruptIgnored) {
     const CommandDisk disk;
-    const CommandResult result = disk.Shell(CommandDisk::Quoted(ZELTRANS_COMMAND) +
+    const CommandResult result = disk.Shell("trap '' INT; " + CommandDisk::Quoted(ZELTRANS_COMMAND) +
                                             " batch . 1 9999 & i=0; while [ $i -lt 50 ]; do kill -INT $!; sleep 0.02; "
                                             "i=$((i+1)); done 2>/dev/null; wait $!");
     EXPECT_EQ(result.exit_code, 0) << result.err;

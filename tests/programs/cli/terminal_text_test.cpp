@@ -91,7 +91,6 @@ TEST(Terminal, IsNotControlledByAnyTextAndEachStaysInItsLine) {
         "zeltrans library list \"$N none\"",
         "zeltrans export \"$N.zellib\" 12 12 --out \"$N.exported\"",
         "zeltrans export \"$N.zellib\" 12 12 --out \"$N.exported\" --disk \"$N none\"",
-        "zeltrans export \"$N.zellib\" 12 12 --out \"$N.exported\" --format \"$N\"",
         "zeltrans settings set FontDir 0 \"$N\"",
         "zeltrans settings get FontDir 0",
         "zeltrans settings",
@@ -105,6 +104,7 @@ TEST(Terminal, IsNotControlledByAnyTextAndEachStaysInItsLine) {
     // What they print depends on the name.
     const char* const others[] = {
         "zeltrans fetch \"ftp://127.0.0.1:1/$N\" 1 --to \"$N.fetched\"",
+        "zeltrans export \"$N.zellib\" 12 12 --out \"$N.exported\" --format \"$N\"",
         "zeltrans import \"--$N\"",
         "zeltrans batch . \"$N\" 12 \"$N\"",
         "zeltrans export a 1 2 --out b --jobs \"$N\"",
