@@ -7,6 +7,7 @@
 #include <functional>
 #include <future>
 #include <mutex>
+#include <new>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -16,7 +17,8 @@ namespace zel::base {
 
 /// Runs jobs on several threads and passes their results on in the order of the jobs, one at a time, on a thread of its
 /// own. At most `capacity` jobs are running or waiting to be passed on, so that memory stays bounded; with more, Give
-/// waits. Without threads, because none were asked for or the system has none left, Give runs the job itself.
+/// waits. If the system has too few threads or too little memory for them, fewer are used. Without any, Give runs the
+/// job itself.
 template <class Result>
 class OrderedWorkers {
   public:
@@ -24,14 +26,8 @@ class OrderedWorkers {
     /// @param take      receives each result. What it or a job throws ends the work; Give and Finish then throw it.
     OrderedWorkers(std::size_t threads, std::size_t capacity, std::function<void(Result)> take)
         : m_capacity(capacity), m_take(std::move(take)) {
-        if (threads == 0) return;
-        try {
-            for (std::size_t i = 0; i < threads; ++i) m_threads.emplace_back([this] { Work(); });
-            m_threads.emplace_back([this] { PassOn(); });
-        } catch (const std::system_error&) {  // no thread left
-            Join();
-            m_threads.clear();
-        }
+        // Threads that failed at the system's limit would leave no memory for the work, so they are given back first.
+        while (threads != 0 && !StartAll(threads)) threads = GiveBackThreads() / 4;
     }
     /// Waits for the running jobs; their results and the waiting jobs are dropped.
     ~OrderedWorkers() {
@@ -68,6 +64,34 @@ class OrderedWorkers {
     }
 
   private:
+    /// @return false if the system has no thread, or no memory for one.
+    template <class Work>
+    bool Start(Work work) {
+        try {
+            m_threads.emplace_back(std::move(work));
+            return true;
+        } catch (const std::system_error&) {
+            return false;
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
+
+    bool StartAll(std::size_t threads) {
+        bool started = Start([this] { PassOn(); });
+        for (std::size_t n = 0; n < threads && started; ++n) started = Start([this] { Work(); });
+        return started;
+    }
+
+    /// Ends all threads before there is any work. @return their number.
+    std::size_t GiveBackThreads() {
+        const std::size_t count = m_threads.size();
+        Join();
+        m_threads.clear();
+        m_closed = false;
+        return count;
+    }
+
     void Work() {
         for (;;) {
             std::packaged_task<Result()> task;

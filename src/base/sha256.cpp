@@ -1,15 +1,15 @@
 #include "base/sha256.h"
 
 #include <cerrno>
-#include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
 
 #include <nettle/base16.h>
 #include <nettle/sha2.h>
+#include <sys/stat.h>
+
+#include "base/regular_file.h"
 
 namespace zel::base {
 
@@ -40,12 +40,25 @@ class Digest {
     sha256_ctx m_state;
 };
 
-struct CloseFile {
-    void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-};
-
-[[noreturn]] void FailRead(const std::filesystem::path& file, int error) {
-    throw std::runtime_error(file.string() + ": could not be read: " + std::generic_category().message(error));
+/// Adds a file's bytes to a digest. @throws std::runtime_error with the reason.
+void AddFile(Digest& digest, const std::filesystem::path& file, const std::function<bool()>& stop) {
+    const FileDescriptor in = OpenRegularFile(file);
+    const auto refuse_size = [] {
+        throw std::runtime_error("it is larger than " + std::to_string(kLargestHashedFile >> 20) + " MiB");
+    };
+    struct stat status {};
+    if (::fstat(in.Get(), &status) == 0 && static_cast<std::uint64_t>(status.st_size) > kLargestHashedFile)
+        refuse_size();
+    std::vector<char> piece(std::size_t{1} << 16);
+    // The size is checked again while reading: a file may grow, and those of the kernel have size 0.
+    for (std::uint64_t read = 0;;) {
+        if (stop && stop()) throw std::runtime_error("stopped");
+        const std::size_t size = ReadFully(in.Get(), piece.data(), piece.size());
+        if (size < piece.size() && errno != 0) throw std::system_error(errno, std::generic_category());
+        digest.Add({piece.data(), size});
+        if (size < piece.size()) return;
+        if ((read += size) > kLargestHashedFile) refuse_size();
+    }
 }
 
 }  // namespace
@@ -56,15 +69,13 @@ std::string Sha256(std::string_view bytes) {
     return digest.TakeHex();
 }
 
-std::string Sha256OfFile(const std::filesystem::path& file) {
-    const std::unique_ptr<std::FILE, CloseFile> in(std::fopen(file.c_str(), "rb"));
-    if (!in) FailRead(file, errno);
+std::string Sha256OfFile(const std::filesystem::path& file, const std::function<bool()>& stop) {
     Digest digest;
-    std::vector<char> piece(std::size_t{1} << 16);
-    while (const std::size_t size = std::fread(piece.data(), 1, piece.size(), in.get())) {
-        digest.Add({piece.data(), size});
+    try {
+        AddFile(digest, file, stop);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(file.string() + ": could not be read: " + error.what());
     }
-    if (std::ferror(in.get()) != 0) FailRead(file, errno);
     return digest.TakeHex();
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -9,9 +11,14 @@ namespace zel::base {
 /// SHA-256 as 64 hexadecimal digits, lower case.
 std::string Sha256(std::string_view bytes);
 
-/// SHA-256 of a file's bytes, as 64 hexadecimal digits. The file is read in pieces, whatever its size.
-/// @throws std::runtime_error with the file's name and the reason.
-std::string Sha256OfFile(const std::filesystem::path& file);
+/// Largest file that Sha256OfFile reads, in bytes: far more than a message or a font has.
+inline constexpr std::uint64_t kLargestHashedFile = 256U << 20;
+
+/// SHA-256 of a regular file's bytes, as 64 hexadecimal digits. The file is read in pieces.
+/// @param stop  asked before each piece whether to give up; may be empty.
+/// @throws std::runtime_error  with the file's name and the reason: it can't be read, is no regular file or larger than
+///                             kLargestHashedFile, or `stop` returned true.
+std::string Sha256OfFile(const std::filesystem::path& file, const std::function<bool()>& stop = {});
 
 /// SHA-256 as its 32 bytes.
 std::string Sha256Raw(std::string_view bytes);

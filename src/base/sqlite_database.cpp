@@ -1,5 +1,7 @@
 #include "base/sqlite_database.h"
 
+#include <new>
+
 #include <sqlite3.h>
 
 namespace zel::base {
@@ -133,11 +135,25 @@ SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, Opening openin
     sqlite3_busy_timeout(handle, static_cast<int>(patience.count()));
 }
 
+void SqliteDatabase::RollBack() noexcept {
+    const int failure = ErrorCode();
+    try {
+        m_failure_text = Error();
+    } catch (const std::bad_alloc&) {
+        m_failure_text.clear();
+    }
+    // A full disk, for one, has ended the transaction; then ROLLBACK would be a failure of its own.
+    if (m_handle && sqlite3_get_autocommit(m_handle.get()) == 0) Run("ROLLBACK");
+    m_failure = failure;
+}
+
 int SqliteDatabase::ErrorCode() const {
+    if (m_failure != SQLITE_OK) return m_failure;
     return m_handle ? sqlite3_errcode(m_handle.get()) : SQLITE_NOMEM;
 }
 
 std::string SqliteDatabase::Error() const {
+    if (m_failure != SQLITE_OK && !m_failure_text.empty()) return m_failure_text;
     return m_handle ? sqlite3_errmsg(m_handle.get()) : "out of memory";
 }
 

@@ -68,15 +68,20 @@ class SqliteDatabase {
     SqliteDatabase(const std::filesystem::path& file, Opening opening,
                    std::chrono::milliseconds patience = std::chrono::seconds(5));
 
-    /// Code and message of the last failure.
+    /// Code and message of the last failure. After RollBack, of the failure before it, until the next Prepare.
     int ErrorCode() const;
     std::string Error() const;
     /// Number of rows that the last statement changed, and id of the last row that was inserted.
     int Changes() const;
     std::int64_t LastRow() const;
 
-    SqliteStatement Prepare(const char* sql) { return {m_handle.get(), sql}; }
+    SqliteStatement Prepare(const char* sql) {
+        m_failure = 0;
+        return {m_handle.get(), sql};
+    }
     bool Run(const char* sql) { return Prepare(sql).Run(); }
+    /// Ends a transaction without storing its changes, if a failure hasn't ended it already.
+    void RollBack() noexcept;
 
     /// The database as the bytes of a file; empty when there isn't enough memory.
     std::string Bytes() const;
@@ -89,6 +94,9 @@ class SqliteDatabase {
         void operator()(sqlite3* database) const noexcept;
     };
     std::unique_ptr<sqlite3, Close> m_handle;
+    /// The failure before RollBack; the code is 0 for none, the text empty when there was no memory for it.
+    int m_failure = 0;
+    std::string m_failure_text;
 };
 
 /// A transaction, rolled back unless it was committed.
@@ -98,7 +106,7 @@ class SqliteTransaction {
     explicit SqliteTransaction(SqliteDatabase& database, const char* begin = "BEGIN IMMEDIATE")
         : m_database(database), m_open(database.Run(begin)) {}
     ~SqliteTransaction() {
-        if (m_open) m_database.Run("ROLLBACK");
+        if (m_open) m_database.RollBack();
     }
     SqliteTransaction(const SqliteTransaction&) = delete;
     SqliteTransaction& operator=(const SqliteTransaction&) = delete;

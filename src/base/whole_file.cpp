@@ -1,10 +1,12 @@
 #include "base/whole_file.h"
 
-#include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <new>
 #include <stdexcept>
+#include <tuple>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -26,6 +28,13 @@ void SyncDirectory(int directory) noexcept {
     if (readable.IsOpen()) ::fsync(readable.Get());
 }
 
+constexpr mode_t kNewFileMode = 0666;  // less the process's umask
+
+/// Whether the entry itself, not the target of a link, is a regular file.
+bool StatRegular(int directory, const char* name, struct stat& status) noexcept {
+    return ::fstatat(directory, name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(status.st_mode);
+}
+
 std::error_code LastError() noexcept {
     return {errno, std::generic_category()};
 }
@@ -33,39 +42,80 @@ std::error_code LastError() noexcept {
 }  // namespace
 
 UnfinishedFile::UnfinishedFile(const std::filesystem::path& file)
-    : m_own_directory(OpenDirectoryOf(file)),
-      m_directory(m_own_directory.Get()),
-      m_name(file.filename().string()),
-      m_temporary_name(m_name + ".part-" + std::to_string(::getpid())) {
+    : m_own_directory(OpenDirectoryOf(file)), m_directory(m_own_directory.Get()), m_name(file.filename().string()) {
     if (m_own_directory.IsOpen()) Open();
 }
 
 UnfinishedFile::UnfinishedFile(int directory, std::string name, std::string temporary_name)
-    : m_directory(directory), m_name(std::move(name)), m_temporary_name(std::move(temporary_name)) {
+    : m_directory(directory), m_name(std::move(name)), m_requested_name(std::move(temporary_name)) {
+    ::unlinkat(m_directory, m_requested_name.c_str(), 0);
     Open();
 }
 
 UnfinishedFile::~UnfinishedFile() {
     const int error = errno;  // of the failure that the caller is about to report
-    if (m_has_temporary_name) ::unlinkat(m_directory, m_temporary_name.c_str(), 0);
+    if (m_has_temporary_name) ::unlinkat(m_directory, TemporaryName(), 0);
     errno = error;
 }
 
 void UnfinishedFile::Open() noexcept {
-    ::unlinkat(m_directory, m_temporary_name.c_str(), 0);
-    m_file = FileDescriptor(::openat(m_directory, ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, 0666));
+    // Never more open than the file that it replaces.
+    struct stat replaced {};
+    const mode_t mode =
+        StatRegular(m_directory, m_name.c_str(), replaced) ? replaced.st_mode & kNewFileMode : kNewFileMode;
+    m_file = FileDescriptor(::openat(m_directory, ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
     // The three errors of a file system or kernel without nameless files.
     if (m_file.IsOpen() || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return;
-    constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-    m_file = FileDescriptor(::openat(m_directory, m_temporary_name.c_str(), kFlags, 0666));
-    m_has_temporary_name = m_file.IsOpen();
+    m_has_temporary_name = OpenWithTemporaryName(mode);
+}
+
+bool UnfinishedFile::OpenWithTemporaryName(mode_t mode) noexcept {
+    return WithTemporaryName([&](const char* name) {
+        m_file = FileDescriptor(::openat(m_directory, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        return m_file.IsOpen();
+    });
+}
+
+const char* UnfinishedFile::TemporaryName() const noexcept {
+    return m_requested_name.empty() ? m_free_name.data() : m_requested_name.c_str();
+}
+
+/// Calls a function with the requested name, else with names until one is free.
+/// @param attempt  makes a file of that name, or returns false with errno set.
+template <class Attempt>
+bool UnfinishedFile::WithTemporaryName(Attempt attempt) noexcept {
+    if (!m_requested_name.empty()) return attempt(TemporaryName());
+    // More than the names that killed programs with this one's number, or somebody who wants to disturb it, have left.
+    constexpr int kMostAttempts = 1000;
+    static std::atomic<unsigned> next{0};
+    for (int attempts = 0; attempts < kMostAttempts; ++attempts) {
+        std::snprintf(m_free_name.data(), m_free_name.size(), ".zeltrans-%ld-%u.part", static_cast<long>(::getpid()),
+                      next++);
+        if (attempt(m_free_name.data())) return true;
+        if (errno != EEXIST) return false;
+    }
+    return false;
 }
 
 /// Gives the nameless file a name that no file has.
-bool UnfinishedFile::Link(const std::string& name) const noexcept {
+bool UnfinishedFile::Link(const char* name) const noexcept {
     char self[64];
     std::snprintf(self, sizeof self, "/proc/self/fd/%d", m_file.Get());
-    return ::linkat(AT_FDCWD, self, m_directory, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    return ::linkat(AT_FDCWD, self, m_directory, name, AT_SYMLINK_FOLLOW) == 0;
+}
+
+/// Takes over permissions, owner and group of the file that is about to be replaced. Whoever couldn't read that one
+/// can't read this one: without its group, it has no permissions for a group.
+void UnfinishedFile::KeepAccess() const noexcept {
+    struct stat replaced {};
+    struct stat own {};
+    if (!StatRegular(m_directory, m_name.c_str(), replaced) || ::fstat(m_file.Get(), &own) != 0) return;
+    constexpr uid_t kSameUser = static_cast<uid_t>(-1);
+    constexpr gid_t kSameGroup = static_cast<gid_t>(-1);
+    const bool same_group = own.st_gid == replaced.st_gid || ::fchown(m_file.Get(), kSameUser, replaced.st_gid) == 0;
+    ::fchmod(m_file.Get(), replaced.st_mode & (S_IRWXU | S_IRWXO | (same_group ? S_IRWXG : 0)));
+    // Last, since the new owner alone may change permissions. The file stays the caller's if this fails.
+    if (own.st_uid != replaced.st_uid) std::ignore = ::fchown(m_file.Get(), replaced.st_uid, kSameGroup);
 }
 
 bool UnfinishedFile::Sync() noexcept {
@@ -81,13 +131,15 @@ bool UnfinishedFile::Commit(Existing existing) noexcept {
 
 bool UnfinishedFile::TakeName(Existing existing) noexcept {
     if (!m_has_temporary_name) {
-        if (Link(m_name)) return true;
-        if (errno != EEXIST || existing == Existing::kKeep || !Link(m_temporary_name)) return false;
-        m_has_temporary_name = true;
+        if (Link(m_name.c_str())) return true;
+        if (errno != EEXIST || existing == Existing::kKeep) return false;
+        m_has_temporary_name = WithTemporaryName([this](const char* name) { return Link(name); });
+        if (!m_has_temporary_name) return false;
     }
+    if (existing == Existing::kReplace) KeepAccess();
     const bool renamed = existing == Existing::kKeep
-                             ? RenameToNewName(m_directory, m_temporary_name, m_name)
-                             : ::renameat(m_directory, m_temporary_name.c_str(), m_directory, m_name.c_str()) == 0;
+                             ? RenameToNewName(m_directory, TemporaryName(), m_name.c_str())
+                             : ::renameat(m_directory, TemporaryName(), m_directory, m_name.c_str()) == 0;
     m_has_temporary_name = !renamed;
     return renamed;
 }
@@ -110,31 +162,18 @@ void WriteWholeFile(const std::filesystem::path& file, std::string_view bytes) {
     }
 }
 
-bool RenameToNewName(int directory, const std::string& from, const std::string& to) noexcept {
-    if (::renameat2(directory, from.c_str(), directory, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+bool RenameToNewName(int directory, const char* from, const char* to) noexcept {
+    if (::renameat2(directory, from, directory, to, RENAME_NOREPLACE) == 0) return true;
     if (errno != EINVAL) return false;
     // This file system can't rename without replacing. A link is made only under a free name.
-    if (::linkat(directory, from.c_str(), directory, to.c_str(), 0) == 0) {
-        ::unlinkat(directory, from.c_str(), 0);
+    if (::linkat(directory, from, directory, to, 0) == 0) {
+        ::unlinkat(directory, from, 0);
         return true;
     }
     if (errno == EEXIST) return false;
     // It has no links either.
-    if (::faccessat(directory, to.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0) return errno = EEXIST, false;
-    return ::renameat(directory, from.c_str(), directory, to.c_str()) == 0;
-}
-
-std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& file, std::size_t most) {
-    const FileDescriptor descriptor(
-        RetryInterrupted([&] { return ::open(file.c_str(), O_RDONLY | O_NOCTTY | O_CLOEXEC); }));
-    struct stat status {};
-    if (!descriptor.IsOpen() || ::fstat(descriptor.Get(), &status) != 0) throw std::system_error(LastError());
-    std::vector<std::uint8_t> bytes(
-        static_cast<std::size_t>(std::min<std::uint64_t>(static_cast<std::uint64_t>(status.st_size), most)));
-    const std::size_t got = ReadFully(descriptor.Get(), bytes.data(), bytes.size());
-    if (got < bytes.size() && errno != 0) throw std::system_error(LastError());
-    bytes.resize(got);
-    return bytes;
+    if (::faccessat(directory, to, F_OK, AT_SYMLINK_NOFOLLOW) == 0) return errno = EEXIST, false;
+    return ::renameat(directory, from, directory, to) == 0;
 }
 
 }  // namespace zel::base

@@ -1,22 +1,25 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
+#include <array>
 #include <filesystem>
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <vector>
+
+#include <sys/types.h>
 
 #include "base/file_descriptor.h"
 
 namespace zel::base {
 
 /// A file that is being written. It has no name until Commit, so that a killed program leaves nothing behind; on a file
-/// system without nameless files it has a temporary name beside the final one. Without Commit it is removed.
+/// system without nameless files it has a temporary name beside the final one. Without Commit it is removed. A file
+/// that it replaces passes on its permissions, its owner and its group, as far as the system allows.
 class UnfinishedFile {
   public:
-    /// Begins a file in the directory of its path. A failure is visible in IsOpen, with errno set.
+    /// Begins a file in the directory of its path. A failure is visible in IsOpen, with errno set. Its temporary name,
+    /// if it needs one, is one that no file has, and doesn't depend on the file's name, which may have the greatest
+    /// length.
     explicit UnfinishedFile(const std::filesystem::path& file);
 
     /// Begins a file in an open directory.
@@ -51,14 +54,22 @@ class UnfinishedFile {
 
   private:
     void Open() noexcept;
-    bool Link(const std::string& name) const noexcept;
+    bool OpenWithTemporaryName(mode_t mode) noexcept;
+    bool Link(const char* name) const noexcept;
     bool TakeName(Existing existing) noexcept;
+    void KeepAccess() const noexcept;
+    template <class Attempt>
+    bool WithTemporaryName(Attempt attempt) noexcept;
+    const char* TemporaryName() const noexcept;
 
     /// Of a file that was begun by its path.
     FileDescriptor m_own_directory;
     int m_directory;
     std::string m_name;
-    std::string m_temporary_name;
+    /// The one that the caller wants; may be empty.
+    std::string m_requested_name;
+    /// Otherwise the one that was free. No string, since it is found in functions that must not throw.
+    std::array<char, 64> m_free_name{};
     FileDescriptor m_file;
     bool m_has_temporary_name = false;
     bool m_synced = false;
@@ -77,10 +88,6 @@ void WriteWholeFile(const std::filesystem::path& file, std::string_view bytes);
 
 /// Gives a file of a directory a new name, unless another file has it already.
 /// @return false with errno set, EEXIST when the name is taken.
-bool RenameToNewName(int directory, const std::string& from, const std::string& to) noexcept;
-
-/// Reads a file up to `most` bytes.
-/// @throws std::system_error when it can't be opened or read.
-std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& file, std::size_t most);
+bool RenameToNewName(int directory, const char* from, const char* to) noexcept;
 
 }  // namespace zel::base

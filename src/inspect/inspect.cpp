@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "base/whole_file.h"
+#include "base/regular_file.h"
 #include "inspect/font_inspector.h"
 #include "inspect/message_inspector.h"
 #include "inspect/other_files.h"
@@ -52,8 +52,8 @@ FileReport InspectFile(const std::filesystem::path& file) {
     std::error_code error;
     const auto status = std::filesystem::status(file, error);
     if (error) throw std::runtime_error(error.message());
-    if (std::filesystem::is_directory(status)) throw std::runtime_error("a directory, not a file");
-    if (!std::filesystem::is_regular_file(status)) throw std::runtime_error("not a plain file");
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw std::runtime_error(base::OtherFileKind(file) + ", not a file");
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     if (error) throw std::runtime_error(error.message());
     if (size > kLargestFile) throw std::runtime_error("larger than 256 MiB, which no message or font is");

@@ -1,14 +1,33 @@
 #include "base/ordered_workers.h"
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <stdexcept>
 #include <thread>
 
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
+
+namespace {
+
+/// Number of threads that the system still starts; then it has none left.
+std::atomic<int> g_threads_left = 1000;
+
+}  // namespace
+
+// This replaces the system's function.
+extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*work)(void*),
+                              void* argument) {
+    if (g_threads_left-- <= 0) return EAGAIN;
+    static const auto system_function =
+        reinterpret_cast<decltype(&pthread_create)>(::dlsym(RTLD_NEXT, "pthread_create"));
+    return system_function(thread, attributes, work, argument);
+}
 
 namespace zel::test {
 
@@ -59,6 +78,21 @@ TEST_P(Workers, PassResultsOnInTheOrderOfTheJobs) {
     }
     workers.Finish();
     EXPECT_EQ(m_taken, expected);
+}
+
+TEST(OrderedWorkers, GoOnWithTheThreadsThatStart) {
+    for (int started = 0; started <= 5; ++started) {
+        g_threads_left = started;
+        std::vector<int> taken, expected;
+        base::OrderedWorkers<int> workers(4, 2, [&](int result) { taken.push_back(result); });
+        g_threads_left = 1000;
+        for (int n = 0; n < 50; ++n) {
+            workers.Give([n] { return n; });
+            expected.push_back(n);
+        }
+        workers.Finish();
+        EXPECT_EQ(taken, expected) << started;
+    }
 }
 
 TEST_P(Workers, EndWithTheErrorOfAJob) {

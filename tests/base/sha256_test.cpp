@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/whole_file.h"
@@ -11,6 +12,9 @@ namespace zel::test {
 
 namespace {
 
+using testing::HasSubstr;
+using testing::ThrowsMessage;
+
 TEST(Sha256, HasTheKnownValues) {
     const samples_test::ScratchDirectory scratch;
     const std::filesystem::path file = scratch.Path() / "file";
@@ -18,6 +22,21 @@ TEST(Sha256, HasTheKnownValues) {
     base::WriteWholeFile(file, std::string(1000000, 'a'));
     EXPECT_EQ(base::Sha256OfFile(file), "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
     EXPECT_THROW(base::Sha256OfFile(scratch.Path()), std::runtime_error);
+}
+
+TEST(Sha256OfFile, EndsForEveryFile) {
+    const samples_test::ScratchDirectory scratch;
+    const std::filesystem::path sparse = scratch.Path() / "sparse", endless = scratch.Path() / "endless";
+    base::WriteWholeFile(sparse, "x");
+    std::filesystem::resize_file(sparse, base::kLargestHashedFile + 1);
+    EXPECT_THAT([&] { base::Sha256OfFile(sparse); }, ThrowsMessage<std::runtime_error>(HasSubstr("256 MiB")));
+    std::filesystem::create_symlink("/dev/zero", endless);
+    EXPECT_THAT([&] { base::Sha256OfFile(endless); }, ThrowsMessage<std::runtime_error>(HasSubstr("a device")));
+    std::filesystem::resize_file(sparse, base::kLargestHashedFile);
+    int asked = 0;
+    EXPECT_THAT([&] { base::Sha256OfFile(sparse, [&] { return ++asked == 3; }); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("stopped")));
+    EXPECT_EQ(asked, 3);
 }
 
 }  // namespace

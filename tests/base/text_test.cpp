@@ -4,6 +4,7 @@
 
 #include "base/field_text.h"
 #include "base/fold_case.h"
+#include "base/terminal_text.h"
 #include "base/text_columns.h"
 #include "base/utf8.h"
 
@@ -24,6 +25,26 @@ TEST(Numbers, AreFilledGroupedAndCounted) {
     EXPECT_EQ(base::Counted(1, "row"), "1 row");
     EXPECT_EQ(base::Counted(0, "row"), "0 rows");
     EXPECT_EQ(base::Counted(2, "entry", "entries"), "2 entries");
+}
+
+TEST(TerminalText, ShowsTheCodesOfWhatActsOnATerminalOrOnOtherCharacters) {
+    struct Case {
+        std::string_view text, shown;
+    };
+    const Case cases[] = {
+        {"C:\\A caf\xC3\xA9 \xE6\x97\xA5", "C:\\A caf\xC3\xA9 \xE6\x97\xA5"},
+        {std::string_view("\0\t\n\r\x1B\x7F", 6), "\\x00\\x09\\x0A\\x0D\\x1B\\x7F"},
+        {"\xC2\x9B\x9B\xC3", "\\u009B\\x9B\\xC3"},
+        {"\xE2\x80\xAE\xE2\x80\xA8\xEF\xBB\xBF", "\\u202E\\u2028\\uFEFF"},
+        {"\xF3\xA0\x80\x81\xF0\x9F\x98\x80", "\\U000E0001\xF0\x9F\x98\x80"},
+        {"\xED\xA0\x80", "\\xED\\xA0\\x80"},
+        {"", ""},
+    };
+    for (const Case& row : cases) {
+        EXPECT_EQ(base::TerminalText(row.text), row.shown);
+        EXPECT_EQ(base::TerminalText(row.shown), row.shown);
+    }
+    EXPECT_EQ(base::TerminalLines("a\r\nb\x07\n"), "a\\x0D\nb\\x07\n");
 }
 
 TEST(FoldedCase, IsThatOfAsciiLettersAlone) {

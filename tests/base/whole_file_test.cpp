@@ -1,6 +1,8 @@
 #include "base/whole_file.h"
 
 #include <cerrno>
+#include <csignal>
+#include <cstdarg>
 #include <stdexcept>
 #include <utility>
 
@@ -9,8 +11,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include "base/regular_file.h"
 #include "samples/scratch_directory.h"
 
 namespace {
@@ -43,7 +47,11 @@ bool Interrupted() {
 // These replace the system's functions.
 extern "C" int openat(int directory, const char* name, int flags, ...) {
     if ((flags & O_TMPFILE) == O_TMPFILE && g_nameless_error != 0) return errno = g_nameless_error, -1;
-    return static_cast<int>(syscall(SYS_openat, directory, name, flags, 0666));
+    va_list more;
+    va_start(more, flags);
+    const auto mode = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE ? va_arg(more, mode_t) : mode_t{0};
+    va_end(more);
+    return static_cast<int>(syscall(SYS_openat, directory, name, flags, mode));
 }
 extern "C" ssize_t read(int descriptor, void* buffer, size_t size) {
     return Interrupted() ? -1 : syscall(SYS_read, descriptor, buffer, Piece(size));
@@ -145,6 +153,57 @@ TEST_P(WholeFile, IsGoneWithoutCommit) {
     EXPECT_THAT(Names(), ElementsAre());
 }
 
+TEST_P(WholeFile, KeepsThePermissionsOfTheOneBefore) {
+    const mode_t mask = ::umask(022);
+    const auto mode = [this] {
+        struct stat status {};
+        ::stat(m_file.c_str(), &status);
+        return status.st_mode & 07777;
+    };
+    base::WriteWholeFile(m_file, "x");
+    EXPECT_EQ(mode(), mode_t{0644});
+    for (const mode_t kept : {0600, 0640, 0664, 0755, 0400}) {
+        ASSERT_EQ(::chmod(m_file.c_str(), kept), 0);
+        base::WriteWholeFile(m_file, "y");
+        EXPECT_EQ(mode(), kept);
+    }
+    ::umask(mask);
+}
+
+TEST_P(WholeFile, CanHaveTheLongestName) {
+    m_file = m_scratch.Path() / std::string(255, 'n');
+    base::WriteWholeFile(m_file, "first");
+    base::WriteWholeFile(m_file, "second");
+    EXPECT_EQ(ReadAll(m_file), "second");
+}
+
+/// Links that somebody has put under the names that a draft could have next.
+TEST_P(WholeFile, FollowsNoLinkUnderATemporaryName) {
+    base::WriteWholeFile(m_file, "old");
+    base::WriteWholeFile(m_scratch.Path() / "target", "kept");
+    for (unsigned n = 0; n < 200; ++n) {
+        const std::string name = ".zeltrans-" + std::to_string(::getpid()) + "-" + std::to_string(n) + ".part";
+        std::filesystem::create_symlink("target", m_scratch.Path() / name);
+    }
+    const std::size_t names = Names().size();
+    base::WriteWholeFile(m_file, "new");
+    EXPECT_EQ(ReadAll(m_file), "new");
+    EXPECT_EQ(ReadAll(m_scratch.Path() / "target"), "kept");
+    EXPECT_EQ(Names().size(), names);
+}
+
+TEST_P(WholeFile, LeavesNothingOfAKilledProgram) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        base::UnfinishedFile file(m_file);
+        file.Write("half");
+        ::raise(SIGKILL);
+    }
+    ::waitpid(child, nullptr, 0);
+    // Without nameless files it can't be helped.
+    EXPECT_EQ(Names().size(), GetParam() == 0 ? 0U : 1U);
+}
+
 TEST_P(WholeFile, KeepsAnotherFileOfItsNameIfAsked) {
     const auto write = [this](const char* text) {
         base::UnfinishedFile file(m_file);
@@ -167,12 +226,6 @@ TEST_P(WholeFile, IsWrittenAndReadThroughInterruptsAndShortCalls) {
     g_in_pieces = false;
     EXPECT_EQ(std::string(back.begin(), back.end()), bytes);
     EXPECT_EQ(base::ReadFileBytes(m_file, 4).size(), 4U);
-}
-
-TEST(ReadFileBytes, ThrowsTheSystemsReason) {
-    EXPECT_THROW(base::ReadFileBytes("/", 1), std::system_error);
-    EXPECT_THAT([] { base::ReadFileBytes("/no such file", 1); },
-                ThrowsMessage<std::system_error>(HasSubstr("No such file or directory")));
 }
 
 }  // namespace

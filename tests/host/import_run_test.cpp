@@ -1,10 +1,12 @@
 #include "host/run/import_run.h"
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "host/host_disk.h"
 #include "host/trace.h"
@@ -246,6 +248,8 @@ TEST_P(FailedImport, NamesTheFileAndTheReason) {
     samples::Bytes bytes = samples::WriteMessage(OneRow("A"));
     samples::WriteWholeFile(Path("MESSAGES/.0008"), std::span(bytes).first(140));
     samples::WriteWholeFile(Path("MESSAGES/.0007"), samples::WriteRgbaFile(703, {}));
+    mkfifo(Path("MESSAGES/.0009").c_str(), 0600);
+    std::filesystem::create_symlink("/dev/zero", Path("MESSAGES/.0010"));
     m_request.message = Path(GetParam().message);
     for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
         m_request.mode = mode;
@@ -267,6 +271,8 @@ INSTANTIATE_TEST_SUITE_P(
                     FailureCase{"a_font_file", "MESSAGES/.0005", 4, "not a message file but a font file"},
                     FailureCase{"a_file_of_few_bytes", "MESSAGES/.0006", 4, "ends within its first header"},
                     FailureCase{"a_file_cut_short", "MESSAGES/.0008", 4, "zeltrans info"},
+                    FailureCase{"a_pipe", "MESSAGES/.0009", 4, "a pipe, not a message file"},
+                    FailureCase{"an_endless_file", "MESSAGES/.0010", 4, "a device, not a message file"},
                     FailureCase{"a_foreign_type", "MESSAGES/.0007", 4, "its type is 703"}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "base/sha256.h"
+#include "base/whole_file.h"
+#include "host/recorder/source_files.h"
+#include "samples/scratch_directory.h"
+
 namespace zel::test {
 
 namespace {
@@ -34,6 +39,23 @@ TEST(RangesWithout, IgnoreNumbersOutsideTheRange) {
     ASSERT_EQ(ranges.size(), 1U);
     EXPECT_EQ(ranges[0].first + "-" + ranges[0].last, "3-7");
     EXPECT_TRUE(recorder::RangesWithout({}, 5, 4).empty());
+}
+
+TEST(Sources, WithoutAChecksumAreNeverUnchanged) {
+    const samples_test::ScratchDirectory scratch;
+    const std::string file = scratch.Path() / "file";
+    base::WriteWholeFile(file, "x");
+    std::filesystem::resize_file(file, base::kLargestHashedFile + 1);
+    recorder::FileDigests digests;
+    const library::SourceFile source = digests.Of(file);
+    EXPECT_EQ(source.sha256, "");
+    EXPECT_FALSE(recorder::AreUnchanged({source}, "", digests));
+    EXPECT_TRUE(recorder::AreUnchanged({digests.Of(file + " missing")}, "", digests));
+
+    base::WriteWholeFile(file, "x");
+    recorder::FileDigests stopped([] { return true; });
+    EXPECT_EQ(stopped.Of(file).sha256, "");
+    EXPECT_FALSE(recorder::AreUnchanged({stopped.Of(file)}, "", digests));
 }
 
 }  // namespace

@@ -4,12 +4,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/system/types.h"
 #include "host/settings/sqlite_settings_store.h"
 #include "platform/script/memory_settings_store.h"
+#include "platform/system/types.h"
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
 
@@ -179,6 +180,39 @@ TEST_F(StoredSettings, CanBeListedAndDeleted) {
         EXPECT_EQ(store->ProfileEntries().size(), 2u);
         EXPECT_EQ(store->ValueNames("K"), (std::vector<std::string>{"Y"}));
     }
+}
+
+TEST_F(StoredSettings, AreGoneFromTheFilesOnceRemovedOrReplaced) {
+    const auto stored = [this] {
+        return samples_test::ReadAll(File()) + samples_test::ReadAll(File().string() + "-wal");
+    };
+    settings::SqliteSettingsStore store(m_directory);
+    store.CreateKey("K");
+    store.SetProfileText("S", "Removed", "the first secret");
+    store.SetProfileText("S", "Replaced", "the second secret");
+    store.SetValue("K", "Removed",
+                   {1, {'t', 'h', 'e', ' ', 't', 'h', 'i', 'r', 'd', ' ', 's', 'e', 'c', 'r', 'e', 't'}});
+    EXPECT_THAT(stored(), HasSubstr("the first secret"));
+    EXPECT_TRUE(store.DeleteProfileEntry("S", "Removed"));
+    EXPECT_TRUE(store.SetProfileText("S", "Replaced", ""));
+    EXPECT_TRUE(store.DeleteValue("K", "Removed"));
+    EXPECT_THAT(stored(), testing::Not(HasSubstr("secret")));
+}
+
+TEST_F(StoredSettings, AreClosedToOtherUsersAlsoWhenTheyWereNot) {
+    const auto mode = [](const std::filesystem::path& path) {
+        struct stat status {};
+        stat(path.c_str(), &status);
+        return status.st_mode & 0777;
+    };
+    { settings::SqliteSettingsStore(m_directory).SetProfileInt("S", "E", 1); }
+    EXPECT_EQ(mode(m_directory), mode_t{0700});
+    const std::filesystem::path log = File().string() + "-wal";
+    for (const auto& file : {File(), log}) chmod(file.c_str(), 0644);
+    settings::SqliteSettingsStore store(m_directory);
+    EXPECT_EQ(store.GetProfileInt("S", "E"), 1);
+    EXPECT_EQ(mode(File()), mode_t{0600});
+    EXPECT_EQ(mode(log), mode_t{0600});
 }
 
 TEST_F(StoredSettings, ReplaceADamagedFile) {

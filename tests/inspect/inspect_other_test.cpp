@@ -89,7 +89,7 @@ TEST(InspectFile, ReadsAFileAndSaysWhyItCannot) {
     };
     EXPECT_EQ(why(directory / "none"), "No such file or directory");
     EXPECT_EQ(why(directory), "a directory, not a file");
-    EXPECT_EQ(why("/dev/null"), "not a plain file");
+    EXPECT_EQ(why("/dev/null"), "a device, not a file");
 }
 
 }  // namespace

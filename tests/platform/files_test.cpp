@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A directory with DISK/MESSAGES/.0012, DISK/MESSAGES/Promo and a FIFO, mounted as drive D.
+/// A directory with DISK/MESSAGES/.0012, DISK/MESSAGES/Promo a FIFO and a socket, mounted as drive D.
 class Files : public testing::Test {
   protected:
     void SetUp() override {
@@ -27,6 +27,7 @@ class Files : public testing::Test {
         Write("DISK/MESSAGES/.0012", "message twelve");
         Write("DISK/MESSAGES/Promo", "promo");
         ::mkfifo((m_root / "DISK/pipe").c_str(), 0600);
+        ::mknod((m_root / "DISK/socket").c_str(), S_IFSOCK | 0600, 0);
         system::MountDrive('D', (m_root / "DISK").string() + "/");
     }
     void TearDown() override {
@@ -80,6 +81,7 @@ TEST_F(Files, SayWhyTheyDoNotOpen) {
     EXPECT_EQ(Content("D:\\MESSAGES\\.0012\\x"), "error 2");
     EXPECT_EQ(Content("D:\\MESSAGES"), "error 5");
     EXPECT_EQ(Content("D:\\pipe"), "error 5");
+    EXPECT_EQ(Content("D:\\socket"), "error 5");
     EXPECT_EQ(Content("Q:\\MESSAGES\\.0012"), "error 3");
     EXPECT_EQ(Content(""), "error 3");
     EXPECT_EQ(Content("D:\\" + std::string(257, 'x')), "error 206");

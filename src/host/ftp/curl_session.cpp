@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <ctime>
 #include <memory>
@@ -148,6 +149,8 @@ class CurlSession : public FtpSession {
     std::string LoginDirectory() const override { return m_login_directory; }
 
   private:
+    using Clock = std::chrono::steady_clock;
+
     static std::string TimeText(std::time_t time) {
         std::tm parts{};
         char text[32] = {};
@@ -157,6 +160,7 @@ class CurlSession : public FtpSession {
 
     static std::size_t OnBytes(char* bytes, std::size_t /*one*/, std::size_t count, void* self) {
         auto& session = *static_cast<CurlSession*>(self);
+        session.m_last_data = Clock::now();
         if (session.m_receiver == nullptr) return count;
         const bool accepted = (*session.m_receiver)({reinterpret_cast<const std::uint8_t*>(bytes), count});
         if (!accepted) session.m_stopped = true;
@@ -262,9 +266,16 @@ class CurlSession : public FtpSession {
         return ResultOf(code, reply);
     }
 
+    // Longest time without data. libcurl's own limits begin again with each line of a reply, so a server could hold the
+    // connection for ever with a reply that never ends.
+    std::chrono::seconds LongestSilence() const {
+        return std::chrono::seconds(m_options.connect_seconds) + 2 * std::chrono::seconds(m_options.stall_seconds);
+    }
+
     // The loop of curl_easy_perform waits for a second if the reply to the data connection comes immediately.
     CURLcode Transfer() {
         constexpr int kWaitMilliseconds = 20;
+        m_last_data = Clock::now();
         if (curl_multi_add_handle(m_multi, m_curl) != CURLM_OK) return CURLE_OUT_OF_MEMORY;
         CURLcode code = CURLE_FAILED_INIT;
         for (int running = 1; running != 0;) {
@@ -272,6 +283,10 @@ class CurlSession : public FtpSession {
             int left = 0;
             if (const CURLMsg* message = curl_multi_info_read(m_multi, &left)) {
                 code = message->data.result;
+                break;
+            }
+            if (Clock::now() - m_last_data > LongestSilence()) {
+                code = CURLE_OPERATION_TIMEDOUT;
                 break;
             }
             if (running != 0) curl_multi_poll(m_multi, nullptr, 0, kWaitMilliseconds, nullptr);
@@ -282,6 +297,7 @@ class CurlSession : public FtpSession {
 
     ServerOptions m_options;
     Cancelled m_cancelled;
+    Clock::time_point m_last_data;
     CURL* m_curl;
     CURLM* m_multi;  // owns the connection
     const Receiver* m_receiver = nullptr;

@@ -144,7 +144,12 @@ class Fetcher {
             if (m_observer.Cancelled()) return;
             if (!FetchInto(m_messages, entry) || !m_request.fonts) continue;
             const auto bytes = m_messages.local->Read(entry.name, m_request.file_limit);
-            if (bytes) m_fonts.merge(FontsOf(*bytes));
+            if (bytes) {
+                m_fonts.merge(FontsOf(*bytes));
+            } else {
+                m_observer.OnNote(m_messages.shown + entry.name +
+                                  ": the local file can't be read back, so the fonts that it uses aren't known");
+            }
         }
     }
 

@@ -35,7 +35,8 @@ struct ServerOptions {
     std::string certificates;
     /// For connecting, and in active mode for the server's data connection.
     int connect_seconds = 15;
-    /// Without a reply, or at less than kMinBytesPerSecond.
+    /// Without a reply, or at less than kMinBytesPerSecond. A request without any data, whatever lines the server
+    /// sends, ends after connect_seconds and twice this time.
     int stall_seconds = 30;
 };
 inline constexpr int kMinBytesPerSecond = 10;

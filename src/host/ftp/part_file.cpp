@@ -69,7 +69,7 @@ std::vector<std::uint8_t> PartFile::Tail(std::size_t count) const {
 void PartFile::Finish(bool overwrite) {
     if (fsync(m_file.Get()) != 0) Fail("cannot write");
     const bool renamed = overwrite ? renameat(m_directory, m_part_name.c_str(), m_directory, m_name.c_str()) == 0
-                                   : base::RenameToNewName(m_directory, m_part_name, m_name);
+                                   : base::RenameToNewName(m_directory, m_part_name.c_str(), m_name.c_str());
     if (!renamed) Fail("cannot rename");
     fsync(m_directory);
 }

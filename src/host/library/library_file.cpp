@@ -10,6 +10,7 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include "base/regular_file.h"
 #include "base/whole_file.h"
 #include "host/library/library_schema.h"
 
@@ -104,12 +105,12 @@ LibraryFile::LibraryFile(const fs::path& file, Access access, std::chrono::milli
 
 void LibraryFile::CheckHeader() const {
     // Checked before SQLite opens the file, since opening may write to it.
-    std::error_code error;
-    if (fs::is_directory(m_path, error)) Fail("it is a directory, not a library");
+    const std::string other_kind = base::OtherFileKind(m_path);
+    if (!other_kind.empty()) Fail("it is " + other_kind + ", not a library");
     std::vector<std::uint8_t> header;
     try {
         header = base::ReadFileBytes(m_path, kHeaderSize);
-    } catch (const std::system_error& failure) {
+    } catch (const std::runtime_error& failure) {
         Fail(std::string("the library can't be opened: ") + failure.what());
     }
     constexpr char kMagic[] = "SQLite format 3";

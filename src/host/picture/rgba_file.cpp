@@ -1,13 +1,10 @@
 #include "host/picture/rgba_file.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
+#include "base/regular_file.h"
 #include "module/contract/records/psos_header.h"
 #include "module/font/format/stored_glyph.h"
 #include "module/message/format/convert_headers.h"
@@ -17,8 +14,8 @@ namespace zel::picture {
 namespace {
 
 /// Bytes of a file with the largest picture.
-constexpr std::uintmax_t kLargestRgbaFile =
-    sizeof(tag_psos_header) + font::kStoredGlyphHeadSize + std::uintmax_t{4} * kLargestRgbaSide * kLargestRgbaSide;
+constexpr std::size_t kLargestRgbaFile =
+    sizeof(tag_psos_header) + font::kStoredGlyphHeadSize + std::size_t{4} * kLargestRgbaSide * kLargestRgbaSide;
 
 RgbaPicture Failure(std::string reason) {
     return {std::nullopt, std::move(reason)};
@@ -65,15 +62,12 @@ RgbaPicture ConvertRgbaFile(std::span<const std::uint8_t> file) {
 }
 
 RgbaPicture ReadRgbaFile(const std::string& path) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error) return Failure("the picture can't be read: " + error.message());
-    errno = 0;
-    std::ifstream in(path, std::ios::binary);
-    // Bytes after the largest possible picture are ignored.
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(std::min(size, kLargestRgbaFile)));
-    in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (!in) return Failure("the picture can't be read: " + std::generic_category().message(errno != 0 ? errno : EIO));
+    std::vector<std::uint8_t> bytes;
+    try {
+        bytes = base::ReadFileBytes(path, kLargestRgbaFile);  // any further bytes are ignored
+    } catch (const std::runtime_error& error) {
+        return Failure(std::string("the picture can't be read: ") + error.what());
+    }
     return ConvertRgbaFile(bytes);
 }
 

@@ -36,7 +36,7 @@ library::SourceFile FileDigests::Of(const std::string& path) {
     }
     library::SourceFile file{path, std::nullopt, size, {}};
     try {
-        file.sha256 = base::Sha256OfFile(path);
+        file.sha256 = base::Sha256OfFile(path, m_stop);
     } catch (const std::runtime_error&) {
         return file;
     }
@@ -66,7 +66,8 @@ std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& messag
 bool AreUnchanged(const std::vector<library::SourceFile>& sources, const std::string& font_directory,
                   FileDigests& digests) {
     return !sources.empty() && std::ranges::all_of(sources, [&](const library::SourceFile& source) {
-        if (digests.Of(source.path).sha256 != source.sha256) return false;
+        const library::SourceFile now = digests.Of(source.path);
+        if (now.sha256 != source.sha256 || (now.sha256.empty() && now.size + source.size != 0)) return false;
         // A font from another directory is outdated if the font directory contains one by now.
         const std::string expected = source.font_number ? FontPath(font_directory, *source.font_number) : source.path;
         return expected == source.path || digests.Of(expected).sha256.empty();

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/document/message_record.h"
@@ -15,7 +17,11 @@ namespace zel::recorder {
 /// several threads.
 class FileDigests {
   public:
-    /// The file at a path; without a checksum when it is missing or can't be read.
+    /// @param stop  asked while a file is read; once it returns true, files have no checksum. May be empty.
+    explicit FileDigests(std::function<bool()> stop = {}) : m_stop(std::move(stop)) {}
+
+    /// The file at a path; without a checksum when it is missing, can't be read, is larger than
+    /// base::kLargestHashedFile or isn't a regular file. Size 0 when it is missing or isn't a regular file.
     /// @param path  absolute, this system's.
     library::SourceFile Of(const std::string& path);
 
@@ -24,6 +30,7 @@ class FileDigests {
         std::filesystem::file_time_type changed;
         library::SourceFile file;
     };
+    const std::function<bool()> m_stop;
     std::mutex m_mutex;
     std::map<std::string, Known> m_known;
 };
@@ -34,7 +41,8 @@ class FileDigests {
 std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& message, const std::string& font_directory,
                                            FileDigests& digests);
 
-/// Whether these files are still the same, and missing ones still missing.
+/// Whether these files are still the same, and missing ones still missing. A file without a checksum that isn't missing
+/// counts as changed.
 bool AreUnchanged(const std::vector<library::SourceFile>& sources, const std::string& font_directory,
                   FileDigests& digests);
 

@@ -37,6 +37,7 @@ std::string MessageError(const ImportPaths& paths) {
 
 std::string LoadError(const ImportPaths& paths, const ImportOutcome& outcome) {
     if (!outcome.boxes.empty()) return host::OneLine(outcome.boxes.back().text);
+    if (std::string error = OpenError("message", paths.message); !error.empty()) return error;
     const std::optional<std::uint32_t> type = FileType(system::NativePath(paths.message.c_str()));
     return ContentError("message", type && IsRgbaFileType(*type) ? kMessageFileType : type);
 }

@@ -1,11 +1,11 @@
 #include "host/run/file_error.h"
 
-#include <array>
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
+#include <stdexcept>
 #include <system_error>
+#include <vector>
 
+#include "base/regular_file.h"
 #include "module/contract/records/psos_header.h"
 #include "platform/system/files.h"
 
@@ -20,19 +20,26 @@ std::string OpenError(const std::string& kind, const std::string& module_path) {
     const std::string path = system::NativePath(module_path.c_str());
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
-    if (std::filesystem::is_directory(status)) return "a directory, not a " + kind + " file";
     if (!std::filesystem::exists(status)) return "there is no such " + kind + " file";
-    errno = 0;
-    if (std::ifstream(path)) return {};
-    return "the " + kind + " file can't be opened: " + std::generic_category().message(errno);
+    if (!std::filesystem::is_regular_file(status)) return base::OtherFileKind(path) + ", not a " + kind + " file";
+    try {
+        base::OpenRegularFile(path);
+    } catch (const std::runtime_error& failure) {
+        return "the " + kind + " file can't be opened: " + failure.what();
+    }
+    return {};
 }
 
 std::optional<std::uint32_t> FileType(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::array<char, sizeof(tag_psos_header)> bytes{};
-    if (!file.read(bytes.data(), bytes.size())) return std::nullopt;
+    std::vector<std::uint8_t> bytes;
+    try {
+        bytes = base::ReadFileBytes(path, sizeof(tag_psos_header));
+    } catch (const std::runtime_error&) {
+        return std::nullopt;
+    }
+    if (bytes.size() < sizeof(tag_psos_header)) return std::nullopt;
     std::uint32_t type = 0;
-    for (std::size_t byte = 0; byte < sizeof type; ++byte) type = type << 8 | static_cast<unsigned char>(bytes[byte]);
+    for (std::size_t byte = 0; byte < sizeof type; ++byte) type = type << 8 | bytes[byte];
     return type;
 }
 

@@ -17,7 +17,7 @@ std::string TooLong(std::size_t length);
 /// @param module_path  absolute, in the module's form.
 std::string OpenError(const std::string& kind, const std::string& module_path);
 
-/// The type in a file's first header; empty when the file ends within it.
+/// The type in a file's first header; empty when the file ends within it or isn't a readable regular file.
 /// @param path  this system's.
 std::optional<std::uint32_t> FileType(const std::string& path);
 

@@ -1,9 +1,14 @@
 #include "host/settings/settings_database.h"
 
 #include <chrono>
+#include <string>
 #include <thread>
 
+#include <fcntl.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
+
+#include "base/file_descriptor.h"
 
 namespace zel::settings {
 
@@ -26,17 +31,40 @@ bool IsDamage(int result) noexcept {
     return (result & 0xFF) == SQLITE_NOTADB || (result & 0xFF) == SQLITE_CORRUPT;
 }
 
+/// Creates the file if it is missing, and takes permissions for other users from it and its log. A failure is visible
+/// when the file is opened. An existing file isn't opened here: closing it would end the locks of this process.
+const std::filesystem::path& ClosedToOthers(const std::filesystem::path& file) {
+    constexpr mode_t kOthers = S_IRWXG | S_IRWXO;
+    // SQLite would use the process's umask. It gives a log the permissions of its file.
+    constexpr int kNewAlone = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+    const base::FileDescriptor made(::open(file.c_str(), kNewAlone, S_IRUSR | S_IWUSR));
+    if (made.IsOpen()) return file;
+    for (const char* part : {"", "-wal", "-shm"}) {
+        const std::string name = file.string() + part;
+        struct stat status {};
+        const bool found = ::stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+        if (found && (status.st_mode & kOthers) != 0) ::chmod(name.c_str(), status.st_mode & S_IRWXU);
+    }
+    return file;
+}
+
 }  // namespace
 
 SettingsDatabase::SettingsDatabase(const std::filesystem::path& file)
-    : base::SqliteDatabase(file, Opening::kMake), m_state(Check()) {}
+    : base::SqliteDatabase(ClosedToOthers(file), Opening::kMake), m_state(Check()) {}
+
+bool SettingsDatabase::EmptyLog() {
+    base::SqliteStatement checkpoint = Prepare("PRAGMA wal_checkpoint(TRUNCATE)");
+    return checkpoint.Next() && checkpoint.Int(0) == 0;
+}
 
 SettingsDatabase::State SettingsDatabase::Check() {
     if (ErrorCode() != SQLITE_OK) return State::kUnusable;
     // A write-ahead log waits for the disk once per write, a rollback journal three times. The log remains when the
     // file is closed; the next program that opens the file continues it.
     sqlite3_db_config(Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-    bool good = UseWriteAheadLog() && Run("PRAGMA synchronous = FULL");
+    // Deleted bytes are overwritten with zeros.
+    bool good = UseWriteAheadLog() && Run("PRAGMA synchronous = FULL") && Run("PRAGMA secure_delete = ON");
     {
         base::SqliteStatement check = Prepare("PRAGMA quick_check(1)");
         const bool answered = good && check.Next();

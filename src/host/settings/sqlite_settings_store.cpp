@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "base/file_descriptor.h"
@@ -38,6 +39,18 @@ std::filesystem::path FreeName(const std::filesystem::path& file) {
     }
 }
 
+/// Creates the directory if it is missing. A new one, and the user's own one, are closed to other users.
+std::error_code MakeDirectory(const std::filesystem::path& directory) {
+    std::error_code error;
+    const std::filesystem::path plain = directory.has_filename() ? directory : directory.parent_path();
+    if (plain.has_parent_path()) std::filesystem::create_directories(plain.parent_path(), error);
+    if (error) return error;
+    if (::mkdir(plain.c_str(), S_IRWXU) != 0 && directory == SqliteSettingsStore::UserDirectory())
+        ::chmod(plain.c_str(), S_IRWXU);
+    std::filesystem::create_directories(directory, error);  // reports what is in its place
+    return error;
+}
+
 std::string ParentKey(const std::string& key) {
     const std::size_t cut = key.rfind('\\');
     return cut == std::string::npos ? std::string() : key.substr(0, cut);
@@ -58,21 +71,30 @@ bool HasKey(SettingsDatabase& database, const std::string& key) {
 
 SqliteSettingsStore::SqliteSettingsStore(std::filesystem::path directory) : m_directory(std::move(directory)) {}
 
-SqliteSettingsStore::~SqliteSettingsStore() = default;
+SqliteSettingsStore::~SqliteSettingsStore() {
+    if (m_log_has_removed) EraseRemoved();
+}
+
+void SqliteSettingsStore::EraseRemoved() {
+    m_log_has_removed = !m_database->EmptyLog();
+}
 
 std::filesystem::path SqliteSettingsStore::UserDirectory() {
     const char* config = std::getenv("XDG_CONFIG_HOME");
     if (config != nullptr && config[0] == '/') return std::filesystem::path(config) / "zeltrans";
     const char* home = std::getenv("HOME");
-    return std::filesystem::path(home != nullptr && home[0] != '\0' ? home : ".") / ".config" / "zeltrans";
+    if (home == nullptr || home[0] != '/') return {};
+    return std::filesystem::path(home) / ".config" / "zeltrans";
 }
 
 SettingsDatabase* SqliteSettingsStore::Open() {
     if (std::exchange(m_tried, true)) return m_database.get();
     const std::filesystem::path file = m_directory / kFileName;
-    std::error_code error;
-    std::filesystem::create_directories(m_directory, error);
-    if (error) {
+    if (m_directory.empty()) {
+        m_note = "settings can't be stored: neither XDG_CONFIG_HOME nor HOME is an absolute path";
+        return nullptr;
+    }
+    if (const std::error_code error = MakeDirectory(m_directory)) {
         m_note = file.string() + ": settings can't be stored: " + error.message();
         return nullptr;
     }
@@ -108,6 +130,12 @@ bool SqliteSettingsStore::NoteUnlessStored(bool stored, const SettingsDatabase* 
     return stored;
 }
 
+bool SqliteSettingsStore::IsRemoved(base::SqliteStatement& removal, SettingsDatabase& database) {
+    if (!NoteUnlessStored(removal.Run(), &database) || database.Changes() != 1) return false;
+    EraseRemoved();
+    return true;
+}
+
 std::optional<int> SqliteSettingsStore::GetProfileInt(const std::string& section, const std::string& entry) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return std::nullopt;
@@ -134,11 +162,14 @@ bool SqliteSettingsStore::SetProfileInt(const std::string& section, const std::s
 
 bool SqliteSettingsStore::SetProfileText(const std::string& section, const std::string& entry,
                                          const std::string& text) {
-    if (GetProfileText(section, entry) == text) return true;
+    const std::optional<std::string> replaced = GetProfileText(section, entry);
+    if (replaced == text) return true;
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto write = database->Prepare("REPLACE INTO profile (section, entry, text) VALUES (?, ?, ?)");
-    return NoteUnlessStored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database);
+    if (!NoteUnlessStored(write.Bind(section).Bind(entry).BindBytes(text).Run(), database)) return false;
+    if (replaced && !replaced->empty()) EraseRemoved();
+    return true;
 }
 
 std::vector<seam::ProfileEntry> SqliteSettingsStore::ProfileEntries() {
@@ -158,7 +189,7 @@ bool SqliteSettingsStore::DeleteProfileEntry(const std::string& section, const s
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto gone = database->Prepare("DELETE FROM profile WHERE section = ? AND entry = ?");
-    return NoteUnlessStored(gone.Bind(section).Bind(entry).Run(), database) && database->Changes() == 1;
+    return IsRemoved(gone.Bind(section).Bind(entry), *database);
 }
 
 bool SqliteSettingsStore::KeyExists(const std::string& key) {
@@ -192,7 +223,9 @@ bool SqliteSettingsStore::DeleteKey(const std::string& key) {
                       database->Prepare("DELETE FROM registry_value WHERE path = ?").Bind(key).Run() &&
                       database->Prepare("DELETE FROM registry_key WHERE path = ?").Bind(key).Run();
     if (gone && database->Changes() == 0) return false;
-    return NoteUnlessStored(gone && transaction.Commit(), database);
+    if (!NoteUnlessStored(gone && transaction.Commit(), database)) return false;
+    EraseRemoved();
+    return true;
 }
 
 std::optional<seam::RegistryValue> SqliteSettingsStore::GetValue(const std::string& key, const std::string& name) {
@@ -232,7 +265,7 @@ bool SqliteSettingsStore::DeleteValue(const std::string& key, const std::string&
     SettingsDatabase* database = Open();
     if (database == nullptr) return false;
     auto gone = database->Prepare("DELETE FROM registry_value WHERE path = ? AND name = ?");
-    return NoteUnlessStored(gone.Bind(key).Bind(name).Run(), database) && database->Changes() == 1;
+    return IsRemoved(gone.Bind(key).Bind(name), *database);
 }
 
 }  // namespace zel::settings

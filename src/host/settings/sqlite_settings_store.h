@@ -7,19 +7,26 @@
 
 #include "platform/seam/settings_store.h"
 
+namespace zel::base {
+class SqliteStatement;
+}
+
 namespace zel::settings {
 
 class SettingsDatabase;
 
 /// Settings in one SQLite file, settings.sqlite with its log beside it, in a directory that is created if it is
-/// missing. Each write is on the disk, and visible to other processes, when the call returns; a crash leaves the values
-/// from before or after it. The first call opens the file. A damaged file is renamed and a new one is created.
+/// missing, and closed to other users. What is removed or replaced is gone from the file and the log, too, unless
+/// another program is reading them at that moment. Each write is on the disk, and visible to other processes, when the
+/// call returns; a crash leaves the values from before or after it. The first call opens the file. A damaged file is
+/// renamed and a new one is created.
 class SqliteSettingsStore : public seam::SettingsStore {
   public:
     explicit SqliteSettingsStore(std::filesystem::path directory);
     ~SqliteSettingsStore() override;
 
-    /// The user's directory: zeltrans below $XDG_CONFIG_HOME, or below .config of the home directory.
+    /// The user's directory: zeltrans below $XDG_CONFIG_HOME, or below .config of the home directory. Empty if neither
+    /// is an absolute path; a store in an empty path stores nothing.
     static std::filesystem::path UserDirectory();
 
     /// Whether the file can be read and written. Opens it.
@@ -48,10 +55,15 @@ class SqliteSettingsStore : public seam::SettingsStore {
     SettingsDatabase* Open();
     std::unique_ptr<SettingsDatabase> ReplaceDamaged(const std::filesystem::path& file);
     bool NoteUnlessStored(bool stored, const SettingsDatabase* database);
+    /// Runs a statement that removes one value. @return false if there was none.
+    bool IsRemoved(base::SqliteStatement& removal, SettingsDatabase& database);
+    void EraseRemoved();
 
     std::filesystem::path m_directory;
     std::unique_ptr<SettingsDatabase> m_database;
     bool m_tried = false;
+    /// The log may still contain what was removed.
+    bool m_log_has_removed = false;
     std::string m_note;
 };
 

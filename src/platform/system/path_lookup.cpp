@@ -151,8 +151,13 @@ int OpenForReading(const char* modulePath, ULONGLONG* length) noexcept {
         if (const DWORD error = name.CorrectCase()) return Fail(error, ENOENT);
         file = OpenNative(name.Get());
     }
-    if (!file.IsOpen()) return Fail(ErrorFromErrno(errno), errno);
     struct stat status {};
+    if (!file.IsOpen()) {
+        const int error = errno;
+        // A socket can't be opened, but its medium is all right.
+        const bool socket = error == ENXIO && ::stat(name.Get(), &status) == 0 && S_ISSOCK(status.st_mode);
+        return socket ? Fail(ERROR_ACCESS_DENIED, EACCES) : Fail(ErrorFromErrno(error), error);
+    }
     if (::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return Fail(ERROR_ACCESS_DENIED, EACCES);
     if (length != nullptr) *length = static_cast<ULONGLONG>(status.st_size);
     return file.Release();

@@ -93,7 +93,7 @@ class BatchCommand {
     SettingsScope m_settings;
     RunObservers m_observers;
     std::unique_ptr<OutputFile> m_report;
-    recorder::FileDigests m_digests;
+    recorder::FileDigests m_digests{WasInterrupted};
     const recorder::RecorderOptions m_recorder_options;
     BatchProgress m_progress;
 };
@@ -118,6 +118,7 @@ void BatchCommand::SkipRecorded() {
     const std::set<int> numbers =
         recorder::UpToDateNumbers(library, context, m_interval.first, m_interval.last, m_digests);
     for (const int number : numbers) {
+        if (WasInterrupted()) break;
         m_progress.AddSkipped();
         if (!m_arguments.directory || recorder::HasRecordingFiles(number, *m_arguments.directory, true)) continue;
         if (const auto recording = library.Find({context.disk, number}))
@@ -150,7 +151,11 @@ ExitCode BatchCommand::Run() {
     m_request.stop = WasInterrupted;
     if (m_arguments.resume && m_interval.first <= m_interval.last) SkipRecorded();
     run::BatchOutcome outcome;
-    if (!m_request.ranges.empty()) outcome = RunModule();
+    if (!m_request.ranges.empty()) {
+        outcome = RunModule();
+    } else if (WasInterrupted()) {
+        outcome.end = run::BatchEnd::kStopped;
+    }
     m_observers.CommitTrace();
     const std::string& disk = m_request.disk;
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(disk + ": " + outcome.failure);

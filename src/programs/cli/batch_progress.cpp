@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "programs/cli/diagnostics.h"
 
 namespace zel::cli {
 
@@ -54,7 +55,7 @@ void BatchProgress::Add(const recorder::RecordedItem& recorded) {
     }
     if (!recorded.warnings.empty()) m_warnings.emplace_back(item.number, recorded.warnings);
     for (const std::string& warning : recorded.warnings) line += "; " + warning;
-    if (m_style == Style::kLines && !line.empty()) std::cout << line << std::endl;
+    if (m_style == Style::kLines && !line.empty()) PrintLine(line);
     if (m_style == Style::kOneLine) DrawLine();
 }
 
@@ -81,7 +82,7 @@ void BatchProgress::Close() {
     if (m_style == Style::kOneLine) {
         m_line.Clear();
         for (std::size_t i = 0; i < m_failures.size() && i < kMaxShownReasons; ++i) {
-            std::cout << base::NumberedName(m_failures[i].first) << " failed: " << m_failures[i].second << "\n";
+            PrintLine(base::NumberedName(m_failures[i].first) + " failed: " + m_failures[i].second);
         }
         if (m_failures.size() > kMaxShownReasons) std::cout << m_failures.size() - kMaxShownReasons << " more failed\n";
         if (!m_warnings.empty()) std::cout << m_warnings.size() << " with warnings\n";

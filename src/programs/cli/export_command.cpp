@@ -72,8 +72,8 @@ ExitCode RunExportCommand(const ExportArguments& arguments) {
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(arguments.library + ": " + outcome.failure);
     const exporter::ExportSummary summary = job.Finish();
     if (!observers.TraceIsStandardOutput()) {
-        std::cout << base::Counted(static_cast<std::uint64_t>(summary.messages), "message") << ", " << summary.files
-                  << " files in " << arguments.directory << std::endl;
+        PrintLine(base::Counted(static_cast<std::uint64_t>(summary.messages), "message") + ", " +
+                  std::to_string(summary.files) + " files in " + arguments.directory);
     }
     const std::string failure = Failure(arguments, outcome, summary, service.Failures());
     if (!failure.empty()) throw CommandError(failure);

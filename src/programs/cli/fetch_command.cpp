@@ -1,6 +1,5 @@
 #include "programs/cli/fetch_command.h"
 
-#include <iostream>
 #include <memory>
 
 #include <CLI/App.hpp>
@@ -8,6 +7,7 @@
 #include "host/ftp/fetch.h"
 #include "host/ftp/remote_url.h"
 #include "programs/cli/choice_option.h"
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/fetch_progress.h"
 #include "programs/cli/ftp_password.h"
 #include "programs/cli/interrupt.h"
@@ -54,7 +54,7 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
                                     .listing_limits = {}};
     const ftp::FetchReport report = ftp::RunFetch(*session, request, progress);
     progress.Clear();
-    if (!report.files.empty()) std::cout << report.Summary() << std::endl;
+    if (!report.files.empty()) PrintLine(report.Summary());
     if (report.cancelled) throw CommandError("interrupted; run the same command again to resume");
     if (!report.failure.empty()) throw CommandError(report.failure);
     return report.Done() ? ExitCode::kDone : ExitCode::kNotDone;

@@ -1,7 +1,5 @@
 #include "programs/cli/fetch_progress.h"
 
-#include <iostream>
-
 #include "inspect/words.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
@@ -45,7 +43,7 @@ void FetchProgress::OnProgress(const std::string& name, std::uint64_t bytes, std
 
 void FetchProgress::OnFile(const ftp::FileReport& file) {
     Clear();
-    std::cout << LineOf(file) << std::endl;
+    PrintLine(LineOf(file));
 }
 
 void FetchProgress::OnNote(const std::string& text) {

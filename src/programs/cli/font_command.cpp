@@ -1,6 +1,5 @@
 #include "programs/cli/font_command.h"
 
-#include <iostream>
 #include <memory>
 #include <vector>
 
@@ -70,9 +69,9 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     if (outcome.read_from) PrintNote("read from " + *outcome.read_from);
     PrintSheetNotes(sheet);
     if (!observers.TraceIsStandardOutput()) {
-        std::cout << arguments.request.file << ": \"" << summary.name << "\", height " << summary.height << ", "
-                  << base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph")
-                  << (arguments.png ? "; wrote " + *arguments.png : "") << std::endl;
+        PrintLine(arguments.request.file + ": \"" + summary.name + "\", height " + std::to_string(summary.height) +
+                  ", " + base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph") +
+                  (arguments.png ? "; wrote " + *arguments.png : ""));
     }
     settings.PrintAnyNote();
     return ExitCode::kDone;

@@ -1,6 +1,5 @@
 #include "programs/cli/import_command.h"
 
-#include <iostream>
 #include <memory>
 #include <vector>
 
@@ -118,7 +117,7 @@ void Import::PrintSummary(const run::ImportOutcome& outcome) const {
         for (const std::string& warning : document::WarningsOf(*outcome.message)) PrintNote(warning);
     }
     if (!m_written.empty()) line += "; wrote " + m_written.substr(2);
-    if (!m_observers.TraceIsStandardOutput()) std::cout << line << std::endl;
+    if (!m_observers.TraceIsStandardOutput()) PrintLine(line);
 }
 
 void AddInputs(CLI::App& command, ImportArguments& arguments) {

@@ -52,7 +52,7 @@ class Info {
     void Show(const std::string& text) {
         if (m_shown && !m_arguments.json) std::cout << '\n';
         m_shown = true;
-        std::cout << text << std::flush;
+        PrintLines(text);
     }
 
     void ShowFile(const std::string& file) {

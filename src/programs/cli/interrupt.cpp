@@ -1,6 +1,7 @@
 #include "programs/cli/interrupt.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace zel::cli {
 
@@ -18,8 +19,12 @@ void HandleInterrupts() {
     struct sigaction action {};
     action.sa_handler = OnInterrupt;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    for (const int signal : {SIGINT, SIGTERM}) {
+        // Ignored by whoever started the program: a shell does so for a program in the background.
+        struct sigaction inherited {};
+        if (sigaction(signal, nullptr, &inherited) == 0 && inherited.sa_handler == SIG_IGN) continue;
+        sigaction(signal, &action, nullptr);
+    }
 }
 
 bool WasInterrupted() noexcept {

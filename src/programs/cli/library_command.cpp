@@ -1,12 +1,12 @@
 #include "programs/cli/library_command.h"
 
 #include <algorithm>
-#include <iostream>
 #include <memory>
 #include <vector>
 
 #include <CLI/App.hpp>
 
+#include "base/terminal_text.h"
 #include "base/text.h"
 #include "host/library/library.h"
 #include "module/contract/message_id.h"
@@ -29,7 +29,7 @@ struct LibraryArguments {
 };
 
 std::string DiskName(const std::string& disk) {
-    return disk.empty() ? "the unnamed disk" : '"' + TerminalText(disk) + '"';
+    return disk.empty() ? "the unnamed disk" : '"' + base::TerminalText(disk) + '"';
 }
 
 // The recording of --disk, or of the only disk with that number.
@@ -53,9 +53,9 @@ library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& a
 ExitCode PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
     const auto with_warnings = static_cast<std::size_t>(
         std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
-    std::cout << arguments.library << ": " << base::Counted(entries.size(), "recording")
-              << (with_warnings != 0 ? ", " + std::to_string(with_warnings) + " with warnings" : "") << '\n'
-              << LibraryTable(entries);
+    PrintLine(arguments.library + ": " + base::Counted(entries.size(), "recording") +
+              (with_warnings != 0 ? ", " + std::to_string(with_warnings) + " with warnings" : ""));
+    PrintLines(LibraryTable(entries));
     return ExitCode::kDone;
 }
 
@@ -79,14 +79,15 @@ void WritePart(const std::optional<std::string>& path, const std::string& bytes,
     OutputFile file(*path);
     file.Write(bytes);
     file.Commit();
-    std::cout << "wrote " << *path << '\n';
+    PrintLine("wrote " + *path);
 }
 
 ExitCode ShowRecording(const LibraryArguments& arguments) {
     library::Library library(arguments.library, library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": another program removed the recording");
-    if (!arguments.png && !arguments.json) std::cout << arguments.library << ": " << RecordingText(*recording);
+    if (!arguments.png && !arguments.json)
+        PrintLines(base::TerminalText(arguments.library) + ": " + RecordingText(*recording));
     WritePart(arguments.png, recording->picture, "picture");
     WritePart(arguments.json, recording->document.empty() ? "" : recording->document + '\n', "document");
     return ExitCode::kDone;
@@ -96,8 +97,8 @@ ExitCode MergeLibraries(const LibraryArguments& arguments) {
     library::Library library(arguments.library, library::Access::kWrite);
     for (const std::string& shard : arguments.shards) {
         const library::MergeCount count = library.Merge(shard);
-        std::cout << shard << ": " << count.added << " added, " << count.replaced << " replaced, " << count.unchanged
-                  << " unchanged" << std::endl;
+        PrintLine(shard + ": " + std::to_string(count.added) + " added, " + std::to_string(count.replaced) +
+                  " replaced, " + std::to_string(count.unchanged) + " unchanged");
     }
     return ExitCode::kDone;
 }
@@ -109,8 +110,8 @@ ExitCode RemoveRecording(const LibraryArguments& arguments) {
         return KeyOf(library, arguments);
     }();
     library::Library(arguments.library, library::Access::kWrite).Remove(key);
-    std::cout << arguments.library << ": removed " << base::NumberedName(key.number)
-              << (key.disk.empty() ? "" : " from " + DiskName(key.disk)) << '\n';
+    PrintLine(arguments.library + ": removed " + base::NumberedName(key.number) +
+              (key.disk.empty() ? "" : " from " + DiskName(key.disk)));
     return ExitCode::kDone;
 }
 

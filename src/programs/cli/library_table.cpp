@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/terminal_text.h"
 #include "base/text.h"
 #include "base/text_columns.h"
 #include "base/utf8.h"
@@ -15,7 +16,7 @@ constexpr std::size_t kMaxTextWidth = 60;  // in characters
 
 // The first line of a text, shortened for the table.
 std::string FirstLine(const std::string& text) {
-    std::string line = TerminalText(exporter::TitleOf(text));
+    std::string line = base::TerminalText(exporter::TitleOf(text));
     if (base::CharacterCount(line) <= kMaxTextWidth) return line;
     std::size_t end = 0;
     for (std::size_t n = 0; n < kMaxTextWidth - 3; ++n) {
@@ -25,17 +26,6 @@ std::string FirstLine(const std::string& text) {
 }
 
 }  // namespace
-
-std::string TerminalText(std::string_view text) {
-    std::string shown;
-    while (!text.empty()) {
-        const base::Utf8Character first = base::FirstCharacter(text);
-        const std::size_t size = first.valid ? first.size : 1;
-        shown += !first.valid || base::IsControl(first.code) ? std::string_view("?") : text.substr(0, size);
-        text.remove_prefix(size);
-    }
-    return shown;
-}
 
 std::string KindName(library::RecordingKind kind) {
     switch (kind) {
@@ -54,7 +44,7 @@ std::string LibraryTable(const std::vector<library::LibraryEntry>& entries) {
     lines.reserve(entries.size());
     for (const library::LibraryEntry& entry : entries) {
         const auto warnings = static_cast<std::size_t>(entry.warnings);
-        lines.push_back({base::NumberedName(entry.key.number), TerminalText(entry.key.disk), KindName(entry.kind),
+        lines.push_back({base::NumberedName(entry.key.number), base::TerminalText(entry.key.disk), KindName(entry.kind),
                          warnings == 0 ? "" : base::Counted(warnings, "warning"), FirstLine(entry.text)});
     }
     constexpr base::ColumnStyle kColumn{base::Align::kLeft, true};

@@ -3,6 +3,7 @@
 
 #include <dlfcn.h>
 
+#include "base/process.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/info_command.h"
 #include "programs/cli/run_program.h"
@@ -30,6 +31,7 @@ int RunFromLibrary(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    base::PrepareProcess();
     for (const cli::NamedCommand& command : kOwnCommands) {
         if (argc > 1 && std::string_view(argv[1]) == command.name) return cli::RunProgram(argc, argv, kOwnCommands);
     }

@@ -103,11 +103,13 @@ void OutputFile::Commit() {
 }
 
 std::string CheckRegularOutput(const std::string& path) {
-    const OutputFile probe(path);
     std::string target = TargetOf(path);
     std::error_code error;
     const fs::file_status status = fs::status(target, error);
-    if (fs::exists(status) && !fs::is_regular_file(status)) Fail(path, "it is not a regular file");
+    // A directory has its own message below. Others are not opened, since a pipe would wait for its reader.
+    if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status))
+        Fail(path, "it is not a regular file");
+    const OutputFile probe(path);
     return target;
 }
 

@@ -4,6 +4,8 @@
 
 #include <unistd.h>
 
+#include "base/terminal_text.h"
+
 namespace zel::cli {
 
 namespace {
@@ -24,7 +26,7 @@ bool ProgressLine::IsDue() const {
 void ProgressLine::Draw(const std::string& text) {
     m_last_drawing = std::chrono::steady_clock::now();
     m_drawn = true;
-    std::cout << kEraseLine << text << std::flush;
+    std::cout << kEraseLine << base::TerminalText(text) << std::flush;
 }
 
 void ProgressLine::Clear() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "base/terminal_text.h"
 #include "base/text.h"
 #include "base/text_columns.h"
 #include "programs/cli/library_table.h"
@@ -14,12 +15,12 @@ namespace {
 constexpr std::size_t kLabelWidth = 12;
 
 std::string Labelled(const std::string& label, const std::string& text) {
-    return text.empty() ? "" : "  " + base::Padded(label, kLabelWidth) + TerminalText(text) + '\n';
+    return text.empty() ? "" : "  " + base::Padded(label, kLabelWidth) + base::TerminalText(text) + '\n';
 }
 
 std::string Section(const std::string& title, const std::vector<std::string>& lines) {
     std::string text = lines.empty() ? "" : "\n  " + title + '\n';
-    for (const std::string& line : lines) text += "    " + TerminalText(line) + '\n';
+    for (const std::string& line : lines) text += "    " + base::TerminalText(line) + '\n';
     return text;
 }
 
@@ -46,7 +47,8 @@ std::vector<std::string> FieldLines(const library::Recording& recording) {
 std::vector<std::string> SourceLines(const library::Recording& recording) {
     std::vector<std::string> lines;
     for (const library::SourceFile& source : recording.sources) {
-        lines.push_back(source.path + (source.sha256.empty() ? ", missing" : ", sha256 " + source.sha256));
+        const char* const without_checksum = source.size == 0 ? ", missing" : ", without a checksum";
+        lines.push_back(source.path + (source.sha256.empty() ? without_checksum : ", sha256 " + source.sha256));
     }
     return lines;
 }

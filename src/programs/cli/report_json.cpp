@@ -136,8 +136,8 @@ std::string ReportJson(const inspect::FileReport& report) {
     if (report.font) json["font"] = Font(*report.font);
     if (report.picture) json["picture"] = {{"width", report.picture->width}, {"height", report.picture->height}};
     if (report.list) json["list"] = {{"lines", report.list->lines}, {"entries", report.list->entries}};
-    // The name of a file may be invalid UTF-8.
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+    // The name of a file may be invalid UTF-8. In ASCII alone, nothing in it controls a terminal.
+    return json.dump(-1, ' ', true, Json::error_handler_t::replace);
 }
 
 }  // namespace zel::cli

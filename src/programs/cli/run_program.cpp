@@ -4,10 +4,12 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <sstream>
 #include <string_view>
 
 #include <CLI/CLI.hpp>
 
+#include "base/terminal_text.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/help_formatter.h"
 
@@ -17,11 +19,15 @@ namespace {
 
 ExitCode PrintParseError(const CLI::App& app, const CLI::ParseError& error) {
     if (error.get_name() == "RequiredError" && app.get_subcommands().empty() && app.remaining_size() != 0) {
-        std::cerr << "Unknown command \"" << app.remaining().front() << "\"\nRun with --help for more information.\n";
+        std::cerr << "Unknown command \"" << base::TerminalText(app.remaining().front())
+                  << "\"\nRun with --help for more information.\n";
         return ExitCode::kWrongArguments;
     }
     // CLI11 reports --help and --version in this way too, and prints them.
-    return app.exit(error) == 0 ? ExitCode::kDone : ExitCode::kWrongArguments;
+    std::ostringstream errors;
+    const int exit_code = app.exit(error, std::cout, errors);
+    std::cerr << base::TerminalLines(errors.str());
+    return exit_code == 0 ? ExitCode::kDone : ExitCode::kWrongArguments;
 }
 
 std::span<const NamedCommand> SelectedOrAll(std::span<const NamedCommand> commands, int argc, char** argv) {

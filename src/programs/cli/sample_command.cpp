@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iostream>
 #include <memory>
 #include <string_view>
 #include <vector>
 
 #include <CLI/App.hpp>
 
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
 #include "samples/disk/demo_disk.h"
 
@@ -45,14 +45,16 @@ ExitCode WriteSample(const std::string& directory) {
     const fs::path disk(directory);
     const auto first =
         std::ranges::find_if(written, [](const fs::path& file) { return file.parent_path().filename() == "MESSAGES"; });
-    std::cout << "Wrote a demonstration disk to " << disk.string() << ":\n"
-              << "  " << messages << " messages in MESSAGES, " << fonts << " fonts in MACHINE, "
-              << static_cast<std::ptrdiff_t>(written.size()) - messages - fonts << " name lists\n";
+    PrintLine("Wrote a demonstration disk to " + disk.string() + ":");
+    PrintLine("  " + std::to_string(messages) + " messages in MESSAGES, " + std::to_string(fonts) +
+              " fonts in MACHINE, " + std::to_string(static_cast<std::ptrdiff_t>(written.size()) - messages - fonts) +
+              " name lists");
     if (first != written.end()) {
-        std::cout << "Next:\n  zeltrans info " << ShellQuoted(disk.string()) << "\n  zeltrans import "
-                  << ShellQuoted(first->string()) << " --maps " << ShellQuoted(disk.string()) << " --png message.png\n";
+        PrintLine("Next:");
+        PrintLine("  zeltrans info " + ShellQuoted(disk.string()));
+        PrintLine("  zeltrans import " + ShellQuoted(first->string()) + " --maps " + ShellQuoted(disk.string()) +
+                  " --png message.png");
     }
-    std::cout.flush();
     return ExitCode::kDone;
 }
 

@@ -1,11 +1,11 @@
 #include "programs/cli/settings_command.h"
 
 #include <charconv>
-#include <iostream>
 #include <memory>
 
 #include <CLI/App.hpp>
 
+#include "base/terminal_text.h"
 #include "platform/system/registry.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/known_settings.h"
@@ -43,7 +43,8 @@ class NamedSetting {
         if (m_known != nullptr) return;
         const std::optional<int> index = m_list != nullptr ? Number(key) : std::nullopt;
         if (!index || *index < 0 || *index >= kRecentEntries)
-            throw InvalidSetting("unknown setting " + section + " " + key + ". Settings:" + KnownNames());
+            throw InvalidSetting("unknown setting " + base::TerminalText(section + " " + key) +
+                                 ". Settings:" + KnownNames());
         m_index = *index;
     }
 
@@ -75,7 +76,8 @@ class NamedSetting {
             throw InvalidSetting(Name() + ": passwords cannot be set here; use the FTP dialog");
         if (m_known->kind == SettingKind::kText) return store.SetProfileText(m_known->section, m_known->entry, value);
         const std::optional<int> number = Number(value);
-        if (!number) throw InvalidSetting(Name() + ": \"" + value + "\" is not an integer of 32 bits");
+        if (!number)
+            throw InvalidSetting(Name() + ": \"" + base::TerminalText(value) + "\" is not an integer of 32 bits");
         return store.SetProfileInt(m_known->section, m_known->entry, *number);
     }
 
@@ -108,10 +110,10 @@ using Action = void (*)(seam::SettingsStore&, const SettingsArguments&);
 
 void List(seam::SettingsStore& store, const SettingsArguments&) {
     const std::string text = SettingsText(store);
-    std::cout << (text.empty() ? "No settings are stored.\n" : text);
+    PrintLines(text.empty() ? "No settings are stored.\n" : text);
 }
 void Get(seam::SettingsStore& store, const SettingsArguments& arguments) {
-    std::cout << NamedSetting(arguments.section, arguments.key).Get(store) << '\n';
+    PrintLine(NamedSetting(arguments.section, arguments.key).Get(store));
 }
 void Set(seam::SettingsStore& store, const SettingsArguments& arguments) {
     const NamedSetting setting(arguments.section, arguments.key);
@@ -128,7 +130,7 @@ ExitCode RunSettings(Action action, const SettingsArguments& arguments) {
     try {
         action(seam::GetSettingsStore(), arguments);
     } catch (const InvalidSetting& error) {
-        PrintError(error.what());
+        PrintErrorLines(error.what());
         return ExitCode::kWrongArguments;
     }
     return ExitCode::kDone;

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/terminal_text.h"
 #include "inspect/words.h"
 #include "platform/system/types.h"
 #include "programs/cli/known_settings.h"
@@ -12,18 +13,8 @@ namespace zel::cli {
 
 namespace {
 
-/// A text with control characters as \xNN. Backslashes stay, since many texts are paths.
-std::string Escaped(const std::string& text) {
-    std::string shown;
-    for (const char c : text) {
-        const bool control = static_cast<unsigned char>(c) < ' ' || c == 0x7F;
-        shown += control ? inspect::PrintableCode(static_cast<unsigned char>(c)) : std::string(1, c);
-    }
-    return shown;
-}
-
 std::string Line(const std::string& name, const std::string& value, const std::string& remark) {
-    return "  " + Escaped(name) + " = " + value + (remark.empty() ? "" : "  (" + remark + ")") + "\n";
+    return "  " + base::TerminalText(name) + " = " + value + (remark.empty() ? "" : "  (" + remark + ")") + "\n";
 }
 
 std::string EntryLine(const seam::ProfileEntry& stored) {
@@ -42,7 +33,7 @@ std::string EntryLine(const seam::ProfileEntry& stored) {
                known != nullptr && known->kind == SettingKind::kScrambled) {
         value = text.empty() ? "" : "(stored)";
     } else {
-        value = Escaped(text);
+        value = base::TerminalText(text);
     }
     return Line(stored.entry, value, remark);
 }
@@ -67,7 +58,7 @@ std::string ListText(seam::SettingsStore& store, const RecentList& list) {
     std::string text;
     for (const auto& [index, name] : names) {
         const seam::RegistryValue value = store.GetValue(list.Key(), name).value_or(seam::RegistryValue());
-        text += Line(std::to_string(index), Escaped(RecentText(value)), ListRemark(index, value));
+        text += Line(std::to_string(index), base::TerminalText(RecentText(value)), ListRemark(index, value));
     }
     return text;
 }
@@ -81,7 +72,7 @@ std::string RecentText(const seam::RegistryValue& value) {
 std::string SettingsText(seam::SettingsStore& store) {
     std::string text, section;
     const auto begin = [&](const std::string& name) {
-        text += (text.empty() ? "" : "\n") + Escaped(name) + "\n";
+        text += (text.empty() ? "" : "\n") + base::TerminalText(name) + "\n";
         section = name;
     };
     for (const seam::ProfileEntry& stored : store.ProfileEntries()) {

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "base/terminal_text.h"
 #include "base/utf8.h"
 #include "host/module_text.h"
 
@@ -27,7 +28,7 @@ const char* AnswerName(int answer) noexcept {
 std::string OnOneLine(const std::string& text) {
     std::string line = base::Utf8FromLatin1(host::OneLine(text));
     while (line.ends_with(' ')) line.pop_back();
-    return line;
+    return base::TerminalText(line);
 }
 
 }  // namespace

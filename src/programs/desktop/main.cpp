@@ -2,10 +2,13 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string_view>
 
+#include "base/process.h"
 #include "host/settings/sqlite_settings_store.h"
 #include "programs/desktop/widgets/program_icon.h"
 #include "programs/desktop/windows/main_window.h"
@@ -67,10 +70,14 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    base::PrepareProcess();
     const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zeltrans-desktop"));
     QApplication::setApplicationVersion(QStringLiteral(ZELTRANS_VERSION));
-    const Arguments arguments = Parse(*application);
+    Arguments arguments = Parse(*application);
+    // Without a directory of the user, settings are stored for as long as the program runs.
+    std::optional<QTemporaryDir> passing_settings;
+    if (arguments.settings.isEmpty()) arguments.settings = passing_settings.emplace().path();
     MakeParent(arguments.library);
     settings::SqliteSettingsStore store(QFile::encodeName(arguments.settings).toStdString());
     seam::SetSettingsStore(&store);

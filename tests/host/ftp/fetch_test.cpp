@@ -52,6 +52,15 @@ TEST_F(FromARealServer, PutsFontsIntoMachineWhenTheDirectoryIsMessages) {
     EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
 }
 
+TEST_F(FromARealServer, NotesAMessageWhoseFontsItCannotKnow) {
+    ServeWell();
+    m_directory = "/MESSAGES";
+    std::filesystem::create_directory(Here());
+    std::filesystem::create_symlink("elsewhere", Here() / ".0001");
+    Fetch("1");
+    EXPECT_THAT(m_notes, HasSubstr(".0001: the local file can't be read back"));
+}
+
 TEST_F(FromARealServer, OverwritesOnlyOnRequest) {
     ServeWell();
     m_directory = "MACHINE";

@@ -19,6 +19,7 @@ parser.add_argument("--listing", help="file that is sent as each listing")
 parser.add_argument("--endless", action="store_true", help="listings and files never end")
 parser.add_argument("--slow", action="store_true", help="6 MB a second")
 parser.add_argument("--stall", choices=["greeting", "data", "reply"])
+parser.add_argument("--drip", choices=["greeting", "reply", "end"], help="a reply that never ends")
 parser.add_argument("--elsewhere", action="store_true", help="names another host for data connections")
 parser.add_argument("--echo", action="store_true", help="refuses the login and repeats the password in the reply")
 parser.add_argument("--log", help="file that each command is written to")
@@ -47,12 +48,18 @@ class Session:
     def say(self, text):
         self.control.sendall(text.encode() + b"\r\n")
 
+    def drip(self, place, code):
+        while options.drip == place:
+            self.say(code + "-please wait")
+            time.sleep(0.2)
+
     def path(self, name):
         return os.path.join(options.directory, os.path.join(self.directory, name).lstrip("/"))
 
     def run(self):
         if options.stall == "greeting":
             time.sleep(60)
+        self.drip("greeting", "220")
         self.say("220 ready")
         for line in self.control.makefile("rb"):
             text = line.decode("latin-1").rstrip("\r\n")
@@ -73,6 +80,7 @@ class Session:
         self.say("530 not with " + argument if options.echo else "230 in")
 
     def on_pwd(self, _):
+        self.drip("reply", "257")
         self.say('257 "' + self.directory + '"')
 
     def on_cwd(self, argument):
@@ -142,6 +150,7 @@ class Session:
         elif cut:
             raise ConnectionError
         else:
+            self.drip("end", "226")
             self.say("226 done")
 
     def on_retr(self, argument):

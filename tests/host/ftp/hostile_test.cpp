@@ -110,6 +110,9 @@ INSTANTIATE_TEST_SUITE_P(
                     ServerFault{"never_ends_a_listing", {"--endless", "--no-time"}, "does not match the size"},
                     ServerFault{"sends_no_greeting", {"--stall", "greeting"}, "timed out"},
                     ServerFault{"sends_no_reply", {"--stall", "reply"}, "timed out"},
+                    ServerFault{"never_ends_its_greeting", {"--drip", "greeting"}, "timed out"},
+                    ServerFault{"never_ends_a_reply", {"--drip", "reply"}, "timed out"},
+                    ServerFault{"never_ends_the_last_reply", {"--drip", "end"}, "timed out"},
                     ServerFault{"stalls_in_the_data", {"--stall", "data"}, "timed out"}),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -168,7 +168,7 @@ TEST(BatchCommand, EndsCleanlyAtAnInterrupt) {
     const CommandResult result =
         disk.Shell(CommandDisk::Quoted(ZELTRANS_COMMAND) +
                    " batch . 1000 1999 --library lib --settings s >o & pid=$!; "
-                   "until grep -qs imported o; do sleep 0.01; done; kill -INT $pid; wait $pid");
+                   "until grep -qs imported o; do sleep 0.01; done; kill -TERM $pid; wait $pid");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_THAT(disk.Read("o"), testing::ContainsRegex("\n[0-9]+ imported, 0 missing, 0 failed\n$"));
     EXPECT_EQ(result.err, "zeltrans: .: stopped before the end of the range\n");

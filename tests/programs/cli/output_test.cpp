@@ -68,6 +68,18 @@ TEST(Outputs, ReplaceTheTargetOfALink) {
     EXPECT_THAT(disk.Read("new"), StartsWith("{"));
 }
 
+TEST(Outputs, KeepTheirPermissionsAndMayHaveLongNames) {
+    const CommandDisk disk;
+    const std::string name(250, 'n');
+    for (const std::string option : {"--png", "--json", "--trace"}) {
+        const std::string import = "zeltrans import MESSAGES/.0012 " + option + " " + name;
+        const CommandResult result =
+            disk.Shell(import + " && chmod 600 " + name + " && " + import + " && stat -c %a " + name + " >mode");
+        EXPECT_EQ(result.exit_code, 0) << option << result.err;
+        EXPECT_EQ(disk.Read("mode"), "600\n") << option;
+    }
+}
+
 TEST(Outputs, ContainTheTraceOfAFailedImport) {
     const CommandDisk disk;
     EXPECT_EQ(disk.Shell("zeltrans import MESSAGES/.0099 --trace a.trace").exit_code, 1);

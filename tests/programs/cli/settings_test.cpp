@@ -43,7 +43,7 @@ INSTANTIATE_TEST_SUITE_P(
     Each, SettingsCommand,
     testing::Values(
         SettingsCase{"gets_a_number", "zeltrans settings --settings kept get zelftpsaveoptions DIALOGX", 0, "12\n", ""},
-        SettingsCase{"gets_a_text", "zeltrans settings get ZELFTPSaveOptions Username --settings kept", 0, "ann\x1B\n",
+        SettingsCase{"gets_a_text", "zeltrans settings get ZELFTPSaveOptions Username --settings kept", 0, "ann\\x1B\n",
                      ""},
         SettingsCase{"sets_a_negative_number",
                      "cd kept && zeltrans settings --settings . set ZELFTPSaveOptions DialogX -2147483648 && "
@@ -77,6 +77,14 @@ INSTANTIATE_TEST_SUITE_P(
         SettingsCase{"recent_text_too_long", "zeltrans settings set FontDir 0 \"$(printf %0260d 1)\"", 2, "",
                      "260 characters; the module reads at most 259"},
         SettingsCase{"missing_value", "zeltrans settings set FontDir 0", 2, "", "VALUE is required"},
+        SettingsCase{"no_home", "cd kept && unset HOME XDG_CONFIG_HOME && zeltrans settings; ls -A", 0,
+                     "settings.sqlite\nsettings.sqlite-shm\nsettings.sqlite-wal\n",
+                     "zeltrans: settings can't be stored: neither XDG_CONFIG_HOME nor HOME is an absolute path\n"},
+        SettingsCase{"closed_to_other_users",
+                     "mkdir -p run.settings/zeltrans && chmod 755 run.settings/zeltrans && umask 022 && "
+                     "zeltrans settings --settings new set FontDir 0 a && zeltrans settings set FontDir 0 a && "
+                     "stat -c %a new new/settings.sqlite new/settings.sqlite-wal run.settings/zeltrans",
+                     0, "700\n600\n600\n700\n", ""},
         SettingsCase{"unusable_directory", "zeltrans settings --settings MESSAGES/.0012", 1, "",
                      "MESSAGES/.0012/settings.sqlite: settings can't be stored: "},
         SettingsCase{"damaged_file",
