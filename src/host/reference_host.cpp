@@ -166,6 +166,7 @@ LRESULT ReferenceHost::Answer(const TabsReady& event) {
 LRESULT ReferenceHost::Answer(const RgbaChosen& event) {
     m_message.emplace();
     m_message->rgba = true;
+    m_message->standard = m_options.standard;
     m_message->object = event.as_object;
     m_message->file = FileOf(event.dialog);
     return 0;

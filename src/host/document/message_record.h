@@ -56,7 +56,7 @@ struct MessageRecord {
     bool rgba = false;
     /// Of a picture: insert as an object, else as the background.
     bool object = false;
-    /// The message's own.
+    /// The message's own; of an RGBA picture, whose file names none, the host's.
     VideoStandard standard = VideoStandard::kNtsc;
     tag_msg_header header{};
     std::vector<RowRecord> rows;
