@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 #include <typeinfo>
 #include <variant>
 
 #include "base/field_text.h"
 #include "host/ftp_service.h"
 #include "host/native_path.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/registration.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"
@@ -87,6 +90,24 @@ void RecordRows(const CZelMessage& source, document::MessageRecord& message) {
         if (character.info.slot >= 0 && row < message.rows.size()) {
             message.rows[row].text += static_cast<char>(character.character);
         }
+    }
+}
+
+/// Whether a file is in a directory, both in the module's form. A directory can be written in several ways.
+bool IsIn(const std::string& directory, const std::string& file) {
+    const std::string own = SplitModulePath(file).directory;
+    if (own == directory || own + '\\' == directory) return true;
+    std::error_code missing;
+    return std::filesystem::equivalent(system::NativePath(own.c_str()), system::NativePath(directory.c_str()), missing);
+}
+
+/// Marks the fonts that the module's search found outside the font directory. m_sFontDir may be changed by that search,
+/// so the directory is the text of the dialog's box.
+void MarkFontsElsewhere(const CZelTransDlg& dialog, document::MessageRecord& message) {
+    CString directory;
+    dialog.GetDlgItemText(ImportControl::kFontDirBox, directory);
+    for (std::optional<document::FontRecord>& font : message.fonts) {
+        if (font) font->elsewhere = !IsIn(directory.GetString(), font->file_name);
     }
 }
 
@@ -175,6 +196,7 @@ LRESULT ReferenceHost::Answer(const RgbaChosen& event) {
 LRESULT ReferenceHost::Answer(const ImportDone& event) {
     Message().id = event.dialog.m_sMessageID.GetString();
     Message().file = FileOf(event.dialog);
+    MarkFontsElsewhere(event.dialog, Message());
     return 0;
 }
 

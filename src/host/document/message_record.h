@@ -20,7 +20,10 @@ namespace zel::document {
 /// One font slot that held a font.
 struct FontRecord {
     tag_font_header header{};
+    /// The font file's path, in the module's form.
     std::string file_name;
+    /// The file isn't in the font directory of the import.
+    bool elsewhere = false;
     LOGFONT log_font{};
 };
 
