@@ -15,10 +15,10 @@ namespace zel::host {
 
 namespace {
 
-/// Larger glyphs are not fetched: 8192 x 8192 pixels are far more than any screen, and the size comes from a file.
-constexpr std::uint64_t kMaxGlyphBytes = 8192ULL * 8192 * 4;
-/// Limit of the cache. A message of ordinary text needs a tenth of this.
-constexpr std::size_t kKeptBytes = std::size_t{64} << 20;
+/// Limit of the cache, which contains the glyphs of any message and those kept from earlier ones.
+constexpr std::size_t kKeptBytes = std::size_t{72} << 20;
+/// Most lines in Failures.
+constexpr std::size_t kMostFailures = 1000;
 /// Limit of the run-coded glyphs and fonts that are kept for the next message.
 constexpr std::size_t kKeptForNextMessage = std::size_t{4} << 20;
 /// Bitmaps up to this size, more than a screen, are allocated without a check of the font file's size.
@@ -57,12 +57,17 @@ DIBSECTION BitmapOver(std::vector<std::uint8_t>& pixels, const CRect& rect) noex
 
 void GlyphBitmaps::SetFonts(CZelFont* fonts) {
     m_fonts = fonts;
+    m_left = m_budget;
     m_numbers.clear();
-    m_stored.clear();
-    m_stored_bytes = 0;
+    DropStored();
     // Drop failed glyphs, so that they are reported again.
     std::erase_if(m_run_coded, [](const auto& glyph) { return glyph.second.pixels.empty(); });
     if (m_run_coded_bytes > kKeptForNextMessage) DropRunCoded();
+}
+
+void GlyphBitmaps::DropStored() {
+    m_stored.clear();
+    m_stored_bytes = 0;
 }
 
 void GlyphBitmaps::DropRunCoded() {
@@ -126,7 +131,7 @@ GlyphBitmap& GlyphBitmaps::Find(const tag_CharInf& info, unsigned character) {
     const bool run_coded = font != nullptr && IsRunCoded(*font, character);
     if (m_stored_bytes + m_run_coded_bytes > kKeptBytes) {
         DropRunCoded();
-        SetFonts(m_fonts);
+        DropStored();
     }
     Glyphs& glyphs = run_coded ? m_run_coded : m_stored;
     const Key key(run_coded ? NumberOf(*font) : reinterpret_cast<std::uintptr_t>(info.font_copy), character,
@@ -151,9 +156,13 @@ void GlyphBitmaps::Fetch(const tag_CharInf& info, unsigned character, GlyphBitma
     } catch (const std::bad_alloc&) {
         failure = "too large for the memory available";
     }
-    if (failure.empty()) return;
-    m_failures.push_back("character " + std::to_string(character) + " of " + info.font_copy->file_name + ": " +
-                         failure);
+    if (!failure.empty()) AddFailure(info, character, failure);
+}
+
+void GlyphBitmaps::AddFailure(const tag_CharInf& info, unsigned character, const std::string& reason) {
+    if (m_failures.size() == kMostFailures) return;
+    const std::string font = info.font_copy != nullptr ? std::string(" of ") + info.font_copy->file_name : "";
+    m_failures.push_back("character " + std::to_string(character) + font + ": " + reason);
 }
 
 std::string GlyphBitmaps::Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph) {
@@ -163,10 +172,12 @@ std::string GlyphBitmaps::Draw(const tag_CharInf& info, unsigned character, Glyp
     if (glyph.rect.IsRectEmpty()) return {};
     const std::uint64_t bytes =
         static_cast<std::uint64_t>(glyph.rect.Width()) * static_cast<std::uint64_t>(glyph.rect.Height()) * 4;
-    if (bytes > kMaxGlyphBytes) return "too large to be drawn";
     if (bytes > kUncheckedBytes && !IsRunCoded(*info.font_copy, character) && !MayContain(*info.font_copy, bytes)) {
         return "larger than its font file";
     }
+    if (bytes > m_left)
+        return "beyond the " + std::to_string(m_budget >> 20) + " MiB that all glyphs may have together";
+    m_left -= bytes;
     std::vector<std::uint8_t> pixels(static_cast<std::size_t>(bytes));
     DIBSECTION dib = BitmapOver(pixels, glyph.rect);
     m_fonts->BuildMFData(address, &dib, info.slot, character, info.colour_set);

@@ -36,6 +36,13 @@ struct GlyphBitmap {
 /// directory and all colours.
 class GlyphBitmaps {
   public:
+    /// Bytes of all glyphs of a message, 47 times its picture's. A message of ordinary text needs a tenth of this.
+    static constexpr std::uint64_t kMessageBytes = std::uint64_t{64} << 20;
+
+    /// @param budget  bytes of the glyphs that are requested from one font set. The sizes come from files: a glyph
+    ///                beyond the budget is a failure.
+    explicit GlyphBitmaps(std::uint64_t budget = kMessageBytes) : m_budget(budget), m_left(budget) {}
+
     /// Uses this font set from now on, null for none. Drops the stored glyphs of the set before.
     void SetFonts(CZelFont* fonts);
 
@@ -50,7 +57,11 @@ class GlyphBitmaps {
     /// Checksum of the glyph's pixels, computed once; empty without pixels.
     std::optional<std::uint32_t> Checksum(const tag_CharInf& info, unsigned character);
 
-    /// One line for each glyph without pixels. TakeFailures moves the lines out.
+    /// Appends a line to Failures for a character that the caller can't draw.
+    /// @param reason  follows the character's name and its font.
+    void AddFailure(const tag_CharInf& info, unsigned character, const std::string& reason);
+
+    /// One line for each glyph without pixels, at most 1000. TakeFailures moves the lines out.
     const std::vector<std::string>& Failures() const noexcept { return m_failures; }
     std::vector<std::string> TakeFailures() { return std::exchange(m_failures, {}); }
 
@@ -75,6 +86,7 @@ class GlyphBitmaps {
     std::size_t FindOrAdd(const tag_font_memory& font);
     /// Drops the run-coded glyphs unless the font set's colours are those that they were drawn in.
     void UseColours();
+    void DropStored();
     void DropRunCoded();
     GlyphBitmap& Find(const tag_CharInf& info, unsigned character);
     void Fetch(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
@@ -82,6 +94,9 @@ class GlyphBitmaps {
     /// @throws exceptions of the module, std::bad_alloc.
     std::string Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
 
+    const std::uint64_t m_budget;
+    /// Of m_budget, for the font set.
+    std::uint64_t m_left;
     CZelFont* m_fonts = nullptr;
     Glyphs m_stored;
     Glyphs m_run_coded;

@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 #include <typeinfo>
 #include <variant>
 
 #include "base/field_text.h"
 #include "host/ftp_service.h"
 #include "host/native_path.h"
+#include "module/contract/dialog_ids.h"
 #include "module/contract/registration.h"
 #include "module/contract/zel_message.h"
 #include "module/contract/zel_trans_dlg.h"
@@ -90,6 +93,24 @@ void RecordRows(const CZelMessage& source, document::MessageRecord& message) {
     }
 }
 
+/// Whether a file is in a directory, both in the module's form. A directory can be written in several ways.
+bool IsIn(const std::string& directory, const std::string& file) {
+    const std::string own = SplitModulePath(file).directory;
+    if (own == directory || own + '\\' == directory) return true;
+    std::error_code missing;
+    return std::filesystem::equivalent(system::NativePath(own.c_str()), system::NativePath(directory.c_str()), missing);
+}
+
+/// Marks the fonts that the module's search found outside the font directory. m_sFontDir may be changed by that search,
+/// so the directory is the text of the dialog's box.
+void MarkFontsElsewhere(const CZelTransDlg& dialog, document::MessageRecord& message) {
+    CString directory;
+    dialog.GetDlgItemText(ImportControl::kFontDirBox, directory);
+    for (std::optional<document::FontRecord>& font : message.fonts) {
+        if (font) font->elsewhere = !IsIn(directory.GetString(), font->file_name);
+    }
+}
+
 /// The message file of a dialog's import, in the module's form.
 std::string FileOf(const CZelTransDlg& dialog) {
     return std::string(dialog.m_sMessageDir.GetString()) + "\\" + dialog.m_sMessageID.GetString();
@@ -166,6 +187,7 @@ LRESULT ReferenceHost::Answer(const TabsReady& event) {
 LRESULT ReferenceHost::Answer(const RgbaChosen& event) {
     m_message.emplace();
     m_message->rgba = true;
+    m_message->standard = m_options.standard;
     m_message->object = event.as_object;
     m_message->file = FileOf(event.dialog);
     return 0;
@@ -174,6 +196,7 @@ LRESULT ReferenceHost::Answer(const RgbaChosen& event) {
 LRESULT ReferenceHost::Answer(const ImportDone& event) {
     Message().id = event.dialog.m_sMessageID.GetString();
     Message().file = FileOf(event.dialog);
+    MarkFontsElsewhere(event.dialog, Message());
     return 0;
 }
 

@@ -28,6 +28,9 @@ std::string Reason(font::FontOutcome outcome, const tag_font_memory& slot, const
             return "out of memory for its character directory";
         case font::FontOutcome::kNoMemory:
             return slot.font_header != nullptr ? NoMemoryReason(*slot.font_header) : "out of memory";
+        case font::FontOutcome::kTooLarge:
+            return "its " + found.sections.back().name + " of " + Count(found.sections.back().size, "byte") +
+                   " exceeds the limit of " + Count(font::kMaxFontBytes, "byte") + " for all blocks of a font";
         case font::FontOutcome::kShortSampleRow:
             if (found.sections.back().present == found.sections.back().size)
                 return "a sample in it has rows of no bytes";

@@ -38,8 +38,8 @@ constexpr FaultText kFaultTexts[] = {
     {"run-coded glyph begins after the encoding data", "run-coded glyphs begin after the encoding data"},
     {"run-coded glyph runs past the end of the encoding data",
      "run-coded glyphs run past the end of the encoding data"},
-    {"run-coded glyph continues past 500 lines, or 500 runs in a line, and is cut there",
-     "run-coded glyphs continue past 500 lines, or 500 runs in a line, and are cut there"},
+    {"run-coded glyph continues past 500 lines, 500 runs in a line or 262,144 codes, and is cut there",
+     "run-coded glyphs continue past 500 lines, 500 runs in a line or 262,144 codes, and are cut there"},
     {"stored glyph ends with the file before its size", "stored glyphs end with the file before their size"},
     {"stored glyph has a size without pixels", "stored glyphs have a size without pixels"},
     {"stored glyph's record is too small for its pixels", "stored glyphs' records are too small for their pixels"},
@@ -51,9 +51,9 @@ static_assert(std::size(kFaultTexts) == static_cast<std::size_t>(GlyphFault::kPi
 GlyphFault CheckRunCodes(std::span<const std::uint8_t> encoding, std::uint32_t offset) {
     if (offset >= encoding.size()) return GlyphFault::kOutsideEncoding;
     font::RunCodeReader codes(encoding, offset);
-    std::size_t left = (encoding.size() - offset) / 4;
-    for (int lines = 0, runs = 0; lines < font::kMaxGlyphLines && runs < font::kMaxLineRuns; --left) {
-        if (left == 0) return GlyphFault::kRunsPastEncoding;
+    const bool has_more = codes.Left() < (encoding.size() - offset) / 4;
+    for (int lines = 0, runs = 0; lines < font::kMaxGlyphLines && runs < font::kMaxLineRuns;) {
+        if (codes.Left() == 0) return has_more ? GlyphFault::kNeverEnds : GlyphFault::kRunsPastEncoding;
         const font::RunCode code = codes.Next();
         if (code.EndsGlyph()) return GlyphFault::kNone;
         if (code.Operation() == font::RunOperation::kEndOfLine) {

@@ -1,7 +1,10 @@
 #include "host/document/document_reader.h"
 
+#include <chrono>
 #include <stdexcept>
+#include <utility>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -29,6 +32,41 @@ TEST(DocumentReader, RefusesATextThatIsNoDocument) {
         EXPECT_THROW(document::ParseDocument(text), std::runtime_error) << text.substr(0, 10);
     }
     EXPECT_TRUE(document::ParseDocument("").is_null());
+}
+
+std::string Repeated(const std::string& text, int count) {
+    std::string all;
+    for (int n = 0; n < count; ++n) all += text;
+    return all;
+}
+
+TEST(DocumentReader, RefusesATextBeyondItsLimits) {
+    std::string members;
+    for (int n = 0; n < 300; ++n) members += ",\"" + std::to_string(n) + "\":0";
+    const std::pair<std::string, const char*> cases[] = {
+        {"{\"a\":" + Repeated("[", 63) + Repeated("]", 63) + "}", nullptr},
+        {"{\"a\":" + Repeated("[", 64) + Repeated("]", 64) + "}", "nested deeper than 64 levels"},
+        {"{\"a\":\"" + Repeated("[{\\\"", 100) + "\"}", nullptr},
+        {"{\"a\":[" + Repeated("0,", 300) + "0]}", nullptr},
+        {"{\"a\":0" + members + "}", "more than 256 members"},
+        {"{\"a\":\"" + std::string(9 << 20, 'x') + "\"}", "larger than 8 MiB"},
+    };
+    for (const auto& [text, reason] : cases) {
+        const auto parse = [&json = text] { document::ParseDocument(json); };
+        if (reason == nullptr) {
+            EXPECT_NO_THROW(parse()) << text.substr(0, 20);
+        } else {
+            EXPECT_THAT(parse, testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(reason)));
+        }
+    }
+}
+
+// A parser whose work grows with the square of the rows takes half a minute.
+TEST(DocumentReader, ReadsManyRowsInLittleTime) {
+    constexpr int kRows = 240000;
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(ReadDocumentText("{\"rows\":[" + Repeated("{},", kRows - 1) + "{}]}").rows.size(), std::size_t{kRows});
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
 TEST(DocumentReader, SkipsACharacterWithoutARowOrAText) {

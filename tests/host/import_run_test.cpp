@@ -6,8 +6,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <sys/stat.h>
 
+#include "host/document/message_document.h"
+#include "host/document/message_warnings.h"
 #include "host/host_disk.h"
 #include "host/trace.h"
 #include "module/contract/dialog_ids.h"
@@ -15,11 +18,13 @@
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
+#include "platform/system/registry.h"
 
 namespace zel::test {
 
 namespace {
 
+using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -141,6 +146,53 @@ TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
     const std::string trace = TraceOf();
     EXPECT_THAT(trace, HasSubstr(R"("event":"file_dialog")"));
     EXPECT_THAT(trace, HasSubstr(R"("font_copy":0)"));
+}
+
+TEST_F(ImportRun, WarnsOfAFontFromOutsideTheFontDirectory) {
+    WriteMessage(OneRow("A"));
+    const samples::Bytes font = samples::WriteFont(BlockFont());
+    samples::WriteWholeFile(Path("OTHER/.0001"), font);
+    const std::string key = "Software\\Kovesh\\Tavro\\ZelTrans\\FontDir";
+    m_settings.CreateKey(key);
+    const auto store = [&](const std::string& name) {
+        const std::string directory = system::ModulePath(Path(name));
+        m_settings.SetValue(key, "FontDir 0", {REG_SZ, {directory.c_str(), directory.c_str() + directory.size() + 1}});
+    };
+    const std::string warning = "font 1 is not in the font directory; used instead: " + Path("OTHER/.0001");
+    const struct {
+        const char* font;    // written to this name
+        const char* fonts;   // the font directory
+        const char* stored;  // the newest one of earlier imports
+        bool warns;
+    } cases[] = {
+        {"none", "MACHINE", "OTHER", true},           {"none", "MACHINE/", "OTHER", true},
+        {"none", "OTHER", "MACHINE", false},          {"none", "OTHER/", "MACHINE", false},
+        {"MACHINE/.0001", "MACHINE", "OTHER", false},
+    };
+    for (const auto& [written, fonts, stored, warns] : cases) {
+        if (std::string(written) != "none") samples::WriteWholeFile(Path(written), font);
+        store(stored);
+        m_request.fonts = Path(fonts);
+        const run::ImportOutcome outcome = Import();
+        ASSERT_TRUE(outcome.message && outcome.message->fonts[0]) << fonts;
+        const std::vector<std::string> expected(warns ? 1 : 0, warning);
+        EXPECT_EQ(document::WarningsOf(*outcome.message), expected) << fonts;
+        const auto document = nlohmann::json::parse(document::MessageDocument(*outcome.message, ""));
+        EXPECT_EQ(document.value("warnings", std::vector<std::string>()), expected) << fonts;
+    }
+}
+
+TEST_F(ImportRun, WarnsOfAFontThatTheUserChoseOnAnotherDisk) {
+    std::filesystem::create_directory_symlink(Path("MACHINE"), Path("LINK"));
+    WriteFont(BlockFont(), 2);
+    samples::WriteWholeFile(Path("OTHER/.0001"), samples::WriteFont(BlockFont()));
+    WriteMessage(OneRow("A"));
+    m_request.mode = run::ImportMode::kDialog;
+    m_request.box_answer = host::BoxAnswer::kYes;
+    m_request.browse = Path("LINK/.0002");
+    EXPECT_THAT(document::WarningsOf(Import().message.value()), IsEmpty());
+    m_request.browse = Path("OTHER/.0001");
+    EXPECT_THAT(document::WarningsOf(Import().message.value()), ElementsAre(EndsWith(Path("OTHER/.0001"))));
 }
 
 TEST_F(ImportRun, AnswersTheChoiceForAPicture) {

@@ -110,6 +110,18 @@ TEST_F(RecordedLibrary, ReturnsRecordingsUnchanged) {
     EXPECT_THROW(library.Record(std::vector{Numbered(4)}), library::LibraryError);
 }
 
+TEST_F(RecordedLibrary, CorrectsTheStandardOfRgbaFilesOfEarlierVersions) {
+    library::Library library(m_file, Access::kWrite);
+    for (const auto& [kind, expected] : {std::pair(library::RecordingKind::kRgbaBackground, VideoStandard::kPal),
+                                         std::pair(library::RecordingKind::kMessage, VideoStandard::kNtsc)}) {
+        library::Recording recording = Numbered(1);
+        recording.kind = kind;
+        recording.standard = VideoStandard::kNtsc;
+        library.Record(std::vector{recording});
+        EXPECT_EQ(library.Find({"", 1})->standard, expected);
+    }
+}
+
 TEST_F(RecordedLibrary, ForgetsReplacedAndRemovedRecordings) {
     library::Library library(m_file, Access::kWrite);
     library.Record(std::vector{Numbered(2, "stale words")});

@@ -119,6 +119,48 @@ TEST_F(PictureOf, AStoredGlyphLargerThanItsFileIsSkipped) {
                   {"character 65 of " + system::ModulePath(Path("MACHINE/.0001")) + ": larger than its font file"}}));
 }
 
+TEST_F(PictureOf, GlyphsBeyondTheLimitOfAMessageAreLeftOut) {
+    // One line of 499 runs, then empty lines: 15968 x 501 pixels from 4 KB.
+    samples::RunCodes codes(499, samples::ColourRun(1, 255, 32));
+    codes.resize(998, samples::EndOfLine());
+    codes.push_back(samples::EndOfGlyph());
+    samples::FontFile font = BlockFont();
+    font.encoding.clear();
+    for (const unsigned code : {65U, 66U, 67U}) font.AddRunCoded(code, codes, 3, 4);
+    WriteFont(font);
+    WriteMessage(OneRow("ABCB"));
+    PictureCollector collector;
+    Import({&collector.composer, &collector});
+    EXPECT_EQ(collector.failures,
+              (std::vector<std::vector<std::string>>{{"character 67 of " + system::ModulePath(Path("MACHINE/.0001")) +
+                                                      ": beyond the 64 MiB that all glyphs may have together"}}));
+    EXPECT_EQ(Ink(collector.pictures.at(0))[2], 720);
+}
+
+TEST_F(PictureOf, CharactersThatCoverThePictureTooOftenAreLeftOut) {
+    samples::RunCodes codes;
+    for (int line = 0; line < 400; ++line) {
+        codes.insert(codes.end(), 22, samples::ColourRun(1, 255, 32));
+        codes.push_back(samples::EndOfLine());
+    }
+    codes.push_back(samples::EndOfGlyph());
+    samples::FontFile font = BlockFont();
+    font.encoding.clear();
+    font.AddRunCoded('A', codes, 3, 4);
+    WriteFont(font);
+    samples::CharCell like;
+    like.colour_set = 2;
+    samples::MessageFile message = OneRow("A");
+    message.rows.assign(3, samples::RowFromText(20, std::string(60, 'A'), 0, 0, like));
+    WriteMessage(message);
+    PictureCollector collector;
+    Import({&collector.composer, &collector});
+    ASSERT_EQ(collector.failures.size(), 1U);
+    EXPECT_GT(collector.failures[0].size(), 20U);
+    EXPECT_LT(collector.failures[0].size(), 100U);
+    EXPECT_NE(collector.failures[0].at(0).find("more than 80 times the picture"), std::string::npos);
+}
+
 TEST_F(PictureOf, AStoredGlyphIsUpright) {
     samples::FontFile font;
     font.header.font_height = 20;

@@ -1,4 +1,4 @@
-// The searchable text of a recording.
+// The searchable text and the video standard of a recording.
 #include <gtest/gtest.h>
 
 #include "host/recorder/make_recording.h"
@@ -35,6 +35,26 @@ TEST(RecordedText, SeparatesDistantCharacters) {
     EXPECT_EQ(RecordedText({{"ab d", {0, 20, 40, 400}}}), "ab d");
     EXPECT_EQ(RecordedText({{"abcd", {400, 420, 0, 20}}, {"e", {0}}}), "ab cd\ne");
     EXPECT_EQ(RecordedText({{"", {}}, {"\xE9", {0}}, {"", {}}}), "\xC3\xA9");
+}
+
+TEST(RecordedStandard, OfAnRgbaFileHasTheLinesOfItsPicture) {
+    constexpr auto kNtsc = VideoStandard::kNtsc, kPal = VideoStandard::kPal;
+    const struct {
+        bool rgba;
+        int height;
+        VideoStandard arrived, recorded;
+    } cases[] = {
+        {true, 576, kNtsc, kPal}, {true, 486, kPal, kNtsc},   {true, 480, kPal, kPal},
+        {true, 0, kPal, kPal},    {false, 576, kNtsc, kNtsc},
+    };
+    for (const auto& [rgba, height, standard, recorded] : cases) {
+        recorder::ArrivedMessage arrived{.number = 7, .message = {}, .picture = {}};
+        arrived.message.rgba = rgba;
+        arrived.message.standard = standard;
+        if (height != 0) arrived.picture = picture::ClearPicture(8, height);
+        recorder::FileDigests digests;
+        EXPECT_EQ(recorder::MakeRecording(arrived, {}, digests).standard, recorded) << rgba << ' ' << height;
+    }
 }
 
 }  // namespace

@@ -69,6 +69,14 @@ TEST_F(RgbaImport, GivesThePictureOfEitherChoice) {
     }
 }
 
+TEST_F(RgbaImport, HasTheStandardOfTheHost) {
+    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(717, kFour));
+    for (const VideoStandard standard : {VideoStandard::kNtsc, VideoStandard::kPal}) {
+        m_request.host.standard = standard;
+        EXPECT_EQ(Import().message.value().standard, standard);
+    }
+}
+
 TEST_F(RgbaImport, ReportsWhyThereIsNoPicture) {
     samples::StoredGlyph cut = kFour;
     cut.length = 1000;

@@ -1,6 +1,8 @@
 #include "host/picture/text_edge.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -36,10 +38,41 @@ TEST(EdgeOfText, OfAShadowIsSolid) {
     EXPECT_EQ(shadow.left, 0);
     EXPECT_EQ(shadow.top, 1);
     EXPECT_EQ(shadow.bytes, (std::vector<std::uint8_t>{0, 0, 0, 0, 255, 0, 0, 0, 255}));
-    const picture::Coverage up = picture::Extruded({0, 1, 1, 1, {255}}, {-2, -1});
+    const picture::Coverage up = picture::Extruded({0, 1, 1, 1, {255}}, {-2, -2});
     EXPECT_EQ(up.left, -2);
-    EXPECT_EQ(up.top, 2);
-    EXPECT_EQ(up.bytes, (std::vector<std::uint8_t>{255, 0, 0, 0, 255, 0}));
+    EXPECT_EQ(up.top, 3);
+    EXPECT_EQ(up.bytes, (std::vector<std::uint8_t>{255, 0, 0, 0, 255, 0, 0, 0, 0}));
+}
+
+/// The greatest coverage of a face at one of its positions along a vector.
+int LargestAlong(const picture::Coverage& face, picture::EdgeVector vector, int x, int y) {
+    const int steps = std::max(std::abs(vector.right), std::abs(vector.down));
+    int largest = 0;
+    for (int step = 1; step <= steps; ++step) {
+        const int column = x - vector.right / steps * step, row = y - vector.down / steps * step;
+        if (column < 0 || column >= face.width || row < 0 || row >= face.height) continue;
+        largest = std::max<int>(largest, face.bytes[static_cast<std::size_t>(row * face.width + column)]);
+    }
+    return largest;
+}
+
+TEST(EdgeOfText, OfAShadowCoversEachPositionOfTheFace) {
+    picture::Coverage face{0, 0, 5, 4, {}};
+    for (unsigned n = 0; n < 20; ++n) face.bytes.push_back(static_cast<std::uint8_t>(n * 89));
+    for (int angle = 0; angle < 360; angle += 45) {
+        for (const int size : {1, 2, 3, 5, 8, 13}) {
+            const picture::EdgeVector vector = picture::EdgeVectorOf(angle, size);
+            const picture::Coverage shadow = picture::Extruded(face, vector);
+            ASSERT_EQ(shadow.bytes.size(), static_cast<std::size_t>(shadow.width * shadow.height));
+            for (int row = 0; row < shadow.height; ++row) {
+                for (int column = 0; column < shadow.width; ++column) {
+                    ASSERT_EQ(shadow.bytes[static_cast<std::size_t>(row * shadow.width + column)],
+                              LargestAlong(face, vector, column + shadow.left, row - shadow.top))
+                        << angle << ' ' << size << ' ' << column << ' ' << row;
+                }
+            }
+        }
+    }
 }
 
 TEST(EdgeOfText, OfAnEmptyFaceIsEmpty) {

@@ -100,6 +100,8 @@ INSTANTIATE_TEST_SUITE_P(
                              "a sample in it has rows of no bytes"},
                     FontCase{"encoding_data_that_the_file_cannot_hold", [](F& f) { f.header.encoding_size = 1U << 30; },
                              kBroken, "its encoding data is cut short"},
+                    FontCase{"encoding_data_beyond_the_limit", [](F& f) { f.encoding.resize(5 << 20); }, kBroken,
+                             "its encoding data of 5,242,880 bytes exceeds the limit of 4,194,304 bytes"},
                     FontCase{"bytes_behind_the_end", [](F& f) { f.tail = {1}; }, kReadable,
                              "1 byte after the last section"}),
     [](const auto& each) { return std::string(each.param.name); });

@@ -7,6 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "host/document/json_limits.h"
+
 namespace zel::document {
 
 namespace {
@@ -133,16 +135,10 @@ std::vector<std::string> ReadColourSet(const Json& set) {
 }  // namespace
 
 Json ParseDocument(const std::string& text) {
-    // The writers of JSON recurse into what is nested.
-    constexpr int kDeepest = 64;
     if (text.empty()) return nullptr;
-    bool too_deep = false;
-    const auto check_depth = [&](int depth, Json::parse_event_t /*event*/, Json& /*parsed*/) {
-        too_deep = too_deep || depth > kDeepest;
-        return !too_deep;
-    };
-    Json document = Json::parse(text, check_depth, false);
-    if (too_deep || !document.is_object()) throw std::runtime_error("the recorded document is no message");
+    if (const char* excess = JsonExcess(text)) throw std::runtime_error(std::string("the recorded document ") + excess);
+    Json document = Json::parse(text, nullptr, false);
+    if (!document.is_object()) throw std::runtime_error("the recorded document is no message");
     return document;
 }
 

@@ -67,7 +67,8 @@ struct DocumentContents {
 
 /// Parses a stored document.
 /// @return null for an empty text, which an RGBA file may have.
-/// @throws std::runtime_error for a text that is not a JSON object, or one nested deeper than any document.
+/// @throws std::runtime_error with the reason for a text that is not a JSON object, or one beyond the limits of
+/// JsonExcess.
 nlohmann::ordered_json ParseDocument(const std::string& text);
 
 /// Reads what is readable of a document; empty for any other value.

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <string_view>
 #include <tuple>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "base/field_text.h"
 #include "host/document/json_line.h"
+#include "host/document/message_warnings.h"
 #include "module/contract/records/palette.h"
 
 namespace zel::document {
@@ -53,6 +55,8 @@ class DocumentWriter {
     void TabFields();
     void Fonts();
     void Palette();
+    void Text(std::string_view text);
+    void Warnings();
 
     const MessageRecord& m_message;
     JsonLine m_json;
@@ -182,6 +186,20 @@ void DocumentWriter::Palette() {
     m_json.Close(']');
 }
 
+/// UTF-8 or not, unlike the module's texts.
+void DocumentWriter::Text(std::string_view text) {
+    constexpr auto kReplaceBadUtf8 = nlohmann::json::error_handler_t::replace;
+    m_json.Written(nlohmann::json(text).dump(-1, ' ', false, kReplaceBadUtf8));
+}
+
+void DocumentWriter::Warnings() {
+    const std::vector<std::string> warnings = WarningsOf(m_message);
+    if (warnings.empty()) return;
+    m_json.Key("warnings").Open('[');
+    for (const std::string& warning : warnings) Text(warning);
+    m_json.Close(']');
+}
+
 void DocumentWriter::Head() {
     const tag_msg_header& header = m_message.header;
     m_json.Bytes("kind", "message").Bytes("standard", NameOf(m_message.standard));
@@ -194,8 +212,8 @@ void DocumentWriter::Head() {
 std::string DocumentWriter::Write(const std::string& source) {
     constexpr std::size_t kAroundCharacters = 8192, kCharacter = 384;  // bytes; enough for almost every message
     m_json.Reserve(kAroundCharacters + m_message.characters.size() * kCharacter);
-    constexpr auto kReplaceBadUtf8 = nlohmann::json::error_handler_t::replace;
-    m_json.Open('{').Key("source").Written(nlohmann::json(source).dump(-1, ' ', false, kReplaceBadUtf8));
+    m_json.Open('{').Key("source");
+    Text(source);
     m_json.Bytes("id", m_message.id);
     if (m_message.rgba) {
         m_json.Bytes("kind", "picture").Bytes("insert_as", m_message.object ? "object" : "background");
@@ -206,6 +224,7 @@ std::string DocumentWriter::Write(const std::string& source) {
         TabFields();
         Fonts();
         Palette();
+        Warnings();
     }
     m_json.Close('}');
     return m_json.Take();

@@ -20,7 +20,10 @@ namespace zel::document {
 /// One font slot that held a font.
 struct FontRecord {
     tag_font_header header{};
+    /// The font file's path, in the module's form.
     std::string file_name;
+    /// The file isn't in the font directory of the import.
+    bool elsewhere = false;
     LOGFONT log_font{};
 };
 
@@ -56,7 +59,7 @@ struct MessageRecord {
     bool rgba = false;
     /// Of a picture: insert as an object, else as the background.
     bool object = false;
-    /// The message's own.
+    /// The message's own; of an RGBA picture, whose file names none, the host's.
     VideoStandard standard = VideoStandard::kNtsc;
     tag_msg_header header{};
     std::vector<RowRecord> rows;

@@ -18,7 +18,7 @@ class ContactSheetExporter : public Exporter {
         return m_sheet.Count() == ContactSheet::kCells ? TakePage() : std::vector<ExportedFile>{};
     }
 
-    std::vector<ExportedFile> Finish() override {
+    std::vector<ExportedFile> Finish(const Manifest& /*manifest*/) override {
         return m_sheet.Count() > 0 ? TakePage() : std::vector<ExportedFile>{};
     }
 

@@ -14,10 +14,10 @@ namespace zel::exporter {
 
 const std::vector<ExportFormat>& ExportFormats() {
     static const std::vector<ExportFormat> formats = {
-        {"png", "NAME.png, 720x486 or 720x576 with alpha", MakePngExporter},
+        {"png", "NAME.png, 720x486 or 720x576 with alpha", MakePngExporter, true},
         {"key-fill", "NAME.png opaque with the colours, NAME_A.png grey with the key", MakeKeyFillExporter},
-        {"tga", "NAME.tga, 720x486 or 720x576, 32 bits with alpha", MakeTgaExporter},
-        {"square", "NAME_square.png, 655x486 or 785x576 with square pixels and alpha", MakeSquareExporter},
+        {"tga", "NAME.tga, 720x486 or 720x576, 32 bits with alpha", MakeTgaExporter, true},
+        {"square", "NAME_square.png, 655x486 or 785x576 with square pixels and alpha", MakeSquareExporter, true},
         {"json", "NAME.json, the message with rows, characters, fields, fonts and sources", MakeJsonExporter},
         {"html", "NAME.html, the picture with selectable text in place, and index.html", MakeHtmlExporter},
         {"sheet", "contact-sheet-001.png and following, 30 messages per page with number and first line",

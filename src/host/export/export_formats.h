@@ -15,6 +15,8 @@ struct ExportFormat {
     /// One line for the user.
     std::string_view description;
     std::unique_ptr<Exporter> (*make)(const ExportOptions& options);
+    /// ExportOptions::premultiplied changes its files.
+    bool has_alpha = false;
 };
 
 /// All formats, in the order in which they are listed.

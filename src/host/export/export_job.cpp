@@ -9,6 +9,7 @@
 
 #include "base/sha256.h"
 #include "base/whole_file.h"
+#include "host/export/earlier_export.h"
 #include "host/export/export_formats.h"
 #include "host/export/file_names.h"
 #include "host/export/message_title.h"
@@ -79,6 +80,8 @@ ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::str
     }
     m_manifest.formats = m_formats;
     m_manifest.premultiplied = options.premultiplied;
+    m_earlier = EarlierExport(m_directory);
+    CheckGoTogether(m_earlier, m_formats, options.premultiplied);
     CreateDirectory(m_directory);
 }
 
@@ -102,8 +105,9 @@ void ExportJob::ReserveStem(const library::Recording& recording) {
 
 ExportSummary ExportJob::Finish() {
     m_workers.Finish();
+    AddEarlier(std::move(m_earlier), m_manifest);
     for (std::size_t n = 0; n < m_exporters.size(); ++n) {
-        const std::string reason = ReasonOf([&] { WriteRangeFiles(m_exporters[n]->Finish()); });
+        const std::string reason = ReasonOf([&] { WriteRangeFiles(m_exporters[n]->Finish(m_manifest)); });
         if (!reason.empty()) m_summary.failures.push_back(m_formats[n] + ": " + reason);
     }
     const std::string reason = ReasonOf([this] { WriteManifest(); });
@@ -164,14 +168,15 @@ void ExportJob::Collect(Outcome outcome) {
 
 void ExportJob::WriteRangeFiles(const std::vector<ExportedFile>& files) {
     for (const ExportedFile& file : files) {
-        m_manifest.range_files.push_back(Write(file));
-        Count(m_manifest.range_files.back());
+        const ManifestFile written = Write(file);
+        Count(written);
+        PutFile(written, m_manifest.range_files);
     }
 }
 
 void ExportJob::WriteManifest() {
-    WriteRangeFiles({{"manifest.json", ManifestJson(m_manifest)}});
-    Count(Write({"SHA256SUMS", ChecksumLines(m_manifest)}));
+    WriteRangeFiles({{kManifestName, ManifestJson(m_manifest)}});
+    Count(Write({kChecksumsName, ChecksumLines(m_manifest)}));
 }
 
 void ExportJob::Count(const ManifestFile& file) {

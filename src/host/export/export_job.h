@@ -30,14 +30,15 @@ struct ExportSummary {
 };
 
 /// Exports messages as files of a directory: the files of each format, then manifest.json and SHA256SUMS. A file
-/// appears complete or not at all. A failure is reported in the summary and stops nothing else.
+/// appears complete or not at all. A failure is reported in the summary and stops nothing else. Of earlier exports into
+/// the directory, everything that has not been replaced or removed remains in the lists.
 class ExportJob {
   public:
     /// @param directory  created if it is missing.
     /// @param formats    names of ExportFormats; a repeated name counts once.
     /// @param jobs       number of messages processed in parallel, at least 1; the files don't depend on it.
-    /// @throws std::runtime_error for an unknown name, for formats that would write the same file, and for a directory
-    ///         that can't be created.
+    /// @throws std::runtime_error for an unknown name, for formats that would write the same file, for a directory
+    ///         that can't be created, and for one with a foreign manifest.json or with pictures of another kind.
     ExportJob(std::filesystem::path directory, const std::vector<std::string>& formats, const ExportOptions& options,
               int jobs = 1);
     /// Waits for the messages in progress.
@@ -74,6 +75,8 @@ class ExportJob {
     std::set<std::string> m_stems;
     /// Changed on the thread of m_workers that collects the outcomes.
     Manifest m_manifest;
+    /// Until Finish adds it to m_manifest.
+    Manifest m_earlier;
     ExportSummary m_summary;
     /// The last member: its destructor waits for work that uses the others.
     base::OrderedWorkers<Outcome> m_workers;

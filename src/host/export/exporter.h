@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/export/export_subject.h"
+#include "host/export/manifest.h"
 #include "host/picture/picture.h"
 
 namespace zel::exporter {
@@ -50,7 +51,8 @@ class Exporter {
     virtual std::vector<ExportedFile> Collect(const ExportedMessage& /*message*/) { return {}; }
 
     /// The remaining files of the whole range.
-    virtual std::vector<ExportedFile> Finish() { return {}; }
+    /// @param manifest  all messages with their files, including those of earlier exports into the directory.
+    virtual std::vector<ExportedFile> Finish(const Manifest& /*manifest*/) { return {}; }
 };
 
 }  // namespace zel::exporter

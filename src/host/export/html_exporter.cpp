@@ -1,6 +1,6 @@
 #include "host/export/html_exporter.h"
 
-#include <algorithm>
+#include <string_view>
 
 #include "host/export/index_page.h"
 #include "host/export/message_page.h"
@@ -9,24 +9,25 @@ namespace zel::exporter {
 
 namespace {
 
+constexpr std::string_view kExtension = ".html";
+
 class HtmlExporter : public Exporter {
   public:
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
-        return {{message.Stem() + ".html", MessagePage(message)}};
+        return {{message.Stem() + std::string(kExtension), MessagePage(message)}};
     }
 
-    std::vector<ExportedFile> Collect(const ExportedMessage& message) override {
-        const auto& files = message.files;
-        if (std::find(files.begin(), files.end(), message.stem + ".html") != files.end()) {
-            m_messages.push_back({message.stem, message.title});
+    std::vector<ExportedFile> Finish(const Manifest& manifest) override {
+        std::vector<IndexEntry> pages;
+        for (const ManifestMessage& message : manifest.messages) {
+            for (const ManifestFile& file : message.files) {
+                const std::string_view name = file.name;
+                if (!name.ends_with(kExtension)) continue;
+                pages.push_back({std::string(name.substr(0, name.size() - kExtension.size())), message.title});
+            }
         }
-        return {};
+        return {{"index.html", IndexPage(pages)}};
     }
-
-    std::vector<ExportedFile> Finish() override { return {{"index.html", IndexPage(m_messages)}}; }
-
-  private:
-    std::vector<IndexEntry> m_messages;
 };
 
 }  // namespace

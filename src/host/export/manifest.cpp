@@ -1,5 +1,9 @@
 #include "host/export/manifest.h"
 
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
 #include <nlohmann/json.hpp>
 
 namespace zel::exporter {
@@ -28,6 +32,41 @@ Json Messages(const Manifest& manifest) {
     return list;
 }
 
+bool IsPlainName(const std::string& name) {
+    const auto is_bad = [](char c) { return c == '/' || c == '\\' || static_cast<unsigned char>(c) < ' '; };
+    return !name.empty() && name != "." && name != ".." && std::ranges::none_of(name, is_bad);
+}
+
+bool IsSha256(const std::string& digits) {
+    return digits.size() == 64 && digits.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+/// The functions below throw for a value that a manifest cannot have; ParseManifest catches it.
+[[noreturn]] void Reject() {
+    throw std::invalid_argument("not a manifest");
+}
+
+std::vector<ManifestFile> ReadFiles(const Json& list) {
+    std::vector<ManifestFile> files;
+    for (const Json& entry : list) {
+        ManifestFile file{entry.at("name").get<std::string>(), entry.at("size").get<std::uint64_t>(),
+                          entry.at("sha256").get<std::string>()};
+        if (!IsPlainName(file.name) || !IsSha256(file.sha256)) Reject();
+        files.push_back(std::move(file));
+    }
+    return files;
+}
+
+ManifestMessage ReadMessage(const Json& entry) {
+    ManifestMessage message;
+    message.disk = entry.at("disk").get<std::string>();
+    message.number = entry.at("number").get<int>();
+    message.title = entry.at("title").get<std::string>();
+    message.files = ReadFiles(entry.at("files"));
+    message.failures = entry.at("failures").get<std::vector<std::string>>();
+    return message;
+}
+
 std::string Lines(const std::vector<ManifestFile>& files) {
     std::string lines;
     for (const ManifestFile& file : files) lines += file.sha256 + "  " + file.name + '\n';
@@ -43,6 +82,22 @@ std::string ManifestJson(const Manifest& manifest) {
                            {"messages", Messages(manifest)},
                            {"files", Files(manifest.range_files)}};
     return document.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+std::optional<Manifest> ParseManifest(std::string_view text) {
+    try {
+        const Json document = Json::parse(text);
+        Manifest manifest;
+        manifest.formats = document.at("formats").get<std::vector<std::string>>();
+        manifest.premultiplied = document.at("premultiplied").get<bool>();
+        for (const Json& entry : document.at("messages")) manifest.messages.push_back(ReadMessage(entry));
+        manifest.range_files = ReadFiles(document.at("files"));
+        return manifest;
+    } catch (const Json::exception&) {
+        return std::nullopt;
+    } catch (const std::invalid_argument&) {
+        return std::nullopt;
+    }
 }
 
 std::string ChecksumLines(const Manifest& manifest) {

@@ -1,10 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zel::exporter {
+
+/// Names of the two lists of an export.
+inline constexpr const char* kManifestName = "manifest.json";
+inline constexpr const char* kChecksumsName = "SHA256SUMS";
 
 /// A file that was written.
 struct ManifestFile {
@@ -24,7 +30,7 @@ struct ManifestMessage {
     std::vector<std::string> failures;
 };
 
-/// The result of an export.
+/// The result of an export, or of several into one directory.
 struct Manifest {
     std::vector<std::string> formats;
     bool premultiplied = false;
@@ -35,6 +41,10 @@ struct Manifest {
 
 /// manifest.json: the messages with their files, sizes, checksums and failures.
 std::string ManifestJson(const Manifest& manifest);
+
+/// Reads what ManifestJson has written; empty for any other text. Names of files are checked: they have no separator
+/// and no control character.
+std::optional<Manifest> ParseManifest(std::string_view text);
 
 /// SHA256SUMS: a line for each file, in the form that sha256sum --check reads.
 std::string ChecksumLines(const Manifest& manifest);

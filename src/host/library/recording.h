@@ -11,6 +11,13 @@ namespace zel::library {
 
 enum class RecordingKind { kMessage, kRgbaObject, kRgbaBackground };
 
+/// The video standard of an RGBA file, which names none: that with as many lines as its picture is high.
+/// @param height  in pixels, 0 without a picture.
+/// @param host    the standard of any other height.
+constexpr VideoStandard RgbaStandard(int height, VideoStandard host) noexcept {
+    return VideoStandardOf(height).value_or(host);
+}
+
 /// A file that a recording was made from. A changed checksum means that the recording is out of date.
 struct SourceFile {
     /// Absolute, this system's.
@@ -53,7 +60,7 @@ struct Recording {
     std::vector<std::string> warnings;
     /// The message's own file first, then the fonts.
     std::vector<SourceFile> sources;
-    /// The message's own.
+    /// The message's own; of an RGBA picture, see RgbaStandard.
     VideoStandard standard = VideoStandard::kNtsc;
     /// Of the picture, in pixels; 0 without one.
     int width = 0, height = 0;

@@ -228,6 +228,9 @@ Recording ReadRecording(LibraryFile& file, RecordingId id) {
     recording.width = columns.OptionalInt("width", 1, 32767).value_or(0);
     recording.height = columns.OptionalInt("height", 1, 32767).value_or(0);
     recording.picture = columns.Bytes();
+    // Earlier versions stored 486 lines for every RGBA file.
+    if (recording.kind != RecordingKind::kMessage)
+        recording.standard = RgbaStandard(recording.height, recording.standard);
     recording.fonts = ReadTexts(file, "SELECT name FROM font WHERE recording = ? ORDER BY position", id);
     recording.warnings = ReadTexts(file, "SELECT text FROM warning WHERE recording = ? ORDER BY position", id);
     recording.fields = ReadFields(file, id);

@@ -43,6 +43,9 @@ constexpr std::array<std::uint16_t, 16> kDigits = {
     0b111'100'100'100'111, 0b110'101'101'101'110, 0b111'100'110'100'111, 0b111'100'110'100'100,
 };
 
+/// Bytes of all glyphs, before they are cut to their cells: 192 of a quarter of the screen.
+constexpr std::uint64_t kSheetBytes = std::uint64_t{256} << 20;
+
 /// What is visible of a glyph.
 struct Cell {
     int width = 0;
@@ -69,7 +72,7 @@ Cell CellOf(const host::GlyphBitmap& glyph) {
 }
 
 Cells FetchCells(CZelFont& fonts, GlyphSheet& sheet) {
-    host::GlyphBitmaps bitmaps;
+    host::GlyphBitmaps bitmaps(kSheetBytes);
     bitmaps.SetFonts(&fonts);
     tag_CharInf info{};
     info.font_copy = fonts.m_Slots[0].font_copy;

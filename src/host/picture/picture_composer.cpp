@@ -15,6 +15,16 @@ namespace zel::picture {
 
 namespace {
 
+/// Pixels that the characters of one message may cover together, 80 times the picture. A character is as large as its
+/// file says, and a message of a few KB has hundreds of them.
+constexpr std::int64_t kMaxCovered = std::int64_t{32} << 20;
+constexpr const char* kTooManyPixels = "the characters cover more than 80 times the picture";
+
+PixelBox BoxOf(int x, int baseline, const Coverage& coverage) noexcept {
+    const int left = x + coverage.left, top = baseline - coverage.top;
+    return {left, top, left + coverage.width, top + coverage.height};
+}
+
 /// Pixels by which a font's characters are higher in this row than in a row that contains this font alone.
 int LiftInRow(const CZelFont& fonts, int slot, const tag_msg_row& row) noexcept {
     const tag_font_header* header = fonts.m_Slots[slot].font_header;
@@ -53,6 +63,17 @@ void PictureComposer::BeginMessage(CZelFont& fonts) {
     m_pending.clear();
     m_picture.reset();
     m_rgba_error.clear();
+    m_left = kMaxCovered;
+    m_text.BeginMessage();
+}
+
+bool PictureComposer::TakePixels(PixelView view, const PixelBox& box) noexcept {
+    const PixelBox visible = Intersection(box, view.Bounds());
+    if (visible.IsEmpty()) return true;
+    const std::int64_t pixels = std::int64_t{visible.Width()} * visible.Height();
+    if (pixels > m_left) return false;
+    m_left -= pixels;
+    return true;
 }
 
 void PictureComposer::OnChar(const host::SentCharacter& character) {
@@ -84,7 +105,12 @@ void PictureComposer::Compose(const CZelMessage& message) {
         }
         const host::GlyphBitmap& glyph = m_bitmaps->Get(info, pending.character);
         if (glyph.pixels.empty()) continue;
-        BlendBitmap(view, info.x, info.y + info.base_shift, {glyph.rect.Width(), glyph.rect.Height(), glyph.pixels});
+        const int top = info.y + info.base_shift;
+        if (!TakePixels(view, {info.x, top, info.x + glyph.rect.Width(), top + glyph.rect.Height()})) {
+            m_bitmaps->AddFailure(info, pending.character, kTooManyPixels);
+            continue;
+        }
+        BlendBitmap(view, info.x, top, {glyph.rect.Width(), glyph.rect.Height(), glyph.pixels});
     }
     m_pending.clear();
     m_fonts = nullptr;
@@ -93,8 +119,16 @@ void PictureComposer::Compose(const CZelMessage& message) {
 void PictureComposer::DrawText(PixelView view, const PendingCharacter& pending, const CZelMessage& message) {
     const tag_CharInf& info = pending.info;
     const TextGlyph* glyph = m_text.Get(pending.log_font, info, pending.character);
-    if (glyph == nullptr) return;
+    if (glyph == nullptr) {
+        if (m_text.IsExhausted()) m_bitmaps->AddFailure(info, pending.character, "the typeface is too large");
+        return;
+    }
     const int baseline = TextBaseline(*m_fonts, message, info, pending.character);
+    if (!TakePixels(view, BoxOf(info.x, baseline, glyph->edge)) ||
+        !TakePixels(view, BoxOf(info.x, baseline, glyph->face))) {
+        m_bitmaps->AddFailure(info, pending.character, kTooManyPixels);
+        return;
+    }
     BlendCoverage(view, info.x, baseline, glyph->edge, info.edge_colour);
     BlendCoverage(view, info.x, baseline, glyph->face, info.face_colour);
 }

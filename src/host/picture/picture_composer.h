@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,6 +45,9 @@ class PictureComposer : public host::HostObserver {
     void BeginMessage(CZelFont& fonts);
     void LoadRgba(const CZelTransDlg& dialog);
     void Compose(const CZelMessage& message);
+    /// Takes the visible part of a box from the pixels that the message may still cover.
+    /// @return false if too few are left.
+    bool TakePixels(PixelView view, const PixelBox& box) noexcept;
     void DrawText(PixelView view, const PendingCharacter& pending, const CZelMessage& message);
 
     /// Of the current message.
@@ -51,6 +55,8 @@ class PictureComposer : public host::HostObserver {
     /// Of the current message; null until a character has arrived.
     host::GlyphBitmaps* m_bitmaps = nullptr;
     std::vector<PendingCharacter> m_pending;
+    /// Pixels that the characters of the current message may still cover.
+    std::int64_t m_left = 0;
     std::optional<Picture> m_picture;
     PixelPool m_pool;
     std::string m_rgba_error;

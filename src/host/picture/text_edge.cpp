@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
+#include <vector>
 
 namespace zel::picture {
 
@@ -16,6 +17,19 @@ void Stamp(const Coverage& face, int left, int top, Coverage& edge) {
         const std::uint8_t* source = face.bytes.data() + static_cast<std::ptrdiff_t>(row) * face.width;
         std::uint8_t* target = edge.bytes.data() + static_cast<std::ptrdiff_t>(top + row) * edge.width + left;
         for (int column = 0; column < face.width; ++column) target[column] = std::max(target[column], source[column]);
+    }
+}
+
+/// Draws a coverage into itself, moved by a vector; the parts outside are cut off.
+void Spread(Coverage& edge, EdgeVector vector) {
+    const std::vector<std::uint8_t> before = edge.bytes;
+    const int left = std::max(vector.right, 0), columns = edge.width - std::abs(vector.right);
+    const int end = edge.height + std::min(vector.down, 0);
+    for (int row = std::max(vector.down, 0); row < end; ++row) {
+        const std::uint8_t* source =
+            before.data() + static_cast<std::ptrdiff_t>(row - vector.down) * edge.width + left - vector.right;
+        std::uint8_t* target = edge.bytes.data() + static_cast<std::ptrdiff_t>(row) * edge.width + left;
+        for (int column = 0; column < columns; ++column) target[column] = std::max(target[column], source[column]);
     }
 }
 
@@ -46,10 +60,13 @@ Coverage Extruded(const Coverage& face, EdgeVector vector) {
     edge.left = face.left + std::min(vector.right, 0);
     edge.top = face.top - std::min(vector.down, 0);
     edge.bytes.assign(static_cast<std::size_t>(edge.width) * static_cast<std::size_t>(edge.height), 0);
-    for (int step = 1; step <= steps; ++step) {
-        const int right = vector.right * step / steps;
-        const int down = vector.down * step / steps;
-        Stamp(face, right - std::min(vector.right, 0), down - std::min(vector.down, 0), edge);
+    const EdgeVector step{vector.right / steps, vector.down / steps};
+    Stamp(face, step.right - std::min(vector.right, 0), step.down - std::min(vector.down, 0), edge);
+    // Each pass doubles the positions that are drawn, so a long shadow takes little longer than a short one.
+    for (int drawn = 1; drawn < steps;) {
+        const int more = std::min(drawn, steps - drawn);
+        Spread(edge, {step.right * more, step.down * more});
+        drawn += more;
     }
     return edge;
 }

@@ -19,6 +19,7 @@ Coverage Shifted(const Coverage& face, EdgeVector vector);
 
 /// The area that the face covers as it moves along the vector, without its first position, which would darken the
 /// smooth outline on the lit side.
+/// @param vector  in one of the eight directions of EdgeVectorOf.
 Coverage Extruded(const Coverage& face, EdgeVector vector);
 
 }  // namespace zel::picture

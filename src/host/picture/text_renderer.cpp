@@ -25,6 +25,8 @@ namespace {
 constexpr LONG kMaxHeight = 2048;
 /// Bytes of the cached glyphs; a message of ordinary text needs a hundredth of them.
 constexpr std::size_t kCacheSize = std::size_t{32} << 20;
+/// Bytes of the glyphs that one message may draw, 48 times the pixels of its picture.
+constexpr std::size_t kMessageBytes = std::size_t{16} << 20;
 
 /// Frees a handle of the library.
 template <auto Free>
@@ -126,16 +128,20 @@ class TextRenderer::Cache {
         if (FT_Stroker_New(library, &stroker) == 0) m_stroker.reset(stroker);
     }
 
-    const TextGlyph* Get(const LOGFONT& font, const tag_CharInf& info, unsigned character) {
+    /// @param left  bytes that may still be drawn; receives what remains.
+    const TextGlyph* Get(const LOGFONT& font, const tag_CharInf& info, unsigned character, std::size_t& left) {
         const Key key(TypefaceQueryOf(font), font.lfHeight, EdgeOf(info), character);
         if (const auto found = m_glyphs.find(key); found != m_glyphs.end()) return PointerTo(found->second);
+        if (left == 0) return nullptr;
         if (m_bytes > kCacheSize) {
             m_glyphs.clear();
             m_bytes = 0;
         }
         std::optional<TextGlyph>& glyph = m_glyphs[key];
         glyph = Make(key);
-        if (glyph) m_bytes += glyph->face.bytes.size() + glyph->edge.bytes.size();
+        const std::size_t bytes = glyph ? glyph->face.bytes.size() + glyph->edge.bytes.size() : 0;
+        m_bytes += bytes;
+        left -= std::min(bytes, left);
         return PointerTo(glyph);
     }
 
@@ -180,7 +186,11 @@ TextRenderer::~TextRenderer() = default;
 
 const TextGlyph* TextRenderer::Get(const LOGFONT& font, const tag_CharInf& info, unsigned character) {
     if (!m_cache) m_cache = std::make_unique<Cache>();
-    return m_cache->Get(font, info, character);
+    return m_cache->Get(font, info, character, m_left);
+}
+
+void TextRenderer::BeginMessage() noexcept {
+    m_left = kMessageBytes;
 }
 
 }  // namespace zel::picture

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <limits>
 #include <memory>
 
 #include "host/picture/coverage.h"
@@ -26,13 +28,21 @@ class TextRenderer {
 
     /// The glyph of a character with the edge in its record. The description's height is, in pixels, that of the
     /// character cell above 0, and that of the em below 0.
-    /// @return null for a height of 0, without any typeface, and for a character that can't be drawn. Valid until the
-    ///         next call.
+    /// @return null for a height of 0, without any typeface, for a character that can't be drawn, and once
+    ///         IsExhausted. Valid until the next call.
     const TextGlyph* Get(const LOGFONT& font, const tag_CharInf& info, unsigned character);
+
+    /// Limits the characters that are drawn from here on, until the next call, to 16 MiB: heights come from files. An
+    /// object whose texts are its caller's own needs no limit.
+    void BeginMessage() noexcept;
+    /// Whether the limit is reached. Only cached characters are returned then.
+    bool IsExhausted() const noexcept { return m_left == 0; }
 
   private:
     class Cache;
     std::unique_ptr<Cache> m_cache;
+    /// Bytes of the characters that may still be drawn.
+    std::size_t m_left = std::numeric_limits<std::size_t>::max();
 };
 
 }  // namespace zel::picture

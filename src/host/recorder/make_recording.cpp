@@ -91,6 +91,7 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
         recording.height = arrived.picture->height;
         recording.picture = picture::EncodePng(*arrived.picture);
     }
+    if (arrived.message.rgba) recording.standard = library::RgbaStandard(recording.height, arrived.message.standard);
     return recording;
 }
 

@@ -55,8 +55,15 @@ class GlyphColours {
     font::RunColour m_background;
 };
 
-// The record of a stored glyph. One read of a fixed size is enough for most; a larger record needs an allocation and a
-// second read.
+// Size of a stored glyph's head and pixels, whatever the length of its record.
+std::uint64_t GlyphBytes(const font::StoredGlyphHead& head) noexcept {
+    if (head.width <= 0 || head.height <= 0) return font::kStoredGlyphHeadSize;
+    return font::kStoredGlyphHeadSize +
+           static_cast<std::uint64_t>(head.width) * static_cast<std::uint64_t>(head.height) * 4;
+}
+
+// The record of a stored glyph, up to the end of its pixels. One read of a fixed size is enough for most; a larger
+// record needs an allocation and a second read.
 class StoredRecord {
   public:
     StoredRecord(CFile& file, const tag_font_memory& font, std::uint32_t offset);
@@ -74,11 +81,13 @@ class StoredRecord {
 StoredRecord::StoredRecord(CFile& file, const tag_font_memory& font, std::uint32_t offset) {
     file.Seek(static_cast<LONGLONG>(offset), CFile::begin);
     const std::size_t first_size = file.Read(m_first.data(), static_cast<UINT>(m_first.size()));
-    const std::size_t length = font::ConvertStoredGlyphHead(std::span(m_first).first(first_size)).length;
-    const std::size_t size = std::max(length, kLengthBytes);
-    if (first_size < kLengthBytes || file.GetLength() - offset < size) {
+    const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(std::span(m_first).first(first_size));
+    const std::size_t length = std::max<std::size_t>(head.length, kLengthBytes);
+    if (first_size < kLengthBytes || file.GetLength() - offset < length) {
         AfxThrowFileException(CFileException::genericException, -1, font.file_name);
     }
+    // A record may be much longer than its pixels, whose size the caller knows.
+    const std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(length, GlyphBytes(head)));
     m_bytes = std::span(m_first).first(std::min(size, first_size));
     if (size <= first_size) return;
     m_larger.reset(new (std::nothrow) std::uint8_t[size]);

@@ -143,8 +143,9 @@ constexpr FontReport kReports[] = {
     {FontReport::kFileError, nullptr, nullptr, true},
     {FontReport::kFileError, nullptr, nullptr, true},
     {FontReport::kSilent, nullptr, nullptr, true},
+    {FontReport::kSilent, nullptr, nullptr, true},
 };
-static_assert(std::size(kReports) == static_cast<std::size_t>(font::FontOutcome::kNoMemory) + 1);
+static_assert(std::size(kReports) == static_cast<std::size_t>(font::FontOutcome::kTooLarge) + 1);
 static_assert(kReports[static_cast<int>(font::FontOutcome::kShortEncoding)].kind == FontReport::kBox &&
               kReports[static_cast<int>(font::FontOutcome::kShortBlock)].kind == FontReport::kFileError);
 

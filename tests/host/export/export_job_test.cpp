@@ -62,17 +62,106 @@ TEST_F(Job, WritesTheSameFilesWithAnyNumberOfJobs) {
     EXPECT_EQ(FilesIn(m_scratch.Path() / "four"), files);
 }
 
-TEST_F(Job, ListsEveryFileWithItsChecksum) {
-    Run(m_out, {"tga", "sheet"}, {Recorded(3), Recorded(4)});
-    std::istringstream lines(samples_test::ReadAll(m_out / "SHA256SUMS"));
+/// The names in SHA256SUMS, after a check of their sums.
+std::vector<std::string> ListedNames(const std::filesystem::path& directory) {
+    std::istringstream lines(samples_test::ReadAll(directory / "SHA256SUMS"));
     std::vector<std::string> names;
     for (std::string sum, name; lines >> sum >> name; names.push_back(name)) {
-        EXPECT_EQ(base::Sha256OfFile(m_out / name), sum) << name;
+        EXPECT_EQ(base::Sha256OfFile(directory / name), sum) << name;
     }
-    EXPECT_THAT(names, ElementsAre("0003.tga", "0004.tga", "contact-sheet-001.png", "manifest.json"));
+    return names;
+}
+
+TEST_F(Job, ListsEveryFileWithItsChecksum) {
+    Run(m_out, {"tga", "sheet"}, {Recorded(3), Recorded(4)});
+    EXPECT_THAT(ListedNames(m_out), ElementsAre("0003.tga", "0004.tga", "contact-sheet-001.png", "manifest.json"));
     const auto manifest = nlohmann::json::parse(samples_test::ReadAll(m_out / "manifest.json"));
     EXPECT_EQ(manifest["messages"][1]["number"], 4);
     EXPECT_EQ(manifest["messages"][1]["files"][0]["name"], "0004.tga");
+}
+
+TEST_F(Job, KeepsTheListsOfWhatIsThere) {
+    const picture::Picture small = Colourful(8, 8);
+    Run(m_out, {"html", "json"}, {Recorded(2, small), Recorded(5, small), Recorded(7, small)});
+    std::filesystem::remove(m_out / "0007.json");
+    library::Recording changed = Recorded(5, small);
+    changed.text = "changed";
+    Run(m_out, {"html"}, {Recorded(3, small), changed});
+    EXPECT_THAT(ListedNames(m_out), ElementsAre("0002.html", "0002.json", "0003.html", "0005.html", "0005.json",
+                                                "0007.html", "index.html", "manifest.json"));
+    const std::string index = samples_test::ReadAll(m_out / "index.html");
+    EXPECT_THAT(index,
+                AllOf(HasSubstr("0002.html"), HasSubstr("0003.html"), HasSubstr("changed"), HasSubstr("0007.html")));
+    Run(m_out, {"png"}, {Recorded(9, small)});
+    EXPECT_THAT(ListedNames(m_out), testing::SizeIs(9));
+    const auto manifest = nlohmann::json::parse(samples_test::ReadAll(m_out / "manifest.json"));
+    EXPECT_EQ(manifest["formats"], nlohmann::json({"png", "html", "json"}));
+    EXPECT_EQ(manifest["messages"].size(), 5U);
+    EXPECT_EQ(samples_test::ReadAll(m_out / "index.html"), index);
+}
+
+TEST_F(Job, ReplacesTheFailuresOfTheFormatsThatItRepeats) {
+    library::Recording bare = Recorded(1, Colourful(8, 8));
+    const std::string picture = std::exchange(bare.picture, {});
+    Run(m_out, {"json", "png", "tga"}, {bare});
+    bare.picture = picture;
+    Run(m_out, {"png"}, {bare});
+    const auto manifest = nlohmann::json::parse(samples_test::ReadAll(m_out / "manifest.json"));
+    EXPECT_EQ(manifest["messages"][0]["failures"], nlohmann::json({"tga: there is no picture"}));
+    EXPECT_THAT(ListedNames(m_out), ElementsAre("0001.png", "0001.json", "manifest.json"));
+}
+
+TEST_F(Job, LeavesAForeignManifestAlone) {
+    const std::string sum(64, 'a');
+    const auto with_file = [&](const std::string& name, const std::string& checksum) {
+        return R"({"formats":[],"premultiplied":false,"messages":[],"files":[{"name":")" + name +
+               R"(","size":1,"sha256":")" + checksum + R"("}]})";
+    };
+    std::filesystem::create_directories(m_out);
+    for (const std::string& text :
+         {std::string(), std::string("{}"), std::string("[1"), std::string(R"({"name":"App","start_url":"/"})"),
+          std::string(R"({"formats":[],"premultiplied":false,"messages":[{"number":"x"}],"files":[]})"),
+          with_file("../x", sum), with_file("", sum), with_file("a\\nb", sum), with_file("a", "0")}) {
+        std::ofstream(m_out / "manifest.json") << text;
+        EXPECT_THAT([&] { exporter::ExportJob(m_out, {"json"}, {}); },
+                    ThrowsMessage<std::runtime_error>(HasSubstr("manifest.json: is not the manifest of an export")))
+            << text;
+        EXPECT_EQ(samples_test::ReadAll(m_out / "manifest.json"), text);
+    }
+    std::ofstream(m_out / "manifest.json") << with_file("gone", sum);
+    EXPECT_THAT(Run(m_out, {"json"}, {Recorded(1)}).failures, IsEmpty());
+}
+
+TEST_F(Job, DoesNotMixPicturesOfTwoKinds) {
+    struct {
+        const char* first;
+        bool first_premultiplied;
+        const char* second;
+        bool second_premultiplied;
+        const char* reason;
+    } const cases[] = {
+        {"png", false, "key-fill", false, "png and key-fill"},
+        {"key-fill", false, "png", false, "png and key-fill"},
+        {"tga", false, "png", true, "straight colours"},
+        {"png", true, "tga", false, "premultiplied colours"},
+        {"json", true, "png", false, nullptr},
+        {"png", true, "json", false, nullptr},
+    };
+    int n = 0;
+    for (const auto& row : cases) {
+        const std::filesystem::path directory = m_scratch.Path() / std::to_string(++n);
+        exporter::ExportJob first(directory, {row.first}, {.premultiplied = row.first_premultiplied});
+        first.Export(Recorded(1, Colourful(8, 8)));
+        first.Finish();
+        const auto second = [&] {
+            exporter::ExportJob(directory, {row.second}, {.premultiplied = row.second_premultiplied}).Finish();
+        };
+        if (row.reason == nullptr) {
+            EXPECT_NO_THROW(second()) << n;
+        } else {
+            EXPECT_THAT(second, ThrowsMessage<std::runtime_error>(HasSubstr(row.reason))) << n;
+        }
+    }
 }
 
 TEST_F(Job, ContinuesAfterAMessageThatFails) {

@@ -242,6 +242,30 @@ TEST(FontSizes, AreCheckedAgainstTheFileBeforeAllocation) {
     }
 }
 
+TEST(FontSizes, AreLimitedForAllBlocksTogether) {
+    constexpr std::size_t kMost = font::kMaxFontBytes;
+    const struct {
+        std::size_t encoding;
+        int sample_rows;  // of 1024 bytes
+        font::FontOutcome outcome;
+    } cases[] = {
+        {kMost, 0, font::FontOutcome::kRead},
+        {kMost + 4, 0, font::FontOutcome::kTooLarge},
+        {kMost - 2048, 2, font::FontOutcome::kRead},
+        {kMost - 2044, 2, font::FontOutcome::kTooLarge},
+    };
+    for (const auto& [encoding, rows, outcome] : cases) {
+        FontFile font;
+        font.header.font_flags = 0x20;
+        font.encoding.resize(encoding);
+        if (rows != 0) {
+            const samples::Sample sample{1024, rows, Bytes(static_cast<std::size_t>(rows) * 1024)};
+            font.sample = samples::SampleBlock{0, sample, {}};
+        }
+        EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, outcome) << encoding;
+    }
+}
+
 TEST(StoredGlyphs, LengthPastTheEndFailsOnlyForTheNextGlyph) {
     FontFile font = WithAllBlocks(0x20);
     font.stored[191].length = 0xFFFFFFFF;

@@ -61,6 +61,16 @@ TEST(Measure, EndsAfter500LinesOrRuns) {
     EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (font::GlyphSize{500, 4}));
 }
 
+TEST(Measure, EndsAfterTheLargestNumberOfCodes) {
+    for (const std::size_t stays : {font::kMaxGlyphCodes - 1, font::kMaxGlyphCodes}) {
+        RunCodes codes(stays, Stay(1, 255));
+        codes.insert(codes.end(), 2, ColourRun(1, 255, 5));
+        const samples::Bytes bytes = samples::RunCodeBytes(codes);
+        const font::GlyphSize size = stays < font::kMaxGlyphCodes ? font::GlyphSize{8, 3} : font::GlyphSize{0, 2};
+        for (const font::MeasurePath& path : font::MeasurePaths()) EXPECT_EQ(path.measure(Reader(bytes)), size);
+    }
+}
+
 TEST(Measure, IsTheSameOnEveryPath) {
     std::mt19937 random(4711);
     for (int round = 0; round < 5000; ++round) {

@@ -55,6 +55,24 @@ TEST(BatchCommand, RecordsWritesAndReports) {
     EXPECT_EQ(json::parse(recording.document), json::parse(disk.Read("a b/0012.json")));
 }
 
+TEST(BatchCommand, WarnsOfAFontFromAnotherDisk) {
+    const CommandDisk disk;
+    disk.Shell("mkdir -p b/MACHINE && cp -r MESSAGES b");
+    // As after an import of the first disk by the dialog. Each dialog stores its own directory when it closes.
+    const std::string after_other_disk = "zeltrans settings set FontDir 0 \"$PWD/MACHINE\"; ";
+    const CommandResult result =
+        disk.Shell(after_other_disk + "zeltrans batch b 12 12 --library lib --out out --report r.json");
+    const std::string warning =
+        "font 12 is not in the font directory; used instead: " + (disk / "MACHINE/.0012").string();
+    EXPECT_THAT(result.out, HasSubstr("; " + warning + "\n"));
+    EXPECT_EQ(json::parse(disk.Read("r.json"))["warnings"][0]["texts"][1], warning);
+    EXPECT_EQ(json::parse(disk.Read("out/0012.json"))["warnings"][1], warning);
+    const library::Recording recording = library::Library(disk / "lib", library::Access::kRead).Find({"", 12}).value();
+    EXPECT_EQ(recording.warnings.at(1), warning);
+    EXPECT_THAT(disk.Shell(after_other_disk + "zeltrans import b/MESSAGES/.0012").err,
+                HasSubstr("note: " + warning + "\n"));
+}
+
 TEST(BatchCommand, GivesTheSameForAnyNumberOfJobs) {
     const CommandDisk disk;
     disk.Shell("for n in 21 22 23 24 25 26; do cp MESSAGES/.0012 MESSAGES/.00$n; done");

@@ -39,6 +39,12 @@ class FontReader {
     FontOutcome ReadBlock(const char* name, std::int64_t size, std::uint8_t*& block, FontOutcome when_short);
     FontOutcome ReadSampleBlock(FontOutcome when_head_short);
 
+    bool Allow(std::uint64_t size) noexcept {
+        if (size > m_left) return false;
+        m_left -= size;
+        return true;
+    }
+
     void Observe(const char* name, std::uint64_t size) {
         if (m_observer != nullptr) m_observer->OnSection(name, m_offset, size, std::min(size, m_file.Left(m_offset)));
     }
@@ -47,6 +53,8 @@ class FontReader {
     tag_font_memory& m_slot;
     bool& m_tessor;
     message::SectionObserver* m_observer;
+    // Bytes that the remaining blocks may have.
+    std::uint64_t m_left = kMaxFontBytes;
     std::uint64_t m_offset = 0;
 };
 
@@ -161,6 +169,7 @@ FontOutcome FontReader::ReadBlock(const char* name, std::int64_t size, std::uint
     const std::uint64_t wanted = static_cast<std::uint64_t>(size);
     Observe(name, wanted);
     if (wanted > m_file.Left(m_offset)) return when_short;
+    if (!Allow(wanted)) return FontOutcome::kTooLarge;
     block = static_cast<std::uint8_t*>(std::malloc(static_cast<std::size_t>(wanted)));
     if (block == nullptr) return FontOutcome::kNoMemory;
     if (m_file.Read(m_offset, {block, static_cast<std::size_t>(wanted)}) != wanted) return when_short;
@@ -174,10 +183,11 @@ FontOutcome FontReader::ReadSampleBlock(FontOutcome when_head_short) {
     const auto rows_size = [](std::int16_t width, std::int16_t height) {
         return static_cast<std::uint64_t>(std::max(width * SampleRows(height), 0));
     };
-    Observe("sample block",
-            sizeof samp + rows_size(samp.width_a, samp.height_a) + rows_size(samp.width_b, samp.height_b));
+    const std::uint64_t rows = rows_size(samp.width_a, samp.height_a) + rows_size(samp.width_b, samp.height_b);
+    Observe("sample block", sizeof samp + rows);
     if (bytes.size() != sizeof samp) return when_head_short;
     m_offset += sizeof samp;
+    if (rows <= m_file.Left(m_offset) && !Allow(rows)) return FontOutcome::kTooLarge;
     // The second sample block of a font replaces the first.
     for (tag_graphic_rectangle* sample : {&m_slot.sample_a, &m_slot.sample_b}) {
         std::free(sample->data);

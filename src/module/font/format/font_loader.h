@@ -27,6 +27,8 @@ enum class FontOutcome {
     kShortBlock,
     /// Also for a negative size.
     kNoMemory,
+    /// The blocks exceed kMaxFontBytes.
+    kTooLarge,
 };
 
 /// The contents of a font file; owns the blocks of its slot. A block is null when the font has none or when reading
@@ -45,6 +47,10 @@ struct LoadedFont {
     /// The font isn't plain: encoding data in the ordinary place can't be decoded and was not read.
     bool tessor = false;
 };
+
+/// Most bytes of a font's blocks together: some 5000 run codes for each of the 192 characters. A sparse file can
+/// announce any size, and a message has 16 fonts.
+inline constexpr std::uint64_t kMaxFontBytes = std::uint64_t{4} << 20;
 
 /// Reads a font file: all blocks. The stored glyphs are only located.
 /// @param font      an empty one; receives everything that was read, also when the outcome isn't kRead.

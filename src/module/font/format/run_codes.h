@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -38,15 +39,20 @@ struct RunCode {
 /// can't take long.
 inline constexpr int kMaxGlyphLines = 500;
 inline constexpr int kMaxLineRuns = 500;
+/// Maximum number of run codes of a glyph, more than 500 lines of 499 runs have. Codes that stay, and background runs,
+/// aren't counted in every case; without this limit they could fill the encoding data.
+inline constexpr std::size_t kMaxGlyphCodes = std::size_t{1} << 18;
 
-/// Reads the run codes of one glyph. The end of the encoding data ends the glyph.
+/// Reads the run codes of one glyph. The end of the encoding data ends the glyph, and so do kMaxGlyphCodes.
 class RunCodeReader {
   public:
     /// @param encoding_data  of the font, big-endian; must outlive the reader.
     /// @param glyph_offset   position of the glyph's first code in the encoding data, in bytes.
     RunCodeReader(std::span<const std::uint8_t> encoding_data, std::uint32_t glyph_offset) noexcept
         : m_rest(glyph_offset <= encoding_data.size() ? encoding_data.subspan(glyph_offset)
-                                                      : std::span<const std::uint8_t>()) {}
+                                                      : std::span<const std::uint8_t>()) {
+        m_rest = m_rest.first(std::min(m_rest.size(), kMaxGlyphCodes * 4));
+    }
 
     RunCode Next() noexcept {
         if (Left() == 0) return {0};

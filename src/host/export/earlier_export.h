@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "host/export/manifest.h"
+
+namespace zel::exporter {
+
+/// What earlier exports have left in a directory: its manifest, without the files that are gone. Empty without a
+/// manifest.
+/// @throws std::runtime_error with the file's name for a manifest.json that no export has written.
+Manifest EarlierExport(const std::filesystem::path& directory);
+
+/// Checks that files of an export may be beside those of earlier ones.
+/// @param formats  names of ExportFormats.
+/// @throws std::runtime_error with the reason.
+void CheckGoTogether(const Manifest& earlier, const std::vector<std::string>& formats, bool premultiplied);
+
+/// Adds the files of earlier exports that the new one has not replaced, and the formats and failures of formats that
+/// the new one does not have. The messages are sorted by disk and number.
+void AddEarlier(Manifest earlier, Manifest& manifest);
+
+/// Adds a file to a list, in place of one with its name.
+void PutFile(ManifestFile file, std::vector<ManifestFile>& files);
+
+}  // namespace zel::exporter
