@@ -48,7 +48,11 @@ TEST_F(Errors, StandForThoseOfThisSystem) {
     EXPECT_EQ(system::ErrorFromErrno(ENOENT), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(system::ErrorFromErrno(ENOTDIR), ERROR_PATH_NOT_FOUND);
     EXPECT_EQ(system::ErrorFromErrno(EACCES), ERROR_ACCESS_DENIED);
-    EXPECT_EQ(system::ErrorFromErrno(ENOMEDIUM), ERROR_NOT_READY);
+    EXPECT_EQ(system::ErrorFromErrno(ENOMEDIUM), ERROR_NO_MEDIA_IN_DRIVE);
+    EXPECT_EQ(system::ErrorFromErrno(EMEDIUMTYPE), ERROR_UNRECOGNIZED_MEDIA);
+    EXPECT_EQ(system::ErrorFromErrno(EIO), ERROR_IO_DEVICE);
+    EXPECT_EQ(system::ErrorFromErrno(ENXIO), ERROR_DEVICE_NOT_CONNECTED);
+    EXPECT_EQ(system::ErrorFromErrno(EUCLEAN), ERROR_DISK_CORRUPT);
     EXPECT_EQ(system::ErrorFromErrno(ENAMETOOLONG), ERROR_FILENAME_EXCED_RANGE);
     EXPECT_EQ(system::ErrorFromErrno(EPROTO), ERROR_GEN_FAILURE);
 }
