@@ -70,7 +70,7 @@ TEST_F(Errors, OfFilesAreReportedWithTheirName) {
     ASSERT_EQ(m_desktop.Boxes().size(), 3u);
     EXPECT_EQ(m_desktop.Boxes()[0].text, "An unknown error occurred while accessing D:\\f\\.0012.");
     EXPECT_EQ(m_desktop.Boxes()[0].caption, "Tavro");
-    EXPECT_EQ(m_desktop.Boxes()[0].style, 0u);
+    EXPECT_EQ(m_desktop.Boxes()[0].style, 48u);
     EXPECT_EQ(m_desktop.Boxes()[1].text, "an unnamed file was not found.");
     EXPECT_EQ(m_desktop.Boxes()[1].style, MB_ICONEXCLAMATION);
     EXPECT_EQ(m_desktop.Boxes()[2].text, "An unknown error occurred while accessing x.");
@@ -101,6 +101,19 @@ TEST_F(Services, ShowBoxesUnderTheApplicationsName) {
     EXPECT_EQ(m_desktop.Boxes()[1].caption, "Error");
     EXPECT_EQ(m_desktop.Boxes()[1].style, 0x40033u);
     EXPECT_STREQ(AfxGetApp()->m_pszAppName, "Tavro");
+}
+
+TEST_F(Services, GiveAnIconToABoxOfTheFrameworkWithOkAlone) {
+    for (const auto& [wanted, shown] : {std::pair{MB_OK, MB_ICONEXCLAMATION},
+                                        {MB_OK | MB_TOPMOST, MB_ICONEXCLAMATION | MB_TOPMOST},
+                                        {MB_OK | MB_ICONHAND, MB_ICONHAND},
+                                        {MB_YESNO, MB_YESNO},
+                                        {MB_OKCANCEL | MB_ICONQUESTION, MB_OKCANCEL | MB_ICONQUESTION}}) {
+        AfxMessageBox("text", wanted);
+        EXPECT_EQ(m_desktop.Boxes().back().style, shown) << wanted;
+    }
+    MessageBoxA(nullptr, "text", "caption", MB_OK);
+    EXPECT_EQ(m_desktop.Boxes().back().style, MB_OK) << "the system adds none";
 }
 
 TEST_F(Services, NestWaitCursors) {
