@@ -146,7 +146,7 @@ struct StandardMap {
     bool Find(const std::string& key) const {
         const auto at = map.find(std::string_view(key.c_str()));
         if (at == map.end()) return false;
-        found = text->Built(at->second);
+        found = text->Compose(at->second);
         return true;
     }
     std::shared_ptr<NameText> text;

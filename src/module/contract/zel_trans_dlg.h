@@ -92,11 +92,11 @@ class CZelTransDlg : public CDialog {
     ZELTRANS_API void DeleteZelTransRegistrySubKey(char* list);
 
     /// Bitstream number to built name.
-    zel::NumberedNames m_mapBitStreamId;
+    zel::NumberedNames m_mapBitStreamId{10};
     /// Built name to installed typeface.
-    zel::NamedNames m_mapTypeFace;
+    zel::NamedNames m_mapTypeFace{10};
     /// First word of a built name to that name.
-    zel::NamedNames m_mapBitStreamFamily;
+    zel::NamedNames m_mapBitStreamFamily{10};
     /// Receives the messages of an import; null for none.
     CWnd* m_pHostWnd = nullptr;
     /// The export window of a batch export.
