@@ -36,7 +36,7 @@ std::string ErrorText(DWORD error) {
     return result;
 }
 
-TEST_F(Errors, HaveTheSystemsWords) {
+TEST_F(Errors, HaveTheSystemsTexts) {
     EXPECT_EQ(ErrorText(2), "The system cannot find the file specified.\r\n");
     EXPECT_EQ(ErrorText(26), "The specified disk or diskette cannot be accessed.\r\n");
     EXPECT_EQ(ErrorText(206), "The filename or extension is too long.\r\n");
@@ -44,7 +44,7 @@ TEST_F(Errors, HaveTheSystemsWords) {
     EXPECT_EQ(GetLastError(), ERROR_MR_MID_NOT_FOUND);
 }
 
-TEST_F(Errors, StandForThoseOfThisSystem) {
+TEST_F(Errors, AreTheCounterpartsOfErrno) {
     EXPECT_EQ(system::ErrorFromErrno(ENOENT), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(system::ErrorFromErrno(ENOTDIR), ERROR_PATH_NOT_FOUND);
     EXPECT_EQ(system::ErrorFromErrno(EACCES), ERROR_ACCESS_DENIED);
@@ -129,7 +129,7 @@ TEST_F(Services, NestWaitCursors) {
     window.EndWaitCursor();
 }
 
-TEST_F(Services, AskTheDesktopForKeysAndCommands) {
+TEST_F(Services, PassKeysAndCommandsToTheDesktop) {
     EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
     m_desktop.SetKeyDown(VK_ESCAPE, true);
     EXPECT_NE(GetAsyncKeyState(VK_ESCAPE), 0);
@@ -139,7 +139,7 @@ TEST_F(Services, AskTheDesktopForKeysAndCommands) {
     EXPECT_EQ(m_desktop.Commands().at(0), "Notepad a.txt; rm -r x");
 }
 
-TEST_F(Services, DrawNumbersOf15BitsInTheSeedsOrder) {
+TEST_F(Services, RepeatTheRandomNumbersOfASeed) {
     crt::srand(1);
     EXPECT_EQ(crt::rand(), 16838);
     EXPECT_EQ(crt::rand(), 5758);
@@ -151,7 +151,7 @@ TEST_F(Services, DrawNumbersOf15BitsInTheSeedsOrder) {
     EXPECT_NE(crt::rand(), first);
 }
 
-TEST_F(Services, TellAVersionThatMayBeSet) {
+TEST_F(Services, ReportTheVersionThatIsSet) {
     OSVERSIONINFOA info{};
     EXPECT_FALSE(GetVersionExA(&info));
     info.dwOSVersionInfoSize = sizeof info;

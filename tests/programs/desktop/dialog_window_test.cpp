@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QStyleOptionButton>
+#include <cstdlib>
 
 #include <gmock/gmock.h>
 
