@@ -142,12 +142,12 @@ void CheckBits(bool font, Bytes file, std::size_t bytes) {
     }
 }
 
-TEST(SmallFiles, AreToldWhereverTheyAreCut) {
+TEST(SmallFiles, AreReportedWhereverTheyAreCut) {
     CheckCuts(false, samples::WriteMessage(GoodMessage()), 1, 1);
     CheckCuts(true, samples::WriteFont(GoodFont()), 1, 1);
 }
 
-TEST(SmallFiles, AreToldWhicheverBitIsFlipped) {
+TEST(SmallFiles, AreReportedWhicheverBitIsFlipped) {
     samples::MessageFile message = GoodMessage();
     message.background.reset();
     message.palette->entries.resize(2);
@@ -176,15 +176,15 @@ struct DemonstrationDisk : testing::Test {
     }
 };
 
-TEST_F(DemonstrationDisk, HasNoMessageThatACutLeavesUntold) {
+TEST_F(DemonstrationDisk, ReportsEveryCutInAMessage) {
     ForEach("MESSAGES", [](Bytes file) { CheckCuts(false, file, file.size() < 10000 ? 1 : kFontStride, 1); });
 }
 
-TEST_F(DemonstrationDisk, HasNoFontThatACutLeavesUntold) {
+TEST_F(DemonstrationDisk, ReportsEveryCutInAFont) {
     ForEach("MACHINE", [](Bytes file) { CheckCuts(true, file, kFontStride, kInspectStride); });
 }
 
-TEST_F(DemonstrationDisk, HasNoMessageThatAFlippedBitLeavesUntold) {
+TEST_F(DemonstrationDisk, ReportsEveryFlippedBitInAMessage) {
     ForEach("MESSAGES", [](Bytes file) { CheckBits(false, file, file.size() < 1600 ? file.size() : 152 + 52); });
 }
 #endif

@@ -14,7 +14,7 @@ class Machine {
     Machine();
 
     /// Imports the message without a dialog, draws its characters, and reads one font alone.
-    /// @return what the host heard and how each of the three ended, such as "1157 c c 1181 1180 ; 2 drawn; alone; ".
+    /// @return what the host received and how each of the three ended, such as "1157 c c 1181 1180 ; 2 drawn; alone; ".
     std::string Import();
 
     /// Blocks that the last import left.

@@ -82,7 +82,7 @@ TEST_F(ComboBox, FindsAnExactTextInAnyCaseAfterTheStart) {
     EXPECT_EQ(Send(kCombo, CB_FINDSTRINGEXACT, 0, Text("D:\\On")), CB_ERR);
 }
 
-TEST_F(ComboBox, SortsItsListOnlyIfAsked) {
+TEST_F(ComboBox, SortsItsListOnlyIfItsTemplateSaysSo) {
     for (const char* entry : {"b", "C", "a"}) Send(kSorted, CB_ADDSTRING, 0, Text(entry));
     EXPECT_EQ(Send(kSorted, CB_FINDSTRINGEXACT, 0, Text("C")), 2);
     EXPECT_EQ(Send(kSorted, CB_FINDSTRINGEXACT, 0, Text("a")), 0);

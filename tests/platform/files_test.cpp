@@ -74,7 +74,7 @@ TEST_F(Files, PreferTheNameAsWritten) {
     EXPECT_EQ(Content("D:\\MESSAGES\\promo"), "capitals") << "the first in byte order";
 }
 
-TEST_F(Files, SayWhyTheyDoNotOpen) {
+TEST_F(Files, ReportWhyTheyDoNotOpen) {
     EXPECT_EQ(Content("D:\\MESSAGES\\.0013"), "error 2");
     EXPECT_EQ(Content("D:\\MESSAGES\\Missing"), "error 2");
     EXPECT_EQ(Content("D:\\NOWHERE\\.0012"), "error 3");
@@ -106,7 +106,7 @@ TEST_F(Files, OfAnUnreadableDriveFailWithItsError) {
     EXPECT_EQ(Content("A:\\MESSAGES\\.0012"), "error 26");
 }
 
-TEST_F(Files, TurnTheirPathsBetweenBothForms) {
+TEST_F(Files, ConvertTheirPathsBetweenBothForms) {
     const std::string promo = (m_root / "DISK/MESSAGES/Promo").string();
     EXPECT_EQ(system::NativePath("D:\\messages\\promo"), promo);
     EXPECT_EQ(system::NativePath("D:\\messages\\other"), (m_root / "DISK/MESSAGES/other").string());
@@ -117,7 +117,7 @@ TEST_F(Files, TurnTheirPathsBetweenBothForms) {
     EXPECT_EQ(system::ModulePath("D:\\x"), "D:\\x");
 }
 
-TEST_F(Files, AreReadAndSoughtByCFile) {
+TEST_F(Files, AreReadByCFileFromAnyPosition) {
     CFile file;
     char bytes[32] = {};
     ASSERT_TRUE(file.Open("D:\\messages\\.0012", CFile::modeRead | CFile::typeBinary | CFile::shareDenyNone));
@@ -138,7 +138,7 @@ TEST_F(Files, AreReadAndSoughtByCFile) {
     EXPECT_EQ(file.Read(bytes, 1), 0u);
 }
 
-TEST_F(Files, TellCFileWhyTheyDoNotOpen) {
+TEST_F(Files, ReportTheCauseToCFile) {
     CFile file;
     CFileException error;
     EXPECT_FALSE(file.Open("D:\\MESSAGES", CFile::modeRead, &error));

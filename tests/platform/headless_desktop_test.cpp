@@ -14,22 +14,22 @@ class Headless : public testing::Test {
   protected:
     void SetUp() override { seam::SetDesktop(&m_desktop); }
     void TearDown() override { seam::SetDesktop(nullptr); }
-    static int Ask(UINT style) { return MessageBoxA(nullptr, "text", "caption", style); }
+    static int ShowBox(UINT style) { return MessageBoxA(nullptr, "text", "caption", style); }
 
     const ResourcesInForce m_resources;
     script::HeadlessDesktop m_desktop;
 };
 
 TEST_F(Headless, AnswersABoxByItsStyle) {
-    EXPECT_EQ(Ask(48), IDOK);
-    EXPECT_EQ(Ask(MB_OKCANCEL), IDOK);
-    EXPECT_EQ(Ask(0x40033), IDNO);
+    EXPECT_EQ(ShowBox(48), IDOK);
+    EXPECT_EQ(ShowBox(MB_OKCANCEL), IDOK);
+    EXPECT_EQ(ShowBox(0x40033), IDNO);
     m_desktop.SetYesNoAnswer(IDCANCEL);
-    EXPECT_EQ(Ask(MB_YESNOCANCEL), IDCANCEL);
-    EXPECT_EQ(Ask(MB_YESNO), IDNO);
+    EXPECT_EQ(ShowBox(MB_YESNOCANCEL), IDCANCEL);
+    EXPECT_EQ(ShowBox(MB_YESNO), IDNO);
     m_desktop.SetYesNoAnswer(IDYES);
-    EXPECT_EQ(Ask(MB_YESNO), IDYES);
-    EXPECT_EQ(Ask(MB_RETRYCANCEL), IDCANCEL);
+    EXPECT_EQ(ShowBox(MB_YESNO), IDYES);
+    EXPECT_EQ(ShowBox(MB_RETRYCANCEL), IDCANCEL);
 }
 
 TEST_F(Headless, UsesItsQueueThenItsFunctionThenTheStyle) {
@@ -37,9 +37,9 @@ TEST_F(Headless, UsesItsQueueThenItsFunctionThenTheStyle) {
     m_desktop.ObserveBoxes([&](const script::HeadlessDesktop::Box& box) { observed.push_back(box.answer); });
     m_desktop.AnswerBoxes([](const script::HeadlessDesktop::Box& box) { return box.style == MB_YESNO ? IDYES : 0; });
     m_desktop.QueueBoxAnswer(IDCANCEL);
-    EXPECT_EQ(Ask(MB_YESNO), IDCANCEL);
-    EXPECT_EQ(Ask(MB_YESNO), IDYES);
-    EXPECT_EQ(Ask(MB_YESNOCANCEL), IDNO);
+    EXPECT_EQ(ShowBox(MB_YESNO), IDCANCEL);
+    EXPECT_EQ(ShowBox(MB_YESNO), IDYES);
+    EXPECT_EQ(ShowBox(MB_YESNOCANCEL), IDNO);
     EXPECT_EQ(observed, (std::vector{IDCANCEL, IDYES, IDNO}));
     EXPECT_EQ(m_desktop.Boxes().size(), 3u);
 }

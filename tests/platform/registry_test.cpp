@@ -47,7 +47,7 @@ TEST_F(Registry, OpensOnlyKeysThatWereMade) {
     EXPECT_EQ(Open("software\\kovesh"), 0) << "missing keys above it are created, and case is ignored";
 }
 
-TEST_F(Registry, TellsTheSizeOfAValueBeforeItsBytes) {
+TEST_F(Registry, ReportsTheSizeOfAValueBeforeItsBytes) {
     Store(kList, "FontDir 0", "D:\\f");
     HKEY key = nullptr;
     ASSERT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, kList, 0, KEY_ALL_ACCESS, &key), 0);
@@ -66,7 +66,7 @@ TEST_F(Registry, TellsTheSizeOfAValueBeforeItsBytes) {
     RegCloseKey(key);
 }
 
-TEST_F(Registry, DeletesAKeyWithItsValuesUnlessKeysLieBelow) {
+TEST_F(Registry, DeletesAKeyWithItsValuesUnlessItHasSubKeys) {
     Store(kList, "FontDir 0", "D:\\f");
     EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, "Software\\Kovesh"), 5);
     EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, kList), 0);

@@ -36,7 +36,7 @@ std::string ErrorText(DWORD error) {
     return result;
 }
 
-TEST_F(Errors, HaveTheSystemsWords) {
+TEST_F(Errors, HaveTheSystemsTexts) {
     EXPECT_EQ(ErrorText(2), "The system cannot find the file specified.\r\n");
     EXPECT_EQ(ErrorText(26), "The specified disk or diskette cannot be accessed.\r\n");
     EXPECT_EQ(ErrorText(206), "The filename or extension is too long.\r\n");
@@ -44,11 +44,15 @@ TEST_F(Errors, HaveTheSystemsWords) {
     EXPECT_EQ(GetLastError(), ERROR_MR_MID_NOT_FOUND);
 }
 
-TEST_F(Errors, StandForThoseOfThisSystem) {
+TEST_F(Errors, AreTheCounterpartsOfErrno) {
     EXPECT_EQ(system::ErrorFromErrno(ENOENT), ERROR_FILE_NOT_FOUND);
     EXPECT_EQ(system::ErrorFromErrno(ENOTDIR), ERROR_PATH_NOT_FOUND);
     EXPECT_EQ(system::ErrorFromErrno(EACCES), ERROR_ACCESS_DENIED);
-    EXPECT_EQ(system::ErrorFromErrno(ENOMEDIUM), ERROR_NOT_READY);
+    EXPECT_EQ(system::ErrorFromErrno(ENOMEDIUM), ERROR_NO_MEDIA_IN_DRIVE);
+    EXPECT_EQ(system::ErrorFromErrno(EMEDIUMTYPE), ERROR_UNRECOGNIZED_MEDIA);
+    EXPECT_EQ(system::ErrorFromErrno(EIO), ERROR_IO_DEVICE);
+    EXPECT_EQ(system::ErrorFromErrno(ENXIO), ERROR_DEVICE_NOT_CONNECTED);
+    EXPECT_EQ(system::ErrorFromErrno(EUCLEAN), ERROR_DISK_CORRUPT);
     EXPECT_EQ(system::ErrorFromErrno(ENAMETOOLONG), ERROR_FILENAME_EXCED_RANGE);
     EXPECT_EQ(system::ErrorFromErrno(EPROTO), ERROR_GEN_FAILURE);
 }
@@ -66,7 +70,7 @@ TEST_F(Errors, OfFilesAreReportedWithTheirName) {
     ASSERT_EQ(m_desktop.Boxes().size(), 3u);
     EXPECT_EQ(m_desktop.Boxes()[0].text, "An unknown error occurred while accessing D:\\f\\.0012.");
     EXPECT_EQ(m_desktop.Boxes()[0].caption, "Tavro");
-    EXPECT_EQ(m_desktop.Boxes()[0].style, 0u);
+    EXPECT_EQ(m_desktop.Boxes()[0].style, 48u);
     EXPECT_EQ(m_desktop.Boxes()[1].text, "an unnamed file was not found.");
     EXPECT_EQ(m_desktop.Boxes()[1].style, MB_ICONEXCLAMATION);
     EXPECT_EQ(m_desktop.Boxes()[2].text, "An unknown error occurred while accessing x.");
@@ -99,6 +103,19 @@ TEST_F(Services, ShowBoxesUnderTheApplicationsName) {
     EXPECT_STREQ(AfxGetApp()->m_pszAppName, "Tavro");
 }
 
+TEST_F(Services, GiveAnIconToABoxOfTheFrameworkWithOkAlone) {
+    for (const auto& [wanted, shown] : {std::pair{MB_OK, MB_ICONEXCLAMATION},
+                                        {MB_OK | MB_TOPMOST, MB_ICONEXCLAMATION | MB_TOPMOST},
+                                        {MB_OK | MB_ICONHAND, MB_ICONHAND},
+                                        {MB_YESNO, MB_YESNO},
+                                        {MB_OKCANCEL | MB_ICONQUESTION, MB_OKCANCEL | MB_ICONQUESTION}}) {
+        AfxMessageBox("text", wanted);
+        EXPECT_EQ(m_desktop.Boxes().back().style, shown) << wanted;
+    }
+    MessageBoxA(nullptr, "text", "caption", MB_OK);
+    EXPECT_EQ(m_desktop.Boxes().back().style, MB_OK) << "the system adds none";
+}
+
 TEST_F(Services, NestWaitCursors) {
     CWnd window;
     window.BeginWaitCursor();
@@ -112,7 +129,7 @@ TEST_F(Services, NestWaitCursors) {
     window.EndWaitCursor();
 }
 
-TEST_F(Services, AskTheDesktopForKeysAndCommands) {
+TEST_F(Services, PassKeysAndCommandsToTheDesktop) {
     EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
     m_desktop.SetKeyDown(VK_ESCAPE, true);
     EXPECT_NE(GetAsyncKeyState(VK_ESCAPE), 0);
@@ -122,7 +139,7 @@ TEST_F(Services, AskTheDesktopForKeysAndCommands) {
     EXPECT_EQ(m_desktop.Commands().at(0), "Notepad a.txt; rm -r x");
 }
 
-TEST_F(Services, DrawNumbersOf15BitsInTheSeedsOrder) {
+TEST_F(Services, RepeatTheRandomNumbersOfASeed) {
     crt::srand(1);
     EXPECT_EQ(crt::rand(), 16838);
     EXPECT_EQ(crt::rand(), 5758);
@@ -134,7 +151,7 @@ TEST_F(Services, DrawNumbersOf15BitsInTheSeedsOrder) {
     EXPECT_NE(crt::rand(), first);
 }
 
-TEST_F(Services, TellAVersionThatMayBeSet) {
+TEST_F(Services, ReportTheVersionThatIsSet) {
     OSVERSIONINFOA info{};
     EXPECT_FALSE(GetVersionExA(&info));
     info.dwOSVersionInfoSize = sizeof info;

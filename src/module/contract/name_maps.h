@@ -10,14 +10,15 @@
 #include <utility>
 #include <vector>
 
+#include "platform/framework/cmap.h"
 #include "platform/framework/cstring.h"
-#include "platform/framework/exceptions.h"
 #include "platform/system/types.h"
 
 namespace zel {
 
 // The maps from fonts to typefaces. A name list has thousands of names, of which an import looks up a few. So an entry
-// stores the positions of its parts in the text of the list, and a look-up composes the name.
+// stores the positions of its parts in the text of the list, and a look-up composes the name. Any other use of a map
+// adds its entries to the framework's map first.
 
 /// A part of a NameText.
 struct TextSlice {
@@ -51,7 +52,7 @@ struct NameParts {
     Form form = Form::kWhole;
 };
 
-/// The text of a list, followed by the names that were added later.
+/// The text of a list.
 class NameText {
   public:
     /// @param list  less than 4 GiB.
@@ -66,46 +67,49 @@ class NameText {
         return {static_cast<std::uint32_t>(part.data() - m_text.data()), static_cast<std::uint16_t>(part.size())};
     }
 
-    /// Appends a text.
-    /// @throws CMemoryException  for a text of 64 KiB or more.
-    TextSlice Add(std::string_view text) {
-        if (text.size() > UINT16_MAX || text.size() > UINT32_MAX - m_text.size()) AfxThrowMemoryException();
-        const TextSlice slice{static_cast<std::uint32_t>(m_text.size()), static_cast<std::uint16_t>(text.size())};
-        m_text += text;
-        return slice;
-    }
-
     CString Compose(const NameParts& parts) const {
         std::string name(Of(parts.First()));
         if (parts.form == NameParts::Form::kStyled) (name += ' ') += Of(parts.Second());
         if (parts.form != NameParts::Form::kWhole) name += " BT";
-        return {name.data(), static_cast<int>(name.size())};
+        return ToCString(name);
     }
+
+    static CString ToCString(std::string_view text) { return {text.data(), static_cast<int>(text.size())}; }
 
   private:
     std::string m_text;
 };
 
 /// From Bitstream numbers to names.
-class NumberedNames {
+class NumberedNames : public CMap<WORD, WORD, CString, const char*> {
   public:
-    /// As in the framework's maps: FALSE, and `value` unchanged, when there is no such key.
+    using Map = CMap<WORD, WORD, CString, const char*>;
+    using Map::Map;
+
     BOOL Lookup(WORD key, CString& value) const {
+        if (!IsDeferred()) return Map::Lookup(key, value);
         if (key >= m_places.size() || m_places[key] == 0) return FALSE;
         value = m_text->Compose(m_names[m_places[key] - 1]);
         return TRUE;
     }
-    void SetAt(WORD key, const char* value) { Add(key, {NameParts::Form::kWhole, m_text->Add(value)}); }
-    int GetCount() const noexcept { return static_cast<int>(m_names.size()); }
+    INT_PTR GetCount() const { return IsDeferred() ? static_cast<INT_PTR>(m_names.size()) : Map::GetCount(); }
+    BOOL IsEmpty() const { return GetCount() == 0; }
 
-    /// Empties the map. Names added from now on are parts of this text.
+    /// Names added from now on are parts of this text.
     /// @param entries  expected number of entries.
-    void UseText(std::shared_ptr<NameText> text, std::size_t entries) {
-        *this = NumberedNames();
+    void UseText(std::shared_ptr<const NameText> text, std::size_t entries) {
+        if (IsEmpty()) {
+            RemoveAll();
+            Clear();
+            m_names.reserve(std::min(entries, kUsualKeys));
+            Defer();
+        } else {
+            Complete();
+        }
         m_text = std::move(text);
-        m_names.reserve(std::min(entries, kUsualKeys));
     }
     void Add(WORD key, const NameParts& name) {
+        if (!IsDeferred()) return SetAt(key, m_text->Compose(name));
         if (key >= m_places.size()) m_places.resize(key < kUsualKeys ? kUsualKeys : std::size_t{key} + 1);
         if (m_places[key] == 0) {
             m_names.push_back(name);
@@ -115,48 +119,67 @@ class NumberedNames {
         }
     }
 
+  protected:
+    void AddDeferred() override {
+        InitHashTable(static_cast<UINT>(std::max<std::size_t>(m_names.size(), GetHashTableSize())));
+        for (std::size_t key = 0; key < m_places.size(); ++key) {
+            if (m_places[key] != 0) SetAt(static_cast<WORD>(key), m_text->Compose(m_names[m_places[key] - 1]));
+        }
+        Clear();
+    }
+
   private:
     // A number in a list has four digits.
     static constexpr std::size_t kUsualKeys = 10000;
 
-    std::shared_ptr<NameText> m_text = std::make_shared<NameText>();
+    void Clear() noexcept {
+        m_names = {};
+        m_places = {};
+    }
+
+    std::shared_ptr<const NameText> m_text;
     std::vector<NameParts> m_names;
     // By number: its place among the names, from 1; 0 for none.
     std::vector<std::uint32_t> m_places;
 };
 
-/// From names to names. Keys are compared exactly. An open-addressed hash table: it is filled for each dialog, which takes
-/// a fifth of the time of std::unordered_map with a node for each name, or a tenth if that copies its keys
-/// (bench/name_lists.cpp).
-class NamedNames {
+/// From names to names. Keys are compared exactly. Until it is completed, an open-addressed hash table: it is filled
+/// for each dialog, which takes a fifth of the time of std::unordered_map with a node for each name, or a tenth if that
+/// copies its keys (bench/name_lists.cpp).
+class NamedNames : public CMap<CString, const char*, CString, const char*> {
   public:
-    /// As in the framework's maps: FALSE, and `value` unchanged, when there is no such key.
+    using Map = CMap<CString, const char*, CString, const char*>;
+    using Map::Map;
+
     BOOL Lookup(const char* key, CString& value) const {
-        if (m_slots.empty()) return FALSE;
-        const std::string_view wanted(key);
-        const std::uint32_t place = m_slots[Find(wanted)];
+        if (!IsDeferred()) return Map::Lookup(key, value);
+        const std::uint32_t place = m_slots[Find(key)];
         if (place == 0) return FALSE;
         value = m_text->Compose(m_entries[place - 1].name);
         return TRUE;
     }
-    void SetAt(const char* key, const char* value) {
-        const TextSlice kept = m_text->Add(key);
-        Add(kept, {NameParts::Form::kWhole, m_text->Add(value)}, IfPresent::kReplace);
-    }
-    int GetCount() const noexcept { return static_cast<int>(m_entries.size()); }
+    INT_PTR GetCount() const { return IsDeferred() ? static_cast<INT_PTR>(m_entries.size()) : Map::GetCount(); }
+    BOOL IsEmpty() const { return GetCount() == 0; }
 
-    /// Empties the map. Keys and names added from now on are parts of this text.
+    /// Keys and names added from now on are parts of this text.
     /// @param entries  expected number of entries.
-    void UseText(std::shared_ptr<NameText> text, std::size_t entries) {
-        *this = NamedNames();
+    void UseText(std::shared_ptr<const NameText> text, std::size_t entries) {
+        if (IsEmpty()) {
+            RemoveAll();
+            Clear();
+            m_entries.reserve(entries);
+            MakeSlots(entries);
+            Defer();
+        } else {
+            Complete();
+        }
         m_text = std::move(text);
-        m_entries.reserve(entries);
-        MakeSlots(entries);
     }
 
     /// What Add does with a key that the map has already.
     enum class IfPresent { kReplace, kKeep };
     void Add(TextSlice key, const NameParts& name, IfPresent if_present) {
+        if (!IsDeferred()) return AddCompleted(NameText::ToCString(m_text->Of(key)), name, if_present);
         if (m_entries.size() >= m_capacity) MakeSlots(m_entries.size() * 2);
         std::uint32_t& place = m_slots[Find(m_text->Of(key))];
         if (place == 0) {
@@ -167,11 +190,30 @@ class NamedNames {
         }
     }
 
+  protected:
+    void AddDeferred() override {
+        InitHashTable(static_cast<UINT>(std::max<std::size_t>(m_entries.size(), GetHashTableSize())));
+        for (const Entry& entry : m_entries)
+            SetAt(NameText::ToCString(m_text->Of(entry.key)), m_text->Compose(entry.name));
+        Clear();
+    }
+
   private:
     struct Entry {
         TextSlice key;
         NameParts name;
     };
+
+    void AddCompleted(const CString& key, const NameParts& name, IfPresent if_present) {
+        CString present;
+        if (if_present == IfPresent::kReplace || !Map::Lookup(key, present)) SetAt(key, m_text->Compose(name));
+    }
+
+    void Clear() noexcept {
+        m_entries = {};
+        m_slots = {};
+    }
+
     static std::uint64_t WordAt(const char* text) noexcept {
         std::uint64_t word = 0;
         std::memcpy(&word, text, sizeof word);
@@ -202,7 +244,8 @@ class NamedNames {
         return static_cast<std::uint32_t>(hash * kFactor >> 32);
     }
 
-    /// Slot of a key, or the empty slot for it. To be called only when there are slots; half of them are empty.
+    /// Slot of a key, or the empty slot for it. To be called only while the map is deferred: half of its slots are
+    /// empty.
     std::size_t Find(std::string_view key) const noexcept {
         std::size_t at = HashOf(key) & m_mask;
         while (m_slots[at] != 0 && m_text->Of(m_entries[m_slots[at] - 1].key) != key) at = (at + 1) & m_mask;
@@ -210,14 +253,15 @@ class NamedNames {
     }
 
     void MakeSlots(std::size_t entries) {
-        m_capacity = std::bit_ceil(std::max<std::size_t>(entries, 8));
-        m_mask = m_capacity * 2 - 1;
-        m_slots.assign(m_mask + 1, 0);
+        const std::size_t capacity = std::bit_ceil(std::max<std::size_t>(entries, 8));
+        m_slots = std::vector<std::uint32_t>(capacity * 2);
+        m_capacity = capacity;
+        m_mask = capacity * 2 - 1;
         for (std::uint32_t place = 1; place <= m_entries.size(); ++place)
             m_slots[Find(m_text->Of(m_entries[place - 1].key))] = place;
     }
 
-    std::shared_ptr<NameText> m_text = std::make_shared<NameText>();
+    std::shared_ptr<const NameText> m_text;
     std::vector<Entry> m_entries;
     // By hash: the place of the entry, from 1; 0 for none.
     std::vector<std::uint32_t> m_slots;

@@ -31,72 +31,72 @@ struct ImportStatus {
 
 /// The import dialog, and the owner of what an import needs: paths, options, font name maps and font set. It also runs
 /// an import without showing the dialog. The host receives pointers to it; its members and their order are part of the
-/// contract.
-class CZelTransDlg : public CDialog {
+/// contract. The whole class is exported, with its type information, so that a host can derive from it.
+class ZELTRANS_API CZelTransDlg : public CDialog {
   public:
     /// For DoModal. Takes over the stored Skip Warnings setting.
     /// @param parent  not used.
-    ZELTRANS_API explicit CZelTransDlg(CWnd* parent = nullptr);
+    explicit CZelTransDlg(CWnd* parent = nullptr);
     /// Creates the hidden window and fills its controls from a message path. Turns Skip Warnings on, which is stored.
     /// @param message_path  full path, in the module's form. One with fewer than two backslashes fills nothing.
     /// @param font_dir      empty for the directory "MACHINE" beside the message's directory.
-    ZELTRANS_API CZelTransDlg(CString& message_path, CString& font_dir);
+    CZelTransDlg(CString& message_path, CString& font_dir);
     /// Does not destroy the font set: SavePath does, and so does each member of CZelTransExport.
-    ZELTRANS_API ~CZelTransDlg() override;
+    ~CZelTransDlg() override;
     CZelTransDlg(const CZelTransDlg&) = delete;
     CZelTransDlg& operator=(const CZelTransDlg&) = delete;
 
     /// Imports the message that the controls name. The result is in m_iStatus.
     /// @throws CFileException    if the record of a stored glyph is cut short.
     /// @throws CMemoryException  if memory runs out.
-    ZELTRANS_API void Read();
+    void Read();
 
     /// Fills the font name maps from bitstream_fontlist.txt in the registered directory.
     /// @return false if the file can't be opened. Unless warnings are skipped, a message box reports it.
-    ZELTRANS_API bool MapBitStreamFont();
+    bool MapBitStreamFont();
     /// The same from typeface_list.txt.
-    ZELTRANS_API bool MapTypeFace();
+    bool MapTypeFace();
 
     /// Loads one font file into slot 0 of a font set and gives the set the default palette. On success font_header of
     /// slot 0 is not null.
     /// @param font  owned by the caller, who releases slot 0 and its font_copy.
-    ZELTRANS_API void MakeTavroFont(char* path, CZelFont* font);
+    void MakeTavroFont(char* path, CZelFont* font);
 
     /// Reads and checks the boxes of both directories and of the id. On success sets m_sFontDir, m_sMessageDir and
     /// m_sMessageID. On failure sets m_iStatus and shows a message box; a missing message file is reported only if
     /// warnings are not skipped.
-    ZELTRANS_API void ReadDirectoryPaths();
+    void ReadDirectoryPaths();
     /// Looks for the file of an id, as it is and, for a number, in its forms with leading zeros. Sets m_bNumericName
     /// and m_sNumericName.
     /// @param name  an id with or without a leading dot, which is ignored.
     /// @param dir   in the module's form, without a final backslash.
     /// @return true if there is such a file and it can be opened.
-    ZELTRANS_API bool CheckFileExist(const char* name, const char* dir);
+    bool CheckFileExist(const char* name, const char* dir);
     /// Sets m_sMessageID to the id after `name`, 0000 after 9999. An id that is no number of up to four digits leaves
     /// it unchanged. The next dialog of the process starts with m_sMessageID.
-    ZELTRANS_API void IncrementFileName(const char* name);
+    void IncrementFileName(const char* name);
 
     /// Stores the window's position and the recent lists, and destroys the font set.
-    ZELTRANS_API void SavePath();
+    void SavePath();
     /// Reads one entry of a stored recent list.
     /// @param index  0 is the newest.
     /// @param list   one of stored::kRecentLists.
     /// @param out    a buffer of 260 bytes. Unchanged when the result is false.
     /// @return false if there is no such entry or its text is too long.
-    ZELTRANS_API bool RestoreRecentList(int index, char* list, char* out);
+    bool RestoreRecentList(int index, char* list, char* out);
     /// Stores one entry. A registry that can't be written is ignored.
-    ZELTRANS_API void StoreRecentList(int index, char* list, char* text);
+    void StoreRecentList(int index, char* list, char* text);
     /// True if the key of the list has a sub-key of this name.
-    ZELTRANS_API bool IsZelTransRegistrySubKeyExist(char* list, char* name);
+    bool IsZelTransRegistrySubKeyExist(char* list, char* name);
     /// Deletes the sub-keys of a list that are named like its entries. The entries themselves are values and stay.
-    ZELTRANS_API void DeleteZelTransRegistrySubKey(char* list);
+    void DeleteZelTransRegistrySubKey(char* list);
 
     /// Bitstream number to built name.
-    zel::NumberedNames m_mapBitStreamId;
+    zel::NumberedNames m_mapBitStreamId{10};
     /// Built name to installed typeface.
-    zel::NamedNames m_mapTypeFace;
+    zel::NamedNames m_mapTypeFace{10};
     /// First word of a built name to that name.
-    zel::NamedNames m_mapBitStreamFamily;
+    zel::NamedNames m_mapBitStreamFamily{10};
     /// Receives the messages of an import; null for none.
     CWnd* m_pHostWnd = nullptr;
     /// The export window of a batch export.
@@ -123,27 +123,27 @@ class CZelTransDlg : public CDialog {
     CString m_sNumericName;
 
   protected:
-    ZELTRANS_API void DoDataExchange(CDataExchange* exchange) override;
-    ZELTRANS_API BOOL OnInitDialog() override;
-    ZELTRANS_API void OnOK() override;
-    ZELTRANS_API void OnCancel() override;
-    ZELTRANS_API afx_msg void OnButtonRead();
-    ZELTRANS_API afx_msg void OnButtonBrowserFont();
-    ZELTRANS_API afx_msg void OnButtonBrowserMessage();
-    ZELTRANS_API afx_msg void OnCheckTrueFont();
-    ZELTRANS_API afx_msg void OnCheckBaselineAlign();
-    ZELTRANS_API afx_msg void OnCheckImportSkip();
-    ZELTRANS_API afx_msg void OnMessageNameChanged();
-    ZELTRANS_API afx_msg void OnButtonZeltransBatch();
-    ZELTRANS_API afx_msg void OnButtonZeltransCopyFiles();
-    ZELTRANS_API afx_msg void OnButtonZeltransFTP();
+    void DoDataExchange(CDataExchange* exchange) override;
+    BOOL OnInitDialog() override;
+    void OnOK() override;
+    void OnCancel() override;
+    afx_msg void OnButtonRead();
+    afx_msg void OnButtonBrowserFont();
+    afx_msg void OnButtonBrowserMessage();
+    afx_msg void OnCheckTrueFont();
+    afx_msg void OnCheckBaselineAlign();
+    afx_msg void OnCheckImportSkip();
+    afx_msg void OnMessageNameChanged();
+    afx_msg void OnButtonZeltransBatch();
+    afx_msg void OnButtonZeltransCopyFiles();
+    afx_msg void OnButtonZeltransFTP();
 
     /// Shows a text, with the system's text for its last error below.
     /// @return the last error.
-    ZELTRANS_API int ReportError(CString& text);
+    int ReportError(CString& text);
 
     /// The id that the next dialog of this process starts with.
-    ZELTRANS_API static CString M_sNextMessage;
+    static CString M_sNextMessage;
 
-    DECLARE_MESSAGE_MAP_EXPORT(ZELTRANS_API)
+    DECLARE_MESSAGE_MAP()
 };

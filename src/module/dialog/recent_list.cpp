@@ -81,6 +81,11 @@ void FillRecentBox(CZelTransDlg& main, CDialog& dialog, const RecentBox& recent)
     }
 }
 
+void SelectNewest(CDialog& dialog, int combo_box) {
+    CWnd* const box = dialog.GetDlgItem(combo_box);
+    if (box != nullptr && box->SendMessage(CB_GETCOUNT) > 0) box->SendMessage(CB_SETCURSEL, 0);
+}
+
 void StoreRecentBoxes(CZelTransDlg& main, CDialog& dialog, std::span<const RecentBox> boxes) {
     for (const RecentBox& recent : boxes) main.DeleteZelTransRegistrySubKey(CString(recent.list).GetBuffer(0));
     for (const RecentBox& recent : boxes) {

@@ -24,6 +24,9 @@ inline constexpr RecentBox kDirectoryBoxes[] = {{ImportControl::kFontDirBox, sto
 /// Appends the stored entries, newest first, to the combo box of `dialog`. Missing entries are skipped.
 void FillRecentBox(CZelTransDlg& main, CDialog& dialog, const RecentBox& recent);
 
+/// Selects the newest entry of a combo box, which shows it in the edit field. A box without entries keeps its text.
+void SelectNewest(CDialog& dialog, int combo_box);
+
 /// Stores every entry of each combo box, also those beyond the ten that are read back. Entries that are too long are
 /// skipped.
 void StoreRecentBoxes(CZelTransDlg& main, CDialog& dialog, std::span<const RecentBox> boxes);

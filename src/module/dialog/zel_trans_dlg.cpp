@@ -104,9 +104,7 @@ BOOL CZelTransDlg::OnInitDialog() {
     CDialog::OnInitDialog();
     AfxGetThread()->m_pMainWnd->SendMessage(kMsgDialogReady, 0, reinterpret_cast<LPARAM>(this));
     for (const dialog::RecentBox& recent : dialog::kDirectoryBoxes) dialog::FillRecentBox(*this, *this, recent);
-    for (const int combo_box : {ImportControl::kFontDirBox, ImportControl::kMessageDirBox}) {
-        if (CWnd* const box = GetDlgItem(combo_box)) box->SendMessage(CB_SETCURSEL, 0);
-    }
+    for (const dialog::RecentBox& recent : dialog::kDirectoryBoxes) dialog::SelectNewest(*this, recent.combo_box);
     EnableCopyButton(*this);
     if (CWnd* const edit = GetDlgItem(ImportControl::kMessageIdEdit))
         SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(edit->m_hWnd), 1);

@@ -49,13 +49,16 @@ void CZelFont::ReleaseUnfinishedSlot(tag_font_memory* slot) {
 
 namespace {
 
-// The number in a face name such as "Zelmara! (3) Name"; -1 for any other name.
+// The number in a face name such as "Zelmara! (3) Name"; -1 for any other name. Read as by scanf: the blank of the
+// format stands for any number of blanks, also none, and blanks before the number are skipped.
 int SlotOfLegacyFace(const LOGFONT& font) noexcept {
-    constexpr std::string_view kMark = "Zelmara! (";
+    constexpr std::string_view kMark = "Zelmara!";
     char face[sizeof font.lfFaceName + 1] = {};
     std::memcpy(face, font.lfFaceName, sizeof font.lfFaceName);
     if (std::strncmp(face, kMark.data(), kMark.size()) != 0) return -1;
-    const char* const digits = face + kMark.size();
+    const char* const parenthesis = face + kMark.size() + std::strspn(face + kMark.size(), " \t\n\v\f\r");
+    if (*parenthesis != '(') return -1;
+    const char* const digits = parenthesis + 1;
     char* end = nullptr;
     const long index = std::strtol(digits, &end, 10);
     return end != digits && index >= INT_MIN && index <= INT_MAX ? static_cast<int>(index) : -1;

@@ -39,12 +39,6 @@ CWinApp& App() {
     return *AfxGetModuleState()->m_pCurrentWinApp;
 }
 
-// The text of a box without entries is unchanged.
-void SelectNewest(CDialog& dialog, int combo_box) {
-    CWnd* const box = dialog.GetDlgItem(combo_box);
-    if (box != nullptr && box->SendMessage(CB_GETCOUNT) > 0) box->SendMessage(CB_SETCURSEL, 0);
-}
-
 }  // namespace
 
 CZelTransFTP::CZelTransFTP(CWnd* parent) : CDialog(kFtpDialog, parent) {
@@ -94,14 +88,14 @@ BOOL CZelTransFTP::OnInitDialog() {
     if (!has_address && !m_strIpAddress.IsEmpty()) {
         if (CWnd* const box = GetDlgItem(FtpControl::kAddressBox))
             box->SendMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(m_strIpAddress.GetString()));
-        SelectNewest(*this, FtpControl::kAddressBox);
+        dialog::SelectNewest(*this, FtpControl::kAddressBox);
         ReadAccount(stored::kFallbackFtpSection);
     } else {
         ReadAccount(stored::kFtpSection);
     }
     ShowAccount();
     for (const dialog::RecentBox& recent : kRecentBoxes) dialog::FillRecentBox(*m_pTransDlg, *this, recent);
-    for (const dialog::RecentBox& recent : kRecentBoxes) SelectNewest(*this, recent.combo_box);
+    for (const dialog::RecentBox& recent : kRecentBoxes) dialog::SelectNewest(*this, recent.combo_box);
     if (CWnd* const file = GetDlgItem(FtpControl::kFileEdit)) file->SetFocus();
     return FALSE;  // the focus is set
 }

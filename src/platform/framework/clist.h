@@ -1,10 +1,7 @@
 #pragma once
 
+#include "platform/framework/position.h"
 #include "platform/system/types.h"
-
-/// Position of an element in a list; null after the last element.
-struct POSITION__;
-using POSITION = POSITION__*;
 
 /// A list. TYPE is the type of its elements, ARG_TYPE the type of the arguments that become elements. Not provided:
 /// removal of single elements, search, insertion in the middle.

@@ -26,8 +26,9 @@ enum class ControlKind {
 
 /// Flags of a control, to be combined with |.
 namespace ctl {
-inline constexpr unsigned none = 0, hidden = 1u << 0, disabled = 1u << 1, password = 1u << 2, auto_scroll = 1u << 3,
-                          no_hide_selection = 1u << 4;
+inline constexpr unsigned none = 0, hidden = 1u << 0, disabled = 1u << 1, password = 1u << 2, auto_scroll = 1u << 3;
+/// An edit that keeps its selection, and shows it, when it loses the focus.
+inline constexpr unsigned no_hide_selection = 1u << 4;
 /// Entries that are added are sorted.
 inline constexpr unsigned sorted = 1u << 5;
 inline constexpr unsigned tab_stop = 1u << 6;

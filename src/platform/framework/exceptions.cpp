@@ -80,6 +80,11 @@ int CFileException::OsErrorToException(LONG osError) noexcept {
             return badSeek;
         case ERROR_IO_DEVICE:
         case ERROR_NOT_READY:
+        case ERROR_NO_MEDIA_IN_DRIVE:
+        case ERROR_DEVICE_NOT_CONNECTED:
+        case ERROR_FILE_CORRUPT:
+        case ERROR_DISK_CORRUPT:
+        case ERROR_UNRECOGNIZED_MEDIA:
             return hardIO;
         case ERROR_SHARING_VIOLATION:
             return sharingViolation;

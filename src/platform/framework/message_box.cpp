@@ -12,5 +12,6 @@ int MessageBoxA(HWND owner, const char* text, const char* caption, UINT style) {
 }
 
 int AfxMessageBox(const char* text, UINT type, UINT) {
-    return MessageBoxA(nullptr, text, AfxGetApp()->m_pszAppName, type);
+    const bool plain = (type & (MB_TYPEMASK | MB_ICONMASK)) == 0;
+    return MessageBoxA(nullptr, text, AfxGetApp()->m_pszAppName, plain ? type | MB_ICONEXCLAMATION : type);
 }

@@ -38,13 +38,11 @@ AFX_PMSG FindHandler(const AFX_MSGMAP* map, UINT message, UINT code, UINT id);
 
 #define afx_msg
 
-/// Declares the map of a class. `api` marks the two functions for export.
-#define DECLARE_MESSAGE_MAP_EXPORT(api)               \
-  protected:                                          \
-    api static const AFX_MSGMAP* GetThisMessageMap(); \
-    api const AFX_MSGMAP* GetMessageMap() const override;
-
-#define DECLARE_MESSAGE_MAP() DECLARE_MESSAGE_MAP_EXPORT()
+/// Declares the map of a class.
+#define DECLARE_MESSAGE_MAP()                     \
+  protected:                                      \
+    static const AFX_MSGMAP* GetThisMessageMap(); \
+    const AFX_MSGMAP* GetMessageMap() const override;
 
 #define BEGIN_MESSAGE_MAP(theClass, baseClass)          \
     const AFX_MSGMAP* theClass::GetMessageMap() const { \

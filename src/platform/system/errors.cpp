@@ -30,6 +30,7 @@ constexpr std::array kTexts = {
     ErrorText{26, "The specified disk or diskette cannot be accessed.\r\n"},
     ErrorText{31, "A device attached to the system is not functioning.\r\n"},
     ErrorText{32, "The process cannot access the file because it is being used by another process.\r\n"},
+    ErrorText{59, "An unexpected network error occurred.\r\n"},
     ErrorText{87, "The parameter is incorrect.\r\n"},
     ErrorText{112, "There is not enough space on the disk.\r\n"},
     ErrorText{122, "The data area passed to a system call is too small.\r\n"},
@@ -37,9 +38,14 @@ constexpr std::array kTexts = {
     ErrorText{206, "The filename or extension is too long.\r\n"},
     ErrorText{234, "More data is available.\r\n"},
     ErrorText{317, "The system cannot find message text for message number 0x%1 in the message file for %2.\r\n"},
+    ErrorText{1112, "No media in drive.\r\n"},
     ErrorText{1114, "A dynamic link library (DLL) initialization routine failed.\r\n"},
     ErrorText{1117, "The request could not be performed because of an I/O device error.\r\n"},
+    ErrorText{1167, "The device is not connected.\r\n"},
+    ErrorText{1392, "The file or directory is corrupted and unreadable.\r\n"},
+    ErrorText{1393, "The disk structure is corrupted and unreadable.\r\n"},
     ErrorText{1400, "Invalid window handle.\r\n"},
+    ErrorText{1785, "The disk media is not recognized. It may not be formatted.\r\n"},
 };
 static_assert(std::is_sorted(kTexts.begin(), kTexts.end(), [](auto& a, auto& b) { return a.error < b.error; }));
 
@@ -77,10 +83,19 @@ DWORD ErrorFromErrno(int value) noexcept {
             return ERROR_NOT_ENOUGH_MEMORY;
         case ENODEV:
         case ENXIO:
-        case ESTALE:
+        case ENOTCONN:  // a mounted file system whose server has ended
+        case ESHUTDOWN:
+            return ERROR_DEVICE_NOT_CONNECTED;
         case ENOMEDIUM:
+            return ERROR_NO_MEDIA_IN_DRIVE;
         case EMEDIUMTYPE:
-            return ERROR_NOT_READY;
+            return ERROR_UNRECOGNIZED_MEDIA;
+        case EUCLEAN:  // a damaged structure in a file system
+            return ERROR_DISK_CORRUPT;
+        case EBADMSG:  // a wrong checksum in a file system
+            return ERROR_FILE_CORRUPT;
+        case ESTALE:
+            return ERROR_UNEXP_NET_ERR;
         case EBUSY:
         case ETXTBSY:
             return ERROR_SHARING_VIOLATION;
@@ -91,6 +106,7 @@ DWORD ErrorFromErrno(int value) noexcept {
         case ENAMETOOLONG:
             return ERROR_FILENAME_EXCED_RANGE;
         case EIO:
+        case EREMOTEIO:
             return ERROR_IO_DEVICE;
         default:
             return ERROR_GEN_FAILURE;

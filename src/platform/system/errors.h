@@ -8,10 +8,13 @@
 inline constexpr DWORD ERROR_SUCCESS = 0, ERROR_FILE_NOT_FOUND = 2, ERROR_PATH_NOT_FOUND = 3,
                        ERROR_TOO_MANY_OPEN_FILES = 4, ERROR_ACCESS_DENIED = 5, ERROR_INVALID_HANDLE = 6,
                        ERROR_NOT_ENOUGH_MEMORY = 8, ERROR_NOT_READY = 21, ERROR_SEEK = 25, ERROR_NOT_DOS_DISK = 26,
-                       ERROR_GEN_FAILURE = 31, ERROR_SHARING_VIOLATION = 32, ERROR_INVALID_PARAMETER = 87,
+                       ERROR_GEN_FAILURE = 31, ERROR_SHARING_VIOLATION = 32, ERROR_UNEXP_NET_ERR = 59,
+                       ERROR_INVALID_PARAMETER = 87,
                        ERROR_DISK_FULL = 112, ERROR_INSUFFICIENT_BUFFER = 122, ERROR_MOD_NOT_FOUND = 126,
                        ERROR_FILENAME_EXCED_RANGE = 206, ERROR_MORE_DATA = 234, ERROR_MR_MID_NOT_FOUND = 317,
-                       ERROR_DLL_INIT_FAILED = 1114, ERROR_IO_DEVICE = 1117, ERROR_INVALID_WINDOW_HANDLE = 1400;
+                       ERROR_NO_MEDIA_IN_DRIVE = 1112, ERROR_DLL_INIT_FAILED = 1114, ERROR_IO_DEVICE = 1117,
+                       ERROR_DEVICE_NOT_CONNECTED = 1167, ERROR_FILE_CORRUPT = 1392, ERROR_DISK_CORRUPT = 1393,
+                       ERROR_INVALID_WINDOW_HANDLE = 1400, ERROR_UNRECOGNIZED_MEDIA = 1785;
 
 /// Error number of this thread's last failed system call. A call that succeeds does not change it.
 ZEL_PLATFORM_API DWORD GetLastError() noexcept;
@@ -19,7 +22,8 @@ ZEL_PLATFORM_API void SetLastError(DWORD error) noexcept;
 
 namespace zel::system {
 
-/// The system's error number for a value of errno; ERROR_GEN_FAILURE for one without a counterpart.
+/// The system's error number for a value of errno; ERROR_GEN_FAILURE for one without a counterpart. A disk that cannot
+/// be read has a number above ERROR_NOT_DOS_DISK.
 ZEL_PLATFORM_API DWORD ErrorFromErrno(int value) noexcept;
 
 }  // namespace zel::system

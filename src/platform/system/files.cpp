@@ -22,8 +22,7 @@ DWORD ReadStatus(const char* path, struct stat& status) noexcept {
         if (const DWORD error = name.CorrectCase()) return error;
         if (::stat(name.Get(), &status) == 0) return ERROR_SUCCESS;
     }
-    const DWORD error = system::ErrorFromErrno(errno);
-    return error >= ERROR_NOT_DOS_DISK && error != ERROR_FILENAME_EXCED_RANGE ? ERROR_NOT_READY : error;
+    return system::ErrorFromErrno(errno);
 }
 
 }  // namespace

@@ -13,8 +13,9 @@ inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF, FILE_ATTRIBUTE_DIRE
                        FILE_ATTRIBUTE_NORMAL = 0x80;
 
 /// Attributes of a file or directory; INVALID_FILE_ATTRIBUTES when there is none. The last error is then 2 (the name is
-/// missing), 3 (its directory is missing, the drive isn't mounted, or the path is empty or too long), 5 or 21, or the
-/// error that MountUnreadableDrive has set for the drive.
+/// missing), 3 (its directory is missing, the drive isn't mounted, or the path is empty or too long), 5, a number of
+/// ERROR_NOT_DOS_DISK or more for a disk that cannot be read, or the error that MountUnreadableDrive has set for the
+/// drive.
 ZEL_PLATFORM_API DWORD GetFileAttributesA(const char* path) noexcept;
 
 namespace zel::system {

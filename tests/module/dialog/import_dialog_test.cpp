@@ -89,6 +89,26 @@ TEST_F(ImportDialog, StartsWithTheLastIdAndTheFocusInIt) {
     EXPECT_EQ(CWnd::GetFocus()->m_hWnd, dialog.GetDlgItem(ImportControl::kMessageIdEdit)->m_hWnd);
 }
 
+TEST_F(ImportDialog, SelectsTheNewestDirectoryAndKeepsTheHostsTextWithoutOne) {
+    on_message = [](const WindowMessage& sent) {
+        if (sent.message != 1212) return;
+        auto& dialog = *reinterpret_cast<CZelTransDlg*>(sent.lParam);
+        for (const int box : {ImportControl::kFontDirBox, ImportControl::kMessageDirBox})
+            dialog.SetDlgItemText(box, "D:\\HOST");
+    };
+    CString empty;
+    for (const bool stored : {false, true}) {
+        char list[] = "FontDir", entry[] = "D:\\STORED";
+        if (stored) OpenDialog(nullptr).StoreRecentList(0, list, entry);
+        const OpenDialog dialog(empty, empty);
+        CString font_dir, message_dir;
+        dialog.GetDlgItemText(ImportControl::kFontDirBox, font_dir);
+        dialog.GetDlgItemText(ImportControl::kMessageDirBox, message_dir);
+        EXPECT_EQ(font_dir, stored ? "D:\\STORED" : "D:\\HOST");
+        EXPECT_EQ(message_dir, "D:\\HOST");
+    }
+}
+
 struct PositionCase {
     int x, y;
     bool moved;

@@ -1,4 +1,6 @@
 // The two name lists and the three maps that they fill.
+#include <set>
+
 #include <gmock/gmock.h>
 
 #include "module/fontmap/format/text_lines.h"
@@ -82,26 +84,99 @@ INSTANTIATE_TEST_SUITE_P(
         BitstreamCase{"number_0", "A\t0000\n", {{0, "A BT"}}}),
     [](const auto& row) { return std::string(row.param.name); });
 
-TEST(NameMaps, KeepThousandsOfKeysOfAnyLength) {
-    NamedNames names;
-    NumberedNames numbers;
-    const auto key = [](int n) { return std::string(static_cast<std::size_t>(n % 40), 'k') + std::to_string(n); };
-    for (int n = 0; n < 5000; ++n) {
-        names.SetAt(key(n).c_str(), "early");
-        names.SetAt(key(n).c_str(), key(n + 1).c_str());
-        numbers.SetAt(static_cast<WORD>(n * 13), key(n).c_str());
+constexpr int kKeys = 5000;
+
+std::string KeyOf(int n) {
+    return std::string(static_cast<std::size_t>(n % 40), 'k') + std::to_string(n);
+}
+
+/// Maps of names that are parts of a list, each key added twice.
+struct ListedMaps {
+    ListedMaps() {
+        std::string list;
+        std::vector<TextSlice> slices;
+        for (int n = 0; n <= kKeys; ++n) {
+            const std::string key = KeyOf(n);
+            slices.push_back({static_cast<std::uint32_t>(list.size()), static_cast<std::uint16_t>(key.size())});
+            list += key;
+        }
+        const auto text = std::make_shared<NameText>(list);
+        names.UseText(text, 10);
+        numbers.UseText(text, 10);
+        for (std::size_t n = 0; n < kKeys; ++n) {
+            const NameParts next{NameParts::Form::kWhole, slices[n + 1]}, own{NameParts::Form::kWhole, slices[n]};
+            names.Add(slices[n], own, NamedNames::IfPresent::kKeep);
+            names.Add(slices[n], next, NamedNames::IfPresent::kReplace);
+            names.Add(slices[n], own, NamedNames::IfPresent::kKeep);
+            numbers.Add(static_cast<WORD>(n * 13), next);
+            numbers.Add(static_cast<WORD>(n * 13), own);
+        }
     }
-    EXPECT_EQ(names.GetCount(), 5000);
-    EXPECT_EQ(numbers.GetCount(), 5000);
+    NamedNames names{10};
+    NumberedNames numbers{10};
+};
+
+/// Compares the maps with what ListedMaps has added, by the members of the map types given.
+template <class Names, class Numbers>
+void ExpectAll(const Names& names, const Numbers& numbers) {
+    EXPECT_EQ(names.GetCount(), kKeys);
+    EXPECT_EQ(numbers.GetCount(), kKeys);
+    EXPECT_FALSE(names.IsEmpty());
     CString found;
-    for (int n = 0; n < 5000; ++n) {
-        ASSERT_TRUE(names.Lookup(key(n).c_str(), found));
-        ASSERT_EQ(found, key(n + 1).c_str());
+    for (int n = 0; n < kKeys; ++n) {
+        ASSERT_TRUE(names.Lookup(KeyOf(n).c_str(), found));
+        ASSERT_EQ(found, KeyOf(n + 1).c_str());
         ASSERT_TRUE(numbers.Lookup(static_cast<WORD>(n * 13), found));
-        ASSERT_EQ(found, key(n).c_str());
+        ASSERT_EQ(found, KeyOf(n).c_str());
     }
     EXPECT_FALSE(names.Lookup("", found));
     EXPECT_FALSE(numbers.Lookup(12, found));
+}
+
+TEST(NameMaps, AreMapsOfTheFramework) {
+    ListedMaps maps;
+    const NamedNames::Map& names = maps.names;
+    const NumberedNames::Map& numbers = maps.numbers;
+    ExpectAll(maps.names, maps.numbers);
+    ExpectAll(names, numbers);
+    ExpectAll(maps.names, maps.numbers);
+    std::set<WORD> walked;
+    WORD number = 0;
+    CString name;
+    for (POSITION position = numbers.GetStartPosition(); position != nullptr;) {
+        numbers.GetNextAssoc(position, number, name);
+        EXPECT_EQ(name, KeyOf(number / 13).c_str());
+        EXPECT_TRUE(walked.insert(number).second);
+    }
+    EXPECT_EQ(walked.size(), static_cast<std::size_t>(kKeys));
+}
+
+TEST(NameMaps, CanBeChangedAfterAListWasRead) {
+    using Change = void (*)(ListedMaps&);
+    const std::pair<Change, int> changes[] = {
+        {[](ListedMaps& maps) { maps.names["new"] = "value"; }, kKeys + 1},
+        {[](ListedMaps& maps) { maps.names.SetAt("new", "value"); }, kKeys + 1},
+        {[](ListedMaps& maps) { EXPECT_EQ(maps.names[KeyOf(3).c_str()], KeyOf(4).c_str()); }, kKeys},
+        {[](ListedMaps& maps) { EXPECT_TRUE(maps.names.RemoveKey(KeyOf(7).c_str())); }, kKeys - 1},
+        {[](ListedMaps& maps) { EXPECT_FALSE(maps.names.RemoveKey("none")); }, kKeys},
+        {[](ListedMaps& maps) { maps.names.InitHashTable(5); }, kKeys},
+        {[](ListedMaps& maps) { maps.names.RemoveAll(); }, 0},
+    };
+    for (std::size_t n = 0; n < std::size(changes); ++n) {
+        ListedMaps maps;
+        changes[n].first(maps);
+        EXPECT_EQ(maps.names.GetCount(), changes[n].second) << n;
+        EXPECT_EQ(maps.names.IsEmpty() != FALSE, changes[n].second == 0) << n;
+        // A further list adds to what is there.
+        const auto text = std::make_shared<NameText>("new=old");
+        const NameParts old{NameParts::Form::kPlain, {4, 3}};
+        maps.names.UseText(text, 1);
+        maps.names.Add({0, 3}, old, NamedNames::IfPresent::kKeep);
+        CString found;
+        EXPECT_TRUE(maps.names.Lookup("new", found));
+        EXPECT_EQ(found, changes[n].second > kKeys ? "value" : "old BT") << n;
+        EXPECT_EQ(maps.names.GetCount(), changes[n].second > kKeys ? changes[n].second : changes[n].second + 1) << n;
+    }
 }
 
 TEST(TextLines, LineOfMoreThan199CharactersIsSplit) {

@@ -208,7 +208,7 @@ TEST_F(Templates, WithoutAnyFontShowsABoxUnlessWarningsAreSkipped) {
     Make();
     EXPECT_EQ(Row(0).CharCount(), 1);
     EXPECT_THAT(NewBoxes(), ElementsAre(kBox));
-    EXPECT_EQ(desktop.Boxes()[0].style, 0U);
+    EXPECT_EQ(desktop.Boxes()[0].style, 48U);
     CZelFont::m_bIgnoreErrors = 1;
     Empty(0);
     Make();

@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QStyleOptionButton>
+#include <cstdlib>
 
 #include <gmock/gmock.h>
 
@@ -133,6 +134,35 @@ TEST_F(DialogWindow, ShowsChangesOfItsControls) {
         EXPECT_EQ(view.windowTitle(), "Other");
         EXPECT_EQ(Widget<QLineEdit>(kPassword).echoMode(), QLineEdit::Password);
         CompareWithControls(view);
+    });
+}
+
+TEST_F(DialogWindow, KeepsASelectionWithoutFocusWhereTheTemplateAsksForIt) {
+    Run([&](desktop::DialogView&) {
+        for (const int id : {kEdit, kPassword}) {
+            auto& edit = Widget<QLineEdit>(id);
+            dialog.SetDlgItemText(id, "0012");
+            // By the module, forwards and backwards by the user.
+            for (const auto& [first, length] : {std::pair(0, 4), {1, 2}, {3, -2}}) {
+                edit.setFocus();
+                if (length == 4) {
+                    dialog.GetDlgItem(id)->SendMessage(EM_SETSEL, 0, -1);
+                } else {
+                    edit.setSelection(first, length);
+                }
+                const int cursor = edit.cursorPosition();
+                const auto start = edit.selectionStart();
+                Widget(kRun).setFocus(Qt::TabFocusReason);
+                EXPECT_EQ(edit.hasSelectedText(), id == kEdit) << first;
+                if (id != kEdit) continue;
+                EXPECT_EQ(edit.selectionStart(), start);
+                EXPECT_EQ(edit.selectionLength(), std::abs(length));
+                EXPECT_EQ(edit.cursorPosition(), cursor);
+                const QImage marked = edit.grab().toImage();
+                edit.deselect();
+                EXPECT_NE(edit.grab().toImage(), marked) << "the selection is visible";
+            }
+        }
     });
 }
 

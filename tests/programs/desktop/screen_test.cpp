@@ -107,14 +107,54 @@ TEST_F(Screen, RunReceivesEscapeAndNoOtherInput) {
         EXPECT_NE(GetAsyncKeyState(VK_ESCAPE), 0) << "pressed since the last poll";
         EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
     };
-    Run([&](desktop::DialogView& view) {
-        Key(view, Qt::Key_Escape);
-        EXPECT_EQ(Events(), "cancel ");
+    Run([&](desktop::DialogView&) {
         Click(Widget(kRun));
-        EXPECT_EQ(Events(), "") << "ESC before the run is ignored, and Cancel did not work";
+        EXPECT_EQ(Events(), "") << "Cancel did not work";
         Click(Widget(IDCANCEL));
         EXPECT_EQ(Events(), "cancel ") << "and works again";
     });
+}
+
+void CloseABoxByEscape() {
+    InNextWindow([] { Key(*QApplication::activeModalWidget(), Qt::Key_Escape); });
+    MessageBoxA(nullptr, "text", "caption", MB_OK);
+}
+
+TEST_F(Screen, EscapeSinceTheLastPollCountsOnceWhateverItClosed) {
+    struct {
+        const char* name;
+        bool before_dialog, before_run, in_run;
+    } const cases[] = {{"none", false, false, false},
+                       {"closed_a_box_before_the_dialog", true, false, false},
+                       {"pressed_in_the_dialog", false, true, false},
+                       {"closed_a_box_of_the_run", false, false, true}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.name);
+        WindowDialog batch;
+        // A run of the batch dialog alone, and one inside a handler of another dialog.
+        for (const bool nested : {false, true}) {
+            batch.on_run = [&] {
+                if (row.in_run) CloseABoxByEscape();
+                EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE) != 0, row.before_dialog || row.before_run || row.in_run);
+                EXPECT_EQ(GetAsyncKeyState(VK_ESCAPE), 0);
+                batch.events += "run ";
+            };
+            const auto run_batch = [&] {
+                if (row.before_dialog) CloseABoxByEscape();
+                Run(batch, [&](desktop::DialogView& view) {
+                    if (row.before_run) Key(view, Qt::Key_Escape);
+                    Click(view.Find(batch.GetDlgItem(kRun)->m_hWnd)->Widget());
+                });
+            };
+            dialog.on_run = run_batch;
+            if (nested) {
+                Run([&](desktop::DialogView&) { Click(Widget(kRun)); });
+            } else {
+                run_batch();
+            }
+            EXPECT_EQ(std::exchange(batch.events, ""), row.before_run ? "cancel run " : "run ") << nested;
+        }
+    }
 }
 
 TEST_F(Screen, RunThatDisablesItsButtonCanBeInterrupted) {

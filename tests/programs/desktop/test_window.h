@@ -22,7 +22,8 @@ inline constexpr int kEdit = 10, kPassword = 11, kCombo = 12, kList = 13, kCheck
 inline constexpr framework::ControlTemplate kControls[] = {
     {IDC_STATIC, framework::ControlKind::group_box, "All", 2, 2, 196, 96, ctl::none},
     {IDC_STATIC, framework::ControlKind::static_text, "&Name :", 7, 10, 30, 8, ctl::none},
-    {kEdit, framework::ControlKind::edit, nullptr, 40, 8, 60, 13, ctl::tab_stop | ctl::auto_scroll},
+    {kEdit, framework::ControlKind::edit, nullptr, 40, 8, 60, 13,
+     ctl::tab_stop | ctl::auto_scroll | ctl::no_hide_selection},
     {kPassword, framework::ControlKind::edit, nullptr, 110, 8, 60, 13, ctl::tab_stop | ctl::password},
     {kCombo, framework::ControlKind::combo_box, nullptr, 40, 24, 60, 50, ctl::tab_stop},
     {kList, framework::ControlKind::list_box, nullptr, 110, 24, 60, 30, ctl::tab_stop},

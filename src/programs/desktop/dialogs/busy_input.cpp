@@ -44,7 +44,6 @@ BusyInput::BusyInput() {
 }
 
 BusyInput::Running::Running(BusyInput& input, DialogView& view, HWND source) : m_input(input) {
-    if (!input.IsBusy()) input.m_escape_pressed = false;
     input.m_running.push_back({&view, source});
 }
 
@@ -63,23 +62,27 @@ bool BusyInput::TakeEscape() {
 }
 
 bool BusyInput::eventFilter(QObject* receiver, QEvent* event) {
-    NoteEscape(*event);
+    NoteEscape(*receiver, *event);
     if (!m_polling || !IsUserInput(event->type()) || IsAllowed(*receiver)) return false;
     if (event->type() == QEvent::Close) event->ignore();
     return true;
 }
 
-void BusyInput::NoteEscape(const QEvent& event) {
+void BusyInput::NoteEscape(const QObject& receiver, const QEvent& event) {
     switch (event.type()) {
         // The key may be released in another program.
         case QEvent::ApplicationStateChange:
             m_escape_down = false;
             break;
+        // A press that is a shortcut arrives only in this form.
+        case QEvent::ShortcutOverride:
         case QEvent::KeyPress:
         case QEvent::KeyRelease: {
             const auto& key = static_cast<const QKeyEvent&>(event);
             if (key.key() != Qt::Key_Escape || key.isAutoRepeat()) break;
-            m_escape_down = event.type() == QEvent::KeyPress;
+            // A window passes its key on to widgets, possibly after a handler has run and polled it.
+            if (event.type() != QEvent::ShortcutOverride && !receiver.isWindowType()) break;
+            m_escape_down = event.type() != QEvent::KeyRelease;
             m_escape_pressed = m_escape_pressed || m_escape_down;
             break;
         }

@@ -10,8 +10,8 @@ namespace zel::desktop {
 class DialogView;
 
 /// Filters user input while a handler of a dialog keeps the user-interface thread busy. Between two messages of a run
-/// the module polls the ESC key; only then are pending events processed. ESC is recorded and other input is dropped, so
-/// that no button works during a run. If the handler has disabled the control that called it, the other controls of its
+/// the module polls the ESC key; only then are pending events processed. ESC is recorded at any time. Other input is
+/// dropped while events of a run are processed, so that no button works. If the handler has disabled the control that called it, the other controls of its
 /// dialog remain usable.
 class BusyInput : public QObject {
   public:
@@ -30,7 +30,7 @@ class BusyInput : public QObject {
         BusyInput& m_input;
     };
 
-    /// Whether ESC is down, or was pressed since the last call or the start of the handler, whichever is later.
+    /// Whether ESC is down or was pressed since the last call, whichever window received it.
     bool TakeEscape();
 
     bool IsBusy() const noexcept { return !m_running.empty(); }
@@ -46,7 +46,7 @@ class BusyInput : public QObject {
         HWND source;
     };
 
-    void NoteEscape(const QEvent& event);
+    void NoteEscape(const QObject& receiver, const QEvent& event);
     bool IsAllowed(const QObject& receiver) const;
     bool IsInterruptible(const DialogView& view) const;
 

@@ -69,10 +69,31 @@ class LabelView : public ControlView {
     LineLabel& Label() const { return static_cast<LineLabel&>(Widget()); }
 };
 
+/// A field that keeps its selection when it loses the focus.
+class KeptSelectionEdit : public QLineEdit {
+  public:
+    using QLineEdit::QLineEdit;
+
+  protected:
+    void focusOutEvent(QFocusEvent* event) override {
+        const auto first = static_cast<int>(selectionStart());
+        const auto length = static_cast<int>(selectionLength());
+        const bool backwards = cursorPosition() == first;
+        QLineEdit::focusOutEvent(event);
+        if (length > 0 && !hasSelectedText())
+            setSelection(backwards ? first + length : first, backwards ? -length : length);
+    }
+};
+
+QLineEdit* MakeEdit(const framework::ControlTemplate& source, QWidget* parent) {
+    if ((source.flags & ctl::no_hide_selection) != 0) return new KeptSelectionEdit(parent);
+    return new QLineEdit(parent);
+}
+
 class EditView : public ControlView {
   public:
     EditView(DialogView& dialog, const framework::ControlTemplate& source, CWnd& control)
-        : ControlView(dialog, source, control, new QLineEdit(&dialog)) {
+        : ControlView(dialog, source, control, MakeEdit(source, &dialog)) {
         if ((source.flags & ctl::password) != 0) Edit().setEchoMode(QLineEdit::Password);
         QObject::connect(&Edit(), &QLineEdit::textEdited, [this](const QString& text) { Typed(text); });
     }
