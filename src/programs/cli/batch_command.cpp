@@ -1,5 +1,6 @@
 #include "programs/cli/batch_command.h"
 
+#include <algorithm>
 #include <memory>
 #include <set>
 #include <vector>
@@ -16,6 +17,7 @@
 #include "programs/cli/batch_progress.h"
 #include "programs/cli/interrupt.h"
 #include "programs/cli/options.h"
+#include "programs/cli/output_check.h"
 #include "programs/cli/output_file.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
@@ -98,9 +100,32 @@ class BatchCommand {
     BatchProgress m_progress;
 };
 
+/// The files that --out makes: NUMBER.png and NUMBER.json.
+bool IsRecordingFile(std::string_view name) {
+    constexpr std::size_t kDigits = 4;
+    const std::string_view end = name.substr(std::min(name.size(), kDigits));
+    return CountDigits(name) == kDigits && (end == ".png" || end == ".json");
+}
+
+// @throws CommandError if an output would destroy an input.
+const BatchArguments& Checked(const BatchArguments& arguments) {
+    CommandFiles files;
+    files.SearchByModule(run::MessageDirectoryOf(arguments.request.disk));
+    files.SearchByModule(FontDirectoryOf(arguments.request));
+    if (arguments.request.browse) files.ReadByModule(*arguments.request.browse, "the file of --browse");
+    files.ReadNameLists(arguments.request.host.maps);
+    files.ReadSettings(arguments.settings);
+    if (arguments.library) files.WriteLibrary(*arguments.library);
+    files.Write(arguments.report, "--report");
+    files.Write(arguments.trace, "--trace");
+    if (arguments.directory) files.WriteInto(*arguments.directory, IsRecordingFile);
+    CheckOutputs(files);
+    return arguments;
+}
+
 // Opens the outputs, so that one that cannot be written is reported before the module runs.
 BatchCommand::BatchCommand(const BatchArguments& arguments)
-    : m_arguments(arguments),
+    : m_arguments(Checked(arguments)),
       m_request(arguments.request),
       m_interval(IntervalOf(arguments.range)),
       m_settings(arguments.settings),

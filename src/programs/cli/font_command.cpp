@@ -1,5 +1,6 @@
 #include "programs/cli/font_command.h"
 
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -15,6 +16,7 @@
 #include "module/contract/zel_font.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
+#include "programs/cli/output_check.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
@@ -52,7 +54,20 @@ void PrintSheetNotes(const picture::GlyphSheet& sheet) {
     }
 }
 
+void CheckFiles(const FontArguments& arguments) {
+    CommandFiles files;
+    files.ReadByModule(arguments.request.file, "the font file");
+    files.SearchByModule(std::filesystem::path(arguments.request.file).parent_path().string());
+    if (arguments.request.browse) files.ReadByModule(*arguments.request.browse, "the file of --browse");
+    files.ReadNameLists(arguments.request.maps);
+    files.ReadSettings(arguments.settings);
+    files.Write(arguments.png, "--png");
+    files.Write(arguments.trace, "--trace");
+    CheckOutputs(files);
+}
+
 ExitCode RunFontCommand(const FontArguments& arguments) {
+    CheckFiles(arguments);
     const SettingsScope settings(arguments.settings);
     // Opened first, so that an output that cannot be written is reported before the module runs.
     const std::string png = arguments.png ? CheckRegularOutput(*arguments.png) : std::string();
