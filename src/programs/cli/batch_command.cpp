@@ -50,17 +50,10 @@ Interval IntervalOf(const host::NumberRange& range) {
     return valid ? interval : Interval{};
 }
 
-/// The directory of the font files that the module uses.
-std::string FontDirectoryOf(const run::BatchRequest& request) {
-    if (request.fonts) return host::AbsolutePath(*request.fonts);
-    const std::string messages = host::AbsolutePath(run::MessageDirectoryOf(request.disk));
-    return system::NativePath(host::MachineDirectory(system::ModulePath(messages)).c_str());
-}
-
 recorder::RecorderOptions RecorderOptionsOf(const BatchArguments& arguments, recorder::FileDigests& digests) {
     recorder::RecorderOptions options;
     options.context.disk = arguments.name.value_or("");
-    options.context.font_directory = FontDirectoryOf(arguments.request);
+    options.context.font_directory = run::FontDirectoryOf(arguments.request);
     options.context.options = recorder::DescribeOptions(arguments.request.host, digests);
     options.library = arguments.library;
     options.directory = arguments.directory;
@@ -89,8 +82,12 @@ class BatchCommand {
     run::BatchOutcome RunModule();
     void WriteReport(const run::BatchOutcome& outcome);
 
+    bool Records() const { return m_arguments.Records() && m_disk_error.empty(); }
+
     const BatchArguments& m_arguments;
     run::BatchRequest m_request;
+    // Why no message can be imported. The module runs for its trace only then.
+    const std::string m_disk_error;
     const Interval m_interval;
     SettingsScope m_settings;
     RunObservers m_observers;
@@ -111,7 +108,7 @@ bool IsRecordingFile(std::string_view name) {
 const BatchArguments& Checked(const BatchArguments& arguments) {
     CommandFiles files;
     files.SearchByModule(run::MessageDirectoryOf(arguments.request.disk));
-    files.SearchByModule(FontDirectoryOf(arguments.request));
+    files.SearchByModule(run::FontDirectoryOf(arguments.request));
     if (arguments.request.browse) files.ReadByModule(*arguments.request.browse, "the file of --browse");
     files.ReadNameLists(arguments.request.host.maps);
     files.ReadSettings(arguments.settings);
@@ -127,13 +124,15 @@ const BatchArguments& Checked(const BatchArguments& arguments) {
 BatchCommand::BatchCommand(const BatchArguments& arguments)
     : m_arguments(Checked(arguments)),
       m_request(arguments.request),
+      m_disk_error(run::DiskError(arguments.request)),
       m_interval(IntervalOf(arguments.range)),
       m_settings(arguments.settings),
       m_observers(arguments.trace, arguments.pixels),
       m_recorder_options(RecorderOptionsOf(arguments, m_digests)),
-      m_progress(StyleFor(arguments.trace), m_interval.last - m_interval.first + 1) {
+      m_progress(m_disk_error.empty() ? StyleFor(arguments.trace) : BatchProgress::Style::kNothing,
+                 m_interval.last - m_interval.first + 1) {
     m_request.ranges = {arguments.range};
-    if (arguments.report) m_report = std::make_unique<OutputFile>(*arguments.report);
+    if (arguments.report && m_disk_error.empty()) m_report = std::make_unique<OutputFile>(*arguments.report);
 }
 
 // Numbers whose recording is up to date are not imported again. Files that they lack are written from the library.
@@ -154,7 +153,7 @@ void BatchCommand::SkipRecorded() {
 run::BatchOutcome BatchCommand::RunModule() {
     ItemObserver items(m_progress);
     std::unique_ptr<recorder::BatchRecorder> recorder;
-    if (m_arguments.Records()) {
+    if (Records()) {
         recorder = std::make_unique<recorder::BatchRecorder>(
             m_recorder_options, m_digests, [this](const recorder::RecordedItem& item) { m_progress.Add(item); });
     }
@@ -171,14 +170,17 @@ run::BatchOutcome BatchCommand::RunModule() {
 }
 
 ExitCode BatchCommand::Run() {
+    if (!m_disk_error.empty() && !m_arguments.trace) throw CommandError(m_disk_error);
+    PrintDirectoryNotes(m_request.host.maps, m_request.fonts);
     HandleInterrupts();
     m_request.stop = WasInterrupted;
-    if (m_arguments.resume && m_interval.first <= m_interval.last) SkipRecorded();
+    if (m_arguments.resume && m_disk_error.empty() && m_interval.first <= m_interval.last) SkipRecorded();
     run::BatchOutcome outcome;
     if (!m_request.ranges.empty()) outcome = RunModule();
     m_observers.CommitTrace();
     const std::string& disk = m_request.disk;
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(disk + ": " + outcome.failure);
+    if (!m_disk_error.empty()) throw CommandError(m_disk_error);
     m_progress.Close();
     if (m_report) WriteReport(outcome);
     m_settings.PrintAnyNote();

@@ -72,6 +72,7 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     // Opened first, so that an output that cannot be written is reported before the module runs.
     const std::string png = arguments.png ? CheckRegularOutput(*arguments.png) : std::string();
     RunObservers observers(arguments.trace);
+    PrintDirectoryNotes(arguments.request.maps, std::nullopt);
     if (arguments.request.warnings) observers.PrintWarnings();
     FontSummary summary;
     picture::GlyphSheet sheet;

@@ -80,6 +80,7 @@ Import::Import(const ImportArguments& arguments)
 }
 
 ExitCode Import::Run() {
+    PrintDirectoryNotes(m_arguments.request.host.maps, m_arguments.request.fonts);
     if (m_arguments.png) m_observers.Add(m_picture);
     if (m_arguments.warnings) m_observers.PrintWarnings();
     const run::ImportOutcome outcome = run::RunImport(m_arguments.request, m_observers.All());

@@ -55,6 +55,56 @@ TEST(BatchCommand, RecordsWritesAndReports) {
     EXPECT_EQ(json::parse(recording.document), json::parse(disk.Read("a b/0012.json")));
 }
 
+struct BadDiskCase {
+    const char* name;
+    const char* before;  // shell
+    const char* disk;
+    const char* error;  // after "zeltrans: "
+};
+void PrintTo(const BadDiskCase& row, std::ostream* out) {
+    *out << row.name;
+}
+class BadDisk : public testing::TestWithParam<BadDiskCase> {};
+
+TEST_P(BadDisk, IsReportedInOneLineAndLeavesNothing) {
+    const CommandDisk disk;
+    disk.Shell(GetParam().before);
+    const auto before = disk.Names();
+    const std::string batch =
+        std::string("zeltrans batch ") + GetParam().disk + " 1 9999 --library lib --out out --report report ";
+    CommandResult result = disk.Shell(batch);
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.err, testing::StartsWith(std::string("zeltrans: ") + GetParam().error));
+    EXPECT_EQ(result.ErrorLines(), 1);
+    EXPECT_EQ(disk.Names(), before);
+    result = disk.Shell(batch + "--trace run.trace; code=$?; wc -l <run.trace; exit $code");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_GT(std::stoi(result.out), 1) << "the module runs for its trace";
+    EXPECT_EQ(result.ErrorLines(), 1);
+    EXPECT_EQ(disk.Names(), before);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Each, BadDisk,
+    testing::Values(BadDiskCase{"missing", "true", "nosuch", "nosuch: the disk does not exist\n"},
+                    BadDiskCase{"a_file", "echo x >file", "file", "file: the disk is not a directory\n"},
+                    BadDiskCase{"without_messages", "mkdir -p d/MACHINE", "d", "d: the message directory /"},
+                    BadDiskCase{"without_fonts", "mkdir -p d/MESSAGES", "d", "d: the font directory /"},
+                    BadDiskCase{"messages_that_are_a_file", "mkdir -p d/MACHINE; echo x >d/MESSAGES", "d",
+                                "d: the message directory /"},
+                    BadDiskCase{"messages_that_are_a_loop", "mkdir -p d/MACHINE; ln -s MESSAGES d/MESSAGES", "d",
+                                "d: the message directory /"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(BatchCommand, NotesDirectoriesThatTheModuleIgnores) {
+    const CommandDisk disk;
+    const CommandResult result = disk.Shell("echo x >file; zeltrans batch . 12 12 --maps nosuch --fonts file");
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.err,
+              "note: --maps nosuch does not exist; no name lists are read\n"
+              "note: --fonts file is not a directory; no fonts are found in it\n");
+}
+
 TEST(BatchCommand, GivesTheSameForAnyNumberOfJobs) {
     const CommandDisk disk;
     disk.Shell("for n in 21 22 23 24 25 26; do cp MESSAGES/.0012 MESSAGES/.00$n; done");

@@ -142,6 +142,8 @@ INSTANTIATE_TEST_SUITE_P(
                                 "nowhere/.0012: the message directory "},
                     FailureCase{"font_as_message", "zeltrans import MACHINE/.0012 --fonts MACHINE", 4,
                                 "MACHINE/.0012: not a message file but a font file"},
+                    FailureCase{"nothing_beside_no_fonts", "zeltrans import nosuch", 1,
+                                "nosuch: there is no such message file"},
                     FailureCase{"directory_as_message", "zeltrans import MESSAGES --fonts MACHINE", 3,
                                 "MESSAGES: a directory, not a message file"},
                     FailureCase{"message_name_with_a_second_dot",
