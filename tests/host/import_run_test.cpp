@@ -278,7 +278,6 @@ INSTANTIATE_TEST_SUITE_P(
                     FailureCase{"loose_text", "text", 1, "not a message file but text"},
                     FailureCase{"a_picture", "picture", 1, "not a message file but a PNG picture"},
                     FailureCase{"an_empty_file", "empty", 1, "the message file is empty"},
-                    FailureCase{"a_font_without_fonts", "MACHINE/.0001", 1, "no such message file"},
                     FailureCase{"nothing_nowhere", "NOWHERE/below/.0001", 1, "/NOWHERE/below does not exist"},
                     FailureCase{"a_number_without_fonts", "NOFONTS/MESSAGES/1", 1, "/NOFONTS/MACHINE does not exist"},
                     FailureCase{"a_foreign_type", "MESSAGES/.0007", 4, "its type is 703"}),

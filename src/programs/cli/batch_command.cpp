@@ -10,11 +10,13 @@
 
 #include "host/native_path.h"
 #include "host/recorder/batch_recorder.h"
+#include "host/recorder/disk_names.h"
 #include "host/recorder/resume.h"
 #include "host/run/batch_run.h"
 #include "module/contract/message_id.h"
 #include "platform/system/files.h"
 #include "programs/cli/batch_progress.h"
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
@@ -78,6 +80,7 @@ class BatchCommand {
     ExitCode Run();
 
   private:
+    void NameDisk();
     void SkipRecorded();
     run::BatchOutcome RunModule();
     void WriteReport(const run::BatchOutcome& outcome);
@@ -93,7 +96,7 @@ class BatchCommand {
     RunObservers m_observers;
     std::unique_ptr<OutputFile> m_report;
     recorder::FileDigests m_digests;
-    const recorder::RecorderOptions m_recorder_options;
+    recorder::RecorderOptions m_recorder_options;
     BatchProgress m_progress;
 };
 
@@ -135,6 +138,20 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
     if (arguments.report && m_disk_error.empty()) m_report = std::make_unique<OutputFile>(*arguments.report);
 }
 
+// Without --disk, the disk has its directory's name. A disk that is in the library keeps its name there.
+void BatchCommand::NameDisk() {
+    const std::string directory = host::AbsolutePath(run::MessageDirectoryOf(m_request.disk));
+    library::Library library(*m_arguments.library, library::Access::kWrite);
+    const std::string name = recorder::DiskNames().NameOf(library, directory);
+    m_recorder_options.context.disk = name;
+    if (name.empty()) {
+        PrintNote(m_request.disk + ": recorded without a name, as before");
+    } else if (name != recorder::UsualDiskName(directory)) {
+        PrintNote(m_request.disk + ": recorded as the disk \"" + name +
+                  "\", since the library has another of its name");
+    }
+}
+
 // Numbers whose recording is up to date are not imported again. Files that they lack are written from the library.
 void BatchCommand::SkipRecorded() {
     library::Library library(*m_arguments.library, library::Access::kWrite);
@@ -174,6 +191,7 @@ ExitCode BatchCommand::Run() {
     PrintDirectoryNotes(m_request.host.maps, m_request.fonts);
     HandleInterrupts();
     m_request.stop = WasInterrupted;
+    if (m_arguments.library && !m_arguments.name && m_disk_error.empty()) NameDisk();
     if (m_arguments.resume && m_disk_error.empty() && m_interval.first <= m_interval.last) SkipRecorded();
     run::BatchOutcome outcome;
     if (!m_request.ranges.empty()) outcome = RunModule();
@@ -219,7 +237,7 @@ void AddInputs(CLI::App& command, BatchArguments& arguments) {
 void AddOutputs(CLI::App& command, BatchArguments& arguments) {
     AddPath(command, "--library", arguments.library, "FILE", "record each message in a library");
     AddText(command, "--disk", arguments.name, "NAME",
-            "with --library: the name of the disk [empty]; a library contains each number once per disk");
+            "with --library: the name of the disk [its directory's]; a library contains each number once per disk");
     command.add_flag(
         "--resume", arguments.resume,
         "with --library: skip numbers that are already recorded, with the same options and from unchanged files");

@@ -36,7 +36,8 @@ std::vector<std::string> Contents(const std::filesystem::path& file) {
 TEST(BatchCommand, RecordsWritesAndReports) {
     const CommandDisk disk;
     disk.Shell("head -c 200 MESSAGES/.0012 > MESSAGES/.0013");
-    const CommandResult result = disk.Shell("zeltrans batch . 12 0020 --library lib --out 'a b' --report r.json");
+    const CommandResult result =
+        disk.Shell("zeltrans batch . 12 0020 --library lib --disk '' --out 'a b' --report r.json");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out,
               ".0012 imported; not found or not readable: font 31; a row ends where it is used\n"
@@ -53,6 +54,38 @@ TEST(BatchCommand, RecordsWritesAndReports) {
     EXPECT_EQ(recording.picture, disk.Read("a b/0012.png"));
     EXPECT_EQ(recording.sources.size(), 3U) << "the message, its font, and the font that is missing";
     EXPECT_EQ(json::parse(recording.document), json::parse(disk.Read("a b/0012.json")));
+}
+
+TEST(BatchCommand, NamesEachDiskAndCountsWhatItReplaces) {
+    const CommandDisk disk;
+    disk.Shell("mkdir -p x/news y/news; for d in x y; do cp -r MESSAGES MACHINE $d/news; done");
+    struct {
+        const char* arguments;
+        const char* counts;
+        const char* err;
+        std::vector<std::string> disks;
+    } const cases[] = {
+        {"x/news 12 20", "2 imported, 7 missing, 0 failed\n", "", {"news"}},
+        {"y/news 12 20",
+         "2 imported, 7 missing, 0 failed\n",
+         "note: y/news: recorded as the disk \"news (2)\", since the library has another of its name\n",
+         {"news", "news (2)"}},
+        {"./x/../x/news/ 12 12", "1 imported, 0 missing, 0 failed, 1 replaced\n", "", {"news", "news (2)"}},
+        {"y/news 12 20 --disk news", "2 imported, 7 missing, 0 failed, 2 replaced\n", "", {"news", "news (2)"}},
+        {". 12 12 --disk ''", "1 imported, 0 missing, 0 failed\n", "", {"", "news", "news (2)"}},
+        {". 12 12 --resume",
+         "0 imported, 0 missing, 0 failed, 1 unchanged\n",
+         "note: .: recorded without a name, as before\n",
+         {"", "news", "news (2)"}},
+    };
+    for (const auto& row : cases) {
+        const CommandResult result =
+            disk.Shell(std::string("zeltrans batch ") + row.arguments + " --library lib --report r");
+        EXPECT_THAT(result.out, testing::EndsWith(row.counts)) << row.arguments;
+        EXPECT_EQ(result.err, row.err) << row.arguments;
+        EXPECT_EQ(library::Library(disk / "lib", library::Access::kRead).Disks(), row.disks) << row.arguments;
+    }
+    EXPECT_EQ(json::parse(disk.Read("r"))["replaced"], 0);
 }
 
 struct BadDiskCase {
