@@ -8,6 +8,7 @@
 
 #include "base/field_text.h"
 #include "host/document/json_line.h"
+#include "host/document/message_warnings.h"
 #include "module/contract/records/palette.h"
 
 namespace zel::document {
@@ -19,6 +20,11 @@ std::string_view FaceName(const LOGFONT& font) noexcept {
     std::string_view name = base::FieldText(font.lfFaceName);
     name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
     return name;
+}
+
+/// UTF-8 text as JSON; bytes that are no UTF-8 are replaced.
+std::string Utf8Json(const nlohmann::json& text) {
+    return text.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
 /// Whether two characters differ only in code and position, as most in a row do.
@@ -53,6 +59,7 @@ class DocumentWriter {
     void TabFields();
     void Fonts();
     void Palette();
+    void Warnings();
 
     const MessageRecord& m_message;
     JsonLine m_json;
@@ -191,11 +198,15 @@ void DocumentWriter::Head() {
     m_json.Number("bottom", static_cast<std::int16_t>(header.frame_bottom)).Close('}');
 }
 
+void DocumentWriter::Warnings() {
+    const std::vector<std::string> warnings = WarningsOf(m_message);
+    if (!warnings.empty()) m_json.Key("warnings").Written(Utf8Json(warnings));
+}
+
 std::string DocumentWriter::Write(const std::string& source) {
     constexpr std::size_t kAroundCharacters = 8192, kCharacter = 384;  // bytes; enough for almost every message
     m_json.Reserve(kAroundCharacters + m_message.characters.size() * kCharacter);
-    constexpr auto kReplaceBadUtf8 = nlohmann::json::error_handler_t::replace;
-    m_json.Open('{').Key("source").Written(nlohmann::json(source).dump(-1, ' ', false, kReplaceBadUtf8));
+    m_json.Open('{').Key("source").Written(Utf8Json(source));
     m_json.Bytes("id", m_message.id);
     if (m_message.rgba) {
         m_json.Bytes("kind", "picture").Bytes("insert_as", m_message.object ? "object" : "background");
@@ -207,6 +218,7 @@ std::string DocumentWriter::Write(const std::string& source) {
         Fonts();
         Palette();
     }
+    Warnings();
     m_json.Close('}');
     return m_json.Take();
 }

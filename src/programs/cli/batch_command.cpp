@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
+#include "host/document/message_warnings.h"
 #include "host/native_path.h"
 #include "host/recorder/batch_recorder.h"
 #include "host/recorder/disk_names.h"
@@ -63,14 +65,20 @@ recorder::RecorderOptions RecorderOptionsOf(const BatchArguments& arguments, rec
     return options;
 }
 
-/// Reports the numbers of a batch that records nothing.
+/// Reports the numbers of a batch that records nothing, with their warnings.
 class ItemObserver : public host::HostObserver {
   public:
     explicit ItemObserver(BatchProgress& progress) : m_progress(progress) {}
-    void OnBatchItem(const host::BatchItem& item) override { m_progress.Add({item, {}}); }
+    void OnMessage(const document::MessageRecord& message) override { m_warnings = document::WarningsOf(message); }
+    void OnBatchItem(const host::BatchItem& item) override {
+        std::vector<std::string> warnings = std::exchange(m_warnings, {});
+        if (item.outcome != host::ItemOutcome::kRecorded) warnings.clear();
+        m_progress.Add({item, std::move(warnings), false});
+    }
 
   private:
     BatchProgress& m_progress;
+    std::vector<std::string> m_warnings;
 };
 
 class BatchCommand {

@@ -129,6 +129,33 @@ INSTANTIATE_TEST_SUITE_P(
                                 "d: the message directory /"}),
     [](const auto& row) { return std::string(row.param.name); });
 
+TEST(BatchCommand, ReportsDirectoriesThatItMayNotRead) {
+    for (const char* mode : {"000", "644"}) {
+        const CommandDisk disk;
+        const std::string zeltrans = disk.UnprivilegedCommand();
+        if (zeltrans.empty()) GTEST_SKIP() << "permissions cannot be tested here";
+        disk.Shell(std::string("chmod ") + mode + " MESSAGES");
+        const auto before = disk.Names();
+        CommandResult result = disk.Shell(zeltrans + " batch . 12 20 --library lib --report r");
+        EXPECT_EQ(result.exit_code, 1);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, testing::StartsWith("zeltrans: .: the message directory /"));
+        EXPECT_THAT(result.err, testing::EndsWith("/MESSAGES can't be read: Permission denied\n"));
+        EXPECT_EQ(disk.Names(), before);
+        result = disk.Shell(zeltrans + " import MESSAGES/.0012");
+        EXPECT_EQ(result.err, "zeltrans: MESSAGES/.0012: the message file can't be opened: Permission denied\n");
+    }
+}
+
+TEST(BatchCommand, ReportsWarningsWithoutRecording) {
+    const CommandDisk disk;
+    const CommandResult result = disk.Shell("zeltrans batch . 12 13 --report r");
+    EXPECT_EQ(result.out,
+              ".0012 imported; not found or not readable: font 31; a row ends where it is used\n"
+              "1 imported, 1 missing, 0 failed\n");
+    EXPECT_EQ(json::parse(disk.Read("r"))["warnings"][0]["number"], 12);
+}
+
 TEST(BatchCommand, NotesDirectoriesThatTheModuleIgnores) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("echo x >file; zeltrans batch . 12 12 --maps nosuch --fonts file");
