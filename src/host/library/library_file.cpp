@@ -105,7 +105,9 @@ LibraryFile::LibraryFile(const fs::path& file, Access access, std::chrono::milli
 void LibraryFile::CheckHeader() const {
     // Checked before SQLite opens the file, since opening may write to it.
     std::error_code error;
-    if (fs::is_directory(m_path, error)) Fail("it is a directory, not a library");
+    const fs::file_status status = fs::status(m_path, error);
+    if (fs::is_directory(status)) Fail("it is a directory, not a library");
+    if (fs::exists(status) && !fs::is_regular_file(status)) Fail("it is a device or a pipe, not a library");
     std::vector<std::uint8_t> header;
     try {
         header = base::ReadFileBytes(m_path, kHeaderSize);

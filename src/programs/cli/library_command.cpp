@@ -103,6 +103,8 @@ ExitCode MergeLibraries(const LibraryArguments& arguments) {
     files.WriteLibrary(arguments.library);
     for (const std::string& shard : arguments.shards) files.ReadLibrary(shard, "a library to be merged");
     CheckOutputs(files);
+    // Each is opened first, so that a library is not made or changed by half of a merge.
+    for (const std::string& shard : arguments.shards) library::Library(shard, library::Access::kRead);
     library::Library library(arguments.library, library::Access::kWrite);
     for (const std::string& shard : arguments.shards) {
         const library::MergeCount count = library.Merge(shard);
