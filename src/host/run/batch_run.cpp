@@ -235,16 +235,20 @@ std::string FontDirectoryOf(const BatchRequest& request) {
 }
 
 std::string DiskError(const BatchRequest& request) {
-    std::string error = DirectoryError(request.disk);
-    if (!error.empty()) return request.disk + ": the disk " + error;
-    const auto in_module_form = [](const std::string& path) { return system::ModulePath(host::AbsolutePath(path)); };
-    const std::string module_messages = in_module_form(MessageDirectoryOf(request.disk));
+    const auto resolve = [](const std::string& path) {
+        return system::NativePath(system::ModulePath(host::AbsolutePath(path)).c_str());
+    };
+    const std::string module_messages = system::ModulePath(host::AbsolutePath(MessageDirectoryOf(request.disk)));
     if (module_messages.size() >= MAX_PATH)
         return request.disk + ": the path of the message directory " + TooLong(module_messages.size());
-    const std::string messages = system::NativePath(module_messages.c_str());
-    error = DirectoryError(messages);
-    if (!error.empty()) return request.disk + ": the message directory " + messages + " " + error;
-    const std::string fonts = system::NativePath(in_module_form(FontDirectoryOf(request)).c_str());
+    const std::string messages = resolve(MessageDirectoryOf(request.disk));
+    std::string error = DirectoryError(messages);
+    if (!error.empty()) {
+        const std::string disk_error = DirectoryError(resolve(request.disk));
+        return request.disk +
+               (disk_error.empty() ? ": the message directory " + messages + " " + error : ": the disk " + disk_error);
+    }
+    const std::string fonts = resolve(FontDirectoryOf(request));
     // The module accepts a file as its font directory, and finds no font there.
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(fonts, ignored)) error = DirectoryError(fonts);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "base/sqlite_database.h"
 
@@ -15,11 +16,17 @@ class SettingsDatabase : public base::SqliteDatabase {
     explicit SettingsDatabase(const std::filesystem::path& file);
 
     State GetState() const noexcept { return m_state; }
+    /// Why the file is unusable.
+    const std::string& Failure() const noexcept { return m_failure; }
 
   private:
     State Check();
-    bool MakeTables();
+    State MakeTables();
+    /// The state after a call of SQLite that failed.
+    State Fail();
 
+    // Assigned by Check.
+    std::string m_failure;
     State m_state;
 };
 

@@ -148,7 +148,7 @@ TEST(Outputs, MayBeBesideTheirInputsAndShareADevice) {
          {"zeltrans import MESSAGES/.0012 --json /dev/null --trace /dev/null",
           "cp MESSAGES/.0012 12; zeltrans import 12 --fonts MACHINE --png 0012.png --json 12.json",
           "mkdir -p work/machine; zeltrans import MESSAGES/.0012 --png work/machine/a.png",
-          "zeltrans batch . 12 20 --out out --library out/lib --report out/report.json --trace out/trace"}) {
+          "mkdir out; zeltrans batch . 12 20 --out out --library out/lib --report out/report.json --trace out/trace"}) {
         const CommandResult result = disk.Shell(line);
         EXPECT_EQ(result.exit_code, 0) << line << "\n" << result.err;
     }
