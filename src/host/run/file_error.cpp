@@ -56,8 +56,8 @@ std::string DirectoryError(const std::string& path) {
     if (!fs::exists(status)) return "does not exist";
     if (!fs::is_directory(status)) return "is not a directory";
     // A directory that can't be searched hides the files in it.
-    fs::status(path + "/.", error);
-    return error ? "can't be read: " + error.message() : std::string();
+    const bool can_search = fs::exists(path + "/.", error);
+    return can_search ? std::string() : "can't be read: " + error.message();
 }
 
 std::string OpenError(const std::string& kind, const std::string& module_path) {
