@@ -296,7 +296,11 @@ class FailedImport : public HostDisk, public testing::WithParamInterface<Failure
 TEST_P(FailedImport, NamesTheFileAndTheReason) {
     samples::WriteWholeFile(Path("NOFONTS/MESSAGES/.0001"), samples::WriteMessage(OneRow("A")));
     samples::WriteWholeFile(Path("MESSAGES/.0005"), samples::WriteFont(BlockFont()));
-    samples::WriteWholeFile(Path("MESSAGES/.0006"), std::string_view("short"));
+    samples::WriteWholeFile(Path("MESSAGES/.0006"), std::string_view("\0\0\2\xBE", 4));
+    samples::WriteWholeFile(Path("MESSAGES/.0011"), std::string(200, 'x'));
+    samples::WriteWholeFile(Path("text"), std::string_view("short"));
+    samples::WriteWholeFile(Path("picture"), std::string_view("\x89PNG\r\n\x1A\n"));
+    samples::WriteWholeFile(Path("empty"), std::string_view());
     samples::Bytes bytes = samples::WriteMessage(OneRow("A"));
     samples::WriteWholeFile(Path("MESSAGES/.0008"), std::span(bytes).first(140));
     samples::WriteWholeFile(Path("MESSAGES/.0007"), samples::WriteRgbaFile(703, {}));
@@ -325,6 +329,15 @@ INSTANTIATE_TEST_SUITE_P(
                     FailureCase{"a_file_cut_short", "MESSAGES/.0008", 4, "zeltrans info"},
                     FailureCase{"a_pipe", "MESSAGES/.0009", 4, "a pipe, not a message file"},
                     FailureCase{"an_endless_file", "MESSAGES/.0010", 4, "a device, not a message file"},
+                    FailureCase{"text", "MESSAGES/.0011", 4, "not a message file but text"},
+                    // The font directory is missing too, which is not the cause.
+                    FailureCase{"nothing", "nosuch", 1, "there is no such message file"},
+                    FailureCase{"a_directory", "MESSAGES", 1, "a directory, not a message file"},
+                    FailureCase{"loose_text", "text", 1, "not a message file but text"},
+                    FailureCase{"a_picture", "picture", 1, "not a message file but a PNG picture"},
+                    FailureCase{"an_empty_file", "empty", 1, "the message file is empty"},
+                    FailureCase{"nothing_nowhere", "NOWHERE/below/.0001", 1, "/NOWHERE/below does not exist"},
+                    FailureCase{"a_number_without_fonts", "NOFONTS/MESSAGES/1", 1, "/NOFONTS/MACHINE does not exist"},
                     FailureCase{"a_foreign_type", "MESSAGES/.0007", 4, "its type is 703"}),
     [](const auto& row) { return std::string(row.param.name); });
 

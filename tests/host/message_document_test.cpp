@@ -1,5 +1,6 @@
 #include "host/document/message_document.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -44,6 +45,13 @@ TEST_F(Document, ContainsRowsCharactersAndFonts) {
     EXPECT_EQ(second["face_colour"], "#0102FE");
     EXPECT_EQ(document["fonts"][0]["height"], 20);
     EXPECT_EQ(document["palette"][7][31], "#0102FE");
+}
+
+TEST_F(Document, ContainsItsWarnings) {
+    WriteMessage(OneRow("A"));
+    EXPECT_THAT(Import()["warnings"].dump(), testing::HasSubstr("font 1; a row ends where it is used"));
+    WriteFont(BlockFont());
+    EXPECT_FALSE(Import().contains("warnings"));
 }
 
 TEST_F(Document, ContainsTheTypefaceOfACharacterInTextForm) {

@@ -23,6 +23,11 @@ std::string_view FaceName(const LOGFONT& font) noexcept {
     return name;
 }
 
+/// UTF-8 text as JSON; bytes that are no UTF-8 are replaced.
+std::string Utf8Json(const nlohmann::json& text) {
+    return text.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
 /// Whether two characters differ only in code and position, as most in a row do.
 bool HaveSameAppearance(const CharacterRecord& one, const CharacterRecord& other) noexcept {
     const auto appearance = [](const CharacterRecord& character) {
@@ -209,6 +214,11 @@ void DocumentWriter::Head() {
     m_json.Number("bottom", static_cast<std::int16_t>(header.frame_bottom)).Close('}');
 }
 
+void DocumentWriter::Warnings() {
+    const std::vector<std::string> warnings = WarningsOf(m_message);
+    if (!warnings.empty()) m_json.Key("warnings").Written(Utf8Json(warnings));
+}
+
 std::string DocumentWriter::Write(const std::string& source) {
     constexpr std::size_t kAroundCharacters = 8192, kCharacter = 384;  // bytes; enough for almost every message
     m_json.Reserve(kAroundCharacters + m_message.characters.size() * kCharacter);
@@ -224,8 +234,8 @@ std::string DocumentWriter::Write(const std::string& source) {
         TabFields();
         Fonts();
         Palette();
-        Warnings();
     }
+    Warnings();
     m_json.Close('}');
     return m_json.Take();
 }

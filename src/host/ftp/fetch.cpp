@@ -119,13 +119,23 @@ class Fetcher {
         return true;
     }
 
+    // The local directory with its own name.
+    std::filesystem::path Local() const {
+        std::filesystem::path to = std::filesystem::absolute(m_request.to).lexically_normal();
+        return to.has_filename() ? to : to.parent_path();
+    }
+
+    // Whether the local directory is to be the MESSAGES of a disk, as the remote one is.
+    bool IsLocalMessages() const {
+        return m_layout == Layout::kBeside && base::EqualsFolded(Local().filename().string(), kMessages);
+    }
+
     void OpenLocal() {
-        const SafeDirectory top(m_request.to);
-        if (m_layout == Layout::kDisk) {
-            m_messages.shown = std::string(kMessages) + "/";
-            m_messages.local = top.Below(std::string(kMessages));
-        } else {
+        if (m_layout == Layout::kTogether || IsLocalMessages()) {
             m_messages.local = SafeDirectory(m_request.to);
+        } else {
+            m_messages.shown = std::string(kMessages) + "/";
+            m_messages.local = SafeDirectory(m_request.to).Below(std::string(kMessages));
         }
     }
 
@@ -196,10 +206,7 @@ class Fetcher {
     }
 
     SafeDirectory OpenMachine() const {
-        std::filesystem::path to = std::filesystem::absolute(m_request.to).lexically_normal();
-        if (!to.has_filename()) to = to.parent_path();
-        const bool beside = m_layout == Layout::kBeside && base::EqualsFolded(to.filename().string(), kMessages);
-        return SafeDirectory(beside ? to.parent_path() : to).Below(std::string(kMachine));
+        return SafeDirectory(IsLocalMessages() ? Local().parent_path() : m_request.to).Below(std::string(kMachine));
     }
 
     void FetchFontsFrom(const DirectoryPair& directory) {

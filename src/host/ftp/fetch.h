@@ -12,9 +12,9 @@
 /// Fetches messages and the fonts that they use.
 ///
 /// Directories: A remote directory that contains MESSAGES is a disk; MESSAGES and MACHINE are created in the local
-/// directory. For a remote directory named MESSAGES, the fonts are in MACHINE beside it; they go to MACHINE beside the
-/// local directory if that is named MESSAGES too, else to MACHINE within it. Any other remote directory contains both
-/// messages and fonts, and so does the local one.
+/// directory. So is one named MESSAGES, with MACHINE beside it, unless the local directory is named MESSAGES too: then
+/// that one receives the messages, and MACHINE beside it the fonts. Any other remote directory contains both messages
+/// and fonts, and so does the local one.
 namespace zel::ftp {
 
 /// In bytes; far more than a message or a font needs.

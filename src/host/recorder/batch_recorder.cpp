@@ -1,5 +1,6 @@
 #include "host/recorder/batch_recorder.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 #include <utility>
@@ -61,7 +62,7 @@ void BatchRecorder::OnMessage(const document::MessageRecord& message) {
 
 void BatchRecorder::OnBatchItem(const host::BatchItem& item) {
     if (item.outcome != host::ItemOutcome::kRecorded || !m_arrived) {
-        m_workers->Give([item] { return Result{{item, {}}, std::nullopt}; });
+        m_workers->Give([item] { return Result{{item, {}, false}, std::nullopt}; });
         return;
     }
     m_arrived->number = item.number;
@@ -74,7 +75,7 @@ BatchRecorder::Result BatchRecorder::Record(const host::BatchItem& item, Arrived
     library::Recording recording = MakeRecording(arrived, m_options.context, m_digests);
     if (arrived.picture) m_pictures.GiveBack(std::move(*arrived.picture));
     if (m_options.directory) WriteRecordingFiles(recording, *m_options.directory);
-    return {{item, recording.warnings}, std::move(recording)};
+    return {{item, recording.warnings, false}, std::move(recording)};
 }
 
 void BatchRecorder::Take(Result result) {
@@ -85,10 +86,20 @@ void BatchRecorder::Take(Result result) {
 }
 
 void BatchRecorder::Store() {
+    MarkReplaced();
     if (!m_chunk.empty()) m_library->Record(m_chunk);
     m_chunk.clear();
     for (const RecordedItem& item : std::exchange(m_items, {})) m_done(item);
     m_stored_at = std::chrono::steady_clock::now();
+}
+
+void BatchRecorder::MarkReplaced() {
+    for (const library::Recording& recording : m_chunk) {
+        if (!m_library->Has({recording.disk, recording.number})) continue;
+        std::ranges::find(m_items, recording.number, [](const RecordedItem& item) {
+            return item.item.number;
+        })->replaced = true;
+    }
 }
 
 void BatchRecorder::Finish() {

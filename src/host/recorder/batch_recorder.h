@@ -20,6 +20,8 @@ namespace zel::recorder {
 struct RecordedItem {
     host::BatchItem item;
     std::vector<std::string> warnings;
+    /// The library had a recording of this disk and number.
+    bool replaced = false;
 };
 
 struct RecorderOptions {
@@ -61,6 +63,7 @@ class BatchRecorder : public host::HostObserver {
     Result Record(const host::BatchItem& item, ArrivedMessage arrived);
     void Take(Result result);
     void Store();
+    void MarkReplaced();
 
     const RecorderOptions m_options;
     FileDigests& m_digests;

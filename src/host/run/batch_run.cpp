@@ -1,14 +1,15 @@
 #include "host/run/batch_run.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
+#include <system_error>
 #include <variant>
 
 #include "base/text.h"
 #include "host/module_call.h"
 #include "host/native_path.h"
 #include "host/run/failure_text.h"
+#include "host/run/file_error.h"
 #include "host/run/import_paths.h"
 #include "host/run/import_run.h"
 #include "module/contract/dialog_ids.h"
@@ -21,9 +22,10 @@ namespace zel::run {
 
 namespace {
 
-bool Exists(const std::string& module_path) {
-    std::error_code ignored;
-    return std::filesystem::exists(std::filesystem::symlink_status(system::NativePath(module_path.c_str()), ignored));
+/// Whether a message does not exist, rather than being hidden in a directory that can't be searched.
+bool IsMissing(const ImportPaths& paths) {
+    return FindMessageFile(paths).empty() &&
+           DirectoryError(system::NativePath(paths.message_directory.c_str())).empty();
 }
 
 /// Follows a batch through the calls of the module. For each number of the range it checks the ESC key before
@@ -105,10 +107,8 @@ host::BatchItem BatchTracker::Failed(int status) const {
     const auto& boxes = m_desktop.Boxes();
     outcome.boxes.assign(boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_before), boxes.end());
     const ImportPaths paths = ImportPathsOf(import.message, import.fonts);
-    if (status == ImportStatus::kMessageNotFound && !Exists(paths.message) &&
-        !Exists(paths.message_directory + "\\" + base::NumberedName(m_number).substr(1))) {
+    if (status == ImportStatus::kMessageNotFound && IsMissing(paths))
         return {m_number, host::ItemOutcome::kMissing, {}};
-    }
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
 }
 
@@ -226,6 +226,33 @@ BatchOutcome Batch::Run() {
 
 std::string MessageDirectoryOf(const std::string& disk) {
     return disk + (disk.ends_with('/') ? "MESSAGES" : "/MESSAGES");
+}
+
+std::string FontDirectoryOf(const BatchRequest& request) {
+    if (request.fonts) return host::AbsolutePath(*request.fonts);
+    const std::string messages = system::ModulePath(host::AbsolutePath(MessageDirectoryOf(request.disk)));
+    return system::NativePath(host::MachineDirectory(messages).c_str());
+}
+
+std::string DiskError(const BatchRequest& request) {
+    const auto resolve = [](const std::string& path) {
+        return system::NativePath(system::ModulePath(host::AbsolutePath(path)).c_str());
+    };
+    const std::string module_messages = system::ModulePath(host::AbsolutePath(MessageDirectoryOf(request.disk)));
+    if (module_messages.size() >= MAX_PATH)
+        return request.disk + ": the path of the message directory " + TooLong(module_messages.size());
+    const std::string messages = resolve(MessageDirectoryOf(request.disk));
+    std::string error = DirectoryError(messages);
+    if (!error.empty()) {
+        const std::string disk_error = DirectoryError(resolve(request.disk));
+        return request.disk +
+               (disk_error.empty() ? ": the message directory " + messages + " " + error : ": the disk " + disk_error);
+    }
+    const std::string fonts = resolve(FontDirectoryOf(request));
+    // The module accepts a file as its font directory, and finds no font there.
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(fonts, ignored)) error = DirectoryError(fonts);
+    return error.empty() ? error : request.disk + ": the font directory " + fonts + " " + error;
 }
 
 BatchOutcome RunBatch(const BatchRequest& request, std::span<host::HostObserver* const> observers) {

@@ -61,5 +61,11 @@ BatchOutcome RunBatch(const BatchRequest& request, std::span<host::HostObserver*
 
 /// This system's path of a disk's messages.
 std::string MessageDirectoryOf(const std::string& disk);
+/// Absolute path of the directory of the font files: the requested one, or MACHINE on the disk.
+std::string FontDirectoryOf(const BatchRequest& request);
+
+/// Why no message of a disk can be imported, in one line: the disk, its messages or the font directory are missing or
+/// can't be read. Empty if they can. RunBatch can be called all the same; it then fails each number.
+std::string DiskError(const BatchRequest& request);
 
 }  // namespace zel::run

@@ -17,15 +17,37 @@ namespace zel::run {
 
 namespace {
 
-std::string DirectoryError(const std::string& what, const std::string& module_path) {
-    if (module_path.size() >= MAX_PATH) return "the path of the " + what + " directory " + TooLong(module_path.size());
+std::string UnusableDirectory(const std::string& kind, const std::string& module_path) {
+    if (module_path.size() >= MAX_PATH) return "the path of the " + kind + " directory " + TooLong(module_path.size());
     const std::string path = system::NativePath(module_path.c_str());
+    const std::string error = DirectoryError(path);
+    return "the " + kind + " directory " + path + " " + (error.empty() ? "could not be used" : error);
+}
+
+/// Why no message can be read from the path that the user gave, whatever the other directories are; empty if there is a
+/// message, or if its directory is the cause.
+std::string PathError(const ImportPaths& paths) {
+    if (paths.message.size() >= MAX_PATH) return {};
+    const std::string file = FindMessageFile(paths);
+    const std::string directory = system::NativePath(paths.message_directory.c_str());
+    if (file.empty()) return DirectoryError(directory).empty() ? OpenError("message", paths.message) : std::string();
     std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    std::string text = "the " + what + " directory " + path;
-    if (!std::filesystem::exists(status)) return text + " does not exist";
-    if (!std::filesystem::is_directory(status)) return text + " is not a directory";
-    return text + " could not be used";
+    if (!std::filesystem::is_regular_file(file, error)) return OpenError("message", system::ModulePath(file));
+    const std::optional<std::uint32_t> type = FileType(file);
+    const bool is_message = type && (*type == kMessageFileType || IsRgbaFileType(*type));
+    return is_message ? std::string() : ContentError("message", file);
+}
+
+/// Why the directories of an import could not be used. The module checks the font directory first, even if there is no
+/// message.
+std::string DirectoriesError(const ImportPaths& paths, int status) {
+    const std::string error = PathError(paths);
+    if (!error.empty()) return error;
+    if (status == ImportStatus::kBadFontDirectory && paths.message_directory.size() < MAX_PATH &&
+        DirectoryError(system::NativePath(paths.message_directory.c_str())).empty()) {
+        return UnusableDirectory("font", paths.font_directory);
+    }
+    return UnusableDirectory("message", paths.message_directory);
 }
 
 /// Why the module did not find a message, even though the file may exist.
@@ -38,8 +60,7 @@ std::string MessageError(const ImportPaths& paths) {
 std::string LoadError(const ImportPaths& paths, const ImportOutcome& outcome) {
     if (!outcome.boxes.empty()) return host::OneLine(outcome.boxes.back().text);
     if (std::string error = OpenError("message", paths.message); !error.empty()) return error;
-    const std::optional<std::uint32_t> type = FileType(system::NativePath(paths.message.c_str()));
-    return ContentError("message", type && IsRgbaFileType(*type) ? kMessageFileType : type);
+    return ContentError("message", system::NativePath(paths.message.c_str()));
 }
 
 std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
@@ -49,9 +70,8 @@ std::string Reason(const ImportPaths& paths, const ImportOutcome& outcome) {
         case ImportStatus::kFinished:
             break;
         case ImportStatus::kBadFontDirectory:
-            return DirectoryError("font", paths.font_directory);
         case ImportStatus::kBadMessageDirectory:
-            return DirectoryError("message", paths.message_directory);
+            return DirectoriesError(paths, *outcome.status);
         case ImportStatus::kMessageNotFound:
             return MessageError(paths);
         case ImportStatus::kLoadFailed:

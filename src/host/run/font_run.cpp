@@ -68,7 +68,7 @@ std::string PromptEnd(const script::HeadlessDesktop& desktop) {
 std::string FileError(const std::string& module_path, const std::string& prompt_end) {
     const std::string error = OpenError("font", module_path);
     if (!error.empty()) return error + prompt_end;
-    return ContentError("font", FileType(system::NativePath(module_path.c_str())));
+    return ContentError("font", system::NativePath(module_path.c_str()));
 }
 
 std::string Reason(const std::string& module_path, const script::HeadlessDesktop& desktop) {

@@ -19,4 +19,8 @@ struct ImportPaths {
 /// @param fonts    this system's font directory, if one is requested.
 ImportPaths ImportPathsOf(const std::string& message, const std::optional<std::string>& fonts);
 
+/// The message file that the module opens for an id, in this system's form: for 12 or .0012 also the file .0012 or
+/// 0012. Empty if no such name exists; a name that exists need not be a file.
+std::string FindMessageFile(const ImportPaths& paths);
+
 }  // namespace zel::run

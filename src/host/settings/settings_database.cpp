@@ -58,21 +58,24 @@ bool SettingsDatabase::EmptyLog() {
     return checkpoint.Next() && checkpoint.Int(0) == 0;
 }
 
+SettingsDatabase::State SettingsDatabase::Fail() {
+    m_failure = Error();
+    return IsDamage(ErrorCode()) ? State::kDamaged : State::kUnusable;
+}
+
 SettingsDatabase::State SettingsDatabase::Check() {
-    if (ErrorCode() != SQLITE_OK) return State::kUnusable;
+    if (ErrorCode() != SQLITE_OK) return m_failure = Error(), State::kUnusable;
     // A write-ahead log waits for the disk once per write, a rollback journal three times. The log remains when the
     // file is closed; the next program that opens the file continues it.
     sqlite3_db_config(Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     // Deleted bytes are overwritten with zeros.
-    bool good = UseWriteAheadLog() && Run("PRAGMA synchronous = FULL") && Run("PRAGMA secure_delete = ON");
+    if (!UseWriteAheadLog() || !Run("PRAGMA synchronous = FULL") || !Run("PRAGMA secure_delete = ON")) return Fail();
     {
         base::SqliteStatement check = Prepare("PRAGMA quick_check(1)");
-        const bool answered = good && check.Next();
-        if (answered && check.Bytes(0) != "ok") return State::kDamaged;
-        good = answered;
+        if (!check.Next()) return Fail();
+        if (check.Bytes(0) != "ok") return State::kDamaged;
     }
-    if (good && MakeTables()) return State::kReady;
-    return IsDamage(ErrorCode()) ? State::kDamaged : State::kUnusable;
+    return MakeTables();
 }
 
 bool SettingsDatabase::UseWriteAheadLog() {
@@ -86,15 +89,16 @@ bool SettingsDatabase::UseWriteAheadLog() {
     }
 }
 
-bool SettingsDatabase::MakeTables() {
+SettingsDatabase::State SettingsDatabase::MakeTables() {
     base::SqliteStatement version = Prepare("PRAGMA user_version");
-    if (!version.Next()) return false;
-    if (version.Int(0) == kVersion) return true;
+    if (!version.Next()) return Fail();
+    if (version.Int(0) == kVersion) return State::kReady;
     version.Run();
     base::SqliteTransaction transaction(*this);  // one wait for the disk, not one for each table
     bool made = transaction.IsOpen();
     for (const char* table : kSchema) made = made && Run(table);
-    return made && Run("PRAGMA user_version = 1") && transaction.Commit();
+    // The end of a failed transaction would replace the reason.
+    return made && Run("PRAGMA user_version = 1") && transaction.Commit() ? State::kReady : Fail();
 }
 
 }  // namespace zel::settings

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "base/sqlite_database.h"
 
@@ -16,6 +17,8 @@ class SettingsDatabase : public base::SqliteDatabase {
     explicit SettingsDatabase(const std::filesystem::path& file);
 
     State GetState() const noexcept { return m_state; }
+    /// Why the file is unusable.
+    const std::string& Failure() const noexcept { return m_failure; }
 
     /// Removes from the disk what the log still has of values that were deleted or replaced.
     /// @return false if another program is reading just now.
@@ -24,8 +27,12 @@ class SettingsDatabase : public base::SqliteDatabase {
   private:
     State Check();
     bool UseWriteAheadLog();
-    bool MakeTables();
+    State MakeTables();
+    /// The state after a call of SQLite that failed.
+    State Fail();
 
+    // Assigned by Check.
+    std::string m_failure;
     State m_state;
 };
 

@@ -103,7 +103,7 @@ SettingsDatabase* SqliteSettingsStore::Open() {
     if (database->GetState() == SettingsDatabase::State::kReady) {
         m_database = std::move(database);
     } else {
-        m_note = file.string() + ": settings can't be stored: " + database->Error();
+        m_note = file.string() + ": settings can't be stored: " + database->Failure();
     }
     return m_database.get();
 }

@@ -1,21 +1,27 @@
 #include "programs/cli/batch_command.h"
 
+#include <algorithm>
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
+#include "host/document/message_warnings.h"
 #include "host/native_path.h"
 #include "host/recorder/batch_recorder.h"
+#include "host/recorder/disk_names.h"
 #include "host/recorder/resume.h"
 #include "host/run/batch_run.h"
 #include "module/contract/message_id.h"
 #include "platform/system/files.h"
 #include "programs/cli/batch_progress.h"
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
 #include "programs/cli/options.h"
+#include "programs/cli/output_check.h"
 #include "programs/cli/output_file.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
@@ -48,17 +54,10 @@ Interval IntervalOf(const host::NumberRange& range) {
     return valid ? interval : Interval{};
 }
 
-/// The directory of the font files that the module uses.
-std::string FontDirectoryOf(const run::BatchRequest& request) {
-    if (request.fonts) return host::AbsolutePath(*request.fonts);
-    const std::string messages = host::AbsolutePath(run::MessageDirectoryOf(request.disk));
-    return system::NativePath(host::MachineDirectory(system::ModulePath(messages)).c_str());
-}
-
 recorder::RecorderOptions RecorderOptionsOf(const BatchArguments& arguments, recorder::FileDigests& digests) {
     recorder::RecorderOptions options;
     options.context.disk = arguments.name.value_or("");
-    options.context.font_directory = FontDirectoryOf(arguments.request);
+    options.context.font_directory = run::FontDirectoryOf(arguments.request);
     options.context.options = recorder::DescribeOptions(arguments.request.host, digests);
     options.library = arguments.library;
     options.directory = arguments.directory;
@@ -66,14 +65,20 @@ recorder::RecorderOptions RecorderOptionsOf(const BatchArguments& arguments, rec
     return options;
 }
 
-/// Reports the numbers of a batch that records nothing.
+/// Reports the numbers of a batch that records nothing, with their warnings.
 class ItemObserver : public host::HostObserver {
   public:
     explicit ItemObserver(BatchProgress& progress) : m_progress(progress) {}
-    void OnBatchItem(const host::BatchItem& item) override { m_progress.Add({item, {}}); }
+    void OnMessage(const document::MessageRecord& message) override { m_warnings = document::WarningsOf(message); }
+    void OnBatchItem(const host::BatchItem& item) override {
+        std::vector<std::string> warnings = std::exchange(m_warnings, {});
+        if (item.outcome != host::ItemOutcome::kRecorded) warnings.clear();
+        m_progress.Add({item, std::move(warnings), false});
+    }
 
   private:
     BatchProgress& m_progress;
+    std::vector<std::string> m_warnings;
 };
 
 class BatchCommand {
@@ -83,32 +88,76 @@ class BatchCommand {
     ExitCode Run();
 
   private:
+    void NameDisk();
     void SkipRecorded();
     run::BatchOutcome RunModule();
     void WriteReport(const run::BatchOutcome& outcome);
 
+    bool Records() const { return m_arguments.Records() && m_disk_error.empty(); }
+
     const BatchArguments& m_arguments;
     run::BatchRequest m_request;
+    // Why no message can be imported. The module runs for its trace only then.
+    const std::string m_disk_error;
     const Interval m_interval;
     SettingsScope m_settings;
     RunObservers m_observers;
     std::unique_ptr<OutputFile> m_report;
     recorder::FileDigests m_digests{WasInterrupted};
-    const recorder::RecorderOptions m_recorder_options;
+    recorder::RecorderOptions m_recorder_options;
     BatchProgress m_progress;
 };
 
+/// The files that --out makes: NUMBER.png and NUMBER.json.
+bool IsRecordingFile(std::string_view name) {
+    constexpr std::size_t kDigits = 4;
+    const std::string_view end = name.substr(std::min(name.size(), kDigits));
+    return CountDigits(name) == kDigits && (end == ".png" || end == ".json");
+}
+
+// @throws CommandError if an output would destroy an input.
+const BatchArguments& Checked(const BatchArguments& arguments) {
+    CommandFiles files;
+    files.SearchByModule(run::MessageDirectoryOf(arguments.request.disk));
+    files.SearchByModule(run::FontDirectoryOf(arguments.request));
+    if (arguments.request.browse) files.ReadByModule(*arguments.request.browse, "the file of --browse");
+    files.ReadNameLists(arguments.request.host.maps);
+    files.ReadSettings(arguments.settings);
+    if (arguments.library) files.WriteLibrary(*arguments.library);
+    files.Write(arguments.report, "--report");
+    files.Write(arguments.trace, "--trace");
+    if (arguments.directory) files.WriteInto(*arguments.directory, IsRecordingFile);
+    CheckOutputs(files);
+    return arguments;
+}
+
 // Opens the outputs, so that one that cannot be written is reported before the module runs.
 BatchCommand::BatchCommand(const BatchArguments& arguments)
-    : m_arguments(arguments),
+    : m_arguments(Checked(arguments)),
       m_request(arguments.request),
+      m_disk_error(run::DiskError(arguments.request)),
       m_interval(IntervalOf(arguments.range)),
       m_settings(arguments.settings),
       m_observers(arguments.trace, arguments.pixels),
       m_recorder_options(RecorderOptionsOf(arguments, m_digests)),
-      m_progress(StyleFor(arguments.trace), m_interval.last - m_interval.first + 1) {
+      m_progress(m_disk_error.empty() ? StyleFor(arguments.trace) : BatchProgress::Style::kNothing,
+                 m_interval.last - m_interval.first + 1) {
     m_request.ranges = {arguments.range};
-    if (arguments.report) m_report = std::make_unique<OutputFile>(*arguments.report);
+    if (arguments.report && m_disk_error.empty()) m_report = std::make_unique<OutputFile>(*arguments.report);
+}
+
+// Without --disk, the disk has its directory's name. A disk that is in the library keeps its name there.
+void BatchCommand::NameDisk() {
+    const std::string directory = host::AbsolutePath(run::MessageDirectoryOf(m_request.disk));
+    library::Library library(*m_arguments.library, library::Access::kWrite);
+    const std::string name = recorder::DiskNames().NameOf(library, directory);
+    m_recorder_options.context.disk = name;
+    if (name.empty()) {
+        PrintNote(m_request.disk + ": recorded without a name, as before");
+    } else if (name != recorder::UsualDiskName(directory)) {
+        PrintNote(m_request.disk + ": recorded as the disk \"" + name +
+                  "\", since the library has another of its name");
+    }
 }
 
 // Numbers whose recording is up to date are not imported again. Files that they lack are written from the library.
@@ -130,7 +179,7 @@ void BatchCommand::SkipRecorded() {
 run::BatchOutcome BatchCommand::RunModule() {
     ItemObserver items(m_progress);
     std::unique_ptr<recorder::BatchRecorder> recorder;
-    if (m_arguments.Records()) {
+    if (Records()) {
         recorder = std::make_unique<recorder::BatchRecorder>(
             m_recorder_options, m_digests, [this](const recorder::RecordedItem& item) { m_progress.Add(item); });
     }
@@ -147,9 +196,12 @@ run::BatchOutcome BatchCommand::RunModule() {
 }
 
 ExitCode BatchCommand::Run() {
+    if (!m_disk_error.empty() && !m_arguments.trace) throw CommandError(m_disk_error);
+    PrintDirectoryNotes(m_request.host.maps, m_request.fonts);
     HandleInterrupts();
     m_request.stop = WasInterrupted;
-    if (m_arguments.resume && m_interval.first <= m_interval.last) SkipRecorded();
+    if (m_arguments.library && !m_arguments.name && m_disk_error.empty()) NameDisk();
+    if (m_arguments.resume && m_disk_error.empty() && m_interval.first <= m_interval.last) SkipRecorded();
     run::BatchOutcome outcome;
     if (!m_request.ranges.empty()) {
         outcome = RunModule();
@@ -159,6 +211,7 @@ ExitCode BatchCommand::Run() {
     m_observers.CommitTrace();
     const std::string& disk = m_request.disk;
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(disk + ": " + outcome.failure);
+    if (!m_disk_error.empty()) throw CommandError(m_disk_error);
     m_progress.Close();
     if (m_report) WriteReport(outcome);
     m_settings.PrintAnyNote();
@@ -197,7 +250,7 @@ void AddInputs(CLI::App& command, BatchArguments& arguments) {
 void AddOutputs(CLI::App& command, BatchArguments& arguments) {
     AddPath(command, "--library", arguments.library, "FILE", "record each message in a library");
     AddText(command, "--disk", arguments.name, "NAME",
-            "with --library: the name of the disk [empty]; a library contains each number once per disk");
+            "with --library: the name of the disk [its directory's]; a library contains each number once per disk");
     command.add_flag(
         "--resume", arguments.resume,
         "with --library: skip numbers that are already recorded, with the same options and from unchanged files");

@@ -38,7 +38,8 @@ void BatchProgress::Add(const recorder::RecordedItem& recorded) {
     switch (item.outcome) {
         case host::ItemOutcome::kRecorded:
             ++m_recorded;
-            line += " imported";
+            m_replaced += recorded.replaced ? 1 : 0;
+            line += recorded.replaced ? " imported, replaced" : " imported";
             break;
         case host::ItemOutcome::kNotInserted:
             ++m_not_inserted;
@@ -63,6 +64,7 @@ std::string BatchProgress::Counts() const {
     std::string text = std::to_string(m_recorded) + " imported, " + std::to_string(m_missing) + " missing, " +
                        std::to_string(m_failures.size()) + " failed";
     if (m_unchanged > 0) text += ", " + std::to_string(m_unchanged) + " unchanged";
+    if (m_replaced > 0) text += ", " + std::to_string(m_replaced) + " replaced";
     if (m_not_inserted > 0) text += ", " + std::to_string(m_not_inserted) + " not inserted";
     return text;
 }
@@ -92,6 +94,7 @@ void BatchProgress::Close() {
 
 nlohmann::ordered_json BatchProgress::Report() const {
     nlohmann::ordered_json report = {{"imported", m_recorded},
+                                     {"replaced", m_replaced},
                                      {"missing", m_missing},
                                      {"failed", m_failures.size()},
                                      {"unchanged", m_unchanged},

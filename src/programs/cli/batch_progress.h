@@ -44,7 +44,7 @@ class BatchProgress {
     const int m_total;
     const std::chrono::steady_clock::time_point m_begin;
     ProgressLine m_line;
-    int m_recorded = 0, m_not_inserted = 0, m_missing = 0, m_unchanged = 0;
+    int m_recorded = 0, m_replaced = 0, m_not_inserted = 0, m_missing = 0, m_unchanged = 0;
     std::vector<std::pair<int, std::string>> m_failures;               // number and reason
     std::vector<std::pair<int, std::vector<std::string>>> m_warnings;  // number and lines
 };

@@ -66,17 +66,31 @@ std::optional<int> FontNumber(const std::string& path) {
 }  // namespace
 
 DirectoryTable::DirectoryTable(const std::string& directory) : m_directory(directory) {
-    std::error_code error;
-    std::vector<fs::path> files;
-    fs::recursive_directory_iterator it(directory, fs::directory_options::skip_permission_denied, error);
-    for (const fs::recursive_directory_iterator end; !error && it != end; it.increment(error)) {
-        std::error_code ignored;
-        if (!it->is_directory(ignored)) files.push_back(it->path());
-    }
-    if (error) m_error = error.message();
-    std::ranges::sort(files);
+    const std::vector<fs::path> files = FindFiles();
     m_entries.reserve(files.size());
     for (const fs::path& file : files) m_entries.push_back(Inspect(file, file.lexically_relative(directory).string()));
+}
+
+std::vector<fs::path> DirectoryTable::FindFiles() {
+    std::vector<fs::path> files, directories{m_directory};
+    while (!directories.empty()) {
+        const fs::path directory = std::move(directories.back());
+        directories.pop_back();
+        std::error_code error;
+        fs::directory_iterator it(directory, error);
+        for (const fs::directory_iterator end; !error && it != end; it.increment(error)) {
+            std::error_code ignored;
+            if (!it->is_directory(ignored)) {
+                files.push_back(it->path());
+            } else if (!it->is_symlink(ignored)) {
+                directories.push_back(it->path());
+            }
+        }
+        if (error) m_unlisted.push_back({directory.lexically_relative(m_directory).string(), error.message()});
+    }
+    std::ranges::sort(files);
+    std::ranges::sort(m_unlisted, {}, &Unlisted::name);
+    return files;
 }
 
 std::string DirectoryTable::Text() const {
@@ -84,8 +98,8 @@ std::string DirectoryTable::Text() const {
     lines.reserve(m_entries.size());
     for (const DirectoryEntry& entry : m_entries) lines.push_back(CellsOf(entry));
     constexpr base::ColumnStyle kLeft{}, kRight{base::Align::kRight};
-    return inspect::Printable(m_directory) + ": " + (m_entries.empty() ? "no files" : Totals()) + "\n" +
-           base::TableText(lines, std::array{kLeft, kLeft, kRight, kLeft, kLeft}) + MissingFonts();
+    return inspect::Printable(m_directory) + ": " + (m_entries.empty() && m_unlisted.empty() ? "no files" : Totals()) +
+           "\n" + base::TableText(lines, std::array{kLeft, kLeft, kRight, kLeft, kLeft}) + MissingFonts();
 }
 
 std::string DirectoryTable::Totals() const {
@@ -103,7 +117,8 @@ std::string DirectoryTable::Totals() const {
                             ? inspect::Number(count) + " " + inspect::KindName(kind)
                             : Count(count, inspect::KindName(kind)));
     }
-    std::string text = Count(m_entries.size(), "file") + " (" + inspect::Listed(parts) + ")";
+    std::string text = Count(m_entries.size(), "file");
+    if (!parts.empty()) text += " (" + inspect::Listed(parts) + ")";
     if (defects != 0) text += ", " + inspect::Number(defects) + " with defects";
     const std::string failure = Failure();
     return failure.empty() ? text : text + ", " + failure;
@@ -130,7 +145,6 @@ std::string DirectoryTable::MissingFonts() const {
 }
 
 std::string DirectoryTable::Failure() const {
-    if (!m_error.empty()) return m_error;
     std::size_t broken = 0, unreadable = 0;
     for (const DirectoryEntry& entry : m_entries) {
         if (!entry.report) {
@@ -139,9 +153,15 @@ std::string DirectoryTable::Failure() const {
             ++broken;
         }
     }
+    std::vector<std::string> parts;
+    if (broken != 0) parts.push_back(inspect::Number(broken) + " broken");
+    if (unreadable != 0) parts.push_back(inspect::Number(unreadable) + " unreadable");
+    for (const Unlisted& directory : m_unlisted) {
+        parts.push_back((directory.name == "." ? "the directory" : inspect::Printable(directory.name)) +
+                        " can't be listed: " + directory.reason);
+    }
     std::string text;
-    if (broken != 0) text = inspect::Number(broken) + " broken";
-    if (unreadable != 0) text += (text.empty() ? "" : ", ") + inspect::Number(unreadable) + " unreadable";
+    for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
     return text;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,15 +29,22 @@ class DirectoryTable {
     /// The number of files by kind, a line per file, and the missing fonts.
     std::string Text() const;
 
-    /// The number of broken and unreadable files, in one line; empty if there are none. Foreign files are no failure.
+    /// The number of broken and unreadable files and directories, in one line; empty if there are none. Foreign files
+    /// are no failure.
     std::string Failure() const;
 
   private:
+    /// Finds the files and the directories that can't be listed. Links are not followed.
+    std::vector<std::filesystem::path> FindFiles();
     std::string Totals() const;
     std::string MissingFonts() const;
 
     std::string m_directory;
-    std::string m_error;  // why the directory could not be listed
+    /// A directory that could not be listed: its path relative to the top, and the reason.
+    struct Unlisted {
+        std::string name, reason;
+    };
+    std::vector<Unlisted> m_unlisted;
     std::vector<DirectoryEntry> m_entries;
 };
 

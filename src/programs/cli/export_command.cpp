@@ -13,9 +13,11 @@
 #include "host/export/library_export_service.h"
 #include "host/library/library.h"
 #include "host/run/export_run.h"
+#include "module/contract/message_id.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
 #include "programs/cli/options.h"
+#include "programs/cli/output_check.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
@@ -59,7 +61,30 @@ std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& 
     return base::Counted(failures.size(), "file") + " could not be exported, the first: " + failures.front();
 }
 
+/// Whether an export may give a file this name: NUMBER.png, news_NUMBER_square.png and the like, or a list.
+bool IsExportFile(std::string_view name) {
+    if (name == "SHA256SUMS" || name == "manifest.json" || name == "index.html") return true;
+    if (name.starts_with("contact-sheet-")) return true;
+    std::string_view stem = name.substr(0, name.find('.'));
+    for (const std::string_view suffix : {"_A", "_square"}) {
+        if (stem.ends_with(suffix)) stem.remove_suffix(suffix.size());
+    }
+    const std::string_view number = stem.substr(stem.rfind('_') + 1);  // after no _, all of it
+    return stem.size() < name.size() && number.size() == 4 && CountDigits(number) == 4;
+}
+
+// @throws CommandError if an output would destroy an input.
+void CheckFiles(const ExportArguments& arguments) {
+    CommandFiles files;
+    files.ReadLibrary(arguments.library);
+    files.ReadSettings(arguments.settings);
+    files.Write(arguments.trace, "--trace");
+    files.WriteInto(arguments.directory, IsExportFile);
+    CheckOutputs(files);
+}
+
 ExitCode RunExportCommand(const ExportArguments& arguments) {
+    CheckFiles(arguments);
     const SettingsScope settings(arguments.settings);
     library::Library library(arguments.library, library::Access::kRead);
     RunObservers observers(arguments.trace);

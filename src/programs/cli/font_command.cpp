@@ -1,5 +1,6 @@
 #include "programs/cli/font_command.h"
 
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "module/contract/zel_font.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
+#include "programs/cli/output_check.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
@@ -51,11 +53,25 @@ void PrintSheetNotes(const picture::GlyphSheet& sheet) {
     }
 }
 
+void CheckFiles(const FontArguments& arguments) {
+    CommandFiles files;
+    files.ReadByModule(arguments.request.file, "the font file");
+    files.SearchByModule(std::filesystem::path(arguments.request.file).parent_path().string());
+    if (arguments.request.browse) files.ReadByModule(*arguments.request.browse, "the file of --browse");
+    files.ReadNameLists(arguments.request.maps);
+    files.ReadSettings(arguments.settings);
+    files.Write(arguments.png, "--png");
+    files.Write(arguments.trace, "--trace");
+    CheckOutputs(files);
+}
+
 ExitCode RunFontCommand(const FontArguments& arguments) {
+    CheckFiles(arguments);
     const SettingsScope settings(arguments.settings);
     // Opened first, so that an output that cannot be written is reported before the module runs.
     const std::string png = arguments.png ? CheckRegularOutput(*arguments.png) : std::string();
     RunObservers observers(arguments.trace);
+    PrintDirectoryNotes(arguments.request.maps, std::nullopt);
     if (arguments.request.warnings) observers.PrintWarnings();
     FontSummary summary;
     picture::GlyphSheet sheet;

@@ -12,9 +12,12 @@
 #include "host/picture/field_overlay.h"
 #include "host/picture/picture_composer.h"
 #include "host/picture/png_writer.h"
+#include "host/run/import_paths.h"
 #include "host/run/import_run.h"
+#include "platform/system/files.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
+#include "programs/cli/output_check.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
@@ -51,14 +54,32 @@ class Import {
     std::string m_written;
 };
 
+// @throws CommandError if an output would destroy an input.
+const ImportArguments& Checked(const ImportArguments& arguments) {
+    const run::ImportPaths paths = run::ImportPathsOf(arguments.request.message, arguments.request.fonts);
+    CommandFiles files;
+    files.ReadByModule(arguments.request.message, "the message");
+    files.SearchByModule(system::NativePath(paths.message_directory.c_str()));
+    files.SearchByModule(system::NativePath(paths.font_directory.c_str()));
+    if (arguments.request.browse) files.ReadByModule(*arguments.request.browse, "the file of --browse");
+    files.ReadNameLists(arguments.request.host.maps);
+    files.ReadSettings(arguments.settings);
+    files.Write(arguments.png, "--png");
+    files.Write(arguments.json, "--json");
+    files.Write(arguments.trace, "--trace");
+    CheckOutputs(files);
+    return arguments;
+}
+
 // Opens the outputs, so that one that cannot be written is reported before the module runs.
 Import::Import(const ImportArguments& arguments)
-    : m_arguments(arguments), m_settings(arguments.settings), m_observers(arguments.trace, arguments.pixels) {
+    : m_arguments(Checked(arguments)), m_settings(arguments.settings), m_observers(arguments.trace, arguments.pixels) {
     if (arguments.png) m_png = CheckRegularOutput(*arguments.png);
     if (arguments.json) m_json = std::make_unique<OutputFile>(*arguments.json);
 }
 
 ExitCode Import::Run() {
+    PrintDirectoryNotes(m_arguments.request.host.maps, m_arguments.request.fonts);
     if (m_arguments.png) m_observers.Add(m_picture);
     if (m_arguments.warnings) m_observers.PrintWarnings();
     const run::ImportOutcome outcome = run::RunImport(m_arguments.request, m_observers.All());

@@ -13,6 +13,7 @@
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/library_table.h"
 #include "programs/cli/options.h"
+#include "programs/cli/output_check.h"
 #include "programs/cli/output_file.h"
 #include "programs/cli/recording_text.h"
 
@@ -83,6 +84,11 @@ void WritePart(const std::optional<std::string>& path, const std::string& bytes,
 }
 
 ExitCode ShowRecording(const LibraryArguments& arguments) {
+    CommandFiles files;
+    files.ReadLibrary(arguments.library);
+    files.Write(arguments.png, "--png");
+    files.Write(arguments.json, "--json");
+    CheckOutputs(files);
     library::Library library(arguments.library, library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": another program removed the recording");
@@ -94,6 +100,12 @@ ExitCode ShowRecording(const LibraryArguments& arguments) {
 }
 
 ExitCode MergeLibraries(const LibraryArguments& arguments) {
+    CommandFiles files;
+    files.WriteLibrary(arguments.library);
+    for (const std::string& shard : arguments.shards) files.ReadLibrary(shard, "a library to be merged");
+    CheckOutputs(files);
+    // Each is opened first, so that a library is not made or changed by half of a merge.
+    for (const std::string& shard : arguments.shards) library::Library(shard, library::Access::kRead);
     library::Library library(arguments.library, library::Access::kWrite);
     for (const std::string& shard : arguments.shards) {
         const library::MergeCount count = library.Merge(shard);

@@ -27,17 +27,11 @@ namespace fs = std::filesystem;
     Fail(path, std::generic_category().message(errno != 0 ? errno : EIO));
 }
 
-// The target of a link, which need not exist yet, so that the link remains a link.
+// The target of a link, so that the link remains a link.
 std::string TargetOf(const std::string& path) {
-    constexpr int kMaxLinks = 40;  // the system's own limit
-    fs::path target = path;
     std::error_code error;
-    for (int links = 0; fs::is_symlink(fs::symlink_status(target, error)); ++links) {
-        if (links == kMaxLinks) Fail(path, std::generic_category().message(ELOOP));
-        const fs::path next = fs::read_symlink(target, error);
-        if (error) Fail(path, error.message());
-        target = target.parent_path() / next;
-    }
+    const fs::path target = LinkTarget(path, error);
+    if (error) Fail(path, error.message());
     return target.string();
 }
 
@@ -100,6 +94,23 @@ void OutputFile::Commit() {
     if (!m_stream) Fail(m_path, "not everything could be written");
     errno = 0;
     if (!m_target->Commit()) FailErrno(m_path);
+}
+
+std::filesystem::path LinkTarget(const std::string& path, std::error_code& error) {
+    constexpr int kMaxLinks = 40;  // the system's own limit
+    fs::path target = path;
+    error.clear();
+    std::error_code missing;  // no failure
+    for (int links = 0; fs::is_symlink(fs::symlink_status(target, missing)); ++links) {
+        if (links == kMaxLinks) {
+            error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
+            return target;
+        }
+        const fs::path next = fs::read_symlink(target, error);
+        if (error) return target;
+        target = target.parent_path() / next;
+    }
+    return target;
 }
 
 std::string CheckRegularOutput(const std::string& path) {

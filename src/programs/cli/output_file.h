@@ -1,9 +1,11 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace zel::cli {
 
@@ -33,6 +35,10 @@ class OutputFile {
     std::unique_ptr<Target> m_target;
     std::ostream m_stream;
 };
+
+/// The target of a link, which need not exist, or the path itself: the file that is written under the path.
+/// @param error  receives the reason when a link cannot be followed; the result is undefined then.
+std::filesystem::path LinkTarget(const std::string& path, std::error_code& error);
 
 /// Checks that a regular file can be written under a path.
 /// @return the path, or the target of a link of that path.

@@ -1,9 +1,15 @@
 #include "programs/cli/run_options.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <thread>
 
+#include "host/native_path.h"
+#include "host/run/file_error.h"
+#include "platform/system/files.h"
 #include "programs/cli/choice_option.h"
+#include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
 
 namespace zel::cli {
@@ -31,6 +37,19 @@ int DefaultJobs() {
 void AddMaps(CLI::App& command, std::optional<std::string>& directory) {
     AddPath(command, "--maps", directory, "DIR",
             "the directory of the name lists typeface_list.txt and bitstream_fontlist.txt [none]");
+}
+
+void PrintDirectoryNotes(const std::optional<std::string>& maps, const std::optional<std::string>& fonts) {
+    const auto native = [](const std::string& path) {
+        return system::NativePath(system::ModulePath(host::AbsolutePath(path)).c_str());
+    };
+    if (maps) {
+        const std::string error = run::DirectoryError(native(*maps));
+        if (!error.empty()) PrintNote("--maps " + *maps + " " + error + "; no name lists are read");
+    }
+    std::error_code ignored;
+    if (fonts && std::filesystem::is_regular_file(native(*fonts), ignored))
+        PrintNote("--fonts " + *fonts + " is not a directory; no fonts are found in it");
 }
 
 void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std::string>& browse) {

@@ -60,7 +60,7 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
         ftp::FetchRequest request{.source = "127.0.0.1",
                                   .directory = m_directory,
                                   .selection = ftp::Selection::Parse(what, why).value(),
-                                  .to = Here(),
+                                  .to = m_to.empty() ? Here() : Here() / m_to,
                                   .overwrite = m_overwrite,
                                   .fonts = true,
                                   .file_limit = m_limit,
@@ -100,6 +100,8 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
     std::unique_ptr<TestServer> m_server;
     ftp::ServerOptions m_options;
     std::string m_password, m_directory, m_notes;
+    /// Local directory, relative to Here().
+    std::string m_to;
     std::uint64_t m_limit = ftp::kLargestRemoteFile, m_received = 0, m_cancel_at = UINT64_MAX;
     int m_max_attempts = 3;
     bool m_overwrite = false;

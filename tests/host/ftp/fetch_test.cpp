@@ -43,12 +43,13 @@ TEST_F(FromARealServer, FetchesByActiveTransferToo) {
     EXPECT_EQ(Describe(Fetch("2")), "MESSAGES/.0002 fetched, MACHINE/.0012 fetched, MACHINE/.0031 missing");
 }
 
-TEST_F(FromARealServer, PutsFontsIntoMachineWhenTheDirectoryIsMessages) {
+TEST_F(FromARealServer, MakesADiskWhenTheDirectoryIsMessages) {
     ServeWell();
     m_directory = "/MESSAGES";
     EXPECT_EQ(Describe(Fetch(".000*")),
-              ".0001 fetched, .0002 fetched, .0003 fetched, MACHINE/.0012 fetched, MACHINE/.0031 missing");
-    ExpectMessages("");
+              "MESSAGES/.0001 fetched, MESSAGES/.0002 fetched, MESSAGES/.0003 fetched, "
+              "MACHINE/.0012 fetched, MACHINE/.0031 missing");
+    ExpectMessages("MESSAGES/");
     EXPECT_EQ(Fetched("MACHINE/.0012"), Served("MACHINE/.0012"));
 }
 
@@ -59,6 +60,15 @@ TEST_F(FromARealServer, NotesAMessageWhoseFontsItCannotKnow) {
     std::filesystem::create_symlink("elsewhere", Here() / ".0001");
     Fetch("1");
     EXPECT_THAT(m_notes, HasSubstr(".0001: the local file can't be read back"));
+}
+
+TEST_F(FromARealServer, FetchesMessagesIntoALocalDirectoryMessages) {
+    ServeWell();
+    m_directory = "MESSAGES";
+    m_to = "disk2/messages/";
+    EXPECT_EQ(Describe(Fetch("1")), ".0001 fetched, MACHINE/.0012 fetched, MACHINE/.0031 missing");
+    EXPECT_EQ(Fetched("disk2/messages/.0001"), Served("MESSAGES/.0001"));
+    EXPECT_EQ(Fetched("disk2/MACHINE/.0012"), Served("MACHINE/.0012"));
 }
 
 TEST_F(FromARealServer, OverwritesOnlyOnRequest) {

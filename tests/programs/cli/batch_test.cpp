@@ -36,7 +36,8 @@ std::vector<std::string> Contents(const std::filesystem::path& file) {
 TEST(BatchCommand, RecordsWritesAndReports) {
     const CommandDisk disk;
     disk.Shell("head -c 200 MESSAGES/.0012 > MESSAGES/.0013");
-    const CommandResult result = disk.Shell("zeltrans batch . 12 0020 --library lib --out 'a b' --report r.json");
+    const CommandResult result =
+        disk.Shell("zeltrans batch . 12 0020 --library lib --disk '' --out 'a b' --report r.json");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.out,
               ".0012 imported; not found or not readable: font 31; a row ends where it is used\n"
@@ -71,6 +72,115 @@ TEST(BatchCommand, WarnsOfAFontFromAnotherDisk) {
     EXPECT_EQ(recording.warnings.at(1), warning);
     EXPECT_THAT(disk.Shell(after_other_disk + "zeltrans import b/MESSAGES/.0012").err,
                 HasSubstr("note: " + warning + "\n"));
+}
+
+TEST(BatchCommand, NamesEachDiskAndCountsWhatItReplaces) {
+    const CommandDisk disk;
+    disk.Shell("mkdir -p x/news y/news; for d in x y; do cp -r MESSAGES MACHINE $d/news; done");
+    struct {
+        const char* arguments;
+        const char* counts;
+        const char* err;
+        std::vector<std::string> disks;
+    } const cases[] = {
+        {"x/news 12 20", "2 imported, 7 missing, 0 failed\n", "", {"news"}},
+        {"y/news 12 20",
+         "2 imported, 7 missing, 0 failed\n",
+         "note: y/news: recorded as the disk \"news (2)\", since the library has another of its name\n",
+         {"news", "news (2)"}},
+        {"./x/../x/news/ 12 12", "1 imported, 0 missing, 0 failed, 1 replaced\n", "", {"news", "news (2)"}},
+        {"y/news 12 20 --disk news", "2 imported, 7 missing, 0 failed, 2 replaced\n", "", {"news", "news (2)"}},
+        {". 12 12 --disk ''", "1 imported, 0 missing, 0 failed\n", "", {"", "news", "news (2)"}},
+        {". 12 12 --resume",
+         "0 imported, 0 missing, 0 failed, 1 unchanged\n",
+         "note: .: recorded without a name, as before\n",
+         {"", "news", "news (2)"}},
+    };
+    for (const auto& row : cases) {
+        const CommandResult result =
+            disk.Shell(std::string("zeltrans batch ") + row.arguments + " --library lib --report r");
+        EXPECT_THAT(result.out, testing::EndsWith(row.counts)) << row.arguments;
+        EXPECT_EQ(result.err, row.err) << row.arguments;
+        EXPECT_EQ(library::Library(disk / "lib", library::Access::kRead).Disks(), row.disks) << row.arguments;
+    }
+    EXPECT_EQ(json::parse(disk.Read("r"))["replaced"], 0);
+}
+
+struct BadDiskCase {
+    const char* name;
+    const char* before;  // shell
+    const char* disk;
+    const char* error;  // after "zeltrans: "
+};
+void PrintTo(const BadDiskCase& row, std::ostream* out) {
+    *out << row.name;
+}
+class BadDisk : public testing::TestWithParam<BadDiskCase> {};
+
+TEST_P(BadDisk, IsReportedInOneLineAndLeavesNothing) {
+    const CommandDisk disk;
+    disk.Shell(GetParam().before);
+    const auto before = disk.Names();
+    const std::string batch =
+        std::string("zeltrans batch ") + GetParam().disk + " 1 9999 --library lib --out out --report report ";
+    CommandResult result = disk.Shell(batch);
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.err, testing::StartsWith(std::string("zeltrans: ") + GetParam().error));
+    EXPECT_EQ(result.ErrorLines(), 1);
+    EXPECT_EQ(disk.Names(), before);
+    result = disk.Shell(batch + "--trace run.trace; code=$?; wc -l <run.trace; exit $code");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_GT(std::stoi(result.out), 1) << "the module runs for its trace";
+    EXPECT_EQ(result.ErrorLines(), 1);
+    EXPECT_EQ(disk.Names(), before);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Each, BadDisk,
+    testing::Values(BadDiskCase{"missing", "true", "nosuch", "nosuch: the disk does not exist\n"},
+                    BadDiskCase{"a_file", "echo x >file", "file", "file: the disk is not a directory\n"},
+                    BadDiskCase{"without_messages", "mkdir -p d/MACHINE", "d", "d: the message directory /"},
+                    BadDiskCase{"without_fonts", "mkdir -p d/MESSAGES", "d", "d: the font directory /"},
+                    BadDiskCase{"messages_that_are_a_file", "mkdir -p d/MACHINE; echo x >d/MESSAGES", "d",
+                                "d: the message directory /"},
+                    BadDiskCase{"messages_that_are_a_loop", "mkdir -p d/MACHINE; ln -s MESSAGES d/MESSAGES", "d",
+                                "d: the message directory /"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(BatchCommand, ReportsDirectoriesThatItMayNotRead) {
+    for (const char* mode : {"000", "644"}) {
+        const CommandDisk disk;
+        const std::string zeltrans = disk.UnprivilegedCommand();
+        if (zeltrans.empty()) GTEST_SKIP() << "permissions cannot be tested here";
+        disk.Shell(std::string("chmod ") + mode + " MESSAGES");
+        const auto before = disk.Names();
+        CommandResult result = disk.Shell(zeltrans + " batch . 12 20 --library lib --report r");
+        EXPECT_EQ(result.exit_code, 1);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, testing::StartsWith("zeltrans: .: the message directory /"));
+        EXPECT_THAT(result.err, testing::EndsWith("/MESSAGES can't be read: Permission denied\n"));
+        EXPECT_EQ(disk.Names(), before);
+        result = disk.Shell(zeltrans + " import MESSAGES/.0012");
+        EXPECT_EQ(result.err, "zeltrans: MESSAGES/.0012: the message file can't be opened: Permission denied\n");
+    }
+}
+
+TEST(BatchCommand, ReportsWarningsWithoutRecording) {
+    const CommandDisk disk;
+    const CommandResult result = disk.Shell("zeltrans batch . 12 13 --report r");
+    EXPECT_EQ(result.out,
+              ".0012 imported; not found or not readable: font 31; a row ends where it is used\n"
+              "1 imported, 1 missing, 0 failed\n");
+    EXPECT_EQ(json::parse(disk.Read("r"))["warnings"][0]["number"], 12);
+}
+
+TEST(BatchCommand, NotesDirectoriesThatTheModuleIgnores) {
+    const CommandDisk disk;
+    const CommandResult result = disk.Shell("echo x >file; zeltrans batch . 12 12 --maps nosuch --fonts file");
+    EXPECT_EQ(result.exit_code, 0);
+    EXPECT_EQ(result.err,
+              "note: --maps nosuch does not exist; no name lists are read\n"
+              "note: --fonts file is not a directory; no fonts are found in it\n");
 }
 
 TEST(BatchCommand, GivesTheSameForAnyNumberOfJobs) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "inspect/sample_files.h"
 #include "samples/write_file.h"
@@ -72,6 +73,14 @@ class CommandDisk {
     CommandResult Shell(const std::string& line) const {
         const int status = std::system((Script(line) + " >run.out 2>run.err </dev/null").c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("run.out"), Read("run.err")};
+    }
+
+    /// The command for Shell, run without the rights of root, which no permission stops. Makes the directory accessible
+    /// to it. Empty if that is not possible here.
+    std::string UnprivilegedCommand() const {
+        const std::string command =
+            (geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : "") + Quoted(ZELTRANS_COMMAND);
+        return Shell("chmod -R a+rwX . && " + command + " --version").exit_code == 0 ? command : std::string();
     }
 
     static std::string Quoted(const std::string& text) {

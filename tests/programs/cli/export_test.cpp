@@ -14,7 +14,7 @@ using testing::StartsWith;
 
 class ExportCommand : public testing::Test {
   protected:
-    ExportCommand() { m_disk.Shell("zeltrans batch . 12 20 --library lib"); }
+    ExportCommand() { m_disk.Shell("zeltrans batch . 12 20 --library lib --disk ''"); }
 
     CommandDisk m_disk;
 };

@@ -142,6 +142,8 @@ INSTANTIATE_TEST_SUITE_P(
                                 "nowhere/.0012: the message directory "},
                     FailureCase{"font_as_message", "zeltrans import MACHINE/.0012 --fonts MACHINE", 4,
                                 "MACHINE/.0012: not a message file but a font file"},
+                    FailureCase{"nothing_beside_no_fonts", "zeltrans import nosuch", 1,
+                                "nosuch: there is no such message file"},
                     FailureCase{"directory_as_message", "zeltrans import MESSAGES --fonts MACHINE", 3,
                                 "MESSAGES: a directory, not a message file"},
                     FailureCase{"message_name_with_a_second_dot",
@@ -149,6 +151,43 @@ INSTANTIATE_TEST_SUITE_P(
                                 "MESSAGES/0012.msg: the module uses the text after a name's first dot"},
                     FailureCase{"cut_message", "head -c 1000 MESSAGES/.0012 >cut; zeltrans import cut --fonts MACHINE",
                                 4, "cut: the message file is damaged"}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+struct EndlessCase {
+    const char* name;
+    const char* arguments;
+    const char* error;  // contained
+};
+void PrintTo(const EndlessCase& row, std::ostream* out) {
+    *out << row.name;
+}
+class EndlessInput : public testing::TestWithParam<EndlessCase> {};
+
+TEST_P(EndlessInput, IsRefusedAtOnce) {
+    const CommandDisk disk;
+    disk.Shell(
+        "mkdir lists; mkfifo MESSAGES/.0030 MACHINE/.0030 fifo; "
+        "mkfifo lists/typeface_list.txt lists/bitstream_fontlist.txt; ln -s /dev/zero MESSAGES/.0031");
+    const CommandResult result =
+        disk.Shell("timeout 10 " + CommandDisk::Quoted(ZELTRANS_COMMAND) + " " + GetParam().arguments);
+    EXPECT_EQ(result.exit_code, std::string_view(GetParam().error).empty() ? 0 : 1) << "124 if it hangs";
+    EXPECT_THAT(result.err, HasSubstr(GetParam().error));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, EndlessInput,
+    testing::Values(
+        EndlessCase{"message", "import MESSAGES/.0030", "a device or a pipe, not a message file"},
+        EndlessCase{"message_by_dialog", "import MESSAGES/.0030 --warnings", "MESSAGES/.0030: "},
+        EndlessCase{"device", "import MESSAGES/.0031 --png a.png", "a device or a pipe, not a message file"},
+        EndlessCase{"without_a_font_directory", "import fifo", "a device or a pipe, not a message file"},
+        EndlessCase{"batch", "batch . 30 31 --library lib", "2 numbers failed, the first: ./MESSAGES/.0030: a device"},
+        EndlessCase{"font", "font MACHINE/.0030", "a device or a pipe, not a font file"},
+        EndlessCase{"browsed", "import MESSAGES/.0012 --warnings --answer yes --browse MACHINE/.0030", ""},
+        EndlessCase{"lists", "import MESSAGES/.0012 --maps lists", ""},
+        EndlessCase{"lists_of_a_batch", "batch . 12 12 --maps lists --library lib", ""},
+        EndlessCase{"library", "library list fifo", "it is a device or a pipe, not a library"},
+        EndlessCase{"info", "info fifo", "not a plain file"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ImportCommand, ReportsACancelledFontPromptAfterItsBoxes) {

@@ -59,6 +59,24 @@ TEST(InfoCommand, ListsADirectoryInOneLinePerFile) {
     EXPECT_EQ(result.err, "zeltrans: disk: 1 broken\n");
 }
 
+TEST(InfoCommand, ReportsDirectoriesThatItCannotList) {
+    const CommandDisk disk;
+    const std::string zeltrans = disk.UnprivilegedCommand();
+    if (zeltrans.empty()) GTEST_SKIP() << "permissions cannot be tested here";
+    disk.Shell("mkdir disk; mv MESSAGES MACHINE disk; chmod 000 disk/MESSAGES");
+    CommandResult result = disk.Shell(zeltrans + " info disk");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err, "zeltrans: disk: MESSAGES can't be listed: Permission denied\n");
+    EXPECT_THAT(result.out, StartsWith("disk: 1 file (1 font), MESSAGES can't be listed: Permission denied\n"));
+    EXPECT_THAT(result.out, HasSubstr("MACHINE/.0012"));
+    result = disk.Shell("chmod 000 disk; " + zeltrans + " info disk; code=$?; " + zeltrans +
+                        " info --json disk/; exit $((code * $?))");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.err,
+              "zeltrans: disk: the directory can't be listed: Permission denied\n"
+              "zeltrans: disk/: the directory can't be listed: Permission denied\n");
+}
+
 TEST(InfoCommand, WritesOneJsonObjectPerLine) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans info --json MESSAGES/.0012 MACHINE");

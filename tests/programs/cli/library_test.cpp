@@ -68,7 +68,9 @@ TEST_F(LibraryCommand, PrintsResultsAndErrors) {
          "\"Disk B\"\n"},
         {"show a.zellib 7 --disk 'Disk B'", "", "zeltrans: a.zellib: message .0007 is not recorded from \"Disk B\"\n"},
         {"merge a.zellib b.zellib", "b.zellib: 1 added, 1 replaced, 1 unchanged\n", ""},
-        {"merge a.zellib b.zellib MESSAGES/.0012", "b.zellib: 0 added, 0 replaced, 3 unchanged\n",
+        {"merge new.zellib b.zellib missing", "",
+         "zeltrans: missing: the library can't be opened: No such file or directory\n"},
+        {"merge a.zellib b.zellib MESSAGES/.0012", "",
          "zeltrans: MESSAGES/.0012: it is not a library of recorded messages\n"},
         {"remove a.zellib 5", "a.zellib: removed .0005\n", ""},
         {"remove missing.zellib 5", "",
@@ -81,6 +83,7 @@ TEST_F(LibraryCommand, PrintsResultsAndErrors) {
         EXPECT_EQ(result.err, line.err) << line.arguments;
         EXPECT_EQ(result.exit_code, std::string_view(line.err).starts_with("zeltrans:") ? 1 : 0) << line.arguments;
     }
+    EXPECT_FALSE(std::filesystem::exists(m_disk / "new.zellib"));
     EXPECT_EQ(m_disk.Read("p.png"), "a picture");
     EXPECT_EQ(m_disk.Shell("zeltrans library show a.zellib 10000").exit_code, 2);
     EXPECT_THAT(m_disk.Shell("zeltrans library show a.zellib 0012 --disk ''").out,

@@ -135,7 +135,7 @@ TEST_F(HostFetch, ServesTheModulesDialog) {
         dialog.close();
     });
     Trigger("import");
-    EXPECT_TRUE(QFileInfo::exists(In("copied/.0003")));
+    EXPECT_TRUE(QFileInfo::exists(In("copied/MESSAGES/.0003")));
 }
 
 }  // namespace

@@ -48,10 +48,6 @@ std::vector<std::string> MessagesIn(const fs::path& directory) {
     return files;
 }
 
-std::string DirectoryOf(const std::string& file) {
-    return fs::path(file).parent_path().string();
-}
-
 /// The disk name of a file without a number.
 std::string OwnDisk(const std::string& disk, const std::string& name) {
     return disk.empty() ? name : disk + " " + name;
@@ -65,27 +61,6 @@ FileKind KindOf(const std::string& path) {
     const std::optional<std::uint32_t> type = run::FileType(path);
     if (type == kFontFileType) return FileKind::kFont;
     return type && (*type == kMessageFileType || IsRgbaFileType(*type)) ? FileKind::kMessage : FileKind::kOther;
-}
-
-std::string DiskNames::NameOf(library::Library& library, const std::string& directory) {
-    for (const NamedDirectory& known : m_named) {
-        if (known.directory == directory) return known.name;
-    }
-    const fs::path path(directory);
-    const fs::path shown = IsNamed(path, "MESSAGES") ? path.parent_path() : path;
-    const std::string usual = shown.filename().empty() ? shown.string() : shown.filename().string();
-    const auto is_free = [&](const std::string& name) {
-        const std::vector<library::LibraryEntry> entries = library.List(name);
-        if (!entries.empty()) return DirectoryOf(entries.front().source) == directory;
-        return std::ranges::find(m_named, name, &NamedDirectory::name) == m_named.end();
-    };
-    // Batches of the command record without a disk name by default.
-    const std::vector<library::LibraryEntry> unnamed = library.List("");
-    const bool is_unnamed = !unnamed.empty() && DirectoryOf(unnamed.front().source) == directory;
-    std::string name = is_unnamed ? std::string() : usual;
-    for (int count = 2; !is_free(name); ++count) name = usual + " (" + std::to_string(count) + ")";
-    m_named.push_back({directory, name});
-    return name;
 }
 
 library::RecordingKey KeyOf(const std::string& disk, const std::string& name) {

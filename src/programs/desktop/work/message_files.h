@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/library/library.h"
+#include "host/recorder/disk_names.h"
 
 namespace zel::desktop {
 
@@ -13,22 +14,7 @@ enum class FileKind { kMessage, kFont, kOther, kUnreadable };
 /// @param path  in this system's form.
 FileKind KindOf(const std::string& path);
 
-/// Names the disks of a library, by the directories that contain their messages.
-class DiskNames {
-  public:
-    /// The disk name under which a directory's messages are recorded: the present one if the library has messages of
-    /// this directory, else an unused one that begins with the disk's or the directory's name.
-    /// @param directory  absolute path in this system's form.
-    /// @throws LibraryError
-    std::string NameOf(library::Library& library, const std::string& directory);
-
-  private:
-    struct NamedDirectory {
-        std::string directory, name;
-    };
-    /// Includes disks without recordings.
-    std::vector<NamedDirectory> m_named;
-};
+using recorder::DiskNames;
 
 /// The key of a message file's recording: the number after the dot of its name. A file without a valid number is number
 /// 0 of a disk of its own.
