@@ -6,6 +6,7 @@
 
 #include "host/export/message_title.h"
 #include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/message_details.h"
 #include "programs/desktop/models/thumbnail_loader.h"
@@ -16,6 +17,12 @@ namespace {
 
 /// More than fit on several screens.
 constexpr int kCachedThumbnails = 600;
+
+/// The text of a message and the number of its warnings.
+QString DescriptionOf(const library::LibraryEntry& entry) {
+    const QString text = Text(entry.text);
+    return entry.warnings == 0 ? text : text + u'\n' + LibraryModel::tr("Warnings: %1").arg(entry.warnings);
+}
 
 }  // namespace
 
@@ -108,13 +115,13 @@ bool LibraryModel::InsertInto(std::vector<library::LibraryEntry>& entries) {
 QVariant LibraryModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const library::LibraryEntry& entry = EntryAt(index.row());
-    const QString text = Text(entry.text);
     switch (role) {
         case Qt::DisplayRole:
             return TitleOf(entry.key);
         case Qt::ToolTipRole:
+            return PlainToolTip(DescriptionOf(entry));
         case Qt::AccessibleDescriptionRole:
-            return entry.warnings == 0 ? text : text + QStringLiteral("\n") + tr("Warnings: %1").arg(entry.warnings);
+            return DescriptionOf(entry);
         case Qt::AccessibleTextRole:
             return TitleOf(entry.key) + QStringLiteral(", ") + QString::fromUtf8(exporter::TitleOf(entry.text).c_str());
         case kThumbnail:

@@ -5,6 +5,8 @@
 #include <QStandardItemModel>
 #include <utility>
 
+#include "programs/desktop/common/plain_text.h"
+
 namespace zel::desktop {
 
 namespace {
@@ -53,7 +55,7 @@ void DetailTable::AddRow(const QStringList& texts, const QColor& colour) {
     for (const QString& text : texts) {
         items.append(new QStandardItem(text));
         items.back()->setEditable(false);
-        items.back()->setToolTip(text);
+        items.back()->setToolTip(PlainToolTip(text));
     }
     if (colour.isValid()) items.front()->setData(SwatchOf(colour), Qt::DecorationRole);
     m_rows->appendRow(items);

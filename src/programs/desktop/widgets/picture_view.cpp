@@ -10,6 +10,7 @@
 #include <cmath>
 #include <utility>
 
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/checkerboard.h"
 
@@ -215,10 +216,9 @@ bool PictureView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave && !hasFocus()) PointAt(-1);
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        QToolTip::showText(
-            help->globalPos(),
-            m_pointed < 0 ? QString() : m_details.characters[static_cast<std::size_t>(m_pointed)].Description(),
-            viewport());
+        const QString text =
+            m_pointed < 0 ? QString() : m_details.characters[static_cast<std::size_t>(m_pointed)].Description();
+        QToolTip::showText(help->globalPos(), PlainToolTip(text), viewport());
         return true;
     }
     return QAbstractScrollArea::viewportEvent(event);

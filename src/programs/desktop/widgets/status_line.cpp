@@ -15,12 +15,13 @@ StatusLine::StatusLine(QWidget* parent)
       m_progress(new QProgressBar),
       m_stop(new QPushButton(tr("Stop"))) {
     m_pointed->setObjectName(QStringLiteral("pointed"));
-    m_pointed->setTextFormat(Qt::PlainText);
     m_pointed->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    for (QLabel* const label : {m_pointed, m_task, m_count, m_zoom}) label->setContentsMargins(8, 0, 8, 0);
+    for (QLabel* const label : {m_pointed, m_task, m_count, m_zoom}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setContentsMargins(8, 0, 8, 0);
+    }
     m_count->setObjectName(QStringLiteral("count"));
     m_task->setObjectName(QStringLiteral("task"));
-    m_task->setTextFormat(Qt::PlainText);
     m_progress->setObjectName(QStringLiteral("progress"));
     m_progress->setMaximumWidth(200);
     m_stop->setObjectName(QStringLiteral("stop"));

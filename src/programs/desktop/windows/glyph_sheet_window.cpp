@@ -5,15 +5,16 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
+#include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/pick.h"
 
 namespace zel::desktop {
@@ -24,7 +25,7 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
     setAttribute(Qt::WA_DeleteOnClose);
     const QString name = Text(sheet.name);
     const QString file = QFile::decodeName(sheet.file.c_str());
-    m_file_name = (name.isEmpty() ? QStringLiteral("glyphs") : name.simplified()) + QStringLiteral(".png");
+    m_file_name = (name.isEmpty() ? QStringLiteral("glyphs") : FileNameFrom(name)) + QStringLiteral(".png");
     setWindowTitle(tr("%1 – glyphs").arg(name.isEmpty() ? file : name));
 
     auto* const summary =
@@ -41,6 +42,7 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
     column->addWidget(summary);
     if (!sheet.note.empty()) {
         auto* const note = new QLabel(Text(sheet.note), this);
+        note->setTextFormat(Qt::PlainText);
         note->setWordWrap(true);
         column->addWidget(note);
     }
@@ -77,9 +79,8 @@ void GlyphSheetWindow::Copy() {
 void GlyphSheetWindow::Save() {
     const QString file = PickNewFile(this, tr("Save glyphs"), m_file_name, QStringLiteral("png"));
     if (!file.isEmpty() && !m_image.save(file))
-        QMessageBox::warning(
-            this, windowTitle(),
-            tr("%1 cannot be written. Check the free disk space and the permissions of the folder.").arg(file));
+        RunBox(this, QMessageBox::Warning, windowTitle(),
+               tr("%1 cannot be written. Check the free disk space and the permissions of the folder.").arg(file));
 }
 
 }  // namespace zel::desktop

@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QSettings>
 
 #include "host/ftp/ftp_fetch_service.h"
@@ -14,6 +13,7 @@
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/status_line.h"
+#include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/font_commands.h"
 #include "programs/desktop/windows/import_options_dialog.h"
 #include "programs/desktop/windows/library_panel.h"
@@ -128,11 +128,11 @@ void ImportCommands::ImportByModule() {
     };
     callbacks.failed = [later](const std::string& reason) {
         later([text = Text(reason)] {
-            QMessageBox::warning(QApplication::activeWindow(), tr("ZelTrans"),
-                                 tr("%1\n\nMessages imported from now on are not recorded. Close the import dialog, "
-                                    "free disk space or close the program that is using the library, then import "
-                                    "again.")
-                                     .arg(text));
+            RunBox(QApplication::activeWindow(), QMessageBox::Warning, tr("ZelTrans"),
+                   tr("%1\n\nMessages imported from now on are not recorded. Close the import dialog, "
+                      "free disk space or close the program that is using the library, then import "
+                      "again.")
+                       .arg(text));
         });
     };
     ftp::FetchServiceOptions service_options;

@@ -7,11 +7,12 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QSettings>
 
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
+#include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/detail_docks.h"
 #include "programs/desktop/windows/export_commands.h"
 #include "programs/desktop/windows/fetch_commands.h"
@@ -173,10 +174,9 @@ void MainMenus::AddBackgrounds(QMenu* menu) {
 void MainMenus::MakeHelpMenu() {
     QMenu* const help = m_workspace.window.menuBar()->addMenu(tr("&Help"));
     Add(help, "about", tr("&About ZelTrans"), {}, [this] {
-        QMessageBox::about(
-            &m_workspace.window, tr("About ZelTrans"),
-            tr("ZelTrans %1\n\nImports Zelmara! messages and fonts.\n\nLibrary: %2")
-                .arg(QApplication::applicationVersion(), QFile::decodeName(m_workspace.places.library.c_str())));
+        RunBox(&m_workspace.window, QMessageBox::Information, tr("About ZelTrans"),
+               tr("ZelTrans %1\n\nImports Zelmara! messages and fonts.\n\nLibrary: %2")
+                   .arg(QApplication::applicationVersion(), QFile::decodeName(m_workspace.places.library.c_str())));
     });
 }
 
@@ -190,7 +190,7 @@ void MainMenus::FillRecentMenu() {
             m_workspace.notice.Clear();
             m_to.imports.Open({disk});
         });
-        action->setToolTip(disk);
+        action->setToolTip(PlainToolTip(disk));
     }
     if (disks.isEmpty()) m_recent_menu->addAction(tr("None yet"))->setEnabled(false);
 }

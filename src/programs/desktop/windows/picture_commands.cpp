@@ -5,7 +5,6 @@
 #include <QDrag>
 #include <QFile>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QSettings>
 #include <QStandardPaths>
@@ -14,11 +13,13 @@
 #include "base/whole_file.h"
 #include "host/library/library.h"
 #include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/message_details.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
+#include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/pick.h"
 
@@ -27,8 +28,7 @@ namespace zel::desktop {
 namespace {
 
 QString FileNameOf(const library::Recording& recording) {
-    QString name = TitleOf({recording.disk, recording.number});
-    return name.replace(u'/', u'-') + QStringLiteral(".png");
+    return FileNameFrom(TitleOf({recording.disk, recording.number})) + QStringLiteral(".png");
 }
 
 }  // namespace
@@ -88,9 +88,9 @@ void PictureCommands::RemoveSelected() {
     const std::vector<library::RecordingKey> keys = m_workspace.library.Selected();
     if (keys.empty()) return;
     const QString what = keys.size() == 1 ? TitleOf(keys.front()) : tr("%1 messages").arg(keys.size());
-    if (QMessageBox::question(&m_workspace.window, tr("Remove from library"),
-                              tr("Remove %1 from the library? The files of the disk are not changed.").arg(what),
-                              QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)
+    if (RunBox(&m_workspace.window, QMessageBox::Question, tr("Remove from library"),
+               tr("Remove %1 from the library? The files of the disk are not changed.").arg(what),
+               QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)
         return;
     try {
         library::Library library(m_workspace.places.library, library::Access::kWrite, kLibraryWait);
