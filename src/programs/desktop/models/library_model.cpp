@@ -1,6 +1,7 @@
 #include "programs/desktop/models/library_model.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <string_view>
 
@@ -49,8 +50,23 @@ QString LibraryModel::CacheKey(const library::RecordingKey& key) {
 }
 
 void LibraryModel::Reload() {
-    if (!m_library) m_library.emplace(m_file, library::Access::kWrite, kLibraryWait);
+    if (!m_library) Open();
     Update(m_library->Search(m_query.toStdString()));
+    // It may have been opened without its log, and would not show what other programs record.
+    if (m_access == library::Access::kRead) m_library.reset();
+}
+
+/// Creates a missing library. One that cannot be written is opened for reading.
+void LibraryModel::Open() {
+    m_access = library::Access::kWrite;
+    try {
+        m_library.emplace(m_file, m_access, kLibraryWait);
+    } catch (const library::LibraryError&) {
+        std::error_code error;
+        if (!std::filesystem::exists(m_file, error)) throw;
+        m_access = library::Access::kRead;
+        m_library.emplace(m_file, m_access, kLibraryWait);
+    }
 }
 
 void LibraryModel::Search(const QString& query) {

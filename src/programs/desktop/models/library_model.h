@@ -46,6 +46,7 @@ class LibraryModel : public QAbstractListModel {
     QVariant data(const QModelIndex& index, int role) const override;
 
   private:
+    void Open();
     void Update(std::vector<library::LibraryEntry> entries);
     bool InsertInto(std::vector<library::LibraryEntry>& entries);
     QImage ThumbnailOf(const library::LibraryEntry& entry) const;
@@ -55,6 +56,7 @@ class LibraryModel : public QAbstractListModel {
     const std::string m_file;
     QString m_query;
     std::optional<library::Library> m_library;
+    library::Access m_access = library::Access::kWrite;
     std::vector<library::LibraryEntry> m_entries;
     ThumbnailLoader* m_loader;
     mutable QCache<QString, QImage> m_thumbnails;

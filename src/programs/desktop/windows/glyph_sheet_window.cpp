@@ -1,5 +1,6 @@
 #include "programs/desktop/windows/glyph_sheet_window.h"
 
+#include <QBuffer>
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFile>
@@ -16,6 +17,7 @@
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/pick.h"
+#include "programs/desktop/work/new_file.h"
 
 namespace zel::desktop {
 
@@ -78,9 +80,16 @@ void GlyphSheetWindow::Copy() {
 
 void GlyphSheetWindow::Save() {
     const QString file = PickNewFile(this, tr("Save glyphs"), m_file_name, QStringLiteral("png"));
-    if (!file.isEmpty() && !m_image.save(file))
+    if (file.isEmpty()) return;
+    QByteArray png;
+    QBuffer buffer(&png);
+    m_image.save(&buffer, "png");
+    try {
+        WriteNewFile(file, png.toStdString());
+    } catch (const std::runtime_error& error) {
         RunBox(this, QMessageBox::Warning, windowTitle(),
-               tr("%1 cannot be written. Check the free disk space and the permissions of the folder.").arg(file));
+               tr("%1\nChoose another folder or free disk space, then save again.").arg(Text(error.what())));
+    }
 }
 
 }  // namespace zel::desktop
