@@ -8,6 +8,7 @@
 
 #include "host/settings/sqlite_settings_store.h"
 #include "programs/desktop/widgets/program_icon.h"
+#include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/windows/main_window.h"
 
 using namespace zel;
@@ -77,6 +78,7 @@ int main(int argc, char** argv) {
     int exit_code = 0;
     {
         QGuiApplication::setWindowIcon(desktop::ProgramIcon());
+        desktop::UseReadableColours();
         desktop::MainWindow window({QFile::encodeName(QFileInfo(arguments.library).absoluteFilePath()).toStdString(),
                                     arguments.settings + QStringLiteral("/desktop.ini")});
         window.show();

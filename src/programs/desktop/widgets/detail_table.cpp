@@ -1,11 +1,13 @@
 #include "programs/desktop/widgets/detail_table.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStandardItemModel>
 #include <utility>
 
 #include "programs/desktop/common/plain_text.h"
+#include "programs/desktop/widgets/readable_colours.h"
 
 namespace zel::desktop {
 
@@ -73,11 +75,21 @@ void DetailTable::FitColumns() {
     header.setStretchLastSection(true);
 }
 
+/// Escape removes the selection. An arrow key selects the current row if it is not selected: a table that gets the
+/// focus has a current row, but selects nothing.
+void DetailTable::keyPressEvent(QKeyEvent* event) {
+    const bool selected = selectionModel()->hasSelection();
+    if (event->key() == Qt::Key_Escape && selected) return clearSelection();
+    const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (arrow && !selected && currentIndex().isValid()) return selectRow(currentIndex().row());
+    QTableView::keyPressEvent(event);
+}
+
 void DetailTable::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
     if (m_rows->rowCount() != 0) return;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(HintColour(palette()));
     painter.drawText(viewport()->rect(), Qt::AlignCenter, m_empty_text);
 }
 

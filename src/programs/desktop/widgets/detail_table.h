@@ -22,6 +22,7 @@ class DetailTable : public QTableView {
     void FitColumns();
 
   protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:

@@ -30,6 +30,7 @@ class PictureView : public QAbstractScrollArea {
     const QImage& Shown() const noexcept { return m_shown; }
     /// Outlines a part of the picture; an empty one removes the outline.
     void Mark(const QRect& part);
+    const QRect& Marked() const noexcept { return m_mark; }
 
     void ZoomIn();
     void ZoomOut();

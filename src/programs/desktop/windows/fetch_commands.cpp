@@ -13,7 +13,7 @@ namespace zel::desktop {
 void FetchCommands::Fetch() {
     FetchDialog dialog(m_workspace.settings, &m_workspace.window);
     if (dialog.exec() != QDialog::Accepted) return;
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     const FetchSettings settings = dialog.Settings();
     m_task = new FetchTask(settings, this);
     connect(m_task, &FetchTask::progressed, this, [this](const QString& name, qint64 bytes, qint64 size) {

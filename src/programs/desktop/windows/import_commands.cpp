@@ -91,7 +91,7 @@ void ImportCommands::ImportFiles() {
                                         m_recent.StartFolder(setting, QStringLiteral("MESSAGES")), true);
     if (files.isEmpty()) return;
     m_workspace.settings.setValue(setting, QFileInfo(files.front()).absolutePath());
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     Open(files);
 }
 
@@ -101,7 +101,7 @@ void ImportCommands::ImportFolder() {
                                       m_recent.StartFolder(setting, QStringLiteral("..")));
     if (folder.isEmpty()) return;
     m_workspace.settings.setValue(setting, QFileInfo(folder).absolutePath());
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     Open({folder});
 }
 
@@ -140,7 +140,7 @@ void ImportCommands::ImportByModule() {
         return ChooseRemote(view, QApplication::activeModalWidget());
     };
     ftp::FetchService service(std::move(service_options));
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     m_import.SetPaused(true);
     try {
         const DialogImportOutcome outcome = ImportByDialog(

@@ -79,7 +79,12 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     connect(m_search, &QLineEdit::textChanged, m_search_timer, [this] { m_search_timer->start(kSearchDelay_ms); });
     connect(m_search_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
     connect(m_reload_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
-    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryPanel::ReportCurrent);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        if (!m_restoring) ChooseCurrent();
+        ReportCurrent();
+    });
+    // The first message found is current, so that a click on it changes nothing.
+    connect(m_list, &QListView::pressed, this, &LibraryPanel::ChooseCurrent);
 }
 
 // Down or Return in the search field moves to the list.
@@ -92,6 +97,7 @@ bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
         }
         if (key == Qt::Key_Down || key == Qt::Key_Return) {
             if (m_search_timer->isActive()) Reload();
+            ChooseCurrent();
             m_list->setFocus();
             return true;
         }
@@ -102,6 +108,7 @@ bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
 void LibraryPanel::Reload() {
     m_search_timer->stop();
     const std::optional<library::RecordingKey> current = Current();
+    const int row = m_list->currentIndex().row();
     QElapsedTimer elapsed;
     elapsed.start();
     m_readable = true;
@@ -114,7 +121,7 @@ void LibraryPanel::Reload() {
     }
     m_reload_timer->setInterval(std::max(kReloadDelay_ms, static_cast<int>(elapsed.elapsed()) * kReloadPause));
     ShowMessage();
-    RestoreCurrent(current);
+    RestoreCurrent(row, current);
     Q_EMIT reloaded();
 }
 
@@ -127,17 +134,56 @@ void LibraryPanel::SelectSoon(const library::RecordingKey& key) {
     ReloadSoon();
 }
 
-void LibraryPanel::RestoreCurrent(const std::optional<library::RecordingKey>& previous) {
+void LibraryPanel::RestoreCurrent(int previous_row, const std::optional<library::RecordingKey>& previous) {
     const auto row_of = [this](const std::optional<library::RecordingKey>& key) {
         return key ? m_model->RowOf(*key) : -1;
     };
-    const int wanted = row_of(std::exchange(m_wanted, std::nullopt));
-    const QModelIndex now = m_model->index(wanted >= 0 ? wanted : std::max(row_of(previous), 0));
+    const QString search = m_search->text().trimmed();
+    const bool searched = std::exchange(m_searched, search) != search;
+    if (row_of(m_wanted) >= 0) m_chosen = m_wanted;
+    m_wanted.reset();
+    int row = row_of(m_chosen);
+    if (row < 0) row = row_of(previous);
+    // After a removal, the message that has taken the place of the current one.
+    if (row < 0 && !searched) row = std::min(previous_row, m_model->rowCount() - 1);
+    const QModelIndex now = m_model->index(std::max(row, 0));
+    m_restoring = true;
     if (now.isValid() && m_list->currentIndex() != now) {
         m_list->setCurrentIndex(now);
     } else {
         ReportCurrent();
     }
+    m_restoring = false;
+    if (searched && now.isValid()) m_list->scrollTo(now);
+}
+
+void LibraryPanel::ChooseCurrent() {
+    if (const auto current = Current()) m_chosen = current;
+}
+
+LibraryPanel::Place LibraryPanel::PlaceInList() const {
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        if (m_list->visualRect(m_model->index(row)).bottom() > 0) return {Current(), m_model->EntryAt(row).key};
+    }
+    return {Current(), std::nullopt};
+}
+
+void LibraryPanel::RestorePlace(const Place& place) {
+    m_wanted = place.current;
+    m_first = place.first;
+    if (isVisible()) ScrollToFirst();
+}
+
+void LibraryPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // The list has its final size later.
+    QMetaObject::invokeMethod(this, &LibraryPanel::ScrollToFirst, Qt::QueuedConnection);
+}
+
+void LibraryPanel::ScrollToFirst() {
+    const auto first = std::exchange(m_first, std::nullopt);
+    const int row = first ? m_model->RowOf(*first) : -1;
+    if (row >= 0) m_list->scrollTo(m_model->index(row), QAbstractItemView::PositionAtTop);
 }
 
 /// Reports only a change, so that a reload does not reset what the user is looking at.

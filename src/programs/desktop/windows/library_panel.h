@@ -31,6 +31,16 @@ class LibraryPanel : public QWidget {
     /// As ReloadSoon; then makes this recording the current one, if it is shown.
     void SelectSoon(const library::RecordingKey& key);
 
+    /// The position in the list, to continue there later.
+    struct Place {
+        std::optional<library::RecordingKey> current;
+        /// At the top of the visible part.
+        std::optional<library::RecordingKey> first;
+    };
+    Place PlaceInList() const;
+    /// Takes effect at the next reload and, for the visible part, when the panel is on the screen.
+    void RestorePlace(const Place& place);
+
     std::optional<library::RecordingKey> Current() const;
     std::vector<library::RecordingKey> Selected() const;
     /// All recordings that the search has found.
@@ -51,11 +61,14 @@ class LibraryPanel : public QWidget {
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
   private:
     void ShowMessage();
-    void RestoreCurrent(const std::optional<library::RecordingKey>& previous);
+    void RestoreCurrent(int previous_row, const std::optional<library::RecordingKey>& previous);
     void ReportCurrent();
+    void ChooseCurrent();
+    void ScrollToFirst();
 
     LibraryModel* m_model;
     QLineEdit* m_search;
@@ -65,6 +78,14 @@ class LibraryPanel : public QWidget {
     QTimer* m_search_timer;
     QTimer* m_reload_timer;
     bool m_readable = true;
+    /// The search of the last reload.
+    QString m_searched;
+    /// The message that the user selected last. It becomes current again when a search that does not find it is
+    /// cleared.
+    std::optional<library::RecordingKey> m_chosen;
+    bool m_restoring = false;
+    /// Is scrolled to when the panel is shown.
+    std::optional<library::RecordingKey> m_first;
     /// Becomes current at the next reload.
     std::optional<library::RecordingKey> m_wanted;
     /// Current at the last currentChanged.

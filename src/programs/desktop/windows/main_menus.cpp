@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QSettings>
+#include <algorithm>
 
 #include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/widgets/notice_bar.h"
@@ -23,6 +24,14 @@
 #include "programs/desktop/windows/recent_disks.h"
 
 namespace zel::desktop {
+
+namespace {
+
+// Names of settings.
+const QString kBackgroundSetting = QStringLiteral("view/background");
+const QString kColourSetting = QStringLiteral("view/colour");
+
+}  // namespace
 
 MainMenus::MainMenus(const Workspace& workspace, const Targets& targets) : m_workspace(workspace), m_to(targets) {
     MakeFileMenu();
@@ -153,22 +162,33 @@ void MainMenus::AddBackgrounds(QMenu* menu) {
         group->addAction(action);
         return action;
     };
-    const auto show = [this](const QColor& colour) {
-        m_to.picture.SetBackground(PictureView::Background::kColour, colour);
-    };
-    add("checkerboard", tr("&Checkerboard"), tr("Ctrl+Shift+C"), [this] {
-        m_to.picture.SetBackground(PictureView::Background::kCheckerboard);
-    })->setChecked(true);
-    add("black", tr("&Black"), tr("Ctrl+Shift+B"), [show] { show(Qt::black); });
-    add("white", tr("&White"), tr("Ctrl+Shift+W"), [show] { show(Qt::white); });
-    add("colour", tr("C&hoose…"), {}, [this, show] {
-        const QString setting = QStringLiteral("view/colour");
-        const QColor before = m_workspace.settings.value(setting, QColor(0, 128, 0)).value<QColor>();
-        const QColor chosen = QColorDialog::getColor(before, &m_workspace.window, tr("Background"));
-        if (!chosen.isValid()) return;
-        m_workspace.settings.setValue(setting, chosen);
-        show(chosen);
+    add("checkerboard", tr("&Checkerboard"), tr("Ctrl+Shift+C"),
+        [this] { SetBackground(QStringLiteral("checkerboard")); });
+    add("black", tr("&Black"), tr("Ctrl+Shift+B"), [this] { SetBackground(QStringLiteral("black")); });
+    add("white", tr("&White"), tr("Ctrl+Shift+W"), [this] { SetBackground(QStringLiteral("white")); });
+    add("colour", tr("C&hoose…"), {}, [this] {
+        const QColor chosen = QColorDialog::getColor(BackgroundColour(), &m_workspace.window, tr("Background"));
+        if (chosen.isValid()) m_workspace.settings.setValue(kColourSetting, chosen);
+        SetBackground(chosen.isValid() ? QStringLiteral("colour")
+                                       : m_workspace.settings.value(kBackgroundSetting).toString());
     });
+    SetBackground(m_workspace.settings.value(kBackgroundSetting).toString());
+}
+
+QColor MainMenus::BackgroundColour() const {
+    return m_workspace.settings.value(kColourSetting, QColor(0, 128, 0)).value<QColor>();
+}
+
+/// @param name  of the action; an unknown one is the checkerboard.
+void MainMenus::SetBackground(const QString& name) {
+    const QStringList names{QStringLiteral("checkerboard"), QStringLiteral("black"), QStringLiteral("white"),
+                            QStringLiteral("colour")};
+    const qsizetype index = std::max<qsizetype>(names.indexOf(name), 0);
+    const QColor colours[] = {QColor(), Qt::black, Qt::white, BackgroundColour()};
+    m_workspace.settings.setValue(kBackgroundSetting, names[index]);
+    m_workspace.window.findChild<QAction*>(names[index])->setChecked(true);
+    m_to.picture.SetBackground(index == 0 ? PictureView::Background::kCheckerboard : PictureView::Background::kColour,
+                               colours[index]);
 }
 
 void MainMenus::MakeHelpMenu() {
@@ -187,7 +207,7 @@ void MainMenus::FillRecentMenu() {
         QString text = QDir(disk).dirName() + QStringLiteral("  –  ") + disk;
         text = m_recent_menu->fontMetrics().elidedText(text.replace(u'&', QStringLiteral("&&")), Qt::ElideMiddle, 420);
         QAction* const action = m_recent_menu->addAction(text, this, [this, disk] {
-            m_workspace.notice.Clear();
+            m_workspace.BeginAction();
             m_to.imports.Open({disk});
         });
         action->setToolTip(PlainToolTip(disk));

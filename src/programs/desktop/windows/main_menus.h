@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QKeySequence>
 #include <QList>
 #include <QObject>
@@ -62,6 +63,8 @@ class MainMenus : public QObject {
     void MakeViewMenu();
     void MakeHelpMenu();
     void AddBackgrounds(QMenu* menu);
+    void SetBackground(const QString& name);
+    QColor BackgroundColour() const;
     void AddPanels(QMenu* go_to, QMenu* shown);
     void FillRecentMenu();
     QAction* Add(QMenu* menu, const char* name, const QString& text, const QList<QKeySequence>& keys,

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QDragEnterEvent>
+#include <QFile>
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QToolBar>
@@ -39,6 +40,18 @@ QString SummaryOf(const MessageDetails& details) {
         .join(QStringLiteral("   "));
 }
 
+// A recording is stored as its number and the name of its disk.
+
+void StoreKey(QSettings& settings, const QString& name, const std::optional<library::RecordingKey>& key) {
+    settings.setValue(name, key ? QVariant(QStringList{QString::number(key->number), Text(key->disk)}) : QVariant());
+}
+
+std::optional<library::RecordingKey> StoredKey(const QSettings& settings, const QString& name) {
+    const QStringList parts = settings.value(name).toStringList();
+    if (parts.size() != 2) return std::nullopt;
+    return library::RecordingKey{parts[1].toStdString(), parts[0].toInt()};
+}
+
 }  // namespace
 
 MainWindow::MainWindow(const Places& places)
@@ -69,6 +82,7 @@ MainWindow::MainWindow(const Places& places)
     RestoreLayout();
     Connect();
     ShowCurrent();
+    RestorePlace();
     m_library->Reload();
     if (m_library->IsEmpty()) {
         m_start->setFocus();
@@ -139,6 +153,20 @@ void MainWindow::RestoreLayout() {
     resizeDocks({m_docks->Docks()[0], m_docks->Docks()[2], m_docks->Docks()[4]}, {330, 260, 130}, Qt::Vertical);
 }
 
+void MainWindow::StorePlace() {
+    const LibraryPanel::Place place = m_library->PlaceInList();
+    m_settings.setValue(QStringLiteral("place/library"), QFile::decodeName(m_places.library.c_str()));
+    StoreKey(m_settings, QStringLiteral("place/current"), place.current);
+    StoreKey(m_settings, QStringLiteral("place/first"), place.first);
+}
+
+void MainWindow::RestorePlace() {
+    if (m_settings.value(QStringLiteral("place/library")).toString() != QFile::decodeName(m_places.library.c_str()))
+        return;
+    m_library->RestorePlace(
+        {StoredKey(m_settings, QStringLiteral("place/current")), StoredKey(m_settings, QStringLiteral("place/first"))});
+}
+
 void MainWindow::Open(const QStringList& paths) {
     m_imports.Open(paths);
 }
@@ -165,6 +193,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     m_imports.Cancel();
     m_settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
     m_settings.setValue(QStringLiteral("window/state"), saveState(kLayoutVersion));
+    StorePlace();
     QMainWindow::closeEvent(event);
 }
 
@@ -175,7 +204,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    m_notice->Clear();
+    m_workspace.BeginAction();
     QStringList paths;
     for (const QUrl& url : event->mimeData()->urls()) {
         if (url.isLocalFile()) {

@@ -50,6 +50,8 @@ class MainWindow : public QMainWindow {
     void LayOut();
     void FillStartPage();
     void RestoreLayout();
+    void StorePlace();
+    void RestorePlace();
     void Connect();
     void ShowCurrent();
     void ShowCount();

@@ -19,9 +19,11 @@
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
+#include "programs/desktop/widgets/status_line.h"
 #include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/pick.h"
+#include "programs/desktop/work/new_file.h"
 
 namespace zel::desktop {
 
@@ -47,7 +49,9 @@ std::unique_ptr<QMimeData> PictureCommands::Data() const {
 }
 
 void PictureCommands::Copy() {
-    if (HasPicture()) QApplication::clipboard()->setMimeData(Data().release());
+    if (!HasPicture()) return;
+    QApplication::clipboard()->setMimeData(Data().release());
+    m_workspace.status.ShowResult(tr("picture copied"));
 }
 
 void PictureCommands::Drag() {
@@ -77,8 +81,10 @@ void PictureCommands::Save() {
                                      folder + u'/' + FileNameOf(*m_workspace.current), QStringLiteral("png"));
     if (file.isEmpty()) return;
     m_workspace.settings.setValue(setting, file.section(u'/', 0, -2));
+    m_workspace.BeginAction();
     try {
-        base::WriteWholeFile(QFile::encodeName(file).toStdString(), m_workspace.current->picture);
+        WriteNewFile(file, m_workspace.current->picture);
+        m_workspace.status.ShowResult(tr("%1 saved").arg(file));
     } catch (const std::runtime_error& error) {
         m_workspace.notice.Warn(Text(error.what()), tr("Choose another folder or free disk space, then save again."));
     }
@@ -92,9 +98,11 @@ void PictureCommands::RemoveSelected() {
                tr("Remove %1 from the library? The files of the disk are not changed.").arg(what),
                QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)
         return;
+    m_workspace.BeginAction();
     try {
         library::Library library(m_workspace.places.library, library::Access::kWrite, kLibraryWait);
         for (const library::RecordingKey& key : keys) library.Remove(key);
+        m_workspace.status.ShowResult(Counted(keys.size(), "message removed", "messages removed"));
     } catch (const library::LibraryError& error) {
         m_workspace.notice.Warn(Text(error.what()), tr("Close the program that is using the library, then try again."));
     }

@@ -34,6 +34,9 @@ struct Workspace {
     StatusLine& status;
     /// The message that is shown; empty for none.
     const std::optional<library::Recording>& current;
+
+    /// Removes the notices and the result of the previous action. Every action of the user calls it first.
+    void BeginAction() const;
 };
 
 }  // namespace zel::desktop

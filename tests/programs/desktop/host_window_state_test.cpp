@@ -1,0 +1,217 @@
+// What the main window shows and keeps: selections, results, the place in the library, readable colours.
+#include <QCheckBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
+#include <cmath>
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "programs/desktop/grab.h"
+#include "programs/desktop/host_window_fixture.h"
+#include "programs/desktop/widgets/readable_colours.h"
+#include "programs/desktop/widgets/status_line.h"
+
+namespace zel::screen_test {
+
+namespace {
+
+using testing::HasSubstr;
+
+class HostWindowState : public HostWindow {
+  protected:
+    QListView& List() { return Find<QListView>("library"); }
+    int CurrentRow() { return List().currentIndex().row(); }
+    void Select(int row) { List().setCurrentIndex(LibraryList().index(row, 0)); }
+    std::string Result() { return Find<QLabel>("task").text().toStdString(); }
+    void Search(const QString& words) {
+        Find<QLineEdit>("search").setText(words);
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] { return words.isEmpty() ? LibraryList().rowCount() == s_count : LibraryList().rowCount() < s_count; },
+            kTimeout_ms));
+    }
+};
+
+TEST_F(HostWindowState, OutlinesOnlyASelectedRow) {
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    auto& rows = Find<QTableView>("rows");
+    Find<QListView>("library").setFocus();
+    for (int i = 0; i < 20 && !rows.hasFocus(); ++i) Key(*window, Qt::Key_Tab);
+    ASSERT_TRUE(rows.hasFocus());
+    EXPECT_TRUE(Picture().Marked().isEmpty());
+    Key(*window, Qt::Key_Down);
+    EXPECT_EQ(rows.selectionModel()->selectedRows().value(0).row(), 0);
+    EXPECT_FALSE(Picture().Marked().isEmpty());
+    Key(*window, Qt::Key_Escape);
+    EXPECT_TRUE(Picture().Marked().isEmpty());
+}
+
+TEST_F(HostWindowState, KeepsBackgroundMessageAndPlaceOverARestart) {
+    Import(Disk());
+    window->resize(900, 600);
+    Select(9);
+    List().scrollTo(LibraryList().index(6, 0), QAbstractItemView::PositionAtTop);
+    const auto top = [&] { return List().indexAt(QPoint(40, 20)); };
+    const int first = top().row();
+    ASSERT_GT(first, 0);
+    Trigger("white");
+    window->close();
+    Start();
+    EXPECT_EQ(CurrentRow(), 9);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return top().row() == first; }, kTimeout_ms)) << top().row() << " " << first;
+    EXPECT_TRUE(Find<QAction>("white").isChecked());
+    QWidget& view = *Picture().viewport();
+    EXPECT_EQ(view.grab().toImage().pixelColor(view.rect().center()), QColor(Qt::white));
+}
+
+TEST_F(HostWindowState, ClearedSearchKeepsTheChosenMessage) {
+    Import(Disk());
+    Select(7);
+    for (const char* words : {"harbour", "no message has this text"}) {
+        Search(QLatin1String(words));
+        EXPECT_NE(CurrentRow(), 7);
+        Search({});
+        EXPECT_EQ(CurrentRow(), 7) << words;
+        EXPECT_TRUE(List().viewport()->rect().intersects(List().visualRect(List().currentIndex())));
+    }
+    Search(QStringLiteral("harbour"));
+    const QVariant chosen = LibraryList().index(0, 0).data();
+    QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, List().visualRect(LibraryList().index(0, 0)).center());
+    Search({});
+    EXPECT_EQ(List().currentIndex().data(), chosen);
+}
+
+TEST_F(HostWindowState, ResultsOfEarlierActionsDisappear) {
+    Import(Disk());
+    EXPECT_THAT(Result(), HasSubstr("imported"));
+    Select(4);
+    Trigger("copy");
+    EXPECT_EQ(Result(), "picture copied");
+    InNextWindow([&] { Key(*QApplication::activeModalWidget(), Qt::Key_Y, Qt::AltModifier); });
+    Trigger("remove");
+    EXPECT_EQ(Result(), "1 message removed");
+    EXPECT_EQ(CurrentRow(), 4) << "the next message takes its place";
+    window->Open({In("nothing")});
+    Trigger("reload");
+    EXPECT_EQ(Result(), "1 message removed");
+}
+
+TEST_F(HostWindowState, SavesIntoANewFolder) {
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    const QString file = In("new/folder/picture.png");
+    InNextWindow([&] {
+        auto& dialog = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
+        Key(dialog, Qt::Key_Return);
+        if (dialog.isVisible()) dialog.close();
+    });
+    Trigger("save_picture");
+    EXPECT_TRUE(QFileInfo::exists(file)) << Notice();
+    EXPECT_EQ(Result(), file.toStdString() + " saved");
+}
+
+TEST_F(HostWindowState, ReadsAReadOnlyLibrary) {
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    window.reset();
+    std::filesystem::permissions(LibraryFile(), std::filesystem::perms{0444});
+    std::filesystem::permissions(home.path().toStdString(), std::filesystem::perms{0555});
+    const uid_t user = geteuid();
+    ASSERT_TRUE(user != 0 || seteuid(65534) == 0);
+    Start();
+    EXPECT_EQ(Notice(), "");
+    EXPECT_EQ(LibraryList().rowCount(), 1);
+    EXPECT_FALSE(Picture().Shown().isNull());
+    window.reset();
+    ASSERT_EQ(seteuid(user), 0);
+    std::filesystem::permissions(home.path().toStdString(), std::filesystem::perms{0700});
+}
+
+TEST_F(HostWindowState, RefusesAPipe) {
+    ASSERT_EQ(mkfifo(In(".0012").toStdString().c_str(), 0600), 0);
+    Import(In(".0012"));
+    EXPECT_THAT(Notice(), HasSubstr("neither a message nor a font"));
+    InNextWindow([&] {
+        auto& dialog = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(In(".0012"));
+        Key(dialog, Qt::Key_Return);
+        if (dialog.isVisible()) dialog.close();
+    });
+    Trigger("make_font");
+    EXPECT_THAT(Notice(), HasSubstr("not a regular file"));
+}
+
+TEST_F(HostWindowState, ExportDialogExplainsFormatsThatConflict) {
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    InNextWindow([&] {
+        auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
+        auto& formats = *dialog.findChild<QListWidget*>();
+        const QPushButton& start = *dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+        auto& conflict = *dialog.findChild<QLabel*>(QStringLiteral("conflict"));
+        EXPECT_TRUE(start.isEnabled());
+        EXPECT_FALSE(conflict.isVisible());
+        formats.item(1)->setCheckState(Qt::Checked);
+        EXPECT_FALSE(start.isEnabled());
+        EXPECT_THAT(conflict.text().toStdString(), HasSubstr("same name"));
+        formats.item(0)->setCheckState(Qt::Unchecked);
+        EXPECT_TRUE(start.isEnabled());
+        EXPECT_FALSE(conflict.isVisible());
+        dialog.close();
+    });
+    Trigger("export");
+}
+
+TEST_F(HostWindowState, FitsAWidthOf800) {
+    const auto narrow = [&](const char* what) {
+        window->resize(800, 600);
+        QTest::qWait(50);
+        EXPECT_LE(window->width(), 800) << what;
+    };
+    narrow("start page");
+    Import(Disk());
+    narrow("messages");
+    Find<desktop::NoticeBar>("notice").Warn(QStringLiteral("a_very_long_name_").repeated(20));
+    static_cast<desktop::StatusLine*>(window->statusBar())->ShowResult(QStringLiteral("long text ").repeated(50));
+    narrow("long texts");
+}
+
+/// The ratio of the luminances, 1 to 21.
+double Contrast(const QColor& one, const QColor& other) {
+    const auto luminance = [](const QColor& colour) {
+        const auto part = [](double value) {
+            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+    };
+    const double a = luminance(one) + 0.05, b = luminance(other) + 0.05;
+    return std::max(a, b) / std::min(a, b);
+}
+
+TEST(ReadableColours, HintsAndUncheckedBoxesInBothPalettes) {
+    const QPalette before = QApplication::palette();
+    for (const char* const palette : {"light", "dark"}) {
+        UsePalette(palette);
+        desktop::UseReadableColours();
+        const QPalette used = QApplication::palette();
+        EXPECT_GE(Contrast(used.color(QPalette::PlaceholderText), used.color(QPalette::Base)), 4.5) << palette;
+        QCheckBox box;
+        box.resize(20, 20);
+        const QImage image = box.grab().toImage();
+        double most = 0;
+        for (int x = 0; x < 12; ++x)
+            most = std::max(most, Contrast(image.pixelColor(x, 10), used.color(QPalette::Window)));
+        EXPECT_GE(most, 2.0) << palette;
+    }
+    QApplication::setPalette(before);
+}
+
+}  // namespace
+
+}  // namespace zel::screen_test
