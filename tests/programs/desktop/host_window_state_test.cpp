@@ -8,8 +8,10 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSettings>
 #include <QTableView>
 #include <cmath>
+#include <fstream>
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -39,6 +41,16 @@ class HostWindowState : public HostWindow {
             kTimeout_ms));
     }
 };
+
+/// Types a name into the file dialog that opens next, and accepts it.
+void EnterFile(const QString& file) {
+    InNextWindow([file] {
+        auto& dialog = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
+        Key(dialog, Qt::Key_Return);
+        if (dialog.isVisible()) dialog.close();
+    });
+}
 
 TEST_F(HostWindowState, OutlinesOnlyASelectedRow) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
@@ -107,12 +119,7 @@ TEST_F(HostWindowState, ResultsOfEarlierActionsDisappear) {
 TEST_F(HostWindowState, SavesIntoANewFolder) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
     const QString file = In("new/folder/picture.png");
-    InNextWindow([&] {
-        auto& dialog = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
-        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
-        Key(dialog, Qt::Key_Return);
-        if (dialog.isVisible()) dialog.close();
-    });
+    EnterFile(file);
     Trigger("save_picture");
     EXPECT_TRUE(QFileInfo::exists(file)) << Notice();
     EXPECT_EQ(Result(), file.toStdString() + " saved");
@@ -134,16 +141,43 @@ TEST_F(HostWindowState, ReadsAReadOnlyLibrary) {
     std::filesystem::permissions(home.path().toStdString(), std::filesystem::perms{0700});
 }
 
+TEST_F(HostWindowState, CreatesAndOpensLibraries) {
+    Import(Disk());
+    Select(3);
+    EnterFile(In("second"));
+    Trigger("new_library");
+    EXPECT_EQ(Notice(), "");
+    EXPECT_TRUE(QFileInfo::exists(In("second.zellib")));
+    EXPECT_EQ(LibraryList().rowCount(), 0);
+    EXPECT_TRUE(Picture().Shown().isNull());
+    EXPECT_TRUE(Find("start_page").isVisible());
+    Import(Disk() + QStringLiteral("/MESSAGES/.0002"));
+    EXPECT_EQ(LibraryList().rowCount(), 1);
+    EXPECT_EQ(static_cast<std::ptrdiff_t>(Recorded().size()), s_count) << "the first library is unchanged";
+
+    EnterFile(In("second.zellib"));
+    Trigger("new_library");
+    EXPECT_THAT(Notice(), HasSubstr("exists"));
+    std::ofstream(In("letter.zellib").toStdString()) << "Dear reader";
+    EnterFile(In("letter.zellib"));
+    Trigger("open_library");
+    EXPECT_THAT(Notice(), HasSubstr("letter.zellib"));
+    EXPECT_EQ(LibraryList().rowCount(), 1) << "the open library stays open";
+
+    EnterFile(In("library.zellib"));
+    Trigger("open_library");
+    EXPECT_EQ(Notice(), "");
+    EXPECT_EQ(LibraryList().rowCount(), s_count);
+    const QSettings stored(In("desktop.ini"), QSettings::IniFormat);
+    EXPECT_EQ(stored.value(QStringLiteral("recent/libraries")).toStringList(),
+              (QStringList{In("library.zellib"), In("second.zellib")}));
+}
+
 TEST_F(HostWindowState, RefusesAPipe) {
     ASSERT_EQ(mkfifo(In(".0012").toStdString().c_str(), 0600), 0);
     Import(In(".0012"));
     EXPECT_THAT(Notice(), HasSubstr("neither a message nor a font"));
-    InNextWindow([&] {
-        auto& dialog = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
-        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(In(".0012"));
-        Key(dialog, Qt::Key_Return);
-        if (dialog.isVisible()) dialog.close();
-    });
+    EnterFile(In(".0012"));
     Trigger("make_font");
     EXPECT_THAT(Notice(), HasSubstr("not a regular file"));
 }

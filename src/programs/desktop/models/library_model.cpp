@@ -33,17 +33,36 @@ bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other
 }
 
 LibraryModel::LibraryModel(std::string library, QSize thumbnail, QObject* parent)
-    : QAbstractListModel(parent),
-      m_file(std::move(library)),
-      m_loader(new ThumbnailLoader(m_file, thumbnail, this)),
-      m_thumbnails(kCachedThumbnails) {
-    connect(m_loader, &ThumbnailLoader::loaded, this, &LibraryModel::AddThumbnail);
-    connect(m_loader, &ThumbnailLoader::dropped, this, [this](const QString& disk, int number) {
-        m_requested.remove(CacheKey({disk.toStdString(), number}));
+    : QAbstractListModel(parent), m_file(std::move(library)), m_thumbnail(thumbnail), m_thumbnails(kCachedThumbnails) {
+    MakeLoader();
+}
+
+void LibraryModel::MakeLoader() {
+    const ThumbnailLoader* const before = m_loader;
+    auto* const loader = m_loader = new ThumbnailLoader(m_file, m_thumbnail, this);
+    delete before;
+    // Signals of an earlier loader may still be queued.
+    connect(loader, &ThumbnailLoader::loaded, this,
+            [this, loader](const QString& disk, int number, const QImage& image) {
+                if (loader == m_loader) AddThumbnail(disk, number, image);
+            });
+    connect(loader, &ThumbnailLoader::dropped, this, [this, loader](const QString& disk, int number) {
+        if (loader == m_loader) m_requested.remove(CacheKey({disk.toStdString(), number}));
     });
 }
 
 LibraryModel::~LibraryModel() = default;
+
+void LibraryModel::SetLibrary(std::string library) {
+    beginResetModel();
+    m_file = std::move(library);
+    m_library.reset();
+    m_entries.clear();
+    m_thumbnails.clear();
+    m_requested.clear();
+    MakeLoader();
+    endResetModel();
+}
 
 QString LibraryModel::CacheKey(const library::RecordingKey& key) {
     return Text(key.disk) + QLatin1Char('\n') + QString::number(key.number);

@@ -79,7 +79,7 @@ void GlyphSheetWindow::Copy() {
 }
 
 void GlyphSheetWindow::Save() {
-    const QString file = PickNewFile(this, tr("Save glyphs"), m_file_name, QStringLiteral("png"));
+    const QString file = PickNewPicture(this, tr("Save glyphs"), m_file_name);
     if (file.isEmpty()) return;
     QByteArray png;
     QBuffer buffer(&png);

@@ -37,7 +37,7 @@ host::HostOptions OptionsFor(const Workspace& workspace, const QStringList& near
 
 ImportCommands::ImportCommands(const Workspace& workspace, const ModuleDesktop& desktop, RecentDisks& recent,
                                FontCommands& fonts)
-    : m_workspace(workspace), m_desktop(desktop), m_recent(recent), m_fonts(fonts), m_import(workspace.places.library) {
+    : m_workspace(workspace), m_desktop(desktop), m_recent(recent), m_fonts(fonts) {
     connect(&m_import, &DiskImport::recorded, &workspace.library, &LibraryPanel::ReloadSoon);
     connect(&m_import, &DiskImport::progressed, this, [this](int done, int total, const QString& name) {
         m_workspace.status.ShowTask(tr("Importing %1").arg(name.section(u'/', -1)), done, total);
@@ -69,7 +69,8 @@ void ImportCommands::OpenOne(const QString& path) {
 
 void ImportCommands::StartImport(const QString& path, const MessageSource& source) {
     if (source.messages.empty()) return WarnOfNoMessages(path);
-    m_import.Add(source, OptionsFor(m_workspace, {QFile::decodeName(source.directory.c_str())}));
+    m_import.Add(m_workspace.places.library, source,
+                 OptionsFor(m_workspace, {QFile::decodeName(source.directory.c_str())}));
     if (QFileInfo(path).isDir()) m_recent.Add(path);
 }
 

@@ -105,6 +105,12 @@ bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
     return QWidget::eventFilter(object, event);
 }
 
+void LibraryPanel::SetLibrary(std::string library) {
+    m_search->clear();
+    m_chosen.reset();
+    m_model->SetLibrary(std::move(library));
+}
+
 void LibraryPanel::Reload() {
     m_search_timer->stop();
     const std::optional<library::RecordingKey> current = Current();

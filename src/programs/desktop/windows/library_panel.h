@@ -24,6 +24,8 @@ class LibraryPanel : public QWidget {
   public:
     explicit LibraryPanel(std::string library, QWidget* parent = nullptr);
 
+    /// Shows another library from the next Reload on. Removes the search.
+    void SetLibrary(std::string library);
     /// Reads the library again. The current recording remains current.
     void Reload();
     /// Reloads after a short delay; frequent calls are combined.

@@ -3,8 +3,9 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QColorDialog>
-#include <QDir>
 #include <QDockWidget>
+#include <QFile>
+#include <QFileInfo>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QSettings>
@@ -19,6 +20,7 @@
 #include "programs/desktop/windows/fetch_commands.h"
 #include "programs/desktop/windows/font_commands.h"
 #include "programs/desktop/windows/import_commands.h"
+#include "programs/desktop/windows/library_commands.h"
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/picture_commands.h"
 #include "programs/desktop/windows/recent_disks.h"
@@ -69,6 +71,14 @@ void MainMenus::MakeFileMenu() {
     QMenu* const file = m_workspace.window.menuBar()->addMenu(tr("&File"));
     const auto add = [&](const char* name, const QString& text, const QKeySequence& keys,
                          const std::function<void()>& call) { return Add(file, name, text, {keys}, call); };
+    m_needs_idle.append(add("new_library", tr("&New library…"), QKeySequence::New, [this] { m_to.libraries.New(); }));
+    m_needs_idle.append(
+        add("open_library", tr("Open &library…"), tr("Ctrl+Shift+L"), [this] { m_to.libraries.Open(); }));
+    m_recent_libraries = file->addMenu(tr("Recent li&braries"));
+    m_recent_libraries->setToolTipsVisible(true);
+    m_needs_idle.append(m_recent_libraries->menuAction());
+    connect(m_recent_libraries, &QMenu::aboutToShow, this, &MainMenus::FillRecentLibraries);
+    file->addSeparator();
     m_needs_idle.append(add("import", tr("&Import…"), tr("Ctrl+I"), [this] { m_to.imports.ImportByModule(); }));
     add("import_file", tr("Import &file…"), QKeySequence::Open, [this] { m_to.imports.ImportFiles(); });
     add("import_folder", tr("Import &disk or folder…"), tr("Ctrl+Shift+O"), [this] { m_to.imports.ImportFolder(); });
@@ -204,15 +214,33 @@ void MainMenus::FillRecentMenu() {
     m_recent_menu->clear();
     const QStringList disks = m_to.recent.List();
     for (const QString& disk : disks) {
-        QString text = QDir(disk).dirName() + QStringLiteral("  –  ") + disk;
-        text = m_recent_menu->fontMetrics().elidedText(text.replace(u'&', QStringLiteral("&&")), Qt::ElideMiddle, 420);
-        QAction* const action = m_recent_menu->addAction(text, this, [this, disk] {
+        AddPath(m_recent_menu, disk, [this, disk] {
             m_workspace.BeginAction();
             m_to.imports.Open({disk});
         });
-        action->setToolTip(PlainToolTip(disk));
     }
     if (disks.isEmpty()) m_recent_menu->addAction(tr("None yet"))->setEnabled(false);
+}
+
+void MainMenus::FillRecentLibraries() {
+    m_recent_libraries->clear();
+    const QString present = QFile::decodeName(m_workspace.places.library.c_str());
+    for (const QString& file : m_to.libraries.Recent()) {
+        QAction* const action = AddPath(m_recent_libraries, file, [this, file] { m_to.libraries.OpenFile(file); });
+        action->setCheckable(true);
+        action->setChecked(file == present);
+    }
+}
+
+/// An action with the name of a file or folder and its path.
+QAction* MainMenus::AddPath(QMenu* menu, const QString& path, const std::function<void()>& call) {
+    constexpr int kWidth = 420;
+    QString text = QFileInfo(path).fileName() + QStringLiteral("  –  ") + path;
+    text = menu->fontMetrics().elidedText(text.replace(u'&', QStringLiteral("&&")), Qt::ElideMiddle, kWidth);
+    QAction* const action = menu->addAction(text);
+    action->setToolTip(PlainToolTip(path));
+    connect(action, &QAction::triggered, this, call);
+    return action;
 }
 
 void MainMenus::Enable(const State& state) {

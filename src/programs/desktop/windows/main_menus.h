@@ -18,6 +18,7 @@ class ExportCommands;
 class FetchCommands;
 class FontCommands;
 class ImportCommands;
+class LibraryCommands;
 class PictureCommands;
 class PictureView;
 class RecentDisks;
@@ -30,6 +31,7 @@ class MainMenus : public QObject {
   public:
     /// What the actions call.
     struct Targets {
+        LibraryCommands& libraries;
         ImportCommands& imports;
         ExportCommands& exports;
         FetchCommands& fetches;
@@ -67,6 +69,8 @@ class MainMenus : public QObject {
     QColor BackgroundColour() const;
     void AddPanels(QMenu* go_to, QMenu* shown);
     void FillRecentMenu();
+    void FillRecentLibraries();
+    QAction* AddPath(QMenu* menu, const QString& path, const std::function<void()>& call);
     QAction* Add(QMenu* menu, const char* name, const QString& text, const QList<QKeySequence>& keys,
                  const std::function<void()>& call);
     void AddToggle(QMenu* menu, const char* name, const QString& text, const QKeySequence& keys, bool on,
@@ -75,6 +79,7 @@ class MainMenus : public QObject {
     const Workspace& m_workspace;
     const Targets m_to;
     QMenu* m_recent_menu = nullptr;
+    QMenu* m_recent_libraries = nullptr;
     QMenu* m_panels = nullptr;
     QList<QAction*> m_needs_picture, m_needs_messages, m_needs_idle, m_needs_task;
 };

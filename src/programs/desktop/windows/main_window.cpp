@@ -5,6 +5,7 @@
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFile>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QToolBar>
@@ -67,6 +68,7 @@ MainWindow::MainWindow(const Places& places)
       m_workspace{*this, m_places, m_settings, *m_library, *m_notice, *m_status, m_current},
       m_recent(m_settings),
       m_fonts(m_workspace, m_recent),
+      m_libraries(m_workspace),
       m_imports(m_workspace, m_desktop, m_recent, m_fonts),
       m_exports(m_workspace),
       m_fetches(m_workspace),
@@ -75,8 +77,9 @@ MainWindow::MainWindow(const Places& places)
     setWindowTitle(tr("ZelTrans"));
     setAcceptDrops(true);
     LayOut();
-    m_menus = std::make_unique<MainMenus>(m_workspace, MainMenus::Targets{m_imports, m_exports, m_fetches, m_fonts,
-                                                                          m_pictures, *m_picture, *m_docks, m_recent});
+    m_menus = std::make_unique<MainMenus>(
+        m_workspace, MainMenus::Targets{m_libraries, m_imports, m_exports, m_fetches, m_fonts, m_pictures, *m_picture,
+                                        *m_docks, m_recent});
     m_menus->AddToPanels(AddMainToolbar(*this)->toggleViewAction());
     FillStartPage();
     RestoreLayout();
@@ -84,6 +87,7 @@ MainWindow::MainWindow(const Places& places)
     ShowCurrent();
     RestorePlace();
     m_library->Reload();
+    m_libraries.AddRecent(QFile::decodeName(m_places.library.c_str()));
     if (m_library->IsEmpty()) {
         m_start->setFocus();
     } else {
@@ -94,6 +98,7 @@ MainWindow::MainWindow(const Places& places)
 MainWindow::~MainWindow() = default;
 
 void MainWindow::Connect() {
+    connect(&m_libraries, &LibraryCommands::opened, this, &MainWindow::ShowLibrary);
     connect(m_library, &LibraryPanel::currentChanged, this, &MainWindow::ShowCurrent);
     connect(m_library, &LibraryPanel::reloaded, this, &MainWindow::ShowCount);
     connect(m_library, &LibraryPanel::failed, this, [this](const QString& reason) {
@@ -153,6 +158,22 @@ void MainWindow::RestoreLayout() {
     resizeDocks({m_docks->Docks()[0], m_docks->Docks()[2], m_docks->Docks()[4]}, {330, 260, 130}, Qt::Vertical);
 }
 
+void MainWindow::ShowLibrary(const QString& file) {
+    StorePlace();
+    m_places.library = QFile::encodeName(QFileInfo(file).absoluteFilePath()).toStdString();
+    m_library->SetLibrary(m_places.library);
+    RestorePlace();
+    m_imports.ReloadLibrary();
+    RememberLibrary();
+}
+
+/// The library is opened again at the next start.
+void MainWindow::RememberLibrary() {
+    const QString file = QFile::decodeName(m_places.library.c_str());
+    m_libraries.AddRecent(file);
+    m_settings.setValue(kLastLibrarySetting, file);
+}
+
 void MainWindow::StorePlace() {
     const LibraryPanel::Place place = m_library->PlaceInList();
     m_settings.setValue(QStringLiteral("place/library"), QFile::decodeName(m_places.library.c_str()));
@@ -168,7 +189,17 @@ void MainWindow::RestorePlace() {
 }
 
 void MainWindow::Open(const QStringList& paths) {
-    m_imports.Open(paths);
+    QStringList imported;
+    for (const QString& path : paths) {
+        if (!QFileInfo(path).isFile() || QFileInfo(path).suffix() != QStringLiteral("zellib")) {
+            imported.append(path);
+        } else if (IsBusy()) {
+            m_notice->Warn(tr("%1 is not opened while a task is running.").arg(path));
+        } else {
+            m_libraries.OpenFile(path);
+        }
+    }
+    m_imports.Open(imported);
 }
 
 void MainWindow::ShowNotice(const QString& text) {

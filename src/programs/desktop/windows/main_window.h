@@ -9,6 +9,7 @@
 #include "programs/desktop/windows/fetch_commands.h"
 #include "programs/desktop/windows/font_commands.h"
 #include "programs/desktop/windows/import_commands.h"
+#include "programs/desktop/windows/library_commands.h"
 #include "programs/desktop/windows/picture_commands.h"
 #include "programs/desktop/windows/recent_disks.h"
 #include "programs/desktop/windows/workspace.h"
@@ -50,6 +51,8 @@ class MainWindow : public QMainWindow {
     void LayOut();
     void FillStartPage();
     void RestoreLayout();
+    void ShowLibrary(const QString& file);
+    void RememberLibrary();
     void StorePlace();
     void RestorePlace();
     void Connect();
@@ -59,7 +62,7 @@ class MainWindow : public QMainWindow {
     void EnableActions();
     void StopTask();
 
-    const Places m_places;
+    Places m_places;
     QSettings m_settings;
     ModuleDesktop m_desktop;
     LibraryPanel* m_library;
@@ -76,6 +79,7 @@ class MainWindow : public QMainWindow {
     const Workspace m_workspace;
     RecentDisks m_recent;
     FontCommands m_fonts;
+    LibraryCommands m_libraries;
     ImportCommands m_imports;
     ExportCommands m_exports;
     FetchCommands m_fetches;

@@ -77,8 +77,8 @@ void PictureCommands::Save() {
     const QString setting = QStringLiteral("save/directory");
     const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     const QString folder = m_workspace.settings.value(setting, pictures).toString();
-    const QString file = PickNewFile(&m_workspace.window, tr("Save picture"),
-                                     folder + u'/' + FileNameOf(*m_workspace.current), QStringLiteral("png"));
+    const QString file =
+        PickNewPicture(&m_workspace.window, tr("Save picture"), folder + u'/' + FileNameOf(*m_workspace.current));
     if (file.isEmpty()) return;
     m_workspace.settings.setValue(setting, file.section(u'/', 0, -2));
     m_workspace.BeginAction();

@@ -15,6 +15,9 @@ class LibraryPanel;
 class NoticeBar;
 class StatusLine;
 
+/// Name of the setting with the library that was open last.
+inline const QString kLastLibrarySetting = QStringLiteral("library/last");
+
 /// The program's files.
 struct Places {
     /// The library, created if it is missing.
