@@ -149,8 +149,7 @@ void Grabber::Run() {
     window.show();
     SaveImport();
     SaveViews();
-    for (const char* const action :
-         {"export", "batch_export", "fetch", "import_options", "import_file", "about", "remove"})
+    for (const char* const action : {"export", "batch_export", "fetch", "import_options", "import_file", "about"})
         SaveDialog(action);
     SaveServer();
     SaveImportDialog();

@@ -153,7 +153,6 @@ TEST_F(PlainText, InTheToolTipOfThePicture) {
 }
 
 TEST_F(PlainText, InBoxesAndDialogs) {
-    ExpectPlainDialog("remove");
     ExpectPlainDialog("export");
     ExpectPlainDialog("save_picture");
 }

@@ -102,6 +102,10 @@ int LibraryModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
 }
 
+Qt::ItemFlags LibraryModel::flags(const QModelIndex& index) const {
+    return QAbstractListModel::flags(index) | (index.isValid() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
+}
+
 void LibraryModel::Update(std::vector<library::LibraryEntry> entries) {
     std::map<library::RecordingKey, std::string_view> recorded_at;
     for (const library::LibraryEntry& entry : m_entries) recorded_at.emplace(entry.key, entry.recorded_at);

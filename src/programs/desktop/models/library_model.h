@@ -46,6 +46,8 @@ class LibraryModel : public QAbstractListModel {
     int RowOf(const library::RecordingKey& key) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
+    /// Items can be dragged.
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
   private:

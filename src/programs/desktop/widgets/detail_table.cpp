@@ -1,5 +1,8 @@
 #include "programs/desktop/widgets/detail_table.h"
 
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
@@ -31,8 +34,12 @@ QPixmap SwatchOf(const QColor& colour) {
 DetailTable::DetailTable(const QStringList& headers, QString empty_text, QWidget* parent)
     : QTableView(parent),
       m_rows(new QStandardItemModel(0, static_cast<int>(headers.size()), this)),
+      m_copy(new QAction(tr("&Copy row"), this)),
       m_empty_text(std::move(empty_text)) {
     constexpr int kRowMargin = 8;
+    connect(m_copy, &QAction::triggered, this, &DetailTable::Copy);
+    addAction(m_copy);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
     m_rows->setHorizontalHeaderLabels(headers);
     setModel(m_rows);
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -75,6 +82,21 @@ void DetailTable::FitColumns() {
     header.setStretchLastSection(true);
 }
 
+void DetailTable::Copy() {
+    QStringList texts;
+    for (const QModelIndex& cell : selectionModel()->selectedIndexes()) texts.append(cell.data().toString());
+    if (!texts.isEmpty()) QGuiApplication::clipboard()->setText(texts.join(u'\t'));
+}
+
+/// The window's own shortcut copies the picture.
+bool DetailTable::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
+        return true;
+    }
+    return QTableView::event(event);
+}
+
 /// Escape removes the selection. An arrow key selects the current row if it is not selected: a table that gets the
 /// focus has a current row, but selects nothing.
 void DetailTable::keyPressEvent(QKeyEvent* event) {
@@ -82,6 +104,7 @@ void DetailTable::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && selected) return clearSelection();
     const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
     if (arrow && !selected && currentIndex().isValid()) return selectRow(currentIndex().row());
+    if (event->matches(QKeySequence::Copy)) return Copy();
     QTableView::keyPressEvent(event);
 }
 

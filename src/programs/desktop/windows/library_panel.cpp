@@ -1,12 +1,12 @@
 #include "programs/desktop/windows/library_panel.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -16,6 +16,7 @@
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/library_model.h"
 #include "programs/desktop/widgets/thumbnail_delegate.h"
+#include "programs/desktop/widgets/thumbnail_list.h"
 
 namespace zel::desktop {
 
@@ -26,21 +27,13 @@ constexpr int kReloadDelay_ms = 150;
 /// A reload is followed by a delay of at least this many times its duration.
 constexpr int kReloadPause = 10;
 
-QListView* MakeList(QAbstractItemModel* model, QWidget* parent) {
-    auto* const list = new QListView(parent);
+ThumbnailList* MakeList(QAbstractItemModel* model, QWidget* parent) {
+    auto* const list = new ThumbnailList(parent);
     list->setObjectName(QStringLiteral("library"));
     list->setAccessibleName(LibraryPanel::tr("Library"));
     list->setModel(model);
     list->setItemDelegate(new ThumbnailDelegate(list));
-    list->setFlow(QListView::LeftToRight);
-    list->setWrapping(true);
-    list->setResizeMode(QListView::Adjust);
-    list->setUniformItemSizes(true);
-    list->setSpacing(2);
-    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     list->setMinimumWidth(ThumbnailDelegate::kThumbnail.width() + 48);
-    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     return list;
 }
 
@@ -85,6 +78,9 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     });
     // The first message found is current, so that a click on it changes nothing.
     connect(m_list, &QListView::pressed, this, &LibraryPanel::ChooseCurrent);
+    connect(m_list, &ThumbnailList::dragged, this, &LibraryPanel::dragged);
+    connect(m_list, &ThumbnailList::removeRequested, this, &LibraryPanel::removeRequested);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &LibraryPanel::selectionChanged);
 }
 
 // Down or Return in the search field moves to the list.
@@ -238,6 +234,23 @@ std::vector<library::RecordingKey> LibraryPanel::Selected() const {
         keys.push_back(m_model->EntryAt(index.row()).key);
     std::ranges::sort(keys);
     return keys;
+}
+
+QStringList LibraryPanel::SelectedTexts() const {
+    QModelIndexList selected = m_list->selectionModel()->selectedIndexes();
+    std::ranges::sort(selected);
+    QStringList texts;
+    for (const QModelIndex& index : selected) texts.append(Text(m_model->EntryAt(index.row()).text));
+    return texts;
+}
+
+QString LibraryPanel::CurrentSource() const {
+    const QModelIndex current = m_list->currentIndex();
+    return current.isValid() ? QFile::decodeName(m_model->EntryAt(current.row()).source.c_str()) : QString();
+}
+
+void LibraryPanel::AddContextActions(const QList<QAction*>& actions) {
+    m_list->addActions(actions);
 }
 
 std::vector<library::RecordingKey> LibraryPanel::Shown() const {

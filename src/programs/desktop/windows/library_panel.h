@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QStringList>
 #include <QWidget>
 #include <optional>
 #include <string>
@@ -7,15 +9,16 @@
 
 #include "host/library/library.h"
 
+class QAction;
 class QLabel;
 class QLineEdit;
-class QListView;
 class QStackedWidget;
 class QTimer;
 
 namespace zel::desktop {
 
 class LibraryModel;
+class ThumbnailList;
 
 /// The library as thumbnails, with a search field.
 class LibraryPanel : public QWidget {
@@ -45,19 +48,29 @@ class LibraryPanel : public QWidget {
 
     std::optional<library::RecordingKey> Current() const;
     std::vector<library::RecordingKey> Selected() const;
+    /// In the order of the list.
+    QStringList SelectedTexts() const;
+    /// Path of the current recording's message; empty for none.
+    QString CurrentSource() const;
     /// All recordings that the search has found.
     std::vector<library::RecordingKey> Shown() const;
     int Count() const;
     bool IsSearching() const;
     /// The library has no recordings; false if a search finds none or the library cannot be read.
     bool IsEmpty() const;
+    /// For the context menu of the thumbnails.
+    void AddContextActions(const QList<QAction*>& actions);
     void FocusSearch();
     void FocusList();
 
   Q_SIGNALS:
     /// Another recording is current, or it was recorded again, or there is none any more.
     void currentChanged();
+    void selectionChanged();
     void reloaded();
+    /// The user starts to drag the selected thumbnails.
+    void dragged();
+    void removeRequested();
     /// The library cannot be read.
     void failed(const QString& reason);
 
@@ -74,7 +87,7 @@ class LibraryPanel : public QWidget {
 
     LibraryModel* m_model;
     QLineEdit* m_search;
-    QListView* m_list;
+    ThumbnailList* m_list;
     QLabel* m_message;
     QStackedWidget* m_pages;
     QTimer* m_search_timer;

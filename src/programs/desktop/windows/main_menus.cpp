@@ -40,6 +40,7 @@ MainMenus::MainMenus(const Workspace& workspace, const Targets& targets) : m_wor
     MakeEditMenu();
     MakeViewMenu();
     MakeHelpMenu();
+    AddContextMenus();
 }
 
 QAction* MainMenus::Add(QMenu* menu, const char* name, const QString& text, const QList<QKeySequence>& keys,
@@ -104,10 +105,16 @@ void MainMenus::MakeEditMenu() {
     QMenu* const edit = m_workspace.window.menuBar()->addMenu(tr("&Edit"));
     m_needs_picture.append(
         Add(edit, "copy", tr("&Copy picture"), {QKeySequence::Copy}, [this] { m_to.pictures.Copy(); }));
+    m_needs_picture.append(Add(edit, "copy_text", tr("Copy &text"), {QKeySequence(tr("Ctrl+Shift+X"))},
+                               [this] { m_to.pictures.CopyText(); }));
     Add(edit, "find", tr("&Find"), {QKeySequence::Find}, [this] { m_workspace.library.FocusSearch(); });
     edit->addSeparator();
-    m_needs_picture.append(Add(edit, "remove", tr("&Remove from library…"), {QKeySequence(tr("Ctrl+Del"))},
+    m_needs_picture.append(Add(edit, "remove", tr("&Remove from library"), {QKeySequence(tr("Ctrl+Del"))},
                                [this] { m_to.pictures.RemoveSelected(); }));
+    m_undo = Add(edit, "undo", tr("&Undo removal"), {QKeySequence::Undo}, [this] { m_to.pictures.UndoRemoval(); });
+    edit->addSeparator();
+    m_needs_picture.append(
+        Add(edit, "show_in_folder", tr("&Show in folder"), {}, [this] { m_to.pictures.ShowInFolder(); }));
 }
 
 void MainMenus::MakeViewMenu() {
@@ -136,6 +143,23 @@ void MainMenus::MakeViewMenu() {
     m_panels = view->addMenu(tr("Pa&nels"));
     AddPanels(go_to, m_panels);
     Add(view, "reload", tr("&Reload library"), {QKeySequence::Refresh}, [this] { m_to.imports.ReloadLibrary(); });
+}
+
+/// The thumbnails and the picture offer what can be done with a message.
+void MainMenus::AddContextMenus() {
+    QList<QAction*> actions;
+    for (const char* const name :
+         {"copy", "copy_text", nullptr, "save_picture", "export", "show_in_folder", nullptr, "remove"}) {
+        if (name != nullptr) {
+            actions.append(m_workspace.window.findChild<QAction*>(QLatin1String(name)));
+            continue;
+        }
+        actions.append(new QAction(this));
+        actions.back()->setSeparator(true);
+    }
+    m_workspace.library.AddContextActions(actions);
+    m_to.picture.addActions(actions);
+    m_to.picture.setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 /// Each panel has a number for the keyboard, since the tabs of panels take no focus.
@@ -250,6 +274,7 @@ void MainMenus::Enable(const State& state) {
     enable(m_needs_picture, state.has_picture);
     enable(m_needs_messages, state.has_messages && !state.busy);
     enable(m_needs_task, state.busy);
+    m_undo->setEnabled(state.can_undo);
     enable(m_needs_idle, !state.busy);
 }
 

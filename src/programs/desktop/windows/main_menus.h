@@ -53,6 +53,7 @@ class MainMenus : public QObject {
         bool has_picture = false;
         bool has_messages = false;
         bool busy = false;
+        bool can_undo = false;
     };
     void Enable(const State& state);
 
@@ -64,6 +65,7 @@ class MainMenus : public QObject {
     void MakeEditMenu();
     void MakeViewMenu();
     void MakeHelpMenu();
+    void AddContextMenus();
     void AddBackgrounds(QMenu* menu);
     void SetBackground(const QString& name);
     QColor BackgroundColour() const;
@@ -81,6 +83,7 @@ class MainMenus : public QObject {
     QMenu* m_recent_menu = nullptr;
     QMenu* m_recent_libraries = nullptr;
     QMenu* m_panels = nullptr;
+    QAction* m_undo = nullptr;
     QList<QAction*> m_needs_picture, m_needs_messages, m_needs_idle, m_needs_task;
 };
 

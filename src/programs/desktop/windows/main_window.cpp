@@ -106,6 +106,10 @@ void MainWindow::Connect() {
                                   "then press F5; or use another library with --library FILE."));
     });
     connect(m_picture, &PictureView::pointedAt, this, &MainWindow::ShowPointed);
+    connect(m_library, &LibraryPanel::selectionChanged, this, &MainWindow::ShowCount);
+    connect(m_library, &LibraryPanel::dragged, &m_pictures, &PictureCommands::DragSelected);
+    connect(m_library, &LibraryPanel::removeRequested, &m_pictures, &PictureCommands::RemoveSelected);
+    connect(&m_pictures, &PictureCommands::undoChanged, this, &MainWindow::EnableActions);
     connect(m_picture, &PictureView::dragged, &m_pictures, &PictureCommands::Drag);
     connect(m_picture, &PictureView::zoomed, this,
             [this](double zoom) { m_status->ShowZoom(m_current ? tr("%1 %").arg(qRound(zoom * 100)) : QString()); });
@@ -217,7 +221,10 @@ void MainWindow::StopTask() {
 }
 
 void MainWindow::EnableActions() {
-    m_menus->Enable({.has_picture = m_current.has_value(), .has_messages = m_library->Count() != 0, .busy = IsBusy()});
+    m_menus->Enable({.has_picture = m_current.has_value(),
+                     .has_messages = m_library->Count() != 0,
+                     .busy = IsBusy(),
+                     .can_undo = m_pictures.CanUndo()});
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -276,7 +283,9 @@ void MainWindow::ShowPointed(const QString& description) {
 
 void MainWindow::ShowCount() {
     const auto count = static_cast<std::size_t>(m_library->Count());
-    m_status->ShowCount(m_library->IsSearching() ? tr("%1 found").arg(count) : Counted(count, "message", "messages"));
+    const std::size_t selected = m_library->Selected().size();
+    const QString all = m_library->IsSearching() ? tr("%1 found").arg(count) : Counted(count, "message", "messages");
+    m_status->ShowCount(selected > 1 ? tr("%1 selected, %2").arg(selected).arg(all) : all);
     const bool leaves_start_page = m_start->isAncestorOf(focusWidget()) && !m_library->IsEmpty();
     m_centre->setCurrentWidget(m_library->IsEmpty() ? static_cast<QWidget*>(m_start) : m_picture);
     if (leaves_start_page) m_library->FocusList();
