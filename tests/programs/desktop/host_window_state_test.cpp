@@ -283,6 +283,64 @@ TEST_F(HostWindowState, FitsAWidthOf800) {
     narrow("long texts");
 }
 
+TEST_F(HostWindowState, ZoomsAndMovesThePictureWithTheMouse) {
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    QWidget& view = *Picture().viewport();
+    const QPointF centre = QRectF(view.rect()).center();
+    const double fitted = Picture().Zoom();
+    for (int i = 0; i < 8; ++i) {
+        QWheelEvent wheel(centre, view.mapToGlobal(centre), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&view, &wheel);
+    }
+    EXPECT_GT(Picture().Zoom(), 4 * fitted);
+    const QScrollBar& bar = *Picture().horizontalScrollBar();
+    const auto drag = [&](Qt::MouseButton button) {
+        const int before = bar.value();
+        QTest::mousePress(&view, button, {}, centre.toPoint());
+        QMouseEvent move(QEvent::MouseMove, centre - QPointF(50, 0), view.mapToGlobal(centre - QPointF(50, 0)),
+                         Qt::NoButton, button, Qt::NoModifier);
+        QApplication::sendEvent(&view, &move);
+        QTest::mouseRelease(&view, button, {}, centre.toPoint());
+        return bar.value() - before;
+    };
+    EXPECT_EQ(drag(Qt::MiddleButton), 50);
+    Picture().setFocus();
+    QTest::keyPress(&Picture(), Qt::Key_Space);
+    EXPECT_EQ(drag(Qt::LeftButton), 50);
+    QTest::keyRelease(&Picture(), Qt::Key_Space);
+    EXPECT_EQ(Picture().findChild<QDrag*>(), nullptr);
+}
+
+TEST_F(HostWindowState, GoesThroughTheMessagesInFullScreen) {
+    Import(Disk());
+    Select(0);
+    Trigger("full_screen");
+    auto& full = Find<desktop::PictureView>("full_screen");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&full));
+    for (const auto& [key, row] :
+         {std::pair(Qt::Key_Right, 1), {Qt::Key_Down, 2}, {Qt::Key_Left, 1}, {Qt::Key_Up, 0}, {Qt::Key_Left, 0}}) {
+        Key(full, key);
+        EXPECT_EQ(CurrentRow(), row);
+        EXPECT_EQ(full.Shown(), Picture().Shown());
+    }
+    Key(full, Qt::Key_Escape);
+    EXPECT_FALSE(full.isVisible());
+}
+
+TEST(MessageDetails, ShowTimesOfTheUsersZone) {
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", "Asia/Tokyo");
+    tzset();
+    library::Recording recording;
+    recording.recorded_at = "2026-11-22T23:51:32Z";
+    const auto& properties = desktop::DetailsOf(recording).properties;
+    EXPECT_THAT(properties, testing::Contains(
+                                testing::Pair(QStringLiteral("Imported"), QStringLiteral("2026-11-23 08:51:32 JST"))));
+    before.isEmpty() ? qunsetenv("TZ") : qputenv("TZ", before);
+    tzset();
+}
+
 /// The ratio of the luminances, 1 to 21.
 double Contrast(const QColor& one, const QColor& other) {
     const auto luminance = [](const QColor& colour) {

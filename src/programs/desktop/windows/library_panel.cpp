@@ -159,6 +159,11 @@ void LibraryPanel::RestoreCurrent(int previous_row, const std::optional<library:
     if (searched && now.isValid()) m_list->scrollTo(now);
 }
 
+void LibraryPanel::Step(int step) {
+    const int last = m_model->rowCount() - 1;
+    if (last >= 0) m_list->setCurrentIndex(m_model->index(std::clamp(m_list->currentIndex().row() + step, 0, last)));
+}
+
 void LibraryPanel::ChooseCurrent() {
     if (const auto current = Current()) m_chosen = current;
 }

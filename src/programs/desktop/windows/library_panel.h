@@ -46,6 +46,9 @@ class LibraryPanel : public QWidget {
     /// Takes effect at the next reload and, for the visible part, when the panel is on the screen.
     void RestorePlace(const Place& place);
 
+    /// Makes the message `step` places further in the list the current one, as far as there is one.
+    void Step(int step);
+
     std::optional<library::RecordingKey> Current() const;
     std::vector<library::RecordingKey> Selected() const;
     /// In the order of the list.

@@ -31,6 +31,7 @@ namespace {
 
 // Names of settings.
 const QString kBackgroundSetting = QStringLiteral("view/background");
+const QString kSafeSetting = QStringLiteral("view/safe_action");
 const QString kColourSetting = QStringLiteral("view/colour");
 
 }  // namespace
@@ -138,7 +139,10 @@ void MainMenus::MakeViewMenu() {
     toggle("key", tr("&Key only"), tr("Ctrl+K"), false, &PictureView::SetKeyOnly);
     toggle("field_frames", tr("&Tab fields"), tr("Ctrl+D"), false, &PictureView::SetFields);
     toggle("safe_areas", tr("&Safe areas"), tr("Ctrl+L"), false, &PictureView::SetSafeAreas);
+    AddSafeSizes(view->addMenu(tr("Safe area si&zes")));
     view->addSeparator();
+    m_needs_picture.append(Add(view, "full_screen", tr("F&ull screen"), {QKeySequence(Qt::Key_F11)},
+                               [this] { Q_EMIT fullScreenRequested(); }));
     QMenu* const go_to = view->addMenu(tr("&Go to"));
     m_panels = view->addMenu(tr("Pa&nels"));
     AddPanels(go_to, m_panels);
@@ -185,6 +189,26 @@ void MainMenus::AddPanels(QMenu* go_to, QMenu* shown) {
 void MainMenus::AddToPanels(QAction* toggle) {
     m_panels->addSeparator();
     m_panels->addAction(toggle);
+}
+
+void MainMenus::AddSafeSizes(QMenu* menu) {
+    auto* const group = new QActionGroup(this);
+    const int stored = m_workspace.settings.value(kSafeSetting).toInt();
+    // Parts in percent: action and title.
+    for (const auto& [action_safe, title_safe] : {std::pair(93, 90), std::pair(90, 80)}) {
+        const auto show = [this, action_safe = action_safe, title_safe = title_safe] {
+            m_workspace.settings.setValue(kSafeSetting, action_safe);
+            m_to.picture.SetSafeSizes(action_safe, title_safe);
+        };
+        QAction* const action = Add(menu, qPrintable(QStringLiteral("safe_%1").arg(action_safe)),
+                                    tr("Action %1 %, title %2 %").arg(action_safe).arg(title_safe), {}, show);
+        action->setCheckable(true);
+        group->addAction(action);
+        if (stored == action_safe || group->actions().size() == 1) {
+            action->setChecked(true);
+            show();
+        }
+    }
 }
 
 void MainMenus::AddBackgrounds(QMenu* menu) {

@@ -59,6 +59,7 @@ class MainMenus : public QObject {
 
   Q_SIGNALS:
     void stopRequested();
+    void fullScreenRequested();
 
   private:
     void MakeFileMenu();
@@ -69,6 +70,7 @@ class MainMenus : public QObject {
     void AddBackgrounds(QMenu* menu);
     void SetBackground(const QString& name);
     QColor BackgroundColour() const;
+    void AddSafeSizes(QMenu* menu);
     void AddPanels(QMenu* go_to, QMenu* shown);
     void FillRecentMenu();
     void FillRecentLibraries();

@@ -22,6 +22,7 @@
 #include "programs/desktop/widgets/start_page.h"
 #include "programs/desktop/widgets/status_line.h"
 #include "programs/desktop/windows/detail_docks.h"
+#include "programs/desktop/windows/full_screen_view.h"
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/main_menus.h"
 #include "programs/desktop/windows/main_toolbar.h"
@@ -61,6 +62,7 @@ MainWindow::MainWindow(const Places& places)
       m_desktop(this),
       m_library(new LibraryPanel(places.library)),
       m_picture(new PictureView),
+      m_full_screen(new FullScreenView(this)),
       m_start(new StartPage),
       m_centre(new QStackedWidget),
       m_notice(new NoticeBar),
@@ -117,6 +119,8 @@ void MainWindow::Connect() {
     connect(m_docks, &DetailDocks::pointedAt, this, &MainWindow::ShowPointed);
     connect(m_docks, &DetailDocks::fontOpened, &m_fonts, &FontCommands::Show);
     connect(&m_fetches, &FetchCommands::importRequested, this, [this](const QString& directory) { Open({directory}); });
+    connect(m_menus.get(), &MainMenus::fullScreenRequested, this, &MainWindow::ShowFullScreen);
+    connect(m_full_screen, &FullScreenView::stepped, m_library, &LibraryPanel::Step);
     connect(m_menus.get(), &MainMenus::stopRequested, this, &MainWindow::StopTask);
     connect(m_status, &StatusLine::stopRequested, this, &MainWindow::StopTask);
     connect(m_status, &StatusLine::taskChanged, this, &MainWindow::EnableActions);
@@ -270,10 +274,18 @@ void MainWindow::ShowCurrent() {
     const QImage picture = m_current ? ImageOfPng(m_current->picture) : QImage();
     if (m_current && picture.isNull() && error.isEmpty()) error = tr("The picture of this recording is damaged.");
     m_picture->Show(picture, details, error);
+    m_full_screen->Show(picture, details, error);
     m_docks->Show(details);
     ShowPointed({});
     setWindowTitle(m_current ? tr("%1 – ZelTrans").arg(details.title) : tr("ZelTrans"));
     EnableActions();
+}
+
+void MainWindow::ShowFullScreen() {
+    m_full_screen->TakeSettings(*m_picture);
+    m_full_screen->Fit();
+    m_full_screen->showFullScreen();
+    m_full_screen->setFocus();
 }
 
 /// @param description  empty: the summary of the message is shown.

@@ -20,6 +20,7 @@ class QStackedWidget;
 namespace zel::desktop {
 
 class DetailDocks;
+class FullScreenView;
 class MainMenus;
 class PictureView;
 class StartPage;
@@ -58,6 +59,7 @@ class MainWindow : public QMainWindow {
     void Connect();
     void ShowCurrent();
     void ShowCount();
+    void ShowFullScreen();
     void ShowPointed(const QString& description);
     void EnableActions();
     void StopTask();
@@ -67,6 +69,7 @@ class MainWindow : public QMainWindow {
     ModuleDesktop m_desktop;
     LibraryPanel* m_library;
     PictureView* m_picture;
+    FullScreenView* m_full_screen;
     StartPage* m_start;
     QStackedWidget* m_centre;
     NoticeBar* m_notice;
