@@ -119,7 +119,8 @@ library::Recording HostileRecording() {
 class PlainText : public HostWindow {
   protected:
     PlainText() {
-        library::Library(LibraryFile(), library::Access::kWrite).Record({{HostileRecording()}});
+        const std::vector<library::Recording> recordings{HostileRecording()};
+        library::Library(LibraryFile(), library::Access::kWrite).Record(recordings);
         Start();
     }
     /// Calls an action and looks at the dialog that it opens.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QTextDocument>
 
 namespace zel::desktop {
 
@@ -16,7 +15,8 @@ inline constexpr qsizetype kLongestToolTip = 2000;
 inline QString PlainToolTip(const QString& text) {
     if (text.isEmpty()) return {};
     const bool cut = text.size() > kLongestToolTip;
-    return Qt::convertFromPlainText(cut ? text.left(kLongestToolTip) + u'…' : text);
+    const QString shown = cut ? text.left(kLongestToolTip) + u'…' : text;
+    return QStringLiteral("<div style=\"white-space:pre-wrap\">%1</div>").arg(shown.toHtmlEscaped());
 }
 
 /// A name for a file, made from a text that may contain anything: characters that a file system or a dialog takes as

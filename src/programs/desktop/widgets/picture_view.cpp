@@ -180,7 +180,8 @@ void PictureView::resizeEvent(QResizeEvent* /*event*/) {
 
 void PictureView::wheelEvent(QWheelEvent* event) {
     // With Shift it scrolls.
-    if ((event->modifiers() & Qt::ShiftModifier) != 0) return QAbstractScrollArea::wheelEvent(event);
+    if ((event->modifiers() & Qt::ShiftModifier) != 0 || event->angleDelta().y() == 0)
+        return QAbstractScrollArea::wheelEvent(event);
     ZoomTo(m_zoom * std::pow(kStep, event->angleDelta().y() / 120.0), event->position());
     event->accept();
 }

@@ -243,7 +243,8 @@ std::vector<library::RecordingKey> LibraryPanel::Selected() const {
 
 QStringList LibraryPanel::SelectedTexts() const {
     QModelIndexList selected = m_list->selectionModel()->selectedIndexes();
-    std::ranges::sort(selected);
+    // An index has no operator that std::ranges::sort requires besides <.
+    std::sort(selected.begin(), selected.end());
     QStringList texts;
     for (const QModelIndex& index : selected) texts.append(Text(m_model->EntryAt(index.row()).text));
     return texts;

@@ -152,8 +152,10 @@ void MainMenus::MakeViewMenu() {
 /// The thumbnails and the picture offer what can be done with a message.
 void MainMenus::AddContextMenus() {
     QList<QAction*> actions;
-    for (const char* const name :
-         {"copy", "copy_text", nullptr, "save_picture", "export", "show_in_folder", nullptr, "remove"}) {
+    // Object names; null for a separator.
+    constexpr const char* kNames[] = {"copy",   "copy_text",      nullptr, "save_picture",
+                                      "export", "show_in_folder", nullptr, "remove"};
+    for (const char* const name : kNames) {
         if (name != nullptr) {
             actions.append(m_workspace.window.findChild<QAction*>(QLatin1String(name)));
             continue;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 #include <QTemporaryDir>
 #include <memory>
 #include <vector>

@@ -73,7 +73,7 @@ QString FetchSettings::Folder() const {
     if (!address) return directory;
     const QString server = ServerFolder(ServerOf(*this, *address));
     const QStringList folders = DirectoryFolders(address->directory);
-    QString folder = (QStringList(server) + folders).join(u'/');
+    QString folder = (QStringList{server} + folders).join(u'/');
     if (folder.size() > kLongest) {
         const QByteArray hash = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256).toHex();
         const QString last = folders.isEmpty() ? QString() : u'/' + folders.back().left(kLongestPart);
