@@ -32,4 +32,10 @@ const ExportFormat* FindExportFormat(std::string_view name) {
     return found != formats.end() ? &*found : nullptr;
 }
 
+std::string_view ConflictOf(const std::vector<std::string>& formats) {
+    const auto has = [&](std::string_view name) { return std::ranges::find(formats, name) != formats.end(); };
+    if (!has("png") || !has("key-fill")) return {};
+    return "png and key-fill write files of the same name: export them to two directories";
+}
+
 }  // namespace zel::exporter

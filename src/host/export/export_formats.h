@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -24,5 +25,8 @@ const std::vector<ExportFormat>& ExportFormats();
 
 /// @return null for a name that is none of them.
 const ExportFormat* FindExportFormat(std::string_view name);
+
+/// Why these formats cannot be exported to one directory; empty if they can.
+std::string_view ConflictOf(const std::vector<std::string>& formats);
 
 }  // namespace zel::exporter

@@ -69,8 +69,8 @@ ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::str
       // One job needs no threads.
       m_workers(jobs > 1 ? static_cast<std::size_t>(jobs) : 0, static_cast<std::size_t>(std::max(jobs, 1)),
                 [this](Outcome outcome) { Collect(std::move(outcome)); }) {
-    if (Contains(m_formats, "png") && Contains(m_formats, "key-fill")) {
-        throw std::runtime_error("png and key-fill write files of the same name: export them to two directories");
+    if (const std::string_view conflict = ConflictOf(m_formats); !conflict.empty()) {
+        throw std::runtime_error(std::string(conflict));
     }
     for (const std::string& name : m_formats) {
         const ExportFormat* format = FindExportFormat(name);

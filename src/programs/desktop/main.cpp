@@ -1,6 +1,8 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFileInfo>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <algorithm>
@@ -11,13 +13,17 @@
 #include "base/process.h"
 #include "host/settings/sqlite_settings_store.h"
 #include "programs/desktop/widgets/program_icon.h"
+#include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/windows/main_window.h"
 
 using namespace zel;
 
 namespace {
 
+const QString kSettingsFile = QStringLiteral("/desktop.ini");
+
 struct Arguments {
+    /// Empty: the library that was open last.
     QString library, settings;
     QStringList files;
 };
@@ -31,14 +37,21 @@ QString UserLibrary() {
            QStringLiteral("/zeltrans/library.zellib");
 }
 
+/// The library that was open last, or the user's own if that does not exist any more.
+QString LastLibrary(const QString& settings_file) {
+    const QString last = QSettings(settings_file, QSettings::IniFormat).value(desktop::kLastLibrarySetting).toString();
+    return QFileInfo::exists(last) ? last : UserLibrary();
+}
+
 Arguments Parse(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Imports and shows Zelmara! messages."));
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption library(QStringLiteral("library"),
-                                     QStringLiteral("Library file, created if it is missing [%1].").arg(UserLibrary()),
-                                     QStringLiteral("FILE"));
+    const QCommandLineOption library(
+        QStringLiteral("library"),
+        QStringLiteral("Library file, created if it is missing [the last one, else %1].").arg(UserLibrary()),
+        QStringLiteral("FILE"));
     const QCommandLineOption settings(QStringLiteral("settings"),
                                       QStringLiteral("Directory of the settings [%1].").arg(UserSettings()),
                                       QStringLiteral("DIR"));
@@ -47,7 +60,7 @@ Arguments Parse(const QCoreApplication& application) {
                                  QStringLiteral("Disks, folders and message files to import, fonts to show."),
                                  QStringLiteral("[FILE...]"));
     parser.process(application);
-    Arguments arguments{UserLibrary(), UserSettings(), parser.positionalArguments()};
+    Arguments arguments{QString(), UserSettings(), parser.positionalArguments()};
     if (parser.isSet(library)) arguments.library = parser.value(library);
     if (parser.isSet(settings)) arguments.settings = parser.value(settings);
     return arguments;
@@ -78,14 +91,16 @@ int main(int argc, char** argv) {
     // Without a directory of the user, settings are stored for as long as the program runs.
     std::optional<QTemporaryDir> passing_settings;
     if (arguments.settings.isEmpty()) arguments.settings = passing_settings.emplace().path();
+    if (arguments.library.isEmpty()) arguments.library = LastLibrary(arguments.settings + kSettingsFile);
     MakeParent(arguments.library);
     settings::SqliteSettingsStore store(QFile::encodeName(arguments.settings).toStdString());
     seam::SetSettingsStore(&store);
     int exit_code = 0;
     {
         QGuiApplication::setWindowIcon(desktop::ProgramIcon());
+        desktop::UseReadableColours();
         desktop::MainWindow window({QFile::encodeName(QFileInfo(arguments.library).absoluteFilePath()).toStdString(),
-                                    arguments.settings + QStringLiteral("/desktop.ini")});
+                                    arguments.settings + kSettingsFile});
         window.show();
         store.IsUsable();
         if (!store.Note().empty()) window.ShowNotice(QString::fromStdString(store.Note()));

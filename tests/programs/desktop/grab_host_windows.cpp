@@ -19,6 +19,7 @@
 #include "programs/desktop/grab.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/program_icon.h"
+#include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/windows/main_window.h"
 #include "programs/desktop/windows/remote_chooser.h"
 
@@ -148,8 +149,7 @@ void Grabber::Run() {
     window.show();
     SaveImport();
     SaveViews();
-    for (const char* const action :
-         {"export", "batch_export", "fetch", "import_options", "import_file", "about", "remove"})
+    for (const char* const action : {"export", "batch_export", "fetch", "import_options", "import_file", "about"})
         SaveDialog(action);
     SaveServer();
     SaveImportDialog();
@@ -165,6 +165,7 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     if (argc != 4) return 2;
     screen_test::UsePalette(argv[2]);
+    desktop::UseReadableColours();
     QApplication::setWindowIcon(desktop::ProgramIcon());
     script::MemorySettingsStore settings;
     seam::SetSettingsStore(&settings);

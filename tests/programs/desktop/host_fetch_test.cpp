@@ -23,8 +23,9 @@ using testing::HasSubstr;
 
 class HostFetch : public HostWindow {
   protected:
-    void Serve(std::vector<std::string> options = {}) {
-        options.insert(options.begin(), {"hostile_server.py", Disk().toStdString()});
+    void Serve(std::vector<std::string> options = {}) { ServeDisk(Disk(), std::move(options)); }
+    void ServeDisk(const QString& disk, std::vector<std::string> options = {}) {
+        options.insert(options.begin(), {"hostile_server.py", disk.toStdString()});
         server = std::make_unique<test::TestServer>(options);
     }
 
@@ -43,6 +44,9 @@ class HostFetch : public HostWindow {
         Trigger("fetch");
     }
 
+    /// Of the server's disk.
+    QString Folder() const { return In("fetched/127.0.0.1_") + QString::number(server->Port()); }
+
     std::unique_ptr<test::TestServer> server;
 };
 
@@ -55,7 +59,71 @@ TEST_F(HostFetch, ImportsFetchedFiles) {
     Finish();
     EXPECT_EQ(Notice(), "");
     EXPECT_EQ(LibraryList().rowCount(), 3);
-    EXPECT_TRUE(QFileInfo::exists(In("fetched/MACHINE/.0012")));
+    EXPECT_TRUE(QFileInfo::exists(Folder() + QStringLiteral("/MACHINE/.0012")));
+}
+
+TEST_F(HostFetch, KeepsDisksOfTwoServersApart) {
+    const std::string other = In("other").toStdString();
+    std::filesystem::create_directories(other + "/MESSAGES");
+    std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0004", other + "/MESSAGES/.0003");
+    Serve();
+    Fetch(QStringLiteral("3"));
+    Finish();
+    Finish();
+    const QString first = Folder();
+    ServeDisk(In("other"));
+    Fetch(QStringLiteral("3"));
+    Finish();
+    Finish();
+    EXPECT_NE(Folder(), first);
+    EXPECT_EQ(Recorded().size(), 2U);
+    EXPECT_EQ(library::Library(LibraryFile(), library::Access::kRead).Disks().size(), 2U);
+}
+
+TEST_F(HostFetch, NamesTheFilesThatItKeeps) {
+    Serve();
+    for (const char* const kept : {"", ".0003"}) {
+        Fetch(QStringLiteral("3"));
+        Finish();
+        Finish();
+        EXPECT_THAT(Notice(), HasSubstr(kept));
+    }
+    EXPECT_THAT(Notice(), HasSubstr("left as they were"));
+}
+
+struct Address {
+    const char* url;
+    const char* user;
+    /// In the chosen folder.
+    const char* folder;
+};
+
+TEST(FetchFolder, IsDifferentForEachAddress) {
+    for (const Address& row : {Address{"ftp://News.example/disks/NEWS", "", "news.example/disks/NEWS"},
+                               {"ftp://news.example:21/disks//NEWS/", "anonymous", "news.example/disks/NEWS"},
+                               {"ftp://news.example:2121/NEWS", "", "news.example_2121/NEWS"},
+                               {"ftp://news_2121.example", "", "news%5F2121.example"},
+                               {"ftps://news.example:990/NEWS", "editor", "editor@news.example/NEWS"},
+                               {"ftp://news.example/NEWS", "a/b", "a%2Fb@news.example/NEWS"},
+                               {"ftp://news.example/%2Fdisks/NEWS", "", "news.example/%2F/disks/NEWS"},
+                               {"ftp://news.example/../NEWS", "", "news.example/%2E%2E/NEWS"},
+                               {"ftp://news.example/A%20B (2)", "", "news.example/A B (2)"}}) {
+        desktop::FetchSettings settings;
+        settings.url = QLatin1String(row.url);
+        settings.user = QLatin1String(row.user);
+        settings.directory = QStringLiteral("/to");
+        EXPECT_EQ(settings.Folder().toStdString(), std::string("/to/") + row.folder) << row.url;
+    }
+}
+
+TEST(FetchFolder, OfALongAddressIsShort) {
+    desktop::FetchSettings one, other;
+    one.directory = other.directory = QStringLiteral("/to");
+    one.url = QStringLiteral("ftp://news.example/") + QStringLiteral("deep/").repeated(60) + QStringLiteral("NEWS");
+    other.url = QStringLiteral("ftp://news.example/") + QStringLiteral("deep/").repeated(61) + QStringLiteral("NEWS");
+    EXPECT_LT(one.Folder().size(), 128);
+    EXPECT_TRUE(one.Folder().endsWith(QStringLiteral("/NEWS")));
+    EXPECT_NE(one.Folder(), other.Folder());
 }
 
 TEST_F(HostFetch, ReportsFilesThatTheServerDoesNotHave) {

@@ -24,4 +24,12 @@ inline QString FirstLines(const QStringList& lines) {
     return text;
 }
 
+/// The first names of a list, and the number of the others, in one line.
+inline QString FirstNames(const QStringList& names) {
+    constexpr qsizetype kShown = 4;
+    QString text = names.mid(0, kShown).join(QStringLiteral(", "));
+    if (names.size() > kShown) text += QStringLiteral(" and %1 more").arg(names.size() - kShown);
+    return text;
+}
+
 }  // namespace zel::desktop

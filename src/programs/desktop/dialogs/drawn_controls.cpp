@@ -5,6 +5,7 @@
 #include <QStylePainter>
 #include <cmath>
 
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/dialogs/dialog_units.h"
 #include "programs/desktop/dialogs/screen_text.h"
 
@@ -77,7 +78,7 @@ void LineLabel::Fit() {
     const int room = contentsRect().width();
     const bool fits = fontMetrics().horizontalAdvance(shown) <= room;
     setText(fits ? m_line : fontMetrics().elidedText(m_line, Qt::ElideRight, room));
-    setToolTip(fits ? QString() : shown.toHtmlEscaped());
+    setToolTip(fits ? QString() : PlainToolTip(shown));
 }
 
 }  // namespace zel::desktop

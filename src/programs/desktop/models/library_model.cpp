@@ -1,11 +1,13 @@
 #include "programs/desktop/models/library_model.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <string_view>
 
 #include "host/export/message_title.h"
 #include "programs/desktop/common/library_wait.h"
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/message_details.h"
 #include "programs/desktop/models/thumbnail_loader.h"
@@ -17,6 +19,12 @@ namespace {
 /// More than fit on several screens.
 constexpr int kCachedThumbnails = 600;
 
+/// The text of a message and the number of its warnings.
+QString DescriptionOf(const library::LibraryEntry& entry) {
+    const QString text = Text(entry.text);
+    return entry.warnings == 0 ? text : text + u'\n' + LibraryModel::tr("Warnings: %1").arg(entry.warnings);
+}
+
 }  // namespace
 
 bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other) {
@@ -25,25 +33,59 @@ bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other
 }
 
 LibraryModel::LibraryModel(std::string library, QSize thumbnail, QObject* parent)
-    : QAbstractListModel(parent),
-      m_file(std::move(library)),
-      m_loader(new ThumbnailLoader(m_file, thumbnail, this)),
-      m_thumbnails(kCachedThumbnails) {
-    connect(m_loader, &ThumbnailLoader::loaded, this, &LibraryModel::AddThumbnail);
-    connect(m_loader, &ThumbnailLoader::dropped, this, [this](const QString& disk, int number) {
-        m_requested.remove(CacheKey({disk.toStdString(), number}));
+    : QAbstractListModel(parent), m_file(std::move(library)), m_thumbnail(thumbnail), m_thumbnails(kCachedThumbnails) {
+    MakeLoader();
+}
+
+void LibraryModel::MakeLoader() {
+    const ThumbnailLoader* const before = m_loader;
+    auto* const loader = m_loader = new ThumbnailLoader(m_file, m_thumbnail, this);
+    delete before;
+    // Signals of an earlier loader may still be queued.
+    connect(loader, &ThumbnailLoader::loaded, this,
+            [this, loader](const QString& disk, int number, const QImage& image) {
+                if (loader == m_loader) AddThumbnail(disk, number, image);
+            });
+    connect(loader, &ThumbnailLoader::dropped, this, [this, loader](const QString& disk, int number) {
+        if (loader == m_loader) m_requested.remove(CacheKey({disk.toStdString(), number}));
     });
 }
 
 LibraryModel::~LibraryModel() = default;
+
+void LibraryModel::SetLibrary(std::string library) {
+    beginResetModel();
+    m_file = std::move(library);
+    m_library.reset();
+    m_entries.clear();
+    m_thumbnails.clear();
+    m_requested.clear();
+    MakeLoader();
+    endResetModel();
+}
 
 QString LibraryModel::CacheKey(const library::RecordingKey& key) {
     return Text(key.disk) + QLatin1Char('\n') + QString::number(key.number);
 }
 
 void LibraryModel::Reload() {
-    if (!m_library) m_library.emplace(m_file, library::Access::kWrite, kLibraryWait);
+    if (!m_library) Open();
     Update(m_library->Search(m_query.toStdString()));
+    // It may have been opened without its log, and would not show what other programs record.
+    if (m_access == library::Access::kRead) m_library.reset();
+}
+
+/// Creates a missing library. One that cannot be written is opened for reading.
+void LibraryModel::Open() {
+    m_access = library::Access::kWrite;
+    try {
+        m_library.emplace(m_file, m_access, kLibraryWait);
+    } catch (const library::LibraryError&) {
+        std::error_code error;
+        if (!std::filesystem::exists(m_file, error)) throw;
+        m_access = library::Access::kRead;
+        m_library.emplace(m_file, m_access, kLibraryWait);
+    }
 }
 
 void LibraryModel::Search(const QString& query) {
@@ -58,6 +100,10 @@ int LibraryModel::RowOf(const library::RecordingKey& key) const {
 
 int LibraryModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
+}
+
+Qt::ItemFlags LibraryModel::flags(const QModelIndex& index) const {
+    return QAbstractListModel::flags(index) | (index.isValid() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
 }
 
 void LibraryModel::Update(std::vector<library::LibraryEntry> entries) {
@@ -108,13 +154,13 @@ bool LibraryModel::InsertInto(std::vector<library::LibraryEntry>& entries) {
 QVariant LibraryModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const library::LibraryEntry& entry = EntryAt(index.row());
-    const QString text = Text(entry.text);
     switch (role) {
         case Qt::DisplayRole:
             return TitleOf(entry.key);
         case Qt::ToolTipRole:
+            return PlainToolTip(DescriptionOf(entry));
         case Qt::AccessibleDescriptionRole:
-            return entry.warnings == 0 ? text : text + QStringLiteral("\n") + tr("Warnings: %1").arg(entry.warnings);
+            return DescriptionOf(entry);
         case Qt::AccessibleTextRole:
             return TitleOf(entry.key) + QStringLiteral(", ") + QString::fromUtf8(exporter::TitleOf(entry.text).c_str());
         case kThumbnail:

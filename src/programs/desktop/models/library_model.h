@@ -32,6 +32,9 @@ class LibraryModel : public QAbstractListModel {
     LibraryModel(std::string library, QSize thumbnail, QObject* parent = nullptr);
     ~LibraryModel() override;
 
+    /// Shows another library from the next Reload on; until then, no recordings.
+    void SetLibrary(std::string library);
+
     /// Reads the library again. Unchanged entries keep their model indexes.
     /// @throws LibraryError
     void Reload();
@@ -43,20 +46,26 @@ class LibraryModel : public QAbstractListModel {
     int RowOf(const library::RecordingKey& key) const;
 
     int rowCount(const QModelIndex& parent = {}) const override;
+    /// Items can be dragged.
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
   private:
+    void MakeLoader();
+    void Open();
     void Update(std::vector<library::LibraryEntry> entries);
     bool InsertInto(std::vector<library::LibraryEntry>& entries);
     QImage ThumbnailOf(const library::LibraryEntry& entry) const;
     void AddThumbnail(const QString& disk, int number, const QImage& image);
     static QString CacheKey(const library::RecordingKey& key);
 
-    const std::string m_file;
+    std::string m_file;
+    const QSize m_thumbnail;
     QString m_query;
     std::optional<library::Library> m_library;
+    library::Access m_access = library::Access::kWrite;
     std::vector<library::LibraryEntry> m_entries;
-    ThumbnailLoader* m_loader;
+    ThumbnailLoader* m_loader = nullptr;
     mutable QCache<QString, QImage> m_thumbnails;
     mutable QSet<QString> m_requested;
 };

@@ -1,5 +1,6 @@
 #include "programs/desktop/models/message_details.h"
 
+#include <QDateTime>
 #include <QFile>
 
 #include "host/document/document_reader.h"
@@ -75,6 +76,12 @@ QString KindText(library::RecordingKind kind) {
     return {};
 }
 
+/// A UTC time of a recording, in the user's time zone. Any other text is unchanged.
+QString LocalTime(const std::string& utc) {
+    const QDateTime time = QDateTime::fromString(Text(utc), Qt::ISODate);
+    return time.isValid() ? time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss t")) : Text(utc);
+}
+
 void AddProperties(const library::Recording& recording, MessageDetails& details) {
     const auto add = [&](const char* name, const QString& value) {
         if (!value.isEmpty()) details.properties.emplace_back(QLatin1String(name), value);
@@ -86,7 +93,7 @@ void AddProperties(const library::Recording& recording, MessageDetails& details)
     add("Picture", recording.picture.empty()
                        ? QStringLiteral("none")
                        : QStringLiteral("%1 x %2 pixels").arg(recording.width).arg(recording.height));
-    add("Imported", Text(recording.recorded_at));
+    add("Imported", LocalTime(recording.recorded_at));
     add("Options", Text(recording.options));
     for (const std::string& warning : recording.warnings) add("Warning", Text(warning));
     for (const library::SourceFile& source : recording.sources) {

@@ -1,9 +1,16 @@
 #include "programs/desktop/widgets/detail_table.h"
 
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStandardItemModel>
 #include <utility>
+
+#include "programs/desktop/common/plain_text.h"
+#include "programs/desktop/widgets/readable_colours.h"
 
 namespace zel::desktop {
 
@@ -27,8 +34,12 @@ QPixmap SwatchOf(const QColor& colour) {
 DetailTable::DetailTable(const QStringList& headers, QString empty_text, QWidget* parent)
     : QTableView(parent),
       m_rows(new QStandardItemModel(0, static_cast<int>(headers.size()), this)),
+      m_copy(new QAction(tr("&Copy row"), this)),
       m_empty_text(std::move(empty_text)) {
     constexpr int kRowMargin = 8;
+    connect(m_copy, &QAction::triggered, this, &DetailTable::Copy);
+    addAction(m_copy);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
     m_rows->setHorizontalHeaderLabels(headers);
     setModel(m_rows);
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -53,7 +64,7 @@ void DetailTable::AddRow(const QStringList& texts, const QColor& colour) {
     for (const QString& text : texts) {
         items.append(new QStandardItem(text));
         items.back()->setEditable(false);
-        items.back()->setToolTip(text);
+        items.back()->setToolTip(PlainToolTip(text));
     }
     if (colour.isValid()) items.front()->setData(SwatchOf(colour), Qt::DecorationRole);
     m_rows->appendRow(items);
@@ -71,11 +82,37 @@ void DetailTable::FitColumns() {
     header.setStretchLastSection(true);
 }
 
+void DetailTable::Copy() {
+    QStringList texts;
+    for (const QModelIndex& cell : selectionModel()->selectedIndexes()) texts.append(cell.data().toString());
+    if (!texts.isEmpty()) QGuiApplication::clipboard()->setText(texts.join(u'\t'));
+}
+
+/// The window's own shortcut copies the picture.
+bool DetailTable::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
+        return true;
+    }
+    return QTableView::event(event);
+}
+
+/// Escape removes the selection. An arrow key selects the current row if it is not selected: a table that gets the
+/// focus has a current row, but selects nothing.
+void DetailTable::keyPressEvent(QKeyEvent* event) {
+    const bool selected = selectionModel()->hasSelection();
+    if (event->key() == Qt::Key_Escape && selected) return clearSelection();
+    const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (arrow && !selected && currentIndex().isValid()) return selectRow(currentIndex().row());
+    if (event->matches(QKeySequence::Copy)) return Copy();
+    QTableView::keyPressEvent(event);
+}
+
 void DetailTable::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
     if (m_rows->rowCount() != 0) return;
     QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(HintColour(palette()));
     painter.drawText(viewport()->rect(), Qt::AlignCenter, m_empty_text);
 }
 

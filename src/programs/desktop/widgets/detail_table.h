@@ -20,12 +20,17 @@ class DetailTable : public QTableView {
     void AddRow(const QStringList& texts, const QColor& colour = {});
     /// Call after the last AddRow. The last column gets the remaining width.
     void FitColumns();
+    /// Copies the text of the selected row, as text separated by tabs.
+    void Copy();
 
   protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
     QStandardItemModel* m_rows;
+    QAction* m_copy;
     const QString m_empty_text;
 };
 

@@ -5,15 +5,17 @@
 #include <QStyle>
 #include <QToolButton>
 
+#include "programs/desktop/dialogs/screen_text.h"
+
 namespace zel::desktop {
 
 namespace {
 
 constexpr qsizetype kMaxNotices = 4;
 
-/// Allows line breaks in paths, which may be longer than the window is wide.
+/// Allows line breaks in paths and long names, which may be longer than the window is wide.
 QString Breakable(QString text) {
-    return text.replace(QLatin1Char('/'), QStringLiteral("/\u200B"));
+    return WithBreaks(text.replace(QLatin1Char('/'), QStringLiteral("/\u200B")));
 }
 
 }  // namespace
@@ -65,7 +67,7 @@ void NoticeBar::Clear() {
 }
 
 QString NoticeBar::Text() const {
-    return m_text->text().remove(QChar(0x200B));
+    return WithoutBreaks(m_text->text());
 }
 
 }  // namespace zel::desktop

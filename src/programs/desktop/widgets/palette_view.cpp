@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "programs/desktop/widgets/readable_colours.h"
+
 namespace zel::desktop {
 
 namespace {
@@ -51,7 +53,7 @@ void PaletteView::PointAt(QPoint cell) {
 void PaletteView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     if (m_sets.empty()) {
-        painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+        painter.setPen(HintColour(palette()));
         painter.drawText(rect(), Qt::AlignCenter, tr("No palette"));
     }
     for (std::size_t set = 0; set < m_sets.size(); ++set) {

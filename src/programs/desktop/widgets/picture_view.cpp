@@ -10,6 +10,7 @@
 #include <cmath>
 #include <utility>
 
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/models/picture_image.h"
 #include "programs/desktop/widgets/checkerboard.h"
 
@@ -21,8 +22,6 @@ constexpr double kSmallest = 0.1, kLargest = 16.0, kStep = 1.25;
 /// Around a fitted picture, in pixels.
 constexpr int kMargin = 12;
 const QColor kFieldColour(0, 216, 255), kMarkColour(255, 200, 0), kActionColour(255, 80, 80), kTitleColour(80, 255, 80);
-/// Parts of width and height that every screen shows, and within which titles are placed.
-constexpr double kActionSafe = 0.93, kTitleSafe = 0.90;
 
 /// The alpha as an opaque grey.
 QImage KeyOf(const QImage& picture) {
@@ -79,6 +78,22 @@ void PictureView::SetFields(bool on) {
 void PictureView::SetSafeAreas(bool on) {
     m_safe = on;
     viewport()->update();
+}
+
+void PictureView::SetSafeSizes(int action, int title) {
+    m_action_safe = action;
+    m_title_safe = title;
+    viewport()->update();
+}
+
+void PictureView::TakeSettings(const PictureView& other) {
+    m_background = other.m_background;
+    m_aspect = other.m_aspect;
+    m_fields = other.m_fields;
+    m_safe = other.m_safe;
+    SetSafeSizes(other.m_action_safe, other.m_title_safe);
+    SetKeyOnly(other.m_key);
+    UpdateLayout();
 }
 
 void PictureView::Mark(const QRect& part) {
@@ -164,7 +179,9 @@ void PictureView::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void PictureView::wheelEvent(QWheelEvent* event) {
-    if ((event->modifiers() & Qt::ControlModifier) == 0) return QAbstractScrollArea::wheelEvent(event);
+    // With Shift it scrolls.
+    if ((event->modifiers() & Qt::ShiftModifier) != 0 || event->angleDelta().y() == 0)
+        return QAbstractScrollArea::wheelEvent(event);
     ZoomTo(m_zoom * std::pow(kStep, event->angleDelta().y() / 120.0), event->position());
     event->accept();
 }
@@ -177,20 +194,54 @@ void PictureView::PointAt(int character) {
     Q_EMIT pointedAt(none ? QString() : m_details.characters[static_cast<std::size_t>(character)].Description());
 }
 
+void PictureView::SetSpaceDown(bool down) {
+    m_space = down;
+    if (!m_panned) viewport()->setCursor(down ? Qt::OpenHandCursor : Qt::ArrowCursor);
+}
+
+void PictureView::PanTo(QPoint position) {
+    const QPoint moved = position - *m_panned;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
+    m_panned = position;
+}
+
+void PictureView::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) return SetSpaceDown(false);
+    QAbstractScrollArea::keyReleaseEvent(event);
+}
+
+void PictureView::focusOutEvent(QFocusEvent* event) {
+    SetSpaceDown(false);
+    QAbstractScrollArea::focusOutEvent(event);
+}
+
 // Left and Right select the previous and the next character.
 void PictureView::keyPressEvent(QKeyEvent* event) {
     const int count = static_cast<int>(m_details.characters.size());
     const int step = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
     if (event->key() == Qt::Key_Escape) return PointAt(-1);
+    if (event->key() == Qt::Key_Space) return SetSpaceDown(true);
     if (step == 0 || count == 0) return QAbstractScrollArea::keyPressEvent(event);
     PointAt(std::clamp(m_pointed < 0 && step < 0 ? count - 1 : m_pointed + step, 0, count - 1));
 }
 
 void PictureView::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) m_pressed = event->pos();
+    if (event->button() == Qt::MiddleButton || (event->button() == Qt::LeftButton && m_space)) {
+        m_panned = event->pos();
+        viewport()->setCursor(Qt::ClosedHandCursor);
+    } else if (event->button() == Qt::LeftButton) {
+        m_pressed = event->pos();
+    }
+}
+
+void PictureView::mouseReleaseEvent(QMouseEvent* /*event*/) {
+    m_panned.reset();
+    SetSpaceDown(m_space);
 }
 
 void PictureView::mouseMoveEvent(QMouseEvent* event) {
+    if (m_panned) return PanTo(event->pos());
     if ((event->buttons() & Qt::LeftButton) != 0) {
         if (!m_pressed || m_picture.isNull()) return;
         if ((event->pos() - *m_pressed).manhattanLength() < QApplication::startDragDistance()) return;
@@ -215,10 +266,9 @@ bool PictureView::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave && !hasFocus()) PointAt(-1);
     if (event->type() == QEvent::ToolTip) {
         const auto* help = static_cast<QHelpEvent*>(event);
-        QToolTip::showText(
-            help->globalPos(),
-            m_pointed < 0 ? QString() : m_details.characters[static_cast<std::size_t>(m_pointed)].Description(),
-            viewport());
+        const QString text =
+            m_pointed < 0 ? QString() : m_details.characters[static_cast<std::size_t>(m_pointed)].Description();
+        QToolTip::showText(help->globalPos(), PlainToolTip(text), viewport());
         return true;
     }
     return QAbstractScrollArea::viewportEvent(event);
@@ -282,13 +332,16 @@ void PictureView::PaintFields(QPainter& painter) const {
 
 void PictureView::PaintSafeAreas(QPainter& painter) const {
     const QRectF whole = ToView().mapRect(QRectF(m_shown.rect()));
-    const auto paint = [&](double part, const QColor& colour, const QString& name, int side) {
-        QRectF area(0, 0, whole.width() * part, whole.height() * part);
+    const auto part_of_whole = [&](int percent) {
+        return QRectF(0, 0, whole.width() * percent / 100.0, whole.height() * percent / 100.0);
+    };
+    const auto paint = [&](int percent, const QColor& colour, const QString& name, int side) {
+        QRectF area = part_of_whole(percent);
         area.moveCenter(whole.center());
         painter.setPen(QPen(colour, 1, Qt::DashLine));
         painter.drawRect(area);
         // Both labels are inside the inner area: between the areas there is not enough space.
-        QRectF label(0, 0, whole.width() * kTitleSafe, whole.height() * kTitleSafe);
+        QRectF label = part_of_whole(m_title_safe);
         label.moveCenter(whole.center());
         label.adjust(4, 2, -4, -2);
         painter.setPen(Qt::black);
@@ -296,8 +349,8 @@ void PictureView::PaintSafeAreas(QPainter& painter) const {
         painter.setPen(colour);
         painter.drawText(label, side | Qt::AlignBottom, name);
     };
-    paint(kActionSafe, kActionColour, tr("action safe, 93 %"), Qt::AlignLeft);
-    paint(kTitleSafe, kTitleColour, tr("title safe, 90 %"), Qt::AlignRight);
+    paint(m_action_safe, kActionColour, tr("action safe, %1 %").arg(m_action_safe), Qt::AlignLeft);
+    paint(m_title_safe, kTitleColour, tr("title safe, %1 %").arg(m_title_safe), Qt::AlignRight);
 }
 
 void PictureView::PaintMessage(QPainter& painter) const {

@@ -9,7 +9,8 @@
 
 namespace zel::desktop {
 
-/// Shows a picture with its alpha on a background, and the characters and tab fields in it.
+/// Shows a picture with its alpha on a background, and the characters and tab fields in it. The wheel zooms; the middle
+/// button, or the left one with the space bar, moves the picture.
 class PictureView : public QAbstractScrollArea {
     Q_OBJECT
 
@@ -30,6 +31,7 @@ class PictureView : public QAbstractScrollArea {
     const QImage& Shown() const noexcept { return m_shown; }
     /// Outlines a part of the picture; an empty one removes the outline.
     void Mark(const QRect& part);
+    const QRect& Marked() const noexcept { return m_mark; }
 
     void ZoomIn();
     void ZoomOut();
@@ -39,6 +41,11 @@ class PictureView : public QAbstractScrollArea {
     void SetKeyOnly(bool on);
     void SetFields(bool on);
     void SetSafeAreas(bool on);
+    /// @param action  part of width and height, in percent, that every screen shows.
+    /// @param title   part within which titles are placed; smaller than `action`.
+    void SetSafeSizes(int action, int title);
+    /// Shows its picture as another view does, but at its own zoom.
+    void TakeSettings(const PictureView& other);
 
   Q_SIGNALS:
     /// Describes the character selected by the pointer or the arrow keys; empty for none.
@@ -52,7 +59,10 @@ class PictureView : public QAbstractScrollArea {
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     bool viewportEvent(QEvent* event) override;
@@ -65,6 +75,8 @@ class PictureView : public QAbstractScrollArea {
     QPointF Origin() const;
     QTransform ToView() const;
     void PointAt(int character);
+    void SetSpaceDown(bool down);
+    void PanTo(QPoint position);
     void PaintOverlays(QPainter& painter) const;
     void PaintFields(QPainter& painter) const;
     void PaintSafeAreas(QPainter& painter) const;
@@ -84,6 +96,11 @@ class PictureView : public QAbstractScrollArea {
     QRect m_mark;
     int m_pointed = -1;
     std::optional<QPoint> m_pressed;
+    /// Last position of the pointer while the picture is moved.
+    std::optional<QPoint> m_panned;
+    bool m_space = false;
+    /// In percent.
+    int m_action_safe = 93, m_title_safe = 90;
 };
 
 }  // namespace zel::desktop

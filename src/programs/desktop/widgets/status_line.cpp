@@ -4,23 +4,26 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include "programs/desktop/widgets/elided_label.h"
+
 namespace zel::desktop {
 
 StatusLine::StatusLine(QWidget* parent)
     : QStatusBar(parent),
       m_pointed(new QLabel),
       m_zoom(new QLabel),
-      m_task(new QLabel),
+      m_task(new ElidedLabel),
       m_count(new QLabel),
       m_progress(new QProgressBar),
       m_stop(new QPushButton(tr("Stop"))) {
     m_pointed->setObjectName(QStringLiteral("pointed"));
-    m_pointed->setTextFormat(Qt::PlainText);
     m_pointed->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    for (QLabel* const label : {m_pointed, m_task, m_count, m_zoom}) label->setContentsMargins(8, 0, 8, 0);
+    for (QLabel* const label : {m_pointed, static_cast<QLabel*>(m_task), m_count, m_zoom}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setContentsMargins(8, 0, 8, 0);
+    }
     m_count->setObjectName(QStringLiteral("count"));
     m_task->setObjectName(QStringLiteral("task"));
-    m_task->setTextFormat(Qt::PlainText);
     m_progress->setObjectName(QStringLiteral("progress"));
     m_progress->setMaximumWidth(200);
     m_stop->setObjectName(QStringLiteral("stop"));
@@ -47,7 +50,7 @@ void StatusLine::ShowZoom(const QString& text) {
 }
 
 void StatusLine::ShowTask(const QString& name, int done, int total) {
-    m_task->setText(name);
+    m_task->SetLine(name);
     m_progress->setRange(0, total);
     m_progress->setValue(done);
     if (m_progress->isVisible()) return;
@@ -59,8 +62,13 @@ void StatusLine::ShowTask(const QString& name, int done, int total) {
 void StatusLine::EndTask(const QString& result) {
     m_progress->hide();
     m_stop->hide();
-    m_task->setText(result);
+    ShowResult(result);
     Q_EMIT taskChanged();
+}
+
+void StatusLine::ShowResult(const QString& result) {
+    // A running task keeps its name.
+    if (m_progress->isHidden()) m_task->SetLine(result);
 }
 
 }  // namespace zel::desktop

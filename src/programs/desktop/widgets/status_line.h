@@ -8,6 +8,8 @@ class QPushButton;
 
 namespace zel::desktop {
 
+class ElidedLabel;
+
 /// The status bar: what the pointer is at, the current task with its progress and a button to stop it, the number of
 /// messages, and the zoom.
 class StatusLine : public QStatusBar {
@@ -25,6 +27,8 @@ class StatusLine : public QStatusBar {
     void ShowTask(const QString& name, int done, int total);
     /// Shows the result of the task that has ended.
     void EndTask(const QString& result);
+    /// Shows the result of an action, in place of that of an earlier one. While a task is running, does nothing.
+    void ShowResult(const QString& result);
 
   Q_SIGNALS:
     void stopRequested();
@@ -34,7 +38,7 @@ class StatusLine : public QStatusBar {
   private:
     QLabel* m_pointed;
     QLabel* m_zoom;
-    QLabel* m_task;
+    ElidedLabel* m_task;
     QLabel* m_count;
     QProgressBar* m_progress;
     QPushButton* m_stop;

@@ -49,18 +49,28 @@ void DetailDocks::Arrange() {
 }
 
 void DetailDocks::ConnectTables() {
-    const auto mark = [this](const auto& list, const QModelIndex& index, auto part) {
-        const auto at = static_cast<std::size_t>(index.row());
-        Q_EMIT marked(index.isValid() && at < list.size() ? list[at].*part : QRect());
-    };
-    connect(m_rows->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this, mark](const QModelIndex& index) { mark(m_details.rows, index, &RowDetail::band); });
-    connect(m_fields->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-            [this, mark](const QModelIndex& index) { mark(m_details.fields, index, &FieldDetail::frame); });
+    for (const auto& [table, other] : {std::pair(m_rows, m_fields), std::pair(m_fields, m_rows)}) {
+        connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                [this, table = table, other = other] {
+                    if (table->selectionModel()->hasSelection()) other->clearSelection();
+                    MarkSelected();
+                });
+    }
     connect(m_fonts, &QTableView::activated, this, [this](const QModelIndex& index) {
         const auto at = static_cast<std::size_t>(index.row());
         if (at < m_details.fonts.size()) Q_EMIT fontOpened(QFile::decodeName(m_details.fonts[at].file.c_str()));
     });
+}
+
+/// At most one of the two tables has a selected row.
+void DetailDocks::MarkSelected() {
+    const auto part_of = [](const DetailTable* table, const auto& list, auto part) {
+        const QModelIndexList rows = table->selectionModel()->selectedRows();
+        const auto at = rows.isEmpty() ? list.size() : static_cast<std::size_t>(rows.front().row());
+        return at < list.size() ? list[at].*part : QRect();
+    };
+    const QRect band = part_of(m_rows, m_details.rows, &RowDetail::band);
+    Q_EMIT marked(band.isNull() ? part_of(m_fields, m_details.fields, &FieldDetail::frame) : band);
 }
 
 DetailTable* DetailDocks::AddTable(const QString& title, const QString& name, const QString& empty_text,

@@ -26,7 +26,7 @@ class DetailDocks : public QObject {
     const std::vector<QDockWidget*>& Docks() const noexcept { return m_docks; }
 
   Q_SIGNALS:
-    /// A row or field is selected.
+    /// A row or field is selected, or none any more.
     /// @param part  its part of the picture; empty for none.
     void marked(const QRect& part);
     /// A font is opened.
@@ -40,6 +40,7 @@ class DetailDocks : public QObject {
     void Add(const QString& title, const QString& name, QWidget* content);
     void Arrange();
     void ConnectTables();
+    void MarkSelected();
     void UpdateTitlesSoon();
     void UpdateTitles();
 

@@ -45,7 +45,7 @@ std::vector<library::RecordingKey> KeysOf(const ExportDialog& dialog, const Work
 void ExportCommands::Export() try {
     ExportDialog dialog(OfferOf(m_workspace, false), m_workspace.settings, &m_workspace.window);
     if (dialog.exec() != QDialog::Accepted) return;
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     std::vector<library::RecordingKey> keys = KeysOf(dialog, m_workspace);
     if (keys.empty()) return m_workspace.notice.Warn(tr("No message of this disk has a number in this range."));
     Start(std::move(keys), dialog.Settings());
@@ -69,7 +69,7 @@ void ExportCommands::Start(std::vector<library::RecordingKey> keys, const Export
 void ExportCommands::BatchExport() try {
     ExportDialog dialog(OfferOf(m_workspace, true), m_workspace.settings, &m_workspace.window);
     if (dialog.exec() != QDialog::Accepted) return;
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     const ExportSettings settings = dialog.Settings();
     Ended(ExportByDialog(m_workspace.places.library, dialog.Disk(), settings), settings.directory);
 } catch (const library::LibraryError& error) {

@@ -13,7 +13,7 @@ namespace zel::desktop {
 void FetchCommands::Fetch() {
     FetchDialog dialog(m_workspace.settings, &m_workspace.window);
     if (dialog.exec() != QDialog::Accepted) return;
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     const FetchSettings settings = dialog.Settings();
     m_task = new FetchTask(settings, this);
     connect(m_task, &FetchTask::progressed, this, [this](const QString& name, qint64 bytes, qint64 size) {
@@ -22,7 +22,7 @@ void FetchCommands::Fetch() {
                                     size > 0 ? kSteps : 0);
     });
     connect(m_task, &FetchTask::finished, this,
-            [this, directory = settings.directory, imports = dialog.ImportsAfterwards()](const FetchResult& result) {
+            [this, directory = settings.Folder(), imports = dialog.ImportsAfterwards()](const FetchResult& result) {
                 std::exchange(m_task, nullptr)->deleteLater();
                 Ended(result, directory, imports);
             });
@@ -39,6 +39,11 @@ void FetchCommands::Ended(const FetchResult& result, const QString& directory, b
                                     : QString());
     } else if (!result.failed_files.isEmpty()) {
         m_workspace.notice.Warn(FirstLines(result.failed_files));
+    }
+    if (!result.kept_files.isEmpty()) {
+        m_workspace.notice.Warn(
+            tr("Existing files in %1 were left as they were: %2").arg(directory, FirstNames(result.kept_files)),
+            tr("To replace them, fetch again with “Overwrite existing files”."));
     }
     if (imports && !result.cancelled && result.failure.isEmpty()) Q_EMIT importRequested(directory);
 }

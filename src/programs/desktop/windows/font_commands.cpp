@@ -19,6 +19,9 @@ FontCommands::FontCommands(const Workspace& workspace, const RecentDisks& recent
     : m_workspace(workspace), m_recent(recent) {}
 
 void FontCommands::Show(const QString& file) {
+    // To open a pipe would wait for its other end.
+    const QFileInfo info(file);
+    if (info.exists() && !info.isFile()) return m_workspace.notice.Warn(tr("%1 is not a regular file.").arg(file), {});
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const FontSheet sheet = MakeFontSheet(QFile::encodeName(file).toStdString());
     QApplication::restoreOverrideCursor();

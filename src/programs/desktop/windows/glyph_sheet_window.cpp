@@ -1,20 +1,23 @@
 #include "programs/desktop/windows/glyph_sheet_window.h"
 
+#include <QBuffer>
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
+#include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/pick.h"
+#include "programs/desktop/work/new_file.h"
 
 namespace zel::desktop {
 
@@ -24,7 +27,7 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
     setAttribute(Qt::WA_DeleteOnClose);
     const QString name = Text(sheet.name);
     const QString file = QFile::decodeName(sheet.file.c_str());
-    m_file_name = (name.isEmpty() ? QStringLiteral("glyphs") : name.simplified()) + QStringLiteral(".png");
+    m_file_name = (name.isEmpty() ? QStringLiteral("glyphs") : FileNameFrom(name)) + QStringLiteral(".png");
     setWindowTitle(tr("%1 – glyphs").arg(name.isEmpty() ? file : name));
 
     auto* const summary =
@@ -41,6 +44,7 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
     column->addWidget(summary);
     if (!sheet.note.empty()) {
         auto* const note = new QLabel(Text(sheet.note), this);
+        note->setTextFormat(Qt::PlainText);
         note->setWordWrap(true);
         column->addWidget(note);
     }
@@ -75,11 +79,17 @@ void GlyphSheetWindow::Copy() {
 }
 
 void GlyphSheetWindow::Save() {
-    const QString file = PickNewFile(this, tr("Save glyphs"), m_file_name, QStringLiteral("png"));
-    if (!file.isEmpty() && !m_image.save(file))
-        QMessageBox::warning(
-            this, windowTitle(),
-            tr("%1 cannot be written. Check the free disk space and the permissions of the folder.").arg(file));
+    const QString file = PickNewPicture(this, tr("Save glyphs"), m_file_name);
+    if (file.isEmpty()) return;
+    QByteArray png;
+    QBuffer buffer(&png);
+    m_image.save(&buffer, "png");
+    try {
+        WriteNewFile(file, png.toStdString());
+    } catch (const std::runtime_error& error) {
+        RunBox(this, QMessageBox::Warning, windowTitle(),
+               tr("%1\nChoose another folder or free disk space, then save again.").arg(Text(error.what())));
+    }
 }
 
 }  // namespace zel::desktop

@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QSettings>
 
 #include "host/ftp/ftp_fetch_service.h"
@@ -14,6 +13,7 @@
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/status_line.h"
+#include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/font_commands.h"
 #include "programs/desktop/windows/import_options_dialog.h"
 #include "programs/desktop/windows/library_panel.h"
@@ -37,7 +37,7 @@ host::HostOptions OptionsFor(const Workspace& workspace, const QStringList& near
 
 ImportCommands::ImportCommands(const Workspace& workspace, const ModuleDesktop& desktop, RecentDisks& recent,
                                FontCommands& fonts)
-    : m_workspace(workspace), m_desktop(desktop), m_recent(recent), m_fonts(fonts), m_import(workspace.places.library) {
+    : m_workspace(workspace), m_desktop(desktop), m_recent(recent), m_fonts(fonts) {
     connect(&m_import, &DiskImport::recorded, &workspace.library, &LibraryPanel::ReloadSoon);
     connect(&m_import, &DiskImport::progressed, this, [this](int done, int total, const QString& name) {
         m_workspace.status.ShowTask(tr("Importing %1").arg(name.section(u'/', -1)), done, total);
@@ -69,7 +69,8 @@ void ImportCommands::OpenOne(const QString& path) {
 
 void ImportCommands::StartImport(const QString& path, const MessageSource& source) {
     if (source.messages.empty()) return WarnOfNoMessages(path);
-    m_import.Add(source, OptionsFor(m_workspace, {QFile::decodeName(source.directory.c_str())}));
+    m_import.Add(m_workspace.places.library, source,
+                 OptionsFor(m_workspace, {QFile::decodeName(source.directory.c_str())}));
     if (QFileInfo(path).isDir()) m_recent.Add(path);
 }
 
@@ -91,7 +92,7 @@ void ImportCommands::ImportFiles() {
                                         m_recent.StartFolder(setting, QStringLiteral("MESSAGES")), true);
     if (files.isEmpty()) return;
     m_workspace.settings.setValue(setting, QFileInfo(files.front()).absolutePath());
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     Open(files);
 }
 
@@ -101,7 +102,7 @@ void ImportCommands::ImportFolder() {
                                       m_recent.StartFolder(setting, QStringLiteral("..")));
     if (folder.isEmpty()) return;
     m_workspace.settings.setValue(setting, QFileInfo(folder).absolutePath());
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     Open({folder});
 }
 
@@ -128,11 +129,11 @@ void ImportCommands::ImportByModule() {
     };
     callbacks.failed = [later](const std::string& reason) {
         later([text = Text(reason)] {
-            QMessageBox::warning(QApplication::activeWindow(), tr("ZelTrans"),
-                                 tr("%1\n\nMessages imported from now on are not recorded. Close the import dialog, "
-                                    "free disk space or close the program that is using the library, then import "
-                                    "again.")
-                                     .arg(text));
+            RunBox(QApplication::activeWindow(), QMessageBox::Warning, tr("ZelTrans"),
+                   tr("%1\n\nMessages imported from now on are not recorded. Close the import dialog, "
+                      "free disk space or close the program that is using the library, then import "
+                      "again.")
+                       .arg(text));
         });
     };
     ftp::FetchServiceOptions service_options;
@@ -140,7 +141,7 @@ void ImportCommands::ImportByModule() {
         return ChooseRemote(view, QApplication::activeModalWidget());
     };
     ftp::FetchService service(std::move(service_options));
-    m_workspace.notice.Clear();
+    m_workspace.BeginAction();
     m_import.SetPaused(true);
     try {
         const DialogImportOutcome outcome = ImportByDialog(

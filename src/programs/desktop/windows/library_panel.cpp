@@ -1,12 +1,12 @@
 #include "programs/desktop/windows/library_panel.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -16,6 +16,7 @@
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/library_model.h"
 #include "programs/desktop/widgets/thumbnail_delegate.h"
+#include "programs/desktop/widgets/thumbnail_list.h"
 
 namespace zel::desktop {
 
@@ -26,21 +27,13 @@ constexpr int kReloadDelay_ms = 150;
 /// A reload is followed by a delay of at least this many times its duration.
 constexpr int kReloadPause = 10;
 
-QListView* MakeList(QAbstractItemModel* model, QWidget* parent) {
-    auto* const list = new QListView(parent);
+ThumbnailList* MakeList(QAbstractItemModel* model, QWidget* parent) {
+    auto* const list = new ThumbnailList(parent);
     list->setObjectName(QStringLiteral("library"));
     list->setAccessibleName(LibraryPanel::tr("Library"));
     list->setModel(model);
     list->setItemDelegate(new ThumbnailDelegate(list));
-    list->setFlow(QListView::LeftToRight);
-    list->setWrapping(true);
-    list->setResizeMode(QListView::Adjust);
-    list->setUniformItemSizes(true);
-    list->setSpacing(2);
-    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     list->setMinimumWidth(ThumbnailDelegate::kThumbnail.width() + 48);
-    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     return list;
 }
 
@@ -79,7 +72,15 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     connect(m_search, &QLineEdit::textChanged, m_search_timer, [this] { m_search_timer->start(kSearchDelay_ms); });
     connect(m_search_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
     connect(m_reload_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
-    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &LibraryPanel::ReportCurrent);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        if (!m_restoring) ChooseCurrent();
+        ReportCurrent();
+    });
+    // The first message found is current, so that a click on it changes nothing.
+    connect(m_list, &QListView::pressed, this, &LibraryPanel::ChooseCurrent);
+    connect(m_list, &ThumbnailList::dragged, this, &LibraryPanel::dragged);
+    connect(m_list, &ThumbnailList::removeRequested, this, &LibraryPanel::removeRequested);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &LibraryPanel::selectionChanged);
 }
 
 // Down or Return in the search field moves to the list.
@@ -92,6 +93,7 @@ bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
         }
         if (key == Qt::Key_Down || key == Qt::Key_Return) {
             if (m_search_timer->isActive()) Reload();
+            ChooseCurrent();
             m_list->setFocus();
             return true;
         }
@@ -99,9 +101,16 @@ bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
     return QWidget::eventFilter(object, event);
 }
 
+void LibraryPanel::SetLibrary(std::string library) {
+    m_search->clear();
+    m_chosen.reset();
+    m_model->SetLibrary(std::move(library));
+}
+
 void LibraryPanel::Reload() {
     m_search_timer->stop();
     const std::optional<library::RecordingKey> current = Current();
+    const int row = m_list->currentIndex().row();
     QElapsedTimer elapsed;
     elapsed.start();
     m_readable = true;
@@ -114,7 +123,7 @@ void LibraryPanel::Reload() {
     }
     m_reload_timer->setInterval(std::max(kReloadDelay_ms, static_cast<int>(elapsed.elapsed()) * kReloadPause));
     ShowMessage();
-    RestoreCurrent(current);
+    RestoreCurrent(row, current);
     Q_EMIT reloaded();
 }
 
@@ -127,17 +136,61 @@ void LibraryPanel::SelectSoon(const library::RecordingKey& key) {
     ReloadSoon();
 }
 
-void LibraryPanel::RestoreCurrent(const std::optional<library::RecordingKey>& previous) {
+void LibraryPanel::RestoreCurrent(int previous_row, const std::optional<library::RecordingKey>& previous) {
     const auto row_of = [this](const std::optional<library::RecordingKey>& key) {
         return key ? m_model->RowOf(*key) : -1;
     };
-    const int wanted = row_of(std::exchange(m_wanted, std::nullopt));
-    const QModelIndex now = m_model->index(wanted >= 0 ? wanted : std::max(row_of(previous), 0));
+    const QString search = m_search->text().trimmed();
+    const bool searched = std::exchange(m_searched, search) != search;
+    if (row_of(m_wanted) >= 0) m_chosen = m_wanted;
+    m_wanted.reset();
+    int row = row_of(m_chosen);
+    if (row < 0) row = row_of(previous);
+    // After a removal, the message that has taken the place of the current one.
+    if (row < 0 && !searched) row = std::min(previous_row, m_model->rowCount() - 1);
+    const QModelIndex now = m_model->index(std::max(row, 0));
+    m_restoring = true;
     if (now.isValid() && m_list->currentIndex() != now) {
         m_list->setCurrentIndex(now);
     } else {
         ReportCurrent();
     }
+    m_restoring = false;
+    if (searched && now.isValid()) m_list->scrollTo(now);
+}
+
+void LibraryPanel::Step(int step) {
+    const int last = m_model->rowCount() - 1;
+    if (last >= 0) m_list->setCurrentIndex(m_model->index(std::clamp(m_list->currentIndex().row() + step, 0, last)));
+}
+
+void LibraryPanel::ChooseCurrent() {
+    if (const auto current = Current()) m_chosen = current;
+}
+
+LibraryPanel::Place LibraryPanel::PlaceInList() const {
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        if (m_list->visualRect(m_model->index(row)).bottom() > 0) return {Current(), m_model->EntryAt(row).key};
+    }
+    return {Current(), std::nullopt};
+}
+
+void LibraryPanel::RestorePlace(const Place& place) {
+    m_wanted = place.current;
+    m_first = place.first;
+    if (isVisible()) ScrollToFirst();
+}
+
+void LibraryPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // The list has its final size later.
+    QMetaObject::invokeMethod(this, &LibraryPanel::ScrollToFirst, Qt::QueuedConnection);
+}
+
+void LibraryPanel::ScrollToFirst() {
+    const auto first = std::exchange(m_first, std::nullopt);
+    const int row = first ? m_model->RowOf(*first) : -1;
+    if (row >= 0) m_list->scrollTo(m_model->index(row), QAbstractItemView::PositionAtTop);
 }
 
 /// Reports only a change, so that a reload does not reset what the user is looking at.
@@ -186,6 +239,24 @@ std::vector<library::RecordingKey> LibraryPanel::Selected() const {
         keys.push_back(m_model->EntryAt(index.row()).key);
     std::ranges::sort(keys);
     return keys;
+}
+
+QStringList LibraryPanel::SelectedTexts() const {
+    QModelIndexList selected = m_list->selectionModel()->selectedIndexes();
+    // An index has no operator that std::ranges::sort requires besides <.
+    std::sort(selected.begin(), selected.end());
+    QStringList texts;
+    for (const QModelIndex& index : selected) texts.append(Text(m_model->EntryAt(index.row()).text));
+    return texts;
+}
+
+QString LibraryPanel::CurrentSource() const {
+    const QModelIndex current = m_list->currentIndex();
+    return current.isValid() ? QFile::decodeName(m_model->EntryAt(current.row()).source.c_str()) : QString();
+}
+
+void LibraryPanel::AddContextActions(const QList<QAction*>& actions) {
+    m_list->addActions(actions);
 }
 
 std::vector<library::RecordingKey> LibraryPanel::Shown() const {

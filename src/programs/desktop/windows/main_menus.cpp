@@ -3,31 +3,45 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QColorDialog>
-#include <QDir>
 #include <QDockWidget>
+#include <QFile>
+#include <QFileInfo>
 #include <QMainWindow>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QSettings>
+#include <algorithm>
 
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
+#include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/detail_docks.h"
 #include "programs/desktop/windows/export_commands.h"
 #include "programs/desktop/windows/fetch_commands.h"
 #include "programs/desktop/windows/font_commands.h"
 #include "programs/desktop/windows/import_commands.h"
+#include "programs/desktop/windows/library_commands.h"
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/picture_commands.h"
 #include "programs/desktop/windows/recent_disks.h"
 
 namespace zel::desktop {
 
+namespace {
+
+// Names of settings.
+const QString kBackgroundSetting = QStringLiteral("view/background");
+const QString kSafeSetting = QStringLiteral("view/safe_action");
+const QString kColourSetting = QStringLiteral("view/colour");
+
+}  // namespace
+
 MainMenus::MainMenus(const Workspace& workspace, const Targets& targets) : m_workspace(workspace), m_to(targets) {
     MakeFileMenu();
     MakeEditMenu();
     MakeViewMenu();
     MakeHelpMenu();
+    AddContextMenus();
 }
 
 QAction* MainMenus::Add(QMenu* menu, const char* name, const QString& text, const QList<QKeySequence>& keys,
@@ -59,6 +73,14 @@ void MainMenus::MakeFileMenu() {
     QMenu* const file = m_workspace.window.menuBar()->addMenu(tr("&File"));
     const auto add = [&](const char* name, const QString& text, const QKeySequence& keys,
                          const std::function<void()>& call) { return Add(file, name, text, {keys}, call); };
+    m_needs_idle.append(add("new_library", tr("&New library…"), QKeySequence::New, [this] { m_to.libraries.New(); }));
+    m_needs_idle.append(
+        add("open_library", tr("Open &library…"), tr("Ctrl+Shift+L"), [this] { m_to.libraries.Open(); }));
+    m_recent_libraries = file->addMenu(tr("Recent li&braries"));
+    m_recent_libraries->setToolTipsVisible(true);
+    m_needs_idle.append(m_recent_libraries->menuAction());
+    connect(m_recent_libraries, &QMenu::aboutToShow, this, &MainMenus::FillRecentLibraries);
+    file->addSeparator();
     m_needs_idle.append(add("import", tr("&Import…"), tr("Ctrl+I"), [this] { m_to.imports.ImportByModule(); }));
     add("import_file", tr("Import &file…"), QKeySequence::Open, [this] { m_to.imports.ImportFiles(); });
     add("import_folder", tr("Import &disk or folder…"), tr("Ctrl+Shift+O"), [this] { m_to.imports.ImportFolder(); });
@@ -84,10 +106,16 @@ void MainMenus::MakeEditMenu() {
     QMenu* const edit = m_workspace.window.menuBar()->addMenu(tr("&Edit"));
     m_needs_picture.append(
         Add(edit, "copy", tr("&Copy picture"), {QKeySequence::Copy}, [this] { m_to.pictures.Copy(); }));
+    m_needs_picture.append(Add(edit, "copy_text", tr("Copy &text"), {QKeySequence(tr("Ctrl+Shift+X"))},
+                               [this] { m_to.pictures.CopyText(); }));
     Add(edit, "find", tr("&Find"), {QKeySequence::Find}, [this] { m_workspace.library.FocusSearch(); });
     edit->addSeparator();
-    m_needs_picture.append(Add(edit, "remove", tr("&Remove from library…"), {QKeySequence(tr("Ctrl+Del"))},
+    m_needs_picture.append(Add(edit, "remove", tr("&Remove from library"), {QKeySequence(tr("Ctrl+Del"))},
                                [this] { m_to.pictures.RemoveSelected(); }));
+    m_undo = Add(edit, "undo", tr("&Undo removal"), {QKeySequence::Undo}, [this] { m_to.pictures.UndoRemoval(); });
+    edit->addSeparator();
+    m_needs_picture.append(
+        Add(edit, "show_in_folder", tr("&Show in folder"), {}, [this] { m_to.pictures.ShowInFolder(); }));
 }
 
 void MainMenus::MakeViewMenu() {
@@ -111,11 +139,33 @@ void MainMenus::MakeViewMenu() {
     toggle("key", tr("&Key only"), tr("Ctrl+K"), false, &PictureView::SetKeyOnly);
     toggle("field_frames", tr("&Tab fields"), tr("Ctrl+D"), false, &PictureView::SetFields);
     toggle("safe_areas", tr("&Safe areas"), tr("Ctrl+L"), false, &PictureView::SetSafeAreas);
+    AddSafeSizes(view->addMenu(tr("Safe area si&zes")));
     view->addSeparator();
+    m_needs_picture.append(Add(view, "full_screen", tr("F&ull screen"), {QKeySequence(Qt::Key_F11)},
+                               [this] { Q_EMIT fullScreenRequested(); }));
     QMenu* const go_to = view->addMenu(tr("&Go to"));
     m_panels = view->addMenu(tr("Pa&nels"));
     AddPanels(go_to, m_panels);
     Add(view, "reload", tr("&Reload library"), {QKeySequence::Refresh}, [this] { m_to.imports.ReloadLibrary(); });
+}
+
+/// The thumbnails and the picture offer what can be done with a message.
+void MainMenus::AddContextMenus() {
+    QList<QAction*> actions;
+    // Object names; null for a separator.
+    constexpr const char* kNames[] = {"copy",   "copy_text",      nullptr, "save_picture",
+                                      "export", "show_in_folder", nullptr, "remove"};
+    for (const char* const name : kNames) {
+        if (name != nullptr) {
+            actions.append(m_workspace.window.findChild<QAction*>(QLatin1String(name)));
+            continue;
+        }
+        actions.append(new QAction(this));
+        actions.back()->setSeparator(true);
+    }
+    m_workspace.library.AddContextActions(actions);
+    m_to.picture.addActions(actions);
+    m_to.picture.setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 /// Each panel has a number for the keyboard, since the tabs of panels take no focus.
@@ -143,6 +193,26 @@ void MainMenus::AddToPanels(QAction* toggle) {
     m_panels->addAction(toggle);
 }
 
+void MainMenus::AddSafeSizes(QMenu* menu) {
+    auto* const group = new QActionGroup(this);
+    const int stored = m_workspace.settings.value(kSafeSetting).toInt();
+    // Parts in percent: action and title.
+    for (const auto& [action_safe, title_safe] : {std::pair(93, 90), std::pair(90, 80)}) {
+        const auto show = [this, action_safe = action_safe, title_safe = title_safe] {
+            m_workspace.settings.setValue(kSafeSetting, action_safe);
+            m_to.picture.SetSafeSizes(action_safe, title_safe);
+        };
+        QAction* const action = Add(menu, qPrintable(QStringLiteral("safe_%1").arg(action_safe)),
+                                    tr("Action %1 %, title %2 %").arg(action_safe).arg(title_safe), {}, show);
+        action->setCheckable(true);
+        group->addAction(action);
+        if (stored == action_safe || group->actions().size() == 1) {
+            action->setChecked(true);
+            show();
+        }
+    }
+}
+
 void MainMenus::AddBackgrounds(QMenu* menu) {
     auto* const group = new QActionGroup(this);
     const auto add = [&](const char* name, const QString& text, const QKeySequence& keys,
@@ -152,31 +222,41 @@ void MainMenus::AddBackgrounds(QMenu* menu) {
         group->addAction(action);
         return action;
     };
-    const auto show = [this](const QColor& colour) {
-        m_to.picture.SetBackground(PictureView::Background::kColour, colour);
-    };
-    add("checkerboard", tr("&Checkerboard"), tr("Ctrl+Shift+C"), [this] {
-        m_to.picture.SetBackground(PictureView::Background::kCheckerboard);
-    })->setChecked(true);
-    add("black", tr("&Black"), tr("Ctrl+Shift+B"), [show] { show(Qt::black); });
-    add("white", tr("&White"), tr("Ctrl+Shift+W"), [show] { show(Qt::white); });
-    add("colour", tr("C&hoose…"), {}, [this, show] {
-        const QString setting = QStringLiteral("view/colour");
-        const QColor before = m_workspace.settings.value(setting, QColor(0, 128, 0)).value<QColor>();
-        const QColor chosen = QColorDialog::getColor(before, &m_workspace.window, tr("Background"));
-        if (!chosen.isValid()) return;
-        m_workspace.settings.setValue(setting, chosen);
-        show(chosen);
+    add("checkerboard", tr("&Checkerboard"), tr("Ctrl+Shift+C"),
+        [this] { SetBackground(QStringLiteral("checkerboard")); });
+    add("black", tr("&Black"), tr("Ctrl+Shift+B"), [this] { SetBackground(QStringLiteral("black")); });
+    add("white", tr("&White"), tr("Ctrl+Shift+W"), [this] { SetBackground(QStringLiteral("white")); });
+    add("colour", tr("C&hoose…"), {}, [this] {
+        const QColor chosen = QColorDialog::getColor(BackgroundColour(), &m_workspace.window, tr("Background"));
+        if (chosen.isValid()) m_workspace.settings.setValue(kColourSetting, chosen);
+        SetBackground(chosen.isValid() ? QStringLiteral("colour")
+                                       : m_workspace.settings.value(kBackgroundSetting).toString());
     });
+    SetBackground(m_workspace.settings.value(kBackgroundSetting).toString());
+}
+
+QColor MainMenus::BackgroundColour() const {
+    return m_workspace.settings.value(kColourSetting, QColor(0, 128, 0)).value<QColor>();
+}
+
+/// @param name  of the action; an unknown one is the checkerboard.
+void MainMenus::SetBackground(const QString& name) {
+    const QStringList names{QStringLiteral("checkerboard"), QStringLiteral("black"), QStringLiteral("white"),
+                            QStringLiteral("colour")};
+    const qsizetype index = std::max<qsizetype>(names.indexOf(name), 0);
+    const QColor colours[] = {QColor(), Qt::black, Qt::white, BackgroundColour()};
+    m_workspace.settings.setValue(kBackgroundSetting, names[index]);
+    m_workspace.window.findChild<QAction*>(names[index])->setChecked(true);
+    m_to.picture.SetBackground(index == 0 ? PictureView::Background::kCheckerboard : PictureView::Background::kColour,
+                               colours[index]);
 }
 
 void MainMenus::MakeHelpMenu() {
     QMenu* const help = m_workspace.window.menuBar()->addMenu(tr("&Help"));
     Add(help, "about", tr("&About ZelTrans"), {}, [this] {
-        QMessageBox::about(
-            &m_workspace.window, tr("About ZelTrans"),
-            tr("ZelTrans %1\n\nImports Zelmara! messages and fonts.\n\nLibrary: %2")
-                .arg(QApplication::applicationVersion(), QFile::decodeName(m_workspace.places.library.c_str())));
+        RunBox(&m_workspace.window, QMessageBox::Information, tr("About ZelTrans"),
+               tr("ZelTrans %1\n\nImports Zelmara! messages and fonts.\n\nLibrary: %2")
+                   .arg(QApplication::applicationVersion(), QFile::decodeName(m_workspace.places.library.c_str())));
     });
 }
 
@@ -184,15 +264,33 @@ void MainMenus::FillRecentMenu() {
     m_recent_menu->clear();
     const QStringList disks = m_to.recent.List();
     for (const QString& disk : disks) {
-        QString text = QDir(disk).dirName() + QStringLiteral("  –  ") + disk;
-        text = m_recent_menu->fontMetrics().elidedText(text.replace(u'&', QStringLiteral("&&")), Qt::ElideMiddle, 420);
-        QAction* const action = m_recent_menu->addAction(text, this, [this, disk] {
-            m_workspace.notice.Clear();
+        AddPath(m_recent_menu, disk, [this, disk] {
+            m_workspace.BeginAction();
             m_to.imports.Open({disk});
         });
-        action->setToolTip(disk);
     }
     if (disks.isEmpty()) m_recent_menu->addAction(tr("None yet"))->setEnabled(false);
+}
+
+void MainMenus::FillRecentLibraries() {
+    m_recent_libraries->clear();
+    const QString present = QFile::decodeName(m_workspace.places.library.c_str());
+    for (const QString& file : m_to.libraries.Recent()) {
+        QAction* const action = AddPath(m_recent_libraries, file, [this, file] { m_to.libraries.OpenFile(file); });
+        action->setCheckable(true);
+        action->setChecked(file == present);
+    }
+}
+
+/// An action with the name of a file or folder and its path.
+QAction* MainMenus::AddPath(QMenu* menu, const QString& path, const std::function<void()>& call) {
+    constexpr int kWidth = 420;
+    QString text = QFileInfo(path).fileName() + QStringLiteral("  –  ") + path;
+    text = menu->fontMetrics().elidedText(text.replace(u'&', QStringLiteral("&&")), Qt::ElideMiddle, kWidth);
+    QAction* const action = menu->addAction(text);
+    action->setToolTip(PlainToolTip(path));
+    connect(action, &QAction::triggered, this, call);
+    return action;
 }
 
 void MainMenus::Enable(const State& state) {
@@ -202,6 +300,7 @@ void MainMenus::Enable(const State& state) {
     enable(m_needs_picture, state.has_picture);
     enable(m_needs_messages, state.has_messages && !state.busy);
     enable(m_needs_task, state.busy);
+    m_undo->setEnabled(state.can_undo);
     enable(m_needs_idle, !state.busy);
 }
 

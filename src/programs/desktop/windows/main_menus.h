@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QKeySequence>
 #include <QList>
 #include <QObject>
@@ -17,6 +18,7 @@ class ExportCommands;
 class FetchCommands;
 class FontCommands;
 class ImportCommands;
+class LibraryCommands;
 class PictureCommands;
 class PictureView;
 class RecentDisks;
@@ -29,6 +31,7 @@ class MainMenus : public QObject {
   public:
     /// What the actions call.
     struct Targets {
+        LibraryCommands& libraries;
         ImportCommands& imports;
         ExportCommands& exports;
         FetchCommands& fetches;
@@ -50,20 +53,28 @@ class MainMenus : public QObject {
         bool has_picture = false;
         bool has_messages = false;
         bool busy = false;
+        bool can_undo = false;
     };
     void Enable(const State& state);
 
   Q_SIGNALS:
     void stopRequested();
+    void fullScreenRequested();
 
   private:
     void MakeFileMenu();
     void MakeEditMenu();
     void MakeViewMenu();
     void MakeHelpMenu();
+    void AddContextMenus();
     void AddBackgrounds(QMenu* menu);
+    void SetBackground(const QString& name);
+    QColor BackgroundColour() const;
+    void AddSafeSizes(QMenu* menu);
     void AddPanels(QMenu* go_to, QMenu* shown);
     void FillRecentMenu();
+    void FillRecentLibraries();
+    QAction* AddPath(QMenu* menu, const QString& path, const std::function<void()>& call);
     QAction* Add(QMenu* menu, const char* name, const QString& text, const QList<QKeySequence>& keys,
                  const std::function<void()>& call);
     void AddToggle(QMenu* menu, const char* name, const QString& text, const QKeySequence& keys, bool on,
@@ -72,7 +83,9 @@ class MainMenus : public QObject {
     const Workspace& m_workspace;
     const Targets m_to;
     QMenu* m_recent_menu = nullptr;
+    QMenu* m_recent_libraries = nullptr;
     QMenu* m_panels = nullptr;
+    QAction* m_undo = nullptr;
     QList<QAction*> m_needs_picture, m_needs_messages, m_needs_idle, m_needs_task;
 };
 

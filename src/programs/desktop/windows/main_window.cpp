@@ -4,6 +4,8 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QDragEnterEvent>
+#include <QFile>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QStackedWidget>
 #include <QToolBar>
@@ -20,6 +22,7 @@
 #include "programs/desktop/widgets/start_page.h"
 #include "programs/desktop/widgets/status_line.h"
 #include "programs/desktop/windows/detail_docks.h"
+#include "programs/desktop/windows/full_screen_view.h"
 #include "programs/desktop/windows/library_panel.h"
 #include "programs/desktop/windows/main_menus.h"
 #include "programs/desktop/windows/main_toolbar.h"
@@ -39,6 +42,18 @@ QString SummaryOf(const MessageDetails& details) {
         .join(QStringLiteral("   "));
 }
 
+// A recording is stored as its number and the name of its disk.
+
+void StoreKey(QSettings& settings, const QString& name, const std::optional<library::RecordingKey>& key) {
+    settings.setValue(name, key ? QVariant(QStringList{QString::number(key->number), Text(key->disk)}) : QVariant());
+}
+
+std::optional<library::RecordingKey> StoredKey(const QSettings& settings, const QString& name) {
+    const QStringList parts = settings.value(name).toStringList();
+    if (parts.size() != 2) return std::nullopt;
+    return library::RecordingKey{parts[1].toStdString(), parts[0].toInt()};
+}
+
 }  // namespace
 
 MainWindow::MainWindow(const Places& places)
@@ -47,6 +62,7 @@ MainWindow::MainWindow(const Places& places)
       m_desktop(this),
       m_library(new LibraryPanel(places.library)),
       m_picture(new PictureView),
+      m_full_screen(new FullScreenView(this)),
       m_start(new StartPage),
       m_centre(new QStackedWidget),
       m_notice(new NoticeBar),
@@ -54,6 +70,7 @@ MainWindow::MainWindow(const Places& places)
       m_workspace{*this, m_places, m_settings, *m_library, *m_notice, *m_status, m_current},
       m_recent(m_settings),
       m_fonts(m_workspace, m_recent),
+      m_libraries(m_workspace),
       m_imports(m_workspace, m_desktop, m_recent, m_fonts),
       m_exports(m_workspace),
       m_fetches(m_workspace),
@@ -62,14 +79,17 @@ MainWindow::MainWindow(const Places& places)
     setWindowTitle(tr("ZelTrans"));
     setAcceptDrops(true);
     LayOut();
-    m_menus = std::make_unique<MainMenus>(m_workspace, MainMenus::Targets{m_imports, m_exports, m_fetches, m_fonts,
-                                                                          m_pictures, *m_picture, *m_docks, m_recent});
+    m_menus = std::make_unique<MainMenus>(
+        m_workspace, MainMenus::Targets{m_libraries, m_imports, m_exports, m_fetches, m_fonts, m_pictures, *m_picture,
+                                        *m_docks, m_recent});
     m_menus->AddToPanels(AddMainToolbar(*this)->toggleViewAction());
     FillStartPage();
     RestoreLayout();
     Connect();
     ShowCurrent();
+    RestorePlace();
     m_library->Reload();
+    m_libraries.AddRecent(QFile::decodeName(m_places.library.c_str()));
     if (m_library->IsEmpty()) {
         m_start->setFocus();
     } else {
@@ -80,6 +100,7 @@ MainWindow::MainWindow(const Places& places)
 MainWindow::~MainWindow() = default;
 
 void MainWindow::Connect() {
+    connect(&m_libraries, &LibraryCommands::opened, this, &MainWindow::ShowLibrary);
     connect(m_library, &LibraryPanel::currentChanged, this, &MainWindow::ShowCurrent);
     connect(m_library, &LibraryPanel::reloaded, this, &MainWindow::ShowCount);
     connect(m_library, &LibraryPanel::failed, this, [this](const QString& reason) {
@@ -87,6 +108,10 @@ void MainWindow::Connect() {
                                   "then press F5; or use another library with --library FILE."));
     });
     connect(m_picture, &PictureView::pointedAt, this, &MainWindow::ShowPointed);
+    connect(m_library, &LibraryPanel::selectionChanged, this, &MainWindow::ShowCount);
+    connect(m_library, &LibraryPanel::dragged, &m_pictures, &PictureCommands::DragSelected);
+    connect(m_library, &LibraryPanel::removeRequested, &m_pictures, &PictureCommands::RemoveSelected);
+    connect(&m_pictures, &PictureCommands::undoChanged, this, &MainWindow::EnableActions);
     connect(m_picture, &PictureView::dragged, &m_pictures, &PictureCommands::Drag);
     connect(m_picture, &PictureView::zoomed, this,
             [this](double zoom) { m_status->ShowZoom(m_current ? tr("%1 %").arg(qRound(zoom * 100)) : QString()); });
@@ -94,6 +119,8 @@ void MainWindow::Connect() {
     connect(m_docks, &DetailDocks::pointedAt, this, &MainWindow::ShowPointed);
     connect(m_docks, &DetailDocks::fontOpened, &m_fonts, &FontCommands::Show);
     connect(&m_fetches, &FetchCommands::importRequested, this, [this](const QString& directory) { Open({directory}); });
+    connect(m_menus.get(), &MainMenus::fullScreenRequested, this, &MainWindow::ShowFullScreen);
+    connect(m_full_screen, &FullScreenView::stepped, m_library, &LibraryPanel::Step);
     connect(m_menus.get(), &MainMenus::stopRequested, this, &MainWindow::StopTask);
     connect(m_status, &StatusLine::stopRequested, this, &MainWindow::StopTask);
     connect(m_status, &StatusLine::taskChanged, this, &MainWindow::EnableActions);
@@ -139,8 +166,48 @@ void MainWindow::RestoreLayout() {
     resizeDocks({m_docks->Docks()[0], m_docks->Docks()[2], m_docks->Docks()[4]}, {330, 260, 130}, Qt::Vertical);
 }
 
+void MainWindow::ShowLibrary(const QString& file) {
+    StorePlace();
+    m_places.library = QFile::encodeName(QFileInfo(file).absoluteFilePath()).toStdString();
+    m_library->SetLibrary(m_places.library);
+    RestorePlace();
+    m_imports.ReloadLibrary();
+    RememberLibrary();
+}
+
+/// The library is opened again at the next start.
+void MainWindow::RememberLibrary() {
+    const QString file = QFile::decodeName(m_places.library.c_str());
+    m_libraries.AddRecent(file);
+    m_settings.setValue(kLastLibrarySetting, file);
+}
+
+void MainWindow::StorePlace() {
+    const LibraryPanel::Place place = m_library->PlaceInList();
+    m_settings.setValue(QStringLiteral("place/library"), QFile::decodeName(m_places.library.c_str()));
+    StoreKey(m_settings, QStringLiteral("place/current"), place.current);
+    StoreKey(m_settings, QStringLiteral("place/first"), place.first);
+}
+
+void MainWindow::RestorePlace() {
+    if (m_settings.value(QStringLiteral("place/library")).toString() != QFile::decodeName(m_places.library.c_str()))
+        return;
+    m_library->RestorePlace(
+        {StoredKey(m_settings, QStringLiteral("place/current")), StoredKey(m_settings, QStringLiteral("place/first"))});
+}
+
 void MainWindow::Open(const QStringList& paths) {
-    m_imports.Open(paths);
+    QStringList imported;
+    for (const QString& path : paths) {
+        if (!QFileInfo(path).isFile() || QFileInfo(path).suffix() != QStringLiteral("zellib")) {
+            imported.append(path);
+        } else if (IsBusy()) {
+            m_notice->Warn(tr("%1 is not opened while a task is running.").arg(path));
+        } else {
+            m_libraries.OpenFile(path);
+        }
+    }
+    m_imports.Open(imported);
 }
 
 void MainWindow::ShowNotice(const QString& text) {
@@ -158,13 +225,17 @@ void MainWindow::StopTask() {
 }
 
 void MainWindow::EnableActions() {
-    m_menus->Enable({.has_picture = m_current.has_value(), .has_messages = m_library->Count() != 0, .busy = IsBusy()});
+    m_menus->Enable({.has_picture = m_current.has_value(),
+                     .has_messages = m_library->Count() != 0,
+                     .busy = IsBusy(),
+                     .can_undo = m_pictures.CanUndo()});
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     m_imports.Cancel();
     m_settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
     m_settings.setValue(QStringLiteral("window/state"), saveState(kLayoutVersion));
+    StorePlace();
     QMainWindow::closeEvent(event);
 }
 
@@ -175,7 +246,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    m_notice->Clear();
+    m_workspace.BeginAction();
     QStringList paths;
     for (const QUrl& url : event->mimeData()->urls()) {
         if (url.isLocalFile()) {
@@ -203,10 +274,18 @@ void MainWindow::ShowCurrent() {
     const QImage picture = m_current ? ImageOfPng(m_current->picture) : QImage();
     if (m_current && picture.isNull() && error.isEmpty()) error = tr("The picture of this recording is damaged.");
     m_picture->Show(picture, details, error);
+    m_full_screen->Show(picture, details, error);
     m_docks->Show(details);
     ShowPointed({});
     setWindowTitle(m_current ? tr("%1 – ZelTrans").arg(details.title) : tr("ZelTrans"));
     EnableActions();
+}
+
+void MainWindow::ShowFullScreen() {
+    m_full_screen->TakeSettings(*m_picture);
+    m_full_screen->Fit();
+    m_full_screen->showFullScreen();
+    m_full_screen->setFocus();
 }
 
 /// @param description  empty: the summary of the message is shown.
@@ -216,7 +295,9 @@ void MainWindow::ShowPointed(const QString& description) {
 
 void MainWindow::ShowCount() {
     const auto count = static_cast<std::size_t>(m_library->Count());
-    m_status->ShowCount(m_library->IsSearching() ? tr("%1 found").arg(count) : Counted(count, "message", "messages"));
+    const std::size_t selected = m_library->Selected().size();
+    const QString all = m_library->IsSearching() ? tr("%1 found").arg(count) : Counted(count, "message", "messages");
+    m_status->ShowCount(selected > 1 ? tr("%1 selected, %2").arg(selected).arg(all) : all);
     const bool leaves_start_page = m_start->isAncestorOf(focusWidget()) && !m_library->IsEmpty();
     m_centre->setCurrentWidget(m_library->IsEmpty() ? static_cast<QWidget*>(m_start) : m_picture);
     if (leaves_start_page) m_library->FocusList();

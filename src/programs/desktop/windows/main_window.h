@@ -9,6 +9,7 @@
 #include "programs/desktop/windows/fetch_commands.h"
 #include "programs/desktop/windows/font_commands.h"
 #include "programs/desktop/windows/import_commands.h"
+#include "programs/desktop/windows/library_commands.h"
 #include "programs/desktop/windows/picture_commands.h"
 #include "programs/desktop/windows/recent_disks.h"
 #include "programs/desktop/windows/workspace.h"
@@ -19,6 +20,7 @@ class QStackedWidget;
 namespace zel::desktop {
 
 class DetailDocks;
+class FullScreenView;
 class MainMenus;
 class PictureView;
 class StartPage;
@@ -50,18 +52,24 @@ class MainWindow : public QMainWindow {
     void LayOut();
     void FillStartPage();
     void RestoreLayout();
+    void ShowLibrary(const QString& file);
+    void RememberLibrary();
+    void StorePlace();
+    void RestorePlace();
     void Connect();
     void ShowCurrent();
     void ShowCount();
+    void ShowFullScreen();
     void ShowPointed(const QString& description);
     void EnableActions();
     void StopTask();
 
-    const Places m_places;
+    Places m_places;
     QSettings m_settings;
     ModuleDesktop m_desktop;
     LibraryPanel* m_library;
     PictureView* m_picture;
+    FullScreenView* m_full_screen;
     StartPage* m_start;
     QStackedWidget* m_centre;
     NoticeBar* m_notice;
@@ -74,6 +82,7 @@ class MainWindow : public QMainWindow {
     const Workspace m_workspace;
     RecentDisks m_recent;
     FontCommands m_fonts;
+    LibraryCommands m_libraries;
     ImportCommands m_imports;
     ExportCommands m_exports;
     FetchCommands m_fetches;

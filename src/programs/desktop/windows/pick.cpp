@@ -18,9 +18,11 @@ QStringList Run(QFileDialog& dialog, const QString& start) {
 
 }  // namespace
 
-QStringList PickFiles(QWidget* parent, const QString& title, const QString& start, bool many) {
+QStringList PickFiles(QWidget* parent, const QString& title, const QString& start, bool many,
+                      const QStringList& filters) {
     QFileDialog dialog(parent, title);
     dialog.setFileMode(many ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    if (!filters.isEmpty()) dialog.setNameFilters(filters);
     return Run(dialog, start);
 }
 
@@ -32,13 +34,20 @@ QString PickFolder(QWidget* parent, const QString& title, const QString& start) 
     return picked.isEmpty() ? QString() : picked.front();
 }
 
-QString PickNewFile(QWidget* parent, const QString& title, const QString& start, const QString& suffix) {
+QString PickNewFile(QWidget* parent, const QString& title, const QString& start, const NewFileKind& kind) {
     QFileDialog dialog(parent, title);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(suffix);
+    dialog.setDefaultSuffix(kind.suffix);
+    dialog.setNameFilter(kind.filter);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !kind.asks_to_replace);
     dialog.selectFile(start);
     const QStringList picked = Run(dialog, QString());
     return picked.isEmpty() ? QString() : picked.front();
+}
+
+QString PickNewPicture(QWidget* parent, const QString& title, const QString& start) {
+    return PickNewFile(parent, title, start,
+                       {QStringLiteral("png"), QFileDialog::tr("PNG pictures") + QStringLiteral(" (*.png)")});
 }
 
 }  // namespace zel::desktop

@@ -15,6 +15,9 @@ class LibraryPanel;
 class NoticeBar;
 class StatusLine;
 
+/// Name of the setting with the library that was open last.
+inline const QString kLastLibrarySetting = QStringLiteral("library/last");
+
 /// The program's files.
 struct Places {
     /// The library, created if it is missing.
@@ -34,6 +37,9 @@ struct Workspace {
     StatusLine& status;
     /// The message that is shown; empty for none.
     const std::optional<library::Recording>& current;
+
+    /// Removes the notices and the result of the previous action. Every action of the user calls it first.
+    void BeginAction() const;
 };
 
 }  // namespace zel::desktop

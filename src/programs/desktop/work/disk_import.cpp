@@ -40,8 +40,7 @@ QString ImportSummary::Text() const {
     return text;
 }
 
-DiskImport::DiskImport(std::string library, QObject* parent)
-    : QObject(parent), m_library_file(std::move(library)), m_timer(new QTimer(this)) {
+DiskImport::DiskImport(QObject* parent) : QObject(parent), m_timer(new QTimer(this)) {
     m_timer->setInterval(0);
     connect(m_timer, &QTimer::timeout, this, &DiskImport::Step);
 }
@@ -51,11 +50,11 @@ DiskImport::~DiskImport() {
     Cancel();
 }
 
-void DiskImport::Add(const MessageSource& source, const host::HostOptions& options) {
+void DiskImport::Add(const std::string& file, const MessageSource& source, const host::HostOptions& options) {
     if (!m_writer) {
         const auto on_recorded = [this](const library::RecordingKey&) { Q_EMIT recorded(); };
-        auto writer = std::make_unique<LibraryWriter>(m_library_file, on_recorded, [](const std::string&) {});
-        m_library = std::make_unique<library::Library>(m_library_file, library::Access::kRead, kLibraryWait);
+        auto writer = std::make_unique<LibraryWriter>(file, on_recorded, [](const std::string&) {});
+        m_library = std::make_unique<library::Library>(file, library::Access::kRead, kLibraryWait);
         m_items.clear();
         m_next = 0;
         m_summary = {};

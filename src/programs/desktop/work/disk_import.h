@@ -37,13 +37,14 @@ class DiskImport : public QObject {
     Q_OBJECT
 
   public:
-    explicit DiskImport(std::string library, QObject* parent = nullptr);
+    explicit DiskImport(QObject* parent = nullptr);
     /// Cancels the import without a signal.
     ~DiskImport() override;
 
     /// Starts an import, or appends to the running one.
+    /// @param file  library; the same one while an import is running.
     /// @throws LibraryError
-    void Add(const MessageSource& source, const host::HostOptions& options);
+    void Add(const std::string& file, const MessageSource& source, const host::HostOptions& options);
 
     bool IsRunning() const noexcept { return m_writer != nullptr; }
     /// Pauses the import while the module is used otherwise.
@@ -68,7 +69,6 @@ class DiskImport : public QObject {
     bool IsUnchanged(const Item& item, const std::string& options);
     void Finish();
 
-    const std::string m_library_file;
     QTimer* m_timer;
     std::vector<Item> m_items;
     std::size_t m_next = 0;

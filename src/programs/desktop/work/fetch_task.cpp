@@ -1,6 +1,8 @@
 #include "programs/desktop/work/fetch_task.h"
 
+#include <QCryptographicHash>
 #include <QFile>
+#include <algorithm>
 
 #include "host/ftp/remote_url.h"
 #include "programs/desktop/common/text.h"
@@ -21,6 +23,37 @@ ftp::ServerOptions ServerOf(const FetchSettings& settings, const ftp::RemoteUrl&
     return server;
 }
 
+/// A name of the server as the name of a folder. Two names never give the same folder.
+/// @param also_encoded  a character that separates parts of the folder's name.
+QString FolderName(const std::string& name, const char* also_encoded = "") {
+    constexpr char kReadable[] = " ()+,";
+    const QByteArray bytes(name.data(), static_cast<qsizetype>(name.size()));
+    if (name == "." || name == "..") return QStringLiteral("%2E").repeated(bytes.size());
+    return QString::fromLatin1(bytes.toPercentEncoding(kReadable, also_encoded));
+}
+
+/// USER@HOST_PORT, without what is usual.
+QString ServerFolder(const ftp::ServerOptions& server) {
+    constexpr int kPort = 21, kTlsPort = 990;
+    QString folder = FolderName(Text(server.host).toLower().toStdString(), "_");
+    if (server.port != 0 && server.port != (server.tls_from_start ? kTlsPort : kPort))
+        folder += u'_' + QString::number(server.port);
+    if (!server.user.empty() && server.user != "anonymous") folder.prepend(FolderName(server.user) + u'@');
+    return folder;
+}
+
+/// A folder for each part of the remote directory.
+QStringList DirectoryFolders(const std::string& directory) {
+    QStringList folders;
+    if (directory.starts_with('/')) folders.append(QStringLiteral("%2F"));
+    for (std::size_t from = 0; from < directory.size();) {
+        const std::size_t end = std::min(directory.find('/', from), directory.size());
+        if (end != from) folders.append(FolderName(directory.substr(from, end - from)));
+        from = end + 1;
+    }
+    return folders;
+}
+
 }  // namespace
 
 QString FetchSettings::Error() const {
@@ -29,6 +62,24 @@ QString FetchSettings::Error() const {
     if (!ftp::Selection::Parse(selection.toStdString(), error)) return QStringLiteral("Messages: ") + Text(error);
     if (directory.trimmed().isEmpty()) return QStringLiteral("To folder: choose a folder for the files");
     return {};
+}
+
+QString FetchSettings::Folder() const {
+    /// In characters. The module opens no path of more than 259.
+    constexpr qsizetype kLongest = 120, kLongestPart = 40;
+    constexpr qsizetype kDigits = 6;
+    std::string error;
+    const auto address = ftp::ParseRemoteUrl(url.trimmed().toStdString(), error);
+    if (!address) return directory;
+    const QString server = ServerFolder(ServerOf(*this, *address));
+    const QStringList folders = DirectoryFolders(address->directory);
+    QString folder = (QStringList{server} + folders).join(u'/');
+    if (folder.size() > kLongest) {
+        const QByteArray hash = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256).toHex();
+        const QString last = folders.isEmpty() ? QString() : u'/' + folders.back().left(kLongestPart);
+        folder = server.left(kLongestPart) + u'_' + QString::fromLatin1(hash.left(kDigits)) + last;
+    }
+    return directory + u'/' + folder;
 }
 
 FetchTask::FetchTask(FetchSettings settings, QObject* parent) : QObject(parent), m_settings(std::move(settings)) {}
@@ -62,7 +113,7 @@ FetchResult FetchTask::Run() {
     ftp::FetchRequest request{.source = url->host + (url->port == 0 ? "" : ":" + std::to_string(url->port)),
                               .directory = url->directory,
                               .selection = *selection,
-                              .to = QFile::encodeName(m_settings.directory).toStdString(),
+                              .to = QFile::encodeName(m_settings.Folder()).toStdString(),
                               .overwrite = m_settings.overwrite,
                               .fonts = m_settings.fonts,
                               .listing_limits = {}};
@@ -74,6 +125,7 @@ FetchResult FetchTask::Run() {
     for (const ftp::FileReport& file : report.files) {
         if (file.outcome == ftp::FileOutcome::kFailed || file.outcome == ftp::FileOutcome::kMissing)
             result.failed_files.append(Text(file.name + ": " + file.reason));
+        if (file.outcome == ftp::FileOutcome::kSkipped) result.kept_files.append(Text(file.name));
     }
     return result;
 }

@@ -21,13 +21,18 @@ struct FetchSettings {
     QString password;
     /// "12", "1-20", "*.0012"
     QString selection;
-    /// Destination.
+    /// Each address has a folder of its own in this one.
     QString directory;
     bool overwrite = false, fonts = true, passive = true;
     ftp::Tls tls = ftp::Tls::kTry;
 
     /// The first invalid field and the reason; empty if all are valid.
     QString Error() const;
+
+    /// Destination: a folder in `directory` that is named for user, server, port and remote directory, so that disks
+    /// with the same message numbers never meet. Its last part is the name of the remote directory, if there is one.
+    /// Without a valid address it is `directory`.
+    QString Folder() const;
 };
 
 struct FetchResult {
@@ -36,6 +41,8 @@ struct FetchResult {
     QString failure;
     /// One line for each file that was not fetched.
     QStringList failed_files;
+    /// Names of the files that existed and were not overwritten.
+    QStringList kept_files;
     /// Files, or parts of files, may have been fetched.
     bool tried_files = false;
     bool cancelled = false;
