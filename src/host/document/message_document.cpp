@@ -214,11 +214,6 @@ void DocumentWriter::Head() {
     m_json.Number("bottom", static_cast<std::int16_t>(header.frame_bottom)).Close('}');
 }
 
-void DocumentWriter::Warnings() {
-    const std::vector<std::string> warnings = WarningsOf(m_message);
-    if (!warnings.empty()) m_json.Key("warnings").Written(Utf8Json(warnings));
-}
-
 std::string DocumentWriter::Write(const std::string& source) {
     constexpr std::size_t kAroundCharacters = 8192, kCharacter = 384;  // bytes; enough for almost every message
     m_json.Reserve(kAroundCharacters + m_message.characters.size() * kCharacter);

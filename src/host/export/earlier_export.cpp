@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "base/whole_file.h"
+#include "base/regular_file.h"
 #include "host/export/export_formats.h"
 #include "host/export/file_names.h"
 
@@ -75,8 +75,8 @@ Manifest EarlierExport(const std::filesystem::path& directory) {
     try {
         const std::vector<std::uint8_t> bytes = base::ReadFileBytes(file, kLargestManifest);
         manifest = ParseManifest({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-    } catch (const std::system_error& failure) {
-        refuse("could not be read: " + failure.code().message());
+    } catch (const std::runtime_error& failure) {
+        refuse(std::string("could not be read: ") + failure.what());
     }
     if (!manifest) refuse("is not the manifest of an export");
     for (ManifestMessage& message : manifest->messages) DropMissing(directory, message.files);
