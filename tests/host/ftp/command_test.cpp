@@ -96,9 +96,10 @@ TEST_F(FetchCommand, ResumesAfterAnInterrupt) {
     const TestServer slow({"hostile_server.py", (m_disk / "").string(), "--slow"});
     m_disk.Shell("head -c 5000000 /dev/urandom >MESSAGES/.0001");
     const std::string fetch = CommandDisk::Quoted(ZELTRANS_COMMAND) + " fetch " + slow.Url("") + " 1 --to here";
+    // A program in the background ignores SIGINT.
     CommandResult result = m_disk.Shell(fetch +
                                         " & while kill -0 $! && ! [ -s here/MESSAGES/.*.part ]; do sleep 0.01; done "
-                                        ">run.ls 2>&1; kill -INT $!; wait $!");
+                                        ">run.ls 2>&1; kill -TERM $!; wait $!");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_EQ(result.err, "zeltrans: interrupted; run the same command again to resume\n");
     result = m_disk.Shell(fetch);

@@ -56,9 +56,9 @@ TEST_F(FromARealServer, MakesADiskWhenTheDirectoryIsMessages) {
 TEST_F(FromARealServer, NotesAMessageWhoseFontsItCannotKnow) {
     ServeWell();
     m_directory = "/MESSAGES";
-    std::filesystem::create_directory(Here());
-    std::filesystem::create_symlink("elsewhere", Here() / ".0001");
-    Fetch("1");
+    samples::WriteWholeFile(Here() / "MESSAGES/.0001", "mine");
+    std::filesystem::resize_file(Here() / "MESSAGES/.0001", (256U << 20) + 1);
+    EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 skipped");
     EXPECT_THAT(m_notes, HasSubstr(".0001: the local file can't be read back"));
 }
 

@@ -118,11 +118,11 @@ TEST_F(ImportDialog, RestoresItsPositionWithinTheLimits) {
     RECT default_rect{};
     RunDialog([&](script::DialogDriver&, CZelTransDlg& dialog) { dialog.GetWindowRect(&default_rect); });
     for (const PositionCase& row : {PositionCase{1, 1999, true},
-                                 {1999, 1, true},
-                                 {0, 5, false},
-                                 {5, 2000, false},
-                                 {-3, 5, false},
-                                 {5, 0, false}}) {
+                                    {1999, 1, true},
+                                    {0, 5, false},
+                                    {5, 2000, false},
+                                    {-3, 5, false},
+                                    {5, 0, false}}) {
         settings.SetProfileInt("ZELFTPSaveOptions", "DialogX", row.x);
         settings.SetProfileInt("ZELFTPSaveOptions", "DialogY", row.y);
         RunDialog([&](script::DialogDriver&, CZelTransDlg& dialog) {
