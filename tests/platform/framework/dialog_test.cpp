@@ -4,7 +4,7 @@
 #include "platform/framework/exceptions.h"
 #include "platform/script/headless_desktop.h"
 #include "platform/system/errors.h"
-#include "test_dialog.h"
+#include "platform/test_dialog.h"
 
 namespace zel::test {
 

@@ -4,7 +4,7 @@
 
 #include "platform/framework/cfiledialog.h"
 #include "platform/framework/message_box.h"
-#include "test_dialog.h"
+#include "platform/test_dialog.h"
 
 namespace zel::test {
 

@@ -6,7 +6,7 @@
 #include "platform/framework/cdialog.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/script/dialog_driver.h"
-#include "test_dialog.h"
+#include "platform/test_dialog.h"
 
 namespace zel::test {
 
