@@ -26,10 +26,6 @@ struct FailureCase {
     bool from_then_on;
 };
 
-void PrintTo(const FailureCase& row, std::ostream* out) {
-    *out << row.name;
-}
-
 /// What the documents of the formats give. The import hears nothing when its message can't be read. A font that can't
 /// be loaded takes its characters with it, a stored glyph cut short ends the walk with a file error, and memory that
 /// runs out leaves as the framework's exception from wherever it did.
