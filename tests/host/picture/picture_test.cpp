@@ -144,15 +144,6 @@ TEST_F(PictureOf, ALaterCharacterIsDrawnOverAnEarlierOne) {
     EXPECT_EQ(At(picture, 59, 108).red, 99);
 }
 
-TEST_F(PictureOf, ACharacterOutsideThePictureIsCutOff) {
-    WriteFont(BlockFont());
-    samples::MessageFile message = OneRow("AB");
-    message.rows[0].cells[0].char_x = 711;   // x 718
-    message.rows[0].cells[1].char_y = 1023;  // below the last line
-    WriteMessage(message);
-    EXPECT_EQ(Ink(Compose()), (std::array{718, 108, 720, 110}));
-}
-
 TEST_F(PictureOf, TextIsOnTheBaselineOfItsBitmaps) {
     samples::FontFile font = BlockFont();
     font.header.font_height = 60;

@@ -76,14 +76,6 @@ TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
                                  R"({"event":"font","result":0,"fonts":[null,)"));
 }
 
-TEST_F(FontRun, ReportsTheFileThatItReadInsteadOfTheRequestedOne) {
-    WriteFont(BlockFont(), 2);
-    m_font.warnings = true;
-    m_font.box_answer = host::BoxAnswer::kYes;
-    m_font.browse = Path("MACHINE/.0002");
-    EXPECT_EQ(run::RunFont(m_font).read_from, Path("MACHINE/.0002"));
-}
-
 struct RefusedFont {
     const char* name;
     const char* file;
@@ -92,9 +84,6 @@ struct RefusedFont {
     std::optional<host::BoxAnswer> answer = std::nullopt;
     const char* browse = nullptr;
 };
-void PrintTo(const RefusedFont& failure, std::ostream* out) {
-    *out << failure.name;
-}
 
 class FailedFont : public FontRun, public testing::WithParamInterface<RefusedFont> {};
 
