@@ -101,6 +101,17 @@ TEST_F(BatchRun, ReportsWhyTheModuleRefusesARange) {
     EXPECT_THAT(m_items.items, IsEmpty());
 }
 
+TEST_F(BatchRun, StopsAtEachCheckOfTheEscapeKey) {
+    for (const char* name : {".0001", ".0002", ".0003", ".0004"}) WriteMessage(OneRow("A"), name);
+    for (const int asking : {1, 2, 3, 6}) {
+        int asked = 0;
+        m_batch.stop = [&] { return ++asked >= asking; };
+        EXPECT_EQ(Run().end, run::BatchEnd::kStopped);
+        EXPECT_EQ(m_items.items.size(), static_cast<std::size_t>((asking - 1) / 2)) << asking;
+        EXPECT_EQ(asked, asking);
+    }
+}
+
 /// Throws a memory exception at the second character.
 class OutOfMemoryOnce : public host::HostObserver {
   public:

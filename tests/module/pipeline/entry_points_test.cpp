@@ -87,6 +87,11 @@ TEST_F(EntryPoints, ImportRunsWithoutACallback) {
     EXPECT_EQ(Order(), "1212 1157 1181 1180 1213 15");
 }
 
+TEST_F(EntryPoints, OffsetOfTheLastMessageCanBeReset) {
+    ZelYOffsetReset(-3);
+    EXPECT_EQ(ZelYOffset(), -3);
+}
+
 TEST_F(EntryPoints, ConstructorsReadAndStoreSkipWarnings) {
     settings.SetProfileInt("ZELFNTSaveOptions", "SkipWarnings", 3);
     const OpenDialog modal(nullptr);
