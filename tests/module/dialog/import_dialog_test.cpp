@@ -14,7 +14,6 @@ namespace {
 using module_test::MessageOf;
 using module_test::ModuleTest;
 using module_test::OpenDialog;
-using module_test::WindowMessage;
 using testing::ElementsAre;
 
 class ImportDialog : public ModuleTest {};
