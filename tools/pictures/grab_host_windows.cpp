@@ -14,9 +14,9 @@
 
 #include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
+#include "pictures/grab.h"
 #include "platform/script/dialog_driver.h"
 #include "platform/script/memory_settings_store.h"
-#include "pictures/grab.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/program_icon.h"
 #include "programs/desktop/windows/main_window.h"

@@ -12,12 +12,12 @@
 #include "module/contract/zel_trans_ftp.h"
 #include "module/dialog/browse.h"
 #include "module/state/module_state.h"
+#include "pictures/grab.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/message_box.h"
 #include "platform/script/memory_settings_store.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/qt_desktop.h"
-#include "pictures/grab.h"
 
 using namespace zel;
 
