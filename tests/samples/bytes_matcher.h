@@ -1,8 +1,6 @@
 #pragma once
 
-#include <ostream>
 #include <string>
-#include <vector>
 
 #include "samples/byte_writer.h"
 
@@ -22,11 +20,6 @@ inline Bytes Hex(const std::string& text) {
         digits.clear();
     }
     return bytes;
-}
-
-template <typename Range>
-Bytes AsBytes(const Range& range) {
-    return Bytes(range.begin(), range.end());
 }
 
 /// `count` bytes from `offset`, which have to be there.

@@ -252,6 +252,7 @@ TEST_P(DescribedRecord, PutsEachFieldWhereItIsWritten) {
             continue;
         }
         field.first_bit += 8 * record.offset;
+        EXPECT_EQ(written->second.size(), record.zeros.size()) << field.name << " is cut to its width";
         EXPECT_EQ(Changed(record.zeros, written->second), BitsOf(field)) << field.name;
         filled.erase(written);
     }
