@@ -50,27 +50,6 @@ TEST(FontHeader, ConvertsEachFieldInPlace) {
     }
 }
 
-TEST(FontHeader, FieldsHaveTheWrittenValues) {
-    FontFile font;
-    font.header.font_name = std::string(70, 'n');
-    font.header.font_id_text = "7077";
-    font.header.font_height = -40;
-    font.header.row_top_offset = -3;
-    font.header.row_inset = 9;
-    font.header.edge_type = 1;
-    font.header.edge_direction = 3;
-    font.header.edge_size = 200;
-    font.header.word_table_size = 0x12340000;
-    const Loaded loaded(samples::WriteFont(font));
-    ASSERT_EQ(loaded.outcome, font::FontOutcome::kRead) << "the low 16 bits of the word table's size are 0";
-    const tag_font_header header = *loaded.slot.font_header;
-    EXPECT_EQ(header.Name(), std::string(70, 'n'));
-    EXPECT_EQ(header.IdText(), "7077");
-    EXPECT_THAT((std::vector<int>{header.font_height, header.row_top_offset, header.row_inset, header.EdgeType(),
-                                  header.EdgeDirection(), header.edge_bits, header.edge_size}),
-                ElementsAre(-40, -3, 9, 1, 3, 0x31, 200));
-}
-
 TEST(DirectoryEntry, BitFieldsStartAtTheLowestBit) {
     const auto word = [](const samples::CharEntry& entry) {
         return std::uint32_t{font::ConvertCharEntry(samples::WriteCharEntry(entry)).glyph_word};
@@ -196,44 +175,27 @@ struct SizeCase {
     font::FontOutcome outcome;
 };
 
+template <int width, int height>
+void WithSample(FontFile& font) {
+    font.sample = samples::SampleBlock{0, {}, {width, height, {}}};
+}
+
 TEST(FontSizes, AreCheckedAgainstTheFileBeforeAllocation) {
     const SizeCase kCases[] = {
         {"a negative auxiliary block", [](FontFile& f) { f.header.aux_block_size = -1; }, font::FontOutcome::kNoMemory},
         {"a negative word table", [](FontFile& f) { f.header.word_table_size = 0x8000; }, font::FontOutcome::kNoMemory},
+        {"a word table without low 16 bits", [](FontFile& f) { f.header.word_table_size = 0x12340000; },
+         font::FontOutcome::kRead},
         {"a word table of an odd size", [](FontFile& f) { f.header.word_table_size = 3; },
          font::FontOutcome::kShortBlock},
         {"the largest encoding data", [](FontFile& f) { f.header.encoding_size = 0xFFFFFFFF; },
          font::FontOutcome::kShortEncoding},
-        {"a sample of negative height",
-         [](FontFile& f) {
-             f.sample = samples::SampleBlock{0, {5, -1, {}}, {}};
-         },
-         font::FontOutcome::kNoMemory},
-        {"a sample of negative width",
-         [](FontFile& f) {
-             f.sample = samples::SampleBlock{0, {}, {-1, 2, {}}};
-         },
-         font::FontOutcome::kNoMemory},
-        {"a sample of both negative",
-         [](FontFile& f) {
-             f.sample = samples::SampleBlock{0, {-5, -5, {}}, {}};
-         },
-         font::FontOutcome::kRead},
-        {"a sample without rows",
-         [](FontFile& f) {
-             f.sample = samples::SampleBlock{0, {5, 0, {}}, {}};
-         },
-         font::FontOutcome::kRead},
-        {"a row of width 0",
-         [](FontFile& f) {
-             f.sample = samples::SampleBlock{0, {0, 1, {}}, {}};
-         },
-         font::FontOutcome::kShortSampleRow},
-        {"the largest sample",
-         [](FontFile& f) {
-             f.sample = samples::SampleBlock{0, {32767, 32767, {}}, {}};
-         },
-         font::FontOutcome::kShortSampleRow},
+        {"a sample of negative height", WithSample<5, -1>, font::FontOutcome::kNoMemory},
+        {"a sample of negative width", WithSample<-1, 2>, font::FontOutcome::kNoMemory},
+        {"a sample of both negative", WithSample<-5, -5>, font::FontOutcome::kRead},
+        {"a sample without rows", WithSample<5, 0>, font::FontOutcome::kRead},
+        {"a row of width 0", WithSample<0, 1>, font::FontOutcome::kShortSampleRow},
+        {"the largest sample", WithSample<32767, 32767>, font::FontOutcome::kShortSampleRow},
     };
     for (const SizeCase& row : kCases) {
         FontFile font;
