@@ -145,30 +145,7 @@ TEST(FontSections, FollowFromTheFlags) {
     }
 }
 
-font::FontOutcome OutcomeOfPrefix(std::size_t n, const samples::FontOffsets& at, bool leading) {
-    if (n < 136) return font::FontOutcome::kShortPsosHeader;
-    if (n < at.directory) return font::FontOutcome::kShortFontHeader;
-    if (n < at.encoding) return font::FontOutcome::kShortDirectory;
-    if (n < at.first_sample)
-        return leading ? font::FontOutcome::kShortLeadingEncoding : font::FontOutcome::kShortEncoding;
-    if (leading && n < at.first_sample + 10) return font::FontOutcome::kShortLeadingSample;
-    if (n < at.aux_block) return font::FontOutcome::kShortSampleRow;
-    if (n < at.sample + 10) return font::FontOutcome::kShortBlock;
-    if (n < at.stored.at(7)) return font::FontOutcome::kShortSampleRow;
-    return n < at.stored.at(191) + 4 ? font::FontOutcome::kShortBlock : font::FontOutcome::kRead;
-}
-
-TEST(FontTruncation, EveryPrefixHasItsOutcome) {
-    for (const unsigned flags : {0x24U, 18U}) {
-        samples::FontOffsets at;
-        const Bytes bytes = samples::WriteFont(WithAllBlocks(flags), &at);
-        for (std::size_t n = 0; n <= bytes.size(); ++n) {
-            const Loaded loaded{std::span(bytes).first(n)};
-            ASSERT_EQ(loaded.outcome, OutcomeOfPrefix(n, at, flags == 18)) << flags << " " << n;
-        }
-    }
-}
-
+// tests/faults checks the outcome of every prefix.
 struct SizeCase {
     const char* name;
     void (*change)(FontFile&);
