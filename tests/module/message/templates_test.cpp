@@ -166,19 +166,13 @@ TEST_F(Templates, FieldWithoutAFontUsesTheOneThatFitsItsRow) {
     Font(5, 9, 20, 60);  // the same number: only the first slot counts
     Font(7, 8, 20, 60);
     Empty(0, 20, 60);
+    Empty(1, 1, 60);  // fits none
+    Tab(1, 1, 2, 20);
     Tab(0, 1, 2, 20);
     Make();
     EXPECT_EQ(Row(0).chars[0].Font(), 7);
-    EXPECT_THAT(Boxes(), ElementsAre(kBox));
-}
-
-TEST_F(Templates, FieldThatFitsNoFontKeepsItsNumber) {
-    Font(2, 9, 10, 50);
-    Empty(0, 1, 60);
-    Tab(0, 1, 2, 20);
-    Make();
-    EXPECT_EQ(Row(0).chars[0].Font(), 20);
-    EXPECT_EQ(Row(0).Top(), 1) << "the default leaves the limits";
+    EXPECT_EQ(Row(1).chars[0].Font(), 20);
+    EXPECT_EQ(Row(1).Top(), 1) << "the default leaves the limits";
     EXPECT_THAT(Boxes(), ElementsAre(kBox));
 }
 
