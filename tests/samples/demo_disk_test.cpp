@@ -196,35 +196,29 @@ TEST(Page, RefusesWhatTheFileCantHold) {
 struct EdgeCase {
     const char* name;
     Edge edge;
-    int x, y;  ///< from the face's single pixel
+    unsigned x, y;  ///< 10 and 10 are the face's single pixel.
     bool covered;
 };
-void PrintTo(const EdgeCase& row, std::ostream* out) {
-    *out << row.name;
-}
 
-class Edges : public testing::TestWithParam<EdgeCase> {};
-TEST_P(Edges, CoverThePixel) {
+TEST(Edges, CoverTheirPixels) {
+    constexpr EdgeCase kCases[] = {
+        {"border reaches its size", {EdgeType::kBorder, 0, 3}, 7, 10, true},
+        {"border ends there", {EdgeType::kBorder, 0, 3}, 14, 10, false},
+        {"border is round", {EdgeType::kBorder, 0, 3}, 13, 13, false},
+        {"shadow falls to the lower right", {EdgeType::kDropShadow, 0, 6}, 14, 14, true},
+        {"shadow is solid", {EdgeType::kDropShadow, 0, 6}, 12, 12, true},
+        {"shadow leaves the lit side", {EdgeType::kDropShadow, 0, 6}, 9, 9, false},
+        {"direction 2 is lower left", {EdgeType::kDropShadow, 2, 6}, 6, 14, true},
+        {"direction 5 is up", {EdgeType::kDropShadow, 5, 6}, 10, 4, true},
+        {"offset is the face moved", {EdgeType::kOffset, 7, 6}, 16, 10, true},
+        {"offset is apart", {EdgeType::kOffset, 7, 6}, 13, 10, false},
+        {"no edge covers nothing", {EdgeType::kNone, 0, 6}, 10, 10, false},
+    };
     Coverage face{21, 21, Bytes(21 * 21)};
     face.At(10, 10) = 255;
-    const Coverage edge = DrawEdge(face, GetParam().edge);
-    const auto at = [](int offset) { return static_cast<unsigned>(10 + offset); };
-    EXPECT_EQ(edge.At(at(GetParam().x), at(GetParam().y)), GetParam().covered ? 255 : 0);
+    for (const EdgeCase& row : kCases)
+        EXPECT_EQ(DrawEdge(face, row.edge).At(row.x, row.y), row.covered ? 255 : 0) << row.name;
 }
-INSTANTIATE_TEST_SUITE_P(
-    Each, Edges,
-    testing::Values(EdgeCase{"border_reaches_its_size", {EdgeType::kBorder, 0, 3}, -3, 0, true},
-                    EdgeCase{"border_ends_there", {EdgeType::kBorder, 0, 3}, 4, 0, false},
-                    EdgeCase{"border_is_round", {EdgeType::kBorder, 0, 3}, 3, 3, false},
-                    EdgeCase{"shadow_falls_to_the_lower_right", {EdgeType::kDropShadow, 0, 6}, 4, 4, true},
-                    EdgeCase{"shadow_is_solid", {EdgeType::kDropShadow, 0, 6}, 2, 2, true},
-                    EdgeCase{"shadow_leaves_the_lit_side", {EdgeType::kDropShadow, 0, 6}, -1, -1, false},
-                    EdgeCase{"direction_2_is_lower_left", {EdgeType::kDropShadow, 2, 6}, -4, 4, true},
-                    EdgeCase{"direction_5_is_up", {EdgeType::kDropShadow, 5, 6}, 0, -6, true},
-                    EdgeCase{"offset_is_the_face_moved", {EdgeType::kOffset, 7, 6}, 6, 0, true},
-                    EdgeCase{"offset_is_apart", {EdgeType::kOffset, 7, 6}, 3, 0, false},
-                    EdgeCase{"no_edge_covers_nothing", {EdgeType::kNone, 0, 6}, 0, 0, false}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 }  // namespace zel::samples
