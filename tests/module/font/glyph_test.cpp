@@ -175,8 +175,7 @@ TEST_F(Glyphs, EmptyRunCodedGlyphIsTheFill) {
 
 TEST_F(Glyphs, StoredIsStraightenedAndFlipped) {
     samples::StoredGlyph glyph = SolidGlyph(2, 2);
-    const std::uint8_t pixels[] = {128, 128, 64, 200, 255, 1, 2, 3, 0, 9, 9, 9, 255, 4, 5, 6};
-    glyph.pixels.assign(std::begin(pixels), std::end(pixels));
+    glyph.pixels = {128, 128, 64, 200, 255, 1, 2, 3, 0, 9, 9, 9, 255, 4, 5, 6};
     samples::FontFile font = PlainFont();
     font.AddStored('S', glyph, 0, 0);
     Load(font);

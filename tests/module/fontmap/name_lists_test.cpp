@@ -128,28 +128,22 @@ TEST_F(NameLists, TypefacesAreMappedByTheirBitstreamNames) {
     EXPECT_EQ(found, "untouched");
 }
 
-struct MissingCase {
-    int import_skip, ignore_errors;
-    bool bitstream_box, typeface_box;
-};
-
 TEST_F(NameLists, MissingListsShowABoxUnlessTheirSettingSuppressesIt) {
-    for (const MissingCase& row : {MissingCase{0, 0, true, true}, MissingCase{1, 0, false, true},
-                                   MissingCase{0, 1, true, false}, MissingCase{1, 1, false, false}}) {
+    for (const auto& [import_skip, ignore_errors] : {std::pair(0, 0), {1, 0}, {0, 1}, {1, 1}}) {
         OpenDialog dialog(nullptr);
-        dialog.m_bImportSkip = row.import_skip;
-        CZelFont::m_bIgnoreErrors = row.ignore_errors;
+        dialog.m_bImportSkip = import_skip;
+        CZelFont::m_bIgnoreErrors = ignore_errors;
         EXPECT_FALSE(dialog.MapBitStreamFont());
         EXPECT_FALSE(dialog.MapTypeFace());
         std::vector<std::string> boxes;
         for (const auto& [shown, text] :
-             {std::pair(row.bitstream_box, "Open BitStream Font Mapping File: D:\\MAPS\\bitstream_fontlist.txt"),
-              {row.typeface_box, "Find Typeface Mapping File: D:\\MAPS\\typeface_list.txt"}}) {
+             {std::pair(import_skip == 0, "Open BitStream Font Mapping File: D:\\MAPS\\bitstream_fontlist.txt"),
+              {ignore_errors == 0, "Find Typeface Mapping File: D:\\MAPS\\typeface_list.txt"}}) {
             if (shown)
                 boxes.push_back("Zelmara! Import Error|Couldn't " + std::string(text) +
                                 "\n           The system cannot find the file specified.\r\n");
         }
-        EXPECT_EQ(NewBoxes(), boxes) << row.import_skip << row.ignore_errors;
+        EXPECT_EQ(NewBoxes(), boxes) << import_skip << ignore_errors;
     }
 }
 

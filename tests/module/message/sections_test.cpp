@@ -83,8 +83,7 @@ TEST(MessageSections, ArePositionedAsTheFormatDefines) {
 }
 
 TEST(MessageSections, FileOfRowsOnlyHasTheDefaultPalette) {
-    samples::MessageFile file;
-    file.rows = {samples::EmptyRow(0)};
+    samples::MessageFile file{.rows = {samples::EmptyRow(0)}};
     message::LoadedMessage message;
     ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
     struct Set {
@@ -112,8 +111,7 @@ TEST(PaletteSection, DependsOnItsWordCount) {
     for (const unsigned words : {0U, 1U, 3U, 512U, 513U}) {  // the last is one more than the block holds
         SCOPED_TRACE(words);
         const unsigned present = std::min(words, 512U);
-        samples::MessageFile file;
-        file.rows = {samples::EmptyRow(0)};
+        samples::MessageFile file{.rows = {samples::EmptyRow(0)}};
         file.palette = samples::PaletteBlock{.palette_lead = 0x1234, .palette_words = words, .entries = {}};
         file.palette->entries.assign((present + 1) / 2, 0xA1B2C3D4);
         message::LoadedMessage message;
@@ -129,8 +127,7 @@ TEST(PaletteSection, DependsOnItsWordCount) {
 }
 
 TEST(PaletteSection, BeyondItsLimitTheNextSectionBeginsInItsRemainder) {
-    samples::MessageFile file;
-    file.rows = {samples::EmptyRow(0)};
+    samples::MessageFile file{.rows = {samples::EmptyRow(0)}};
     file.palette.emplace();
     file.palette->entries.assign(300, 0xBBBD0000);  // the 513th word is the tag of a background
     file.background.emplace();
@@ -192,8 +189,7 @@ TEST(VerticalCorrection, MovesUpByTheSmallestRowAtMostByTheLineOffset) {
 }
 
 TEST(TabTable, RecordsAreConvertedAndCheckedAgainstTheRows) {
-    samples::MessageFile file;
-    file.rows = {samples::RowFromText(120, "A", 0, 0)};
+    samples::MessageFile file{.rows = {samples::RowFromText(120, "A", 0, 0)}};
     file.rows[0].row_bottom = 44;
     file.tabs.emplace();
     file.tabs->third_word = 0xFFFF;
@@ -222,8 +218,7 @@ TEST(TabTable, CountsItsRecordsInWords) {
     for (const CountCase& row :
          {CountCase{0, 0, 0}, {12, 0, 0}, {13, 1, 1}, {14, 1, 1}, {2612, 200, 200}, {2613, 201, -1}, {65535, 0, -1}}) {
         SCOPED_TRACE(row.words);
-        samples::MessageFile file;
-        file.rows = {samples::EmptyRow(0)};
+        samples::MessageFile file{.rows = {samples::EmptyRow(0)}};
         file.tabs.emplace();
         file.tabs->fields.assign(row.records, Tab(1, 2, 0));
         file.tabs->tab_words = row.words;
@@ -256,8 +251,7 @@ TEST(Truncation, GivesZerosForTheRecordsThatAreMissing) {
 }
 
 TEST(Truncation, AnnouncedRowsThatTheFileDoesNotHoldAreZero) {
-    samples::MessageFile file;
-    file.rows = {samples::RowFromText(400, "A", 0, 0)};
+    samples::MessageFile file{.rows = {samples::RowFromText(400, "A", 0, 0)}};
     file.header.last_row = 65535;
     message::LoadedMessage message;
     ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);

@@ -18,10 +18,8 @@ using module_test::ModuleTest;
 using module_test::OpenDialog;
 
 tag_font_header Header(const std::string& name, const std::string& id = "") {
-    samples::FontFile font;
-    font.header.font_name = name;
+    samples::FontFile font = module_test::PlainFont(name);
     font.header.font_id_text = id;
-    font.header.font_height = 40;
     return font::ConvertFontHeader(samples::WriteFontHeader(font));
 }
 
@@ -142,11 +140,6 @@ TEST(Edge, AnglesAndSwitch) {
         expected.edge_type = type;
         expected.edge_on = type >= 1 && type <= 3 ? 1 : 0;
         EXPECT_EQ(std::memcmp(&effect, &expected, sizeof effect), 0) << type;
-        message.m_pPalette = new tag_palete{};
-        message.DefaultPalette();
-        message.ApplySlotEffects(&slot, &effect);
-        EXPECT_EQ(effect.face_colour, 0xD9D9D9U);
-        EXPECT_EQ(effect.edge_colour, 0x808080U);
         message.ApplySlotEffects(&slot, nullptr);
     }
 }

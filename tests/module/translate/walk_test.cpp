@@ -35,13 +35,17 @@ class Walk : public ModuleTest {
         font.header.edge_size = 6;
         font.AddStored('S', SolidGlyph(6, 4, 0x8000), 20, 9);
     }
-    void Run(const MessageFile& file, bool baseline_align = true, bool tt_convert = false) {
+    /// Writes the font and reads it into a slot.
+    void LoadFont(int slot) {
         WriteFont(1, font);
+        CString path("D:\\MACHINE");
+        ASSERT_EQ(fonts.ReadFont(path, 1, slot, false), 1);
+    }
+    void Run(const MessageFile& file, bool baseline_align = true, bool tt_convert = false) {
         WriteMessage(file);
         CZelMessage message("", "D:\\MESSAGES", ".0001", &dialog);
         ASSERT_TRUE(message.ReadMessage(&dialog));
-        CString path("D:\\MACHINE");
-        ASSERT_EQ(fonts.ReadFont(path, 1, 0, false), 1);
+        if (fonts.m_Slots[0].font_header == nullptr) LoadFont(0);
         chars.clear();
         message.EmitCharacters(&Host(), &fonts, baseline_align, tt_convert);
     }
@@ -219,9 +223,7 @@ TEST_F(Walk, CodeBeyondTheDirectoryIsACharacterWithoutGlyph) {
 TEST_F(Walk, FontInNoMapUsesTheLastLookUp) {
     dialog.m_mapBitStreamFamily.SetAt("Fam", "Fam bold BT");
     font.header.font_name = "Unknown";
-    WriteFont(2, font);
-    CString path("D:\\MACHINE");
-    ASSERT_EQ(fonts.ReadFont(path, 2, 1, false), 1);
+    LoadFont(1);
     font.header.font_name = "Fam Regular";
     RowText row = Row("ABC");
     row.cells[0].char_font = row.cells[2].char_font = 1;
@@ -241,14 +243,9 @@ TEST_F(Walk, StoredGlyphCutShortEndsItWithAFileError) {
     samples::FontOffsets at;
     samples::Bytes bytes = samples::WriteFont(font, &at);
     bytes.resize(at.stored['S'] + 11);
-    WriteFont(1, font);
-    WriteMessage(MessageOf({Row("ASB")}));
-    CZelMessage message("", "D:\\MESSAGES", ".0001", &dialog);
-    ASSERT_TRUE(message.ReadMessage(&dialog));
-    CString path("D:\\MACHINE");
-    ASSERT_EQ(fonts.ReadFont(path, 1, 0, false), 1);
+    LoadFont(0);
     WriteFile("MACHINE/.0001", bytes);
-    ExpectFileError("D:\\MACHINE\\.0001", [&] { message.EmitCharacters(&Host(), &fonts, true, false); });
+    ExpectFileError("D:\\MACHINE\\.0001", [&] { Run(MessageOf({Row("ASB")})); });
     EXPECT_EQ(Text(), "A");
 }
 
