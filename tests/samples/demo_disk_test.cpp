@@ -5,7 +5,7 @@
 #include <map>
 #include <stdexcept>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "base/text.h"
 #include "module/font/format/measure_run_codes.h"
@@ -21,6 +21,8 @@ namespace {
 
 using samples_test::ReadAll;
 using samples_test::ScratchDirectory;
+using testing::HasSubstr;
+using testing::ThrowsMessage;
 
 std::map<std::string, std::string> FilesBelow(const std::filesystem::path& directory) {
     std::map<std::string, std::string> files;
@@ -49,21 +51,13 @@ TEST(DemonstrationDisk, HasFontsMessagesAndBothListsTheSameOnEveryRun) {
 TEST(DemonstrationDisk, NamesAFileThatCantBeWritten) {
     const ScratchDirectory scratch;
     std::filesystem::create_directories(scratch.Path() / "MACHINE" / ".0012" / "in the way");
-    try {
-        WriteDemonstrationDisk(scratch.Path());
-        FAIL() << "nothing was thrown";
-    } catch (const std::runtime_error& error) {
-        EXPECT_NE(std::string(error.what()).find("MACHINE/.0012: "), std::string::npos) << error.what();
-    }
+    EXPECT_THAT([&] { WriteDemonstrationDisk(scratch.Path()); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("MACHINE/.0012: ")));
 }
 
 TEST(Rasterizer, NamesATypefaceThatIsMissing) {
-    try {
-        const Rasterizer rasterizer({.family = "No Such Face", .em = 40});
-        FAIL() << "nothing was thrown";
-    } catch (const std::runtime_error& error) {
-        EXPECT_NE(std::string(error.what()).find("No Such Face"), std::string::npos) << error.what();
-    }
+    EXPECT_THAT([] { Rasterizer({.family = "No Such Face", .em = 40}); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("No Such Face")));
 }
 
 /// The fonts, drawn once for all tests.
@@ -119,9 +113,10 @@ TEST(DiskFonts, HaveColoursMultipliedByAlphaInStoredGlyphs) {
 }
 
 const DiskFont* FontOf(unsigned number) {
-    const auto fonts = Shelf().All();
-    const auto found = std::ranges::find(fonts, number, [](const DiskFont* font) { return font->number; });
-    return found == fonts.end() ? nullptr : *found;
+    for (const DiskFont* font : Shelf().All()) {
+        if (font->number == number) return font;
+    }
+    return nullptr;
 }
 
 TEST(DiskMessages, StayInsideTheSafeTitleArea) {

@@ -6,17 +6,14 @@
 #include <gtest/gtest.h>
 
 #include "module/font/format/draw_run_codes.h"
-#include "samples/bytes_matcher.h"
 
 namespace zel::samples {
 namespace {
 
-using samples_test::Hex;
-
 TEST(RunCode, HasItsFieldsInPlaceAndTruncatesThem) {
     EXPECT_EQ(RunCodeBytes(std::array{RunCode(RunOperation::kBlended, 0xAB, 0xCD, 1, true), BackgroundRun(32),
                                       ColourRun(0x102, 0x180, 31), EndOfLine(), EndOfGlyph()}),
-              Hex("80ABCDFA 00030000 00028009 00000003 00000000"));
+              (Bytes{0x80, 0xAB, 0xCD, 0xFA, 0, 3, 0, 0, 0, 2, 0x80, 9, 0, 0, 0, 3, 0, 0, 0, 0}));
 }
 
 /// Every pair of levels that the encoder distinguishes, in an order that gives short and long runs.
