@@ -27,12 +27,7 @@ message::MessageOutcome Load(const samples::MessageFile& file, message::LoadedMe
 }
 
 samples::TabField Tab(unsigned start, unsigned end, unsigned row, const std::string& name = "NAME") {
-    samples::TabField tab;
-    tab.tab_start = start;
-    tab.tab_end = end;
-    tab.tab_row = row;
-    tab.tab_name = name;
-    return tab;
+    return {.tab_start = start, .tab_end = end, .tab_name = name, .tab_row = row};
 }
 
 samples::MessageFile WithAllSections() {
@@ -74,7 +69,8 @@ TEST(MessageSections, ArePositionedAsTheFormatDefines) {
     EXPECT_EQ(message.header->frame_bottom, 380);
     EXPECT_EQ(message.header->font_numbers[0], kNoFont);
     EXPECT_EQ(message.header->font_numbers[15], 4711);
-    EXPECT_EQ(message.rows[0].chars[1].Code(), 'B');
+    const tag_msg_char& last = message.rows[0].chars[1];
+    EXPECT_THAT((std::vector<int>{last.Code(), last.Next(), last.word0 >> 2 & 1}), ElementsAre('B', kChainEnd, 1));
     EXPECT_TRUE(message.rows[1].Empty());
     EXPECT_EQ(message.rows[2].chars[0].Code(), 'C');
     EXPECT_EQ(message.palette->colour_sets[7][31], 0x102030FFU);
