@@ -22,8 +22,8 @@
 #include <unistd.h>
 
 #include "module/contract/dialog_ids.h"
+#include "pictures/grab.h"
 #include "platform/system/files.h"
-#include "programs/desktop/grab.h"
 #include "programs/desktop/host_window_fixture.h"
 #include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/widgets/status_line.h"
@@ -229,7 +229,7 @@ TEST_F(HostWindowState, SortsFiltersAndFollowsOtherPrograms) {
         library::Library other(LibraryFile(), library::Access::kWrite);
         library::Recording recording = *other.Find({"NEWS", 3});
         recording.disk = "SPORT";
-        recording.text = "Aardvark\nsecond line";
+        recording.text = "Tomorrow evening\nsecond line";
         recording.warnings = {"font 0099 is missing"};
         other.Record({&recording, 1});
     }
@@ -240,7 +240,10 @@ TEST_F(HostWindowState, SortsFiltersAndFollowsOtherPrograms) {
     EXPECT_EQ(title(3), "SPORT 0003");
     EXPECT_EQ(title(4), "NEWS 0004");
     Trigger("by_title");
-    EXPECT_EQ(title(0), "SPORT 0003");
+    EXPECT_EQ(title(LibraryList().rowCount() - 1), "NEWS 0020") << "without a title";
+    int row = 0;
+    while (title(row) != "SPORT 0003") ++row;
+    EXPECT_EQ(title(row - 1), "NEWS 0006") << "Tomorrow";
     Trigger("by_disk");
     EXPECT_EQ(title(static_cast<int>(s_count)), "SPORT 0003");
 
@@ -474,7 +477,7 @@ double Contrast(const QColor& one, const QColor& other) {
 TEST(ReadableColours, HintsInBothPalettesAndUncheckedBoxesInADarkOne) {
     const QPalette before = QApplication::palette();
     for (const char* const palette : {"light", "dark"}) {
-        UsePalette(palette);
+        pictures::UsePalette(palette);
         desktop::UseReadableColours();
         const QPalette used = QApplication::palette();
         EXPECT_GE(Contrast(used.color(QPalette::PlaceholderText), used.color(QPalette::Base)), 4.5) << palette;
