@@ -11,7 +11,6 @@
 #include <iostream>
 
 #include "pictures/grab.h"
-#include "platform/script/dialog_driver.h"
 #include "platform/script/memory_settings_store.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/program_icon.h"
