@@ -28,5 +28,6 @@ function(zeltrans_test folder)
   if(ZELTRANS_SANITIZE_THREADS)
     list(APPEND properties ENVIRONMENT "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/thread_sanitizer.supp")
   endif()
-  gtest_discover_tests(${target} TEST_PREFIX ${ZELTRANS_TEST_PREFIX}${folder}. PROPERTIES ${properties} DISCOVERY_TIMEOUT 60)
+  gtest_discover_tests(${target} TEST_PREFIX ${ZELTRANS_TEST_PREFIX}${folder}. NO_PRETTY_VALUES
+    PROPERTIES ${properties} DISCOVERY_TIMEOUT 60)
 endfunction()

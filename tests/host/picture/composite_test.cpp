@@ -1,0 +1,139 @@
+#include "host/picture/composite.h"
+
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "host/picture/picture.h"
+
+namespace zel::test {
+
+namespace {
+
+TEST(StraightAlpha, OfAClearPixelLeavesTheGround) {
+    EXPECT_EQ(picture::Over({9, 9, 9, 0}, {1, 2, 3, 4}), (picture::Rgba{1, 2, 3, 4}));
+    EXPECT_EQ(picture::Over({9, 9, 9, 0}, {1, 2, 3, 0}), (picture::Rgba{1, 2, 3, 0}));
+}
+
+TEST(StraightAlpha, AgreesWithTheFormulaEverywhere) {
+    for (unsigned source_alpha = 1; source_alpha < 256; source_alpha += 2) {
+        for (unsigned ground_alpha = 0; ground_alpha < 256; ground_alpha += 3) {
+            const double s = source_alpha / 255.0, g = ground_alpha / 255.0 * (1 - s);
+            const picture::Rgba mixed = picture::Over({200, 30, 0, static_cast<std::uint8_t>(source_alpha)},
+                                                      {10, 250, 255, static_cast<std::uint8_t>(ground_alpha)});
+            ASSERT_NEAR(mixed.alpha, (s + g) * 255, 0.5001);
+            ASSERT_NEAR(mixed.red, (200 * s + 10 * g) / (s + g), 0.5001);
+            ASSERT_NEAR(mixed.green, (30 * s + 250 * g) / (s + g), 0.5001);
+        }
+    }
+}
+
+/// A view of 3 x 2 pixels, read back as one letter each: the red channel's, '.' for a clear pixel.
+class SmallView : public testing::Test {
+  protected:
+    std::string Drawn() const {
+        std::string text;
+        for (int row = 0; row < 2; ++row) {
+            for (int column = 0; column < 3; ++column) {
+                const std::uint8_t* pixel = &m_bytes[static_cast<std::size_t>(row * 3 + column) * 4];
+                text += pixel[3] != 0 ? static_cast<char>(pixel[0]) : '.';
+            }
+            text += row == 0 ? "|" : "";
+        }
+        return text;
+    }
+    std::array<std::uint8_t, 24> m_bytes{};
+    picture::PixelView m_view{m_bytes, 3, 2};
+};
+
+struct PlaceCase {
+    const char* name;
+    int x, y;
+    const char* drawn;
+};
+
+TEST_F(SmallView, ClipsABitmapToItself) {
+    // 2 x 2 pixels, bottom row first: "ab" above "cd".
+    const std::vector<std::uint8_t> bitmap{1, 2, 'c', 255, 1, 2, 'd', 255, 1, 2, 'a', 255, 1, 2, 'b', 255};
+    for (const PlaceCase& row : {
+             PlaceCase{"inside", 1, 0, ".ab|.cd"},
+             {"over the left edge", -1, 0, "b..|d.."},
+             {"over the right edge", 2, 0, "..a|..c"},
+             {"over the upper edge", 0, -1, "cd.|..."},
+             {"over the lower edge", 0, 1, "...|ab."},
+             {"left of the view", -2, 0, "...|..."},
+             {"right of the view", 3, 0, "...|..."},
+             {"below the view", 0, 2, "...|..."},
+             {"far away", 100000, -100000, "...|..."},
+         }) {
+        m_bytes.fill(0);
+        picture::BlendBitmap(m_view, row.x, row.y, {2, 2, bitmap});
+        EXPECT_EQ(Drawn(), row.drawn) << row.name;
+    }
+}
+
+TEST(Bitmap, IsBlendedOverEachPixelOfALongRow) {
+    constexpr int kWidth = 27;
+    std::vector<std::uint8_t> bitmap(kWidth * 4), bytes(kWidth * 4);
+    for (int solid = 0; solid < 3; ++solid) {
+        for (std::size_t n = 0; n < bitmap.size(); ++n) {
+            bitmap[n] = static_cast<std::uint8_t>(n % 4 != 3 ? n * 37 : n / 20 % 3 * 100);
+            bytes[n] =
+                static_cast<std::uint8_t>(n % 4 != 3 ? n * 53 : n / 28 % 2 * 127U * static_cast<unsigned>(solid));
+        }
+        const std::vector<std::uint8_t> ground = bytes;
+        picture::BlendBitmap({bytes, kWidth, 1}, 0, 0, {kWidth, 1, bitmap});
+        for (std::size_t n = 0; n < bytes.size(); n += 4) {
+            const picture::Rgba blended = picture::Over({bitmap[n + 2], bitmap[n + 1], bitmap[n], bitmap[n + 3]},
+                                                        {ground[n], ground[n + 1], ground[n + 2], ground[n + 3]});
+            EXPECT_EQ((picture::Rgba{bytes[n], bytes[n + 1], bytes[n + 2], bytes[n + 3]}), blended)
+                << n << ' ' << solid;
+        }
+    }
+}
+
+TEST_F(SmallView, BlendsAColourByItsCoverage) {
+    const picture::Coverage coverage{.left = 2, .top = 3, .width = 2, .height = 2, .bytes = {255, 0, 128, 255}};
+    picture::BlendCoverage(m_view, -1, 3, coverage, RGB('r', 'g', 'b'));
+    EXPECT_EQ(Drawn(), ".r.|.rr");
+    EXPECT_EQ(m_bytes[5], 'g');
+    EXPECT_EQ(m_bytes[6], 'b');
+    EXPECT_EQ(m_bytes[16 + 3], 128);
+}
+
+/// A view in the middle of a picture of 8 x 4 pixels, read back with the picture's margin.
+TEST(PixelView, DrawsInItsPartOnly) {
+    picture::Picture picture = picture::ClearPicture(8, 4);
+    const auto drawn = [&] {
+        std::string text;
+        for (int y = 0; y < 4; ++y) {
+            for (const picture::Rgba& pixel : picture.View().Row(y))
+                text += pixel.red != 0 ? static_cast<char>(pixel.red) : '.';
+            text += y < 3 ? "|" : "";
+        }
+        return text;
+    };
+    const picture::PixelView part = picture.View().Part({2, 1, 7, 3});
+    picture::Fill(part.Part({-9, 1, 1, 9}), {'f', 0, 0, 255});
+    EXPECT_EQ(drawn(), "........|........|..f.....|........");
+    picture::FillCheckerboard(part, 2, {'a', 0, 0, 255}, {'b', 0, 0, 255});
+    EXPECT_EQ(drawn(), "........|..aabba.|..aabba.|........");
+    picture::FillCheckerboard(picture.View(), 3, {'a', 0, 0, 255}, {'b', 0, 0, 255});
+    EXPECT_EQ(drawn(), "aaabbbaa|aaabbbaa|aaabbbaa|bbbaaabb");
+    picture::Fill(picture.View(), {});
+    picture::Picture source = picture::ClearPicture(3, 3);
+    picture::Fill(source.View(), {'s', 0, 0, 255});
+    picture::BlendPixels(part, 4, -1, source.View());
+    EXPECT_EQ(drawn(), "........|......s.|......s.|........");
+    picture::Blend(part, {255, 0, 0, 0});
+    EXPECT_EQ(drawn(), "........|......s.|......s.|........");
+    EXPECT_TRUE(part.Row(-1).empty() && part.Row(2).empty());
+    EXPECT_TRUE(part.Part({5, 0, 9, 2}).Row(0).empty());
+    EXPECT_THROW(picture::PixelView(picture.rgba, 8, 5), std::out_of_range);
+}
+
+}  // namespace
+
+}  // namespace zel::test
