@@ -40,7 +40,7 @@ std::error_code LastError() noexcept {
     return {errno, std::generic_category()};
 }
 
-/// The list of the unfinished files that have a temporary name.
+/// The list of the unfinished files that have a temporary name. Locked while a name is made or removed.
 std::mutex g_named_mutex;
 UnfinishedFile* g_first_named = nullptr;
 
@@ -59,15 +59,17 @@ UnfinishedFile::UnfinishedFile(int directory, std::string name, std::string temp
 
 UnfinishedFile::~UnfinishedFile() {
     const int error = errno;  // of the failure that the caller is about to report
-    if (m_has_temporary_name) ::unlinkat(m_directory, TemporaryName(), 0);
-    SetHasTemporaryName(false);
+    if (m_has_temporary_name) {
+        const std::lock_guard lock(g_named_mutex);
+        ::unlinkat(m_directory, TemporaryName(), 0);
+        SetHasTemporaryName(false);
+    }
     errno = error;
 }
 
 void UnfinishedFile::SetHasTemporaryName(bool has_name) noexcept {
     if (has_name == m_has_temporary_name) return;
     m_has_temporary_name = has_name;
-    const std::lock_guard lock(g_named_mutex);
     if (has_name) {
         m_next_named = std::exchange(g_first_named, this);
         return;
@@ -78,7 +80,7 @@ void UnfinishedFile::SetHasTemporaryName(bool has_name) noexcept {
 }
 
 void RemoveUnfinishedFiles() noexcept {
-    const std::lock_guard lock(g_named_mutex);
+    g_named_mutex.lock();  // for good: no other thread makes one now
     for (const UnfinishedFile* file = g_first_named; file != nullptr; file = file->m_next_named)
         ::unlinkat(file->m_directory, file->TemporaryName(), 0);
 }
@@ -91,6 +93,7 @@ void UnfinishedFile::Open() noexcept {
     m_file = FileDescriptor(::openat(m_directory, ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
     // The three errors of a file system or kernel without nameless files.
     if (m_file.IsOpen() || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return;
+    const std::lock_guard lock(g_named_mutex);
     SetHasTemporaryName(OpenWithTemporaryName(mode));
 }
 
@@ -158,6 +161,7 @@ bool UnfinishedFile::TakeName(Existing existing) noexcept {
     if (!m_has_temporary_name) {
         if (Link(m_name.c_str())) return true;
         if (errno != EEXIST || existing == Existing::kKeep) return false;
+        const std::lock_guard lock(g_named_mutex);
         SetHasTemporaryName(WithTemporaryName([this](const char* name) { return Link(name); }));
         if (!m_has_temporary_name) return false;
     }
@@ -165,8 +169,10 @@ bool UnfinishedFile::TakeName(Existing existing) noexcept {
     const bool renamed = existing == Existing::kKeep
                              ? RenameToNewName(m_directory, TemporaryName(), m_name.c_str())
                              : ::renameat(m_directory, TemporaryName(), m_directory, m_name.c_str()) == 0;
-    if (renamed) SetHasTemporaryName(false);
-    return renamed;
+    if (!renamed) return false;
+    const std::lock_guard lock(g_named_mutex);
+    SetHasTemporaryName(false);
+    return true;
 }
 
 std::error_code TryWriteWholeFile(const std::filesystem::path& file, std::string_view bytes,

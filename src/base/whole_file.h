@@ -63,6 +63,7 @@ class UnfinishedFile {
     template <class Attempt>
     bool WithTemporaryName(Attempt attempt) noexcept;
     const char* TemporaryName() const noexcept;
+    /// The caller has locked the list of such files.
     void SetHasTemporaryName(bool has_name) noexcept;
 
     /// Of a file that was begun by its path.
@@ -80,8 +81,8 @@ class UnfinishedFile {
     bool m_synced = false;
 };
 
-/// Removes the temporary names of all unfinished files, before a program ends without their destructors. Not to be
-/// called from a signal handler.
+/// Removes the temporary names of all unfinished files, before a program ends without their destructors. Other threads
+/// that write such files stop for good. Not to be called from a signal handler.
 void RemoveUnfinishedFiles() noexcept;
 
 /// Whether a file must be complete even if the machine stops, which costs a wait for the disk.
