@@ -49,6 +49,8 @@ TEST(DocumentReader, RefusesATextBeyondItsLimits) {
         {"{\"a\":\"" + Repeated("[{\\\"", 100) + "\"}", nullptr},
         {"{\"a\":[" + Repeated("0,", 300) + "0]}", nullptr},
         {"{\"a\":0" + members + "}", "more than 256 members"},
+        {"{\"a\":[0" + Repeated(",0", 599000) + "]}", nullptr},
+        {"{\"a\":[0" + Repeated(",0", 601000) + "]}", "more than 600,000 values"},
         {"{\"a\":\"" + std::string(9 << 20, 'x') + "\"}", "larger than 8 MiB"},
     };
     for (const auto& [text, reason] : cases) {
