@@ -79,7 +79,13 @@ void TallTypefaces(const HostileDisk& disk, unsigned edge_type) {
     disk.WriteMessage(FullRows(60, kFonts, 1));
 }
 
-/// A document with a row of each kind and one more member.
+std::string DocumentOfRows(int count) {
+    std::string rows = "[{}";
+    for (int n = 1; n < count; ++n) rows += ",{}";
+    return "{\"rows\":" + rows + "],\"characters\":[]}";
+}
+
+/// A document with an empty row and one more member.
 std::string DocumentWith(const std::string& member, const std::string& value) {
     return "{\"rows\":[{}],\"characters\":[],\"" + member + "\":" + value + "}";
 }
@@ -136,17 +142,11 @@ void EmptyRows(const HostileDisk& disk) {
     disk.WriteMessage(message);
 }
 
-void RejectedTabFields(const HostileDisk& disk) {
-    samples::MessageFile message = FullRows(1, 1, 1);
-    message.tabs.emplace().tab_words = 65535;
-    disk.WriteMessage(message);
-}
-
 void ManyTabFields(const HostileDisk& disk) {
     samples::MessageFile message = FullRows(1, 1, 1);
     message.rows.resize(64, samples::RowFromText(100, "A", 10, 10));
     samples::TabTable& tabs = message.tabs.emplace();
-    for (unsigned n = 0; n < 5041; ++n)
+    for (unsigned n = 0; n < 200; ++n)
         tabs.fields.push_back({.tab_start = 0, .tab_end = 719, .tab_name = "WWWWWWWWWWWWWWWW", .tab_row = n % 64});
     disk.WriteFont(1, EmptyFont());
     disk.WriteMessage(message);
@@ -158,6 +158,19 @@ void SparseFonts(const HostileDisk& disk) {
     font.header.encoding_size = 256U << 20;
     for (unsigned slot = 0; slot < kFonts; ++slot) disk.WriteFont(slot + 1, font, 257 * kMebibyte);
     disk.WriteMessage(FullRows(4, kFonts, 1));
+}
+
+void SparseFontsWithinTheLimit(const HostileDisk& disk) {
+    samples::FontFile font = EmptyFont();
+    font.AddRunCoded(kFirstCode, {samples::EndOfGlyph()}, 3, 4);
+    font.header.encoding_size = 4U << 20;
+    for (unsigned slot = 0; slot < kFonts; ++slot) disk.WriteFont(slot + 1, font, 5 * kMebibyte);
+    disk.WriteMessage(FullRows(4, kFonts, 1));
+}
+
+void LargeSparseFiles(const HostileDisk& disk) {
+    for (unsigned slot = 0; slot < kFonts; ++slot) disk.WriteFont(slot + 1, EmptyFont(), 80 * kMebibyte);
+    disk.WriteMessage(FullRows(4, kFonts, 1), 80 * kMebibyte);
 }
 
 void LargeStoredGlyph(const HostileDisk& disk) {
@@ -214,9 +227,11 @@ void SparseNameLists(const HostileDisk& disk) {
 }
 
 void DocumentOfEmptyObjects(const HostileDisk& disk) {
-    std::string rows = "[{}";
-    for (int n = 1; n < 240000; ++n) rows += ",{}";
-    disk.WriteLibrary("{\"rows\":" + rows + "],\"characters\":[]}");
+    disk.WriteLibrary(DocumentOfRows(240000));
+}
+
+void DocumentOfManyValues(const HostileDisk& disk) {
+    disk.WriteLibrary(DocumentOfRows(2700000));
 }
 
 void DocumentOfBrackets(const HostileDisk& disk) {

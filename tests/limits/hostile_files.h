@@ -20,12 +20,14 @@ void TallTypefacesWithBorder(const HostileDisk& disk);
 void AnnouncedRows(const HostileDisk& disk);
 /// 65,536 empty rows in the file.
 void EmptyRows(const HostileDisk& disk);
-/// As many tab fields as the file announces, 5041, all rejected.
-void RejectedTabFields(const HostileDisk& disk);
-/// As many, all accepted.
+/// As many tab fields as are read, each over the whole width.
 void ManyTabFields(const HostileDisk& disk);
 /// 16 fonts with encoding data of 256 MiB, all a hole.
 void SparseFonts(const HostileDisk& disk);
+/// 16 fonts with as much encoding data as is read, all a hole.
+void SparseFontsWithinTheLimit(const HostileDisk& disk);
+/// A message and 16 fonts in files of 80 MiB, all a hole.
+void LargeSparseFiles(const HostileDisk& disk);
 /// A stored glyph of 8192 x 8192 pixels, all a hole.
 void LargeStoredGlyph(const HostileDisk& disk);
 /// Stored glyphs that announce 1024 x 1023 pixels and contain none.
@@ -42,6 +44,8 @@ void LargeRgbaPicture(const HostileDisk& disk);
 void SparseNameLists(const HostileDisk& disk);
 /// A document with 240,000 empty objects as rows.
 void DocumentOfEmptyObjects(const HostileDisk& disk);
+/// A document of 8 MiB with as many empty objects as it can have.
+void DocumentOfManyValues(const HostileDisk& disk);
 /// A document of 8 MiB, all opening brackets.
 void DocumentOfBrackets(const HostileDisk& disk);
 /// A document with one object of a million members.
