@@ -26,8 +26,8 @@ int DefaultJobs();
 /// --maps: the directory of the name lists.
 void AddMaps(CLI::App& command, std::optional<std::string>& directory);
 
-/// Prints a note for a directory of --maps that is none, and for one of --fonts that is a file: the module finds nothing
-/// there, and continues.
+/// Prints a note for a directory of --maps that is none, and for one of --fonts that is a file: the module finds
+/// nothing there, and continues.
 void PrintDirectoryNotes(const std::optional<std::string>& maps, const std::optional<std::string>& fonts);
 
 /// --answer and --browse: the answers when a font is missing.

@@ -176,18 +176,18 @@ TEST_P(EndlessInput, IsRefusedAtOnce) {
 
 INSTANTIATE_TEST_SUITE_P(
     Each, EndlessInput,
-    testing::Values(
-        EndlessCase{"message", "import MESSAGES/.0030", "a device or a pipe, not a message file"},
-        EndlessCase{"message_by_dialog", "import MESSAGES/.0030 --warnings", "MESSAGES/.0030: "},
-        EndlessCase{"device", "import MESSAGES/.0031 --png a.png", "a device or a pipe, not a message file"},
-        EndlessCase{"without_a_font_directory", "import fifo", "a device or a pipe, not a message file"},
-        EndlessCase{"batch", "batch . 30 31 --library lib", "2 numbers failed, the first: ./MESSAGES/.0030: a device"},
-        EndlessCase{"font", "font MACHINE/.0030", "a device or a pipe, not a font file"},
-        EndlessCase{"browsed", "import MESSAGES/.0012 --warnings --answer yes --browse MACHINE/.0030", ""},
-        EndlessCase{"lists", "import MESSAGES/.0012 --maps lists", ""},
-        EndlessCase{"lists_of_a_batch", "batch . 12 12 --maps lists --library lib", ""},
-        EndlessCase{"library", "library list fifo", "it is a device or a pipe, not a library"},
-        EndlessCase{"info", "info fifo", "not a plain file"}),
+    testing::Values(EndlessCase{"message", "import MESSAGES/.0030", "a pipe, not a message file"},
+                    EndlessCase{"message_by_dialog", "import MESSAGES/.0030 --warnings", "MESSAGES/.0030: "},
+                    EndlessCase{"device", "import MESSAGES/.0031 --png a.png", "a device, not a message file"},
+                    EndlessCase{"without_a_font_directory", "import fifo", "a pipe, not a message file"},
+                    EndlessCase{"batch", "batch . 30 31 --library lib",
+                                "2 numbers failed, the first: ./MESSAGES/.0030: a pipe"},
+                    EndlessCase{"font", "font MACHINE/.0030", "a pipe, not a font file"},
+                    EndlessCase{"browsed", "import MESSAGES/.0012 --warnings --answer yes --browse MACHINE/.0030", ""},
+                    EndlessCase{"lists", "import MESSAGES/.0012 --maps lists", ""},
+                    EndlessCase{"lists_of_a_batch", "batch . 12 12 --maps lists --library lib", ""},
+                    EndlessCase{"library", "library list fifo", "it is a pipe, not a library"},
+                    EndlessCase{"info", "info fifo", "a pipe, not a file"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(ImportCommand, ReportsACancelledFontPromptAfterItsBoxes) {

@@ -11,8 +11,8 @@ class DialogView;
 
 /// Filters user input while a handler of a dialog keeps the user-interface thread busy. Between two messages of a run
 /// the module polls the ESC key; only then are pending events processed. ESC is recorded at any time. Other input is
-/// dropped while events of a run are processed, so that no button works. If the handler has disabled the control that called it, the other controls of its
-/// dialog remain usable.
+/// dropped while events of a run are processed, so that no button works. If the handler has disabled the control that
+/// called it, the other controls of its dialog remain usable.
 class BusyInput : public QObject {
   public:
     BusyInput();

@@ -1,5 +1,3 @@
-#include "platform/system/c_runtime.h"
-#include "platform/system/drives.h"
 #include "platform/system/files.h"
 
 #include <filesystem>
@@ -10,6 +8,8 @@
 #include <unistd.h>
 
 #include "platform/framework/cfile.h"
+#include "platform/system/c_runtime.h"
+#include "platform/system/drives.h"
 #include "platform/system/errors.h"
 
 namespace zel::test {
