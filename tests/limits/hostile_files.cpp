@@ -53,9 +53,9 @@ void AddShared(samples::FontFile& font, const samples::RunCodes& codes) {
     }
 }
 
-/// One line of 499 runs, then empty lines.
-samples::RunCodes WideGlyph() {
-    samples::RunCodes codes(499 + kCodes, samples::ColourRun(samples::kFaceIndex, 255, samples::kLongestRun));
+/// One line of `runs` runs, then empty lines.
+samples::RunCodes WideGlyph(unsigned runs) {
+    samples::RunCodes codes(runs, samples::ColourRun(samples::kFaceIndex, 255, samples::kLongestRun));
     codes.resize(codes.size() + 500, samples::EndOfLine());
     codes.push_back(samples::EndOfGlyph());
     return codes;
@@ -94,7 +94,7 @@ std::string DocumentWith(const std::string& member, const std::string& value) {
 
 void WideGlyphs(const HostileDisk& disk) {
     samples::FontFile font = EmptyFont();
-    AddShared(font, WideGlyph());
+    AddShared(font, WideGlyph(499));
     disk.WriteFont(1, font);
     disk.WriteMessage(FullRows(12, 1, 1));
 }
@@ -102,7 +102,7 @@ void WideGlyphs(const HostileDisk& disk) {
 void WideGlyphsOfManyFonts(const HostileDisk& disk) {
     for (unsigned slot = 0; slot < kFonts; ++slot) {
         samples::FontFile font = EmptyFont(40 + slot);
-        AddShared(font, WideGlyph());
+        AddShared(font, WideGlyph(250));
         font.encoding.resize(font.encoding.size() + 4 * slot);
         disk.WriteFont(slot + 1, font);
     }
@@ -190,27 +190,19 @@ void ManyStoredGlyphs(const HostileDisk& disk) {
 
 void StayCodes(const HostileDisk& disk) {
     samples::FontFile font = EmptyFont();
-    font.AddRunCoded(kFirstCode, StayCodesOf(16 * kMebibyte, samples::Stay(samples::kFaceIndex, 255)), 3, 4);
+    AddShared(font, StayCodesOf(16 * kMebibyte, samples::Stay(samples::kFaceIndex, 255)));
     disk.WriteFont(1, font);
-    disk.WriteMessage(FullRows(1, 1, 1));
-}
-
-void SharedStayCodes(const HostileDisk& disk) {
-    samples::FontFile font = EmptyFont();
-    AddShared(font, StayCodesOf(2 * kMebibyte, samples::Stay(samples::kFaceIndex, 255)));
-    disk.WriteFont(1, font);
-    disk.WriteMessage(FullRows(20, 1, kColourSets));
+    disk.WriteMessage(FullRows(4, 1, 1));
 }
 
 void StayCodesOfManyFonts(const HostileDisk& disk) {
-    for (unsigned slot = 0; slot < kFonts; ++slot) {
+    constexpr unsigned kSlots = 4;
+    for (unsigned slot = 0; slot < kSlots; ++slot) {
         samples::FontFile font = EmptyFont(40 + slot);
-        samples::RunCodes codes = StayCodesOf(2 * kMebibyte, samples::BlendedStay(samples::kFaceIndex, 128));
-        codes.insert(codes.begin(), kCodes, samples::ColourRun(samples::kFaceIndex, 255, slot + 1));
-        AddShared(font, codes);
+        AddShared(font, StayCodesOf(kMebibyte + slot * 64, samples::BlendedStay(samples::kFaceIndex, 128)));
         disk.WriteFont(slot + 1, font);
     }
-    disk.WriteMessage(FullRows(400, kFonts, kColourSets));
+    disk.WriteMessage(FullRows(kSlots * kColourSets * kCodes / kLongestRow, kSlots, kColourSets));
 }
 
 void LargeRgbaPicture(const HostileDisk& disk) {

@@ -6,9 +6,9 @@
 /// one disk.
 namespace zel::limits {
 
-/// Characters with glyphs of 15,968 x 501 pixels, from one line of 499 runs and empty lines.
+/// Characters with glyphs of up to 15,968 x 501 pixels, from one line of 499 runs and empty lines.
 void WideGlyphs(const HostileDisk& disk);
-/// The same, in 16 fonts that differ and in all colour sets.
+/// The same, half as wide, in 16 fonts that differ and in all colour sets.
 void WideGlyphsOfManyFonts(const HostileDisk& disk);
 /// Glyphs as large as the picture, over one another in every row.
 void GlyphsOverOneAnother(const HostileDisk& disk);
@@ -32,11 +32,9 @@ void LargeSparseFiles(const HostileDisk& disk);
 void LargeStoredGlyph(const HostileDisk& disk);
 /// Stored glyphs that announce 1024 x 1023 pixels and contain none.
 void ManyStoredGlyphs(const HostileDisk& disk);
-/// 16 MiB of codes that never advance.
+/// 16 MiB of codes that never advance, which all characters share.
 void StayCodes(const HostileDisk& disk);
-/// 4 MiB of them, which all characters share, in all colour sets.
-void SharedStayCodes(const HostileDisk& disk);
-/// Codes that blend and never advance, shared by all characters of 16 fonts, in all colour sets.
+/// 1 MiB of such codes, which blend, in each of four fonts and in all colour sets.
 void StayCodesOfManyFonts(const HostileDisk& disk);
 /// An RGBA picture of 4096 x 4096 pixels, all a hole.
 void LargeRgbaPicture(const HostileDisk& disk);

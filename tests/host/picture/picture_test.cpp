@@ -151,7 +151,7 @@ TEST_F(PictureOf, GlyphsBeyondTheLimitsOfAMessageAreLeftOut) {
             failures.push_back("character " + std::to_string(code) + " of " +
                                system::ModulePath(Path("MACHINE/.0001")) + ": " + reason);
         }
-        EXPECT_EQ(collector.failures, std::vector{failures});
+        EXPECT_EQ(collector.failures, std::vector<std::vector<std::string>>{failures});
         EXPECT_EQ(Ink(collector.pictures.at(0))[2], failed == "A" ? -1 : 720);
     }
 }
