@@ -1,9 +1,7 @@
 // Writes pictures of the program's windows, with an imported disk, as PNG files: grab_host_windows DIRECTORY light|dark
 // DISK. QT_SCALE_FACTOR sets the scale.
 #include <QApplication>
-#include <QComboBox>
 #include <QFile>
-#include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
@@ -12,10 +10,7 @@
 #include <QTimer>
 #include <iostream>
 
-#include "module/contract/dialog_ids.h"
-#include "module/contract/zel_trans_dlg.h"
 #include "pictures/grab.h"
-#include "platform/script/dialog_driver.h"
 #include "platform/script/memory_settings_store.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/program_icon.h"
@@ -54,6 +49,14 @@ class Grabber {
     void SaveDialog(const char* action) {
         SaveNext(QLatin1String(action));
         Press({action});
+    }
+    /// Saves the window that an action opens beside the main window.
+    void SaveWindow(const char* action, const char* window) {
+        Press({action});
+        if (auto* const opened = m_window->findChild<QWidget*>(QLatin1String(window))) {
+            Save(*opened, QLatin1String(action));
+            opened->close();
+        }
     }
     void SaveImport();
     void SaveViews();
@@ -122,12 +125,6 @@ void Grabber::SaveViews() {
 void Grabber::SaveImportDialog() {
     QTimer::singleShot(300, [&] {
         QWidget& dialog = *QApplication::activeModalWidget();
-        for (const auto& [box, folder] :
-             {std::pair(ImportControl::kMessageDirBox, "MESSAGES"), std::pair(ImportControl::kFontDirBox, "MACHINE")}) {
-            auto& combo = *dialog.findChild<QComboBox*>(QString::number(box));
-            combo.setFocus();
-            QTest::keyClicks(combo.lineEdit(), m_disk + u'/' + QLatin1String(folder));
-        }
         Save(dialog, QStringLiteral("import_dialog"));
         dialog.close();
     });
@@ -155,6 +152,8 @@ void Grabber::Run() {
     SaveImportDialog();
     SaveMenus();
     SaveGlyphSheet();
+    for (const char* const action : {"guide", "keys"}) SaveWindow(action, "help_window");
+    SaveWindow("show_warnings", "warnings_window");
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <optional>
 
 #include "host/glyph_bitmaps.h"
 #include "host/picture/composite.h"
@@ -50,11 +52,21 @@ constexpr std::uint64_t kSheetBytes = std::uint64_t{128} << 20;
 struct Cell {
     int width = 0;
     int height = 0;
+    /// From the upper edge down to the baseline, in pixels; more than the height for a glyph above the baseline.
+    int ascent = 0;
     /// See ModuleBitmap.
     std::vector<std::uint8_t> bgra;
     bool broken = false;
+
+    bool IsEmpty() const noexcept { return bgra.empty() && !broken; }
 };
 using Cells = std::vector<Cell>;
+
+/// The distance from the upper edge of a character's glyph down to the baseline. A stored glyph is one pixel lower.
+int AscentOf(const tag_font_memory& font, unsigned code) {
+    const tag_char_entry* const entry = font.Entry(code);
+    return entry == nullptr ? 0 : entry->Top() - (entry->IsStored() ? 1 : 0);
+}
 
 /// The upper left part of a glyph, at most of a cell's size.
 Cell CellOf(const host::GlyphBitmap& glyph) {
@@ -84,6 +96,7 @@ Cells FetchCells(CZelFont& fonts, GlyphSheet& sheet) {
         Cell& cell = cells.emplace_back(CellOf(glyph));
         cell.broken = bitmaps.Failures().size() != failures;
         if (cell.bgra.empty()) continue;
+        cell.ascent = AscentOf(*info.font_copy, code);
         ++sheet.glyphs;
         if (glyph.rect.Width() > cell.width || glyph.rect.Height() > cell.height) ++sheet.cut;
         bitmaps.Drop();
@@ -96,17 +109,45 @@ Cells FetchCells(CZelFont& fonts, GlyphSheet& sheet) {
 struct Grid {
     int glyph_width = kCodeWidth;
     int glyph_height = kCodeHeight;
+    /// From the upper edge of a cell; if absent, the glyphs are at that edge.
+    std::optional<int> baseline;
+    /// The position of each row of codes; none for a row without glyphs, which is left out.
+    std::array<std::optional<int>, kRows> rows{};
+    int row_count = 0;
 
     int StepX() const noexcept { return glyph_width + kGap; }
     int StepY() const noexcept { return kCodeHeight + glyph_height + kGap; }
+    int Below(const Cell& cell) const noexcept { return baseline ? *baseline - cell.ascent : 0; }
 };
+
+/// Aligns the glyphs on a common baseline, unless this makes the cells too high: the distances come from a file.
+void AlignGlyphs(const Cells& cells, Grid& grid) {
+    int above = 0, below = 0, highest = 0;
+    for (const Cell& cell : cells) {
+        if (cell.bgra.empty()) continue;
+        above = std::max(above, cell.ascent);
+        below = std::max(below, cell.height - cell.ascent);
+        highest = std::max(highest, cell.height);
+    }
+    if (above + below <= kLargestGlyphCell) grid.baseline = above;
+    grid.glyph_height = std::max(grid.glyph_height, grid.baseline ? above + below : highest);
+}
+
+/// A font without glyphs has all rows, all of them empty.
+void PlaceRows(const Cells& cells, Grid& grid) {
+    const bool none = std::ranges::all_of(cells, &Cell::IsEmpty);
+    for (int row = 0; row < kRows; ++row) {
+        const auto first = cells.begin() + row * kColumns;
+        if (none || !std::all_of(first, first + kColumns, std::mem_fn(&Cell::IsEmpty)))
+            grid.rows[static_cast<std::size_t>(row)] = grid.row_count++;
+    }
+}
 
 Grid GridFor(const Cells& cells) {
     Grid grid;
-    for (const Cell& cell : cells) {
-        grid.glyph_width = std::max(grid.glyph_width, cell.width);
-        grid.glyph_height = std::max(grid.glyph_height, cell.height);
-    }
+    for (const Cell& cell : cells) grid.glyph_width = std::max(grid.glyph_width, cell.width);
+    AlignGlyphs(cells, grid);
+    PlaceRows(cells, grid);
     return grid;
 }
 
@@ -122,14 +163,18 @@ void DrawDigit(PixelView page, int left, int top, unsigned digit) {
 }
 
 void DrawCell(PixelView page, const Grid& grid, unsigned code, const Cell& cell) {
+    const std::optional<int> row = grid.rows[code / kColumns];
+    if (!row) return;
     const int left = kGap + static_cast<int>(code % kColumns) * grid.StepX();
-    const int label = kGap + static_cast<int>(code / kColumns) * grid.StepY();
+    const int label = kGap + *row * grid.StepY();
     const int top = label + kCodeHeight;
     DrawDigit(page, left, label, code >> 4);
     DrawDigit(page, left + 4 * kDot, label, code & 0xF);
     Fill(page.Part(BoxAt(left, top, grid.glyph_width, grid.glyph_height)), cell.broken ? kBrokenCell : kEmptyCell);
-    FillCheckerboard(page.Part(BoxAt(left, top, cell.width, cell.height)), kSquare, kDarkSquare, kLightSquare);
-    BlendBitmap(page, left, top, {cell.width, cell.height, cell.bgra});
+    if (cell.bgra.empty()) return;
+    const int glyph_top = top + grid.Below(cell);
+    FillCheckerboard(page.Part(BoxAt(left, glyph_top, cell.width, cell.height)), kSquare, kDarkSquare, kLightSquare);
+    BlendBitmap(page, left, glyph_top, {cell.width, cell.height, cell.bgra});
 }
 
 }  // namespace
@@ -138,7 +183,7 @@ GlyphSheet DrawGlyphSheet(CZelFont& fonts) {
     GlyphSheet sheet;
     const Cells cells = FetchCells(fonts, sheet);
     const Grid grid = GridFor(cells);
-    sheet.picture = ClearPicture(kGap + kColumns * grid.StepX(), kGap + kRows * grid.StepY());
+    sheet.picture = ClearPicture(kGap + kColumns * grid.StepX(), kGap + grid.row_count * grid.StepY());
     const PixelView page = sheet.picture.View();
     Fill(page, kGround);
     for (unsigned code = 0; code < kDirectoryEntries; ++code) DrawCell(page, grid, code, cells[code]);

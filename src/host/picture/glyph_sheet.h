@@ -10,6 +10,7 @@ class CZelFont;
 namespace zel::picture {
 
 /// All glyphs of a font in one opaque picture, 16 codes a row, each cell with its code in hexadecimal above the glyph.
+/// A row of codes without glyphs is left out.
 struct GlyphSheet {
     Picture picture;
     /// Number of codes that have pixels.
@@ -23,8 +24,9 @@ struct GlyphSheet {
 /// Largest width and height of a glyph's cell in pixels. It keeps a sheet below 4200 x 3300.
 inline constexpr int kLargestGlyphCell = 256;
 
-/// Draws the glyphs of slot 0 in colour set 7, each at the upper left of its cell on a checkerboard of its own size. A
-/// cell without a glyph has a plain ground. A cell has the size of the largest glyph.
+/// Draws the glyphs of slot 0 in colour set 7, each at the left of its cell, on the common baseline and on a
+/// checkerboard of its own size. A cell without a glyph has a plain ground. The cells are as wide as the widest glyph
+/// and high enough for all; if the baselines would make them higher than kLargestGlyphCell, the glyphs are at the top.
 /// @param fonts  with a font in slot 0.
 GlyphSheet DrawGlyphSheet(CZelFont& fonts);
 

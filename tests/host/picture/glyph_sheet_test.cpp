@@ -1,5 +1,7 @@
 #include "host/picture/glyph_sheet.h"
 
+#include <array>
+
 #include <gtest/gtest.h>
 
 #include "host/host_disk.h"
@@ -30,10 +32,10 @@ class Sheet : public HostDisk {
         return SheetOf(file, file.size());
     }
 
-    /// Colour of a pixel of a code's glyph.
+    /// Colour of a pixel of a code's cell, in a sheet with one row.
     static Colour At(const picture::GlyphSheet& sheet, int code, int x, int y) {
-        const int step_x = (sheet.picture.width - 4) / 16, step_y = (sheet.picture.height - 4) / 12;
-        const int column = 4 + code % 16 * step_x + x, row = 4 + code / 16 * step_y + 14 + y;
+        const int step_x = (sheet.picture.width - 4) / 16;
+        const int column = 4 + code % 16 * step_x + x, row = 4 + 14 + y;
         const auto at = static_cast<std::size_t>(row * sheet.picture.width + column) * 4;
         const auto& rgba = sheet.picture.rgba;
         return {rgba.at(at), rgba.at(at + 1), rgba.at(at + 2), rgba.at(at + 3)};
@@ -53,6 +55,29 @@ TEST_F(Sheet, ShowsARunCodedGlyphInTheLastColourSetOnItsCheckerboard) {
     for (std::size_t alpha = 3; alpha < sheet.picture.rgba.size(); alpha += 4) {
         ASSERT_EQ(sheet.picture.rgba[alpha], 255);
     }
+}
+
+TEST_F(Sheet, AlignsGlyphsOnTheBaselineAndLeavesOutEmptyRows) {
+    samples::FontFile font;
+    const auto add = [&font](unsigned code, unsigned height, unsigned top) {
+        font.AddStored(code, {.width = 2, .height = height, .pixels = samples::Bytes(height * 8, 255)}, top, 2);
+    };
+    add('A', 6, 6);
+    add('C', 2, 6);
+    add('D', 2, 2);
+    add('G', 8, 6);
+    const picture::GlyphSheet sheet = SheetOf(font);
+    const Colour white{255, 255, 255, 255};
+    for (const auto& [code, top, height] : {std::array<int, 3>{'A', 0, 6}, {'C', 0, 2}, {'D', 4, 2}, {'G', 0, 8}}) {
+        EXPECT_EQ(At(sheet, code, 0, top), white) << code;
+        EXPECT_EQ(At(sheet, code, 0, top + height - 1), white) << code;
+        EXPECT_NE(At(sheet, code, 0, top + height), white) << code;
+        if (top != 0) EXPECT_EQ(At(sheet, code, 0, top - 1), kPlain) << code;
+    }
+    EXPECT_EQ(sheet.picture.height, 4 + 1 * (14 + 14 + 4));
+    add(' ', 2, 900);
+    const picture::GlyphSheet far = SheetOf(font);
+    EXPECT_EQ(far.picture.height, 4 + 2 * (14 + 14 + 4)) << "too far above the baseline";
 }
 
 TEST_F(Sheet, MarksAGlyphWithAnIncompleteRecordAndContinues) {

@@ -68,7 +68,7 @@ TEST(EdgeOfText, MovesOrExtrudesTheFace) {
     } rows[] = {
         {"an offset", picture::Shifted({5, 9, 1, 1, {200}}, {3, 4}), 8, 5, {200}},
         {"a solid shadow", picture::Extruded(face, {2, 2}), 0, 1, {0, 0, 0, 0, 255, 0, 0, 0, 255}},
-        {"a shadow up and to the left", picture::Extruded(face, {-2, -1}), -2, 2, {255, 0, 0, 0, 255, 0}},
+        {"a shadow up and to the left", picture::Extruded(face, {-2, -2}), -2, 3, {255, 0, 0, 0, 255, 0, 0, 0, 0}},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(row.edge.bytes, row.bytes) << row.name;

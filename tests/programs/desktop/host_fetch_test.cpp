@@ -66,6 +66,7 @@ TEST_F(HostFetch, KeepsDisksOfTwoServersApart) {
     const std::string other = In("other").toStdString();
     std::filesystem::create_directories(other + "/MESSAGES");
     std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0004", other + "/MESSAGES/.0003");
+    std::filesystem::copy(Disk().toStdString() + "/MACHINE", other + "/MACHINE");
     Serve();
     Fetch(QStringLiteral("3"));
     Finish();
@@ -76,7 +77,7 @@ TEST_F(HostFetch, KeepsDisksOfTwoServersApart) {
     Finish();
     Finish();
     EXPECT_NE(Folder(), first);
-    EXPECT_EQ(Recorded().size(), 2U);
+    EXPECT_EQ(Recorded().size(), 2U) << Notice();
     EXPECT_EQ(library::Library(LibraryFile(), library::Access::kRead).Disks().size(), 2U);
 }
 

@@ -16,11 +16,11 @@
 
 #include "host/library/library.h"
 #include "platform/script/memory_settings_store.h"
+#include "programs/desktop/recorded_disk.h"
 #include "programs/desktop/screen_desktop.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
 #include "programs/desktop/windows/main_window.h"
-#include "samples/disk/demo_disk.h"
 
 namespace zel::screen_test {
 
@@ -30,11 +30,9 @@ inline constexpr int kTimeout_ms = 30000;
 class HostWindow : public testing::Test {
   protected:
     static void SetUpTestSuite() {
-        s_disk = std::make_unique<QTemporaryDir>();
-        samples::WriteDemonstrationDisk(Disk().toStdString());
+        s_recorded = QString::fromStdString(RecordedDisk());
         s_count = std::distance(std::filesystem::directory_iterator(Disk().toStdString() + "/MESSAGES"), {});
     }
-    static void TearDownTestSuite() { s_disk.reset(); }
 
     HostWindow() {
         seam::SetSettingsStore(&settings);
@@ -52,8 +50,16 @@ class HostWindow : public testing::Test {
         EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
 
-    /// The demonstration disk.
-    static QString Disk() { return s_disk->filePath(QStringLiteral("NEWS")); }
+    /// Opens a copy of the library with all messages of the demonstration disk, as after an import.
+    void OpenRecordedLibrary() {
+        window.reset();
+        std::filesystem::copy_file(s_recorded.toStdString() + "/library.zellib", LibraryFile(),
+                                   std::filesystem::copy_options::overwrite_existing);
+        Start();
+    }
+
+    /// The demonstration disk. Tests must not write to it.
+    static QString Disk() { return s_recorded + QStringLiteral("/NEWS"); }
     /// A path in the temporary directory of this test.
     QString In(const char* name) const { return home.filePath(QLatin1String(name)); }
     std::string LibraryFile() const { return In("library.zellib").toStdString(); }
@@ -92,7 +98,8 @@ class HostWindow : public testing::Test {
     QTemporaryDir home;
     script::MemorySettingsStore settings;
     std::unique_ptr<desktop::MainWindow> window;
-    inline static std::unique_ptr<QTemporaryDir> s_disk;
+    /// See RecordedDisk.
+    inline static QString s_recorded;
     /// Number of messages on the disk.
     inline static std::ptrdiff_t s_count = 0;
 };

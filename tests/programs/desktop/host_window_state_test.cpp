@@ -1,6 +1,7 @@
 // What the main window shows and keeps: selections, results, the place in the library, readable colours.
 #include <QCheckBox>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QDrag>
@@ -12,6 +13,7 @@
 #include <QScrollBar>
 #include <QSettings>
 #include <QTableView>
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 
@@ -19,7 +21,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "module/contract/dialog_ids.h"
 #include "pictures/grab.h"
+#include "platform/system/files.h"
 #include "programs/desktop/host_window_fixture.h"
 #include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/widgets/status_line.h"
@@ -74,7 +78,7 @@ TEST_F(HostWindowState, OutlinesOnlyASelectedRow) {
 }
 
 TEST_F(HostWindowState, KeepsBackgroundMessageAndPlaceOverARestart) {
-    Import(Disk());
+    OpenRecordedLibrary();
     window->resize(900, 600);
     Select(9);
     List().scrollTo(LibraryList().index(6, 0), QAbstractItemView::PositionAtTop);
@@ -92,7 +96,7 @@ TEST_F(HostWindowState, KeepsBackgroundMessageAndPlaceOverARestart) {
 }
 
 TEST_F(HostWindowState, ClearedSearchKeepsTheChosenMessage) {
-    Import(Disk());
+    OpenRecordedLibrary();
     Select(7);
     for (const char* words : {"harbour", "no message has this text"}) {
         Search(QLatin1String(words));
@@ -122,7 +126,7 @@ TEST_F(HostWindowState, ResultsOfEarlierActionsDisappear) {
 }
 
 TEST_F(HostWindowState, RemovesAndRestoresSeveralMessages) {
-    Import(Disk());
+    OpenRecordedLibrary();
     const auto recorded = [&] { return library::Library(LibraryFile(), library::Access::kRead).Find({"NEWS", 4}); };
     const auto before = recorded();
     ASSERT_TRUE(before);
@@ -142,7 +146,7 @@ TEST_F(HostWindowState, RemovesAndRestoresSeveralMessages) {
 }
 
 TEST_F(HostWindowState, SavesAndDragsSeveralPictures) {
-    Import(Disk());
+    OpenRecordedLibrary();
     SelectRows(0, 2);
     std::filesystem::create_directories(In("pictures").toStdString());
     EnterFile(In("pictures"));
@@ -163,7 +167,7 @@ TEST_F(HostWindowState, SavesAndDragsSeveralPictures) {
 }
 
 TEST_F(HostWindowState, CopiesTextsOfMessagesAndRows) {
-    Import(Disk());
+    OpenRecordedLibrary();
     Select(0);
     Trigger("copy_text");
     EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("Margit Alden"));
@@ -192,6 +196,123 @@ TEST_F(HostWindowState, SavesIntoANewFolder) {
     EXPECT_EQ(Result(), file.toStdString() + " saved");
 }
 
+struct SavedForm {
+    const char* action;
+    /// Of a pixel of the picture that is half transparent, from the recorded colour.
+    QRgb (*expected)(QRgb recorded);
+};
+
+TEST_F(HostWindowState, SavesThePictureInEachForm) {
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    const std::string recorded = library::Library(LibraryFile(), library::Access::kRead).Picture({"NEWS", 1});
+    const QRgb pixel = QImage::fromData(QByteArray::fromStdString(recorded)).pixel(120, 400);
+    ASSERT_EQ(qAlpha(pixel), 224);
+    for (const SavedForm& form : {SavedForm{"save_picture", [](QRgb colour) { return colour; }},
+                                  {"save_premultiplied",
+                                   [](QRgb colour) {
+                                       const auto times_alpha = [](int part) { return qRound(part * 224 / 255.0); };
+                                       return qRgba(times_alpha(qRed(colour)), times_alpha(qGreen(colour)),
+                                                    times_alpha(qBlue(colour)), 224);
+                                   }},
+                                  {"save_key", [](QRgb) { return qRgb(224, 224, 224); }}}) {
+        const QString file = In(form.action) + QStringLiteral(".png");
+        EnterFile(file);
+        Trigger(form.action);
+        EXPECT_EQ(QImage(file).pixel(120, 400), form.expected(pixel)) << form.action << Notice();
+    }
+}
+
+TEST_F(HostWindowState, SortsFiltersAndFollowsOtherPrograms) {
+    OpenRecordedLibrary();
+    // Another program adds a disk.
+    {
+        library::Library other(LibraryFile(), library::Access::kWrite);
+        library::Recording recording = *other.Find({"NEWS", 3});
+        recording.disk = "SPORT";
+        recording.text = "Tomorrow evening\nsecond line";
+        recording.warnings = {"font 0099 is missing"};
+        other.Record({&recording, 1});
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return LibraryList().rowCount() == s_count + 1; }, kTimeout_ms));
+    const auto title = [&](int row) { return LibraryList().index(row, 0).data().toString().toStdString(); };
+    Trigger("by_number");
+    EXPECT_EQ(title(2), "NEWS 0003");
+    EXPECT_EQ(title(3), "SPORT 0003");
+    EXPECT_EQ(title(4), "NEWS 0004");
+    Trigger("by_title");
+    EXPECT_EQ(LibraryList().index(LibraryList().rowCount() - 1, 0).data(Qt::UserRole + 1), "") << "without a title";
+    int row = 0;
+    while (title(row) != "SPORT 0003") ++row;
+    EXPECT_EQ(title(row - 1), "NEWS 0006") << "Tomorrow";
+    Trigger("by_disk");
+    EXPECT_EQ(title(static_cast<int>(s_count)), "SPORT 0003");
+
+    const auto with_warnings =
+        std::ranges::count_if(Recorded(), [](const library::LibraryEntry& entry) { return entry.warnings != 0; });
+    Trigger("only_warnings");
+    EXPECT_EQ(LibraryList().rowCount(), with_warnings);
+    EXPECT_EQ(Find<QLabel>("count").text(), QStringLiteral("%1 found").arg(with_warnings));
+    Trigger("only_warnings");
+    auto& disks = Find<QComboBox>("disk_filter");
+    ASSERT_EQ(disks.count(), 3) << "all, and two disks";
+    disks.setCurrentIndex(2);
+    EXPECT_EQ(LibraryList().rowCount(), 1);
+    library::Library(LibraryFile(), library::Access::kWrite).Remove({"SPORT", 3});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return LibraryList().rowCount() == s_count; }, kTimeout_ms))
+        << "the chosen disk is gone";
+    EXPECT_FALSE(disks.isVisible());
+}
+
+TEST_F(HostWindowState, ListsTheWarningsOfTheLastImport) {
+    const auto& button = Find<QPushButton>("warnings_button");
+    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    EXPECT_FALSE(button.isVisible());
+    EXPECT_FALSE(Find<QAction>("show_warnings").isEnabled());
+    std::filesystem::create_directories(In("bare").toStdString());
+    for (const char* const name : {".0002", ".0003"})
+        std::filesystem::copy(Disk().toStdString() + "/MESSAGES/" + name, In("bare").toStdString());
+    Import(In("bare"));
+    ASSERT_TRUE(button.isVisible());
+    EXPECT_EQ(button.text(), "2 with warnings");
+    Click(const_cast<QPushButton&>(button));
+    const QAbstractItemModel& lines = *Find<QTableView>("warnings").model();
+    const auto recording = library::Library(LibraryFile(), library::Access::kRead).Find({"bare", 3});
+    ASSERT_TRUE(recording && !recording->warnings.empty());
+    const int last = lines.rowCount() - 1;
+    EXPECT_EQ(lines.index(last, 0).data(), "bare 0003");
+    EXPECT_EQ(lines.index(last, 1).data().toString().toStdString(), recording->warnings.back());
+    Find<QTableView>("warnings").setCurrentIndex(lines.index(last, 0));
+    Key(Find("warnings"), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->windowTitle() == "bare 0003 – ZelTrans"; }, kTimeout_ms));
+    Trigger("copy");
+    EXPECT_FALSE(button.isVisible());
+}
+
+TEST_F(HostWindowState, OpensTheImportDialogWithTheDiskOfTheMessage) {
+    OpenRecordedLibrary();
+    InNextWindow([&] {
+        QWidget& dialog = *QApplication::activeModalWidget();
+        for (const auto& [box, folder] : {std::pair(ImportControl::kMessageDirBox, "/MESSAGES"),
+                                          std::pair(ImportControl::kFontDirBox, "/MACHINE")}) {
+            const QString shown = dialog.findChild<QComboBox*>(QString::number(box))->currentText();
+            EXPECT_EQ(system::NativePath(shown.toStdString().c_str()), Disk().toStdString() + folder);
+        }
+        dialog.close();
+    });
+    Trigger("import");
+}
+
+TEST_F(HostWindowState, ZoomsAGlyphSheet) {
+    Import(Disk() + QStringLiteral("/MACHINE/.0012"));
+    auto& glyphs = Find<desktop::PictureView>("glyphs");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&glyphs));
+    EXPECT_EQ(glyphs.Zoom(), 1.0);
+    Key(glyphs, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_GT(glyphs.Zoom(), 1.0);
+    Key(glyphs, Qt::Key_0, Qt::ControlModifier);
+    EXPECT_TRUE(glyphs.IsFitted());
+}
+
 TEST_F(HostWindowState, ReadsAReadOnlyLibrary) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
     window.reset();
@@ -209,7 +330,7 @@ TEST_F(HostWindowState, ReadsAReadOnlyLibrary) {
 }
 
 TEST_F(HostWindowState, CreatesAndOpensLibraries) {
-    Import(Disk());
+    OpenRecordedLibrary();
     Select(3);
     EnterFile(In("second"));
     Trigger("new_library");
@@ -276,7 +397,7 @@ TEST_F(HostWindowState, FitsAWidthOf800) {
         EXPECT_LE(window->width(), 800) << what;
     };
     narrow("start page");
-    Import(Disk());
+    OpenRecordedLibrary();
     narrow("messages");
     Find<desktop::NoticeBar>("notice").Warn(QStringLiteral("a_very_long_name_").repeated(20));
     static_cast<desktop::StatusLine*>(window->statusBar())->ShowResult(QStringLiteral("long text ").repeated(50));
@@ -313,7 +434,7 @@ TEST_F(HostWindowState, ZoomsAndMovesThePictureWithTheMouse) {
 }
 
 TEST_F(HostWindowState, GoesThroughTheMessagesInFullScreen) {
-    Import(Disk());
+    OpenRecordedLibrary();
     Select(0);
     Trigger("full_screen");
     auto& full = Find<desktop::PictureView>("full_screen");

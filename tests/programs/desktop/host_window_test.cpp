@@ -204,7 +204,7 @@ TEST_F(HostWindow, RecordsArrivedMessagesWhenClosedDuringAnImport) {
 }
 
 TEST_F(HostWindow, WorksByKeyboardAlone) {
-    Import(Disk());
+    OpenRecordedLibrary();
     Key(*window, Qt::Key_F, Qt::ControlModifier);
     TypeText(*window, QStringLiteral("harbour mast"));
     Key(*window, Qt::Key_Down);
@@ -275,7 +275,7 @@ TEST_F(HostWindow, ImportsWithTheStoredOptions) {
 }
 
 TEST_F(HostWindow, ExportsAllShownMessages) {
-    Import(Disk());
+    OpenRecordedLibrary();
     InNextWindow([&] {
         auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
         dialog.findChild<QAbstractButton*>(QStringLiteral("shown"))->click();
@@ -292,7 +292,7 @@ TEST_F(HostWindow, ExportsAllShownMessages) {
 }
 
 TEST_F(HostWindow, ExportsByTheModulesBatchDialog) {
-    Import(Disk());
+    OpenRecordedLibrary();
     InNextWindow([&] {
         QWidget& dialog = *QApplication::activeModalWidget();
         dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("out"));

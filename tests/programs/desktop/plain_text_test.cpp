@@ -99,7 +99,8 @@ library::Recording HostileRecording() {
     recording.recorded_at = recording.options = recording.text = text;
     recording.fonts = recording.warnings = {text};
     recording.fields = {{text, 0, 0, 100, 40}};
-    recording.sources = {{"/" + text + "/.0012", std::nullopt, 10, text}, {"/" + text + "/.0001", 1, 10, text}};
+    recording.sources = {{"/" + text + "/.0012", std::nullopt, 10, std::string(64, '0')},
+                         {"/" + text + "/.0001", 1, 10, {}}};
     recording.width = 720;
     recording.height = 486;
     QImage picture(720, 486, QImage::Format_RGBA8888);

@@ -18,6 +18,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/system/files.h"
+#include "programs/desktop/common/line_breaks.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/screen_text.h"
 

@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <utility>
 
+#include "programs/desktop/common/line_breaks.h"
 #include "programs/desktop/dialogs/screen_text.h"
 
 namespace zel::desktop {

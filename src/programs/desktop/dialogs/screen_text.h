@@ -21,8 +21,4 @@ QString CutToBytes(const QString& text, std::size_t limit);
 /// The text as displayed: without the & of an access key, and with && as &.
 QString WithoutAccessKey(const QString& text);
 
-/// Inserts invisible places for line breaks into words longer than a line, such as paths; WithoutBreaks removes them.
-QString WithBreaks(const QString& text);
-QString WithoutBreaks(QString text);
-
 }  // namespace zel::desktop

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <string_view>
+#include <utility>
 
 #include "host/export/message_title.h"
 #include "programs/desktop/common/library_wait.h"
@@ -23,6 +24,30 @@ constexpr int kCachedThumbnails = 600;
 QString DescriptionOf(const library::LibraryEntry& entry) {
     const QString text = Text(entry.text);
     return entry.warnings == 0 ? text : text + u'\n' + LibraryModel::tr("Warnings: %1").arg(entry.warnings);
+}
+
+QString TitleOf(const library::LibraryEntry& entry) {
+    return QString::fromUtf8(exporter::TitleOf(entry.text).c_str()).simplified();
+}
+
+/// The library lists its entries by disk and number; entries that are otherwise equal stay in that order.
+void Sort(std::vector<library::LibraryEntry>& entries, LibraryOrder order) {
+    if (order == LibraryOrder::kNumber) {
+        std::ranges::stable_sort(entries, {}, [](const library::LibraryEntry& entry) { return entry.key.number; });
+    } else if (order == LibraryOrder::kTitle) {
+        using Titled = std::pair<QString, library::LibraryEntry>;
+        std::vector<Titled> titled;
+        titled.reserve(entries.size());
+        for (library::LibraryEntry& entry : entries)
+            titled.emplace_back(TitleOf(entry).toCaseFolded(), std::move(entry));
+        // Messages without a title are last.
+        const auto is_before = [](const QString& a, const QString& b) {
+            return a.isEmpty() || b.isEmpty() ? !a.isEmpty() && b.isEmpty() : a.localeAwareCompare(b) < 0;
+        };
+        std::ranges::stable_sort(titled, is_before, &Titled::first);
+        entries.clear();
+        for (auto& [title, entry] : titled) entries.push_back(std::move(entry));
+    }
 }
 
 }  // namespace
@@ -58,6 +83,7 @@ void LibraryModel::SetLibrary(std::string library) {
     m_file = std::move(library);
     m_library.reset();
     m_entries.clear();
+    m_disks.clear();
     m_thumbnails.clear();
     m_requested.clear();
     MakeLoader();
@@ -68,9 +94,15 @@ QString LibraryModel::CacheKey(const library::RecordingKey& key) {
     return Text(key.disk) + QLatin1Char('\n') + QString::number(key.number);
 }
 
-void LibraryModel::Reload() {
+void LibraryModel::Reload(const LibraryFilter& filter) {
     if (!m_library) Open();
-    Update(m_library->Search(m_query.toStdString()));
+    std::vector<library::LibraryEntry> entries = m_library->Search(filter.words.toStdString());
+    std::erase_if(entries, [&](const library::LibraryEntry& entry) {
+        return (filter.only_with_warnings && entry.warnings == 0) || (filter.disk && entry.key.disk != *filter.disk);
+    });
+    if (!filter.HasWords()) Sort(entries, filter.order);
+    m_disks = m_library->Disks();
+    Update(std::move(entries));
     // It may have been opened without its log, and would not show what other programs record.
     if (m_access == library::Access::kRead) m_library.reset();
 }
@@ -86,11 +118,6 @@ void LibraryModel::Open() {
         m_access = library::Access::kRead;
         m_library.emplace(m_file, m_access, kLibraryWait);
     }
-}
-
-void LibraryModel::Search(const QString& query) {
-    m_query = query;
-    Reload();
 }
 
 int LibraryModel::RowOf(const library::RecordingKey& key) const {
@@ -162,11 +189,11 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleDescriptionRole:
             return DescriptionOf(entry);
         case Qt::AccessibleTextRole:
-            return TitleOf(entry.key) + QStringLiteral(", ") + QString::fromUtf8(exporter::TitleOf(entry.text).c_str());
+            return TitleOf(entry.key) + QStringLiteral(", ") + TitleOf(entry);
         case kThumbnail:
             return ThumbnailOf(entry);
         case kText:
-            return QString::fromUtf8(exporter::TitleOf(entry.text).c_str()).simplified();
+            return TitleOf(entry);
         case kWarnings:
             return entry.warnings;
         default:

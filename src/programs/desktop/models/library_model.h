@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/library/library.h"
+#include "programs/desktop/models/library_filter.h"
 
 namespace zel::desktop {
 
@@ -20,8 +21,7 @@ class ThumbnailLoader;
 /// Whether two entries are equal and of the same recording.
 bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other);
 
-/// The recordings of a library, or those that a search finds, with their thumbnails. A thumbnail is read when it is
-/// first shown.
+/// The recordings of a library that a filter lists, with their thumbnails. A thumbnail is read when it is first shown.
 class LibraryModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -35,11 +35,12 @@ class LibraryModel : public QAbstractListModel {
     /// Shows another library from the next Reload on; until then, no recordings.
     void SetLibrary(std::string library);
 
-    /// Reads the library again. Unchanged entries keep their model indexes.
+    /// Reads the library again. Entries that stay in their order keep their model indexes.
     /// @throws LibraryError
-    void Reload();
-    /// Reloads with the entries that contain every word; with all entries if there are no words.
-    void Search(const QString& query);
+    void Reload(const LibraryFilter& filter);
+
+    /// Names of the disks in the library, as of the last Reload; sorted.
+    const std::vector<std::string>& Disks() const noexcept { return m_disks; }
 
     const library::LibraryEntry& EntryAt(int row) const { return m_entries[static_cast<std::size_t>(row)]; }
     /// -1 for an entry that is not in the model.
@@ -61,10 +62,10 @@ class LibraryModel : public QAbstractListModel {
 
     std::string m_file;
     const QSize m_thumbnail;
-    QString m_query;
     std::optional<library::Library> m_library;
     library::Access m_access = library::Access::kWrite;
     std::vector<library::LibraryEntry> m_entries;
+    std::vector<std::string> m_disks;
     ThumbnailLoader* m_loader = nullptr;
     mutable QCache<QString, QImage> m_thumbnails;
     mutable QSet<QString> m_requested;

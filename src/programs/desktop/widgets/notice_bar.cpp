@@ -5,7 +5,7 @@
 #include <QStyle>
 #include <QToolButton>
 
-#include "programs/desktop/dialogs/screen_text.h"
+#include "programs/desktop/common/line_breaks.h"
 
 namespace zel::desktop {
 

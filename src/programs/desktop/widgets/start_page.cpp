@@ -9,7 +9,8 @@ namespace zel::desktop {
 
 namespace {
 
-constexpr int kWidth = 440;
+/// The least and the most that a button needs.
+constexpr int kLeastWidth = 240, kWidth = 440;
 
 }  // namespace
 
@@ -19,19 +20,23 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent) {
 
 void StartPage::AddChoices(const QList<Choice>& choices) {
     auto* const row = new QHBoxLayout(this);
-    auto* const column = new QVBoxLayout;
-    row->addStretch();
-    row->addLayout(column);
-    row->addStretch();
+    auto* const page = new QWidget(this);
+    page->setMaximumWidth(kWidth);
+    auto* const column = new QVBoxLayout(page);
+    // The page gets its width first.
+    constexpr int kFirst = 1000;
+    row->addStretch(1);
+    row->addWidget(page, kFirst);
+    row->addStretch(1);
     column->addStretch();
     auto* const title = new QLabel(tr("Import your first messages"));
     QFont large = title->font();
     large.setPointSizeF(large.pointSizeF() * 1.6);
     title->setFont(large);
+    title->setWordWrap(true);
     column->addWidget(title);
     auto* const hint = new QLabel(tr("Drop a disk, a folder or a message file anywhere on this window."));
     hint->setWordWrap(true);
-    hint->setMaximumWidth(kWidth);
     column->addWidget(hint);
     column->addSpacing(12);
     for (const Choice& choice : choices) {
@@ -39,7 +44,7 @@ void StartPage::AddChoices(const QList<Choice>& choices) {
         auto* const button = new QCommandLinkButton(
             choice.action->text(),
             keys.isEmpty() ? choice.description : choice.description + QStringLiteral("  (") + keys + u')');
-        button->setMinimumWidth(kWidth);
+        button->setMinimumWidth(kLeastWidth);
         // Enter presses it.
         button->setAutoDefault(true);
         button->setEnabled(choice.action->isEnabled());

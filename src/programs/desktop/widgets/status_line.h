@@ -29,16 +29,21 @@ class StatusLine : public QStatusBar {
     void EndTask(const QString& result);
     /// Shows the result of an action, in place of that of an earlier one. While a task is running, does nothing.
     void ShowResult(const QString& result);
+    /// Shows beside the result how many imported messages have warnings, until the next result; 0 shows nothing.
+    void ShowWarnings(std::size_t messages);
 
   Q_SIGNALS:
     void stopRequested();
+    /// The user wants to see the warnings.
+    void warningsRequested();
     /// A task has started or ended.
     void taskChanged();
 
   private:
-    QLabel* m_pointed;
+    ElidedLabel* m_pointed;
     QLabel* m_zoom;
     ElidedLabel* m_task;
+    QPushButton* m_warnings;
     QLabel* m_count;
     QProgressBar* m_progress;
     QPushButton* m_stop;

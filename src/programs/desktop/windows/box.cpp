@@ -1,6 +1,6 @@
 #include "programs/desktop/windows/box.h"
 
-#include "programs/desktop/dialogs/screen_text.h"
+#include "programs/desktop/common/line_breaks.h"
 
 namespace zel::desktop {
 

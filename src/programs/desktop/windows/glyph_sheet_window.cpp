@@ -8,13 +8,13 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/picture_image.h"
+#include "programs/desktop/widgets/picture_view.h"
 #include "programs/desktop/windows/box.h"
 #include "programs/desktop/windows/pick.h"
 #include "programs/desktop/work/new_file.h"
@@ -34,9 +34,9 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
         new QLabel(tr("%1 glyphs, height %2 pixels   %3").arg(sheet.glyphs).arg(sheet.height).arg(file), this);
     summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
     summary->setTextFormat(Qt::PlainText);
-    auto* const area = new QScrollArea(this);
-    area->setWidget(MakePicture());
-    area->setAlignment(Qt::AlignCenter);
+    // A path may be longer than the window is wide.
+    summary->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    PictureView* const picture = MakePicture();
     for (const QKeySequence& keys : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)})
         connect(new QShortcut(keys, this), &QShortcut::activated, this, &QWidget::close);
 
@@ -48,26 +48,45 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
         note->setWordWrap(true);
         column->addWidget(note);
     }
-    column->addWidget(area);
-    column->addWidget(MakeButtons());
-    constexpr int kExtraWidth = 40, kExtraHeight = 130;
-    resize((m_image.size() + QSize(kExtraWidth, kExtraHeight)).boundedTo(screen()->availableSize() * 0.8));
-    area->setFocus();
+    column->addWidget(picture, 1);
+    column->addWidget(MakeButtons(*picture));
+    constexpr int kExtraWidth = 40, kExtraHeight = 130, kLeastWidth = 520;
+    const QSize sheet_size = m_image.size() / devicePixelRatioF();
+    resize((sheet_size + QSize(kExtraWidth, kExtraHeight))
+               .expandedTo({kLeastWidth, 0})
+               .boundedTo(screen()->availableSize() * 0.8));
+    picture->ShowActualPixels();
+    picture->setFocus();
 }
 
-QWidget* GlyphSheetWindow::MakePicture() {
-    auto* const picture = new QLabel(this);
-    QPixmap pixmap = QPixmap::fromImage(m_image);
-    pixmap.setDevicePixelRatio(devicePixelRatioF());
-    picture->setPixmap(pixmap);
+PictureView* GlyphSheetWindow::MakePicture() {
+    auto* const picture = new PictureView(this);
+    picture->setObjectName(QStringLiteral("glyphs"));
     picture->setAccessibleName(tr("All glyphs with their codes in hexadecimal"));
+    // Its pixels are square, also in a sheet as wide as a frame.
+    picture->SetPixelAspect(false);
+    picture->Show(m_image, {}, {});
     return picture;
 }
 
-QWidget* GlyphSheetWindow::MakeButtons() {
+QDialogButtonBox* GlyphSheetWindow::MakeButtons(PictureView& picture) {
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     QPushButton* const copy = buttons->addButton(tr("&Copy"), QDialogButtonBox::ActionRole);
     QPushButton* const save = buttons->addButton(tr("&Save as…"), QDialogButtonBox::ActionRole);
+    struct Zoom {
+        QString text;
+        QString keys;
+        void (PictureView::*call)();
+    };
+    for (const Zoom& zoom :
+         {Zoom{tr("Zoom &in"), tr("Ctrl++"), &PictureView::ZoomIn},
+          Zoom{tr("Zoom &out"), tr("Ctrl+-"), &PictureView::ZoomOut}, Zoom{tr("&Fit"), tr("Ctrl+0"), &PictureView::Fit},
+          Zoom{tr("&Actual pixels"), tr("Ctrl+1"), &PictureView::ShowActualPixels}}) {
+        QPushButton* const button = buttons->addButton(zoom.text, QDialogButtonBox::ActionRole);
+        button->setToolTip(zoom.keys);
+        connect(button, &QPushButton::clicked, &picture, zoom.call);
+        connect(new QShortcut(QKeySequence(zoom.keys), this), &QShortcut::activated, &picture, zoom.call);
+    }
     connect(copy, &QPushButton::clicked, this, &GlyphSheetWindow::Copy);
     connect(save, &QPushButton::clicked, this, &GlyphSheetWindow::Save);
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);

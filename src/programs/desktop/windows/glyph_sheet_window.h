@@ -4,9 +4,13 @@
 
 #include "programs/desktop/work/font_sheet.h"
 
+class QDialogButtonBox;
+
 namespace zel::desktop {
 
-/// A window with the glyphs of a font. It deletes itself when it is closed.
+class PictureView;
+
+/// A window with the glyphs of a font, which can be zoomed. It deletes itself when it is closed.
 class GlyphSheetWindow : public QWidget {
     Q_OBJECT
 
@@ -14,8 +18,8 @@ class GlyphSheetWindow : public QWidget {
     GlyphSheetWindow(const FontSheet& sheet, QWidget* parent);
 
   private:
-    QWidget* MakePicture();
-    QWidget* MakeButtons();
+    PictureView* MakePicture();
+    QDialogButtonBox* MakeButtons(PictureView& picture);
     void Copy();
     void Save();
 

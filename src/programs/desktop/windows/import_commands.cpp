@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QMainWindow>
 #include <QSettings>
+#include <algorithm>
+#include <utility>
 
 #include "host/ftp/ftp_fetch_service.h"
 #include "host/library/library.h"
@@ -20,8 +22,10 @@
 #include "programs/desktop/windows/pick.h"
 #include "programs/desktop/windows/recent_disks.h"
 #include "programs/desktop/windows/remote_chooser.h"
+#include "programs/desktop/windows/warnings_window.h"
 #include "programs/desktop/work/dialog_import.h"
 #include "programs/desktop/work/import_options.h"
+#include "programs/desktop/work/module_desktop.h"
 
 namespace zel::desktop {
 
@@ -35,7 +39,7 @@ host::HostOptions OptionsFor(const Workspace& workspace, const QStringList& near
 
 }  // namespace
 
-ImportCommands::ImportCommands(const Workspace& workspace, const ModuleDesktop& desktop, RecentDisks& recent,
+ImportCommands::ImportCommands(const Workspace& workspace, ModuleDesktop& desktop, RecentDisks& recent,
                                FontCommands& fonts)
     : m_workspace(workspace), m_desktop(desktop), m_recent(recent), m_fonts(fonts) {
     connect(&m_import, &DiskImport::recorded, &workspace.library, &LibraryPanel::ReloadSoon);
@@ -109,6 +113,7 @@ void ImportCommands::ImportFolder() {
 void ImportCommands::Ended(const ImportSummary& summary) {
     m_workspace.library.Reload();
     m_workspace.status.EndTask(summary.Text());
+    SetWarnings(summary.warnings);
     if (!summary.stopped_by.isEmpty()) {
         m_workspace.notice.Warn(summary.stopped_by,
                                 tr("%1. Recorded messages are kept. When the library can be written again, repeat the "
@@ -142,16 +147,48 @@ void ImportCommands::ImportByModule() {
     };
     ftp::FetchService service(std::move(service_options));
     m_workspace.BeginAction();
+    FillModulesDialog();
     m_import.SetPaused(true);
     try {
         const DialogImportOutcome outcome = ImportByDialog(
             m_workspace.places.library, m_desktop, OptionsFor(m_workspace, m_recent.List()), &service, callbacks);
+        if (outcome.recorded != 0) {
+            m_workspace.status.ShowResult(
+                Counted(static_cast<std::size_t>(outcome.recorded), "message imported", "messages imported"));
+            SetWarnings(outcome.warnings);
+        }
         if (!outcome.failure.empty()) m_workspace.notice.Warn(Text(outcome.failure));
     } catch (const std::exception& error) {
         m_workspace.notice.Warn(Text(error.what()), tr("Nothing was imported."));
     }
     m_import.SetPaused(false);
     m_workspace.library.Reload();
+}
+
+/// The dialog opens with the directories of the current message, or of the latest disk.
+void ImportCommands::FillModulesDialog() {
+    QStringList paths{m_workspace.library.CurrentSource()};
+    paths.append(m_recent.List());
+    for (const QString& path : paths) {
+        if (path.isEmpty() || !QFileInfo::exists(path)) continue;
+        return m_desktop.SetDirectories(DirectoriesOf(QFile::encodeName(path).toStdString()));
+    }
+}
+
+void ImportCommands::SetWarnings(std::vector<MessageWarnings> warnings) {
+    std::ranges::sort(warnings, {}, &MessageWarnings::key);
+    m_warnings = std::move(warnings);
+    m_workspace.status.ShowWarnings(m_warnings.size());
+    if (m_warnings_window) m_warnings_window->close();
+    Q_EMIT warningsChanged();
+}
+
+void ImportCommands::ShowWarnings() {
+    if (!m_warnings_window) {
+        m_warnings_window = new WarningsWindow(&m_workspace.window);
+        connect(m_warnings_window, &WarningsWindow::chosen, &m_workspace.library, &LibraryPanel::SelectSoon);
+    }
+    m_warnings_window->Show(m_warnings);
 }
 
 void ImportCommands::ChangeOptions() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 
 #include "programs/desktop/windows/workspace.h"
@@ -12,6 +13,7 @@ namespace zel::desktop {
 class FontCommands;
 class ModuleDesktop;
 class RecentDisks;
+class WarningsWindow;
 
 /// Imports messages: from files and folders, and with the module's dialog.
 class ImportCommands : public QObject {
@@ -19,7 +21,7 @@ class ImportCommands : public QObject {
 
   public:
     /// All outlive the object.
-    ImportCommands(const Workspace& workspace, const ModuleDesktop& desktop, RecentDisks& recent, FontCommands& fonts);
+    ImportCommands(const Workspace& workspace, ModuleDesktop& desktop, RecentDisks& recent, FontCommands& fonts);
 
     /// Imports messages, folders and disks; shows fonts. Reports any other path as an error.
     void Open(const QStringList& paths);
@@ -33,21 +35,36 @@ class ImportCommands : public QObject {
     /// Reads the library again, and with it the names of the disks.
     void ReloadLibrary();
 
+    /// Lists the warnings of the last import in a window.
+    void ShowWarnings();
+    bool HasWarnings() const noexcept { return !m_warnings.empty(); }
+    /// Another library is open.
+    void ForgetWarnings() { SetWarnings({}); }
+
     bool IsRunning() const { return m_import.IsRunning(); }
     void Cancel() { m_import.Cancel(); }
+
+  Q_SIGNALS:
+    /// HasWarnings may have changed.
+    void warningsChanged();
 
   private:
     void OpenOne(const QString& path);
     void StartImport(const QString& path, const MessageSource& source);
     void WarnOfNoMessages(const QString& path);
     void Ended(const ImportSummary& summary);
+    void FillModulesDialog();
+    void SetWarnings(std::vector<MessageWarnings> warnings);
 
     const Workspace& m_workspace;
-    const ModuleDesktop& m_desktop;
+    ModuleDesktop& m_desktop;
     RecentDisks& m_recent;
     FontCommands& m_fonts;
     DiskNames m_names;
     DiskImport m_import;
+    /// Of the last import.
+    std::vector<MessageWarnings> m_warnings;
+    QPointer<WarningsWindow> m_warnings_window;
 };
 
 }  // namespace zel::desktop

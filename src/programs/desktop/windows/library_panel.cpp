@@ -1,12 +1,17 @@
 #include "programs/desktop/windows/library_panel.h"
 
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -15,6 +20,7 @@
 
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/library_model.h"
+#include "programs/desktop/models/library_watch.h"
 #include "programs/desktop/widgets/thumbnail_delegate.h"
 #include "programs/desktop/widgets/thumbnail_list.h"
 
@@ -41,8 +47,11 @@ ThumbnailList* MakeList(QAbstractItemModel* model, QWidget* parent) {
 
 LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     : QWidget(parent),
-      m_model(new LibraryModel(std::move(library), ThumbnailDelegate::kThumbnail * qGuiApp->devicePixelRatio(), this)),
+      m_model(new LibraryModel(library, ThumbnailDelegate::kThumbnail * qGuiApp->devicePixelRatio(), this)),
+      m_watch(new LibraryWatch(std::move(library), this)),
       m_search(new QLineEdit(this)),
+      m_options(new QPushButton(tr("S&ort"), this)),
+      m_disk(new QComboBox(this)),
       m_list(MakeList(m_model, this)),
       m_message(new QLabel(this)),
       m_pages(new QStackedWidget(this)),
@@ -53,6 +62,15 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     m_search->setAccessibleName(tr("Search the library"));
     m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
+    m_options->setObjectName(QStringLiteral("list_options"));
+    m_options->setToolTip(tr("Order of the messages; only those with warnings"));
+    m_options->setAccessibleName(tr("Order of the messages"));
+    m_disk->setObjectName(QStringLiteral("disk_filter"));
+    m_disk->setAccessibleName(tr("Disk"));
+    // A long name must not make the panel wider.
+    m_disk->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_disk->setMinimumContentsLength(8);
+    m_disk->hide();
     m_message->setObjectName(QStringLiteral("library_message"));
     m_message->setAlignment(Qt::AlignCenter);
     m_message->setWordWrap(true);
@@ -63,7 +81,11 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
 
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(6, 6, 0, 6);
-    column->addWidget(m_search);
+    auto* const top = new QHBoxLayout;
+    top->addWidget(m_search);
+    top->addWidget(m_options);
+    column->addLayout(top);
+    column->addWidget(m_disk);
     column->addWidget(m_pages);
 
     m_search_timer->setSingleShot(true);
@@ -72,8 +94,11 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     connect(m_search, &QLineEdit::textChanged, m_search_timer, [this] { m_search_timer->start(kSearchDelay_ms); });
     connect(m_search_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
     connect(m_reload_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
+    connect(m_watch, &LibraryWatch::changed, this, &LibraryPanel::ReloadSoon);
+    connect(m_disk, &QComboBox::currentIndexChanged, this, &LibraryPanel::Reload);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
-        if (!m_restoring) ChooseCurrent();
+        if (m_reloading) return;
+        ChooseCurrent();
         ReportCurrent();
     });
     // The first message found is current, so that a click on it changes nothing.
@@ -103,8 +128,54 @@ bool LibraryPanel::eventFilter(QObject* object, QEvent* event) {
 
 void LibraryPanel::SetLibrary(std::string library) {
     m_search->clear();
+    {
+        const QSignalBlocker blocked(m_disk);
+        m_disk->clear();
+    }
     m_chosen.reset();
+    m_watch->SetLibrary(library);
     m_model->SetLibrary(std::move(library));
+}
+
+void LibraryPanel::SetMenu(QMenu* menu) {
+    m_options->setMenu(menu);
+}
+
+void LibraryPanel::SetOrder(LibraryOrder order) {
+    m_order = order;
+    if (m_loaded) Reload();
+}
+
+void LibraryPanel::SetOnlyWithWarnings(bool on) {
+    m_only_with_warnings = on;
+    Reload();
+}
+
+LibraryFilter LibraryPanel::Filter() const {
+    LibraryFilter filter{m_search->text(), std::nullopt, m_only_with_warnings, m_order};
+    // The first entry is for all disks.
+    if (m_disk->currentIndex() > 0) filter.disk = m_disk->currentData().toString().toStdString();
+    return filter;
+}
+
+/// Lists the disks if there are several. The chosen one stays chosen while it exists.
+void LibraryPanel::ShowDisks() {
+    const QSignalBlocker blocked(m_disk);
+    const QVariant chosen = m_disk->currentData();
+    m_disk->clear();
+    m_disk->addItem(tr("All disks"));
+    for (const std::string& disk : m_model->Disks())
+        m_disk->addItem(disk.empty() ? tr("(without a name)") : Text(disk), Text(disk));
+    m_disk->setCurrentIndex(chosen.isValid() ? std::max(m_disk->findData(chosen), 0) : 0);
+    m_disk->setVisible(m_model->Disks().size() > 1);
+}
+
+void LibraryPanel::Read(const LibraryFilter& filter) {
+    m_watch->Note();
+    m_model->Reload(filter);
+    ShowDisks();
+    // The chosen disk may have been removed.
+    if (const LibraryFilter now = Filter(); now.disk != filter.disk) m_model->Reload(now);
 }
 
 void LibraryPanel::Reload() {
@@ -114,8 +185,9 @@ void LibraryPanel::Reload() {
     QElapsedTimer elapsed;
     elapsed.start();
     m_readable = true;
+    m_reloading = true;
     try {
-        m_model->Search(m_search->text());
+        Read(Filter());
     } catch (const library::LibraryError& error) {
         m_readable = false;
         m_reported.reset();
@@ -124,6 +196,9 @@ void LibraryPanel::Reload() {
     m_reload_timer->setInterval(std::max(kReloadDelay_ms, static_cast<int>(elapsed.elapsed()) * kReloadPause));
     ShowMessage();
     RestoreCurrent(row, current);
+    m_reloading = false;
+    m_loaded = true;
+    ReportCurrent();
     Q_EMIT reloaded();
 }
 
@@ -140,8 +215,8 @@ void LibraryPanel::RestoreCurrent(int previous_row, const std::optional<library:
     const auto row_of = [this](const std::optional<library::RecordingKey>& key) {
         return key ? m_model->RowOf(*key) : -1;
     };
-    const QString search = m_search->text().trimmed();
-    const bool searched = std::exchange(m_searched, search) != search;
+    const LibraryFilter filter = Filter();
+    const bool searched = std::exchange(m_filter, filter) != filter;
     if (row_of(m_wanted) >= 0) m_chosen = m_wanted;
     m_wanted.reset();
     int row = row_of(m_chosen);
@@ -149,13 +224,7 @@ void LibraryPanel::RestoreCurrent(int previous_row, const std::optional<library:
     // After a removal, the message that has taken the place of the current one.
     if (row < 0 && !searched) row = std::min(previous_row, m_model->rowCount() - 1);
     const QModelIndex now = m_model->index(std::max(row, 0));
-    m_restoring = true;
-    if (now.isValid() && m_list->currentIndex() != now) {
-        m_list->setCurrentIndex(now);
-    } else {
-        ReportCurrent();
-    }
-    m_restoring = false;
+    if (now.isValid() && m_list->currentIndex() != now) m_list->setCurrentIndex(now);
     if (searched && now.isValid()) m_list->scrollTo(now);
 }
 
@@ -208,8 +277,12 @@ void LibraryPanel::ShowMessage() {
     m_pages->setCurrentIndex(empty ? 1 : 0);
     if (!m_readable) {
         m_message->setText(tr("The library cannot be read."));
-    } else if (IsSearching()) {
-        m_message->setText(tr("No message contains “%1”.").arg(m_search->text().trimmed()));
+    } else if (Filter().HasWords()) {
+        m_message->setText(m_only_with_warnings
+                               ? tr("No message with warnings contains “%1”.").arg(m_search->text().trimmed())
+                               : tr("No message contains “%1”.").arg(m_search->text().trimmed()));
+    } else if (m_only_with_warnings) {
+        m_message->setText(tr("No message has warnings."));
     } else {
         m_message->setText(tr("The library is empty."));
     }
@@ -220,11 +293,11 @@ int LibraryPanel::Count() const {
 }
 
 bool LibraryPanel::IsEmpty() const {
-    return m_readable && !IsSearching() && Count() == 0;
+    return m_readable && !IsFiltered() && Count() == 0;
 }
 
-bool LibraryPanel::IsSearching() const {
-    return !m_search->text().trimmed().isEmpty();
+bool LibraryPanel::IsFiltered() const {
+    return !Filter().IsAll();
 }
 
 std::optional<library::RecordingKey> LibraryPanel::Current() const {

@@ -8,26 +8,31 @@
 #include <vector>
 
 #include "host/library/library.h"
+#include "programs/desktop/models/library_filter.h"
 
 class QAction;
+class QComboBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
+class QPushButton;
 class QStackedWidget;
 class QTimer;
 
 namespace zel::desktop {
 
 class LibraryModel;
+class LibraryWatch;
 class ThumbnailList;
 
-/// The library as thumbnails, with a search field.
+/// The library as thumbnails, with a search field and a choice of the disk. It follows what other programs write.
 class LibraryPanel : public QWidget {
     Q_OBJECT
 
   public:
     explicit LibraryPanel(std::string library, QWidget* parent = nullptr);
 
-    /// Shows another library from the next Reload on. Removes the search.
+    /// Shows another library from the next Reload on. Removes the filter.
     void SetLibrary(std::string library);
     /// Reads the library again. The current recording remains current.
     void Reload();
@@ -46,6 +51,11 @@ class LibraryPanel : public QWidget {
     /// Takes effect at the next reload and, for the visible part, when the panel is on the screen.
     void RestorePlace(const Place& place);
 
+    void SetOrder(LibraryOrder order);
+    void SetOnlyWithWarnings(bool on);
+    /// The menu of the button beside the search field. Not owned.
+    void SetMenu(QMenu* menu);
+
     /// Makes the message `step` places further in the list the current one, as far as there is one.
     void Step(int step);
 
@@ -55,11 +65,12 @@ class LibraryPanel : public QWidget {
     QStringList SelectedTexts() const;
     /// Path of the current recording's message; empty for none.
     QString CurrentSource() const;
-    /// All recordings that the search has found.
+    /// All recordings in the list.
     std::vector<library::RecordingKey> Shown() const;
     int Count() const;
-    bool IsSearching() const;
-    /// The library has no recordings; false if a search finds none or the library cannot be read.
+    /// The list does not have every message of the library.
+    bool IsFiltered() const;
+    /// The library has no recordings; false if a filter finds none or the library cannot be read.
     bool IsEmpty() const;
     /// For the context menu of the thumbnails.
     void AddContextActions(const QList<QAction*>& actions);
@@ -82,6 +93,9 @@ class LibraryPanel : public QWidget {
     void showEvent(QShowEvent* event) override;
 
   private:
+    LibraryFilter Filter() const;
+    void Read(const LibraryFilter& filter);
+    void ShowDisks();
     void ShowMessage();
     void RestoreCurrent(int previous_row, const std::optional<library::RecordingKey>& previous);
     void ReportCurrent();
@@ -89,19 +103,27 @@ class LibraryPanel : public QWidget {
     void ScrollToFirst();
 
     LibraryModel* m_model;
+    LibraryWatch* m_watch;
     QLineEdit* m_search;
+    QPushButton* m_options;
+    QComboBox* m_disk;
     ThumbnailList* m_list;
     QLabel* m_message;
     QStackedWidget* m_pages;
     QTimer* m_search_timer;
     QTimer* m_reload_timer;
     bool m_readable = true;
-    /// The search of the last reload.
-    QString m_searched;
-    /// The message that the user selected last. It becomes current again when a search that does not find it is
-    /// cleared.
+    /// Reload was called.
+    bool m_loaded = false;
+    LibraryOrder m_order = LibraryOrder::kDisk;
+    bool m_only_with_warnings = false;
+    /// That of the last reload.
+    LibraryFilter m_filter;
+    /// The message that the user selected last. It becomes current again when a filter that does not list it is
+    /// removed.
     std::optional<library::RecordingKey> m_chosen;
-    bool m_restoring = false;
+    /// A list that is shown or gets the focus makes its first message current, which the user did not choose.
+    bool m_reloading = false;
     /// Is scrolled to when the panel is shown.
     std::optional<library::RecordingKey> m_first;
     /// Becomes current at the next reload.

@@ -19,6 +19,7 @@
 #include "programs/desktop/windows/export_commands.h"
 #include "programs/desktop/windows/fetch_commands.h"
 #include "programs/desktop/windows/font_commands.h"
+#include "programs/desktop/windows/help_window.h"
 #include "programs/desktop/windows/import_commands.h"
 #include "programs/desktop/windows/library_commands.h"
 #include "programs/desktop/windows/library_panel.h"
@@ -33,6 +34,7 @@ namespace {
 const QString kBackgroundSetting = QStringLiteral("view/background");
 const QString kSafeSetting = QStringLiteral("view/safe_action");
 const QString kColourSetting = QStringLiteral("view/colour");
+const QString kOrderSetting = QStringLiteral("view/order");
 
 }  // namespace
 
@@ -90,15 +92,19 @@ void MainMenus::MakeFileMenu() {
     m_needs_idle.append(add("fetch", tr("Fetch over F&TP…"), tr("Ctrl+T"), [this] { m_to.fetches.Fetch(); }));
     add("import_options", tr("Import &options…"), {}, [this] { m_to.imports.ChangeOptions(); });
     file->addSeparator();
+    m_needs_picture.append(add("save_picture", tr("&Save picture as…"), QKeySequence::Save,
+                               [this] { m_to.pictures.Save(PictureForm::kStraight); }));
+    m_needs_picture.append(add("save_premultiplied", tr("Sa&ve multiplied by alpha as…"), {},
+                               [this] { m_to.pictures.Save(PictureForm::kPremultiplied); }));
     m_needs_picture.append(
-        add("save_picture", tr("&Save picture as…"), QKeySequence::Save, [this] { m_to.pictures.Save(); }));
+        add("save_key", tr("Save &key as…"), tr("Ctrl+Shift+S"), [this] { m_to.pictures.Save(PictureForm::kKey); }));
     m_needs_messages.append(add("export", tr("&Export…"), tr("Ctrl+E"), [this] { m_to.exports.Export(); }));
     m_needs_messages.append(
-        add("batch_export", tr("&Batch export…"), tr("Ctrl+Shift+E"), [this] { m_to.exports.BatchExport(); }));
+        add("batch_export", tr("Batc&h export…"), tr("Ctrl+Shift+E"), [this] { m_to.exports.BatchExport(); }));
     file->addSeparator();
     add("make_font", tr("&Make font…"), tr("Ctrl+G"), [this] { m_to.fonts.MakeFont(); });
     file->addSeparator();
-    m_needs_task.append(add("stop_task", tr("St&op current task"), tr("Ctrl+."), [this] { Q_EMIT stopRequested(); }));
+    m_needs_task.append(add("stop_task", tr("Sto&p current task"), tr("Ctrl+."), [this] { Q_EMIT stopRequested(); }));
     add("quit", tr("&Quit"), tr("Ctrl+Q"), [this] { m_workspace.window.close(); });
 }
 
@@ -146,6 +152,9 @@ void MainMenus::MakeViewMenu() {
     QMenu* const go_to = view->addMenu(tr("&Go to"));
     m_panels = view->addMenu(tr("Pa&nels"));
     AddPanels(go_to, m_panels);
+    AddListOptions(view->addMenu(tr("&Library")));
+    m_warnings = Add(view, "show_warnings", tr("&Warnings of the last import…"), {QKeySequence(tr("Ctrl+Shift+M"))},
+                     [this] { m_to.imports.ShowWarnings(); });
     Add(view, "reload", tr("&Reload library"), {QKeySequence::Refresh}, [this] { m_to.imports.ReloadLibrary(); });
 }
 
@@ -179,6 +188,7 @@ void MainMenus::AddPanels(QMenu* go_to, QMenu* shown) {
     add(tr("Library"), [this] { m_workspace.library.FocusList(); });
     add(tr("Picture"), [this] { m_to.picture.setFocus(Qt::ShortcutFocusReason); });
     for (QDockWidget* const dock : m_to.docks.Docks()) {
+        dock->toggleViewAction()->setText(QStringLiteral("&%1 %2").arg(number + 1).arg(dock->windowTitle()));
         shown->addAction(dock->toggleViewAction());
         add(dock->windowTitle(), [dock] {
             dock->show();
@@ -189,6 +199,7 @@ void MainMenus::AddPanels(QMenu* go_to, QMenu* shown) {
 }
 
 void MainMenus::AddToPanels(QAction* toggle) {
+    toggle->setText(tr("&Toolbar"));
     m_panels->addSeparator();
     m_panels->addAction(toggle);
 }
@@ -202,8 +213,10 @@ void MainMenus::AddSafeSizes(QMenu* menu) {
             m_workspace.settings.setValue(kSafeSetting, action_safe);
             m_to.picture.SetSafeSizes(action_safe, title_safe);
         };
-        QAction* const action = Add(menu, qPrintable(QStringLiteral("safe_%1").arg(action_safe)),
-                                    tr("Action %1 %, title %2 %").arg(action_safe).arg(title_safe), {}, show);
+        QAction* const action =
+            Add(menu, qPrintable(QStringLiteral("safe_%1").arg(action_safe)),
+                tr("&%1 Action %2 %, title %3 %").arg(group->actions().size() + 1).arg(action_safe).arg(title_safe), {},
+                show);
         action->setCheckable(true);
         group->addAction(action);
         if (stored == action_safe || group->actions().size() == 1) {
@@ -211,6 +224,36 @@ void MainMenus::AddSafeSizes(QMenu* menu) {
             show();
         }
     }
+}
+
+void MainMenus::AddListOptions(QMenu* menu) {
+    struct Order {
+        const char* name;
+        QString text;
+        LibraryOrder order;
+    };
+    auto* const group = new QActionGroup(this);
+    const QString stored = m_workspace.settings.value(kOrderSetting).toString();
+    for (const Order& order : {Order{"by_disk", tr("Sort by &disk"), LibraryOrder::kDisk},
+                               Order{"by_number", tr("Sort by &number"), LibraryOrder::kNumber},
+                               Order{"by_title", tr("Sort by &title"), LibraryOrder::kTitle}}) {
+        const QString name = QLatin1String(order.name);
+        QAction* const action = Add(menu, order.name, order.text, {}, [this, name, to = order.order] {
+            m_workspace.settings.setValue(kOrderSetting, name);
+            m_workspace.library.SetOrder(to);
+        });
+        action->setCheckable(true);
+        group->addAction(action);
+        if (stored == name || order.order == LibraryOrder::kDisk) {
+            action->setChecked(true);
+            m_workspace.library.SetOrder(order.order);
+        }
+    }
+    menu->addSeparator();
+    QAction* const only = Add(menu, "only_warnings", tr("Only with &warnings"), {}, [] {});
+    only->setCheckable(true);
+    connect(only, &QAction::toggled, &m_workspace.library, &LibraryPanel::SetOnlyWithWarnings);
+    m_workspace.library.SetMenu(menu);
 }
 
 void MainMenus::AddBackgrounds(QMenu* menu) {
@@ -253,6 +296,10 @@ void MainMenus::SetBackground(const QString& name) {
 
 void MainMenus::MakeHelpMenu() {
     QMenu* const help = m_workspace.window.menuBar()->addMenu(tr("&Help"));
+    Add(help, "guide", tr("&Guide"), {QKeySequence::HelpContents}, [this] { Help().ShowGuide(); });
+    Add(help, "keys", tr("&Keys"), {QKeySequence(tr("Ctrl+F1"))},
+        [this] { Help().ShowKeys(*m_workspace.window.menuBar()); });
+    help->addSeparator();
     Add(help, "about", tr("&About ZelTrans"), {}, [this] {
         RunBox(&m_workspace.window, QMessageBox::Information, tr("About ZelTrans"),
                tr("ZelTrans %1\n\nImports Zelmara! messages and fonts.\n\nLibrary: %2")
@@ -260,11 +307,17 @@ void MainMenus::MakeHelpMenu() {
     });
 }
 
+HelpWindow& MainMenus::Help() {
+    if (!m_help) m_help = new HelpWindow(&m_workspace.window);
+    return *m_help;
+}
+
 void MainMenus::FillRecentMenu() {
     m_recent_menu->clear();
     const QStringList disks = m_to.recent.List();
+    int number = 0;
     for (const QString& disk : disks) {
-        AddPath(m_recent_menu, disk, [this, disk] {
+        AddPath(m_recent_menu, ++number, disk, [this, disk] {
             m_workspace.BeginAction();
             m_to.imports.Open({disk});
         });
@@ -275,19 +328,22 @@ void MainMenus::FillRecentMenu() {
 void MainMenus::FillRecentLibraries() {
     m_recent_libraries->clear();
     const QString present = QFile::decodeName(m_workspace.places.library.c_str());
+    int number = 0;
     for (const QString& file : m_to.libraries.Recent()) {
-        QAction* const action = AddPath(m_recent_libraries, file, [this, file] { m_to.libraries.OpenFile(file); });
+        QAction* const action =
+            AddPath(m_recent_libraries, ++number, file, [this, file] { m_to.libraries.OpenFile(file); });
         action->setCheckable(true);
         action->setChecked(file == present);
     }
 }
 
 /// An action with the name of a file or folder and its path.
-QAction* MainMenus::AddPath(QMenu* menu, const QString& path, const std::function<void()>& call) {
+/// @param number  from 1 to 10; its last digit is the key in the menu.
+QAction* MainMenus::AddPath(QMenu* menu, int number, const QString& path, const std::function<void()>& call) {
     constexpr int kWidth = 420;
     QString text = QFileInfo(path).fileName() + QStringLiteral("  –  ") + path;
     text = menu->fontMetrics().elidedText(text.replace(u'&', QStringLiteral("&&")), Qt::ElideMiddle, kWidth);
-    QAction* const action = menu->addAction(text);
+    QAction* const action = menu->addAction(QStringLiteral("&%1  %2").arg(QString::number(number % 10), text));
     action->setToolTip(PlainToolTip(path));
     connect(action, &QAction::triggered, this, call);
     return action;
@@ -301,6 +357,7 @@ void MainMenus::Enable(const State& state) {
     enable(m_needs_messages, state.has_messages && !state.busy);
     enable(m_needs_task, state.busy);
     m_undo->setEnabled(state.can_undo);
+    m_warnings->setEnabled(state.has_warnings);
     enable(m_needs_idle, !state.busy);
 }
 

@@ -4,6 +4,7 @@
 #include <QKeySequence>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <functional>
 
 #include "programs/desktop/windows/workspace.h"
@@ -17,6 +18,7 @@ class DetailDocks;
 class ExportCommands;
 class FetchCommands;
 class FontCommands;
+class HelpWindow;
 class ImportCommands;
 class LibraryCommands;
 class PictureCommands;
@@ -54,6 +56,7 @@ class MainMenus : public QObject {
         bool has_messages = false;
         bool busy = false;
         bool can_undo = false;
+        bool has_warnings = false;
     };
     void Enable(const State& state);
 
@@ -71,10 +74,12 @@ class MainMenus : public QObject {
     void SetBackground(const QString& name);
     QColor BackgroundColour() const;
     void AddSafeSizes(QMenu* menu);
+    void AddListOptions(QMenu* menu);
+    HelpWindow& Help();
     void AddPanels(QMenu* go_to, QMenu* shown);
     void FillRecentMenu();
     void FillRecentLibraries();
-    QAction* AddPath(QMenu* menu, const QString& path, const std::function<void()>& call);
+    QAction* AddPath(QMenu* menu, int number, const QString& path, const std::function<void()>& call);
     QAction* Add(QMenu* menu, const char* name, const QString& text, const QList<QKeySequence>& keys,
                  const std::function<void()>& call);
     void AddToggle(QMenu* menu, const char* name, const QString& text, const QKeySequence& keys, bool on,
@@ -86,6 +91,8 @@ class MainMenus : public QObject {
     QMenu* m_recent_libraries = nullptr;
     QMenu* m_panels = nullptr;
     QAction* m_undo = nullptr;
+    QAction* m_warnings = nullptr;
+    QPointer<HelpWindow> m_help;
     QList<QAction*> m_needs_picture, m_needs_messages, m_needs_idle, m_needs_task;
 };
 

@@ -123,6 +123,8 @@ void MainWindow::Connect() {
     connect(m_full_screen, &FullScreenView::stepped, m_library, &LibraryPanel::Step);
     connect(m_menus.get(), &MainMenus::stopRequested, this, &MainWindow::StopTask);
     connect(m_status, &StatusLine::stopRequested, this, &MainWindow::StopTask);
+    connect(m_status, &StatusLine::warningsRequested, &m_imports, &ImportCommands::ShowWarnings);
+    connect(&m_imports, &ImportCommands::warningsChanged, this, &MainWindow::EnableActions);
     connect(m_status, &StatusLine::taskChanged, this, &MainWindow::EnableActions);
 }
 
@@ -171,6 +173,7 @@ void MainWindow::ShowLibrary(const QString& file) {
     m_places.library = QFile::encodeName(QFileInfo(file).absoluteFilePath()).toStdString();
     m_library->SetLibrary(m_places.library);
     RestorePlace();
+    m_imports.ForgetWarnings();
     m_imports.ReloadLibrary();
     RememberLibrary();
 }
@@ -228,7 +231,8 @@ void MainWindow::EnableActions() {
     m_menus->Enable({.has_picture = m_current.has_value(),
                      .has_messages = m_library->Count() != 0,
                      .busy = IsBusy(),
-                     .can_undo = m_pictures.CanUndo()});
+                     .can_undo = m_pictures.CanUndo(),
+                     .has_warnings = m_imports.HasWarnings()});
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -296,7 +300,7 @@ void MainWindow::ShowPointed(const QString& description) {
 void MainWindow::ShowCount() {
     const auto count = static_cast<std::size_t>(m_library->Count());
     const std::size_t selected = m_library->Selected().size();
-    const QString all = m_library->IsSearching() ? tr("%1 found").arg(count) : Counted(count, "message", "messages");
+    const QString all = m_library->IsFiltered() ? tr("%1 found").arg(count) : Counted(count, "message", "messages");
     m_status->ShowCount(selected > 1 ? tr("%1 selected, %2").arg(selected).arg(all) : all);
     const bool leaves_start_page = m_start->isAncestorOf(focusWidget()) && !m_library->IsEmpty();
     m_centre->setCurrentWidget(m_library->IsEmpty() ? static_cast<QWidget*>(m_start) : m_picture);

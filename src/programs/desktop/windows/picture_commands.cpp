@@ -35,15 +35,25 @@ const QString kSaveSetting = QStringLiteral("save/directory");
 /// Pictures and documents of the messages that can be restored are kept in memory up to this size.
 constexpr std::size_t kMostUndoBytes = 256 << 20;
 
-QString FileNameOf(const library::Recording& recording) {
-    return FileNameFrom(TitleOf({recording.disk, recording.number})) + QStringLiteral(".png");
+QString FileNameOf(const library::RecordingKey& key, PictureForm form = PictureForm::kStraight) {
+    return FileNameFrom(TitleOf(key)) + FileEnding(form);
+}
+
+library::RecordingKey KeyOf(const library::Recording& recording) {
+    return {recording.disk, recording.number};
+}
+
+QString TitleOfSave(PictureForm form) {
+    return form == PictureForm::kKey             ? PictureCommands::tr("Save key")
+           : form == PictureForm::kPremultiplied ? PictureCommands::tr("Save picture multiplied by its alpha")
+                                                 : PictureCommands::tr("Save picture");
 }
 
 /// Names of the files in a folder that would be replaced by the pictures of these messages.
-QStringList FilesPresent(const std::vector<library::RecordingKey>& keys, const QString& folder) {
+QStringList FilesPresent(const std::vector<library::RecordingKey>& keys, PictureForm form, const QString& folder) {
     QStringList names;
     for (const library::RecordingKey& key : keys) {
-        const QString name = FileNameFrom(TitleOf(key)) + QStringLiteral(".png");
+        const QString name = FileNameOf(key, form);
         if (QFileInfo::exists(folder + u'/' + name)) names.append(name);
     }
     return names;
@@ -73,7 +83,7 @@ void PictureCommands::Copy() {
 void PictureCommands::Drag() {
     if (!HasPicture()) return;
     auto data = Data();
-    const QString file = m_dragged.filePath(FileNameOf(*m_workspace.current));
+    const QString file = m_dragged.filePath(FileNameOf(KeyOf(*m_workspace.current)));
     try {
         base::WriteWholeFile(QFile::encodeName(file).toStdString(), m_workspace.current->picture);
         data->setUrls({QUrl::fromLocalFile(file)});
@@ -98,7 +108,8 @@ void PictureCommands::DragSelected() {
     if (keys.size() == 1) return Drag();
     try {
         QList<QUrl> urls;
-        for (const QString& file : WritePictures(keys, m_dragged.path())) urls.append(QUrl::fromLocalFile(file));
+        for (const QString& file : WritePictures(keys, PictureForm::kStraight, m_dragged.path()))
+            urls.append(QUrl::fromLocalFile(file));
         if (urls.isEmpty()) return;
         auto data = std::make_unique<QMimeData>();
         data->setUrls(urls);
@@ -110,7 +121,7 @@ void PictureCommands::DragSelected() {
 
 /// Writes the pictures of these messages, under names that differ. A message without a picture is left out.
 /// @return the files.
-QStringList PictureCommands::WritePictures(const std::vector<library::RecordingKey>& keys,
+QStringList PictureCommands::WritePictures(const std::vector<library::RecordingKey>& keys, PictureForm form,
                                            const QString& folder) const {
     library::Library library(m_workspace.places.library, library::Access::kRead, kLibraryWait);
     QStringList files;
@@ -118,10 +129,10 @@ QStringList PictureCommands::WritePictures(const std::vector<library::RecordingK
         const std::string picture = library.Picture(key);
         if (picture.empty()) continue;
         const QString stem = folder + u'/' + FileNameFrom(TitleOf(key));
-        QString file = stem + QStringLiteral(".png");
+        QString file = stem + FileEnding(form);
         for (int count = 2; files.contains(file, Qt::CaseInsensitive); ++count)
-            file = stem + QStringLiteral(" (%1).png").arg(count);
-        WriteNewFile(file, picture);
+            file = stem + QStringLiteral(" (%1)").arg(count) + FileEnding(form);
+        WriteNewFile(file, PngIn(form, picture));
         files.append(file);
     }
     return files;
@@ -135,12 +146,12 @@ void PictureCommands::CopyText() {
         tr("text of %1 copied").arg(Counted(static_cast<std::size_t>(texts.size()), "message", "messages")));
 }
 
-void PictureCommands::Save() {
+void PictureCommands::Save(PictureForm form) {
     const std::vector<library::RecordingKey> keys = m_workspace.library.Selected();
     if (keys.size() > 1) {
-        SaveSelected(keys);
+        SaveSelected(keys, form);
     } else {
-        SaveOne();
+        SaveOne(form);
     }
 }
 
@@ -149,33 +160,33 @@ QString PictureCommands::SaveFolder() const {
     return m_workspace.settings.value(kSaveSetting, pictures).toString();
 }
 
-void PictureCommands::SaveOne() {
+void PictureCommands::SaveOne(PictureForm form) {
     if (!HasPicture()) return;
-    const QString file =
-        PickNewPicture(&m_workspace.window, tr("Save picture"), SaveFolder() + u'/' + FileNameOf(*m_workspace.current));
+    const QString file = PickNewPicture(&m_workspace.window, TitleOfSave(form),
+                                        SaveFolder() + u'/' + FileNameOf(KeyOf(*m_workspace.current), form));
     if (file.isEmpty()) return;
     m_workspace.settings.setValue(kSaveSetting, QFileInfo(file).absolutePath());
     m_workspace.BeginAction();
     try {
-        WriteNewFile(file, m_workspace.current->picture);
+        WriteNewFile(file, PngIn(form, m_workspace.current->picture));
         m_workspace.status.ShowResult(tr("%1 saved").arg(file));
     } catch (const std::runtime_error& error) {
         m_workspace.notice.Warn(Text(error.what()), tr("Choose another folder or free disk space, then save again."));
     }
 }
 
-void PictureCommands::SaveSelected(const std::vector<library::RecordingKey>& keys) {
+void PictureCommands::SaveSelected(const std::vector<library::RecordingKey>& keys, PictureForm form) {
     const QString folder = PickFolder(&m_workspace.window, tr("Folder for %1 pictures").arg(keys.size()), SaveFolder());
     if (folder.isEmpty()) return;
     m_workspace.settings.setValue(kSaveSetting, folder);
     m_workspace.BeginAction();
-    const QStringList present = FilesPresent(keys, folder);
+    const QStringList present = FilesPresent(keys, form, folder);
     if (!present.isEmpty() && RunBox(&m_workspace.window, QMessageBox::Question, tr("Save pictures"),
                                      tr("Replace these files in %1?\n%2").arg(folder, FirstLines(present)),
                                      QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Yes)
         return;
     try {
-        const qsizetype count = WritePictures(keys, folder).size();
+        const qsizetype count = WritePictures(keys, form, folder).size();
         m_workspace.status.ShowResult(
             tr("%1 saved in %2").arg(Counted(static_cast<std::size_t>(count), "picture", "pictures"), folder));
     } catch (const std::runtime_error& error) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "programs/desktop/windows/workspace.h"
+#include "programs/desktop/work/picture_form.h"
 
 class QMimeData;
 
@@ -31,7 +32,7 @@ class PictureCommands : public QObject {
     /// Drags the pictures of the selected messages as files.
     void DragSelected();
     /// Asks for a file and saves the current picture, or for a folder if several messages are selected.
-    void Save();
+    void Save(PictureForm form);
     /// Opens the folder that contains the file of the current message.
     void ShowInFolder();
     /// Removes the selected messages. Asks first if there are too many to restore them.
@@ -48,9 +49,10 @@ class PictureCommands : public QObject {
     bool HasPicture() const;
     std::unique_ptr<QMimeData> Data() const;
     QString SaveFolder() const;
-    void SaveOne();
-    void SaveSelected(const std::vector<library::RecordingKey>& keys);
-    QStringList WritePictures(const std::vector<library::RecordingKey>& keys, const QString& folder) const;
+    void SaveOne(PictureForm form);
+    void SaveSelected(const std::vector<library::RecordingKey>& keys, PictureForm form);
+    QStringList WritePictures(const std::vector<library::RecordingKey>& keys, PictureForm form,
+                              const QString& folder) const;
     void StartDrag(std::unique_ptr<QMimeData> data);
     void Remove(const std::vector<library::RecordingKey>& keys);
 

@@ -88,6 +88,7 @@ DialogImportOutcome ImportByDialog(const std::string& library, const ModuleDeskt
     outcome.failure = writer.Finish();
     if (outcome.failure.empty() && exception) outcome.failure = "reading stopped: " + *exception;
     outcome.recorded = writer.Count();
+    outcome.warnings = writer.TakeWarnings();
     return outcome;
 }
 

@@ -5,6 +5,7 @@
 
 #include "host/library/recording.h"
 #include "host/reference_host.h"
+#include "programs/desktop/work/message_warnings.h"
 
 namespace zel::desktop {
 
@@ -22,6 +23,8 @@ struct DialogImportOutcome {
     int recorded = 0;
     /// Why not every message is recorded, or why the module stopped; empty on success.
     std::string failure;
+    /// Of the recorded messages that have any.
+    std::vector<MessageWarnings> warnings;
 };
 
 /// Runs the module's import dialog until the user closes it, and records each message that arrives; in a batch, those

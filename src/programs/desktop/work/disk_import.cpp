@@ -129,6 +129,7 @@ void DiskImport::Finish() {
     m_timer->stop();
     const std::string failure = m_writer->Finish();
     m_summary.recorded = m_writer->Count();
+    m_summary.warnings = m_writer->TakeWarnings();
     if (!failure.empty()) m_summary.stopped_by = Text(failure);
     m_writer.reset();
     m_library.reset();

@@ -9,6 +9,7 @@
 
 #include "host/reference_host.h"
 #include "programs/desktop/work/message_files.h"
+#include "programs/desktop/work/message_warnings.h"
 
 class QTimer;
 
@@ -23,6 +24,8 @@ struct ImportSummary {
     int unchanged = 0;
     /// One line for each message that could not be imported.
     QStringList failures;
+    /// Of the recorded messages that have any.
+    std::vector<MessageWarnings> warnings;
     /// The error that ended the import early, such as a full disk; else empty.
     QString stopped_by;
     bool cancelled = false;

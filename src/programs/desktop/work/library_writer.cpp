@@ -38,6 +38,10 @@ void LibraryWriter::Store(const library::Recording& recording) {
         throw;
     }
     ++m_count;
+    if (!recording.warnings.empty()) {
+        const std::lock_guard lock(m_mutex);
+        m_warnings.push_back({{recording.disk, recording.number}, recording.warnings});
+    }
     m_recorded({recording.disk, recording.number});
 }
 
@@ -51,6 +55,11 @@ bool LibraryWriter::Record(recorder::ArrivedMessage arrived, recorder::Recording
         // m_failed was called.
         return false;
     }
+}
+
+std::vector<MessageWarnings> LibraryWriter::TakeWarnings() {
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_warnings, {});
 }
 
 std::string LibraryWriter::Finish() {

@@ -5,10 +5,12 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "base/ordered_workers.h"
 #include "host/library/library.h"
 #include "host/recorder/make_recording.h"
+#include "programs/desktop/work/message_warnings.h"
 
 namespace zel::desktop {
 
@@ -38,6 +40,9 @@ class LibraryWriter {
     /// Number of messages recorded.
     int Count() const noexcept { return m_count; }
 
+    /// Moves out the warnings of the messages recorded so far.
+    std::vector<MessageWarnings> TakeWarnings();
+
     recorder::FileDigests& Digests() noexcept { return m_digests; }
 
   private:
@@ -51,6 +56,7 @@ class LibraryWriter {
     std::atomic<int> m_count = 0;
     std::mutex m_mutex;
     std::string m_failure;
+    std::vector<MessageWarnings> m_warnings;
     std::unique_ptr<base::OrderedWorkers<library::Recording>> m_workers;
 };
 

@@ -71,22 +71,31 @@ library::RecordingKey KeyOf(const std::string& disk, const std::string& name) {
     return {OwnDisk(disk, name), 0};
 }
 
+DiskDirectories DirectoriesOf(const std::string& path) {
+    std::error_code error;
+    fs::path directory(path);
+    if (fs::is_directory(directory, error)) {
+        const fs::path messages = DirectoryIn(directory, "MESSAGES");
+        if (!messages.empty()) directory = messages;
+    } else {
+        directory = directory.parent_path();
+    }
+    return {directory.string(), FontsOf(directory)};
+}
+
 MessageSource FindMessages(const std::string& path, library::Library& library, DiskNames& names) {
     MessageSource source{path, {}, {}, {}};
     std::vector<std::string> files;
-    fs::path directory(path);
-    if (fs::is_directory(directory)) {
-        const fs::path messages = DirectoryIn(directory, "MESSAGES");
-        if (!messages.empty()) directory = messages;
-        files = MessagesIn(directory);
-    } else {
-        directory = directory.parent_path();
-        if (KindOf(path) == FileKind::kMessage) files = {path};
+    const DiskDirectories directories = DirectoriesOf(path);
+    if (fs::is_directory(path)) {
+        files = MessagesIn(directories.messages);
+    } else if (KindOf(path) == FileKind::kMessage) {
+        files = {path};
     }
     if (files.empty()) return source;
-    source.directory = directory.string();
-    source.font_directory = FontsOf(directory);
-    const std::string disk = names.NameOf(library, directory.string());
+    source.directory = directories.messages;
+    source.font_directory = directories.fonts;
+    const std::string disk = names.NameOf(library, source.directory);
     std::set<library::RecordingKey> used;
     for (const std::string& file : files) {
         const std::string name = fs::path(file).filename().string();

@@ -39,6 +39,15 @@ struct MessageSource {
     std::vector<MessageFile> messages;
 };
 
+/// Directories that belong together, in this system's form.
+struct DiskDirectories {
+    std::string messages;
+    std::string fonts;
+};
+
+/// The directories of a disk, of another directory with messages, or of a message file.
+DiskDirectories DirectoriesOf(const std::string& path);
+
 /// Finds the messages of a disk (a directory that contains MESSAGES), of another directory, or of one file.
 /// @throws LibraryError, std::filesystem::filesystem_error for an unreadable directory.
 MessageSource FindMessages(const std::string& path, library::Library& library, DiskNames& names);

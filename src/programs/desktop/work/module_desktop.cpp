@@ -1,7 +1,12 @@
 #include "programs/desktop/work/module_desktop.h"
 
+#include <utility>
+
+#include "host/run/dialog_script.h"
 #include "module/contract/dialog_ids.h"
 #include "platform/framework/cdialog.h"
+#include "platform/script/dialog_driver.h"
+#include "platform/system/files.h"
 
 namespace zel::desktop {
 
@@ -30,6 +35,11 @@ ModuleDesktop::~ModuleDesktop() {
 
 void ModuleDesktop::RunModal(CDialog& dialog) {
     const OpenDialogs batch(m_batches, dialog.GetTemplateId() == kBatchDialog ? 1 : 0);
+    if (dialog.GetTemplateId() == kImportDialog && m_directories) {
+        const DiskDirectories directories = *std::exchange(m_directories, std::nullopt);
+        script::DialogDriver user(dialog);
+        run::EnterDirectories(user, system::ModulePath(directories.messages), system::ModulePath(directories.fonts));
+    }
     QtDesktop::RunModal(dialog);
 }
 

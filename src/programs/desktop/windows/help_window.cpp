@@ -1,0 +1,137 @@
+#include "programs/desktop/windows/help_window.h"
+
+#include <QAction>
+#include <QDialogButtonBox>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+namespace zel::desktop {
+
+namespace {
+
+struct Section {
+    const char* title;
+    const char* text;
+};
+
+constexpr Section kGuide[] = {
+    {QT_TR_NOOP("Import"),
+     QT_TR_NOOP("Drop a disk, a folder or message files on the window, or use Import disk or folder… in the menu File. "
+                "A disk is a folder that contains MESSAGES and MACHINE. Every message is stored in the library with "
+                "its picture, its texts and the fonts that it uses; the files of the disk are not changed. Importing a "
+                "disk again adds what is new or different. Import… opens the module's own dialog for one message or a "
+                "range. Fetch over FTP… copies messages and their fonts from a server first.")},
+    {QT_TR_NOOP("Warnings"),
+     QT_TR_NOOP("The status bar shows how many imported messages have warnings, such as a missing font. Click it for "
+                "the list. In the library such a message has a warning sign; the panel Details lists its warnings.")},
+    {QT_TR_NOOP("Find"),
+     QT_TR_NOOP(
+         "Type words into the field above the library: they are looked for in texts, names of tab fields and "
+         "files. The button beside it, or Library in the menu View, sorts the messages and lists only those with "
+         "warnings.")},
+    {QT_TR_NOOP("Look"),
+     QT_TR_NOOP("The wheel zooms. The middle button, or the left one while the space bar is down, moves the picture. "
+                "F11 shows the picture alone on the screen; there the arrow keys go from message to message. Rows, tab "
+                "fields and the palette beside the picture mark their place in it; a double click on a font shows its "
+                "glyphs.")},
+    {QT_TR_NOOP("Take out"),
+     QT_TR_NOOP("Drag a picture, or several selected thumbnails, into another program, or copy it. Save picture as… "
+                "writes a PNG file with straight alpha; other entries of the menu File multiply the colours by the "
+                "alpha, or save the key alone. Export… writes many messages in many formats.")},
+    {QT_TR_NOOP("Remove"),
+     QT_TR_NOOP("Delete removes the selected messages from the library, never from the disk. Undo removal in the menu "
+                "Edit restores them.")},
+};
+
+struct Keys {
+    const char* keys;
+    const char* effect;
+};
+
+/// Keys that no menu shows.
+constexpr Keys kOtherKeys[] = {
+    {QT_TR_NOOP("Down, Enter in the search field"), QT_TR_NOOP("Go to the messages found")},
+    {QT_TR_NOOP("Esc in the search field"), QT_TR_NOOP("Remove the search")},
+    {QT_TR_NOOP("Delete in the library"), QT_TR_NOOP("Remove the selected messages")},
+    {QT_TR_NOOP("Left, Right in the picture"), QT_TR_NOOP("Select the previous or next character")},
+    {QT_TR_NOOP("Wheel in the picture"), QT_TR_NOOP("Zoom; with Shift, scroll")},
+    {QT_TR_NOOP("Middle button, or space and left button"), QT_TR_NOOP("Move the picture")},
+    {QT_TR_NOOP("Double click on the picture"), QT_TR_NOOP("Change between fit and actual pixels")},
+    {QT_TR_NOOP("Arrow keys, Page Up, Page Down in full screen"), QT_TR_NOOP("Go to another message")},
+    {QT_TR_NOOP("Esc in full screen"), QT_TR_NOOP("Leave full screen")},
+    {QT_TR_NOOP("Enter in fonts and warnings"), QT_TR_NOOP("Show the glyphs, or the message")},
+    {QT_TR_NOOP("Esc in rows and tab fields"), QT_TR_NOOP("Remove the mark in the picture")},
+};
+
+QString RowOf(const QString& keys, const QString& effect) {
+    return QStringLiteral("<tr><td style=\"padding:2px 16px 2px 0\"><b>%1</b></td><td>%2</td></tr>")
+        .arg(keys.toHtmlEscaped(), effect.toHtmlEscaped());
+}
+
+QString NameOf(QString text) {
+    return text.remove(u'&').remove(u'…');
+}
+
+/// The rows of a menu and its submenus.
+QString RowsOf(const QMenu& menu) {
+    QString rows;
+    for (const QAction* const action : menu.actions()) {
+        if (action->menu() != nullptr) {
+            rows += RowsOf(*action->menu());
+        } else if (!action->shortcut().isEmpty()) {
+            rows += RowOf(QKeySequence::listToString(action->shortcuts(), QKeySequence::NativeText),
+                          NameOf(action->text()));
+        }
+    }
+    return rows;
+}
+
+QString TableOf(const QString& title, const QString& rows) {
+    return QStringLiteral("<h3>%1</h3><table>%2</table>").arg(title.toHtmlEscaped(), rows);
+}
+
+}  // namespace
+
+HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_page(new QTextBrowser(this)) {
+    setObjectName(QStringLiteral("help_window"));
+    m_page->setObjectName(QStringLiteral("help"));
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* const column = new QVBoxLayout(this);
+    column->addWidget(m_page);
+    column->addWidget(buttons);
+    resize(620, 560);
+}
+
+void HelpWindow::ShowGuide() {
+    QString html;
+    for (const Section& section : kGuide) {
+        html += QStringLiteral("<h3>%1</h3><p>%2</p>")
+                    .arg(tr(section.title).toHtmlEscaped(), tr(section.text).toHtmlEscaped());
+    }
+    ShowPage(tr("Guide"), html);
+}
+
+void HelpWindow::ShowKeys(const QMenuBar& menus) {
+    QString html;
+    for (const QAction* const head : menus.actions()) {
+        if (head->menu() != nullptr) html += TableOf(NameOf(head->text()), RowsOf(*head->menu()));
+    }
+    QString others;
+    for (const Keys& row : kOtherKeys) others += RowOf(tr(row.keys), tr(row.effect));
+    ShowPage(tr("Keys"), html + TableOf(tr("Elsewhere"), others));
+}
+
+void HelpWindow::ShowPage(const QString& title, const QString& html) {
+    setWindowTitle(title);
+    m_page->setAccessibleName(title);
+    m_page->setHtml(html);
+    m_page->setFocus();
+    show();
+    raise();
+    activateWindow();
+}
+
+}  // namespace zel::desktop
