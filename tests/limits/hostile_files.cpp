@@ -223,7 +223,7 @@ void DocumentOfEmptyObjects(const HostileDisk& disk) {
 }
 
 void DocumentOfManyValues(const HostileDisk& disk) {
-    disk.WriteLibrary(DocumentOfRows(2700000));
+    disk.WriteLibrary(DocumentOfRows(149000));
 }
 
 void DocumentOfBrackets(const HostileDisk& disk) {

@@ -42,7 +42,7 @@ void LargeRgbaPicture(const HostileDisk& disk);
 void SparseNameLists(const HostileDisk& disk);
 /// A document with 240,000 empty objects as rows.
 void DocumentOfEmptyObjects(const HostileDisk& disk);
-/// A document of 8 MiB with as many empty objects as it can have.
+/// A document with as many empty objects as are read.
 void DocumentOfManyValues(const HostileDisk& disk);
 /// A document of 8 MiB, all opening brackets.
 void DocumentOfBrackets(const HostileDisk& disk);

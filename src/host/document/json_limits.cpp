@@ -11,8 +11,8 @@ namespace {
 
 /// In bytes. A character takes about 400, and a screen has room for a few thousand of them.
 constexpr std::size_t kLargest = std::size_t{8} << 20;
-/// 65,536 rows have 6 each, and a character has some 25. Parsed values take up to ten times the size of the text.
-constexpr std::size_t kMostValues = 600000;
+/// A character has some 25, so this is enough for 12,000 of them. Parsed values take ten times the size of the text.
+constexpr std::size_t kMostValues = 300000;
 /// Writers of JSON recurse into what is nested; a document has 5 levels.
 constexpr std::size_t kDeepest = 64;
 /// A character has 14 members.
@@ -55,7 +55,7 @@ const char* JsonExcess(std::string_view text) noexcept {
                 break;
         }
     }
-    return values > kMostValues ? "has more than 600,000 values" : nullptr;
+    return values > kMostValues ? "has more than 300,000 values" : nullptr;
 }
 
 }  // namespace zel::document
