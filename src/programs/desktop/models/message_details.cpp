@@ -126,6 +126,10 @@ int MessageDetails::CharacterAt(QPoint point) const {
     return -1;
 }
 
+QString NameOfDisk(const std::string& disk) {
+    return disk.empty() ? QStringLiteral("(without a name)") : Text(disk);
+}
+
 QString TitleOf(const library::RecordingKey& key) {
     const QString number = QStringLiteral("%1").arg(key.number, 4, 10, QLatin1Char('0'));
     return key.disk.empty() ? number : Text(key.disk) + u' ' + number;
