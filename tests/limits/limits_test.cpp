@@ -88,7 +88,7 @@ constexpr LimitCase kCases[] = {
     {"many_stored_glyphs", ManyStoredGlyphs, 0.2, 80},
     {"stay_codes", StayCodes},
     {"stay_codes_of_many_fonts", StayCodesOfManyFonts, 0.3},
-    {"large_rgba_picture", LargeRgbaPicture, 0.2, 80},
+    {"large_rgba_picture", LargeRgbaPicture, 0.2, 88},
     {"sparse_name_lists", SparseNameLists},
     {"document_of_empty_objects", DocumentOfEmptyObjects},
     {"document_of_many_values", DocumentOfManyValues},
