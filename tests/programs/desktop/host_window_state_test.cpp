@@ -95,6 +95,21 @@ TEST_F(HostWindowState, KeepsBackgroundMessageAndPlaceOverARestart) {
     EXPECT_EQ(view.grab().toImage().pixelColor(view.rect().center()), QColor(Qt::white));
 }
 
+TEST_F(HostWindowState, KeepsTheCurrentThumbnailInSightWhenTheWindowShrinks) {
+    OpenRecordedLibrary();
+    window->resize(1280, 800);
+    Select(12);
+    const auto is_visible = [&] {
+        return List().viewport()->rect().contains(List().visualRect(List().currentIndex()).center());
+    };
+    EXPECT_TRUE(QTest::qWaitFor(is_visible, kTimeout_ms));
+    window->resize(800, 500);
+    const auto is_small = [&] { return List().viewport()->width() < 250 && List().viewport()->height() < 500; };
+    EXPECT_TRUE(QTest::qWaitFor(is_small, kTimeout_ms));
+    constexpr int kSoon_ms = 3000;
+    EXPECT_TRUE(QTest::qWaitFor(is_visible, kSoon_ms)) << List().viewport()->width();
+}
+
 TEST_F(HostWindowState, ClearedSearchKeepsTheChosenMessage) {
     OpenRecordedLibrary();
     Select(7);
