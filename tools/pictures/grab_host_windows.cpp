@@ -106,6 +106,9 @@ void Grabber::SaveViews() {
     list.setFocus();
     QTest::qWait(500);
     Save(*m_window, QStringLiteral("main"));
+    Press({"group_disks"});
+    Save(*m_window, QStringLiteral("main_grouped"));
+    Press({"group_disks"});
     list.setCurrentIndex(list.model()->index(12, 0));
     Press({"field_frames", "safe_areas"});
     auto& picture = *m_window->findChild<QWidget*>(QStringLiteral("picture"));

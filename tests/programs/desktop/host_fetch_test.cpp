@@ -136,10 +136,14 @@ TEST_F(HostFetch, ReportsFilesThatTheServerDoesNotHave) {
 }
 
 TEST_F(HostFetch, StopsAtOnceWhenTheWindowIsClosed) {
-    Serve({"--stall", "data"});
+    Serve({"--stall", "data", "--log", In("commands").toStdString()});
     Fetch(QStringLiteral("1-9999"));
     EXPECT_TRUE(window->IsBusy());
-    QTest::qWait(100);
+    const auto waits_for_data = [&] {
+        QFile commands(In("commands"));
+        return commands.open(QIODevice::ReadOnly) && commands.readAll().contains("EPSV");
+    };
+    EXPECT_TRUE(QTest::qWaitFor(waits_for_data, kTimeout_ms));
     QElapsedTimer elapsed;
     elapsed.start();
     window->close();

@@ -95,6 +95,21 @@ TEST_F(HostWindowState, KeepsBackgroundMessageAndPlaceOverARestart) {
     EXPECT_EQ(view.grab().toImage().pixelColor(view.rect().center()), QColor(Qt::white));
 }
 
+TEST_F(HostWindowState, KeepsTheCurrentThumbnailInSightWhenTheWindowShrinks) {
+    OpenRecordedLibrary();
+    window->resize(1280, 800);
+    Select(12);
+    const auto is_visible = [&] {
+        return List().viewport()->rect().contains(List().visualRect(List().currentIndex()).center());
+    };
+    EXPECT_TRUE(QTest::qWaitFor(is_visible, kTimeout_ms));
+    window->resize(800, 500);
+    const auto is_small = [&] { return List().viewport()->width() < 250 && List().viewport()->height() < 500; };
+    EXPECT_TRUE(QTest::qWaitFor(is_small, kTimeout_ms));
+    constexpr int kSoon_ms = 3000;
+    EXPECT_TRUE(QTest::qWaitFor(is_visible, kSoon_ms)) << List().viewport()->width();
+}
+
 TEST_F(HostWindowState, ClearedSearchKeepsTheChosenMessage) {
     OpenRecordedLibrary();
     Select(7);
@@ -247,6 +262,20 @@ TEST_F(HostWindowState, SortsFiltersAndFollowsOtherPrograms) {
     Trigger("by_disk");
     EXPECT_EQ(title(static_cast<int>(s_count)), "SPORT 0003");
 
+    Trigger("group_disks");
+    ASSERT_EQ(LibraryList().rowCount(), s_count + 3) << "two headings";
+    EXPECT_EQ(title(0), "NEWS");
+    EXPECT_EQ(title(static_cast<int>(s_count) + 1), "SPORT");
+    const QRect heading = List().visualRect(LibraryList().index(0, 0));
+    EXPECT_GT(List().visualRect(LibraryList().index(1, 0)).top(), heading.top());
+    EXPECT_GT(heading.width(), List().viewport()->width() / 2);
+    List().setFocus();
+    Key(*window, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(Find<QLabel>("count").text(), QStringLiteral("%1 selected, %1 messages").arg(s_count + 1));
+    Key(*window, Qt::Key_Home);
+    EXPECT_EQ(CurrentRow(), 1) << "a heading can't be current";
+    Trigger("group_disks");
+
     const auto with_warnings =
         std::ranges::count_if(Recorded(), [](const library::LibraryEntry& entry) { return entry.warnings != 0; });
     Trigger("only_warnings");
@@ -392,8 +421,10 @@ TEST_F(HostWindowState, ExportDialogExplainsFormatsThatConflict) {
 
 TEST_F(HostWindowState, FitsAWidthOf800) {
     const auto narrow = [&](const char* what) {
+        // The layouts follow a change of their contents.
+        QApplication::processEvents();
         window->resize(800, 600);
-        QTest::qWait(50);
+        QApplication::processEvents();
         EXPECT_LE(window->width(), 800) << what;
     };
     narrow("start page");

@@ -21,6 +21,7 @@
 #include "programs/desktop/host_window_fixture.h"
 #include "programs/desktop/windows/glyph_sheet_window.h"
 #include "programs/desktop/windows/remote_chooser.h"
+#include "programs/desktop/windows/warnings_window.h"
 
 namespace zel::screen_test {
 
@@ -186,6 +187,15 @@ TEST_F(PlainText, InAGlyphSheet) {
     sheet.picture = picture::ClearPicture(16, 16);
     (new desktop::GlyphSheetWindow(sheet, window.get()))->show();
     ExpectPlain("glyph sheet");
+}
+
+TEST_F(PlainText, InTheWarningsOfAnImport) {
+    const int before = Walk().seen;
+    desktop::WarningsWindow warnings(window.get());
+    warnings.Show({{{kHostile.toStdString(), 12}, {kHostile.toStdString()}}});
+    const Walk walk;
+    EXPECT_THAT(walk.faults, testing::IsEmpty());
+    EXPECT_GT(walk.seen, before);
 }
 
 TEST_F(PlainText, InADirectoryOfAServer) {

@@ -23,6 +23,8 @@ struct LibraryFilter {
     std::optional<std::string> disk;
     bool only_with_warnings = false;
     LibraryOrder order = LibraryOrder::kDisk;
+    /// The messages of each disk are together, in their order, below a heading. Not used with words.
+    bool grouped = false;
 
     bool HasWords() const { return !words.trimmed().isEmpty(); }
     /// Every message is listed.

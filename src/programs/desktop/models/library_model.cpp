@@ -83,6 +83,7 @@ void LibraryModel::SetLibrary(std::string library) {
     m_file = std::move(library);
     m_library.reset();
     m_entries.clear();
+    m_lines.clear();
     m_disks.clear();
     m_thumbnails.clear();
     m_requested.clear();
@@ -102,7 +103,10 @@ void LibraryModel::Reload(const LibraryFilter& filter) {
     });
     if (!filter.HasWords()) Sort(entries, filter.order);
     m_disks = m_library->Disks();
-    Update(std::move(entries));
+    const bool grouped = filter.grouped && !filter.HasWords();
+    if (grouped)
+        std::ranges::stable_sort(entries, {}, [](const library::LibraryEntry& entry) { return entry.key.disk; });
+    Update(std::move(entries), grouped);
     // It may have been opened without its log, and would not show what other programs record.
     if (m_access == library::Access::kRead) m_library.reset();
 }
@@ -122,18 +126,29 @@ void LibraryModel::Open() {
 
 int LibraryModel::RowOf(const library::RecordingKey& key) const {
     const auto found = std::ranges::find(m_entries, key, &library::LibraryEntry::key);
-    return found == m_entries.end() ? -1 : static_cast<int>(found - m_entries.begin());
+    if (found == m_entries.end()) return -1;
+    const auto entry = static_cast<std::size_t>(found - m_entries.begin());
+    if (m_lines.empty()) return static_cast<int>(entry);
+    const auto line =
+        std::ranges::find_if(m_lines, [entry](const Line& each) { return !each.is_heading && each.entry == entry; });
+    return static_cast<int>(line - m_lines.begin());
+}
+
+const library::LibraryEntry& LibraryModel::EntryAt(int row) const {
+    const auto at = static_cast<std::size_t>(row);
+    return m_entries[m_lines.empty() ? at : m_lines[at].entry];
 }
 
 int LibraryModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_entries.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_lines.empty() ? m_entries.size() : m_lines.size());
 }
 
 Qt::ItemFlags LibraryModel::flags(const QModelIndex& index) const {
+    if (index.isValid() && IsHeading(index.row())) return Qt::NoItemFlags;
     return QAbstractListModel::flags(index) | (index.isValid() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
 }
 
-void LibraryModel::Update(std::vector<library::LibraryEntry> entries) {
+void LibraryModel::Update(std::vector<library::LibraryEntry> entries, bool grouped) {
     std::map<library::RecordingKey, std::string_view> recorded_at;
     for (const library::LibraryEntry& entry : m_entries) recorded_at.emplace(entry.key, entry.recorded_at);
     for (const library::LibraryEntry& entry : entries) {
@@ -141,10 +156,20 @@ void LibraryModel::Update(std::vector<library::LibraryEntry> entries) {
         if (before != recorded_at.end() && before->second != entry.recorded_at)
             m_thumbnails.remove(CacheKey(entry.key));
     }
-    if (InsertInto(entries)) return;
+    if (!grouped && m_lines.empty() && InsertInto(entries)) return;
     beginResetModel();
     m_entries = std::move(entries);
+    m_lines.clear();
+    if (grouped) Group();
     endResetModel();
+}
+
+/// The entries of each disk are together.
+void LibraryModel::Group() {
+    for (std::size_t entry = 0; entry < m_entries.size(); ++entry) {
+        if (entry == 0 || m_entries[entry].key.disk != m_entries[entry - 1].key.disk) m_lines.push_back({true, entry});
+        m_lines.push_back({false, entry});
+    }
 }
 
 /// Inserts new entries between the present ones. Returns false, without a change, if there are no present ones or one
@@ -181,6 +206,11 @@ bool LibraryModel::InsertInto(std::vector<library::LibraryEntry>& entries) {
 QVariant LibraryModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const library::LibraryEntry& entry = EntryAt(index.row());
+    if (IsHeading(index.row())) {
+        if (role == kIsHeading) return true;
+        const bool is_text = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
+        return is_text ? QVariant(NameOfDisk(entry.key.disk)) : QVariant();
+    }
     switch (role) {
         case Qt::DisplayRole:
             return TitleOf(entry.key);

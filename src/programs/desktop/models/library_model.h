@@ -22,11 +22,12 @@ class ThumbnailLoader;
 bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other);
 
 /// The recordings of a library that a filter lists, with their thumbnails. A thumbnail is read when it is first shown.
+/// A row is a recording or, in a grouped list, the heading of a disk, which can't be selected; a recording follows it.
 class LibraryModel : public QAbstractListModel {
     Q_OBJECT
 
   public:
-    enum Role { kThumbnail = Qt::UserRole, kText, kWarnings };
+    enum Role { kThumbnail = Qt::UserRole, kText, kWarnings, kIsHeading };
 
     /// @param thumbnail  size of the largest thumbnail, in device pixels.
     LibraryModel(std::string library, QSize thumbnail, QObject* parent = nullptr);
@@ -42,7 +43,11 @@ class LibraryModel : public QAbstractListModel {
     /// Names of the disks in the library, as of the last Reload; sorted.
     const std::vector<std::string>& Disks() const noexcept { return m_disks; }
 
-    const library::LibraryEntry& EntryAt(int row) const { return m_entries[static_cast<std::size_t>(row)]; }
+    /// In the order of the rows.
+    const std::vector<library::LibraryEntry>& Entries() const noexcept { return m_entries; }
+    bool IsHeading(int row) const { return !m_lines.empty() && m_lines[static_cast<std::size_t>(row)].is_heading; }
+    /// The recording of a row, or the first one below a heading.
+    const library::LibraryEntry& EntryAt(int row) const;
     /// -1 for an entry that is not in the model.
     int RowOf(const library::RecordingKey& key) const;
 
@@ -52,9 +57,17 @@ class LibraryModel : public QAbstractListModel {
     QVariant data(const QModelIndex& index, int role) const override;
 
   private:
+    /// A row of a grouped list.
+    struct Line {
+        bool is_heading = false;
+        /// In m_entries.
+        std::size_t entry = 0;
+    };
+
     void MakeLoader();
     void Open();
-    void Update(std::vector<library::LibraryEntry> entries);
+    void Update(std::vector<library::LibraryEntry> entries, bool grouped);
+    void Group();
     bool InsertInto(std::vector<library::LibraryEntry>& entries);
     QImage ThumbnailOf(const library::LibraryEntry& entry) const;
     void AddThumbnail(const QString& disk, int number, const QImage& image);
@@ -65,6 +78,8 @@ class LibraryModel : public QAbstractListModel {
     std::optional<library::Library> m_library;
     library::Access m_access = library::Access::kWrite;
     std::vector<library::LibraryEntry> m_entries;
+    /// Empty unless the list is grouped: each row is an entry.
+    std::vector<Line> m_lines;
     std::vector<std::string> m_disks;
     ThumbnailLoader* m_loader = nullptr;
     mutable QCache<QString, QImage> m_thumbnails;

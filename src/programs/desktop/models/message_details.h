@@ -76,6 +76,9 @@ struct MessageDetails {
 /// From a malformed document, returns whatever could be read.
 MessageDetails DetailsOf(const library::Recording& recording);
 
+/// The disk's name, or "(without a name)".
+QString NameOfDisk(const std::string& disk);
+
 /// "NEWS 0012", or the number alone for a disk without a name.
 QString TitleOf(const library::RecordingKey& key);
 

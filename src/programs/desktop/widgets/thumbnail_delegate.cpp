@@ -1,10 +1,12 @@
 #include "programs/desktop/widgets/thumbnail_delegate.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QPainter>
 
 #include "programs/desktop/models/library_model.h"
 #include "programs/desktop/widgets/checkerboard.h"
+#include "programs/desktop/widgets/readable_colours.h"
 
 namespace zel::desktop {
 
@@ -22,12 +24,18 @@ void DrawWarningIcon(QPainter& painter, const QRect& frame) {
 
 ThumbnailDelegate::ThumbnailDelegate(QObject* parent) : QStyledItemDelegate(parent), m_background(Checkerboard()) {}
 
-QSize ThumbnailDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const {
+QSize ThumbnailDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    if (index.data(LibraryModel::kIsHeading).toBool()) {
+        const auto* const list = qobject_cast<const QAbstractScrollArea*>(option.widget);
+        const int line = list != nullptr ? list->viewport()->width() - 2 * kCellMargin : kThumbnail.width();
+        return {line, option.fontMetrics.height() + 2 * kCellMargin};
+    }
     return {kThumbnail.width() + 2 * kCellMargin,
             kThumbnail.height() + 2 * option.fontMetrics.height() + 3 * kCellMargin};
 }
 
 void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    if (index.data(LibraryModel::kIsHeading).toBool()) return PaintHeading(*painter, option, index);
     QStyleOptionViewItem item = option;
     QStyle& style = *QApplication::style();
     style.drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, option.widget);
@@ -45,6 +53,23 @@ void ThumbnailDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
         focus.QStyleOption::operator=(option);
         style.drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, option.widget);
     }
+}
+
+/// The name of a disk and a line.
+void ThumbnailDelegate::PaintHeading(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const QRect area = option.rect.adjusted(kCellMargin, 0, -kCellMargin, 0);
+    QFont bold = option.font;
+    bold.setBold(true);
+    const QString name =
+        QFontMetrics(bold).elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideMiddle, area.width());
+    painter.save();
+    painter.setFont(bold);
+    painter.setPen(option.palette.color(QPalette::Active, QPalette::Text));
+    painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, name);
+    painter.setPen(HintColour(option.palette));
+    const int end = area.left() + QFontMetrics(bold).horizontalAdvance(name) + kCellMargin;
+    if (end < area.right()) painter.drawLine(end, area.center().y(), area.right(), area.center().y());
+    painter.restore();
 }
 
 void ThumbnailDelegate::PaintThumbnail(QPainter& painter, const QRect& frame, const QModelIndex& index) const {

@@ -1,6 +1,8 @@
 #include "programs/desktop/widgets/thumbnail_list.h"
 
 #include <QKeyEvent>
+#include <QResizeEvent>
+#include <utility>
 
 namespace zel::desktop {
 
@@ -15,6 +17,21 @@ ThumbnailList::ThumbnailList(QWidget* parent) : QListView(parent) {
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setDragDropMode(QAbstractItemView::DragOnly);
     setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+/// A window is often resized in several steps, and the items are placed anew later.
+void ThumbnailList::resizeEvent(QResizeEvent* event) {
+    const QRect before({}, event->oldSize());
+    const bool in_sight = m_returns || before.intersects(visualRect(currentIndex()));
+    QListView::resizeEvent(event);
+    if (!in_sight || std::exchange(m_returns, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_returns = false;
+            scrollTo(currentIndex());
+        },
+        Qt::QueuedConnection);
 }
 
 void ThumbnailList::startDrag(Qt::DropActions /*actions*/) {

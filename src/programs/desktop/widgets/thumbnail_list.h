@@ -4,7 +4,7 @@
 
 namespace zel::desktop {
 
-/// The list of a library's thumbnails.
+/// The list of a library's thumbnails. When it is resized, a visible current item stays visible.
 class ThumbnailList : public QListView {
     Q_OBJECT
 
@@ -18,8 +18,13 @@ class ThumbnailList : public QListView {
     void removeRequested();
 
   protected:
+    void resizeEvent(QResizeEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    /// The list will scroll to its current item.
+    bool m_returns = false;
 };
 
 }  // namespace zel::desktop

@@ -7,6 +7,7 @@
 
 #include "host/export/export_formats.h"
 #include "programs/desktop/common/text.h"
+#include "programs/desktop/models/message_details.h"
 #include "programs/desktop/windows/pick.h"
 #include "ui_export_dialog.h"
 
@@ -22,8 +23,7 @@ ExportDialog::ExportDialog(Offer offer, QSettings& settings, QWidget* parent)
     m_ui->shown->setText(m_ui->shown->text() + QStringLiteral(" (%1)").arg(m_offer.shown.size()));
     m_ui->selected->setEnabled(!m_offer.selected.empty());
     (m_offer.selected.empty() ? m_ui->shown : m_ui->selected)->setChecked(true);
-    for (const std::string& disk : m_offer.disks)
-        m_ui->disk->addItem(disk.empty() ? tr("(without a name)") : Text(disk), Text(disk));
+    for (const std::string& disk : m_offer.disks) m_ui->disk->addItem(NameOfDisk(disk), Text(disk));
     m_ui->disk->setCurrentIndex(m_ui->disk->findData(Text(m_offer.disk)));
     const bool asks_disk = m_ui->disk->count() > 1;
     m_ui->disk->setVisible(asks_disk);

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -56,6 +57,9 @@ GlyphSheetWindow::GlyphSheetWindow(const FontSheet& sheet, QWidget* parent)
                .expandedTo({kLeastWidth, 0})
                .boundedTo(screen()->availableSize() * 0.8));
     picture->ShowActualPixels();
+    // It is around the middle of the sheet.
+    picture->horizontalScrollBar()->setValue(0);
+    picture->verticalScrollBar()->setValue(0);
     picture->setFocus();
 }
 

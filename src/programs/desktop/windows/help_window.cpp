@@ -36,7 +36,7 @@ constexpr Section kGuide[] = {
                 "F11 shows the picture alone on the screen; there the arrow keys go from message to message. Rows, tab "
                 "fields and the palette beside the picture mark their place in it; a double click on a font shows its "
                 "glyphs.")},
-    {QT_TR_NOOP("Take out"),
+    {QT_TR_NOOP("Copy, save, export"),
      QT_TR_NOOP("Drag a picture, or several selected thumbnails, into another program, or copy it. Save picture as… "
                 "writes a PNG file with straight alpha; other entries of the menu File multiply the colours by the "
                 "alpha, or save the key alone. Export… writes many messages in many formats.")},
@@ -66,7 +66,9 @@ constexpr Keys kOtherKeys[] = {
 };
 
 QString RowOf(const QString& keys, const QString& effect) {
-    return QStringLiteral("<tr><td style=\"padding:2px 16px 2px 0\"><b>%1</b></td><td>%2</td></tr>")
+    return QStringLiteral(
+               "<tr><td width=\"280\" style=\"padding:2px\"><b>%1</b></td>"
+               "<td style=\"padding:2px\">%2</td></tr>")
         .arg(keys.toHtmlEscaped(), effect.toHtmlEscaped());
 }
 

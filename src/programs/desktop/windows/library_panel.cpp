@@ -21,6 +21,7 @@
 #include "programs/desktop/common/text.h"
 #include "programs/desktop/models/library_model.h"
 #include "programs/desktop/models/library_watch.h"
+#include "programs/desktop/models/message_details.h"
 #include "programs/desktop/widgets/thumbnail_delegate.h"
 #include "programs/desktop/widgets/thumbnail_list.h"
 
@@ -64,6 +65,8 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     m_search->installEventFilter(this);
     m_options->setObjectName(QStringLiteral("list_options"));
     m_options->setToolTip(tr("Order of the messages; only those with warnings"));
+    constexpr int kArrow = 44;
+    m_options->setMaximumWidth(m_options->fontMetrics().horizontalAdvance(m_options->text()) + kArrow);
     m_options->setAccessibleName(tr("Order of the messages"));
     m_disk->setObjectName(QStringLiteral("disk_filter"));
     m_disk->setAccessibleName(tr("Disk"));
@@ -143,16 +146,28 @@ void LibraryPanel::SetMenu(QMenu* menu) {
 
 void LibraryPanel::SetOrder(LibraryOrder order) {
     m_order = order;
-    if (m_loaded) Reload();
+    ReloadIfLoaded();
 }
 
 void LibraryPanel::SetOnlyWithWarnings(bool on) {
     m_only_with_warnings = on;
-    Reload();
+    ReloadIfLoaded();
+}
+
+void LibraryPanel::SetGrouped(bool on) {
+    m_grouped = on;
+    // A heading has a size of its own.
+    m_list->setUniformItemSizes(!on);
+    ReloadIfLoaded();
+}
+
+/// The settings are applied before the library is read for the first time.
+void LibraryPanel::ReloadIfLoaded() {
+    if (m_loaded) Reload();
 }
 
 LibraryFilter LibraryPanel::Filter() const {
-    LibraryFilter filter{m_search->text(), std::nullopt, m_only_with_warnings, m_order};
+    LibraryFilter filter{m_search->text(), std::nullopt, m_only_with_warnings, m_order, m_grouped};
     // The first entry is for all disks.
     if (m_disk->currentIndex() > 0) filter.disk = m_disk->currentData().toString().toStdString();
     return filter;
@@ -164,8 +179,7 @@ void LibraryPanel::ShowDisks() {
     const QVariant chosen = m_disk->currentData();
     m_disk->clear();
     m_disk->addItem(tr("All disks"));
-    for (const std::string& disk : m_model->Disks())
-        m_disk->addItem(disk.empty() ? tr("(without a name)") : Text(disk), Text(disk));
+    for (const std::string& disk : m_model->Disks()) m_disk->addItem(NameOfDisk(disk), Text(disk));
     m_disk->setCurrentIndex(chosen.isValid() ? std::max(m_disk->findData(chosen), 0) : 0);
     m_disk->setVisible(m_model->Disks().size() > 1);
 }
@@ -223,14 +237,18 @@ void LibraryPanel::RestoreCurrent(int previous_row, const std::optional<library:
     if (row < 0) row = row_of(previous);
     // After a removal, the message that has taken the place of the current one.
     if (row < 0 && !searched) row = std::min(previous_row, m_model->rowCount() - 1);
-    const QModelIndex now = m_model->index(std::max(row, 0));
+    row = std::max(row, 0);
+    // A message follows each heading.
+    if (row < m_model->rowCount() && m_model->IsHeading(row)) ++row;
+    const QModelIndex now = m_model->index(row);
     if (now.isValid() && m_list->currentIndex() != now) m_list->setCurrentIndex(now);
     if (searched && now.isValid()) m_list->scrollTo(now);
 }
 
 void LibraryPanel::Step(int step) {
-    const int last = m_model->rowCount() - 1;
-    if (last >= 0) m_list->setCurrentIndex(m_model->index(std::clamp(m_list->currentIndex().row() + step, 0, last)));
+    int row = m_list->currentIndex().row() + step;
+    if (row >= 0 && row < m_model->rowCount() && m_model->IsHeading(row)) row += step;
+    if (row >= 0 && row < m_model->rowCount()) m_list->setCurrentIndex(m_model->index(row));
 }
 
 void LibraryPanel::ChooseCurrent() {
@@ -289,7 +307,7 @@ void LibraryPanel::ShowMessage() {
 }
 
 int LibraryPanel::Count() const {
-    return m_model->rowCount();
+    return static_cast<int>(m_model->Entries().size());
 }
 
 bool LibraryPanel::IsEmpty() const {
@@ -334,7 +352,7 @@ void LibraryPanel::AddContextActions(const QList<QAction*>& actions) {
 
 std::vector<library::RecordingKey> LibraryPanel::Shown() const {
     std::vector<library::RecordingKey> keys;
-    for (int row = 0; row < m_model->rowCount(); ++row) keys.push_back(m_model->EntryAt(row).key);
+    for (const library::LibraryEntry& entry : m_model->Entries()) keys.push_back(entry.key);
     std::ranges::sort(keys);
     return keys;
 }

@@ -53,6 +53,7 @@ class LibraryPanel : public QWidget {
 
     void SetOrder(LibraryOrder order);
     void SetOnlyWithWarnings(bool on);
+    void SetGrouped(bool on);
     /// The menu of the button beside the search field. Not owned.
     void SetMenu(QMenu* menu);
 
@@ -101,6 +102,7 @@ class LibraryPanel : public QWidget {
     void ReportCurrent();
     void ChooseCurrent();
     void ScrollToFirst();
+    void ReloadIfLoaded();
 
     LibraryModel* m_model;
     LibraryWatch* m_watch;
@@ -117,6 +119,7 @@ class LibraryPanel : public QWidget {
     bool m_loaded = false;
     LibraryOrder m_order = LibraryOrder::kDisk;
     bool m_only_with_warnings = false;
+    bool m_grouped = false;
     /// That of the last reload.
     LibraryFilter m_filter;
     /// The message that the user selected last. It becomes current again when a filter that does not list it is

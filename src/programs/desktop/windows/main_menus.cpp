@@ -250,6 +250,8 @@ void MainMenus::AddListOptions(QMenu* menu) {
         }
     }
     menu->addSeparator();
+    AddToggle(menu, "group_disks", tr("&Group by disk"), {}, false,
+              [this](bool on) { m_workspace.library.SetGrouped(on); });
     QAction* const only = Add(menu, "only_warnings", tr("Only with &warnings"), {}, [] {});
     only->setCheckable(true);
     connect(only, &QAction::toggled, &m_workspace.library, &LibraryPanel::SetOnlyWithWarnings);
