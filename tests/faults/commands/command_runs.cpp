@@ -1,7 +1,6 @@
 #include "faults/commands/command_runs.h"
 
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -16,8 +15,9 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string BytesOf(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
+    std::string bytes(static_cast<std::size_t>(fs::file_size(file)), '\0');
+    std::ifstream(file, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
 }
 
 void SendOutputTo(const fs::path& file, int descriptor) {
