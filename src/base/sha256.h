@@ -11,8 +11,8 @@ namespace zel::base {
 /// SHA-256 as 64 hexadecimal digits, lower case.
 std::string Sha256(std::string_view bytes);
 
-/// Largest file that Sha256OfFile reads, in bytes: far more than a message or a font has.
-inline constexpr std::uint64_t kLargestHashedFile = 256U << 20;
+/// Largest file that Sha256OfFile reads, in bytes: more than a message, a font or the largest RGBA picture has.
+inline constexpr std::uint64_t kLargestHashedFile = 80U << 20;
 
 /// SHA-256 of a regular file's bytes, as 64 hexadecimal digits. The file is read in pieces.
 /// @param stop  asked before each piece whether to give up; may be empty.

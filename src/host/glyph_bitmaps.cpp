@@ -16,17 +16,41 @@ namespace zel::host {
 namespace {
 
 /// Limit of the cache, which contains the glyphs of any message and those kept from earlier ones.
-constexpr std::size_t kKeptBytes = std::size_t{72} << 20;
+constexpr std::size_t kKeptBytes = std::size_t{56} << 20;
+/// Largest glyph, 2048 x 2048 pixels or ten pictures.
+constexpr std::uint64_t kMaxGlyphBytes = std::uint64_t{16} << 20;
+/// Run codes of all glyphs of a font set, 10,000 for each of the characters that fit a screen. Codes that don't advance
+/// take time, but no pixels.
+constexpr std::size_t kMaxCodes = std::size_t{16} << 20;
 /// Most lines in Failures.
 constexpr std::size_t kMostFailures = 1000;
 /// Limit of the run-coded glyphs and fonts that are kept for the next message.
 constexpr std::size_t kKeptForNextMessage = std::size_t{4} << 20;
+/// Run codes of a font whose glyphs are kept, in bytes: a sixteenth of the limit above, as a message has 16 fonts.
+constexpr std::uint32_t kLargestKeptFont = std::uint32_t{256} << 10;
 /// Bitmaps up to this size, more than a screen, are allocated without a check of the font file's size.
 constexpr std::uint64_t kUncheckedBytes = 4 << 20;
 
 bool IsRunCoded(const tag_font_memory& font, unsigned character) noexcept {
     const tag_char_entry* entry = font.Entry(character);
     return entry != nullptr && entry->IsRunCoded() && font.encoding_data != nullptr && font.font_header != nullptr;
+}
+
+/// Whether a glyph is kept for the following messages.
+bool IsKept(const tag_font_memory& font, unsigned character) noexcept {
+    return IsRunCoded(font, character) && font.font_header->encoding_size <= kLargestKeptFont;
+}
+
+/// Number of a glyph's run codes, of which the last is 0.
+std::size_t CountCodes(const tag_font_memory& font, unsigned character) noexcept {
+    std::size_t count = 0;
+    for (std::size_t end = std::size_t{font.Entry(character)->glyph_offset} + 4; end <= font.font_header->encoding_size;
+         end += 4, ++count) {
+        std::uint32_t code = 0;
+        std::memcpy(&code, font.encoding_data + end - 4, sizeof code);
+        if (code == 0) break;
+    }
+    return count;
 }
 
 /// Whether a font file is large enough to contain a stored glyph of this size. The module relies on the size in a
@@ -58,16 +82,17 @@ DIBSECTION BitmapOver(std::vector<std::uint8_t>& pixels, const CRect& rect) noex
 void GlyphBitmaps::SetFonts(CZelFont* fonts) {
     m_fonts = fonts;
     m_left = m_budget;
+    m_codes_left = kMaxCodes;
     m_numbers.clear();
-    DropStored();
+    DropOwn();
     // Drop failed glyphs, so that they are reported again.
     std::erase_if(m_run_coded, [](const auto& glyph) { return glyph.second.pixels.empty(); });
     if (m_run_coded_bytes > kKeptForNextMessage) DropRunCoded();
 }
 
-void GlyphBitmaps::DropStored() {
-    m_stored.clear();
-    m_stored_bytes = 0;
+void GlyphBitmaps::DropOwn() {
+    m_own.clear();
+    m_own_bytes = 0;
 }
 
 void GlyphBitmaps::DropRunCoded() {
@@ -75,6 +100,11 @@ void GlyphBitmaps::DropRunCoded() {
     m_run_coded_fonts.clear();
     m_numbers.clear();
     m_run_coded_bytes = 0;
+}
+
+void GlyphBitmaps::Drop() {
+    DropOwn();
+    DropRunCoded();
 }
 
 void GlyphBitmaps::UseColours() {
@@ -128,19 +158,16 @@ std::optional<std::uint32_t> GlyphBitmaps::Checksum(const tag_CharInf& info, uns
 
 GlyphBitmap& GlyphBitmaps::Find(const tag_CharInf& info, unsigned character) {
     const tag_font_memory* const font = m_fonts != nullptr ? info.font_copy : nullptr;
-    const bool run_coded = font != nullptr && IsRunCoded(*font, character);
-    if (m_stored_bytes + m_run_coded_bytes > kKeptBytes) {
-        DropRunCoded();
-        DropStored();
-    }
-    Glyphs& glyphs = run_coded ? m_run_coded : m_stored;
-    const Key key(run_coded ? NumberOf(*font) : reinterpret_cast<std::uintptr_t>(info.font_copy), character,
+    const bool kept = font != nullptr && IsKept(*font, character);
+    if (m_own_bytes + m_run_coded_bytes > kKeptBytes) Drop();
+    Glyphs& glyphs = kept ? m_run_coded : m_own;
+    const Key key(kept ? NumberOf(*font) : reinterpret_cast<std::uintptr_t>(info.font_copy), character,
                   info.colour_set);
     const auto [found, is_new] = glyphs.try_emplace(key);
     GlyphBitmap& glyph = found->second;
     if (!is_new) return glyph;
     if (font != nullptr) Fetch(info, character, glyph);
-    (run_coded ? m_run_coded_bytes : m_stored_bytes) += glyph.pixels.size();
+    (kept ? m_run_coded_bytes : m_own_bytes) += glyph.pixels.size();
     return glyph;
 }
 
@@ -165,15 +192,32 @@ void GlyphBitmaps::AddFailure(const tag_CharInf& info, unsigned character, const
     m_failures.push_back("character " + std::to_string(character) + font + ": " + reason);
 }
 
+bool GlyphBitmaps::TakeCodes(const tag_font_memory& font, unsigned character) noexcept {
+    const std::size_t codes = m_codes_left != 0 ? CountCodes(font, character) : 0;
+    if (codes >= m_codes_left) {
+        m_codes_left = 0;
+        return false;
+    }
+    m_codes_left -= codes;
+    return true;
+}
+
 std::string GlyphBitmaps::Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph) {
+    const bool run_coded = IsRunCoded(*info.font_copy, character);
+    if (run_coded && !TakeCodes(*info.font_copy, character))
+        return "beyond the " + std::to_string(kMaxCodes) + " run codes that all glyphs may have together";
     const auto address = reinterpret_cast<FontAddress>(info.font_copy);
     int top = 0;
     glyph.rect = m_fonts->GetMFRect(address, info.slot, character, top, nullptr);
     if (glyph.rect.IsRectEmpty()) return {};
     const std::uint64_t bytes =
         static_cast<std::uint64_t>(glyph.rect.Width()) * static_cast<std::uint64_t>(glyph.rect.Height()) * 4;
-    if (bytes > kUncheckedBytes && !IsRunCoded(*info.font_copy, character) && !MayContain(*info.font_copy, bytes)) {
+    if (bytes > kUncheckedBytes && !run_coded && !MayContain(*info.font_copy, bytes)) {
         return "larger than its font file";
+    }
+    if (bytes > kMaxGlyphBytes) {
+        return std::to_string(glyph.rect.Width()) + " x " + std::to_string(glyph.rect.Height()) +
+               " pixels are too many for one glyph";
     }
     if (bytes > m_left)
         return "beyond the " + std::to_string(m_budget >> 20) + " MiB that all glyphs may have together";

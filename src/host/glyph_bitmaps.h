@@ -33,17 +33,17 @@ struct GlyphBitmap {
 /// The pixels of the characters of one message. They are requested from its font set once and cached, so that a
 /// repeated stored glyph does not open the font file again. Run-coded glyphs are kept for the following messages, since
 /// a disk has few fonts: such a glyph is identified by what it is drawn from, which is the font's run codes and
-/// directory and all colours.
+/// directory and all colours. Fonts with unusually many run codes are left out, since those would be copied.
 class GlyphBitmaps {
   public:
-    /// Bytes of all glyphs of a message, 47 times its picture's. A message of ordinary text needs a tenth of this.
-    static constexpr std::uint64_t kMessageBytes = std::uint64_t{64} << 20;
+    /// Bytes of all glyphs of a message, 35 times its picture's. A message of ordinary text needs a tenth of this.
+    static constexpr std::uint64_t kMessageBytes = std::uint64_t{48} << 20;
 
     /// @param budget  bytes of the glyphs that are requested from one font set. The sizes come from files: a glyph
-    ///                beyond the budget is a failure.
+    ///                beyond the budget is a failure, as is one beyond the number of run codes of a font set.
     explicit GlyphBitmaps(std::uint64_t budget = kMessageBytes) : m_budget(budget), m_left(budget) {}
 
-    /// Uses this font set from now on, null for none. Drops the stored glyphs of the set before.
+    /// Uses this font set from now on, null for none. Drops the glyphs that are not kept of the set before.
     void SetFonts(CZelFont* fonts);
 
     /// The glyph of a character in bitmap form; an empty one in text form. Valid until the next call. Errors are
@@ -53,6 +53,9 @@ class GlyphBitmaps {
     /// As Get, but an incomplete record ends the caller's import, as in a host that catches no exceptions.
     /// @throws CFileException, cause 1, OS error -1, with the font file's name.
     const GlyphBitmap& GetOrThrow(const tag_CharInf& info, unsigned character);
+
+    /// Drops all cached glyphs, for a caller that requests each only once. The budget stays as it is.
+    void Drop();
 
     /// Checksum of the glyph's pixels, computed once; empty without pixels.
     std::optional<std::uint32_t> Checksum(const tag_CharInf& info, unsigned character);
@@ -66,7 +69,7 @@ class GlyphBitmaps {
     std::vector<std::string> TakeFailures() { return std::exchange(m_failures, {}); }
 
   private:
-    /// Font, character, colour set. The font is its address, or for run-coded glyphs its number.
+    /// Font, character, colour set. The font is its address, or for glyphs in m_run_coded its number.
     using Key = std::tuple<std::uintptr_t, unsigned, int>;
     using Glyphs = std::map<Key, GlyphBitmap>;
 
@@ -86,25 +89,31 @@ class GlyphBitmaps {
     std::size_t FindOrAdd(const tag_font_memory& font);
     /// Drops the run-coded glyphs unless the font set's colours are those that they were drawn in.
     void UseColours();
-    void DropStored();
+    void DropOwn();
     void DropRunCoded();
     GlyphBitmap& Find(const tag_CharInf& info, unsigned character);
     void Fetch(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
     /// @return why there are no pixels, to follow the glyph's name; empty without an error.
     /// @throws exceptions of the module, std::bad_alloc.
     std::string Draw(const tag_CharInf& info, unsigned character, GlyphBitmap& glyph);
+    /// Counts the glyph's run codes. @return false if there are more than remain.
+    bool TakeCodes(const tag_font_memory& font, unsigned character) noexcept;
 
     const std::uint64_t m_budget;
     /// Of m_budget, for the font set.
     std::uint64_t m_left;
+    /// Run codes that may still be drawn for the font set.
+    std::size_t m_codes_left = 0;
     CZelFont* m_fonts = nullptr;
-    Glyphs m_stored;
+    /// Of this message: stored glyphs, and those of fonts with many run codes.
+    Glyphs m_own;
+    /// Run-coded glyphs that are kept for the following messages.
     Glyphs m_run_coded;
     std::vector<RunCodedFont> m_run_coded_fonts;
     /// Of the fonts of this message.
     std::vector<std::pair<const tag_font_memory*, std::size_t>> m_numbers;
     Colours m_colours;
-    std::size_t m_stored_bytes = 0;
+    std::size_t m_own_bytes = 0;
     /// Including m_run_coded_fonts.
     std::size_t m_run_coded_bytes = 0;
     std::vector<std::string> m_failures;

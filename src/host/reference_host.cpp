@@ -87,9 +87,7 @@ void RecordRows(const CZelMessage& source, document::MessageRecord& message) {
     }
     for (const document::CharacterRecord& character : message.characters) {
         const auto row = static_cast<std::size_t>(character.info.row_index);
-        if (character.info.slot >= 0 && row < message.rows.size()) {
-            message.rows[row].text += static_cast<char>(character.character);
-        }
+        if (row < message.rows.size()) message.rows[row].text += static_cast<char>(character.character);
     }
 }
 
@@ -262,14 +260,18 @@ void ReferenceHost::OnCharCall(CWnd* /*window*/, tag_CharInf* info, unsigned int
 void ReferenceHost::OnCharacter(const tag_CharInf& info, unsigned character) {
     m_order.OnCharacter();
     const std::optional<int> slot = m_fonts.SlotOf(info.font_copy, info.slot);
+    if (info.slot >= 0) RecordCharacter(info, character, slot);
+    for (HostObserver* observer : m_observers) observer->OnChar({info, character, slot, m_glyphs});
+}
+
+void ReferenceHost::RecordCharacter(const tag_CharInf& info, unsigned character, std::optional<int> font_slot) {
     document::CharacterRecord& record = Message().characters.emplace_back();
     record.info = info;
     record.info.log_font = nullptr;
     record.info.font_copy = nullptr;
     if (info.log_font != nullptr) record.log_font = *info.log_font;
     record.character = character;
-    record.font_slot = slot;
-    for (HostObserver* observer : m_observers) observer->OnChar({info, character, slot, m_glyphs});
+    record.font_slot = font_slot;
 }
 
 void ReferenceHost::FinishImport() {

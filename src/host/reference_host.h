@@ -100,6 +100,7 @@ class ReferenceHost : private framework::WindowListener {
     LRESULT Answer(const RecordMessage& /*event*/) { return 0; }
     LRESULT Answer(const Paint& /*event*/) { return 0; }
     void OnCharacter(const tag_CharInf& info, unsigned character);
+    void RecordCharacter(const tag_CharInf& info, unsigned character, std::optional<int> font_slot);
     void SetUpDialog(CZelTransDlg& dialog);
     void BeginMessage(CZelFont& fonts);
     document::MessageRecord& Message();

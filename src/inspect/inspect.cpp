@@ -56,7 +56,7 @@ FileReport InspectFile(const std::filesystem::path& file) {
         throw std::runtime_error(base::OtherFileKind(file) + ", not a file");
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     if (error) throw std::runtime_error(error.message());
-    if (size > kLargestFile) throw std::runtime_error("larger than 256 MiB, which no message or font is");
+    if (size > kLargestFile) throw std::runtime_error("larger than 80 MiB, which no message or font is");
     return InspectBytes(base::ReadFileBytes(file, kLargestFile), file.string());
 }
 

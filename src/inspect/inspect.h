@@ -21,7 +21,7 @@ FileReport InspectBytes(std::span<const std::uint8_t> bytes, std::string_view na
 ///         or larger than kLargestFile.
 FileReport InspectFile(const std::filesystem::path& file);
 
-/// In bytes; far more than a message or a font has, so a larger file was named by mistake.
-inline constexpr std::uintmax_t kLargestFile = 256U << 20;
+/// In bytes; more than a message, a font or the largest RGBA picture has, so a larger file was named by mistake.
+inline constexpr std::uintmax_t kLargestFile = 80U << 20;
 
 }  // namespace zel::inspect

@@ -136,9 +136,7 @@ void DocumentWriter::Character(const CharacterRecord& character) {
 
 void DocumentWriter::Characters() {
     m_json.Key("characters").Open('[');
-    for (const CharacterRecord& character : m_message.characters) {
-        if (character.info.slot >= 0) Character(character);
-    }
+    for (const CharacterRecord& character : m_message.characters) Character(character);
     m_json.Close(']');
 }
 

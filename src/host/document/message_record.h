@@ -27,12 +27,11 @@ struct FontRecord {
     LOGFONT log_font{};
 };
 
-/// One call of the character callback.
+/// One character of a call of the callback. The call for a row without characters isn't recorded.
 struct CharacterRecord {
     /// log_font and font_copy are null, since what they refer to is freed earlier.
     tag_CharInf info{};
     LOGFONT log_font{};
-    /// 13 for a row without characters.
     unsigned character = 0;
     /// Of a character in bitmap form.
     std::optional<int> font_slot;

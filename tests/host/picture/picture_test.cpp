@@ -121,22 +121,63 @@ TEST_F(PictureOf, AStoredGlyphLargerThanItsFileIsSkipped) {
                   {"character 65 of " + system::ModulePath(Path("MACHINE/.0001")) + ": larger than its font file"}}));
 }
 
-TEST_F(PictureOf, GlyphsBeyondTheLimitOfAMessageAreLeftOut) {
-    // One line of 499 runs, then empty lines: 15968 x 501 pixels from 4 KB.
-    samples::RunCodes codes(499, samples::ColourRun(1, 255, 32));
-    codes.resize(998, samples::EndOfLine());
+/// A glyph of one line of runs, then empty lines: of `runs` x 32 by 501 pixels.
+samples::RunCodes WideGlyph(unsigned runs) {
+    samples::RunCodes codes(runs, samples::ColourRun(1, 255, 32));
+    codes.resize(runs + 499, samples::EndOfLine());
     codes.push_back(samples::EndOfGlyph());
+    return codes;
+}
+
+TEST_F(PictureOf, GlyphsBeyondTheLimitsOfAMessageAreLeftOut) {
+    const struct {
+        unsigned runs;
+        std::string text, failed;
+        const char* reason;
+    } cases[] = {
+        {499, "AA", "A", "15968 x 501 pixels are too many for one glyph"},
+        {128, "ABCDEFGHA", "GH", "beyond the 48 MiB that all glyphs may have together"},
+    };
+    for (const auto& [runs, text, failed, reason] : cases) {
+        samples::FontFile font = BlockFont();
+        font.encoding.clear();
+        for (const char code : text) font.AddRunCoded(static_cast<unsigned char>(code), WideGlyph(runs), 3, 4);
+        WriteFont(font);
+        WriteMessage(OneRow(text));
+        PictureCollector collector;
+        Import({&collector.composer, &collector});
+        std::vector<std::string> failures;
+        for (const char code : failed) {
+            failures.push_back("character " + std::to_string(code) + " of " +
+                               system::ModulePath(Path("MACHINE/.0001")) + ": " + reason);
+        }
+        EXPECT_EQ(collector.failures, std::vector<std::vector<std::string>>{failures});
+        EXPECT_EQ(Ink(collector.pictures.at(0))[2], failed == "A" ? -1 : 720);
+    }
+}
+
+TEST_F(PictureOf, GlyphsOfTooManyRunCodesAreLeftOut) {
+    // Codes that don't advance, which 70 characters share.
+    samples::RunCodes codes((std::size_t{1} << 18) + 70, samples::Stay(1, 255));
     samples::FontFile font = BlockFont();
     font.encoding.clear();
-    for (const unsigned code : {65U, 66U, 67U}) font.AddRunCoded(code, codes, 3, 4);
+    std::string text;
+    for (unsigned code = '0'; code < '0' + 70; ++code) {
+        text += static_cast<char>(code);
+        font.AddRunCoded(code, {}, 3, 4);
+        font.directory.at(code).glyph_offset = 4 * (code - '0');
+    }
+    font.AddRunCoded('0', codes, 3, 4);
     WriteFont(font);
-    WriteMessage(OneRow("ABCB"));
+    samples::MessageFile message = OneRow(text.substr(0, 60));
+    message.rows.push_back(samples::RowFromText(200, text.substr(60), 0, 9));
+    WriteMessage(message);
     PictureCollector collector;
     Import({&collector.composer, &collector});
-    EXPECT_EQ(collector.failures,
-              (std::vector<std::vector<std::string>>{{"character 67 of " + system::ModulePath(Path("MACHINE/.0001")) +
-                                                      ": beyond the 64 MiB that all glyphs may have together"}}));
-    EXPECT_EQ(Ink(collector.pictures.at(0))[2], 720);
+    ASSERT_EQ(collector.failures.size(), 1U);
+    EXPECT_EQ(collector.failures[0].size(), 70U - 63U);
+    EXPECT_TRUE(
+        collector.failures[0].at(0).ends_with("beyond the 16777216 run codes that all glyphs may have together"));
 }
 
 TEST_F(PictureOf, CharactersThatCoverThePictureTooOftenAreLeftOut) {
@@ -158,9 +199,9 @@ TEST_F(PictureOf, CharactersThatCoverThePictureTooOftenAreLeftOut) {
     PictureCollector collector;
     Import({&collector.composer, &collector});
     ASSERT_EQ(collector.failures.size(), 1U);
-    EXPECT_GT(collector.failures[0].size(), 20U);
-    EXPECT_LT(collector.failures[0].size(), 100U);
-    EXPECT_NE(collector.failures[0].at(0).find("more than 80 times the picture"), std::string::npos);
+    EXPECT_GT(collector.failures[0].size(), 100U);
+    EXPECT_LT(collector.failures[0].size(), 140U);
+    EXPECT_NE(collector.failures[0].at(0).find("more than 40 times the picture"), std::string::npos);
 }
 
 TEST_F(PictureOf, AStoredGlyphIsUpright) {

@@ -1,7 +1,11 @@
-// The searchable text and the video standard of a recording.
+// The searchable text, the source files and the video standard of a recording.
+#include <fstream>
+
 #include <gtest/gtest.h>
 
 #include "host/recorder/make_recording.h"
+#include "platform/system/files.h"
+#include "samples/scratch_directory.h"
 
 namespace zel::test {
 
@@ -35,6 +39,33 @@ TEST(RecordedText, SeparatesDistantCharacters) {
     EXPECT_EQ(RecordedText({{"ab d", {0, 20, 40, 400}}}), "ab d");
     EXPECT_EQ(RecordedText({{"abcd", {400, 420, 0, 20}}, {"e", {0}}}), "ab cd\ne");
     EXPECT_EQ(RecordedText({{"", {}}, {"\xE9", {0}}, {"", {}}}), "\xC3\xA9");
+}
+
+/// The message's file and four fonts, of which two are one file: the second large file exceeds the limit.
+TEST(RecordedSources, HaveChecksumsUpToALimitForAllTogether) {
+    const samples_test::ScratchDirectory scratch;
+    document::MessageRecord message;
+    for (std::uint16_t& number : message.header.font_numbers) number = kNoFont;
+    const auto add = [&](const std::string& name, std::uintmax_t mebibytes) {
+        const std::string file = scratch.Path() / name;
+        std::ofstream(file).close();
+        std::filesystem::resize_file(file, mebibytes << 20);
+        return system::ModulePath(file);
+    };
+    message.file = add("message", 1);
+    const std::string fonts[] = {add("a", 70), add("a", 70), add("b", 70), add("c", 2)};
+    for (std::size_t slot = 0; slot < std::size(fonts); ++slot) {
+        message.header.font_numbers[slot] = static_cast<std::uint16_t>(slot);
+        message.fonts[slot].emplace().file_name = fonts[slot];
+    }
+    recorder::FileDigests digests;
+    const std::vector<library::SourceFile> sources = recorder::SourcesOf(message, scratch.Path(), digests);
+    std::string summary;
+    for (const library::SourceFile& source : sources) {
+        summary += std::to_string(source.size >> 20) + (source.sha256.empty() ? " without" : "") + ", ";
+    }
+    EXPECT_EQ(summary, "1, 70, 70, 70 without, 2, ");
+    EXPECT_FALSE(recorder::AreUnchanged(sources, scratch.Path(), digests));
 }
 
 TEST(RecordedStandard, OfAnRgbaFileHasTheLinesOfItsPicture) {

@@ -68,7 +68,7 @@ TEST(BatchCommand, WarnsOfAFontFromAnotherDisk) {
     EXPECT_THAT(result.out, HasSubstr("; " + warning + "\n"));
     EXPECT_EQ(json::parse(disk.Read("r.json"))["warnings"][0]["texts"][1], warning);
     EXPECT_EQ(json::parse(disk.Read("out/0012.json"))["warnings"][1], warning);
-    const library::Recording recording = library::Library(disk / "lib", library::Access::kRead).Find({"", 12}).value();
+    const library::Recording recording = library::Library(disk / "lib", library::Access::kRead).Find({"b", 12}).value();
     EXPECT_EQ(recording.warnings.at(1), warning);
     EXPECT_THAT(disk.Shell(after_other_disk + "zeltrans import b/MESSAGES/.0012").err,
                 HasSubstr("note: " + warning + "\n"));

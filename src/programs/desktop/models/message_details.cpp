@@ -98,7 +98,8 @@ void AddProperties(const library::Recording& recording, MessageDetails& details)
     for (const std::string& warning : recording.warnings) add("Warning", Text(warning));
     for (const library::SourceFile& source : recording.sources) {
         add(source.font_number ? "Font file" : "File", QFile::decodeName(source.path.c_str()));
-        add("Bytes", source.sha256.empty() ? QStringLiteral("not found") : QString::number(source.size));
+        add("Bytes",
+            source.sha256.empty() && source.size == 0 ? QStringLiteral("not found") : QString::number(source.size));
         add("SHA-256", Text(source.sha256));
     }
 }

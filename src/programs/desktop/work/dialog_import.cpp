@@ -49,7 +49,7 @@ void DialogRecorder::OnSend(const host::SentMessage& sent) {
 }
 
 void DialogRecorder::OnMessage(const document::MessageRecord& message) {
-    m_arrived = recorder::ArrivedMessage{0, message, m_pictures.TakePicture()};
+    m_arrived = recorder::ArrivedMessage{0, message, m_pictures.TakePicture(), m_pictures.RgbaError()};
     if (!m_desktop.IsBatchOpen()) Record();
 }
 

@@ -21,7 +21,7 @@ class Arrival : public host::HostObserver {
     explicit Arrival(picture::PictureComposer& pictures) : m_pictures(pictures) {}
 
     void OnMessage(const document::MessageRecord& message) override {
-        arrived = recorder::ArrivedMessage{0, message, m_pictures.TakePicture()};
+        arrived = recorder::ArrivedMessage{0, message, m_pictures.TakePicture(), m_pictures.RgbaError()};
     }
 
     std::optional<recorder::ArrivedMessage> arrived;
