@@ -286,7 +286,8 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform, m_zoom < 4.0);
     painter.drawImage(place, m_shown);
     PaintOverlays(painter);
-    if (hasFocus()) {
+    // Alone on the screen it always has the focus.
+    if (hasFocus() && !isWindow()) {
         painter.setPen(palette().color(QPalette::Highlight));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));

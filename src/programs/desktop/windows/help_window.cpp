@@ -27,14 +27,13 @@ constexpr GuideSection kGuide[] = {
      QT_TR_NOOP("The status bar shows how many imported messages have warnings, such as a missing font. Click it for "
                 "the list. In the library such a message has a warning sign; the panel Details lists its warnings.")},
     {QT_TR_NOOP("Find"),
-     QT_TR_NOOP(
-         "Type words into the field above the library: they are looked for in texts, names of tab fields and "
-         "files. The button beside it, or Library in the menu View, sorts the messages and lists only those with "
-         "warnings.")},
+     QT_TR_NOOP("Type words into the field above the library: they are looked for in texts, names of tab fields and "
+                "files. The button beside it, or Library in the menu View, sorts the messages, groups them by disk and "
+                "lists only those with warnings.")},
     {QT_TR_NOOP("Look"),
      QT_TR_NOOP("The wheel zooms. The middle button, or the left one while the space bar is down, moves the picture. "
-                "F11 shows the picture alone on the screen; there the arrow keys go from message to message. Rows, tab "
-                "fields and the palette beside the picture mark their place in it; a double click on a font shows its "
+                "F11 shows the picture alone on the screen; there the arrow keys go from message to message. A row or "
+                "tab field that is selected beside the picture is outlined in it; a double click on a font shows its "
                 "glyphs.")},
     {QT_TR_NOOP("Copy, save, export"),
      QT_TR_NOOP("Drag a picture, or several selected thumbnails, into another program, or copy it. Save picture as… "
@@ -104,7 +103,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_page(new QTextBrows
     auto* const column = new QVBoxLayout(this);
     column->addWidget(m_page);
     column->addWidget(buttons);
-    resize(620, 560);
+    resize(620, 660);
 }
 
 void HelpWindow::ShowGuide() {
