@@ -210,6 +210,19 @@ void LargeRgbaPicture(const HostileDisk& disk) {
                       66 * kMebibyte);
 }
 
+void LongNameLists(const HostileDisk& disk) {
+    samples::BitstreamList numbers;
+    samples::TypefaceList typefaces;
+    for (unsigned n = 0; numbers.Written().size() < 8 * kMebibyte; ++n) {
+        numbers.Plain(std::to_string(n), n);
+        typefaces.Typeface(std::to_string(n), std::to_string(n) + " BT");
+    }
+    disk.WriteList(samples::kBitstreamListName, numbers.Written(), 0);
+    disk.WriteList(samples::kTypefaceListName, typefaces.Written(), 0);
+    disk.WriteFont(1, EmptyFont());
+    disk.WriteMessage(FullRows(1, 1, 1));
+}
+
 void SparseNameLists(const HostileDisk& disk) {
     disk.WriteList(samples::kBitstreamListName, samples::BitstreamList().Plain("Quay", 21).Written(), 256 * kMebibyte);
     disk.WriteList(samples::kTypefaceListName, samples::TypefaceList().Typeface("Arial", "Quay BT").Written(),

@@ -38,6 +38,8 @@ void StayCodes(const HostileDisk& disk);
 void StayCodesOfManyFonts(const HostileDisk& disk);
 /// An RGBA picture of 4096 x 4096 pixels, all a hole.
 void LargeRgbaPicture(const HostileDisk& disk);
+/// Name lists of 8 MiB of the shortest lines.
+void LongNameLists(const HostileDisk& disk);
 /// Name lists of 256 MiB, all a hole after the first lines.
 void SparseNameLists(const HostileDisk& disk);
 /// A document with 240,000 empty objects as rows.

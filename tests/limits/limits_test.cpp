@@ -89,6 +89,7 @@ constexpr LimitCase kCases[] = {
     {"stay_codes", StayCodes},
     {"stay_codes_of_many_fonts", StayCodesOfManyFonts, 0.3},
     {"large_rgba_picture", LargeRgbaPicture, 0.2, 88},
+    {"long_name_lists", LongNameLists},
     {"sparse_name_lists", SparseNameLists},
     {"document_of_empty_objects", DocumentOfEmptyObjects},
     {"document_of_many_values", DocumentOfManyValues},
@@ -118,7 +119,7 @@ TEST_P(Limits, HoldForEachCommand) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, Limits, testing::ValuesIn(kCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 

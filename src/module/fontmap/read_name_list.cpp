@@ -11,7 +11,7 @@ namespace zel::fontmap {
 namespace {
 
 /// The rest of a longer list is ignored. A list of 10,000 lines has less than a MiB.
-constexpr ULONGLONG kMaxListSize = 16 << 20;
+constexpr ULONGLONG kMaxListSize = 4 << 20;
 constexpr char kEndOfText = 26;
 
 /// Converts the bytes of a file to text as the module's home system does: CR LF becomes LF, and byte 26 ends the text.

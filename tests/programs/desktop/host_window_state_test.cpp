@@ -27,6 +27,8 @@
 #include "programs/desktop/host_window_fixture.h"
 #include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/widgets/status_line.h"
+#include "samples/font_writer.h"
+#include "samples/write_file.h"
 
 namespace zel::screen_test {
 
@@ -300,14 +302,18 @@ TEST_F(HostWindowState, ListsTheWarningsOfTheLastImport) {
     std::filesystem::create_directories(In("bare").toStdString());
     for (const char* const name : {".0002", ".0003"})
         std::filesystem::copy(Disk().toStdString() + "/MESSAGES/" + name, In("bare").toStdString());
+    const samples::StoredGlyph without_pixels{.width = 4, .height = 4, .length = 12 + 64};
+    samples::WriteWholeFile(In("bare/.0004").toStdString(), samples::WriteRgbaFile(717, without_pixels));
     Import(In("bare"));
     ASSERT_TRUE(button.isVisible());
-    EXPECT_EQ(button.text(), "2 with warnings");
+    EXPECT_EQ(button.text(), "3 with warnings");
     Click(const_cast<QPushButton&>(button));
     const QAbstractItemModel& lines = *Find<QTableView>("warnings").model();
     const auto recording = library::Library(LibraryFile(), library::Access::kRead).Find({"bare", 3});
     ASSERT_TRUE(recording && !recording->warnings.empty());
-    const int last = lines.rowCount() - 1;
+    EXPECT_EQ(lines.index(lines.rowCount() - 1, 0).data(), "bare 0004");
+    EXPECT_EQ(lines.index(lines.rowCount() - 1, 1).data(), "the picture is cut short by the file's end");
+    const int last = lines.rowCount() - 2;  // of a message with a picture
     EXPECT_EQ(lines.index(last, 0).data(), "bare 0003");
     EXPECT_EQ(lines.index(last, 1).data().toString().toStdString(), recording->warnings.back());
     Find<QTableView>("warnings").setCurrentIndex(lines.index(last, 0));
