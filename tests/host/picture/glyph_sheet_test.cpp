@@ -72,7 +72,9 @@ TEST_F(Sheet, AlignsGlyphsOnTheBaselineAndLeavesOutEmptyRows) {
         EXPECT_EQ(At(sheet, code, 0, top), white) << code;
         EXPECT_EQ(At(sheet, code, 0, top + height - 1), white) << code;
         EXPECT_NE(At(sheet, code, 0, top + height), white) << code;
-        if (top != 0) EXPECT_EQ(At(sheet, code, 0, top - 1), kPlain) << code;
+        if (top != 0) {
+            EXPECT_EQ(At(sheet, code, 0, top - 1), kPlain) << code;
+        }
     }
     EXPECT_EQ(sheet.picture.height, 4 + 1 * (14 + 14 + 4));
     add(' ', 2, 900);
