@@ -2,11 +2,9 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <vector>
 
-#include "module/font/format/convert_char_entry.h"
 #include "module/font/format/convert_font_header.h"
 #include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
@@ -25,18 +23,6 @@ using fuzz::Require;
 constexpr std::uint32_t kMaxPixels = 65536;
 // Number of bytes before and after a bitmap that must not change.
 constexpr std::size_t kGuard = 64;
-
-void CheckWrittenAgain(const tag_char_entry& entry) {
-    const samples::CharEntry description{.glyph_kind = entry.glyph_kind,
-                                         .byte_1 = entry.unread_1,
-                                         .glyph_bits_a = entry.glyph_word & 0x3F,
-                                         .glyph_bits_b = entry.glyph_word >> 6 & 0x3F,
-                                         .glyph_top = static_cast<unsigned>(entry.Top()),
-                                         .glyph_metric = static_cast<unsigned>(entry.Metric()),
-                                         .glyph_offset = entry.glyph_offset};
-    const tag_char_entry again = font::ConvertCharEntry(samples::WriteCharEntry(description));
-    Require(std::memcmp(&again, &entry, sizeof entry) == 0, "a directory entry");
-}
 
 /// Draws into a bitmap of the size that GetMFRect returns.
 /// @return its number of pixels.
@@ -146,7 +132,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     // Font 2 doesn't exist; the user chooses the file of font 1 for it.
     if (!fuzz::ModuleEnvironment::ReadFont(fonts, size % 16 == 2 ? 2 : 1, 0)) return 0;
     tag_font_memory& slot = fonts.m_Slots[0];
-    if (size % 8 == 0) std::for_each_n(slot.char_directory, kDirectoryEntries, &CheckWrittenAgain);
     DrawAll(fonts, slot.font_copy);
     if (size % 8 < 2) {  // the file no longer exists
         slot.font_copy->file_name[0] = '\0';

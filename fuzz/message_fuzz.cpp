@@ -4,7 +4,6 @@
 #include "base/text.h"
 #include "module/contract/zel_message.h"
 #include "module/message/format/big_endian_cursor.h"
-#include "module/message/format/convert_row.h"
 #include "module/message/format/message_loader.h"
 #include "module/state/module_state.h"
 #include "module_environment.h"
@@ -58,34 +57,6 @@ void CheckCall(CWnd*, tag_CharInf* info, unsigned character) {
     Require(info->row_index >= 0 && info->row_index < kMaxRows, "the row is one of the message");
     Require(info->slot >= -1 && info->slot < kFontSlots && character < 256, "slot and character are in range");
     Require(info->font_copy == nullptr || info->slot >= 0, "a bitmap has a slot");
-}
-
-/// A record that is written from its fields and read again is the same, apart from unnamed bits.
-void CheckWrittenAgain(const tag_msg_row& row) {
-    samples::RowText text;
-    text.row_empty = row.Empty();
-    text.row_y = static_cast<unsigned>(row.Y());
-    text.first_char = static_cast<unsigned>(row.FirstChar());
-    text.row_top = static_cast<unsigned>(row.Top());
-    text.char_count = static_cast<unsigned>(row.CharCount());
-    text.row_bottom = static_cast<unsigned>(row.Bottom());
-    const RowHead again = message::ConvertRowHead(samples::WriteRowHead(text));
-    Require(again.word0 == (row.word0 & 0xFFC4) && again.word1 == row.word1 && again.word2 == row.word2, "a row head");
-    for (const tag_msg_char& character : std::span(row.chars).first(static_cast<std::size_t>(row.CharCount()))) {
-        samples::CharCell cell;
-        cell.place_flag = character.PlaceFlag();
-        cell.chain_end = (character.word0 & 4) != 0;
-        cell.char_x = static_cast<unsigned>(character.X());
-        cell.colour_set = static_cast<unsigned>(character.ColourSet());
-        cell.char_y = static_cast<unsigned>(character.Y());
-        cell.char_font = static_cast<unsigned>(character.Font());
-        cell.char_code = static_cast<unsigned>(character.Code());
-        cell.next_char = static_cast<unsigned>(character.Next());
-        const tag_msg_char same = message::ConvertMsgChar(samples::WriteCharCell(cell));
-        Require(same.word0 == (character.word0 & 0xFFC6) && same.word1 == (character.word1 & 0xFFF8) &&
-                    same.word2 == character.word2 && same.word3 == (character.word3 & 0xFC00),
-                "a character record");
-    }
 }
 
 samples::Bytes Describe(fuzz::Random& random) {
@@ -145,8 +116,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     environment.Put(".0000", {data, size});
     CZelMessage message("", "D:", ".0000", &environment.dialog);
     if (!message.ReadMessage(&environment.dialog)) return 0;
-    const auto rows = std::span(message.m_pRows, static_cast<std::size_t>(message.m_pMsgHeader->RowCount()));
-    if (size % 8 == 0) std::ranges::for_each(rows, &CheckWrittenAgain);
     for (int slot = 0; slot < kFontSlots; ++slot) {
         tag_font_memory& font = environment.dialog.m_pFont->m_Slots[slot];
         if (font.font_header == nullptr) continue;

@@ -1,28 +1,15 @@
 // RGBA files: a picture of the size in the file, or a reason.
 #include <string>
-#include <vector>
 
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include "fuzz_target.h"
 #include "host/picture/rgba_file.h"
-#include "module/font/format/straighten.h"
 
 using namespace zel;
 
 namespace {
-
-/// Vector and scalar code convert pixels alike.
-void CheckPaths(fuzz::Input bytes) {
-    const std::size_t count = bytes.size() / 4;
-    std::vector<std::uint8_t> first(count * 4), other(count * 4);
-    for (const font::straighten::Path& path : font::straighten::Paths()) {
-        path.Convert(bytes.data(), other.data(), count);
-        if (&path == &font::straighten::Paths().front()) first = other;
-        fuzz::Require(other == first, path.name);
-    }
-}
 
 /// A file gives the same result as its bytes.
 void CheckFile(fuzz::Input bytes, const picture::RgbaPicture& read) {
@@ -36,7 +23,6 @@ void CheckFile(fuzz::Input bytes, const picture::RgbaPicture& read) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    CheckPaths({data, size});
     const picture::RgbaPicture read = picture::ConvertRgbaFile({data, size});
     CheckFile({data, size}, read);
     fuzz::Require(read.picture.has_value() == read.error.empty(), "a picture or a reason");

@@ -1,11 +1,10 @@
-// Run codes: measured and drawn unchanged, and as an encoded picture.
+// Run codes: measured, and drawn.
 #include <algorithm>
 #include <vector>
 
 #include "fuzz_target.h"
 #include "module/font/format/draw_run_codes.h"
 #include "module/font/format/measure_run_codes.h"
-#include "samples/run_codes.h"
 
 using namespace zel;
 
@@ -40,28 +39,9 @@ void CheckCodes(fuzz::Input codes) {
     Draw(codes, {std::max(size.width - 3, 1), size.height / 2});  // into a bitmap that is too small
 }
 
-/// A picture of one colour keeps the alpha of each pixel.
-void CheckPicture(fuzz::Input bytes) {
-    if (bytes.size() < 2) return;
-    samples::Coverage face{.width = 1U + bytes[0] % 40};
-    face.alpha.assign(bytes.begin() + 1, bytes.end());
-    face.height = std::min(static_cast<unsigned>(face.alpha.size()) / face.width, 64U);
-    const samples::Bytes codes = samples::RunCodeBytes(samples::EncodeFace(face));
-    const font::GlyphSize size = font::MeasureRunCodes(font::RunCodeReader(codes, 0));
-    const std::vector<std::uint8_t> pixels = Draw(codes, size);
-    for (unsigned y = 0; y < face.height; ++y) {
-        for (unsigned x = 0; x < face.width; ++x) {
-            const bool inside = static_cast<int>(x) < size.width && static_cast<int>(y) + 1 < size.height;
-            const std::size_t at = ((y + 1) * static_cast<std::size_t>(size.width) + x) * 4 + 3;
-            Require((inside ? pixels[at] : 0) == face.At(x, y), "the picture's alpha");
-        }
-    }
-}
-
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     CheckCodes({data, size});
-    CheckPicture({data, size});
     return 0;
 }

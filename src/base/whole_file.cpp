@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <mutex>
 #include <new>
 #include <stdexcept>
 #include <tuple>
@@ -39,6 +40,10 @@ std::error_code LastError() noexcept {
     return {errno, std::generic_category()};
 }
 
+/// The list of the unfinished files that have a temporary name. Locked while a name is made or removed.
+std::mutex g_named_mutex;
+UnfinishedFile* g_first_named = nullptr;
+
 }  // namespace
 
 UnfinishedFile::UnfinishedFile(const std::filesystem::path& file)
@@ -54,8 +59,30 @@ UnfinishedFile::UnfinishedFile(int directory, std::string name, std::string temp
 
 UnfinishedFile::~UnfinishedFile() {
     const int error = errno;  // of the failure that the caller is about to report
-    if (m_has_temporary_name) ::unlinkat(m_directory, TemporaryName(), 0);
+    if (m_has_temporary_name) {
+        const std::lock_guard lock(g_named_mutex);
+        ::unlinkat(m_directory, TemporaryName(), 0);
+        SetHasTemporaryName(false);
+    }
     errno = error;
+}
+
+void UnfinishedFile::SetHasTemporaryName(bool has_name) noexcept {
+    if (has_name == m_has_temporary_name) return;
+    m_has_temporary_name = has_name;
+    if (has_name) {
+        m_next_named = std::exchange(g_first_named, this);
+        return;
+    }
+    UnfinishedFile** link = &g_first_named;
+    while (*link != this) link = &(*link)->m_next_named;
+    *link = m_next_named;
+}
+
+void RemoveUnfinishedFiles() noexcept {
+    g_named_mutex.lock();  // for good: no other thread makes one now
+    for (const UnfinishedFile* file = g_first_named; file != nullptr; file = file->m_next_named)
+        ::unlinkat(file->m_directory, file->TemporaryName(), 0);
 }
 
 void UnfinishedFile::Open() noexcept {
@@ -66,7 +93,8 @@ void UnfinishedFile::Open() noexcept {
     m_file = FileDescriptor(::openat(m_directory, ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, mode));
     // The three errors of a file system or kernel without nameless files.
     if (m_file.IsOpen() || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return;
-    m_has_temporary_name = OpenWithTemporaryName(mode);
+    const std::lock_guard lock(g_named_mutex);
+    SetHasTemporaryName(OpenWithTemporaryName(mode));
 }
 
 bool UnfinishedFile::OpenWithTemporaryName(mode_t mode) noexcept {
@@ -133,15 +161,18 @@ bool UnfinishedFile::TakeName(Existing existing) noexcept {
     if (!m_has_temporary_name) {
         if (Link(m_name.c_str())) return true;
         if (errno != EEXIST || existing == Existing::kKeep) return false;
-        m_has_temporary_name = WithTemporaryName([this](const char* name) { return Link(name); });
+        const std::lock_guard lock(g_named_mutex);
+        SetHasTemporaryName(WithTemporaryName([this](const char* name) { return Link(name); }));
         if (!m_has_temporary_name) return false;
     }
     if (existing == Existing::kReplace) KeepAccess();
     const bool renamed = existing == Existing::kKeep
                              ? RenameToNewName(m_directory, TemporaryName(), m_name.c_str())
                              : ::renameat(m_directory, TemporaryName(), m_directory, m_name.c_str()) == 0;
-    m_has_temporary_name = !renamed;
-    return renamed;
+    if (!renamed) return false;
+    const std::lock_guard lock(g_named_mutex);
+    SetHasTemporaryName(false);
+    return true;
 }
 
 std::error_code TryWriteWholeFile(const std::filesystem::path& file, std::string_view bytes,

@@ -53,6 +53,8 @@ class UnfinishedFile {
     int Descriptor() const noexcept { return m_file.Get(); }
 
   private:
+    friend void RemoveUnfinishedFiles() noexcept;
+
     void Open() noexcept;
     bool OpenWithTemporaryName(mode_t mode) noexcept;
     bool Link(const char* name) const noexcept;
@@ -61,6 +63,8 @@ class UnfinishedFile {
     template <class Attempt>
     bool WithTemporaryName(Attempt attempt) noexcept;
     const char* TemporaryName() const noexcept;
+    /// The caller has locked the list of such files.
+    void SetHasTemporaryName(bool has_name) noexcept;
 
     /// Of a file that was begun by its path.
     FileDescriptor m_own_directory;
@@ -72,8 +76,14 @@ class UnfinishedFile {
     std::array<char, 64> m_free_name{};
     FileDescriptor m_file;
     bool m_has_temporary_name = false;
+    /// The next one that has a temporary name.
+    UnfinishedFile* m_next_named = nullptr;
     bool m_synced = false;
 };
+
+/// Removes the temporary names of all unfinished files, before a program ends without their destructors. Other threads
+/// that write such files stop for good. Not to be called from a signal handler.
+void RemoveUnfinishedFiles() noexcept;
 
 /// Whether a file must be complete even if the machine stops, which costs a wait for the disk.
 enum class Durability { kSynced, kUnsynced };

@@ -9,6 +9,7 @@
 #include "host/crc32.h"
 #include "host/module_text.h"
 #include "platform/framework/exceptions.h"
+#include "platform/system/errors.h"
 #include "platform/system/files.h"
 
 namespace zel::host {
@@ -30,6 +31,8 @@ constexpr std::size_t kKeptForNextMessage = std::size_t{4} << 20;
 constexpr std::uint32_t kLargestKeptFont = std::uint32_t{256} << 10;
 /// Bitmaps up to this size, more than a screen, are allocated without a check of the font file's size.
 constexpr std::uint64_t kUncheckedBytes = 4 << 20;
+
+constexpr char kNotOpened[] = "its font file can't be opened again";
 
 bool IsRunCoded(const tag_font_memory& font, unsigned character) noexcept {
     const tag_char_entry* entry = font.Entry(character);
@@ -208,7 +211,11 @@ std::string GlyphBitmaps::Draw(const tag_CharInf& info, unsigned character, Glyp
         return "beyond the " + std::to_string(kMaxCodes) + " run codes that all glyphs may have together";
     const auto address = reinterpret_cast<FontAddress>(info.font_copy);
     int top = 0;
+    // A font file that can't be opened again is an empty rectangle, or no pixels, and leaves nothing but an error
+    // number.
+    SetLastError(ERROR_SUCCESS);
     glyph.rect = m_fonts->GetMFRect(address, info.slot, character, top, nullptr);
+    if (GetLastError() != ERROR_SUCCESS) return kNotOpened;
     if (glyph.rect.IsRectEmpty()) return {};
     const std::uint64_t bytes =
         static_cast<std::uint64_t>(glyph.rect.Width()) * static_cast<std::uint64_t>(glyph.rect.Height()) * 4;
@@ -225,6 +232,7 @@ std::string GlyphBitmaps::Draw(const tag_CharInf& info, unsigned character, Glyp
     std::vector<std::uint8_t> pixels(static_cast<std::size_t>(bytes));
     DIBSECTION dib = BitmapOver(pixels, glyph.rect);
     m_fonts->BuildMFData(address, &dib, info.slot, character, info.colour_set);
+    if (GetLastError() != ERROR_SUCCESS) return kNotOpened;
     glyph.pixels = std::move(pixels);
     return {};
 }

@@ -6,7 +6,12 @@ namespace zel::host {
 
 std::string TakeText(CException* error) {
     char text[1024] = {};
-    error->GetErrorMessage(text, sizeof text);
+    try {
+        error->GetErrorMessage(text, sizeof text);
+    } catch (CMemoryException* memory) {
+        memory->GetErrorMessage(text, sizeof text);
+        memory->Delete();
+    }
     error->Delete();
     return text[0] != '\0' ? OneLine(text) : "an error without a text";
 }

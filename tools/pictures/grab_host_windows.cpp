@@ -91,6 +91,9 @@ void Grabber::SaveMenus() {
 
 void Grabber::SaveImport() {
     Save(*m_window, QStringLiteral("empty"));
+    m_window->resize(800, 600);
+    Save(*m_window, QStringLiteral("empty_small"));
+    m_window->resize(1280, 800);
     m_window->Open({m_home.path() + QStringLiteral("/no disk here"), m_disk});
     QTest::qWait(20);
     pictures::Grab(*m_window, m_directory, QStringLiteral("importing"));
@@ -119,6 +122,7 @@ void Grabber::SaveViews() {
     Save(*m_window, QStringLiteral("main_frames"));
     Press({"key", "actual_pixels"});
     Save(*m_window, QStringLiteral("main_key"));
+    SaveWindow("full_screen", "full_screen");
     Press({"key", "fit", "field_frames", "safe_areas", "white"});
     m_window->resize(760, 520);
     Save(*m_window, QStringLiteral("main_small"));

@@ -20,7 +20,7 @@ namespace {
 /// Bytes of the largest manifest that is read, ten times that of 9999 messages in all formats.
 constexpr std::size_t kLargestManifest = 128 << 20;
 
-bool Contains(const std::vector<std::string>& names, std::string_view name) {
+bool HasName(const std::vector<std::string>& names, std::string_view name) {
     return std::ranges::find(names, name) != names.end();
 }
 
@@ -52,7 +52,7 @@ void MoveTo(std::vector<Item>& target, std::vector<Item>& source) {
 /// A failure of a message begins with the name of its format. Thumbnails are made for contact sheets.
 bool IsOf(const std::vector<std::string>& formats, const std::string& failure) {
     const std::string_view name = std::string_view(failure).substr(0, failure.find(':'));
-    return Contains(formats, name == "thumbnail" ? "sheet" : name);
+    return HasName(formats, name == "thumbnail" ? "sheet" : name);
 }
 
 bool HasAlpha(const std::string& format) {
@@ -89,11 +89,11 @@ Manifest EarlierExport(const std::filesystem::path& directory) {
 void CheckGoTogether(const Manifest& earlier, const std::vector<std::string>& formats, bool premultiplied) {
     if (std::ranges::all_of(earlier.messages, [](const auto& message) { return message.files.empty(); })) return;
     const auto both = [&](const char* one, const char* other) {
-        return Contains(earlier.formats, one) && Contains(formats, other);
+        return HasName(earlier.formats, one) && HasName(formats, other);
     };
     if (both("png", "key-fill") || both("key-fill", "png")) {
         throw std::runtime_error("png and key-fill write files of the same name, and the directory contains " +
-                                 std::string(Contains(formats, "png") ? "key-fill" : "png") +
+                                 std::string(HasName(formats, "png") ? "key-fill" : "png") +
                                  ": choose another directory");
     }
     const bool mixes = std::ranges::any_of(formats, HasAlpha) && std::ranges::any_of(earlier.formats, HasAlpha);
@@ -126,7 +126,7 @@ void AddEarlier(Manifest earlier, Manifest& manifest) {
     if (std::ranges::none_of(manifest.formats, HasAlpha) && std::ranges::any_of(earlier.formats, HasAlpha))
         manifest.premultiplied = earlier.premultiplied;
     for (std::string& format : earlier.formats) {
-        if (!Contains(manifest.formats, format)) manifest.formats.push_back(std::move(format));
+        if (!HasName(manifest.formats, format)) manifest.formats.push_back(std::move(format));
     }
 }
 

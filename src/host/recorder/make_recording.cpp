@@ -73,6 +73,14 @@ void AddParts(const document::MessageRecord& message, library::Recording& record
     recording.document = document::MessageDocument(message, system::NativePath(message.file.c_str()));
 }
 
+/// Warns of the files that are there but could not be read again, so that it stays unknown whether they change.
+void AddUnreadSources(library::Recording& recording) {
+    for (const library::SourceFile& source : recording.sources) {
+        if (source.size != 0 && source.sha256.empty())
+            recording.warnings.push_back(source.path + ": can't be read again; it has no checksum");
+    }
+}
+
 }  // namespace
 
 library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingContext& context, FileDigests& digests) {
@@ -86,6 +94,7 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
     AddParts(arrived.message, recording);
     if (!arrived.picture_error.empty()) recording.warnings.push_back(arrived.picture_error);
     recording.sources = SourcesOf(arrived.message, context.font_directory, digests);
+    AddUnreadSources(recording);
     if (arrived.picture) {
         recording.width = arrived.picture->width;
         recording.height = arrived.picture->height;

@@ -40,17 +40,20 @@ class BatchTracker : public host::HostObserver {
 
     void BeginRange(int first) {
         m_next = first;
-        m_reading = false;
+        m_reading = m_unreported = false;
     }
     bool EscapePressed();
 
     bool Stopped() const noexcept { return m_stopped; }
-    /// Reports the number whose message was being read when an exception passed; empty between two numbers.
-    std::optional<int> FailCurrent(const std::string& exception);
+    /// Reports the number under way when an exception passed, if there was one, as failed.
+    void FailCurrent(const std::string& exception);
+    /// The number that the range continues with.
+    int Next() const noexcept { return m_next; }
 
   private:
     void AfterRead();
     void ReportItem(const host::BatchItem& item) {
+        m_unreported = false;
         for (host::HostObserver* observer : m_observers) observer->OnBatchItem(item);
     }
     host::BatchItem Failed(int status) const;
@@ -60,8 +63,9 @@ class BatchTracker : public host::HostObserver {
     std::span<host::HostObserver* const> m_observers;
     const CZelTransDlg* m_main = nullptr;
     int m_next = 0;
-    /// The number under way.
+    /// The number under way, and whether its item has yet to be reported.
     int m_number = 0;
+    bool m_unreported = false;
     /// Between the two checks of the ESC key for a number.
     bool m_reading = false;
     /// The import of the message under way is done.
@@ -86,6 +90,7 @@ bool BatchTracker::EscapePressed() {
     } else if (!m_stopped) {
         m_reading = true;
         m_number = m_next++;
+        m_unreported = true;
         m_arrived = false;
         m_boxes_before = m_desktop.Boxes().size();
     }
@@ -112,13 +117,11 @@ host::BatchItem BatchTracker::Failed(int status) const {
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
 }
 
-std::optional<int> BatchTracker::FailCurrent(const std::string& exception) {
-    if (!m_reading) return std::nullopt;
-    m_reading = false;
+void BatchTracker::FailCurrent(const std::string& exception) {
+    if (!m_unreported) return;
     ReportItem(
         {m_number, host::ItemOutcome::kFailed,
          MessageDirectoryOf(m_request.disk) + "/" + base::NumberedName(m_number) + ": reading stopped: " + exception});
-    return m_number;
 }
 
 /// One batch over all its ranges.
@@ -132,10 +135,11 @@ class Batch {
     void DriveMainDialog(CDialog& dialog);
     void DriveBatchDialog(CDialog& dialog, const host::NumberRange& range);
     void ReportException(const std::string& text);
+    void ContinueAfter(const std::string& exception);
 
     const BatchRequest& m_request;
     std::span<host::HostObserver* const> m_observers;
-    /// The remaining ones, beginning with the one under way.
+    /// The remaining ones, beginning with the one under way. Empty after the last one.
     std::vector<host::NumberRange> m_ranges;
     std::string m_message_directory, m_font_directory;
     host::UserDesktop m_desktop;
@@ -183,7 +187,21 @@ void Batch::ReportException(const std::string& text) {
     if (!m_outcome.exception) m_outcome.exception = text;
 }
 
-// An exception closes the dialogs. The rest of the range is run in another call.
+// The rest of the range is run in another call. A call that did not reach its first number would fail again.
+void Batch::ContinueAfter(const std::string& exception) {
+    m_tracker.FailCurrent(exception);
+    if (m_ranges.empty()) return;
+    host::NumberRange& range = m_ranges.front();
+    if (m_tracker.Next() > MessageNumberOf(WithoutLeadingDot(range.last))) {
+        m_ranges.erase(m_ranges.begin());
+    } else if (m_tracker.Next() > MessageNumberOf(WithoutLeadingDot(range.first))) {
+        range.first = std::to_string(m_tracker.Next());
+    } else {
+        m_outcome.end = BatchEnd::kRefused;
+        m_outcome.failure = exception;
+    }
+}
+
 void Batch::CallModule() {
     host::ReferenceHost host(m_request.host);
     for (host::HostObserver* observer : m_observers) host.AddObserver(observer);
@@ -195,14 +213,9 @@ void Batch::CallModule() {
         });
         m_outcome.status = host.Status();
         if (!exception) break;
+        // It has closed the dialogs.
         ReportException(*exception);
-        const std::optional<int> number = m_tracker.FailCurrent(*exception);
-        const int last = MessageNumberOf(WithoutLeadingDot(m_ranges.front().last));
-        if (number && *number < last) {
-            m_ranges.front().first = std::to_string(*number + 1);
-        } else {
-            m_ranges.erase(m_ranges.begin());
-        }
+        ContinueAfter(*exception);
     }
     m_outcome.order_breaches = host.Breaches();
 }

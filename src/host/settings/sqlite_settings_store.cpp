@@ -130,6 +130,11 @@ bool SqliteSettingsStore::NoteUnlessStored(bool stored, const SettingsDatabase* 
     return stored;
 }
 
+void SqliteSettingsStore::NoteUnlessRead(const base::SqliteStatement& statement, const SettingsDatabase& database) {
+    if (statement.Failed())
+        m_note = (m_directory / kFileName).string() + ": settings could not be read: " + database.Error();
+}
+
 bool SqliteSettingsStore::IsRemoved(base::SqliteStatement& removal, SettingsDatabase& database) {
     if (!NoteUnlessStored(removal.Run(), &database) || database.Changes() != 1) return false;
     EraseRemoved();
@@ -140,7 +145,9 @@ std::optional<int> SqliteSettingsStore::GetProfileInt(const std::string& section
     SettingsDatabase* database = Open();
     if (database == nullptr) return std::nullopt;
     auto found = database->Prepare("SELECT number FROM profile WHERE section = ? AND entry = ? AND number IS NOT NULL");
-    if (!found.Bind(section).Bind(entry).Next()) return std::nullopt;
+    const bool is_stored = found.Bind(section).Bind(entry).Next();
+    NoteUnlessRead(found, *database);
+    if (!is_stored) return std::nullopt;
     return static_cast<int>(found.Int(0));
 }
 
@@ -148,7 +155,9 @@ std::optional<std::string> SqliteSettingsStore::GetProfileText(const std::string
     SettingsDatabase* database = Open();
     if (database == nullptr) return std::nullopt;
     auto found = database->Prepare("SELECT text FROM profile WHERE section = ? AND entry = ? AND text IS NOT NULL");
-    if (!found.Bind(section).Bind(entry).Next()) return std::nullopt;
+    const bool is_stored = found.Bind(section).Bind(entry).Next();
+    NoteUnlessRead(found, *database);
+    if (!is_stored) return std::nullopt;
     return found.Bytes(0);
 }
 
@@ -182,6 +191,7 @@ std::vector<seam::ProfileEntry> SqliteSettingsStore::ProfileEntries() {
             entries.emplace_back(seam::ProfileEntry{found.Bytes(0), found.Bytes(1), found.Bytes(2)});
         if (!found.IsNull(3)) entry.value = static_cast<int>(found.Int(3));
     }
+    NoteUnlessRead(found, *database);
     return entries;
 }
 
@@ -232,7 +242,9 @@ std::optional<seam::RegistryValue> SqliteSettingsStore::GetValue(const std::stri
     SettingsDatabase* database = Open();
     if (database == nullptr) return std::nullopt;
     auto found = database->Prepare("SELECT type, bytes FROM registry_value WHERE path = ? AND name = ?");
-    if (!found.Bind(key).Bind(name).Next()) return std::nullopt;
+    const bool is_stored = found.Bind(key).Bind(name).Next();
+    NoteUnlessRead(found, *database);
+    if (!is_stored) return std::nullopt;
     const std::string bytes = found.Bytes(1);
     return seam::RegistryValue{static_cast<DWORD>(found.Int(0)), {bytes.begin(), bytes.end()}};
 }
@@ -258,6 +270,7 @@ std::vector<std::string> SqliteSettingsStore::ValueNames(const std::string& key)
     auto found = database->Prepare("SELECT name FROM registry_value WHERE path = ? ORDER BY name");
     found.Bind(key);
     while (found.Next()) names.push_back(found.Bytes(0));
+    NoteUnlessRead(found, *database);
     return names;
 }
 

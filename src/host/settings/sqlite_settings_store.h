@@ -32,7 +32,7 @@ class SqliteSettingsStore : public seam::SettingsStore {
     /// Whether the file can be read and written. Opens it.
     bool IsUsable() { return Open() != nullptr; }
 
-    /// What the user should know: a damaged file was renamed, or why settings can't be stored. Otherwise empty.
+    /// What the user should know: a damaged file was renamed, or why settings can't be stored or read. Otherwise empty.
     const std::string& Note() const noexcept { return m_note; }
 
     std::optional<int> GetProfileInt(const std::string& section, const std::string& entry) override;
@@ -55,6 +55,7 @@ class SqliteSettingsStore : public seam::SettingsStore {
     SettingsDatabase* Open();
     std::unique_ptr<SettingsDatabase> ReplaceDamaged(const std::filesystem::path& file);
     bool NoteUnlessStored(bool stored, const SettingsDatabase* database);
+    void NoteUnlessRead(const base::SqliteStatement& statement, const SettingsDatabase& database);
     /// Runs a statement that removes one value. @return false if there was none.
     bool IsRemoved(base::SqliteStatement& removal, SettingsDatabase& database);
     void EraseRemoved();

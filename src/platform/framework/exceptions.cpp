@@ -29,6 +29,8 @@ constexpr std::array kFileTexts = {
 };
 static_assert(kFileTexts.size() == CFileException::endOfFile + 1);
 
+constexpr char kOutOfMemory[] = "Out of memory.";
+
 }  // namespace
 
 void CException::Delete() {
@@ -51,9 +53,17 @@ int CException::ReportError(UINT type, UINT messageId) {
 CString CException::Text() const {
     return {};
 }
-CString CMemoryException::Text() const {
-    return "Out of memory.";
+
+BOOL CMemoryException::GetErrorMessage(char* text, UINT maximum, UINT* helpContext) const {
+    if (helpContext != nullptr) *helpContext = 0;
+    if (text == nullptr || maximum == 0) return FALSE;
+    std::snprintf(text, maximum, "%s", kOutOfMemory);
+    return TRUE;
 }
+CString CMemoryException::Text() const {
+    return kOutOfMemory;
+}
+
 CString CInvalidArgException::Text() const {
     return "Encountered an improper argument.";
 }

@@ -34,6 +34,9 @@ class ZEL_PLATFORM_API CMemoryException : public CException {
   public:
     explicit CMemoryException(BOOL autoDelete = TRUE) noexcept : CException(autoDelete) {}
 
+    /// Allocates nothing.
+    BOOL GetErrorMessage(char* text, UINT maximum, UINT* helpContext = nullptr) const override;
+
   protected:
     CString Text() const override;
 };

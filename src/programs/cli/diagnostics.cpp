@@ -1,8 +1,13 @@
 #include "programs/cli/diagnostics.h"
 
+#include <atomic>
 #include <cstdio>
 #include <iostream>
+#include <new>
 
+#include <unistd.h>
+
+#include "base/file_descriptor.h"
 #include "base/terminal_text.h"
 
 namespace zel::cli {
@@ -15,8 +20,20 @@ void PrintLines(const std::string& text) {
     std::cout << base::TerminalLines(text) << std::flush;
 }
 
-void PrintError(const std::string& text) {
-    std::fprintf(stderr, "zeltrans: %s\n", base::TerminalText(text).c_str());
+void PrintError(std::string_view text) noexcept {
+    try {
+        std::fprintf(stderr, "zeltrans: %s\n", base::TerminalText(text).c_str());
+    } catch (const std::bad_alloc&) {
+        PrintOutOfMemory();
+    }
+}
+
+void PrintOutOfMemory() noexcept {
+    // Once, although several threads may find none, and the end of the program once more.
+    static std::atomic<bool> printed{false};
+    if (printed.exchange(true)) return;
+    constexpr std::string_view kLine = "zeltrans: out of memory\n";
+    base::WriteFully(STDERR_FILENO, kLine);
 }
 
 void PrintErrorLines(const std::string& text) {

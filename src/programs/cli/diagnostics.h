@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace zel::cli {
 
@@ -14,8 +15,11 @@ void PrintLine(const std::string& text);
 /// base::TerminalText, so that they don't break a line.
 void PrintLines(const std::string& text);
 
-/// Prints "zeltrans: TEXT" on standard error, in one line.
-void PrintError(const std::string& text);
+/// Prints "zeltrans: TEXT" on standard error, in one line. If there is no memory for that, the text is "out of memory".
+void PrintError(std::string_view text) noexcept;
+
+/// Prints the error that memory has run out. Allocates none.
+void PrintOutOfMemory() noexcept;
 
 /// Prints likewise an error of several lines. Foreign texts must have passed base::TerminalText.
 void PrintErrorLines(const std::string& text);

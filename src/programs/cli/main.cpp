@@ -21,9 +21,8 @@ int RunFromLibrary(int argc, char** argv) {
     void* const entry = library != nullptr ? ::dlsym(library, cli::kCommandLibraryEntry) : nullptr;
     if (entry == nullptr) {
         const char* const reason = ::dlerror();
-        cli::PrintError(std::string(ZELTRANS_COMMAND_LIBRARY ": cannot be loaded: ") +
-                        (reason != nullptr ? reason : "no entry point"));
-        return static_cast<int>(cli::ExitCode::kNotDone);
+        throw cli::CommandError(std::string(ZELTRANS_COMMAND_LIBRARY ": cannot be loaded: ") +
+                                (reason != nullptr ? reason : "no entry point"));
     }
     return reinterpret_cast<cli::RunAnyCommandFunction>(entry)(argc, argv);
 }
@@ -35,5 +34,5 @@ int main(int argc, char** argv) {
     for (const cli::NamedCommand& command : kOwnCommands) {
         if (argc > 1 && std::string_view(argv[1]) == command.name) return cli::RunProgram(argc, argv, kOwnCommands);
     }
-    return RunFromLibrary(argc, argv);
+    return cli::ReportFailure([&] { return RunFromLibrary(argc, argv); });
 }

@@ -1,6 +1,8 @@
 #include "programs/cli/run_program.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -8,8 +10,10 @@
 #include <string_view>
 
 #include <CLI/CLI.hpp>
+#include <unistd.h>
 
 #include "base/terminal_text.h"
+#include "base/whole_file.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/help_formatter.h"
 
@@ -59,18 +63,45 @@ ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> command
     throw CommandError("standard output: not everything could be written");
 }
 
+std::atomic<bool> g_ran_out_of_memory{false};
+
+void NoteNoMemory() {
+    g_ran_out_of_memory = true;
+    throw std::bad_alloc();
+}
+
+/// Ends the program where an exception can't pass, such as in a destructor that allocates: other libraries have such
+/// places. The exception itself isn't always known here.
+[[noreturn]] void EndWithoutMemory() {
+    if (!g_ran_out_of_memory) std::abort();
+    base::RemoveUnfinishedFiles();
+    PrintOutOfMemory();
+    ::_exit(static_cast<int>(ExitCode::kNotDone));
+}
+
 }  // namespace
 
-int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
+void PrepareForFailure() noexcept {
+    std::set_new_handler(&NoteNoMemory);
+    std::set_terminate(&EndWithoutMemory);
+}
+
+int ReportException() noexcept {
     try {
-        std::ios::sync_with_stdio(false);  // for the speed of a trace
-        return static_cast<int>(RunCommand(argc, argv, commands));
+        throw;
     } catch (const std::bad_alloc&) {
-        PrintError("out of memory");
+        PrintOutOfMemory();
     } catch (const std::exception& error) {
         PrintError(error.what());
     }
     return static_cast<int>(ExitCode::kNotDone);
+}
+
+int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
+    return ReportFailure([&] {
+        std::ios::sync_with_stdio(false);  // for the speed of a trace
+        return static_cast<int>(RunCommand(argc, argv, commands));
+    });
 }
 
 }  // namespace zel::cli

@@ -127,12 +127,17 @@ ExitCode RunSettings(Action action, const SettingsArguments& arguments) {
     SettingsScope settings(arguments.directory);
     if (!settings.IsUsable()) throw CommandError(settings.Note());
     settings.PrintAnyNote();
+    const std::string note = settings.Note();
     try {
         action(seam::GetSettingsStore(), arguments);
     } catch (const InvalidSetting& error) {
         PrintErrorLines(error.what());
         return ExitCode::kWrongArguments;
+    } catch (const CommandError&) {
+        // A setting that could not be read isn't one that is not stored.
+        if (settings.Note() == note) throw;
     }
+    if (settings.Note() != note) throw CommandError(settings.Note());
     return ExitCode::kDone;
 }
 

@@ -74,27 +74,23 @@ struct PlaceCase {
     int x, y;
     int frame_x, frame_y;
 };
-void PrintTo(const PlaceCase& row, std::ostream* out) {
-    *out << row.name;
-}
-class Placed : public testing::TestWithParam<PlaceCase> {};
-TEST_P(Placed, InTheMiddleOfTheFrame) {
-    const PlaceCase& row = GetParam();
-    const picture::Picture picture = Colourful(row.width, row.height);
-    const picture::Picture frame = exporter::PlacedOnFrame(picture, row.standard);
-    EXPECT_EQ(frame.width, 720);
-    EXPECT_EQ(frame.height, ActiveLines(row.standard));
-    EXPECT_EQ(PixelOf(frame, row.frame_x, row.frame_y), PixelOf(picture, row.x, row.y));
-    if (row.frame_x > 0) {
-        EXPECT_EQ(PixelOf(frame, row.frame_x - 1, row.frame_y), picture::Rgba{});
+
+TEST(Placed, InTheMiddleOfTheFrame) {
+    for (const PlaceCase& row : {PlaceCase{"of its size", 720, 576, VideoStandard::kPal, 0, 575, 0, 575},
+                                 {"small", 300, 101, VideoStandard::kNtsc, 0, 60, 210, 252},
+                                 {"too large", 800, 600, VideoStandard::kNtsc, 40, 56, 0, 0},
+                                 {"too high alone", 700, 491, VideoStandard::kNtsc, 0, 2, 10, 0}}) {
+        SCOPED_TRACE(row.name);
+        const picture::Picture picture = Colourful(row.width, row.height);
+        const picture::Picture frame = exporter::PlacedOnFrame(picture, row.standard);
+        EXPECT_EQ(frame.width, 720);
+        EXPECT_EQ(frame.height, ActiveLines(row.standard));
+        EXPECT_EQ(PixelOf(frame, row.frame_x, row.frame_y), PixelOf(picture, row.x, row.y));
+        if (row.frame_x > 0) {
+            EXPECT_EQ(PixelOf(frame, row.frame_x - 1, row.frame_y), picture::Rgba{});
+        }
     }
 }
-INSTANTIATE_TEST_SUITE_P(Each, Placed,
-                         testing::Values(PlaceCase{"of_its_size", 720, 576, VideoStandard::kPal, 0, 575, 0, 575},
-                                         PlaceCase{"small", 300, 101, VideoStandard::kNtsc, 0, 60, 210, 252},
-                                         PlaceCase{"too_large", 800, 600, VideoStandard::kNtsc, 40, 56, 0, 0},
-                                         PlaceCase{"too_high_alone", 700, 491, VideoStandard::kNtsc, 0, 2, 10, 0}),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(SquarePixels, HaveTheScreensWidthAndAreMarkedAsSquare) {
     for (const auto& [lines, width] : {std::pair(486, 655), std::pair(576, 785)}) {

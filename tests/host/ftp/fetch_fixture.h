@@ -84,12 +84,7 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
     }
 
     std::vector<std::string> Names(const std::string& directory) const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(Here() / directory)) {
-            names.push_back(entry.path().filename().string());
-        }
-        std::ranges::sort(names);
-        return names;
+        return samples_test::NamesIn(Here() / directory);
     }
 
     void OnProgress(const std::string&, std::uint64_t bytes, std::uint64_t) override { m_received = bytes; }

@@ -10,7 +10,6 @@ import time
 parser = argparse.ArgumentParser()
 parser.add_argument("directory")
 parser.add_argument("--cuts", type=int, default=0, help="number of transfers that end at a random byte")
-parser.add_argument("--seed", type=int, default=1)
 parser.add_argument("--ignore-rest", action="store_true", help="sends files from the start after REST")
 parser.add_argument("--refuse-rest", action="store_true")
 parser.add_argument("--size", type=int, help="reported size of every file")
@@ -24,7 +23,7 @@ parser.add_argument("--elsewhere", action="store_true", help="names another host
 parser.add_argument("--echo", action="store_true", help="refuses the login and repeats the password in the reply")
 parser.add_argument("--log", help="file that each command is written to")
 options = parser.parse_args()
-chance = random.Random(options.seed)
+chance = random.Random(1)
 lock = threading.Lock()
 
 

@@ -52,23 +52,20 @@ TEST_F(AfterCancelling, ResumesThePart) {
     ExpectWhole();
     EXPECT_THAT(samples_test::ReadAll(log), HasSubstr("\nREST "));
 }
-TEST_F(AfterCancelling, StartsOverForAnotherFileOfAnyTime) {
-    for (const int hours_later : {0, 1}) {
-        SCOPED_TRACE(hours_later);
-        Stop({});
-        const auto time = std::filesystem::last_write_time(Disk() / "MESSAGES/.0001");
-        WriteRandom("MESSAGES/.0001", 800000, 2);
-        std::filesystem::last_write_time(Disk() / "MESSAGES/.0001", time + std::chrono::hours(hours_later));
-        EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 fetched");
-        ExpectWhole();
-        std::filesystem::remove_all(Here());
-    }
-}
 
-TEST_F(AfterCancelling, StartsOverIfTheServerCannotContinueAFile) {
-    for (const char* option : {"--no-time", "--ignore-rest", "--refuse-rest"}) {
-        SCOPED_TRACE(option);
-        Stop({option});
+TEST_F(AfterCancelling, StartsOverForAnotherFileOrIfTheServerCannotContinue) {
+    const struct {
+        std::vector<std::string> options;
+        std::optional<int> changed;  // the file, this number of hours later
+    } cases[] = {{{}, 0}, {{}, 1}, {{"--no-time"}, {}}, {{"--ignore-rest"}, {}}, {{"--refuse-rest"}, {}}};
+    for (const auto& row : cases) {
+        SCOPED_TRACE(testing::PrintToString(row.options));
+        Stop(row.options);
+        const auto time = std::filesystem::last_write_time(Disk() / "MESSAGES/.0001");
+        if (row.changed) {
+            WriteRandom("MESSAGES/.0001", 800000, 2);
+            std::filesystem::last_write_time(Disk() / "MESSAGES/.0001", time + std::chrono::hours(*row.changed));
+        }
         EXPECT_EQ(Describe(Fetch("1")), "MESSAGES/.0001 fetched");
         ExpectWhole();
         std::filesystem::remove_all(Here());

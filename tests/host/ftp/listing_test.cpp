@@ -1,10 +1,6 @@
 #include "host/ftp/listing.h"
 
-#include <random>
-
 #include <gtest/gtest.h>
-
-#include "host/ftp/remote_name.h"
 
 namespace zel::test {
 
@@ -70,26 +66,6 @@ TEST(Listing, IsLimitedInEveryMeasure) {
     EXPECT_EQ(Describe(listing), "12 ? - -; 0 rejected, 0 unparsed");  // not "34", the beginning of a name
     EXPECT_TRUE(listing.truncated);
     EXPECT_EQ(Describe(ftp::ParseListing(std::string(2000, '1'), ListingForm::kNames)), "0 rejected, 1 unparsed");
-}
-
-// No input produces a name that is not accepted.
-TEST(Listing, ContainsOnlyAcceptedNamesWhateverTheInput) {
-    const std::string good =
-        "type=file;size=4476;modify=20201231235959; .0012\r\n-rw-r--r-- 1 a b 77 Dec 31 23:59 PROMO\r\n"
-        "12-31-20  11:59PM       <DIR>          MESSAGES\r\n../up\n";
-    std::minstd_rand random(1);
-    for (std::size_t round = 0; round < 4000; ++round) {
-        std::string bytes = good.substr(0, round % good.size());
-        for (std::size_t hits = round / good.size(); hits > 0 && !bytes.empty(); --hits) {
-            bytes[random() % bytes.size()] = static_cast<char>(random() >> 8);
-        }
-        for (const ListingForm form : {ListingForm::kFacts, ListingForm::kLines, ListingForm::kNames}) {
-            for (const ftp::ListingEntry& entry : ftp::ParseListing(bytes, form).entries) {
-                EXPECT_TRUE(entry.kind == ftp::EntryKind::kDirectory ? ftp::IsDirectoryName(entry.name)
-                                                                     : ftp::IsFileName(entry.name));
-            }
-        }
-    }
 }
 
 }  // namespace

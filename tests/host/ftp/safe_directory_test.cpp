@@ -27,12 +27,7 @@ class SafeDirectoryTest : public testing::Test {
     fs::path Here() const { return m_scratch.Path() / "here"; }
     fs::path Outside() const { return m_scratch.Path() / "outside"; }
 
-    std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(Here())) names.push_back(entry.path().filename().string());
-        std::ranges::sort(names);
-        return names;
-    }
+    std::vector<std::string> Names() const { return samples_test::NamesIn(Here()); }
 
     static std::vector<std::uint8_t> Bytes(std::string_view text) { return {text.begin(), text.end()}; }
 

@@ -49,10 +49,7 @@ TEST(SelectionPattern, GivesOnlyStarAndQuestionMarkAMeaning) {
     EXPECT_FALSE(ftp::Matches("[!x]", "a"));
     EXPECT_FALSE(ftp::Matches("?", ""));
     EXPECT_TRUE(ftp::Matches("**", ""));
-}
-
-TEST(SelectionPattern, TakesNoTimeOverManyStars) {
-    EXPECT_FALSE(ftp::Matches("*a*a*a*a*a*a*a*a*a*a*a*a*b", std::string(1000, 'a')));
+    EXPECT_FALSE(ftp::Matches("*a*a*a*a*a*a*a*a*a*a*a*a*b", std::string(1000, 'a'))) << "at once";
 }
 
 }  // namespace

@@ -2,14 +2,11 @@
 
 #include <csignal>
 #include <fstream>
-#include <random>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "samples/scratch_directory.h"
@@ -283,51 +280,6 @@ TEST_F(RecordedLibrary, IsUnchangedWhenTheDiskIsFull) {
     EXPECT_EQ(Dump(library.Find({"", 1}).value()), Dump(Numbered(1)));
     library.Record(std::vector{large});
     EXPECT_EQ(library.Picture({"", 2}), large.picture);
-}
-
-/// Records two at a time and reports each number when it is recorded, until it is killed.
-[[noreturn]] void RecordUntilKilled(const std::filesystem::path& file, int begin, int report) {
-    try {
-        library::Library library(file, Access::kWrite);
-        for (int number = begin;; number += 2) {
-            library.Record(std::vector{Numbered(number), Numbered(number + 1)});
-            if (write(report, &number, sizeof number) != sizeof number) break;
-        }
-    } catch (const std::exception&) {
-    }
-    _exit(1);
-}
-
-TEST_F(RecordedLibrary, ContainsAllThatWasReportedBeforeAKill) {
-    std::minstd_rand random(4711);
-    std::vector<int> reported;
-    for (int round = 0; round < 8; ++round) {
-        int ends[2];
-        ASSERT_EQ(pipe(ends), 0);
-        const pid_t child = fork();
-        if (child == 0) RecordUntilKilled(m_file, round * 1000, ends[1]);
-        close(ends[1]);
-        int number = 0;
-        const auto receive = [&] {
-            const bool received = read(ends[0], &number, sizeof number) == sizeof number;
-            if (received) reported.push_back(number);
-            return received;
-        };
-        if (round % 2 == 1) receive();  // a busy machine may need long to start
-        usleep(static_cast<useconds_t>(random() % 60'000));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        while (receive()) continue;
-        close(ends[0]);
-    }
-    ASSERT_GE(reported.size(), 4U);
-    library::Library library(m_file, Access::kWrite);
-    for (const int number : reported) ASSERT_TRUE(library.Has({"", number}) && library.Has({"", number + 1}));
-    const std::vector<library::LibraryEntry> entries = library.List();
-    for (const library::LibraryEntry& entry : entries)
-        EXPECT_EQ(Dump(library.Find(entry.key).value()), Dump(Numbered(entry.key.number)));
-    EXPECT_EQ(entries.size() % 2, 0U);
-    EXPECT_EQ(library.Search("station").size(), entries.size());
 }
 
 }  // namespace

@@ -12,12 +12,9 @@ namespace zel::test {
 
 namespace {
 
-TEST(StraightAlpha, OfAClearPixelLeavesTheGround) {
+TEST(StraightAlpha, AgreesWithTheFormulaEverywhereAndAClearPixelLeavesTheGround) {
     EXPECT_EQ(picture::Over({9, 9, 9, 0}, {1, 2, 3, 4}), (picture::Rgba{1, 2, 3, 4}));
     EXPECT_EQ(picture::Over({9, 9, 9, 0}, {1, 2, 3, 0}), (picture::Rgba{1, 2, 3, 0}));
-}
-
-TEST(StraightAlpha, AgreesWithTheFormulaEverywhere) {
     for (unsigned source_alpha = 1; source_alpha < 256; source_alpha += 2) {
         for (unsigned ground_alpha = 0; ground_alpha < 256; ground_alpha += 3) {
             const double s = source_alpha / 255.0, g = ground_alpha / 255.0 * (1 - s);

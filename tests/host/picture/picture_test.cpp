@@ -45,18 +45,6 @@ class PictureOf : public HostDisk {
     }
 };
 
-TEST_F(PictureOf, AMessageShowsItsGlyphsInPlaceAndColour) {
-    WriteFont(BlockFont());
-    samples::MessageFile message = OneRow("A");
-    message.palette = Palette();
-    const picture::Picture picture = Compose(message);
-    EXPECT_EQ(picture.width, 720);
-    EXPECT_EQ(picture.height, 486);
-    // x 50 + 7; y 100 + char_y 10 - glyph_top 3, and the glyph's blank first line.
-    EXPECT_EQ(Ink(picture), (std::array{57, 108, 61, 110}));
-    EXPECT_EQ(At(picture, 57, 108), (picture::Rgba{10, 20, 30, 255}));
-}
-
 TEST_F(PictureOf, APalMessageIsHigher) {
     WriteFont(BlockFont());
     samples::MessageFile message = OneRow("A");
@@ -100,6 +88,9 @@ TEST_F(PictureOf, EachMessageOfABatchHasItsOwnGlyphs) {
     PictureCollector collector;
     run::RunBatch(request, std::array<host::HostObserver*, 2>{&collector.composer, &collector});
     ASSERT_EQ(collector.pictures.size(), 4U);
+    EXPECT_EQ(collector.pictures[0].width, 720);
+    EXPECT_EQ(collector.pictures[0].height, 486);
+    // x 50 + 7; y 100 + char_y 10 - glyph_top 3, and the glyph's blank first line.
     EXPECT_EQ(Ink(collector.pictures[0]), (std::array{57, 108, 71, 110}));
     EXPECT_EQ(Ink(collector.pictures[1]), (std::array{57, 108, 61, 110})) << "no pixels of the picture before remain";
     EXPECT_NE(At(collector.pictures[1], 57, 108), At(collector.pictures[0], 57, 108)) << "another palette";
@@ -202,17 +193,6 @@ TEST_F(PictureOf, CharactersThatCoverThePictureTooOftenAreLeftOut) {
     EXPECT_GT(collector.failures[0].size(), 100U);
     EXPECT_LT(collector.failures[0].size(), 140U);
     EXPECT_NE(collector.failures[0].at(0).find("more than 40 times the picture"), std::string::npos);
-}
-
-TEST_F(PictureOf, AStoredGlyphIsUpright) {
-    samples::FontFile font;
-    font.header.font_height = 20;
-    // Red above, half blue below; alpha, blue, green, red, the colours multiplied by alpha.
-    font.AddStored('A', {.width = 1, .height = 2, .pixels = {255, 0, 0, 255, 128, 128, 0, 0}}, 2, 1);
-    WriteFont(font);
-    const picture::Picture picture = Compose(OneRow("A"));
-    EXPECT_EQ(At(picture, 57, 108), (picture::Rgba{255, 0, 0, 255}));
-    EXPECT_EQ(At(picture, 57, 109), (picture::Rgba{0, 0, 255, 128}));
 }
 
 TEST_F(PictureOf, ALaterCharacterIsDrawnOverAnEarlierOne) {

@@ -1,7 +1,6 @@
 #include "host/picture/rgba_file.h"
 
 #include "host/host_disk.h"
-#include "host/picture/picture_composer.h"
 
 namespace zel::test {
 
@@ -46,6 +45,7 @@ TEST(RgbaFile, IsRefusedWhenItsPixelsAreIncomplete) {
         EXPECT_THAT(rgba.error, HasSubstr(error));
     }
     EXPECT_EQ(picture::ConvertRgbaFile(samples::WriteRgbaFile(702, kFour)).error, "it is not an RGBA file");
+    EXPECT_THAT(picture::ReadRgbaFile("missing").error, HasSubstr("No such file"));
     const samples::Bytes file = samples::WriteRgbaFile(714, kFour);
     for (std::size_t n = 0; n < file.size(); ++n) {
         EXPECT_FALSE(picture::ConvertRgbaFile(std::span(file).first(n)).picture) << n;
@@ -60,24 +60,6 @@ TEST_F(RgbaImport, HasTheStandardOfTheHost) {
         m_request.host.standard = standard;
         EXPECT_EQ(Import().message.value().standard, standard);
     }
-}
-
-TEST_F(RgbaImport, GivesThePictureOrTheReasonWhyThereIsNone) {
-    samples::StoredGlyph cut = kFour;
-    cut.length = 1000;
-    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, kFour));
-    picture::PictureComposer composer;
-    Import({&composer});
-    EXPECT_EQ(composer.TakePicture().value().rgba[0], 255);
-    m_request.rgba = run::RgbaAnswer::kCancel;
-    Import({&composer});
-    EXPECT_FALSE(composer.TakePicture());
-    m_request.rgba = run::RgbaAnswer::kBackground;
-    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, cut));
-    Import({&composer});
-    EXPECT_FALSE(composer.TakePicture());
-    EXPECT_EQ(composer.RgbaError(), "the picture is cut short by the file's end");
-    EXPECT_THAT(picture::ReadRgbaFile(Path("missing")).error, HasSubstr("No such file"));
 }
 
 }  // namespace

@@ -134,11 +134,6 @@ TEST_F(FontRun, NamesTheFileAndTheReasonOfAFailure) {
     }
 }
 
-TEST_F(FontRun, RefusesANameListDirectoryThatIsTooLong) {
-    m_font.maps = "/" + std::string(258, 'm');
-    EXPECT_THAT(run::RunFont(m_font).failure, HasSubstr("longer than the 258 characters"));
-}
-
 }  // namespace
 
 }  // namespace zel::test

@@ -159,21 +159,6 @@ TEST_F(ImportRun, WarnsOfAFontThatTheUserChoseOnAnotherDisk) {
     EXPECT_THAT(document::WarningsOf(Import().message.value()), ElementsAre(EndsWith(Path("OTHER/.0001"))));
 }
 
-TEST_F(ImportRun, AnswersTheChoiceForAPicture) {
-    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(714, {}));
-    OrderRecorder recorder;
-    const run::ImportOutcome object = Import({&recorder});
-    EXPECT_EQ(recorder.order, "1212 1211 1213 15 message end");
-    EXPECT_TRUE(object.message->rgba && object.message->object);
-    m_request.rgba = run::RgbaAnswer::kBackground;
-    const run::ImportOutcome background = Import();
-    EXPECT_TRUE(background.message->rgba && !background.message->object);
-    m_request.rgba = run::RgbaAnswer::kCancel;
-    const run::ImportOutcome cancelled = Import();
-    EXPECT_TRUE(cancelled.Done()) << cancelled.failure;
-    EXPECT_FALSE(cancelled.message.has_value());
-}
-
 TEST_F(ImportRun, RegistersTheDirectoryOfTheNameLists) {
     samples::FontFile font = BlockFont();
     font.header.font_id_text = "5021";

@@ -33,52 +33,30 @@ constexpr char kUnreadableBox[] =
     "Illegal Media Detected|Use 'Copy Zelmara! files' to copy messages from Zelmara! formatted media to \n Windows "
     "formatted media before attempting to import Zelmara! messages";
 
-struct MediaCase {
-    const char* name;
-    int error;
-    bool illegal_media;
-};
-void PrintTo(const MediaCase& row, std::ostream* out) {
-    *out << row.name;
-}
-
-class UnreadableMedia : public ModuleTest, public testing::WithParamInterface<MediaCase> {
+class UnreadableMedia : public ModuleTest {
   protected:
-    UnreadableMedia() {
-        g_unreadable = Native("MEDIA").string();
-        g_stat_error = GetParam().error;
-    }
     ~UnreadableMedia() override { g_unreadable.clear(); }
 };
 
-TEST_P(UnreadableMedia, AreReportedForBothDirectories) {
-    RunDialog([this](script::DialogDriver& user, CZelTransDlg& dialog) {
-        NewBoxes();
-        user.Type(ImportControl::kFontDirBox, "D:\\MEDIA");
-        dialog.ReadDirectoryPaths();
-        EXPECT_EQ(dialog.m_iStatus, ImportStatus::kBadFontDirectory);
-        EXPECT_EQ(NewBoxes(), std::vector<std::string>{GetParam().illegal_media
-                                                           ? kUnreadableBox
-                                                           : "Invalid Directory|Invalid Font Directory: D:\\MEDIA"});
-        user.Type(ImportControl::kFontDirBox, "D:\\MACHINE");
-        user.Type(ImportControl::kMessageDirBox, "D:\\MEDIA");
-        dialog.ReadDirectoryPaths();
-        EXPECT_EQ(dialog.m_iStatus, ImportStatus::kBadMessageDirectory);
-        EXPECT_EQ(NewBoxes(),
-                  std::vector<std::string>{GetParam().illegal_media ? kUnreadableBox
-                                                                    : "Invalid Path|Invalid Message Path: D:\\MEDIA"});
-    });
+TEST_F(UnreadableMedia, AreReportedForBothDirectories) {
+    g_unreadable = Native("MEDIA").string();
+    for (const bool illegal : {true, false}) {
+        g_stat_error = illegal ? EIO : ENOMEM;
+        const auto box = [&](const char* other) { return std::vector<std::string>{illegal ? kUnreadableBox : other}; };
+        RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
+            NewBoxes();
+            user.Type(ImportControl::kFontDirBox, "D:\\MEDIA");
+            dialog.ReadDirectoryPaths();
+            EXPECT_EQ(dialog.m_iStatus, ImportStatus::kBadFontDirectory);
+            EXPECT_EQ(NewBoxes(), box("Invalid Directory|Invalid Font Directory: D:\\MEDIA"));
+            user.Type(ImportControl::kFontDirBox, "D:\\MACHINE");
+            user.Type(ImportControl::kMessageDirBox, "D:\\MEDIA");
+            dialog.ReadDirectoryPaths();
+            EXPECT_EQ(dialog.m_iStatus, ImportStatus::kBadMessageDirectory);
+            EXPECT_EQ(NewBoxes(), box("Invalid Path|Invalid Message Path: D:\\MEDIA"));
+        });
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Each, UnreadableMedia,
-    testing::Values(MediaCase{"damaged_sector", EIO, true}, MediaCase{"no_disk", ENOMEDIUM, true},
-                    MediaCase{"foreign_disk", EMEDIUMTYPE, true}, MediaCase{"no_device", ENXIO, true},
-                    MediaCase{"lost_device", ENODEV, true}, MediaCase{"damaged_structure", EUCLEAN, true},
-                    MediaCase{"wrong_checksum", EBADMSG, true}, MediaCase{"ended_server", ENOTCONN, true},
-                    MediaCase{"stale_mount", ESTALE, true}, MediaCase{"no_permission", EACCES, false},
-                    MediaCase{"long_name", ENAMETOOLONG, false}, MediaCase{"no_memory", ENOMEM, false}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 

@@ -63,7 +63,8 @@ TEST(DirectoryEntry, BitFieldsStartAtTheLowestBit) {
         EXPECT_EQ(word({.glyph_metric = 1U << bit}), 1U << (22 + bit));
     }
     const tag_char_entry entry =
-        font::ConvertCharEntry(std::array<std::uint8_t, 10>{170, 0, 0x08, 0x10, 0x10, 0x21, 1, 2, 3, 4});
+        font::ConvertCharEntry(std::array<std::uint8_t, 10>{170, 85, 0x08, 0x10, 0x10, 0x21, 1, 2, 3, 4});
+    EXPECT_EQ(entry.unread_1, 85);
     EXPECT_EQ(std::uint32_t{entry.glyph_word}, 2U | 1U << 6 | 4U << 12 | 33U << 22);
     EXPECT_EQ(std::uint32_t{entry.glyph_offset}, 0x01020304U);
     EXPECT_EQ(entry.Top(), 4);

@@ -79,14 +79,6 @@ TEST_F(EntryPoints, RegistrationReturnsThePreviousCallback) {
     EXPECT_EQ(Register_GLV_OnChar(nullptr, directory), &Second);
 }
 
-TEST_F(EntryPoints, ImportRunsWithoutACallback) {
-    WriteFont(1, PlainFont());
-    WriteMessage(MessageOf({samples::RowFromText(30, "AB", 0, 0)}));
-    g_pfnOnChar = nullptr;
-    Import();
-    EXPECT_EQ(Order(), "1212 1157 1181 1180 1213 15");
-}
-
 TEST_F(EntryPoints, OffsetOfTheLastMessageCanBeReset) {
     ZelYOffsetReset(-3);
     EXPECT_EQ(ZelYOffset(), -3);

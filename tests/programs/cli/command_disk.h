@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -13,6 +11,7 @@
 #include <unistd.h>
 
 #include "inspect/sample_files.h"
+#include "samples/scratch_directory.h"
 #include "samples/write_file.h"
 
 namespace zel::test {
@@ -48,19 +47,12 @@ class CommandDisk {
 
     std::filesystem::path operator/(const std::string& name) const { return m_path / name; }
 
-    std::string Read(const std::string& name) const {
-        std::ifstream in(m_path / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
+    std::string Read(const std::string& name) const { return samples_test::ReadAll(m_path / name); }
 
     /// The names in the directory itself, except the files that Shell creates.
     std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(m_path)) {
-            const std::string name = entry.path().filename().string();
-            if (!name.starts_with("run.")) names.push_back(name);
-        }
-        std::ranges::sort(names);
+        std::vector<std::string> names = samples_test::NamesIn(m_path);
+        std::erase_if(names, [](const std::string& name) { return name.starts_with("run."); });
         return names;
     }
 

@@ -41,12 +41,16 @@ struct EndlessCase {
 TEST_F(EndlessFiles, AreRefusedAtOnce) {
     const EndlessCase cases[] = {
         {"import MESSAGES/.0030", 1, ".0030: a pipe, not a message file\n"},
+        {"import MESSAGES/.0030 --warnings", 1, ""},
         {"import MESSAGES/.0031", 1, ".0031: a device, not a message file\n"},
         {"import MESSAGES/.0012 --maps lists --png pipe", 1, "pipe: can't be written: it is not a regular file\n"},
         {"import MESSAGES/.0012 --maps lists", 0, ""},
+        {"import MESSAGES/.0012 --warnings --answer yes --browse MACHINE/.0030", 0, ""},
+        {"import pipe", 1, "pipe: a pipe, not a message file\n"},  // without a font directory
         {"font MACHINE/.0030", 1, "a pipe, not a font file\n"},
         {"font MACHINE/.0031", 1, "a device, not a font file\n"},
-        {"batch . 30 31 --library b.zellib", 1, "a pipe, not a message file\n"},
+        {"batch . 30 31 --library b.zellib", 1,
+         "2 numbers failed, the first: ./MESSAGES/.0030: a pipe, not a message file\n"},
         {"batch . 12 12 --maps lists --library c.zellib", 0, ""},
         {"batch . 12 12 --library pipe", 1, "pipe: it is a pipe, not a library\n"},
         {"library list pipe", 1, "pipe: it is a pipe, not a library\n"},

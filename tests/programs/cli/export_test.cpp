@@ -68,18 +68,14 @@ TEST_F(ExportCommand, ReportsWhatItCannotDo) {
     EXPECT_THAT(m_disk.Shell("zeltrans export --list-formats").out, StartsWith("png "));
 }
 
-TEST(ManyDisks, AreConvertedByTwoProcessesAtOnceAndMerged) {
+TEST(ManyDisks, AreConvertedIntoOneLibraryBySeveralProcessesAtOnce) {
     const CommandDisk disk;
-    disk.Shell("mkdir archive shards; for d in a b c d; do mkdir archive/$d; cp -r MESSAGES MACHINE archive/$d; done");
-    const std::string batch = "zeltrans batch archive/$d 0 30 --disk $d --settings s/$d --resume --jobs 1 --library ";
-    disk.Shell("(for d in a b; do " + batch + "shards/$d; done) & (for d in c d; do " + batch +
-               "shards/$d; done) & wait");
-    const CommandResult merged = disk.Shell("zeltrans library merge all shards/*; zeltrans library merge all shards/a");
-    EXPECT_EQ(merged.exit_code, 0) << merged.err;
-    EXPECT_EQ(disk.Shell("zeltrans library list all | grep -c '  .00'").out, "8\n");
-    // Several processes may also write one library at once.
-    disk.Shell("for d in a b c d; do " + batch + "one & done; wait");
-    EXPECT_EQ(disk.Shell("zeltrans library merge all one").out, "one: 0 added, 0 replaced, 8 unchanged\n");
+    disk.Shell("mkdir archive; for d in a b c d; do mkdir archive/$d; cp -r MESSAGES MACHINE archive/$d; done");
+    disk.Shell(
+        "for d in a b c d; do zeltrans batch archive/$d 0 30 --disk $d --settings s/$d --jobs 1 --library one & done; "
+        "wait");
+    EXPECT_EQ(disk.Shell("zeltrans library merge all one; zeltrans library merge all one").out,
+              "one: 8 added, 0 replaced, 0 unchanged\none: 0 added, 0 replaced, 8 unchanged\n");
 }
 
 }  // namespace

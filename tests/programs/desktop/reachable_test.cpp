@@ -20,7 +20,7 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-std::string NameOf(QWidget& widget) {
+std::string ControlName(QWidget& widget) {
     const QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&widget);
     return accessible == nullptr ? std::string() : accessible->text(QAccessible::Name).trimmed().toStdString();
 }
@@ -33,16 +33,16 @@ std::vector<std::string> UnnamedIn(QWidget& window) {
         const bool own = widget->window() == &window && widget->focusProxy() == nullptr &&
                          !widget->objectName().startsWith(QLatin1String("qt_")) &&
                          (tabs == nullptr || tabs->count() != 0);
-        if (!own || (widget->focusPolicy() & Qt::TabFocus) == 0 || !NameOf(*widget).empty()) continue;
+        if (!own || (widget->focusPolicy() & Qt::TabFocus) == 0 || !ControlName(*widget).empty()) continue;
         unnamed.push_back(std::string(widget->metaObject()->className()) + " " + widget->objectName().toStdString());
     }
     return unnamed;
 }
 
 /// A walk through a window's menus.
-class Walk {
+class MenuWalk {
   public:
-    explicit Walk(const QMenuBar& menus) { Visit(menus.actions(), "menus"); }
+    explicit MenuWalk(const QMenuBar& menus) { Visit(menus.actions(), "menus"); }
 
     /// Actions without a letter in their menu and without keys; letters and keys of two actions.
     std::vector<std::string> faults;
@@ -73,7 +73,7 @@ class Walk {
 };
 
 TEST_F(HostWindow, EveryActionHasItsOwnKey) {
-    const Walk walk(*window->menuBar());
+    const MenuWalk walk(*window->menuBar());
     EXPECT_THAT(walk.faults, IsEmpty());
     EXPECT_GT(walk.actions, 40);
     Trigger("keys");

@@ -26,7 +26,7 @@ QString DescriptionOf(const library::LibraryEntry& entry) {
     return entry.warnings == 0 ? text : text + u'\n' + LibraryModel::tr("Warnings: %1").arg(entry.warnings);
 }
 
-QString TitleOf(const library::LibraryEntry& entry) {
+QString HeadlineOf(const library::LibraryEntry& entry) {
     return QString::fromUtf8(exporter::TitleOf(entry.text).c_str()).simplified();
 }
 
@@ -39,7 +39,7 @@ void Sort(std::vector<library::LibraryEntry>& entries, LibraryOrder order) {
         std::vector<Titled> titled;
         titled.reserve(entries.size());
         for (library::LibraryEntry& entry : entries)
-            titled.emplace_back(TitleOf(entry).toCaseFolded(), std::move(entry));
+            titled.emplace_back(HeadlineOf(entry).toCaseFolded(), std::move(entry));
         // Messages without a title are last.
         const auto is_before = [](const QString& a, const QString& b) {
             return a.isEmpty() || b.isEmpty() ? !a.isEmpty() && b.isEmpty() : a.localeAwareCompare(b) < 0;
@@ -219,11 +219,11 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleDescriptionRole:
             return DescriptionOf(entry);
         case Qt::AccessibleTextRole:
-            return TitleOf(entry.key) + QStringLiteral(", ") + TitleOf(entry);
+            return TitleOf(entry.key) + QStringLiteral(", ") + HeadlineOf(entry);
         case kThumbnail:
             return ThumbnailOf(entry);
         case kText:
-            return TitleOf(entry);
+            return HeadlineOf(entry);
         case kWarnings:
             return entry.warnings;
         default:

@@ -24,7 +24,7 @@ constexpr int kMargin = 12;
 const QColor kFieldColour(0, 216, 255), kMarkColour(255, 200, 0), kActionColour(255, 80, 80), kTitleColour(80, 255, 80);
 
 /// The alpha as an opaque grey.
-QImage KeyOf(const QImage& picture) {
+QImage KeyImage(const QImage& picture) {
     QImage key = picture.convertToFormat(QImage::Format_Alpha8);
     key.reinterpretAsFormat(QImage::Format_Grayscale8);
     return key.convertToFormat(QImage::Format_RGB32);
@@ -61,7 +61,7 @@ void PictureView::SetKeyOnly(bool on) {
     m_key = on;
     m_shown = {};
     if (!m_picture.isNull())
-        m_shown = on ? KeyOf(m_picture) : m_picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+        m_shown = on ? KeyImage(m_picture) : m_picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     viewport()->update();
 }
 
@@ -286,7 +286,8 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform, m_zoom < 4.0);
     painter.drawImage(place, m_shown);
     PaintOverlays(painter);
-    if (hasFocus()) {
+    // Alone on the screen it always has the focus.
+    if (hasFocus() && !isWindow()) {
         painter.setPen(palette().color(QPalette::Highlight));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));

@@ -10,7 +10,7 @@ namespace zel::desktop {
 namespace {
 
 /// The least and the most that a button needs.
-constexpr int kLeastWidth = 240, kWidth = 440;
+constexpr int kLeastButtonWidth = 240, kWidth = 440;
 
 }  // namespace
 
@@ -44,7 +44,7 @@ void StartPage::AddChoices(const QList<Choice>& choices) {
         auto* const button = new QCommandLinkButton(
             choice.action->text(),
             keys.isEmpty() ? choice.description : choice.description + QStringLiteral("  (") + keys + u')');
-        button->setMinimumWidth(kLeastWidth);
+        button->setMinimumWidth(kLeastButtonWidth);
         // Enter presses it.
         button->setAutoDefault(true);
         button->setEnabled(choice.action->isEnabled());

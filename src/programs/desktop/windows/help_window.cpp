@@ -11,12 +11,12 @@ namespace zel::desktop {
 
 namespace {
 
-struct Section {
+struct GuideSection {
     const char* title;
     const char* text;
 };
 
-constexpr Section kGuide[] = {
+constexpr GuideSection kGuide[] = {
     {QT_TR_NOOP("Import"),
      QT_TR_NOOP("Drop a disk, a folder or message files on the window, or use Import disk or folder… in the menu File. "
                 "A disk is a folder that contains MESSAGES and MACHINE. Every message is stored in the library with "
@@ -27,14 +27,13 @@ constexpr Section kGuide[] = {
      QT_TR_NOOP("The status bar shows how many imported messages have warnings, such as a missing font. Click it for "
                 "the list. In the library such a message has a warning sign; the panel Details lists its warnings.")},
     {QT_TR_NOOP("Find"),
-     QT_TR_NOOP(
-         "Type words into the field above the library: they are looked for in texts, names of tab fields and "
-         "files. The button beside it, or Library in the menu View, sorts the messages and lists only those with "
-         "warnings.")},
+     QT_TR_NOOP("Type words into the field above the library: they are looked for in texts, names of tab fields and "
+                "files. The button beside it, or Library in the menu View, sorts the messages, groups them by disk and "
+                "lists only those with warnings.")},
     {QT_TR_NOOP("Look"),
      QT_TR_NOOP("The wheel zooms. The middle button, or the left one while the space bar is down, moves the picture. "
-                "F11 shows the picture alone on the screen; there the arrow keys go from message to message. Rows, tab "
-                "fields and the palette beside the picture mark their place in it; a double click on a font shows its "
+                "F11 shows the picture alone on the screen; there the arrow keys go from message to message. A row or "
+                "tab field that is selected beside the picture is outlined in it; a double click on a font shows its "
                 "glyphs.")},
     {QT_TR_NOOP("Copy, save, export"),
      QT_TR_NOOP("Drag a picture, or several selected thumbnails, into another program, or copy it. Save picture as… "
@@ -45,13 +44,13 @@ constexpr Section kGuide[] = {
                 "Edit restores them.")},
 };
 
-struct Keys {
+struct KeyHint {
     const char* keys;
     const char* effect;
 };
 
 /// Keys that no menu shows.
-constexpr Keys kOtherKeys[] = {
+constexpr KeyHint kOtherKeys[] = {
     {QT_TR_NOOP("Down, Enter in the search field"), QT_TR_NOOP("Go to the messages found")},
     {QT_TR_NOOP("Esc in the search field"), QT_TR_NOOP("Remove the search")},
     {QT_TR_NOOP("Delete in the library"), QT_TR_NOOP("Remove the selected messages")},
@@ -65,32 +64,32 @@ constexpr Keys kOtherKeys[] = {
     {QT_TR_NOOP("Esc in rows and tab fields"), QT_TR_NOOP("Remove the mark in the picture")},
 };
 
-QString RowOf(const QString& keys, const QString& effect) {
+QString KeyRow(const QString& keys, const QString& effect) {
     return QStringLiteral(
                "<tr><td width=\"280\" style=\"padding:2px\"><b>%1</b></td>"
                "<td style=\"padding:2px\">%2</td></tr>")
         .arg(keys.toHtmlEscaped(), effect.toHtmlEscaped());
 }
 
-QString NameOf(QString text) {
+QString PlainName(QString text) {
     return text.remove(u'&').remove(u'…');
 }
 
 /// The rows of a menu and its submenus.
-QString RowsOf(const QMenu& menu) {
+QString MenuRows(const QMenu& menu) {
     QString rows;
     for (const QAction* const action : menu.actions()) {
         if (action->menu() != nullptr) {
-            rows += RowsOf(*action->menu());
+            rows += MenuRows(*action->menu());
         } else if (!action->shortcut().isEmpty()) {
-            rows += RowOf(QKeySequence::listToString(action->shortcuts(), QKeySequence::NativeText),
-                          NameOf(action->text()));
+            rows += KeyRow(QKeySequence::listToString(action->shortcuts(), QKeySequence::NativeText),
+                           PlainName(action->text()));
         }
     }
     return rows;
 }
 
-QString TableOf(const QString& title, const QString& rows) {
+QString KeyTable(const QString& title, const QString& rows) {
     return QStringLiteral("<h3>%1</h3><table>%2</table>").arg(title.toHtmlEscaped(), rows);
 }
 
@@ -104,12 +103,12 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent), m_page(new QTextBrows
     auto* const column = new QVBoxLayout(this);
     column->addWidget(m_page);
     column->addWidget(buttons);
-    resize(620, 560);
+    resize(620, 660);
 }
 
 void HelpWindow::ShowGuide() {
     QString html;
-    for (const Section& section : kGuide) {
+    for (const GuideSection& section : kGuide) {
         html += QStringLiteral("<h3>%1</h3><p>%2</p>")
                     .arg(tr(section.title).toHtmlEscaped(), tr(section.text).toHtmlEscaped());
     }
@@ -119,11 +118,11 @@ void HelpWindow::ShowGuide() {
 void HelpWindow::ShowKeys(const QMenuBar& menus) {
     QString html;
     for (const QAction* const head : menus.actions()) {
-        if (head->menu() != nullptr) html += TableOf(NameOf(head->text()), RowsOf(*head->menu()));
+        if (head->menu() != nullptr) html += KeyTable(PlainName(head->text()), MenuRows(*head->menu()));
     }
     QString others;
-    for (const Keys& row : kOtherKeys) others += RowOf(tr(row.keys), tr(row.effect));
-    ShowPage(tr("Keys"), html + TableOf(tr("Elsewhere"), others));
+    for (const KeyHint& row : kOtherKeys) others += KeyRow(tr(row.keys), tr(row.effect));
+    ShowPage(tr("Keys"), html + KeyTable(tr("Elsewhere"), others));
 }
 
 void HelpWindow::ShowPage(const QString& title, const QString& html) {

@@ -18,7 +18,7 @@ namespace {
 constexpr qsizetype kMaxLibraries = 10;
 const QString kRecentSetting = QStringLiteral("recent/libraries");
 
-QString LibraryFilter() {
+QString LibraryNames() {
     return LibraryCommands::tr("Libraries") + QStringLiteral(" (*.zellib)");
 }
 
@@ -30,13 +30,13 @@ QString LibraryCommands::Folder() const {
 
 void LibraryCommands::Open() {
     const QStringList files = PickFiles(&m_workspace.window, tr("Open library"), Folder(), false,
-                                        {LibraryFilter(), tr("All files") + QStringLiteral(" (*)")});
+                                        {LibraryNames(), tr("All files") + QStringLiteral(" (*)")});
     if (!files.isEmpty()) OpenFile(files.front());
 }
 
 void LibraryCommands::New() {
     const QString file = PickNewFile(&m_workspace.window, tr("New library"), Folder() + u'/' + tr("messages.zellib"),
-                                     {QStringLiteral("zellib"), LibraryFilter(), false});
+                                     {QStringLiteral("zellib"), LibraryNames(), false});
     if (file.isEmpty()) return;
     m_workspace.BeginAction();
     if (QFileInfo::exists(file)) {

@@ -32,7 +32,7 @@ class LibraryPanel : public QWidget {
   public:
     explicit LibraryPanel(std::string library, QWidget* parent = nullptr);
 
-    /// Shows another library from the next Reload on. Removes the filter.
+    /// Shows another library from the next Reload on. Removes the search and the choice of a disk.
     void SetLibrary(std::string library);
     /// Reads the library again. The current recording remains current.
     void Reload();

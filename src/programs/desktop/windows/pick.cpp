@@ -9,10 +9,10 @@ namespace zel::desktop {
 namespace {
 
 QStringList Run(QFileDialog& dialog, const QString& start) {
-    constexpr int kColumns = 110;
+    constexpr int kDialogColumns = 110;
     ShowDotFiles(dialog);
     if (!start.isEmpty()) dialog.setDirectory(start);
-    FitFileColumns(dialog, kColumns);
+    FitFileColumns(dialog, kDialogColumns);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
 }
 

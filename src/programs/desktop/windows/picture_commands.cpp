@@ -39,7 +39,7 @@ QString FileNameOf(const library::RecordingKey& key, PictureForm form = PictureF
     return FileNameFrom(TitleOf(key)) + FileEnding(form);
 }
 
-library::RecordingKey KeyOf(const library::Recording& recording) {
+library::RecordingKey RecordingKeyOf(const library::Recording& recording) {
     return {recording.disk, recording.number};
 }
 
@@ -83,7 +83,7 @@ void PictureCommands::Copy() {
 void PictureCommands::Drag() {
     if (!HasPicture()) return;
     auto data = Data();
-    const QString file = m_dragged.filePath(FileNameOf(KeyOf(*m_workspace.current)));
+    const QString file = m_dragged.filePath(FileNameOf(RecordingKeyOf(*m_workspace.current)));
     try {
         base::WriteWholeFile(QFile::encodeName(file).toStdString(), m_workspace.current->picture);
         data->setUrls({QUrl::fromLocalFile(file)});
@@ -163,7 +163,7 @@ QString PictureCommands::SaveFolder() const {
 void PictureCommands::SaveOne(PictureForm form) {
     if (!HasPicture()) return;
     const QString file = PickNewPicture(&m_workspace.window, TitleOfSave(form),
-                                        SaveFolder() + u'/' + FileNameOf(KeyOf(*m_workspace.current), form));
+                                        SaveFolder() + u'/' + FileNameOf(RecordingKeyOf(*m_workspace.current), form));
     if (file.isEmpty()) return;
     m_workspace.settings.setValue(kSaveSetting, QFileInfo(file).absolutePath());
     m_workspace.BeginAction();
