@@ -36,7 +36,7 @@ enum class BatchEnd {
     kCompleted,
     /// `stop` returned true; the message under way is not recorded.
     kStopped,
-    /// The module did not begin; `failure` contains the reason.
+    /// The module did not begin a range; `failure` contains the reason.
     kRefused,
 };
 

@@ -138,6 +138,31 @@ TEST_F(BatchRun, ContinuesAfterAMessageThatEndsInAnException) {
                                               "\n"));
 }
 
+/// Throws a memory exception at the message of a number and kind that the host receives.
+template <class Event>
+class OutOfMemoryAt : public host::HostObserver {
+  public:
+    explicit OutOfMemoryAt(int nth) : m_left(nth) {}
+    void OnSend(const host::SentMessage& sent) override {
+        if (std::holds_alternative<Event>(sent.event) && m_left-- == 0) AfxThrowMemoryException();
+    }
+
+  private:
+    int m_left;
+};
+
+TEST_F(BatchRun, LosesNoNumberToAnExceptionBetweenTwo) {
+    for (const char* name : {".0001", ".0002", ".0003"}) WriteMessage(OneRow("A"), name);
+    OutOfMemoryAt<host::RecordMessage> at_second(1);
+    EXPECT_EQ(Run(&at_second).end, run::BatchEnd::kCompleted);
+    EXPECT_THAT(m_items.items, ElementsAre("1 recorded", "2 failed", "3 recorded", "4 missing"));
+    OutOfMemoryAt<host::DialogReady> before_the_first(0);
+    const run::BatchOutcome outcome = Run(&before_the_first);
+    EXPECT_EQ(outcome.end, run::BatchEnd::kRefused);
+    EXPECT_EQ(outcome.failure, "Out of memory.");
+    EXPECT_THAT(m_items.items, IsEmpty());
+}
+
 /// A host that has the messages in `held`.
 class ExportRecorder : public host::ExportService {
   public:

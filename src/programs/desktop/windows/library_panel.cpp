@@ -58,6 +58,12 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
       m_pages(new QStackedWidget(this)),
       m_search_timer(new QTimer(this)),
       m_reload_timer(new QTimer(this)) {
+    SetUpFields();
+    LayOut();
+    Connect();
+}
+
+void LibraryPanel::SetUpFields() {
     m_search->setObjectName(QStringLiteral("search"));
     m_search->setPlaceholderText(tr("Search texts, fields and files"));
     m_search->setAccessibleName(tr("Search the library"));
@@ -79,9 +85,11 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     m_message->setWordWrap(true);
     m_message->setMargin(12);
     m_message->setTextFormat(Qt::PlainText);
+}
+
+void LibraryPanel::LayOut() {
     m_pages->addWidget(m_list);
     m_pages->addWidget(m_message);
-
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(6, 6, 0, 6);
     auto* const top = new QHBoxLayout;
@@ -90,7 +98,9 @@ LibraryPanel::LibraryPanel(std::string library, QWidget* parent)
     column->addLayout(top);
     column->addWidget(m_disk);
     column->addWidget(m_pages);
+}
 
+void LibraryPanel::Connect() {
     m_search_timer->setSingleShot(true);
     m_reload_timer->setSingleShot(true);
     m_reload_timer->setInterval(kReloadDelay_ms);

@@ -94,6 +94,9 @@ class LibraryPanel : public QWidget {
     void showEvent(QShowEvent* event) override;
 
   private:
+    void SetUpFields();
+    void LayOut();
+    void Connect();
     LibraryFilter Filter() const;
     void Read(const LibraryFilter& filter);
     void ShowDisks();
