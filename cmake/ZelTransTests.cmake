@@ -24,5 +24,6 @@ function(zeltrans_test folder)
   target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_options(${target} PRIVATE -O0)
   target_precompile_headers(${target} REUSE_FROM zel_test_headers)
-  gtest_discover_tests(${target} TEST_PREFIX ${ZELTRANS_TEST_PREFIX}${folder}. PROPERTIES LABELS ${folder} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
+  gtest_discover_tests(${target} TEST_PREFIX ${ZELTRANS_TEST_PREFIX}${folder}. NO_PRETTY_VALUES
+    PROPERTIES LABELS ${folder} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
 endfunction()

@@ -178,7 +178,7 @@ void InspectRgba(std::span<const std::uint8_t> bytes, FileReport& report) {
     if (defect.empty() && present < record.size()) {
         ReportTrailingBytes(record.subspan(static_cast<std::size_t>(present)), report);
     }
-    report.verdict = defect.empty() ? Verdict::kWhole : Verdict::kReadable;
+    report.verdict = report.defects.empty() ? Verdict::kWhole : Verdict::kReadable;
 }
 
 }  // namespace zel::inspect

@@ -64,7 +64,7 @@ class Workers : public testing::TestWithParam<std::size_t> {
     std::vector<int> m_taken;
     std::function<void(int)> m_take = [this](int result) { m_taken.push_back(result); };
 };
-INSTANTIATE_TEST_SUITE_P(Threads, Workers, testing::Values(0, 1, 4));
+INSTANTIATE_TEST_SUITE_P(Threads, Workers, testing::Values(0, 1, 4), testing::PrintToStringParamName());
 
 TEST_P(Workers, PassResultsOnInTheOrderOfTheJobs) {
     base::OrderedWorkers<int> workers(GetParam(), 8, m_take);

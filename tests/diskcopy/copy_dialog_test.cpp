@@ -1,9 +1,7 @@
 // The copy dialog as a user drives it.
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <utility>
 
@@ -22,6 +20,7 @@
 #include "platform/system/errors.h"
 #include "platform/system/files.h"
 #include "platform/test_dialog.h"
+#include "samples/scratch_directory.h"
 
 using namespace zel;
 
@@ -62,18 +61,10 @@ void ShowLog(char* path) {
     g_resources_of_caller = AfxGetModuleState()->m_hCurrentResourceHandle;
 }
 
-std::string Content(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
 /// A scratch disk D: and a scratch target E:.
 class Scratch {
   public:
     Scratch() {
-        std::string name = (fs::temp_directory_path() / "zel-copy-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no scratch directory");
-        path = name;
         for (const char drive : {'D', 'E'}) {
             fs::create_directory(path / std::string(1, drive));
             system::MountDrive(drive, (path / std::string(1, drive)).string());
@@ -81,7 +72,6 @@ class Scratch {
     }
     ~Scratch() {
         for (const char drive : {'D', 'E'}) system::MountDrive(drive, "");
-        fs::remove_all(path);
     }
 
     /// Makes files, a line "NAME TYPE SIZE" for each: its first number, big-endian, and its bytes. "NAME link TARGET",
@@ -112,13 +102,17 @@ class Scratch {
         for (const auto& entry : fs::recursive_directory_iterator(path / folder)) {
             if (!entry.is_directory())
                 files.push_back(entry.path().lexically_relative(path / folder).string() + " " +
-                                std::to_string(Content(entry.path()).size()));
+                                std::to_string(samples_test::ReadAll(entry.path()).size()));
         }
         std::sort(files.begin(), files.end());
         return files;
     }
 
-    fs::path path;
+  private:
+    const samples_test::ScratchDirectory m_directory;
+
+  public:
+    const fs::path path = m_directory.Path();
 };
 
 class CopyDialogTest : public testing::Test {
@@ -154,7 +148,7 @@ class CopyDialogTest : public testing::Test {
     }
 
     std::string LastBox() const { return m_desktop.Boxes().empty() ? "" : m_desktop.Boxes().back().text; }
-    std::string Log() const { return Content(m_scratch.path / "E/CopyLog.txt"); }
+    std::string Log() const { return samples_test::ReadAll(m_scratch.path / "E/CopyLog.txt"); }
 
     const test::ResourcesInForce m_resources;
     const Scratch m_scratch;
@@ -173,7 +167,6 @@ struct CopyCase {
     const char* status;
     std::vector<std::string> files;  // on the target, without the log
     const char* logged = "";
-    friend void PrintTo(const CopyCase& row, std::ostream* out) { *out << row.name; }
 };
 using Copying = CopyTable<CopyCase>;
 
@@ -255,7 +248,6 @@ struct RefusedCase {
     const char* source;
     const char* target;
     const char* message;
-    friend void PrintTo(const RefusedCase& row, std::ostream* out) { *out << row.name; }
 };
 using Refusal = CopyTable<RefusedCase>;
 
@@ -295,7 +287,6 @@ struct FaultCase {
     int read_error, write_error, escape_at;  // the asking for the key that is answered; -1 for none
     const char* status;
     const char* logged;
-    friend void PrintTo(const FaultCase& row, std::ostream* out) { *out << row.name; }
 };
 using FailingDisk = CopyTable<FaultCase>;
 
@@ -390,7 +381,7 @@ TEST_F(CopyDialogTest, HandsTheLogOfTheLastRunToItsCallerOnceItIsClosed) {
     });
     EXPECT_EQ(g_shown_log, "E:\\new\\folder\\CopyLog-2.txt");
     EXPECT_EQ(g_resources_of_caller, own);
-    std::string log = Content(m_scratch.path / "E/new/folder/CopyLog.txt");
+    std::string log = samples_test::ReadAll(m_scratch.path / "E/new/folder/CopyLog.txt");
     log.erase(0, log.find('\n') + 1);  // the time
     EXPECT_EQ(log,
               "Source: D:\\\r\nTarget: E:\\new\\folder\r\nFiles that were there already: skipped\r\n\r\n"

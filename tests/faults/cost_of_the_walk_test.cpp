@@ -69,14 +69,9 @@ TEST_F(CostOfTheWalk, RowOf63CharactersAllocatesNoMoreThanARowOfOne) {
             EXPECT_EQ(many.calls, 63);
             EXPECT_GT(one.allocations, 0U) << "the two records of the walk, so the count works";
             EXPECT_EQ(many.allocations, one.allocations);
+            EXPECT_EQ(many.opened, character == 'S' ? 63U : 0U);
         }
     }
-}
-
-TEST_F(CostOfTheWalk, StoredGlyphOpensItsFileOnceAndARunCodedNone) {
-    EXPECT_EQ(Run(10, 'A', false).opened, 0U);
-    EXPECT_EQ(Run(10, 'S', false).opened, 10U);
-    EXPECT_EQ(Run(10, 'S', true).opened, 10U);
 }
 
 }  // namespace

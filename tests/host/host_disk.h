@@ -70,6 +70,12 @@ class HostDisk : public testing::Test {
         return font;
     }
 
+    /// Writes StoredFont as font 1. The glyph's record is cut short by `missing` bytes.
+    void WriteStoredFont(std::size_t missing) const {
+        const samples::Bytes bytes = samples::WriteFont(StoredFont());
+        samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(bytes).first(bytes.size() - missing));
+    }
+
     /// An NTSC message with `text` in font 1 as its only row, 100 pixels below the top of the picture.
     static samples::MessageFile OneRow(std::string_view text) {
         samples::MessageFile message;

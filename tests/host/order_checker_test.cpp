@@ -45,52 +45,46 @@ std::vector<std::string> Check(const std::string& sequence) {
 
 struct Sequence {
     const char* name;
-    const char* words;
+    const char* messages;
 };
-void PrintTo(const Sequence& sequence, std::ostream* out) {
-    *out << sequence.name;
-}
-const auto kNameOf = [](const auto& each) { return std::string(each.param.name); };
 
-class GoodOrder : public testing::TestWithParam<Sequence> {};
-TEST_P(GoodOrder, HasNoBreach) {
-    EXPECT_THAT(Check(GetParam().words), IsEmpty());
+TEST(OrderChecker, FindsNoBreachInAGoodOrder) {
+    for (const Sequence& row : {
+             Sequence{"a message", "1212 1157 c c 1181 1180 1213 15 return"},
+             {"a message with tabs", "1212 1157 c 1181 1158 1180 1213 15 return"},
+             {"a message without characters", "1212 1157 1181 1180 1213 15 return"},
+             {"a picture", "1212 1211 1213 15 return"},
+             {"a picture whose choice was cancelled", "1212 15 return"},
+             {"an import that failed", "1212 return"},
+             {"two imports of one dialog", "1212 1157 1181 1180 1213 15 1157 c 1181 1180 1213 15 return"},
+             {"an import after one that an exception ended", "1157 c exception 1157 c 1181 1180 1213 15 return"},
+             {"a batch", "1212 1161 1161 1157 1181 1180 1213 15 1160 1211 1213 15 1160 1161 return"},
+             {"an export", "1125 1125 1168 1189 1125 1190 1189 return"},
+         }) {
+        EXPECT_THAT(Check(row.messages), IsEmpty()) << row.name;
+    }
 }
-INSTANTIATE_TEST_SUITE_P(
-    Each, GoodOrder,
-    testing::Values(
-        Sequence{"a_message", "1212 1157 c c 1181 1180 1213 15 return"},
-        Sequence{"a_message_with_tabs", "1212 1157 c 1181 1158 1180 1213 15 return"},
-        Sequence{"a_message_without_characters", "1212 1157 1181 1180 1213 15 return"},
-        Sequence{"a_picture", "1212 1211 1213 15 return"},
-        Sequence{"a_picture_whose_choice_was_cancelled", "1212 15 return"},
-        Sequence{"an_import_that_failed", "1212 return"},
-        Sequence{"two_imports_of_one_dialog", "1212 1157 1181 1180 1213 15 1157 c 1181 1180 1213 15 return"},
-        Sequence{"an_import_after_one_that_an_exception_ended", "1157 c exception 1157 c 1181 1180 1213 15 return"},
-        Sequence{"a_batch", "1212 1161 1161 1157 1181 1180 1213 15 1160 1211 1213 15 1160 1161 return"},
-        Sequence{"an_export", "1125 1125 1168 1189 1125 1190 1189 return"}),
-    kNameOf);
 
-class BadOrder : public testing::TestWithParam<Sequence> {};
-TEST_P(BadOrder, IsABreach) {
-    EXPECT_EQ(Check(GetParam().words).size(), 1U);
+TEST(OrderChecker, FindsOneBreachInABadOrder) {
+    for (const Sequence& row : {
+             Sequence{"a character before the fonts", "c 1157 1181 1180 1213 15"},
+             {"a character after the last", "1157 1181 c 1180 1213 15"},
+             {"tabs after the message", "1157 1181 1180 1158 1180 1213 15"},
+             {"tabs before the rows", "1157 1158 1180 1213 15"},
+             {"the fonts twice", "1157 1157 1181 1180 1213 15"},
+             {"no end of rows", "1157 c 1180 1213 15"},
+             {"no end of message", "1157 1181 1213 15"},
+             {"no end of import", "1157 1181 1180 15"},
+             {"no paint", "1157 1181 1180 1213 return"},
+             {"a picture inside a message", "1157 1211 1213 15"},
+             {"a record without an import", "1160"},
+             {"a dialog inside a message", "1157 1212 1181 1180 1213 15"},
+             {"an export that was not asked for", "1168 1189"},
+             {"the end of an export alone", "1125 1189"},
+         }) {
+        EXPECT_EQ(Check(row.messages).size(), 1U) << row.name;
+    }
 }
-INSTANTIATE_TEST_SUITE_P(Each, BadOrder,
-                         testing::Values(Sequence{"a_character_before_the_fonts", "c 1157 1181 1180 1213 15"},
-                                         Sequence{"a_character_after_the_last", "1157 1181 c 1180 1213 15"},
-                                         Sequence{"tabs_after_the_message", "1157 1181 1180 1158 1180 1213 15"},
-                                         Sequence{"tabs_before_the_rows", "1157 1158 1180 1213 15"},
-                                         Sequence{"the_fonts_twice", "1157 1157 1181 1180 1213 15"},
-                                         Sequence{"no_end_of_rows", "1157 c 1180 1213 15"},
-                                         Sequence{"no_end_of_message", "1157 1181 1213 15"},
-                                         Sequence{"no_end_of_import", "1157 1181 1180 15"},
-                                         Sequence{"no_paint", "1157 1181 1180 1213 return"},
-                                         Sequence{"a_picture_inside_a_message", "1157 1211 1213 15"},
-                                         Sequence{"a_record_without_an_import", "1160"},
-                                         Sequence{"a_dialog_inside_a_message", "1157 1212 1181 1180 1213 15"},
-                                         Sequence{"an_export_that_was_not_asked_for", "1168 1189"},
-                                         Sequence{"the_end_of_an_export_alone", "1125 1189"}),
-                         kNameOf);
 
 TEST(OrderChecker, ReportsAMessageAtTheWrongWindow) {
     host::OrderChecker checker;

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <ostream>
+#include <span>
 
 #include <gmock/gmock.h>
 
+#include "inspect/report_text.h"
 #include "inspect/sample_files.h"
 
 namespace zel::test {
@@ -21,18 +22,31 @@ struct BreakCase {
     const char* text;
 };
 
+/// Applies each damage to a file of its own.
 template <typename File>
-void PrintTo(const BreakCase<File>& row, std::ostream* out) {
-    *out << row.name;
+void ExpectReports(std::span<const BreakCase<File>> cases, File (*good)(),
+                   inspect::FileReport (*inspect)(const File& file)) {
+    for (const BreakCase<File>& row : cases) {
+        SCOPED_TRACE(row.name);
+        File file = good();
+        row.break_it(file);
+        const inspect::FileReport report = inspect(file);
+        EXPECT_EQ(report.verdict, row.verdict);
+        const std::string text = row.verdict == kBroken  ? report.reason
+                                 : row.verdict == kWhole ? Lines(report.remarks)
+                                                         : Lines(report.defects);
+        EXPECT_THAT(text, testing::HasSubstr(row.text));
+    }
 }
 
-template <typename File>
-void ExpectText(const inspect::FileReport& report, const BreakCase<File>& row) {
-    EXPECT_EQ(report.verdict, row.verdict);
-    const std::string text = row.verdict == kBroken  ? report.reason
-                             : row.verdict == kWhole ? Lines(report.remarks)
-                                                     : Lines(report.defects);
-    EXPECT_THAT(text, testing::HasSubstr(row.text));
+/// A file that ends early is never whole. That the verdict agrees with the reader is tested with the faults.
+inline void ExpectOnlyWholeFileIsWhole(std::span<const std::uint8_t> bytes) {
+    for (std::size_t size = 4; size <= bytes.size(); ++size) {
+        const inspect::FileReport report = inspect::InspectBytes(bytes.first(size), ".0012");
+        EXPECT_EQ(report.verdict == kWhole, size == bytes.size()) << size;
+        EXPECT_EQ(report.reason.empty() && report.defects.empty(), size == bytes.size()) << size;
+        EXPECT_NE(inspect::ReportText(report), "") << size;
+    }
 }
 
 }  // namespace zel::test

@@ -44,34 +44,27 @@ TEST(InspectNameLists, TellWhatIsUnusual) {
     EXPECT_EQ(report.verdict, Verdict::kReadable);
 }
 
-struct ForeignCase {
-    const char* name;
-    std::string_view content;
-    const char* text;
-};
-void PrintTo(const ForeignCase& foreign, std::ostream* out) {
-    *out << foreign.name;
+TEST(InspectForeignFile, IsDescribedByItsFirstBytes) {
+    using namespace std::string_view_literals;
+    struct ForeignCase {
+        const char* name;
+        std::string_view content;
+        const char* text;
+    };
+    for (const ForeignCase& row : {
+             ForeignCase{"nothing", ""sv, "it is empty"},
+             {"three bytes", "\x00\x00\x02"sv, "00 00 02  \"...\""},
+             {"another format", "\x89PNG\r\n\x1A\n\0\0"sv, "89 50 4E 47 0D 0A 1A 0A 00 00  \".PNG......\""},
+             {"another byte order", "\xBE\x02\0\0\0\0"sv, "its file type 702 appears with its bytes reversed"},
+             {"exchanged pairs", "\0\0\xF4\x01\0\0"sv, "its file type 500 appears with each two bytes exchanged"},
+             {"another type", "\0\0\x02\xC1\0\0\0\0STILL PICTURE\0"sv,
+              "a file of type 705, \"STILL PICTURE\", which the import doesn't read"},
+         }) {
+        const FileReport report = Inspect(row.content);
+        EXPECT_EQ(report.verdict, Verdict::kForeign) << row.name;
+        EXPECT_THAT(report.reason, HasSubstr(row.text)) << row.name;
+    }
 }
-
-class ForeignFile : public testing::TestWithParam<ForeignCase> {};
-
-TEST_P(ForeignFile, IsDescribedByItsFirstBytes) {
-    const FileReport report = Inspect(GetParam().content);
-    EXPECT_EQ(report.verdict, Verdict::kForeign);
-    EXPECT_THAT(report.reason, HasSubstr(GetParam().text));
-}
-
-using namespace std::string_view_literals;
-INSTANTIATE_TEST_SUITE_P(
-    Each, ForeignFile,
-    testing::Values(
-        ForeignCase{"nothing", ""sv, "it is empty"}, ForeignCase{"three_bytes", "\x00\x00\x02"sv, "00 00 02  \"...\""},
-        ForeignCase{"another_format", "\x89PNG\r\n\x1A\n\0\0"sv, "89 50 4E 47 0D 0A 1A 0A 00 00  \".PNG......\""},
-        ForeignCase{"another_byte_order", "\xBE\x02\0\0\0\0"sv, "its file type 702 appears with its bytes reversed"},
-        ForeignCase{"exchanged_pairs", "\0\0\xF4\x01\0\0"sv, "its file type 500 appears with each two bytes exchanged"},
-        ForeignCase{"another_type", "\0\0\x02\xC1\0\0\0\0STILL PICTURE\0"sv,
-                    "a file of type 705, \"STILL PICTURE\", which the import doesn't read"}),
-    [](const auto& each) { return std::string(each.param.name); });
 
 TEST(InspectFile, ReadsAFileAndSaysWhyItCannot) {
     const std::filesystem::path directory = std::filesystem::path(testing::TempDir()) / "inspect file";

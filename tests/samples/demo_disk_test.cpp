@@ -5,22 +5,24 @@
 #include <map>
 #include <stdexcept>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "base/text.h"
+#include "module/font/format/measure_run_codes.h"
+#include "module/message/format/message_loader.h"
 #include "samples/disk/broadcast_messages.h"
 #include "samples/disk/disk_fonts.h"
 #include "samples/disk/format_messages.h"
 #include "samples/disk/page.h"
-#include "samples/run_decoder.h"
 #include "samples/scratch_directory.h"
 
 namespace zel::samples {
 namespace {
 
 using samples_test::ReadAll;
-using samples_test::RunDecoder;
 using samples_test::ScratchDirectory;
+using testing::HasSubstr;
+using testing::ThrowsMessage;
 
 std::map<std::string, std::string> FilesBelow(const std::filesystem::path& directory) {
     std::map<std::string, std::string> files;
@@ -30,54 +32,32 @@ std::map<std::string, std::string> FilesBelow(const std::filesystem::path& direc
     return files;
 }
 
-std::vector<std::string> NamesOf(const std::map<std::string, std::string>& files) {
-    std::vector<std::string> names;
-    for (const auto& [name, bytes] : files) names.push_back(name);
-    return names;
-}
-
-TEST(DemonstrationDisk, HasFontsMessagesAndBothLists) {
+TEST(DemonstrationDisk, HasFontsMessagesAndBothListsTheSameOnEveryRun) {
     const ScratchDirectory scratch;
     const auto written = WriteDemonstrationDisk(scratch.Path() / "disk");
     const auto files = FilesBelow(scratch.Path() / "disk");
-    std::vector<std::string> expected;
-    for (const unsigned font : {1U, 2U, 3U, 12U, 14U, 15U, 16U, 18U, 20U, 21U, 31U, 32U, 40U, 60U}) {
-        expected.push_back("MACHINE/" + base::NumberedName(static_cast<int>(font)));
-    }
-    for (unsigned message = 1; message <= 21; ++message)
-        expected.push_back("MESSAGES/" + base::NumberedName(static_cast<int>(message)));
+    std::vector<std::string> expected, names;
+    for (const int font : {1, 2, 3, 12, 14, 15, 16, 18, 20, 21, 31, 32, 40, 60})
+        expected.push_back("MACHINE/" + base::NumberedName(font));
+    for (int message = 1; message <= 21; ++message) expected.push_back("MESSAGES/" + base::NumberedName(message));
     expected.insert(expected.end(), {"bitstream_fontlist.txt", "typeface_list.txt"});
-    EXPECT_EQ(NamesOf(files), expected);
+    for (const auto& [name, bytes] : files) names.push_back(name);
+    EXPECT_EQ(names, expected);
     EXPECT_EQ(written.size(), expected.size());
-}
-
-TEST(DemonstrationDisk, IsTheSameOnEveryRun) {
-    const ScratchDirectory first, second;
-    WriteDemonstrationDisk(first.Path());
-    WriteDemonstrationDisk(second.Path());
-    EXPECT_TRUE(FilesBelow(first.Path()) == FilesBelow(second.Path()));
-    WriteDemonstrationDisk(first.Path());
-    EXPECT_TRUE(FilesBelow(first.Path()) == FilesBelow(second.Path())) << "written over itself";
+    WriteDemonstrationDisk(scratch.Path() / "again");
+    EXPECT_TRUE(FilesBelow(scratch.Path() / "again") == files);
 }
 
 TEST(DemonstrationDisk, NamesAFileThatCantBeWritten) {
     const ScratchDirectory scratch;
     std::filesystem::create_directories(scratch.Path() / "MACHINE" / ".0012" / "in the way");
-    try {
-        WriteDemonstrationDisk(scratch.Path());
-        FAIL() << "nothing was thrown";
-    } catch (const std::runtime_error& error) {
-        EXPECT_NE(std::string(error.what()).find("MACHINE/.0012: "), std::string::npos) << error.what();
-    }
+    EXPECT_THAT([&] { WriteDemonstrationDisk(scratch.Path()); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("MACHINE/.0012: ")));
 }
 
 TEST(Rasterizer, NamesATypefaceThatIsMissing) {
-    try {
-        const Rasterizer rasterizer({.family = "No Such Face", .em = 40});
-        FAIL() << "nothing was thrown";
-    } catch (const std::runtime_error& error) {
-        EXPECT_NE(std::string(error.what()).find("No Such Face"), std::string::npos) << error.what();
-    }
+    EXPECT_THAT([] { Rasterizer({.family = "No Such Face", .em = 40}); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("No Such Face")));
 }
 
 /// The fonts, drawn once for all tests.
@@ -86,15 +66,16 @@ const FontShelf& Shelf() {
     return shelf;
 }
 
-RunCodes CodesOf(const FontFile& file, const CharEntry& entry) {
-    RunCodes codes;
-    for (std::size_t at = entry.glyph_offset; at + 4 <= file.encoding.size(); at += 4) {
-        const auto& bytes = file.encoding;
-        codes.push_back(std::uint32_t{bytes[at]} << 24 | std::uint32_t{bytes[at + 1]} << 16 |
-                        std::uint32_t{bytes[at + 2]} << 8 | bytes[at + 3]);
-        if (codes.back() == 0) break;
+/// The most runs in a line of a glyph.
+std::size_t MostRunsInALine(const FontFile& file, const CharEntry& entry) {
+    std::size_t runs = 0, most = 0;
+    for (font::RunCodeReader codes(file.encoding, entry.glyph_offset); codes.Left() > 0;) {
+        const font::RunCode code = codes.Next();
+        if (code.EndsGlyph()) break;
+        runs = code.Operation() == font::RunOperation::kEndOfLine ? 0 : runs + 1;
+        most = std::max(most, runs);
     }
-    return codes;
+    return most;
 }
 
 TEST(DiskFonts, KeepEveryGlyphInsideItsRowAndTheReadersLimits) {
@@ -111,11 +92,11 @@ TEST(DiskFonts, KeepEveryGlyphInsideItsRowAndTheReadersLimits) {
                 ASSERT_LE(top + static_cast<int>(glyph.height), font->RowBottom());
                 continue;
             }
-            const RunDecoder drawn(CodesOf(font->file, entry), {});
-            ASSERT_LE(top + static_cast<int>(drawn.Lines().size()) + 2, font->RowBottom());
-            ASSERT_GE(drawn.Lines().size(), 1u);
-            ASSERT_LT(drawn.MostRunsInALine(), 500u);
-            for (const auto& line : drawn.Lines()) ASSERT_LT(line.size(), 200u);
+            const font::GlyphSize size = font::MeasureRunCodes({font->file.encoding, entry.glyph_offset});
+            ASSERT_GT(size.height, 2);
+            ASSERT_LE(top + size.height, font->RowBottom());
+            ASSERT_LE(size.width, 200);
+            ASSERT_LT(MostRunsInALine(font->file, entry), 500U);
         }
     }
 }
@@ -131,57 +112,41 @@ TEST(DiskFonts, HaveColoursMultipliedByAlphaInStoredGlyphs) {
     }
 }
 
-/// A character as a host receives it: its place on the screen.
-struct Placed {
-    unsigned font_number = 0, code = 0;
-    int x = 0, row_y = 0, char_y = 0, row_top = 0;
-};
-
-/// Reads the places from a written NTSC or PAL message without a flash font.
-std::vector<Placed> PlacesIn(const Bytes& bytes) {
-    const auto u16 = [&](std::size_t at) { return bytes.at(at) << 8 | bytes.at(at + 1); };
-    const int line_offset = bytes.at(136) >= 0x80 ? 33 : 20;
-    std::vector<Placed> places;
-    std::size_t at = 204;
-    for (int row = 0; row <= u16(156); ++row) {
-        const std::size_t head = at;
-        at += 8;
-        for (int n = 0; n < bytes.at(head + 4) >> 2; ++n, at += 8) {
-            const auto slot = static_cast<std::size_t>(bytes.at(at + 4) >> 2);
-            places.push_back({static_cast<unsigned>(u16(172 + 2 * slot)), static_cast<unsigned>(u16(at + 4)) & 0xFF,
-                              (u16(at) & 1023) + 7, (u16(head) & 1023) - line_offset, u16(at + 2) & 1023,
-                              u16(head + 2) & 1023});
-        }
-    }
-    return places;
-}
-
 const DiskFont* FontOf(unsigned number) {
-    const auto fonts = Shelf().All();
-    const auto found = std::ranges::find(fonts, number, [](const DiskFont* font) { return font->number; });
-    return found == fonts.end() ? nullptr : *found;
+    for (const DiskFont* font : Shelf().All()) {
+        if (font->number == number) return font;
+    }
+    return nullptr;
 }
 
 TEST(DiskMessages, StayInsideTheSafeTitleArea) {
-    for (const auto& messages : {MakeBroadcastMessages(Shelf()), MakeFormatMessages(Shelf())}) {
-        for (const auto& message : messages) {
-            const bool is_rgba = message.bytes.at(3) != (702 & 255), has_flash_font = (message.bytes.at(136) & 1) != 0;
-            if (is_rgba || has_flash_font) continue;
-            const int lines = message.bytes.at(136) >= 0x80 ? 576 : 486;
-            for (const Placed& place : PlacesIn(message.bytes)) {
-                const DiskFont* font = FontOf(place.font_number);
+    std::vector<DiskMessage> messages = MakeBroadcastMessages(Shelf());
+    std::ranges::move(MakeFormatMessages(Shelf()), std::back_inserter(messages));
+    std::size_t placed = 0;
+    for (const auto& file : messages) {
+        message::LoadedMessage message;
+        if (message::LoadMessage(file.bytes, message) != message::MessageOutcome::kRead) continue;  // a picture
+        if (message.flash_font) continue;
+        const int lines = message.flags->Lines();
+        for (int r = 0; r < message.header->RowCount(); ++r) {
+            const tag_msg_row& row = message.rows[static_cast<std::size_t>(r)];
+            for (int k = 0; k < row.CharCount(); ++k) {
+                const tag_msg_char& cell = row.chars[k];
+                const DiskFont* font = FontOf(message.header->font_numbers[cell.Font()]);
                 if (font == nullptr || font == &Shelf().artwork) continue;
-                SCOPED_TRACE("message " + std::to_string(message.number) + ", character " + std::to_string(place.code));
-                const CharEntry& entry = font->file.directory.at(place.code);
-                const int pen = place.x + font->left_pad;
-                const int baseline = place.row_y + place.char_y - place.row_top + font->RowTop();
+                SCOPED_TRACE("message " + std::to_string(file.number) + ", character " + std::to_string(cell.Code()));
+                const CharEntry& entry = font->file.directory.at(static_cast<std::size_t>(cell.Code() & 0xFF));
+                const int pen = cell.X() + 7 + font->left_pad;
+                const int baseline = row.Y() + cell.Y() - row.Top() + font->RowTop();
                 EXPECT_GE(pen, kSafeLeft);
                 EXPECT_LE(pen + static_cast<int>(entry.glyph_metric), kSafeRight + 2);
                 EXPECT_GE(baseline - static_cast<int>(entry.glyph_top), lines / 10);
                 EXPECT_LE(baseline, lines - lines / 10);
+                ++placed;
             }
         }
     }
+    EXPECT_GT(placed, 500U);
 }
 
 TEST(Page, LetsTheBaselinesOfARowMeet) {
@@ -226,35 +191,29 @@ TEST(Page, RefusesWhatTheFileCantHold) {
 struct EdgeCase {
     const char* name;
     Edge edge;
-    int x, y;  ///< from the face's single pixel
+    unsigned x, y;  ///< 10 and 10 are the face's single pixel.
     bool covered;
 };
-void PrintTo(const EdgeCase& row, std::ostream* out) {
-    *out << row.name;
-}
 
-class Edges : public testing::TestWithParam<EdgeCase> {};
-TEST_P(Edges, CoverThePixel) {
+TEST(Edges, CoverTheirPixels) {
+    constexpr EdgeCase kCases[] = {
+        {"border reaches its size", {EdgeType::kBorder, 0, 3}, 7, 10, true},
+        {"border ends there", {EdgeType::kBorder, 0, 3}, 14, 10, false},
+        {"border is round", {EdgeType::kBorder, 0, 3}, 13, 13, false},
+        {"shadow falls to the lower right", {EdgeType::kDropShadow, 0, 6}, 14, 14, true},
+        {"shadow is solid", {EdgeType::kDropShadow, 0, 6}, 12, 12, true},
+        {"shadow leaves the lit side", {EdgeType::kDropShadow, 0, 6}, 9, 9, false},
+        {"direction 2 is lower left", {EdgeType::kDropShadow, 2, 6}, 6, 14, true},
+        {"direction 5 is up", {EdgeType::kDropShadow, 5, 6}, 10, 4, true},
+        {"offset is the face moved", {EdgeType::kOffset, 7, 6}, 16, 10, true},
+        {"offset is apart", {EdgeType::kOffset, 7, 6}, 13, 10, false},
+        {"no edge covers nothing", {EdgeType::kNone, 0, 6}, 10, 10, false},
+    };
     Coverage face{21, 21, Bytes(21 * 21)};
     face.At(10, 10) = 255;
-    const Coverage edge = DrawEdge(face, GetParam().edge);
-    const auto at = [](int offset) { return static_cast<unsigned>(10 + offset); };
-    EXPECT_EQ(edge.At(at(GetParam().x), at(GetParam().y)), GetParam().covered ? 255 : 0);
+    for (const EdgeCase& row : kCases)
+        EXPECT_EQ(DrawEdge(face, row.edge).At(row.x, row.y), row.covered ? 255 : 0) << row.name;
 }
-INSTANTIATE_TEST_SUITE_P(
-    Each, Edges,
-    testing::Values(EdgeCase{"border_reaches_its_size", {EdgeType::kBorder, 0, 3}, -3, 0, true},
-                    EdgeCase{"border_ends_there", {EdgeType::kBorder, 0, 3}, 4, 0, false},
-                    EdgeCase{"border_is_round", {EdgeType::kBorder, 0, 3}, 3, 3, false},
-                    EdgeCase{"shadow_falls_to_the_lower_right", {EdgeType::kDropShadow, 0, 6}, 4, 4, true},
-                    EdgeCase{"shadow_is_solid", {EdgeType::kDropShadow, 0, 6}, 2, 2, true},
-                    EdgeCase{"shadow_leaves_the_lit_side", {EdgeType::kDropShadow, 0, 6}, -1, -1, false},
-                    EdgeCase{"direction_2_is_lower_left", {EdgeType::kDropShadow, 2, 6}, -4, 4, true},
-                    EdgeCase{"direction_5_is_up", {EdgeType::kDropShadow, 5, 6}, 0, -6, true},
-                    EdgeCase{"offset_is_the_face_moved", {EdgeType::kOffset, 7, 6}, 6, 0, true},
-                    EdgeCase{"offset_is_apart", {EdgeType::kOffset, 7, 6}, 3, 0, false},
-                    EdgeCase{"no_edge_covers_nothing", {EdgeType::kNone, 0, 6}, 0, 0, false}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 }  // namespace zel::samples

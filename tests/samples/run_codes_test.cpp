@@ -1,32 +1,19 @@
 #include "samples/run_codes.h"
 
-#include <cmath>
 #include <stdexcept>
 #include <utility>
 
 #include <gtest/gtest.h>
 
-#include "samples/bytes_matcher.h"
-#include "samples/run_decoder.h"
+#include "module/font/format/draw_run_codes.h"
 
 namespace zel::samples {
 namespace {
 
-using samples_test::Drawn;
-using samples_test::Hex;
-using samples_test::Rgb;
-using samples_test::RunDecoder;
-
-constexpr std::array<Rgb, 4> kColours{{{}, {200, 100, 30}, {20, 60, 140}, {}}};
-
-TEST(RunCode, HasItsFieldsInPlace) {
+TEST(RunCode, HasItsFieldsInPlaceAndTruncatesThem) {
     EXPECT_EQ(RunCodeBytes(std::array{RunCode(RunOperation::kBlended, 0xAB, 0xCD, 1, true), BackgroundRun(32),
-                                      ColourRun(2, 128, 31), EndOfLine(), EndOfGlyph()}),
-              Hex("80ABCDFA 00030000 00028009 00000003 00000000"));
-}
-
-TEST(RunCode, CutsFieldsThatAreTooWide) {
-    EXPECT_EQ(ColourRun(0x101, 0x102, 33), ColourRun(1, 2, 1));
+                                      ColourRun(0x102, 0x180, 31), EndOfLine(), EndOfGlyph()}),
+              (Bytes{0x80, 0xAB, 0xCD, 0xFA, 0, 3, 0, 0, 0, 2, 0x80, 9, 0, 0, 0, 3, 0, 0, 0, 0}));
 }
 
 /// Every pair of levels that the encoder distinguishes, in an order that gives short and long runs.
@@ -42,56 +29,49 @@ std::pair<Coverage, Coverage> FaceAndEdgeOfManyLevels() {
     return {face, edge};
 }
 
-TEST(EncodedFace, ComesOutWithItsOwnColourAndCoverage) {
+/// The pixels of a glyph as the reader draws it: blue, green, red, alpha. The face is (200, 100, 30), the edge
+/// (20, 60, 140).
+Bytes Drawn(const RunCodes& codes, const Coverage& size) {
+    const std::size_t row = std::size_t{4} * size.width;
+    Bytes pixels((size.height + 2) * row);
+    const Bytes bytes = RunCodeBytes(codes);
+    const font::RunColour colours[] = {{}, {200, 100, 30}, {20, 60, 140}};
+    font::DrawRunCodes({bytes, 0}, {colours, {}},
+                       {pixels.data(), static_cast<std::ptrdiff_t>(row), static_cast<int>(size.width),
+                        static_cast<int>(size.height) + 2});
+    pixels.erase(pixels.begin(), pixels.begin() + static_cast<std::ptrdiff_t>(row));  // the blank first row
+    return pixels;
+}
+
+TEST(EncodedGlyph, IsDrawnAsTheFaceAndTheFaceOverItsEdge) {
     const auto [face, edge] = FaceAndEdgeOfManyLevels();
-    const RunDecoder drawn(EncodeFace(face), kColours);
-    ASSERT_EQ(drawn.Lines().size(), face.height);
-    for (unsigned y = 0; y < face.height; ++y) {
-        for (unsigned x = 0; x < face.width; ++x) {
-            const Drawn pixel = drawn.At(x, y);
-            ASSERT_EQ(pixel.alpha, face.At(x, y)) << x << ", " << y;
-            // A level of few steps leaves a colour as few.
-            if (pixel.alpha < 64) continue;
-            ASSERT_NEAR(pixel.red, 200, 2);
-            ASSERT_NEAR(pixel.green, 100, 2);
-            ASSERT_NEAR(pixel.blue, 30, 2);
+    const Bytes alone = Drawn(EncodeFace(face), face), both = Drawn(EncodeFaceAndEdge(face, edge), face);
+    for (std::size_t n = 0; n < face.alpha.size(); ++n) {
+        SCOPED_TRACE(n);
+        ASSERT_EQ(alone[4 * n + 3], face.alpha[n]);
+        // A low level leaves few steps of a colour.
+        if (face.alpha[n] >= 64) {
+            ASSERT_NEAR(alone[4 * n + 2], 200, 2);
+            ASSERT_NEAR(alone[4 * n + 1], 100, 2);
+            ASSERT_NEAR(alone[4 * n], 30, 2);
+        }
+        const double f = face.alpha[n] / 255.0, e = edge.alpha[n] / 255.0, alpha = f + (1 - f) * e;
+        ASSERT_NEAR(both[4 * n + 3], alpha * 255, 1);
+        if (alpha >= 0.25) {
+            ASSERT_NEAR(both[4 * n + 2], (f * 200 + (1 - f) * e * 20) / alpha, 4);
+            ASSERT_NEAR(both[4 * n], (f * 30 + (1 - f) * e * 140) / alpha, 4);
         }
     }
 }
 
-TEST(EncodedFaceOverEdge, ComesOutAsTheFaceLaidOnTheEdge) {
-    const auto [face, edge] = FaceAndEdgeOfManyLevels();
-    const RunDecoder drawn(EncodeFaceAndEdge(face, edge), kColours);
-    for (unsigned y = 0; y < face.height; ++y) {
-        for (unsigned x = 0; x < face.width; ++x) {
-            const double f = face.At(x, y) / 255.0, e = edge.At(x, y) / 255.0;
-            const double alpha = f + (1 - f) * e;
-            const Drawn pixel = drawn.At(x, y);
-            ASSERT_NEAR(pixel.alpha, alpha * 255, 1) << x << ", " << y;
-            if (alpha < 0.25) continue;
-            ASSERT_NEAR(pixel.red, (f * 200 + (1 - f) * e * 20) / alpha, 4) << x << ", " << y;
-            ASSERT_NEAR(pixel.blue, (f * 30 + (1 - f) * e * 140) / alpha, 4) << x << ", " << y;
-        }
-    }
-}
-
-TEST(EncodedFace, LeavesOutBlanksAtTheEndOfALine) {
+TEST(EncodedGlyph, LeavesOutBlanksAtALinesEndAndSplitsLongRuns) {
     EXPECT_EQ(EncodeFace({4, 2, {0, 255, 0, 0, 0, 0, 0, 0}}),
               (RunCodes{BackgroundRun(1), ColourRun(1, 255, 1), EndOfLine(), EndOfLine(), EndOfGlyph()}));
-}
-
-TEST(EncodedFace, SplitsRunsAtThirtyTwo) {
     EXPECT_EQ(EncodeFace({65, 1, Bytes(65, 255)}), (RunCodes{ColourRun(1, 255, 32), ColourRun(1, 255, 32),
                                                              ColourRun(1, 255, 1), EndOfLine(), EndOfGlyph()}));
 }
 
-TEST(EncodedFaceOverEdge, LaysTheEdgeDownInPlaceBelowAPartialFace) {
-    EXPECT_EQ(EncodeFaceAndEdge({2, 1, {100, 100}}, {2, 1, {255, 40}}),
-              (RunCodes{Stay(2, 255), BlendedRun(1, 100, 1), BlendedStay(2, 40), BlendedRun(1, 100, 1), EndOfLine(),
-                        EndOfGlyph()}));
-}
-
-TEST(EncodedFaceOverEdge, RefusesTwoSizes) {
+TEST(EncodedGlyph, HasAFaceAndAnEdgeOfOneSize) {
     EXPECT_THROW(EncodeFaceAndEdge({2, 1, Bytes(2)}, {1, 2, Bytes(2)}), std::invalid_argument);
 }
 

@@ -1,10 +1,9 @@
 #include "samples/write_file.h"
 
-#include <fstream>
 #include <iterator>
 #include <stdexcept>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "samples/scratch_directory.h"
 
@@ -27,12 +26,8 @@ TEST(WriteWholeFile, CreatesDirectoriesAndReplacesAFile) {
 TEST(WriteWholeFile, NamesTheFileAndTheReason) {
     const ScratchDirectory scratch;
     WriteWholeFile(scratch.Path() / "plain", "a file, no directory");
-    try {
-        WriteWholeFile(scratch.Path() / "plain" / ".0001", "text");
-        FAIL() << "nothing was thrown";
-    } catch (const std::runtime_error& error) {
-        EXPECT_NE(std::string(error.what()).find("plain/.0001: "), std::string::npos) << error.what();
-    }
+    EXPECT_THAT([&] { WriteWholeFile(scratch.Path() / "plain" / ".0001", "text"); },
+                testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr("plain/.0001: ")));
 }
 
 }  // namespace

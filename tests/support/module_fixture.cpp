@@ -57,11 +57,8 @@ LRESULT ModuleTest::Window::WindowProc(UINT message, WPARAM wParam, LPARAM lPara
 }
 
 ModuleTest::ModuleTest() {
-    std::string name = (std::filesystem::temp_directory_path() / "zel-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no scratch directory");
-    m_disk = name;
     for (const char* directory : {"MESSAGES", "MACHINE", "MAPS"}) std::filesystem::create_directory(Native(directory));
-    system::MountDrive('D', m_disk.string());
+    system::MountDrive('D', m_disk.Path().string());
     seam::SetDesktop(&desktop);
     seam::SetSettingsStore(&settings);
     m_host.CreateHostWindow("host");
@@ -92,8 +89,6 @@ ModuleTest::~ModuleTest() {
     seam::SetSettingsStore(nullptr);
     seam::SetDesktop(nullptr);
     system::MountDrive('D', "");
-    std::error_code ignored;
-    std::filesystem::remove_all(m_disk, ignored);
 }
 
 void ModuleTest::WriteFile(std::string_view name, std::span<const std::uint8_t> bytes) const {
@@ -167,6 +162,12 @@ std::vector<std::string> ModuleTest::NewBoxes() {
     boxes.erase(boxes.begin(), boxes.begin() + static_cast<std::ptrdiff_t>(m_boxes_seen));
     m_boxes_seen += boxes.size();
     return boxes;
+}
+
+std::string Joined(const std::vector<std::string>& texts) {
+    std::string all;
+    for (const std::string& text : texts) all += text;
+    return all;
 }
 
 samples::FontFile PlainFont(std::string_view name, std::string_view characters) {

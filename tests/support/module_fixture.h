@@ -17,6 +17,7 @@
 #include "platform/script/memory_settings_store.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
+#include "samples/scratch_directory.h"
 
 namespace zel::module_test {
 
@@ -61,7 +62,7 @@ class ModuleTest : public testing::Test {
     ~ModuleTest() override;
 
     /// This system's path of a name on the disk.
-    std::filesystem::path Native(std::string_view name) const { return m_disk / name; }
+    std::filesystem::path Native(std::string_view name) const { return m_disk.Path() / name; }
     void WriteFile(std::string_view name, std::span<const std::uint8_t> bytes) const;
     void WriteFile(std::string_view name, std::string_view text) const;
     void WriteMessage(const samples::MessageFile& message, const std::string& name = ".0001") const;
@@ -107,7 +108,7 @@ class ModuleTest : public testing::Test {
     static void OnChar(CWnd* host, tag_CharInf* info, unsigned character);
     LRESULT Record(const WindowMessage& message);
 
-    std::filesystem::path m_disk;
+    const samples_test::ScratchDirectory m_disk;
     Window m_host{*this, 'h'};
     Window m_main{*this, 'm'};
     std::vector<std::string> m_order;
@@ -115,6 +116,9 @@ class ModuleTest : public testing::Test {
     std::vector<tag_font_memory> m_fonts;
     std::size_t m_boxes_seen = 0;
 };
+
+/// The texts in one, in their order.
+std::string Joined(const std::vector<std::string>& texts);
 
 /// A plain font, 40 pixels high, named `name`. The codes of `characters` have run-coded glyphs, 4 pixels wide and 2
 /// high, with top 10 and metric 5.

@@ -23,11 +23,6 @@ std::string_view FaceName(const LOGFONT& font) noexcept {
     return name;
 }
 
-/// UTF-8 text as JSON; bytes that are no UTF-8 are replaced.
-std::string Utf8Json(const nlohmann::json& text) {
-    return text.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
-}
-
 /// Whether two characters differ only in code and position, as most in a row do.
 bool HaveSameAppearance(const CharacterRecord& one, const CharacterRecord& other) noexcept {
     const auto appearance = [](const CharacterRecord& character) {

@@ -20,6 +20,12 @@ class FetchCommand : public testing::Test {
         return m_disk.Shell(before + " zeltrans fetch " + m_server.Url("") + " " + arguments);
     }
 
+    /// `zeltrans fetch` with an account, on a terminal. Afterwards it says whether the terminal shows what is typed.
+    std::string FetchWithAccount() const {
+        return "zeltrans fetch " + m_server.Url("") +
+               " 20 --to here --user anna; code=$?; stty -a | grep -q ' echo ' && echo echo is on; exit $code";
+    }
+
     CommandDisk m_disk;
     TestServer m_server{{"hostile_server.py", (m_disk / "").string(), "--log", (m_disk / "run.log").string()}};
 };
@@ -51,10 +57,7 @@ TEST_F(FetchCommand, TakesThePasswordFromEnvironmentOrNetrcAndNeverPrintsIt) {
 }
 
 TEST_F(FetchCommand, AsksForThePasswordWithoutShowingIt) {
-    const std::string fetch = "zeltrans fetch " + m_server.Url("") +
-                              " 20 --to here --user anna; code=$?; "
-                              "stty -a | grep -q ' echo ' && echo echo is on; exit $code";
-    TerminalSession terminal(m_disk, fetch);
+    TerminalSession terminal(m_disk, FetchWithAccount());
     ASSERT_TRUE(terminal.WaitForHiddenInput()) << terminal.Output();
     terminal.Type("swordfish\n");
     EXPECT_EQ(terminal.Wait(), 0);
@@ -65,9 +68,7 @@ TEST_F(FetchCommand, AsksForThePasswordWithoutShowingIt) {
 }
 
 TEST_F(FetchCommand, CtrlCAtThePromptEndsItAndRestoresTheTerminal) {
-    TerminalSession terminal(m_disk, "zeltrans fetch " + m_server.Url("") +
-                                         " 20 --to here --user anna; code=$?; "
-                                         "stty -a | grep -q ' echo ' && echo echo is on; exit $code");
+    TerminalSession terminal(m_disk, FetchWithAccount());
     ASSERT_TRUE(terminal.WaitForHiddenInput()) << terminal.Output();
     terminal.Type("sword\x03");
     EXPECT_EQ(terminal.Wait(), 1);

@@ -29,43 +29,36 @@ struct ListingCase {
     std::string bytes;
     const char* expected;
 };
-void PrintTo(const ListingCase& row, std::ostream* out) {
-    *out << row.name;
-}
-class ListingLines : public testing::TestWithParam<ListingCase> {};
 
-TEST_P(ListingLines, AreParsed) {
-    EXPECT_EQ(Describe(ftp::ParseListing(GetParam().bytes, GetParam().form)), GetParam().expected);
+TEST(Listing, IsParsedLineByLine) {
+    const ListingCase rows[] = {
+        {"facts", ListingForm::kFacts,
+         "type=file;size=4476;modify=20201231235959.123;perm=r; .0012\r\nType=dir;Modify=x; MESSAGES\n",
+         ".0012 f 4476 20201231235959.123; MESSAGES d - -; 0 rejected, 0 unparsed"},
+        {"facts of the directory itself", ListingForm::kFacts, "type=cdir; /disk\r\ntype=pdir; ..\r\n",
+         "0 rejected, 0 unparsed"},
+        {"facts with a link and a blank name", ListingForm::kFacts,
+         "type=OS.unix=slink:/etc; .0012\r\ntype=file; \r\ntype=file;size=1\r\n", "2 rejected, 1 unparsed"},
+        {"facts with invalid values", ListingForm::kFacts,
+         "type=file;size=-1;modify=2020; .0001\r\ntype=file;size=99999999999999999999;=;;; .0002",
+         ".0001 f - -; .0002 f - -; 0 rejected, 0 unparsed"},
+        {"unix", ListingForm::kLines,
+         "total 12\r\ndrwxr-xr-x 2 a b 4096 Jan  1 2020 MESSAGES\r\n-rw-r--r-- 1 a b 77 Dec 31 23:59 .0012\r\n",
+         ".0012 f 77 -; MESSAGES d 4096 -; 0 rejected, 0 unparsed"},
+        {"unix without a group or with a link", ListingForm::kLines,
+         "-rw-r--r-- 1 a 77 Dec 31 23:59 .0012\nlrwxrwxrwx 1 a b 9 Dec 31 23:59 .0013 -> /etc/passwd\n",
+         ".0012 f 77 -; 1 rejected, 0 unparsed"},
+        {"dos", ListingForm::kLines,
+         "12-31-20  11:59PM       <DIR>          MESSAGES\r\n12-31-2020  11:59PM           4476 .0012\r\n",
+         ".0012 f 4476 -; MESSAGES d - -; 0 rejected, 0 unparsed"},
+        {"names", ListingForm::kNames, ".0012\r\n./PROMO\r\n../up\r\n",
+         ".0012 ? - -; PROMO ? - -; 1 rejected, 0 unparsed"},
+        {"truncated lines", ListingForm::kLines, "-rw\n-rw-r--r-- 1 a b 77 Dec\n12-31-20\n12-31-20 1:1 5\n\n \n",
+         "0 rejected, 5 unparsed"},
+        {"a name twice", ListingForm::kNames, "A\nB\nA\n", "A ? - -; B ? - -; 0 rejected, 0 unparsed"}};
+    for (const ListingCase& row : rows)
+        EXPECT_EQ(Describe(ftp::ParseListing(row.bytes, row.form)), row.expected) << row.name;
 }
-INSTANTIATE_TEST_SUITE_P(
-    Each, ListingLines,
-    testing::Values(
-        ListingCase{"facts", ListingForm::kFacts,
-                    "type=file;size=4476;modify=20201231235959.123;perm=r; .0012\r\nType=dir;Modify=x; MESSAGES\n",
-                    ".0012 f 4476 20201231235959.123; MESSAGES d - -; 0 rejected, 0 unparsed"},
-        ListingCase{"facts_of_the_directory_itself", ListingForm::kFacts, "type=cdir; /disk\r\ntype=pdir; ..\r\n",
-                    "0 rejected, 0 unparsed"},
-        ListingCase{"facts_with_a_link_and_a_blank_name", ListingForm::kFacts,
-                    "type=OS.unix=slink:/etc; .0012\r\ntype=file; \r\ntype=file;size=1\r\n", "2 rejected, 1 unparsed"},
-        ListingCase{"facts_with_invalid_values", ListingForm::kFacts,
-                    "type=file;size=-1;modify=2020; .0001\r\ntype=file;size=99999999999999999999;=;;; .0002",
-                    ".0001 f - -; .0002 f - -; 0 rejected, 0 unparsed"},
-        ListingCase{
-            "unix", ListingForm::kLines,
-            "total 12\r\ndrwxr-xr-x 2 a b 4096 Jan  1 2020 MESSAGES\r\n-rw-r--r-- 1 a b 77 Dec 31 23:59 .0012\r\n",
-            ".0012 f 77 -; MESSAGES d 4096 -; 0 rejected, 0 unparsed"},
-        ListingCase{"unix_without_a_group_or_with_a_link", ListingForm::kLines,
-                    "-rw-r--r-- 1 a 77 Dec 31 23:59 .0012\nlrwxrwxrwx 1 a b 9 Dec 31 23:59 .0013 -> /etc/passwd\n",
-                    ".0012 f 77 -; 1 rejected, 0 unparsed"},
-        ListingCase{"dos", ListingForm::kLines,
-                    "12-31-20  11:59PM       <DIR>          MESSAGES\r\n12-31-2020  11:59PM           4476 .0012\r\n",
-                    ".0012 f 4476 -; MESSAGES d - -; 0 rejected, 0 unparsed"},
-        ListingCase{"names", ListingForm::kNames, ".0012\r\n./PROMO\r\n../up\r\n",
-                    ".0012 ? - -; PROMO ? - -; 1 rejected, 0 unparsed"},
-        ListingCase{"truncated_lines", ListingForm::kLines,
-                    "-rw\n-rw-r--r-- 1 a b 77 Dec\n12-31-20\n12-31-20 1:1 5\n\n \n", "0 rejected, 5 unparsed"},
-        ListingCase{"a_name_twice", ListingForm::kNames, "A\nB\nA\n", "A ? - -; B ? - -; 0 rejected, 0 unparsed"}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(Listing, IsLimitedInEveryMeasure) {
     std::string bytes;

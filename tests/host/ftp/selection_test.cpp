@@ -12,33 +12,36 @@ struct SelectionCase {
     const char* text;
     const char* names;
 };
-void PrintTo(const SelectionCase& row, std::ostream* out) {
-    *out << '"' << row.text << '"';
-}
-class Selections : public testing::TestWithParam<SelectionCase> {};
 
-TEST_P(Selections, ChooseAsTheImportDoes) {
+TEST(Selection, ChoosesAsTheImportDoes) {
     const ftp::Listing listing = ftp::ParseListing(kNames, ftp::ListingForm::kNames);
-    std::string why, names;
-    const auto selection = ftp::Selection::Parse(GetParam().text, why);
-    if (selection) {
-        for (const ftp::ListingEntry* entry : selection->Choose(listing)) names += entry->name + " ";
+    const SelectionCase rows[] = {
+        {"1", ".0001 "},
+        {" .0001 ", ".0001 "},
+        {"2", "2 "},
+        {"3", ".0003 "},
+        {"3.TN", ".0003.TN "},
+        {"123456", ".00123456 "},
+        {"4", ""},
+        {"1-20", ".0001 2 .0003 .0020 "},
+        {".0002 - .0003", "2 .0003 "},
+        {"promo", "PROMO "},
+        {".000?", ".0001 .0002 .0003 "},
+        {"*.TN", ".0003.TN "},
+        {"p*o", "PROMO "},
+        {"3-1", "the range 3-1 ends before it begins"},
+        {"../*", "a pattern applies to names, not to paths"},
+        {"../.0001", "not a valid name of a message or font: ../.0001"},
+        {"", "nothing is selected: give a number, a range such as 1-20, a name, or a pattern"}};
+    for (const SelectionCase& row : rows) {
+        std::string why, names;
+        const auto selection = ftp::Selection::Parse(row.text, why);
+        if (selection) {
+            for (const ftp::ListingEntry* entry : selection->Choose(listing)) names += entry->name + " ";
+        }
+        EXPECT_EQ(selection ? names : why, row.names) << row.text;
     }
-    EXPECT_EQ(selection ? names : why, GetParam().names);
 }
-INSTANTIATE_TEST_SUITE_P(
-    Each, Selections,
-    testing::Values(SelectionCase{"1", ".0001 "}, SelectionCase{" .0001 ", ".0001 "}, SelectionCase{"2", "2 "},
-                    SelectionCase{"3", ".0003 "}, SelectionCase{"3.TN", ".0003.TN "},
-                    SelectionCase{"123456", ".00123456 "}, SelectionCase{"4", ""},
-                    SelectionCase{"1-20", ".0001 2 .0003 .0020 "}, SelectionCase{".0002 - .0003", "2 .0003 "},
-                    SelectionCase{"promo", "PROMO "}, SelectionCase{".000?", ".0001 .0002 .0003 "},
-                    SelectionCase{"*.TN", ".0003.TN "}, SelectionCase{"p*o", "PROMO "},
-                    SelectionCase{"3-1", "the range 3-1 ends before it begins"},
-                    SelectionCase{"../*", "a pattern applies to names, not to paths"},
-                    SelectionCase{"../.0001", "not a valid name of a message or font: ../.0001"},
-                    SelectionCase{"",
-                                  "nothing is selected: give a number, a range such as 1-20, a name, or a pattern"}));
 
 TEST(SelectionPattern, GivesOnlyStarAndQuestionMarkAMeaning) {
     EXPECT_TRUE(ftp::Matches("[AI]?\\*", "[ai]x\\y"));

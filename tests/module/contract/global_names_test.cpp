@@ -143,26 +143,6 @@ TEST(GlobalNames, OfTheContractAreExactlyTheListedOnes) {
     EXPECT_THAT(NamesBroughtBy(kContract, text, system_headers), ContainerEq(ListedNames()));
 }
 
-TEST(GlobalNames, OfEveryKindAreFound) {
-    const samples_test::ScratchDirectory directory;
-    const std::string header = (directory.Path() / "stray.h").string();
-    const std::string text =
-        "#include <cstring>\n"
-        "#define MACRO 1\n"
-        "struct Type { int member; };\n"
-        "template <class T> struct Template;\n"
-        "enum Unscoped { kEnumerator };\n"
-        "enum class Scoped { kScoped };\n"
-        "inline constexpr int kConstant = 0, kSecond = 1;\n"
-        "void Function(int parameter);\n"
-        "using Alias = int;\n"
-        "namespace inside { int variable; void* memcpy(); }\n";
-    std::ofstream(header) << text;
-    const Names expected = {"MACRO",  "Type",      "Template", "Unscoped", "kEnumerator",
-                            "Scoped", "kConstant", "kSecond",  "Function", "Alias"};
-    EXPECT_EQ(NamesBroughtBy(header, text, {"cstring"}), expected);
-}
-
 TEST(Contract, TheOneHeaderIncludesEveryOther) {
     Names missing;
     const Names headers = HeadersReachedFrom(kContract);

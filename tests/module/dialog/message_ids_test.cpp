@@ -26,9 +26,6 @@ struct IdCase {
     /// What the import opens, or the name in the message box.
     const char* file_name;
 };
-void PrintTo(const IdCase& row, std::ostream* out) {
-    *out << row.name;
-}
 
 class MessageId : public ModuleTest, public testing::WithParamInterface<IdCase> {};
 

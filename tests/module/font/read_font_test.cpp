@@ -3,16 +3,18 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/framework/exceptions.h"
 #include "platform/system/registry.h"
 #include "samples/write_file.h"
+#include "support/file_error.h"
 #include "support/module_fixture.h"
 
 namespace zel::test {
 
 namespace {
 
+using module_test::ExpectFileError;
 using module_test::FontSet;
+using module_test::Joined;
 using module_test::ModuleTest;
 using module_test::PlainFont;
 using samples::FontFile;
@@ -37,20 +39,18 @@ class ReadFont : public ModuleTest {
 };
 
 constexpr const char* kCandidates[] = {"MACHINE/.0012", "MACHINE/.12", "STORED/.0012", "STORED/.12", "BROWSED/.0012"};
-constexpr const char* kOpened[] = {"D:\\MACHINE\\.0012", "D:\\MACHINE\\.12", "D:\\STORED\\.0012", "D:\\STORED\\.12",
-                                   "D:\\BROWSED\\.0012"};
 
 TEST_F(ReadFont, TriesFiveNamesAndStopsAtTheFirst) {
     Store("D:\\STORED");
     CZelFont::m_SFontBrowseDir = "D:\\BROWSED";
     for (const char* name : kCandidates) WriteAt(name);
-    for (std::size_t first = 0; first < std::size(kCandidates); ++first) {
-        FontSet set;
-        path = "D:\\MACHINE";
-        EXPECT_EQ(set.ReadFont(path, 12, 3, false), 1);
-        EXPECT_STREQ(set.m_Slots[3].file_name, kOpened[first]);
+    for (std::string name : kCandidates) {
+        EXPECT_EQ(Read(), 1);
         EXPECT_EQ(path, "D:\\MACHINE\\");
-        std::filesystem::remove(Native(kCandidates[first]));
+        std::filesystem::remove(Native(name));
+        name.replace(name.find('/'), 1, "\\");
+        EXPECT_STREQ(fonts.m_Slots[3].file_name, ("D:\\" + name).c_str());
+        fonts.Clear();
     }
     WriteAt("BROWSED/.12");
     EXPECT_EQ(Read(), 0) << "in the browse directory, only the long name is tried";
@@ -65,23 +65,14 @@ TEST_F(ReadFont, StoredDirectoryTooLongForAPathIsIgnored) {
     EXPECT_EQ(Read(), 0);
 }
 
-struct NumberCase {
-    const char* directory;
-    int number;
-    const char* file;
-    const char* path;
-};
-
 TEST_F(ReadFont, PathIsReturnedWithABackslash) {
-    for (const char* name : {"MACHINE/.0012", "MACHINE/.0000", "MACHINE/.65534"}) WriteAt(name);
-    for (const NumberCase& row : {NumberCase{"D:\\MACHINE", 12, "D:\\MACHINE\\.0012", "D:\\MACHINE\\"},
-                                  NumberCase{"D:\\MACHINE\\", 0, "D:\\MACHINE\\.0000", "D:\\MACHINE\\"},
-                                  NumberCase{"D:/MACHINE", 65534, "D:/MACHINE\\.65534", "D:/MACHINE\\"}}) {
-        FontSet set;
-        path = row.directory;
-        EXPECT_EQ(set.ReadFont(path, row.number, 0, false), 1) << row.number;
-        EXPECT_STREQ(set.m_Slots[0].file_name, row.file);
-        EXPECT_EQ(path, row.path);
+    WriteAt("MACHINE/.65534");
+    for (const std::string directory : {"D:\\MACHINE", "D:\\MACHINE\\", "D:/MACHINE"}) {
+        const std::string with_backslash = directory + (directory.ends_with('\\') ? "" : "\\");
+        EXPECT_EQ(Read(directory.c_str(), 65534), 1);
+        EXPECT_STREQ(fonts.m_Slots[3].file_name, (with_backslash + ".65534").c_str());
+        EXPECT_EQ(path, with_backslash.c_str());
+        fonts.Clear();
     }
     EXPECT_EQ(Read("", 12), 0);
     EXPECT_EQ(path, "") << "an empty directory means the current one";
@@ -141,13 +132,15 @@ TEST_F(ReadFont, BrowsingWithoutAFileLoadsNothing) {
     }
 }
 
+enum class Shown { kUnlessSkipped, kAlways };
 struct FailureCase {
     const char* name;
     void (*change)(FontFile&);
-    std::size_t cut;  // bytes of the file, 0 for all
-    std::vector<std::string> boxes, boxes_when_skipped;
+    std::size_t cut;  // size of the truncated file in bytes, 0 for the whole file
+    std::string boxes;
+    Shown shown = Shown::kAlways;
+    bool released = true;
     int result = 0;
-    bool released = false;
 };
 
 std::string Couldnt(const char* what) {
@@ -157,7 +150,7 @@ std::string Couldnt(const char* what) {
 std::string FileError(const char* name) {
     return "Tavro|An unknown error occurred while accessing " + std::string(name) + ".";
 }
-constexpr char kTessor[] = "ZELMARA Import|Tessor Encoded Data!";
+const std::string kTessor = "ZELMARA Import|Tessor Encoded Data!";
 
 TEST_F(ReadFont, ShowsABoxForEachFailure) {
     const auto leading = [](FontFile& f) {
@@ -165,35 +158,24 @@ TEST_F(ReadFont, ShowsABoxForEachFailure) {
         f.first_sample = samples::SampleBlock{};
         f.sample = samples::SampleBlock{};
     };
-    const std::string directory = FileError("D:\\MACHINE\\"), file = FileError("D:\\MACHINE\\.0012"),
-                      rows = FileError("Zelmara Font File");
+    const std::string directory = FileError("D:\\MACHINE\\"), file = FileError("D:\\MACHINE\\.0012");
     const std::size_t after_codes = 2184 + PlainFont().encoding.size();
+    const auto unchanged = [](FontFile&) {};
     const FailureCase kCases[] = {
-        {"short Psos header", [](FontFile&) {}, 135, {Couldnt("Psos File Header")}, {}},
-        {"wrong type",
-         [](FontFile& f) { f.psos.file_type = 702; },
-         0,
-         {"Not an Zelmara Font File Type |Not an Zelmara! Font File: D:\\MACHINE\\.0012"},
-         {}},
-        {"short font header", [](FontFile&) {}, 263, {Couldnt("Font Header")}, {}},
-        {"short directory", [](FontFile&) {}, 2183, {Couldnt("Character Directory")}, {Couldnt("Character Directory")}},
-        {"short codes", [](FontFile&) {}, 2185, {Couldnt("Encoding Data")}, {Couldnt("Encoding Data")}},
-        {"short auxiliary block", [](FontFile& f) { f.header.aux_block_size = 9; }, 0, {file}, {file}, 0, true},
-        {"short leading codes", leading, 2185, {directory}, {directory}, 0, true},
-        {"short leading sample", leading, after_codes + 9, {directory}, {directory}, 0, true},
-        {"short second sample", leading, after_codes + 19, {kTessor, file}, {kTessor, file}, 0, true},
-        {"short sample row",
-         [](FontFile& f) {
-             f.sample = samples::SampleBlock{0, {2, 2, {1, 2, 3}}, {}};
-         },
-         0,
-         {rows},
-         {rows},
-         0,
-         true},
-        {"negative block", [](FontFile& f) { f.header.aux_block_size = -2; }, 0, {}, {}, 0, true},
-        {"not plain", [](FontFile& f) { f.header.font_flags = 0; }, 0, {kTessor}, {kTessor}, 1},
-        {"missing record", [](FontFile& f) { f.directory[0].glyph_kind = 170; }, 0, {file}, {file}, 0, true},
+        {"short Psos header", unchanged, 135, Couldnt("Psos File Header"), Shown::kUnlessSkipped, false},
+        {"wrong type", [](FontFile& f) { f.psos.file_type = 702; }, 0,
+         "Not an Zelmara Font File Type |Not an Zelmara! Font File: D:\\MACHINE\\.0012", Shown::kUnlessSkipped, false},
+        {"short font header", unchanged, 263, Couldnt("Font Header"), Shown::kUnlessSkipped, false},
+        {"short directory", unchanged, 2183, Couldnt("Character Directory"), Shown::kAlways, false},
+        {"short codes", unchanged, 2185, Couldnt("Encoding Data"), Shown::kAlways, false},
+        {"short auxiliary block", [](FontFile& f) { f.header.aux_block_size = 9; }, 0, file},
+        {"short leading codes", leading, 2185, directory},
+        {"short leading sample", leading, after_codes + 9, directory},
+        {"short second sample", leading, after_codes + 19, kTessor + file},
+        {"short sample row", [](FontFile& f) { f.sample.emplace().a.height = 1; }, 0, FileError("Zelmara Font File")},
+        {"negative block", [](FontFile& f) { f.header.aux_block_size = -2; }, 0, ""},
+        {"not plain", [](FontFile& f) { f.header.font_flags = 0; }, 0, kTessor, Shown::kAlways, false, 1},
+        {"missing record", [](FontFile& f) { f.directory[0].glyph_kind = 170; }, 0, file},
     };
     for (const FailureCase& row : kCases) {
         SCOPED_TRACE(row.name);
@@ -207,7 +189,7 @@ TEST_F(ReadFont, ShowsABoxForEachFailure) {
             FontSet set;
             path = "D:\\MACHINE";
             EXPECT_EQ(set.ReadFont(path, 12, 3, false), row.result);
-            EXPECT_EQ(NewBoxes(), skip != 0 ? row.boxes_when_skipped : row.boxes);
+            EXPECT_EQ(Joined(NewBoxes()), skip != 0 && row.shown == Shown::kUnlessSkipped ? "" : row.boxes);
             EXPECT_EQ(set.m_Slots[3].font_copy != nullptr, row.result == 1);
             if (row.released) {
                 EXPECT_EQ(set.m_Slots[3].psos_header, nullptr);
@@ -223,12 +205,7 @@ TEST_F(ReadFont, FilledSlotIsSharedByItsCopy) {
     ASSERT_EQ(Read(), 1);
     const tag_font_memory& slot = fonts.m_Slots[3];
     ASSERT_NE(slot.font_copy, nullptr);
-    EXPECT_EQ(slot.font_copy->font_header, slot.font_header);
-    EXPECT_EQ(slot.font_copy->encoding_data, slot.encoding_data);
-    EXPECT_EQ(slot.font_copy->log_font, slot.log_font);
-    EXPECT_EQ(slot.font_copy->effect_params, slot.effect_params);
-    EXPECT_EQ(slot.font_copy->font_copy, slot.font_copy);
-    EXPECT_STREQ(slot.font_copy->file_name, "D:\\MACHINE\\.0012");
+    EXPECT_EQ(std::memcmp(slot.font_copy, &slot, sizeof slot), 0);
 }
 
 TEST_F(ReadFont, WriteSampleDataReadsFromTheFilesPosition) {
@@ -246,15 +223,9 @@ TEST_F(ReadFont, WriteSampleDataReadsFromTheFilesPosition) {
     std::free(b.data);
     std::rewind(file.get());
     a.data = b.data = nullptr;
-    try {
-        fonts.write_sample_data(file.get(), &a, &b, {0, 4, 2, 2, 1});
-        ADD_FAILURE() << "the last row lacks one byte";
-    } catch (CFileException* error) {
-        EXPECT_EQ(error->m_cause, 1);
-        EXPECT_EQ(error->m_lOsError, -1);
-        EXPECT_EQ(error->m_strFileName, "Zelmara Font File");
-        error->Delete();
-    }
+    ExpectFileError("Zelmara Font File", [&] {
+        fonts.write_sample_data(file.get(), &a, &b, {0, 4, 2, 2, 1});  // the last row lacks a byte
+    });
     std::free(a.data);
     EXPECT_THROW(fonts.write_sample_data(file.get(), &a, &b, {0, 4, -2, 0, 0}), CMemoryException*);
 }

@@ -169,49 +169,46 @@ TEST(Draw, EndsAfter500ColourRunsOrLines) {
     EXPECT_EQ(Canvas(1, 502, lines).At(0, 500), kFace);
 }
 
-TEST(Draw, FillEqualsExistingPixels) {
-    std::mt19937 random(20040607);
+/// Codes of every kind, or words of random bits.
+RunCodes AnyCodes(std::mt19937& random) {
     const auto any = [&random](unsigned below) { return static_cast<unsigned>(random() % below); };
-    for (int round = 0; round < 3000; ++round) {
-        const int width = static_cast<int>(any(40)) + 1, height = static_cast<int>(any(6)) + 1;
-        RunCodes codes(any(80));
-        for (std::uint32_t& code : codes) {
-            const unsigned colour = any(4), level = any(256), count = any(12) + 1;
-            const std::uint32_t kinds[] = {BackgroundRun(count), ColourRun(colour, level, count),  EndOfLine(),
-                                           Stay(colour, level),  BlendedRun(colour, level, count), kStayingBackground,
-                                           ColourRun(1, 255, 32)};
-            code = kinds[any(std::size(kinds))];
-        }
-        if (round % 4 == 0) codes.insert(codes.begin(), 496, Stay(1, 9));  // so that the line ends by its runs
-        const Canvas before(width, height, codes, 0x21);
-        std::vector<std::uint8_t> pixels(before.pixels.size(), 0xEE);
-        const font::RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
-        font::DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}},
-                           {pixels.data(), width * 4, width, height, 0x21});
-        ASSERT_EQ(pixels, before.pixels) << "round " << round;
+    const bool words = any(3) == 0;
+    RunCodes codes(any(80));
+    for (std::uint32_t& code : codes) {
+        const unsigned colour = any(4), level = any(256), count = any(12) + 1;
+        const std::uint32_t kinds[] = {BackgroundRun(count), ColourRun(colour, level, count),  EndOfLine(),
+                                       Stay(colour, level),  BlendedRun(colour, level, count), kStayingBackground,
+                                       ColourRun(1, 255, 32)};
+        code = words ? static_cast<std::uint32_t>(random()) : kinds[any(std::size(kinds))];
     }
+    if (any(4) == 0) codes.insert(codes.begin(), 496, Stay(1, 9));  // so that the line ends by its runs
+    return codes;
 }
 
-TEST(Draw, NeverLeavesTheBuffer) {
+TEST(Draw, FillsAsIfThePixelsExistedAndNeverLeavesTheBuffer) {
     constexpr std::size_t kMargin = 256;
+    constexpr std::uint8_t kByte = 0xC5;
     std::mt19937 random(20240229);
-    for (int round = 0; round < 3000; ++round) {
-        const int width = static_cast<int>(random() % 40), height = static_cast<int>(random() % 12);
-        RunCodes codes(random() % 60);
-        for (std::uint32_t& code : codes) code = static_cast<std::uint32_t>(random());
-        std::vector<std::uint8_t> memory(2 * kMargin + Canvas::Size(width, height), 0xC5);
-        const font::RunColour colours[] = {{}, {200, 100, 50}};
-        font::DrawRunCodes(Reader(samples::RunCodeBytes(codes), static_cast<std::uint32_t>(random() % 8)),
-                           {colours, {}},
-                           {memory.data() + kMargin, width * 4, width, height,
-                            round % 2 == 0 ? std::optional<std::uint8_t>(0xC5) : std::nullopt});
-        const auto untouched = [&](std::size_t from, std::size_t count) {
-            return std::all_of(memory.begin() + static_cast<std::ptrdiff_t>(from),
-                               memory.begin() + static_cast<std::ptrdiff_t>(from + count),
-                               [](std::uint8_t byte) { return byte == 0xC5; });
+    for (int round = 0; round < 4000; ++round) {
+        SCOPED_TRACE(round);
+        const int width = static_cast<int>(random() % 41), height = static_cast<int>(random() % 12);
+        const samples::Bytes bytes = samples::RunCodeBytes(AnyCodes(random));
+        const auto offset = static_cast<std::uint32_t>(random() % 8);
+        const font::RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
+        const auto draw = [&](std::uint8_t before, std::optional<std::uint8_t> fill) {
+            std::vector<std::uint8_t> memory(2 * kMargin + Canvas::Size(width, height), kByte);
+            std::fill(memory.begin() + kMargin, memory.end() - kMargin, before);
+            font::DrawRunCodes(Reader(bytes, offset), {colours, {7, 8, 9}},
+                               {memory.data() + kMargin, width * 4, width, height, fill});
+            return memory;
         };
-        ASSERT_TRUE(untouched(0, kMargin + Canvas::Size(width, std::min(height, 1)))) << "round " << round;
-        ASSERT_TRUE(untouched(memory.size() - kMargin, kMargin)) << "round " << round;
+        const std::vector<std::uint8_t> drawn = draw(kByte, std::nullopt);
+        ASSERT_EQ(draw(0xEE, kByte), drawn);
+        const auto blank = [](std::uint8_t byte) { return byte == kByte; };
+        const std::size_t first_row = Canvas::Size(width, std::min(height, 1));
+        ASSERT_TRUE(
+            std::all_of(drawn.begin(), drawn.begin() + static_cast<std::ptrdiff_t>(kMargin + first_row), blank));
+        ASSERT_TRUE(std::all_of(drawn.end() - kMargin, drawn.end(), blank));
     }
 }
 
@@ -219,45 +216,39 @@ unsigned Cut(double value) {
     return static_cast<unsigned>(value + 0.5);
 }
 
-// Draws one row of 256 pixels, pixel p holding p in every colour byte and `alpha`, with one code for each of them.
-std::vector<std::uint8_t> DrawOver(const RunCodes& codes, font::RunColour colour, std::uint8_t alpha) {
-    std::vector<std::uint8_t> pixels(Canvas::Size(256, 2));
-    for (unsigned p = 0; p < 256; ++p) {
-        std::fill_n(pixels.begin() + 1024 + 4 * p, 3, static_cast<std::uint8_t>(p));
-        pixels[1024 + 4 * p + 3] = alpha;
+// What a blended run leaves of one pixel: the mix of its bytes, limited to the mixed alpha and divided by it.
+std::array<unsigned, 4> Mixed(unsigned level, const std::array<unsigned, 3>& over, unsigned under, unsigned alpha) {
+    const unsigned mixed_level = level + Cut((255 - level) / 255.0 * alpha);
+    std::array<unsigned, 4> mixed{0, 0, 0, mixed_level};
+    for (std::size_t i = 0; i < 3 && mixed_level != 0; ++i) {
+        const unsigned byte = Cut((level * over[i] + (255 - level) * under) / 255.0);
+        mixed[i] = Cut(std::min(byte, mixed_level) * 255.0 / mixed_level);
     }
-    const font::RunColour colours[] = {{}, colour};
-    font::DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {}}, {pixels.data(), 1024, 256, 2});
-    return {pixels.begin() + 1024, pixels.end()};
+    return mixed;
 }
 
-TEST(Mixing, IsTheFormulaInDoublesForEveryLevelColourAndPixel) {
+// Every level meets every byte of an existing pixel and every alpha. Of the run's colour a few bytes suffice: a mixed
+// byte depends on the sum of the two products alone, and the product with the colour is the same as that with the
+// existing byte at the opposite level. That every byte is divided well by every alpha is tested with stored pixels.
+TEST(Mixing, IsTheFormulaInDoublesForEveryLevelPixelAndAlpha) {
     for (unsigned level = 0; level < 256; ++level) {
-        const RunCodes codes(256, BlendedRun(1, level, 1));
-        for (unsigned c = 0; c < 258; c += 3) {
-            const unsigned shown[3] = {c % 256, (c + 1) % 256, (c + 2) % 256};  // blue, green, red
-            const auto byte = [&](int i) { return static_cast<std::uint8_t>(shown[i]); };
-            // On an opaque pixel the result is opaque, so that nothing is limited or divided.
-            const auto line = DrawOver(codes, {byte(2), byte(1), byte(0)}, 255);
-            for (unsigned p = 0; p < 256; ++p) {
-                for (unsigned i = 0; i < 3; ++i)
-                    ASSERT_EQ(line[4 * p + i], Cut((level * shown[i] + (255 - level) * p) / 255.0));
-                ASSERT_EQ(line[4 * p + 3], 255);
-            }
-        }
-    }
-}
-
-TEST(Mixing, AlphaAndDivisionAreTheFormulaInDoubles) {
-    for (unsigned level = 0; level < 256; ++level) {
-        const RunCodes codes(256, BlendedRun(1, level, 1));
-        for (unsigned alpha = 0; alpha < 256; ++alpha) {
-            const auto line = DrawOver(codes, {255, 255, 255}, static_cast<std::uint8_t>(alpha));
-            const unsigned mixed_level = level + Cut((255 - level) / 255.0 * alpha);
-            for (unsigned p = 0; p < 256; p += 5) {
-                const unsigned mixed = std::min(Cut((level * 255 + (255 - level) * p) / 255.0), mixed_level);
-                ASSERT_EQ(line[4 * p + 3], mixed_level);
-                ASSERT_EQ(line[4 * p], mixed_level == 0 ? 0 : Cut(mixed * 255.0 / mixed_level));
+        const samples::Bytes codes = samples::RunCodeBytes(RunCodes(256, BlendedRun(1, level, 1)));
+        for (const std::array<unsigned, 3>& over :
+             {std::array{0U, 1U, 127U}, {128U, 254U, 255U}, {level, 255 - level, level ^ 0x55U}}) {
+            const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(over[i]); };
+            const font::RunColour colours[] = {{}, {byte(2), byte(1), byte(0)}};
+            for (const char* alphas : {"opaque", "as the byte", "its inverse"}) {
+                std::vector<std::uint8_t> pixels(Canvas::Size(256, 2)), wanted;
+                for (unsigned p = 0; p < 256; ++p) {
+                    const unsigned alpha = *alphas == 'o' ? 255 : *alphas == 'a' ? p : 255 - p;
+                    std::fill_n(pixels.begin() + 1024 + 4 * p, 3, static_cast<std::uint8_t>(p));
+                    pixels[1024 + 4 * p + 3] = static_cast<std::uint8_t>(alpha);
+                    for (const unsigned part : Mixed(level, over, p, alpha))
+                        wanted.push_back(static_cast<std::uint8_t>(part));
+                }
+                font::DrawRunCodes(Reader(codes), {colours, {}}, {pixels.data(), 1024, 256, 2});
+                ASSERT_TRUE(std::equal(wanted.begin(), wanted.end(), pixels.begin() + 1024))
+                    << level << ", colour " << over[0] << ' ' << over[1] << ' ' << over[2] << ", alpha " << alphas;
             }
         }
     }

@@ -23,30 +23,25 @@ class MakeFont : public ModuleTest {
     FontSet fonts;
 };
 
-struct PathCase {
-    const char* path;
-    const char* wanted;  // the file that is requested
-};
-
 TEST_F(MakeFont, SplitsThePath) {
     CZelFont::m_bIgnoreErrors = 0;
-    for (const PathCase& row : {
-             PathCase{"D:\\F\\.0012", "D:\\F\\.0012"},
-             PathCase{"D:\\F\\.12", "D:\\F\\.0012"},
-             PathCase{"D:\\F\\.70000", "D:\\F\\.70000"},
-             PathCase{"D:\\F", "D:\\F\\.0000"},        // no extension: the whole path is the directory
-             PathCase{"D:\\F\\.TXT", "D:\\F\\.0000"},  // not a number
-             PathCase{"D:\\F\\.12a", "D:\\F\\.0000"},  // not a number as a whole
-             PathCase{"D:\\F\\.", "D:\\F\\.0000"},
-             PathCase{"D:\\F\\STEM.0012", "D:\\F\\STE\\.0012"},  // the cut takes the stem's last character
-             PathCase{"D:\\A.0012\\F\\.0012", "D:\\.0012"},      // and is made at the first occurrence
-             PathCase{".0012", ".0012"},
-             PathCase{"", ".0000"},
+    for (const auto& [path, wanted] : {
+             std::pair("D:\\F\\.0012", "D:\\F\\.0012"),
+             {"D:\\F\\.12", "D:\\F\\.0012"},
+             {"D:\\F\\.70000", "D:\\F\\.70000"},
+             {"D:\\F", "D:\\F\\.0000"},        // no extension: the whole path is the directory
+             {"D:\\F\\.TXT", "D:\\F\\.0000"},  // not a number
+             {"D:\\F\\.12a", "D:\\F\\.0000"},  // not a number as a whole
+             {"D:\\F\\.", "D:\\F\\.0000"},
+             {"D:\\F\\STEM.0012", "D:\\F\\STE\\.0012"},  // the cut takes the stem's last character
+             {"D:\\A.0012\\F\\.0012", "D:\\.0012"},      // and is made at the first occurrence
+             {".0012", ".0012"},
+             {"", ".0000"},
          }) {
-        EXPECT_FALSE(Make(row.path)) << row.path;
+        EXPECT_FALSE(Make(path)) << path;
         const std::vector<std::string> boxes = NewBoxes();
-        EXPECT_EQ(boxes.back(), "Couldn't Find Font File |Couldn't Find Zelmara! Font File: " +
-                                    std::string(row.wanted) + "\nWould you like to browse for this file?");
+        EXPECT_EQ(boxes.back(), "Couldn't Find Font File |Couldn't Find Zelmara! Font File: " + std::string(wanted) +
+                                    "\nWould you like to browse for this file?");
     }
 }
 

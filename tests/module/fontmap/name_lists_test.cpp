@@ -23,66 +23,60 @@ struct BitstreamCase {
     const char* lines;
     std::vector<std::pair<WORD, const char*>> ids;
     std::vector<std::pair<const char*, const char*>> families = {};
-    int id_count = -1;  // -1: the size of ids
 };
-void PrintTo(const BitstreamCase& row, std::ostream* out) {
-    *out << row.name;
-}
 
-class BitstreamList : public ModuleTest, public testing::WithParamInterface<BitstreamCase> {};
+class NameLists : public ModuleTest {};
 
-TEST_P(BitstreamList, FillsItsMaps) {
-    WriteFile("MAPS/bitstream_fontlist.txt", std::string(kHeadings) + GetParam().lines);
-    OpenDialog dialog(nullptr);
-    EXPECT_TRUE(dialog.MapBitStreamFont());
-    for (const auto& [id, name] : GetParam().ids) {
+TEST_F(NameLists, BitstreamListFillsItsMaps) {
+    const BitstreamCase kCases[] = {
+        {"headings only", "", {}},
+        {"indented entry of a family",
+         "Swiss 721 =Helvetica\t\n\troman\t\t7\n",
+         {{7, "Swiss 721 roman BT"}},
+         {{"Swiss", "Swiss 721 roman BT"}}},
+        {"family may end in a digit", "Swiss 721\n\tbold\t8\n", {{8, "Swiss 721 bold BT"}}},
+        {"annotation of a style", "F\n\tbold =Heavy = x\t9\n", {{9, "F bold BT"}}},
+        {"character before the equals sign is removed", "Fam=x\n\ts=y\t1\n", {{1, "Fa  BT"}}},
+        {"plain entry keeps the family",
+         "F\n\ta\t1\nPlain One\t2\n\tb\t3\n",
+         {{1, "F a BT"}, {2, "Plain One BT"}, {3, "F b BT"}},
+         {{"F", "F a BT"}, {"Plain", "Plain One BT"}}},
+        {"blank after the number makes a heading", "F\n\ta\t1 \n\tb\t2\n", {{2, "\ta\t1  b BT"}}},
+        {"empty line empties the family", "F\n\n\ta\t1\n", {{1, " a BT"}}, {{"", " a BT"}}},
+        {"tabs at the end of a heading, except the first two, are removed", "\t\t\t\n\ta\t1\n", {{1, "\t\t a BT"}}},
+        {"only four digits count", "A\t12345\n", {{1234, "A BT"}}},
+        {"text before and after the number", "A\tno. 12ab 34\n", {{12, "A BT"}}},
+        {"last number and first family count",
+         "A x\t5\nA y\t5\nA z\t6\n",
+         {{5, "A y BT"}, {6, "A z BT"}},
+         {{"A", "A x BT"}}},
+        {"indented line without a second tab", "F\n\ta1\n\tb\t2\n", {{2, "F b BT"}}},
+        {"carriage returns", "F\r\n\ta\t1\r\n", {{1, "F a BT"}}},
+        {"carriage return alone and the end of text",
+         "A\rB\t1\r\r\nC\t2\n\x1A"
+         "D\t3\n",
+         {{2, "C BT"}}},
+        {"annotation that begins a field", "F\n\t=x\t1\n=y\t2\n", {{1, "F  BT"}, {2, " BT"}}},
+        {"number 0", "A\t0000\n", {{0, "A BT"}}},
+    };
+    for (const BitstreamCase& row : kCases) {
+        SCOPED_TRACE(row.name);
+        WriteFile("MAPS/bitstream_fontlist.txt", std::string(kHeadings) + row.lines);
+        OpenDialog dialog(nullptr);
+        EXPECT_TRUE(dialog.MapBitStreamFont());
         CString found;
-        EXPECT_TRUE(dialog.m_mapBitStreamId.Lookup(id, found)) << id;
-        EXPECT_EQ(found, name);
-    }
-    EXPECT_EQ(dialog.m_mapBitStreamId.GetCount(), static_cast<int>(GetParam().ids.size()));
-    for (const auto& [word, name] : GetParam().families) {
-        CString found;
-        EXPECT_TRUE(dialog.m_mapBitStreamFamily.Lookup(word, found)) << word;
-        EXPECT_EQ(found, name);
+        for (const auto& [id, name] : row.ids) {
+            EXPECT_TRUE(dialog.m_mapBitStreamId.Lookup(id, found)) << id;
+            EXPECT_EQ(found, name);
+        }
+        EXPECT_EQ(dialog.m_mapBitStreamId.GetCount(), static_cast<int>(row.ids.size()));
+        for (const auto& [word, name] : row.families) {
+            EXPECT_TRUE(dialog.m_mapBitStreamFamily.Lookup(word, found)) << word;
+            EXPECT_EQ(found, name);
+        }
     }
     EXPECT_THAT(Boxes(), IsEmpty());
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Each, BitstreamList,
-    testing::Values(
-        BitstreamCase{"headings_only", "", {}},
-        BitstreamCase{"indented_entry_of_a_family",
-                      "Swiss 721 =Helvetica\t\n\troman\t\t7\n",
-                      {{7, "Swiss 721 roman BT"}},
-                      {{"Swiss", "Swiss 721 roman BT"}}},
-        BitstreamCase{"family_may_end_in_a_digit", "Swiss 721\n\tbold\t8\n", {{8, "Swiss 721 bold BT"}}},
-        BitstreamCase{"annotation_of_a_style", "F\n\tbold =Heavy = x\t9\n", {{9, "F bold BT"}}},
-        BitstreamCase{"character_before_the_equals_sign_is_removed", "Fam=x\n\ts=y\t1\n", {{1, "Fa  BT"}}},
-        BitstreamCase{"plain_entry_keeps_the_family",
-                      "F\n\ta\t1\nPlain One\t2\n\tb\t3\n",
-                      {{1, "F a BT"}, {2, "Plain One BT"}, {3, "F b BT"}},
-                      {{"F", "F a BT"}, {"Plain", "Plain One BT"}}},
-        BitstreamCase{"blank_after_the_number_makes_a_heading", "F\n\ta\t1 \n\tb\t2\n", {{2, "\ta\t1  b BT"}}},
-        BitstreamCase{"empty_line_empties_the_family", "F\n\n\ta\t1\n", {{1, " a BT"}}, {{"", " a BT"}}},
-        BitstreamCase{
-            "tabs_at_a_headings_end_are_removed_except_the_first_two", "\t\t\t\n\ta\t1\n", {{1, "\t\t a BT"}}},
-        BitstreamCase{"only_four_digits_count", "A\t12345\n", {{1234, "A BT"}}},
-        BitstreamCase{"text_before_and_after_the_number", "A\tno. 12ab 34\n", {{12, "A BT"}}},
-        BitstreamCase{"last_number_and_first_family_count",
-                      "A x\t5\nA y\t5\nA z\t6\n",
-                      {{5, "A y BT"}, {6, "A z BT"}},
-                      {{"A", "A x BT"}}},
-        BitstreamCase{"indented_line_without_a_second_tab", "F\n\ta1\n\tb\t2\n", {{2, "F b BT"}}},
-        BitstreamCase{"carriage_returns", "F\r\n\ta\t1\r\n", {{1, "F a BT"}}},
-        BitstreamCase{"carriage_return_alone_and_the_end_of_text",
-                      "A\rB\t1\r\r\nC\t2\n\x1A"
-                      "D\t3\n",
-                      {{2, "C BT"}}},
-        BitstreamCase{"annotation_that_begins_a_field", "F\n\t=x\t1\n=y\t2\n", {{1, "F  BT"}, {2, " BT"}}},
-        BitstreamCase{"number_0", "A\t0000\n", {{0, "A BT"}}}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 constexpr int kKeys = 5000;
 
@@ -187,8 +181,6 @@ TEST(TextLines, LineOfMoreThan199CharactersIsSplit) {
     EXPECT_THAT(lengths, ElementsAre(198, 199, 0, 199, 1));
 }
 
-class NameLists : public ModuleTest {};
-
 TEST_F(NameLists, TypefacesAreMappedByTheirBitstreamNames) {
     WriteFile("MAPS/typeface_list.txt", std::string(kHeadings) +
                                             "Arial\t\tSwiss BT\n\tNo Face BT\nno tab BT\nEnds\t\t\n\nA =x\tB =y\n"
@@ -211,28 +203,22 @@ TEST_F(NameLists, TypefacesAreMappedByTheirBitstreamNames) {
     EXPECT_EQ(found, "untouched");
 }
 
-struct MissingCase {
-    int import_skip, ignore_errors;
-    bool bitstream_box, typeface_box;
-};
-
 TEST_F(NameLists, MissingListsShowABoxUnlessTheirSettingSuppressesIt) {
-    for (const MissingCase& row : {MissingCase{0, 0, true, true}, MissingCase{1, 0, false, true},
-                                   MissingCase{0, 1, true, false}, MissingCase{1, 1, false, false}}) {
+    for (const auto& [import_skip, ignore_errors] : {std::pair(0, 0), {1, 0}, {0, 1}, {1, 1}}) {
         OpenDialog dialog(nullptr);
-        dialog.m_bImportSkip = row.import_skip;
-        CZelFont::m_bIgnoreErrors = row.ignore_errors;
+        dialog.m_bImportSkip = import_skip;
+        CZelFont::m_bIgnoreErrors = ignore_errors;
         EXPECT_FALSE(dialog.MapBitStreamFont());
         EXPECT_FALSE(dialog.MapTypeFace());
         std::vector<std::string> boxes;
         for (const auto& [shown, text] :
-             {std::pair(row.bitstream_box, "Open BitStream Font Mapping File: D:\\MAPS\\bitstream_fontlist.txt"),
-              {row.typeface_box, "Find Typeface Mapping File: D:\\MAPS\\typeface_list.txt"}}) {
+             {std::pair(import_skip == 0, "Open BitStream Font Mapping File: D:\\MAPS\\bitstream_fontlist.txt"),
+              {ignore_errors == 0, "Find Typeface Mapping File: D:\\MAPS\\typeface_list.txt"}}) {
             if (shown)
                 boxes.push_back("Zelmara! Import Error|Couldn't " + std::string(text) +
                                 "\n           The system cannot find the file specified.\r\n");
         }
-        EXPECT_EQ(NewBoxes(), boxes) << row.import_skip << row.ignore_errors;
+        EXPECT_EQ(NewBoxes(), boxes) << import_skip << ignore_errors;
     }
 }
 

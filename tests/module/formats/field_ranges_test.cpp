@@ -1,5 +1,6 @@
 #include <functional>
 #include <map>
+#include <type_traits>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,85 +28,23 @@ Bytes Section(const Bytes& file, std::size_t from, std::size_t to) {
     return Bytes(file.begin() + static_cast<std::ptrdiff_t>(from), file.begin() + static_cast<std::ptrdiff_t>(to));
 }
 
-// Makes the bytes of one record after `fill` has set a field of it.
-template <typename Record>
-Bytes Written(const std::function<void(Record&)>& fill);
-
-template <>
-Bytes Written(const std::function<void(PsosHeader&)>& fill) {
-    PsosHeader header;
-    fill(header);
+Bytes PsosHeaderBytes(const PsosHeader& header) {
     ByteWriter out;
     WritePsosHeader(header, out);
     return out.Written();
 }
 
-template <>
-Bytes Written(const std::function<void(MessageFile&)>& fill) {
-    MessageFile message;
-    message.section_flags = 0;
-    message.header.last_row = 0;
-    message.header.font_numbers = {};
-    fill(message);
+// The flags and the header of a message.
+Bytes MessageHeadBytes(const MessageFile& message) {
     MessageOffsets at;
     const Bytes file = WriteMessage(message, &at);
     return Section(file, at.flags, at.rows);
 }
 
-template <>
-Bytes Written(const std::function<void(RowText&)>& fill) {
-    RowText row;
-    fill(row);
-    return AsBytes(WriteRowHead(row));
-}
-
-template <>
-Bytes Written(const std::function<void(CharCell&)>& fill) {
-    CharCell cell;
-    cell.next_char = 0;
-    fill(cell);
-    return AsBytes(WriteCharCell(cell));
-}
-
-template <>
-Bytes Written(const std::function<void(TabField&)>& fill) {
-    TabField field;
-    field.tab_name.clear();
-    fill(field);
-    return WriteTabField(field);
-}
-
-template <>
-Bytes Written(const std::function<void(FontHeader&)>& fill) {
-    FontFile font;
-    font.header.font_flags = 0;
-    fill(font.header);
-    return WriteFontHeader(font);
-}
-
-template <>
-Bytes Written(const std::function<void(CharEntry&)>& fill) {
-    CharEntry entry;
-    fill(entry);
-    return AsBytes(WriteCharEntry(entry));
-}
-
-template <>
-Bytes Written(const std::function<void(SampleBlock&)>& fill) {
-    FontFile font;
-    fill(font.sample.emplace());
+Bytes SampleBytes(const FontFile& font) {
     FontOffsets at;
     const Bytes file = WriteFont(font, &at);
     return Section(file, at.sample, at.tail);
-}
-
-template <>
-Bytes Written(const std::function<void(StoredGlyph&)>& fill) {
-    StoredGlyph glyph;
-    glyph.length = 0;
-    glyph.width_word = 0;
-    fill(glyph);
-    return WriteStoredGlyph(glyph);
 }
 
 // Bits in which two records differ, from the top bit of the first byte on.
@@ -135,11 +74,16 @@ void PrintTo(const RecordCase& record, std::ostream* out) {
     *out << record.type;
 }
 
-template <typename Record>
-RecordCase Case(const char* file, const char* type, std::size_t offset, std::size_t size,
-                const std::map<std::string, std::function<void(Record&)>>& fields) {
-    RecordCase record{type, file, offset, size, Written<Record>([](Record&) {}), {}};
-    for (const auto& [name, fill] : fields) record.filled[name] = Written<Record>(fill);
+// Writes `zeros`, and for each field a copy that `fields` has filled.
+template <typename Record, typename Writer>
+RecordCase Case(const char* file, const char* type, std::size_t offset, std::size_t size, const Record& zeros,
+                Writer write, const std::map<std::string, std::function<void(std::type_identity_t<Record>&)>>& fields) {
+    RecordCase record{type, file, offset, size, AsBytes(write(zeros)), {}};
+    for (const auto& [name, fill] : fields) {
+        Record filled = zeros;
+        fill(filled);
+        record.filled[name] = AsBytes(write(filled));
+    }
     return record;
 }
 
@@ -151,107 +95,109 @@ RecordCase Case(const char* file, const char* type, std::size_t offset, std::siz
 
 std::vector<RecordCase> Records() {
     constexpr auto kMessage = "zelmara_message.ksy", kFont = "zelmara_font.ksy";
+    MessageFile message;
+    message.section_flags = 0;
+    message.header.last_row = 0;
+    message.header.font_numbers = {};
+    FontFile font;
+    font.header.font_flags = 0;
+    font.header.sample_present = 0;
+    font.sample.emplace();
     return {
-        Case<PsosHeader>(kFont, "psos_header", 0, 136,
-                         {FILL("file_type", r.file_type = kOnes), FILL("carried_4", r.word_4 = kOnes),
-                          FILL("type_name", r.type_name = kFullText)}),
-        Case<MessageFile>(
-            kMessage, "msg_flags", 0, 16,
-            {FILL("is_pal", r.section_flags = 0x8000), FILL("has_flash_font", r.section_flags = 0x0100),
-             FILL("has_tab_table", r.section_flags = 0x0020), FILL("has_background", r.section_flags = 0x0002),
-             FILL("has_palette", r.section_flags = 0x0001), FILL("carried_2", r.more_flags.fill(0xFFFF))}),
-        Case<MessageFile>(
-            kMessage, "msg_header", 16, 52,
-            {FILL("carried_0", r.header.word_0 = kOnes), FILL("carried_2", r.header.word_2 = kOnes),
-             FILL("last_row", r.header.last_row = kOnes), FILL("frame_left", r.header.frame_left = kOnes),
-             FILL("frame_top", r.header.frame_top = kOnes), FILL("frame_right", r.header.frame_right = kOnes),
-             FILL("frame_bottom", r.header.frame_bottom = kOnes),
-             FILL("carried_14", r.header.word_14 = r.header.word_16 = r.header.word_18 = kOnes),
-             FILL("font_numbers", r.header.font_numbers.fill(0xFFFF))}),
-        Case<RowText>(kMessage, "row_head", 0, 8,
-                      {FILL("carried_b0_bit7", r.b0_bit7 = true), FILL("carried_b0_bit6", r.b0_bit6 = true),
-                       FILL("row_empty", r.row_empty = true), FILL("carried_b0_bit4", r.b0_bits4to2 = 4),
-                       FILL("carried_b0_bit3", r.b0_bits4to2 = 2), FILL("carried_b0_bit2", r.b0_bits4to2 = 1),
-                       FILL("row_y", r.row_y = kOnes), FILL("first_char", r.first_char = kOnes),
-                       FILL("row_top", r.row_top = kOnes), FILL("char_count", r.char_count = kOnes),
-                       FILL("row_bottom", r.row_bottom = kOnes), FILL("unread_b6_bits7to5", r.b6 = 0xE0),
-                       FILL("carried_b6_bits4to3", r.b6 = 0x18), FILL("carried_b6_bit2", r.b6 = 0x04),
-                       FILL("carried_b6_bits1to0_b7", r.b6 = 0x03, r.b7 = 0xFF)}),
-        Case<CharCell>(kMessage, "character", 0, 8,
-                       {FILL("carried_b0_bit7", r.b0_bit7 = true), FILL("place_flag", r.place_flag = true),
-                        FILL("chain_end", r.chain_end = true), FILL("carried_b0_bit4", r.b0_bits4to2 = 4),
-                        FILL("carried_b0_bit3", r.b0_bits4to2 = 2), FILL("carried_b0_bit2", r.b0_bits4to2 = 1),
-                        FILL("char_x", r.char_x = kOnes), FILL("carried_b2_bits7to6", r.b2_bits7to6 = kOnes),
-                        FILL("carried_b2_bit5", r.b2_bit5 = true), FILL("colour_set", r.colour_set = kOnes),
-                        FILL("char_y", r.char_y = kOnes), FILL("char_font", r.char_font = kOnes),
-                        FILL("char_code", r.char_code = kOnes), FILL("carried_b6_b7_bits7to6", r.b6_word = kOnes),
-                        FILL("next_char", r.next_char = kOnes)}),
-        Case<TabField>(kMessage, "tab_record", 0, 26,
-                       {FILL("tab_start", r.tab_start = kOnes), FILL("tab_end", r.tab_end = kOnes),
-                        FILL("tab_byte", r.tab_byte = kOnes), FILL("tab_name", r.tab_name = kFullText),
-                        FILL("tab_row", r.tab_row = kOnes), FILL("tab_a", r.tab_a = kOnes),
-                        FILL("tab_font", r.tab_font = kOnes), FILL("tab_colour", r.tab_colour = kOnes),
-                        FILL("carried_b24_bit4", r.tab_flags = 16), FILL("carried_b24_bit3", r.tab_flags = 8),
-                        FILL("carried_b24_bit2", r.tab_flags = 4), FILL("carried_b24_bit1", r.tab_flags = 2),
-                        FILL("carried_b24_bit0", r.tab_flags = 1), FILL("unread_25", r.b25 = kOnes)}),
-        Case<FontHeader>(kFont, "font_header", 0, 128,
-                         {FILL("font_name", r.font_name = kFullText),
-                          FILL("font_id_text", r.font_id_text = kFullText),
-                          FILL("unread_74", r.dword_74 = kOnes),
-                          FILL("font_height", r.font_height = -1),
-                          FILL("row_top_offset", r.row_top_offset = -1),
-                          FILL("carried_82", r.word_82 = kOnes),
-                          FILL("edge_type", r.edge_type = kOnes),
-                          FILL("edge_direction", r.edge_direction = kOnes),
-                          FILL("edge_size", r.edge_size = kOnes),
-                          FILL("carried_86_bits15to9", r.bits_86 = kOnes),
-                          FILL("carried_86_bits8to0", r.bits_87 = kOnes),
-                          FILL("unread_88", r.bytes_88.fill(0xFF)),
-                          FILL("carried_94", r.dword_94 = kOnes),
-                          FILL("encoding_size", r.encoding_size = kOnes),
-                          FILL("aux_block_size", r.aux_block_size = -1),
-                          FILL("font_flags", r.font_flags = kOnes),
-                          FILL("carried_106", r.words_106.fill(0xFFFF)),
-                          FILL("row_inset", r.row_inset = -1),
-                          FILL("word_table_size", r.word_table_size = kOnes),
-                          FILL("sample_present", r.sample_present = kOnes),
-                          FILL("unread_126", r.word_126 = kOnes)}),
-        Case<CharEntry>(kFont, "char_entry", 0, 10,
-                        {FILL("glyph_kind", r.glyph_kind = kOnes), FILL("unread_1", r.byte_1 = kOnes),
-                         FILL("glyph_bits_a", r.glyph_bits_a = kOnes), FILL("glyph_bits_b", r.glyph_bits_b = kOnes),
-                         FILL("glyph_top", r.glyph_top = kOnes), FILL("glyph_metric", r.glyph_metric = kOnes),
-                         FILL("glyph_offset", r.glyph_offset = kOnes)}),
-        Case<SampleBlock>(
-            kFont, "sample_head", 0, 10,
-            {FILL("samp_first_word", r.first_word = kOnes), FILL("width_a", r.a.width = -1),
-             FILL("height_a", r.a.height = -1), FILL("width_b", r.b.width = -1), FILL("height_b", r.b.height = -1)}),
-        Case<StoredGlyph>(kFont, "stored_glyph_head", 0, 12,
-                          {FILL("length", r.length = kOnes), FILL("flag", r.flags_word = 0x8000),
-                           FILL("unread_4_bits14to0", r.flags_word = 0x7FFF), FILL("carried_6", r.word_6 = kOnes),
-                           FILL("width_plus_1", r.width_word = kOnes), FILL("height", r.height_word = kOnes)}),
+        Case(kFont, "psos_header", 0, 136, PsosHeader{}, &PsosHeaderBytes,
+             {FILL("file_type", r.file_type = kOnes), FILL("carried_4", r.word_4 = kOnes),
+              FILL("type_name", r.type_name = kFullText)}),
+        Case(kMessage, "msg_flags", 0, 16, message, &MessageHeadBytes,
+             {FILL("is_pal", r.section_flags = 0x8000), FILL("has_flash_font", r.section_flags = 0x0100),
+              FILL("has_tab_table", r.section_flags = 0x0020), FILL("has_background", r.section_flags = 0x0002),
+              FILL("has_palette", r.section_flags = 0x0001), FILL("carried_2", r.more_flags.fill(0xFFFF))}),
+        Case(kMessage, "msg_header", 16, 52, message, &MessageHeadBytes,
+             {FILL("carried_0", r.header.word_0 = kOnes), FILL("carried_2", r.header.word_2 = kOnes),
+              FILL("last_row", r.header.last_row = kOnes), FILL("frame_left", r.header.frame_left = kOnes),
+              FILL("frame_top", r.header.frame_top = kOnes), FILL("frame_right", r.header.frame_right = kOnes),
+              FILL("frame_bottom", r.header.frame_bottom = kOnes),
+              FILL("carried_14", r.header.word_14 = r.header.word_16 = r.header.word_18 = kOnes),
+              FILL("font_numbers", r.header.font_numbers.fill(0xFFFF))}),
+        Case(kMessage, "row_head", 0, 8, RowText{}, &WriteRowHead,
+             {FILL("carried_b0_bit7", r.b0_bit7 = true), FILL("carried_b0_bit6", r.b0_bit6 = true),
+              FILL("row_empty", r.row_empty = true), FILL("carried_b0_bit4", r.b0_bits4to2 = 4),
+              FILL("carried_b0_bit3", r.b0_bits4to2 = 2), FILL("carried_b0_bit2", r.b0_bits4to2 = 1),
+              FILL("row_y", r.row_y = kOnes), FILL("first_char", r.first_char = kOnes),
+              FILL("row_top", r.row_top = kOnes), FILL("char_count", r.char_count = kOnes),
+              FILL("row_bottom", r.row_bottom = kOnes), FILL("unread_b6_bits7to5", r.b6 = 0xE0),
+              FILL("carried_b6_bits4to3", r.b6 = 0x18), FILL("carried_b6_bit2", r.b6 = 0x04),
+              FILL("carried_b6_bits1to0_b7", r.b6 = 0x03, r.b7 = 0xFF)}),
+        Case(kMessage, "character", 0, 8, CharCell{.next_char = 0}, &WriteCharCell,
+             {FILL("carried_b0_bit7", r.b0_bit7 = true), FILL("place_flag", r.place_flag = true),
+              FILL("chain_end", r.chain_end = true), FILL("carried_b0_bit4", r.b0_bits4to2 = 4),
+              FILL("carried_b0_bit3", r.b0_bits4to2 = 2), FILL("carried_b0_bit2", r.b0_bits4to2 = 1),
+              FILL("char_x", r.char_x = kOnes), FILL("carried_b2_bits7to6", r.b2_bits7to6 = kOnes),
+              FILL("carried_b2_bit5", r.b2_bit5 = true), FILL("colour_set", r.colour_set = kOnes),
+              FILL("char_y", r.char_y = kOnes), FILL("char_font", r.char_font = kOnes),
+              FILL("char_code", r.char_code = kOnes), FILL("carried_b6_b7_bits7to6", r.b6_word = kOnes),
+              FILL("next_char", r.next_char = kOnes)}),
+        Case(kMessage, "tab_record", 0, 26, TabField{.tab_name = ""}, &WriteTabField,
+             {FILL("tab_start", r.tab_start = kOnes), FILL("tab_end", r.tab_end = kOnes),
+              FILL("tab_byte", r.tab_byte = kOnes), FILL("tab_name", r.tab_name = kFullText),
+              FILL("tab_row", r.tab_row = kOnes), FILL("tab_a", r.tab_a = kOnes), FILL("tab_font", r.tab_font = kOnes),
+              FILL("tab_colour", r.tab_colour = kOnes), FILL("carried_b24_bit4", r.tab_flags = 16),
+              FILL("carried_b24_bit3", r.tab_flags = 8), FILL("carried_b24_bit2", r.tab_flags = 4),
+              FILL("carried_b24_bit1", r.tab_flags = 2), FILL("carried_b24_bit0", r.tab_flags = 1),
+              FILL("unread_25", r.b25 = kOnes)}),
+        Case(kFont, "font_header", 0, 128, font, &WriteFontHeader,
+             {FILL("font_name", r.header.font_name = kFullText),
+              FILL("font_id_text", r.header.font_id_text = kFullText),
+              FILL("unread_74", r.header.dword_74 = kOnes),
+              FILL("font_height", r.header.font_height = -1),
+              FILL("row_top_offset", r.header.row_top_offset = -1),
+              FILL("carried_82", r.header.word_82 = kOnes),
+              FILL("edge_type", r.header.edge_type = kOnes),
+              FILL("edge_direction", r.header.edge_direction = kOnes),
+              FILL("edge_size", r.header.edge_size = kOnes),
+              FILL("carried_86_bits15to9", r.header.bits_86 = kOnes),
+              FILL("carried_86_bits8to0", r.header.bits_87 = kOnes),
+              FILL("unread_88", r.header.bytes_88.fill(0xFF)),
+              FILL("carried_94", r.header.dword_94 = kOnes),
+              FILL("encoding_size", r.header.encoding_size = kOnes),
+              FILL("aux_block_size", r.header.aux_block_size = -1),
+              FILL("font_flags", r.header.font_flags = kOnes),
+              FILL("carried_106", r.header.words_106.fill(0xFFFF)),
+              FILL("row_inset", r.header.row_inset = -1),
+              FILL("word_table_size", r.header.word_table_size = kOnes),
+              FILL("sample_present", r.header.sample_present = kOnes),
+              FILL("unread_126", r.header.word_126 = kOnes)}),
+        Case(kFont, "char_entry", 0, 10, CharEntry{}, &WriteCharEntry,
+             {FILL("glyph_kind", r.glyph_kind = kOnes), FILL("unread_1", r.byte_1 = kOnes),
+              FILL("glyph_bits_a", r.glyph_bits_a = kOnes), FILL("glyph_bits_b", r.glyph_bits_b = kOnes),
+              FILL("glyph_top", r.glyph_top = kOnes), FILL("glyph_metric", r.glyph_metric = kOnes),
+              FILL("glyph_offset", r.glyph_offset = kOnes)}),
+        Case(kFont, "sample_head", 0, 10, font, &SampleBytes,
+             {FILL("samp_first_word", r.sample->first_word = kOnes), FILL("width_a", r.sample->a.width = -1),
+              FILL("height_a", r.sample->a.height = -1), FILL("width_b", r.sample->b.width = -1),
+              FILL("height_b", r.sample->b.height = -1)}),
+        Case(kFont, "stored_glyph_head", 0, 12, StoredGlyph{.length = 0, .width_word = 0}, &WriteStoredGlyph,
+             {FILL("length", r.length = kOnes), FILL("flag", r.flags_word = 0x8000),
+              FILL("unread_4_bits14to0", r.flags_word = 0x7FFF), FILL("carried_6", r.word_6 = kOnes),
+              FILL("width_plus_1", r.width_word = kOnes), FILL("height", r.height_word = kOnes)}),
     };
 }
 
-class DescribedRecord : public testing::TestWithParam<RecordCase> {
-  protected:
-    RecordLayout Layout() const { return LayoutOf(std::string(FORMATS_DIR "/") + GetParam().file, GetParam().type); }
-};
+class DescribedRecord : public testing::TestWithParam<RecordCase> {};
 
-TEST_P(DescribedRecord, HasTheSizeThatIsWritten) {
-    EXPECT_EQ(Layout().bits, 8 * GetParam().size);
-    EXPECT_GE(GetParam().zeros.size(), GetParam().offset + GetParam().size);
-}
-
-TEST_P(DescribedRecord, PutsEachFieldWhereItIsWritten) {
+TEST_P(DescribedRecord, HasEachFieldWhereItIsWritten) {
     const RecordCase& record = GetParam();
+    const RecordLayout layout = LayoutOf(std::string(FORMATS_DIR "/") + record.file, record.type);
+    EXPECT_EQ(layout.bits, 8 * record.size);
+    EXPECT_GE(record.zeros.size(), record.offset + record.size);
     auto filled = record.filled;
-    for (FieldRange field : Layout().fields) {
+    for (FieldRange field : layout.fields) {
         const auto written = filled.find(field.name);
         if (written == filled.end()) {
             EXPECT_TRUE(field.name.starts_with("unread_")) << field.name << " is described, but nothing writes it";
             continue;
         }
         field.first_bit += 8 * record.offset;
+        EXPECT_EQ(written->second.size(), record.zeros.size()) << field.name << " is cut to its width";
         EXPECT_EQ(Changed(record.zeros, written->second), BitsOf(field)) << field.name;
         filled.erase(written);
     }

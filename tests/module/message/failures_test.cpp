@@ -8,6 +8,7 @@ namespace zel::test {
 
 namespace {
 
+using module_test::Joined;
 using module_test::MessageOf;
 using module_test::ModuleTest;
 using module_test::OpenDialog;
@@ -18,15 +19,18 @@ using testing::IsEmpty;
 struct FailureCase {
     const char* name;
     void (*change)(MessageFile&);
-    bool read;
-    std::vector<std::string> boxes;
+    std::string boxes;
+    bool read = false;
     std::size_t cut = 0;  // size of the truncated file in bytes, 0 for the whole file
 };
 
-void Tabs(MessageFile& file, unsigned version, std::vector<samples::TabField> fields) {
-    file.tabs.emplace();
-    file.tabs->tab_version = version;
-    file.tabs->fields = std::move(fields);
+void Type(MessageFile& file, unsigned type, const std::string& name = {}) {
+    file.psos = {type, 0, name};
+}
+template <typename... Fields>
+std::vector<samples::TabField>& Tabs(MessageFile& file, unsigned version, Fields... fields) {
+    file.tabs = samples::TabTable{.tab_version = version, .fields = {fields...}};
+    return file.tabs->fields;
 }
 samples::TabField TabOf(unsigned start, unsigned end, unsigned row) {
     return {.tab_start = start, .tab_end = end, .tab_row = row};
@@ -35,101 +39,50 @@ std::string Couldnt(const std::string& text) {
     return "Couldn't Read the Zelmara! File|" + text + "D:\\MESSAGES\\.0001";
 }
 
-constexpr char kPalWarning[] =
+const std::string kPalWarning =
     "Warning - Video Standard Mismatch Detected|The Zelmara! message being imported is a PAL message,  \n"
     "    this may result in an offset shift of the message";
-constexpr char kFlashWarning[] = "Flash Font Unsupported|Flash Font Characters will be ignored";
+const std::string kFlashWarning = "Flash Font Unsupported|Flash Font Characters will be ignored";
 
 class ReadMessage : public ModuleTest {};
 
 TEST_F(ReadMessage, ShowsABoxForEachFailureAndNoneWithWarningsSkipped) {
-    const std::string long_name(128, 'n');
     const auto unchanged = [](MessageFile&) {};
     const FailureCase kCases[] = {
-        {"empty file", unchanged, false, {Couldnt("Invalid file: ")}, 1},
-        {"short header", unchanged, false, {Couldnt("Invalid file: ")}, 135},
-        {"header only", unchanged, false, {Couldnt("Invalid file: ")}, 136},
-        {"short flags", unchanged, false, {Couldnt("Invalid file: ")}, 151},
-        {"type 714", [](MessageFile& f) { f.psos.file_type = 714; }, false, {}},
-        {"type 717 with a name",
-         [](MessageFile& f) {
-             f.psos = {717, 0, "RGBA"};
-         },
-         false,
-         {}},
-        {"unnamed type",
-         [](MessageFile& f) { f.psos.file_type = 500; },
-         false,
-         {Couldnt("Zelmara! file type 500 not supported: ")}},
-        {"huge type",
-         [](MessageFile& f) { f.psos.file_type = 0xFFFFFFFF; },
-         false,
-         {Couldnt("Zelmara! file type -1 not supported: ")}},
-        {"named type",
-         [](MessageFile& f) {
-             f.psos = {1, 0, "Some %s type"};
-         },
-         false,
-         {Couldnt("Zelmara! 'Some %s type' not supported: ")}},
-        {"type name without a NUL",
-         [](MessageFile& f) {
-             f.psos = {1, 0, std::string(128, 'n')};
-         },
-         false,
-         {Couldnt("Zelmara! '" + long_name + "' not supported: ")}},
-        {"PAL message", [](MessageFile& f) { f.pal = true; }, true, {kPalWarning}},
-        {"flash font", [](MessageFile& f) { f.flash_font.emplace(); }, true, {kFlashWarning}},
-        {"empty palette",
-         [](MessageFile& f) { f.palette.emplace(); },
-         false,
-         {Couldnt("Couldn't Read Zelmara! File's Font Header: ")}},
-        {"unknown background",
-         [](MessageFile& f) { f.background.emplace().tag = 0xBBBA; },
-         false,
-         {Couldnt("Couldn't Read Zelmara! Background: ")}},
-        {"short background",
-         [](MessageFile& f) { f.background.emplace().words = 1535; },
-         false,
-         {Couldnt("Invalid file: ")}},
-        {"exact background",
-         [](MessageFile& f) {
-             f.background.emplace().tag = 0xBBBC;
-             Tabs(f, 2, {TabOf(1, 2, 0)});
-         },
-         true,
-         {}},
-        {"tab version 3",
-         [](MessageFile& f) { Tabs(f, 3, {}); },
-         false,
-         {Couldnt("Couldn't Read Zelmara! Tab Table: ")}},
-        {"tab version 1",
-         [](MessageFile& f) { Tabs(f, 1, {}); },
-         false,
-         {Couldnt("Zelmara! Tab Versions prior to 2 not supported: ")}},
-        {"too many tabs",
-         [](MessageFile& f) { Tabs(f, 2, std::vector<samples::TabField>(201, TabOf(1, 2, 0))); },
-         false,
-         {Couldnt("Zelmara! Maximum Tabs Exceeded: ")}},
+        {"short header", unchanged, Couldnt("Invalid file: "), false, 135},
+        {"short flags", unchanged, Couldnt("Invalid file: "), false, 151},
+        {"picture", [](MessageFile& f) { Type(f, 714); }, ""},
+        {"picture with a name", [](MessageFile& f) { Type(f, 717, "RGBA"); }, ""},
+        {"type without a name", [](MessageFile& f) { Type(f, 0xFFFFFFFF); },
+         Couldnt("Zelmara! file type -1 not supported: ")},
+        {"named type", [](MessageFile& f) { Type(f, 1, "Some %s type"); },
+         Couldnt("Zelmara! 'Some %s type' not supported: ")},
+        {"type name without a NUL", [](MessageFile& f) { Type(f, 1, std::string(128, 'n')); },
+         Couldnt("Zelmara! '" + std::string(128, 'n') + "' not supported: ")},
+        {"PAL message", [](MessageFile& f) { f.pal = true; }, kPalWarning, true},
+        {"flash font", [](MessageFile& f) { f.flash_font.emplace(); }, kFlashWarning, true},
+        {"empty palette", [](MessageFile& f) { f.palette.emplace(); },
+         Couldnt("Couldn't Read Zelmara! File's Font Header: ")},
+        {"unknown background", [](MessageFile& f) { f.background.emplace().tag = 0xBBBA; },
+         Couldnt("Couldn't Read Zelmara! Background: ")},
+        {"short background", [](MessageFile& f) { f.background.emplace().words = 1535; }, Couldnt("Invalid file: ")},
+        {"tab version 3", [](MessageFile& f) { Tabs(f, 3); }, Couldnt("Couldn't Read Zelmara! Tab Table: ")},
+        {"tab version 1", [](MessageFile& f) { Tabs(f, 1); },
+         Couldnt("Zelmara! Tab Versions prior to 2 not supported: ")},
+        {"too many tabs", [](MessageFile& f) { Tabs(f, 2).assign(201, TabOf(1, 2, 0)); },
+         Couldnt("Zelmara! Maximum Tabs Exceeded: ")},
         {"bad tab row, which hides a bad tab field",
-         [](MessageFile& f) {
-             Tabs(f, 2, {TabOf(2, 1, 1), TabOf(1, 1, 0), TabOf(1, 2, 0)});
-         },
-         true,
-         {"Zelmara! Import Error|Invalid Tab row count in D:\\MESSAGES\\.0001"}},
-        {"bad tab field",
-         [](MessageFile& f) {
-             Tabs(f, 2, {TabOf(2, 1, 0), TabOf(1, 1, 0)});
-         },
-         true,
-         {"Zelmara! Import Error|Invalid Tab field : D:\\MESSAGES\\.0001"}},
+         [](MessageFile& f) { Tabs(f, 2, TabOf(2, 1, 1), TabOf(1, 1, 0), TabOf(1, 2, 0)); },
+         "Zelmara! Import Error|Invalid Tab row count in D:\\MESSAGES\\.0001", true},
+        {"bad tab field", [](MessageFile& f) { Tabs(f, 2, TabOf(2, 1, 0), TabOf(1, 1, 0)); },
+         "Zelmara! Import Error|Invalid Tab field : D:\\MESSAGES\\.0001", true},
         {"several, in file order",
          [](MessageFile& f) {
              f.pal = true;
              f.flash_font.emplace();
              f.palette.emplace();
          },
-         false,
-         {kPalWarning, kFlashWarning, Couldnt("Couldn't Read Zelmara! File's Font Header: ")}},
+         kPalWarning + kFlashWarning + Couldnt("Couldn't Read Zelmara! File's Font Header: ")},
     };
     for (const FailureCase& row : kCases) {
         SCOPED_TRACE(row.name);
@@ -143,7 +96,7 @@ TEST_F(ReadMessage, ShowsABoxForEachFailureAndNoneWithWarningsSkipped) {
             CZelFont::m_bIgnoreErrors = skip;
             CZelMessage message("", "D:\\MESSAGES", ".0001", &dialog);
             EXPECT_EQ(message.ReadMessage(&dialog), row.read);
-            EXPECT_EQ(NewBoxes(), skip != 0 ? std::vector<std::string>() : row.boxes);
+            EXPECT_EQ(Joined(NewBoxes()), skip != 0 ? "" : row.boxes);
             EXPECT_EQ(dialog.m_bImportSkip, skip != 0 ? 1 : 0);
             EXPECT_EQ(message.m_pFileHeader != nullptr, row.cut == 0 || row.cut >= 136);
         }

@@ -125,13 +125,6 @@ TEST(RowBits, EachBitOfATabFieldGoesToItsPlace) {
     }
 }
 
-TEST(RowBits, AllOnesGiveAllOnes) {
-    const std::array<std::uint8_t, 8> ones{255, 255, 255, 255, 255, 255, 255, 255};
-    EXPECT_EQ(Words(message::ConvertRowHead(ones)), ~std::uint64_t{0});
-    EXPECT_EQ(Words(message::ConvertMsgChar(ones)), ~std::uint64_t{0});
-    EXPECT_EQ(message::RepackTabBits(255, 255, 255), 0xFFFFFFU);
-}
-
 TEST(RowBits, MissingBytesReadAsZero) {
     const std::array<std::uint8_t, 8> ones{255, 255, 255, 255, 255, 255, 255, 255};
     for (std::size_t n = 0; n < 8; ++n) {

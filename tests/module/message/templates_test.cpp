@@ -81,45 +81,39 @@ class Templates : public ModuleTest {
     std::vector<tag_tab_field> m_tabs;
 };
 
-struct LimitsCase {
-    const char* name;
-    int bottom;
-    std::uint16_t flags;
-    int top_after, bottom_after;
-};
-void PrintTo(const LimitsCase& row, std::ostream* out) {
-    *out << row.name;
-}
-
-class EmptyRowLimits : public Templates, public testing::WithParamInterface<LimitsCase> {};
-
-TEST_P(EmptyRowLimits, ComeFromTheFieldsFont) {
-    Font(3, 77, 10, 50, GetParam().flags);
-    tag_msg_row& row = Empty(1, 4, GetParam().bottom);
+TEST_F(Templates, LimitsOfAnEmptyRowComeFromTheFieldsFont) {
+    struct LimitsCase {
+        const char* name;
+        int bottom;
+        std::uint16_t flags;
+        int top_after, bottom_after;
+    };
     Tab(1, 100, 200, 3, 13);
-    Make();
-    EXPECT_EQ(row.Top(), GetParam().top_after);
-    EXPECT_EQ(row.Bottom(), GetParam().bottom_after);
-    EXPECT_FALSE(row.Empty());
-    EXPECT_EQ(row.CharCount(), 1);
-    EXPECT_EQ(row.FirstChar(), 0);
-    const tag_msg_char& blank = row.chars[0];
-    EXPECT_EQ(blank.X(), 107);
-    EXPECT_EQ(blank.Y(), 0);
-    EXPECT_EQ(blank.ColourSet(), 5) << "the low three bits of 13";
-    EXPECT_EQ(blank.word2, 0x803);
-    EXPECT_EQ(blank.word3, 0xFC00);
-    EXPECT_EQ(blank.word0 & 4, 4) << "chain_end";
+    for (const LimitsCase& limits : {LimitsCase{"larger limits are reduced", 60, 0, 10, 50},
+                                     {"a smaller bottom is kept", 40, 0, 10, 40},
+                                     {"flag 0x40 keeps the limits", 60, 0x40, 4, 60},
+                                     {"flag 0x10 keeps the limits", 60, 0x30, 4, 60},
+                                     {"other flags are ignored", 60, 0x2F, 10, 50}}) {
+        SCOPED_TRACE(limits.name);
+        Font(3, 77, 10, 50, limits.flags);
+        Row(1) = {};
+        tag_msg_row& row = Empty(1, 4, limits.bottom);
+        Make();
+        EXPECT_EQ(row.Top(), limits.top_after);
+        EXPECT_EQ(row.Bottom(), limits.bottom_after);
+        EXPECT_FALSE(row.Empty());
+        EXPECT_EQ(row.CharCount(), 1);
+        EXPECT_EQ(row.FirstChar(), 0);
+        const tag_msg_char& blank = row.chars[0];
+        EXPECT_EQ(blank.X(), 107);
+        EXPECT_EQ(blank.Y(), 0);
+        EXPECT_EQ(blank.ColourSet(), 5) << "the low three bits of 13";
+        EXPECT_EQ(blank.word2, 0x803);
+        EXPECT_EQ(blank.word3, 0xFC00);
+        EXPECT_EQ(blank.word0 & 4, 4) << "chain_end";
+    }
     EXPECT_THAT(Boxes(), IsEmpty());
 }
-
-INSTANTIATE_TEST_SUITE_P(Each, EmptyRowLimits,
-                         testing::Values(LimitsCase{"larger_limits_are_reduced", 60, 0, 10, 50},
-                                         LimitsCase{"a_smaller_bottom_is_kept", 40, 0, 10, 40},
-                                         LimitsCase{"flag_0x40_keeps_the_limits", 60, 0x40, 4, 60},
-                                         LimitsCase{"flag_0x10_keeps_the_limits", 60, 0x30, 4, 60},
-                                         LimitsCase{"other_flags_do_not_count", 60, 0x2F, 10, 50}),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Templates, FieldThatContainsTextGetsNoTemplate) {
     Font(0, 1, 10, 50);
@@ -166,19 +160,13 @@ TEST_F(Templates, FieldWithoutAFontUsesTheOneThatFitsItsRow) {
     Font(5, 9, 20, 60);  // the same number: only the first slot counts
     Font(7, 8, 20, 60);
     Empty(0, 20, 60);
+    Empty(1, 1, 60);  // fits none
+    Tab(1, 1, 2, 20);
     Tab(0, 1, 2, 20);
     Make();
     EXPECT_EQ(Row(0).chars[0].Font(), 7);
-    EXPECT_THAT(Boxes(), ElementsAre(kBox));
-}
-
-TEST_F(Templates, FieldThatFitsNoFontKeepsItsNumber) {
-    Font(2, 9, 10, 50);
-    Empty(0, 1, 60);
-    Tab(0, 1, 2, 20);
-    Make();
-    EXPECT_EQ(Row(0).chars[0].Font(), 20);
-    EXPECT_EQ(Row(0).Top(), 1) << "the default leaves the limits";
+    EXPECT_EQ(Row(1).chars[0].Font(), 20);
+    EXPECT_EQ(Row(1).Top(), 1) << "the default leaves the limits";
     EXPECT_THAT(Boxes(), ElementsAre(kBox));
 }
 

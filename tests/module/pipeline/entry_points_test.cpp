@@ -87,15 +87,7 @@ TEST_F(EntryPoints, ImportRunsWithoutACallback) {
     EXPECT_EQ(Order(), "1212 1157 1181 1180 1213 15");
 }
 
-TEST_F(EntryPoints, FreeFunctionsSetAndGet) {
-    SaveWarningPref(-7);
-    EXPECT_TRUE(IgnoreZelFontErrors());
-    EXPECT_EQ(settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), -7);
-    SaveWarningPref(0);
-    EXPECT_FALSE(IgnoreZelFontErrors());
-    CZelFont::m_bCancelFontBrowse = true;
-    CancelZelFontBrowse();
-    EXPECT_FALSE(CZelFont::m_bCancelFontBrowse);
+TEST_F(EntryPoints, OffsetOfTheLastMessageCanBeReset) {
     ZelYOffsetReset(-3);
     EXPECT_EQ(ZelYOffset(), -3);
 }

@@ -75,10 +75,6 @@ struct EndCase {
     const char* id;
 };
 
-void PrintTo(const EndCase& row, std::ostream* out) {
-    *out << row.name;
-}
-
 void AnswerRgba(OneImport& test, int radio, bool ok) {
     test.WriteFile("MESSAGES/.0001", samples::WriteRgbaFile(radio == 0 ? 714 : 717, SolidGlyph(1, 1)));
     test.desktop.HandleDialog(kRgbaDialog, [radio, ok](CDialog& dialog) {
@@ -128,17 +124,6 @@ INSTANTIATE_TEST_SUITE_P(
                 },
                 "", 5, ".0001"}),
     [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(OneImport, RgbaMessageContainsTheChoice) {
-    for (const auto& [radio, object] : {std::pair(0, 1U), {int{RgbaControl::kBackgroundRadio}, 0U}}) {
-        messages.clear();
-        AnswerRgba(*this, radio, true);
-        Run();
-        ASSERT_EQ(messages.size(), 4U);
-        EXPECT_EQ(messages[1].wParam, object);
-        EXPECT_EQ(messages[1].lParam, reinterpret_cast<LPARAM>(static_cast<CZelTransDlg*>(dialog.get())));
-    }
-}
 
 TEST_F(OneImport, ShortRgbaFileIsReportedAndOffered) {
     samples::Bytes bytes = samples::WriteRgbaFile(714, SolidGlyph(1, 1));

@@ -18,23 +18,6 @@ using module_test::WindowMessage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// An export window that records the messages that it receives.
-class ExportWindow : public CZelExportWnd {
-  public:
-    explicit ExportWindow(std::vector<std::string>& events) : m_events(events) { CreateHostWindow("export"); }
-
-  protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == kMsgExportPlain || message == kMsgExportFinish)
-            m_events.push_back(std::to_string(message) + " " + std::to_string(wParam) + " " +
-                               reinterpret_cast<CString*>(lParam)->GetString());
-        return CZelExportWnd::WindowProc(message, wParam, lParam);
-    }
-
-  private:
-    std::vector<std::string>& m_events;
-};
-
 class Batch : public ModuleTest {
   protected:
     Batch() {
@@ -140,32 +123,28 @@ struct RefusedRange {
     const char* end;
     const char* box;
 };
-void PrintTo(const RefusedRange& row, std::ostream* out) {
-    *out << row.name;
-}
-class RefusedRanges : public Batch, public testing::WithParamInterface<RefusedRange> {};
 
-TEST_P(RefusedRanges, AreReportedAndRemain) {
+TEST_F(Batch, ReportsARangeThatItRefusesAndRemains) {
     WriteDisk();
-    Run(GetParam().start, GetParam().end);
-    EXPECT_THAT(Boxes(), ElementsAre(GetParam().box));
-    EXPECT_EQ(desktop.Boxes().at(0).style, 48U);
-    EXPECT_FALSE(ended);
-    EXPECT_EQ(open_dialog, std::string("Import Batch Convert|") + GetParam().start + "|" + GetParam().end);
-    EXPECT_THAT(events, IsEmpty());
+    for (const RefusedRange& row : {
+             RefusedRange{"two dots", "..5", "7", "Invalid Start ID|Non-numeric Start ID: ..5"},
+             {"minus", "-5", "x", "Invalid Start ID|Non-numeric Start ID: -5"},
+             {"blank", ".5 ", "7", "Invalid Start ID|Non-numeric Start ID: .5 "},
+             {"dot inside the end", "5", ".7.0", "Invalid End ID|Non-numeric End ID: .7.0"},
+             {"both empty", "", "", "Invalid Range|Invalid Range: 0000 - 0000 "},
+             {"end above the largest", "5", "10000", "Invalid Range|Invalid Range: 0005 - 10000 "},
+             {"start above the end", "8", "7", "Invalid Range|Invalid Range: 0008 - 0007 "},
+             {"larger than an int", "99999999999", "7", "Invalid Range|Invalid Range: 2147483647 - 0007 "},
+         }) {
+        SCOPED_TRACE(row.name);
+        Run(row.start, row.end);
+        EXPECT_THAT(NewBoxes(), ElementsAre(row.box));
+        EXPECT_EQ(desktop.Boxes().back().style, 48U);
+        EXPECT_FALSE(ended);
+        EXPECT_EQ(open_dialog, std::string("Import Batch Convert|") + row.start + "|" + row.end);
+        EXPECT_THAT(events, IsEmpty());
+    }
 }
-INSTANTIATE_TEST_SUITE_P(
-    Each, RefusedRanges,
-    testing::Values(RefusedRange{"two_dots", "..5", "7", "Invalid Start ID|Non-numeric Start ID: ..5"},
-                    RefusedRange{"minus", "-5", "x", "Invalid Start ID|Non-numeric Start ID: -5"},
-                    RefusedRange{"blank", ".5 ", "7", "Invalid Start ID|Non-numeric Start ID: .5 "},
-                    RefusedRange{"dot_inside_the_end", "5", ".7.0", "Invalid End ID|Non-numeric End ID: .7.0"},
-                    RefusedRange{"both_empty", "", "", "Invalid Range|Invalid Range: 0000 - 0000 "},
-                    RefusedRange{"end_above_the_largest", "5", "10000", "Invalid Range|Invalid Range: 0005 - 10000 "},
-                    RefusedRange{"start_above_the_end", "8", "7", "Invalid Range|Invalid Range: 0008 - 0007 "},
-                    RefusedRange{"larger_than_an_int", "99999999999", "7",
-                                 "Invalid Range|Invalid Range: 2147483647 - 0007 "}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(Batch, StopsAtAnyCheckOfEscape) {
     WriteDisk();
@@ -244,36 +223,18 @@ class BatchExport : public Batch {
     }
 
     LRESULT Answer(const WindowMessage& sent) override {
-        if (sent.message == kMsgHasMessage) return sent.target == 'm' && sent.wParam % 2 == 0 ? 1 : 0;
-        if (sent.message == kMsgExportFlagged)
-            events.push_back("1168 " + std::to_string(sent.wParam) + " " +
-                             reinterpret_cast<CString*>(sent.lParam)->GetString());
-        return 0;
+        return sent.message == kMsgHasMessage && sent.target == 'm' && sent.wParam % 2 == 0 ? 1 : 0;
     }
 };
 
-TEST_F(BatchExport, RequestsTheMessagesThatTheHostHas) {
-    ExportWindow window(events);
-    Export("1", "4", &window);
-    EXPECT_THAT(events, ElementsAre("1190 2 C:\\OUT", "1189 2 C:\\OUT", "1190 4 C:\\OUT", "1189 4 C:\\OUT"));
-    EXPECT_EQ(Order(), "1125 1125 1125 1125");
-    EXPECT_THAT(Boxes(), IsEmpty());
-    EXPECT_TRUE(ended);
-}
-
-TEST_F(BatchExport, StartsAtTheHostWindowIfTheFlagIsSet) {
-    ExportWindow window(events);
-    window.m_bExportFlag = 4;
-    Export("2", "3", &window);
-    EXPECT_THAT(events, ElementsAre("1168 2 C:\\OUT", "1189 2 C:\\OUT"));
-}
-
-TEST_F(BatchExport, AcceptsAWindowWithoutAFlagAndNoWindow) {
-    for (CWnd* window : {static_cast<CWnd*>(&Host()), static_cast<CWnd*>(nullptr)}) {
+TEST_F(BatchExport, AcceptsAnyFlagAWindowWithoutOneAndNoWindow) {
+    CZelExportWnd flagged;
+    flagged.m_bExportFlag = 4;
+    for (CWnd* window : std::initializer_list<CWnd*>{&Host(), nullptr, &flagged}) {
         Export("2", "2", window);
         EXPECT_TRUE(ended);
     }
-    EXPECT_EQ(Order(), "1125 1190 1189 1125");
+    EXPECT_EQ(Order(), "1125 1190 1189 1125 1125 1168");
 }
 
 }  // namespace

@@ -36,12 +36,6 @@ TEST_F(CopyButton, CopiesADiskAndShowsTheLog) {
     EXPECT_EQ(chars.size(), 2u) << "what was copied can be imported";
 }
 
-TEST_F(CopyButton, CanBeClosedWithoutCopying) {
-    RunDialog([](script::DialogDriver& user, CZelTransDlg&) { user.Press(ImportControl::kCopyFilesButton); });
-    EXPECT_EQ(desktop.Modals().at(0).template_id, diskcopy::kCopyDialog);
-    EXPECT_THAT(desktop.Commands(), testing::IsEmpty());
-}
-
 TEST_F(CopyButton, PassesAnyPathUnchanged) {
     std::string text = "$(touch x) \"; %s %n" + std::string(100000, 'n');
     tools::OpenCopyLog(text.data());

@@ -19,7 +19,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "programs/desktop/grab.h"
+#include "pictures/grab.h"
 #include "programs/desktop/host_window_fixture.h"
 #include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/widgets/status_line.h"
@@ -356,7 +356,7 @@ double Contrast(const QColor& one, const QColor& other) {
 TEST(ReadableColours, HintsInBothPalettesAndUncheckedBoxesInADarkOne) {
     const QPalette before = QApplication::palette();
     for (const char* const palette : {"light", "dark"}) {
-        UsePalette(palette);
+        pictures::UsePalette(palette);
         desktop::UseReadableColours();
         const QPalette used = QApplication::palette();
         EXPECT_GE(Contrast(used.color(QPalette::PlaceholderText), used.color(QPalette::Base)), 4.5) << palette;

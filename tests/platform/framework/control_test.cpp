@@ -6,7 +6,7 @@
 #include "platform/framework/cdialog.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/script/dialog_driver.h"
-#include "test_dialog.h"
+#include "platform/test_dialog.h"
 
 namespace zel::test {
 
@@ -94,6 +94,7 @@ TEST_F(ListBox, HasEntriesAndOneSelection) {
     script::DialogDriver user(m_dialog);
     EXPECT_EQ(user.List(kList), (std::vector<std::string>{"b", "a"}));
     EXPECT_EQ(Send(kList, LB_GETCURSEL), LB_ERR);
+    EXPECT_FALSE(user.Choose(kList, "A"));
     EXPECT_TRUE(user.Choose(kList, "a"));
     EXPECT_EQ(Send(kList, LB_GETCURSEL), 1);
     EXPECT_FALSE(user.Choose(kList, 2));

@@ -76,14 +76,6 @@ TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
                                  R"({"event":"font","result":0,"fonts":[null,)"));
 }
 
-TEST_F(FontRun, ReportsTheFileThatItReadInsteadOfTheRequestedOne) {
-    WriteFont(BlockFont(), 2);
-    m_font.warnings = true;
-    m_font.box_answer = host::BoxAnswer::kYes;
-    m_font.browse = Path("MACHINE/.0002");
-    EXPECT_EQ(run::RunFont(m_font).read_from, Path("MACHINE/.0002"));
-}
-
 struct RefusedFont {
     const char* name;
     const char* file;
@@ -92,13 +84,8 @@ struct RefusedFont {
     std::optional<host::BoxAnswer> answer = std::nullopt;
     const char* browse = nullptr;
 };
-void PrintTo(const RefusedFont& failure, std::ostream* out) {
-    *out << failure.name;
-}
 
-class FailedFont : public FontRun, public testing::WithParamInterface<RefusedFont> {};
-
-TEST_P(FailedFont, NamesTheFileAndTheReason) {
+TEST_F(FontRun, NamesTheFileAndTheReasonOfAFailure) {
     const samples::Bytes bytes = samples::WriteFont(BlockFont());
     const auto write = [this](const char* name, std::size_t size, const samples::Bytes& file) {
         samples::WriteWholeFile(Path(name), std::span(file).first(size));
@@ -111,45 +98,41 @@ TEST_P(FailedFont, NamesTheFileAndTheReason) {
     samples::WriteWholeFile(Path("MACHINE/.0016"), samples::WriteMessage(OneRow("A")));
     samples::WriteWholeFile(Path("MACHINE/.0017"), samples::WriteRgbaFile(714, {}));
     std::filesystem::create_directory(Path("MACHINE/.0018"));
-    const RefusedFont& failure = GetParam();
-    m_font.file = Path(failure.file);
-    m_font.warnings = failure.answer.has_value();
-    m_font.box_answer = failure.answer.value_or(host::BoxAnswer::kNo);
-    if (failure.browse != nullptr) m_font.browse = Path(failure.browse);
-    const run::FontRunOutcome outcome = run::RunFont(m_font, {}, [](CZelFont&) { FAIL() << "there is no font"; });
-    EXPECT_THAT(outcome.failure, StartsWith(m_font.file + ": "));
-    EXPECT_THAT(outcome.failure, HasSubstr(failure.reason));
+    const RefusedFont rows[] = {
+        {"an extension without a number", "MACHINE/FONT.TXT", "named by a dot and a number, such as .0012"},
+        {"no dot", "MACHINE", "named by a dot and a number, such as .0012"},
+        {"a stem", "MACHINE/ab.0012", "such as .0012, without \"ab\" in front"},
+        {"the name in a directory", "x.0012/.0012", "the first \".0012\" in the path"},
+        {"too many zeros", "MACHINE/.00013", "under the names .0013 and .13 only"},
+        {"a long path",
+         "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
+         "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
+         "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../.0012",
+         "characters, and the module accepts 259"},
+        {"a missing file", "MACHINE/.0012", "there is no such font file"},
+        {"a declined prompt", "MACHINE/.0012", "no such font file, and the prompt to browse for it was answered",
+         host::BoxAnswer::kNo},
+        {"a cancelled prompt", "MACHINE/.0012", "the prompt to browse for it was cancelled", host::BoxAnswer::kCancel},
+        {"a cancelled file dialog", "MACHINE/.0012", "and the file dialog was cancelled", host::BoxAnswer::kYes},
+        {"a wrong file browsed for", "MACHINE/.0012",
+         "MACHINE/.0016, can't be used: not a font file but a message file", host::BoxAnswer::kYes, "MACHINE/.0016"},
+        {"a few bytes", "MACHINE/.0014", "the font file ends within its first header"},
+        {"a file cut short", "MACHINE/.0015", "the font file is damaged; \"zeltrans info\" shows where"},
+        {"a message", "MACHINE/.0016", "not a font file but a message file"},
+        {"a picture", "MACHINE/.0017", "not a font file: its type is 714, a font's is 500"},
+        {"a directory", "MACHINE/.0018", "a directory, not a font file"}};
+    for (const RefusedFont& row : rows) {
+        SCOPED_TRACE(row.name);
+        CancelZelFontBrowse();  // the module prompts again after a cancelled prompt
+        m_font.file = Path(row.file);
+        m_font.warnings = row.answer.has_value();
+        m_font.box_answer = row.answer.value_or(host::BoxAnswer::kNo);
+        if (row.browse != nullptr) m_font.browse = Path(row.browse);
+        const run::FontRunOutcome outcome = run::RunFont(m_font, {}, [](CZelFont&) { FAIL() << "there is no font"; });
+        EXPECT_THAT(outcome.failure, StartsWith(m_font.file + ": "));
+        EXPECT_THAT(outcome.failure, HasSubstr(row.reason));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Each, FailedFont,
-    testing::Values(
-        RefusedFont{"an_extension_without_a_number", "MACHINE/FONT.TXT", "named by a dot and a number, such as .0012"},
-        RefusedFont{"no_dot", "MACHINE", "named by a dot and a number, such as .0012"},
-        RefusedFont{"a_stem", "MACHINE/ab.0012", "such as .0012, without \"ab\" in front"},
-        RefusedFont{"the_name_in_a_directory", "x.0012/.0012", "the first \".0012\" in the path"},
-        RefusedFont{"too_many_zeros", "MACHINE/.00013", "under the names .0013 and .13 only"},
-        RefusedFont{"a_long_path",
-                    "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
-                    "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../"
-                    "a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../a/../.0012",
-                    "characters, and the module accepts 259"},
-        RefusedFont{"a_missing_file", "MACHINE/.0012", "there is no such font file"},
-        RefusedFont{"a_declined_prompt", "MACHINE/.0012",
-                    "no such font file, and the prompt to browse for it was answered", host::BoxAnswer::kNo},
-        RefusedFont{"a_cancelled_prompt", "MACHINE/.0012", "the prompt to browse for it was cancelled",
-                    host::BoxAnswer::kCancel},
-        RefusedFont{"a_cancelled_file_dialog", "MACHINE/.0012", "and the file dialog was cancelled",
-                    host::BoxAnswer::kYes},
-        RefusedFont{"a_wrong_file_browsed_for", "MACHINE/.0012",
-                    "MACHINE/.0016, can't be used: not a font file but a message file", host::BoxAnswer::kYes,
-                    "MACHINE/.0016"},
-        RefusedFont{"a_few_bytes", "MACHINE/.0014", "the font file ends within its first header"},
-        RefusedFont{"a_file_cut_short", "MACHINE/.0015", "the font file is damaged; \"zeltrans info\" shows where"},
-        RefusedFont{"a_message", "MACHINE/.0016", "not a font file but a message file"},
-        RefusedFont{"a_picture", "MACHINE/.0017", "not a font file: its type is 714, a font's is 500"},
-        RefusedFont{"a_directory", "MACHINE/.0018", "a directory, not a font file"}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(FontRun, RefusesANameListDirectoryThatIsTooLong) {
     m_font.maps = "/" + std::string(258, 'm');

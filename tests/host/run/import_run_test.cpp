@@ -1,7 +1,6 @@
 #include "host/run/import_run.h"
 
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include <gmock/gmock.h>
@@ -13,8 +12,6 @@
 #include "host/document/message_warnings.h"
 #include "host/host_disk.h"
 #include "host/trace.h"
-#include "module/contract/dialog_ids.h"
-#include "module/contract/zel_trans_dlg.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/system/files.h"
@@ -52,18 +49,9 @@ TEST_F(ImportRun, PassesAMessageFromItsFilesToTheHost) {
     EXPECT_EQ(outcome.next_id, ".0002");
     EXPECT_EQ(outcome.y_offset, 20);
     EXPECT_THAT(outcome.order_breaches, IsEmpty());
-    ASSERT_TRUE(outcome.message.has_value());
-    ASSERT_EQ(outcome.message->rows.size(), 1U);
-    EXPECT_EQ(outcome.message->rows[0].text, "CAB");
-    EXPECT_EQ(outcome.message->rows[0].y, 100);
-    ASSERT_EQ(outcome.message->characters.size(), 3U);
-    const document::CharacterRecord& first = outcome.message->characters[0];
-    EXPECT_EQ(first.character, unsigned{'C'});
-    EXPECT_EQ(first.font_slot, 0);
-    EXPECT_EQ(first.info.x, 57);
-    EXPECT_EQ(first.info.log_font, nullptr);
+    const document::CharacterRecord& first = outcome.message.value().characters.at(0);
+    EXPECT_EQ(first.info.log_font, nullptr) << "valid during the call only";
     EXPECT_STREQ(first.log_font.lfFaceName, "Zelmara! (0) Block");
-    EXPECT_EQ(outcome.message->fonts[0]->header.Name(), "Block");
 }
 
 TEST_F(ImportRun, GivesTheSameMessageInBothModes) {
@@ -73,18 +61,6 @@ TEST_F(ImportRun, GivesTheSameMessageInBothModes) {
     m_request.mode = run::ImportMode::kDialog;
     EXPECT_EQ(TraceOf(), silent);
     EXPECT_THAT(silent, HasSubstr(R"("pixels":{"left":0,"top":0,"right":4,"bottom":4,"crc32":)"));
-}
-
-TEST_F(ImportRun, FindsARelativePathFromTheCurrentDirectory) {
-    WriteFont(BlockFont());
-    WriteMessage(OneRow("A"));
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(m_scratch.Path());
-    m_request.message = "MESSAGES/.0001";
-    const run::ImportOutcome outcome = Import();
-    std::filesystem::current_path(before);
-    EXPECT_TRUE(outcome.Done()) << outcome.failure;
-    EXPECT_EQ(outcome.message->characters.size(), 1U);
 }
 
 TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
@@ -100,16 +76,6 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
         EXPECT_EQ(character.font_slot, std::nullopt);
         EXPECT_EQ(character.info.base_shift, 7);  // char_y 10, glyph_top 3
     }
-}
-
-TEST_F(ImportRun, ShowsTheOptionsInTheDialog) {
-    Import();  // makes the module's resources the current ones
-    host::ReferenceHost host({.tt_convert = true, .baseline_align = false, .maps = m_request.host.maps});
-    CString message(system::ModulePath(m_request.message).c_str()), fonts;
-    CZelTransDlg dialog(message, fonts);
-    const script::DialogDriver user(dialog);
-    EXPECT_TRUE(user.IsChecked(ImportControl::kTrueFontCheck));
-    EXPECT_FALSE(user.IsChecked(ImportControl::kBaselineAlignCheck));
 }
 
 TEST_F(ImportRun, RecordsAMessageWithItsOwnStandard) {
@@ -137,9 +103,7 @@ TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
     EXPECT_THAT(without.message->characters, IsEmpty());
 
     m_request.box_answer = host::BoxAnswer::kCancel;
-    const run::ImportOutcome cancelled = Import();
-    EXPECT_EQ(cancelled.status, 5);
-    EXPECT_THAT(cancelled.failure, EndsWith(".0001: cancelled when a font was missing"));
+    EXPECT_THAT(Import().failure, EndsWith(".0001: cancelled when a font was missing"));
 
     m_request.box_answer = host::BoxAnswer::kYes;
     m_request.browse = Path("MACHINE/.0002");
@@ -235,11 +199,7 @@ TEST_F(ImportRun, RefusesANameListDirectoryThatIsTooLong) {
 }
 
 TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
-    samples::FontFile font = StoredFont();
-    samples::Bytes bytes = samples::WriteFont(font);
-    samples::FontOffsets offsets;
-    samples::WriteFont(font, &offsets);
-    samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(bytes).first(offsets.stored.at('A') + 6));
+    WriteStoredFont(18);  // of 24, the head included
     WriteMessage(OneRow("A"));
     OrderRecorder recorder;
     const run::ImportOutcome outcome = Import({&recorder});
@@ -250,10 +210,7 @@ TEST_F(ImportRun, LetsAnExceptionOfTheModuleEndTheTrace) {
 }
 
 TEST_F(ImportRun, EndsTheTraceAtTruncatedPixelsOnlyWhenTheyAreRequested) {
-    samples::FontFile font = StoredFont();
-    const samples::Bytes bytes = samples::WriteFont(font);
-    const auto cut = std::span(bytes).first(bytes.size() - 4);  // the head is complete, the pixels are not
-    samples::WriteWholeFile(Path("MACHINE/.0001"), cut);
+    WriteStoredFont(4);  // the head is complete, the pixels are not
     WriteMessage(OneRow("A"));
     const std::string trace_with_pixels = TraceOf();
     EXPECT_THAT(trace_with_pixels, HasSubstr(R"({"event":"exception","text":)"));
@@ -272,74 +229,58 @@ TEST_F(ImportRun, RestoresWhatWasRegistered) {
     EXPECT_EQ(Register_GLV_OnChar(nullptr, no_directory), nullptr);
 }
 
-TEST_F(ImportRun, LeavesSkipWarningsAsTheModeSetIt) {
-    m_request.mode = run::ImportMode::kDialog;
-    Import();
-    EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 0);
-    m_request.mode = run::ImportMode::kSilent;
-    Import();
-    EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), 1);
-}
-
 struct FailureCase {
-    const char* name;
     const char* message;
     int status;
     const char* reason;
 };
-void PrintTo(const FailureCase& failure, std::ostream* out) {
-    *out << failure.name;
-}
 
-class FailedImport : public HostDisk, public testing::WithParamInterface<FailureCase> {};
-
-TEST_P(FailedImport, NamesTheFileAndTheReason) {
+TEST_F(ImportRun, NamesTheFileAndTheReasonOfAFailure) {
     samples::WriteWholeFile(Path("NOFONTS/MESSAGES/.0001"), samples::WriteMessage(OneRow("A")));
-    samples::WriteWholeFile(Path("MESSAGES/.0005"), samples::WriteFont(BlockFont()));
-    samples::WriteWholeFile(Path("MESSAGES/.0006"), std::string_view("\0\0\2\xBE", 4));
-    samples::WriteWholeFile(Path("MESSAGES/.0011"), std::string(200, 'x'));
+    samples::WriteWholeFile(Path("MESSAGES/font"), samples::WriteFont(BlockFont()));
+    samples::WriteWholeFile(Path("MESSAGES/few bytes"), std::string_view("\0\0\2\xBE", 4));
+    const samples::Bytes bytes = samples::WriteMessage(OneRow("A"));
+    samples::WriteWholeFile(Path("MESSAGES/cut short"), std::span(bytes).first(140));
+    samples::WriteWholeFile(Path("MESSAGES/foreign type"), samples::WriteRgbaFile(703, {}));
     samples::WriteWholeFile(Path("text"), std::string_view("short"));
     samples::WriteWholeFile(Path("picture"), std::string_view("\x89PNG\r\n\x1A\n"));
     samples::WriteWholeFile(Path("empty"), std::string_view());
-    samples::Bytes bytes = samples::WriteMessage(OneRow("A"));
-    samples::WriteWholeFile(Path("MESSAGES/.0008"), std::span(bytes).first(140));
-    samples::WriteWholeFile(Path("MESSAGES/.0007"), samples::WriteRgbaFile(703, {}));
-    mkfifo(Path("MESSAGES/.0009").c_str(), 0600);
-    std::filesystem::create_symlink("/dev/zero", Path("MESSAGES/.0010"));
-    m_request.message = Path(GetParam().message);
-    for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
-        m_request.mode = mode;
-        const run::ImportOutcome outcome = Import();
-        EXPECT_EQ(outcome.status, GetParam().status);
-        EXPECT_FALSE(outcome.message.has_value());
-        EXPECT_THAT(outcome.failure, StartsWith(m_request.message + ": "));
-        // With warnings it is the text of the box.
-        const std::string reason = mode == run::ImportMode::kSilent ? GetParam().reason : "";
-        EXPECT_THAT(outcome.failure, HasSubstr(reason));
+    mkfifo(Path("MESSAGES/pipe").c_str(), 0600);
+    std::filesystem::create_symlink("/dev/zero", Path("MESSAGES/endless"));
+    for (const FailureCase& row : {
+             FailureCase{"NOFONTS/MESSAGES/.0001", 1, "/NOFONTS/MACHINE does not exist"},
+             {"NOWHERE/.0001", 2, "/NOWHERE does not exist"},
+             {"MESSAGES/.0404", 3, "there is no such message file"},
+             {"MESSAGES/font", 4, "not a message file but a font file"},
+             {"MESSAGES/few bytes", 4, "ends within its first header"},
+             {"MESSAGES/cut short", 4, "zeltrans info"},
+             {"MESSAGES/foreign type", 4, "its type is 703"},
+             {"MESSAGES/pipe", 3, "a pipe, not a message file"},
+             {"MESSAGES/endless", 3, "a device, not a message file"},
+             // The font directory is missing too, which is not the cause.
+             {"nosuch", 1, "there is no such message file"},
+             {"MESSAGES", 1, "a directory, not a message file"},
+             {"text", 1, "not a message file but text"},
+             {"picture", 1, "not a message file but a PNG picture"},
+             {"empty", 1, "the message file is empty"},
+             {"NOWHERE/below/.0001", 1, "/NOWHERE/below does not exist"},
+             {"NOFONTS/MESSAGES/1", 1, "/NOFONTS/MACHINE does not exist"},
+         }) {
+        SCOPED_TRACE(row.message);
+        m_request.message = Path(row.message);
+        for (const run::ImportMode mode : {run::ImportMode::kSilent, run::ImportMode::kDialog}) {
+            m_request.mode = mode;
+            const run::ImportOutcome outcome = Import();
+            EXPECT_EQ(outcome.status, row.status);
+            EXPECT_FALSE(outcome.message.has_value());
+            EXPECT_THAT(outcome.failure, StartsWith(m_request.message + ": "));
+            // A missing directory is reported even if warnings are skipped.
+            EXPECT_EQ(outcome.boxes.empty(), mode == run::ImportMode::kSilent && row.status > 2);
+            // With warnings it is the text of the box.
+            EXPECT_THAT(outcome.failure, HasSubstr(mode == run::ImportMode::kSilent ? row.reason : ""));
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Each, FailedImport,
-    testing::Values(FailureCase{"no_font_directory", "NOFONTS/MESSAGES/.0001", 1, "/NOFONTS/MACHINE does not exist"},
-                    FailureCase{"no_message_directory", "NOWHERE/.0001", 2, "/NOWHERE does not exist"},
-                    FailureCase{"no_message_file", "MESSAGES/.0404", 3, "there is no such message file"},
-                    FailureCase{"a_font_file", "MESSAGES/.0005", 4, "not a message file but a font file"},
-                    FailureCase{"a_file_of_few_bytes", "MESSAGES/.0006", 4, "ends within its first header"},
-                    FailureCase{"a_file_cut_short", "MESSAGES/.0008", 4, "zeltrans info"},
-                    FailureCase{"a_pipe", "MESSAGES/.0009", 3, "a pipe, not a message file"},
-                    FailureCase{"an_endless_file", "MESSAGES/.0010", 3, "a device, not a message file"},
-                    FailureCase{"text", "MESSAGES/.0011", 4, "not a message file but text"},
-                    // The font directory is missing too, which is not the cause.
-                    FailureCase{"nothing", "nosuch", 1, "there is no such message file"},
-                    FailureCase{"a_directory", "MESSAGES", 1, "a directory, not a message file"},
-                    FailureCase{"loose_text", "text", 1, "not a message file but text"},
-                    FailureCase{"a_picture", "picture", 1, "not a message file but a PNG picture"},
-                    FailureCase{"an_empty_file", "empty", 1, "the message file is empty"},
-                    FailureCase{"nothing_nowhere", "NOWHERE/below/.0001", 1, "/NOWHERE/below does not exist"},
-                    FailureCase{"a_number_without_fonts", "NOFONTS/MESSAGES/1", 1, "/NOFONTS/MACHINE does not exist"},
-                    FailureCase{"a_foreign_type", "MESSAGES/.0007", 4, "its type is 703"}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 

@@ -12,12 +12,12 @@
 #include "module/contract/zel_trans_ftp.h"
 #include "module/dialog/browse.h"
 #include "module/state/module_state.h"
+#include "pictures/grab.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/message_box.h"
 #include "platform/script/memory_settings_store.h"
 #include "programs/desktop/dialogs/dialog_view.h"
 #include "programs/desktop/dialogs/qt_desktop.h"
-#include "programs/desktop/grab.h"
 
 using namespace zel;
 
@@ -33,7 +33,7 @@ class GrabbingDesktop : public desktop::QtDesktop {
             const QString name = QStringLiteral("dialog_%1").arg(dialog.GetTemplateId());
             if (before_grab) before_grab(dialog);
             QCoreApplication::processEvents();
-            screen_test::Grab(*Find(dialog), m_directory, name);
+            pictures::Grab(*Find(dialog), m_directory, name);
             dialog.EndDialog(IDCANCEL);
         });
         desktop::QtDesktop::RunModal(dialog);
@@ -41,7 +41,7 @@ class GrabbingDesktop : public desktop::QtDesktop {
     int ShowMessageBox(HWND owner, const std::string& text, const std::string& caption, UINT style) override {
         QTimer::singleShot(200, [&] {
             QWidget& box = *QApplication::activeModalWidget();
-            screen_test::Grab(box, m_directory, QStringLiteral("box_%1").arg(style));
+            pictures::Grab(box, m_directory, QStringLiteral("box_%1").arg(style));
             static_cast<QMessageBox&>(box).buttons().front()->click();
         });
         return desktop::QtDesktop::ShowMessageBox(owner, text, caption, style);
@@ -49,7 +49,7 @@ class GrabbingDesktop : public desktop::QtDesktop {
     int RunFileDialog(CFileDialog& dialog, std::string& path) override {
         QTimer::singleShot(500, [&] {
             QWidget& files = *QApplication::activeModalWidget();
-            screen_test::Grab(files, m_directory, QStringLiteral("files"));
+            pictures::Grab(files, m_directory, QStringLiteral("files"));
             files.close();
         });
         return desktop::QtDesktop::RunFileDialog(dialog, path);
@@ -82,7 +82,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     if (argc < 3) return 2;
-    screen_test::UsePalette(argv[2]);
+    pictures::UsePalette(argv[2]);
 
     script::MemorySettingsStore settings;
     seam::SetSettingsStore(&settings);

@@ -94,30 +94,27 @@ struct WidthCase {
     const char* characters;
     std::vector<int> widths;
 };
-void PrintTo(const WidthCase& row, std::ostream* out) {
-    *out << row.name;
+
+TEST(DocumentReader, GivesACharacterItsWidth) {
+    for (const WidthCase& row : {
+             WidthCase{
+                 "to the next", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":12,"step":8})", {7, 8}},
+             {"a gap after it", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":99})", {20, 10}},
+             {"wider than high",
+              R"({"row":0,"text":"a","x":5,"step":60},{"row":0,"text":"b","x":70,"step":60})",
+              {60, 60}},
+             {"the next to its left", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":1})", {9, 10}},
+             {"the next in another row",
+              R"({"row":0,"text":"a","x":5},{"row":1,"text":"b","x":9},{"row":0,"text":"c","x":11})",
+              {6, 2, 10}},
+         }) {
+        const DocumentContents contents = ReadDocumentText(R"({"rows":[{"depth":20},{"depth":0}],"characters":[)" +
+                                                           std::string(row.characters) + "]}");
+        std::vector<int> widths;
+        for (const document::DocumentCharacter& character : contents.characters) widths.push_back(character.width);
+        EXPECT_EQ(widths, row.widths) << row.name;
+    }
 }
-class CharacterWidth : public testing::TestWithParam<WidthCase> {};
-TEST_P(CharacterWidth, FollowsTheRule) {
-    const DocumentContents contents = ReadDocumentText(R"({"rows":[{"depth":20},{"depth":0}],"characters":[)" +
-                                                       std::string(GetParam().characters) + "]}");
-    std::vector<int> widths;
-    for (const document::DocumentCharacter& character : contents.characters) widths.push_back(character.width);
-    EXPECT_EQ(widths, GetParam().widths);
-}
-INSTANTIATE_TEST_SUITE_P(
-    Each, CharacterWidth,
-    testing::Values(
-        WidthCase{"to_the_next", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":12,"step":8})", {7, 8}},
-        WidthCase{"a_gap_after_it", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":99})", {20, 10}},
-        WidthCase{"wider_than_high",
-                  R"({"row":0,"text":"a","x":5,"step":60},{"row":0,"text":"b","x":70,"step":60})",
-                  {60, 60}},
-        WidthCase{"the_next_to_its_left", R"({"row":0,"text":"a","x":5,"step":9},{"row":0,"text":"b","x":1})", {9, 10}},
-        WidthCase{"the_next_in_another_row",
-                  R"({"row":0,"text":"a","x":5},{"row":1,"text":"b","x":9},{"row":0,"text":"c","x":11})",
-                  {6, 2, 10}}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 

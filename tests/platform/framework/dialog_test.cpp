@@ -4,7 +4,7 @@
 #include "platform/framework/exceptions.h"
 #include "platform/script/headless_desktop.h"
 #include "platform/system/errors.h"
-#include "test_dialog.h"
+#include "platform/test_dialog.h"
 
 namespace zel::test {
 
@@ -42,44 +42,6 @@ TEST_F(Dialogs, AreCreatedFromTemplatesOfTheCurrentModuleOnly) {
     EXPECT_NE(m_dialog.GetControl(0), nullptr) << "a control without an id";
     EXPECT_EQ(m_dialog.GetDlgItem(IDC_STATIC), nullptr);
     EXPECT_EQ(m_dialog.GetControl(99), nullptr);
-}
-
-TEST_F(Dialogs, ShowTheirMembersAndReadThemBackOnOk) {
-    m_dialog.edit_text = "before";
-    m_dialog.checked = 1;
-    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) {
-        script::DialogDriver user(dialog);
-        EXPECT_EQ(user.Caption(), "Test");
-        EXPECT_EQ(user.Text(kEdit), "before");
-        EXPECT_TRUE(user.IsChecked(kCheck));
-        user.Type(kEdit, "after");
-        user.Check(kCheck, false);
-        user.PressEnter();
-    });
-    EXPECT_EQ(m_dialog.DoModal(), IDOK);
-    EXPECT_STREQ(m_dialog.edit_text, "after");
-    EXPECT_EQ(m_dialog.checked, 0);
-    EXPECT_EQ(m_dialog.m_hWnd, nullptr);
-}
-
-TEST_F(Dialogs, IgnoreNotificationsWhileTheirControlsAreFilled) {
-    m_dialog.edit_text = "before";
-    ASSERT_TRUE(m_dialog.Create(kTestDialog));
-    EXPECT_EQ(m_dialog.events, "");
-    m_dialog.edit_text = "after";
-    EXPECT_TRUE(m_dialog.UpdateData(FALSE));
-    EXPECT_EQ(m_dialog.events, "");
-    m_dialog.SetDlgItemText(kEdit, "typed");
-    EXPECT_EQ(m_dialog.events, "update change ");
-}
-
-TEST_F(Dialogs, EndByEscapeAndByTheirTitleBarAlike) {
-    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { script::DialogDriver(dialog).PressEscape(); });
-    EXPECT_EQ(m_dialog.DoModal(), IDCANCEL);
-    EXPECT_EQ(m_dialog.events, "cancel ");
-    m_desktop.HandleDialog(kTestDialog, [](CDialog& dialog) { script::DialogDriver(dialog).Close(); });
-    EXPECT_EQ(m_dialog.DoModal(), IDCANCEL);
-    EXPECT_EQ(m_dialog.events, "cancel close cancel ");
 }
 
 TEST_F(Dialogs, PressTheirDefaultButtonOnEnter) {
@@ -145,33 +107,6 @@ TEST_F(Dialogs, NotifyTheirListenerOfEveryChange) {
     using enum framework::WindowChange;
     EXPECT_EQ(listener.seen, (std::vector{text, selection, list, check, enabled, visible, focus, default_button, rect,
                                           ended, destroyed}));
-}
-
-/// A window of a host, which records the messages that it receives.
-class HostWindow : public CWnd {
-  public:
-    std::vector<UINT> messages;
-
-  protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        messages.push_back(message);
-        return message == 1125 ? static_cast<LRESULT>(wParam) : CWnd::WindowProc(message, wParam, lParam);
-    }
-};
-
-TEST(HostWindows, ReceiveMessagesAfterTheyAreCreated) {
-    HostWindow host;
-    EXPECT_EQ(host.SendMessage(1125, 12), 0) << "no window yet";
-    ASSERT_TRUE(host.CreateHostWindow("host"));
-    EXPECT_EQ(host.SendMessage(1125, 12), 12);
-    EXPECT_EQ(SendMessageA(host.m_hWnd, 1181, 0, 1), 0);
-    EXPECT_EQ(CWnd::FromHandle(host.m_hWnd), &host);
-    EXPECT_EQ(host.messages, (std::vector<UINT>{1125, 1181}));
-    AfxGetThread()->m_pMainWnd = &host;
-    host.SendMessage(WM_CLOSE);
-    EXPECT_EQ(host.m_hWnd, nullptr);
-    EXPECT_EQ(AfxGetMainWnd(), &host);
-    AfxGetThread()->m_pMainWnd = nullptr;
 }
 
 }  // namespace

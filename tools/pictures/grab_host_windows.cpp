@@ -14,9 +14,9 @@
 
 #include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
+#include "pictures/grab.h"
 #include "platform/script/dialog_driver.h"
 #include "platform/script/memory_settings_store.h"
-#include "programs/desktop/grab.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/program_icon.h"
 #include "programs/desktop/widgets/readable_colours.h"
@@ -36,7 +36,7 @@ class Grabber {
   private:
     void Save(QWidget& window, const QString& name) {
         QTest::qWait(200);
-        screen_test::Grab(window, m_directory, name);
+        pictures::Grab(window, m_directory, name);
     }
     void Press(std::initializer_list<const char*> actions) {
         for (const char* const action : actions) m_window->findChild<QAction*>(QLatin1String(action))->trigger();
@@ -90,7 +90,7 @@ void Grabber::SaveImport() {
     Save(*m_window, QStringLiteral("empty"));
     m_window->Open({m_home.path() + QStringLiteral("/no disk here"), m_disk});
     QTest::qWait(20);
-    screen_test::Grab(*m_window, m_directory, QStringLiteral("importing"));
+    pictures::Grab(*m_window, m_directory, QStringLiteral("importing"));
     if (!QTest::qWaitFor([&] { return !m_window->IsBusy(); }, 60000)) std::cerr << "the import does not end\n";
     QTest::qWait(500);
     Save(*m_window, QStringLiteral("notice"));
@@ -164,7 +164,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     if (argc != 4) return 2;
-    screen_test::UsePalette(argv[2]);
+    pictures::UsePalette(argv[2]);
     desktop::UseReadableColours();
     QApplication::setWindowIcon(desktop::ProgramIcon());
     script::MemorySettingsStore settings;

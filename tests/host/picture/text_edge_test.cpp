@@ -26,24 +26,6 @@ TEST(EdgeOfText, FollowsTheDirection) {
     }
 }
 
-TEST(EdgeOfText, OfAnOffsetIsTheFaceMoved) {
-    const picture::Coverage moved = picture::Shifted({5, 9, 1, 1, {200}}, {3, 4});
-    EXPECT_EQ(moved.left, 8);
-    EXPECT_EQ(moved.top, 5);
-    EXPECT_EQ(moved.bytes, std::vector<std::uint8_t>{200});
-}
-
-TEST(EdgeOfText, OfAShadowIsSolid) {
-    const picture::Coverage shadow = picture::Extruded({0, 1, 1, 1, {255}}, {2, 2});
-    EXPECT_EQ(shadow.left, 0);
-    EXPECT_EQ(shadow.top, 1);
-    EXPECT_EQ(shadow.bytes, (std::vector<std::uint8_t>{0, 0, 0, 0, 255, 0, 0, 0, 255}));
-    const picture::Coverage up = picture::Extruded({0, 1, 1, 1, {255}}, {-2, -2});
-    EXPECT_EQ(up.left, -2);
-    EXPECT_EQ(up.top, 3);
-    EXPECT_EQ(up.bytes, (std::vector<std::uint8_t>{255, 0, 0, 0, 255, 0, 0, 0, 0}));
-}
-
 /// The greatest coverage of a face at one of its positions along a vector.
 int LargestAlong(const picture::Coverage& face, picture::EdgeVector vector, int x, int y) {
     const int steps = std::max(std::abs(vector.right), std::abs(vector.down));
@@ -75,9 +57,25 @@ TEST(EdgeOfText, OfAShadowCoversEachPositionOfTheFace) {
     }
 }
 
-TEST(EdgeOfText, OfAnEmptyFaceIsEmpty) {
+TEST(EdgeOfText, MovesOrExtrudesTheFace) {
+    using Bytes = std::vector<std::uint8_t>;
+    const picture::Coverage face{0, 1, 1, 1, {255}};
+    const struct {
+        const char* name;
+        picture::Coverage edge;
+        int left, top;
+        Bytes bytes;
+    } rows[] = {
+        {"an offset", picture::Shifted({5, 9, 1, 1, {200}}, {3, 4}), 8, 5, {200}},
+        {"a solid shadow", picture::Extruded(face, {2, 2}), 0, 1, {0, 0, 0, 0, 255, 0, 0, 0, 255}},
+        {"a shadow up and to the left", picture::Extruded(face, {-2, -2}), -2, 3, {255, 0, 0, 0, 255, 0, 0, 0, 0}},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(row.edge.bytes, row.bytes) << row.name;
+        EXPECT_EQ(row.edge.left, row.left) << row.name;
+        EXPECT_EQ(row.edge.top, row.top) << row.name;
+    }
     EXPECT_TRUE(picture::Extruded({}, {2, 2}).bytes.empty());
-    EXPECT_TRUE(picture::Shifted({}, {2, 2}).bytes.empty());
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
-#include "programs/desktop/grab.h"
+#include "pictures/grab.h"
 
 #include <QApplication>
 #include <QStyleFactory>
 #include <QWidget>
 #include <iostream>
 
-namespace zel::screen_test {
+namespace zel::pictures {
 
 namespace {
 
@@ -31,4 +31,4 @@ void Grab(QWidget& window, const QString& directory, const QString& name) {
     if (!window.grab().save(file)) std::cerr << file.toStdString() << " cannot be written\n";
 }
 
-}  // namespace zel::screen_test
+}  // namespace zel::pictures
