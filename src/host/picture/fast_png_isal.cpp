@@ -105,7 +105,7 @@ class Adler {
 /// Whether colours change gradually in much of the rows, as in a photograph. Filters make such rows shorter, and those
 /// of characters longer.
 bool IsGradual(ConstPixelView pixels, int top, int bottom) noexcept {
-    constexpr int kRowStep = 4, kLargestStep = 24;  // the latter as sum of the four channels
+    constexpr int kRowStep = 16, kLargestStep = 24;  // the latter as sum of the four channels
     int gradual = 0, all = 0;
     const auto change = [](const Rgba& a, const Rgba& b) {
         return std::abs(a.red - b.red) + std::abs(a.green - b.green) + std::abs(a.blue - b.blue) +
@@ -208,7 +208,7 @@ void Encoder::CopyRows(int top, int bottom) noexcept {
 
 void Encoder::FilterRows(int top, int bottom) {
     const std::size_t samples = m_row_bytes - 1;
-    PngFilter filter(samples, SamplesOf(m_type));
+    PngFilter filter(samples, SamplesOf(m_type), PngFilters::kSimple);
     Bytes row(samples), above(samples);
     if (top > 0) CopySamples(m_pixels.Row(top - 1), m_type, above.data());
     std::uint8_t* out = m_rows.data();

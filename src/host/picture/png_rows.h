@@ -23,12 +23,19 @@ void CopySamples(std::span<const Rgba> pixels, PngColourType type, std::uint8_t*
 /// Whether all samples of pixels are 0.
 bool HasZeroSamples(std::span<const Rgba> pixels, PngColourType type) noexcept;
 
+enum class PngFilters {
+    /// None, left and above: quick, and the better ones for a quick compressor.
+    kSimple,
+    /// All five.
+    kAll,
+};
+
 /// Filters of single rows. Each row gets the filter whose result has the smallest sum of magnitudes, which suits
 /// gradual changes of colour.
 class PngFilter {
   public:
     /// @param samples  bytes of a pixel.
-    PngFilter(std::size_t row_samples, int samples);
+    PngFilter(std::size_t row_samples, int samples, PngFilters filters);
 
     /// Filters a row and writes it, the byte of the filter first.
     /// @param row    the samples of the row.
@@ -37,8 +44,8 @@ class PngFilter {
 
   private:
     int m_samples;
-    /// The row by each of the five filters.
-    std::vector<std::uint8_t> m_filtered[5];
+    /// The row by each of the filters, in the order of their numbers.
+    std::vector<std::vector<std::uint8_t>> m_filtered;
 };
 
 }  // namespace zel::picture

@@ -126,7 +126,7 @@ Bytes RowsOf(const Samples& samples, int width, bool filtered) {
     const std::size_t row_samples = PngRowBytes(width, samples.type) - 1;
     if (row_samples == 0) return {};
     Bytes rows(samples.bytes.size() / row_samples * (row_samples + 1));
-    PngFilter filter(filtered ? row_samples : 0, SamplesOf(samples.type));
+    PngFilter filter(filtered ? row_samples : 0, SamplesOf(samples.type), PngFilters::kAll);
     const Bytes zeros(row_samples);
     std::span<const std::uint8_t> above = zeros;
     std::uint8_t* out = rows.data();
