@@ -85,13 +85,13 @@ void PngFilter::Filter(std::span<const std::uint8_t> row, std::span<const std::u
                        std::uint8_t* out) noexcept {
     const std::size_t step = std::min(static_cast<std::size_t>(m_samples), row.size());
     for (std::size_t filter = 0; filter < m_filtered.size(); ++filter) {
-        Bytes& out = m_filtered[filter];
+        Bytes& filtered = m_filtered[filter];
         const auto subtract = [&](auto&& predict) {
             // The first pixel has none to its left.
             const std::uint8_t none[kMaxSamples] = {};
-            Subtract(row.data(), none, above.data(), none, step, out.data(), predict);
+            Subtract(row.data(), none, above.data(), none, step, filtered.data(), predict);
             Subtract(row.data() + step, row.data(), above.data() + step, above.data(), row.size() - step,
-                     out.data() + step, predict);
+                     filtered.data() + step, predict);
         };
         using Sample = std::int16_t;
         if (filter == 0) subtract([](Sample, Sample, Sample) { return 0; });
