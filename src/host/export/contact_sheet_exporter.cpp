@@ -11,6 +11,8 @@ namespace {
 
 class ContactSheetExporter : public Exporter {
   public:
+    explicit ContactSheetExporter(const ExportOptions& options) : m_effort(options.effort) {}
+
     bool WantsThumbnails() const override { return true; }
 
     std::vector<ExportedFile> Collect(const ExportedMessage& message) override {
@@ -29,9 +31,10 @@ class ContactSheetExporter : public Exporter {
         const picture::Picture page = m_sheet.Page();
         m_sheet = ContactSheet();
         return {{"contact-sheet-" + number + ".png",
-                 picture::EncodePng(page, {picture::PngChannels::kColour, picture::PixelShape::kSquare})}};
+                 picture::EncodePng(page, {picture::PngChannels::kColour, picture::PixelShape::kSquare, m_effort})}};
     }
 
+    const picture::PngEffort m_effort;
     ContactSheet m_sheet;
     picture::TextRenderer m_renderer;
     int m_pages = 0;
@@ -39,8 +42,8 @@ class ContactSheetExporter : public Exporter {
 
 }  // namespace
 
-std::unique_ptr<Exporter> MakeContactSheetExporter(const ExportOptions& /*options*/) {
-    return std::make_unique<ContactSheetExporter>();
+std::unique_ptr<Exporter> MakeContactSheetExporter(const ExportOptions& options) {
+    return std::make_unique<ContactSheetExporter>(options);
 }
 
 }  // namespace zel::exporter

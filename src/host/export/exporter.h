@@ -7,12 +7,15 @@
 #include "host/export/export_subject.h"
 #include "host/export/manifest.h"
 #include "host/picture/picture.h"
+#include "host/picture/png_writer.h"
 
 namespace zel::exporter {
 
 struct ExportOptions {
     /// Colours multiplied by their alpha, in the formats with an alpha channel: PNG, square-pixel PNG and TGA.
     bool premultiplied = false;
+    /// Of all files that are PNG pictures.
+    picture::PngEffort effort = picture::PngEffort::kFast;
 };
 
 /// A file for the export's directory.

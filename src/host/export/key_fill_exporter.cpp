@@ -19,17 +19,24 @@ picture::Picture FillOf(picture::Picture picture) {
 
 class KeyFillExporter : public Exporter {
   public:
+    explicit KeyFillExporter(const ExportOptions& options) : m_effort(options.effort) {}
+
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
         const picture::Picture& frame = message.Frame();
-        return {{message.Stem() + ".png", picture::EncodePng(FillOf(frame), {picture::PngChannels::kColour})},
-                {message.Stem() + "_A.png", picture::EncodePng(frame, {picture::PngChannels::kAlpha})}};
+        const picture::PngForm fill{.channels = picture::PngChannels::kColour, .effort = m_effort};
+        const picture::PngForm key{.channels = picture::PngChannels::kAlpha, .effort = m_effort};
+        return {{message.Stem() + ".png", picture::EncodePng(FillOf(frame), fill)},
+                {message.Stem() + "_A.png", picture::EncodePng(frame, key)}};
     }
+
+  private:
+    const picture::PngEffort m_effort;
 };
 
 }  // namespace
 
-std::unique_ptr<Exporter> MakeKeyFillExporter(const ExportOptions& /*options*/) {
-    return std::make_unique<KeyFillExporter>();
+std::unique_ptr<Exporter> MakeKeyFillExporter(const ExportOptions& options) {
+    return std::make_unique<KeyFillExporter>(options);
 }
 
 }  // namespace zel::exporter

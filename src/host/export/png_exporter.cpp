@@ -9,22 +9,23 @@ namespace {
 
 class PngExporter : public Exporter {
   public:
-    explicit PngExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
+    explicit PngExporter(const ExportOptions& options) : m_options(options) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
         const picture::Picture& frame = message.Frame();
-        return {{message.Stem() + ".png",
-                 m_premultiplied ? picture::EncodePng(Premultiplied(frame)) : picture::EncodePng(frame)}};
+        const picture::PngForm form{.effort = m_options.effort};
+        return {{message.Stem() + ".png", m_options.premultiplied ? picture::EncodePng(Premultiplied(frame), form)
+                                                                  : picture::EncodePng(frame, form)}};
     }
 
   private:
-    const bool m_premultiplied;
+    const ExportOptions m_options;
 };
 
 }  // namespace
 
 std::unique_ptr<Exporter> MakePngExporter(const ExportOptions& options) {
-    return std::make_unique<PngExporter>(options.premultiplied);
+    return std::make_unique<PngExporter>(options);
 }
 
 }  // namespace zel::exporter

@@ -16,23 +16,24 @@ picture::Picture WithSquarePixels(const picture::Picture& frame, VideoStandard s
 
 class SquareExporter : public Exporter {
   public:
-    explicit SquareExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
+    explicit SquareExporter(const ExportOptions& options) : m_options(options) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
         picture::Picture picture = WithSquarePixels(message.Frame(), message.Source().standard);
-        if (m_premultiplied) picture = Premultiplied(std::move(picture));
-        const picture::PngForm form{picture::PngChannels::kColourAndAlpha, picture::PixelShape::kSquare};
+        if (m_options.premultiplied) picture = Premultiplied(std::move(picture));
+        const picture::PngForm form{picture::PngChannels::kColourAndAlpha, picture::PixelShape::kSquare,
+                                    m_options.effort};
         return {{message.Stem() + "_square.png", picture::EncodePng(picture, form)}};
     }
 
   private:
-    const bool m_premultiplied;
+    const ExportOptions m_options;
 };
 
 }  // namespace
 
 std::unique_ptr<Exporter> MakeSquareExporter(const ExportOptions& options) {
-    return std::make_unique<SquareExporter>(options.premultiplied);
+    return std::make_unique<SquareExporter>(options);
 }
 
 }  // namespace zel::exporter

@@ -1,126 +1,25 @@
 #include "host/picture/png_writer.h"
 
-#include <cstdio>
-#include <span>
 #include <stdexcept>
-#include <utility>
-#include <vector>
-
-#include <png.h>
 
 #include "base/whole_file.h"
+#include "host/picture/fast_png.h"
+#include "host/picture/small_png.h"
 
 namespace zel::picture {
 
-namespace {
-
-/// Pictures of text have large areas of one colour: a higher level takes time and saves hardly any bytes.
-constexpr int kCompressionLevel = 2;
-
-constexpr int ColourType(PngChannels channels) noexcept {
-    if (channels == PngChannels::kAlpha) return PNG_COLOR_TYPE_GRAY;
-    return channels == PngChannels::kColour ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGB_ALPHA;
-}
-
-/// Data of an encoding. Allocated outside the function that the library leaves by longjmp.
-struct Encoding {
-    ConstPixelView pixels;
-    PngForm form;
-    std::string bytes;
-    /// A row of the file; empty when the file has all channels of the picture.
-    std::vector<png_byte> row;
-    /// Why the encoding failed.
-    char reason[200] = "out of memory";
-};
-
-void OnPngError(png_structp png, png_const_charp text) {
-    auto* encoding = static_cast<Encoding*>(png_get_error_ptr(png));
-    std::snprintf(encoding->reason, sizeof encoding->reason, "%s", text);
-    png_longjmp(png, 1);
-}
-
-void OnPngWarning(png_structp /*png*/, png_const_charp /*text*/) {}
-
-bool Append(std::string& bytes, png_bytep more, std::size_t size) noexcept {
-    try {
-        bytes.append(reinterpret_cast<const char*>(more), size);
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
-void OnPngBytes(png_structp png, png_bytep bytes, std::size_t size) {
-    // An exception must not pass through the library, nor be active when the library jumps.
-    if (!Append(static_cast<Encoding*>(png_get_io_ptr(png))->bytes, bytes, size)) png_error(png, "out of memory");
-}
-
-void OnPngFlush(png_structp /*png*/) {}
-
-/// A row in the file's channels.
-const png_byte* FileRow(Encoding& encoding, std::span<const Rgba> pixels) noexcept {
-    if (encoding.row.empty()) return &pixels.front().red;
-    png_byte* out = encoding.row.data();
-    for (const Rgba& pixel : pixels) {
-        if (encoding.form.channels == PngChannels::kAlpha) {
-            *out++ = pixel.alpha;
-        } else {
-            *out++ = pixel.red;
-            *out++ = pixel.green;
-            *out++ = pixel.blue;
-        }
-    }
-    return encoding.row.data();
-}
-
-void WriteChunks(png_structp png, png_infop info, Encoding& encoding) {
-    const ConstPixelView pixels = encoding.pixels;
-    const PixelAspect aspect =
-        encoding.form.shape == PixelShape::kSquare ? PixelAspect() : VideoAspect(pixels.Height());
-    png_set_IHDR(png, info, static_cast<png_uint_32>(pixels.Width()), static_cast<png_uint_32>(pixels.Height()), 8,
-                 ColourType(encoding.form.channels), PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-                 PNG_FILTER_TYPE_DEFAULT);
-    // The chunk has pixels per unit of length: 11 across for 10 down when a pixel is 10 wide and 11 high.
-    png_set_pHYs(png, info, static_cast<png_uint_32>(aspect.height), static_cast<png_uint_32>(aspect.width),
-                 PNG_RESOLUTION_UNKNOWN);
-    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
-    png_set_compression_level(png, kCompressionLevel);
-    png_write_info(png, info);
-    for (int y = 0; y < pixels.Height(); ++y) png_write_row(png, FileRow(encoding, pixels.Row(y)));
-    png_write_end(png, info);
-}
-
-/// The library leaves by longjmp when it fails, so this function must not have objects with destructors.
-bool Encode(Encoding& encoding) {
-    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &encoding, OnPngError, OnPngWarning);
-    png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
-    if (info == nullptr) {
-        png_destroy_write_struct(&png, nullptr);
-        return false;
-    }
-    if (setjmp(png_jmpbuf(png)) != 0) {
-        png_destroy_write_struct(&png, &info);
-        return false;
-    }
-    png_set_write_fn(png, &encoding, OnPngBytes, OnPngFlush);
-    WriteChunks(png, info, encoding);
-    png_destroy_write_struct(&png, &info);
-    return true;
-}
-
-}  // namespace
-
 std::string EncodePng(const Picture& picture, PngForm form) {
-    Encoding encoding{picture.View(), form, {}, {}};
-    if (form.channels != PngChannels::kColourAndAlpha) encoding.row.resize(PixelBytes(picture.width, 1));
-    if (!Encode(encoding)) throw std::runtime_error(std::string("PNG encoding failed: ") + encoding.reason);
-    return std::move(encoding.bytes);
+    try {
+        return form.effort == PngEffort::kSmall ? EncodeSmallPng(picture, form) : EncodeFastPng(picture, form);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(std::string("PNG encoding failed: ") + error.what());
+    }
 }
 
-void WritePng(const std::filesystem::path& file, const Picture& picture) {
+void WritePng(const std::filesystem::path& file, const Picture& picture, PngForm form) {
     std::string bytes;
     try {
-        bytes = EncodePng(picture);
+        bytes = EncodePng(picture, form);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(file.string() + ": could not be written: " + error.what());
     }

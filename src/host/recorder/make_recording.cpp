@@ -98,7 +98,7 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
     if (arrived.picture) {
         recording.width = arrived.picture->width;
         recording.height = arrived.picture->height;
-        recording.picture = picture::EncodePng(*arrived.picture);
+        recording.picture = picture::EncodePng(*arrived.picture, {.effort = context.png_effort});
     }
     if (arrived.message.rgba) recording.standard = library::RgbaStandard(recording.height, arrived.message.standard);
     return recording;

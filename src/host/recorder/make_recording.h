@@ -5,6 +5,7 @@
 
 #include "host/library/recording.h"
 #include "host/picture/picture.h"
+#include "host/picture/png_writer.h"
 #include "host/recorder/source_files.h"
 #include "host/reference_host.h"
 
@@ -18,6 +19,7 @@ struct RecordingContext {
     std::string font_directory;
     /// As in Recording.
     std::string options;
+    picture::PngEffort png_effort = picture::PngEffort::kFast;
 };
 
 /// What the host received of one message.

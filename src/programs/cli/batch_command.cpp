@@ -37,6 +37,7 @@ struct BatchArguments {
     std::optional<std::string> library, name, directory, report, trace, settings;
     host::TracePixels pixels = host::TracePixels::kNo;
     bool resume = false;
+    picture::PngEffort effort = picture::PngEffort::kFast;
     int jobs = DefaultJobs();
 
     bool Records() const { return library || directory; }
@@ -58,6 +59,7 @@ recorder::RecorderOptions RecorderOptionsOf(const BatchArguments& arguments, rec
     recorder::RecorderOptions options;
     options.context.disk = arguments.name.value_or("");
     options.context.font_directory = run::FontDirectoryOf(arguments.request);
+    options.context.png_effort = arguments.effort;
     options.context.options = recorder::DescribeOptions(arguments.request.host, digests);
     options.library = arguments.library;
     options.directory = arguments.directory;
@@ -256,6 +258,7 @@ void AddOutputs(CLI::App& command, BatchArguments& arguments) {
         "with --library: skip numbers that are already recorded, with the same options and from unchanged files");
     AddPath(command, "--out", arguments.directory, "DIR",
             "write each message as a picture, NUMBER.png, and as a JSON document, NUMBER.json");
+    AddSmall(command, arguments.effort);
     AddJobs(command, arguments.jobs, "threads that encode pictures");
     AddPath(command, "--report", arguments.report, "FILE", "write a summary of the run as JSON");
     AddTrace(command, arguments.trace);

@@ -135,6 +135,7 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     command.add_flag_callback("--list-formats", ListFormats, "print the formats and exit")->trigger_on_parse();
     command.add_flag("--premultiplied", arguments->options.premultiplied,
                      "premultiply colours by alpha, in formats with an alpha channel");
+    AddSmall(command, arguments->options.effort);
     AddText(command, "--disk", arguments->name, "NAME", "the name of the disk, if the library contains several");
     AddJobs(command, arguments->jobs, "messages exported in parallel");
     AddTrace(command, arguments->trace);

@@ -32,6 +32,7 @@ struct ImportArguments {
     host::TracePixels pixels = host::TracePixels::kNo;
     bool warnings = false;
     bool fields = false;
+    picture::PngEffort effort = picture::PngEffort::kFast;
 };
 
 class Import {
@@ -105,7 +106,7 @@ void Import::WritePicture(const run::ImportOutcome& outcome) {
     }
     if (m_arguments.fields) picture::DrawTabFields(*picture, *outcome.message);
     try {
-        picture::WritePng(m_png, *picture);
+        picture::WritePng(m_png, *picture, {.effort = m_arguments.effort});
     } catch (const std::runtime_error& error) {
         throw CommandError(error.what());
     }
@@ -151,6 +152,7 @@ void AddInputs(CLI::App& command, ImportArguments& arguments) {
 void AddOutputs(CLI::App& command, ImportArguments& arguments) {
     AddPath(command, "--png", arguments.png, "FILE",
             "write the picture as PNG: 720 x 486 pixels for NTSC, 720 x 576 for PAL; an RGBA picture in its own size");
+    AddSmall(command, arguments.effort);
     command.add_flag("--fields", arguments.fields, "with --png: draw the frames and names of the tab fields");
     AddPath(command, "--json", arguments.json, "FILE", "write the message as a JSON document");
     AddTrace(command, arguments.trace);

@@ -34,6 +34,12 @@ int DefaultJobs() {
     return static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, static_cast<unsigned>(kMaxJobs)));
 }
 
+void AddSmall(CLI::App& command, picture::PngEffort& effort) {
+    command.add_flag_callback(
+        "--small", [&effort] { effort = picture::PngEffort::kSmall; },
+        "write the smallest PNG files, at some tenths of a second each");
+}
+
 void AddMaps(CLI::App& command, std::optional<std::string>& directory) {
     AddPath(command, "--maps", directory, "DIR",
             "the directory of the name lists typeface_list.txt and bitstream_fontlist.txt [none]");

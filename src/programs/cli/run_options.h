@@ -6,6 +6,7 @@
 #include <CLI/App.hpp>
 
 #include "host/number_range.h"
+#include "host/picture/png_writer.h"
 #include "host/reference_host.h"
 #include "host/run/dialog_script.h"
 #include "host/trace.h"
@@ -22,6 +23,9 @@ void AddRange(CLI::App& command, host::NumberRange& range);
 void AddJobs(CLI::App& command, int& jobs, const std::string& what);
 /// The default of --jobs: one per processor core.
 int DefaultJobs();
+
+/// --small.
+void AddSmall(CLI::App& command, picture::PngEffort& effort);
 
 /// --maps: the directory of the name lists.
 void AddMaps(CLI::App& command, std::optional<std::string>& directory);

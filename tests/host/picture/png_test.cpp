@@ -1,5 +1,10 @@
+#include <map>
+#include <string>
+#include <vector>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <stb/stb_image.h>
 
 #include "host/picture/png_reader.h"
 #include "host/picture/png_writer.h"
@@ -17,16 +22,121 @@ picture::Picture Gradient(int height = 3) {
     return picture;
 }
 
-TEST(Png, DecodesToTheChannelsThatItContains) {
-    const picture::Picture picture = Gradient();
-    const picture::Picture decoded = picture::DecodePng(picture::EncodePng(picture));
-    const picture::Picture colour = picture::DecodePng(picture::EncodePng(picture, {picture::PngChannels::kColour}));
-    const picture::Picture alpha = picture::DecodePng(picture::EncodePng(picture, {picture::PngChannels::kAlpha}));
-    EXPECT_EQ(decoded.rgba, picture.rgba);
-    for (std::size_t n = 0; n < picture.rgba.size(); ++n) {
-        EXPECT_EQ(colour.rgba[n], n % 4 == 3 ? 255 : picture.rgba[n]);
-        EXPECT_EQ(alpha.rgba[n], n % 4 == 3 ? 255 : picture.rgba[n | 3]);
+/// A picture whose pixels a function gives.
+template <typename Pixel>
+picture::Picture Drawn(int width, int height, Pixel&& pixel) {
+    picture::Picture picture = picture::ClearPicture(width, height);
+    for (int y = 0; y < height; ++y) {
+        const auto row = picture.View().Row(y);
+        for (int x = 0; x < width; ++x) row[static_cast<std::size_t>(x)] = pixel(x, y);
     }
+    return picture;
+}
+
+std::uint8_t Byte(int value) {
+    return static_cast<std::uint8_t>(value);
+}
+
+struct PictureCase {
+    const char* name;
+    picture::Picture picture;
+};
+
+/// Pictures that encoders treat in different ways.
+std::vector<PictureCase> Pictures() {
+    unsigned random = 1;
+    const auto noise = [&random] { return static_cast<std::uint8_t>((random = random * 1664525 + 1013904223) >> 24); };
+    const auto smooth = [](int x, int y) {
+        return picture::Rgba{Byte(x / 2), Byte(y / 2), Byte((x + y) / 4), Byte(255 - x / 4)};
+    };
+    const auto sparse = [](int x, int y) {
+        return y % 7 == 3 && x % 5 == 1 ? picture::Rgba{Byte(x * 7), Byte(y), 9, Byte(x | 1)} : picture::Rgba{};
+    };
+    return {
+        {"no row is clear", Gradient(486)},
+        {"all rows are clear", picture::ClearPicture(720, 576)},
+        {"one pixel", Drawn(1, 1,
+                            [](int, int) {
+                                return picture::Rgba{1, 2, 3, 4};
+                            })},
+        {"clear rows between others", Drawn(33, 600, sparse)},
+        {"gradual changes, which filters make shorter", Drawn(300, 200, smooth)},
+        {"noise, which nothing makes shorter", Drawn(701, 400,
+                                                     [&](int, int) {
+                                                         return picture::Rgba{noise(), noise(), noise(), noise()};
+                                                     })},
+        {"256 colours", Drawn(256, 4,
+                              [](int x, int) {
+                                  return picture::Rgba{Byte(x), 0, 0, 200};
+                              })},
+        {"257 colours", Drawn(257, 2,
+                              [](int x, int) {
+                                  return picture::Rgba{Byte(x), Byte(x / 256), 0, 255};
+                              })},
+        {"opaque greys", Drawn(300, 3,
+                               [](int x, int) {
+                                   return picture::Rgba{Byte(x), Byte(x), Byte(x), 255};
+                               })},
+        {"greys with alpha", Drawn(300, 40,
+                                   [](int x, int y) {
+                                       return picture::Rgba{Byte(x), Byte(x), Byte(x), Byte(y * 6)};
+                                   })},
+        {"black characters, clear without their alpha",
+         Drawn(64, 64,
+               [](int x, int y) {
+                   return picture::Rgba{0, 0, 0, Byte(y < 20 ? 0 : x * 4)};
+               })},
+    };
+}
+
+/// What a reader makes of a pixel in a file of these channels.
+picture::Rgba Shown(picture::Rgba pixel, picture::PngChannels channels) {
+    if (channels == picture::PngChannels::kAlpha) return {pixel.alpha, pixel.alpha, pixel.alpha, 255};
+    if (channels == picture::PngChannels::kColour) pixel.alpha = 255;
+    return pixel;
+}
+
+/// Decodes with a library that shares nothing with the writer or with libpng.
+std::vector<std::uint8_t> DecodedByStb(const std::string& png) {
+    int width = 0, height = 0, channels = 0;
+    stbi_uc* const pixels = stbi_load_from_memory(reinterpret_cast<const stbi_uc*>(png.data()),
+                                                  static_cast<int>(png.size()), &width, &height, &channels, 4);
+    if (pixels == nullptr) return {};
+    std::vector<std::uint8_t> bytes(pixels, pixels + picture::PixelBytes(width, height));
+    stbi_image_free(pixels);
+    return bytes;
+}
+
+TEST(Png, IsReadBackToTheSamePixels) {
+    using enum picture::PngChannels;
+    for (const PictureCase& row : Pictures()) {
+        for (const picture::PngChannels channels : {kColourAndAlpha, kColour, kAlpha}) {
+            picture::Picture shown = row.picture;
+            for (int y = 0; y < shown.height; ++y) {
+                for (picture::Rgba& pixel : shown.View().Row(y)) pixel = Shown(pixel, channels);
+            }
+            for (const auto effort : {picture::PngEffort::kFast, picture::PngEffort::kSmall}) {
+                SCOPED_TRACE(testing::Message() << row.name << ", channels " << static_cast<int>(channels)
+                                                << ", effort " << static_cast<int>(effort));
+                const std::string png = picture::EncodePng(row.picture, {.channels = channels, .effort = effort});
+                EXPECT_TRUE(picture::DecodePng(png).rgba == shown.rgba);
+                EXPECT_TRUE(DecodedByStb(png) == shown.rgba);
+                // A second picture of a thread is encoded with what the first one left.
+                EXPECT_TRUE(picture::EncodePng(row.picture, {.channels = channels, .effort = effort}) == png);
+            }
+        }
+    }
+}
+
+TEST(Png, HasTheFewestSamplesThatHoldThePixelsIfItIsToBeSmall) {
+    std::map<std::string, int> types;
+    for (const PictureCase& row : Pictures()) {
+        types[row.name] = picture::EncodePng(row.picture, {.effort = picture::PngEffort::kSmall})[25];
+    }
+    EXPECT_EQ(types["256 colours"], 3);
+    EXPECT_EQ(types["257 colours"], 2);
+    EXPECT_EQ(types["greys with alpha"], 4);
+    EXPECT_EQ(types["noise, which nothing makes shorter"], 6);
 }
 
 TEST(Png, HasThePixelAspectRatioOfItsHeight) {

@@ -1,0 +1,108 @@
+#include "host/picture/png_rows.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdlib>
+#include <cstring>
+
+namespace zel::picture {
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// Samples of a pixel at most.
+constexpr std::size_t kMaxSamples = 4;
+
+/// The differences of bytes from what a filter predicts of the bytes to the left, above, and above to the left. With
+/// pointers that do not overlap, so that the compiler vectorizes it.
+template <typename Predict>
+void Subtract(const std::uint8_t* __restrict row, const std::uint8_t* __restrict left,
+              const std::uint8_t* __restrict above, const std::uint8_t* __restrict upper_left, std::size_t size,
+              std::uint8_t* __restrict out, Predict&& predict) noexcept {
+    for (std::size_t n = 0; n < size; ++n) {
+        out[n] = static_cast<std::uint8_t>(row[n] - predict(left[n], above[n], upper_left[n]));
+    }
+}
+
+/// The predictor of PNG's filter 4, without branches.
+constexpr auto kPaeth = [](std::int16_t left, std::int16_t above, std::int16_t upper_left) {
+    const auto distance = [](int a, int b) { return static_cast<std::int16_t>(a > b ? a - b : b - a); };
+    const std::int16_t to_left = distance(above, upper_left), to_above = distance(left, upper_left);
+    const std::int16_t to_upper_left = distance(left + above, 2 * upper_left);
+    const std::int16_t other = to_above <= to_upper_left ? above : upper_left;
+    return to_left <= to_above && to_left <= to_upper_left ? left : other;
+};
+
+/// Sum of the magnitudes of signed bytes.
+std::uint32_t Magnitude(std::span<const std::uint8_t> bytes) noexcept {
+    std::uint32_t sum = 0;
+    for (const std::uint8_t byte : bytes) {
+        const auto negative = static_cast<std::uint8_t>(-byte);
+        sum += byte < negative ? byte : negative;
+    }
+    return sum;
+}
+
+}  // namespace
+
+void CopySamples(std::span<const Rgba> pixels, PngColourType type, std::uint8_t* out) noexcept {
+    if (type == PngColourType::kColourAndAlpha) {
+        std::memcpy(out, pixels.data(), pixels.size_bytes());
+    } else if (type == PngColourType::kColour) {
+        for (const Rgba& pixel : pixels) {
+            *out++ = pixel.red;
+            *out++ = pixel.green;
+            *out++ = pixel.blue;
+        }
+    } else {
+        for (const Rgba& pixel : pixels) *out++ = pixel.alpha;
+    }
+}
+
+bool HasZeroSamples(std::span<const Rgba> pixels, PngColourType type) noexcept {
+    const Rgba mask = type == PngColourType::kColour ? Rgba{255, 255, 255, 0}
+                      : type == PngColourType::kGrey ? Rgba{0, 0, 0, 255}
+                                                     : Rgba{255, 255, 255, 255};
+    const auto bits = std::bit_cast<std::uint32_t>(mask);
+    const auto any_of = [](const Rgba* block, std::size_t count) {
+        std::uint32_t any = 0;
+        for (std::size_t n = 0; n < count; ++n) any |= std::bit_cast<std::uint32_t>(block[n]);
+        return any;
+    };
+    // Blocks of a constant size become the widest operations of the processor.
+    constexpr std::size_t kBlock = 64;
+    for (; pixels.size() >= kBlock; pixels = pixels.subspan(kBlock)) {
+        if ((any_of(pixels.data(), kBlock) & bits) != 0) return false;
+    }
+    return (any_of(pixels.data(), pixels.size()) & bits) == 0;
+}
+
+PngFilter::PngFilter(std::size_t row_samples, int samples, PngFilters filters)
+    : m_samples(samples), m_filtered(filters == PngFilters::kAll ? 5 : 3, std::vector<std::uint8_t>(row_samples)) {}
+
+void PngFilter::Filter(std::span<const std::uint8_t> row, std::span<const std::uint8_t> above,
+                       std::uint8_t* out) noexcept {
+    const std::size_t step = std::min(static_cast<std::size_t>(m_samples), row.size());
+    for (std::size_t filter = 0; filter < m_filtered.size(); ++filter) {
+        Bytes& filtered = m_filtered[filter];
+        const auto subtract = [&](auto&& predict) {
+            // The first pixel has none to its left.
+            const std::uint8_t none[kMaxSamples] = {};
+            Subtract(row.data(), none, above.data(), none, step, filtered.data(), predict);
+            Subtract(row.data() + step, row.data(), above.data() + step, above.data(), row.size() - step,
+                     filtered.data() + step, predict);
+        };
+        using Sample = std::int16_t;
+        if (filter == 0) subtract([](Sample, Sample, Sample) { return 0; });
+        if (filter == 1) subtract([](Sample left, Sample, Sample) { return left; });
+        if (filter == 2) subtract([](Sample, Sample up, Sample) { return up; });
+        if (filter == 3) subtract([](Sample left, Sample up, Sample) { return (left + up) / 2; });
+        if (filter == 4) subtract(kPaeth);
+    }
+    const auto best = std::ranges::min_element(m_filtered, {}, [](const Bytes& bytes) { return Magnitude(bytes); });
+    *out = static_cast<std::uint8_t>(best - m_filtered.begin());
+    std::memcpy(out + 1, best->data(), row.size());
+}
+
+}  // namespace zel::picture
