@@ -4,8 +4,8 @@
 
 #include <gmock/gmock.h>
 
-#include "inspect/report_text.h"
-#include "inspect/sample_files.h"
+#include "inspect/inspect.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 
@@ -36,16 +36,6 @@ void ExpectReports(std::span<const BreakCase<File>> cases, File (*good)(),
                                  : row.verdict == kWhole ? Lines(report.remarks)
                                                          : Lines(report.defects);
         EXPECT_THAT(text, testing::HasSubstr(row.text));
-    }
-}
-
-/// A file that ends early is never whole. That the verdict agrees with the reader is tested with the faults.
-inline void ExpectOnlyWholeFileIsWhole(std::span<const std::uint8_t> bytes) {
-    for (std::size_t size = 4; size <= bytes.size(); ++size) {
-        const inspect::FileReport report = inspect::InspectBytes(bytes.first(size), ".0012");
-        EXPECT_EQ(report.verdict == kWhole, size == bytes.size()) << size;
-        EXPECT_EQ(report.reason.empty() && report.defects.empty(), size == bytes.size()) << size;
-        EXPECT_NE(inspect::ReportText(report), "") << size;
     }
 }
 

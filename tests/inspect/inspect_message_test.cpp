@@ -132,16 +132,6 @@ TEST(InspectMessage, ReportsTheDefectsOfAPicture) {
     }
 }
 
-TEST(InspectMessage, IsNotWholeWhereverItIsCut) {
-    samples::MessageFile ends_with_rows = GoodMessage();
-    ends_with_rows.palette.reset();
-    ends_with_rows.background.reset();
-    ends_with_rows.tabs.reset();
-    ends_with_rows.flash_font.emplace().encoding_size = 40;
-    for (const samples::MessageFile& message : {GoodMessage(), ends_with_rows})
-        ExpectOnlyWholeFileIsWhole(samples::WriteMessage(message));
-}
-
 }  // namespace
 
 }  // namespace zel::test

@@ -12,8 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "inspect/sample_files.h"
 #include "samples/write_file.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 
