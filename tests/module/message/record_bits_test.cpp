@@ -1,12 +1,10 @@
 // The bit fields of rows, characters and tab fields, bit by bit.
 #include <array>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "module/contract/records/msg_row.h"
 #include "module/contract/records/tab_field.h"
-#include "module/message/format/byte_order.h"
 #include "module/message/format/convert_row.h"
 #include "module/message/format/convert_tab_field.h"
 #include "module/message/format/msg_chars.h"
@@ -106,15 +104,6 @@ TEST(RowBits, EveryPathConvertsCharactersAlike) {
             path.convert(records.data(), chars.data(), 8);
             EXPECT_EQ(Words(chars[bit % 8]), Expected(kChar, bit)) << path.name << ' ' << bit;
         }
-    }
-}
-
-TEST(ByteOrder, SwapsAnyNumberOfValues) {
-    for (std::size_t count = 0; count < 20; ++count) {
-        std::vector<std::uint32_t> values(count);
-        for (std::size_t n = 0; n < count; ++n) values[n] = static_cast<std::uint32_t>(0x01020300 + n);
-        message::SwapLongs(values);
-        for (std::size_t n = 0; n < count; ++n) EXPECT_EQ(values[n], 0x00030201U + (n << 24)) << count;
     }
 }
 
