@@ -13,10 +13,10 @@ inline constexpr auto kBroken = inspect::Verdict::kBroken;
 inline constexpr auto kReadable = inspect::Verdict::kReadable;
 inline constexpr auto kWhole = inspect::Verdict::kWhole;
 
-/// One damage to a valid file, the verdict, and the expected text in the reason, the remarks or the defects.
+/// One damage to a valid file, the verdict, and the expected text in the reason, the remarks or the defects, which
+/// names the case.
 template <typename File>
 struct BreakCase {
-    const char* name;
     void (*break_it)(File&);
     inspect::Verdict verdict;
     const char* text;
@@ -27,7 +27,7 @@ template <typename File>
 void ExpectReports(std::span<const BreakCase<File>> cases, File (*good)(),
                    inspect::FileReport (*inspect)(const File& file)) {
     for (const BreakCase<File>& row : cases) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.text);
         File file = good();
         row.break_it(file);
         const inspect::FileReport report = inspect(file);
