@@ -114,16 +114,6 @@ TEST(RowBits, EachBitOfATabFieldGoesToItsPlace) {
     }
 }
 
-TEST(RowBits, MissingBytesReadAsZero) {
-    const std::array<std::uint8_t, 8> ones{255, 255, 255, 255, 255, 255, 255, 255};
-    for (std::size_t n = 0; n < 8; ++n) {
-        std::array<std::uint8_t, 8> padded{};
-        std::copy_n(ones.begin(), n, padded.begin());
-        EXPECT_EQ(message::ConvertRowHead(std::span(ones).first(n)), message::ConvertRowHead(padded));
-        EXPECT_EQ(message::ConvertMsgChar(std::span(ones).first(n)), message::ConvertMsgChar(padded));
-    }
-}
-
 TEST(RowFields, SettersLeaveOtherFieldsUnchanged) {
     tag_msg_char character =
         message::ConvertMsgChar(std::array<std::uint8_t, 8>{255, 255, 255, 255, 255, 255, 255, 255});
