@@ -40,7 +40,7 @@ TEST(InspectMessage, GivesTheReasonForEachDamage) {
          "row 0: record 2 leads to record 9, but the last one is 3; 1 record isn't reached"},
         {[](M& m) { m.rows[0].cells[2].next_char = 1; }, kReadable,
          "row 0: the chain returns to record 1 after 3 of 4 characters"},
-        {[](M& m) { m.rows[0].cells[3].next_char = 0; }, kWhole, ""},
+        {[](M& m) { m.rows[0].cells[3].next_char = 0; }, kWhole, ""},  // the count ends a chain, not its last link
         // Characters
         {[](M& m) { m.header.font_numbers[2] = 65535; }, kReadable,
          "7 characters use slot 2, which names no font (row 1)"},
@@ -97,29 +97,24 @@ TEST(InspectMessage, ReportsTheRowInWhichTheFileEnds) {
     EXPECT_THAT(report.message->rows[1].runs, ElementsAre("at"));
 }
 
-TEST(InspectMessage, ReportsTheDefectsOfAPicture) {
-    struct PictureCase {
-        const char* defect;  // empty for none
-        std::size_t pixels;
-        unsigned height;
-        std::optional<std::uint32_t> length;
+samples::StoredGlyph GoodPicture() {
+    return {.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
+}
+
+FileReport InspectPicture(const samples::StoredGlyph& picture) {
+    return inspect::InspectBytes(samples::WriteRgbaFile(717, picture), ".0020");
+}
+
+TEST(InspectPicture, GivesTheReasonForEachDamage) {
+    using P = samples::StoredGlyph;
+    constexpr BreakCase<P> kCases[] = {
+        {[](P&) {}, kWhole, ""},
+        {[](P& p) { p.length = 77; }, kReadable, "is cut short by the file's end"},
+        {[](P& p) { p.height = 5; }, kReadable, "too small for its pixels"},
+        {[](P& p) { p.height = 0; }, kReadable, "a size without pixels"},
+        {[](P& p) { p.pixels.push_back(9), p.length = 76; }, kReadable, "1 byte after the last section"},
     };
-    for (const PictureCase& row : {PictureCase{"", 64, 4, {}},
-                                   {"is cut short by the file's end", 64, 4, 77},
-                                   {"too small for its pixels", 64, 5, {}},
-                                   {"a size without pixels", 64, 0, {}},
-                                   {"1 byte after the last section", 65, 4, 76}}) {
-        SCOPED_TRACE(row.defect);
-        const samples::StoredGlyph picture{
-            .width = 4, .height = row.height, .pixels = samples::Bytes(row.pixels, 9), .length = row.length};
-        for (const std::uint32_t type : {714U, 717U}) {
-            const FileReport report = inspect::InspectBytes(samples::WriteRgbaFile(type, picture), ".0020");
-            EXPECT_EQ(report.kind, inspect::FileKind::kRgba);
-            EXPECT_EQ(report.picture->width, 4);
-            EXPECT_EQ(report.verdict == kWhole, *row.defect == '\0');
-            EXPECT_THAT(Lines(report.defects), HasSubstr(row.defect));
-        }
-    }
+    ExpectReports<P>(kCases, &GoodPicture, &InspectPicture);
 }
 
 }  // namespace
