@@ -156,16 +156,6 @@ TEST(Page, KernsAndAligns) {
     EXPECT_FALSE(cells[1].place_flag);
 }
 
-TEST(Page, RefusesWhatTheFileCantHold) {
-    const DiskFont& font = Shelf().lantern_28;
-    Page page;
-    EXPECT_THROW(page.Text(font, 0, 100, "no row yet"), std::logic_error);
-    page.Row(100, font).Text(font, 0, 20, std::string(60, 'i'));
-    EXPECT_THROW(page.Text(font, 0, 20, "1234"), std::logic_error) << "64 characters";
-    EXPECT_THROW(page.Line(100, font, 0, 3, "x"), std::logic_error) << "char_x below 0";
-    EXPECT_THROW(page.Row(5, font), std::logic_error) << "row_y below 0";
-}
-
 struct EdgeCase {
     const char* name;
     Edge edge;
