@@ -43,6 +43,7 @@ TEST(DemonstrationDisk, HasFontsMessagesAndBothListsTheSameOnEveryRun) {
     expected.insert(expected.end(), {"bitstream_fontlist.txt", "typeface_list.txt"});
     for (const auto& [name, bytes] : files) names.push_back(name);
     EXPECT_EQ(names, expected);
+    EXPECT_THAT(files.at("bitstream_fontlist.txt"), HasSubstr("\nLantern 20 = a plain sans serif\n\troman\t20\n"));
     EXPECT_EQ(written.size(), expected.size());
     WriteDemonstrationDisk(scratch.Path() / "again");
     EXPECT_TRUE(FilesBelow(scratch.Path() / "again") == files);

@@ -58,6 +58,7 @@ TEST(DirectoryEntry, BitFieldsStartAtTheLowestBit) {
     EXPECT_EQ(std::uint32_t{entry.glyph_offset}, 0x01020304U);
     EXPECT_EQ(entry.Top(), 4);
     EXPECT_EQ(entry.Metric(), 33);
+    EXPECT_FALSE(entry.IsRunCoded()) << "170 has one of its bits, but is a stored glyph";
     const tag_char_entry ones =
         font::ConvertCharEntry(std::array<std::uint8_t, 10>{0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0});
     EXPECT_EQ(std::uint32_t{ones.glyph_word}, 0xFFFFFFFFU);
