@@ -3,8 +3,7 @@
 #include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
+#include <latch>
 #include <stdexcept>
 #include <thread>
 
@@ -36,25 +35,6 @@ namespace {
 using testing::ElementsAre;
 using testing::ThrowsMessage;
 
-/// A door that jobs wait at until it opens.
-class Gate {
-  public:
-    void Open() {
-        const std::lock_guard lock(m_mutex);
-        m_open = true;
-        m_changed.notify_all();
-    }
-    void Wait() {
-        std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [this] { return m_open; });
-    }
-
-  private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    bool m_open = false;
-};
-
 void WaitUntil(const std::function<bool()>& holds) {
     while (!holds()) std::this_thread::yield();
 }
@@ -66,65 +46,52 @@ class Workers : public testing::TestWithParam<std::size_t> {
 };
 INSTANTIATE_TEST_SUITE_P(Threads, Workers, testing::Values(0, 1, 4), testing::PrintToStringParamName());
 
+// Of the threads asked for, only so many start.
 TEST_P(Workers, PassResultsOnInTheOrderOfTheJobs) {
-    base::OrderedWorkers<int> workers(GetParam(), 8, m_take);
-    std::vector<int> expected;
-    for (int n = 0; n < 100; ++n) {
-        workers.Give([n] {
-            if (n % 3 == 0) std::this_thread::sleep_for(std::chrono::microseconds(200));
-            return n;
-        });
-        expected.push_back(n);
-    }
-    workers.Finish();
-    EXPECT_EQ(m_taken, expected);
-}
-
-TEST(OrderedWorkers, GoOnWithTheThreadsThatStart) {
     for (int started = 0; started <= 5; ++started) {
         g_threads_left = started;
-        std::vector<int> taken, expected;
-        base::OrderedWorkers<int> workers(4, 2, [&](int result) { taken.push_back(result); });
+        m_taken.clear();
+        base::OrderedWorkers<int> workers(GetParam(), 8, m_take);
         g_threads_left = 1000;
-        for (int n = 0; n < 50; ++n) {
-            workers.Give([n] { return n; });
+        std::vector<int> expected;
+        for (int n = 0; n < 100; ++n) {
+            workers.Give([n] {
+                if (n % 3 == 0) std::this_thread::sleep_for(std::chrono::microseconds(200));
+                return n;
+            });
             expected.push_back(n);
         }
         workers.Finish();
-        EXPECT_EQ(taken, expected) << started;
+        EXPECT_EQ(m_taken, expected) << started;
     }
 }
 
-TEST_P(Workers, EndWithTheErrorOfAJob) {
-    base::OrderedWorkers<int> workers(GetParam(), 2, m_take);
-    const auto run = [&] {
-        for (int n = 0; n < 10; ++n) {
-            workers.Give([n]() -> int { return n == 2 ? throw std::runtime_error("job 2") : n; });
-        }
-        workers.Finish();
-    };
-    EXPECT_THAT(run, ThrowsMessage<std::runtime_error>("job 2"));
-    EXPECT_THAT(m_taken, ElementsAre(0, 1));
-    EXPECT_THAT([&] { workers.Finish(); }, ThrowsMessage<std::runtime_error>("job 2"));
-}
-
-TEST_P(Workers, EndWithTheErrorOfTheReceiver) {
-    base::OrderedWorkers<int> workers(GetParam(), 1, [](int) { throw std::runtime_error("receiver"); });
-    const auto run = [&] {
-        for (int n = 0; n < 10; ++n) workers.Give([n] { return n; });
-        workers.Finish();
-    };
-    EXPECT_THAT(run, ThrowsMessage<std::runtime_error>("receiver"));
+TEST_P(Workers, EndWithTheErrorOfAJobOrOfTheReceiver) {
+    for (const bool job_fails : {true, false}) {
+        m_taken.clear();
+        base::OrderedWorkers<int> workers(GetParam(), 2, [&](int result) {
+            if (!job_fails && result == 2) throw std::runtime_error("at 2");
+            m_taken.push_back(result);
+        });
+        const auto run = [&] {
+            for (int n = 0; n < 10; ++n)
+                workers.Give([=] { return job_fails && n == 2 ? throw std::runtime_error("at 2") : n; });
+            workers.Finish();
+        };
+        EXPECT_THAT(run, ThrowsMessage<std::runtime_error>("at 2"));
+        EXPECT_THAT(m_taken, ElementsAre(0, 1));
+        EXPECT_THAT([&] { workers.Finish(); }, ThrowsMessage<std::runtime_error>("at 2"));
+    }
 }
 
 TEST(OrderedWorkers, LetTheGiverWaitWhileTheyAreFull) {
-    Gate gate;
+    std::latch gate(1);
     std::atomic<int> given = 0;
     base::OrderedWorkers<int> workers(2, 3, [](int) {});
     std::thread giver([&] {
         for (int n = 0; n < 5; ++n) {
             workers.Give([&gate, n] {
-                gate.Wait();
+                gate.wait();
                 return n;
             });
             ++given;
@@ -133,14 +100,14 @@ TEST(OrderedWorkers, LetTheGiverWaitWhileTheyAreFull) {
     WaitUntil([&] { return given == 3; });
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     EXPECT_EQ(given, 3) << "the fourth waits";
-    gate.Open();
+    gate.count_down();
     giver.join();
     workers.Finish();
     EXPECT_EQ(given, 5);
 }
 
 TEST(OrderedWorkers, DropWaitingJobsAndResultsWhenDestroyed) {
-    Gate gate;
+    std::latch gate(1);
     std::atomic<int> begun = 0, taken = 0;
     std::thread opener;
     {
@@ -148,14 +115,14 @@ TEST(OrderedWorkers, DropWaitingJobsAndResultsWhenDestroyed) {
         for (int n = 0; n < 5; ++n) {
             workers.Give([&] {
                 ++begun;
-                gate.Wait();
+                gate.wait();
                 return 0;
             });
         }
         WaitUntil([&] { return begun == 1; });
         opener = std::thread([&] {
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
-            gate.Open();
+            gate.count_down();
         });
     }
     opener.join();

@@ -26,12 +26,10 @@ TEST(Sha256, HasTheKnownValues) {
 
 TEST(Sha256OfFile, EndsForEveryFile) {
     const samples_test::ScratchDirectory scratch;
-    const std::filesystem::path sparse = scratch.Path() / "sparse", endless = scratch.Path() / "endless";
+    const std::filesystem::path sparse = scratch.Path() / "sparse";
     base::WriteWholeFile(sparse, "x");
     std::filesystem::resize_file(sparse, base::kLargestHashedFile + 1);
     EXPECT_THAT([&] { base::Sha256OfFile(sparse); }, ThrowsMessage<std::runtime_error>(HasSubstr("80 MiB")));
-    std::filesystem::create_symlink("/dev/zero", endless);
-    EXPECT_THAT([&] { base::Sha256OfFile(endless); }, ThrowsMessage<std::runtime_error>(HasSubstr("a device")));
     std::filesystem::resize_file(sparse, base::kLargestHashedFile);
     int asked = 0;
     EXPECT_THAT([&] { base::Sha256OfFile(sparse, [&] { return ++asked == 3; }); },

@@ -6,9 +6,9 @@
 
 #include "faults/failing.h"
 #include "inspect/inspect.h"
-#include "inspect/sample_files.h"
 #include "module/font/format/font_loader.h"
 #include "module/message/format/message_loader.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 
@@ -80,10 +80,13 @@ bool IsRead(const std::string& outcome) {
     return outcome.ends_with(" 0");
 }
 
-/// `info` calls a file broken when the import refuses it, and only then.
-void CheckVerdict(Bytes file, const std::string& outcome) {
+/// `info` calls a file broken when the import refuses it, and only then. A file that was cut is never whole.
+void CheckVerdict(Bytes file, const std::string& outcome, bool cut) {
     if (file.size() < 4) return;
     const inspect::FileReport report = inspect::InspectBytes(file, ".0001");
+    if (cut) {
+        ASSERT_NE(report.verdict, inspect::Verdict::kWhole) << file.size();
+    }
     if (report.kind != inspect::FileKind::kMessage && report.kind != inspect::FileKind::kFont) return;
     ASSERT_EQ(report.verdict != inspect::Verdict::kBroken, IsRead(outcome)) << report.reason;
 }
@@ -107,7 +110,7 @@ void CheckCuts(bool font, Bytes file) {
             expected = WhenCutIn(*next, end, font, font_leads, first_sample);
         }
         ASSERT_EQ(outcome, expected.empty() ? whole : expected) << end;
-        CheckVerdict(file.first(end), outcome);
+        CheckVerdict(file.first(end), outcome, true);
     }
     EXPECT_EQ(Read(font, file), whole);
 }
@@ -121,7 +124,7 @@ void CheckBits(bool font, Bytes file) {
         const std::int64_t blocks = failing::LiveBlocks();
         const std::string outcome = Read(font, damaged);
         ASSERT_EQ(failing::LiveBlocks(), blocks);
-        CheckVerdict(damaged, outcome);
+        CheckVerdict(damaged, outcome, false);
         damaged[bit / 8] ^= mask;
     }
 }
@@ -135,6 +138,9 @@ samples::FontFile LeadingSampleFont() {
 }
 
 TEST(SmallFiles, AreReportedWhereverTheyAreCut) {
+    samples::MessageFile ends_with_rows{.rows = GoodMessage().rows};
+    ends_with_rows.flash_font.emplace().encoding_size = 40;
+    CheckCuts(false, samples::WriteMessage(ends_with_rows));
     CheckCuts(false, samples::WriteMessage(GoodMessage()));
     CheckCuts(false, samples::WriteRgbaFile(714, {.width = 1, .height = 1, .pixels = samples::Bytes(4, 9)}));
     CheckCuts(true, samples::WriteFont(GoodFont()));

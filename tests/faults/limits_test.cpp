@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 
 #include "faults/failing.h"
-#include "inspect/sample_files.h"
 #include "module/font/format/font_loader.h"
 #include "module/message/format/message_loader.h"
 #include "support/module_fixture.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 
@@ -56,6 +56,7 @@ TEST(AnnouncedRows, OfAShortFileArentTouched) {
     message::LoadMessage(bytes, loaded);
     EXPECT_EQ(loaded.header->RowCount(), 65536);
     EXPECT_EQ(loaded.rows[65535].CharCount(), 0);
+    EXPECT_EQ(loaded.y_offset, 0) << "that of the missing rows";
 #if !defined(ZELTRANS_SANITIZED)  // which fills the block
     EXPECT_LT(Resident(), before + (1U << 20));
 #endif

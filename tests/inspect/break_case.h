@@ -4,8 +4,8 @@
 
 #include <gmock/gmock.h>
 
-#include "inspect/report_text.h"
-#include "inspect/sample_files.h"
+#include "inspect/inspect.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 
@@ -13,10 +13,10 @@ inline constexpr auto kBroken = inspect::Verdict::kBroken;
 inline constexpr auto kReadable = inspect::Verdict::kReadable;
 inline constexpr auto kWhole = inspect::Verdict::kWhole;
 
-/// One damage to a valid file, the verdict, and the expected text in the reason, the remarks or the defects.
+/// One damage to a valid file, the verdict, and the expected text in the reason, the remarks or the defects, which
+/// names the case.
 template <typename File>
 struct BreakCase {
-    const char* name;
     void (*break_it)(File&);
     inspect::Verdict verdict;
     const char* text;
@@ -27,7 +27,7 @@ template <typename File>
 void ExpectReports(std::span<const BreakCase<File>> cases, File (*good)(),
                    inspect::FileReport (*inspect)(const File& file)) {
     for (const BreakCase<File>& row : cases) {
-        SCOPED_TRACE(row.name);
+        SCOPED_TRACE(row.text);
         File file = good();
         row.break_it(file);
         const inspect::FileReport report = inspect(file);
@@ -36,16 +36,6 @@ void ExpectReports(std::span<const BreakCase<File>> cases, File (*good)(),
                                  : row.verdict == kWhole ? Lines(report.remarks)
                                                          : Lines(report.defects);
         EXPECT_THAT(text, testing::HasSubstr(row.text));
-    }
-}
-
-/// A file that ends early is never whole. That the verdict agrees with the reader is tested with the faults.
-inline void ExpectOnlyWholeFileIsWhole(std::span<const std::uint8_t> bytes) {
-    for (std::size_t size = 4; size <= bytes.size(); ++size) {
-        const inspect::FileReport report = inspect::InspectBytes(bytes.first(size), ".0012");
-        EXPECT_EQ(report.verdict == kWhole, size == bytes.size()) << size;
-        EXPECT_EQ(report.reason.empty() && report.defects.empty(), size == bytes.size()) << size;
-        EXPECT_NE(inspect::ReportText(report), "") << size;
     }
 }
 

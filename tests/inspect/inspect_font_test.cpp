@@ -42,56 +42,42 @@ TEST(InspectFont, GivesTheReasonForEachDamage) {
     using F = samples::FontFile;
     constexpr BreakCase<F> kCases[] = {
         // Run codes
-        {"a glyph begins after the data", [](F& f) { f.directory[65].glyph_offset = 5000; }, kReadable,
+        {[](F& f) { f.directory[65].glyph_offset = 5000; }, kReadable,
          "1 run-coded glyph begins after the encoding data (code 65 'A')"},
-        {"a glyph runs past the data", [](F& f) { f.encoding.resize(f.encoding.size() - 4); }, kReadable,
+        {[](F& f) { f.encoding.resize(f.encoding.size() - 4); }, kReadable,
          "1 run-coded glyph runs past the end of the encoding data (code 66 'B')"},
-        {"a glyph never ends", [](F& f) { f.AddRunCoded(70, samples::RunCodes(501, samples::EndOfLine()), 0, 0); },
-         kReadable, "1 run-coded glyph continues past 500 lines"},
-        {"several glyphs are reported in one line",
-         [](F& f) { f.directory[65].glyph_offset = f.directory[66].glyph_offset = 5000; }, kReadable,
+        {[](F& f) { f.AddRunCoded(70, samples::RunCodes(501, samples::EndOfLine()), 0, 0); }, kReadable,
+         "1 run-coded glyph continues past 500 lines"},
+        {[](F& f) { f.directory[65].glyph_offset = f.directory[66].glyph_offset = 5000; }, kReadable,
          "2 run-coded glyphs begin after the encoding data (codes 65 'A', 66 'B')"},
-        {"the data are never read",
-         [](F& f) {
+        {[](F& f) {
              f.header.font_flags = 0;
              f.header.encoding_size = 24;
          },
          kReadable, "2 run-coded glyphs have no pixels, as no encoding data are read"},
-        {"a font of another coding shows a box",
-         [](F& f) {
+        {[](F& f) {
              f.header.font_flags = 0;
              f.directory[65] = f.directory[66] = {};
          },
          kWhole, "\"Tessor Encoded Data!\""},
         // Stored glyphs
-        {"a record is too small for its pixels", [](F& f) { f.stored[67].height = 4; }, kReadable,
+        {[](F& f) { f.stored[67].height = 4; }, kReadable,
          "1 stored glyph's record is too small for its pixels (code 67 'C')"},
-        {"a size holds no pixels", [](F& f) { f.stored[67].width_word = 1; }, kReadable,
+        {[](F& f) { f.stored[67].width_word = 1; }, kReadable,
          "1 stored glyph has a size without pixels (code 67 'C')"},
-        {"the last record is cut short", [](F& f) { f.stored[68].length = 12 + 80 + 400; }, kReadable,
+        {[](F& f) { f.stored[68].length = 12 + 80 + 400; }, kReadable,
          "1 stored glyph is cut short by the file's end (code 68 'D')"},
-        {"a length leads out of the file", [](F& f) { f.stored[67].length = 100000; }, kBroken,
-         "the file ends in its 2 stored glyphs"},
+        {[](F& f) { f.stored[67].length = 100000; }, kBroken, "the file ends in its 2 stored glyphs"},
         // Blocks
-        {"a negative auxiliary block", [](F& f) { f.header.aux_block_size = -5; }, kBroken,
-         "its auxiliary block has a negative size, -5"},
-        {"a negative word table", [](F& f) { f.header.word_table_size = 0x8001; }, kBroken,
-         "its word table has a negative size, -32767"},
-        {"a negative sample", [](F& f) { f.sample->b = {.width = -1, .height = 4}; }, kBroken,
-         "a sample in it has a negative size"},
-        {"a sample of empty rows", [](F& f) { f.sample->b = {.width = 0, .height = 4}; }, kBroken,
-         "a sample in it has rows of no bytes"},
-        {"encoding data that the file cannot hold", [](F& f) { f.header.encoding_size = 1U << 30; }, kBroken,
-         "its encoding data is cut short"},
-        {"encoding data beyond the limit", [](F& f) { f.encoding.resize(5 << 20); }, kBroken,
+        {[](F& f) { f.header.aux_block_size = -5; }, kBroken, "its auxiliary block has a negative size, -5"},
+        {[](F& f) { f.sample->b = {.width = -1, .height = 4}; }, kBroken, "a sample in it has a negative size"},
+        {[](F& f) { f.sample->b = {.width = 0, .height = 4}; }, kBroken, "a sample in it has rows of no bytes"},
+        {[](F& f) { f.header.encoding_size = 1U << 30; }, kBroken, "its encoding data is cut short"},
+        {[](F& f) { f.encoding.resize(5 << 20); }, kBroken,
          "its encoding data of 5,242,880 bytes exceeds the limit of 4,194,304 bytes"},
-        {"bytes after the end", [](F& f) { f.tail = {1}; }, kReadable, "1 byte after the last section"},
+        {[](F& f) { f.tail = {1}; }, kReadable, "1 byte after the last section"},
     };
     ExpectReports<F>(kCases, &GoodFont, &Inspect);
-}
-
-TEST(InspectFont, IsNotWholeWhereverItIsCut) {
-    ExpectOnlyWholeFileIsWhole(samples::WriteFont(GoodFont()));
 }
 
 }  // namespace

@@ -31,66 +31,56 @@ TEST(InspectMessage, GivesTheReasonForEachDamage) {
     using M = samples::MessageFile;
     constexpr BreakCase<M> kCases[] = {
         // Chains
-        {"starts after the last record", [](M& m) { m.rows[0].first_char = 40; }, kReadable,
+        {[](M& m) { m.rows[0].first_char = 40; }, kReadable,
          "row 0: the chain starts at record 40, but the last one is 3; 4 records aren't reached"},
-        {"starts at the end mark", [](M& m) { m.rows[0].first_char = 63; }, kReadable,
-         "row 0: the chain starts at record 63"},
-        {"ends before the count", [](M& m) { m.rows[0].cells[1].next_char = 63; }, kReadable,
+        {[](M& m) { m.rows[0].first_char = 63; }, kReadable, "row 0: the chain starts at record 63"},
+        {[](M& m) { m.rows[0].cells[1].next_char = 63; }, kReadable,
          "row 0: the chain ends at record 1 after 2 of 4 characters; 2 records aren't reached"},
-        {"leaves the row", [](M& m) { m.rows[0].cells[2].next_char = 9; }, kReadable,
+        {[](M& m) { m.rows[0].cells[2].next_char = 9; }, kReadable,
          "row 0: record 2 leads to record 9, but the last one is 3; 1 record isn't reached"},
-        {"loops", [](M& m) { m.rows[0].cells[2].next_char = 1; }, kReadable,
+        {[](M& m) { m.rows[0].cells[2].next_char = 1; }, kReadable,
          "row 0: the chain returns to record 1 after 3 of 4 characters"},
-        {"ends by the count whatever the last link", [](M& m) { m.rows[0].cells[3].next_char = 0; }, kWhole, ""},
+        {[](M& m) { m.rows[0].cells[3].next_char = 0; }, kWhole, ""},  // the count ends a chain, not its last link
         // Characters
-        {"a slot names no font", [](M& m) { m.header.font_numbers[2] = 65535; }, kReadable,
+        {[](M& m) { m.header.font_numbers[2] = 65535; }, kReadable,
          "7 characters use slot 2, which names no font (row 1)"},
-        {"a slot does not exist", [](M& m) { m.rows[0].cells[0].char_font = 20; }, kReadable,
+        {[](M& m) { m.rows[0].cells[0].char_font = 20; }, kReadable,
          "1 character uses slot 20, but the last one is 15 (row 0)"},
-        {"a code is above the directory", [](M& m) { m.rows[1].cells[0].char_code = 192; }, kReadable,
+        {[](M& m) { m.rows[1].cells[0].char_code = 192; }, kReadable,
          "1 character has a code that no font has, 192 to 255 (row 1)"},
-        {"codes above 255 count by their low bits", [](M& m) { m.rows[1].cells[0].char_code = 0x141; }, kWhole,
-         "1 character has a code above 255"},
-        {"an empty row counts characters", [](M& m) { m.rows[2].char_count = 5; }, kWhole,
-         "row 2 is marked empty, but counts 5 characters"},
+        {[](M& m) { m.rows[1].cells[0].char_code = 0x141; }, kWhole, "1 character has a code above 255"},
+        {[](M& m) { m.rows[2].char_count = 5; }, kWhole, "row 2 is marked empty, but counts 5 characters"},
         // Sections
-        {"a short palette", [](M& m) { m.palette->entries.resize(40); }, kReadable,
+        {[](M& m) { m.palette->entries.resize(40); }, kReadable,
          "palette: 80 of 512 words; entries from 40 on are black"},
-        {"a palette without words", [](M& m) { m.palette->entries.clear(); }, kBroken, "its palette has no entries"},
-        {"a long palette",
-         [](M& m) {
+        {[](M& m) { m.palette->entries.clear(); }, kBroken, "its palette has no entries"},
+        {[](M& m) {
              m.palette->palette_words = 600;
              m.background.reset();
              m.tabs.reset();
              m.palette->entries.resize(300);
          },
          kReadable, "what follows is read 176 bytes early"},
-        {"an unknown background", [](M& m) { m.background->tag = 0x1234; }, kBroken,
-         "its background is of an unknown kind, 0x1234"},
-        {"a short background",
-         [](M& m) {
+        {[](M& m) { m.background->tag = 0x1234; }, kBroken, "its background is of an unknown kind, 0x1234"},
+        {[](M& m) {
              m.background->words = 3;
              m.tabs.reset();
              m.section_flags = 3;
          },
          kBroken, "its background is cut short, 8 of 3,074 bytes present"},
-        {"an old tab table", [](M& m) { m.tabs->tab_version = 1; }, kBroken,
-         "its tab table is of version 1, but only 2 is known"},
-        {"too many tabs", [](M& m) { m.tabs->tab_words = 2613; }, kBroken,
-         "its tab table has 201 records, but at most 200 are read"},
-        {"missing rows", [](M& m) { m = {.header = {.last_row = 9}, .rows = {samples::EmptyRow(60)}}; }, kReadable,
+        {[](M& m) { m.tabs->tab_version = 1; }, kBroken, "its tab table is of version 1, but only 2 is known"},
+        {[](M& m) { m.tabs->tab_words = 2613; }, kBroken, "its tab table has 201 records, but at most 200 are read"},
+        {[](M& m) { m = {.header = {.last_row = 9}, .rows = {samples::EmptyRow(60)}}; }, kReadable,
          "rows 1 to 9 are missing"},
-        {"bytes after the end",
-         [](M& m) {
+        {[](M& m) {
              m.tail = {1, 2, 3};
          },
          kReadable, "3 bytes after the last section"},
-        {"padding after the end", [](M& m) { m.tail.assign(300, 0); }, kWhole,
-         "300 bytes after the last section, at 4,476, all zero"},
+        {[](M& m) { m.tail.assign(300, 0); }, kWhole, "300 bytes after the last section, at 4,476, all zero"},
         // Tabs
-        {"starts at its end", [](M& m) { m.tabs->fields[0].tab_end = 93; }, kReadable,
+        {[](M& m) { m.tabs->fields[0].tab_end = 93; }, kReadable,
          "tab field 0: left out on import, its start 100 isn't left of its end 100"},
-        {"is in no row", [](M& m) { m.tabs->fields[1].tab_row = 3; }, kReadable,
+        {[](M& m) { m.tabs->fields[1].tab_row = 3; }, kReadable,
          "tab field 1: left out on import, it is in row 3, but the last one is 2"},
     };
     ExpectReports<M>(kCases, &GoodMessage, &Inspect);
@@ -107,39 +97,24 @@ TEST(InspectMessage, ReportsTheRowInWhichTheFileEnds) {
     EXPECT_THAT(report.message->rows[1].runs, ElementsAre("at"));
 }
 
-TEST(InspectMessage, ReportsTheDefectsOfAPicture) {
-    struct PictureCase {
-        const char* defect;  // empty for none
-        std::size_t pixels;
-        unsigned height;
-        std::optional<std::uint32_t> length;
-    };
-    for (const PictureCase& row : {PictureCase{"", 64, 4, {}},
-                                   {"is cut short by the file's end", 64, 4, 77},
-                                   {"too small for its pixels", 64, 5, {}},
-                                   {"a size without pixels", 64, 0, {}},
-                                   {"1 byte after the last section", 65, 4, 76}}) {
-        SCOPED_TRACE(row.defect);
-        const samples::StoredGlyph picture{
-            .width = 4, .height = row.height, .pixels = samples::Bytes(row.pixels, 9), .length = row.length};
-        for (const std::uint32_t type : {714U, 717U}) {
-            const FileReport report = inspect::InspectBytes(samples::WriteRgbaFile(type, picture), ".0020");
-            EXPECT_EQ(report.kind, inspect::FileKind::kRgba);
-            EXPECT_EQ(report.picture->width, 4);
-            EXPECT_EQ(report.verdict == kWhole, *row.defect == '\0');
-            EXPECT_THAT(Lines(report.defects), HasSubstr(row.defect));
-        }
-    }
+samples::StoredGlyph GoodPicture() {
+    return {.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
 }
 
-TEST(InspectMessage, IsNotWholeWhereverItIsCut) {
-    samples::MessageFile ends_with_rows = GoodMessage();
-    ends_with_rows.palette.reset();
-    ends_with_rows.background.reset();
-    ends_with_rows.tabs.reset();
-    ends_with_rows.flash_font.emplace().encoding_size = 40;
-    for (const samples::MessageFile& message : {GoodMessage(), ends_with_rows})
-        ExpectOnlyWholeFileIsWhole(samples::WriteMessage(message));
+FileReport InspectPicture(const samples::StoredGlyph& picture) {
+    return inspect::InspectBytes(samples::WriteRgbaFile(717, picture), ".0020");
+}
+
+TEST(InspectPicture, GivesTheReasonForEachDamage) {
+    using P = samples::StoredGlyph;
+    constexpr BreakCase<P> kCases[] = {
+        {[](P&) {}, kWhole, ""},
+        {[](P& p) { p.length = 77; }, kReadable, "is cut short by the file's end"},
+        {[](P& p) { p.height = 5; }, kReadable, "too small for its pixels"},
+        {[](P& p) { p.height = 0; }, kReadable, "a size without pixels"},
+        {[](P& p) { p.pixels.push_back(9), p.length = 76; }, kReadable, "1 byte after the last section"},
+    };
+    ExpectReports<P>(kCases, &GoodPicture, &InspectPicture);
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
-#include <filesystem>
 #include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "inspect/sample_files.h"
+#include "inspect/inspect.h"
 #include "samples/name_lists.h"
-#include "samples/write_file.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 
@@ -64,25 +63,6 @@ TEST(InspectForeignFile, IsDescribedByItsFirstBytes) {
         EXPECT_EQ(report.verdict, Verdict::kForeign) << row.name;
         EXPECT_THAT(report.reason, HasSubstr(row.text)) << row.name;
     }
-}
-
-TEST(InspectFile, ReadsAFileAndSaysWhyItCannot) {
-    const std::filesystem::path directory = std::filesystem::path(testing::TempDir()) / "inspect file";
-    const std::filesystem::path file = directory / ".0012";
-    samples::WriteWholeFile(file, samples::WriteMessage(GoodMessage()));
-    const FileReport report = inspect::InspectFile(file);
-    EXPECT_EQ(report.name, file.string());
-    EXPECT_EQ(report.verdict, Verdict::kWhole);
-    const auto why = [](const std::filesystem::path& path) {
-        try {
-            return inspect::InspectFile(path).reason;
-        } catch (const std::runtime_error& error) {
-            return std::string(error.what());
-        }
-    };
-    EXPECT_EQ(why(directory / "none"), "No such file or directory");
-    EXPECT_EQ(why(directory), "a directory, not a file");
-    EXPECT_EQ(why("/dev/null"), "a device, not a file");
 }
 
 }  // namespace

@@ -5,8 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "inspect/sample_files.h"
+#include "inspect/inspect.h"
 #include "inspect/words.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 
@@ -80,11 +81,7 @@ TEST(ReportText, PrintsNoByteOfTheFileThatATerminalWouldObey) {
     EXPECT_THAT(text, HasSubstr(R"("\x07EWS")"));
 }
 
-TEST(Words, CountAndListAsAPersonWould) {
-    EXPECT_EQ(inspect::Count(1, "row"), "1 row");
-    EXPECT_EQ(inspect::Count(1234567, "byte"), "1,234,567 bytes");
-    EXPECT_EQ(inspect::Count(0, "entry", "entries"), "0 entries");
-    EXPECT_EQ(inspect::Number(999), "999");
+TEST(Words, NameWhatIsShown) {
     EXPECT_EQ(inspect::Listed({"a", "b", "c"}, 2), "a, b and 1 more");
     EXPECT_EQ(inspect::CodeName(32), "32");
     EXPECT_EQ(inspect::PrintableCode('\\'), "\\x5C");

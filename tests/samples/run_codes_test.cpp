@@ -1,6 +1,5 @@
 #include "samples/run_codes.h"
 
-#include <stdexcept>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -43,23 +42,17 @@ Bytes Drawn(const RunCodes& codes, const Coverage& size) {
     return pixels;
 }
 
-TEST(EncodedGlyph, IsDrawnAsTheFaceAndTheFaceOverItsEdge) {
+// The fuzz target of run codes draws a face without an edge.
+TEST(EncodedGlyph, IsDrawnAsTheFaceOverItsEdge) {
     const auto [face, edge] = FaceAndEdgeOfManyLevels();
-    const Bytes alone = Drawn(EncodeFace(face), face), both = Drawn(EncodeFaceAndEdge(face, edge), face);
+    const Bytes drawn = Drawn(EncodeFaceAndEdge(face, edge), face);
     for (std::size_t n = 0; n < face.alpha.size(); ++n) {
         SCOPED_TRACE(n);
-        ASSERT_EQ(alone[4 * n + 3], face.alpha[n]);
-        // A low level leaves few steps of a colour.
-        if (face.alpha[n] >= 64) {
-            ASSERT_NEAR(alone[4 * n + 2], 200, 2);
-            ASSERT_NEAR(alone[4 * n + 1], 100, 2);
-            ASSERT_NEAR(alone[4 * n], 30, 2);
-        }
         const double f = face.alpha[n] / 255.0, e = edge.alpha[n] / 255.0, alpha = f + (1 - f) * e;
-        ASSERT_NEAR(both[4 * n + 3], alpha * 255, 1);
-        if (alpha >= 0.25) {
-            ASSERT_NEAR(both[4 * n + 2], (f * 200 + (1 - f) * e * 20) / alpha, 4);
-            ASSERT_NEAR(both[4 * n], (f * 30 + (1 - f) * e * 140) / alpha, 4);
+        ASSERT_NEAR(drawn[4 * n + 3], alpha * 255, 1);
+        if (alpha >= 0.25) {  // a low level leaves few steps of a colour
+            ASSERT_NEAR(drawn[4 * n + 2], (f * 200 + (1 - f) * e * 20) / alpha, 4);
+            ASSERT_NEAR(drawn[4 * n], (f * 30 + (1 - f) * e * 140) / alpha, 4);
         }
     }
 }
@@ -69,10 +62,6 @@ TEST(EncodedGlyph, LeavesOutBlanksAtALinesEndAndSplitsLongRuns) {
               (RunCodes{BackgroundRun(1), ColourRun(1, 255, 1), EndOfLine(), EndOfLine(), EndOfGlyph()}));
     EXPECT_EQ(EncodeFace({65, 1, Bytes(65, 255)}), (RunCodes{ColourRun(1, 255, 32), ColourRun(1, 255, 32),
                                                              ColourRun(1, 255, 1), EndOfLine(), EndOfGlyph()}));
-}
-
-TEST(EncodedGlyph, HasAFaceAndAnEdgeOfOneSize) {
-    EXPECT_THROW(EncodeFaceAndEdge({2, 1, Bytes(2)}, {1, 2, Bytes(2)}), std::invalid_argument);
 }
 
 }  // namespace

@@ -8,9 +8,9 @@
 
 #include "host/ftp/fetch.h"
 #include "host/ftp/test_server.h"
-#include "inspect/sample_files.h"
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 

@@ -105,6 +105,9 @@ TEST_F(Glyphs, RectanglesOfEachKind) {
     samples::FontFile font = PlainFont("Plain", "A");
     font.AddStored('S', SolidGlyph(40, 30), 77, 0);
     font.AddStored('F', SolidGlyph(1, 1, 0x8000), 0, 0);
+    font.AddStored('N', SolidGlyph(1, 1), 0, 0);
+    font.stored['N'].width_word = 0;
+    font.stored['N'].height_word = 0x8000;
     font.directory['0'] = {.glyph_kind = 0x80, .glyph_top = 9};
     Load(font);
     bool flag = true;
@@ -117,21 +120,19 @@ TEST_F(Glyphs, RectanglesOfEachKind) {
     EXPECT_EQ(Rect('F', &flag), CRect(0, 0, 1, 1));
     EXPECT_TRUE(flag);
     EXPECT_EQ(top, -99) << "a stored glyph doesn't write it";
-    for (const DWORD code : {DWORD{'0'}, DWORD{192}, DWORD{255}, DWORD{0xFFFFFFFF}})
+    for (const DWORD code : {DWORD{'0'}, DWORD{192}, DWORD{255}, DWORD{0xFFFFFFFF}}) {
         EXPECT_EQ(Rect(code, &flag), CRect(0, 0, 0, 0)) << code;
-    EXPECT_EQ(fonts.GetMFRect(0, 0, 'S', top, &flag), CRect(0, 0, 0, 0));
+        EXPECT_TRUE(LeavesBitmap(code)) << code;
+    }
+    EXPECT_TRUE(flag);
+    EXPECT_EQ(Rect('N'), CRect(0, 0, -1, -32768)) << "signed 16-bit numbers";
+    EXPECT_TRUE(LeavesBitmap('N'));
+    EXPECT_EQ(fonts.GetMFRect(0, 0, 'S', top, &flag), CRect(0, 0, 0, 0)) << "no font";
+    Bitmap bitmap(4, 4);
+    fonts.BuildMFData(0, &bitmap.dib, 0, 'A', 0);
+    EXPECT_THAT(bitmap.bytes, Each(0x77));
     EXPECT_TRUE(flag);
     EXPECT_EQ(top, -99);
-}
-
-TEST_F(Glyphs, StoredSizesAreSigned16BitNumbers) {
-    samples::FontFile font = PlainFont();
-    font.AddStored('S', SolidGlyph(1, 1), 0, 0);
-    font.stored['S'].width_word = 0;
-    font.stored['S'].height_word = 0x8000;
-    Load(font);
-    EXPECT_EQ(Rect('S'), CRect(0, 0, -1, -32768));
-    EXPECT_TRUE(LeavesBitmap('S'));
 }
 
 TEST_F(Glyphs, RunCodedWithoutEncodingDataIsEmpty) {
@@ -203,14 +204,6 @@ TEST_F(Glyphs, StoredPixelsStayInsideBothBlocks) {
     EXPECT_TRUE(LeavesBitmap('Z'));
     DIBSECTION null{};
     fonts.BuildMFData(Font(), &null, 0, 'B', 0);
-}
-
-TEST_F(Glyphs, CharacterWithoutGlyphLeavesTheBitmapUnchanged) {
-    Load(PlainFont("Plain", "A"));
-    for (const DWORD code : {DWORD{'Z'}, DWORD{192}, DWORD{0x80000000}}) EXPECT_TRUE(LeavesBitmap(code)) << code;
-    Bitmap bitmap(4, 4);
-    fonts.BuildMFData(0, &bitmap.dib, 0, 'A', 0);
-    EXPECT_THAT(bitmap.bytes, Each(0x77)) << "no font";
 }
 
 TEST_F(Glyphs, MissingFileShowsOneBoxForEachCallUnlessSkipped) {

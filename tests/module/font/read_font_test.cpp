@@ -49,7 +49,9 @@ TEST_F(ReadFont, TriesFiveNamesAndStopsAtTheFirst) {
         EXPECT_EQ(path, "D:\\MACHINE\\");
         std::filesystem::remove(Native(name));
         name.replace(name.find('/'), 1, "\\");
-        EXPECT_STREQ(fonts.m_Slots[3].file_name, ("D:\\" + name).c_str());
+        const tag_font_memory& slot = fonts.m_Slots[3];
+        EXPECT_STREQ(slot.file_name, ("D:\\" + name).c_str());
+        EXPECT_EQ(std::memcmp(slot.font_copy, &slot, sizeof slot), 0) << "shared by its copy";
         fonts.Clear();
     }
     WriteAt("BROWSED/.12");
@@ -198,14 +200,6 @@ TEST_F(ReadFont, ShowsABoxForEachFailure) {
     }
     for (const script::HeadlessDesktop::Box& box : desktop.Boxes())
         EXPECT_EQ(box.style, box.caption == "ZELMARA Import" ? 0U : 48U) << box.text;
-}
-
-TEST_F(ReadFont, FilledSlotIsSharedByItsCopy) {
-    WriteAt("MACHINE/.0012");
-    ASSERT_EQ(Read(), 1);
-    const tag_font_memory& slot = fonts.m_Slots[3];
-    ASSERT_NE(slot.font_copy, nullptr);
-    EXPECT_EQ(std::memcmp(slot.font_copy, &slot, sizeof slot), 0);
 }
 
 TEST_F(ReadFont, WriteSampleDataReadsFromTheFilesPosition) {

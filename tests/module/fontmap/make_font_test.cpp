@@ -58,15 +58,6 @@ TEST_F(MakeFont, FilledSlotHasADescriptionWithoutMaps) {
     EXPECT_EQ(fonts.m_Palette[1 + 7 * 32 + 1], 0xD9D9FFD9U) << "the default palette from now on";
 }
 
-TEST_F(MakeFont, FailureClearsTheSlotAndKeepsThePalette) {
-    fonts.m_Palette[5] = 77;
-    WriteFile("MACHINE/.0012", "too short");
-    EXPECT_FALSE(Make("D:\\MACHINE\\.0012"));
-    EXPECT_EQ(fonts.m_Slots[0].font_header, nullptr);
-    EXPECT_EQ(fonts.m_Slots[0].font_copy, nullptr);
-    EXPECT_EQ(fonts.m_Palette[5], 77U);
-}
-
 TEST_F(MakeFont, CancelStillCopiesThePalette) {
     desktop.SetYesNoAnswer(IDCANCEL);
     EXPECT_FALSE(Make("D:\\MACHINE\\.0012"));
@@ -76,17 +67,20 @@ TEST_F(MakeFont, CancelStillCopiesThePalette) {
     EXPECT_EQ(desktop.Boxes().size(), 3U) << "no second prompt; each call shows a box for the typeface list";
 }
 
-TEST_F(MakeFont, EarlierFontOfTheSetIsNotFreed) {
+TEST_F(MakeFont, FailureClearsTheSlotAndKeepsThePaletteAndTheEarlierFont) {
     WriteFont(12, PlainFont());
+    WriteFile("MACHINE/.0014", "too short");
     ASSERT_TRUE(Make("D:\\MACHINE\\.0012"));
     tag_font_memory held = fonts.m_Slots[0];
+    fonts.m_Palette[5] = 77;
     CZelFont::m_bIgnoreErrors = 1;
     for (const char* failing : {"D:\\MACHINE\\.0013", "D:\\MACHINE\\.0014"}) {
-        WriteFile("MACHINE/.0014", "too short");
         EXPECT_FALSE(Make(failing));
         EXPECT_EQ(held.font_header->font_height, 40) << "not freed";
     }
-    fonts.m_Slots[0] = tag_font_memory();
+    EXPECT_EQ(fonts.m_Slots[0].font_header, nullptr);
+    EXPECT_EQ(fonts.m_Slots[0].font_copy, nullptr);
+    EXPECT_EQ(fonts.m_Palette[5], 77U);
     delete held.font_copy;
     font::ReleaseFontBlocks(held);
 }

@@ -13,7 +13,6 @@ using module_test::MessageOf;
 using module_test::ModuleTest;
 using module_test::OpenDialog;
 using samples::MessageFile;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 struct FailureCase {
@@ -22,6 +21,7 @@ struct FailureCase {
     std::string boxes;
     bool read = false;
     std::size_t cut = 0;  // size of the truncated file in bytes, 0 for the whole file
+    VideoStandard host = VideoStandard::kNtsc;
 };
 
 void Type(MessageFile& file, unsigned type, const std::string& name = {}) {
@@ -39,9 +39,12 @@ std::string Couldnt(const std::string& text) {
     return "Couldn't Read the Zelmara! File|" + text + "D:\\MESSAGES\\.0001";
 }
 
-const std::string kPalWarning =
-    "Warning - Video Standard Mismatch Detected|The Zelmara! message being imported is a PAL message,  \n"
-    "    this may result in an offset shift of the message";
+std::string Mismatch(const std::string& standard) {
+    return "Warning - Video Standard Mismatch Detected|The Zelmara! message being imported is " + standard +
+           " message,  \n    this may result in an offset shift of the message";
+}
+
+const std::string kPalWarning = Mismatch("a PAL");
 const std::string kFlashWarning = "Flash Font Unsupported|Flash Font Characters will be ignored";
 
 class ReadMessage : public ModuleTest {};
@@ -60,6 +63,8 @@ TEST_F(ReadMessage, ShowsABoxForEachFailureAndNoneWithWarningsSkipped) {
         {"type name without a NUL", [](MessageFile& f) { Type(f, 1, std::string(128, 'n')); },
          Couldnt("Zelmara! '" + std::string(128, 'n') + "' not supported: ")},
         {"PAL message", [](MessageFile& f) { f.pal = true; }, kPalWarning, true},
+        {"PAL message, PAL host", [](MessageFile& f) { f.pal = true; }, "", true, 0, VideoStandard::kPal},
+        {"NTSC message, PAL host", unchanged, Mismatch("an NTSC"), true, 0, VideoStandard::kPal},
         {"flash font", [](MessageFile& f) { f.flash_font.emplace(); }, kFlashWarning, true},
         {"empty palette", [](MessageFile& f) { f.palette.emplace(); },
          Couldnt("Couldn't Read Zelmara! File's Font Header: ")},
@@ -91,14 +96,18 @@ TEST_F(ReadMessage, ShowsABoxForEachFailureAndNoneWithWarningsSkipped) {
         samples::Bytes bytes = samples::WriteMessage(file);
         if (row.cut != 0) bytes.resize(row.cut);
         WriteFile("MESSAGES/.0001", bytes);
+        const bool before_rows = row.cut != 0 || file.psos.file_type != 702;
         for (const int skip : {0, 5}) {
             OpenDialog dialog(nullptr);
+            CZelFont::m_iZelYOffset = 77;
+            dialog.m_iLines = ActiveLines(row.host);
             CZelFont::m_bIgnoreErrors = skip;
             CZelMessage message("", "D:\\MESSAGES", ".0001", &dialog);
             EXPECT_EQ(message.ReadMessage(&dialog), row.read);
             EXPECT_EQ(Joined(NewBoxes()), skip != 0 ? "" : row.boxes);
             EXPECT_EQ(dialog.m_bImportSkip, skip != 0 ? 1 : 0);
             EXPECT_EQ(message.m_pFileHeader != nullptr, row.cut == 0 || row.cut >= 136);
+            EXPECT_EQ(CZelFont::m_iZelYOffset, before_rows ? 77 : file.pal ? 30 : 20);
         }
     }
     for (const auto& box : desktop.Boxes()) {
@@ -113,39 +122,6 @@ TEST_F(ReadMessage, ShowsNoBoxForAMissingFile) {
     EXPECT_FALSE(message.ReadMessage(&dialog));
     EXPECT_THAT(Boxes(), IsEmpty());
     EXPECT_EQ(message.m_pFileHeader, nullptr);
-}
-
-TEST_F(ReadMessage, WarnsByTheStandardOfTheHost) {
-    OpenDialog dialog(nullptr);
-    dialog.m_iLines = ActiveLines(VideoStandard::kPal);
-    MessageFile file = MessageOf({samples::EmptyRow(30)});
-    file.pal = true;
-    WriteMessage(file, "PAL");
-    file.pal = false;
-    WriteMessage(file, "NTSC");
-    CZelMessage pal("", "D:\\MESSAGES", "PAL", &dialog), ntsc("", "D:\\MESSAGES", "NTSC", &dialog);
-    EXPECT_TRUE(pal.ReadMessage(&dialog));
-    EXPECT_THAT(NewBoxes(), IsEmpty());
-    EXPECT_TRUE(ntsc.ReadMessage(&dialog));
-    EXPECT_THAT(NewBoxes(),
-                ElementsAre("Warning - Video Standard Mismatch Detected|The Zelmara! message being imported is an NTSC "
-                            "message,  \n    this may result in an offset shift of the message"));
-}
-
-TEST_F(ReadMessage, KeepsTheLastOffsetWhenReadingEndsBeforeTheRows) {
-    MessageFile file = MessageOf({samples::EmptyRow(7)});
-    WriteMessage(file, "GOOD");
-    file.psos.file_type = 1;
-    WriteMessage(file, "WRONG");
-    file = MessageOf({samples::EmptyRow(9)});
-    file.palette.emplace();
-    WriteMessage(file, "NOPALETTE");
-    OpenDialog dialog(nullptr);
-    for (const auto& [name, offset] : {std::pair("GOOD", 7), std::pair("WRONG", 7), std::pair("NOPALETTE", 9)}) {
-        CZelMessage message("", "D:\\MESSAGES", name, &dialog);
-        message.ReadMessage(&dialog);
-        EXPECT_EQ(CZelFont::m_iZelYOffset, offset) << name;
-    }
 }
 
 }  // namespace

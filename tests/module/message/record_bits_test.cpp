@@ -1,12 +1,10 @@
 // The bit fields of rows, characters and tab fields, bit by bit.
 #include <array>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "module/contract/records/msg_row.h"
 #include "module/contract/records/tab_field.h"
-#include "module/message/format/byte_order.h"
 #include "module/message/format/convert_row.h"
 #include "module/message/format/convert_tab_field.h"
 #include "module/message/format/msg_chars.h"
@@ -109,29 +107,10 @@ TEST(RowBits, EveryPathConvertsCharactersAlike) {
     }
 }
 
-TEST(ByteOrder, SwapsAnyNumberOfValues) {
-    for (std::size_t count = 0; count < 20; ++count) {
-        std::vector<std::uint32_t> values(count);
-        for (std::size_t n = 0; n < count; ++n) values[n] = static_cast<std::uint32_t>(0x01020300 + n);
-        message::SwapLongs(values);
-        for (std::size_t n = 0; n < count; ++n) EXPECT_EQ(values[n], 0x00030201U + (n << 24)) << count;
-    }
-}
-
 TEST(RowBits, EachBitOfATabFieldGoesToItsPlace) {
     for (unsigned bit = 0; bit < 24; ++bit) {
         const auto bytes = OneBit<3>(bit);
         EXPECT_EQ(message::RepackTabBits(bytes[0], bytes[1], bytes[2]), Expected(kTabBits, bit)) << "bit " << bit;
-    }
-}
-
-TEST(RowBits, MissingBytesReadAsZero) {
-    const std::array<std::uint8_t, 8> ones{255, 255, 255, 255, 255, 255, 255, 255};
-    for (std::size_t n = 0; n < 8; ++n) {
-        std::array<std::uint8_t, 8> padded{};
-        std::copy_n(ones.begin(), n, padded.begin());
-        EXPECT_EQ(message::ConvertRowHead(std::span(ones).first(n)), message::ConvertRowHead(padded));
-        EXPECT_EQ(message::ConvertMsgChar(std::span(ones).first(n)), message::ConvertMsgChar(padded));
     }
 }
 

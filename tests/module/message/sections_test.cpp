@@ -1,11 +1,12 @@
 // The sections of a message file in memory: positions, contents, and truncated files.
+#include <cstring>
 #include <map>
 
 #include <gmock/gmock.h>
 
 #include "module/contract/records/effpar.h"
 #include "module/message/format/message_loader.h"
-#include "samples/message_writer.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 
@@ -30,28 +31,22 @@ samples::TabField Tab(unsigned start, unsigned end, unsigned row, const std::str
     return {.tab_start = start, .tab_end = end, .tab_name = name, .tab_row = row};
 }
 
-samples::MessageFile WithAllSections() {
-    samples::MessageFile file;
+samples::MessageFile WithFlashFont() {
+    samples::MessageFile file = GoodMessage();
     file.flash_font.emplace();
     file.flash_font->encoding_size = 30;
     file.flash_font->word_table_size = 7;
-    file.header.frame_left = 50;
-    file.header.frame_top = 60;
-    file.header.frame_bottom = 400;
-    file.header.font_numbers[15] = 4711;
-    file.rows = {samples::RowFromText(100, "AB", 10, 20), samples::EmptyRow(200), samples::RowFromText(300, "C", 0, 0)};
-    file.palette.emplace();
-    for (unsigned i = 0; i < 256; ++i) file.palette->entries.push_back(0x10203000U + i);
-    file.background.emplace();
-    file.background->tag = 0xBBBD;
-    file.tabs.emplace();
-    file.tabs->fields = {Tab(5, 90, 2)};
     return file;
 }
 
 TEST(MessageSections, ArePositionedAsTheFormatDefines) {
     samples::MessageOffsets at;
-    const Bytes bytes = samples::WriteMessage(WithAllSections(), &at);
+    samples::MessageFile file = WithFlashFont();
+    file.header.frame_top = 60;
+    file.header.frame_bottom = 400;
+    file.header.font_numbers[15] = 4711;
+    file.palette->entries[255] = 0x102030FF;
+    const Bytes bytes = samples::WriteMessage(file, &at);
     message::LoadedMessage message;
     Sections sections;
     ASSERT_EQ(message::LoadMessage(bytes, message, &sections), message::MessageOutcome::kRead);
@@ -64,18 +59,17 @@ TEST(MessageSections, ArePositionedAsTheFormatDefines) {
                                                                       {"background", at.background},
                                                                       {"tab table", at.tabs}}));
     EXPECT_TRUE(message.flash_font);
-    EXPECT_EQ(message.header->frame_left, 50);
+    EXPECT_EQ(message.header->frame_left, 40);
     EXPECT_EQ(message.header->frame_top, 40);
     EXPECT_EQ(message.header->frame_bottom, 380);
-    EXPECT_EQ(message.header->font_numbers[0], kNoFont);
+    EXPECT_EQ(message.header->font_numbers[1], kNoFont);
     EXPECT_EQ(message.header->font_numbers[15], 4711);
-    const tag_msg_char& last = message.rows[0].chars[1];
-    EXPECT_THAT((std::vector<int>{last.Code(), last.Next(), last.word0 >> 2 & 1}), ElementsAre('B', kChainEnd, 1));
-    EXPECT_TRUE(message.rows[1].Empty());
-    EXPECT_EQ(message.rows[2].chars[0].Code(), 'C');
+    const tag_msg_char& last = message.rows[0].chars[3];
+    EXPECT_THAT((std::vector<int>{last.Code(), last.Next(), last.word0 >> 2 & 1}), ElementsAre('S', kChainEnd, 1));
+    EXPECT_EQ(message.rows[1].chars[0].Code(), 'a');
+    EXPECT_TRUE(message.rows[2].Empty());
     EXPECT_EQ(message.palette->colour_sets[7][31], 0x102030FFU);
-    EXPECT_EQ(message.tab_count, 1);
-    EXPECT_EQ(std::uint16_t{message.tabs[0].tab_top}, 280);
+    EXPECT_EQ(message.tab_count, 2);
 }
 
 TEST(MessageSections, FileOfRowsOnlyHasTheDefaultPalette) {
@@ -226,40 +220,25 @@ TEST(TabTable, CountsItsRecordsInWords) {
 }
 
 // tests/faults checks the outcome of every prefix.
-TEST(Truncation, GivesZerosForTheRecordsThatAreMissing) {
-    samples::MessageOffsets at;
-    samples::MessageFile file = WithAllSections();
-    file.rows = {samples::RowFromText(20, std::string(63, 'x'), 1000, 0)};
+TEST(Truncation, LeavesWhatIsMissingOfTheHeaderAndTheRowsZero) {
+    samples::MessageFile file{.rows = {samples::RowFromText(20, std::string(63, 'x'), 1000, 0)}};
     file.rows[0].cells[5].b6_word = 0x3FF;
+    samples::MessageOffsets at;
     const Bytes bytes = samples::WriteMessage(file, &at);
-    message::LoadedMessage whole;
-    ASSERT_EQ(message::LoadMessage(bytes, whole), message::MessageOutcome::kRead);
-    for (std::size_t n = 152; n <= bytes.size(); ++n) {
-        message::LoadedMessage message;
-        message::LoadMessage(std::span(bytes).first(n), message);
-        EXPECT_EQ(message.header->last_row, 0);
-        for (std::size_t k = 0; k < kRowChars; ++k) {
-            const std::size_t start = at.rows + 8 + 8 * k;
-            if (start < n && n < start + 8) continue;  // a part of the record
-            ASSERT_EQ(message.rows[0].chars[k], start < n ? whole.rows[0].chars[k] : tag_msg_char()) << n << " " << k;
-        }
+    Bytes zeroed = bytes;
+    for (std::size_t n = bytes.size(); n-- > at.header;) {
+        zeroed[n] = 0;
+        message::LoadedMessage cut, expected;
+        message::LoadMessage(std::span(bytes).first(n), cut);
+        message::LoadMessage(zeroed, expected);
+        ASSERT_EQ(std::memcmp(&*cut.header, &*expected.header, sizeof *cut.header), 0) << n;
+        ASSERT_EQ(std::memcmp(&cut.rows[0], &expected.rows[0], sizeof cut.rows[0]), 0) << n;
     }
-}
-
-TEST(Truncation, AnnouncedRowsThatTheFileDoesNotHoldAreZero) {
-    samples::MessageFile file{.rows = {samples::RowFromText(400, "A", 0, 0)}};
-    file.header.last_row = 65535;
-    message::LoadedMessage message;
-    ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
-    EXPECT_EQ(message.header->RowCount(), 65536);
-    EXPECT_EQ(message.y_offset, 0);
-    EXPECT_EQ(message.rows[0].Y(), 400);
-    EXPECT_EQ(static_cast<const RowHead&>(message.rows[65535]), RowHead());
 }
 
 TEST(Truncation, FlashFontOfAnySizeStaysInsideTheFile) {
     for (const std::uint32_t size : {0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
-        samples::MessageFile file = WithAllSections();
+        samples::MessageFile file = WithFlashFont();
         file.flash_font->encoding_size = file.flash_font->word_table_size = size;
         file.flash_font->data_size = 0;
         message::LoadedMessage message;

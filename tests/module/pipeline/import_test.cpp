@@ -230,14 +230,14 @@ TEST_F(OneImport, ExceptionEndsTheWaitCursor) {
     samples::Bytes bytes = samples::WriteFont(font);
     bytes.resize(bytes.size() - 40);
     WriteFile("MACHINE/.0001", bytes);
-    WriteMessage(Text("S"));
+    WriteMessage(Text("AS"));
     try {
         Import();
         ADD_FAILURE() << "nothing was thrown";
     } catch (CFileException* error) {
         error->Delete();
     }
-    EXPECT_EQ(Order(), "1212 1157");
+    EXPECT_EQ(Order(), "1212 1157 char*1");
     EXPECT_FALSE(desktop.HasWaitCursor());
 }
 

@@ -2,8 +2,6 @@
 #include <gmock/gmock.h>
 
 #include "module/contract/zel_message.h"
-#include "module/state/module_state.h"
-#include "support/file_error.h"
 #include "support/module_fixture.h"
 
 namespace zel::test {
@@ -11,7 +9,6 @@ namespace zel::test {
 namespace {
 
 using module_test::CharCall;
-using module_test::ExpectFileError;
 using module_test::FontSet;
 using module_test::MessageOf;
 using module_test::ModuleTest;
@@ -93,23 +90,17 @@ TEST_F(Walk, EmptyRowIsOneCallThatKeepsOtherFields) {
     file.rows[2].row_top = 4;
     file.rows[2].row_bottom = 3;
     Run(file);
-    const tag_CharInf& first = chars[0].info;
-    EXPECT_EQ(chars[0].character, 13U);
-    EXPECT_EQ(first.x, 40);
-    EXPECT_EQ(first.left_margin, 33);
-    EXPECT_EQ(first.y, 10);
-    EXPECT_EQ(first.place_flag, 1);
-    EXPECT_EQ(first.message_start, 1);
-    EXPECT_EQ(first.slot, -1);
-    EXPECT_EQ(first.font_copy, nullptr);
-    EXPECT_EQ(first.char_code + first.colour_set + first.glyph_metric + first.edge_type, 0) << "never set so far";
-    EXPECT_EQ(chars[1].info.message_start, 1) << "a row without characters doesn't clear it";
-    const tag_CharInf& last = chars[2].info;
-    EXPECT_EQ(last.message_start, 0);
-    EXPECT_EQ(last.char_code, 'B');
-    EXPECT_EQ(last.row_depth, -1);
-    EXPECT_EQ(last.edge_size, 6);
-    EXPECT_EQ(last.font_copy, nullptr);
+    ASSERT_EQ(Text(), "\nB\n");
+    EXPECT_THAT(All(&tag_CharInf::x), ElementsAre(40, 57, 40));
+    EXPECT_THAT(All(&tag_CharInf::y), ElementsAre(10, 80, 20));
+    EXPECT_THAT(All(&tag_CharInf::slot), ElementsAre(-1, 0, -1));
+    EXPECT_THAT(All(&tag_CharInf::place_flag), ElementsAre(1, 1, 1));
+    EXPECT_THAT(All(&tag_CharInf::left_margin), ElementsAre(33, 33, 33));
+    EXPECT_THAT(All(&tag_CharInf::row_depth), ElementsAre(0, 30, -1));
+    EXPECT_THAT(All(&tag_CharInf::message_start), ElementsAre(1, 1, 0)) << "a row without characters doesn't clear it";
+    EXPECT_THAT(All(&tag_CharInf::char_code), ElementsAre(0, 'B', 'B'));
+    EXPECT_THAT(All(&tag_CharInf::edge_size), ElementsAre(0, 6, 6));
+    EXPECT_EQ(chars[2].info.font_copy, nullptr);
 }
 
 struct FormCase {
@@ -182,7 +173,6 @@ TEST_F(Walk, CharactersThatCannotBeShown) {
         {"a font of 16 or more is skipped", [](RowText& r) { r.cells[1].char_font = 20; }, {'A', 'C'}},
         {"an empty slot ends the row", [](RowText& r) { r.cells[1].char_font = 15; }, {'A'}},
         {"a code keeps its ten bits", [](RowText& r) { r.cells[1].char_code = 0x141; }, {'A', 0x141, 'C'}},
-        {"a code beyond the directory", [](RowText& r) { r.cells[1].char_code = 0x3FF; }, {'A', 0x3FF, 'C'}},
         {"a chain that reaches 63 early", [](RowText& r) { r.cells[1].next_char = 63; }, {'A', 'B'}},
         {"a first record of 63", [](RowText& r) { r.first_char = 63; }, {}},
         {"a chain that loops ends by its count", [](RowText& r) { r.cells[1].next_char = 0; }, {'A', 'B', 'A'}},
@@ -231,22 +221,6 @@ TEST_F(Walk, FontInNoMapUsesTheLastLookUp) {
     std::vector<int> weights;
     for (const CharCall& call : chars) weights.push_back(call.log_font.lfWeight);
     EXPECT_THAT(weights, ElementsAre(400, 700, 700));
-}
-
-TEST_F(Walk, WithoutACallbackNothingHappens) {
-    g_pfnOnChar = nullptr;
-    Run(MessageOf({Row("AB"), samples::EmptyRow(9)}));
-    EXPECT_TRUE(chars.empty());
-}
-
-TEST_F(Walk, StoredGlyphCutShortEndsItWithAFileError) {
-    samples::FontOffsets at;
-    samples::Bytes bytes = samples::WriteFont(font, &at);
-    bytes.resize(at.stored['S'] + 11);
-    LoadFont(0);
-    WriteFile("MACHINE/.0001", bytes);
-    ExpectFileError("D:\\MACHINE\\.0001", [&] { Run(MessageOf({Row("ASB")})); });
-    EXPECT_EQ(Text(), "A");
 }
 
 }  // namespace

@@ -10,9 +10,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "inspect/sample_files.h"
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
+#include "support/sample_files.h"
 
 namespace zel::test {
 

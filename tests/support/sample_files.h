@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "inspect/inspect.h"
 #include "samples/font_writer.h"
 #include "samples/message_writer.h"
 
