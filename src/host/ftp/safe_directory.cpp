@@ -107,7 +107,7 @@ std::optional<std::vector<std::uint8_t>> SafeDirectory::Read(const std::string& 
     if (file.Get() < 0 || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
     if (static_cast<std::uint64_t>(status.st_size) > limit) return std::nullopt;
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(status.st_size));
-    bytes.resize(base::ReadFully(file.Get(), bytes.data(), bytes.size()));
+    if (base::ReadFully(file.Get(), bytes.data(), bytes.size()) != bytes.size()) return std::nullopt;
     return bytes;
 }
 

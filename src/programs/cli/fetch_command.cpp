@@ -1,5 +1,6 @@
 #include "programs/cli/fetch_command.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <CLI/App.hpp>
@@ -24,6 +25,14 @@ struct FetchArguments {
     int connect_seconds = 15, stall_seconds = 30;
     bool active = false, overwrite = false, no_fonts = false;
 };
+
+/// Why not every requested file is there.
+std::string FailureOf(const ftp::FetchReport& report) {
+    const std::size_t failed = report.Count(ftp::FileOutcome::kFailed);
+    const auto first = std::ranges::find(report.files, ftp::FileOutcome::kFailed, &ftp::FileReport::outcome);
+    const std::string text = first->name + ": " + first->reason;
+    return failed == 1 ? text : std::to_string(failed) + " files failed, the first: " + text;
+}
 
 ExitCode RunFetchCommand(const FetchArguments& arguments) {
     std::string why;
@@ -57,7 +66,8 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
     if (!report.files.empty()) PrintLine(report.Summary());
     if (report.cancelled) throw CommandError("interrupted; run the same command again to resume");
     if (!report.failure.empty()) throw CommandError(report.failure);
-    return report.Done() ? ExitCode::kDone : ExitCode::kNotDone;
+    if (!report.Done()) throw CommandError(FailureOf(report));
+    return ExitCode::kDone;
 }
 
 void AddOptions(CLI::App& command, FetchArguments& arguments) {

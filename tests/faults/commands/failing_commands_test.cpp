@@ -2,6 +2,7 @@
 // ends with exit code 1 and one line that says why, and no file is half of what it was or was to become.
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <set>
 #include <sstream>
 
@@ -12,6 +13,7 @@
 
 #include "base/sqlite_database.h"
 #include "faults/commands/command_runs.h"
+#include "host/ftp/test_server.h"
 #include "programs/cli/command_disk.h"
 
 namespace zel::test {
@@ -52,6 +54,9 @@ constexpr KindCase kKinds[] = {
     {"threads for ever", Kind::kThread, true, false},
 };
 
+/// Stands in a command's arguments for the address of a server that serves the disk.
+constexpr const char* kServer = "SERVER";
+
 /// A command, after a shell line that prepares the disk of CommandDisk for it.
 struct CommandCase {
     const char* name;
@@ -66,6 +71,11 @@ bool IsDatabase(const std::string& bytes) {
 /// The database's own files beside it, which the next program that opens it uses up.
 bool BelongsToDatabase(const std::string& name) {
     return name.ends_with("-wal") || name.ends_with("-shm") || name.ends_with("-journal");
+}
+
+/// What a fetch leaves of a file, so that the same command resumes it.
+bool IsResumable(const std::string& name) {
+    return name.ends_with(".part");
 }
 
 /// Whether an output is complete, whatever it contains. An empty database of settings is one without settings.
@@ -153,7 +163,7 @@ std::string FailingCommand::FileFaults(bool succeeded) {
     const Tree now = failing::ReadTree(m_disk / ".");
     for (const auto& [name, bytes] : now) {
         const auto before = m_before.find(name), good = m_good.find(name);
-        if (BelongsToDatabase(name)) continue;
+        if (BelongsToDatabase(name) || (!succeeded && IsResumable(name))) continue;
         if (before == m_before.end() && good == m_good.end()) {
             faults += "left " + name + "; ";
         } else if (IsDatabase(bytes)) {
@@ -178,7 +188,7 @@ std::string FailingCommand::OutputFaults(int exit_code) {
     std::istringstream lines(m_disk.Read("run.err"));
     int errors = 0, notes = 0, others = 0;
     for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("Fontconfig ")) continue;
+        if (line.starts_with("Fontconfig ") || line.starts_with("Error in GnuTLS")) continue;
         ++(line.starts_with("zeltrans: ") ? errors : line.starts_with("note: ") ? notes : others);
     }
     const std::string output = m_disk.Read("run.out");
@@ -237,11 +247,20 @@ void FailingCommand::RunAll(failing::CommandRuns& runs, const KindCase& kind) {
 
 TEST_P(FailingCommand, LeavesFilesWholeAndSaysWhy) {
     Prepare();
-    failing::CommandRuns runs(m_disk / ".", GetParam().arguments);
+    std::vector<std::string> arguments = GetParam().arguments;
+    std::optional<TestServer> server;
+    for (std::string& argument : arguments) {
+        if (argument != kServer) continue;
+        if (!ZELTRANS_HAS_PYFTPDLIB) GTEST_SKIP() << "python3-pyftpdlib is missing";
+        argument = server.emplace(std::vector<std::string>{"server.py", (m_disk / "").string()}).Url("");
+    }
+    failing::CommandRuns runs(m_disk / ".", arguments);
     for (const KindCase& kind : kKinds) {
         // The library that finds their typeface uses memory that it didn't get. The sample takes a second to draw.
         const std::string name = GetParam().name;
         if (kind.kind == Kind::kMemory && name == "export_contact_sheet") continue;
+        // Its libraries, loaded late, end the process when nothing is left.
+        if (kind.kind == Kind::kMemory && kind.from_then_on && name == "fetch") continue;
         if (name == "sample" && (kind.kind != Kind::kWrite || kind.only_names)) continue;
         RunAll(runs, kind);
         if (HasFatalFailure()) return;
@@ -279,7 +298,7 @@ INSTANTIATE_TEST_SUITE_P(
         CommandCase{"library_remove", kLibrary, {"library", "remove", "l", "12"}},
         CommandCase{"settings_set", "zeltrans settings set FontDir 0 a", {"settings", "set", "FontDir", "0", "b"}},
         CommandCase{"settings", "zeltrans settings set FontDir 0 a", {"settings"}},
-        CommandCase{"sample", ":", {"sample", "s"}}),
+        CommandCase{"sample", ":", {"sample", "s"}}, CommandCase{"fetch", ":", {"fetch", kServer, "12", "--to", "f"}}),
     [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
