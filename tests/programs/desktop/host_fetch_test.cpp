@@ -1,11 +1,9 @@
 // Fetching over FTP with the program's dialog and with the module's.
-#include <QDialog>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QPushButton>
 
 #include <gmock/gmock.h>
 

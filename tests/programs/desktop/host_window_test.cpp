@@ -18,7 +18,6 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include "host/run/dialog_script.h"
 #include "module/contract/dialog_ids.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "programs/desktop/host_window_fixture.h"
@@ -43,8 +42,6 @@ TEST_F(HostWindow, ImportsADroppedDisk) {
     EXPECT_EQ(Notice(), "");
     const QModelIndex first = LibraryList().index(0, 0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !first.data(Qt::UserRole).value<QImage>().isNull(); }, kTimeout_ms));
-    Import(Disk());
-    EXPECT_EQ(Result(), "0 messages imported, " + std::to_string(s_count) + " unchanged");
 }
 
 TEST_F(HostWindow, OpensDroppedFontsFoldersAndFiles) {
@@ -297,18 +294,13 @@ TEST_F(HostWindow, ExportsAllShownMessagesInFormatsThatDoNotConflict) {
 TEST_F(HostWindow, FetchDialogStaysOpenUntilItsFieldsAreValid) {
     InNextWindow([&] {
         auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
-        auto& url = *dialog.findChild<QLineEdit*>(QStringLiteral("url"));
-        url.setText(QStringLiteral("http://host/"));
+        dialog.findChild<QLineEdit*>(QStringLiteral("url"))->setText(QStringLiteral("http://host/"));
         Key(dialog, Qt::Key_Return);
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_THAT(dialog.findChild<QLabel*>(QStringLiteral("error"))->text().toStdString(), HasSubstr("Address"));
-        url.setText(QStringLiteral("ftp://127.0.0.1:1/DISK"));
-        dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("fetched"));
-        Key(dialog, Qt::Key_Return);
+        dialog.close();
     });
     Trigger("fetch");
-    Finish();
-    EXPECT_THAT(Notice(), HasSubstr("127.0.0.1"));
 }
 
 }  // namespace
