@@ -3,14 +3,9 @@
 #include <QAccessible>
 #include <QAction>
 #include <QBuffer>
-#include <QComboBox>
-#include <QDialog>
 #include <QFileDialog>
 #include <QHelpEvent>
-#include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QSettings>
 #include <QTabBar>
 #include <QTextDocumentFragment>
