@@ -98,7 +98,12 @@ TEST_F(HostWindow, RecordsAndExportsByTheModulesDialogs) {
     InNextWindow([&] {
         QWidget& dialog = *QApplication::activeModalWidget();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
-        // The dialog shows the directories of the message's disk.
+        for (const int box : {ImportControl::kFontDirBox, ImportControl::kMessageDirBox}) {
+            if (!dialog.findChild<QComboBox*>(QString::number(box))->currentText().isEmpty()) continue;
+            ADD_FAILURE() << "the dialog shows the directories of the message's disk";
+            dialog.close();
+            return;
+        }
         Click(*dialog.findChild<QWidget*>(QString::number(ImportControl::kMessageIdEdit)));
         Key(dialog, Qt::Key_A, Qt::ControlModifier);
         TypeText(dialog, QStringLiteral("3"));
