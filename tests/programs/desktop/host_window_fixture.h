@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QMimeData>
 #include <QTemporaryDir>
@@ -16,7 +18,6 @@
 
 #include "host/library/library.h"
 #include "platform/script/memory_settings_store.h"
-#include "programs/desktop/recorded_disk.h"
 #include "programs/desktop/screen_desktop.h"
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
@@ -30,7 +31,6 @@ inline constexpr int kTimeout_ms = 30000;
 class HostWindow : public testing::Test {
   protected:
     static void SetUpTestSuite() {
-        s_recorded = QString::fromStdString(RecordedDisk());
         s_count = std::distance(std::filesystem::directory_iterator(Disk().toStdString() + "/MESSAGES"), {});
     }
 
@@ -53,13 +53,13 @@ class HostWindow : public testing::Test {
     /// Opens a copy of the library with all messages of the demonstration disk, as after an import.
     void OpenRecordedLibrary() {
         window.reset();
-        std::filesystem::copy_file(s_recorded.toStdString() + "/library.zellib", LibraryFile(),
+        std::filesystem::copy_file(ZELTRANS_RECORDED_DISK "/library.zellib", LibraryFile(),
                                    std::filesystem::copy_options::overwrite_existing);
         Start();
     }
 
     /// The demonstration disk. Tests must not write to it.
-    static QString Disk() { return s_recorded + QStringLiteral("/NEWS"); }
+    static QString Disk() { return QStringLiteral(ZELTRANS_RECORDED_DISK "/NEWS"); }
     /// A path in the temporary directory of this test.
     QString In(const char* name) const { return home.filePath(QLatin1String(name)); }
     std::string LibraryFile() const { return In("library.zellib").toStdString(); }
@@ -71,6 +71,7 @@ class HostWindow : public testing::Test {
     QAbstractItemModel& LibraryList() { return *Find<QListView>("library").model(); }
     desktop::PictureView& Picture() { return Find<desktop::PictureView>("picture"); }
     std::string Notice() { return Find<desktop::NoticeBar>("notice").Text().toStdString(); }
+    std::string Result() { return Find<QLabel>("task").text().toStdString(); }
     void Trigger(const char* action) { Find<QAction>(action).trigger(); }
 
     void Drop(const QList<QUrl>& urls) {
@@ -81,6 +82,16 @@ class HostWindow : public testing::Test {
         EXPECT_TRUE(enter.isAccepted());
         QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(window.get(), &drop);
+    }
+
+    /// Types a name into the file dialog that opens next, and accepts it.
+    static void EnterFile(const QString& file) {
+        InNextWindow([file] {
+            auto& dialog = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
+            dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
+            Key(dialog, Qt::Key_Return);
+            if (dialog.isVisible()) dialog.close();
+        });
     }
 
     /// Waits until the current task has ended.
@@ -98,8 +109,6 @@ class HostWindow : public testing::Test {
     QTemporaryDir home;
     script::MemorySettingsStore settings;
     std::unique_ptr<desktop::MainWindow> window;
-    /// See RecordedDisk.
-    inline static QString s_recorded;
     /// Number of messages on the disk.
     inline static std::ptrdiff_t s_count = 0;
 };

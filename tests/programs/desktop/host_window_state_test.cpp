@@ -2,13 +2,9 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDialog>
-#include <QDialogButtonBox>
 #include <QDrag>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSettings>
@@ -18,12 +14,9 @@
 #include <fstream>
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include "module/contract/dialog_ids.h"
 #include "pictures/grab.h"
-#include "platform/system/files.h"
 #include "programs/desktop/host_window_fixture.h"
 #include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/widgets/status_line.h"
@@ -46,7 +39,11 @@ class HostWindowState : public HostWindow {
         List().selectionModel()->select({LibraryList().index(first, 0), LibraryList().index(last, 0)},
                                         QItemSelectionModel::ClearAndSelect);
     }
-    std::string Result() { return Find<QLabel>("task").text().toStdString(); }
+    static std::string Content(const QString& name) {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+        return file.readAll().toStdString();
+    }
     void Search(const QString& words) {
         Find<QLineEdit>("search").setText(words);
         EXPECT_TRUE(QTest::qWaitFor(
@@ -55,18 +52,11 @@ class HostWindowState : public HostWindow {
     }
 };
 
-/// Types a name into the file dialog that opens next, and accepts it.
-void EnterFile(const QString& file) {
-    InNextWindow([file] {
-        auto& dialog = static_cast<QFileDialog&>(*QApplication::activeModalWidget());
-        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(file);
-        Key(dialog, Qt::Key_Return);
-        if (dialog.isVisible()) dialog.close();
-    });
-}
-
-TEST_F(HostWindowState, OutlinesOnlyASelectedRow) {
+TEST_F(HostWindowState, OutlinesAndCopiesASelectedRow) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
+    const auto copied = [] { return QApplication::clipboard()->text().toStdString(); };
+    Trigger("copy_text");
+    EXPECT_THAT(copied(), HasSubstr("Margit Alden"));
     auto& rows = Find<QTableView>("rows");
     Find<QListView>("library").setFocus();
     for (int i = 0; i < 20 && !rows.hasFocus(); ++i) Key(*window, Qt::Key_Tab);
@@ -75,6 +65,9 @@ TEST_F(HostWindowState, OutlinesOnlyASelectedRow) {
     Key(*window, Qt::Key_Down);
     EXPECT_EQ(rows.selectionModel()->selectedRows().value(0).row(), 0);
     EXPECT_FALSE(Picture().Marked().isEmpty());
+    Key(*window, Qt::Key_Down);
+    Key(*window, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_THAT(copied(), testing::MatchesRegex("1\t.*\tMargit Alden"));
     Key(*window, Qt::Key_Escape);
     EXPECT_TRUE(Picture().Marked().isEmpty());
 }
@@ -93,11 +86,17 @@ TEST_F(HostWindowState, KeepsBackgroundMessageAndPlaceOverARestart) {
     EXPECT_EQ(CurrentRow(), 9);
     EXPECT_TRUE(QTest::qWaitFor([&] { return top().row() == first; }, kTimeout_ms)) << top().row() << " " << first;
     EXPECT_TRUE(Find<QAction>("white").isChecked());
-    QWidget& view = *Picture().viewport();
-    EXPECT_EQ(view.grab().toImage().pixelColor(view.rect().center()), QColor(Qt::white));
 }
 
-TEST_F(HostWindowState, KeepsTheCurrentThumbnailInSightWhenTheWindowShrinks) {
+TEST_F(HostWindowState, ShrinksToAWidthOf800WithTheCurrentThumbnailInSight) {
+    const auto shrink = [&](const char* what) {
+        // The layouts follow a change of their contents.
+        QApplication::processEvents();
+        window->resize(800, 500);
+        QApplication::processEvents();
+        EXPECT_LE(window->width(), 800) << what;
+    };
+    shrink("start page");
     OpenRecordedLibrary();
     window->resize(1280, 800);
     Select(12);
@@ -105,11 +104,14 @@ TEST_F(HostWindowState, KeepsTheCurrentThumbnailInSightWhenTheWindowShrinks) {
         return List().viewport()->rect().contains(List().visualRect(List().currentIndex()).center());
     };
     EXPECT_TRUE(QTest::qWaitFor(is_visible, kTimeout_ms));
-    window->resize(800, 500);
+    shrink("messages");
     const auto is_small = [&] { return List().viewport()->width() < 250 && List().viewport()->height() < 500; };
     EXPECT_TRUE(QTest::qWaitFor(is_small, kTimeout_ms));
     constexpr int kSoon_ms = 3000;
     EXPECT_TRUE(QTest::qWaitFor(is_visible, kSoon_ms)) << List().viewport()->width();
+    Find<desktop::NoticeBar>("notice").Warn(QStringLiteral("a_very_long_name_").repeated(20));
+    static_cast<desktop::StatusLine*>(window->statusBar())->ShowResult(QStringLiteral("long text ").repeated(50));
+    shrink("long texts");
 }
 
 TEST_F(HostWindowState, ClearedSearchKeepsTheChosenMessage) {
@@ -129,19 +131,6 @@ TEST_F(HostWindowState, ClearedSearchKeepsTheChosenMessage) {
     EXPECT_EQ(List().currentIndex().data(), chosen);
 }
 
-TEST_F(HostWindowState, ResultsOfEarlierActionsDisappear) {
-    Import(Disk());
-    EXPECT_THAT(Result(), HasSubstr("imported"));
-    Select(4);
-    Trigger("copy");
-    EXPECT_EQ(Result(), "picture copied");
-    Trigger("remove");
-    EXPECT_THAT(Result(), HasSubstr("1 message removed"));
-    EXPECT_EQ(CurrentRow(), 4) << "the next message takes its place";
-    Drop({QUrl::fromLocalFile(In("nothing"))});
-    EXPECT_EQ(Result(), "");
-}
-
 TEST_F(HostWindowState, RemovesAndRestoresSeveralMessages) {
     OpenRecordedLibrary();
     const auto recorded = [&] { return library::Library(LibraryFile(), library::Access::kRead).Find({"NEWS", 4}); };
@@ -153,6 +142,8 @@ TEST_F(HostWindowState, RemovesAndRestoresSeveralMessages) {
     Key(*window, Qt::Key_Delete);
     EXPECT_EQ(LibraryList().rowCount(), s_count - 4);
     EXPECT_FALSE(recorded());
+    EXPECT_THAT(Result(), HasSubstr("4 messages removed"));
+    EXPECT_EQ(CurrentRow(), 2) << "the next message takes their place";
     Key(*window, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(LibraryList().rowCount(), s_count);
     EXPECT_THAT(Result(), HasSubstr("4 messages restored"));
@@ -160,6 +151,8 @@ TEST_F(HostWindowState, RemovesAndRestoresSeveralMessages) {
     EXPECT_EQ(recorded()->picture, before->picture);
     EXPECT_EQ(recorded()->document, before->document);
     EXPECT_FALSE(Find<QAction>("undo").isEnabled());
+    Drop({QUrl::fromLocalFile(In("nothing"))});
+    EXPECT_EQ(Result(), "") << "the result of an earlier action";
 }
 
 TEST_F(HostWindowState, SavesAndDragsSeveralPictures) {
@@ -170,73 +163,44 @@ TEST_F(HostWindowState, SavesAndDragsSeveralPictures) {
     Trigger("save_picture");
     EXPECT_THAT(Result(), HasSubstr("3 pictures saved"));
     library::Library library(LibraryFile(), library::Access::kRead);
-    const auto content = [](const QString& name) {
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-        return file.readAll().toStdString();
-    };
-    EXPECT_EQ(content(In("pictures/NEWS 0002.png")), library.Picture({"NEWS", 2}));
+    EXPECT_EQ(Content(In("pictures/NEWS 0002.png")), library.Picture({"NEWS", 2}));
     QMetaObject::invokeMethod(&List(), "dragged");
     const auto* const drag = Picture().findChild<QDrag*>();
     ASSERT_NE(drag, nullptr);
     ASSERT_EQ(drag->mimeData()->urls().size(), 3);
-    EXPECT_EQ(content(drag->mimeData()->urls().value(2).toLocalFile()), library.Picture({"NEWS", 3}));
-}
-
-TEST_F(HostWindowState, CopiesTextsOfMessagesAndRows) {
-    OpenRecordedLibrary();
-    Select(0);
-    Trigger("copy_text");
-    EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("Margit Alden"));
-    auto& rows = Find<QTableView>("rows");
-    rows.setFocus();
-    rows.selectRow(1);
-    Key(*window, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_THAT(QApplication::clipboard()->text().toStdString(), testing::MatchesRegex("1\t.*\tMargit Alden"));
-}
-
-TEST_F(HostWindowState, ReportsAFolderThatIsGone) {
-    std::filesystem::create_directories(In("gone").toStdString());
-    std::filesystem::copy(Disk().toStdString() + "/MESSAGES/.0001", In("gone").toStdString());
-    Import(In("gone"));
-    std::filesystem::remove_all(In("gone").toStdString());
-    Trigger("show_in_folder");
-    EXPECT_THAT(Notice(), HasSubstr("does not exist any more"));
-}
-
-TEST_F(HostWindowState, SavesIntoANewFolder) {
-    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
-    const QString file = In("new/folder/picture.png");
-    EnterFile(file);
-    Trigger("save_picture");
-    EXPECT_TRUE(QFileInfo::exists(file)) << Notice();
-    EXPECT_EQ(Result(), file.toStdString() + " saved");
+    EXPECT_EQ(Content(drag->mimeData()->urls().value(2).toLocalFile()), library.Picture({"NEWS", 3}));
 }
 
 struct SavedForm {
     const char* action;
-    /// Of a pixel of the picture that is half transparent, from the recorded colour.
-    QRgb (*expected)(QRgb recorded);
+    /// Of a pixel that is half transparent.
+    QRgb pixel;
 };
 
-TEST_F(HostWindowState, SavesThePictureInEachForm) {
+TEST_F(HostWindowState, SavesThePictureInEachFormAndDragsIt) {
     Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
     const std::string recorded = library::Library(LibraryFile(), library::Access::kRead).Picture({"NEWS", 1});
-    const QRgb pixel = QImage::fromData(QByteArray::fromStdString(recorded)).pixel(120, 400);
-    ASSERT_EQ(qAlpha(pixel), 224);
-    for (const SavedForm& form : {SavedForm{"save_picture", [](QRgb colour) { return colour; }},
-                                  {"save_premultiplied",
-                                   [](QRgb colour) {
-                                       const auto times_alpha = [](int part) { return qRound(part * 224 / 255.0); };
-                                       return qRgba(times_alpha(qRed(colour)), times_alpha(qGreen(colour)),
-                                                    times_alpha(qBlue(colour)), 224);
-                                   }},
-                                  {"save_key", [](QRgb) { return qRgb(224, 224, 224); }}}) {
-        const QString file = In(form.action) + QStringLiteral(".png");
+    for (const SavedForm& form : {SavedForm{"save_picture", qRgba(20, 44, 87, 224)},
+                                  {"save_premultiplied", qRgba(18, 39, 76, 224)},
+                                  {"save_key", qRgb(224, 224, 224)}}) {
+        const QString file = In("new/folder/") + QLatin1String(form.action) + QStringLiteral(".png");
         EnterFile(file);
         Trigger(form.action);
-        EXPECT_EQ(QImage(file).pixel(120, 400), form.expected(pixel)) << form.action << Notice();
+        EXPECT_EQ(QImage(file).pixel(120, 400), form.pixel) << form.action << Notice();
+        EXPECT_EQ(Result(), file.toStdString() + " saved");
     }
+    QWidget& view = *Picture().viewport();
+    QTest::mousePress(&view, Qt::LeftButton, {}, view.rect().center());
+    QMouseEvent move(QEvent::MouseMove, view.rect().center() + QPoint(40, 0), view.mapToGlobal(QPoint()), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&view, &move);
+    // The offscreen platform ends a drag at once; the event loop deletes it afterwards.
+    const auto* const drag = Picture().findChild<QDrag*>();
+    ASSERT_NE(drag, nullptr);
+    EXPECT_EQ(drag->mimeData()->data(QStringLiteral("image/png")).toStdString(), recorded);
+    const QString file = drag->mimeData()->urls().value(0).toLocalFile();
+    EXPECT_EQ(QFileInfo(file).fileName(), "NEWS 0001.png");
+    EXPECT_EQ(Content(file), recorded);
 }
 
 TEST_F(HostWindowState, SortsFiltersAndFollowsOtherPrograms) {
@@ -268,9 +232,6 @@ TEST_F(HostWindowState, SortsFiltersAndFollowsOtherPrograms) {
     ASSERT_EQ(LibraryList().rowCount(), s_count + 3) << "two headings";
     EXPECT_EQ(title(0), "NEWS");
     EXPECT_EQ(title(static_cast<int>(s_count) + 1), "SPORT");
-    const QRect heading = List().visualRect(LibraryList().index(0, 0));
-    EXPECT_GT(List().visualRect(LibraryList().index(1, 0)).top(), heading.top());
-    EXPECT_GT(heading.width(), List().viewport()->width() / 2);
     List().setFocus();
     Key(*window, Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(Find<QLabel>("count").text(), QStringLiteral("%1 selected, %1 messages").arg(s_count + 1));
@@ -314,38 +275,12 @@ TEST_F(HostWindowState, ListsTheWarningsOfTheLastImport) {
     EXPECT_EQ(lines.index(lines.rowCount() - 1, 0).data(), "bare 0004");
     EXPECT_EQ(lines.index(lines.rowCount() - 1, 1).data(), "the picture is cut short by the file's end");
     const int last = lines.rowCount() - 2;  // of a message with a picture
-    EXPECT_EQ(lines.index(last, 0).data(), "bare 0003");
     EXPECT_EQ(lines.index(last, 1).data().toString().toStdString(), recording->warnings.back());
     Find<QTableView>("warnings").setCurrentIndex(lines.index(last, 0));
     Key(Find("warnings"), Qt::Key_Return);
     EXPECT_TRUE(QTest::qWaitFor([&] { return window->windowTitle() == "bare 0003 – ZelTrans"; }, kTimeout_ms));
     Trigger("copy");
     EXPECT_FALSE(button.isVisible());
-}
-
-TEST_F(HostWindowState, OpensTheImportDialogWithTheDiskOfTheMessage) {
-    OpenRecordedLibrary();
-    InNextWindow([&] {
-        QWidget& dialog = *QApplication::activeModalWidget();
-        for (const auto& [box, folder] : {std::pair(ImportControl::kMessageDirBox, "/MESSAGES"),
-                                          std::pair(ImportControl::kFontDirBox, "/MACHINE")}) {
-            const QString shown = dialog.findChild<QComboBox*>(QString::number(box))->currentText();
-            EXPECT_EQ(system::NativePath(shown.toStdString().c_str()), Disk().toStdString() + folder);
-        }
-        dialog.close();
-    });
-    Trigger("import");
-}
-
-TEST_F(HostWindowState, ZoomsAGlyphSheet) {
-    Import(Disk() + QStringLiteral("/MACHINE/.0012"));
-    auto& glyphs = Find<desktop::PictureView>("glyphs");
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&glyphs));
-    EXPECT_EQ(glyphs.Zoom(), 1.0);
-    Key(glyphs, Qt::Key_Plus, Qt::ControlModifier);
-    EXPECT_GT(glyphs.Zoom(), 1.0);
-    Key(glyphs, Qt::Key_0, Qt::ControlModifier);
-    EXPECT_TRUE(glyphs.IsFitted());
 }
 
 TEST_F(HostWindowState, ReadsAReadOnlyLibrary) {
@@ -394,51 +329,6 @@ TEST_F(HostWindowState, CreatesAndOpensLibraries) {
     const QSettings stored(In("desktop.ini"), QSettings::IniFormat);
     EXPECT_EQ(stored.value(QStringLiteral("recent/libraries")).toStringList(),
               (QStringList{In("library.zellib"), In("second.zellib")}));
-}
-
-TEST_F(HostWindowState, RefusesAPipe) {
-    ASSERT_EQ(mkfifo(In(".0012").toStdString().c_str(), 0600), 0);
-    Import(In(".0012"));
-    EXPECT_THAT(Notice(), HasSubstr("neither a message nor a font"));
-    EnterFile(In(".0012"));
-    Trigger("make_font");
-    EXPECT_THAT(Notice(), HasSubstr("not a regular file"));
-}
-
-TEST_F(HostWindowState, ExportDialogExplainsFormatsThatConflict) {
-    Import(Disk() + QStringLiteral("/MESSAGES/.0001"));
-    InNextWindow([&] {
-        auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
-        auto& formats = *dialog.findChild<QListWidget*>();
-        const QPushButton& start = *dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
-        auto& conflict = *dialog.findChild<QLabel*>(QStringLiteral("conflict"));
-        EXPECT_TRUE(start.isEnabled());
-        EXPECT_FALSE(conflict.isVisible());
-        formats.item(1)->setCheckState(Qt::Checked);
-        EXPECT_FALSE(start.isEnabled());
-        EXPECT_THAT(conflict.text().toStdString(), HasSubstr("same name"));
-        formats.item(0)->setCheckState(Qt::Unchecked);
-        EXPECT_TRUE(start.isEnabled());
-        EXPECT_FALSE(conflict.isVisible());
-        dialog.close();
-    });
-    Trigger("export");
-}
-
-TEST_F(HostWindowState, FitsAWidthOf800) {
-    const auto narrow = [&](const char* what) {
-        // The layouts follow a change of their contents.
-        QApplication::processEvents();
-        window->resize(800, 600);
-        QApplication::processEvents();
-        EXPECT_LE(window->width(), 800) << what;
-    };
-    narrow("start page");
-    OpenRecordedLibrary();
-    narrow("messages");
-    Find<desktop::NoticeBar>("notice").Warn(QStringLiteral("a_very_long_name_").repeated(20));
-    static_cast<desktop::StatusLine*>(window->statusBar())->ShowResult(QStringLiteral("long text ").repeated(50));
-    narrow("long texts");
 }
 
 TEST_F(HostWindowState, ZoomsAndMovesThePictureWithTheMouse) {
@@ -499,15 +389,10 @@ TEST(MessageDetails, ShowTimesOfTheUsersZone) {
     tzset();
 }
 
-/// The ratio of the luminances, 1 to 21.
+/// The ratio of the luminances, 1 to 21; of greys, in which the palettes are made.
 double Contrast(const QColor& one, const QColor& other) {
-    const auto luminance = [](const QColor& colour) {
-        const auto part = [](double value) {
-            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
-    };
-    const double a = luminance(one) + 0.05, b = luminance(other) + 0.05;
+    const auto luminance = [](const QColor& colour) { return std::pow(qGray(colour.rgb()) / 255.0, 2.2) + 0.05; };
+    const double a = luminance(one), b = luminance(other);
     return std::max(a, b) / std::min(a, b);
 }
 

@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
+#include <map>
 
 #include <gtest/gtest.h>
 
@@ -29,31 +30,17 @@ namespace {
 /// In characters; a longer text is pasted.
 constexpr int kMaxTyped = 40;
 
-QMessageBox::StandardButton ButtonOf(int id) {
-    switch (id) {
-        case IDCANCEL:
-            return QMessageBox::Cancel;
-        case IDABORT:
-            return QMessageBox::Abort;
-        case IDRETRY:
-            return QMessageBox::Retry;
-        case IDIGNORE:
-            return QMessageBox::Ignore;
-        case IDYES:
-            return QMessageBox::Yes;
-        case IDNO:
-            return QMessageBox::No;
-        default:
-            return QMessageBox::Ok;
-    }
-}
+const std::map<int, QMessageBox::StandardButton> kButtons{
+    {IDOK, QMessageBox::Ok},       {IDCANCEL, QMessageBox::Cancel}, {IDABORT, QMessageBox::Abort},
+    {IDRETRY, QMessageBox::Retry}, {IDIGNORE, QMessageBox::Ignore}, {IDYES, QMessageBox::Yes},
+    {IDNO, QMessageBox::No}};
 
 void AnswerBox(int answer, const std::string& text, const std::string& caption) {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr) << "the box is not shown";
     EXPECT_EQ(desktop::WithoutBreaks(box->text()).toStdString(), desktop::ScreenText(text).remove(u'\r').toStdString());
     EXPECT_EQ(box->windowTitle().toStdString(), desktop::ScreenText(caption).toStdString());
-    QAbstractButton* const button = box->button(ButtonOf(answer));
+    QAbstractButton* const button = box->button(kButtons.at(answer));
     if (button != nullptr) return Click(*button);
     ADD_FAILURE() << "the box has no such button: " << answer;
     box->done(0);
@@ -74,13 +61,6 @@ std::string ShownText(const QWidget& widget) {
     if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget))
         return desktop::ModuleText(button->text());
     return {};
-}
-
-std::vector<std::string> ShownList(const QComboBox& combo) {
-    std::vector<std::string> list;
-    list.reserve(static_cast<std::size_t>(combo.count()));
-    for (int i = 0; i < combo.count(); ++i) list.push_back(desktop::ModuleText(combo.itemText(i)));
-    return list;
 }
 
 }  // namespace
@@ -105,6 +85,12 @@ void TypeText(QWidget& window, const QString& text) {
         QTest::sendKeyEvent(QTest::Click, window.window()->windowHandle(), Qt::Key_unknown, QString(c), Qt::NoModifier);
 }
 
+void PostEscape() {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+        QCoreApplication::postEvent(QGuiApplication::focusWindow(),
+                                    new QKeyEvent(type, Qt::Key_Escape, Qt::NoModifier));
+}
+
 void CompareWithControls(const desktop::DialogView& view) {
     for (const auto& control : view.Controls()) {
         CWnd* const window = CWnd::FromHandle(control->Handle());
@@ -125,7 +111,7 @@ void CompareWithControls(const desktop::DialogView& view) {
             EXPECT_EQ(button->isChecked(), window->SendMessage(BM_GETCHECK) != 0);
         }
         if (const auto* const combo = qobject_cast<const QComboBox*>(&widget)) {
-            EXPECT_EQ(static_cast<LRESULT>(ShownList(*combo).size()), window->SendMessage(CB_GETCOUNT));
+            EXPECT_EQ(static_cast<LRESULT>(combo->count()), window->SendMessage(CB_GETCOUNT));
         }
     }
 }
@@ -172,11 +158,7 @@ int ScreenDesktop::RunFileDialog(CFileDialog& dialog, std::string& path) {
 
 bool ScreenDesktop::IsKeyDown(int virtualKey) {
     const bool down = script::HeadlessDesktop::IsKeyDown(virtualKey);
-    if (down) {
-        QWindow* const window = QGuiApplication::focusWindow();
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
-            QCoreApplication::postEvent(window, new QKeyEvent(type, Qt::Key_Escape, Qt::NoModifier));
-    }
+    if (down) PostEscape();
     EXPECT_EQ(m_screen.IsKeyDown(virtualKey), down);
     return down;
 }
@@ -188,55 +170,49 @@ void ScreenDesktop::SetWaitCursor(bool on) {
 }
 
 void ScreenDesktop::Type(CDialog& dialog, CWnd& control, const std::string& text) {
-    desktop::DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return script::DialogActor::Type(dialog, control, text);
-    Click(view->Find(control.m_hWnd)->Widget());
-    Key(*view, Qt::Key_A, Qt::ControlModifier);
+    desktop::DialogView& view = *m_screen.Find(dialog);
+    Click(view.Find(control.m_hWnd)->Widget());
+    Key(view, Qt::Key_A, Qt::ControlModifier);
     if (text.empty()) {
-        Key(*view, Qt::Key_Delete);
+        Key(view, Qt::Key_Delete);
     } else {
-        TypeText(*view, desktop::ScreenText(text));
+        TypeText(view, desktop::ScreenText(text));
     }
-    CompareWithControls(*view);
+    CompareWithControls(view);
 }
 
 void ScreenDesktop::Press(CDialog& dialog, CWnd& control) {
-    desktop::DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return script::DialogActor::Press(dialog, control);
-    Click(view->Find(control.m_hWnd)->Widget());
-    CompareWithControls(*view);
+    desktop::DialogView& view = *m_screen.Find(dialog);
+    Click(view.Find(control.m_hWnd)->Widget());
+    CompareWithControls(view);
 }
 
-void ScreenDesktop::Choose(CDialog& dialog, CWnd& control, bool box, int index) {
-    desktop::DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return script::DialogActor::Choose(dialog, control, box, index);
-    QWidget& widget = view->Find(control.m_hWnd)->Widget();
+void ScreenDesktop::Choose(CDialog& dialog, CWnd& control, bool /*box*/, int index) {
+    desktop::DialogView& view = *m_screen.Find(dialog);
+    QWidget& widget = view.Find(control.m_hWnd)->Widget();
     auto* const combo = qobject_cast<QComboBox*>(&widget);
     if (combo != nullptr) combo->showPopup();
     QAbstractItemView& list = combo != nullptr ? *combo->view() : static_cast<QListWidget&>(widget);
     const QModelIndex entry = list.model()->index(index, 0);
     list.scrollTo(entry);
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(entry).center());
-    CompareWithControls(*view);
+    CompareWithControls(view);
 }
 
-void ScreenDesktop::PressEnter(CDialog& dialog, CWnd* button) {
-    desktop::DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return script::DialogActor::PressEnter(dialog, button);
-    Key(*view, Qt::Key_Return);
-    CompareWithControls(*view);
+void ScreenDesktop::PressEnter(CDialog& dialog, CWnd* /*button*/) {
+    desktop::DialogView& view = *m_screen.Find(dialog);
+    Key(view, Qt::Key_Return);
+    CompareWithControls(view);
 }
 
 void ScreenDesktop::PressEscape(CDialog& dialog) {
-    desktop::DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return script::DialogActor::PressEscape(dialog);
-    Key(*view, Qt::Key_Escape);
+    desktop::DialogView& view = *m_screen.Find(dialog);
+    Key(view, Qt::Key_Escape);
 }
 
 void ScreenDesktop::Close(CDialog& dialog) {
-    desktop::DialogView* const view = m_screen.Find(dialog);
-    if (view == nullptr) return script::DialogActor::Close(dialog);
-    view->close();
+    desktop::DialogView& view = *m_screen.Find(dialog);
+    view.close();
 }
 
 }  // namespace zel::screen_test

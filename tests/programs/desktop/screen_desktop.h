@@ -36,6 +36,8 @@ class ScreenDesktop : public script::HeadlessDesktop, private script::DialogActo
 void Click(QWidget& widget);
 void Key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void TypeText(QWidget& window, const QString& text);
+/// Posts the key as the window system does during a run.
+void PostEscape();
 
 /// Fails unless every widget shows the state of its control.
 void CompareWithControls(const desktop::DialogView& view);

@@ -1,22 +1,19 @@
-// Texts from files are never taken as markup: a walk through every widget that shows them.
-#include "programs/desktop/common/plain_text.h"
-
+// A walk through every window: texts from files are never taken as markup, and controls have names for screen readers.
 #include <QAbstractItemView>
+#include <QAccessible>
 #include <QAction>
 #include <QBuffer>
-#include <QComboBox>
-#include <QDialog>
+#include <QFileDialog>
 #include <QHelpEvent>
-#include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QSettings>
+#include <QTabBar>
 #include <QTextDocumentFragment>
 #include <QToolTip>
 
 #include <gmock/gmock.h>
 
+#include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/dialogs/drawn_controls.h"
 #include "programs/desktop/host_window_fixture.h"
 #include "programs/desktop/windows/glyph_sheet_window.h"
@@ -37,7 +34,7 @@ class Walk {
         for (QWidget* const widget : QApplication::allWidgets()) Visit(*widget);
     }
 
-    /// Where a text would be taken as markup.
+    /// Where a text would be taken as markup; controls that take the focus and have no name.
     std::vector<std::string> faults;
     /// Number of texts that contain the hostile one, as it is or escaped.
     int seen = 0;
@@ -46,6 +43,7 @@ class Walk {
     void Visit(const QWidget& widget) {
         const std::string name =
             std::string(widget.metaObject()->className()) + " " + widget.objectName().toStdString();
+        if (IsUnnamed(widget)) faults.push_back(name + ": no name");
         CheckMarkup(widget.toolTip(), name + " tool tip");
         CheckMarkup(widget.whatsThis(), name + " help");
         CheckMarkup(widget.statusTip(), name + " status tip");
@@ -61,6 +59,17 @@ class Walk {
             CheckMarkup(action->toolTip(), name + " action " + action->objectName().toStdString());
             CountPlain(action->text());
         }
+    }
+    /// Of our windows: Qt names the controls of its own.
+    static bool IsUnnamed(const QWidget& widget) {
+        const auto* const tabs = qobject_cast<const QTabBar*>(&widget);
+        if (!widget.window()->isVisible() || qobject_cast<const QFileDialog*>(widget.window()) != nullptr ||
+            widget.focusProxy() != nullptr || widget.objectName().startsWith(QLatin1String("qt_")) ||
+            (tabs != nullptr && tabs->count() == 0) || (widget.focusPolicy() & Qt::TabFocus) == 0 || widget.isWindow())
+            return false;
+        const QAccessibleInterface* const accessible =
+            QAccessible::queryAccessibleInterface(const_cast<QWidget*>(&widget));
+        return accessible == nullptr || accessible->text(QAccessible::Name).trimmed().isEmpty();
     }
     void VisitItems(const QAbstractItemView& view, const std::string& name) {
         const QAbstractItemModel* const model = view.model();
@@ -83,8 +92,8 @@ class Walk {
     }
 };
 
-/// Expects that the open windows show the hostile text somewhere, and nowhere as markup.
-void ExpectPlain(const char* window) {
+/// Expects that the open windows show the hostile text somewhere, and nowhere as markup, and that controls have names.
+void ExpectFaultless(const char* window) {
     const Walk walk;
     EXPECT_THAT(walk.faults, testing::IsEmpty()) << window;
     EXPECT_GT(walk.seen, 0) << window;
@@ -118,53 +127,62 @@ library::Recording HostileRecording() {
     return recording;
 }
 
-class PlainText : public HostWindow {
+class EveryWindow : public HostWindow {
   protected:
-    PlainText() {
+    EveryWindow() {
         const std::vector<library::Recording> recordings{HostileRecording()};
         library::Library(LibraryFile(), library::Access::kWrite).Record(recordings);
         Start();
     }
     /// Calls an action and looks at the dialog that it opens.
-    void ExpectPlainDialog(const char* action) {
+    void ExpectFaultlessDialog(const char* action) {
         InNextWindow([&] {
             QWidget* const dialog = QApplication::activeModalWidget();
             ASSERT_NE(dialog, nullptr) << action;
-            ExpectPlain(action);
+            ExpectFaultless(action);
             dialog->close();
         });
         Trigger(action);
     }
 };
 
-TEST_F(PlainText, InTheMainWindowAndItsTables) {
+TEST_F(EveryWindow, MainWindowAndItsTables) {
     const Walk walk;
     EXPECT_THAT(walk.faults, testing::IsEmpty());
     // Texts and tool tips of the row, the field, the font, ten details and the thumbnail.
     EXPECT_GE(walk.seen, 20);
 }
 
-TEST_F(PlainText, InTheToolTipOfThePicture) {
+TEST_F(EveryWindow, ToolTipOfThePicture) {
     QWidget& view = *Picture().viewport();
     const QPoint on_text(view.width() / 2, view.height() / 2 - qRound(230 * Picture().Zoom()));
     QTest::mouseMove(&view, on_text);
     QHelpEvent help(QEvent::ToolTip, on_text, view.mapToGlobal(on_text));
     QApplication::sendEvent(&view, &help);
     EXPECT_THAT(QToolTip::text().toStdString(), testing::HasSubstr("&lt;img src="));
-    ExpectPlain("tool tip");
+    ExpectFaultless("tool tip");
     QToolTip::hideText();
 }
 
-TEST_F(PlainText, InBoxesAndDialogs) {
-    ExpectPlainDialog("export");
-    ExpectPlainDialog("save_picture");
+TEST_F(EveryWindow, Dialogs) {
+    for (const char* const action :
+         {"export", "batch_export", "fetch", "import_options", "about", "import", "save_picture"})
+        ExpectFaultlessDialog(action);
+    ftp::RemoteView view;
+    view.directory = kHostile.toStdString();
+    view.listing.entries.emplace_back().name = kHostile.toStdString();
+    InNextWindow([] {
+        ExpectFaultless("server");
+        QApplication::activeModalWidget()->close();
+    });
+    desktop::ChooseRemote(view, window.get());
 }
 
-TEST_F(PlainText, InNoticesRecentDisksAndPaths) {
+TEST_F(EveryWindow, NoticesRecentDisksAndPaths) {
     const QString folder = In("folder/") + kHostile;
     std::filesystem::create_directories(folder.toStdString());
     Import(folder);
-    ExpectPlain("notice");
+    ExpectFaultless("notice");
     window.reset();
     {
         QSettings stored(In("desktop.ini"), QSettings::IniFormat);
@@ -173,7 +191,7 @@ TEST_F(PlainText, InNoticesRecentDisksAndPaths) {
     window = std::make_unique<desktop::MainWindow>(
         desktop::Places{(folder + QStringLiteral("/library.zellib")).toStdString(), In("desktop.ini")});
     window->show();
-    ExpectPlainDialog("about");
+    ExpectFaultlessDialog("about");
     for (QMenu* const menu : window->findChildren<QMenu*>()) {
         menu->popup(window->pos());
         EXPECT_THAT(Walk().faults, testing::IsEmpty()) << menu->title().toStdString();
@@ -181,39 +199,26 @@ TEST_F(PlainText, InNoticesRecentDisksAndPaths) {
     }
 }
 
-TEST_F(PlainText, InAGlyphSheet) {
+TEST_F(EveryWindow, WindowsBesideTheMainWindow) {
+    Trigger("guide");
+    int seen = Walk().seen;
+    const auto expect_more = [&](const char* shown) {
+        const Walk walk;
+        EXPECT_THAT(walk.faults, testing::IsEmpty()) << shown;
+        EXPECT_GT(walk.seen, std::exchange(seen, walk.seen)) << shown;
+    };
     desktop::FontSheet sheet;
     sheet.file = sheet.name = sheet.note = kHostile.toStdString();
     sheet.picture = picture::ClearPicture(16, 16);
     (new desktop::GlyphSheetWindow(sheet, window.get()))->show();
-    ExpectPlain("glyph sheet");
-}
-
-TEST_F(PlainText, InTheWarningsOfAnImport) {
-    const int before = Walk().seen;
+    expect_more("glyph sheet");
     desktop::WarningsWindow warnings(window.get());
     warnings.Show({{{kHostile.toStdString(), 12}, {kHostile.toStdString()}}});
-    const Walk walk;
-    EXPECT_THAT(walk.faults, testing::IsEmpty());
-    EXPECT_GT(walk.seen, before);
-}
-
-TEST_F(PlainText, InADirectoryOfAServer) {
-    ftp::RemoteView view;
-    view.directory = kHostile.toStdString();
-    view.listing.entries.emplace_back().name = kHostile.toStdString();
-    InNextWindow([] {
-        ExpectPlain("server");
-        QApplication::activeModalWidget()->close();
-    });
-    desktop::ChooseRemote(view, window.get());
-}
-
-TEST_F(PlainText, InALabelOfTheModulesDialogs) {
+    expect_more("warnings");
     desktop::LineLabel label(window.get());
     label.resize(20, 20);
     label.SetLine(kHostile);
-    ExpectPlain("label");
+    expect_more("label of the module's dialogs");
 }
 
 /// What a tool tip shows: Qt guesses whether its text is markup.
