@@ -12,7 +12,7 @@ namespace {
 constexpr unsigned kFonts = 16, kColourSets = 8;
 constexpr unsigned kLongestRow = 63;
 constexpr unsigned kFirstCode = 33, kCodes = samples::kFontCharCount - kFirstCode;
-constexpr std::uintmax_t kMebibyte = std::uintmax_t{1} << 20;
+constexpr unsigned kMebibyte = 1U << 20;
 
 /// A message of full rows of different characters, which name all slots and colour sets in turn.
 /// @param fonts  number of slots in use.
@@ -53,62 +53,32 @@ void AddShared(samples::FontFile& font, const samples::RunCodes& codes) {
     }
 }
 
-/// One line of `runs` runs, then empty lines.
-samples::RunCodes WideGlyph(unsigned runs) {
+/// Characters whose glyphs have a line of `runs` runs and are 501 lines high, in fonts that differ and in all colour
+/// sets.
+void WriteWideGlyphs(const HostileDisk& disk, unsigned runs, unsigned fonts) {
     samples::RunCodes codes(runs, samples::ColourRun(samples::kFaceIndex, 255, samples::kLongestRun));
     codes.resize(codes.size() + 500, samples::EndOfLine());
     codes.push_back(samples::EndOfGlyph());
-    return codes;
-}
-
-samples::RunCodes StayCodesOf(std::uintmax_t bytes, std::uint32_t code) {
-    samples::RunCodes codes(static_cast<std::size_t>(bytes / 4 - 1), code);
-    codes.push_back(samples::EndOfGlyph());
-    return codes;
-}
-
-void TallTypefaces(const HostileDisk& disk, unsigned edge_type) {
-    for (unsigned slot = 0; slot < kFonts; ++slot) {
-        samples::FontFile font = EmptyFont(2000 - slot);
-        font.header.font_name = "TT Sans";
-        font.header.edge_type = edge_type;
-        font.header.edge_size = 255;
-        AddShared(font, samples::RunCodes(kCodes + 1, samples::ColourRun(samples::kFaceIndex, 255, 9)));
-        disk.WriteFont(slot + 1, font);
-    }
-    disk.WriteMessage(FullRows(60, kFonts, 1));
-}
-
-std::string DocumentOfRows(int count) {
-    std::string rows = "[{}";
-    for (int n = 1; n < count; ++n) rows += ",{}";
-    return "{\"rows\":" + rows + "],\"characters\":[]}";
-}
-
-/// A document with an empty row and one more member.
-std::string DocumentWith(const std::string& member, const std::string& value) {
-    return "{\"rows\":[{}],\"characters\":[],\"" + member + "\":" + value + "}";
-}
-
-}  // namespace
-
-void WideGlyphs(const HostileDisk& disk) {
-    samples::FontFile font = EmptyFont();
-    AddShared(font, WideGlyph(499));
-    disk.WriteFont(1, font);
-    disk.WriteMessage(FullRows(12, 1, 1));
-}
-
-void WideGlyphsOfManyFonts(const HostileDisk& disk) {
-    for (unsigned slot = 0; slot < kFonts; ++slot) {
+    for (unsigned slot = 0; slot < fonts; ++slot) {
         samples::FontFile font = EmptyFont(40 + slot);
-        AddShared(font, WideGlyph(250));
+        AddShared(font, codes);
         font.encoding.resize(font.encoding.size() + 4 * slot);
         disk.WriteFont(slot + 1, font);
     }
-    disk.WriteMessage(FullRows(400, kFonts, kColourSets));
+    disk.WriteMessage(FullRows(12 + 25 * (fonts - 1), fonts, kColourSets));
 }
 
+/// Glyphs of up to 15,968 x 501 pixels, each too large.
+void WideGlyphs(const HostileDisk& disk) {
+    WriteWideGlyphs(disk, 499, 1);
+}
+
+/// Glyphs half as wide, too large together.
+void WideGlyphsOfManyFonts(const HostileDisk& disk) {
+    WriteWideGlyphs(disk, 250, kFonts);
+}
+
+/// Glyphs as large as the picture, over one another in every row.
 void GlyphsOverOneAnother(const HostileDisk& disk) {
     samples::RunCodes codes;
     for (unsigned line = 0; line < 480; ++line) {
@@ -122,26 +92,27 @@ void GlyphsOverOneAnother(const HostileDisk& disk) {
     disk.WriteMessage(FullRows(20, 1, 1));
 }
 
-void TallTypefacesWithShadow(const HostileDisk& disk) {
-    TallTypefaces(disk, 2);
+/// Characters of typefaces of 2000 lines, each with a border or a shadow of 255.
+void TallTypefaces(const HostileDisk& disk) {
+    for (unsigned slot = 0; slot < kFonts; ++slot) {
+        samples::FontFile font = EmptyFont(2000 - slot);
+        font.header.font_name = "TT Sans";
+        font.header.edge_type = 1 + slot % 2;
+        font.header.edge_size = 255;
+        AddShared(font, samples::RunCodes(kCodes + 1, samples::ColourRun(samples::kFaceIndex, 255, 9)));
+        disk.WriteFont(slot + 1, font);
+    }
+    disk.WriteMessage(FullRows(60, kFonts, 1));
 }
 
-void TallTypefacesWithBorder(const HostileDisk& disk) {
-    TallTypefaces(disk, 1);
-}
-
-void AnnouncedRows(const HostileDisk& disk) {
-    samples::MessageFile message;
-    message.header.last_row = 65535;
-    disk.WriteMessage(message);
-}
-
+/// As many rows as a header can announce.
 void EmptyRows(const HostileDisk& disk) {
     samples::MessageFile message;
     message.rows.assign(65536, samples::EmptyRow(100));
     disk.WriteMessage(message);
 }
 
+/// As many tab fields as are read, each over the whole width.
 void ManyTabFields(const HostileDisk& disk) {
     samples::MessageFile message = FullRows(1, 1, 1);
     message.rows.resize(64, samples::RowFromText(100, "A", 10, 10));
@@ -152,27 +123,31 @@ void ManyTabFields(const HostileDisk& disk) {
     disk.WriteMessage(message);
 }
 
+/// Fonts whose encoding data are a hole of a size, and as many bytes after them.
+void WriteSparseFonts(const HostileDisk& disk, unsigned encoding_size, unsigned file_size, unsigned message_size = 0) {
+    samples::FontFile font = EmptyFont();
+    font.AddRunCoded(kFirstCode, {samples::EndOfGlyph()}, 3, 4);
+    font.header.encoding_size = encoding_size;
+    for (unsigned slot = 0; slot < kFonts; ++slot) disk.WriteFont(slot + 1, font, file_size);
+    disk.WriteMessage(FullRows(4, kFonts, 1), message_size);
+}
+
+/// Encoding data that are too large.
 void SparseFonts(const HostileDisk& disk) {
-    samples::FontFile font = EmptyFont();
-    font.AddRunCoded(kFirstCode, {samples::EndOfGlyph()}, 3, 4);
-    font.header.encoding_size = 256U << 20;
-    for (unsigned slot = 0; slot < kFonts; ++slot) disk.WriteFont(slot + 1, font, 257 * kMebibyte);
-    disk.WriteMessage(FullRows(4, kFonts, 1));
+    WriteSparseFonts(disk, 256 * kMebibyte, 257 * kMebibyte);
 }
 
+/// As much encoding data as is read.
 void SparseFontsWithinTheLimit(const HostileDisk& disk) {
-    samples::FontFile font = EmptyFont();
-    font.AddRunCoded(kFirstCode, {samples::EndOfGlyph()}, 3, 4);
-    font.header.encoding_size = 4U << 20;
-    for (unsigned slot = 0; slot < kFonts; ++slot) disk.WriteFont(slot + 1, font, 5 * kMebibyte);
-    disk.WriteMessage(FullRows(4, kFonts, 1));
+    WriteSparseFonts(disk, 4 * kMebibyte, 5 * kMebibyte);
 }
 
+/// Files that have checksums one by one, but not all together.
 void LargeSparseFiles(const HostileDisk& disk) {
-    for (unsigned slot = 0; slot < kFonts; ++slot) disk.WriteFont(slot + 1, EmptyFont(), 80 * kMebibyte);
-    disk.WriteMessage(FullRows(4, kFonts, 1), 80 * kMebibyte);
+    WriteSparseFonts(disk, 4, 80 * kMebibyte, 80 * kMebibyte);
 }
 
+/// A stored glyph of 8192 x 8192 pixels, all a hole.
 void LargeStoredGlyph(const HostileDisk& disk) {
     samples::FontFile font = EmptyFont();
     font.AddStored(kFirstCode, {.width = 8192, .height = 8192, .length = 256U << 20}, 3, 4);
@@ -180,6 +155,7 @@ void LargeStoredGlyph(const HostileDisk& disk) {
     disk.WriteMessage(FullRows(1, 1, 1));
 }
 
+/// Stored glyphs that announce 1024 x 1023 pixels and contain none.
 void ManyStoredGlyphs(const HostileDisk& disk) {
     samples::FontFile font = EmptyFont();
     for (unsigned n = 0; n < kCodes; ++n)
@@ -188,28 +164,26 @@ void ManyStoredGlyphs(const HostileDisk& disk) {
     disk.WriteMessage(FullRows(20, 1, 1));
 }
 
+/// 1 MiB of codes that never advance and blend, in each of four fonts and in all colour sets.
 void StayCodes(const HostileDisk& disk) {
-    samples::FontFile font = EmptyFont();
-    AddShared(font, StayCodesOf(16 * kMebibyte, samples::Stay(samples::kFaceIndex, 255)));
-    disk.WriteFont(1, font);
-    disk.WriteMessage(FullRows(4, 1, 1));
-}
-
-void StayCodesOfManyFonts(const HostileDisk& disk) {
     constexpr unsigned kSlots = 4;
     for (unsigned slot = 0; slot < kSlots; ++slot) {
         samples::FontFile font = EmptyFont(40 + slot);
-        AddShared(font, StayCodesOf(kMebibyte + slot * 64, samples::BlendedStay(samples::kFaceIndex, 128)));
+        samples::RunCodes codes(kMebibyte / 4 + slot * 16, samples::BlendedStay(samples::kFaceIndex, 128));
+        codes.push_back(samples::EndOfGlyph());
+        AddShared(font, codes);
         disk.WriteFont(slot + 1, font);
     }
     disk.WriteMessage(FullRows(kSlots * kColourSets * kCodes / kLongestRow, kSlots, kColourSets));
 }
 
+/// An RGBA picture of 4096 x 4096 pixels, all a hole.
 void LargeRgbaPicture(const HostileDisk& disk) {
-    disk.WriteMessage(samples::WriteRgbaFile(717, {.width = 4096, .height = 4096, .length = 65U << 20}),
-                      66 * kMebibyte);
+    disk.Write("MESSAGES/.0001", samples::WriteRgbaFile(717, {.width = 4096, .height = 4096, .length = 65 * kMebibyte}),
+               66 * kMebibyte);
 }
 
+/// Name lists of 256 MiB: short lines, more than are read, then a hole.
 void LongNameLists(const HostileDisk& disk) {
     samples::BitstreamList numbers;
     samples::TypefaceList typefaces;
@@ -217,40 +191,56 @@ void LongNameLists(const HostileDisk& disk) {
         numbers.Plain(std::to_string(n), n);
         typefaces.Typeface(std::to_string(n), std::to_string(n) + " BT");
     }
-    disk.WriteList(samples::kBitstreamListName, numbers.Written(), 0);
-    disk.WriteList(samples::kTypefaceListName, typefaces.Written(), 0);
+    for (const auto& [name, text] : {std::pair(samples::kBitstreamListName, numbers.Written()),
+                                     std::pair(samples::kTypefaceListName, typefaces.Written())}) {
+        disk.Write(name, {text.begin(), text.end()}, 256 * kMebibyte);
+    }
     disk.WriteFont(1, EmptyFont());
     disk.WriteMessage(FullRows(1, 1, 1));
 }
 
-void SparseNameLists(const HostileDisk& disk) {
-    disk.WriteList(samples::kBitstreamListName, samples::BitstreamList().Plain("Quay", 21).Written(), 256 * kMebibyte);
-    disk.WriteList(samples::kTypefaceListName, samples::TypefaceList().Typeface("Arial", "Quay BT").Written(),
-                   256 * kMebibyte);
-    disk.WriteFont(1, EmptyFont());
-    disk.WriteMessage(FullRows(1, 1, 1));
-}
-
-void DocumentOfEmptyObjects(const HostileDisk& disk) {
-    disk.WriteLibrary(DocumentOfRows(240000));
-}
-
+/// A document with as many values as are read, as rows.
 void DocumentOfManyValues(const HostileDisk& disk) {
-    disk.WriteLibrary(DocumentOfRows(149000));
+    std::string rows = "[{}";
+    for (int n = 1; n < 149000; ++n) rows += ",{}";
+    disk.WriteLibrary("{\"rows\":" + rows + "],\"characters\":[]}");
 }
 
+/// A document of 8 MiB, all opening brackets.
 void DocumentOfBrackets(const HostileDisk& disk) {
-    disk.WriteLibrary(std::string(8U << 20, '['));
+    disk.WriteLibrary(std::string(8 * kMebibyte, '['));
 }
 
-void DocumentOfMembers(const HostileDisk& disk) {
-    std::string members = "{\"a\":0";
-    for (int n = 0; n < 500000; ++n) members += ",\"" + std::to_string(n) + "\":0";
-    disk.WriteLibrary(DocumentWith("more", members + "}"));
-}
-
+/// A picture of 4096 x 4096 pixels in few bytes.
 void LargeRecordedPicture(const HostileDisk& disk) {
-    disk.WriteLibrary(DocumentWith("more", "0"), picture::EncodePng(picture::ClearPicture(4096, 4096)));
+    disk.WriteLibrary(R"({"rows":[{}],"characters":[]})", picture::EncodePng(picture::ClearPicture(4096, 4096)));
+}
+
+/// Figures of their own have sheets of large glyphs, files of many MiB, and a message of 25,000 characters.
+constexpr HostileFiles kFiles[] = {
+    {"wide_glyphs", WideGlyphs},
+    {"wide_glyphs_of_many_fonts", WideGlyphsOfManyFonts, 0.3, 80},
+    {"glyphs_over_one_another", GlyphsOverOneAnother, 0.2, 88},
+    {"tall_typefaces", TallTypefaces},
+    {"empty_rows", EmptyRows},
+    {"many_tab_fields", ManyTabFields},
+    {"sparse_fonts", SparseFonts},
+    {"sparse_fonts_within_the_limit", SparseFontsWithinTheLimit, 0.2, 88},
+    {"large_sparse_files", LargeSparseFiles, 0.3, 96},
+    {"large_stored_glyph", LargeStoredGlyph},
+    {"many_stored_glyphs", ManyStoredGlyphs, 0.2, 80},
+    {"stay_codes", StayCodes, 0.3},
+    {"large_rgba_picture", LargeRgbaPicture, 0.2, 88},
+    {"long_name_lists", LongNameLists},
+    {"document_of_many_values", DocumentOfManyValues},
+    {"document_of_brackets", DocumentOfBrackets},
+    {"large_recorded_picture", LargeRecordedPicture, 0.2, 96},
+};
+
+}  // namespace
+
+std::span<const HostileFiles> AllHostileFiles() {
+    return kFiles;
 }
 
 }  // namespace zel::limits

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 namespace zel::limits {
 
@@ -16,11 +15,11 @@ struct Cost {
     int exit_code = -1;
 };
 
-/// Runs the command with its own settings and without any output on the terminal.
-/// @param directory    becomes the current directory.
+/// Runs a command with its own settings and without any output on the terminal.
+/// @param line          of shell, the program and its arguments.
+/// @param directory     becomes the current directory.
 /// @param most_seconds  of processor time, after which the command is ended by a signal.
-/// @throws std::system_error when the command can't be started.
-Cost MeasureCommand(const std::string& command, const std::vector<std::string>& arguments,
-                    const std::filesystem::path& directory, unsigned most_seconds);
+/// @throws std::system_error when no process can be started.
+Cost MeasureCommand(const std::string& line, const std::filesystem::path& directory, unsigned most_seconds);
 
 }  // namespace zel::limits

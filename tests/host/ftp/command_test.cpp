@@ -51,6 +51,7 @@ TEST_F(FetchCommand, TakesThePasswordFromEnvironmentOrNetrcAndNeverPrintsIt) {
                    "20 --to here --user ben --netrc netrc --overwrite");
     EXPECT_EQ(result.exit_code, 0) << result.err;
     EXPECT_THAT(m_disk.Read("run.log"), HasSubstr("USER ben\nPASS netfish\n"));
+    EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0020 overwritten"));
     EXPECT_THAT(result.out + result.err, Not(HasSubstr("fish")));
     result = Fetch("chmod 644 netrc;", "20 --to here --user ben --netrc netrc");
     EXPECT_EQ(result.err, "zeltrans: netrc: ignored because other users can read it; run chmod 600 on it\n");

@@ -55,17 +55,6 @@ TEST_F(FromARealServer, FetchesMessagesIntoALocalDirectoryMessages) {
     EXPECT_EQ(Fetched("disk2/MACHINE/.0012"), Served("MACHINE/.0012"));
 }
 
-TEST_F(FromARealServer, OverwritesOnlyOnRequest) {
-    ServeWell();
-    m_directory = "MACHINE";
-    samples::WriteWholeFile(Here() / ".0012", "mine");
-    EXPECT_EQ(Describe(Fetch("12")), ".0012 skipped");
-    EXPECT_EQ(Fetched(".0012"), "mine");
-    m_overwrite = true;
-    EXPECT_EQ(Describe(Fetch("12")), ".0012 overwritten");
-    EXPECT_EQ(Fetched(".0012"), Served("MACHINE/.0012"));
-}
-
 TEST_F(FromARealServer, ReportsWhyItFailed) {
     ServeWell({"--user", "anna", "--password", "swordfish"});
     EXPECT_THAT(Fetch("1").failure, HasSubstr("refused (reply 530)"));

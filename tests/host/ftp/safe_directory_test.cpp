@@ -130,22 +130,6 @@ TEST_F(SafeDirectoryTest, LocksAPartAgainstASecondFetch) {
     EXPECT_NO_THROW(m_directory.OpenPart(".0001", m_key));
 }
 
-TEST_F(SafeDirectoryTest, PartKeepsAppendedBytesUntilItIsResetOrDiscarded) {
-    const auto part = m_directory.OpenPart(".0001", m_key);
-    EXPECT_THAT(part->Tail(4), IsEmpty());
-    part->Append(Bytes("abc"));
-    part->Append(Bytes("def"));
-    EXPECT_EQ(part->Size(), 6U);
-    EXPECT_EQ(part->Tail(2), Bytes("ef"));
-    EXPECT_EQ(part->Tail(100), Bytes("abcdef"));
-    part->Reset();
-    EXPECT_EQ(part->Size(), 0U);
-    part->Append(Bytes("new"));
-    EXPECT_EQ(part->Tail(100), Bytes("new"));
-    part->Discard();
-    EXPECT_THAT(Names(), IsEmpty());
-}
-
 TEST_F(SafeDirectoryTest, FinishReplacesAFileOnlyOnRequestAndNeverALinksTarget) {
     const auto finish = [&](bool overwrite) {
         const auto part = m_directory.OpenPart(".0001", m_key);

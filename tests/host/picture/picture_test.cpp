@@ -99,100 +99,73 @@ TEST_F(PictureOf, EachMessageOfABatchHasItsOwnGlyphs) {
         << "another font of the same directory";
 }
 
-TEST_F(PictureOf, AStoredGlyphLargerThanItsFileIsSkipped) {
+/// A font in which the characters of a text share their run codes, from places a code apart.
+samples::FontFile FontOfShared(const std::string& text, samples::RunCodes codes) {
+    codes.push_back(samples::EndOfGlyph());
     samples::FontFile font;
     font.header.font_height = 20;
-    font.AddStored('A', {.width = 8000, .height = 8000, .pixels = {255, 0, 0, 255}}, 2, 1);
-    WriteFont(font);
-    WriteMessage(OneRow("A"));
-    PictureCollector collector;
-    Import({&collector.composer, &collector});
-    EXPECT_EQ(collector.failures,
-              (std::vector<std::vector<std::string>>{
-                  {"character 65 of " + system::ModulePath(Path("MACHINE/.0001")) + ": larger than its font file"}}));
+    font.AddRunCoded(static_cast<unsigned char>(text[0]), codes, 3, 4);
+    samples::CharEntry entry = font.directory.at(static_cast<unsigned char>(text[0]));
+    for (const char code : text) {
+        font.directory.at(static_cast<unsigned char>(code)) = entry;
+        entry.glyph_offset += 4;
+    }
+    return font;
 }
 
-/// A glyph of one line of runs, then empty lines: of `runs` x 32 by 501 pixels.
-samples::RunCodes WideGlyph(unsigned runs) {
-    samples::RunCodes codes(runs, samples::ColourRun(1, 255, 32));
-    codes.resize(runs + 499, samples::EndOfLine());
-    codes.push_back(samples::EndOfGlyph());
+/// Codes for `lines` lines, of which the first `full` consist of `runs` runs of 32 pixels.
+samples::RunCodes Lines(unsigned lines, unsigned full, unsigned runs) {
+    samples::RunCodes codes;
+    for (unsigned line = 0; line < lines; ++line) {
+        codes.insert(codes.end(), line < full ? runs : 0, samples::ColourRun(1, 255, 32));
+        codes.push_back(samples::EndOfLine());
+    }
     return codes;
 }
 
-TEST_F(PictureOf, GlyphsBeyondTheLimitsOfAMessageAreLeftOut) {
+TEST_F(PictureOf, GlyphsBeyondALimitAreLeftOutWithTheReason) {
+    samples::FontFile larger_than_file;
+    larger_than_file.header.font_height = 20;
+    larger_than_file.AddStored('A', {.width = 8000, .height = 8000, .pixels = {255, 0, 0, 255}}, 2, 1);
+    std::string many;
+    for (char code = '0'; code < '0' + 70; ++code) many += code;
+    const samples::RunCodes stay((std::size_t{1} << 18) + 70, samples::Stay(1, 255));
     const struct {
-        unsigned runs;
-        std::string text, failed;
+        samples::FontFile font;
+        std::string text;
+        char first_failed;
+        std::size_t failures;
+        bool drawn;  // some other glyph
         const char* reason;
     } cases[] = {
-        {499, "AA", "A", "15968 x 501 pixels are too many for one glyph"},
-        {128, "ABCDEFGHA", "GH", "beyond the 48 MiB that all glyphs may have together"},
+        {larger_than_file, "A", 'A', 1, false, "larger than its font file"},
+        {FontOfShared("A", Lines(501, 1, 499)), "AA", 'A', 1, false, "15968 x 502 pixels are too many for one glyph"},
+        {FontOfShared("ABCDEFGH", Lines(501, 1, 128)), "ABCDEFGHA", 'G', 2, true,
+         "beyond the 48 MiB that all glyphs may have together"},
+        {FontOfShared(many, stay), many, 'o', 7, false,
+         "beyond the 16777216 run codes that all glyphs may have together"},
+        {FontOfShared("A", Lines(400, 400, 22)), std::string(180, 'A'), 'A', 119, true,
+         "more than 40 times the picture"},
     };
-    for (const auto& [runs, text, failed, reason] : cases) {
-        samples::FontFile font = BlockFont();
-        font.encoding.clear();
-        for (const char code : text) font.AddRunCoded(static_cast<unsigned char>(code), WideGlyph(runs), 3, 4);
-        WriteFont(font);
-        WriteMessage(OneRow(text));
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.reason);
+        WriteFont(row.font);
+        samples::MessageFile message = OneRow("A");
+        message.rows.clear();
+        for (std::size_t at = 0; at < row.text.size(); at += 60)
+            message.rows.push_back(samples::RowFromText(120, row.text.substr(at, 60), 0, 0));
+        WriteMessage(message);
         PictureCollector collector;
         Import({&collector.composer, &collector});
-        std::vector<std::string> failures;
-        for (const char code : failed) {
-            failures.push_back("character " + std::to_string(code) + " of " +
-                               system::ModulePath(Path("MACHINE/.0001")) + ": " + reason);
-        }
-        EXPECT_EQ(collector.failures, std::vector<std::vector<std::string>>{failures});
-        EXPECT_EQ(Ink(collector.pictures.at(0))[2], failed == "A" ? -1 : 720);
+        const std::vector<std::string>& failures = collector.failures.at(0);
+        EXPECT_EQ(failures.size(), row.failures);
+        EXPECT_EQ(failures.at(0).find("character " + std::to_string(row.first_failed) + " of " +
+                                      system::ModulePath(Path("MACHINE/.0001")) + ": "),
+                  0U)
+            << failures.at(0);
+        EXPECT_TRUE(failures.at(0).ends_with(row.reason)) << failures.at(0);
+        EXPECT_EQ(Ink(collector.pictures.at(0))[2] > 0, row.drawn);
     }
-}
-
-TEST_F(PictureOf, GlyphsOfTooManyRunCodesAreLeftOut) {
-    // Codes that don't advance, which 70 characters share.
-    samples::RunCodes codes((std::size_t{1} << 18) + 70, samples::Stay(1, 255));
-    samples::FontFile font = BlockFont();
-    font.encoding.clear();
-    std::string text;
-    for (unsigned code = '0'; code < '0' + 70; ++code) {
-        text += static_cast<char>(code);
-        font.AddRunCoded(code, {}, 3, 4);
-        font.directory.at(code).glyph_offset = 4 * (code - '0');
-    }
-    font.AddRunCoded('0', codes, 3, 4);
-    WriteFont(font);
-    samples::MessageFile message = OneRow(text.substr(0, 60));
-    message.rows.push_back(samples::RowFromText(200, text.substr(60), 0, 9));
-    WriteMessage(message);
-    PictureCollector collector;
-    Import({&collector.composer, &collector});
-    ASSERT_EQ(collector.failures.size(), 1U);
-    EXPECT_EQ(collector.failures[0].size(), 70U - 63U);
-    EXPECT_TRUE(
-        collector.failures[0].at(0).ends_with("beyond the 16777216 run codes that all glyphs may have together"));
-}
-
-TEST_F(PictureOf, CharactersThatCoverThePictureTooOftenAreLeftOut) {
-    samples::RunCodes codes;
-    for (int line = 0; line < 400; ++line) {
-        codes.insert(codes.end(), 22, samples::ColourRun(1, 255, 32));
-        codes.push_back(samples::EndOfLine());
-    }
-    codes.push_back(samples::EndOfGlyph());
-    samples::FontFile font = BlockFont();
-    font.encoding.clear();
-    font.AddRunCoded('A', codes, 3, 4);
-    WriteFont(font);
-    samples::CharCell like;
-    like.colour_set = 2;
-    samples::MessageFile message = OneRow("A");
-    message.rows.assign(3, samples::RowFromText(20, std::string(60, 'A'), 0, 0, like));
-    WriteMessage(message);
-    PictureCollector collector;
-    Import({&collector.composer, &collector});
-    ASSERT_EQ(collector.failures.size(), 1U);
-    EXPECT_GT(collector.failures[0].size(), 100U);
-    EXPECT_LT(collector.failures[0].size(), 140U);
-    EXPECT_NE(collector.failures[0].at(0).find("more than 40 times the picture"), std::string::npos);
 }
 
 TEST_F(PictureOf, ALaterCharacterIsDrawnOverAnEarlierOne) {

@@ -33,8 +33,9 @@ picture::Picture Drawn(int width, int height, Pixel&& pixel) {
     return picture;
 }
 
-std::uint8_t Byte(int value) {
-    return static_cast<std::uint8_t>(value);
+picture::Rgba Colour(int red, int green, int blue, int alpha) {
+    const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
+    return {byte(red), byte(green), byte(blue), byte(alpha)};
 }
 
 struct PictureCase {
@@ -45,47 +46,25 @@ struct PictureCase {
 /// Pictures that encoders treat in different ways.
 std::vector<PictureCase> Pictures() {
     unsigned random = 1;
-    const auto noise = [&random] { return static_cast<std::uint8_t>((random = random * 1664525 + 1013904223) >> 24); };
-    const auto smooth = [](int x, int y) {
-        return picture::Rgba{Byte(x / 2), Byte(y / 2), Byte((x + y) / 4), Byte(255 - x / 4)};
-    };
+    const auto noise = [&random] { return static_cast<int>((random = random * 1664525 + 1013904223) >> 24); };
+    const auto smooth = [](int x, int y) { return Colour(x / 2, y / 2, (x + y) / 4, 255 - x / 4); };
     const auto sparse = [](int x, int y) {
-        return y % 7 == 3 && x % 5 == 1 ? picture::Rgba{Byte(x * 7), Byte(y), 9, Byte(x | 1)} : picture::Rgba{};
+        return y % 7 == 3 && x % 5 == 1 ? Colour(x * 7, y, 9, x | 1) : picture::Rgba{};
     };
     return {
         {"no row is clear", Gradient(486)},
         {"all rows are clear", picture::ClearPicture(720, 576)},
-        {"one pixel", Drawn(1, 1,
-                            [](int, int) {
-                                return picture::Rgba{1, 2, 3, 4};
-                            })},
+        {"one pixel", Drawn(1, 1, [](int, int) { return Colour(1, 2, 3, 4); })},
         {"clear rows between others", Drawn(33, 600, sparse)},
         {"gradual changes, which filters make shorter", Drawn(300, 200, smooth)},
-        {"noise, which nothing makes shorter", Drawn(701, 400,
-                                                     [&](int, int) {
-                                                         return picture::Rgba{noise(), noise(), noise(), noise()};
-                                                     })},
-        {"256 colours", Drawn(256, 4,
-                              [](int x, int) {
-                                  return picture::Rgba{Byte(x), 0, 0, 200};
-                              })},
-        {"257 colours", Drawn(257, 2,
-                              [](int x, int) {
-                                  return picture::Rgba{Byte(x), Byte(x / 256), 0, 255};
-                              })},
-        {"opaque greys", Drawn(300, 3,
-                               [](int x, int) {
-                                   return picture::Rgba{Byte(x), Byte(x), Byte(x), 255};
-                               })},
-        {"greys with alpha", Drawn(300, 40,
-                                   [](int x, int y) {
-                                       return picture::Rgba{Byte(x), Byte(x), Byte(x), Byte(y * 6)};
-                                   })},
+        {"noise, which nothing makes shorter",
+         Drawn(701, 400, [&](int, int) { return Colour(noise(), noise(), noise(), noise()); })},
+        {"256 colours", Drawn(256, 4, [](int x, int) { return Colour(x, 0, 0, 200); })},
+        {"257 colours", Drawn(257, 2, [](int x, int) { return Colour(x, x / 256, 0, 255); })},
+        {"opaque greys", Drawn(300, 3, [](int x, int) { return Colour(x, x, x, 255); })},
+        {"greys with alpha", Drawn(300, 40, [](int x, int y) { return Colour(x, x, x, y * 6); })},
         {"black characters, clear without their alpha",
-         Drawn(64, 64,
-               [](int x, int y) {
-                   return picture::Rgba{0, 0, 0, Byte(y < 20 ? 0 : x * 4)};
-               })},
+         Drawn(64, 64, [](int x, int y) { return Colour(0, 0, 0, y < 20 ? 0 : x * 4); })},
     };
 }
 

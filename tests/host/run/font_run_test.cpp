@@ -26,14 +26,6 @@ class FontRun : public HostDisk {
         m_font.maps = m_scratch.Path().string();
     }
 
-    std::string TraceOf() {
-        std::ostringstream out;
-        host::TraceWriter trace(out);
-        host::HostObserver* const observers[] = {&trace};
-        run::RunFont(m_font, observers);
-        return out.str();
-    }
-
     run::FontRunRequest m_font;
 };
 
@@ -63,17 +55,6 @@ TEST_F(FontRun, SetsSkipWarningsInTheModuleAndInTheSettings) {
         EXPECT_EQ(IgnoreZelFontErrors(), !warnings);
         EXPECT_EQ(m_settings.GetProfileInt("ZELFNTSaveOptions", "SkipWarnings"), warnings ? 0 : 1);
     }
-}
-
-TEST_F(FontRun, TracesThePromptBeforeAnEmptyFontSet) {
-    m_font.warnings = true;
-    m_font.box_answer = host::BoxAnswer::kYes;
-    const std::string trace = TraceOf();
-    EXPECT_THAT(trace, StartsWith(R"({"event":"box","text":"Couldn't Find Zelmara! Font File: )"));
-    EXPECT_THAT(trace, HasSubstr("}\n"
-                                 R"({"event":"file_dialog","title":"Browse for Font File")"));
-    EXPECT_THAT(trace, HasSubstr("}\n"
-                                 R"({"event":"font","result":0,"fonts":[null,)"));
 }
 
 struct RefusedFont {

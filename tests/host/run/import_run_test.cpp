@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/stat.h>
 
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
@@ -94,7 +93,6 @@ TEST_F(ImportRun, RecordsAMessageWithItsOwnStandard) {
 }
 
 TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
-    WriteFont(BlockFont(), 2);
     WriteMessage(OneRow("A"));
     m_request.mode = run::ImportMode::kDialog;
     const run::ImportOutcome without = Import();
@@ -104,12 +102,6 @@ TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
 
     m_request.box_answer = host::BoxAnswer::kCancel;
     EXPECT_THAT(Import().failure, EndsWith(".0001: cancelled when a font was missing"));
-
-    m_request.box_answer = host::BoxAnswer::kYes;
-    m_request.browse = Path("MACHINE/.0002");
-    const std::string trace = TraceOf();
-    EXPECT_THAT(trace, HasSubstr(R"("event":"file_dialog")"));
-    EXPECT_THAT(trace, HasSubstr(R"("font_copy":0)"));
 }
 
 TEST_F(ImportRun, WarnsOfAFontFromOutsideTheFontDirectory) {
@@ -230,8 +222,6 @@ TEST_F(ImportRun, NamesTheFileAndTheReasonOfAFailure) {
     samples::WriteWholeFile(Path("text"), std::string_view("short"));
     samples::WriteWholeFile(Path("picture"), std::string_view("\x89PNG\r\n\x1A\n"));
     samples::WriteWholeFile(Path("empty"), std::string_view());
-    mkfifo(Path("MESSAGES/pipe").c_str(), 0600);
-    std::filesystem::create_symlink("/dev/zero", Path("MESSAGES/endless"));
     for (const FailureCase& row : {
              FailureCase{"NOFONTS/MESSAGES/.0001", 1, "/NOFONTS/MACHINE does not exist"},
              {"NOWHERE/.0001", 2, "/NOWHERE does not exist"},
@@ -240,8 +230,6 @@ TEST_F(ImportRun, NamesTheFileAndTheReasonOfAFailure) {
              {"MESSAGES/few bytes", 4, "ends within its first header"},
              {"MESSAGES/cut short", 4, "zeltrans info"},
              {"MESSAGES/foreign type", 4, "its type is 703"},
-             {"MESSAGES/pipe", 3, "a pipe, not a message file"},
-             {"MESSAGES/endless", 3, "a device, not a message file"},
              // The font directory is missing too, which is not the cause.
              {"nosuch", 1, "there is no such message file"},
              {"MESSAGES", 1, "a directory, not a message file"},

@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,7 +11,6 @@
 #include "platform/script/memory_settings_store.h"
 #include "platform/system/types.h"
 #include "samples/scratch_directory.h"
-#include "samples/write_file.h"
 
 namespace zel::test {
 
@@ -23,10 +21,6 @@ using testing::HasSubstr;
 class StoredSettings : public testing::Test {
   protected:
     std::filesystem::path File() const { return m_directory / "settings.sqlite"; }
-
-    void RemoveLog() const {
-        for (const char* part : {"-wal", "-shm"}) std::filesystem::remove(File().string() + part);
-    }
 
     samples_test::ScratchDirectory m_scratch;
     std::filesystem::path m_directory = m_scratch.Path() / "a" / "b";
@@ -57,15 +51,6 @@ TEST_F(StoredSettings, HaveOneTypeEach) {
     EXPECT_EQ(store.GetProfileText("S", "other"), std::nullopt);
 }
 
-TEST_F(StoredSettings, AreFoundRegardlessOfCase) {
-    settings::SqliteSettingsStore store(m_directory);
-    store.SetProfileInt("Section", "Entry", 1);
-    store.SetProfileInt("SECTION", "entry", 2);
-    EXPECT_EQ(store.GetProfileInt("sECTION", "eNTRY"), 2);
-    store.CreateKey("Software");
-    EXPECT_TRUE(store.KeyExists("software"));
-}
-
 TEST_F(StoredSettings, KeepTheirKeysAsATree) {
     settings::SqliteSettingsStore store(m_directory);
     EXPECT_TRUE(store.KeyExists(""));
@@ -80,16 +65,6 @@ TEST_F(StoredSettings, KeepTheirKeysAsATree) {
     EXPECT_EQ(store.GetValue("a\\b", "name"), std::nullopt);
     EXPECT_FALSE(store.DeleteKey("a\\b"));
     EXPECT_TRUE(store.KeyExists("a"));
-}
-
-TEST_F(StoredSettings, AreSharedByTwoStores) {
-    settings::SqliteSettingsStore one(m_directory), other(m_directory);
-    for (int n = 0; n < 5; ++n) {
-        ASSERT_TRUE(one.SetProfileInt("S", "one", n));
-        ASSERT_TRUE(other.SetProfileInt("S", "other", n));
-        ASSERT_EQ(one.GetProfileInt("S", "other"), n);
-        ASSERT_EQ(other.GetProfileInt("S", "one"), n);
-    }
 }
 
 /// A process that counts up in entries and values of its own, and reports each number once it is stored.
@@ -170,6 +145,8 @@ TEST_F(StoredSettings, CanBeListedAndDeleted) {
         for (const seam::ProfileEntry& entry : store->ProfileEntries())
             listed += entry.section + entry.entry + (entry.value.index() == 0 ? "# " : "$ ");
         EXPECT_EQ(listed, "aX# Ay# bText$ ");
+        store->SetProfileInt("A", "x", 3);
+        EXPECT_EQ(store->GetProfileInt("a", "X"), 3);
         store->CreateKey("K");
         for (const char* name : {"z", "Y"}) store->SetValue("K", name, {1, {}});
         EXPECT_EQ(store->ValueNames("k"), (std::vector<std::string>{"Y", "z"}));
@@ -199,54 +176,16 @@ TEST_F(StoredSettings, AreGoneFromTheFilesOnceRemovedOrReplaced) {
     EXPECT_THAT(stored(), testing::Not(HasSubstr("secret")));
 }
 
-TEST_F(StoredSettings, AreClosedToOtherUsersAlsoWhenTheyWereNot) {
-    const auto mode = [](const std::filesystem::path& path) {
-        struct stat status {};
-        stat(path.c_str(), &status);
-        return status.st_mode & 0777;
-    };
-    { settings::SqliteSettingsStore(m_directory).SetProfileInt("S", "E", 1); }
-    EXPECT_EQ(mode(m_directory), mode_t{0700});
-    const std::filesystem::path log = File().string() + "-wal";
-    for (const auto& file : {File(), log}) chmod(file.c_str(), 0644);
-    settings::SqliteSettingsStore store(m_directory);
-    EXPECT_EQ(store.GetProfileInt("S", "E"), 1);
-    EXPECT_EQ(mode(File()), mode_t{0600});
-    EXPECT_EQ(mode(log), mode_t{0600});
-}
-
-TEST_F(StoredSettings, ReplaceADamagedFile) {
-    const std::string_view damage = "this was a database once, and it is not any more, whatever its name may say";
-    samples::WriteWholeFile(File(), damage);
-    for (const char* aside : {"settings.sqlite.damaged-1", "settings.sqlite.damaged-2"}) {
-        settings::SqliteSettingsStore store(m_directory);
-        EXPECT_TRUE(store.SetProfileInt("S", "E", 1));
-        EXPECT_EQ(store.GetProfileInt("S", "E"), 1);
-        EXPECT_THAT(store.Note(), HasSubstr(aside));
-        EXPECT_EQ(samples_test::ReadAll(m_directory / aside), damage);
-        samples::WriteWholeFile(File(), damage);
-        RemoveLog();
-    }
-}
-
 TEST_F(StoredSettings, ReplaceAFileWithOverwrittenPages) {
     {
         settings::SqliteSettingsStore store(m_directory);
         store.SetProfileText("S", "E", std::string(5 << 20, 'x'));  // enough to leave the log for the file
     }
-    RemoveLog();
+    for (const char* part : {"-wal", "-shm"}) std::filesystem::remove(File().string() + part);
     std::fstream(File(), std::ios::in | std::ios::out | std::ios::binary).seekp(4096) << std::string(8192, '\xA5');
     settings::SqliteSettingsStore store(m_directory);
     EXPECT_TRUE(store.SetProfileInt("S", "E", 1));
     EXPECT_THAT(store.Note(), HasSubstr("damaged-1"));
-}
-
-TEST_F(StoredSettings, ReportWhyTheyCannotBeStored) {
-    samples::WriteWholeFile(m_scratch.Path() / "a", std::string_view("a file, not a directory"));
-    settings::SqliteSettingsStore store(m_directory);
-    EXPECT_FALSE(store.SetProfileInt("S", "E", 1));
-    EXPECT_EQ(store.GetProfileInt("S", "E"), std::nullopt);
-    EXPECT_THAT(store.Note(), HasSubstr("settings.sqlite: settings can't be stored: "));
 }
 
 TEST_F(StoredSettings, OpenNoFileUntilTheFirstCall) {

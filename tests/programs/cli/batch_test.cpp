@@ -45,33 +45,16 @@ TEST(BatchCommand, RecordsWritesAndReports) {
               ".0020 imported\n"
               "2 imported, 6 missing, 1 failed\n");
     EXPECT_EQ(result.err, "zeltrans: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\n");
-    const json report = json::parse(disk.Read("r.json"));
+    json report = json::parse(disk.Read("r.json"));
     EXPECT_EQ(report["missing"], 6);
     EXPECT_EQ(report["failures"][0]["number"], 13);
     EXPECT_EQ(report["warnings"][0]["number"], 12);
     const library::Recording recording = library::Library(disk / "lib", library::Access::kRead).Find({"", 12}).value();
     EXPECT_THAT(recording.text, HasSubstr("NEWS"));
+    EXPECT_EQ(report["warnings"][0]["texts"], json(recording.warnings));
     EXPECT_EQ(recording.picture, disk.Read("a b/0012.png"));
     EXPECT_EQ(recording.sources.size(), 3U) << "the message, its font, and the font that is missing";
     EXPECT_EQ(json::parse(recording.document), json::parse(disk.Read("a b/0012.json")));
-}
-
-TEST(BatchCommand, WarnsOfAFontFromAnotherDisk) {
-    const CommandDisk disk;
-    disk.Shell("mkdir -p b/MACHINE && cp -r MESSAGES b");
-    // As after an import of the first disk by the dialog. Each dialog stores its own directory when it closes.
-    const std::string after_other_disk = "zeltrans settings set FontDir 0 \"$PWD/MACHINE\"; ";
-    const CommandResult result =
-        disk.Shell(after_other_disk + "zeltrans batch b 12 12 --library lib --out out --report r.json");
-    const std::string warning =
-        "font 12 is not in the font directory; used instead: " + (disk / "MACHINE/.0012").string();
-    EXPECT_THAT(result.out, HasSubstr("; " + warning + "\n"));
-    EXPECT_EQ(json::parse(disk.Read("r.json"))["warnings"][0]["texts"][1], warning);
-    EXPECT_EQ(json::parse(disk.Read("out/0012.json"))["warnings"][1], warning);
-    const library::Recording recording = library::Library(disk / "lib", library::Access::kRead).Find({"b", 12}).value();
-    EXPECT_EQ(recording.warnings.at(1), warning);
-    EXPECT_THAT(disk.Shell(after_other_disk + "zeltrans import b/MESSAGES/.0012").err,
-                HasSubstr("note: " + warning + "\n"));
 }
 
 TEST(BatchCommand, NamesEachDiskAndCountsWhatItReplaces) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -25,25 +24,16 @@ struct CommandResult {
     int ErrorLines() const { return static_cast<int>(std::ranges::count(err, '\n')); }
 };
 
-/// A scratch directory with blanks in its name. It is the current directory of the command and contains a small disk:
-/// the message .0012, its font .0012 but not its font 31, and the RGBA file .0020.
+/// A scratch directory with a blank and a quote in its name. It is the current directory of the command and contains a
+/// small disk: the message .0012, its font .0012 but not its font 31, and the RGBA file .0020.
 class CommandDisk {
   public:
     CommandDisk() {
-        std::string name = (std::filesystem::temp_directory_path() / "zeltrans it's XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no scratch directory");
-        m_path = name;
         samples::WriteWholeFile(m_path / "MESSAGES/.0012", samples::WriteMessage(GoodMessage()));
         samples::WriteWholeFile(m_path / "MACHINE/.0012", samples::WriteFont(GoodFont()));
         const samples::StoredGlyph picture{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
         samples::WriteWholeFile(m_path / "MESSAGES/.0020", samples::WriteRgbaFile(714, picture));
     }
-    ~CommandDisk() {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    CommandDisk(const CommandDisk&) = delete;
-    CommandDisk& operator=(const CommandDisk&) = delete;
 
     std::filesystem::path operator/(const std::string& name) const { return m_path / name; }
 
@@ -72,7 +62,7 @@ class CommandDisk {
     std::string UnprivilegedCommand() const {
         const std::string command =
             (geteuid() == 0 ? "setpriv --reuid=65534 --regid=65534 --clear-groups " : "") + Quoted(ZELTRANS_COMMAND);
-        return Shell("chmod -R a+rwX . && " + command + " --version").exit_code == 0 ? command : std::string();
+        return Shell("chmod -R a+rwX .. && " + command + " --version").exit_code == 0 ? command : std::string();
     }
 
     static std::string Quoted(const std::string& text) {
@@ -82,7 +72,8 @@ class CommandDisk {
     }
 
   private:
-    std::filesystem::path m_path;
+    samples_test::ScratchDirectory m_scratch;
+    const std::filesystem::path m_path = m_scratch.Path() / "zeltrans it's";
 };
 
 }  // namespace zel::test

@@ -11,7 +11,6 @@ namespace zel::test {
 namespace {
 
 using nlohmann::json;
-using testing::Contains;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -24,12 +23,6 @@ std::vector<json> TraceEvents(const std::string& text) {
         EXPECT_TRUE(events.back().is_object() && events.back().contains("event")) << line;
     }
     return events;
-}
-
-std::vector<std::string> Kinds(const std::vector<json>& events) {
-    std::vector<std::string> kinds;
-    for (const json& event : events) kinds.push_back(event.value("event", ""));
-    return kinds;
 }
 
 TEST(ImportCommand, WritesPictureAndDocumentAndPrintsASummary) {
@@ -48,16 +41,11 @@ TEST(ImportCommand, PrintsOnlyTheTraceToStandardOutput) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell("zeltrans import MESSAGES/.0012 --trace - --pixels --png a.png");
     EXPECT_EQ(result.exit_code, 0) << result.err;
-    const std::vector<json> events = TraceEvents(result.out);
-    ASSERT_FALSE(events.empty());
-    EXPECT_EQ(events.back()["event"], "end");
-    EXPECT_EQ(events.back()["road"], "import");
-    EXPECT_EQ(events.back()["status"], 0);
-    EXPECT_THAT(Kinds(events), testing::Not(Contains("box")));
-    const auto character =
-        std::ranges::find(events, "char", [](const json& event) { return event.value("event", ""); });
-    ASSERT_NE(character, events.end());
-    EXPECT_TRUE(character->contains("pixels"));
+    const json end = TraceEvents(result.out).back();
+    EXPECT_EQ(end["event"].get<std::string>() + " " + end["road"].get<std::string>(), "end import");
+    EXPECT_EQ(end["status"], 0);
+    EXPECT_THAT(result.out, testing::ContainsRegex("\n\\{\"event\":\"char\",[^\n]*\"pixels\":"));
+    EXPECT_THAT(result.out, testing::Not(HasSubstr("{\"event\":\"box\"")));
     EXPECT_EQ(disk.Shell("zeltrans import MESSAGES/.0012 --trace a.trace --pixels; cat a.trace").out,
               "MESSAGES/.0012: 3 rows, 4 characters, 2 tab fields\n" + result.out);
 }
@@ -67,13 +55,7 @@ TEST(ImportCommand, PrintsEachTracedBoxOfTheDialog) {
     const CommandResult result =
         disk.Shell("zeltrans import MESSAGES/.0012 --warnings --answer yes --browse MACHINE/.0012 --trace -");
     EXPECT_EQ(result.exit_code, 0) << result.err;
-    const std::vector<json> events = TraceEvents(result.out);
-    const auto kinds = Kinds(events);
-    EXPECT_THAT(kinds, Contains("file_dialog"));
-    std::size_t boxes = 0;
-    std::istringstream lines(result.err);
-    for (std::string line; std::getline(lines, line);) boxes += line.starts_with("box: ") ? 1 : 0;
-    EXPECT_EQ(boxes, static_cast<std::size_t>(std::ranges::count(kinds, "box")));
+    EXPECT_THAT(result.out, HasSubstr("{\"event\":\"file_dialog\""));
     EXPECT_THAT(result.err, HasSubstr("box: Couldn't Find Font File: Couldn't Find Zelmara! Font File: "));
     EXPECT_THAT(result.err, HasSubstr("\\MACHINE\\.0031 Would you like to browse for this file? (Yes)\nfile dialog: "));
     EXPECT_THAT(result.out, HasSubstr("\\\\MACHINE\\\\.0012\",\"font_name\""));

@@ -16,7 +16,6 @@ struct SettingsCase {
     int exit_code;
     const char* out;
     const char* error;  // part of standard error; empty for no output
-    friend void PrintTo(const SettingsCase& row, std::ostream* stream) { *stream << row.name; }
 };
 
 class KeptSettings : public testing::Test {
@@ -80,16 +79,22 @@ INSTANTIATE_TEST_SUITE_P(
         SettingsCase{"no_home", "cd kept && unset HOME XDG_CONFIG_HOME && zeltrans settings; ls -A", 0,
                      "settings.sqlite\nsettings.sqlite-shm\nsettings.sqlite-wal\n",
                      "zeltrans: settings can't be stored: neither XDG_CONFIG_HOME nor HOME is an absolute path\n"},
-        SettingsCase{"closed_to_other_users",
-                     "mkdir -p run.settings/zeltrans && chmod 755 run.settings/zeltrans && umask 022 && "
-                     "zeltrans settings --settings new set FontDir 0 a && zeltrans settings set FontDir 0 a && "
-                     "stat -c %a new new/settings.sqlite new/settings.sqlite-wal run.settings/zeltrans",
-                     0, "700\n600\n600\n700\n", ""},
+        SettingsCase{
+            "closed_to_other_users",
+            "mkdir -p run.settings/zeltrans && chmod 755 run.settings/zeltrans && umask 022 && "
+            "zeltrans settings --settings new set FontDir 0 a && zeltrans settings set FontDir 0 a && "
+            "stat -c %a new new/settings.sqlite new/settings.sqlite-wal run.settings/zeltrans && chmod 644 new/* && "
+            "zeltrans settings --settings new set FontDir 0 b && stat -c %a new/settings.sqlite "
+            "new/settings.sqlite-wal",
+            0, "700\n600\n600\n700\n600\n600\n", ""},
         SettingsCase{"unusable_directory", "zeltrans settings --settings MESSAGES/.0012", 1, "",
                      "MESSAGES/.0012/settings.sqlite: settings can't be stored: "},
         SettingsCase{"damaged_file",
-                     "echo damage >settings.sqlite; zeltrans settings --settings . && cat settings.sqlite.damaged-1", 0,
-                     "No settings are stored.\ndamage\n", "note: ./settings.sqlite: the stored settings were damaged"}),
+                     "for n in 1 2; do echo damage $n >settings.sqlite; rm -f settings.sqlite-*; zeltrans settings "
+                     "--settings .; "
+                     "done; cat settings.sqlite.damaged-1 settings.sqlite.damaged-2",
+                     0, "No settings are stored.\nNo settings are stored.\ndamage 1\ndamage 2\n",
+                     "note: ./settings.sqlite: the stored settings were damaged"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(KeptSettings, AreListedWithTheReasonWhyTheModuleIgnoresSome) {
