@@ -23,15 +23,6 @@ TEST(SampleCommand, WritesADiskAndSuggestsCommandsThatWork) {
     EXPECT_EQ(typed.err, "");
 }
 
-TEST(SampleCommand, ReportsTheFileThatItCannotWrite) {
-    const CommandDisk disk;
-    const CommandResult result = disk.Shell("zeltrans sample MACHINE/.0012");
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.ErrorLines(), 1);
-    EXPECT_THAT(result.err, HasSubstr("MACHINE/.0012/"));
-    EXPECT_THAT(result.err, HasSubstr("Not a directory"));
-}
-
 }  // namespace
 
 }  // namespace zel::test
