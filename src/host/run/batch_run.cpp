@@ -28,6 +28,9 @@ bool IsMissing(const ImportPaths& paths) {
            DirectoryError(system::NativePath(paths.message_directory.c_str())).empty();
 }
 
+/// Without a reason: the framework keeps some failures to itself, such as of a dialog for which memory is lacking.
+constexpr const char* kNotRecorded = "the module did not record it";
+
 /// Follows a batch through the calls of the module. For each number of the range it checks the ESC key before
 /// and after reading the message, and then sends 1160 if the message was read.
 class BatchTracker : public host::HostObserver {
@@ -45,8 +48,8 @@ class BatchTracker : public host::HostObserver {
     bool EscapePressed();
 
     bool Stopped() const noexcept { return m_stopped; }
-    /// Reports the number under way when an exception passed, if there was one, as failed.
-    void FailCurrent(const std::string& exception);
+    /// Reports the number under way as failed if it has not been reported.
+    void FailCurrent(const std::string& reason);
     /// The number that the range continues with.
     int Next() const noexcept { return m_next; }
 
@@ -88,6 +91,7 @@ bool BatchTracker::EscapePressed() {
         m_reading = false;
         if (!m_stopped) AfterRead();
     } else if (!m_stopped) {
+        FailCurrent(kNotRecorded);
         m_reading = true;
         m_number = m_next++;
         m_unreported = true;
@@ -117,11 +121,10 @@ host::BatchItem BatchTracker::Failed(int status) const {
     return {m_number, host::ItemOutcome::kFailed, DescribeFailure(import, paths, outcome)};
 }
 
-void BatchTracker::FailCurrent(const std::string& exception) {
+void BatchTracker::FailCurrent(const std::string& reason) {
     if (!m_unreported) return;
-    ReportItem(
-        {m_number, host::ItemOutcome::kFailed,
-         MessageDirectoryOf(m_request.disk) + "/" + base::NumberedName(m_number) + ": reading stopped: " + exception});
+    ReportItem({m_number, host::ItemOutcome::kFailed,
+                MessageDirectoryOf(m_request.disk) + "/" + base::NumberedName(m_number) + ": " + reason});
 }
 
 /// One batch over all its ranges.
@@ -176,7 +179,11 @@ void Batch::DriveMainDialog(CDialog& dialog) {
 void Batch::DriveBatchDialog(CDialog& dialog, const host::NumberRange& range) {
     m_tracker.BeginRange(MessageNumberOf(WithoutLeadingDot(range.first)));
     const std::optional<std::string> refusal = EnterRange(m_desktop, dialog, range);
-    if (m_tracker.Stopped()) m_outcome.end = BatchEnd::kStopped;
+    if (m_tracker.Stopped()) {
+        m_outcome.end = BatchEnd::kStopped;
+    } else {
+        m_tracker.FailCurrent(kNotRecorded);
+    }
     if (!refusal) return;
     m_outcome.end = BatchEnd::kRefused;
     m_outcome.failure = *refusal;
@@ -189,7 +196,7 @@ void Batch::ReportException(const std::string& text) {
 
 // The rest of the range is run in another call. A call that did not reach its first number would fail again.
 void Batch::ContinueAfter(const std::string& exception) {
-    m_tracker.FailCurrent(exception);
+    m_tracker.FailCurrent("reading stopped: " + exception);
     if (m_ranges.empty()) return;
     host::NumberRange& range = m_ranges.front();
     if (m_tracker.Next() > MessageNumberOf(WithoutLeadingDot(range.last))) {
