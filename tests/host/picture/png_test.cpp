@@ -33,7 +33,7 @@ picture::Picture Drawn(int width, int height, Pixel&& pixel) {
     return picture;
 }
 
-picture::Rgba Colour(int red, int green, int blue, int alpha) {
+picture::Rgba PixelOf(int red, int green, int blue, int alpha) {
     const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
     return {byte(red), byte(green), byte(blue), byte(alpha)};
 }
@@ -47,24 +47,24 @@ struct PictureCase {
 std::vector<PictureCase> Pictures() {
     unsigned random = 1;
     const auto noise = [&random] { return static_cast<int>((random = random * 1664525 + 1013904223) >> 24); };
-    const auto smooth = [](int x, int y) { return Colour(x / 2, y / 2, (x + y) / 4, 255 - x / 4); };
+    const auto smooth = [](int x, int y) { return PixelOf(x / 2, y / 2, (x + y) / 4, 255 - x / 4); };
     const auto sparse = [](int x, int y) {
-        return y % 7 == 3 && x % 5 == 1 ? Colour(x * 7, y, 9, x | 1) : picture::Rgba{};
+        return y % 7 == 3 && x % 5 == 1 ? PixelOf(x * 7, y, 9, x | 1) : picture::Rgba{};
     };
     return {
         {"no row is clear", Gradient(486)},
         {"all rows are clear", picture::ClearPicture(720, 576)},
-        {"one pixel", Drawn(1, 1, [](int, int) { return Colour(1, 2, 3, 4); })},
+        {"one pixel", Drawn(1, 1, [](int, int) { return PixelOf(1, 2, 3, 4); })},
         {"clear rows between others", Drawn(33, 600, sparse)},
         {"gradual changes, which filters make shorter", Drawn(300, 200, smooth)},
         {"noise, which nothing makes shorter",
-         Drawn(701, 400, [&](int, int) { return Colour(noise(), noise(), noise(), noise()); })},
-        {"256 colours", Drawn(256, 4, [](int x, int) { return Colour(x, 0, 0, 200); })},
-        {"257 colours", Drawn(257, 2, [](int x, int) { return Colour(x, x / 256, 0, 255); })},
-        {"opaque greys", Drawn(300, 3, [](int x, int) { return Colour(x, x, x, 255); })},
-        {"greys with alpha", Drawn(300, 40, [](int x, int y) { return Colour(x, x, x, y * 6); })},
+         Drawn(701, 400, [&](int, int) { return PixelOf(noise(), noise(), noise(), noise()); })},
+        {"256 colours", Drawn(256, 4, [](int x, int) { return PixelOf(x, 0, 0, 200); })},
+        {"257 colours", Drawn(257, 2, [](int x, int) { return PixelOf(x, x / 256, 0, 255); })},
+        {"opaque greys", Drawn(300, 3, [](int x, int) { return PixelOf(x, x, x, 255); })},
+        {"greys with alpha", Drawn(300, 40, [](int x, int y) { return PixelOf(x, x, x, y * 6); })},
         {"black characters, clear without their alpha",
-         Drawn(64, 64, [](int x, int y) { return Colour(0, 0, 0, y < 20 ? 0 : x * 4); })},
+         Drawn(64, 64, [](int x, int y) { return PixelOf(0, 0, 0, y < 20 ? 0 : x * 4); })},
     };
 }
 
