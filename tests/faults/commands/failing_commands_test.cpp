@@ -192,7 +192,8 @@ std::string FailingCommand::OutputFaults(int exit_code) {
         ++(line.starts_with("zeltrans: ") ? errors : line.starts_with("note: ") ? notes : others);
     }
     const std::string output = m_disk.Read("run.out");
-    m_said = notes != 0 || output.find("imported; ") != std::string::npos;
+    const auto has = [&](const char* text) { return output.find(text) != std::string::npos; };
+    m_said = notes != 0 || has("imported; ") || has(" interruption");
     if (exit_code == 1) return errors == 1 && others == 0 ? "" : "not one line; ";
     if (errors + others != 0) return "errors of success; ";
     return output == m_good_output || m_said ? "" : "other output; ";
