@@ -95,7 +95,7 @@ void CheckCuts(bool font, Bytes file) {
     SectionList sections;
     const std::string whole = Read(font, file, &sections);
     if (!IsRead(whole)) sections.list.push_back({"section flags", 136, 152});  // not reported for a picture
-    const bool font_leads = file[240] == 0 && file[241] == kFontFlagsLeadingSample;
+    const bool font_leads = font && file[240] == 0 && file[241] == kFontFlagsLeadingSample;
     auto section = sections.list.begin();
     bool first_sample = true;
     for (std::size_t end = 0; end < file.size(); ++end) {
