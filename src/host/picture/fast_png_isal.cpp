@@ -7,6 +7,8 @@
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <vector>
 
@@ -123,10 +125,13 @@ bool IsGradual(ConstPixelView pixels, int top, int bottom) noexcept {
     return gradual * 10 > all;
 }
 
-/// What the encodings of one thread use again.
+/// What the encodings of one thread after another use again.
 class Encoder {
   public:
     std::string Encode(ConstPixelView pixels, PngForm form);
+
+    /// The next one in the pool.
+    std::unique_ptr<Encoder> next;
 
   private:
     bool IsClear(int y) const noexcept { return HasZeroSamples(m_pixels.Row(y), m_type); }
@@ -219,11 +224,40 @@ void Encoder::FilterRows(int top, int bottom) {
     }
 }
 
+/// Encoders that wait for a picture. Not one for each thread: a thread that ends would need memory to free its own.
+class EncoderPool {
+  public:
+    std::unique_ptr<Encoder> Take() {
+        {
+            const std::lock_guard lock(m_mutex);
+            if (m_first != nullptr) {
+                std::unique_ptr<Encoder> encoder = std::move(m_first);
+                m_first = std::move(encoder->next);
+                return encoder;
+            }
+        }
+        return std::make_unique<Encoder>();
+    }
+
+    void Give(std::unique_ptr<Encoder> encoder) {
+        const std::lock_guard lock(m_mutex);
+        encoder->next = std::move(m_first);
+        m_first = std::move(encoder);
+    }
+
+  private:
+    std::mutex m_mutex;
+    std::unique_ptr<Encoder> m_first;
+};
+
 }  // namespace
 
 std::string EncodeFastPng(const Picture& picture, PngForm form) {
-    thread_local Encoder encoder;
-    return encoder.Encode(picture.View(), form);
+    static EncoderPool pool;
+    std::unique_ptr<Encoder> encoder = pool.Take();
+    std::string png = encoder->Encode(picture.View(), form);
+    pool.Give(std::move(encoder));
+    return png;
 }
 
 }  // namespace zel::picture
