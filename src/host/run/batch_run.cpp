@@ -56,8 +56,9 @@ class BatchTracker : public host::HostObserver {
   private:
     void AfterRead();
     void ReportItem(const host::BatchItem& item) {
-        m_unreported = false;
         for (host::HostObserver* observer : m_observers) observer->OnBatchItem(item);
+        // Not earlier: an observer that fails may not have kept the item.
+        m_unreported = false;
     }
     host::BatchItem Failed(int status) const;
 
