@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "base/terminal_text.h"
 #include "base/text_columns.h"
 #include "inspect/words.h"
 
@@ -105,7 +106,7 @@ std::string Writer::Write() {
 
 void Writer::Head() {
     const std::string kind = m_report.kind == FileKind::kOther ? "" : KindName(m_report.kind) + ", ";
-    Line(Printable(m_report.name) + ": " + kind + VerdictText(m_report));
+    Line(base::TerminalText(m_report.name) + ": " + kind + VerdictText(m_report));
     std::string size = Count(m_report.size, "byte");
     if (m_report.file_type && m_report.kind != FileKind::kText && !m_report.list) {
         size += ", file type " + std::to_string(*m_report.file_type);

@@ -6,6 +6,7 @@
 #include <map>
 #include <set>
 
+#include "base/terminal_text.h"
 #include "base/text_columns.h"
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
@@ -32,7 +33,7 @@ DirectoryEntry Inspect(const fs::path& file, const std::string& name) {
 
 // Name, kind, size, verdict, contents.
 std::vector<std::string> CellsOf(const DirectoryEntry& entry) {
-    const std::string name = inspect::Printable(entry.name);
+    const std::string name = base::TerminalText(entry.name);
     if (!entry.report) return {name, "", "", "unreadable", entry.error};
     const inspect::FileReport& report = *entry.report;
     const auto cells = [&](const std::string& verdict, const std::string& contents) -> std::vector<std::string> {
@@ -98,7 +99,7 @@ std::string DirectoryTable::Text() const {
     lines.reserve(m_entries.size());
     for (const DirectoryEntry& entry : m_entries) lines.push_back(CellsOf(entry));
     constexpr base::ColumnStyle kLeft{}, kRight{base::Align::kRight};
-    return inspect::Printable(m_directory) + ": " + (m_entries.empty() && m_unlisted.empty() ? "no files" : Totals()) +
+    return base::TerminalText(m_directory) + ": " + (m_entries.empty() && m_unlisted.empty() ? "no files" : Totals()) +
            "\n" + base::TableText(lines, std::array{kLeft, kLeft, kRight, kLeft, kLeft}) + MissingFonts();
 }
 
@@ -132,7 +133,7 @@ std::string DirectoryTable::MissingFonts() const {
         if (entry.report->font) present.insert(FontNumber(entry.name).value_or(-1));
         if (!entry.report->message) continue;
         for (const inspect::SlotReport& slot : entry.report->message->slots) {
-            if (slot.number) users[*slot.number].push_back(inspect::Printable(entry.name));
+            if (slot.number) users[*slot.number].push_back(base::TerminalText(entry.name));
         }
     }
     if (present.empty()) return {};  // the fonts are in another directory
@@ -157,7 +158,7 @@ std::string DirectoryTable::Failure() const {
     if (broken != 0) parts.push_back(inspect::Number(broken) + " broken");
     if (unreadable != 0) parts.push_back(inspect::Number(unreadable) + " unreadable");
     for (const Unlisted& directory : m_unlisted) {
-        parts.push_back((directory.name == "." ? "the directory" : inspect::Printable(directory.name)) +
+        parts.push_back((directory.name == "." ? "the directory" : base::TerminalText(directory.name)) +
                         " can't be listed: " + directory.reason);
     }
     std::string text;
