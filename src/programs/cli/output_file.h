@@ -10,6 +10,7 @@
 namespace zel::cli {
 
 /// An output file that appears whole or not at all, even if the machine stops. A device or a pipe is written directly.
+/// Missing directories of its path are made at once, and stay.
 class OutputFile {
   public:
     /// @throws CommandError if the file cannot be written.
@@ -40,7 +41,7 @@ class OutputFile {
 /// @param error  receives the reason when a link cannot be followed; the result is undefined then.
 std::filesystem::path LinkTarget(const std::string& path, std::error_code& error);
 
-/// Checks that a regular file can be written under a path.
+/// Checks that a regular file can be written under a path, and makes the directories that are missing.
 /// @return the path, or the target of a link of that path.
 /// @throws CommandError if it cannot, or if it is another kind of file.
 std::string CheckRegularOutput(const std::string& path);

@@ -236,8 +236,12 @@ TEST_F(RecordedLibrary, LeavesOtherFilesUntouched) {
 TEST_F(RecordedLibrary, ReportsWhyItCannotBeOpened) {
     EXPECT_THAT(Failure(Access::kRead), HasSubstr("lib #1?.zlib: the library can't be opened: No such file"));
     EXPECT_FALSE(std::filesystem::exists(m_file));
-    m_file = m_scratch.Path() / "no directory" / "lib";
-    EXPECT_THAT(Failure(Access::kWrite), HasSubstr("No such file"));
+    m_file = m_scratch.Path() / "new" / "directory" / "lib";
+    EXPECT_THAT(Failure(Access::kRead), HasSubstr("No such file"));
+    EXPECT_FALSE(std::filesystem::exists(m_scratch.Path() / "new"));
+    EXPECT_EQ(Failure(Access::kWrite), "");
+    m_file = m_file / "beside" / "lib";
+    EXPECT_THAT(Failure(Access::kWrite), HasSubstr("the directory of the library can't be made: Not a directory"));
     m_file = m_scratch.Path();
     EXPECT_THAT(Failure(Access::kWrite), HasSubstr("is a directory"));
 }
