@@ -34,7 +34,7 @@ std::string LineOf(const ftp::FileReport& file) {
 
 }  // namespace
 
-FetchProgress::FetchProgress() : m_terminal(IsTerminal()) {}
+FetchProgress::FetchProgress() : m_terminal(CanRedraw() && !IsSilent()) {}
 
 void FetchProgress::OnProgress(const std::string& name, std::uint64_t bytes, std::uint64_t size) {
     if (!m_terminal || !m_line.IsDue()) return;
