@@ -119,7 +119,7 @@ void Import::WritePicture(const run::ImportOutcome& outcome) {
 }
 
 void Import::WriteDocument(const document::MessageRecord& message) {
-    m_json->Write(document::IndentedJson(document::MessageDocument(message, m_arguments.request.message)) + "\n");
+    m_json->Write(document::IndentedJson(document::MessageDocument(message)) + "\n");
     m_json->Commit();
     m_written += ", " + *m_arguments.json;
 }
