@@ -9,6 +9,7 @@
 #include <CLI/App.hpp>
 #include <nlohmann/json.hpp>
 
+#include "host/document/json_version.h"
 #include "host/document/message_warnings.h"
 #include "host/native_path.h"
 #include "host/recorder/batch_recorder.h"
@@ -20,6 +21,7 @@
 #include "programs/cli/batch_progress.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/json_output.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
 #include "programs/cli/output_file.h"
@@ -36,7 +38,7 @@ struct BatchArguments {
     host::NumberRange range;
     std::optional<std::string> library, name, directory, report, trace, settings;
     host::TracePixels pixels = host::TracePixels::kNo;
-    bool resume = false;
+    bool resume = false, json = false;
     picture::PngEffort effort = picture::PngEffort::kFast;
     int jobs = DefaultJobs();
 
@@ -93,7 +95,8 @@ class BatchCommand {
     void NameDisk();
     void SkipRecorded();
     run::BatchOutcome RunModule();
-    void WriteReport(const run::BatchOutcome& outcome);
+    nlohmann::ordered_json Report(const run::BatchOutcome& outcome) const;
+    void WriteReport(const nlohmann::ordered_json& report);
 
     bool Records() const { return m_arguments.Records() && m_disk_error.empty(); }
 
@@ -142,8 +145,8 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
       m_settings(arguments.settings),
       m_observers(arguments.trace, arguments.pixels),
       m_recorder_options(RecorderOptionsOf(arguments, m_digests)),
-      m_progress(m_disk_error.empty() ? StyleFor(arguments.trace) : BatchProgress::Style::kNothing,
-                 m_interval.last - m_interval.first + 1) {
+      m_progress(m_disk_error.empty() ? StyleFor(arguments.json, arguments.trace) : BatchProgress::Style::kNothing,
+                 arguments.request.disk, m_interval.last - m_interval.first + 1) {
     m_request.ranges = {arguments.range};
     if (arguments.report && m_disk_error.empty()) m_report = std::make_unique<OutputFile>(*arguments.report);
 }
@@ -215,7 +218,8 @@ ExitCode BatchCommand::Run() {
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(disk + ": " + outcome.failure);
     if (!m_disk_error.empty()) throw CommandError(m_disk_error);
     m_progress.Close();
-    if (m_report) WriteReport(outcome);
+    if (m_report) WriteReport(Report(outcome));
+    if (m_arguments.json) PrintJson(Report(outcome));
     m_settings.PrintAnyNote();
     if (outcome.end == run::BatchEnd::kStopped) throw CommandError(disk + ": stopped before the end of the range");
     if (!outcome.order_breaches.empty())
@@ -228,12 +232,18 @@ ExitCode BatchCommand::Run() {
     return ExitCode::kDone;
 }
 
-void BatchCommand::WriteReport(const run::BatchOutcome& outcome) {
-    nlohmann::ordered_json report = {{"disk", m_request.disk},
+nlohmann::ordered_json BatchCommand::Report(const run::BatchOutcome& outcome) const {
+    nlohmann::ordered_json report = {{"version", document::kJsonVersion},
+                                     {"type", "report"},
+                                     {"disk", m_request.disk},
                                      {"first", m_interval.first},
                                      {"last", m_interval.last},
                                      {"stopped", outcome.end == run::BatchEnd::kStopped}};
     report.update(m_progress.Report());
+    return report;
+}
+
+void BatchCommand::WriteReport(const nlohmann::ordered_json& report) {
     constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
     m_report->Write(report.dump(2, ' ', false, kReplaceBadUtf8) + "\n");
     m_report->Commit();
@@ -261,6 +271,7 @@ void AddOutputs(CLI::App& command, BatchArguments& arguments) {
     AddSmall(command, arguments.effort);
     AddJobs(command, arguments.jobs, "threads that encode pictures");
     AddPath(command, "--report", arguments.report, "FILE", "write a summary of the run as JSON");
+    AddJson(command, arguments.json, "print one JSON object per message and the summary, each in one line");
     AddTrace(command, arguments.trace);
     AddTracePixels(command, arguments.pixels);
 }
@@ -279,6 +290,7 @@ void AddBatchCommand(CLI::App& app, CommandRun& run) {
     AddHostOptions(command, arguments->request.host, arguments->request.rgba);
     AddExample(command, "zeltrans batch DISK 1 9999 --library messages.zellib --resume");
     command.callback([arguments, &run] {
+        CheckOneOutput(arguments->json, arguments->trace);
         if (arguments->resume && !arguments->library) throw CLI::RequiresError("--resume", "--library");
         if (!arguments->name.value_or("").empty() && !arguments->library)
             throw CLI::RequiresError("--disk", "--library");

@@ -7,7 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "host/document/json_version.h"
 #include "programs/cli/diagnostics.h"
+#include "programs/cli/json_output.h"
 
 namespace zel::cli {
 
@@ -22,15 +24,41 @@ std::string Clock(double seconds) {
     return text;
 }
 
+const char* OutcomeName(host::ItemOutcome outcome) noexcept {
+    switch (outcome) {
+        case host::ItemOutcome::kRecorded:
+            return "imported";
+        case host::ItemOutcome::kNotInserted:
+            return "not_inserted";
+        case host::ItemOutcome::kMissing:
+            return "missing";
+        case host::ItemOutcome::kFailed:
+            break;
+    }
+    return "failed";
+}
+
+nlohmann::ordered_json ItemJson(const std::string& disk, const recorder::RecordedItem& recorded) {
+    return {{"version", document::kJsonVersion},
+            {"type", "message"},
+            {"disk", disk},
+            {"number", recorded.item.number},
+            {"outcome", OutcomeName(recorded.item.outcome)},
+            {"replaced", recorded.replaced},
+            {"reason", TextOrNull(recorded.item.reason)},
+            {"warnings", recorded.warnings}};
+}
+
 }  // namespace
 
-BatchProgress::Style StyleFor(const std::optional<std::string>& trace) {
+BatchProgress::Style StyleFor(bool json, const std::optional<std::string>& trace) {
+    if (json) return BatchProgress::Style::kJson;
     if (trace == "-") return BatchProgress::Style::kNothing;
     return IsTerminal() ? BatchProgress::Style::kOneLine : BatchProgress::Style::kLines;
 }
 
-BatchProgress::BatchProgress(Style style, int total)
-    : m_style(style), m_total(total), m_begin(std::chrono::steady_clock::now()) {}
+BatchProgress::BatchProgress(Style style, std::string disk, int total)
+    : m_style(style), m_disk(std::move(disk)), m_total(total), m_begin(std::chrono::steady_clock::now()) {}
 
 void BatchProgress::Add(const recorder::RecordedItem& recorded) {
     const host::BatchItem& item = recorded.item;
@@ -56,6 +84,7 @@ void BatchProgress::Add(const recorder::RecordedItem& recorded) {
     }
     if (!recorded.warnings.empty()) m_warnings.emplace_back(item.number, recorded.warnings);
     for (const std::string& warning : recorded.warnings) line += "; " + warning;
+    if (m_style == Style::kJson && !line.empty()) PrintJson(ItemJson(m_disk, recorded));
     if (m_style == Style::kLines && !line.empty()) PrintLine(line);
     if (m_style == Style::kOneLine) DrawLine();
 }
@@ -80,7 +109,7 @@ void BatchProgress::DrawLine() {
 }
 
 void BatchProgress::Close() {
-    if (m_style == Style::kNothing) return;
+    if (m_style == Style::kNothing || m_style == Style::kJson) return;
     if (m_style == Style::kOneLine) {
         m_line.Clear();
         for (std::size_t i = 0; i < m_failures.size() && i < kMaxShownReasons; ++i) {

@@ -14,13 +14,14 @@
 namespace zel::cli {
 
 /// Shows the progress of a batch and counts its results: in one line that is redrawn on a terminal, otherwise in a line
-/// per existing message. Must be used by one thread at a time.
+/// per existing message, which is text or JSON. Must be used by one thread at a time.
 class BatchProgress {
   public:
-    enum class Style { kNothing, kLines, kOneLine };
+    enum class Style { kNothing, kLines, kOneLine, kJson };
 
+    /// @param disk   as the user gave it.
     /// @param total  numbers in the range.
-    BatchProgress(Style style, int total);
+    BatchProgress(Style style, std::string disk, int total);
 
     void Add(const recorder::RecordedItem& item);
     /// Counts a number that is already recorded.
@@ -41,6 +42,7 @@ class BatchProgress {
     std::string Counts() const;
 
     const Style m_style;
+    const std::string m_disk;
     const int m_total;
     const std::chrono::steady_clock::time_point m_begin;
     ProgressLine m_line;
@@ -49,7 +51,7 @@ class BatchProgress {
     std::vector<std::pair<int, std::vector<std::string>>> m_warnings;  // number and lines
 };
 
-/// kNothing if standard output contains the trace, kOneLine on a terminal, else kLines.
-BatchProgress::Style StyleFor(const std::optional<std::string>& trace);
+/// kJson with --json, kNothing if standard output contains the trace, kOneLine on a terminal, else kLines.
+BatchProgress::Style StyleFor(bool json, const std::optional<std::string>& trace);
 
 }  // namespace zel::cli

@@ -6,8 +6,10 @@
 #include <vector>
 
 #include <CLI/App.hpp>
+#include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "host/document/json_version.h"
 #include "host/export/export_formats.h"
 #include "host/export/export_job.h"
 #include "host/export/library_export_service.h"
@@ -16,6 +18,7 @@
 #include "module/contract/message_id.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/json_output.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
 #include "programs/cli/run_observers.h"
@@ -33,6 +36,7 @@ struct ExportArguments {
     std::vector<std::string> formats{"png"};
     exporter::ExportOptions options;
     int jobs = DefaultJobs();
+    bool json = false;
 };
 
 /// The disk of --disk, else the only one.
@@ -48,13 +52,28 @@ std::string DiskOf(library::Library& library, const ExportArguments& arguments) 
     throw CommandError(arguments.library + ": contains several disks; choose one with --disk: " + names);
 }
 
+/// @param failures  of single files.
+nlohmann::ordered_json SummaryJson(const ExportArguments& arguments, const std::string& disk,
+                                   const run::ExportOutcome& outcome, const exporter::ExportSummary& summary,
+                                   const std::vector<std::string>& failures) {
+    return {{"version", document::kJsonVersion},
+            {"library", arguments.library},
+            {"disk", disk},
+            {"directory", arguments.directory},
+            {"stopped", outcome.end == run::BatchEnd::kStopped},
+            {"messages", summary.messages},
+            {"failed_messages", summary.failed_messages},
+            {"files", summary.files},
+            {"bytes", summary.bytes},
+            {"failures", failures}};
+}
+
 /// The failures in one line; empty for none. Several are also printed as notes.
+/// @param failures  of single files.
 std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& outcome,
-                    const exporter::ExportSummary& summary, const std::vector<std::string>& unreadable) {
+                    const exporter::ExportSummary& summary, const std::vector<std::string>& failures) {
     if (outcome.end == run::BatchEnd::kStopped) return arguments.library + ": stopped before the end of the range";
     if (!outcome.order_breaches.empty()) return "the module violated its contract: " + outcome.order_breaches.front();
-    std::vector<std::string> failures = unreadable;
-    failures.insert(failures.end(), summary.failures.begin(), summary.failures.end());
     if (failures.empty() && summary.messages == 0) return arguments.library + ": contains no message of this range";
     if (failures.empty()) return {};
     for (const std::string& failure : failures) PrintNote(failure);
@@ -89,25 +108,37 @@ ExitCode RunExportCommand(const ExportArguments& arguments) {
     library::Library library(arguments.library, library::Access::kRead);
     RunObservers observers(arguments.trace);
     exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options, arguments.jobs);
-    exporter::LibraryExportService service(library, DiskOf(library, arguments), job);
+    const std::string disk = DiskOf(library, arguments);
+    exporter::LibraryExportService service(library, disk, job);
     HandleInterrupts();
     const run::ExportOutcome outcome =
         run::RunExport({arguments.range, arguments.directory, &service, false, WasInterrupted}, observers.All());
     observers.CommitTrace();
     if (outcome.end == run::BatchEnd::kRefused) throw CommandError(arguments.library + ": " + outcome.failure);
     const exporter::ExportSummary summary = job.Finish();
-    if (!observers.TraceIsStandardOutput()) {
+    std::vector<std::string> failures = service.Failures();
+    failures.insert(failures.end(), summary.failures.begin(), summary.failures.end());
+    if (arguments.json) {
+        PrintJson(SummaryJson(arguments, disk, outcome, summary, failures));
+    } else if (!observers.TraceIsStandardOutput()) {
         PrintLine(base::Counted(static_cast<std::uint64_t>(summary.messages), "message") + ", " +
                   std::to_string(summary.files) + " files in " + arguments.directory);
     }
-    const std::string failure = Failure(arguments, outcome, summary, service.Failures());
+    const std::string failure = Failure(arguments, outcome, summary, failures);
     if (!failure.empty()) throw CommandError(failure);
     settings.PrintAnyNote();
     return ExitCode::kDone;
 }
 
-void ListFormats() {
+void ListFormats(bool json) {
     for (const exporter::ExportFormat& format : exporter::ExportFormats()) {
+        if (json) {
+            PrintJson({{"version", document::kJsonVersion},
+                       {"name", format.name},
+                       {"description", format.description},
+                       {"has_alpha", format.has_alpha}});
+            continue;
+        }
         std::cout << format.name << std::string(format.name.size() < 10 ? 10 - format.name.size() : 1, ' ')
                   << format.description << "\n";
     }
@@ -132,7 +163,10 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     command.add_option("--format", arguments->formats, "a format to write; may be repeated [png]")
         ->type_name("NAME")
         ->check(CheckFormat, "");
-    command.add_flag_callback("--list-formats", ListFormats, "print the formats and exit")->trigger_on_parse();
+    // Before --list-formats, which is carried out in this order before it is noticed that arguments are missing.
+    AddJson(command, arguments->json, "print a summary, or each of the formats, as a JSON object in one line");
+    command.add_flag_callback(
+        "--list-formats", [arguments] { ListFormats(arguments->json); }, "print the formats and exit");
     command.add_flag("--premultiplied", arguments->options.premultiplied,
                      "premultiply colours by alpha, in formats with an alpha channel");
     AddSmall(command, arguments->options.effort);
@@ -141,7 +175,10 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     AddTrace(command, arguments->trace);
     AddSettings(command, arguments->settings);
     AddExample(command, "zeltrans export messages.zellib 1 9999 --out pictures --format html");
-    command.callback([arguments, &run] { run = [arguments] { return RunExportCommand(*arguments); }; });
+    command.callback([arguments, &run] {
+        CheckOneOutput(arguments->json, arguments->trace);
+        run = [arguments] { return RunExportCommand(*arguments); };
+    });
 }
 
 }  // namespace zel::cli

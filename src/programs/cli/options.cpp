@@ -38,6 +38,10 @@ void AddInteger(CLI::App& command, const std::string& name, int& value, int max,
     command.add_option(name, value, description)->type_name(type)->check(CLI::Range(1, max).description(""));
 }
 
+void AddJson(CLI::App& command, bool& json, const std::string& description) {
+    command.add_flag("--json", json, description);
+}
+
 void AddExample(CLI::App& command, const std::string& example) {
     command.footer("Example:\n  " + example);
 }

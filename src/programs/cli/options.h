@@ -38,6 +38,9 @@ void AddPath(CLI::App& command, const std::string& name, std::optional<std::stri
 void AddInteger(CLI::App& command, const std::string& name, int& value, int max, const std::string& type,
                 const std::string& description);
 
+/// Adds --json.
+void AddJson(CLI::App& command, bool& json, const std::string& description);
+
 /// Adds an example to the help of the command.
 void AddExample(CLI::App& command, const std::string& example);
 

@@ -93,6 +93,10 @@ void AddTrace(CLI::App& command, std::optional<std::string>& path) {
             "write each event that the host receives as a JSON object in one line; - is standard output");
 }
 
+void CheckOneOutput(bool json, const std::optional<std::string>& trace) {
+    if (json && trace == "-") throw CLI::ExcludesError("--json", "--trace -");
+}
+
 void AddTracePixels(CLI::App& command, host::TracePixels& pixels) {
     command.add_flag_callback(
         "--pixels", [&pixels] { pixels = host::TracePixels::kYes; },

@@ -46,6 +46,9 @@ void AddSettings(CLI::App& command, std::optional<std::string>& directory);
 
 /// --trace.
 void AddTrace(CLI::App& command, std::optional<std::string>& path);
+/// Checks that standard output receives the trace or JSON, not both.
+/// @throws CLI::ExcludesError
+void CheckOneOutput(bool json, const std::optional<std::string>& trace);
 /// --pixels.
 void AddTracePixels(CLI::App& command, host::TracePixels& pixels);
 
