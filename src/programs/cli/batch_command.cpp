@@ -7,10 +7,12 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "host/document/json_version.h"
 #include "programs/cli/batch_arguments.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/disk_batch.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/json_output.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_file.h"
 #include "programs/cli/run_options.h"
@@ -39,7 +41,6 @@ class BatchCommand {
     nlohmann::ordered_json m_reports = nlohmann::ordered_json::array();
     BatchCounts m_counts;
     std::size_t m_failed_disks = 0;
-    bool m_has_run = false;
 };
 
 const BatchArguments& Checked(const BatchArguments& arguments) {
@@ -56,25 +57,20 @@ BatchCommand::BatchCommand(const BatchArguments& arguments)
 
 // A disk that fails leaves the others.
 void BatchCommand::RunDisk(const std::string& disk) {
-    nlohmann::ordered_json report = {{"disk", disk}};
+    DiskBatch batch(m_arguments, m_session, disk);
+    nlohmann::ordered_json failure;
     try {
-        DiskBatch batch(m_arguments, m_session, disk);
-        std::string failure;
-        try {
-            batch.Run();
-        } catch (const std::runtime_error& error) {
-            failure = error.what();
-        }
-        m_has_run = m_has_run || batch.HasRun();
-        m_counts += batch.Progress().Counts();
-        if (batch.HasRun()) report = batch.Report();
-        if (!failure.empty()) throw CommandError(failure);
+        batch.Run();
     } catch (const std::runtime_error& error) {
         PrintError(error.what());
+        failure = error.what();
         ++m_failed_disks;
-        if (m_arguments.HasSeveralDisks()) report["error"] = error.what();
     }
-    m_reports.push_back(std::move(report));
+    m_counts += batch.Progress().Counts();
+    if (!batch.HasRun() && !m_arguments.HasSeveralDisks()) return;
+    m_reports.push_back(batch.Report());
+    m_reports.back()["failure"] = failure;
+    if (m_arguments.json) PrintJson(m_reports.back());
 }
 
 ExitCode BatchCommand::Run() {
@@ -89,7 +85,7 @@ ExitCode BatchCommand::Run() {
                   " disks: " + m_counts.Text(!m_arguments.numbers.IsAll()) +
                   (m_failed_disks > 0 ? "; " + base::Counted(m_failed_disks, "disk") + " not done completely" : ""));
     }
-    if (m_report && (m_has_run || m_arguments.HasSeveralDisks())) WriteReport();
+    if (m_report && !m_reports.empty()) WriteReport();
     m_settings.PrintAnyNote();
     if (WasInterrupted()) return InterruptCode();
     return m_failed_disks > 0 ? ExitCode::kNotDone : StrictCode(m_arguments.strict);
@@ -98,7 +94,9 @@ ExitCode BatchCommand::Run() {
 // The summary of the disk, or a list of those of all disks.
 void BatchCommand::WriteReport() {
     const nlohmann::ordered_json report =
-        m_arguments.HasSeveralDisks() ? nlohmann::ordered_json{{"disks", m_reports}} : m_reports.front();
+        m_arguments.HasSeveralDisks()
+            ? nlohmann::ordered_json{{"version", document::kJsonVersion}, {"type", "reports"}, {"disks", m_reports}}
+            : m_reports.front();
     constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
     m_report->Write(report.dump(2, ' ', false, kReplaceBadUtf8) + "\n");
     m_report->Commit();
@@ -130,6 +128,7 @@ void AddOutputs(CLI::App& command, BatchArguments& arguments) {
     AddSmall(command, arguments.effort);
     AddJobs(command, arguments.jobs, "threads that encode pictures");
     AddPath(command, "--report", arguments.report, "FILE|-", "write a summary of the run as JSON");
+    AddJson(command, arguments.json, "print one JSON object per message and a summary per disk, each in one line");
     AddTrace(command, arguments.trace);
     AddTracePixels(command, arguments.pixels);
 }
@@ -149,7 +148,7 @@ void CheckOptions(CLI::App& command, BatchArguments& arguments) {
     Require(command, "--jobs", arguments.Records(), "--out or --library");
     Require(command, "--pixels", arguments.trace.has_value(), "--trace");
     RequireFontPrompt(command, arguments.request.warnings, arguments.request.box_answer);
-    ReserveStandardOutputFor({{"--report", &arguments.report}, {"--trace", &arguments.trace}});
+    ReserveStandardOutputFor({{"--report", &arguments.report}, {"--trace", &arguments.trace}}, arguments.json);
 }
 
 }  // namespace

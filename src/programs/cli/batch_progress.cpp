@@ -7,7 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "host/document/json_version.h"
 #include "programs/cli/diagnostics.h"
+#include "programs/cli/json_output.h"
 
 namespace zel::cli {
 
@@ -22,9 +24,35 @@ std::string Clock(double seconds) {
     return text;
 }
 
+const char* OutcomeName(host::ItemOutcome outcome) noexcept {
+    switch (outcome) {
+        case host::ItemOutcome::kRecorded:
+            return "imported";
+        case host::ItemOutcome::kNotInserted:
+            return "not_inserted";
+        case host::ItemOutcome::kMissing:
+            return "missing";
+        case host::ItemOutcome::kFailed:
+            break;
+    }
+    return "failed";
+}
+
+nlohmann::ordered_json ItemJson(const std::string& disk, const recorder::RecordedItem& recorded) {
+    return {{"version", document::kJsonVersion},
+            {"type", "message"},
+            {"disk", disk},
+            {"number", recorded.item.number},
+            {"outcome", OutcomeName(recorded.item.outcome)},
+            {"replaced", recorded.replaced},
+            {"reason", TextOrNull(recorded.item.reason)},
+            {"warnings", recorded.warnings}};
+}
+
 }  // namespace
 
-BatchProgress::Style BatchStyle() {
+BatchProgress::Style BatchStyle(bool json) {
+    if (json) return BatchProgress::Style::kJson;
     if (IsSilent()) return BatchProgress::Style::kNothing;
     return CanRedraw() && !IsVerbose() ? BatchProgress::Style::kOneLine : BatchProgress::Style::kLines;
 }
@@ -49,11 +77,15 @@ std::string BatchCounts::Text(bool with_missing) const {
     return text;
 }
 
-BatchProgress::BatchProgress(Style style, const NumberSelection& numbers)
-    : m_style(style), m_total(numbers.Count()), m_is_all(numbers.IsAll()), m_begin(std::chrono::steady_clock::now()) {}
+BatchProgress::BatchProgress(Style style, std::string disk, const NumberSelection& numbers)
+    : m_style(style),
+      m_disk(std::move(disk)),
+      m_total(numbers.Count()),
+      m_is_all(numbers.IsAll()),
+      m_begin(std::chrono::steady_clock::now()) {}
 
-void BatchProgress::PrintHeading(const std::string& disk) const {
-    if (m_style != Style::kNothing) PrintLine(disk + ":");
+void BatchProgress::PrintHeading() const {
+    if (m_style == Style::kLines || m_style == Style::kOneLine) PrintLine(m_disk + ":");
 }
 
 void BatchProgress::Add(const recorder::RecordedItem& recorded) {
@@ -85,6 +117,7 @@ void BatchProgress::Add(const recorder::RecordedItem& recorded) {
     }
     if (!recorded.warnings.empty()) m_warnings.emplace_back(item.number, recorded.warnings);
     for (const std::string& warning : recorded.warnings) line += "; " + warning;
+    if (m_style == Style::kJson && item.outcome != host::ItemOutcome::kMissing) PrintJson(ItemJson(m_disk, recorded));
     if (m_style == Style::kLines && !line.empty()) PrintLine(line);
     if (m_style == Style::kOneLine) DrawLine();
 }
@@ -123,7 +156,7 @@ void BatchProgress::PrintWarnings() const {
 }
 
 void BatchProgress::Close() {
-    if (m_style == Style::kNothing) return;
+    if (m_style == Style::kNothing || m_style == Style::kJson) return;
     m_line.Clear();
     // Otherwise each has had its line.
     if (m_style == Style::kOneLine) PrintFailures();

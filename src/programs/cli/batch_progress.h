@@ -24,15 +24,16 @@ struct BatchCounts {
 };
 
 /// Shows the progress of a batch and counts its results: in one line that is redrawn on a terminal, otherwise in a line
-/// per existing message. Must be used by one thread at a time.
+/// per existing message, which is text or JSON. Must be used by one thread at a time.
 class BatchProgress {
   public:
-    enum class Style { kNothing, kLines, kOneLine };
+    enum class Style { kNothing, kLines, kOneLine, kJson };
 
-    BatchProgress(Style style, const NumberSelection& numbers);
+    /// @param disk  as the user gave it.
+    BatchProgress(Style style, std::string disk, const NumberSelection& numbers);
 
-    /// Prints the disk that the following lines are about.
-    void PrintHeading(const std::string& disk) const;
+    /// Prints the disk, which the following lines are about.
+    void PrintHeading() const;
 
     void Add(const recorder::RecordedItem& item);
     /// Counts a number that is already recorded.
@@ -57,6 +58,7 @@ class BatchProgress {
     void PrintWarnings() const;
 
     const Style m_style;
+    const std::string m_disk;
     /// Numbers of the selection, and whether it is all of them.
     const int m_total;
     const bool m_is_all;
@@ -67,8 +69,8 @@ class BatchProgress {
     std::vector<std::pair<int, std::vector<std::string>>> m_warnings;  // number and lines
 };
 
-/// kNothing if standard output is reserved or the command is quiet, kOneLine on a terminal that can redraw a line, else
-/// kLines.
-BatchProgress::Style BatchStyle();
+/// kJson with --json, kNothing if standard output is reserved or the command is quiet, kOneLine on a terminal that can
+/// redraw a line, else kLines.
+BatchProgress::Style BatchStyle(bool json);
 
 }  // namespace zel::cli

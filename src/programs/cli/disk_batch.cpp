@@ -10,6 +10,7 @@
 
 #include "base/fold_case.h"
 #include "base/text.h"
+#include "host/document/json_version.h"
 #include "host/document/message_warnings.h"
 #include "host/native_path.h"
 #include "host/recorder/resume.h"
@@ -156,7 +157,8 @@ DiskBatch::DiskBatch(const BatchArguments& arguments, BatchSession& session, std
       m_disk_error(run::DiskError(m_request)),
       m_observers(arguments.trace, arguments.pixels),
       m_recorder_options(RecorderOptionsOf(arguments, m_request, session.digests)),
-      m_progress(m_disk_error.empty() ? BatchStyle() : BatchProgress::Style::kNothing, arguments.numbers) {}
+      m_progress(m_disk_error.empty() ? BatchStyle(arguments.json) : BatchProgress::Style::kNothing, m_request.disk,
+                 arguments.numbers) {}
 
 // Without --disk, the disk has its directory's name. A disk that is in the library keeps its name there.
 void DiskBatch::NameDisk() {
@@ -232,7 +234,7 @@ run::BatchOutcome DiskBatch::RunModule() {
 
 void DiskBatch::Run() {
     if (!m_disk_error.empty() && !m_arguments.trace) throw CommandError(m_disk_error);
-    if (m_arguments.HasSeveralDisks()) m_progress.PrintHeading(m_request.disk);
+    if (m_arguments.HasSeveralDisks()) m_progress.PrintHeading();
     if (m_arguments.library && !m_arguments.name && m_disk_error.empty()) NameDisk();
     if (m_arguments.directory && m_arguments.HasSeveralDisks()) ChooseDirectory();
     if (m_arguments.resume && m_disk_error.empty() && !m_arguments.numbers.Intervals().empty()) SkipRecorded();
@@ -275,12 +277,14 @@ void DiskBatch::ThrowFailure(const run::BatchOutcome& outcome) const {
 
 nlohmann::ordered_json DiskBatch::Report() const {
     const std::vector<Interval>& intervals = m_arguments.numbers.Intervals();
-    nlohmann::ordered_json report = {{"disk", m_request.disk},
+    nlohmann::ordered_json report = {{"version", document::kJsonVersion},
+                                     {"type", "report"},
+                                     {"disk", m_request.disk},
                                      {"first", intervals.empty() ? 0 : intervals.front().first},
-                                     {"last", intervals.empty() ? -1 : intervals.back().last},
+                                     {"last", intervals.empty() ? 0 : intervals.back().last},
                                      {"stopped", m_stopped}};
     report.update(m_progress.Report());
-    if (!m_left_out.empty()) report["left_out"] = m_left_out;
+    report["left_out"] = m_left_out;
     return report;
 }
 

@@ -6,8 +6,10 @@
 #include <vector>
 
 #include <CLI/App.hpp>
+#include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "host/document/json_version.h"
 #include "host/export/export_formats.h"
 #include "host/export/export_job.h"
 #include "host/export/library_export_service.h"
@@ -17,6 +19,7 @@
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/export_stream.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/json_output.h"
 #include "programs/cli/number_selection.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
@@ -37,7 +40,7 @@ struct ExportArguments {
     std::vector<std::string> formats{"png"};
     exporter::ExportOptions options;
     int jobs = DefaultJobs();
-    bool strict = false;
+    bool strict = false, json = false;
 
     bool IsStream() const { return directory == "-"; }
 };
@@ -55,17 +58,32 @@ std::string DiskOf(library::Library& library, const ExportArguments& arguments) 
     throw CommandError(arguments.library + ": contains several disks; choose one with --disk: " + names);
 }
 
+/// @param failures  of single files.
+nlohmann::ordered_json SummaryJson(const ExportArguments& arguments, const std::string& disk,
+                                   const run::ExportOutcome& outcome, const exporter::ExportSummary& summary,
+                                   const std::vector<std::string>& failures) {
+    return {{"version", document::kJsonVersion},
+            {"library", arguments.library},
+            {"disk", disk},
+            {"directory", arguments.directory},
+            {"stopped", outcome.end == run::BatchEnd::kStopped},
+            {"messages", summary.messages},
+            {"failed_messages", summary.failed_messages},
+            {"files", summary.files},
+            {"bytes", summary.bytes},
+            {"failures", failures}};
+}
+
 std::string NoMessage(const ExportArguments& arguments) {
     return arguments.library +
            (arguments.numbers.IsAll() ? ": contains no message" : ": contains no message of this range");
 }
 
 /// The failures in one line; empty for none. Several are also printed as notes.
+/// @param failures  of single files.
 std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& outcome,
-                    const exporter::ExportSummary& summary, const std::vector<std::string>& unreadable) {
+                    const exporter::ExportSummary& summary, const std::vector<std::string>& failures) {
     if (!outcome.order_breaches.empty()) return "the module violated its contract: " + outcome.order_breaches.front();
-    std::vector<std::string> failures = unreadable;
-    failures.insert(failures.end(), summary.failures.begin(), summary.failures.end());
     if (failures.empty() && summary.messages == 0) return NoMessage(arguments);
     if (failures.empty()) return {};
     for (const std::string& failure : failures) PrintNote(failure);
@@ -141,7 +159,8 @@ ExitCode ExportStream(const ExportArguments& arguments, library::Library& librar
 
 ExitCode ExportFiles(const ExportArguments& arguments, library::Library& library, RunObservers& observers) {
     exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options, arguments.jobs);
-    exporter::LibraryExportService service(library, DiskOf(library, arguments), job);
+    const std::string disk = DiskOf(library, arguments);
+    exporter::LibraryExportService service(library, disk, job);
     const run::ExportOutcome outcome = RunRanges(arguments, service, observers);
     const exporter::ExportSummary summary = job.Finish();
     if (arguments.strict) {
@@ -150,8 +169,11 @@ ExitCode ExportFiles(const ExportArguments& arguments, library::Library& library
     }
     PrintLine(base::Counted(static_cast<std::uint64_t>(summary.messages), "message") + ", " +
               std::to_string(summary.files) + " files in " + arguments.directory);
+    std::vector<std::string> failures = service.Failures();
+    failures.insert(failures.end(), summary.failures.begin(), summary.failures.end());
+    if (arguments.json) PrintJson(SummaryJson(arguments, disk, outcome, summary, failures));
     if (outcome.end == run::BatchEnd::kStopped) return ReportStop(arguments);
-    const std::string failure = Failure(arguments, outcome, summary, service.Failures());
+    const std::string failure = Failure(arguments, outcome, summary, failures);
     if (!failure.empty()) throw CommandError(failure);
     return ExitCode::kDone;
 }
@@ -168,8 +190,15 @@ ExitCode RunExportCommand(const ExportArguments& arguments) {
     return code == ExitCode::kDone ? StrictCode(arguments.strict) : code;
 }
 
-void ListFormats() {
+void ListFormats(bool json) {
     for (const exporter::ExportFormat& format : exporter::ExportFormats()) {
+        if (json) {
+            PrintJson({{"version", document::kJsonVersion},
+                       {"name", format.name},
+                       {"description", format.description},
+                       {"has_alpha", format.has_alpha}});
+            continue;
+        }
         std::cout << format.name << std::string(format.name.size() < 10 ? 10 - format.name.size() : 1, ' ')
                   << format.description << "\n";
     }
@@ -199,7 +228,7 @@ void CheckOptions(const CLI::App& command, ExportArguments& arguments) {
         Require(command, "--jobs", false, "a directory of files");
     }
     const std::optional<std::string> directory(arguments.directory);
-    ReserveStandardOutputFor({{"--out", &directory}, {"--trace", &arguments.trace}});
+    ReserveStandardOutputFor({{"--out", &directory}, {"--trace", &arguments.trace}}, arguments.json);
 }
 
 }  // namespace
@@ -216,7 +245,10 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     command.add_option("--format", arguments->formats, "a format to write; may be repeated [png]")
         ->type_name("NAME")
         ->check(CheckFormat, "");
-    command.add_flag_callback("--list-formats", ListFormats, "print the formats and exit")->trigger_on_parse();
+    // Before --list-formats, which is carried out in this order before it is noticed that arguments are missing.
+    AddJson(command, arguments->json, "print a summary, or each of the formats, as a JSON object in one line");
+    command.add_flag_callback(
+        "--list-formats", [arguments] { ListFormats(arguments->json); }, "print the formats and exit");
     command.add_flag("--premultiplied", arguments->options.premultiplied,
                      "premultiply colours by alpha, in formats with an alpha channel");
     AddSmall(command, arguments->options.effort);

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include <CLI/App.hpp>
+#include <nlohmann/json.hpp>
 
 #include "host/ftp/fetch.h"
 #include "host/ftp/remote_url.h"
@@ -12,6 +13,7 @@
 #include "programs/cli/fetch_progress.h"
 #include "programs/cli/ftp_password.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/json_output.h"
 #include "programs/cli/options.h"
 #include "programs/cli/run_options.h"
 
@@ -25,7 +27,7 @@ struct FetchArguments {
     std::optional<std::string> user, netrc, certificates;
     ftp::Tls tls = ftp::Tls::kTry;
     int connect_seconds = 15, stall_seconds = 30;
-    bool active = false, overwrite = false, no_fonts = false;
+    bool active = false, overwrite = false, no_fonts = false, json = false;
 };
 
 /// The text of a selection: all names, one argument as it is, or the range of two.
@@ -61,7 +63,7 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
     const auto session = ftp::MakeFtpSession(
         std::move(server), [] { return WasInterrupted(); }, why);
     if (!session) throw CommandError(why);
-    FetchProgress progress;
+    FetchProgress progress(arguments.json);
     const ftp::FetchRequest request{.source = url.host + (url.port == 0 ? "" : ":" + std::to_string(url.port)),
                                     .directory = url.directory,
                                     .selection = *ftp::Selection::Parse(SelectionText(arguments.words), why),
@@ -71,6 +73,7 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
                                     .listing_limits = {}};
     const ftp::FetchReport report = ftp::RunFetch(*session, request, progress);
     progress.Clear();
+    if (arguments.json) PrintJson(FetchSummaryJson(report));
     if (!report.files.empty()) PrintLine(report.Summary());
     if (report.cancelled) {
         PrintError("interrupted; run the same command again to resume");
@@ -110,6 +113,7 @@ void AddOptions(CLI::App& command, FetchArguments& arguments) {
                      "use FTP's active mode, in which the server opens the data connections");
     command.add_flag("--overwrite", arguments.overwrite, "replace existing files");
     command.add_flag("--no-fonts", arguments.no_fonts, "do not fetch the fonts that the messages use");
+    AddJson(command, arguments.json, "print one JSON object per file and a summary, each in one line");
     AddInteger(command, "--connect-timeout", arguments.connect_seconds, kMaxSeconds, "S",
                "the time limit for connecting, 1 to 3600 seconds [15]");
     AddInteger(command, "--stall-timeout", arguments.stall_seconds, kMaxSeconds, "S",
@@ -125,6 +129,7 @@ void CheckOptions(const CLI::App& command, const FetchArguments& arguments) {
     Require(command, "--ca", arguments.tls == ftp::Tls::kRequire || url.tls_from_start, "--tls require or ftps://");
     if (url.tls_from_start && command.count("--tls") != 0 && arguments.tls != ftp::Tls::kRequire)
         throw CLI::ValidationError("--tls", "ftps:// always requires TLS");
+    ReserveStandardOutputFor({}, arguments.json);
 }
 
 }  // namespace

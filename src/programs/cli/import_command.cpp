@@ -130,7 +130,16 @@ void Import::WritePicture(const run::ImportOutcome& outcome) {
 }
 
 void Import::WriteDocument(const document::MessageRecord& message) {
-    m_json->Write(document::IndentedJson(document::MessageDocument(message, m_arguments.name)) + "\n");
+    std::string text;
+    if (m_arguments.name == kStandardInput) {
+        // Not the name of the spooled file, which is gone afterwards.
+        document::MessageRecord unnamed = message;
+        unnamed.file = "-";
+        text = document::MessageDocument(unnamed);
+    } else {
+        text = document::MessageDocument(message);
+    }
+    m_json->Write(document::IndentedJson(text) + "\n");
     m_json->Commit();
     m_written += ", " + *m_arguments.json;
 }

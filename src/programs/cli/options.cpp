@@ -76,15 +76,19 @@ void Require(const CLI::App& command, const std::string& option, bool is_met, co
     if (command.count(option) != 0 && !is_met) throw CLI::RequiresError(option, what);
 }
 
-void ReserveStandardOutputFor(std::initializer_list<OutputOption> outputs) {
-    const char* first = nullptr;
+void ReserveStandardOutputFor(std::initializer_list<OutputOption> outputs, bool json) {
+    std::string first = json ? "--json" : "";
     for (const OutputOption& output : outputs) {
         if (*output.path != "-") continue;
-        if (first != nullptr)
-            throw CLI::ValidationError(output.name, std::string("standard output is taken by ") + first);
-        first = output.name;
+        const std::string name = std::string(output.name) + " -";
+        if (!first.empty()) throw CLI::ExcludesError(first, name);
+        first = name;
     }
-    if (first != nullptr) ReserveStandardOutput();
+    if (!first.empty()) ReserveStandardOutput();
+}
+
+void AddJson(CLI::App& command, bool& json, const std::string& description) {
+    command.add_flag("--json", json, description);
 }
 
 void AddExample(CLI::App& command, const std::string& example) {

@@ -62,9 +62,12 @@ struct OutputOption {
     const char* name;
     const std::optional<std::string>* path;
 };
-/// Reserves standard output if one of the outputs is "-".
-/// @throws CLI::ValidationError if several are.
-void ReserveStandardOutputFor(std::initializer_list<OutputOption> outputs);
+/// Reserves standard output if one of the outputs is "-", or for JSON.
+/// @throws CLI::ExcludesError if it would have several outputs.
+void ReserveStandardOutputFor(std::initializer_list<OutputOption> outputs, bool json = false);
+
+/// Adds --json.
+void AddJson(CLI::App& command, bool& json, const std::string& description);
 
 /// Adds an example to the help of the command.
 void AddExample(CLI::App& command, const std::string& example);

@@ -6,6 +6,7 @@
 #include "host/ftp/test_server.h"
 #include "programs/cli/command_disk.h"
 #include "programs/cli/terminal_session.h"
+#include "support/json_forms.h"
 
 namespace zel::test {
 
@@ -43,6 +44,20 @@ TEST_F(FetchCommand, ReportsEachFileAndFetchesNothingTwice) {
     EXPECT_EQ(m_disk.Shell("zeltrans import 'a copy/MESSAGES/.0012'").exit_code, 0);
     result = Fetch("", "12 --to 'a copy'");
     EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0012 skipped: it exists already\n"));
+}
+
+TEST_F(FetchCommand, PrintsALineOfJsonForEachFile) {
+    CommandResult result = Fetch("", "12-20 --to copy --json");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    result.out += Fetch("", "12 --to copy --json").out;
+    JsonForms lines;
+    AddLines(lines, "fetch-line", result.out);
+    EXPECT_EQ(lines.size(), 5U + 4U) << result.out;
+    EXPECT_THAT(result.out, HasSubstr(R"("name":"MESSAGES/.0012","outcome":"fetched","bytes":4476,)"));
+    EXPECT_THAT(result.out, HasSubstr(R"("reason":"not on the server"})"));
+    EXPECT_THAT(result.out, HasSubstr(R"("type":"summary","fetched":3,)"));
+    EXPECT_EQ(kCanCheckJson ? FaultsOf(lines, m_disk) : "", "");
 }
 
 TEST_F(FetchCommand, TakesThePasswordFromEnvironmentOrNetrcAndNeverPrintsIt) {
