@@ -23,29 +23,41 @@ void CopySamples(std::span<const Rgba> pixels, PngColourType type, std::uint8_t*
 /// Whether all samples of pixels are 0.
 bool HasZeroSamples(std::span<const Rgba> pixels, PngColourType type) noexcept;
 
-enum class PngFilters {
-    /// None, left and above: quick, and the better ones for a quick compressor.
-    kSimple,
-    /// All five.
-    kAll,
+/// The filters of PNG, with their numbers in a file: what a sample is predicted to be. The difference is stored.
+enum class PngFilter : std::uint8_t {
+    kNone,
+    /// That of the pixel to the left.
+    kLeft,
+    /// That of the pixel above.
+    kAbove,
+    /// The mean of these two.
+    kMean,
+    /// The nearest of these two and the one above to the left, by PNG's Paeth predictor.
+    kNearest
 };
 
-/// Filters of single rows. Each row gets the filter whose result has the smallest sum of magnitudes, which suits
-/// gradual changes of colour.
-class PngFilter {
+/// Filters a row and writes it, the byte of the filter first.
+/// @param row      the samples of the row.
+/// @param above    those of the row above; zeros for the first row of the picture.
+/// @param samples  bytes of a pixel.
+/// @param out      one byte more than the row has.
+void FilterRow(PngFilter filter, std::span<const std::uint8_t> row, std::span<const std::uint8_t> above, int samples,
+               std::uint8_t* out) noexcept;
+
+/// Filters single rows, each by the filter whose result has the smallest sum of magnitudes. That suits gradual changes
+/// of colour.
+class BestPngFilter {
   public:
     /// @param samples  bytes of a pixel.
-    PngFilter(std::size_t row_samples, int samples, PngFilters filters);
+    BestPngFilter(std::size_t row_samples, int samples) : m_samples(samples), m_tried(row_samples + 1) {}
 
-    /// Filters a row and writes it, the byte of the filter first.
-    /// @param row    the samples of the row.
-    /// @param above  those of the row above; zeros for the first row of the picture.
+    /// As FilterRow.
     void Filter(std::span<const std::uint8_t> row, std::span<const std::uint8_t> above, std::uint8_t* out) noexcept;
 
   private:
     int m_samples;
-    /// The row by each of the filters, in the order of their numbers.
-    std::vector<std::vector<std::uint8_t>> m_filtered;
+    /// The row by one of the filters.
+    std::vector<std::uint8_t> m_tried;
 };
 
 }  // namespace zel::picture

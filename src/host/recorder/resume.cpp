@@ -15,8 +15,6 @@ std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext&
             numbers.insert(entry.key.number);
         }
     }
-    // The module rejects a range that ends with 0, so number 0 is imported together with number 1.
-    if (first == 0 && !numbers.contains(0)) numbers.erase(1);
     return numbers;
 }
 

@@ -11,7 +11,7 @@
 namespace zel::recorder {
 
 /// Numbers from `first` to `last` whose recordings in a library are up to date: made with the same options from files
-/// that have not changed. Without 1 if 0 has to be imported, since the module imports no range that ends with 0.
+/// that have not changed.
 std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext& context, int first, int last,
                               FileDigests& digests);
 

@@ -8,6 +8,7 @@
 
 #include "host/picture/png_reader.h"
 #include "host/picture/png_writer.h"
+#include "qt_reader.h"
 
 namespace zel::test {
 
@@ -57,6 +58,9 @@ std::vector<PictureCase> Pictures() {
         {"one pixel", Drawn(1, 1, [](int, int) { return PixelOf(1, 2, 3, 4); })},
         {"clear rows between others", Drawn(33, 600, sparse)},
         {"gradual changes, which filters make shorter", Drawn(300, 200, smooth)},
+        {"gradual changes from the left", Drawn(400, 64, [](int x, int) { return PixelOf(x / 8, x / 3, x / 5, 255); })},
+        {"gradual changes below clear rows",
+         Drawn(300, 64, [&](int x, int y) { return y < 30 ? picture::Rgba{} : smooth(x, y); })},
         {"noise, which nothing makes shorter",
          Drawn(701, 400, [&](int, int) { return PixelOf(noise(), noise(), noise(), noise()); })},
         {"256 colours", Drawn(256, 4, [](int x, int) { return PixelOf(x, 0, 0, 200); })},
@@ -86,6 +90,12 @@ std::vector<std::uint8_t> DecodedByStb(const std::string& png) {
     return bytes;
 }
 
+/// Leaves a value in the memory that the next calls use for their variables.
+[[gnu::noinline]] void FillStack(std::uint16_t value) {
+    volatile std::uint16_t values[std::size_t{1} << 17];
+    for (volatile std::uint16_t& each : values) each = value;
+}
+
 TEST(Png, IsReadBackToTheSamePixels) {
     using enum picture::PngChannels;
     for (const PictureCase& row : Pictures()) {
@@ -95,13 +105,23 @@ TEST(Png, IsReadBackToTheSamePixels) {
                 for (picture::Rgba& pixel : shown.View().Row(y)) pixel = Shown(pixel, channels);
             }
             for (const auto effort : {picture::PngEffort::kFast, picture::PngEffort::kSmall}) {
-                SCOPED_TRACE(testing::Message() << row.name << ", channels " << static_cast<int>(channels)
-                                                << ", effort " << static_cast<int>(effort));
-                const std::string png = picture::EncodePng(row.picture, {.channels = channels, .effort = effort});
-                EXPECT_TRUE(picture::DecodePng(png).rgba == shown.rgba);
-                EXPECT_TRUE(DecodedByStb(png) == shown.rgba);
-                // A second picture of a thread is encoded with what the first one left.
-                EXPECT_TRUE(picture::EncodePng(row.picture, {.channels = channels, .effort = effort}) == png);
+                for (const auto shape : {picture::PixelShape::kVideo, picture::PixelShape::kSquare}) {
+                    // The shape is a chunk of its own, so one compression of each picture is enough of the slow effort.
+                    if (effort == picture::PngEffort::kSmall && shape == picture::PixelShape::kSquare) continue;
+                    SCOPED_TRACE(testing::Message()
+                                 << row.name << ", channels " << static_cast<int>(channels) << ", shape "
+                                 << static_cast<int>(shape) << ", effort " << static_cast<int>(effort));
+                    const picture::PngForm form{channels, shape, effort};
+                    const std::string png = picture::EncodePng(row.picture, form);
+                    EXPECT_TRUE(picture::DecodePng(png).rgba == shown.rgba);
+                    EXPECT_TRUE(DecodedByStb(png) == shown.rgba);
+#ifdef ZELTRANS_TEST_QIMAGE
+                    EXPECT_TRUE(DecodedByQt(png) == shown.rgba);
+#endif
+                    // A second picture of a thread is encoded with what the first one left, wherever it left it.
+                    FillStack(9);
+                    EXPECT_TRUE(picture::EncodePng(row.picture, form) == png);
+                }
             }
         }
     }
