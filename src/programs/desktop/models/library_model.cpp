@@ -1,7 +1,9 @@
 #include "programs/desktop/models/library_model.h"
 
 #include <QCollator>
+#include <QElapsedTimer>
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <unordered_map>
 #include <utility>
@@ -90,6 +92,7 @@ void LibraryModel::SetLibrary(std::string library) {
 }
 
 void LibraryModel::Reload(const LibraryFilter& filter) {
+    m_failed = false;
     if (!m_library) Open();
     library::LibraryTable table =
         m_library->Table({filter.words.toStdString(), filter.disk, filter.only_with_warnings});
@@ -149,14 +152,29 @@ void LibraryModel::Open() {
     }
 }
 
-/// Nothing if the library cannot be read; the next Reload reports that.
+/// Leaves out what cannot be read, and reports that once.
 std::vector<library::LibraryEntry> LibraryModel::ReadEntries(std::span<const library::RecordingId> ids) {
     try {
         if (m_library) return m_library->Entries(ids);
         return library::Library(m_file, library::Access::kRead, kLibraryWait).Entries(ids);
-    } catch (const library::LibraryError&) {
-        return {};
+    } catch (const library::LibraryError& error) {
+        if (!std::exchange(m_failed, true)) {
+            // The list is being painted.
+            const QString reason = Text(error.what());
+            QMetaObject::invokeMethod(
+                this, [this, reason] { Q_EMIT failed(reason); }, Qt::QueuedConnection);
+        }
     }
+    std::vector<library::LibraryEntry> entries;
+    if (ids.size() < 2) return entries;
+    // One damaged recording does not hide the others. A locked library would be waited for each time.
+    QElapsedTimer elapsed;
+    elapsed.start();
+    for (const library::RecordingId& id : ids) {
+        if (elapsed.hasExpired(std::chrono::milliseconds(kLibraryWait).count())) break;
+        for (library::LibraryEntry& entry : ReadEntries({&id, 1})) entries.push_back(std::move(entry));
+    }
+    return entries;
 }
 
 int LibraryModel::RowOf(const library::RecordingKey& key) const {

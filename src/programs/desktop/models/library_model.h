@@ -62,6 +62,10 @@ class LibraryModel : public QAbstractListModel {
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
+  Q_SIGNALS:
+    /// Recordings cannot be read, and are listed without their texts. Emitted once for each Reload.
+    void failed(const QString& reason);
+
   private:
     /// A row of a grouped list.
     struct Line {
@@ -88,6 +92,8 @@ class LibraryModel : public QAbstractListModel {
     std::optional<library::Library> m_library;
     library::Access m_access = library::Access::kWrite;
     library::LibraryTable m_table;
+    /// A failure was reported since the last Reload.
+    bool m_failed = false;
     mutable EntryCache m_entries;
     /// Empty unless the list is grouped: each row is an entry.
     std::vector<Line> m_lines;

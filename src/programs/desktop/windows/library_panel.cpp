@@ -107,6 +107,7 @@ void LibraryPanel::Connect() {
     connect(m_search, &QLineEdit::textChanged, m_search_timer, [this] { m_search_timer->start(kSearchDelay_ms); });
     connect(m_search_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
     connect(m_reload_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
+    connect(m_model, &LibraryModel::failed, this, &LibraryPanel::failed);
     connect(m_watch, &LibraryWatch::changed, this, &LibraryPanel::ReloadSoon);
     connect(m_disk, &QComboBox::currentIndexChanged, this, &LibraryPanel::Reload);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
