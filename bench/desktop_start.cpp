@@ -4,8 +4,10 @@
 #include <QListView>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <cstdlib>
 
 #include "base/process.h"
+#include "host/settings/sqlite_settings_store.h"
 #include "programs/desktop/models/library_model.h"
 #include "programs/desktop/windows/main_window.h"
 
@@ -31,6 +33,8 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     if (argc != 2) return 2;
     const QTemporaryDir settings;
+    settings::SqliteSettingsStore store(settings.path().toStdString());
+    seam::SetSettingsStore(&store);
     desktop::MainWindow window({argv[1], settings.path() + QStringLiteral("/desktop.ini")});
     window.show();
     const auto* const list = window.findChild<QListView*>(QStringLiteral("library"));
@@ -39,5 +43,7 @@ int main(int argc, char** argv) {
         if (window.windowHandle()->isExposed() && IsPageShown(*list)) QCoreApplication::exit(0);
     });
     timer.start(1);
-    return QApplication::exec();
+    const int exit_code = QApplication::exec();
+    // The window's own objects still ask it.
+    std::_Exit(exit_code);
 }

@@ -49,8 +49,8 @@ library::Recording MakeRecording(int index, int number, int disk, Words& words) 
     recording.recorded_at = "2026-11-22T23:51:32Z";
     recording.options = "lines=486 baseline-align=yes tt-convert=no";
     recording.text = kCommonWord;
-    if (index == 4321) recording.text += std::string(" ") + kRareWord;
-    if (index % 1000 == 7) recording.text += std::string(" ") + kSeldomWord;
+    if (index % 1000 == 7) recording.text += std::string(" ") + kRareWord;
+    if (index % 100 == 3) recording.text += std::string(" ") + kSeldomWord;
     for (int row = words.Count(3, 8); row > 0; --row) {
         recording.text += '\n';
         for (int word = words.Count(2, 5); word > 0; --word) recording.text += words.Next() + ' ';

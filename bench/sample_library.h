@@ -5,8 +5,8 @@
 /// Disks of a sample library, each with as many recordings.
 inline constexpr int kLibraryDisks = 20;
 
-/// A word in the text of one recording of a sample library, of a hundred, and of all.
-inline constexpr char kRareWord[] = "zanzibar", kSeldomWord[] = "quorum", kCommonWord[] = "station";
+/// Words in the texts of a thousandth of the recordings of a sample library, of a hundredth, and of all.
+inline constexpr char kRareWord[] = "quorum", kSeldomWord[] = "harbour", kCommonWord[] = "station";
 
 /// Makes a library of recordings with small pictures: three to eight rows of words, of which a few are frequent and
 /// most are rare, a document, two fonts, two tab fields, and in every tenth a warning. The contents depend on the
