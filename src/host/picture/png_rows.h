@@ -23,6 +23,11 @@ void CopySamples(std::span<const Rgba> pixels, PngColourType type, std::uint8_t*
 /// Whether all samples of pixels are 0.
 bool HasZeroSamples(std::span<const Rgba> pixels, PngColourType type) noexcept;
 
+/// Number of pixels of a row, without the first, that differ a little from the pixel to the left or the one above: from
+/// the one that they differ less from, in the sum of the four channels.
+/// @param above  as many pixels as the row has.
+int CountGradual(std::span<const Rgba> row, std::span<const Rgba> above) noexcept;
+
 enum class PngFilters {
     /// None, left and above: quick, and the better ones for a quick compressor.
     kSimple,
