@@ -32,29 +32,11 @@ std::string UtcNow() {
     return text;
 }
 
-/// Whether the distance from one character to the next in a row separates words: larger than the row is high, or
-/// backwards, as between the columns of a table.
-bool IsWordGap(const document::RowRecord& row, int x, int next_x) noexcept {
-    constexpr int kLeastGap = 32;  // pixels; for rows of little height
-    return next_x < x || next_x - x > std::max(row.bottom - row.top, kLeastGap);
-}
-
-/// The texts of the rows, one line each. A blank is inserted in a gap between words that has none.
+/// The texts of the rows that have one, one line each.
 std::string TextOf(const document::MessageRecord& message) {
     std::string bytes;
-    std::size_t last_row = message.rows.size();
-    int last_x = 0;
-    for (const document::CharacterRecord& character : message.characters) {
-        const auto row = static_cast<std::size_t>(character.info.row_index);
-        if (row >= message.rows.size()) continue;
-        if (row != last_row) {
-            if (!bytes.empty()) bytes += '\n';
-        } else if (bytes.back() != ' ' && IsWordGap(message.rows[row], last_x, character.info.x)) {
-            bytes += ' ';
-        }
-        bytes += static_cast<char>(character.character);
-        last_row = row;
-        last_x = character.info.x;
+    for (const document::RowRecord& row : message.rows) {
+        if (!row.text.empty()) bytes += (bytes.empty() ? "" : "\n") + row.text;
     }
     return base::Utf8FromLatin1(bytes);
 }
@@ -77,7 +59,7 @@ void AddParts(const document::MessageRecord& message, library::Recording& record
     }
     recording.warnings = document::WarningsOf(message);
     recording.text = TextOf(message);
-    recording.document = document::MessageDocument(message, system::NativePath(message.file.c_str()));
+    recording.document = document::MessageDocument(message);
 }
 
 /// Warns of the files that are there but could not be read again, so that it stays unknown whether they change.

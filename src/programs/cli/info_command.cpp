@@ -63,6 +63,7 @@ class Info {
                 report.verdict == inspect::Verdict::kWhole || report.verdict == inspect::Verdict::kReadable;
             if (!good) Fail(file + ": " + inspect::VerdictText(report));
         } catch (const std::runtime_error& error) {
+            if (m_arguments.json) Show(UnreadableJson(file, error.what()) + "\n");
             Fail(file + ": " + error.what());
         }
     }
@@ -71,7 +72,9 @@ class Info {
         const DirectoryTable table(directory);
         if (m_arguments.json) {
             for (const DirectoryEntry& entry : table.Entries()) {
-                if (entry.report) Show(ReportJson(*entry.report) + "\n");
+                Show((entry.report ? ReportJson(*entry.report)
+                                   : UnreadableJson((fs::path(directory) / entry.name).string(), entry.error)) +
+                     "\n");
             }
         } else {
             Show(table.Text());
@@ -92,7 +95,7 @@ void AddInfoCommand(CLI::App& app, CommandRun& run) {
     AddArgument(command, "FILE", arguments->files,
                 "message, font, RGBA picture or name list files, or directories, which are read with their "
                 "subdirectories");
-    command.add_flag("--json", arguments->json, "print one JSON object per file, each in one line");
+    AddJson(command, arguments->json, "print one JSON object per file, each in one line");
     AddExample(command, "zeltrans info DISK/MESSAGES/.0012\n  zeltrans info DISK");
     command.callback([arguments, &run] { run = [arguments] { return Info(*arguments).Run(); }; });
 }

@@ -5,12 +5,17 @@
 #include <vector>
 
 #include <CLI/App.hpp>
+#include <nlohmann/json.hpp>
 
 #include "base/terminal_text.h"
 #include "base/text.h"
+#include "host/document/json_version.h"
+#include "host/export/message_title.h"
+#include "host/export/recording_json.h"
 #include "host/library/library.h"
 #include "module/contract/message_id.h"
 #include "programs/cli/diagnostics.h"
+#include "programs/cli/json_output.h"
 #include "programs/cli/library_table.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
@@ -26,7 +31,11 @@ struct LibraryArguments {
     std::vector<std::string> words;   // of a search
     std::vector<std::string> shards;  // of a merge
     int number = 0;
-    std::optional<std::string> disk, png, json;
+    std::optional<std::string> disk, png;
+    /// --json without a file.
+    bool json = false;
+    /// The file of --json.
+    std::optional<std::string> document;
 };
 
 std::string DiskName(const std::string& disk) {
@@ -51,7 +60,23 @@ library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& a
     return found.front();
 }
 
+nlohmann::ordered_json EntryJson(const library::LibraryEntry& entry) {
+    return {{"version", document::kJsonVersion},
+            {"disk", entry.key.disk},
+            {"number", entry.key.number},
+            {"kind", exporter::KindName(entry.kind)},
+            {"recorded_at", entry.recorded_at},
+            {"source", entry.source},
+            {"title", TextOrNull(exporter::TitleOf(entry.text))},
+            {"text", entry.text},
+            {"warning_count", entry.warnings}};
+}
+
 ExitCode PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
+    if (arguments.json) {
+        for (const library::LibraryEntry& entry : entries) PrintJson(EntryJson(entry));
+        return ExitCode::kDone;
+    }
     const auto with_warnings = static_cast<std::size_t>(
         std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
     PrintLine(arguments.library + ": " + base::Counted(entries.size(), "recording") +
@@ -71,7 +96,7 @@ ExitCode SearchLibrary(const LibraryArguments& arguments) {
 }
 
 // An output that the recording does not contain is not written.
-void WritePart(const std::optional<std::string>& path, const std::string& bytes, const char* what) {
+void WritePart(const std::optional<std::string>& path, const std::string& bytes, const char* what, bool json) {
     if (!path) return;
     if (bytes.empty()) {
         PrintNote(std::string("the recording has no ") + what + "; " + *path + " was not written");
@@ -80,22 +105,35 @@ void WritePart(const std::optional<std::string>& path, const std::string& bytes,
     OutputFile file(*path);
     file.Write(bytes);
     file.Commit();
-    PrintLine("wrote " + *path);
+    const std::string line = "wrote " + *path;
+    json ? PrintNote(line) : PrintLine(line);
+}
+
+void PrintRecordingJson(const LibraryArguments& arguments, const library::Recording& recording) {
+    try {
+        PrintJson(exporter::RecordingJson(recording));
+    } catch (const std::runtime_error& error) {
+        throw CommandError(arguments.library + ": message " + base::NumberedName(recording.number) + ": " +
+                           error.what());
+    }
 }
 
 ExitCode ShowRecording(const LibraryArguments& arguments) {
     CommandFiles files;
     files.ReadLibrary(arguments.library);
     files.Write(arguments.png, "--png");
-    files.Write(arguments.json, "--json");
+    files.Write(arguments.document, "--json");
     CheckOutputs(files);
     library::Library library(arguments.library, library::Access::kRead);
     const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
     if (!recording) throw CommandError(arguments.library + ": another program removed the recording");
-    if (!arguments.png && !arguments.json)
+    if (arguments.json) {
+        PrintRecordingJson(arguments, *recording);
+    } else if (!arguments.png && !arguments.document) {
         PrintLines(base::TerminalText(arguments.library) + ": " + RecordingText(*recording));
-    WritePart(arguments.png, recording->picture, "picture");
-    WritePart(arguments.json, recording->document.empty() ? "" : recording->document + '\n', "document");
+    }
+    WritePart(arguments.png, recording->picture, "picture", arguments.json);
+    WritePart(arguments.document, recording->document.empty() ? "" : recording->document + '\n', "document", false);
     return ExitCode::kDone;
 }
 
@@ -145,6 +183,25 @@ void AddRecordingKey(CLI::App& command, LibraryArguments& arguments) {
     AddText(command, "--disk", arguments.disk, "NAME", "the name of the disk, if the number is recorded from several");
 }
 
+void AddEntriesJson(CLI::App& command, LibraryArguments& arguments) {
+    AddJson(command, arguments.json, "print one JSON object per recording, each in one line");
+}
+
+// --json, with or without a file.
+void AddRecordingJson(CLI::App& command, LibraryArguments& arguments) {
+    const auto take = [&arguments](const std::string& path) {
+        arguments.json = path.empty();
+        if (!path.empty()) arguments.document = path;
+    };
+    command
+        .add_option_function<std::string>(
+            "--json", take,
+            "print the recording as a JSON object; with FILE, write the message to it as a "
+            "JSON document")
+        ->expected(0, 1)
+        ->type_name("[FILE]");
+}
+
 // One subcommand of `library`, with the library's file as its first argument.
 CLI::App& AddSubcommand(CLI::App& library, const std::string& name, const std::string& description,
                         const std::shared_ptr<LibraryArguments>& arguments, CommandRun& run,
@@ -167,16 +224,18 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
     };
     CLI::App& list = add("list", "Lists the recordings by disk and number.", ListLibrary);
     AddText(list, "--disk", arguments->disk, "NAME", "only recordings from the disk of this name");
+    AddEntriesJson(list, *arguments);
 
     CLI::App& search = add(
         "search", "Lists the recordings that contain all of the given words in their text, tab fields or file paths.",
         SearchLibrary);
     AddArgument(search, "WORDS", arguments->words, "words or beginnings of words");
+    AddEntriesJson(search, *arguments);
 
     CLI::App& show = add("show", "Shows one recording, or writes its picture or document to a file.", ShowRecording);
     AddRecordingKey(show, *arguments);
     AddPath(show, "--png", arguments->png, "FILE", "write the picture as PNG");
-    AddPath(show, "--json", arguments->json, "FILE", "write the message as a JSON document");
+    AddRecordingJson(show, *arguments);
 
     CLI::App& merge = add("merge",
                           "Adds the recordings of other libraries. A recording that differs from the one of the same "
