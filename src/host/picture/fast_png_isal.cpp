@@ -35,28 +35,27 @@ class Deflater {
     void Append(std::span<const std::uint8_t> bytes, Bytes& out) {
         // A part that can't be compressed is stored, with 5 bytes around every 65,535; the rest is the end of the part.
         const std::size_t room = bytes.size() + bytes.size() / 4096 + 512;
-        const std::size_t start = out.size();
         if (m_room.size() < room) m_room.resize(room);
-        isal_zstream stream;
-        isal_deflate_stateless_init(&stream);
-        stream.level = 1;
-        stream.level_buf = m_level.data();
-        stream.level_buf_size = static_cast<std::uint32_t>(m_level.size());
-        stream.gzip_flag = IGZIP_DEFLATE;
-        stream.flush = FULL_FLUSH;
-        stream.end_of_stream = 0;
-        stream.next_in = const_cast<std::uint8_t*>(bytes.data());
-        stream.avail_in = static_cast<std::uint32_t>(bytes.size());
-        stream.next_out = m_room.data();
-        stream.avail_out = static_cast<std::uint32_t>(room);
-        if (isal_deflate_stateless(&stream) != COMP_OK || stream.avail_in != 0) {
+        isal_deflate_stateless_init(&m_stream);
+        m_stream.hist_bits = 0;  // the default, a window of 32 KiB; the library's function does not set it
+        m_stream.level = 1;
+        m_stream.level_buf = m_level.data();
+        m_stream.level_buf_size = static_cast<std::uint32_t>(m_level.size());
+        m_stream.gzip_flag = IGZIP_DEFLATE;
+        m_stream.flush = FULL_FLUSH;
+        m_stream.end_of_stream = 0;
+        m_stream.next_in = const_cast<std::uint8_t*>(bytes.data());
+        m_stream.avail_in = static_cast<std::uint32_t>(bytes.size());
+        m_stream.next_out = m_room.data();
+        m_stream.avail_out = static_cast<std::uint32_t>(room);
+        if (isal_deflate_stateless(&m_stream) != COMP_OK || m_stream.avail_in != 0) {
             throw std::runtime_error("the rows could not be compressed");
         }
-        out.resize(start + stream.total_out);
-        std::memcpy(out.data() + start, m_room.data(), stream.total_out);
+        out.insert(out.end(), m_room.begin(), m_room.begin() + static_cast<std::ptrdiff_t>(m_stream.total_out));
     }
 
   private:
+    isal_zstream m_stream{};
     Bytes m_level = Bytes(ISAL_DEF_LVL1_DEFAULT);
     Bytes m_room;
 };
