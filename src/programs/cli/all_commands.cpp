@@ -8,6 +8,8 @@
 #include "programs/cli/run_program.h"
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
+#include "programs/version/library_versions.h"
+#include "programs/version/version_report.h"
 
 namespace zel::cli {
 
@@ -19,7 +21,8 @@ extern "C" __attribute__((visibility("default"))) int RunAnyCommand(int argc, ch
         {"fetch", AddFetchCommand},   {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
     };
     static_assert(std::is_same_v<decltype(&RunAnyCommand), RunAnyCommandFunction>);
-    return RunProgram(argc, argv, kCommands);
+    return RunProgram(argc, argv, kCommands,
+                      [] { return version::VersionReport("zeltrans", version::HostLibraries()); });
 }
 
 }  // namespace zel::cli

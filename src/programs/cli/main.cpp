@@ -32,7 +32,8 @@ int RunFromLibrary(int argc, char** argv) {
 int main(int argc, char** argv) {
     base::PrepareProcess();
     for (const cli::NamedCommand& command : kOwnCommands) {
-        if (argc > 1 && std::string_view(argv[1]) == command.name) return cli::RunProgram(argc, argv, kOwnCommands);
+        if (argc > 1 && std::string_view(argv[1]) == command.name)
+            return cli::RunProgram(argc, argv, kOwnCommands, [] { return std::string("zeltrans " ZELTRANS_VERSION); });
     }
     return cli::ReportFailure([&] { return RunFromLibrary(argc, argv); });
 }

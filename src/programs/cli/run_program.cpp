@@ -40,13 +40,13 @@ std::span<const NamedCommand> SelectedOrAll(std::span<const NamedCommand> comman
     return selected != commands.end() ? std::span(&*selected, 1) : commands;
 }
 
-ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
+ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands, std::string (*version)()) {
     CLI::App app("Imports Zelmara! messages and fonts through the ZelTrans module.", "zeltrans");
     // The commands inherit these three.
     app.formatter(std::make_shared<HelpFormatter>());
     app.set_help_flag("-h,--help", "print this help and exit");
     app.group("Commands");
-    app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION, "print the version and exit");
+    app.set_version_flag("--version", version, "print the version and exit");
     app.require_subcommand(1);
     CommandRun run;
     for (const NamedCommand& command : SelectedOrAll(commands, argc, argv)) command.add(app, run);
@@ -97,10 +97,10 @@ int ReportException() noexcept {
     return static_cast<int>(ExitCode::kNotDone);
 }
 
-int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
+int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands, std::string (*version)()) {
     return ReportFailure([&] {
         std::ios::sync_with_stdio(false);  // for the speed of a trace
-        return static_cast<int>(RunCommand(argc, argv, commands));
+        return static_cast<int>(RunCommand(argc, argv, commands, version));
     });
 }
 
