@@ -8,6 +8,7 @@
 #include "programs/cli/run_program.h"
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
+#include "programs/cli/thumbnail_command.h"
 #include "programs/version/library_versions.h"
 #include "programs/version/version_report.h"
 
@@ -16,9 +17,10 @@ namespace zel::cli {
 extern "C" __attribute__((visibility("default"))) int RunAnyCommand(int argc, char** argv) {
     // In the order in which the help lists them.
     static constexpr NamedCommand kCommands[] = {
-        {"import", AddImportCommand}, {"batch", AddBatchCommand},   {"export", AddExportCommand},
-        {"font", AddFontCommand},     {"info", AddInfoCommand},     {"library", AddLibraryCommand},
-        {"fetch", AddFetchCommand},   {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
+        {"import", AddImportCommand},       {"batch", AddBatchCommand},   {"export", AddExportCommand},
+        {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
+        {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
+        {"thumbnail", AddThumbnailCommand},
     };
     static_assert(std::is_same_v<decltype(&RunAnyCommand), RunAnyCommandFunction>);
     return RunProgram(argc, argv, kCommands,

@@ -111,6 +111,7 @@ int main(int argc, char** argv) {
     seam::SetSettingsStore(&store);
     int exit_code = 0;
     {
+        QGuiApplication::setDesktopFileName(QStringLiteral("zeltrans-desktop"));  // whose icon a desktop shows
         QGuiApplication::setWindowIcon(desktop::ProgramIcon());
         desktop::UseReadableColours();
         desktop::MainWindow window({QFile::encodeName(QFileInfo(arguments.library).absoluteFilePath()).toStdString(),

@@ -15,7 +15,7 @@ using testing::StartsWith;
 TEST(Help, OfEachCommandFitsIntoATerminalAndGivesAnExample) {
     const CommandDisk disk;
     for (const std::string command :
-         {"import", "batch", "export", "font", "info", "library", "fetch", "sample", "settings"}) {
+         {"import", "batch", "export", "font", "info", "library", "fetch", "sample", "settings", "thumbnail"}) {
         const CommandResult result = disk.Shell("zeltrans " + command + " --help");
         EXPECT_EQ(result.exit_code, 0) << command;
         EXPECT_EQ(result.err, "") << command;
