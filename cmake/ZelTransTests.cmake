@@ -31,3 +31,19 @@ function(zeltrans_test folder)
   gtest_discover_tests(${target} TEST_PREFIX ${ZELTRANS_TEST_PREFIX}${folder}. NO_PRETTY_VALUES
     PROPERTIES ${properties} DISCOVERY_TIMEOUT 60)
 endfunction()
+
+# zeltrans_checks_json(<target>): lets tests hold JSON against docs/schemas (tests/support/json_forms.h). The module may
+# belong to another python than the first in the path. Without it those tests are skipped.
+function(zeltrans_checks_json target)
+  find_package(Python3 COMPONENTS Interpreter)
+  foreach(candidate /usr/bin/python3 ${Python3_EXECUTABLE})
+    execute_process(COMMAND ${candidate} -I -c "from jsonschema import Draft202012Validator" RESULT_VARIABLE result
+                    OUTPUT_QUIET ERROR_QUIET)
+    if(result EQUAL 0)
+      target_compile_definitions(${target} PRIVATE ZELTRANS_JSON_CHECKER="${candidate}")
+      break()
+    endif()
+  endforeach()
+  target_compile_definitions(${target} PRIVATE
+    ZELTRANS_SCHEMAS="${PROJECT_SOURCE_DIR}/docs/schemas" ZELTRANS_JSON_TESTS="${PROJECT_SOURCE_DIR}/tests/support")
+endfunction()

@@ -9,6 +9,7 @@
 #include <variant>
 
 #include "base/field_text.h"
+#include "host/document/row_text.h"
 #include "host/ftp_service.h"
 #include "host/native_path.h"
 #include "module/contract/dialog_ids.h"
@@ -84,10 +85,6 @@ void RecordRows(const CZelMessage& source, document::MessageRecord& message) {
     for (std::size_t index = 0; index < message.rows.size(); ++index) {
         const tag_msg_row& row = source.m_pRows[index];
         message.rows[index] = {row.Y(), row.Top(), row.Bottom(), row.Empty(), {}};
-    }
-    for (const document::CharacterRecord& character : message.characters) {
-        const auto row = static_cast<std::size_t>(character.info.row_index);
-        if (row < message.rows.size()) message.rows[row].text += static_cast<char>(character.character);
     }
 }
 
@@ -174,6 +171,7 @@ LRESULT ReferenceHost::Answer(const FontsReady& event) {
 
 LRESULT ReferenceHost::Answer(const RowsDone& event) {
     RecordRows(event.message, Message());
+    document::FillRowTexts(Message());
     return 0;
 }
 

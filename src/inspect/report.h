@@ -48,7 +48,8 @@ struct RowReport {
     int bottom = 0;
     bool empty = false;
     int characters = 0;
-    /// The text in reading order, divided where the slot or the colour set changes.
+    /// The text in reading order, divided where the slot or the colour set changes. A gap between words
+    /// (base::IsWordGap) is a blank.
     std::vector<std::string> runs;
     /// Slots that its characters use, ascending.
     std::vector<int> slots;

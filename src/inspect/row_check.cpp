@@ -6,6 +6,7 @@
 #include <set>
 #include <span>
 
+#include "base/word_gap.h"
 #include "inspect/words.h"
 #include "module/contract/records/char_entry.h"
 
@@ -159,6 +160,9 @@ void RowChecker::CheckText(const tag_msg_row& row, const std::vector<int>& order
     const tag_msg_char* before = nullptr;
     for (const int record : order) {
         const tag_msg_char& character = row.chars[record];
+        // As in the recorded text; before a new run the blank belongs to the last one.
+        const bool is_blank = before == nullptr || before->Code() == ' ';
+        if (!is_blank && base::IsWordGap(row.Bottom() - row.Top(), before->X(), character.X())) out.runs.back() += ' ';
         if (before == nullptr || before->Font() != character.Font() || before->ColourSet() != character.ColourSet()) {
             out.runs.emplace_back();
         }

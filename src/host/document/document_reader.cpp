@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
 #include "host/document/json_limits.h"
+#include "platform/system/files.h"
 
 namespace zel::document {
 
@@ -114,9 +116,11 @@ DocumentRow ReadRow(const Json& json) {
     return {Place(json, "y") + Place(json, "top"), Place(json, "depth"), Text(json, "text")};
 }
 
-DocumentFont ReadFont(const Json& json) {
-    return {Number(json, "slot"), Number(json, "number"), Text(json, "name"), Number(json, "height"),
-            Text(json, "file")};
+/// @param document  has module paths if it was written before documents had a version.
+DocumentFont ReadFont(const Json& json, const Json& document) {
+    std::string file = Text(json, "file");
+    if (Member(document, "version").is_null()) file = system::NativePath(file.c_str());
+    return {Number(json, "slot"), Number(json, "number"), Text(json, "name"), Number(json, "height"), std::move(file)};
 }
 
 DocumentField ReadField(const Json& json) {
@@ -146,7 +150,7 @@ DocumentContents ReadDocument(const Json& document) {
     DocumentContents contents;
     for (const Json& row : Elements(document, "rows")) contents.rows.push_back(ReadRow(row));
     ReadCharacters(Elements(document, "characters"), contents);
-    for (const Json& font : Elements(document, "fonts")) contents.fonts.push_back(ReadFont(font));
+    for (const Json& font : Elements(document, "fonts")) contents.fonts.push_back(ReadFont(font, document));
     for (const Json& field : Elements(document, "tab_fields")) contents.fields.push_back(ReadField(field));
     for (const Json& set : Elements(document, "palette")) contents.palette.push_back(ReadColourSet(set));
     return contents;

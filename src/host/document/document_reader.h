@@ -44,7 +44,7 @@ struct DocumentFont {
     int number = 0;
     std::string name;
     int height = 0;
-    /// Path in the module's form.
+    /// This system's path.
     std::string file;
 };
 

@@ -9,8 +9,10 @@
 
 #include "base/field_text.h"
 #include "host/document/json_line.h"
+#include "host/document/json_version.h"
 #include "host/document/message_warnings.h"
 #include "module/contract/records/palette.h"
+#include "platform/system/files.h"
 
 namespace zel::document {
 
@@ -39,7 +41,7 @@ class DocumentWriter {
   public:
     explicit DocumentWriter(const MessageRecord& message) : m_message(message) {}
 
-    std::string Write(const std::string& source);
+    std::string Write();
 
   private:
     void Head();
@@ -56,6 +58,7 @@ class DocumentWriter {
     void Fonts();
     void Palette();
     void Text(std::string_view text);
+    void Path(const std::string& module_path) { Text(system::NativePath(module_path.c_str())); }
     void Warnings();
 
     const MessageRecord& m_message;
@@ -167,7 +170,8 @@ void DocumentWriter::Fonts() {
         if (!record) continue;
         const tag_font_header& header = record->header;
         m_json.Open('{').Number("slot", slot).Number("number", m_message.header.font_numbers[slot]);
-        m_json.Bytes("name", header.Name()).Bytes("file", record->file_name);
+        m_json.Bytes("name", header.Name()).Key("file");
+        Path(record->file_name);
         m_json.Number("height", std::int16_t{header.font_height}).Number("edge_type", header.EdgeType());
         m_json.Number("edge_size", header.edge_size).Close('}');
     }
@@ -191,10 +195,8 @@ void DocumentWriter::Text(std::string_view text) {
 }
 
 void DocumentWriter::Warnings() {
-    const std::vector<std::string> warnings = WarningsOf(m_message);
-    if (warnings.empty()) return;
     m_json.Key("warnings").Open('[');
-    for (const std::string& warning : warnings) Text(warning);
+    for (const std::string& warning : WarningsOf(m_message)) Text(warning);
     m_json.Close(']');
 }
 
@@ -207,12 +209,13 @@ void DocumentWriter::Head() {
     m_json.Number("bottom", static_cast<std::int16_t>(header.frame_bottom)).Close('}');
 }
 
-std::string DocumentWriter::Write(const std::string& source) {
+std::string DocumentWriter::Write() {
     constexpr std::size_t kAroundCharacters = 8192, kCharacter = 384;  // bytes; enough for almost every message
     m_json.Reserve(kAroundCharacters + m_message.characters.size() * kCharacter);
-    m_json.Open('{').Key("source");
-    Text(source);
-    m_json.Bytes("id", m_message.id);
+    m_json.Open('{').Number("version", kJsonVersion).Key("source");
+    Path(m_message.file);
+    m_json.Key("id");
+    Text(m_message.id);
     if (m_message.rgba) {
         m_json.Bytes("kind", "picture").Bytes("insert_as", m_message.object ? "object" : "background");
     } else {
@@ -230,8 +233,8 @@ std::string DocumentWriter::Write(const std::string& source) {
 
 }  // namespace
 
-std::string MessageDocument(const MessageRecord& message, const std::string& source) {
-    return DocumentWriter(message).Write(source);
+std::string MessageDocument(const MessageRecord& message) {
+    return DocumentWriter(message).Write();
 }
 
 }  // namespace zel::document

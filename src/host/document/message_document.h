@@ -7,8 +7,8 @@
 namespace zel::document {
 
 /// A message as a JSON document: rows with their texts, characters with position, font and colours, tab fields, fonts,
-/// palette; and the warnings of WarningsOf, if there are any. One line without blanks; IndentedJson makes it readable.
-/// @param source  where the message came from, in UTF-8; invalid bytes become U+FFFD.
-std::string MessageDocument(const MessageRecord& message, const std::string& source);
+/// palette, and the warnings of WarningsOf. Paths are this system's. One line without blanks; IndentedJson makes it
+/// readable. Described in docs/json.md.
+std::string MessageDocument(const MessageRecord& message);
 
 }  // namespace zel::document

@@ -45,7 +45,7 @@ struct RowRecord {
     int top = 0;
     int bottom = 0;
     bool empty = false;
-    /// The characters that arrived, in reading order.
+    /// The characters that arrived, in reading order, as FillRowTexts sets it.
     std::string text;
 };
 

@@ -15,7 +15,8 @@ void LibraryExportService::Begin(int number) {
     }
 }
 
-void LibraryExportService::Complete(int /*number*/, const std::string& /*path*/) {
+void LibraryExportService::Complete(int number, const std::string& /*path*/) {
+    if (m_recording && !m_recording->warnings.empty()) m_with_warnings.push_back(number);
     if (m_recording) m_job.Export(std::move(*m_recording));
     m_recording.reset();
 }

@@ -25,6 +25,9 @@ class LibraryExportService : public host::ExportService {
     /// A line for each recording that could not be read and is missing from the export.
     const std::vector<std::string>& Failures() const noexcept { return m_failures; }
 
+    /// Numbers of the exported recordings that have warnings.
+    const std::vector<int>& WithWarnings() const noexcept { return m_with_warnings; }
+
   private:
     library::Library& m_library;
     const std::string m_disk;
@@ -32,6 +35,7 @@ class LibraryExportService : public host::ExportService {
     /// Between Begin and Complete.
     std::optional<library::Recording> m_recording;
     std::vector<std::string> m_failures;
+    std::vector<int> m_with_warnings;
 };
 
 }  // namespace zel::exporter

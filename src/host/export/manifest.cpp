@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "host/document/json_version.h"
+
 namespace zel::exporter {
 
 namespace {
@@ -77,21 +79,24 @@ std::string Lines(const std::vector<ManifestFile>& files) {
 
 std::string ManifestJson(const Manifest& manifest) {
     constexpr int kIndent = 2;
-    const Json document = {{"formats", manifest.formats},
-                           {"premultiplied", manifest.premultiplied},
-                           {"messages", Messages(manifest)},
-                           {"files", Files(manifest.range_files)}};
-    return document.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
+    const Json json = {{"version", document::kJsonVersion},
+                       {"formats", manifest.formats},
+                       {"premultiplied", manifest.premultiplied},
+                       {"messages", Messages(manifest)},
+                       {"files", Files(manifest.range_files)}};
+    return json.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
 std::optional<Manifest> ParseManifest(std::string_view text) {
     try {
-        const Json document = Json::parse(text);
+        const Json json = Json::parse(text);
+        // The first manifests had no version.
+        if (json.value("version", document::kJsonVersion) != document::kJsonVersion) Reject();
         Manifest manifest;
-        manifest.formats = document.at("formats").get<std::vector<std::string>>();
-        manifest.premultiplied = document.at("premultiplied").get<bool>();
-        for (const Json& entry : document.at("messages")) manifest.messages.push_back(ReadMessage(entry));
-        manifest.range_files = ReadFiles(document.at("files"));
+        manifest.formats = json.at("formats").get<std::vector<std::string>>();
+        manifest.premultiplied = json.at("premultiplied").get<bool>();
+        for (const Json& entry : json.at("messages")) manifest.messages.push_back(ReadMessage(entry));
+        manifest.range_files = ReadFiles(json.at("files"));
         return manifest;
     } catch (const Json::exception&) {
         return std::nullopt;

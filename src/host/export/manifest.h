@@ -39,7 +39,7 @@ struct Manifest {
     std::vector<ManifestFile> range_files;
 };
 
-/// manifest.json: the messages with their files, sizes, checksums and failures.
+/// manifest.json: the messages with their files, sizes, checksums and failures; described in docs/json.md.
 std::string ManifestJson(const Manifest& manifest);
 
 /// Reads what ManifestJson has written; empty for any other text. Names of files are checked: they have no separator

@@ -150,6 +150,8 @@ class Fetcher {
             return;
         }
         OpenLocal();
+        for (const unsigned long number : m_request.selection.MissingNumbers(m_messages.listing))
+            Report({.name = m_messages.shown + UsualNameOf(number), .reason = "not on the server"});
         for (const ListingEntry& entry : chosen) {
             if (m_observer.Cancelled()) return;
             if (!FetchInto(m_messages, entry) || !m_request.fonts) continue;

@@ -13,7 +13,8 @@ namespace zel::ftp {
 
 namespace {
 
-constexpr std::size_t kMaxTextSize = 64;
+/// Far more than a list for a disk needs.
+constexpr std::size_t kMaxTextSize = 4096;
 
 std::string_view Trimmed(std::string_view text) noexcept {
     while (text.starts_with(' ')) text.remove_prefix(1);
@@ -50,20 +51,17 @@ std::optional<Selection> Selection::Parse(std::string_view text, std::string& wh
     selection.m_text = text;
     if (const std::optional<NumberedName> number = NumberOf(text)) {
         selection.m_kind = Kind::kNumber;
-        selection.m_first = selection.m_last = number->number;
+        selection.m_intervals = {{number->number, number->number}};
         selection.m_tn = number->tn;
         return selection;
     }
-    const std::size_t dash = text.find('-');
-    if (dash != std::string_view::npos) {
-        const auto first = RangeEnd(text.substr(0, dash)), last = RangeEnd(text.substr(dash + 1));
-        if (first && last) {
-            if (*first > *last) return fail("the range " + Printable(text) + " ends before it begins");
-            selection.m_kind = Kind::kRange;
-            selection.m_first = *first;
-            selection.m_last = *last;
+    if (text.find_first_of(",-") != std::string_view::npos) {
+        std::string error;
+        if (selection.AddIntervals(text, error)) {
+            selection.m_kind = Kind::kList;
             return selection;
         }
+        if (!error.empty()) return fail(error);
     }
     if (text.find_first_of("*?") != std::string_view::npos) {
         if (text.find_first_of("/\\") != std::string_view::npos)
@@ -75,6 +73,45 @@ std::optional<Selection> Selection::Parse(std::string_view text, std::string& wh
     return selection;
 }
 
+/// @param why  receives the error of what can only be a list.
+/// @return false for a text that is none.
+bool Selection::AddIntervals(std::string_view text, std::string& why) {
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(',', begin), text.size());
+        const std::string_view part = text.substr(begin, end - begin);
+        const std::size_t dash = part.find('-');
+        const auto first = RangeEnd(part.substr(0, dash));
+        const auto last = dash == std::string_view::npos ? first : RangeEnd(part.substr(dash + 1));
+        if (!first || !last) return false;
+        if (*first > *last) {
+            why = "the range " + Printable(part) + " ends before it begins";
+            return false;
+        }
+        m_intervals.push_back({*first, *last});
+        begin = end + 1;
+    }
+    return true;
+}
+
+bool Selection::Selects(unsigned long number) const noexcept {
+    return std::ranges::any_of(m_intervals, [number](const Interval& interval) {
+        return interval.first <= number && number <= interval.last;
+    });
+}
+
+std::vector<unsigned long> Selection::MissingNumbers(const Listing& listing) const {
+    std::vector<unsigned long> missing;
+    if (m_kind != Kind::kList) return missing;
+    for (const Interval& interval : m_intervals) {
+        const bool is_there = std::ranges::any_of(listing.entries, [&](const ListingEntry& entry) {
+            const std::optional<NumberedName> number = NumberOf(entry.name);
+            return number && !number->tn && number->number == interval.first && entry.kind != EntryKind::kDirectory;
+        });
+        if (interval.first == interval.last && !is_there) missing.push_back(interval.first);
+    }
+    return missing;
+}
+
 std::vector<const ListingEntry*> Selection::Choose(const Listing& listing) const {
     switch (m_kind) {
         case Kind::kName:
@@ -82,7 +119,7 @@ std::vector<const ListingEntry*> Selection::Choose(const Listing& listing) const
         case Kind::kPattern:
             return ChooseByPattern(listing);
         case Kind::kNumber:
-        case Kind::kRange:
+        case Kind::kList:
             break;
     }
     return ChooseByNumber(listing);
@@ -107,7 +144,7 @@ std::vector<const ListingEntry*> Selection::ChooseByNumber(const Listing& listin
     for (const ListingEntry& entry : listing.entries) {
         const std::optional<NumberedName> number = NumberOf(entry.name);
         if (!number || number->tn != m_tn || entry.kind == EntryKind::kDirectory) continue;
-        if (number->number < m_first || number->number > m_last) continue;
+        if (!Selects(number->number)) continue;
         const ListingEntry*& best = by_number[number->number];
         if (best == nullptr || Rank(entry.name) < Rank(best->name)) best = &entry;
     }
@@ -119,7 +156,7 @@ std::vector<const ListingEntry*> Selection::ChooseByNumber(const Listing& listin
 
 std::string Selection::UsualName() const {
     if (IsMany()) return {};
-    return m_kind == Kind::kName ? m_text : UsualNameOf(m_first) + (m_tn ? ".TN" : "");
+    return m_kind == Kind::kName ? m_text : UsualNameOf(m_intervals.front().first) + (m_tn ? ".TN" : "");
 }
 
 bool Matches(std::string_view pattern, std::string_view name) {

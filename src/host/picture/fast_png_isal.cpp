@@ -5,7 +5,6 @@
 // be joined.
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <mutex>
@@ -35,28 +34,27 @@ class Deflater {
     void Append(std::span<const std::uint8_t> bytes, Bytes& out) {
         // A part that can't be compressed is stored, with 5 bytes around every 65,535; the rest is the end of the part.
         const std::size_t room = bytes.size() + bytes.size() / 4096 + 512;
-        const std::size_t start = out.size();
         if (m_room.size() < room) m_room.resize(room);
-        isal_zstream stream;
-        isal_deflate_stateless_init(&stream);
-        stream.level = 1;
-        stream.level_buf = m_level.data();
-        stream.level_buf_size = static_cast<std::uint32_t>(m_level.size());
-        stream.gzip_flag = IGZIP_DEFLATE;
-        stream.flush = FULL_FLUSH;
-        stream.end_of_stream = 0;
-        stream.next_in = const_cast<std::uint8_t*>(bytes.data());
-        stream.avail_in = static_cast<std::uint32_t>(bytes.size());
-        stream.next_out = m_room.data();
-        stream.avail_out = static_cast<std::uint32_t>(room);
-        if (isal_deflate_stateless(&stream) != COMP_OK || stream.avail_in != 0) {
+        isal_deflate_stateless_init(&m_stream);
+        m_stream.hist_bits = 0;  // the default, a window of 32 KiB; the library's function does not set it
+        m_stream.level = 1;
+        m_stream.level_buf = m_level.data();
+        m_stream.level_buf_size = static_cast<std::uint32_t>(m_level.size());
+        m_stream.gzip_flag = IGZIP_DEFLATE;
+        m_stream.flush = FULL_FLUSH;
+        m_stream.end_of_stream = 0;
+        m_stream.next_in = const_cast<std::uint8_t*>(bytes.data());
+        m_stream.avail_in = static_cast<std::uint32_t>(bytes.size());
+        m_stream.next_out = m_room.data();
+        m_stream.avail_out = static_cast<std::uint32_t>(room);
+        if (isal_deflate_stateless(&m_stream) != COMP_OK || m_stream.avail_in != 0) {
             throw std::runtime_error("the rows could not be compressed");
         }
-        out.resize(start + stream.total_out);
-        std::memcpy(out.data() + start, m_room.data(), stream.total_out);
+        out.insert(out.end(), m_room.begin(), m_room.begin() + static_cast<std::ptrdiff_t>(m_stream.total_out));
     }
 
   private:
+    isal_zstream m_stream{};
     Bytes m_level = Bytes(ISAL_DEF_LVL1_DEFAULT);
     Bytes m_room;
 };
@@ -104,45 +102,38 @@ class Adler {
     std::uint32_t m_value = 1;
 };
 
-/// Whether colours change gradually in much of the rows, as in a photograph. Filters make such rows shorter, and those
-/// of characters longer.
-bool IsGradual(ConstPixelView pixels, int top, int bottom) noexcept {
-    constexpr int kRowStep = 16, kLargestStep = 24;  // the latter as sum of the four channels
-    int gradual = 0, all = 0;
-    const auto change = [](const Rgba& a, const Rgba& b) {
-        return std::abs(a.red - b.red) + std::abs(a.green - b.green) + std::abs(a.blue - b.blue) +
-               std::abs(a.alpha - b.alpha);
-    };
+/// The filter for rows. Where colours change gradually, as in a photograph, it makes them shorter; rows of characters
+/// are shorter without.
+PngFilter FilterFor(ConstPixelView pixels, int top, int bottom) noexcept {
+    constexpr int kRowStep = 16;
+    RowChanges changes;
+    int all = 0;
     for (int y = std::max(top, 1); y < bottom; y += kRowStep) {
-        const auto row = pixels.Row(y), above = pixels.Row(y - 1);
-        for (std::size_t x = 1; x < row.size(); ++x) {
-            const int least = std::min(change(row[x], row[x - 1]), change(row[x], above[x]));
-            gradual += least != 0 && least < kLargestStep ? 1 : 0;
-        }
+        changes += ChangesOf(pixels.Row(y), pixels.Row(y - 1));
         all += pixels.Width();
     }
     // A tenth: of characters, 1 to 5 % of the pixels change by little, of photographs 14 % and more.
-    return gradual * 10 > all;
+    if (changes.gradual * 10 <= all) return PngFilter::kNone;
+    return changes.from_left < changes.from_above ? PngFilter::kLeft : PngFilter::kAbove;
 }
 
 /// What the encodings of one thread after another use again.
 class Encoder {
   public:
-    std::string Encode(ConstPixelView pixels, PngForm form);
+    std::string Encode(const Picture& picture, PngForm form);
 
     /// The next one in the pool.
     std::unique_ptr<Encoder> next;
 
   private:
-    bool IsClear(int y) const noexcept { return HasZeroSamples(m_pixels.Row(y), m_type); }
     void AppendClear(int rows);
     void AppendDrawn(int top, int bottom);
-    void CopyRows(int top, int bottom) noexcept;
-    void FilterRows(int top, int bottom);
 
     Deflater m_deflater;
     ClearRows m_clear_rows;
-    Bytes m_rows, m_plain_rows, m_zlib, m_filtered;
+    Bytes m_rows, m_zlib;
+    /// The samples of a row that is filtered, and of the one above it.
+    Bytes m_row, m_above;
     // Of the current picture.
     ConstPixelView m_pixels{{}, 0, 0};
     PngColourType m_type = PngColourType::kColourAndAlpha;
@@ -150,20 +141,23 @@ class Encoder {
     Adler m_adler;
 };
 
-std::string Encoder::Encode(ConstPixelView pixels, PngForm form) {
+std::string Encoder::Encode(const Picture& picture, PngForm form) {
     constexpr std::uint8_t kStreamStart[] = {0x78, 0x01};  // deflate with a window of 32 KiB, fastest
     constexpr std::uint8_t kStreamEnd[] = {0x03, 0x00};    // a last block without bytes
+    const ConstPixelView pixels = picture.View();
     const PngHeader header = HeaderOf(pixels, form);
     m_pixels = pixels;
     m_type = header.type;
     m_row_bytes = PngRowBytes(pixels.Width(), header.type);
     m_adler = {};
+    for (Bytes* samples : {&m_row, &m_above}) samples->assign(m_row_bytes - 1, 0);
     m_zlib.assign(std::begin(kStreamStart), std::end(kStreamStart));
+    const auto is_clear = [&](int y) { return !picture.MayBeDrawn(y) || HasZeroSamples(pixels.Row(y), m_type); };
     const int rows_of_a_part = static_cast<int>(std::max<std::size_t>(kPartBytes / m_row_bytes, 1));
     for (int top = 0, bottom = 0; top < pixels.Height(); top = bottom) {
-        const bool clear = IsClear(top);
+        const bool clear = is_clear(top);
         for (bottom = top + 1; bottom < pixels.Height() && bottom - top < rows_of_a_part; ++bottom) {
-            if (IsClear(bottom) != clear) break;
+            if (is_clear(bottom) != clear) break;
         }
         if (clear) {
             AppendClear(bottom - top);
@@ -184,44 +178,21 @@ void Encoder::AppendClear(int rows) {
 
 void Encoder::AppendDrawn(int top, int bottom) {
     m_rows.resize(static_cast<std::size_t>(bottom - top) * m_row_bytes);
-    const std::size_t start = m_zlib.size();
-    CopyRows(top, bottom);
-    m_deflater.Append(m_rows, m_zlib);
-    if (IsGradual(m_pixels, top, bottom)) {
-        m_plain_rows.swap(m_rows);
-        m_rows.resize(m_plain_rows.size());
-        FilterRows(top, bottom);
-        m_filtered.clear();
-        m_deflater.Append(m_rows, m_filtered);
-        if (m_filtered.size() < m_zlib.size() - start) {
-            m_zlib.resize(start);
-            m_zlib.insert(m_zlib.end(), m_filtered.begin(), m_filtered.end());
+    const PngFilter filter = FilterFor(m_pixels, top, bottom);
+    std::uint8_t* out = m_rows.data();
+    if (filter != PngFilter::kNone && top > 0) CopySamples(m_pixels.Row(top - 1), m_type, m_above.data());
+    for (int y = top; y < bottom; ++y, out += m_row_bytes) {
+        if (filter == PngFilter::kNone) {
+            *out = static_cast<std::uint8_t>(filter);
+            CopySamples(m_pixels.Row(y), m_type, out + 1);
         } else {
-            m_rows.swap(m_plain_rows);
+            CopySamples(m_pixels.Row(y), m_type, m_row.data());
+            FilterRow(filter, m_row, m_above, SamplesOf(m_type), out);
+            m_row.swap(m_above);
         }
     }
+    m_deflater.Append(m_rows, m_zlib);
     m_adler.Add(m_rows);
-}
-
-void Encoder::CopyRows(int top, int bottom) noexcept {
-    std::uint8_t* out = m_rows.data();
-    for (int y = top; y < bottom; ++y, out += m_row_bytes) {
-        *out = 0;  // no filter
-        CopySamples(m_pixels.Row(y), m_type, out + 1);
-    }
-}
-
-void Encoder::FilterRows(int top, int bottom) {
-    const std::size_t samples = m_row_bytes - 1;
-    PngFilter filter(samples, SamplesOf(m_type), PngFilters::kSimple);
-    Bytes row(samples), above(samples);
-    if (top > 0) CopySamples(m_pixels.Row(top - 1), m_type, above.data());
-    std::uint8_t* out = m_rows.data();
-    for (int y = top; y < bottom; ++y, out += m_row_bytes) {
-        CopySamples(m_pixels.Row(y), m_type, row.data());
-        filter.Filter(row, above, out);
-        row.swap(above);
-    }
 }
 
 /// Encoders that wait for a picture. Not one for each thread: a thread that ends would need memory to free its own.
@@ -255,7 +226,7 @@ class EncoderPool {
 std::string EncodeFastPng(const Picture& picture, PngForm form) {
     static EncoderPool pool;
     std::unique_ptr<Encoder> encoder = pool.Take();
-    std::string png = encoder->Encode(picture.View(), form);
+    std::string png = encoder->Encode(picture, form);
     pool.Give(std::move(encoder));
     return png;
 }

@@ -9,8 +9,6 @@ namespace zel::picture {
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
-
 /// Samples of a pixel at most.
 constexpr std::size_t kMaxSamples = 4;
 
@@ -44,7 +42,54 @@ std::uint32_t Magnitude(std::span<const std::uint8_t> bytes) noexcept {
     return sum;
 }
 
+/// Sum of the four channels' differences that counts as much.
+constexpr int kLargeChange = 24;
+
+int Change(const Rgba& a, const Rgba& b) noexcept {
+    return std::abs(a.red - b.red) + std::abs(a.green - b.green) + std::abs(a.blue - b.blue) +
+           std::abs(a.alpha - b.alpha);
+}
+
+/// Four pixels, which the compiler processes in one vector register where there is one.
+using FourPixels [[gnu::vector_size(16)]] = std::uint8_t;
+using FourNumbers [[gnu::vector_size(16)]] = std::int32_t;
+constexpr std::size_t kFour = 4;
+
+FourPixels LoadFour(const Rgba* pixels) noexcept {
+    FourPixels four;
+    std::memcpy(&four, pixels, sizeof four);
+    return four;
+}
+
+/// As the other one, for each of four pixels.
+FourNumbers Change(FourPixels a, FourPixels b) noexcept {
+    const FourPixels larger = a > b ? a : b, smaller = a > b ? b : a;
+    const auto channels = std::bit_cast<FourNumbers>(larger - smaller);
+    const FourNumbers pairs = (channels & 0xFF00FF) + (channels >> 8 & 0xFF00FF);
+    return (pairs & 0xFFFF) + (pairs >> 16);
+}
+
 }  // namespace
+
+RowChanges ChangesOf(std::span<const Rgba> row, std::span<const Rgba> above) noexcept {
+    RowChanges changes;
+    std::size_t x = 1;
+    FourNumbers gradual{}, from_left{}, from_above{};
+    for (; x + kFour <= row.size(); x += kFour) {
+        const FourPixels four = LoadFour(&row[x]);
+        const FourNumbers left = Change(four, LoadFour(&row[x - 1])), up = Change(four, LoadFour(&above[x]));
+        const FourNumbers least = left < up ? left : up;
+        gradual -= (least != 0) & (least < kLargeChange);  // true is -1
+        from_left += left;
+        from_above += up;
+    }
+    for (std::size_t n = 0; n < kFour; ++n) changes += {gradual[n], from_left[n], from_above[n]};
+    for (; x < row.size(); ++x) {
+        const int left = Change(row[x], row[x - 1]), up = Change(row[x], above[x]), least = std::min(left, up);
+        changes += {least != 0 && least < kLargeChange ? 1 : 0, left, up};
+    }
+    return changes;
+}
 
 void CopySamples(std::span<const Rgba> pixels, PngColourType type, std::uint8_t* out) noexcept {
     if (type == PngColourType::kColourAndAlpha) {
@@ -78,31 +123,48 @@ bool HasZeroSamples(std::span<const Rgba> pixels, PngColourType type) noexcept {
     return (any_of(pixels.data(), pixels.size()) & bits) == 0;
 }
 
-PngFilter::PngFilter(std::size_t row_samples, int samples, PngFilters filters)
-    : m_samples(samples), m_filtered(filters == PngFilters::kAll ? 5 : 3, std::vector<std::uint8_t>(row_samples)) {}
-
-void PngFilter::Filter(std::span<const std::uint8_t> row, std::span<const std::uint8_t> above,
-                       std::uint8_t* out) noexcept {
-    const std::size_t step = std::min(static_cast<std::size_t>(m_samples), row.size());
-    for (std::size_t filter = 0; filter < m_filtered.size(); ++filter) {
-        Bytes& filtered = m_filtered[filter];
-        const auto subtract = [&](auto&& predict) {
-            // The first pixel has none to its left.
-            const std::uint8_t none[kMaxSamples] = {};
-            Subtract(row.data(), none, above.data(), none, step, filtered.data(), predict);
-            Subtract(row.data() + step, row.data(), above.data() + step, above.data(), row.size() - step,
-                     filtered.data() + step, predict);
-        };
-        using Sample = std::int16_t;
-        if (filter == 0) subtract([](Sample, Sample, Sample) { return 0; });
-        if (filter == 1) subtract([](Sample left, Sample, Sample) { return left; });
-        if (filter == 2) subtract([](Sample, Sample up, Sample) { return up; });
-        if (filter == 3) subtract([](Sample left, Sample up, Sample) { return (left + up) / 2; });
-        if (filter == 4) subtract(kPaeth);
+void FilterRow(PngFilter filter, std::span<const std::uint8_t> row, std::span<const std::uint8_t> above, int samples,
+               std::uint8_t* out) noexcept {
+    const std::size_t step = std::min(static_cast<std::size_t>(samples), row.size());
+    const auto subtract = [&](auto&& predict) {
+        // The first pixel has none to its left.
+        const std::uint8_t none[kMaxSamples] = {};
+        Subtract(row.data(), none, above.data(), none, step, out, predict);
+        Subtract(row.data() + step, row.data(), above.data() + step, above.data(), row.size() - step, out + step,
+                 predict);
+    };
+    *out++ = static_cast<std::uint8_t>(filter);
+    using Sample = std::int16_t;
+    switch (filter) {
+        case PngFilter::kNone:
+            std::memcpy(out, row.data(), row.size());
+            break;
+        case PngFilter::kLeft:
+            subtract([](Sample left, Sample, Sample) { return left; });
+            break;
+        case PngFilter::kAbove:
+            subtract([](Sample, Sample up, Sample) { return up; });
+            break;
+        case PngFilter::kMean:
+            subtract([](Sample left, Sample up, Sample) { return (left + up) / 2; });
+            break;
+        case PngFilter::kNearest:
+            subtract(kPaeth);
+            break;
     }
-    const auto best = std::ranges::min_element(m_filtered, {}, [](const Bytes& bytes) { return Magnitude(bytes); });
-    *out = static_cast<std::uint8_t>(best - m_filtered.begin());
-    std::memcpy(out + 1, best->data(), row.size());
+}
+
+void BestPngFilter::Filter(std::span<const std::uint8_t> row, std::span<const std::uint8_t> above,
+                           std::uint8_t* out) noexcept {
+    using enum PngFilter;
+    std::uint32_t least = UINT32_MAX;
+    for (const PngFilter filter : {kNone, kLeft, kAbove, kMean, kNearest}) {
+        FilterRow(filter, row, above, m_samples, m_tried.data());
+        const std::uint32_t magnitude = Magnitude(std::span(m_tried).subspan(1));
+        if (magnitude >= least) continue;
+        least = magnitude;
+        std::memcpy(out, m_tried.data(), m_tried.size());
+    }
 }
 
 }  // namespace zel::picture

@@ -121,21 +121,21 @@ class SmallZlib {
     Bytes m_shortest;
 };
 
-/// The rows as a file has them, each by one filter or by that which PngFilter chooses.
+/// The rows as a file has them, unfiltered or each by the best of all.
 Bytes RowsOf(const Samples& samples, int width, bool filtered) {
     const std::size_t row_samples = PngRowBytes(width, samples.type) - 1;
     if (row_samples == 0) return {};
     Bytes rows(samples.bytes.size() / row_samples * (row_samples + 1));
-    PngFilter filter(filtered ? row_samples : 0, SamplesOf(samples.type), PngFilters::kAll);
+    BestPngFilter best(row_samples, SamplesOf(samples.type));
     const Bytes zeros(row_samples);
     std::span<const std::uint8_t> above = zeros;
     std::uint8_t* out = rows.data();
     for (std::size_t start = 0; start < samples.bytes.size(); start += row_samples, out += row_samples + 1) {
         const auto row = std::span(samples.bytes).subspan(start, row_samples);
         if (filtered) {
-            filter.Filter(row, above, out);
+            best.Filter(row, above, out);
         } else {
-            std::memcpy(out + 1, row.data(), row.size());
+            FilterRow(PngFilter::kNone, row, above, 0, out);
         }
         above = row;
     }

@@ -1,7 +1,8 @@
 #include "host/recorder/make_recording.h"
 
 #include <algorithm>
-#include <ctime>
+#include <chrono>
+#include <cstdio>
 
 #include "base/field_text.h"
 #include "base/utf8.h"
@@ -16,38 +17,26 @@ namespace zel::recorder {
 
 namespace {
 
+/// Without the C library's conversion, which looks for the file of the local time zone each time.
 std::string UtcNow() {
-    const std::time_t now = std::time(nullptr);
-    std::tm utc{};
-    gmtime_r(&now, &utc);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &utc);
+    namespace chrono = std::chrono;
+    const auto now = chrono::floor<chrono::seconds>(chrono::system_clock::now());
+    const auto day = chrono::floor<chrono::days>(now);
+    const chrono::year_month_day date(day);
+    const chrono::hh_mm_ss time(now - day);
+    char text[64];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
+                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+                  static_cast<int>(time.seconds().count()));
     return text;
 }
 
-/// Whether the distance from one character to the next in a row separates words: larger than the row is high, or
-/// backwards, as between the columns of a table.
-bool IsWordGap(const document::RowRecord& row, int x, int next_x) noexcept {
-    constexpr int kLeastGap = 32;  // pixels; for rows of little height
-    return next_x < x || next_x - x > std::max(row.bottom - row.top, kLeastGap);
-}
-
-/// The texts of the rows, one line each. A blank is inserted in a gap between words that has none.
+/// The texts of the rows that have one, one line each.
 std::string TextOf(const document::MessageRecord& message) {
     std::string bytes;
-    std::size_t last_row = message.rows.size();
-    int last_x = 0;
-    for (const document::CharacterRecord& character : message.characters) {
-        const auto row = static_cast<std::size_t>(character.info.row_index);
-        if (row >= message.rows.size()) continue;
-        if (row != last_row) {
-            if (!bytes.empty()) bytes += '\n';
-        } else if (bytes.back() != ' ' && IsWordGap(message.rows[row], last_x, character.info.x)) {
-            bytes += ' ';
-        }
-        bytes += static_cast<char>(character.character);
-        last_row = row;
-        last_x = character.info.x;
+    for (const document::RowRecord& row : message.rows) {
+        if (!row.text.empty()) bytes += (bytes.empty() ? "" : "\n") + row.text;
     }
     return base::Utf8FromLatin1(bytes);
 }
@@ -70,7 +59,7 @@ void AddParts(const document::MessageRecord& message, library::Recording& record
     }
     recording.warnings = document::WarningsOf(message);
     recording.text = TextOf(message);
-    recording.document = document::MessageDocument(message, system::NativePath(message.file.c_str()));
+    recording.document = document::MessageDocument(message);
 }
 
 /// Warns of the files that are there but could not be read again, so that it stays unknown whether they change.

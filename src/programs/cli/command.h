@@ -9,8 +9,8 @@ class App;
 
 namespace zel::cli {
 
-/// Exit codes of the program.
-enum class ExitCode : int { kDone = 0, kNotDone = 1, kWrongArguments = 2 };
+/// Exit codes of the program. A command that a signal has stopped ends with 128 and the signal's number.
+enum class ExitCode : int { kDone = 0, kNotDone = 1, kWrongArguments = 2, kSignal = 128 };
 
 /// The command failed; what() names the file and the reason in one line.
 class CommandError : public std::runtime_error {

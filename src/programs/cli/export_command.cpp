@@ -6,8 +6,10 @@
 #include <vector>
 
 #include <CLI/App.hpp>
+#include <nlohmann/json.hpp>
 
 #include "base/text.h"
+#include "host/document/json_version.h"
 #include "host/export/export_formats.h"
 #include "host/export/export_job.h"
 #include "host/export/library_export_service.h"
@@ -15,9 +17,13 @@
 #include "host/run/export_run.h"
 #include "module/contract/message_id.h"
 #include "programs/cli/diagnostics.h"
+#include "programs/cli/export_stream.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/json_output.h"
+#include "programs/cli/number_selection.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
+#include "programs/cli/output_file.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
@@ -28,11 +34,15 @@ namespace {
 
 struct ExportArguments {
     std::string library, directory;
-    host::NumberRange range;
+    std::vector<std::string> words;  // of NUMBERS
+    NumberSelection numbers;
     std::optional<std::string> name, trace, settings;
     std::vector<std::string> formats{"png"};
     exporter::ExportOptions options;
     int jobs = DefaultJobs();
+    bool strict = false, json = false;
+
+    bool IsStream() const { return directory == "-"; }
 };
 
 /// The disk of --disk, else the only one.
@@ -48,14 +58,33 @@ std::string DiskOf(library::Library& library, const ExportArguments& arguments) 
     throw CommandError(arguments.library + ": contains several disks; choose one with --disk: " + names);
 }
 
+/// @param failures  of single files.
+nlohmann::ordered_json SummaryJson(const ExportArguments& arguments, const std::string& disk,
+                                   const run::ExportOutcome& outcome, const exporter::ExportSummary& summary,
+                                   const std::vector<std::string>& failures) {
+    return {{"version", document::kJsonVersion},
+            {"library", arguments.library},
+            {"disk", disk},
+            {"directory", arguments.directory},
+            {"stopped", outcome.end == run::BatchEnd::kStopped},
+            {"messages", summary.messages},
+            {"failed_messages", summary.failed_messages},
+            {"files", summary.files},
+            {"bytes", summary.bytes},
+            {"failures", failures}};
+}
+
+std::string NoMessage(const ExportArguments& arguments) {
+    return arguments.library +
+           (arguments.numbers.IsAll() ? ": contains no message" : ": contains no message of this range");
+}
+
 /// The failures in one line; empty for none. Several are also printed as notes.
+/// @param failures  of single files.
 std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& outcome,
-                    const exporter::ExportSummary& summary, const std::vector<std::string>& unreadable) {
-    if (outcome.end == run::BatchEnd::kStopped) return arguments.library + ": stopped before the end of the range";
+                    const exporter::ExportSummary& summary, const std::vector<std::string>& failures) {
     if (!outcome.order_breaches.empty()) return "the module violated its contract: " + outcome.order_breaches.front();
-    std::vector<std::string> failures = unreadable;
-    failures.insert(failures.end(), summary.failures.begin(), summary.failures.end());
-    if (failures.empty() && summary.messages == 0) return arguments.library + ": contains no message of this range";
+    if (failures.empty() && summary.messages == 0) return NoMessage(arguments);
     if (failures.empty()) return {};
     for (const std::string& failure : failures) PrintNote(failure);
     return base::Counted(failures.size(), "file") + " could not be exported, the first: " + failures.front();
@@ -79,8 +108,74 @@ void CheckFiles(const ExportArguments& arguments) {
     files.ReadLibrary(arguments.library);
     files.ReadSettings(arguments.settings);
     files.Write(arguments.trace, "--trace");
-    files.WriteInto(arguments.directory, IsExportFile);
+    if (!arguments.IsStream()) files.WriteInto(arguments.directory, IsExportFile);
     CheckOutputs(files);
+}
+
+/// The ranges, one after another, until one is refused or stopped.
+run::ExportOutcome RunRanges(const ExportArguments& arguments, host::ExportService& service, RunObservers& observers) {
+    run::ExportOutcome outcome;
+    const std::string directory = arguments.IsStream() ? "." : arguments.directory;
+    for (const host::NumberRange& range : arguments.numbers.Ranges()) {
+        outcome = run::RunExport({range, directory, &service, false, WasInterrupted}, observers.All());
+        if (outcome.end != run::BatchEnd::kCompleted || !outcome.order_breaches.empty()) break;
+    }
+    observers.CommitTrace();
+    if (outcome.end == run::BatchEnd::kRefused) throw CommandError(arguments.library + ": " + outcome.failure);
+    return outcome;
+}
+
+ExitCode ReportStop(const ExportArguments& arguments) {
+    PrintError(arguments.library + ": stopped before the end of the range");
+    return InterruptCode();
+}
+
+/// The file of a single message on standard output.
+ExitCode ExportStream(const ExportArguments& arguments, library::Library& library, RunObservers& observers) {
+    SingleExportService service(library, DiskOf(library, arguments));
+    const run::ExportOutcome outcome = RunRanges(arguments, service, observers);
+    if (outcome.end == run::BatchEnd::kStopped) return ReportStop(arguments);
+    if (!outcome.order_breaches.empty())
+        throw CommandError("the module violated its contract: " + outcome.order_breaches.front());
+    if (!service.Recording()) throw CommandError(NoMessage(arguments));
+    if (service.Count() > 1) {
+        throw CommandError(arguments.library + ": contains " + std::to_string(service.Count()) +
+                           " messages of this range, and standard output takes one");
+    }
+    const std::string& format = arguments.formats.front();
+    const OutputContent content = IsText(format) ? OutputContent::kText : OutputContent::kBinary;
+    OutputFile file(arguments.directory, content);
+    try {
+        file.Write(ExportedFileOf(*service.Recording(), format, arguments.options));
+    } catch (const std::runtime_error& error) {
+        throw CommandError(arguments.library + ": " + base::NumberedName(service.Recording()->number) + ": " +
+                           error.what());
+    }
+    file.Commit();
+    if (arguments.strict && !service.Recording()->warnings.empty())
+        PrintWarning(base::NumberedName(service.Recording()->number) + ": recorded with warnings");
+    return ExitCode::kDone;
+}
+
+ExitCode ExportFiles(const ExportArguments& arguments, library::Library& library, RunObservers& observers) {
+    exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options, arguments.jobs);
+    const std::string disk = DiskOf(library, arguments);
+    exporter::LibraryExportService service(library, disk, job);
+    const run::ExportOutcome outcome = RunRanges(arguments, service, observers);
+    const exporter::ExportSummary summary = job.Finish();
+    if (arguments.strict) {
+        for (const int number : service.WithWarnings())
+            PrintWarning(base::NumberedName(number) + ": recorded with warnings");
+    }
+    PrintLine(base::Counted(static_cast<std::uint64_t>(summary.messages), "message") + ", " +
+              std::to_string(summary.files) + " files in " + arguments.directory);
+    std::vector<std::string> failures = service.Failures();
+    failures.insert(failures.end(), summary.failures.begin(), summary.failures.end());
+    if (arguments.json) PrintJson(SummaryJson(arguments, disk, outcome, summary, failures));
+    if (outcome.end == run::BatchEnd::kStopped) return ReportStop(arguments);
+    const std::string failure = Failure(arguments, outcome, summary, failures);
+    if (!failure.empty()) throw CommandError(failure);
+    return ExitCode::kDone;
 }
 
 ExitCode RunExportCommand(const ExportArguments& arguments) {
@@ -88,26 +183,22 @@ ExitCode RunExportCommand(const ExportArguments& arguments) {
     const SettingsScope settings(arguments.settings);
     library::Library library(arguments.library, library::Access::kRead);
     RunObservers observers(arguments.trace);
-    exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options, arguments.jobs);
-    exporter::LibraryExportService service(library, DiskOf(library, arguments), job);
     HandleInterrupts();
-    const run::ExportOutcome outcome =
-        run::RunExport({arguments.range, arguments.directory, &service, false, WasInterrupted}, observers.All());
-    observers.CommitTrace();
-    if (outcome.end == run::BatchEnd::kRefused) throw CommandError(arguments.library + ": " + outcome.failure);
-    const exporter::ExportSummary summary = job.Finish();
-    if (!observers.TraceIsStandardOutput()) {
-        PrintLine(base::Counted(static_cast<std::uint64_t>(summary.messages), "message") + ", " +
-                  std::to_string(summary.files) + " files in " + arguments.directory);
-    }
-    const std::string failure = Failure(arguments, outcome, summary, service.Failures());
-    if (!failure.empty()) throw CommandError(failure);
+    const ExitCode code =
+        arguments.IsStream() ? ExportStream(arguments, library, observers) : ExportFiles(arguments, library, observers);
     settings.PrintAnyNote();
-    return ExitCode::kDone;
+    return code == ExitCode::kDone ? StrictCode(arguments.strict) : code;
 }
 
-void ListFormats() {
+void ListFormats(bool json) {
     for (const exporter::ExportFormat& format : exporter::ExportFormats()) {
+        if (json) {
+            PrintJson({{"version", document::kJsonVersion},
+                       {"name", format.name},
+                       {"description", format.description},
+                       {"has_alpha", format.has_alpha}});
+            continue;
+        }
         std::cout << format.name << std::string(format.name.size() < 10 ? 10 - format.name.size() : 1, ' ')
                   << format.description << "\n";
     }
@@ -120,6 +211,26 @@ std::string CheckFormat(const std::string& name) {
     return "\"" + name + "\" is not a format; see --list-formats";
 }
 
+// Options that go together, and that have an effect.
+void CheckOptions(const CLI::App& command, ExportArguments& arguments) {
+    ParseNumbers(arguments.words, arguments.numbers);
+    const auto& formats = arguments.formats;
+    const auto is_any = [&](auto test) { return std::ranges::any_of(formats, test); };
+    Require(command, "--premultiplied",
+            is_any([](const std::string& name) { return exporter::FindExportFormat(name)->has_alpha; }),
+            "--format png, square or tga");
+    Require(command, "--small",
+            is_any([](const std::string& name) { return name != "json" && name != "tga" && name != "html"; }),
+            "--format png, key-fill, square or sheet");
+    if (arguments.IsStream()) {
+        if (formats.size() != 1 || !IsSingleFile(formats.front()))
+            throw CLI::ValidationError("--out", "standard output takes one --format that makes a single file");
+        Require(command, "--jobs", false, "a directory of files");
+    }
+    const std::optional<std::string> directory(arguments.directory);
+    ReserveStandardOutputFor({{"--out", &directory}, {"--trace", &arguments.trace}}, arguments.json);
+}
+
 }  // namespace
 
 void AddExportCommand(CLI::App& app, CommandRun& run) {
@@ -127,12 +238,17 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     CLI::App& command =
         *app.add_subcommand("export", "Writes recorded messages as files, through the module's batch export.");
     AddArgument(command, "LIBRARY", arguments->library, "the library, a file that zeltrans batch has written");
-    AddRange(command, arguments->range);
-    AddRequired(command, "--out", arguments->directory, "DIR", "the directory for the files, created if it is missing");
+    AddNumbers(command, arguments->words, "the whole disk");
+    AddRequired(command, "--out", arguments->directory, "DIR|-",
+                "the directory for the files, created if it is missing; - writes the file of a single message to "
+                "standard output");
     command.add_option("--format", arguments->formats, "a format to write; may be repeated [png]")
         ->type_name("NAME")
         ->check(CheckFormat, "");
-    command.add_flag_callback("--list-formats", ListFormats, "print the formats and exit")->trigger_on_parse();
+    // Before --list-formats, which is carried out in this order before it is noticed that arguments are missing.
+    AddJson(command, arguments->json, "print a summary, or each of the formats, as a JSON object in one line");
+    command.add_flag_callback(
+        "--list-formats", [arguments] { ListFormats(arguments->json); }, "print the formats and exit");
     command.add_flag("--premultiplied", arguments->options.premultiplied,
                      "premultiply colours by alpha, in formats with an alpha channel");
     AddSmall(command, arguments->options.effort);
@@ -140,8 +256,13 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     AddJobs(command, arguments->jobs, "messages exported in parallel");
     AddTrace(command, arguments->trace);
     AddSettings(command, arguments->settings);
-    AddExample(command, "zeltrans export messages.zellib 1 9999 --out pictures --format html");
-    command.callback([arguments, &run] { run = [arguments] { return RunExportCommand(*arguments); }; });
+    AddStrict(command, arguments->strict);
+    AddVerbosity(command, false);
+    AddExample(command, "zeltrans export messages.zellib --out pictures --format html");
+    command.callback([arguments, &command, &run] {
+        CheckOptions(command, *arguments);
+        run = [arguments] { return RunExportCommand(*arguments); };
+    });
 }
 
 }  // namespace zel::cli

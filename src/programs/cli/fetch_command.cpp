@@ -4,6 +4,7 @@
 #include <memory>
 
 #include <CLI/App.hpp>
+#include <nlohmann/json.hpp>
 
 #include "host/ftp/fetch.h"
 #include "host/ftp/remote_url.h"
@@ -12,19 +13,28 @@
 #include "programs/cli/fetch_progress.h"
 #include "programs/cli/ftp_password.h"
 #include "programs/cli/interrupt.h"
+#include "programs/cli/json_output.h"
 #include "programs/cli/options.h"
+#include "programs/cli/run_options.h"
 
 namespace zel::cli {
 
 namespace {
 
 struct FetchArguments {
-    std::string url, range, to;
+    std::string url, to;
+    std::vector<std::string> words;  // of the selection
     std::optional<std::string> user, netrc, certificates;
     ftp::Tls tls = ftp::Tls::kTry;
     int connect_seconds = 15, stall_seconds = 30;
-    bool active = false, overwrite = false, no_fonts = false;
+    bool active = false, overwrite = false, no_fonts = false, json = false;
 };
+
+/// The text of a selection: all names, one argument as it is, or the range of two.
+std::string SelectionText(const std::vector<std::string>& words) {
+    if (words.empty()) return "*";
+    return words.size() == 1 ? words[0] : words[0] + "-" + words[1];
+}
 
 /// Why not every requested file is there.
 std::string FailureOf(const ftp::FetchReport& report) {
@@ -53,18 +63,22 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
     const auto session = ftp::MakeFtpSession(
         std::move(server), [] { return WasInterrupted(); }, why);
     if (!session) throw CommandError(why);
-    FetchProgress progress;
+    FetchProgress progress(arguments.json);
     const ftp::FetchRequest request{.source = url.host + (url.port == 0 ? "" : ":" + std::to_string(url.port)),
                                     .directory = url.directory,
-                                    .selection = *ftp::Selection::Parse(arguments.range, why),
+                                    .selection = *ftp::Selection::Parse(SelectionText(arguments.words), why),
                                     .to = arguments.to,
                                     .overwrite = arguments.overwrite,
                                     .fonts = !arguments.no_fonts,
                                     .listing_limits = {}};
     const ftp::FetchReport report = ftp::RunFetch(*session, request, progress);
     progress.Clear();
+    if (arguments.json) PrintJson(FetchSummaryJson(report));
     if (!report.files.empty()) PrintLine(report.Summary());
-    if (report.cancelled) throw CommandError("interrupted; run the same command again to resume");
+    if (report.cancelled) {
+        PrintError("interrupted; run the same command again to resume");
+        return InterruptCode();
+    }
     if (!report.failure.empty()) throw CommandError(report.failure);
     if (!report.Done()) throw CommandError(FailureOf(report));
     return ExitCode::kDone;
@@ -75,18 +89,15 @@ void AddOptions(CLI::App& command, FetchArguments& arguments) {
         std::string why;
         return ftp::ParseRemoteUrl(text, why) ? std::string() : why;
     };
-    const auto check_range = [](const std::string& text) {
-        std::string why;
-        return ftp::Selection::Parse(text, why) ? std::string() : why;
-    };
     constexpr int kMaxSeconds = 3600;
     AddArgument(command, "URL", arguments.url,
                 "the server and its directory: ftp://HOST/DIR, or ftps:// for TLS from the start. DIR is relative to "
                 "the login directory, or absolute if it begins with another slash")
         .check(check_url, "");
-    AddArgument(command, "RANGE", arguments.range,
-                "the messages: a number, a range such as 1-20, a name, or a pattern such as '.00*'")
-        .check(check_range, "");
+    AddNumbers(command, arguments.words, "all files")
+        .description(
+            "the messages: a list of numbers such as 12 or 1,3,7-9, FIRST LAST, a name, or a pattern such as '.00*' "
+            "[all files]");
     AddRequired(command, "--to", arguments.to, "DIR", "the local directory for the files, created if it is missing");
     AddText(command, "--user", arguments.user, "NAME",
             "the user name for the login [the one in URL, or anonymous]. The password comes from the environment "
@@ -102,10 +113,23 @@ void AddOptions(CLI::App& command, FetchArguments& arguments) {
                      "use FTP's active mode, in which the server opens the data connections");
     command.add_flag("--overwrite", arguments.overwrite, "replace existing files");
     command.add_flag("--no-fonts", arguments.no_fonts, "do not fetch the fonts that the messages use");
+    AddJson(command, arguments.json, "print one JSON object per file and a summary, each in one line");
     AddInteger(command, "--connect-timeout", arguments.connect_seconds, kMaxSeconds, "S",
                "the time limit for connecting, 1 to 3600 seconds [15]");
     AddInteger(command, "--stall-timeout", arguments.stall_seconds, kMaxSeconds, "S",
                "the time limit without data or a reply, 1 to 3600 seconds [30]");
+}
+
+void CheckOptions(const CLI::App& command, const FetchArguments& arguments) {
+    std::string why;
+    const std::string selection = SelectionText(arguments.words);
+    if (!ftp::Selection::Parse(selection, why)) throw CLI::ValidationError("NUMBERS", why);
+    const ftp::RemoteUrl url = *ftp::ParseRemoteUrl(arguments.url, why);
+    Require(command, "--netrc", !arguments.user.value_or(url.user).empty(), "--user or a user in URL");
+    Require(command, "--ca", arguments.tls == ftp::Tls::kRequire || url.tls_from_start, "--tls require or ftps://");
+    if (url.tls_from_start && command.count("--tls") != 0 && arguments.tls != ftp::Tls::kRequire)
+        throw CLI::ValidationError("--tls", "ftps:// always requires TLS");
+    ReserveStandardOutputFor({}, arguments.json);
 }
 
 }  // namespace
@@ -115,8 +139,12 @@ void AddFetchCommand(CLI::App& app, CommandRun& run) {
     CLI::App& command =
         *app.add_subcommand("fetch", "Fetches messages and the fonts that they use from an FTP server.");
     AddOptions(command, *arguments);
+    AddVerbosity(command, false);
     AddExample(command, "zeltrans fetch ftp://192.0.2.7/DISK 1-20 --to DISK");
-    command.callback([arguments, &run] { run = [arguments] { return RunFetchCommand(*arguments); }; });
+    command.callback([arguments, &command, &run] {
+        CheckOptions(command, *arguments);
+        run = [arguments] { return RunFetchCommand(*arguments); };
+    });
 }
 
 }  // namespace zel::cli

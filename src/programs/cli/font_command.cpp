@@ -16,9 +16,12 @@
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
+#include "programs/cli/output_file.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
+#include "programs/cli/spooled_input.h"
+#include "programs/cli/standard_input.h"
 
 namespace zel::cli {
 
@@ -27,6 +30,9 @@ namespace {
 struct FontArguments {
     run::FontRunRequest request;
     std::optional<std::string> png, trace, settings;
+    bool strict = false;
+    /// Of the font file, in texts.
+    std::string name;
 };
 
 /// What the summary reports about the font.
@@ -44,12 +50,12 @@ FontSummary Summarize(const tag_font_memory& slot) {
 
 void PrintSheetNotes(const picture::GlyphSheet& sheet) {
     if (!sheet.failures.empty()) {
-        PrintNote("glyphs that could not be drawn, red in the sheet: " + std::to_string(sheet.failures.size()) + "; " +
-                  sheet.failures.front());
+        PrintWarning("glyphs that could not be drawn, red in the sheet: " + std::to_string(sheet.failures.size()) +
+                     "; " + sheet.failures.front());
     }
     if (sheet.cut != 0) {
-        PrintNote("glyphs larger than " + std::to_string(picture::kLargestGlyphCell) +
-                  " pixels, of which the sheet shows only a part: " + std::to_string(sheet.cut));
+        PrintWarning("glyphs larger than " + std::to_string(picture::kLargestGlyphCell) +
+                     " pixels, of which the sheet shows only a part: " + std::to_string(sheet.cut));
     }
 }
 
@@ -81,28 +87,50 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     });
     observers.CommitTrace();
     if (!outcome.Done()) throw CommandError(outcome.failure);
-    if (arguments.png) picture::WritePng(png, sheet.picture);
-    if (outcome.read_from) PrintNote("read from " + *outcome.read_from);
-    PrintSheetNotes(sheet);
-    if (!observers.TraceIsStandardOutput()) {
-        PrintLine(arguments.request.file + ": \"" + summary.name + "\", height " + std::to_string(summary.height) +
-                  ", " + base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph") +
-                  (arguments.png ? "; wrote " + *arguments.png : ""));
+    if (png == "-") {
+        WriteBinaryOutput(png, picture::EncodePng(sheet.picture));
+    } else if (arguments.png) {
+        picture::WritePng(png, sheet.picture);
     }
+    if (outcome.read_from) PrintWarning("read from " + *outcome.read_from);
+    PrintSheetNotes(sheet);
+    PrintLine(arguments.name + ": \"" + summary.name + "\", height " + std::to_string(summary.height) + ", " +
+              base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph") +
+              (arguments.png ? "; wrote " + *arguments.png : ""));
     settings.PrintAnyNote();
-    return ExitCode::kDone;
+    return StrictCode(arguments.strict);
+}
+
+ExitCode RunNamedFont(FontArguments arguments) {
+    arguments.name = arguments.request.file;
+    if (!IsStandardInput(arguments.name)) return RunFontCommand(arguments);
+    const SpooledInput input("MACHINE");
+    arguments.request.file = input.Path();
+    arguments.name = kStandardInput;
+    try {
+        return RunFontCommand(arguments);
+    } catch (const CommandError& error) {
+        throw CommandError(input.Shown(error.what()));
+    }
+}
+
+void CheckOptions(const CLI::App& command, const FontArguments& arguments) {
+    RequireFontPrompt(command, arguments.request.warnings, arguments.request.box_answer);
+    ReserveStandardOutputFor({{"--png", &arguments.png}, {"--trace", &arguments.trace}});
 }
 
 void AddOptions(CLI::App& command, FontArguments& arguments) {
     run::FontRunRequest& request = arguments.request;
-    AddArgument(command, "FONTFILE", request.file, "the font file, such as DISK/MACHINE/.0012");
-    AddPath(command, "--png", arguments.png, "FILE", "write a sheet of all glyphs with their codes as PNG");
+    AddArgument(command, "FONTFILE", request.file, "the font file, such as DISK/MACHINE/.0012; - is standard input");
+    AddPath(command, "--png", arguments.png, "FILE|-", "write a sheet of all glyphs with their codes as PNG");
     AddTrace(command, arguments.trace);
     command.add_flag("--warnings", request.warnings,
                      "turn the module's warnings on and print each message box on standard error");
     AddFontPrompt(command, request.box_answer, request.browse);
     AddMaps(command, request.maps);
     AddSettings(command, arguments.settings);
+    AddStrict(command, arguments.strict);
+    AddVerbosity(command, false);
     AddExample(command, "zeltrans font DISK/MACHINE/.0012 --png glyphs.png");
 }
 
@@ -113,7 +141,10 @@ void AddFontCommand(CLI::App& app, CommandRun& run) {
     CLI::App& command =
         *app.add_subcommand("font", "Reads one font without a message and writes a sheet of its glyphs or a trace.");
     AddOptions(command, *arguments);
-    command.callback([arguments, &run] { run = [arguments] { return RunFontCommand(*arguments); }; });
+    command.callback([arguments, &command, &run] {
+        CheckOptions(command, *arguments);
+        run = [arguments] { return RunNamedFont(*arguments); };
+    });
 }
 
 }  // namespace zel::cli

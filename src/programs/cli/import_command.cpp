@@ -21,6 +21,8 @@
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
+#include "programs/cli/spooled_input.h"
+#include "programs/cli/standard_input.h"
 
 namespace zel::cli {
 
@@ -32,6 +34,9 @@ struct ImportArguments {
     host::TracePixels pixels = host::TracePixels::kNo;
     bool warnings = false;
     bool fields = false;
+    bool strict = false;
+    /// Of the message, in texts.
+    std::string name;
     picture::PngEffort effort = picture::PngEffort::kFast;
 };
 
@@ -86,27 +91,33 @@ ExitCode Import::Run() {
     const run::ImportOutcome outcome = run::RunImport(m_arguments.request, m_observers.All());
     m_observers.CommitTrace();
     if (!outcome.Done()) throw CommandError(outcome.failure);
+    PrintDetail("message " + m_arguments.name);
     if (m_arguments.png) WritePicture(outcome);
     if (m_json && outcome.message) WriteDocument(*outcome.message);
     PrintSummary(outcome);
     m_settings.PrintAnyNote();
-    return ExitCode::kDone;
+    return StrictCode(m_arguments.strict);
 }
 
 void Import::WritePicture(const run::ImportOutcome& outcome) {
     std::optional<picture::Picture> picture = m_picture.TakePicture();
     if (!picture) {
         const std::string& error = m_picture.RgbaError();
-        PrintNote(m_arguments.request.message +
-                  (!outcome.message ? " was not inserted; "
-                   : !error.empty() ? ": " + error + "; "
-                                    : " has no picture; ") +
-                  *m_arguments.png + " was not written");
+        PrintWarning(m_arguments.name +
+                     (!outcome.message ? " was not inserted; "
+                      : !error.empty() ? ": " + error + "; "
+                                       : " has no picture; ") +
+                     *m_arguments.png + " was not written");
         return;
     }
     if (m_arguments.fields) picture::DrawTabFields(*picture, *outcome.message);
     try {
-        picture::WritePng(m_png, *picture, {.effort = m_arguments.effort});
+        const picture::PngForm form{.effort = m_arguments.effort};
+        if (m_png == "-") {
+            WriteBinaryOutput(m_png, picture::EncodePng(*picture, form));
+        } else {
+            picture::WritePng(m_png, *picture, form);
+        }
     } catch (const std::runtime_error& error) {
         throw CommandError(error.what());
     }
@@ -119,13 +130,22 @@ void Import::WritePicture(const run::ImportOutcome& outcome) {
 }
 
 void Import::WriteDocument(const document::MessageRecord& message) {
-    m_json->Write(document::IndentedJson(document::MessageDocument(message, m_arguments.request.message)) + "\n");
+    std::string text;
+    if (m_arguments.name == kStandardInput) {
+        // Not the name of the spooled file, which is gone afterwards.
+        document::MessageRecord unnamed = message;
+        unnamed.file = "-";
+        text = document::MessageDocument(unnamed);
+    } else {
+        text = document::MessageDocument(message);
+    }
+    m_json->Write(document::IndentedJson(text) + "\n");
     m_json->Commit();
     m_written += ", " + *m_arguments.json;
 }
 
 void Import::PrintSummary(const run::ImportOutcome& outcome) const {
-    std::string line = m_arguments.request.message + ": ";
+    std::string line = m_arguments.name + ": ";
     if (!outcome.message) {
         line += "an RGBA picture, not inserted";
     } else if (outcome.message->rgba) {
@@ -134,15 +154,20 @@ void Import::PrintSummary(const run::ImportOutcome& outcome) const {
         line += base::Counted(outcome.message->rows.size(), "row") + ", " +
                 base::Counted(outcome.message->characters.size(), "character");
         if (!outcome.message->tabs.empty()) line += ", " + base::Counted(outcome.message->tabs.size(), "tab field");
-        for (const std::string& warning : document::WarningsOf(*outcome.message)) PrintNote(warning);
+        for (const std::string& warning : document::WarningsOf(*outcome.message)) PrintWarning(warning);
     }
     if (!m_written.empty()) line += "; wrote " + m_written.substr(2);
-    if (!m_observers.TraceIsStandardOutput()) PrintLine(line);
+    PrintLine(line);
+    if (!outcome.message) return;
+    for (const auto& font : outcome.message->fonts) {
+        if (font) PrintDetail("font " + system::NativePath(font->file_name.c_str()));
+    }
 }
 
 void AddInputs(CLI::App& command, ImportArguments& arguments) {
     run::ImportRequest& request = arguments.request;
-    AddArgument(command, "MESSAGE", request.message, "the message file, such as DISK/MESSAGES/.0012");
+    AddArgument(command, "MESSAGE", request.message,
+                "the message file, such as DISK/MESSAGES/.0012; - is standard input, whose fonts are those of --fonts");
     AddPath(command, "--fonts", request.fonts, "DIR",
             "the directory of the font files [MACHINE beside the message's directory]");
     AddMaps(command, request.host.maps);
@@ -150,11 +175,11 @@ void AddInputs(CLI::App& command, ImportArguments& arguments) {
 }
 
 void AddOutputs(CLI::App& command, ImportArguments& arguments) {
-    AddPath(command, "--png", arguments.png, "FILE",
+    AddPath(command, "--png", arguments.png, "FILE|-",
             "write the picture as PNG: 720 x 486 pixels for NTSC, 720 x 576 for PAL; an RGBA picture in its own size");
     AddSmall(command, arguments.effort);
     command.add_flag("--fields", arguments.fields, "with --png: draw the frames and names of the tab fields");
-    AddPath(command, "--json", arguments.json, "FILE", "write the message as a JSON document");
+    AddPath(command, "--json", arguments.json, "FILE|-", "write the message as a JSON document");
     AddTrace(command, arguments.trace);
     AddTracePixels(command, arguments.pixels);
 }
@@ -167,6 +192,28 @@ void AddChoices(CLI::App& command, ImportArguments& arguments) {
     AddHostOptions(command, request.host, request.rgba);
 }
 
+ExitCode RunImportCommand(ImportArguments arguments) {
+    arguments.name = arguments.request.message;
+    if (!IsStandardInput(arguments.name)) return Import(arguments).Run();
+    const SpooledInput input("MESSAGES");
+    arguments.request.message = input.Path();
+    arguments.name = kStandardInput;
+    try {
+        return Import(arguments).Run();
+    } catch (const CommandError& error) {
+        throw CommandError(input.Shown(error.what()));
+    }
+}
+
+// Options that go together, and that have an effect.
+void CheckOptions(const CLI::App& command, const ImportArguments& arguments) {
+    Require(command, "--small", arguments.png.has_value(), "--png");
+    Require(command, "--fields", arguments.png.has_value(), "--png");
+    Require(command, "--pixels", arguments.trace.has_value(), "--trace");
+    RequireFontPrompt(command, arguments.warnings, arguments.request.box_answer);
+    ReserveStandardOutputFor({{"--png", &arguments.png}, {"--json", &arguments.json}, {"--trace", &arguments.trace}});
+}
+
 }  // namespace
 
 void AddImportCommand(CLI::App& app, CommandRun& run) {
@@ -177,9 +224,12 @@ void AddImportCommand(CLI::App& app, CommandRun& run) {
     AddOutputs(command, *arguments);
     AddChoices(command, *arguments);
     AddExample(command, "zeltrans import DISK/MESSAGES/.0012 --maps DISK --png 0012.png");
-    command.callback([arguments, &run] {
+    AddStrict(command, arguments->strict);
+    AddVerbosity(command, true);
+    command.callback([arguments, &command, &run] {
+        CheckOptions(command, *arguments);
         arguments->request.mode = arguments->warnings ? run::ImportMode::kDialog : run::ImportMode::kSilent;
-        run = [arguments] { return Import(*arguments).Run(); };
+        run = [arguments] { return RunImportCommand(*arguments); };
     });
 }
 

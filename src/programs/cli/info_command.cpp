@@ -1,5 +1,6 @@
 #include "programs/cli/info_command.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -9,10 +10,12 @@
 
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
+#include "inspect/words.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/directory_table.h"
 #include "programs/cli/options.h"
 #include "programs/cli/report_json.h"
+#include "programs/cli/standard_input.h"
 
 namespace zel::cli {
 
@@ -22,7 +25,7 @@ namespace fs = std::filesystem;
 
 struct InfoArguments {
     std::vector<std::string> files;
-    bool json = false;
+    bool json = false, strict = false;
 };
 
 class Info {
@@ -32,7 +35,9 @@ class Info {
     ExitCode Run() {
         for (const std::string& file : m_arguments.files) {
             std::error_code error;
-            if (fs::is_directory(file, error)) {
+            if (IsStandardInput(file)) {
+                ShowReport(kStandardInput, [] { return inspect::InspectBytes(ReadStandardInput(), kStandardInput); });
+            } else if (fs::is_directory(file, error)) {
                 ShowDirectory(file);
             } else {
                 ShowFile(file);
@@ -56,13 +61,20 @@ class Info {
     }
 
     void ShowFile(const std::string& file) {
+        ShowReport(file, [&] { return inspect::InspectFile(file); });
+    }
+
+    template <class Inspect>
+    void ShowReport(const std::string& file, Inspect inspect) {
         try {
-            const inspect::FileReport report = inspect::InspectFile(file);
+            const inspect::FileReport report = inspect();
             Show(m_arguments.json ? ReportJson(report) + "\n" : inspect::ReportText(report));
             const bool good =
                 report.verdict == inspect::Verdict::kWhole || report.verdict == inspect::Verdict::kReadable;
-            if (!good) Fail(file + ": " + inspect::VerdictText(report));
+            if (!good || (m_arguments.strict && report.verdict != inspect::Verdict::kWhole))
+                Fail(file + ": " + inspect::VerdictText(report));
         } catch (const std::runtime_error& error) {
+            if (m_arguments.json) Show(UnreadableJson(file, error.what()) + "\n");
             Fail(file + ": " + error.what());
         }
     }
@@ -71,12 +83,16 @@ class Info {
         const DirectoryTable table(directory);
         if (m_arguments.json) {
             for (const DirectoryEntry& entry : table.Entries()) {
-                if (entry.report) Show(ReportJson(*entry.report) + "\n");
+                Show((entry.report ? ReportJson(*entry.report)
+                                   : UnreadableJson((fs::path(directory) / entry.name).string(), entry.error)) +
+                     "\n");
             }
         } else {
             Show(table.Text());
         }
         if (!table.Failure().empty()) Fail(directory + ": " + table.Failure());
+        if (m_arguments.strict && table.DefectCount() != 0)
+            Fail(directory + ": " + inspect::Count(table.DefectCount(), "file") + " with defects");
     }
 
     const InfoArguments& m_arguments;
@@ -91,10 +107,16 @@ void AddInfoCommand(CLI::App& app, CommandRun& run) {
     CLI::App& command = *app.add_subcommand("info", "Reports the kind, the contents and the defects of files.");
     AddArgument(command, "FILE", arguments->files,
                 "message, font, RGBA picture or name list files, or directories, which are read with their "
-                "subdirectories");
-    command.add_flag("--json", arguments->json, "print one JSON object per file, each in one line");
+                "subdirectories; - is standard input");
+    AddJson(command, arguments->json, "print one JSON object per file, each in one line");
+    command.add_flag("--strict", arguments->strict, "end with exit code 1 if there are defects too");
+    AddVerbosity(command, false);
     AddExample(command, "zeltrans info DISK/MESSAGES/.0012\n  zeltrans info DISK");
-    command.callback([arguments, &run] { run = [arguments] { return Info(*arguments).Run(); }; });
+    command.callback([arguments, &run] {
+        if (std::ranges::count_if(arguments->files, IsStandardInput) > 1)
+            throw CLI::ValidationError("FILE", "standard input can be read once");
+        run = [arguments] { return Info(*arguments).Run(); };
+    });
 }
 
 }  // namespace zel::cli

@@ -9,8 +9,8 @@ namespace {
 
 volatile std::sig_atomic_t g_interrupted = 0;
 
-extern "C" void OnInterrupt(int /*signal*/) {
-    g_interrupted = 1;
+extern "C" void OnInterrupt(int signal) {
+    g_interrupted = signal;
 }
 
 }  // namespace
@@ -29,6 +29,10 @@ void HandleInterrupts() {
 
 bool WasInterrupted() noexcept {
     return g_interrupted != 0;
+}
+
+ExitCode InterruptCode() noexcept {
+    return static_cast<ExitCode>(static_cast<int>(ExitCode::kSignal) + g_interrupted);
 }
 
 }  // namespace zel::cli

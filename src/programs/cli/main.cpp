@@ -1,3 +1,5 @@
+#include <csignal>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -15,6 +17,15 @@ namespace {
 // "info" needs none of the other commands' libraries, which take longer to load than it takes to run.
 constexpr cli::NamedCommand kOwnCommands[] = {{"info", cli::AddInfoCommand}};
 
+/// Ends the program by the signal that has stopped its command, so that a shell's loop ends with it.
+void EndBySignal(int exit_code) {
+    const int signal = exit_code - static_cast<int>(cli::ExitCode::kSignal);
+    if (signal <= 0) return;
+    std::fflush(nullptr);
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
 int RunFromLibrary(int argc, char** argv) {
     // Found through the program's run path; never unloaded.
     void* const library = ::dlopen(ZELTRANS_COMMAND_LIBRARY, RTLD_LAZY | RTLD_LOCAL);
@@ -27,13 +38,19 @@ int RunFromLibrary(int argc, char** argv) {
     return reinterpret_cast<cli::RunAnyCommandFunction>(entry)(argc, argv);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    base::PrepareProcess();
+int Run(int argc, char** argv) {
     for (const cli::NamedCommand& command : kOwnCommands) {
         if (argc > 1 && std::string_view(argv[1]) == command.name)
             return cli::RunProgram(argc, argv, kOwnCommands, [] { return std::string("zeltrans " ZELTRANS_VERSION); });
     }
     return cli::ReportFailure([&] { return RunFromLibrary(argc, argv); });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    base::PrepareProcess();
+    const int exit_code = Run(argc, argv);
+    EndBySignal(exit_code);
+    return exit_code;
 }

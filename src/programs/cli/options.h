@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,10 +34,40 @@ void AddText(CLI::App& command, const std::string& name, std::optional<std::stri
 void AddPath(CLI::App& command, const std::string& name, std::optional<std::string>& path, const std::string& type,
              const std::string& description);
 
+/// Adds an option that takes the path of a file which can't be standard output, such as a library.
+void AddNamedFile(CLI::App& command, const std::string& name, std::optional<std::string>& path,
+                  const std::string& description);
+/// Adds an option that takes the path of a directory.
+void AddDirectory(CLI::App& command, const std::string& name, std::optional<std::string>& path,
+                  const std::string& description);
+
 /// Adds an option that takes an integer.
 /// @param max  the largest valid value; the smallest is 1.
 void AddInteger(CLI::App& command, const std::string& name, int& value, int max, const std::string& type,
                 const std::string& description);
+
+/// Adds --quiet and, if there are details, --verbose.
+void AddVerbosity(CLI::App& command, bool has_details);
+
+/// Adds --strict.
+void AddStrict(CLI::App& command, bool& strict);
+
+/// Checks an option that needs something else to have an effect.
+/// @param is_met  whether the command line has `what`, such as "--png".
+/// @throws CLI::RequiresError if the option is given without it.
+void Require(const CLI::App& command, const std::string& option, bool is_met, const std::string& what);
+
+/// An option for an output, with its value.
+struct OutputOption {
+    const char* name;
+    const std::optional<std::string>* path;
+};
+/// Reserves standard output if one of the outputs is "-", or for JSON.
+/// @throws CLI::ExcludesError if it would have several outputs.
+void ReserveStandardOutputFor(std::initializer_list<OutputOption> outputs, bool json = false);
+
+/// Adds --json.
+void AddJson(CLI::App& command, bool& json, const std::string& description);
 
 /// Adds an example to the help of the command.
 void AddExample(CLI::App& command, const std::string& example);

@@ -3,11 +3,13 @@
 #include <array>
 #include <cerrno>
 #include <filesystem>
+#include <iostream>
 #include <optional>
 #include <streambuf>
 #include <system_error>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include "base/file_descriptor.h"
 #include "base/whole_file.h"
@@ -25,6 +27,15 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void FailErrno(const std::string& path) {
     Fail(path, std::generic_category().message(errno != 0 ? errno : EIO));
+}
+
+bool IsStandardOutput(const std::string& path) {
+    return path == "-";
+}
+
+void CheckStandardOutput(OutputContent content) {
+    if (content == OutputContent::kBinary && isatty(STDOUT_FILENO) == 1)
+        Fail("standard output", "it is a terminal, and the output is not text; redirect it or name a file");
 }
 
 // The target of a link, so that the link remains a link.
@@ -78,8 +89,12 @@ class OutputFile::Target : public std::streambuf {
     std::array<char, 1 << 14> m_buffer;
 };
 
-OutputFile::OutputFile(const std::string& path)
-    : m_path(path), m_target(std::make_unique<Target>(path)), m_stream(m_target.get()) {}
+OutputFile::OutputFile(const std::string& path, OutputContent content)
+    : m_path(IsStandardOutput(path) ? "standard output" : path),
+      m_target(IsStandardOutput(path) ? nullptr : std::make_unique<Target>(path)),
+      m_stream(m_target ? static_cast<std::streambuf*>(m_target.get()) : std::cout.rdbuf()) {
+    if (!m_target) CheckStandardOutput(content);
+}
 
 OutputFile::~OutputFile() = default;
 
@@ -93,7 +108,11 @@ void OutputFile::Commit() {
     // errno of a write that failed earlier is lost.
     if (!m_stream) Fail(m_path, "not everything could be written");
     errno = 0;
-    if (!m_target->Commit()) FailErrno(m_path);
+    if (!m_target) {
+        if (!m_stream.flush()) FailErrno(m_path);
+    } else if (!m_target->Commit()) {
+        FailErrno(m_path);
+    }
 }
 
 std::filesystem::path LinkTarget(const std::string& path, std::error_code& error) {
@@ -114,6 +133,10 @@ std::filesystem::path LinkTarget(const std::string& path, std::error_code& error
 }
 
 std::string CheckRegularOutput(const std::string& path) {
+    if (IsStandardOutput(path)) {
+        CheckStandardOutput(OutputContent::kBinary);
+        return path;
+    }
     std::string target = TargetOf(path);
     std::error_code error;
     const fs::file_status status = fs::status(target, error);
@@ -122,6 +145,12 @@ std::string CheckRegularOutput(const std::string& path) {
         Fail(path, "it is not a regular file");
     const OutputFile probe(path);
     return target;
+}
+
+void WriteBinaryOutput(const std::string& path, std::string_view bytes) {
+    OutputFile file(path, OutputContent::kBinary);
+    file.Write(bytes);
+    file.Commit();
 }
 
 }  // namespace zel::cli

@@ -9,11 +9,16 @@
 
 namespace zel::cli {
 
-/// An output file that appears whole or not at all, even if the machine stops. A device or a pipe is written directly.
+/// What an output contains. Binary outputs are not written to a terminal.
+enum class OutputContent { kText, kBinary };
+
+/// An output file that appears whole or not at all, even if the machine stops. A device, a pipe or standard output is
+/// written directly.
 class OutputFile {
   public:
+    /// @param path  "-" is standard output.
     /// @throws CommandError if the file cannot be written.
-    explicit OutputFile(const std::string& path);
+    explicit OutputFile(const std::string& path, OutputContent content = OutputContent::kText);
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -32,6 +37,7 @@ class OutputFile {
     class Target;
 
     std::string m_path;  // as the user gave it
+    /// None for standard output.
     std::unique_ptr<Target> m_target;
     std::ostream m_stream;
 };
@@ -40,9 +46,13 @@ class OutputFile {
 /// @param error  receives the reason when a link cannot be followed; the result is undefined then.
 std::filesystem::path LinkTarget(const std::string& path, std::error_code& error);
 
-/// Checks that a regular file can be written under a path.
+/// Checks that a regular file can be written under a path, or that standard output takes a binary output for "-".
 /// @return the path, or the target of a link of that path.
 /// @throws CommandError if it cannot, or if it is another kind of file.
 std::string CheckRegularOutput(const std::string& path);
+
+/// Writes a binary output.
+/// @throws CommandError with the reason.
+void WriteBinaryOutput(const std::string& path, std::string_view bytes);
 
 }  // namespace zel::cli

@@ -1,6 +1,7 @@
 #include "programs/cli/password_prompt.h"
 
 #include <array>
+#include <csignal>
 
 #include <fcntl.h>
 #include <termios.h>
@@ -9,6 +10,7 @@
 #include "base/file_descriptor.h"
 #include "host/ftp/remote_name.h"
 #include "programs/cli/command.h"
+#include "programs/cli/diagnostics.h"
 
 namespace zel::cli {
 
@@ -54,6 +56,10 @@ ftp::Secret AskPassword(const std::string& user, const std::string& host) {
     base::WriteFully(terminal.Get(), "\n");
     std::string password(line.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
     explicit_bzero(line.data(), line.size());
+    if (count > 0 && password.back() == kCancelKey) {
+        PrintError("no password was entered");
+        std::raise(SIGINT);
+    }
     if (count <= 0 || password.back() == kCancelKey) throw CommandError("no password was entered");
     if (password.back() == '\n') password.pop_back();
     return ftp::Secret(std::move(password));

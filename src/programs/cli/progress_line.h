@@ -1,14 +1,16 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <string>
 
 namespace zel::cli {
 
-/// Whether standard output is a terminal, so that progress is shown in one line that is redrawn.
-bool IsTerminal();
+/// Whether standard output is a terminal on which a line can be redrawn.
+bool CanRedraw();
 
-/// The line of progress on a terminal.
+/// The line of progress on a terminal. It is redrawn with carriage returns and blanks alone, without escape codes, and
+/// is cut where the terminal's line ends.
 class ProgressLine {
   public:
     /// Whether to draw again now: the line is redrawn at most ten times a second.
@@ -18,7 +20,8 @@ class ProgressLine {
     void Clear();
 
   private:
-    bool m_drawn = false;
+    /// Characters on the terminal.
+    std::size_t m_drawn = 0;
     std::chrono::steady_clock::time_point m_last_drawing;
 };
 

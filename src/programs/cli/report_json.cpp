@@ -4,7 +4,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "host/document/json_version.h"
 #include "inspect/report_text.h"
+#include "programs/cli/json_output.h"
 
 namespace zel::cli {
 
@@ -80,7 +82,7 @@ Json Message(const inspect::MessageReport& message) {
                         {"row", tab.row},
                         {"slot", OrNull(tab.slot)},
                         {"colour_set", tab.colour_set},
-                        {"rejected", tab.rejected}});
+                        {"rejected", TextOrNull(tab.rejected)}});
     }
     return {{"type_name", message.type_name},
             {"lines", ActiveLines(message.standard)},
@@ -123,10 +125,11 @@ Json Font(const inspect::FontReport& font) {
 }  // namespace
 
 std::string ReportJson(const inspect::FileReport& report) {
-    Json json = {{"name", report.name},
+    Json json = {{"version", document::kJsonVersion},
+                 {"name", report.name},
                  {"kind", inspect::KindName(report.kind)},
                  {"verdict", VerdictName(report.verdict)},
-                 {"reason", report.reason},
+                 {"reason", TextOrNull(report.reason)},
                  {"size", report.size},
                  {"file_type", OrNull(report.file_type)},
                  {"sections", Sections(report)},
@@ -136,8 +139,20 @@ std::string ReportJson(const inspect::FileReport& report) {
     if (report.font) json["font"] = Font(*report.font);
     if (report.picture) json["picture"] = {{"width", report.picture->width}, {"height", report.picture->height}};
     if (report.list) json["list"] = {{"lines", report.list->lines}, {"entries", report.list->entries}};
-    // The name of a file may be invalid UTF-8. In ASCII alone, nothing in it controls a terminal.
-    return json.dump(-1, ' ', true, Json::error_handler_t::replace);
+    return JsonText(json);
+}
+
+std::string UnreadableJson(const std::string& name, const std::string& reason) {
+    return JsonText({{"version", document::kJsonVersion},
+                     {"name", name},
+                     {"kind", nullptr},
+                     {"verdict", "unreadable"},
+                     {"reason", reason},
+                     {"size", nullptr},
+                     {"file_type", nullptr},
+                     {"sections", Json::array()},
+                     {"defects", Json::array()},
+                     {"remarks", Json::array()}});
 }
 
 }  // namespace zel::cli

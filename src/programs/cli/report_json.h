@@ -10,4 +10,7 @@ namespace zel::cli {
 /// printable ASCII appear as \xNN.
 std::string ReportJson(const inspect::FileReport& report);
 
+/// The line of a file that can't be read, in the same form.
+std::string UnreadableJson(const std::string& name, const std::string& reason);
+
 }  // namespace zel::cli

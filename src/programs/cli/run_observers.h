@@ -30,9 +30,6 @@ class RunObservers {
     /// @throws CommandError if not all of it could be written.
     void CommitTrace();
 
-    /// Whether standard output contains the trace, so that nothing else may be printed there.
-    bool TraceIsStandardOutput() const noexcept { return m_trace && m_trace->IsStandardOutput(); }
-
   private:
     std::optional<TraceOutput> m_trace;
     WarningsPrinter m_warnings;

@@ -20,9 +20,20 @@ constexpr int kMaxJobs = 256;
 
 }  // namespace
 
-void AddRange(CLI::App& command, host::NumberRange& range) {
-    AddArgument(command, "FIRST", range.first, "the first message number, such as 12 or .0012");
-    AddArgument(command, "LAST", range.last, "the last message number, up to 9999");
+CLI::Option& AddNumbers(CLI::App& command, std::vector<std::string>& words, const std::string& all) {
+    return *command
+                .add_option("NUMBERS", words,
+                            "the message numbers: a list such as 12 or 1,3,7-9, or FIRST LAST [" + all + "]")
+                ->expected(0, 2)
+                ->type_name("");
+}
+
+void ParseNumbers(const std::vector<std::string>& words, NumberSelection& numbers) {
+    try {
+        numbers = NumberSelection::Parse(words);
+    } catch (const InvalidNumbers& error) {
+        throw CLI::ValidationError("NUMBERS", error.what());
+    }
 }
 
 void AddJobs(CLI::App& command, int& jobs, const std::string& what) {
@@ -51,11 +62,11 @@ void PrintDirectoryNotes(const std::optional<std::string>& maps, const std::opti
     };
     if (maps) {
         const std::string error = run::DirectoryError(native(*maps));
-        if (!error.empty()) PrintNote("--maps " + *maps + " " + error + "; no name lists are read");
+        if (!error.empty()) PrintWarning("--maps " + *maps + " " + error + "; no name lists are read");
     }
     std::error_code ignored;
     if (fonts && std::filesystem::is_regular_file(native(*fonts), ignored))
-        PrintNote("--fonts " + *fonts + " is not a directory; no fonts are found in it");
+        PrintWarning("--fonts " + *fonts + " is not a directory; no fonts are found in it");
 }
 
 void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std::string>& browse) {
@@ -64,6 +75,11 @@ void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std
                                "the answer when a font is missing and the module offers to browse for it");
     AddPath(command, "--browse", browse, "FILE",
             "the font file chosen when the module browses for a missing font [the file dialog is cancelled]");
+}
+
+void RequireFontPrompt(const CLI::App& command, bool warnings, host::BoxAnswer answer) {
+    Require(command, "--answer", warnings, "--warnings");
+    Require(command, "--browse", answer == host::BoxAnswer::kYes, "--answer yes");
 }
 
 void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnswer& rgba) {

@@ -2,21 +2,27 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <CLI/App.hpp>
 
-#include "host/number_range.h"
 #include "host/picture/png_writer.h"
 #include "host/reference_host.h"
 #include "host/run/dialog_script.h"
 #include "host/trace.h"
 #include "host/user_desktop.h"
+#include "programs/cli/number_selection.h"
 
 /// Options that several commands share which run the module.
 namespace zel::cli {
 
-/// FIRST and LAST.
-void AddRange(CLI::App& command, host::NumberRange& range);
+/// NUMBERS: up to two words for NumberSelection::Parse.
+/// @param all  what is selected without any, such as "the whole disk".
+CLI::Option& AddNumbers(CLI::App& command, std::vector<std::string>& words, const std::string& all);
+
+/// Parses the words of NUMBERS.
+/// @throws CLI::ValidationError
+void ParseNumbers(const std::vector<std::string>& words, NumberSelection& numbers);
 
 /// --jobs.
 /// @param what  is done in parallel.
@@ -36,6 +42,10 @@ void PrintDirectoryNotes(const std::optional<std::string>& maps, const std::opti
 
 /// --answer and --browse: the answers when a font is missing.
 void AddFontPrompt(CLI::App& command, host::BoxAnswer& answer, std::optional<std::string>& browse);
+
+/// Checks that --answer and --browse can have an effect.
+/// @param warnings  whether the module may prompt.
+void RequireFontPrompt(const CLI::App& command, bool warnings, host::BoxAnswer answer);
 
 /// --rgba, --lines, --tt-convert and --no-baseline-align: what the host sets in the module's dialog, and the answer to
 /// the choice for an RGBA picture.

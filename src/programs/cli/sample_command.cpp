@@ -66,6 +66,7 @@ void AddSampleCommand(CLI::App& app, CommandRun& run) {
         *app.add_subcommand("sample", "Writes a demonstration disk: messages, fonts and the two name lists.");
     AddArgument(command, "DIR", *directory,
                 "the disk's directory, created if it is missing; existing files of the same names are replaced");
+    AddVerbosity(command, false);
     AddExample(command, "zeltrans sample DISK");
     command.callback([directory, &run] { run = [directory] { return WriteSample(*directory); }; });
 }

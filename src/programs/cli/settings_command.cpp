@@ -4,10 +4,12 @@
 #include <memory>
 
 #include <CLI/App.hpp>
+#include <nlohmann/json.hpp>
 
 #include "base/terminal_text.h"
 #include "platform/system/registry.h"
 #include "programs/cli/diagnostics.h"
+#include "programs/cli/json_output.h"
 #include "programs/cli/known_settings.h"
 #include "programs/cli/options.h"
 #include "programs/cli/run_options.h"
@@ -21,6 +23,7 @@ namespace {
 struct SettingsArguments {
     std::optional<std::string> directory;
     std::string section, key, value;
+    bool json = false;
 };
 
 /// The arguments name no setting, or a value that the module would not take.
@@ -54,18 +57,21 @@ class NamedSetting {
     }
 
     /// @throws CommandError for a password, or when nothing is stored.
-    std::string Get(seam::SettingsStore& store) const {
+    StoredSetting Get(seam::SettingsStore& store) const {
         if (m_known == nullptr) {
             const auto value = store.GetValue(m_list->Key(), m_list->ValueName(m_index));
-            return value ? RecentText(*value) : throw NotStored();
+            if (!value) throw NotStored();
+            return {m_list->name, std::to_string(m_index), SettingKind::kText, RecentText(*value)};
         }
         if (m_known->kind == SettingKind::kScrambled) throw CommandError(Name() + ": passwords are not shown");
         if (m_known->kind == SettingKind::kNumber) {
             const auto number = store.GetProfileInt(m_known->section, m_known->entry);
-            return number ? std::to_string(*number) : throw NotStored();
+            if (!number) throw NotStored();
+            return {m_known->section, m_known->entry, m_known->kind, std::to_string(*number)};
         }
         const auto text = store.GetProfileText(m_known->section, m_known->entry);
-        return text ? *text : throw NotStored();
+        if (!text) throw NotStored();
+        return {m_known->section, m_known->entry, m_known->kind, *text};
     }
 
     /// @return false if it could not be stored.
@@ -108,12 +114,22 @@ class NamedSetting {
 
 using Action = void (*)(seam::SettingsStore&, const SettingsArguments&);
 
-void List(seam::SettingsStore& store, const SettingsArguments&) {
-    const std::string text = SettingsText(store);
+void List(seam::SettingsStore& store, const SettingsArguments& arguments) {
+    const std::vector<StoredSetting> settings = StoredSettings(store);
+    if (arguments.json) {
+        for (const StoredSetting& setting : settings) PrintJson(SettingJson(setting));
+        return;
+    }
+    const std::string text = SettingsText(settings);
     PrintLines(text.empty() ? "No settings are stored.\n" : text);
 }
 void Get(seam::SettingsStore& store, const SettingsArguments& arguments) {
-    PrintLine(NamedSetting(arguments.section, arguments.key).Get(store));
+    const StoredSetting setting = NamedSetting(arguments.section, arguments.key).Get(store);
+    if (arguments.json) {
+        PrintJson(SettingJson(setting));
+    } else {
+        PrintLine(setting.value);
+    }
 }
 void Set(seam::SettingsStore& store, const SettingsArguments& arguments) {
     const NamedSetting setting(arguments.section, arguments.key);
@@ -161,7 +177,9 @@ void AddSettingsCommand(CLI::App& app, CommandRun& run) {
     CLI::App& settings = *app.add_subcommand("settings", "Lists the stored settings; prints, changes or removes one.");
     AddSettings(settings, arguments->directory);
     settings.require_subcommand(0, 1);
-    AddAction(settings, "get", "Prints one setting.", arguments, run, &Get);
+    AddJson(settings, arguments->json, "print one JSON object per setting, each in one line");
+    CLI::App& get = AddAction(settings, "get", "Prints one setting.", arguments, run, &Get);
+    AddJson(get, arguments->json, "print the setting as a JSON object");
     CLI::App& set = AddAction(settings, "set", "Stores one setting.", arguments, run, &Set);
     AddArgument(set, "VALUE", arguments->value, "an integer or a text, as the entry requires");
     AddAction(settings, "unset", "Removes one setting, which restores the module's default.", arguments, run, &Unset);

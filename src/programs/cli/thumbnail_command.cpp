@@ -79,7 +79,7 @@ void AddThumbnailCommand(CLI::App& app, CommandRun& run) {
     AddArgument(command, "IN", arguments->input, "the message or font, whatever its name");
     AddArgument(command, "OUT", arguments->output, "the PNG file to write");
     AddInteger(command, "-s,--size", arguments->side, thumbnail::kLargestSide, "SIZE",
-               "the longer side of the picture in pixels");
+               "the longer side of the picture in pixels [128]");
     AddExample(command, "zeltrans thumbnail -s 256 DISK/MESSAGES/.0012 0012.png");
     command.callback([arguments, &run] { run = [arguments] { return RunThumbnailCommand(*arguments); }; });
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <iostream>
-#include <memory>
 #include <string>
 
 #include "host/trace.h"
@@ -13,20 +11,15 @@ namespace zel::cli {
 class TraceOutput {
   public:
     /// @throws CommandError if the file cannot be written.
-    TraceOutput(const std::string& path, host::TracePixels pixels)
-        : m_file(path == "-" ? nullptr : std::make_unique<OutputFile>(path)),
-          m_writer(m_file ? m_file->Stream() : std::cout, pixels) {}
+    TraceOutput(const std::string& path, host::TracePixels pixels) : m_file(path), m_writer(m_file.Stream(), pixels) {}
 
     host::HostObserver& Observer() noexcept { return m_writer; }
-    bool IsStandardOutput() const noexcept { return m_file == nullptr; }
 
     /// @throws CommandError if not everything could be written.
-    void Commit() {
-        if (m_file) m_file->Commit();
-    }
+    void Commit() { m_file.Commit(); }
 
   private:
-    std::unique_ptr<OutputFile> m_file;
+    OutputFile m_file;
     host::TraceWriter m_writer;
 };
 

@@ -109,7 +109,9 @@ TEST_F(Job, LeavesAForeignManifestAlone) {
     };
     std::filesystem::create_directories(m_out);
     for (const std::string& text :
-         {std::string(), std::string("{}"), std::string("[1"), std::string(R"({"name":"App","start_url":"/"})"),
+         {std::string(), std::string("{}"),
+          std::string(R"({"version":2,"formats":[],"premultiplied":false,"messages":[],"files":[]})"),
+          std::string("[1"), std::string(R"({"name":"App","start_url":"/"})"),
           std::string(R"({"formats":[],"premultiplied":false,"messages":[{"number":"x"}],"files":[]})"),
           with_file("../x", sum), with_file("", sum), with_file("a\\nb", sum), with_file("a", "0")}) {
         std::ofstream(m_out / "manifest.json") << text;

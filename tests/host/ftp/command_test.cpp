@@ -1,9 +1,12 @@
+#include <csignal>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "host/ftp/test_server.h"
 #include "programs/cli/command_disk.h"
 #include "programs/cli/terminal_session.h"
+#include "support/json_forms.h"
 
 namespace zel::test {
 
@@ -43,6 +46,20 @@ TEST_F(FetchCommand, ReportsEachFileAndFetchesNothingTwice) {
     EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0012 skipped: it exists already\n"));
 }
 
+TEST_F(FetchCommand, PrintsALineOfJsonForEachFile) {
+    CommandResult result = Fetch("", "12-20 --to copy --json");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    result.out += Fetch("", "12 --to copy --json").out;
+    JsonForms lines;
+    AddLines(lines, "fetch-line", result.out);
+    EXPECT_EQ(lines.size(), 5U + 4U) << result.out;
+    EXPECT_THAT(result.out, HasSubstr(R"("name":"MESSAGES/.0012","outcome":"fetched","bytes":4476,)"));
+    EXPECT_THAT(result.out, HasSubstr(R"("reason":"not on the server"})"));
+    EXPECT_THAT(result.out, HasSubstr(R"("type":"summary","fetched":3,)"));
+    EXPECT_EQ(kCanCheckJson ? FaultsOf(lines, m_disk) : "", "");
+}
+
 TEST_F(FetchCommand, TakesThePasswordFromEnvironmentOrNetrcAndNeverPrintsIt) {
     CommandResult result = Fetch("ZELTRANS_FTP_PASSWORD=swordfish", "20 --to here --user anna");
     EXPECT_EQ(result.exit_code, 0) << result.err;
@@ -72,7 +89,7 @@ TEST_F(FetchCommand, CtrlCAtThePromptEndsItAndRestoresTheTerminal) {
     TerminalSession terminal(m_disk, FetchWithAccount());
     ASSERT_TRUE(terminal.WaitForHiddenInput()) << terminal.Output();
     terminal.Type("sword\x03");
-    EXPECT_EQ(terminal.Wait(), 1);
+    EXPECT_EQ(terminal.Wait(), 130);
     EXPECT_THAT(terminal.Output(), testing::EndsWith("zeltrans: no password was entered\r\necho is on\r\n"));
 }
 
@@ -81,9 +98,8 @@ TEST_F(FetchCommand, ShowsProgressOnATerminal) {
     m_disk.Shell("head -c 3000000 /dev/urandom >MESSAGES/.0001");
     TerminalSession terminal(m_disk, "zeltrans fetch " + slow.Url("") + " 1 --to here");
     EXPECT_EQ(terminal.Wait(), 0);
-    EXPECT_THAT(terminal.Output(), testing::ContainsRegex("^\r\x1b\\[KMESSAGES/.0001  [0-9,]+ of 3,000,000 bytes\r"));
-    EXPECT_THAT(terminal.Output(), testing::EndsWith(" of 3,000,000 bytes\r\x1b[KMESSAGES/.0001 fetched, 3,000,000 "
-                                                     "bytes\r\n1 fetched\r\n"));
+    EXPECT_THAT(terminal.Output(), testing::ContainsRegex("^\rMESSAGES/.0001  [0-9,]+ of 3,000,000 bytes\r"));
+    EXPECT_THAT(terminal.Output(), testing::EndsWith(" \rMESSAGES/.0001 fetched, 3,000,000 bytes\r\n1 fetched\r\n"));
 }
 
 TEST_F(FetchCommand, RefusesAPasswordInTheAddress) {
@@ -102,8 +118,8 @@ TEST_F(FetchCommand, ResumesAfterAnInterrupt) {
     CommandResult result = m_disk.Shell(fetch +
                                         " & while kill -0 $! && ! [ -s here/MESSAGES/.*.part ]; do sleep 0.01; done "
                                         ">run.ls 2>&1; kill -TERM $!; wait $!");
-    EXPECT_EQ(result.exit_code, 1);
-    EXPECT_EQ(result.err, "zeltrans: interrupted; run the same command again to resume\n");
+    EXPECT_EQ(result.exit_code, 128 + SIGTERM);
+    EXPECT_THAT(result.err, StartsWith("zeltrans: interrupted; run the same command again to resume\n"));
     result = m_disk.Shell(fetch);
     EXPECT_THAT(result.out, HasSubstr("MESSAGES/.0001 resumed, 5,000,000 bytes"));
     EXPECT_EQ(m_disk.Shell("cmp MESSAGES/.0001 here/MESSAGES/.0001").exit_code, 0);

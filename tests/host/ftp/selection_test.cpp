@@ -25,6 +25,9 @@ TEST(Selection, ChoosesAsTheImportDoes) {
         {"4", ""},
         {"1-20", ".0001 2 .0003 .0020 "},
         {".0002 - .0003", "2 .0003 "},
+        {"3, 1-2,20,1", ".0001 2 .0003 .0020 "},
+        {"1,,2", "not a valid name of a message or font: 1,,2"},
+        {"7-9,4-3", "the range 4-3 ends before it begins"},
         {"promo", "PROMO "},
         {".000?", ".0001 .0002 .0003 "},
         {"*.TN", ".0003.TN "},
@@ -41,6 +44,14 @@ TEST(Selection, ChoosesAsTheImportDoes) {
         }
         EXPECT_EQ(selection ? names : why, row.names) << row.text;
     }
+}
+
+TEST(Selection, NamesTheNumbersOfAListThatAreMissing) {
+    const ftp::Listing listing = ftp::ParseListing(kNames, ftp::ListingForm::kNames);
+    std::string why;
+    EXPECT_EQ(ftp::Selection::Parse("1,4,30-40,123456,5", why)->MissingNumbers(listing),
+              (std::vector<unsigned long>{4, 5}));
+    EXPECT_TRUE(ftp::Selection::Parse("4", why)->MissingNumbers(listing).empty()) << "the fetch itself fails";
 }
 
 TEST(SelectionPattern, GivesOnlyStarAndQuestionMarkAMeaning) {

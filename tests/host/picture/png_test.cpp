@@ -1,5 +1,9 @@
+#include <algorithm>
+#include <cstdlib>
 #include <map>
+#include <span>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -7,7 +11,9 @@
 #include <stb/stb_image.h>
 
 #include "host/picture/png_reader.h"
+#include "host/picture/png_rows.h"
 #include "host/picture/png_writer.h"
+#include "qt_reader.h"
 
 namespace zel::test {
 
@@ -57,6 +63,9 @@ std::vector<PictureCase> Pictures() {
         {"one pixel", Drawn(1, 1, [](int, int) { return PixelOf(1, 2, 3, 4); })},
         {"clear rows between others", Drawn(33, 600, sparse)},
         {"gradual changes, which filters make shorter", Drawn(300, 200, smooth)},
+        {"gradual changes from the left", Drawn(400, 64, [](int x, int) { return PixelOf(x / 8, x / 3, x / 5, 255); })},
+        {"gradual changes below clear rows",
+         Drawn(300, 64, [&](int x, int y) { return y < 30 ? picture::Rgba{} : smooth(x, y); })},
         {"noise, which nothing makes shorter",
          Drawn(701, 400, [&](int, int) { return PixelOf(noise(), noise(), noise(), noise()); })},
         {"256 colours", Drawn(256, 4, [](int x, int) { return PixelOf(x, 0, 0, 200); })},
@@ -86,6 +95,12 @@ std::vector<std::uint8_t> DecodedByStb(const std::string& png) {
     return bytes;
 }
 
+/// Leaves a value in the memory that the next calls use for their variables.
+[[gnu::noinline]] void FillStack(std::uint16_t value) {
+    volatile std::uint16_t values[std::size_t{1} << 17];
+    for (volatile std::uint16_t& each : values) each = value;
+}
+
 TEST(Png, IsReadBackToTheSamePixels) {
     using enum picture::PngChannels;
     for (const PictureCase& row : Pictures()) {
@@ -95,15 +110,48 @@ TEST(Png, IsReadBackToTheSamePixels) {
                 for (picture::Rgba& pixel : shown.View().Row(y)) pixel = Shown(pixel, channels);
             }
             for (const auto effort : {picture::PngEffort::kFast, picture::PngEffort::kSmall}) {
-                SCOPED_TRACE(testing::Message() << row.name << ", channels " << static_cast<int>(channels)
-                                                << ", effort " << static_cast<int>(effort));
-                const std::string png = picture::EncodePng(row.picture, {.channels = channels, .effort = effort});
-                EXPECT_TRUE(picture::DecodePng(png).rgba == shown.rgba);
-                EXPECT_TRUE(DecodedByStb(png) == shown.rgba);
-                // A second picture of a thread is encoded with what the first one left.
-                EXPECT_TRUE(picture::EncodePng(row.picture, {.channels = channels, .effort = effort}) == png);
+                for (const auto shape : {picture::PixelShape::kVideo, picture::PixelShape::kSquare}) {
+                    // The shape is a chunk of its own, so one compression of each picture is enough of the slow effort.
+                    if (effort == picture::PngEffort::kSmall && shape == picture::PixelShape::kSquare) continue;
+                    SCOPED_TRACE(testing::Message()
+                                 << row.name << ", channels " << static_cast<int>(channels) << ", shape "
+                                 << static_cast<int>(shape) << ", effort " << static_cast<int>(effort));
+                    const picture::PngForm form{channels, shape, effort};
+                    const std::string png = picture::EncodePng(row.picture, form);
+                    EXPECT_TRUE(picture::DecodePng(png).rgba == shown.rgba);
+                    EXPECT_TRUE(DecodedByStb(png) == shown.rgba);
+#ifdef ZELTRANS_TEST_QIMAGE
+                    EXPECT_TRUE(DecodedByQt(png) == shown.rgba);
+#endif
+                    // A second picture of a thread is encoded with what the first one left, wherever it left it.
+                    FillStack(9);
+                    EXPECT_TRUE(picture::EncodePng(row.picture, form) == png);
+                }
             }
         }
+    }
+}
+
+TEST(RowChanges, AreThoseOfEachPixelFromItsNeighbours) {
+    constexpr int kWidest = 11;
+    std::vector<picture::Rgba> rows;
+    for (unsigned n = 0; n < 2 * kWidest; ++n)
+        rows.push_back(PixelOf(static_cast<int>(n * 3), static_cast<int>(n / 3 * 9), n % 5 == 0 ? 255 : 5, 200));
+    const std::span all(rows), row = all.first(kWidest), above = all.last(kWidest);
+    for (std::size_t width = 1; width <= kWidest; ++width) {
+        picture::RowChanges wanted;
+        for (std::size_t x = 1; x < width; ++x) {
+            const auto change = [](picture::Rgba a, picture::Rgba b) {
+                return std::abs(a.red - b.red) + std::abs(a.green - b.green) + std::abs(a.blue - b.blue) +
+                       std::abs(a.alpha - b.alpha);
+            };
+            const int left = change(row[x], row[x - 1]), up = change(row[x], above[x]), least = std::min(left, up);
+            wanted += {least > 0 && least < 24 ? 1 : 0, left, up};
+        }
+        const picture::RowChanges changes = picture::ChangesOf(row.first(width), above.first(width));
+        EXPECT_EQ(std::tie(changes.gradual, changes.from_left, changes.from_above),
+                  std::tie(wanted.gradual, wanted.from_left, wanted.from_above))
+            << width;
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/document/row_text.h"
 #include "host/recorder/make_recording.h"
 #include "platform/system/files.h"
 #include "samples/scratch_directory.h"
@@ -20,7 +21,7 @@ struct Row {
 std::string RecordedText(const std::vector<Row>& rows) {
     recorder::ArrivedMessage arrived{.number = 7, .message = {}, .picture = {}};
     for (std::size_t row = 0; row < rows.size(); ++row) {
-        arrived.message.rows.push_back({.y = 100, .top = -24, .bottom = 6, .empty = false, .text = rows[row].text});
+        arrived.message.rows.push_back({.y = 100, .top = -24, .bottom = 6, .empty = false, .text = {}});
         for (std::size_t n = 0; n < rows[row].text.size(); ++n) {
             document::CharacterRecord character;
             character.info.row_index = static_cast<int>(row);
@@ -29,6 +30,7 @@ std::string RecordedText(const std::vector<Row>& rows) {
             arrived.message.characters.push_back(character);
         }
     }
+    document::FillRowTexts(arrived.message);
     recorder::FileDigests digests;
     return recorder::MakeRecording(arrived, {}, digests).text;
 }

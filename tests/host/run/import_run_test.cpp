@@ -133,7 +133,7 @@ TEST_F(ImportRun, WarnsOfAFontFromOutsideTheFontDirectory) {
         ASSERT_TRUE(outcome.message && outcome.message->fonts[0]) << fonts;
         const std::vector<std::string> expected(warns ? 1 : 0, warning);
         EXPECT_EQ(document::WarningsOf(*outcome.message), expected) << fonts;
-        const auto document = nlohmann::json::parse(document::MessageDocument(*outcome.message, ""));
+        const auto document = nlohmann::json::parse(document::MessageDocument(*outcome.message));
         EXPECT_EQ(document.value("warnings", std::vector<std::string>()), expected) << fonts;
     }
 }

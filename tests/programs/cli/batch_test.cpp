@@ -43,6 +43,8 @@ TEST(BatchCommand, RecordsWritesAndReports) {
               ".0012 imported; not found or not readable: font 31; a row ends where it is used\n"
               ".0013 failed: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\n"
               ".0020 imported\n"
+              "1 message with warnings:\n"
+              "  .0012  not found or not readable: font 31; a row ends where it is used\n"
               "2 imported, 6 missing, 1 failed\n");
     EXPECT_EQ(result.err, "zeltrans: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\n");
     json report = json::parse(disk.Read("r.json"));
@@ -241,12 +243,14 @@ TEST(BatchCommand, RedrawsOneLineOnATerminal) {
     disk.Shell("head -c 200 MESSAGES/.0012 > MESSAGES/.0013");
     TerminalSession terminal(disk, "zeltrans batch . 12 20 --library lib");
     EXPECT_EQ(terminal.Wait(), 1);
-    EXPECT_THAT(terminal.Output(), testing::StartsWith("\r\x1b[K1 of 9: 1 imported, 0 missing, 0 failed; "));
+    EXPECT_THAT(terminal.Output(), testing::StartsWith("\r1 of 9: 1 imported, 0 missing, 0 failed; "));
     EXPECT_THAT(
         terminal.Output(),
-        HasSubstr(
-            "\r\x1b[K.0013 failed: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\r\n"
-            "1 with warnings\r\n2 imported, 6 missing, 1 failed\r\n"));
+        HasSubstr(" \r.0013 failed: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\r\n"
+                  "1 message with warnings:\r\n"
+                  "  .0012  not found or not readable: font 31; a row ends where it is used\r\n"
+                  "2 imported, 6 missing, 1 failed\r\n"));
+    EXPECT_THAT(terminal.Output(), testing::Not(HasSubstr("\x1b"))) << "no escape codes";
 }
 
 TEST(BatchCommand, EndsCleanlyAtAnInterrupt) {
@@ -256,9 +260,9 @@ TEST(BatchCommand, EndsCleanlyAtAnInterrupt) {
         disk.Shell(CommandDisk::Quoted(ZELTRANS_COMMAND) +
                    " batch . 1000 1999 --library lib --settings s >o & pid=$!; "
                    "until grep -qs imported o; do sleep 0.01; done; kill -TERM $pid; wait $pid");
-    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.exit_code, 128 + SIGTERM);
     EXPECT_THAT(disk.Read("o"), testing::ContainsRegex("\n[0-9]+ imported, 0 missing, 0 failed\n$"));
-    EXPECT_EQ(result.err, "zeltrans: .: stopped before the end of the range\n");
+    EXPECT_THAT(result.err, testing::StartsWith("zeltrans: .: stopped before the end of the range\n"));
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ TEST_P(UnusualProcess, LosesNothingAndLeavesNoDraft) {
 INSTANTIATE_TEST_SUITE_P(
     Each, UnusualProcess,
     testing::Values(ProcessCase{"standard_output_closed", "zeltrans batch . 12 13 --report b >&-", 1, "standard output",
-                                "b", "{\n  \"disk\": \".\",\n"},
+                                "b", "{\n  \"version\": 1,\n"},
                     ProcessCase{"standard_error_closed", "zeltrans import MESSAGES/.0012 --json b --warnings 2>&-", 0,
                                 "", "b", "{\n"},
                     ProcessCase{"all_closed", "zeltrans import MESSAGES/.0012 --trace b --warnings <&- >&- 2>&-", 1, "",

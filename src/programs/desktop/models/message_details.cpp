@@ -4,7 +4,6 @@
 #include <QFile>
 
 #include "host/document/document_reader.h"
-#include "platform/system/files.h"
 #include "programs/desktop/common/text.h"
 
 namespace zel::desktop {
@@ -39,8 +38,7 @@ std::vector<CharacterDetail> CharactersOf(const document::DocumentContents& cont
 std::vector<FontDetail> FontsOf(const document::DocumentContents& contents) {
     std::vector<FontDetail> details;
     for (const document::DocumentFont& font : contents.fonts) {
-        details.push_back(
-            {font.slot, font.number, Text(font.name), font.height, system::NativePath(font.file.c_str())});
+        details.push_back({font.slot, font.number, Text(font.name), font.height, font.file});
     }
     return details;
 }
