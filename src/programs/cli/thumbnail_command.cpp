@@ -75,7 +75,9 @@ ExitCode RunThumbnailCommand(const ThumbnailArguments& arguments) {
 void AddThumbnailCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<ThumbnailArguments>();
     CLI::App& command =
-        *app.add_subcommand("thumbnail", "Writes a small picture of a message or a font, as file managers show it.");
+        *app.add_subcommand("thumbnail",
+                            "Writes a small picture of a message or a font, as file managers show it. A message "
+                            "without its fonts is shown by bars in the places of its characters.");
     AddArgument(command, "IN", arguments->input, "the message or font, whatever its name");
     AddArgument(command, "OUT", arguments->output, "the PNG file to write");
     AddInteger(command, "-s,--size", arguments->side, thumbnail::kLargestSide, "SIZE",
