@@ -43,6 +43,7 @@ class DiskBatch {
   private:
     void NameDisk();
     void ChooseDirectory();
+    void CheckDirectory() const;
     void SkipRecorded();
     run::BatchOutcome RunModule();
     void ReportLeftOut();
