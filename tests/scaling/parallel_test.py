@@ -36,7 +36,7 @@ def main():
         check_same(merged, archive.path / "single.zellib")
         log = [line.split("\t") for line in (archive.path / "log.txt").read_text().splitlines()]
         exit_codes = {disk: line[log[0].index("Exitval")] for line in log[1:] for disk in DISKS
-                      if f"shards/{disk}.zellib" in line[-1].replace("\\", "")}
+                      if f"shards/{disk}.zellib" in line[-1].replace("\\", "").replace("'", "")}
         check(exit_codes == {disk: "1" if disk == DAMAGED else "0" for disk in DISKS}, f"log.txt: {exit_codes}")
         again = archive.run(examples_below(page, "## Merging")[0])
         check(again.count(" 0 added, 0 replaced, ") == len(DISKS), f"merged again: {again}")
