@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <set>
 #include <utility>
@@ -19,6 +20,7 @@
 #include "module/contract/message_id.h"
 #include "module/contract/records/psos_header.h"
 #include "platform/system/files.h"
+#include "programs/cli/archive_disks.h"
 #include "programs/cli/command.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
@@ -57,16 +59,16 @@ run::BatchRequest RequestFor(const BatchArguments& arguments, std::string disk) 
 /// Reports the numbers of a batch that records nothing, with their warnings.
 class ItemObserver : public host::HostObserver {
   public:
-    explicit ItemObserver(BatchProgress& progress) : m_progress(progress) {}
+    explicit ItemObserver(std::function<void(recorder::RecordedItem)> add) : m_add(std::move(add)) {}
     void OnMessage(const document::MessageRecord& message) override { m_warnings = document::WarningsOf(message); }
     void OnBatchItem(const host::BatchItem& item) override {
         std::vector<std::string> warnings = std::exchange(m_warnings, {});
         if (item.outcome != host::ItemOutcome::kRecorded) warnings.clear();
-        m_progress.Add({item, std::move(warnings), false});
+        m_add({item, std::move(warnings), false});
     }
 
   private:
-    BatchProgress& m_progress;
+    const std::function<void(recorder::RecordedItem)> m_add;
     std::vector<std::string> m_warnings;
 };
 
@@ -136,6 +138,7 @@ void CheckBatchFiles(const BatchArguments& arguments, const std::optional<std::s
     CommandFiles files;
     run::BatchRequest request = arguments.request;
     for (const std::string& disk : arguments.disks) {
+        if (ArchiveDisks::MayBeArchive(disk)) files.Read(disk, "the archive");
         request.disk = disk;
         files.SearchByModule(run::MessageDirectoryOf(disk));
         files.SearchByModule(run::FontDirectoryOf(request));
@@ -150,34 +153,50 @@ void CheckBatchFiles(const BatchArguments& arguments, const std::optional<std::s
     CheckOutputs(files);
 }
 
-DiskBatch::DiskBatch(const BatchArguments& arguments, BatchSession& session, std::string disk)
+DiskBatch::DiskBatch(const BatchArguments& arguments, BatchSession& session, BatchDisk disk)
     : m_arguments(arguments),
       m_session(session),
-      m_request(RequestFor(arguments, std::move(disk))),
-      m_disk_error(run::DiskError(m_request)),
+      m_disk(std::move(disk)),
+      m_request(RequestFor(arguments, m_disk.directory)),
+      m_disk_error(m_disk.error.empty() ? m_disk.relocation.InText(run::DiskError(m_request)) : m_disk.error),
       m_observers(arguments.trace, arguments.pixels),
       m_recorder_options(RecorderOptionsOf(arguments, m_request, session.digests)),
-      m_progress(m_disk_error.empty() ? BatchStyle(arguments.json) : BatchProgress::Style::kNothing, m_request.disk,
-                 arguments.numbers) {}
+      m_progress(m_disk_error.empty() ? BatchStyle(arguments.json) : BatchProgress::Style::kNothing, m_disk.name,
+                 arguments.numbers) {
+    m_recorder_options.context.relocation = m_disk.relocation;
+}
+
+std::string DiskBatch::RecordedDirectory() const {
+    return m_disk.relocation.Recorded(MessageDirectory(m_request.disk));
+}
+
+std::string DiskBatch::UsualName() const {
+    return m_disk.usual_name.empty() ? recorder::UsualDiskName(RecordedDirectory()) : m_disk.usual_name;
+}
+
+// Texts of the module and of the system name the directory in which an archive is unpacked.
+void DiskBatch::Add(recorder::RecordedItem item) {
+    item.item.reason = m_disk.relocation.InText(std::move(item.item.reason));
+    for (std::string& warning : item.warnings) warning = m_disk.relocation.InText(std::move(warning));
+    m_progress.Add(item);
+}
 
 // Without --disk, the disk has its directory's name. A disk that is in the library keeps its name there.
 void DiskBatch::NameDisk() {
-    const std::string directory = MessageDirectory(m_request.disk);
     library::Library library(*m_arguments.library, library::Access::kWrite);
-    const std::string name = m_session.names.NameOf(library, directory);
+    const std::string name = m_session.names.NameOf(library, RecordedDirectory(), UsualName());
     m_recorder_options.context.disk = name;
     if (name.empty()) {
-        PrintNote(m_request.disk + ": recorded without a name, as before");
-    } else if (name != recorder::UsualDiskName(directory)) {
-        PrintNote(m_request.disk + ": recorded as the disk \"" + name +
-                  "\", since the library has another of its name");
+        PrintNote(m_disk.name + ": recorded without a name, as before");
+    } else if (name != UsualName()) {
+        PrintNote(m_disk.name + ": recorded as the disk \"" + name + "\", since the library has another of its name");
     }
 }
 
 // Several disks have a folder each.
 void DiskBatch::ChooseDirectory() {
     const std::string& recorded = m_recorder_options.context.disk;
-    const std::string name = recorded.empty() ? recorder::UsualDiskName(MessageDirectory(m_request.disk)) : recorded;
+    const std::string name = recorded.empty() ? UsualName() : recorded;
     m_recorder_options.directory = (fs::path(*m_arguments.directory) / FolderName(name, m_session.folders)).string();
     CheckBatchFiles(m_arguments, m_recorder_options.directory);
 }
@@ -213,12 +232,11 @@ void DiskBatch::SkipRecorded() {
 }
 
 run::BatchOutcome DiskBatch::RunModule() {
-    ItemObserver items(m_progress);
+    ItemObserver items([this](recorder::RecordedItem item) { Add(std::move(item)); });
     std::unique_ptr<recorder::BatchRecorder> recorder;
     if (Records()) {
-        recorder = std::make_unique<recorder::BatchRecorder>(
-            m_recorder_options, m_session.digests,
-            [this](const recorder::RecordedItem& item) { m_progress.Add(item); });
+        recorder = std::make_unique<recorder::BatchRecorder>(m_recorder_options, m_session.digests,
+                                                             [this](const recorder::RecordedItem& item) { Add(item); });
     }
     if (recorder) {
         m_observers.Add(recorder->Pictures());
@@ -234,9 +252,9 @@ run::BatchOutcome DiskBatch::RunModule() {
 
 void DiskBatch::Run() {
     if (!m_disk_error.empty() && !m_arguments.trace) throw CommandError(m_disk_error);
-    if (m_arguments.HasSeveralDisks()) m_progress.PrintHeading();
+    if (m_session.has_several_disks) m_progress.PrintHeading();
     if (m_arguments.library && !m_arguments.name && m_disk_error.empty()) NameDisk();
-    if (m_arguments.directory && m_arguments.HasSeveralDisks()) ChooseDirectory();
+    if (m_arguments.directory && m_session.has_several_disks) ChooseDirectory();
     if (m_arguments.resume && m_disk_error.empty() && !m_arguments.numbers.Intervals().empty()) SkipRecorded();
     run::BatchOutcome outcome;
     if (!m_request.ranges.empty()) {
@@ -245,7 +263,8 @@ void DiskBatch::Run() {
         outcome.end = run::BatchEnd::kStopped;
     }
     m_observers.CommitTrace();
-    if (outcome.end == run::BatchEnd::kRefused) throw CommandError(m_request.disk + ": " + outcome.failure);
+    if (outcome.end == run::BatchEnd::kRefused)
+        throw CommandError(m_disk.relocation.InText(m_disk.name + ": " + outcome.failure));
     if (!m_disk_error.empty()) throw CommandError(m_disk_error);
     m_has_run = true;
     m_stopped = outcome.end == run::BatchEnd::kStopped;
@@ -257,7 +276,7 @@ void DiskBatch::Run() {
 }
 
 void DiskBatch::ThrowFailure(const run::BatchOutcome& outcome) const {
-    const std::string& disk = m_request.disk;
+    const std::string& disk = m_disk.name;
     if (m_stopped) throw CommandError(disk + ": stopped before the end of the range");
     if (!outcome.order_breaches.empty())
         throw CommandError(disk + ": the module violated its contract: " + outcome.order_breaches.front());
@@ -279,7 +298,7 @@ nlohmann::ordered_json DiskBatch::Report() const {
     const std::vector<Interval>& intervals = m_arguments.numbers.Intervals();
     nlohmann::ordered_json report = {{"version", document::kJsonVersion},
                                      {"type", "report"},
-                                     {"disk", m_request.disk},
+                                     {"disk", m_disk.name},
                                      {"first", intervals.empty() ? 0 : intervals.front().first},
                                      {"last", intervals.empty() ? 0 : intervals.back().last},
                                      {"stopped", m_stopped}};
