@@ -99,6 +99,20 @@ if(TARGET zeltrans_desktop)
   install(TARGETS zeltrans_desktop RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT desktop)
 endif()
 
+# The manual pages and the completions.
+if(TARGET zeltrans_manual)
+  foreach(part COMMAND DESKTOP LIBRARY)
+    get_target_property(pages zeltrans_manual ZEL_${part}_PAGES)
+    string(TOLOWER ${part} component)
+    if(part STREQUAL LIBRARY)
+      set(component development)
+    endif()
+    zel_install_manual(${component} ${pages})
+  endforeach()
+  get_target_property(completions zeltrans_manual ZEL_COMPLETIONS)
+  zel_install_completions(zeltrans ${completions})
+endif()
+
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation
   FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.ksy" PATTERN "*.json")

@@ -1,9 +1,10 @@
 #include "base/sha256.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <memory>
 #include <stdexcept>
 #include <system_error>
-#include <vector>
 
 #include <nettle/base16.h>
 #include <nettle/sha2.h>
@@ -49,14 +50,17 @@ void AddFile(Digest& digest, const std::filesystem::path& file, const std::funct
     struct stat status {};
     if (::fstat(in.Get(), &status) == 0 && static_cast<std::uint64_t>(status.st_size) > kLargestHashedFile)
         refuse_size();
-    std::vector<char> piece(std::size_t{1} << 16);
+    // One byte more than the file has, so that one read reaches its end.
+    constexpr std::size_t kSmallest = std::size_t{1} << 12, kLargest = std::size_t{1} << 16;
+    const std::size_t piece_size = std::clamp(static_cast<std::size_t>(status.st_size) + 1, kSmallest, kLargest);
+    const auto piece = std::make_unique_for_overwrite<char[]>(piece_size);
     // The size is checked again while reading: a file may grow, and those of the kernel have size 0.
     for (std::uint64_t read = 0;;) {
         if (stop && stop()) throw std::runtime_error("stopped");
-        const std::size_t size = ReadFully(in.Get(), piece.data(), piece.size());
-        if (size < piece.size() && errno != 0) throw std::system_error(errno, std::generic_category());
-        digest.Add({piece.data(), size});
-        if (size < piece.size()) return;
+        const std::size_t size = ReadFully(in.Get(), piece.get(), piece_size);
+        if (size < piece_size && errno != 0) throw std::system_error(errno, std::generic_category());
+        digest.Add({piece.get(), size});
+        if (size < piece_size) return;
         if ((read += size) > kLargestHashedFile) refuse_size();
     }
 }

@@ -74,6 +74,18 @@ SqliteStatement& SqliteStatement::BindBytes(std::string_view bytes) {
     return Bound(sqlite3_bind_blob64(m_statement.get(), ++m_bound, data, bytes.size(), SQLITE_TRANSIENT));
 }
 
+SqliteStatement& SqliteStatement::BindKept(std::string_view text) {
+    if (!m_statement) return *this;
+    const char* data = text.empty() ? "" : text.data();
+    return Bound(sqlite3_bind_text64(m_statement.get(), ++m_bound, data, text.size(), SQLITE_STATIC, SQLITE_UTF8));
+}
+
+SqliteStatement& SqliteStatement::BindKeptBytes(std::string_view bytes) {
+    if (!m_statement) return *this;
+    const char* data = bytes.empty() ? "" : bytes.data();
+    return Bound(sqlite3_bind_blob64(m_statement.get(), ++m_bound, data, bytes.size(), SQLITE_STATIC));
+}
+
 SqliteStatement& SqliteStatement::BindNull() {
     return m_statement ? Bound(sqlite3_bind_null(m_statement.get(), ++m_bound)) : *this;
 }

@@ -22,6 +22,9 @@ class SqliteStatement {
     SqliteStatement& Bind(std::int64_t value);
     SqliteStatement& BindBytes(std::string_view bytes);
     SqliteStatement& BindNull();
+    /// As Bind and BindBytes, without a copy: the caller keeps the bytes until the statement has run.
+    SqliteStatement& BindKept(std::string_view text);
+    SqliteStatement& BindKeptBytes(std::string_view bytes);
 
     /// Moves to the next row. @return false after the last row and after a failure.
     bool Next();

@@ -106,6 +106,24 @@ TEST(OrderedWorkers, LetTheGiverWaitWhileTheyAreFull) {
     EXPECT_EQ(given, 5);
 }
 
+TEST(OrderedWorkers, GoOnWhileAResultIsPassedOn) {
+    std::latch gate(1);
+    std::atomic<int> given = 0;
+    base::OrderedWorkers<int> workers(1, {1, 3}, [&](int) { gate.wait(); });
+    std::thread giver([&] {
+        for (int n = 0; n < 6; ++n) {
+            workers.Give([n] { return n; });
+            ++given;
+        }
+    });
+    WaitUntil([&] { return given == 4; });
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    EXPECT_EQ(given, 4) << "one job and three results";
+    gate.count_down();
+    giver.join();
+    workers.Finish();
+}
+
 TEST(OrderedWorkers, DropWaitingJobsAndResultsWhenDestroyed) {
     std::latch gate(1);
     std::atomic<int> begun = 0, taken = 0;

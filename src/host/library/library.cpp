@@ -92,13 +92,18 @@ Library::Library(const std::filesystem::path& file, Access access, std::chrono::
 
 Library::~Library() = default;
 
-void Library::Record(std::span<const Recording> recordings) {
-    if (recordings.empty()) return;
+std::vector<bool> Library::Record(std::span<const Recording> recordings) {
+    std::vector<bool> replaced;
+    if (recordings.empty()) return replaced;
+    replaced.reserve(recordings.size());
     m_impl->file.Write([&] {
         for (const Recording& recording : recordings) {
-            m_impl->Replace(recording, FindRecording(m_impl->file, {recording.disk, recording.number}));
+            const auto existing = FindRecording(m_impl->file, {recording.disk, recording.number});
+            m_impl->Replace(recording, existing);
+            replaced.push_back(existing.has_value());
         }
     });
+    return replaced;
 }
 
 bool Library::Has(const RecordingKey& key) {

@@ -39,7 +39,8 @@ class Library {
 
     /// Stores recordings, all or none of them. One with the disk and number of a stored recording replaces it
     /// completely.
-    void Record(std::span<const Recording> recordings);
+    /// @return for each whether it replaced one.
+    std::vector<bool> Record(std::span<const Recording> recordings);
 
     bool Has(const RecordingKey& key);
     std::optional<Recording> Find(const RecordingKey& key);

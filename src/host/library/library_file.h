@@ -18,8 +18,8 @@ class LibraryFile {
     LibraryFile(const std::filesystem::path& file, Access access, std::chrono::milliseconds patience);
 
     base::SqliteStatement Prepare(const char* sql) { return m_database->Prepare(sql); }
-    /// A statement that writes and is used often. It is prepared once and returned with its parameters unbound; the
-    /// caller runs it to its end.
+    /// A statement that is used often. It is prepared once and returned with its parameters unbound; the caller runs it to
+    /// its end.
     /// @param sql  a string literal.
     base::SqliteStatement& Cached(const char* sql);
     /// Moves to the next row; false after the last.

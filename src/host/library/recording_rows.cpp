@@ -103,11 +103,11 @@ RecordingId InsertHead(LibraryFile& file, const Recording& recording) {
 
 void InsertContents(LibraryFile& file, RecordingId id, const Recording& recording) {
     if (!recording.document.empty()) {
-        file.Run(file.Cached("INSERT INTO document VALUES (?, ?)").Bind(id).Bind(recording.document));
+        file.Run(file.Cached("INSERT INTO document VALUES (?, ?)").Bind(id).BindKept(recording.document));
     }
     if (!recording.picture.empty()) {
         base::SqliteStatement& insert = file.Cached("INSERT INTO picture VALUES (?, ?, ?, ?)");
-        file.Run(insert.Bind(id).Bind(recording.width).Bind(recording.height).BindBytes(recording.picture));
+        file.Run(insert.Bind(id).Bind(recording.width).Bind(recording.height).BindKeptBytes(recording.picture));
     }
     base::SqliteStatement& search = file.Cached("INSERT INTO search (rowid, text, fields, source) VALUES (?, ?, ?, ?)");
     file.Run(search.Bind(id).Bind(recording.text).Bind(Joined(recording.fields)).Bind(Joined(recording.sources)));
@@ -190,9 +190,11 @@ std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
 }  // namespace
 
 std::optional<RecordingId> FindRecording(LibraryFile& file, const RecordingKey& key) {
-    base::SqliteStatement query = file.Prepare("SELECT id FROM recording WHERE disk = ? AND number = ?");
+    base::SqliteStatement& query = file.Cached("SELECT id FROM recording WHERE disk = ? AND number = ?");
     if (!file.Next(query.Bind(key.disk).Bind(key.number))) return std::nullopt;
-    return query.Int(0);
+    const RecordingId id = query.Int(0);
+    file.Run(query);
+    return id;
 }
 
 void InsertRecording(LibraryFile& file, const Recording& recording) {

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
+
+#include "host/picture/bgra_row.h"
 
 namespace zel::picture {
 
@@ -24,49 +25,16 @@ const Unit* At(const Unit* source, int width, int row, int column) noexcept {
     return source + static_cast<std::ptrdiff_t>(row) * width + column;
 }
 
-void BlendBgra(const std::uint8_t* source, std::span<Rgba> pixels) noexcept {
-    for (Rgba& pixel : pixels) {
-        if (source[3] != 0) pixel = Over({source[2], source[1], source[0], source[3]}, pixel);
-        source += 4;
-    }
-}
+/// The processor doesn't expect the next row of a glyph, which is far away in memory. It needs the time of several rows
+/// to bring it.
+constexpr int kRowsAhead = 6;
 
-/// Four pixels, which the compiler processes in one vector register where there is one. The alpha is the top byte of
-/// each.
-using Four [[gnu::vector_size(16)]] = std::uint32_t;
-constexpr std::size_t kFour = 4;
-constexpr std::uint32_t kAlphaBits = 0xFF000000, kRedAndBlue = 0x00FF00FF;
-
-Four LoadFour(const void* pixels) noexcept {
-    Four four;
-    std::memcpy(&four, pixels, sizeof four);
-    return four;
-}
-
-bool AllClear(Four pixels) noexcept {
-    const Four alpha = pixels & kAlphaBits;
-    std::uint64_t halves[2];
-    std::memcpy(halves, &alpha, sizeof alpha);
-    return (halves[0] | halves[1]) == 0;
-}
-
-/// Blends a row of the module's pixels. Most of a glyph is drawn on clear pixels and only copied, with red and blue
-/// swapped. A branch for each pixel would be mispredicted too often.
-void BlendBgraRow(const std::uint8_t* source, std::span<Rgba> pixels) noexcept {
-    for (; pixels.size() >= kFour; pixels = pixels.subspan(kFour), source += 4 * kFour) {
-        const Four above = LoadFour(source);
-        const Four below = LoadFour(pixels.data());
-        if (!AllClear(below)) {
-            BlendBgra(source, pixels.first(kFour));
-            continue;
-        }
-        const Four swapped = above >> 16 | above << 16;
-        const Four straight = (above & ~kRedAndBlue) | (swapped & kRedAndBlue);
-        const Four is_clear = (above & kAlphaBits) == 0;
-        const Four blended = (straight & ~is_clear) | (below & is_clear);
-        std::memcpy(static_cast<void*>(pixels.data()), &blended, sizeof blended);
-    }
-    BlendBgra(source, pixels);
+/// Begins to load pixels that will be written.
+void Prefetch(std::span<const Rgba> pixels) noexcept {
+    constexpr std::size_t kLine = 64 / sizeof(Rgba);
+    if (pixels.empty()) return;
+    for (std::size_t n = 0; n < pixels.size(); n += kLine) __builtin_prefetch(&pixels[n], 1);
+    __builtin_prefetch(&pixels.back(), 1);
 }
 
 }  // namespace
@@ -104,8 +72,11 @@ void BlendPixels(PixelView view, int x, int y, ConstPixelView source) noexcept {
 }
 
 void BlendBitmap(PixelView view, int x, int y, const ModuleBitmap& bitmap) noexcept {
+    const auto blend = BgraRowPaths().front().blend;
     ForEachRow(view, x, y, bitmap.width, bitmap.height, [&](int row, int column, std::span<Rgba> pixels) {
-        BlendBgraRow(At(bitmap.bgra.data(), bitmap.width * 4, bitmap.height - 1 - row, column * 4), pixels);
+        const auto later = view.Row(y + row + kRowsAhead);
+        if (!later.empty()) Prefetch(later.subspan(static_cast<std::size_t>(x + column), pixels.size()));
+        blend(At(bitmap.bgra.data(), bitmap.width * 4, bitmap.height - 1 - row, column * 4), pixels);
     });
 }
 

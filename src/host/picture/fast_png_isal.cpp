@@ -5,7 +5,6 @@
 // be joined.
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <mutex>
@@ -106,39 +105,27 @@ class Adler {
 /// The filter for rows. Where colours change gradually, as in a photograph, it makes them shorter; rows of characters
 /// are shorter without.
 PngFilter FilterFor(ConstPixelView pixels, int top, int bottom) noexcept {
-    constexpr int kRowStep = 16, kLargestStep = 24;  // the latter as sum of the four channels
-    const auto change = [](const Rgba& a, const Rgba& b) {
-        return std::abs(a.red - b.red) + std::abs(a.green - b.green) + std::abs(a.blue - b.blue) +
-               std::abs(a.alpha - b.alpha);
-    };
-    int gradual = 0, all = 0;
-    std::int64_t from_left = 0, from_above = 0;
+    constexpr int kRowStep = 16;
+    RowChanges changes;
+    int all = 0;
     for (int y = std::max(top, 1); y < bottom; y += kRowStep) {
-        const auto row = pixels.Row(y), above = pixels.Row(y - 1);
-        for (std::size_t x = 1; x < row.size(); ++x) {
-            const int left = change(row[x], row[x - 1]), up = change(row[x], above[x]);
-            const int least = std::min(left, up);
-            gradual += least != 0 && least < kLargestStep ? 1 : 0;
-            from_left += left;
-            from_above += up;
-        }
+        changes += ChangesOf(pixels.Row(y), pixels.Row(y - 1));
         all += pixels.Width();
     }
     // A tenth: of characters, 1 to 5 % of the pixels change by little, of photographs 14 % and more.
-    if (gradual * 10 <= all) return PngFilter::kNone;
-    return from_left < from_above ? PngFilter::kLeft : PngFilter::kAbove;
+    if (changes.gradual * 10 <= all) return PngFilter::kNone;
+    return changes.from_left < changes.from_above ? PngFilter::kLeft : PngFilter::kAbove;
 }
 
 /// What the encodings of one thread after another use again.
 class Encoder {
   public:
-    std::string Encode(ConstPixelView pixels, PngForm form);
+    std::string Encode(const Picture& picture, PngForm form);
 
     /// The next one in the pool.
     std::unique_ptr<Encoder> next;
 
   private:
-    bool IsClear(int y) const noexcept { return HasZeroSamples(m_pixels.Row(y), m_type); }
     void AppendClear(int rows);
     void AppendDrawn(int top, int bottom);
 
@@ -154,9 +141,10 @@ class Encoder {
     Adler m_adler;
 };
 
-std::string Encoder::Encode(ConstPixelView pixels, PngForm form) {
+std::string Encoder::Encode(const Picture& picture, PngForm form) {
     constexpr std::uint8_t kStreamStart[] = {0x78, 0x01};  // deflate with a window of 32 KiB, fastest
     constexpr std::uint8_t kStreamEnd[] = {0x03, 0x00};    // a last block without bytes
+    const ConstPixelView pixels = picture.View();
     const PngHeader header = HeaderOf(pixels, form);
     m_pixels = pixels;
     m_type = header.type;
@@ -164,11 +152,12 @@ std::string Encoder::Encode(ConstPixelView pixels, PngForm form) {
     m_adler = {};
     for (Bytes* samples : {&m_row, &m_above}) samples->assign(m_row_bytes - 1, 0);
     m_zlib.assign(std::begin(kStreamStart), std::end(kStreamStart));
+    const auto is_clear = [&](int y) { return !picture.MayBeDrawn(y) || HasZeroSamples(pixels.Row(y), m_type); };
     const int rows_of_a_part = static_cast<int>(std::max<std::size_t>(kPartBytes / m_row_bytes, 1));
     for (int top = 0, bottom = 0; top < pixels.Height(); top = bottom) {
-        const bool clear = IsClear(top);
+        const bool clear = is_clear(top);
         for (bottom = top + 1; bottom < pixels.Height() && bottom - top < rows_of_a_part; ++bottom) {
-            if (IsClear(bottom) != clear) break;
+            if (is_clear(bottom) != clear) break;
         }
         if (clear) {
             AppendClear(bottom - top);
@@ -237,7 +226,7 @@ class EncoderPool {
 std::string EncodeFastPng(const Picture& picture, PngForm form) {
     static EncoderPool pool;
     std::unique_ptr<Encoder> encoder = pool.Take();
-    std::string png = encoder->Encode(picture.View(), form);
+    std::string png = encoder->Encode(picture, form);
     pool.Give(std::move(encoder));
     return png;
 }

@@ -23,9 +23,18 @@ struct Picture {
     int height = 0;
     /// width * height * 4 bytes: red, green, blue and alpha of each pixel, top row first.
     std::vector<std::uint8_t> rgba;
+    /// For each row whether it may have a pixel that is not 0; empty if that is unknown. Most rows of a message's
+    /// picture are clear, and what is known to be clear is neither searched nor cleared.
+    std::vector<bool> drawn_rows{};
 
-    PixelView View() { return {rgba, width, height}; }
+    /// To draw on: the drawn rows are unknown afterwards.
+    PixelView View() {
+        drawn_rows.clear();
+        return {rgba, width, height};
+    }
     ConstPixelView View() const { return {rgba, width, height}; }
+
+    bool MayBeDrawn(int y) const { return drawn_rows.empty() || drawn_rows[static_cast<std::size_t>(y)]; }
 };
 
 /// A picture with all pixels transparent black.

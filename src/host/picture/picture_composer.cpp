@@ -1,5 +1,6 @@
 #include "host/picture/picture_composer.h"
 
+#include <algorithm>
 #include <utility>
 #include <variant>
 
@@ -73,6 +74,7 @@ bool PictureComposer::TakePixels(PixelView view, const PixelBox& box) noexcept {
     const std::int64_t pixels = std::int64_t{visible.Width()} * visible.Height();
     if (pixels > m_left) return false;
     m_left -= pixels;
+    std::fill(m_drawn_rows.begin() + visible.top, m_drawn_rows.begin() + visible.bottom, true);
     return true;
 }
 
@@ -97,6 +99,7 @@ void PictureComposer::Compose(const CZelMessage& message) {
     picture.height = message.m_pMsgFlags->Lines();
     picture.rgba = m_pool.Take(PixelBytes(picture.width, picture.height));
     const PixelView view = picture.View();
+    m_drawn_rows.assign(static_cast<std::size_t>(picture.height), false);
     for (const PendingCharacter& pending : m_pending) {
         const tag_CharInf& info = pending.info;
         if (info.font_copy == nullptr) {
@@ -112,6 +115,7 @@ void PictureComposer::Compose(const CZelMessage& message) {
         }
         BlendBitmap(view, info.x, top, {glyph.rect.Width(), glyph.rect.Height(), glyph.pixels});
     }
+    picture.drawn_rows = m_drawn_rows;
     m_pending.clear();
     m_fonts = nullptr;
 }
@@ -139,7 +143,7 @@ std::optional<Picture> PictureComposer::TakePicture() {
 
 void PictureComposer::GiveBack(Picture picture) {
     // The picture of an RGBA file has a size of its own.
-    if (picture.width == kPictureWidth) m_pool.Give(std::move(picture.rgba));
+    if (picture.width == kPictureWidth) m_pool.Give(std::move(picture));
 }
 
 }  // namespace zel::picture

@@ -45,7 +45,7 @@ class PictureComposer : public host::HostObserver {
     void BeginMessage(CZelFont& fonts);
     void LoadRgba(const CZelTransDlg& dialog);
     void Compose(const CZelMessage& message);
-    /// Takes the visible part of a box from the pixels that the message may still cover.
+    /// Takes the visible part of a box, which is then drawn, from the pixels that the message may still cover.
     /// @return false if too few are left.
     bool TakePixels(PixelView view, const PixelBox& box) noexcept;
     void DrawText(PixelView view, const PendingCharacter& pending, const CZelMessage& message);
@@ -57,6 +57,8 @@ class PictureComposer : public host::HostObserver {
     std::vector<PendingCharacter> m_pending;
     /// Pixels that the characters of the current message may still cover.
     std::int64_t m_left = 0;
+    /// Of the current message's picture.
+    std::vector<bool> m_drawn_rows;
     std::optional<Picture> m_picture;
     PixelPool m_pool;
     std::string m_rgba_error;

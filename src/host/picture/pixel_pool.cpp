@@ -1,5 +1,6 @@
 #include "host/picture/pixel_pool.h"
 
+#include <cstring>
 #include <utility>
 
 namespace zel::picture {
@@ -13,13 +14,17 @@ std::vector<std::uint8_t> PixelPool::Take(std::size_t size) {
             m_buffers.pop_back();
         }
     }
-    pixels.assign(size, 0);
+    pixels.resize(size);
     return pixels;
 }
 
-void PixelPool::Give(std::vector<std::uint8_t> pixels) {
+void PixelPool::Give(Picture picture) {
+    const std::size_t row_bytes = PixelBytes(picture.width, 1);
+    for (int y = 0; y < picture.height; ++y) {
+        if (picture.MayBeDrawn(y)) std::memset(&picture.rgba[static_cast<std::size_t>(y) * row_bytes], 0, row_bytes);
+    }
     const std::lock_guard lock(m_mutex);
-    m_buffers.push_back(std::move(pixels));
+    m_buffers.push_back(std::move(picture.rgba));
 }
 
 }  // namespace zel::picture

@@ -5,6 +5,8 @@
 #include <mutex>
 #include <vector>
 
+#include "host/picture/picture.h"
+
 namespace zel::picture {
 
 /// A pool of pixel buffers, reused between pictures. The system provides the memory of a new buffer page by page, which
@@ -13,11 +15,12 @@ class PixelPool {
   public:
     /// A buffer of `size` bytes, all 0.
     std::vector<std::uint8_t> Take(std::size_t size);
-    /// Keeps a buffer for a later Take.
-    void Give(std::vector<std::uint8_t> pixels);
+    /// Clears the pixels of a picture and keeps them for a later Take.
+    void Give(Picture picture);
 
   private:
     std::mutex m_mutex;
+    /// All bytes are 0.
     std::vector<std::vector<std::uint8_t>> m_buffers;
 };
 

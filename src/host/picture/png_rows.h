@@ -23,6 +23,24 @@ void CopySamples(std::span<const Rgba> pixels, PngColourType type, std::uint8_t*
 /// Whether all samples of pixels are 0.
 bool HasZeroSamples(std::span<const Rgba> pixels, PngColourType type) noexcept;
 
+/// How the pixels of rows, without the first of each, differ from their neighbours, in the sum of the four channels.
+struct RowChanges {
+    /// Pixels that differ a little from the neighbour that they differ less from.
+    int gradual = 0;
+    /// Sums of the differences from the pixel to the left and from the one above.
+    std::int64_t from_left = 0, from_above = 0;
+
+    RowChanges& operator+=(const RowChanges& more) noexcept {
+        gradual += more.gradual;
+        from_left += more.from_left;
+        from_above += more.from_above;
+        return *this;
+    }
+};
+
+/// @param above  as many pixels as the row has, which are at most 32,767.
+RowChanges ChangesOf(std::span<const Rgba> row, std::span<const Rgba> above) noexcept;
+
 /// The filters of PNG, with their numbers in a file: what a sample is predicted to be. The difference is stored.
 enum class PngFilter : std::uint8_t {
     kNone,

@@ -19,6 +19,8 @@ constexpr std::size_t kLargestChunk = 16;
 constexpr auto kLongestWait = std::chrono::milliseconds(200);
 /// Largest number of messages that wait for each thread. Each contains a picture of 1.4 MB.
 constexpr std::size_t kWaitingPerThread = 2;
+/// Largest number of recordings that wait while a chunk is stored. Most have 60 KB.
+constexpr std::size_t kWaitingForLibrary = 16;
 
 std::filesystem::path FileOf(int number, const std::string& directory, const char* extension) {
     return std::filesystem::path(directory) / (base::FourDigits(number) + extension);
@@ -50,7 +52,8 @@ BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digest
     : m_options(options), m_digests(digests), m_done(std::move(done)), m_stored_at(std::chrono::steady_clock::now()) {
     if (options.library) m_library.emplace(*options.library, library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
-    m_workers = std::make_unique<base::OrderedWorkers<Result>>(options.jobs, options.jobs * kWaitingPerThread,
+    const base::WorkerLimits limits{options.jobs * kWaitingPerThread, kWaitingForLibrary};
+    m_workers = std::make_unique<base::OrderedWorkers<Result>>(options.jobs, limits,
                                                                [this](Result result) { Take(std::move(result)); });
 }
 
@@ -86,20 +89,19 @@ void BatchRecorder::Take(Result result) {
 }
 
 void BatchRecorder::Store() {
-    MarkReplaced();
-    if (!m_chunk.empty()) m_library->Record(m_chunk);
+    if (!m_chunk.empty()) {
+        const std::vector<bool> replaced = m_library->Record(m_chunk);
+        for (std::size_t n = 0; n < m_chunk.size(); ++n) {
+            if (replaced[n]) ItemOf(m_chunk[n].number).replaced = true;
+        }
+    }
     m_chunk.clear();
     for (const RecordedItem& item : std::exchange(m_items, {})) m_done(item);
     m_stored_at = std::chrono::steady_clock::now();
 }
 
-void BatchRecorder::MarkReplaced() {
-    for (const library::Recording& recording : m_chunk) {
-        if (!m_library->Has({recording.disk, recording.number})) continue;
-        std::ranges::find(m_items, recording.number, [](const RecordedItem& item) {
-            return item.item.number;
-        })->replaced = true;
-    }
+RecordedItem& BatchRecorder::ItemOf(int number) {
+    return *std::ranges::find(m_items, number, [](const RecordedItem& item) { return item.item.number; });
 }
 
 void BatchRecorder::Finish() {

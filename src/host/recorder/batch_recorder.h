@@ -63,7 +63,8 @@ class BatchRecorder : public host::HostObserver {
     Result Record(const host::BatchItem& item, ArrivedMessage arrived);
     void Take(Result result);
     void Store();
-    void MarkReplaced();
+    /// The item of a recording of the chunk.
+    RecordedItem& ItemOf(int number);
 
     const RecorderOptions m_options;
     FileDigests& m_digests;

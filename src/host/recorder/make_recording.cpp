@@ -1,7 +1,8 @@
 #include "host/recorder/make_recording.h"
 
 #include <algorithm>
-#include <ctime>
+#include <chrono>
+#include <cstdio>
 
 #include "base/field_text.h"
 #include "base/utf8.h"
@@ -16,12 +17,18 @@ namespace zel::recorder {
 
 namespace {
 
+/// Without the C library's conversion, which looks for the file of the local time zone each time.
 std::string UtcNow() {
-    const std::time_t now = std::time(nullptr);
-    std::tm utc{};
-    gmtime_r(&now, &utc);
-    char text[32];
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &utc);
+    namespace chrono = std::chrono;
+    const auto now = chrono::floor<chrono::seconds>(chrono::system_clock::now());
+    const auto day = chrono::floor<chrono::days>(now);
+    const chrono::year_month_day date(day);
+    const chrono::hh_mm_ss time(now - day);
+    char text[64];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02dZ", static_cast<int>(date.year()),
+                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
+                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
+                  static_cast<int>(time.seconds().count()));
     return text;
 }
 

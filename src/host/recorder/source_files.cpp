@@ -1,9 +1,12 @@
 #include "host/recorder/source_files.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <filesystem>
+#include <limits>
 #include <stdexcept>
 #include <system_error>
+
+#include <sys/stat.h>
 
 #include "base/sha256.h"
 #include "base/text.h"
@@ -24,13 +27,6 @@ std::string FontPath(const std::string& directory, int number) {
     return directory + "/" + base::NumberedName(number);
 }
 
-/// In bytes; 0 for a file that is missing or isn't a regular file.
-std::uint64_t SizeOf(const std::string& path) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    return error ? 0 : size;
-}
-
 /// The files of one message. A file that exceeds kMaxHashed has no checksum, so that 16 large fonts don't take long.
 class SourceList {
   public:
@@ -46,10 +42,9 @@ class SourceList {
 
   private:
     library::SourceFile Make(const std::string& path) {
-        const std::uint64_t size = SizeOf(path);
-        if (size > m_left) return {path, std::nullopt, size, {}};
-        m_left -= size;
-        return m_digests.Of(path);
+        library::SourceFile file = m_digests.OfSize(path, std::nullopt, m_left);
+        if (file.size <= m_left) m_left -= file.size;
+        return file;
     }
 
     FileDigests& m_digests;
@@ -59,28 +54,52 @@ class SourceList {
 
 }  // namespace
 
+std::optional<FileDigests::State> FileDigests::StateOf(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    return State{static_cast<std::uint64_t>(status.st_size), {status.st_mtim.tv_sec, status.st_mtim.tv_nsec}};
+}
+
 library::SourceFile FileDigests::Of(const std::string& path) {
-    std::error_code error;
-    const auto changed = std::filesystem::last_write_time(path, error);
-    const std::uintmax_t size = error ? 0 : std::filesystem::file_size(path, error);
-    if (error) return {path, std::nullopt, 0, {}};
+    return OfSize(path, std::nullopt, std::numeric_limits<std::uint64_t>::max());
+}
+
+library::SourceFile FileDigests::OfSize(const std::string& path, std::optional<std::uint64_t> size,
+                                        std::uint64_t most) {
+    const std::optional<State> state = StateOf(path);
+    if (!state) return {path, std::nullopt, 0, {}};
+    if (state->size > most || size.value_or(state->size) != state->size) return {path, std::nullopt, state->size, {}};
+    return Digested(path, *state);
+}
+
+library::SourceFile FileDigests::Digested(const std::string& path, const State& state) {
+    library::SourceFile file{path, std::nullopt, state.size, {}};
     {
         const std::lock_guard lock(m_mutex);
         const auto found = m_known.find(path);
-        if (found != m_known.end() && found->second.changed == changed && found->second.file.size == size)
-            return found->second.file;
+        if (found != m_known.end() && found->second.state == state) {
+            found->second.is_shared = true;
+            file.sha256 = found->second.sha256;
+            return file;
+        }
     }
-    library::SourceFile file{path, std::nullopt, size, {}};
     try {
         file.sha256 = base::Sha256OfFile(path, m_stop);
     } catch (const std::runtime_error&) {
         return file;
     }
-    const std::lock_guard lock(m_mutex);
-    // Few entries are needed again: messages are read once, and the fonts are soon cached again.
-    if (m_known.size() >= kMaxKnown) m_known.clear();
-    m_known.insert_or_assign(path, Known{changed, file});
+    Keep(path, {state, file.sha256});
     return file;
+}
+
+void FileDigests::Keep(const std::string& path, Known known) {
+    const std::lock_guard lock(m_mutex);
+    if (m_known.size() >= kMaxKnown) {
+        // Messages are needed once, their fonts again and again.
+        std::erase_if(m_known, [](const auto& entry) { return !entry.second.is_shared; });
+        if (m_known.size() >= kMaxKnown) m_known.clear();
+    }
+    m_known.insert_or_assign(path, std::move(known));
 }
 
 std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& message, const std::string& font_directory,
@@ -98,9 +117,10 @@ std::vector<library::SourceFile> SourcesOf(const document::MessageRecord& messag
 bool AreUnchanged(const std::vector<library::SourceFile>& sources, const std::string& font_directory,
                   FileDigests& digests) {
     return !sources.empty() && std::ranges::all_of(sources, [&](const library::SourceFile& source) {
-        // First the size, since a checksum of other bytes is made for nothing.
-        if (SizeOf(source.path) != source.size || (source.sha256.empty() && source.size != 0)) return false;
-        if (digests.Of(source.path).sha256 != source.sha256) return false;
+        if (source.sha256.empty() && source.size != 0) return false;
+        const library::SourceFile file =
+            digests.OfSize(source.path, source.size, std::numeric_limits<std::uint64_t>::max());
+        if (file.size != source.size || file.sha256 != source.sha256) return false;
         // A font from another directory is outdated if the font directory contains one by now.
         const std::string expected = source.font_number ? FontPath(font_directory, *source.font_number) : source.path;
         std::error_code error;

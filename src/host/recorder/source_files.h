@@ -1,9 +1,10 @@
 #pragma once
 
-#include <filesystem>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,11 +26,28 @@ class FileDigests {
     /// @param path  absolute, this system's.
     library::SourceFile Of(const std::string& path);
 
+    /// As Of, but a file that has another size than `size`, or one above `most`, is not read and has no checksum.
+    library::SourceFile OfSize(const std::string& path, std::optional<std::uint64_t> size, std::uint64_t most);
+
   private:
-    struct Known {
-        std::filesystem::file_time_type changed;
-        library::SourceFile file;
+    /// What the system says of a file, and what changes with its bytes.
+    struct State {
+        std::uint64_t size = 0;
+        /// Seconds and nanoseconds.
+        std::pair<std::int64_t, std::int64_t> changed;
+        bool operator==(const State&) const = default;
     };
+    struct Known {
+        State state;
+        std::string sha256;
+        /// It was asked for again.
+        bool is_shared = false;
+    };
+    /// Empty for a file that is missing or isn't a regular one.
+    static std::optional<State> StateOf(const std::string& path);
+    library::SourceFile Digested(const std::string& path, const State& state);
+    void Keep(const std::string& path, Known known);
+
     const std::function<bool()> m_stop;
     std::mutex m_mutex;
     std::map<std::string, Known> m_known;

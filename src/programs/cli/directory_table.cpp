@@ -106,11 +106,9 @@ std::string DirectoryTable::Text() const {
 
 std::string DirectoryTable::Totals() const {
     std::map<FileKind, std::size_t> kinds;
-    std::size_t defects = 0;
     for (const DirectoryEntry& entry : m_entries) {
         if (!entry.report) continue;
         ++kinds[entry.report->kind];
-        if (entry.report->verdict == Verdict::kReadable) ++defects;
     }
     std::vector<std::string> parts;
     parts.reserve(kinds.size());
@@ -121,9 +119,16 @@ std::string DirectoryTable::Totals() const {
     }
     std::string text = Count(m_entries.size(), "file");
     if (!parts.empty()) text += " (" + inspect::Listed(parts) + ")";
+    const std::size_t defects = DefectCount();
     if (defects != 0) text += ", " + inspect::Number(defects) + " with defects";
     const std::string failure = Failure();
     return failure.empty() ? text : text + ", " + failure;
+}
+
+std::size_t DirectoryTable::DefectCount() const {
+    return static_cast<std::size_t>(std::ranges::count_if(m_entries, [](const DirectoryEntry& entry) {
+        return entry.report && entry.report->verdict == Verdict::kReadable;
+    }));
 }
 
 std::string DirectoryTable::MissingFonts() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -33,6 +34,9 @@ class DirectoryTable {
     /// The number of broken and unreadable files and directories, in one line; empty if there are none. Foreign files
     /// are no failure.
     std::string Failure() const;
+
+    /// The number of readable files with defects.
+    std::size_t DefectCount() const;
 
   private:
     /// Finds the files and the directories that can't be listed. Links are not followed.

@@ -1,5 +1,6 @@
 #include "programs/cli/info_command.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -12,12 +13,14 @@
 #include "host/archive/unpacked_archive.h"
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
+#include "inspect/words.h"
 #include "programs/cli/archive_faults.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/directory_table.h"
 #include "programs/cli/interrupt.h"
 #include "programs/cli/options.h"
 #include "programs/cli/report_json.h"
+#include "programs/cli/standard_input.h"
 
 namespace zel::cli {
 
@@ -27,7 +30,7 @@ namespace fs = std::filesystem;
 
 struct InfoArguments {
     std::vector<std::string> files;
-    bool json = false;
+    bool json = false, strict = false;
 };
 
 class Info {
@@ -37,7 +40,9 @@ class Info {
     ExitCode Run() {
         for (const std::string& file : m_arguments.files) {
             std::error_code error;
-            if (fs::is_directory(file, error)) {
+            if (IsStandardInput(file)) {
+                ShowReport(kStandardInput, [] { return inspect::InspectBytes(ReadStandardInput(), kStandardInput); });
+            } else if (fs::is_directory(file, error)) {
                 ShowDirectory(file, file);
             } else {
                 ShowFile(file);
@@ -62,13 +67,19 @@ class Info {
     }
 
     void ShowFile(const std::string& file) {
+        ShowReport(file, [&] { return inspect::InspectFile(file); });
+    }
+
+    template <class Inspect>
+    void ShowReport(const std::string& file, Inspect inspect) {
         try {
-            const inspect::FileReport report = inspect::InspectFile(file);
+            const inspect::FileReport report = inspect();
             if (report.verdict == inspect::Verdict::kForeign && ShowArchive(file)) return;
             Show(m_arguments.json ? ReportJson(report) + "\n" : inspect::ReportText(report));
             const bool good =
                 report.verdict == inspect::Verdict::kWhole || report.verdict == inspect::Verdict::kReadable;
-            if (!good) Fail(file + ": " + inspect::VerdictText(report));
+            if (!good || (m_arguments.strict && report.verdict != inspect::Verdict::kWhole))
+                Fail(file + ": " + inspect::VerdictText(report));
         } catch (const std::runtime_error& error) {
             if (m_arguments.json) Show(UnreadableJson(file, error.what()) + "\n");
             Fail(file + ": " + error.what());
@@ -101,6 +112,8 @@ class Info {
             Show(table.Text());
         }
         if (!table.Failure().empty()) Fail(name + ": " + table.Failure());
+        if (m_arguments.strict && table.DefectCount() != 0)
+            Fail(name + ": " + inspect::Count(table.DefectCount(), "file") + " with defects");
     }
 
     void ShowJson(const DirectoryEntry& entry, const std::string& path) {
@@ -122,10 +135,16 @@ void AddInfoCommand(CLI::App& app, CommandRun& run) {
     CLI::App& command = *app.add_subcommand("info", "Reports the kind, the contents and the defects of files.");
     AddArgument(command, "FILE", arguments->files,
                 "message, font, RGBA picture or name list files, or directories, which are read with their "
-                "subdirectories, or archives of disks (zip, tar, ISO 9660)");
+                "subdirectories, or archives of disks (zip, tar, ISO 9660); - is standard input");
     AddJson(command, arguments->json, "print one JSON object per file, each in one line");
+    command.add_flag("--strict", arguments->strict, "end with exit code 1 if there are defects too");
+    AddVerbosity(command, false);
     AddExample(command, "zeltrans info DISK/MESSAGES/.0012\n  zeltrans info DISK");
-    command.callback([arguments, &run] { run = [arguments] { return Info(*arguments).Run(); }; });
+    command.callback([arguments, &run] {
+        if (std::ranges::count_if(arguments->files, IsStandardInput) > 1)
+            throw CLI::ValidationError("FILE", "standard input can be read once");
+        run = [arguments] { return Info(*arguments).Run(); };
+    });
 }
 
 }  // namespace zel::cli

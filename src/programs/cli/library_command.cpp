@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include <CLI/App.hpp>
@@ -17,10 +18,12 @@
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/json_output.h"
 #include "programs/cli/library_table.h"
+#include "programs/cli/number_selection.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
 #include "programs/cli/output_file.h"
 #include "programs/cli/recording_text.h"
+#include "programs/cli/run_options.h"
 
 namespace zel::cli {
 
@@ -31,6 +34,8 @@ struct LibraryArguments {
     std::vector<std::string> words;   // of a search
     std::vector<std::string> shards;  // of a merge
     int number = 0;
+    std::vector<std::string> number_words;  // of a removal
+    NumberSelection numbers;
     std::optional<std::string> disk, png;
     /// --json without a file.
     bool json = false;
@@ -43,15 +48,15 @@ std::string DiskName(const std::string& disk) {
 }
 
 // The recording of --disk, or of the only disk with that number.
-library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& arguments) {
+library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& arguments, int number) {
     std::vector<library::RecordingKey> found;
     std::string disks;
     for (const std::string& disk : arguments.disk ? std::vector{*arguments.disk} : library.Disks()) {
-        if (!library.Has({disk, arguments.number})) continue;
-        found.push_back({disk, arguments.number});
+        if (!library.Has({disk, number})) continue;
+        found.push_back({disk, number});
         disks += (disks.empty() ? "" : ", ") + DiskName(disk);
     }
-    const std::string what = arguments.library + ": message " + base::NumberedName(arguments.number);
+    const std::string what = arguments.library + ": message " + base::NumberedName(number);
     if (found.size() > 1) {
         throw CommandError(what + " is recorded from several disks; choose one with --disk: " + disks);
     }
@@ -96,15 +101,17 @@ ExitCode SearchLibrary(const LibraryArguments& arguments) {
 }
 
 // An output that the recording does not contain is not written.
-void WritePart(const std::optional<std::string>& path, const std::string& bytes, const char* what, bool json) {
+void WritePart(const std::optional<std::string>& path, const std::string& bytes, const char* what,
+               OutputContent content, bool json) {
     if (!path) return;
     if (bytes.empty()) {
         PrintNote(std::string("the recording has no ") + what + "; " + *path + " was not written");
         return;
     }
-    OutputFile file(*path);
+    OutputFile file(*path, content);
     file.Write(bytes);
     file.Commit();
+    if (*path == "-") return;
     const std::string line = "wrote " + *path;
     json ? PrintNote(line) : PrintLine(line);
 }
@@ -125,15 +132,16 @@ ExitCode ShowRecording(const LibraryArguments& arguments) {
     files.Write(arguments.document, "--json");
     CheckOutputs(files);
     library::Library library(arguments.library, library::Access::kRead);
-    const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments));
+    const std::optional<library::Recording> recording = library.Find(KeyOf(library, arguments, arguments.number));
     if (!recording) throw CommandError(arguments.library + ": another program removed the recording");
     if (arguments.json) {
         PrintRecordingJson(arguments, *recording);
     } else if (!arguments.png && !arguments.document) {
         PrintLines(base::TerminalText(arguments.library) + ": " + RecordingText(*recording));
     }
-    WritePart(arguments.png, recording->picture, "picture", arguments.json);
-    WritePart(arguments.document, recording->document.empty() ? "" : recording->document + '\n', "document", false);
+    WritePart(arguments.png, recording->picture, "picture", OutputContent::kBinary, arguments.json);
+    WritePart(arguments.document, recording->document.empty() ? "" : recording->document + '\n', "document",
+              OutputContent::kText, false);
     return ExitCode::kDone;
 }
 
@@ -153,15 +161,39 @@ ExitCode MergeLibraries(const LibraryArguments& arguments) {
     return ExitCode::kDone;
 }
 
-ExitCode RemoveRecording(const LibraryArguments& arguments) {
-    // Looked up read-only first, so that a missing library is not created.
-    const library::RecordingKey key = [&] {
+// Of a list, a number that is named alone must be recorded; of a range, at least one.
+std::vector<library::RecordingKey> KeysToRemove(library::Library& library, const LibraryArguments& arguments) {
+    std::set<int> recorded;
+    for (const library::LibraryEntry& entry : library.List(arguments.disk)) recorded.insert(entry.key.number);
+    std::vector<library::RecordingKey> keys;
+    for (const Interval& interval : arguments.numbers.Intervals()) {
+        if (interval.first == interval.last) {
+            keys.push_back(KeyOf(library, arguments, interval.first));
+            continue;
+        }
+        const auto end = recorded.upper_bound(interval.last);
+        for (auto number = recorded.lower_bound(interval.first); number != end; ++number)
+            keys.push_back(KeyOf(library, arguments, *number));
+    }
+    if (keys.empty()) {
+        throw CommandError(arguments.library + ": no message of these numbers is recorded" +
+                           (arguments.disk ? " from " + DiskName(*arguments.disk) : ""));
+    }
+    return keys;
+}
+
+ExitCode RemoveRecordings(const LibraryArguments& arguments) {
+    // Looked up read-only first, so that a missing library is not created, and nothing is removed if one is missing.
+    const std::vector<library::RecordingKey> keys = [&] {
         library::Library library(arguments.library, library::Access::kRead);
-        return KeyOf(library, arguments);
+        return KeysToRemove(library, arguments);
     }();
-    library::Library(arguments.library, library::Access::kWrite).Remove(key);
-    PrintLine(arguments.library + ": removed " + base::NumberedName(key.number) +
-              (key.disk.empty() ? "" : " from " + DiskName(key.disk)));
+    library::Library library(arguments.library, library::Access::kWrite);
+    for (const library::RecordingKey& key : keys) {
+        library.Remove(key);
+        PrintLine(arguments.library + ": removed " + base::NumberedName(key.number) +
+                  (key.disk.empty() ? "" : " from " + DiskName(key.disk)));
+    }
     return ExitCode::kDone;
 }
 
@@ -199,7 +231,18 @@ void AddRecordingJson(CLI::App& command, LibraryArguments& arguments) {
             "print the recording as a JSON object; with FILE, write the message to it as a "
             "JSON document")
         ->expected(0, 1)
-        ->type_name("[FILE]");
+        ->type_name("[FILE|-]");
+}
+
+// A removal has no module to check FIRST LAST.
+void CheckRemoval(LibraryArguments& arguments) {
+    std::vector<std::string> words = arguments.number_words;
+    if (words.size() == 2) words = {words[0] + "-" + words[1]};
+    ParseNumbers(words, arguments.numbers);
+}
+
+void CheckShow(const LibraryArguments& arguments) {
+    ReserveStandardOutputFor({{"--png", &arguments.png}, {"--json", &arguments.document}}, arguments.json);
 }
 
 // One subcommand of `library`, with the library's file as its first argument.
@@ -234,17 +277,26 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
 
     CLI::App& show = add("show", "Shows one recording, or writes its picture or document to a file.", ShowRecording);
     AddRecordingKey(show, *arguments);
-    AddPath(show, "--png", arguments->png, "FILE", "write the picture as PNG");
+    AddPath(show, "--png", arguments->png, "FILE|-", "write the picture as PNG");
     AddRecordingJson(show, *arguments);
+    show.parse_complete_callback([arguments] { CheckShow(*arguments); });
 
     CLI::App& merge = add("merge",
                           "Adds the recordings of other libraries. A recording that differs from the one of the same "
                           "disk and number replaces it.",
                           MergeLibraries);
     AddArgument(merge, "SHARD", arguments->shards, "the libraries whose recordings are added");
+    AddVerbosity(merge, false);
 
-    CLI::App& remove = add("remove", "Removes one recording.", RemoveRecording);
-    AddRecordingKey(remove, *arguments);
+    CLI::App& remove = add("remove", "Removes recordings.", RemoveRecordings);
+    remove.add_option("NUMBERS", arguments->number_words, "the messages: a list such as 12 or 1,3,7-9, or FIRST LAST")
+        ->required()
+        ->expected(1, 2)
+        ->type_name("");
+    AddText(remove, "--disk", arguments->disk, "NAME",
+            "the name of the disk, if the numbers are recorded from several");
+    AddVerbosity(remove, false);
+    remove.parse_complete_callback([arguments] { CheckRemoval(*arguments); });
     AddExample(library, "zeltrans library search messages.zellib weather");
 }
 

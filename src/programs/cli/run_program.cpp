@@ -18,7 +18,7 @@
 #include "base/terminal_text.h"
 #include "base/whole_file.h"
 #include "programs/cli/diagnostics.h"
-#include "programs/cli/help_formatter.h"
+#include "programs/cli/program_options.h"
 #include "programs/cli/suggestion.h"
 
 namespace zel::cli {
@@ -93,19 +93,11 @@ std::span<const NamedCommand> SelectedOrAll(std::span<const NamedCommand> comman
 }
 
 ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
-    CLI::App app("Imports Zelmara! messages and fonts through the ZelTrans module.", "zeltrans");
-    // The commands inherit these three.
-    app.formatter(std::make_shared<HelpFormatter>());
-    app.set_help_flag("-h,--help", "print this help and exit");
-    app.group("Commands");
-    app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION, "print the version and exit");
-    app.require_subcommand(1);
+    CLI::App app;
+    AddProgramOptions(app);
     CommandRun run;
     std::vector<std::string> arguments = Arguments(argc, argv);
     for (const NamedCommand& command : SelectedOrAll(commands, arguments.front())) command.add(app, run);
-    app.footer(
-        "\"zeltrans help COMMAND\" describes a command.\n"
-        "Exit codes: 0 success, 1 failure, 2 invalid arguments, 130 Ctrl-C.");
     try {
         std::ranges::reverse(arguments);  // CLI11 takes them from the end
         app.parse(std::move(arguments));

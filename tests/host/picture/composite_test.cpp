@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/picture/bgra_row.h"
 #include "host/picture/picture.h"
 
 namespace zel::test {
@@ -71,22 +72,28 @@ TEST_F(SmallView, ClipsABitmapToItself) {
     }
 }
 
-TEST(Bitmap, IsBlendedOverEachPixelOfALongRow) {
-    constexpr int kWidth = 27;
-    std::vector<std::uint8_t> bitmap(kWidth * 4), bytes(kWidth * 4);
-    for (int solid = 0; solid < 3; ++solid) {
-        for (std::size_t n = 0; n < bitmap.size(); ++n) {
-            bitmap[n] = static_cast<std::uint8_t>(n % 4 != 3 ? n * 37 : n / 20 % 3 * 100);
-            bytes[n] =
-                static_cast<std::uint8_t>(n % 4 != 3 ? n * 53 : n / 28 % 2 * 127U * static_cast<unsigned>(solid));
-        }
-        const std::vector<std::uint8_t> ground = bytes;
-        picture::BlendBitmap({bytes, kWidth, 1}, 0, 0, {kWidth, 1, bitmap});
-        for (std::size_t n = 0; n < bytes.size(); n += 4) {
-            const picture::Rgba blended = picture::Over({bitmap[n + 2], bitmap[n + 1], bitmap[n], bitmap[n + 3]},
-                                                        {ground[n], ground[n + 1], ground[n + 2], ground[n + 3]});
-            EXPECT_EQ((picture::Rgba{bytes[n], bytes[n + 1], bytes[n + 2], bytes[n + 3]}), blended)
-                << n << ' ' << solid;
+TEST(BgraRow, IsBlendedOverEachPixelByEveryPath) {
+    // Rows of every length up to 30, with a pixel between them. Some stretches of the source are clear or opaque, and
+    // some of the ground are clear.
+    std::vector<std::uint8_t> source;
+    std::vector<picture::Rgba> ground;
+    for (unsigned pair = 0; pair < 65536; ++pair) {
+        const unsigned mixed = pair * 40503U & 0xFFFFU;
+        const auto byte = [&](unsigned factor) { return static_cast<std::uint8_t>(mixed * factor >> 7); };
+        const unsigned alpha = pair / 64 % 4 == 0 ? 0 : pair / 64 % 4 == 1 ? 255 : mixed & 0xFF;
+        source.insert(source.end(), {byte(3), byte(7), byte(11), static_cast<std::uint8_t>(alpha)});
+        ground.push_back({byte(5), byte(13), byte(17), static_cast<std::uint8_t>(pair / 32 % 3 != 0 ? mixed >> 8 : 0)});
+    }
+    for (const picture::BgraRowPath& path : picture::BgraRowPaths()) {
+        std::vector<picture::Rgba> pixels = ground;
+        for (std::size_t n = 0, width = 1; n + width < pixels.size(); n += width + 1, width = width % 30 + 1)
+            path.blend(&source[4 * n], std::span(pixels).subspan(n, width));
+        for (std::size_t n = 0, width = 1; n + width < pixels.size(); n += width + 1, width = width % 30 + 1) {
+            for (std::size_t i = n; i < n + width; ++i) {
+                const std::uint8_t* bgra = &source[4 * i];
+                ASSERT_EQ(pixels[i], picture::Over({bgra[2], bgra[1], bgra[0], bgra[3]}, ground[i])) << path.name << i;
+            }
+            ASSERT_EQ(pixels[n + width], ground[n + width]) << path.name;
         }
     }
 }

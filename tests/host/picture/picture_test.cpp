@@ -1,7 +1,12 @@
+#include <algorithm>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "host/host_disk.h"
+#include "host/picture/composite.h"
 #include "host/picture/picture_composer.h"
+#include "host/picture/png_writer.h"
 #include "host/run/batch_run.h"
 #include "platform/system/files.h"
 
@@ -15,7 +20,14 @@ class PictureOf : public HostDisk {
         picture::PictureComposer composer;
         const run::ImportOutcome outcome = Import({&composer});
         EXPECT_TRUE(outcome.Done()) << outcome.failure;
-        return composer.TakePicture().value_or(picture::Picture{});
+        picture::Picture picture = composer.TakePicture().value_or(picture::Picture{});
+        for (int y = 0; y < picture.height; ++y) {
+            const auto row = std::as_const(picture).View().Row(y);
+            const bool is_clear =
+                std::ranges::all_of(row, [](picture::Rgba pixel) { return pixel == picture::Rgba{}; });
+            EXPECT_TRUE(is_clear || picture.MayBeDrawn(y)) << y;
+        }
+        return picture;
     }
     picture::Picture Compose(const samples::MessageFile& message) {
         WriteMessage(message);
@@ -52,6 +64,16 @@ TEST_F(PictureOf, APalMessageIsHigher) {
     const picture::Picture picture = Compose(message);
     EXPECT_EQ(picture.height, 576);
     EXPECT_EQ(Ink(picture), (std::array{57, 95, 61, 97}));  // 33 lines are above the picture, not 20
+}
+
+TEST_F(PictureOf, AMessageIsNotSearchedWhereNothingWasDrawn) {
+    WriteFont(BlockFont());
+    picture::Picture picture = Compose(OneRow("A"));
+    EXPECT_TRUE(picture.MayBeDrawn(109) && !picture.MayBeDrawn(100) && !picture.MayBeDrawn(200));
+    const std::string png = picture::EncodePng(picture);
+    picture::Fill(picture.View().Part({0, 200, 1, 201}), {});
+    EXPECT_TRUE(picture.MayBeDrawn(100)) << "somebody may have drawn";
+    EXPECT_EQ(picture::EncodePng(picture), png);
 }
 
 /// Collects the picture of each message of a batch.

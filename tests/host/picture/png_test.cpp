@@ -1,5 +1,9 @@
+#include <algorithm>
+#include <cstdlib>
 #include <map>
+#include <span>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -7,6 +11,7 @@
 #include <stb/stb_image.h>
 
 #include "host/picture/png_reader.h"
+#include "host/picture/png_rows.h"
 #include "host/picture/png_writer.h"
 #include "qt_reader.h"
 
@@ -124,6 +129,29 @@ TEST(Png, IsReadBackToTheSamePixels) {
                 }
             }
         }
+    }
+}
+
+TEST(RowChanges, AreThoseOfEachPixelFromItsNeighbours) {
+    constexpr int kWidest = 11;
+    std::vector<picture::Rgba> rows;
+    for (unsigned n = 0; n < 2 * kWidest; ++n)
+        rows.push_back(PixelOf(static_cast<int>(n * 3), static_cast<int>(n / 3 * 9), n % 5 == 0 ? 255 : 5, 200));
+    const std::span all(rows), row = all.first(kWidest), above = all.last(kWidest);
+    for (std::size_t width = 1; width <= kWidest; ++width) {
+        picture::RowChanges wanted;
+        for (std::size_t x = 1; x < width; ++x) {
+            const auto change = [](picture::Rgba a, picture::Rgba b) {
+                return std::abs(a.red - b.red) + std::abs(a.green - b.green) + std::abs(a.blue - b.blue) +
+                       std::abs(a.alpha - b.alpha);
+            };
+            const int left = change(row[x], row[x - 1]), up = change(row[x], above[x]), least = std::min(left, up);
+            wanted += {least > 0 && least < 24 ? 1 : 0, left, up};
+        }
+        const picture::RowChanges changes = picture::ChangesOf(row.first(width), above.first(width));
+        EXPECT_EQ(std::tie(changes.gradual, changes.from_left, changes.from_above),
+                  std::tie(wanted.gradual, wanted.from_left, wanted.from_above))
+            << width;
     }
 }
 

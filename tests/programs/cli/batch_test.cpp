@@ -98,7 +98,8 @@ TEST(BatchCommand, ReportsABadDiskInOneLineAndLeavesNothing) {
         const char* error;  // after "zeltrans: "
     } cases[] = {
         {"true", "nosuch", "nosuch: the disk does not exist\n"},
-        {"echo x >file", "file", "file: the disk is not a directory\n"},
+        {"echo x >file", "file",
+         "file: it is neither a directory nor an archive that can be read (zip, tar, ISO 9660)\n"},
         {"mkdir -p d/MACHINE", "d", "d: the message directory /"},
         {"mkdir -p d/MESSAGES", "d", "d: the font directory /"},
         {"mkdir -p d/MACHINE; echo x >d/MESSAGES", "d", "d: the message directory /"},

@@ -34,7 +34,10 @@ std::size_t ByteSource::Read(std::uint64_t offset, std::span<std::uint8_t> out) 
         std::memcpy(out.data(), buffered.data(), done);
     }
     if (done == wanted || m_file == nullptr) return done;
-    return done + m_file->Read(offset + done, out.subspan(done, wanted - done));
+    if (wanted - done > kSmallBlock) return done + m_file->Read(offset + done, out.subspan(done, wanted - done));
+    const std::span<const std::uint8_t> rest = Fetch(offset + done, wanted - done);
+    std::memcpy(out.data() + done, rest.data(), rest.size());
+    return done + rest.size();
 }
 
 }  // namespace zel::message

@@ -48,7 +48,7 @@ class ByteSource {
         return Fetch(offset, count);
     }
 
-    /// Copies bytes that start at `offset` to `out`. Bytes outside the window are read directly into `out`.
+    /// Copies bytes that start at `offset` to `out`. Many bytes outside the window are read directly into `out`.
     /// @return the number of bytes copied; fewer than out.size() at the end of the file, then the rest of `out` is not
     /// written.
     std::size_t Read(std::uint64_t offset, std::span<std::uint8_t> out);
@@ -57,6 +57,8 @@ class ByteSource {
     static constexpr std::size_t kWholeFile = 32768;
     /// Size of the window of a larger file, whose large blocks are read directly to their destination.
     static constexpr std::size_t kSmallWindow = 4096;
+    /// A block of at most this size is read with what follows it, since small blocks come one after another.
+    static constexpr std::size_t kSmallBlock = 512;
 
   private:
     std::span<const std::uint8_t> Fetch(std::uint64_t offset, std::size_t count);
