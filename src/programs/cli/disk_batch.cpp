@@ -25,6 +25,7 @@
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
 #include "programs/cli/output_check.h"
+#include "programs/cli/recorded_directory.h"
 
 namespace zel::cli {
 
@@ -79,21 +80,26 @@ bool IsRecordingFile(std::string_view name) {
     return CountDigits(name) == kDigits && (end == ".png" || end == ".json");
 }
 
-/// A name that is one part of a path and unused.
-std::string FolderName(std::string name, std::vector<std::string>& used) {
+/// A name that is one part of a path.
+std::string FolderName(std::string name) {
     std::ranges::replace(name, '/', '_');
-    if (name.empty() || name == "." || name == "..") name = "_" + name;
-    const auto is_used = [&](const std::string& folder) {
-        return std::ranges::any_of(used, [&](const std::string& other) { return base::EqualsFolded(other, folder); });
-    };
-    std::string folder = name;
-    for (int count = 2; is_used(folder); ++count) folder = name + " (" + std::to_string(count) + ")";
-    used.push_back(folder);
-    return folder;
+    return name.empty() || name == "." || name == ".." ? "_" + name : name;
 }
 
 std::string MessageDirectory(const std::string& disk) {
     return host::AbsolutePath(run::MessageDirectoryOf(disk));
+}
+
+/// Where the pictures in a directory are from, if that is another disk; otherwise empty.
+/// @param messages  the directory of the disk's messages, as it is recorded.
+std::string OtherSource(const std::string& directory, const std::string& messages) {
+    const auto resolved = [](const fs::path& path) {
+        std::error_code error;
+        const fs::path result = fs::weakly_canonical(path, error);
+        return error ? path : result;
+    };
+    const std::string source = SourceOfDocuments(directory);
+    return source.empty() || resolved(source) == resolved(messages) ? std::string() : source;
 }
 
 bool HasMessage(const std::string& disk, int number) {
@@ -193,12 +199,32 @@ void DiskBatch::NameDisk() {
     }
 }
 
-// Several disks have a folder each.
+// Several disks have a folder each, with a name that none of the others and no other disk's pictures have.
 void DiskBatch::ChooseDirectory() {
     const std::string& recorded = m_recorder_options.context.disk;
-    const std::string name = recorded.empty() ? UsualName() : recorded;
-    m_recorder_options.directory = (fs::path(*m_arguments.directory) / FolderName(name, m_session.folders)).string();
+    const std::string name = FolderName(recorded.empty() ? UsualName() : recorded);
+    const auto path_of = [&](const std::string& folder) {
+        return (fs::path(*m_arguments.directory) / folder).string();
+    };
+    const auto is_used = [&](const std::string& folder) {
+        return std::ranges::any_of(m_session.folders,
+                                   [&](const std::string& other) { return base::EqualsFolded(other, folder); }) ||
+               !OtherSource(path_of(folder), RecordedDirectory()).empty();
+    };
+    std::string folder = name;
+    for (int count = 2; is_used(folder); ++count) folder = name + " (" + std::to_string(count) + ")";
+    if (folder != name) PrintNote(m_disk.name + ": pictures in " + path_of(folder));
+    m_session.folders.push_back(folder);
+    m_recorder_options.directory = path_of(folder);
     CheckBatchFiles(m_arguments, m_recorder_options.directory);
+}
+
+// The pictures of two disks have the same names.
+void DiskBatch::CheckDirectory() const {
+    const std::string source = OtherSource(*m_arguments.directory, RecordedDirectory());
+    if (source.empty()) return;
+    throw CommandError(*m_arguments.directory + ": contains the pictures of another disk, from " + source +
+                       "; name another directory for those of " + m_disk.name);
 }
 
 // Numbers whose recording is up to date are not imported again. Files that they lack are written from the library.
@@ -254,7 +280,8 @@ void DiskBatch::Run() {
     if (!m_disk_error.empty() && !m_arguments.trace) throw CommandError(m_disk_error);
     if (m_session.has_several_disks) m_progress.PrintHeading();
     if (m_arguments.library && !m_arguments.name && m_disk_error.empty()) NameDisk();
-    if (m_arguments.directory && m_session.has_several_disks) ChooseDirectory();
+    if (m_arguments.directory && m_disk_error.empty())
+        m_session.has_several_disks ? ChooseDirectory() : CheckDirectory();
     if (m_arguments.resume && m_disk_error.empty() && !m_arguments.numbers.Intervals().empty()) SkipRecorded();
     run::BatchOutcome outcome;
     if (!m_request.ranges.empty()) {

@@ -46,6 +46,7 @@ class DiskBatch {
   private:
     void NameDisk();
     void ChooseDirectory();
+    void CheckDirectory() const;
     void SkipRecorded();
     run::BatchOutcome RunModule();
     void Add(recorder::RecordedItem item);

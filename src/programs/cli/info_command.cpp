@@ -61,7 +61,11 @@ class Info {
 
     // Reports are separated by a blank line.
     void Show(const std::string& text) {
-        if (m_shown && !m_arguments.json) std::cout << '\n';
+        if (m_arguments.json) {
+            std::cout << text << std::flush;
+            return;
+        }
+        if (m_shown && !IsSilent()) std::cout << '\n';
         m_shown = true;
         PrintLines(text);
     }
