@@ -12,6 +12,9 @@
 #include "programs/cli/run_program.h"
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
+#include "programs/cli/thumbnail_command.h"
+#include "programs/version/library_versions.h"
+#include "programs/version/version_report.h"
 
 namespace zel::cli {
 
@@ -19,16 +22,18 @@ namespace {
 
 // In the order in which the help lists them.
 constexpr NamedCommand kCommands[] = {
-    {"import", AddImportCommand}, {"batch", AddBatchCommand},   {"export", AddExportCommand},
-    {"font", AddFontCommand},     {"info", AddInfoCommand},     {"library", AddLibraryCommand},
-    {"fetch", AddFetchCommand},   {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
+    {"import", AddImportCommand},       {"batch", AddBatchCommand},   {"export", AddExportCommand},
+    {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
+    {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
+    {"thumbnail", AddThumbnailCommand},
 };
 
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) int RunAnyCommand(int argc, char** argv) {
     static_assert(std::is_same_v<decltype(&RunAnyCommand), RunAnyCommandFunction>);
-    return RunProgram(argc, argv, kCommands);
+    return RunProgram(argc, argv, kCommands,
+                      [] { return version::VersionReport("zeltrans", version::HostLibraries()); });
 }
 
 extern "C" __attribute__((visibility("default"))) void DescribeAllCommands(std::FILE* out) {

@@ -56,7 +56,7 @@ Json DescriptionOf(const CLI::App& app) {
 
 std::string DescribeCommands(std::span<const NamedCommand> commands) {
     CLI::App app;
-    AddProgramOptions(app);
+    AddProgramOptions(app, [] { return std::string(); });
     CommandRun run;
     for (const NamedCommand& command : commands) command.add(app, run);
     return DescriptionOf(app).dump(1) + "\n";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace CLI {
 class App;
 }
@@ -7,6 +9,7 @@ class App;
 namespace zel::cli {
 
 /// Sets up what the program and all its commands have: name, description, help and version.
-void AddProgramOptions(CLI::App& app);
+/// @param version  what --version prints.
+void AddProgramOptions(CLI::App& app, std::string (*version)());
 
 }  // namespace zel::cli

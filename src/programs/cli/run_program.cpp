@@ -115,9 +115,9 @@ std::span<const NamedCommand> SelectedOrAll(std::span<const NamedCommand> comman
     return selected != commands.end() ? std::span(&*selected, 1) : commands;
 }
 
-ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
+ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands, std::string (*version)()) {
     CLI::App app;
-    AddProgramOptions(app);
+    AddProgramOptions(app, version);
     CommandRun run;
     Arguments arguments(argc, argv);
     for (const NamedCommand& command : SelectedOrAll(commands, arguments.Command())) command.add(app, run);
@@ -170,10 +170,10 @@ int ReportException() noexcept {
     return static_cast<int>(ExitCode::kNotDone);
 }
 
-int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
+int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands, std::string (*version)()) {
     return ReportFailure([&] {
         std::ios::sync_with_stdio(false);  // for the speed of a trace
-        return static_cast<int>(RunCommand(argc, argv, commands));
+        return static_cast<int>(RunCommand(argc, argv, commands, version));
     });
 }
 

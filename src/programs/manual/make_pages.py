@@ -186,7 +186,7 @@ def main():
 def related(name):
     pairs = {"import": ["batch", "info"], "batch": ["export", "import", "library"], "export": ["batch", "library"],
              "font": ["import"], "info": ["import"], "library": ["batch", "export"], "fetch": ["batch"], "sample": ["batch"],
-             "settings": ["import"]}
+             "settings": ["import"], "thumbnail": ["font", "import"]}
     return [f"zeltrans-{other}" for other in pairs.get(name, [])]
 
 

@@ -100,7 +100,8 @@ TEST(Readme, ItsExamplesGiveWhatItSays) {
     for (const std::string& example : examples) {
         const CommandResult result = disk.Shell("unset -f zeltrans; " + path + "; " + example);
         EXPECT_EQ(result.exit_code, 0) << example << "\n" << result.err;
-        const bool is_silent = example == path || example.starts_with("zeltrans settings set ");
+        const bool is_silent = example == path || example.starts_with("zeltrans settings set ") ||
+                               example.starts_with("zeltrans thumbnail ");
         const std::size_t file = example.find(" > ");
         EXPECT_EQ(result.out.empty(), is_silent || file != std::string::npos) << example;
         EXPECT_TRUE(file == std::string::npos || !disk.Read(example.substr(file + 3)).empty()) << example;
