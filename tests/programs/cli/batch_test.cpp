@@ -111,7 +111,7 @@ TEST(BatchCommand, ReportsABadDiskInOneLineAndLeavesNothing) {
         disk.Shell(row.before);
         const auto before = disk.Names();
         const std::string batch =
-            std::string("zeltrans batch ") + row.disk + " 1 9999 --library lib --out out --report report ";
+            std::string("zeltrans batch ") + row.disk + " 1 99 --library lib --out out --report report ";
         const CommandResult result = disk.Shell(batch);
         EXPECT_EQ(result.exit_code, 1);
         EXPECT_EQ(result.out, "");
