@@ -233,15 +233,24 @@ LibraryTable Library::Table(const TableFilter& filter) {
         filter.only_with_warnings ? " AND EXISTS (SELECT 1 FROM warning WHERE warning.recording = recording.id)" : "";
     m_impl->file.Read([&] {
         table.disks = ReadDisks(m_impl->file);
-        std::string sql = "SELECT recording.id, disk, number FROM ";
-        sql += query_text.empty() ? "recording WHERE true"
-                                  : "search JOIN recording ON recording.id = search.rowid WHERE search MATCH ?";
-        sql += filter.disk ? " AND disk = ?" + warned : warned;
-        sql += query_text.empty() ? " ORDER BY disk, number" : " ORDER BY rank, disk, number";
+        if (!query_text.empty()) {
+            const std::string sql =
+                "SELECT recording.id, disk, number FROM search JOIN recording"
+                " ON recording.id = search.rowid WHERE search MATCH ?" +
+                (filter.disk ? " AND disk = ?" + warned : warned) + " ORDER BY rank, disk, number";
+            base::SqliteStatement query = m_impl->file.Prepare(sql.c_str());
+            query.Bind(query_text);
+            if (filter.disk) query.Bind(*filter.disk);
+            ReadTableRows(m_impl->file, query, table.disks, table.rows);
+            return;
+        }
+        // Disk by disk, so that no name is read with each row.
+        const std::string sql = "SELECT id, number FROM recording WHERE disk = ?" + warned + " ORDER BY number";
         base::SqliteStatement query = m_impl->file.Prepare(sql.c_str());
-        if (!query_text.empty()) query.Bind(query_text);
-        if (filter.disk) query.Bind(*filter.disk);
-        ReadTableRows(m_impl->file, query, table.disks, table.rows);
+        for (std::uint32_t disk = 0; disk < table.disks.size(); ++disk) {
+            if (filter.disk && *filter.disk != table.disks[disk]) continue;
+            ReadDiskRows(m_impl->file, query.Again().Bind(table.disks[disk]), disk, table.rows);
+        }
     });
     return table;
 }

@@ -50,9 +50,10 @@ class Columns {
         if (!digits.empty() && !IsSha256(digits)) m_file.Fail("the library is damaged: a file has an invalid checksum");
         return digits;
     }
+    int Number() { return Int("number", 0, 9999); }
     RecordingKey Key() {
         std::string disk = Text();
-        return {std::move(disk), Int("number", 0, 9999)};
+        return {std::move(disk), Number()};
     }
     RecordingKind Kind() {
         const std::string text = Text();
@@ -307,6 +308,15 @@ void ReadTableRows(LibraryFile& file, base::SqliteStatement& query, const std::v
         const auto disk = std::ranges::lower_bound(disks, key.disk);
         if (disk == disks.end() || *disk != key.disk) file.Fail("the library is damaged: a recording has no disk");
         rows.push_back({id, static_cast<std::uint32_t>(disk - disks.begin()), key.number});
+    }
+}
+
+void ReadDiskRows(LibraryFile& file, base::SqliteStatement& query, std::uint32_t disk,
+                  std::vector<LibraryTable::Row>& rows) {
+    while (file.Next(query)) {
+        Columns columns(file, query);
+        const RecordingId id = columns.Id();
+        rows.push_back({id, disk, columns.Number()});
     }
 }
 

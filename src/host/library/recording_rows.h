@@ -41,4 +41,9 @@ std::vector<std::string> ReadDisks(LibraryFile& file);
 void ReadTableRows(LibraryFile& file, base::SqliteStatement& query, const std::vector<std::string>& disks,
                    std::vector<LibraryTable::Row>& rows);
 
+/// Appends the rows of a query for the ids and numbers of one disk's recordings.
+/// @param disk  its place in the table.
+void ReadDiskRows(LibraryFile& file, base::SqliteStatement& query, std::uint32_t disk,
+                  std::vector<LibraryTable::Row>& rows);
+
 }  // namespace zel::library
