@@ -191,12 +191,6 @@ void LibraryFile::Protect(Access access) {
     Run("PRAGMA synchronous = FULL");
 }
 
-base::SqliteStatement& LibraryFile::Cached(const char* sql) {
-    const auto found = m_cached.find(sql);
-    if (found != m_cached.end() && !found->second.Failed()) return found->second.Again();
-    return m_cached.insert_or_assign(sql, Prepare(sql)).first->second;
-}
-
 bool LibraryFile::Next(base::SqliteStatement& statement) const {
     const bool row = statement.Next();
     if (!row && statement.Failed()) FailAsDatabase();
