@@ -9,6 +9,11 @@ if(CMAKE_UNITY_BUILD)
 endif()
 target_include_directories(zel_build INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
+# The same sources make the same files, wherever they are and are built. The later map counts first.
+if(ZELTRANS_PACKAGES)
+  set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
+endif()
 # Width, sanitizers and counters hold for third-party sources (GoogleTest) too, so they are set for the whole tree.
 if(ZELTRANS_32BIT)
   add_compile_options(-m32 -msse2 -mfpmath=sse)

@@ -192,4 +192,8 @@ std::int64_t SqliteDatabase::LastRow() const {
     return sqlite3_last_insert_rowid(m_handle.get());
 }
 
+const char* SqliteVersion() noexcept {
+    return sqlite3_libversion();
+}
+
 }  // namespace zel::base

@@ -144,4 +144,7 @@ class SqliteTransaction {
     bool m_open;
 };
 
+/// The version of the loaded library, such as "3.40.1".
+const char* SqliteVersion() noexcept;
+
 }  // namespace zel::base

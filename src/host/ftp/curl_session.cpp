@@ -312,4 +312,8 @@ extern "C" [[gnu::visibility("default")]] FtpSession* ZelTransMakeCurlSession(Se
     return new CurlSession(std::move(options), std::move(cancelled));
 }
 
+extern "C" [[gnu::visibility("default")]] const char* ZelTransCurlVersion() {
+    return curl_version_info(CURLVERSION_NOW)->version;
+}
+
 }  // namespace zel::ftp

@@ -4,10 +4,35 @@
 
 namespace zel::ftp {
 
+#ifdef ZELTRANS_FTP_LIBRARY
+
+namespace {
+
+/// Found through the program's run path. Never unloaded: the libraries it depends on do not support that.
+/// @return null if it can't be loaded.
+void* FtpLibrary() {
+    static void* const library = dlopen(ZELTRANS_FTP_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+    return library;
+}
+
+}  // namespace
+
+#endif
+
+std::string CurlVersion() {
+#ifdef ZELTRANS_FTP_LIBRARY
+    void* const library = FtpLibrary();
+    const auto version =
+        reinterpret_cast<GetCurlVersion>(library != nullptr ? dlsym(library, kGetCurlVersion) : nullptr);
+    return version != nullptr ? version() : "";
+#else
+    return {};
+#endif
+}
+
 std::unique_ptr<FtpSession> MakeFtpSession(ServerOptions options, FtpSession::Cancelled cancelled, std::string& why) {
 #ifdef ZELTRANS_FTP_LIBRARY
-    // Found through the program's run path. Never unloaded: the libraries it depends on do not support that.
-    static void* const library = dlopen(ZELTRANS_FTP_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+    void* const library = FtpLibrary();
     if (library == nullptr) {
         why = std::string("FTP is not available: cannot load ") + ZELTRANS_FTP_LIBRARY +
               " or a library that it depends on";

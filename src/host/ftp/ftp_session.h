@@ -118,8 +118,13 @@ class FtpSession {
 /// @param why  receives the reason when null is returned: this build or this machine has no FTP.
 std::unique_ptr<FtpSession> MakeFtpSession(ServerOptions options, FtpSession::Cancelled cancelled, std::string& why);
 
-/// The entry point of the library that MakeFtpSession loads; the caller owns the session.
+/// The version of libcurl, such as "7.88.1"; empty without FTP. Loads the library as MakeFtpSession does.
+std::string CurlVersion();
+
+/// The entry points of the library that MakeFtpSession loads. The caller owns the session.
 inline constexpr char kMakeCurlSession[] = "ZelTransMakeCurlSession";
 using MakeCurlSession = FtpSession* (*)(ServerOptions&&, FtpSession::Cancelled&&);
+inline constexpr char kGetCurlVersion[] = "ZelTransCurlVersion";
+using GetCurlVersion = const char* (*)();
 
 }  // namespace zel::ftp

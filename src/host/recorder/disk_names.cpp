@@ -34,10 +34,13 @@ std::string UsualDiskName(const std::string& directory) {
 }
 
 std::string DiskNames::NameOf(library::Library& library, const std::string& directory) {
+    return NameOf(library, directory, UsualDiskName(directory));
+}
+
+std::string DiskNames::NameOf(library::Library& library, const std::string& directory, const std::string& usual) {
     for (const NamedDirectory& known : m_named) {
         if (known.directory == directory) return known.name;
     }
-    const std::string usual = UsualDiskName(directory);
     const fs::path resolved = Resolved(directory);
     const auto is_free = [&](const std::string& name) {
         const std::vector<library::LibraryEntry> entries = library.List(name);

@@ -82,9 +82,16 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
     recording.recorded_at = UtcNow();
     recording.options = context.options;
     recording.standard = arrived.message.standard;
-    AddParts(arrived.message, recording);
-    if (!arrived.picture_error.empty()) recording.warnings.push_back(arrived.picture_error);
+    if (context.relocation.IsNone()) {
+        AddParts(arrived.message, recording);
+    } else {
+        document::MessageRecord moved = arrived.message;
+        context.relocation.Apply(moved);
+        AddParts(moved, recording);
+    }
+    if (!arrived.picture_error.empty()) recording.warnings.push_back(context.relocation.InText(arrived.picture_error));
     recording.sources = SourcesOf(arrived.message, context.font_directory, digests);
+    for (library::SourceFile& source : recording.sources) source.path = context.relocation.Recorded(source.path);
     AddUnreadSources(recording);
     if (arrived.picture) {
         recording.width = arrived.picture->width;

@@ -297,7 +297,7 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
             "the name of the disk, if the numbers are recorded from several");
     AddVerbosity(remove, false);
     remove.parse_complete_callback([arguments] { CheckRemoval(*arguments); });
-    AddExample(library, "zeltrans library search messages.zellib weather");
+    AddExample(library, "zeltrans library search messages.zellib headl");
 }
 
 }  // namespace zel::cli

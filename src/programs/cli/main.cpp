@@ -40,7 +40,8 @@ int RunFromLibrary(int argc, char** argv) {
 
 int Run(int argc, char** argv) {
     for (const cli::NamedCommand& command : kOwnCommands) {
-        if (argc > 1 && std::string_view(argv[1]) == command.name) return cli::RunProgram(argc, argv, kOwnCommands);
+        if (argc > 1 && std::string_view(argv[1]) == command.name)
+            return cli::RunProgram(argc, argv, kOwnCommands, [] { return std::string("zeltrans " ZELTRANS_VERSION); });
     }
     return cli::ReportFailure([&] { return RunFromLibrary(argc, argv); });
 }

@@ -18,7 +18,7 @@
 #include "base/terminal_text.h"
 #include "base/whole_file.h"
 #include "programs/cli/diagnostics.h"
-#include "programs/cli/help_formatter.h"
+#include "programs/cli/program_options.h"
 #include "programs/cli/suggestion.h"
 
 namespace zel::cli {
@@ -55,6 +55,13 @@ ExitCode PrintUnknown(const std::string& what, const std::string& typed, const s
     return ExitCode::kWrongArguments;
 }
 
+ExitCode PrintCommandMissing(const std::vector<std::string>& names) {
+    std::cerr << "A command is required:";
+    for (const std::string& name : names) std::cerr << " " << name;
+    std::cerr << "\nRun with --help for more information.\n";
+    return ExitCode::kWrongArguments;
+}
+
 ExitCode PrintParseError(const CLI::App& app, const CLI::ParseError& error) {
     const CLI::App& command = LastCommand(app);
     const std::vector<std::string> rest = command.remaining();
@@ -65,8 +72,9 @@ ExitCode PrintParseError(const CLI::App& app, const CLI::ParseError& error) {
             std::ranges::find_if(rest, [](const std::string& word) { return word.size() > 1 && word[0] == '-'; });
         if (option != rest.end())
             return PrintUnknown("option", option->substr(0, option->find('=')), OptionNames(command));
-        if (const std::vector<std::string> names = CommandNames(command); !names.empty() && !rest.empty())
-            return PrintUnknown("command", rest.front(), names);
+        const std::vector<std::string> names = CommandNames(command);
+        if (!names.empty() && !rest.empty()) return PrintUnknown("command", rest.front(), names);
+        if (!names.empty()) return PrintCommandMissing(names);
     }
     // CLI11 reports --help and --version in this way too, and prints them.
     std::ostringstream errors;
@@ -75,15 +83,30 @@ ExitCode PrintParseError(const CLI::App& app, const CLI::ParseError& error) {
     return exit_code == 0 ? ExitCode::kDone : ExitCode::kWrongArguments;
 }
 
-/// "help COMMAND" as "COMMAND --help". No argument at all asks for help too.
-std::vector<std::string> Arguments(int argc, char** argv) {
-    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
-    if (!arguments.empty() && arguments.front() == "help") {
-        arguments.erase(arguments.begin());
-        arguments.emplace_back("--help");
+/// The command line without the program's name. No argument at all asks for help.
+struct Arguments {
+    Arguments(int argc, char** argv) : words(argv + std::min(argc, 1), argv + argc) {
+        is_help = words.empty() || words.front() == "help";
+        if (is_help && !words.empty()) words.erase(words.begin());
     }
-    if (arguments.empty()) arguments.emplace_back("--help");
-    return arguments;
+    std::string Command() const { return words.empty() ? std::string() : words.front(); }
+
+    std::vector<std::string> words;
+    /// The words are commands, of which the last one is to be described.
+    bool is_help = false;
+};
+
+ExitCode PrintHelp(CLI::App& app, const std::vector<std::string>& words) {
+    const CLI::App* command = &app;
+    std::string name = app.get_name();
+    for (const std::string& word : words) {
+        const std::vector<std::string> names = CommandNames(*command);
+        if (std::ranges::find(names, word) == names.end()) return PrintUnknown("command", word, names);
+        command = command->get_subcommand(word);
+        name += " " + word;
+    }
+    std::cout << command->help(words.empty() ? std::string() : name.substr(0, name.rfind(' ')));
+    return ExitCode::kDone;
 }
 
 std::span<const NamedCommand> SelectedOrAll(std::span<const NamedCommand> commands, const std::string& first) {
@@ -92,25 +115,21 @@ std::span<const NamedCommand> SelectedOrAll(std::span<const NamedCommand> comman
     return selected != commands.end() ? std::span(&*selected, 1) : commands;
 }
 
-ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands) {
-    CLI::App app("Imports Zelmara! messages and fonts through the ZelTrans module.", "zeltrans");
-    // The commands inherit these three.
-    app.formatter(std::make_shared<HelpFormatter>());
-    app.set_help_flag("-h,--help", "print this help and exit");
-    app.group("Commands");
-    app.set_version_flag("--version", "zeltrans " ZELTRANS_VERSION, "print the version and exit");
-    app.require_subcommand(1);
+ExitCode RunCommand(int argc, char** argv, std::span<const NamedCommand> commands, std::string (*version)()) {
+    CLI::App app;
+    AddProgramOptions(app, version);
     CommandRun run;
-    std::vector<std::string> arguments = Arguments(argc, argv);
-    for (const NamedCommand& command : SelectedOrAll(commands, arguments.front())) command.add(app, run);
-    app.footer(
-        "\"zeltrans help COMMAND\" describes a command.\n"
-        "Exit codes: 0 success, 1 failure, 2 invalid arguments, 130 Ctrl-C.");
-    try {
-        std::ranges::reverse(arguments);  // CLI11 takes them from the end
-        app.parse(std::move(arguments));
-    } catch (const CLI::ParseError& error) {
-        return PrintParseError(app, error);
+    Arguments arguments(argc, argv);
+    for (const NamedCommand& command : SelectedOrAll(commands, arguments.Command())) command.add(app, run);
+    if (arguments.is_help) {
+        run = [&] { return PrintHelp(app, arguments.words); };
+    } else {
+        try {
+            std::ranges::reverse(arguments.words);  // CLI11 takes them from the end
+            app.parse(std::move(arguments.words));
+        } catch (const CLI::ParseError& error) {
+            return PrintParseError(app, error);
+        }
     }
     const ExitCode exit_code = run();
     if (std::cout.flush() || exit_code != ExitCode::kDone) return exit_code;
@@ -151,10 +170,10 @@ int ReportException() noexcept {
     return static_cast<int>(ExitCode::kNotDone);
 }
 
-int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands) {
+int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands, std::string (*version)()) {
     return ReportFailure([&] {
         std::ios::sync_with_stdio(false);  // for the speed of a trace
-        return static_cast<int>(RunCommand(argc, argv, commands));
+        return static_cast<int>(RunCommand(argc, argv, commands, version));
     });
 }
 

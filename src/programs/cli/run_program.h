@@ -1,6 +1,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 
 #include "programs/cli/command.h"
 
@@ -31,8 +32,9 @@ int ReportFailure(Work work) noexcept {
 }
 
 /// Parses the command line and runs the selected command. To save time, the options of other commands are not set up.
+/// @param version  what --version prints.
 /// @return the exit code; errors have been printed.
-int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands);
+int RunProgram(int argc, char** argv, std::span<const NamedCommand> commands, std::string (*version)());
 
 /// The entry point of the library with all commands. The program loads it unless it contains the command itself.
 inline constexpr char kCommandLibraryEntry[] = "RunAnyCommand";

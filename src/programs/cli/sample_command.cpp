@@ -37,6 +37,7 @@ ExitCode WriteSample(const std::string& directory) {
     } catch (const std::runtime_error& error) {
         throw CommandError(error.what());
     }
+    for (const fs::path& file : written) PrintDetail(file.string());
     const auto in = [&](const char* name) {
         return std::ranges::count_if(written,
                                      [&](const fs::path& file) { return file.parent_path().filename() == name; });
@@ -66,7 +67,7 @@ void AddSampleCommand(CLI::App& app, CommandRun& run) {
         *app.add_subcommand("sample", "Writes a demonstration disk: messages, fonts and the two name lists.");
     AddArgument(command, "DIR", *directory,
                 "the disk's directory, created if it is missing; existing files of the same names are replaced");
-    AddVerbosity(command, false);
+    AddVerbosity(command, true);
     AddExample(command, "zeltrans sample DISK");
     command.callback([directory, &run] { run = [directory] { return WriteSample(*directory); }; });
 }

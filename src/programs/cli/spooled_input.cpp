@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
+#include <stdexcept>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -15,8 +16,20 @@ namespace zel::cli {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+std::vector<std::uint8_t> ReadWhole() {
+    try {
+        return ReadStandardInput();
+    } catch (const std::runtime_error& error) {
+        throw CommandError(std::string(kStandardInput) + ": " + error.what());
+    }
+}
+
+}  // namespace
+
 SpooledInput::SpooledInput(const std::string& directory) {
-    const std::vector<std::uint8_t> bytes = ReadStandardInput();
+    const std::vector<std::uint8_t> bytes = ReadWhole();
     std::error_code error;
     std::string disk = (fs::temp_directory_path(error) / "zeltrans-XXXXXX").string();
     if (error || mkdtemp(disk.data()) == nullptr) {

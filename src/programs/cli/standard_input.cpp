@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <stdexcept>
+#include <string>
 #include <system_error>
 
 #include <unistd.h>
 
 #include "base/file_descriptor.h"
 #include "inspect/inspect.h"
-#include "programs/cli/command.h"
 
 namespace zel::cli {
 
@@ -23,12 +24,12 @@ std::vector<std::uint8_t> ReadStandardInput() {
         const std::size_t count = base::ReadFully(STDIN_FILENO, bytes.data() + before, block);
         bytes.resize(before + count);
         if (bytes.size() > kLargest) {
-            throw CommandError(std::string(kStandardInput) + ": more than " + std::to_string(kLargest >> 20) +
-                               " MiB, which no message or font has");
+            throw std::runtime_error("more than " + std::to_string(kLargest >> 20) +
+                                     " MiB, which no message or font has");
         }
         if (count == block) continue;
         if (errno == 0) return bytes;
-        throw CommandError(std::string(kStandardInput) + ": can't be read: " + std::generic_category().message(errno));
+        throw std::runtime_error("can't be read: " + std::generic_category().message(errno));
     }
 }
 

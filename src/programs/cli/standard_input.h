@@ -15,7 +15,7 @@ inline bool IsStandardInput(const std::string& file) {
 }
 
 /// Reads standard input up to its end, at most inspect::kLargestFile bytes.
-/// @throws CommandError with the reason.
+/// @throws std::runtime_error with the reason, without a name.
 std::vector<std::uint8_t> ReadStandardInput();
 
 }  // namespace zel::cli

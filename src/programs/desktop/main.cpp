@@ -6,15 +6,20 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "base/process.h"
 #include "host/settings/sqlite_settings_store.h"
 #include "programs/desktop/widgets/program_icon.h"
 #include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/windows/main_window.h"
+#include "programs/version/library_versions.h"
+#include "programs/version/version_report.h"
 
 using namespace zel;
 
@@ -43,11 +48,17 @@ QString LastLibrary(const QString& settings_file) {
     return QFileInfo::exists(last) ? last : UserLibrary();
 }
 
+[[noreturn]] void PrintVersionAndExit() {
+    std::vector<version::LibraryVersion> libraries = version::HostLibraries();
+    libraries.insert(libraries.begin(), {"Qt", qVersion()});
+    std::puts(version::VersionReport("zeltrans-desktop", libraries).c_str());
+    std::exit(std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
 Arguments Parse(const QCoreApplication& application) {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Imports and shows Zelmara! messages."));
     parser.addHelpOption();
-    parser.addVersionOption();
     const QCommandLineOption library(
         QStringLiteral("library"),
         QStringLiteral("Library file, created if it is missing [the last one, else %1].").arg(UserLibrary()),
@@ -55,11 +66,14 @@ Arguments Parse(const QCoreApplication& application) {
     const QCommandLineOption settings(QStringLiteral("settings"),
                                       QStringLiteral("Directory of the settings [%1].").arg(UserSettings()),
                                       QStringLiteral("DIR"));
-    parser.addOptions({library, settings});
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Displays version information."));
+    parser.addOptions({version, library, settings});
     parser.addPositionalArgument(QStringLiteral("FILE"),
                                  QStringLiteral("Disks, folders and message files to import, fonts to show."),
                                  QStringLiteral("[FILE...]"));
     parser.process(application);
+    if (parser.isSet(version)) PrintVersionAndExit();
     Arguments arguments{QString(), UserSettings(), parser.positionalArguments()};
     if (parser.isSet(library)) arguments.library = parser.value(library);
     if (parser.isSet(settings)) arguments.settings = parser.value(settings);
@@ -86,7 +100,7 @@ int main(int argc, char** argv) {
     base::PrepareProcess();
     const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zeltrans-desktop"));
-    QApplication::setApplicationVersion(QStringLiteral(ZELTRANS_VERSION));
+    QApplication::setApplicationVersion(QString::fromUtf8(version::ProjectVersion()));
     Arguments arguments = Parse(*application);
     // Without a directory of the user, settings are stored for as long as the program runs.
     std::optional<QTemporaryDir> passing_settings;
@@ -97,6 +111,7 @@ int main(int argc, char** argv) {
     seam::SetSettingsStore(&store);
     int exit_code = 0;
     {
+        QGuiApplication::setDesktopFileName(QStringLiteral("zeltrans-desktop"));  // whose icon a desktop shows
         QGuiApplication::setWindowIcon(desktop::ProgramIcon());
         desktop::UseReadableColours();
         desktop::MainWindow window({QFile::encodeName(QFileInfo(arguments.library).absoluteFilePath()).toStdString(),

@@ -98,7 +98,8 @@ TEST(BatchCommand, ReportsABadDiskInOneLineAndLeavesNothing) {
         const char* error;  // after "zeltrans: "
     } cases[] = {
         {"true", "nosuch", "nosuch: the disk does not exist\n"},
-        {"echo x >file", "file", "file: the disk is not a directory\n"},
+        {"echo x >file", "file",
+         "file: it is neither a directory nor an archive that can be read (zip, tar, ISO 9660)\n"},
         {"mkdir -p d/MACHINE", "d", "d: the message directory /"},
         {"mkdir -p d/MESSAGES", "d", "d: the font directory /"},
         {"mkdir -p d/MACHINE; echo x >d/MESSAGES", "d", "d: the message directory /"},
@@ -110,7 +111,7 @@ TEST(BatchCommand, ReportsABadDiskInOneLineAndLeavesNothing) {
         disk.Shell(row.before);
         const auto before = disk.Names();
         const std::string batch =
-            std::string("zeltrans batch ") + row.disk + " 1 9999 --library lib --out out --report report ";
+            std::string("zeltrans batch ") + row.disk + " 1 99 --library lib --out out --report report ";
         const CommandResult result = disk.Shell(batch);
         EXPECT_EQ(result.exit_code, 1);
         EXPECT_EQ(result.out, "");
@@ -238,19 +239,45 @@ TEST(BatchCommand, LosesNoReportedMessageWhenItIsKilled) {
     EXPECT_EQ(disk.Shell("ls out/*.png | wc -l; ls -A out | wc -l").out, "161\n322\n");
 }
 
-TEST(BatchCommand, RedrawsOneLineOnATerminal) {
+TEST(BatchCommand, RedrawsOneLineThatFitsIntoTheTerminal) {
     const CommandDisk disk;
     disk.Shell("head -c 200 MESSAGES/.0012 > MESSAGES/.0013");
-    TerminalSession terminal(disk, "zeltrans batch . 12 20 --library lib");
-    EXPECT_EQ(terminal.Wait(), 1);
-    EXPECT_THAT(terminal.Output(), testing::StartsWith("\r1 of 9: 1 imported, 0 missing, 0 failed; "));
-    EXPECT_THAT(
-        terminal.Output(),
-        HasSubstr(" \r.0013 failed: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\r\n"
-                  "1 message with warnings:\r\n"
-                  "  .0012  not found or not readable: font 31; a row ends where it is used\r\n"
-                  "2 imported, 6 missing, 1 failed\r\n"));
-    EXPECT_THAT(terminal.Output(), testing::Not(HasSubstr("\x1b"))) << "no escape codes";
+    const std::string end =
+        "1 message with warnings:\r\n"
+        "  .0012  not found or not readable: font 31; a row ends where it is used\r\n"
+        "2 imported, 6 missing, 1 failed\r\n";
+    const std::string failed =
+        ".0013 failed: ./MESSAGES/.0013: the message file is damaged; \"zeltrans info\" shows where\r\n";
+    const struct {
+        const char* setting;  // shell
+        std::string begin, end;
+    } cases[] = {
+        {"TERM=xterm", "\r1 of 9: 1 imported, 0 missing, 0 failed; ", " \r" + failed + end},
+        {"TERM=xterm NO_COLOR=1; stty cols 24", "\r1 of 9: 1 imported, ...\r", "\r" + failed + end},
+        {"TERM=dumb", ".0012 imported; not found", failed + ".0020 imported\r\n" + end},
+        {"TERM=xterm; unset TERM", ".0012 imported; not found", failed + ".0020 imported\r\n" + end},
+    };
+    for (const auto& row : cases) {
+        TerminalSession terminal(disk, std::string("export ") + row.setting + "; zeltrans batch . 12 20 --library lib");
+        EXPECT_EQ(terminal.Wait(), 1) << row.setting;
+        EXPECT_THAT(terminal.Output(), testing::StartsWith(row.begin)) << row.setting;
+        EXPECT_THAT(terminal.Output(), HasSubstr(row.end)) << row.setting;
+        EXPECT_THAT(terminal.Output(), testing::Not(HasSubstr("\x1b"))) << row.setting;
+        std::filesystem::remove(disk / "lib");
+    }
+}
+
+TEST(BatchCommand, EndsByCtrlCWithItsShell) {
+    const CommandDisk disk;
+    disk.Shell("for n in $(seq 1000 1999); do ln -s .0012 MESSAGES/.$n; done; mkdir b; cp -r MESSAGES MACHINE b");
+    TerminalSession terminal(disk, "trap : INT; " + CommandDisk::Quoted(ZELTRANS_COMMAND) +
+                                       " batch . b --verbose --settings s; echo code $?");
+    ASSERT_TRUE(terminal.WaitFor("imported"));
+    terminal.Type("\x03");
+    EXPECT_EQ(terminal.Wait(), 0);
+    EXPECT_THAT(terminal.Output(), HasSubstr("zeltrans: .: stopped before the end of the range\r\n"));
+    EXPECT_THAT(terminal.Output(), HasSubstr("\r\n1 of 2 disks: "));
+    EXPECT_THAT(terminal.Output(), testing::EndsWith("code 130\r\n"));
 }
 
 TEST(BatchCommand, EndsCleanlyAtAnInterrupt) {

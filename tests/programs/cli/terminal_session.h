@@ -48,6 +48,16 @@ class TerminalSession {
         return false;
     }
 
+    /// Waits until a text is shown.
+    /// @return false if that does not happen.
+    bool WaitFor(const std::string& text) {
+        for (int tries = 0; tries < kMaxSeconds * 100; ++tries) {
+            if (m_output.find(text) != std::string::npos) return true;
+            if (!Read(10)) return false;
+        }
+        return false;
+    }
+
     void Type(std::string_view text) {
         if (write(m_terminal, text.data(), text.size()) < 0) throw std::runtime_error("the terminal is closed");
     }
