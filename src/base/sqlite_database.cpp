@@ -120,6 +120,10 @@ std::int64_t SqliteStatement::Int(int column) const {
     return sqlite3_column_int64(m_statement.get(), column);
 }
 
+double SqliteStatement::Real(int column) const {
+    return sqlite3_column_double(m_statement.get(), column);
+}
+
 std::string SqliteStatement::Text(int column) const {
     const unsigned char* data = sqlite3_column_text(m_statement.get(), column);
     const int size = sqlite3_column_bytes(m_statement.get(), column);

@@ -37,6 +37,7 @@ class SqliteStatement {
 
     bool IsNull(int column) const;
     std::int64_t Int(int column) const;
+    double Real(int column) const;
     /// UTF-8, whatever the encoding of the file is.
     std::string Text(int column) const;
     std::string Bytes(int column) const;

@@ -143,11 +143,14 @@ void LibraryFile::CheckLayout() {
 }
 
 void LibraryFile::Make() {
+    if (m_path.filename().empty()) Fail("it is a directory, not a library");
     // The tables are made in memory, so that the file never exists without them.
     base::SqliteDatabase database(":memory:", base::SqliteDatabase::Opening::kMemory);
     std::string bytes = MakeTables(database) ? database.Bytes() : "";
     if (bytes.size() < kHeaderSize) Fail("the library can't be made: " + Reason(database));
     bytes[kWriteVersion] = bytes[kReadVersion] = kWalVersion;
+    if (const std::error_code error = base::MakeDirectoriesTo(m_path))
+        Fail("the directory of the library can't be made: " + error.message());
     base::UnfinishedFile file(m_path);
     // A library that another program has made meanwhile is kept.
     if (!file.IsOpen() || !file.Write(bytes) || !file.Sync() ||

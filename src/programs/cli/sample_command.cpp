@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <string_view>
 #include <vector>
 
 #include <CLI/App.hpp>
 
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
+#include "programs/cli/shell_text.h"
 #include "samples/disk/demo_disk.h"
 
 namespace zel::cli {
@@ -17,18 +17,6 @@ namespace zel::cli {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A path as a user can paste it into a shell.
-std::string ShellQuoted(const std::string& path) {
-    const auto is_plain = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-               std::string_view("/._-+,:@%").find(c) != std::string_view::npos;
-    };
-    if (!path.empty() && std::ranges::all_of(path, is_plain)) return path;
-    std::string quoted = "'";
-    for (const char c : path) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
 
 ExitCode WriteSample(const std::string& directory) {
     std::vector<fs::path> written;

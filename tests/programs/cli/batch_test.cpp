@@ -187,6 +187,15 @@ TEST(BatchCommand, ResumesOnlyWhatIsNotRecordedFromUnchangedFiles) {
     }
 }
 
+TEST(BatchCommand, ContinuesARangeFromZero) {
+    const CommandDisk disk;
+    disk.Shell("cp MESSAGES/.0012 MESSAGES/.0001; zeltrans batch . 0 9 --library lib");
+    const CommandResult result =
+        disk.Shell("cp MESSAGES/.0012 MESSAGES/.0002; zeltrans batch . 0 9 --library lib --resume");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("1 imported, 8 missing, 0 failed, 1 unchanged"));
+}
+
 // Kills the command as soon as it has reported a number of imports; returns the reported message numbers. The pipe has
 // room for some fifty lines, so that a longer batch cannot end before it is killed.
 std::vector<int> KillAfter(std::size_t imports, const CommandDisk& disk, const std::string& arguments) {
