@@ -3,44 +3,14 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "base/text.h"
+#include "run_program.h"
 #include "scratch_disk.h"
 
 using namespace zel;
 
 namespace {
-
-struct ProgramResult {
-    bool succeeded = false;
-    double processor_seconds = 0;
-    long peak_memory_kib = 0;
-};
-
-ProgramResult RunProgram(const std::vector<std::string>& words) {
-    std::vector<char*> arguments;
-    for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
-    arguments.push_back(nullptr);
-    posix_spawn_file_actions_t files;
-    ::posix_spawn_file_actions_init(&files);
-    for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
-        ::posix_spawn_file_actions_addopen(&files, stream, "/dev/null", O_WRONLY, 0);
-    pid_t child = 0;
-    const int spawned = ::posix_spawn(&child, arguments[0], &files, nullptr, arguments.data(), environ);
-    ::posix_spawn_file_actions_destroy(&files);
-    int status = 0;
-    struct rusage usage {};
-    if (spawned != 0 || ::wait4(child, &status, 0, &usage) != child) return {};
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return {status == 0, seconds(usage.ru_utime) + seconds(usage.ru_stime), usage.ru_maxrss};
-}
 
 /// A disk with a small message and its font.
 struct Disk : ScratchDisk {
@@ -76,7 +46,7 @@ void Import(benchmark::State& state) {
 BENCHMARK(Import)->Name("process/import")->Unit(benchmark::kMicrosecond)->Iterations(50)->UseManualTime();
 
 /// Peak memory of a batch of this many messages, recorded with their pictures.
-void Memory(benchmark::State& state) {
+void Memory(benchmark::State& state, const char* jobs) {
     Disk disk;
     const auto last = static_cast<unsigned>(state.range(0));
     for (unsigned number = 2; number <= last; ++number)
@@ -85,12 +55,23 @@ void Memory(benchmark::State& state) {
     for (auto _ : state) {
         const ProgramResult result =
             RunProgram({COMMAND_PROGRAM, "batch", disk.Path(), "1", std::to_string(last), "--library",
-                        disk.Path("library"), "--settings", disk.Path("settings")});
+                        disk.Path("library"), "--settings", disk.Path("settings"), "--jobs", jobs});
         if (!result.succeeded) state.SkipWithError("the batch failed");
         peak = result.peak_memory_kib;
     }
     state.counters["KiB"] = static_cast<double>(peak);
 }
-BENCHMARK(Memory)->Name("memory")->Arg(10)->Arg(9999)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Memory, two_jobs, "2")
+    ->Name("memory")
+    ->Arg(10)
+    ->Arg(9999)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Memory, one_job, "1")
+    ->Name("memory_one_job")
+    ->Arg(10)
+    ->Arg(9999)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -120,6 +120,10 @@ std::int64_t SqliteStatement::Int(int column) const {
     return sqlite3_column_int64(m_statement.get(), column);
 }
 
+double SqliteStatement::Real(int column) const {
+    return sqlite3_column_double(m_statement.get(), column);
+}
+
 std::string SqliteStatement::Text(int column) const {
     const unsigned char* data = sqlite3_column_text(m_statement.get(), column);
     const int size = sqlite3_column_bytes(m_statement.get(), column);
@@ -145,6 +149,13 @@ SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, Opening openin
     if (result != SQLITE_OK) return;  // the handle has the reason
     sqlite3_extended_result_codes(handle, 1);
     sqlite3_busy_timeout(handle, static_cast<int>(patience.count()));
+}
+
+SqliteStatement& SqliteDatabase::Cached(const char* sql) {
+    m_failure = 0;
+    const auto found = m_cached.find(sql);
+    if (found != m_cached.end() && !found->second.Failed()) return found->second.Again();
+    return m_cached.insert_or_assign(sql, Prepare(sql)).first->second;
 }
 
 void SqliteDatabase::RollBack() noexcept {

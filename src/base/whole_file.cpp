@@ -187,6 +187,20 @@ std::error_code TryWriteWholeFile(const std::filesystem::path& file, std::string
     }
 }
 
+std::error_code MakeDirectoriesTo(const std::filesystem::path& file) noexcept {
+    try {
+        std::error_code error;
+        const std::filesystem::path directory = file.parent_path();
+        if (directory.empty() || std::filesystem::exists(directory, error)) return {};
+        if (const std::error_code failure = MakeDirectoriesTo(directory)) return failure;
+        std::filesystem::create_directory(directory, error);
+        if (!error) SyncDirectory(OpenDirectoryOf(directory).Get());
+        return error;
+    } catch (const std::bad_alloc&) {
+        return std::make_error_code(std::errc::not_enough_memory);
+    }
+}
+
 void WriteWholeFile(const std::filesystem::path& file, std::string_view bytes) {
     if (const std::error_code error = TryWriteWholeFile(file, bytes)) {
         throw std::runtime_error(file.string() + ": could not be written: " + error.message());

@@ -93,6 +93,10 @@ enum class Durability { kSynced, kUnsynced };
 std::error_code TryWriteWholeFile(const std::filesystem::path& file, std::string_view bytes,
                                   Durability durability = Durability::kSynced) noexcept;
 
+/// Makes the directories that lead to a file, as far as they are missing. They are on the disk when the call returns.
+/// @return the reason of a failure; no error if something that isn't a directory has the place of the last one.
+std::error_code MakeDirectoriesTo(const std::filesystem::path& file) noexcept;
+
 /// Writes likewise, synced. @throws std::runtime_error with the file's name and the reason.
 void WriteWholeFile(const std::filesystem::path& file, std::string_view bytes);
 

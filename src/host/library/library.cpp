@@ -1,6 +1,8 @@
 #include "host/library/library.h"
 
 #include <algorithm>
+#include <limits>
+#include <numeric>
 #include <tuple>
 
 #include "host/library/library_file.h"
@@ -25,6 +27,11 @@ std::string SearchQuery(const std::string& words) {
         if (!blank) query_text += c == '"' ? std::string("\"\"") : std::string(1, c);
     }
     return inside ? query_text + "\"*" : query_text;
+}
+
+/// The limit of a query.
+std::int64_t Limit(std::size_t most) {
+    return static_cast<std::int64_t>(std::min<std::size_t>(most, std::numeric_limits<std::int64_t>::max()));
 }
 
 bool SameSources(const std::vector<SourceFile>& one, const std::vector<SourceFile>& other) {
@@ -83,8 +90,71 @@ class Library::Impl {
         return part;
     }
 
+    /// The recordings that match a query of the full text search, best match first, otherwise by disk and number.
+    /// Within a transaction.
+    std::vector<RecordingId> BestIds(const std::string& query_text, std::size_t most) {
+        std::vector<Match> matches = ReadMatches(query_text);
+        if (matches.size() > most) {
+            // Only those that can be among the best are looked up.
+            const auto last = matches.begin() + static_cast<std::ptrdiff_t>(most);
+            std::ranges::nth_element(matches, last, {}, &Match::rank);
+            std::erase_if(matches, [worst = last->rank](const Match& match) { return match.rank > worst; });
+            std::ranges::sort(matches, {}, &Match::id);
+        }
+        base::SqliteStatement query = file.Prepare("SELECT disk, number FROM recording WHERE id = ?");
+        std::erase_if(matches, [&](Match& match) {
+            if (!file.Next(query.Again().Bind(match.id))) return true;
+            match.key = {query.Text(0), static_cast<int>(query.Int(1))};
+            return false;
+        });
+        std::ranges::sort(matches, {}, [](const Match& match) { return std::tie(match.rank, match.key); });
+        if (matches.size() > most) matches.resize(most);
+        std::vector<RecordingId> ids;
+        ids.reserve(matches.size());
+        for (const Match& match : matches) ids.push_back(match.id);
+        return ids;
+    }
+
+    /// Within a transaction.
+    std::vector<LibraryEntry> ReadEntriesOf(std::span<const RecordingId> ids) {
+        base::SqliteStatement query = file.Prepare(SelectEntries("WHERE recording.id = ?").c_str());
+        std::vector<std::size_t> positions(ids.size());
+        std::iota(positions.begin(), positions.end(), std::size_t{0});
+        // In the order of the file.
+        std::ranges::sort(positions, {}, [&](std::size_t position) { return ids[position]; });
+        std::vector<LibraryEntry> found;
+        std::vector<std::pair<std::size_t, std::size_t>> order;
+        found.reserve(ids.size());
+        for (const std::size_t position : positions) {
+            const std::size_t before = found.size();
+            ReadEntries(file, query.Again().Bind(ids[position]), found);
+            if (found.size() != before) order.emplace_back(position, before);
+        }
+        std::ranges::sort(order);
+        std::vector<LibraryEntry> entries;
+        entries.reserve(found.size());
+        for (const auto& [position, index] : order) entries.push_back(std::move(found[index]));
+        return entries;
+    }
+
     LibraryFile file;
     const std::chrono::milliseconds patience;
+
+  private:
+    struct Match {
+        RecordingId id = 0;
+        /// The best is the lowest.
+        double rank = 0;
+        RecordingKey key;
+    };
+
+    /// In the order of the file, without keys.
+    std::vector<Match> ReadMatches(const std::string& query_text) {
+        base::SqliteStatement query = file.Prepare("SELECT rowid, bm25(search) FROM search WHERE search MATCH ?");
+        std::vector<Match> matches;
+        for (query.Bind(query_text); file.Next(query);) matches.push_back({query.Int(0), query.Real(1), {}});
+        return matches;
+    }
 };
 
 Library::Library(const std::filesystem::path& file, Access access, std::chrono::milliseconds patience)
@@ -123,26 +193,63 @@ std::string Library::Picture(const RecordingKey& key) {
 }
 
 std::vector<std::string> Library::Disks() {
-    base::SqliteStatement query = m_impl->file.Prepare("SELECT DISTINCT disk FROM recording ORDER BY disk");
+    return ReadDisks(m_impl->file);
+}
+
+std::vector<std::string> Library::DisksWith(int number) {
     std::vector<std::string> disks;
-    while (m_impl->file.Next(query)) disks.push_back(query.Text(0));
+    m_impl->file.Read([&] {
+        disks = ReadDisks(m_impl->file);
+        std::erase_if(disks, [&](const std::string& disk) { return !FindRecording(m_impl->file, {disk, number}); });
+    });
     return disks;
 }
 
-std::vector<LibraryEntry> Library::List(const std::optional<std::string>& disk) {
-    const std::string sql = SelectEntries(disk ? "WHERE disk = ? ORDER BY number" : "ORDER BY disk, number");
+std::vector<LibraryEntry> Library::List(const std::optional<std::string>& disk, const ListPart& part) {
+    std::string condition;
+    if (disk) condition = "WHERE disk = ? ";
+    if (part.after) condition += disk ? "AND (disk, number) > (?, ?) " : "WHERE (disk, number) > (?, ?) ";
+    const std::string sql = SelectEntries(condition + "ORDER BY disk, number LIMIT ?");
     base::SqliteStatement query = m_impl->file.Prepare(sql.c_str());
     if (disk) query.Bind(*disk);
-    return ReadEntries(m_impl->file, query);
+    if (part.after) query.Bind(part.after->disk).Bind(part.after->number);
+    std::vector<LibraryEntry> entries;
+    ReadEntries(m_impl->file, query.Bind(Limit(part.most)), entries);
+    return entries;
 }
 
-std::vector<LibraryEntry> Library::Search(const std::string& words) {
+std::vector<LibraryEntry> Library::Search(const std::string& words, std::size_t most) {
     const std::string query_text = SearchQuery(words);
-    if (query_text.empty()) return List();
-    const std::string sql =
-        SelectEntries("JOIN search ON search.rowid = recording.id WHERE search MATCH ? ORDER BY rank, disk, number");
-    base::SqliteStatement query = m_impl->file.Prepare(sql.c_str());
-    return ReadEntries(m_impl->file, query.Bind(query_text));
+    if (query_text.empty()) return List(std::nullopt, {.most = most});
+    std::vector<LibraryEntry> entries;
+    m_impl->file.Read([&] { entries = m_impl->ReadEntriesOf(m_impl->BestIds(query_text, most)); });
+    return entries;
+}
+
+LibraryTable Library::Table(const TableFilter& filter) {
+    LibraryTable table;
+    const std::string query_text = SearchQuery(filter.words);
+    const std::string warned =
+        filter.only_with_warnings ? " AND EXISTS (SELECT 1 FROM warning WHERE warning.recording = recording.id)" : "";
+    m_impl->file.Read([&] {
+        table.disks = ReadDisks(m_impl->file);
+        std::string sql = "SELECT recording.id, disk, number FROM ";
+        sql += query_text.empty() ? "recording WHERE true"
+                                  : "search JOIN recording ON recording.id = search.rowid WHERE search MATCH ?";
+        sql += filter.disk ? " AND disk = ?" + warned : warned;
+        sql += query_text.empty() ? " ORDER BY disk, number" : " ORDER BY rank, disk, number";
+        base::SqliteStatement query = m_impl->file.Prepare(sql.c_str());
+        if (!query_text.empty()) query.Bind(query_text);
+        if (filter.disk) query.Bind(*filter.disk);
+        ReadTableRows(m_impl->file, query, table.disks, table.rows);
+    });
+    return table;
+}
+
+std::vector<LibraryEntry> Library::Entries(std::span<const RecordingId> ids) {
+    std::vector<LibraryEntry> entries;
+    m_impl->file.Read([&] { entries = m_impl->ReadEntriesOf(ids); });
+    return entries;
 }
 
 bool Library::Remove(const RecordingKey& key) {

@@ -50,12 +50,21 @@ class Library {
 
     /// Names of the disks that have recordings, sorted.
     std::vector<std::string> Disks();
-    /// Recordings by disk and number. @param disk  empty: of all disks.
-    std::vector<LibraryEntry> List(const std::optional<std::string>& disk = std::nullopt);
+    /// Names of the disks that have a recording of this number, sorted.
+    std::vector<std::string> DisksWith(int number);
+    /// Recordings by disk and number. The time depends on the size of the part, not on that of the library.
+    /// @param disk  empty: of all disks.
+    std::vector<LibraryEntry> List(const std::optional<std::string>& disk = std::nullopt, const ListPart& part = {});
     /// Recordings whose text, field names or source contain every word, best match first. A word matches as the prefix
     /// of one. Operators of the full text search have no meaning in `words`; a text without words finds every
-    /// recording.
-    std::vector<LibraryEntry> Search(const std::string& words);
+    /// recording, by disk and number.
+    /// @param most  recordings that are returned, the best ones.
+    std::vector<LibraryEntry> Search(const std::string& words, std::size_t most = ListPart().most);
+
+    /// All recordings that a filter lets pass: by disk and number, or with words as Search orders them.
+    LibraryTable Table(const TableFilter& filter);
+    /// The entries of recordings in the given order. One that does not exist any more is left out.
+    std::vector<LibraryEntry> Entries(std::span<const RecordingId> ids);
 
     /// @return false if there was no such recording.
     bool Remove(const RecordingKey& key);

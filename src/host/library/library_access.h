@@ -12,7 +12,7 @@ class LibraryError : public std::runtime_error {
 enum class Access {
     /// The file must exist.
     kRead,
-    /// The file is created if it is missing.
+    /// The file is created if it is missing, and the directories that lead to it.
     kWrite,
 };
 

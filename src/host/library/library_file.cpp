@@ -143,11 +143,14 @@ void LibraryFile::CheckLayout() {
 }
 
 void LibraryFile::Make() {
+    if (m_path.filename().empty()) Fail("it is a directory, not a library");
     // The tables are made in memory, so that the file never exists without them.
     base::SqliteDatabase database(":memory:", base::SqliteDatabase::Opening::kMemory);
     std::string bytes = MakeTables(database) ? database.Bytes() : "";
     if (bytes.size() < kHeaderSize) Fail("the library can't be made: " + Reason(database));
     bytes[kWriteVersion] = bytes[kReadVersion] = kWalVersion;
+    if (const std::error_code error = base::MakeDirectoriesTo(m_path))
+        Fail("the directory of the library can't be made: " + error.message());
     base::UnfinishedFile file(m_path);
     // A library that another program has made meanwhile is kept.
     if (!file.IsOpen() || !file.Write(bytes) || !file.Sync() ||
@@ -189,12 +192,8 @@ void LibraryFile::Protect(Access access) {
     if (sqlite3_db_readonly(handle, "main") != 0) Fail("the library can't be written");
     Run("PRAGMA journal_mode = WAL");
     Run("PRAGMA synchronous = FULL");
-}
-
-base::SqliteStatement& LibraryFile::Cached(const char* sql) {
-    const auto found = m_cached.find(sql);
-    if (found != m_cached.end() && !found->second.Failed()) return found->second.Again();
-    return m_cached.insert_or_assign(sql, Prepare(sql)).first->second;
+    // In KiB, half the default: what is written is rarely read again.
+    Run("PRAGMA cache_size = -1024");
 }
 
 bool LibraryFile::Next(base::SqliteStatement& statement) const {

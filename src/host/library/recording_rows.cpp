@@ -40,6 +40,7 @@ class Columns {
         ++m_column;
         return std::nullopt;
     }
+    RecordingId Id() { return m_row.Int(m_column++); }
     std::uint64_t Size() { return static_cast<std::uint64_t>(std::max<std::int64_t>(0, m_row.Int(m_column++))); }
     std::string Text() { return m_row.Text(m_column++); }
     std::string Bytes() { return m_row.Bytes(m_column++); }
@@ -191,10 +192,9 @@ std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
 
 std::optional<RecordingId> FindRecording(LibraryFile& file, const RecordingKey& key) {
     base::SqliteStatement& query = file.Cached("SELECT id FROM recording WHERE disk = ? AND number = ?");
+    const base::SqliteReset reset(query);
     if (!file.Next(query.Bind(key.disk).Bind(key.number))) return std::nullopt;
-    const RecordingId id = query.Int(0);
-    file.Run(query);
-    return id;
+    return query.Int(0);
 }
 
 void InsertRecording(LibraryFile& file, const Recording& recording) {
@@ -265,17 +265,18 @@ std::vector<RecordingId> ReadIds(LibraryFile& file) {
 }
 
 std::string SelectEntries(const std::string& rest) {
-    return "SELECT recording.disk, recording.number, recording.kind, recording.text, recording.recorded_at,"
+    return "SELECT recording.id, recording.disk, recording.number, recording.kind, recording.text, "
+           "recording.recorded_at,"
            " (SELECT path FROM source WHERE source.recording = recording.id ORDER BY position LIMIT 1),"
            " (SELECT count(*) FROM warning WHERE warning.recording = recording.id) FROM recording " +
            rest;
 }
 
-std::vector<LibraryEntry> ReadEntries(LibraryFile& file, base::SqliteStatement& query) {
-    std::vector<LibraryEntry> entries;
+void ReadEntries(LibraryFile& file, base::SqliteStatement& query, std::vector<LibraryEntry>& entries) {
     while (file.Next(query)) {
         Columns columns(file, query);
         LibraryEntry& entry = entries.emplace_back();
+        entry.id = columns.Id();
         entry.key = columns.Key();
         entry.kind = columns.Kind();
         entry.text = columns.Text();
@@ -283,7 +284,29 @@ std::vector<LibraryEntry> ReadEntries(LibraryFile& file, base::SqliteStatement& 
         entry.source = columns.Text();
         entry.warnings = columns.Int("number of warnings", 0);
     }
-    return entries;
+}
+
+std::vector<std::string> ReadDisks(LibraryFile& file) {
+    // Each step looks up the next disk in the index, where DISTINCT would read all of it.
+    base::SqliteStatement query = file.Prepare(
+        "WITH RECURSIVE disks(name) AS (SELECT min(disk) FROM recording UNION ALL"
+        " SELECT (SELECT min(disk) FROM recording WHERE disk > disks.name) FROM disks WHERE disks.name IS NOT NULL)"
+        " SELECT name FROM disks WHERE name IS NOT NULL");
+    std::vector<std::string> disks;
+    while (file.Next(query)) disks.push_back(query.Text(0));
+    return disks;
+}
+
+void ReadTableRows(LibraryFile& file, base::SqliteStatement& query, const std::vector<std::string>& disks,
+                   std::vector<LibraryTable::Row>& rows) {
+    while (file.Next(query)) {
+        Columns columns(file, query);
+        const RecordingId id = columns.Id();
+        const RecordingKey key = columns.Key();
+        const auto disk = std::ranges::lower_bound(disks, key.disk);
+        if (disk == disks.end() || *disk != key.disk) file.Fail("the library is damaged: a recording has no disk");
+        rows.push_back({id, static_cast<std::uint32_t>(disk - disks.begin()), key.number});
+    }
 }
 
 }  // namespace zel::library

@@ -13,9 +13,6 @@ namespace zel::library {
 
 // A recording in the tables of a library. Functions that write are called within a transaction. All throw LibraryError.
 
-/// Number of the recording's row.
-using RecordingId = std::int64_t;
-
 std::optional<RecordingId> FindRecording(LibraryFile& file, const RecordingKey& key);
 
 /// The library must not contain the recording yet.
@@ -31,9 +28,17 @@ std::string ReadPicture(LibraryFile& file, RecordingId id);
 /// All recordings, ordered by disk and number.
 std::vector<RecordingId> ReadIds(LibraryFile& file);
 
-/// A query of entries: of the table `recording`, with the joins, conditions and order in `rest`.
+/// A query of entries: of the table `recording`, with the conditions and the order in `rest`.
 std::string SelectEntries(const std::string& rest);
-/// The rows of such a query.
-std::vector<LibraryEntry> ReadEntries(LibraryFile& file, base::SqliteStatement& query);
+/// Appends the rows of such a query.
+void ReadEntries(LibraryFile& file, base::SqliteStatement& query, std::vector<LibraryEntry>& entries);
+
+/// Names of the disks, sorted. The time depends on their number, not on that of the recordings.
+std::vector<std::string> ReadDisks(LibraryFile& file);
+
+/// Appends the rows of a query for a recording's id, disk and number.
+/// @param disks  sorted, with the disk of each recording.
+void ReadTableRows(LibraryFile& file, base::SqliteStatement& query, const std::vector<std::string>& disks,
+                   std::vector<LibraryTable::Row>& rows);
 
 }  // namespace zel::library

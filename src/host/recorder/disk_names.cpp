@@ -34,18 +34,21 @@ std::string UsualDiskName(const std::string& directory) {
 }
 
 std::string DiskNames::NameOf(library::Library& library, const std::string& directory) {
+    return NameOf(library, directory, UsualDiskName(directory));
+}
+
+std::string DiskNames::NameOf(library::Library& library, const std::string& directory, const std::string& usual) {
     for (const NamedDirectory& known : m_named) {
         if (known.directory == directory) return known.name;
     }
-    const std::string usual = UsualDiskName(directory);
     const fs::path resolved = Resolved(directory);
     const auto is_free = [&](const std::string& name) {
-        const std::vector<library::LibraryEntry> entries = library.List(name);
+        const std::vector<library::LibraryEntry> entries = library.List(name, {.most = 1});
         if (!entries.empty()) return IsFrom(entries.front(), resolved);
         return std::ranges::find(m_named, name, &NamedDirectory::name) == m_named.end();
     };
     // The command can record a disk without a name.
-    const std::vector<library::LibraryEntry> unnamed = library.List("");
+    const std::vector<library::LibraryEntry> unnamed = library.List("", {.most = 1});
     const bool is_unnamed = !unnamed.empty() && IsFrom(unnamed.front(), resolved);
     std::string name = is_unnamed ? std::string() : usual;
     for (int count = 2; !is_free(name); ++count) name = usual + " (" + std::to_string(count) + ")";

@@ -13,7 +13,10 @@ class DiskNames {
     /// The disk name under which a directory's messages are recorded: the present one if the library has messages of
     /// this directory, else an unused one that begins with the disk's or the directory's name.
     /// @param directory  absolute path in this system's form.
+    /// @param usual      the name that a new disk gets unless it is used.
     /// @throws LibraryError
+    std::string NameOf(library::Library& library, const std::string& directory, const std::string& usual);
+    /// Likewise with the usual name of UsualDiskName.
     std::string NameOf(library::Library& library, const std::string& directory);
 
   private:

@@ -60,6 +60,8 @@ void AddParts(const document::MessageRecord& message, library::Recording& record
     recording.warnings = document::WarningsOf(message);
     recording.text = TextOf(message);
     recording.document = document::MessageDocument(message);
+    // It has room for longer characters, and recordings wait for their chunk.
+    recording.document.shrink_to_fit();
 }
 
 /// Warns of the files that are there but could not be read again, so that it stays unknown whether they change.
@@ -80,9 +82,16 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
     recording.recorded_at = UtcNow();
     recording.options = context.options;
     recording.standard = arrived.message.standard;
-    AddParts(arrived.message, recording);
-    if (!arrived.picture_error.empty()) recording.warnings.push_back(arrived.picture_error);
+    if (context.relocation.IsNone()) {
+        AddParts(arrived.message, recording);
+    } else {
+        document::MessageRecord moved = arrived.message;
+        context.relocation.Apply(moved);
+        AddParts(moved, recording);
+    }
+    if (!arrived.picture_error.empty()) recording.warnings.push_back(context.relocation.InText(arrived.picture_error));
     recording.sources = SourcesOf(arrived.message, context.font_directory, digests);
+    for (library::SourceFile& source : recording.sources) source.path = context.relocation.Recorded(source.path);
     AddUnreadSources(recording);
     if (arrived.picture) {
         recording.width = arrived.picture->width;

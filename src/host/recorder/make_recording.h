@@ -6,6 +6,7 @@
 #include "host/library/recording.h"
 #include "host/picture/picture.h"
 #include "host/picture/png_writer.h"
+#include "host/recorder/relocation.h"
 #include "host/recorder/source_files.h"
 #include "host/reference_host.h"
 
@@ -20,6 +21,7 @@ struct RecordingContext {
     /// As in Recording.
     std::string options;
     picture::PngEffort png_effort = picture::PngEffort::kFast;
+    Relocation relocation{};
 };
 
 /// What the host received of one message.

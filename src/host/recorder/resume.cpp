@@ -9,11 +9,10 @@ std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext&
     std::set<int> numbers;
     for (const library::LibraryEntry& entry : library.List(context.disk)) {
         if (entry.key.number < first || entry.key.number > last) continue;
-        const std::optional<library::RecordingOrigin> origin = library.Origin(entry.key);
-        if (origin && origin->options == context.options &&
-            AreUnchanged(origin->sources, context.font_directory, digests)) {
-            numbers.insert(entry.key.number);
-        }
+        std::optional<library::RecordingOrigin> origin = library.Origin(entry.key);
+        if (!origin || origin->options != context.options) continue;
+        for (library::SourceFile& source : origin->sources) source.path = context.relocation.Actual(source.path);
+        if (AreUnchanged(origin->sources, context.font_directory, digests)) numbers.insert(entry.key.number);
     }
     return numbers;
 }

@@ -8,6 +8,7 @@
 
 #include "base/text.h"
 #include "host/document/json_version.h"
+#include "programs/cli/archive_disks.h"
 #include "programs/cli/batch_arguments.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/disk_batch.h"
@@ -30,17 +31,22 @@ class BatchCommand {
     ExitCode Run();
 
   private:
-    void RunDisk(const std::string& disk);
+    void RunArchive(const std::string& path);
+    void RunDisk(const BatchDisk& disk);
     void WriteReport();
 
     const BatchArguments& m_arguments;
     SettingsScope m_settings;
     std::unique_ptr<OutputFile> m_report;
-    BatchSession m_session{recorder::FileDigests(WasInterrupted), {}, {}};
+    BatchSession m_session{recorder::FileDigests(WasInterrupted), {}, {}, false};
     /// Of each disk.
     nlohmann::ordered_json m_reports = nlohmann::ordered_json::array();
     BatchCounts m_counts;
+    /// Of all, as far as the archives have been opened.
+    std::size_t m_disk_count;
     std::size_t m_failed_disks = 0;
+    /// Something of an archive was refused or couldn't be read.
+    bool m_has_bad_archive = false;
 };
 
 const BatchArguments& Checked(const BatchArguments& arguments) {
@@ -51,12 +57,13 @@ const BatchArguments& Checked(const BatchArguments& arguments) {
 
 // Opens the report, so that one that cannot be written is reported before the module runs.
 BatchCommand::BatchCommand(const BatchArguments& arguments)
-    : m_arguments(Checked(arguments)), m_settings(arguments.settings) {
+    : m_arguments(Checked(arguments)), m_settings(arguments.settings), m_disk_count(arguments.disks.size()) {
+    m_session.has_several_disks = arguments.HasSeveralDisks();
     if (arguments.report) m_report = std::make_unique<OutputFile>(*arguments.report);
 }
 
 // A disk that fails leaves the others.
-void BatchCommand::RunDisk(const std::string& disk) {
+void BatchCommand::RunDisk(const BatchDisk& disk) {
     DiskBatch batch(m_arguments, m_session, disk);
     nlohmann::ordered_json failure;
     try {
@@ -67,20 +74,46 @@ void BatchCommand::RunDisk(const std::string& disk) {
         ++m_failed_disks;
     }
     m_counts += batch.Progress().Counts();
-    if (!batch.HasRun() && !m_arguments.HasSeveralDisks()) return;
+    if (!batch.HasRun() && !m_session.has_several_disks) return;
     m_reports.push_back(batch.Report());
     m_reports.back()["failure"] = failure;
     if (m_arguments.json) PrintJson(m_reports.back());
+}
+
+// An archive is unpacked for as long as its disks are imported.
+void BatchCommand::RunArchive(const std::string& path) {
+    std::optional<ArchiveDisks> archive;
+    try {
+        archive.emplace(path);
+    } catch (const std::runtime_error& error) {
+        return RunDisk({.name = path, .directory = path, .error = error.what()});
+    }
+    m_has_bad_archive = m_has_bad_archive || !archive->IsWhole();
+    m_disk_count += archive->Disks().size() - 1;
+    if (archive->Disks().size() > 1) {
+        if (m_arguments.name || m_arguments.trace)
+            throw CommandError(path + ": --disk and --trace need a single disk; the archive contains " +
+                               std::to_string(archive->Disks().size()));
+        m_session.has_several_disks = true;
+    }
+    for (const BatchDisk& disk : archive->Disks()) {
+        if (!WasInterrupted()) RunDisk(disk);
+    }
 }
 
 ExitCode BatchCommand::Run() {
     PrintDirectoryNotes(m_arguments.request.host.maps, m_arguments.request.fonts);
     HandleInterrupts();
     for (const std::string& disk : m_arguments.disks) {
-        if (!WasInterrupted()) RunDisk(disk);
+        if (WasInterrupted()) break;
+        if (ArchiveDisks::MayBeArchive(disk)) {
+            RunArchive(disk);
+        } else {
+            RunDisk({.name = disk, .directory = disk});
+        }
     }
-    if (m_arguments.HasSeveralDisks()) {
-        const std::size_t begun = m_reports.size(), all = m_arguments.disks.size();
+    if (m_session.has_several_disks) {
+        const std::size_t begun = m_reports.size(), all = m_disk_count;
         PrintLine((begun < all ? std::to_string(begun) + " of " : "") + std::to_string(all) +
                   " disks: " + m_counts.Text(!m_arguments.numbers.IsAll()) +
                   (m_failed_disks > 0 ? "; " + base::Counted(m_failed_disks, "disk") + " not done completely" : ""));
@@ -88,13 +121,13 @@ ExitCode BatchCommand::Run() {
     if (m_report && !m_reports.empty()) WriteReport();
     m_settings.PrintAnyNote();
     if (WasInterrupted()) return InterruptCode();
-    return m_failed_disks > 0 ? ExitCode::kNotDone : StrictCode(m_arguments.strict);
+    return m_failed_disks > 0 || m_has_bad_archive ? ExitCode::kNotDone : StrictCode(m_arguments.strict);
 }
 
 // The summary of the disk, or a list of those of all disks.
 void BatchCommand::WriteReport() {
     const nlohmann::ordered_json report =
-        m_arguments.HasSeveralDisks()
+        m_session.has_several_disks
             ? nlohmann::ordered_json{{"version", document::kJsonVersion}, {"type", "reports"}, {"disks", m_reports}}
             : m_reports.front();
     constexpr auto kReplaceBadUtf8 = nlohmann::ordered_json::error_handler_t::replace;
@@ -105,7 +138,8 @@ void BatchCommand::WriteReport() {
 void AddInputs(CLI::App& command, BatchArguments& arguments) {
     run::BatchRequest& request = arguments.request;
     AddArgument(command, "DISK", arguments.words,
-                "the disks: directories that contain MESSAGES and MACHINE. Several disks are recorded one after "
+                "the disks: directories that contain MESSAGES and MACHINE, or archives of such (zip, tar, ISO 9660). "
+                "Several disks are recorded one after "
                 "another; one that fails leaves the others")
         .check(CheckPath, "");
     // Never filled: the words of NUMBERS arrive among the disks.

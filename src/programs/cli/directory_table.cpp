@@ -66,7 +66,8 @@ std::optional<int> FontNumber(const std::string& path) {
 
 }  // namespace
 
-DirectoryTable::DirectoryTable(const std::string& directory) : m_directory(directory) {
+DirectoryTable::DirectoryTable(const std::string& directory, std::string name)
+    : m_directory(directory), m_name(std::move(name)) {
     const std::vector<fs::path> files = FindFiles();
     m_entries.reserve(files.size());
     for (const fs::path& file : files) m_entries.push_back(Inspect(file, file.lexically_relative(directory).string()));
@@ -99,7 +100,7 @@ std::string DirectoryTable::Text() const {
     lines.reserve(m_entries.size());
     for (const DirectoryEntry& entry : m_entries) lines.push_back(CellsOf(entry));
     constexpr base::ColumnStyle kLeft{}, kRight{base::Align::kRight};
-    return base::TerminalText(m_directory) + ": " + (m_entries.empty() && m_unlisted.empty() ? "no files" : Totals()) +
+    return base::TerminalText(m_name) + ": " + (m_entries.empty() && m_unlisted.empty() ? "no files" : Totals()) +
            "\n" + base::TableText(lines, std::array{kLeft, kLeft, kRight, kLeft, kLeft}) + MissingFonts();
 }
 

@@ -22,7 +22,8 @@ struct DirectoryEntry {
 /// The inspected files of a directory and its subdirectories.
 class DirectoryTable {
   public:
-    explicit DirectoryTable(const std::string& directory);
+    /// @param name  of the directory in texts.
+    DirectoryTable(const std::string& directory, std::string name);
 
     /// Sorted by name.
     const std::vector<DirectoryEntry>& Entries() const noexcept { return m_entries; }
@@ -43,7 +44,7 @@ class DirectoryTable {
     std::string Totals() const;
     std::string MissingFonts() const;
 
-    std::string m_directory;
+    const std::string m_directory, m_name;
     /// A directory that could not be listed: its path relative to the top, and the reason.
     struct Unlisted {
         std::string name, reason;

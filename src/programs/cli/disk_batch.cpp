@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <set>
 #include <utility>
@@ -19,6 +20,7 @@
 #include "module/contract/message_id.h"
 #include "module/contract/records/psos_header.h"
 #include "platform/system/files.h"
+#include "programs/cli/archive_disks.h"
 #include "programs/cli/command.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/interrupt.h"
@@ -58,16 +60,16 @@ run::BatchRequest RequestFor(const BatchArguments& arguments, std::string disk) 
 /// Reports the numbers of a batch that records nothing, with their warnings.
 class ItemObserver : public host::HostObserver {
   public:
-    explicit ItemObserver(BatchProgress& progress) : m_progress(progress) {}
+    explicit ItemObserver(std::function<void(recorder::RecordedItem)> add) : m_add(std::move(add)) {}
     void OnMessage(const document::MessageRecord& message) override { m_warnings = document::WarningsOf(message); }
     void OnBatchItem(const host::BatchItem& item) override {
         std::vector<std::string> warnings = std::exchange(m_warnings, {});
         if (item.outcome != host::ItemOutcome::kRecorded) warnings.clear();
-        m_progress.Add({item, std::move(warnings), false});
+        m_add({item, std::move(warnings), false});
     }
 
   private:
-    BatchProgress& m_progress;
+    const std::function<void(recorder::RecordedItem)> m_add;
     std::vector<std::string> m_warnings;
 };
 
@@ -89,14 +91,15 @@ std::string MessageDirectory(const std::string& disk) {
 }
 
 /// Where the pictures in a directory are from, if that is another disk; otherwise empty.
-std::string OtherSource(const std::string& directory, const std::string& disk) {
+/// @param messages  the directory of the disk's messages, as it is recorded.
+std::string OtherSource(const std::string& directory, const std::string& messages) {
     const auto resolved = [](const fs::path& path) {
         std::error_code error;
         const fs::path result = fs::weakly_canonical(path, error);
         return error ? path : result;
     };
     const std::string source = SourceOfDocuments(directory);
-    return source.empty() || resolved(source) == resolved(MessageDirectory(disk)) ? std::string() : source;
+    return source.empty() || resolved(source) == resolved(messages) ? std::string() : source;
 }
 
 bool HasMessage(const std::string& disk, int number) {
@@ -141,6 +144,7 @@ void CheckBatchFiles(const BatchArguments& arguments, const std::optional<std::s
     CommandFiles files;
     run::BatchRequest request = arguments.request;
     for (const std::string& disk : arguments.disks) {
+        if (ArchiveDisks::MayBeArchive(disk)) files.Read(disk, "the archive");
         request.disk = disk;
         files.SearchByModule(run::MessageDirectoryOf(disk));
         files.SearchByModule(run::FontDirectoryOf(request));
@@ -155,46 +159,61 @@ void CheckBatchFiles(const BatchArguments& arguments, const std::optional<std::s
     CheckOutputs(files);
 }
 
-DiskBatch::DiskBatch(const BatchArguments& arguments, BatchSession& session, std::string disk)
+DiskBatch::DiskBatch(const BatchArguments& arguments, BatchSession& session, BatchDisk disk)
     : m_arguments(arguments),
       m_session(session),
-      m_request(RequestFor(arguments, std::move(disk))),
-      m_disk_error(run::DiskError(m_request)),
+      m_disk(std::move(disk)),
+      m_request(RequestFor(arguments, m_disk.directory)),
+      m_disk_error(m_disk.error.empty() ? m_disk.relocation.InText(run::DiskError(m_request)) : m_disk.error),
       m_observers(arguments.trace, arguments.pixels),
       m_recorder_options(RecorderOptionsOf(arguments, m_request, session.digests)),
-      m_progress(m_disk_error.empty() ? BatchStyle(arguments.json) : BatchProgress::Style::kNothing, m_request.disk,
-                 arguments.numbers) {}
+      m_progress(m_disk_error.empty() ? BatchStyle(arguments.json) : BatchProgress::Style::kNothing, m_disk.name,
+                 arguments.numbers) {
+    m_recorder_options.context.relocation = m_disk.relocation;
+}
+
+std::string DiskBatch::RecordedDirectory() const {
+    return m_disk.relocation.Recorded(MessageDirectory(m_request.disk));
+}
+
+std::string DiskBatch::UsualName() const {
+    return m_disk.usual_name.empty() ? recorder::UsualDiskName(RecordedDirectory()) : m_disk.usual_name;
+}
+
+// Texts of the module and of the system name the directory in which an archive is unpacked.
+void DiskBatch::Add(recorder::RecordedItem item) {
+    item.item.reason = m_disk.relocation.InText(std::move(item.item.reason));
+    for (std::string& warning : item.warnings) warning = m_disk.relocation.InText(std::move(warning));
+    m_progress.Add(item);
+}
 
 // Without --disk, the disk has its directory's name. A disk that is in the library keeps its name there.
 void DiskBatch::NameDisk() {
-    const std::string directory = MessageDirectory(m_request.disk);
     library::Library library(*m_arguments.library, library::Access::kWrite);
-    const std::string name = m_session.names.NameOf(library, directory);
+    const std::string name = m_session.names.NameOf(library, RecordedDirectory(), UsualName());
     m_recorder_options.context.disk = name;
     if (name.empty()) {
-        PrintNote(m_request.disk + ": recorded without a name, as before");
-    } else if (name != recorder::UsualDiskName(directory)) {
-        PrintNote(m_request.disk + ": recorded as the disk \"" + name +
-                  "\", since the library has another of its name");
+        PrintNote(m_disk.name + ": recorded without a name, as before");
+    } else if (name != UsualName()) {
+        PrintNote(m_disk.name + ": recorded as the disk \"" + name + "\", since the library has another of its name");
     }
 }
 
 // Several disks have a folder each, with a name that none of the others and no other disk's pictures have.
 void DiskBatch::ChooseDirectory() {
     const std::string& recorded = m_recorder_options.context.disk;
-    const std::string name =
-        FolderName(recorded.empty() ? recorder::UsualDiskName(MessageDirectory(m_request.disk)) : recorded);
+    const std::string name = FolderName(recorded.empty() ? UsualName() : recorded);
     const auto path_of = [&](const std::string& folder) {
         return (fs::path(*m_arguments.directory) / folder).string();
     };
     const auto is_used = [&](const std::string& folder) {
         return std::ranges::any_of(m_session.folders,
                                    [&](const std::string& other) { return base::EqualsFolded(other, folder); }) ||
-               !OtherSource(path_of(folder), m_request.disk).empty();
+               !OtherSource(path_of(folder), RecordedDirectory()).empty();
     };
     std::string folder = name;
     for (int count = 2; is_used(folder); ++count) folder = name + " (" + std::to_string(count) + ")";
-    if (folder != name) PrintNote(m_request.disk + ": pictures in " + path_of(folder));
+    if (folder != name) PrintNote(m_disk.name + ": pictures in " + path_of(folder));
     m_session.folders.push_back(folder);
     m_recorder_options.directory = path_of(folder);
     CheckBatchFiles(m_arguments, m_recorder_options.directory);
@@ -202,10 +221,10 @@ void DiskBatch::ChooseDirectory() {
 
 // The pictures of two disks have the same names.
 void DiskBatch::CheckDirectory() const {
-    const std::string source = OtherSource(*m_arguments.directory, m_request.disk);
+    const std::string source = OtherSource(*m_arguments.directory, RecordedDirectory());
     if (source.empty()) return;
     throw CommandError(*m_arguments.directory + ": contains the pictures of another disk, from " + source +
-                       "; name another directory for those of " + m_request.disk);
+                       "; name another directory for those of " + m_disk.name);
 }
 
 // Numbers whose recording is up to date are not imported again. Files that they lack are written from the library.
@@ -239,12 +258,11 @@ void DiskBatch::SkipRecorded() {
 }
 
 run::BatchOutcome DiskBatch::RunModule() {
-    ItemObserver items(m_progress);
+    ItemObserver items([this](recorder::RecordedItem item) { Add(std::move(item)); });
     std::unique_ptr<recorder::BatchRecorder> recorder;
     if (Records()) {
-        recorder = std::make_unique<recorder::BatchRecorder>(
-            m_recorder_options, m_session.digests,
-            [this](const recorder::RecordedItem& item) { m_progress.Add(item); });
+        recorder = std::make_unique<recorder::BatchRecorder>(m_recorder_options, m_session.digests,
+                                                             [this](const recorder::RecordedItem& item) { Add(item); });
     }
     if (recorder) {
         m_observers.Add(recorder->Pictures());
@@ -260,10 +278,10 @@ run::BatchOutcome DiskBatch::RunModule() {
 
 void DiskBatch::Run() {
     if (!m_disk_error.empty() && !m_arguments.trace) throw CommandError(m_disk_error);
-    if (m_arguments.HasSeveralDisks()) m_progress.PrintHeading();
+    if (m_session.has_several_disks) m_progress.PrintHeading();
     if (m_arguments.library && !m_arguments.name && m_disk_error.empty()) NameDisk();
     if (m_arguments.directory && m_disk_error.empty())
-        m_arguments.HasSeveralDisks() ? ChooseDirectory() : CheckDirectory();
+        m_session.has_several_disks ? ChooseDirectory() : CheckDirectory();
     if (m_arguments.resume && m_disk_error.empty() && !m_arguments.numbers.Intervals().empty()) SkipRecorded();
     run::BatchOutcome outcome;
     if (!m_request.ranges.empty()) {
@@ -272,7 +290,8 @@ void DiskBatch::Run() {
         outcome.end = run::BatchEnd::kStopped;
     }
     m_observers.CommitTrace();
-    if (outcome.end == run::BatchEnd::kRefused) throw CommandError(m_request.disk + ": " + outcome.failure);
+    if (outcome.end == run::BatchEnd::kRefused)
+        throw CommandError(m_disk.relocation.InText(m_disk.name + ": " + outcome.failure));
     if (!m_disk_error.empty()) throw CommandError(m_disk_error);
     m_has_run = true;
     m_stopped = outcome.end == run::BatchEnd::kStopped;
@@ -284,7 +303,7 @@ void DiskBatch::Run() {
 }
 
 void DiskBatch::ThrowFailure(const run::BatchOutcome& outcome) const {
-    const std::string& disk = m_request.disk;
+    const std::string& disk = m_disk.name;
     if (m_stopped) throw CommandError(disk + ": stopped before the end of the range");
     if (!outcome.order_breaches.empty())
         throw CommandError(disk + ": the module violated its contract: " + outcome.order_breaches.front());
@@ -306,7 +325,7 @@ nlohmann::ordered_json DiskBatch::Report() const {
     const std::vector<Interval>& intervals = m_arguments.numbers.Intervals();
     nlohmann::ordered_json report = {{"version", document::kJsonVersion},
                                      {"type", "report"},
-                                     {"disk", m_request.disk},
+                                     {"disk", m_disk.name},
                                      {"first", intervals.empty() ? 0 : intervals.front().first},
                                      {"last", intervals.empty() ? 0 : intervals.back().last},
                                      {"stopped", m_stopped}};

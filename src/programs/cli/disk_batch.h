@@ -9,6 +9,7 @@
 #include "host/recorder/batch_recorder.h"
 #include "host/recorder/disk_names.h"
 #include "programs/cli/batch_arguments.h"
+#include "programs/cli/batch_disk.h"
 #include "programs/cli/batch_progress.h"
 #include "programs/cli/run_observers.h"
 
@@ -21,6 +22,8 @@ struct BatchSession {
     recorder::DiskNames names;
     /// Names of the folders of pictures.
     std::vector<std::string> folders;
+    /// There is more than one, so that each is named and has a folder.
+    bool has_several_disks = false;
 };
 
 /// The batch of one disk.
@@ -28,7 +31,7 @@ class DiskBatch {
   public:
     /// Opens the trace, so that one that cannot be written is reported before the module runs.
     /// @param arguments, session  kept alive by the caller.
-    DiskBatch(const BatchArguments& arguments, BatchSession& session, std::string disk);
+    DiskBatch(const BatchArguments& arguments, BatchSession& session, BatchDisk disk);
 
     /// Imports and records the messages, and prints results.
     /// @throws std::runtime_error in one line, if not everything was done.
@@ -46,6 +49,10 @@ class DiskBatch {
     void CheckDirectory() const;
     void SkipRecorded();
     run::BatchOutcome RunModule();
+    void Add(recorder::RecordedItem item);
+    std::string UsualName() const;
+    /// The directory of the messages, absolute and as it is recorded.
+    std::string RecordedDirectory() const;
     void ReportLeftOut();
     void ThrowFailure(const run::BatchOutcome& outcome) const;
 
@@ -53,6 +60,7 @@ class DiskBatch {
 
     const BatchArguments& m_arguments;
     BatchSession& m_session;
+    const BatchDisk m_disk;
     run::BatchRequest m_request;
     /// Why no message can be imported. The module runs for its trace only then.
     const std::string m_disk_error;

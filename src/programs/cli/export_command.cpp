@@ -157,10 +157,20 @@ ExitCode ExportStream(const ExportArguments& arguments, library::Library& librar
     return ExitCode::kDone;
 }
 
+/// Prints each message as it is exported, with --verbose.
+class DetailedExportService : public exporter::LibraryExportService {
+  public:
+    using LibraryExportService::LibraryExportService;
+    void Complete(int number, const std::string& path) override {
+        PrintDetail("exporting " + base::NumberedName(number));
+        LibraryExportService::Complete(number, path);
+    }
+};
+
 ExitCode ExportFiles(const ExportArguments& arguments, library::Library& library, RunObservers& observers) {
     exporter::ExportJob job(arguments.directory, arguments.formats, arguments.options, arguments.jobs);
     const std::string disk = DiskOf(library, arguments);
-    exporter::LibraryExportService service(library, disk, job);
+    DetailedExportService service(library, disk, job);
     const run::ExportOutcome outcome = RunRanges(arguments, service, observers);
     const exporter::ExportSummary summary = job.Finish();
     if (arguments.strict) {
@@ -257,7 +267,7 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     AddTrace(command, arguments->trace);
     AddSettings(command, arguments->settings);
     AddStrict(command, arguments->strict);
-    AddVerbosity(command, false);
+    AddVerbosity(command, true);
     AddExample(command, "zeltrans export messages.zellib --out pictures --format html");
     command.callback([arguments, &command, &run] {
         CheckOptions(command, *arguments);

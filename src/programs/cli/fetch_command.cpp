@@ -59,6 +59,9 @@ ExitCode RunFetchCommand(const FetchArguments& arguments) {
     server.stall_seconds = arguments.stall_seconds;
     if (!server.user.empty()) server.password = FindFtpPassword(server.host, server.user, arguments.netrc);
 
+    PrintDetail("server " + server.host + (server.port == 0 ? "" : ":" + std::to_string(server.port)) + ", user " +
+                (server.user.empty() ? "anonymous" : server.user) + ", directory " +
+                (url.directory.empty() ? "of the login" : url.directory) + ", files " + SelectionText(arguments.words));
     HandleInterrupts();
     const auto session = ftp::MakeFtpSession(
         std::move(server), [] { return WasInterrupted(); }, why);
@@ -139,7 +142,7 @@ void AddFetchCommand(CLI::App& app, CommandRun& run) {
     CLI::App& command =
         *app.add_subcommand("fetch", "Fetches messages and the fonts that they use from an FTP server.");
     AddOptions(command, *arguments);
-    AddVerbosity(command, false);
+    AddVerbosity(command, true);
     AddExample(command, "zeltrans fetch ftp://192.0.2.7/DISK 1-20 --to DISK");
     command.callback([arguments, &command, &run] {
         CheckOptions(command, *arguments);

@@ -92,6 +92,7 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     } else if (arguments.png) {
         picture::WritePng(png, sheet.picture);
     }
+    PrintDetail("font " + outcome.read_from.value_or(arguments.name));
     if (outcome.read_from) PrintWarning("read from " + *outcome.read_from);
     PrintSheetNotes(sheet);
     PrintLine(arguments.name + ": \"" + summary.name + "\", height " + std::to_string(summary.height) + ", " +
@@ -130,7 +131,7 @@ void AddOptions(CLI::App& command, FontArguments& arguments) {
     AddMaps(command, request.maps);
     AddSettings(command, arguments.settings);
     AddStrict(command, arguments.strict);
-    AddVerbosity(command, false);
+    AddVerbosity(command, true);
     AddExample(command, "zeltrans font DISK/MACHINE/.0012 --png glyphs.png");
 }
 

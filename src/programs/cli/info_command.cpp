@@ -4,15 +4,20 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <CLI/App.hpp>
 
+#include "host/archive/archived_disks.h"
+#include "host/archive/unpacked_archive.h"
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
 #include "inspect/words.h"
+#include "programs/cli/archive_faults.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/directory_table.h"
+#include "programs/cli/interrupt.h"
 #include "programs/cli/options.h"
 #include "programs/cli/report_json.h"
 #include "programs/cli/standard_input.h"
@@ -38,10 +43,11 @@ class Info {
             if (IsStandardInput(file)) {
                 ShowReport(kStandardInput, [] { return inspect::InspectBytes(ReadStandardInput(), kStandardInput); });
             } else if (fs::is_directory(file, error)) {
-                ShowDirectory(file);
+                ShowDirectory(file, file);
             } else {
                 ShowFile(file);
             }
+            if (WasInterrupted()) return InterruptCode();
         }
         std::cout.flush();
         return m_exit_code;
@@ -72,6 +78,7 @@ class Info {
     void ShowReport(const std::string& file, Inspect inspect) {
         try {
             const inspect::FileReport report = inspect();
+            if (report.verdict == inspect::Verdict::kForeign && ShowArchive(file)) return;
             Show(m_arguments.json ? ReportJson(report) + "\n" : inspect::ReportText(report));
             const bool good =
                 report.verdict == inspect::Verdict::kWhole || report.verdict == inspect::Verdict::kReadable;
@@ -83,20 +90,41 @@ class Info {
         }
     }
 
-    void ShowDirectory(const std::string& directory) {
-        const DirectoryTable table(directory);
+    /// Shows the disks of an archive. @return false if it isn't one, or has none.
+    bool ShowArchive(const std::string& file) {
+        HandleInterrupts();
+        std::optional<archive::UnpackedArchive> unpacked;
+        try {
+            unpacked.emplace(file, archive::Wanted::kDisks, WasInterrupted);
+        } catch (const std::runtime_error&) {
+            return false;
+        }
+        if (unpacked->WasStopped()) return true;
+        if (archive::DisksIn(unpacked->Root(), file).empty()) return false;
+        PrintArchiveFaults(file, *unpacked);
+        if (!unpacked->IsWhole()) m_exit_code = ExitCode::kNotDone;
+        ShowDirectory(unpacked->Root(), file);
+        return true;
+    }
+
+    /// @param name  of the directory in texts.
+    void ShowDirectory(const std::string& directory, const std::string& name) {
+        const DirectoryTable table(directory, name);
         if (m_arguments.json) {
-            for (const DirectoryEntry& entry : table.Entries()) {
-                Show((entry.report ? ReportJson(*entry.report)
-                                   : UnreadableJson((fs::path(directory) / entry.name).string(), entry.error)) +
-                     "\n");
-            }
+            for (const DirectoryEntry& entry : table.Entries()) ShowJson(entry, (fs::path(name) / entry.name).string());
         } else {
             Show(table.Text());
         }
-        if (!table.Failure().empty()) Fail(directory + ": " + table.Failure());
+        if (!table.Failure().empty()) Fail(name + ": " + table.Failure());
         if (m_arguments.strict && table.DefectCount() != 0)
-            Fail(directory + ": " + inspect::Count(table.DefectCount(), "file") + " with defects");
+            Fail(name + ": " + inspect::Count(table.DefectCount(), "file") + " with defects");
+    }
+
+    void ShowJson(const DirectoryEntry& entry, const std::string& path) {
+        if (!entry.report) return Show(UnreadableJson(path, entry.error) + "\n");
+        inspect::FileReport report = *entry.report;
+        report.name = path;
+        Show(ReportJson(report) + "\n");
     }
 
     const InfoArguments& m_arguments;
@@ -111,7 +139,7 @@ void AddInfoCommand(CLI::App& app, CommandRun& run) {
     CLI::App& command = *app.add_subcommand("info", "Reports the kind, the contents and the defects of files.");
     AddArgument(command, "FILE", arguments->files,
                 "message, font, RGBA picture or name list files, or directories, which are read with their "
-                "subdirectories; - is standard input");
+                "subdirectories, or archives of disks (zip, tar, ISO 9660); - is standard input");
     AddJson(command, arguments->json, "print one JSON object per file, each in one line");
     command.add_flag("--strict", arguments->strict, "end with exit code 1 if there are defects too");
     AddVerbosity(command, false);

@@ -1,6 +1,7 @@
 #include "programs/cli/library_command.h"
 
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <set>
 #include <vector>
@@ -24,6 +25,7 @@
 #include "programs/cli/output_file.h"
 #include "programs/cli/recording_text.h"
 #include "programs/cli/run_options.h"
+#include "programs/cli/shell_text.h"
 
 namespace zel::cli {
 
@@ -41,6 +43,9 @@ struct LibraryArguments {
     bool json = false;
     /// The file of --json.
     std::optional<std::string> document;
+    std::optional<library::RecordingKey> after;
+    /// Of a listing; 0 for all.
+    int limit = 0;
 };
 
 std::string DiskName(const std::string& disk) {
@@ -51,8 +56,10 @@ std::string DiskName(const std::string& disk) {
 library::RecordingKey KeyOf(library::Library& library, const LibraryArguments& arguments, int number) {
     std::vector<library::RecordingKey> found;
     std::string disks;
-    for (const std::string& disk : arguments.disk ? std::vector{*arguments.disk} : library.Disks()) {
-        if (!library.Has({disk, number})) continue;
+    std::vector<std::string> names;
+    if (!arguments.disk) names = library.DisksWith(number);
+    if (arguments.disk && library.Has({*arguments.disk, number})) names = {*arguments.disk};
+    for (const std::string& disk : names) {
         found.push_back({disk, number});
         disks += (disks.empty() ? "" : ", ") + DiskName(disk);
     }
@@ -77,27 +84,54 @@ nlohmann::ordered_json EntryJson(const library::LibraryEntry& entry) {
             {"warning_count", entry.warnings}};
 }
 
-ExitCode PrintEntries(const LibraryArguments& arguments, const std::vector<library::LibraryEntry>& entries) {
+// @param which  the place of a part in a longer listing, such as "the first"; may be empty.
+ExitCode PrintEntries(const LibraryArguments& arguments, const std::string& which,
+                      const std::vector<library::LibraryEntry>& entries) {
     if (arguments.json) {
         for (const library::LibraryEntry& entry : entries) PrintJson(EntryJson(entry));
         return ExitCode::kDone;
     }
     const auto with_warnings = static_cast<std::size_t>(
         std::ranges::count_if(entries, [](const library::LibraryEntry& entry) { return entry.warnings != 0; }));
-    PrintLine(arguments.library + ": " + base::Counted(entries.size(), "recording") +
+    PrintLine(arguments.library + ": " + which + base::Counted(entries.size(), "recording") +
               (with_warnings != 0 ? ", " + std::to_string(with_warnings) + " with warnings" : ""));
     PrintLines(LibraryTable(entries));
     return ExitCode::kDone;
 }
 
+// The limit of a query that finds out whether more than --limit recordings exist.
+std::size_t OneMoreThan(int limit) {
+    return limit == 0 ? library::ListPart().most : static_cast<std::size_t>(limit) + 1;
+}
+
+// Removes what is beyond --limit. @return whether there was more.
+bool Limit(std::vector<library::LibraryEntry>& entries, int limit) {
+    if (limit == 0 || entries.size() <= static_cast<std::size_t>(limit)) return false;
+    entries.resize(static_cast<std::size_t>(limit));
+    return true;
+}
+
 ExitCode ListLibrary(const LibraryArguments& arguments) {
-    return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).List(arguments.disk));
+    library::Library library(arguments.library, library::Access::kRead);
+    std::vector<library::LibraryEntry> entries =
+        library.List(arguments.disk, {arguments.after, OneMoreThan(arguments.limit)});
+    const bool more = Limit(entries, arguments.limit);
+    const char* const which = arguments.after ? (more ? "the next " : "the last ") : (more ? "the first " : "");
+    const ExitCode exit_code = PrintEntries(arguments, entries.empty() ? "" : which, entries);
+    if (more) {
+        const library::RecordingKey& last = entries.back().key;
+        PrintNote("the list continues with --after " + ShellQuoted(last.disk + '/' + base::NumberedName(last.number)));
+    }
+    return exit_code;
 }
 
 ExitCode SearchLibrary(const LibraryArguments& arguments) {
     std::string query;
     for (const std::string& word : arguments.words) query += word + ' ';
-    return PrintEntries(arguments, library::Library(arguments.library, library::Access::kRead).Search(query));
+    std::vector<library::LibraryEntry> entries =
+        library::Library(arguments.library, library::Access::kRead).Search(query, OneMoreThan(arguments.limit));
+    const bool more = Limit(entries, arguments.limit);
+    return PrintEntries(arguments, more ? "the best " : "", entries);
 }
 
 // An output that the recording does not contain is not written.
@@ -197,17 +231,36 @@ ExitCode RemoveRecordings(const LibraryArguments& arguments) {
     return ExitCode::kDone;
 }
 
+// @throws CLI::ValidationError for anything else than a number, such as 12 or .0012.
+int NumberOf(const std::string& text, const std::string& option) {
+    const std::string_view digits = WithoutLeadingDot(text);
+    if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestMessageNumber)
+        throw CLI::ValidationError(option, '"' + text + "\" is not a number from 0 to 9999");
+    return MessageNumberOf(digits);
+}
+
 void AddNumber(CLI::App& command, LibraryArguments& arguments) {
-    const auto take = [&arguments](const std::string& text) {
-        const std::string_view digits = WithoutLeadingDot(text);
-        if (digits.empty() || CountDigits(digits) != digits.size() || MessageNumberOf(digits) > kLargestMessageNumber) {
-            throw CLI::ValidationError("NUMBER", '"' + text + "\" is not a number from 0 to 9999");
-        }
-        arguments.number = MessageNumberOf(digits);
-    };
+    const auto take = [&arguments](const std::string& text) { arguments.number = NumberOf(text, "NUMBER"); };
     command.add_option_function<std::string>("NUMBER", take, "the message's number, such as 12 or .0012")
         ->required()
         ->type_name("");
+}
+
+void AddLimit(CLI::App& command, LibraryArguments& arguments, const std::string& which) {
+    AddInteger(command, "--limit", arguments.limit, std::numeric_limits<int>::max(), "N",
+               "at most N recordings, " + which + " [all]");
+}
+
+void AddAfter(CLI::App& command, LibraryArguments& arguments) {
+    const auto take = [&arguments](const std::string& text) {
+        // A disk's name may have a slash, a number has none.
+        const std::size_t slash = text.rfind('/');
+        const std::size_t digits = slash == std::string::npos ? 0 : slash + 1;
+        arguments.after = {text.substr(0, digits == 0 ? 0 : slash), NumberOf(text.substr(digits), "--after")};
+    };
+    command
+        .add_option_function<std::string>("--after", take, "only recordings that follow this one, by disk and number")
+        ->type_name("DISK/NUMBER");
 }
 
 void AddRecordingKey(CLI::App& command, LibraryArguments& arguments) {
@@ -267,12 +320,15 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
     };
     CLI::App& list = add("list", "Lists the recordings by disk and number.", ListLibrary);
     AddText(list, "--disk", arguments->disk, "NAME", "only recordings from the disk of this name");
+    AddLimit(list, *arguments, "the first ones");
+    AddAfter(list, *arguments);
     AddEntriesJson(list, *arguments);
 
     CLI::App& search = add(
         "search", "Lists the recordings that contain all of the given words in their text, tab fields or file paths.",
         SearchLibrary);
     AddArgument(search, "WORDS", arguments->words, "words or beginnings of words");
+    AddLimit(search, *arguments, "the best matches");
     AddEntriesJson(search, *arguments);
 
     CLI::App& show = add("show", "Shows one recording, or writes its picture or document to a file.", ShowRecording);

@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 /// Ends of the names of a library's files; the log and its index exist while the library is open.
 constexpr const char* kLibraryFiles[] = {"", "-wal", "-shm", "-journal"};
 
-/// Identifies a file; one that does not exist by its directory and its name.
+/// Identifies a file; one that does not exist by the last directory of its path that does and the rest of the path.
 struct Identity {
     dev_t device = 0;
     ino_t inode = 0;
@@ -32,6 +32,18 @@ struct Identity {
 
     friend bool operator==(const Identity&, const Identity&) = default;
 };
+
+std::string WithoutTrailingSlash(std::string path) {
+    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+    return path;
+}
+
+/// The path without links and dots, of which the end need not exist.
+fs::path Resolved(const fs::path& path) {
+    std::error_code error;
+    const fs::path resolved = fs::weakly_canonical(host::AbsolutePath(WithoutTrailingSlash(path.string())), error);
+    return error ? path : resolved;
+}
 
 std::optional<Identity> IdentityOfDirectory(const fs::path& directory) {
     struct stat status {};
@@ -49,8 +61,14 @@ std::optional<Identity> IdentityOfFile(const std::string& path) {
         if (!S_ISREG(status.st_mode)) return {};
         return Identity{status.st_dev, status.st_ino, {}};
     }
-    std::optional<Identity> identity = IdentityOfDirectory(target.parent_path());
-    if (identity) identity->name = target.filename().string();
+    fs::path directory = Resolved(target), rest;
+    std::optional<Identity> identity;
+    do {
+        rest = directory.filename() / rest;
+        directory = directory.parent_path();
+        identity = IdentityOfDirectory(directory);
+    } while (!identity && directory.has_relative_path());
+    if (identity) identity->name = rest.string();
     return identity;
 }
 
@@ -77,18 +95,6 @@ bool HasCounterpart(const fs::path& directory) {
 bool IsNumberName(std::string_view name) {
     if (name.starts_with('.')) name.remove_prefix(1);
     return !name.empty() && std::ranges::all_of(name, [](char c) { return c >= '0' && c <= '9'; });
-}
-
-std::string WithoutTrailingSlash(std::string path) {
-    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
-    return path;
-}
-
-/// The path without links and dots, of which the end need not exist.
-fs::path Resolved(const fs::path& path) {
-    std::error_code error;
-    const fs::path resolved = fs::weakly_canonical(host::AbsolutePath(WithoutTrailingSlash(path.string())), error);
-    return error ? path : resolved;
 }
 
 bool AreSameDirectory(const fs::path& a, const fs::path& b) {

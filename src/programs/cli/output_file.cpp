@@ -55,13 +55,16 @@ class OutputFile::Target : public std::streambuf {
         const std::string target = TargetOf(path);
         std::error_code error;
         const fs::file_status status = fs::status(target, error);
-        if (fs::is_directory(status)) Fail(path, "it is a directory");
+        // A name that ends in a slash can't become a file.
+        if (fs::is_directory(status) || fs::path(target).filename().empty()) Fail(path, "it is a directory");
         if (status.type() == fs::file_type::none) Fail(path, error.message());
         if (fs::exists(status) && !fs::is_regular_file(status)) {
             m_device = base::FileDescriptor(open(target.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
             if (!m_device.IsOpen()) FailErrno(path);
-        } else if (!m_file.emplace(target).IsOpen()) {
-            FailErrno(path);
+        } else {
+            if (error = base::MakeDirectoriesTo(target); error)
+                Fail(path, "its directory can't be made: " + error.message());
+            if (!m_file.emplace(target).IsOpen()) FailErrno(path);
         }
         setp(m_buffer.data(), m_buffer.data() + m_buffer.size());
     }

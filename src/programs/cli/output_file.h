@@ -13,7 +13,7 @@ namespace zel::cli {
 enum class OutputContent { kText, kBinary };
 
 /// An output file that appears whole or not at all, even if the machine stops. A device, a pipe or standard output is
-/// written directly.
+/// written directly. Missing directories of its path are made at once, and stay.
 class OutputFile {
   public:
     /// @param path  "-" is standard output.
@@ -46,7 +46,8 @@ class OutputFile {
 /// @param error  receives the reason when a link cannot be followed; the result is undefined then.
 std::filesystem::path LinkTarget(const std::string& path, std::error_code& error);
 
-/// Checks that a regular file can be written under a path, or that standard output takes a binary output for "-".
+/// Checks that a regular file can be written under a path, making the directories that are missing, or that standard
+/// output takes a binary output for "-".
 /// @return the path, or the target of a link of that path.
 /// @throws CommandError if it cannot, or if it is another kind of file.
 std::string CheckRegularOutput(const std::string& path);

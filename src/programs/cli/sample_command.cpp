@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <string_view>
 #include <vector>
 
 #include <CLI/App.hpp>
 
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
+#include "programs/cli/shell_text.h"
 #include "samples/disk/demo_disk.h"
 
 namespace zel::cli {
@@ -18,18 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A path as a user can paste it into a shell.
-std::string ShellQuoted(const std::string& path) {
-    const auto is_plain = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-               std::string_view("/._-+,:@%").find(c) != std::string_view::npos;
-    };
-    if (!path.empty() && std::ranges::all_of(path, is_plain)) return path;
-    std::string quoted = "'";
-    for (const char c : path) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
-
 ExitCode WriteSample(const std::string& directory) {
     std::vector<fs::path> written;
     try {
@@ -37,6 +25,7 @@ ExitCode WriteSample(const std::string& directory) {
     } catch (const std::runtime_error& error) {
         throw CommandError(error.what());
     }
+    for (const fs::path& file : written) PrintDetail(file.string());
     const auto in = [&](const char* name) {
         return std::ranges::count_if(written,
                                      [&](const fs::path& file) { return file.parent_path().filename() == name; });
@@ -66,7 +55,7 @@ void AddSampleCommand(CLI::App& app, CommandRun& run) {
         *app.add_subcommand("sample", "Writes a demonstration disk: messages, fonts and the two name lists.");
     AddArgument(command, "DIR", *directory,
                 "the disk's directory, created if it is missing; existing files of the same names are replaced");
-    AddVerbosity(command, false);
+    AddVerbosity(command, true);
     AddExample(command, "zeltrans sample DISK");
     command.callback([directory, &run] { run = [directory] { return WriteSample(*directory); }; });
 }

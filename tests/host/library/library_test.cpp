@@ -167,6 +167,85 @@ TEST_F(RecordedLibrary, FindsPrefixesOfWords) {
     }
 }
 
+TEST_F(RecordedLibrary, ReadsPartsOfAList) {
+    library::Library library(m_file, Access::kWrite);
+    for (const char* disk : {"", "B", "C"}) {
+        for (int number = 0; number < 4; ++number) library.Record(std::vector{Numbered(number, "noon", disk)});
+    }
+    using Key = library::RecordingKey;
+    const struct {
+        std::optional<std::string> disk;
+        library::ListPart part;
+        std::vector<Key> keys;
+    } cases[] = {
+        {{}, {{}, 2}, {{"", 0}, {"", 1}}},
+        {{}, {Key{"", 2}, 2}, {{"", 3}, {"B", 0}}},
+        {{}, {Key{"B", 9999}, 1}, {{"C", 0}}},
+        {{}, {Key{"A", 5}, 1}, {{"B", 0}}},
+        {{}, {Key{"C", 3}}, {}},
+        {"B", {Key{"", 2}, 9}, {{"B", 0}, {"B", 1}, {"B", 2}, {"B", 3}}},
+        {"B", {Key{"B", 2}, 9}, {{"B", 3}}},
+        {"B", {{}, 0}, {}},
+    };
+    for (const auto& row : cases) {
+        std::vector<Key> keys;
+        for (const library::LibraryEntry& entry : library.List(row.disk, row.part)) keys.push_back(entry.key);
+        EXPECT_EQ(keys, row.keys) << row.disk.value_or("all") << ' ' << row.part.most;
+    }
+    library.Remove({"B", 2});
+    EXPECT_THAT(library.DisksWith(2), ElementsAre("", "C"));
+}
+
+TEST_F(RecordedLibrary, FindsTheBestMatchesFirst) {
+    library::Library library(m_file, Access::kWrite);
+    // Recorded in another order than that of their numbers; some match equally well.
+    const std::pair<int, const char*> recordings[] = {{8, "noon a b c d"}, {3, "noon noon"},    {7, "noon a"},
+                                                      {2, "other"},        {5, "noon a b c d"}, {9, "noon b"},
+                                                      {1, "noon a b"}};
+    for (const auto& [number, text] : recordings) {
+        library::Recording recording = Numbered(number, text);
+        recording.sources.clear();
+        library.Record(std::vector{recording});
+    }
+    const std::vector<int> all = {3, 7, 9, 1, 5, 8};
+    for (std::size_t most = 0; most <= all.size() + 1; ++most) {
+        const auto expected = std::vector(all.begin(), all.begin() + std::ptrdiff_t(std::min(most, all.size())));
+        EXPECT_EQ(Numbers(library.Search("noon", most)), expected) << most;
+    }
+    EXPECT_EQ(Numbers(library.Search("noon")), all);
+}
+
+TEST_F(RecordedLibrary, ListsAsATableWithoutTexts) {
+    library::Library library(m_file, Access::kWrite);
+    library.Record(std::vector{Numbered(6, "noon", "B"), Numbered(1, "noon"), Numbered(4, "noon noon", "B"),
+                               Numbered(2, "other", "C")});
+    const struct {
+        library::TableFilter filter;
+        std::vector<int> numbers;
+    } cases[] = {
+        {{}, {1, 4, 6, 2}},    {{"", "B"}, {4, 6}},     {{"", {}, true}, {1, 4, 2}},  {{"", "B", true}, {4}},
+        {{"noon"}, {4, 1, 6}}, {{"noon", "B"}, {4, 6}}, {{"noon", {}, true}, {4, 1}}, {{"", "none"}, {}},
+    };
+    for (const auto& row : cases) {
+        const library::LibraryTable table = library.Table(row.filter);
+        EXPECT_THAT(table.disks, ElementsAre("", "B", "C"));
+        std::vector<library::RecordingId> ids;
+        std::vector<int> numbers;
+        for (const auto& line : table.rows) {
+            ids.push_back(line.id);
+            numbers.push_back(line.number);
+        }
+        EXPECT_EQ(numbers, row.numbers) << row.filter.words;
+        const std::vector<library::LibraryEntry> entries = library.Entries(ids);
+        ASSERT_EQ(entries.size(), ids.size());
+        for (std::size_t i = 0; i < ids.size(); ++i) EXPECT_EQ(entries[i].key, table.KeyOf(table.rows[i]));
+    }
+    const library::LibraryTable table = library.Table({});
+    library.Remove({"B", 4});
+    EXPECT_EQ(Numbers(library.Entries(std::vector{table.rows[3].id, table.rows[1].id, table.rows[0].id})),
+              (std::vector{2, 1}));
+}
+
 TEST_F(RecordedLibrary, MergesNewAndDifferentRecordings) {
     const std::filesystem::path other = m_scratch.Path() / "other";
     library::Recording same = Numbered(2), options = Numbered(3), font = Numbered(4), picture = Numbered(5);
@@ -236,8 +315,12 @@ TEST_F(RecordedLibrary, LeavesOtherFilesUntouched) {
 TEST_F(RecordedLibrary, ReportsWhyItCannotBeOpened) {
     EXPECT_THAT(Failure(Access::kRead), HasSubstr("lib #1?.zlib: the library can't be opened: No such file"));
     EXPECT_FALSE(std::filesystem::exists(m_file));
-    m_file = m_scratch.Path() / "no directory" / "lib";
-    EXPECT_THAT(Failure(Access::kWrite), HasSubstr("No such file"));
+    m_file = m_scratch.Path() / "new" / "directory" / "lib";
+    EXPECT_THAT(Failure(Access::kRead), HasSubstr("No such file"));
+    EXPECT_FALSE(std::filesystem::exists(m_scratch.Path() / "new"));
+    EXPECT_EQ(Failure(Access::kWrite), "");
+    m_file = m_file / "beside" / "lib";
+    EXPECT_THAT(Failure(Access::kWrite), HasSubstr("the directory of the library can't be made: Not a directory"));
     m_file = m_scratch.Path();
     EXPECT_THAT(Failure(Access::kWrite), HasSubstr("is a directory"));
 }

@@ -98,7 +98,8 @@ TEST(BatchCommand, ReportsABadDiskInOneLineAndLeavesNothing) {
         const char* error;  // after "zeltrans: "
     } cases[] = {
         {"true", "nosuch", "nosuch: the disk does not exist\n"},
-        {"echo x >file", "file", "file: the disk is not a directory\n"},
+        {"echo x >file", "file",
+         "file: it is neither a directory nor an archive that can be read (zip, tar, ISO 9660)\n"},
         {"mkdir -p d/MACHINE", "d", "d: the message directory /"},
         {"mkdir -p d/MESSAGES", "d", "d: the font directory /"},
         {"mkdir -p d/MACHINE; echo x >d/MESSAGES", "d", "d: the message directory /"},
@@ -110,7 +111,7 @@ TEST(BatchCommand, ReportsABadDiskInOneLineAndLeavesNothing) {
         disk.Shell(row.before);
         const auto before = disk.Names();
         const std::string batch =
-            std::string("zeltrans batch ") + row.disk + " 1 9999 --library lib --out out --report report ";
+            std::string("zeltrans batch ") + row.disk + " 1 99 --library lib --out out --report report ";
         const CommandResult result = disk.Shell(batch);
         EXPECT_EQ(result.exit_code, 1);
         EXPECT_EQ(result.out, "");
@@ -184,6 +185,15 @@ TEST(BatchCommand, ResumesOnlyWhatIsNotRecordedFromUnchangedFiles) {
         EXPECT_THAT(result.out, HasSubstr(row.counts));
         EXPECT_THAT(disk.Read("out/0012.png"), testing::StartsWith("\x89PNG"));
     }
+}
+
+TEST(BatchCommand, ContinuesARangeFromZero) {
+    const CommandDisk disk;
+    disk.Shell("cp MESSAGES/.0012 MESSAGES/.0001; zeltrans batch . 0 9 --library lib");
+    const CommandResult result =
+        disk.Shell("cp MESSAGES/.0012 MESSAGES/.0002; zeltrans batch . 0 9 --library lib --resume");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("1 imported, 8 missing, 0 failed, 1 unchanged"));
 }
 
 // Kills the command as soon as it has reported a number of imports; returns the reported message numbers. The pipe has

@@ -60,6 +60,18 @@ TEST_F(LibraryCommand, PrintsResultsAndErrors) {
          "a.zellib: 1 recording, 1 with warnings\n  .0012  message  2 warnings  GOOD EVENING\n", ""},
         {"search a.zellib eve hom",
          "a.zellib: 1 recording, 1 with warnings\n  .0012  message  2 warnings  GOOD EVENING\n", ""},
+        {"list a.zellib --limit 1",
+         "a.zellib: the first 1 recording, 1 with warnings\n  .0012  message  2 warnings  GOOD EVENING\n",
+         "note: the list continues with --after /.0012\n"},
+        {"list a.zellib --limit 1 --after /.0012",
+         "a.zellib: the next 1 recording\n  .0012  Disk B  message  Caf\xC3\xA9 \xEF\xBF\xBD[2J\xEF\xBF\xBD\n",
+         "note: the list continues with --after 'Disk B/.0012'\n"},
+        {"list a.zellib --limit 1 --after 'Disk B/12'",
+         "a.zellib: the last 1 recording\n  .0020  Disk B  RGBA object\n", ""},
+        {"list a.zellib --after 'Disk B/20'", "a.zellib: 0 recordings\n", ""},
+        {"search a.zellib '!' --limit 2", "a.zellib: 0 recordings\n", ""},
+        {"search a.zellib good --limit 1",
+         "a.zellib: 1 recording, 1 with warnings\n  .0012  message  2 warnings  GOOD EVENING\n", ""},
         {"search a.zellib '\"' nothing", "a.zellib: 0 recordings\n", ""},
         {"show a.zellib .0020 --png p.png --json j.json", "wrote p.png\n",
          "note: the recording has no document; j.json was not written\n"},
@@ -86,6 +98,7 @@ TEST_F(LibraryCommand, PrintsResultsAndErrors) {
     EXPECT_FALSE(std::filesystem::exists(m_disk / "new.zellib"));
     EXPECT_EQ(m_disk.Read("p.png"), "a picture");
     EXPECT_EQ(m_disk.Shell("zeltrans library show a.zellib 10000").exit_code, 2);
+    EXPECT_EQ(m_disk.Shell("zeltrans library list a.zellib --after 'Disk B'").exit_code, 2);
     EXPECT_THAT(m_disk.Shell("zeltrans library show a.zellib 0012 --disk ''").out,
                 HasSubstr("\n  Tab fields\n    Home: 1, 2 to 3, 4\n"));
 }

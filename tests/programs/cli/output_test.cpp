@@ -12,12 +12,13 @@ using testing::StartsWith;
 
 TEST(Outputs, AreCheckedBeforeTheImport) {
     const std::pair<const char*, const char*> cases[] = {
-        {"--png no/a.png", "no/a.png: can't be written: No such file or directory"},
-        {"--trace no/a", "no/a: can't be written: No such file or directory"},
+        {"--png run.out/no/a.png", "run.out/no/a.png: can't be written: its directory can't be made: Not a directory"},
+        {"--trace /proc/no/a", "/proc/no/a: can't be written: its directory can't be made: No such file or directory"},
+        {"--trace no/", "no/: can't be written: it is a directory"},
         {"--json run.out/a", "run.out/a: can't be written: Not a directory"},
         {"--png MESSAGES", "MESSAGES: can't be written: it is a directory"},
         {"--png /dev/null", "/dev/null: can't be written: it is not a regular file"},
-        {"--png a.png --json no/a.json", "no/a.json: can't be written: No such file or directory"}};
+        {"--png a.png --json run.out/a", "run.out/a: can't be written: Not a directory"}};
     const CommandDisk disk;
     const auto before = disk.Names();
     for (const auto& [options, error] : cases) {
@@ -88,6 +89,9 @@ INSTANTIATE_TEST_SUITE_P(
                       "zeltrans import loose --settings s --json s/settings.sqlite; code=$?; rm -r s; exit $code",
                       "it is the file of the stored settings"},
         CollisionCase{"two_outputs", "zeltrans import MESSAGES/.0012 --png a --json ./a", "it is the file of --png"},
+        CollisionCase{"two_outputs_in_a_new_directory",
+                      "zeltrans import MESSAGES/.0012 --png no/sub/a --json ./no//x/../sub/a",
+                      "it is the file of --png"},
         CollisionCase{"report_in_messages", "zeltrans batch . 12 20 --report MESSAGES/.0003",
                       "MESSAGES contains the files of a disk"},
         CollisionCase{"report_on_the_library", "zeltrans batch . 12 20 --library lib --report lib",
@@ -129,6 +133,10 @@ TEST(Outputs, MayBeBesideTheirInputsAndShareADevice) {
          {"zeltrans import MESSAGES/.0012 --json /dev/null --trace /dev/null",
           "cp MESSAGES/.0012 12; zeltrans import 12 --fonts MACHINE --png 0012.png --json 12.json",
           "mkdir -p work/machine; zeltrans import MESSAGES/.0012 --png work/machine/a.png",
+          "zeltrans batch . 12 20 --out a/out --library b/c/lib --report d/e.json --trace f/g --settings h/i && "
+          "zeltrans library merge j/k/all b/c/lib && zeltrans library show b/c/lib 12 --png l/m.png --json n/o.json && "
+          "zeltrans font MACHINE/.0012 --png p/q.png && zeltrans export j/k/all 1 20 --out r/s --trace t/u && "
+          "ls a/out/0012.png d/e.json f/g h/i l/m.png n/o.json p/q.png r/s t/u",
           "mkdir out; zeltrans batch . 12 20 --out out --library out/lib --report out/report.json --trace out/trace"}) {
         const CommandResult result = disk.Shell(line);
         EXPECT_EQ(result.exit_code, 0) << line << "\n" << result.err;

@@ -52,14 +52,6 @@ struct Archive {
     CommandDisk disk;
 };
 
-TEST(Scaling, TheExampleForOneMachineWorks) {
-    const Archive archive;
-    if (archive.disk.Shell("command -v parallel").exit_code != 0) GTEST_SKIP() << "GNU parallel is missing";
-    const CommandResult result = archive.Run(ExampleBelow("## On one machine: GNU parallel", ZELTRANS_SCALING));
-    EXPECT_EQ(result.exit_code, 0) << result.err;
-    EXPECT_THAT(result.out, testing::HasSubstr("shards/two.zellib: 2 added"));
-}
-
 TEST(Scaling, TheExampleForAClusterWorks) {
     const Archive archive;
     archive.disk.Shell("ls archive >disks.txt");

@@ -23,13 +23,13 @@ struct StreamCase {
 
 TEST(Streams, HaveTheBytesOfTheFiles) {
     const CommandDisk disk;
-    disk.Shell("zeltrans batch . --library lib --disk ''");
+    disk.Shell("zeltrans batch . 12-20 --library lib --disk ''");
     constexpr StreamCase kCases[] = {
         {"zeltrans import MESSAGES/.0012 --png -", "zeltrans import MESSAGES/.0012 --png f -q; cat f"},
         {"zeltrans import MESSAGES/.0012 --json -", "zeltrans import MESSAGES/.0012 --json f -q; cat f"},
         {"zeltrans import MESSAGES/.0012 --trace - --png p", "zeltrans import MESSAGES/.0012 --trace f -q; cat f"},
         {"zeltrans font MACHINE/.0012 --png -", "zeltrans font MACHINE/.0012 --png f -q; cat f"},
-        {"zeltrans batch . --report -", "zeltrans batch . --report f -q; cat f"},
+        {"zeltrans batch . 12-20 --report -", "zeltrans batch . 12-20 --report f -q; cat f"},
         {"zeltrans library show lib 12 --png -", "zeltrans library show lib 12 --png f >p; cat f"},
         {"zeltrans library show lib 12 --json -", "zeltrans library show lib 12 --json f >p; cat f"},
         {"zeltrans export lib 12 --out -", "zeltrans export lib 12 --out o -q; cat o/0012.png"},
@@ -55,7 +55,7 @@ TEST(Streams, ThatCannotBeReadOrWrittenAreErrors) {
         const char* err;
     };
     const CommandDisk disk;
-    disk.Shell("zeltrans batch . --library lib");
+    disk.Shell("zeltrans batch . 12-20 --library lib");
     constexpr Case kCases[] = {
         {"head -c 1000 MESSAGES/.0012 | zeltrans import - --png p", 1,
          "zeltrans: standard input: the message file is damaged; \"zeltrans info\" shows where\n"},
@@ -99,7 +99,7 @@ TEST(Verbosity, LeavesErrorsAndAddsDetails) {
         const char* err;
     };
     const CommandDisk disk;
-    disk.Shell("head -c 1000 MESSAGES/.0012 >cut; zeltrans batch . --library lib -q; printf x >>MACHINE/.0012");
+    disk.Shell("head -c 1000 MESSAGES/.0012 >cut; zeltrans batch . 12-20 --library lib -q; printf x >>MACHINE/.0012");
     constexpr Case kCases[] = {
         {"import MESSAGES/.0012 -q", 0, "", ""},
         {"import MESSAGES/.0012 -q --strict", 1, "", "zeltrans: 1 note taken as a failure because of --strict\n"},
@@ -114,6 +114,7 @@ TEST(Verbosity, LeavesErrorsAndAddsDetails) {
         {"export lib 12 --out o -q --strict", 1, "", "zeltrans: 1 note taken as a failure because of --strict\n"},
         {"export lib 20 --out o -q --strict", 0, "", ""},
         {"font MACHINE/.0012 -q --strict", 0, "", ""},
+        {"export lib --out o -v", 0, "2 messages, 4 files in o\n", "exporting .0012\nexporting .0020\n"},
         {"info MESSAGES/.0012 cut -q", 1, "",
          "zeltrans: cut: broken: its palette is cut short, 684 of 1,028 bytes present\n"},
         {"info MACHINE/.0012 -q --strict", 1, "", "zeltrans: MACHINE/.0012: readable, with defects\n"},

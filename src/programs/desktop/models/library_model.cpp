@@ -1,9 +1,11 @@
 #include "programs/desktop/models/library_model.h"
 
+#include <QCollator>
+#include <QElapsedTimer>
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
-#include <map>
-#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 #include "host/export/message_title.h"
@@ -30,35 +32,33 @@ QString HeadlineOf(const library::LibraryEntry& entry) {
     return QString::fromUtf8(exporter::TitleOf(entry.text).c_str()).simplified();
 }
 
-/// The library lists its entries by disk and number; entries that are otherwise equal stay in that order.
-void Sort(std::vector<library::LibraryEntry>& entries, LibraryOrder order) {
-    if (order == LibraryOrder::kNumber) {
-        std::ranges::stable_sort(entries, {}, [](const library::LibraryEntry& entry) { return entry.key.number; });
-    } else if (order == LibraryOrder::kTitle) {
-        using Titled = std::pair<QString, library::LibraryEntry>;
-        std::vector<Titled> titled;
-        titled.reserve(entries.size());
-        for (library::LibraryEntry& entry : entries)
-            titled.emplace_back(HeadlineOf(entry).toCaseFolded(), std::move(entry));
-        // Messages without a title are last.
-        const auto is_before = [](const QString& a, const QString& b) {
-            return a.isEmpty() || b.isEmpty() ? !a.isEmpty() && b.isEmpty() : a.localeAwareCompare(b) < 0;
-        };
-        std::ranges::stable_sort(titled, is_before, &Titled::first);
-        entries.clear();
-        for (auto& [title, entry] : titled) entries.push_back(std::move(entry));
-    }
+QString NameOf(const library::RecordingKey& key) {
+    return Text(key.disk) + QLatin1Char('\n') + QString::number(key.number);
+}
+
+/// A recording that replaces another one has another key in the cache.
+QString CacheKey(const library::LibraryEntry& entry) {
+    return NameOf(entry.key) + QLatin1Char('\n') + QString::number(entry.id) + QLatin1Char('\n') +
+           Text(entry.recorded_at);
+}
+
+bool HaveSameKey(const library::LibraryTable::Row& one, const library::LibraryTable::Row& other) {
+    return one.disk == other.disk && one.number == other.number;
 }
 
 }  // namespace
 
 bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other) {
-    return one.key == other.key && one.recorded_at == other.recorded_at && one.text == other.text &&
-           one.warnings == other.warnings && one.source == other.source;
+    return one.id == other.id && one.key == other.key && one.recorded_at == other.recorded_at &&
+           one.text == other.text && one.warnings == other.warnings && one.source == other.source;
 }
 
 LibraryModel::LibraryModel(std::string library, QSize thumbnail, QObject* parent)
-    : QAbstractListModel(parent), m_file(std::move(library)), m_thumbnail(thumbnail), m_thumbnails(kCachedThumbnails) {
+    : QAbstractListModel(parent),
+      m_file(std::move(library)),
+      m_thumbnail(thumbnail),
+      m_entries([this](std::span<const library::RecordingId> ids) { return ReadEntries(ids); }),
+      m_thumbnails(kCachedThumbnails) {
     MakeLoader();
 }
 
@@ -72,7 +72,7 @@ void LibraryModel::MakeLoader() {
                 if (loader == m_loader) AddThumbnail(disk, number, image);
             });
     connect(loader, &ThumbnailLoader::dropped, this, [this, loader](const QString& disk, int number) {
-        if (loader == m_loader) m_requested.remove(CacheKey({disk.toStdString(), number}));
+        if (loader == m_loader) m_requested.remove(NameOf({disk.toStdString(), number}));
     });
 }
 
@@ -82,33 +82,61 @@ void LibraryModel::SetLibrary(std::string library) {
     beginResetModel();
     m_file = std::move(library);
     m_library.reset();
-    m_entries.clear();
+    m_table = {};
+    m_entries.Clear();
     m_lines.clear();
-    m_disks.clear();
     m_thumbnails.clear();
     m_requested.clear();
     MakeLoader();
     endResetModel();
 }
 
-QString LibraryModel::CacheKey(const library::RecordingKey& key) {
-    return Text(key.disk) + QLatin1Char('\n') + QString::number(key.number);
-}
-
 void LibraryModel::Reload(const LibraryFilter& filter) {
+    m_failed = false;
     if (!m_library) Open();
-    std::vector<library::LibraryEntry> entries = m_library->Search(filter.words.toStdString());
-    std::erase_if(entries, [&](const library::LibraryEntry& entry) {
-        return (filter.only_with_warnings && entry.warnings == 0) || (filter.disk && entry.key.disk != *filter.disk);
-    });
-    if (!filter.HasWords()) Sort(entries, filter.order);
-    m_disks = m_library->Disks();
+    library::LibraryTable table =
+        m_library->Table({filter.words.toStdString(), filter.disk, filter.only_with_warnings});
+    if (!filter.HasWords()) Sort(table, filter.order);
     const bool grouped = filter.grouped && !filter.HasWords();
-    if (grouped)
-        std::ranges::stable_sort(entries, {}, [](const library::LibraryEntry& entry) { return entry.key.disk; });
-    Update(std::move(entries), grouped);
+    if (grouped) std::ranges::stable_sort(table.rows, {}, &library::LibraryTable::Row::disk);
     // It may have been opened without its log, and would not show what other programs record.
     if (m_access == library::Access::kRead) m_library.reset();
+    Update(std::move(table), grouped);
+}
+
+/// The library lists its recordings by disk and number; those that are otherwise equal stay in that order.
+void LibraryModel::Sort(library::LibraryTable& table, LibraryOrder order) {
+    if (order == LibraryOrder::kNumber) std::ranges::stable_sort(table.rows, {}, &library::LibraryTable::Row::number);
+    if (order == LibraryOrder::kTitle) SortByTitle(table);
+}
+
+void LibraryModel::SortByTitle(library::LibraryTable& table) {
+    struct Titled {
+        /// Messages without a title are last.
+        bool is_untitled;
+        QCollatorSortKey key;
+        library::LibraryTable::Row row;
+    };
+    const QCollator collator;
+    std::vector<Titled> titled;
+    titled.reserve(table.rows.size());
+    constexpr std::size_t kAtOnce = 1024;
+    for (std::size_t first = 0; first < table.rows.size(); first += kAtOnce) {
+        std::unordered_map<library::RecordingId, QString> titles;
+        const auto rows = std::span(table.rows).subspan(first, std::min(kAtOnce, table.rows.size() - first));
+        std::vector<library::RecordingId> ids;
+        for (const library::LibraryTable::Row& row : rows) ids.push_back(row.id);
+        for (const library::LibraryEntry& entry : m_library->Entries(ids))
+            titles.emplace(entry.id, HeadlineOf(entry).toCaseFolded());
+        for (const library::LibraryTable::Row& row : rows) {
+            const QString& title = titles[row.id];
+            titled.push_back({title.isEmpty(), collator.sortKey(title), row});
+        }
+    }
+    std::ranges::stable_sort(titled, [](const Titled& a, const Titled& b) {
+        return a.is_untitled != b.is_untitled ? b.is_untitled : !a.is_untitled && a.key < b.key;
+    });
+    std::ranges::transform(titled, table.rows.begin(), &Titled::row);
 }
 
 /// Creates a missing library. One that cannot be written is opened for reading.
@@ -124,23 +152,68 @@ void LibraryModel::Open() {
     }
 }
 
+/// Leaves out what cannot be read, and reports that once.
+std::vector<library::LibraryEntry> LibraryModel::ReadEntries(std::span<const library::RecordingId> ids) {
+    try {
+        if (m_library) return m_library->Entries(ids);
+        return library::Library(m_file, library::Access::kRead, kLibraryWait).Entries(ids);
+    } catch (const library::LibraryError& error) {
+        if (!std::exchange(m_failed, true)) {
+            // The list is being painted.
+            const QString reason = Text(error.what());
+            QMetaObject::invokeMethod(
+                this, [this, reason] { Q_EMIT failed(reason); }, Qt::QueuedConnection);
+        }
+    }
+    std::vector<library::LibraryEntry> entries;
+    if (ids.size() < 2) return entries;
+    // One damaged recording does not hide the others. A locked library would be waited for each time.
+    QElapsedTimer elapsed;
+    elapsed.start();
+    for (const library::RecordingId& id : ids) {
+        if (elapsed.hasExpired(std::chrono::milliseconds(kLibraryWait).count())) break;
+        for (library::LibraryEntry& entry : ReadEntries({&id, 1})) entries.push_back(std::move(entry));
+    }
+    return entries;
+}
+
 int LibraryModel::RowOf(const library::RecordingKey& key) const {
-    const auto found = std::ranges::find(m_entries, key, &library::LibraryEntry::key);
-    if (found == m_entries.end()) return -1;
-    const auto entry = static_cast<std::size_t>(found - m_entries.begin());
+    const auto disk = std::ranges::lower_bound(m_table.disks, key.disk);
+    if (disk == m_table.disks.end() || *disk != key.disk) return -1;
+    const library::LibraryTable::Row wanted{.disk = static_cast<std::uint32_t>(disk - m_table.disks.begin()),
+                                            .number = key.number};
+    const auto found = std::ranges::find_if(
+        m_table.rows, [&](const library::LibraryTable::Row& row) { return HaveSameKey(row, wanted); });
+    if (found == m_table.rows.end()) return -1;
+    const auto entry = static_cast<std::size_t>(found - m_table.rows.begin());
     if (m_lines.empty()) return static_cast<int>(entry);
     const auto line =
         std::ranges::find_if(m_lines, [entry](const Line& each) { return !each.is_heading && each.entry == entry; });
     return static_cast<int>(line - m_lines.begin());
 }
 
-const library::LibraryEntry& LibraryModel::EntryAt(int row) const {
+std::size_t LibraryModel::EntryOf(int row) const {
     const auto at = static_cast<std::size_t>(row);
-    return m_entries[m_lines.empty() ? at : m_lines[at].entry];
+    return m_lines.empty() ? at : m_lines[at].entry;
+}
+
+library::RecordingKey LibraryModel::KeyAt(int row) const {
+    return m_table.KeyOf(m_table.rows[EntryOf(row)]);
+}
+
+library::LibraryEntry LibraryModel::EntryAt(int row) const {
+    return m_entries.At(m_table, EntryOf(row));
+}
+
+std::vector<library::RecordingKey> LibraryModel::Keys() const {
+    std::vector<library::RecordingKey> keys;
+    keys.reserve(Count());
+    for (const library::LibraryTable::Row& row : m_table.rows) keys.push_back(m_table.KeyOf(row));
+    return keys;
 }
 
 int LibraryModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_lines.empty() ? m_entries.size() : m_lines.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_lines.empty() ? Count() : m_lines.size());
 }
 
 Qt::ItemFlags LibraryModel::flags(const QModelIndex& index) const {
@@ -148,17 +221,12 @@ Qt::ItemFlags LibraryModel::flags(const QModelIndex& index) const {
     return QAbstractListModel::flags(index) | (index.isValid() ? Qt::ItemIsDragEnabled : Qt::NoItemFlags);
 }
 
-void LibraryModel::Update(std::vector<library::LibraryEntry> entries, bool grouped) {
-    std::map<library::RecordingKey, std::string_view> recorded_at;
-    for (const library::LibraryEntry& entry : m_entries) recorded_at.emplace(entry.key, entry.recorded_at);
-    for (const library::LibraryEntry& entry : entries) {
-        const auto before = recorded_at.find(entry.key);
-        if (before != recorded_at.end() && before->second != entry.recorded_at)
-            m_thumbnails.remove(CacheKey(entry.key));
-    }
-    if (!grouped && m_lines.empty() && InsertInto(entries)) return;
+void LibraryModel::Update(library::LibraryTable table, bool grouped) {
+    m_entries.Clear();
+    if (!grouped && m_lines.empty() && InsertInto(table)) return;
     beginResetModel();
-    m_entries = std::move(entries);
+    m_table = std::move(table);
+    m_entries.Clear();
     m_lines.clear();
     if (grouped) Group();
     endResetModel();
@@ -166,54 +234,73 @@ void LibraryModel::Update(std::vector<library::LibraryEntry> entries, bool group
 
 /// The entries of each disk are together.
 void LibraryModel::Group() {
-    for (std::size_t entry = 0; entry < m_entries.size(); ++entry) {
-        if (entry == 0 || m_entries[entry].key.disk != m_entries[entry - 1].key.disk) m_lines.push_back({true, entry});
+    for (std::size_t entry = 0; entry < Count(); ++entry) {
+        if (entry == 0 || m_table.rows[entry].disk != m_table.rows[entry - 1].disk) m_lines.push_back({true, entry});
         m_lines.push_back({false, entry});
     }
 }
 
-/// Inserts new entries between the present ones. Returns false, without a change, if there are no present ones or one
-/// of them is missing or has moved.
-bool LibraryModel::InsertInto(std::vector<library::LibraryEntry>& entries) {
-    std::size_t old = 0;
-    for (const library::LibraryEntry& entry : entries) {
-        if (old < m_entries.size() && m_entries[old].key == entry.key) ++old;
+/// Takes the disks of a newer table. Returns false, without a change, if one of the present ones is missing there.
+bool LibraryModel::TakeDisks(const std::vector<std::string>& disks) {
+    std::vector<std::uint32_t> places;
+    for (const std::string& disk : m_table.disks) {
+        const auto place = std::ranges::lower_bound(disks, disk);
+        if (place == disks.end() || *place != disk) return false;
+        places.push_back(static_cast<std::uint32_t>(place - disks.begin()));
     }
-    if (old != m_entries.size() || m_entries.empty()) return false;
-    for (std::size_t row = 0; row < entries.size();) {
-        if (row < m_entries.size() && m_entries[row].key == entries[row].key) {
-            if (!IsSame(m_entries[row], entries[row])) {
-                m_entries[row] = std::move(entries[row]);
-                const QModelIndex changed = index(static_cast<int>(row));
-                Q_EMIT dataChanged(changed, changed);
-            }
+    m_table.disks = disks;
+    for (library::LibraryTable::Row& row : m_table.rows) row.disk = places[row.disk];
+    return true;
+}
+
+/// Inserts new recordings between the present ones. Returns false if there are no present ones, one of them is missing
+/// or has moved, or there would be very many insertions; the model has its recordings as before then.
+bool LibraryModel::InsertInto(const library::LibraryTable& table) {
+    if (m_table.rows.empty() || !TakeDisks(table.disks)) return false;
+    constexpr std::size_t kMaxInsertions = 64;
+    std::size_t old = 0, insertions = 0;
+    bool inserting = false;
+    for (const library::LibraryTable::Row& row : table.rows) {
+        const bool is_old = old < m_table.rows.size() && HaveSameKey(m_table.rows[old], row);
+        if (is_old) ++old;
+        if (!is_old && !inserting) ++insertions;
+        inserting = !is_old;
+    }
+    if (old != m_table.rows.size() || insertions > kMaxInsertions) return false;
+    for (std::size_t row = 0; row < table.rows.size();) {
+        if (row < m_table.rows.size() && HaveSameKey(m_table.rows[row], table.rows[row])) {
+            m_table.rows[row].id = table.rows[row].id;
             ++row;
             continue;
         }
         std::size_t end = row;
-        while (end < entries.size() && (row >= m_entries.size() || entries[end].key != m_entries[row].key)) ++end;
+        while (end < table.rows.size() &&
+               (row >= m_table.rows.size() || !HaveSameKey(table.rows[end], m_table.rows[row])))
+            ++end;
         beginInsertRows({}, static_cast<int>(row), static_cast<int>(end) - 1);
-        const auto at = [](std::vector<library::LibraryEntry>& list, std::size_t index) {
-            return list.begin() + static_cast<std::ptrdiff_t>(index);
-        };
-        m_entries.insert(at(m_entries, row), at(entries, row), at(entries, end));
+        m_entries.Clear();
+        const auto at = [](auto& rows, std::size_t index) { return rows.begin() + static_cast<std::ptrdiff_t>(index); };
+        m_table.rows.insert(at(m_table.rows, row), at(table.rows, row), at(table.rows, end));
         endInsertRows();
         row = end;
     }
+    m_entries.Clear();
+    // Which texts have changed shows when they are read again.
+    Q_EMIT dataChanged(index(0), index(rowCount() - 1));
     return true;
 }
 
 QVariant LibraryModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    const library::LibraryEntry& entry = EntryAt(index.row());
     if (IsHeading(index.row())) {
         if (role == kIsHeading) return true;
         const bool is_text = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
-        return is_text ? QVariant(NameOfDisk(entry.key.disk)) : QVariant();
+        return is_text ? QVariant(NameOfDisk(KeyAt(index.row()).disk)) : QVariant();
     }
+    if (role == Qt::DisplayRole) return TitleOf(KeyAt(index.row()));
+    if (role == kIsHeading) return {};
+    const library::LibraryEntry& entry = m_entries.At(m_table, EntryOf(index.row()));
     switch (role) {
-        case Qt::DisplayRole:
-            return TitleOf(entry.key);
         case Qt::ToolTipRole:
             return PlainToolTip(DescriptionOf(entry));
         case Qt::AccessibleDescriptionRole:
@@ -232,10 +319,11 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const {
 }
 
 QImage LibraryModel::ThumbnailOf(const library::LibraryEntry& entry) const {
-    const QString key = CacheKey(entry.key);
+    const QString key = CacheKey(entry);
     if (const QImage* image = m_thumbnails.object(key)) return *image;
-    if (!m_requested.contains(key)) {
-        m_requested.insert(key);
+    QString& requested = m_requested[NameOf(entry.key)];
+    if (requested != key) {
+        requested = key;
         m_loader->Request(entry.key);
     }
     return {};
@@ -243,8 +331,8 @@ QImage LibraryModel::ThumbnailOf(const library::LibraryEntry& entry) const {
 
 void LibraryModel::AddThumbnail(const QString& disk, int number, const QImage& image) {
     const library::RecordingKey key{disk.toStdString(), number};
-    m_requested.remove(CacheKey(key));
-    m_thumbnails.insert(CacheKey(key), new QImage(image));
+    // Of the recording that was listed when the thumbnail was requested.
+    m_thumbnails.insert(m_requested.take(NameOf(key)), new QImage(image));
     const int row = RowOf(key);
     if (row >= 0) Q_EMIT dataChanged(index(row), index(row), {kThumbnail});
 }

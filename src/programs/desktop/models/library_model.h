@@ -2,8 +2,8 @@
 
 #include <QAbstractListModel>
 #include <QCache>
+#include <QHash>
 #include <QImage>
-#include <QSet>
 #include <QSize>
 #include <QString>
 #include <memory>
@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/library/library.h"
+#include "programs/desktop/models/entry_cache.h"
 #include "programs/desktop/models/library_filter.h"
 
 namespace zel::desktop {
@@ -21,7 +22,8 @@ class ThumbnailLoader;
 /// Whether two entries are equal and of the same recording.
 bool IsSame(const library::LibraryEntry& one, const library::LibraryEntry& other);
 
-/// The recordings of a library that a filter lists, with their thumbnails. A thumbnail is read when it is first shown.
+/// The recordings of a library that a filter lists, with their thumbnails. Texts and thumbnails are read when they are
+/// first shown, so that a library of very many recordings is listed at once.
 /// A row is a recording or, in a grouped list, the heading of a disk, which can't be selected; a recording follows it.
 class LibraryModel : public QAbstractListModel {
     Q_OBJECT
@@ -41,13 +43,17 @@ class LibraryModel : public QAbstractListModel {
     void Reload(const LibraryFilter& filter);
 
     /// Names of the disks in the library, as of the last Reload; sorted.
-    const std::vector<std::string>& Disks() const noexcept { return m_disks; }
+    const std::vector<std::string>& Disks() const noexcept { return m_table.disks; }
 
-    /// In the order of the rows.
-    const std::vector<library::LibraryEntry>& Entries() const noexcept { return m_entries; }
+    /// Number of recordings that are listed.
+    std::size_t Count() const noexcept { return m_table.rows.size(); }
+    /// Those of all recordings, in the order of the rows.
+    std::vector<library::RecordingKey> Keys() const;
     bool IsHeading(int row) const { return !m_lines.empty() && m_lines[static_cast<std::size_t>(row)].is_heading; }
     /// The recording of a row, or the first one below a heading.
-    const library::LibraryEntry& EntryAt(int row) const;
+    library::RecordingKey KeyAt(int row) const;
+    /// Its entry, with the key alone if it was removed after the last Reload or the library cannot be read.
+    library::LibraryEntry EntryAt(int row) const;
     /// -1 for an entry that is not in the model.
     int RowOf(const library::RecordingKey& key) const;
 
@@ -56,34 +62,45 @@ class LibraryModel : public QAbstractListModel {
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
+  Q_SIGNALS:
+    /// Recordings cannot be read, and are listed without their texts. Emitted once for each Reload.
+    void failed(const QString& reason);
+
   private:
     /// A row of a grouped list.
     struct Line {
         bool is_heading = false;
-        /// In m_entries.
+        /// In the table.
         std::size_t entry = 0;
     };
 
     void MakeLoader();
     void Open();
-    void Update(std::vector<library::LibraryEntry> entries, bool grouped);
+    std::vector<library::LibraryEntry> ReadEntries(std::span<const library::RecordingId> ids);
+    void Sort(library::LibraryTable& table, LibraryOrder order);
+    void SortByTitle(library::LibraryTable& table);
+    void Update(library::LibraryTable table, bool grouped);
     void Group();
-    bool InsertInto(std::vector<library::LibraryEntry>& entries);
+    bool InsertInto(const library::LibraryTable& table);
+    bool TakeDisks(const std::vector<std::string>& disks);
+    std::size_t EntryOf(int row) const;
     QImage ThumbnailOf(const library::LibraryEntry& entry) const;
     void AddThumbnail(const QString& disk, int number, const QImage& image);
-    static QString CacheKey(const library::RecordingKey& key);
 
     std::string m_file;
     const QSize m_thumbnail;
     std::optional<library::Library> m_library;
     library::Access m_access = library::Access::kWrite;
-    std::vector<library::LibraryEntry> m_entries;
+    library::LibraryTable m_table;
+    /// A failure was reported since the last Reload.
+    bool m_failed = false;
+    mutable EntryCache m_entries;
     /// Empty unless the list is grouped: each row is an entry.
     std::vector<Line> m_lines;
-    std::vector<std::string> m_disks;
     ThumbnailLoader* m_loader = nullptr;
     mutable QCache<QString, QImage> m_thumbnails;
-    mutable QSet<QString> m_requested;
+    /// The keys in the cache of the thumbnails that were requested, by disk and number.
+    mutable QHash<QString, QString> m_requested;
 };
 
 }  // namespace zel::desktop

@@ -19,6 +19,11 @@ ThumbnailList::ThumbnailList(QWidget* parent) : QListView(parent) {
     setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
+void ThumbnailList::dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) {
+    // Not that of QListView, which would place all items for each thumbnail that arrives.
+    QAbstractItemView::dataChanged(first, last, roles);
+}
+
 /// A window is often resized in several steps, and the items are placed anew later.
 void ThumbnailList::resizeEvent(QResizeEvent* event) {
     const QRect before({}, event->oldSize());

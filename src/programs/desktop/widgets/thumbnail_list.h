@@ -18,6 +18,8 @@ class ThumbnailList : public QListView {
     void removeRequested();
 
   protected:
+    /// Places no item anew, since no item's size depends on its data.
+    void dataChanged(const QModelIndex& first, const QModelIndex& last, const QList<int>& roles) override;
     void resizeEvent(QResizeEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -107,6 +107,7 @@ void LibraryPanel::Connect() {
     connect(m_search, &QLineEdit::textChanged, m_search_timer, [this] { m_search_timer->start(kSearchDelay_ms); });
     connect(m_search_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
     connect(m_reload_timer, &QTimer::timeout, this, &LibraryPanel::Reload);
+    connect(m_model, &LibraryModel::failed, this, &LibraryPanel::failed);
     connect(m_watch, &LibraryWatch::changed, this, &LibraryPanel::ReloadSoon);
     connect(m_disk, &QComboBox::currentIndexChanged, this, &LibraryPanel::Reload);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
@@ -267,7 +268,7 @@ void LibraryPanel::ChooseCurrent() {
 
 LibraryPanel::Place LibraryPanel::PlaceInList() const {
     for (int row = 0; row < m_model->rowCount(); ++row) {
-        if (m_list->visualRect(m_model->index(row)).bottom() > 0) return {Current(), m_model->EntryAt(row).key};
+        if (m_list->visualRect(m_model->index(row)).bottom() > 0) return {Current(), m_model->KeyAt(row)};
     }
     return {Current(), std::nullopt};
 }
@@ -317,7 +318,7 @@ void LibraryPanel::ShowMessage() {
 }
 
 int LibraryPanel::Count() const {
-    return static_cast<int>(m_model->Entries().size());
+    return static_cast<int>(m_model->Count());
 }
 
 bool LibraryPanel::IsEmpty() const {
@@ -331,13 +332,13 @@ bool LibraryPanel::IsFiltered() const {
 std::optional<library::RecordingKey> LibraryPanel::Current() const {
     const QModelIndex current = m_list->currentIndex();
     if (!current.isValid()) return std::nullopt;
-    return m_model->EntryAt(current.row()).key;
+    return m_model->KeyAt(current.row());
 }
 
 std::vector<library::RecordingKey> LibraryPanel::Selected() const {
     std::vector<library::RecordingKey> keys;
     for (const QModelIndex& index : m_list->selectionModel()->selectedIndexes())
-        keys.push_back(m_model->EntryAt(index.row()).key);
+        keys.push_back(m_model->KeyAt(index.row()));
     std::ranges::sort(keys);
     return keys;
 }
@@ -361,8 +362,7 @@ void LibraryPanel::AddContextActions(const QList<QAction*>& actions) {
 }
 
 std::vector<library::RecordingKey> LibraryPanel::Shown() const {
-    std::vector<library::RecordingKey> keys;
-    for (const library::LibraryEntry& entry : m_model->Entries()) keys.push_back(entry.key);
+    std::vector<library::RecordingKey> keys = m_model->Keys();
     std::ranges::sort(keys);
     return keys;
 }

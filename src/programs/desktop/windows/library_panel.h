@@ -86,7 +86,7 @@ class LibraryPanel : public QWidget {
     /// The user starts to drag the selected thumbnails.
     void dragged();
     void removeRequested();
-    /// The library cannot be read.
+    /// The library, or a recording in it, cannot be read.
     void failed(const QString& reason);
 
   protected:
