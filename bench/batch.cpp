@@ -1,5 +1,6 @@
 // Batches over a whole disk, with and without pictures.
-#include <atomic>
+#include <filesystem>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "host/recorder/batch_recorder.h"
 #include "host/run/batch_run.h"
 #include "platform/script/memory_settings_store.h"
+#include "samples/disk/demo_disk.h"
 #include "scratch_disk.h"
 
 using namespace zel;
@@ -21,15 +23,10 @@ constexpr unsigned kMessages = 1000, kFonts = 4;
 /// Fewer messages with pictures, to keep the run short.
 constexpr unsigned kPictures = 300;
 
+/// A disk for batches, and the settings for them.
 class BatchDisk {
   public:
-    BatchDisk() {
-        for (unsigned font = 1; font <= kFonts; ++font)
-            m_disk.WriteFont(font, RunCodedFont("Font " + std::to_string(font)));
-        for (unsigned message = 1; message <= kMessages; ++message)
-            m_disk.WriteMessage(message, FullMessage(8, 24, kFonts));
-        seam::SetSettingsStore(&m_settings);
-    }
+    BatchDisk() { seam::SetSettingsStore(&m_settings); }
     ~BatchDisk() { seam::SetSettingsStore(nullptr); }
 
     std::string Path(std::string_view name = "") const { return m_disk.Path(name); }
@@ -40,13 +37,41 @@ class BatchDisk {
         return request;
     }
 
-  private:
+  protected:
     ScratchDisk m_disk;
+
+  private:
     script::MemorySettingsStore m_settings;
 };
 
-const BatchDisk& SharedDisk() {
-    static const BatchDisk disk;
+/// Messages of 192 small characters, all alike.
+struct PlainDisk : BatchDisk {
+    PlainDisk() {
+        for (unsigned font = 1; font <= kFonts; ++font)
+            m_disk.WriteFont(font, RunCodedFont("Font " + std::to_string(font)));
+        for (unsigned message = 1; message <= kMessages; ++message)
+            m_disk.WriteMessage(message, FullMessage(8, 24, kFonts));
+    }
+};
+
+/// The messages of the demonstration disk, again and again. It has large characters, edges, pictures in fonts and
+/// several palettes.
+struct DemonstrationDisk : BatchDisk {
+    DemonstrationDisk() {
+        // Without the last one, which is no message but a picture.
+        constexpr unsigned kOfDisk = 20;
+        samples::WriteDemonstrationDisk(Path());
+        for (unsigned number = kOfDisk + 1; number <= kPictures; ++number) {
+            const auto file = [this](unsigned of) { return Path("MESSAGES/" + base::NumberedName(of)); };
+            std::filesystem::copy_file(file((number - 1) % kOfDisk + 1), file(number),
+                                       std::filesystem::copy_options::overwrite_existing);
+        }
+    }
+};
+
+template <class Disk>
+const BatchDisk& Shared() {
+    static const Disk disk;
     return disk;
 }
 
@@ -59,7 +84,7 @@ struct Counter : host::HostObserver {
 };
 
 void RunNumbers(benchmark::State& state) {
-    const run::BatchRequest request = SharedDisk().Request(kMessages);
+    const run::BatchRequest request = Shared<PlainDisk>().Request(kMessages);
     for (auto _ : state) {
         Counter counter;
         host::HostObserver* const observers[] = {&counter};
@@ -70,7 +95,7 @@ void RunNumbers(benchmark::State& state) {
 BENCHMARK(RunNumbers)->Name("batch/plain/module")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 void ReadNumbers(benchmark::State& state) {
-    const BatchDisk& disk = SharedDisk();
+    const BatchDisk& disk = Shared<PlainDisk>();
     std::string buffer;
     for (auto _ : state) {
         for (unsigned number = 1; number <= kMessages; ++number) {
@@ -83,55 +108,76 @@ void ReadNumbers(benchmark::State& state) {
 }
 BENCHMARK(ReadNumbers)->Name("batch/plain/raw")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
+template <class Disk>
 void RecordPictures(benchmark::State& state) {
-    const run::BatchRequest request = SharedDisk().Request(kPictures);
+    const BatchDisk& disk = Shared<Disk>();
+    const run::BatchRequest request = disk.Request(kPictures);
     for (auto _ : state) {
-        const ScratchDisk out;
+        state.PauseTiming();
+        std::optional<ScratchDisk> out(std::in_place);
+        state.ResumeTiming();
         recorder::FileDigests digests;
         recorder::RecorderOptions options;
-        options.library = out.Path("library");
-        options.context.font_directory = SharedDisk().Path("MACHINE");
+        options.library = out->Path("library");
+        options.context.font_directory = disk.Path("MACHINE");
         options.jobs = std::thread::hardware_concurrency();
         unsigned recorded = 0;
-        recorder::BatchRecorder recorder(options, digests, [&recorded](const recorder::RecordedItem&) { ++recorded; });
-        host::HostObserver* const observers[] = {&recorder.Pictures(), &recorder};
-        run::RunBatch(request, observers);
-        recorder.Finish();
+        {
+            recorder::BatchRecorder recorder(options, digests,
+                                             [&recorded](const recorder::RecordedItem&) { ++recorded; });
+            host::HostObserver* const observers[] = {&recorder.Pictures(), &recorder};
+            run::RunBatch(request, observers);
+            recorder.Finish();
+        }
         if (recorded != kPictures) state.SkipWithError("a message was not recorded");
+        state.PauseTiming();
+        out.reset();
+        state.ResumeTiming();
     }
 }
-BENCHMARK(RecordPictures)->Name("batch/pictures/module")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(RecordPictures<PlainDisk>)
+    ->Name("batch/pictures/module")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK(RecordPictures<DemonstrationDisk>)
+    ->Name("batch/demonstration/module")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
 
-/// The pictures of the first messages.
+/// The pictures of the first messages, no more than the processor's cache holds: a batch encodes each just after it is
+/// composed.
 class Pictures : public host::HostObserver {
   public:
-    Pictures() {
+    explicit Pictures(const BatchDisk& disk) {
         host::HostObserver* const observers[] = {&m_composer, this};
-        run::RunBatch(SharedDisk().Request(kPictures), observers);
+        run::RunBatch(disk.Request(kKept), observers);
     }
     void OnMessage(const document::MessageRecord& /*message*/) override {
         if (auto picture = m_composer.TakePicture()) taken.push_back(std::move(*picture));
     }
+    static constexpr unsigned kKept = 20;
     std::vector<picture::Picture> taken;
 
   private:
     picture::PictureComposer m_composer;
 };
 
+template <class Disk>
 void EncodeOnly(benchmark::State& state) {
-    static const Pictures pictures;
-    if (pictures.taken.size() != kPictures) state.SkipWithError("a picture is missing");
+    static const Pictures pictures(Shared<Disk>());
+    if (pictures.taken.size() != Pictures::kKept) state.SkipWithError("a picture is missing");
     for (auto _ : state) {
-        std::atomic<std::size_t> next = 0;
-        std::vector<std::jthread> threads;
-        for (unsigned thread = 0; thread < std::thread::hardware_concurrency(); ++thread) {
-            threads.emplace_back([&next] {
-                for (std::size_t i = next++; i < pictures.taken.size(); i = next++)
-                    benchmark::DoNotOptimize(picture::EncodePng(pictures.taken[i]));
-            });
-        }
+        for (unsigned n = 0; n < kPictures; ++n)
+            benchmark::DoNotOptimize(picture::EncodePng(pictures.taken[n % Pictures::kKept]));
     }
 }
-BENCHMARK(EncodeOnly)->Name("batch/pictures/encoder")->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+BENCHMARK(EncodeOnly<PlainDisk>)
+    ->Name("batch/pictures/encoder")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
+BENCHMARK(EncodeOnly<DemonstrationDisk>)
+    ->Name("batch/demonstration/encoder")
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
 
 }  // namespace

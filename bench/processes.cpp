@@ -46,7 +46,7 @@ void Import(benchmark::State& state) {
 BENCHMARK(Import)->Name("process/import")->Unit(benchmark::kMicrosecond)->Iterations(50)->UseManualTime();
 
 /// Peak memory of a batch of this many messages, recorded with their pictures.
-void Memory(benchmark::State& state) {
+void Memory(benchmark::State& state, const char* jobs) {
     Disk disk;
     const auto last = static_cast<unsigned>(state.range(0));
     for (unsigned number = 2; number <= last; ++number)
@@ -55,12 +55,23 @@ void Memory(benchmark::State& state) {
     for (auto _ : state) {
         const ProgramResult result =
             RunProgram({COMMAND_PROGRAM, "batch", disk.Path(), "1", std::to_string(last), "--library",
-                        disk.Path("library"), "--settings", disk.Path("settings")});
+                        disk.Path("library"), "--settings", disk.Path("settings"), "--jobs", jobs});
         if (!result.succeeded) state.SkipWithError("the batch failed");
         peak = result.peak_memory_kib;
     }
     state.counters["KiB"] = static_cast<double>(peak);
 }
-BENCHMARK(Memory)->Name("memory")->Arg(10)->Arg(9999)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Memory, two_jobs, "2")
+    ->Name("memory")
+    ->Arg(10)
+    ->Arg(9999)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Memory, one_job, "1")
+    ->Name("memory_one_job")
+    ->Arg(10)
+    ->Arg(9999)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -24,6 +24,15 @@ function(zel_install_manual component)
     cmake_path(GET page EXTENSION LAST_ONLY section)
     string(SUBSTRING ${section} 1 1 section)
     install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT ${component})
+    if(ZELTRANS_PACKAGES)  # whose pages are compressed, without a time
+      cmake_path(GET page FILENAME name)
+      set(installed ${CMAKE_INSTALL_MANDIR}/man${section}/${name})
+      install(CODE "
+        cmake_path(SET page \"${installed}\")
+        cmake_path(ABSOLUTE_PATH page BASE_DIRECTORY \"\${CMAKE_INSTALL_PREFIX}\")
+        execute_process(COMMAND gzip -9nf \"\$ENV{DESTDIR}\${page}\" COMMAND_ERROR_IS_FATAL ANY)"
+        COMPONENT ${component})
+    endif()
   endforeach()
 endfunction()
 

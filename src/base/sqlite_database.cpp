@@ -151,6 +151,13 @@ SqliteDatabase::SqliteDatabase(const std::filesystem::path& file, Opening openin
     sqlite3_busy_timeout(handle, static_cast<int>(patience.count()));
 }
 
+SqliteStatement& SqliteDatabase::Cached(const char* sql) {
+    m_failure = 0;
+    const auto found = m_cached.find(sql);
+    if (found != m_cached.end() && !found->second.Failed()) return found->second.Again();
+    return m_cached.insert_or_assign(sql, Prepare(sql)).first->second;
+}
+
 void SqliteDatabase::RollBack() noexcept {
     const int failure = ErrorCode();
     try {

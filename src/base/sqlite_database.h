@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -83,6 +84,10 @@ class SqliteDatabase {
         m_failure = 0;
         return {m_handle.get(), sql};
     }
+    /// A statement that is used often. It is prepared once and returned with its parameters unbound. The caller runs it
+    /// to its end, or resets it with SqliteReset: a query that waits at its row keeps the log from being emptied.
+    /// @param sql  a string literal.
+    SqliteStatement& Cached(const char* sql);
     bool Run(const char* sql) { return Prepare(sql).Run(); }
     /// Ends a transaction without storing its changes, if a failure hasn't ended it already.
     void RollBack() noexcept;
@@ -98,9 +103,22 @@ class SqliteDatabase {
         void operator()(sqlite3* database) const noexcept;
     };
     std::unique_ptr<sqlite3, Close> m_handle;
+    std::map<std::string_view, SqliteStatement> m_cached;
     /// The failure before RollBack; the code is 0 for none, the text empty when there was no memory for it.
     int m_failure = 0;
     std::string m_failure_text;
+};
+
+/// Resets a statement at the end of its scope, after its row has been read and also after an exception.
+class SqliteReset {
+  public:
+    explicit SqliteReset(SqliteStatement& statement) noexcept : m_statement(statement) {}
+    ~SqliteReset() { m_statement.Again(); }
+    SqliteReset(const SqliteReset&) = delete;
+    SqliteReset& operator=(const SqliteReset&) = delete;
+
+  private:
+    SqliteStatement& m_statement;
 };
 
 /// A transaction, rolled back unless it was committed.

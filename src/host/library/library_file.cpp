@@ -192,12 +192,8 @@ void LibraryFile::Protect(Access access) {
     if (sqlite3_db_readonly(handle, "main") != 0) Fail("the library can't be written");
     Run("PRAGMA journal_mode = WAL");
     Run("PRAGMA synchronous = FULL");
-}
-
-base::SqliteStatement& LibraryFile::Cached(const char* sql) {
-    const auto found = m_cached.find(sql);
-    if (found != m_cached.end() && !found->second.Failed()) return found->second.Again();
-    return m_cached.insert_or_assign(sql, Prepare(sql)).first->second;
+    // In KiB, half the default: what is written is rarely read again.
+    Run("PRAGMA cache_size = -1024");
 }
 
 bool LibraryFile::Next(base::SqliteStatement& statement) const {

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 
@@ -18,10 +17,8 @@ class LibraryFile {
     LibraryFile(const std::filesystem::path& file, Access access, std::chrono::milliseconds patience);
 
     base::SqliteStatement Prepare(const char* sql) { return m_database->Prepare(sql); }
-    /// A statement that is used often. It is prepared once and returned with its parameters unbound; the caller runs it to
-    /// its end.
-    /// @param sql  a string literal.
-    base::SqliteStatement& Cached(const char* sql);
+    /// As SqliteDatabase::Cached.
+    base::SqliteStatement& Cached(const char* sql) { return m_database->Cached(sql); }
     /// Moves to the next row; false after the last.
     bool Next(base::SqliteStatement& statement) const;
     void Run(base::SqliteStatement& statement) const;
@@ -48,7 +45,6 @@ class LibraryFile {
 
     std::filesystem::path m_path;
     std::unique_ptr<base::SqliteDatabase> m_database;
-    std::map<std::string_view, base::SqliteStatement> m_cached;
 };
 
 }  // namespace zel::library

@@ -193,10 +193,9 @@ std::vector<SourceFile> ReadSources(LibraryFile& file, RecordingId id) {
 
 std::optional<RecordingId> FindRecording(LibraryFile& file, const RecordingKey& key) {
     base::SqliteStatement& query = file.Cached("SELECT id FROM recording WHERE disk = ? AND number = ?");
+    const base::SqliteReset reset(query);
     if (!file.Next(query.Bind(key.disk).Bind(key.number))) return std::nullopt;
-    const RecordingId id = query.Int(0);
-    file.Run(query);
-    return id;
+    return query.Int(0);
 }
 
 void InsertRecording(LibraryFile& file, const Recording& recording) {

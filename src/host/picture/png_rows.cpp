@@ -53,9 +53,9 @@ int Change(const Rgba& a, const Rgba& b) noexcept {
 /// Four pixels, which the compiler processes in one vector register where there is one.
 using FourPixels [[gnu::vector_size(16)]] = std::uint8_t;
 using FourNumbers [[gnu::vector_size(16)]] = std::int32_t;
-constexpr std::size_t kFour = 4;
+constexpr std::size_t kPixelsAtOnce = 4;
 
-FourPixels LoadFour(const Rgba* pixels) noexcept {
+FourPixels LoadPixels(const Rgba* pixels) noexcept {
     FourPixels four;
     std::memcpy(&four, pixels, sizeof four);
     return four;
@@ -75,15 +75,15 @@ RowChanges ChangesOf(std::span<const Rgba> row, std::span<const Rgba> above) noe
     RowChanges changes;
     std::size_t x = 1;
     FourNumbers gradual{}, from_left{}, from_above{};
-    for (; x + kFour <= row.size(); x += kFour) {
-        const FourPixels four = LoadFour(&row[x]);
-        const FourNumbers left = Change(four, LoadFour(&row[x - 1])), up = Change(four, LoadFour(&above[x]));
+    for (; x + kPixelsAtOnce <= row.size(); x += kPixelsAtOnce) {
+        const FourPixels four = LoadPixels(&row[x]);
+        const FourNumbers left = Change(four, LoadPixels(&row[x - 1])), up = Change(four, LoadPixels(&above[x]));
         const FourNumbers least = left < up ? left : up;
         gradual -= (least != 0) & (least < kLargeChange);  // true is -1
         from_left += left;
         from_above += up;
     }
-    for (std::size_t n = 0; n < kFour; ++n) changes += {gradual[n], from_left[n], from_above[n]};
+    for (std::size_t n = 0; n < kPixelsAtOnce; ++n) changes += {gradual[n], from_left[n], from_above[n]};
     for (; x < row.size(); ++x) {
         const int left = Change(row[x], row[x - 1]), up = Change(row[x], above[x]), least = std::min(left, up);
         changes += {least != 0 && least < kLargeChange ? 1 : 0, left, up};

@@ -15,12 +15,13 @@ namespace {
 
 /// Limits of a chunk: the number of its recordings, and the time since the last chunk. Each transaction waits for the
 /// disk.
-constexpr std::size_t kLargestChunk = 16;
+constexpr std::size_t kLargestChunk = 12;
 constexpr auto kLongestWait = std::chrono::milliseconds(200);
-/// Largest number of messages that wait for each thread. Each contains a picture of 1.4 MB.
-constexpr std::size_t kWaitingPerThread = 2;
+/// Fewest messages that may wait for a thread or be worked on; otherwise one for each thread. Each contains a picture
+/// of 1.4 MB.
+constexpr std::size_t kFewestUnfinished = 2;
 /// Largest number of recordings that wait while a chunk is stored. Most have 60 KB.
-constexpr std::size_t kWaitingForLibrary = 16;
+constexpr std::size_t kWaitingForLibrary = 6;
 
 std::filesystem::path FileOf(int number, const std::string& directory, const char* extension) {
     return std::filesystem::path(directory) / (base::FourDigits(number) + extension);
@@ -52,7 +53,7 @@ BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digest
     : m_options(options), m_digests(digests), m_done(std::move(done)), m_stored_at(std::chrono::steady_clock::now()) {
     if (options.library) m_library.emplace(*options.library, library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
-    const base::WorkerLimits limits{options.jobs * kWaitingPerThread, kWaitingForLibrary};
+    const base::WorkerLimits limits{std::max(options.jobs, kFewestUnfinished), kWaitingForLibrary};
     m_workers = std::make_unique<base::OrderedWorkers<Result>>(options.jobs, limits,
                                                                [this](Result result) { Take(std::move(result)); });
 }

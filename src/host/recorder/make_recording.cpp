@@ -60,6 +60,8 @@ void AddParts(const document::MessageRecord& message, library::Recording& record
     recording.warnings = document::WarningsOf(message);
     recording.text = TextOf(message);
     recording.document = document::MessageDocument(message);
+    // It has room for longer characters, and recordings wait for their chunk.
+    recording.document.shrink_to_fit();
 }
 
 /// Warns of the files that are there but could not be read again, so that it stays unknown whether they change.

@@ -64,7 +64,10 @@ bool InsertKey(SettingsDatabase& database, const std::string& key) {
 }
 
 bool HasKey(SettingsDatabase& database, const std::string& key) {
-    return key.empty() || database.Prepare("SELECT 1 FROM registry_key WHERE path = ?").Bind(key).Next();
+    if (key.empty()) return true;
+    base::SqliteStatement& found = database.Cached("SELECT 1 FROM registry_key WHERE path = ?");
+    const base::SqliteReset reset(found);
+    return found.Bind(key).Next();
 }
 
 }  // namespace
@@ -144,7 +147,8 @@ bool SqliteSettingsStore::IsRemoved(base::SqliteStatement& removal, SettingsData
 std::optional<int> SqliteSettingsStore::GetProfileInt(const std::string& section, const std::string& entry) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return std::nullopt;
-    auto found = database->Prepare("SELECT number FROM profile WHERE section = ? AND entry = ? AND number IS NOT NULL");
+    auto& found = database->Cached("SELECT number FROM profile WHERE section = ? AND entry = ? AND number IS NOT NULL");
+    const base::SqliteReset reset(found);
     const bool is_stored = found.Bind(section).Bind(entry).Next();
     NoteUnlessRead(found, *database);
     if (!is_stored) return std::nullopt;
@@ -154,7 +158,8 @@ std::optional<int> SqliteSettingsStore::GetProfileInt(const std::string& section
 std::optional<std::string> SqliteSettingsStore::GetProfileText(const std::string& section, const std::string& entry) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return std::nullopt;
-    auto found = database->Prepare("SELECT text FROM profile WHERE section = ? AND entry = ? AND text IS NOT NULL");
+    auto& found = database->Cached("SELECT text FROM profile WHERE section = ? AND entry = ? AND text IS NOT NULL");
+    const base::SqliteReset reset(found);
     const bool is_stored = found.Bind(section).Bind(entry).Next();
     NoteUnlessRead(found, *database);
     if (!is_stored) return std::nullopt;
@@ -241,7 +246,8 @@ bool SqliteSettingsStore::DeleteKey(const std::string& key) {
 std::optional<seam::RegistryValue> SqliteSettingsStore::GetValue(const std::string& key, const std::string& name) {
     SettingsDatabase* database = Open();
     if (database == nullptr) return std::nullopt;
-    auto found = database->Prepare("SELECT type, bytes FROM registry_value WHERE path = ? AND name = ?");
+    auto& found = database->Cached("SELECT type, bytes FROM registry_value WHERE path = ? AND name = ?");
+    const base::SqliteReset reset(found);
     const bool is_stored = found.Bind(key).Bind(name).Next();
     NoteUnlessRead(found, *database);
     if (!is_stored) return std::nullopt;

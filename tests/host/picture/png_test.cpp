@@ -136,7 +136,7 @@ TEST(RowChanges, AreThoseOfEachPixelFromItsNeighbours) {
     constexpr int kWidest = 11;
     std::vector<picture::Rgba> rows;
     for (unsigned n = 0; n < 2 * kWidest; ++n)
-        rows.push_back(PixelOf(static_cast<int>(n * 3), static_cast<int>(n / 3 * 9), n % 5 == 0 ? 255 : 5, 200));
+        rows.push_back(PixelOf(static_cast<int>(n * 23), 7, static_cast<int>(n * n % 8), n % 5 == 0 ? 255 : 200));
     const std::span all(rows), row = all.first(kWidest), above = all.last(kWidest);
     for (std::size_t width = 1; width <= kWidest; ++width) {
         picture::RowChanges wanted;
