@@ -4,6 +4,7 @@
 #include <QListView>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWindow>
 #include <cstdlib>
 
 #include "base/process.h"
