@@ -128,8 +128,8 @@ void FilterRow(PngFilter filter, std::span<const std::uint8_t> row, std::span<co
     const std::size_t step = std::min(static_cast<std::size_t>(samples), row.size());
     const auto subtract = [&](auto&& predict) {
         // The first pixel has none to its left.
-        const std::uint8_t none[kMaxSamples] = {};
-        Subtract(row.data(), none, above.data(), none, step, out, predict);
+        static constexpr std::uint8_t kNone[kMaxSamples] = {};
+        Subtract(row.data(), kNone, above.data(), kNone, step, out, predict);
         Subtract(row.data() + step, row.data(), above.data() + step, above.data(), row.size() - step, out + step,
                  predict);
     };
