@@ -29,7 +29,7 @@ class WalkedMessage {
         : m_registration(&m_desktop), m_message(nullptr, m_disk.Path("MESSAGES").c_str(), ".0001", &m_owner) {
         m_disk.WriteMessage(1, FullMessage(kRows, kCharacters, 2));
         m_disk.WriteFont(1, RunCodedFont("Any Name"));
-        samples::FontFile named = RunCodedFont("Swiss Bold");
+        files::FontFile named = RunCodedFont("Swiss Bold");
         named.header.font_id_text = "17";
         m_disk.WriteFont(2, named);
         m_owner.m_mapBitStreamId.SetAt(1, "Dutch bold BT");

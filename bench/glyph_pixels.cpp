@@ -18,7 +18,7 @@ namespace {
 
 struct Glyph {
     std::size_t width, height;
-    samples::Bytes pixels;
+    files::Bytes pixels;
 };
 
 /// Every pair of alpha and colour, once in each channel: 256 by 256 pixels.

@@ -22,14 +22,14 @@ constexpr unsigned kStoredCode = 65;
 /// A message and two fonts: font 1 is run-coded, font 2 holds a stored glyph of 40 by 30.
 struct Files {
     Files() {
-        samples::MessageFile written = FullMessage(12, 32, 1);
+        files::MessageFile written = FullMessage(12, 32, 1);
         written.palette.emplace().entries.resize(256, 0x12345678);
         disk.WriteMessage(1, written);
         disk.WriteFont(1, RunCodedFont("Run Coded"));
-        samples::FontFile stored = RunCodedFont("Stored");
+        files::FontFile stored = RunCodedFont("Stored");
         stored.AddStored(kStoredCode, {40, 30, SmoothPixels(40, 30)}, 10, 40);
-        samples::FontOffsets offsets;
-        disk.Write("MACHINE/" + base::NumberedName(2), samples::WriteFont(stored, &offsets));
+        files::FontOffsets offsets;
+        disk.Write("MACHINE/" + base::NumberedName(2), files::WriteFont(stored, &offsets));
         glyph_offset = offsets.stored.at(kStoredCode);
         message = disk.Path("MESSAGES/.0001");
         font = disk.Path("MACHINE/.0001");

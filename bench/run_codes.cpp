@@ -1,5 +1,5 @@
 // Run-coded glyphs: drawing and measuring.
-#include "samples/run_codes.h"
+#include "files/run_codes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -19,8 +19,8 @@ constexpr unsigned kCode = 65;
 /// A font with one glyph, in memory, and a bitmap of its size.
 class GlyphInMemory {
   public:
-    explicit GlyphInMemory(const samples::RunCodes& codes)
-        : m_codes(codes), m_encoding(samples::RunCodeBytes(codes)), m_directory(kDirectoryEntries) {
+    explicit GlyphInMemory(const files::RunCodes& codes)
+        : m_codes(codes), m_encoding(files::RunCodeBytes(codes)), m_directory(kDirectoryEntries) {
         m_header.encoding_size = static_cast<std::uint32_t>(m_encoding.size());
         m_directory[kCode].glyph_kind = 2;
         m_slot.font_header = &m_header;
@@ -34,16 +34,16 @@ class GlyphInMemory {
         dib.dsBmih.biHeight = rect.Height();
     }
     FontAddress Address() const { return reinterpret_cast<FontAddress>(&m_slot); }
-    const samples::RunCodes& Codes() const { return m_codes; }
-    const samples::Bytes& Encoding() const { return m_encoding; }
+    const files::RunCodes& Codes() const { return m_codes; }
+    const files::Bytes& Encoding() const { return m_encoding; }
     std::vector<std::uint32_t>& Pixels() { return m_pixels; }
 
     CZelFont font;
     DIBSECTION dib{};
 
   private:
-    samples::RunCodes m_codes;
-    samples::Bytes m_encoding;
+    files::RunCodes m_codes;
+    files::Bytes m_encoding;
     tag_font_header m_header{};
     std::vector<tag_char_entry> m_directory;
     tag_font_memory m_slot;
@@ -55,13 +55,13 @@ GlyphInMemory Smooth() {
 }
 
 GlyphInMemory LongRuns() {
-    samples::RunCodes codes;
+    files::RunCodes codes;
     for (unsigned line = 0; line < 200; ++line) {
         for (unsigned run = 0; run < 10; ++run)
-            codes.push_back(run % 2 == 0 ? samples::ColourRun(1, 255, 32) : samples::BackgroundRun(32));
-        codes.push_back(samples::EndOfLine());
+            codes.push_back(run % 2 == 0 ? files::ColourRun(1, 255, 32) : files::BackgroundRun(32));
+        codes.push_back(files::EndOfLine());
     }
-    codes.push_back(samples::EndOfGlyph());
+    codes.push_back(files::EndOfGlyph());
     return GlyphInMemory(codes);
 }
 

@@ -41,35 +41,35 @@ void ScratchDisk::Write(std::string_view name, std::span<const std::uint8_t> byt
     samples::WriteWholeFile(m_directory / name, bytes);
 }
 
-void ScratchDisk::WriteMessage(unsigned number, const samples::MessageFile& message) const {
-    Write("MESSAGES/" + base::NumberedName(number), samples::WriteMessage(message));
+void ScratchDisk::WriteMessage(unsigned number, const files::MessageFile& message) const {
+    Write("MESSAGES/" + base::NumberedName(number), files::WriteMessage(message));
 }
 
-void ScratchDisk::WriteFont(unsigned number, const samples::FontFile& font) const {
-    Write("MACHINE/" + base::NumberedName(number), samples::WriteFont(font));
+void ScratchDisk::WriteFont(unsigned number, const files::FontFile& font) const {
+    Write("MACHINE/" + base::NumberedName(number), files::WriteFont(font));
 }
 
-samples::RunCodes SmoothGlyph(int width, int height) {
-    samples::RunCodes codes;
+files::RunCodes SmoothGlyph(int width, int height) {
+    files::RunCodes codes;
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width;) {
             const unsigned level = RingLevel(x, y, width, height);
             unsigned count = 1;
-            while (count < samples::kLongestRun && x + static_cast<int>(count) < width &&
+            while (count < files::kLongestRun && x + static_cast<int>(count) < width &&
                    RingLevel(x + static_cast<int>(count), y, width, height) == level)
                 ++count;
-            codes.push_back(level == 0 ? samples::BackgroundRun(count)
-                                       : samples::ColourRun(samples::kFaceIndex, level, count));
+            codes.push_back(level == 0 ? files::BackgroundRun(count)
+                                       : files::ColourRun(files::kFaceIndex, level, count));
             x += static_cast<int>(count);
         }
-        codes.push_back(samples::EndOfLine());
+        codes.push_back(files::EndOfLine());
     }
-    codes.push_back(samples::EndOfGlyph());
+    codes.push_back(files::EndOfGlyph());
     return codes;
 }
 
-samples::Bytes SmoothPixels(int width, int height) {
-    samples::Bytes pixels;
+files::Bytes SmoothPixels(int width, int height) {
+    files::Bytes pixels;
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             const unsigned level = RingLevel(x, y, width, height);
@@ -80,28 +80,28 @@ samples::Bytes SmoothPixels(int width, int height) {
     return pixels;
 }
 
-samples::FontFile RunCodedFont(std::string_view name) {
-    samples::FontFile font;
+files::FontFile RunCodedFont(std::string_view name) {
+    files::FontFile font;
     font.header.font_name = name;
     font.header.font_id_text = "5001";
     font.header.font_height = 40;
-    const samples::RunCodes glyph = SmoothGlyph(28, 36);
+    const files::RunCodes glyph = SmoothGlyph(28, 36);
     for (unsigned code = '!'; code <= '~'; ++code) font.AddRunCoded(code, glyph, 10, 28);
     return font;
 }
 
-samples::MessageFile FullMessage(unsigned rows, unsigned characters, unsigned fonts) {
-    samples::MessageFile message;
+files::MessageFile FullMessage(unsigned rows, unsigned characters, unsigned fonts) {
+    files::MessageFile message;
     for (unsigned slot = 0; slot < fonts; ++slot)
         message.header.font_numbers[slot] = static_cast<std::uint16_t>(slot + 1);
     for (unsigned r = 0; r < rows; ++r) {
         constexpr std::string_view kWords = "The mayor opens the new bridge tonight at 8, live from the east bank. ";
         std::string text;
         for (unsigned k = 0; k < characters; ++k) text += kWords[(r * 17 + k) % kWords.size()];
-        samples::CharCell like;
+        files::CharCell like;
         like.char_font = r % fonts;
         like.colour_set = r % 8;
-        samples::RowText row = samples::RowFromText(40 * r + 20, text, 20, 680 / characters, like);
+        files::RowText row = files::RowFromText(40 * r + 20, text, 20, 680 / characters, like);
         row.row_top = 10;
         row.row_bottom = 48;
         message.rows.push_back(row);

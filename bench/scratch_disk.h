@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "samples/font_writer.h"
-#include "samples/message_writer.h"
+#include "files/font_writer.h"
+#include "files/message_writer.h"
 
 /// A temporary disk for one benchmark, with MESSAGES and MACHINE. The destructor deletes it.
 class ScratchDisk {
@@ -18,24 +18,24 @@ class ScratchDisk {
 
     std::string Path(std::string_view name = "") const { return (m_directory / name).string(); }
     void Write(std::string_view name, std::span<const std::uint8_t> bytes) const;
-    void WriteMessage(unsigned number, const zel::samples::MessageFile& message) const;
-    void WriteFont(unsigned number, const zel::samples::FontFile& font) const;
+    void WriteMessage(unsigned number, const zel::files::MessageFile& message) const;
+    void WriteFont(unsigned number, const zel::files::FontFile& font) const;
 
   private:
     std::filesystem::path m_directory;
 };
 
 /// Run codes of an anti-aliased round glyph, whose edges have pixels of every level.
-zel::samples::RunCodes SmoothGlyph(int width, int height);
+zel::files::RunCodes SmoothGlyph(int width, int height);
 
 /// The same shape as the pixels of a stored glyph: alpha, blue, green, red.
-zel::samples::Bytes SmoothPixels(int width, int height);
+zel::files::Bytes SmoothPixels(int width, int height);
 
 /// A font with a run-coded glyph of 28 by 36 pixels for each printable character.
-zel::samples::FontFile RunCodedFont(std::string_view name);
+zel::files::FontFile RunCodedFont(std::string_view name);
 
 /// A message of full rows that uses the first `fonts` slots, with the fonts 1, 2 and so on.
-zel::samples::MessageFile FullMessage(unsigned rows, unsigned characters, unsigned fonts);
+zel::files::MessageFile FullMessage(unsigned rows, unsigned characters, unsigned fonts);
 
 /// Reads a file with open, fstat, one read and close.
 /// @param buffer  enlarged to the size of the file if necessary.

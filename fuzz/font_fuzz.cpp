@@ -5,12 +5,12 @@
 #include <memory>
 #include <vector>
 
+#include "files/font_writer.h"
 #include "module/font/format/convert_font_header.h"
 #include "module/font/format/font_blocks.h"
 #include "module/font/format/font_loader.h"
 #include "module_environment.h"
 #include "platform/framework/exceptions.h"
-#include "samples/font_writer.h"
 #include "section_mutator.h"
 
 using namespace zel;
@@ -80,40 +80,37 @@ void ReadSamples(fuzz::Input file) {
     for (const tag_graphic_rectangle& sample : samples) std::free(sample.data);
 }
 
-samples::Bytes Describe(fuzz::Random& random) {
+files::Bytes Describe(fuzz::Random& random) {
     const auto value = [&random] { return fuzz::HostileValue(random); };
     const auto any = [&random](std::size_t end) { return static_cast<unsigned>(fuzz::Below(random, end)); };
-    samples::FontFile font;
-    font.header.font_flags = any(3) == 0 ? samples::kSampleFirstFont : any(0x80);
+    files::FontFile font;
+    font.header.font_flags = any(3) == 0 ? files::kSampleFirstFont : any(0x80);
     font.header.font_height = static_cast<int>(value() & 0xFFFF);
     if (any(8) == 0) font.header.encoding_size = value();
     for (unsigned glyph = any(6); glyph-- > 0;) {
-        samples::RunCodes codes(any(20));
+        files::RunCodes codes(any(20));
         for (auto& code : codes) {
-            code =
-                samples::RunCode(static_cast<samples::RunOperation>(any(4)), any(40), any(256), any(33), any(8) == 0);
+            code = files::RunCode(static_cast<files::RunOperation>(any(4)), any(40), any(256), any(33), any(8) == 0);
         }
-        font.AddRunCoded(any(samples::kFontCharCount), codes, any(1024), any(1024));
-        if (any(4) == 0)
-            font.directory[any(samples::kFontCharCount)] = {.glyph_kind = any(256), .glyph_offset = value()};
+        font.AddRunCoded(any(files::kFontCharCount), codes, any(1024), any(1024));
+        if (any(4) == 0) font.directory[any(files::kFontCharCount)] = {.glyph_kind = any(256), .glyph_offset = value()};
     }
     for (unsigned glyph = any(3); glyph-- > 0;) {
         const unsigned width = 1 + any(6), height = 1 + any(6);
-        samples::StoredGlyph stored{
-            .width = width, .height = height, .pixels = samples::Bytes(width * height * 4, 200)};
+        files::StoredGlyph stored{.width = width, .height = height, .pixels = files::Bytes(width * height * 4, 200)};
         if (any(4) == 0) stored.width_word = value();
         if (any(4) == 0) stored.length = value();
-        font.AddStored(any(samples::kFontCharCount), stored, any(1024), any(1024));
+        font.AddStored(any(files::kFontCharCount), stored, any(1024), any(1024));
     }
     font.aux_block.resize(any(2) * any(40));
     font.word_table.resize(any(2) * any(40));
     for (auto* sample : {&font.first_sample, &font.sample}) {
         if (any(2) == 0) continue;
         const int width = static_cast<int>(any(5)), height = static_cast<int>(any(5));
-        sample->emplace().a = {width, height, samples::Bytes(static_cast<std::size_t>(width * height), 1)};
+        sample->emplace().a = {width, height, files::Bytes(static_cast<std::size_t>(width * height), 1)};
         if (any(4) == 0) (*sample)->b.height = static_cast<int>(value() & 0xFFFF);
     }
-    return samples::WriteFont(font);
+    return files::WriteFont(font);
 }
 
 void Observe(fuzz::Input file, message::SectionObserver& sections) {

@@ -2,13 +2,13 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "files/font_writer.h"
+#include "files/message_writer.h"
 #include "module/contract/zel_message.h"
 #include "module/message/format/big_endian_cursor.h"
 #include "module/message/format/message_loader.h"
 #include "module/state/module_state.h"
 #include "module_environment.h"
-#include "samples/font_writer.h"
-#include "samples/message_writer.h"
 #include "samples/name_lists.h"
 #include "section_mutator.h"
 
@@ -32,7 +32,7 @@ struct Environment : fuzz::ModuleEnvironment {
         dialog.m_pFont = new CZelFont();
         constexpr const char* kNames[] = {"Plain", "Quay Bold", "TT Arial Bold Italic", "Stored", "Tall"};
         for (int i = 0; i < 5; ++i) {
-            samples::FontFile font;
+            files::FontFile font;
             font.header = {.font_name = kNames[i],
                            .font_id_text = i % 2 == 0 ? "5021" : "12",
                            .font_height = 40 + 10 * i,
@@ -40,10 +40,9 @@ struct Environment : fuzz::ModuleEnvironment {
                            .edge_type = static_cast<unsigned>(i),
                            .row_inset = 3};
             if (i != 2)
-                font.AddRunCoded('A', {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()}, 2,
-                                 9);
-            if (i == 3) font.AddStored('A', {.width = 1, .height = 1, .pixels = samples::Bytes(4, 9)}, 0, 2);
-            Put(base::NumberedName(i + 1), samples::WriteFont(font));
+                font.AddRunCoded('A', {files::ColourRun(1, 255, 4), files::EndOfLine(), files::EndOfGlyph()}, 2, 9);
+            if (i == 3) font.AddStored('A', {.width = 1, .height = 1, .pixels = files::Bytes(4, 9)}, 0, 2);
+            Put(base::NumberedName(i + 1), files::WriteFont(font));
             Require(ReadFont(*dialog.m_pFont, i + 1, i * 3), "a font");
         }
     }
@@ -59,16 +58,16 @@ void CheckCall(CWnd*, tag_CharInf* info, unsigned character) {
     Require(info->font_copy == nullptr || info->slot >= 0, "a bitmap has a slot");
 }
 
-samples::Bytes Describe(fuzz::Random& random) {
+files::Bytes Describe(fuzz::Random& random) {
     const auto value = [&random] { return fuzz::HostileValue(random); };
     const auto any = [&random](std::size_t end) { return static_cast<unsigned>(fuzz::Below(random, end)); };
-    samples::MessageFile file;
+    files::MessageFile file;
     file.pal = any(2) != 0;
     for (auto& number : file.header.font_numbers) number = static_cast<std::uint16_t>(any(20));
     for (unsigned row = any(5); row-- > 0;) {
-        file.rows.push_back(samples::RowFromText(value(), std::string(any(any(8) == 0 ? 64 : 6), 'A'), value(), value(),
-                                                 {.colour_set = any(8), .char_y = value(), .char_font = any(17)}));
-        if (any(2) != 0) file.rows.push_back(samples::EmptyRow(value()));
+        file.rows.push_back(files::RowFromText(value(), std::string(any(any(8) == 0 ? 64 : 6), 'A'), value(), value(),
+                                               {.colour_set = any(8), .char_y = value(), .char_font = any(17)}));
+        if (any(2) != 0) file.rows.push_back(files::EmptyRow(value()));
         for (auto& cell : file.rows.back().cells) {
             if (any(8) == 0) cell.next_char = value();
         }
@@ -84,7 +83,7 @@ samples::Bytes Describe(fuzz::Random& random) {
                 {.tab_start = value(), .tab_end = value(), .tab_row = any(5), .tab_font = any(32)});
         }
     }
-    return samples::WriteMessage(file);
+    return files::WriteMessage(file);
 }
 
 /// Whether the header of a file has more than kMaxRows rows.

@@ -46,7 +46,7 @@ std::size_t MutateSections(const Format& format, std::uint8_t* data, std::size_t
     Random random(seed + 1);
     const std::size_t choice = Below(random, 32);
     if (choice == 0) {
-        const samples::Bytes fresh = format.describe(random);
+        const files::Bytes fresh = format.describe(random);
         size = std::min(fresh.size(), max_size);
         std::memcpy(data, fresh.data(), size);
         return size;

@@ -2,9 +2,9 @@
 
 #include <random>
 
+#include "files/byte_writer.h"
 #include "fuzz_target.h"
 #include "module/message/format/section_observer.h"
-#include "samples/byte_writer.h"
 
 namespace zel::fuzz {
 
@@ -21,7 +21,7 @@ struct Format {
     /// Reports the sections of a file to the observer.
     void (*observe)(Input file, message::SectionObserver& sections);
     /// Returns a new file of valid sections with boundary values.
-    samples::Bytes (*describe)(Random& random);
+    files::Bytes (*describe)(Random& random);
 };
 
 /// Changes a file within one of its sections, so that later sections keep their positions. Sometimes truncates the file

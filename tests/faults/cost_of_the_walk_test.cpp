@@ -30,7 +30,7 @@ struct Cost {
 class CostOfTheWalk : public ModuleTest {
   protected:
     CostOfTheWalk() {
-        samples::FontFile font = PlainFont("Fam Regular", "A");
+        files::FontFile font = PlainFont("Fam Regular", "A");
         font.header.font_id_text = "5007";
         font.AddStored('S', module_test::SolidGlyph(3, 3), 0, 0);
         WriteFont(1, font);
@@ -41,7 +41,7 @@ class CostOfTheWalk : public ModuleTest {
         m_dialog.m_mapTypeFace.SetAt("Family of a name that fits no small buffer, bold BT", "Installed");
     }
     Cost Run(std::size_t length, char character, bool tt_convert) {
-        WriteMessage(MessageOf({samples::RowFromText(99, std::string(length, character), 0, 9)}));
+        WriteMessage(MessageOf({files::RowFromText(99, std::string(length, character), 0, 9)}));
         CZelMessage message("", "D:\\MESSAGES", ".0001", &m_dialog);
         EXPECT_TRUE(message.ReadMessage(&m_dialog));
         g_pfnOnChar = &CountCall;

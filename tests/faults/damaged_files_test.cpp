@@ -130,29 +130,29 @@ void CheckBits(bool font, Bytes file) {
 }
 
 /// A font whose first sample block is in front of the others.
-samples::FontFile LeadingSampleFont() {
-    samples::FontFile font = GoodFont();
+files::FontFile LeadingSampleFont() {
+    files::FontFile font = GoodFont();
     font.header.font_flags = kFontFlagsLeadingSample;
     font.first_sample = font.sample;
     return font;
 }
 
 TEST(SmallFiles, AreReportedWhereverTheyAreCut) {
-    samples::MessageFile ends_with_rows{.rows = GoodMessage().rows};
+    files::MessageFile ends_with_rows{.rows = GoodMessage().rows};
     ends_with_rows.flash_font.emplace().encoding_size = 40;
-    CheckCuts(false, samples::WriteMessage(ends_with_rows));
-    CheckCuts(false, samples::WriteMessage(GoodMessage()));
-    CheckCuts(false, samples::WriteRgbaFile(714, {.width = 1, .height = 1, .pixels = samples::Bytes(4, 9)}));
-    CheckCuts(true, samples::WriteFont(GoodFont()));
-    CheckCuts(true, samples::WriteFont(LeadingSampleFont()));
+    CheckCuts(false, files::WriteMessage(ends_with_rows));
+    CheckCuts(false, files::WriteMessage(GoodMessage()));
+    CheckCuts(false, files::WriteRgbaFile(714, {.width = 1, .height = 1, .pixels = files::Bytes(4, 9)}));
+    CheckCuts(true, files::WriteFont(GoodFont()));
+    CheckCuts(true, files::WriteFont(LeadingSampleFont()));
 }
 
 TEST(SmallFiles, AreReportedWhicheverBitIsFlipped) {
-    samples::MessageFile message = GoodMessage();
+    files::MessageFile message = GoodMessage();
     message.background.reset();
     message.palette->entries.resize(2);
-    CheckBits(false, samples::WriteMessage(message));
-    CheckBits(true, samples::WriteFont(GoodFont()));
+    CheckBits(false, files::WriteMessage(message));
+    CheckBits(true, files::WriteFont(GoodFont()));
 }
 
 }  // namespace

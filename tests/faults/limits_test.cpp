@@ -23,7 +23,7 @@ std::size_t Resident() {
 
 struct FontCase {
     const char* name;
-    void (*announce)(samples::FontFile&);
+    void (*announce)(files::FontFile&);
 };
 
 TEST(AnnouncedSize, OfAFontTakesNoMoreMemoryThanTheFileHolds) {
@@ -35,9 +35,9 @@ TEST(AnnouncedSize, OfAFontTakesNoMoreMemoryThanTheFileHolds) {
              {"a second sample", [](auto& font) { font.sample->b.width = font.sample->b.height = 32767; }},
              {"a stored glyph of 4 gigabytes", [](auto& font) { font.stored[67].length = ~0U; }},
          }) {
-        samples::FontFile font = GoodFont();
+        files::FontFile font = GoodFont();
         row.announce(font);
-        const samples::Bytes bytes = samples::WriteFont(font);
+        const files::Bytes bytes = files::WriteFont(font);
         font::LoadedFont loaded;
         failing::TakeLargestAllocation();
         font::LoadFont(bytes, loaded);
@@ -48,9 +48,9 @@ TEST(AnnouncedSize, OfAFontTakesNoMoreMemoryThanTheFileHolds) {
 // The host is promised a record for each announced row, so the block has its full size, but rows that the file doesn't
 // hold stay memory that was never touched.
 TEST(AnnouncedRows, OfAShortFileArentTouched) {
-    samples::MessageFile message = GoodMessage();
+    files::MessageFile message = GoodMessage();
     message.header.last_row = 65535;
-    const samples::Bytes bytes = samples::WriteMessage(message);
+    const files::Bytes bytes = files::WriteMessage(message);
     [[maybe_unused]] const std::size_t before = Resident();
     message::LoadedMessage loaded;
     message::LoadMessage(bytes, loaded);
@@ -66,21 +66,21 @@ class LargestFiles : public module_test::ModuleTest {};
 
 TEST_F(LargestFiles, AreImportedInBoundedTime) {
     constexpr unsigned kRows = 65536;
-    samples::FontFile font = module_test::PlainFont();
-    samples::MessageFile message;
+    files::FontFile font = module_test::PlainFont();
+    files::MessageFile message;
     for (unsigned slot = 0; slot < 16; ++slot) {
         message.header.font_numbers[slot] = static_cast<std::uint16_t>(slot + 1);
     }
     // The longest glyph there is, at the head of a megabyte of codes.
-    samples::RunCodes codes;
+    files::RunCodes codes;
     for (unsigned line = 0; line < 500; ++line) {
-        codes.insert(codes.end(), 499, samples::ColourRun(1, 255, 32));
-        codes.push_back(samples::EndOfLine());
+        codes.insert(codes.end(), 499, files::ColourRun(1, 255, 32));
+        codes.push_back(files::EndOfLine());
     }
     font.AddRunCoded('A', codes, 0, 0);
     for (unsigned slot = 0; slot < 16; ++slot) WriteFont(slot + 1, font);
-    message.rows.assign(kRows, samples::RowFromText(30, "B", 0, 5));
-    message.rows[0] = samples::RowFromText(30, std::string(63, 'A'), 0, 5);
+    message.rows.assign(kRows, files::RowFromText(30, "B", 0, 5));
+    message.rows[0] = files::RowFromText(30, std::string(63, 'A'), 0, 5);
     message.tabs.emplace().fields.assign(200, {.tab_start = 10, .tab_end = 20, .tab_row = 1});
     WriteMessage(message);
     const auto start = std::chrono::steady_clock::now();

@@ -5,13 +5,13 @@
 #include <optional>
 
 #include "faults/failing.h"
+#include "files/font_writer.h"
+#include "files/message_writer.h"
 #include "module/contract/zel_trans_export.h"
 #include "module/font/format/font_blocks.h"
 #include "module/state/module_state.h"
 #include "platform/framework/cwinapp.h"
 #include "platform/framework/exceptions.h"
-#include "samples/font_writer.h"
-#include "samples/message_writer.h"
 #include "samples/name_lists.h"
 
 namespace zel::faults {
@@ -117,27 +117,27 @@ void Do(std::string& log, Work&& work) {
 }  // namespace
 
 Machine::Machine() {
-    samples::FontFile codes, stored;
+    files::FontFile codes, stored;
     codes.header.font_name = "Quay Bold";
     codes.header.font_id_text = "5021";
-    codes.AddRunCoded('A', {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()}, 2, 9);
-    codes.header.font_flags |= samples::kHasCharTables;
+    codes.AddRunCoded('A', {files::ColourRun(1, 255, 4), files::EndOfLine(), files::EndOfGlyph()}, 2, 9);
+    codes.header.font_flags |= files::kHasCharTables;
     codes.aux_block.assign(10, 7);
     codes.word_table = {1, 2, 3};
-    codes.sample.emplace().a = {2, 2, samples::Bytes(4, 1)};
-    stored.AddStored('B', {.width = 2, .height = 3, .pixels = samples::Bytes(24, 0xFF)}, 0, 2);
-    samples::MessageFile message;
+    codes.sample.emplace().a = {2, 2, files::Bytes(4, 1)};
+    stored.AddStored('B', {.width = 2, .height = 3, .pixels = files::Bytes(24, 0xFF)}, 0, 2);
+    files::MessageFile message;
     message.header.font_numbers[0] = 1;
     message.header.font_numbers[1] = 2;
-    message.rows = {samples::RowFromText(60, "A", 100, 20), samples::RowFromText(120, "B", 100, 16, {.char_font = 1}),
-                    samples::EmptyRow(200)};
+    message.rows = {files::RowFromText(60, "A", 100, 20), files::RowFromText(120, "B", 100, 16, {.char_font = 1}),
+                    files::EmptyRow(200)};
     message.palette.emplace().entries.assign(256, 7);
     message.tabs.emplace().fields = {{.tab_start = 93, .tab_end = 193, .tab_row = 2}};
     std::filesystem::create_directory(m_room.Directory() / "MESSAGES");
     std::filesystem::create_directory(m_room.Directory() / "MACHINE");
-    m_room.Put("MACHINE/.0001", samples::WriteFont(codes));
-    m_room.Put("MACHINE/.0002", samples::WriteFont(stored));
-    m_room.Put("MESSAGES/.0001", samples::WriteMessage(message));
+    m_room.Put("MACHINE/.0001", files::WriteFont(codes));
+    m_room.Put("MACHINE/.0002", files::WriteFont(stored));
+    m_room.Put("MESSAGES/.0001", files::WriteMessage(message));
     m_room.PutText(samples::kBitstreamListName, samples::BitstreamList().Plain("Quay", 21).Written());
     m_room.PutText(samples::kTypefaceListName, samples::TypefaceList().Typeface("Arial", "Quay BT").Written());
     m_log.reserve(4096);

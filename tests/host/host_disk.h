@@ -9,10 +9,10 @@
 #include <gtest/gtest.h>
 
 #include "base/text.h"
+#include "files/font_writer.h"
+#include "files/message_writer.h"
 #include "host/run/import_run.h"
 #include "platform/script/memory_settings_store.h"
-#include "samples/font_writer.h"
-#include "samples/message_writer.h"
 #include "samples/name_lists.h"
 #include "samples/scratch_directory.h"
 #include "samples/write_file.h"
@@ -34,12 +34,12 @@ class HostDisk : public testing::Test {
 
     std::string Path(const std::string& name) const { return (m_scratch.Path() / name).string(); }
 
-    void WriteMessage(const samples::MessageFile& message, const std::string& name = ".0001") const {
-        samples::WriteWholeFile(Path("MESSAGES/" + name), samples::WriteMessage(message));
+    void WriteMessage(const files::MessageFile& message, const std::string& name = ".0001") const {
+        samples::WriteWholeFile(Path("MESSAGES/" + name), files::WriteMessage(message));
     }
-    void WriteFont(const samples::FontFile& font, unsigned number = 1) const {
+    void WriteFont(const files::FontFile& font, unsigned number = 1) const {
         samples::WriteWholeFile(Path("MACHINE/" + base::NumberedName(static_cast<int>(number))),
-                                samples::WriteFont(font));
+                                files::WriteFont(font));
     }
 
     run::ImportOutcome Import(std::vector<host::HostObserver*> observers = {}) {
@@ -48,23 +48,23 @@ class HostDisk : public testing::Test {
 
     /// A font whose characters A to C are blocks of the face colour on the baseline: 4 x 2 pixels, with a blank line
     /// above and below.
-    static samples::FontFile BlockFont() {
-        samples::FontFile font;
+    static files::FontFile BlockFont() {
+        files::FontFile font;
         font.header.font_name = "Block";
         font.header.font_id_text = "0001";
         font.header.font_height = 20;
-        const samples::RunCodes codes{samples::ColourRun(1, 255, 4), samples::EndOfLine(),
-                                      samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::EndOfGlyph()};
+        const files::RunCodes codes{files::ColourRun(1, 255, 4), files::EndOfLine(), files::ColourRun(1, 255, 4),
+                                    files::EndOfLine(), files::EndOfGlyph()};
         for (const unsigned code : {65U, 66U, 67U}) font.AddRunCoded(code, codes, 3, 4);
         return font;
     }
 
     /// A font whose character A is a stored glyph of 2 x 2 opaque red pixels.
-    static samples::FontFile StoredFont() {
-        samples::FontFile font;
+    static files::FontFile StoredFont() {
+        files::FontFile font;
         font.header.font_name = "Stored";
         font.header.font_height = 20;
-        samples::Bytes pixels;
+        files::Bytes pixels;
         for (int pixel = 0; pixel < 4; ++pixel) pixels.insert(pixels.end(), {255, 0, 0, 255});
         font.AddStored('A', {.width = 2, .height = 2, .pixels = pixels}, 2, 2);
         return font;
@@ -72,18 +72,18 @@ class HostDisk : public testing::Test {
 
     /// Writes StoredFont as font 1. The glyph's record is cut short by `missing` bytes.
     void WriteStoredFont(std::size_t missing) const {
-        const samples::Bytes bytes = samples::WriteFont(StoredFont());
+        const files::Bytes bytes = files::WriteFont(StoredFont());
         samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(bytes).first(bytes.size() - missing));
     }
 
     /// An NTSC message with `text` in font 1 as its only row, 100 pixels below the top of the picture.
-    static samples::MessageFile OneRow(std::string_view text) {
-        samples::MessageFile message;
+    static files::MessageFile OneRow(std::string_view text) {
+        files::MessageFile message;
         message.header.font_numbers[0] = 1;
-        samples::CharCell like;
+        files::CharCell like;
         like.char_y = 10;
         like.colour_set = 2;
-        message.rows.push_back(samples::RowFromText(120, text, 50, 10, like));
+        message.rows.push_back(files::RowFromText(120, text, 50, 10, like));
         message.rows.back().row_bottom = 20;
         return message;
     }

@@ -11,8 +11,8 @@ using inspect::FileReport;
 using inspect::Verdict;
 using testing::IsEmpty;
 
-FileReport Inspect(const samples::FontFile& font) {
-    return inspect::InspectBytes(samples::WriteFont(font), ".0012");
+FileReport Inspect(const files::FontFile& font) {
+    return inspect::InspectBytes(files::WriteFont(font), ".0012");
 }
 
 TEST(InspectFont, ReportsTheContentOfAWholeFont) {
@@ -39,14 +39,14 @@ TEST(InspectFont, ReportsTheContentOfAWholeFont) {
 }
 
 TEST(InspectFont, GivesTheReasonForEachDamage) {
-    using F = samples::FontFile;
+    using F = files::FontFile;
     constexpr BreakCase<F> kCases[] = {
         // Run codes
         {[](F& f) { f.directory[65].glyph_offset = 5000; }, kReadable,
          "1 run-coded glyph begins after the encoding data (code 65 'A')"},
         {[](F& f) { f.encoding.resize(f.encoding.size() - 4); }, kReadable,
          "1 run-coded glyph runs past the end of the encoding data (code 66 'B')"},
-        {[](F& f) { f.AddRunCoded(70, samples::RunCodes(501, samples::EndOfLine()), 0, 0); }, kReadable,
+        {[](F& f) { f.AddRunCoded(70, files::RunCodes(501, files::EndOfLine()), 0, 0); }, kReadable,
          "1 run-coded glyph continues past 500 lines"},
         {[](F& f) { f.directory[65].glyph_offset = f.directory[66].glyph_offset = 5000; }, kReadable,
          "2 run-coded glyphs begin after the encoding data (codes 65 'A', 66 'B')"},

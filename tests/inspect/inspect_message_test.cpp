@@ -12,15 +12,15 @@ using inspect::Verdict;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-FileReport Inspect(const samples::MessageFile& message) {
-    return inspect::InspectBytes(samples::WriteMessage(message), ".0012");
+FileReport Inspect(const files::MessageFile& message) {
+    return inspect::InspectBytes(files::WriteMessage(message), ".0012");
 }
 
 TEST(InspectMessage, ReadsARowAlongItsChainAndCutsTheTextWhereTheFontChanges) {
-    samples::MessageFile message = GoodMessage();
+    files::MessageFile message = GoodMessage();
     message.rows[0].cells[3].char_font = 2;
     const unsigned places[] = {3, 1, 0, 2};
-    samples::ShuffleRecords(message.rows[0], places);
+    files::ShuffleRecords(message.rows[0], places);
     const FileReport report = Inspect(message);
     EXPECT_THAT(report.message->rows[0].runs, ElementsAre("NEW", "S"));
     EXPECT_THAT(report.message->rows[0].slots, ElementsAre(0, 2));
@@ -28,7 +28,7 @@ TEST(InspectMessage, ReadsARowAlongItsChainAndCutsTheTextWhereTheFontChanges) {
 }
 
 TEST(InspectMessage, GivesTheReasonForEachDamage) {
-    using M = samples::MessageFile;
+    using M = files::MessageFile;
     constexpr BreakCase<M> kCases[] = {
         // Chains
         {[](M& m) { m.rows[0].first_char = 40; }, kReadable,
@@ -70,7 +70,7 @@ TEST(InspectMessage, GivesTheReasonForEachDamage) {
          kBroken, "its background is cut short, 8 of 3,074 bytes present"},
         {[](M& m) { m.tabs->tab_version = 1; }, kBroken, "its tab table is of version 1, but only 2 is known"},
         {[](M& m) { m.tabs->tab_words = 2613; }, kBroken, "its tab table has 201 records, but at most 200 are read"},
-        {[](M& m) { m = {.header = {.last_row = 9}, .rows = {samples::EmptyRow(60)}}; }, kReadable,
+        {[](M& m) { m = {.header = {.last_row = 9}, .rows = {files::EmptyRow(60)}}; }, kReadable,
          "rows 1 to 9 are missing"},
         {[](M& m) {
              m.tail = {1, 2, 3};
@@ -87,8 +87,8 @@ TEST(InspectMessage, GivesTheReasonForEachDamage) {
 }
 
 TEST(InspectMessage, ReportsTheRowInWhichTheFileEnds) {
-    samples::MessageOffsets offsets;
-    samples::Bytes bytes = samples::WriteMessage(GoodMessage(), &offsets);
+    files::MessageOffsets offsets;
+    files::Bytes bytes = files::WriteMessage(GoodMessage(), &offsets);
     bytes.resize(offsets.rows + 8 + 4 * 8 + 8 + 2 * 8 + 3);
     const FileReport report = inspect::InspectBytes(bytes, ".0012");
     EXPECT_EQ(report.verdict, Verdict::kBroken);
@@ -97,16 +97,16 @@ TEST(InspectMessage, ReportsTheRowInWhichTheFileEnds) {
     EXPECT_THAT(report.message->rows[1].runs, ElementsAre("at"));
 }
 
-samples::StoredGlyph GoodPicture() {
-    return {.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
+files::StoredGlyph GoodPicture() {
+    return {.width = 4, .height = 4, .pixels = files::Bytes(64, 9)};
 }
 
-FileReport InspectPicture(const samples::StoredGlyph& picture) {
-    return inspect::InspectBytes(samples::WriteRgbaFile(717, picture), ".0020");
+FileReport InspectPicture(const files::StoredGlyph& picture) {
+    return inspect::InspectBytes(files::WriteRgbaFile(717, picture), ".0020");
 }
 
 TEST(InspectPicture, GivesTheReasonForEachDamage) {
-    using P = samples::StoredGlyph;
+    using P = files::StoredGlyph;
     constexpr BreakCase<P> kCases[] = {
         {[](P&) {}, kWhole, ""},
         {[](P& p) { p.length = 77; }, kReadable, "is cut short by the file's end"},

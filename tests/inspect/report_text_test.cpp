@@ -16,9 +16,9 @@ namespace {
 using testing::HasSubstr;
 
 TEST(ReportText, OfAMessageIsLaidOutForAPerson) {
-    samples::MessageFile message = GoodMessage();
+    files::MessageFile message = GoodMessage();
     message.tabs->fields[1].tab_row = 9;
-    const std::string text = inspect::ReportText(inspect::InspectBytes(samples::WriteMessage(message), "d/.0012"));
+    const std::string text = inspect::ReportText(inspect::InspectBytes(files::WriteMessage(message), "d/.0012"));
     EXPECT_EQ(text, R"(d/.0012: message, readable, with defects
   Size        4,476 bytes, file type 702 "MESSAGE"
   Standard    NTSC, 486 lines
@@ -54,15 +54,15 @@ TEST(ReportText, OfAMessageIsLaidOutForAPerson) {
 }
 
 TEST(ReportText, StaysWithinAScreenOrTwoForAFullMessage) {
-    samples::MessageFile message;
+    files::MessageFile message;
     message.header.font_numbers.fill(12345);
     for (unsigned row = 0; row < 64; ++row) {
-        message.rows.push_back(samples::RowFromText(row * 8, std::string(63, 'M'), 0, 10, {.char_code = 'M'}));
+        message.rows.push_back(files::RowFromText(row * 8, std::string(63, 'M'), 0, 10, {.char_code = 'M'}));
         for (unsigned k = 0; k < 63; ++k) message.rows.back().cells[k].char_font = k % 16;
     }
     message.tabs.emplace();
     message.tabs->fields.assign(200, {.tab_start = 9, .tab_end = 8});
-    const std::string text = inspect::ReportText(inspect::InspectBytes(samples::WriteMessage(message), ".0001"));
+    const std::string text = inspect::ReportText(inspect::InspectBytes(files::WriteMessage(message), ".0001"));
     EXPECT_LE(std::ranges::count(text, '\n'), 85);
     EXPECT_THAT(text, HasSubstr("and 40 more rows"));
     EXPECT_THAT(text, HasSubstr("and 188 more tab fields"));
@@ -70,11 +70,11 @@ TEST(ReportText, StaysWithinAScreenOrTwoForAFullMessage) {
 }
 
 TEST(ReportText, PrintsNoByteOfTheFileThatATerminalWouldObey) {
-    samples::MessageFile message = GoodMessage();
+    files::MessageFile message = GoodMessage();
     message.psos.type_name = "\x1B[2J\xFF";
     message.rows[0].cells[0].char_code = 7;
     message.tabs->fields[0].tab_name = "\r\x9B";
-    const std::string text = inspect::ReportText(inspect::InspectBytes(samples::WriteMessage(message), "a\nb"));
+    const std::string text = inspect::ReportText(inspect::InspectBytes(files::WriteMessage(message), "a\nb"));
     EXPECT_TRUE(std::ranges::all_of(text, [](char c) { return c == '\n' || (c >= ' ' && c <= '~'); }));
     EXPECT_THAT(text, HasSubstr(R"(a\x0Ab: message)"));
     EXPECT_THAT(text, HasSubstr(R"("\x1B[2J\xFF")"));

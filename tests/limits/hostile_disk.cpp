@@ -12,17 +12,17 @@ HostileDisk::HostileDisk() {
     for (const char* directory : {"MESSAGES", "MACHINE"}) std::filesystem::create_directory(Path() / directory);
 }
 
-void HostileDisk::Write(const std::filesystem::path& name, const samples::Bytes& bytes, std::uintmax_t size) const {
+void HostileDisk::Write(const std::filesystem::path& name, const files::Bytes& bytes, std::uintmax_t size) const {
     samples::WriteWholeFile(Path() / name, bytes);
     std::filesystem::resize_file(Path() / name, std::max<std::uintmax_t>(size, bytes.size()));
 }
 
-void HostileDisk::WriteMessage(const samples::MessageFile& message, std::uintmax_t size) const {
-    Write("MESSAGES/.0001", samples::WriteMessage(message), size);
+void HostileDisk::WriteMessage(const files::MessageFile& message, std::uintmax_t size) const {
+    Write("MESSAGES/.0001", files::WriteMessage(message), size);
 }
 
-void HostileDisk::WriteFont(unsigned number, const samples::FontFile& font, std::uintmax_t size) const {
-    Write("MACHINE/" + base::NumberedName(static_cast<int>(number)), samples::WriteFont(font), size);
+void HostileDisk::WriteFont(unsigned number, const files::FontFile& font, std::uintmax_t size) const {
+    Write("MACHINE/" + base::NumberedName(static_cast<int>(number)), files::WriteFont(font), size);
 }
 
 void HostileDisk::WriteLibrary(const std::string& document, const std::string& picture) const {

@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <string>
 
-#include "samples/font_writer.h"
-#include "samples/message_writer.h"
+#include "files/font_writer.h"
+#include "files/message_writer.h"
 #include "samples/scratch_directory.h"
 
 namespace zel::limits {
@@ -19,11 +19,11 @@ class HostileDisk {
 
     /// Writes MESSAGES/.0001.
     /// @param size  of the file in bytes, if it is to be larger: the rest is a hole, which takes no space.
-    void WriteMessage(const samples::MessageFile& message, std::uintmax_t size = 0) const;
+    void WriteMessage(const files::MessageFile& message, std::uintmax_t size = 0) const;
     /// Writes any file. @param size  as for a message.
-    void Write(const std::filesystem::path& name, const samples::Bytes& bytes, std::uintmax_t size) const;
+    void Write(const std::filesystem::path& name, const files::Bytes& bytes, std::uintmax_t size) const;
     /// Writes MACHINE/.<number>. @param size  as for a message.
-    void WriteFont(unsigned number, const samples::FontFile& font, std::uintmax_t size = 0) const;
+    void WriteFont(unsigned number, const files::FontFile& font, std::uintmax_t size = 0) const;
     /// Writes the library `lib` with one recording, number 1 of the disk without a name.
     /// @param document  the recorded document.
     /// @param picture   the recorded picture, as PNG.

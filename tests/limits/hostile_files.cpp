@@ -11,18 +11,18 @@ namespace {
 
 constexpr unsigned kFonts = 16, kColourSets = 8;
 constexpr unsigned kLongestRow = 63;
-constexpr unsigned kFirstCode = 33, kCodes = samples::kFontCharCount - kFirstCode;
+constexpr unsigned kFirstCode = 33, kCodes = files::kFontCharCount - kFirstCode;
 constexpr unsigned kMebibyte = 1U << 20;
 
 /// A message of full rows of different characters, which name all slots and colour sets in turn.
 /// @param fonts  number of slots in use.
-samples::MessageFile FullRows(unsigned rows, unsigned fonts, unsigned colour_sets) {
-    samples::MessageFile message;
+files::MessageFile FullRows(unsigned rows, unsigned fonts, unsigned colour_sets) {
+    files::MessageFile message;
     for (unsigned slot = 0; slot < fonts; ++slot)
         message.header.font_numbers[slot] = static_cast<std::uint16_t>(slot + 1);
     unsigned number = 0;
     for (unsigned row = 0; row < rows; ++row) {
-        samples::RowText text;
+        files::RowText text;
         text.row_y = 10 + row % 400;
         for (unsigned n = 0; n < kLongestRow; ++n, ++number) {
             text.cells.push_back({.char_x = n,
@@ -30,22 +30,22 @@ samples::MessageFile FullRows(unsigned rows, unsigned fonts, unsigned colour_set
                                   .char_font = number / kCodes % fonts,
                                   .char_code = kFirstCode + number % kCodes});
         }
-        samples::ChainInOrder(text);
+        files::ChainInOrder(text);
         message.rows.push_back(text);
     }
-    message.palette.emplace().entries.assign(256, samples::PaletteEntry(0x12, 0x34, 0x56));
+    message.palette.emplace().entries.assign(256, files::PaletteEntry(0x12, 0x34, 0x56));
     return message;
 }
 
-samples::FontFile EmptyFont(unsigned height = 40) {
-    samples::FontFile font;
+files::FontFile EmptyFont(unsigned height = 40) {
+    files::FontFile font;
     font.header.font_name = "Wide";
     font.header.font_height = static_cast<int>(height);
     return font;
 }
 
 /// Adds glyphs of all codes that share their run codes, from places a code apart.
-void AddShared(samples::FontFile& font, const samples::RunCodes& codes) {
+void AddShared(files::FontFile& font, const files::RunCodes& codes) {
     font.AddRunCoded(kFirstCode, codes, 3, 4);
     for (unsigned n = 1; n < kCodes; ++n) {
         font.directory.at(kFirstCode + n) = font.directory.at(kFirstCode);
@@ -56,11 +56,11 @@ void AddShared(samples::FontFile& font, const samples::RunCodes& codes) {
 /// Characters whose glyphs have a line of `runs` runs and are 501 lines high, in fonts that differ and in all colour
 /// sets.
 void WriteWideGlyphs(const HostileDisk& disk, unsigned runs, unsigned fonts) {
-    samples::RunCodes codes(runs, samples::ColourRun(samples::kFaceIndex, 255, samples::kLongestRun));
-    codes.resize(codes.size() + 500, samples::EndOfLine());
-    codes.push_back(samples::EndOfGlyph());
+    files::RunCodes codes(runs, files::ColourRun(files::kFaceIndex, 255, files::kLongestRun));
+    codes.resize(codes.size() + 500, files::EndOfLine());
+    codes.push_back(files::EndOfGlyph());
     for (unsigned slot = 0; slot < fonts; ++slot) {
-        samples::FontFile font = EmptyFont(40 + slot);
+        files::FontFile font = EmptyFont(40 + slot);
         AddShared(font, codes);
         font.encoding.resize(font.encoding.size() + 4 * slot);
         disk.WriteFont(slot + 1, font);
@@ -80,13 +80,13 @@ void WideGlyphsOfManyFonts(const HostileDisk& disk) {
 
 /// Glyphs as large as the picture, over one another in every row.
 void GlyphsOverOneAnother(const HostileDisk& disk) {
-    samples::RunCodes codes;
+    files::RunCodes codes;
     for (unsigned line = 0; line < 480; ++line) {
-        codes.insert(codes.end(), 22, samples::ColourRun(samples::kFaceIndex, 128, samples::kLongestRun));
-        codes.push_back(samples::EndOfLine());
+        codes.insert(codes.end(), 22, files::ColourRun(files::kFaceIndex, 128, files::kLongestRun));
+        codes.push_back(files::EndOfLine());
     }
-    codes.push_back(samples::EndOfGlyph());
-    samples::FontFile font = EmptyFont();
+    codes.push_back(files::EndOfGlyph());
+    files::FontFile font = EmptyFont();
     AddShared(font, codes);
     disk.WriteFont(1, font);
     disk.WriteMessage(FullRows(20, 1, 1));
@@ -95,11 +95,11 @@ void GlyphsOverOneAnother(const HostileDisk& disk) {
 /// Characters of typefaces of 2000 lines, each with a border or a shadow of 255.
 void TallTypefaces(const HostileDisk& disk) {
     for (unsigned slot = 0; slot < kFonts; ++slot) {
-        samples::FontFile font = EmptyFont(2000 - slot);
+        files::FontFile font = EmptyFont(2000 - slot);
         font.header.font_name = "TT Sans";
         font.header.edge_type = 1 + slot % 2;
         font.header.edge_size = 255;
-        AddShared(font, samples::RunCodes(kCodes + 1, samples::ColourRun(samples::kFaceIndex, 255, 9)));
+        AddShared(font, files::RunCodes(kCodes + 1, files::ColourRun(files::kFaceIndex, 255, 9)));
         disk.WriteFont(slot + 1, font);
     }
     disk.WriteMessage(FullRows(60, kFonts, 1));
@@ -107,16 +107,16 @@ void TallTypefaces(const HostileDisk& disk) {
 
 /// As many rows as a header can announce.
 void EmptyRows(const HostileDisk& disk) {
-    samples::MessageFile message;
-    message.rows.assign(65536, samples::EmptyRow(100));
+    files::MessageFile message;
+    message.rows.assign(65536, files::EmptyRow(100));
     disk.WriteMessage(message);
 }
 
 /// As many tab fields as are read, each over the whole width.
 void ManyTabFields(const HostileDisk& disk) {
-    samples::MessageFile message = FullRows(1, 1, 1);
-    message.rows.resize(64, samples::RowFromText(100, "A", 10, 10));
-    samples::TabTable& tabs = message.tabs.emplace();
+    files::MessageFile message = FullRows(1, 1, 1);
+    message.rows.resize(64, files::RowFromText(100, "A", 10, 10));
+    files::TabTable& tabs = message.tabs.emplace();
     for (unsigned n = 0; n < 200; ++n)
         tabs.fields.push_back({.tab_start = 0, .tab_end = 719, .tab_name = "WWWWWWWWWWWWWWWW", .tab_row = n % 64});
     disk.WriteFont(1, EmptyFont());
@@ -125,8 +125,8 @@ void ManyTabFields(const HostileDisk& disk) {
 
 /// Fonts whose encoding data are a hole of a size, and as many bytes after them.
 void WriteSparseFonts(const HostileDisk& disk, unsigned encoding_size, unsigned file_size, unsigned message_size = 0) {
-    samples::FontFile font = EmptyFont();
-    font.AddRunCoded(kFirstCode, {samples::EndOfGlyph()}, 3, 4);
+    files::FontFile font = EmptyFont();
+    font.AddRunCoded(kFirstCode, {files::EndOfGlyph()}, 3, 4);
     font.header.encoding_size = encoding_size;
     for (unsigned slot = 0; slot < kFonts; ++slot) disk.WriteFont(slot + 1, font, file_size);
     disk.WriteMessage(FullRows(4, kFonts, 1), message_size);
@@ -149,7 +149,7 @@ void LargeSparseFiles(const HostileDisk& disk) {
 
 /// A stored glyph of 8192 x 8192 pixels, all a hole.
 void LargeStoredGlyph(const HostileDisk& disk) {
-    samples::FontFile font = EmptyFont();
+    files::FontFile font = EmptyFont();
     font.AddStored(kFirstCode, {.width = 8192, .height = 8192, .length = 256U << 20}, 3, 4);
     disk.WriteFont(1, font, 257 * kMebibyte);
     disk.WriteMessage(FullRows(1, 1, 1));
@@ -157,7 +157,7 @@ void LargeStoredGlyph(const HostileDisk& disk) {
 
 /// Stored glyphs that announce 1024 x 1023 pixels and contain none.
 void ManyStoredGlyphs(const HostileDisk& disk) {
-    samples::FontFile font = EmptyFont();
+    files::FontFile font = EmptyFont();
     for (unsigned n = 0; n < kCodes; ++n)
         font.AddStored(kFirstCode + n, {.width = 1024, .height = 1023, .length = 12}, 3, 4);
     disk.WriteFont(1, font);
@@ -168,9 +168,9 @@ void ManyStoredGlyphs(const HostileDisk& disk) {
 void StayCodes(const HostileDisk& disk) {
     constexpr unsigned kSlots = 4;
     for (unsigned slot = 0; slot < kSlots; ++slot) {
-        samples::FontFile font = EmptyFont(40 + slot);
-        samples::RunCodes codes(kMebibyte / 4 + slot * 16, samples::BlendedStay(samples::kFaceIndex, 128));
-        codes.push_back(samples::EndOfGlyph());
+        files::FontFile font = EmptyFont(40 + slot);
+        files::RunCodes codes(kMebibyte / 4 + slot * 16, files::BlendedStay(files::kFaceIndex, 128));
+        codes.push_back(files::EndOfGlyph());
         AddShared(font, codes);
         disk.WriteFont(slot + 1, font);
     }
@@ -179,7 +179,7 @@ void StayCodes(const HostileDisk& disk) {
 
 /// An RGBA picture of 4096 x 4096 pixels, all a hole.
 void LargeRgbaPicture(const HostileDisk& disk) {
-    disk.Write("MESSAGES/.0001", samples::WriteRgbaFile(717, {.width = 4096, .height = 4096, .length = 65 * kMebibyte}),
+    disk.Write("MESSAGES/.0001", files::WriteRgbaFile(717, {.width = 4096, .height = 4096, .length = 65 * kMebibyte}),
                66 * kMebibyte);
 }
 

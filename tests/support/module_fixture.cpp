@@ -99,12 +99,12 @@ void ModuleTest::WriteFile(std::string_view name, std::string_view text) const {
     samples::WriteWholeFile(Native(name), text);
 }
 
-void ModuleTest::WriteMessage(const samples::MessageFile& message, const std::string& name) const {
-    WriteFile("MESSAGES/" + name, samples::WriteMessage(message));
+void ModuleTest::WriteMessage(const files::MessageFile& message, const std::string& name) const {
+    WriteFile("MESSAGES/" + name, files::WriteMessage(message));
 }
 
-void ModuleTest::WriteFont(unsigned number, const samples::FontFile& font) const {
-    WriteFile("MACHINE/" + base::NumberedName(static_cast<int>(number)), samples::WriteFont(font));
+void ModuleTest::WriteFont(unsigned number, const files::FontFile& font) const {
+    WriteFile("MACHINE/" + base::NumberedName(static_cast<int>(number)), files::WriteFont(font));
 }
 
 void ModuleTest::Import(const std::string& name) {
@@ -170,21 +170,21 @@ std::string Joined(const std::vector<std::string>& texts) {
     return all;
 }
 
-samples::FontFile PlainFont(std::string_view name, std::string_view characters) {
-    samples::FontFile font;
+files::FontFile PlainFont(std::string_view name, std::string_view characters) {
+    files::FontFile font;
     font.header.font_name = name;
     font.header.font_height = 40;
     for (const char c : characters) {
         font.AddRunCoded(static_cast<unsigned char>(c),
-                         {samples::ColourRun(1, 255, 4), samples::EndOfLine(), samples::ColourRun(2, 255, 3),
-                          samples::EndOfLine(), samples::EndOfGlyph()},
+                         {files::ColourRun(1, 255, 4), files::EndOfLine(), files::ColourRun(2, 255, 3),
+                          files::EndOfLine(), files::EndOfGlyph()},
                          10, 5);
     }
     return font;
 }
 
-samples::StoredGlyph SolidGlyph(unsigned width, unsigned height, unsigned flags_word) {
-    samples::StoredGlyph glyph;
+files::StoredGlyph SolidGlyph(unsigned width, unsigned height, unsigned flags_word) {
+    files::StoredGlyph glyph;
     glyph.width = width;
     glyph.height = height;
     glyph.flags_word = flags_word;
@@ -192,8 +192,8 @@ samples::StoredGlyph SolidGlyph(unsigned width, unsigned height, unsigned flags_
     return glyph;
 }
 
-samples::MessageFile MessageOf(std::vector<samples::RowText> rows) {
-    samples::MessageFile message;
+files::MessageFile MessageOf(std::vector<files::RowText> rows) {
+    files::MessageFile message;
     message.header.font_numbers[0] = 1;
     message.rows = std::move(rows);
     return message;

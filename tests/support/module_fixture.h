@@ -10,13 +10,13 @@
 
 #include <gtest/gtest.h>
 
+#include "files/font_writer.h"
+#include "files/message_writer.h"
 #include "module/contract/records/char_inf.h"
 #include "module/contract/zel_font.h"
 #include "module/contract/zel_trans_dlg.h"
 #include "platform/script/headless_desktop.h"
 #include "platform/script/memory_settings_store.h"
-#include "samples/font_writer.h"
-#include "samples/message_writer.h"
 #include "samples/scratch_directory.h"
 
 namespace zel::module_test {
@@ -65,8 +65,8 @@ class ModuleTest : public testing::Test {
     std::filesystem::path Native(std::string_view name) const { return m_disk.Path() / name; }
     void WriteFile(std::string_view name, std::span<const std::uint8_t> bytes) const;
     void WriteFile(std::string_view name, std::string_view text) const;
-    void WriteMessage(const samples::MessageFile& message, const std::string& name = ".0001") const;
-    void WriteFont(unsigned number, const samples::FontFile& font) const;
+    void WriteMessage(const files::MessageFile& message, const std::string& name = ".0001") const;
+    void WriteFont(unsigned number, const files::FontFile& font) const;
 
     /// Imports D:\MESSAGES\<name> without a dialog.
     void Import(const std::string& name = ".0001");
@@ -122,12 +122,12 @@ std::string Joined(const std::vector<std::string>& texts);
 
 /// A plain font, 40 pixels high, named `name`. The codes of `characters` have run-coded glyphs, 4 pixels wide and 2
 /// high, with top 10 and metric 5.
-samples::FontFile PlainFont(std::string_view name = "Plain", std::string_view characters = "ABC");
+files::FontFile PlainFont(std::string_view name = "Plain", std::string_view characters = "ABC");
 
 /// A stored glyph of one colour.
-samples::StoredGlyph SolidGlyph(unsigned width, unsigned height, unsigned flags_word = 0);
+files::StoredGlyph SolidGlyph(unsigned width, unsigned height, unsigned flags_word = 0);
 
 /// A message of these rows, with font 1 in slot 0.
-samples::MessageFile MessageOf(std::vector<samples::RowText> rows);
+files::MessageFile MessageOf(std::vector<files::RowText> rows);
 
 }  // namespace zel::module_test

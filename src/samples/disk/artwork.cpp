@@ -10,7 +10,7 @@ namespace {
 
 constexpr Paint kClear{0, 0, 0, 0};
 
-void Append(const Paint& paint, Bytes& pixels) {
+void Append(const Paint& paint, files::Bytes& pixels) {
     const auto part = [](double value) {
         return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0, 255.0)));
     };
@@ -43,7 +43,7 @@ bool InRounded(double x, double y, double width, double height, double radius) {
 }
 
 /// A plate that fades out to the right, with a bright line along its top and a coloured block at its left end.
-StoredGlyph PaintLowerThird() {
+files::StoredGlyph PaintLowerThird() {
     constexpr unsigned kWidth = 584, kHeight = 92;
     return PaintPicture(kWidth, kHeight, [](double x, double y) -> Paint {
         const double fade = std::clamp((kWidth - x) / 180.0, 0.0, 1.0);
@@ -56,14 +56,14 @@ StoredGlyph PaintLowerThird() {
     });
 }
 
-StoredGlyph PaintRule() {
+files::StoredGlyph PaintRule() {
     return PaintPicture(576, 4, [](double x, double y) -> Paint {
         const double fade = std::clamp(std::min(x, 576 - x) / 60, 0.0, 1.0);
         return y < 2 ? Paint{236, 190, 84, fade} : Paint{40, 30, 10, 0.7 * fade};
     });
 }
 
-StoredGlyph PaintStrip(const Paint& top, const Paint& foot) {
+files::StoredGlyph PaintStrip(const Paint& top, const Paint& foot) {
     constexpr unsigned kWidth = 576, kHeight = 38;
     return PaintPicture(kWidth, kHeight, [&](double x, double y) {
         return InRounded(x, y, kWidth, kHeight, 6) ? Mix(top, foot, y / kHeight) : kClear;
@@ -79,7 +79,7 @@ Paint CloudPaint(double y) {
     return Mix({250, 252, 255, 1}, {168, 182, 200, 1}, (y - 9) / 23);
 }
 
-StoredGlyph PaintSun() {
+files::StoredGlyph PaintSun() {
     return PaintPicture(48, 40, [](double x, double y) -> Paint {
         const double angle = std::atan2(y - 20, x - 24) / std::acos(-1.0) * 6;  // 12 rays
         const double distance = std::hypot(x - 24, y - 20);
@@ -90,11 +90,11 @@ StoredGlyph PaintSun() {
     });
 }
 
-StoredGlyph PaintCloud() {
+files::StoredGlyph PaintCloud() {
     return PaintPicture(48, 40, [](double x, double y) { return InCloud(x, y) ? CloudPaint(y) : kClear; });
 }
 
-StoredGlyph PaintRain() {
+files::StoredGlyph PaintRain() {
     return PaintPicture(48, 40, [](double x, double y) -> Paint {
         if (InCloud(x, y + 4)) return Over({90, 104, 126, 0.45}, CloudPaint(y + 4));
         const double along = x + (y - 30) * 0.45;  // drops fall to the left
@@ -129,8 +129,8 @@ Paint Over(const Paint& over, const Paint& under) {
     return paint;
 }
 
-StoredGlyph PaintPixels(unsigned width, unsigned height, const std::function<Paint(unsigned, unsigned)>& paint) {
-    StoredGlyph glyph;
+files::StoredGlyph PaintPixels(unsigned width, unsigned height, const std::function<Paint(unsigned, unsigned)>& paint) {
+    files::StoredGlyph glyph;
     glyph.width = width;
     glyph.height = height;
     for (unsigned y = 0; y < height; ++y) {
@@ -139,7 +139,7 @@ StoredGlyph PaintPixels(unsigned width, unsigned height, const std::function<Pai
     return glyph;
 }
 
-StoredGlyph PaintPicture(unsigned width, unsigned height, const std::function<Paint(double, double)>& paint) {
+files::StoredGlyph PaintPicture(unsigned width, unsigned height, const std::function<Paint(double, double)>& paint) {
     constexpr unsigned kPoints = 4;
     return PaintPixels(width, height, [&](unsigned x, unsigned y) {
         Paint sum = kClear;
@@ -156,7 +156,7 @@ StoredGlyph PaintPicture(unsigned width, unsigned height, const std::function<Pa
     });
 }
 
-StoredGlyph PaintArtwork(Artwork which) {
+files::StoredGlyph PaintArtwork(Artwork which) {
     switch (which) {
         case Artwork::kLowerThird:
             return PaintLowerThird();
@@ -176,7 +176,7 @@ StoredGlyph PaintArtwork(Artwork which) {
     return {};
 }
 
-StoredGlyph PaintStationMark() {
+files::StoredGlyph PaintStationMark() {
     constexpr double kMargin = 12;  // around the mark, for its shadow
     return PaintPicture(144, 144, [](double x, double y) {
         const double from_mark = std::hypot(x - 72, y - 75) - 54;
@@ -185,7 +185,7 @@ StoredGlyph PaintStationMark() {
     });
 }
 
-StoredGlyph PaintBackdrop() {
+files::StoredGlyph PaintBackdrop() {
     return PaintPixels(720, 486, [](unsigned x, unsigned y) {
         const Paint ground = Mix({20, 44, 96, 1}, {6, 12, 34, 1}, y / 485.0);
         const double glow = std::exp(-std::pow((y - 330.0) / 90, 2)) * std::exp(-std::pow((x - 210.0) / 300, 2));

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "samples/font_writer.h"
+#include "files/font_writer.h"
 
 /// Pictures in colour as stored glyphs: alpha first, colours multiplied by alpha.
 namespace zel::samples {
@@ -20,10 +20,11 @@ Paint Over(const Paint& over, const Paint& under);
 
 /// Paints a picture point by point; each pixel is the mean of 4 x 4 points, which smooths every outline.
 /// @param paint  is called with a point in pixels from the upper left corner.
-StoredGlyph PaintPicture(unsigned width, unsigned height, const std::function<Paint(double x, double y)>& paint);
+files::StoredGlyph PaintPicture(unsigned width, unsigned height, const std::function<Paint(double x, double y)>& paint);
 
 /// Paints a picture pixel by pixel. @param paint  is called with column and row.
-StoredGlyph PaintPixels(unsigned width, unsigned height, const std::function<Paint(unsigned x, unsigned y)>& paint);
+files::StoredGlyph PaintPixels(unsigned width, unsigned height,
+                               const std::function<Paint(unsigned x, unsigned y)>& paint);
 
 /// The pictures of the demonstration disk's artwork font, with their character codes.
 enum class Artwork : unsigned {
@@ -35,11 +36,11 @@ enum class Artwork : unsigned {
     kCloud = '2',
     kRain = '3',
 };
-StoredGlyph PaintArtwork(Artwork which);
+files::StoredGlyph PaintArtwork(Artwork which);
 
 /// The pictures of the RGBA files: a round station mark with a soft shadow, and a full-screen background.
-StoredGlyph PaintStationMark();
-StoredGlyph PaintBackdrop();
+files::StoredGlyph PaintStationMark();
+files::StoredGlyph PaintBackdrop();
 
 /// The colour of a metal letter at a height, from 0 at its bottom to 1 at its top.
 Paint Chrome(double height);

@@ -18,7 +18,7 @@ void Picture(Page& page, const FontShelf& fonts, Artwork which, int left, int to
     page.Line(top, fonts.artwork, kLight, left, std::string(1, static_cast<char>(which)));
 }
 
-MessageFile LowerThird(const FontShelf& fonts) {
+files::MessageFile LowerThird(const FontShelf& fonts) {
     Page page;
     Picture(page, fonts, Artwork::kLowerThird, kSafeLeft, 344);
     page.Line(386, fonts.lantern_bold_38, kWhite, 98, "Margit Alden");
@@ -26,7 +26,7 @@ MessageFile LowerThird(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile FullScreenList(const FontShelf& fonts) {
+files::MessageFile FullScreenList(const FontShelf& fonts) {
     constexpr std::array<const char*, 6> kPoints{"Ferry fares frozen until spring",   "New lifeboat named at Ellery",
                                                  "Orchard growers expect late frost", "Library opens on Sundays",
                                                  "Bridge works: one lane to Friday",  "Choir wins the northern cup"};
@@ -42,7 +42,7 @@ MessageFile FullScreenList(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile Score(const FontShelf& fonts) {
+files::MessageFile Score(const FontShelf& fonts) {
     Page page;
     page.Line(92, fonts.lantern_shade_32, kAmber, kScreenCentre, "NORTHERN CUP", Align::kCentre, 5);
     Picture(page, fonts, Artwork::kRule, kSafeLeft, 108);
@@ -58,7 +58,7 @@ MessageFile Score(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile Credits(const FontShelf& fonts) {
+files::MessageFile Credits(const FontShelf& fonts) {
     struct Credit {
         const char* role;
         const char* name;
@@ -77,7 +77,7 @@ MessageFile Credits(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile Clock(const FontShelf& fonts) {
+files::MessageFile Clock(const FontShelf& fonts) {
     Page page;
     page.Line(188, fonts.lantern_28, kSteel, kScreenCentre, "THE NEWS FOLLOWS AT NINE", Align::kCentre, 4);
     Picture(page, fonts, Artwork::kRule, kSafeLeft, 208);
@@ -87,7 +87,7 @@ MessageFile Clock(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile Weather(const FontShelf& fonts) {
+files::MessageFile Weather(const FontShelf& fonts) {
     struct Town {
         const char* name;
         Artwork sky;
@@ -115,7 +115,7 @@ MessageFile Weather(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile Prices(const FontShelf& fonts) {
+files::MessageFile Prices(const FontShelf& fonts) {
     struct Share {
         const char* name;
         const char* price;
@@ -142,7 +142,7 @@ MessageFile Prices(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile Ident(const FontShelf& fonts) {
+files::MessageFile Ident(const FontShelf& fonts) {
     Page page;
     Picture(page, fonts, Artwork::kRule, kSafeLeft, 182);
     page.Line(260, fonts.chrome_64, kLight, kScreenCentre, "Coastal Nine", Align::kCentre, 2);
@@ -151,7 +151,7 @@ MessageFile Ident(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile PalProgramme(const FontShelf& fonts) {
+files::MessageFile PalProgramme(const FontShelf& fonts) {
     struct Programme {
         const char* time;
         const char* name;
@@ -178,15 +178,15 @@ MessageFile PalProgramme(const FontShelf& fonts) {
 }  // namespace
 
 std::vector<DiskMessage> MakeBroadcastMessages(const FontShelf& fonts) {
-    return {{1, "lower third with name and title", WriteMessage(LowerThird(fonts))},
-            {2, "full-screen list", WriteMessage(FullScreenList(fonts))},
-            {3, "score", WriteMessage(Score(fonts))},
-            {4, "centred credits", WriteMessage(Credits(fonts))},
-            {5, "clock", WriteMessage(Clock(fonts))},
-            {6, "weather board", WriteMessage(Weather(fonts))},
-            {7, "price table", WriteMessage(Prices(fonts))},
-            {8, "station name in stored colour glyphs", WriteMessage(Ident(fonts))},
-            {9, "PAL programme list", WriteMessage(PalProgramme(fonts))}};
+    return {{1, "lower third with name and title", files::WriteMessage(LowerThird(fonts))},
+            {2, "full-screen list", files::WriteMessage(FullScreenList(fonts))},
+            {3, "score", files::WriteMessage(Score(fonts))},
+            {4, "centred credits", files::WriteMessage(Credits(fonts))},
+            {5, "clock", files::WriteMessage(Clock(fonts))},
+            {6, "weather board", files::WriteMessage(Weather(fonts))},
+            {7, "price table", files::WriteMessage(Prices(fonts))},
+            {8, "station name in stored colour glyphs", files::WriteMessage(Ident(fonts))},
+            {9, "PAL programme list", files::WriteMessage(PalProgramme(fonts))}};
 }
 
 }  // namespace zel::samples

@@ -16,7 +16,7 @@ std::vector<std::filesystem::path> WriteDemonstrationDisk(const std::filesystem:
         written.push_back(file);
     };
     for (const DiskFont* font : fonts.All())
-        write(directory / "MACHINE" / base::NumberedName(static_cast<int>(font->number)), WriteFont(font->file));
+        write(directory / "MACHINE" / base::NumberedName(static_cast<int>(font->number)), files::WriteFont(font->file));
     for (const auto& messages : {MakeBroadcastMessages(fonts), MakeFormatMessages(fonts)}) {
         for (const auto& message : messages)
             write(directory / "MESSAGES" / base::NumberedName(static_cast<int>(message.number)), message.bytes);

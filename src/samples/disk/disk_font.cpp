@@ -17,7 +17,7 @@ constexpr unsigned kStoredBorder = 2;
 std::vector<unsigned> CharCodes() {
     std::vector<unsigned> codes;
     for (unsigned code = 32; code < 127; ++code) codes.push_back(code);
-    for (unsigned code = 160; code < kFontCharCount; ++code) {
+    for (unsigned code = 160; code < files::kFontCharCount; ++code) {
         if (code != kSoftHyphen) codes.push_back(code);
     }
     return codes;
@@ -46,7 +46,7 @@ Cell CellOf(const Glyphs& glyphs, const EdgeExtent& extent) {
 /// A character with space around it: its first column is `left_pad` pixels left of the pen, its first row `top` lines
 /// above the baseline.
 struct PlacedGlyph {
-    Coverage face;
+    files::Coverage face;
     int top = 0;
 };
 
@@ -69,36 +69,38 @@ PlacedGlyph Place(const RasterGlyph& glyph, const Cell& cell, int blank_rows) {
 }
 
 /// A blank is one line of background as wide as its advance, so that it has a size.
-RunCodes BlankCodes(int advance) {
-    RunCodes codes;
-    for (auto left = static_cast<unsigned>(advance); left > 0; left -= std::min(left, kLongestRun)) {
-        codes.push_back(BackgroundRun(std::min(left, kLongestRun)));
+files::RunCodes BlankCodes(int advance) {
+    files::RunCodes codes;
+    for (auto left = static_cast<unsigned>(advance); left > 0; left -= std::min(left, files::kLongestRun)) {
+        codes.push_back(files::BackgroundRun(std::min(left, files::kLongestRun)));
     }
-    codes.push_back(EndOfLine());
-    codes.push_back(EndOfGlyph());
+    codes.push_back(files::EndOfLine());
+    codes.push_back(files::EndOfGlyph());
     return codes;
 }
 
-void AddRunCodedGlyph(unsigned code, const RasterGlyph& glyph, const Cell& cell, const Edge& edge, FontFile& file) {
+void AddRunCodedGlyph(unsigned code, const RasterGlyph& glyph, const Cell& cell, const Edge& edge,
+                      files::FontFile& file) {
     constexpr int kBlankRows = 1;  // drawing adds a blank line at the top
     const auto advance = static_cast<unsigned>(glyph.advance);
     if (glyph.coverage.alpha.empty()) return file.AddRunCoded(code, BlankCodes(glyph.advance), kBlankRows, advance);
     const PlacedGlyph placed = Place(glyph, cell, kBlankRows);
-    const RunCodes codes = edge.type == EdgeType::kNone ? EncodeFace(placed.face)
-                                                        : EncodeFaceAndEdge(placed.face, DrawEdge(placed.face, edge));
+    const files::RunCodes codes = edge.type == EdgeType::kNone
+                                      ? files::EncodeFace(placed.face)
+                                      : files::EncodeFaceAndEdge(placed.face, DrawEdge(placed.face, edge));
     file.AddRunCoded(code, codes, static_cast<unsigned>(placed.top + kBlankRows), advance);
 }
 
-void AddStoredGlyph(unsigned code, const RasterGlyph& glyph, const Cell& cell, Finish finish, FontFile& file) {
+void AddStoredGlyph(unsigned code, const RasterGlyph& glyph, const Cell& cell, Finish finish, files::FontFile& file) {
     const auto advance = static_cast<unsigned>(glyph.advance);
     if (glyph.coverage.alpha.empty()) {
-        return file.AddStored(code, {advance, 1, Bytes(std::size_t{4} * advance, 0)}, 0, advance);
+        return file.AddStored(code, {advance, 1, files::Bytes(std::size_t{4} * advance, 0)}, 0, advance);
     }
     const PlacedGlyph placed = Place(glyph, cell, 0);
-    const Coverage border = DrawEdge(placed.face, {EdgeType::kBorder, 0, kStoredBorder});
+    const files::Coverage border = DrawEdge(placed.face, {EdgeType::kBorder, 0, kStoredBorder});
     const auto metal = finish == Finish::kChrome ? Chrome : Gold;
     const Paint dark = finish == Finish::kChrome ? Paint{16, 24, 46, 1} : Paint{48, 26, 4, 1};
-    StoredGlyph stored = PaintPixels(placed.face.width, placed.face.height, [&](unsigned x, unsigned y) {
+    files::StoredGlyph stored = PaintPixels(placed.face.width, placed.face.height, [&](unsigned x, unsigned y) {
         Paint face = metal((placed.top - static_cast<int>(y)) / static_cast<double>(cell.ascent));
         face.alpha = placed.face.At(x, y) / 255.0;
         Paint edge = dark;
@@ -121,7 +123,7 @@ void KeepKerning(const Rasterizer& rasterizer, const std::vector<unsigned>& code
 
 int DiskFont::Advance(char character) const {
     const unsigned code = static_cast<unsigned char>(character);
-    return code < kFontCharCount ? static_cast<int>(file.directory[code].glyph_metric) : 0;
+    return code < files::kFontCharCount ? static_cast<int>(file.directory[code].glyph_metric) : 0;
 }
 
 int DiskFont::Kerning(char left, char right) const {
@@ -141,7 +143,7 @@ DiskFont MakeDiskFont(const FontDesign& design) {
     DiskFont font;
     font.number = design.number;
     font.left_pad = cell.left_pad;
-    FontHeader& header = font.file.header;
+    files::FontHeader& header = font.file.header;
     font.file.psos.type_name = "FONT";
     header.font_name = design.name;
     header.font_id_text = design.id_text;
@@ -174,18 +176,18 @@ DiskFont MakeArtworkFont(unsigned number) {
     font.file.header.font_height = 92;
     for (const auto which : {Artwork::kLowerThird, Artwork::kRule, Artwork::kStrip, Artwork::kDarkStrip, Artwork::kSun,
                              Artwork::kCloud, Artwork::kRain}) {
-        StoredGlyph picture = PaintArtwork(which);
+        files::StoredGlyph picture = PaintArtwork(which);
         const unsigned width = picture.width;
         font.file.AddStored(static_cast<unsigned>(which), std::move(picture), 0, width);
     }
     return font;
 }
 
-SampleBlock MakeSampleBlock(const FaceChoice& face) {
+files::SampleBlock MakeSampleBlock(const FaceChoice& face) {
     const Rasterizer rasterizer(face);
     const auto sample_of = [&](char32_t character) {
-        const Coverage drawn = rasterizer.Draw(character).coverage;
-        return Sample{static_cast<int>(drawn.width), static_cast<int>(drawn.height), drawn.alpha};
+        const files::Coverage drawn = rasterizer.Draw(character).coverage;
+        return files::Sample{static_cast<int>(drawn.width), static_cast<int>(drawn.height), drawn.alpha};
     };
     return {1, sample_of(U'A'), sample_of(U'g')};
 }

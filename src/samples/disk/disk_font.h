@@ -5,9 +5,9 @@
 #include <string_view>
 #include <utility>
 
+#include "files/font_writer.h"
 #include "samples/disk/edges.h"
 #include "samples/disk/rasterizer.h"
-#include "samples/font_writer.h"
 
 /// Fonts of the demonstration disk: the file, and the measures that a layout needs.
 namespace zel::samples {
@@ -30,7 +30,7 @@ struct FontDesign {
     FaceChoice face{};
     Edge edge{};
     Finish finish = Finish::kRunCoded;
-    unsigned flags = kPlainFont;
+    unsigned flags = files::kPlainFont;
     /// Blank lines above the tallest character, the font's row_top_offset.
     unsigned headroom = 0;
 };
@@ -38,7 +38,7 @@ struct FontDesign {
 /// A font and its measures.
 struct DiskFont {
     unsigned number = 0;
-    FontFile file{};
+    files::FontFile file{};
     /// The char_y of a row that uses this font only, in lines below row_y.
     int baseline = 0;
     /// Distance in pixels of a character's first column left of the pen; space for edges and overhanging strokes.
@@ -60,6 +60,6 @@ DiskFont MakeDiskFont(const FontDesign& design);
 DiskFont MakeArtworkFont(unsigned number);
 
 /// A sample block of two characters, with a byte of coverage for each pixel.
-SampleBlock MakeSampleBlock(const FaceChoice& face);
+files::SampleBlock MakeSampleBlock(const FaceChoice& face);
 
 }  // namespace zel::samples

@@ -23,7 +23,7 @@ DiskFont MakeFullFont() {
                                   .name = "Lantern 28",
                                   .id_text = "5020",
                                   .face = {.family = kSans, .em = 28},
-                                  .flags = kPlainFont | kHasCharTables,
+                                  .flags = files::kPlainFont | files::kHasCharTables,
                                   .headroom = 1});
     font.file.sample = MakeSampleBlock({.family = kSans, .em = 28});
     font.file.aux_block = {'A', 'U', 'X', ' ', 0, 1, 2, 3};
@@ -32,7 +32,7 @@ DiskFont MakeFullFont() {
         font.file.word_table.push_back(static_cast<std::uint16_t>(static_cast<unsigned char>(pair.second)));
         font.file.word_table.push_back(static_cast<std::uint16_t>(kerning));
     }
-    for (unsigned code = 0; code < kFontCharCount; ++code) {
+    for (unsigned code = 0; code < files::kFontCharCount; ++code) {
         const auto metric = static_cast<std::uint8_t>(font.file.directory[code].glyph_metric);
         font.file.char_table_a.insert(font.file.char_table_a.end(), {0, metric});
         font.file.char_table_b.insert(font.file.char_table_b.end(), {static_cast<std::uint8_t>(code), 0});
@@ -44,7 +44,7 @@ DiskFont MakeFullFont() {
 DiskFont MakeSampleFirstFont() {
     const FaceChoice face{.family = kSerif, .em = 34, .slanted = true};
     DiskFont font = MakeDiskFont(
-        {.number = 18, .name = "Harbour Slant 34", .id_text = "5032", .face = face, .flags = kSampleFirstFont});
+        {.number = 18, .name = "Harbour Slant 34", .id_text = "5032", .face = face, .flags = files::kSampleFirstFont});
     font.file.first_sample = MakeSampleBlock({.family = kSerif, .em = 20});
     font.file.sample = MakeSampleBlock(face);
     return font;

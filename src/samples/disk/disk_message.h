@@ -1,6 +1,6 @@
 #pragma once
 
-#include "samples/byte_writer.h"
+#include "files/byte_writer.h"
 
 namespace zel::samples {
 
@@ -9,7 +9,7 @@ struct DiskMessage {
     unsigned number = 0;
     /// Describes what it shows.
     const char* title = "";
-    Bytes bytes;
+    files::Bytes bytes;
 };
 
 }  // namespace zel::samples

@@ -22,7 +22,7 @@ Step DisplacementOf(const Edge& edge) {
 }
 
 /// Adds the face to `edge`, displaced by `step`, at a strength from 0 to 1. The greater coverage is kept.
-void Stamp(const Coverage& face, Step step, double strength, Coverage& edge) {
+void Stamp(const files::Coverage& face, Step step, double strength, files::Coverage& edge) {
     for (unsigned y = 0; y < face.height; ++y) {
         const int to_y = static_cast<int>(y) + step.y;
         if (to_y < 0 || to_y >= static_cast<int>(face.height)) continue;
@@ -35,7 +35,7 @@ void Stamp(const Coverage& face, Step step, double strength, Coverage& edge) {
     }
 }
 
-void StampBorder(const Coverage& face, int size, Coverage& edge) {
+void StampBorder(const files::Coverage& face, int size, files::Coverage& edge) {
     for (int y = -size; y <= size; ++y) {
         for (int x = -size; x <= size; ++x) {
             const double strength = std::clamp(size + 1.0 - std::hypot(x, y), 0.0, 1.0);
@@ -45,7 +45,7 @@ void StampBorder(const Coverage& face, int size, Coverage& edge) {
 }
 
 /// The face itself isn't part of a shadow: it would darken the smooth outline on the lit side.
-void StampShadow(const Coverage& face, Step displacement, Coverage& edge) {
+void StampShadow(const files::Coverage& face, Step displacement, files::Coverage& edge) {
     const int steps = std::max(std::abs(displacement.x), std::abs(displacement.y));
     for (int n = 1; n <= steps; ++n) Stamp(face, {displacement.x * n / steps, displacement.y * n / steps}, 1.0, edge);
 }
@@ -65,8 +65,8 @@ unsigned EdgeHeight(const Edge& edge) {
     return edge.type == EdgeType::kBorder ? 2 * edge.size : edge.size;
 }
 
-Coverage DrawEdge(const Coverage& face, const Edge& edge) {
-    Coverage drawn{face.width, face.height, Bytes(face.alpha.size(), 0)};
+files::Coverage DrawEdge(const files::Coverage& face, const Edge& edge) {
+    files::Coverage drawn{face.width, face.height, files::Bytes(face.alpha.size(), 0)};
     switch (edge.type) {
         case EdgeType::kNone:
             break;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "samples/run_codes.h"
+#include "files/run_codes.h"
 
 /// Draws the edges of characters: border, drop shadow and offset.
 namespace zel::samples {
@@ -27,6 +27,6 @@ unsigned EdgeHeight(const Edge& edge);
 /// The edge of a face, in a coverage of the face's size.
 /// @param face  has space for the edge around it, see ExtentOf.
 /// @return for a drop shadow the face extruded along its direction; for an offset the displaced face.
-Coverage DrawEdge(const Coverage& face, const Edge& edge);
+files::Coverage DrawEdge(const files::Coverage& face, const Edge& edge);
 
 }  // namespace zel::samples

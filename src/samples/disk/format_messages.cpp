@@ -18,7 +18,7 @@ void Title(Page& page, const FontShelf& fonts, const char* title) {
     page.Line(92, fonts.lantern_28, 6, kSafeLeft, title);
 }
 
-MessageFile MixedFonts(const FontShelf& fonts) {
+files::MessageFile MixedFonts(const FontShelf& fonts) {
     Page page;
     Title(page, fonts, "Fonts and colours in one row");
     const auto append = [&page](const DiskFont& font, unsigned colour_set, int x, std::string_view text) {
@@ -43,19 +43,19 @@ MessageFile MixedFonts(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile Edges(const FontShelf& fonts) {
+files::MessageFile Edges(const FontShelf& fonts) {
     Page page;
     Title(page, fonts, "Edges");
-    struct Sample {
+    struct Style {
         const DiskFont& font;
         unsigned colour_set;
         const char* text;
     };
     int baseline = 160;
-    for (const Sample& sample :
-         {Sample{fonts.lantern_bold_38, 0, "No edge"}, Sample{fonts.harbour_bold_46, 1, "Border"},
-          Sample{fonts.lantern_shadow, 5, "Drop shadow"}, Sample{fonts.harbour_shadow, 2, "Shadow to the left"},
-          Sample{fonts.lantern_offset, 4, "Offset"}}) {
+    for (const Style& sample :
+         {Style{fonts.lantern_bold_38, 0, "No edge"}, Style{fonts.harbour_bold_46, 1, "Border"},
+          Style{fonts.lantern_shadow, 5, "Drop shadow"}, Style{fonts.harbour_shadow, 2, "Shadow to the left"},
+          Style{fonts.lantern_offset, 4, "Offset"}}) {
         page.Line(baseline, sample.font, sample.colour_set, kSafeLeft, sample.text);
         baseline += 66;
     }
@@ -63,28 +63,28 @@ MessageFile Edges(const FontShelf& fonts) {
 }
 
 /// Rearranges the records of a row: each moves by the same step, which must not divide their number.
-void Scatter(RowText& row, unsigned step) {
+void Scatter(files::RowText& row, unsigned step) {
     const auto count = static_cast<unsigned>(row.cells.size());
     if (std::gcd(count, step) != 1) ++step;
     std::vector<unsigned> places;
     for (unsigned k = 0; k < count; ++k) places.push_back((k * step + 3) % count);
-    ShuffleRecords(row, places);
+    files::ShuffleRecords(row, places);
 }
 
-MessageFile Scattered(const FontShelf& fonts) {
+files::MessageFile Scattered(const FontShelf& fonts) {
     Page page;
     Title(page, fonts, "Records out of order, chained");
     page.Line(200, fonts.lantern_shadow, 5, kSafeLeft, "ALL IN GOOD ORDER");
     page.Line(270, fonts.lantern_shade_32, 0, kSafeLeft, "whatever the file says");
-    MessageFile message = Styled(page);
+    files::MessageFile message = Styled(page);
     Scatter(message.rows[1], 5);
     Scatter(message.rows[2], 7);
     return message;
 }
 
-MessageFile TabFields(const FontShelf& fonts) {
+files::MessageFile TabFields(const FontShelf& fonts) {
     Page page;
-    TabTable tabs;
+    files::TabTable tabs;
     Title(page, fonts, "A form with tab fields");
     page.Row(170, fonts.lantern_28).Text(fonts.lantern_28, 6, kSafeLeft, "Name");
     page.Text(fonts.lantern_shade_32, 0, 200, "Ada Tolley");
@@ -96,20 +96,20 @@ MessageFile TabFields(const FontShelf& fonts) {
     page.BlankRow(290, fonts.lantern_shade_32);
     tabs.fields.push_back(page.Tab("17 CHARACTERS LON", 72, 640, fonts.lantern_shade_32, 4));
     page.Row(350, fonts.lantern_28).Text(fonts.lantern_28, 6, kSafeLeft, "Font by the row");
-    TabField by_row = page.Tab("ANY FONT", 400, 640, fonts.lantern_28, 5);
+    files::TabField by_row = page.Tab("ANY FONT", 400, 640, fonts.lantern_28, 5);
     by_row.tab_font = 20;
     tabs.fields.push_back(by_row);
-    TabField backwards = page.Tab("BACKWARDS", 300, 500, fonts.lantern_28, 5);
+    files::TabField backwards = page.Tab("BACKWARDS", 300, 500, fonts.lantern_28, 5);
     std::swap(backwards.tab_start, backwards.tab_end);
     tabs.fields.push_back(backwards);
-    TabField no_row = page.Tab("NO SUCH ROW", 300, 500, fonts.lantern_28, 5);
+    files::TabField no_row = page.Tab("NO SUCH ROW", 300, 500, fonts.lantern_28, 5);
     no_row.tab_row = 40;
     tabs.fields.push_back(no_row);
     page.File().tabs = tabs;
     return Styled(page);
 }
 
-MessageFile MissingFont(const FontShelf& fonts) {
+files::MessageFile MissingFont(const FontShelf& fonts) {
     DiskFont missing = fonts.lantern_28;
     missing.number = kMissingFont;
     Page page;
@@ -121,7 +121,7 @@ MessageFile MissingFont(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile DefaultPalette(const FontShelf& fonts) {
+files::MessageFile DefaultPalette(const FontShelf& fonts) {
     constexpr std::array<const char*, 8> kNames{"Black", "Green", "Blue", "Cyan", "Red", "Yellow", "Magenta", "Grey"};
     Page page;
     page.Line(92, fonts.lantern_28, 7, kSafeLeft, "Without a palette of its own");
@@ -132,7 +132,7 @@ MessageFile DefaultPalette(const FontShelf& fonts) {
     return page.Finish();
 }
 
-MessageFile OwnPalette(const FontShelf& fonts) {
+files::MessageFile OwnPalette(const FontShelf& fonts) {
     constexpr std::array<const char*, 8> kNames{"Dawn", "Tide", "Moss", "Clay", "Plum", "Wheat", "Slate", "Snow"};
     Page page;
     Title(page, fonts, "Eight colour sets of its own");
@@ -151,16 +151,16 @@ MessageFile OwnPalette(const FontShelf& fonts) {
     return page.Finish();
 }
 
-MessageFile WithBackground(const FontShelf& fonts) {
+files::MessageFile WithBackground(const FontShelf& fonts) {
     Page page;
     Title(page, fonts, "A background section, a tab field");
     page.Line(230, fonts.harbour_bold_46, 0, kScreenCentre, "Please stand by", Align::kCentre, 1);
-    page.File().background = BackgroundBlock{.tag = 0xBBBC, .words = {}, .value = 0x1234};
-    page.File().tabs = TabTable{.fields = {page.Tab("NOTICE", 120, 600, fonts.harbour_bold_46, 0)}};
+    page.File().background = files::BackgroundBlock{.tag = 0xBBBC, .words = {}, .value = 0x1234};
+    page.File().tabs = files::TabTable{.fields = {page.Tab("NOTICE", 120, 600, fonts.harbour_bold_46, 0)}};
     return Styled(page);
 }
 
-MessageFile FontForms(const FontShelf& fonts) {
+files::MessageFile FontForms(const FontShelf& fonts) {
     Page page;
     Title(page, fonts, "Fonts of several forms");
     page.Line(190, fonts.dejavu_bold_34, 1, kSafeLeft, "Named after a TrueType face");
@@ -169,31 +169,31 @@ MessageFile FontForms(const FontShelf& fonts) {
     return Styled(page);
 }
 
-MessageFile FlashFontMessage(const FontShelf& fonts) {
+files::MessageFile FlashFontMessage(const FontShelf& fonts) {
     Page page;
     Title(page, fonts, "Behind a flash font");
     page.Line(230, fonts.lantern_bold_38, 5, kSafeLeft, "Newsflash");
     page.BlankRow(290, fonts.lantern_28);
     page.Line(350, fonts.lantern_28, 0, kSafeLeft, "More at nine");
-    page.File().flash_font = FlashFont{.encoding_size = 300, .word_table_size = 40};
+    page.File().flash_font = files::FlashFont{.encoding_size = 300, .word_table_size = 40};
     return Styled(page);
 }
 
 }  // namespace
 
 std::vector<DiskMessage> MakeFormatMessages(const FontShelf& fonts) {
-    return {{10, "several fonts and colour sets in a row", WriteMessage(MixedFonts(fonts))},
-            {11, "edges of each type", WriteMessage(Edges(fonts))},
-            {12, "records out of order", WriteMessage(Scattered(fonts))},
-            {13, "tab fields", WriteMessage(TabFields(fonts))},
-            {14, "a missing font", WriteMessage(MissingFont(fonts))},
-            {15, "the default palette", WriteMessage(DefaultPalette(fonts))},
-            {16, "eight colour sets of its own", WriteMessage(OwnPalette(fonts))},
-            {17, "a background section", WriteMessage(WithBackground(fonts))},
-            {18, "fonts of every form", WriteMessage(FontForms(fonts))},
-            {19, "a flash font", WriteMessage(FlashFontMessage(fonts))},
-            {20, "RGBA file of type 714, a station mark", WriteRgbaFile(714, PaintStationMark())},
-            {21, "RGBA file of type 717, a background", WriteRgbaFile(717, PaintBackdrop())}};
+    return {{10, "several fonts and colour sets in a row", files::WriteMessage(MixedFonts(fonts))},
+            {11, "edges of each type", files::WriteMessage(Edges(fonts))},
+            {12, "records out of order", files::WriteMessage(Scattered(fonts))},
+            {13, "tab fields", files::WriteMessage(TabFields(fonts))},
+            {14, "a missing font", files::WriteMessage(MissingFont(fonts))},
+            {15, "the default palette", files::WriteMessage(DefaultPalette(fonts))},
+            {16, "eight colour sets of its own", files::WriteMessage(OwnPalette(fonts))},
+            {17, "a background section", files::WriteMessage(WithBackground(fonts))},
+            {18, "fonts of every form", files::WriteMessage(FontForms(fonts))},
+            {19, "a flash font", files::WriteMessage(FlashFontMessage(fonts))},
+            {20, "RGBA file of type 714, a station mark", files::WriteRgbaFile(714, PaintStationMark())},
+            {21, "RGBA file of type 717, a background", files::WriteRgbaFile(717, PaintBackdrop())}};
 }
 
 }  // namespace zel::samples

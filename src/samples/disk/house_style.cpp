@@ -2,7 +2,7 @@
 
 namespace zel::samples {
 
-PaletteBlock HousePalette() {
+files::PaletteBlock HousePalette() {
     return MakePalette({{{0xFFFFFF, 0x101820},
                          {0xFFE37A, 0x2A2208},
                          {0x9CD0FF, 0x0C2038},
@@ -13,7 +13,7 @@ PaletteBlock HousePalette() {
                          {0xF2F2F2, 0x181818}}});
 }
 
-MessageFile Styled(Page& page) {
+files::MessageFile Styled(Page& page) {
     page.File().palette = HousePalette();
     return page.Finish();
 }

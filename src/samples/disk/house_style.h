@@ -1,14 +1,14 @@
 #pragma once
 
+#include "files/message_writer.h"
 #include "samples/disk/page.h"
-#include "samples/message_writer.h"
 
 namespace zel::samples {
 
 /// The colour sets of the disk's house style: white, yellow, sky, mint, coral, amber, steel, light.
-PaletteBlock HousePalette();
+files::PaletteBlock HousePalette();
 
 /// The page as a message with the house palette.
-MessageFile Styled(Page& page);
+files::MessageFile Styled(Page& page);
 
 }  // namespace zel::samples

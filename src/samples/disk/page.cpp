@@ -17,7 +17,7 @@ unsigned Field(int value, const char* name) {
 }
 
 std::uint32_t EntryOf(std::uint32_t rgb) {
-    return PaletteEntry(rgb >> 16 & 255, rgb >> 8 & 255, rgb & 255);
+    return files::PaletteEntry(rgb >> 16 & 255, rgb >> 8 & 255, rgb & 255);
 }
 
 std::uint32_t MixRgb(std::uint32_t from, std::uint32_t to, std::uint32_t step, std::uint32_t steps) {
@@ -50,7 +50,7 @@ Page::Page(Standard standard) : m_standard(standard) {
 }
 
 Page& Page::Row(int baseline, const DiskFont& font) {
-    RowText row;
+    files::RowText row;
     row.row_y = Field(baseline - font.baseline + m_standard.line_offset, "row_y");
     row.row_top = Field(font.RowTop(), "row_top");
     row.row_bottom = Field(font.RowBottom(), "row_bottom");
@@ -67,13 +67,13 @@ Page& Page::BlankRow(int baseline, const DiskFont& font) {
 
 Page& Page::Text(const DiskFont& font, unsigned colour_set, int x, std::string_view text, Align align, int tracking) {
     if (m_file.rows.empty()) throw std::logic_error("a text without a row");
-    RowText& row = m_file.rows.back();
+    files::RowText& row = m_file.rows.back();
     if (row.cells.size() + text.size() > kMostChars) throw std::logic_error("more than 63 characters in a row");
     const int width = TextWidth(font, text, tracking);
     if (align == Align::kCentre) x -= width / 2;
     if (align == Align::kRight) x -= width;
 
-    CharCell cell;
+    files::CharCell cell;
     cell.char_font = Slot(font);
     cell.colour_set = colour_set;
     // Compensates the difference between the upper limits of the row and of the font, so that all baselines meet.
@@ -104,8 +104,8 @@ unsigned Page::Slot(const DiskFont& font) {
     return m_slots_used++;
 }
 
-TabField Page::Tab(std::string_view name, int left, int right, const DiskFont& font, unsigned colour_set) {
-    TabField field;
+files::TabField Page::Tab(std::string_view name, int left, int right, const DiskFont& font, unsigned colour_set) {
+    files::TabField field;
     field.tab_start = Field(left - kHostIndent, "tab_start");
     field.tab_end = Field(right - kHostIndent, "tab_end");
     field.tab_name = name;
@@ -115,14 +115,14 @@ TabField Page::Tab(std::string_view name, int left, int right, const DiskFont& f
     return field;
 }
 
-MessageFile Page::Finish() {
-    for (auto& row : m_file.rows) ChainInOrder(row);
+files::MessageFile Page::Finish() {
+    for (auto& row : m_file.rows) files::ChainInOrder(row);
     return m_file;
 }
 
-PaletteBlock MakePalette(const std::array<FaceAndEdge, 8>& sets) {
+files::PaletteBlock MakePalette(const std::array<FaceAndEdge, 8>& sets) {
     constexpr std::uint32_t kRampEntries = 29;
-    PaletteBlock palette;
+    files::PaletteBlock palette;
     for (const auto& set : sets) {
         palette.entries.push_back(0x0000FE00);
         palette.entries.push_back(EntryOf(set.face));

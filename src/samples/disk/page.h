@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "files/message_writer.h"
 #include "samples/disk/disk_font.h"
-#include "samples/message_writer.h"
 
 /// Lays out a message on the screen, with the fonts' own advances and kerning.
 namespace zel::samples {
@@ -53,16 +53,16 @@ class Page {
     unsigned Slot(const DiskFont& font);
 
     /// A tab field of the last row between two positions of the screen.
-    TabField Tab(std::string_view name, int left, int right, const DiskFont& font, unsigned colour_set);
+    files::TabField Tab(std::string_view name, int left, int right, const DiskFont& font, unsigned colour_set);
 
     /// The message so far. The caller may add sections other than rows.
-    MessageFile& File() noexcept { return m_file; }
+    files::MessageFile& File() noexcept { return m_file; }
     /// The message, with the records of each row chained in order.
-    MessageFile Finish();
+    files::MessageFile Finish();
 
   private:
     Standard m_standard;
-    MessageFile m_file;
+    files::MessageFile m_file;
     unsigned m_slots_used = 0;
     /// Of the last row, in lines below its row_y.
     int m_row_baseline = 0;
@@ -74,6 +74,6 @@ struct FaceAndEdge {
 };
 
 /// A palette of eight colour sets. Entries 3 to 31 of a set are a gradient from its edge colour to its face colour.
-PaletteBlock MakePalette(const std::array<FaceAndEdge, 8>& sets);
+files::PaletteBlock MakePalette(const std::array<FaceAndEdge, 8>& sets);
 
 }  // namespace zel::samples

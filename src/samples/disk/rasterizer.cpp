@@ -69,8 +69,8 @@ int Round26Dot6(FT_Pos value) {
     return static_cast<int>((value + 32) >> 6);
 }
 
-Coverage CoverageOf(const FT_Bitmap& bitmap) {
-    Coverage coverage{bitmap.width, bitmap.rows, {}};
+files::Coverage CoverageOf(const FT_Bitmap& bitmap) {
+    files::Coverage coverage{bitmap.width, bitmap.rows, {}};
     for (unsigned y = 0; y < bitmap.rows; ++y) {
         const unsigned char* line = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
         coverage.alpha.insert(coverage.alpha.end(), line, line + bitmap.width);

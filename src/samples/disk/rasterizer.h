@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "samples/run_codes.h"
+#include "files/run_codes.h"
 
 namespace zel::samples {
 
@@ -22,7 +22,7 @@ struct FaceChoice {
 
 /// One drawn character: its coverage, cropped to its outline, and its position relative to the pen.
 struct RasterGlyph {
-    Coverage coverage{};
+    files::Coverage coverage{};
     /// Pixels from the pen to the first column.
     int left = 0;
     /// Lines from the baseline up to the upper edge of the first line.

@@ -24,11 +24,10 @@ class Document : public HostDisk {
 
 TEST_F(Document, ContainsRowsCharactersAndFonts) {
     WriteFont(BlockFont());
-    samples::MessageFile message = OneRow("AB");
+    files::MessageFile message = OneRow("AB");
     message.header.frame_left = 40;
     message.header.frame_top = 10;  // above the picture
-    message.palette =
-        samples::PaletteBlock{.entries = std::vector<std::uint32_t>(256, samples::PaletteEntry(1, 2, 254))};
+    message.palette = files::PaletteBlock{.entries = std::vector<std::uint32_t>(256, files::PaletteEntry(1, 2, 254))};
     message.rows.back().row_top = 4;
     WriteMessage(message);
     const Json document = Import();
@@ -66,10 +65,10 @@ TEST_F(Document, ContainsTheTypefaceOfACharacterInTextForm) {
 
 TEST_F(Document, ContainsTabFieldsWithTheirFontAndColour) {
     WriteFont(BlockFont());
-    samples::MessageFile message = OneRow("A");
-    samples::TabField named{.tab_start = 10, .tab_end = 90, .tab_name = "Score\xE9"};
-    samples::TabField fontless{.tab_start = 10, .tab_end = 90, .tab_font = 16};
-    message.tabs = samples::TabTable{.fields = {named, fontless}};
+    files::MessageFile message = OneRow("A");
+    files::TabField named{.tab_start = 10, .tab_end = 90, .tab_name = "Score\xE9"};
+    files::TabField fontless{.tab_start = 10, .tab_end = 90, .tab_font = 16};
+    message.tabs = files::TabTable{.fields = {named, fontless}};
     WriteMessage(message);
     const Json fields = Import()["tab_fields"];
     ASSERT_EQ(fields.size(), 2U);
@@ -80,7 +79,7 @@ TEST_F(Document, ContainsTabFieldsWithTheirFontAndColour) {
 }
 
 TEST_F(Document, ContainsHowAPictureIsInserted) {
-    samples::WriteWholeFile(Path("MESSAGES/.0001"), samples::WriteRgbaFile(717, {}));
+    samples::WriteWholeFile(Path("MESSAGES/.0001"), files::WriteRgbaFile(717, {}));
     Json document = Import();
     document.erase("source");
     EXPECT_EQ(document,

@@ -19,10 +19,10 @@ namespace zel::test {
 class FtpFetch : public testing::Test, public ftp::FetchObserver {
   protected:
     FtpFetch() {
-        const auto message = samples::WriteMessage(GoodMessage());
+        const auto message = files::WriteMessage(GoodMessage());
         for (const char* name : {".0001", ".0002", ".0003"})
             samples::WriteWholeFile(Disk() / "MESSAGES" / name, message);
-        samples::WriteWholeFile(Disk() / "MACHINE/.0012", samples::WriteFont(GoodFont()));
+        samples::WriteWholeFile(Disk() / "MACHINE/.0012", files::WriteFont(GoodFont()));
     }
 
     std::filesystem::path Disk() const { return m_scratch.Path() / "disk"; }
@@ -31,7 +31,7 @@ class FtpFetch : public testing::Test, public ftp::FetchObserver {
     /// A file of pseudo-random bytes.
     void WriteRandom(const std::string& name, std::size_t size, unsigned seed) const {
         std::minstd_rand random(seed);
-        samples::Bytes bytes(size);
+        files::Bytes bytes(size);
         for (auto& byte : bytes) byte = static_cast<std::uint8_t>(random() >> 8);
         samples::WriteWholeFile(Disk() / name, bytes);
     }

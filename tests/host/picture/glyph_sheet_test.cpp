@@ -17,7 +17,7 @@ using Colour = std::vector<int>;
 class Sheet : public HostDisk {
   protected:
     /// @param size  bytes of the file that are written.
-    picture::GlyphSheet SheetOf(const samples::Bytes& file, std::size_t size) {
+    picture::GlyphSheet SheetOf(const files::Bytes& file, std::size_t size) {
         samples::WriteWholeFile(Path("MACHINE/.0001"), std::span(file).first(size));
         run::FontRunRequest request;
         request.file = Path("MACHINE/.0001");
@@ -27,8 +27,8 @@ class Sheet : public HostDisk {
         EXPECT_TRUE(outcome.Done()) << outcome.failure;
         return sheet;
     }
-    picture::GlyphSheet SheetOf(const samples::FontFile& font) {
-        const samples::Bytes file = samples::WriteFont(font);
+    picture::GlyphSheet SheetOf(const files::FontFile& font) {
+        const files::Bytes file = files::WriteFont(font);
         return SheetOf(file, file.size());
     }
 
@@ -58,9 +58,9 @@ TEST_F(Sheet, ShowsARunCodedGlyphInTheLastColourSetOnItsCheckerboard) {
 }
 
 TEST_F(Sheet, AlignsGlyphsOnTheBaselineAndLeavesOutEmptyRows) {
-    samples::FontFile font;
+    files::FontFile font;
     const auto add = [&font](unsigned code, unsigned height, unsigned top) {
-        font.AddStored(code, {.width = 2, .height = height, .pixels = samples::Bytes(height * 8, 255)}, top, 2);
+        font.AddStored(code, {.width = 2, .height = height, .pixels = files::Bytes(height * 8, 255)}, top, 2);
     };
     add('A', 6, 6);
     add('C', 2, 6);
@@ -83,9 +83,9 @@ TEST_F(Sheet, AlignsGlyphsOnTheBaselineAndLeavesOutEmptyRows) {
 }
 
 TEST_F(Sheet, MarksAGlyphWithAnIncompleteRecordAndContinues) {
-    samples::FontFile font = StoredFont();
-    font.AddStored('B', {.width = 2, .height = 2, .pixels = samples::Bytes(16, 0)}, 2, 2);
-    const samples::Bytes file = samples::WriteFont(font);
+    files::FontFile font = StoredFont();
+    font.AddStored('B', {.width = 2, .height = 2, .pixels = files::Bytes(16, 0)}, 2, 2);
+    const files::Bytes file = files::WriteFont(font);
     const picture::GlyphSheet sheet = SheetOf(file, file.size() - 4);
     EXPECT_EQ(sheet.glyphs, 1);
     ASSERT_EQ(sheet.failures.size(), 1U);
@@ -94,8 +94,8 @@ TEST_F(Sheet, MarksAGlyphWithAnIncompleteRecordAndContinues) {
 }
 
 TEST_F(Sheet, CutsAGlyphThatIsLargerThanACell) {
-    samples::FontFile font;
-    samples::Bytes pixels(300 * 2 * 4, 0);
+    files::FontFile font;
+    files::Bytes pixels(300 * 2 * 4, 0);
     for (std::size_t byte = 300 * 4; byte < pixels.size(); ++byte)
         pixels[byte] = 255;  // the lower row white, the upper transparent
     font.AddStored('A', {.width = 300, .height = 2, .pixels = pixels}, 2, 2);

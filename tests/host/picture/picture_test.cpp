@@ -29,7 +29,7 @@ class PictureOf : public HostDisk {
         }
         return picture;
     }
-    picture::Picture Compose(const samples::MessageFile& message) {
+    picture::Picture Compose(const files::MessageFile& message) {
         WriteMessage(message);
         return Compose();
     }
@@ -49,17 +49,17 @@ class PictureOf : public HostDisk {
         return box;
     }
 
-    static samples::PaletteBlock Palette() {
-        samples::PaletteBlock palette{.entries = std::vector<std::uint32_t>(256, 0)};
-        palette.entries[2 * 32 + 1] = samples::PaletteEntry(10, 20, 30);    // face of set 2
-        palette.entries[2 * 32 + 2] = samples::PaletteEntry(200, 100, 50);  // edge of set 2
+    static files::PaletteBlock Palette() {
+        files::PaletteBlock palette{.entries = std::vector<std::uint32_t>(256, 0)};
+        palette.entries[2 * 32 + 1] = files::PaletteEntry(10, 20, 30);    // face of set 2
+        palette.entries[2 * 32 + 2] = files::PaletteEntry(200, 100, 50);  // edge of set 2
         return palette;
     }
 };
 
 TEST_F(PictureOf, APalMessageIsHigher) {
     WriteFont(BlockFont());
-    samples::MessageFile message = OneRow("A");
+    files::MessageFile message = OneRow("A");
     message.pal = true;
     const picture::Picture picture = Compose(message);
     EXPECT_EQ(picture.height, 576);
@@ -89,14 +89,14 @@ struct PictureCollector : host::HostObserver {
 };
 
 TEST_F(PictureOf, EachMessageOfABatchHasItsOwnGlyphs) {
-    samples::FontFile edged = BlockFont();  // the same glyphs in another colour of the palette
+    files::FontFile edged = BlockFont();  // the same glyphs in another colour of the palette
     edged.encoding.clear();
-    const samples::RunCodes codes{samples::ColourRun(2, 255, 4), samples::EndOfLine(), samples::ColourRun(2, 255, 4),
-                                  samples::EndOfLine(), samples::EndOfGlyph()};
+    const files::RunCodes codes{files::ColourRun(2, 255, 4), files::EndOfLine(), files::ColourRun(2, 255, 4),
+                                files::EndOfLine(), files::EndOfGlyph()};
     for (const unsigned code : {65U, 66U, 67U}) edged.AddRunCoded(code, codes, 3, 4);
     WriteFont(BlockFont());
     WriteFont(edged, 2);
-    samples::MessageFile message = OneRow("AB");
+    files::MessageFile message = OneRow("AB");
     message.palette = Palette();
     WriteMessage(message);
     WriteMessage(OneRow("A"), ".0002");
@@ -122,12 +122,12 @@ TEST_F(PictureOf, EachMessageOfABatchHasItsOwnGlyphs) {
 }
 
 /// A font in which the characters of a text share their run codes, from places a code apart.
-samples::FontFile FontOfShared(const std::string& text, samples::RunCodes codes) {
-    codes.push_back(samples::EndOfGlyph());
-    samples::FontFile font;
+files::FontFile FontOfShared(const std::string& text, files::RunCodes codes) {
+    codes.push_back(files::EndOfGlyph());
+    files::FontFile font;
     font.header.font_height = 20;
     font.AddRunCoded(static_cast<unsigned char>(text[0]), codes, 3, 4);
-    samples::CharEntry entry = font.directory.at(static_cast<unsigned char>(text[0]));
+    files::CharEntry entry = font.directory.at(static_cast<unsigned char>(text[0]));
     for (const char code : text) {
         font.directory.at(static_cast<unsigned char>(code)) = entry;
         entry.glyph_offset += 4;
@@ -136,24 +136,24 @@ samples::FontFile FontOfShared(const std::string& text, samples::RunCodes codes)
 }
 
 /// Codes for `lines` lines, of which the first `full` consist of `runs` runs of 32 pixels.
-samples::RunCodes Lines(unsigned lines, unsigned full, unsigned runs) {
-    samples::RunCodes codes;
+files::RunCodes Lines(unsigned lines, unsigned full, unsigned runs) {
+    files::RunCodes codes;
     for (unsigned line = 0; line < lines; ++line) {
-        codes.insert(codes.end(), line < full ? runs : 0, samples::ColourRun(1, 255, 32));
-        codes.push_back(samples::EndOfLine());
+        codes.insert(codes.end(), line < full ? runs : 0, files::ColourRun(1, 255, 32));
+        codes.push_back(files::EndOfLine());
     }
     return codes;
 }
 
 TEST_F(PictureOf, GlyphsBeyondALimitAreLeftOutWithTheReason) {
-    samples::FontFile larger_than_file;
+    files::FontFile larger_than_file;
     larger_than_file.header.font_height = 20;
     larger_than_file.AddStored('A', {.width = 8000, .height = 8000, .pixels = {255, 0, 0, 255}}, 2, 1);
     std::string many;
     for (char code = '0'; code < '0' + 70; ++code) many += code;
-    const samples::RunCodes stay((std::size_t{1} << 18) + 70, samples::Stay(1, 255));
+    const files::RunCodes stay((std::size_t{1} << 18) + 70, files::Stay(1, 255));
     const struct {
-        samples::FontFile font;
+        files::FontFile font;
         std::string text;
         char first_failed;
         std::size_t failures;
@@ -172,10 +172,10 @@ TEST_F(PictureOf, GlyphsBeyondALimitAreLeftOutWithTheReason) {
     for (const auto& row : cases) {
         SCOPED_TRACE(row.reason);
         WriteFont(row.font);
-        samples::MessageFile message = OneRow("A");
+        files::MessageFile message = OneRow("A");
         message.rows.clear();
         for (std::size_t at = 0; at < row.text.size(); at += 60)
-            message.rows.push_back(samples::RowFromText(120, row.text.substr(at, 60), 0, 0));
+            message.rows.push_back(files::RowFromText(120, row.text.substr(at, 60), 0, 0));
         WriteMessage(message);
         PictureCollector collector;
         Import({&collector.composer, &collector});
@@ -192,9 +192,9 @@ TEST_F(PictureOf, GlyphsBeyondALimitAreLeftOutWithTheReason) {
 
 TEST_F(PictureOf, ALaterCharacterIsDrawnOverAnEarlierOne) {
     WriteFont(BlockFont());
-    samples::MessageFile message = OneRow("AB");
+    files::MessageFile message = OneRow("AB");
     message.palette = Palette();
-    message.palette->entries[3 * 32 + 1] = samples::PaletteEntry(99, 99, 99);
+    message.palette->entries[3 * 32 + 1] = files::PaletteEntry(99, 99, 99);
     message.rows[0].cells[1].char_x = 52;
     message.rows[0].cells[1].colour_set = 3;
     const picture::Picture picture = Compose(message);
@@ -203,12 +203,12 @@ TEST_F(PictureOf, ALaterCharacterIsDrawnOverAnEarlierOne) {
 }
 
 TEST_F(PictureOf, TextIsOnTheBaselineOfItsBitmaps) {
-    samples::FontFile font = BlockFont();
+    files::FontFile font = BlockFont();
     font.header.font_height = 60;
     font.header.row_inset = 2;
     font.header.row_top_offset = 1;
     WriteFont(font);
-    samples::MessageFile message = OneRow("B");
+    files::MessageFile message = OneRow("B");
     message.rows[0].row_top = 9;  // the row contains a font that is six pixels higher
     WriteMessage(message);
     const int baseline = Ink(Compose())[3];
@@ -224,10 +224,10 @@ TEST_F(PictureOf, TextIsOnTheBaselineOfItsBitmaps) {
 }
 
 TEST_F(PictureOf, TextHasItsOwnBaselineUnlessItIsAligned) {
-    samples::FontFile font = BlockFont();
+    files::FontFile font = BlockFont();
     font.header.font_height = 60;
     WriteFont(font);
-    samples::MessageFile message = OneRow("BB");
+    files::MessageFile message = OneRow("BB");
     message.rows[0].cells[1].char_y = 30;
     WriteMessage(message);
     m_request.host.tt_convert = true;
@@ -237,10 +237,10 @@ TEST_F(PictureOf, TextHasItsOwnBaselineUnlessItIsAligned) {
 }
 
 TEST_F(PictureOf, TextHasItsFaceColourOverItsEdge) {
-    samples::FontFile font = BlockFont();
+    files::FontFile font = BlockFont();
     font.header.font_height = 60;
     font.header.edge_size = 4;
-    samples::MessageFile message = OneRow("A");
+    files::MessageFile message = OneRow("A");
     message.palette = Palette();
     WriteMessage(message);
     m_request.host.tt_convert = true;

@@ -56,8 +56,8 @@ class BatchRun : public HostDisk {
 TEST_F(BatchRun, ReportsTheResultForEachNumber) {
     WriteMessage(OneRow("A"), ".0001");
     samples::WriteWholeFile(Path("MESSAGES/.0003"), std::string_view("not a message at all, though long enough"));
-    const samples::StoredGlyph picture{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
-    samples::WriteWholeFile(Path("MESSAGES/0004"), samples::WriteRgbaFile(714, picture));
+    const files::StoredGlyph picture{.width = 4, .height = 4, .pixels = files::Bytes(64, 9)};
+    samples::WriteWholeFile(Path("MESSAGES/0004"), files::WriteRgbaFile(714, picture));
     struct {
         bool warnings;
         run::RgbaAnswer rgba;

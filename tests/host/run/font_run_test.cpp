@@ -67,8 +67,8 @@ struct RefusedFont {
 };
 
 TEST_F(FontRun, NamesTheFileAndTheReasonOfAFailure) {
-    const samples::Bytes bytes = samples::WriteFont(BlockFont());
-    const auto write = [this](const char* name, std::size_t size, const samples::Bytes& file) {
+    const files::Bytes bytes = files::WriteFont(BlockFont());
+    const auto write = [this](const char* name, std::size_t size, const files::Bytes& file) {
         samples::WriteWholeFile(Path(name), std::span(file).first(size));
     };
     for (const char* name : {"MACHINE/FONT.TXT", "MACHINE/ab.0012", "MACHINE/.00013", "x.0012/.0012"}) {
@@ -76,8 +76,8 @@ TEST_F(FontRun, NamesTheFileAndTheReasonOfAFailure) {
     }
     write("MACHINE/.0014", 100, bytes);
     write("MACHINE/.0015", bytes.size() - 1, bytes);
-    samples::WriteWholeFile(Path("MACHINE/.0016"), samples::WriteMessage(OneRow("A")));
-    samples::WriteWholeFile(Path("MACHINE/.0017"), samples::WriteRgbaFile(714, {}));
+    samples::WriteWholeFile(Path("MACHINE/.0016"), files::WriteMessage(OneRow("A")));
+    samples::WriteWholeFile(Path("MACHINE/.0017"), files::WriteRgbaFile(714, {}));
     std::filesystem::create_directory(Path("MACHINE/.0018"));
     const RefusedFont rows[] = {
         {"an extension without a number", "MACHINE/FONT.TXT", "named by a dot and a number, such as .0012"},

@@ -79,7 +79,7 @@ TEST_F(ImportRun, SetsTheOptionsOfTheDialog) {
 
 TEST_F(ImportRun, RecordsAMessageWithItsOwnStandard) {
     WriteFont(BlockFont());
-    samples::MessageFile message = OneRow("A");
+    files::MessageFile message = OneRow("A");
     message.pal = true;
     WriteMessage(message);
     m_request.mode = run::ImportMode::kDialog;
@@ -106,7 +106,7 @@ TEST_F(ImportRun, AnswersThePromptForAMissingFont) {
 
 TEST_F(ImportRun, WarnsOfAFontFromOutsideTheFontDirectory) {
     WriteMessage(OneRow("A"));
-    const samples::Bytes font = samples::WriteFont(BlockFont());
+    const files::Bytes font = files::WriteFont(BlockFont());
     samples::WriteWholeFile(Path("OTHER/.0001"), font);
     const std::string key = "Software\\Kovesh\\Tavro\\ZelTrans\\FontDir";
     m_settings.CreateKey(key);
@@ -141,7 +141,7 @@ TEST_F(ImportRun, WarnsOfAFontFromOutsideTheFontDirectory) {
 TEST_F(ImportRun, WarnsOfAFontThatTheUserChoseOnAnotherDisk) {
     std::filesystem::create_directory_symlink(Path("MACHINE"), Path("LINK"));
     WriteFont(BlockFont(), 2);
-    samples::WriteWholeFile(Path("OTHER/.0001"), samples::WriteFont(BlockFont()));
+    samples::WriteWholeFile(Path("OTHER/.0001"), files::WriteFont(BlockFont()));
     WriteMessage(OneRow("A"));
     m_request.mode = run::ImportMode::kDialog;
     m_request.box_answer = host::BoxAnswer::kYes;
@@ -152,7 +152,7 @@ TEST_F(ImportRun, WarnsOfAFontThatTheUserChoseOnAnotherDisk) {
 }
 
 TEST_F(ImportRun, RegistersTheDirectoryOfTheNameLists) {
-    samples::FontFile font = BlockFont();
+    files::FontFile font = BlockFont();
     font.header.font_id_text = "5021";
     WriteFont(font);
     WriteMessage(OneRow("A"));
@@ -213,12 +213,12 @@ struct FailureCase {
 };
 
 TEST_F(ImportRun, NamesTheFileAndTheReasonOfAFailure) {
-    samples::WriteWholeFile(Path("NOFONTS/MESSAGES/.0001"), samples::WriteMessage(OneRow("A")));
-    samples::WriteWholeFile(Path("MESSAGES/font"), samples::WriteFont(BlockFont()));
+    samples::WriteWholeFile(Path("NOFONTS/MESSAGES/.0001"), files::WriteMessage(OneRow("A")));
+    samples::WriteWholeFile(Path("MESSAGES/font"), files::WriteFont(BlockFont()));
     samples::WriteWholeFile(Path("MESSAGES/few bytes"), std::string_view("\0\0\2\xBE", 4));
-    const samples::Bytes bytes = samples::WriteMessage(OneRow("A"));
+    const files::Bytes bytes = files::WriteMessage(OneRow("A"));
     samples::WriteWholeFile(Path("MESSAGES/cut short"), std::span(bytes).first(140));
-    samples::WriteWholeFile(Path("MESSAGES/foreign type"), samples::WriteRgbaFile(703, {}));
+    samples::WriteWholeFile(Path("MESSAGES/foreign type"), files::WriteRgbaFile(703, {}));
     samples::WriteWholeFile(Path("text"), std::string_view("short"));
     samples::WriteWholeFile(Path("picture"), std::string_view("\x89PNG\r\n\x1A\n"));
     samples::WriteWholeFile(Path("empty"), std::string_view());

@@ -37,7 +37,7 @@ class Thumbnail : public HostDisk {
 
 TEST_F(Thumbnail, OfAMessageHasSquarePixelsAndTheWantedSide) {
     for (const auto& [pal, height] : {std::pair{false, 190}, std::pair{true, 188}}) {
-        samples::MessageFile message = OneRow("A");
+        files::MessageFile message = OneRow("A");
         if (pal) message.section_flags = 0x8000;
         WriteMessage(message);
         const picture::Picture small = thumbnail::MakeThumbnail(Path("MESSAGES/.0001"), 256);
@@ -65,7 +65,7 @@ TEST_F(Thumbnail, HasTheFontsOfTheDiskOrBarsInTheirPlace) {
 TEST_F(Thumbnail, ShowsTheNamedFileAndNotTheOneOfItsNumber) {
     WriteMessage(OneRow("A"));
     WriteFont(BlockFont());
-    samples::WriteWholeFile(Path("MESSAGES/NEWS.0001"), samples::WriteMessage(OneRow("AAAAAA")));
+    samples::WriteWholeFile(Path("MESSAGES/NEWS.0001"), files::WriteMessage(OneRow("AAAAAA")));
     EXPECT_TRUE(thumbnail::MakeThumbnail(Path("MESSAGES/.0001"), 720).rgba !=
                 thumbnail::MakeThumbnail(Path("MESSAGES/NEWS.0001"), 720).rgba);
 }
@@ -82,9 +82,9 @@ TEST_F(Thumbnail, OfAFontHasItsGlyphsInTheirColours) {
 }
 
 TEST_F(Thumbnail, OfADamagedFileIsAPictureOrAReason) {
-    samples::MessageFile message = OneRow("ABC");
+    files::MessageFile message = OneRow("ABC");
     WriteFont(BlockFont());
-    for (const samples::Bytes& bytes : {samples::WriteMessage(message), samples::WriteFont(StoredFont())}) {
+    for (const files::Bytes& bytes : {files::WriteMessage(message), files::WriteFont(StoredFont())}) {
         for (std::size_t size = 0; size < bytes.size(); size += size < 140 ? 27 : 7) {
             samples::WriteWholeFile(Path("cut"), std::span(bytes).first(size));
             if (size < 136) {

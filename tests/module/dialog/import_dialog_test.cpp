@@ -181,7 +181,7 @@ TEST_F(ImportDialog, BrowsingForAMessageAlsoSetsItsName) {
 }
 
 TEST_F(ImportDialog, ImportsSeveralMessages) {
-    for (const char* name : {".0007", ".0008"}) WriteMessage(MessageOf({samples::EmptyRow(0)}), name);
+    for (const char* name : {".0007", ".0008"}) WriteMessage(MessageOf({files::EmptyRow(0)}), name);
     desktop.SetYesNoAnswer(IDNO);
     RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
         user.Type(ImportControl::kMessageIdEdit, "7");

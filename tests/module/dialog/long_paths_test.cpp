@@ -26,7 +26,7 @@ class LongPaths : public ModuleTest {
     LongPaths() {
         font = PlainFont("Long", "A");
         font.AddStored('S', SolidGlyph(5, 7), 0, 0);
-        message = MessageOf({samples::RowFromText(60, "SA", 0, 9)});
+        message = MessageOf({files::RowFromText(60, "SA", 0, 9)});
     }
     /// Creates a directory for which "<directory>\.0001" has `length` characters.
     std::string Directory(std::size_t length, char letter) {
@@ -38,15 +38,15 @@ class LongPaths : public ModuleTest {
         m_native[path] = native;
         return path;
     }
-    void Put(const std::string& directory, const samples::Bytes& bytes) {
+    void Put(const std::string& directory, const files::Bytes& bytes) {
         WriteFile(m_native.at(directory) + "/.0001", bytes);
     }
     void ImportFrom(const std::string& messages_dir, const std::string& fonts_dir) {
         CString path((messages_dir + "\\.0001").c_str()), font_dir(fonts_dir.c_str());
         CZelTransExport().ReadZelmaraMessage(&Host(), path, font_dir);
     }
-    samples::FontFile font;
-    samples::MessageFile message;
+    files::FontFile font;
+    files::MessageFile message;
 
   private:
     std::map<std::string, std::string> m_native;
@@ -54,8 +54,8 @@ class LongPaths : public ModuleTest {
 
 TEST_F(LongPaths, MessageFontAndStoredGlyphOf259) {
     const std::string messages_dir = Directory(259, 'm'), fonts_dir = Directory(259, 'f');
-    Put(messages_dir, samples::WriteMessage(message));
-    Put(fonts_dir, samples::WriteFont(font));
+    Put(messages_dir, files::WriteMessage(message));
+    Put(fonts_dir, files::WriteFont(font));
     ImportFrom(messages_dir, fonts_dir);
     EXPECT_EQ(Order(), "1212 1157 char*2 1181 1180 1213 15");
     ASSERT_EQ(chars.size(), 2U);
@@ -73,7 +73,7 @@ TEST_F(LongPaths, MessageFontAndStoredGlyphOf259) {
 
 TEST_F(LongPaths, FontOf260IsNotFound) {
     const std::string fonts_dir = Directory(260, 'f');
-    Put(fonts_dir, samples::WriteFont(font));
+    Put(fonts_dir, files::WriteFont(font));
     FontSet fonts;
     CString path(fonts_dir.c_str());
     EXPECT_EQ(fonts.ReadFont(path, 1, 0, false), 0);
@@ -83,7 +83,7 @@ TEST_F(LongPaths, FontOf260IsNotFound) {
 
 TEST_F(LongPaths, MessageOf260IsNotFound) {
     const std::string messages_dir = Directory(260, 'm');
-    Put(messages_dir, samples::WriteMessage(message));
+    Put(messages_dir, files::WriteMessage(message));
     RunDialog([&](script::DialogDriver& user, CZelTransDlg& dialog) {
         user.Type(ImportControl::kMessageDirBox, messages_dir);
         user.Type(ImportControl::kMessageIdEdit, ".0001");
@@ -126,7 +126,7 @@ TEST_F(LongPaths, NameListOf259IsRead) {
 
 TEST_F(LongPaths, BrowsedFontOf259IsRead) {
     const std::string fonts_dir = Directory(259, 'b');
-    Put(fonts_dir, samples::WriteFont(font));
+    Put(fonts_dir, files::WriteFont(font));
     desktop.SetYesNoAnswer(IDYES);
     desktop.QueueFile(fonts_dir + "\\.0001");
     FontSet fonts;

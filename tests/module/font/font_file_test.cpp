@@ -14,8 +14,8 @@ namespace zel::test {
 
 namespace {
 
-using samples::Bytes;
-using samples::FontFile;
+using files::Bytes;
+using files::FontFile;
 using testing::Each;
 using testing::ElementsAre;
 
@@ -70,7 +70,7 @@ TEST(DirectoryEntry, BitFieldsStartAtTheLowestBit) {
 FontFile WithFlags(unsigned font_flags) {
     FontFile font = GoodFont();
     font.header.font_flags = font_flags;
-    if (font_flags == 18) font.first_sample = samples::SampleBlock{9, {1, 1, {8}}, {0, 0, {}}};
+    if (font_flags == 18) font.first_sample = files::SampleBlock{9, {1, 1, {8}}, {0, 0, {}}};
     return font;
 }
 
@@ -92,9 +92,9 @@ TEST(FontSections, FollowFromTheFlags) {
     };
     for (const BlocksCase& row : kCases) {
         SCOPED_TRACE(row.name);
-        samples::FontOffsets at;
+        files::FontOffsets at;
         SectionNames names;
-        const Loaded loaded(samples::WriteFont(WithFlags(row.font_flags), &at), &names);
+        const Loaded loaded(files::WriteFont(WithFlags(row.font_flags), &at), &names);
         ASSERT_EQ(loaded.outcome, font::FontOutcome::kRead);
         EXPECT_EQ(loaded.tessor, row.tessor);
         EXPECT_EQ(names.all, "Psos file header, font header, character directory, " + row.sections +
@@ -118,7 +118,7 @@ struct SizeCase {
 
 template <int width, int height>
 void WithSample(FontFile& font) {
-    font.sample = samples::SampleBlock{0, {}, {width, height, {}}};
+    font.sample = files::SampleBlock{0, {}, {width, height, {}}};
 }
 
 TEST(FontSizes, AreCheckedAgainstTheFileBeforeAllocation) {
@@ -141,7 +141,7 @@ TEST(FontSizes, AreCheckedAgainstTheFileBeforeAllocation) {
     for (const SizeCase& row : kCases) {
         FontFile font;
         row.change(font);
-        EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, row.outcome) << row.name;
+        EXPECT_EQ(Loaded(files::WriteFont(font)).outcome, row.outcome) << row.name;
     }
 }
 
@@ -162,21 +162,21 @@ TEST(FontSizes, AreLimitedForAllBlocksTogether) {
         font.header.font_flags = 0x20;
         font.encoding.resize(encoding);
         if (rows != 0) {
-            const samples::Sample sample{1024, rows, Bytes(static_cast<std::size_t>(rows) * 1024)};
-            font.sample = samples::SampleBlock{0, sample, {}};
+            const files::Sample sample{1024, rows, Bytes(static_cast<std::size_t>(rows) * 1024)};
+            font.sample = files::SampleBlock{0, sample, {}};
         }
-        EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, outcome) << encoding;
+        EXPECT_EQ(Loaded(files::WriteFont(font)).outcome, outcome) << encoding;
     }
 }
 
 TEST(StoredGlyphs, LengthPastTheEndFailsOnlyForTheNextGlyph) {
     FontFile font = GoodFont();
     font.stored[68].length = 0xFFFFFFFF;
-    EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, font::FontOutcome::kRead);
+    EXPECT_EQ(Loaded(files::WriteFont(font)).outcome, font::FontOutcome::kRead);
     font.stored[67].length = 0xFFFFFFFF;
-    EXPECT_EQ(Loaded(samples::WriteFont(font)).outcome, font::FontOutcome::kShortBlock);
+    EXPECT_EQ(Loaded(files::WriteFont(font)).outcome, font::FontOutcome::kShortBlock);
     font.stored[67].length = 0;  // the next record is then the same
-    const Loaded same(samples::WriteFont(font));
+    const Loaded same(files::WriteFont(font));
     EXPECT_EQ(same.outcome, font::FontOutcome::kRead);
     EXPECT_EQ(std::uint32_t{same.slot.char_directory[67].glyph_offset},
               std::uint32_t{same.slot.char_directory[68].glyph_offset});

@@ -9,13 +9,13 @@ namespace zel::test {
 
 namespace {
 
+using files::ColourRun;
+using files::EndOfLine;
 using module_test::ExpectFileError;
 using module_test::FontSet;
 using module_test::ModuleTest;
 using module_test::PlainFont;
 using module_test::SolidGlyph;
-using samples::ColourRun;
-using samples::EndOfLine;
 using testing::Each;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -75,7 +75,7 @@ struct Bitmap {
 
 class Glyphs : public ModuleTest {
   protected:
-    void Load(const samples::FontFile& font) {
+    void Load(const files::FontFile& font) {
         WriteFont(1, font);
         CString path("D:\\MACHINE");
         ASSERT_EQ(fonts.ReadFont(path, 1, 0, false), 1);
@@ -102,7 +102,7 @@ class Glyphs : public ModuleTest {
 constexpr char kNotFound[] = "Couldn't Find Font File |Couldn't Find Zelmara! Font File: D:\\MACHINE\\.0001";
 
 TEST_F(Glyphs, RectanglesOfEachKind) {
-    samples::FontFile font = PlainFont("Plain", "A");
+    files::FontFile font = PlainFont("Plain", "A");
     font.AddStored('S', SolidGlyph(40, 30), 77, 0);
     font.AddStored('F', SolidGlyph(1, 1, 0x8000), 0, 0);
     font.AddStored('N', SolidGlyph(1, 1), 0, 0);
@@ -136,7 +136,7 @@ TEST_F(Glyphs, RectanglesOfEachKind) {
 }
 
 TEST_F(Glyphs, RunCodedWithoutEncodingDataIsEmpty) {
-    samples::FontFile font = PlainFont("Plain", "A");
+    files::FontFile font = PlainFont("Plain", "A");
     font.header.font_flags = 0;
     Load(font);
     EXPECT_EQ(Rect('A'), CRect(0, 0, 0, 0));
@@ -163,8 +163,8 @@ TEST_F(Glyphs, RunCodedIsDrawnBottomUpInTheColoursOfItsSet) {
 }
 
 TEST_F(Glyphs, EmptyRunCodedGlyphIsTheFill) {
-    samples::FontFile font = PlainFont("Plain", "A");
-    font.AddRunCoded('E', {samples::EndOfGlyph()}, 3, 0);
+    files::FontFile font = PlainFont("Plain", "A");
+    font.AddRunCoded('E', {files::EndOfGlyph()}, 3, 0);
     Load(font);
     EXPECT_EQ(Rect('E'), CRect(0, 0, 0, 2));
     EXPECT_EQ(top, 3);
@@ -175,9 +175,9 @@ TEST_F(Glyphs, EmptyRunCodedGlyphIsTheFill) {
 }
 
 TEST_F(Glyphs, StoredIsStraightenedAndFlipped) {
-    samples::StoredGlyph glyph = SolidGlyph(2, 2);
+    files::StoredGlyph glyph = SolidGlyph(2, 2);
     glyph.pixels = {128, 128, 64, 200, 255, 1, 2, 3, 0, 9, 9, 9, 255, 4, 5, 6};
-    samples::FontFile font = PlainFont();
+    files::FontFile font = PlainFont();
     font.AddStored('S', glyph, 0, 0);
     Load(font);
     const Bitmap bitmap = Build('S');
@@ -188,7 +188,7 @@ TEST_F(Glyphs, StoredIsStraightenedAndFlipped) {
 }
 
 TEST_F(Glyphs, StoredPixelsStayInsideBothBlocks) {
-    samples::FontFile font = PlainFont();
+    files::FontFile font = PlainFont();
     for (const unsigned code : {unsigned{'B'}, unsigned{'S'}, unsigned{'Z'}})
         font.AddStored(code, SolidGlyph(4, 4), 0, 0);
     font.stored['S'].pixels.resize(30);  // too few for its rows
@@ -207,7 +207,7 @@ TEST_F(Glyphs, StoredPixelsStayInsideBothBlocks) {
 }
 
 TEST_F(Glyphs, MissingFileShowsOneBoxForEachCallUnlessSkipped) {
-    samples::FontFile font = PlainFont();
+    files::FontFile font = PlainFont();
     font.AddStored('S', SolidGlyph(2, 2), 0, 0);
     Load(font);
     std::filesystem::remove(Native("MACHINE/.0001"));
@@ -223,11 +223,11 @@ TEST_F(Glyphs, MissingFileShowsOneBoxForEachCallUnlessSkipped) {
 }
 
 TEST_F(Glyphs, RecordCutShortIsAFileError) {
-    samples::FontFile font = PlainFont();
+    files::FontFile font = PlainFont();
     font.AddStored('S', SolidGlyph(2, 2, 0x8000), 0, 0);
     Load(font);
-    samples::FontOffsets at;
-    const samples::Bytes bytes = samples::WriteFont(font, &at);
+    files::FontOffsets at;
+    const files::Bytes bytes = files::WriteFont(font, &at);
     for (std::size_t n = at.stored['S']; n < bytes.size(); ++n) {
         WriteFile("MACHINE/.0001", std::span(bytes).first(n));
         SCOPED_TRACE(n - at.stored['S']);

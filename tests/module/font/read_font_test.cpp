@@ -12,12 +12,12 @@ namespace zel::test {
 
 namespace {
 
+using files::FontFile;
 using module_test::ExpectFileError;
 using module_test::FontSet;
 using module_test::Joined;
 using module_test::ModuleTest;
 using module_test::PlainFont;
-using samples::FontFile;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -28,7 +28,7 @@ class ReadFont : public ModuleTest {
         settings.CreateKey(key);
         settings.SetValue(key, "FontDir 0", {REG_SZ, {directory.c_str(), directory.c_str() + directory.size() + 1}});
     }
-    void WriteAt(const std::string& name) { WriteFile(name, samples::WriteFont(PlainFont())); }
+    void WriteAt(const std::string& name) { WriteFile(name, files::WriteFont(PlainFont())); }
     int Read(const char* directory = "D:\\MACHINE", int number = 12) {
         path = directory;
         return fonts.ReadFont(path, number, 3, false);
@@ -157,8 +157,8 @@ const std::string kTessor = "ZELMARA Import|Tessor Encoded Data!";
 TEST_F(ReadFont, ShowsABoxForEachFailure) {
     const auto leading = [](FontFile& f) {
         f.header.font_flags = 18;
-        f.first_sample = samples::SampleBlock{};
-        f.sample = samples::SampleBlock{};
+        f.first_sample = files::SampleBlock{};
+        f.sample = files::SampleBlock{};
     };
     const std::string directory = FileError("D:\\MACHINE\\"), file = FileError("D:\\MACHINE\\.0012");
     const std::size_t after_codes = 2184 + PlainFont().encoding.size();
@@ -183,7 +183,7 @@ TEST_F(ReadFont, ShowsABoxForEachFailure) {
         SCOPED_TRACE(row.name);
         FontFile font = PlainFont();
         row.change(font);
-        samples::Bytes bytes = samples::WriteFont(font);
+        files::Bytes bytes = files::WriteFont(font);
         if (row.cut != 0) bytes.resize(row.cut);
         WriteFile("MACHINE/.0012", bytes);
         for (const int skip : {0, 1}) {

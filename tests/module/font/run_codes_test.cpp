@@ -1,5 +1,5 @@
 // Measuring and drawing run-coded glyphs.
-#include "samples/run_codes.h"
+#include "files/run_codes.h"
 
 #include <cmath>
 #include <map>
@@ -14,14 +14,14 @@ namespace zel::test {
 
 namespace {
 
-using samples::BackgroundRun;
-using samples::BlendedRun;
-using samples::ColourRun;
-using samples::EndOfLine;
-using samples::RunCodes;
-using samples::Stay;
+using files::BackgroundRun;
+using files::BlendedRun;
+using files::ColourRun;
+using files::EndOfLine;
+using files::RunCodes;
+using files::Stay;
 
-font::RunCodeReader Reader(const samples::Bytes& bytes, std::uint32_t offset = 0) {
+font::RunCodeReader Reader(const files::Bytes& bytes, std::uint32_t offset = 0) {
     return {bytes, offset};
 }
 
@@ -49,31 +49,31 @@ TEST(Measure, FollowsTheCodes) {
         {"codes after the end don't count", {0, ColourRun(1, 255, 9), EndOfLine()}, {0, 2}},
     };
     for (const MeasureCase& row : kCases)
-        EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(row.codes))), row.size) << row.name;
+        EXPECT_EQ(font::MeasureRunCodes(Reader(files::RunCodeBytes(row.codes))), row.size) << row.name;
 }
 
 TEST(Measure, EndsAfter500LinesOrRuns) {
-    EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(RunCodes(600, EndOfLine())))),
+    EXPECT_EQ(font::MeasureRunCodes(Reader(files::RunCodeBytes(RunCodes(600, EndOfLine())))),
               (font::GlyphSize{0, 502}));
     RunCodes codes(600, ColourRun(1, 255, 1));
-    EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (font::GlyphSize{0, 2}))
+    EXPECT_EQ(font::MeasureRunCodes(Reader(files::RunCodeBytes(codes))), (font::GlyphSize{0, 2}))
         << "the line has no end";
     codes.insert(codes.begin() + 499, EndOfLine());
-    EXPECT_EQ(font::MeasureRunCodes(Reader(samples::RunCodeBytes(codes))), (font::GlyphSize{500, 4}));
+    EXPECT_EQ(font::MeasureRunCodes(Reader(files::RunCodeBytes(codes))), (font::GlyphSize{500, 4}));
 }
 
 TEST(Measure, EndsAfterTheLargestNumberOfCodes) {
     for (const std::size_t stays : {font::kMaxGlyphCodes - 1, font::kMaxGlyphCodes}) {
         RunCodes codes(stays, Stay(1, 255));
         codes.insert(codes.end(), 2, ColourRun(1, 255, 5));
-        const samples::Bytes bytes = samples::RunCodeBytes(codes);
+        const files::Bytes bytes = files::RunCodeBytes(codes);
         const font::GlyphSize size = stays < font::kMaxGlyphCodes ? font::GlyphSize{8, 3} : font::GlyphSize{0, 2};
         for (const font::MeasurePath& path : font::MeasurePaths()) EXPECT_EQ(path.measure(Reader(bytes)), size);
     }
 }
 
 TEST(RunCodeReader, StaysWithinTheEncodingData) {
-    const samples::Bytes bytes = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    const files::Bytes bytes = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
     EXPECT_FALSE(Reader(bytes, 3).Next().EndsGlyph()) << "at any byte";
     for (const std::uint32_t offset : {4U, 7U, 8U, 0xFFFFFFFFU}) EXPECT_TRUE(Reader(bytes, offset).Next().EndsGlyph());
 }
@@ -83,7 +83,7 @@ TEST(RunCodeReader, StaysWithinTheEncodingData) {
 struct Canvas {
     Canvas(int w, int h, const RunCodes& codes, std::uint8_t fill = 0x11) : width(w), pixels(Size(w, h), fill) {
         const font::RunColour colours[] = {{}, {200, 100, 50}, {1, 2, 3}, {9, 9, 9}};
-        font::DrawRunCodes(Reader(samples::RunCodeBytes(codes)), {colours, {7, 8, 9}}, {pixels.data(), w * 4, w, h});
+        font::DrawRunCodes(Reader(files::RunCodeBytes(codes)), {colours, {7, 8, 9}}, {pixels.data(), w * 4, w, h});
     }
     static std::size_t Size(int w, int h) { return static_cast<std::size_t>(w * h * 4); }
     std::string At(int x, int y) const {
@@ -161,7 +161,7 @@ RunCodes AnyCodes(std::mt19937& random) {
                                        Stay(colour, level),  BlendedRun(colour, level, count), kStayingBackground,
                                        ColourRun(1, 255, 32)};
         code = words ? static_cast<std::uint32_t>(random()) : kinds[any(std::size(kinds))];
-        if (any(200) == 0) code = samples::EndOfGlyph();
+        if (any(200) == 0) code = files::EndOfGlyph();
     }
     if (any(4) == 0) codes.insert(codes.begin(), 496, Stay(1, 9));  // so that the line ends by its runs
     return codes;
@@ -174,7 +174,7 @@ TEST(AnyCodes, AreMeasuredAlikeAndDrawnInsideTheBufferAsIfItsFillExisted) {
     for (int round = 0; round < 4000; ++round) {
         SCOPED_TRACE(round);
         const int width = static_cast<int>(random() % 41), height = static_cast<int>(random() % 12);
-        const samples::Bytes bytes = samples::RunCodeBytes(AnyCodes(random));
+        const files::Bytes bytes = files::RunCodeBytes(AnyCodes(random));
         const auto offset = static_cast<std::uint32_t>(random() % 8);
         for (const font::MeasurePath& path : font::MeasurePaths()) {
             ASSERT_EQ(path.measure(Reader(bytes, offset)), font::MeasurePaths().back().measure(Reader(bytes, offset)))
@@ -218,7 +218,7 @@ std::array<unsigned, 4> Mixed(unsigned level, const std::array<unsigned, 3>& ove
 // existing byte at the opposite level. That every byte is divided well by every alpha is tested with stored pixels.
 TEST(Mixing, IsTheFormulaInDoublesForEveryLevelPixelAndAlpha) {
     for (unsigned level = 0; level < 256; ++level) {
-        const samples::Bytes codes = samples::RunCodeBytes(RunCodes(256, BlendedRun(1, level, 1)));
+        const files::Bytes codes = files::RunCodeBytes(RunCodes(256, BlendedRun(1, level, 1)));
         for (const std::array<unsigned, 3>& over :
              {std::array{0U, 1U, 127U}, {128U, 254U, 255U}, {level, 255 - level, level ^ 0x55U}}) {
             const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(over[i]); };

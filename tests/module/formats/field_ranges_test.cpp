@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 #include <yaml-cpp/yaml.h>
 
-#include "samples/font_writer.h"
-#include "samples/message_writer.h"
+#include "files/font_writer.h"
+#include "files/message_writer.h"
 
 /// Holds the descriptions in docs/formats against the bytes that the writers make: a record of zeros and one with a
 /// single field filled differ in exactly the bits that the description gives the field. Bits without a meaning are what
@@ -16,6 +16,7 @@
 namespace zel::formats_test {
 namespace {
 
+using namespace files;
 using namespace samples;
 
 /// A field of a record, counted from the record's top bit.

@@ -8,11 +8,11 @@ namespace zel::test {
 
 namespace {
 
+using files::MessageFile;
 using module_test::Joined;
 using module_test::MessageOf;
 using module_test::ModuleTest;
 using module_test::OpenDialog;
-using samples::MessageFile;
 using testing::IsEmpty;
 
 struct FailureCase {
@@ -28,11 +28,11 @@ void Type(MessageFile& file, unsigned type, const std::string& name = {}) {
     file.psos = {type, 0, name};
 }
 template <typename... Fields>
-std::vector<samples::TabField>& Tabs(MessageFile& file, unsigned version, Fields... fields) {
-    file.tabs = samples::TabTable{.tab_version = version, .fields = {fields...}};
+std::vector<files::TabField>& Tabs(MessageFile& file, unsigned version, Fields... fields) {
+    file.tabs = files::TabTable{.tab_version = version, .fields = {fields...}};
     return file.tabs->fields;
 }
-samples::TabField TabOf(unsigned start, unsigned end, unsigned row) {
+files::TabField TabOf(unsigned start, unsigned end, unsigned row) {
     return {.tab_start = start, .tab_end = end, .tab_row = row};
 }
 std::string Couldnt(const std::string& text) {
@@ -91,9 +91,9 @@ TEST_F(ReadMessage, ShowsABoxForEachFailureAndNoneWithWarningsSkipped) {
     };
     for (const FailureCase& row : kCases) {
         SCOPED_TRACE(row.name);
-        MessageFile file = MessageOf({samples::EmptyRow(30)});
+        MessageFile file = MessageOf({files::EmptyRow(30)});
         row.change(file);
-        samples::Bytes bytes = samples::WriteMessage(file);
+        files::Bytes bytes = files::WriteMessage(file);
         if (row.cut != 0) bytes.resize(row.cut);
         WriteFile("MESSAGES/.0001", bytes);
         const bool before_rows = row.cut != 0 || file.psos.file_type != 702;

@@ -12,7 +12,7 @@ namespace zel::test {
 
 namespace {
 
-using samples::Bytes;
+using files::Bytes;
 using testing::ElementsAre;
 
 class Sections : public message::SectionObserver {
@@ -23,16 +23,16 @@ class Sections : public message::SectionObserver {
     std::map<std::string, std::uint64_t> offsets;
 };
 
-message::MessageOutcome Load(const samples::MessageFile& file, message::LoadedMessage& message) {
-    return message::LoadMessage(samples::WriteMessage(file), message);
+message::MessageOutcome Load(const files::MessageFile& file, message::LoadedMessage& message) {
+    return message::LoadMessage(files::WriteMessage(file), message);
 }
 
-samples::TabField Tab(unsigned start, unsigned end, unsigned row, const std::string& name = "NAME") {
+files::TabField Tab(unsigned start, unsigned end, unsigned row, const std::string& name = "NAME") {
     return {.tab_start = start, .tab_end = end, .tab_name = name, .tab_row = row};
 }
 
-samples::MessageFile WithFlashFont() {
-    samples::MessageFile file = GoodMessage();
+files::MessageFile WithFlashFont() {
+    files::MessageFile file = GoodMessage();
     file.flash_font.emplace();
     file.flash_font->encoding_size = 30;
     file.flash_font->word_table_size = 7;
@@ -40,13 +40,13 @@ samples::MessageFile WithFlashFont() {
 }
 
 TEST(MessageSections, ArePositionedAsTheFormatDefines) {
-    samples::MessageOffsets at;
-    samples::MessageFile file = WithFlashFont();
+    files::MessageOffsets at;
+    files::MessageFile file = WithFlashFont();
     file.header.frame_top = 60;
     file.header.frame_bottom = 400;
     file.header.font_numbers[15] = 4711;
     file.palette->entries[255] = 0x102030FF;
-    const Bytes bytes = samples::WriteMessage(file, &at);
+    const Bytes bytes = files::WriteMessage(file, &at);
     message::LoadedMessage message;
     Sections sections;
     ASSERT_EQ(message::LoadMessage(bytes, message, &sections), message::MessageOutcome::kRead);
@@ -73,7 +73,7 @@ TEST(MessageSections, ArePositionedAsTheFormatDefines) {
 }
 
 TEST(MessageSections, FileOfRowsOnlyHasTheDefaultPalette) {
-    samples::MessageFile file{.rows = {samples::EmptyRow(0)}};
+    files::MessageFile file{.rows = {files::EmptyRow(0)}};
     message::LoadedMessage message;
     ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
     struct Set {
@@ -101,8 +101,8 @@ TEST(PaletteSection, DependsOnItsWordCount) {
     for (const unsigned words : {0U, 1U, 3U, 512U, 513U}) {  // the last is one more than the block holds
         SCOPED_TRACE(words);
         const unsigned present = std::min(words, 512U);
-        samples::MessageFile file{.rows = {samples::EmptyRow(0)}};
-        file.palette = samples::PaletteBlock{.palette_lead = 0x1234, .palette_words = words, .entries = {}};
+        files::MessageFile file{.rows = {files::EmptyRow(0)}};
+        file.palette = files::PaletteBlock{.palette_lead = 0x1234, .palette_words = words, .entries = {}};
         file.palette->entries.assign((present + 1) / 2, 0xA1B2C3D4);
         message::LoadedMessage message;
         ASSERT_EQ(Load(file, message) == message::MessageOutcome::kShortPalette, words == 0);
@@ -117,7 +117,7 @@ TEST(PaletteSection, DependsOnItsWordCount) {
 }
 
 TEST(PaletteSection, BeyondItsLimitTheNextSectionBeginsInItsRemainder) {
-    samples::MessageFile file{.rows = {samples::EmptyRow(0)}};
+    files::MessageFile file{.rows = {files::EmptyRow(0)}};
     file.palette.emplace();
     file.palette->entries.assign(300, 0xBBBD0000);  // the 513th word is the tag of a background
     file.background.emplace();
@@ -164,11 +164,10 @@ TEST(VerticalCorrection, MovesUpByTheSmallestRowAtMostByTheLineOffset) {
     };
     for (const LineCase& row : kCases) {
         SCOPED_TRACE(row.name);
-        samples::MessageFile file;
+        files::MessageFile file;
         file.pal = row.pal;
         for (std::size_t i = 0; i < row.rows.size(); ++i) {
-            file.rows.push_back(i % 2 == 0 ? samples::RowFromText(row.rows[i], "A", 0, 0)
-                                           : samples::EmptyRow(row.rows[i]));
+            file.rows.push_back(i % 2 == 0 ? files::RowFromText(row.rows[i], "A", 0, 0) : files::EmptyRow(row.rows[i]));
         }
         message::LoadedMessage message;
         ASSERT_EQ(Load(file, message), message::MessageOutcome::kRead);
@@ -179,7 +178,7 @@ TEST(VerticalCorrection, MovesUpByTheSmallestRowAtMostByTheLineOffset) {
 }
 
 TEST(TabTable, RecordsAreConvertedAndCheckedAgainstTheRows) {
-    samples::MessageFile file{.rows = {samples::RowFromText(120, "A", 0, 0)}};
+    files::MessageFile file{.rows = {files::RowFromText(120, "A", 0, 0)}};
     file.rows[0].row_bottom = 44;
     file.tabs.emplace();
     file.tabs->third_word = 0xFFFF;
@@ -208,7 +207,7 @@ TEST(TabTable, CountsItsRecordsInWords) {
     for (const CountCase& row :
          {CountCase{0, 0, 0}, {12, 0, 0}, {13, 1, 1}, {14, 1, 1}, {2612, 200, 200}, {2613, 201, -1}, {65535, 0, -1}}) {
         SCOPED_TRACE(row.words);
-        samples::MessageFile file{.rows = {samples::EmptyRow(0)}};
+        files::MessageFile file{.rows = {files::EmptyRow(0)}};
         file.tabs.emplace();
         file.tabs->fields.assign(row.records, Tab(1, 2, 0));
         file.tabs->tab_words = row.words;
@@ -221,10 +220,10 @@ TEST(TabTable, CountsItsRecordsInWords) {
 
 // tests/faults checks the outcome of every prefix.
 TEST(Truncation, LeavesWhatIsMissingOfTheHeaderAndTheRowsZero) {
-    samples::MessageFile file{.rows = {samples::RowFromText(20, std::string(63, 'x'), 1000, 0)}};
+    files::MessageFile file{.rows = {files::RowFromText(20, std::string(63, 'x'), 1000, 0)}};
     file.rows[0].cells[5].b6_word = 0x3FF;
-    samples::MessageOffsets at;
-    const Bytes bytes = samples::WriteMessage(file, &at);
+    files::MessageOffsets at;
+    const Bytes bytes = files::WriteMessage(file, &at);
     Bytes zeroed = bytes;
     for (std::size_t n = bytes.size(); n-- > at.header;) {
         zeroed[n] = 0;
@@ -238,7 +237,7 @@ TEST(Truncation, LeavesWhatIsMissingOfTheHeaderAndTheRowsZero) {
 
 TEST(Truncation, FlashFontOfAnySizeStaysInsideTheFile) {
     for (const std::uint32_t size : {0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
-        samples::MessageFile file = WithFlashFont();
+        files::MessageFile file = WithFlashFont();
         file.flash_font->encoding_size = file.flash_font->word_table_size = size;
         file.flash_font->data_size = 0;
         message::LoadedMessage message;

@@ -131,7 +131,7 @@ TEST_F(EntryPoints, HiddenDialogSplitsThePath) {
 
 TEST_F(EntryPoints, ReadZelmaraMessageStoresNoListsAndNoPosition) {
     WriteFont(1, PlainFont());
-    WriteMessage(MessageOf({samples::EmptyRow(0)}));
+    WriteMessage(MessageOf({files::EmptyRow(0)}));
     Import();
     EXPECT_FALSE(settings.KeyExists("Software\\Kovesh\\Tavro\\ZelTrans\\FontDir"));
     EXPECT_EQ(settings.GetProfileInt("ZELFTPSaveOptions", "DialogX"), std::nullopt);
@@ -140,7 +140,7 @@ TEST_F(EntryPoints, ReadZelmaraMessageStoresNoListsAndNoPosition) {
 }
 
 TEST_F(EntryPoints, PathWithoutBackslashImportsFromTheStoredDirectories) {
-    WriteMessage(MessageOf({samples::EmptyRow(0)}), ".0042");
+    WriteMessage(MessageOf({files::EmptyRow(0)}), ".0042");
     Store("FontDir", "D:\\MACHINE");
     Store("MessageDir", "D:\\MESSAGES");
     OpenDialog::M_sNextMessage = "42";
@@ -152,7 +152,7 @@ TEST_F(EntryPoints, PathWithoutBackslashImportsFromTheStoredDirectories) {
 
 TEST_F(EntryPoints, HostMaySetOptionsWhenTheDialogIsReady) {
     WriteFont(1, PlainFont());
-    samples::MessageFile message = MessageOf({samples::RowFromText(50, "A", 0, 0)});
+    files::MessageFile message = MessageOf({files::RowFromText(50, "A", 0, 0)});
     message.pal = true;
     WriteMessage(message);
     on_message = [](const WindowMessage& sent) {

@@ -10,24 +10,24 @@ namespace zel::test {
 
 namespace {
 
+using files::MessageFile;
 using module_test::MessageOf;
 using module_test::ModuleTest;
 using module_test::OpenDialog;
 using module_test::PlainFont;
 using module_test::SolidGlyph;
 using module_test::WindowMessage;
-using samples::MessageFile;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 MessageFile Text(std::string_view text = "ABC") {
-    return MessageOf({samples::RowFromText(99, text, 0, 9)});
+    return MessageOf({files::RowFromText(99, text, 0, 9)});
 }
 
 MessageFile WithTabs() {
     MessageFile file = Text();
     file.tabs.emplace();
-    samples::TabField tab;
+    files::TabField tab;
     tab.tab_start = 200;
     tab.tab_end = 300;
     file.tabs->fields = {tab};
@@ -76,7 +76,7 @@ struct EndCase {
 };
 
 void AnswerRgba(OneImport& test, int radio, bool ok) {
-    test.WriteFile("MESSAGES/.0001", samples::WriteRgbaFile(radio == 0 ? 714 : 717, SolidGlyph(1, 1)));
+    test.WriteFile("MESSAGES/.0001", files::WriteRgbaFile(radio == 0 ? 714 : 717, SolidGlyph(1, 1)));
     test.desktop.HandleDialog(kRgbaDialog, [radio, ok](CDialog& dialog) {
         script::DialogDriver driver(dialog);
         EXPECT_TRUE(driver.IsChecked(RgbaControl::kObjectRadio));
@@ -126,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(OneImport, ShortRgbaFileIsReportedAndOffered) {
-    samples::Bytes bytes = samples::WriteRgbaFile(714, SolidGlyph(1, 1));
+    files::Bytes bytes = files::WriteRgbaFile(714, SolidGlyph(1, 1));
     bytes.resize(140);
     WriteFile("MESSAGES/.0001", bytes);
     Run();
@@ -209,8 +209,8 @@ TEST_F(OneImport, FailedLoadKeepsThePreviousFontSet) {
 }
 
 TEST_F(OneImport, EachSlotUsesTheFontDirectoryOfTheControl) {
-    WriteFile("MACHINE/.0001", samples::WriteFont(PlainFont()));
-    WriteFile("ELSEWHERE/.0002", samples::WriteFont(PlainFont()));
+    WriteFile("MACHINE/.0001", files::WriteFont(PlainFont()));
+    WriteFile("ELSEWHERE/.0002", files::WriteFont(PlainFont()));
     MessageFile file = Text();
     file.header.font_numbers[0] = 2;
     file.header.font_numbers[1] = 1;
@@ -225,9 +225,9 @@ TEST_F(OneImport, EachSlotUsesTheFontDirectoryOfTheControl) {
 }
 
 TEST_F(OneImport, ExceptionEndsTheWaitCursor) {
-    samples::FontFile font = PlainFont();
+    files::FontFile font = PlainFont();
     font.AddStored('S', SolidGlyph(3, 3), 0, 0);
-    samples::Bytes bytes = samples::WriteFont(font);
+    files::Bytes bytes = files::WriteFont(font);
     bytes.resize(bytes.size() - 40);
     WriteFile("MACHINE/.0001", bytes);
     WriteMessage(Text("AS"));

@@ -27,9 +27,8 @@ class Batch : public ModuleTest {
     /// Messages 5, 7 and 8. There is no message 6, and 8 has no font.
     void WriteDisk() const {
         WriteFont(1, PlainFont());
-        for (const char* name : {".0005", ".0007"})
-            WriteMessage(MessageOf({samples::RowFromText(60, "AB", 0, 0)}), name);
-        samples::MessageFile without_font = MessageOf({samples::RowFromText(60, "A", 0, 0)});
+        for (const char* name : {".0005", ".0007"}) WriteMessage(MessageOf({files::RowFromText(60, "AB", 0, 0)}), name);
+        files::MessageFile without_font = MessageOf({files::RowFromText(60, "A", 0, 0)});
         without_font.header.font_numbers[0] = 2;
         WriteMessage(without_font, ".0008");
     }
@@ -111,7 +110,7 @@ TEST_F(Batch, ReportsAMissingMessageUnlessWarningsAreSkipped) {
 }
 
 TEST_F(Batch, StartsWithIdZeroForAnEmptyStart) {
-    for (const char* name : {".0000", ".0001"}) WriteMessage(MessageOf({samples::RowFromText(60, "A", 0, 0)}), name);
+    for (const char* name : {".0000", ".0001"}) WriteMessage(MessageOf({files::RowFromText(60, "A", 0, 0)}), name);
     Run("", "1");
     EXPECT_THAT(events,
                 ElementsAre("read .0000", "record 0 | Recording .0000", "read .0001", "record 1 | Recording .0001"));

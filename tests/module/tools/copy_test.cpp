@@ -17,7 +17,7 @@ using testing::ElementsAre;
 class CopyButton : public ModuleTest {};
 
 TEST_F(CopyButton, CopiesADiskAndShowsTheLog) {
-    WriteMessage(MessageOf({samples::RowFromText(60, "AB", 0, 0)}), ".0012");
+    WriteMessage(MessageOf({files::RowFromText(60, "AB", 0, 0)}), ".0012");
     WriteFont(1, module_test::PlainFont());
     desktop.HandleDialog(diskcopy::kCopyDialog, [](CDialog& dialog) {
         script::DialogDriver user(dialog);

@@ -18,9 +18,9 @@ using module_test::ModuleTest;
 using module_test::OpenDialog;
 
 tag_font_header Header(const std::string& name, const std::string& id = "") {
-    samples::FontFile font = module_test::PlainFont(name);
+    files::FontFile font = module_test::PlainFont(name);
     font.header.font_id_text = id;
-    return font::ConvertFontHeader(samples::WriteFontHeader(font));
+    return font::ConvertFontHeader(files::WriteFontHeader(font));
 }
 
 struct FaceCase {

@@ -8,6 +8,9 @@ namespace zel::test {
 
 namespace {
 
+using files::CharCell;
+using files::MessageFile;
+using files::RowText;
 using module_test::CharCall;
 using module_test::FontSet;
 using module_test::MessageOf;
@@ -15,9 +18,6 @@ using module_test::ModuleTest;
 using module_test::OpenDialog;
 using module_test::PlainFont;
 using module_test::SolidGlyph;
-using samples::CharCell;
-using samples::MessageFile;
-using samples::RowText;
 using testing::ElementsAre;
 
 /// Font 1 in slot 0: run-coded A, B and C, stored S 6 wide and 4 high with the flag; its rows' top is 12.
@@ -47,7 +47,7 @@ class Walk : public ModuleTest {
         message.EmitCharacters(&Host(), &fonts, baseline_align, tt_convert);
     }
     static RowText Row(std::string_view text, const CharCell& like = {}) {
-        RowText row = samples::RowFromText(100, text, 50, 20, like);
+        RowText row = files::RowFromText(100, text, 50, 20, like);
         row.row_top = 15;
         row.row_bottom = 45;
         return row;
@@ -66,13 +66,13 @@ class Walk : public ModuleTest {
 
     OpenDialog dialog{nullptr};
     FontSet fonts;
-    samples::FontFile font;
+    files::FontFile font;
 };
 
 TEST_F(Walk, FollowsTheChainOfEachRow) {
     RowText shuffled = Row("ABC");
-    samples::ShuffleRecords(shuffled, std::vector<unsigned>{2, 0, 1});
-    Run(MessageOf({Row("AB"), samples::EmptyRow(200), Row(""), shuffled}));
+    files::ShuffleRecords(shuffled, std::vector<unsigned>{2, 0, 1});
+    Run(MessageOf({Row("AB"), files::EmptyRow(200), Row(""), shuffled}));
     EXPECT_EQ(Text(), "AB\nABC");
     EXPECT_THAT(All(&tag_CharInf::row_index), ElementsAre(0, 0, 1, 3, 3, 3));
     EXPECT_THAT(All(&tag_CharInf::row_start), ElementsAre(1, 0, 1, 1, 0, 0));
@@ -85,7 +85,7 @@ TEST_F(Walk, FollowsTheChainOfEachRow) {
 }
 
 TEST_F(Walk, EmptyRowIsOneCallThatKeepsOtherFields) {
-    MessageFile file = MessageOf({samples::EmptyRow(30), Row("B"), samples::EmptyRow(40)});
+    MessageFile file = MessageOf({files::EmptyRow(30), Row("B"), files::EmptyRow(40)});
     file.header.frame_left = 33;
     file.rows[2].row_top = 4;
     file.rows[2].row_bottom = 3;

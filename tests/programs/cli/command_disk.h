@@ -29,10 +29,10 @@ struct CommandResult {
 class CommandDisk {
   public:
     CommandDisk() {
-        samples::WriteWholeFile(m_path / "MESSAGES/.0012", samples::WriteMessage(GoodMessage()));
-        samples::WriteWholeFile(m_path / "MACHINE/.0012", samples::WriteFont(GoodFont()));
-        const samples::StoredGlyph picture{.width = 4, .height = 4, .pixels = samples::Bytes(64, 9)};
-        samples::WriteWholeFile(m_path / "MESSAGES/.0020", samples::WriteRgbaFile(714, picture));
+        samples::WriteWholeFile(m_path / "MESSAGES/.0012", files::WriteMessage(GoodMessage()));
+        samples::WriteWholeFile(m_path / "MACHINE/.0012", files::WriteFont(GoodFont()));
+        const files::StoredGlyph picture{.width = 4, .height = 4, .pixels = files::Bytes(64, 9)};
+        samples::WriteWholeFile(m_path / "MESSAGES/.0020", files::WriteRgbaFile(714, picture));
     }
 
     std::filesystem::path operator/(const std::string& name) const { return m_path / name; }

@@ -22,15 +22,15 @@ constexpr char kHostileField[] = "F\x1B\x07\x9B\n";
 class NamedDisk {
   public:
     NamedDisk(const std::string& name, const std::string& field) : m_name(name) {
-        samples::MessageFile message = GoodMessage();
+        files::MessageFile message = GoodMessage();
         message.psos.type_name = message.tabs->fields[0].tab_name = field;
-        message.rows.push_back(samples::RowFromText(200, field, 100, 20));
-        samples::FontFile font = GoodFont();
+        message.rows.push_back(files::RowFromText(200, field, 100, 20));
+        files::FontFile font = GoodFont();
         font.psos.type_name = font.header.font_name = field;
         font.header.font_id_text = field.substr(0, 4);
-        samples::WriteWholeFile(m_disk / name / "MESSAGES/.0012", samples::WriteMessage(message));
+        samples::WriteWholeFile(m_disk / name / "MESSAGES/.0012", files::WriteMessage(message));
         samples::WriteWholeFile(m_disk / name / "MESSAGES" / name, std::string_view("text"));
-        samples::WriteWholeFile(m_disk / name / "MACHINE/.0012", samples::WriteFont(font));
+        samples::WriteWholeFile(m_disk / name / "MACHINE/.0012", files::WriteFont(font));
 
         library::Recording recording;
         recording.number = 12;

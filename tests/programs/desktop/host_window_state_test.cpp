@@ -16,11 +16,11 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include "files/font_writer.h"
 #include "pictures/grab.h"
 #include "programs/desktop/host_window_fixture.h"
 #include "programs/desktop/widgets/readable_colours.h"
 #include "programs/desktop/widgets/status_line.h"
-#include "samples/font_writer.h"
 #include "samples/write_file.h"
 
 namespace zel::screen_test {
@@ -263,8 +263,8 @@ TEST_F(HostWindowState, ListsTheWarningsOfTheLastImport) {
     std::filesystem::create_directories(In("bare").toStdString());
     for (const char* const name : {".0002", ".0003"})
         std::filesystem::copy(Disk().toStdString() + "/MESSAGES/" + name, In("bare").toStdString());
-    const samples::StoredGlyph without_pixels{.width = 4, .height = 4, .length = 12 + 64};
-    samples::WriteWholeFile(In("bare/.0004").toStdString(), samples::WriteRgbaFile(717, without_pixels));
+    const files::StoredGlyph without_pixels{.width = 4, .height = 4, .length = 12 + 64};
+    samples::WriteWholeFile(In("bare/.0004").toStdString(), files::WriteRgbaFile(717, without_pixels));
     Import(In("bare"));
     ASSERT_TRUE(button.isVisible());
     EXPECT_EQ(button.text(), "3 with warnings");

@@ -10,7 +10,7 @@
 /// Writers of the files that the module reads. They share no code with the module, so that tests have an independent
 /// source of bytes. They check nothing: every value that a field can hold is written, even one that no valid file
 /// contains.
-namespace zel::samples {
+namespace zel::files {
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -53,4 +53,4 @@ class BitRecord {
 };
 static_assert(BitRecord<2>().Put(6, 0x3F).Put(10, 1).Written() == std::array<std::uint8_t, 2>{0xFC, 0x01});
 
-}  // namespace zel::samples
+}  // namespace zel::files

@@ -1,8 +1,8 @@
-#include "samples/byte_writer.h"
+#include "files/byte_writer.h"
 
 #include <algorithm>
 
-namespace zel::samples {
+namespace zel::files {
 
 ByteWriter& ByteWriter::U8(std::uint32_t value) {
     m_bytes.push_back(static_cast<std::uint8_t>(value));
@@ -33,4 +33,4 @@ ByteWriter& ByteWriter::Fill(std::size_t count, std::uint8_t value) {
     return *this;
 }
 
-}  // namespace zel::samples
+}  // namespace zel::files

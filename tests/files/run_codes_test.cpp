@@ -1,4 +1,4 @@
-#include "samples/run_codes.h"
+#include "files/run_codes.h"
 
 #include <utility>
 
@@ -6,7 +6,7 @@
 
 #include "module/font/format/draw_run_codes.h"
 
-namespace zel::samples {
+namespace zel::files {
 namespace {
 
 TEST(RunCode, HasItsFieldsInPlaceAndTruncatesThem) {
@@ -65,4 +65,4 @@ TEST(EncodedGlyph, LeavesOutBlanksAtALinesEndAndSplitsLongRuns) {
 }
 
 }  // namespace
-}  // namespace zel::samples
+}  // namespace zel::files

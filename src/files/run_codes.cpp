@@ -1,9 +1,9 @@
-#include "samples/run_codes.h"
+#include "files/run_codes.h"
 
 #include <algorithm>
 #include <stdexcept>
 
-namespace zel::samples {
+namespace zel::files {
 namespace {
 
 struct Pixel {
@@ -78,4 +78,4 @@ Bytes RunCodeBytes(std::span<const std::uint32_t> codes) {
     return out.Written();
 }
 
-}  // namespace zel::samples
+}  // namespace zel::files

@@ -4,11 +4,11 @@
 #include <span>
 #include <vector>
 
-#include "samples/byte_writer.h"
+#include "files/byte_writer.h"
 
 /// Run codes: the glyphs of a font's encoding data, as 32-bit words, big-endian in the file. Bit 31: stay; bits 23 to
 /// 16: colour index; 15 to 8: level; 7 to 3: 32 minus the count; 1 to 0: the operation.
-namespace zel::samples {
+namespace zel::files {
 
 using RunCodes = std::vector<std::uint32_t>;
 
@@ -84,4 +84,4 @@ RunCodes EncodeFaceAndEdge(const Coverage& face, const Coverage& edge);
 /// The codes as the bytes of encoding data.
 Bytes RunCodeBytes(std::span<const std::uint32_t> codes);
 
-}  // namespace zel::samples
+}  // namespace zel::files

@@ -1,8 +1,8 @@
-#include "samples/font_writer.h"
+#include "files/font_writer.h"
 
 #include <algorithm>
 
-namespace zel::samples {
+namespace zel::files {
 namespace {
 
 constexpr std::size_t kCharTableSize = 384;
@@ -121,4 +121,4 @@ Bytes WriteRgbaFile(std::uint32_t file_type, const StoredGlyph& picture) {
     return out.Written();
 }
 
-}  // namespace zel::samples
+}  // namespace zel::files

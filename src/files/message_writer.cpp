@@ -1,8 +1,8 @@
-#include "samples/message_writer.h"
+#include "files/message_writer.h"
 
 #include <stdexcept>
 
-namespace zel::samples {
+namespace zel::files {
 namespace {
 
 constexpr unsigned kPaletteBit = 0x0001, kBackgroundBit = 0x0002, kTabBit = 0x0020, kFlashBit = 0x0100;
@@ -174,4 +174,4 @@ void ShuffleRecords(RowText& row, std::span<const unsigned> places) {
     row.cells = std::move(moved);
 }
 
-}  // namespace zel::samples
+}  // namespace zel::files

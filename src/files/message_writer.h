@@ -9,13 +9,13 @@
 #include <string_view>
 #include <vector>
 
-#include "samples/byte_writer.h"
-#include "samples/psos_header.h"
+#include "files/byte_writer.h"
+#include "files/psos_header.h"
 
 /// Describes a message file section by section and writes its bytes. Fields have the names of the format; `b2_bit5`
 /// is bit 5 of a record's byte 2, a field without a known meaning. A value too wide for its field is truncated. An
 /// optional field without a value is computed from the rest of the description.
-namespace zel::samples {
+namespace zel::files {
 
 /// A character record, 8 bytes.
 struct CharCell {
@@ -173,4 +173,4 @@ void ChainInOrder(RowText& row);
 /// @throws std::invalid_argument when it isn't one.
 void ShuffleRecords(RowText& row, std::span<const unsigned> places);
 
-}  // namespace zel::samples
+}  // namespace zel::files

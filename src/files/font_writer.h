@@ -8,14 +8,14 @@
 #include <string>
 #include <vector>
 
-#include "samples/byte_writer.h"
-#include "samples/psos_header.h"
-#include "samples/run_codes.h"
+#include "files/byte_writer.h"
+#include "files/psos_header.h"
+#include "files/run_codes.h"
 
 /// Describes a font file section by section and writes its bytes. Fields have the format's names; a field that no
 /// reader uses is named by its offset. A value too wide for its field is truncated. An optional field without a value
 /// is computed from the rest of the description.
-namespace zel::samples {
+namespace zel::files {
 
 constexpr unsigned kFontCharCount = 192;
 
@@ -137,4 +137,4 @@ Bytes WriteStoredGlyph(const StoredGlyph& glyph);
 /// An RGBA file of type 714 or 717: the 136-byte header, then one stored glyph record.
 Bytes WriteRgbaFile(std::uint32_t file_type, const StoredGlyph& picture);
 
-}  // namespace zel::samples
+}  // namespace zel::files

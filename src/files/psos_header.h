@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-#include "samples/byte_writer.h"
+#include "files/byte_writer.h"
 
-namespace zel::samples {
+namespace zel::files {
 
 /// The 136-byte header of message and font files.
 struct PsosHeader {
@@ -19,4 +19,4 @@ inline void WritePsosHeader(const PsosHeader& header, ByteWriter& out) {
     out.U32(header.file_type).U32(header.word_4).Text(header.type_name, 136 - 8);
 }
 
-}  // namespace zel::samples
+}  // namespace zel::files
