@@ -151,9 +151,9 @@ struct FrameCase {
 TEST(Framed, PlacesThePictureInSquarePixelsAndLeavesTheRestClear) {
     using exporter::Fit;
     constexpr picture::Rgba kColour{250, 200, 10, 128};
-    for (const FrameCase& row : {FrameCase{"1920x1080", Fit::kPillar, 486, {233, 0, 1687, 1080}},
-                                 FrameCase{"1920x1080", Fit::kPillar, 576, {224, 0, 1696, 1080}},
-                                 FrameCase{"600x1000", Fit::kPillar, 576, {0, 279, 600, 719}},
+    for (const FrameCase& row : {FrameCase{"1920x1080", Fit::kPillar, 486, {232, 0, 1687, 1080}},
+                                 FrameCase{"1920x1080", Fit::kPillar, 576, {223, 0, 1696, 1080}},
+                                 FrameCase{"600x1000", Fit::kPillar, 576, {0, 280, 600, 720}},
                                  FrameCase{"1024x576", Fit::kFill, 486, {0, 0, 1024, 576}},
                                  FrameCase{"1280x727", Fit::kPixel, 486, {280, 120, 1000, 606}}}) {
         SCOPED_TRACE(std::string(row.size) + " " + exporter::NameOf(row.fit));
