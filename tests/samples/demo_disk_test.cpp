@@ -19,6 +19,9 @@
 namespace zel::samples {
 namespace {
 
+using files::CharEntry;
+using files::kFontCharCount;
+using files::StoredGlyph;
 using samples_test::ReadAll;
 using samples_test::ScratchDirectory;
 using testing::HasSubstr;
