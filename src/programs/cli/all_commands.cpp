@@ -13,6 +13,7 @@
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
 #include "programs/cli/thumbnail_command.h"
+#include "programs/cli/verify_command.h"
 #include "programs/version/library_versions.h"
 #include "programs/version/version_report.h"
 
@@ -25,7 +26,7 @@ constexpr NamedCommand kCommands[] = {
     {"import", AddImportCommand},       {"batch", AddBatchCommand},   {"export", AddExportCommand},
     {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
     {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
-    {"thumbnail", AddThumbnailCommand},
+    {"thumbnail", AddThumbnailCommand}, {"verify", AddVerifyCommand},
 };
 
 }  // namespace

@@ -43,6 +43,7 @@ constexpr JsonCase kCases[] = {
     {"export-format", "zeltrans export --json --list-formats"},
     {"setting", "zeltrans settings --json --settings kept; zeltrans settings get FontDir 2 --json --settings kept"},
     {"inspection-report", "zeltrans info --json disk MACHINE MESSAGES cut odd* missing"},
+    {"verification-line", "zeltrans verify --json disk MACHINE MESSAGES cut odd* missing"},
     {"fetch-line", "zeltrans fetch ftp://127.0.0.1:1/ 1 --to here --json"},
 };
 
