@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -7,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-/// Writers of the files that the module reads. They share no code with the module, so that tests have an independent
-/// source of bytes. They check nothing: every value that a field can hold is written, even one that no valid file
-/// contains.
+/// Writers and readers of the files that the module reads. They share no code with the module, so that tests have an
+/// independent source of bytes. The writers check nothing: every value that a field can hold is written, even one that
+/// no valid file contains.
 namespace zel::files {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -25,6 +26,9 @@ class ByteWriter {
     ByteWriter& Text(std::string_view text, std::size_t width, std::uint8_t fill = 0);
     ByteWriter& Fill(std::size_t count, std::uint8_t value = 0);
 
+    /// Drops what follows the first `size` bytes.
+    void Cut(std::size_t size) { m_bytes.resize(std::min(size, m_bytes.size())); }
+
     std::size_t Size() const noexcept { return m_bytes.size(); }
     const Bytes& Written() const noexcept { return m_bytes; }
 
@@ -38,10 +42,13 @@ class BitRecord {
   public:
     /// Appends the low `width` bits of `value`, 1 to 32 of them. Bits beyond the record's end are dropped.
     constexpr BitRecord& Put(unsigned width, std::uint32_t value) noexcept {
-        while (width-- > 0 && m_used < 8 * N) {
-            const auto bit = static_cast<std::uint8_t>((value >> width & 1U) << (7 - m_used % 8));
-            m_bytes[m_used / 8] = static_cast<std::uint8_t>(m_bytes[m_used / 8] | bit);
-            ++m_used;
+        while (width > 0 && m_used < 8 * N) {
+            const unsigned free = 8 - m_used % 8;
+            const unsigned taken = width < free ? width : free;
+            const std::uint32_t bits = (value >> (width - taken)) & ((1U << taken) - 1);
+            m_bytes[m_used / 8] = static_cast<std::uint8_t>(m_bytes[m_used / 8] | bits << (free - taken));
+            m_used += taken;
+            width -= taken;
         }
         return *this;
     }
@@ -49,7 +56,7 @@ class BitRecord {
 
   private:
     std::array<std::uint8_t, N> m_bytes{};
-    std::size_t m_used = 0;
+    unsigned m_used = 0;
 };
 static_assert(BitRecord<2>().Put(6, 0x3F).Put(10, 1).Written() == std::array<std::uint8_t, 2>{0xFC, 0x01});
 

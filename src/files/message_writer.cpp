@@ -1,108 +1,111 @@
 #include "files/message_writer.h"
 
+#include <algorithm>
 #include <stdexcept>
+
+#include "files/message_fields.h"
 
 namespace zel::files {
 namespace {
 
-constexpr unsigned kPaletteBit = 0x0001, kBackgroundBit = 0x0002, kTabBit = 0x0020, kFlashBit = 0x0100;
-constexpr unsigned kPalBit = 0x8000;
-constexpr std::size_t kFlashHeaderSize = 128, kFlashDirectorySize = 192 * 10;
-
 unsigned SectionFlags(const MessageFile& message) {
-    unsigned flags = message.pal ? kPalBit : 0;
-    if (message.palette) flags |= kPaletteBit;
-    if (message.background) flags |= kBackgroundBit;
-    if (message.tabs) flags |= kTabBit;
-    if (message.flash_font) flags |= kFlashBit;
-    return message.section_flags.value_or(flags);
+    return message.section_flags.value_or(ComputedSectionFlags(message));
+}
+
+// Appends parts of the flash font's content, or bytes of its fill.
+class FlashContent {
+  public:
+    FlashContent(const FlashFont& flash, ByteWriter& out) noexcept : m_flash(flash), m_out(out) {}
+
+    void Append(std::size_t count) {
+        if (m_flash.content.empty()) {
+            m_out.Fill(count, m_flash.fill);
+            return;
+        }
+        const auto rest = std::span(m_flash.content).subspan(std::min(m_used, m_flash.content.size()));
+        const auto part = rest.first(std::min(count, rest.size()));
+        m_out.Append(part).Fill(count - part.size());
+        m_used += count;
+    }
+
+  private:
+    const FlashFont& m_flash;
+    ByteWriter& m_out;
+    std::size_t m_used = 0;
+};
+
+std::size_t FlashDataSize(const FlashFont& flash) {
+    if (flash.content.empty()) {
+        return flash.data_size.value_or(std::size_t{flash.encoding_size} + flash.word_table_size);
+    }
+    return flash.content.size() - std::min(flash.content.size(), FlashFont::kFixedContent);
 }
 
 void WriteFlashFont(const FlashFont& flash, ByteWriter& out) {
-    out.Fill(8, flash.fill);
-    out.Fill(98, flash.fill).U32(flash.encoding_size);           // header 0 to 101
-    out.Fill(120 - 102, flash.fill).U32(flash.word_table_size);  // header 102 to 123
-    out.Fill(kFlashHeaderSize - 124, flash.fill).Fill(kFlashDirectorySize, flash.fill);
-    out.Fill(flash.data_size.value_or(std::size_t{flash.encoding_size} + flash.word_table_size), flash.fill);
+    FlashContent content(flash, out);
+    content.Append(8 + 98);
+    out.U32(flash.encoding_size);  // at 98 of the font header
+    content.Append(120 - 102);
+    out.U32(flash.word_table_size);  // at 120
+    content.Append(FlashFont::kFixedContent - (8 + 98) - (120 - 102));
+    content.Append(FlashDataSize(flash));
 }
 
 void WriteHeader(const MessageHeader& header, std::size_t row_count, ByteWriter& out) {
-    out.U16(header.word_0).U16(header.word_2);
-    out.U16(header.last_row.value_or(static_cast<unsigned>(row_count) - 1));
-    out.U16(header.frame_left).U16(header.frame_top).U16(header.frame_right).U16(header.frame_bottom);
-    out.U16(header.word_14).U16(header.word_16).U16(header.word_18);
-    for (const auto number : header.font_numbers) out.U16(number);
+    out.Append(
+        WriteRecord<MessageHeaderFields>(header, header.last_row.value_or(static_cast<unsigned>(row_count) - 1)));
 }
 
 void WritePalette(const PaletteBlock& palette, ByteWriter& out) {
-    out.U16(palette.palette_lead);
-    out.U16(palette.palette_words.value_or(static_cast<unsigned>(2 * palette.entries.size())));
+    const std::size_t words = 2 * palette.entries.size() + (palette.half_entry ? 1 : 0);
+    out.Append(WriteRecord<PaletteHeadFields>(palette, palette.palette_words.value_or(static_cast<unsigned>(words))));
     for (const auto entry : palette.entries) out.U32(entry);
-}
-
-std::size_t BackgroundWords(unsigned tag) {
-    switch (tag) {
-        case 0xBBBB:
-            return 1536;
-        case 0xBBBC:
-            return 1154;
-        case 0xBBBD:
-            return 974;
-        default:
-            return 0;
-    }
+    if (palette.half_entry) out.U16(*palette.half_entry);
 }
 
 void WriteBackground(const BackgroundBlock& background, ByteWriter& out) {
     out.U16(background.tag);
+    for (const auto word : background.content) out.U16(word);
+    if (!background.content.empty()) return;
     for (auto n = background.words.value_or(BackgroundWords(background.tag)); n > 0; --n) out.U16(background.value);
 }
 
 void WriteTabs(const TabTable& tabs, ByteWriter& out) {
-    out.U16(tabs.tab_version);
-    out.U16(tabs.tab_words.value_or(static_cast<unsigned>(13 * tabs.fields.size())));
-    out.U16(tabs.third_word);
-    for (const auto& field : tabs.fields) out.Append(WriteTabField(field));
+    const auto words = static_cast<unsigned>(13 * tabs.fields.size());
+    out.Append(WriteRecord<TabHeadFields>(tabs, tabs.tab_words.value_or(words)));
+    for (const auto& field : tabs.fields) out.Append(WriteRecord<TabFieldFields>(field));
 }
 
 }  // namespace
 
+unsigned ComputedSectionFlags(const MessageFile& message) {
+    unsigned flags = message.pal ? kPalFlag : 0;
+    if (message.palette) flags |= kPaletteFlag;
+    if (message.background) flags |= kBackgroundFlag;
+    if (message.tabs) flags |= kTabFlag;
+    if (message.flash_font) flags |= kFlashFlag;
+    return flags;
+}
+
 std::array<std::uint8_t, 8> WriteCharCell(const CharCell& cell) {
-    BitRecord<8> bits;
-    bits.Put(1, cell.b0_bit7).Put(1, cell.place_flag).Put(1, cell.chain_end).Put(3, cell.b0_bits4to2);
-    bits.Put(10, cell.char_x);
-    bits.Put(2, cell.b2_bits7to6).Put(1, cell.b2_bit5).Put(3, cell.colour_set).Put(10, cell.char_y);
-    bits.Put(6, cell.char_font).Put(10, cell.char_code);
-    bits.Put(10, cell.b6_word).Put(6, cell.next_char);
-    return bits.Written();
+    return WriteRecord<CharCellFields>(cell);
 }
 
 std::array<std::uint8_t, 8> WriteRowHead(const RowText& row) {
-    BitRecord<8> bits;
-    bits.Put(1, row.b0_bit7).Put(1, row.b0_bit6).Put(1, row.row_empty).Put(3, row.b0_bits4to2).Put(10, row.row_y);
-    bits.Put(6, row.first_char).Put(10, row.row_top);
-    bits.Put(6, row.char_count.value_or(static_cast<unsigned>(row.cells.size()))).Put(10, row.row_bottom);
-    bits.Put(8, row.b6).Put(8, row.b7);
-    return bits.Written();
+    return WriteRecord<RowHeadFields>(row, row.char_count.value_or(static_cast<unsigned>(row.cells.size())));
 }
 
 Bytes WriteTabField(const TabField& field) {
-    ByteWriter out;
-    out.U16(field.tab_start).U16(field.tab_end).U8(field.tab_byte).Text(field.tab_name, 17);
-    BitRecord<3> bits;
-    bits.Put(6, field.tab_row).Put(4, field.tab_a).Put(5, field.tab_font).Put(4, field.tab_colour);
-    bits.Put(5, field.tab_flags);
-    out.Append(bits.Written()).U8(field.b25);
-    return out.Written();
+    const auto record = WriteRecord<TabFieldFields>(field);
+    return {record.begin(), record.end()};
 }
 
 Bytes WriteMessage(const MessageFile& message, MessageOffsets* offsets) {
     MessageOffsets at;
     ByteWriter out;
-    WritePsosHeader(message.psos, out);
+    out.Append(WriteRecord<PsosHeaderFields>(message.psos));
     at.flags = out.Size();
-    out.U16(SectionFlags(message));
-    for (const auto word : message.more_flags) out.U16(word);
+    out.Append(WriteRecord<MessageFlagsFields>(SectionFlags(message), message.more_flags));
     at.flash_font = out.Size();
     if (message.flash_font) WriteFlashFont(*message.flash_font, out);
     at.header = out.Size();
@@ -120,6 +123,7 @@ Bytes WriteMessage(const MessageFile& message, MessageOffsets* offsets) {
     if (message.tabs) WriteTabs(*message.tabs, out);
     at.tail = out.Size();
     out.Append(message.tail);
+    if (message.size) out.Cut(*message.size);
     if (offsets != nullptr) *offsets = at;
     return out.Written();
 }

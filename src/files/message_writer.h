@@ -14,7 +14,8 @@
 
 /// Describes a message file section by section and writes its bytes. Fields have the names of the format; `b2_bit5`
 /// is bit 5 of a record's byte 2, a field without a known meaning. A value too wide for its field is truncated. An
-/// optional field without a value is computed from the rest of the description.
+/// optional field without a value is computed from the rest of the description. message_reader.h makes such a
+/// description of a file.
 namespace zel::files {
 
 /// A character record, 8 bytes.
@@ -32,6 +33,8 @@ struct CharCell {
     unsigned char_code = 0;   ///< 10 bits
     unsigned b6_word = 0;     ///< 10 bits, b6 and the top of b7
     unsigned next_char = 63;  ///< 6 bits, 63 ends the chain
+
+    bool operator==(const CharCell&) const = default;
 };
 
 /// A row: its head of 8 bytes, then its records. The records are written even if `row_empty` is set.
@@ -48,26 +51,37 @@ struct RowText {
     unsigned b6 = 0;                       ///< all of byte 6
     unsigned b7 = 0;                       ///< all of byte 7
     std::vector<CharCell> cells{};
+
+    bool operator==(const RowText&) const = default;
 };
 
 /// The palette section.
 struct PaletteBlock {
     unsigned palette_lead = 0;
-    /// Default: two for each entry.
+    /// Default: two for each entry, one for a half entry. A reader takes 512 at most.
     std::optional<unsigned> palette_words{};
     /// 256 in a complete palette, beginning with entry 0 of set 0.
     std::vector<std::uint32_t> entries{};
+    /// The last word of an odd number of words: the high half of one more entry.
+    std::optional<std::uint16_t> half_entry{};
+
+    bool operator==(const PaletteBlock&) const = default;
 };
 
-/// The background section. All its words have the same value.
+/// The background section.
 struct BackgroundBlock {
     unsigned tag = 0xBBBB;
     /// Default: 1536, 1154 or 974, by the tag; 0 for an unknown tag.
     std::optional<std::size_t> words{};
+    /// The value of all words.
     unsigned value = 0;
+    /// The words, if they aren't equal; then the two above have no meaning.
+    std::vector<std::uint16_t> content{};
+
+    bool operator==(const BackgroundBlock&) const = default;
 };
 
-/// A record of the tab table, 26 bytes.
+/// A record of the tab table, 26 bytes. A name ends at its first zero; what follows the zero is kept.
 struct TabField {
     unsigned tab_start = 0;
     unsigned tab_end = 0;
@@ -79,6 +93,8 @@ struct TabField {
     unsigned tab_colour = 0;            ///< 4 bits
     unsigned tab_flags = 0;             ///< 5 bits, b24 bits 4 to 0
     unsigned b25 = 0;
+
+    bool operator==(const TabField&) const = default;
 };
 
 /// The tab table.
@@ -88,15 +104,25 @@ struct TabTable {
     std::optional<unsigned> tab_words{};
     unsigned third_word = 0;
     std::vector<TabField> fields{};
+
+    bool operator==(const TabTable&) const = default;
 };
 
-/// The flash font block. A reader uses only the two sizes; every other byte is `fill`.
+/// The flash font block. A reader uses only the two sizes.
 struct FlashFont {
     std::uint32_t encoding_size = 0;
     std::uint32_t word_table_size = 0;
     /// Bytes of font data; default: the sum of the two sizes.
     std::optional<std::size_t> data_size{};
+    /// The value of every byte outside the two sizes.
     std::uint8_t fill = 0xEE;
+    /// The bytes outside the two sizes, if they aren't equal; then the two above have no meaning.
+    Bytes content{};
+
+    /// Bytes of the block without the two sizes and without font data.
+    static constexpr std::size_t kFixedContent = 8 + (128 - 2 * 4) + 192 * 10;
+
+    bool operator==(const FlashFont&) const = default;
 };
 
 /// The 26 words of message values.
@@ -119,6 +145,8 @@ struct MessageHeader {
         for (auto& number : numbers) number = 65535;
         return numbers;
     }
+
+    bool operator==(const MessageHeader&) const = default;
 };
 
 /// A complete message file.
@@ -135,8 +163,12 @@ struct MessageFile {
     std::optional<PaletteBlock> palette{};
     std::optional<BackgroundBlock> background{};
     std::optional<TabTable> tabs{};
-    /// Bytes after the last section.
+    /// Bytes after the last section that a reader reads.
     Bytes tail{};
+    /// The file's size, if the file ends before its last section does. What is missing reads as zero.
+    std::optional<std::size_t> size{};
+
+    bool operator==(const MessageFile&) const = default;
 };
 
 /// The offsets of a written message's sections; for a missing section, where it would begin.
@@ -146,6 +178,9 @@ struct MessageOffsets {
 
 /// The file's bytes. @param offsets  may be null.
 Bytes WriteMessage(const MessageFile& message, MessageOffsets* offsets = nullptr);
+
+/// section_flags with the bits of the sections that are present, and of `pal`.
+unsigned ComputedSectionFlags(const MessageFile& message);
 
 /// The bytes of one record, as in the file.
 std::array<std::uint8_t, 8> WriteCharCell(const CharCell& cell);

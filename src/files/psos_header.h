@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "files/byte_writer.h"
+#include "files/record_fields.h"
 
 namespace zel::files {
 
@@ -11,12 +11,26 @@ namespace zel::files {
 struct PsosHeader {
     std::uint32_t file_type = 0;  ///<   0  702 a message, 500 a font, 714 and 717 an RGBA file
     std::uint32_t word_4 = 0;     ///<   4
-    std::string type_name{};      ///<   8  128 bytes; a name of 128 characters has no terminator
+    /// 8: 128 bytes. The name ends at its first zero; a name of 128 characters has none. What follows the zero is kept.
+    std::string type_name{};
+
+    bool operator==(const PsosHeader&) const = default;
+};
+
+/// The header's fields.
+struct PsosHeaderFields {
+    static constexpr std::size_t kSize = 136;
+    template <class Io, class Header>
+    static void Each(Io& io, Header& header) {
+        io.Bits(32, header.file_type);
+        io.Bits(32, header.word_4);
+        io.Text(header.type_name, kSize - 8);
+    }
 };
 
 /// Appends the header's 136 bytes.
 inline void WritePsosHeader(const PsosHeader& header, ByteWriter& out) {
-    out.U32(header.file_type).U32(header.word_4).Text(header.type_name, 136 - 8);
+    out.Append(WriteRecord<PsosHeaderFields>(header));
 }
 
 }  // namespace zel::files
