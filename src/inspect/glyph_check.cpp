@@ -139,6 +139,13 @@ class GlyphChecker {
     std::span<const std::uint8_t> m_encoding;
     std::uint64_t m_encoding_offset = 0;
     std::map<GlyphFault, Finding> m_faults;
+    /// What is known of the codes at an offset of the encoding data, which several characters may share.
+    struct RunCodedGlyph {
+        GlyphFault fault = GlyphFault::kNone;
+        std::size_t used = 0;
+        font::GlyphSize size;
+    };
+    std::map<std::uint32_t, RunCodedGlyph> m_run_coded;
     /// Parts of the encoding data that glyphs use: begin and end.
     std::vector<std::pair<std::size_t, std::size_t>> m_used;
     Finding m_kinds;
@@ -184,12 +191,15 @@ void GlyphChecker::CheckRunCoded(int code, const tag_char_entry& entry) {
         }
         return;
     }
-    std::size_t used = 0;
-    Fault(code, CheckRunCodes(m_encoding, offset, used),
-          {.offset = EntryOffset(code) + kOffsetAt, .size = 4, .value = offset});
-    if (used != 0) m_used.emplace_back(offset, offset + used);
-    const font::GlyphSize size = font::MeasureRunCodes(font::RunCodeReader(m_encoding, offset));
-    Measured(code, size.width, size.height);
+    const auto [known, is_new] = m_run_coded.try_emplace(offset);
+    RunCodedGlyph& glyph = known->second;
+    if (is_new) {
+        glyph.fault = CheckRunCodes(m_encoding, offset, glyph.used);
+        glyph.size = font::MeasureRunCodes(font::RunCodeReader(m_encoding, offset));
+        if (glyph.used != 0) m_used.emplace_back(offset, offset + glyph.used);
+    }
+    Fault(code, glyph.fault, {.offset = EntryOffset(code) + kOffsetAt, .size = 4, .value = offset});
+    Measured(code, glyph.size.width, glyph.size.height);
 }
 
 void GlyphChecker::CheckStored(int code, const tag_char_entry& entry) {

@@ -14,7 +14,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-inspect::FileReport Inspect(const files::MessageFile& message, const std::string& name = ".0012") {
+inspect::FileReport Verified(const files::MessageFile& message, const std::string& name = ".0012") {
     return inspect::InspectBytes(files::WriteMessage(message), name, inspect::Depth::kEveryByte);
 }
 
@@ -24,7 +24,7 @@ TEST(VerifyText, NamesOffsetFieldValueRuleAndEffect) {
     message.tabs->fields[1].tab_row = 9;
     message.tail = {1, 0};
     message.header.word_14 = 7;
-    EXPECT_EQ(inspect::VerifyText(Inspect(message), false),
+    EXPECT_EQ(inspect::VerifyText(Verified(message), false),
               R"(.0012: message, readable; 4 faults; 2 notes
   fault  0x00EB (235)  row 0, record 2: next_char is 9; rule: a record below char_count that is not in the chain yet; import follows the chain to char_count, or to 63; a record without character is code 0 of slot 0
   fault  0x00EC (236)  row 0, record 3: 8 bytes; rule: the chain includes every record; import leaves the character out
@@ -40,7 +40,7 @@ TEST(VerifyText, GathersTheSameFaultInOneLineUnlessEveryPlaceIsAsked) {
     for (files::CharCell& cell : message.rows[1].cells) cell.char_font = 20;
     message.background.reset();
     message.tabs.reset();
-    const inspect::FileReport report = Inspect(message);
+    const inspect::FileReport report = Verified(message);
     const std::string brief = inspect::VerifyText(report, false), all = inspect::VerifyText(report, true);
     EXPECT_THAT(brief, HasSubstr("  fault  0x0100 (256)  7 characters, first row 1, record 0: char_font is 20; rule: a "
                                  "slot, 0 to 15; import leaves the character out; also at 0x0108, 0x0110, 0x0118, "
@@ -91,7 +91,7 @@ std::vector<std::string> UnusedOf(const inspect::FontUse& use) {
 
 TEST(FontUse, FindsTheFontsOfEachDiskAsAnImportDoes) {
     inspect::FontUse use;
-    const inspect::FileReport message = Inspect(GoodMessage());  // names 12 and 31
+    const inspect::FileReport message = Verified(GoodMessage());  // names 12 and 31
     const inspect::FileReport font = inspect::InspectBytes(files::WriteFont(GoodFont()), "");
     files::Bytes cut = files::WriteFont(GoodFont());
     cut.resize(1000);

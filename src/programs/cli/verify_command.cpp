@@ -101,6 +101,7 @@ class Verify {
 
     /// @param name  of the directory in texts.
     void VerifyDirectory(const fs::path& directory, const std::string& name) {
+        m_is_one_file = false;
         const FileTree tree = FindFiles(directory);
         inspect::FontUse fonts;
         for (const fs::path& file : tree.files) {
@@ -179,6 +180,7 @@ class Verify {
     }
 
     static std::string FaultText(std::uint64_t faults, std::uint64_t files, std::uint64_t missing_fonts) {
+        if (faults == 0 && missing_fonts != 0) return Count(missing_fonts, "missing font");
         std::string text = Count(faults, "fault");
         if (files > 1) text += " in " + Count(files, "file");
         return missing_fonts == 0 ? text : text + ", " + Count(missing_fonts, "missing font");
@@ -208,7 +210,7 @@ class Verify {
         text += UnusedText(inspect::UnusedFont::Reason::kName, "no import looks for the names of");
         text += UnusedText(inspect::UnusedFont::Reason::kOtherFile, "an import takes the other file of the number of");
         const std::uint64_t files = m_summary.Files();
-        if (files == 1 && text.empty() && m_arguments.paths.size() == 1) return;
+        if (m_is_one_file) return;
         std::vector<std::string> parts;
         const auto add = [&](std::uint64_t count, const char* what) {
             if (count != 0) parts.push_back(inspect::Number(count) + " " + what);
@@ -238,6 +240,8 @@ class Verify {
 
     const VerifyArguments& m_arguments;
     VerifySummary m_summary;
+    /// The only path is a file, which needs no totals.
+    bool m_is_one_file = m_arguments.paths.size() == 1;
     /// Nothing of an archive was refused.
     bool m_is_complete = true;
 };
@@ -252,6 +256,7 @@ void AddVerifyCommand(CLI::App& app, CommandRun& run) {
                 "name list files, or archives of disks (zip, tar, ISO 9660); - is standard input");
     AddJson(command, arguments->json, "print one JSON object per file, each in one line, and a summary");
     AddVerbosity(command, true);
+    command.get_option("--verbose")->description("list every place, and every field that nothing reads");
     AddExample(command, "zeltrans verify DISK\n  zeltrans verify DISK/MESSAGES/.0012 --verbose");
     command.callback([arguments, &run] {
         if (std::ranges::count_if(arguments->paths, IsStandardInput) > 1)

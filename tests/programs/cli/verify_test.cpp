@@ -10,7 +10,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr char kMoved[] = "rm -rf run.*; mkdir disk; mv MESSAGES MACHINE disk; ";
+constexpr char kMoved[] = "mkdir disk; mv MESSAGES MACHINE disk";
 
 TEST(VerifyCommand, ExitsWithOneForFaultsOnly) {
     struct Case {
@@ -26,7 +26,7 @@ TEST(VerifyCommand, ExitsWithOneForFaultsOnly) {
         "mkdir fonts; cp MACHINE/.0012 fonts; cp README fonts; printf x | cat MACHINE/.0012 - >trailing");
     constexpr Case kCases[] = {
         {"zeltrans verify MACHINE/.0012", 0, "MACHINE/.0012: font, whole", ""},
-        {"zeltrans verify fonts", 0, "fonts/README: not a kind that the import reads", ""},
+        {"zeltrans verify fonts", 0, "fonts/README: text, not a kind that the import reads", ""},
         {"zeltrans verify empty", 0, "0 files", ""},
         {"zeltrans verify - <MESSAGES/.0020", 0, "standard input: RGBA picture, whole", ""},
         {"zeltrans verify cut", 1,
@@ -52,22 +52,22 @@ TEST(VerifyCommand, ExitsWithOneForFaultsOnly) {
 
 TEST(VerifyCommand, ReportsTheFontsOfADisk) {
     const CommandDisk disk;
-    const CommandResult result =
-        disk.Shell(std::string(kMoved) + "cp disk/MACHINE/.0012 disk/MACHINE/.0044; zeltrans verify disk");
+    disk.Shell(kMoved);
+    const CommandResult result = disk.Shell("cp disk/MACHINE/.0012 disk/MACHINE/.0044; zeltrans verify disk");
     EXPECT_EQ(result.exit_code, 1);
     EXPECT_THAT(
         result.out,
         HasSubstr("fault: font 31 is missing; used by disk/MESSAGES/.0012; import leaves its characters out, and "
                   "the rest of their rows\n"
                   "note: no message names 1 font: disk/MACHINE/.0044\n"
-                  "4 files (4 whole), 0 faults, 3 notes, 1 missing font\n"));
-    EXPECT_EQ(result.err, "zeltrans: disk: 0 faults, 1 missing font\n");
+                  "4 files (4 whole), 1 missing font, 2 notes\n"));
+    EXPECT_EQ(result.err, "zeltrans: disk: 1 missing font\n");
 }
 
 TEST(VerifyCommand, WritesOneJsonObjectPerFileAndASummary) {
     const CommandDisk disk;
-    const CommandResult result =
-        disk.Shell(std::string(kMoved) + "printf x >>disk/MACHINE/.0012; zeltrans verify --json disk");
+    disk.Shell(kMoved);
+    const CommandResult result = disk.Shell("printf x >>disk/MACHINE/.0012; zeltrans verify --json disk");
     EXPECT_EQ(result.exit_code, 1);
     std::vector<nlohmann::json> lines;
     for (std::size_t at = 0; at < result.out.size(); at = result.out.find('\n', at) + 1)
