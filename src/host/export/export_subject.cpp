@@ -1,6 +1,7 @@
 #include "host/export/export_subject.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "host/export/file_names.h"
 #include "host/export/frame.h"
@@ -9,7 +10,10 @@
 namespace zel::exporter {
 
 ExportSubject::ExportSubject(const library::Recording& recording)
-    : m_recording(recording), m_stem(StemOf(recording.disk, recording.number)) {}
+    : ExportSubject(recording, StemOf(recording.disk, recording.number)) {}
+
+ExportSubject::ExportSubject(const library::Recording& recording, std::string stem)
+    : m_recording(recording), m_stem(std::move(stem)) {}
 
 const picture::Picture& ExportSubject::Frame() {
     if (!m_frame) {

@@ -5,6 +5,7 @@
 #include "programs/cli/command_description.h"
 #include "programs/cli/export_command.h"
 #include "programs/cli/fetch_command.h"
+#include "programs/cli/fill_command.h"
 #include "programs/cli/font_command.h"
 #include "programs/cli/import_command.h"
 #include "programs/cli/info_command.h"
@@ -25,7 +26,7 @@ constexpr NamedCommand kCommands[] = {
     {"import", AddImportCommand},       {"batch", AddBatchCommand},   {"export", AddExportCommand},
     {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
     {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
-    {"thumbnail", AddThumbnailCommand},
+    {"thumbnail", AddThumbnailCommand}, {"fill", AddFillCommand},
 };
 
 }  // namespace
