@@ -86,6 +86,23 @@ char32_t Lower(char32_t code) {
     return is_upper ? code + 0x20 : code;
 }
 
+/// The text in a field. @param is_gap  whether there is a gap between a character and the next one's x.
+template <class IsGap>
+std::string TextOf(const files::RowText& row, const Field& field, IsGap is_gap) {
+    if (row.row_empty) return {};
+    std::string text;
+    const files::CharCell* last = nullptr;
+    const std::optional<std::vector<unsigned>> chain = ChainOf(row);
+    for (unsigned n = 0; n < row.cells.size(); ++n) {
+        const files::CharCell& cell = row.cells[chain ? (*chain)[n] : n];
+        if (!field.Contains(cell)) continue;
+        if (last != nullptr && text.back() != ' ' && is_gap(*last, static_cast<int>(cell.char_x))) text += ' ';
+        text += static_cast<char>(cell.char_code & 0xFF);
+        last = &cell;
+    }
+    return base::Utf8FromLatin1(text);
+}
+
 /// The only field with a property; empty if there is none or more than one.
 template <class Property>
 std::optional<std::size_t> OnlyField(const Form& form, Property has) {
@@ -158,22 +175,24 @@ std::optional<std::vector<unsigned>> ChainOf(const files::RowText& row) {
     return chain;
 }
 
-std::string PresentText(const files::MessageFile& message, const Field& field) {
+std::string PresentText(const files::MessageFile& message, const Field& field, Gaps gaps) {
     const files::RowText& row = message.rows[field.row];
-    if (row.row_empty) return {};
-    std::string text;
-    std::optional<int> last_x;
-    const std::optional<std::vector<unsigned>> chain = ChainOf(row);
     const int height = static_cast<int>(row.row_bottom) - static_cast<int>(row.row_top);
-    for (unsigned n = 0; n < row.cells.size(); ++n) {
-        const files::CharCell& cell = row.cells[chain ? (*chain)[n] : n];
-        if (!field.Contains(cell)) continue;
+    return TextOf(row, field, [&](const files::CharCell& cell, int next_x) {
+        return gaps == Gaps::kAsBlanks && base::IsWordGap(height, static_cast<int>(cell.char_x), next_x);
+    });
+}
+
+std::string PresentText(const Form& form, const Field& field) {
+    const files::RowText& row = form.message.rows[field.row];
+    const int height = static_cast<int>(row.row_bottom) - static_cast<int>(row.row_top);
+    return TextOf(row, field, [&](const files::CharCell& cell, int next_x) {
         const int x = static_cast<int>(cell.char_x);
-        if (last_x && text.back() != ' ' && base::IsWordGap(height, *last_x, x)) text += ' ';
-        text += static_cast<char>(cell.char_code & 0xFF);
-        last_x = x;
-    }
-    return base::Utf8FromLatin1(text);
+        const bool is_known =
+            cell.char_font < kFontSlots && form.fonts[cell.char_font] && cell.char_code < kDirectoryEntries;
+        const int advance = is_known ? form.fonts[cell.char_font]->glyphs[cell.char_code].advance : 0;
+        return base::IsWordGap(height, x, next_x) && (next_x < x || next_x > x + advance);
+    });
 }
 
 std::string FontFault(const Form& form, const Field& field) {

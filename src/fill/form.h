@@ -51,8 +51,14 @@ std::optional<std::size_t> FindField(const Form& form, std::string_view column);
 /// The number that an address such as "f12" has; empty for another text.
 std::optional<std::size_t> FieldNumber(std::string_view address);
 
-/// The text in a field, UTF-8, in reading order. A gap between words that has no blank gets one.
-std::string PresentText(const files::MessageFile& message, const Field& field);
+/// Whether a gap between words that has no blank gets one in a text.
+enum class Gaps { kAsBlanks, kIgnored };
+
+/// The text in a field, UTF-8, in reading order.
+std::string PresentText(const files::MessageFile& message, const Field& field, Gaps gaps = Gaps::kAsBlanks);
+/// Likewise, with gaps as blanks. Where the font is known, the next character's usual place is no gap, however wide the
+/// character is.
+std::string PresentText(const Form& form, const Field& field);
 
 /// Why there can be no text in the font of a field, such as 'font 12 was not found in DIR'; empty if there can.
 std::string FontFault(const Form& form, const Field& field);

@@ -56,7 +56,8 @@ std::vector<unsigned> Squeezed(std::span<const int> advances, const Span& span) 
     std::vector<unsigned> x;
     std::int64_t at = 0;
     for (const int advance : advances) {
-        x.push_back(static_cast<unsigned>(span.first + (natural > present ? at * present / natural : at)));
+        x.push_back(static_cast<unsigned>(span.first +
+                                          (natural > present ? (2 * at * present + natural) / (2 * natural) : at)));
         at += advance;
     }
     return x;

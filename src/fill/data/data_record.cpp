@@ -1,5 +1,7 @@
 #include "fill/data/data_record.h"
 
+#include <string_view>
+
 #include "fill/data/csv_records.h"
 #include "fill/data/data_stream.h"
 #include "fill/data/json_records.h"
@@ -18,6 +20,12 @@ DataFormat FormatOf(std::string_view begin) {
 
 void ReadData(const ReadBytes& read, std::optional<DataFormat> format, const TakeRecord& take) {
     DataStream stream(read);
+    // Empty lines, which the first bytes that arrive may be.
+    while (!stream.Available().empty() &&
+           std::string_view("\r\n").find(stream.Available().front()) != std::string_view::npos) {
+        stream.Consume(1);
+        stream.BeginRecord();
+    }
     if (stream.Available().empty()) throw DataError("line 1: there are no data");
     if (format.value_or(FormatOf(stream.Available())) == DataFormat::kJson) {
         ReadJson(stream, take);

@@ -1,6 +1,7 @@
 #include "fill/data/data_stream.h"
 
 #include <algorithm>
+#include <cstring>
 #include <span>
 
 namespace zel::fill {
@@ -30,9 +31,7 @@ DataStream::int_type DataStream::underflow() {
     for (std::size_t count = 1; count != 0 && size < kWindow;) {
         count = m_read(window.subspan(size));
         size += count;
-        if (std::ranges::find(window.subspan(size - count, count), '\n') !=
-            window.begin() + static_cast<std::ptrdiff_t>(size))
-            break;
+        if (std::memchr(window.data() + size - count, '\n', count) != nullptr) break;
     }
     setg(window.data(), window.data(), window.data() + size);
     return size == 0 ? traits_type::eof() : traits_type::to_int_type(window[0]);

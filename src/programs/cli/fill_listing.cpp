@@ -46,7 +46,7 @@ Json FieldJson(const fill::Form& form, std::size_t index) {
             {"start", field.start + kXOffset},
             {"end", field.end + kXOffset},
             {"room", field.Room()},
-            {"text", fill::PresentText(form.message, field)}};
+            {"text", fill::PresentText(form, field)}};
 }
 
 std::vector<std::string> FieldLine(const fill::Form& form, std::size_t index) {
@@ -55,7 +55,7 @@ std::vector<std::string> FieldLine(const fill::Form& form, std::size_t index) {
     const std::optional<int> number = FontNumber(form, field);
     std::string font_text = number ? std::to_string(*number) : "-";
     font_text += font != nullptr ? " " + base::TerminalText(font->name) : number ? " (not found)" : "";
-    const std::string text = fill::PresentText(form.message, field);
+    const std::string text = fill::PresentText(form, field);
     return {"f" + std::to_string(index),
             field.name.empty() ? "-" : base::TerminalText(field.name),
             std::to_string(field.row),

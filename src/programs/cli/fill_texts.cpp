@@ -83,8 +83,10 @@ files::MessageFile WithoutUnknownFonts(const fill::Form& form) {
 
 /// Whether a table has the text of a field as the message has it.
 bool IsPresent(const files::MessageFile& message, const fill::Field& field, const std::string& text) {
-    const std::string present = fill::PresentText(message, field);
-    return WithoutLastBlanks(present) == WithoutLastBlanks(text) || WithoutBlanks(present) == WithoutBlanks(text);
+    const auto is_text = [&](fill::Gaps gaps) {
+        return WithoutLastBlanks(fill::PresentText(message, field, gaps)) == WithoutLastBlanks(text);
+    };
+    return is_text(fill::Gaps::kAsBlanks) || is_text(fill::Gaps::kIgnored);
 }
 
 }  // namespace
