@@ -25,6 +25,7 @@
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
 #include "programs/cli/output_file.h"
+#include "programs/cli/picture_options.h"
 #include "programs/cli/settings_scope.h"
 
 namespace zel::cli {
@@ -233,9 +234,7 @@ void AddOutputs(CLI::App& command, FillArguments& arguments) {
     AddPath(command, "--write", arguments.write, "DIR|FILE",
             "write message files to a directory; without --data, a file; - is standard output");
     command.add_flag("--replace", arguments.replace, "replace files and recordings that exist");
-    command.add_flag("--premultiplied", arguments.options.premultiplied,
-                     "premultiply colours by alpha, in formats with an alpha channel");
-    AddSmall(command, arguments.options.effort);
+    AddPictureOptions(command, arguments.options);
     AddTextOptions(command, arguments.request.host);
     AddJobs(command, arguments.jobs, "messages written in parallel");
     AddJson(command, arguments.json, "print each record, or each field of --list, as a JSON object in one line");
@@ -253,8 +252,9 @@ void CheckOptions(const CLI::App& command, const FillArguments& arguments) {
     if (!has_outputs) throw CLI::RequiredError("--out, --library or --write");
     Require(command, "--name-column", arguments.data.has_value(), "--data");
     Require(command, "--format", arguments.directory.has_value(), "--out");
-    Require(command, "--premultiplied", arguments.directory.has_value(), "--out");
-    Require(command, "--small", arguments.HasPictures(), "--out or --library");
+    // A recording is as small as a sheet.
+    const std::vector<std::string> recorded(arguments.library ? 1 : 0, "sheet");
+    RequirePictureOptions(command, arguments.directory ? arguments.formats : recorded);
     if (arguments.data && arguments.write == "-")
         throw CLI::ValidationError("--write", "standard output takes the file of --field alone");
     ReserveStandardOutputFor({{"--write", &arguments.write}}, arguments.json);

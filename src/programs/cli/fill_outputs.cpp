@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <set>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -79,7 +80,8 @@ std::string OutputNameError(const FillArguments& arguments, const std::string& n
     if (IsReserved(name.substr(0, name.find('.')))) return quoted + "it is reserved";
     const bool is_other_file = (HasFormat(arguments, "html") && base::EqualsFolded(name, "index")) ||
                                (HasFormat(arguments, "sheet") && name.starts_with("contact-sheet-")) ||
-                               (HasFormat(arguments, "key-fill") && name.ends_with("_A")) ||
+                               (HasFormat(arguments, "key-fill") &&
+                                (name.ends_with("_A") || name.ends_with("_key") || name.ends_with("_fill"))) ||
                                (HasFormat(arguments, "square") && name.ends_with("_square"));
     return is_other_file ? quoted + "a file of a format has such a name" : std::string();
 }
@@ -109,11 +111,12 @@ FillOutputs::FillOutputs(const FillArguments& arguments, FillSource source, std:
     : m_arguments(arguments), m_source(std::move(source)), m_done(std::move(done)), m_digests(WasInterrupted) {
     if (arguments.write && !arguments.write->empty()) MakeDirectory(*arguments.write);
     if (arguments.directory) {
-        if (const std::string_view conflict = exporter::ConflictOf(arguments.formats); !conflict.empty())
-            throw CommandError(std::string(conflict));
         MakeDirectory(*arguments.directory);
-        for (const std::string& name : arguments.formats) {
-            m_exporters.push_back(exporter::FindExportFormat(name)->make(arguments.options));
+        exporter::ExportOptions options = arguments.options;
+        options.fill_beside_png = HasFormat(arguments, "png");
+        const std::set<std::string> formats(arguments.formats.begin(), arguments.formats.end());
+        for (const std::string& name : formats) {
+            m_exporters.push_back(exporter::FindExportFormat(name)->make(options));
             m_wants_thumbnails = m_wants_thumbnails || m_exporters.back()->WantsThumbnails();
         }
         m_has_index = HasFormat(arguments, "html");
@@ -210,7 +213,7 @@ FillOutputs::Outcome FillOutputs::Do(Work work) {
 
 void FillOutputs::Export(const library::Recording& recording, Outcome& outcome) {
     if (m_exporters.empty()) return;
-    exporter::ExportSubject subject(recording, outcome.result.name);
+    exporter::ExportSubject subject(recording, outcome.result.name, m_arguments.options);
     for (const auto& exporter : m_exporters) {
         Attempt(outcome.result, [&] {
             for (const exporter::ExportedFile& file : exporter->Export(subject)) {

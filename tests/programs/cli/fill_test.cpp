@@ -113,7 +113,6 @@ TEST_F(FillCommand, RefusesWhatCantBeDone) {
         {"--field NAME=x --write d/MESSAGES/.0099", 1, "contains the files of a disk"},
         {"--field XNAME=x --write w", 1, "--field XNAME=x: names no field"},
         {"--field NAME=x --field f0=y --write w", 1, "the field has a text already"},
-        {"--data t.csv --out o --format png --format key-fill", 1, "png and key-fill"},
     };
     std::ofstream(m_disk / "t.csv") << "NAME\nx\n";
     for (const auto& c : cases) {

@@ -47,6 +47,9 @@ constexpr JsonCase kCases[] = {
     {"fill-line",
      "printf 'NAME,X\\nAnn,x\\nBob \\342\\202\\254,x\\n' | zeltrans fill disk/MESSAGES/.0013 --data - --out filled "
      "--library f.zellib --json"},
+    {"comparison", "zeltrans diff --json disk/MESSAGES/.0001 disk/MESSAGES/.0013"},
+    {"comparison", "zeltrans diff --json disk ."},
+    {"comparison", "zeltrans diff --json disk/MACHINE/.0012 MACHINE/.0012; zeltrans diff --json m.zellib m.zellib"},
     {"fetch-line", "zeltrans fetch ftp://127.0.0.1:1/ 1 --to here --json"},
 };
 
