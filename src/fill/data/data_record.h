@@ -13,8 +13,16 @@
 /// Records of values from a table, for filling fields.
 namespace zel::fill {
 
+enum class DataFormat {
+    /// A heading and a line for each record, divided by the one of , ; and tab that the heading has most often.
+    kCsv,
+    /// An array of objects, or objects one after another.
+    kJson,
+};
+
 /// A record of a table. Texts are valid UTF-8.
 struct DataRecord {
+    DataFormat format = DataFormat::kCsv;
     /// From 1.
     std::uint64_t number = 0;
     /// Where it begins, from 1.
@@ -30,13 +38,6 @@ struct DataRecord {
 /// The data can't be read on; what() is one line with the number of the line and the reason.
 class DataError : public std::runtime_error {
     using std::runtime_error::runtime_error;
-};
-
-enum class DataFormat {
-    /// A heading and a line for each record, divided by the one of , ; and tab that the heading has most often.
-    kCsv,
-    /// An array of objects, or objects one after another.
-    kJson,
 };
 
 /// Reads the next bytes. @return their number, 0 at the end.

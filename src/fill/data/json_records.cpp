@@ -68,6 +68,7 @@ class JsonReader : public Json::json_sax_t {
 void JsonReader::Begin() {
     m_stream.BeginRecord();
     m_record.emplace();
+    m_record->format = DataFormat::kJson;
     m_record->number = ++m_count;
     m_record->line = m_stream.Line();
     m_columns.clear();

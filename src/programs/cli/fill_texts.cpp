@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "base/csv_text.h"
 #include "base/text.h"
 #include "base/utf8.h"
 #include "files/message_writer.h"
@@ -28,11 +29,12 @@ run::BatchRequest DiskOf(const FillArguments& arguments) {
     return request;
 }
 
-/// The value of a column; empty without one.
+/// The value of a column; empty without one. In CSV a text may be guarded against being taken for a formula.
 std::string ValueOf(const fill::DataRecord& record, std::string_view column) {
     const auto found = std::ranges::find(*record.columns, column);
     const auto index = static_cast<std::size_t>(found - record.columns->begin());
-    return index < record.values.size() ? record.values[index].value_or("") : std::string();
+    std::string value = index < record.values.size() ? record.values[index].value_or("") : std::string();
+    return record.format == fill::DataFormat::kCsv ? std::string(base::WithoutFormulaGuard(value)) : value;
 }
 
 std::string WithoutBlanks(std::string text) {

@@ -166,6 +166,25 @@ TEST_F(FillCommand, SetsAnEditedTableOfTextsIntoItsMessages) {
     EXPECT_THAT(fill("NAME\nx\n", "--write w").err, HasSubstr("is a directory, which a table of \"library texts\""));
 }
 
+TEST_F(FillCommand, SetsTheTableOfALibraryAsItWasWritten) {
+    m_disk.Shell(
+        "zeltrans fill d/MESSAGES/.0013 --field NAME='+Ann' --write d2/.0013; mv d d1; mkdir -p d/MESSAGES; "
+        "cp -r d1/MACHINE d; cp d1/MESSAGES/.* d/MESSAGES; cp d2/.0013 d/MESSAGES; "
+        "zeltrans batch d --library lib; zeltrans library texts lib --csv --out t.csv; "
+        "zeltrans library texts lib --json --out t.json");
+    for (const char* table : {"t.csv", "t.json"}) {
+        const CommandResult result = m_disk.Shell(std::string("zeltrans fill d --write w --data ") + table);
+        EXPECT_EQ(result.exit_code, 0) << result.err;
+        EXPECT_THAT(result.out, StartsWith("0 messages: 0 filled; "));
+    }
+    const CommandResult result = m_disk.Shell(
+        "sed -i \"s/f0,NAME,'+Ann/f0,NAME,Bob/; s/f0,NOTICE,/&Now/\" t.csv; zeltrans fill d --write w --data t.csv && "
+        "ls -A w");
+    EXPECT_THAT(result.out, testing::EndsWith(".0013\n.0017\n")) << result.out << result.err;
+    EXPECT_EQ(m_disk.Shell("zeltrans fill d1/MESSAGES/.0013 --field NAME=Bob --write bob && cmp bob w/.0013").exit_code,
+              0);
+}
+
 TEST_F(FillCommand, FillsManyRecordsInConstantMemory) {
     constexpr char kPeak[] =
         "import resource, subprocess, sys; subprocess.check_call(sys.argv[1:]); "
