@@ -71,6 +71,8 @@ struct MessageDetails {
 
     /// The index of the character at a point of the picture, the last one if several overlap; -1 for none.
     int CharacterAt(QPoint point) const;
+    /// The index of the tab field at a point of the picture, the smallest one if several overlap; -1 for none.
+    int FieldAt(QPoint point) const;
 };
 
 /// From a malformed document, returns whatever could be read.
