@@ -12,6 +12,7 @@
 #include "host/recorder/batch_recorder.h"
 #include "host/run/batch_run.h"
 #include "platform/script/memory_settings_store.h"
+#include "run_program.h"
 #include "samples/disk/demo_disk.h"
 #include "scratch_disk.h"
 
@@ -179,5 +180,24 @@ BENCHMARK(EncodeOnly<DemonstrationDisk>)
     ->Name("batch/demonstration/encoder")
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();
+
+/// The command's batch with a library, by the clock.
+void Jobs(benchmark::State& state, const char* jobs) {
+    const BatchDisk& disk = Shared<DemonstrationDisk>();
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::optional<ScratchDisk> out(std::in_place);
+        state.ResumeTiming();
+        const ProgramResult result =
+            RunProgram({COMMAND_PROGRAM, "batch", disk.Path(), "1", std::to_string(kPictures), "--library",
+                        out->Path("library"), "--settings", out->Path("settings"), "--jobs", jobs});
+        if (!result.succeeded) state.SkipWithError("the batch failed");
+        state.PauseTiming();
+        out.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK_CAPTURE(Jobs, one, "1")->Name("batch_jobs/one")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(Jobs, two, "2")->Name("batch_jobs/two")->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace

@@ -2,28 +2,18 @@
 
 #include <algorithm>
 
+#include "files/font_fields.h"
+
 namespace zel::files {
 namespace {
 
-constexpr std::size_t kCharTableSize = 384;
-
-std::uint32_t Signed(int value) {
-    return static_cast<std::uint32_t>(value);
-}
-
 void WriteSampleBlock(const SampleBlock& block, ByteWriter& out) {
-    out.U16(block.first_word);
-    for (const Sample* sample : {&block.a, &block.b}) out.U16(Signed(sample->width)).U16(Signed(sample->height));
-    out.Append(block.a.rows).Append(block.b.rows);
+    out.Append(WriteRecord<SampleHeadFields>(block)).Append(block.a.rows).Append(block.b.rows);
 }
 
 void WriteCharTable(const Bytes& table, ByteWriter& out) {
     const std::size_t size = std::min(table.size(), kCharTableSize);
     out.Append(std::span(table).first(size)).Fill(kCharTableSize - size);
-}
-
-bool HasEncodingPlace(unsigned font_flags) {
-    return font_flags == kSampleFirstFont || (font_flags & kPlainFont) != 0;
 }
 
 }  // namespace
@@ -48,37 +38,32 @@ void FontFile::AddStored(unsigned char_code, StoredGlyph glyph, unsigned glyph_t
 
 Bytes WriteFontHeader(const FontFile& font) {
     const FontHeader& header = font.header;
-    ByteWriter out;
-    out.Text(header.font_name, 70).Text(header.font_id_text, 4).U32(header.dword_74);
-    out.U16(Signed(header.font_height)).U16(Signed(header.row_top_offset)).U16(header.word_82);
-    BitRecord<4> bits;
-    bits.Put(4, header.edge_type).Put(4, header.edge_direction).Put(8, header.edge_size);
-    bits.Put(7, header.bits_86).Put(9, header.bits_87);
-    out.Append(bits.Written()).Append(header.bytes_88).U32(header.dword_94);
-    out.U32(header.encoding_size.value_or(static_cast<std::uint32_t>(font.encoding.size())));
-    out.U16(Signed(header.aux_block_size.value_or(static_cast<int>(font.aux_block.size())))).U16(header.font_flags);
-    for (const auto word : header.words_106) out.U16(word);
-    out.U16(Signed(header.row_inset));
-    out.U32(header.word_table_size.value_or(static_cast<std::uint32_t>(2 * font.word_table.size())));
-    out.U16(header.sample_present.value_or(font.sample || font.first_sample ? 1 : 0)).U16(header.word_126);
-    return out.Written();
+    const auto encoding_size = header.encoding_size.value_or(static_cast<std::uint32_t>(font.encoding.size()));
+    const int aux_block_size = header.aux_block_size.value_or(static_cast<int>(font.aux_block.size()));
+    const auto record = WriteRecord<FontHeaderFields>(header, encoding_size, aux_block_size,
+                                                      header.word_table_size.value_or(ComputedWordTableSize(font)),
+                                                      header.sample_present.value_or(ComputedSamplePresent(font)));
+    return {record.begin(), record.end()};
 }
 
 std::array<std::uint8_t, 10> WriteCharEntry(const CharEntry& entry) {
-    BitRecord<10> bits;
-    bits.Put(8, entry.glyph_kind).Put(8, entry.byte_1);
-    bits.Put(6, entry.glyph_bits_a).Put(6, entry.glyph_bits_b).Put(10, entry.glyph_top).Put(10, entry.glyph_metric);
-    bits.Put(32, entry.glyph_offset);
-    return bits.Written();
+    return WriteRecord<CharEntryFields>(entry);
 }
 
 Bytes WriteStoredGlyph(const StoredGlyph& glyph) {
     ByteWriter out;
-    out.U32(glyph.length.value_or(static_cast<std::uint32_t>(12 + glyph.pixels.size())));
-    out.U16(glyph.flags_word).U16(glyph.word_6);
-    out.U16(glyph.width_word.value_or(glyph.width + 1)).U16(glyph.height_word.value_or(glyph.height));
-    out.Append(glyph.pixels);
-    return out.Written();
+    out.Append(WriteRecord<StoredHeadFields>(
+        glyph, glyph.length.value_or(static_cast<std::uint32_t>(StoredHeadFields::kSize + glyph.pixels.size())),
+        glyph.width_word.value_or(glyph.width + 1), glyph.height_word.value_or(glyph.height)));
+    return out.Append(glyph.pixels).Written();
+}
+
+std::uint32_t ComputedWordTableSize(const FontFile& font) {
+    return static_cast<std::uint32_t>(2 * font.word_table.size()) + (font.word_table_odd_byte ? 1 : 0);
+}
+
+unsigned ComputedSamplePresent(const FontFile& font) {
+    return font.sample || font.first_sample ? 1 : 0;
 }
 
 Bytes WriteFont(const FontFile& font, FontOffsets* offsets) {
@@ -97,6 +82,7 @@ Bytes WriteFont(const FontFile& font, FontOffsets* offsets) {
     out.Append(font.aux_block);
     at.word_table = out.Size();
     for (const auto word : font.word_table) out.U16(word);
+    if (font.word_table_odd_byte) out.U8(*font.word_table_odd_byte);
     at.char_tables = out.Size();
     if ((font.header.font_flags & kHasCharTables) != 0) {
         WriteCharTable(font.char_table_a, out);
@@ -110,6 +96,7 @@ Bytes WriteFont(const FontFile& font, FontOffsets* offsets) {
     }
     at.tail = out.Size();
     out.Append(font.tail);
+    if (font.size) out.Cut(*font.size);
     if (offsets != nullptr) *offsets = at;
     return out.Written();
 }

@@ -14,7 +14,7 @@
 
 /// Describes a font file section by section and writes its bytes. Fields have the format's names; a field that no
 /// reader uses is named by its offset. A value too wide for its field is truncated. An optional field without a value
-/// is computed from the rest of the description.
+/// is computed from the rest of the description. font_reader.h makes such a description of a file.
 namespace zel::files {
 
 constexpr unsigned kFontCharCount = 192;
@@ -27,7 +27,12 @@ constexpr unsigned kHasCharTables = 0x04;
 /// The value of a font in which a sample block follows the encoding data, before the other blocks.
 constexpr unsigned kSampleFirstFont = 18;
 
-/// The font header, 128 bytes.
+/// Whether the directory is followed by encoding data.
+constexpr bool HasEncodingPlace(unsigned font_flags) noexcept {
+    return font_flags == kSampleFirstFont || (font_flags & kPlainFont) != 0;
+}
+
+/// The font header, 128 bytes. A text ends at its first zero; what follows the zero is kept.
 struct FontHeader {
     std::string font_name{};                         ///<   0  70 bytes
     std::string font_id_text{};                      ///<  70  4 bytes
@@ -47,9 +52,11 @@ struct FontHeader {
     unsigned font_flags = kPlainFont;                ///< 104
     std::array<std::uint16_t, 6> words_106{};        ///< 106
     int row_inset = 0;                               ///< 118  lines
-    std::optional<std::uint32_t> word_table_size{};  ///< 120  default: two bytes for each word
+    std::optional<std::uint32_t> word_table_size{};  ///< 120  default: two bytes for each word, one for an odd byte
     std::optional<unsigned> sample_present{};        ///< 124  default: 1 with a sample block, else 0
     unsigned word_126 = 0;                           ///< 126
+
+    bool operator==(const FontHeader&) const = default;
 };
 
 /// A directory entry, 10 bytes; the character code is its index.
@@ -63,6 +70,8 @@ struct CharEntry {
     unsigned glyph_top = 0;          ///<    10 bits, lines
     unsigned glyph_metric = 0;       ///<    10 bits, pixels
     std::uint32_t glyph_offset = 0;  ///< 6  first run code in the encoding data
+
+    bool operator==(const CharEntry&) const = default;
 };
 
 /// A stored bitmap glyph record: a head of 12 bytes, then the pixels.
@@ -75,6 +84,8 @@ struct StoredGlyph {
     unsigned word_6 = 0;
     std::optional<unsigned> width_word{};   ///< default: width + 1
     std::optional<unsigned> height_word{};  ///< default: height
+
+    bool operator==(const StoredGlyph&) const = default;
 };
 
 /// One of the two samples of a sample block.
@@ -82,6 +93,8 @@ struct Sample {
     int width = 0;   ///< bytes in a row
     int height = 0;  ///< rows
     Bytes rows{};    ///< written unchanged
+
+    bool operator==(const Sample&) const = default;
 };
 
 /// A sample block: a head of 10 bytes, then the rows of both samples.
@@ -89,6 +102,8 @@ struct SampleBlock {
     unsigned first_word = 0;
     Sample a{};
     Sample b{};
+
+    bool operator==(const SampleBlock&) const = default;
 };
 
 /// A complete font file.
@@ -102,6 +117,8 @@ struct FontFile {
     std::optional<SampleBlock> first_sample{};
     Bytes aux_block{};
     std::vector<std::uint16_t> word_table{};
+    /// After the last word, if the word table has an odd size.
+    std::optional<std::uint8_t> word_table_odd_byte{};
     /// 384 bytes, filled up with zeros; written if font_flags has bit 0x04.
     Bytes char_table_a{};
     Bytes char_table_b{};
@@ -109,13 +126,17 @@ struct FontFile {
     std::optional<SampleBlock> sample{};
     /// Records by character code, in which order they are written.
     std::map<unsigned, StoredGlyph> stored{};
-    /// Bytes after the last record.
+    /// Bytes after the last record that a reader reads.
     Bytes tail{};
+    /// The file's size, if the file ends before its last section does. What is missing reads as zero.
+    std::optional<std::size_t> size{};
 
     /// Adds run codes to the encoding data and points the character's entry at them.
     void AddRunCoded(unsigned char_code, const RunCodes& codes, unsigned glyph_top, unsigned glyph_metric);
     /// Adds a record and makes the character's entry a stored one.
     void AddStored(unsigned char_code, StoredGlyph glyph, unsigned glyph_top, unsigned glyph_metric);
+
+    bool operator==(const FontFile&) const = default;
 };
 
 /// The offsets of a written font's sections; for a missing section, where it would begin.
@@ -128,6 +149,10 @@ struct FontOffsets {
 
 /// The file's bytes. @param offsets  may be null.
 Bytes WriteFont(const FontFile& font, FontOffsets* offsets = nullptr);
+
+/// word_table_size and sample_present as the rest of the description gives them.
+std::uint32_t ComputedWordTableSize(const FontFile& font);
+unsigned ComputedSamplePresent(const FontFile& font);
 
 /// The bytes of one record, as in the file.
 std::array<std::uint8_t, 10> WriteCharEntry(const CharEntry& entry);

@@ -109,16 +109,6 @@ struct TabFieldFields {
     }
 };
 
-/// One 16-bit or 32-bit value.
-template <unsigned kBytes>
-struct NumberFields {
-    static constexpr std::size_t kSize = kBytes;
-    template <class Io, class Number>
-    static void Each(Io& io, Number& number) {
-        io.Bits(8 * kBytes, number);
-    }
-};
-
 /// Bits of section_flags.
 constexpr unsigned kPaletteFlag = 0x0001, kBackgroundFlag = 0x0002, kTabFlag = 0x0020, kFlashFlag = 0x0100;
 constexpr unsigned kPalFlag = 0x8000;

@@ -9,12 +9,6 @@ namespace {
 
 constexpr std::uint32_t kMessageType = 702;
 
-// Sets an optional field only if it differs from what the writer computes.
-template <class T, class Number>
-void SetUnlessComputed(std::optional<T>& field, Number value, Number computed) {
-    if (value != computed) field = static_cast<T>(value);
-}
-
 template <class Range>
 bool AllEqual(const Range& values) {
     return std::ranges::adjacent_find(values, std::ranges::not_equal_to{}) == values.end();

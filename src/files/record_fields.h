@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "files/byte_writer.h"
 
@@ -99,6 +100,16 @@ void ReadRecord(std::span<const std::uint8_t> bytes, Values&... values) {
     RecordReader reader(bytes.first(std::min(bytes.size(), Fields::kSize)));
     Fields::Each(reader, values...);
 }
+
+/// One 16-bit or 32-bit value.
+template <unsigned kBytes>
+struct NumberFields {
+    static constexpr std::size_t kSize = kBytes;
+    template <class Io, class Number>
+    static void Each(Io& io, Number& number) {
+        io.Bits(8 * kBytes, number);
+    }
+};
 
 /// The text before the first zero byte: a text field as the formats' readers take it. What follows stays in the field.
 constexpr std::string_view BeforeZero(std::string_view field) noexcept {

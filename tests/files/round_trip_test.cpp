@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "files/font_reader.h"
 #include "files/message_fields.h"
 #include "files/message_reader.h"
 
@@ -136,7 +137,94 @@ MessageFile RandomMessage(Dice& dice) {
     return message;
 }
 
-/// The first `size` bytes come back.
+Bytes RandomBytes(Dice& dice, std::size_t size) {
+    Bytes bytes(size);
+    for (auto& byte : bytes) byte = static_cast<std::uint8_t>(dice.Bits(8));
+    return bytes;
+}
+
+SampleBlock RandomSample(Dice& dice) {
+    SampleBlock block{.first_word = dice.Bits(16)};
+    for (Sample* sample : {&block.a, &block.b}) {
+        const int height = static_cast<int>(dice.Below(5)), width = static_cast<int>(1 + dice.Below(9));
+        const bool is_negative = dice.Chance(4);
+        sample->width = is_negative ? -width : width;
+        sample->height = is_negative ? -height : height;
+        if (!is_negative) sample->rows = RandomBytes(dice, static_cast<std::size_t>(width * height));
+    }
+    return block;
+}
+
+FontFile RandomFont(Dice& dice) {
+    FontFile font;
+    font.psos.type_name = RandomText(dice, 128);
+    FontHeader& header = font.header;
+    header.font_name = RandomText(dice, 70);
+    header.font_id_text = RandomText(dice, 4);
+    for (int* word : {&header.font_height, &header.row_top_offset, &header.row_inset}) {
+        *word = static_cast<std::int16_t>(dice.Bits(16));
+    }
+    header.dword_74 = dice.Bits(31);
+    header.word_82 = dice.Bits(16);
+    header.edge_type = dice.Bits(4);
+    header.edge_direction = dice.Bits(4);
+    header.edge_size = dice.Bits(8);
+    header.bits_86 = dice.Bits(7);
+    header.bits_87 = dice.Bits(9);
+    for (auto& byte : header.bytes_88) byte = static_cast<std::uint8_t>(dice.Bits(8));
+    header.dword_94 = dice.Bits(31);
+    for (auto& word : header.words_106) word = static_cast<std::uint16_t>(dice.Bits(16));
+    header.word_126 = dice.Bits(16);
+    header.font_flags = dice.Chance(3) ? kSampleFirstFont : dice.Bits(16);
+    for (CharEntry& entry : font.directory) {
+        entry = {.glyph_kind = dice.Bits(8),
+                 .byte_1 = dice.Bits(8),
+                 .glyph_bits_a = dice.Bits(6),
+                 .glyph_bits_b = dice.Bits(6),
+                 .glyph_top = dice.Bits(10),
+                 .glyph_metric = dice.Bits(10),
+                 .glyph_offset = dice.Bits(31)};
+        if (dice.Chance(4)) entry.glyph_kind = CharEntry::kStored;
+    }
+    if (HasEncodingPlace(header.font_flags)) font.encoding = RandomBytes(dice, dice.Below(300));
+    font.aux_block = RandomBytes(dice, dice.Chance(2) ? 0 : dice.Below(300));
+    for (unsigned n = dice.Below(50); n > 0; --n) font.word_table.push_back(static_cast<std::uint16_t>(dice.Bits(16)));
+    if (dice.Chance(2)) font.word_table_odd_byte = static_cast<std::uint8_t>(dice.Bits(8));
+    if ((header.font_flags & kHasCharTables) != 0) {
+        font.char_table_a = RandomBytes(dice, 384);
+        font.char_table_b = RandomBytes(dice, 384);
+    }
+    if (dice.Chance(2)) {
+        font.sample = RandomSample(dice);
+        if (header.font_flags == kSampleFirstFont && !font.encoding.empty()) font.first_sample = RandomSample(dice);
+    }
+    for (unsigned code = 0; code < kFontCharCount; ++code) {
+        if (font.directory[code].glyph_kind != CharEntry::kStored) continue;
+        font.stored[code] = {.width = dice.Bits(16) % 65535,
+                             .height = dice.Bits(16),
+                             .pixels = RandomBytes(dice, dice.Below(50)),
+                             .flags_word = dice.Bits(16),
+                             .word_6 = dice.Bits(16)};
+        if (dice.Chance(9)) {
+            font.stored[code].width = 0;
+            font.stored[code].width_word = 0;
+        }
+    }
+    font.tail = RandomBytes(dice, dice.Below(40));
+    return font;
+}
+
+/// The bytes come back.
+void ExpectSameBytesOfFont(std::span<const std::uint8_t> bytes, const std::string& what) {
+    const auto read = ReadFont(bytes);
+    const bool is_font = bytes.size() >= 2184 && bytes[0] == 0 && bytes[1] == 0 && bytes[2] == 1 && bytes[3] == 0xF4;
+    ASSERT_EQ(bool(read), is_font) << what;
+    if (read) {
+        ASSERT_TRUE(std::ranges::equal(WriteFont(*read), bytes)) << what;
+    }
+}
+
+/// As above.
 void ExpectSameBytes(std::span<const std::uint8_t> bytes, const std::string& what) {
     const auto read = ReadMessage(bytes);
     const bool is_message = bytes.size() >= 152 && bytes[0] == 0 && bytes[1] == 0 && bytes[2] == 2 && bytes[3] == 0xBE;
@@ -157,7 +245,7 @@ TEST(ReadMessageTest, ReadsBackADescription) {
 }
 
 TEST(ReadMessageTest, KeepsTheBytesOfEveryCutAndOfChangedFiles) {
-    for (unsigned seed = 0; seed < 4; ++seed) {
+    for (unsigned seed = 0; seed < 2; ++seed) {
         Dice dice(seed);
         Bytes bytes = WriteMessage(RandomMessage(dice));
         for (std::size_t size = 0; size <= bytes.size(); ++size) {
@@ -197,6 +285,48 @@ TEST(ReadMessageTest, TakesTheSectionsWhereAnImportReadsThem) {
     EXPECT_TRUE(read->tabs->fields.empty());
     EXPECT_EQ(read->tail.size(), 176u);
     EXPECT_FALSE(read->size);
+}
+
+TEST(ReadFontTest, ReadsBackADescription) {
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        Dice dice(seed);
+        const FontFile font = RandomFont(dice);
+        const auto read = ReadFont(WriteFont(font));
+        ASSERT_TRUE(read) << seed;
+        ASSERT_TRUE(*read == font) << seed;
+    }
+}
+
+TEST(ReadFontTest, KeepsTheBytesOfEveryCutAndOfChangedFiles) {
+    for (unsigned seed = 0; seed < 2; ++seed) {
+        Dice dice(seed);
+        const Bytes bytes = WriteFont(RandomFont(dice));
+        for (std::size_t size = 2180; size <= bytes.size(); ++size) {
+            ExpectSameBytesOfFont(std::span(bytes).first(size), "cut at " + std::to_string(size));
+        }
+        for (unsigned n = 0; n < 500; ++n) {
+            Bytes changed = bytes;
+            const std::size_t first = dice.Chance(2) ? 234 : 4;  // the sizes and flags, or anything
+            const std::size_t count = first == 4 ? bytes.size() - 4 : 30;
+            for (unsigned k = 1 + dice.Below(3); k > 0; --k) {
+                changed[first + dice.Below(static_cast<unsigned>(count))] =
+                    dice.Chance(2) ? static_cast<std::uint8_t>(dice.Bits(8)) : std::uint8_t{0};
+            }
+            ExpectSameBytesOfFont(changed, "seed " + std::to_string(seed) + ", change " + std::to_string(n));
+        }
+    }
+}
+
+/// Records that overlap because a length is below 12, and one that has no end, as an import takes them.
+TEST(ReadFontTest, TakesStoredRecordsBackToBack) {
+    FontFile font;
+    font.AddStored(1, {.width = 2, .height = 1, .pixels = Bytes(8, 5)}, 0, 0);
+    font.AddStored(2, {.width = 2, .height = 1, .pixels = Bytes(8, 6), .length = 11}, 0, 0);
+    font.AddStored(3, {.width = 2, .height = 1, .pixels = Bytes(8, 7), .length = 4000}, 0, 0);
+    EXPECT_EQ(ReadFont(WriteFont(font))->stored.size(), 1u);
+    EXPECT_EQ(ReadFont(WriteFont(font))->tail.size(), 40u);
+    font.stored[2].length.reset();
+    EXPECT_TRUE(*ReadFont(WriteFont(font)) == font);
 }
 
 }  // namespace

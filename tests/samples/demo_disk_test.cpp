@@ -19,6 +19,13 @@
 namespace zel::samples {
 namespace {
 
+using files::Bytes;
+using files::CharEntry;
+using files::Coverage;
+using files::kFontCharCount;
+using files::MessageFile;
+using files::RowText;
+using files::StoredGlyph;
 using samples_test::ReadAll;
 using samples_test::ScratchDirectory;
 using testing::HasSubstr;

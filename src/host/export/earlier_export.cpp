@@ -20,10 +20,6 @@ namespace {
 /// Bytes of the largest manifest that is read, ten times that of 9999 messages in all formats.
 constexpr std::size_t kLargestManifest = 128 << 20;
 
-bool HasName(const std::vector<std::string>& names, std::string_view name) {
-    return std::ranges::find(names, name) != names.end();
-}
-
 void DropMissing(const std::filesystem::path& directory, std::vector<ManifestFile>& files) {
     std::erase_if(files, [&](const ManifestFile& file) {
         std::error_code error;
@@ -55,12 +51,34 @@ bool IsOf(const std::vector<std::string>& formats, const std::string& failure) {
     return HasName(formats, name == "thumbnail" ? "sheet" : name);
 }
 
-bool HasAlpha(const std::string& format) {
+/// Whether the pictures of a format differ by the option.
+bool Takes(const std::string& format, std::string_view option) {
     const ExportFormat* const found = FindExportFormat(format);
-    return found != nullptr && found->has_alpha;
+    return found != nullptr && found->Takes(option);
+}
+
+bool AnyTakes(const Manifest& manifest, std::string_view option) {
+    return std::ranges::any_of(manifest.formats, [&](const std::string& name) { return Takes(name, option); });
+}
+
+/// Whether a fill has the name that a PNG of its message would have: its key is NAME_A.png.
+bool HasFillInPlaceOfPng(const Manifest& manifest) {
+    const auto is_key = [](const ManifestFile& file) {
+        return file.name.ends_with("_A.png") && !file.name.ends_with("_fill_A.png");
+    };
+    return std::ranges::any_of(manifest.messages,
+                               [&](const auto& message) { return std::ranges::any_of(message.files, is_key); });
+}
+
+[[noreturn]] void RefuseOther(const std::string& pictures) {
+    throw std::runtime_error("the directory contains " + pictures + ": choose another directory");
 }
 
 }  // namespace
+
+bool HasName(const std::vector<std::string>& names, std::string_view name) {
+    return std::ranges::find(names, name) != names.end();
+}
 
 Manifest EarlierExport(const std::filesystem::path& directory) {
     const std::filesystem::path file = directory / kManifestName;
@@ -86,22 +104,17 @@ Manifest EarlierExport(const std::filesystem::path& directory) {
     return std::move(*manifest);
 }
 
-void CheckGoTogether(const Manifest& earlier, const std::vector<std::string>& formats, bool premultiplied) {
+void CheckGoTogether(const Manifest& earlier, const Manifest& planned) {
     if (std::ranges::all_of(earlier.messages, [](const auto& message) { return message.files.empty(); })) return;
-    const auto both = [&](const char* one, const char* other) {
-        return HasName(earlier.formats, one) && HasName(formats, other);
-    };
-    if (both("png", "key-fill") || both("key-fill", "png")) {
-        throw std::runtime_error("png and key-fill write files of the same name, and the directory contains " +
-                                 std::string(HasName(formats, "png") ? "key-fill" : "png") +
-                                 ": choose another directory");
+    if (HasName(planned.formats, "png") && HasFillInPlaceOfPng(earlier))
+        RefuseOther("fills of key-fill with the names of png");
+    if (AnyTakes(planned, "premultiplied") && AnyTakes(earlier, "premultiplied") &&
+        planned.premultiplied != earlier.premultiplied) {
+        RefuseOther(std::string("pictures with ") + (earlier.premultiplied ? "premultiplied" : "straight") +
+                    " colours");
     }
-    const bool mixes = std::ranges::any_of(formats, HasAlpha) && std::ranges::any_of(earlier.formats, HasAlpha);
-    if (mixes && premultiplied != earlier.premultiplied) {
-        throw std::runtime_error(std::string("the directory contains pictures with ") +
-                                 (earlier.premultiplied ? "premultiplied" : "straight") +
-                                 " colours: choose another directory");
-    }
+    if (AnyTakes(planned, "frame") && AnyTakes(earlier, "frame") && planned.frame != earlier.frame)
+        RefuseOther("pictures with " + (earlier.frame ? "the frame " + *earlier.frame : "the frame of their standard"));
 }
 
 void AddEarlier(Manifest earlier, Manifest& manifest) {
@@ -122,9 +135,10 @@ void AddEarlier(Manifest earlier, Manifest& manifest) {
     for (auto& [key, message] : messages) manifest.messages.push_back(std::move(message));
     DropNamed(replaced, earlier.range_files);
     MoveTo(manifest.range_files, earlier.range_files);
-    // Only pictures are premultiplied or not; without new ones the earlier ones decide.
-    if (std::ranges::none_of(manifest.formats, HasAlpha) && std::ranges::any_of(earlier.formats, HasAlpha))
+    // Only pictures are of a kind; without new ones the earlier ones decide.
+    if (!AnyTakes(manifest, "premultiplied") && AnyTakes(earlier, "premultiplied"))
         manifest.premultiplied = earlier.premultiplied;
+    if (!AnyTakes(manifest, "frame") && AnyTakes(earlier, "frame")) manifest.frame = earlier.frame;
     for (std::string& format : earlier.formats) {
         if (!HasName(manifest.formats, format)) manifest.formats.push_back(std::move(format));
     }

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/export/manifest.h"
@@ -14,9 +15,11 @@ namespace zel::exporter {
 Manifest EarlierExport(const std::filesystem::path& directory);
 
 /// Checks that files of an export may be beside those of earlier ones.
-/// @param formats  names of ExportFormats.
+/// @param planned  the formats and the kind of pictures of the new export.
 /// @throws std::runtime_error with the reason.
-void CheckGoTogether(const Manifest& earlier, const std::vector<std::string>& formats, bool premultiplied);
+void CheckGoTogether(const Manifest& earlier, const Manifest& planned);
+
+bool HasName(const std::vector<std::string>& names, std::string_view name);
 
 /// Adds the files of earlier exports that the new one has not replaced, and the formats and failures of formats that
 /// the new one does not have. The messages are sorted by disk and number.

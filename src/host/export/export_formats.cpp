@@ -14,14 +14,28 @@ namespace zel::exporter {
 
 const std::vector<ExportFormat>& ExportFormats() {
     static const std::vector<ExportFormat> formats = {
-        {"png", "NAME.png, 720x486 or 720x576 with alpha", MakePngExporter, true},
-        {"key-fill", "NAME.png opaque with the colours, NAME_A.png grey with the key", MakeKeyFillExporter},
-        {"tga", "NAME.tga, 720x486 or 720x576, 32 bits with alpha", MakeTgaExporter, true},
-        {"square", "NAME_square.png, 655x486 or 785x576 with square pixels and alpha", MakeSquareExporter, true},
+        {"png",
+         "NAME.png, 720x486 or 720x576 with alpha",
+         MakePngExporter,
+         {"premultiplied", "small", "frame", "fit", "pixel-shape", "clear-colour"}},
+        {"key-fill",
+         "NAME.png opaque with the colours, NAME_A.png grey with the key",
+         MakeKeyFillExporter,
+         {"premultiplied", "small", "frame", "fit", "pixel-shape", "clear-colour", "key-names"}},
+        {"tga",
+         "NAME.tga, 720x486 or 720x576, 32 bits with alpha",
+         MakeTgaExporter,
+         {"premultiplied", "frame", "fit", "clear-colour", "run-lengths"}},
+        {"square",
+         "NAME_square.png, 655x486 or 785x576 with square pixels and alpha",
+         MakeSquareExporter,
+         {"premultiplied", "small", "pixel-shape", "clear-colour"}},
         {"json", "NAME.json, the message with rows, characters, fields, fonts and sources", MakeJsonExporter},
         {"html", "NAME.html, the picture with selectable text in place, and index.html", MakeHtmlExporter},
-        {"sheet", "contact-sheet-001.png and following, 30 messages per page with number and first line",
-         MakeContactSheetExporter},
+        {"sheet",
+         "contact-sheet-001.png and following, 30 messages per page with number and first line",
+         MakeContactSheetExporter,
+         {"small"}},
     };
     return formats;
 }
@@ -32,10 +46,15 @@ const ExportFormat* FindExportFormat(std::string_view name) {
     return found != formats.end() ? &*found : nullptr;
 }
 
-std::string_view ConflictOf(const std::vector<std::string>& formats) {
-    const auto has = [&](std::string_view name) { return std::ranges::find(formats, name) != formats.end(); };
-    if (!has("png") || !has("key-fill")) return {};
-    return "png and key-fill write files of the same name: export them to two directories";
+std::string FormatsWith(std::string_view option) {
+    std::vector<std::string_view> names;
+    for (const ExportFormat& format : ExportFormats()) {
+        if (format.Takes(option)) names.push_back(format.name);
+    }
+    std::string text;
+    for (std::size_t n = 0; n < names.size(); ++n)
+        text.append(n == 0 ? "" : n + 1 < names.size() ? ", " : " or ").append(names[n]);
+    return text;
 }
 
 }  // namespace zel::exporter

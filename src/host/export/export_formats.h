@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,8 +17,11 @@ struct ExportFormat {
     /// One line for the user.
     std::string_view description;
     std::unique_ptr<Exporter> (*make)(const ExportOptions& options);
-    /// ExportOptions::premultiplied changes its files.
-    bool has_alpha = false;
+    /// Names of the options that change its files, as the command has them without "--". Every option of a format is
+    /// one of ExportOptions.
+    std::vector<std::string_view> options{};
+
+    bool Takes(std::string_view option) const { return std::ranges::find(options, option) != options.end(); }
 };
 
 /// All formats, in the order in which they are listed.
@@ -26,7 +30,7 @@ const std::vector<ExportFormat>& ExportFormats();
 /// @return null for a name that is none of them.
 const ExportFormat* FindExportFormat(std::string_view name);
 
-/// Why these formats cannot be exported to one directory; empty if they can.
-std::string_view ConflictOf(const std::vector<std::string>& formats);
+/// The formats that take an option, as a user reads it: "png, square or tga".
+std::string FormatsWith(std::string_view option);
 
 }  // namespace zel::exporter

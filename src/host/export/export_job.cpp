@@ -62,22 +62,22 @@ ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::str
                      const ExportOptions& options, int jobs)
     : m_directory(std::move(directory)),
       m_formats(WithoutRepeats(formats)),
+      m_options(options),
       // One job needs no threads.
       m_workers(jobs > 1 ? static_cast<std::size_t>(jobs) : 0, static_cast<std::size_t>(std::max(jobs, 1)),
                 [this](Outcome outcome) { Collect(std::move(outcome)); }) {
-    if (const std::string_view conflict = ConflictOf(m_formats); !conflict.empty()) {
-        throw std::runtime_error(std::string(conflict));
-    }
+    m_earlier = EarlierExport(m_directory);
+    m_options.fill_beside_png = HasName(m_formats, "png") || HasName(m_earlier.formats, "png");
     for (const std::string& name : m_formats) {
         const ExportFormat* format = FindExportFormat(name);
         if (format == nullptr) throw std::runtime_error("there is no export format " + name);
-        m_exporters.push_back(format->make(options));
+        m_exporters.push_back(format->make(m_options));
         m_wants_thumbnails = m_wants_thumbnails || m_exporters.back()->WantsThumbnails();
     }
     m_manifest.formats = m_formats;
-    m_manifest.premultiplied = options.premultiplied;
-    m_earlier = EarlierExport(m_directory);
-    CheckGoTogether(m_earlier, m_formats, options.premultiplied);
+    m_manifest.premultiplied = m_options.premultiplied;
+    if (m_options.frame) m_manifest.frame = TextOf(*m_options.frame) + " " + NameOf(m_options.fit);
+    CheckGoTogether(m_earlier, m_manifest);
     CreateDirectory(m_directory);
 }
 
@@ -117,7 +117,7 @@ ExportJob::Outcome ExportJob::Work(const library::Recording& recording) const {
     outcome.message.disk = recording.disk;
     outcome.message.number = recording.number;
     outcome.message.title = TitleOf(recording.text);
-    ExportSubject subject(recording);
+    ExportSubject subject(recording, m_options);
     outcome.message.stem = subject.Stem();
     for (std::size_t n = 0; n < m_exporters.size(); ++n) ExportIn(n, subject, outcome);
     if (m_wants_thumbnails && !recording.picture.empty()) {

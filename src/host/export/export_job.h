@@ -37,8 +37,9 @@ class ExportJob {
     /// @param directory  created if it is missing.
     /// @param formats    names of ExportFormats; a repeated name counts once.
     /// @param jobs       number of messages processed in parallel, at least 1; the files don't depend on it.
-    /// @throws std::runtime_error for an unknown name, for formats that would write the same file, for a directory
-    ///         that can't be created, and for one with a foreign manifest.json or with pictures of another kind.
+    /// @throws std::runtime_error for an unknown name, for a directory that can't be created, and for one with a
+    /// foreign
+    ///         manifest.json or with pictures of another kind.
     ExportJob(std::filesystem::path directory, const std::vector<std::string>& formats, const ExportOptions& options,
               int jobs = 1);
     /// Waits for the messages in progress.
@@ -68,6 +69,7 @@ class ExportJob {
 
     const std::filesystem::path m_directory;
     std::vector<std::string> m_formats;
+    ExportOptions m_options;
     /// In the order of m_formats.
     std::vector<std::unique_ptr<Exporter>> m_exporters;
     bool m_wants_thumbnails = false;

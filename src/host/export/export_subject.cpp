@@ -1,15 +1,18 @@
 #include "host/export/export_subject.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "host/export/file_names.h"
 #include "host/export/frame.h"
+#include "host/export/framed.h"
+#include "host/export/glyph_bleed.h"
 #include "host/picture/png_reader.h"
 
 namespace zel::exporter {
 
-ExportSubject::ExportSubject(const library::Recording& recording)
-    : m_recording(recording), m_stem(StemOf(recording.disk, recording.number)) {}
+ExportSubject::ExportSubject(const library::Recording& recording, const ExportOptions& options)
+    : m_recording(recording), m_stem(StemOf(recording.disk, recording.number)), m_options(options) {}
 
 const picture::Picture& ExportSubject::Frame() {
     if (!m_frame) {
@@ -17,6 +20,17 @@ const picture::Picture& ExportSubject::Frame() {
         m_frame = PlacedOnFrame(picture::DecodePng(m_recording.picture), m_recording.standard);
     }
     return *m_frame;
+}
+
+const picture::Picture& ExportSubject::Output() {
+    const bool bleeds = m_options.clear_colour == ClearColour::kGlyph;
+    if (!m_options.frame && !bleeds) return Frame();
+    if (!m_output) {
+        picture::Picture output =
+            m_options.frame ? Framed(Frame(), m_recording.standard, *m_options.frame, m_options.fit) : Frame();
+        m_output = bleeds ? WithBleed(std::move(output)) : std::move(output);
+    }
+    return *m_output;
 }
 
 }  // namespace zel::exporter

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "host/export/export_options.h"
 #include "host/library/recording.h"
 #include "host/picture/picture.h"
 
@@ -12,8 +13,9 @@ namespace zel::exporter {
 class ExportSubject {
   public:
     /// @param recording  kept alive by the caller.
+    /// @param options    for Output.
     /// @throws std::runtime_error for a number beyond 9999.
-    explicit ExportSubject(const library::Recording& recording);
+    explicit ExportSubject(const library::Recording& recording, const ExportOptions& options = {});
 
     const library::Recording& Source() const noexcept { return m_recording; }
 
@@ -24,10 +26,15 @@ class ExportSubject {
     /// @throws std::runtime_error if there is no picture, or if it can't be read.
     const picture::Picture& Frame();
 
+    /// The picture in the frame of the options, with their colour in clear pixels; straight alpha.
+    /// @throws std::runtime_error as Frame, and for a frame that is too small.
+    const picture::Picture& Output();
+
   private:
     const library::Recording& m_recording;
     std::string m_stem;
-    std::optional<picture::Picture> m_frame;
+    const ExportOptions m_options;
+    std::optional<picture::Picture> m_frame, m_output;
 };
 
 }  // namespace zel::exporter

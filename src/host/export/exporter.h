@@ -4,19 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "host/export/export_options.h"
 #include "host/export/export_subject.h"
 #include "host/export/manifest.h"
 #include "host/picture/picture.h"
-#include "host/picture/png_writer.h"
 
 namespace zel::exporter {
-
-struct ExportOptions {
-    /// Colours multiplied by their alpha, in the formats with an alpha channel: PNG, square-pixel PNG and TGA.
-    bool premultiplied = false;
-    /// Of all files that are PNG pictures.
-    picture::PngEffort effort = picture::PngEffort::kFast;
-};
 
 /// A file for the export's directory.
 struct ExportedFile {

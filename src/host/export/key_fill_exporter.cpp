@@ -1,5 +1,6 @@
 #include "host/export/key_fill_exporter.h"
 
+#include "host/export/premultiplied.h"
 #include "host/picture/png_writer.h"
 
 namespace zel::exporter {
@@ -19,18 +20,24 @@ picture::Picture FillOf(picture::Picture picture) {
 
 class KeyFillExporter : public Exporter {
   public:
-    explicit KeyFillExporter(const ExportOptions& options) : m_effort(options.effort) {}
+    explicit KeyFillExporter(const ExportOptions& options) : m_options(options) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
-        const picture::Picture& frame = message.Frame();
-        const picture::PngForm fill{.channels = picture::PngChannels::kColour, .effort = m_effort};
-        const picture::PngForm key{.channels = picture::PngChannels::kAlpha, .effort = m_effort};
-        return {{message.Stem() + ".png", picture::EncodePng(FillOf(frame), fill)},
-                {message.Stem() + "_A.png", picture::EncodePng(frame, key)}};
+        const picture::Picture& frame = message.Output();
+        const bool mixer = m_options.key_names == KeyNames::kMixer;
+        const std::string fill = message.Stem() + (mixer || m_options.fill_beside_png ? "_fill" : "");
+        const std::string key = mixer ? message.Stem() + "_key" : fill + "_A";
+        return {{fill + ".png", picture::EncodePng(Fill(frame), PngFormOf(m_options, picture::PngChannels::kColour))},
+                {key + ".png", picture::EncodePng(frame, PngFormOf(m_options, picture::PngChannels::kAlpha))}};
     }
 
   private:
-    const picture::PngEffort m_effort;
+    picture::Picture Fill(const picture::Picture& frame) const {
+        if (m_options.premultiplied) return Premultiplied(frame);
+        return m_options.clear_colour == ClearColour::kGlyph ? frame : FillOf(frame);
+    }
+
+    const ExportOptions m_options;
 };
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 namespace zel::exporter {
 
-/// NAME.png and NAME_A.png: the opaque fill, and the key as grey. A mixer that keys the fill with the key shows the
-/// picture.
+/// The opaque fill, and the key as grey, with the names of KeyNames. A mixer that keys the fill with the key shows the
+/// picture; a premultiplied fill is a shaped one, to which a mixer adds the background times the inverted key.
 std::unique_ptr<Exporter> MakeKeyFillExporter(const ExportOptions& options);
 
 }  // namespace zel::exporter

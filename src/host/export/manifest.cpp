@@ -79,11 +79,10 @@ std::string Lines(const std::vector<ManifestFile>& files) {
 
 std::string ManifestJson(const Manifest& manifest) {
     constexpr int kIndent = 2;
-    const Json json = {{"version", document::kJsonVersion},
-                       {"formats", manifest.formats},
-                       {"premultiplied", manifest.premultiplied},
-                       {"messages", Messages(manifest)},
-                       {"files", Files(manifest.range_files)}};
+    const Json json = {
+        {"version", document::kJsonVersion},       {"formats", manifest.formats},
+        {"premultiplied", manifest.premultiplied}, {"frame", manifest.frame ? Json(*manifest.frame) : Json()},
+        {"messages", Messages(manifest)},          {"files", Files(manifest.range_files)}};
     return json.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
@@ -95,6 +94,9 @@ std::optional<Manifest> ParseManifest(std::string_view text) {
         Manifest manifest;
         manifest.formats = json.at("formats").get<std::vector<std::string>>();
         manifest.premultiplied = json.at("premultiplied").get<bool>();
+        // Earlier releases had no frames.
+        if (const auto frame = json.find("frame"); frame != json.end() && !frame->is_null())
+            manifest.frame = frame->get<std::string>();
         for (const Json& entry : json.at("messages")) manifest.messages.push_back(ReadMessage(entry));
         manifest.range_files = ReadFiles(json.at("files"));
         return manifest;

@@ -34,6 +34,8 @@ struct ManifestMessage {
 struct Manifest {
     std::vector<std::string> formats;
     bool premultiplied = false;
+    /// The size and the fit of the pictures' frame, such as "1920x1080 pillar"; empty for that of the video standard.
+    std::optional<std::string> frame{};
     std::vector<ManifestMessage> messages;
     /// Files of the whole range.
     std::vector<ManifestFile> range_files;

@@ -12,8 +12,8 @@ class PngExporter : public Exporter {
     explicit PngExporter(const ExportOptions& options) : m_options(options) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
-        const picture::Picture& frame = message.Frame();
-        const picture::PngForm form{.effort = m_options.effort};
+        const picture::Picture& frame = message.Output();
+        const picture::PngForm form = PngFormOf(m_options, picture::PngChannels::kColourAndAlpha);
         return {{message.Stem() + ".png", m_options.premultiplied ? picture::EncodePng(Premultiplied(frame), form)
                                                                   : picture::EncodePng(frame, form)}};
     }

@@ -1,5 +1,6 @@
 #include "host/export/square_exporter.h"
 
+#include "host/export/glyph_bleed.h"
 #include "host/export/premultiplied.h"
 #include "host/picture/png_writer.h"
 #include "host/picture/resample.h"
@@ -20,9 +21,9 @@ class SquareExporter : public Exporter {
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
         picture::Picture picture = WithSquarePixels(message.Frame(), message.Source().standard);
+        if (m_options.clear_colour == ClearColour::kGlyph) picture = WithBleed(std::move(picture));
         if (m_options.premultiplied) picture = Premultiplied(std::move(picture));
-        const picture::PngForm form{picture::PngChannels::kColourAndAlpha, picture::PixelShape::kSquare,
-                                    m_options.effort};
+        const picture::PngForm form = PngFormOf(m_options, picture::PngChannels::kColourAndAlpha, true);
         return {{message.Stem() + "_square.png", picture::EncodePng(picture, form)}};
     }
 

@@ -1,6 +1,8 @@
 #include "host/export/tga_exporter.h"
 
+#include <algorithm>
 #include <cstring>
+#include <span>
 #include <utility>
 
 #include "host/export/premultiplied.h"
@@ -26,9 +28,9 @@ void Put32(std::string& bytes, std::size_t offset, std::size_t value) {
     Put16(bytes, offset + 2, value >> 16 & 0xFFFF);
 }
 
-std::string Header(const picture::Picture& picture) {
+std::string Header(const picture::Picture& picture, bool run_lengths) {
     std::string header(kHeaderSize, '\0');
-    header[2] = 2;  // true colour, not compressed
+    header[2] = run_lengths ? 10 : 2;  // true colour, compressed or not
     Put16(header, 12, static_cast<unsigned>(picture.width));
     Put16(header, 14, static_cast<unsigned>(picture.height));
     header[16] = 32;        // bits a pixel
@@ -41,6 +43,43 @@ void AppendPixels(std::string& bytes, const picture::Picture& picture) {
     const std::size_t begin = bytes.size();
     bytes.append(picture.rgba.begin(), picture.rgba.end());
     for (std::size_t n = begin; n + 3 < bytes.size(); n += 4) std::swap(bytes[n], bytes[n + 2]);
+}
+
+/// Pixels of the longest packet, and the bit of a packet's first byte that marks a run. The other bits are the number
+/// of pixels less one.
+constexpr std::size_t kLongestPacket = 128;
+constexpr unsigned kRunPacket = 0x80;
+
+void AppendPixel(std::string& bytes, picture::Rgba pixel) {
+    for (const std::uint8_t sample : {pixel.blue, pixel.green, pixel.red, pixel.alpha})
+        bytes += static_cast<char>(sample);
+}
+
+/// Pixels from the beginning of `row` that are equal, at most kLongestPacket.
+std::size_t RunLength(std::span<const picture::Rgba> row) {
+    std::size_t length = 1;
+    while (length < std::min(row.size(), kLongestPacket) && row[length] == row[0]) ++length;
+    return length;
+}
+
+/// Appends a row in packets, each a run of one pixel or pixels as they are. No packet continues in another row.
+void AppendPackets(std::string& bytes, std::span<const picture::Rgba> row) {
+    while (!row.empty()) {
+        std::size_t length = RunLength(row);
+        if (length > 1) {
+            bytes += static_cast<char>(kRunPacket | (length - 1));
+            AppendPixel(bytes, row[0]);
+        } else {
+            while (length < std::min(row.size(), kLongestPacket) && RunLength(row.subspan(length)) == 1) ++length;
+            bytes += static_cast<char>(length - 1);
+            for (const picture::Rgba pixel : row.first(length)) AppendPixel(bytes, pixel);
+        }
+        row = row.subspan(length);
+    }
+}
+
+void AppendCompressed(std::string& bytes, const picture::Picture& picture) {
+    for (int y = 0; y < picture.height; ++y) AppendPackets(bytes, picture.View().Row(y));
 }
 
 std::string Extension(PixelAspect aspect, AlphaType alpha) {
@@ -63,31 +102,32 @@ std::string Footer(std::size_t extension_offset) {
 
 class TgaExporter : public Exporter {
   public:
-    explicit TgaExporter(bool premultiplied) : m_premultiplied(premultiplied) {}
+    explicit TgaExporter(const ExportOptions& options) : m_options(options) {}
 
     std::vector<ExportedFile> Export(ExportSubject& message) const override {
-        const picture::Picture& frame = message.Frame();
-        std::string bytes = Header(frame);
-        if (m_premultiplied) {
-            AppendPixels(bytes, Premultiplied(frame));
+        const picture::Picture& frame = message.Output();
+        std::string bytes = Header(frame, m_options.run_lengths);
+        const auto append = m_options.run_lengths ? AppendCompressed : AppendPixels;
+        if (m_options.premultiplied) {
+            append(bytes, Premultiplied(frame));
         } else {
-            AppendPixels(bytes, frame);
+            append(bytes, frame);
         }
         const std::size_t extension = bytes.size();
-        bytes += Extension(PixelAspectOf(message.Source().standard),
-                           m_premultiplied ? AlphaType::kPremultiplied : AlphaType::kStraight);
+        bytes += Extension(m_options.frame ? PixelAspect() : PixelAspectOf(message.Source().standard),
+                           m_options.premultiplied ? AlphaType::kPremultiplied : AlphaType::kStraight);
         bytes += Footer(extension);
         return {{message.Stem() + ".tga", std::move(bytes)}};
     }
 
   private:
-    const bool m_premultiplied;
+    const ExportOptions m_options;
 };
 
 }  // namespace
 
 std::unique_ptr<Exporter> MakeTgaExporter(const ExportOptions& options) {
-    return std::make_unique<TgaExporter>(options.premultiplied);
+    return std::make_unique<TgaExporter>(options);
 }
 
 }  // namespace zel::exporter

@@ -56,7 +56,10 @@ void AppendPalette(std::string& bytes, std::span<const Rgba> palette) {
 
 PngHeader HeaderOf(ConstPixelView pixels, PngForm form) noexcept {
     const PixelAspect aspect = form.shape == PixelShape::kSquare ? PixelAspect() : VideoAspect(pixels.Height());
-    return {pixels.Width(), pixels.Height(), ColourTypeOf(form.channels), aspect};
+    PngHeader header{pixels.Width(), pixels.Height(), ColourTypeOf(form.channels)};
+    if (form.aspect_chunk == AspectChunk::kPng) header.aspect = aspect;
+    if (form.aspect_chunk == AspectChunk::kFfmpeg) header.aspect = PixelAspect{aspect.height, aspect.width};
+    return header;
 }
 
 std::string PngFile(const PngHeader& header, std::span<const Rgba> palette, std::span<const std::uint8_t> zlib) {
@@ -65,7 +68,7 @@ std::string PngFile(const PngHeader& header, std::span<const Rgba> palette, std:
     bytes.reserve(kAroundPixels + palette.size() * sizeof(Rgba) + zlib.size());
     bytes = "\x89PNG\r\n\x1A\n";
     AppendChunk(bytes, "IHDR", HeaderData(header));
-    AppendChunk(bytes, "pHYs", AspectData(header.aspect));
+    if (header.aspect) AppendChunk(bytes, "pHYs", AspectData(*header.aspect));
     if (header.type == PngColourType::kPalette) AppendPalette(bytes, palette);
     AppendChunk(bytes, "IDAT", {reinterpret_cast<const char*>(zlib.data()), zlib.size()});
     AppendChunk(bytes, "IEND", {});

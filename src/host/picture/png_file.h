@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -35,7 +36,8 @@ constexpr PngColourType ColourTypeOf(PngChannels channels) noexcept {
 struct PngHeader {
     int width = 0, height = 0;
     PngColourType type = PngColourType::kColourAndAlpha;
-    PixelAspect aspect;
+    /// None for a file without pHYs.
+    std::optional<PixelAspect> aspect{};
 };
 
 PngHeader HeaderOf(ConstPixelView pixels, PngForm form) noexcept;

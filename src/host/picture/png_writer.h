@@ -25,6 +25,16 @@ enum class PixelShape {
     kSquare,
 };
 
+/// How a PNG's chunk pHYs gives the pixel aspect ratio.
+enum class AspectChunk {
+    /// As PNG defines it.
+    kPng,
+    /// Width and height exchanged, as FFmpeg reads and writes it.
+    kFfmpeg,
+    /// Without the chunk.
+    kNone,
+};
+
 /// How much time is spent on a PNG.
 enum class PngEffort {
     /// Under a millisecond for a picture of text.
@@ -37,6 +47,7 @@ struct PngForm {
     PngChannels channels = PngChannels::kColourAndAlpha;
     PixelShape shape = PixelShape::kVideo;
     PngEffort effort = PngEffort::kFast;
+    AspectChunk aspect_chunk = AspectChunk::kPng;
 };
 
 /// The bytes of a PNG file. The same picture always gives the same bytes with the same libraries on the same processor.

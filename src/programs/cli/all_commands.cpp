@@ -3,6 +3,7 @@
 
 #include "programs/cli/batch_command.h"
 #include "programs/cli/command_description.h"
+#include "programs/cli/diff_command.h"
 #include "programs/cli/export_command.h"
 #include "programs/cli/fetch_command.h"
 #include "programs/cli/font_command.h"
@@ -24,6 +25,7 @@ namespace {
 constexpr NamedCommand kCommands[] = {
     {"import", AddImportCommand},       {"batch", AddBatchCommand},   {"export", AddExportCommand},
     {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
+    {"diff", AddDiffCommand},
     {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
     {"thumbnail", AddThumbnailCommand},
 };

@@ -24,6 +24,7 @@
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
 #include "programs/cli/output_file.h"
+#include "programs/cli/picture_options.h"
 #include "programs/cli/run_observers.h"
 #include "programs/cli/run_options.h"
 #include "programs/cli/settings_scope.h"
@@ -95,7 +96,7 @@ bool IsExportFile(std::string_view name) {
     if (name == "SHA256SUMS" || name == "manifest.json" || name == "index.html") return true;
     if (name.starts_with("contact-sheet-")) return true;
     std::string_view stem = name.substr(0, name.find('.'));
-    for (const std::string_view suffix : {"_A", "_square"}) {
+    for (const std::string_view suffix : {"_A", "_key", "_fill", "_square"}) {
         if (stem.ends_with(suffix)) stem.remove_suffix(suffix.size());
     }
     const std::string_view number = stem.substr(stem.rfind('_') + 1);  // after no _, all of it
@@ -206,7 +207,8 @@ void ListFormats(bool json) {
             PrintJson({{"version", document::kJsonVersion},
                        {"name", format.name},
                        {"description", format.description},
-                       {"has_alpha", format.has_alpha}});
+                       {"has_alpha", format.Takes("premultiplied") && format.name != "key-fill"},
+                       {"options", format.options}});
             continue;
         }
         std::cout << format.name << std::string(format.name.size() < 10 ? 10 - format.name.size() : 1, ' ')
@@ -225,13 +227,7 @@ std::string CheckFormat(const std::string& name) {
 void CheckOptions(const CLI::App& command, ExportArguments& arguments) {
     ParseNumbers(arguments.words, arguments.numbers);
     const auto& formats = arguments.formats;
-    const auto is_any = [&](auto test) { return std::ranges::any_of(formats, test); };
-    Require(command, "--premultiplied",
-            is_any([](const std::string& name) { return exporter::FindExportFormat(name)->has_alpha; }),
-            "--format png, square or tga");
-    Require(command, "--small",
-            is_any([](const std::string& name) { return name != "json" && name != "tga" && name != "html"; }),
-            "--format png, key-fill, square or sheet");
+    RequirePictureOptions(command, formats);
     if (arguments.IsStream()) {
         if (formats.size() != 1 || !IsSingleFile(formats.front()))
             throw CLI::ValidationError("--out", "standard output takes one --format that makes a single file");
@@ -259,9 +255,7 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     AddJson(command, arguments->json, "print a summary, or each of the formats, as a JSON object in one line");
     command.add_flag_callback(
         "--list-formats", [arguments] { ListFormats(arguments->json); }, "print the formats and exit");
-    command.add_flag("--premultiplied", arguments->options.premultiplied,
-                     "premultiply colours by alpha, in formats with an alpha channel");
-    AddSmall(command, arguments->options.effort);
+    AddPictureOptions(command, arguments->options);
     AddText(command, "--disk", arguments->name, "NAME", "the name of the disk, if the library contains several");
     AddJobs(command, arguments->jobs, "messages exported in parallel");
     AddTrace(command, arguments->trace);

@@ -25,7 +25,7 @@ void SingleExportService::Begin(int number) {
 std::string ExportedFileOf(const library::Recording& recording, const std::string& format,
                            const exporter::ExportOptions& options) {
     const std::unique_ptr<exporter::Exporter> exporter = exporter::FindExportFormat(format)->make(options);
-    exporter::ExportSubject subject(recording);
+    exporter::ExportSubject subject(recording, options);
     std::vector<exporter::ExportedFile> files = exporter->Export(subject);
     if (files.size() != 1) throw std::runtime_error(base::NumberedName(recording.number) + ": makes no single file");
     return std::move(files.front().bytes);

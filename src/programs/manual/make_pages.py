@@ -140,7 +140,7 @@ class Writer:
     def rest(self, parts, command, others):
         lines = []
         for part in PARTS:
-            if part == "Exit status":
+            if part == "Exit status" and part not in parts:
                 lines += EXIT_STATUS
             elif part == "Examples":
                 shown = examples(command, parts.get(part, ""))
@@ -186,7 +186,7 @@ def main():
 def related(name):
     pairs = {"import": ["batch", "info"], "batch": ["export", "import", "library"], "export": ["batch", "library"],
              "font": ["import"], "info": ["import"], "library": ["batch", "export"], "fetch": ["batch"], "sample": ["batch"],
-             "settings": ["import"], "thumbnail": ["font", "import"]}
+             "settings": ["import"], "diff": ["import", "info"], "thumbnail": ["font", "import"]}
     return [f"zeltrans-{other}" for other in pairs.get(name, [])]
 
 

@@ -125,31 +125,43 @@ TEST_F(Job, LeavesAForeignManifestAlone) {
 }
 
 TEST_F(Job, DoesNotMixPicturesOfTwoKinds) {
+    const exporter::ExportOptions straight{}, multiplied{.premultiplied = true}, framed{.frame = {{1920, 1080}}};
+    const exporter::ExportOptions mixer{.key_names = exporter::KeyNames::kMixer};
     struct {
         const char* first;
-        bool first_premultiplied;
+        exporter::ExportOptions first_options;
         const char* second;
-        bool second_premultiplied;
+        exporter::ExportOptions second_options;
         const char* reason;
     } const cases[] = {
-        {"png", false, "key-fill", false, "png and key-fill"},
-        {"key-fill", false, "png", false, "png and key-fill"},
-        {"tga", false, "png", true, "straight colours"},
-        {"png", true, "tga", false, "premultiplied colours"},
-        {"json", true, "png", false, nullptr},
-        {"png", true, "json", false, nullptr},
+        {"png", straight, "key-fill", straight, nullptr},
+        {"key-fill", straight, "png", straight, "fills of key-fill"},
+        {"key-fill", mixer, "png", straight, nullptr},
+        {"tga", straight, "png", multiplied, "straight colours"},
+        {"png", multiplied, "tga", straight, "premultiplied colours"},
+        {"png", framed, "png", straight, "the frame 1920x1080 pillar"},
+        {"tga", straight, "png", framed, "the frame of their standard"},
+        {"json", multiplied, "png", framed, nullptr},
+        {"png", multiplied, "json", framed, nullptr},
     };
     int n = 0;
     for (const auto& row : cases) {
         const std::filesystem::path directory = m_scratch.Path() / std::to_string(++n);
-        exporter::ExportJob first(directory, {row.first}, {.premultiplied = row.first_premultiplied});
+        exporter::ExportJob first(directory, {row.first}, row.first_options);
         first.Export(Recorded(1, Colourful(8, 8)));
         first.Finish();
         const auto second = [&] {
-            exporter::ExportJob(directory, {row.second}, {.premultiplied = row.second_premultiplied}).Finish();
+            exporter::ExportJob job(directory, {row.second}, row.second_options);
+            job.Export(Recorded(1, Colourful(8, 8)));
+            job.Finish();
         };
         if (row.reason == nullptr) {
+            const auto files = FilesIn(directory);
             EXPECT_NO_THROW(second()) << n;
+            for (const auto& [name, bytes] : files) {
+                if (!name.ends_with(".png")) continue;
+                EXPECT_EQ(FilesIn(directory)[name], bytes) << n << ' ' << name;
+            }
         } else {
             EXPECT_THAT(second, ThrowsMessage<std::runtime_error>(HasSubstr(row.reason))) << n;
         }

@@ -38,7 +38,7 @@ inline library::Recording Recorded(int number = 12, const picture::Picture& pict
 /// The files of a format for one message, by their names.
 inline std::map<std::string, std::string> Exported(std::string_view format, const library::Recording& recording,
                                                    const exporter::ExportOptions& options = {}) {
-    exporter::ExportSubject subject(recording);
+    exporter::ExportSubject subject(recording, options);
     std::map<std::string, std::string> files;
     for (const exporter::ExportFormat& entry : exporter::ExportFormats()) {
         if (entry.name != format) continue;

@@ -17,7 +17,7 @@ using testing::StartsWith;
 TEST(Help, OfEachCommandFitsIntoTheTerminalAndGivesAnExample) {
     const CommandDisk disk;
     for (const std::string command :
-         {"import", "batch", "export", "font", "info", "library", "fetch", "sample", "settings", "thumbnail"}) {
+         {"import", "batch", "export", "font", "info", "library", "diff", "fetch", "sample", "settings", "thumbnail"}) {
         for (const std::size_t width : {40U, 72U, 80U, 120U}) {
             const CommandResult result =
                 disk.Shell("export COLUMNS=" + std::to_string(width) + "; zeltrans help " + command);
@@ -84,7 +84,14 @@ TEST(WrongArguments, GiveExitCodeTwoAndTheError) {
         {"import MESSAGES/.0012 --fields --json x", "--fields requires --png"},
         {"import MESSAGES/.0012 --warnings --browse x", "--browse requires --answer yes"},
         {"font MACHINE/.0012 --answer yes", "--answer requires --warnings"},
-        {"export lib --out o --premultiplied --format key-fill", "--premultiplied requires --format png"},
+        {"export lib --out o --premultiplied --format html",
+         "--premultiplied requires --format png, key-fill, tga or square"},
+        {"export lib --out o --frame 1920x1080 --format square", "--frame requires --format png, key-fill or tga"},
+        {"export lib --out o --frame 1920", "\"1920\" is not a size such as 1920x1080"},
+        {"export lib --out o --fit fill", "--fit requires --frame"},
+        {"export lib --out o --run-lengths", "--run-lengths requires --format tga"},
+        {"export lib --out o --key-names mixer", "--key-names requires --format key-fill"},
+        {"export lib --out o --clear-colour glyph --premultiplied", "clear pixels are black"},
         {"export lib --out o --small --format tga --format json", "--small requires --format png"},
         {"export lib 12 --out - --jobs 2", "--jobs requires a directory of files"},
         {"fetch ftp://h/ --to o --netrc n", "--netrc requires --user or a user in URL"},

@@ -79,13 +79,8 @@ void ExportDialog::Enable() {
     m_ui->first->setEnabled(range);
     m_ui->last->setEnabled(range);
     m_ui->disk->setEnabled(range || m_offer.asks_range);
-    std::vector<std::string> formats;
-    for (const QString& name : Checked()) formats.push_back(name.toStdString());
-    const QString conflict = Text(exporter::ConflictOf(formats));
-    m_ui->conflict->setText(conflict);
-    m_ui->conflict->setVisible(!conflict.isEmpty());
     m_ui->buttons->button(QDialogButtonBox::Ok)
-        ->setEnabled(!formats.empty() && conflict.isEmpty() && !m_ui->directory->text().trimmed().isEmpty());
+        ->setEnabled(!Checked().isEmpty() && !m_ui->directory->text().trimmed().isEmpty());
 }
 
 void ExportDialog::done(int result) {

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/picture/png_writer.h"
+
+namespace zel::exporter {
+
+/// A frame with square pixels, of a size in pixels.
+struct FrameSize {
+    int width = 0;
+    int height = 0;
+
+    friend constexpr bool operator==(const FrameSize&, const FrameSize&) = default;
+};
+
+/// How a message's picture is placed in a frame.
+enum class Fit {
+    /// As large as the frame allows in its true shape, with clear borders at two sides.
+    kPillar,
+    /// Stretched to the whole frame.
+    kFill,
+    /// A pixel of the frame for a pixel of the picture, in the centre. The shape of the pixels is not kept.
+    kPixel,
+};
+
+/// The colour of fully clear pixels beside a glyph. A program that scales a picture without weighing by alpha mixes it
+/// into the glyph's edge.
+enum class ClearColour {
+    /// As in the picture, which is black.
+    kBlack,
+    /// That of the glyph.
+    kGlyph,
+};
+
+/// Names of the two files of the format key-fill.
+enum class KeyNames {
+    /// NAME.png and NAME_A.png, which CasparCG pairs; NAME_fill.png and NAME_fill_A.png beside the format png.
+    kCaspar,
+    /// NAME_fill.png and NAME_key.png.
+    kMixer,
+};
+
+/// As a user writes it: "pillar", "fill" or "pixel".
+const char* NameOf(Fit fit) noexcept;
+
+struct ExportOptions {
+    /// Colours multiplied by their alpha, in PNG, square-pixel PNG and TGA, and in the fill of key-fill.
+    bool premultiplied = false;
+    /// Of all files that are PNG pictures.
+    picture::PngEffort effort = picture::PngEffort::kFast;
+    /// The frame of PNG, key-fill and TGA; without a value that of the message's video standard.
+    std::optional<FrameSize> frame{};
+    Fit fit = Fit::kPillar;
+    /// In PNG files.
+    picture::AspectChunk aspect_chunk = picture::AspectChunk::kPng;
+    ClearColour clear_colour = ClearColour::kBlack;
+    KeyNames key_names = KeyNames::kCaspar;
+    /// The name of a fill differs from that of a PNG, so that one directory has both.
+    bool fill_beside_png = false;
+    /// TGA files are compressed by run lengths.
+    bool run_lengths = false;
+};
+
+/// A frame's size written as 1920x1080; empty for another text, or a size that isn't 1 to kLargestFrame.
+std::optional<FrameSize> ParseFrameSize(std::string_view text);
+std::string TextOf(FrameSize size);
+
+/// Pixels of the longest side of a frame.
+inline constexpr int kLargestFrame = 8192;
+
+/// The form of a PNG with these options. @param square  the picture has square pixels without a frame, too.
+picture::PngForm PngFormOf(const ExportOptions& options, picture::PngChannels channels, bool square = false);
+
+}  // namespace zel::exporter

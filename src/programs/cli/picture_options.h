@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <CLI/App.hpp>
+
+#include "host/export/export_options.h"
+
+namespace zel::cli {
+
+/// Adds the options of exported pictures: --premultiplied, --small, --frame, --fit, --pixel-shape, --clear-colour,
+/// --key-names and --run-lengths.
+void AddPictureOptions(CLI::App& command, exporter::ExportOptions& options);
+
+/// @param formats  those that the command writes.
+/// @throws CLI::ValidationError for a picture option that changes none of them, or that has no effect beside the
+///         others.
+void RequirePictureOptions(const CLI::App& command, const std::vector<std::string>& formats);
+
+}  // namespace zel::cli
