@@ -26,6 +26,7 @@ FieldEditor::FieldEditor(QWidget* parent)
     m_name->setTextFormat(Qt::PlainText);
     m_name->setBuddy(m_text);
     m_text->setObjectName(QStringLiteral("field_text"));
+    m_text->setAccessibleName(tr("Text of the tab field"));
     m_text->setMaxLength(kLongestText);
     m_text->setMinimumWidth(m_text->fontMetrics().averageCharWidth() * kLeastWidth);
     m_text->installEventFilter(this);

@@ -104,6 +104,10 @@ void PictureView::Follow(const PictureView& other) {
     verticalScrollBar()->setValue(other.verticalScrollBar()->value());
 }
 
+QRectF PictureView::ShownPlace(const QRect& part) const {
+    return ToView().mapRect(QRectF(part));
+}
+
 int PictureView::PointedField() const {
     if (m_pointed < 0) return -1;
     return m_details.FieldAt(m_details.characters[static_cast<std::size_t>(m_pointed)].area.center());
@@ -118,7 +122,7 @@ void PictureView::SetOverlay(QWidget* widget, const QRect& part) {
 /// As near to its part as the view has room.
 void PictureView::PlaceOverlay() {
     if (m_overlay.isNull()) return;
-    const QRect part = ToView().mapRect(QRectF(m_overlay_part)).toAlignedRect();
+    const QRect part = ShownPlace(m_overlay_part).toAlignedRect();
     const QSize size = m_overlay->sizeHint().expandedTo({part.width(), 0}).boundedTo(viewport()->size());
     const auto into = [](int at, int length, int room) { return std::clamp(at, 0, std::max(0, room - length)); };
     m_overlay->setGeometry(into(part.left(), size.width(), viewport()->width()),

@@ -52,6 +52,8 @@ class PictureView : public QAbstractScrollArea {
 
     /// A double click on a tab field activates it instead of changing the zoom.
     void SetFieldsEditable(bool on) { m_editable = on; }
+    /// A part of the picture in coordinates of viewport().
+    QRectF ShownPlace(const QRect& part) const;
     /// The tab field of the selected character, an index in MessageDetails::fields; -1 for none.
     int PointedField() const;
     /// Shows a widget at a part of the picture, as large as that part, but no smaller than its own hint; it follows

@@ -77,7 +77,7 @@ QWidget* CompareWindow::MakePictures() {
     auto* const pictures = new QWidget(this);
     auto* const grid = new QGridLayout(pictures);
     grid->setContentsMargins(0, 0, 0, 0);
-    auto* const title = new QLabel(tr("Differences: orange only left, blue only right, white both"), this);
+    auto* const title = new QLabel(tr("Orange: only on the left; blue: only on the right; white: differs"), this);
     int at = 0;
     for (const auto& [label, view] : {std::pair(m_title_a, m_view_a), {title, m_marked}, {m_title_b, m_view_b}}) {
         label->setTextFormat(Qt::PlainText);

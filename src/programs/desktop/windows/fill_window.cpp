@@ -234,8 +234,8 @@ void FillWindow::AddShortcuts() {
         button->setToolTip(keys.toString(QKeySequence::NativeText));
         connect(new QShortcut(keys, this), &QShortcut::activated, button, &QPushButton::click);
     };
-    add(QKeySequence::Undo, m_undo);
-    add(QKeySequence::Redo, m_redo);
+    add(QKeySequence(tr("Ctrl+Z")), m_undo);
+    add(QKeySequence(tr("Ctrl+Shift+Z")), m_redo);
     add(QKeySequence(tr("Ctrl+PgUp")), m_previous);
     add(QKeySequence(tr("Ctrl+PgDown")), m_next);
     add(QKeySequence(Qt::Key_F8), m_next_fault);

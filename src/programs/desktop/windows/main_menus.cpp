@@ -128,7 +128,8 @@ void MainMenus::MakeEditMenu() {
     m_needs_picture.append(Add(edit, "remove", tr("&Remove from library"), {QKeySequence(tr("Ctrl+Del"))},
                                [this] { m_to.pictures.RemoveSelected(); }));
     m_undo = Add(edit, "undo", {}, {QKeySequence::Undo}, [this] { Q_EMIT undoRequested(); });
-    m_redo = Add(edit, "redo", {}, {QKeySequence::Redo}, [this] { m_to.fields.Redo(); });
+    m_redo = Add(edit, "redo", {}, {QKeySequence(tr("Ctrl+Shift+Z")), QKeySequence(tr("Ctrl+Y"))},
+                 [this] { m_to.fields.Redo(); });
     edit->addSeparator();
     m_needs_picture.append(
         Add(edit, "show_in_folder", tr("&Show in folder"), {}, [this] { m_to.pictures.ShowInFolder(); }));

@@ -254,7 +254,17 @@ void MainWindow::EnableActions() {
                      .undo_text = UndoesRemoval() ? tr("removal") : m_fields.UndoText(),
                      .redo_text = m_fields.RedoText(),
                      .has_warnings = m_imports.HasWarnings()});
-    setWindowModified(m_fields.HasChanges());
+    ShowTitle();
+}
+
+/// Only while there are changes the title has the place where the toolkit marks them.
+void MainWindow::ShowTitle() {
+    const bool changed = m_fields.HasChanges();
+    const QString mark = QStringLiteral("[*]");
+    const QString title = QString(m_title).replace(mark, mark + mark) + (changed ? mark : QString());
+    if (!changed) setWindowModified(false);
+    setWindowTitle(m_current ? tr("%1 – ZelTrans").arg(title) : tr("ZelTrans"));
+    setWindowModified(changed);
 }
 
 bool MainWindow::UndoesRemoval() const {
@@ -347,9 +357,7 @@ void MainWindow::ShowRecording(const QString& error) {
     m_full_screen->Show(picture, details, message);
     m_docks->Show(details);
     ShowPointed({});
-    const QString mark = QStringLiteral("[*]");
-    const QString title = QString(details.title).replace(mark, mark + mark);
-    setWindowTitle(m_current ? tr("%1[*] – ZelTrans").arg(title) : tr("ZelTrans"));
+    m_title = details.title;
     EnableActions();
 }
 

@@ -63,6 +63,7 @@ class MainWindow : public QMainWindow {
     void ShowCurrent();
     void ShowRecording(const QString& error);
     void ShowChangedFields(int field);
+    void ShowTitle();
     bool MayLeave();
     void Undo();
     bool UndoesRemoval() const;
@@ -85,6 +86,8 @@ class MainWindow : public QMainWindow {
     DetailDocks* m_docks = nullptr;
 
     std::optional<library::Recording> m_current;
+    /// Of the current message.
+    QString m_title;
     /// One line about the current message.
     QString m_summary;
     const Workspace m_workspace;
