@@ -48,7 +48,7 @@ std::vector<FieldDetail> FieldsOf(const document::DocumentContents& contents) {
     std::vector<FieldDetail> details;
     for (const document::DocumentField& field : contents.fields) {
         const QRect frame(field.left, field.top, field.right - field.left, field.bottom - field.top);
-        const QString name = field.name.empty() ? QString::number(details.size() + 1) : Text(field.name);
+        const QString name = field.name.empty() ? QStringLiteral("f%1").arg(details.size()) : Text(field.name);
         details.push_back({name, field.row, frame, QColor(Text(field.colour))});
     }
     return details;

@@ -48,7 +48,7 @@ struct FontDetail {
 };
 
 struct FieldDetail {
-    /// The field's number, from 1, if it has no name.
+    /// "f" and the field's number, from 0, if it has no name: so a table names it.
     QString name;
     int row = 0;
     QRect frame;

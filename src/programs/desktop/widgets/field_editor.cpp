@@ -22,6 +22,8 @@ FieldEditor::FieldEditor(QWidget* parent)
     setObjectName(QStringLiteral("field_editor"));
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
+    // The picture around it has the colour of a field.
+    setBackgroundRole(QPalette::Window);
     setCursor(Qt::ArrowCursor);
     m_name->setTextFormat(Qt::PlainText);
     m_name->setBuddy(m_text);

@@ -110,7 +110,7 @@ bool FieldCommands::Apply() {
     if (m_field < 0) return true;
     const QString fault = m_message->SetText(m_field, m_editor->Text());
     if (!fault.isEmpty()) {
-        m_editor->ShowFault(fault);
+        m_editor->ShowFault(fault.left(1).toUpper() + fault.mid(1));
         return false;
     }
     Close();
