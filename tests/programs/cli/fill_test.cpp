@@ -178,7 +178,8 @@ TEST_F(FillCommand, SetsTheTableOfALibraryAsItWasWritten) {
         EXPECT_THAT(result.out, StartsWith("0 messages: 0 filled; "));
     }
     const CommandResult result = m_disk.Shell(
-        "sed -i \"s/f0,NAME,'+Ann/f0,NAME,Bob/; s/f0,NOTICE,/&Now/\" t.csv; zeltrans fill d --write w --data t.csv && "
+        "sed -i \"s/f0,NAME,'+Ann/f0,NAME,Bob/; s/f0,NOTICE,.*\\r/f0,NOTICE,Now\\r/\" t.csv; zeltrans fill d --write w "
+        "--data t.csv && "
         "ls -A w");
     EXPECT_THAT(result.out, testing::EndsWith(".0013\n.0017\n")) << result.out << result.err;
     EXPECT_EQ(m_disk.Shell("zeltrans fill d1/MESSAGES/.0013 --field NAME=Bob --write bob && cmp bob w/.0013").exit_code,
