@@ -14,6 +14,7 @@
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
 #include "programs/cli/thumbnail_command.h"
+#include "programs/cli/write_command.h"
 #include "programs/version/library_versions.h"
 #include "programs/version/version_report.h"
 
@@ -23,11 +24,10 @@ namespace {
 
 // In the order in which the help lists them.
 constexpr NamedCommand kCommands[] = {
-    {"import", AddImportCommand},       {"batch", AddBatchCommand},   {"export", AddExportCommand},
-    {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
-    {"diff", AddDiffCommand},
-    {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
-    {"thumbnail", AddThumbnailCommand},
+    {"import", AddImportCommand},     {"batch", AddBatchCommand},         {"export", AddExportCommand},
+    {"font", AddFontCommand},         {"info", AddInfoCommand},           {"library", AddLibraryCommand},
+    {"diff", AddDiffCommand},         {"fetch", AddFetchCommand},         {"sample", AddSampleCommand},
+    {"settings", AddSettingsCommand}, {"thumbnail", AddThumbnailCommand}, {"write", AddWriteCommand},
 };
 
 }  // namespace
