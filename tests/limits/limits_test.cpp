@@ -1,9 +1,11 @@
 // Files that request far more than they need: no command takes long for them or uses much memory.
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "host/library/library.h"
 #include "limits/hostile_files.h"
 #include "limits/measured_command.h"
 
@@ -67,6 +69,42 @@ TEST_P(Limits, HoldForEachCommand) {
 
 INSTANTIATE_TEST_SUITE_P(Each, Limits, testing::ValuesIn(AllHostileFiles()),
                          [](const auto& row) { return std::string(row.param.name); });
+
+/// A library of recordings whose documents have as many bytes as those of usual messages.
+void WriteLibrary(const std::filesystem::path& file, int count) {
+    std::string document = R"({"rows":[{"y":0,"top":0,"depth":20}],"characters":[)";
+    for (int x = 0; x < 60; ++x)
+        document += (x == 0 ? "" : ",") + std::string(R"({"text":"a","row":0,"x":)") + std::to_string(x * 10) + "}";
+    document += "]}";
+    library::Library library(file, library::Access::kWrite);
+    std::vector<library::Recording> recordings;
+    for (int i = 0; i < count; ++i) {
+        library::Recording recording;
+        recording.disk = "disk " + std::to_string(i / 1000);
+        recording.number = i % 1000;
+        recording.document = document;
+        recordings.push_back(std::move(recording));
+        if (recordings.size() < 500) continue;
+        library.Record(recordings);
+        recordings.clear();
+    }
+    library.Record(recordings);
+}
+
+TEST(LibraryTexts, NeedNoMoreMemoryForMoreRecordings) {
+    const HostileDisk disk;
+    double mebibytes[2] = {};
+    for (int large = 0; large < 2; ++large) {
+        WriteLibrary(disk.Path() / std::to_string(large), large == 0 ? 500 : 5000);
+        const Cost cost =
+            MeasureCommand("'" ZELTRANS_COMMAND "' library texts --csv " + std::to_string(large), disk.Path(), 60);
+        EXPECT_EQ(cost.exit_code, 0);
+        mebibytes[large] = cost.mebibytes;
+        std::printf("%8.3f s %8.1f MiB\n", cost.seconds, cost.mebibytes);
+    }
+    // The texts of 4500 recordings are 0.5 MiB, their documents 8 MiB.
+    EXPECT_LE(mebibytes[1], mebibytes[0] + 2);
+}
 
 }  // namespace
 

@@ -192,6 +192,10 @@ std::string Library::Picture(const RecordingKey& key) {
     return m_impl->Find(key, ReadPicture).value_or(std::string());
 }
 
+std::string Library::Document(const RecordingKey& key) {
+    return m_impl->Find(key, ReadDocument).value_or(std::string());
+}
+
 std::vector<std::string> Library::Disks() {
     return ReadDisks(m_impl->file);
 }

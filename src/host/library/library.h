@@ -47,6 +47,8 @@ class Library {
     std::optional<RecordingOrigin> Origin(const RecordingKey& key);
     /// The picture alone, as PNG; empty without one.
     std::string Picture(const RecordingKey& key);
+    /// The document alone; empty without one.
+    std::string Document(const RecordingKey& key);
 
     /// Names of the disks that have recordings, sorted.
     std::vector<std::string> Disks();

@@ -258,6 +258,12 @@ std::string ReadPicture(LibraryFile& file, RecordingId id) {
     return file.Next(query.Bind(id)) ? query.Bytes(0) : std::string();
 }
 
+std::string ReadDocument(LibraryFile& file, RecordingId id) {
+    base::SqliteStatement& query = file.Cached("SELECT json FROM document WHERE recording = ?");
+    const base::SqliteReset reset(query);
+    return file.Next(query.Bind(id)) ? query.Text(0) : std::string();
+}
+
 std::vector<RecordingId> ReadIds(LibraryFile& file) {
     base::SqliteStatement query = file.Prepare("SELECT id FROM recording ORDER BY disk, number");
     std::vector<RecordingId> ids;

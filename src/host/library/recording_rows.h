@@ -24,6 +24,7 @@ void DeleteRecording(LibraryFile& file, RecordingId id);
 Recording ReadRecording(LibraryFile& file, RecordingId id);
 RecordingOrigin ReadOrigin(LibraryFile& file, RecordingId id);
 std::string ReadPicture(LibraryFile& file, RecordingId id);
+std::string ReadDocument(LibraryFile& file, RecordingId id);
 
 /// All recordings, ordered by disk and number.
 std::vector<RecordingId> ReadIds(LibraryFile& file);

@@ -41,9 +41,10 @@ std::string PictureLines(const compare::PictureDifference& picture) {
 }
 
 std::string ByteLine(const compare::ByteDifference& bytes) {
+    const std::string first = std::to_string(bytes.first);
     std::string text = "  bytes: " + base::GroupedDigits(bytes.count) + " " +
-                       base::Noun(bytes.count, "differs", "differ") + ", from offset " + std::to_string(bytes.first) +
-                       " to " + std::to_string(bytes.last);
+                       (bytes.count == 1 ? "differs, at offset " + first
+                                         : "differ, from offset " + first + " to " + std::to_string(bytes.last));
     if (bytes.size_a != bytes.size_b)
         text += "; size " + std::to_string(bytes.size_a) + " -> " + std::to_string(bytes.size_b);
     return text + "\n";

@@ -19,6 +19,7 @@
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/json_output.h"
 #include "programs/cli/library_table.h"
+#include "programs/cli/library_texts.h"
 #include "programs/cli/number_selection.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
@@ -46,6 +47,8 @@ struct LibraryArguments {
     std::optional<library::RecordingKey> after;
     /// Of a listing; 0 for all.
     int limit = 0;
+    bool csv = false;
+    std::optional<std::string> out;
 };
 
 std::string DiskName(const std::string& disk) {
@@ -231,6 +234,11 @@ ExitCode RemoveRecordings(const LibraryArguments& arguments) {
     return ExitCode::kDone;
 }
 
+ExitCode WriteTexts(const LibraryArguments& arguments) {
+    return WriteLibraryTexts({arguments.library, arguments.disk,
+                              arguments.json ? TextsFormat::kJson : TextsFormat::kCsv, arguments.out.value_or("-")});
+}
+
 // @throws CLI::ValidationError for anything else than a number, such as 12 or .0012.
 int NumberOf(const std::string& text, const std::string& option) {
     const std::string_view digits = WithoutLeadingDot(text);
@@ -294,6 +302,12 @@ void CheckRemoval(LibraryArguments& arguments) {
     ParseNumbers(words, arguments.numbers);
 }
 
+void CheckTexts(const LibraryArguments& arguments) {
+    if (arguments.json && arguments.csv) throw CLI::ExcludesError("--csv", "--json");
+    if (!arguments.json && !arguments.csv) throw CLI::RequiredError("--csv or --json");
+    if (arguments.out.value_or("-") == "-") ReserveStandardOutput();
+}
+
 void CheckShow(const LibraryArguments& arguments) {
     ReserveStandardOutputFor({{"--png", &arguments.png}, {"--json", &arguments.document}}, arguments.json);
 }
@@ -312,7 +326,8 @@ CLI::App& AddSubcommand(CLI::App& library, const std::string& name, const std::s
 
 void AddLibraryCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<LibraryArguments>();
-    CLI::App& library = *app.add_subcommand("library", "Lists, searches, shows, merges and removes recorded messages.");
+    CLI::App& library = *app.add_subcommand(
+        "library", "Lists, searches, shows, merges and removes recorded messages, and writes their texts.");
     library.require_subcommand(1);
     const auto add = [&](const std::string& name, const std::string& description,
                          ExitCode (*work)(const LibraryArguments&)) -> CLI::App& {
@@ -336,6 +351,16 @@ void AddLibraryCommand(CLI::App& app, CommandRun& run) {
     AddPath(show, "--png", arguments->png, "FILE|-", "write the picture as PNG");
     AddRecordingJson(show, *arguments);
     show.parse_complete_callback([arguments] { CheckShow(*arguments); });
+
+    CLI::App& texts = add(
+        "texts", "Writes the texts and tab fields of all recordings as a table that zeltrans fill reads.", WriteTexts);
+    AddText(texts, "--disk", arguments->disk, "NAME", "only recordings from the disk of this name");
+    texts.add_flag("--csv", arguments->csv,
+                   "write comma-separated values with a heading; a text that a spreadsheet would take for a formula "
+                   "gets an apostrophe in front");
+    AddJson(texts, arguments->json, "write one JSON object per text, each in one line");
+    AddPath(texts, "--out", arguments->out, "FILE|-", "the file that is written [standard output]");
+    texts.parse_complete_callback([arguments] { CheckTexts(*arguments); });
 
     CLI::App& merge = add("merge",
                           "Adds the recordings of other libraries. A recording that differs from the one of the same "

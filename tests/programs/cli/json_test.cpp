@@ -46,6 +46,7 @@ constexpr JsonCase kCases[] = {
     {"export-format", "zeltrans export --json --list-formats"},
     {"setting", "zeltrans settings --json --settings kept; zeltrans settings get FontDir 2 --json --settings kept"},
     {"inspection-report", "zeltrans info --json disk MACHINE MESSAGES cut odd* missing"},
+    {"library-text", "zeltrans library texts m.zellib --json"},
     {"comparison", "zeltrans diff --json disk/MESSAGES/.0001 disk/MESSAGES/.0013"},
     {"comparison", "zeltrans diff --json disk ."},
     {"comparison", "zeltrans diff --json disk/MACHINE/.0012 MACHINE/.0012; zeltrans diff --json m.zellib m.zellib"},

@@ -105,4 +105,54 @@ TEST_F(LibraryCommand, PrintsResultsAndErrors) {
 
 }  // namespace
 
+TEST_F(LibraryCommand, WritesTheTextsAsATable) {
+    library::Recording form = Numbered(7, "", "Disk, \"C\"");
+    form.sources = {{"/disks/C/MESSAGES/.0007", {}, 7, std::string(64, 'a')}};
+    const auto character = [](int row, int x, const char* text) {
+        return R"({"text":")" + std::string(text) + R"(","row":)" + std::to_string(row) + R"(,"x":)" +
+               std::to_string(x) + R"(},)";
+    };
+    // A field's ends are in it; a blank is an empty field's own.
+    std::string characters = character(0, 10, "=") + character(0, 20, "1") + character(0, 199, "+") +
+                             character(0, 200, "A") + character(0, 300, "\\\"") + character(0, 301, "Z") +
+                             character(1, 50, " ");
+    characters.pop_back();
+    form.document = R"({"rows":[{"y":0,"top":0,"depth":20},{"y":30,"top":0,"depth":20}],"characters":[)" + characters +
+                    R"(],"tab_fields":[{"name":"@N","row":0,"frame":{"left":200,"right":300}},)" +
+                    R"({"name":"","row":1,"frame":{"left":40,"right":60}}]})";
+    library::Library(m_disk / "a.zellib", library::Access::kWrite).Record(std::vector{form});
+    const CommandResult csv = m_disk.Shell("zeltrans library texts a.zellib --csv");
+    EXPECT_EQ(csv.out,
+              "disk,message,source,row,field,name,text\r\n"
+              "\"Disk, \"\"C\"\"\",7,/disks/C/MESSAGES/.0007,0,,,'=1 + Z\r\n"
+              "\"Disk, \"\"C\"\"\",7,/disks/C/MESSAGES/.0007,0,f0,'@N,\"A \"\"\"\r\n"
+              "\"Disk, \"\"C\"\"\",7,/disks/C/MESSAGES/.0007,1,f1,,\r\n");
+    EXPECT_EQ(csv.exit_code, 0) << csv.err;
+    const CommandResult json =
+        m_disk.Shell("zeltrans library texts a.zellib --json --disk 'Disk, \"C\"' --out t; tail -n 2 t");
+    EXPECT_EQ(
+        json.out,
+        "a.zellib: 3 texts of 1 recording; wrote t\n"
+        R"({"version":1,"disk":"Disk, \"C\"","message":7,"source":"/disks/C/MESSAGES/.0007","row":0,"field":"f0",)"
+        R"("name":"@N","text":"A \""})"
+        "\n"
+        R"({"version":1,"disk":"Disk, \"C\"","message":7,"source":"/disks/C/MESSAGES/.0007","row":1,"field":"f1",)"
+        R"("name":"","text":""})"
+        "\n");
+    EXPECT_EQ(m_disk.Shell("zeltrans library texts a.zellib").exit_code, 2);
+    EXPECT_EQ(m_disk.Shell("zeltrans library texts a.zellib --csv --json").exit_code, 2);
+    const CommandResult library = m_disk.Shell("zeltrans library texts a.zellib --csv --out a.zellib");
+    EXPECT_EQ(library.err, "zeltrans: a.zellib: can't be written: it is the library\n");
+}
+
+TEST_F(LibraryCommand, ReportsADocumentThatCannotBeReadAndWritesTheOthers) {
+    library::Recording bad = Numbered(13, "", "");
+    bad.document = "{";
+    library::Library(m_disk / "a.zellib", library::Access::kWrite).Record(std::vector{bad});
+    const CommandResult result = m_disk.Shell("zeltrans library texts a.zellib --csv");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err, HasSubstr("zeltrans: a.zellib: message .0013: "));
+    EXPECT_EQ(result.ErrorLines(), 1);
+}
+
 }  // namespace zel::test
