@@ -33,7 +33,7 @@ TEST(WriteCommand, FindsAFileInTheDocumentsOfABatchAlone) {
     const CommandResult result = disk.Shell(
         "zeltrans batch . 12 --library l.zellib --out out -q; rm out/*; "
         "zeltrans batch . 12 --library l.zellib --out out --resume -q; zeltrans write out/0012.json --to a -q && "
-        "cmp a MESSAGES/.0012 && zeltrans library show l.zellib 12 --json shown.json -q; "
+        "cmp a MESSAGES/.0012 && zeltrans library show l.zellib 12 --json shown.json >shown; "
         "grep -c '\"file\": {' shown.json; zeltrans write shown.json --to b");
     EXPECT_EQ(result.exit_code, 1) << result.err;
     EXPECT_EQ(result.out, "0\n");
@@ -87,8 +87,7 @@ TEST(WriteCommand, RefusesWhatItCannotDo) {
 TEST(WriteCommand, NeedsExactForManyUnreadBytes) {
     const CommandDisk disk;
     const CommandResult result = disk.Shell(
-        "cp MESSAGES/.0012 MESSAGES/.0013; seq 20000 >>MESSAGES/.0013; zeltrans import MESSAGES/.0013 --json a.json "
-        "-q; "
+        "cp MESSAGES/.0012 MESSAGES/.0013; seq 20000 >>MESSAGES/.0013; zeltrans import MESSAGES/.0013 --json a.json; "
         "zeltrans write a.json --to a; zeltrans import MESSAGES/.0013 --json b.json --exact -q && "
         "zeltrans write b.json --to b -q && cmp b MESSAGES/.0013 && zeltrans import MESSAGES/.0013 --exact");
     EXPECT_EQ(result.exit_code, 2) << "--exact needs --json";
