@@ -28,7 +28,7 @@ constexpr char kPrepare[] =
     "zeltrans batch disk 0 30 --maps disk --library m.zellib --out out --report report.json --json >batch; "
     "zeltrans export m.zellib 1 30 --out files --format json --format sheet --json >summary";
 
-constexpr JsonCase kCases[] = {
+constexpr JsonCase kJsonCases[] = {
     {"message-document",
      "for file in *.json out/*.json; do [ $file = report.json ] || tr -d '\\n' <$file; echo; done | grep ."},
     {"recording", "for file in files/disk_*.json; do tr -d '\\n' <$file; echo; done"},
@@ -60,7 +60,7 @@ class JsonOutput : public testing::Test {
         store.SetProfileText("Other", "Entry\xFF", "text");
         m_disk.Shell("zeltrans settings set FontDir 2 'D:\\FONTS' --settings kept");
         m_disk.Shell("bash -c " + CommandDisk::Quoted(m_disk.Script(kPrepare)));
-        for (const JsonCase& line : kCases) {
+        for (const JsonCase& line : kJsonCases) {
             const CommandResult result = m_disk.Shell(line.line);
             EXPECT_THAT(result.out, Not(IsEmpty())) << line.line << result.err;
             EXPECT_THAT(result.out, Not(HasSubstr("secret")));
