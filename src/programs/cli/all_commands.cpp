@@ -6,6 +6,7 @@
 #include "programs/cli/diff_command.h"
 #include "programs/cli/export_command.h"
 #include "programs/cli/fetch_command.h"
+#include "programs/cli/fill_command.h"
 #include "programs/cli/font_command.h"
 #include "programs/cli/import_command.h"
 #include "programs/cli/info_command.h"
@@ -27,7 +28,7 @@ constexpr NamedCommand kCommands[] = {
     {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
     {"diff", AddDiffCommand},
     {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
-    {"thumbnail", AddThumbnailCommand},
+    {"thumbnail", AddThumbnailCommand}, {"fill", AddFillCommand},
 };
 
 }  // namespace
