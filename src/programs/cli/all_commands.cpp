@@ -15,6 +15,7 @@
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
 #include "programs/cli/thumbnail_command.h"
+#include "programs/cli/verify_command.h"
 #include "programs/cli/write_command.h"
 #include "programs/version/library_versions.h"
 #include "programs/version/version_report.h"
@@ -29,7 +30,7 @@ constexpr NamedCommand kCommands[] = {
     {"font", AddFontCommand},         {"info", AddInfoCommand},           {"library", AddLibraryCommand},
     {"diff", AddDiffCommand},         {"fetch", AddFetchCommand},         {"sample", AddSampleCommand},
     {"settings", AddSettingsCommand}, {"thumbnail", AddThumbnailCommand}, {"fill", AddFillCommand},
-    {"write", AddWriteCommand},
+    {"verify", AddVerifyCommand},     {"write", AddWriteCommand},
 };
 
 }  // namespace
