@@ -15,6 +15,7 @@
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
 #include "programs/cli/thumbnail_command.h"
+#include "programs/cli/verify_command.h"
 #include "programs/version/library_versions.h"
 #include "programs/version/version_report.h"
 
@@ -29,6 +30,7 @@ constexpr NamedCommand kCommands[] = {
     {"diff", AddDiffCommand},
     {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
     {"thumbnail", AddThumbnailCommand}, {"fill", AddFillCommand},
+    {"verify", AddVerifyCommand},
 };
 
 }  // namespace

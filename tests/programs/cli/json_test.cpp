@@ -43,6 +43,7 @@ constexpr JsonCase kJsonCases[] = {
     {"export-format", "zeltrans export --json --list-formats"},
     {"setting", "zeltrans settings --json --settings kept; zeltrans settings get FontDir 2 --json --settings kept"},
     {"inspection-report", "zeltrans info --json disk MACHINE MESSAGES cut odd* missing"},
+    {"verification-line", "zeltrans verify --json disk MACHINE MESSAGES cut odd* missing"},
     {"fill-field", "zeltrans fill disk/MESSAGES/.0013 --list --json; zeltrans fill MESSAGES/.0012 --list --json"},
     {"fill-line",
      "printf 'NAME,X\\nAnn,x\\nBob \\342\\202\\254,x\\n' | zeltrans fill disk/MESSAGES/.0013 --data - --out filled "
