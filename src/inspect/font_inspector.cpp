@@ -1,7 +1,13 @@
 #include "inspect/font_inspector.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+#include "inspect/findings.h"
 #include "inspect/glyph_check.h"
 #include "inspect/section_list.h"
+#include "inspect/unread_fields.h"
 #include "inspect/words.h"
 #include "module/contract/records/edge.h"
 #include "module/font/format/font_loader.h"
@@ -76,6 +82,96 @@ void FillHeader(const tag_font_header& header, FontReport& font) {
     font.encoding_size = header.encoding_size;
 }
 
+/// Offsets of header fields in the file.
+constexpr std::uint64_t kFontIdAt = sizeof(tag_psos_header) + offsetof(tag_font_header, font_id_text);
+constexpr std::uint64_t kEdgeAt = sizeof(tag_psos_header) + offsetof(tag_font_header, edge_bits);
+constexpr std::uint64_t kEncodingSizeAt = sizeof(tag_psos_header) + offsetof(tag_font_header, encoding_size);
+constexpr std::uint64_t kAuxSizeAt = sizeof(tag_psos_header) + offsetof(tag_font_header, aux_block_size);
+constexpr std::uint64_t kFlagsAt = sizeof(tag_psos_header) + offsetof(tag_font_header, font_flags);
+constexpr std::uint64_t kWordTableAt = sizeof(tag_psos_header) + offsetof(tag_font_header, word_table_size);
+
+/// Reports why a font is refused, unless a section is cut short.
+void ReportRefusal(font::FontOutcome outcome, const tag_font_memory& slot, const SectionList& found,
+                   FileReport& report) {
+    if (outcome == font::FontOutcome::kTooLarge) {
+        const Section& last = found.sections.back();
+        AddFinding(report, Rule::kFontSize, {last.offset, last.size}).section = last.name;
+        return;
+    }
+    if (outcome == font::FontOutcome::kShortSampleRow && found.sections.back().present == found.sections.back().size) {
+        AddFinding(report, Rule::kSampleWidth, {found.sections.back().offset, sizeof(tag_samp_struct)}).section =
+            "sample block";
+        return;
+    }
+    if (outcome != font::FontOutcome::kNoMemory || slot.font_header == nullptr) return;
+    const tag_font_header& header = *slot.font_header;
+    if (header.aux_block_size < 0) {
+        AddFinding(report, Rule::kBlockSize, {kAuxSizeAt, 2, header.aux_block_size}).field = "aux_block_size";
+    } else if (header.WordTableBytes() < 0) {
+        AddFinding(report, Rule::kBlockSize, {kWordTableAt, 4, header.WordTableBytes()}).field = "word_table_size";
+    } else {
+        AddFinding(report, Rule::kSampleSize, {found.sections.back().offset, sizeof(tag_samp_struct)}).section =
+            "sample block";
+    }
+}
+
+bool IsFourDigits(std::string_view text) {
+    return text.size() == 4 && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// Notes what is unusual in a header.
+void CheckHeader(const tag_font_header& header, FileReport& report) {
+    if (!IsFourDigits(header.IdText())) AddFinding(report, Rule::kFontId, {kFontIdAt, 4}).section = "font header";
+    if (header.EdgeType() > static_cast<int>(EdgeType::kOffset))
+        AddFinding(report, Rule::kEdgeType, {kEdgeAt, 1, header.EdgeType()}).section = "font header";
+    const bool leading = header.font_flags == kFontFlagsLeadingSample;
+    if ((header.font_flags & kFontPlain) == 0 && !leading && header.encoding_size != 0) {
+        AddFinding(report, Rule::kEncodingRead, {kEncodingSizeAt, 4, header.encoding_size}).section = "font header";
+    }
+}
+
+/// Reports what isn't zero of the fields that nothing reads, apart from the directory and the stored glyphs.
+void CheckUnread(std::span<const std::uint8_t> bytes, const SectionList& found, FileReport& report) {
+    static constexpr UnreadField kHeader[] = {{"dword at 74", 74, 4, 0xFFFFFFFF},
+                                              {"word at 82", 82, 2, 0xFFFF},
+                                              {"word at 86", 86, 2, 0xFFFF},
+                                              {"dword at 88", 88, 4, 0xFFFFFFFF},
+                                              {"word at 92", 92, 2, 0xFFFF},
+                                              {"dword at 94", 94, 4, 0xFFFFFFFF},
+                                              {"word at 106", 106, 2, 0xFFFF},
+                                              {"word at 108", 108, 2, 0xFFFF},
+                                              {"word at 110", 110, 2, 0xFFFF},
+                                              {"word at 112", 112, 2, 0xFFFF},
+                                              {"word at 114", 114, 2, 0xFFFF},
+                                              {"word at 116", 116, 2, 0xFFFF},
+                                              {"word_table_size, high word", 120, 2, 0xFFFF},
+                                              {"word at 126", 126, 2, 0xFFFF}};
+    static constexpr UnreadField kSample[] = {{"samp_first_word", 0, 2, 0xFFFF}};
+    CheckPsosHeader(bytes, report);
+    constexpr std::size_t kHeaderAt = sizeof(tag_psos_header);
+    if (bytes.size() > kHeaderAt) {
+        const auto header = bytes.subspan(kHeaderAt, std::min(sizeof(tag_font_header), bytes.size() - kHeaderAt));
+        UnreadFields fields(kHeader, RecordKind::kFile, "font header");
+        fields.Check(header, {.offset = kHeaderAt});
+        fields.Report(report);
+        CheckTextRest(header.first(std::min(sizeof(tag_font_header::font_name), header.size())),
+                      {.section = "font header", .field = "font_name"}, {.offset = kHeaderAt}, report);
+    }
+    UnreadFields samples(kSample, RecordKind::kFile, "sample block");
+    for (const Section& section : found.sections) {
+        if (section.name == "sample block" && section.present != 0)
+            samples.Check(bytes.subspan(static_cast<std::size_t>(section.offset)), {.offset = section.offset});
+    }
+    samples.Report(report);
+}
+
+void CheckReplacedSample(const SectionList& found, FileReport& report) {
+    const Section* first = found.Find("sample block");
+    if (first != nullptr && std::ranges::count(found.sections, "sample block", &Section::name) > 1) {
+        AddFinding(report, Rule::kSampleReplaced, {first->offset, first->size}).section = "sample block";
+    }
+}
+
 }  // namespace
 
 void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report) {
@@ -83,25 +179,33 @@ void InspectFont(std::span<const std::uint8_t> bytes, FileReport& report) {
     const tag_font_memory& slot = loaded.slot;
     SectionList found;
     const font::FontOutcome outcome = font::LoadFont(bytes, loaded, &found);
+    const bool refused = outcome != font::FontOutcome::kRead;
     FontReport& font = report.font.emplace();
     report.sections = found.sections;
     report.reason = Reason(outcome, slot, found);
-    ReportCutSections(report);
+    if (refused) ReportRefusal(outcome, slot, found, report);
+    ReportCutSections(report, refused && report.findings.empty());
     if (slot.psos_header != nullptr && outcome != font::FontOutcome::kShortPsosHeader)
         font.type_name = Printable(slot.psos_header->TypeName());
     const bool has_header = slot.font_header != nullptr && outcome != font::FontOutcome::kShortFontHeader;
-    if (has_header) FillHeader(*slot.font_header, font);
+    if (has_header) {
+        FillHeader(*slot.font_header, font);
+        CheckHeader(*slot.font_header, report);
+    }
     if (has_header && slot.char_directory != nullptr && outcome != font::FontOutcome::kShortDirectory) {
         CheckGlyphs(bytes, slot, outcome, report);
     }
-    if (loaded.tessor)
-        report.remarks.emplace_back("the import shows the box \"Tessor Encoded Data!\", whatever is skipped");
-    if (outcome == font::FontOutcome::kRead && found.End() < bytes.size()) {
+    if (loaded.tessor) {
+        Finding& finding = AddFinding(report, Rule::kPlainFont, {kFlagsAt, 2, slot.font_header->font_flags});
+        finding.section = "font header";
+        finding.what = "the import shows the box \"Tessor Encoded Data!\", whatever is skipped";
+    }
+    CheckReplacedSample(found, report);
+    if (report.depth == Depth::kEveryByte) CheckUnread(bytes, found, report);
+    if (!refused && found.End() < bytes.size()) {
         ReportTrailingBytes(bytes.subspan(static_cast<std::size_t>(found.End())), report);
     }
-    report.verdict = outcome != font::FontOutcome::kRead ? Verdict::kBroken
-                     : report.defects.empty()            ? Verdict::kWhole
-                                                         : Verdict::kReadable;
+    Conclude(report, refused);
 }
 
 }  // namespace zel::inspect

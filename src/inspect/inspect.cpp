@@ -25,8 +25,9 @@ FileKind KindOfType(std::uint32_t file_type) {
 
 }  // namespace
 
-FileReport InspectBytes(std::span<const std::uint8_t> bytes, std::string_view name) {
+FileReport InspectBytes(std::span<const std::uint8_t> bytes, std::string_view name, Depth depth) {
     FileReport report;
+    report.depth = depth;
     report.name = name;
     report.size = bytes.size();
     if (bytes.size() >= kTypeSize) report.file_type = message::BigEndianCursor(bytes).U32();
@@ -48,7 +49,7 @@ FileReport InspectBytes(std::span<const std::uint8_t> bytes, std::string_view na
     return report;
 }
 
-FileReport InspectFile(const std::filesystem::path& file) {
+FileReport InspectFile(const std::filesystem::path& file, Depth depth) {
     std::error_code error;
     const auto status = std::filesystem::status(file, error);
     if (error) throw std::runtime_error(error.message());
@@ -57,7 +58,7 @@ FileReport InspectFile(const std::filesystem::path& file) {
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     if (error) throw std::runtime_error(error.message());
     if (size > kLargestFile) throw std::runtime_error("larger than 80 MiB, which no message or font is");
-    return InspectBytes(base::ReadFileBytes(file, kLargestFile), file.string());
+    return InspectBytes(base::ReadFileBytes(file, kLargestFile), file.string(), depth);
 }
 
 }  // namespace zel::inspect

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <set>
-#include <utility>
+#include <vector>
 
 #include "base/fold_case.h"
+#include "inspect/findings.h"
+#include "inspect/list_check.h"
 #include "inspect/words.h"
 #include "module/contract/records/psos_header.h"
 #include "module/fontmap/format/name_lists.h"
@@ -18,8 +19,6 @@ namespace {
 
 /// Number of lines at the beginning of every list that aren't entries.
 constexpr std::size_t kHeadings = 2;
-/// In characters; the module reads a longer line as several.
-constexpr std::size_t kLongestListLine = 198;
 constexpr std::size_t kShownBytes = 16;
 
 bool IsText(std::string_view bytes) {
@@ -43,36 +42,6 @@ std::vector<std::string_view> Lines(std::string_view text) {
     return lines;
 }
 
-/// The entries of a list.
-struct ListContent {
-    int entry_lines = 0;
-    std::set<std::string> keys;
-    std::set<std::string> duplicates;
-
-    void Add(const std::string& key) {
-        ++entry_lines;
-        if (!keys.insert(key).second) duplicates.insert(key);
-    }
-};
-
-ListContent ReadBitstreamList(const std::vector<std::string_view>& lines) {
-    ListContent content;
-    fontmap::BitstreamLineReader reader;
-    fontmap::BitstreamEntry entry;
-    for (std::size_t i = kHeadings; i < lines.size(); ++i) {
-        if (reader.Read(lines[i], entry)) content.Add(std::to_string(entry.number));
-    }
-    return content;
-}
-
-ListContent ReadTypefaceList(const std::vector<std::string_view>& lines) {
-    ListContent content;
-    for (std::size_t i = kHeadings; i < lines.size(); ++i) {
-        if (const auto entry = fontmap::ReadTypefaceLine(lines[i])) content.Add(std::string(entry->bitstream_name));
-    }
-    return content;
-}
-
 bool LooksLikeTypefaceList(const std::vector<std::string_view>& lines) {
     std::size_t entries = 0;
     for (std::size_t i = kHeadings; i < lines.size(); ++i) {
@@ -83,7 +52,10 @@ bool LooksLikeTypefaceList(const std::vector<std::string_view>& lines) {
 }
 
 bool LooksLikeBitstreamList(const std::vector<std::string_view>& lines) {
-    const auto entries = static_cast<std::size_t>(ReadBitstreamList(lines).entry_lines);
+    std::size_t entries = 0;
+    fontmap::BitstreamLineReader reader;
+    fontmap::BitstreamEntry entry;
+    for (std::size_t i = kHeadings; i < lines.size(); ++i) entries += reader.Read(lines[i], entry) ? 1 : 0;
     return entries != 0 && entries * 2 + kHeadings >= lines.size();
 }
 
@@ -93,28 +65,6 @@ FileKind KindOfText(std::string_view name, bool text, const std::vector<std::str
     if (!text) return FileKind::kOther;
     if (LooksLikeTypefaceList(lines)) return FileKind::kTypefaceList;
     return LooksLikeBitstreamList(lines) ? FileKind::kBitstreamList : FileKind::kText;
-}
-
-void FillList(const std::vector<std::string_view>& lines, bool text, bool last_line_ends, FileReport& report) {
-    const bool bitstream = report.kind == FileKind::kBitstreamList;
-    const ListContent content = bitstream ? ReadBitstreamList(lines) : ReadTypefaceList(lines);
-    report.list = ListReport{static_cast<int>(lines.size()), static_cast<int>(content.keys.size())};
-    if (!text) report.defects.emplace_back("it contains bytes that are not text");
-    if (!content.duplicates.empty()) {
-        std::vector<std::string> names;
-        for (const std::string& key : content.duplicates) names.push_back(bitstream ? key : '"' + Printable(key) + '"');
-        report.remarks.push_back((bitstream ? "repeated numbers, of which the last counts: "
-                                            : "repeated names, of which the last counts: ") +
-                                 Listed(names));
-    }
-    const auto too_long =
-        std::ranges::count_if(lines, [](std::string_view line) { return line.size() > kLongestListLine; });
-    if (too_long != 0) {
-        report.defects.push_back(Count(static_cast<std::uint64_t>(too_long), "line is", "lines are") + " longer than " +
-                                 std::to_string(kLongestListLine) + " characters, and read as several");
-    }
-    if (!last_line_ends) report.remarks.emplace_back("the last line has no line end");
-    report.verdict = report.defects.empty() ? Verdict::kWhole : Verdict::kReadable;
 }
 
 std::string FirstBytes(std::span<const std::uint8_t> bytes) {
@@ -161,10 +111,13 @@ void InspectOther(std::span<const std::uint8_t> bytes, std::string_view name, Fi
     const auto lines = Lines(content);
     report.kind = KindOfText(name, text, lines);
     if (report.kind == FileKind::kBitstreamList || report.kind == FileKind::kTypefaceList) {
-        FillList(lines, text || content.empty(), content.empty() || content.ends_with('\n'), report);
+        CheckList(content, report);
         return;
     }
     report.verdict = Verdict::kForeign;
+    Place type{.offset = 0, .size = std::min<std::uint64_t>(bytes.size(), 4)};
+    if (report.file_type) type.value = *report.file_type;
+    AddFinding(report, Rule::kKindOfFile, type);
     report.reason = report.kind == FileKind::kText ? "text, but neither of the two name lists" : ForeignReason(bytes);
 }
 

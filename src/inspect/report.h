@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "inspect/finding.h"
 #include "module/contract/records/video_standard.h"
 
 /// What inspection finds in a file. Texts are ready to print: bytes of the file other than printable ASCII are written
@@ -84,6 +85,14 @@ struct SetColours {
     std::uint32_t edge = 0;
 };
 
+/// What an import delivers of a message if it finds all of its fonts.
+struct Delivery {
+    int rows = 0;
+    /// Without the blanks for empty tab fields.
+    std::uint64_t characters = 0;
+    int tab_fields = 0;
+};
+
 struct MessageReport {
     std::string type_name;
     VideoStandard standard = VideoStandard::kNtsc;
@@ -106,6 +115,8 @@ struct MessageReport {
     std::optional<std::string> flash_font;
     /// Every record in the file, including rejected ones.
     std::vector<TabReport> tabs;
+    /// None for a broken file.
+    std::optional<Delivery> delivery;
 };
 
 /// A glyph's bitmap. Sizes are in pixels.
@@ -156,9 +167,18 @@ struct PictureReport {
     int height = 0;
 };
 
+/// How much an inspection looks at.
+enum class Depth : std::uint8_t {
+    /// What the file contains, and every fault.
+    kFaults,
+    /// Also what nothing reads.
+    kEveryByte,
+};
+
 struct FileReport {
     /// As passed to the inspection.
     std::string name;
+    Depth depth = Depth::kFaults;
     std::uint64_t size = 0;
     FileKind kind = FileKind::kOther;
     Verdict verdict = Verdict::kForeign;
@@ -168,9 +188,11 @@ struct FileReport {
     std::optional<unsigned> file_type;
     /// In file order.
     std::vector<Section> sections;
-    /// What is wrong, and its effect on the import.
+    /// Every rule that isn't kept, in the order of the checks.
+    std::vector<Finding> findings;
+    /// The lines of the faults among them: what is wrong, and its effect on the import.
     std::vector<std::string> defects;
-    /// What is unusual but without effect.
+    /// The lines of the notes among them: what is unusual but without effect.
     std::vector<std::string> remarks;
     std::optional<MessageReport> message;
     std::optional<FontReport> font;

@@ -24,10 +24,11 @@ class SectionList final : public message::SectionObserver {
     std::vector<Section> sections;
 };
 
-/// Adds a defect for each section that the file cuts short.
-void ReportCutSections(FileReport& report);
+/// Adds a fault for each section that the file cuts short, apart from the stored glyphs of a font that is read.
+/// @param refused  the file is refused. If the last section is cut, that is why.
+void ReportCutSections(FileReport& report, bool refused);
 
-/// Reports the bytes after the last section: zeros, which are padding, as a remark, others as a defect.
+/// Reports the bytes after the last section: zeros, which are padding, as a note, others as a fault.
 /// @param rest  those bytes; may be empty.
 void ReportTrailingBytes(std::span<const std::uint8_t> rest, FileReport& report);
 

@@ -32,7 +32,7 @@ TEST(InspectMessage, GivesTheReasonForEachDamage) {
     constexpr BreakCase<M> kCases[] = {
         // Chains
         {[](M& m) { m.rows[0].first_char = 40; }, kReadable,
-         "row 0: the chain starts at record 40, but the last one is 3; 4 records aren't reached"},
+         "row 0: the chain starts at record 40, but the last one is 3; 1 record isn't reached"},
         {[](M& m) { m.rows[0].first_char = 63; }, kReadable, "row 0: the chain starts at record 63"},
         {[](M& m) { m.rows[0].cells[1].next_char = 63; }, kReadable,
          "row 0: the chain ends at record 1 after 2 of 4 characters; 2 records aren't reached"},

@@ -2,6 +2,7 @@
 // DISK. QT_SCALE_FACTOR sets the scale.
 #include <QApplication>
 #include <QFile>
+#include <QLineEdit>
 #include <QListView>
 #include <QMenu>
 #include <QMenuBar>
@@ -64,6 +65,7 @@ class Grabber {
     void SaveImportDialog();
     void SaveMenus();
     void SaveGlyphSheet();
+    void SaveFields();
 
     const QString m_directory, m_disk;
     const QTemporaryDir m_home;
@@ -146,6 +148,39 @@ void Grabber::SaveGlyphSheet() {
     }
 }
 
+/// A tab field that is changed, a table and a comparison.
+void Grabber::SaveFields() {
+    auto& list = *m_window->findChild<QListView*>(QStringLiteral("library"));
+    list.setCurrentIndex(list.model()->index(12, 0));
+    Press({"edit_field"});
+    auto& text = *m_window->findChild<QLineEdit*>(QStringLiteral("field_text"));
+    text.setText(QStringLiteral("A name that is far too long"));
+    QTest::keyClick(&text, Qt::Key_Return);
+    Save(*m_window, QStringLiteral("field"));
+    text.setText(QStringLiteral("Bea Lund"));
+    QTest::keyClick(&text, Qt::Key_Return);
+    const QString table = m_home.filePath(QStringLiteral("names.csv"));
+    QFile file(table);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(
+            "NAME,TOWN,Shoes\nKit Osei,Halden,4\nJo Marsh,A town with a far too long name,3\nAda,Port Ellery,1\n");
+    file.close();
+    QTimer::singleShot(300, [&] {
+        auto& dialog = *QApplication::activeModalWidget();
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(table);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    Press({"fill_table"});
+    if (auto* const fill = m_window->findChild<QWidget*>(QStringLiteral("fill_window"))) {
+        Save(*fill, QStringLiteral("fill_table"));
+        QTest::keyClick(fill, Qt::Key_F8);
+        Save(*fill, QStringLiteral("fill_table_fault"));
+        fill->close();
+    }
+    SaveWindow("compare", "compare_window");
+    Press({"undo"});
+}
+
 void Grabber::Run() {
     desktop::MainWindow window({m_home.filePath(QStringLiteral("library.zellib")).toStdString(),
                                 m_home.filePath(QStringLiteral("desktop.ini"))});
@@ -159,6 +194,7 @@ void Grabber::Run() {
     SaveImportDialog();
     SaveMenus();
     SaveGlyphSheet();
+    SaveFields();
     for (const char* const action : {"guide", "keys"}) SaveWindow(action, "help_window");
     SaveWindow("show_warnings", "warnings_window");
 }

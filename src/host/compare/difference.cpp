@@ -115,6 +115,7 @@ std::string GlyphText(const Difference& difference) {
     if (difference.property == "presence") return name + (difference.a.index ? " removed" : " added");
     if (difference.property == "codes" || difference.property == "stored bytes")
         return name + ": " + difference.property + " differ, the same is drawn";
+    if (difference.property == "large glyph") return name + ": differs, too large to be drawn";
     if (difference.property == "pixels") return name + ": " + difference.a.value.dump() + " pixels differ";
     return name + ": " + difference.property + " " + Change(difference);
 }

@@ -9,8 +9,8 @@
 #include <stdexcept>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
+#include "base/file_descriptor.h"
 #include "base/regular_file.h"
 
 namespace zel::compare {
@@ -38,14 +38,8 @@ class PieceReader {
 
     /// The next bytes, fewer at the end of the file.
     std::size_t Read(std::span<std::uint8_t> out) {
-        std::size_t size = 0;
-        while (size < out.size()) {
-            const ssize_t count = ::read(m_file.Get(), out.data() + size, out.size() - size);
-            if (count < 0 && errno == EINTR) continue;
-            if (count < 0) Fail();
-            if (count == 0) break;
-            size += static_cast<std::size_t>(count);
-        }
+        const std::size_t size = base::ReadFully(m_file.Get(), out.data(), out.size());
+        if (size < out.size() && errno != 0) Fail();
         return size;
     }
 

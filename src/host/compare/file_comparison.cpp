@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "base/regular_file.h"
+#include "host/compare/font_contents.h"
 #include "host/compare/font_difference.h"
 #include "host/compare/message_contents.h"
 #include "host/compare/message_difference.h"
@@ -25,14 +26,20 @@ constexpr std::size_t kLargestFile = std::size_t{80} << 20;
 
 std::vector<std::uint8_t> BytesOf(const std::string& path) {
     try {
-        std::vector<std::uint8_t> bytes = base::ReadFileBytes(path, kLargestFile + 1);
-        if (bytes.size() <= kLargestFile) return bytes;
+        return base::ReadFileBytes(path, kLargestFile);
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(path + ": " + error.what());
     }
-    throw std::runtime_error(path + ": larger than 80 MiB, which no message or font is");
+}
+
+/// @throws std::runtime_error for a file that is too large to be read. A sparse one could take minutes.
+void CheckSize(const std::string& path) {
+    std::error_code ignored;
+    const std::uintmax_t size = std::filesystem::file_size(path, ignored);
+    if (!ignored && size > kLargestFile)
+        throw std::runtime_error(path + ": larger than 80 MiB, which no message or font is");
 }
 
 std::string WithArticle(ComparedKind kind) {
@@ -87,6 +94,8 @@ FileComparison FilePair::Take() {
 }
 
 void FilePair::Compare() {
+    CheckSize(m_a);
+    CheckSize(m_b);
     const ByteDifference bytes = CompareBytes(m_a, m_b, true);
     if (bytes.count != 0) m_result.bytes = bytes;
     m_result.kind = KindOf(m_a);
@@ -148,10 +157,10 @@ void FilePair::CompareImports() {
 }
 
 void FilePair::CompareFontFiles() {
-    const std::vector<std::uint8_t> a = BytesOf(m_a), b = BytesOf(m_b);
+    FontFileBytes a(m_a), b(m_b);
     std::optional<FontDifference> difference = CompareFonts(a, b, m_options.mark);
     if (!difference) {
-        const std::string& path = CompareFonts(a, a, false) ? m_b : m_a;
+        const std::string& path = FontContents(a).IsRead() ? m_b : m_a;
         throw std::runtime_error(path + ": " + run::ContentError("font", path));
     }
     m_result.differences = std::move(difference->differences);

@@ -2,8 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstring>
+#include <stdexcept>
 
+#include <sys/stat.h>
+
+#include "base/regular_file.h"
 #include "module/font/format/draw_run_codes.h"
 #include "module/font/format/measure_run_codes.h"
 #include "module/font/format/run_codes.h"
@@ -42,32 +47,35 @@ picture::Picture DrawCodes(const FontGlyph& glyph) {
     if (drawn.rgba.empty()) return drawn;
     const auto colours = Colours();
     const std::ptrdiff_t stride = std::ptrdiff_t{glyph.width} * 4;
-    font::DrawRunCodes(font::RunCodeReader(glyph.stored, 0), {colours, {1, 2, 3}},
+    font::DrawRunCodes(font::RunCodeReader(glyph.codes, 0), {colours, {1, 2, 3}},
                        {drawn.rgba.data(), stride, glyph.width, glyph.height, std::uint8_t{0}});
     for (std::size_t i = 0; i + 3 < drawn.rgba.size(); i += 4) std::swap(drawn.rgba[i], drawn.rgba[i + 2]);
     return drawn;
 }
 
-picture::Picture DrawStored(const FontGlyph& glyph) {
-    // A height comes from the file; rows that it doesn't have are clear, and need no memory.
-    const std::size_t row = picture::PixelBytes(glyph.width, 1);
-    const std::size_t rows = row == 0 ? 0 : (glyph.stored.size() + row - 1) / row;
-    const int height = static_cast<int>(std::min(rows, static_cast<std::size_t>(glyph.height)));
-    picture::Picture drawn = picture::ClearPicture(glyph.width, height);
-    const std::size_t count = std::min(glyph.stored.size() / 4 * 4, drawn.rgba.size());
-    if (count == 0) return drawn;
-    std::memcpy(drawn.rgba.data(), glyph.stored.data(), count);
-    font::StraightenPixels(std::span(drawn.rgba).first(count));
-    for (std::size_t i = 0; i + 3 < count; i += 4) std::swap(drawn.rgba[i], drawn.rgba[i + 2]);
-    return drawn;
-}
-
 }  // namespace
 
-FontContents::FontContents(std::span<const std::uint8_t> bytes)
-    : m_bytes(bytes), m_outcome(font::LoadFont(bytes, m_loaded)) {}
+FontFileBytes::FontFileBytes(const std::string& path) {
+    try {
+        m_file = base::OpenRegularFile(path);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(path + ": " + error.what());
+    }
+    struct stat status {};
+    if (::fstat(m_file.Get(), &status) != 0) throw std::runtime_error(path + ": " + std::strerror(errno));
+    m_size = static_cast<std::uint64_t>(status.st_size);
+}
 
-FontGlyph FontContents::Glyph(int code) const {
+std::size_t FontFileBytes::Read(std::uint64_t offset, std::span<std::uint8_t> out) {
+    return base::ReadFullyAt(m_file.Get(), out.data(), out.size(), offset);
+}
+
+FontContents::FontContents(message::FileBytes& file) : m_file(file) {
+    message::ByteSource source(file);
+    m_outcome = font::LoadFont(source, m_loaded);
+}
+
+FontGlyph FontContents::Glyph(int code) {
     const tag_char_entry& entry = Slot().char_directory[code];
     FontGlyph glyph;
     if (!entry.HasGlyph()) return glyph;
@@ -80,26 +88,50 @@ FontGlyph FontContents::Glyph(int code) const {
         const font::GlyphSize size = font::MeasureRunCodes(font::RunCodeReader(encoding, entry.glyph_offset));
         glyph.width = size.width;
         glyph.height = size.height;
-        glyph.stored = GlyphCodes(encoding, entry.glyph_offset);
+        glyph.codes = GlyphCodes(encoding, entry.glyph_offset);
         return glyph;
     }
     glyph.kind = "stored";
-    const auto record = m_bytes.subspan(std::min<std::size_t>(entry.glyph_offset, m_bytes.size()));
-    const std::size_t head_size = std::min(record.size(), font::kStoredGlyphHeadSize);
-    const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(record.first(head_size));
+    std::array<std::uint8_t, font::kStoredGlyphHeadSize> bytes{};
+    const std::uint64_t left = m_file.Size() - std::min<std::uint64_t>(entry.glyph_offset, m_file.Size());
+    const std::size_t head_size = m_file.Read(entry.glyph_offset, bytes);
+    const font::StoredGlyphHead head = font::ConvertStoredGlyphHead(std::span(bytes).first(head_size));
     glyph.flag = head.Flag();
     glyph.width = std::max<int>(head.width, 0);
     glyph.height = std::max<int>(head.height, 0);
     // Pixels beyond the record's end aren't drawn, nor those that the file doesn't have.
-    const std::size_t end = std::clamp<std::size_t>(head.length, head_size, record.size());
-    const std::size_t pixels = picture::PixelBytes(glyph.width, glyph.height);
-    glyph.stored = record.subspan(head_size, std::min(end - head_size, pixels));
+    const std::uint64_t end = std::min(left, std::max<std::uint64_t>(head.length, head_size));
+    glyph.offset = entry.glyph_offset + head_size;
+    glyph.size = std::min(static_cast<std::size_t>(end - std::min<std::uint64_t>(end, head_size)),
+                          picture::PixelBytes(glyph.width, glyph.height));
     return glyph;
 }
 
-picture::Picture FontContents::Draw(const FontGlyph& glyph) const {
-    if (!glyph.IsThere()) return picture::ClearPicture(0, 0);
-    return glyph.kind[0] == 's' ? DrawStored(glyph) : DrawCodes(glyph);
+picture::Picture FontContents::Draw(const FontGlyph& glyph) {
+    if (!glyph.IsThere() || !glyph.IsDrawn()) return picture::ClearPicture(0, 0);
+    if (!glyph.IsStored()) return DrawCodes(glyph);
+    picture::Picture drawn = picture::ClearPicture(glyph.width, glyph.height);
+    const std::size_t count = std::min(glyph.size, drawn.rgba.size()) / 4 * 4;
+    const std::span pixels = std::span(drawn.rgba).first(count);
+    const std::size_t read = m_file.Read(glyph.offset, pixels);
+    std::fill(pixels.begin() + static_cast<std::ptrdiff_t>(read), pixels.end(), std::uint8_t{0});
+    font::StraightenPixels(pixels);
+    for (std::size_t i = 0; i + 3 < count; i += 4) std::swap(drawn.rgba[i], drawn.rgba[i + 2]);
+    return drawn;
+}
+
+bool FontContents::HasSameBytes(const FontGlyph& glyph, FontContents& other, const FontGlyph& other_glyph) {
+    if (!glyph.IsStored()) return std::ranges::equal(glyph.codes, other_glyph.codes);
+    if (glyph.size != other_glyph.size) return false;
+    std::array<std::uint8_t, 8192> one, another;
+    for (std::size_t done = 0; done < glyph.size; done += one.size()) {
+        const std::size_t size = std::min(one.size(), glyph.size - done);
+        const std::size_t read = m_file.Read(glyph.offset + done, std::span(one).first(size));
+        const std::size_t other_read = other.m_file.Read(other_glyph.offset + done, std::span(another).first(size));
+        if (read != other_read || std::memcmp(one.data(), another.data(), read) != 0) return false;
+        if (read < size) break;
+    }
+    return true;
 }
 
 }  // namespace zel::compare

@@ -40,7 +40,7 @@ Picture Cut(const Picture& glyph) {
 
 class FontComparison {
   public:
-    FontComparison(const FontContents& a, const FontContents& b, bool with_picture)
+    FontComparison(FontContents& a, FontContents& b, bool with_picture)
         : m_a(a), m_b(b), m_with_picture(with_picture) {}
 
     FontDifference Take() {
@@ -64,8 +64,8 @@ class FontComparison {
     void AddCell(const Picture& a, const Picture& b);
     Picture Page() const;
 
-    const FontContents& m_a;
-    const FontContents& m_b;
+    FontContents& m_a;
+    FontContents& m_b;
     const bool m_with_picture;
     FontDifference m_result;
     std::vector<Cell> m_cells;
@@ -134,24 +134,28 @@ void FontComparison::Glyph(int code) {
     Add("glyph", code, "height", a.height, b.height);
     Add("glyph", code, "flag", a.flag, b.flag);
     const bool same_form = std::string_view(a.kind) == b.kind && a.width == b.width && a.height == b.height;
-    if (same_form && std::ranges::equal(a.stored, b.stored)) return;
+    if (same_form && m_a.HasSameBytes(a, m_b, b)) return;
     Pixels(code, a, b);
 }
 
 void FontComparison::Pixels(int code, const FontGlyph& a, const FontGlyph& b) {
-    const Picture drawn_a = m_a.Draw(a), drawn_b = m_b.Draw(b);
-    const PictureDifference difference = ComparePictures(&drawn_a, &drawn_b);
     const auto add = [&](const char* property, Json value_a, Json value_b) {
         m_result.differences.push_back(
             {"glyph", property, {code, {}, std::move(value_a)}, {code, {}, std::move(value_b)}});
     };
+    const bool same_form = std::string_view(a.kind) == b.kind && a.width == b.width && a.height == b.height;
+    // The numbers of codes, or of bytes of the pixels.
+    const auto size = [](const FontGlyph& glyph) { return glyph.IsStored() ? glyph.size : glyph.codes.size() / 4; };
+    if (!a.IsDrawn() || !b.IsDrawn()) {
+        if (same_form) add("large glyph", size(a), size(b));
+        return;
+    }
+    const Picture drawn_a = m_a.Draw(a), drawn_b = m_b.Draw(b);
+    const PictureDifference difference = ComparePictures(&drawn_a, &drawn_b);
     if (difference.pixels != 0) {
         add("pixels", difference.pixels, difference.pixels);
-    } else if (std::string_view(a.kind) == b.kind && a.width == b.width && a.height == b.height) {
-        // The numbers of codes, or of bytes of the pixels.
-        const bool run_coded = a.kind[0] == 'r';
-        const std::size_t unit = run_coded ? 4 : 1;
-        add(run_coded ? "codes" : "stored bytes", a.stored.size() / unit, b.stored.size() / unit);
+    } else if (same_form) {
+        add(a.IsStored() ? "stored bytes" : "codes", size(a), size(b));
     }
     if (m_with_picture && !difference.IsNone()) AddCell(drawn_a, drawn_b);
 }
@@ -194,9 +198,8 @@ Picture FontComparison::Page() const {
 
 }  // namespace
 
-std::optional<FontDifference> CompareFonts(std::span<const std::uint8_t> a, std::span<const std::uint8_t> b,
-                                           bool with_picture) {
-    const FontContents font_a(a), font_b(b);
+std::optional<FontDifference> CompareFonts(message::FileBytes& a, message::FileBytes& b, bool with_picture) {
+    FontContents font_a(a), font_b(b);
     if (!font_a.IsRead() || !font_b.IsRead()) return std::nullopt;
     return FontComparison(font_a, font_b, with_picture).Take();
 }

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
-#include <span>
 
 #include "host/compare/difference.h"
 #include "host/picture/picture.h"
+#include "module/message/format/byte_source.h"
 
 namespace zel::compare {
 
@@ -18,10 +17,9 @@ struct FontDifference {
 };
 
 /// Compares two fonts: the header's values that are read, the blocks that hosts receive, and each glyph by its measures
-/// and its pixels. A glyph that is stored differently and drawn the same is a difference of its own. Null for a file
+/// and its pixels. A glyph that is stored differently and drawn the same is a difference of its own, and so is
+/// one that differs and is too large to be drawn. Null for a file
 /// that the import doesn't read as a font. Exchanged fonts give mirrored differences.
-/// @param a, b  the whole files.
-std::optional<FontDifference> CompareFonts(std::span<const std::uint8_t> a, std::span<const std::uint8_t> b,
-                                           bool with_picture);
+std::optional<FontDifference> CompareFonts(message::FileBytes& a, message::FileBytes& b, bool with_picture);
 
 }  // namespace zel::compare

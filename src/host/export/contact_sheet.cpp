@@ -54,6 +54,7 @@ std::vector<char32_t> LabelText(std::string_view text) {
 }
 
 std::string NumberText(const ExportedMessage& message) {
+    if (message.number < 0) return message.stem;
     const std::string number = FileNumber(message.number);
     return message.disk.empty() ? number : number + "  " + message.disk;
 }

@@ -12,7 +12,10 @@
 namespace zel::exporter {
 
 ExportSubject::ExportSubject(const library::Recording& recording, const ExportOptions& options)
-    : m_recording(recording), m_stem(StemOf(recording.disk, recording.number)), m_options(options) {}
+    : ExportSubject(recording, StemOf(recording.disk, recording.number), options) {}
+
+ExportSubject::ExportSubject(const library::Recording& recording, std::string stem, const ExportOptions& options)
+    : m_recording(recording), m_stem(std::move(stem)), m_options(options) {}
 
 const picture::Picture& ExportSubject::Frame() {
     if (!m_frame) {

@@ -16,10 +16,12 @@ class ExportSubject {
     /// @param options    for Output.
     /// @throws std::runtime_error for a number beyond 9999.
     explicit ExportSubject(const library::Recording& recording, const ExportOptions& options = {});
+    /// @param stem  the beginning of the names of its files, instead of that of StemOf.
+    ExportSubject(const library::Recording& recording, std::string stem, const ExportOptions& options);
 
     const library::Recording& Source() const noexcept { return m_recording; }
 
-    /// The beginning of the names of the message's files, see StemOf.
+    /// The beginning of the names of the message's files.
     const std::string& Stem() const noexcept { return m_stem; }
 
     /// The picture in a frame of the message's video standard, straight alpha.

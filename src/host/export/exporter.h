@@ -21,6 +21,7 @@ struct ExportedFile {
 struct ExportedMessage {
     std::string stem;
     std::string disk;
+    /// Negative for one that is named by its stem.
     int number = 0;
     /// UTF-8, see TitleOf.
     std::string title;

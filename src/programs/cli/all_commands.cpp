@@ -6,6 +6,7 @@
 #include "programs/cli/diff_command.h"
 #include "programs/cli/export_command.h"
 #include "programs/cli/fetch_command.h"
+#include "programs/cli/fill_command.h"
 #include "programs/cli/font_command.h"
 #include "programs/cli/import_command.h"
 #include "programs/cli/info_command.h"
@@ -14,6 +15,8 @@
 #include "programs/cli/sample_command.h"
 #include "programs/cli/settings_command.h"
 #include "programs/cli/thumbnail_command.h"
+#include "programs/cli/verify_command.h"
+#include "programs/cli/write_command.h"
 #include "programs/version/library_versions.h"
 #include "programs/version/version_report.h"
 
@@ -23,11 +26,11 @@ namespace {
 
 // In the order in which the help lists them.
 constexpr NamedCommand kCommands[] = {
-    {"import", AddImportCommand},       {"batch", AddBatchCommand},   {"export", AddExportCommand},
-    {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
-    {"diff", AddDiffCommand},
-    {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
-    {"thumbnail", AddThumbnailCommand},
+    {"import", AddImportCommand},     {"batch", AddBatchCommand},         {"export", AddExportCommand},
+    {"font", AddFontCommand},         {"info", AddInfoCommand},           {"library", AddLibraryCommand},
+    {"diff", AddDiffCommand},         {"fetch", AddFetchCommand},         {"sample", AddSampleCommand},
+    {"settings", AddSettingsCommand}, {"thumbnail", AddThumbnailCommand}, {"fill", AddFillCommand},
+    {"verify", AddVerifyCommand},     {"write", AddWriteCommand},
 };
 
 }  // namespace

@@ -4,10 +4,10 @@
 #include <array>
 #include <filesystem>
 #include <map>
-#include <set>
 
 #include "base/terminal_text.h"
 #include "base/text_columns.h"
+#include "inspect/font_use.h"
 #include "inspect/inspect.h"
 #include "inspect/report_text.h"
 #include "inspect/words.h"
@@ -52,47 +52,14 @@ std::vector<std::string> CellsOf(const DirectoryEntry& entry) {
     return cells("whole", inspect::Contents(report));
 }
 
-// The number in the name of a font file: a dot and digits.
-std::optional<int> FontNumber(const std::string& path) {
-    const std::string name = fs::path(path).filename().string();
-    if (name.size() < 2 || name.size() > 6 || name[0] != '.') return std::nullopt;
-    int number = 0;
-    for (const char c : name.substr(1)) {
-        if (c < '0' || c > '9') return std::nullopt;
-        number = number * 10 + (c - '0');
-    }
-    return number;
-}
-
 }  // namespace
 
-DirectoryTable::DirectoryTable(const std::string& directory, std::string name)
-    : m_directory(directory), m_name(std::move(name)) {
-    const std::vector<fs::path> files = FindFiles();
-    m_entries.reserve(files.size());
-    for (const fs::path& file : files) m_entries.push_back(Inspect(file, file.lexically_relative(directory).string()));
-}
-
-std::vector<fs::path> DirectoryTable::FindFiles() {
-    std::vector<fs::path> files, directories{m_directory};
-    while (!directories.empty()) {
-        const fs::path directory = std::move(directories.back());
-        directories.pop_back();
-        std::error_code error;
-        fs::directory_iterator it(directory, error);
-        for (const fs::directory_iterator end; !error && it != end; it.increment(error)) {
-            std::error_code ignored;
-            if (!it->is_directory(ignored)) {
-                files.push_back(it->path());
-            } else if (!it->is_symlink(ignored)) {
-                directories.push_back(it->path());
-            }
-        }
-        if (error) m_unlisted.push_back({directory.lexically_relative(m_directory).string(), error.message()});
-    }
-    std::ranges::sort(files);
-    std::ranges::sort(m_unlisted, {}, &Unlisted::name);
-    return files;
+DirectoryTable::DirectoryTable(const std::string& directory, std::string name) : m_name(std::move(name)) {
+    FileTree tree = FindFiles(directory);
+    m_unlisted = std::move(tree.unlisted);
+    m_entries.reserve(tree.files.size());
+    for (const fs::path& file : tree.files)
+        m_entries.push_back(Inspect(file, file.lexically_relative(directory).string()));
 }
 
 std::string DirectoryTable::Text() const {
@@ -132,22 +99,12 @@ std::size_t DirectoryTable::DefectCount() const {
 }
 
 std::string DirectoryTable::MissingFonts() const {
-    std::set<int> present;
-    std::map<int, std::vector<std::string>> users;
+    inspect::FontUse use;
     for (const DirectoryEntry& entry : m_entries) {
-        if (!entry.report) continue;
-        if (entry.report->font) present.insert(FontNumber(entry.name).value_or(-1));
-        if (!entry.report->message) continue;
-        for (const inspect::SlotReport& slot : entry.report->message->slots) {
-            if (slot.number) users[*slot.number].push_back(base::TerminalText(entry.name));
-        }
+        if (entry.report) use.Add(*entry.report, entry.name);
     }
-    if (present.empty()) return {};  // the fonts are in another directory
     std::string text;
-    for (const auto& [number, messages] : users) {
-        if (!present.contains(number))
-            text += "  font " + std::to_string(number) + " is missing; used by " + inspect::Listed(messages) + "\n";
-    }
+    for (const inspect::MissingFont& font : use.Missing()) text += "  " + inspect::MissingFontText(font) + "\n";
     return text.empty() ? text : "\n" + text;
 }
 
@@ -163,10 +120,7 @@ std::string DirectoryTable::Failure() const {
     std::vector<std::string> parts;
     if (broken != 0) parts.push_back(inspect::Number(broken) + " broken");
     if (unreadable != 0) parts.push_back(inspect::Number(unreadable) + " unreadable");
-    for (const Unlisted& directory : m_unlisted) {
-        parts.push_back((directory.name == "." ? "the directory" : base::TerminalText(directory.name)) +
-                        " can't be listed: " + directory.reason);
-    }
+    for (const UnlistedDirectory& directory : m_unlisted) parts.push_back(directory.Text());
     std::string text;
     for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
     return text;

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "inspect/report.h"
+#include "programs/cli/file_tree.h"
 
 namespace zel::cli {
 
@@ -39,17 +39,11 @@ class DirectoryTable {
     std::size_t DefectCount() const;
 
   private:
-    /// Finds the files and the directories that can't be listed. Links are not followed.
-    std::vector<std::filesystem::path> FindFiles();
     std::string Totals() const;
     std::string MissingFonts() const;
 
-    const std::string m_directory, m_name;
-    /// A directory that could not be listed: its path relative to the top, and the reason.
-    struct Unlisted {
-        std::string name, reason;
-    };
-    std::vector<Unlisted> m_unlisted;
+    const std::string m_name;
+    std::vector<UnlistedDirectory> m_unlisted;
     std::vector<DirectoryEntry> m_entries;
 };
 

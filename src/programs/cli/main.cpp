@@ -9,13 +9,14 @@
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/info_command.h"
 #include "programs/cli/run_program.h"
+#include "programs/cli/verify_command.h"
 
 using namespace zel;
 
 namespace {
 
-// "info" needs none of the other commands' libraries, which take longer to load than it takes to run.
-constexpr cli::NamedCommand kOwnCommands[] = {{"info", cli::AddInfoCommand}};
+// "info" and "verify" need none of the other commands' libraries, which take longer to load than they take to run.
+constexpr cli::NamedCommand kOwnCommands[] = {{"info", cli::AddInfoCommand}, {"verify", cli::AddVerifyCommand}};
 
 /// Ends the program by the signal that has stopped its command, so that a shell's loop ends with it.
 void EndBySignal(int exit_code) {

@@ -14,20 +14,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* VerdictName(inspect::Verdict verdict) noexcept {
-    switch (verdict) {
-        case inspect::Verdict::kWhole:
-            return "whole";
-        case inspect::Verdict::kReadable:
-            return "readable";
-        case inspect::Verdict::kBroken:
-            return "broken";
-        case inspect::Verdict::kForeign:
-            break;
-    }
-    return "foreign";
-}
-
 std::string Colour(std::uint32_t rgb) {
     char text[16];
     std::snprintf(text, sizeof text, "#%06X", static_cast<unsigned>(rgb));
@@ -123,6 +109,20 @@ Json Font(const inspect::FontReport& font) {
 }
 
 }  // namespace
+
+const char* VerdictName(inspect::Verdict verdict) noexcept {
+    switch (verdict) {
+        case inspect::Verdict::kWhole:
+            return "whole";
+        case inspect::Verdict::kReadable:
+            return "readable";
+        case inspect::Verdict::kBroken:
+            return "broken";
+        case inspect::Verdict::kForeign:
+            break;
+    }
+    return "foreign";
+}
 
 std::string ReportJson(const inspect::FileReport& report) {
     Json json = {{"version", document::kJsonVersion},

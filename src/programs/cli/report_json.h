@@ -6,6 +6,9 @@
 
 namespace zel::cli {
 
+/// "whole", "readable", "broken" or "foreign".
+const char* VerdictName(inspect::Verdict verdict) noexcept;
+
 /// A report as one line of JSON, without a line end. Texts from the file are as in the report: bytes that are not
 /// printable ASCII appear as \xNN.
 std::string ReportJson(const inspect::FileReport& report);

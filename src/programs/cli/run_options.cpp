@@ -92,6 +92,10 @@ void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnsw
         standards.emplace_back(std::to_string(ActiveLines(standard)), standard);
     AddChoice<VideoStandard>(command, "--lines", options.standard, standards,
                              "active lines of the host's video standard: 486 for NTSC, 576 for PAL");
+    AddTextOptions(command, options);
+}
+
+void AddTextOptions(CLI::App& command, host::HostOptions& options) {
     command.add_flag("--tt-convert", options.tt_convert,
                      "send run-coded characters as text in an installed typeface instead of as bitmaps");
     command.add_flag_callback(

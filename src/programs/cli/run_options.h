@@ -51,6 +51,9 @@ void RequireFontPrompt(const CLI::App& command, bool warnings, host::BoxAnswer a
 /// the choice for an RGBA picture.
 void AddHostOptions(CLI::App& command, host::HostOptions& options, run::RgbaAnswer& rgba);
 
+/// --tt-convert and --no-baseline-align alone.
+void AddTextOptions(CLI::App& command, host::HostOptions& options);
+
 /// --settings: the directory of the stored settings.
 void AddSettings(CLI::App& command, std::optional<std::string>& directory);
 

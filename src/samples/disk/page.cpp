@@ -106,7 +106,8 @@ unsigned Page::Slot(const DiskFont& font) {
 
 files::TabField Page::Tab(std::string_view name, int left, int right, const DiskFont& font, unsigned colour_set) {
     files::TabField field;
-    field.tab_start = Field(left - kHostIndent, "tab_start");
+    // The first character of a text at `left` belongs to the field.
+    field.tab_start = Field(left - font.left_pad - kHostIndent, "tab_start");
     field.tab_end = Field(right - kHostIndent, "tab_end");
     field.tab_name = name;
     field.tab_row = static_cast<unsigned>(m_file.rows.size()) - 1;

@@ -18,8 +18,24 @@ using compare::ComparisonResult;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
+/// A file in memory.
+class MemoryFile : public message::FileBytes {
+  public:
+    explicit MemoryFile(files::Bytes bytes) : m_bytes(std::move(bytes)) {}
+    std::uint64_t Size() const noexcept override { return m_bytes.size(); }
+    std::size_t Read(std::uint64_t offset, std::span<std::uint8_t> out) override {
+        const std::size_t from = std::min<std::size_t>(offset, m_bytes.size());
+        const std::size_t size = std::min(out.size(), m_bytes.size() - from);
+        std::copy_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(from), size, out.begin());
+        return size;
+    }
+
+  private:
+    files::Bytes m_bytes;
+};
+
 std::vector<std::string> FontLines(const files::FontFile& a, const files::FontFile& b) {
-    const files::Bytes bytes_a = files::WriteFont(a), bytes_b = files::WriteFont(b);
+    MemoryFile bytes_a(files::WriteFont(a)), bytes_b(files::WriteFont(b));
     const auto forth = compare::CompareFonts(bytes_a, bytes_b, true),
                back = compare::CompareFonts(bytes_b, bytes_a, false);
     EXPECT_TRUE(forth && back);
@@ -37,8 +53,6 @@ class ComparedFiles : public HostDisk {
 
     compare::ComparisonOptions m_options;
 };
-
-}  // namespace
 
 TEST(FontDifference, SaysWhatAnEditHasChanged) {
     const files::FontFile before = GoodFont();
@@ -74,11 +88,14 @@ TEST(FontDifference, SaysWhatAnEditHasChanged) {
     EXPECT_THAT(lines([](files::FontFile& f) { f.word_table[1] = 9; }), ElementsAre("word table: 6 bytes -> 6 bytes"));
 }
 
-TEST(FontDifference, NeedsNoMemoryForWhatAFileOnlyAnnounces) {
+TEST(FontDifference, DrawsNoGlyphThatIsTooLarge) {
     files::FontFile font = GoodFont();
     font.stored[67].width_word = 32767;
     font.stored[67].height_word = 32767;
     EXPECT_THAT(FontLines(GoodFont(), font), testing::Contains("glyph 67 (C): width 2 -> 32766"));
+    files::FontFile other = font;
+    other.stored[67].pixels[9] = 1;
+    EXPECT_THAT(FontLines(font, other), ElementsAre("glyph 67 (C): differs, too large to be drawn"));
 }
 
 TEST_F(ComparedFiles, DifferByContentsPictureAndBytes) {
@@ -160,5 +177,7 @@ TEST_F(ComparedFiles, OfDisksArePairedByNumber) {
     EXPECT_EQ(counts.same, 2U);
     EXPECT_EQ(counts.only_in_a + counts.only_in_b + counts.different, 3U);
 }
+
+}  // namespace
 
 }  // namespace zel::test

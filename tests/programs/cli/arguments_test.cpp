@@ -16,8 +16,8 @@ using testing::StartsWith;
 
 TEST(Help, OfEachCommandFitsIntoTheTerminalAndGivesAnExample) {
     const CommandDisk disk;
-    for (const std::string command :
-         {"import", "batch", "export", "font", "info", "library", "diff", "fetch", "sample", "settings", "thumbnail"}) {
+    for (const std::string command : {"import", "batch", "export", "font", "info", "library", "diff", "fetch", "sample",
+                                      "settings", "thumbnail", "verify"}) {
         for (const std::size_t width : {40U, 72U, 80U, 120U}) {
             const CommandResult result =
                 disk.Shell("export COLUMNS=" + std::to_string(width) + "; zeltrans help " + command);

@@ -28,9 +28,12 @@ constexpr char kPrepare[] =
     "zeltrans batch disk 0 30 --maps disk --library m.zellib --out out --report report.json --json >batch; "
     "zeltrans export m.zellib 1 30 --out files --format json --format sheet --json >summary";
 
-constexpr JsonCase kCases[] = {
+constexpr JsonCase kJsonCases[] = {
     {"message-document",
      "for file in *.json out/*.json; do [ $file = report.json ] || tr -d '\\n' <$file; echo; done | grep ."},
+    {"font-document", "for file in disk/MACHINE/.*[0-9]; do zeltrans font $file --json - | tr -d '\\n'; echo; done"},
+    {"write-result", "zeltrans write text.json --to new --json; zeltrans write rgba.json --to no --json; "
+                     "echo '{\"version\":1,\"file\":{\"type\":1}}' | zeltrans write - --to no --json"},
     {"recording", "for file in files/disk_*.json; do tr -d '\\n' <$file; echo; done"},
     {"recording", "zeltrans library show m.zellib 14 --json; zeltrans library show --json m.zellib 20"},
     {"library-entry", "zeltrans library list m.zellib --json"},
@@ -43,6 +46,11 @@ constexpr JsonCase kCases[] = {
     {"export-format", "zeltrans export --json --list-formats"},
     {"setting", "zeltrans settings --json --settings kept; zeltrans settings get FontDir 2 --json --settings kept"},
     {"inspection-report", "zeltrans info --json disk MACHINE MESSAGES cut odd* missing"},
+    {"verification-line", "zeltrans verify --json disk MACHINE MESSAGES cut odd* missing"},
+    {"fill-field", "zeltrans fill disk/MESSAGES/.0013 --list --json; zeltrans fill MESSAGES/.0012 --list --json"},
+    {"fill-line",
+     "printf 'NAME,X\\nAnn,x\\nBob \\342\\202\\254,x\\n' | zeltrans fill disk/MESSAGES/.0013 --data - --out filled "
+     "--library f.zellib --json"},
     {"library-text", "zeltrans library texts m.zellib --json"},
     {"comparison", "zeltrans diff --json disk/MESSAGES/.0001 disk/MESSAGES/.0013"},
     {"comparison", "zeltrans diff --json disk ."},
@@ -60,7 +68,7 @@ class JsonOutput : public testing::Test {
         store.SetProfileText("Other", "Entry\xFF", "text");
         m_disk.Shell("zeltrans settings set FontDir 2 'D:\\FONTS' --settings kept");
         m_disk.Shell("bash -c " + CommandDisk::Quoted(m_disk.Script(kPrepare)));
-        for (const JsonCase& line : kCases) {
+        for (const JsonCase& line : kJsonCases) {
             const CommandResult result = m_disk.Shell(line.line);
             EXPECT_THAT(result.out, Not(IsEmpty())) << line.line << result.err;
             EXPECT_THAT(result.out, Not(HasSubstr("secret")));

@@ -103,8 +103,6 @@ TEST_F(LibraryCommand, PrintsResultsAndErrors) {
                 HasSubstr("\n  Tab fields\n    Home: 1, 2 to 3, 4\n"));
 }
 
-}  // namespace
-
 TEST_F(LibraryCommand, WritesTheTextsAsATable) {
     library::Recording form = Numbered(7, "", "Disk, \"C\"");
     form.sources = {{"/disks/C/MESSAGES/.0007", {}, 7, std::string(64, 'a')}};
@@ -154,5 +152,7 @@ TEST_F(LibraryCommand, ReportsADocumentThatCannotBeReadAndWritesTheOthers) {
     EXPECT_THAT(result.err, HasSubstr("zeltrans: a.zellib: message .0013: "));
     EXPECT_EQ(result.ErrorLines(), 1);
 }
+
+}  // namespace
 
 }  // namespace zel::test

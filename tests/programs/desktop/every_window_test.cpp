@@ -10,12 +10,16 @@
 #include <QTabBar>
 #include <QTextDocumentFragment>
 #include <QToolTip>
+#include <fstream>
 
 #include <gmock/gmock.h>
 
 #include "programs/desktop/common/plain_text.h"
 #include "programs/desktop/dialogs/drawn_controls.h"
 #include "programs/desktop/host_window_fixture.h"
+#include "programs/desktop/widgets/field_editor.h"
+#include "programs/desktop/windows/compare_window.h"
+#include "programs/desktop/windows/fill_window.h"
 #include "programs/desktop/windows/glyph_sheet_window.h"
 #include "programs/desktop/windows/remote_chooser.h"
 #include "programs/desktop/windows/warnings_window.h"
@@ -212,6 +216,30 @@ TEST_F(EveryWindow, WindowsBesideTheMainWindow) {
     sheet.picture = picture::ClearPicture(16, 16);
     (new desktop::GlyphSheetWindow(sheet, window.get()))->show();
     expect_more("glyph sheet");
+    const desktop::ComparedMessage compared{kHostile, HostileRecording()};
+    desktop::ComparedMessage other = compared;
+    other.recording.document = "{}";
+    (new desktop::CompareWindow(compared, other, Picture(), window.get()))->show();
+    expect_more("comparison");
+    Find("compare_window").close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    seen = Walk().seen;
+    desktop::RecordedForm form;
+    form.form.fields.push_back({.name = kHostile.toStdString(), .address = kHostile.toStdString()});
+    form.form.message.rows.emplace_back();
+    form.file = In("form").toStdString();
+    std::ofstream(In("table.csv").toStdString()) << kHostile.toStdString() << ",x\n"
+                                                 << kHostile.toStdString() << ",y\n";
+    QSettings stored(In("desktop.ini"), QSettings::IniFormat);
+    (new desktop::FillWindow(form, {}, kHostile, In("table.csv"), stored, window.get()))->show();
+    expect_more("table");
+    Find("fill_window").close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    seen = Walk().seen;
+    desktop::FieldEditor editor(window.get());
+    editor.Open(kHostile, kHostile);
+    editor.ShowFault(kHostile);
+    expect_more("text of a tab field");
     desktop::WarningsWindow warnings(window.get());
     warnings.Show({{{kHostile.toStdString(), 12}, {kHostile.toStdString()}}});
     expect_more("warnings");

@@ -7,6 +7,17 @@
 
 namespace zel::fontmap {
 
+void ConvertToText(std::string& bytes) {
+    bytes.resize(std::min(bytes.find(kEndOfText), bytes.size()));
+    char* const end = bytes.data() + bytes.size();
+    char* out = static_cast<char*>(std::memchr(bytes.data(), '\r', bytes.size()));
+    if (out == nullptr) return;
+    for (const char* in = out; in != end; ++in) {
+        if (*in != '\r' || in + 1 == end || in[1] != '\n') *out++ = *in;
+    }
+    bytes.resize(static_cast<std::size_t>(out - bytes.data()));
+}
+
 std::optional<std::string_view> TextLines::Next() noexcept {
     if (m_rest.empty()) return std::nullopt;
     const std::size_t most = std::min(kMaxLine, m_rest.size());

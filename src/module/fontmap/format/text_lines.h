@@ -3,9 +3,19 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace zel::fontmap {
+
+/// Most bytes of a name list that are read. A list of 10,000 lines has less than a MiB.
+inline constexpr std::size_t kMaxListSize = std::size_t{4} << 20;
+
+/// The byte that ends a text.
+inline constexpr char kEndOfText = 26;
+
+/// Converts the bytes of a file to text as the module's home system does: CR LF becomes LF, and kEndOfText ends it.
+void ConvertToText(std::string& bytes);
 
 /// Splits a name list into lines. A line longer than kMaxLine is split, as by the 200-byte buffer of the legacy
 /// importer.

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <cstdint>
 
 #include "host/document/document_reader.h"
 #include "programs/desktop/common/text.h"
@@ -47,7 +48,7 @@ std::vector<FieldDetail> FieldsOf(const document::DocumentContents& contents) {
     std::vector<FieldDetail> details;
     for (const document::DocumentField& field : contents.fields) {
         const QRect frame(field.left, field.top, field.right - field.left, field.bottom - field.top);
-        const QString name = field.name.empty() ? QString::number(details.size() + 1) : Text(field.name);
+        const QString name = field.name.empty() ? QStringLiteral("f%1").arg(details.size()) : Text(field.name);
         details.push_back({name, field.row, frame, QColor(Text(field.colour))});
     }
     return details;
@@ -122,6 +123,17 @@ int MessageDetails::CharacterAt(QPoint point) const {
         if (characters[i].area.contains(point)) return static_cast<int>(i);
     }
     return -1;
+}
+
+int MessageDetails::FieldAt(QPoint point) const {
+    const auto area = [](const QRect& frame) { return std::int64_t{frame.width()} * frame.height(); };
+    int found = -1;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (!fields[i].frame.contains(point)) continue;
+        if (found < 0 || area(fields[i].frame) < area(fields[static_cast<std::size_t>(found)].frame))
+            found = static_cast<int>(i);
+    }
+    return found;
 }
 
 QString NameOfDisk(const std::string& disk) {

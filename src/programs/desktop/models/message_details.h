@@ -48,7 +48,7 @@ struct FontDetail {
 };
 
 struct FieldDetail {
-    /// The field's number, from 1, if it has no name.
+    /// "f" and the field's number, from 0, if it has no name: so a table names it.
     QString name;
     int row = 0;
     QRect frame;
@@ -71,6 +71,8 @@ struct MessageDetails {
 
     /// The index of the character at a point of the picture, the last one if several overlap; -1 for none.
     int CharacterAt(QPoint point) const;
+    /// The index of the tab field at a point of the picture, the smallest one if several overlap; -1 for none.
+    int FieldAt(QPoint point) const;
 };
 
 /// From a malformed document, returns whatever could be read.

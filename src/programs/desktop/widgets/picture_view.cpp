@@ -96,6 +96,50 @@ void PictureView::TakeSettings(const PictureView& other) {
     UpdateLayout();
 }
 
+void PictureView::Follow(const PictureView& other) {
+    m_fitted = other.m_fitted;
+    m_zoom = other.m_zoom;
+    UpdateLayout();
+    horizontalScrollBar()->setValue(other.horizontalScrollBar()->value());
+    verticalScrollBar()->setValue(other.verticalScrollBar()->value());
+}
+
+QRectF PictureView::ShownPlace(const QRect& part) const {
+    return ToView().mapRect(QRectF(part));
+}
+
+int PictureView::PointedField() const {
+    if (m_pointed < 0) return -1;
+    return m_details.FieldAt(m_details.characters[static_cast<std::size_t>(m_pointed)].area.center());
+}
+
+void PictureView::SetOverlay(QWidget* widget, const QRect& part) {
+    m_overlay = widget;
+    m_overlay_part = part;
+    PlaceOverlay();
+}
+
+/// As near to its part as the view has room.
+void PictureView::PlaceOverlay() {
+    if (m_overlay.isNull()) return;
+    const QRect part = ShownPlace(m_overlay_part).toAlignedRect();
+    const QSize size = m_overlay->sizeHint().expandedTo({part.width(), 0}).boundedTo(viewport()->size());
+    const auto into = [](int at, int length, int room) { return std::clamp(at, 0, std::max(0, room - length)); };
+    m_overlay->setGeometry(into(part.left(), size.width(), viewport()->width()),
+                           into(part.top(), size.height(), viewport()->height()), size.width(), size.height());
+}
+
+QPoint PictureView::InPicture(QPointF position) const {
+    const QPointF point = ToView().inverted().map(position);
+    return {static_cast<int>(std::floor(point.x())), static_cast<int>(std::floor(point.y()))};
+}
+
+void PictureView::scrollContentsBy(int /*dx*/, int /*dy*/) {
+    viewport()->update();
+    PlaceOverlay();
+    Q_EMIT scrolled();
+}
+
 void PictureView::Mark(const QRect& part) {
     m_mark = part;
     viewport()->update();
@@ -142,6 +186,7 @@ void PictureView::UpdateLayout() {
     set(*horizontalScrollBar(), size.width(), viewport()->width());
     set(*verticalScrollBar(), size.height(), viewport()->height());
     viewport()->update();
+    PlaceOverlay();
     Q_EMIT zoomed(m_zoom);
 }
 
@@ -216,8 +261,10 @@ void PictureView::focusOutEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusOutEvent(event);
 }
 
-// Left and Right select the previous and the next character.
+// Left and Right select the previous and the next character; Enter opens its tab field.
 void PictureView::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && m_editable && PointedField() >= 0) return Q_EMIT fieldActivated(PointedField());
     const int count = static_cast<int>(m_details.characters.size());
     const int step = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
     if (event->key() == Qt::Key_Escape) return PointAt(-1);
@@ -250,11 +297,17 @@ void PictureView::mouseMoveEvent(QMouseEvent* event) {
         return;
     }
     m_pressed.reset();
-    const QPointF point = ToView().inverted().map(event->position());
-    PointAt(m_details.CharacterAt({static_cast<int>(std::floor(point.x())), static_cast<int>(std::floor(point.y()))}));
+    PointAt(m_details.CharacterAt(InPicture(event->position())));
 }
 
 void PictureView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const int field =
+        m_editable && event->button() == Qt::LeftButton ? m_details.FieldAt(InPicture(event->position())) : -1;
+    if (field >= 0) {
+        m_pressed.reset();
+        Q_EMIT fieldActivated(field);
+        return;
+    }
     if (m_fitted) {
         ZoomTo(1.0, event->position());
     } else {

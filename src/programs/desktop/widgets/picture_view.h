@@ -3,6 +3,7 @@
 #include <QAbstractScrollArea>
 #include <QBrush>
 #include <QImage>
+#include <QPointer>
 #include <optional>
 
 #include "programs/desktop/models/message_details.h"
@@ -46,17 +47,34 @@ class PictureView : public QAbstractScrollArea {
     void SetSafeSizes(int action, int title);
     /// Shows its picture as another view does, but at its own zoom.
     void TakeSettings(const PictureView& other);
+    /// Takes zoom and scrolling from another view.
+    void Follow(const PictureView& other);
+
+    /// A double click on a tab field activates it instead of changing the zoom.
+    void SetFieldsEditable(bool on) { m_editable = on; }
+    /// A part of the picture in coordinates of viewport().
+    QRectF ShownPlace(const QRect& part) const;
+    /// The tab field of the selected character, an index in MessageDetails::fields; -1 for none.
+    int PointedField() const;
+    /// Shows a widget at a part of the picture, as large as that part, but no smaller than its own hint; it follows
+    /// zoom and scrolling. The widget is a child of viewport(). Null ends it and leaves the widget as it is.
+    void SetOverlay(QWidget* widget, const QRect& part = {});
 
   Q_SIGNALS:
     /// Describes the character selected by the pointer or the arrow keys; empty for none.
     void pointedAt(const QString& description);
     void zoomed(double zoom);
+    /// The picture was scrolled.
+    void scrolled();
     /// The user starts to drag the picture.
     void dragged();
+    /// The user opens a tab field, by an index in MessageDetails::fields.
+    void fieldActivated(int field);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
@@ -71,6 +89,8 @@ class PictureView : public QAbstractScrollArea {
   private:
     void ZoomTo(double zoom, QPointF around);
     void UpdateLayout();
+    void PlaceOverlay();
+    QPoint InPicture(QPointF position) const;
     QSizeF SizeAt(double zoom) const;
     QPointF Origin() const;
     QTransform ToView() const;
@@ -99,6 +119,10 @@ class PictureView : public QAbstractScrollArea {
     /// Last position of the pointer while the picture is moved.
     std::optional<QPoint> m_panned;
     bool m_space = false;
+    bool m_editable = false;
+    /// Not owned; null for none.
+    QPointer<QWidget> m_overlay;
+    QRect m_overlay_part;
     /// In percent.
     int m_action_safe = 93, m_title_safe = 90;
 };

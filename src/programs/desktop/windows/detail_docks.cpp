@@ -27,6 +27,7 @@ DetailDocks::DetailDocks(QMainWindow* window)
         AddTable(tr("Details"), QStringLiteral("facts"), tr("No message selected"), {tr("Property"), tr("Value")});
     Add(tr("Palette"), QStringLiteral("palette_dock"), m_palette);
     m_fonts->setToolTip(tr("Press Enter or double-click to show the glyphs of a font"));
+    m_fields->setToolTip(tr("Press Enter or double-click to change the text of a tab field"));
     Arrange();
     ConnectTables();
     connect(m_palette, &PaletteView::pointedAt, this, &DetailDocks::pointedAt);
@@ -56,10 +57,22 @@ void DetailDocks::ConnectTables() {
                     MarkSelected();
                 });
     }
+    connect(m_fields, &QTableView::activated, this, [this](const QModelIndex& index) {
+        if (static_cast<std::size_t>(index.row()) < m_details.fields.size()) Q_EMIT fieldOpened(index.row());
+    });
     connect(m_fonts, &QTableView::activated, this, [this](const QModelIndex& index) {
         const auto at = static_cast<std::size_t>(index.row());
         if (at < m_details.fonts.size()) Q_EMIT fontOpened(QFile::decodeName(m_details.fonts[at].file.c_str()));
     });
+}
+
+int DetailDocks::SelectedField() const {
+    const QModelIndexList rows = m_fields->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.front().row();
+}
+
+void DetailDocks::SelectField(int field) {
+    m_fields->selectRow(field);
 }
 
 /// At most one of the two tables has a selected row.

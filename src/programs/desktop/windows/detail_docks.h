@@ -24,6 +24,9 @@ class DetailDocks : public QObject {
 
     void Show(const MessageDetails& details);
     const std::vector<QDockWidget*>& Docks() const noexcept { return m_docks; }
+    /// The selected tab field, an index in MessageDetails::fields; -1 for none.
+    int SelectedField() const;
+    void SelectField(int field);
 
   Q_SIGNALS:
     /// A row or field is selected, or none any more.
@@ -31,6 +34,8 @@ class DetailDocks : public QObject {
     void marked(const QRect& part);
     /// A font is opened.
     void fontOpened(const QString& file);
+    /// A tab field is opened, by its index in MessageDetails::fields.
+    void fieldOpened(int field);
     /// Describes the selected entry of the palette; empty for none.
     void pointedAt(const QString& description);
 

@@ -39,6 +39,23 @@ constexpr GuideSection kGuide[] = {
      QT_TR_NOOP("Drag a picture, or several selected thumbnails, into another program, or copy it. Save picture as… "
                 "writes a PNG file with straight alpha; other entries of the menu File multiply the colours by the "
                 "alpha, or save the key alone. Export… writes many messages in many formats.")},
+    {QT_TR_NOOP("Change tab fields"),
+     QT_TR_NOOP(
+         "Double-click a tab field in the picture, or press F2, and type: Enter applies the text, Tab goes on to "
+         "the next field, Esc cancels. A text that is too long, or a character that the font does not have, "
+         "changes nothing. Undo and Redo are in the menu Edit. Save as message file… writes the changed message; "
+         "the disk and the library stay as they are until you replace the message's own file, which the "
+         "program asks about, and then imports again. Save and record… imports the new file too. Export… exports what "
+         "is recorded.")},
+    {QT_TR_NOOP("Fill from a table"),
+     QT_TR_NOOP("Fill from table… in the menu Edit fills the tab fields of the message with the records of a CSV file "
+                "with a heading, or of a JSON file. The column's name is that of the field, or its number: f0, f1 … "
+                "Each record is shown in the picture with its faults. Double-click a value to change it. Write all "
+                "writes the records without faults as message files, as pictures, or both.")},
+    {QT_TR_NOOP("Compare"),
+     QT_TR_NOOP("Select two messages and use Compare selected messages in the menu View, or compare the current one "
+                "with a message file. A message whose texts were changed is compared with its recording. The pictures "
+                "are zoomed and moved together; a difference that is selected in the list is outlined.")},
     {QT_TR_NOOP("Remove"),
      QT_TR_NOOP("Delete removes the selected messages from the library, never from the disk. Undo removal in the menu "
                 "Edit restores them.")},
@@ -58,6 +75,13 @@ constexpr KeyHint kOtherKeys[] = {
     {QT_TR_NOOP("Wheel in the picture"), QT_TR_NOOP("Zoom; with Shift, scroll")},
     {QT_TR_NOOP("Middle button, or space and left button"), QT_TR_NOOP("Move the picture")},
     {QT_TR_NOOP("Double click on the picture"), QT_TR_NOOP("Change between fit and actual pixels")},
+    {QT_TR_NOOP("Double click on a tab field, Enter on its characters"), QT_TR_NOOP("Change its text")},
+    {QT_TR_NOOP("Tab, Shift+Tab in a tab field"), QT_TR_NOOP("Apply and go to the next or previous one")},
+    {QT_TR_NOOP("Enter in fields"), QT_TR_NOOP("Change the text of the tab field")},
+    {QT_TR_NOOP("Ctrl+Page Up, Ctrl+Page Down, F8 in a table to fill"),
+     QT_TR_NOOP("Go to the previous or next record, to the next fault")},
+    {QT_TR_NOOP("Ctrl+Enter in a table to fill"), QT_TR_NOOP("Write all, or stop writing")},
+    {QT_TR_NOOP("Ctrl+Shift+D in a comparison"), QT_TR_NOOP("Swap the two messages")},
     {QT_TR_NOOP("Arrow keys, Page Up, Page Down in full screen"), QT_TR_NOOP("Go to another message")},
     {QT_TR_NOOP("Esc in full screen"), QT_TR_NOOP("Leave full screen")},
     {QT_TR_NOOP("Enter in fonts and warnings"), QT_TR_NOOP("Show the glyphs, or the message")},

@@ -24,20 +24,9 @@
 #include "programs/desktop/windows/remote_chooser.h"
 #include "programs/desktop/windows/warnings_window.h"
 #include "programs/desktop/work/dialog_import.h"
-#include "programs/desktop/work/import_options.h"
 #include "programs/desktop/work/module_desktop.h"
 
 namespace zel::desktop {
-
-namespace {
-
-/// The options for an import, with the name lists beside the directories of `near` if there are any.
-host::HostOptions OptionsFor(const Workspace& workspace, const QStringList& near) {
-    const QString own_lists = QFileInfo(workspace.places.settings).absolutePath() + QStringLiteral("/name-lists");
-    return HostOptionsOf(ImportOptions::Load(workspace.settings), near, own_lists);
-}
-
-}  // namespace
 
 ImportCommands::ImportCommands(const Workspace& workspace, ModuleDesktop& desktop, RecentDisks& recent,
                                FontCommands& fonts)
@@ -74,7 +63,7 @@ void ImportCommands::OpenOne(const QString& path) {
 void ImportCommands::StartImport(const QString& path, const MessageSource& source) {
     if (source.messages.empty()) return WarnOfNoMessages(path);
     m_import.Add(m_workspace.places.library, source,
-                 OptionsFor(m_workspace, {QFile::decodeName(source.directory.c_str())}));
+                 m_workspace.OptionsFor({QFile::decodeName(source.directory.c_str())}));
     if (QFileInfo(path).isDir()) m_recent.Add(path);
 }
 
@@ -151,7 +140,7 @@ void ImportCommands::ImportByModule() {
     m_import.SetPaused(true);
     try {
         const DialogImportOutcome outcome = ImportByDialog(
-            m_workspace.places.library, m_desktop, OptionsFor(m_workspace, m_recent.List()), &service, callbacks);
+            m_workspace.places.library, m_desktop, m_workspace.OptionsFor(m_recent.List()), &service, callbacks);
         if (outcome.recorded != 0) {
             m_workspace.status.ShowResult(
                 Counted(static_cast<std::size_t>(outcome.recorded), "message imported", "messages imported"));

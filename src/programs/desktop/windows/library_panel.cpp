@@ -236,6 +236,19 @@ void LibraryPanel::SelectSoon(const library::RecordingKey& key) {
     ReloadSoon();
 }
 
+void LibraryPanel::Select(const library::RecordingKey& key) {
+    if (m_model->RowOf(key) < 0) {
+        {
+            const QSignalBlocker search(m_search), disk(m_disk);
+            m_search->clear();
+            m_disk->setCurrentIndex(0);
+        }
+        m_wanted = key;
+        Reload();
+    }
+    if (const int row = m_model->RowOf(key); row >= 0) m_list->setCurrentIndex(m_model->index(row));
+}
+
 void LibraryPanel::RestoreCurrent(int previous_row, const std::optional<library::RecordingKey>& previous) {
     const auto row_of = [this](const std::optional<library::RecordingKey>& key) {
         return key ? m_model->RowOf(*key) : -1;

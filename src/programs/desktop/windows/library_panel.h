@@ -41,6 +41,10 @@ class LibraryPanel : public QWidget {
     /// As ReloadSoon; then makes this recording the current one, if it is shown.
     void SelectSoon(const library::RecordingKey& key);
 
+    /// Makes a recording the current one, without a filter if that does not list it. Does nothing for one that the
+    /// library does not contain.
+    void Select(const library::RecordingKey& key);
+
     /// The position in the list, to continue there later.
     struct Place {
         std::optional<library::RecordingKey> current;

@@ -15,9 +15,11 @@
 #include "programs/desktop/widgets/notice_bar.h"
 #include "programs/desktop/widgets/picture_view.h"
 #include "programs/desktop/windows/box.h"
+#include "programs/desktop/windows/compare_commands.h"
 #include "programs/desktop/windows/detail_docks.h"
 #include "programs/desktop/windows/export_commands.h"
 #include "programs/desktop/windows/fetch_commands.h"
+#include "programs/desktop/windows/field_commands.h"
 #include "programs/desktop/windows/font_commands.h"
 #include "programs/desktop/windows/help_window.h"
 #include "programs/desktop/windows/import_commands.h"
@@ -98,6 +100,10 @@ void MainMenus::MakeFileMenu() {
                                [this] { m_to.pictures.Save(PictureForm::kPremultiplied); }));
     m_needs_picture.append(
         add("save_key", tr("Save &key as…"), tr("Ctrl+Shift+S"), [this] { m_to.pictures.Save(PictureForm::kKey); }));
+    m_needs_fields.append(
+        add("save_message", tr("Save &as message file…"), tr("Ctrl+M"), [this] { m_to.fields.Save(); }));
+    m_needs_fields.append(
+        add("save_record", tr("Save and re&cord…"), tr("Ctrl+Shift+R"), [this] { m_to.fields.SaveAndRecord(); }));
     m_needs_messages.append(add("export", tr("&Export…"), tr("Ctrl+E"), [this] { m_to.exports.Export(); }));
     m_needs_messages.append(
         add("batch_export", tr("Batc&h export…"), tr("Ctrl+Shift+E"), [this] { m_to.exports.BatchExport(); }));
@@ -116,12 +122,25 @@ void MainMenus::MakeEditMenu() {
                                [this] { m_to.pictures.CopyText(); }));
     Add(edit, "find", tr("&Find"), {QKeySequence::Find}, [this] { m_workspace.library.FocusSearch(); });
     edit->addSeparator();
+    m_needs_fields.append(
+        Add(edit, "edit_field", tr("Change tab fiel&d"), {QKeySequence(Qt::Key_F2)}, [this] { EditField(); }));
+    m_needs_fields.append(Add(edit, "fill_table", tr("Fill from ta&ble…"), {QKeySequence(tr("Ctrl+Shift+T"))},
+                              [this] { m_to.fields.FillFromTable(); }));
+    edit->addSeparator();
     m_needs_picture.append(Add(edit, "remove", tr("&Remove from library"), {QKeySequence(tr("Ctrl+Del"))},
                                [this] { m_to.pictures.RemoveSelected(); }));
-    m_undo = Add(edit, "undo", tr("&Undo removal"), {QKeySequence::Undo}, [this] { m_to.pictures.UndoRemoval(); });
+    m_undo = Add(edit, "undo", {}, {QKeySequence::Undo}, [this] { Q_EMIT undoRequested(); });
+    m_redo = Add(edit, "redo", {}, {QKeySequence(tr("Ctrl+Shift+Z")), QKeySequence(tr("Ctrl+Y"))},
+                 [this] { m_to.fields.Redo(); });
     edit->addSeparator();
     m_needs_picture.append(
         Add(edit, "show_in_folder", tr("&Show in folder"), {}, [this] { m_to.pictures.ShowInFolder(); }));
+}
+
+/// Opens the selected tab field, that of the selected character, or the first one.
+void MainMenus::EditField() {
+    const int selected = m_to.docks.SelectedField();
+    m_to.fields.Edit(selected >= 0 ? selected : std::max(m_to.picture.PointedField(), 0));
 }
 
 void MainMenus::MakeViewMenu() {
@@ -149,6 +168,10 @@ void MainMenus::MakeViewMenu() {
     view->addSeparator();
     m_needs_picture.append(Add(view, "full_screen", tr("F&ull screen"), {QKeySequence(Qt::Key_F11)},
                                [this] { Q_EMIT fullScreenRequested(); }));
+    m_needs_picture.append(Add(view, "compare", tr("&Compare selected messages"), {QKeySequence(tr("Ctrl+Shift+D"))},
+                               [this] { m_to.compares.CompareSelected(); }));
+    m_needs_picture.append(
+        Add(view, "compare_file", tr("Co&mpare with file…"), {}, [this] { m_to.compares.CompareWithFile(); }));
     QMenu* const go_to = view->addMenu(tr("&Go to"));
     m_panels = view->addMenu(tr("Pa&nels"));
     AddPanels(go_to, m_panels);
@@ -162,8 +185,9 @@ void MainMenus::MakeViewMenu() {
 void MainMenus::AddContextMenus() {
     QList<QAction*> actions;
     // Object names; null for a separator.
-    constexpr const char* kNames[] = {"copy",   "copy_text",      nullptr, "save_picture",
-                                      "export", "show_in_folder", nullptr, "remove"};
+    constexpr const char* kNames[] = {"copy",           "copy_text", nullptr,        "edit_field",
+                                      "save_message",   nullptr,     "save_picture", "export",
+                                      "show_in_folder", nullptr,     "remove"};
     for (const char* const name : kNames) {
         if (name != nullptr) {
             actions.append(m_workspace.window.findChild<QAction*>(QLatin1String(name)));
@@ -358,7 +382,12 @@ void MainMenus::Enable(const State& state) {
     enable(m_needs_picture, state.has_picture);
     enable(m_needs_messages, state.has_messages && !state.busy);
     enable(m_needs_task, state.busy);
+    enable(m_needs_fields, state.has_fields);
     m_undo->setEnabled(state.can_undo);
+    m_redo->setEnabled(state.can_redo);
+    const auto escaped = [](QString text) { return text.replace(u'&', QStringLiteral("&&")); };
+    m_undo->setText(tr("&Undo %1").arg(escaped(state.undo_text)).trimmed());
+    m_redo->setText(tr("R&edo %1").arg(escaped(state.redo_text)).trimmed());
     m_warnings->setEnabled(state.has_warnings);
     enable(m_needs_idle, !state.busy);
 }

@@ -14,9 +14,11 @@ class QMenu;
 
 namespace zel::desktop {
 
+class CompareCommands;
 class DetailDocks;
 class ExportCommands;
 class FetchCommands;
+class FieldCommands;
 class FontCommands;
 class HelpWindow;
 class ImportCommands;
@@ -39,6 +41,8 @@ class MainMenus : public QObject {
         FetchCommands& fetches;
         FontCommands& fonts;
         PictureCommands& pictures;
+        FieldCommands& fields;
+        CompareCommands& compares;
         PictureView& picture;
         DetailDocks& docks;
         const RecentDisks& recent;
@@ -55,7 +59,11 @@ class MainMenus : public QObject {
         bool has_picture = false;
         bool has_messages = false;
         bool busy = false;
+        bool has_fields = false;
         bool can_undo = false;
+        bool can_redo = false;
+        /// What is undone or done again next, such as "removal".
+        QString undo_text{}, redo_text{};
         bool has_warnings = false;
     };
     void Enable(const State& state);
@@ -63,12 +71,14 @@ class MainMenus : public QObject {
   Q_SIGNALS:
     void stopRequested();
     void fullScreenRequested();
+    void undoRequested();
 
   private:
     void MakeFileMenu();
     void MakeEditMenu();
     void MakeViewMenu();
     void MakeHelpMenu();
+    void EditField();
     void AddContextMenus();
     void AddBackgrounds(QMenu* menu);
     void SetBackground(const QString& name);
@@ -91,9 +101,10 @@ class MainMenus : public QObject {
     QMenu* m_recent_libraries = nullptr;
     QMenu* m_panels = nullptr;
     QAction* m_undo = nullptr;
+    QAction* m_redo = nullptr;
     QAction* m_warnings = nullptr;
     QPointer<HelpWindow> m_help;
-    QList<QAction*> m_needs_picture, m_needs_messages, m_needs_idle, m_needs_task;
+    QList<QAction*> m_needs_picture, m_needs_fields, m_needs_messages, m_needs_idle, m_needs_task;
 };
 
 }  // namespace zel::desktop

@@ -42,6 +42,11 @@ QString SummaryOf(const MessageDetails& details) {
         .join(QStringLiteral("   "));
 }
 
+/// What is undone for a tab field; empty for none.
+QString TextOf(const QString& field) {
+    return field.isEmpty() ? QString() : MainWindow::tr("text of %1").arg(field);
+}
+
 // A recording is stored as its number and the name of its disk.
 
 void StoreKey(QSettings& settings, const QString& name, const std::optional<library::RecordingKey>& key) {
@@ -74,18 +79,21 @@ MainWindow::MainWindow(const Places& places)
       m_imports(m_workspace, m_desktop, m_recent, m_fonts),
       m_exports(m_workspace),
       m_fetches(m_workspace),
-      m_pictures(m_workspace, *m_picture) {
+      m_pictures(m_workspace, *m_picture),
+      m_fields(m_workspace, *m_picture, m_imports),
+      m_compares(m_workspace, *m_picture) {
     setObjectName(QStringLiteral("main"));
     setWindowTitle(tr("ZelTrans"));
     setAcceptDrops(true);
     LayOut();
     m_menus = std::make_unique<MainMenus>(
-        m_workspace, MainMenus::Targets{m_libraries, m_imports, m_exports, m_fetches, m_fonts, m_pictures, *m_picture,
-                                        *m_docks, m_recent});
+        m_workspace, MainMenus::Targets{m_libraries, m_imports, m_exports, m_fetches, m_fonts, m_pictures, m_fields,
+                                        m_compares, *m_picture, *m_docks, m_recent});
     m_menus->AddToPanels(AddMainToolbar(*this)->toggleViewAction());
     FillStartPage();
     RestoreLayout();
     Connect();
+    ConnectFields();
     ShowCurrent();
     RestorePlace();
     m_library->Reload();
@@ -111,7 +119,10 @@ void MainWindow::Connect() {
     connect(m_library, &LibraryPanel::selectionChanged, this, &MainWindow::ShowCount);
     connect(m_library, &LibraryPanel::dragged, &m_pictures, &PictureCommands::DragSelected);
     connect(m_library, &LibraryPanel::removeRequested, &m_pictures, &PictureCommands::RemoveSelected);
-    connect(&m_pictures, &PictureCommands::undoChanged, this, &MainWindow::EnableActions);
+    connect(&m_pictures, &PictureCommands::undoChanged, this, [this] {
+        m_removed_last = m_pictures.CanUndo();
+        EnableActions();
+    });
     connect(m_picture, &PictureView::dragged, &m_pictures, &PictureCommands::Drag);
     connect(m_picture, &PictureView::zoomed, this,
             [this](double zoom) { m_status->ShowZoom(m_current ? tr("%1 %").arg(qRound(zoom * 100)) : QString()); });
@@ -126,6 +137,15 @@ void MainWindow::Connect() {
     connect(m_status, &StatusLine::warningsRequested, &m_imports, &ImportCommands::ShowWarnings);
     connect(&m_imports, &ImportCommands::warningsChanged, this, &MainWindow::EnableActions);
     connect(m_status, &StatusLine::taskChanged, this, &MainWindow::EnableActions);
+}
+
+void MainWindow::ConnectFields() {
+    m_picture->SetFieldsEditable(true);
+    connect(m_picture, &PictureView::fieldActivated, &m_fields, &FieldCommands::Edit);
+    connect(m_docks, &DetailDocks::fieldOpened, &m_fields, &FieldCommands::Edit);
+    connect(m_menus.get(), &MainMenus::undoRequested, this, &MainWindow::Undo);
+    connect(&m_fields, &FieldCommands::changed, this, &MainWindow::ShowChangedFields);
+    connect(&m_fields, &FieldCommands::stateChanged, this, &MainWindow::EnableActions);
 }
 
 void MainWindow::LayOut() {
@@ -169,6 +189,8 @@ void MainWindow::RestoreLayout() {
 }
 
 void MainWindow::ShowLibrary(const QString& file) {
+    if (!MayLeave()) return;
+    m_fields.Leave();
     StorePlace();
     m_places.library = QFile::encodeName(QFileInfo(file).absoluteFilePath()).toStdString();
     m_library->SetLibrary(m_places.library);
@@ -231,11 +253,48 @@ void MainWindow::EnableActions() {
     m_menus->Enable({.has_picture = m_current.has_value(),
                      .has_messages = m_library->Count() != 0,
                      .busy = IsBusy(),
-                     .can_undo = m_pictures.CanUndo(),
+                     .has_fields = m_current && !m_current->fields.empty(),
+                     .can_undo = m_fields.CanUndo() || m_pictures.CanUndo(),
+                     .can_redo = m_fields.CanRedo(),
+                     .undo_text = UndoesRemoval() ? tr("removal") : TextOf(m_fields.UndoText()),
+                     .redo_text = TextOf(m_fields.RedoText()),
                      .has_warnings = m_imports.HasWarnings()});
+    ShowTitle();
+}
+
+/// Only while there are changes the title has the place where the toolkit marks them.
+void MainWindow::ShowTitle() {
+    const bool changed = m_fields.HasChanges();
+    const QString mark = QStringLiteral("[*]");
+    const QString title = QString(m_title).replace(mark, mark + mark) + (changed ? mark : QString());
+    if (!changed) setWindowModified(false);
+    setWindowTitle(m_current ? tr("%1 – ZelTrans").arg(title) : tr("ZelTrans"));
+    setWindowModified(changed);
+}
+
+bool MainWindow::UndoesRemoval() const {
+    return m_pictures.CanUndo() && (m_removed_last || !m_fields.CanUndo());
+}
+
+void MainWindow::Undo() {
+    if (UndoesRemoval()) {
+        m_pictures.UndoRemoval();
+    } else if (m_fields.CanUndo()) {
+        m_fields.Undo();
+    }
+}
+
+/// Asks about unsaved changes. What happens to the list meanwhile is shown afterwards.
+bool MainWindow::MayLeave() {
+    if (m_asking) return false;
+    m_asking = true;
+    const bool may_leave = m_fields.MayLeave();
+    m_asking = false;
+    return may_leave;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!MayLeave()) return event->ignore();
     m_imports.Cancel();
     m_settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
     m_settings.setValue(QStringLiteral("window/state"), saveState(kLayoutVersion));
@@ -264,6 +323,14 @@ void MainWindow::dropEvent(QDropEvent* event) {
 }
 
 void MainWindow::ShowCurrent() {
+    if (m_asking) return;
+    if (!MayLeave()) {
+        m_asking = true;
+        m_library->Select(*m_fields.Key());
+        m_asking = false;
+        return;
+    }
+    m_fields.Leave();
     const std::optional<library::RecordingKey> key = m_library->Current();
     QString error;
     m_current.reset();
@@ -273,15 +340,29 @@ void MainWindow::ShowCurrent() {
     } catch (const library::LibraryError& failure) {
         error = Text(failure.what());
     }
+    ShowRecording(error);
+}
+
+void MainWindow::ShowChangedFields(int field) {
+    m_removed_last = false;
+    m_current = m_fields.Recording();
+    ShowRecording({});
+    m_docks->SelectField(field);
+}
+
+/// Shows m_current.
+/// @param error  why there is no picture; may be empty.
+void MainWindow::ShowRecording(const QString& error) {
+    QString message = error;
     const MessageDetails details = m_current ? DetailsOf(*m_current) : MessageDetails();
     m_summary = m_current ? SummaryOf(details) : QString();
     const QImage picture = m_current ? ImageOfPng(m_current->picture) : QImage();
-    if (m_current && picture.isNull() && error.isEmpty()) error = tr("The picture of this recording is damaged.");
-    m_picture->Show(picture, details, error);
-    m_full_screen->Show(picture, details, error);
+    if (m_current && picture.isNull() && message.isEmpty()) message = tr("The picture of this recording is damaged.");
+    m_picture->Show(picture, details, message);
+    m_full_screen->Show(picture, details, message);
     m_docks->Show(details);
     ShowPointed({});
-    setWindowTitle(m_current ? tr("%1 – ZelTrans").arg(details.title) : tr("ZelTrans"));
+    m_title = details.title;
     EnableActions();
 }
 

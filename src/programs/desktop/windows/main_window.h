@@ -5,8 +5,10 @@
 #include <memory>
 #include <optional>
 
+#include "programs/desktop/windows/compare_commands.h"
 #include "programs/desktop/windows/export_commands.h"
 #include "programs/desktop/windows/fetch_commands.h"
+#include "programs/desktop/windows/field_commands.h"
 #include "programs/desktop/windows/font_commands.h"
 #include "programs/desktop/windows/import_commands.h"
 #include "programs/desktop/windows/library_commands.h"
@@ -57,7 +59,14 @@ class MainWindow : public QMainWindow {
     void StorePlace();
     void RestorePlace();
     void Connect();
+    void ConnectFields();
     void ShowCurrent();
+    void ShowRecording(const QString& error);
+    void ShowChangedFields(int field);
+    void ShowTitle();
+    bool MayLeave();
+    void Undo();
+    bool UndoesRemoval() const;
     void ShowCount();
     void ShowFullScreen();
     void ShowPointed(const QString& description);
@@ -77,6 +86,8 @@ class MainWindow : public QMainWindow {
     DetailDocks* m_docks = nullptr;
 
     std::optional<library::Recording> m_current;
+    /// Of the current message.
+    QString m_title;
     /// One line about the current message.
     QString m_summary;
     const Workspace m_workspace;
@@ -87,6 +98,12 @@ class MainWindow : public QMainWindow {
     ExportCommands m_exports;
     FetchCommands m_fetches;
     PictureCommands m_pictures;
+    FieldCommands m_fields;
+    CompareCommands m_compares;
+    /// The user decides on unsaved changes.
+    bool m_asking = false;
+    /// The last thing that can be undone is a removal, not a change of a field.
+    bool m_removed_last = false;
     std::unique_ptr<MainMenus> m_menus;
 };
 

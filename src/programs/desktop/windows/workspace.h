@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <optional>
 #include <string>
 
 #include "host/library/recording.h"
+#include "programs/desktop/work/import_options.h"
 
 class QMainWindow;
 class QSettings;
@@ -40,6 +42,8 @@ struct Workspace {
 
     /// Removes the notices and the result of the previous action. Every action of the user calls it first.
     void BeginAction() const;
+    /// The options for an import, with the name lists beside the directories of `near` if there are any.
+    host::HostOptions OptionsFor(const QStringList& near) const;
 };
 
 }  // namespace zel::desktop

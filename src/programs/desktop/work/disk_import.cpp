@@ -8,29 +8,11 @@
 #include "host/run/import_run.h"
 #include "programs/desktop/common/library_wait.h"
 #include "programs/desktop/common/text.h"
+#include "programs/desktop/work/arrival.h"
 #include "programs/desktop/work/library_writer.h"
 #include "programs/desktop/work/temporary_settings.h"
 
 namespace zel::desktop {
-
-namespace {
-
-/// Receives the message that arrives, and its picture.
-class Arrival : public host::HostObserver {
-  public:
-    explicit Arrival(picture::PictureComposer& pictures) : m_pictures(pictures) {}
-
-    void OnMessage(const document::MessageRecord& message) override {
-        arrived = recorder::ArrivedMessage{0, message, m_pictures.TakePicture(), m_pictures.RgbaError()};
-    }
-
-    std::optional<recorder::ArrivedMessage> arrived;
-
-  private:
-    picture::PictureComposer& m_pictures;
-};
-
-}  // namespace
 
 QString ImportSummary::Text() const {
     QString text = Counted(static_cast<std::size_t>(recorded), "message imported", "messages imported");
