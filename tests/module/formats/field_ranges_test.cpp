@@ -17,7 +17,6 @@ namespace zel::formats_test {
 namespace {
 
 using namespace files;
-using namespace samples;
 
 /// A field of a record, counted from the record's top bit.
 struct FieldRange {
