@@ -6,7 +6,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/regular_file.h"
 #include "base/sha256.h"
+#include "base/text.h"
 #include "files/font_reader.h"
 #include "files/message_reader.h"
 #include "host/document/json_line.h"
@@ -126,14 +128,14 @@ void CheckRead(const files::Description<File>& read, const File& written, KeyRea
     }
 }
 
-std::string JsonOfMessage(const files::MessageFile& message, document::JsonLine& json, bool exact) {
+FileKey JsonOfMessage(const files::MessageFile& message, document::JsonLine& json, bool exact) {
     constexpr std::size_t kAround = 8192, kCharacter = 96;  // bytes; enough for almost every message
     std::size_t characters = 0;
     for (const files::RowText& row : message.rows) characters += row.cells.size();
     json.Reserve(kAround + characters * kCharacter);
     KeyWriter io(json, exact);
     MessageKeys(io, message);
-    return json.Close('}').Take();
+    return {json.Close('}').Take(), io.LeftOut()};
 }
 
 FontRecords RecordsOf(files::FontFile font) {
@@ -150,11 +152,11 @@ FontRecords RecordsOf(files::FontFile font) {
     return records;
 }
 
-std::string JsonOfFont(files::FontFile font, document::JsonLine& json, bool exact) {
+FileKey JsonOfFont(files::FontFile font, document::JsonLine& json, bool exact) {
     const FontRecords records = RecordsOf(std::move(font));
     KeyWriter io(json, exact);
     FontKeys(io, records);
-    return json.Close('}').Take();
+    return {json.Close('}').Take(), io.LeftOut()};
 }
 
 /// Puts the records of a document into its font.
@@ -297,7 +299,7 @@ bool IsSha256(const std::string& text) {
 
 }  // namespace
 
-std::optional<std::string> FileJson(std::span<const std::uint8_t> bytes, bool exact) {
+std::optional<FileKey> FileJson(std::span<const std::uint8_t> bytes, bool exact) {
     const auto begin = [&](std::string_view type) {
         document::JsonLine json;
         json.Open('{').Bytes("type", type);
@@ -313,6 +315,21 @@ std::optional<std::string> FileJson(std::span<const std::uint8_t> bytes, bool ex
         return JsonOfFont(std::move(*font.file), json, exact);
     }
     return std::nullopt;
+}
+
+FileKey FileJsonOf(const std::filesystem::path& file, bool exact) {
+    const std::vector<std::uint8_t> bytes = base::ReadFileBytes(file, kLargestFile + 1);
+    if (bytes.size() > kLargestFile) {
+        throw std::runtime_error("it is larger than " + std::to_string(kLargestFile >> 20) + " MiB");
+    }
+    auto key = FileJson(bytes, exact);
+    if (!key) throw std::runtime_error("it is no message and no font");
+    return std::move(*key);
+}
+
+std::string LeftOutNote(std::uint64_t left_out) {
+    if (left_out == 0) return {};
+    return "leaves out " + base::Counted(left_out, "byte") + " that nothing reads; --exact keeps them";
 }
 
 std::string WithFile(std::string document, std::string_view file_json) {

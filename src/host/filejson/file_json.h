@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,10 +13,24 @@
 /// The key `file` of a document: everything that a message or font file holds, so that the file can be made again.
 namespace zel::filejson {
 
+/// The value of `file`.
+struct FileKey {
+    std::string json{};
+    /// Bytes that nothing reads and that it doesn't contain.
+    std::uint64_t left_out = 0;
+};
+
 /// The value of `file` for the bytes of a message or a font.
 /// @param exact  keep all bytes that nothing reads, however many there are.
 /// @return empty if the bytes are no such file.
-std::optional<std::string> FileJson(std::span<const std::uint8_t> bytes, bool exact);
+std::optional<FileKey> FileJson(std::span<const std::uint8_t> bytes, bool exact);
+
+/// Reads a regular file of this system and gives its `file`.
+/// @throws std::runtime_error  with the reason, to follow the file's name.
+FileKey FileJsonOf(const std::filesystem::path& file, bool exact);
+
+/// A line about bytes that were left out, to follow the document's name; empty if there are none.
+std::string LeftOutNote(std::uint64_t left_out);
 
 /// A document, one JSON object without a final line feed, with the key `file` added.
 std::string WithFile(std::string document, std::string_view file_json);

@@ -19,6 +19,7 @@ void KeyWriter::Bytes(std::string_view key, const files::Bytes& bytes, PassedOve
     if (AreEqual(bytes)) {
         m_json.Number("size", bytes.size()).Number("fill", unsigned{bytes.front()});
     } else if (counts && bytes.size() > kMostPassedOver - m_kept) {
+        m_left_out += bytes.size();
         m_json.Number("size", bytes.size()).Key("left_out").Bool(true);
     } else {
         if (counts) m_kept += bytes.size();

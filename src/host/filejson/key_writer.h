@@ -94,12 +94,15 @@ class KeyWriter {
     }
 
     document::JsonLine& Json() noexcept { return m_json; }
+    /// Bytes that were left out so far.
+    std::uint64_t LeftOut() const noexcept { return m_left_out; }
 
   private:
     document::JsonLine& m_json;
     bool m_exact;
     /// Bytes passed over that are kept.
     std::size_t m_kept = 0;
+    std::uint64_t m_left_out = 0;
 };
 
 }  // namespace zel::filejson

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "host/document/indented_json.h"
+#include "host/filejson/file_json.h"
+#include "platform/system/files.h"
 
 namespace zel::recorder {
 
@@ -33,13 +36,31 @@ void MakeDirectory(const std::string& directory) {
     if (error) throw std::runtime_error(directory + ": " + error.message());
 }
 
+std::string WithFileKey(const std::string& document, const std::string& message_file, bool exact,
+                        std::vector<std::string>& warnings) {
+    try {
+        const filejson::FileKey file = filejson::FileJsonOf(message_file, exact);
+        if (file.left_out != 0) warnings.push_back("the document " + filejson::LeftOutNote(file.left_out));
+        return filejson::WithFile(document, file.json);
+    } catch (const std::runtime_error& error) {
+        warnings.push_back(std::string("the document has no key \"file\": the message can't be read again: ") +
+                           error.what());
+        return document;
+    }
+}
+
 }  // namespace
 
-void WriteRecordingFiles(const library::Recording& recording, const std::string& directory) {
+std::vector<std::string> WriteRecordingFiles(const library::Recording& recording, const std::string& message_file,
+                                             bool exact, const std::string& directory) {
+    std::vector<std::string> warnings;
     if (!recording.picture.empty())
         base::WriteWholeFile(FileOf(recording.number, directory, ".png"), recording.picture);
-    base::WriteWholeFile(FileOf(recording.number, directory, ".json"),
-                         document::IndentedJson(recording.document) + "\n");
+    const bool has_file = recording.kind == library::RecordingKind::kMessage;
+    const std::string document =
+        has_file ? WithFileKey(recording.document, message_file, exact, warnings) : recording.document;
+    base::WriteWholeFile(FileOf(recording.number, directory, ".json"), document::IndentedJson(document) + "\n");
+    return warnings;
 }
 
 bool HasRecordingFiles(int number, const std::string& directory, bool with_picture) {
@@ -78,8 +99,13 @@ void BatchRecorder::OnBatchItem(const host::BatchItem& item) {
 BatchRecorder::Result BatchRecorder::Record(const host::BatchItem& item, ArrivedMessage arrived) {
     library::Recording recording = MakeRecording(arrived, m_options.context, m_digests);
     if (arrived.picture) m_pictures.GiveBack(std::move(*arrived.picture));
-    if (m_options.directory) WriteRecordingFiles(recording, *m_options.directory);
-    return {{item, recording.warnings, false}, std::move(recording)};
+    std::vector<std::string> warnings = recording.warnings;
+    if (m_options.directory) {
+        const std::string file = system::NativePath(arrived.message.file.c_str());
+        std::ranges::move(WriteRecordingFiles(recording, file, m_options.exact, *m_options.directory),
+                          std::back_inserter(warnings));
+    }
+    return {{item, std::move(warnings), false}, std::move(recording)};
 }
 
 void BatchRecorder::Take(Result result) {

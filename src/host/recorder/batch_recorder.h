@@ -30,6 +30,8 @@ struct RecorderOptions {
     std::optional<std::string> library;
     /// Directory to write each picture (NUMBER.png) and document (NUMBER.json) to.
     std::optional<std::string> directory;
+    /// The documents of the directory keep all bytes of their files.
+    bool exact = false;
     /// Number of threads that encode pictures and write files. The results do not depend on it.
     std::size_t jobs = 1;
 };
@@ -80,9 +82,14 @@ class BatchRecorder : public host::HostObserver {
     std::unique_ptr<base::OrderedWorkers<Result>> m_workers;
 };
 
-/// Writes the picture and the document of a recording, see RecorderOptions::directory.
+/// Writes the picture and the document of a recording, see RecorderOptions::directory. The document of a message gets
+/// the key `file`, which libraries don't store.
+/// @param message_file  this system's path of the message; the module gives no bytes of it, so it is read again.
+/// @param exact         the document keeps all bytes of it.
+/// @return warnings about what a document lacks.
 /// @throws std::runtime_error with the file's name and the reason.
-void WriteRecordingFiles(const library::Recording& recording, const std::string& directory);
+std::vector<std::string> WriteRecordingFiles(const library::Recording& recording, const std::string& message_file,
+                                             bool exact, const std::string& directory);
 /// Whether the files of a number exist.
 bool HasRecordingFiles(int number, const std::string& directory, bool with_picture);
 

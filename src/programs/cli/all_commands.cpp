@@ -16,6 +16,7 @@
 #include "programs/cli/settings_command.h"
 #include "programs/cli/thumbnail_command.h"
 #include "programs/cli/verify_command.h"
+#include "programs/cli/write_command.h"
 #include "programs/version/library_versions.h"
 #include "programs/version/version_report.h"
 
@@ -25,12 +26,11 @@ namespace {
 
 // In the order in which the help lists them.
 constexpr NamedCommand kCommands[] = {
-    {"import", AddImportCommand},       {"batch", AddBatchCommand},   {"export", AddExportCommand},
-    {"font", AddFontCommand},           {"info", AddInfoCommand},     {"library", AddLibraryCommand},
-    {"diff", AddDiffCommand},
-    {"fetch", AddFetchCommand},         {"sample", AddSampleCommand}, {"settings", AddSettingsCommand},
-    {"thumbnail", AddThumbnailCommand}, {"fill", AddFillCommand},
-    {"verify", AddVerifyCommand},
+    {"import", AddImportCommand},     {"batch", AddBatchCommand},         {"export", AddExportCommand},
+    {"font", AddFontCommand},         {"info", AddInfoCommand},           {"library", AddLibraryCommand},
+    {"diff", AddDiffCommand},         {"fetch", AddFetchCommand},         {"sample", AddSampleCommand},
+    {"settings", AddSettingsCommand}, {"thumbnail", AddThumbnailCommand}, {"fill", AddFillCommand},
+    {"verify", AddVerifyCommand},     {"write", AddWriteCommand},
 };
 
 }  // namespace

@@ -21,7 +21,7 @@ struct BatchArguments {
     NumberSelection numbers;
     std::optional<std::string> library, name, directory, report, trace, settings;
     host::TracePixels pixels = host::TracePixels::kNo;
-    bool resume = false, strict = false, json = false;
+    bool resume = false, strict = false, json = false, exact = false;
     picture::PngEffort effort = picture::PngEffort::kFast;
     int jobs = DefaultJobs();
 

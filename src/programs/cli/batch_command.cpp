@@ -159,6 +159,7 @@ void AddOutputs(CLI::App& command, BatchArguments& arguments) {
     AddDirectory(command, "--out", arguments.directory,
                  "write each message as a picture, NUMBER.png, and as a JSON document, NUMBER.json; of several disks, "
                  "each into a folder of its name");
+    AddExact(command, arguments.exact, "--out");
     AddSmall(command, arguments.effort);
     AddJobs(command, arguments.jobs, "threads that encode pictures");
     AddPath(command, "--report", arguments.report, "FILE|-", "write a summary of the run as JSON");
@@ -178,6 +179,7 @@ void CheckOptions(CLI::App& command, BatchArguments& arguments) {
     Require(command, "--disk", arguments.library.has_value(), "--library");
     Require(command, "--disk", !arguments.HasSeveralDisks(), "a single disk");
     Require(command, "--trace", !arguments.HasSeveralDisks(), "a single disk");
+    Require(command, "--exact", arguments.directory.has_value(), "--out");
     Require(command, "--small", arguments.Records(), "--out or --library");
     Require(command, "--jobs", arguments.Records(), "--out or --library");
     Require(command, "--pixels", arguments.trace.has_value(), "--trace");

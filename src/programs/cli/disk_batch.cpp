@@ -45,6 +45,7 @@ recorder::RecorderOptions RecorderOptionsOf(const BatchArguments& arguments, con
     options.context.options = recorder::DescribeOptions(request.host, digests);
     options.library = arguments.library;
     options.directory = arguments.directory;
+    options.exact = arguments.exact;
     options.jobs = static_cast<std::size_t>(arguments.jobs);
     return options;
 }
@@ -102,9 +103,10 @@ std::string OtherSource(const std::string& directory, const std::string& message
     return source.empty() || resolved(source) == resolved(messages) ? std::string() : source;
 }
 
-bool HasMessage(const std::string& disk, int number) {
+/// Empty if the disk has no message of the number.
+std::string MessageFileOf(const std::string& disk, int number) {
     const std::string file = run::MessageDirectoryOf(disk) + "/" + base::NumberedName(number);
-    return !run::FindMessageFile(run::ImportPathsOf(file, std::nullopt)).empty();
+    return run::FindMessageFile(run::ImportPathsOf(file, std::nullopt));
 }
 
 /// Whether the module's batch opens a file under its number: .0012, or 0012 unless there is also .0012.
@@ -240,13 +242,16 @@ void DiskBatch::SkipRecorded() {
             if (WasInterrupted()) break;
             m_progress.AddUnchanged(number);
             if (!directory || recorder::HasRecordingFiles(number, *directory, true)) continue;
-            if (const auto recording = library.Find({context.disk, number}))
-                recorder::WriteRecordingFiles(*recording, *directory);
+            const auto recording = library.Find({context.disk, number});
+            if (!recording) continue;
+            const auto warnings = recorder::WriteRecordingFiles(*recording, MessageFileOf(m_request.disk, number),
+                                                                m_recorder_options.exact, *directory);
+            for (const std::string& warning : warnings) PrintWarning(base::NumberedName(number) + ": " + warning);
         }
         std::vector<host::NumberRange> ranges = recorder::RangesWithout(numbers, interval.first, interval.last);
         // The module runs no range that ends at 0.
         if (!ranges.empty() && ranges.front().last == "0") {
-            if (HasMessage(m_request.disk, 0)) {
+            if (!MessageFileOf(m_request.disk, 0).empty()) {
                 ranges.front().last = "1";
             } else {
                 m_progress.Add({{0, host::ItemOutcome::kMissing, {}}, {}, false});

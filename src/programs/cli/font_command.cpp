@@ -8,11 +8,15 @@
 
 #include "base/text.h"
 #include "base/utf8.h"
+#include "host/document/indented_json.h"
+#include "host/filejson/file_json.h"
 #include "host/module_text.h"
+#include "host/native_path.h"
 #include "host/picture/glyph_sheet.h"
 #include "host/picture/png_writer.h"
 #include "host/run/font_run.h"
 #include "module/contract/zel_font.h"
+#include "platform/system/files.h"
 #include "programs/cli/diagnostics.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
@@ -29,7 +33,8 @@ namespace {
 
 struct FontArguments {
     run::FontRunRequest request;
-    std::optional<std::string> png, trace, settings;
+    std::optional<std::string> png, json, trace, settings;
+    bool exact = false;
     bool strict = false;
     /// Of the font file, in texts.
     std::string name;
@@ -67,8 +72,32 @@ void CheckFiles(const FontArguments& arguments) {
     files.ReadNameLists(arguments.request.maps);
     files.ReadSettings(arguments.settings);
     files.Write(arguments.png, "--png");
+    files.Write(arguments.json, "--json");
     files.Write(arguments.trace, "--trace");
     CheckOutputs(files);
+}
+
+void WriteDocument(const FontArguments& arguments, const run::FontRunOutcome& outcome, OutputFile& output) {
+    const std::string file = outcome.read_from.value_or(
+        system::NativePath(system::ModulePath(host::AbsolutePath(arguments.request.file)).c_str()));
+    const bool is_standard_input = arguments.name == kStandardInput && !outcome.read_from;
+    try {
+        const filejson::FileKey key = filejson::FileJsonOf(file, arguments.exact);
+        if (key.left_out != 0) PrintWarning(*arguments.json + " " + filejson::LeftOutNote(key.left_out));
+        output.Write(document::IndentedJson(filejson::FontDocument(is_standard_input ? "-" : file, key.json)) + "\n");
+    } catch (const CommandError&) {
+        throw;
+    } catch (const std::runtime_error& error) {
+        throw CommandError(arguments.name + ": can't be read again for the document: " + error.what());
+    }
+    output.Commit();
+}
+
+std::string Written(const FontArguments& arguments) {
+    std::string text;
+    if (arguments.png) text += ", " + *arguments.png;
+    if (arguments.json) text += ", " + *arguments.json;
+    return text.empty() ? text : "; wrote " + text.substr(2);
 }
 
 ExitCode RunFontCommand(const FontArguments& arguments) {
@@ -76,6 +105,8 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     const SettingsScope settings(arguments.settings);
     // Opened first, so that an output that cannot be written is reported before the module runs.
     const std::string png = arguments.png ? CheckRegularOutput(*arguments.png) : std::string();
+    std::unique_ptr<OutputFile> json;
+    if (arguments.json) json = std::make_unique<OutputFile>(*arguments.json);
     RunObservers observers(arguments.trace);
     PrintDirectoryNotes(arguments.request.maps, std::nullopt);
     if (arguments.request.warnings) observers.PrintWarnings();
@@ -92,12 +123,12 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     } else if (arguments.png) {
         picture::WritePng(png, sheet.picture);
     }
+    if (json) WriteDocument(arguments, outcome, *json);
     PrintDetail("font " + outcome.read_from.value_or(arguments.name));
     if (outcome.read_from) PrintWarning("read from " + *outcome.read_from);
     PrintSheetNotes(sheet);
     PrintLine(arguments.name + ": \"" + summary.name + "\", height " + std::to_string(summary.height) + ", " +
-              base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph") +
-              (arguments.png ? "; wrote " + *arguments.png : ""));
+              base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph") + Written(arguments));
     settings.PrintAnyNote();
     return StrictCode(arguments.strict);
 }
@@ -117,13 +148,17 @@ ExitCode RunNamedFont(FontArguments arguments) {
 
 void CheckOptions(const CLI::App& command, const FontArguments& arguments) {
     RequireFontPrompt(command, arguments.request.warnings, arguments.request.box_answer);
-    ReserveStandardOutputFor({{"--png", &arguments.png}, {"--trace", &arguments.trace}});
+    Require(command, "--exact", arguments.json.has_value(), "--json");
+    ReserveStandardOutputFor({{"--png", &arguments.png}, {"--json", &arguments.json}, {"--trace", &arguments.trace}});
 }
 
 void AddOptions(CLI::App& command, FontArguments& arguments) {
     run::FontRunRequest& request = arguments.request;
     AddArgument(command, "FONTFILE", request.file, "the font file, such as DISK/MACHINE/.0012; - is standard input");
     AddPath(command, "--png", arguments.png, "FILE|-", "write a sheet of all glyphs with their codes as PNG");
+    AddPath(command, "--json", arguments.json, "FILE|-",
+            "write the font as a JSON document, from which \"zeltrans write\" makes the file again");
+    AddExact(command, arguments.exact, "--json");
     AddTrace(command, arguments.trace);
     command.add_flag("--warnings", request.warnings,
                      "turn the module's warnings on and print each message box on standard error");
@@ -139,8 +174,8 @@ void AddOptions(CLI::App& command, FontArguments& arguments) {
 
 void AddFontCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<FontArguments>();
-    CLI::App& command =
-        *app.add_subcommand("font", "Reads one font without a message and writes a sheet of its glyphs or a trace.");
+    CLI::App& command = *app.add_subcommand(
+        "font", "Reads one font without a message and writes a sheet of its glyphs, a document or a trace.");
     AddOptions(command, *arguments);
     command.callback([arguments, &command, &run] {
         CheckOptions(command, *arguments);

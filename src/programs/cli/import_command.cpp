@@ -9,6 +9,7 @@
 #include "host/document/indented_json.h"
 #include "host/document/message_document.h"
 #include "host/document/message_warnings.h"
+#include "host/filejson/file_json.h"
 #include "host/picture/field_overlay.h"
 #include "host/picture/picture_composer.h"
 #include "host/picture/png_writer.h"
@@ -35,6 +36,7 @@ struct ImportArguments {
     bool warnings = false;
     bool fields = false;
     bool strict = false;
+    bool exact = false;
     /// Of the message, in texts.
     std::string name;
     picture::PngEffort effort = picture::PngEffort::kFast;
@@ -48,6 +50,7 @@ class Import {
 
   private:
     void WritePicture(const run::ImportOutcome& outcome);
+    std::string WithFileKey(std::string document, const document::MessageRecord& message) const;
     void WriteDocument(const document::MessageRecord& message);
     void PrintSummary(const run::ImportOutcome& outcome) const;
 
@@ -129,6 +132,21 @@ void Import::WritePicture(const run::ImportOutcome& outcome) {
     m_written += ", " + *m_arguments.png;
 }
 
+// The module gives no bytes of the file, so it is read again for the document.
+std::string Import::WithFileKey(std::string document, const document::MessageRecord& message) const {
+    if (message.rgba) return document;
+    try {
+        const filejson::FileKey file =
+            filejson::FileJsonOf(system::NativePath(message.file.c_str()), m_arguments.exact);
+        if (file.left_out != 0) PrintWarning(*m_arguments.json + " " + filejson::LeftOutNote(file.left_out));
+        return filejson::WithFile(std::move(document), file.json);
+    } catch (const std::runtime_error& error) {
+        PrintWarning(m_arguments.name +
+                     ": can't be read again, so that the document has no key \"file\": " + error.what());
+        return document;
+    }
+}
+
 void Import::WriteDocument(const document::MessageRecord& message) {
     std::string text;
     if (m_arguments.name == kStandardInput) {
@@ -139,6 +157,7 @@ void Import::WriteDocument(const document::MessageRecord& message) {
     } else {
         text = document::MessageDocument(message);
     }
+    text = WithFileKey(std::move(text), message);
     m_json->Write(document::IndentedJson(text) + "\n");
     m_json->Commit();
     m_written += ", " + *m_arguments.json;
@@ -179,7 +198,9 @@ void AddOutputs(CLI::App& command, ImportArguments& arguments) {
             "write the picture as PNG: 720 x 486 pixels for NTSC, 720 x 576 for PAL; an RGBA picture in its own size");
     AddSmall(command, arguments.effort);
     command.add_flag("--fields", arguments.fields, "with --png: draw the frames and names of the tab fields");
-    AddPath(command, "--json", arguments.json, "FILE|-", "write the message as a JSON document");
+    AddPath(command, "--json", arguments.json, "FILE|-",
+            "write the message as a JSON document, from which \"zeltrans write\" makes the file again");
+    AddExact(command, arguments.exact, "--json");
     AddTrace(command, arguments.trace);
     AddTracePixels(command, arguments.pixels);
 }
@@ -208,6 +229,7 @@ ExitCode RunImportCommand(ImportArguments arguments) {
 // Options that go together, and that have an effect.
 void CheckOptions(const CLI::App& command, const ImportArguments& arguments) {
     Require(command, "--small", arguments.png.has_value(), "--png");
+    Require(command, "--exact", arguments.json.has_value(), "--json");
     Require(command, "--fields", arguments.png.has_value(), "--png");
     Require(command, "--pixels", arguments.trace.has_value(), "--trace");
     RequireFontPrompt(command, arguments.warnings, arguments.request.box_answer);

@@ -91,6 +91,12 @@ void AddJson(CLI::App& command, bool& json, const std::string& description) {
     command.add_flag("--json", json, description);
 }
 
+void AddExact(CLI::App& command, bool& exact, const std::string& output) {
+    command.add_flag(
+        "--exact", exact,
+        "with " + output + ": keep all bytes of the file that nothing reads, even more than 64 KiB of them");
+}
+
 void AddExample(CLI::App& command, const std::string& example) {
     command.footer("Example:\n  " + example);
 }

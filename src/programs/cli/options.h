@@ -69,6 +69,9 @@ void ReserveStandardOutputFor(std::initializer_list<OutputOption> outputs, bool 
 /// Adds --json.
 void AddJson(CLI::App& command, bool& json, const std::string& description);
 
+/// Adds --exact, for documents. @param output  the option that writes them.
+void AddExact(CLI::App& command, bool& exact, const std::string& output);
+
 /// Adds an example to the help of the command.
 void AddExample(CLI::App& command, const std::string& example);
 

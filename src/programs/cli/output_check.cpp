@@ -114,8 +114,10 @@ class OutputCheck {
             std::error_code error;
             const fs::path target = LinkTarget(path, error);
             if (error) continue;  // it can't be opened either
-            CheckPlace(path, target.parent_path());
-            CheckNumberName(path, target);
+            if (!m_files.may_write_disks) {
+                CheckPlace(path, target.parent_path());
+                CheckNumberName(path, target);
+            }
             CheckOutputDirectories(path, target);
         }
         for (const CommandFiles::Directory& directory : m_files.output_directories) CheckDirectory(directory);

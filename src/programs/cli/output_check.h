@@ -41,6 +41,8 @@ struct CommandFiles {
         output_directories.push_back({directory, std::move(is_written)});
     }
 
+    /// Outputs may be files of a disk, for a command that makes such files.
+    bool may_write_disks = false;
     std::vector<File> inputs, outputs;
     std::vector<std::string> searched_directories;
     std::vector<Directory> output_directories;
