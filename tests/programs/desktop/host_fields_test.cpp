@@ -1,6 +1,7 @@
 // Tab fields: changed in the picture, filled from a table; two messages compared.
 #include <QAction>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QLineEdit>
@@ -91,6 +92,8 @@ TEST_F(HostFields, SavesWhatFillWritesAndUndoesToTheSameBytes) {
     EXPECT_FALSE(Find("field_editor").isVisible());
     EXPECT_TRUE(window->isWindowModified());
     EXPECT_THAT(RowText(2), HasSubstr("Halden"));
+    Trigger("copy_text");
+    EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("Halden"));
     EXPECT_NE(Picture().Shown(), before);
     Save(In("filled"));
     EXPECT_EQ(Bytes(In("filled")), FilledBytes(MyDisk().toStdString(), {{kTown, "Halden"}}));
@@ -185,6 +188,19 @@ TEST_F(HostFields, ReplacesTheSourceOnlyWhenAskedTwiceAndImportsItAgain) {
     EXPECT_EQ(Bytes(Source()), FilledBytes(Disk().toStdString(), {{kTown, "Halden"}}));
     EXPECT_FALSE(window->isWindowModified());
     EXPECT_THAT(library::Library(LibraryFile(), library::Access::kRead).Find({"NEWS", 13})->text, HasSubstr("Halden"));
+}
+
+TEST_F(HostFields, RecordsASavedMessageOfTheDisk) {
+    Find<QTableView>("fields").selectRow(kTown);
+    Trigger("edit_field");
+    Enter("Halden");
+    EnterFile(MyDisk() + QStringLiteral("/MESSAGES/.0099"));
+    Trigger("save_record");
+    Finish();
+    library::Library library(LibraryFile(), library::Access::kRead);
+    EXPECT_THAT(library.Find({"NEWS", 99})->text, HasSubstr("Halden"));
+    EXPECT_THAT(library.Find({"NEWS", 99})->warnings, IsEmpty());
+    EXPECT_THAT(library.Find({"NEWS", 13})->text, testing::Not(HasSubstr("Halden")));
 }
 
 TEST_F(HostFields, RefusesAMessageWhoseFileHasChanged) {

@@ -48,9 +48,17 @@ void ExportCommands::Export() try {
     m_workspace.BeginAction();
     std::vector<library::RecordingKey> keys = KeysOf(dialog, m_workspace);
     if (keys.empty()) return m_workspace.notice.Warn(tr("No message of this disk has a number in this range."));
+    WarnOfChanges();
     Start(std::move(keys), dialog.Settings());
 } catch (const library::LibraryError& error) {
     m_workspace.notice.Warn(Text(error.what()), tr("Nothing was exported."));
+}
+
+/// The export reads the library.
+void ExportCommands::WarnOfChanges() {
+    if (!m_workspace.window.isWindowModified()) return;
+    m_workspace.notice.Warn(tr("The changed texts of the current message are not exported, but what is recorded."),
+                            tr("Use Save and record… in the menu File first, then export the new recording."));
 }
 
 void ExportCommands::Start(std::vector<library::RecordingKey> keys, const ExportSettings& settings) {
@@ -70,6 +78,7 @@ void ExportCommands::BatchExport() try {
     ExportDialog dialog(OfferOf(m_workspace, true), m_workspace.settings, &m_workspace.window);
     if (dialog.exec() != QDialog::Accepted) return;
     m_workspace.BeginAction();
+    WarnOfChanges();
     const ExportSettings settings = dialog.Settings();
     Ended(ExportByDialog(m_workspace.places.library, dialog.Disk(), settings), settings.directory);
 } catch (const library::LibraryError& error) {

@@ -25,6 +25,7 @@ class ExportCommands : public QObject {
     void Cancel();
 
   private:
+    void WarnOfChanges();
     void Start(std::vector<library::RecordingKey> keys, const ExportSettings& settings);
     void Ended(const ExportResult& result, const QString& directory);
 

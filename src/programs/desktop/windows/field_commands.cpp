@@ -181,11 +181,18 @@ QString FieldCommands::FileToSave() {
     return answer == QMessageBox::Yes ? file : QString();
 }
 
-bool FieldCommands::Save() {
+/// @return the file; empty if nothing was saved.
+QString FieldCommands::SaveAndReturn() {
     m_workspace.BeginAction();
-    if (!Begin() || !Apply()) return false;
+    if (!Begin() || !Apply()) return {};
     const QString file = FileToSave();
-    return !file.isEmpty() && SaveAs(file);
+    return !file.isEmpty() && SaveAs(file) ? file : QString();
+}
+
+void FieldCommands::SaveAndRecord() {
+    const QString file = SaveAndReturn();
+    // The message's own file is imported already.
+    if (!file.isEmpty() && !IsSameFile(file, QFile::decodeName(m_message->File().c_str()))) m_imports.Open({file});
 }
 
 bool FieldCommands::SaveAs(const QString& file) {

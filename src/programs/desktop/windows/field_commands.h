@@ -27,7 +27,9 @@ class FieldCommands : public QObject {
     void Edit(int field);
     /// Saves the changed message, or the unchanged one, as a message file.
     /// @return false if nothing was saved.
-    bool Save();
+    bool Save() { return !SaveAndReturn().isEmpty(); }
+    /// Saves likewise, then imports the file.
+    void SaveAndRecord();
 
     /// Asks for a table and opens a window in which its records fill the fields of the current message.
     void FillFromTable();
@@ -65,6 +67,7 @@ class FieldCommands : public QObject {
     bool Apply();
     void Close();
     void ApplyAndStep(int step);
+    QString SaveAndReturn();
     QString FileToSave();
     bool SaveAs(const QString& file);
 

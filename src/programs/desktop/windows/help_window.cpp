@@ -45,7 +45,8 @@ constexpr GuideSection kGuide[] = {
          "the next field, Esc cancels. A text that is too long, or a character that the font does not have, "
          "changes nothing. Undo and Redo are in the menu Edit. Save as message file… writes the changed message; "
          "the disk and the library stay as they are until you replace the message's own file, which the "
-         "program asks about, and then imports again. Export… exports what is recorded.")},
+         "program asks about, and then imports again. Save and record… imports the new file too. Export… exports what "
+         "is recorded.")},
     {QT_TR_NOOP("Fill from a table"),
      QT_TR_NOOP("Fill from table… in the menu Edit fills the tab fields of the message with the records of a CSV file "
                 "with a heading, or of a JSON file. The column's name is that of the field, or its number: f0, f1 … "

@@ -102,6 +102,8 @@ void MainMenus::MakeFileMenu() {
         add("save_key", tr("Save &key as…"), tr("Ctrl+Shift+S"), [this] { m_to.pictures.Save(PictureForm::kKey); }));
     m_needs_fields.append(
         add("save_message", tr("Save &as message file…"), tr("Ctrl+M"), [this] { m_to.fields.Save(); }));
+    m_needs_fields.append(
+        add("save_record", tr("Save and re&cord…"), tr("Ctrl+Shift+R"), [this] { m_to.fields.SaveAndRecord(); }));
     m_needs_messages.append(add("export", tr("&Export…"), tr("Ctrl+E"), [this] { m_to.exports.Export(); }));
     m_needs_messages.append(
         add("batch_export", tr("Batc&h export…"), tr("Ctrl+Shift+E"), [this] { m_to.exports.BatchExport(); }));

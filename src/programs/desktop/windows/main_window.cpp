@@ -42,6 +42,11 @@ QString SummaryOf(const MessageDetails& details) {
         .join(QStringLiteral("   "));
 }
 
+/// What is undone for a tab field; empty for none.
+QString TextOf(const QString& field) {
+    return field.isEmpty() ? QString() : MainWindow::tr("text of %1").arg(field);
+}
+
 // A recording is stored as its number and the name of its disk.
 
 void StoreKey(QSettings& settings, const QString& name, const std::optional<library::RecordingKey>& key) {
@@ -251,8 +256,8 @@ void MainWindow::EnableActions() {
                      .has_fields = m_current && !m_current->fields.empty(),
                      .can_undo = m_fields.CanUndo() || m_pictures.CanUndo(),
                      .can_redo = m_fields.CanRedo(),
-                     .undo_text = UndoesRemoval() ? tr("removal") : m_fields.UndoText(),
-                     .redo_text = m_fields.RedoText(),
+                     .undo_text = UndoesRemoval() ? tr("removal") : TextOf(m_fields.UndoText()),
+                     .redo_text = TextOf(m_fields.RedoText()),
                      .has_warnings = m_imports.HasWarnings()});
     ShowTitle();
 }

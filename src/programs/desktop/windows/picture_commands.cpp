@@ -139,7 +139,9 @@ QStringList PictureCommands::WritePictures(const std::vector<library::RecordingK
 }
 
 void PictureCommands::CopyText() {
-    const QStringList texts = m_workspace.library.SelectedTexts();
+    QStringList texts = m_workspace.library.SelectedTexts();
+    // The texts of tab fields may have been changed.
+    if (texts.size() == 1 && m_workspace.window.isWindowModified()) texts = {Text(m_workspace.current->text)};
     if (texts.isEmpty()) return;
     QApplication::clipboard()->setText(texts.join(QStringLiteral("\n\n")));
     m_workspace.status.ShowResult(
