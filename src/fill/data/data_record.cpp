@@ -10,24 +10,36 @@ namespace zel::fill {
 
 namespace {
 
-DataFormat FormatOf(std::string_view begin) {
-    const std::size_t first = begin.find_first_not_of(" \t\r\n");
-    const bool is_json = first != std::string_view::npos && (begin[first] == '[' || begin[first] == '{');
-    return is_json ? DataFormat::kJson : DataFormat::kCsv;
+constexpr std::string_view kBlanks = " \t\r\n";
+
+/// With its end.
+std::string_view FirstLine(DataStream& stream) {
+    const std::string_view bytes = stream.Available();
+    const std::size_t end = bytes.find('\n');
+    return bytes.substr(0, end == std::string_view::npos ? end : end + 1);
+}
+
+bool IsBlank(std::string_view text) {
+    return text.find_first_not_of(kBlanks) == std::string_view::npos;
+}
+
+DataFormat FormatOf(std::string_view line) {
+    const char first = line[line.find_first_not_of(kBlanks)];
+    return first == '[' || first == '{' ? DataFormat::kJson : DataFormat::kCsv;
 }
 
 }  // namespace
 
 void ReadData(const ReadBytes& read, std::optional<DataFormat> format, const TakeRecord& take) {
     DataStream stream(read);
-    // Empty lines, which the first bytes that arrive may be.
-    while (!stream.Available().empty() &&
-           std::string_view("\r\n").find(stream.Available().front()) != std::string_view::npos) {
-        stream.Consume(1);
+    // What is decided by the first bytes must not depend on how many of them arrive at once, beyond their first line.
+    std::string_view line = FirstLine(stream);
+    for (; IsBlank(line) && !line.empty(); line = FirstLine(stream)) {
+        stream.Consume(line.size());
         stream.BeginRecord();
     }
-    if (stream.Available().empty()) throw DataError("line 1: there are no data");
-    if (format.value_or(FormatOf(stream.Available())) == DataFormat::kJson) {
+    if (line.empty()) throw DataError("line 1: there are no data");
+    if (format.value_or(FormatOf(line)) == DataFormat::kJson) {
         ReadJson(stream, take);
     } else {
         ReadCsv(stream, take);

@@ -31,8 +31,9 @@ DataStream::int_type DataStream::underflow() {
     for (std::size_t count = 1; count != 0 && size < kWindow;) {
         count = m_read(window.subspan(size));
         size += count;
-        if (std::memchr(window.data() + size - count, '\n', count) != nullptr) break;
+        if (m_has_begun && std::memchr(window.data() + size - count, '\n', count) != nullptr) break;
     }
+    m_has_begun = true;
     setg(window.data(), window.data(), window.data() + size);
     return size == 0 ? traits_type::eof() : traits_type::to_int_type(window[0]);
 }

@@ -17,7 +17,8 @@ class DataStream : public std::streambuf {
     /// @throws DataError for text in UTF-16.
     explicit DataStream(const ReadBytes& read);
 
-    /// Bytes that follow; empty at the end. The first ones contain a whole line, unless it is longer than the window.
+    /// Bytes that follow; empty at the end. The first ones are a full window, unless there are fewer; the others have a
+    /// whole line at least, unless it is longer than the window.
     std::string_view Available();
     /// Passes over bytes of Available.
     void Consume(std::size_t count) { gbump(static_cast<int>(count)); }
@@ -38,6 +39,7 @@ class DataStream : public std::streambuf {
 
     const ReadBytes& m_read;
     std::unique_ptr<char[]> m_window;
+    bool m_has_begun = false;
     std::uint64_t m_window_begin = 0, m_record_begin = 0;
     /// Line ends before the window.
     std::uint64_t m_lines = 0;

@@ -187,7 +187,10 @@ void FillCommand::FillFromData() {
 }
 
 void FillCommand::Finish(FillOutputs& outputs) {
-    for (const std::string& failure : outputs.Finish()) m_report.AddFault(failure);
+    const FillOutputs::Range range = outputs.Finish();
+    m_report.AddFiles(range.files);
+    for (const std::string& failure : range.failures) m_report.AddFault(failure);
+    if (WasInterrupted()) m_report.AddFault("stopped before the end");
 }
 
 std::string CheckFormat(const std::string& name) {

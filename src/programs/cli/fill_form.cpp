@@ -8,6 +8,7 @@
 #include "files/message_reader.h"
 #include "host/document/message_warnings.h"
 #include "host/run/import_paths.h"
+#include "inspect/inspect.h"
 #include "platform/system/files.h"
 #include "programs/cli/command.h"
 
@@ -15,12 +16,9 @@ namespace zel::cli {
 
 namespace {
 
-/// In bytes; far more than a message or a font has.
-constexpr std::size_t kLargestFile = std::size_t{16} << 20;
-
 std::vector<std::uint8_t> Bytes(const std::string& file) {
     try {
-        return base::ReadFileBytes(file, kLargestFile);
+        return base::ReadFileBytes(file, inspect::kLargestFile);
     } catch (const std::runtime_error& error) {
         throw CommandError(file + ": " + error.what());
     }

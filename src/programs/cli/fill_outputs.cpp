@@ -252,8 +252,10 @@ void FillOutputs::Collect(Outcome& outcome) {
 }
 
 void FillOutputs::WriteRangeFiles(const std::vector<exporter::ExportedFile>& files) {
-    for (const exporter::ExportedFile& file : files)
+    for (const exporter::ExportedFile& file : files) {
         Write((fs::path(*m_arguments.directory) / file.name).string(), file.bytes);
+        ++m_range.files;
+    }
 }
 
 void FillOutputs::Store() {
@@ -266,15 +268,15 @@ void FillOutputs::Store() {
     m_waiting.clear();
 }
 
-std::vector<std::string> FillOutputs::Finish() {
+FillOutputs::Range FillOutputs::Finish() {
     m_workers->Finish();
     Store();
     for (const auto& exporter : m_exporters) {
         FillResult range;
         Attempt(range, [&] { WriteRangeFiles(exporter->Finish(m_manifest)); });
-        for (const FillRemark& fault : range.faults) m_failures.push_back(fault.text);
+        for (const FillRemark& fault : range.faults) m_range.failures.push_back(fault.text);
     }
-    return std::move(m_failures);
+    return std::move(m_range);
 }
 
 }  // namespace zel::cli

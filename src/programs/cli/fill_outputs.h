@@ -56,9 +56,14 @@ class FillOutputs {
     /// Reports a record without outputs, in its turn.
     void Report(FillResult result);
 
+    /// What a run has made of all its messages together.
+    struct Range {
+        int files = 0;
+        /// One line each.
+        std::vector<std::string> failures;
+    };
     /// Waits for all outputs, and writes those of the whole run.
-    /// @return failures of those, one line each.
-    std::vector<std::string> Finish();
+    Range Finish();
 
   private:
     struct Work;
@@ -84,7 +89,7 @@ class FillOutputs {
     bool m_wants_thumbnails = false, m_has_index = false;
     /// Names and titles of the pages, if there is an index of them.
     exporter::Manifest m_manifest;
-    std::vector<std::string> m_failures;
+    Range m_range;
     /// Which recordings exist; asked on the caller's thread.
     std::unique_ptr<library::Library> m_existing;
     /// Used by the thread that takes the results.

@@ -58,6 +58,18 @@ void FillRecords::UseColumns(const fill::DataRecord& record) {
         if (!column.field && !column.is_name) ReportUnknown(record, name);
         m_columns.push_back(column);
     }
+    // Every record of a table with a heading would have the same fault.
+    if (const std::string fault = FaultOfColumns(); record.format == fill::DataFormat::kCsv && !fault.empty())
+        throw CommandError(*m_arguments.data + ": " + fault);
+}
+
+std::string FillRecords::FaultOfColumns() const {
+    if (m_arguments.name_column && std::ranges::find(m_columns, true, &Column::is_name) == m_columns.end())
+        return "there is no column \"" + *m_arguments.name_column + "\"";
+    const auto is_field = [](const Column& column) { return column.field.has_value(); };
+    if (m_constants.empty() && std::ranges::none_of(m_columns, is_field))
+        return "none of its columns matches a field; " + Listed(m_form.form.fields);
+    return {};
 }
 
 void FillRecords::ReportUnknown(const fill::DataRecord& record, std::string_view column) {
@@ -87,7 +99,7 @@ std::string FillRecords::NameOf(const fill::DataRecord& record, FillResult& resu
     if (!m_arguments.name_column) return base::FourDigits(static_cast<int>(record.number));
     const auto column = std::ranges::find(m_columns, true, &Column::is_name);
     const auto index = static_cast<std::size_t>(column - m_columns.begin());
-    if (column == m_columns.end() || !record.values[index]) {
+    if (!record.values[index]) {
         result.faults.push_back({{}, "has no value in the column \"" + *m_arguments.name_column + "\""});
         return {};
     }
@@ -108,8 +120,10 @@ void FillRecords::Take(const fill::DataRecord& record) {
     for (const std::string& fault : record.faults) result.faults.push_back({{}, fault});
     if (!result.faults.empty()) return m_outputs.Report(std::move(result));
     if (m_names != record.columns) UseColumns(record);
-    if (std::ranges::none_of(m_columns, [](const Column& column) { return column.field.has_value(); }))
-        result.faults.push_back({{}, "none of its columns matches a field"});
+    if (std::string fault = FaultOfColumns(); !fault.empty()) {
+        result.faults.push_back({{}, std::move(fault)});
+        return m_outputs.Report(std::move(result));
+    }
     std::vector<fill::FieldValue> values = ValuesOf(record, result);
     result.name = NameOf(record, result);
     message.number = static_cast<int>(record.number);

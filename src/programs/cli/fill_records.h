@@ -40,6 +40,8 @@ class FillRecords {
     };
 
     void UseColumns(const fill::DataRecord& record);
+    /// Why no record with these columns can be filled; empty if one can.
+    std::string FaultOfColumns() const;
     void ReportUnknown(const fill::DataRecord& record, std::string_view column);
     std::vector<fill::FieldValue> ValuesOf(const fill::DataRecord& record, FillResult& result) const;
     std::string NameOf(const fill::DataRecord& record, FillResult& result);

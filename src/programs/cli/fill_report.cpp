@@ -61,6 +61,11 @@ void FillReport::AddFault(const std::string& fault) {
     PrintError(m_data.empty() ? fault : m_data + ": " + fault);
 }
 
+void FillReport::AddFiles(int count) {
+    const std::lock_guard lock(m_mutex);
+    m_files += static_cast<std::uint64_t>(count);
+}
+
 void FillReport::AddUnchanged() {
     const std::lock_guard lock(m_mutex);
     ++m_unchanged;

@@ -18,6 +18,8 @@ class FillReport {
     void Add(const FillResult& result);
     /// A fault of the table, or of the run.
     void AddFault(const std::string& fault);
+    /// Files of the whole run.
+    void AddFiles(int count);
     /// A message of a table of texts whose texts are those of the table.
     void AddUnchanged();
 

@@ -118,7 +118,7 @@ void FillTexts::Take(const fill::DataRecord& record) {
         m_message = std::move(begin);
     }
     if (m_message->lines.size() == kMostLines)
-        throw CommandError("line " + std::to_string(record.line) + ": the message has too many lines");
+        throw fill::DataError("line " + std::to_string(record.line) + ": the message has too many lines");
     m_message->lines.push_back({record.line, ValueOf(record, "row"), ValueOf(record, "field"), ValueOf(record, "name"),
                                 ValueOf(record, "text")});
 }

@@ -122,6 +122,8 @@ TEST_F(FillCommand, RefusesWhatCantBeDone) {
     }
     EXPECT_EQ(m_disk.Read("t.csv"), "NAME\nx\n");
     EXPECT_THAT(Fill("--data t.csv --write w", "X,Y\n1,2\n").err, HasSubstr("none of its columns matches a field"));
+    EXPECT_THAT(Fill("--data t.csv --write w --name-column Z", "NAME\n1\n").err, HasSubstr("no column \"Z\""));
+    EXPECT_FALSE(std::filesystem::exists(m_disk / "w/.0001"));
     EXPECT_THAT(Fill("--data t.csv --write w", "X,Y\n").err, HasSubstr("t.csv: has no record"));
 }
 
