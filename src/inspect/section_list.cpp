@@ -1,6 +1,7 @@
 #include "inspect/section_list.h"
 
 #include <algorithm>
+#include <cstring>
 #include <optional>
 
 #include "inspect/findings.h"
@@ -63,7 +64,8 @@ void ReportTrailingBytes(std::span<const std::uint8_t> rest, FileReport& report)
     if (rest.empty()) return;
     const std::uint64_t offset = report.size - rest.size();
     const std::string where = Count(rest.size(), "byte") + " after the last section, at " + Number(offset);
-    const bool zeros = std::ranges::all_of(rest, [](std::uint8_t byte) { return byte == 0; });
+    // Equal to itself one byte further on: faster than byte by byte for the rest of a large file.
+    const bool zeros = rest.front() == 0 && std::memcmp(rest.data(), rest.data() + 1, rest.size() - 1) == 0;
     AddFinding(report, zeros ? Rule::kPaddingAfterEnd : Rule::kNothingAfterEnd, {offset, rest.size()}).what =
         where + (zeros ? ", all zero" : ", which nothing reads");
 }

@@ -50,6 +50,13 @@ TEST(VerifyText, GathersTheSameFaultInOneLineUnlessEveryPlaceIsAsked) {
     EXPECT_EQ(std::ranges::count(all, '\n'), 9);
 }
 
+TEST(VerifyText, GathersTheChainsOfAllRows) {
+    files::MessageFile message = GoodMessage();
+    for (files::RowText* const row : {&message.rows[0], &message.rows[1]}) row->cells[1].next_char = 63;
+    EXPECT_THAT(inspect::VerifyText(Verified(message), false),
+                HasSubstr("  fault  0x00E3 (227)  2 characters, first row 0, record 1: next_char is 63; "));
+}
+
 /// Faults and notes of a font's blocks, each with the byte that it is about.
 TEST(VerifiedFont, ReportsWhatNothingReads) {
     files::FontFile font = GoodFont();

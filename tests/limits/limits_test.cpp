@@ -33,11 +33,13 @@ struct CommandCase {
 /// In this order: an export reads the library that the batch has written.
 constexpr CommandCase kCommands[] = {
     {"MESSAGES/.0001", "info MESSAGES/.0001"},
+    {"MESSAGES/.0001", "verify --json MESSAGES/.0001"},
     {"MESSAGES/.0001", "import MESSAGES/.0001 --maps . --png a.png --json a.json --fields"},
     {"MESSAGES/.0001", "import MESSAGES/.0001 --maps . --png b.png --tt-convert"},
     {"MESSAGES/.0001", "import MESSAGES/.0001 --trace c.trace --pixels --warnings"},
     {"MESSAGES/.0001", "batch . 1 1 --maps . --disk '' --library lib --out out"},
     {"MACHINE/.0001", "info MACHINE/.0001"},
+    {"MACHINE/.0001", "verify --json MACHINE/.0001"},
     {"MACHINE/.0001", "font MACHINE/.0001 --png font.png"},
     {"changed", "diff MESSAGES/.0001 changed --maps . --fonts MACHINE --picture diff.png"},
     {"changed-font", "diff MACHINE/.0001 changed-font --picture diff.png"},
