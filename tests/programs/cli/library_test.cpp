@@ -129,7 +129,7 @@ TEST_F(LibraryCommand, WritesTheTextsAsATable) {
     const CommandResult lines =
         m_disk.Shell("zeltrans library texts a.zellib --json --disk 'Disk, \"C\"' --out t; tail -n 2 t");
     EXPECT_EQ(
-        json.out,
+        lines.out,
         "a.zellib: 3 texts of 1 recording; wrote t\n"
         R"({"version":1,"disk":"Disk, \"C\"","message":7,"source":"/disks/C/MESSAGES/.0007","row":0,"field":"f0",)"
         R"("name":"@N","text":"A \""})"
