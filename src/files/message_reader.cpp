@@ -86,6 +86,7 @@ void MessageSections::ReadRows() {
     for (unsigned r = 0; r <= m_last_row && !m_cursor.AtEnd(); ++r) ReadRow();
     const unsigned computed = static_cast<std::uint16_t>(m_message.rows.size() - 1);
     SetUnlessComputed(m_message.header.last_row, m_last_row, computed);
+    if (m_message.rows.empty()) m_message.header.last_row = m_last_row;  // no number of rows gives it
 }
 
 void MessageSections::ReadRow() {

@@ -77,8 +77,10 @@ TextLayout LayOut(std::span<const int> advances, const Field& field, std::size_t
                     std::to_string(most)};
     }
     const std::int64_t width = std::accumulate(advances.begin(), advances.end(), std::int64_t{0});
-    std::string fault = "the text is " + std::to_string(width) + " pixels wide, and the field has room for " +
-                        std::to_string(std::max(0, std::min(span.room, span.last - span.first + kXOffset)));
+    std::string fault = width <= span.room
+                            ? "its last character would begin after the field's end"
+                            : "the text is " + std::to_string(width) + " pixels wide, and the field has room for " +
+                                  std::to_string(span.room);
     if (overflow == Overflow::kSqueeze) {
         std::vector<unsigned> x = Squeezed(advances, span);
         if (!x.empty()) return {std::move(x), {}};

@@ -171,6 +171,7 @@ TEST(FillFields, SetsWhatFitsIntoAField) {
     } const cases[] = {
         {"ABC", Overflow::kError, 330, {307, 317, 327}, ""},
         {"ABC", Overflow::kError, 329, {}, "fault: the text is 30 pixels wide, and the field has room for 29\n"},
+        {"A ", Overflow::kError, 316, {}, "fault: its last character would begin after the field's end\n"},
         {"ABC", Overflow::kCut, 329, {307, 317}, "note: cut to the first 2 of 3 characters\n"},
         {"A BC", Overflow::kSqueeze, 326, {307, 313, 317, 323}, ""},
         {"ABC", Overflow::kSqueeze, 320, {307, 312, 317}, ""},

@@ -72,9 +72,10 @@ Bytes Changed(Bytes bytes, const std::vector<inspect::Section>& sections, Random
         inspect::Section section{"", 0, bytes.size(), bytes.size()};
         if (!sections.empty() && below(8) != 0) section = sections[below(sections.size())];
         if (section.offset >= bytes.size()) continue;
-        const std::size_t present = std::min<std::size_t>(section.present, bytes.size() - section.offset);
+        const auto start = static_cast<std::size_t>(section.offset);
+        const std::size_t present = std::min(static_cast<std::size_t>(section.present), bytes.size() - start);
         // Most heads are short, and most faults in them.
-        const std::size_t at = section.offset + below(below(2) == 0 ? std::min<std::size_t>(present, 24) : present);
+        const std::size_t at = start + below(below(2) == 0 ? std::min<std::size_t>(present, 24) : present);
         if (below(16) == 0) {
             bytes.resize(at);
         } else if (below(3) == 0) {

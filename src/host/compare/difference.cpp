@@ -116,7 +116,10 @@ std::string GlyphText(const Difference& difference) {
     if (difference.property == "codes" || difference.property == "stored bytes")
         return name + ": " + difference.property + " differ, the same is drawn";
     if (difference.property == "large glyph") return name + ": differs, too large to be drawn";
-    if (difference.property == "pixels") return name + ": " + difference.a.value.dump() + " pixels differ";
+    if (difference.property == "pixels") {
+        const auto count = difference.a.value.get<std::uint64_t>();
+        return name + ": " + std::to_string(count) + " " + base::Noun(count, "pixel differs", "pixels differ");
+    }
     return name + ": " + difference.property + " " + Change(difference);
 }
 
@@ -133,9 +136,11 @@ bool IsEmptyRow(const Difference& difference) {
 
 bool SharesLine(const Difference& one, const Difference& other) {
     if (IsEmptyRow(one) && IsEmptyRow(other)) return one.a.index.has_value() == other.a.index.has_value();
-    if (!IsOfMany(one) || one.part != other.part || one.property != other.property) return false;
+    const bool same_kind = (one.property == "presence") == (other.property == "presence");
+    if (!IsOfMany(one) || one.part != other.part || !same_kind) return false;
     if (one.part == "palette") return one.a.index.value_or(0) / kSetEntries == other.a.index.value_or(0) / kSetEntries;
-    return one.property == "presence" && one.a.index.has_value() == other.a.index.has_value();
+    if (one.property != "presence") return one.a.index == other.a.index;
+    return one.a.index.has_value() == other.a.index.has_value();
 }
 
 /// Lines of differences that share one: the first ones, and how many more.
@@ -157,6 +162,14 @@ std::string SharedLine(Differences::const_iterator from, Differences::const_iter
         };
         return "rows " + index(*from) + " to " + index(to[-1]) + (from->a.index ? " removed" : " added") +
                ", without text";
+    }
+    if (from->property != "presence") {
+        std::string line = TextOf(*from);
+        for (auto it = from + 1; it != to; ++it) {
+            const std::string text = TextOf(*it);
+            line += "," + text.substr(text.find(": ") + 1);
+        }
+        return line;
     }
     std::string line = "glyphs";
     for (auto it = from; it != to && it - from < kShown; ++it)

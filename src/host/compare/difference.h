@@ -49,7 +49,8 @@ inline Difference Mirrored(Difference difference) {
 /// A difference in one line, without a line break; texts in it are as base::TerminalText makes them.
 std::string TextOf(const Difference& difference);
 
-/// Differences as lines. What is the same for several glyphs, slots or palette entries shares a line.
+/// Differences as lines. All of one glyph share a line, and so do glyphs or empty rows that one side doesn't have, and
+/// the colours of a set.
 std::vector<std::string> LinesOf(const Differences& differences);
 
 /// Members "part", "property", "a" and "b"; a side is null if it doesn't have the part.

@@ -34,10 +34,10 @@ Rgba PixelAt(std::span<const Rgba> row, int x) noexcept {
     return static_cast<std::size_t>(x) < row.size() ? row[static_cast<std::size_t>(x)] : Rgba{};
 }
 
-/// A grey of at most a third of white, so that every mark is brighter.
+/// A grey of less than half of white, so that every mark is brighter.
 Rgba Faded(Rgba pixel) noexcept {
     const unsigned grey = (pixel.red * 77U + pixel.green * 150U + pixel.blue * 29U) >> 8;
-    const auto value = static_cast<std::uint8_t>(24 + grey * 80 / 255);
+    const auto value = static_cast<std::uint8_t>(24 + grey * 96 / 255);
     return picture::Over({value, value, value, pixel.alpha}, kGround);
 }
 

@@ -106,7 +106,7 @@ class RowComparison {
 
 bool RowComparison::HasWordEnd(const Range& a, const Range& b) const {
     for (std::size_t offset = 0; offset <= a.Count(); ++offset) {
-        if (BeginsWord(m_a, a.from + offset) || BeginsWord(m_b, b.from + offset)) return true;
+        if (BeginsWord(m_a, a.from + offset) && BeginsWord(m_b, b.from + offset)) return true;
     }
     return false;
 }

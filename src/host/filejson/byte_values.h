@@ -11,7 +11,7 @@
 namespace zel::filejson {
 
 /// Largest file that a document is made of or makes, in bytes.
-inline constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+inline constexpr std::size_t kLargestFile = std::size_t{128} << 20;
 
 /// Bytes that nothing reads are kept in a document up to this size together, if they aren't all equal.
 inline constexpr std::size_t kMostPassedOver = std::size_t{64} << 10;

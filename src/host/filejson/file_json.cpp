@@ -63,7 +63,7 @@ void Normalize(files::BackgroundBlock& background) {
 void Normalize(files::MessageFile& message) {
     if (message.flash_font) Normalize(*message.flash_font);
     if (message.background) Normalize(*message.background);
-    DropComputed(message.header.last_row, static_cast<std::uint16_t>(message.rows.size() - 1));
+    if (!message.rows.empty()) DropComputed(message.header.last_row, message.rows.size() - 1);
     if (auto& palette = message.palette) {
         DropComputed(palette->palette_words, 2 * palette->entries.size() + (palette->half_entry ? 1 : 0));
     }

@@ -57,6 +57,6 @@ struct DocumentFile {
 DocumentFile FileOfDocument(std::string_view document);
 
 /// Largest document that is read, in bytes.
-inline constexpr std::size_t kLargestDocument = std::size_t{512} << 20;
+inline constexpr std::size_t kLargestDocument = std::size_t{256} << 20;
 
 }  // namespace zel::filejson

@@ -8,13 +8,23 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "files/message_writer.h"
+#include "host/native_path.h"
+#include "host/recorder/disk_names.h"
 #include "host/run/batch_run.h"
 #include "module/contract/message_id.h"
 #include "programs/cli/command.h"
+#include "programs/cli/diagnostics.h"
 
 namespace zel::cli {
 
 namespace {
+
+/// The name under which the messages are recorded unless another one was chosen.
+std::string UsualDisk(const FillArguments& arguments) {
+    const std::filesystem::path path(host::AbsolutePath(arguments.request.message));
+    std::error_code error;
+    return recorder::UsualDiskName(std::filesystem::is_directory(path, error) ? path : path.parent_path());
+}
 
 /// Columns without which a table is none of texts, and those that tell its messages and rows apart.
 constexpr const char* kColumns[] = {"disk", "message", "row", "field", "text"};
@@ -104,7 +114,10 @@ std::vector<std::string> FillTexts::DirectoriesOf(const FillArguments& arguments
 }
 
 FillTexts::FillTexts(const FillArguments& arguments, FillOutputs& outputs, FillReport& report)
-    : m_arguments(arguments), m_outputs(outputs), m_report(report), m_disk(arguments.disk) {}
+    : m_arguments(arguments),
+      m_outputs(outputs),
+      m_report(report),
+      m_disk(arguments.disk.value_or(UsualDisk(arguments))) {}
 
 void FillTexts::Take(const fill::DataRecord& record) {
     if (!record.faults.empty()) {
@@ -125,20 +138,26 @@ void FillTexts::Take(const fill::DataRecord& record) {
 
 void FillTexts::Finish() {
     SetTexts();
-    if (m_passed_over == 0) return;
-    m_report.AddFault(std::to_string(m_passed_over) +
-                      " messages of the table are passed over: they are of other disks, or not " +
-                      m_arguments.request.message);
+    if (m_other_disks != 0) {
+        m_report.AddFault(base::Counted(m_other_disks, "message") + " of other disks than \"" + m_disk +
+                          "\" passed over; --disk names the disk in the table");
+    }
+    if (m_other_messages != 0)
+        PrintNote(base::Counted(m_other_messages, "other message") + " of the table passed over");
 }
 
-/// Whether a message of the table is one that is filled.
+// Whether a message of the table is one that is filled.
 bool FillTexts::IsSelected(const Message& message) {
-    if (!m_disk) m_disk = message.disk;
-    if (*m_disk != message.disk) return false;
+    if (m_disk != message.disk) {
+        ++m_other_disks;
+        return false;
+    }
     std::error_code error;
     if (std::filesystem::is_directory(m_arguments.request.message, error)) return true;
     const std::string own = std::filesystem::path(m_arguments.request.message).filename().string();
-    return MessageNumberOf(WithoutLeadingDot(own)) == MessageNumberOf(WithoutLeadingDot(message.number));
+    if (MessageNumberOf(WithoutLeadingDot(own)) == MessageNumberOf(WithoutLeadingDot(message.number))) return true;
+    ++m_other_messages;
+    return false;
 }
 
 void FillTexts::SetTexts() {
@@ -153,10 +172,7 @@ void FillTexts::SetTexts() {
         result.faults.push_back({{}, "\"" + m_message->number + "\" is no number of a message"});
         return m_outputs.Report(std::move(result));
     }
-    if (!IsSelected(*m_message)) {
-        ++m_passed_over;
-        return;
-    }
+    if (!IsSelected(*m_message)) return;
     if (!m_done.insert(std::to_string(filled.number)).second) {
         result.faults.push_back({{}, "the lines of the message don't follow each other; sort the table by message"});
         return m_outputs.Report(std::move(result));

@@ -56,9 +56,10 @@ class FillTexts {
     FillReport& m_report;
     std::optional<Message> m_message;
     /// The disk of the table that is meant.
-    std::optional<std::string> m_disk;
+    const std::string m_disk;
     std::unordered_set<std::string> m_done;
-    std::uint64_t m_passed_over = 0;
+    /// Messages of the table that are passed over.
+    std::uint64_t m_other_disks = 0, m_other_messages = 0;
 };
 
 }  // namespace zel::cli

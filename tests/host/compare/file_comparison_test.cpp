@@ -83,8 +83,10 @@ TEST(FontDifference, SaysWhatAnEditHasChanged) {
             f.AddRunCoded(66, {files::ColourRun(2, 255, 8), files::EndOfLine(), files::EndOfGlyph()}, 2, 9);
         }),
         ElementsAre("glyph 65 (A): codes differ, the same is drawn", "glyph 66 (B): 8 pixels differ"));
+    EXPECT_THAT(lines([](files::FontFile& f) { f.directory[66].glyph_top = 3, f.directory[66].glyph_metric = 8; }),
+                ElementsAre("glyph 66 (B): top 2 -> 3, metric 9 -> 8"));
     EXPECT_THAT(lines([](files::FontFile& f) { f.stored[67].pixels[5] = 1; }),
-                ElementsAre("glyph 67 (C): 1 pixels differ"));
+                ElementsAre("glyph 67 (C): 1 pixel differs"));
     EXPECT_THAT(lines([](files::FontFile& f) { f.word_table[1] = 9; }), ElementsAre("word table: 6 bytes -> 6 bytes"));
 }
 
@@ -92,7 +94,7 @@ TEST(FontDifference, DrawsNoGlyphThatIsTooLarge) {
     files::FontFile font = GoodFont();
     font.stored[67].width_word = 32767;
     font.stored[67].height_word = 32767;
-    EXPECT_THAT(FontLines(GoodFont(), font), testing::Contains("glyph 67 (C): width 2 -> 32766"));
+    EXPECT_THAT(FontLines(GoodFont(), font), testing::Contains("glyph 67 (C): width 2 -> 32766, height 3 -> 32767"));
     files::FontFile other = font;
     other.stored[67].pixels[9] = 1;
     EXPECT_THAT(FontLines(font, other), ElementsAre("glyph 67 (C): differs, too large to be drawn"));

@@ -102,6 +102,17 @@ Json SmallFile() {
     return Json::parse(FileJson(files::WriteMessage(SmallMessage()), false)->json);
 }
 
+/// A file that ends before its rows, of which there would be the most.
+TEST(FileJson, GivesTheSameBytesWithoutRows) {
+    files::MessageFile message;
+    message.header.last_row = 65535;
+    const Bytes bytes = files::WriteMessage(message);
+    ExpectSameBytes(bytes, false, "no row");
+    for (const std::size_t size : {152, 153, 157, 158, 203}) {
+        ExpectSameBytes(std::span(bytes).first(size), false, std::to_string(size));
+    }
+}
+
 TEST(FileJson, IsReadable) {
     const Json file = SmallFile();
     EXPECT_EQ(file["rows"][0]["characters"][1].dump(),
@@ -186,9 +197,9 @@ INSTANTIATE_TEST_SUITE_P(
         EditedCase{R"({"op":"add","path":"/tail","value":{"size":70000,"left_out":true}})",
                    "/file/tail: 70000 bytes that were left out of the document; make it again with --exact"},
         EditedCase{R"({"op":"add","path":"/tail","value":{"size":9000000000,"fill":0}})",
-                   "/file/tail: the file would be larger than 256 MiB"},
+                   "/file/tail: the file would be larger than 128 MiB"},
         EditedCase{R"({"op":"add","path":"/flash_font","value":{"encoding_size":4000000000}})",
-                   "/file/flash_font: the file would be larger than 256 MiB"},
+                   "/file/flash_font: the file would be larger than 128 MiB"},
         EditedCase{R"({"op":"add","path":"/cut_at","value":20})", "/file/cut_at: leaves less than the headers"},
         EditedCase{R"({"op":"replace","path":"/standard","value":"SECAM"})", "/file/standard: must be PAL or NTSC"},
         EditedCase{R"({"op":"replace","path":"/font_numbers/3","value":70000})",

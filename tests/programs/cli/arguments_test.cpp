@@ -63,7 +63,7 @@ TEST(WrongArguments, GiveExitCodeTwoAndTheError) {
         {"library list lib --dsik a", "Did you mean --disk?\n"},
         {"batch --libary=lib", "Unknown option \"--libary\"\nDid you mean --library?\n"},
         {"quite-different", "Unknown command \"quite-different\"\nRun with"},
-        {"library", "A command is required: list search show merge remove\n"},
+        {"library", "A command is required: list search show texts merge remove\n"},
         {"import", "MESSAGE is required"},
         {"import MESSAGES/.0012 MESSAGES/.0020", "MESSAGES/.0020"},
         {"import MESSAGES/.0012 --pgn x", "Unknown option \"--pgn\"\nDid you mean --png?\n"},

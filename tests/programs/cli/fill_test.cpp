@@ -158,7 +158,7 @@ TEST_F(FillCommand, SetsAnEditedTableOfTextsIntoItsMessages) {
         {"d,x,x,1,f0,NAME,x\n", "\"x\" is no number of a message"},
         {"d,99,x,1,f0,NAME,x\n", ".0099"},
         {"d,13,x,1,f0,NAME,x\nd,14,x,0,,,\nd,13,x,1,f0,NAME,y\n", "don't follow each other"},
-        {"d,13,x,1,f0,NAME,x\nother,14,x,1,f0,NAME,x\n", "1 message"},
+        {"d,13,x,1,f0,NAME,x\nother,14,x,1,f0,NAME,x\n", "1 message of other disks than \"d\" passed over; --disk"},
     };
     for (const auto& [lines, fault] : faults) {
         const CommandResult result = fill(head + lines, "--write w3 --replace");

@@ -126,10 +126,10 @@ TEST_F(LibraryCommand, WritesTheTextsAsATable) {
               "\"Disk, \"\"C\"\"\",7,/disks/C/MESSAGES/.0007,0,f0,'@N,\"A \"\"\"\r\n"
               "\"Disk, \"\"C\"\"\",7,/disks/C/MESSAGES/.0007,1,f1,,\r\n");
     EXPECT_EQ(csv.exit_code, 0) << csv.err;
-    const CommandResult json =
+    const CommandResult lines =
         m_disk.Shell("zeltrans library texts a.zellib --json --disk 'Disk, \"C\"' --out t; tail -n 2 t");
     EXPECT_EQ(
-        json.out,
+        lines.out,
         "a.zellib: 3 texts of 1 recording; wrote t\n"
         R"({"version":1,"disk":"Disk, \"C\"","message":7,"source":"/disks/C/MESSAGES/.0007","row":0,"field":"f0",)"
         R"("name":"@N","text":"A \""})"

@@ -7,7 +7,7 @@ import shutil
 import subprocess
 import sys
 
-SUBCOMMANDS = {"library": ["list", "search", "show", "merge", "remove"], "settings": ["get", "set", "unset"]}
+SUBCOMMANDS = {"library": ["list", "search", "show", "texts", "merge", "remove"], "settings": ["get", "set", "unset"]}
 
 
 def help_of(program, words):

@@ -25,7 +25,7 @@ namespace zel::desktop {
 namespace {
 
 const QString kTableSetting = QStringLiteral("fill/table");
-const QString kSaveSetting = QStringLiteral("save/messages");
+const QString kMessageFolderSetting = QStringLiteral("save/messages");
 
 /// A name for another message file in a folder: the next number that no file has. A name without a number stays.
 QString FreeName(const QString& folder, const QString& name) {
@@ -167,7 +167,8 @@ QString FieldCommands::RedoText() const {
 
 QString FieldCommands::FileToSave() {
     const QString source = QFile::decodeName(m_message->File().c_str());
-    const QString folder = m_workspace.settings.value(kSaveSetting, QFileInfo(source).absolutePath()).toString();
+    const QString folder =
+        m_workspace.settings.value(kMessageFolderSetting, QFileInfo(source).absolutePath()).toString();
     const QString file =
         PickNewFile(&m_workspace.window, tr("Save as message file"),
                     folder + u'/' + FreeName(folder, QFileInfo(source).fileName()), {{}, tr("Message files (*)")});
@@ -206,7 +207,7 @@ bool FieldCommands::SaveAs(const QString& file) {
         return false;
     }
     m_message->Changes().setClean();
-    if (!is_source) m_workspace.settings.setValue(kSaveSetting, QFileInfo(file).absolutePath());
+    if (!is_source) m_workspace.settings.setValue(kMessageFolderSetting, QFileInfo(file).absolutePath());
     m_workspace.status.ShowResult(tr("%1 saved").arg(file));
     if (is_source) m_imports.Open({source});
     return true;
