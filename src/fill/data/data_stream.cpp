@@ -18,13 +18,16 @@ std::string_view DataStream::Available() {
     return {gptr(), static_cast<std::size_t>(egptr() - gptr())};
 }
 
-std::uint64_t DataStream::Line() const {
-    return m_lines + static_cast<std::uint64_t>(std::count(eback(), gptr(), '\n')) + 1;
+std::uint64_t DataStream::Line() {
+    m_lines += static_cast<std::uint64_t>(std::count(eback() + m_counted, gptr(), '\n'));
+    m_counted = static_cast<std::size_t>(gptr() - eback());
+    return m_lines + 1;
 }
 
 DataStream::int_type DataStream::underflow() {
     if (IsTooLong()) return traits_type::eof();
-    m_lines = Line() - 1;
+    Line();
+    m_counted = 0;
     m_window_begin = Position();
     const std::span<char> window(m_window.get(), kWindow);
     std::size_t size = 0;

@@ -24,7 +24,7 @@ class DataStream : public std::streambuf {
     void Consume(std::size_t count) { gbump(static_cast<int>(count)); }
 
     /// The line of the next byte, from 1.
-    std::uint64_t Line() const;
+    std::uint64_t Line();
 
     /// Begins a record here.
     void BeginRecord() { m_record_begin = Position(); }
@@ -41,8 +41,9 @@ class DataStream : public std::streambuf {
     std::unique_ptr<char[]> m_window;
     bool m_has_begun = false;
     std::uint64_t m_window_begin = 0, m_record_begin = 0;
-    /// Line ends before the window.
+    /// Line ends before a place of the window, and that place: what was counted for an earlier record.
     std::uint64_t m_lines = 0;
+    std::size_t m_counted = 0;
 };
 
 }  // namespace zel::fill

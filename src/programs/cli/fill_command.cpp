@@ -236,7 +236,7 @@ void AddOutputs(CLI::App& command, FillArguments& arguments) {
             "in the table");
     AddPath(command, "--write", arguments.write, "DIR|FILE",
             "write message files to a directory; without --data, a file; - is standard output");
-    command.add_flag("--replace", arguments.replace, "replace files and recordings that exist");
+    command.add_flag("--overwrite", arguments.replace, "replace files and recordings that exist");
     AddPictureOptions(command, arguments.options);
     AddTextOptions(command, arguments.request.host);
     AddJobs(command, arguments.jobs, "messages written in parallel");

@@ -155,7 +155,7 @@ void FillOutputs::Give(FilledMessage message) {
         } else if (!m_arguments.replace && m_existing->Has(key)) {
             result.faults.push_back({{},
                                      *m_arguments.library + ": number " + std::to_string(key.number) + " of \"" +
-                                         key.disk + "\" is recorded already; --replace replaces it"});
+                                         key.disk + "\" is recorded already; --overwrite replaces it"});
         }
     }
     if (result.faults.empty() && m_arguments.HasPictures()) Attempt(result, [&] { Import(work); });
@@ -187,7 +187,7 @@ void FillOutputs::Write(const std::string& path, std::string_view bytes) const {
         file.Commit(m_arguments.replace ? Existing::kReplace : Existing::kKeep)) {
         return;
     }
-    if (errno == EEXIST) throw std::runtime_error(path + ": exists already; --replace replaces it");
+    if (errno == EEXIST) throw std::runtime_error(path + ": exists already; --overwrite replaces it");
     throw std::runtime_error(path + ": can't be written: " + std::generic_category().message(errno));
 }
 

@@ -39,7 +39,7 @@ struct FillSource {
 };
 
 /// Makes the outputs of filled messages: message files, and pictures, documents and recordings from their import, as
-/// for any other message. Files and recordings that exist are kept, unless --replace is given.
+/// for any other message. Files and recordings that exist are kept, unless --overwrite is given.
 class FillOutputs {
   public:
     /// @param arguments  kept alive by the caller.

@@ -65,7 +65,7 @@ TEST_F(FillCommand, MakesEachRecordsOutputsAsAnImportDoes) {
     EXPECT_EQ(kept.exit_code, 1);
     EXPECT_THAT(kept.err, HasSubstr("t.csv: record 1 (line 2): lib: number 1 of \"t.csv\" is recorded already"));
     EXPECT_THAT(Fill("--data t.csv --name-column file --out out").err, HasSubstr("out/ann.png: exists already"));
-    EXPECT_EQ(Fill(again + " --replace").out, "2 records: 2 filled; 2 files; 2 recordings\n");
+    EXPECT_EQ(Fill(again + " --overwrite").out, "2 records: 2 filled; 2 files; 2 recordings\n");
 }
 
 TEST_F(FillCommand, ReportsEachFaultAndDoesTheOtherRecords) {
@@ -161,7 +161,7 @@ TEST_F(FillCommand, SetsAnEditedTableOfTextsIntoItsMessages) {
         {"d,13,x,1,f0,NAME,x\nother,14,x,1,f0,NAME,x\n", "1 message of other disks than \"d\" passed over; --disk"},
     };
     for (const auto& [lines, fault] : faults) {
-        const CommandResult result = fill(head + lines, "--write w3 --replace");
+        const CommandResult result = fill(head + lines, "--write w3 --overwrite");
         EXPECT_EQ(result.exit_code, 1) << lines;
         EXPECT_THAT(result.err, HasSubstr(fault)) << lines;
     }
@@ -199,7 +199,7 @@ TEST_F(FillCommand, FillsManyRecordsInConstantMemory) {
         table.close();
         const CommandResult result =
             m_disk.Shell("python3 -c " + CommandDisk::Quoted(kPeak) + " " + CommandDisk::Quoted(ZELTRANS_COMMAND) +
-                         " fill d/MESSAGES/.0013 --data many.csv --jobs 1 -q --replace --write many");
+                         " fill d/MESSAGES/.0013 --data many.csv --jobs 1 -q --overwrite --write many");
         EXPECT_EQ(result.exit_code, 0) << result.err;
         return result.exit_code == 0 ? std::stoi(result.out) : 0;
     };
