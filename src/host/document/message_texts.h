@@ -17,8 +17,8 @@ struct MessageText {
     std::optional<int> field{};
     /// Of the field; may be empty.
     std::string name{};
-    /// UTF-8, with a blank in each gap between words that has none; empty for a field with blanks alone, such as the one
-    /// that an import puts into an empty field.
+    /// UTF-8, with a blank in each gap between words that has none; empty for a field with blanks alone, such as the
+    /// one that an import puts into an empty field.
     std::string text{};
 };
 
