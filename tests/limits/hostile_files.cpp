@@ -226,7 +226,7 @@ constexpr HostileFiles kFiles[] = {
     {"many_tab_fields", ManyTabFields},
     {"sparse_fonts", SparseFonts},
     {"sparse_fonts_within_the_limit", SparseFontsWithinTheLimit, 0.2, 88},
-    {"large_sparse_files", LargeSparseFiles, 0.3, 96},
+    {"large_sparse_files", LargeSparseFiles, 0.6, 192},
     {"large_stored_glyph", LargeStoredGlyph},
     {"many_stored_glyphs", ManyStoredGlyphs, 0.2, 80},
     {"stay_codes", StayCodes, 0.3},
