@@ -133,7 +133,7 @@ void FillHead(const message::LoadedMessage& loaded, std::span<const std::uint8_t
 }
 
 /// Reports what isn't zero of the fields that nothing reads, apart from the records of rows and tab fields.
-void CheckUnread(std::span<const std::uint8_t> bytes, const SectionList& found, FileReport& report) {
+void CheckUnreadWords(std::span<const std::uint8_t> bytes, const SectionList& found, FileReport& report) {
     static constexpr UnreadField kFlags[] = {{"section_flags, other bits", 0, 2, 0x7EDC},
                                              {"word at 2", 2, 2, 0xFFFF},
                                              {"word at 4", 4, 2, 0xFFFF},
@@ -185,7 +185,7 @@ void InspectMessage(std::span<const std::uint8_t> bytes, FileReport& report) {
         FillPalette(loaded, bytes, found, report);
     }
     if (const Section* tabs = found.Find("tab table")) CheckTabs(bytes, *tabs, loaded, report);
-    if (report.depth == Depth::kEveryByte) CheckUnread(bytes, found, report);
+    if (report.depth == Depth::kEveryByte) CheckUnreadWords(bytes, found, report);
     if (refused) {
         report.message->delivery.reset();
     } else if (found.End() < bytes.size()) {
@@ -204,7 +204,7 @@ struct PictureFault {
     std::uint64_t at, size;
 };
 
-PictureFault FaultOf(font::StoredGlyphFault fault) {
+PictureFault PictureFaultOf(font::StoredGlyphFault fault) {
     switch (fault) {
         case font::StoredGlyphFault::kNone:
         case font::StoredGlyphFault::kHeadCutShort:
@@ -223,7 +223,7 @@ PictureFault FaultOf(font::StoredGlyphFault fault) {
 bool CheckPicture(const font::StoredGlyphHead& head, std::size_t present, FileReport& report) {
     const font::StoredGlyphFault fault = font::CheckStoredGlyph(head, present);
     if (fault != font::StoredGlyphFault::kNone) {
-        const PictureFault found = FaultOf(fault);
+        const PictureFault found = PictureFaultOf(fault);
         const std::int64_t value = found.rule == Rule::kPictureRecord || found.rule == Rule::kPicturePixels
                                        ? std::int64_t{head.length}
                                        : Place::kNoValue;

@@ -19,7 +19,7 @@ namespace {
 /// Offsets in a row's head.
 constexpr std::uint64_t kFirstCharAt = 2, kCharCountAt = 4;
 /// Offsets in a character.
-constexpr std::uint64_t kFontAt = 4, kCodeAt = 4, kNextAt = 7;
+constexpr std::uint64_t kCharFontAt = 4, kCodeAt = 4, kNextAt = 7;
 
 constexpr UnreadField kHeadFields[] = {{"b0 bits 7, 6, 4 to 2", 0, 1, 0xDC}, {"b6, b7", 6, 2, 0xFFFF}};
 constexpr UnreadField kCharacterFields[] = {
@@ -226,7 +226,7 @@ void RowChecker::CheckText(const tag_msg_row& row, const std::vector<int>& order
         const std::uint64_t at = OffsetOf(offset, record);
         if (slot >= kFontSlots || m_loaded.header->font_numbers[slot] == kNoFont) {
             const Rule rule = slot >= kFontSlots ? Rule::kSlotRange : Rule::kSlotFont;
-            m_wrong_slots.try_emplace(slot, rule).first->second.Add({at + kFontAt, 1, slot, record, out.index});
+            m_wrong_slots.try_emplace(slot, rule).first->second.Add({at + kCharFontAt, 1, slot, record, out.index});
         }
         // The low 8 bits are the index into a font's directory.
         const Place code{at + kCodeAt, 2, character.Code(), record, out.index};

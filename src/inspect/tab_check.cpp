@@ -18,7 +18,7 @@ namespace {
 /// Offsets in the table.
 constexpr std::uint64_t kWordsAt = 2, kThirdWordAt = 4;
 /// Offsets in a record.
-constexpr std::size_t kNameAt = 5, kRowAt = 22, kFontAt = 23;
+constexpr std::size_t kNameAt = 5, kRowAt = 22, kTabFontAt = 23;
 
 constexpr UnreadField kTableFields[] = {{"word at 4", kThirdWordAt, 2, 0xFFFF}};
 constexpr UnreadField kTabFields[] = {{"tab_byte", 4, 1, 0xFF},
@@ -110,7 +110,7 @@ void CheckTabs(std::span<const std::uint8_t> bytes, const Section& table, const 
         tabs.push_back(Describe(tab));
         tabs.back().rejected = CheckRejected(tab, loaded, offset, tabs.size() - 1, report);
         if (tabs.back().rejected.empty() && !NamesFont(tab, *loaded.header))
-            slots.Add({.offset = offset + kFontAt, .size = 1, .value = tab.Font(), .index = index});
+            slots.Add({.offset = offset + kTabFontAt, .size = 1, .value = tab.Font(), .index = index});
         if (report.depth != Depth::kEveryByte) continue;
         unread.Check(present, {.offset = offset, .index = index});
         if (present.size() > kNameAt) {

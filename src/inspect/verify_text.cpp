@@ -91,9 +91,9 @@ std::string WhereText(const Finding& finding, const Place& place) {
     return record.empty() ? finding.section : record;
 }
 
-class Writer {
+class VerificationWriter {
   public:
-    Writer(const FileReport& report, bool all) : m_report(report), m_all(all) {}
+    VerificationWriter(const FileReport& report, bool all) : m_report(report), m_all(all) {}
 
     std::string Write();
 
@@ -110,14 +110,14 @@ class Writer {
     std::string m_text;
 };
 
-std::string Writer::Write() {
+std::string VerificationWriter::Write() {
     Head();
     for (const Group& group : GroupsOf(m_report, Severity::kFault)) Line("fault", group);
     Notes();
     return m_text;
 }
 
-void Writer::Head() {
+void VerificationWriter::Head() {
     const FindingCounts counts = CountFindings(m_report);
     m_text = base::TerminalText(m_report.name) + ": ";
     if (m_report.kind != FileKind::kOther) m_text += KindName(m_report.kind) + ", ";
@@ -127,7 +127,7 @@ void Writer::Head() {
     m_text += '\n';
 }
 
-void Writer::Notes() {
+void VerificationWriter::Notes() {
     std::vector<Group> unread;
     for (const Group& group : GroupsOf(m_report, Severity::kNote)) {
         const Rule rule = group.First().rule;
@@ -140,7 +140,7 @@ void Writer::Notes() {
     if (!unread.empty()) UnreadLine(unread);
 }
 
-void Writer::Line(const char* kind, const Group& group) {
+void VerificationWriter::Line(const char* kind, const Group& group) {
     const Finding& first = group.First();
     const Place& place = first.places.front();
     const RuleText& rule = TextOf(first.rule);
@@ -165,7 +165,7 @@ void Writer::Line(const char* kind, const Group& group) {
     if (group.count > 1 && m_all) EveryPlace(group);
 }
 
-void Writer::EveryPlace(const Group& group) {
+void VerificationWriter::EveryPlace(const Group& group) {
     std::uint64_t named = 0;
     for (const Finding* finding : group.findings) {
         for (const Place& place : finding->places) {
@@ -178,7 +178,7 @@ void Writer::EveryPlace(const Group& group) {
     if (named < group.count) m_text += "           and " + Number(group.count - named) + " more\n";
 }
 
-void Writer::UnreadLine(const std::vector<Group>& groups) {
+void VerificationWriter::UnreadLine(const std::vector<Group>& groups) {
     m_text += "  note   " + OffsetText(groups.front().First().places.front().offset) +
               "  not zero, though nothing reads it: ";
     std::string_view section;
@@ -224,7 +224,7 @@ std::string RecordName(const Finding& finding, const Place& place) {
 }
 
 std::string VerifyText(const FileReport& report, bool all) {
-    return Writer(report, all).Write();
+    return VerificationWriter(report, all).Write();
 }
 
 }  // namespace zel::inspect

@@ -68,19 +68,20 @@ TEST(VerifiedFont, ReportsWhatNothingReads) {
     const files::Bytes bytes = files::WriteFont(font, &at);
     const inspect::FileReport report = inspect::InspectBytes(bytes, ".0012", inspect::Depth::kEveryByte);
     EXPECT_EQ(report.verdict, inspect::Verdict::kWhole);
+    using BytesAt = std::pair<std::uint64_t, std::uint64_t>;
     const auto place_of = [&](inspect::Rule rule, const char* field) {
         for (const inspect::Finding& finding : report.findings) {
             if (finding.rule == rule && (field == nullptr || std::string_view(finding.Field()) == field))
-                return std::pair(finding.places.front().offset, finding.places.front().size);
+                return BytesAt(finding.places.front().offset, finding.places.front().size);
         }
-        return std::pair<std::uint64_t, std::uint64_t>();
+        return BytesAt();
     };
     using inspect::Rule;
-    EXPECT_EQ(place_of(Rule::kEncodingUsed, nullptr), std::pair(at.encoding + 24, std::uint64_t{12}));
-    EXPECT_EQ(place_of(Rule::kGlyphRest, nullptr), std::pair(at.stored[67] + 12 + 24, std::uint64_t{6}));
-    EXPECT_EQ(place_of(Rule::kGlyphKind, nullptr), std::pair(at.directory + 100, std::uint64_t{1}));
-    EXPECT_EQ(place_of(Rule::kUnreadField, "byte 1"), std::pair(at.directory + 101, std::uint64_t{1}));
-    EXPECT_EQ(place_of(Rule::kUnreadField, "word at 126"), std::pair(at.header + 126, std::uint64_t{2}));
+    EXPECT_EQ(place_of(Rule::kEncodingUsed, nullptr), BytesAt(at.encoding + 24, 12));
+    EXPECT_EQ(place_of(Rule::kGlyphRest, nullptr), BytesAt(at.stored[67] + 12 + 24, 6));
+    EXPECT_EQ(place_of(Rule::kGlyphKind, nullptr), BytesAt(at.directory + 100, 1));
+    EXPECT_EQ(place_of(Rule::kUnreadField, "byte 1"), BytesAt(at.directory + 101, 1));
+    EXPECT_EQ(place_of(Rule::kUnreadField, "word at 126"), BytesAt(at.header + 126, 2));
 }
 
 /// "disk: number" or "disk: file" of each font.

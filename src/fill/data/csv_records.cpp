@@ -16,10 +16,6 @@ namespace {
 
 constexpr std::string_view kDelimiters = ",;\t";
 
-[[noreturn]] void Fail(std::uint64_t line, const std::string& reason) {
-    throw DataError("line " + std::to_string(line) + ": " + reason);
-}
-
 /// The delimiter that a heading has most often outside of quotes; without any, the comma.
 char DelimiterOf(std::string_view begin) {
     std::size_t counts[kDelimiters.size()] = {};

@@ -40,6 +40,11 @@ class DataError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// @throws DataError with the line, from 1, and the reason.
+[[noreturn]] inline void Fail(std::uint64_t line, const std::string& reason) {
+    throw DataError("line " + std::to_string(line) + ": " + reason);
+}
+
 /// Reads the next bytes. @return their number, 0 at the end.
 /// @throws an exception if the data can't be read, which passes through ReadData.
 using ReadBytes = std::function<std::size_t(std::span<char> out)>;

@@ -14,10 +14,6 @@ namespace {
 
 using Json = nlohmann::json;
 
-[[noreturn]] void Fail(std::uint64_t line, const std::string& reason) {
-    throw DataError("line " + std::to_string(line) + ": " + reason);
-}
-
 /// Takes the parser's events, and makes a record of each object.
 class JsonReader : public Json::json_sax_t {
   public:

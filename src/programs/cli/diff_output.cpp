@@ -102,12 +102,12 @@ Json BytesJson(const std::optional<compare::ByteDifference>& bytes) {
 }
 
 /// One line of JSON of a pair.
-struct ItemJson {
+struct PairJson {
     std::string kind;
     Json disk, number, a, b;
 };
 
-void PrintItemJson(const ItemJson& item, const char* result, const FileComparison& comparison) {
+void PrintPairJson(const PairJson& item, const char* result, const FileComparison& comparison) {
     Json differences = Json::array();
     for (const compare::Difference& difference : comparison.differences)
         differences.push_back(compare::JsonOf(difference));
@@ -147,7 +147,7 @@ void DiffOutput::PrintFiles(const FileComparison& comparison) const {
     for (const std::string& warning : comparison.warnings) PrintWarning(warning);
     if (comparison.result == ComparisonResult::kTrouble) PrintError(comparison.trouble);
     if (json) {
-        PrintItemJson({compare::NameOf(comparison.kind), {}, {}, a, b}, ResultName(comparison.result), comparison);
+        PrintPairJson({compare::NameOf(comparison.kind), {}, {}, a, b}, ResultName(comparison.result), comparison);
         return;
     }
     const std::string both = base::TerminalText(a) + " and " + base::TerminalText(b);
@@ -173,7 +173,7 @@ void DiffOutput::PrintItem(const compare::DiskItem& item) const {
         const char* const result = in_both          ? ResultName(item.comparison.result)
                                    : item.b.empty() ? "only_in_a"
                                                     : "only_in_b";
-        PrintItemJson({kind, {}, number, TextOrNull(item.a), TextOrNull(item.b)}, result, item.comparison);
+        PrintPairJson({kind, {}, number, TextOrNull(item.a), TextOrNull(item.b)}, result, item.comparison);
     } else if (in_both) {
         PrintPair(name, item.comparison, IsDifferent(item.comparison), bytes);
     } else {
@@ -188,7 +188,7 @@ void DiffOutput::PrintItem(const compare::LibraryItem& item) const {
         if (in_both && item.comparison.result == ComparisonResult::kSame) return;
         const char* const result = in_both ? ResultName(item.comparison.result) : item.in_a ? "only_in_a" : "only_in_b";
         const auto side = [](bool is_there, const std::string& library) { return is_there ? Json(library) : Json(); };
-        PrintItemJson({"recording", item.key.disk, item.key.number, side(item.in_a, a), side(item.in_b, b)}, result,
+        PrintPairJson({"recording", item.key.disk, item.key.number, side(item.in_a, a), side(item.in_b, b)}, result,
                       item.comparison);
     } else if (in_both) {
         compare::FileComparison named = item.comparison;

@@ -104,7 +104,7 @@ std::string OtherSource(const std::string& directory, const std::string& message
 }
 
 /// Empty if the disk has no message of the number.
-std::string MessageFileOf(const std::string& disk, int number) {
+std::string NumberedMessageFile(const std::string& disk, int number) {
     const std::string file = run::MessageDirectoryOf(disk) + "/" + base::NumberedName(number);
     return run::FindMessageFile(run::ImportPathsOf(file, std::nullopt));
 }
@@ -244,14 +244,14 @@ void DiskBatch::SkipRecorded() {
             if (!directory || recorder::HasRecordingFiles(number, *directory, true)) continue;
             const auto recording = library.Find({context.disk, number});
             if (!recording) continue;
-            const auto warnings = recorder::WriteRecordingFiles(*recording, MessageFileOf(m_request.disk, number),
+            const auto warnings = recorder::WriteRecordingFiles(*recording, NumberedMessageFile(m_request.disk, number),
                                                                 m_recorder_options.exact, *directory);
             for (const std::string& warning : warnings) PrintWarning(base::NumberedName(number) + ": " + warning);
         }
         std::vector<host::NumberRange> ranges = recorder::RangesWithout(numbers, interval.first, interval.last);
         // The module runs no range that ends at 0.
         if (!ranges.empty() && ranges.front().last == "0") {
-            if (!MessageFileOf(m_request.disk, 0).empty()) {
+            if (!NumberedMessageFile(m_request.disk, 0).empty()) {
                 ranges.front().last = "1";
             } else {
                 m_progress.Add({{0, host::ItemOutcome::kMissing, {}}, {}, false});

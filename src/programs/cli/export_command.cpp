@@ -217,12 +217,6 @@ void ListFormats(bool json) {
     throw CLI::Success();
 }
 
-std::string CheckFormat(const std::string& name) {
-    const auto& formats = exporter::ExportFormats();
-    if (std::ranges::find(formats, name, &exporter::ExportFormat::name) != formats.end()) return {};
-    return "\"" + name + "\" is not a format; see --list-formats";
-}
-
 // Options that go together, and that have an effect.
 void CheckOptions(const CLI::App& command, ExportArguments& arguments) {
     ParseNumbers(arguments.words, arguments.numbers);

@@ -193,11 +193,6 @@ void FillCommand::Finish(FillOutputs& outputs) {
     if (WasInterrupted()) m_report.AddFault("stopped before the end");
 }
 
-std::string CheckFormat(const std::string& name) {
-    return exporter::FindExportFormat(name) == nullptr ? "\"" + name + "\" is not a format; see export --list-formats"
-                                                       : std::string();
-}
-
 void AddInputs(CLI::App& command, FillArguments& arguments) {
     run::ImportRequest& request = arguments.request;
     AddArgument(command, "MESSAGE", request.message,

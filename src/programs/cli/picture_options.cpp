@@ -36,6 +36,11 @@ void AddFrame(CLI::App& command, exporter::ExportOptions& options) {
 
 }  // namespace
 
+std::string CheckFormat(const std::string& name) {
+    if (exporter::FindExportFormat(name) != nullptr) return {};
+    return "\"" + name + "\" is not a format; see \"zeltrans export --list-formats\"";
+}
+
 void AddPictureOptions(CLI::App& command, exporter::ExportOptions& options) {
     command.add_flag("--premultiplied", options.premultiplied, "premultiply colours by alpha, and fills by their key");
     AddSmall(command, options.effort);

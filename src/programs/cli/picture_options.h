@@ -9,6 +9,9 @@
 
 namespace zel::cli {
 
+/// For CLI11: why a name is none of a format; empty if it is one.
+std::string CheckFormat(const std::string& name);
+
 /// Adds the options of exported pictures: --premultiplied, --small, --frame, --fit, --pixel-shape, --clear-colour,
 /// --key-names and --run-lengths.
 void AddPictureOptions(CLI::App& command, exporter::ExportOptions& options);
