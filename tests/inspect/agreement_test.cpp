@@ -279,7 +279,8 @@ void Agreement::ExpectSameFont(const Bytes& bytes) {
             }
         }
     }
-    if (fonts.m_Slots[0].font_copy == nullptr) fonts.m_Slots[0] = {};
+    // What a refused file leaves in the slot; FontSet releases a whole font.
+    if (fonts.m_Slots[0].font_copy == nullptr) fonts.ReleaseFontData(&fonts.m_Slots[0]);
 }
 
 Sections MessageSections(const Bytes& bytes) {

@@ -105,7 +105,7 @@ void WriteLibrary(const std::filesystem::path& file, int count) {
 
 TEST(LibraryTexts, NeedNoMoreMemoryForMoreRecordings) {
     const HostileDisk disk;
-    double mebibytes[2] = {};
+    [[maybe_unused]] double mebibytes[2] = {};
     for (int large = 0; large < 2; ++large) {
         WriteLibrary(disk.Path() / std::to_string(large), large == 0 ? 500 : 5000);
         const Cost cost =
@@ -114,8 +114,10 @@ TEST(LibraryTexts, NeedNoMoreMemoryForMoreRecordings) {
         mebibytes[large] = cost.mebibytes;
         std::printf("%8.3f s %8.1f MiB\n", cost.seconds, cost.mebibytes);
     }
+#if !defined(ZELTRANS_SANITIZED)  // whose allocator keeps what is freed
     // The texts of 4500 recordings are 0.5 MiB, their documents 8 MiB.
     EXPECT_LE(mebibytes[1], mebibytes[0] + 2);
+#endif
 }
 
 }  // namespace

@@ -32,8 +32,9 @@ constexpr JsonCase kJsonCases[] = {
     {"message-document",
      "for file in *.json out/*.json; do [ $file = report.json ] || tr -d '\\n' <$file; echo; done | grep ."},
     {"font-document", "for file in disk/MACHINE/.*[0-9]; do zeltrans font $file --json - | tr -d '\\n'; echo; done"},
-    {"write-result", "zeltrans write text.json --to new --json; zeltrans write rgba.json --to no --json; "
-                     "echo '{\"version\":1,\"file\":{\"type\":1}}' | zeltrans write - --to no --json"},
+    {"write-result",
+     "zeltrans write text.json --to new --json; zeltrans write rgba.json --to no --json; "
+     "echo '{\"version\":1,\"file\":{\"type\":1}}' | zeltrans write - --to no --json"},
     {"recording", "for file in files/disk_*.json; do tr -d '\\n' <$file; echo; done"},
     {"recording", "zeltrans library show m.zellib 14 --json; zeltrans library show --json m.zellib 20"},
     {"library-entry", "zeltrans library list m.zellib --json"},
