@@ -1,6 +1,7 @@
 #include "host/native_path.h"
 
 #include <filesystem>
+#include <new>
 #include <system_error>
 
 namespace zel::host {
@@ -9,6 +10,7 @@ std::string AbsolutePath(const std::string& path) {
     if (!path.empty() && path.front() == '/') return path;
     std::error_code error;
     const std::string current = std::filesystem::current_path(error).string();
+    if (error == std::errc::not_enough_memory) throw std::bad_alloc();
     if (error) return path;
     return current == "/" ? current + path : current + '/' + path;
 }

@@ -204,8 +204,11 @@ TEST_F(FillCommand, FillsManyRecordsInConstantMemory) {
         return result.exit_code == 0 ? std::stoi(result.out) : 0;
     };
     const int few = peak(10);
+    [[maybe_unused]] const int many = peak(1000);
+#if !defined(__SANITIZE_ADDRESS__)  // whose allocator keeps what is freed
     // In KB; a message file has almost two.
-    EXPECT_LT(peak(1000), few + 1000);
+    EXPECT_LT(many, few + 1000);
+#endif
     EXPECT_EQ(m_disk.Shell("ls -A many | wc -l").out, "1000\n");
 }
 
