@@ -9,15 +9,6 @@
 
 namespace zel::cli {
 
-// The key is a file of its own, and a sheet shows many messages.
-bool IsSingleFile(std::string_view format) {
-    return format != "key-fill" && format != "sheet";
-}
-
-bool IsText(std::string_view format) {
-    return format == "json" || format == "html";
-}
-
 void SingleExportService::Begin(int number) {
     if (m_count++ == 0) m_recording = m_library.Find({m_disk, number});
 }
