@@ -137,7 +137,18 @@ class Stage {
         }
     }
 
-    /** Draws what has changed. */
+    /**
+     * Brings the picture up to date.
+     * @returns {Box | null}  the part that has changed.
+     */
+    compose() {
+        if (this.rows === null) return null;
+        const rows = new Placer(this.form, this.glyphs).place(this.rows);
+        this.rows = null;
+        return this.picture.show(rows);
+    }
+
+    /** Draws what has changed on the canvas. */
     draw() {
         this.isDrawn = true;
         if (!this.context) this.context = this.canvas.getContext('2d');
@@ -146,9 +157,7 @@ class Stage {
             this.context.clearRect(0, 0, this.form.width, this.form.height);
             this.context.drawImage(this.still, 0, 0);
         }
-        if (this.rows === null) return;
-        const changed = this.picture.show(new Placer(this.form, this.glyphs).place(this.rows));
-        this.rows = null;
+        const changed = this.compose();
         if (changed === null) return;
         const bytes = new Uint8ClampedArray(this.picture.pixels.buffer);
         this.context.putImageData(new ImageData(bytes, this.form.width, this.form.height), 0, 0, changed.left,

@@ -101,7 +101,12 @@ function waitForPerson(template) {
         end();
         template.openPanel();
     };
-    const end = () => names.forEach(name => window.removeEventListener(name, open));
+    const title = document.title;
+    const end = () => {
+        document.title = title;
+        names.forEach(name => window.removeEventListener(name, open));
+    };
+    document.title = title + ' (click to edit)';
     names.forEach(name => window.addEventListener(name, open));
     return end;
 }
