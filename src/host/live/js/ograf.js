@@ -1,0 +1,1 @@
+// The class of an OGraf graphic.

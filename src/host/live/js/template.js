@@ -1,0 +1,1 @@
+// Shows the message of the element zeltrans-form.
