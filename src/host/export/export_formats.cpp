@@ -8,6 +8,7 @@
 #include "host/export/key_fill_exporter.h"
 #include "host/export/png_exporter.h"
 #include "host/export/square_exporter.h"
+#include "host/export/template_exporter.h"
 #include "host/export/tga_exporter.h"
 
 namespace zel::exporter {
@@ -47,6 +48,12 @@ const std::vector<ExportFormat>& ExportFormats() {
          .description = "NAME.html, the picture with selectable text in place, and index.html",
          .make = MakeHtmlExporter,
          .files = {"*.html", "index.html"},
+         .is_text = true},
+        {.name = "template",
+         .description = "NAME.html, a page for CasparCG, SPX and browsers that fills the message's fields",
+         .make = MakeTemplateExporter,
+         .options = {"fit", "fade-in", "fade-out"},
+         .files = {"*.html", "*_template.html"},
          .is_text = true},
         {.name = "sheet",
          .description = "contact-sheet-001.png and following, 30 messages per page with number and first line",
