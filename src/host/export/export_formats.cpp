@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/export/clip_exporter.h"
 #include "host/export/contact_sheet_exporter.h"
 #include "host/export/html_exporter.h"
 #include "host/export/json_exporter.h"
@@ -39,6 +40,16 @@ const std::vector<ExportFormat>& ExportFormats() {
          .options = {"premultiplied", "small", "pixel-shape", "clear-colour"},
          .files = {"*_square.png"},
          .has_alpha = true},
+        {.name = "clip",
+         .description = "NAME_qtrle_straight.mov and the like, the picture as a clip with fades, by ffmpeg",
+         .make = MakeClipExporter,
+         .options = {"premultiplied", "frame", "fit", "clear-colour", "codec", "fade-in", "hold", "fade-out"},
+         .files = {"*_qtrle_straight.mov", "*_qtrle_premultiplied.mov", "*_prores_straight.mov",
+                   "*_prores_premultiplied.mov", "*_qtrle_straight.txt", "*_qtrle_premultiplied.txt",
+                   "*_prores_straight.txt", "*_prores_premultiplied.txt"},
+         .has_alpha = true,
+         .is_single_file = false,
+         .names_tell_alpha = true},
         {.name = "json",
          .description = "NAME.json, the message with rows, characters, fields, fonts and sources",
          .make = MakeJsonExporter,
