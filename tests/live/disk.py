@@ -6,13 +6,14 @@ import os
 import random
 import re
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
 from pathlib import Path
 
 try:
-    from PIL import Image, ImageChops
+    from PIL import Image
 except ImportError:
     sys.exit(77)
 
@@ -41,7 +42,7 @@ def sample_disk(folder):
     return folder / "disk"
 
 
-def export(disk, formats, *arguments):
+def export(disk, formats, *arguments, check=True):
     """The folders of the formats by name, with the files of all messages of a disk."""
     library = disk.with_suffix(".zellib")
     if not library.exists():
@@ -49,7 +50,7 @@ def export(disk, formats, *arguments):
     folders = {name: disk.with_suffix(f".{name}") for name in formats}
     for name, folder in folders.items():
         options = arguments if name != "png" else ()
-        run(ZELTRANS, "export", library, "--format", name, "--out", folder, *options)
+        run(ZELTRANS, "export", library, "--format", name, "--out", folder, *options, check=check)
     return folders
 
 
@@ -57,10 +58,22 @@ def picture(file):
     return Image.open(file).convert("RGBA")
 
 
+class Multiplied(dict):
+    """Pixels as numbers, by what they are before their colours are multiplied by alpha, each to the nearest."""
+
+    def __missing__(self, pixel):
+        *colours, alpha = pixel.to_bytes(4, "little")
+        result = bytes((colour * alpha + 127) // 255 for colour in colours) + bytes([alpha])
+        self[pixel] = int.from_bytes(result, "little")
+        return self[pixel]
+
+
+MULTIPLIED = Multiplied()
+
+
 def multiplied(image):
-    """The bytes of a picture whose colours are multiplied by their alpha, each to the nearest."""
-    *colours, alpha = image.split()
-    return Image.merge("RGBA", [ImageChops.multiply(colour, alpha) for colour in colours] + [alpha]).tobytes()
+    """The pixels of a picture whose colours are multiplied by their alpha."""
+    return [MULTIPLIED[pixel] for (pixel,) in struct.iter_unpack("<I", image.tobytes())]
 
 
 def form_of(page):
@@ -68,9 +81,10 @@ def form_of(page):
     return json.loads(re.search(r'<script type="application/json" id="zeltrans-form">(.*?)</script>', text, re.S)[1])
 
 
-def page_of(folder, number):
-    (page,) = Path(folder).glob(f"{number:04d}*.html")
-    return page
+def file_of(folder, number, suffix):
+    """The file or folder that an export made of a message."""
+    (file,) = Path(folder).glob(f"*_{number:04d}{suffix}")
+    return file
 
 
 def filled(message, records, folder, overflow="squeeze"):

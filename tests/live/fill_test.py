@@ -67,14 +67,15 @@ def check_messages(disk, folder):
             continue
         (folder / page.stem).with_suffix(".json").write_text(json.dumps(form))
         jobs.append(((folder / page.stem).with_suffix(".json"), []))
-        expected.append([digest(picture(exports["png"] / (page.name[:4] + ".png")))])
+        expected.append([digest(picture(exports["png"] / (page.stem + ".png")))])
     assert len(jobs) == 19, len(jobs)
     for (form, _), got, wanted in zip(jobs, drawn(jobs), expected):
         assert got == wanted, form
 
 
 def make_forms(choose, disk, folder):
-    documents = [json.loads(file.read_text()) for file in sorted(export(disk, ["json"])["json"].glob("*.json"))]
+    run(ZELTRANS, "batch", disk, "--maps", disk, "--out", folder / "documents")
+    documents = [json.loads(file.read_text()) for file in sorted((folder / "documents").glob("*.json"))]
     documents = [document for document in documents if document.get("file", {}).get("rows")]
     made = folder / "made"
     (made / "MESSAGES").mkdir(parents=True)
@@ -88,10 +89,11 @@ def make_forms(choose, disk, folder):
 
 def check_forms(choose, disk, folder):
     made = make_forms(choose, disk, folder)
-    pages = export(made, ["template"])["template"]
+    # A field that can't be filled is a fault of the export, which leaves it out.
+    pages = export(made, ["template"], check=False)["template"]
     jobs, expected = [], []
     for number in range(1, FORMS + 1):
-        form = form_of(page_of(pages, number))
+        form = form_of(file_of(pages, number, ".html"))
         file = folder / f"made{number}.json"
         file.write_text(json.dumps(form))
         records = random_records(choose, form)
