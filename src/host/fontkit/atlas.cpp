@@ -143,12 +143,13 @@ picture::Picture StoredPage(const FontArt& art, const Atlas& atlas, int page) {
     });
 }
 
-picture::Picture GlyphPicture(const FontArt& art, const GlyphArt& glyph, unsigned set) {
-    picture::Picture picture = picture::ClearPicture(glyph.width, glyph.height);
+picture::Picture GlyphPicture(const FontArt& art, const GlyphArt& glyph, unsigned set, const picture::PixelBox& box) {
+    picture::Picture picture = picture::ClearPicture(box.Width(), box.Height());
     const picture::PixelView view = picture.View();
-    for (int y = 0; y < glyph.height; ++y) {
-        DrawColouredRow(art, glyph, set, static_cast<std::size_t>(y) * static_cast<std::size_t>(glyph.width),
-                        view.Row(y));
+    for (int y = 0; y < box.Height(); ++y) {
+        const auto first = static_cast<std::size_t>(box.top + y) * static_cast<std::size_t>(glyph.width) +
+                           static_cast<std::size_t>(box.left);
+        DrawColouredRow(art, glyph, set, first, view.Row(y));
     }
     return picture;
 }

@@ -44,7 +44,11 @@ picture::Picture PlanePage(const FontArt& art, const Atlas& atlas, int page, Pla
 /// A page with the stored glyphs alone, with straight alpha.
 picture::Picture StoredPage(const FontArt& art, const Atlas& atlas, int page);
 
-/// One glyph in a colour set, with straight alpha.
-picture::Picture GlyphPicture(const FontArt& art, const GlyphArt& glyph, unsigned set);
+/// A part of a glyph in a colour set, with straight alpha.
+picture::Picture GlyphPicture(const FontArt& art, const GlyphArt& glyph, unsigned set, const picture::PixelBox& box);
+/// The whole glyph likewise.
+inline picture::Picture GlyphPicture(const FontArt& art, const GlyphArt& glyph, unsigned set) {
+    return GlyphPicture(art, glyph, set, {0, 0, glyph.width, glyph.height});
+}
 
 }  // namespace zel::fontkit

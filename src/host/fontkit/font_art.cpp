@@ -269,6 +269,17 @@ class ArtReader {
 
 }  // namespace
 
+picture::PixelBox GlyphArt::VisibleBox() const noexcept {
+    picture::PixelBox box{width, height, 0, 0};
+    const std::size_t count = std::max(levels.size(), pixels.size());
+    for (std::size_t pixel = 0; pixel < count; ++pixel) {
+        if ((kind == ArtKind::kStored ? pixels[pixel].alpha : levels[pixel]) == 0) continue;
+        const int x = static_cast<int>(pixel) % width, y = static_cast<int>(pixel) / width;
+        box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1), std::max(box.bottom, y + 1)};
+    }
+    return box;
+}
+
 FontArt ReadFontArt(CZelFont& fonts, const ColourSets& sets, ArtLayers layers) {
     return ArtReader(fonts, sets, layers).Read();
 }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/fontkit/colour_sets.h"
-#include "host/picture/pixel.h"
+#include "host/picture/pixel_view.h"
 
 class CZelFont;
 
@@ -59,6 +59,8 @@ struct GlyphArt {
     std::vector<ArtLayer> layers;
 
     bool IsBlank() const noexcept { return kind == ArtKind::kBlank; }
+    /// The part of the bitmap that has visible pixels.
+    picture::PixelBox VisibleBox() const noexcept;
 };
 
 /// A glyph that can't be drawn.

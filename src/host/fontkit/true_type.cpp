@@ -72,7 +72,9 @@ class TrueTypeBuilder {
                 glyph.outline = std::move(*outline);
                 // A bitmap's place is measured from the lower left corner of the outline: a contour of one point, which
                 // draws nothing, puts that corner on the bitmap's.
-                if (anchored) glyph.outline.contours.push_back({{0, m_scale.Y(art.top - art.height)}});
+                const picture::PixelBox box = art.VisibleBox();
+                if (anchored)
+                    glyph.outline.contours.push_back({{m_scale.X(box.left), m_scale.Y(art.top - box.bottom)}});
             }
             m_characters[kPrivateUse + art.code] = m_glyphs.size();
             if (!base::IsControl(art.code)) m_characters[art.code] = m_glyphs.size();
@@ -168,9 +170,10 @@ class TrueTypeBuilder {
         std::vector<std::string> images(m_glyphs.size());
         for (const OwnGlyph& own : m_own) {
             if (own.art->IsBlank()) continue;
+            // Without the clear borders, since some programs erase the neighbour with them.
             const picture::PngForm form{.effort = picture::PngEffort::kSmall,
                                         .aspect_chunk = picture::AspectChunk::kNone};
-            images[own.number] = picture::EncodePng(GlyphPicture(m_art, *own.art, set), form);
+            images[own.number] = picture::EncodePng(GlyphPicture(m_art, *own.art, set, own.art->VisibleBox()), form);
         }
         SfntTable offsets, data;
         const std::size_t start = kStrikeHeader + (images.size() + 1) * 4;

@@ -255,8 +255,7 @@ void AddOptions(CLI::App& command, FontArguments& arguments) {
     AddSettings(command, arguments.settings);
     AddStrict(command, arguments.strict);
     AddVerbosity(command, true);
-    AddExample(command, "zeltrans font DISK/MACHINE/.0012 --png glyphs.png");
-    AddExample(command, "zeltrans font DISK --kit fonts --otf");
+    AddExample(command, "zeltrans font DISK/MACHINE/.0012 --png glyphs.png\n  zeltrans font DISK --kit fonts --otf");
 }
 
 }  // namespace
