@@ -58,7 +58,7 @@ void FontKit::ForEachFile(Use use) const {
     }
     for (const GlyphArt& glyph : m_art.glyphs) {
         if (glyph.IsBlank()) continue;
-        use(KitNames::Glyph(glyph.code), [&] { return ColouredPng(GlyphPicture(m_art, glyph, m_options.set)); });
+        use(m_names.Glyph(glyph.code), [&] { return ColouredPng(GlyphPicture(m_art, glyph, m_options.set)); });
     }
     if (m_options.true_type) {
         use(m_names.TrueType(), [&] { return m_layered; });

@@ -66,7 +66,7 @@ Json PalettesJson(const FontArt& art) {
     return palettes;
 }
 
-Json GlyphsJson(const FontArt& art, const Atlas& atlas) {
+Json GlyphsJson(const FontArt& art, const Atlas& atlas, const KitNames& names) {
     Json glyphs = Json::array();
     for (std::size_t index = 0; index < art.glyphs.size(); ++index) {
         const GlyphArt& glyph = art.glyphs[index];
@@ -83,7 +83,7 @@ Json GlyphsJson(const FontArt& art, const Atlas& atlas) {
                           {"x_offset", 0},
                           {"y_offset", glyph.IsBlank() ? 0 : art.base - glyph.top},
                           {"advance", glyph.advance},
-                          {"file", glyph.IsBlank() ? Json(nullptr) : Json(KitNames::Glyph(glyph.code))}});
+                          {"file", glyph.IsBlank() ? Json(nullptr) : Json(names.Glyph(glyph.code))}});
     }
     return glyphs;
 }
@@ -120,7 +120,7 @@ std::string KitMetricsJson(const FontArt& art, const Atlas& atlas, const KitName
                           {"sets", SetsJson(art, names)},
                           {"pages", PagesJson(art, atlas, names)},
                           {"palettes", PalettesJson(art)},
-                          {"glyphs", GlyphsJson(art, atlas)},
+                          {"glyphs", GlyphsJson(art, atlas, names)},
                           {"lost", LostJson(art)}};
     return document::IndentedJson(metrics.dump(-1, ' ', false, Json::error_handler_t::replace)) + "\n";
 }

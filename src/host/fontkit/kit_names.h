@@ -20,15 +20,13 @@ class KitNames {
         return m_stem + '_' + content + '_' + std::to_string(page) + ".png";
     }
     /// In a directory of its own: the code with three digits.
-    static std::string Glyph(unsigned code) {
+    std::string Glyph(unsigned code) const {
         const std::string digits = std::to_string(code);
-        return std::string(kGlyphs) + '/' + std::string(3 - digits.size(), '0') + digits + ".png";
+        return m_stem + "_glyphs/" + std::string(3 - digits.size(), '0') + digits + ".png";
     }
     std::string TrueType() const { return m_stem + ".ttf"; }
     std::string PixelTrueType() const { return m_stem + "-pixels.ttf"; }
     const std::string& Stem() const noexcept { return m_stem; }
-
-    static constexpr std::string_view kGlyphs = "glyphs";
 
   private:
     std::string SetStem(unsigned set) const { return m_stem + "_set" + std::to_string(set); }

@@ -250,7 +250,7 @@ TEST_F(Kit, NamesEveryFileThatItWritesAndNoOther) {
     EXPECT_THAT(files["0001_set5.fnt"], HasSubstr("page id=0 file=\"0001_set5_0.png\"\n"));
     EXPECT_THAT(files["0001_set5.fnt"],
                 HasSubstr("char id=65 x=1 y=1 width=8 height=8 xoffset=0 yoffset=894 xadvance=9 page=0 chnl=15\n"));
-    EXPECT_TRUE(files.contains("glyphs/065.png"));
+    EXPECT_TRUE(files.contains("0001_glyphs/065.png"));
 }
 
 TEST_F(Kit, WritesNamesWithQuotesAndMarksSoThatTheyCanBeRead) {

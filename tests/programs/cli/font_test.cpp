@@ -66,7 +66,7 @@ TEST(FontCommand, WritesTheKitsOfADiskAndGoesOnAfterAFailure) {
     EXPECT_THAT(result.err, HasSubstr("MACHINE/.0014: "));
     EXPECT_THAT(result.out, EndsWith("2 fonts of 3 written to kits\n"));
     EXPECT_TRUE(std::filesystem::exists(disk / "kits/0013/0013_set7.fnt"));
-    EXPECT_EQ(disk.Shell("diff -r kits/0012/glyphs kits/0013/glyphs").exit_code, 0);
+    EXPECT_EQ(disk.Shell("diff -r kits/0012/0012_glyphs kits/0013/0013_glyphs").exit_code, 0);
 }
 
 struct KitRefusal {
