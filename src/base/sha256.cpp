@@ -42,14 +42,14 @@ class Digest {
 };
 
 /// Adds a file's bytes to a digest. @throws std::runtime_error with the reason.
-void AddFile(Digest& digest, const std::filesystem::path& file, const std::function<bool()>& stop) {
+void AddFile(Digest& digest, const std::filesystem::path& file, const std::function<bool()>& stop,
+             std::uint64_t largest) {
     const FileDescriptor in = OpenRegularFile(file);
-    const auto refuse_size = [] {
-        throw std::runtime_error("it is larger than " + std::to_string(kLargestHashedFile >> 20) + " MiB");
+    const auto refuse_size = [largest] {
+        throw std::runtime_error("it is larger than " + std::to_string(largest >> 20) + " MiB");
     };
     struct stat status {};
-    if (::fstat(in.Get(), &status) == 0 && static_cast<std::uint64_t>(status.st_size) > kLargestHashedFile)
-        refuse_size();
+    if (::fstat(in.Get(), &status) == 0 && static_cast<std::uint64_t>(status.st_size) > largest) refuse_size();
     // One byte more than the file has, so that one read reaches its end.
     constexpr std::size_t kSmallest = std::size_t{1} << 12, kLargest = std::size_t{1} << 16;
     const std::size_t piece_size = std::clamp(static_cast<std::size_t>(status.st_size) + 1, kSmallest, kLargest);
@@ -61,7 +61,7 @@ void AddFile(Digest& digest, const std::filesystem::path& file, const std::funct
         if (size < piece_size && errno != 0) throw std::system_error(errno, std::generic_category());
         digest.Add({piece.get(), size});
         if (size < piece_size) return;
-        if ((read += size) > kLargestHashedFile) refuse_size();
+        if ((read += size) > largest) refuse_size();
     }
 }
 
@@ -73,10 +73,10 @@ std::string Sha256(std::string_view bytes) {
     return digest.TakeHex();
 }
 
-std::string Sha256OfFile(const std::filesystem::path& file, const std::function<bool()>& stop) {
+std::string Sha256OfFile(const std::filesystem::path& file, const std::function<bool()>& stop, std::uint64_t largest) {
     Digest digest;
     try {
-        AddFile(digest, file, stop);
+        AddFile(digest, file, stop, largest);
     } catch (const std::runtime_error& error) {
         throw std::runtime_error(file.string() + ": could not be read: " + error.what());
     }

@@ -40,6 +40,10 @@ std::set<std::string> NamesIn(const Manifest& manifest) {
     return names;
 }
 
+library::RecordingKey KeyOf(const ManifestMessage& message) {
+    return {message.disk, message.number};
+}
+
 template <typename Item>
 void MoveTo(std::vector<Item>& target, std::vector<Item>& source) {
     target.insert(target.end(), std::make_move_iterator(source.begin()), std::make_move_iterator(source.end()));
@@ -51,14 +55,20 @@ bool IsOf(const std::vector<std::string>& formats, const std::string& failure) {
     return HasName(formats, name == "thumbnail" ? "sheet" : name);
 }
 
-/// Whether the pictures of a format differ by the option.
+/// Whether the pictures of a format differ by the option, and their names don't tell how.
 bool Takes(const std::string& format, std::string_view option) {
     const ExportFormat* const found = FindExportFormat(format);
-    return found != nullptr && found->Takes(option);
+    return found != nullptr && found->Takes(option) && !(option == "premultiplied" && found->names_tell_alpha);
 }
 
 bool AnyTakes(const Manifest& manifest, std::string_view option) {
     return std::ranges::any_of(manifest.formats, [&](const std::string& name) { return Takes(name, option); });
+}
+
+/// A list that two formats have under one name: that of pages.
+bool HasOtherIndex(const Manifest& planned, const Manifest& earlier) {
+    return (HasName(planned.formats, "site") && HasName(earlier.formats, "html")) ||
+           (HasName(planned.formats, "html") && HasName(earlier.formats, "site"));
 }
 
 /// Whether a fill has the name that a PNG of its message would have: its key is NAME_A.png.
@@ -101,13 +111,24 @@ Manifest EarlierExport(const std::filesystem::path& directory) {
     DropMissing(directory, manifest->range_files);
     std::erase_if(manifest->messages,
                   [](const ManifestMessage& message) { return message.files.empty() && message.failures.empty(); });
+    std::ranges::stable_sort(manifest->messages, {}, KeyOf);
     return std::move(*manifest);
 }
 
+const ManifestMessage* FindMessage(const Manifest& earlier, const library::RecordingKey& key) {
+    const auto found = std::ranges::lower_bound(earlier.messages, key, {}, KeyOf);
+    return found != earlier.messages.end() && KeyOf(*found) == key ? &*found : nullptr;
+}
+
 void CheckGoTogether(const Manifest& earlier, const Manifest& planned) {
+    if (HasOtherIndex(planned, planned))
+        throw std::runtime_error("site and html each have an index.html: choose one of them");
+    if (HasOtherIndex(planned, earlier)) RefuseOther("pages of another format with an index.html");
     if (std::ranges::all_of(earlier.messages, [](const auto& message) { return message.files.empty(); })) return;
     if (HasName(planned.formats, "png") && HasFillInPlaceOfPng(earlier))
         RefuseOther("fills of key-fill with the names of png");
+    if (HasName(planned.formats, "html") && HasName(earlier.formats, "template") && !HasName(earlier.formats, "html"))
+        RefuseOther("templates with the names of pages");
     if (AnyTakes(planned, "premultiplied") && AnyTakes(earlier, "premultiplied") &&
         planned.premultiplied != earlier.premultiplied) {
         RefuseOther(std::string("pictures with ") + (earlier.premultiplied ? "premultiplied" : "straight") +

@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "host/export/manifest.h"
+#include "host/library/recording.h"
 
 namespace zel::exporter {
 
-/// What earlier exports have left in a directory: its manifest, without the files that are gone. Empty without a
-/// manifest.
+/// What earlier exports have left in a directory: its manifest, without the files that are gone, its messages sorted by
+/// disk and number. Empty without a manifest.
 /// @throws std::runtime_error with the file's name for a manifest.json that no export has written.
 Manifest EarlierExport(const std::filesystem::path& directory);
 
@@ -18,6 +19,9 @@ Manifest EarlierExport(const std::filesystem::path& directory);
 /// @param planned  the formats and the kind of pictures of the new export.
 /// @throws std::runtime_error with the reason.
 void CheckGoTogether(const Manifest& earlier, const Manifest& planned);
+
+/// The message with a key, in a manifest of EarlierExport; null if there is none.
+const ManifestMessage* FindMessage(const Manifest& earlier, const library::RecordingKey& key);
 
 bool HasName(const std::vector<std::string>& names, std::string_view name);
 

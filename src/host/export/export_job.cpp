@@ -7,8 +7,6 @@
 #include <system_error>
 #include <utility>
 
-#include "base/sha256.h"
-#include "base/whole_file.h"
 #include "host/export/earlier_export.h"
 #include "host/export/export_formats.h"
 #include "host/export/file_names.h"
@@ -68,16 +66,19 @@ ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::str
                 [this](Outcome outcome) { Collect(std::move(outcome)); }) {
     m_earlier = EarlierExport(m_directory);
     m_options.fill_beside_png = HasName(m_formats, "png") || HasName(m_earlier.formats, "png");
+    m_options.template_beside_html = HasName(m_formats, "html") || HasName(m_earlier.formats, "html");
     for (const std::string& name : m_formats) {
         const ExportFormat* format = FindExportFormat(name);
         if (format == nullptr) throw std::runtime_error("there is no export format " + name);
         m_exporters.push_back(format->make(m_options));
         m_wants_thumbnails = m_wants_thumbnails || m_exporters.back()->WantsThumbnails();
+        m_wants_files_beside = m_wants_files_beside || m_exporters.back()->WantsFilesBeside();
     }
     m_manifest.formats = m_formats;
     m_manifest.premultiplied = m_options.premultiplied;
     if (m_options.frame) m_manifest.frame = TextOf(*m_options.frame) + " " + NameOf(m_options.fit);
     CheckGoTogether(m_earlier, m_manifest);
+    for (const auto& exporter : m_exporters) exporter->Begin(m_directory, m_earlier);
     CreateDirectory(m_directory);
 }
 
@@ -97,6 +98,10 @@ void ExportJob::Export(library::Recording recording) {
 void ExportJob::ReserveStem(const library::Recording& recording) {
     const std::string stem = StemOf(recording.disk, recording.number);
     if (!m_stems.insert(stem).second) throw std::runtime_error("another message has the file name " + stem);
+}
+
+bool ExportJob::WantsSources() const {
+    return std::ranges::any_of(m_exporters, [](const auto& exporter) { return exporter->WantsSources(); });
 }
 
 ExportSummary ExportJob::Finish() {
@@ -119,7 +124,12 @@ ExportJob::Outcome ExportJob::Work(const library::Recording& recording) const {
     outcome.message.title = TitleOf(recording.text);
     ExportSubject subject(recording, m_options);
     outcome.message.stem = subject.Stem();
-    for (std::size_t n = 0; n < m_exporters.size(); ++n) ExportIn(n, subject, outcome);
+    for (const bool last : {false, true}) {
+        if (last && m_wants_files_beside) subject.SetFilesBeside(FilesBeside(recording, outcome.files));
+        for (std::size_t n = 0; n < m_exporters.size(); ++n) {
+            if (m_exporters[n]->WantsFilesBeside() == last) ExportIn(n, subject, outcome);
+        }
+    }
     if (m_wants_thumbnails && !recording.picture.empty()) {
         const std::string reason =
             ReasonOf([&] { outcome.message.thumbnail = Thumbnail(subject.Frame(), recording.standard); });
@@ -129,16 +139,26 @@ ExportJob::Outcome ExportJob::Work(const library::Recording& recording) const {
     return outcome;
 }
 
-void ExportJob::ExportIn(std::size_t format, ExportSubject& message, Outcome& outcome) const {
-    const std::string reason = ReasonOf([&] {
-        for (const ExportedFile& file : m_exporters[format]->Export(message)) outcome.files.push_back(Write(file));
-    });
-    if (!reason.empty()) outcome.failures.push_back(m_formats[format] + ": " + reason);
+/// The files of earlier exports and of this one. Exports to several threads, none of which changes m_earlier.
+std::vector<std::string> ExportJob::FilesBeside(const library::Recording& recording,
+                                                const std::vector<ManifestFile>& files) const {
+    std::vector<std::string> names;
+    for (const ManifestFile& file : files) names.push_back(file.name);
+    if (const ManifestMessage* earlier = FindMessage(m_earlier, {recording.disk, recording.number})) {
+        for (const ManifestFile& file : earlier->files) {
+            if (!HasName(names, file.name)) names.push_back(file.name);
+        }
+    }
+    return names;
 }
 
-ManifestFile ExportJob::Write(const ExportedFile& file) const {
-    base::WriteWholeFile(m_directory / file.name, file.bytes);
-    return {file.name, file.bytes.size(), base::Sha256(file.bytes)};
+void ExportJob::ExportIn(std::size_t format, ExportSubject& message, Outcome& outcome) const {
+    const std::string reason = ReasonOf([&] {
+        for (const ExportedFile& file : m_exporters[format]->Export(message))
+            outcome.files.push_back(WriteExported(m_directory, file));
+    });
+    for (const std::string& note : message.TakeNotes()) outcome.failures.push_back(m_formats[format] + ": " + note);
+    if (!reason.empty()) outcome.failures.push_back(m_formats[format] + ": " + reason);
 }
 
 void ExportJob::Collect(Outcome outcome) {
@@ -164,7 +184,7 @@ void ExportJob::Collect(Outcome outcome) {
 
 void ExportJob::WriteRangeFiles(const std::vector<ExportedFile>& files) {
     for (const ExportedFile& file : files) {
-        const ManifestFile written = Write(file);
+        const ManifestFile written = WriteExported(m_directory, file);
         Count(written);
         PutFile(written, m_manifest.range_files);
     }
@@ -172,7 +192,7 @@ void ExportJob::WriteRangeFiles(const std::vector<ExportedFile>& files) {
 
 void ExportJob::WriteManifest() {
     WriteRangeFiles({{kManifestName, ManifestJson(m_manifest)}});
-    Count(Write({kChecksumsName, ChecksumLines(m_manifest)}));
+    Count(WriteExported(m_directory, {kChecksumsName, ChecksumLines(m_manifest)}));
 }
 
 void ExportJob::Count(const ManifestFile& file) {

@@ -38,8 +38,7 @@ class ExportJob {
     /// @param formats    names of ExportFormats; a repeated name counts once.
     /// @param jobs       number of messages processed in parallel, at least 1; the files don't depend on it.
     /// @throws std::runtime_error for an unknown name, for a directory that can't be created, and for one with a
-    /// foreign
-    ///         manifest.json or with pictures of another kind.
+    ///         foreign manifest.json or with files that the new ones can't be added to.
     ExportJob(std::filesystem::path directory, const std::vector<std::string>& formats, const ExportOptions& options,
               int jobs = 1);
     /// Waits for the messages in progress.
@@ -51,6 +50,9 @@ class ExportJob {
     /// the message is written; at most as many messages as jobs are in memory.
     void Export(library::Recording recording);
 
+    /// Whether Recording::files is used.
+    bool WantsSources() const;
+
     /// Waits for all messages and writes the files of the whole range. Called once, last.
     ExportSummary Finish();
 
@@ -60,7 +62,8 @@ class ExportJob {
     void ReserveStem(const library::Recording& recording);
     Outcome Work(const library::Recording& recording) const;
     void ExportIn(std::size_t format, ExportSubject& message, Outcome& outcome) const;
-    ManifestFile Write(const ExportedFile& file) const;
+    std::vector<std::string> FilesBeside(const library::Recording& recording,
+                                         const std::vector<ManifestFile>& files) const;
 
     void Collect(Outcome outcome);
     void WriteRangeFiles(const std::vector<ExportedFile>& files);
@@ -72,7 +75,7 @@ class ExportJob {
     ExportOptions m_options;
     /// In the order of m_formats.
     std::vector<std::unique_ptr<Exporter>> m_exporters;
-    bool m_wants_thumbnails = false;
+    bool m_wants_thumbnails = false, m_wants_files_beside = false;
     /// Of the messages passed to Export.
     std::set<std::string> m_stems;
     /// Changed on the thread of m_workers that collects the outcomes.

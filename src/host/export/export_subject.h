@@ -2,6 +2,8 @@
 
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/export/export_options.h"
 #include "host/library/recording.h"
@@ -24,6 +26,14 @@ class ExportSubject {
     /// The beginning of the names of the message's files.
     const std::string& Stem() const noexcept { return m_stem; }
 
+    /// The names of the files of other formats that the message has in the directory, as far as they are known.
+    const std::vector<std::string>& FilesBeside() const noexcept { return m_files_beside; }
+    void SetFilesBeside(std::vector<std::string> files) { m_files_beside = std::move(files); }
+
+    /// What a user is told of a file that is written but lacks something, a line without the message's name.
+    void AddNote(std::string note) { m_notes.push_back(std::move(note)); }
+    std::vector<std::string> TakeNotes() { return std::exchange(m_notes, {}); }
+
     /// The picture in a frame of the message's video standard, straight alpha.
     /// @throws std::runtime_error if there is no picture, or if it can't be read.
     const picture::Picture& Frame();
@@ -36,6 +46,8 @@ class ExportSubject {
     const library::Recording& m_recording;
     std::string m_stem;
     const ExportOptions m_options;
+    std::vector<std::string> m_files_beside;
+    std::vector<std::string> m_notes;
     std::optional<picture::Picture> m_frame, m_output;
 };
 

@@ -1,7 +1,5 @@
 #include "host/export/html_text.h"
 
-#include <nettle/base64.h>
-
 #include "base/sha256.h"
 #include "host/export/utf8.h"
 
@@ -31,12 +29,6 @@ std::string HtmlText(std::string_view text) {
         }
     }
     return html;
-}
-
-std::string Base64(std::string_view bytes) {
-    std::string text(BASE64_ENCODE_RAW_LENGTH(bytes.size()), '\0');
-    base64_encode_raw(text.data(), bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
-    return text;
 }
 
 std::string HtmlHead(std::string_view title, std::string_view style) {

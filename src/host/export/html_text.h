@@ -3,13 +3,14 @@
 #include <string>
 #include <string_view>
 
+#include "base/base64.h"
+
 namespace zel::exporter {
 
 /// Any text, escaped for use between tags and in a quoted attribute; valid UTF-8.
 std::string HtmlText(std::string_view text);
 
-/// Bytes in base64, with padding.
-std::string Base64(std::string_view bytes);
+using base::Base64;
 
 /// The beginning of a page up to and including <body>. The page's policy allows pictures embedded in the page and this
 /// style, by its checksum, and forbids scripts, forms and everything that is loaded.

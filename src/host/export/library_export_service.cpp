@@ -10,6 +10,7 @@ void LibraryExportService::Begin(int number) {
     m_recording.reset();
     try {
         m_recording = m_library.Find({m_disk, number});
+        if (m_recording && m_job.WantsSources()) m_files.AddTo(*m_recording);
     } catch (const library::LibraryError& error) {
         m_failures.push_back(std::to_string(number) + ": " + error.what());
     }

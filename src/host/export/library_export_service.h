@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/export/export_job.h"
+#include "host/export/source_files.h"
 #include "host/export_service.h"
 #include "host/library/library.h"
 
@@ -16,7 +17,7 @@ class LibraryExportService : public host::ExportService {
   public:
     /// @param library, job  kept alive by the caller.
     LibraryExportService(library::Library& library, std::string disk, ExportJob& job)
-        : m_library(library), m_disk(std::move(disk)), m_job(job) {}
+        : m_library(library), m_disk(std::move(disk)), m_job(job), m_files(library) {}
 
     bool Has(int number) override;
     void Begin(int number) override;
@@ -34,6 +35,7 @@ class LibraryExportService : public host::ExportService {
     ExportJob& m_job;
     /// Between Begin and Complete.
     std::optional<library::Recording> m_recording;
+    SourceFiles m_files;
     std::vector<std::string> m_failures;
     std::vector<int> m_with_warnings;
 };

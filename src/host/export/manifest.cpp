@@ -34,9 +34,19 @@ Json Messages(const Manifest& manifest) {
     return list;
 }
 
-bool IsPlainName(const std::string& name) {
+bool IsPlainName(std::string_view name) {
     const auto is_bad = [](char c) { return c == '/' || c == '\\' || static_cast<unsigned char>(c) < ' '; };
     return !name.empty() && name != "." && name != ".." && std::ranges::none_of(name, is_bad);
+}
+
+/// Whether a name leads to no other place than the directory and its folders.
+bool IsPlainPath(std::string_view path) {
+    for (;;) {
+        const std::size_t slash = path.find('/');
+        if (!IsPlainName(path.substr(0, slash))) return false;
+        if (slash == std::string_view::npos) return true;
+        path.remove_prefix(slash + 1);
+    }
 }
 
 bool IsSha256(const std::string& digits) {
@@ -53,7 +63,7 @@ std::vector<ManifestFile> ReadFiles(const Json& list) {
     for (const Json& entry : list) {
         ManifestFile file{entry.at("name").get<std::string>(), entry.at("size").get<std::uint64_t>(),
                           entry.at("sha256").get<std::string>()};
-        if (!IsPlainName(file.name) || !IsSha256(file.sha256)) Reject();
+        if (!IsPlainPath(file.name) || !IsSha256(file.sha256)) Reject();
         files.push_back(std::move(file));
     }
     return files;

@@ -14,6 +14,7 @@ inline constexpr const char* kChecksumsName = "SHA256SUMS";
 
 /// A file that was written.
 struct ManifestFile {
+    /// With "/" in the path of a file in a folder.
     std::string name;
     /// In bytes.
     std::uint64_t size = 0;
@@ -44,8 +45,8 @@ struct Manifest {
 /// manifest.json: the messages with their files, sizes, checksums and failures; described in docs/json.md.
 std::string ManifestJson(const Manifest& manifest);
 
-/// Reads what ManifestJson has written; empty for any other text. Names of files are checked: they have no separator
-/// and no control character.
+/// Reads what ManifestJson has written; empty for any other text. Names of files are checked: they
+/// lead to no place outside the directory, and have no control character.
 std::optional<Manifest> ParseManifest(std::string_view text);
 
 /// SHA256SUMS: a line for each file, in the form that sha256sum --check reads.

@@ -12,6 +12,7 @@
 #include "host/document/json_version.h"
 #include "host/export/export_formats.h"
 #include "host/export/export_job.h"
+#include "host/export/file_patterns.h"
 #include "host/export/library_export_service.h"
 #include "host/library/library.h"
 #include "host/run/export_run.h"
@@ -88,19 +89,16 @@ std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& 
     if (failures.empty() && summary.messages == 0) return NoMessage(arguments);
     if (failures.empty()) return {};
     for (const std::string& failure : failures) PrintNote(failure);
-    return base::Counted(failures.size(), "file") + " could not be exported, the first: " + failures.front();
+    return base::Counted(failures.size(), "fault") + " in the export, the first: " + failures.front();
 }
 
-/// Whether an export may give a file this name: NUMBER.png, news_NUMBER_square.png and the like, or a list.
-bool IsExportFile(std::string_view name) {
-    if (name == "SHA256SUMS" || name == "manifest.json" || name == "index.html") return true;
-    if (name.starts_with("contact-sheet-")) return true;
-    std::string_view stem = name.substr(0, name.find('.'));
-    for (const std::string_view suffix : {"_A", "_key", "_fill", "_square"}) {
-        if (stem.ends_with(suffix)) stem.remove_suffix(suffix.size());
+/// The directory of an export, and the folders in it that the formats have.
+void WriteInto(const std::string& directory, CommandFiles& files) {
+    files.WriteInto(directory, [](std::string_view name) { return exporter::IsExportFile({}, name); });
+    for (const std::string& folder : exporter::FoldersOf(exporter::ExportFormats())) {
+        files.WriteInto(directory + '/' + folder,
+                        [folder](std::string_view name) { return exporter::IsExportFile(folder, name); });
     }
-    const std::string_view number = stem.substr(stem.rfind('_') + 1);  // after no _, all of it
-    return stem.size() < name.size() && number.size() == 4 && CountDigits(number) == 4;
 }
 
 // @throws CommandError if an output would destroy an input.
@@ -109,7 +107,7 @@ void CheckFiles(const ExportArguments& arguments) {
     files.ReadLibrary(arguments.library);
     files.ReadSettings(arguments.settings);
     files.Write(arguments.trace, "--trace");
-    if (!arguments.IsStream()) files.WriteInto(arguments.directory, IsExportFile);
+    if (!arguments.IsStream()) WriteInto(arguments.directory, files);
     CheckOutputs(files);
 }
 
@@ -144,7 +142,8 @@ ExitCode ExportStream(const ExportArguments& arguments, library::Library& librar
                            " messages of this range, and standard output takes one");
     }
     const std::string& format = arguments.formats.front();
-    const OutputContent content = IsText(format) ? OutputContent::kText : OutputContent::kBinary;
+    const OutputContent content =
+        exporter::FindExportFormat(format)->is_text ? OutputContent::kText : OutputContent::kBinary;
     OutputFile file(arguments.directory, content);
     try {
         file.Write(ExportedFileOf(*service.Recording(), format, arguments.options));
@@ -207,12 +206,17 @@ void ListFormats(bool json) {
             PrintJson({{"version", document::kJsonVersion},
                        {"name", format.name},
                        {"description", format.description},
-                       {"has_alpha", format.Takes("premultiplied") && format.name != "key-fill"},
+                       {"has_alpha", format.has_alpha},
+                       {"files", format.files},
                        {"options", format.options}});
             continue;
         }
         std::cout << format.name << std::string(format.name.size() < 10 ? 10 - format.name.size() : 1, ' ')
                   << format.description << "\n";
+        if (format.options.empty()) continue;
+        std::string options;
+        for (const std::string_view option : format.options) options.append(" --").append(option);
+        std::cout << std::string(10, ' ') << "options:" << options << "\n";
     }
     throw CLI::Success();
 }
@@ -223,7 +227,7 @@ void CheckOptions(const CLI::App& command, ExportArguments& arguments) {
     const auto& formats = arguments.formats;
     RequirePictureOptions(command, formats);
     if (arguments.IsStream()) {
-        if (formats.size() != 1 || !IsSingleFile(formats.front()))
+        if (formats.size() != 1 || !exporter::FindExportFormat(formats.front())->is_single_file)
             throw CLI::ValidationError("--out", "standard output takes one --format that makes a single file");
         Require(command, "--jobs", false, "a directory of files");
     }

@@ -6,20 +6,13 @@
 
 #include "base/text.h"
 #include "host/export/export_subject.h"
+#include "host/export/source_files.h"
 
 namespace zel::cli {
 
-// The key is a file of its own, and a sheet shows many messages.
-bool IsSingleFile(std::string_view format) {
-    return format != "key-fill" && format != "sheet";
-}
-
-bool IsText(std::string_view format) {
-    return format == "json" || format == "html";
-}
-
 void SingleExportService::Begin(int number) {
     if (m_count++ == 0) m_recording = m_library.Find({m_disk, number});
+    if (m_recording) exporter::SourceFiles(m_library).AddTo(*m_recording);
 }
 
 std::string ExportedFileOf(const library::Recording& recording, const std::string& format,

@@ -11,11 +11,6 @@
 
 namespace zel::cli {
 
-/// Whether a format makes one file of a message, which standard output can take.
-bool IsSingleFile(std::string_view format);
-/// Whether the files of a format are text.
-bool IsText(std::string_view format);
-
 /// Keeps the only recording that an export selects.
 class SingleExportService : public host::ExportService {
   public:

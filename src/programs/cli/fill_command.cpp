@@ -223,7 +223,7 @@ void AddOutputs(CLI::App& command, FillArguments& arguments) {
     AddDirectory(command, "--out", arguments.directory, "the directory for the files, created if it is missing");
     command.add_option("--format", arguments.formats, "a format of \"export\" to write; may be repeated [png]")
         ->type_name("NAME")
-        ->check(CheckFormat, "");
+        ->check(CheckFillFormat, "");
     AddNamedFile(command, "--library", arguments.library,
                  "the library to record the filled messages in, created if it is missing");
     AddText(command, "--disk", arguments.disk, "NAME",

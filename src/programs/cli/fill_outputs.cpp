@@ -1,8 +1,6 @@
 #include "programs/cli/fill_outputs.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <set>
 #include <stdexcept>
@@ -11,9 +9,9 @@
 
 #include "base/fold_case.h"
 #include "base/terminal_text.h"
-#include "base/whole_file.h"
 #include "host/document/message_warnings.h"
 #include "host/export/export_formats.h"
+#include "host/export/file_patterns.h"
 #include "host/export/message_title.h"
 #include "host/export/thumbnail.h"
 #include "host/recorder/disk_names.h"
@@ -78,20 +76,17 @@ std::string OutputNameError(const FillArguments& arguments, const std::string& n
     if (name.front() == ' ' || name.back() == ' ' || name.back() == '.')
         return quoted + "it begins or ends with a blank, or ends with a dot";
     if (IsReserved(name.substr(0, name.find('.')))) return quoted + "it is reserved";
-    const bool is_other_file = (HasFormat(arguments, "html") && base::EqualsFolded(name, "index")) ||
-                               (HasFormat(arguments, "sheet") && name.starts_with("contact-sheet-")) ||
-                               (HasFormat(arguments, "key-fill") &&
-                                (name.ends_with("_A") || name.ends_with("_key") || name.ends_with("_fill"))) ||
-                               (HasFormat(arguments, "square") && name.ends_with("_square"));
+    const bool is_other_file = arguments.directory && std::ranges::any_of(arguments.formats, [&](const auto& format) {
+                                   return exporter::IsNameOfOthers(name, format);
+                               });
     return is_other_file ? quoted + "a file of a format has such a name" : std::string();
 }
 
 bool IsFilledFile(const FillArguments& arguments, std::string_view name) {
-    const auto has = [&](std::string_view format, std::string_view end) {
-        return HasFormat(arguments, format) && name.ends_with(end);
-    };
-    return has("png", ".png") || has("key-fill", ".png") || has("square", ".png") || has("sheet", ".png") ||
-           has("tga", ".tga") || has("json", ".json") || has("html", ".html");
+    return std::ranges::any_of(arguments.formats, [&](const std::string& format) {
+        return std::ranges::any_of(exporter::FindExportFormat(format)->files,
+                                   [&](std::string_view pattern) { return exporter::FitsPattern(name, pattern); });
+    });
 }
 
 /// A message on its way.
@@ -114,10 +109,12 @@ FillOutputs::FillOutputs(const FillArguments& arguments, FillSource source, std:
         MakeDirectory(*arguments.directory);
         exporter::ExportOptions options = arguments.options;
         options.fill_beside_png = HasFormat(arguments, "png");
+        options.template_beside_html = HasFormat(arguments, "html");
         const std::set<std::string> formats(arguments.formats.begin(), arguments.formats.end());
         for (const std::string& name : formats) {
             m_exporters.push_back(exporter::FindExportFormat(name)->make(options));
             m_wants_thumbnails = m_wants_thumbnails || m_exporters.back()->WantsThumbnails();
+            m_context.with_files = m_context.with_files || m_exporters.back()->WantsSources();
         }
         m_has_index = HasFormat(arguments, "html");
     }
@@ -125,6 +122,7 @@ FillOutputs::FillOutputs(const FillArguments& arguments, FillSource source, std:
     m_context.png_effort = arguments.options.effort;
     m_context.options = recorder::DescribeOptions(arguments.request.host, m_digests);
     if (arguments.library) {
+        m_context.with_files = true;
         m_library = std::make_unique<library::Library>(*arguments.library, library::Access::kWrite);
         m_existing = std::make_unique<library::Library>(*arguments.library, library::Access::kRead);
         m_context.disk = arguments.disk ? *arguments.disk : recorder::DiskNames().NameOf(*m_library, m_source.path);
@@ -180,15 +178,13 @@ void FillOutputs::Import(Work& work) {
                                             m_pictures.RgbaError()};
 }
 
-void FillOutputs::Write(const std::string& path, std::string_view bytes) const {
+void FillOutputs::Write(const std::string& directory, const exporter::ExportedFile& file) const {
     using Existing = base::UnfinishedFile::Existing;
-    base::UnfinishedFile file(path);
-    if (file.IsOpen() && file.Write(bytes) && file.Sync() &&
-        file.Commit(m_arguments.replace ? Existing::kReplace : Existing::kKeep)) {
-        return;
-    }
-    if (errno == EEXIST) throw std::runtime_error(path + ": exists already; --overwrite replaces it");
-    throw std::runtime_error(path + ": can't be written: " + std::generic_category().message(errno));
+    const std::string path = (fs::path(directory) / file.name).string();
+    const std::error_code error =
+        exporter::TryWriteExported(path, file, m_arguments.replace ? Existing::kReplace : Existing::kKeep);
+    if (error == std::errc::file_exists) throw std::runtime_error(path + ": exists already; --overwrite replaces it");
+    if (error) throw std::runtime_error(path + ": can't be written: " + error.message());
 }
 
 // Several threads run it at once.
@@ -196,11 +192,11 @@ FillOutputs::Outcome FillOutputs::Do(Work work) {
     Outcome outcome{std::move(work.message.result), {}, {}};
     FillResult& result = outcome.result;
     if (m_arguments.write) {
-        const std::string path = (fs::path(*m_arguments.write) / work.message.file_name).string();
         const files::Bytes& bytes = work.message.bytes;
         Attempt(result, [&] {
-            Write(path, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-            result.files.push_back(path);
+            Write(*m_arguments.write,
+                  {work.message.file_name, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}});
+            result.files.push_back((fs::path(*m_arguments.write) / work.message.file_name).string());
         });
     }
     if (!work.arrived) return outcome;
@@ -217,10 +213,10 @@ void FillOutputs::Export(const library::Recording& recording, Outcome& outcome) 
     for (const auto& exporter : m_exporters) {
         Attempt(outcome.result, [&] {
             for (const exporter::ExportedFile& file : exporter->Export(subject)) {
-                const std::string path = (fs::path(*m_arguments.directory) / file.name).string();
-                Write(path, file.bytes);
-                outcome.result.files.push_back(path);
+                Write(*m_arguments.directory, file);
+                outcome.result.files.push_back((fs::path(*m_arguments.directory) / file.name).string());
             }
+            for (std::string& note : subject.TakeNotes()) outcome.result.notes.push_back({{}, std::move(note)});
         });
     }
     if (!outcome.result.faults.empty() || (!m_wants_thumbnails && !m_has_index)) return;
@@ -253,7 +249,7 @@ void FillOutputs::Collect(Outcome& outcome) {
 
 void FillOutputs::WriteRangeFiles(const std::vector<exporter::ExportedFile>& files) {
     for (const exporter::ExportedFile& file : files) {
-        Write((fs::path(*m_arguments.directory) / file.name).string(), file.bytes);
+        Write(*m_arguments.directory, file);
         ++m_range.files;
     }
 }

@@ -75,7 +75,7 @@ class FillOutputs {
     void Take(Outcome outcome);
     void Collect(Outcome& outcome);
     void Store();
-    void Write(const std::string& path, std::string_view bytes) const;
+    void Write(const std::string& directory, const exporter::ExportedFile& file) const;
     void WriteRangeFiles(const std::vector<exporter::ExportedFile>& files);
 
     const FillArguments& m_arguments;

@@ -3,35 +3,49 @@
 #include <algorithm>
 
 #include "host/export/export_formats.h"
-#include "programs/cli/choice_option.h"
+#include "host/export/option_table.h"
 #include "programs/cli/options.h"
-#include "programs/cli/run_options.h"
 
 namespace zel::cli {
 
 namespace {
 
-constexpr const char* kPictureOptions[] = {"premultiplied", "small",        "frame",     "fit",
-                                           "pixel-shape",   "clear-colour", "key-names", "run-lengths"};
+using exporter::ExportOption;
+using exporter::OptionKind;
 
-void AddFrame(CLI::App& command, exporter::ExportOptions& options) {
+/// What the help has in place of a value: "WxH", or the names that can be chosen.
+std::string ValueName(const ExportOption& option) {
+    if (option.kind == OptionKind::kText) return std::string(option.value_name);
+    std::string names;
+    for (const ExportOption::Choice& choice : option.choices)
+        names.append(names.empty() ? "" : "|").append(choice.name);
+    return names;
+}
+
+std::string HelpWithDefault(const ExportOption& option) {
+    const std::string_view value =
+        option.kind == OptionKind::kChoice ? option.choices.front().name : option.default_text;
+    return std::string(option.help) + (value.empty() ? std::string() : " [" + std::string(value) + "]");
+}
+
+void AddOption(CLI::App& command, const ExportOption& option, exporter::ExportOptions& options) {
+    const std::string name = "--" + std::string(option.name);
+    if (option.kind == OptionKind::kFlag) {
+        command.add_flag_callback(
+            name, [&options, set = option.set] { set(options, {}); }, std::string(option.help));
+        return;
+    }
     command
         .add_option_function<std::string>(
-            "--frame", [&options](const std::string& size) { options.frame = exporter::ParseFrameSize(size); },
-            "place the picture in a frame of this size with square pixels, such as 1920x1080")
-        ->type_name("WxH")
+            name, [&options, set = option.set](const std::string& value) { set(options, value); },
+            HelpWithDefault(option))
+        ->type_name(ValueName(option))
         ->check(
-            [](const std::string& size) {
-                if (exporter::ParseFrameSize(size)) return std::string();
-                return "\"" + size + "\" is not a size such as 1920x1080, of 1 to " +
-                       std::to_string(exporter::kLargestFrame) + " pixels";
+            [set = option.set](const std::string& value) {
+                exporter::ExportOptions unused;
+                return set(unused, value);
             },
             "");
-    using exporter::Fit;
-    AddChoice(
-        command, "--fit", options.fit,
-        {{NameOf(Fit::kPillar), Fit::kPillar}, {NameOf(Fit::kFill), Fit::kFill}, {NameOf(Fit::kPixel), Fit::kPixel}},
-        "in the frame, keep the picture's shape, stretch it to the whole frame, or leave its pixels as they are");
 }
 
 }  // namespace
@@ -41,36 +55,33 @@ std::string CheckFormat(const std::string& name) {
     return "\"" + name + "\" is not a format; see \"zeltrans export --list-formats\"";
 }
 
+std::string CheckFillFormat(const std::string& name) {
+    const exporter::ExportFormat* const format = exporter::FindExportFormat(name);
+    if (format == nullptr || !format->needs_manifest) return CheckFormat(name);
+    return "\"" + name + "\" is a format of \"zeltrans export\" alone: record with --library, and export from there";
+}
+
 void AddPictureOptions(CLI::App& command, exporter::ExportOptions& options) {
-    command.add_flag("--premultiplied", options.premultiplied, "premultiply colours by alpha, and fills by their key");
-    AddSmall(command, options.effort);
-    AddFrame(command, options);
-    using picture::AspectChunk;
-    AddChoice(command, "--pixel-shape", options.aspect_chunk,
-              {{"png", AspectChunk::kPng}, {"ffmpeg", AspectChunk::kFfmpeg}, {"none", AspectChunk::kNone}},
-              "store the shape of a pixel in PNG files as PNG defines it, as FFmpeg reads it (the other way round), or "
-              "not");
-    using exporter::ClearColour;
-    AddChoice(command, "--clear-colour", options.clear_colour,
-              {{"black", ClearColour::kBlack}, {"glyph", ClearColour::kGlyph}},
-              "the colour of clear pixels beside a glyph: the glyph's prevents dark edges where a program scales the "
-              "picture without regard to alpha");
-    using exporter::KeyNames;
-    AddChoice(command, "--key-names", options.key_names, {{"caspar", KeyNames::kCaspar}, {"mixer", KeyNames::kMixer}},
-              "name key and fill as CasparCG pairs them (NAME_A and NAME; NAME_fill beside a PNG), or NAME_key and "
-              "NAME_fill");
-    command.add_flag("--run-lengths", options.run_lengths, "compress TGA files by run lengths");
+    for (const ExportOption& option : exporter::ExportOptionTable()) AddOption(command, option, options);
 }
 
 void RequirePictureOptions(const CLI::App& command, const std::vector<std::string>& formats) {
-    for (const std::string option : kPictureOptions) {
+    const auto is_given = [&](std::string_view name) { return command.count("--" + std::string(name)) > 0; };
+    for (const ExportOption& option : exporter::ExportOptionTable()) {
+        const std::string name = "--" + std::string(option.name);
         const bool applies = std::ranges::any_of(
-            formats, [&](const std::string& name) { return exporter::FindExportFormat(name)->Takes(option); });
-        Require(command, "--" + option, applies, "--format " + exporter::FormatsWith(option));
+            formats, [&](const std::string& format) { return exporter::FindExportFormat(format)->Takes(option.name); });
+        Require(command, name, applies, "--format " + exporter::FormatsWith(option.name));
+        // A template is placed in the page of its host.
+        const bool is_alone = std::ranges::any_of(formats, [&](const std::string& format_name) {
+            const exporter::ExportFormat& format = *exporter::FindExportFormat(format_name);
+            return format.Takes(option.name) && !format.Takes(option.needs);
+        });
+        if (!option.needs.empty() && !is_alone)
+            Require(command, name, is_given(option.needs), "--" + std::string(option.needs));
+        if (!option.excluded_by.empty() && is_given(option.name) && is_given(option.excluded_by))
+            throw CLI::ValidationError(name, std::string(option.exclusion));
     }
-    Require(command, "--fit", command.count("--frame") > 0, "--frame");
-    if (command.count("--clear-colour") > 0 && command.count("--premultiplied") > 0)
-        throw CLI::ValidationError("--clear-colour", "clear pixels are black in premultiplied pictures");
 }
 
 }  // namespace zel::cli

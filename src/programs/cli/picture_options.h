@@ -11,9 +11,10 @@ namespace zel::cli {
 
 /// For CLI11: why a name is none of a format; empty if it is one.
 std::string CheckFormat(const std::string& name);
+/// Likewise, of a format that "fill" can write.
+std::string CheckFillFormat(const std::string& name);
 
-/// Adds the options of exported pictures: --premultiplied, --small, --frame, --fit, --pixel-shape, --clear-colour,
-/// --key-names and --run-lengths.
+/// Adds the options of the formats, exporter::ExportOptionTable.
 void AddPictureOptions(CLI::App& command, exporter::ExportOptions& options);
 
 /// @param formats  those that the command writes.
