@@ -8,6 +8,7 @@
 #include "host/export/json_exporter.h"
 #include "host/export/key_fill_exporter.h"
 #include "host/export/png_exporter.h"
+#include "host/export/site_exporter.h"
 #include "host/export/square_exporter.h"
 #include "host/export/tga_exporter.h"
 
@@ -59,6 +60,14 @@ const std::vector<ExportFormat>& ExportFormats() {
          .make = MakeHtmlExporter,
          .files = {"*.html", "index.html"},
          .is_text = true},
+        {.name = "site",
+         .description =
+             "index.html and folders: a site to open from its folder, with search, and a page for each message",
+         .make = MakeSiteExporter,
+         .options = {"small"},
+         .files = {"index.html", "pages/*.html", "pictures/*.png", "thumbnails/*.png"},
+         .is_single_file = false,
+         .needs_manifest = true},
         {.name = "sheet",
          .description = "contact-sheet-001.png and following, 30 messages per page with number and first line",
          .make = MakeContactSheetExporter,
