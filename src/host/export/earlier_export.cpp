@@ -127,6 +127,8 @@ void CheckGoTogether(const Manifest& earlier, const Manifest& planned) {
     if (std::ranges::all_of(earlier.messages, [](const auto& message) { return message.files.empty(); })) return;
     if (HasName(planned.formats, "png") && HasFillInPlaceOfPng(earlier))
         RefuseOther("fills of key-fill with the names of png");
+    if (HasName(planned.formats, "html") && HasName(earlier.formats, "template") && !HasName(earlier.formats, "html"))
+        RefuseOther("templates with the names of pages");
     if (AnyTakes(planned, "premultiplied") && AnyTakes(earlier, "premultiplied") &&
         planned.premultiplied != earlier.premultiplied) {
         RefuseOther(std::string("pictures with ") + (earlier.premultiplied ? "premultiplied" : "straight") +

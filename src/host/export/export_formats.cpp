@@ -7,9 +7,11 @@
 #include "host/export/html_exporter.h"
 #include "host/export/json_exporter.h"
 #include "host/export/key_fill_exporter.h"
+#include "host/export/ograf_exporter.h"
 #include "host/export/png_exporter.h"
 #include "host/export/site_exporter.h"
 #include "host/export/square_exporter.h"
+#include "host/export/template_exporter.h"
 #include "host/export/tga_exporter.h"
 
 namespace zel::exporter {
@@ -68,6 +70,18 @@ const std::vector<ExportFormat>& ExportFormats() {
          .files = {"index.html", "pages/*.html", "pictures/*.png", "thumbnails/*.png"},
          .is_single_file = false,
          .needs_manifest = true},
+        {.name = "template",
+         .description = "NAME.html, a page for CasparCG, SPX and browsers that fills the message's fields",
+         .make = MakeTemplateExporter,
+         .options = {"fit", "fade-in", "fade-out"},
+         .files = {"*.html", "*_template.html"},
+         .is_text = true},
+        {.name = "ograf",
+         .description = "NAME/, an OGraf graphic in a folder and in NAME.zip, which fills the message's fields",
+         .make = MakeOgrafExporter,
+         .options = {"fit", "fade-in", "fade-out", "small"},
+         .files = {"*/graphic.mjs", "*/thumbnail.png", "*.zip"},
+         .is_single_file = false},
         {.name = "sheet",
          .description = "contact-sheet-001.png and following, 30 messages per page with number and first line",
          .make = MakeContactSheetExporter,

@@ -66,6 +66,7 @@ ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::str
                 [this](Outcome outcome) { Collect(std::move(outcome)); }) {
     m_earlier = EarlierExport(m_directory);
     m_options.fill_beside_png = HasName(m_formats, "png") || HasName(m_earlier.formats, "png");
+    m_options.template_beside_html = HasName(m_formats, "html") || HasName(m_earlier.formats, "html");
     for (const std::string& name : m_formats) {
         const ExportFormat* format = FindExportFormat(name);
         if (format == nullptr) throw std::runtime_error("there is no export format " + name);
@@ -97,6 +98,10 @@ void ExportJob::Export(library::Recording recording) {
 void ExportJob::ReserveStem(const library::Recording& recording) {
     const std::string stem = StemOf(recording.disk, recording.number);
     if (!m_stems.insert(stem).second) throw std::runtime_error("another message has the file name " + stem);
+}
+
+bool ExportJob::WantsSources() const {
+    return std::ranges::any_of(m_exporters, [](const auto& exporter) { return exporter->WantsSources(); });
 }
 
 ExportSummary ExportJob::Finish() {
@@ -152,6 +157,7 @@ void ExportJob::ExportIn(std::size_t format, ExportSubject& message, Outcome& ou
         for (const ExportedFile& file : m_exporters[format]->Export(message))
             outcome.files.push_back(WriteExported(m_directory, file));
     });
+    for (const std::string& note : message.TakeNotes()) outcome.failures.push_back(m_formats[format] + ": " + note);
     if (!reason.empty()) outcome.failures.push_back(m_formats[format] + ": " + reason);
 }
 

@@ -50,6 +50,9 @@ class ExportJob {
     /// the message is written; at most as many messages as jobs are in memory.
     void Export(library::Recording recording);
 
+    /// Whether Recording::files is used.
+    bool WantsSources() const;
+
     /// Waits for all messages and writes the files of the whole range. Called once, last.
     ExportSummary Finish();
 

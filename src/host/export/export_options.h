@@ -90,6 +90,8 @@ struct ExportOptions {
     KeyNames key_names = KeyNames::kCaspar;
     /// The name of a fill differs from that of a PNG, so that one directory has both.
     bool fill_beside_png = false;
+    /// The name of a template differs from that of a page of the format html.
+    bool template_beside_html = false;
     /// TGA files are compressed by run lengths.
     bool run_lengths = false;
     ClipCodec codec = ClipCodec::kQtrle;

@@ -30,6 +30,10 @@ class ExportSubject {
     const std::vector<std::string>& FilesBeside() const noexcept { return m_files_beside; }
     void SetFilesBeside(std::vector<std::string> files) { m_files_beside = std::move(files); }
 
+    /// What a user is told of a file that is written but lacks something, a line without the message's name.
+    void AddNote(std::string note) { m_notes.push_back(std::move(note)); }
+    std::vector<std::string> TakeNotes() { return std::exchange(m_notes, {}); }
+
     /// The picture in a frame of the message's video standard, straight alpha.
     /// @throws std::runtime_error if there is no picture, or if it can't be read.
     const picture::Picture& Frame();
@@ -47,6 +51,7 @@ class ExportSubject {
     std::string m_stem;
     const ExportOptions m_options;
     std::vector<std::string> m_files_beside;
+    std::vector<std::string> m_notes;
     std::optional<picture::Picture> m_frame, m_output;
 };
 

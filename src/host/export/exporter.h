@@ -45,6 +45,9 @@ class Exporter {
     /// Whether Export uses the names of the message's other files.
     virtual bool WantsFilesBeside() const { return false; }
 
+    /// Whether Export uses the contents of the files that the message was made from.
+    virtual bool WantsSources() const { return false; }
+
     /// Whether Collect uses thumbnails.
     virtual bool WantsThumbnails() const { return false; }
 

@@ -22,7 +22,7 @@ class HtmlExporter : public Exporter {
         for (const ManifestMessage& message : manifest.messages) {
             for (const ManifestFile& file : message.files) {
                 const std::string_view name = file.name;
-                if (!name.ends_with(kExtension)) continue;
+                if (!name.ends_with(kExtension) || name.ends_with("_template.html")) continue;
                 pages.push_back({std::string(name.substr(0, name.size() - kExtension.size())), message.title});
             }
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -11,12 +12,27 @@
 
 namespace zel::exporter {
 
+/// Reads the files that recordings were made from, and keeps those that the next message may have too.
+class SourceFiles {
+  public:
+    /// @param library  kept alive by the caller.
+    explicit SourceFiles(library::Library& library) : m_library(library) {}
+
+    /// Sets Recording::files, as far as the library keeps them. @throws library::LibraryError
+    void AddTo(library::Recording& recording);
+
+  private:
+    library::Library& m_library;
+    /// By checksum.
+    std::map<std::string, library::SharedFile> m_fonts;
+};
+
 /// Exports the recordings of one disk in a library, number by number.
 class LibraryExportService : public host::ExportService {
   public:
     /// @param library, job  kept alive by the caller.
     LibraryExportService(library::Library& library, std::string disk, ExportJob& job)
-        : m_library(library), m_disk(std::move(disk)), m_job(job) {}
+        : m_library(library), m_disk(std::move(disk)), m_job(job), m_files(library) {}
 
     bool Has(int number) override;
     void Begin(int number) override;
@@ -34,6 +50,7 @@ class LibraryExportService : public host::ExportService {
     ExportJob& m_job;
     /// Between Begin and Complete.
     std::optional<library::Recording> m_recording;
+    SourceFiles m_files;
     std::vector<std::string> m_failures;
     std::vector<int> m_with_warnings;
 };

@@ -5,6 +5,7 @@
 #include <numeric>
 #include <tuple>
 
+#include "host/library/kept_files.h"
 #include "host/library/library_file.h"
 #include "host/library/recording_rows.h"
 
@@ -65,19 +66,26 @@ class Library::Impl {
 
     /// Stores a recording in place of `existing`, within a transaction.
     void Replace(const Recording& recording, std::optional<RecordingId> existing) {
-        if (existing) DeleteRecording(file, *existing);
+        std::vector<std::string> former;
+        if (existing) {
+            former = ChecksumsOf(file, *existing);
+            DeleteRecording(file, *existing);
+        }
         InsertRecording(file, recording);
+        for (const SharedFile& kept : recording.files) KeepFile(file, *kept);
+        DropUnusedFiles(file, former);
     }
 
-    /// Merges one recording, within a transaction.
-    void Merge(const Recording& recording, MergeCount& count) {
+    /// Merges one recording of another library, within a transaction.
+    void Merge(LibraryFile& other, const Recording& recording, MergeCount& count) {
         const auto existing = FindRecording(file, {recording.disk, recording.number});
         if (existing && IsSame(ReadRecording(file, *existing), recording)) {
             ++count.unchanged;
-            return;
+        } else {
+            Replace(recording, existing);
+            ++(existing ? count.replaced : count.added);
         }
-        Replace(recording, existing);
-        ++(existing ? count.replaced : count.added);
+        CopyKeptFiles(other, file, recording.sources);
     }
 
     /// Reads a part of a recording with a function of recording_rows.h, in one transaction.
@@ -196,6 +204,10 @@ std::string Library::Document(const RecordingKey& key) {
     return m_impl->Find(key, ReadDocument).value_or(std::string());
 }
 
+SharedFile Library::KeptFile(const std::string& sha256) {
+    return ReadKeptFile(m_impl->file, sha256);
+}
+
 std::vector<std::string> Library::Disks() {
     return ReadDisks(m_impl->file);
 }
@@ -269,8 +281,11 @@ bool Library::Remove(const RecordingKey& key) {
     bool removed = false;
     m_impl->file.Write([&] {
         const auto id = FindRecording(m_impl->file, key);
-        if (id) DeleteRecording(m_impl->file, *id);
         removed = id.has_value();
+        if (!removed) return;
+        const std::vector<std::string> checksums = ChecksumsOf(m_impl->file, *id);
+        DeleteRecording(m_impl->file, *id);
+        DropUnusedFiles(m_impl->file, checksums);
     });
     return removed;
 }
@@ -283,7 +298,7 @@ MergeCount Library::Merge(const std::filesystem::path& other) {
         std::size_t bytes = 0;
         const auto merge_batch = [&] {
             m_impl->file.Write([&] {
-                for (const Recording& recording : batch) m_impl->Merge(recording, count);
+                for (const Recording& recording : batch) m_impl->Merge(source, recording, count);
             });
             batch.clear();
             bytes = 0;

@@ -24,9 +24,10 @@ struct MergeCount {
     int unchanged = 0;
 };
 
-/// Recorded messages in one SQLite file. Each call that writes is one transaction, which is on the disk when the call
-/// returns; a program killed at any moment leaves a file that opens. Several programs may use a file at once. An object
-/// is used by one thread at a time. All members throw LibraryError.
+/// Recorded messages in one SQLite file, with the files that they were made from, each once. Each call that writes is
+/// one transaction, which is on the disk when the call returns; a program killed at any moment leaves a file that
+/// opens. Several programs may use a file at once. An object is used by one thread at a time. All members throw
+/// LibraryError.
 class Library {
   public:
     /// @param patience  how long a call waits for another program that writes before it fails.
@@ -49,6 +50,10 @@ class Library {
     std::string Picture(const RecordingKey& key);
     /// The document alone; empty without one.
     std::string Document(const RecordingKey& key);
+
+    /// The contents of a file that recordings were made from; null if the library doesn't keep it, as in one that an
+    /// earlier version has written.
+    SharedFile KeptFile(const std::string& sha256);
 
     /// Names of the disks that have recordings, sorted.
     std::vector<std::string> Disks();

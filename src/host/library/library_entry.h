@@ -62,6 +62,8 @@ struct RecordingOrigin {
     std::string options;
     std::vector<SourceFile> sources;
     int warnings = 0;
+    /// The library keeps all these files, see kLargestKeptFile.
+    bool has_files = false;
 };
 
 }  // namespace zel::library

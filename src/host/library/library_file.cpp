@@ -75,7 +75,7 @@ bool MakeTables(base::SqliteDatabase& database) {
     bool made = database.Run(kPageSize);
     base::SqliteTransaction transaction(database);
     made = made && transaction.IsOpen();
-    for (const char* table : LibrarySchema()) made = made && database.Run(table);
+    for (const char* table : LibrarySchema(kLibraryVersion)) made = made && database.Run(table);
     const std::string id = "PRAGMA application_id = " + std::to_string(kLibraryId);
     const std::string version = "PRAGMA user_version = " + std::to_string(kLibraryVersion);
     return made && database.Run(id.c_str()) && database.Run(version.c_str()) && transaction.Commit();
@@ -96,10 +96,14 @@ LibraryFile::LibraryFile(const fs::path& file, Access access, std::chrono::milli
     CheckHeader();
     Open(access, patience);
     Protect(access);
-    base::SqliteStatement id = Prepare("PRAGMA application_id"), version = Prepare("PRAGMA user_version");
-    if (!Next(id) || !Next(version)) FailAsDatabase();
-    CheckVersion(id.Int(0), version.Int(0));
-    CheckLayout();
+    // In one state of the file, since another program may write the next version.
+    Read([this] {
+        base::SqliteStatement id = Prepare("PRAGMA application_id");
+        if (!Next(id)) FailAsDatabase();
+        const int version = Version();
+        CheckVersion(id.Int(0), version);
+        CheckLayout(version);
+    });
     sqlite3_db_config(m_database->Handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
 }
 
@@ -122,13 +126,13 @@ void LibraryFile::CheckHeader() const {
 
 void LibraryFile::CheckVersion(std::int64_t id, std::int64_t version) const {
     if (id != kLibraryId) Fail("it is another program's database, not a library of recorded messages");
-    if (version != kLibraryVersion) {
-        Fail("the library has version " + std::to_string(version) + ", and this program reads version " +
+    if (version < 1 || version > kLibraryVersion) {
+        Fail("the library has version " + std::to_string(version) + ", and this program reads the versions 1 to " +
              std::to_string(kLibraryVersion));
     }
 }
 
-void LibraryFile::CheckLayout() {
+void LibraryFile::CheckLayout(int version) {
     // Anything else that the file defines, such as a trigger, would run as part of our statements. The tables of the
     // full text search belong to SQLite.
     base::SqliteStatement query = Prepare(
@@ -136,7 +140,7 @@ void LibraryFile::CheckLayout() {
         " AND (type <> 'table' OR substr(name, 1, 7) <> 'search_')");
     std::vector<std::string> found;
     while (Next(query)) found.push_back(query.Text(0));
-    std::vector<std::string> expected(LibrarySchema().begin(), LibrarySchema().end());
+    std::vector<std::string> expected(LibrarySchema(version).begin(), LibrarySchema(version).end());
     std::ranges::sort(found);
     std::ranges::sort(expected);
     if (found != expected) Fail("the library's tables are not those of its version");
@@ -213,8 +217,22 @@ void LibraryFile::Run(const char* sql) const {
 void LibraryFile::Write(const std::function<void()>& work) {
     base::SqliteTransaction transaction(*m_database);
     if (!transaction.IsOpen()) FailAsDatabase();
+    if (Version() < kLibraryVersion) Upgrade();
     work();
     if (!transaction.Commit()) FailAsDatabase();
+}
+
+int LibraryFile::Version() {
+    base::SqliteStatement& version = Cached("PRAGMA user_version");
+    const base::SqliteReset reset(version);
+    if (!Next(version)) FailAsDatabase();
+    return static_cast<int>(version.Int(0));
+}
+
+void LibraryFile::Upgrade() {
+    const std::size_t present = LibrarySchema(Version()).size();
+    for (const char* sql : LibrarySchema(kLibraryVersion).subspan(present)) Run(sql);
+    Run(("PRAGMA user_version = " + std::to_string(kLibraryVersion)).c_str());
 }
 
 void LibraryFile::Read(const std::function<void()>& work) {

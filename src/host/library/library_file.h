@@ -26,7 +26,11 @@ class LibraryFile {
     std::int64_t LastRow() const { return m_database->LastRow(); }
     int Changes() const { return m_database->Changes(); }
 
-    /// Runs the work in one transaction: all of it is stored when the call returns, and nothing after an exception.
+    /// The present version of the file, which another program may raise. Within a transaction it stays.
+    int Version();
+
+    /// Runs the work in one transaction: all of it is stored when the call returns, and nothing after an exception. A
+    /// library of an earlier version gets the tables of this one in the same transaction.
     void Write(const std::function<void()>& work);
     /// Runs the work on one state of the file, whatever other programs write meanwhile.
     void Read(const std::function<void()>& work);
@@ -40,7 +44,8 @@ class LibraryFile {
     void Make();
     void Protect(Access access);
     void CheckVersion(std::int64_t id, std::int64_t version) const;
-    void CheckLayout();
+    void CheckLayout(int version);
+    void Upgrade();
     [[noreturn]] void FailAsDatabase() const;
 
     std::filesystem::path m_path;

@@ -1,5 +1,8 @@
 #include "host/library/library_schema.h"
 
+#include <cstddef>
+#include <iterator>
+
 namespace zel::library {
 
 namespace {
@@ -41,12 +44,23 @@ constexpr const char* kSchema[] = {
     // The row number is the recording's id.
     "CREATE VIRTUAL TABLE search USING fts5(text, fields, source, tokenize = \"unicode61 remove_diacritics 2\","
     " prefix = '2 3')",
+
+    // From here on of version 2. The stream is raw deflate.
+    "CREATE TABLE file (sha256 TEXT PRIMARY KEY CHECK (length(sha256) = 64 AND sha256 NOT GLOB '*[^0-9a-f]*'),"
+    " size INTEGER NOT NULL CHECK (size >= 0), stream BLOB NOT NULL) STRICT",
+
+    // To find out whether a file is still needed.
+    "CREATE INDEX source_sha256 ON source (sha256)",
 };
+
+/// Statements of the versions 1, 2 and so on.
+constexpr std::size_t kCounts[] = {std::size(kSchema) - 2, std::size(kSchema)};
+static_assert(std::size(kCounts) == kLibraryVersion);
 
 }  // namespace
 
-std::span<const char* const> LibrarySchema() noexcept {
-    return kSchema;
+std::span<const char* const> LibrarySchema(int version) noexcept {
+    return std::span(kSchema).first(kCounts[static_cast<std::size_t>(version) - 1]);
 }
 
 }  // namespace zel::library

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/library/packed_file.h"
 #include "module/contract/records/video_standard.h"
 
 namespace zel::library {
@@ -60,6 +61,8 @@ struct Recording {
     std::vector<std::string> warnings;
     /// The message's own file first, then the fonts.
     std::vector<SourceFile> sources;
+    /// Contents of sources, as far as they are known; a library keeps each file once. Library::Find leaves them out.
+    std::vector<SharedFile> files{};
     /// The message's own; of an RGBA picture, see RgbaStandard.
     VideoStandard standard = VideoStandard::kNtsc;
     /// Of the picture, in pixels; 0 without one.

@@ -6,6 +6,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "host/library/kept_files.h"
+
 namespace zel::library {
 
 namespace {
@@ -250,6 +252,7 @@ RecordingOrigin ReadOrigin(LibraryFile& file, RecordingId id) {
     origin.options = columns.Text();
     origin.warnings = columns.Int("number of warnings", 0);
     origin.sources = ReadSources(file, id);
+    origin.has_files = HasKeptFiles(file, id);
     return origin;
 }
 

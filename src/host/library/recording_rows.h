@@ -15,7 +15,7 @@ namespace zel::library {
 
 std::optional<RecordingId> FindRecording(LibraryFile& file, const RecordingKey& key);
 
-/// The library must not contain the recording yet.
+/// The library must not contain the recording yet. Its files are not kept.
 void InsertRecording(LibraryFile& file, const Recording& recording);
 
 /// Removes all rows of the recording.

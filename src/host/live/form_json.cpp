@@ -138,7 +138,7 @@ Json FormJson(const LiveForm& form, const LiveLook& look) {
                  {"height", ActiveLines(form.standard)},
                  {"pixelAspect", {aspect.width, aspect.height}},
                  {"fit", look.fit},
-                 {"fade", {{"in", look.fade_ms}, {"out", look.fade_ms}}},
+                 {"fade", {{"in", look.fade_in_ms}, {"out", look.fade_out_ms}}},
                  {"limits", Limits()}};
     if (!form.picture.empty()) json["picture"] = "data:image/png;base64," + base::Base64(form.picture);
     json["colourSets"] = ColourSets(form.palette);

@@ -15,8 +15,8 @@ struct LiveLook {
     std::string title;
     /// How the picture is placed in a page: "pillar", "fill" or "pixel".
     std::string_view fit = "pillar";
-    /// Of play and stop, in milliseconds.
-    int fade_ms = 0;
+    /// Of play and of stop.
+    int fade_in_ms = 0, fade_out_ms = 0;
 };
 
 /// The form as the scripts read it; described in the README.

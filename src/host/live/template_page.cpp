@@ -34,7 +34,7 @@ std::string TemplatePage(const LiveForm& form, const LiveLook& look) {
     html += "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; img-src data:; script-src " +
             Checksum(spx) + " " + Checksum(PageScript()) + "; style-src " + Checksum(PageStyle()) +
             "; base-uri 'none'; form-action 'none'\">\n";
-    html += "<title>" + ElementText(look.title) + "</title>\n<style>";
+    html += "<title>" + ElementText(look.title) + "</title>\n<link rel=\"icon\" href=\"data:,\">\n<style>";
     html.append(PageStyle()).append("</style>\n");
     html += Script(R"( name="graphics-data-definition" type="application/json+gdd")",
                    ScriptText(DataDefinition(form, look)));

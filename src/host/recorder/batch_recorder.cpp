@@ -49,6 +49,12 @@ std::string WithFileKey(const std::string& document, const std::string& message_
     }
 }
 
+/// The options with what follows from the others.
+RecorderOptions Completed(RecorderOptions options) {
+    options.context.with_files = options.library.has_value();
+    return options;
+}
+
 }  // namespace
 
 std::vector<std::string> WriteRecordingFiles(const library::Recording& recording, const std::string& message_file,
@@ -71,7 +77,10 @@ bool HasRecordingFiles(int number, const std::string& directory, bool with_pictu
 
 BatchRecorder::BatchRecorder(const RecorderOptions& options, FileDigests& digests,
                              std::function<void(const RecordedItem&)> done)
-    : m_options(options), m_digests(digests), m_done(std::move(done)), m_stored_at(std::chrono::steady_clock::now()) {
+    : m_options(Completed(options)),
+      m_digests(digests),
+      m_done(std::move(done)),
+      m_stored_at(std::chrono::steady_clock::now()) {
     if (options.library) m_library.emplace(*options.library, library::Access::kWrite);
     if (options.directory) MakeDirectory(*options.directory);
     const base::WorkerLimits limits{std::max(options.jobs, kFewestUnfinished), kWaitingForLibrary};

@@ -90,7 +90,8 @@ library::Recording MakeRecording(const ArrivedMessage& arrived, const RecordingC
         AddParts(moved, recording);
     }
     if (!arrived.picture_error.empty()) recording.warnings.push_back(context.relocation.InText(arrived.picture_error));
-    recording.sources = SourcesOf(arrived.message, context.font_directory, digests);
+    recording.sources = SourcesOf(arrived.message, context.font_directory, digests,
+                                  context.with_files && !arrived.message.rgba ? &recording.files : nullptr);
     for (library::SourceFile& source : recording.sources) source.path = context.relocation.Recorded(source.path);
     AddUnreadSources(recording);
     if (arrived.picture) {

@@ -22,6 +22,8 @@ struct RecordingContext {
     std::string options;
     picture::PngEffort png_effort = picture::PngEffort::kFast;
     Relocation relocation{};
+    /// Recordings of messages have the contents of their files.
+    bool with_files = false;
 };
 
 /// What the host received of one message.

@@ -10,7 +10,7 @@ std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext&
     for (const library::LibraryEntry& entry : library.List(context.disk)) {
         if (entry.key.number < first || entry.key.number > last) continue;
         std::optional<library::RecordingOrigin> origin = library.Origin(entry.key);
-        if (!origin || origin->options != context.options) continue;
+        if (!origin || origin->options != context.options || !origin->has_files) continue;
         for (library::SourceFile& source : origin->sources) source.path = context.relocation.Actual(source.path);
         if (AreUnchanged(origin->sources, context.font_directory, digests)) numbers.insert(entry.key.number);
     }

@@ -11,7 +11,7 @@
 namespace zel::recorder {
 
 /// Numbers from `first` to `last` whose recordings in a library are up to date: made with the same options from files
-/// that have not changed.
+/// that have not changed, which the library keeps.
 std::set<int> UpToDateNumbers(library::Library& library, const RecordingContext& context, int first, int last,
                               FileDigests& digests);
 

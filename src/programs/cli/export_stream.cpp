@@ -6,11 +6,13 @@
 
 #include "base/text.h"
 #include "host/export/export_subject.h"
+#include "host/export/library_export_service.h"
 
 namespace zel::cli {
 
 void SingleExportService::Begin(int number) {
     if (m_count++ == 0) m_recording = m_library.Find({m_disk, number});
+    if (m_recording) exporter::SourceFiles(m_library).AddTo(*m_recording);
 }
 
 std::string ExportedFileOf(const library::Recording& recording, const std::string& format,

@@ -109,10 +109,12 @@ FillOutputs::FillOutputs(const FillArguments& arguments, FillSource source, std:
         MakeDirectory(*arguments.directory);
         exporter::ExportOptions options = arguments.options;
         options.fill_beside_png = HasFormat(arguments, "png");
+        options.template_beside_html = HasFormat(arguments, "html");
         const std::set<std::string> formats(arguments.formats.begin(), arguments.formats.end());
         for (const std::string& name : formats) {
             m_exporters.push_back(exporter::FindExportFormat(name)->make(options));
             m_wants_thumbnails = m_wants_thumbnails || m_exporters.back()->WantsThumbnails();
+            m_context.with_files = m_context.with_files || m_exporters.back()->WantsSources();
         }
         m_has_index = HasFormat(arguments, "html");
     }
@@ -120,6 +122,7 @@ FillOutputs::FillOutputs(const FillArguments& arguments, FillSource source, std:
     m_context.png_effort = arguments.options.effort;
     m_context.options = recorder::DescribeOptions(arguments.request.host, m_digests);
     if (arguments.library) {
+        m_context.with_files = true;
         m_library = std::make_unique<library::Library>(*arguments.library, library::Access::kWrite);
         m_existing = std::make_unique<library::Library>(*arguments.library, library::Access::kRead);
         m_context.disk = arguments.disk ? *arguments.disk : recorder::DiskNames().NameOf(*m_library, m_source.path);
@@ -213,6 +216,7 @@ void FillOutputs::Export(const library::Recording& recording, Outcome& outcome) 
                 Write(*m_arguments.directory, file);
                 outcome.result.files.push_back((fs::path(*m_arguments.directory) / file.name).string());
             }
+            for (std::string& note : subject.TakeNotes()) outcome.result.notes.push_back({{}, std::move(note)});
         });
     }
     if (!outcome.result.faults.empty() || (!m_wants_thumbnails && !m_has_index)) return;

@@ -72,7 +72,13 @@ void RequirePictureOptions(const CLI::App& command, const std::vector<std::strin
         const bool applies = std::ranges::any_of(
             formats, [&](const std::string& format) { return exporter::FindExportFormat(format)->Takes(option.name); });
         Require(command, name, applies, "--format " + exporter::FormatsWith(option.name));
-        if (!option.needs.empty()) Require(command, name, is_given(option.needs), "--" + std::string(option.needs));
+        // A template is placed in the page of its host.
+        const bool is_alone = std::ranges::any_of(formats, [&](const std::string& format_name) {
+            const exporter::ExportFormat& format = *exporter::FindExportFormat(format_name);
+            return format.Takes(option.name) && !format.Takes(option.needs);
+        });
+        if (!option.needs.empty() && !is_alone)
+            Require(command, name, is_given(option.needs), "--" + std::string(option.needs));
         if (!option.excluded_by.empty() && is_given(option.name) && is_given(option.excluded_by))
             throw CLI::ValidationError(name, std::string(option.exclusion));
     }

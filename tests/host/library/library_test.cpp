@@ -266,6 +266,92 @@ TEST_F(RecordedLibrary, MergesNewAndDifferentRecordings) {
     EXPECT_THROW(library.Merge(m_scratch.Path() / "missing"), library::LibraryError);
 }
 
+TEST_F(RecordedLibrary, KeepsEachFileOnceAndAsLongAsARecordingHasIt) {
+    const library::SharedFile own = library::PackFile("the message"), other = library::PackFile("another message"),
+                              font = library::PackFile(std::string(9000, 'f'));
+    EXPECT_LT(font->stream.size(), 100U);
+    const auto recording = [&](int number, const library::SharedFile& message) {
+        library::Recording result = Numbered(number);
+        result.sources[0].sha256 = message->sha256;
+        result.sources[1].sha256 = font->sha256;
+        result.files = {message, font};
+        return result;
+    };
+    const auto kept = [&] {
+        library::Library library(m_file, Access::kRead);
+        std::string found;
+        for (const auto& [name, file] : {std::pair("own ", own), {"other ", other}, {"font", font}}) {
+            const library::SharedFile read = library.KeptFile(file->sha256);
+            if (read && ContentsOf(*read) == ContentsOf(*file)) found += name;
+        }
+        return found;
+    };
+    {
+        library::Library library(m_file, Access::kWrite);
+        library.Record(std::vector{recording(1, own), recording(2, other)});
+        EXPECT_EQ(kept(), "own other font");
+        EXPECT_TRUE(library.Origin({"", 1})->has_files);
+        // A replacement that has the font, but not its contents.
+        library::Recording bare = recording(2, other);
+        bare.sources[0].sha256.clear();
+        bare.files.clear();
+        library.Record(std::vector{bare});
+        EXPECT_EQ(kept(), "own font");
+        EXPECT_TRUE(library.Remove({"", 1}));
+        EXPECT_EQ(kept(), "font");
+        EXPECT_TRUE(library.Remove({"", 2}));
+        EXPECT_EQ(kept(), "");
+        library.Record(std::vector{Numbered(3)});
+        EXPECT_FALSE(library.Origin({"", 3})->has_files);
+    }
+    const std::filesystem::path shard = m_scratch.Path() / "shard";
+    library::Library(shard, Access::kWrite).Record(std::vector{recording(1, own), recording(2, other)});
+    library::Library library(m_file, Access::kWrite);
+    library::Recording without = recording(2, other);
+    without.files.clear();
+    library.Record(std::vector{without});
+    EXPECT_EQ(library.Merge(shard).unchanged, 1);
+    EXPECT_EQ(kept(), "own other font");
+}
+
+TEST_F(RecordedLibrary, OfAnEarlierVersionIsReadAndGetsItsTablesWhenItIsWritten) {
+    library::Library(m_file, Access::kWrite).Record(std::vector{Numbered(1)});
+    const std::string first_version = "DROP INDEX source_sha256; DROP TABLE file; PRAGMA user_version = 1";
+    Tamper(first_version);
+    {
+        library::Library library(m_file, Access::kRead);
+        EXPECT_EQ(Dump(library.Find({"", 1}).value()), Dump(Numbered(1)));
+        EXPECT_FALSE(library.Origin({"", 1})->has_files);
+        EXPECT_EQ(library.KeptFile(std::string(64, 'a')), nullptr);
+    }
+    const library::SharedFile file = library::PackFile("message");
+    library::Recording recording = Numbered(2);
+    recording.sources = {{"/disk/MESSAGES/.2", {}, file->size, file->sha256}};
+    recording.files = {file};
+    // Opened before it is written by another program.
+    library::Library reader(m_file, Access::kRead), writer(m_file, Access::kWrite);
+    library::Library(m_file, Access::kWrite).Record(std::vector{recording});
+    for (library::Library* library : {&reader, &writer}) EXPECT_NE(library->KeptFile(file->sha256), nullptr);
+    EXPECT_TRUE(writer.Remove({"", 1}));
+    EXPECT_EQ(Numbers(reader.List()), std::vector{2});
+}
+
+TEST_F(RecordedLibrary, RefusesAFileWithAnotherChecksum) {
+    const library::SharedFile file = library::PackFile("message");
+    library::Recording recording = Numbered(1);
+    recording.sources = {{"/disk/MESSAGES/.1", {}, file->size, file->sha256}};
+    recording.files = {file};
+    for (const char* sql :
+         {"UPDATE file SET size = 6", "UPDATE file SET size = 1 << 50", "UPDATE file SET stream = x'00'"}) {
+        std::filesystem::remove(m_file);
+        library::Library(m_file, Access::kWrite).Record(std::vector{recording});
+        Tamper(sql);
+        library::Library library(m_file, Access::kRead), target(m_scratch.Path() / "target", Access::kWrite);
+        EXPECT_THROW(ContentsOf(*library.KeptFile(file->sha256)), std::runtime_error) << sql;
+        EXPECT_THROW(target.Merge(m_file), library::LibraryError) << sql;
+    }
+}
+
 struct Refusal {
     const char* name;
     const char* sql;
@@ -275,7 +361,7 @@ struct Refusal {
 TEST_F(RecordedLibrary, RefusesDamagedAndForeignFiles) {
     const std::string unchecked = "PRAGMA ignore_check_constraints = 1; ";
     const Refusal cases[] = {
-        {"newer", "PRAGMA user_version = 9", "the library has version 9, and this program reads version 1"},
+        {"newer", "PRAGMA user_version = 9", "the library has version 9, and this program reads the versions 1 to 2"},
         {"foreign", "PRAGMA application_id = 5", "another program's database"},
         {"trigger", "CREATE TRIGGER t AFTER INSERT ON font BEGIN DELETE FROM recording; END", "tables are not those"},
         {"column", "ALTER TABLE warning ADD COLUMN x TEXT", "tables are not those"},

@@ -46,6 +46,7 @@ void LibraryWriter::Store(const library::Recording& recording) {
 }
 
 bool LibraryWriter::Record(recorder::ArrivedMessage arrived, recorder::RecordingContext context) {
+    context.with_files = true;
     try {
         m_workers->Give([this, arrived = std::move(arrived), context = std::move(context)] {
             return recorder::MakeRecording(arrived, context, m_digests);
