@@ -63,17 +63,24 @@ unsigned IndexOf(std::uint32_t low, std::uint32_t high) noexcept {
     return index < 1U << 5 ? PixelClass::kBlack : index & 0x1F;
 }
 
-/// Whether all pixels of a glyph have one colour of the set each: colours are mixed by blended runs, and a code that
-/// stays leaves a pixel that isn't straight.
-bool IsPlain(font::RunCodeReader codes) noexcept {
+struct CodeCount {
+    std::uint64_t codes = 0;
+    /// All pixels of the glyph have one colour of the set each: colours are mixed by blended runs, and a code that
+    /// stays leaves a pixel that isn't straight.
+    bool is_plain = true;
+};
+
+CodeCount CountCodes(font::RunCodeReader codes) noexcept {
+    CodeCount count;
     while (codes.Left() != 0) {
         const font::RunCode code = codes.Next();
+        ++count.codes;
         if (code.EndsGlyph()) break;
         const bool is_plain = code.IsColourRun() || code.Operation() == font::RunOperation::kBackground ||
                               code.Operation() == font::RunOperation::kEndOfLine;
-        if (!is_plain) return false;
+        count.is_plain = count.is_plain && is_plain;
     }
-    return true;
+    return count;
 }
 
 /// The pixels of a stored glyph; none if the file has only a part of its record.
@@ -96,7 +103,8 @@ std::optional<Pixels> StoredPixels(std::span<const std::uint8_t> record, const f
 
 class LiveFontReader::Impl {
   public:
-    Impl(std::span<const std::uint8_t> file, int number, const tag_palete& palette) : m_file(file) {
+    Impl(std::span<const std::uint8_t> file, int number, const tag_palete& palette, GlyphBudget& budget)
+        : m_file(file), m_budget(budget) {
         std::optional<fill::FontMetrics> metrics = fill::MeasureFont(file, number);
         if (!metrics || LoadFont(file, m_loaded) != font::FontOutcome::kRead)
             throw std::runtime_error("font " + std::to_string(number) + " is damaged");
@@ -119,11 +127,11 @@ class LiveFontReader::Impl {
 
   private:
     /// Whether the host draws a glyph of this size.
-    bool Take(int width, int height) noexcept {
+    bool Take(int width, int height) {
         if (width <= 0 || height <= 0) return false;
-        const std::uint64_t bytes = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height) * 4;
-        if (bytes > kLargestGlyph) return false;
-        m_font.pixel_bytes += bytes;
+        const std::uint64_t pixels = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
+        if (pixels * 4 > kLargestGlyph) return false;
+        m_budget.TakePixels(pixels);
         return true;
     }
     void AddStored(unsigned code, std::uint32_t offset);
@@ -132,6 +140,7 @@ class LiveFontReader::Impl {
     unsigned ClassOfMixed(const LiveFont::MixedColours& colours);
 
     const std::span<const std::uint8_t> m_file;
+    GlyphBudget& m_budget;
     font::LoadedFont m_loaded;
     std::array<SetColours, kColourSets> m_colours;
     std::set<unsigned> m_added;
@@ -158,6 +167,8 @@ void LiveFontReader::Impl::AddStored(unsigned code, std::uint32_t offset) {
 }
 
 void LiveFontReader::Impl::AddRunCoded(unsigned code, font::RunCodeReader codes) {
+    const CodeCount code_count = CountCodes(codes);
+    m_budget.TakeCodes(code_count.codes);
     const font::GlyphSize size = font::MeasureRunCodes(codes);
     if (!Take(size.width, size.height)) return;
     const std::size_t count = static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
@@ -171,7 +182,7 @@ void LiveFontReader::Impl::AddRunCoded(unsigned code, font::RunCodeReader codes)
     static const SetColours kLowBits = BitColours(0), kHighBits = BitColours(3);
     const Pixels low = draw(kLowBits), high = draw(kHighBits);
     std::vector<Pixels> drawn;
-    if (!IsPlain(codes)) {
+    if (!code_count.is_plain) {
         for (const SetColours& colours : m_colours) drawn.push_back(draw(colours));
     }
     std::vector<std::uint32_t> classes(count);
@@ -204,8 +215,19 @@ unsigned LiveFontReader::Impl::ClassOfMixed(const LiveFont::MixedColours& colour
     return ClassOf({PixelClass::kMixed, found->second});
 }
 
-LiveFontReader::LiveFontReader(std::span<const std::uint8_t> file, int number, const tag_palete& palette)
-    : m_impl(std::make_unique<Impl>(file, number, palette)) {}
+void GlyphBudget::TakePixels(std::uint64_t count) {
+    if (count > m_pixels) throw std::runtime_error("its glyphs have more pixels than a host draws for a message");
+    m_pixels -= count;
+}
+
+void GlyphBudget::TakeCodes(std::uint64_t count) {
+    if (count > m_codes) throw std::runtime_error("its glyphs have more run codes than a host draws for a message");
+    m_codes -= count;
+}
+
+LiveFontReader::LiveFontReader(std::span<const std::uint8_t> file, int number, const tag_palete& palette,
+                               GlyphBudget& budget)
+    : m_impl(std::make_unique<Impl>(file, number, palette, budget)) {}
 LiveFontReader::~LiveFontReader() = default;
 LiveFontReader::LiveFontReader(LiveFontReader&&) noexcept = default;
 

@@ -49,25 +49,36 @@ struct LiveFont {
     std::vector<MixedColours> mixed{};
     /// By code. A code without a glyph draws nothing.
     std::map<unsigned, LiveGlyph> run_coded{}, stored{};
-    /// Bytes of all its glyphs, 4 for each pixel.
-    std::uint64_t pixel_bytes = 0;
+};
+
+/// What the glyphs of a message may still have. The sizes are those of a message that the host draws.
+class GlyphBudget {
+  public:
+    /// @throws std::runtime_error with the reason, when that is more than is left.
+    void TakePixels(std::uint64_t count);
+    void TakeCodes(std::uint64_t count);
+
+  private:
+    /// 4 bytes each.
+    std::uint64_t m_pixels = std::uint64_t{12} << 20;
+    std::uint64_t m_codes = std::uint64_t{16} << 20;
 };
 
 /// Reads what a template needs of a font file, with the pixels that the module builds for a host.
 class LiveFontReader {
   public:
-    /// @param file, palette  kept alive by the caller.
-    /// @param number         by which a message names the font.
+    /// @param file, budget  kept alive by the caller.
+    /// @param number        by which a message names the font.
     /// @throws std::runtime_error for a file that an import doesn't read.
-    LiveFontReader(std::span<const std::uint8_t> file, int number, const tag_palete& palette);
+    LiveFontReader(std::span<const std::uint8_t> file, int number, const tag_palete& palette, GlyphBudget& budget);
     ~LiveFontReader();
     LiveFontReader(LiveFontReader&&) noexcept;
 
     const fill::FontMetrics& Metrics() const noexcept;
 
-    /// Adds the glyph of a code, if there is one.
+    /// Adds the glyph of a code, if there is one. @throws std::runtime_error as GlyphBudget
     void Add(unsigned code);
-    /// Adds the glyphs of all codes, for texts.
+    /// Adds the glyphs of all codes, for texts. @throws as Add
     void AddAll();
 
     /// What has been added. Called once, last.

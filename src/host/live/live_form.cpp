@@ -15,9 +15,6 @@ namespace zel::live {
 
 namespace {
 
-/// As host::GlyphBitmaps::kMessageBytes: 4 bytes for each pixel of all glyphs.
-constexpr std::uint64_t kMostPixelBytes = std::uint64_t{48} << 20;
-
 std::vector<LiveRow> RowsOf(const message::LoadedMessage& message, std::size_t count) {
     std::vector<LiveRow> rows;
     for (const tag_msg_row& row : std::span(message.rows.get(), count)) {
@@ -68,7 +65,7 @@ class Fonts {
         if (!file) return std::nullopt;
         try {
             m_readers.emplace_back(std::span(reinterpret_cast<const std::uint8_t*>(file->data()), file->size()), number,
-                                   palette);
+                                   palette, m_budget);
         } catch (const std::runtime_error&) {
             return std::nullopt;
         }
@@ -76,6 +73,7 @@ class Fonts {
         return m_readers.size() - 1;
     }
 
+    GlyphBudget m_budget;
     std::vector<std::shared_ptr<const std::string>> m_files;
     std::vector<LiveFontReader> m_readers;
     std::array<std::optional<std::size_t>, kFontSlots> m_slots;
@@ -136,12 +134,6 @@ LiveForm MakeLiveForm(std::span<const std::uint8_t> message, const FontFile& fon
     AddGlyphs(form, fonts);
     form.slots = fonts.Slots();
     form.fonts = fonts.Take();
-    std::uint64_t pixel_bytes = 0;
-    for (const LiveFont& font : form.fonts) pixel_bytes += font.pixel_bytes;
-    if (pixel_bytes > kMostPixelBytes) {
-        throw std::runtime_error("its glyphs have " + std::to_string(pixel_bytes >> 20) +
-                                 " MiB of pixels, and a template at most " + std::to_string(kMostPixelBytes >> 20));
-    }
     return form;
 }
 

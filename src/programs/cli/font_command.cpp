@@ -18,6 +18,8 @@
 #include "module/contract/zel_font.h"
 #include "platform/system/files.h"
 #include "programs/cli/diagnostics.h"
+#include "programs/cli/font_kits.h"
+#include "programs/cli/interrupt.h"
 #include "programs/cli/options.h"
 #include "programs/cli/output_check.h"
 #include "programs/cli/output_file.h"
@@ -34,6 +36,7 @@ namespace {
 struct FontArguments {
     run::FontRunRequest request;
     std::optional<std::string> png, json, trace, settings;
+    FontKitArguments kit;
     bool exact = false;
     bool strict = false;
     /// Of the font file, in texts.
@@ -74,6 +77,7 @@ void CheckFiles(const FontArguments& arguments) {
     files.Write(arguments.png, "--png");
     files.Write(arguments.json, "--json");
     files.Write(arguments.trace, "--trace");
+    FontKitWriter::AddFiles(arguments.kit, files);
     CheckOutputs(files);
 }
 
@@ -93,11 +97,23 @@ void WriteDocument(const FontArguments& arguments, const run::FontRunOutcome& ou
     output.Commit();
 }
 
-std::string Written(const FontArguments& arguments) {
+std::string Written(const FontArguments& arguments, const std::optional<fontkit::FontKit>& kit) {
     std::string text;
     if (arguments.png) text += ", " + *arguments.png;
     if (arguments.json) text += ", " + *arguments.json;
+    if (kit) text += ", " + FontKitWriter::Written(*kit, *arguments.kit.directory);
     return text.empty() ? text : "; wrote " + text.substr(2);
+}
+
+std::string SummaryText(const FontSummary& summary) {
+    return "\"" + summary.name + "\", height " + std::to_string(summary.height) + ", " +
+           base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph");
+}
+
+/// A failure counts before what --strict takes as one.
+ExitCode CodeOf(const std::optional<FontKitWriter>& kits, bool strict) {
+    const ExitCode code = StrictCode(strict);
+    return kits && kits->Code() != ExitCode::kDone ? kits->Code() : code;
 }
 
 ExitCode RunFontCommand(const FontArguments& arguments) {
@@ -112,9 +128,13 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
     if (arguments.request.warnings) observers.PrintWarnings();
     FontSummary summary;
     picture::GlyphSheet sheet;
+    std::optional<FontKitWriter> kits;
+    std::optional<fontkit::FontKit> kit;
+    if (arguments.kit.directory) kits.emplace(arguments.kit);
     const run::FontRunOutcome outcome = run::RunFont(arguments.request, observers.All(), [&](CZelFont& fonts) {
         summary = Summarize(fonts.m_Slots[0]);
         if (arguments.png) sheet = picture::DrawGlyphSheet(fonts);
+        if (kits) kit.emplace(kits->Make(fonts, arguments.name));
     });
     observers.CommitTrace();
     if (!outcome.Done()) throw CommandError(outcome.failure);
@@ -124,17 +144,70 @@ ExitCode RunFontCommand(const FontArguments& arguments) {
         picture::WritePng(png, sheet.picture);
     }
     if (json) WriteDocument(arguments, outcome, *json);
+    if (kit) kits->Write(*kit, *arguments.kit.directory, arguments.name);
     PrintDetail("font " + outcome.read_from.value_or(arguments.name));
     if (outcome.read_from) PrintWarning("read from " + *outcome.read_from);
     PrintSheetNotes(sheet);
-    PrintLine(arguments.name + ": \"" + summary.name + "\", height " + std::to_string(summary.height) + ", " +
-              base::Counted(static_cast<std::uint64_t>(summary.glyphs), "glyph") + Written(arguments));
+    PrintLine(arguments.name + ": " + SummaryText(summary) + Written(arguments, kit));
     settings.PrintAnyNote();
-    return StrictCode(arguments.strict);
+    return CodeOf(kits, arguments.strict);
+}
+
+/// Writes the kit of one font of a disk.
+void WriteKit(const FontArguments& arguments, const std::string& file, FontKitWriter& kits) {
+    run::FontRunRequest request = arguments.request;
+    request.file = file;
+    FontSummary summary;
+    std::optional<fontkit::FontKit> kit;
+    const run::FontRunOutcome outcome = run::RunFont(request, {}, [&](CZelFont& fonts) {
+        summary = Summarize(fonts.m_Slots[0]);
+        kit.emplace(kits.Make(fonts, file));
+    });
+    if (!outcome.Done()) throw CommandError(outcome.failure);
+    if (outcome.read_from) PrintWarning(file + ": read from " + *outcome.read_from);
+    const std::string directory = (std::filesystem::path(*arguments.kit.directory) / FontKitStem(file)).string();
+    kits.Write(*kit, directory, file);
+    PrintLine(file + ": " + SummaryText(summary) + "; wrote " + FontKitWriter::Written(*kit, directory));
+}
+
+/// A font that fails leaves the others.
+ExitCode RunFontDisk(const FontArguments& arguments) {
+    const std::vector<std::string> fonts = FontFilesOf(arguments.request.file);
+    CommandFiles files;
+    for (const std::string& font : fonts) files.ReadByModule(font, "a font file");
+    files.SearchByModule(std::filesystem::path(fonts.front()).parent_path().string());
+    files.ReadNameLists(arguments.request.maps);
+    files.ReadSettings(arguments.settings);
+    FontKitWriter::AddFiles(arguments.kit, files);
+    CheckOutputs(files);
+    const SettingsScope settings(arguments.settings);
+    PrintDirectoryNotes(arguments.request.maps, std::nullopt);
+    std::optional<FontKitWriter> kits(arguments.kit);
+    HandleInterrupts();
+    std::size_t failed = 0;
+    for (const std::string& font : fonts) {
+        if (WasInterrupted()) return InterruptCode();
+        try {
+            WriteKit(arguments, font, *kits);
+        } catch (const CommandError& error) {
+            PrintError(error.what());
+            ++failed;
+        }
+    }
+    PrintLine(base::Counted(fonts.size() - failed, "font") + " of " + std::to_string(fonts.size()) + " written to " +
+              *arguments.kit.directory);
+    settings.PrintAnyNote();
+    return failed != 0 ? ExitCode::kNotDone : CodeOf(kits, arguments.strict);
+}
+
+bool IsDirectory(const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_directory(path, error);
 }
 
 ExitCode RunNamedFont(FontArguments arguments) {
     arguments.name = arguments.request.file;
+    if (IsDirectory(arguments.name)) return RunFontDisk(arguments);
     if (!IsStandardInput(arguments.name)) return RunFontCommand(arguments);
     const SpooledInput input("MACHINE");
     arguments.request.file = input.Path();
@@ -146,7 +219,18 @@ ExitCode RunNamedFont(FontArguments arguments) {
     }
 }
 
+/// A disk has kits and nothing else.
+void CheckDiskOptions(const CLI::App& command, const FontArguments& arguments) {
+    if (!IsDirectory(arguments.request.file)) return;
+    if (!arguments.kit.directory) throw CLI::RequiresError("a directory of fonts", "--kit");
+    for (const char* option : {"--png", "--json", "--trace", "--warnings"}) {
+        if (command.count(option) != 0) throw CLI::ExcludesError(option, "a directory of fonts");
+    }
+}
+
 void CheckOptions(const CLI::App& command, const FontArguments& arguments) {
+    CheckDiskOptions(command, arguments);
+    CheckFontKitOptions(command, arguments.kit);
     RequireFontPrompt(command, arguments.request.warnings, arguments.request.box_answer);
     Require(command, "--exact", arguments.json.has_value(), "--json");
     ReserveStandardOutputFor({{"--png", &arguments.png}, {"--json", &arguments.json}, {"--trace", &arguments.trace}});
@@ -154,12 +238,16 @@ void CheckOptions(const CLI::App& command, const FontArguments& arguments) {
 
 void AddOptions(CLI::App& command, FontArguments& arguments) {
     run::FontRunRequest& request = arguments.request;
-    AddArgument(command, "FONTFILE", request.file, "the font file, such as DISK/MACHINE/.0012; - is standard input");
+    AddArgument(
+        command, "FONTFILE", request.file,
+        "the font file, such as DISK/MACHINE/.0012; - is standard input; for --kit also a disk or a directory of "
+        "fonts");
     AddPath(command, "--png", arguments.png, "FILE|-", "write a sheet of all glyphs with their codes as PNG");
     AddPath(command, "--json", arguments.json, "FILE|-",
             "write the font as a JSON document, from which \"zeltrans write\" makes the file again");
     AddExact(command, arguments.exact, "--json");
     AddTrace(command, arguments.trace);
+    AddFontKit(command, arguments.kit);
     command.add_flag("--warnings", request.warnings,
                      "turn the module's warnings on and print each message box on standard error");
     AddFontPrompt(command, request.box_answer, request.browse);
@@ -167,7 +255,7 @@ void AddOptions(CLI::App& command, FontArguments& arguments) {
     AddSettings(command, arguments.settings);
     AddStrict(command, arguments.strict);
     AddVerbosity(command, true);
-    AddExample(command, "zeltrans font DISK/MACHINE/.0012 --png glyphs.png");
+    AddExample(command, "zeltrans font DISK/MACHINE/.0012 --png glyphs.png\n  zeltrans font DISK --kit fonts --otf");
 }
 
 }  // namespace
@@ -175,7 +263,9 @@ void AddOptions(CLI::App& command, FontArguments& arguments) {
 void AddFontCommand(CLI::App& app, CommandRun& run) {
     const auto arguments = std::make_shared<FontArguments>();
     CLI::App& command = *app.add_subcommand(
-        "font", "Reads one font without a message and writes a sheet of its glyphs, a document or a trace.");
+        "font",
+        "Reads one font without a message and writes a sheet of its glyphs, a document, a trace, or a kit for other "
+        "programs.");
     AddOptions(command, *arguments);
     command.callback([arguments, &command, &run] {
         CheckOptions(command, *arguments);

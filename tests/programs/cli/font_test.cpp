@@ -40,6 +40,63 @@ TEST(FontCommand, GivesExitCodeOneForAFailureAndTracesIt) {
     EXPECT_FALSE(std::filesystem::exists(disk / "a.png"));
 }
 
+TEST(FontCommand, WritesAKitOnceUnlessToldToReplaceIt) {
+    const CommandDisk disk;
+    const CommandResult first = disk.Shell("zeltrans font MACHINE/.0012 --kit kit --otf --colours MESSAGES/.0012");
+    EXPECT_EQ(first.exit_code, 0) << first.err;
+    EXPECT_THAT(first.out, HasSubstr(" files to kit\n"));
+    EXPECT_TRUE(std::filesystem::exists(disk / "kit/0012-pixels.ttf"));
+    EXPECT_EQ(disk.Shell("cp -r kit old && rm kit/0012.json kit/0012_set3.xml && echo x >kit/0012.ttf").exit_code, 0);
+    const CommandResult second = disk.Shell("zeltrans font MACHINE/.0012 --kit kit --otf");
+    EXPECT_EQ(second.exit_code, 1);
+    EXPECT_THAT(second.err, EndsWith(": exists already; --overwrite replaces it\n"));
+    EXPECT_FALSE(std::filesystem::exists(disk / "kit/0012_set3.xml")) << "nothing is written";
+    EXPECT_EQ(disk.Shell("zeltrans font MACHINE/.0012 --kit kit --otf --colours MESSAGES/.0012 --overwrite && "
+                         "diff -r old kit")
+                  .exit_code,
+              0);
+}
+
+TEST(FontCommand, WritesTheKitsOfADiskAndGoesOnAfterAFailure) {
+    const CommandDisk disk;
+    disk.Shell("cp MACHINE/.0012 MACHINE/.0013; echo none >MACHINE/.0014; cp MACHINE/.0012 MACHINE/other");
+    const CommandResult result = disk.Shell("zeltrans font . --kit kits");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_EQ(result.ErrorLines(), 1) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("MACHINE/.0014: "));
+    EXPECT_THAT(result.out, EndsWith("2 fonts of 3 written to kits\n"));
+    EXPECT_TRUE(std::filesystem::exists(disk / "kits/0013/0013_set7.fnt"));
+    EXPECT_EQ(disk.Shell("diff -r kits/0012/0012_glyphs kits/0013/0013_glyphs").exit_code, 0);
+}
+
+struct KitRefusal {
+    const char* line;
+    int exit_code;
+    const char* error;
+};
+
+TEST(FontCommand, RefusesKitsThatWouldDestroyOrMeanNothing) {
+    const CommandDisk disk;
+    for (const KitRefusal& refusal : {
+             KitRefusal{"font MACHINE/.0012 --otf", 2, "--otf requires --kit"},
+             KitRefusal{"font MACHINE/.0012 --kit kit --aspect pal", 2, "--aspect requires --otf"},
+             KitRefusal{"font . --png a.png --kit kit", 2, "--png excludes a directory"},
+             KitRefusal{"font .", 2, "a directory of fonts requires --kit"},
+             KitRefusal{"font MACHINE/.0012 --kit MACHINE", 1, "contains the files of a disk"},
+             KitRefusal{"font . --kit MESSAGES/new", 1, "contains the files of a disk"},
+             KitRefusal{"font MESSAGES --kit kit", 1, "MESSAGES/.0012: "},
+             KitRefusal{"font MACHINE/.0012 --kit kit --colours MESSAGES/.0020", 1,
+                        "MESSAGES/.0020: a picture has no colour sets"},
+             KitRefusal{"font MACHINE/.0012 --kit kit --colours none", 1, "none: "},
+             KitRefusal{"font MACHINE/.0012 --kit run.err/kit", 1, "run.err/kit/0012_set0.fnt: "},
+         }) {
+        const CommandResult result = disk.Shell(std::string("zeltrans ") + refusal.line);
+        EXPECT_EQ(result.exit_code, refusal.exit_code) << refusal.line;
+        EXPECT_THAT(result.err, HasSubstr(refusal.error)) << refusal.line;
+        EXPECT_FALSE(std::filesystem::exists(disk / "kit")) << refusal.line;
+    }
+}
+
 }  // namespace
 
 }  // namespace zel::test

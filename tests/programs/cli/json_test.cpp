@@ -32,6 +32,9 @@ constexpr JsonCase kJsonCases[] = {
     {"message-document",
      "for file in *.json out/*.json; do [ $file = report.json ] || tr -d '\\n' <$file; echo; done | grep ."},
     {"font-document", "for file in disk/MACHINE/.*[0-9]; do zeltrans font $file --json - | tr -d '\\n'; echo; done"},
+    {"font-kit",
+     "for font in 0015 0060; do zeltrans font disk/MACHINE/.$font --kit kits --otf -q; tr -d '\\n' <kits/$font.json; "
+     "echo; done"},
     {"write-result",
      "zeltrans write text.json --to new --json; zeltrans write rgba.json --to no --json; "
      "echo '{\"version\":1,\"file\":{\"type\":1}}' | zeltrans write - --to no --json"},
