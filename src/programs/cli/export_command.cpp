@@ -90,7 +90,7 @@ std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& 
     if (failures.empty() && summary.messages == 0) return NoMessage(arguments);
     if (failures.empty()) return {};
     for (const std::string& failure : failures) PrintNote(failure);
-    return base::Counted(failures.size(), "file") + " could not be exported, the first: " + failures.front();
+    return base::Counted(failures.size(), "fault") + " in the export, the first: " + failures.front();
 }
 
 /// The directory of an export, and the folders in it that the formats have.
