@@ -174,8 +174,8 @@ def check_fade(browser):
         }
         return [seen, performance.now() - start];""")
     values, milliseconds = seen
-    assert values == sorted(values) and values[0] < 0.5 and values[-1] == 1 and len(values) > 4, seen
-    assert FADE - 20 <= milliseconds < FADE + 300, seen
+    assert values == sorted(values) and values[0] < 0.5 and values[-1] == 1 and len(values) > 2, seen
+    assert FADE - 20 <= milliseconds < FADE + 1500, seen
 
 
 def check_place(browser, wanted):

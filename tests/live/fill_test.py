@@ -2,6 +2,7 @@
 
 The messages of the demonstration disk as they are; then forms that are made of them with random fields: overlapping,
 on empty rows, with fonts of their own, of the row, and none; with short texts in several fields and long ones in one.
+In the fonts of these forms the blank has pixels, which an import puts into fields without text.
 """
 
 import copy
@@ -25,6 +26,8 @@ def random_form(choose, documents):
             row.update(characters=[], empty=True)
         elif len(characters) > 1 and change < 0.3:
             row["characters"] = characters[:choose.randrange(1, len(characters))]
+        for character in row.get("characters", []) if change > 0.7 else []:
+            character["y"] = max(0, character["y"] + choose.randrange(-6, 7))
     fonts = [slot for slot, number in enumerate(file["font_numbers"]) if number is not None]
     fields = []
     for _ in range(choose.randrange(1, 9)):
@@ -73,6 +76,20 @@ def check_messages(disk, folder):
         assert got == wanted, form
 
 
+def show_blanks(fonts, folder):
+    for file in sorted(fonts.iterdir()):
+        run(ZELTRANS, "font", file, "--json", folder / "font.json")
+        document = json.loads((folder / "font.json").read_text())
+        font = document["file"]
+        font.pop("sha256")
+        for part, keys in (("directory", ["top"]), ("encoding", ["lines"])):
+            entries = {entry["code"]: entry for entry in font.get(part, [])}
+            if ord(" ") in entries and ord("I") in entries:
+                entries[ord(" ")].update({key: entries[ord("I")][key] for key in keys})
+        (folder / "font.json").write_text(json.dumps(document))
+        run(ZELTRANS, "write", folder / "font.json", "--to", file, "--overwrite")
+
+
 def make_forms(choose, disk, folder):
     run(ZELTRANS, "batch", disk, "--maps", disk, "--out", folder / "documents")
     documents = [json.loads(file.read_text()) for file in sorted((folder / "documents").glob("*.json"))]
@@ -80,6 +97,7 @@ def make_forms(choose, disk, folder):
     made = folder / "made"
     (made / "MESSAGES").mkdir(parents=True)
     shutil.copytree(disk / "MACHINE", made / "MACHINE")
+    show_blanks(made / "MACHINE", folder)
     for number in range(1, FORMS + 1):
         document = folder / "form.json"
         document.write_text(json.dumps(random_form(choose, documents)))

@@ -59,7 +59,7 @@ for (const [name, advances, most, overflow, expected] of [
     ['fits', [40, 60], 63, 'squeeze', [17, 57]],
     ['one pixel too wide', [40, 61], 63, 'cut', [17]],
     ['squeezed', [40, 40, 40], 63, 'squeeze', [17, 47, 77]],
-    ['halves are rounded up', [25, 25, 90], 63, 'squeeze', null],
+    ['squeezed to the nearest pixel', [33, 34, 50], 63, 'squeeze', [17, 42, 67]],
     ['at half of the distances', [60, 60, 40], 63, 'squeeze', [17, 47, 77]],
     ['below half', [61, 60, 40], 63, 'squeeze', null],
     ['one wider than the field', [101], 63, 'cut', null],
@@ -108,6 +108,7 @@ for (const [form, fit, width, height, expected] of [
     [pal, 'pillar', 1024, 576, [119, 0, 785, 576]], [pal, 'fill', 1024, 576, [0, 0, 1024, 576]],
     [pal, 'pillar', 1920, 1080, [223, 0, 1473, 1080]], [pal, 'pixel', 1920, 1080, [600, 252, 720, 576]],
     [ntsc, 'pillar', 720, 540, [0, 2, 720, 535]], [ntsc, 'pixel', 640, 480, [0, 0, 720, 486]],
+    [ntsc, 'pixel', 1920, 1080, [600, 296, 720, 486]],
     [ntsc, 'pillar', 0, 0, [0, 0, 720, 486]]
 ]) {
     const place = placeOf(form, fit, width, height);
