@@ -1,31 +1,16 @@
 #pragma once
 
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "host/export/export_job.h"
+#include "host/export/source_files.h"
 #include "host/export_service.h"
 #include "host/library/library.h"
 
 namespace zel::exporter {
-
-/// Reads the files that recordings were made from, and keeps those that the next message may have too.
-class SourceFiles {
-  public:
-    /// @param library  kept alive by the caller.
-    explicit SourceFiles(library::Library& library) : m_library(library) {}
-
-    /// Sets Recording::files, as far as the library keeps them. @throws library::LibraryError
-    void AddTo(library::Recording& recording);
-
-  private:
-    library::Library& m_library;
-    /// By checksum.
-    std::map<std::string, library::SharedFile> m_fonts;
-};
 
 /// Exports the recordings of one disk in a library, number by number.
 class LibraryExportService : public host::ExportService {

@@ -1,7 +1,6 @@
 #include "host/export/live_subject.h"
 
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <stdexcept>
 

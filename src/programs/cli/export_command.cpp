@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "host/document/json_version.h"
+#include "host/export/bag.h"
 #include "host/export/export_formats.h"
 #include "host/export/export_job.h"
 #include "host/export/file_patterns.h"
@@ -89,7 +90,7 @@ std::string Failure(const ExportArguments& arguments, const run::ExportOutcome& 
     if (failures.empty() && summary.messages == 0) return NoMessage(arguments);
     if (failures.empty()) return {};
     for (const std::string& failure : failures) PrintNote(failure);
-    return base::Counted(failures.size(), "file") + " could not be exported, the first: " + failures.front();
+    return base::Counted(failures.size(), "fault") + " in the export, the first: " + failures.front();
 }
 
 /// The directory of an export, and the folders in it that the formats have.
@@ -107,7 +108,11 @@ void CheckFiles(const ExportArguments& arguments) {
     files.ReadLibrary(arguments.library);
     files.ReadSettings(arguments.settings);
     files.Write(arguments.trace, "--trace");
-    if (!arguments.IsStream()) WriteInto(arguments.directory, files);
+    if (!arguments.IsStream()) {
+        const bool is_bag = arguments.options.bag;
+        WriteInto(is_bag ? arguments.directory + "/data" : arguments.directory, files);
+        if (is_bag) files.WriteInto(arguments.directory, exporter::IsTagFile);
+    }
     CheckOutputs(files);
 }
 
@@ -230,6 +235,7 @@ void CheckOptions(const CLI::App& command, ExportArguments& arguments) {
         if (formats.size() != 1 || !exporter::FindExportFormat(formats.front())->is_single_file)
             throw CLI::ValidationError("--out", "standard output takes one --format that makes a single file");
         Require(command, "--jobs", false, "a directory of files");
+        Require(command, "--bag", false, "a directory of files");
     }
     const std::optional<std::string> directory(arguments.directory);
     ReserveStandardOutputFor({{"--out", &directory}, {"--trace", &arguments.trace}}, arguments.json);
@@ -254,6 +260,8 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     command.add_flag_callback(
         "--list-formats", [arguments] { ListFormats(arguments->json); }, "print the formats and exit");
     AddPictureOptions(command, arguments->options);
+    command.add_flag("--bag", arguments->options.bag,
+                     "make the directory a BagIt bag, with the files in its folder data");
     AddText(command, "--disk", arguments->name, "NAME", "the name of the disk, if the library contains several");
     AddJobs(command, arguments->jobs, "messages exported in parallel");
     AddTrace(command, arguments->trace);

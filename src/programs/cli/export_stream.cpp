@@ -6,7 +6,7 @@
 
 #include "base/text.h"
 #include "host/export/export_subject.h"
-#include "host/export/library_export_service.h"
+#include "host/export/source_files.h"
 
 namespace zel::cli {
 

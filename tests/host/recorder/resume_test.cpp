@@ -52,6 +52,42 @@ TEST(Sources, WithoutAChecksumAreNeverUnchanged) {
     EXPECT_FALSE(recorder::AreUnchanged({stopped.Of(file)}, "", digests));
 }
 
+TEST(Sources, AreReadWithTheirContentsAndSharedWhileTheyStayTheSame) {
+    const samples_test::ScratchDirectory scratch;
+    const std::string file = scratch.Path() / "file";
+    base::WriteWholeFile(file, "first");
+    recorder::FileDigests digests;
+    EXPECT_EQ(digests.Of(file).sha256, base::Sha256("first"));
+    const recorder::ReadSource first = digests.Read(file, 100);
+    EXPECT_EQ(first.file.sha256, base::Sha256("first"));
+    EXPECT_EQ(ContentsOf(*first.contents), "first");
+    EXPECT_EQ(digests.Read(file, 100).contents, first.contents);
+    base::WriteWholeFile(file, "second");
+    EXPECT_EQ(ContentsOf(*digests.Read(file, 100).contents), "second");
+    EXPECT_EQ(digests.Read(file, 5).file.sha256, "");
+    std::filesystem::resize_file(file, library::kLargestKeptFile + 1);
+    const recorder::ReadSource large = digests.Read(file, library::kLargestKeptFile * 2);
+    EXPECT_NE(large.file.sha256, "");
+    EXPECT_EQ(large.contents, nullptr);
+}
+
+TEST(UpToDate, AreRecordingsWhoseFilesAreKept) {
+    const samples_test::ScratchDirectory scratch;
+    const std::string file = scratch.Path() / "message";
+    base::WriteWholeFile(file, "message");
+    library::Library library(scratch.Path() / "lib", library::Access::kWrite);
+    recorder::FileDigests digests;
+    for (const bool has_files : {false, true}) {
+        library::Recording recording;
+        recording.number = 7;
+        recorder::ReadSource source = digests.Read(file, 100);
+        recording.sources = {source.file};
+        if (has_files) recording.files = {source.contents};
+        library.Record(std::vector{recording});
+        EXPECT_EQ(UpToDateNumbers(library, {}, 1, 9, digests).contains(7), has_files);
+    }
+}
+
 }  // namespace
 
 }  // namespace zel::test

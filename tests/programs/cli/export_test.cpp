@@ -29,6 +29,24 @@ TEST_F(ExportCommand, WritesEachFormatAndAValidManifest) {
     EXPECT_EQ(json::parse(m_disk.Read("out/0012.json"))["number"], 12);
 }
 
+// The fields of the message have a font that is missing.
+TEST_F(ExportCommand, MakesTemplatesAndGraphicsFromTheLibraryAlone) {
+    const CommandResult result = m_disk.Shell(
+        "rm -r MESSAGES MACHINE && zeltrans export lib --out out --format template --format ograf --fit pixel");
+    EXPECT_EQ(result.exit_code, 1);
+    EXPECT_THAT(result.err,
+                HasSubstr("note: 0012: template: field f0 \"NAME\" can't be filled and is left out: font 31"));
+    EXPECT_THAT(result.err, HasSubstr("zeltrans: 4 faults in the export, the first: 0012: template: field f0"));
+    EXPECT_EQ(m_disk.Shell("cd out && find . -type f | sort && sha256sum -c --quiet SHA256SUMS").out,
+              "./0012.html\n./0012.zip\n./0012/0012.ograf.json\n./0012/graphic.mjs\n./0012/thumbnail.png\n./0020.html\n"
+              "./0020.zip\n./0020/0020.ograf.json\n./0020/graphic.mjs\n./0020/thumbnail.png\n./SHA256SUMS\n"
+              "./manifest.json\n");
+    EXPECT_THAT(m_disk.Shell("zeltrans export lib --out out --format html").err,
+                HasSubstr("templates with the names of pages"));
+    EXPECT_EQ(m_disk.Shell("zeltrans export lib 20 --out both --format html --format template && ls both").out,
+              "1 message, 5 files in both\n0020.html\n0020_template.html\nSHA256SUMS\nindex.html\nmanifest.json\n");
+}
+
 TEST_F(ExportCommand, TracesTheModulesBatchExport) {
     const CommandResult result = m_disk.Shell("zeltrans export lib 11 12 --out out --trace -");
     EXPECT_THAT(

@@ -81,8 +81,9 @@ class Fader {
     /** Ends a fade where it is. */
     stop() {
         this.fade = steady(this.fade.at(performance.now()));
-        cancelAnimationFrame(this.frame);
+        if (this.frame !== 0) cancelAnimationFrame(this.frame);
         window.clearTimeout(this.timer);
+        this.frame = 0;
         this.finish();
         this.finish = () => {};
     }

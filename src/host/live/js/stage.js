@@ -97,6 +97,7 @@ class Stage {
 
     /**
      * Sets texts; draw() shows them. Fields that aren't named keep theirs, as do fields for which a text has a fault.
+     * What is said about the texts goes to the console, too.
      * @param {Map<string, string>} texts  by key.
      */
     update(texts) {
@@ -105,7 +106,9 @@ class Stage {
             const field = findField(this.form.fields, key);
             if (field >= 0) values.set(field, text);
         });
-        if (texts.size > 0) this.apply(values);
+        if (texts.size === 0) return;
+        this.apply(values);
+        for (const note of this.notes) console.warn(this.form.fields[note.field].key + ': ' + note.text);
     }
 
     /** @param {Map<number, string>} values */

@@ -51,7 +51,6 @@ class Template {
     update(texts) {
         this.stage.update(texts);
         this.stage.redraw();
-        for (const note of this.stage.notes) console.warn(this.stage.form.fields[note.field].key + ': ' + note.text);
         if (this.panel !== null) this.panel.refresh();
     }
 

@@ -6,6 +6,7 @@
 
 #include "host/export/export_job.h"
 #include "host/export/library_export_service.h"
+#include "host/export/source_files.h"
 #include "host/library/library.h"
 #include "host/module_call.h"
 #include "host/native_path.h"
@@ -23,8 +24,7 @@ exporter::ExportJob MakeJob(const ExportSettings& settings) {
     std::vector<std::string> formats;
     for (const QString& format : settings.formats) formats.push_back(format.toStdString());
     const int jobs = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    return exporter::ExportJob(QFile::encodeName(settings.directory).toStdString(), formats, {settings.premultiplied},
-                               jobs);
+    return exporter::ExportJob(QFile::encodeName(settings.directory).toStdString(), formats, settings.options, jobs);
 }
 
 void AddSummary(const exporter::ExportSummary& summary, ExportResult& result) {
@@ -62,10 +62,14 @@ ExportResult ExportTask::Run() {
     try {
         library::Library library(m_library, library::Access::kRead);
         exporter::ExportJob job = MakeJob(m_settings);
+        exporter::SourceFiles files(library);
         int done = 0;
         for (const library::RecordingKey& key : m_keys) {
             if ((result.cancelled = m_cancelled)) break;
-            if (auto recording = library.Find(key)) job.Export(std::move(*recording));
+            if (auto recording = library.Find(key)) {
+                if (job.WantsSources()) files.AddTo(*recording);
+                job.Export(std::move(*recording));
+            }
             Q_EMIT progressed(++done, static_cast<int>(m_keys.size()));
         }
         AddSummary(job.Finish(), result);
