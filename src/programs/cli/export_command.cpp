@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <CLI/App.hpp>
@@ -217,11 +218,10 @@ void ListFormats(bool json) {
             continue;
         }
         std::cout << format.name << std::string(format.name.size() < 10 ? 10 - format.name.size() : 1, ' ')
-                  << format.description << "\n";
-        if (format.options.empty()) continue;
-        std::string options;
-        for (const std::string_view option : format.options) options.append(" --").append(option);
-        std::cout << std::string(10, ' ') << "options:" << options << "\n";
+                  << format.description;
+        const char* before = " [";
+        for (const std::string_view option : format.options) std::cout << std::exchange(before, " ") << "--" << option;
+        std::cout << (format.options.empty() ? "\n" : "]\n");
     }
     throw CLI::Success();
 }

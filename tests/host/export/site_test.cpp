@@ -105,8 +105,15 @@ TEST_F(Site, LeavesAnotherIndexAlone) {
     EXPECT_EQ(Read("index.html"), "mine");
     std::filesystem::remove(m_out / "index.html");
     Run({"html"}, {Message(1, "one")});
-    EXPECT_THAT(site, ThrowsMessage<std::runtime_error>(HasSubstr("pages of another format")));
-    EXPECT_THAT([&] { Run({"site", "html"}, {}); }, ThrowsMessage<std::runtime_error>(HasSubstr("choose one of them")));
+    EXPECT_THAT(site, ThrowsMessage<std::runtime_error>(HasSubstr("the index.html of html")));
+}
+
+TEST_F(Site, IsTheIndexOfThePagesBesideIt) {
+    for (int number = 1; number <= 2; ++number) Run({"html", "site"}, {Message(number, "text")});
+    EXPECT_THAT(Numbers(), ElementsAre(1, 2));
+    EXPECT_THAT(Read("pages/0002.html"), HasSubstr("href=\"../0002.html\""));
+    EXPECT_THAT([&] { Run({"html"}, {Message(3, "text")}); },
+                ThrowsMessage<std::runtime_error>(HasSubstr("the index.html of site")));
 }
 
 TEST(SiteIndex, RefusesDataThatNoSiteHas) {
