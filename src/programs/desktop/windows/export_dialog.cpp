@@ -65,10 +65,10 @@ void ExportDialog::FillFormats() {
         m_ui->formats->addItem(item);
     }
     m_ui->formats->setCurrentRow(0);
-    constexpr int kFrame = 8, kSpacing = 2;
+    // With all options the dialog is high; the list then gives way on a small screen.
+    constexpr int kFrame = 8, kSpacing = 2, kLeastRows = 5;
     m_ui->formats->setSpacing(kSpacing);
-    m_ui->formats->setMinimumHeight(m_ui->formats->count() * (m_ui->formats->sizeHintForRow(0) + 2 * kSpacing) +
-                                    kFrame);
+    m_ui->formats->setMinimumHeight(kLeastRows * (m_ui->formats->sizeHintForRow(0) + 2 * kSpacing) + kFrame);
     m_ui->formats->setMinimumWidth(m_ui->formats->sizeHintForColumn(0) + 4 * kFrame);
 }
 
