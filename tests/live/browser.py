@@ -13,6 +13,7 @@ from PIL import Image
 
 try:
     from selenium import webdriver
+    from selenium.webdriver.common.action_chains import ActionChains
     from selenium.webdriver.chrome.service import Service
 except ImportError:
     sys.exit(77)
@@ -66,6 +67,10 @@ class Browser:
         """The value of an asynchronous function with this body."""
         text = f"const done = arguments[0]; (async () => {{ {script} }})().then(done, e => done('failed: ' + e.stack));"
         return self.driver.execute_async_script(text)
+
+    def click(self):
+        """A person's click in the upper left corner."""
+        ActionChains(self.driver).move_by_offset(0, 0).click().perform()
 
     def screenshot(self):
         data = self.driver.execute_cdp_cmd("Page.captureScreenshot", {"format": "png"})["data"]

@@ -91,7 +91,8 @@ def filled(message, records, folder, overflow="squeeze"):
     """For each record, a dictionary by field, the picture of the message that is filled with it; None with a fault."""
     folder.mkdir()
     (folder / "data.jsonl").write_text("".join(json.dumps(record) + "\n" for record in records))
-    run(ZELTRANS, "fill", message, "--data", folder / "data.jsonl", "--out", folder, "--overflow", overflow, check=False)
+    table = folder / "data.jsonl"
+    run(ZELTRANS, "fill", message, "--data", table, "--out", folder, "--overflow", overflow, check=False)
     files = [folder / f"{number:04d}.png" for number in range(1, len(records) + 1)]
     return [picture(file) if file.exists() else None for file in files]
 

@@ -7,7 +7,7 @@ from browser import Browser
 from disk import *
 
 FORM, FADE = 13, 400
-# In element.html: the class, its name as SPX makes it, an element that was loaded and added, and times of calls.
+# A page that defines the element under the name that SPX makes, with functions that make and load one.
 SCRIPT = """
 <!DOCTYPE html><link rel="icon" href="data:,"><style>body { margin: 0; }</style><script type="module">
 import Graphic from './MAIN';
@@ -96,7 +96,8 @@ def check_calls(browser):
                 assert not undefined and milliseconds < 3000, (mode, name, undefined, milliseconds)
             assert results[1] == 0
     # Without arguments, and before load, nothing throws.
-    names = ["updateAction", "playAction", "stopAction", "customAction", "goToTime", "setActionsSchedule", "dispose", "load"]
+    names = ["updateAction", "playAction", "stopAction", "customAction", "goToTime", "setActionsSchedule", "dispose",
+             "load"]
     codes = browser.run_async(f"""
         const element = make(), codes = [];
         for (const name of {json.dumps(names * 2)}) codes.push(((await element[name]()) || {{}}).statusCode || 0);
@@ -181,9 +182,10 @@ def check_fade(browser):
 def check_place(browser, wanted):
     """In a box of its own, or in a layer; the rest of the page stays clear."""
     browser.resize(1280, 720)
+    load = {"data": {"f0": "Ida", "f2": "Kiel"}, "renderCharacteristics": {"resolution": {"width": 9, "height": 9}}}
     for style in ("display: block; width: 720px; height: 486px", "position: absolute; width: 720px; height: 486px"):
         browser.run_async(f"""
-            await shown({{data: {{f0: 'Ida', f2: 'Kiel'}}, renderCharacteristics: {{resolution: {{width: 9, height: 9}}}}}});
+            await shown({json.dumps(load)});
             element.style.cssText = '{style}';
             await new Promise(requestAnimationFrame);
             await new Promise(requestAnimationFrame);
@@ -203,7 +205,8 @@ def main():
         assert len(packages) == 21, packages
         form = file_of(exports["ograf"], FORM, "")
         records = [{"f0": "Ida"}, {"f0": "Ida", "f2": "Kiel"}]
-        pictures = dict(zip(map(json.dumps, records), filled(disk / f"MESSAGES/.{FORM:04d}", records, folder / "filled")))
+        images = filled(disk / f"MESSAGES/.{FORM:04d}", records, folder / "filled")
+        pictures = dict(zip(map(json.dumps, records), images))
         wanted = pictures[json.dumps(records[1])]
         with Browser(folder) as browser:
             check_messages(browser, packages, exports["png"])

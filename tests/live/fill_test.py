@@ -12,7 +12,7 @@ import random
 
 from disk import *
 
-FORMS, SHORT, LONG = 12, 5, 5
+FORMS, SHORT, LONG = 9, 5, 5
 
 
 def random_form(choose, documents):

@@ -142,12 +142,13 @@ def check_places(browser, page):
     browser.resize(1920, 1080)
     height = browser.run_async("""
         const canvas = document.querySelector('canvas'), start = performance.now();
-        while (canvas.clientHeight !== 1080 && performance.now() - start < 5000) await new Promise(requestAnimationFrame);
+        while (canvas.clientHeight !== 1080 && performance.now() - start < 5000)
+            await new Promise(requestAnimationFrame);
         return canvas.clientHeight;""")
     assert height == 1080, height
 
 
-def check_panel(browser, page, pictures):
+def check_panel(browser, page):
     count = "return document.querySelectorAll('input').length"
     data = "return document.querySelector('canvas').toDataURL()"
     path = f"{page.parent.name}/{page.name}"
@@ -167,26 +168,20 @@ def check_panel(browser, page, pictures):
     assert browser.run(data) == typed != before
     # A click opens the panel of a page that no host has called; a host's call closes it.
     browser.open(path)
-    click = webdriver_click(browser)
-    click()
+    browser.click()
     assert browser.run(count) == len(fields)
     browser.run("update('')")
     assert browser.run(count) == 0
     for opened in (path + "?play=1", path):
         browser.open(opened)
         browser.run("if (location.search === '') stop()")
-        click()
+        browser.click()
         assert browser.run(count) == 0, opened
     (page.parent / "frame.html").write_text(f'<iframe src="{page.name}" width="800" height="600"></iframe>')
     browser.open(f"{page.parent.name}/frame.html")
-    click()
+    browser.click()
     browser.driver.switch_to.frame(0)
     assert browser.run(count) == 0
-
-
-def webdriver_click(browser):
-    from selenium.webdriver.common.action_chains import ActionChains
-    return lambda: ActionChains(browser.driver).move_by_offset(0, 0).click().perform()
 
 
 def main():
@@ -203,7 +198,7 @@ def main():
             check_names(browser, form)
             check_fades(browser, form)
             check_places(browser, form)
-            check_panel(browser, form, exports["png"])
+            check_panel(browser, form)
 
 
 main()

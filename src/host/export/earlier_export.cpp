@@ -65,10 +65,12 @@ bool AnyTakes(const Manifest& manifest, std::string_view option) {
     return std::ranges::any_of(manifest.formats, [&](const std::string& name) { return Takes(name, option); });
 }
 
-/// A list that two formats have under one name: that of pages.
-bool HasOtherIndex(const Manifest& planned, const Manifest& earlier) {
-    return (HasName(planned.formats, "site") && HasName(earlier.formats, "html")) ||
-           (HasName(planned.formats, "html") && HasName(earlier.formats, "site"));
+/// The format whose list of pages is index.html; empty for none. A site lists the pages of html, too.
+std::string_view IndexOwner(const Manifest& manifest) {
+    for (const std::string_view format : {"site", "html"}) {
+        if (HasName(manifest.formats, format)) return format;
+    }
+    return {};
 }
 
 /// Whether a fill has the name that a PNG of its message would have: its key is NAME_A.png.
@@ -121,9 +123,8 @@ const ManifestMessage* FindMessage(const Manifest& earlier, const library::Recor
 }
 
 void CheckGoTogether(const Manifest& earlier, const Manifest& planned) {
-    if (HasOtherIndex(planned, planned))
-        throw std::runtime_error("site and html each have an index.html: choose one of them");
-    if (HasOtherIndex(planned, earlier)) RefuseOther("pages of another format with an index.html");
+    const std::string_view index = IndexOwner(planned), other = IndexOwner(earlier);
+    if (!index.empty() && !other.empty() && index != other) RefuseOther("the index.html of " + std::string(other));
     if (std::ranges::all_of(earlier.messages, [](const auto& message) { return message.files.empty(); })) return;
     if (HasName(planned.formats, "png") && HasFillInPlaceOfPng(earlier))
         RefuseOther("fills of key-fill with the names of png");

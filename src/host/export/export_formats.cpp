@@ -9,6 +9,7 @@
 #include "host/export/key_fill_exporter.h"
 #include "host/export/ograf_exporter.h"
 #include "host/export/png_exporter.h"
+#include "host/export/site_exporter.h"
 #include "host/export/square_exporter.h"
 #include "host/export/template_exporter.h"
 #include "host/export/tga_exporter.h"
@@ -61,6 +62,14 @@ const std::vector<ExportFormat>& ExportFormats() {
          .make = MakeHtmlExporter,
          .files = {"*.html", "index.html"},
          .is_text = true},
+        {.name = "site",
+         .description =
+             "index.html and folders: a site to open from its folder, with search, and a page for each message",
+         .make = MakeSiteExporter,
+         .options = {"small"},
+         .files = {"index.html", "pages/*.html", "pictures/*.png", "thumbnails/*.png"},
+         .is_single_file = false,
+         .needs_manifest = true},
         {.name = "template",
          .description = "NAME.html, a page for CasparCG, SPX and browsers that fills the message's fields",
          .make = MakeTemplateExporter,

@@ -58,12 +58,15 @@ struct ExportJob::Outcome {
 
 ExportJob::ExportJob(std::filesystem::path directory, const std::vector<std::string>& formats,
                      const ExportOptions& options, int jobs)
-    : m_directory(std::move(directory)),
+    : m_bag(options.bag ? std::optional<Bag>(directory) : std::nullopt),
+      m_directory(m_bag ? m_bag->Payload() : std::move(directory)),
       m_formats(WithoutRepeats(formats)),
       m_options(options),
       // One job needs no threads.
       m_workers(jobs > 1 ? static_cast<std::size_t>(jobs) : 0, static_cast<std::size_t>(std::max(jobs, 1)),
                 [this](Outcome outcome) { Collect(std::move(outcome)); }) {
+    if (!m_bag && IsInBag(m_directory))
+        throw std::runtime_error(m_directory.string() + ": is in a bag, which only an export as a bag can change");
     m_earlier = EarlierExport(m_directory);
     m_options.fill_beside_png = HasName(m_formats, "png") || HasName(m_earlier.formats, "png");
     m_options.template_beside_html = HasName(m_formats, "html") || HasName(m_earlier.formats, "html");
@@ -193,6 +196,10 @@ void ExportJob::WriteRangeFiles(const std::vector<ExportedFile>& files) {
 void ExportJob::WriteManifest() {
     WriteRangeFiles({{kManifestName, ManifestJson(m_manifest)}});
     Count(WriteExported(m_directory, {kChecksumsName, ChecksumLines(m_manifest)}));
+    if (!m_bag) return;
+    std::vector<ManifestFile> tags;
+    m_bag->Write(m_manifest, tags);
+    for (const ManifestFile& file : tags) Count(file);
 }
 
 void ExportJob::Count(const ManifestFile& file) {

@@ -3,11 +3,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "base/ordered_workers.h"
+#include "host/export/bag.h"
 #include "host/export/exporter.h"
 #include "host/export/manifest.h"
 #include "host/library/recording.h"
@@ -34,7 +36,7 @@ struct ExportSummary {
 /// the directory, everything that has not been replaced or removed remains in the lists.
 class ExportJob {
   public:
-    /// @param directory  created if it is missing.
+    /// @param directory  created if it is missing; with the option `bag` the bag, of which the files are the payload.
     /// @param formats    names of ExportFormats; a repeated name counts once.
     /// @param jobs       number of messages processed in parallel, at least 1; the files don't depend on it.
     /// @throws std::runtime_error for an unknown name, for a directory that can't be created, and for one with a
@@ -70,6 +72,8 @@ class ExportJob {
     void WriteManifest();
     void Count(const ManifestFile& file);
 
+    /// If the export is one.
+    std::optional<Bag> m_bag;
     const std::filesystem::path m_directory;
     std::vector<std::string> m_formats;
     ExportOptions m_options;

@@ -92,6 +92,8 @@ struct ExportOptions {
     bool fill_beside_png = false;
     /// The name of a template differs from that of a page of the format html.
     bool template_beside_html = false;
+    /// The directory of the export is a BagIt bag.
+    bool bag = false;
     /// TGA files are compressed by run lengths.
     bool run_lengths = false;
     ClipCodec codec = ClipCodec::kQtrle;

@@ -8,6 +8,7 @@
 #include "host/export/framed.h"
 #include "host/export/glyph_bleed.h"
 #include "host/picture/png_reader.h"
+#include "host/picture/png_writer.h"
 
 namespace zel::exporter {
 
@@ -23,6 +24,12 @@ const picture::Picture& ExportSubject::Frame() {
         m_frame = PlacedOnFrame(picture::DecodePng(m_recording.picture), m_recording.standard);
     }
     return *m_frame;
+}
+
+std::string ExportSubject::FramePng() {
+    const picture::Picture& frame = Frame();
+    const bool as_recorded = m_recording.width == frame.width && m_recording.height == frame.height;
+    return as_recorded ? m_recording.picture : picture::EncodePng(frame);
 }
 
 const picture::Picture& ExportSubject::Output() {

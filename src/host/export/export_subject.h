@@ -38,6 +38,10 @@ class ExportSubject {
     /// @throws std::runtime_error if there is no picture, or if it can't be read.
     const picture::Picture& Frame();
 
+    /// That picture as PNG: the recorded file itself when it has the frame's size.
+    /// @throws std::runtime_error as Frame.
+    std::string FramePng();
+
     /// The picture in the frame of the options, with their colour in clear pixels; straight alpha.
     /// @throws std::runtime_error as Frame, and for a frame that is too small.
     const picture::Picture& Output();

@@ -1,5 +1,6 @@
 #include "host/export/html_exporter.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "host/export/index_page.h"
@@ -18,6 +19,8 @@ class HtmlExporter : public Exporter {
     }
 
     std::vector<ExportedFile> Finish(const Manifest& manifest) override {
+        // A site has an index of its own.
+        if (std::ranges::find(manifest.formats, "site") != manifest.formats.end()) return {};
         std::vector<IndexEntry> pages;
         for (const ManifestMessage& message : manifest.messages) {
             for (const ManifestFile& file : message.files) {

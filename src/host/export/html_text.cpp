@@ -32,8 +32,14 @@ std::string HtmlText(std::string_view text) {
 }
 
 std::string HtmlHead(std::string_view title, std::string_view style) {
-    const std::string policy = "default-src 'none'; img-src data:; style-src 'sha256-" +
-                               Base64(base::Sha256Raw(style)) + "'; base-uri 'none'; form-action 'none'";
+    return HtmlHead(title, style, {});
+}
+
+std::string HtmlHead(std::string_view title, std::string_view style, const HtmlPolicy& allowed) {
+    const auto by_checksum = [](std::string_view text) { return "'sha256-" + Base64(base::Sha256Raw(text)) + "'"; };
+    std::string policy = "default-src 'none'; img-src " + std::string(allowed.images) + "; style-src " +
+                         by_checksum(style) + "; base-uri 'none'; form-action 'none'";
+    if (!allowed.script.empty()) policy += "; script-src " + by_checksum(allowed.script);
     std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
     html += "<meta http-equiv=\"Content-Security-Policy\" content=\"" + policy + "\">\n";
     html += "<meta name=\"referrer\" content=\"no-referrer\">\n";

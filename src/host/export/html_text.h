@@ -17,4 +17,14 @@ using base::Base64;
 /// @param title  any text.
 std::string HtmlHead(std::string_view title, std::string_view style);
 
+/// What else a page may load and run.
+struct HtmlPolicy {
+    /// Where pictures are from, as a policy has it.
+    std::string_view images = "data:";
+    /// The text of the page's script element; empty for none.
+    std::string_view script{};
+};
+/// The beginning of a page with that policy.
+std::string HtmlHead(std::string_view title, std::string_view style, const HtmlPolicy& policy);
+
 }  // namespace zel::exporter

@@ -18,12 +18,12 @@ namespace zel::fontkit {
 namespace {
 
 constexpr unsigned kBlankCode = 32;
-/// Pixels of all run-coded glyphs; as many as a sheet of a font has at most.
-constexpr std::int64_t kMostPixels = std::int64_t{32} << 20;
-/// Bytes of all stored glyphs.
-constexpr std::uint64_t kStoredBytes = std::uint64_t{128} << 20;
+/// Pixels of all run-coded glyphs; as many as the largest page has.
+constexpr std::int64_t kMostPixels = std::int64_t{16} << 20;
+/// Bytes of all stored glyphs, likewise.
+constexpr std::uint64_t kStoredBytes = std::uint64_t{64} << 20;
 /// Pixels of all layers; a font of letters has two layers a glyph.
-constexpr std::int64_t kMostLayerPixels = std::int64_t{64} << 20;
+constexpr std::int64_t kMostLayerPixels = std::int64_t{32} << 20;
 /// Entries of FontArt::colours, each in two bytes of a glyph.
 constexpr std::size_t kMostColours = 65536;
 /// A line is at most this high, in pixels: as high as the largest distances in a font's records.
@@ -100,6 +100,7 @@ class ArtReader {
         info.colour_set = -1;
         const std::size_t failures = m_stored.Failures().size();
         const host::GlyphBitmap& bitmap = m_stored.Get(info, glyph.code);
+        if (bitmap.truncated) return "its record in the font file is cut short";
         if (m_stored.Failures().size() != failures) return m_stored.Failures().back();
         width = std::max<int>(bitmap.rect.Width(), 0);
         if (std::string error = SizeError(bitmap.rect.Width(), bitmap.rect.Height()); !error.empty()) return error;

@@ -4,30 +4,17 @@
 
 #include "host/fontkit/bmfont.h"
 #include "host/fontkit/kit_metrics.h"
-#include "host/picture/png_writer.h"
+#include "host/fontkit/kit_png.h"
 
 namespace zel::fontkit {
-
-namespace {
-
-/// Without a pixel aspect ratio: the pages are no pictures of a screen.
-std::string ColouredPng(const picture::Picture& picture) {
-    return picture::EncodePng(picture, {.aspect_chunk = picture::AspectChunk::kNone});
-}
-
-std::string GreyPng(const picture::Picture& picture) {
-    return picture::EncodePng(picture,
-                              {.channels = picture::PngChannels::kAlpha, .aspect_chunk = picture::AspectChunk::kNone});
-}
-
-}  // namespace
 
 FontKit::FontKit(FontArt art, std::string stem, const KitOptions& options)
     : m_art(std::move(art)), m_names(std::move(stem)), m_options(options), m_atlas(ArrangeGlyphs(m_art)) {
     if (options.true_type) {
-        TrueTypeFile layered = LayeredTrueType(m_art, m_names.Stem(), options.aspect);
+        const FontFileNames names{m_names.Stem(), options.family_end};
+        TrueTypeFile layered = LayeredTrueType(m_art, names, options.aspect);
         m_layered = std::move(layered.bytes);
-        m_pixels = PixelTrueType(m_art, m_names.Stem(), options.set).bytes;
+        m_pixels = PixelTrueType(m_art, names, options.set).bytes;
         // Both trace the same planes, so the second loses no other glyph.
         for (LostGlyph& lost : layered.lost) m_art.lost.push_back(std::move(lost));
     }
@@ -42,10 +29,12 @@ void FontKit::ForEachFile(Use use) const {
         use(m_names.BmFont(set, "fnt"), [&] { return BmFontText(m_art, m_atlas, m_names, set); });
         use(m_names.BmFont(set, "xml"), [&] { return BmFontXml(m_art, m_atlas, m_names, set); });
         for (int page = 0; page < m_atlas.page_count; ++page)
-            use(m_names.Page(set, page), [&] { return ColouredPng(ColouredPage(m_art, m_atlas, page, set)); });
+            use(m_names.Page(set, page),
+                [&] { return KitPng(ColouredPage(m_art, m_atlas, page, set), KitPngType::kColoured); });
     }
     const auto plane = [&](const char* name, int page, PlaneContent content) {
-        use(m_names.Plane(name, page), [&] { return GreyPng(PlanePage(m_art, m_atlas, page, content)); });
+        use(m_names.Plane(name, page),
+            [&] { return KitPng(PlanePage(m_art, m_atlas, page, content), KitPngType::kGrey); });
     };
     for (int page = 0; page < m_atlas.page_count; ++page) {
         if (HasKind(m_art, ArtKind::kRunCoded)) {
@@ -54,11 +43,13 @@ void FontKit::ForEachFile(Use use) const {
             plane("level", page, PlaneContent::kLevel);
         }
         if (HasKind(m_art, ArtKind::kStored))
-            use(m_names.Plane("stored", page), [&] { return ColouredPng(StoredPage(m_art, m_atlas, page)); });
+            use(m_names.Plane("stored", page),
+                [&] { return KitPng(StoredPage(m_art, m_atlas, page), KitPngType::kColoured); });
     }
     for (const GlyphArt& glyph : m_art.glyphs) {
         if (glyph.IsBlank()) continue;
-        use(m_names.Glyph(glyph.code), [&] { return ColouredPng(GlyphPicture(m_art, glyph, m_options.set)); });
+        use(m_names.Glyph(glyph.code),
+            [&] { return KitPng(GlyphPicture(m_art, glyph, m_options.set), KitPngType::kColoured); });
     }
     if (m_options.true_type) {
         use(m_names.TrueType(), [&] { return m_layered; });

@@ -19,6 +19,8 @@ struct KitOptions {
     bool true_type = false;
     /// Shape of a pixel in the outlines.
     PixelAspect aspect = PixelAspectOf(VideoStandard::kNtsc);
+    /// Follows the name of the installed fonts if another font has that name already.
+    std::string family_end{};
 };
 
 /// A font for other programs: its glyphs on pages in each colour set with their descriptions, as planes with metrics,

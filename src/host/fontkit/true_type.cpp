@@ -8,8 +8,8 @@
 #include "base/utf8.h"
 #include "host/fontkit/atlas.h"
 #include "host/fontkit/glyph_outline.h"
+#include "host/fontkit/kit_png.h"
 #include "host/fontkit/sfnt_tables.h"
-#include "host/picture/png_writer.h"
 
 namespace zel::fontkit {
 
@@ -28,8 +28,8 @@ struct ColourLayer {
 
 class TrueTypeBuilder {
   public:
-    TrueTypeBuilder(const FontArt& art, const std::string& stem, PixelAspect aspect)
-        : m_art(art), m_stem(stem), m_scale(ScaleOf(art, aspect)) {
+    TrueTypeBuilder(const FontArt& art, const FontFileNames& names, PixelAspect aspect)
+        : m_art(art), m_names(names), m_scale(ScaleOf(art, aspect)) {
         m_glyphs.push_back(MissingGlyph(m_scale));
     }
 
@@ -37,7 +37,7 @@ class TrueTypeBuilder {
         AddGlyphs(false);
         // The glyphs of the layers follow all others.
         for (std::size_t index = 0; index < m_own.size(); ++index) AddLayers(index);
-        SfntTables tables = Tables(" ");
+        SfntTables tables = Tables("");
         if (!m_layers.empty()) {
             tables["COLR"] = ColourTable();
             tables["CPAL"] = PaletteTable();
@@ -47,7 +47,7 @@ class TrueTypeBuilder {
 
     TrueTypeFile Pixels(unsigned set) {
         AddGlyphs(true);
-        SfntTables tables = Tables(" Pixels ");
+        SfntTables tables = Tables(" Pixels");
         tables["sbix"] = StrikeTable(set);
         return {SfntFile(tables), std::move(m_lost)};
     }
@@ -120,11 +120,11 @@ class TrueTypeBuilder {
         return entry;
     }
 
-    SfntTables Tables(const std::string& between) {
+    /// @param kind  the end of the family's name.
+    SfntTables Tables(const char* kind) {
         SfntFont font;
-        font.family = m_art.name.empty() ? "Font" + between + m_stem : m_art.name;
-        if (!m_art.name.empty() && between != " ") font.family += between.substr(0, between.size() - 1);
-        font.identity = font.family + " " + m_stem;
+        font.family = (m_art.name.empty() ? "Font " + m_names.stem : m_art.name) + m_names.family_end + kind;
+        font.identity = font.family + " " + m_names.stem;
         font.scale = m_scale;
         font.ascender = m_scale.Y(m_art.base);
         font.descender = -m_scale.Y(std::max(m_art.line_height - m_art.base, 0));
@@ -171,9 +171,8 @@ class TrueTypeBuilder {
         for (const OwnGlyph& own : m_own) {
             if (own.art->IsBlank()) continue;
             // Without the clear borders, since some programs erase the neighbour with them.
-            const picture::PngForm form{.effort = picture::PngEffort::kSmall,
-                                        .aspect_chunk = picture::AspectChunk::kNone};
-            images[own.number] = picture::EncodePng(GlyphPicture(m_art, *own.art, set, own.art->VisibleBox()), form);
+            images[own.number] =
+                KitPng(GlyphPicture(m_art, *own.art, set, own.art->VisibleBox()), KitPngType::kColoured);
         }
         SfntTable offsets, data;
         const std::size_t start = kStrikeHeader + (images.size() + 1) * 4;
@@ -189,7 +188,7 @@ class TrueTypeBuilder {
     }
 
     const FontArt& m_art;
-    const std::string& m_stem;
+    const FontFileNames& m_names;
     const FontScale m_scale;
     std::vector<SfntGlyph> m_glyphs;
     std::vector<OwnGlyph> m_own;
@@ -203,12 +202,12 @@ class TrueTypeBuilder {
 
 }  // namespace
 
-TrueTypeFile LayeredTrueType(const FontArt& art, const std::string& stem, PixelAspect aspect) {
-    return TrueTypeBuilder(art, stem, aspect).Layered();
+TrueTypeFile LayeredTrueType(const FontArt& art, const FontFileNames& names, PixelAspect aspect) {
+    return TrueTypeBuilder(art, names, aspect).Layered();
 }
 
-TrueTypeFile PixelTrueType(const FontArt& art, const std::string& stem, unsigned set) {
-    return TrueTypeBuilder(art, stem, PixelAspect()).Pixels(set);
+TrueTypeFile PixelTrueType(const FontArt& art, const FontFileNames& names, unsigned set) {
+    return TrueTypeBuilder(art, names, PixelAspect()).Pixels(set);
 }
 
 }  // namespace zel::fontkit

@@ -19,15 +19,22 @@ struct TrueTypeFile {
     std::vector<LostGlyph> lost;
 };
 
+/// The names of a font file.
+struct FontFileNames {
+    /// The digits of the font's own file, which name a font without a name.
+    std::string stem;
+    /// Follows the name of a family that another font has already; may be empty.
+    std::string family_end{};
+};
+
 /// A font with TrueType outlines, a layer for each colour of a glyph (COLR, version 0) and the colour sets as palettes
 /// (CPAL): palette k is set k, its entries 0 and 1 are face and edge. A stored glyph has one layer, the outline itself.
 /// @param art     read with its layers.
-/// @param stem    names a font that has no name.
 /// @param aspect  shape of a pixel of the font.
-TrueTypeFile LayeredTrueType(const FontArt& art, const std::string& stem, PixelAspect aspect);
+TrueTypeFile LayeredTrueType(const FontArt& art, const FontFileNames& names, PixelAspect aspect);
 
 /// A font with the same outlines for square pixels, and with a strike (sbix): the glyphs' own pixels in a colour set,
 /// for the size of FontArt::line_height pixels. Programs that know both prefer layers to a strike, so it has no layers.
-TrueTypeFile PixelTrueType(const FontArt& art, const std::string& stem, unsigned set);
+TrueTypeFile PixelTrueType(const FontArt& art, const FontFileNames& names, unsigned set);
 
 }  // namespace zel::fontkit

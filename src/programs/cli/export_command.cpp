@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <CLI/App.hpp>
@@ -10,6 +11,7 @@
 
 #include "base/text.h"
 #include "host/document/json_version.h"
+#include "host/export/bag.h"
 #include "host/export/export_formats.h"
 #include "host/export/export_job.h"
 #include "host/export/file_patterns.h"
@@ -107,7 +109,11 @@ void CheckFiles(const ExportArguments& arguments) {
     files.ReadLibrary(arguments.library);
     files.ReadSettings(arguments.settings);
     files.Write(arguments.trace, "--trace");
-    if (!arguments.IsStream()) WriteInto(arguments.directory, files);
+    if (!arguments.IsStream()) {
+        const bool is_bag = arguments.options.bag;
+        WriteInto(is_bag ? arguments.directory + "/data" : arguments.directory, files);
+        if (is_bag) files.WriteInto(arguments.directory, exporter::IsTagFile);
+    }
     CheckOutputs(files);
 }
 
@@ -212,11 +218,10 @@ void ListFormats(bool json) {
             continue;
         }
         std::cout << format.name << std::string(format.name.size() < 10 ? 10 - format.name.size() : 1, ' ')
-                  << format.description << "\n";
-        if (format.options.empty()) continue;
-        std::string options;
-        for (const std::string_view option : format.options) options.append(" --").append(option);
-        std::cout << std::string(10, ' ') << "options:" << options << "\n";
+                  << format.description;
+        const char* before = " [";
+        for (const std::string_view option : format.options) std::cout << std::exchange(before, " ") << "--" << option;
+        std::cout << (format.options.empty() ? "\n" : "]\n");
     }
     throw CLI::Success();
 }
@@ -230,6 +235,7 @@ void CheckOptions(const CLI::App& command, ExportArguments& arguments) {
         if (formats.size() != 1 || !exporter::FindExportFormat(formats.front())->is_single_file)
             throw CLI::ValidationError("--out", "standard output takes one --format that makes a single file");
         Require(command, "--jobs", false, "a directory of files");
+        Require(command, "--bag", false, "a directory of files");
     }
     const std::optional<std::string> directory(arguments.directory);
     ReserveStandardOutputFor({{"--out", &directory}, {"--trace", &arguments.trace}}, arguments.json);
@@ -254,6 +260,8 @@ void AddExportCommand(CLI::App& app, CommandRun& run) {
     command.add_flag_callback(
         "--list-formats", [arguments] { ListFormats(arguments->json); }, "print the formats and exit");
     AddPictureOptions(command, arguments->options);
+    command.add_flag("--bag", arguments->options.bag,
+                     "make the directory a BagIt bag, with the files in its folder data");
     AddText(command, "--disk", arguments->name, "NAME", "the name of the disk, if the library contains several");
     AddJobs(command, arguments->jobs, "messages exported in parallel");
     AddTrace(command, arguments->trace);

@@ -94,9 +94,13 @@ void FontKitWriter::AddFiles(const FontKitArguments& arguments, CommandFiles& fi
     files.WriteInto(*arguments.directory, fontkit::IsKitFile);
 }
 
-fontkit::FontKit FontKitWriter::Make(CZelFont& fonts, const std::string& font_file) const {
-    const auto layers = m_arguments.options.true_type ? fontkit::ArtLayers::kEach : fontkit::ArtLayers::kNone;
-    return {fontkit::ReadFontArt(fonts, m_sets, layers), FontKitStem(font_file), m_arguments.options};
+fontkit::FontKit FontKitWriter::Make(CZelFont& fonts, const std::string& font_file) {
+    fontkit::KitOptions options = m_arguments.options;
+    const auto layers = options.true_type ? fontkit::ArtLayers::kEach : fontkit::ArtLayers::kNone;
+    fontkit::FontArt art = fontkit::ReadFontArt(fonts, m_sets, layers);
+    const std::string stem = FontKitStem(font_file);
+    if (!m_names.insert(art.name).second && !art.name.empty()) options.family_end = " " + stem;
+    return {std::move(art), stem, options};
 }
 
 void FontKitWriter::WriteFile(const std::string& path, std::string_view bytes) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,9 +41,10 @@ class FontKitWriter {
     /// The files that are read and written, for CheckOutputs.
     static void AddFiles(const FontKitArguments& arguments, CommandFiles& files);
 
-    /// Makes the kit of the font in slot 0, in memory.
+    /// Makes the kit of the font in slot 0, in memory. A font with the name of an earlier one is installed under that
+    /// name and the digits of its file.
     /// @param font_file  its path, whose digits the names of the files begin with.
-    fontkit::FontKit Make(CZelFont& fonts, const std::string& font_file) const;
+    fontkit::FontKit Make(CZelFont& fonts, const std::string& font_file);
 
     /// Writes a kit, and prints a line for each lost glyph.
     /// @param directory  created if it is missing.
@@ -61,6 +63,8 @@ class FontKitWriter {
 
     const FontKitArguments& m_arguments;
     fontkit::ColourSets m_sets;
+    /// Of the fonts so far.
+    std::set<std::string> m_names;
     bool m_lost = false;
 };
 

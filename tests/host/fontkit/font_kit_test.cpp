@@ -212,9 +212,9 @@ std::uint32_t SumOf(const std::string& bytes) {
 
 TEST_F(Kit, FontFilesHaveTheirTablesWithTheRightSums) {
     const FontArt art = ArtOf(EdgedFont(), ArtLayers::kEach);
-    const std::string layered = fontkit::LayeredTrueType(art, "0001", {10, 11}).bytes;
-    const std::string pixels = fontkit::PixelTrueType(art, "0001", 7).bytes;
-    EXPECT_EQ(layered, fontkit::LayeredTrueType(art, "0001", {10, 11}).bytes);
+    const std::string layered = fontkit::LayeredTrueType(art, {"0001"}, {10, 11}).bytes;
+    const std::string pixels = fontkit::PixelTrueType(art, {"0001"}, 7).bytes;
+    EXPECT_EQ(layered, fontkit::LayeredTrueType(art, {"0001"}, {10, 11}).bytes);
     for (const std::string& file : {layered, pixels}) {
         EXPECT_EQ(SumOf(file), 0xB1B0AFBA);
         std::string last;

@@ -46,15 +46,14 @@ TEST(FontCommand, WritesAKitOnceUnlessToldToReplaceIt) {
     EXPECT_EQ(first.exit_code, 0) << first.err;
     EXPECT_THAT(first.out, HasSubstr(" files to kit\n"));
     EXPECT_TRUE(std::filesystem::exists(disk / "kit/0012-pixels.ttf"));
-    EXPECT_EQ(disk.Shell("cp -r kit old && rm kit/0012.json kit/0012_set3.xml && echo x >kit/0012.ttf").exit_code, 0);
+    EXPECT_EQ(disk.Shell("cp -r kit old && rm kit/0012.json kit/0012_set0.fnt && echo x >kit/0012.ttf").exit_code, 0);
     const CommandResult second = disk.Shell("zeltrans font MACHINE/.0012 --kit kit --otf");
     EXPECT_EQ(second.exit_code, 1);
     EXPECT_THAT(second.err, EndsWith(": exists already; --overwrite replaces it\n"));
-    EXPECT_FALSE(std::filesystem::exists(disk / "kit/0012_set3.xml")) << "nothing is written";
-    EXPECT_EQ(disk.Shell("zeltrans font MACHINE/.0012 --kit kit --otf --colours MESSAGES/.0012 --overwrite && "
-                         "diff -r old kit")
-                  .exit_code,
-              0);
+    EXPECT_FALSE(std::filesystem::exists(disk / "kit/0012_set0.fnt")) << "nothing is written";
+    const CommandResult third = disk.Shell(
+        "zeltrans font MACHINE/.0012 --kit kit --otf --colours MESSAGES/.0012 --overwrite && diff -r old kit");
+    EXPECT_EQ(third.exit_code, 0) << third.err << third.out;
 }
 
 TEST(FontCommand, WritesTheKitsOfADiskAndGoesOnAfterAFailure) {
@@ -67,6 +66,18 @@ TEST(FontCommand, WritesTheKitsOfADiskAndGoesOnAfterAFailure) {
     EXPECT_THAT(result.out, EndsWith("2 fonts of 3 written to kits\n"));
     EXPECT_TRUE(std::filesystem::exists(disk / "kits/0013/0013_set7.fnt"));
     EXPECT_EQ(disk.Shell("diff -r kits/0012/0012_glyphs kits/0013/0013_glyphs").exit_code, 0);
+}
+
+TEST(FontCommand, GivesInstalledFontsOfADiskDifferentNames) {
+    const CommandDisk disk;
+    const CommandResult result = disk.Shell("cp MACHINE/.0012 MACHINE/.0013 && zeltrans font MACHINE --kit kits --otf");
+    EXPECT_EQ(result.exit_code, 0) << result.err;
+    // The family is followed by the style, each character in two bytes.
+    std::string number;
+    for (const char c : std::string(" 0013Regular")) number += {'\0', c};
+    EXPECT_THAT(disk.Read("kits/0013/0013.ttf"), HasSubstr(number));
+    number.replace(2 * 4, 2, std::string{'\0', '2'});
+    EXPECT_THAT(disk.Read("kits/0012/0012.ttf"), Not(HasSubstr(number)));
 }
 
 struct KitRefusal {

@@ -293,6 +293,40 @@ TEST_F(HostWindow, ExportsAllShownMessagesInTheCheckedFormats) {
     EXPECT_THAT(Result(), HasSubstr(std::to_string(s_count) + " messages exported"));
 }
 
+TEST_F(HostWindow, ExportOptionsAreThoseOfTheCheckedFormats) {
+    OpenRecordedLibrary();
+    InNextWindow([&] {
+        auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
+        const auto option = [&](const char* name) { return dialog.findChild<QWidget*>(QLatin1String(name)); };
+        auto& formats = *dialog.findChild<QListWidget*>();
+        for (int row = 0; auto* const item = formats.item(row); ++row)
+            item->setCheckState(item->text().startsWith(QLatin1String("tga")) ? Qt::Checked : Qt::Unchecked);
+        EXPECT_TRUE(option("run-lengths")->isVisible() && !option("codec")->isVisible() && !option("fit")->isVisible());
+        const QPushButton& start = *dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+        auto& frame = *dialog.findChild<QComboBox*>(QStringLiteral("frame"));
+        frame.setEditText(QStringLiteral("1280"));
+        EXPECT_FALSE(start.isEnabled());
+        frame.setEditText(QStringLiteral("1280x720"));
+        EXPECT_TRUE(start.isEnabled() && option("fit")->isVisible());
+        dialog.findChild<QAbstractButton*>(QStringLiteral("run-lengths"))->click();
+        dialog.findChild<QLineEdit*>(QStringLiteral("directory"))->setText(In("out"));
+        Key(dialog, Qt::Key_Return);
+    });
+    Trigger("export");
+    Finish();
+    EXPECT_EQ(Notice(), "");
+    QFile manifest(In("out/manifest.json"));
+    EXPECT_TRUE(manifest.open(QIODevice::ReadOnly) && manifest.readAll().contains("\"1280x720 pillar\""));
+    // Shown again, with the options of the last time.
+    InNextWindow([&] {
+        auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());
+        EXPECT_EQ(dialog.findChild<QComboBox*>(QStringLiteral("frame"))->currentText(), QStringLiteral("1280x720"));
+        EXPECT_TRUE(dialog.findChild<QAbstractButton*>(QStringLiteral("run-lengths"))->isChecked());
+        dialog.reject();
+    });
+    Trigger("export");
+}
+
 TEST_F(HostWindow, FetchDialogStaysOpenUntilItsFieldsAreValid) {
     InNextWindow([&] {
         auto& dialog = static_cast<QDialog&>(*QApplication::activeModalWidget());

@@ -2,8 +2,7 @@
 
 /**
  * What the panel needs of a template.
- * @typedef {{stage: Stage, update: (texts: Map<string, string>) => void, play: () => void, stop: () => void,
- *     place: () => void}} PanelHost
+ * @typedef {{stage: Stage, update: (texts: Map<string, string>) => void, play: () => void, stop: () => void}} PanelHost
  */
 
 /**

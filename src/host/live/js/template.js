@@ -67,8 +67,7 @@ class Template {
             stage: this.stage,
             update: texts => this.update(texts),
             play: () => this.play(),
-            stop: () => this.stop(),
-            place: () => this.place()
+            stop: () => this.stop()
         });
         this.place();
         this.play();

@@ -13,6 +13,12 @@
 
 namespace zel::desktop {
 
+namespace {
+
+const QString kOptionGroup = QStringLiteral("export/options");
+
+}  // namespace
+
 ExportDialog::ExportDialog(Offer offer, QSettings& settings, QWidget* parent)
     : QDialog(parent), m_offer(std::move(offer)), m_settings(settings), m_ui(std::make_unique<Ui::ExportDialog>()) {
     m_ui->setupUi(this);
@@ -29,7 +35,7 @@ ExportDialog::ExportDialog(Offer offer, QSettings& settings, QWidget* parent)
     m_ui->disk->setVisible(asks_disk);
     m_ui->disk_label->setVisible(asks_disk);
     FillFormats();
-    m_ui->premultiplied->setChecked(m_settings.value(QStringLiteral("export/premultiplied")).toBool());
+    ReadOptions();
     const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     m_ui->directory->setText(m_settings.value(QStringLiteral("export/directory"), pictures).toString());
     connect(m_ui->browse, &QPushButton::clicked, this, [this] {
@@ -38,11 +44,12 @@ ExportDialog::ExportDialog(Offer offer, QSettings& settings, QWidget* parent)
     });
     for (QRadioButton* const button : {m_ui->selected, m_ui->shown, m_ui->range})
         connect(button, &QRadioButton::toggled, this, &ExportDialog::Enable);
-    connect(m_ui->formats, &QListWidget::itemChanged, this, &ExportDialog::Enable);
+    connect(m_ui->formats, &QListWidget::itemChanged, this, [this] { m_ui->options->SetFormats(Checked()); });
+    connect(m_ui->options, &ExportOptionForm::changed, this, &ExportDialog::Enable);
     connect(m_ui->directory, &QLineEdit::textChanged, this, &ExportDialog::Enable);
     connect(m_ui->buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_ui->buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    Enable();
+    m_ui->options->SetFormats(Checked());
 }
 
 ExportDialog::~ExportDialog() = default;
@@ -58,11 +65,33 @@ void ExportDialog::FillFormats() {
         m_ui->formats->addItem(item);
     }
     m_ui->formats->setCurrentRow(0);
-    constexpr int kFrame = 8, kSpacing = 2;
+    // With all options the dialog is high; the list then gives way on a small screen.
+    constexpr int kFrame = 8, kSpacing = 2, kLeastRows = 5;
     m_ui->formats->setSpacing(kSpacing);
-    m_ui->formats->setMinimumHeight(m_ui->formats->count() * (m_ui->formats->sizeHintForRow(0) + 2 * kSpacing) +
-                                    kFrame);
+    m_ui->formats->setMinimumHeight(kLeastRows * (m_ui->formats->sizeHintForRow(0) + 2 * kSpacing) + kFrame);
     m_ui->formats->setMinimumWidth(m_ui->formats->sizeHintForColumn(0) + 4 * kFrame);
+}
+
+void ExportDialog::ReadOptions() {
+    QMap<QString, QString> values;
+    m_settings.beginGroup(kOptionGroup);
+    for (const QString& name : m_settings.childKeys()) values[name] = m_settings.value(name).toString();
+    m_settings.endGroup();
+    // As earlier releases have kept it.
+    if (m_settings.value(QStringLiteral("export/premultiplied")).toBool())
+        values[QStringLiteral("premultiplied")] = QStringLiteral("on");
+    m_ui->options->SetValues(values);
+    m_ui->bag->setChecked(m_settings.value(QStringLiteral("export/bag")).toBool());
+}
+
+void ExportDialog::KeepOptions() {
+    m_settings.remove(QStringLiteral("export/premultiplied"));
+    m_settings.remove(kOptionGroup);
+    m_settings.beginGroup(kOptionGroup);
+    const QMap<QString, QString> values = m_ui->options->Values();
+    for (auto value = values.begin(); value != values.end(); ++value) m_settings.setValue(value.key(), value.value());
+    m_settings.endGroup();
+    m_settings.setValue(QStringLiteral("export/bag"), m_ui->bag->isChecked());
 }
 
 QStringList ExportDialog::Checked() const {
@@ -79,21 +108,26 @@ void ExportDialog::Enable() {
     m_ui->first->setEnabled(range);
     m_ui->last->setEnabled(range);
     m_ui->disk->setEnabled(range || m_offer.asks_range);
+    const QString fault = m_ui->options->Fault();
+    m_ui->fault->setText(fault);
+    m_ui->fault->setVisible(!fault.isEmpty());
     m_ui->buttons->button(QDialogButtonBox::Ok)
-        ->setEnabled(!Checked().isEmpty() && !m_ui->directory->text().trimmed().isEmpty());
+        ->setEnabled(!Checked().isEmpty() && !m_ui->directory->text().trimmed().isEmpty() && fault.isEmpty());
 }
 
 void ExportDialog::done(int result) {
     if (result == QDialog::Accepted) {
         m_settings.setValue(QStringLiteral("export/formats"), Checked());
-        m_settings.setValue(QStringLiteral("export/premultiplied"), m_ui->premultiplied->isChecked());
+        KeepOptions();
         m_settings.setValue(QStringLiteral("export/directory"), m_ui->directory->text());
     }
     QDialog::done(result);
 }
 
 ExportSettings ExportDialog::Settings() const {
-    return {QDir(m_ui->directory->text().trimmed()).absolutePath(), Checked(), m_ui->premultiplied->isChecked()};
+    exporter::ExportOptions options = m_ui->options->Options();
+    options.bag = m_ui->bag->isChecked();
+    return {QDir(m_ui->directory->text().trimmed()).absolutePath(), Checked(), options};
 }
 
 std::string ExportDialog::Disk() const {

@@ -13,7 +13,8 @@ class QSettings;
 
 namespace zel::desktop {
 
-/// Asks for the messages to export, the formats and the destination. Keeps formats and destination in the settings.
+/// Asks for the messages to export, the formats and the destination. Keeps formats, options and destination in the
+/// settings.
 class ExportDialog : public QDialog {
     Q_OBJECT
 
@@ -47,6 +48,8 @@ class ExportDialog : public QDialog {
 
   private:
     void FillFormats();
+    void ReadOptions();
+    void KeepOptions();
     void Enable();
     QStringList Checked() const;
 

@@ -24,8 +24,7 @@ exporter::ExportJob MakeJob(const ExportSettings& settings) {
     std::vector<std::string> formats;
     for (const QString& format : settings.formats) formats.push_back(format.toStdString());
     const int jobs = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    return exporter::ExportJob(QFile::encodeName(settings.directory).toStdString(), formats, {settings.premultiplied},
-                               jobs);
+    return exporter::ExportJob(QFile::encodeName(settings.directory).toStdString(), formats, settings.options, jobs);
 }
 
 void AddSummary(const exporter::ExportSummary& summary, ExportResult& result) {

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "host/export/export_options.h"
 #include "host/library/recording.h"
 
 namespace zel::desktop {
@@ -17,7 +18,7 @@ struct ExportSettings {
     QString directory;
     /// Names in exporter::ExportFormats.
     QStringList formats;
-    bool premultiplied = false;
+    exporter::ExportOptions options;
 };
 
 /// The result of an export.
