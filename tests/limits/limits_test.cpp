@@ -43,7 +43,7 @@ constexpr CommandCase kCommands[] = {
     {"MACHINE/.0001", "info MACHINE/.0001"},
     {"MACHINE/.0001", "verify --json MACHINE/.0001"},
     {"MACHINE/.0001", "font MACHINE/.0001 --png font.png"},
-    {"MACHINE/.0001", "font MACHINE/.0001 --kit kit --otf", 4},
+    {"MACHINE/.0001", "font MACHINE/.0001 --kit kit --otf", 12},
     {"changed", "diff MESSAGES/.0001 changed --maps . --fonts MACHINE --picture diff.png"},
     {"changed-font", "diff MACHINE/.0001 changed-font --picture diff.png"},
     {"lib", "library texts lib --csv"},

@@ -32,28 +32,34 @@ class Deflater {
   public:
     /// Appends bytes as a part that ends at a byte and refers to nothing before it.
     void Append(std::span<const std::uint8_t> bytes, Bytes& out) {
-        // A part that can't be compressed is stored, with 5 bytes around every 65,535; the rest is the end of the part.
-        const std::size_t room = bytes.size() + bytes.size() / 4096 + 512;
+        // Bytes that can't be compressed are stored, with 5 bytes around every 65,535; the rest is the ends of blocks.
+        const std::size_t room = bytes.size() + bytes.size() / 1024 + 1024;
         if (m_room.size() < room) m_room.resize(room);
-        isal_deflate_stateless_init(&m_stream);
+        isal_deflate_init(&m_stream);
         m_stream.hist_bits = 0;  // the default, a window of 32 KiB; the library's function does not set it
         m_stream.level = 1;
         m_stream.level_buf = m_level.data();
         m_stream.level_buf_size = static_cast<std::uint32_t>(m_level.size());
         m_stream.gzip_flag = IGZIP_DEFLATE;
-        m_stream.flush = FULL_FLUSH;
-        m_stream.end_of_stream = 0;
         m_stream.next_in = const_cast<std::uint8_t*>(bytes.data());
-        m_stream.avail_in = static_cast<std::uint32_t>(bytes.size());
         m_stream.next_out = m_room.data();
         m_stream.avail_out = static_cast<std::uint32_t>(room);
-        if (isal_deflate_stateless(&m_stream) != COMP_OK || m_stream.avail_in != 0) {
-            throw std::runtime_error("the rows could not be compressed");
-        }
+        // The loop for long inputs (2.30) begins with a hash of the stream's address, so that the same bytes would give
+        // other ones in each run. The loop for the ends of inputs doesn't, so it gets the first bytes.
+        const std::size_t first = std::min<std::size_t>(bytes.size(), 8);
+        Deflate(first, SYNC_FLUSH);
+        Deflate(bytes.size() - first, FULL_FLUSH);
         out.insert(out.end(), m_room.begin(), m_room.begin() + static_cast<std::ptrdiff_t>(m_stream.total_out));
     }
 
   private:
+    void Deflate(std::size_t size, std::uint16_t flush) {
+        m_stream.flush = flush;
+        m_stream.avail_in = static_cast<std::uint32_t>(size);
+        if (isal_deflate(&m_stream) != COMP_OK || m_stream.avail_in != 0 || m_stream.avail_out == 0)
+            throw std::runtime_error("the rows could not be compressed");
+    }
+
     isal_zstream m_stream{};
     Bytes m_level = Bytes(ISAL_DEF_LVL1_DEFAULT);
     Bytes m_room;

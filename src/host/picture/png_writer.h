@@ -50,8 +50,7 @@ struct PngForm {
     AspectChunk aspect_chunk = AspectChunk::kPng;
 };
 
-/// The bytes of a PNG file. The smallest files have the same bytes each time with the same libraries. Of the fast ones
-/// only the pixels are the same: ISA-L 2.30 puts a hash of its stream's address into its table of matches.
+/// The bytes of a PNG file. The same picture always gives the same bytes with the same libraries on the same processor.
 /// @throws std::runtime_error with the reason.
 std::string EncodePng(const Picture& picture, PngForm form = {});
 

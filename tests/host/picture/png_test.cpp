@@ -1,8 +1,11 @@
 #include <algorithm>
+#include <array>
+#include <barrier>
 #include <cstdlib>
 #include <map>
 #include <span>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -130,6 +133,29 @@ TEST(Png, IsReadBackToTheSamePixels) {
             }
         }
     }
+}
+
+TEST(Png, HasTheSameBytesWhereverItsEncoderIs) {
+    // Each run of rows that aren't clear is compressed by itself.
+    unsigned random = 1;
+    const picture::Picture picture = Drawn(10, 4000, [&](int, int y) {
+        random = random * 1664525 + 1013904223;
+        return y % 4 == 0 ? picture::Rgba{} : PixelOf(y, y / 7, y / 3, static_cast<int>(random >> 24));
+    });
+    std::array<std::vector<std::string>, 8> files;
+    std::barrier start(static_cast<std::ptrdiff_t>(files.size()));
+    {
+        // As many encoders as threads at once, each at an address of its own.
+        std::vector<std::jthread> threads;
+        for (auto& own : files) {
+            threads.emplace_back([&] {
+                start.arrive_and_wait();
+                for (int n = 0; n < 20; ++n) own.push_back(picture::EncodePng(picture));
+            });
+        }
+    }
+    for (const auto& own : files)
+        EXPECT_TRUE(std::ranges::all_of(own, [&](const std::string& file) { return file == files[0][0]; }));
 }
 
 TEST(RowChanges, AreThoseOfEachPixelFromItsNeighbours) {
