@@ -203,7 +203,7 @@ TEST_F(FillCommand, FillsManyRecordsInConstantMemory) {
         EXPECT_EQ(result.exit_code, 0) << result.err;
         return result.exit_code == 0 ? std::stoi(result.out) : 0;
     };
-    const int few = peak(10);
+    [[maybe_unused]] const int few = peak(10);
     [[maybe_unused]] const int many = peak(1000);
 #if !defined(__SANITIZE_ADDRESS__)  // whose allocator keeps what is freed
     // In KB; a message file has almost two.
