@@ -106,7 +106,7 @@ def count(library):
 
 
 def contents(library):
-    """Each table's rows, identified by disk and number. The time of recording is left out."""
+    """Each table's rows, identified by disk and number, if they belong to a recording. The time of recording is left out."""
     with sqlite3.connect(f"file:{library}?mode=ro", uri=True) as database:
         check(database.execute("PRAGMA integrity_check").fetchall() == [("ok",)], f"{library} is damaged")
         keys = {row[0]: row[1:] for row in database.execute("SELECT id, disk, number FROM recording")}
@@ -115,10 +115,11 @@ def contents(library):
         tables = {}
         for name in names:
             columns = [row[1] for row in database.execute(f"PRAGMA table_info({name})")]
-            owner = "id" if name == "recording" else "rowid" if name == "search" else "recording"
+            owner = "id" if name == "recording" else "rowid" if name == "search" else \
+                "recording" if "recording" in columns else "NULL"
             values = ", ".join(f'"{column}"' for column in columns if column not in ("id", "recording", "recorded_at"))
             rows = database.execute(f"SELECT {owner}, {values} FROM {name}")
-            tables[name] = sorted((repr((keys[row[0]], row[1:])) for row in rows))
+            tables[name] = sorted((repr((keys.get(row[0]), row[1:])) for row in rows))
         return tables
 
 
