@@ -106,7 +106,7 @@ def count(library):
 
 
 def contents(library):
-    """Each table's rows, identified by disk and number, if they belong to a recording. The time of recording is left out."""
+    """Each table's rows, those of recordings identified by disk and number. The time of recording is left out."""
     with sqlite3.connect(f"file:{library}?mode=ro", uri=True) as database:
         check(database.execute("PRAGMA integrity_check").fetchall() == [("ok",)], f"{library} is damaged")
         keys = {row[0]: row[1:] for row in database.execute("SELECT id, disk, number FROM recording")}

@@ -15,8 +15,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// The constant by which OGraf 1 names itself; nothing asks for it.
-constexpr const char* kOgrafSchema = "https://ograf.ebu.io/v1/specification/json-schemas/graphics/schema.json";
+/// The constant by which OGraf 1 names itself: the "$id" of its schema of graphics. Nothing asks for it.
+constexpr const char* kOgrafSchema = ZELTRANS_OGRAF_SCHEMA;
 
 /// Digits of a checksum in an id and in a version.
 constexpr std::size_t kIdDigits = 6, kVersionDigits = 8;

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Exports a demonstration disk as OGraf graphics and as templates, and holds their manifests and data definitions
-against the published schemas (schemas/, both states of OGraf 1) and against what OGraf says in words only.
+against the published schemas (both states of OGraf 1) and against what OGraf says in words only.
 
-    check_definitions.py ZELTRANS"""
+    check_definitions.py ZELTRANS SCHEMAS"""
 import copy
 import glob
 import json
@@ -16,7 +16,7 @@ import zipfile
 import jsonschema
 from jsonschema import Draft202012Validator, RefResolver
 
-SCHEMAS = os.path.join(os.path.dirname(os.path.abspath(__file__)), "schemas")
+SCHEMAS = sys.argv[2]
 META = "https://json-schema.org/draft/2020-12/schema"
 OGRAF_STATES = ("ograf-2026-04", "ograf-2026-08")
 

@@ -1,15 +1,5 @@
 # Writes site_resources.cpp, with the files of site/ as texts.
-function(read_all result)
-  set(text "")
-  foreach(name IN LISTS ARGN)
-    file(READ ${FOLDER}/${name} content)
-    string(APPEND text "${content}")
-  endforeach()
-  if(text MATCHES "\\)zeltrans\"")
-    message(FATAL_ERROR "${ARGN}: the text can't contain )zeltrans\"")
-  endif()
-  set(${result} "${text}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/../../../../cmake/read_texts.cmake)
 
 read_all(script search.js card_grid.js index.js)
 read_all(index_style site.css index.css)

@@ -1,0 +1,12 @@
+# read_all(<result> <file>...): the texts of files in ${FOLDER}, one after another, for a raw string that zeltrans delimits.
+function(read_all result)
+  set(text "")
+  foreach(name IN LISTS ARGN)
+    file(READ ${FOLDER}/${name} content)
+    string(APPEND text "${content}")
+  endforeach()
+  if(text MATCHES "\\)zeltrans\"")
+    message(FATAL_ERROR "${ARGN}: the text can't contain )zeltrans\"")
+  endif()
+  set(${result} "${text}" PARENT_SCOPE)
+endfunction()
