@@ -117,8 +117,7 @@ class ClipExporter : public Exporter {
         if (!m_lacks_ffmpeg) return {};
         throw std::runtime_error(
             "there is no ffmpeg on the PATH: instead of each clip, its frames were written as PNG, and a text file "
-            "with "
-            "the command line that makes the clip");
+            "with the command line that makes the clip");
     }
 
   private:
